@@ -1,0 +1,105 @@
+// Read-only ini reader: line grammar, full keys, and the cache.
+#include "config/QSettingsRu.h"
+
+#include "config/GlobalFunction.h"
+
+#include <QFile>
+#include <QTextStream>
+
+#include <algorithm>
+#include <memory>
+
+QMap<QString, QMap<QString, QVariant>*> QSettingsRu::Maps;
+
+QSettingsRu::QSettingsRu(const QString& fileName_, QTextCodec* codec_)
+    : settings(nullptr), fileName(fileName_), group(QLatin1String("")), codec(nullptr), status(0)
+{
+    const auto cached = Maps.constFind(fileName);
+    if (cached != Maps.constEnd()) {
+        settings = *cached;
+        return;
+    }
+
+    codec = codec_;
+    auto fresh = std::make_unique<QMap<QString, QVariant>>();
+    settings = fresh.get();
+    if (!ReadSettings()) {
+        settings = nullptr;
+        status = 1;
+        return;
+    }
+    Maps.insert(fileName, fresh.get());
+    fresh.release(); // the cache owns it from here
+}
+
+bool QSettingsRu::ReadSettings()
+{
+    QFile file(fileName);
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Text | QIODevice::ExistingOnly))
+        return false;
+    QTextStream stream(&file);
+    if (codec != nullptr)
+        stream.setCodec(codec);
+
+    QString section;
+    while (!stream.atEnd()) {
+        const QString line = stream.readLine().trimmed();
+        if (line.isEmpty())
+            continue;
+        if (line.startsWith(QLatin1Char('[')) && line.endsWith(QLatin1Char(']'))) {
+            section = line.mid(1, line.length() - 2);
+            continue;
+        }
+        const int equals = line.indexOf(QLatin1Char('='));
+        if (section.isEmpty() || equals < 0)
+            continue;
+        QString text = line.mid(equals + 1);
+        GlobalFunction::ClearComment(text);
+        settings->insert(section + QLatin1Char('/') + line.left(equals).trimmed(), QVariant(text));
+    }
+    file.close();
+    return true;
+}
+
+QString QSettingsRu::FullKey(const QString& key) const
+{
+    return group.isEmpty() ? key : group + QLatin1Char('/') + key;
+}
+
+QVariant QSettingsRu::value(const QString& key, const QVariant& defaultValue) const
+{
+    return settings->value(FullKey(key), defaultValue);
+}
+
+QString QSettingsRu::NumberedKey(const QString& prefix, unsigned int number)
+{
+    return prefix + QString::asprintf("%02d", static_cast<int>(number));
+}
+
+std::vector<unsigned int> QSettingsRu::NumberedKeys(const QString& prefix, unsigned int highest) const
+{
+    std::vector<unsigned int> numbers;
+    const QString head = FullKey(prefix);
+    const QMap<QString, QVariant>& entries = *settings;
+    for (auto entry = entries.lowerBound(head); entry != entries.end() && entry.key().startsWith(head);
+         ++entry) {
+        const QString digits = entry.key().mid(head.length());
+        const auto number = static_cast<unsigned int>(digits.toLongLong());
+        // Reading the number back from its key tells "A7", "A007" and "A7x" from "A07".
+        if (number >= 1 && number <= highest && NumberedKey(QString(), number) == digits)
+            numbers.push_back(number);
+    }
+    std::sort(numbers.begin(), numbers.end());
+    return numbers;
+}
+
+void QSettingsRu::ClearOneKey(const QString& fileName)
+{
+    delete Maps.take(fileName);
+}
+
+void QSettingsRu::Clear()
+{
+    qDeleteAll(Maps);
+    Maps.clear();
+}

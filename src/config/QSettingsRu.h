@@ -1,0 +1,56 @@
+// Read-only ini reader with a process-wide cache of the files it has read.
+//
+// Grammar, line by line, each line trimmed: "[section]" opens a section; "key=value" under a section is kept
+// under the full key section/key, the value cut at its first ";"; everything else is dropped. Of equal keys
+// the last one counts. There is no quoting and no comment line of its own.
+#pragma once
+
+#include <QMap>
+#include <QString>
+#include <QVariant>
+
+#include <vector>
+
+class QTextCodec;
+
+class QSettingsRu
+{
+public:
+    /// The cache: file name, exactly as given to the constructor, to the file's full keys and values. The
+    /// maps are owned by the cache; Clear and ClearOneKey free them.
+    static QMap<QString, QMap<QString, QVariant>*> Maps;
+
+    QMap<QString, QVariant>* settings; // the file's map in the cache, borrowed; null after a failed read
+    QString fileName;
+    QString group;     // prefix for value(); assigned by the client
+    QTextCodec* codec; // what the file was read with; null when the map came from the cache
+    int status;        // 0: usable, 1: the file could not be read
+
+    /// Takes fileName from the cache, or reads it with codec (null: the stream's default) and caches it.
+    /// A file that cannot be read sets status to 1 and is tried again by the next object.
+    QSettingsRu(const QString& fileName, QTextCodec* codec);
+
+    /// Parses fileName into *settings; false if it cannot be opened. For the constructor only.
+    bool ReadSettings();
+
+    /// The text stored under group/key (under key alone while group is empty), or defaultValue. Only while
+    /// status is 0.
+    QVariant value(const QString& key, const QVariant& defaultValue) const;
+
+    /// Numbers N from 1 to highest, rising, for which the group has a key of prefix and N printed by "%02d"
+    /// (A01, A10, A100). The time taken goes with the keys that are there, not with highest. Only while
+    /// status is 0.
+    std::vector<unsigned int> NumberedKeys(const QString& prefix, unsigned int highest) const;
+
+    /// The key that NumberedKeys looks for: prefix and number by "%02d".
+    static QString NumberedKey(const QString& prefix, unsigned int number);
+
+    /// Forgets one file; objects made for it must be gone.
+    static void ClearOneKey(const QString& fileName);
+
+    /// Forgets all files; all objects must be gone.
+    static void Clear();
+
+private:
+    QString FullKey(const QString& key) const;
+};

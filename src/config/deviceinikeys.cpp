@@ -1,0 +1,190 @@
+// The ini keys of a device: a table of rows and the one loop that reads them.
+#include "config/GlobalFunction.h"
+#include "config/QSettingsRu.h"
+#include "service/zucmtrconverter.h"
+#include "service/zucmtrdevparam.h"
+
+#include <limits>
+
+const QString LoadIniError_NoParam(QStringLiteral("Отсутствует необходимый параметр: "));
+const QString LoadIniError_ErrParam(QStringLiteral("Ошибка значения параметра: "));
+
+namespace {
+
+using Param = ZuCmtrDevParamDefault;
+
+enum class Presence {
+    Obligatory,     // must be there unless defaults are in force
+    QuietWhenEmpty, // may be absent; an empty field makes no log line
+    AlwaysTagged    // may be absent, and then carries the tag in every section
+};
+
+struct IniKey
+{
+    const char* key;
+    Presence presence;
+    QString Param::*text;              // one of these three is the field
+    bool Param::*flag;                 //
+    quint32 Param::*number;            //
+    int lowest, highest;               // accepted numbers
+    const char *on, *off;              // a flag's value in the log
+    const char* (*unit)(const Param&); // appended to a number in the log
+    QString Param::*tagNeeds; // QuietWhenEmpty: an absent key is tagged only if this field is not empty
+    bool Param::*onlyIf;      // the key is asked for only if this flag is set
+};
+
+const char* ModelsOfVersion(const Param& param)
+{
+    return param.ZuVersion == 1 ? "(МК7.06-МК7.08) " : "(МК7.11) ";
+}
+
+const char* Milliseconds(const Param& /*param*/)
+{
+    return "мс ";
+}
+
+constexpr IniKey TextKey(const char* key, QString Param::*field)
+{
+    return {key, Presence::Obligatory, field, nullptr, nullptr, 0, 0, "", "", nullptr, nullptr, nullptr};
+}
+
+constexpr IniKey QuietKey(const char* key, QString Param::*field, QString Param::*tagNeeds)
+{
+    return {key, Presence::QuietWhenEmpty, field, nullptr, nullptr, 0, 0, "", "", nullptr, tagNeeds, nullptr};
+}
+
+constexpr IniKey FlagKey(const char* key, bool Param::*field, const char* on, const char* off,
+                         Presence presence = Presence::Obligatory, bool Param::*onlyIf = nullptr)
+{
+    return {key, presence, nullptr, field, nullptr, 0, 1, on, off, nullptr, nullptr, onlyIf};
+}
+
+constexpr IniKey NumberKey(const char* key, quint32 Param::*field, int lowest, int highest,
+                           const char* (*unit)(const Param&))
+{
+    return {key,    Presence::Obligatory, nullptr, nullptr, field, lowest, highest, "", "", unit, nullptr,
+            nullptr};
+}
+
+// In reading order. The blanks at the ends of the log texts belong to them.
+constexpr IniKey DeviceKeys[] = {
+    TextKey("Энергосистема", &Param::PowerSystem),
+    TextKey("Субъект", &Param::Subject),
+    TextKey("Объект", &Param::Object),
+    TextKey("Источник", &Param::Source),
+    TextKey("Версия ПО", &Param::SoftwareVersion),
+    TextKey("Версия аппаратной части", &Param::HardwareVersion),
+    TextKey("Модель", &Param::Model),
+    NumberKey("Версия ZU", &Param::ZuVersion, 1, 2, ModelsOfVersion),
+    FlagKey("Удалять исходные", &Param::DeleteSource, "Да ", "Нет "),
+    NumberKey("Время ожидания", &Param::WaitTime, 0, std::numeric_limits<int>::max(), Milliseconds),
+    FlagKey("Тип Comtrade CFF", &Param::ComtradeCff, "Да (CFF) ", "Нет (cfg/dat ...) "),
+    FlagKey("Тип Comtrade BIN", &Param::ComtradeBin, "Да (Binary) ", "Нет (ASCII) "),
+    FlagKey("Кодировка Comtrade UTF8", &Param::ComtradeUtf8, "Да (UTF8) ", "Нет (CP1251) "),
+    FlagKey("Переименовать сигналы Comtrade", &Param::RenameSignals, "Да ", "Нет "),
+    QuietKey("Идентификатор Cim", &Param::CimId, &Param::CimId),
+    // Deliberate: a defaulted cabinet number is tagged only beside a CIM identifier.
+    QuietKey("Номер шкафа", &Param::CabinetNumber, &Param::CimId),
+    QuietKey("Серийный номер", &Param::SerialNumber, &Param::SerialNumber),
+    FlagKey("Доп.индексы для имен сигналов", &Param::AdditionalIndexes, "Да ", "Нет ", Presence::Obligatory,
+            &Param::RenameSignals),
+    FlagKey("Тип Comtrade 1999", &Param::Comtrade1999, "Да (Comtrade 1999) ", "Нет (Comtrade 2013) ",
+            Presence::AlwaysTagged),
+};
+
+enum class Reading { Stored, Absent, Bad };
+
+Reading ReadText(const QSettingsRu& ini, const IniKey& row, Param& param)
+{
+    QString text = ini.value(QString::fromUtf8(row.key), QLatin1String("")).toString();
+    GlobalFunction::ClearComment(text);
+    if (text.isEmpty())
+        return Reading::Absent;
+    param.*row.text = text;
+    return Reading::Stored;
+}
+
+Reading ReadNumber(const QSettingsRu& ini, const IniKey& row, Param& param)
+{
+    bool ok = false;
+    const int number = ini.value(QString::fromUtf8(row.key), -1).toInt(&ok);
+    // Deliberate: -1 counts as absent, also where the file says so.
+    if (number == -1)
+        return Reading::Absent;
+    if (!ok || number < row.lowest || number > row.highest)
+        return Reading::Bad;
+    if (row.flag != nullptr)
+        param.*row.flag = (number & 1) != 0;
+    else
+        param.*row.number = static_cast<quint32>(number);
+    return Reading::Stored;
+}
+
+bool IsTagged(const IniKey& row, const Param& param, bool useDefaults)
+{
+    if (row.presence == Presence::AlwaysTagged)
+        return true;
+    if (row.presence == Presence::QuietWhenEmpty)
+        return useDefaults && !(param.*row.tagNeeds).isEmpty();
+    return useDefaults;
+}
+
+QString LogLine(const IniKey& row, const Param& param, bool tagged)
+{
+    QString value;
+    if (row.text != nullptr)
+        value = param.*row.text;
+    else if (row.flag != nullptr)
+        value = QString::fromUtf8(param.*row.flag ? row.on : row.off);
+    else
+        value = QString::number(param.*row.number);
+    QString line = QStringLiteral("%1: %2 ").arg(QString::fromUtf8(row.key)).arg(value);
+    if (row.unit != nullptr)
+        line += QString::fromUtf8(row.unit(param));
+    if (tagged)
+        line += QStringLiteral("[принято по умолчанию]");
+    return line;
+}
+
+// Reads one key and adds its log line, if it has one. Returns the text of a failure, or a null string.
+QString ReadKey(const QSettingsRu& ini, const IniKey& row, bool useDefaults, Param& param,
+                std::vector<QString>& lines)
+{
+    if (row.onlyIf != nullptr && !(param.*row.onlyIf))
+        return QString();
+    const Reading reading = row.text != nullptr ? ReadText(ini, row, param) : ReadNumber(ini, row, param);
+    if (reading == Reading::Bad)
+        return LoadIniError_ErrParam + QString::fromUtf8(row.key);
+    const bool absent = reading == Reading::Absent;
+    if (absent && row.presence == Presence::Obligatory && !useDefaults)
+        return LoadIniError_NoParam + QString::fromUtf8(row.key);
+    if (row.presence != Presence::QuietWhenEmpty || !(param.*row.text).isEmpty())
+        lines.push_back(LogLine(row, param, absent && IsTagged(row, param, useDefaults)));
+    return QString();
+}
+
+} // namespace
+
+bool ZuCmtrDevParamDefault::LoadFromIniDef(const QString& fileName, const QString& group, bool useDefaults)
+{
+    QSettingsRu ini(fileName, ZuCmtrConverter::codecIni);
+    if (ini.status != 0) {
+        LastError = QStringLiteral("Нет доступа к ini-файлу [%1]").arg(fileName);
+        ZuCmtrConverter::WriteToLog(LastError);
+        return false;
+    }
+    ini.group = group;
+
+    std::vector<QString> lines;
+    for (const IniKey& row : DeviceKeys) {
+        const QString failure = ReadKey(ini, row, useDefaults, *this, lines);
+        if (failure.isNull())
+            continue;
+        LastError = failure;
+        lines.push_back(failure);
+        ZuCmtrConverter::WriteToLog(lines);
+        return false;
+    }
+    ZuCmtrConverter::WriteToLog(lines);
+    return true;
+}

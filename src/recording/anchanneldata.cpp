@@ -1,0 +1,101 @@
+// An analog channel: loading its header and samples.
+#include "recording/anchanneldata.h"
+
+#include "recording/deltadecoder.h"
+#include "recording/fieldtext.h"
+
+#include <QFile>
+
+#include <memory>
+#include <new>
+
+AnChannelData::AnChannelData()
+    : descrLength(0), m_DataLength(0), m_HeaderAn{}, m_pData(nullptr), Samples(nullptr), AddIndexPos(0),
+      BayParam(nullptr), IsVoltage(false), IsCurrent(false), ExtremeScale(1.0F), ExtremeMin(0.0F),
+      ExtremeMax(0.0F), CoefA(0.0F), CoefB(0.0F), SkewMicroseconds(0.0F)
+{}
+
+bool AnChannelData::Fail(const QString& text)
+{
+    ErrorText = text;
+    return false;
+}
+
+bool AnChannelData::Load(QFile& file, ZuFileSectionHeader* secHeader, QTextCodec* codec)
+{
+    if (m_pData != nullptr)
+        return Fail(QStringLiteral("m_pData!=nullptr"));
+    Name = zu::FieldText(secHeader->name, secHeader + 1, codec);
+    descrLength = secHeader->descrLength;
+    m_DataLength = secHeader->dataLength;
+
+    const qint64 behindSectionHeader = file.pos();
+    if (!ReadHeader(file, codec))
+        return false;
+    if (m_DataLength == 0 || m_HeaderAn.points == 0)
+        return Fail(QStringLiteral("канал %1 не содержит данных").arg(Name));
+
+    const qint64 dataStart = behindSectionHeader + descrLength - qint64(sizeof(ZuFileSectionHeader));
+    if (!file.seek(dataStart) || m_DataLength > file.size() - dataStart)
+        return Fail(QStringLiteral("чтение файла (данные AnChannel)"));
+    return LoadSamples(file);
+}
+
+bool AnChannelData::ReadHeader(QFile& file, QTextCodec* codec)
+{
+    if (file.read(reinterpret_cast<char*>(&m_HeaderAn), sizeof m_HeaderAn) != qint64(sizeof m_HeaderAn))
+        return Fail(QStringLiteral("чтение файла (AnChannelHeader)"));
+    Unit = zu::FieldText(m_HeaderAn.unit, &m_HeaderAn + 1, codec);
+    Remark = zu::FieldText(m_HeaderAn.remark, &m_HeaderAn + 1, codec);
+    return true;
+}
+
+// Reads the data area, at which file stands: into the samples themselves if it is plain.
+bool AnChannelData::LoadSamples(QFile& file)
+{
+    const bool plain = m_HeaderAn.compressed == 0;
+    const size_t words = (size_t(m_DataLength) + 1) / 2;
+    std::unique_ptr<quint16[]> buffer(new (std::nothrow) quint16[words]);
+    if (buffer == nullptr)
+        return Fail(QStringLiteral("чтение файла, ошибка выделения памяти"));
+    auto* bytes = reinterpret_cast<unsigned char*>(buffer.get());
+    if (!ReadArea(file, bytes))
+        return false;
+    if (!plain)
+        return Expand(bytes);
+    if (quint64(2) * m_HeaderAn.points != m_DataLength)
+        return Fail(QStringLiteral("плохой формат AnChannel (sizeof(WORD)*m_HeaderAn.points!=m_DataLength)"));
+    m_pData = buffer.release();
+    Samples = reinterpret_cast<qint16*>(m_pData);
+    return true;
+}
+
+bool AnChannelData::ReadArea(QFile& file, unsigned char* buffer)
+{
+    if (file.read(reinterpret_cast<char*>(buffer), m_DataLength) != m_DataLength)
+        return Fail(QStringLiteral("чтение файла (данные AnChannel)"));
+    return true;
+}
+
+bool AnChannelData::Expand(unsigned char* area)
+{
+    const QString badArea = QStringLiteral("ошибка распаковки сжатых данных");
+    if (!zu::CanExpandTo({area, m_DataLength}, m_HeaderAn.points))
+        return Fail(badArea);
+    m_pData = new (std::nothrow) quint16[m_HeaderAn.points];
+    Samples = reinterpret_cast<qint16*>(m_pData);
+    if (m_pData == nullptr)
+        return Fail(QStringLiteral("чтение файла, ошибка выделения памяти"));
+    return UnCompressData(area) || Fail(badArea);
+}
+
+bool AnChannelData::UnCompressData(unsigned char* source)
+{
+    return m_pData != nullptr && zu::ExpandSamples({source, m_DataLength}, Samples, m_HeaderAn.points);
+}
+
+void AnChannelData::Clear()
+{
+    delete[] m_pData;
+    m_pData = nullptr;
+}

@@ -1,0 +1,88 @@
+// Taking the start comment apart.
+#include "recording/startcomment.h"
+
+#include "config/GlobalFunction.h"
+
+namespace zu {
+
+QString CleanStartComment(const QString& comment, int trigMicroseconds, int startMicroseconds)
+{
+    constexpr int StampLength = 24;
+    constexpr int BeforeMicroseconds = 17; // "dd.MM.yy hh:mm:ss"
+    constexpr int LastUntouched = 21;      // Deliberate: a stamp nearer to the start stays in the text.
+    QString text = comment;
+    text.remove(QStringLiteral("(GPS)"), Qt::CaseSensitive);
+    text.remove(QLatin1Char('\''), Qt::CaseSensitive);
+    int position = text.indexOf(QString::asprintf(".%06d", trigMicroseconds));
+    if (position < 0)
+        position = text.indexOf(QString::asprintf(".%06d", startMicroseconds));
+    if (position > LastUntouched)
+        text.remove(position - BeforeMicroseconds, StampLength);
+    return text;
+}
+
+// The word before the parenthesis at open; blanks directly before it do not count.
+static QString KindBefore(const QString& text, int open)
+{
+    int end = open;
+    while (end > 0 && text[end - 1] == QLatin1Char(' '))
+        --end;
+    int blank = end - 1;
+    while (blank > 0 && text[blank] != QLatin1Char(' '))
+        --blank;
+    // Deliberate: without any blank the kind begins at the second character.
+    return text.mid(blank + 1, end - blank - 1);
+}
+
+bool SplitStartComment(const QString& text, StartComment& pieces)
+{
+    const int open = text.indexOf(QLatin1Char('('));
+    const int close = text.indexOf(QLatin1Char(')'));
+    if (open < 0 || close < open)
+        return false;
+    pieces.text = text;
+    pieces.kind = KindBefore(text, open);
+    pieces.inside = text.mid(open + 1, close - open - 1).trimmed();
+    pieces.tail = text.mid(close + 1).trimmed();
+    const int comma = pieces.tail.indexOf(QLatin1Char(','));
+    if (comma >= 0)
+        pieces.tail.truncate(comma);
+    pieces.items.clear();
+    GlobalFunction::GetNamesFromString(pieces.inside, &pieces.items);
+    return true;
+}
+
+// Takes value to thousands if the pick-up value is large enough, and puts it in text.
+static QString Scaled(double value, bool thousands)
+{
+    return QString::asprintf("%3.3f", thousands ? value / 1000.0 : value);
+}
+
+void ScaleThreshold(ThresholdText& texts, double primary)
+{
+    bool pickUpOk = false;
+    bool returnsOk = false;
+    const double pickUp = texts.pickUp.toDouble(&pickUpOk) * primary;
+    const double returns = texts.returns.toDouble(&returnsOk) * primary;
+    if (!pickUpOk || !returnsOk)
+        return;
+    const bool thousands = pickUp >= 1000.0; // Deliberate: the return value is not asked.
+    texts.pickUp = Scaled(pickUp, thousands);
+    texts.returns = Scaled(returns, thousands);
+    if (thousands)
+        texts.unit.prepend(QStringLiteral("к"));
+}
+
+void ScalePickUp(ThresholdText& texts, double primary)
+{
+    bool ok = false;
+    const double pickUp = texts.pickUp.toDouble(&ok) * primary;
+    if (!ok)
+        return;
+    const bool thousands = pickUp >= 1000.0;
+    texts.pickUp = Scaled(pickUp, thousands);
+    if (thousands)
+        texts.unit.prepend(QStringLiteral("к"));
+}
+
+} // namespace zu

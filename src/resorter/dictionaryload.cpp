@@ -1,0 +1,308 @@
+// Loading the sorting dictionary and the bays from the ini file.
+#include "resorter/ResorterZuCmtrConv.h"
+
+#include "config/GlobalFunction.h"
+#include "config/QSettingsRu.h"
+#include "service/zucmtrconverter.h"
+
+#include <algorithm>
+#include <iterator>
+#include <memory>
+
+namespace {
+
+constexpr quint32 UnreadRow = 999999;
+constexpr unsigned int AbsentMaximum = 4294967295U;
+
+// The fields of a value; none for an empty one.
+std::vector<QString> FieldsOf(const QString& text)
+{
+    std::vector<QString> fields;
+    GlobalFunction::GetItemsFromString(text, &fields, ",");
+    return fields;
+}
+
+// One load of one section: reads the entries and keeps the messages for the log.
+class DictionaryLoader
+{
+public:
+    DictionaryLoader(ResorterZuCmtrConv& resorter_, const QSettingsRu& ini_) : resorter(resorter_), ini(ini_)
+    {}
+
+    bool Run()
+    {
+        unsigned int highestAn = 0;
+        unsigned int highestDi = 0;
+        unsigned int highestBay = 0;
+        return ReadMaximum(QStringLiteral("nAnMax"), highestAn) &&
+               ReadMaximum(QStringLiteral("nDiMax"), highestDi) &&
+               ReadMaximum(QStringLiteral("nBayMax"), highestBay) && ReadAnalog(highestAn) &&
+               ReadDiscrete(highestDi) && ReadBays(highestBay);
+    }
+
+    const std::vector<QString>& Messages() const { return messages; }
+
+private:
+    bool ReadMaximum(const QString& key, unsigned int& maximum);
+    QString ReadValue(const QString& key) const;
+    bool ReadAnalog(unsigned int highest);
+    bool ReadDiscrete(unsigned int highest);
+    bool ReadBays(unsigned int highest);
+    bool ReadBay(unsigned int number, const QString& key, const std::vector<QString>& fields);
+    void SetNames(DictionaryZuCmtr& entry, const QString& key, const QString& name);
+    void WarnOfParameters(const QString& key, const QString& parameters);
+    void SetOptional(DictionaryZuCmtr& entry, const QString& parameters);
+    void Warn(const QString& text);
+    bool Fail(const QString& key);
+
+    ResorterZuCmtrConv& resorter;
+    const QSettingsRu& ini;
+    std::vector<QString> messages;
+};
+
+void DictionaryLoader::Warn(const QString& text)
+{
+    messages.push_back(text);
+    resorter.Device->LogMessages.push_back(text);
+}
+
+bool DictionaryLoader::Fail(const QString& key)
+{
+    resorter.ErrorText = LoadIniError_ErrParam + key;
+    messages.push_back(resorter.ErrorText);
+    return false;
+}
+
+bool DictionaryLoader::ReadMaximum(const QString& key, unsigned int& maximum)
+{
+    bool ok = false;
+    maximum = ini.value(key, QVariant(AbsentMaximum)).toUInt(&ok);
+    if (maximum == AbsentMaximum) {
+        maximum = 0;
+        return true;
+    }
+    return ok || Fail(key);
+}
+
+QString DictionaryLoader::ReadValue(const QString& key) const
+{
+    QString text = ini.value(key, QLatin1String("")).toString();
+    GlobalFunction::ClearComment(text);
+    return text;
+}
+
+void DictionaryLoader::SetNames(DictionaryZuCmtr& entry, const QString& key, const QString& name)
+{
+    entry.FullName = name;
+    const int colon = name.indexOf(QLatin1Char(':'));
+    entry.EquipmentName = colon >= 0 ? name.left(colon).trimmed() : name;
+    entry.SignalName = colon >= 0 ? name.mid(colon + 1).trimmed() : QString();
+    if (!entry.EquipmentName.isEmpty() && !entry.SignalName.isEmpty())
+        return;
+    Warn(QStringLiteral("Плохое имя сигнала %1 в секции %2 ZuDrv.ini при загрузке параметров сортировки "
+                        "Comtrade [%3]")
+             .arg(key)
+             .arg(ini.group)
+             .arg(name));
+}
+
+void DictionaryLoader::WarnOfParameters(const QString& key, const QString& parameters)
+{
+    Warn(QStringLiteral("Плохие параметры сортировки Comtrade для сигнала %1 в секции %2 ZuDrv.ini [%3]")
+             .arg(key)
+             .arg(ini.group)
+             .arg(parameters));
+}
+
+void DictionaryLoader::SetOptional(DictionaryZuCmtr& entry, const QString& parameters)
+{
+    entry.HasSortParams = true;
+    if (!resorter.LoadOneParam(parameters, QStringLiteral("VL_IND="), QStringLiteral("VL_IND ="),
+                               entry.VlInd))
+        entry.VlInd = QString();
+    if (!resorter.LoadOneParam(parameters, QStringLiteral("CIM_ID="), QStringLiteral("CIM_ID ="),
+                               entry.CimChannelId))
+        entry.CimChannelId = QString();
+}
+
+DictionaryZuCmtr NewEntry(unsigned int number, unsigned int ordinal)
+{
+    DictionaryZuCmtr entry{};
+    entry.Number = number;
+    entry.VoltageLevel = UnreadRow;
+    entry.EquipmentGroup = UnreadRow;
+    entry.Ordinal = ordinal;
+    return entry;
+}
+
+bool DictionaryLoader::ReadAnalog(unsigned int highest)
+{
+    unsigned int ordinal = 0;
+    for (const unsigned int number : ini.NumberedKeys(QStringLiteral("A"), highest)) {
+        const QString key = QSettingsRu::NumberedKey(QStringLiteral("A"), number);
+        const QString value = ReadValue(key);
+        if (value.isEmpty())
+            continue;
+        const std::vector<QString> fields = FieldsOf(value);
+        if (fields.empty() || fields[0].isEmpty())
+            return Fail(key);
+        auto* entry = new DictionaryZuCmtrAn{NewEntry(number, ordinal), UnreadRow};
+        resorter.AnDictionary.push_back(entry);
+        SetNames(*entry, key, fields[0]);
+        if (fields.size() >= 2 &&
+            resorter.LoadParamAn(fields[1], entry->VoltageLevel, entry->EquipmentGroup, entry->SignalGroup)) {
+            SetOptional(*entry, fields[1]);
+        } else {
+            if (fields.size() >= 2)
+                WarnOfParameters(key, fields[1]);
+            resorter.AnUnsorted.push_back(ordinal);
+        }
+        ++ordinal;
+    }
+    return true;
+}
+
+bool DictionaryLoader::ReadDiscrete(unsigned int highest)
+{
+    unsigned int ordinal = 0;
+    for (const unsigned int number : ini.NumberedKeys(QStringLiteral("D"), highest)) {
+        const QString key = QSettingsRu::NumberedKey(QStringLiteral("D"), number);
+        const QString value = ReadValue(key);
+        if (value.isEmpty())
+            continue;
+        const std::vector<QString> fields = FieldsOf(value);
+        if (fields.empty())
+            return Fail(key);
+        auto entry = std::make_unique<DictionaryZuCmtrDi>(
+            DictionaryZuCmtrDi{NewEntry(number, ordinal), UnreadRow, UnreadRow});
+        SetNames(*entry, key, fields[0]);
+        // Deliberate: a nameless discrete entry is dropped, where a nameless analog one fails the load.
+        const bool named = !entry->FullName.isEmpty();
+        if (named && fields.size() >= 2 &&
+            resorter.LoadParamDi(fields[1], entry->VoltageLevel, entry->EquipmentGroup, entry->DeviceGroup,
+                                 entry->StatusType)) {
+            SetOptional(*entry, fields[1]);
+        } else {
+            if (named && fields.size() >= 2)
+                WarnOfParameters(key, fields[1]);
+            resorter.DiUnsorted.push_back(ordinal);
+        }
+        if (named) {
+            resorter.DiDictionary.push_back(entry.get());
+            entry.release(); // the dictionary owns it from here
+        }
+        ++ordinal;
+    }
+    return true;
+}
+
+bool DictionaryLoader::ReadBays(unsigned int highest)
+{
+    for (const unsigned int number : ini.NumberedKeys(QStringLiteral("BAY"), highest)) {
+        const QString key = QSettingsRu::NumberedKey(QStringLiteral("BAY"), number);
+        const QString value = ReadValue(key);
+        if (!value.isEmpty() && !ReadBay(number, key, FieldsOf(value)))
+            return false;
+    }
+    return true;
+}
+
+bool DictionaryLoader::ReadBay(unsigned int number, const QString& key, const std::vector<QString>& fields)
+{
+    if (fields.empty())
+        return Fail(key);
+    if (fields.size() == 1)
+        return true;
+    auto bay = std::make_unique<BayOptionalParam>();
+    bay->Number = number;
+    bay->BayName = fields[0];
+    if (resorter.BayParams.count(bay->BayName) != 0) {
+        // Deliberate: the text ends in a comma and a blank.
+        Warn(QStringLiteral(
+                 "Имя присоединения [%3] в параметре %1 секции %2 ini-файла использовано повторно, ")
+                 .arg(key)
+                 .arg(ini.group)
+                 .arg(bay->BayName));
+        return true;
+    }
+    bay->DisplayName = fields[1];
+    if (fields.size() >= 3)
+        bay->CircuitName = fields[2];
+    if (bay->DisplayName.isEmpty() && bay->CircuitName.isEmpty())
+        return true;
+    Warn(QStringLiteral("%1: %2,[%3],[%4]")
+             .arg(key)
+             .arg(bay->BayName)
+             .arg(bay->DisplayName)
+             .arg(bay->CircuitName));
+    const QString name = bay->BayName;
+    resorter.BayParams.emplace(name, bay.get());
+    bay.release(); // the map owns it from here
+    return true;
+}
+
+} // namespace
+
+bool ResorterZuCmtrConv::LoadFromIni(const QString& fileName, const QString& group)
+{
+    ErrorText = QLatin1String("");
+    QSettingsRu ini(fileName, ZuCmtrConverter::codecIni);
+    if (ini.status != 0) {
+        ErrorText = QStringLiteral("Нет доступа к ini-файлу [%1]").arg(fileName);
+        return false;
+    }
+    Clear();
+    ini.group = group;
+    DictionaryLoader loader(*this, ini);
+    const bool loaded = loader.Run();
+    ZuCmtrConverter::WriteToLog(loader.Messages());
+    return loaded;
+}
+
+bool ResorterZuCmtrConv::LoadOneParam(const QString& text, const QString& key, const QString& spacedKey,
+                                      QString& value)
+{
+    // A plain search: the key need not stand at the start of a word.
+    const QString* found = &key;
+    int position = text.indexOf(key, 0, Qt::CaseSensitive);
+    if (position < 0) {
+        found = &spacedKey;
+        position = text.indexOf(spacedKey, 0, Qt::CaseSensitive);
+    }
+    if (position < 0)
+        return false;
+    value = GlobalFunction::TrimLeft(text.mid(position + found->length()));
+    const int blank = value.indexOf(QLatin1Char(' '));
+    if (blank > 0)
+        value.truncate(blank);
+    return !value.isEmpty();
+}
+
+bool ResorterZuCmtrConv::LoadParamCommon(const QString& text, unsigned int& voltageLevel,
+                                         unsigned int& equipmentGroup)
+{
+    QString value;
+    if (!LoadOneParam(text, QStringLiteral("V_L="), QStringLiteral("V_L ="), value))
+        return false;
+    const auto* const level = std::find(std::begin(gst_vl), std::end(gst_vl), value.toUInt());
+    if (level == std::end(gst_vl))
+        return false;
+    voltageLevel = static_cast<unsigned int>(level - std::begin(gst_vl));
+    return LoadCode(text, QStringLiteral("E_G="), QStringLiteral("E_G ="), gst_eg, equipmentGroup);
+}
+
+bool ResorterZuCmtrConv::LoadParamAn(const QString& text, unsigned int& voltageLevel,
+                                     unsigned int& equipmentGroup, unsigned int& signalGroup)
+{
+    return LoadParamCommon(text, voltageLevel, equipmentGroup) &&
+           LoadCode(text, QStringLiteral("S_G="), QStringLiteral("S_G ="), gst_sg, signalGroup);
+}
+
+bool ResorterZuCmtrConv::LoadParamDi(const QString& text, unsigned int& voltageLevel,
+                                     unsigned int& equipmentGroup, unsigned int& deviceGroup,
+                                     unsigned int& statusType)
+{
+    return LoadParamCommon(text, voltageLevel, equipmentGroup) &&
+           LoadCode(text, QStringLiteral("D_G="), QStringLiteral("D_G ="), gst_dg, deviceGroup) &&
+           LoadCode(text, QStringLiteral("S_T="), QStringLiteral("S_T ="), gst_st, statusType);
+}

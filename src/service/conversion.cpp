@@ -1,0 +1,96 @@
+// The conversion of one recording: the steps from its name to the committed record.
+#include "service/zucmtrconverter.h"
+
+#include "recording/zufileformat.h"
+#include "resorter/ResorterZuCmtrConv.h"
+#include "service/outputfiles.h"
+#include "service/segmentchain.h"
+
+#include <QFile>
+
+namespace {
+
+bool HasRecorderExtension(const QString& fileName)
+{
+    return fileName.length() >= 4 &&
+           (fileName.endsWith(QLatin1String(".ZU")) || fileName.endsWith(QLatin1String(".zu")));
+}
+
+bool CheckArguments(const QString& fileName, const QString& outDir, ZuCmtrDevParam* dev)
+{
+    if (!QFile::exists(fileName)) {
+        dev->LastError = QStringLiteral("Файл не существует [%1]").arg(fileName);
+        return false;
+    }
+    if (!QFile::exists(outDir)) {
+        // Deliberate: the message names the recorder file, not the missing directory.
+        dev->LastError = QStringLiteral("Каталог не существует [%1]").arg(fileName);
+        return false;
+    }
+    if (!HasRecorderExtension(fileName)) {
+        dev->LastError = QStringLiteral("Плохое имя файла [%1]").arg(fileName);
+        return false;
+    }
+    return true;
+}
+
+// Gives the first segment its COMTRADE names, start comment, channel order and output name.
+void PrepareForOutput(ZuFileFormat& first, ZuCmtrDevParam* dev)
+{
+    first.RenameAllChannelsName(dev);
+    first.ParseComment(dev);
+    dev->Resorter->SortZuFile(&first);
+    first.OutName = first.DoOutName(dev);
+}
+
+bool WriteFailed(ZuCmtrDevParam* dev, const QString& tmpName)
+{
+    dev->LastError = QStringLiteral("Ошибка записи в [%1]").arg(tmpName);
+    return false;
+}
+
+// The order is binding: the CFG writer leaves coefficients and texts that the HDR and INF writers read.
+bool WriteAll(ZuCmtrConverter& converter, std::vector<ZuFileFormat*>* files, ZuCmtrDevParam* dev)
+{
+    if (!converter.WriteCfg(files, dev))
+        return WriteFailed(dev, dev->TmpNameCfg);
+    if (!converter.WriteDat(files, dev))
+        return WriteFailed(dev, dev->TmpNameDat);
+    if (dev->Comtrade1999)
+        return true;
+    if (!converter.WriteHdr(files, dev))
+        return WriteFailed(dev, dev->TmpNameHdr);
+    if (!converter.WriteInf(files, dev))
+        return WriteFailed(dev, dev->TmpNameInf);
+    return true;
+}
+
+} // namespace
+
+bool ZuCmtrConverter::ConvertToComtrade(const QString& fileName, const QString& outDir, unsigned int devId)
+{
+    ZuCmtrDevParam* dev = FindDevice(devId);
+    if (dev == nullptr)
+        return false;
+    dev->ClearLog();
+    if (!CheckArguments(fileName, outDir, dev))
+        return false;
+
+    SegmentChain chain(*dev); // releases every segment on every way out
+    if (!chain.Load(fileName))
+        return false;
+    chain.CutAtDifference();
+    if (!chain.CheckChannels() || !chain.SumTotals())
+        return false;
+
+    PrepareForOutput(chain.First(), dev);
+    outputfiles::Name(chain.First().OutName, outDir, dev);
+    if (!WriteAll(*this, chain.Files(), dev))
+        return false;
+    outputfiles::Commit(*this, dev);
+    if (dev->DeleteSource)
+        chain.RemoveSources();
+    dev->LogMessages.push_back(
+        QStringLiteral("Преобразование в Comtrade выполнено успешно, файл %1").arg(chain.First().OutName));
+    return true;
+}

@@ -1,0 +1,39 @@
+// The walk of a DAT file over the segments of a recording.
+#include "writers/samplewalk.h"
+
+#include "config/Numeric.h"
+#include "recording/zufileformat.h"
+
+#include <cmath>
+
+SampleWalk::SampleWalk(const std::vector<ZuFileFormat*>& files_, double sampleRate, qint64 totalSamples_)
+    : files(files_), step(1000000.0 / sampleRate), totalSamples(totalSamples_)
+{}
+
+quint32 SampleWalk::TimeInSegment() const
+{
+    return static_cast<quint32>(time) - static_cast<quint32>(Segment().SegmentTimeBase);
+}
+
+bool SampleWalk::EnterNextSegment()
+{
+    if (segment + 1 == files.size())
+        return false;
+    ++segment;
+    segmentSample = 0;
+    // Deliberate: the time in the new segment is not tested again; one record passes one segment at most.
+    segmentTime = TimeInSegment();
+    return true;
+}
+
+bool SampleWalk::Next()
+{
+    if (number >= totalSamples)
+        return false;
+    if (number > 0)
+        ++segmentSample;
+    time = zu::ToInteger<quint64>(std::round(static_cast<double>(number) * step));
+    ++number;
+    segmentTime = TimeInSegment();
+    return segmentTime < Segment().SegmentDuration || EnterNextSegment();
+}
