@@ -1,0 +1,143 @@
+// The ini file of the sample station.
+#include "station/bays.h"
+#include "station/station.h"
+
+#include <QTextStream>
+
+namespace station {
+
+namespace {
+
+struct KeyRow
+{
+    const char* key;
+    const char* value;
+};
+
+// A defaults section must have every key.
+const KeyRow defaultKeys[] = {
+    {"Энергосистема", "Энергосистема Востока"},
+    {"Субъект", "Восточные сети"},
+    {"Объект", "ПС Узловая"},
+    {"Источник", "РАС-1"},
+    {"Версия ПО", "4.0"},
+    {"Версия аппаратной части", "2"},
+    {"Модель", "MK7.06"},
+    {"Версия ZU", "1"},
+    {"Удалять исходные", "0"},
+    {"Время ожидания", "60000"},
+    {"Тип Comtrade CFF", "0"},
+    {"Тип Comtrade BIN", "0"},
+    {"Кодировка Comtrade UTF8", "1"},
+    {"Переименовать сигналы Comtrade", "1"},
+    {"Идентификатор Cim", "00000000-0000-4000-8000-000000000001"},
+    {"Номер шкафа", "1"},
+    {"Серийный номер", "0001"},
+    {"Доп.индексы для имен сигналов", "1"},
+    {"Тип Comtrade 1999", "0"},
+};
+
+// What the device has of its own; everything else comes from the defaults.
+const KeyRow deviceOwnKeys[] = {
+    {"Источник", "РАС-1"},
+    {"Номер шкафа", "12"},
+    {"Серийный номер", "0123"},
+};
+
+// An identifier that depends on the name alone (FNV-1a over its UTF-8 bytes).
+QString CimId(const QString& name)
+{
+    quint64 hash = 14695981039346656037ull;
+    for (const char byte : name.toUtf8())
+        hash = (hash ^ static_cast<quint8>(byte)) * 1099511628211ull;
+    const auto high = static_cast<uint>(hash >> 32);
+    const auto low = static_cast<uint>(hash & 0xFFFFFFFFu);
+    return QString::asprintf("%08x-%04x-4%03x-8%03x-%08x%04x", high, low >> 16, low & 0xFFFu,
+                             (high ^ low) & 0xFFFu, low, (high ^ low) >> 16);
+}
+
+// The number of the line's circuit goes into the names of its currents.
+QString IndexOf(const AnalogSignal& signal)
+{
+    const bool wanted =
+        signal.bay.equipmentCode == QLatin1String("L") && signal.quantity == Quantity::Current;
+    return wanted ? QStringLiteral(" VL_IND=1") : QString();
+}
+
+QString ParametersOf(const Bay& bay)
+{
+    return QStringLiteral("V_L=%1 E_G=%2").arg(bay.kilovolts).arg(bay.equipmentCode);
+}
+
+QString EntryOf(const AnalogSignal& signal)
+{
+    return signal.name + QLatin1Char(',') + ParametersOf(signal.bay) + QLatin1String(" S_G=") +
+           signal.groupCode + IndexOf(signal) + QLatin1String(" CIM_ID=") + CimId(signal.name);
+}
+
+QString EntryOf(const DiscreteSignal& signal)
+{
+    return signal.name + QLatin1Char(',') + ParametersOf(signal.bay) + QLatin1String(" D_G=") +
+           signal.groupCode + QLatin1String(" S_T=") + signal.statusCode + QLatin1String(" CIM_ID=") +
+           CimId(signal.name);
+}
+
+QString EntryOf(const Bay& bay)
+{
+    QString entry = bay.name + QLatin1Char(',') + bay.displayName;
+    if (!bay.circuitName.isEmpty())
+        entry += QLatin1Char(',') + bay.circuitName;
+    return entry;
+}
+
+// The bound and the numbered keys of one family.
+template <typename Entry>
+void WriteFamily(QTextStream& out, const char* bound, const char* letters, const std::vector<Entry>& entries)
+{
+    out << bound << '=' << entries.size() << '\n';
+    int number = 0;
+    for (const Entry& entry : entries)
+        out << letters << QString::asprintf("%02d", ++number) << '=' << EntryOf(entry) << '\n';
+}
+
+void WriteDeviceKeys(QTextStream& out, const QMap<QString, QString>& further)
+{
+    for (const KeyRow& row : deviceOwnKeys)
+        if (!further.contains(QString::fromUtf8(row.key)))
+            out << QString::fromUtf8(row.key) << '=' << QString::fromUtf8(row.value) << '\n';
+    for (auto key = further.begin(); key != further.end(); ++key)
+        out << key.key() << '=' << key.value() << '\n';
+}
+
+} // namespace
+
+QString DefaultsSection()
+{
+    return QStringLiteral("Default");
+}
+
+QString DeviceSection()
+{
+    return QStringLiteral("Vostochnaya");
+}
+
+QString MakeIni(const StationOptions& options)
+{
+    const auto analog = AnalogSignals(options);
+    const auto discrete = DiscreteSignals(options);
+
+    QString text;
+    QTextStream out(&text);
+    out << '[' << DefaultsSection() << "]\n";
+    for (const KeyRow& row : defaultKeys)
+        out << QString::fromUtf8(row.key) << '=' << QString::fromUtf8(row.value) << '\n';
+    out << "\n[" << DeviceSection() << "]\n";
+    WriteDeviceKeys(out, options.deviceKeys);
+    WriteFamily(out, "nAnMax", "A", analog);
+    WriteFamily(out, "nDiMax", "D", discrete);
+    WriteFamily(out, "nBayMax", "BAY", BaysOf(analog, discrete));
+    out.flush();
+    return text;
+}
+
+} // namespace station
