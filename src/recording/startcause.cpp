@@ -7,28 +7,27 @@
 
 namespace {
 
-const QString& Discrete()
-{
-    static const QString kind(QStringLiteral("ДП"));
-    return kind;
-}
+// What started the recorder, by the kind of the comment.
+enum class StartKind {
+    Group,     // a threshold of a three-phase group, whose first item names no phase
+    Single,    // a threshold of a single channel
+    Discrete,  // a discrete signal
+    Frequency, // a threshold of the frequency
+    Harmonic,  // a threshold of a harmonic
+    Other
+};
 
-const QString& Frequency()
+StartKind KindOf(const QString& kind)
 {
-    static const QString kind(QStringLiteral("Ч"));
-    return kind;
-}
-
-const QString& Harmonic()
-{
-    static const QString kind(QStringLiteral("Г"));
-    return kind;
-}
-
-// A start by a three-phase group, whose first item names no phase.
-bool IsGroup(const QString& kind)
-{
-    return kind == QStringLiteral("ПП") || kind == QStringLiteral("ОП") || kind == QStringLiteral("НП");
+    if (kind == QStringLiteral("ПП") || kind == QStringLiteral("ОП") || kind == QStringLiteral("НП"))
+        return StartKind::Group;
+    if (kind == QStringLiteral("ДЗ"))
+        return StartKind::Single;
+    if (kind == QStringLiteral("ДП"))
+        return StartKind::Discrete;
+    if (kind == QStringLiteral("Ч"))
+        return StartKind::Frequency;
+    return kind == QStringLiteral("Г") ? StartKind::Harmonic : StartKind::Other;
 }
 
 QString ThresholdSetting(const zu::ThresholdText& texts)
@@ -60,62 +59,76 @@ void ZuFileFormat::ParseComment(ZuCmtrDevParam* dev)
     zu::StartComment comment;
     if (!text.startsWith(QStringLiteral("Пуск"))) {
         StartCondition = Comment;
-    } else if (!zu::SplitStartComment(text, comment)) {
-        StartCondition = text.section(QLatin1Char(','), 0, 0);
-    } else if (comment.items.size() < 2 || comment.items.size() > 5) {
-        StartCondition = Comment;
-    } else {
-        DescribeStart(comment, dev);
+        return;
     }
+    if (!zu::SplitStartComment(text, comment)) {
+        StartCondition = text.section(QLatin1Char(','), 0, 0);
+        return;
+    }
+    if (comment.items.size() < 2 || comment.items.size() > 5 || !DescribeStart(comment, dev))
+        StartCondition = Comment;
 }
 
-// The texts of a comment with two to five items.
-void ZuFileFormat::DescribeStart(const zu::StartComment& comment, ZuCmtrDevParam* dev)
+// The texts of a comment with two to five items; false if it refers to a channel that is not there.
+bool ZuFileFormat::DescribeStart(const zu::StartComment& comment, ZuCmtrDevParam* dev)
 {
-    AnChannelData* channel = nullptr;
-    if (comment.kind != Discrete()) {
-        const QString& reference = comment.items[0];
-        channel = FindAnChannel(IsGroup(comment.kind) ? reference + QLatin1Char('a') : reference);
-        if (channel == nullptr) {
-            StartCondition = Comment;
-            return;
-        }
-    } else if (comment.items.size() == 2) {
+    const StartKind kind = KindOf(comment.kind);
+    if (kind == StartKind::Discrete) {
+        DescribeDiscrete(comment, dev);
+        return true;
+    }
+    const QString& reference = comment.items[0];
+    const AnChannelData* channel =
+        FindAnChannel(kind == StartKind::Group ? reference + QLatin1Char('a') : reference);
+    if (channel == nullptr)
+        return false;
+    dev->Resorter->SetEqNameIfExist(comment.inside, StartCircuit, StartSignal);
+    DescribeSetting(comment, *channel);
+    return true;
+}
+
+void ZuFileFormat::DescribeDiscrete(const zu::StartComment& comment, ZuCmtrDevParam* dev)
+{
+    if (comment.items.size() == 2) {
         StartCondition = QStringLiteral("Пуск по изменению ДС ") + comment.tail;
         dev->Resorter->SetEqNameIfExist(comment.tail, StartCircuit, StartSignal);
         return;
     }
     dev->Resorter->SetEqNameIfExist(comment.inside, StartCircuit, StartSignal);
-    DescribeSetting(comment, channel);
+    if (comment.items.size() == 5)
+        DescribeFiveItems(comment);
 }
 
-// The condition and the setting. channel is null for a start by a discrete signal.
-void ZuFileFormat::DescribeSetting(const zu::StartComment& comment, const AnChannelData* channel)
+// Deliberate: the return value stays empty and the unit is that of a frequency.
+void ZuFileFormat::DescribeFiveItems(const zu::StartComment& comment)
 {
-    const QString unit = channel != nullptr ? channel->Unit : QString();
-    const QString& kind = comment.kind;
-    if (kind == Harmonic() && comment.items.size() > 3) {
-        DescribeHarmonic(comment, *channel);
+    StartCondition = comment.text;
+    StartSetting = ThresholdSetting({comment.items[1], QString(), QStringLiteral("Гц")});
+}
+
+// The condition and the setting of a start by the values of channel. A kind that is not known gets no texts.
+void ZuFileFormat::DescribeSetting(const zu::StartComment& comment, const AnChannelData& channel)
+{
+    const StartKind kind = KindOf(comment.kind);
+    if (kind == StartKind::Harmonic && comment.items.size() > 3) {
+        DescribeHarmonic(comment, channel);
         return;
     }
-    if (comment.items.size() == 5 && kind != Frequency()) {
-        // Deliberate: the return value stays empty and the unit is that of a frequency.
-        StartCondition = comment.text;
-        StartSetting = ThresholdSetting({comment.items[1], QString(), QStringLiteral("Гц")});
+    if (kind != StartKind::Frequency && comment.items.size() == 5) {
+        DescribeFiveItems(comment);
         return;
     }
-    zu::ThresholdText texts{comment.items[1], ReturnValue(comment), unit};
+    zu::ThresholdText texts{comment.items[1], ReturnValue(comment), channel.Unit};
     const QString what = comment.items[0] + QLatin1Char(' ') + comment.tail;
-    if (kind == Frequency()) {
+    if (kind == StartKind::Frequency) {
         texts.unit = QStringLiteral("Гц");
         StartCondition = QStringLiteral("Пуск по частоте ") + what;
         StartSetting = ThresholdSetting(texts);
-    } else if (IsGroup(kind) || kind == QStringLiteral("ДЗ")) {
-        StartCondition = comment.text.left(5) + kind + QLatin1Char(' ') + what;
-        zu::ScaleThreshold(texts, static_cast<double>(float(channel->m_HeaderAn.Primary)));
+    } else if (kind == StartKind::Group || kind == StartKind::Single) {
+        StartCondition = comment.text.left(5) + comment.kind + QLatin1Char(' ') + what;
+        zu::ScaleThreshold(texts, static_cast<double>(float(channel.m_HeaderAn.Primary)));
         StartSetting = ThresholdSetting(texts);
     }
-    // Any other kind gets no texts.
 }
 
 void ZuFileFormat::DescribeHarmonic(const zu::StartComment& comment, const AnChannelData& channel)

@@ -130,8 +130,10 @@ public:
                         QString& minI, QString& maxU, QString& minU);
 
 private:
-    void DescribeStart(const zu::StartComment& comment, ZuCmtrDevParam* dev);
-    void DescribeSetting(const zu::StartComment& comment, const AnChannelData* channel);
+    bool DescribeStart(const zu::StartComment& comment, ZuCmtrDevParam* dev);
+    void DescribeDiscrete(const zu::StartComment& comment, ZuCmtrDevParam* dev);
+    void DescribeFiveItems(const zu::StartComment& comment);
+    void DescribeSetting(const zu::StartComment& comment, const AnChannelData& channel);
     void DescribeHarmonic(const zu::StartComment& comment, const AnChannelData& channel);
 
     bool Fail(const char* text, const QString& detail); // stores both; gives false

@@ -74,7 +74,7 @@ bool WriteChannelSection(ResorterZuCmtrConv& resorter, QFile& file, const Channe
 {
     const QString line = sections.lines.at(index);
     resorter.WriteString(
-        file, QString::fromLatin1(sections.head).arg(qulonglong(index + 1), 0, 10, QLatin1Char(' ')), err);
+        file, QString::fromLatin1(sections.head).arg(qulonglong{index} + 1, 0, 10, QLatin1Char(' ')), err);
     std::vector<QString> fields;
     GlobalFunction::GetItemsFromString(line, &fields, ",");
     if (fields.size() != Keys + 1)

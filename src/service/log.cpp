@@ -34,7 +34,7 @@ void ZuCmtrConverter::WriteToLog(const QString& text)
     AppendToLog({text}, nullptr);
 }
 
-void ZuCmtrConverter::WriteToLog(std::vector<QString> lines)
+void ZuCmtrConverter::WriteToLog(std::vector<QString> lines) // NOLINT(performance-unnecessary-value-param)
 {
     AppendToLog(lines, codecIni);
 }

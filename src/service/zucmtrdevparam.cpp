@@ -17,7 +17,7 @@ QString ZuCmtrDevParam::PopLogMessages()
 {
     if (LogMessages.empty())
         return QStringLiteral("");
-    const QString oldest = LogMessages.front();
+    QString oldest = LogMessages.front();
     LogMessages.erase(LogMessages.begin());
     return oldest;
 }

@@ -20,7 +20,7 @@
 
 namespace {
 
-constexpr size_t BlockSize = 256 * 1024; // bytes; a record is 37 KB at most
+constexpr size_t BlockSize = size_t{256} * 1024; // bytes; a record is 37 KB at most
 
 // The analog codes of a segment in output order.
 class CodeColumns
