@@ -1,0 +1,34 @@
+#!/bin/sh
+# Installs packages, builds, makes the sample station, converts it and shows what came out.
+#   ./demo.sh [DIRECTORY]      the station goes there; default: demo-station, made anew
+set -eu
+cd "$(dirname "$0")"
+station=${1:-demo-station}
+
+scripts/install-packages.sh build
+cmake --preset release -DZUCMTR_TESTS=OFF >/dev/null
+cmake --build --preset release -j "$(nproc)"
+zucmtr=build/release/tools/zucmtr/zucmtr
+
+rm -rf "$station"
+mkdir -p "$station"
+printf '\n== The sample station\n'
+"$zucmtr" sample --out "$station"
+ls -l "$station"
+
+# convert NAME SED-SCRIPT: converts the station with its ini file changed by the script.
+convert() {
+    printf '\n== %s\n' "$1"
+    mkdir -p "$station/$1"
+    sed "$2" "$station/ZuDrv.ini" >"$station/$1/ZuDrv.ini"
+    "$zucmtr" convert --ini "$station/$1/ZuDrv.ini" --defaults Default --device Vostochnaya \
+        --out "$station/$1" "$station"/*.ZU
+    ls -l "$station/$1"
+}
+convert comtrade-2013 ''
+convert comtrade-2013-cff 's/^\(Тип Comtrade CFF\)=.*/\1=1/'
+convert comtrade-1999 's/^\(Тип Comtrade 1999\)=.*/\1=1/'
+
+printf '\n== The fault report of one recording\n'
+report=$(ls "$station"/comtrade-2013/*.hdr | head -n 1)
+cat "$report"

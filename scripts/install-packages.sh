@@ -1,0 +1,36 @@
+#!/bin/sh
+# Installs what the given jobs need from Debian's packages; does nothing if all of it is there.
+#   scripts/install-packages.sh [build] [test] [lint] [coverage]
+set -eu
+
+packages=
+for job in "${@:-build}"; do
+    case $job in
+    build) packages="$packages g++ cmake ninja-build pkg-config qtbase5-dev libcli11-dev" ;;
+    test) packages="$packages libgtest-dev python3 binutils" ;;
+    lint) packages="$packages clang-format clang-tidy" ;;
+    coverage) packages="$packages gcovr" ;;
+    *)
+        echo "install-packages.sh: no such job: $job (build, test, lint, coverage)" >&2
+        exit 2
+        ;;
+    esac
+done
+
+missing=
+for package in $packages; do
+    if ! dpkg-query -W -f '${Status}' "$package" 2>/dev/null | grep -q 'ok installed'; then
+        missing="$missing $package"
+    fi
+done
+[ -n "$missing" ] || exit 0
+
+as_root=
+if [ "$(id -u)" -ne 0 ]; then
+    command -v sudo >/dev/null || { echo "install-packages.sh: run as root, or install sudo; missing:$missing" >&2; exit 1; }
+    as_root=sudo
+fi
+echo "Installing:$missing"
+$as_root apt-get update -qq
+# shellcheck disable=SC2086
+$as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends $missing >/dev/null

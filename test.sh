@@ -1,0 +1,47 @@
+#!/bin/sh
+# Installs packages, builds, runs all tests.
+#
+#   ./test.sh              everything: plain build, sanitizers, lint
+#   ./test.sh --plain      the plain build and its tests alone
+#   ./test.sh --coverage   tests with coverage of src/, printed as a table
+set -eu
+cd "$(dirname "$0")"
+
+mode=all
+case ${1:-} in
+'') ;;
+--plain) mode=plain ;;
+--coverage) mode=coverage ;;
+*)
+    sed -n '2,6s/^# \{0,1\}//p' "$0" >&2
+    exit 2
+    ;;
+esac
+jobs=$(nproc)
+
+# build_and_test PRESET [cmake option...]: configures, builds and runs what the preset's test filter takes.
+build_and_test() {
+    preset=$1
+    shift
+    printf '\n== %s\n' "$preset"
+    cmake --preset "$preset" "$@" >/dev/null
+    cmake --build --preset "$preset" -j "$jobs"
+    ctest --preset "$preset" -j "$jobs"
+}
+
+scripts/install-packages.sh build test
+case $mode in
+coverage)
+    scripts/install-packages.sh coverage
+    scripts/coverage.sh
+    exit
+    ;;
+plain)
+    build_and_test release
+    exit
+    ;;
+esac
+scripts/install-packages.sh lint
+build_and_test release
+build_and_test asan
+scripts/lint.sh build/release
