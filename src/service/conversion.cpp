@@ -8,6 +8,8 @@
 
 #include <QFile>
 
+#include <new>
+
 namespace {
 
 bool HasRecorderExtension(const QString& fileName)
@@ -75,7 +77,17 @@ bool ZuCmtrConverter::ConvertToComtrade(const QString& fileName, const QString& 
     dev->ClearLog();
     if (!CheckArguments(fileName, outDir, dev))
         return false;
+    try {
+        return Convert(fileName, outDir, dev);
+    } catch (const std::bad_alloc&) {
+        // The chain has been released by now, so there is memory for the text.
+        dev->LastError = QStringLiteral("чтение файла, ошибка выделения памяти");
+        return false;
+    }
+}
 
+bool ZuCmtrConverter::Convert(const QString& fileName, const QString& outDir, ZuCmtrDevParam* dev)
+{
     SegmentChain chain(*dev); // releases every segment on every way out
     if (!chain.Load(fileName))
         return false;

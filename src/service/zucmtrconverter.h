@@ -79,7 +79,8 @@ public:
 
     /// Converts one recording: loads the chain of segments that begins with fileName, checks it, writes the
     /// record to temporary files in outDir and commits them under their final names. False: the device's
-    /// LastError tells why (for a bad devId the converter's), and no final file was touched. Lets the
+    /// LastError tells why (for a bad devId the converter's), and no final file was touched; memory that runs
+    /// out is such a failure. Lets the
     /// std::out_of_range of ZuFileFormat::CompareHeader and ZuFileFormat::ParseComment pass.
     bool ConvertToComtrade(const QString& fileName, const QString& outDir, unsigned int devId);
 
@@ -119,4 +120,7 @@ public:
 private:
     // The device, or null with the bad-number text in LastError (stored under Mutex).
     ZuCmtrDevParam* FindDevice(unsigned int devId);
+
+    // The conversion proper, its arguments checked. Lets std::bad_alloc pass.
+    bool Convert(const QString& fileName, const QString& outDir, ZuCmtrDevParam* dev);
 };
