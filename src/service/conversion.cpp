@@ -96,7 +96,8 @@ bool ZuCmtrConverter::Convert(const QString& fileName, const QString& outDir, Zu
         return false;
 
     PrepareForOutput(chain.First(), dev);
-    outputfiles::Name(chain.First().OutName, outDir, dev);
+    if (!outputfiles::Name(chain.First().OutName, outDir, dev))
+        return WriteFailed(dev, dev->TmpNameCfg);
     if (!WriteAll(*this, chain.Files(), dev))
         return false;
     outputfiles::Commit(*this, dev);

@@ -41,7 +41,7 @@ bool ZuCmtrConverter::RemoveOldFile(const QString& tmpPath)
     return !QFile::exists(finalName) || QFile::remove(finalName);
 }
 
-void outputfiles::Name(const QString& outName, const QString& outDir, ZuCmtrDevParam* dev)
+bool outputfiles::Name(const QString& outName, const QString& outDir, ZuCmtrDevParam* dev)
 {
     const QString directory = outDir + QLatin1Char('/');
     const auto name = [&](const char* extension, QString& tmpName, QString& tmpPath) {
@@ -54,12 +54,15 @@ void outputfiles::Name(const QString& outName, const QString& outDir, ZuCmtrDevP
     name(".inftmp", dev->TmpNameInf, dev->TmpPathInf);
     name(".cfftmp", dev->TmpNameCff, dev->TmpPathCff);
 
+    if (outName.contains(QChar::Null))
+        return false;
     for (const QString& path : {dev->TmpPathCfg, dev->TmpPathDat, dev->TmpPathHdr, dev->TmpPathInf})
         RemoveIfThere(path);
     NameFile(dev->FileCfg, dev->TmpPathCfg);
     NameFile(dev->FileDat, dev->TmpPathDat);
     NameFile(dev->FileHdr, dev->TmpPathHdr);
     NameFile(dev->FileInf, dev->TmpPathInf);
+    return true;
 }
 
 static void CommitCff(ZuCmtrConverter& converter, ZuCmtrDevParam* dev)
