@@ -1,7 +1,7 @@
 #!/bin/sh
 # Installs packages, builds, runs all tests.
 #
-#   ./test.sh              everything: plain build, sanitizers, lint
+#   ./test.sh              everything: plain build, sanitizers, fuzzers for a short time, lint
 #   ./test.sh --plain      the plain build and its tests alone
 #   ./test.sh --coverage   tests with coverage of src/, printed as a table
 set -eu
@@ -41,7 +41,9 @@ plain)
     exit
     ;;
 esac
-scripts/install-packages.sh lint
+scripts/install-packages.sh lint fuzz
 build_and_test release
 build_and_test asan
+build_and_test tsan
+fuzz/run.sh 30
 scripts/lint.sh build/release
