@@ -1,0 +1,235 @@
+// zucmtr convert over good, broken and continued recordings.
+#include "program.h"
+
+#include <QRegularExpression>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using recorderfile::Encode;
+using recorderfile::Recording;
+
+QStringList FilesOfRecord(const QString& name)
+{
+    return {name + ".cfg", name + ".dat", name + ".hdr", name + ".inf"};
+}
+
+QString Converted(const QString& file, int minutes)
+{
+    return file + " -> " + ShortRecordName(minutes);
+}
+
+// A start comment with too few values, which the library refuses by an exception.
+Recording ThrowingRecording(int minutes)
+{
+    Recording recording = ShortRecording(minutes);
+    recording.comment = QStringLiteral("Пуск ДЗ (I,1.5)");
+    recording.Add(recorderfile::AnalogChannel{QStringLiteral("I"), QStringLiteral("А"), {1, 2, 3}});
+    return recording;
+}
+
+} // namespace
+
+TEST(Batch, EachRecordingGetsItsLineAndItsRecord)
+{
+    const Workplace place;
+    place.Write("a.ZU", Encode(ShortRecording(0)));
+    place.Write("b.zu", Encode(ShortRecording(10)));
+    const Finished run = place.Convert({"a.ZU", "b.zu"});
+    EXPECT_EQ(run.code, 0);
+    EXPECT_EQ(run.out, Converted("a.ZU", 0) + "\n" + Converted("b.zu", 10) + "\n");
+    EXPECT_EQ(run.err, QString());
+    EXPECT_EQ(place.Names("out"), FilesOfRecord(ShortRecordName(0)) + FilesOfRecord(ShortRecordName(10)));
+    EXPECT_EQ(place.Names(), (QStringList{"ZuDrv.ini", "a.ZU", "b.zu"}));
+}
+
+TEST(Batch, FailuresDoNotStopTheOthers)
+{
+    const Workplace place;
+    place.Write("a.ZU", "broken");
+    place.Write("b.ZU", Encode(ShortRecording(0)));
+    place.Write("c.txt", "text");
+    const Finished run = place.Convert({"no.ZU", "a.ZU", "b.ZU", "c.txt"});
+    EXPECT_EQ(run.code, 1);
+    EXPECT_EQ(run.out, Converted("b.ZU", 0) + "\n");
+    const QStringList errors = run.err.split('\n');
+    ASSERT_EQ(errors.size(), 5) << run.err;
+    EXPECT_EQ(errors[0], QStringLiteral("zucmtr: no.ZU: not converted: Файл не существует [no.ZU]"));
+    EXPECT_TRUE(errors[1].startsWith("zucmtr: a.ZU: not converted: Ошибка ")) << errors[1];
+    EXPECT_EQ(errors[2], QStringLiteral("zucmtr: c.txt: not converted: Плохое имя файла [c.txt]"));
+    EXPECT_EQ(errors[3], QStringLiteral("zucmtr: 3 of 4 files failed"));
+    EXPECT_EQ(place.Names("out"), FilesOfRecord(ShortRecordName(0)));
+}
+
+TEST(Batch, ExceptionOfTheLibraryIsThatRecordingsFailure)
+{
+    const Workplace place;
+    place.Write("a.ZU", Encode(ThrowingRecording(0)));
+    place.Write("b.ZU", Encode(ShortRecording(10)));
+    const Finished run = place.Convert({"a.ZU", "b.ZU"});
+    EXPECT_EQ(run.code, 1);
+    EXPECT_EQ(run.out, Converted("b.ZU", 10) + "\n");
+    EXPECT_TRUE(
+        run.err.startsWith("zucmtr: a.ZU: not converted: the start comment has too few values, or the "
+                           "segments have analog but no discrete channels [exception in the library: "))
+        << run.err;
+    EXPECT_TRUE(run.err.endsWith("]\nzucmtr: 1 of 2 files failed\n")) << run.err;
+    EXPECT_EQ(place.Names("out"), FilesOfRecord(ShortRecordName(10)));
+}
+
+TEST(Batch, NoteOnACutChainFollowsTheRecordsName)
+{
+    const Workplace place;
+    place.Write("a.ZU", Encode(ShortRecording(0)));
+    Recording other = ShortRecording(0);
+    other.identity = QStringLiteral("another recorder");
+    place.Write("a.Z01", Encode(other));
+    const Finished run = place.Convert({"a.ZU"});
+    EXPECT_EQ(run.code, 0);
+    EXPECT_EQ(run.out, Converted("a.ZU", 0) + "; Параметры файлов [a.Z01] и [a.ZU] различны, окончание "
+                                              "осциллограммы некорректно\n");
+}
+
+TEST(Batch, NotesOfAFailureFollowItsText)
+{
+    const Workplace place;
+    Recording recording = ShortRecording(0);
+    recording.duration = 0;
+    place.Write("a.ZU", Encode(recording));
+    place.Write("a.Z01", "broken");
+    const Finished run = place.Convert({"a.ZU"});
+    EXPECT_EQ(run.code, 1);
+    EXPECT_TRUE(run.err.startsWith("zucmtr: a.ZU: not converted: Плохое значение fullTime (==0); "
+                                   "Ошибка обработки файла a.ZU ["))
+        << run.err;
+    EXPECT_EQ(run.err.count('\n'), 1); // no summary of a single file
+}
+
+TEST(Batch, ContinuationsOfGivenFilesArePassedOver)
+{
+    const Workplace place;
+    place.Write("a.ZU", Encode(ShortRecording(0)));
+    place.Write("a.Z01", Encode(ShortRecording(0)));
+    place.Write("b.zu", Encode(ShortRecording(10)));
+    place.Write("b.z01", Encode(ShortRecording(10)));
+    const Finished run = place.Convert({"a.Z01", "./a.ZU", "b.z01", place.Path("b.zu")});
+    EXPECT_EQ(run.code, 0);
+    EXPECT_EQ(run.out, Converted("./a.ZU", 0) + "\n" + Converted(place.Path("b.zu"), 10) + "\n");
+    EXPECT_EQ(run.err,
+              QStringLiteral("zucmtr: a.Z01: passed over, it is converted with its first file a.ZU\n"
+                             "zucmtr: b.z01: passed over, it is converted with its first file b.zu\n"));
+}
+
+TEST(Batch, ContinuationWithoutItsFirstFileFails)
+{
+    const Workplace place;
+    place.Write("a.ZU", Encode(ShortRecording(0)));
+    place.Write("a.Z0f", Encode(ShortRecording(0)));
+    place.Write("b.ZU", Encode(ShortRecording(10)));
+    const Finished run = place.Convert({"a.Z0f", "b.ZU"});
+    EXPECT_EQ(run.code, 1);
+    EXPECT_EQ(run.out, Converted("b.ZU", 10) + "\n");
+    EXPECT_EQ(run.err,
+              QStringLiteral("zucmtr: a.Z0f: not converted: it continues a recording; give the first "
+                             "file a.ZU instead\nzucmtr: 1 of 2 files failed\n"));
+}
+
+TEST(Batch, NameThatTheChainDoesNotKnowIsNoContinuation)
+{
+    const Workplace place;
+    place.Write("a.ZU", Encode(ShortRecording(0)));
+    place.Write("a.Z0A", Encode(ShortRecording(0)));
+    const Finished run = place.Convert({"a.ZU", "a.Z0A"});
+    EXPECT_EQ(run.code, 1);
+    EXPECT_EQ(run.err, QStringLiteral("zucmtr: a.Z0A: not converted: Плохое имя файла [a.Z0A]\n"
+                                      "zucmtr: 1 of 2 files failed\n"));
+}
+
+TEST(Batch, RecordThatReplacesAnotherIsTold)
+{
+    const Workplace place;
+    place.Write("a.ZU", Encode(ShortRecording(0)));
+    place.Write("b.ZU", Encode(ShortRecording(0)));
+    const Finished run = place.Convert({"a.ZU", "b.ZU"});
+    EXPECT_EQ(run.code, 0);
+    EXPECT_EQ(run.err,
+              QStringLiteral("zucmtr: b.ZU: its record replaced that of a.ZU, which has the same name; "
+                             "convert them into different directories\n"));
+}
+
+TEST(Batch, RecordThatIsNotInPlaceIsAFailure)
+{
+    const Workplace place;
+    place.Write("a.ZU", Encode(ShortRecording(0)));
+    place.MakeDirectory("out/" + ShortRecordName(0) + ".cfg");
+    const Finished run = place.Convert({"a.ZU"});
+    EXPECT_EQ(run.code, 1);
+    EXPECT_EQ(run.out, QString());
+    EXPECT_EQ(
+        run.err,
+        QStringLiteral("zucmtr: a.ZU: not converted: the record could not be put in place, 'out/%1.cfgtmp' "
+                       "is left; free the final name and the disk, then convert again\n")
+            .arg(ShortRecordName(0)));
+}
+
+TEST(Batch, CffRecordIsOneFile)
+{
+    const Workplace place({{"Тип Comtrade CFF", "1"}});
+    place.Write("a.ZU", Encode(ShortRecording(0)));
+    EXPECT_EQ(place.Convert({"a.ZU"}).out, Converted("a.ZU", 0) + "\n");
+    EXPECT_EQ(place.Names("out"), QStringList{ShortRecordName(0) + ".cff"});
+}
+
+TEST(Batch, NotesOfLoadingAreToldOnceBeforeTheRecordings)
+{
+    const Workplace place({{"Тип Comtrade CFF", "1"}, {"Тип Comtrade 1999", "1"}});
+    place.Write("a.ZU", Encode(ShortRecording(0)));
+    place.Write("b.ZU", Encode(ShortRecording(10)));
+    const Finished run = place.Convert({"a.ZU", "b.ZU"});
+    EXPECT_EQ(run.code, 0);
+    EXPECT_EQ(run.out, Converted("a.ZU", 0) + "\n" + Converted("b.ZU", 10) + "\n");
+    EXPECT_EQ(run.err,
+              QStringLiteral("zucmtr: warnings and notes on section [Vostochnaya] of 'ZuDrv.ini':\n"
+                             "  Значение параметра Тип Comtrade CFF=1 несовместимо с Comtrade 1999 и "
+                             "будет проигнорировано\n"));
+}
+
+TEST(Batch, LogHasBothSections)
+{
+    const Workplace place;
+    place.Write("a.ZU", Encode(ShortRecording(0)));
+    EXPECT_EQ(place.Convert({"--log", "a.log", "a.ZU"}).code, 0);
+    const QStringList lines = ReadLines(place.Path("a.log"));
+    EXPECT_EQ(lines.filter(QRegularExpression("^>")),
+              (QStringList{">Параметры по умолчанию для преобразования ZU в Comtrade", ">Vostochnaya"}));
+}
+
+TEST(Batch, ControlCharactersOfANameDoNotReachTheTerminal)
+{
+    const Workplace place;
+    place.Write("a\x1b[1m.ZU", Encode(ShortRecording(0)));
+    EXPECT_EQ(place.Convert({"a\x1b[1m.ZU"}).out, Converted("a?[1m.ZU", 0) + "\n");
+}
+
+TEST(Batch, OutDirectoryMayEndInASlash)
+{
+    const Workplace place;
+    place.Write("a.ZU", Encode(ShortRecording(0)));
+    const Finished run = RunProgram(place.Path(), {"convert", "--ini", "ZuDrv.ini", "--defaults", "Default",
+                                                   "--device", "Vostochnaya", "--out", "out/", "a.ZU"});
+    EXPECT_EQ(run.code, 0);
+    EXPECT_EQ(place.Names("out"), FilesOfRecord(ShortRecordName(0)));
+}
+
+TEST(Batch, OutputThatCannotBeWrittenIsAFailure)
+{
+    const Workplace place;
+    place.Write("a.ZU", Encode(ShortRecording(0)));
+    const Finished run =
+        RunShell(place.Path(), "zucmtr convert --ini ZuDrv.ini --defaults Default --device Vostochnaya "
+                               "--out out a.ZU > /dev/full");
+    EXPECT_EQ(run.code, 1);
+    EXPECT_EQ(run.err, QStringLiteral("zucmtr: standard output could not be written; check the disk or the "
+                                      "pipe\n"));
+}

@@ -1,0 +1,162 @@
+// zucmtr convert with paths and sections that do not do: exit code 2, nothing written.
+#include "program.h"
+
+#include <QFileInfo>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+QStringList Arguments(const QString& ini, const QString& defaults, const QString& device, const QString& out)
+{
+    return {"convert", "--ini", ini, "--defaults", defaults, "--device", device, "--out", out, "a.ZU"};
+}
+
+void ExpectRefused(const Finished& run, const QString& error)
+{
+    EXPECT_EQ(run.code, 2);
+    EXPECT_EQ(run.out, QString());
+    EXPECT_EQ(run.err, QLatin1String("zucmtr: ") + error);
+}
+
+const char* const missingKeyText = "--defaults: section [Нет] of 'ZuDrv.ini' does not load: Отсутствует "
+                                   "необходимый параметр: Энергосистема\n"
+                                   "The log says:\n"
+                                   "  >Параметры по умолчанию для преобразования ZU в Comtrade\n"
+                                   "  Отсутствует необходимый параметр: Энергосистема\n"
+                                   "'ZuDrv.ini' has no section [Нет]; it has [Default], [Vostochnaya]\n";
+
+} // namespace
+
+TEST(Configuration, MissingIniFileIsNamed)
+{
+    const Workplace place;
+    ExpectRefused(RunProgram(place.Path(), Arguments("no.ini", "Default", "Vostochnaya", "out")),
+                  "--ini: the file 'no.ini' does not exist; give the path of the recorders' ini file\n");
+}
+
+TEST(Configuration, DirectoryInPlaceOfTheIniFileIsRefused)
+{
+    const Workplace place;
+    ExpectRefused(RunProgram(place.Path(), Arguments("out", "Default", "Vostochnaya", "out")),
+                  "--ini: 'out' is not a file; give the path of the recorders' ini file\n");
+}
+
+TEST(Configuration, MissingOutDirectoryIsNotMade)
+{
+    const Workplace place;
+    ExpectRefused(RunProgram(place.Path(), Arguments("ZuDrv.ini", "Default", "Vostochnaya", "my records")),
+                  "--out: the directory 'my records' does not exist; make it first: mkdir -p 'my records'\n");
+    EXPECT_FALSE(QFileInfo::exists(place.Path("my records")));
+}
+
+TEST(Configuration, FileInPlaceOfTheOutDirectoryIsRefused)
+{
+    const Workplace place;
+    ExpectRefused(RunProgram(place.Path(), Arguments("ZuDrv.ini", "Default", "Vostochnaya", "ZuDrv.ini")),
+                  "--out: 'ZuDrv.ini' is a file; give a directory to write into\n");
+}
+
+TEST(Configuration, LogThatCannotBeWrittenIsRefused)
+{
+    const Workplace place;
+    for (const QString& log : {QStringLiteral("no/a.log"), QStringLiteral("out"), QString()})
+        ExpectRefused(
+            place.Convert({"--log", log, "a.ZU"}),
+            QStringLiteral("--log: cannot write the file '%1'; give a file in a directory that exists "
+                           "and can be written to\n")
+                .arg(log));
+}
+
+TEST(Configuration, DefaultsSectionThatIsNotThereShowsTheLogAndTheSections)
+{
+    const Workplace place;
+    ExpectRefused(RunProgram(place.Path(), Arguments("ZuDrv.ini", "Нет", "Vostochnaya", "out")),
+                  QString::fromUtf8(missingKeyText));
+}
+
+TEST(Configuration, OlderLogIsKeptAndNotShown)
+{
+    const Workplace place;
+    place.Write("a.log", "old line\n");
+    const QStringList arguments = Arguments("ZuDrv.ini", "Нет", "Vostochnaya", "out");
+    ExpectRefused(RunProgram(place.Path(), arguments + QStringList{"--log", "a.log"}),
+                  QString::fromUtf8(missingKeyText));
+    EXPECT_EQ(ReadLines(place.Path("a.log")),
+              (QStringList{"old line", ">Параметры по умолчанию для преобразования ZU в Comtrade",
+                           "Отсутствует необходимый параметр: Энергосистема"}));
+}
+
+TEST(Configuration, DeviceSectionThatIsNotThereIsAnError)
+{
+    const Workplace place;
+    ExpectRefused(RunProgram(place.Path(), Arguments("ZuDrv.ini", "Default", "Западная", "out")),
+                  "--device: 'ZuDrv.ini' has no section [Западная]; it has [Default], [Vostochnaya]\n");
+}
+
+TEST(Configuration, FileWithoutSectionsIsNoIniFile)
+{
+    const Workplace place;
+    place.Write("a.txt", "text\n");
+    const Finished run = RunProgram(place.Path(), Arguments("a.txt", "Default", "Vostochnaya", "out"));
+    EXPECT_EQ(run.code, 2);
+    EXPECT_TRUE(run.err.endsWith("\n'a.txt' has no section at all; is it the recorders' ini file?\n"))
+        << run.err;
+}
+
+TEST(Configuration, BadDeviceKeyShowsTheLinesOfItsSectionOnly)
+{
+    const Workplace place({{"Версия ZU", "3"}});
+    ExpectRefused(place.Convert({"a.ZU"}), "--device: section [Vostochnaya] of 'ZuDrv.ini' does not load\n"
+                                           "The log says:\n"
+                                           "  >Vostochnaya\n"
+                                           "  Энергосистема: Энергосистема Востока [принято по умолчанию]\n"
+                                           "  Субъект: Восточные сети [принято по умолчанию]\n"
+                                           "  Объект: ПС Узловая [принято по умолчанию]\n"
+                                           "  Источник: РАС-1 \n"
+                                           "  Версия ПО: 4.0 [принято по умолчанию]\n"
+                                           "  Версия аппаратной части: 2 [принято по умолчанию]\n"
+                                           "  Модель: MK7.06 [принято по умолчанию]\n"
+                                           "  Ошибка значения параметра: Версия ZU\n");
+}
+
+TEST(Configuration, LongLogIsCutToItsEnd)
+{
+    const Workplace place;
+    QByteArray dictionary = "nAnMax=31\nA31=,\n"; // the last entry has no name, which fails the load
+    for (int i = 1; i <= 30; ++i)
+        dictionary += QString::asprintf("A%02d=noColon,\n", i).toUtf8();
+    place.Write("ZuDrv.ini", PlainIni() + dictionary);
+    const Finished run = place.Convert({"--log", "a.log", "a.ZU"});
+    const QStringList log = ReadLines(place.Path("a.log"));
+    const QStringList section = log.mid(log.indexOf(">Vostochnaya"));
+    ASSERT_GT(section.size(), 60);
+    ExpectRefused(run, QStringLiteral("--device: section [Vostochnaya] of 'ZuDrv.ini' does not load\n"
+                                      "The log says:\n"
+                                      "  ... (%1 lines before)\n  ")
+                               .arg(section.size() - 25) +
+                           section.mid(section.size() - 25).join("\n  ") + "\n");
+    EXPECT_EQ(section.last(), QStringLiteral("Ошибка значения параметра: A31"));
+}
+
+TEST(Configuration, TemporaryLogIsRemoved)
+{
+    const Workplace place;
+    const QString temporary = place.MakeDirectory("tmp");
+    const QMap<QString, QString> environment = {{"TMPDIR", temporary}};
+    RunProgram(place.Path(), Arguments("ZuDrv.ini", "Нет", "Vostochnaya", "out"), environment);
+    RunProgram(place.Path(), Arguments("ZuDrv.ini", "Default", "Vostochnaya", "out"), environment);
+    EXPECT_EQ(place.Names("tmp"), QStringList());
+    EXPECT_EQ(place.Names(), QStringList{"ZuDrv.ini"});
+}
+
+TEST(Configuration, TemporaryLogThatCannotBeMadeAsksForALog)
+{
+    const Workplace place;
+    const Finished run = RunProgram(place.Path(), Arguments("ZuDrv.ini", "Default", "Vostochnaya", "out"),
+                                    {{"TMPDIR", place.Path("no")}});
+    ExpectRefused(run,
+                  QStringLiteral("cannot make a temporary log file in '%1'; set TMPDIR to a directory that "
+                                 "can be written to, or name a log file by --log\n")
+                      .arg(place.Path("no")));
+}

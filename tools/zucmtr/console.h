@@ -1,0 +1,17 @@
+// What the program says: results on standard output, all else on standard error, both always in UTF-8.
+#pragma once
+
+#include <QString>
+
+/// One line on standard output, at once, so that a long run shows how far it is. Control characters in the
+/// text are shown as "?".
+void PrintLine(const QString& text);
+
+/// One or more lines (parted by line feeds) on standard error, the first behind the program's name.
+void Complain(const QString& text);
+
+/// False if standard output has lost something, as on a full disk.
+bool OutputIsWhole();
+
+/// The text as one word of a shell command: in single quotes where it needs them.
+QString ShellWord(const QString& text);

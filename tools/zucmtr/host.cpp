@@ -1,0 +1,129 @@
+#include "host.h"
+
+#include "checks.h"
+#include "command.h"
+
+#include <zucmtrlib.h>
+
+#include <QFile>
+
+#include <exception>
+#include <stdexcept>
+
+namespace {
+
+// The note on a converted recording; the output name follows.
+QString SuccessNote()
+{
+    return QStringLiteral("Преобразование в Comtrade выполнено успешно, файл ");
+}
+
+// The library does not look at the results of its last renames. A temporary file that stayed shows that the
+// record is not in place. Gives its path, or an empty text.
+QString TemporaryLeft(const QString& outDirectory, const QString& outputName)
+{
+    for (const char* extension : {".cfftmp", ".cfgtmp", ".dattmp", ".hdrtmp", ".inftmp"}) {
+        const QString path = outDirectory + QLatin1Char('/') + outputName + QLatin1String(extension);
+        if (QFile::exists(path))
+            return path;
+    }
+    return QString();
+}
+
+void TakeOutputName(Outcome& outcome)
+{
+    if (outcome.notes.isEmpty() || !outcome.notes.last().startsWith(SuccessNote()))
+        return;
+    outcome.outputName = outcome.notes.takeLast().mid(SuccessNote().size());
+}
+
+void CheckCommitted(Outcome& outcome, const QString& outDirectory)
+{
+    const QString left = TemporaryLeft(outDirectory, outcome.outputName);
+    if (left.isEmpty())
+        return;
+    outcome.converted = false;
+    outcome.error = QStringLiteral("the record could not be put in place, '%1' is left; free the final name "
+                                   "and the disk, then convert again")
+                        .arg(left);
+}
+
+} // namespace
+
+Host::Host(const QString& logPath) : log(logPath)
+{
+    if (!ZuCmtrConverterInit())
+        throw std::runtime_error("the library did not start its converter");
+}
+
+Host::~Host()
+{
+    ZuCmtrConverterExit();
+}
+
+void Host::LoadDefaults(const QString& iniPath, const QString& section)
+{
+    log.TakeNewLines();
+    if (!ZuCmtrLoadFromIniDefault(iniPath, section)) {
+        const QString what = QStringLiteral("--defaults: section [%1] of '%2' does not load: %3")
+                                 .arg(section, iniPath, ZuCmtrGetLastError());
+        throw ConfigurationError(LoadFailure(what, iniPath, section));
+    }
+}
+
+unsigned int Host::LoadDevice(const QString& iniPath, const QString& section)
+{
+    const QString missing = MissingSectionText(iniPath, section);
+    if (!missing.isEmpty())
+        throw ConfigurationError(QStringLiteral("--device: ") + missing);
+    log.TakeNewLines();
+    unsigned int device = 0;
+    if (!ZuCmtrLoadFromIni(iniPath, section, &device)) {
+        const QString what =
+            QStringLiteral("--device: section [%1] of '%2' does not load").arg(section, iniPath);
+        throw ConfigurationError(LoadFailure(what, iniPath, section));
+    }
+    return device;
+}
+
+QString Host::LoadFailure(const QString& what, const QString& iniPath, const QString& section)
+{
+    QString text = what;
+    const QStringList lines = log.TakeNewLines();
+    if (!lines.isEmpty())
+        text += QStringLiteral("\nThe log says:\n  ") + lines.join(QLatin1String("\n  "));
+    const QString missing = MissingSectionText(iniPath, section);
+    if (!missing.isEmpty())
+        text += QLatin1Char('\n') + missing;
+    return text;
+}
+
+Outcome Host::Convert(const QString& file, const QString& outDirectory, unsigned int device)
+{
+    Outcome outcome;
+    try {
+        outcome.converted = ZuCmtrConvertToComtrade(file, outDirectory, device);
+        outcome.error = ZuCmtrGetDevLastError(device);
+    } catch (const std::out_of_range& failure) {
+        outcome.error =
+            QStringLiteral("the start comment has too few values, or the segments have analog but "
+                           "no discrete channels [exception in the library: %1]")
+                .arg(QString::fromUtf8(failure.what()));
+    } catch (const std::exception& failure) {
+        outcome.error = QStringLiteral("exception in the library: %1").arg(QString::fromUtf8(failure.what()));
+    }
+    outcome.notes = TakeNotes(device);
+    if (outcome.converted) {
+        TakeOutputName(outcome);
+        CheckCommitted(outcome, outDirectory);
+    }
+    return outcome;
+}
+
+QStringList Host::TakeNotes(unsigned int device)
+{
+    QStringList notes;
+    while (ZuCmtrGetDevMsgCount(device) > 0)
+        notes << ZuCmtrPopDevMessage(device);
+    return notes;
+}

@@ -1,0 +1,109 @@
+#include "samplecommand.h"
+
+#include "checks.h"
+#include "console.h"
+#include "sampleoptions.h"
+
+#include <CLI/CLI.hpp>
+
+#include <QDir>
+#include <QStringList>
+
+#include <memory>
+
+namespace {
+
+const char* const description = "Write a sample station: recordings and their ini file";
+
+const char* const footer =
+    "The station is a substation of 220/110 kV with a short circuit on a line. There is one recording for "
+    "each\n"
+    "kind of start, and the ini file ZuDrv.ini. The same options give the same bytes everywhere. The files\n"
+    "written are listed; the last line is the command that converts them.\n"
+    "\n"
+    "Example:\n"
+    "  mkdir -p station\n"
+    "  zucmtr sample --out station --fault three --segments 2";
+
+struct Options
+{
+    SampleOptions sample;
+    std::string out;
+    bool force = false;
+};
+
+const char* const iniName = "ZuDrv.ini";
+
+// An older sample in the directory must not mix with the new one: a continuation file that stayed would be
+// read behind the new first file.
+void MakeRoom(const QDir& directory, bool force)
+{
+    const QStringList patterns = {QLatin1String(iniName), QStringLiteral("Vostochnaya_00012[3-9].Z*"),
+                                  QStringLiteral("Vostochnaya_000130.Z*")};
+    const QStringList present =
+        directory.entryList(patterns, QDir::Files | QDir::Hidden | QDir::CaseSensitive, QDir::Name);
+    if (!present.isEmpty() && !force)
+        throw ConfigurationError(
+            QStringLiteral(
+                "--out: '%1' already has '%2'; choose another directory, or replace the sample and "
+                "its ini file by --force")
+                .arg(directory.path(), present.first()));
+    for (const QString& name : present)
+        QFile::remove(directory.filePath(name));
+}
+
+bool Write(const QString& path, const QByteArray& bytes)
+{
+    if (!recorderfile::WriteFile(path, bytes)) {
+        Complain(QStringLiteral("cannot write '%1'; check the free space and the permissions").arg(path));
+        return false;
+    }
+    PrintLine(path);
+    return true;
+}
+
+bool WriteStation(const QDir& directory, const station::StationOptions& options)
+{
+    if (!Write(directory.filePath(QLatin1String(iniName)), station::MakeIni(options).toUtf8()))
+        return false;
+    for (const station::StartKind start : station::PossibleStarts(options))
+        for (const recorderfile::NamedFile& file : station::MakeFiles(options, start))
+            if (!Write(directory.filePath(file.name), file.bytes))
+                return false;
+    return true;
+}
+
+QString ConvertCommand(const QString& program, const QDir& directory)
+{
+    const QString records = ShellWord(directory.filePath(QStringLiteral("comtrade")));
+    return QStringLiteral("mkdir -p %1 && %2 convert --ini %3 --defaults %4 --device %5 --out %1 %6/%5_*.ZU")
+        .arg(records, ShellWord(program), ShellWord(directory.filePath(QLatin1String(iniName))),
+             station::DefaultsSection(), station::DeviceSection(), ShellWord(directory.path()));
+}
+
+int Run(const Options& options, const QString& program)
+{
+    const station::StationOptions station = CheckedStation(options.sample);
+    const QDir directory(CheckedOutputDirectory(QString::fromStdString(options.out)));
+    MakeRoom(directory, options.force);
+    if (!WriteStation(directory, station))
+        return ExitFailed;
+    PrintLine(ConvertCommand(program, directory));
+    return ExitDone;
+}
+
+} // namespace
+
+void AddSampleCommand(CLI::App& app, Action& chosen, const QString& program)
+{
+    CLI::App* command = app.add_subcommand("sample", description);
+    const auto options = std::make_shared<Options>();
+    command->add_option("--out", options->out, "Existing directory for the files")
+        ->required()
+        ->type_name("DIR");
+    AddStationOptions(*command, options->sample);
+    command->add_flag("--force", options->force, "Replace an older sample in the directory");
+    command->footer(footer);
+    command->callback(
+        [options, program, &chosen] { chosen = [options, program] { return Run(*options, program); }; });
+}
