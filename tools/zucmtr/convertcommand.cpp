@@ -3,6 +3,7 @@
 #include "checks.h"
 #include "console.h"
 #include "host.h"
+#include "memorylimit.h"
 #include "recordinglist.h"
 
 #include <CLI/CLI.hpp>
@@ -41,6 +42,7 @@ struct Options
     std::string device;
     std::string out;
     std::string log;
+    uint64_t maxMemory = 0;
     bool ownLog = false; // --log is not given
     std::vector<std::string> files;
 };
@@ -127,6 +129,7 @@ int Run(const Options& options)
     if (!options.ownLog)
         CheckLogFile(Text(options.log));
     const QString out = CheckedOutputDirectory(Text(options.out));
+    LimitMemory(options.maxMemory);
 
     Host host(Text(options.log));
     host.LoadDefaults(Text(options.ini), Text(options.defaults));
@@ -161,6 +164,7 @@ void AddConvertCommand(CLI::App& app, Action& chosen)
     const CLI::Option* log =
         command->add_option("--log", options->log, "File to which loading the ini file appends its log")
             ->type_name("FILE");
+    AddMemoryOption(*command, options->maxMemory);
     command->add_option("FILE", options->files, "First files of the recordings")->required()->type_name("");
     command->footer(footer);
     command->callback([options, log, &chosen] {

@@ -1,0 +1,59 @@
+// The bound on the program's memory.
+#include "program.h"
+
+#include "recorderfile/compress.h"
+
+#include <gtest/gtest.h>
+
+using namespace recorderfile;
+
+namespace {
+
+// A file of 140 KB whose samples would take 2 GB.
+QByteArray CopyBomb()
+{
+    constexpr uint16_t BlockSamples = 65535;
+    AnalogChannel channel;
+    channel.name = QStringLiteral("Q1:Ia");
+    channel.points = 1000000000;
+    channel.compressed = 1;
+    channel.rawData = CompressedArea(2000000000, BlockSamples, std::vector<int16_t>(BlockSamples, 1))
+                          .Raw(QByteArray(8000, '\0'))
+                          .Bytes();
+    Recording recording;
+    return Encode(recording.Add(channel));
+}
+
+TEST(MaxMemory, ARecordingThatNeedsMoreFailsWithTheAllocationText)
+{
+    const Workplace place;
+    place.Write(QStringLiteral("bomb.ZU"), CopyBomb());
+    const Finished run =
+        place.Convert({QStringLiteral("--max-memory"), QStringLiteral("1G"), QStringLiteral("bomb.ZU")});
+    EXPECT_EQ(run.code, 1);
+    EXPECT_TRUE(run.err.contains(
+        QStringLiteral("bomb.ZU: not converted: Ошибка загрузки параметров аналогового канала "
+                       "[чтение файла, ошибка выделения памяти]")))
+        << run.err;
+}
+
+TEST(MaxMemory, TooLittleIsWrongUsage)
+{
+    const Workplace place;
+    place.Write(QStringLiteral("rec.ZU"), Encode(ShortRecording()));
+    const Finished run =
+        place.Convert({QStringLiteral("--max-memory"), QStringLiteral("1M"), QStringLiteral("rec.ZU")});
+    EXPECT_EQ(run.code, 2);
+    EXPECT_TRUE(run.err.contains(QStringLiteral("give 64M or more"))) << run.err;
+}
+
+TEST(MaxMemory, ZeroIsNoLimit)
+{
+    const Workplace place;
+    place.Write(QStringLiteral("rec.ZU"), Encode(ShortRecording()));
+    EXPECT_EQ(
+        place.Convert({QStringLiteral("--max-memory"), QStringLiteral("0"), QStringLiteral("rec.ZU")}).code,
+        0);
+}
+
+} // namespace

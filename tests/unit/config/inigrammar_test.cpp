@@ -1,0 +1,103 @@
+// What the ini reader makes of the lines of a file.
+#include "config/QSettingsRu.h"
+#include "service/zucmtrconverter.h"
+#include "support/files.h"
+
+#include <QTextCodec>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+// The full keys and values of a file of these bytes, as "key=value".
+QStringList EntriesOf(const QByteArray& bytes, QTextCodec* codec = ZuCmtrConverter::codecIni)
+{
+    const TestDirectory directory;
+    const QSettingsRu ini(directory.Write(QStringLiteral("a.ini"), bytes), codec);
+    EXPECT_EQ(ini.status, 0);
+    QStringList entries;
+    for (auto entry = ini.settings->constBegin(); entry != ini.settings->constEnd(); ++entry)
+        entries << entry.key() + QLatin1Char('=') + entry.value().toString();
+    QSettingsRu::ClearOneKey(ini.fileName);
+    return entries;
+}
+
+} // namespace
+
+struct GrammarCase
+{
+    const char* rule; // name of the test
+    const char* bytes;
+    QStringList expected;
+};
+
+class IniGrammar : public testing::TestWithParam<GrammarCase>
+{};
+
+TEST_P(IniGrammar, GivesTheseEntries)
+{
+    EXPECT_EQ(EntriesOf(GetParam().bytes), GetParam().expected);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    QSettingsRu, IniGrammar,
+    testing::Values(
+        GrammarCase{"CommentBehindAValueIsCut", "[A]\nx = 1 ; note ; more\n", {"A/x=1"}},
+        GrammarCase{"LineAheadOfTheFirstSectionIsLost", "x=1\n[A]\ny=2\n", {"A/y=2"}},
+        GrammarCase{"ValueMayHoldAnEqualsSign", "[A]\nx=1=2\n", {"A/x=1=2"}},
+        GrammarCase{"SectionWithACommentIsNoSection", "[A]\nx=1\n[B] ; note\ny=2\n", {"A/x=1", "A/y=2"}},
+        GrammarCase{"SectionWithATextBehindItCanBeAKey", "[A]\n[B] = 1\n", {"A/[B]=1"}},
+        GrammarCase{"BlanksAroundASectionAreTrimmed", "[A]\n \t[B] \nx=1\n", {"B/x=1"}},
+        GrammarCase{"BlanksInsideASectionStay", "[ A ]\nx=1\n", {" A /x=1"}},
+        GrammarCase{"EmptySectionDropsItsLines", "[A]\nx=1\n[]\ny=2\n[B]\nz=3\n", {"A/x=1", "B/z=3"}},
+        GrammarCase{"LineWithoutEqualsIsDropped", "[A]\nx\n;\ny=1\n", {"A/y=1"}},
+        GrammarCase{"SemicolonBeforeAKeyBelongsToIt", "[A]\n;x=1\n", {"A/;x=1"}},
+        GrammarCase{"HashOpensNoComment", "[A]\n#x=1 # 2\n", {"A/#x=1 # 2"}},
+        GrammarCase{"LastOfEqualKeysCounts", "[A]\nx=1\nx=2\n", {"A/x=2"}},
+        GrammarCase{"SectionMayBeOpenedAgain", "[A]\nx=1\n[B]\ny=2\n[A]\nz=3\n", {"A/x=1", "A/z=3", "B/y=2"}},
+        GrammarCase{"KeyMayHoldBlanksCyrillicAndSlash", "[A]\n Тип a/b  c =1\n", {"A/Тип a/b  c=1"}},
+        GrammarCase{"EmptyValueIsStored", "[A]\nx=\ny= ; note\n", {"A/x=", "A/y="}},
+        GrammarCase{"EmptyKeyIsStored", "[A]\n=1\n", {"A/=1"}},
+        GrammarCase{"QuotesMeanNothing", "[A]\nx=\"1;2\"\n", {"A/x=\"1"}},
+        GrammarCase{"CaseOfKeysCounts", "[A]\nx=1\nX=2\n[a]\nx=3\n", {"A/X=2", "A/x=1", "a/x=3"}},
+        GrammarCase{"CarriageReturnsAreLineEnds", "[A]\r\nx=1\r\n", {"A/x=1"}},
+        GrammarCase{"LastLineNeedsNoEnd", "[A]\nx=1", {"A/x=1"}},
+        GrammarCase{"EmptyLinesAreSkipped", "\n[A]\n\n \t\nx=1\n", {"A/x=1"}},
+        GrammarCase{"EmptyFileHasNoEntries", "", {}}),
+    [](const testing::TestParamInfo<GrammarCase>& testCase) { return testCase.param.rule; });
+
+TEST(QSettingsRu, FileIsReadInTheGivenCodec)
+{
+    const QByteArray bytes = ZuCmtrConverter::codec_CP1251->fromUnicode(QStringLiteral("[Ж]\nю=Я\n"));
+    EXPECT_EQ(EntriesOf(bytes, ZuCmtrConverter::codec_CP1251), QStringList{"Ж/ю=Я"});
+}
+
+TEST(QSettingsRu, NullCodecReadsAsciiByTheStreamsOwn)
+{
+    EXPECT_EQ(EntriesOf("[A]\nx=1\n", nullptr), QStringList{"A/x=1"});
+}
+
+TEST(QSettingsRu, ValueIsLookedUpUnderTheGroup)
+{
+    const TestDirectory directory;
+    QSettingsRu ini(directory.Write(QStringLiteral("a.ini"), "[A]\nx=1\n[ B ]\nx=2\n"), nullptr);
+    EXPECT_EQ(ini.group, "");
+    EXPECT_EQ(ini.value(QStringLiteral("A/x"), 7).toString(), "1");
+    ini.group = QStringLiteral("A");
+    EXPECT_EQ(ini.value(QStringLiteral("x"), 7).toString(), "1");
+    EXPECT_EQ(ini.value(QStringLiteral("A/x"), 7), QVariant(7));
+    EXPECT_EQ(ini.value(QStringLiteral("X"), QVariant()), QVariant());
+    ini.group = QStringLiteral("B");
+    EXPECT_EQ(ini.value(QStringLiteral("x"), 7), QVariant(7));
+    ini.group = QStringLiteral(" B ");
+    EXPECT_EQ(ini.value(QStringLiteral("x"), 7).toString(), "2");
+    QSettingsRu::Clear();
+}
+
+TEST(QSettingsRu, ValuesAreTexts)
+{
+    const TestDirectory directory;
+    const QSettingsRu ini(directory.Write(QStringLiteral("a.ini"), "[A]\nx=1\n"), nullptr);
+    EXPECT_EQ(ini.value(QStringLiteral("A/x"), 0).type(), QVariant::String);
+    QSettingsRu::Clear();
+}

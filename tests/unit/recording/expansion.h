@@ -1,0 +1,28 @@
+// Expanding compressed data areas in tests.
+#pragma once
+
+#include "recording/deltadecoder.h"
+
+#include <QByteArray>
+
+#include <vector>
+
+/// What became of an area: the result, and all points samples, which begin as `filler`.
+struct Expansion
+{
+    bool good;
+    std::vector<int16_t> samples;
+};
+
+constexpr int16_t filler = 0x5A5A;
+
+/// Expands area with zu::ExpandSamples. Area and samples lie in memory of exactly their size, so that a
+/// sanitizer sees every access beyond them.
+inline Expansion Expand(const QByteArray& area, size_t points)
+{
+    const std::vector<unsigned char> bytes(area.begin(), area.end());
+    Expansion result{false, std::vector<int16_t>(points, filler)};
+    result.samples.reserve(1); // not a null pointer without points
+    result.good = zu::ExpandSamples({bytes.data(), bytes.size()}, result.samples.data(), points);
+    return result;
+}

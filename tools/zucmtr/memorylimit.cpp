@@ -1,0 +1,45 @@
+#include "memorylimit.h"
+
+#include "command.h"
+
+#include <CLI/CLI.hpp>
+
+#include <sys/resource.h>
+#include <unistd.h>
+
+// Less than this leaves the program itself without room.
+static constexpr uint64_t SmallestLimit = uint64_t{64} << 20;
+
+static uint64_t ThreeQuartersOfMemory()
+{
+    const auto pages = static_cast<uint64_t>(sysconf(_SC_PHYS_PAGES));
+    return pages * static_cast<uint64_t>(sysconf(_SC_PAGESIZE)) / 4 * 3;
+}
+
+void AddMemoryOption(CLI::App& command, uint64_t& bytes)
+{
+    bytes = ThreeQuartersOfMemory();
+    command
+        .add_option(
+            "--max-memory", bytes,
+            "Memory that the program may take, as 800M or 2G; 0: no limit. A recording that needs more "
+            "fails. Default: three quarters of the machine's memory")
+        ->transform(CLI::AsSizeValue(false))
+        ->type_name("SIZE")
+        ->default_str("");
+}
+
+void LimitMemory(uint64_t bytes)
+{
+    if (bytes == 0)
+        return;
+    if (bytes < SmallestLimit)
+        throw ConfigurationError(
+            QStringLiteral("--max-memory: %1 bytes are too few; give 64M or more, or 0 for no limit")
+                .arg(bytes));
+    const rlimit limit{bytes, RLIM_INFINITY};
+    if (setrlimit(RLIMIT_AS, &limit) != 0)
+        throw ConfigurationError(
+            QStringLiteral("--max-memory: the system does not take a limit of %1 bytes; give less")
+                .arg(bytes));
+}
