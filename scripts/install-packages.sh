@@ -1,6 +1,6 @@
 #!/bin/sh
 # Installs what the given jobs need from Debian's packages; does nothing if all of it is there.
-#   scripts/install-packages.sh [build] [test] [lint] [fuzz] [coverage]
+#   scripts/install-packages.sh [build] [test] [lint] [fuzz] [bench] [coverage]
 set -eu
 
 packages=
@@ -10,9 +10,10 @@ for job in "${@:-build}"; do
     test) packages="$packages libgtest-dev python3 binutils" ;;
     lint) packages="$packages clang-format clang-tidy" ;;
     fuzz) packages="$packages clang libclang-rt-14-dev" ;;
+    bench) packages="$packages libbenchmark-dev" ;;
     coverage) packages="$packages gcovr" ;;
     *)
-        echo "install-packages.sh: no such job: $job (build, test, lint, fuzz, coverage)" >&2
+        echo "install-packages.sh: no such job: $job (build, test, lint, fuzz, bench, coverage)" >&2
         exit 2
         ;;
     esac

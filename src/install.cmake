@@ -19,6 +19,8 @@ install(FILES ${CMAKE_CURRENT_BINARY_DIR}/ZuCmtrConverterConfig.cmake
               ${CMAKE_CURRENT_BINARY_DIR}/ZuCmtrConverterConfigVersion.cmake
         DESTINATION ${ZUCMTR_PACKAGE_DIR} COMPONENT development)
 
+# The prefix is told relative to the file, so that the tree may be installed or moved anywhere.
+file(RELATIVE_PATH ZUCMTR_PREFIX_FROM_PC /prefix/${CMAKE_INSTALL_LIBDIR}/pkgconfig /prefix)
 configure_file(${PROJECT_SOURCE_DIR}/cmake/zucmtrconverter.pc.in
                ${CMAKE_CURRENT_BINARY_DIR}/zucmtrconverter.pc @ONLY)
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/zucmtrconverter.pc

@@ -64,8 +64,11 @@ public:
           bytesDone(uint64_t{2} * blockSamples)
     {}
 
+    // Once more bytes have come out than total tells, the area is bad whatever follows.
     bool Run()
     {
+        if (bytesDone > total)
+            return false;
         size_t before = 0;
         while (out < points && in < end) {
             const unsigned control = *in++;
@@ -82,7 +85,7 @@ public:
     }
 
 private:
-    // Decodes the block at out from the block at before; false if an item reaches beyond the area.
+    // Decodes the block at out from the block at before; false if an item reaches beyond the area or total.
     bool DecodeBlock(unsigned width, size_t before)
     {
         if (width == 0) {
@@ -100,6 +103,8 @@ private:
                 return false;
             items = static_cast<size_t>(bitsLeft / bits);
         }
+        if (bytesDone + uint64_t{2} * items > total)
+            return false;
         ItemDecoders[width](in, end, items, samples + before, samples + out);
         std::fill(samples + out + items, samples + out + room, int16_t{0});
         bytesDone += uint64_t{2} * items;
@@ -111,9 +116,8 @@ private:
     // Copies the block at before to out, as far as total and the room allow.
     void CopyBlock(size_t before)
     {
-        // Deliberate: a total that is passed already wraps around and stops nothing; the result is false.
-        const uint64_t wanted = static_cast<uint32_t>(total - bytesDone);
-        const size_t bytes = std::min({static_cast<size_t>(wanted), 2 * blockSamples, 2 * (points - out)});
+        const size_t bytes =
+            std::min({static_cast<size_t>(total - bytesDone), 2 * blockSamples, 2 * (points - out)});
         std::memmove(samples + out, samples + before, bytes);
         bytesDone += bytes;
         out += bytes / 2;

@@ -18,7 +18,7 @@ public:
     ZuCmtrDevParamDefault* DefaultParam;      // what all devices start from; owned, null until loaded
     std::vector<ZuCmtrDevParam*> m_DevParams; // owned; a device's number is its index
     QString LastError; // last failure that has no device; also the marker that WriteCff leaves
-    QMutex Mutex;      // guards the store of the bad-number text in three of the getters
+    QMutex Mutex;      // guards the stores of LastError that conversions and getters may make at once
 
     static QString LogFilePath;
     static QTextCodec* codec_CP1251;

@@ -77,8 +77,7 @@ char* AppendAsciiRecord(const SampleWalk& walk, const CodeColumns& codes, const 
                 *out++ = ','; // missing data
         }
     }
-    std::memcpy(out, states.Bytes(), states.Size());
-    out += states.Size();
+    out = states.Append(out);
     *out++ = '\n';
     return out;
 }
@@ -99,8 +98,7 @@ char* AppendBinaryRecord(const SampleWalk& walk, const CodeColumns& codes, const
     const bool complete = codes.AllHave(sample);
     for (size_t i = 0; i < codes.Count(); ++i)
         out = AppendBinary(complete || codes.Has(i, sample) ? codes.Code(i, sample) : MissingData, out);
-    std::memcpy(out, states.Bytes(), states.Size());
-    return out + states.Size();
+    return states.Append(out);
 }
 
 // Room of a record of either form: two numbers of 20 characters, commas, the codes, the states, line end.

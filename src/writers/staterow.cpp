@@ -3,8 +3,6 @@
 
 #include "recording/zufileformat.h"
 
-#include <algorithm>
-
 static size_t RowSize(StateRow::Form form, size_t channels)
 {
     return form == StateRow::Form::Ascii ? 2 * channels : 2 * ((channels + 15) / 16);

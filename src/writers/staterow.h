@@ -3,6 +3,7 @@
 
 #include <QtGlobal>
 
+#include <algorithm>
 #include <vector>
 
 class DiChannelData;
@@ -31,8 +32,8 @@ public:
         lastTime = segmentTime;
     }
 
-    const char* Bytes() const { return bytes.data(); }
-    size_t Size() const { return bytes.size(); }
+    /// Copies the states to out, which has room for 2 bytes a channel; gives their end.
+    char* Append(char* out) const { return std::copy(bytes.begin(), bytes.end(), out); }
 
 private:
     void Update(quint32 segmentTime);

@@ -25,5 +25,5 @@ echo "-- pkg-config finds it too"
 export PKG_CONFIG_PATH="$lib/pkgconfig"
 # shellcheck disable=SC2046
 g++ -std=c++17 -fPIC "$examples/host.cpp" -o "$root/host" \
-    $(pkg-config --define-variable=prefix="$root/usr" --cflags --libs zucmtrconverter)
+    $(pkg-config --cflags --libs zucmtrconverter)
 (cd "$root" && LD_LIBRARY_PATH="$lib" ./host no-such-recording.ZU) | grep -q 'bad ZuDrv.ini'

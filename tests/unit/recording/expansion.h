@@ -5,6 +5,7 @@
 
 #include <QByteArray>
 
+#include <algorithm>
 #include <vector>
 
 /// What became of an area: the result, and all points samples, which begin as `filler`.
@@ -21,8 +22,8 @@ constexpr int16_t filler = 0x5A5A;
 inline Expansion Expand(const QByteArray& area, size_t points)
 {
     const std::vector<unsigned char> bytes(area.begin(), area.end());
-    Expansion result{false, std::vector<int16_t>(points, filler)};
-    result.samples.reserve(1); // not a null pointer without points
+    Expansion result{false, std::vector<int16_t>(std::max<size_t>(points, 1), filler)};
     result.good = zu::ExpandSamples({bytes.data(), bytes.size()}, result.samples.data(), points);
+    result.samples.resize(points);
     return result;
 }

@@ -1,0 +1,86 @@
+// Measures conversions against the limits of the machine and prints the table of ratios.
+#include "rows.h"
+
+#include <CLI/CLI.hpp>
+
+#include <QTextCodec>
+
+#include <algorithm>
+#include <cstdio>
+#include <exception>
+
+namespace {
+
+struct Row
+{
+    const char* name; // for --row
+    void (*measure)(const bench::Settings&, bench::Report&);
+};
+
+const Row rows[] = {
+    {"large-plain", bench::MeasureLargePlain},
+    {"large-compressed", bench::MeasureLargeCompressed},
+    {"large-ascii", bench::MeasureLargeAscii},
+    {"large-cff", bench::MeasureLargeCff},
+    {"decoding", bench::MeasureDecoding},
+    {"typical", bench::MeasureTypical},
+    {"states", bench::MeasureStates},
+    {"matching", bench::MeasureMatching},
+    {"segments", bench::MeasureSegments},
+    {"memory", bench::MeasureMemory},
+    {"ascii-records", bench::MeasureAsciiRecords},
+};
+
+std::vector<std::string> RowNames()
+{
+    std::vector<std::string> names;
+    for (const Row& row : rows)
+        names.emplace_back(row.name);
+    return names;
+}
+
+// False if a row fails; the others are measured all the same.
+bool MeasureRows(const std::vector<std::string>& names, const bench::Settings& settings,
+                 bench::Report& report)
+{
+    bool good = true;
+    for (const Row& row : rows) {
+        if (std::find(names.begin(), names.end(), row.name) == names.end())
+            continue;
+        std::fprintf(stderr, "measuring %s\n", row.name);
+        try {
+            row.measure(settings, report);
+        } catch (const std::exception& error) {
+            std::fprintf(stderr, "%s: %s\n", row.name, error.what());
+            good = false;
+        }
+    }
+    return good;
+}
+
+} // namespace
+
+int main(int count, char** arguments)
+{
+    // The outputs have Cyrillic names, whatever the locale says.
+    QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
+
+    bench::Settings settings;
+    std::string directory = "/dev/shm";
+    std::vector<std::string> names = RowNames();
+    CLI::App app("Measures conversions against what reading and copying the same files costs.");
+    app.add_option("--dir", directory, "Where the workloads go, a memory file system (/dev/shm)")
+        ->check(CLI::ExistingDirectory)
+        ->take_last();
+    app.add_option("--rounds", settings.rounds, "Repetitions; the shortest time counts (5)")
+        ->check(CLI::Range(1, 1000));
+    app.add_flag("--quick", settings.quick, "Smaller workloads, to see that everything runs");
+    app.add_option("--row", names, "Rows to measure (all)")->check(CLI::IsMember(RowNames()));
+    CLI11_PARSE(app, count, arguments);
+    settings.directory = QString::fromStdString(directory);
+
+    bench::Report report;
+    const bool good = MeasureRows(names, settings, report);
+    report.Print();
+    return good ? 0 : 1;
+}

@@ -1,0 +1,76 @@
+// The decoder at each width code, in memory.
+#include "deltadata.h"
+#include "measure.h"
+#include "rows.h"
+
+#include <cstring>
+#include <stdexcept>
+#include <unistd.h>
+
+namespace {
+
+constexpr size_t Points = 240000; // a channel of a segment of the large recording
+constexpr int RunsInRound = 20;   // back to back, so that each finds its own data in the cache
+
+// The innermost cache that holds as many bytes.
+std::string CacheFor(size_t bytes)
+{
+    const struct
+    {
+        int size;
+        const char* name;
+    } levels[] = {
+        {_SC_LEVEL1_DCACHE_SIZE, "L1"}, {_SC_LEVEL2_CACHE_SIZE, "L2"}, {_SC_LEVEL3_CACHE_SIZE, "L3"}};
+    for (const auto& level : levels) {
+        const long size = sysconf(level.size);
+        if (size > 0 && static_cast<size_t>(size) >= bytes)
+            return level.name;
+    }
+    return "memory";
+}
+
+// Keeps the compiler from leaving the copy out.
+void Use(const void* data)
+{
+    asm volatile("" : : "r"(data) : "memory");
+}
+
+struct Times
+{
+    bench::Fastest decoding;
+    bench::Fastest copying;
+};
+
+Times Measure(const bench::DeltaData& data, std::vector<int16_t>& target, int rounds)
+{
+    Times times;
+    for (int round = 0; round < rounds; ++round) {
+        for (int run = 0; run < RunsInRound; ++run)
+            times.copying.Add(bench::SecondsOf([&] {
+                std::memcpy(target.data(), data.samples.data(), data.samples.size() * sizeof(int16_t));
+                Use(target.data());
+            }));
+        for (int run = 0; run < RunsInRound; ++run)
+            times.decoding.Add(bench::SecondsOf([&] { bench::Expand(data, target); }));
+    }
+    return times;
+}
+
+} // namespace
+
+void bench::MeasureDecoding(const Settings& settings, Report& report)
+{
+    const size_t bytes = Points * sizeof(int16_t);
+    std::vector<int16_t> target(Points);
+    report.Detail("decoding: " + std::to_string(bytes / 1000) + " KB of samples a run",
+                  "memcpy's two buffers fit " + CacheFor(2 * bytes));
+    for (int code = 1; code <= 15; ++code) {
+        const DeltaData data = MakeDeltaData(code, Points);
+        const Times times = Measure(data, target, 2 * settings.rounds);
+        if (target != data.samples)
+            throw std::runtime_error("the decoder gives other samples");
+        report.AtMost(code == 7 || code == 15 ? 3 : 6, times.decoding.Seconds() / times.copying.Seconds(),
+                      "decoding, width code " + std::to_string(code),
+                      "memcpy " + TimeText(times.copying.Seconds()), TimeText(times.decoding.Seconds()));
+    }
+}

@@ -1,0 +1,78 @@
+#include "report.h"
+
+#include <algorithm>
+#include <cstdio>
+
+namespace {
+
+std::string Text(const char* format, double value)
+{
+    char text[64];
+    std::snprintf(text, sizeof text, format, value);
+    return text;
+}
+
+const char* Verdict(bool met)
+{
+    return met ? "met" : "NOT MET";
+}
+
+} // namespace
+
+namespace bench {
+
+std::string TimeText(double seconds)
+{
+    if (seconds >= 1)
+        return Text("%.3g s", seconds);
+    return seconds >= 1e-3 ? Text("%.3g ms", seconds * 1e3) : Text("%.3g us", seconds * 1e6);
+}
+
+std::string MegabyteText(double bytes)
+{
+    return Text("%.0f MB", bytes / 1e6);
+}
+
+void Report::AtMost(double target, double ratio, const std::string& workload, const std::string& limit,
+                    const std::string& measured)
+{
+    lines.push_back({workload, limit, measured, Text("%.2f", ratio), Text("at most %g", target),
+                     Verdict(ratio <= target)});
+}
+
+void Report::AtLeast(double target, double ratio, const std::string& workload, const std::string& limit,
+                     const std::string& measured)
+{
+    lines.push_back({workload, limit, measured, Text("%.2f", ratio), Text("at least %g", target),
+                     Verdict(ratio >= target)});
+}
+
+void Report::Detail(const std::string& workload, const std::string& measured)
+{
+    lines.push_back({workload, "", measured, "", "", ""});
+}
+
+void Report::Print() const
+{
+    const Cells head = {"Workload", "Limit", "Measured", "Ratio", "Target", "Result"};
+    std::vector<size_t> widths;
+    for (const std::string& cell : head)
+        widths.push_back(cell.size());
+    for (const Cells& line : lines) {
+        for (size_t i = 0; i < line.size(); ++i)
+            widths[i] = std::max(widths[i], line[i].size());
+    }
+    const auto print = [&](const Cells& cells) {
+        for (size_t i = 0; i < cells.size(); ++i)
+            std::printf("| %-*s ", static_cast<int>(widths[i]), cells[i].c_str());
+        std::printf("|\n");
+    };
+    print(head);
+    for (const size_t width : widths)
+        std::printf("|%s", std::string(width + 2, '-').c_str());
+    std::printf("|\n");
+    for (const Cells& line : lines)
+        print(line);
+}
+
+} // namespace bench

@@ -1,0 +1,43 @@
+// The measurements, each adding its lines to the report. All throw std::runtime_error if something does not
+// convert; how fast it is never makes a failure.
+#pragma once
+
+#include "report.h"
+
+#include <QString>
+
+namespace bench {
+
+struct Settings
+{
+    QString directory; // on the file system to measure
+    int rounds = 5;    // repetitions of each time, of which the shortest counts
+    bool quick = false;
+};
+
+// Whole conversions against reading the inputs and `cp` of the outputs.
+void MeasureLargePlain(const Settings& settings, Report& report);
+void MeasureLargeCompressed(const Settings& settings, Report& report);
+void MeasureLargeAscii(const Settings& settings, Report& report);
+void MeasureLargeCff(const Settings& settings, Report& report);
+void MeasureStates(const Settings& settings, Report& report);
+
+/// The decoder at each width code against memcpy of the samples.
+void MeasureDecoding(const Settings& settings, Report& report);
+
+/// Many small recordings through one device against the same traffic in plain C.
+void MeasureTypical(const Settings& settings, Report& report);
+
+/// Channels matched with a large dictionary against ones with a tenth of it.
+void MeasureMatching(const Settings& settings, Report& report);
+
+/// The time for each segment of chains of different lengths.
+void MeasureSegments(const Settings& settings, Report& report);
+
+/// Peak resident memory against the size of the samples.
+void MeasureMemory(const Settings& settings, Report& report);
+
+/// ASCII records against fprintf, one value a call.
+void MeasureAsciiRecords(const Settings& settings, Report& report);
+
+} // namespace bench
