@@ -88,11 +88,11 @@ TEST(BadArea, CopiesStopAtATotalThatIsTooSmall)
     EXPECT_EQ(expansion.samples, (Codes{5, 6, 5, filler, filler, filler, filler, filler}));
 }
 
-TEST(BadArea, TotalThatIsPassedAlreadyDoesNotStopCopies)
+TEST(BadArea, TotalThatIsPassedEndsTheDecoding)
 {
     const Expansion expansion = Expand(CompressedArea(2, 2, {5, 6}).Group(0, "").Bytes(), 6);
     EXPECT_FALSE(expansion.good);
-    EXPECT_EQ(expansion.samples, (Codes{5, 6, 5, 6, 5, 6}));
+    EXPECT_EQ(expansion.samples, (Codes{5, 6, filler, filler, filler, filler}));
 }
 
 TEST(BadArea, OddTotalCopiesHalfASample)

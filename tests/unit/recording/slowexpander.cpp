@@ -14,7 +14,7 @@ public:
     SlowExpansion Run()
     {
         const bool good = ReadFirstBlock() && ReadGroups() && bytesDone == total;
-        return {{good, samples}, std::min(out, points)};
+        return {{good, samples}, std::min(bytesDone <= total ? out : settled, points)};
     }
 
 private:
@@ -33,6 +33,7 @@ private:
             samples[out++] = static_cast<int16_t>(WordAt(in));
         bytesDone = 2 * blockSamples;
         samplesDone = blockSamples;
+        settled = blockSamples;
         return true;
     }
 
@@ -56,6 +57,8 @@ private:
 
     bool ReadBlock(uint32_t width)
     {
+        if (bytesDone <= total)
+            settled = out;
         if (width == 0) {
             CopyBlock();
             return true;
@@ -137,6 +140,7 @@ private:
     uint32_t total = 0;
     size_t blockSamples = 0;
     size_t in = 0;          // next byte of the area
+    size_t settled = 0;     // samples before the block that passed the total
     size_t out = 0;         // next sample
     size_t prev = 0;        // first sample of the block before
     size_t bytesDone = 0;   // of the output
