@@ -1,9 +1,11 @@
 // The decoder of compressed analog samples.
 #include "recording/deltadecoder.h"
 
+#include "recording/itemdecoder.h"
 #include "recording/zufilelayout.h"
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 
 namespace zu {
@@ -26,35 +28,6 @@ size_t FirstBlockEnd(ByteView area)
     return end <= area.size ? end : 0;
 }
 
-// Item i of Bits bits, lowest bit first, as a two's complement value. Bytes from limit on read as 0.
-template <unsigned Bits>
-int32_t ItemAt(const unsigned char* packed, size_t i, const unsigned char* limit)
-{
-    const size_t bit = i * Bits;
-    const unsigned char* byte = packed + bit / 8;
-    uint32_t word = 0;
-    const auto left = static_cast<size_t>(limit - byte);
-    std::memcpy(&word, byte, std::min<size_t>(left, 4));
-    const uint32_t raised = word << (32 - Bits - bit % 8);
-    return static_cast<int32_t>(raised) >> (32 - Bits);
-}
-
-template <unsigned Bits>
-void DecodeItems(const unsigned char* packed, const unsigned char* limit, size_t items, const int16_t* before,
-                 int16_t* out)
-{
-    for (size_t i = 0; i < items; ++i)
-        out[i] = static_cast<int16_t>(before[i] - ItemAt<Bits>(packed, i, limit));
-}
-
-using ItemDecoder = void (*)(const unsigned char*, const unsigned char*, size_t, const int16_t*, int16_t*);
-
-// By width code; code 0 has no items.
-constexpr ItemDecoder ItemDecoders[16] = {nullptr,         DecodeItems<2>,  DecodeItems<3>,  DecodeItems<4>,
-                                          DecodeItems<5>,  DecodeItems<6>,  DecodeItems<7>,  DecodeItems<8>,
-                                          DecodeItems<9>,  DecodeItems<10>, DecodeItems<11>, DecodeItems<12>,
-                                          DecodeItems<13>, DecodeItems<14>, DecodeItems<15>, DecodeItems<16>};
-
 class BlockDecoder
 {
 public:
@@ -62,34 +35,74 @@ public:
         : in(area.data + firstBlockEnd), end(area.data + area.size), samples(samples_), points(points_),
           total(HeadOf(area).total), blockSamples(HeadOf(area).blockSamples), out(blockSamples),
           bytesDone(uint64_t{2} * blockSamples)
-    {}
+    {
+        for (size_t width = 1; width < packedBytes.size(); ++width)
+            packedBytes[width] = ((width + 1) * blockSamples + 7) / 8;
+    }
 
     // Once more bytes have come out than total tells, the area is bad whatever follows.
     bool Run()
     {
         if (bytesDone > total)
             return false;
-        size_t before = 0;
+        DecodeWholeGroups();
         while (out < points && in < end) {
-            const unsigned control = *in++;
-            for (const unsigned width : {control & 15U, control >> 4U}) {
-                const size_t block = out;
-                if (!DecodeBlock(width, before))
-                    return false;
-                before = block;
-                if (out >= points)
-                    break;
-            }
+            if (!DecodeGroup())
+                return false;
         }
         return out >= points && bytesDone == total;
     }
 
 private:
+    // Decodes groups as long as neither the area, nor the samples, nor total can cut one: nearly all of them.
+    void DecodeWholeGroups()
+    {
+        if (blockSamples == 0)
+            return;
+        const size_t groups =
+            std::min(out < points ? (points - out) / (2 * blockSamples) : 0,
+                     static_cast<size_t>((total - bytesDone) / (uint64_t{4} * blockSamples)));
+        const ItemDecoderTable& decoders = ItemDecoders();
+        const unsigned char* group = in;
+        int16_t* block = samples + out;
+        size_t done = 0;
+        for (; done < groups && group < end; ++done) {
+            const unsigned low = *group & 15U;
+            const unsigned high = *group >> 4U;
+            if (static_cast<size_t>(end - group) <= packedBytes[low] + packedBytes[high])
+                break;
+            const unsigned char* packed = group + 1;
+            decoders[low](packed, end, blockSamples, block - blockSamples, block);
+            packed += packedBytes[low];
+            decoders[high](packed, end, blockSamples, block, block + blockSamples);
+            group = packed + packedBytes[high];
+            block += 2 * blockSamples;
+        }
+        in = group;
+        out += 2 * blockSamples * done;
+        bytesDone += uint64_t{4} * blockSamples * done;
+        before = out - blockSamples;
+    }
+
+    bool DecodeGroup()
+    {
+        const unsigned control = *in++;
+        for (const unsigned width : {control & 15U, control >> 4U}) {
+            const size_t block = out;
+            if (!DecodeBlock(width))
+                return false;
+            before = block;
+            if (out >= points)
+                break;
+        }
+        return true;
+    }
+
     // Decodes the block at out from the block at before; false if an item reaches beyond the area or total.
-    bool DecodeBlock(unsigned width, size_t before)
+    bool DecodeBlock(unsigned width)
     {
         if (width == 0) {
-            CopyBlock(before);
+            CopyBlock();
             return true;
         }
         if (blockSamples == 0)
@@ -105,7 +118,7 @@ private:
         }
         if (bytesDone + uint64_t{2} * items > total)
             return false;
-        ItemDecoders[width](in, end, items, samples + before, samples + out);
+        ItemDecoders()[width](in, end, items, samples + before, samples + out);
         std::fill(samples + out + items, samples + out + room, int16_t{0});
         bytesDone += uint64_t{2} * items;
         in += (bits * items + 7) / 8;
@@ -114,11 +127,11 @@ private:
     }
 
     // Copies the block at before to out, as far as total and the room allow.
-    void CopyBlock(size_t before)
+    void CopyBlock()
     {
         const size_t bytes =
             std::min({static_cast<size_t>(total - bytesDone), 2 * blockSamples, 2 * (points - out)});
-        std::memmove(samples + out, samples + before, bytes);
+        std::memcpy(samples + out, samples + before, bytes);
         bytesDone += bytes;
         out += bytes / 2;
     }
@@ -129,8 +142,10 @@ private:
     const size_t points;
     const uint32_t total;
     const size_t blockSamples;
-    size_t out;         // next sample; may pass points at the end
-    uint64_t bytesDone; // bytes of the samples produced, skipped positions not counted
+    std::array<size_t, 16> packedBytes{}; // of a whole block, by width code
+    size_t before = 0;                    // the block before the next one
+    size_t out;                           // next sample; may pass points at the end
+    uint64_t bytesDone;                   // bytes of the samples produced, skipped positions not counted
 };
 
 } // namespace

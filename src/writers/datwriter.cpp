@@ -1,12 +1,13 @@
 // The DAT file: one record a sample, over all segments of a recording.
 //
-// Records are built in a block and leave it by one write, which keeps the cost of a value at a few
-// nanoseconds: the channel order becomes pointers once a segment, a code's text comes from a table, and the
+// Records are built in a block and leave it by one write, which keeps the cost of a value at about a
+// nanosecond: the channel order becomes pointers once a segment, a code's text comes from a table, and the
 // discrete states are looked up when they change.
 #include "service/zucmtrconverter.h"
 
 #include "recording/zufileformat.h"
 #include "resorter/ResorterZuCmtrConv.h"
+#include "writers/coderows.h"
 #include "writers/codetexts.h"
 #include "writers/samplewalk.h"
 #include "writers/staterow.h"
@@ -22,57 +23,26 @@ namespace {
 
 constexpr size_t BlockSize = size_t{256} * 1024; // bytes; a record is 37 KB at most
 
-// The analog codes of a segment in output order.
-class CodeColumns
-{
-public:
-    explicit CodeColumns(size_t channels) : columns(channels) {}
-
-    void Enter(const ZuFileFormat& segment, const std::vector<unsigned int>& order)
-    {
-        shortest = columns.empty() ? 0 : ~size_t(0);
-        for (size_t i = 0; i < columns.size(); ++i) {
-            const AnChannelData& channel = *segment.AnChannels.at(order.at(i));
-            columns[i] = {channel.Samples, channel.m_HeaderAn.points};
-            shortest = std::min(shortest, columns[i].points);
-        }
-    }
-
-    size_t Count() const { return columns.size(); }
-    bool AllHave(size_t sample) const { return sample < shortest; }
-    bool Has(size_t channel, size_t sample) const { return sample < columns[channel].points; }
-    qint16 Code(size_t channel, size_t sample) const { return columns[channel].codes[sample]; }
-
-private:
-    struct Column
-    {
-        const qint16* codes;
-        size_t points;
-    };
-
-    std::vector<Column> columns;
-    size_t shortest = 0; // points that every channel has
-};
-
 char* AppendNumber(qint64 number, char* out)
 {
     return std::to_chars(out, out + 20, number).ptr;
 }
 
-char* AppendAsciiRecord(const SampleWalk& walk, const CodeColumns& codes, const StateRow& states,
+char* AppendAsciiRecord(const SampleWalk& walk, CodeRows& codes, const StateRow& states,
                         const CodeTexts& texts, char* out)
 {
     out = AppendNumber(walk.Number(), out);
     *out++ = ',';
     out = AppendNumber(static_cast<qint64>(walk.Time()), out);
     const size_t sample = walk.SegmentSample();
+    const qint16* row = codes.Row(sample);
     if (codes.AllHave(sample)) {
         for (size_t i = 0; i < codes.Count(); ++i)
-            out = texts.Append(codes.Code(i, sample), out);
+            out = texts.Append(row[i], out);
     } else {
         for (size_t i = 0; i < codes.Count(); ++i) {
             if (codes.Has(i, sample))
-                out = texts.Append(codes.Code(i, sample), out);
+                out = texts.Append(row[i], out);
             else
                 *out++ = ','; // missing data
         }
@@ -82,22 +52,13 @@ char* AppendAsciiRecord(const SampleWalk& walk, const CodeColumns& codes, const 
     return out;
 }
 
-template <class Value>
-char* AppendBinary(Value value, char* out)
+char* AppendBinaryRecord(const SampleWalk& walk, CodeRows& codes, const StateRow& states, char* out)
 {
-    std::memcpy(out, &value, sizeof value);
-    return out + sizeof value;
-}
-
-char* AppendBinaryRecord(const SampleWalk& walk, const CodeColumns& codes, const StateRow& states, char* out)
-{
-    constexpr qint16 MissingData = -0x8000;
-    out = AppendBinary(static_cast<quint32>(walk.Number()), out);
-    out = AppendBinary(static_cast<quint32>(walk.Time()), out);
-    const size_t sample = walk.SegmentSample();
-    const bool complete = codes.AllHave(sample);
-    for (size_t i = 0; i < codes.Count(); ++i)
-        out = AppendBinary(complete || codes.Has(i, sample) ? codes.Code(i, sample) : MissingData, out);
+    const quint32 head[2] = {static_cast<quint32>(walk.Number()), static_cast<quint32>(walk.Time())};
+    std::memcpy(out, head, sizeof head);
+    out += sizeof head;
+    const auto* row = reinterpret_cast<const char*>(codes.Row(walk.SegmentSample()));
+    out = std::copy(row, row + sizeof(qint16) * codes.Count(), out);
     return states.Append(out);
 }
 
@@ -120,7 +81,7 @@ bool ZuCmtrConverter::WriteDat(std::vector<ZuFileFormat*>* files, ZuCmtrDevParam
 
     const ZuFileFormat& first = *files->at(0);
     const ResorterZuCmtrConv& order = *dev->Resorter;
-    CodeColumns codes(first.AnChannels.size());
+    CodeRows codes(first.AnChannels.size());
     StateRow states(binary ? StateRow::Form::Words : StateRow::Form::Ascii, first.DiChannels.size());
     const CodeTexts& texts = CodeTexts::Get();
     const size_t longest = LongestRecord(first.AnChannels.size(), first.DiChannels.size());

@@ -1,0 +1,28 @@
+// Unpacks the items of one compressed block: the inner loop of the decoder, in a portable form and, where the
+// processor has them, with 256-bit integer instructions.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+namespace zu {
+
+/// out[i] = before[i] - item i, in 16-bit arithmetic with wrap-around, for count items that begin at packed.
+/// An item is widthCode + 1 bits in two's complement, lowest bit first, each following the one before it. All
+/// items end at or before limit, and no byte at limit or behind it is read. before and out do not overlap.
+using ItemDecoder = void (*)(const unsigned char* packed, const unsigned char* limit, size_t count,
+                             const int16_t* before, int16_t* out);
+
+/// The decoders by width code.
+using ItemDecoderTable = ItemDecoder[16];
+
+/// The best table for this processor.
+const ItemDecoderTable& ItemDecoders();
+
+/// The portable table.
+extern const ItemDecoderTable PortableItemDecoders;
+
+/// The table with 256-bit instructions; null if the processor, or the build, lacks them.
+const ItemDecoderTable* WideItemDecoders();
+
+} // namespace zu

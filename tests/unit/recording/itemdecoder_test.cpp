@@ -1,0 +1,70 @@
+// The item decoders of either kind against items taken out bit by bit.
+#include "recording/itemdecoder.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <random>
+#include <vector>
+
+namespace {
+
+int16_t SlowItem(const std::vector<unsigned char>& packed, size_t index, unsigned bits)
+{
+    if (bits == 0)
+        return 0;
+    int value = 0;
+    for (unsigned i = 0; i < bits; ++i) {
+        const size_t bit = index * bits + i;
+        value |= (packed[bit / 8] >> (bit % 8) & 1) << i;
+    }
+    return static_cast<int16_t>(value >= 1 << (bits - 1) ? value - (1 << bits) : value);
+}
+
+// Decodes count random items of every width, with spare bytes behind them, and compares.
+void ExpectSameItems(const zu::ItemDecoderTable& decoders, size_t count, size_t spare)
+{
+    std::mt19937 random(static_cast<unsigned>(count * 100 + spare));
+    for (unsigned width = 0; width <= 15; ++width) {
+        const unsigned bits = width == 0 ? 0 : width + 1;
+        std::vector<unsigned char> packed((count * bits + 7) / 8 + spare);
+        for (unsigned char& byte : packed)
+            byte = static_cast<unsigned char>(random());
+        std::vector<int16_t> before(count);
+        for (int16_t& sample : before)
+            sample = static_cast<int16_t>(random());
+        // Memory of exactly the size lets the sanitizer see a step beyond it.
+        const std::unique_ptr<int16_t[]> out(new int16_t[count]);
+        decoders[width](packed.data(), packed.data() + packed.size(), count, before.data(), out.get());
+        for (size_t i = 0; i < count; ++i)
+            ASSERT_EQ(out[i], static_cast<int16_t>(before[i] - SlowItem(packed, i, bits)))
+                << "width " << width << ", item " << i << " of " << count << ", " << spare << " spare bytes";
+    }
+}
+
+void ExpectSameItemsOfAllSizes(const zu::ItemDecoderTable& decoders)
+{
+    for (size_t count = 1; count <= 70; ++count) {
+        for (const size_t spare : {0, 1, 2, 3, 4, 8, 15, 16, 17, 40})
+            ExpectSameItems(decoders, count, spare);
+    }
+    ExpectSameItems(decoders, 65535, 0);
+}
+
+TEST(ItemDecoders, PortableOnesGiveTheItemsBitByBit)
+{
+    ExpectSameItemsOfAllSizes(zu::PortableItemDecoders);
+}
+
+TEST(ItemDecoders, TheBestOnesOfThisProcessorGiveTheItemsBitByBit)
+{
+    ExpectSameItemsOfAllSizes(zu::ItemDecoders());
+}
+
+TEST(ItemDecoders, WideOnesAreTheBestWhereThereAreAny)
+{
+    const zu::ItemDecoderTable* const wide = zu::WideItemDecoders();
+    EXPECT_EQ(&zu::ItemDecoders(), wide != nullptr ? wide : &zu::PortableItemDecoders);
+}
+
+} // namespace
