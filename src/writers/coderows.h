@@ -44,10 +44,13 @@ private:
     };
 
     void Turn(size_t sample);
+    void TurnTile(size_t channel, size_t row);
+    void TurnColumn(size_t channel, size_t row);
 
     std::vector<Column> columns;
     std::vector<qint16> rows;
     size_t firstSample = 0;
     size_t rowCount = 0; // rows that are turned
     size_t shortest = 0; // points that every channel has
+    size_t longest = 0;  // points that some channel has
 };
