@@ -45,5 +45,10 @@ scripts/install-packages.sh lint fuzz
 build_and_test release
 build_and_test asan
 build_and_test tsan
-fuzz/run.sh 30
+# The fuzzers write to a log, as lint goes on meanwhile.
+fuzz/run.sh 30 >build/fuzz.log 2>&1 &
+fuzzers=$!
+trap 'kill "$fuzzers" 2>/dev/null || true' EXIT
 scripts/lint.sh build/release
+wait $fuzzers || { cat build/fuzz.log; exit 1; }
+grep -E '^==|executed' build/fuzz.log
