@@ -1,7 +1,7 @@
 #!/bin/sh
 # Installs packages, builds, runs all tests.
 #
-#   ./test.sh              everything: plain build, sanitizers, fuzzers for a short time, lint
+#   ./test.sh              everything: plain build, sanitizers, lint
 #   ./test.sh --plain      the plain build and its tests alone
 #   ./test.sh --coverage   tests with coverage of src/, printed as a table
 set -eu
@@ -41,14 +41,8 @@ plain)
     exit
     ;;
 esac
-scripts/install-packages.sh lint fuzz
+scripts/install-packages.sh lint
 build_and_test release
 build_and_test asan
 build_and_test tsan
-# The fuzzers write to a log, as lint goes on meanwhile.
-fuzz/run.sh 30 >build/fuzz.log 2>&1 &
-fuzzers=$!
-trap 'kill "$fuzzers" 2>/dev/null || true' EXIT
 scripts/lint.sh build/release
-wait $fuzzers || { cat build/fuzz.log; exit 1; }
-grep -E '^==|executed' build/fuzz.log

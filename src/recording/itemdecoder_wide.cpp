@@ -109,7 +109,7 @@ ZU_WIDE void DecodeItems(const unsigned char* packed, const unsigned char* limit
         const __m256i items = Items<Bits>(packed, layout);
         const __m256i samples = _mm256_sub_epi16(Load(before + done), items);
         _mm256_storeu_si256(reinterpret_cast<__m256i*>(out + done), samples);
-        packed += 2 * Bits;
+        packed += size_t{2} * Bits;
         done += GroupItems;
     }
     if (done < count)

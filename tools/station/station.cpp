@@ -13,7 +13,6 @@
 namespace station {
 
 using recorderfile::AnalogChannel;
-using recorderfile::Change;
 using recorderfile::DiscreteChannel;
 using recorderfile::NamedFile;
 using recorderfile::Recording;

@@ -23,7 +23,7 @@ QString SuccessNote()
 QString TemporaryLeft(const QString& outDirectory, const QString& outputName)
 {
     for (const char* extension : {".cfftmp", ".cfgtmp", ".dattmp", ".hdrtmp", ".inftmp"}) {
-        const QString path = outDirectory + QLatin1Char('/') + outputName + QLatin1String(extension);
+        QString path = outDirectory + QLatin1Char('/') + outputName + QLatin1String(extension);
         if (QFile::exists(path))
             return path;
     }

@@ -1,0 +1,27 @@
+// A log path that leads to something without an end to seek.
+#include "service/zucmtrconverter.h"
+#include "support/files.h"
+
+#include <gtest/gtest.h>
+
+#include <QFile>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+TEST(LogPipe, GetsNoLines)
+{
+    const TestDirectory directory;
+    const QByteArray path = QFile::encodeName(directory.Path("pipe"));
+    ASSERT_EQ(mkfifo(path.constData(), 0600), 0);
+    const int reader = open(path.constData(), O_RDONLY | O_NONBLOCK);
+    ASSERT_GE(reader, 0);
+    ZuCmtrConverter::LogFilePath = directory.Path("pipe");
+    ZuCmtrConverter::WriteToLog(QStringLiteral("one"));
+    ZuCmtrConverter::WriteToLog(std::vector<QString>{QStringLiteral("two"), QStringLiteral("three")});
+    ZuCmtrConverter::LogFilePath = QString();
+    char bytes[16] = {};
+    EXPECT_EQ(read(reader, bytes, sizeof bytes), 0);
+    close(reader);
+}
