@@ -4,31 +4,27 @@
 set -eu
 cd "$(dirname "$0")/.."
 root=$PWD
+build=$root/build/coverage
 jobs=$(nproc)
 
-# The threads of the thread tests count in the same places: without atomic counters these come out negative.
+# The threads of the thread tests count in the same places: without atomic counters some come out negative.
 cmake --preset coverage -DCMAKE_CXX_FLAGS=-fprofile-update=atomic >/dev/null
 cmake --build --preset coverage -j "$jobs"
-find build/coverage -name '*.gcda' -delete
+find "$build" -name '*.gcda' -delete
 ctest --preset coverage -j "$jobs"
 
-# gcov leaves its intermediate files where it runs, so that is not the working copy. The counters are read once; the
-# tables are made of what comes out.
-work=$(mktemp -d)
-trap 'rm -rf "$work"' EXIT
-cd "$work"
-branches='--exclude-throw-branches --exclude-unreachable-branches'
-# shellcheck disable=SC2086 # two options
-gcovr --root "$root" --filter "$root/src/" $branches -j "$jobs" --json counters.json "$root/build/coverage"
+# The counters are read once; all tables are made of what comes out. gcov leaves its intermediate files where it runs:
+# in the build, not in the working copy, should it be interrupted.
+counters=$build/counters.json
 report() {
-    # shellcheck disable=SC2086
-    gcovr --root "$root" $branches --add-tracefile counters.json "$@"
+    gcovr --root "$root" --exclude-throw-branches --exclude-unreachable-branches "$@"
 }
+report --filter "$root/src/" --object-directory "$build" -j "$jobs" --json "$counters" "$build"
 printf '\n== lines\n'
-report --txt
+report --add-tracefile "$counters" --txt
 printf '\n== branches\n'
-report --txt --branches
-printf '\n== both\n'
-report --print-summary --txt /dev/null
-report --html-details "$root/build/coverage/report.html"
+report --add-tracefile "$counters" --txt --branches
+printf '\n== total\n'
+report --add-tracefile "$counters" --print-summary --txt /dev/null
+report --add-tracefile "$counters" --html-details "$build/report.html"
 printf '\nIn detail: build/coverage/report.html\n'
