@@ -1,19 +1,21 @@
 #!/bin/sh
 # Installs packages, builds, runs all tests.
 #
-#   ./test.sh              everything: plain build, sanitizers, lint
+#   ./test.sh              plain build, address and undefined-behaviour sanitizers, format
+#   ./test.sh --all        the thread sanitizer and clang-tidy as well
 #   ./test.sh --plain      the plain build and its tests alone
 #   ./test.sh --coverage   tests with coverage of src/, printed as a table
 set -eu
 cd "$(dirname "$0")"
 
-mode=all
+mode=short
 case ${1:-} in
 '') ;;
+--all) mode=all ;;
 --plain) mode=plain ;;
 --coverage) mode=coverage ;;
 *)
-    sed -n '2,6s/^# \{0,1\}//p' "$0" >&2
+    sed -n '2,7s/^# \{0,1\}//p' "$0" >&2
     exit 2
     ;;
 esac
@@ -44,5 +46,7 @@ esac
 scripts/install-packages.sh lint
 build_and_test release
 build_and_test asan
+git ls-files '*.cpp' '*.h' | xargs clang-format --dry-run -Werror
+[ $mode = all ] || exit 0
 build_and_test tsan
 scripts/lint.sh build/release
