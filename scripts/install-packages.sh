@@ -6,7 +6,7 @@ set -eu
 packages=
 for job in "${@:-build}"; do
     case $job in
-    build) packages="$packages g++ cmake ninja-build pkg-config qtbase5-dev libcli11-dev" ;;
+    build) packages="$packages g++ cmake ninja-build pkg-config qtbase5-dev qttools5-dev qttools5-dev-tools libcli11-dev" ;;
     test) packages="$packages libgtest-dev python3 binutils" ;;
     lint) packages="$packages clang-format clang-tidy" ;;
     fuzz) packages="$packages clang libclang-rt-14-dev" ;;

@@ -4,11 +4,16 @@
 #include "console.h"
 #include "convertcommand.h"
 #include "samplecommand.h"
+#include "texts.h"
 
 #include <CLI/CLI.hpp>
 
+#include <QCoreApplication>
+#include <QLocale>
 #include <QTextCodec>
+#include <QTranslator>
 
+#include <clocale>
 #include <exception>
 #include <new>
 
@@ -48,7 +53,7 @@ void CheckArgumentsAreUtf8(int count, char** arguments)
 
 int WrongUsage(const QString& text, const QString& command)
 {
-    Complain(QStringLiteral("%1\nRun '%2 --help' for the options and an example.").arg(text, command));
+    Complain(Tr("main", "%1\nRun '%2 --help' for the options and an example.").arg(text, command));
     return ExitUsage;
 }
 
@@ -82,7 +87,7 @@ int ParseAndRun(int count, char** arguments)
         return ExitAfterParsing(app, error);
     }
     if (!chosen)
-        return WrongUsage(QStringLiteral("no command is given"), QStringLiteral("zucmtr"));
+        return WrongUsage(Tr("main", "no command is given"), QStringLiteral("zucmtr"));
     return chosen();
 }
 
@@ -91,6 +96,13 @@ int ParseAndRun(int count, char** arguments)
 int main(int count, char** arguments)
 {
     UseUtf8Everywhere();
+    const QCoreApplication application(count, arguments);
+    std::setlocale(LC_NUMERIC,
+                   "C"); // the application took the user's; options have a decimal point everywhere
+    QTranslator translator;
+    if (translator.load(QLocale::system(), QStringLiteral("zucmtr"), QStringLiteral("_"),
+                        QStringLiteral(":/translations")))
+        QCoreApplication::installTranslator(&translator);
     int code = ExitFailed;
     try {
         code = ParseAndRun(count, arguments);
