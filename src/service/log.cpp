@@ -31,7 +31,8 @@ static void AppendToLog(const std::vector<QString>& lines, QTextCodec* codec)
 
 void ZuCmtrConverter::WriteToLog(const QString& text)
 {
-    AppendToLog({text}, nullptr);
+    const std::vector<QString> line(1, text);
+    AppendToLog(line, nullptr);
 }
 
 void ZuCmtrConverter::WriteToLog(std::vector<QString> lines) // NOLINT(performance-unnecessary-value-param)
