@@ -1,7 +1,7 @@
 #!/bin/sh
 # Installs packages, builds, runs all tests.
 #
-#   ./test.sh              plain build, address and undefined-behaviour sanitizers, format
+#   ./test.sh              plain build, address and undefined-behaviour sanitizers, fuzzers (30 s each), format
 #   ./test.sh --all        the thread sanitizer and clang-tidy as well
 #   ./test.sh --plain      the plain build and its tests alone
 #   ./test.sh --coverage   tests with coverage of src/, printed as a table
@@ -43,9 +43,11 @@ plain)
     exit
     ;;
 esac
-scripts/install-packages.sh lint
+scripts/install-packages.sh lint fuzz
 build_and_test release
 build_and_test asan
+printf '\n== fuzzers\n'
+fuzz/run.sh 30
 git ls-files '*.cpp' '*.h' | xargs clang-format --dry-run -Werror
 [ $mode = all ] || exit 0
 build_and_test tsan

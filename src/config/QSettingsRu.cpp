@@ -63,7 +63,9 @@ bool QSettingsRu::ReadSettings()
 
 QString QSettingsRu::FullKey(const QString& key) const
 {
-    return group.isEmpty() ? key : group + QLatin1Char('/') + key;
+    if (group.isEmpty())
+        return key;
+    return group + QLatin1Char('/') + key;
 }
 
 QVariant QSettingsRu::value(const QString& key, const QVariant& defaultValue) const
@@ -86,7 +88,8 @@ std::vector<unsigned int> QSettingsRu::NumberedKeys(const QString& prefix, unsig
         const QString digits = entry.key().mid(head.length());
         const auto number = static_cast<unsigned int>(digits.toLongLong());
         // Reading the number back from its key tells "A7", "A007" and "A7x" from "A07".
-        if (number >= 1 && number <= highest && NumberedKey(QString(), number) == digits)
+        const bool canonical = NumberedKey(QString(), number) == digits;
+        if (canonical && number >= 1 && number <= highest)
             numbers.push_back(number);
     }
     std::sort(numbers.begin(), numbers.end());

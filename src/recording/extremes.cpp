@@ -26,9 +26,9 @@ bool AnChannelData::DoExtremeParam()
     const bool voltage = quantity == QLatin1Char('U');
     if (!voltage && quantity != QLatin1Char('I'))
         return false;
-    if (voltage && (unit == QLatin1Char('V') || unit == QStringLiteral("В")[0]))
+    if (voltage && (unit == QLatin1Char('V') || unit == QChar(u'В')))
         IsVoltage = true;
-    if (!voltage && (unit == QLatin1Char('A') || unit == QStringLiteral("А")[0]))
+    if (!voltage && (unit == QLatin1Char('A') || unit == QChar(u'А')))
         IsCurrent = true;
     // Deliberate: the prefix of the unit is not looked at; values in kV are shown as if in V.
     ExtremeScale = 1.0F;

@@ -72,9 +72,8 @@ const ItemDecoderTable PortableItemDecoders = {
 
 const ItemDecoderTable& ItemDecoders()
 {
-    static const ItemDecoderTable* const best =
-        WideItemDecoders() != nullptr ? WideItemDecoders() : &PortableItemDecoders;
-    return *best;
+    const ItemDecoderTable* const wide = WideItemDecoders();
+    return wide != nullptr ? *wide : PortableItemDecoders;
 }
 
 } // namespace zu

@@ -10,11 +10,7 @@
 
 namespace {
 
-const QString& NoValue()
-{
-    static const QString text(QStringLiteral("--"));
-    return text;
-}
+const QString NoValue(QStringLiteral("--"));
 
 // Whether a value of this unit is divided by 1000 to read in kV or kA. Latin letters and prefixed units are
 // not.
@@ -99,8 +95,8 @@ void ZuFileFormat::CalcRMS(unsigned int index, AnChannelData* channel, QString& 
 {
     const quint32 count = SamplesPerPeriod;
     if (!HasSamples(*channel, index, count)) {
-        module = NoValue();
-        angle = NoValue();
+        module = NoValue;
+        angle = NoValue;
         return;
     }
     const qint16* codes = channel->Samples + index;
@@ -131,8 +127,8 @@ void ZuFileFormat::CalcSeq(unsigned int index, AnChannelData** channels, QString
     std::array<std::vector<double>, 3> phases;
     for (size_t phase = 0; phase < phases.size(); ++phase) {
         if (!HasSamples(*channels[phase], start, quint64(2) * count)) {
-            std::fill_n(modules, 3, NoValue());
-            std::fill_n(angles, 3, NoValue());
+            std::fill_n(modules, 3, NoValue);
+            std::fill_n(angles, 3, NoValue);
             return;
         }
         phases[phase] = ScaledSamples(*channels[phase], start, size_t(2) * count);

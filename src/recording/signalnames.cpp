@@ -33,7 +33,9 @@ bool ZuFileFormat::RenameSignal(const QString& raw, ZuCmtrDevParam* dev, QString
     signal = raw.mid(colon + 1).trimmed();
     QString shown = circuit;
     BayOptionalParam* record = nullptr;
-    if (dev->Resorter != nullptr && dev->Resorter->FindOptBayParams(circuit, &record)) {
+    if (dev->Resorter != nullptr)
+        dev->Resorter->FindOptBayParams(circuit, &record);
+    if (record != nullptr) {
         if (!record->DisplayName.isEmpty())
             shown = record->DisplayName;
         bay = record;

@@ -90,7 +90,8 @@ bool ZuFileFormat::Load(const QString& fileName)
         return false;
     }
     // Opening a pipe would wait for its writer.
-    if (!QFileInfo(fileName).isFile() || !file.open(QIODevice::ReadOnly)) {
+    const bool regular = QFileInfo(fileName).isFile();
+    if (!regular || !file.open(QIODevice::ReadOnly)) {
         ErrorText = QStringLiteral("Ошибка открытия файла");
         return false;
     }

@@ -65,7 +65,9 @@ void ResorterZuCmtrConv::SetEqNameIfExist(const QString& fullName, QString& equi
     equipmentName = left;
     displayName = QLatin1String("");
     BayOptionalParam* bay = nullptr;
+    if (!FindOptBayParams(left, &bay))
+        return;
     // Deliberate: the test is on the circuit name and the copy is of the display text.
-    if (FindOptBayParams(left, &bay) && !bay->CircuitName.isEmpty())
+    if (!bay->CircuitName.isEmpty())
         displayName = bay->DisplayName;
 }

@@ -6,7 +6,29 @@
 
 #include <QHash>
 
+#include <functional>
+#include <memory_resource>
+#include <unordered_map>
+
 namespace {
+
+struct HashOfName
+{
+    size_t operator()(const QString& name) const { return qHash(name); }
+};
+
+// Places by name. The names stay where they are, and the nodes come one behind the other from one piece of
+// memory: with a copy and an allocation each, 4000 names cost more than ten times as much as 400.
+struct NameMap
+{
+    explicit NameMap(size_t count) : memory(count * BytesOfEntry), places(count, &memory) {}
+
+    static constexpr size_t BytesOfEntry = 64; // node and bucket
+    std::pmr::monotonic_buffer_resource memory;
+    std::pmr::unordered_map<std::reference_wrapper<const QString>, unsigned int, HashOfName,
+                            std::equal_to<QString>>
+        places;
+};
 
 // One kind of channel: what its order is made of and where it goes.
 template <class Channel, class Entry>
@@ -46,18 +68,17 @@ struct Matching
     // Looks the dictionary's signals up in the recording and puts the other channels behind them.
     void Build()
     {
-        QHash<QString, unsigned int> firstOfName;
-        firstOfName.reserve(static_cast<int>(channels.size()));
-        for (size_t j = channels.size(); j-- > 0;)
-            firstOfName.insert(channels[j]->Name, static_cast<unsigned int>(j));
+        NameMap firstOfName(channels.size());
+        for (size_t j = 0; j < channels.size(); ++j)
+            firstOfName.places.emplace(channels[j]->Name, static_cast<unsigned int>(j)); // keeps the first
         std::vector<bool> known(channels.size(), false);
         for (size_t i = 0; i < dictionary.size(); ++i) {
-            const auto channel = firstOfName.constFind(dictionary[i]->FullName);
-            if (channel == firstOfName.constEnd())
+            const auto channel = firstOfName.places.find(dictionary[i]->FullName);
+            if (channel == firstOfName.places.end())
                 continue;
-            order.push_back(*channel);
+            order.push_back(channel->second);
             found.push_back(static_cast<unsigned int>(i));
-            known[*channel] = true;
+            known[channel->second] = true;
         }
         matched = static_cast<quint32>(found.size());
         for (size_t j = 0; j < channels.size(); ++j) {

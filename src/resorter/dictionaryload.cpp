@@ -14,7 +14,22 @@ namespace {
 constexpr quint32 UnreadRow = 999999;
 constexpr unsigned int AbsentMaximum = 4294967295U;
 
-// The fields of a value; none for an empty one.
+// A parameter of an entry, as it may be spelt.
+struct ParameterKey
+{
+    const QString plain;
+    const QString spaced;
+};
+
+const ParameterKey KeyVoltageLevel{QStringLiteral("V_L="), QStringLiteral("V_L =")};
+const ParameterKey KeyEquipmentGroup{QStringLiteral("E_G="), QStringLiteral("E_G =")};
+const ParameterKey KeySignalGroup{QStringLiteral("S_G="), QStringLiteral("S_G =")};
+const ParameterKey KeyDeviceGroup{QStringLiteral("D_G="), QStringLiteral("D_G =")};
+const ParameterKey KeyStatusType{QStringLiteral("S_T="), QStringLiteral("S_T =")};
+const ParameterKey KeyVlInd{QStringLiteral("VL_IND="), QStringLiteral("VL_IND =")};
+const ParameterKey KeyCimId{QStringLiteral("CIM_ID="), QStringLiteral("CIM_ID =")};
+
+// The fields of a value that is not empty: at least one.
 std::vector<QString> FieldsOf(const QString& text)
 {
     std::vector<QString> fields;
@@ -34,21 +49,33 @@ public:
         unsigned int highestAn = 0;
         unsigned int highestDi = 0;
         unsigned int highestBay = 0;
-        return ReadMaximum(QStringLiteral("nAnMax"), highestAn) &&
-               ReadMaximum(QStringLiteral("nDiMax"), highestDi) &&
-               ReadMaximum(QStringLiteral("nBayMax"), highestBay) && ReadAnalog(highestAn) &&
-               ReadDiscrete(highestDi) && ReadBays(highestBay);
+        for (const Maximum& row :
+             {Maximum{"nAnMax", highestAn}, Maximum{"nDiMax", highestDi}, Maximum{"nBayMax", highestBay}}) {
+            if (!ReadMaximum(QLatin1String(row.key), row.value))
+                return false;
+        }
+        if (!ReadAnalog(highestAn))
+            return false;
+        ReadDiscrete(highestDi);
+        ReadBays(highestBay);
+        return true;
     }
 
     const std::vector<QString>& Messages() const { return messages; }
 
 private:
+    struct Maximum
+    {
+        const char* key;
+        unsigned int& value;
+    };
+
     bool ReadMaximum(const QString& key, unsigned int& maximum);
     QString ReadValue(const QString& key) const;
     bool ReadAnalog(unsigned int highest);
-    bool ReadDiscrete(unsigned int highest);
-    bool ReadBays(unsigned int highest);
-    bool ReadBay(unsigned int number, const QString& key, const std::vector<QString>& fields);
+    void ReadDiscrete(unsigned int highest);
+    void ReadBays(unsigned int highest);
+    void ReadBay(unsigned int number, const QString& key, const std::vector<QString>& fields);
     void SetNames(DictionaryZuCmtr& entry, const QString& key, const QString& name);
     void WarnOfParameters(const QString& key, const QString& parameters);
     void SetOptional(DictionaryZuCmtr& entry, const QString& parameters);
@@ -95,8 +122,11 @@ void DictionaryLoader::SetNames(DictionaryZuCmtr& entry, const QString& key, con
 {
     entry.FullName = name;
     const int colon = name.indexOf(QLatin1Char(':'));
-    entry.EquipmentName = colon >= 0 ? name.left(colon).trimmed() : name;
-    entry.SignalName = colon >= 0 ? name.mid(colon + 1).trimmed() : QString();
+    entry.EquipmentName = name;
+    if (colon >= 0) {
+        entry.EquipmentName = name.left(colon).trimmed();
+        entry.SignalName = name.mid(colon + 1).trimmed();
+    }
     if (!entry.EquipmentName.isEmpty() && !entry.SignalName.isEmpty())
         return;
     Warn(QStringLiteral("Плохое имя сигнала %1 в секции %2 ZuDrv.ini при загрузке параметров сортировки "
@@ -117,11 +147,9 @@ void DictionaryLoader::WarnOfParameters(const QString& key, const QString& param
 void DictionaryLoader::SetOptional(DictionaryZuCmtr& entry, const QString& parameters)
 {
     entry.HasSortParams = true;
-    if (!resorter.LoadOneParam(parameters, QStringLiteral("VL_IND="), QStringLiteral("VL_IND ="),
-                               entry.VlInd))
+    if (!resorter.LoadOneParam(parameters, KeyVlInd.plain, KeyVlInd.spaced, entry.VlInd))
         entry.VlInd = QString();
-    if (!resorter.LoadOneParam(parameters, QStringLiteral("CIM_ID="), QStringLiteral("CIM_ID ="),
-                               entry.CimChannelId))
+    if (!resorter.LoadOneParam(parameters, KeyCimId.plain, KeyCimId.spaced, entry.CimChannelId))
         entry.CimChannelId = QString();
 }
 
@@ -144,10 +172,13 @@ bool DictionaryLoader::ReadAnalog(unsigned int highest)
         if (value.isEmpty())
             continue;
         const std::vector<QString> fields = FieldsOf(value);
-        if (fields.empty() || fields[0].isEmpty())
+        if (fields[0].isEmpty())
             return Fail(key);
-        auto* entry = new DictionaryZuCmtrAn{NewEntry(number, ordinal), UnreadRow};
+        auto owned =
+            std::make_unique<DictionaryZuCmtrAn>(DictionaryZuCmtrAn{NewEntry(number, ordinal), UnreadRow});
+        DictionaryZuCmtrAn* const entry = owned.get();
         resorter.AnDictionary.push_back(entry);
+        owned.release(); // the dictionary owns it from here
         SetNames(*entry, key, fields[0]);
         if (fields.size() >= 2 &&
             resorter.LoadParamAn(fields[1], entry->VoltageLevel, entry->EquipmentGroup, entry->SignalGroup)) {
@@ -162,7 +193,7 @@ bool DictionaryLoader::ReadAnalog(unsigned int highest)
     return true;
 }
 
-bool DictionaryLoader::ReadDiscrete(unsigned int highest)
+void DictionaryLoader::ReadDiscrete(unsigned int highest)
 {
     unsigned int ordinal = 0;
     for (const unsigned int number : ini.NumberedKeys(QStringLiteral("D"), highest)) {
@@ -171,8 +202,6 @@ bool DictionaryLoader::ReadDiscrete(unsigned int highest)
         if (value.isEmpty())
             continue;
         const std::vector<QString> fields = FieldsOf(value);
-        if (fields.empty())
-            return Fail(key);
         auto entry = std::make_unique<DictionaryZuCmtrDi>(
             DictionaryZuCmtrDi{NewEntry(number, ordinal), UnreadRow, UnreadRow});
         SetNames(*entry, key, fields[0]);
@@ -193,26 +222,22 @@ bool DictionaryLoader::ReadDiscrete(unsigned int highest)
         }
         ++ordinal;
     }
-    return true;
 }
 
-bool DictionaryLoader::ReadBays(unsigned int highest)
+void DictionaryLoader::ReadBays(unsigned int highest)
 {
     for (const unsigned int number : ini.NumberedKeys(QStringLiteral("BAY"), highest)) {
         const QString key = QSettingsRu::NumberedKey(QStringLiteral("BAY"), number);
         const QString value = ReadValue(key);
-        if (!value.isEmpty() && !ReadBay(number, key, FieldsOf(value)))
-            return false;
+        if (!value.isEmpty())
+            ReadBay(number, key, FieldsOf(value));
     }
-    return true;
 }
 
-bool DictionaryLoader::ReadBay(unsigned int number, const QString& key, const std::vector<QString>& fields)
+void DictionaryLoader::ReadBay(unsigned int number, const QString& key, const std::vector<QString>& fields)
 {
-    if (fields.empty())
-        return Fail(key);
     if (fields.size() == 1)
-        return true;
+        return;
     auto bay = std::make_unique<BayOptionalParam>();
     bay->Number = number;
     bay->BayName = fields[0];
@@ -223,13 +248,13 @@ bool DictionaryLoader::ReadBay(unsigned int number, const QString& key, const st
                  .arg(key)
                  .arg(ini.group)
                  .arg(bay->BayName));
-        return true;
+        return;
     }
     bay->DisplayName = fields[1];
     if (fields.size() >= 3)
         bay->CircuitName = fields[2];
     if (bay->DisplayName.isEmpty() && bay->CircuitName.isEmpty())
-        return true;
+        return;
     Warn(QStringLiteral("%1: %2,[%3],[%4]")
              .arg(key)
              .arg(bay->BayName)
@@ -238,7 +263,6 @@ bool DictionaryLoader::ReadBay(unsigned int number, const QString& key, const st
     const QString name = bay->BayName;
     resorter.BayParams.emplace(name, bay.get());
     bay.release(); // the map owns it from here
-    return true;
 }
 
 } // namespace
@@ -282,20 +306,20 @@ bool ResorterZuCmtrConv::LoadParamCommon(const QString& text, unsigned int& volt
                                          unsigned int& equipmentGroup)
 {
     QString value;
-    if (!LoadOneParam(text, QStringLiteral("V_L="), QStringLiteral("V_L ="), value))
+    if (!LoadOneParam(text, KeyVoltageLevel.plain, KeyVoltageLevel.spaced, value))
         return false;
     const auto* const level = std::find(std::begin(gst_vl), std::end(gst_vl), value.toUInt());
     if (level == std::end(gst_vl))
         return false;
     voltageLevel = static_cast<unsigned int>(level - std::begin(gst_vl));
-    return LoadCode(text, QStringLiteral("E_G="), QStringLiteral("E_G ="), gst_eg, equipmentGroup);
+    return LoadCode(text, KeyEquipmentGroup.plain, KeyEquipmentGroup.spaced, gst_eg, equipmentGroup);
 }
 
 bool ResorterZuCmtrConv::LoadParamAn(const QString& text, unsigned int& voltageLevel,
                                      unsigned int& equipmentGroup, unsigned int& signalGroup)
 {
     return LoadParamCommon(text, voltageLevel, equipmentGroup) &&
-           LoadCode(text, QStringLiteral("S_G="), QStringLiteral("S_G ="), gst_sg, signalGroup);
+           LoadCode(text, KeySignalGroup.plain, KeySignalGroup.spaced, gst_sg, signalGroup);
 }
 
 bool ResorterZuCmtrConv::LoadParamDi(const QString& text, unsigned int& voltageLevel,
@@ -303,6 +327,6 @@ bool ResorterZuCmtrConv::LoadParamDi(const QString& text, unsigned int& voltageL
                                      unsigned int& statusType)
 {
     return LoadParamCommon(text, voltageLevel, equipmentGroup) &&
-           LoadCode(text, QStringLiteral("D_G="), QStringLiteral("D_G ="), gst_dg, deviceGroup) &&
-           LoadCode(text, QStringLiteral("S_T="), QStringLiteral("S_T ="), gst_st, statusType);
+           LoadCode(text, KeyDeviceGroup.plain, KeyDeviceGroup.spaced, gst_dg, deviceGroup) &&
+           LoadCode(text, KeyStatusType.plain, KeyStatusType.spaced, gst_st, statusType);
 }

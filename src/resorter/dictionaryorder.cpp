@@ -6,6 +6,7 @@
 #include <array>
 #include <functional>
 #include <iterator>
+#include <memory>
 
 namespace {
 
@@ -50,7 +51,9 @@ std::ptrdiff_t Signed(size_t size)
 
 QString Joined(const QString& list, const QString& item)
 {
-    return list.isEmpty() ? item : list + QLatin1Char(',') + item;
+    if (list.isEmpty())
+        return item;
+    return list + QLatin1Char(',') + item;
 }
 
 int SlotOfLetter(QChar letter)
@@ -147,8 +150,8 @@ bool ResorterZuCmtrConv::SortChannelsCommon(std::vector<DictionaryZuCmtr*> dicti
 bool ResorterZuCmtrConv::SortChannelsAn()
 {
     AnSorted.clear();
-    if (!SortChannelsCommon({AnDictionary.begin(), AnDictionary.end()}, AnSorted) ||
-        GroupNames.size() != GroupSizes.size())
+    const std::vector<DictionaryZuCmtr*> dictionary(AnDictionary.begin(), AnDictionary.end());
+    if (!SortChannelsCommon(dictionary, AnSorted))
         return false;
     size_t start = 0;
     for (size_t run = 0; run < GroupSizes.size(); ++run) {
@@ -175,15 +178,18 @@ void ResorterZuCmtrConv::AddEquipment(size_t start, size_t size, const QString& 
         if (numbers.Add(entry, number) && !entry.CimChannelId.isEmpty())
             cimIds = Joined(cimIds, entry.CimChannelId);
     }
-    Equipment.push_back(new RCE_AnalogChannelEquipmentZuCmtr{first.EquipmentGroup, name, first.VoltageLevel,
-                                                             first.SignalGroup,
-                                                             numbers.Text(first.SignalGroup), cimIds});
+    auto equipment = std::make_unique<RCE_AnalogChannelEquipmentZuCmtr>(
+        RCE_AnalogChannelEquipmentZuCmtr{first.EquipmentGroup, name, first.VoltageLevel, first.SignalGroup,
+                                         numbers.Text(first.SignalGroup), cimIds});
+    Equipment.push_back(equipment.get());
+    equipment.release(); // the list owns it from here
 }
 
 bool ResorterZuCmtrConv::SortChannelsDi()
 {
     DiSorted.clear();
-    if (!SortChannelsCommon({DiDictionary.begin(), DiDictionary.end()}, DiSorted))
+    const std::vector<DictionaryZuCmtr*> dictionary(DiDictionary.begin(), DiDictionary.end());
+    if (!SortChannelsCommon(dictionary, DiSorted))
         return false;
     auto first = DiSorted.begin();
     for (const unsigned int size : GroupSizes) {

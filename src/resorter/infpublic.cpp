@@ -3,10 +3,12 @@
 
 #include "config/GlobalFunction.h"
 #include "recording/zufileformat.h"
+#include "resorter/infkey.h"
 #include "service/zucmtrdevparam.h"
 
 #include <QDebug>
 #include <QFile>
+#include <QStringBuilder>
 #include <QTextCodec>
 
 #include <stdexcept>
@@ -21,25 +23,25 @@ struct ChannelKey
 };
 
 constexpr ChannelKey AnalogKeys[] = {
-    {"Channel_ID=%1\r\n", 1},
-    {"Phase_ID=%1\r\n", 2},
-    {"Monitored_Component=%1\r\n", 3},
-    {"Channel_Units=%1\r\n", 4},
-    {"Channel_Multiplier=%1\r\n", 5},
-    {"Channel_Offset=%1\r\n", 6},
-    {"Channel_Skew=%1\r\n", 7},
-    {"Range_Minimum_Limit_Value=%1\r\n", 8},
-    {"Range_Maximum_Limit_Value=%1\r\n", 9},
-    {"Channel_Ratio_Primary=%1\r\n", 10},
-    {"Channel_Ratio_Secondary=%1\r\n", 11},
-    {"Data_Primary_Secondary=%1\r\n", 12},
+    {"Channel_ID=", 1},
+    {"Phase_ID=", 2},
+    {"Monitored_Component=", 3},
+    {"Channel_Units=", 4},
+    {"Channel_Multiplier=", 5},
+    {"Channel_Offset=", 6},
+    {"Channel_Skew=", 7},
+    {"Range_Minimum_Limit_Value=", 8},
+    {"Range_Maximum_Limit_Value=", 9},
+    {"Channel_Ratio_Primary=", 10},
+    {"Channel_Ratio_Secondary=", 11},
+    {"Data_Primary_Secondary=", 12},
 };
 
 constexpr ChannelKey StatusKeys[] = {
-    {"Channel_ID=%1\r\n", 1},
-    {"Phase_ID=%1\r\n", 2},
-    {"Monitored_Component=%1\r\n", 3},
-    {"Normal_State=%1\r\n", 4},
+    {"Channel_ID=", 1},
+    {"Phase_ID=", 2},
+    {"Monitored_Component=", 3},
+    {"Normal_State=", 4},
 };
 
 // The sections of one kind of channel.
@@ -80,8 +82,7 @@ bool WriteChannelSection(ResorterZuCmtrConv& resorter, QFile& file, const Channe
     if (fields.size() != Keys + 1)
         return false;
     for (const ChannelKey& key : sections.keys)
-        resorter.WriteString(file, QString::fromLatin1(key.text).arg(fields[key.field], 0, QLatin1Char(' ')),
-                             err);
+        zu::WriteInfKey(resorter, file, key.text, fields[key.field], err);
     resorter.WriteString(file, "\r\n", err);
     return true;
 }
@@ -103,6 +104,13 @@ bool WriteChannelSections(ResorterZuCmtrConv& resorter, QFile& file, const Chann
 
 } // namespace
 
+void zu::WriteInfKey(ResorterZuCmtrConv& resorter, QFile& file, const char* key, const QString& value,
+                     bool& err)
+{
+    const QString line = QLatin1String(key) % value % QLatin1String("\r\n");
+    resorter.WriteString(file, line, err);
+}
+
 void ResorterZuCmtrConv::WriteString(QFile& file, const QString& text, bool& err)
 {
     const QByteArray bytes = InfCodec->fromUnicode(text);
@@ -123,36 +131,29 @@ bool ResorterZuCmtrConv::DoInfSec_File_Description(QFile& file, ZuFileFormat* zu
 {
     bool err = false;
     const auto writeText = [&](const char* key, const QString& value) {
-        WriteString(file, QString::fromLatin1(key).arg(value, 0, QLatin1Char(' ')), err);
+        zu::WriteInfKey(*this, file, key, value, err);
     };
     const auto writeCount = [&](const char* key, size_t value) {
-        WriteString(file, QString::fromLatin1(key).arg(qulonglong(value), 0, 10, QLatin1Char(' ')), err);
+        writeText(key, QString::number(qulonglong(value)));
     };
-    const QString first = QStringLiteral("1");
     try {
         WriteString(file, "[Public File_Description]\r\n", err);
-        writeText("Station_Name=%1\r\n", Device->Object);
-        writeText("Recording_Device_ID=%1\r\n", Device->Source);
-        writeText("Revision_Year=%1\r\n", QStringLiteral("2013"));
-        writeCount("Total_Channel_Count=%1\r\n", zufile->AnChannels.size() + zufile->DiChannels.size());
-        writeCount("Analog_Channel_Count=%1\r\n", zufile->AnChannels.size());
-        writeCount("Status_Channel_Count=%1\r\n", zufile->DiChannels.size());
-        writeText("Line_Frequency=%1\r\n", QStringLiteral("50"));
-        writeText("Sample_Rate_Count=%1\r\n", first);
-        WriteString(file,
-                    QStringLiteral("Sample_Rate_#%1=%2\r\n")
-                        .arg(first, 0, QLatin1Char(' '))
-                        .arg(zufile->SampleRate, 0, 'g', -1, QLatin1Char(' ')),
-                    err);
-        WriteString(file,
-                    QStringLiteral("End_Sample_Rate_#%1=%2\r\n")
-                        .arg(first, 0, QLatin1Char(' '))
-                        .arg(zufile->CfgSamples, 0, QLatin1Char(' ')),
-                    err);
-        writeText("File_Start_Time=%1\r\n", zufile->CfgStartStamp);
-        writeText("Trigger_Time=%1\r\n", zufile->CfgTrigStamp);
-        writeText("File_Type=%1\r\n", zufile->CfgDataType);
-        writeText("Time_Multiplier=%1\r\n\r\n", zufile->CfgTimeMult);
+        writeText("Station_Name=", Device->Object);
+        writeText("Recording_Device_ID=", Device->Source);
+        writeText("Revision_Year=", QStringLiteral("2013"));
+        writeCount("Total_Channel_Count=", zufile->AnChannels.size() + zufile->DiChannels.size());
+        writeCount("Analog_Channel_Count=", zufile->AnChannels.size());
+        writeCount("Status_Channel_Count=", zufile->DiChannels.size());
+        writeText("Line_Frequency=", QStringLiteral("50"));
+        writeText("Sample_Rate_Count=", QStringLiteral("1"));
+        writeText("Sample_Rate_#1=",
+                  QStringLiteral("%1").arg(zufile->SampleRate, 0, 'g', -1, QLatin1Char(' ')));
+        writeText("End_Sample_Rate_#1=", zufile->CfgSamples);
+        writeText("File_Start_Time=", zufile->CfgStartStamp);
+        writeText("Trigger_Time=", zufile->CfgTrigStamp);
+        writeText("File_Type=", zufile->CfgDataType);
+        writeText("Time_Multiplier=", zufile->CfgTimeMult);
+        WriteString(file, "\r\n", err);
     } catch (const std::exception& exception) {
         ReportException(exception);
     }

@@ -2,6 +2,7 @@
 #include "resorter/ResorterZuCmtrConv.h"
 
 #include "recording/zufileformat.h"
+#include "resorter/infkey.h"
 #include "service/zucmtrconverter.h"
 
 #include <QDebug>
@@ -119,10 +120,7 @@ private:
         resorter.WriteString(file, QString::asprintf("[%s%u]\r\n", name, number), err);
     }
 
-    void Key(const char* name, const QString& value)
-    {
-        resorter.WriteString(file, QString::fromLatin1(name) + value + QLatin1String("\r\n"), err);
-    }
+    void Key(const char* name, const QString& value) { zu::WriteInfKey(resorter, file, name, value, err); }
 
     void Key(const char* name, unsigned int value) { Key(name, QString::asprintf("%u", value)); }
 

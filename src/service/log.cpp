@@ -13,7 +13,7 @@ static void AppendToLog(const std::vector<QString>& lines, QTextCodec* codec)
     QFile file(ZuCmtrConverter::LogFilePath);
     const bool existed = file.exists();
     if (!file.open(QIODevice::WriteOnly | QIODevice::Append | QIODevice::Text)) {
-        qDebug() << QStringLiteral("Ошибка записи в лог");
+        qDebug().noquote() << QStringLiteral("Ошибка записи в лог");
         return;
     }
     if (file.seek(file.size())) {
@@ -31,7 +31,8 @@ static void AppendToLog(const std::vector<QString>& lines, QTextCodec* codec)
 
 void ZuCmtrConverter::WriteToLog(const QString& text)
 {
-    AppendToLog({text}, nullptr);
+    const std::vector<QString> line(1, text);
+    AppendToLog(line, nullptr);
 }
 
 void ZuCmtrConverter::WriteToLog(std::vector<QString> lines) // NOLINT(performance-unnecessary-value-param)

@@ -17,7 +17,8 @@ static QString FinalName(const QString& tmpPath)
 // Removes the file, and a dangling link too: opening one would write wherever it points.
 static void RemoveIfThere(const QString& path)
 {
-    if (QFile::exists(path) || QFileInfo(path).isSymLink())
+    const QFileInfo file(path);
+    if (file.exists() || file.isSymLink())
         QFile::remove(path);
 }
 
@@ -56,8 +57,8 @@ bool outputfiles::Name(const QString& outName, const QString& outDir, ZuCmtrDevP
 
     if (outName.contains(QChar::Null))
         return false;
-    for (const QString& path : {dev->TmpPathCfg, dev->TmpPathDat, dev->TmpPathHdr, dev->TmpPathInf})
-        RemoveIfThere(path);
+    for (const QString* path : {&dev->TmpPathCfg, &dev->TmpPathDat, &dev->TmpPathHdr, &dev->TmpPathInf})
+        RemoveIfThere(*path);
     NameFile(dev->FileCfg, dev->TmpPathCfg);
     NameFile(dev->FileDat, dev->TmpPathDat);
     NameFile(dev->FileHdr, dev->TmpPathHdr);

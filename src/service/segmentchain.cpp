@@ -17,6 +17,15 @@ SegmentChain::~SegmentChain()
         delete file;
 }
 
+// The end of a file name that is too long for a note.
+static QString ShortName(const QString& fileName)
+{
+    constexpr int LongestName = 40;
+    if (fileName.length() <= LongestName)
+        return fileName;
+    return QStringLiteral(" ...") + fileName.right(LongestName - 3);
+}
+
 bool SegmentChain::Fail(const QString& text)
 {
     device.LastError = text;
@@ -44,16 +53,12 @@ bool SegmentChain::Load(const QString& fileName)
 // Appends the file name to the chain; false, with a note in the queue, if it cannot be loaded.
 bool SegmentChain::LoadContinuation(const QString& name, const QString& fileName)
 {
-    constexpr int LongestName = 40;
     auto next = std::make_unique<ZuFileFormat>();
     if (!next->Load(name)) {
         // Deliberate: the note names the first file, not the one that failed.
-        const QString shortName = fileName.length() > LongestName
-                                      ? QStringLiteral(" ...") + fileName.right(LongestName - 3)
-                                      : fileName;
         device.LogMessages.push_back(
             QStringLiteral("Ошибка обработки файла %1 [%2], окончание осциллограммы некорректно")
-                .arg(shortName)
+                .arg(ShortName(fileName))
                 .arg(next->ErrorText));
         return false;
     }

@@ -4,6 +4,7 @@
 #include <QFile>
 #include <QTextCodec>
 
+#include <algorithm>
 #include <array>
 
 const QString ZuCmtrConverter::SecNameCFG(QStringLiteral("--- file type: CFG ---"));
@@ -25,29 +26,38 @@ void FlushAndClose(QFile& file)
     }
 }
 
-// Writes a section mark, size bytes with its line end, and the piece behind it.
-bool WriteSection(ZuCmtrConverter& converter, QFile& cff, const QByteArray& mark, qint64 size, QFile& piece,
+// A piece with the mark before it, of which size bytes are written, its line end among them.
+struct Section
+{
+    const QString& mark;
+    qint64 size;
+    QFile& piece;
+};
+
+bool WriteSection(ZuCmtrConverter& converter, QFile& cff, const Section& section, const QTextCodec* codec,
                   Buffer& buffer)
 {
-    return cff.write(mark.constData(), size) == size &&
-           converter.fileBinDataCopy(&cff, &piece, buffer.data(), int(buffer.size()));
+    const QByteArray mark = codec->fromUnicode(section.mark) + "\r\n";
+    return cff.write(mark.constData(), section.size) == section.size &&
+           converter.fileBinDataCopy(&cff, &section.piece, buffer.data(), int(buffer.size()));
 }
 
 bool WriteSections(ZuCmtrConverter& converter, ZuCmtrDevParam* dev, const QTextCodec* codec)
 {
-    const auto encoded = [codec](const QString& mark) { return codec->fromUnicode(mark) + "\r\n"; };
     const qint64 markSize = ZuCmtrConverter::SecNameLen + 2; // of the first three
-    const QByteArray dataMark = encoded(dev->ComtradeBin ? ZuCmtrConverter::SecNameDATb.arg(dev->DatBytes)
-                                                         : ZuCmtrConverter::SecNameDATa);
+    QString dataMark = ZuCmtrConverter::SecNameDATa;
+    if (dev->ComtradeBin)
+        dataMark = ZuCmtrConverter::SecNameDATb.arg(dev->DatBytes);
     Buffer buffer;
-    QFile& cff = dev->FileCff;
-    return WriteSection(converter, cff, encoded(ZuCmtrConverter::SecNameCFG), markSize, dev->FileCfg,
-                        buffer) &&
-           WriteSection(converter, cff, encoded(ZuCmtrConverter::SecNameINF), markSize, dev->FileInf,
-                        buffer) &&
-           WriteSection(converter, cff, encoded(ZuCmtrConverter::SecNameHDR), markSize, dev->FileHdr,
-                        buffer) &&
-           WriteSection(converter, cff, dataMark, dataMark.size(), dev->FileDat, buffer);
+    const std::array<Section, 4> sections = {{
+        {ZuCmtrConverter::SecNameCFG, markSize, dev->FileCfg},
+        {ZuCmtrConverter::SecNameINF, markSize, dev->FileInf},
+        {ZuCmtrConverter::SecNameHDR, markSize, dev->FileHdr},
+        {dataMark, dataMark.length() + 2, dev->FileDat},
+    }};
+    return std::all_of(sections.begin(), sections.end(), [&](const Section& section) {
+        return WriteSection(converter, dev->FileCff, section, codec, buffer);
+    });
 }
 
 } // namespace

@@ -6,8 +6,10 @@
 #include "resorter/bayoptionalparam.h"
 
 #include <QFile>
+#include <QStringList>
 #include <QTextCodec>
 
+#include <algorithm>
 #include <functional>
 
 namespace {
@@ -73,6 +75,12 @@ bool WriteChannelLines(const std::vector<Channel*>& channels, const std::vector<
     return true;
 }
 
+// Writes the lines in order, up to the first that fails.
+bool WriteLines(const QStringList& lines, const std::function<bool(const QString&)>& write)
+{
+    return std::all_of(lines.begin(), lines.end(), write);
+}
+
 } // namespace
 
 QString AnChannelData::DoCfgDescription(unsigned int number)
@@ -130,13 +138,12 @@ bool ZuCmtrConverter::WriteCfg(std::vector<ZuFileFormat*>* files, ZuCmtrDevParam
     const auto analog = static_cast<qulonglong>(first.AnChannels.size());
     const auto discrete = static_cast<qulonglong>(first.DiChannels.size());
 
-    const bool headWritten =
-        write(QStringLiteral("%1,%2,%3")
-                  .arg(dev->Object)
-                  .arg(dev->Source)
-                  .arg(dev->Comtrade1999 ? QStringLiteral("1999") : QStringLiteral("2013"))) &&
-        write(QStringLiteral("%1,%2A,%3D").arg(analog + discrete).arg(analog).arg(discrete));
-    if (!headWritten)
+    const QString revision = QString::number(dev->Comtrade1999 ? 1999 : 2013);
+    const QString station = QStringLiteral("%1,%2,%3").arg(dev->Object).arg(dev->Source).arg(revision);
+    const QString counts = QStringLiteral("%1,%2A,%3D").arg(analog + discrete).arg(analog).arg(discrete);
+    QStringList head(station);
+    head << counts;
+    if (!WriteLines(head, write))
         return false;
 
     first.CfgAnLines.clear();
@@ -149,19 +156,20 @@ bool ZuCmtrConverter::WriteCfg(std::vector<ZuFileFormat*>* files, ZuCmtrDevParam
     first.CfgStartStamp = TimeStamp(first.StartTime, first.StartMicroseconds);
     first.CfgTrigStamp = TimeStamp(first.TrigTime, first.TrigMicroseconds);
     first.CfgDataType = dev->ComtradeBin ? QStringLiteral("Binary") : QStringLiteral("ASCII");
-    const bool ratesWritten = write(QStringLiteral("50")) && write(QStringLiteral("1")) &&
-                              write(QStringLiteral("%1,%2")
-                                        .arg(dev->SampleRate, 0, 'g', -1, QLatin1Char(' '))
-                                        .arg(dev->TotalSamples)) &&
-                              write(first.CfgStartStamp) && write(first.CfgTrigStamp) &&
-                              write(first.CfgDataType) && write(QStringLiteral("1"));
-    if (!ratesWritten)
+    const QString one = QStringLiteral("1");
+    const QString rate =
+        QStringLiteral("%1,%2").arg(dev->SampleRate, 0, 'g', -1, QLatin1Char(' ')).arg(dev->TotalSamples);
+    QStringList rates(QStringLiteral("50"));
+    rates << one << rate << first.CfgStartStamp << first.CfgTrigStamp << first.CfgDataType << one;
+    if (!WriteLines(rates, write))
         return false;
-    first.CfgTimeMult = QStringLiteral("1");
+    first.CfgTimeMult = one;
     first.CfgSamples = QString::number(dev->TotalSamples);
 
-    if (!dev->Comtrade1999 &&
-        !(write(ZoneField(first.TimeZoneSeconds) + dev->TimeCode) && write(QStringLiteral("0,3"))))
+    QStringList clock;
+    if (!dev->Comtrade1999)
+        clock << ZoneField(first.TimeZoneSeconds) + dev->TimeCode << QStringLiteral("0,3");
+    if (!WriteLines(clock, write))
         return false;
     file.flush();
     file.close();

@@ -12,7 +12,8 @@ static constexpr size_t BlockCodes = 131072;
 static constexpr size_t FewestRows = 16;
 
 CodeRows::CodeRows(size_t channels)
-    : columns(channels), rows(channels * std::max(FewestRows, BlockCodes / std::max<size_t>(channels, 1)))
+    : columns(channels), rowsInBlock(std::max(FewestRows, BlockCodes / std::max<size_t>(channels, 1))),
+      rows(new qint16[channels * rowsInBlock])
 {}
 
 void CodeRows::Enter(const ZuFileFormat& segment, const std::vector<unsigned int>& order)
@@ -62,7 +63,7 @@ void CodeRows::Turn(size_t sample)
         rowCount = ~size_t(0);
         return;
     }
-    rowCount = rows.size() / channels;
+    rowCount = rowsInBlock;
     if (longest > sample)
         rowCount = std::min(rowCount, longest - sample);
     const size_t tiledRows = shortest > sample ? std::min(rowCount, shortest - sample) / 8 * 8 : 0;

@@ -8,6 +8,7 @@
 
 #include <QtGlobal>
 
+#include <memory>
 #include <vector>
 
 class ZuFileFormat;
@@ -27,7 +28,7 @@ public:
     {
         if (sample - firstSample >= rowCount)
             Turn(sample);
-        return rows.data() + (sample - firstSample) * columns.size();
+        return rows.get() + (sample - firstSample) * columns.size();
     }
 
     size_t Count() const { return columns.size(); }
@@ -48,7 +49,8 @@ private:
     void TurnColumn(size_t channel, size_t row);
 
     std::vector<Column> columns;
-    std::vector<qint16> rows;
+    size_t rowsInBlock;
+    std::unique_ptr<qint16[]> rows; // rowsInBlock rows
     size_t firstSample = 0;
     size_t rowCount = 0; // rows that are turned
     size_t shortest = 0; // points that every channel has

@@ -28,10 +28,34 @@ char* AppendNumber(qint64 number, char* out)
     return std::to_chars(out, out + 20, number).ptr;
 }
 
-char* AppendAsciiRecord(const SampleWalk& walk, CodeRows& codes, const StateRow& states,
+// The texts of 1, 2, 3 ...: what changes from one to the next is most often the last digit alone.
+class CounterText
+{
+public:
+    CounterText() { std::fill_n(digits, Width, '0'); }
+
+    // Writes the next text to out, which has room for 20 bytes. Gives the end of the text.
+    char* AppendNext(char* out)
+    {
+        size_t place = Width - 1;
+        while (digits[place] == '9')
+            digits[place--] = '0';
+        ++digits[place];
+        first = std::min(first, place);
+        std::memcpy(out, digits + first, Width); // whatever the length: one instruction or two
+        return out + (Width - first);
+    }
+
+private:
+    static constexpr size_t Width = 20;
+    char digits[2 * Width] = {}; // right-aligned in the first half
+    size_t first = Width - 1;
+};
+
+char* AppendAsciiRecord(const SampleWalk& walk, CounterText& number, CodeRows& codes, const StateRow& states,
                         const CodeTexts& texts, char* out)
 {
-    out = AppendNumber(walk.Number(), out);
+    out = number.AppendNext(out);
     *out++ = ',';
     out = AppendNumber(static_cast<qint64>(walk.Time()), out);
     const size_t sample = walk.SegmentSample();
@@ -84,6 +108,7 @@ bool ZuCmtrConverter::WriteDat(std::vector<ZuFileFormat*>* files, ZuCmtrDevParam
     CodeRows codes(first.AnChannels.size());
     StateRow states(binary ? StateRow::Form::Words : StateRow::Form::Ascii, first.DiChannels.size());
     const CodeTexts& texts = CodeTexts::Get();
+    CounterText number;
     const size_t longest = LongestRecord(first.AnChannels.size(), first.DiChannels.size());
     const size_t blockSize = std::max(BlockSize, longest);
     const std::unique_ptr<char[]> block(new char[blockSize]);
@@ -111,7 +136,7 @@ bool ZuCmtrConverter::WriteDat(std::vector<ZuFileFormat*>* files, ZuCmtrDevParam
         }
         states.MoveTo(walk.SegmentTime());
         out = binary ? AppendBinaryRecord(walk, codes, states, out)
-                     : AppendAsciiRecord(walk, codes, states, texts, out);
+                     : AppendAsciiRecord(walk, number, codes, states, texts, out);
         if (static_cast<size_t>(out - block.get()) + longest > blockSize && !flushBlock())
             return false;
     }

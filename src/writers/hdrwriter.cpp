@@ -188,8 +188,8 @@ void AddExtremes(Report& report, ZuFileFormat& first, std::vector<ZuFileFormat*>
     QString minU;
     first.FindExtremeRMS(first.StartCircuit, files, maxI, minI, maxU, minU);
     report.Plain("Экстремальные значения тока и напряжения:");
-    for (const QString& line : {maxI, minI, maxU, minU})
-        report.Line(line);
+    for (const QString* line : {&maxI, &minI, &maxU, &minU})
+        report.Line(*line);
     report.Separator();
 }
 

@@ -45,7 +45,7 @@ void ExpectSameItems(const zu::ItemDecoderTable& decoders, size_t count, size_t 
 void ExpectSameItemsOfAllSizes(const zu::ItemDecoderTable& decoders)
 {
     for (size_t count = 1; count <= 70; ++count) {
-        for (const size_t spare : {0, 1, 2, 3, 4, 8, 15, 16, 17, 40})
+        for (const size_t spare : {0U, 1U, 2U, 3U, 4U, 8U, 15U, 16U, 17U, 40U})
             ExpectSameItems(decoders, count, spare);
     }
     ExpectSameItems(decoders, 65535, 0);

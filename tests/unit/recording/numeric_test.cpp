@@ -16,7 +16,7 @@ class ToIntegerOf : public testing::Test
 {};
 
 using Integers = testing::Types<int8_t, uint8_t, int16_t, uint16_t, int32_t, uint32_t, int64_t, uint64_t>;
-TYPED_TEST_SUITE(ToIntegerOf, Integers);
+TYPED_TEST_SUITE(ToIntegerOf, Integers, );
 
 } // namespace
 

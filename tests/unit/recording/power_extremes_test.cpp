@@ -193,3 +193,16 @@ TEST(PowerExtremes, ShortFirstSegmentLeavesTheLaterOnesUnsearched)
     EXPECT_EQ(LinesOf({&first, &second})[0], "макс_I = 0.00 мА");
     EXPECT_EQ(later.ExtremeMax, 0.0F);
 }
+
+TEST(PowerExtremes, LaterSegmentShorterThanAPeriodChangesNothing)
+{
+    HandmadeFile first(4);
+    first.Add("Q1", "Ia", "А", Codes(4, 5));
+    first.Add("Q1", "Ua", "В", Codes(4, 6));
+    HandmadeFile second(4);
+    second.Add("Q1", "Ia", "А", Codes(3, 900));
+    AnChannelData& later = second.Add("Q1", "Ua", "В", Codes(3, 900));
+    EXPECT_EQ(LinesOf({&first, &second}),
+              (QStringList{"макс_I = 5.00 А", "мин_I = 5.00 А", "макс_U = 6.00 В", "мин_U = 6.00 В"}));
+    EXPECT_EQ(later.ExtremeMax, 0.0F);
+}

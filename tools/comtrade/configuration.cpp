@@ -1,0 +1,276 @@
+// The CFG text: lines of fields parted by commas.
+#include "comtrade/record.h"
+#include "comtrade/text.h"
+#include "zucmtr/texts.h"
+
+#include <QStringList>
+
+#include <array>
+#include <cmath>
+
+namespace comtrade {
+
+namespace {
+
+// Goes through the lines of a CFG text. Every failure names the file and the line.
+class Lines
+{
+public:
+    Lines(const QByteArray& text, const QString& fileName_)
+        : lines(DecodedText(text).split(QLatin1Char('\n'))), fileName(fileName_)
+    {
+        if (lines.last().isEmpty())
+            lines.removeLast();
+    }
+
+    // The fields of the next line, at least as many as asked for, without blanks around them.
+    QStringList Next(int fewest, const char* what)
+    {
+        if (next >= lines.size())
+            throw Error(Tr("comtrade", "%1: ends after line %2, where %3 should follow")
+                            .arg(fileName)
+                            .arg(next)
+                            .arg(QLatin1String(what)));
+        QStringList fields = lines[next++].split(QLatin1Char(','));
+        if (fields.size() < fewest)
+            Fail(Tr("comtrade", "%1 needs %2 fields, there are %3")
+                     .arg(QLatin1String(what))
+                     .arg(fewest)
+                     .arg(fields.size()));
+        for (QString& field : fields)
+            field = field.trimmed();
+        return fields;
+    }
+
+    // The same for a line whose number of fields is fixed.
+    QStringList NextExactly(int count, const char* what)
+    {
+        QStringList fields = Next(count, what);
+        if (fields.size() > count)
+            Fail(Tr("comtrade", "%1 has %2 fields, there are %3; does a name hold a comma?")
+                     .arg(QLatin1String(what))
+                     .arg(count)
+                     .arg(fields.size()));
+        return fields;
+    }
+
+    double Number(const QString& field, const char* what)
+    {
+        bool ok = false;
+        const double number = field.toDouble(&ok);
+        if (!ok)
+            NotANumber(field, what);
+        return number;
+    }
+
+    qint64 Integer(const QString& field, const char* what)
+    {
+        bool ok = false;
+        const qint64 number = field.toLongLong(&ok);
+        if (!ok)
+            NotANumber(field, what);
+        return number;
+    }
+
+    [[noreturn]] void Fail(const QString& what) const
+    {
+        throw Error(Tr("comtrade", "%1, line %2: %3").arg(fileName).arg(next).arg(what));
+    }
+
+    int Left() const { return lines.size() - next; }
+
+private:
+    [[noreturn]] void NotANumber(const QString& field, const char* what) const
+    {
+        Fail(Tr("comtrade", "%1 is '%2', which is no number").arg(QLatin1String(what), field));
+    }
+
+    QStringList lines;
+    const QString fileName;
+    int next = 0; // also the number of the line that was taken last, counted from 1
+};
+
+void ReadStation(Lines& lines, Configuration& configuration)
+{
+    const QStringList fields = lines.Next(2, "station, device, revision");
+    configuration.station = fields[0];
+    configuration.device = fields[1];
+    if (fields.size() == 2)
+        lines.Fail(Tr("comtrade", "no revision year: records of 1991 are not supported"));
+    if (fields.size() > 3)
+        lines.Fail(Tr("comtrade", "more than three fields; does a name hold a comma?"));
+    if (fields[2] == QLatin1String("1999"))
+        configuration.revision = Revision::R1999;
+    else if (fields[2] == QLatin1String("2013"))
+        configuration.revision = Revision::R2013;
+    else
+        lines.Fail(Tr("comtrade", "revision '%1' is not supported, only 1999 and 2013").arg(fields[2]));
+}
+
+// The count in a field such as "32A".
+size_t ChannelCount(Lines& lines, const QString& field, QChar letter)
+{
+    if (!field.endsWith(letter, Qt::CaseInsensitive))
+        lines.Fail(Tr("comtrade", "'%1' should be a number and %2").arg(field).arg(letter));
+    const qint64 count = lines.Integer(field.chopped(1), "channel count");
+    if (count < 0 || count > lines.Left())
+        lines.Fail(Tr("comtrade", "%1 channels, but only %2 lines follow").arg(count).arg(lines.Left()));
+    return static_cast<size_t>(count);
+}
+
+AnalogChannel ReadAnalog(Lines& lines)
+{
+    const QStringList fields = lines.NextExactly(13, "an analog channel");
+    AnalogChannel channel;
+    channel.number = static_cast<int>(lines.Integer(fields[0], "channel number"));
+    channel.name = fields[1];
+    channel.phase = fields[2];
+    channel.circuit = fields[3];
+    channel.unit = fields[4];
+    channel.aText = fields[5];
+    channel.bText = fields[6];
+    channel.skewText = fields[7];
+    channel.a = lines.Number(fields[5], "multiplier a");
+    channel.b = lines.Number(fields[6], "offset b");
+    channel.skew = fields[7].isEmpty() ? 0.0 : lines.Number(fields[7], "skew");
+    channel.min = lines.Number(fields[8], "minimum");
+    channel.max = lines.Number(fields[9], "maximum");
+    channel.primary = lines.Number(fields[10], "primary factor");
+    channel.secondary = lines.Number(fields[11], "secondary factor");
+    const QString side = fields[12].toUpper();
+    if (side != QLatin1String("P") && side != QLatin1String("S"))
+        lines.Fail(Tr("comtrade", "'%1' should be P or S").arg(fields[12]));
+    channel.primaryValues = side == QLatin1String("P");
+    return channel;
+}
+
+StateChannel ReadState(Lines& lines)
+{
+    const QStringList fields = lines.NextExactly(5, "a status channel");
+    StateChannel channel;
+    channel.number = static_cast<int>(lines.Integer(fields[0], "channel number"));
+    channel.name = fields[1];
+    channel.phase = fields[2];
+    channel.circuit = fields[3];
+    channel.normalState = !fields[4].isEmpty() && lines.Integer(fields[4], "normal state") != 0;
+    return channel;
+}
+
+void ReadChannels(Lines& lines, Configuration& configuration)
+{
+    const QStringList fields = lines.NextExactly(3, "channel counts");
+    const qint64 total = lines.Integer(fields[0], "channel count");
+    const size_t analog = ChannelCount(lines, fields[1], QLatin1Char('A'));
+    const size_t states = ChannelCount(lines, fields[2], QLatin1Char('D'));
+    if (total != static_cast<qint64>(analog + states))
+        lines.Fail(Tr("comtrade", "%1 channels in all are not %2 and %3").arg(total).arg(analog).arg(states));
+    for (size_t i = 0; i < analog; ++i)
+        configuration.analog.push_back(ReadAnalog(lines));
+    for (size_t i = 0; i < states; ++i)
+        configuration.states.push_back(ReadState(lines));
+}
+
+void ReadRates(Lines& lines, Configuration& configuration)
+{
+    const QString frequency = lines.NextExactly(1, "line frequency")[0];
+    configuration.lineFrequency = frequency.isEmpty() ? 0.0 : lines.Number(frequency, "line frequency");
+    const qint64 count = lines.Integer(lines.NextExactly(1, "number of rates")[0], "number of rates");
+    if (count < 0 || count > lines.Left())
+        lines.Fail(Tr("comtrade", "%1 rates, but only %2 lines follow").arg(count).arg(lines.Left()));
+    // Without a constant rate there is still one line, which tells the number of samples.
+    for (qint64 i = 0; i < std::max<qint64>(count, 1); ++i) {
+        const QStringList fields = lines.NextExactly(2, "a sampling rate");
+        const SampleRate rate = {lines.Number(fields[0], "rate"), lines.Integer(fields[1], "last sample")};
+        const qint64 before = configuration.rates.empty() ? 0 : configuration.rates.back().lastSample;
+        if (!(rate.hertz >= 0) || !std::isfinite(rate.hertz) || rate.lastSample < before)
+            lines.Fail(Tr("comtrade", "the rate or its last sample is out of range"));
+        configuration.rates.push_back(rate);
+    }
+}
+
+// The nanoseconds of a text of digits behind the decimal point.
+qint64 Nanoseconds(const QString& digits)
+{
+    return digits.leftJustified(9, QLatin1Char('0'), true).toLongLong();
+}
+
+TimeStamp ReadStamp(Lines& lines, const char* what)
+{
+    const QStringList fields = lines.NextExactly(2, what);
+    const QStringList date = fields[0].split(QLatin1Char('/'));
+    const QStringList clock = fields[1].split(QLatin1Char(':'));
+    if (date.size() != 3 || clock.size() != 3)
+        lines.Fail(Tr("comtrade", "'%1,%2' should be dd/mm/yyyy,hh:mm:ss.ssssss").arg(fields[0], fields[1]));
+    TimeStamp stamp;
+    stamp.date = QDate(date[2].toInt(), date[1].toInt(), date[0].toInt());
+    const QString seconds = clock[2].section(QLatin1Char('.'), 0, 0);
+    const QString decimals = clock[2].section(QLatin1Char('.'), 1);
+    stamp.decimals = decimals.size();
+    const qint64 hour = lines.Integer(clock[0], "hour");
+    const qint64 minute = lines.Integer(clock[1], "minute");
+    const qint64 second = lines.Integer(seconds, "second");
+    const qint64 nanoseconds =
+        decimals.isEmpty() ? 0 : lines.Integer(decimals.left(9), "decimals of a second");
+    if (!stamp.date.isValid() || hour < 0 || hour > 23 || minute < 0 || minute > 59 || second < 0 ||
+        second > 60 || nanoseconds < 0)
+        lines.Fail(Tr("comtrade", "'%1,%2' is no date and time").arg(fields[0], fields[1]));
+    stamp.nanoseconds = ((hour * 60 + minute) * 60 + second) * 1000000000 + Nanoseconds(decimals);
+    return stamp;
+}
+
+struct NamedType
+{
+    const char* name;
+    DataType type;
+};
+
+constexpr std::array<NamedType, 4> DataTypes = {{{"ASCII", DataType::Ascii},
+                                                 {"BINARY", DataType::Binary},
+                                                 {"BINARY32", DataType::Binary32},
+                                                 {"FLOAT32", DataType::Float32}}};
+
+DataType ReadDataType(Lines& lines)
+{
+    const QString name = lines.NextExactly(1, "data file type")[0];
+    for (const NamedType& row : DataTypes) {
+        if (name.compare(QLatin1String(row.name), Qt::CaseInsensitive) == 0)
+            return row.type;
+    }
+    lines.Fail(Tr("comtrade", "data file type '%1' is not known").arg(name));
+}
+
+void ReadClock(Lines& lines, Configuration& configuration)
+{
+    const QStringList codes = lines.NextExactly(2, "time codes");
+    configuration.timeCode = codes[0];
+    configuration.localCode = codes[1];
+    const QStringList quality = lines.NextExactly(2, "time quality");
+    configuration.timeQuality = quality[0];
+    configuration.leapSecond = quality[1];
+}
+
+} // namespace
+
+qint64 Configuration::SampleCount() const
+{
+    return rates.empty() ? 0 : rates.back().lastSample;
+}
+
+Configuration ParseConfiguration(const QByteArray& text, const QString& fileName)
+{
+    Lines lines(text, fileName);
+    Configuration configuration;
+    ReadStation(lines, configuration);
+    ReadChannels(lines, configuration);
+    ReadRates(lines, configuration);
+    configuration.start = ReadStamp(lines, "start time");
+    configuration.trigger = ReadStamp(lines, "trigger time");
+    configuration.dataType = ReadDataType(lines);
+    const QString multiplier = lines.NextExactly(1, "time multiplier")[0];
+    configuration.timeMultiplier = lines.Number(multiplier, "time multiplier");
+    if (configuration.revision == Revision::R2013)
+        ReadClock(lines, configuration);
+    return configuration;
+}
+
+} // namespace comtrade

@@ -1,0 +1,225 @@
+#include "comtrade/datareader.h"
+
+#include "zucmtr/texts.h"
+
+#include <QtEndian>
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <cstring>
+#include <limits>
+
+namespace comtrade {
+
+namespace {
+
+constexpr size_t BlockSize = size_t{1} << 20;
+constexpr double Missing = std::numeric_limits<double>::quiet_NaN();
+
+size_t AnalogSize(DataType type)
+{
+    return type == DataType::Binary ? 2 : 4;
+}
+
+size_t BinaryRecordSize(const Configuration& configuration)
+{
+    return 8 + AnalogSize(configuration.dataType) * configuration.analog.size() +
+           (configuration.states.size() + 15) / 16 * 2;
+}
+
+// An ASCII record may be this long: numbers of up to 30 characters.
+size_t LongestLine(const Configuration& configuration)
+{
+    return 128 + 32 * (configuration.analog.size() + configuration.states.size());
+}
+
+double AnalogCode(DataType type, const char* bytes)
+{
+    if (type == DataType::Binary) {
+        const auto code = qFromLittleEndian<qint16>(bytes);
+        return code == std::numeric_limits<qint16>::min() ? Missing : code;
+    }
+    if (type == DataType::Binary32) {
+        const auto code = qFromLittleEndian<qint32>(bytes);
+        return code == std::numeric_limits<qint32>::min() ? Missing : code;
+    }
+    const auto word = qFromLittleEndian<quint32>(bytes);
+    float value = 0;
+    std::memcpy(&value, &word, sizeof value);
+    return static_cast<double>(value);
+}
+
+// The fields of an ASCII record, one after the other.
+class Fields
+{
+public:
+    Fields(const char* begin, const char* end_) : next(begin), end(end_) {}
+
+    // Steps to the next field; false if there is none.
+    bool Take()
+    {
+        if (next == nullptr)
+            return false;
+        const auto* comma = static_cast<const char*>(std::memchr(next, ',', static_cast<size_t>(end - next)));
+        first = next;
+        last = comma != nullptr ? comma : end;
+        next = comma != nullptr ? comma + 1 : nullptr;
+        while (first != last && *first == ' ')
+            ++first;
+        while (first != last && last[-1] == ' ')
+            --last;
+        return true;
+    }
+
+    bool IsEmpty() const { return first == last; }
+    bool AtEnd() const { return next == nullptr; }
+    QString Text() const
+    {
+        return QString::fromLatin1(first, static_cast<int>(std::min<ptrdiff_t>(last - first, 40)));
+    }
+
+    template <class Number>
+    bool To(Number& number) const
+    {
+        const auto result = std::from_chars(first, last, number);
+        return result.ec == std::errc() && result.ptr == last;
+    }
+
+private:
+    const char* next;
+    const char* end;
+    const char* first = nullptr;
+    const char* last = nullptr;
+};
+
+} // namespace
+
+DataReader::DataReader(const QString& path, qint64 offset, qint64 length, const Configuration& configuration_)
+    : file(path), configuration(configuration_)
+{
+    if (!file.open(QIODevice::ReadOnly) || !file.seek(offset))
+        throw Error(Tr("comtrade", "%1: cannot be read: %2").arg(path, file.errorString()));
+    left = length >= 0 ? length : file.size() - offset;
+    const size_t longest = configuration.dataType == DataType::Ascii ? LongestLine(configuration)
+                                                                     : BinaryRecordSize(configuration);
+    buffer.resize(std::max(BlockSize, longest));
+}
+
+void DataReader::Fail(const QString& what) const
+{
+    throw Error(Tr("comtrade", "%1, record %2: %3").arg(file.fileName()).arg(record).arg(what));
+}
+
+// Brings at least the wanted bytes into the buffer; false if the part ends before.
+bool DataReader::Fill(size_t wanted)
+{
+    if (end - begin >= wanted)
+        return true;
+    std::memmove(buffer.data(), buffer.data() + begin, end - begin);
+    end -= begin;
+    begin = 0;
+    while (end < wanted && left > 0) {
+        const qint64 room = static_cast<qint64>(buffer.size() - end);
+        const qint64 count = file.read(buffer.data() + end, std::min(room, left));
+        if (count < 0)
+            Fail(Tr("comtrade", "reading fails: %1").arg(file.errorString()));
+        left = count == 0 ? 0 : left - count;
+        end += static_cast<size_t>(count);
+    }
+    return end >= wanted;
+}
+
+bool DataReader::Next(Row& row)
+{
+    ++record;
+    row.analog.resize(configuration.analog.size());
+    row.states.resize(configuration.states.size());
+    return configuration.dataType == DataType::Ascii ? NextAscii(row) : NextBinary(row);
+}
+
+bool DataReader::NextBinary(Row& row)
+{
+    const size_t size = BinaryRecordSize(configuration);
+    if (!Fill(size)) {
+        if (begin == end)
+            return false;
+        Fail(Tr("comtrade", "is cut off: %1 of %2 bytes").arg(end - begin).arg(size));
+    }
+    const char* bytes = buffer.data() + begin;
+    begin += size;
+    row.number = qFromLittleEndian<quint32>(bytes);
+    const auto time = qFromLittleEndian<quint32>(bytes + 4);
+    row.hasTime = time != std::numeric_limits<quint32>::max();
+    row.time = row.hasTime ? qint64{time} : 0;
+    bytes += 8;
+    for (double& code : row.analog) {
+        code = AnalogCode(configuration.dataType, bytes);
+        bytes += AnalogSize(configuration.dataType);
+    }
+    for (size_t i = 0; i < row.states.size(); ++i)
+        row.states[i] = (static_cast<unsigned char>(bytes[i / 8]) >> (i % 8)) & 1U;
+    return true;
+}
+
+bool DataReader::NextAscii(Row& row)
+{
+    const size_t longest = LongestLine(configuration);
+    Fill(std::min(longest, buffer.size()));
+    const char* line = buffer.data() + begin;
+    constexpr char EndOfFile = 0x1A; // closes the files of some writers
+    const auto available = static_cast<size_t>(end - begin);
+    const bool container = available >= 3 && std::memcmp(line, "---", 3) == 0;
+    if (available == 0 || *line == EndOfFile || container)
+        return false;
+    const auto* feed = static_cast<const char*>(std::memchr(line, '\n', available));
+    if (feed == nullptr && available >= longest)
+        Fail(Tr("comtrade", "has no end within %1 bytes").arg(longest));
+    const char* stop = feed != nullptr ? feed : line + available;
+    begin = static_cast<size_t>((feed != nullptr ? feed + 1 : stop) - buffer.data());
+    if (stop != line && stop[-1] == '\r')
+        --stop;
+    ParseLine(line, stop, row);
+    return true;
+}
+
+void DataReader::ParseLine(const char* line, const char* stop, Row& row) const
+{
+    Fields fields(line, stop);
+    const auto next = [&](const QString& what) {
+        if (!fields.Take())
+            Fail(Tr("comtrade", "ends before %1").arg(what));
+    };
+    const auto bad = [&](const QString& what) {
+        Fail(Tr("comtrade", "%1 is '%2', which is no number").arg(what, fields.Text()));
+    };
+    next(QStringLiteral("n"));
+    if (!fields.To(row.number))
+        bad(QStringLiteral("n"));
+    next(QStringLiteral("timestamp"));
+    row.hasTime = !fields.IsEmpty();
+    row.time = 0;
+    if (row.hasTime && !fields.To(row.time))
+        bad(QStringLiteral("timestamp"));
+    for (size_t i = 0; i < row.analog.size(); ++i) {
+        if (!fields.Take())
+            Fail(Tr("comtrade", "ends before analog channel %1").arg(i + 1));
+        qint64 code = 0;
+        if (fields.IsEmpty())
+            row.analog[i] = Missing;
+        else if (fields.To(code))
+            row.analog[i] = static_cast<double>(code);
+        else if (!fields.To(row.analog[i]))
+            bad(Tr("comtrade", "analog channel %1").arg(i + 1));
+    }
+    for (size_t i = 0; i < row.states.size(); ++i) {
+        if (!fields.Take())
+            Fail(Tr("comtrade", "ends before status channel %1").arg(i + 1));
+        if (!fields.To(row.states[i]) || row.states[i] > 1)
+            bad(Tr("comtrade", "status channel %1").arg(i + 1));
+    }
+    if (!fields.AtEnd())
+        Fail(Tr("comtrade", "has more fields than channels"));
+}
+
+} // namespace comtrade

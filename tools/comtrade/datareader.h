@@ -1,0 +1,37 @@
+// The data of a COMTRADE record, record by record.
+#pragma once
+
+#include "comtrade/record.h"
+
+#include <QFile>
+
+namespace comtrade {
+
+/// Reads a part of a file in blocks.
+class DataReader
+{
+public:
+    /// Data of the given form from offset on, length bytes (-1: to the end of the file, and for ASCII to the
+    /// next mark of a container). The configuration must outlive the reader. Throws Error.
+    DataReader(const QString& path, qint64 offset, qint64 length, const Configuration& configuration_);
+
+    /// As Record::Next.
+    bool Next(Row& row);
+
+private:
+    bool Fill(size_t wanted);
+    bool NextAscii(Row& row);
+    bool NextBinary(Row& row);
+    void ParseLine(const char* line, const char* end, Row& row) const;
+    [[noreturn]] void Fail(const QString& what) const;
+
+    QFile file;
+    const Configuration& configuration;
+    qint64 left; // bytes of the part that are not read yet
+    std::vector<char> buffer;
+    size_t begin = 0; // of what is read and not taken
+    size_t end = 0;
+    qint64 record = 0; // the one at hand, counted from 1
+};
+
+} // namespace comtrade

@@ -1,0 +1,156 @@
+// Opening a record: separate files, or the sections of a container.
+#include "comtrade/record.h"
+
+#include "comtrade/datareader.h"
+#include "zucmtr/texts.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <optional>
+
+namespace comtrade {
+
+namespace {
+
+constexpr qint64 LargestText = qint64{256} << 20; // bytes of a CFG, HDR or INF; none that is meant is near it
+
+[[noreturn]] void Fail(const QString& path, const QString& what)
+{
+    throw Error(Tr("comtrade", "%1: %2").arg(path, what));
+}
+
+void Open(QFile& file)
+{
+    if (!QFileInfo::exists(file.fileName()))
+        Fail(file.fileName(), Tr("comtrade", "does not exist"));
+    if (!QFileInfo(file).isFile() || !file.open(QIODevice::ReadOnly))
+        Fail(file.fileName(), Tr("comtrade", "cannot be read: %1").arg(file.errorString()));
+}
+
+QByteArray TextOf(const QString& path)
+{
+    QFile file(path);
+    Open(file);
+    if (file.size() > LargestText)
+        Fail(path, Tr("comtrade", "is too large for a text of a record"));
+    return file.readAll();
+}
+
+// The path of a piece beside the configuration, whatever the case of its extension; empty if there is none.
+QString PieceBeside(const QString& configurationPath, const QString& extension)
+{
+    const QString base = configurationPath.left(configurationPath.size() - extension.size());
+    for (const QString& spelling :
+         {extension, extension.toUpper(), extension.at(0).toUpper() + extension.mid(1)}) {
+        if (QFileInfo::exists(base + spelling))
+            return base + spelling;
+    }
+    return QString();
+}
+
+// A section mark of a container, such as "--- file type: DAT BINARY: 1234 ---".
+struct Mark
+{
+    QString kind;          // CFG, INF, HDR or DAT
+    qint64 dataBytes = -1; // of binary data
+};
+
+std::optional<Mark> MarkOf(const QByteArray& line)
+{
+    const QString text = QString::fromLatin1(line).simplified().toUpper();
+    const QString head = QStringLiteral("--- FILE TYPE:");
+    if (!text.startsWith(head) || !text.endsWith(QLatin1String("---")))
+        return std::nullopt;
+    const QString inside = text.mid(head.size(), text.size() - head.size() - 3).trimmed();
+    Mark mark;
+    mark.kind = inside.section(QLatin1Char(' '), 0, 0);
+    bool ok = false;
+    const qint64 bytes = inside.section(QLatin1Char(':'), 1).trimmed().toLongLong(&ok);
+    if (ok)
+        mark.dataBytes = bytes;
+    return mark;
+}
+
+} // namespace
+
+Record::Record(const QString& path)
+{
+    const QString extension = QFileInfo(path).suffix().toLower();
+    if (extension == QLatin1String("cff"))
+        OpenContainer(path);
+    else if (extension == QLatin1String("cfg"))
+        OpenPieces(path);
+    else
+        Fail(path, Tr("comtrade", "is not the .cfg or .cff file of a record"));
+}
+
+Record::~Record() = default;
+
+void Record::OpenPieces(const QString& path)
+{
+    configuration = ParseConfiguration(TextOf(path), path);
+    const QString dataPath = PieceBeside(path, QStringLiteral("dat"));
+    if (dataPath.isEmpty())
+        Fail(path, Tr("comtrade", "there is no .dat file beside it"));
+    const QString headerPath = PieceBeside(path, QStringLiteral("hdr"));
+    if (!headerPath.isEmpty())
+        header = TextOf(headerPath);
+    const QString informationPath = PieceBeside(path, QStringLiteral("inf"));
+    if (!informationPath.isEmpty())
+        information = TextOf(informationPath);
+    data = std::make_unique<DataReader>(dataPath, 0, -1, configuration);
+}
+
+void Record::OpenContainer(const QString& path)
+{
+    QFile file(path);
+    Open(file);
+    QByteArray configurationText;
+    QByteArray ignored;
+    QByteArray* section = nullptr;
+    std::optional<qint64> dataOffset;
+    qint64 dataBytes = -1;
+    qint64 textBytes = 0;
+    while (!file.atEnd()) {
+        const QByteArray line = file.readLine(LargestText);
+        const std::optional<Mark> mark = MarkOf(line);
+        if (!mark) {
+            textBytes += line.size();
+            if (section == nullptr)
+                Fail(path, Tr("comtrade", "does not begin with a section mark"));
+            if (textBytes > LargestText)
+                Fail(path, Tr("comtrade", "has texts that are too large for a record"));
+            section->append(line);
+        } else if (mark->kind == QLatin1String("DAT")) {
+            dataOffset = file.pos();
+            dataBytes = mark->dataBytes;
+            if (dataBytes < 0)
+                break; // ASCII data go to the end
+            if (dataBytes > file.size() - file.pos())
+                Fail(path, Tr("comtrade", "holds %1 bytes of data where its mark tells %2")
+                               .arg(file.size() - file.pos())
+                               .arg(dataBytes));
+            file.seek(file.pos() + dataBytes);
+            section = &ignored;
+        } else {
+            section = mark->kind == QLatin1String("CFG")   ? &configurationText
+                      : mark->kind == QLatin1String("HDR") ? &header
+                      : mark->kind == QLatin1String("INF") ? &information
+                                                           : &ignored;
+        }
+    }
+    if (configurationText.isEmpty())
+        Fail(path, Tr("comtrade", "has no CFG section"));
+    configuration = ParseConfiguration(configurationText, path);
+    if (!dataOffset)
+        Fail(path, Tr("comtrade", "has no DAT section"));
+    data = std::make_unique<DataReader>(path, *dataOffset, dataBytes, configuration);
+}
+
+bool Record::Next(Row& row)
+{
+    return data->Next(row);
+}
+
+} // namespace comtrade

@@ -1,0 +1,144 @@
+// COMTRADE records (IEEE C37.111, revisions 1999 and 2013) as their readers see them.
+//
+//     comtrade::Record record(QStringLiteral("rec.cfg")); // or rec.cff
+//     comtrade::Row row;
+//     while (record.Next(row))
+//         Use(record.Config().analog[0].a * row.analog[0] + record.Config().analog[0].b);
+//
+// The reader knows nothing of the library that writes records. Files are hostile: every failure is an Error
+// that says where it is, and memory stays in proportion to the configuration, however large the data.
+#pragma once
+
+#include <QByteArray>
+#include <QDate>
+#include <QString>
+
+#include <memory>
+#include <stdexcept>
+#include <vector>
+
+namespace comtrade {
+
+/// A record that cannot be read. what() is UTF-8: the file, the line or record, what is wrong.
+class Error : public std::runtime_error
+{
+public:
+    explicit Error(const QString& text) : std::runtime_error(text.toStdString()) {}
+};
+
+enum class Revision { R1999 = 1999, R2013 = 2013 };
+
+enum class DataType { Ascii, Binary, Binary32, Float32 };
+
+/// An analog channel; its value in `unit` is a * code + b.
+struct AnalogChannel
+{
+    int number = 0;
+    QString name;
+    QString phase;
+    QString circuit;
+    QString unit;
+    double a = 0;
+    double b = 0;
+    double skew = 0; // microseconds
+    double min = 0;  // of the codes
+    double max = 0;
+    double primary = 0;
+    double secondary = 0;
+    bool primaryValues = false; // the values are primary ones ("P")
+    QString aText;              // the coefficients as written
+    QString bText;
+    QString skewText;
+};
+
+struct StateChannel
+{
+    int number = 0;
+    QString name;
+    QString phase;
+    QString circuit;
+    bool normalState = false;
+};
+
+struct SampleRate
+{
+    double hertz = 0; // 0: the rate is not constant, the times of the records count
+    qint64 lastSample = 0;
+};
+
+struct TimeStamp
+{
+    QDate date;
+    qint64 nanoseconds = 0; // since midnight
+    int decimals = 0;       // of the seconds, as written
+};
+
+struct Configuration
+{
+    QString station;
+    QString device;
+    Revision revision = Revision::R1999;
+    std::vector<AnalogChannel> analog;
+    std::vector<StateChannel> states;
+    double lineFrequency = 0; // Hz
+    std::vector<SampleRate> rates;
+    TimeStamp start;
+    TimeStamp trigger;
+    DataType dataType = DataType::Ascii;
+    double timeMultiplier = 1;
+    // Of revision 2013, as written; empty in the other.
+    QString timeCode;
+    QString localCode;
+    QString timeQuality;
+    QString leapSecond;
+
+    /// Records that the data must have: the last sample of the last rate.
+    qint64 SampleCount() const;
+};
+
+/// Reads a CFG text, UTF-8 or, where it is not that, Windows-1251. fileName is for the Error.
+Configuration ParseConfiguration(const QByteArray& text, const QString& fileName);
+
+/// One record of the data.
+struct Row
+{
+    quint32 number = 0;
+    bool hasTime = false;
+    qint64 time = 0;            // as stored, before the time multiplier
+    std::vector<double> analog; // codes as stored; NaN where the value is missing
+    std::vector<quint8> states; // 0 or 1
+};
+
+class DataReader;
+
+/// A record on disk: a .cfg with .dat, .hdr and .inf beside it, or a .cff.
+class Record
+{
+public:
+    /// Reads all but the data. Throws Error.
+    explicit Record(const QString& path);
+    ~Record();
+    Record(const Record&) = delete;
+    Record& operator=(const Record&) = delete;
+
+    const Configuration& Config() const { return configuration; }
+
+    /// The pieces as stored; empty if there are none.
+    const QByteArray& Header() const { return header; }
+    const QByteArray& Information() const { return information; }
+
+    /// Reads the next record into row, whose vectors are used again; false behind the last one. Throws Error
+    /// for a record that is cut off or malformed.
+    bool Next(Row& row);
+
+private:
+    void OpenContainer(const QString& path);
+    void OpenPieces(const QString& path);
+
+    Configuration configuration;
+    QByteArray header;
+    QByteArray information;
+    std::unique_ptr<DataReader> data;
+};
+
+} // namespace comtrade
