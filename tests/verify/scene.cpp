@@ -10,12 +10,12 @@ using namespace recorderfile;
 const std::vector<Form>& AllForms()
 {
     static const std::vector<Form> forms = {
-        {"ascii1999", "Тип Comtrade 1999=1", false, false},
-        {"binary1999", "Тип Comtrade 1999=1\nТип Comtrade BIN=1", false, false},
-        {"ascii2013", "Кодировка Comtrade UTF8=1", false, true},
-        {"binary2013", "Тип Comtrade BIN=1", false, true},
-        {"asciiCff", "Тип Comtrade CFF=1", true, true},
-        {"binaryCff", "Тип Comtrade CFF=1\nТип Comtrade BIN=1\nКодировка Comtrade UTF8=1", true, true},
+        {"ascii1999", "Тип Comtrade 1999=1", false, false, false},
+        {"binary1999", "Тип Comtrade 1999=1\nТип Comtrade BIN=1", false, true, false},
+        {"ascii2013", "Кодировка Comtrade UTF8=1", false, false, true},
+        {"binary2013", "Тип Comtrade BIN=1", false, true, true},
+        {"asciiCff", "Тип Comtrade CFF=1", true, false, true},
+        {"binaryCff", "Тип Comtrade CFF=1\nТип Comtrade BIN=1\nКодировка Comtrade UTF8=1", true, true, true},
     };
     return forms;
 }

@@ -18,6 +18,7 @@ struct Form
     const char* name;
     QByteArray lines;
     bool cff;
+    bool binary;
     bool hasReport;
 };
 

@@ -1,10 +1,10 @@
 // The comparisons of a record's pieces with its recording. All throw Mismatch.
 #pragma once
 
+#include <comtrade/record.h>
+
 #include <QByteArray>
 #include <QString>
-
-class QFile;
 
 namespace verify {
 
@@ -14,8 +14,8 @@ class Source;
 void CheckConfiguration(const QByteArray& configuration, const Source& source, const QString& fileName);
 
 /// Every record of the data: number, time, all codes and all states, and that there is none missing and none
-/// too many. data stands at the first record.
-void CheckData(QFile& data, const Source& source);
+/// too many. record stands at the first one.
+void CheckData(comtrade::Record& record, const Source& source, const QString& fileName);
 
 /// The fault report: its lines in order, those with texts of the recording and the ini file word for word,
 /// those with calculated values by their form.

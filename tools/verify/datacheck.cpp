@@ -4,13 +4,10 @@
 #include "recording/zufileformat.h"
 #include "service/zucmtrconverter.h"
 #include "verify/checks.h"
-#include "verify/datareader.h"
 #include "verify/device.h"
 #include "verify/mismatch.h"
 #include "verify/source.h"
 #include "zucmtr/texts.h"
-
-#include <QFile>
 
 #include <cmath>
 
@@ -59,9 +56,13 @@ private:
     qint64 sample = -1; // within the segment
 };
 
-QString CodeText(qint32 code)
+// How a reader sees them in binary data.
+constexpr quint32 UnknownTime = 0xFFFFFFFF;
+constexpr qint16 MissingCode = -0x8000;
+
+QString CodeText(double code)
 {
-    return code == Row::Missing ? Tr("verify", "missing") : QString::number(code);
+    return std::isnan(code) ? Tr("verify", "missing") : QString::number(code, 'g', 17);
 }
 
 class DataCheck
@@ -71,11 +72,11 @@ public:
         : source(source_), fileName(fileName_), binary(source_.Owner().Param().ComtradeBin), walk(source_)
     {}
 
-    void Run(DataReader& reader)
+    void Run(comtrade::Record& record)
     {
-        Row row;
+        comtrade::Row row;
         while (walk.Next()) {
-            if (!reader.Next(row))
+            if (!record.Next(row))
                 throw Mismatch(
                     Tr("verify", "'%1' ends after record %2 of %3; free the disk, then convert again")
                         .arg(fileName)
@@ -87,7 +88,7 @@ public:
             CheckStates(row);
             last = walk.Number();
         }
-        if (reader.Next(row))
+        if (record.Next(row))
             throw Mismatch(Tr("verify", "'%1' goes on behind record %2, with which the recording ends")
                                .arg(fileName)
                                .arg(last));
@@ -118,31 +119,33 @@ private:
 
     QString Place() const { return Tr("verify", "'%1', record %2").arg(fileName).arg(walk.Number()); }
 
-    void CheckHead(const Row& row) const
+    void CheckHead(const comtrade::Row& row) const
     {
         if (row.number != static_cast<quint32>(walk.Number()))
             ExpectSame(Place() + Tr("verify", ", number"), qint64{row.number}, walk.Number());
-        const quint64 time = binary ? static_cast<quint32>(walk.Time()) : walk.Time();
-        if (row.time != time)
-            Differ(Place() + Tr("verify", ", time"), QString::number(row.time), QString::number(time));
+        const auto time =
+            binary ? qint64{static_cast<quint32>(walk.Time())} : static_cast<qint64>(walk.Time());
+        const qint64 found = row.hasTime ? row.time : qint64{UnknownTime};
+        if (found != time)
+            Differ(Place() + Tr("verify", ", time"), QString::number(found), QString::number(time));
     }
 
-    void CheckCodes(const Row& row) const
+    void CheckCodes(const comtrade::Row& row) const
     {
         const size_t sample = walk.Sample();
         for (size_t i = 0; i < columns.size(); ++i) {
+            const double found = row.analog[i];
             const bool missing =
-                sample >= columns[i].points || (binary && columns[i].codes[sample] == -32768);
-            const qint32 expected = missing ? Row::Missing : columns[i].codes[sample];
-            if (row.codes[i] == expected)
+                sample >= columns[i].points || (binary && columns[i].codes[sample] == MissingCode);
+            if (missing ? std::isnan(found) : found == columns[i].codes[sample])
                 continue;
             const AnChannelData& channel = source.Analog(i);
             Differ(Place() + Tr("verify", ", analog channel %1 (%2)").arg(i + 1).arg(channel.CfgName),
-                   CodeText(row.codes[i]), CodeText(expected));
+                   CodeText(found), missing ? CodeText(NAN) : CodeText(columns[i].codes[sample]));
         }
     }
 
-    void CheckStates(const Row& row) const
+    void CheckStates(const comtrade::Row& row) const
     {
         const quint32 time = walk.TimeInSegment();
         for (size_t i = 0; i < states.size(); ++i) {
@@ -167,10 +170,9 @@ private:
 
 } // namespace
 
-void CheckData(QFile& data, const Source& source)
+void CheckData(comtrade::Record& record, const Source& source, const QString& fileName)
 {
-    DataReader reader(data, source.Owner().Param().ComtradeBin, source.AnalogCount(), source.StateCount());
-    DataCheck(source, data.fileName()).Run(reader);
+    DataCheck(source, fileName).Run(record);
 }
 
 } // namespace verify

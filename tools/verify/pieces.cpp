@@ -5,6 +5,8 @@
 #include "verify/mismatch.h"
 #include "zucmtr/texts.h"
 
+#include <QFile>
+
 namespace verify {
 
 namespace {
@@ -45,21 +47,31 @@ Pieces::Pieces(const QString& directory, const QString& recordName, const Device
     dataName = named(".dat");
     reportName = named(".hdr");
     informationName = named(".inf");
-    data.setFileName(dataName);
     if (param.ComtradeCff)
-        OpenCff(param.ComtradeBin);
+        ReadCff(param.ComtradeBin);
     else
-        OpenFiles(!param.Comtrade1999);
+        ReadFiles(!param.Comtrade1999);
+    if (!param.ComtradeBin)
+        CheckLastLine();
 }
 
-void Pieces::OpenFiles(bool withReports)
+void Pieces::ReadFiles(bool withReports)
 {
     configuration = ReadText(configurationName);
-    Open(data);
     if (!withReports)
         return;
     report = ReadText(reportName);
     information = ReadText(informationName);
+}
+
+// Data in lines must not have lost the end of the last one.
+void Pieces::CheckLastLine() const
+{
+    QFile data(dataName);
+    Open(data);
+    if (data.size() > 0 && !(data.seek(data.size() - 1) && data.read(1) == "\n"))
+        throw Mismatch(Tr("verify", "'%1' does not end with a whole line; free the disk, then convert again")
+                           .arg(dataName));
 }
 
 // The bytes between a mark, which must be at position, and the line that begins with the next mark.
@@ -77,8 +89,9 @@ QByteArray Pieces::TakeSection(const QByteArray& head, int& position, const QByt
     return head.mid(begin, position - begin);
 }
 
-void Pieces::OpenCff(bool binary)
+void Pieces::ReadCff(bool binary)
 {
+    QFile data(dataName);
     Open(data);
     const QByteArray head = data.read(LargestText);
     const QByteArray dataMark = "--- file type: DAT ";
@@ -95,7 +108,6 @@ void Pieces::OpenCff(bool binary)
         expected = Mark("DAT BINARY: " + QByteArray::number(data.size() - begin));
     ExpectSame(Tr("verify", "'%1', mark of the data").arg(dataName), QString::fromLatin1(found.trimmed()),
                QString::fromLatin1(expected.trimmed()));
-    data.seek(begin);
 }
 
 } // namespace verify

@@ -1,6 +1,6 @@
 // Reads a written record back and compares it with its recording: every sample, state, time and coefficient.
 //
-// The record is read by the COMTRADE reader, the recording by the library's recording classes; what the one
+// The recording is read by the library's recording classes, the record by the COMTRADE reader; what the one
 // must be for the other is worked out here, apart from the writers.
 #pragma once
 
@@ -33,7 +33,8 @@ public:
     const Device& Parameters() const { return device; }
 
     /// Compares the record in directory with the recording that begins with firstFile. Throws Mismatch, or
-    /// Unreadable if the recording cannot be read (any more), or what the recording classes throw.
+    /// Unreadable if the recording cannot be read (any more), or what the reader and the recording classes
+    /// throw.
     Examined Check(const QString& firstFile, const QString& directory);
 
     /// Reads a recording and nothing else. To be called for each recording that the converter could not
@@ -45,7 +46,7 @@ private:
 };
 
 /// Reads a record to its end, for a recording that is gone: the record is whole and readable, whatever it
-/// says. Throws Mismatch.
+/// says. Throws Mismatch, and what the reader throws.
 void ReadThrough(const QString& recordName, const QString& directory, const Device& device);
 
 } // namespace verify
