@@ -62,3 +62,13 @@ TEST(GoldenFailures, GoodRecordAmongBadRecordingsIsRight)
     EXPECT_EQ(verdicts.count(QString()), 1);
     EXPECT_EQ(verdicts.size(), 5);
 }
+
+// Names with percent signs take the revision's place in the configuration: the library means it so, but
+// nobody can read the record.
+TEST(GoldenFailures, RecordThatNoReaderTakesIsTold)
+{
+    const QStringList verdicts = Verdicts(QStringLiteral("odd_names_and_percent_signs"));
+    ASSERT_EQ(verdicts.size(), 1);
+    EXPECT_TRUE(verdicts[0].endsWith(".cfg, line 1: revision '%3' is not supported, only 1999 and 2013"))
+        << verdicts[0];
+}
