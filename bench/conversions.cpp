@@ -18,17 +18,12 @@ struct Row
 };
 
 const Row rows[] = {
-    {"large-plain", bench::MeasureLargePlain},
-    {"large-compressed", bench::MeasureLargeCompressed},
-    {"large-ascii", bench::MeasureLargeAscii},
-    {"large-cff", bench::MeasureLargeCff},
-    {"decoding", bench::MeasureDecoding},
-    {"typical", bench::MeasureTypical},
-    {"states", bench::MeasureStates},
-    {"matching", bench::MeasureMatching},
-    {"segments", bench::MeasureSegments},
-    {"memory", bench::MeasureMemory},
-    {"ascii-records", bench::MeasureAsciiRecords},
+    {"large-plain", bench::MeasureLargePlain}, {"large-compressed", bench::MeasureLargeCompressed},
+    {"large-ascii", bench::MeasureLargeAscii}, {"large-cff", bench::MeasureLargeCff},
+    {"decoding", bench::MeasureDecoding},      {"typical", bench::MeasureTypical},
+    {"states", bench::MeasureStates},          {"matching", bench::MeasureMatching},
+    {"segments", bench::MeasureSegments},      {"growth", bench::MeasureGrowth},
+    {"memory", bench::MeasureMemory},          {"ascii-records", bench::MeasureAsciiRecords},
 };
 
 std::vector<std::string> RowNames()

@@ -34,6 +34,9 @@ void MeasureMatching(const Settings& settings, Report& report);
 /// The time for each segment of chains of different lengths.
 void MeasureSegments(const Settings& settings, Report& report);
 
+/// The time of conversions by channels and length.
+void MeasureGrowth(const Settings& settings, Report& report);
+
 /// Peak resident memory against the size of the samples.
 void MeasureMemory(const Settings& settings, Report& report);
 

@@ -27,7 +27,7 @@ public:
     DebugOutput& operator=(const DebugOutput&) = delete;
 
     // How often the text of a log that cannot be written has come.
-    int LogFailures() const { return texts.filter(QStringLiteral("Ошибка записи в лог")).size(); }
+    int LogFailures() const { return texts.count(QStringLiteral("Ошибка записи в лог")); }
 
 private:
     static void Take(QtMsgType type, const QMessageLogContext& /*context*/, const QString& text)
