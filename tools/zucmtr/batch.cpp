@@ -45,7 +45,13 @@ void Batch::Run(const std::function<void(const BatchItem&)>& told, const std::fu
             break; // the threads that there are do the work
         }
     }
-    Tell(told, waiting);
+    try {
+        Tell(told, waiting);
+    } catch (...) {
+        const std::lock_guard<std::mutex> lock(mutex);
+        stopped = true; // the threads end with the recordings at hand
+        throw;
+    }
 }
 
 void Batch::Work(Worker& worker)

@@ -70,7 +70,7 @@ void CheckCombination(const Options& options)
 
 QString OutDirectory(const Options& options)
 {
-    const QString out = Text(options.out);
+    QString out = Text(options.out);
     if (options.makeOut && options.dryRun)
         return out;
     if (options.makeOut)

@@ -39,7 +39,7 @@ QStringList Upwards(const Recording& recording)
 QString IniOf(const Recording& recording)
 {
     for (const QString& directory : Upwards(recording) + QStringList{QStringLiteral(".")}) {
-        const QString path = QDir::cleanPath(directory + QLatin1Char('/') + IniName());
+        QString path = QDir::cleanPath(directory + QLatin1Char('/') + IniName());
         if (QFileInfo(path).isFile())
             return path;
     }

@@ -3,6 +3,7 @@
 #include "texts.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
 #include <sys/ioctl.h>
 #include <unistd.h>
@@ -29,7 +30,7 @@ QString Bar(size_t done, size_t total)
 
 QString DurationText(double seconds)
 {
-    const auto whole = static_cast<long long>(seconds + 0.5);
+    const auto whole = std::llround(seconds);
     if (whole < 3600)
         return QString::asprintf("%lld:%02lld", whole / 60, whole % 60);
     return QString::asprintf("%lld:%02lld:%02lld", whole / 3600, whole / 60 % 60, whole % 60);
