@@ -17,6 +17,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <malloc.h>
 #include <memory>
 #include <string>
 #include <thread>
@@ -135,6 +136,14 @@ std::vector<std::unique_ptr<Worker>> MakeWorkers(Host& host, const DeviceChoice&
     return workers;
 }
 
+// By default each thread reserves address space for its allocations, more than a small --max-memory leaves.
+void ShareAllocations(uint64_t maxMemory)
+{
+    constexpr uint64_t plenty = uint64_t{2} << 30;
+    if (maxMemory != 0 && maxMemory < plenty)
+        mallopt(M_ARENA_MAX, 1);
+}
+
 ReportForm FormOf(const Options& options)
 {
     if (options.json)
@@ -182,6 +191,7 @@ int Run(const Options& options)
     if (!options.ownLog)
         CheckLogFile(Text(options.log));
     const WorkOrder order = OrderOf(options);
+    ShareAllocations(options.maxMemory);
     LimitMemory(options.maxMemory);
 
     Host host(Text(options.log));
