@@ -9,6 +9,7 @@
 
 #if defined(__x86_64__) && defined(__GNUC__)
 
+#include <algorithm>
 #include <immintrin.h>
 
 #define ZU_WIDE __attribute__((target("avx2")))
@@ -104,16 +105,19 @@ ZU_WIDE void DecodeItems(const unsigned char* packed, const unsigned char* limit
                          const int16_t* before, int16_t* out)
 {
     static constexpr Layout<Bits> layout;
-    size_t done = 0;
-    while (count - done >= GroupItems && static_cast<size_t>(limit - packed) >= GroupReads<Bits>()) {
-        const __m256i items = Items<Bits>(packed, layout);
-        const __m256i samples = _mm256_sub_epi16(Load(before + done), items);
-        _mm256_storeu_si256(reinterpret_cast<__m256i*>(out + done), samples);
-        packed += size_t{2} * Bits;
-        done += GroupItems;
+    constexpr size_t GroupBytes = size_t{2} * Bits;
+    const auto size = static_cast<size_t>(limit - packed);
+    const size_t readable = size < GroupReads<Bits>() ? 0 : (size - GroupReads<Bits>()) / GroupBytes + 1;
+    const size_t groups = std::min(count / GroupItems, readable);
+    for (size_t group = 0; group < groups; ++group) {
+        const __m256i items = Items<Bits>(packed + group * GroupBytes, layout);
+        const __m256i samples = _mm256_sub_epi16(Load(before + group * GroupItems), items);
+        _mm256_storeu_si256(reinterpret_cast<__m256i*>(out + group * GroupItems), samples);
     }
+    const size_t done = groups * GroupItems;
     if (done < count)
-        PortableItemDecoders[Bits - 1](packed, limit, count - done, before + done, out + done);
+        PortableItemDecoders[Bits - 1](packed + groups * GroupBytes, limit, count - done, before + done,
+                                       out + done);
 }
 
 ZU_WIDE void CopySamples(const unsigned char* packed, const unsigned char* limit, size_t count,

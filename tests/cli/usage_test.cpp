@@ -61,6 +61,7 @@ TEST(Usage, HelpNamesTheCommandsAndHowToBegin)
             "\n"
             "Subcommands:\n"
             "  convert                     Convert recordings into COMTRADE records\n"
+            "  dictionary                  Write a first sorting dictionary for the channels of a recording\n"
             "  info                        Tell what is in recordings and COMTRADE records\n"
             "  sample                      Write a sample station: recordings and their ini file\n"
             "\n"

@@ -3,6 +3,7 @@
 #include "command.h"
 #include "console.h"
 #include "convertcommand.h"
+#include "dictionarycommand.h"
 #include "infocommand.h"
 #include "samplecommand.h"
 #include "texts.h"
@@ -80,6 +81,7 @@ int ParseAndRun(int count, char** arguments)
 
     Action chosen;
     AddConvertCommand(app, chosen);
+    AddDictionaryCommand(app, chosen);
     AddInfoCommand(app, chosen);
     AddSampleCommand(app, chosen, QString::fromUtf8(arguments[0]));
     app.footer(footer); // after the subcommands, which would inherit it

@@ -1,0 +1,196 @@
+#include "dictionary/draft.h"
+
+#include "zucmtr/texts.h"
+
+#include <QSet>
+
+#include <algorithm>
+
+namespace dictionary {
+
+namespace {
+
+// Why the ini file cannot hold the name as the value of an entry; empty if it can.
+QString Obstacle(const QString& name)
+{
+    if (name.trimmed().isEmpty())
+        return Tr("dictionary", "it is empty");
+    if (name != name.trimmed())
+        return Tr("dictionary", "it begins or ends with a blank");
+    for (const QChar character : name) {
+        if (character == QLatin1Char(','))
+            return Tr("dictionary", "it holds a comma");
+        if (character == QLatin1Char(';'))
+            return Tr("dictionary", "it holds a semicolon");
+        if (character.category() == QChar::Other_Control)
+            return Tr("dictionary", "it holds a control character");
+    }
+    return QString();
+}
+
+// Text that may stand in a comment line whatever it is.
+QString Harmless(QString text)
+{
+    for (QChar& character : text) {
+        if (character.category() == QChar::Other_Control)
+            character = QLatin1Char('?');
+        if (character == QLatin1Char('=')) // a line with one is an entry, though nobody asks for it
+            character = QLatin1Char('-');
+    }
+    return text;
+}
+
+QString Number(const char* prefix, int number)
+{
+    return QString::asprintf("%s%02d", prefix, number);
+}
+
+// What is left to be decided by hand.
+QStringList Doubts(const Guess& guess, const std::vector<QString>& codes)
+{
+    QStringList doubts;
+    if (!guess.levelFromName)
+        doubts << Tr("dictionary", "no voltage level in the name");
+    for (const QString& code : codes) {
+        if (code.isEmpty()) {
+            doubts << Tr("dictionary", "not all groups could be guessed: add V_L, E_G and the others");
+            break;
+        }
+    }
+    return doubts;
+}
+
+// One kind of channel, and how its entries are written.
+struct Kind
+{
+    const char* prefix;
+    const char* maximum;
+    Guess (*guess)(const Signal&, const Levels&);
+    QString (*parameters)(const Guess&);
+    std::vector<QString> (*codes)(const Guess&);
+};
+
+QString EquipmentParameters(const Guess& guess)
+{
+    return QStringLiteral("V_L=%1 E_G=%2").arg(guess.kilovolts).arg(guess.equipmentGroup);
+}
+
+const Kind Analog = {"A", "nAnMax", GuessAnalog,
+                     [](const Guess& guess) {
+                         return EquipmentParameters(guess) + QStringLiteral(" S_G=") + guess.signalGroup;
+                     },
+                     [](const Guess& guess) {
+                         return std::vector<QString>{guess.equipmentGroup, guess.signalGroup};
+                     }};
+
+const Kind Discrete = {
+    "D", "nDiMax", GuessDiscrete,
+    [](const Guess& guess) {
+        return EquipmentParameters(guess) + QStringLiteral(" D_G=") + guess.deviceGroup +
+               QStringLiteral(" S_T=") + guess.statusType;
+    },
+    [](const Guess& guess) {
+        return std::vector<QString>{guess.equipmentGroup, guess.deviceGroup, guess.statusType};
+    }};
+
+QString EntryLine(const Kind& kind, int number, const Signal& signal, const Levels& levels)
+{
+    const Guess guess = kind.guess(signal, levels);
+    const std::vector<QString> codes = kind.codes(guess);
+    const QStringList doubts = Doubts(guess, codes);
+    const bool complete =
+        std::none_of(codes.begin(), codes.end(), [](const QString& code) { return code.isEmpty(); });
+    QString line = Number(kind.prefix, number) + QLatin1Char('=') + signal.name;
+    if (complete)
+        line += QLatin1Char(',') + kind.parameters(guess);
+    line += QStringLiteral(" ; ") + Tr("dictionary", "guess");
+    if (!doubts.isEmpty())
+        line += QStringLiteral(": ") + doubts.join(QStringLiteral("; "));
+    return line;
+}
+
+// The entries of one kind; adds the names of the equipment.
+void AddEntries(const Kind& kind, const std::vector<Signal>& channels, const Levels& levels,
+                QStringList& lines)
+{
+    QStringList entries;
+    QSet<QString> seen;
+    int number = 0;
+    for (const Signal& signal : channels) {
+        const QString obstacle = Obstacle(signal.name);
+        if (!obstacle.isEmpty()) {
+            entries << QStringLiteral("; ") + Tr("dictionary", "[%1] cannot stand in the dictionary: %2")
+                                                  .arg(Harmless(signal.name), obstacle);
+        } else if (seen.contains(signal.name)) {
+            entries << QStringLiteral("; ") +
+                           Tr("dictionary", "[%1] is there already: another channel has the same name")
+                               .arg(Harmless(signal.name));
+        } else {
+            seen.insert(signal.name);
+            entries << EntryLine(kind, ++number, signal, levels);
+        }
+    }
+    lines << QString::fromLatin1(kind.maximum) + QStringLiteral("=%1").arg(number) << entries;
+}
+
+// One bay for each piece of equipment, with its name as display text.
+void AddBays(const std::vector<Signal>& channels, QStringList& lines)
+{
+    QStringList names;
+    QSet<QString> seen;
+    for (const Signal& signal : channels) {
+        const QString name = EquipmentOf(signal.name);
+        if (!signal.name.contains(QLatin1Char(':')) || !Obstacle(name).isEmpty() || seen.contains(name))
+            continue;
+        seen.insert(name);
+        names << name;
+    }
+    lines << QStringLiteral("nBayMax=%1").arg(names.size());
+    for (int i = 0; i < names.size(); ++i)
+        lines << Number("BAY", i + 1) + QLatin1Char('=') + names[i] + QLatin1Char(',') + names[i] +
+                     QStringLiteral(" ; ") +
+                     Tr("dictionary",
+                        "guess: the text to show, and behind a comma the circuit of its voltages");
+}
+
+} // namespace
+
+QStringList DictionaryLines(const std::vector<Signal>& analog, const std::vector<Signal>& discrete)
+{
+    std::vector<Signal> all = analog;
+    all.insert(all.end(), discrete.begin(), discrete.end());
+    const Levels levels = LevelsOf(all);
+    QStringList lines;
+    AddEntries(Analog, analog, levels, lines);
+    AddEntries(Discrete, discrete, levels, lines);
+    AddBays(all, lines);
+    return lines;
+}
+
+QStringList CompleteIni(const QString& section, const QString& identity, const QStringList& dictionary)
+{
+    QString source = Obstacle(identity).isEmpty() ? identity : QStringLiteral("Source");
+    QStringList lines = {QStringLiteral("[Default]"),
+                         QStringLiteral("Энергосистема=PowerSystem ; ") + Tr("dictionary", "to be filled in"),
+                         QStringLiteral("Субъект=Subject ; ") + Tr("dictionary", "to be filled in"),
+                         QStringLiteral("Объект=Object ; ") + Tr("dictionary", "to be filled in"),
+                         QStringLiteral("Источник=") + source,
+                         QStringLiteral("Версия ПО=0.0 ; ") + Tr("dictionary", "to be filled in"),
+                         QStringLiteral("Версия аппаратной части=0.0 ; ") +
+                             Tr("dictionary", "to be filled in"),
+                         QStringLiteral("Модель=MK7.06 ; ") + Tr("dictionary", "to be filled in"),
+                         QStringLiteral("Версия ZU=1"),
+                         QStringLiteral("Удалять исходные=0"),
+                         QStringLiteral("Время ожидания=60000"),
+                         QStringLiteral("Тип Comtrade CFF=0"),
+                         QStringLiteral("Тип Comtrade BIN=1"),
+                         QStringLiteral("Кодировка Comtrade UTF8=1"),
+                         QStringLiteral("Переименовать сигналы Comtrade=1"),
+                         QStringLiteral("Доп.индексы для имен сигналов=0"),
+                         QStringLiteral("Тип Comtrade 1999=0"),
+                         QString(),
+                         QLatin1Char('[') + section + QLatin1Char(']')};
+    return lines + dictionary;
+}
+
+} // namespace dictionary

@@ -1,0 +1,19 @@
+// The text of a first sorting dictionary for the channels of a recording.
+#pragma once
+
+#include "dictionary/guess.h"
+
+#include <QStringList>
+
+namespace dictionary {
+
+/// The lines of a device's section: nAnMax, A01 ..., nDiMax, D01 ..., nBayMax, BAY01 ..., each guess with a
+/// comment that says so. A name that the ini file cannot hold, or that would come back as another, becomes a
+/// comment that tells why.
+QStringList DictionaryLines(const std::vector<Signal>& analog, const std::vector<Signal>& discrete);
+
+/// The lines of a whole ini file: the section [Default] with every key, and the device's section with the
+/// dictionary. Texts that only the operator knows are left for him to fill in.
+QStringList CompleteIni(const QString& section, const QString& identity, const QStringList& dictionary);
+
+} // namespace dictionary

@@ -1,0 +1,49 @@
+// Guesses of what a signal is, from its name and unit: a start for whoever writes a sorting dictionary.
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include <vector>
+
+namespace dictionary {
+
+/// A channel of a recording. unit is empty for a discrete one.
+struct Signal
+{
+    QString name; // "equipment:signal"
+    QString unit;
+};
+
+/// The parameters of one dictionary entry; an empty code is one that could not be guessed.
+struct Guess
+{
+    int kilovolts = 0; // 0: none
+    bool levelFromName = false;
+    QString equipmentGroup;
+    QString signalGroup; // analog
+    QString deviceGroup; // discrete
+    QString statusType;  // discrete
+};
+
+/// The part of the name before the first colon, without blanks around it; the whole name without a colon.
+QString EquipmentOf(const QString& name);
+
+/// The voltage level, kV, that the equipment's name tells; 0 if it tells none.
+int LevelInName(const QString& equipment);
+
+/// Voltage levels that the names of a recording's equipment tell, kV.
+struct Levels
+{
+    int usual = 110; // that of most signals
+    int highest = 110;
+};
+
+/// Both are 110 if no name tells a level.
+Levels LevelsOf(const std::vector<Signal>& channels);
+
+/// Equipment without a level in its name is taken to be of the usual one, transformers of the highest.
+Guess GuessAnalog(const Signal& signal, const Levels& levels);
+Guess GuessDiscrete(const Signal& signal, const Levels& levels);
+
+} // namespace dictionary
