@@ -1,0 +1,4 @@
+#include "view.h"
+namespace view {
+void WritePicture(const QString&, const QString&, Picture, const Options&) {}
+} // namespace view
