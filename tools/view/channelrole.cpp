@@ -51,8 +51,9 @@ char PhaseOfName(const QString& name)
         const QString lower = word.toLower();
         if (lower.startsWith(QLatin1String("3u0")) || lower.startsWith(QLatin1String("3i0")))
             return '0';
-        if (lower.size() > 1 && (lower[0] == QLatin1Char('u') || lower[0] == QLatin1Char('i')) &&
-            QStringLiteral("abc").contains(lower[1]))
+        const bool isQuantity = lower.size() > 1 && QStringLiteral("ui").contains(lower[0]);
+        const bool isOnePhase = lower.size() < 3 || !lower[2].isLetter(); // "Uab" is between two
+        if (isQuantity && isOnePhase && QStringLiteral("abc").contains(lower[1]))
             return lower[1].toLatin1();
     }
     return ' ';

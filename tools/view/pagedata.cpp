@@ -27,17 +27,6 @@ QString DataTypeText(comtrade::DataType type)
     return QStringLiteral("FLOAT32");
 }
 
-// ISO date and time of day with the decimals of the configuration.
-QString StampText(const comtrade::TimeStamp& stamp)
-{
-    constexpr qint64 second = 1000000000;
-    const QTime time = QTime(0, 0).addSecs(static_cast<int>(stamp.nanoseconds / second));
-    const QString fraction =
-        QStringLiteral("%1").arg(stamp.nanoseconds % second, 9, 10, QLatin1Char('0')).left(stamp.decimals);
-    return stamp.date.toString(Qt::ISODate) + QLatin1Char(' ') + time.toString(QStringLiteral("HH:mm:ss")) +
-           (fraction.isEmpty() ? QString() : QLatin1Char('.') + fraction);
-}
-
 QJsonObject AnalogJson(const comtrade::AnalogChannel& channel, const Codes& codes)
 {
     const Role role = RoleOf(channel);
@@ -102,6 +91,16 @@ QJsonObject Identity(const comtrade::Configuration& config)
 }
 
 } // namespace
+
+QString StampText(const comtrade::TimeStamp& stamp)
+{
+    constexpr qint64 second = 1000000000;
+    const QTime time = QTime(0, 0).addSecs(static_cast<int>(stamp.nanoseconds / second));
+    const QString fraction =
+        QStringLiteral("%1").arg(stamp.nanoseconds % second, 9, 10, QLatin1Char('0')).left(stamp.decimals);
+    return stamp.date.toString(Qt::ISODate) + QLatin1Char(' ') + time.toString(QStringLiteral("HH:mm:ss")) +
+           (fraction.isEmpty() ? QString() : QLatin1Char('.') + fraction);
+}
 
 QByteArray PageData(const Oscillogram& oscillogram, const QString& source)
 {

@@ -12,6 +12,7 @@
 #include <QCoreApplication>
 #include <QGuiApplication>
 #include <QLocale>
+#include <QLoggingCategory>
 #include <QTextCodec>
 #include <QTranslator>
 
@@ -77,6 +78,7 @@ std::unique_ptr<QCoreApplication> MakeApplication(int& count, char** arguments)
     if (!PaintsPicture(count, arguments))
         return std::make_unique<QCoreApplication>(count, arguments);
     qputenv("QT_QPA_PLATFORM", "offscreen");
+    QLoggingCategory::setFilterRules(QStringLiteral("default.warning=false")); // on a session that is not there
     return std::make_unique<QGuiApplication>(count, arguments);
 }
 

@@ -82,7 +82,7 @@ void WriteAll(const Options& options, const QString& record)
     const bool pictureAlone = options.page.empty() && !(options.svg.empty() && options.png.empty());
     if (!pictureAlone)
         PutPage(record, options.page.empty() ? DefaultPage(Text(options.file)) : Text(options.page),
-                  settings);
+                settings);
     const std::pair<const std::string&, view::Picture> pictures[] = {{options.svg, view::Picture::Svg},
                                                                      {options.png, view::Picture::Png}};
     for (const auto& [path, format] : pictures) {

@@ -36,7 +36,8 @@
       this.setTheme(wish('theme') || (matchMedia('(prefers-color-scheme: dark)').matches ? 'dark' : 'light'));
       const trigger = this.axis.sampleAt(0);
       this.cursors.samples = [trigger, Math.min(trigger + 3 * this.data.perPeriod, this.data.count - 1)];
-      this.frame.showAll();
+      if (this.frame.start <= 0 && this.frame.end >= 0) this.cursors.showFault();
+      else this.frame.showAll();
     }
 
     // Currents of the started circuit, or whatever there is.
@@ -217,7 +218,7 @@
         const phasor = view.phasor(this.phasors.method, channel, sample, this.data.perPeriod);
         value.textContent = view.number(channel.value(sample));
         rms.textContent = view.number(phasor.module);
-        angle.textContent = Number.isFinite(phasor.angle) ? `${phasor.angle.toFixed(0)}°` : '—';
+        angle.textContent = view.angle(phasor.angle);
       });
     }
 

@@ -81,7 +81,7 @@
       if (row.channel) name.style.setProperty('--trace', `var(${row.channel.color})`);
       if (row.channel) name.className = 'name';
       line.append(name);
-      const angle = Number.isFinite(row.angle) ? `${Math.round((row.angle - turn + 720) % 360)}°` : '—';
+      const angle = view.angle(turn ? (row.angle - turn + 720) % 360 : row.angle);
       for (const text of [Number.isFinite(row.module) ? row.module.toFixed(3) : '—', row.unit, angle]) line.insertCell().textContent = text;
       line.dataset.module = row.module;
       line.dataset.angle = row.angle;

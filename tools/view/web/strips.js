@@ -102,7 +102,7 @@
       labels: ['ms', '0'], legend: 'never', showLabelsOnHighlight: false, highlightCircleSize: 0, interactionModel: {},
       dateWindow: [frame.from, frame.to], rightGap, xRangePad: 0,
       gridLineColor: view.styleColor('--grid'), axisLineColor: view.styleColor('--axis'),
-      axisLabelFontSize: 11, connectSeparatedPoints: false, animatedZooms: false,
+      axisLabelFontSize: 11, axisTickSize: 0, connectSeparatedPoints: false, animatedZooms: false,
     };
   }
 

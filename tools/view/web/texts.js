@@ -77,6 +77,8 @@
     return (Number(text) === 0 ? text.replace('-', '') : text).replace('-', '−');
   };
 
+  view.angle = (degrees) => (Number.isFinite(degrees) ? `${degrees.toFixed(0)}°` : '—');
+
   // Milliseconds with a sign.
   view.milliseconds = function (value) {
     const text = Math.abs(value).toFixed(3);
