@@ -3,12 +3,15 @@
     page_test.py ZUCMTR CHROMEDRIVER CHROMIUM [unittest arguments]
 """
 import base64
+import json
 import math
 import pathlib
+import struct
 import subprocess
 import sys
 import tempfile
 import unittest
+import xml.etree.ElementTree
 
 from records import Read, Written
 from webdriver import Browser, until
@@ -376,6 +379,123 @@ class Scripts(unittest.TestCase):
             const samples = [0, 4, 5, 9];
             return [samples.map((s) => axis.sampleAt(axis.timeOf(s))), samples.map((s) => axis.timeOf(s)),
                     axis.firstFrom(-5.9), axis.firstFrom(99), axis.firstFrom(-99)];"""))
+
+
+class Program(unittest.TestCase):
+    """What the command does with files and options; no browser is asked."""
+
+    recording = "Vostochnaya_000123.ZU"
+
+    def settings(self, **changed):
+        """The options of an ini file with some keys of the device changed."""
+        lines = (folder / "ZuDrv.ini").read_text(encoding="utf-8")
+        extra = "".join("%s=%s\n" % item for item in changed.items())
+        ini = folder / "changed.ini"
+        ini.write_text(lines.replace("[Vostochnaya]\n", "[Vostochnaya]\n" + extra), encoding="utf-8")
+        return ["--ini", ini, "--device", "Vostochnaya"]
+
+    def data(self, path):
+        content = path.read_text(encoding="utf-8").split('id="data">', 1)[1].split("</script>", 1)[0]
+        return json.loads(content)
+
+    def test_page_stands_beside_the_file_unless_told_otherwise(self):
+        result = zucmtr("view", folder / "comtrade" / record_path().name)
+        beside = record_path().with_suffix(".html")
+        self.assertEqual(str(beside) + "\n", result.stdout)
+        self.assertEqual(len(record.channels), len(self.data(beside)["analog"]))
+
+    def test_a_recording_needs_no_ini_file(self):
+        zucmtr("view", folder / self.recording, "-o", folder / "plain.html")
+        data = self.data(folder / "plain.html")
+        self.assertEqual((32, 64, 4800, 1200), (len(data["analog"]), len(data["states"]), data["count"], data["trigger"]))
+        self.assertEqual("ВЛ-110 Восточная", data["startedCircuit"])
+
+    def test_the_whole_chain_of_segments_is_shown(self):
+        chain = folder / "chain"
+        chain.mkdir()
+        zucmtr("sample", "--out", chain, "--segments", "3", "--analog", "8", "--seconds", "1")
+        zucmtr("view", chain / self.recording, "-o", folder / "chain.html")
+        self.assertEqual(7200, self.data(folder / "chain.html")["count"])
+
+    def test_a_recording_is_never_deleted_and_kinds_of_output_do_not_matter(self):
+        before = sorted(path.name for path in folder.glob("Vostochnaya*"))
+        keys = {"Удалять исходные": 1, "Тип Comtrade CFF": 1, "Тип Comtrade 1999": 1, "Кодировка Comtrade UTF8": 0}
+        zucmtr("view", folder / self.recording, *self.settings(**keys), "-o", folder / "kept.html")
+        self.assertEqual(before, sorted(path.name for path in folder.glob("Vostochnaya*")))
+        self.assertEqual("\n".join(record.report), self.data(folder / "kept.html")["report"].rstrip("\n"))
+
+    def test_all_kinds_of_records_give_the_same_page(self):
+        expected = self.data(page)
+        for name, keys in (("cff", {"Тип Comtrade CFF": 1}), ("1999", {"Тип Comtrade 1999": 1}),
+                           ("binary", {"Тип Comtrade BIN": 1, "Кодировка Comtrade UTF8": 0})):
+            out = folder / ("as-" + name)
+            out.mkdir()
+            zucmtr("convert", *self.settings(**keys), "--defaults", "Default", "--out", out, folder / self.recording)
+            zucmtr("view", next(out.glob("*.cf?")), "-o", folder / "kind.html")
+            data = self.data(folder / "kind.html")
+            for key in ("time", "analog", "states", "trigger", "count"):
+                self.assertEqual(expected[key], data[key], (name, key))
+            self.assertEqual("" if name == "1999" else expected["report"], data["report"], name)
+
+    def test_example_of_the_help_works_as_it_stands(self):
+        help_text = zucmtr("view", "--help").stdout
+        lines = help_text.split("Example", 1)[1].splitlines()[1:]
+        script = "\n".join(lines).replace("zucmtr ", '"%s" ' % PROGRAM)
+        place = folder / "example"
+        place.mkdir()
+        subprocess.run(["sh", "-eu", "-c", script], cwd=place, check=True, stdout=subprocess.DEVNULL)
+        self.assertTrue((place / "station" / "fault.html").read_bytes().startswith(b"<!doctype html>"))
+
+    def test_pictures_are_written_and_alone_unless_a_page_is_named(self):
+        zucmtr("view", record_path(), "--svg", folder / "o.svg", "--png", folder / "o.png")
+        # Qt parts a text where the script changes.
+        svg = "".join(piece.strip() for piece in xml.etree.ElementTree.parse(folder / "o.svg").getroot().itertext())
+        for words in ("ПС Узловая", "макс_I = 6.03кА", "Пуск защит ВЛ 110 кВ Восточная"):
+            self.assertTrue(words in svg, words)
+        png = (folder / "o.png").read_bytes()
+        self.assertEqual(b"\x89PNG", png[:4])
+        self.assertEqual((1400, 860 + 6 * 22), struct.unpack(">II", png[16:24]))
+        zucmtr("view", record_path(), "--svg", folder / "p.svg", "-o", folder / "both.html")
+        self.assertTrue((folder / "both.html").exists())
+
+    def test_failures_name_the_file_and_leave_no_page(self):
+        missing = zucmtr("view", folder / "none.ZU", code=1)
+        self.assertIn("none.ZU' is no file", missing.stderr)
+        (folder / "bad.cfg").write_text("nonsense\n")
+        self.assertIn("bad.cfg", zucmtr("view", folder / "bad.cfg", code=1).stderr)
+        self.assertFalse((folder / "bad.html").exists())
+        (folder / "bad.ZU").write_bytes(b"nonsense")
+        self.assertIn("bad.ZU: not converted: ", zucmtr("view", folder / "bad.ZU", code=1).stderr)
+        nowhere = zucmtr("view", record_path(), "-o", folder / "no" / "where.html", code=1)
+        self.assertIn("where.html' cannot be written", nowhere.stderr)
+
+    def test_wrong_usage_is_told_before_anything_is_done(self):
+        ini = folder / "ZuDrv.ini"
+        for arguments, words in (((), "FILE is required"),
+                                 ((folder / self.recording, "--window", "-1"), "--window"),
+                                 ((folder / self.recording, "--window", "1", "--full"), "--full"),
+                                 ((folder / self.recording, "--ini", ini), "--device"),
+                                 ((folder / self.recording, "--ini", ini, "--device", "None"), "[None]")):
+            self.assertIn(words, zucmtr("view", *arguments, code=2).stderr)
+
+    def test_data_beyond_the_limit_are_cut_unless_asked_for_in_full(self):
+        path = folder / "large.cfg"
+        channels = 2000
+        count = 64 * 1024 * 1024 // (2 * channels + 1) + 1
+        lines = ["S,D,2013", "%d,%dA,0D" % (channels, channels)]
+        lines += ["%d,I%d,,,A,1,0,0,-9,9,1,1,P" % (number, number) for number in range(1, channels + 1)]
+        lines += ["50", "1", "1000,%d" % count, "01/02/2024,00:00:00.000000", "01/02/2024,00:00:09.000000", "BINARY",
+                  "1", "0,0", "0,0"]
+        path.write_text("\n".join(lines) + "\n")
+        path.with_suffix(".dat").write_bytes(
+            b"".join(struct.pack("<II", i + 1, i * 1000) + bytes(2 * channels) for i in range(count)))
+        result = zucmtr("view", path, "-o", folder / "large.html")
+        self.assertIn("the page holds %d of %d samples" % (count - 1, count), result.stderr)
+        self.assertEqual("", zucmtr("view", path, "-o", folder / "large.html", "--full").stderr)
+
+
+def record_path():
+    return next((folder / "comtrade").glob("*.cfg"))
 
 
 if __name__ == "__main__":

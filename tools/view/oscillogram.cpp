@@ -142,6 +142,14 @@ Oscillogram Load(const QString& recordPath, const Options& options)
     return oscillogram;
 }
 
+QString StartedCircuit(const Oscillogram& oscillogram)
+{
+    QStringList circuits;
+    for (const comtrade::AnalogChannel& channel : oscillogram.config.analog)
+        circuits << channel.circuit;
+    return StartedCircuit(oscillogram.report, circuits);
+}
+
 double PrimaryFactor(const comtrade::AnalogChannel& channel)
 {
     const bool hasRatio = channel.primary > 0 && channel.secondary > 0;

@@ -65,6 +65,9 @@ struct Oscillogram
 /// Reads a record. Throws comtrade::Error.
 Oscillogram Load(const QString& recordPath, const Options& options);
 
+/// The circuit whose start made the recording, empty if there is no telling.
+QString StartedCircuit(const Oscillogram& oscillogram);
+
 /// Factor from the values of a channel to primary ones.
 double PrimaryFactor(const comtrade::AnalogChannel& channel);
 

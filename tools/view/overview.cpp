@@ -74,12 +74,10 @@ Channels Of(const Oscillogram& oscillogram, const QString& circuit, Quantity qua
 // The circuit that the report names, or the first one with voltages or currents.
 QString ShownCircuit(const Oscillogram& oscillogram)
 {
-    const QString started = StartedCircuit(oscillogram.report);
-    const std::vector<comtrade::AnalogChannel>& channels = oscillogram.config.analog;
-    const auto isStarted = [&](const comtrade::AnalogChannel& channel) { return channel.circuit == started; };
-    if (!started.isEmpty() && std::any_of(channels.begin(), channels.end(), isStarted))
+    const QString started = StartedCircuit(oscillogram);
+    if (!started.isEmpty())
         return started;
-    for (const comtrade::AnalogChannel& channel : channels)
+    for (const comtrade::AnalogChannel& channel : oscillogram.config.analog)
         if (RoleOf(channel).quantity != Quantity::Other)
             return channel.circuit;
     return QString();
@@ -127,12 +125,14 @@ public:
         const int chartHeight = (statesTop - titleHeight - margin) / 2;
         const QRectF plot(margin + axisWidth, titleHeight + margin,
                           width - 3 * margin - axisWidth - figuresWidth, chartHeight - margin);
-        DrawChart(plot, Of(oscillogram, circuit, Quantity::Voltage));
-        DrawChart(plot.translated(0, chartHeight), Of(oscillogram, circuit, Quantity::Current));
         const QRectF tracks(plot.left(), statesTop, plot.width(),
                             stateHeight * static_cast<double>(states.size()));
+        const QRectF charts(plot.topLeft(), tracks.bottomRight());
+        DrawTimes(charts);
+        DrawChart(plot, Of(oscillogram, circuit, Quantity::Voltage));
+        DrawChart(plot.translated(0, chartHeight), Of(oscillogram, circuit, Quantity::Current));
         DrawStates(tracks);
-        DrawTimes(QRectF(plot.topLeft(), tracks.bottomRight()));
+        DrawTrigger(charts);
         DrawFigures(QRectF(width - margin - figuresWidth, titleHeight + margin, figuresWidth, statesTop));
     }
 
@@ -306,7 +306,7 @@ private:
         }
     }
 
-    // The trigger and the time axis over all charts.
+    // The time axis under and behind all charts.
     void DrawTimes(const QRectF& charts)
     {
         constexpr double milliseconds = 1000;
@@ -321,6 +321,10 @@ private:
             painter.setPen(rule);
             painter.drawLine(QPointF(x, charts.top()), QPointF(x, charts.bottom()));
         }
+    }
+
+    void DrawTrigger(const QRectF& charts)
+    {
         if (span.from > 0 || span.to < 0)
             return;
         painter.setPen(QPen(triggerColor, 1.5, Qt::DashLine));
@@ -354,7 +358,8 @@ private:
                 isAtStart = true;
                 lines << (lines.isEmpty() ? QStringLiteral("В момент срабатывания:") : QString());
             } else if (isAtStart && line.contains(QStringLiteral("модуль ="))) {
-                lines << QString(line).replace(QStringLiteral("модуль ="), QString()).simplified();
+                if (!line.contains(QStringLiteral("= -- ")))
+                    lines << QString(line).replace(QStringLiteral("модуль ="), QString()).simplified();
             } else {
                 isAtStart = false;
             }

@@ -2,7 +2,6 @@
 
 #include "base64.h"
 #include "channelrole.h"
-#include "report.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -122,7 +121,7 @@ QByteArray PageData(const Oscillogram& oscillogram, const QString& source)
         {QStringLiteral("analog"), Channels(config.analog, oscillogram.analog, AnalogJson)},
         {QStringLiteral("states"), Channels(config.states, oscillogram.states, StateJson)},
         {QStringLiteral("report"), oscillogram.report},
-        {QStringLiteral("startedCircuit"), StartedCircuit(oscillogram.report)}};
+        {QStringLiteral("startedCircuit"), StartedCircuit(oscillogram)}};
     return QJsonDocument(data).toJson(QJsonDocument::Compact).replace("<", "\\u003c");
 }
 

@@ -24,9 +24,17 @@ QString ReportValue(const QString& report, const QString& label)
     return QString();
 }
 
-QString StartedCircuit(const QString& report)
+QString StartedCircuit(const QString& report, const QStringList& circuits)
 {
-    return ReportValue(report, QStringLiteral("Наименование ЛЭП и/или оборудования №1:"));
+    const QString named = ReportValue(report, QStringLiteral("Наименование ЛЭП и/или оборудования №1:"));
+    if (circuits.contains(named))
+        return named;
+    const QString condition = ReportValue(report, QStringLiteral("Условие пуска №1:"));
+    QString longest; // "W10" before "W1"
+    for (const QString& circuit : circuits)
+        if (condition.contains(circuit) && circuit.size() > longest.size())
+            longest = circuit;
+    return longest;
 }
 
 QStringList ExtremeLines(const QString& report)
