@@ -115,6 +115,7 @@
       byId('keyList').replaceChildren(...view.text('keyList').map((text) => Object.assign(document.createElement('li'), { textContent: text })));
       this.describe();
       this.buildTabs();
+      this.resize();
       this.phasors.build();
       this.tracks.build();
       this.table.build();
@@ -172,6 +173,7 @@
     }
 
     resize() {
+      document.documentElement.style.setProperty('--bar', `${byId('bar').offsetHeight}px`); // sticks under it
       for (const strip of this.strips) strip.resize();
       this.ruler.resize();
       this.redraw();

@@ -40,7 +40,15 @@
     return node;
   }
 
-  function arrow(svg, row, length, turn) {
+  // A place for a label near x, y where none is yet.
+  function freePlace(labels, x, y) {
+    const [wide, high] = [28, 13];
+    while (labels.some((other) => Math.abs(other.x - x) < wide && Math.abs(other.y - y) < high)) y += high;
+    labels.push({ x, y });
+    return { x, y };
+  }
+
+  function arrow(svg, row, length, turn, labels) {
     const angle = ((row.angle - turn) * Math.PI) / 180;
     const [x, y] = [length * Math.cos(angle), -length * Math.sin(angle)];
     const color = `var(${row.channel.color})`;
@@ -52,8 +60,8 @@
       element('path', { d: `M${head.map((point) => point.map((part) => part.toFixed(2)).join(' ')).join('L')}Z` }, group);
     }
     if (length < 14) return;
-    const label = element('text', { x: (x + 12 * Math.cos(angle)).toFixed(1), y: (y - 12 * Math.sin(angle) + 4).toFixed(1) }, group);
-    label.textContent = row.name;
+    const place = freePlace(labels, x + 14 * Math.cos(angle), y - 12 * Math.sin(angle) + 4);
+    element('text', { x: place.x.toFixed(1), y: place.y.toFixed(1) }, group).textContent = row.name;
   }
 
   // Voltages fill the circle, currents two thirds of it: each quantity has a scale of its own.
@@ -62,10 +70,11 @@
     const svg = element('svg', { viewBox: `${-size} ${-size} ${2 * size} ${2 * size}`, class: 'diagram', role: 'img' });
     for (const part of [1, 2 / 3, 1 / 3]) element('circle', { r: (radius * part).toFixed(1) }, svg);
     element('path', { d: `M${-radius} 0H${radius}M0 ${-radius}V${radius}`, class: 'cross' }, svg);
+    const labels = [];
     for (const [quantity, reach] of [['U', radius], ['I', (radius * 2) / 3]]) {
       const own = rows.filter((row) => row.quantity === quantity && Number.isFinite(row.module));
       const largest = Math.max(...own.map((row) => row.module));
-      for (const row of own) arrow(svg, row, largest > 0 ? (row.module / largest) * reach : 0, turn);
+      for (const row of own) arrow(svg, row, largest > 0 ? (row.module / largest) * reach : 0, turn, labels);
     }
     return svg;
   }

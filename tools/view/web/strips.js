@@ -4,6 +4,7 @@
   'use strict';
 
   const channelsInStrip = 6;
+  const leastSpan = 0.01; // of a y axis, as part of its largest value
   const axisWidth = 60; // of the labels at the left of each plot, pixels
   const rightGap = 10;
   const others = ['--other1', '--other2', '--other3', '--other4', '--other5', '--other6'];
@@ -74,11 +75,13 @@
     else points.push(x, b, x, a);
   }
 
-  function drawTrace(context, points, color, withDots) {
+  function drawTrace(context, points, color, width) {
+    const isDense = points.length > 2 * width;
     context.strokeStyle = color;
     context.fillStyle = color;
     context.lineWidth = 1.25;
     context.lineJoin = 'round';
+    context.globalAlpha = isDense ? 0.7 : 1; // what lies under a filled band shows through
     context.beginPath();
     let broken = true;
     for (let i = 0; i < points.length; i += 2) {
@@ -88,7 +91,8 @@
       broken = !Number.isFinite(points[i + 1]);
     }
     context.stroke();
-    if (!withDots) return;
+    context.globalAlpha = 1;
+    if (points.length > width / 4) return;
     for (let i = 0; i < points.length; i += 2) {
       context.beginPath();
       context.arc(points[i], points[i + 1], 2, 0, 2 * Math.PI);
@@ -161,7 +165,9 @@
       if (!(low <= high)) return [-1, 1];
       if (low > 0 && low < 0.5 * high) low = 0;
       if (high < 0 && high > 0.5 * low) high = 0;
-      const air = (high - low) * 0.06 || Math.abs(high) * 0.1 || 1;
+      // A quantity that hardly moves is not blown up until its noise fills the strip.
+      const least = Math.max(Math.abs(low), Math.abs(high)) * leastSpan || 1;
+      const air = Math.max((high - low) * 0.06, (least - (high - low)) / 2);
       return [low - air, high + air];
     }
 
@@ -179,7 +185,7 @@
         plotter: (event) => this.plotTraces(event),
         axes: {
           x: { drawAxis: false, pixelsPerLabel: 80 },
-          y: { axisLabelWidth: axisWidth, pixelsPerLabel: 24, axisLabelFormatter: (value) => view.tick(value) },
+          y: { axisLabelWidth: axisWidth, pixelsPerLabel: this.channels.length > 1 ? 24 : 18, axisLabelFormatter: (value) => view.tick(value) },
         },
       });
     }
@@ -195,7 +201,7 @@
       context.clip();
       for (const channel of this.visibleChannels) {
         const points = view.tracePoints(channel, this.frame, area, toY);
-        drawTrace(context, points, view.styleColor(channel.color), points.length < area.w / 4);
+        drawTrace(context, points, view.styleColor(channel.color), area.w);
       }
       context.restore();
     }
