@@ -7,7 +7,11 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <cstdlib>
 #include <exception>
+#include <stdexcept>
+#include <sys/wait.h>
+#include <unistd.h>
 
 namespace {
 
@@ -34,6 +38,34 @@ std::vector<std::string> RowNames()
     return names;
 }
 
+// Measures a row in a process of its own, so that no row depends on what the rows before it left of the heap.
+bool MeasureAlone(const Row& row, const bench::Settings& settings, bench::Report& report)
+{
+    std::FILE* lines = std::tmpfile();
+    const pid_t child = lines != nullptr ? fork() : -1;
+    if (child < 0)
+        throw std::runtime_error("no process or no file for the row");
+    if (child == 0) {
+        int code = 0;
+        try {
+            bench::Report own;
+            row.measure(settings, own);
+            own.Save(lines);
+        } catch (const std::exception& error) {
+            std::fprintf(stderr, "%s: %s\n", row.name, error.what());
+            code = 1;
+        }
+        std::fflush(lines);
+        std::_Exit(code);
+    }
+    int status = 0;
+    const bool good = waitpid(child, &status, 0) == child && status == 0;
+    std::rewind(lines);
+    report.Load(lines);
+    std::fclose(lines);
+    return good;
+}
+
 // False if a row fails; the others are measured all the same.
 bool MeasureRows(const std::vector<std::string>& names, const bench::Settings& settings,
                  bench::Report& report)
@@ -43,12 +75,7 @@ bool MeasureRows(const std::vector<std::string>& names, const bench::Settings& s
         if (std::find(names.begin(), names.end(), row.name) == names.end())
             continue;
         std::fprintf(stderr, "measuring %s\n", row.name);
-        try {
-            row.measure(settings, report);
-        } catch (const std::exception& error) {
-            std::fprintf(stderr, "%s: %s\n", row.name, error.what());
-            good = false;
-        }
+        good = MeasureAlone(row, settings, report) && good;
     }
     return good;
 }

@@ -41,19 +41,17 @@ struct Times
     bench::Fastest copying;
 };
 
-Times Measure(const bench::DeltaData& data, std::vector<int16_t>& target, int rounds)
+void MeasureRound(const bench::DeltaData& data, std::vector<int16_t>& target, Times& times)
 {
-    Times times;
-    for (int round = 0; round < rounds; ++round) {
-        for (int run = 0; run < RunsInRound; ++run)
-            times.copying.Add(bench::SecondsOf([&] {
-                std::memcpy(target.data(), data.samples.data(), data.samples.size() * sizeof(int16_t));
-                Use(target.data());
-            }));
-        for (int run = 0; run < RunsInRound; ++run)
-            times.decoding.Add(bench::SecondsOf([&] { bench::Expand(data, target); }));
-    }
-    return times;
+    for (int run = 0; run < RunsInRound; ++run)
+        times.copying.Add(bench::SecondsOf([&] {
+            std::memcpy(target.data(), data.samples.data(), data.samples.size() * sizeof(int16_t));
+            Use(target.data());
+        }));
+    for (int run = 0; run < RunsInRound; ++run)
+        times.decoding.Add(bench::SecondsOf([&] { bench::Expand(data, target); }));
+    if (target != data.samples)
+        throw std::runtime_error("the decoder gives other samples");
 }
 
 } // namespace
@@ -64,11 +62,17 @@ void bench::MeasureDecoding(const Settings& settings, Report& report)
     std::vector<int16_t> target(Points);
     report.Detail("decoding: " + std::to_string(bytes / 1000) + " KB of samples a run",
                   "memcpy's two buffers fit " + CacheFor(2 * bytes));
+    std::vector<DeltaData> data;
+    for (int code = 1; code <= 15; ++code)
+        data.push_back(MakeDeltaData(code, Points));
+    std::vector<Times> all(data.size());
+    // The rounds of a width lie apart in time, so that another program does not disturb all of them.
+    for (int round = 0; round < 4 * settings.rounds; ++round) {
+        for (size_t i = 0; i < data.size(); ++i)
+            MeasureRound(data[i], target, all[i]);
+    }
     for (int code = 1; code <= 15; ++code) {
-        const DeltaData data = MakeDeltaData(code, Points);
-        const Times times = Measure(data, target, 2 * settings.rounds);
-        if (target != data.samples)
-            throw std::runtime_error("the decoder gives other samples");
+        const Times& times = all[static_cast<size_t>(code - 1)];
         report.AtMost(code == 7 || code == 15 ? 3 : 6, times.decoding.Seconds() / times.copying.Seconds(),
                       "decoding, width code " + std::to_string(code),
                       "memcpy " + TimeText(times.copying.Seconds()), TimeText(times.decoding.Seconds()));

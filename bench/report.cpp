@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <cstring>
 
 namespace {
 
@@ -50,6 +51,29 @@ void Report::AtLeast(double target, double ratio, const std::string& workload, c
 void Report::Detail(const std::string& workload, const std::string& measured)
 {
     lines.push_back({workload, "", measured, "", "", ""});
+}
+
+// A cell a line; no cell has a line feed.
+void Report::Save(std::FILE* file) const
+{
+    for (const Cells& line : lines) {
+        for (const std::string& cell : line)
+            std::fprintf(file, "%s\n", cell.c_str());
+    }
+}
+
+void Report::Load(std::FILE* file)
+{
+    constexpr size_t Columns = 6;
+    Cells line;
+    char text[1024];
+    while (std::fgets(text, sizeof text, file) != nullptr) {
+        line.emplace_back(text, std::strcspn(text, "\n"));
+        if (line.size() == Columns) {
+            lines.push_back(line);
+            line.clear();
+        }
+    }
 }
 
 void Report::Print() const

@@ -1,6 +1,7 @@
 // The table of results.
 #pragma once
 
+#include <cstdio>
 #include <string>
 #include <vector>
 
@@ -26,6 +27,10 @@ public:
 
     /// One that explains another: it has no target.
     void Detail(const std::string& workload, const std::string& measured);
+
+    /// Writes the lines to a file, or appends those of such a file.
+    void Save(std::FILE* file) const;
+    void Load(std::FILE* file);
 
     /// Prints all lines to the standard output, columns in line.
     void Print() const;

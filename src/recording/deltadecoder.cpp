@@ -63,6 +63,8 @@ private:
             std::min(out < points ? (points - out) / (2 * blockSamples) : 0,
                      static_cast<size_t>((total - bytesDone) / (uint64_t{4} * blockSamples)));
         const ItemDecoderTable& decoders = ItemDecoders();
+        // Two blocks of one width are one of twice the length if no bits are left over between them.
+        const bool joins = blockSamples % LeastOverlap == 0;
         const unsigned char* group = in;
         int16_t* block = samples + out;
         size_t done = 0;
@@ -72,10 +74,13 @@ private:
             if (static_cast<size_t>(end - group) <= packedBytes[low] + packedBytes[high])
                 break;
             const unsigned char* packed = group + 1;
-            decoders[low](packed, end, blockSamples, block - blockSamples, block);
-            packed += packedBytes[low];
-            decoders[high](packed, end, blockSamples, block, block + blockSamples);
-            group = packed + packedBytes[high];
+            if (low == high && joins && low != 0) {
+                decoders[low](packed, end, 2 * blockSamples, block - blockSamples, block);
+            } else {
+                decoders[low](packed, end, blockSamples, block - blockSamples, block);
+                decoders[high](packed + packedBytes[low], end, blockSamples, block, block + blockSamples);
+            }
+            group = packed + packedBytes[low] + packedBytes[high];
             block += 2 * blockSamples;
         }
         in = group;

@@ -9,9 +9,13 @@ namespace zu {
 
 /// out[i] = before[i] - item i, in 16-bit arithmetic with wrap-around, for count items that begin at packed.
 /// An item is widthCode + 1 bits in two's complement, lowest bit first, each following the one before it. All
-/// items end at or before limit, and no byte at limit or behind it is read. before and out do not overlap.
+/// items end at or before limit, and no byte at limit or behind it is read. before and out do not overlap,
+/// unless out is LeastOverlap samples or more behind before and the width code is not 0: then the first
+/// samples of out serve as before for the later ones.
 using ItemDecoder = void (*)(const unsigned char* packed, const unsigned char* limit, size_t count,
                              const int16_t* before, int16_t* out);
+
+constexpr size_t LeastOverlap = 16;
 
 /// The decoders by width code.
 using ItemDecoderTable = ItemDecoder[16];

@@ -39,7 +39,7 @@ TEST(Batch, EachRecordingGetsItsLineAndItsRecord)
     const Finished run = place.Convert({"a.ZU", "b.zu"});
     EXPECT_EQ(run.code, 0);
     EXPECT_EQ(run.out, Converted("a.ZU", 0) + "\n" + Converted("b.zu", 10) + "\n");
-    EXPECT_EQ(run.err, QString());
+    EXPECT_EQ(Untimed(run.err), Summary(2, "2 converted and verified"));
     EXPECT_EQ(place.Names("out"), FilesOfRecord(ShortRecordName(0)) + FilesOfRecord(ShortRecordName(10)));
     EXPECT_EQ(place.Names(), (QStringList{"ZuDrv.ini", "a.ZU", "b.zu"}));
 }
@@ -53,12 +53,12 @@ TEST(Batch, FailuresDoNotStopTheOthers)
     const Finished run = place.Convert({"no.ZU", "a.ZU", "b.ZU", "c.txt"});
     EXPECT_EQ(run.code, 1);
     EXPECT_EQ(run.out, Converted("b.ZU", 0) + "\n");
-    const QStringList errors = run.err.split('\n');
+    const QStringList errors = Untimed(run.err).split('\n');
     ASSERT_EQ(errors.size(), 5) << run.err;
     EXPECT_EQ(errors[0], QStringLiteral("zucmtr: no.ZU: not converted: Файл не существует [no.ZU]"));
     EXPECT_TRUE(errors[1].startsWith("zucmtr: a.ZU: not converted: Ошибка ")) << errors[1];
     EXPECT_EQ(errors[2], QStringLiteral("zucmtr: c.txt: not converted: Плохое имя файла [c.txt]"));
-    EXPECT_EQ(errors[3], QStringLiteral("zucmtr: 3 of 4 files failed"));
+    EXPECT_EQ(errors[3] + "\n", Summary(4, "1 converted and verified, 3 failed"));
     EXPECT_EQ(place.Names("out"), FilesOfRecord(ShortRecordName(0)));
 }
 
@@ -74,7 +74,8 @@ TEST(Batch, ExceptionOfTheLibraryIsThatRecordingsFailure)
         run.err.startsWith("zucmtr: a.ZU: not converted: the start comment has too few values, or the "
                            "segments have analog but no discrete channels [exception in the library: "))
         << run.err;
-    EXPECT_TRUE(run.err.endsWith("]\nzucmtr: 1 of 2 files failed\n")) << run.err;
+    EXPECT_TRUE(Untimed(run.err).endsWith("]\n" + Summary(2, "1 converted and verified, 1 failed")))
+        << run.err;
     EXPECT_EQ(place.Names("out"), FilesOfRecord(ShortRecordName(10)));
 }
 
@@ -116,9 +117,10 @@ TEST(Batch, ContinuationsOfGivenFilesArePassedOver)
     const Finished run = place.Convert({"a.Z01", "./a.ZU", "b.z01", place.Path("b.zu")});
     EXPECT_EQ(run.code, 0);
     EXPECT_EQ(run.out, Converted("./a.ZU", 0) + "\n" + Converted(place.Path("b.zu"), 10) + "\n");
-    EXPECT_EQ(run.err,
+    EXPECT_EQ(Untimed(run.err),
               QStringLiteral("zucmtr: a.Z01: passed over, it is converted with its first file a.ZU\n"
-                             "zucmtr: b.z01: passed over, it is converted with its first file b.zu\n"));
+                             "zucmtr: b.z01: passed over, it is converted with its first file b.zu\n") +
+                  Summary(2, "2 converted and verified"));
 }
 
 TEST(Batch, ContinuationWithoutItsFirstFileFails)
@@ -130,9 +132,9 @@ TEST(Batch, ContinuationWithoutItsFirstFileFails)
     const Finished run = place.Convert({"a.Z0f", "b.ZU"});
     EXPECT_EQ(run.code, 1);
     EXPECT_EQ(run.out, Converted("b.ZU", 10) + "\n");
-    EXPECT_EQ(run.err,
-              QStringLiteral("zucmtr: a.Z0f: not converted: it continues a recording; give the first "
-                             "file a.ZU instead\nzucmtr: 1 of 2 files failed\n"));
+    EXPECT_EQ(Untimed(run.err), QStringLiteral("zucmtr: a.Z0f: not converted: it continues a recording; give "
+                                               "the first file a.ZU instead\n") +
+                                    Summary(2, "1 converted and verified, 1 failed"));
 }
 
 TEST(Batch, NameThatTheChainDoesNotKnowIsNoContinuation)
@@ -142,8 +144,8 @@ TEST(Batch, NameThatTheChainDoesNotKnowIsNoContinuation)
     place.Write("a.Z0A", Encode(ShortRecording(0)));
     const Finished run = place.Convert({"a.ZU", "a.Z0A"});
     EXPECT_EQ(run.code, 1);
-    EXPECT_EQ(run.err, QStringLiteral("zucmtr: a.Z0A: not converted: Плохое имя файла [a.Z0A]\n"
-                                      "zucmtr: 1 of 2 files failed\n"));
+    EXPECT_EQ(Untimed(run.err), QStringLiteral("zucmtr: a.Z0A: not converted: Плохое имя файла [a.Z0A]\n") +
+                                    Summary(2, "1 converted and verified, 1 failed"));
 }
 
 TEST(Batch, RecordThatReplacesAnotherIsTold)
@@ -153,9 +155,10 @@ TEST(Batch, RecordThatReplacesAnotherIsTold)
     place.Write("b.ZU", Encode(ShortRecording(0)));
     const Finished run = place.Convert({"a.ZU", "b.ZU"});
     EXPECT_EQ(run.code, 0);
-    EXPECT_EQ(run.err,
+    EXPECT_EQ(Untimed(run.err),
               QStringLiteral("zucmtr: b.ZU: its record replaced that of a.ZU, which has the same name; "
-                             "convert them into different directories\n"));
+                             "convert them into different directories\n") +
+                  Summary(2, "2 converted and verified"));
 }
 
 TEST(Batch, RecordThatIsNotInPlaceIsAFailure)
@@ -189,10 +192,11 @@ TEST(Batch, NotesOfLoadingAreToldOnceBeforeTheRecordings)
     const Finished run = place.Convert({"a.ZU", "b.ZU"});
     EXPECT_EQ(run.code, 0);
     EXPECT_EQ(run.out, Converted("a.ZU", 0) + "\n" + Converted("b.ZU", 10) + "\n");
-    EXPECT_EQ(run.err,
+    EXPECT_EQ(Untimed(run.err),
               QStringLiteral("zucmtr: warnings and notes on section [Vostochnaya] of 'ZuDrv.ini':\n"
                              "  Значение параметра Тип Comtrade CFF=1 несовместимо с Comtrade 1999 и "
-                             "будет проигнорировано\n"));
+                             "будет проигнорировано\n") +
+                  Summary(2, "2 converted and verified"));
 }
 
 TEST(Batch, LogHasBothSections)

@@ -56,4 +56,15 @@ TEST(MaxMemory, ZeroIsNoLimit)
         0);
 }
 
+TEST(MaxMemory, SmallestIsEnoughForSeveralSmallRecordingsAtOnce)
+{
+    const Workplace place;
+    place.Write(QStringLiteral("a.ZU"), Encode(ShortRecording(0)));
+    place.Write(QStringLiteral("b.ZU"), Encode(ShortRecording(1)));
+    const Finished run =
+        place.Convert({QStringLiteral("--max-memory"), QStringLiteral("64M"), QStringLiteral("-j2"),
+                       QStringLiteral("a.ZU"), QStringLiteral("b.ZU")});
+    EXPECT_EQ(run.code, 0) << run.err;
+}
+
 } // namespace

@@ -5,6 +5,7 @@
 #include <QFileInfo>
 #include <QProcess>
 #include <QProcessEnvironment>
+#include <QRegularExpression>
 
 namespace {
 
@@ -47,6 +48,17 @@ Finished RunShell(const QString& directory, const QString& command)
     environment.insert(QStringLiteral("PATH"), QFileInfo(Program()).path() + QLatin1Char(':') +
                                                    environment.value(QStringLiteral("PATH")));
     return Run(directory, QStringLiteral("/bin/sh"), {QStringLiteral("-c"), command}, environment);
+}
+
+QString Untimed(QString text)
+{
+    static const QRegularExpression seconds(QStringLiteral("; \\d+\\.\\d\\d s\n"));
+    return text.replace(seconds, QStringLiteral("; # s\n"));
+}
+
+QString Summary(int total, const QString& counts)
+{
+    return QStringLiteral("zucmtr: %1 recordings: %2; # s\n").arg(total).arg(counts);
 }
 
 QByteArray PlainIni(const QMap<QString, QString>& deviceKeys)

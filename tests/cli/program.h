@@ -23,6 +23,12 @@ Finished RunProgram(const QString& directory, const QStringList& arguments,
 /// Runs a command line by sh in a working directory; `zucmtr` in it is the built program.
 Finished RunShell(const QString& directory, const QString& command);
 
+/// The text with "#" in place of the seconds of the summary line.
+QString Untimed(QString text);
+
+/// The summary line of a run over `total` recordings, as Untimed leaves it; `counts` as "2 failed".
+QString Summary(int total, const QString& counts);
+
 /// An ini file with the sections Default and Vostochnaya, with further keys of the latter and no dictionary.
 QByteArray PlainIni(const QMap<QString, QString>& deviceKeys = {});
 

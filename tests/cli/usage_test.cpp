@@ -61,6 +61,7 @@ TEST(Usage, HelpNamesTheCommandsAndHowToBegin)
             "\n"
             "Subcommands:\n"
             "  convert                     Convert recordings into COMTRADE records\n"
+            "  info                        Tell what is in recordings and COMTRADE records\n"
             "  sample                      Write a sample station: recordings and their ini file\n"
             "\n"
             "'zucmtr COMMAND --help' tells more about a command. To try the program:\n"
@@ -76,8 +77,11 @@ TEST(Usage, HelpOfConvertNamesItsOptions)
     const Finished run = RunProgram(QString(), {"convert", "--help"});
     EXPECT_EQ(run.code, 0);
     for (const char* option :
-         {"--ini FILE REQUIRED", "--defaults SECTION REQUIRED", "--device SECTION REQUIRED",
-          "--out DIR REQUIRED", "--log FILE", "FILE ... REQUIRED"})
+         {"--ini FILE",     "--defaults SECTION", "--device SECTION",  "--out DIR",
+          "--make-out",     "-r,--recursive",     "-j,--jobs N",       "--continue",
+          "--fail-fast",    "--dry-run",          "--verify",          "--no-verify",
+          "--trust-writer", "--remove-source",    "--archive DIR",     "-q,--quiet",
+          "--json",         "--log FILE",         "--max-memory SIZE", "FILE ... REQUIRED"})
         EXPECT_TRUE(run.out.contains(QLatin1String("\n  ") + QLatin1String(option))) << option;
 }
 
@@ -135,7 +139,7 @@ INSTANTIATE_TEST_SUITE_P(
         WrongUsage{{}, "no command is given\n" + Hint("zucmtr")},
         WrongUsage{{"convrt"}, "The following argument was not expected: convrt\n" + Hint("zucmtr")},
         WrongUsage{{"--verbose"}, "The following argument was not expected: --verbose\n" + Hint("zucmtr")},
-        WrongUsage{{"convert"}, "--ini is required\n" + Hint("zucmtr convert")},
+        WrongUsage{{"convert"}, "FILE is required\n" + Hint("zucmtr convert")},
         WrongUsage{{"convert", "--ini"}, "--ini: 1 required FILE missing\n" + Hint("zucmtr convert")},
         WrongUsage{{"convert", "--ini", "a", "--defaults", "b", "--device", "c", "--out", "d"},
                    "FILE is required\n" + Hint("zucmtr convert")},

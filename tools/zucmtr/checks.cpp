@@ -2,14 +2,13 @@
 
 #include "command.h"
 #include "console.h"
+#include "texts.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QStringList>
 #include <QTextStream>
-
-namespace {
 
 QStringList SectionsOf(const QString& iniPath)
 {
@@ -22,28 +21,38 @@ QStringList SectionsOf(const QString& iniPath)
     while (!stream.atEnd()) {
         const QString line = stream.readLine().trimmed();
         if (line.startsWith(QLatin1Char('[')) && line.endsWith(QLatin1Char(']')))
-            sections << line;
+            sections << line.mid(1, line.size() - 2);
     }
     sections.removeDuplicates();
     return sections;
 }
 
-} // namespace
-
-QString CheckedOutputDirectory(const QString& path)
+QString CheckedDirectory(const QString& option, const QString& path)
 {
     const QFileInfo directory(path);
     if (path.isEmpty() || !directory.exists())
         throw ConfigurationError(
-            QStringLiteral("--out: the directory '%1' does not exist; make it first: mkdir -p %2")
-                .arg(path, ShellWord(path)));
+            Tr("checks", "%1: the directory '%2' does not exist; make it first: mkdir -p %3")
+                .arg(option, path, ShellWord(path)));
     if (!directory.isDir())
         throw ConfigurationError(
-            QStringLiteral("--out: '%1' is a file; give a directory to write into").arg(path));
+            Tr("checks", "%1: '%2' is a file; give a directory to write into").arg(option, path));
     if (!directory.isWritable())
         throw ConfigurationError(
-            QStringLiteral("--out: no permission to write into '%1'; choose another directory").arg(path));
+            Tr("checks", "%1: no permission to write into '%2'; choose another directory").arg(option, path));
     return QDir::cleanPath(path);
+}
+
+QString CheckedOutputDirectory(const QString& path)
+{
+    return CheckedDirectory(QStringLiteral("--out"), path);
+}
+
+void MakeDirectory(const QString& option, const QString& path)
+{
+    if (path.isEmpty() || !QDir().mkpath(path))
+        throw ConfigurationError(
+            Tr("checks", "%1: the directory '%2' cannot be made; choose another one").arg(option, path));
 }
 
 void CheckIniFile(const QString& path)
@@ -51,15 +60,15 @@ void CheckIniFile(const QString& path)
     const QFileInfo file(path);
     if (!file.exists())
         throw ConfigurationError(
-            QStringLiteral("--ini: the file '%1' does not exist; give the path of the recorders' ini file")
+            Tr("checks", "--ini: the file '%1' does not exist; give the path of the recorders' ini file")
                 .arg(path));
     if (!file.isFile())
-        throw ConfigurationError(QStringLiteral("--ini: '%1' is not a file; give the path of the recorders' "
-                                                "ini file")
+        throw ConfigurationError(Tr("checks", "--ini: '%1' is not a file; give the path of the recorders' "
+                                              "ini file")
                                      .arg(path));
     if (!file.isReadable())
         throw ConfigurationError(
-            QStringLiteral("--ini: no permission to read '%1'; check its permissions").arg(path));
+            Tr("checks", "--ini: no permission to read '%1'; check its permissions").arg(path));
 }
 
 void CheckLogFile(const QString& path)
@@ -70,18 +79,18 @@ void CheckLogFile(const QString& path)
                                       : !path.isEmpty() && directory.isDir() && directory.isWritable();
     if (!usable)
         throw ConfigurationError(
-            QStringLiteral("--log: cannot write the file '%1'; give a file in a directory that exists and "
-                           "can be written to")
+            Tr("checks", "--log: cannot write the file '%1'; give a file in a directory that exists and "
+                         "can be written to")
                 .arg(path));
 }
 
 QString MissingSectionText(const QString& iniPath, const QString& section)
 {
     const QStringList sections = SectionsOf(iniPath);
-    if (sections.contains(QLatin1Char('[') + section + QLatin1Char(']')))
+    if (sections.contains(section))
         return QString();
     if (sections.isEmpty())
-        return QStringLiteral("'%1' has no section at all; is it the recorders' ini file?").arg(iniPath);
-    return QStringLiteral("'%1' has no section [%2]; it has %3")
-        .arg(iniPath, section, sections.join(QLatin1String(", ")));
+        return Tr("checks", "'%1' has no section at all; is it the recorders' ini file?").arg(iniPath);
+    return Tr("checks", "'%1' has no section [%2]; it has [%3]")
+        .arg(iniPath, section, sections.join(QLatin1String("], [")));
 }

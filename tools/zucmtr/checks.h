@@ -3,16 +3,26 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
-/// The directory in the form in which the library takes it, without a final slash. It must exist and be
-/// writable; none is made, so that a slip of the pen does not scatter files.
+/// The directory that an option names, in the form in which the library takes it, without a final slash. It
+/// must exist and be writable; none is made, so that a slip of the pen does not scatter files.
+QString CheckedDirectory(const QString& option, const QString& path);
+
+/// The same for --out.
 QString CheckedOutputDirectory(const QString& path);
+
+/// Makes the directory and those above it, if it is not there.
+void MakeDirectory(const QString& option, const QString& path);
 
 /// The ini file must be a readable file.
 void CheckIniFile(const QString& path);
 
 /// The log file must be one that can be appended to, or not exist yet in a directory that can be written to.
 void CheckLogFile(const QString& path);
+
+/// Names of the ini file's sections, each once, in their order.
+QStringList SectionsOf(const QString& iniPath);
 
 /// Says which sections the ini file has if `section` is not among them; empty if it is.
 QString MissingSectionText(const QString& iniPath, const QString& section);

@@ -1,49 +1,50 @@
 #include "convertcommand.h"
 
+#include "batch.h"
+#include "batchreport.h"
 #include "checks.h"
 #include "console.h"
+#include "devicechoice.h"
 #include "host.h"
+#include "interrupt.h"
 #include "memorylimit.h"
+#include "progress.h"
 #include "recordinglist.h"
+#include "texts.h"
+#include "worker.h"
 
 #include <CLI/CLI.hpp>
 
-#include <QMap>
-
 #include <algorithm>
+#include <chrono>
+#include <malloc.h>
 #include <memory>
 #include <string>
+#include <thread>
 #include <vector>
 
 namespace {
-
-const char* const description = "Convert recordings into COMTRADE records";
-
-const char* const footer =
-    "A recording is a first file (.ZU or .zu) with its continuation files (.Z01 ... .Z0f) beside it; give "
-    "the\n"
-    "first file, the others are found. The ini file says how the records are to look: a section of "
-    "defaults,\n"
-    "in which nearly every key must be, and a section for each recorder. For each recording one line on\n"
-    "standard output tells the record's name and the notes on it; failures go to standard error.\n"
-    "\n"
-    "Exit code: 0 all recordings converted, 1 at least one failed, 2 wrong usage or configuration.\n"
-    "\n"
-    "Example, with the sample station:\n"
-    "  mkdir -p station/comtrade\n"
-    "  zucmtr sample --out station\n"
-    "  zucmtr convert --ini station/ZuDrv.ini --defaults Default --device Vostochnaya "
-    "--out station/comtrade station/*.ZU";
 
 struct Options
 {
     std::string ini;
     std::string defaults;
     std::string device;
-    std::string out;
+    std::string out = ".";
+    bool makeOut = false;
+    bool recursive = false;
+    unsigned int jobs = 1; // 0: one a processor
+    bool failFast = false;
+    bool dryRun = false;
+    bool noVerify = false;
+    bool trustWriter = false;
+    bool removeSource = false;
+    std::string archive;
+    bool quiet = false;
+    bool json = false;
     std::string log;
-    uint64_t maxMemory = 0;
     bool ownLog = false; // --log is not given
+    uint64_t maxMemory = 0;
     std::vector<std::string> files;
 };
 
@@ -52,121 +53,286 @@ QString Text(const std::string& utf8)
     return QString::fromStdString(utf8);
 }
 
-void ReportLoadingNotes(unsigned int device, const Options& options)
+QStringList Texts(const std::vector<std::string>& utf8)
+{
+    QStringList texts;
+    for (const std::string& text : utf8)
+        texts << Text(text);
+    return texts;
+}
+
+void CheckCombination(const Options& options)
+{
+    const bool putsAway = options.removeSource || !options.archive.empty();
+    if (putsAway && (options.noVerify || options.trustWriter))
+        throw ConfigurationError(Tr("convert", "--remove-source and --archive need a verified record; leave "
+                                               "--no-verify and --trust-writer out"));
+}
+
+QString OutDirectory(const Options& options)
+{
+    QString out = Text(options.out);
+    if (options.makeOut && options.dryRun)
+        return out;
+    if (options.makeOut)
+        MakeDirectory(QStringLiteral("--out"), out);
+    return CheckedOutputDirectory(out);
+}
+
+WorkOrder OrderOf(const Options& options)
+{
+    WorkOrder order;
+    order.out = OutDirectory(options);
+    order.dryRun = options.dryRun;
+    order.verify = !options.noVerify;
+    order.trustWriter = options.trustWriter;
+    order.removeSource = options.removeSource;
+    if (!options.archive.empty())
+        order.archive = CheckedDirectory(QStringLiteral("--archive"), Text(options.archive));
+    return order;
+}
+
+// The library would delete the recording before anybody could look whether its record is right.
+void CheckDeletion(const Worker& worker, const WorkOrder& order, const DeviceChoice& choice)
+{
+    if (!worker.LibraryDeletes() || !order.verify || order.trustWriter || order.dryRun)
+        return;
+    throw ConfigurationError(
+        Tr("convert",
+           "'%1' has 'Удалять исходные = 1' in force for [%2]: the recordings would be deleted before "
+           "their records are verified. Set the key to 0 and give --remove-source, which deletes each "
+           "recording after its record is verified; or give --trust-writer to delete them unseen")
+            .arg(choice.ini, choice.device));
+}
+
+void ReportLoadingNotes(unsigned int device, const DeviceChoice& choice)
 {
     const QStringList notes = Host::TakeNotes(device);
     if (notes.isEmpty())
         return;
-    Complain(QStringLiteral("warnings and notes on section [%1] of '%2':\n  ")
-                 .arg(Text(options.device), Text(options.ini)) +
+    Complain(Tr("convert", "warnings and notes on section [%1] of '%2':\n  ").arg(choice.device, choice.ini) +
              notes.join(QLatin1String("\n  ")));
 }
 
-// One run over the files of the command line.
-class Batch
+size_t WorkerCount(const Options& options, size_t recordings)
 {
-public:
-    Batch(Host& host_, unsigned int device_, const QString& out_, const QStringList& files_)
-        : host(host_), device(device_), out(out_), files(files_)
-    {}
+    const unsigned int processors = std::max(1U, std::thread::hardware_concurrency());
+    const size_t wanted = options.jobs == 0 ? processors : options.jobs;
+    return std::max<size_t>(1, std::min(wanted, recordings));
+}
 
-    // Goes through all files, whatever becomes of each; gives the number of those that failed.
-    int Run()
-    {
-        return static_cast<int>(
-            std::count_if(files.begin(), files.end(), [this](const QString& file) { return !Handle(file); }));
+// Each worker has a device of its own, for which the library loads the section anew.
+std::vector<std::unique_ptr<Worker>> MakeWorkers(Host& host, const DeviceChoice& choice,
+                                                 const WorkOrder& order, size_t count, bool loud)
+{
+    std::vector<std::unique_ptr<Worker>> workers;
+    for (size_t i = 0; i < count; ++i) {
+        const unsigned int device = host.LoadDevice(choice.ini, choice.device);
+        if (i == 0 && loud)
+            ReportLoadingNotes(device, choice);
+        workers.push_back(std::make_unique<Worker>(host, device, choice, order));
     }
+    CheckDeletion(*workers.front(), order, choice);
+    return workers;
+}
 
-private:
-    // True unless the file failed.
-    bool Handle(const QString& file)
-    {
-        switch (RoleOf(file, files)) {
-        case Role::PassedOver:
-            Complain(QStringLiteral("%1: passed over, it is converted with its first file %2")
-                         .arg(file, FirstFileOf(file)));
-            return true;
-        case Role::WithoutFirst:
-            Complain(
-                QStringLiteral("%1: not converted: it continues a recording; give the first file %2 instead")
-                    .arg(file, FirstFileOf(file)));
-            return false;
-        case Role::FirstFile:
-            break;
-        }
-        return Report(file, host.Convert(file, out, device));
-    }
+// By default each thread reserves address space for its allocations, more than a small --max-memory leaves.
+void ShareAllocations(uint64_t maxMemory)
+{
+    constexpr uint64_t plenty = uint64_t{2} << 30;
+    if (maxMemory != 0 && maxMemory < plenty)
+        mallopt(M_ARENA_MAX, 1);
+}
 
-    // True if the recording was converted.
-    bool Report(const QString& file, const Outcome& outcome)
-    {
-        if (!outcome.converted) {
-            Complain((QStringList{file + QLatin1String(": not converted: ") + outcome.error} + outcome.notes)
-                         .join(QLatin1String("; ")));
-            return false;
-        }
-        PrintLine((QStringList{file + QLatin1String(" -> ") + outcome.outputName} + outcome.notes)
-                      .join(QLatin1String("; ")));
-        if (records.contains(outcome.outputName))
-            Complain(
-                QStringLiteral("%1: its record replaced that of %2, which has the same name; convert them "
-                               "into different directories")
-                    .arg(file, records[outcome.outputName]));
-        records[outcome.outputName] = file;
-        return true;
-    }
+ReportForm FormOf(const Options& options)
+{
+    if (options.json)
+        return ReportForm::Json;
+    return options.quiet ? ReportForm::Quiet : ReportForm::Lines;
+}
 
-    Host& host;
-    const unsigned int device;
-    const QString out;
-    const QStringList files;
-    QMap<QString, QString> records; // output name to the file that it was made of
-};
+int Convert(const Options& options, const RecordingList& list, std::vector<std::unique_ptr<Worker>>& workers)
+{
+    using Clock = std::chrono::steady_clock;
+    const Clock::time_point start = Clock::now();
+    const auto lost = static_cast<size_t>(std::count_if(
+        list.refusals.begin(), list.refusals.end(), [](const Refusal& refusal) { return refusal.failed; }));
+    const bool compares = !options.noVerify && !options.trustWriter;
+    BatchReport report(FormOf(options), compares, list.recordings.size() + lost);
+    for (const Refusal& refusal : list.refusals)
+        report.Tell(refusal);
+    Progress progress(list.recordings.size(), !options.quiet && list.recordings.size() > 1);
+    interrupt::Install();
+    if (!options.failFast || lost == 0)
+        Batch(workers, list.recordings, options.failFast)
+            .Run(
+                [&](const BatchItem& item) {
+                    progress.Hide();
+                    report.Tell(item);
+                },
+                [&](size_t done) { progress.Show(done); });
+    progress.Hide();
+    if (!options.quiet)
+        report.Summarise(std::chrono::duration<double>(Clock::now() - start).count());
+    if (interrupt::Came())
+        return interrupt::ExitCode();
+    return report.Failed() == 0 ? ExitDone : ExitFailed;
+}
 
 int Run(const Options& options)
 {
-    CheckIniFile(Text(options.ini));
+    CheckCombination(options);
+    QStringList excluded;
+    if (!options.archive.empty())
+        excluded << Text(options.archive);
+    const RecordingList list = CollectRecordings(Texts(options.files), options.recursive, excluded);
+    DeviceChoice choice{Text(options.ini), Text(options.defaults), Text(options.device)};
+    CompleteChoice(choice, list.recordings);
     if (!options.ownLog)
         CheckLogFile(Text(options.log));
-    const QString out = CheckedOutputDirectory(Text(options.out));
+    const WorkOrder order = OrderOf(options);
+    ShareAllocations(options.maxMemory);
     LimitMemory(options.maxMemory);
 
     Host host(Text(options.log));
-    host.LoadDefaults(Text(options.ini), Text(options.defaults));
-    const unsigned int device = host.LoadDevice(Text(options.ini), Text(options.device));
-    ReportLoadingNotes(device, options);
+    host.LoadDefaults(choice.ini, choice.defaults);
+    std::vector<std::unique_ptr<Worker>> workers =
+        MakeWorkers(host, choice, order, WorkerCount(options, list.recordings.size()), !options.quiet);
+    return Convert(options, list, workers);
+}
 
-    QStringList files;
-    for (const std::string& file : options.files)
-        files << Text(file);
-    const int failed = Batch(host, device, out, files).Run();
-    if (failed > 0 && files.size() > 1)
-        Complain(QStringLiteral("%1 of %2 files failed").arg(failed).arg(files.size()));
-    return failed == 0 ? ExitDone : ExitFailed;
+// Gives the option of the log.
+const CLI::Option* AddDeviceOptions(CLI::App& command, Options& options)
+{
+    command
+        .add_option("--ini", options.ini,
+                    HelpText("convert",
+                             "The recorders' ini file. Default: ZuDrv.ini beside the recordings or above "
+                             "them, else in the current directory"))
+        ->type_name("FILE");
+    command
+        .add_option(
+            "--defaults", options.defaults,
+            HelpText("convert", "Section of the ini file with the defaults. Default: the section [Default]"))
+        ->type_name("SECTION");
+    command
+        .add_option(
+            "--device", options.device,
+            HelpText("convert", "Section of the ini file for this recorder. Default: the only other section"))
+        ->type_name("SECTION");
+    return command
+        .add_option("--log", options.log,
+                    HelpText("convert", "File to which loading the ini file appends its log"))
+        ->type_name("FILE");
+}
+
+void AddOutputOptions(CLI::App& command, Options& options)
+{
+    command
+        .add_option(
+            "--out", options.out,
+            HelpText("convert", "Existing directory for the COMTRADE files. Default: the current directory"))
+        ->type_name("DIR")
+        ->default_str("");
+    command.add_flag("--make-out", options.makeOut,
+                     HelpText("convert", "Make the directory of --out if it is not there"));
+}
+
+void AddRunOptions(CLI::App& command, Options& options)
+{
+    command.add_flag("-r,--recursive", options.recursive,
+                     HelpText("convert", "Look for recordings in the directories below the given ones, too"));
+    command
+        .add_option("-j,--jobs", options.jobs,
+                    HelpText("convert",
+                             "Recordings to convert at once; 0: as many as there are processors. Default: 1"))
+        ->type_name("N")
+        ->check(CLI::Range(0U, 256U))
+        ->default_str("");
+    CLI::Option* goOn =
+        command.add_flag("--continue")
+            ->description(
+                HelpText("convert", "Go on with the other recordings after one that failed (the default)"));
+    command
+        .add_flag("--fail-fast", options.failFast,
+                  HelpText("convert", "Begin no recording after one that failed"))
+        ->excludes(goOn);
+    command.add_flag("--dry-run", options.dryRun,
+                     HelpText("convert",
+                              "Read the recordings and tell what would be converted into which records; "
+                              "write nothing"));
+}
+
+void AddSafetyOptions(CLI::App& command, Options& options)
+{
+    CLI::Option* verify =
+        command.add_flag("--verify")
+            ->description(
+                HelpText("convert", "Read each record back and compare it with its recording (the default)"));
+    command.add_flag("--no-verify", options.noVerify, HelpText("convert", "Do not read the records back"))
+        ->excludes(verify);
+    command.add_flag("--trust-writer", options.trustWriter,
+                     HelpText("convert",
+                              "Let the ini file have the library delete the recordings; their records "
+                              "are read back, but cannot be compared any more"));
+    CLI::Option* remove = command.add_flag(
+        "--remove-source", options.removeSource,
+        HelpText("convert", "Delete each recording after its record is verified and on the disk"));
+    command
+        .add_option("--archive", options.archive,
+                    HelpText("convert",
+                             "Existing directory to which each recording is moved after its record is "
+                             "verified and on the disk"))
+        ->type_name("DIR")
+        ->excludes(remove);
+}
+
+void AddReportOptions(CLI::App& command, Options& options)
+{
+    command.add_flag("-q,--quiet", options.quiet, HelpText("convert", "Tell failures and warnings alone"));
+    command.add_flag("--json", options.json,
+                     HelpText("convert", "Tell each recording as one JSON object on standard output"));
+}
+
+std::string Footer()
+{
+    return HelpText("convert",
+                    "A recording is a first file (.ZU or .zu) with its continuation files (.Z01 ... .Z0f) "
+                    "beside it; give the\n"
+                    "first file or the directory, the others are found. For each recording one line on "
+                    "standard output tells\n"
+                    "the record's name and the notes on it; failures and the summary go to standard error.\n"
+                    "Ctrl-C ends after the recordings at hand, a second Ctrl-C at once.\n"
+                    "\n"
+                    "Exit code: 0 all recordings converted, 1 at least one failed, 2 wrong usage or "
+                    "configuration, 130 ended\n"
+                    "by Ctrl-C (143 by SIGTERM).\n"
+                    "\n"
+                    "Example, with the sample station:\n"
+                    "  mkdir -p station\n"
+                    "  zucmtr sample --out station\n"
+                    "  zucmtr convert --out station/comtrade --make-out station/*.ZU");
 }
 
 } // namespace
 
 void AddConvertCommand(CLI::App& app, Action& chosen)
 {
-    CLI::App* command = app.add_subcommand("convert", description);
+    CLI::App* command =
+        app.add_subcommand("convert", HelpText("convert", "Convert recordings into COMTRADE records"));
     const auto options = std::make_shared<Options>();
-    command->add_option("--ini", options->ini, "The recorders' ini file")->required()->type_name("FILE");
-    command->add_option("--defaults", options->defaults, "Section of the ini file with the defaults")
-        ->required()
-        ->type_name("SECTION");
-    command->add_option("--device", options->device, "Section of the ini file for this recorder")
-        ->required()
-        ->type_name("SECTION");
-    command->add_option("--out", options->out, "Existing directory for the COMTRADE files")
-        ->required()
-        ->type_name("DIR");
-    const CLI::Option* log =
-        command->add_option("--log", options->log, "File to which loading the ini file appends its log")
-            ->type_name("FILE");
+    const CLI::Option* log = AddDeviceOptions(*command, *options);
+    AddOutputOptions(*command, *options);
+    AddRunOptions(*command, *options);
+    AddSafetyOptions(*command, *options);
+    AddReportOptions(*command, *options);
     AddMemoryOption(*command, options->maxMemory);
-    command->add_option("FILE", options->files, "First files of the recordings")->required()->type_name("");
-    command->footer(footer);
+    command
+        ->add_option("FILE", options->files,
+                     HelpText("convert", "First files of the recordings, or directories with recordings"))
+        ->required()
+        ->type_name("");
+    command->footer(Footer());
     command->callback([options, log, &chosen] {
         options->ownLog = log->count() == 0;
         chosen = [options] { return Run(*options); };

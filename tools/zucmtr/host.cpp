@@ -2,6 +2,7 @@
 
 #include "checks.h"
 #include "command.h"
+#include "texts.h"
 
 #include <zucmtrlib.h>
 
@@ -43,8 +44,8 @@ void CheckCommitted(Outcome& outcome, const QString& outDirectory)
     if (left.isEmpty())
         return;
     outcome.converted = false;
-    outcome.error = QStringLiteral("the record could not be put in place, '%1' is left; free the final name "
-                                   "and the disk, then convert again")
+    outcome.error = Tr("host", "the record could not be put in place, '%1' is left; free the final name "
+                               "and the disk, then convert again")
                         .arg(left);
 }
 
@@ -65,7 +66,7 @@ void Host::LoadDefaults(const QString& iniPath, const QString& section)
 {
     log.TakeNewLines();
     if (!ZuCmtrLoadFromIniDefault(iniPath, section)) {
-        const QString what = QStringLiteral("--defaults: section [%1] of '%2' does not load: %3")
+        const QString what = Tr("host", "--defaults: section [%1] of '%2' does not load: %3")
                                  .arg(section, iniPath, ZuCmtrGetLastError());
         throw ConfigurationError(LoadFailure(what, iniPath, section));
     }
@@ -79,8 +80,7 @@ unsigned int Host::LoadDevice(const QString& iniPath, const QString& section)
     log.TakeNewLines();
     unsigned int device = 0;
     if (!ZuCmtrLoadFromIni(iniPath, section, &device)) {
-        const QString what =
-            QStringLiteral("--device: section [%1] of '%2' does not load").arg(section, iniPath);
+        const QString what = Tr("host", "--device: section [%1] of '%2' does not load").arg(section, iniPath);
         throw ConfigurationError(LoadFailure(what, iniPath, section));
     }
     return device;
@@ -91,7 +91,7 @@ QString Host::LoadFailure(const QString& what, const QString& iniPath, const QSt
     QString text = what;
     const QStringList lines = log.TakeNewLines();
     if (!lines.isEmpty())
-        text += QStringLiteral("\nThe log says:\n  ") + lines.join(QLatin1String("\n  "));
+        text += Tr("host", "\nThe log says:\n  ") + lines.join(QLatin1String("\n  "));
     const QString missing = MissingSectionText(iniPath, section);
     if (!missing.isEmpty())
         text += QLatin1Char('\n') + missing;
@@ -105,12 +105,11 @@ Outcome Host::Convert(const QString& file, const QString& outDirectory, unsigned
         outcome.converted = ZuCmtrConvertToComtrade(file, outDirectory, device);
         outcome.error = ZuCmtrGetDevLastError(device);
     } catch (const std::out_of_range& failure) {
-        outcome.error =
-            QStringLiteral("the start comment has too few values, or the segments have analog but "
-                           "no discrete channels [exception in the library: %1]")
-                .arg(QString::fromUtf8(failure.what()));
+        outcome.error = Tr("host", "the start comment has too few values, or the segments have analog but "
+                                   "no discrete channels [exception in the library: %1]")
+                            .arg(QString::fromUtf8(failure.what()));
     } catch (const std::exception& failure) {
-        outcome.error = QStringLiteral("exception in the library: %1").arg(QString::fromUtf8(failure.what()));
+        outcome.error = Tr("host", "exception in the library: %1").arg(QString::fromUtf8(failure.what()));
     }
     outcome.notes = TakeNotes(device);
     if (outcome.converted) {

@@ -3,6 +3,7 @@
 #include "command.h"
 #include "console.h"
 #include "convertcommand.h"
+#include "infocommand.h"
 #include "samplecommand.h"
 #include "texts.h"
 #include "viewcommand.h"
@@ -93,6 +94,7 @@ int ParseAndRun(int count, char** arguments)
 
     Action chosen;
     AddConvertCommand(app, chosen);
+    AddInfoCommand(app, chosen);
     AddSampleCommand(app, chosen, QString::fromUtf8(arguments[0]));
     AddViewCommand(app, chosen);
     app.footer(footer); // after the subcommands, which would inherit it

@@ -1,8 +1,12 @@
 #include "recordinglist.h"
 
+#include "texts.h"
+
 #include <QDir>
+#include <QDirIterator>
 #include <QFileInfo>
 #include <QRegularExpression>
+#include <QSet>
 
 #include <algorithm>
 
@@ -12,6 +16,123 @@ QString Normalised(const QString& path)
 {
     return QDir::cleanPath(QFileInfo(path).absoluteFilePath());
 }
+
+bool LiesIn(const QString& path, const QString& directory)
+{
+    return path == directory || path.startsWith(directory + QLatin1Char('/'));
+}
+
+class Collector
+{
+public:
+    Collector(const QStringList& arguments_, bool recursive_, const QStringList& excludedDirectories)
+        : arguments(arguments_), recursive(recursive_)
+    {
+        for (const QString& argument : arguments)
+            given.insert(Normalised(argument));
+        for (const QString& directory : excludedDirectories)
+            excluded << Normalised(directory);
+    }
+
+    RecordingList Collect()
+    {
+        for (const QString& argument : arguments) {
+            if (QFileInfo(argument).isDir())
+                AddDirectory(argument);
+            else
+                AddFile(argument);
+        }
+        return std::move(list);
+    }
+
+private:
+    void Refuse(const QString& path, const QString& text, bool failed)
+    {
+        list.refusals.push_back({path, text, failed});
+    }
+
+    void Add(const Recording& recording)
+    {
+        const int before = taken.size();
+        taken.insert(Normalised(recording.path));
+        if (taken.size() > before)
+            list.recordings.push_back(recording);
+    }
+
+    void AddFile(const QString& path)
+    {
+        const QString first = FirstFileOf(path);
+        if (first.isEmpty())
+            Add({path, QString(), QString()});
+        else if (IsGiven(first))
+            Refuse(path, Tr("recordings", "passed over, it is converted with its first file %1").arg(first),
+                   false);
+        else
+            Refuse(path,
+                   Tr("recordings", "not converted: it continues a recording; give the first file %1 instead")
+                       .arg(first),
+                   true);
+    }
+
+    // Whether a first file is among the arguments, or in a directory of theirs.
+    bool IsGiven(const QString& first) const
+    {
+        return given.contains(Normalised(first)) ||
+               (QFileInfo::exists(first) && given.contains(Normalised(QFileInfo(first).path())));
+    }
+
+    bool IsExcluded(const QString& path) const
+    {
+        return std::any_of(excluded.begin(), excluded.end(),
+                           [&](const QString& directory) { return LiesIn(path, directory); });
+    }
+
+    void AddDirectory(const QString& directory)
+    {
+        if (!QFileInfo(directory).isReadable()) {
+            Refuse(directory,
+                   Tr("recordings",
+                      "not converted: no permission to read this directory; check its permissions"),
+                   true);
+            return;
+        }
+        const QStringList paths = FirstFilesIn(directory);
+        if (paths.isEmpty())
+            Refuse(directory,
+                   recursive
+                       ? Tr("recordings", "there is no recording (.ZU) in this directory")
+                       : Tr("recordings", "there is no recording (.ZU) in this directory; --recursive looks "
+                                          "into the directories below it, too"),
+                   false);
+        const QDir top(Normalised(directory));
+        for (const QString& path : paths) {
+            const QString below = QFileInfo(top.relativeFilePath(Normalised(path))).path();
+            Add({path, directory, below == QLatin1String(".") ? QString() : below});
+        }
+    }
+
+    QStringList FirstFilesIn(const QString& directory) const
+    {
+        QStringList paths;
+        QDirIterator files(directory, {QStringLiteral("*.ZU"), QStringLiteral("*.zu")},
+                           QDir::Files | QDir::CaseSensitive,
+                           recursive ? QDirIterator::Subdirectories : QDirIterator::NoIteratorFlags);
+        while (files.hasNext()) {
+            const QString path = files.next();
+            if (!IsExcluded(Normalised(path)))
+                paths << path;
+        }
+        paths.sort();
+        return paths;
+    }
+
+    const QStringList arguments;
+    const bool recursive;
+    QSet<QString> given; // arguments in one spelling
+    QStringList excluded;
+    QSet<QString> taken; // recordings in one spelling
+    RecordingList list;
+};
 
 } // namespace
 
@@ -25,13 +146,7 @@ QString FirstFileOf(const QString& path)
     return path.left(path.size() - 2) + last;
 }
 
-Role RoleOf(const QString& path, const QStringList& allFiles)
+RecordingList CollectRecordings(const QStringList& arguments, bool recursive, const QStringList& excluded)
 {
-    const QString first = FirstFileOf(path);
-    if (first.isEmpty())
-        return Role::FirstFile;
-    const bool given = std::any_of(allFiles.begin(), allFiles.end(), [&](const QString& file) {
-        return Normalised(file) == Normalised(first);
-    });
-    return given ? Role::PassedOver : Role::WithoutFirst;
+    return Collector(arguments, recursive, excluded).Collect();
 }

@@ -1,20 +1,40 @@
-// The files of a command line as recordings. Shell patterns hand in continuation files (rec.Z01 ... rec.Z0f)
-// too, which the library takes by itself when it converts their first file (rec.ZU).
+// The files and directories of a command line as recordings. Shell patterns hand in continuation files
+// (rec.Z01
+// ... rec.Z0f) too, which the library takes by itself when it converts their first file (rec.ZU).
 #pragma once
 
 #include <QString>
 #include <QStringList>
 
+#include <vector>
+
 /// The path of the first file to which a continuation file belongs; empty if the name is not that of a
 /// continuation file.
 QString FirstFileOf(const QString& path);
 
-/// What to do with one file of the command line.
-enum class Role {
-    FirstFile,   // convert it; names that are no recorder file's are the library's to refuse
-    PassedOver,  // a continuation whose first file is given as well
-    WithoutFirst // a continuation whose first file is not given
+/// A first file to convert.
+struct Recording
+{
+    QString path;
+    QString top;   // the directory of the command line in which it was found; empty if it was named itself
+    QString below; // its own directory below top, without slashes at the ends; may be empty
 };
 
-/// The role of a file among all files of the command line. Two spellings of one path count as the same.
-Role RoleOf(const QString& path, const QStringList& allFiles);
+/// An argument of which nothing is converted.
+struct Refusal
+{
+    QString path;
+    QString text; // why, and what to do
+    bool failed;  // false: nothing is lost by it
+};
+
+struct RecordingList
+{
+    std::vector<Recording> recordings; // each once, in the order of the arguments, within a directory by path
+    std::vector<Refusal> refusals;
+};
+
+/// Looks at every argument. Names that are no recorder file's stay in the list, for the library to refuse. In
+/// a directory the first files are taken, with `recursive` also those below it, but never what lies in one of
+/// the `excluded` directories.
+RecordingList CollectRecordings(const QStringList& arguments, bool recursive, const QStringList& excluded);

@@ -61,6 +61,35 @@ TEST(ItemDecoders, TheBestOnesOfThisProcessorGiveTheItemsBitByBit)
     ExpectSameItemsOfAllSizes(zu::ItemDecoders());
 }
 
+// Two blocks of one width, decoded at once behind the block before them.
+void ExpectJoinedBlocks(const zu::ItemDecoderTable& decoders, size_t block)
+{
+    std::mt19937 random(static_cast<unsigned>(block));
+    for (unsigned width = 1; width <= 15; ++width) {
+        const unsigned bits = width + 1;
+        std::vector<unsigned char> packed(2 * block * bits / 8);
+        for (unsigned char& byte : packed)
+            byte = static_cast<unsigned char>(random());
+        std::vector<int16_t> samples(3 * block);
+        for (size_t i = 0; i < block; ++i)
+            samples[i] = static_cast<int16_t>(random());
+        decoders[width](packed.data(), packed.data() + packed.size(), 2 * block, samples.data(),
+                        samples.data() + block);
+        for (size_t i = block; i < samples.size(); ++i)
+            ASSERT_EQ(samples[i],
+                      static_cast<int16_t>(samples[i - block] - SlowItem(packed, i - block, bits)))
+                << "width " << width << ", sample " << i << " of blocks of " << block;
+    }
+}
+
+TEST(ItemDecoders, TakeTheirOwnSamplesAsThoseBefore)
+{
+    for (size_t block = zu::LeastOverlap; block <= 10 * zu::LeastOverlap; block += zu::LeastOverlap) {
+        ExpectJoinedBlocks(zu::PortableItemDecoders, block);
+        ExpectJoinedBlocks(zu::ItemDecoders(), block);
+    }
+}
+
 TEST(ItemDecoders, WideOnesAreTheBestWhereThereAreAny)
 {
     const zu::ItemDecoderTable* const wide = zu::WideItemDecoders();

@@ -1,0 +1,247 @@
+// Ctrl-C, and the bar on a terminal. Both need processes of our own making.
+#include "program.h"
+
+#include "zucmtr/progress.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <chrono>
+#include <csignal>
+#include <cstdlib>
+#include <fcntl.h>
+#include <sys/ioctl.h>
+#include <sys/wait.h>
+#include <thread>
+#include <unistd.h>
+
+namespace {
+
+using recorderfile::Encode;
+
+constexpr std::chrono::seconds Patience{60};
+
+// Calls until it gives true; false after a minute.
+template <class Condition>
+bool WaitFor(const Condition& condition)
+{
+    const auto end = std::chrono::steady_clock::now() + Patience;
+    while (!condition()) {
+        if (std::chrono::steady_clock::now() > end)
+            return false;
+        std::this_thread::yield();
+    }
+    return true;
+}
+
+// A started zucmtr, whose standard output and error are the given files.
+class Child
+{
+public:
+    Child(const QString& directory, const QStringList& arguments, int output, int error)
+    {
+        std::vector<QByteArray> bytes = {ZUCMTR_PROGRAM};
+        for (const QString& argument : arguments)
+            bytes.push_back(argument.toUtf8());
+        std::vector<char*> pointers;
+        for (QByteArray& argument : bytes)
+            pointers.push_back(argument.data());
+        pointers.push_back(nullptr);
+        const QByteArray place = directory.toUtf8();
+        process = fork();
+        if (process == 0) {
+            dup2(output, STDOUT_FILENO);
+            dup2(error, STDERR_FILENO);
+            if (chdir(place.constData()) == 0)
+                execv(pointers[0], pointers.data());
+            _exit(127);
+        }
+    }
+    ~Child()
+    {
+        if (!ended) {
+            kill(process, SIGKILL);
+            waitpid(process, &status, 0);
+        }
+    }
+    Child(const Child&) = delete;
+    Child& operator=(const Child&) = delete;
+
+    void Send(int number) const { kill(process, number); }
+
+    bool HasEnded()
+    {
+        ended = ended || waitpid(process, &status, WNOHANG) == process;
+        return ended;
+    }
+
+    int Code() const { return ended && WIFEXITED(status) ? WEXITSTATUS(status) : -1; }
+
+private:
+    pid_t process = -1;
+    int status = 0;
+    bool ended = false;
+};
+
+// A pipe that holds one page.
+class SmallPipe
+{
+public:
+    SmallPipe()
+    {
+        if (pipe2(ends.data(), O_CLOEXEC) != 0)
+            std::abort();
+        fcntl(ends[1], F_SETPIPE_SZ, 4096);
+    }
+    ~SmallPipe()
+    {
+        close(ends[0]);
+        close(ends[1]);
+    }
+    SmallPipe(const SmallPipe&) = delete;
+    SmallPipe& operator=(const SmallPipe&) = delete;
+
+    int In() const { return ends[1]; }
+
+    int Waiting() const
+    {
+        int count = 0;
+        ioctl(ends[0], FIONREAD, &count);
+        return count;
+    }
+
+    QByteArray Take() const
+    {
+        QByteArray bytes(Waiting(), '\0');
+        bytes.truncate(bytes.isEmpty() ? 0
+                                       : static_cast<int>(
+                                             read(ends[0], bytes.data(), static_cast<size_t>(bytes.size()))));
+        return bytes;
+    }
+
+private:
+    std::array<int, 2> ends{};
+};
+
+// Writes so many recordings and gives their names.
+QStringList Recordings(const Workplace& place, int count)
+{
+    QStringList names;
+    for (int i = 0; i < count; ++i) {
+        names << QString::asprintf("%03d.ZU", i);
+        recorderfile::Recording recording = ShortRecording();
+        recording.startTime += static_cast<uint32_t>(i);
+        recording.trigTime += static_cast<uint32_t>(i);
+        place.Write(names.last(), Encode(recording));
+    }
+    return names;
+}
+
+} // namespace
+
+// The output is not read, so that the program stands still while the signals arrive.
+TEST(Interrupt, FirstEndsAfterTheRecordingsAtHand)
+{
+    const Workplace place;
+    const SmallPipe output;
+    const SmallPipe error;
+    const QStringList names = Recordings(place, 300);
+    Child child(place.Path(), QStringList{"convert", "--out", "out", "--quiet", "--json"} + names,
+                output.In(), error.In());
+    ASSERT_TRUE(WaitFor([&] { return output.Waiting() > 0; }));
+    child.Send(SIGINT);
+    QByteArray text;
+    ASSERT_TRUE(WaitFor([&] {
+        text += output.Take();
+        return child.HasEnded();
+    }));
+    text += output.Take();
+    EXPECT_EQ(child.Code(), 130);
+    // What was begun is whole and told, the others were not begun.
+    const int told = text.count("\"status\":\"converted\"");
+    EXPECT_EQ(told, text.count('\n'));
+    EXPECT_EQ(place.Names("out").size(), 4 * told);
+    EXPECT_GT(told, 0);
+    EXPECT_LT(told, names.size());
+}
+
+TEST(Interrupt, TerminationIsTheSameWithItsOwnCode)
+{
+    const Workplace place;
+    const SmallPipe output;
+    Child child(place.Path(), QStringList{"convert", "-q", "--json", "--out", "out"} + Recordings(place, 300),
+                output.In(), output.In());
+    ASSERT_TRUE(WaitFor([&] { return output.Waiting() > 0; }));
+    child.Send(SIGTERM);
+    ASSERT_TRUE(WaitFor([&] {
+        output.Take();
+        return child.HasEnded();
+    }));
+    EXPECT_EQ(child.Code(), 143);
+}
+
+TEST(Interrupt, SecondEndsAtOnce)
+{
+    const Workplace place;
+    const SmallPipe output;
+    Child child(place.Path(), QStringList{"convert", "--json", "--out", "out"} + Recordings(place, 60),
+                output.In(), output.In());
+    // The program stands still in a write, and one signal does not end it.
+    ASSERT_TRUE(WaitFor([&] { return output.Waiting() > 3000; }));
+    ASSERT_TRUE(WaitFor([&] {
+        child.Send(SIGINT);
+        return child.HasEnded();
+    }));
+    EXPECT_EQ(child.Code(), 130);
+}
+
+TEST(Progress, BarIsShownOnATerminalAndTakenAwayAtTheEnd)
+{
+    const Workplace place;
+    const int terminal = posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC);
+    ASSERT_GE(terminal, 0);
+    ASSERT_EQ(grantpt(terminal), 0);
+    ASSERT_EQ(unlockpt(terminal), 0);
+    const int other = open(ptsname(terminal), O_RDWR | O_NOCTTY | O_CLOEXEC);
+    ASSERT_GE(other, 0);
+    fcntl(terminal, F_SETFL, O_NONBLOCK);
+    const SmallPipe output;
+    Child child(place.Path(), QStringList{"convert", "--out", "out"} + Recordings(place, 20), output.In(),
+                other);
+    QByteArray shown;
+    const auto take = [&] {
+        std::array<char, 4096> bytes{};
+        const ssize_t count = read(terminal, bytes.data(), bytes.size());
+        if (count > 0)
+            shown.append(bytes.data(), static_cast<int>(count));
+        output.Take();
+        return count > 0;
+    };
+    EXPECT_TRUE(WaitFor([&] { return !take() && child.HasEnded(); }));
+    while (take()) {
+    }
+    close(other);
+    close(terminal);
+    EXPECT_EQ(child.Code(), 0);
+    EXPECT_TRUE(shown.contains("/20")) << shown.toStdString();
+    EXPECT_TRUE(shown.contains("\r\033[Kzucmtr: 20 recordings: 20 converted and verified; "))
+        << shown.toStdString();
+}
+
+TEST(Progress, TextHasRateAndRemainingTime)
+{
+    EXPECT_EQ(ProgressText(0, 8, 0.1, 80), QStringLiteral("[........................] 0/8"));
+    EXPECT_EQ(ProgressText(2, 8, 1, 80),
+              QStringLiteral("[######..................] 2/8  2.0 a second, 0:03 left"));
+    EXPECT_EQ(ProgressText(1000, 4000, 10, 80),
+              QStringLiteral("[######..................] 1000/4000  100 a second, 0:30 left"));
+    EXPECT_EQ(ProgressText(2, 8, 1, 31), QStringLiteral("[######..................] 2/8"));
+}
+
+TEST(Progress, DurationsAreMinutesOrHours)
+{
+    EXPECT_EQ(DurationText(0), QStringLiteral("0:00"));
+    EXPECT_EQ(DurationText(59.6), QStringLiteral("1:00"));
+    EXPECT_EQ(DurationText(3599), QStringLiteral("59:59"));
+    EXPECT_EQ(DurationText(3725), QStringLiteral("1:02:05"));
+}

@@ -1,0 +1,232 @@
+// zucmtr convert over directories, with several recordings at once, and what it tells.
+#include "program.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using recorderfile::Encode;
+
+QByteArray Short(int minutes)
+{
+    return Encode(ShortRecording(minutes));
+}
+
+std::vector<QJsonObject> Objects(const QString& output)
+{
+    std::vector<QJsonObject> objects;
+    for (const QString& line : output.split(QLatin1Char('\n'), Qt::SkipEmptyParts))
+        objects.push_back(QJsonDocument::fromJson(line.toUtf8()).object());
+    return objects;
+}
+
+QJsonArray Paths(const QString& directory, const QStringList& names)
+{
+    QJsonArray paths;
+    for (const QString& name : names)
+        paths << directory + "/" + name;
+    return paths;
+}
+
+QStringList Lines(const QString& text)
+{
+    return text.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+}
+
+} // namespace
+
+TEST(Many, DirectoryStandsForItsRecordings)
+{
+    const Workplace place;
+    place.MakeDirectory("in/sub");
+    place.Write("in/b.ZU", Short(10));
+    place.Write("in/b.Z01", Short(10));
+    place.Write("in/a.zu", Short(0));
+    place.Write("in/notes.txt", "text");
+    place.Write("in/sub/c.ZU", Short(20));
+    const Finished run = place.Convert({"in"});
+    EXPECT_EQ(run.code, 0);
+    EXPECT_EQ(run.out, "in/a.zu -> " + ShortRecordName(0) + "\nin/b.ZU -> " + ShortRecordName(10) + "\n");
+    EXPECT_EQ(Untimed(run.err), Summary(2, "2 converted and verified"));
+}
+
+TEST(Many, RecursiveTakesTheDirectoriesBelow)
+{
+    const Workplace place;
+    place.MakeDirectory("in/2024/01");
+    place.Write("in/2024/01/c.ZU", Short(20));
+    place.Write("in/a.ZU", Short(0));
+    const Finished run = place.Convert({"--recursive", "in"});
+    EXPECT_EQ(run.code, 0);
+    EXPECT_EQ(Lines(run.out),
+              (QStringList{"in/2024/01/c.ZU -> " + ShortRecordName(20), "in/a.ZU -> " + ShortRecordName(0)}));
+}
+
+TEST(Many, RecordingGivenTwiceIsConvertedOnce)
+{
+    const Workplace place;
+    place.MakeDirectory("in");
+    place.Write("in/a.ZU", Short(0));
+    const Finished run = place.Convert({"in", "in/a.ZU", "./in/../in/a.ZU"});
+    EXPECT_EQ(run.code, 0);
+    EXPECT_EQ(run.out, "in/a.ZU -> " + ShortRecordName(0) + "\n");
+    EXPECT_EQ(run.err, QString());
+}
+
+TEST(Many, DirectoryWithoutRecordingsIsToldAndNoFailure)
+{
+    const Workplace place;
+    place.MakeDirectory("in");
+    const Finished run = place.Convert({"in"});
+    EXPECT_EQ(run.code, 0);
+    EXPECT_EQ(run.err,
+              QStringLiteral("zucmtr: in: there is no recording (.ZU) in this directory; --recursive "
+                             "looks into the directories below it, too\n"));
+}
+
+TEST(Many, SeveralAtOnceTellInTheOrderOfTheListAndWriteTheSame)
+{
+    const Workplace place;
+    QStringList names;
+    QString lines;
+    for (int i = 0; i < 40; ++i) {
+        const QString name = QString::asprintf("%02d.ZU", i);
+        place.Write(name, Short(i));
+        names << name;
+        lines += name + " -> " + ShortRecordName(i) + "\n";
+    }
+    EXPECT_EQ(place.Convert(names).out, lines);
+    const QStringList files = place.Names("out");
+    EXPECT_EQ(files.size(), 160);
+    place.MakeDirectory("out4");
+    const Finished run = RunProgram(place.Path(), QStringList{"convert", "-j4", "--out", "out4"} + names);
+    EXPECT_EQ(run.code, 0);
+    EXPECT_EQ(run.out, lines);
+    EXPECT_EQ(Untimed(run.err), Summary(40, "40 converted and verified"));
+    ASSERT_EQ(place.Names("out4"), files);
+    for (const QString& file : files)
+        EXPECT_EQ(ReadBytes(place.Path("out4/" + file)), ReadBytes(place.Path("out/" + file))) << file;
+}
+
+TEST(Many, EqualNamesAtOnceAreConvertedOneAfterTheOther)
+{
+    const Workplace place;
+    QStringList names;
+    for (int i = 0; i < 30; ++i) {
+        const QString name = QString::asprintf("%02d.ZU", i);
+        recorderfile::Recording recording = ShortRecording();
+        std::get<recorderfile::AnalogChannel>(recording.sections[0]).samples[0] = static_cast<int16_t>(i);
+        place.Write(name, Encode(recording));
+        names << name;
+    }
+    const Finished run = place.Convert(QStringList{"-j", "4"} + names);
+    EXPECT_EQ(run.code, 0);
+    EXPECT_EQ(run.err.count("its record replaced that of"), 29);
+    EXPECT_TRUE(run.err.contains("zucmtr: 29.ZU: its record replaced that of 28.ZU, ")) << run.err;
+    const QStringList data = ReadLines(place.Path("out/" + ShortRecordName() + ".dat"));
+    EXPECT_EQ(data.first(), QStringLiteral("1,0,29,1")); // the last of the list
+}
+
+TEST(Many, JsonTellsEverythingOfARecording)
+{
+    const Workplace place;
+    place.Write("a.ZU", Short(0));
+    place.Write("a.Z01", Short(0));
+    place.Write("b.ZU", "broken");
+    const Finished run = place.Convert({"--json", "a.ZU", "b.ZU", "c.Z01"});
+    EXPECT_EQ(run.code, 1);
+    EXPECT_EQ(Untimed(run.err), Summary(3, "1 converted and verified, 2 failed"));
+    const std::vector<QJsonObject> objects = Objects(run.out);
+    ASSERT_EQ(objects.size(), 3U);
+    const QJsonObject& refused = objects[0]; // arguments that are no recordings come first
+    EXPECT_EQ(refused["file"].toString(), QStringLiteral("c.Z01"));
+    EXPECT_EQ(refused["status"].toString(), QStringLiteral("failed"));
+
+    QJsonObject converted = objects[1];
+    EXPECT_GT(converted.take("seconds").toDouble(), 0);
+    const QString name = ShortRecordName(0);
+    EXPECT_EQ(
+        converted,
+        (QJsonObject{{"file", "a.ZU"},
+                     {"status", "converted"},
+                     {"error", QJsonValue()},
+                     {"record", name},
+                     {"directory", "out"},
+                     {"files", Paths("out", {name + ".cfg", name + ".dat", name + ".hdr", name + ".inf"})},
+                     {"sources", QJsonArray{"a.ZU", "a.Z01"}},
+                     {"notes", QJsonArray()},
+                     {"verified", true},
+                     {"source", "kept"}}))
+        << run.out;
+
+    EXPECT_EQ(objects[2]["file"].toString(), QStringLiteral("b.ZU"));
+    EXPECT_EQ(objects[2]["status"].toString(), QStringLiteral("failed"));
+    EXPECT_TRUE(objects[2]["error"].toString().startsWith("not converted: Ошибка ")) << run.out;
+    EXPECT_FALSE(objects[2]["verified"].toBool());
+}
+
+TEST(Many, QuietTellsFailuresAlone)
+{
+    const Workplace place({{"Тип Comtrade CFF", "1"}, {"Тип Comtrade 1999", "1"}}); // a note of loading
+    place.Write("a.ZU", Short(0));
+    place.Write("a.Z01", Short(0));
+    EXPECT_EQ(place.Convert({"--quiet", "a.ZU", "a.Z01"}).err, QString());
+    const Finished run = place.Convert({"-q", "a.ZU", "b.ZU"});
+    EXPECT_EQ(run.code, 1);
+    EXPECT_EQ(run.out, QString());
+    EXPECT_EQ(run.err, QStringLiteral("zucmtr: b.ZU: not converted: Файл не существует [b.ZU]\n"));
+}
+
+TEST(Many, DryRunWritesNothingAndFindsTheFailures)
+{
+    const Workplace place;
+    place.Write("a.ZU", Short(0));
+    place.Write("b.ZU", "broken");
+    const Finished run = place.Convert({"--dry-run", "a.ZU", "b.ZU"});
+    EXPECT_EQ(run.code, 1);
+    EXPECT_EQ(run.out, "a.ZU -> out/" + ShortRecordName(0) + "\n");
+    EXPECT_TRUE(run.err.startsWith("zucmtr: b.ZU: 'b.ZU' cannot be read for the verification: Ошибка "))
+        << run.err;
+    EXPECT_TRUE(Untimed(run.err).endsWith(Summary(2, "1 to convert, 1 failed"))) << run.err;
+    EXPECT_EQ(place.Names("out"), QStringList());
+}
+
+TEST(Many, FailFastBeginsNoFurtherRecording)
+{
+    const Workplace place;
+    place.Write("a.ZU", Short(0));
+    place.Write("b.ZU", "broken");
+    place.Write("c.ZU", Short(20));
+    place.Write("d.ZU", Short(30));
+    const Finished run = place.Convert({"--fail-fast", "a.ZU", "b.ZU", "c.ZU", "d.ZU"});
+    EXPECT_EQ(run.code, 1);
+    EXPECT_EQ(run.out, "a.ZU -> " + ShortRecordName(0) + "\n");
+    EXPECT_TRUE(Untimed(run.err).endsWith(Summary(4, "1 converted and verified, 1 failed, 2 not begun")))
+        << run.err;
+    EXPECT_EQ(place.Convert({"--continue", "b.ZU", "c.ZU"}).out, "c.ZU -> " + ShortRecordName(20) + "\n");
+}
+
+TEST(Many, JobsOfAllProcessorsAndWrongNumbers)
+{
+    const Workplace place;
+    place.Write("a.ZU", Short(0));
+    place.Write("b.ZU", Short(1));
+    EXPECT_EQ(place.Convert({"--jobs", "0", "a.ZU", "b.ZU"}).code, 0);
+    EXPECT_EQ(place.Convert({"--jobs", "257", "a.ZU"}).code, 2);
+    EXPECT_EQ(place.Convert({"--jobs", "x", "a.ZU"}).code, 2);
+}
+
+TEST(Many, MakeOutMakesTheDirectory)
+{
+    const Workplace place;
+    place.Write("a.ZU", Short(0));
+    const QStringList arguments = {"convert", "--make-out", "--out", "new/records", "a.ZU"};
+    EXPECT_EQ(RunProgram(place.Path(), arguments + QStringList{"--dry-run"}).code, 0);
+    EXPECT_EQ(place.Names(), (QStringList{"ZuDrv.ini", "a.ZU"}));
+    EXPECT_EQ(RunProgram(place.Path(), arguments).code, 0);
+    EXPECT_EQ(place.Names("new/records").size(), 4);
+}

@@ -1,0 +1,239 @@
+// Verified conversions: the full disk, the library's own deletion, --remove-source and --archive.
+#include "program.h"
+
+#include "station/station.h"
+
+#include <QDir>
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using recorderfile::Encode;
+
+QByteArray Short(int minutes = 0)
+{
+    return Encode(ShortRecording(minutes));
+}
+
+// A recording whose record is larger than 16 KB in every form.
+QByteArray Long()
+{
+    station::StationOptions options;
+    options.seconds = 0.5;
+    return Encode(station::MakeRecording(options, station::StartKind::PositiveSequence).front());
+}
+
+// Runs zucmtr convert with files of 8 KB at most, as on a disk that is nearly full.
+Finished OnAFullDisk(const Workplace& place, const QString& arguments)
+{
+    return RunShell(place.Path(), "trap '' XFSZ; ulimit -f 16; exec zucmtr convert --out out " + arguments);
+}
+
+const QMap<QString, QString> Deleting = {{"Удалять исходные", "1"}};
+
+} // namespace
+
+TEST(FullDisk, RecordCutInSilenceIsAFailureAndTheRecordingStays)
+{
+    const Workplace place;
+    place.Write("a.ZU", Long());
+    EXPECT_EQ(OnAFullDisk(place, "--no-verify a.ZU").code, 0); // the library does not notice
+    for (const QString& options :
+         {QString(), QStringLiteral("--remove-source"), QStringLiteral("-j2 --archive .")}) {
+        const Workplace fresh;
+        fresh.Write("a.ZU", Long());
+        const Finished run = OnAFullDisk(fresh, options + " a.ZU");
+        EXPECT_EQ(run.code, 1) << options;
+        EXPECT_EQ(run.out, QString());
+        EXPECT_TRUE(run.err.contains("zucmtr: a.ZU: converted, but the record is not right: 'out/"))
+            << run.err;
+        EXPECT_TRUE(run.err.contains(".dat")) << run.err;
+        EXPECT_TRUE(run.err.endsWith("; the recording is kept\n")) << run.err;
+        EXPECT_EQ(ReadBytes(fresh.Path("a.ZU")), Long());
+    }
+}
+
+TEST(FullDisk, OtherFormsFailToo)
+{
+    for (const QMap<QString, QString>& keys :
+         {QMap<QString, QString>{{"Тип Comtrade BIN", "1"}},
+          QMap<QString, QString>{{"Тип Comtrade CFF", "1"}},
+          QMap<QString, QString>{{"Тип Comtrade CFF", "1"}, {"Тип Comtrade BIN", "1"}},
+          QMap<QString, QString>{{"Тип Comtrade 1999", "1"}}}) {
+        const Workplace place(keys);
+        place.Write("a.ZU", Long());
+        EXPECT_EQ(OnAFullDisk(place, "--remove-source a.ZU").code, 1);
+        EXPECT_EQ(ReadBytes(place.Path("a.ZU")), Long());
+    }
+}
+
+TEST(Deletion, OfTheLibraryIsRefusedTogetherWithTheVerification)
+{
+    const Workplace place(Deleting);
+    place.Write("a.ZU", Short());
+    const Finished run = place.Convert({"a.ZU"});
+    EXPECT_EQ(run.code, 2);
+    EXPECT_EQ(
+        run.err,
+        QStringLiteral("zucmtr: 'ZuDrv.ini' has 'Удалять исходные = 1' in force for [Vostochnaya]: the "
+                       "recordings would be deleted before their records are verified. Set the key to 0 and "
+                       "give --remove-source, which deletes each recording after its record is verified; or "
+                       "give --trust-writer to delete them unseen\n"));
+    EXPECT_EQ(place.Names("out"), QStringList());
+    EXPECT_EQ(ReadBytes(place.Path("a.ZU")), Short());
+}
+
+TEST(Deletion, OfATrustedWriterIsDone)
+{
+    const Workplace place(Deleting);
+    place.Write("a.ZU", Short());
+    const Finished run = place.Convert({"--trust-writer", "--json", "a.ZU"});
+    EXPECT_EQ(run.code, 0) << run.err;
+    const QJsonObject object = QJsonDocument::fromJson(run.out.toUtf8()).object();
+    EXPECT_FALSE(object["verified"].toBool(true));
+    EXPECT_EQ(object["notes"].toArray().last().toString(),
+              QStringLiteral("the record was read, but could not be compared: the recording is deleted"));
+    EXPECT_FALSE(QFile::exists(place.Path("a.ZU")));
+}
+
+TEST(Deletion, WithoutVerificationIsAsBefore)
+{
+    const Workplace place(Deleting);
+    place.Write("a.ZU", Short());
+    EXPECT_EQ(place.Convert({"--no-verify", "a.ZU"}).code, 0);
+    EXPECT_FALSE(QFile::exists(place.Path("a.ZU")));
+}
+
+TEST(RemoveSource, TakesTheFilesOfTheChainAndNoOthers)
+{
+    const Workplace place;
+    place.Write("a.ZU", Short());
+    place.Write("a.Z01", Short());
+    place.Write("a.Z02", "broken"); // ends the chain
+    place.Write("a.txt", "text");
+    const Finished run = place.Convert({"--remove-source", "a.ZU"});
+    EXPECT_EQ(run.code, 0) << run.err;
+    EXPECT_EQ(place.Names(), (QStringList{"ZuDrv.ini", "a.Z02", "a.txt"}));
+    EXPECT_EQ(place.Names("out").size(), 4);
+}
+
+TEST(RemoveSource, NeedsTheVerification)
+{
+    const Workplace place;
+    place.Write("a.ZU", Short());
+    for (const QStringList& options :
+         {QStringList{"--remove-source", "--no-verify"}, QStringList{"--archive", "out", "--no-verify"},
+          QStringList{"--remove-source", "--trust-writer"}}) {
+        const Finished run = place.Convert(options + QStringList{"a.ZU"});
+        EXPECT_EQ(run.code, 2);
+        EXPECT_EQ(run.err,
+                  QStringLiteral("zucmtr: --remove-source and --archive need a verified record; leave "
+                                 "--no-verify and --trust-writer out\n"));
+    }
+    EXPECT_EQ(place.Convert({"--remove-source", "--archive", "out", "a.ZU"}).code, 2);
+    EXPECT_EQ(ReadBytes(place.Path("a.ZU")), Short());
+}
+
+TEST(RemoveSource, RecordThatIsThereAlreadyIsTakenForItsRecording)
+{
+    const Workplace place;
+    place.Write("a.ZU", Short());
+    ASSERT_EQ(place.Convert({"a.ZU"}).code, 0);
+    const Finished run = place.Convert({"--remove-source", "a.ZU"});
+    EXPECT_EQ(run.code, 0) << run.err;
+    EXPECT_EQ(run.out, "a.ZU -> " + ShortRecordName() + "; it was there already\n");
+    EXPECT_FALSE(QFile::exists(place.Path("a.ZU")));
+}
+
+TEST(RemoveSource, RecordOfAnotherRecordingIsNeverReplaced)
+{
+    const Workplace place;
+    place.Write("a.ZU", Short());
+    recorderfile::Recording other = ShortRecording();
+    std::get<recorderfile::AnalogChannel>(other.sections[0]).samples[1] = 5;
+    place.Write("b.ZU", Encode(other));
+    const Finished run = place.Convert({"-j2", "--remove-source", "a.ZU", "b.ZU"});
+    EXPECT_EQ(run.code, 1);
+    const QString record = "out/" + ShortRecordName();
+    EXPECT_EQ(Untimed(run.err), "zucmtr: b.ZU: not converted: '" + record +
+                                    ".cfg' is there already and is not the record of this recording ('" +
+                                    record +
+                                    ".dat', record 2, analog channel 1 (Ia Q1): the record says '-2', the "
+                                    "recording '5'); move it away, "
+                                    "or choose another directory by --out\n" +
+                                    Summary(2, "1 converted and verified, 1 failed"));
+    EXPECT_EQ(place.Names(), (QStringList{"ZuDrv.ini", "b.ZU"}));
+}
+
+TEST(Archive, KeepsTheDirectoriesBelow)
+{
+    const Workplace place;
+    place.MakeDirectory("in/2024");
+    place.MakeDirectory("in/done");
+    place.Write("in/2024/a.ZU", Short());
+    place.Write("in/2024/a.Z01", Short());
+    place.Write("in/b.ZU", Short(10));
+    const QStringList arguments = {"-r", "in", "--archive", "in/done"};
+    EXPECT_EQ(place.Convert(arguments).code, 0);
+    EXPECT_EQ(place.Names("in/done"), QStringList{"b.ZU"});
+    EXPECT_EQ(place.Names("in/done/2024"), (QStringList{"a.Z01", "a.ZU"}));
+    EXPECT_EQ(ReadBytes(place.Path("in/done/2024/a.ZU")), Short());
+    EXPECT_EQ(place.Names("in"), QStringList());
+    const Finished again = place.Convert(arguments); // what is archived is not found again
+    EXPECT_EQ(again.code, 0);
+    EXPECT_EQ(again.out, QString());
+}
+
+TEST(Archive, NeverReplacesADifferentFile)
+{
+    const Workplace place;
+    place.MakeDirectory("done");
+    place.Write("a.ZU", Short());
+    place.Write("a.Z01", Short());
+    place.Write("done/a.Z01", "another");
+    const Finished run = place.Convert({"a.ZU", "--archive", "done"});
+    EXPECT_EQ(run.code, 1);
+    EXPECT_EQ(run.err,
+              QStringLiteral("zucmtr: a.ZU: 'a.Z01' is not archived: a different file 'done/a.Z01' is "
+                             "there; move one of them away\n"));
+    EXPECT_EQ(place.Names("done"), QStringList{"a.Z01"});
+    EXPECT_EQ(ReadBytes(place.Path("done/a.Z01")), QByteArray("another"));
+    EXPECT_EQ(place.Names(), (QStringList{"ZuDrv.ini", "a.Z01", "a.ZU"}));
+}
+
+TEST(Archive, SameFileThereStandsForTheRecording)
+{
+    const Workplace place;
+    place.MakeDirectory("done");
+    place.Write("a.ZU", Short());
+    place.Write("done/a.ZU", Short());
+    EXPECT_EQ(place.Convert({"a.ZU", "--archive", "done"}).code, 0);
+    EXPECT_EQ(place.Names(), QStringList{"ZuDrv.ini"});
+}
+
+TEST(Archive, OwnDirectoryLosesNothing)
+{
+    const Workplace place;
+    place.Write("a.ZU", Short());
+    const Finished run = place.Convert({"a.ZU", "--archive", "."});
+    EXPECT_EQ(run.code, 1);
+    EXPECT_EQ(run.err,
+              QStringLiteral("zucmtr: a.ZU: 'a.ZU' lies in the archive already; give another --archive\n"));
+    EXPECT_EQ(ReadBytes(place.Path("a.ZU")), Short());
+}
+
+TEST(Archive, DirectoryHasToBeThere)
+{
+    const Workplace place;
+    place.Write("a.ZU", Short());
+    const Finished run = place.Convert({"a.ZU", "--archive", "done"});
+    EXPECT_EQ(run.code, 2);
+    EXPECT_EQ(run.err,
+              QStringLiteral("zucmtr: --archive: the directory 'done' does not exist; make it first: "
+                             "mkdir -p done\n"));
+}

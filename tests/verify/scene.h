@@ -1,0 +1,53 @@
+// A recording with its record, made by the library, for tests that damage the record.
+#pragma once
+
+#include "recorderfile/recorderfile.h"
+#include "support/device.h"
+#include "support/files.h"
+#include "verify/verifier.h"
+
+#include <QByteArray>
+#include <QString>
+
+#include <memory>
+#include <vector>
+
+/// One of the forms in which a record is written: lines of the device's section.
+struct Form
+{
+    const char* name;
+    QByteArray lines;
+    bool cff;
+    bool binary;
+    bool hasReport;
+};
+
+/// All forms: revision, separate files or CFF, ASCII or binary, code page.
+const std::vector<Form>& AllForms();
+
+/// A recording of two segments with three analog and three state channels, five samples each.
+std::vector<recorderfile::Recording> SmallRecording();
+
+class Scene
+{
+public:
+    /// Converts the segments with a device of these lines.
+    Scene(const QByteArray& deviceLines, const std::vector<recorderfile::Recording>& segments);
+
+    /// What the verification says about the record: empty if it is right.
+    QString Verdict() const;
+
+    /// The verdict after the record's file with this extension got these bytes; the file is put back.
+    QString VerdictWith(const QString& extension, const QByteArray& bytes) const;
+
+    QByteArray Bytes(const QString& extension) const { return ReadBytes(Path(extension)); }
+
+    /// Path of the record's file.
+    QString Path(const QString& extension) const;
+
+    QString Recording() const { return station.Directory().Path(QStringLiteral("rec.ZU")); }
+
+private:
+    TestStation station;
+    std::unique_ptr<verify::Verifier> verifier;
+};

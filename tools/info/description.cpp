@@ -1,0 +1,124 @@
+#include "info/description.h"
+
+#include "zucmtr/texts.h"
+
+#include <QFileInfo>
+#include <QJsonArray>
+
+#include <algorithm>
+
+namespace info {
+
+void Description::Add(const QString& key, const QString& label, const QString& text)
+{
+    facts.push_back({key, label, text, text});
+}
+
+void Description::Add(const QString& key, const QString& label, const QJsonValue& value, const QString& text)
+{
+    facts.push_back({key, label, value, text});
+}
+
+Description Describe(const QString& path)
+{
+    const QString suffix = QFileInfo(path).suffix().toLower();
+    if (suffix == QLatin1String("cfg") || suffix == QLatin1String("cff"))
+        return DescribeRecord(path);
+    return DescribeRecording(path);
+}
+
+namespace {
+
+// "label:   text", the texts below each other.
+QStringList FactLines(const std::vector<Fact>& facts)
+{
+    int width = 0;
+    for (const Fact& fact : facts)
+        width = std::max(width, fact.label.size());
+    QStringList lines;
+    for (const Fact& fact : facts)
+        lines << QStringLiteral("  ") + (fact.label + QLatin1Char(':')).leftJustified(width + 3) + fact.text;
+    return lines;
+}
+
+// Columns with two blanks between them; numbers stand to the right.
+QStringList TableLines(const Table& table)
+{
+    std::vector<int> widths;
+    for (const QString& header : table.headers)
+        widths.push_back(header.size());
+    for (const std::vector<Cell>& row : table.rows) {
+        for (size_t i = 0; i < row.size(); ++i)
+            widths[i] = std::max(widths[i], row[i].text.size());
+    }
+    const auto line = [&](const auto& textOf, const std::vector<bool>& numbers) {
+        QString text;
+        for (size_t i = 0; i < widths.size(); ++i) {
+            const QString cell = textOf(i);
+            text += QStringLiteral("  ") +
+                    (numbers[i] ? cell.rightJustified(widths[i]) : cell.leftJustified(widths[i]));
+        }
+        while (text.endsWith(QLatin1Char(' ')))
+            text.chop(1);
+        return text;
+    };
+    std::vector<bool> numbers(widths.size(), false);
+    if (!table.rows.empty()) {
+        for (size_t i = 0; i < widths.size(); ++i)
+            numbers[i] = table.rows.front()[i].value.isDouble();
+    }
+    QStringList lines;
+    lines << line([&](size_t i) { return table.headers[static_cast<int>(i)]; }, numbers);
+    for (const std::vector<Cell>& row : table.rows)
+        lines << line([&](size_t i) { return row[i].text; }, numbers);
+    return lines;
+}
+
+bool IsOfChannels(const Table& table)
+{
+    return table.key != QLatin1String("segments");
+}
+
+} // namespace
+
+QStringList TextOf(const Description& description, bool channels)
+{
+    QStringList lines(description.file);
+    lines << FactLines(description.facts);
+    for (const Table& table : description.tables) {
+        if (table.rows.empty() || (!channels && IsOfChannels(table)))
+            continue;
+        lines << QString() << QStringLiteral("  ") + table.title << TableLines(table);
+    }
+    for (const QString& note : description.notes)
+        lines << Tr("info", "  note: %1").arg(note);
+    return lines;
+}
+
+QJsonObject JsonOf(const Description& description, bool channels)
+{
+    QJsonObject object;
+    object[QStringLiteral("file")] = description.file;
+    object[QStringLiteral("kind")] = description.kind;
+    for (const Fact& fact : description.facts)
+        object[fact.key] = fact.value;
+    for (const Table& table : description.tables) {
+        if (!channels && IsOfChannels(table))
+            continue;
+        QJsonArray rows;
+        for (const std::vector<Cell>& row : table.rows) {
+            QJsonObject item;
+            for (size_t i = 0; i < row.size(); ++i)
+                item[table.keys[static_cast<int>(i)]] = row[i].value;
+            rows.append(item);
+        }
+        object[table.key] = rows;
+    }
+    if (!description.notes.isEmpty())
+        object[QStringLiteral("notes")] = QJsonArray::fromStringList(description.notes);
+    if (!description.error.isEmpty())
+        object[QStringLiteral("error")] = description.error;
+    return object;
+}
+
+} // namespace info

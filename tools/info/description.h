@@ -1,0 +1,65 @@
+// What a recording or a COMTRADE record holds, ready to be shown to people and programs.
+#pragma once
+
+#include <QJsonObject>
+#include <QJsonValue>
+#include <QString>
+#include <QStringList>
+
+#include <vector>
+
+namespace info {
+
+/// One thing to know.
+struct Fact
+{
+    QString key;   // for programs
+    QString label; // for people
+    QJsonValue value;
+    QString text;
+};
+
+/// A cell of a table, for programs and for people.
+struct Cell
+{
+    QJsonValue value;
+    QString text;
+};
+
+/// A list of like things: segments, channels.
+struct Table
+{
+    QString key;         // of the list
+    QString title;       // for people
+    QStringList keys;    // of the columns
+    QStringList headers; // for people
+    std::vector<std::vector<Cell>> rows;
+};
+
+struct Description
+{
+    QString file;
+    QString kind; // "recording" or "record"
+    std::vector<Fact> facts;
+    std::vector<Table> tables;
+    QStringList notes; // what shortens or spoils it, and what to do
+    QString error;     // why nothing more can be told; the facts are those that were found before
+
+    void Add(const QString& key, const QString& label, const QString& text);
+    void Add(const QString& key, const QString& label, const QJsonValue& value, const QString& text);
+};
+
+/// Describes a recording by its first file, with the whole chain, or a record by its .cfg or .cff file. Never
+/// throws for bad input: the error tells what is wrong, where and what to do.
+Description Describe(const QString& path);
+
+Description DescribeRecording(const QString& path);
+Description DescribeRecord(const QString& path);
+
+/// Lines for people; without the lists of channels if they are not wanted.
+QStringList TextOf(const Description& description, bool channels);
+
+/// One object for programs.
+QJsonObject JsonOf(const Description& description, bool channels);
+
+} // namespace info

@@ -1,0 +1,64 @@
+#include "info/values.h"
+
+#include "zucmtr/texts.h"
+
+#include <QDateTime>
+
+#include <cmath>
+
+namespace info {
+
+Cell TextCell(const QString& text)
+{
+    return {text, text};
+}
+
+Cell CountCell(qint64 count)
+{
+    return {count, QString::number(count)};
+}
+
+Cell NumberCell(double number)
+{
+    // JSON has no infinities.
+    if (!std::isfinite(number))
+        return {QJsonValue(), QString::number(number)};
+    return {number, QString::number(number, 'g', 8)};
+}
+
+Cell FlagCell(bool flag)
+{
+    return {flag, flag ? Tr("info", "yes") : Tr("info", "no")};
+}
+
+Cell MomentCell(const QDateTime& seconds, qint32 microseconds)
+{
+    const int offset = seconds.offsetFromUtc() / 60;
+    const QString zone = QString::asprintf("%c%02d:%02d", offset < 0 ? '-' : '+', std::abs(offset) / 60,
+                                           std::abs(offset) % 60);
+    return TextCell(seconds.toString(QStringLiteral("yyyy-MM-ddThh:mm:ss")) +
+                    QString::asprintf(".%06d", microseconds) + zone);
+}
+
+Cell SecondsCell(quint64 microseconds)
+{
+    const double seconds = static_cast<double>(microseconds) / 1e6;
+    return {seconds, Tr("info", "%1 s").arg(seconds, 0, 'f', 6)};
+}
+
+Cell BytesCell(qint64 bytes)
+{
+    QString text = Tr("info", "%1 bytes").arg(bytes);
+    double size = static_cast<double>(bytes);
+    const char* const units[] = {"kB", "MB", "GB"};
+    QString shown;
+    for (const char* unit : units) {
+        if (size < 1000)
+            break;
+        size /= 1000;
+        shown = QStringLiteral(" (%1 %2)").arg(size, 0, 'f', 1).arg(QLatin1String(unit));
+    }
+    return {bytes, text + shown};
+}
+
+} // namespace info

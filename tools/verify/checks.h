@@ -1,0 +1,27 @@
+// The comparisons of a record's pieces with its recording. All throw Mismatch.
+#pragma once
+
+#include <comtrade/record.h>
+
+#include <QByteArray>
+#include <QString>
+
+namespace verify {
+
+class Source;
+
+/// The configuration: its lines, each field by field.
+void CheckConfiguration(const QByteArray& configuration, const Source& source, const QString& fileName);
+
+/// Every record of the data: number, time, all codes and all states, and that there is none missing and none
+/// too many. record stands at the first one.
+void CheckData(comtrade::Record& record, const Source& source, const QString& fileName);
+
+/// The fault report: its lines in order, those with texts of the recording and the ini file word for word,
+/// those with calculated values by their form.
+void CheckReport(const QByteArray& report, const Source& source, const QString& fileName);
+
+/// The INF file: its sections in order and whole, and what it repeats of the configuration.
+void CheckInformation(const QByteArray& information, const Source& source, const QString& fileName);
+
+} // namespace verify

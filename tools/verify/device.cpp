@@ -1,0 +1,81 @@
+#include "verify/device.h"
+
+#include "config/QSettingsRu.h"
+#include "service/zucmtrconverter.h"
+#include "verify/mismatch.h"
+#include "zucmtr/texts.h"
+
+#include <QProcess>
+#include <QTextCodec>
+
+namespace verify {
+
+namespace {
+
+// The converter has logged this load already; a second log would only repeat it.
+class QuietLog
+{
+public:
+    QuietLog() : before(ZuCmtrConverter::LogFilePath)
+    {
+        ZuCmtrConverter::LogFilePath = QProcess::nullDevice();
+    }
+    ~QuietLog() { ZuCmtrConverter::LogFilePath = before; }
+    QuietLog(const QuietLog&) = delete;
+    QuietLog& operator=(const QuietLog&) = delete;
+
+private:
+    const QString before;
+};
+
+} // namespace
+
+Device::Device(const QString& ini, const QString& defaults, const QString& section)
+    : param(std::make_unique<ZuCmtrDevParam>())
+{
+    const QuietLog quiet;
+    ZuCmtrDevParamDefault defaultParam;
+    bool loaded = defaultParam.LoadFromIniDef(ini, defaults, false);
+    param->SetDefaultParam(&defaultParam);
+    loaded = loaded && param->LoadFromIni(ini, section);
+    if (loaded)
+        param->PreResort();        // the converter keeps a device whose dictionary has no order
+    QSettingsRu::ClearOneKey(ini); // the next device sees the file as it is then
+    if (loaded)
+        return;
+    param->Clear();
+    throw Unreadable(Tr("verify", "the sections [%1] and [%2] of '%3' do not load for the verification")
+                         .arg(defaults, section, ini));
+}
+
+Device::~Device()
+{
+    param->Clear();
+}
+
+bool Device::DeletesSources() const
+{
+    return param->DeleteSource;
+}
+
+const QTextCodec& Device::Codec() const
+{
+    return param->ComtradeUtf8 ? *ZuCmtrConverter::codec_UTF8 : *ZuCmtrConverter::codec_CP1251;
+}
+
+QString Device::AsWritten(const QString& text) const
+{
+    return Codec().toUnicode(Codec().fromUnicode(text));
+}
+
+QStringList Device::RecordFiles(const QString& recordName) const
+{
+    const auto named = [&](const char* extension) { return recordName + QLatin1String(extension); };
+    if (param->ComtradeCff)
+        return {named(".cff")};
+    if (param->Comtrade1999)
+        return {named(".cfg"), named(".dat")};
+    return {named(".cfg"), named(".dat"), named(".hdr"), named(".inf")};
+}
+
+} // namespace verify

@@ -1,0 +1,113 @@
+#include "verify/pieces.h"
+
+#include "service/zucmtrconverter.h"
+#include "verify/device.h"
+#include "verify/mismatch.h"
+#include "zucmtr/texts.h"
+
+#include <QFile>
+
+namespace verify {
+
+namespace {
+
+// More than the texts of 4096 channels can take.
+constexpr qint64 LargestText = qint64{64} << 20;
+
+void Open(QFile& file)
+{
+    if (!file.open(QIODevice::ReadOnly))
+        throw Mismatch(Tr("verify", "'%1' cannot be read: %2").arg(file.fileName(), file.errorString()));
+}
+
+QByteArray ReadText(const QString& path)
+{
+    QFile file(path);
+    Open(file);
+    if (file.size() > LargestText)
+        throw Mismatch(Tr("verify", "'%1' is too large").arg(path));
+    return file.readAll();
+}
+
+QByteArray Mark(const QByteArray& name)
+{
+    return "--- file type: " + name + " ---\r\n";
+}
+
+} // namespace
+
+Pieces::Pieces(const QString& directory, const QString& recordName, const Device& device)
+{
+    const ZuCmtrDevParam& param = device.Param();
+    const auto named = [&](const char* extension) {
+        return directory + QLatin1Char('/') + recordName +
+               QLatin1String(param.ComtradeCff ? ".cff" : extension);
+    };
+    configurationName = named(".cfg");
+    dataName = named(".dat");
+    reportName = named(".hdr");
+    informationName = named(".inf");
+    if (param.ComtradeCff)
+        ReadCff(param.ComtradeBin);
+    else
+        ReadFiles(!param.Comtrade1999);
+    if (!param.ComtradeBin)
+        CheckLastLine();
+}
+
+void Pieces::ReadFiles(bool withReports)
+{
+    configuration = ReadText(configurationName);
+    if (!withReports)
+        return;
+    report = ReadText(reportName);
+    information = ReadText(informationName);
+}
+
+// Data in lines must not have lost the end of the last one.
+void Pieces::CheckLastLine() const
+{
+    QFile data(dataName);
+    Open(data);
+    if (data.size() > 0 && !(data.seek(data.size() - 1) && data.read(1) == "\n"))
+        throw Mismatch(Tr("verify", "'%1' does not end with a whole line; free the disk, then convert again")
+                           .arg(dataName));
+}
+
+// The bytes between a mark, which must be at position, and the line that begins with the next mark.
+QByteArray Pieces::TakeSection(const QByteArray& head, int& position, const QByteArray& mark,
+                               const QByteArray& next) const
+{
+    if (head.mid(position, mark.size()) != mark)
+        throw Mismatch(Tr("verify", "'%1' does not have '%2' where it should").arg(dataName, mark.trimmed()));
+    const int begin = position + mark.size();
+    const int end = head.indexOf("\n" + next, begin - 1);
+    if (end < 0)
+        throw Mismatch(Tr("verify", "'%1' ends before '%2'; free the disk, then convert again")
+                           .arg(dataName, next.trimmed()));
+    position = end + 1;
+    return head.mid(begin, position - begin);
+}
+
+void Pieces::ReadCff(bool binary)
+{
+    QFile data(dataName);
+    Open(data);
+    const QByteArray head = data.read(LargestText);
+    const QByteArray dataMark = "--- file type: DAT ";
+    int position = 0;
+    configuration = TakeSection(head, position, Mark("CFG"), Mark("INF"));
+    information = TakeSection(head, position, Mark("INF"), Mark("HDR"));
+    report = TakeSection(head, position, Mark("HDR"), dataMark);
+
+    const int end = head.indexOf("\r\n", position);
+    const QByteArray found = end < 0 ? QByteArray() : head.mid(position, end + 2 - position);
+    const qint64 begin = position + found.size();
+    QByteArray expected = Mark("DAT ASCII");
+    if (binary)
+        expected = Mark("DAT BINARY: " + QByteArray::number(data.size() - begin));
+    ExpectSame(Tr("verify", "'%1', mark of the data").arg(dataName), QString::fromLatin1(found.trimmed()),
+               QString::fromLatin1(expected.trimmed()));
+}
+
+} // namespace verify

@@ -1,0 +1,38 @@
+// The texts of a written record: files of their own, or sections of its CFF file.
+//
+// A reader forgives much, as a mark in another spelling or a last line without its end. These are taken as
+// the library writes them, to the byte, so that nothing that was lost or changed goes unseen.
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+namespace verify {
+
+class Device;
+
+class Pieces
+{
+public:
+    /// Reads all but the data, of which only the begin and the end are looked at. Throws Mismatch for a
+    /// piece that is missing, cannot be read or is not where it should be.
+    Pieces(const QString& directory, const QString& recordName, const Device& device);
+
+    const QByteArray& Configuration() const { return configuration; }
+    const QByteArray& Report() const { return report; }           // empty for revision 1999
+    const QByteArray& Information() const { return information; } // likewise
+
+    /// The files in which the pieces are: all the same for a CFF file.
+    QString configurationName, dataName, reportName, informationName;
+
+private:
+    void ReadFiles(bool withReports);
+    void ReadCff(bool binary);
+    void CheckLastLine() const;
+    QByteArray TakeSection(const QByteArray& head, int& position, const QByteArray& mark,
+                           const QByteArray& next) const;
+
+    QByteArray configuration, report, information;
+};
+
+} // namespace verify

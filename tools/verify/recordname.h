@@ -1,0 +1,14 @@
+// The name that a recording's record will have, from the head of its first file alone.
+#pragma once
+
+#include <QString>
+
+namespace verify {
+
+class Device;
+
+/// The name without directory and extension; empty if the file has no readable head. Whether the recording
+/// can be converted is not looked at.
+QString RecordNameOf(const QString& firstFile, const Device& device);
+
+} // namespace verify

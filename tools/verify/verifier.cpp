@@ -1,0 +1,70 @@
+#include "verify/verifier.h"
+
+#include "service/zucmtrconverter.h"
+#include "verify/checks.h"
+#include "verify/pieces.h"
+#include "verify/source.h"
+#include "zucmtr/texts.h"
+
+namespace verify {
+
+namespace {
+
+Examined Describe(const Source& source)
+{
+    return {source.RecordName(), source.Files(), source.Notes()};
+}
+
+// The converter may keep the order of the recording before, or may not have had one before.
+void CheckInEitherOrder(const Pieces& pieces, Source& source)
+{
+    try {
+        CheckConfiguration(pieces.Configuration(), source, pieces.configurationName);
+        return;
+    } catch (const Mismatch&) {
+        source.OrderAfresh();
+    }
+    CheckConfiguration(pieces.Configuration(), source, pieces.configurationName);
+}
+
+} // namespace
+
+Verifier::Verifier(const QString& ini, const QString& defaults, const QString& section)
+    : device(ini, defaults, section)
+{}
+
+Examined Verifier::Check(const QString& firstFile, const QString& directory)
+{
+    Source source(device, firstFile);
+    const Pieces pieces(directory, source.RecordName(), device);
+    CheckInEitherOrder(pieces, source);
+    comtrade::Record record(pieces.configurationName);
+    CheckData(record, source, pieces.dataName);
+    if (!device.Param().Comtrade1999) {
+        CheckReport(pieces.Report(), source, pieces.reportName);
+        CheckInformation(pieces.Information(), source, pieces.informationName);
+    }
+    return Describe(source);
+}
+
+Examined Verifier::Examine(const QString& firstFile)
+{
+    return Describe(Source(device, firstFile));
+}
+
+void ReadThrough(const QString& recordName, const QString& directory, const Device& device)
+{
+    const Pieces pieces(directory, recordName, device);
+    comtrade::Record record(pieces.configurationName);
+    comtrade::Row row;
+    qint64 count = 0;
+    while (record.Next(row))
+        ++count;
+    if (count != record.Config().SampleCount())
+        throw Mismatch(Tr("verify", "'%1' has %2 records, but its configuration says %3")
+                           .arg(pieces.dataName)
+                           .arg(count)
+                           .arg(record.Config().SampleCount()));
+}
+
+} // namespace verify

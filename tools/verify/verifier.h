@@ -1,0 +1,52 @@
+// Reads a written record back and compares it with its recording: every sample, state, time and coefficient.
+//
+// The recording is read by the library's recording classes, the record by the COMTRADE reader; what the one
+// must be for the other is worked out here, apart from the writers.
+#pragma once
+
+#include "verify/device.h"
+#include "verify/mismatch.h"
+
+#include <QString>
+#include <QStringList>
+
+namespace verify {
+
+class Source;
+
+/// What a recording is, found without converting it.
+struct Examined
+{
+    QString recordName; // without directory and extension
+    QStringList files;  // of the chain, the first file first
+    QStringList notes;
+};
+
+/// Verifies the conversions of one converter's device, in their order: the channel order of a recording can
+/// hang on the one before it. For one thread at a time.
+class Verifier
+{
+public:
+    /// The sections of the ini file from which the converter made its device. Throws Unreadable.
+    Verifier(const QString& ini, const QString& defaults, const QString& section);
+
+    const Device& Parameters() const { return device; }
+
+    /// Compares the record in directory with the recording that begins with firstFile. Throws Mismatch, or
+    /// Unreadable if the recording cannot be read (any more), or what the reader and the recording classes
+    /// throw.
+    Examined Check(const QString& firstFile, const QString& directory);
+
+    /// Reads a recording and nothing else. To be called for each recording that the converter could not
+    /// finish, and for those that are not verified. Throws Unreadable.
+    Examined Examine(const QString& firstFile);
+
+private:
+    Device device;
+};
+
+/// Reads a record to its end, for a recording that is gone: the record is whole and readable, whatever it
+/// says. Throws Mismatch, and what the reader throws.
+void ReadThrough(const QString& recordName, const QString& directory, const Device& device);
+
+} // namespace verify

@@ -1,0 +1,32 @@
+// What became of one recording of a run.
+#pragma once
+
+#include "recordinglist.h"
+
+#include <QString>
+#include <QStringList>
+
+enum class ItemState {
+    Converted, // its record is written
+    Present,   // its record was there already and is right
+    Planned,   // it could be converted; nothing is written in a dry run
+    Failed
+};
+
+enum class SourceFate { Kept, Removed, Archived };
+
+struct BatchItem
+{
+    Recording recording;
+    ItemState state = ItemState::Failed;
+    QString error;         // of a failed one: what is wrong and what to do
+    QString recordName;    // without directory and extension; may be unknown for a failed one
+    QString directory;     // of the record
+    QStringList files;     // paths of the record's files
+    QStringList sources;   // paths of the recording's files, as far as they are known
+    QStringList notes;     // of the library, and of the program
+    bool written = false;  // by this run, whether it is right or not
+    bool verified = false; // the record was compared with the recording, and is right
+    SourceFate fate = SourceFate::Kept;
+    double seconds = 0;
+};

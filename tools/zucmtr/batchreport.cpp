@@ -1,0 +1,163 @@
+#include "batchreport.h"
+
+#include "console.h"
+#include "texts.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+namespace {
+
+const char* StateKey(ItemState state)
+{
+    switch (state) {
+    case ItemState::Converted:
+        return "converted";
+    case ItemState::Present:
+        return "present";
+    case ItemState::Planned:
+        return "planned";
+    case ItemState::Failed:
+        break;
+    }
+    return "failed";
+}
+
+const char* FateKey(SourceFate fate)
+{
+    switch (fate) {
+    case SourceFate::Kept:
+        return "kept";
+    case SourceFate::Removed:
+        return "removed";
+    case SourceFate::Archived:
+        break;
+    }
+    return "archived";
+}
+
+QJsonObject JsonOf(const BatchItem& item)
+{
+    QJsonObject object;
+    object["file"] = item.recording.path;
+    object["status"] = QLatin1String(StateKey(item.state));
+    object["error"] = item.state == ItemState::Failed ? QJsonValue(item.error) : QJsonValue();
+    object["record"] = item.recordName;
+    object["directory"] = item.directory;
+    object["files"] = QJsonArray::fromStringList(item.files);
+    object["sources"] = QJsonArray::fromStringList(item.sources);
+    object["notes"] = QJsonArray::fromStringList(item.notes);
+    object["verified"] = item.verified;
+    object["source"] = QLatin1String(FateKey(item.fate));
+    object["seconds"] = item.seconds;
+    return object;
+}
+
+void PrintJson(const QJsonObject& object)
+{
+    PrintLine(QString::fromUtf8(QJsonDocument(object).toJson(QJsonDocument::Compact)));
+}
+
+// "file: text; note; note"
+QString WithNotes(const QString& text, const QStringList& notes)
+{
+    return (QStringList{text} + notes).join(QLatin1String("; "));
+}
+
+} // namespace
+
+BatchReport::BatchReport(ReportForm form_, bool comparesAll_, size_t total_)
+    : form(form_), comparesAll(comparesAll_), total(total_)
+{}
+
+void BatchReport::Tell(const Refusal& refusal)
+{
+    if (refusal.failed)
+        ++failed;
+    if (form != ReportForm::Json) {
+        if (refusal.failed || form == ReportForm::Lines)
+            Complain(refusal.path + QLatin1String(": ") + refusal.text);
+    } else if (refusal.failed) {
+        BatchItem item;
+        item.recording.path = refusal.path;
+        item.error = refusal.text;
+        PrintJson(JsonOf(item));
+    }
+}
+
+QString BatchReport::Replaced(const BatchItem& item) const
+{
+    return item.written ? records.value(item.recordName) : QString();
+}
+
+void BatchReport::Tell(const BatchItem& item)
+{
+    if (item.state == ItemState::Failed)
+        ++failed;
+    else if (item.state == ItemState::Planned)
+        ++planned;
+    else
+        ++converted;
+    if (form == ReportForm::Json) {
+        QJsonObject object = JsonOf(item);
+        if (!Replaced(item).isEmpty())
+            object["replaced"] = Replaced(item);
+        PrintJson(object);
+    } else {
+        TellLine(item);
+        TellReplaced(item);
+    }
+    if (item.written || item.state == ItemState::Present || item.state == ItemState::Planned)
+        records[item.recordName] = item.recording.path;
+}
+
+void BatchReport::TellLine(const BatchItem& item) const
+{
+    const QString& file = item.recording.path;
+    if (item.state == ItemState::Failed) {
+        Complain(WithNotes(file + QLatin1String(": ") + item.error, item.notes));
+        return;
+    }
+    if (form == ReportForm::Quiet)
+        return;
+    QString text = file + QLatin1String(" -> ");
+    if (item.state == ItemState::Planned)
+        text += item.directory + QLatin1Char('/');
+    text += item.recordName;
+    if (item.state == ItemState::Present)
+        text += Tr("batch", "; it was there already");
+    PrintLine(WithNotes(text, item.notes));
+}
+
+void BatchReport::TellReplaced(const BatchItem& item)
+{
+    const bool wouldReplace = item.state == ItemState::Planned && records.contains(item.recordName);
+    if (wouldReplace)
+        Complain(Tr("batch",
+                    "%1: its record would replace that of %2, which has the same name; convert them into "
+                    "different directories")
+                     .arg(item.recording.path, records.value(item.recordName)));
+    if (!Replaced(item).isEmpty())
+        Complain(Tr("batch", "%1: its record replaced that of %2, which has the same name; convert them "
+                             "into different directories")
+                     .arg(item.recording.path, Replaced(item)));
+}
+
+void BatchReport::Summarise(double seconds) const
+{
+    if (total < 2 || form == ReportForm::Quiet)
+        return;
+    QStringList parts;
+    const auto add = [&parts](size_t count, const QString& text) {
+        if (count > 0)
+            parts << text.arg(count);
+    };
+    add(converted, comparesAll ? Tr("batch", "%1 converted and verified") : Tr("batch", "%1 converted"));
+    add(planned, Tr("batch", "%1 to convert"));
+    add(failed, Tr("batch", "%1 failed"));
+    add(total - converted - planned - failed, Tr("batch", "%1 not begun"));
+    Complain(
+        Tr("batch", "%1 recordings: %2; %3 s")
+            .arg(QString::number(total), parts.join(QLatin1String(", ")), QString::number(seconds, 'f', 2)));
+}

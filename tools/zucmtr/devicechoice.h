@@ -1,0 +1,22 @@
+// Which ini file and which of its sections belong to the recordings, where the command line leaves it open.
+#pragma once
+
+#include "recordinglist.h"
+
+#include <QString>
+
+#include <vector>
+
+/// Empty texts are to be found out.
+struct DeviceChoice
+{
+    QString ini;
+    QString defaults; // section
+    QString device;   // section
+};
+
+/// Fills in what is empty. The ini file is the ZuDrv.ini beside the recordings, or above them up to the
+/// directory of the command line, or in the current directory; the defaults are the section "Default", the
+/// device is the one other section. Of a file with one section, that is both. Throws ConfigurationError,
+/// which lists the choices, where that leaves none or several.
+void CompleteChoice(DeviceChoice& choice, const std::vector<Recording>& recordings);

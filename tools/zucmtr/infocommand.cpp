@@ -1,0 +1,96 @@
+#include "infocommand.h"
+
+#include "console.h"
+#include "info/description.h"
+#include "memorylimit.h"
+#include "recordinglist.h"
+#include "texts.h"
+
+#include <CLI/CLI.hpp>
+
+#include <QJsonDocument>
+
+#include <memory>
+#include <new>
+#include <string>
+#include <vector>
+
+namespace {
+
+struct Options
+{
+    bool json = false;
+    bool withoutChannels = false;
+    uint64_t maxMemory = 0;
+    std::vector<std::string> files;
+};
+
+info::Description Described(const QString& file)
+{
+    try {
+        return info::Describe(file);
+    } catch (const std::bad_alloc&) {
+        info::Description description;
+        description.file = file;
+        description.error = Tr("info", "needs more memory than --max-memory allows");
+        return description;
+    }
+}
+
+// True unless something is wrong with the file.
+bool Show(const QString& file, const Options& options)
+{
+    info::Description description = Described(file);
+    const QString first = FirstFileOf(file);
+    if (!first.isEmpty())
+        description.notes << Tr("info", "this file continues a recording; its first file is %1").arg(first);
+    if (options.json) {
+        const QJsonObject object = info::JsonOf(description, !options.withoutChannels);
+        PrintLine(QString::fromUtf8(QJsonDocument(object).toJson(QJsonDocument::Compact)));
+    } else if (!description.facts.empty()) {
+        for (const QString& line : info::TextOf(description, !options.withoutChannels))
+            PrintLine(line);
+    }
+    if (!description.error.isEmpty())
+        Complain(QStringLiteral("%1: %2").arg(file, description.error));
+    return description.error.isEmpty();
+}
+
+int Run(const Options& options)
+{
+    LimitMemory(options.maxMemory);
+    bool good = true;
+    for (const std::string& file : options.files)
+        good = Show(QString::fromStdString(file), options) && good;
+    return good ? ExitDone : ExitFailed;
+}
+
+} // namespace
+
+void AddInfoCommand(CLI::App& app, Action& chosen)
+{
+    CLI::App* command =
+        app.add_subcommand("info", HelpText("info", "Tell what is in recordings and COMTRADE records"));
+    const auto options = std::make_shared<Options>();
+    command->add_flag("--json", options->json, HelpText("info", "One JSON object a file, for programs"));
+    command->add_flag("--no-channels", options->withoutChannels,
+                      HelpText("info", "Leave out the lists of channels"));
+    AddMemoryOption(*command, options->maxMemory);
+    command
+        ->add_option(
+            "FILE", options->files,
+            HelpText("info", "First files of recordings (.ZU), or the .cfg or .cff files of records"))
+        ->required()
+        ->type_name("");
+    command->footer(HelpText(
+        "info", "Of a recording: its times with zone, duration, rate, the segments found and why the chain\n"
+                "ends, the start comment as stored and as understood, the channels. Of a record: what its\n"
+                "configuration tells, and whether all its data are there.\n"
+                "\n"
+                "Exit code: 0 all files are good, 1 something is wrong with at least one, 2 wrong usage.\n"
+                "\n"
+                "Example, with the sample station:\n"
+                "  mkdir -p station\n  zucmtr sample --out station\n"
+                "  zucmtr info --no-channels station/*.ZU"));
+    command->callback([options, &chosen] { chosen = [options] { return Run(*options); }; });
+}

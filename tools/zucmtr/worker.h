@@ -1,0 +1,56 @@
+// Converts one recording after the other on one device of the library, verifies the records and puts the
+// recordings away.
+#pragma once
+
+#include "batchitem.h"
+#include "devicechoice.h"
+#include "host.h"
+
+#include <verify/verifier.h>
+
+#include <memory>
+
+struct WorkOrder
+{
+    QString out;              // directory of the records
+    bool dryRun = false;      // read the recordings, write nothing
+    bool verify = true;       // compare each record with its recording
+    bool trustWriter = false; // the ini file's own deletion is allowed: records are read, not compared
+    bool removeSource = false;
+    QString archive; // directory for the recordings; empty: none
+};
+
+/// For one thread at a time. Different workers may work at once.
+class Worker
+{
+public:
+    /// device is a device of the library, made of choice, and of this worker alone. Throws
+    /// ConfigurationError.
+    Worker(Host& host_, unsigned int device_, const DeviceChoice& choice, WorkOrder order_);
+
+    /// The name that the recording's record will have; empty if the recording cannot be read.
+    QString RecordName(const QString& file) const;
+
+    /// Whether the ini file has the library delete the recordings.
+    bool LibraryDeletes() const;
+
+    /// Does all that the order says with one recording. Nothing is thrown.
+    BatchItem Work(const Recording& recording);
+
+private:
+    bool PutsAway() const { return order.removeSource || !order.archive.isEmpty(); }
+    void Do(BatchItem& item);
+    void Plan(BatchItem& item);
+    bool TakePresent(BatchItem& item, const QString& recordName);
+    void Convert(BatchItem& item);
+    void Verify(BatchItem& item);
+    void Compare(BatchItem& item);
+    void PutAway(BatchItem& item) const;
+    void Name(BatchItem& item, const QString& recordName) const;
+
+    Host& host;
+    const unsigned int device;
+    const WorkOrder order;
+    verify::Verifier verifier;
+    std::unique_ptr<verify::Verifier> present; // for records that were there before
+};
