@@ -31,7 +31,7 @@ build_and_test() {
     ctest --preset "$preset" -j "$jobs"
 }
 
-scripts/install-packages.sh build test
+scripts/install-packages.sh build test view
 case $mode in
 coverage)
     scripts/install-packages.sh coverage

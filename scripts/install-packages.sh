@@ -1,19 +1,20 @@
 #!/bin/sh
 # Installs what the given jobs need from Debian's packages; does nothing if all of it is there.
-#   scripts/install-packages.sh [build] [test] [lint] [fuzz] [bench] [coverage]
+#   scripts/install-packages.sh [build] [test] [view] [lint] [fuzz] [bench] [coverage]
 set -eu
 
 packages=
 for job in "${@:-build}"; do
     case $job in
-    build) packages="$packages g++ cmake ninja-build pkg-config qtbase5-dev qttools5-dev qttools5-dev-tools libcli11-dev" ;;
+    build) packages="$packages g++ cmake ninja-build pkg-config qtbase5-dev qttools5-dev qttools5-dev-tools libcli11-dev libqt5svg5-dev libjs-dygraphs fonts-dejavu-core" ;;
     test) packages="$packages libgtest-dev python3 binutils" ;;
+    view) packages="$packages chromium chromium-driver" ;;
     lint) packages="$packages clang-format clang-tidy" ;;
     fuzz) packages="$packages clang libclang-rt-14-dev" ;;
     bench) packages="$packages libbenchmark-dev" ;;
     coverage) packages="$packages gcovr" ;;
     *)
-        echo "install-packages.sh: no such job: $job (build, test, lint, fuzz, bench, coverage)" >&2
+        echo "install-packages.sh: no such job: $job (build, test, view, lint, fuzz, bench, coverage)" >&2
         exit 2
         ;;
     esac

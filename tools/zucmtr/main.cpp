@@ -7,16 +7,20 @@
 #include "infocommand.h"
 #include "samplecommand.h"
 #include "texts.h"
+#include "viewcommand.h"
 
 #include <CLI/CLI.hpp>
 
 #include <QCoreApplication>
+#include <QGuiApplication>
 #include <QLocale>
+#include <QLoggingCategory>
 #include <QTextCodec>
 #include <QTranslator>
 
 #include <clocale>
 #include <exception>
+#include <memory>
 #include <new>
 
 namespace {
@@ -70,6 +74,16 @@ int ExitAfterParsing(const CLI::App& app, const CLI::ParseError& error)
     return WrongUsage(QString::fromUtf8(error.what()), command);
 }
 
+// Pictures are painted without a screen; everything else needs no painter.
+std::unique_ptr<QCoreApplication> MakeApplication(int& count, char** arguments)
+{
+    if (!PaintsPicture(count, arguments))
+        return std::make_unique<QCoreApplication>(count, arguments);
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QLoggingCategory::setFilterRules(QStringLiteral("default.warning=false")); // on a session that is not there
+    return std::make_unique<QGuiApplication>(count, arguments);
+}
+
 int ParseAndRun(int count, char** arguments)
 {
     CheckArgumentsAreUtf8(count, arguments);
@@ -84,6 +98,7 @@ int ParseAndRun(int count, char** arguments)
     AddDictionaryCommand(app, chosen);
     AddInfoCommand(app, chosen);
     AddSampleCommand(app, chosen, QString::fromUtf8(arguments[0]));
+    AddViewCommand(app, chosen);
     app.footer(footer); // after the subcommands, which would inherit it
     try {
         app.parse(count, arguments);
@@ -100,7 +115,7 @@ int ParseAndRun(int count, char** arguments)
 int main(int count, char** arguments)
 {
     UseUtf8Everywhere();
-    const QCoreApplication application(count, arguments);
+    const std::unique_ptr<QCoreApplication> application = MakeApplication(count, arguments);
     std::setlocale(LC_NUMERIC,
                    "C"); // the application took the user's; options have a decimal point everywhere
     QTranslator translator;

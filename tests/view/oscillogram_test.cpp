@@ -1,0 +1,138 @@
+#include "view/channelrole.h"
+#include "view/oscillogram.h"
+#include "view/report.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+namespace {
+
+comtrade::AnalogChannel Channel(const char* name, const char* phase, const char* unit)
+{
+    comtrade::AnalogChannel channel;
+    channel.name = QString::fromUtf8(name);
+    channel.phase = QString::fromUtf8(phase);
+    channel.unit = QString::fromUtf8(unit);
+    return channel;
+}
+
+TEST(Codes, StayShortWhileTheyAreIntegersOf16Bits)
+{
+    view::Codes codes;
+    for (const double code : {-32768.0, 0.0, 32767.0})
+        codes.Add(code);
+    EXPECT_FALSE(codes.IsWide());
+    EXPECT_EQ(codes.Encoded(), QByteArray("AIAAAP9/"));
+    EXPECT_EQ(codes.Least(), -32768);
+    EXPECT_EQ(codes.Greatest(), 32767);
+}
+
+TEST(Codes, BecomeWideWithTheFirstOtherAndKeepTheEarlierOnes)
+{
+    for (const double other : {32768.0, 0.5, std::nan("")}) {
+        view::Codes codes;
+        codes.Add(7);
+        codes.Add(other);
+        codes.Add(-3);
+        EXPECT_TRUE(codes.IsWide());
+        ASSERT_EQ(codes.Size(), 3u);
+        EXPECT_EQ(codes.At(0), 7);
+        EXPECT_EQ(codes.At(2), -3);
+        EXPECT_EQ(codes.Least(), -3);
+    }
+}
+
+TEST(States, KeepABitASampleAndTellTheChanges)
+{
+    view::States states;
+    for (int i = 0; i < 20; ++i)
+        states.Add(i == 7 || i >= 9);
+    EXPECT_EQ(states.Size(), 20u);
+    EXPECT_EQ(states.ChangePositions(), (std::vector<qint32>{7, 8, 9}));
+    EXPECT_EQ(states.Changes(), 3);
+    EXPECT_EQ(states.Bits(), (std::vector<quint8>{0x80, 0xfe, 0x0f}));
+}
+
+struct RoleCase
+{
+    const char* name;
+    const char* phase;
+    const char* unit;
+    view::Quantity quantity;
+    char expected;
+};
+
+class Roles : public testing::TestWithParam<RoleCase>
+{};
+
+TEST_P(Roles, FollowUnitNameAndPhase)
+{
+    const RoleCase& row = GetParam();
+    const view::Role role = view::RoleOf(Channel(row.name, row.phase, row.unit));
+    EXPECT_EQ(role.quantity, row.quantity);
+    EXPECT_EQ(role.phase, row.expected);
+}
+
+INSTANTIATE_TEST_SUITE_P(Table, Roles,
+                         testing::Values(RoleCase{"Ua W1", "", "В", view::Quantity::Voltage, 'a'},
+                                         RoleCase{"W1:Ib", "", "кА", view::Quantity::Current, 'b'},
+                                         RoleCase{"W1 Ic1", "", "A", view::Quantity::Current, 'c'},
+                                         RoleCase{"3I01 W1", "0", "А", view::Quantity::Current, '0'},
+                                         RoleCase{"Line voltage", "B", "kV", view::Quantity::Voltage, 'b'},
+                                         RoleCase{"Neutral", "N", "V", view::Quantity::Voltage, '0'},
+                                         RoleCase{"Uab W1", "AB", "kV", view::Quantity::Voltage, ' '},
+                                         RoleCase{"Fa", "A", "Гц", view::Quantity::Other, ' '},
+                                         RoleCase{"", "", "", view::Quantity::Other, ' '}));
+
+TEST(Unit, KiloIsOfTheUnitsScript)
+{
+    EXPECT_EQ(view::WithKilo(QStringLiteral("В")), QStringLiteral("кВ"));
+    EXPECT_EQ(view::WithKilo(QStringLiteral("A")), QStringLiteral("kA"));
+    EXPECT_EQ(view::WithKilo(QStringLiteral("кА")), QStringLiteral("кА"));
+    EXPECT_EQ(view::WithKilo(QStringLiteral("Гц")), QStringLiteral("Гц"));
+}
+
+TEST(PrimaryFactor, IsTheRatioOfSecondaryValues)
+{
+    comtrade::AnalogChannel channel = Channel("Ua", "", "В");
+    channel.primary = 110000;
+    channel.secondary = 100;
+    EXPECT_EQ(view::PrimaryFactor(channel), 1100);
+    channel.primaryValues = true;
+    EXPECT_EQ(view::PrimaryFactor(channel), 1);
+    channel.primaryValues = false;
+    channel.secondary = 0;
+    EXPECT_EQ(view::PrimaryFactor(channel), 1);
+}
+
+TEST(Report, IsDecodedFromBothCodings)
+{
+    EXPECT_EQ(view::ReportText("Пуск\r\n1"), QStringLiteral("Пуск\n1"));
+    EXPECT_EQ(view::ReportText("\xcf\xf3\xf1\xea"), QStringLiteral("Пуск"));
+}
+
+TEST(Report, GivesCircuitAndExtremes)
+{
+    const QString report =
+        QStringLiteral("Наименование ЛЭП и/или оборудования №1: ВЛ 110\n"
+                       "Экстремальные значения тока и напряжения:\n"
+                       "макс_I = 6.03 кА\nмин_I = 1 мА\nмакс_U = 2 кВ\nмин_U = 1 кВ\n-----\n");
+    EXPECT_EQ(view::StartedCircuit(report, {QStringLiteral("ВЛ"), QStringLiteral("ВЛ 110")}),
+              QStringLiteral("ВЛ 110"));
+    ASSERT_EQ(view::ExtremeLines(report).size(), 4);
+    EXPECT_EQ(view::ExtremeLines(report).first(), QStringLiteral("макс_I = 6.03 кА"));
+    EXPECT_TRUE(view::ExtremeLines(QStringLiteral("none")).isEmpty());
+}
+
+TEST(Report, StartedCircuitIsThatOfTheConditionWhereNoneIsNamed)
+{
+    const QString report = QStringLiteral("Наименование ЛЭП и/или оборудования №1: \n"
+                                          "Условие пуска №1:     Пуск ПП W10:I I1 больше\n");
+    EXPECT_EQ(view::StartedCircuit(report, {QStringLiteral("W1"), QStringLiteral("W10"), QString()}),
+              QStringLiteral("W10"));
+    EXPECT_TRUE(view::StartedCircuit(report, {QStringLiteral("W2"), QString()}).isEmpty());
+    EXPECT_TRUE(view::StartedCircuit(QString(), {QString()}).isEmpty());
+}
+
+} // namespace

@@ -1,0 +1,502 @@
+"""The page in a browser: what it shows, what it does, and that it asks for nothing.
+
+    page_test.py ZUCMTR CHROMEDRIVER CHROMIUM [unittest arguments]
+"""
+import base64
+import json
+import math
+import pathlib
+import struct
+import subprocess
+import sys
+import tempfile
+import unittest
+import xml.etree.ElementTree
+
+from records import Read, Written
+from webdriver import Browser, until
+
+PROGRAM, DRIVER, CHROMIUM = sys.argv[1:4]
+CONTROL, SHIFT, ALT, HOME, LEFT, RIGHT = "\ue009", "\ue008", "\ue00a", "\ue011", "\ue012", "\ue014"
+STARTED = "ВЛ 110 кВ Восточная"
+
+FRAME = "const f = zuView.page.frame; return [f.from, f.to];"
+# The first plot on the screen, and within it the area of the trace: left, top, width, height.
+AREA = """const box = document.querySelector('.strip.analog .plot').getBoundingClientRect();
+const area = zuView.page.strips[0].chart.getArea();
+return [box.left + area.x, box.top + area.y, area.w, area.h];"""
+
+
+def zucmtr(*arguments, code=0):
+    result = subprocess.run([PROGRAM, *map(str, arguments)], stdout=subprocess.PIPE, stderr=subprocess.PIPE,
+                            encoding="utf-8")
+    assert result.returncode == code, result.stderr
+    return result
+
+
+def setUpModule():
+    global browser, scratch, folder, record, page
+    scratch = tempfile.TemporaryDirectory()
+    folder = pathlib.Path(scratch.name)
+    zucmtr("sample", "--out", folder)
+    settings = ["--ini", folder / "ZuDrv.ini", "--device", "Vostochnaya"]
+    (folder / "comtrade").mkdir()
+    recording = folder / "Vostochnaya_000123.ZU"
+    zucmtr("convert", *settings, "--defaults", "Default", "--out", folder / "comtrade", recording)
+    record = Read(next((folder / "comtrade").glob("*.cfg")))
+    page = folder / "page.html"
+    zucmtr("view", recording, *settings, "-o", page)
+    browser = Browser(DRIVER, CHROMIUM)
+
+
+def tearDownModule():
+    browser.close()
+    scratch.cleanup()
+
+
+def view(analog, states=(), options=(), name="own", **settings):
+    """Opens the page of a record made here."""
+    Written(folder / (name + ".cfg"), analog, states, **settings)
+    result = zucmtr("view", folder / (name + ".cfg"), "-o", folder / (name + ".html"), *options)
+    open_page(folder / (name + ".html"))
+    return result
+
+
+def open_page(path, wishes="lang=en&theme=light"):
+    browser.open(path, wishes)
+    until(lambda: browser.run("return Boolean(window.zuView && zuView.page)"), "the page's scripts")
+    until(lambda: browser.run("const p = zuView.page; return p.data.count === 0 || p.data.analog.length === 0 || "
+                              "p.strips.some((strip) => strip.chart && !strip.stale)"), "the first strip")
+    browser.settle()
+
+
+def text(selector):
+    return browser.run("return document.querySelector(arguments[0]).textContent", selector)
+
+
+def legend_row(channel):
+    """Values, RMS and angles at both cursors as shown for an analog channel."""
+    cells = browser.run("return [...document.querySelectorAll(`[data-channel='${arguments[0]}'] [class*=cursor]`)]"
+                        ".map((cell) => cell.textContent)", channel)
+    numbers = [float(cell.replace("−", "-").rstrip("°")) for cell in cells]
+    return numbers[:3], numbers[3:]
+
+
+def set_cursor(cursor, sample):
+    browser.run("zuView.page.cursors.set(arguments[0], arguments[1])", cursor, sample)
+    browser.settle()
+
+
+class SamplePage(unittest.TestCase):
+    def setUp(self):
+        open_page(page)
+
+    def test_opens_without_a_message_and_asks_for_nothing(self):
+        requests = [address for address in browser.requests() if not address.startswith(("data:", "about:"))]
+        self.assertEqual(["file://%s" % page], requests)
+        self.assertEqual([], browser.log("browser"))
+        self.assertTrue(browser.run("return document.getElementById('partial').hidden"))
+
+    def test_no_address_of_the_network_is_reachable(self):
+        browser.run("const image = new Image(); window.blocked = []; document.addEventListener("
+                    "'securitypolicyviolation', (event) => blocked.push(event.blockedURI));"
+                    "image.src = 'http://127.0.0.1:9/x.png'; fetch('http://127.0.0.1:9/').catch(() => {});")
+        self.assertEqual(["http://127.0.0.1:9/", "http://127.0.0.1:9/x.png"],
+                         sorted(until(lambda: browser.run("return blocked.length > 1 && blocked"), "the policy")))
+
+    def test_says_what_the_record_is(self):
+        self.assertEqual("ПС Узловая", text("#station"))
+        self.assertEqual("РАС-1 · Trigger 2024-01-31 12:00:00.250000 · started by " + STARTED, text("#event"))
+        self.assertEqual("\n".join(record.report), text("#report").rstrip("\n"))
+        self.assertIn("Vostochnaya_000123.ZU", text("#identity"))
+
+    def test_groups_follow_the_circuits_in_the_order_of_the_record(self):
+        circuits = list(dict.fromkeys(channel[3] for channel in record.channels))
+        titles = browser.run("return [...document.querySelectorAll('#groups h3')].map((title) => title.textContent)")
+        self.assertEqual(circuits, titles)
+
+    def test_opens_at_the_fault_and_shows_the_whole_record_on_home(self):
+        self.assertEqual([-60, 180], [round(time, 6) for time in browser.run(FRAME)])
+        browser.press(HOME)
+        self.assertEqual([-500, 1499.583333], [round(time, 6) for time in browser.run(FRAME)])
+
+    def test_keys_zoom_around_the_cursor_and_pan(self):
+        browser.press("+")
+        self.assertEqual([-30, 90], [round(time, 6) for time in browser.run(FRAME)])
+        browser.press(RIGHT)
+        self.assertEqual([-18, 102], [round(time, 6) for time in browser.run(FRAME)])
+        browser.press(LEFT)
+        browser.press("-")
+        self.assertEqual([-60, 180], [round(time, 6) for time in browser.run(FRAME)])
+
+    def test_wheel_with_control_zooms_where_the_pointer_is(self):
+        left, top, width, height = browser.run(AREA)
+        browser.wheel(round(left + width / 4), round(top + height / 2), 0, -300, held=CONTROL)
+        start, end = browser.run(FRAME)
+        self.assertAlmostEqual(240 * 1.0015 ** -300, end - start, places=6)
+        self.assertAlmostEqual(0, start + (end - start) / 4, delta=0.3)
+
+    def test_drag_pans_by_what_lies_under_the_pointer(self):
+        left, top, width, _ = browser.run(AREA)
+        start = round(left + width * 0.9)
+        browser.mouse(("move", start, top + 20), ("down", 0), ("move", start - 60, top + 20),
+                      ("move", start - 100, top + 20), ("up", 0))
+        shift = 100 / width * 240
+        self.assertEqual([round(-60 + shift, 3), round(180 + shift, 3)], [round(t, 3) for t in browser.run(FRAME)])
+
+    def test_drag_with_shift_zooms_into_the_span(self):
+        left, top, width, _ = browser.run(AREA)
+        ends = [round(left + width * part) for part in (0.6, 0.8)]
+        browser.mouse(("move", ends[0], top + 20), ("down", 0), ("move", ends[1] - 9, top + 20),
+                      ("move", ends[1], top + 20), ("up", 0), held=SHIFT)
+        expected = [round(-60 + (end - left) / width * 240, 3) for end in ends]
+        self.assertEqual(expected, [round(time, 3) for time in browser.run(FRAME)])
+
+    def test_two_fingers_zoom_and_one_pans(self):
+        left, top, width, _ = browser.run(AREA)
+        x, y = left + width * 0.7, top + 30
+        browser.fingers([(x - 50, y), (x - 100, y)], [(x + 50, y), (x + 100, y)])
+        start, end = browser.run(FRAME)
+        self.assertAlmostEqual(120, end - start, delta=3)
+        browser.fingers([(x, y), (x - 20, y), (x - 60, y)])
+        self.assertAlmostEqual(start + 60 / width * (end - start), browser.run(FRAME)[0], delta=0.5)
+
+    def test_clicks_set_the_cursors_and_the_time_between_is_shown(self):
+        left, top, width, _ = browser.run(AREA)
+        pixels = [round(left + width * part) for part in (0.4, 0.7)]
+        browser.mouse(("move", pixels[0], top + 20), ("down", 0), ("up", 0))
+        browser.mouse(("move", pixels[1], top + 20), ("down", 2), ("up", 2))
+        samples = [round((-60 + (pixel - left) / width * 240) * 2.4) for pixel in pixels]
+        times = ["%+.3f ms" % (sample / 2.4) for sample in samples]
+        self.assertEqual(times, [text("#time1"), text("#time2")])
+        self.assertEqual("%+.3f ms" % ((samples[1] - samples[0]) / 2.4), text("#between"))
+
+    def test_cursors_are_dragged_and_stepped_by_samples_and_periods(self):
+        left, top, width, _ = browser.run(AREA)
+        first = round(left + width / 4)
+        browser.mouse(("move", first, top + 20), ("down", 0), ("move", first + 40, top + 20), ("up", 0))
+        dragged = round((-60 + (first + 40 - left) / width * 240) * 2.4)
+        self.assertEqual("%+.3f ms" % (dragged / 2.4), text("#time1"))
+        browser.press(".")
+        browser.press(".", SHIFT)
+        self.assertEqual("%+.3f ms" % ((dragged + 49) / 2.4), text("#time1"))
+        browser.press("2")
+        browser.press(",")
+        self.assertEqual("%+.3f ms" % (60 - 1 / 2.4), text("#time2"))
+
+    def test_values_at_the_cursors_are_the_records_own(self):
+        browser.press(HOME)
+        for sample in (100, 1200, 1337, 4799):
+            set_cursor(0, sample)
+            set_cursor(1, sample - 3)
+            for channel in (0, 3, 5):  # those on the screen
+                first, second = legend_row(channel)
+                for shown, at in ((first, sample), (second, sample - 3)):
+                    self.assertAlmostEqual(record.value(channel, at) / 1000, shown[0], delta=0.05001)
+                    self.assertAlmostEqual(record.rms_before(channel, at, 48) / 1000, shown[1], delta=0.05001)
+
+    def test_modules_and_angles_are_those_of_the_report(self):
+        self.assertEqual(STARTED, browser.run("return zuView.page.phasors.circuit.name"))
+        for sample, table in ((1200 - 480, 0), (1200, 2)):
+            set_cursor(0, sample)
+            for selector, number in (("#phaseValues tr", table), ("#sequenceValues tr", table + 1)):
+                shown = browser.run("return [...document.querySelectorAll(arguments[0])].map((row) => "
+                                    "[row.cells[0].textContent, row.dataset.module, row.cells[3].textContent])", selector)
+                report = record.report_table(number)
+                self.assertEqual(len(report), len(shown))
+                for name, module, angle in shown:
+                    expected = report[name.rstrip("1") if name.startswith(("Ia", "Ib", "Ic", "3I0")) else name]
+                    self.assertEqual(expected, ("%.2f" % float(module), angle.rstrip("°")), name)
+
+    def test_fourier_method_gives_the_exact_angles_of_the_load(self):
+        browser.run("const choice = document.getElementById('choice-method'); choice.selectedIndex = 1;"
+                    "choice.dispatchEvent(new Event('change'))")
+        browser.settle()
+        rows = browser.run("return [...document.querySelectorAll('#phaseValues tr')].map((row) => "
+                           "[Number(row.dataset.module), Number(row.dataset.angle)])")
+        # 110 kV and the load of the first bay, which lags by 0.07 turns.
+        for phase, (module, angle) in enumerate(rows[:3]):
+            self.assertAlmostEqual(110 / math.sqrt(3), module, delta=0.02)
+            self.assertAlmostEqual(0, (angle + 120 * phase + 180) % 360 - 180, delta=0.05)
+        for phase, (_, angle) in enumerate(rows[4:7]):
+            self.assertAlmostEqual(0, (angle + 0.07 * 360 + 120 * phase + 180) % 360 - 180, delta=0.2)
+
+    def test_lines_traces_and_tracks_share_one_time_axis(self):
+        left, _, width, _ = browser.run(AREA)
+        ruler = browser.run("const box = document.getElementById('ruler').getBoundingClientRect();"
+                            "const area = zuView.page.ruler.chart.getArea(); return [box.left + area.x, area.w]")
+        self.assertEqual([left, width], ruler)
+        line = browser.run("return document.querySelector('.line.trigger').getBoundingClientRect().left")
+        self.assertAlmostEqual(left + width / 4, line, delta=1)
+        canvas = browser.run("return document.querySelector('.states canvas').getBoundingClientRect().left")
+        spans = browser.run("const p = zuView.page; return zuView.trackSpans(p.tracks.changing[0], p.frame, "
+                            "zuView.plotArea(document.querySelector('.states .plot').clientWidth))")
+        change = browser.run("const p = zuView.page; return p.axis.timeOf(p.tracks.changing[0].changes[0])")
+        self.assertAlmostEqual(left + (change + 60) / 240 * width, canvas + spans[0][0], delta=0.5)
+
+    def test_discrete_channels_that_change_come_first_and_the_others_are_folded(self):
+        names = browser.run("return [...document.querySelectorAll('.row.state .name')].map((name) => name.textContent)")
+        self.assertEqual("Пуск защит " + STARTED, names[0])
+        self.assertEqual("without changes: %d" % (64 - len(names)), text(".folded summary"))
+        self.assertFalse(browser.run("return document.querySelector('.folded').open"))
+
+    def test_filter_shows_the_rows_with_every_word(self):
+        browser.run("const filter = document.getElementById('filter'); filter.value = 'КВ северная ia';"
+                    "filter.dispatchEvent(new Event('input'))")
+        shown = browser.run("return [...document.querySelectorAll('#channels tbody tr')].filter((row) => !row.hidden)"
+                            ".map((row) => row.cells[3].textContent)")
+        self.assertEqual(["Ia1 ВЛ 220 кВ Северная"], shown)
+        self.assertEqual("1 of 96", text("#filtered"))
+
+    def test_a_channel_that_is_switched_off_leaves_its_strip(self):
+        browser.run("document.querySelectorAll('#channels tbody input')[3].click()")
+        browser.settle()
+        self.assertTrue(browser.run("return document.querySelector('[data-channel=\"3\"]').hidden"))
+        self.assertEqual(3, browser.run("return zuView.page.strips[0].visibleChannels.length"))
+
+    def test_one_strip_for_each_channel_on_request(self):
+        browser.run("document.querySelector('[data-layout=apart]').click()")
+        browser.settle()
+        self.assertEqual(32, browser.run("return document.querySelectorAll('.strip.analog').length"))
+
+    def test_language_and_theme_are_switched(self):
+        self.assertEqual("Fault report", text("[data-sheet=reportSheet]"))
+        light = browser.run("return getComputedStyle(document.body).backgroundColor")
+        browser.run("document.querySelector('[data-language=ru]').click(); document.getElementById('theme').click()")
+        browser.settle()
+        self.assertEqual("Отчёт об аварии", text("[data-sheet=reportSheet]"))
+        self.assertEqual("ru", browser.run("return document.documentElement.lang"))
+        self.assertNotEqual(light, browser.run("return getComputedStyle(document.body).backgroundColor"))
+        self.assertEqual([], browser.log("browser"))
+
+    def test_both_languages_have_all_texts(self):
+        keys = browser.run("return Object.values(zuView.textsForTests).map((texts) => Object.keys(texts).sort())")
+        self.assertEqual(keys[0], keys[1])
+
+    def test_paper_has_every_sheet_and_the_screen_comes_back(self):
+        pdf = base64.b64decode(browser.paper())
+        self.assertEqual(b"%PDF", pdf[:4])
+        self.assertGreater(pdf.count(b"/Type /Page\n") + pdf.count(b"/Type /Page "), 3)
+        self.assertEqual([False, True, True, True],
+                         browser.run("return [...document.querySelectorAll('.sheet')].map((sheet) => sheet.hidden)"))
+        self.assertEqual("light", browser.run("return document.documentElement.dataset.theme"))
+
+
+class OwnRecords(unittest.TestCase):
+    def test_a_peak_one_sample_wide_is_seen_at_the_widest_zoom(self):
+        codes = [0] * 100000
+        codes[61234] = 20000
+        view([("Ua", "W1", "В", 0.01, 0.0, codes)], name="peak")
+        browser.press(HOME)
+        browser.settle()
+        left, width, column = browser.run(
+            "const s = zuView.page.strips[0]; const a = s.chart.getArea(); "
+            "return [a.x, a.w, a.x + Math.floor((61234 / 99999) * a.w)]")
+        self.assertLess(width, 1100)
+        tops = browser.run(PAINTED_TOPS, left, width)
+        height = browser.run("return zuView.page.strips[0].chart.getArea().h")
+        high = [x for x, top in tops if top < height / 4]
+        self.assertTrue(high and all(abs(x - column) <= 1 for x in high), (high, column))
+
+    def test_names_are_shown_as_text_and_run_nothing(self):
+        evil = "</script><script>window.hit=1</script><img src=x onerror=window.hit=1>"
+        view([(evil, evil + "W", "В", 1.0, 0.0, [1, 2] * 50)], [(evil + "D", evil, [0, 1] * 50)], name="evil",
+             station=evil)
+        self.assertEqual(evil, text("#station"))
+        self.assertEqual(evil + "W", text("#groups h3"))
+        self.assertEqual(evil, text(".strip.analog .name"))
+        self.assertEqual(evil + "D", text(".row.state .name"))
+        self.assertIn(evil, text("#channels"))
+        self.assertEqual([None, 0], browser.run("return [window.hit, document.images.length]"))
+        self.assertEqual([], browser.log("browser"))
+
+    def test_a_window_around_the_trigger_is_held_and_said(self):
+        codes = [index % 1000 for index in range(9000)]
+        result = view([("Ua", "W1", "В", 1.0, 0.0, codes)], options=["--window", "3"], name="window", trigger=4)
+        self.assertIn("the page holds 3001 of 9000 samples", result.stderr)
+        self.assertFalse(browser.run("return document.getElementById('partial').hidden"))
+        self.assertIn("holds 3.000 s around the trigger: 3001 of 9000 samples", text("#partial"))
+        self.assertEqual([-1000, 2000], browser.run("const p = zuView.page; return [p.frame.start, p.frame.end]"))
+        self.assertEqual(codes[3000 + 17], browser.run("return zuView.page.analog[0].codes[17]"))
+
+    def test_a_restless_discrete_channel_is_drawn_in_bounded_time(self):
+        view([], [("D", "W1", [0, 1] * 30000), ("E", "W1", [0] * 59999 + [1])], name="restless")
+        count, spans = browser.run(
+            "const p = zuView.page; p.frame.showAll(); const area = zuView.plotArea(800);"
+            "return [p.states[0].changes.length, zuView.trackSpans(p.states[0], p.frame, area).length]")
+        self.assertEqual(59999, count)
+        self.assertLessEqual(spans, 800)
+        self.assertEqual([], browser.log("browser"))
+
+    def test_an_empty_record_says_so(self):
+        view([("Ua", "W1", "В", 1.0, 0.0, [])], name="empty")
+        self.assertEqual("The record has no samples.", text("#partial"))
+        self.assertEqual([], browser.log("browser"))
+
+
+# The topmost painted pixel of each column of the first plot: [[x, y] ...] in CSS pixels of the trace's area.
+PAINTED_TOPS = """const [left, width] = arguments; const chart = zuView.page.strips[0].chart;
+const canvas = document.querySelector('.strip.analog canvas'); const area = chart.getArea();
+const scale = canvas.width / canvas.clientWidth; const tops = [];
+const color = zuView.styleColor('--phaseA').slice(1).match(/../g).map((part) => parseInt(part, 16));
+const pixels = canvas.getContext('2d').getImageData(0, 0, canvas.width, canvas.height);
+for (let x = Math.ceil(left); x < left + width; x++)
+  for (let y = 0; y < area.h; y++) {
+    const at = 4 * (Math.round((area.y + y) * scale) * pixels.width + Math.round(x * scale));
+    const near = color.every((part, i) => Math.abs(part - pixels.data[at + i]) < 40);
+    if (near && pixels.data[at + 3] > 60) { tops.push([x, y]); break; }
+  }
+return tops;"""
+
+
+class Scripts(unittest.TestCase):
+    """The page's own calculations, in the page of the sample."""
+
+    @classmethod
+    def setUpClass(cls):
+        open_page(page)
+
+    def test_extremes_of_any_span_are_those_of_all_its_samples(self):
+        self.assertEqual([], browser.run("""
+            const samples = Int16Array.from({length: 3000}, (_, i) => ((i * 7919) % 65521) - 32760);
+            const pyramid = new zuView.Pyramid(samples); const wrong = [];
+            for (let n = 0; n < 4000; n++) {
+              const from = (n * 613) % 3000; const to = Math.min(3000, from + 1 + ((n * 389) % 1700));
+              const part = samples.subarray(from, to);
+              const [low, high] = pyramid.extremes(from, to);
+              if (low !== Math.min(...part) || high !== Math.max(...part)) wrong.push([from, to]);
+            }
+            return wrong;"""))
+
+    def test_extremes_pass_over_what_is_no_number(self):
+        self.assertEqual([1, 7], browser.run("""
+            const samples = Float32Array.from({length: 100}, (_, i) => i === 50 ? 7 : i % 2 ? NaN : 1);
+            return new zuView.Pyramid(samples).extremes(1, 100);"""))
+
+    def test_time_and_sample_are_inverse_over_several_rates(self):
+        self.assertEqual([[0, 4, 5, 9], [-10, -6, -5.5, -3.5], 5, 10, 0], browser.run("""
+            const axis = new zuView.TimeAxis({pieces: [[0, -10, 1], [5, -5.5, 0.5]]}, 10);
+            const samples = [0, 4, 5, 9];
+            return [samples.map((s) => axis.sampleAt(axis.timeOf(s))), samples.map((s) => axis.timeOf(s)),
+                    axis.firstFrom(-5.9), axis.firstFrom(99), axis.firstFrom(-99)];"""))
+
+
+class Program(unittest.TestCase):
+    """What the command does with files and options; no browser is asked."""
+
+    recording = "Vostochnaya_000123.ZU"
+
+    def settings(self, **changed):
+        """The options of an ini file with some keys of the device changed."""
+        lines = (folder / "ZuDrv.ini").read_text(encoding="utf-8")
+        extra = "".join("%s=%s\n" % item for item in changed.items())
+        ini = folder / "changed.ini"
+        ini.write_text(lines.replace("[Vostochnaya]\n", "[Vostochnaya]\n" + extra), encoding="utf-8")
+        return ["--ini", ini, "--device", "Vostochnaya"]
+
+    def data(self, path):
+        content = path.read_text(encoding="utf-8").split('id="data">', 1)[1].split("</script>", 1)[0]
+        return json.loads(content)
+
+    def test_page_stands_beside_the_file_unless_told_otherwise(self):
+        result = zucmtr("view", folder / "comtrade" / record_path().name)
+        beside = record_path().with_suffix(".html")
+        self.assertEqual(str(beside) + "\n", result.stdout)
+        self.assertEqual(len(record.channels), len(self.data(beside)["analog"]))
+
+    def test_a_recording_needs_no_ini_file(self):
+        zucmtr("view", folder / self.recording, "-o", folder / "plain.html")
+        data = self.data(folder / "plain.html")
+        self.assertEqual((32, 64, 4800, 1200), (len(data["analog"]), len(data["states"]), data["count"], data["trigger"]))
+        self.assertEqual("ВЛ-110 Восточная", data["startedCircuit"])
+
+    def test_the_whole_chain_of_segments_is_shown(self):
+        chain = folder / "chain"
+        chain.mkdir()
+        zucmtr("sample", "--out", chain, "--segments", "3", "--analog", "8", "--seconds", "1")
+        zucmtr("view", chain / self.recording, "-o", folder / "chain.html")
+        self.assertEqual(7200, self.data(folder / "chain.html")["count"])
+
+    def test_a_recording_is_never_deleted_and_kinds_of_output_do_not_matter(self):
+        before = sorted(path.name for path in folder.glob("Vostochnaya*"))
+        keys = {"Удалять исходные": 1, "Тип Comtrade CFF": 1, "Тип Comtrade 1999": 1, "Кодировка Comtrade UTF8": 0}
+        zucmtr("view", folder / self.recording, *self.settings(**keys), "-o", folder / "kept.html")
+        self.assertEqual(before, sorted(path.name for path in folder.glob("Vostochnaya*")))
+        self.assertEqual("\n".join(record.report), self.data(folder / "kept.html")["report"].rstrip("\n"))
+
+    def test_all_kinds_of_records_give_the_same_page(self):
+        expected = self.data(page)
+        for name, keys in (("cff", {"Тип Comtrade CFF": 1}), ("1999", {"Тип Comtrade 1999": 1}),
+                           ("binary", {"Тип Comtrade BIN": 1, "Кодировка Comtrade UTF8": 0})):
+            out = folder / ("as-" + name)
+            out.mkdir()
+            zucmtr("convert", *self.settings(**keys), "--defaults", "Default", "--out", out, folder / self.recording)
+            zucmtr("view", next(out.glob("*.cf?")), "-o", folder / "kind.html")
+            data = self.data(folder / "kind.html")
+            for key in ("time", "analog", "states", "trigger", "count"):
+                self.assertEqual(expected[key], data[key], (name, key))
+            self.assertEqual("" if name == "1999" else expected["report"], data["report"], name)
+
+    def test_example_of_the_help_works_as_it_stands(self):
+        help_text = zucmtr("view", "--help").stdout
+        lines = help_text.split("Example", 1)[1].splitlines()[1:]
+        script = "\n".join(lines).replace("zucmtr ", '"%s" ' % PROGRAM)
+        place = folder / "example"
+        place.mkdir()
+        subprocess.run(["sh", "-eu", "-c", script], cwd=place, check=True, stdout=subprocess.DEVNULL)
+        self.assertTrue((place / "station" / "fault.html").read_bytes().startswith(b"<!doctype html>"))
+
+    def test_pictures_are_written_and_alone_unless_a_page_is_named(self):
+        zucmtr("view", record_path(), "--svg", folder / "o.svg", "--png", folder / "o.png")
+        # Qt parts a text where the script changes.
+        svg = "".join(piece.strip() for piece in xml.etree.ElementTree.parse(folder / "o.svg").getroot().itertext())
+        for words in ("ПС Узловая", "макс_I = 6.03кА", "Пуск защит ВЛ 110 кВ Восточная"):
+            self.assertTrue(words in svg, words)
+        png = (folder / "o.png").read_bytes()
+        self.assertEqual(b"\x89PNG", png[:4])
+        self.assertEqual((1400, 860 + 6 * 22), struct.unpack(">II", png[16:24]))
+        zucmtr("view", record_path(), "--svg", folder / "p.svg", "-o", folder / "both.html")
+        self.assertTrue((folder / "both.html").exists())
+
+    def test_failures_name_the_file_and_leave_no_page(self):
+        missing = zucmtr("view", folder / "none.ZU", code=1)
+        self.assertIn("none.ZU' is no file", missing.stderr)
+        (folder / "bad.cfg").write_text("nonsense\n")
+        self.assertIn("bad.cfg", zucmtr("view", folder / "bad.cfg", code=1).stderr)
+        self.assertFalse((folder / "bad.html").exists())
+        (folder / "bad.ZU").write_bytes(b"nonsense")
+        self.assertIn("bad.ZU: not converted: ", zucmtr("view", folder / "bad.ZU", code=1).stderr)
+        nowhere = zucmtr("view", record_path(), "-o", folder / "no" / "where.html", code=1)
+        self.assertIn("where.html' cannot be written", nowhere.stderr)
+
+    def test_wrong_usage_is_told_before_anything_is_done(self):
+        ini = folder / "ZuDrv.ini"
+        for arguments, words in (((), "FILE is required"),
+                                 ((folder / self.recording, "--window", "-1"), "--window"),
+                                 ((folder / self.recording, "--window", "1", "--full"), "--full"),
+                                 ((folder / self.recording, "--ini", ini), "--device"),
+                                 ((folder / self.recording, "--ini", ini, "--device", "None"), "[None]")):
+            self.assertIn(words, zucmtr("view", *arguments, code=2).stderr)
+
+    def test_data_beyond_the_limit_are_cut_unless_asked_for_in_full(self):
+        path = folder / "large.cfg"
+        channels = 2000
+        count = 64 * 1024 * 1024 // (2 * channels + 1) + 1
+        lines = ["S,D,2013", "%d,%dA,0D" % (channels, channels)]
+        lines += ["%d,I%d,,,A,1,0,0,-9,9,1,1,P" % (number, number) for number in range(1, channels + 1)]
+        lines += ["50", "1", "1000,%d" % count, "01/02/2024,00:00:00.000000", "01/02/2024,00:00:09.000000", "BINARY",
+                  "1", "0,0", "0,0"]
+        path.write_text("\n".join(lines) + "\n")
+        path.with_suffix(".dat").write_bytes(
+            b"".join(struct.pack("<II", i + 1, i * 1000) + bytes(2 * channels) for i in range(count)))
+        result = zucmtr("view", path, "-o", folder / "large.html")
+        self.assertIn("the page holds %d of %d samples" % (count - 1, count), result.stderr)
+        self.assertEqual("", zucmtr("view", path, "-o", folder / "large.html", "--full").stderr)
+
+
+def record_path():
+    return next((folder / "comtrade").glob("*.cfg"))
+
+
+if __name__ == "__main__":
+    unittest.main(argv=[sys.argv[0], *sys.argv[4:]])

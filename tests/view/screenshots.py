@@ -1,0 +1,67 @@
+"""Makes the pictures of docs/images anew from the sample station.
+
+    screenshots.py ZUCMTR CHROMEDRIVER CHROMIUM DIRECTORY
+"""
+import base64
+import pathlib
+import subprocess
+import sys
+import tempfile
+
+from webdriver import Browser, until
+
+HOME = "\ue011"
+
+
+def main(program, driver, chromium, out):
+    with tempfile.TemporaryDirectory() as scratch:
+        folder = pathlib.Path(scratch)
+        subprocess.run([program, "sample", "--out", folder], check=True, stdout=subprocess.DEVNULL)
+        page = folder / "page.html"
+        subprocess.run([program, "view", folder / "Vostochnaya_000123.ZU", "--ini", folder / "ZuDrv.ini", "--device",
+                        "Vostochnaya", "-o", page, "--png", pathlib.Path(out) / "view-overview.png"], check=True)
+        browser = Browser(driver, chromium, 1360, 980)
+        try:
+            shoot_all(browser, page, pathlib.Path(out))
+        finally:
+            browser.close()
+
+
+def shoot_all(browser, page, out):
+    def shoot(name):
+        browser.settle()
+        browser.settle()
+        (out / name).write_bytes(base64.b64decode(browser._call("GET", "/screenshot")))
+
+    def show(wishes, circuit):
+        browser.open(page, wishes)
+        until(lambda: browser.run("return Boolean(window.zuView && zuView.page && zuView.page.strips[0].chart)"),
+              "the page")
+        browser.run("""const title = [...document.querySelectorAll('#groups h3')].find((t) => t.textContent === arguments[0]);
+            const bar = document.getElementById('bar').getBoundingClientRect().height;
+            scrollTo(0, title.getBoundingClientRect().top + scrollY - bar - 14);""", circuit)
+        browser.press("2")
+
+    show("lang=en&theme=light", "ВЛ 110 кВ Восточная")
+    browser.run("scrollTo(0, 0)")
+    shoot("view.png")
+    show("lang=en&theme=dark", "ВЛ 110 кВ Восточная")
+    shoot("view-dark.png")
+    show("lang=ru&theme=light", "ВЛ 110 кВ Западная")
+    shoot("view-russian.png")
+    show("lang=en&theme=light", "ВЛ 220 кВ Северная")
+    browser.press(HOME)
+    shoot("view-whole.png")
+    show("lang=en&theme=light", "ВЛ 110 кВ Восточная")
+    browser.run("const f = zuView.page.frame; f.show(95, 113); zuView.page.cursors.set(1, 1200 + 251);"
+                "zuView.page.cursors.set(0, 1200 + 240)")
+    shoot("view-zoomed.png")
+    browser.run("document.querySelector('[data-layout=apart]').click(); zuView.page.cursors.showFault()")
+    shoot("view-apart.png")
+    for sheet in ("reportSheet", "channelSheet", "recordSheet"):
+        browser.run("document.querySelector(`[data-sheet=${arguments[0]}]`).click(); scrollTo(0, 0)", sheet)
+        shoot("view-%s.png" % sheet)
+
+
+if __name__ == "__main__":
+    main(*sys.argv[1:])

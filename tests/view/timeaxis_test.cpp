@@ -1,0 +1,87 @@
+#include "view/timeaxis.h"
+
+#include <QJsonArray>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+comtrade::Configuration Made(std::vector<comtrade::SampleRate> rates, qint64 triggerNanoseconds)
+{
+    comtrade::Configuration config;
+    config.rates = std::move(rates);
+    config.lineFrequency = 50;
+    config.start.date = config.trigger.date = QDate(2024, 1, 31);
+    config.trigger.nanoseconds = triggerNanoseconds;
+    return config;
+}
+
+TEST(TimeAxis, TriggerIsAtTheNearestSampleAsInTheReport)
+{
+    const view::TimeAxis axis = view::TimeAxis::FromRates(Made({{2400, 4800}}, 250'000'000));
+    EXPECT_EQ(axis.TriggerSample(), 600);
+    EXPECT_EQ(axis.SamplesPerPeriod(), 48);
+    EXPECT_DOUBLE_EQ(axis.TimeOf(0), -0.25);
+    EXPECT_NEAR(axis.TimeOf(600), 0, 1e-12);
+}
+
+TEST(TimeAxis, TriggerOfTheNextDayCountsOverMidnight)
+{
+    comtrade::Configuration config = Made({{1000, 9000}}, 500'000'000);
+    config.start.nanoseconds = qint64(86399) * 1'000'000'000;
+    config.trigger.date = QDate(2024, 2, 1);
+    EXPECT_EQ(view::TimeAxis::FromRates(config).TriggerSample(), 1500);
+}
+
+TEST(TimeAxis, SecondRateGoesOnOneOfItsStepsBehindTheLastSample)
+{
+    const view::TimeAxis axis = view::TimeAxis::FromRates(Made({{1000, 100}, {500, 200}}, 0));
+    EXPECT_NEAR(axis.TimeOf(99), 0.099, 1e-12);
+    EXPECT_NEAR(axis.TimeOf(100), 0.101, 1e-12);
+    EXPECT_NEAR(axis.TimeOf(199), 0.299, 1e-12);
+    EXPECT_EQ(axis.SampleAt(0.1025, 200), 101);
+    EXPECT_EQ(axis.SampleAt(99, 200), 199);
+    EXPECT_EQ(axis.SampleAt(-99, 200), 0);
+}
+
+TEST(TimeAxis, PeriodIsThatOfTheRateAtTheTrigger)
+{
+    const view::TimeAxis axis = view::TimeAxis::FromRates(Made({{1000, 100}, {500, 300}}, 201'000'000));
+    EXPECT_EQ(axis.TriggerSample(), 150);
+    EXPECT_EQ(axis.SamplesPerPeriod(), 10);
+}
+
+TEST(TimeAxis, StampsThatGoBackAreHeldAtTheLatestTime)
+{
+    const view::TimeAxis axis = view::TimeAxis::FromStamps(Made({{0, 4}}, 20'000'000), {0, 0.02, 0.01, 0.03});
+    EXPECT_DOUBLE_EQ(axis.TimeOf(1), 0);
+    EXPECT_DOUBLE_EQ(axis.TimeOf(2), 0);
+    EXPECT_EQ(axis.TriggerSample(), 1);
+    EXPECT_EQ(axis.SamplesPerPeriod(), 1);
+}
+
+TEST(TimeAxis, JsonCountsFromTheFirstSampleHeld)
+{
+    const view::TimeAxis axis = view::TimeAxis::FromRates(Made({{1000, 100}, {500, 200}}, 0));
+    const QJsonArray pieces = axis.ToJson(90, 50).value(QStringLiteral("pieces")).toArray();
+    ASSERT_EQ(pieces.size(), 2);
+    EXPECT_EQ(pieces[0].toArray()[0].toDouble(), 0);
+    EXPECT_NEAR(pieces[0].toArray()[1].toDouble(), 90, 1e-9);
+    EXPECT_EQ(pieces[1].toArray()[0].toDouble(), 10);
+    EXPECT_NEAR(pieces[1].toArray()[1].toDouble(), 101, 1e-9);
+    EXPECT_DOUBLE_EQ(pieces[1].toArray()[2].toDouble(), 2);
+    EXPECT_EQ(axis.ToJson(120, 10).value(QStringLiteral("pieces")).toArray().size(), 1);
+}
+
+TEST(TimeAxis, HostileNumbersGiveSomeSample)
+{
+    comtrade::Configuration config = Made({{1e300, 1}, {1e-300, 5}}, 1);
+    config.trigger.date = QDate(9999, 1, 1);
+    config.lineFrequency = 1e-300;
+    const view::TimeAxis axis = view::TimeAxis::FromRates(config);
+    EXPECT_GE(axis.TriggerSample(), 0);
+    EXPECT_GE(axis.SampleAt(0, 5), 0);
+    EXPECT_LT(axis.SampleAt(0, 5), 5);
+}
+
+} // namespace

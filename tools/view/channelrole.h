@@ -1,0 +1,27 @@
+// What an analog channel measures, read from its unit, name and phase.
+#pragma once
+
+#include "comtrade/record.h"
+
+namespace view {
+
+/// The quantity by the unit.
+enum class Quantity { Voltage, Current, Other };
+
+/// The place of a channel in its circuit. The fault report looks for phases and the residual by their names,
+/// so the name decides ("Ua", "3I0"), and the phase where the name says nothing.
+struct Role
+{
+    Quantity quantity = Quantity::Other;
+    char phase = ' '; ///< 'a', 'b', 'c', '0' of the residual, or ' '
+};
+
+Role RoleOf(const comtrade::AnalogChannel& channel);
+
+/// Whether the unit is volt or ampere without prefix, in Latin or Cyrillic letters: values read in thousands.
+bool IsBaseUnit(const QString& unit);
+
+/// The unit with the prefix kilo, in the script of the unit.
+QString WithKilo(const QString& unit);
+
+} // namespace view

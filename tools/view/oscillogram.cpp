@@ -1,0 +1,159 @@
+#include "oscillogram.h"
+
+#include "base64.h"
+#include "report.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace view {
+
+namespace {
+
+struct Range
+{
+    qint64 first, end;
+};
+
+// A third of a window shows what was before the fault.
+constexpr double partBeforeTrigger = 1.0 / 3;
+
+qint64 BytesOfSample(const comtrade::Configuration& config)
+{
+    return static_cast<qint64>(2 * config.analog.size() + config.states.size() / 8 + 1);
+}
+
+Range Around(qint64 trigger, qint64 length, qint64 count)
+{
+    length = std::min(length, count);
+    const auto before = static_cast<qint64>(static_cast<double>(length) * partBeforeTrigger);
+    const qint64 first = std::clamp<qint64>(trigger - before, 0, count - length);
+    return {first, first + length};
+}
+
+Range Chosen(const TimeAxis& axis, const comtrade::Configuration& config, const Options& options)
+{
+    const qint64 count = config.SampleCount();
+    if (options.window > 0) {
+        const double start = std::max(-options.window * partBeforeTrigger, axis.TimeOf(0));
+        return {axis.SampleAt(start, count), axis.SampleAt(start + options.window, count) + 1};
+    }
+    const qint64 fitting = LargestSamples / BytesOfSample(config);
+    if (options.full || count <= fitting)
+        return {0, std::numeric_limits<qint64>::max()};
+    return Around(axis.TriggerSample(), fitting, count);
+}
+
+TimeAxis AxisOf(const QString& recordPath, const comtrade::Configuration& config)
+{
+    if (!IsStamped(config))
+        return TimeAxis::FromRates(config);
+    comtrade::Record record(recordPath);
+    comtrade::Row row{};
+    std::vector<double> seconds;
+    while (record.Next(row)) {
+        const double unit = config.timeMultiplier * (config.start.decimals > 6 ? 1e-9 : 1e-6);
+        const double before = seconds.empty() ? 0 : seconds.back();
+        seconds.push_back(row.hasTime ? static_cast<double>(row.time) * unit : before);
+    }
+    return TimeAxis::FromStamps(config, std::move(seconds));
+}
+
+void Append(Oscillogram& oscillogram, const comtrade::Row& row)
+{
+    for (size_t i = 0; i < oscillogram.analog.size(); ++i)
+        oscillogram.analog[i].Add(row.analog[i]);
+    for (size_t i = 0; i < oscillogram.states.size(); ++i)
+        oscillogram.states[i].Add(row.states[i] != 0);
+}
+
+bool IsShort(double code)
+{
+    return code >= -32768 && code <= 32767 && code == std::floor(code);
+}
+
+} // namespace
+
+void Codes::Add(double code)
+{
+    if (wide.empty() && !IsShort(code))
+        wide.assign(small.begin(), small.end());
+    if (wide.empty() && IsShort(code))
+        small.push_back(static_cast<qint16>(code));
+    else
+        wide.push_back(static_cast<float>(code));
+    if (!std::isfinite(code))
+        return;
+    least = hasNumbers ? std::min(least, code) : code;
+    greatest = hasNumbers ? std::max(greatest, code) : code;
+    hasNumbers = true;
+}
+
+QByteArray Codes::Encoded() const
+{
+    return IsWide() ? Base64(wide) : Base64(small);
+}
+
+void States::Add(bool state)
+{
+    if (count % 8 == 0)
+        bits.push_back(0);
+    if (count > 0 && At(count - 1) != state)
+        ++changes;
+    if (state)
+        bits.back() = static_cast<quint8>(bits.back() | (1u << (count % 8)));
+    ++count;
+}
+
+std::vector<qint32> States::ChangePositions() const
+{
+    std::vector<qint32> positions;
+    for (size_t i = 1; i < count; ++i)
+        if (At(i) != At(i - 1))
+            positions.push_back(static_cast<qint32>(i));
+    return positions;
+}
+
+qint64 Oscillogram::Count() const
+{
+    if (!analog.empty())
+        return static_cast<qint64>(analog.front().Size());
+    return states.empty() ? 0 : static_cast<qint64>(states.front().Size());
+}
+
+Oscillogram Load(const QString& recordPath, const Options& options)
+{
+    comtrade::Record record(recordPath);
+    Oscillogram oscillogram;
+    oscillogram.config = record.Config();
+    oscillogram.report = ReportText(record.Header());
+    oscillogram.axis = AxisOf(recordPath, oscillogram.config);
+    oscillogram.analog.resize(oscillogram.config.analog.size());
+    oscillogram.states.resize(oscillogram.config.states.size());
+    const Range range = Chosen(oscillogram.axis, oscillogram.config, options);
+    oscillogram.first = range.first;
+    comtrade::Row row{};
+    for (qint64 sample = 0; record.Next(row); ++sample) {
+        if (sample >= range.first && sample < range.end)
+            Append(oscillogram, row);
+        oscillogram.total = sample + 1;
+    }
+    return oscillogram;
+}
+
+QString StartedCircuit(const Oscillogram& oscillogram)
+{
+    QStringList circuits;
+    for (const comtrade::AnalogChannel& channel : oscillogram.config.analog)
+        circuits << channel.circuit;
+    return StartedCircuit(oscillogram.report, circuits);
+}
+
+double PrimaryFactor(const comtrade::AnalogChannel& channel)
+{
+    const bool hasRatio = channel.primary > 0 && channel.secondary > 0;
+    return channel.primaryValues || !hasRatio ? 1 : channel.primary / channel.secondary;
+}
+
+} // namespace view

@@ -1,0 +1,74 @@
+// The part of a record that is shown, in memory.
+#pragma once
+
+#include "comtrade/record.h"
+#include "timeaxis.h"
+#include "view.h"
+
+#include <vector>
+
+namespace view {
+
+/// The codes of one analog channel: 16-bit integers while all of them are, otherwise single precision.
+class Codes
+{
+public:
+    void Add(double code);
+    double At(size_t index) const { return wide.empty() ? small[index] : static_cast<double>(wide[index]); }
+    size_t Size() const { return wide.empty() ? small.size() : wide.size(); }
+    bool IsWide() const { return !wide.empty(); }
+    double Least() const { return least; }       ///< of the codes that are numbers; 0 if there are none
+    double Greatest() const { return greatest; } ///< likewise
+    QByteArray Encoded() const;                  ///< base64, as the page takes it
+
+private:
+    std::vector<qint16> small;
+    std::vector<float> wide;
+    double least = 0;
+    double greatest = 0;
+    bool hasNumbers = false;
+};
+
+/// The states of one discrete channel, a bit a sample, so that a restless one costs no more than in the DAT
+/// file.
+class States
+{
+public:
+    void Add(bool state);
+    bool At(size_t index) const { return (bits[index / 8] >> (index % 8) & 1u) != 0; }
+    size_t Size() const { return count; }
+    qint64 Changes() const { return changes; }
+    std::vector<quint8> Bits() const { return bits; }
+    std::vector<qint32> ChangePositions() const; ///< the samples with a state other than the one before
+
+private:
+    std::vector<quint8> bits;
+    size_t count = 0;
+    qint64 changes = 0;
+};
+
+struct Oscillogram
+{
+    comtrade::Configuration config;
+    TimeAxis axis;
+    QString report;             ///< the text of the HDR file, empty if there is none
+    qint64 first = 0;           ///< of the samples held
+    qint64 total = 0;           ///< samples of the record
+    std::vector<Codes> analog;  ///< one for each analog channel of the configuration
+    std::vector<States> states; ///< one for each discrete channel
+
+    qint64 Count() const;
+    /// The trigger among the samples held; not limited to them.
+    qint64 Trigger() const { return axis.TriggerSample() - first; }
+};
+
+/// Reads a record. Throws comtrade::Error.
+Oscillogram Load(const QString& recordPath, const Options& options);
+
+/// The circuit whose start made the recording, empty if there is no telling.
+QString StartedCircuit(const Oscillogram& oscillogram);
+
+/// Factor from the values of a channel to primary ones.
+double PrimaryFactor(const comtrade::AnalogChannel& channel);
+
+} // namespace view

@@ -1,0 +1,152 @@
+// The page as one file: a frame with the styles, scripts and data in it.
+#include "oscillogram.h"
+#include "pagedata.h"
+#include "view.h"
+
+#include <QCryptographicHash>
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
+
+// A static library's resources are linked in by name, outside of every namespace.
+static void LinkResources()
+{
+    Q_INIT_RESOURCE(web);
+}
+
+namespace view {
+
+namespace {
+
+// In the order in which they need one another.
+constexpr const char* scripts[] = {"dygraph", "texts",  "axis",      "channels", "power",
+                                   "frame",   "strips", "tracks",    "cursors",  "phasors",
+                                   "tables",  "report", "navigator", "main"};
+
+QByteArray Resource(const QString& name)
+{
+    QFile file(QStringLiteral(":/view/") + name);
+    if (!file.open(QIODevice::ReadOnly))
+        throw std::logic_error("the program lacks its resource " + name.toStdString());
+    return file.readAll();
+}
+
+// A source map would be asked of the network.
+QByteArray WithoutMap(const QByteArray& text)
+{
+    const int map = text.lastIndexOf("# sourceMappingURL=");
+    return map < 2 ? text : text.left(map - 2);
+}
+
+QByteArray Script(const char* name)
+{
+    return WithoutMap(Resource(QString::fromLatin1(name) + QStringLiteral(".js")));
+}
+
+// The text ahead of, between and behind marks that stand in it in this order.
+std::vector<QByteArray> Parted(const QByteArray& text, std::initializer_list<const char*> marks)
+{
+    std::vector<QByteArray> parts;
+    int from = 0;
+    for (const char* mark : marks) {
+        const int at = text.indexOf(mark, from);
+        parts.push_back(text.mid(from, at - from));
+        from = at + static_cast<int>(qstrlen(mark));
+    }
+    parts.push_back(text.mid(from));
+    return parts;
+}
+
+// No scripts but these run in the page, whatever stands in the record, and nothing is loaded.
+QByteArray Policy(const std::vector<QByteArray>& texts)
+{
+    QByteArray policy = "default-src 'none'; style-src 'unsafe-inline'; img-src data:; base-uri 'none'; "
+                        "form-action 'none'; script-src";
+    for (const QByteArray& text : texts)
+        policy += " 'sha256-" + QCryptographicHash::hash(text, QCryptographicHash::Sha256).toBase64() + "'";
+    return policy;
+}
+
+// Writes the page piece by piece; the samples are most of it.
+class PageWriter
+{
+public:
+    explicit PageWriter(const QString& path) : file(path)
+    {
+        if (!file.open(QIODevice::WriteOnly))
+            Fail();
+    }
+
+    void Write(const QByteArray& bytes)
+    {
+        if (file.write(bytes) != bytes.size())
+            Fail();
+    }
+
+    void Data(const QByteArray& id, const QByteArray& content)
+    {
+        Write("<script type=\"text/plain\" id=\"" + id + "\">");
+        Write(content);
+        Write("</script>\n");
+    }
+
+    void Commit()
+    {
+        if (!file.commit())
+            Fail();
+    }
+
+private:
+    [[noreturn]] void Fail()
+    {
+        throw Error(
+            QStringLiteral("'%1' cannot be written: %2; check the directory, its permissions and the free "
+                           "space")
+                .arg(file.fileName(), file.errorString()));
+    }
+
+    QSaveFile file;
+};
+
+QByteArray Title(const Oscillogram& oscillogram)
+{
+    const QString text = oscillogram.config.station + QStringLiteral(" — ") + oscillogram.config.device;
+    return text.toHtmlEscaped().toUtf8();
+}
+
+void WriteBody(PageWriter& page, const Oscillogram& oscillogram, const QString& source,
+               const std::vector<QByteArray>& texts)
+{
+    page.Data("data", PageData(oscillogram, source));
+    for (size_t i = 0; i < oscillogram.analog.size(); ++i)
+        page.Data("samples" + QByteArray::number(static_cast<int>(i)), oscillogram.analog[i].Encoded());
+    for (const QByteArray& text : texts) {
+        page.Write("<script>");
+        page.Write(text);
+        page.Write("</script>\n");
+    }
+}
+
+} // namespace
+
+Held WritePage(const QString& recordPath, const QString& pagePath, const Options& options)
+{
+    LinkResources();
+    const Oscillogram oscillogram = Load(recordPath, options);
+    const QString source = options.source.isEmpty() ? QFileInfo(recordPath).fileName() : options.source;
+    std::vector<QByteArray> texts;
+    for (const char* name : scripts)
+        texts.push_back(Script(name));
+    const std::vector<QByteArray> frame =
+        Parted(Resource(QStringLiteral("page.html")), {"@POLICY@", "@TITLE@", "@STYLES@", "@BODY@"});
+    PageWriter page(pagePath);
+    page.Write(frame[0] + Policy(texts) + frame[1] + Title(oscillogram) + frame[2]);
+    page.Write(WithoutMap(Resource(QStringLiteral("dygraph.css"))) + Resource(QStringLiteral("style.css")));
+    page.Write(frame[3]);
+    WriteBody(page, oscillogram, source, texts);
+    page.Write(frame[4]);
+    page.Commit();
+    return {oscillogram.Count(), oscillogram.total};
+}
+
+} // namespace view

@@ -1,0 +1,128 @@
+#include "pagedata.h"
+
+#include "base64.h"
+#include "channelrole.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+namespace view {
+
+namespace {
+
+QString DataTypeText(comtrade::DataType type)
+{
+    switch (type) {
+    case comtrade::DataType::Ascii:
+        return QStringLiteral("ASCII");
+    case comtrade::DataType::Binary:
+        return QStringLiteral("BINARY");
+    case comtrade::DataType::Binary32:
+        return QStringLiteral("BINARY32");
+    case comtrade::DataType::Float32:
+        break;
+    }
+    return QStringLiteral("FLOAT32");
+}
+
+QJsonObject AnalogJson(const comtrade::AnalogChannel& channel, const Codes& codes)
+{
+    const Role role = RoleOf(channel);
+    const char* const quantity = role.quantity == Quantity::Voltage   ? "U"
+                                 : role.quantity == Quantity::Current ? "I"
+                                                                      : "";
+    return {{QStringLiteral("number"), channel.number},
+            {QStringLiteral("name"), channel.name},
+            {QStringLiteral("phase"), channel.phase},
+            {QStringLiteral("circuit"), channel.circuit},
+            {QStringLiteral("unit"), channel.unit},
+            {QStringLiteral("kiloUnit"), WithKilo(channel.unit)},
+            {QStringLiteral("a"), channel.a},
+            {QStringLiteral("b"), channel.b},
+            {QStringLiteral("factor"), PrimaryFactor(channel)},
+            {QStringLiteral("primary"), channel.primary},
+            {QStringLiteral("secondary"), channel.secondary},
+            {QStringLiteral("wide"), codes.IsWide()},
+            {QStringLiteral("least"), codes.Least()},
+            {QStringLiteral("greatest"), codes.Greatest()},
+            {QStringLiteral("quantity"), QString::fromLatin1(quantity)},
+            {QStringLiteral("role"), QString(QLatin1Char(role.phase)).trimmed()}};
+}
+
+QJsonObject StateJson(const comtrade::StateChannel& channel, const States& states)
+{
+    QJsonObject json = {{QStringLiteral("number"), channel.number},
+                        {QStringLiteral("name"), channel.name},
+                        {QStringLiteral("phase"), channel.phase},
+                        {QStringLiteral("circuit"), channel.circuit},
+                        {QStringLiteral("normal"), channel.normalState ? 1 : 0},
+                        {QStringLiteral("initial"), states.Size() > 0 && states.At(0) ? 1 : 0}};
+    constexpr qint64 bitsOfPosition = 32;
+    if (states.Changes() * bitsOfPosition <= static_cast<qint64>(states.Size()))
+        json[QStringLiteral("changes")] = QString::fromLatin1(Base64(states.ChangePositions()));
+    else // so many changes that the states themselves are shorter
+        json[QStringLiteral("bits")] = QString::fromLatin1(Base64(states.Bits()));
+    return json;
+}
+
+template <typename Channel, typename Samples, typename Function>
+QJsonArray Channels(const std::vector<Channel>& channels, const std::vector<Samples>& samples, Function json)
+{
+    QJsonArray array;
+    for (size_t i = 0; i < channels.size(); ++i)
+        array.append(json(channels[i], samples[i]));
+    return array;
+}
+
+QJsonObject Identity(const comtrade::Configuration& config)
+{
+    return {{QStringLiteral("station"), config.station},
+            {QStringLiteral("device"), config.device},
+            {QStringLiteral("revision"), static_cast<int>(config.revision)},
+            {QStringLiteral("dataType"), DataTypeText(config.dataType)},
+            {QStringLiteral("lineFrequency"), config.lineFrequency},
+            {QStringLiteral("start"), StampText(config.start)},
+            {QStringLiteral("trigger"), StampText(config.trigger)},
+            {QStringLiteral("timeCode"), config.timeCode},
+            {QStringLiteral("localCode"), config.localCode},
+            {QStringLiteral("timeQuality"), config.timeQuality}};
+}
+
+} // namespace
+
+QString StampText(const comtrade::TimeStamp& stamp)
+{
+    constexpr qint64 second = 1000000000;
+    const QTime time = QTime(0, 0).addSecs(static_cast<int>(stamp.nanoseconds / second));
+    const QString fraction =
+        QStringLiteral("%1").arg(stamp.nanoseconds % second, 9, 10, QLatin1Char('0')).left(stamp.decimals);
+    return stamp.date.toString(Qt::ISODate) + QLatin1Char(' ') + time.toString(QStringLiteral("HH:mm:ss")) +
+           (fraction.isEmpty() ? QString() : QLatin1Char('.') + fraction);
+}
+
+QByteArray PageData(const Oscillogram& oscillogram, const QString& source)
+{
+    const comtrade::Configuration& config = oscillogram.config;
+    QJsonArray rates;
+    for (const comtrade::SampleRate& rate : config.rates)
+        rates.append(rate.hertz);
+    QJsonObject identity = Identity(config);
+    identity[QStringLiteral("source")] = source;
+    identity[QStringLiteral("rates")] = rates;
+    const QJsonObject data = {
+        {QStringLiteral("identity"), identity},
+        {QStringLiteral("count"), static_cast<double>(oscillogram.Count())},
+        {QStringLiteral("total"), static_cast<double>(oscillogram.total)},
+        {QStringLiteral("first"), static_cast<double>(oscillogram.first)},
+        {QStringLiteral("trigger"), static_cast<double>(oscillogram.Trigger())},
+        {QStringLiteral("perPeriod"), static_cast<double>(oscillogram.axis.SamplesPerPeriod())},
+        {QStringLiteral("time"), oscillogram.axis.ToJson(oscillogram.first, oscillogram.Count())},
+        {QStringLiteral("analog"), Channels(config.analog, oscillogram.analog, AnalogJson)},
+        {QStringLiteral("states"), Channels(config.states, oscillogram.states, StateJson)},
+        {QStringLiteral("report"), oscillogram.report},
+        {QStringLiteral("startedCircuit"), StartedCircuit(oscillogram)}};
+    return QJsonDocument(data).toJson(QJsonDocument::Compact).replace("<", "\\u003c");
+}
+
+} // namespace view

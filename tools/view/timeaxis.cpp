@@ -1,0 +1,145 @@
+#include "timeaxis.h"
+
+#include "base64.h"
+
+#include <QJsonArray>
+
+#include <algorithm>
+#include <cmath>
+
+namespace view {
+
+namespace {
+
+constexpr double fallbackFrequency = 50; // Hz, where the configuration has none
+
+qint64 OffsetNanoseconds(const comtrade::Configuration& config)
+{
+    const qint64 days = config.start.date.daysTo(config.trigger.date);
+    constexpr qint64 day = qint64(86400) * 1000000000;
+    constexpr qint64 farthest = 100000; // days; a trigger farther away is a slip of the pen
+    return std::clamp(days, -farthest, farthest) * day + config.trigger.nanoseconds -
+           config.start.nanoseconds;
+}
+
+// A sample number from a calculation, where hostile numbers may stand.
+qint64 ToSample(double position)
+{
+    constexpr double largest = 4e15;
+    return std::isnan(position) ? 0 : static_cast<qint64>(std::clamp(position, -largest, largest));
+}
+
+qint64 PeriodOf(double rate, double frequency)
+{
+    return ToSample(std::round(rate / (frequency > 0 ? frequency : fallbackFrequency)));
+}
+
+} // namespace
+
+bool IsStamped(const comtrade::Configuration& config)
+{
+    return std::none_of(config.rates.begin(), config.rates.end(),
+                        [](const comtrade::SampleRate& rate) { return rate.hertz > 0; });
+}
+
+double TriggerOffset(const comtrade::Configuration& config)
+{
+    return static_cast<double>(OffsetNanoseconds(config)) / 1e9;
+}
+
+TimeAxis TimeAxis::FromRates(const comtrade::Configuration& config)
+{
+    TimeAxis axis;
+    double at = -TriggerOffset(config);
+    qint64 from = 0;
+    for (const comtrade::SampleRate& rate : config.rates) {
+        if (!(rate.hertz > 0))
+            continue;
+        if (!axis.pieces.empty()) { // the first sample of a rate stands one of its steps behind the last one
+            const Piece& before = axis.pieces.back();
+            at = before.at + static_cast<double>(from - 1 - before.from) * before.step + 1 / rate.hertz;
+        }
+        axis.pieces.push_back({from, at, rate.hertz, 1 / rate.hertz});
+        from = std::max(from + 1, rate.lastSample);
+    }
+    // Microseconds, in the report's order of operations.
+    const double microseconds = static_cast<double>(OffsetNanoseconds(config) / 1000);
+    const Piece* piece = &axis.pieces.front();
+    axis.trigger = ToSample(std::round(microseconds * piece->hertz / 1e6));
+    if (axis.pieces.size() > 1 && axis.trigger >= axis.pieces[1].from) {
+        axis.trigger = axis.SampleAt(0, axis.pieces.back().from + (qint64(1) << 40));
+        piece = &axis.PieceOf(axis.trigger);
+    }
+    axis.perPeriod = PeriodOf(piece->hertz, config.lineFrequency);
+    return axis;
+}
+
+TimeAxis TimeAxis::FromStamps(const comtrade::Configuration& config, std::vector<double> seconds)
+{
+    TimeAxis axis;
+    const double offset = TriggerOffset(config);
+    double last = -offset;
+    for (double& second : seconds) { // whoever searches them relies on their order
+        second = last = std::max(last, second - offset);
+    }
+    axis.stamps = std::move(seconds);
+    axis.trigger = axis.SampleAt(0, static_cast<qint64>(axis.stamps.size()));
+    const double frequency = config.lineFrequency > 0 ? config.lineFrequency : fallbackFrequency;
+    axis.perPeriod = axis.trigger - axis.SampleAt(-1 / frequency, static_cast<qint64>(axis.stamps.size()));
+    return axis;
+}
+
+const TimeAxis::Piece& TimeAxis::PieceOf(qint64 sample) const
+{
+    const auto next = std::find_if(pieces.begin() + 1, pieces.end(),
+                                   [sample](const Piece& piece) { return piece.from > sample; });
+    return *(next - 1);
+}
+
+double TimeAxis::TimeOf(qint64 sample) const
+{
+    if (pieces.empty())
+        return stamps.empty() ? 0 : stamps[static_cast<size_t>(sample)];
+    const Piece& piece = PieceOf(sample);
+    return piece.at + static_cast<double>(sample - piece.from) * piece.step;
+}
+
+qint64 TimeAxis::SampleAt(double seconds, qint64 count) const
+{
+    qint64 low = 0;
+    qint64 high = std::max<qint64>(count - 1, 0);
+    while (low < high) { // the first sample that is not ahead of the time
+        const qint64 middle = low + (high - low) / 2;
+        if (TimeOf(middle) < seconds)
+            low = middle + 1;
+        else
+            high = middle;
+    }
+    if (low > 0 && seconds - TimeOf(low - 1) <= TimeOf(low) - seconds)
+        --low;
+    return low;
+}
+
+QJsonObject TimeAxis::ToJson(qint64 first, qint64 count) const
+{
+    constexpr double milliseconds = 1000;
+    if (pieces.empty()) {
+        std::vector<double> times;
+        for (qint64 sample = first; sample < first + count; ++sample)
+            times.push_back(stamps[static_cast<size_t>(sample)] * milliseconds);
+        return {{QStringLiteral("stamps"), QString::fromLatin1(Base64(times))}};
+    }
+    QJsonArray array;
+    for (size_t i = 0; i < pieces.size(); ++i) {
+        const Piece& piece = pieces[i];
+        const bool isOver = i + 1 < pieces.size() && pieces[i + 1].from <= first;
+        if (isOver || (piece.from >= first + count && !array.isEmpty()))
+            continue;
+        const qint64 from = std::max(piece.from, first);
+        array.append(QJsonArray{static_cast<double>(from - first), TimeOf(from) * milliseconds,
+                                piece.step * milliseconds});
+    }
+    return {{QStringLiteral("pieces"), array}};
+}
+
+} // namespace view

@@ -1,0 +1,51 @@
+// A record to look at: one HTML page that opens in any browser and asks nothing of the network, or a still
+// picture of the fault.
+//
+//     view::WritePage("record.cfg", "record.html", {});
+#pragma once
+
+#include <QString>
+
+#include <stdexcept>
+
+namespace view {
+
+/// What goes into a page.
+struct Options
+{
+    double window = 0; ///< seconds around the trigger that the page holds; 0: all, or what fits the page
+    bool full = false; ///< hold all samples, however large the page becomes
+    QString source;    ///< file name to show as the origin; empty: that of the record
+};
+
+/// A page or picture that cannot be written; what() is UTF-8 and names the file and what to do. A record that
+/// cannot be read throws comtrade::Error.
+class Error : public std::runtime_error
+{
+public:
+    explicit Error(const QString& text) : std::runtime_error(text.toStdString()) {}
+};
+
+/// How much of the record a page holds.
+struct Held
+{
+    qint64 samples = 0; ///< in the page
+    qint64 total = 0;   ///< in the record
+};
+
+/// Bytes of samples beyond which a page holds a window around the trigger, unless Options::full is set.
+constexpr qint64 LargestSamples = qint64(64) * 1024 * 1024;
+
+/// Writes the page of a COMTRADE record (a .cfg with its files beside it, or a .cff). An older page is
+/// replaced only when the new one is whole.
+Held WritePage(const QString& recordPath, const QString& pagePath, const Options& options);
+
+/// Format of a still picture.
+enum class Picture { Svg, Png };
+
+/// Draws the started circuit with its voltages, currents and changing states, and the key figures of the
+/// report. Needs a QGuiApplication.
+void WritePicture(const QString& recordPath, const QString& picturePath, Picture format,
+                  const Options& options);
+
+} // namespace view

@@ -1,0 +1,186 @@
+// The two cursors, the trigger's line, and what pointer and keys do to them and to the shown span.
+(function (view) {
+  'use strict';
+
+  const grip = 6;      // pixels within which a cursor is taken hold of
+  const dragFrom = 4;  // pixels from which a press is no click any more
+  const wheelZoom = 1.0015;
+
+  view.Cursors = class {
+    // moved: called when a cursor has another sample; chosen: when another cursor is chosen
+    constructor(overlay, frame, perPeriod, moved) {
+      this.overlay = overlay;
+      this.frame = frame;
+      this.perPeriod = Math.max(perPeriod, 1);
+      this.moved = moved;
+      this.chosen = 0;
+      this.samples = [0, 0];
+      this.lines = ['first', 'second', 'trigger'].map((name) => {
+        const line = document.createElement('div');
+        line.className = `line ${name}`;
+        const flag = document.createElement('span');
+        flag.textContent = { first: '1', second: '2', trigger: '' }[name];
+        line.append(flag);
+        overlay.append(line);
+        return line;
+      });
+      this.box = document.createElement('div');
+      this.box.className = 'box';
+      this.box.hidden = true;
+      overlay.append(this.box);
+    }
+
+    time(cursor) { return this.frame.axis.timeOf(this.samples[cursor]); }
+
+    set(cursor, sample) {
+      this.samples[cursor] = Math.max(0, Math.min(this.frame.axis.count - 1, sample));
+      this.chosen = cursor;
+      this.place();
+      this.moved();
+    }
+
+    // Puts the lines where their times are; outside of the shown span they vanish.
+    place() {
+      const area = this.area();
+      [this.time(0), this.time(1), 0].forEach((time, index) => {
+        const inside = time >= this.frame.from && time <= this.frame.to;
+        this.lines[index].hidden = !inside;
+        this.lines[index].style.transform = `translateX(${area.left + this.xOf(time, area)}px)`;
+      });
+      this.lines.forEach((line, index) => line.classList.toggle('chosen', index === this.chosen));
+    }
+
+    // The plots' area in the overlay: left edge and width, pixels.
+    area() {
+      const plot = document.querySelector('.ruler .plot').getBoundingClientRect();
+      const area = view.plotArea(plot.width);
+      return { left: plot.left - this.overlay.getBoundingClientRect().left + area.left, width: area.width };
+    }
+
+    xOf(time, area) { return ((time - this.frame.from) / this.frame.span) * area.width; }
+
+    timeAt(clientX) {
+      const area = this.area();
+      const x = clientX - this.overlay.getBoundingClientRect().left - area.left;
+      return this.frame.from + (x / area.width) * this.frame.span;
+    }
+
+    // Listens to the element that holds the strips.
+    listen(element) {
+      this.pointers = new Map();
+      element.addEventListener('pointerdown', (event) => this.press(event, element));
+      element.addEventListener('pointermove', (event) => this.drag(event));
+      element.addEventListener('pointerup', (event) => this.release(event));
+      element.addEventListener('pointercancel', (event) => this.forget(event));
+      element.addEventListener('dblclick', (event) => { if (this.onPlot(event)) this.frame.showAll(); });
+      element.addEventListener('contextmenu', (event) => { if (this.onPlot(event)) event.preventDefault(); });
+      element.addEventListener('wheel', (event) => this.wheel(event), { passive: false });
+      document.addEventListener('keydown', (event) => this.key(event));
+    }
+
+    onPlot(event) { return event.target.closest('.plot') !== null; }
+
+    press(event, element) {
+      if (!this.onPlot(event)) return;
+      element.setPointerCapture(event.pointerId);
+      this.pointers.set(event.pointerId, event.clientX);
+      const near = [0, 1].find((cursor) => Math.abs(this.clientXOf(cursor) - event.clientX) <= grip);
+      this.gesture = {
+        start: event.clientX, last: event.clientX, moved: false, cursor: near,
+        isBox: event.shiftKey && near === undefined, second: event.altKey || event.button === 2,
+      };
+      if (this.pointers.size === 2) this.gesture = { pinch: true, moved: true };
+    }
+
+    clientXOf(cursor) {
+      const area = this.area();
+      return this.overlay.getBoundingClientRect().left + area.left + this.xOf(this.time(cursor), area);
+    }
+
+    drag(event) {
+      if (!this.pointers.has(event.pointerId)) return;
+      const gesture = this.gesture;
+      if (gesture.pinch) this.pinch(event);
+      this.pointers.set(event.pointerId, event.clientX);
+      if (gesture.pinch) return;
+      gesture.moved = gesture.moved || Math.abs(event.clientX - gesture.start) >= dragFrom;
+      if (!gesture.moved) return;
+      if (gesture.cursor !== undefined) this.set(gesture.cursor, this.frame.axis.sampleAt(this.timeAt(event.clientX)));
+      else if (gesture.isBox) this.showBox(gesture.start, event.clientX);
+      else this.frame.pan(((gesture.last - event.clientX) / this.area().width) * this.frame.span);
+      gesture.last = event.clientX;
+    }
+
+    // Two fingers keep the times under them.
+    pinch(event) {
+      const [other] = [...this.pointers].filter(([id]) => id !== event.pointerId).map(([, x]) => x);
+      const before = Math.abs(this.pointers.get(event.pointerId) - other);
+      const after = Math.abs(event.clientX - other);
+      if (before > 0 && after > 0) this.frame.zoom(before / after, this.timeAt(other));
+    }
+
+    showBox(from, to) {
+      const left = this.overlay.getBoundingClientRect().left;
+      this.box.hidden = false;
+      this.box.style.left = `${Math.min(from, to) - left}px`;
+      this.box.style.width = `${Math.abs(to - from)}px`;
+    }
+
+    release(event) {
+      if (!this.pointers.has(event.pointerId)) return;
+      const gesture = this.gesture;
+      if (gesture.isBox && gesture.moved) {
+        const times = [gesture.start, event.clientX].map((x) => this.timeAt(x)).sort((a, b) => a - b);
+        this.frame.show(...times);
+      } else if (!gesture.moved && gesture.cursor === undefined) {
+        this.set(gesture.second ? 1 : 0, this.frame.axis.sampleAt(this.timeAt(event.clientX)));
+      }
+      this.forget(event);
+    }
+
+    forget(event) {
+      this.pointers.delete(event.pointerId);
+      this.box.hidden = true;
+    }
+
+    wheel(event) {
+      const sideways = Math.abs(event.deltaX) > Math.abs(event.deltaY);
+      if (!this.onPlot(event) || (!event.ctrlKey && !event.metaKey && !sideways)) return;
+      event.preventDefault();
+      if (sideways) this.frame.pan((event.deltaX / this.area().width) * this.frame.span);
+      else this.frame.zoom(wheelZoom ** event.deltaY, this.timeAt(event.clientX));
+    }
+
+    // By the place of the keys, so that they work in every layout.
+    key(event) {
+      if (event.ctrlKey || event.metaKey || event.altKey || event.target.closest('input, select, textarea')) return;
+      const step = event.shiftKey ? this.perPeriod : 1;
+      const actions = {
+        ArrowLeft: () => this.frame.pan(-this.frame.span / 10), ArrowRight: () => this.frame.pan(this.frame.span / 10),
+        Equal: () => this.zoomAtCursor(0.5), NumpadAdd: () => this.zoomAtCursor(0.5),
+        Minus: () => this.zoomAtCursor(2), NumpadSubtract: () => this.zoomAtCursor(2),
+        Home: () => this.frame.showAll(), KeyT: () => this.showFault(),
+        Comma: () => this.set(this.chosen, this.samples[this.chosen] - step),
+        Period: () => this.set(this.chosen, this.samples[this.chosen] + step),
+        Digit1: () => this.set(0, this.samples[0]), Digit2: () => this.set(1, this.samples[1]),
+      };
+      if (!actions[event.code] || document.getElementById('oscillogram').hidden) return;
+      event.preventDefault();
+      actions[event.code]();
+    }
+
+    // Around the chosen cursor if it is seen, otherwise around the middle.
+    zoomAtCursor(factor) {
+      const time = this.time(this.chosen);
+      const inside = time >= this.frame.from && time <= this.frame.to;
+      this.frame.zoom(factor, inside ? time : (this.frame.from + this.frame.to) / 2);
+    }
+
+    // Three periods ahead of the trigger and what follows on it.
+    showFault() {
+      const trigger = this.frame.axis.sampleAt(0);
+      const period = Math.abs(this.frame.axis.timeOf(trigger) - this.frame.axis.timeOf(Math.max(trigger - this.perPeriod, 0))) || 20;
+      this.frame.show(-3 * period, 9 * period);
+    }
+  };
+})(globalThis.zuView = globalThis.zuView || {});

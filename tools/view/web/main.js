@@ -1,0 +1,280 @@
+// Puts the page together: reads the data, builds the parts, and redraws what is seen when something changes.
+(function (view) {
+  'use strict';
+
+  const byId = (id) => document.getElementById(id);
+  const sheets = [['oscillogram', 'oscillogram'], ['reportSheet', 'report'], ['channelSheet', 'channels'], ['recordSheet', 'record']];
+  const paperWidth = 1040; // pixels, of a landscape sheet
+
+  class Page {
+    constructor() {
+      this.data = JSON.parse(byId('data').textContent);
+      this.axis = new view.TimeAxis(this.data.time, this.data.count);
+      this.analog = this.data.analog.map((json, index) => new view.AnalogChannel(json, index, () => takeText(`samples${index}`)));
+      this.states = this.data.states.map((json, index) => new view.StateChannel(json, index, this.data.count));
+      this.groups = view.groupByCircuit(this.analog);
+      for (const channels of this.groups.values()) view.chooseUnits(channels);
+      this.frame = new view.Frame(this.axis);
+      this.layout = 'together';
+      this.strips = [];
+      this.fit = false;
+      this.pending = new Set();
+    }
+
+    build() {
+      byId('station').textContent = this.data.identity.station;
+      this.ruler = new view.Ruler(byId('ruler'), this.frame);
+      this.seen = new IntersectionObserver((entries) => this.see(entries), { rootMargin: '150px' });
+      this.cursors = new view.Cursors(byId('overlay'), this.frame, this.data.perPeriod, () => this.request('values'));
+      this.phasors = new view.Phasors(byId('side'), this.groups, this.data.perPeriod, this.data.startedCircuit, () => this.request('values'));
+      this.tracks = new view.Tracks(byId('tracks'), this.states, this.frame);
+      this.table = new view.ChannelTable(byId('channels'), byId('filter'), byId('filtered'), [...this.analog, ...this.states], this.axis, () => this.changeVisible());
+      this.buildStrips();
+      this.navigator = new view.Navigator(byId('navigator'), this.navigatorChannels(), this.frame);
+      this.listen();
+      this.setLanguage(wish('lang') || ((navigator.language || '').startsWith('ru') ? 'ru' : 'en'));
+      this.setTheme(wish('theme') || (matchMedia('(prefers-color-scheme: dark)').matches ? 'dark' : 'light'));
+      const trigger = this.axis.sampleAt(0);
+      this.cursors.samples = [trigger, Math.min(trigger + 3 * this.data.perPeriod, this.data.count - 1)];
+      if (this.frame.start <= 0 && this.frame.end >= 0) this.cursors.showFault();
+      else this.frame.showAll();
+    }
+
+    // Currents of the started circuit, or whatever there is.
+    navigatorChannels() {
+      const circuit = this.phasors.circuit;
+      if (!circuit) return this.analog.slice(0, 1);
+      return (circuit.I[0] ? circuit.I : circuit.U).slice(0, 3).filter(Boolean);
+    }
+
+    buildStrips() {
+      this.seen.disconnect();
+      byId('groups').textContent = '';
+      this.strips = [];
+      for (const [circuit, channels] of this.groups) {
+        const group = document.createElement('section');
+        const title = document.createElement('h3');
+        title.textContent = circuit || view.text('noCircuit');
+        title.classList.toggle('started', circuit !== '' && circuit === this.data.startedCircuit);
+        group.append(title);
+        for (const part of view.splitIntoStrips(channels, this.layout)) {
+          const strip = new view.Strip(part, this.frame);
+          strip.element.classList.toggle('single', part.length === 1);
+          this.strips.push(strip);
+          group.append(strip.element);
+        }
+        byId('groups').append(group);
+      }
+      for (const strip of this.strips) this.seen.observe(strip.element);
+      this.applyVisible();
+    }
+
+    see(entries) {
+      for (const entry of entries) {
+        const strip = this.strips.find((candidate) => candidate.element === entry.target);
+        if (strip) strip.onScreen = entry.isIntersecting;
+      }
+      this.request('strips');
+      this.request('values');
+    }
+
+    listen() {
+      this.frame.listen(() => {
+        for (const strip of this.strips) strip.stale = true;
+        for (const part of ['strips', 'tracks', 'ruler', 'navigator', 'lines']) this.request(part);
+      });
+      this.cursors.listen(byId('strips'));
+      const middle = () => (this.frame.from + this.frame.to) / 2;
+      const actions = {
+        whole: () => this.frame.showAll(), toTrigger: () => this.cursors.showFault(),
+        zoomIn: () => this.frame.zoom(0.5, middle()), zoomOut: () => this.frame.zoom(2, middle()),
+        print: () => globalThis.print(),
+        theme: () => this.setTheme(document.documentElement.dataset.theme === 'dark' ? 'light' : 'dark'),
+      };
+      for (const id of Object.keys(actions)) byId(id).addEventListener('click', actions[id]);
+      byId('fit').addEventListener('change', () => { this.fit = byId('fit').checked; this.redraw(); });
+      for (const button of byId('layouts').children) button.addEventListener('click', () => this.setLayout(button.dataset.layout));
+      for (const button of byId('languages').children) button.addEventListener('click', () => this.setLanguage(button.dataset.language));
+      globalThis.addEventListener('resize', () => this.resize());
+      globalThis.addEventListener('beforeprint', () => this.toPaper());
+      globalThis.addEventListener('afterprint', () => this.fromPaper());
+    }
+
+    setLayout(layout) {
+      this.layout = layout;
+      for (const button of byId('layouts').children) button.setAttribute('aria-pressed', button.dataset.layout === layout);
+      this.buildStrips();
+      this.redraw();
+    }
+
+    setLanguage(name) {
+      document.documentElement.lang = view.setLanguage(name);
+      for (const element of document.querySelectorAll('[data-text]')) element.textContent = view.text(element.dataset.text);
+      for (const element of document.querySelectorAll('[data-hint]')) element.title = view.text(element.dataset.hint);
+      for (const button of byId('languages').children) button.setAttribute('aria-pressed', button.dataset.language === document.documentElement.lang);
+      byId('keyList').replaceChildren(...view.text('keyList').map((text) => Object.assign(document.createElement('li'), { textContent: text })));
+      this.describe();
+      this.buildTabs();
+      this.resize();
+      this.phasors.build();
+      this.tracks.build();
+      this.table.build();
+      view.showIdentity(byId('identity'), this.data, this.axis);
+      view.showReport(byId('report'), this.data.report);
+      this.setLayout(this.layout);
+    }
+
+    describe() {
+      const { identity, startedCircuit, count, total } = this.data;
+      const parts = [identity.device, view.text('triggered', identity.trigger)];
+      if (startedCircuit) parts.push(view.text('started', startedCircuit));
+      byId('event').textContent = parts.join(' · ');
+      byId('partial').hidden = count === total && count > 0;
+      const seconds = ((this.frame.end - this.frame.start) / 1000).toFixed(3);
+      byId('partial').textContent = count > 0 ? view.text('partial', seconds, count, total) : view.text('empty');
+      byId('columns').replaceChildren(...['value', 'rms', 'angle'].map((key) =>
+        Object.assign(document.createElement('span'), { className: key, textContent: view.text(key) })));
+    }
+
+    buildTabs() {
+      byId('tabs').replaceChildren(...sheets.map(([id, key]) => {
+        const tab = Object.assign(document.createElement('button'), { type: 'button', textContent: view.text(key) });
+        tab.setAttribute('role', 'tab');
+        tab.setAttribute('aria-selected', !byId(id).hidden);
+        tab.dataset.sheet = id;
+        tab.addEventListener('click', () => this.openSheet(id));
+        return tab;
+      }));
+    }
+
+    openSheet(opened) {
+      for (const [id] of sheets) byId(id).hidden = id !== opened;
+      this.buildTabs();
+      this.redraw();
+    }
+
+    setTheme(name) {
+      document.documentElement.dataset.theme = name === 'dark' ? 'dark' : 'light';
+      for (const strip of this.strips) strip.restyle();
+      this.redraw();
+    }
+
+    changeVisible() {
+      this.applyVisible();
+      this.redraw();
+    }
+
+    applyVisible() {
+      for (const strip of this.strips) {
+        strip.element.hidden = strip.visibleChannels.length === 0;
+        for (const { row, channel } of strip.rows) row.hidden = !channel.visible;
+      }
+      for (const group of byId('groups').children) group.hidden = [...group.querySelectorAll('.strip')].every((strip) => strip.hidden);
+    }
+
+    resize() {
+      document.documentElement.style.setProperty('--bar', `${byId('bar').offsetHeight}px`); // sticks under it
+      for (const strip of this.strips) strip.resize();
+      this.ruler.resize();
+      this.redraw();
+    }
+
+    redraw() {
+      for (const strip of this.strips) strip.stale = true;
+      for (const part of ['strips', 'tracks', 'ruler', 'navigator', 'lines', 'values']) this.request(part);
+    }
+
+    // Draws a part with the next frame of the screen, once however often it is asked for.
+    request(part) {
+      if (this.pending.size === 0) requestAnimationFrame(() => this.drawPending());
+      this.pending.add(part);
+    }
+
+    drawPending() {
+      const pending = this.pending;
+      this.pending = new Set();
+      if (byId('oscillogram').hidden || this.data.count === 0) return;
+      if (pending.has('ruler')) this.ruler.draw();
+      if (pending.has('strips')) for (const strip of this.strips) if (strip.onScreen && strip.stale) strip.draw(this.fit);
+      if (pending.has('tracks')) this.tracks.draw();
+      if (pending.has('navigator')) this.navigator.draw();
+      if (pending.has('lines')) this.cursors.place();
+      if (pending.has('values')) this.showValues();
+    }
+
+    showValues() {
+      const { cursors } = this;
+      cursors.place();
+      byId('time1').textContent = view.milliseconds(cursors.time(0));
+      byId('time2').textContent = view.milliseconds(cursors.time(1));
+      byId('between').textContent = view.milliseconds(cursors.time(1) - cursors.time(0));
+      for (const strip of this.strips) if (strip.onScreen) strip.rows.forEach((row) => this.showRow(row));
+      for (const { channel, cells } of this.tracks.rows)
+        cells.forEach((cell, cursor) => { cell.textContent = channel.state(cursors.samples[cursor]); });
+      this.phasors.draw(cursors.samples[cursors.chosen], cursors.chosen);
+    }
+
+    showRow({ channel, cells }) {
+      cells.forEach(([value, rms, angle], cursor) => {
+        const sample = this.cursors.samples[cursor];
+        const phasor = view.phasor(this.phasors.method, channel, sample, this.data.perPeriod);
+        value.textContent = view.number(channel.value(sample));
+        rms.textContent = view.number(phasor.module);
+        angle.textContent = view.angle(phasor.angle);
+      });
+    }
+
+    // Everything on paper, in light colours and at the width of the sheet, drawn before the browser takes it.
+    toPaper() {
+      this.before = { theme: document.documentElement.dataset.theme, hidden: sheets.map(([id]) => byId(id).hidden) };
+      for (const [id] of sheets) byId(id).hidden = false;
+      document.documentElement.dataset.theme = 'light';
+      document.body.style.width = `${paperWidth}px`;
+      this.pending = new Set();
+      for (const strip of this.strips) {
+        strip.onScreen = true;
+        strip.draw(this.fit);
+        strip.restyle();
+        strip.resize();
+      }
+      this.ruler.draw();
+      this.ruler.resize();
+      this.tracks.draw();
+      this.navigator.draw();
+      this.showValues();
+    }
+
+    fromPaper() {
+      document.body.style.width = '';
+      sheets.forEach(([id], index) => { byId(id).hidden = this.before.hidden[index]; });
+      this.setTheme(this.before.theme);
+      for (const strip of this.strips) {
+        this.seen.unobserve(strip.element);
+        this.seen.observe(strip.element);
+      }
+      this.resize();
+    }
+  }
+
+  // The text of a data element, which is given up with it: the samples are then in memory once.
+  function takeText(id) {
+    const element = byId(id);
+    const text = element.textContent;
+    element.remove();
+    return text;
+  }
+
+  // A wish behind the page's address, as page.html#lang=ru&theme=dark.
+  function wish(name) {
+    return new URLSearchParams(location.hash.slice(1)).get(name);
+  }
+
+  try {
+    view.page = new Page();
+    view.page.build();
+  } catch (error) {
+    byId('partial').hidden = false;
+    byId('partial').textContent = view.text('failed', error.message);
+    throw error;
+  }
+})(globalThis.zuView = globalThis.zuView || {});

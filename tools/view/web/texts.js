@@ -1,0 +1,90 @@
+// What the page says, in English and Russian. Texts of the record are not here: they are shown as they stand.
+(function (view) {
+  'use strict';
+
+  const texts = {
+    en: {
+      oscillogram: 'Oscillogram', report: 'Fault report', channels: 'Channels', record: 'Record',
+      theme: 'Theme', print: 'Print', whole: 'Whole', toTrigger: 'Trigger',
+      wholeHint: 'Show the whole record (Home)', triggerHint: 'Show the fault: from three periods ahead of the trigger (T)',
+      zoomInHint: 'Zoom in (+)', zoomOutHint: 'Zoom out (−)',
+      together: 'By quantity', apart: 'By channel',
+      togetherHint: 'Voltages and currents of a circuit in one strip each', apartHint: 'One strip per channel',
+      fit: 'Fit to view', keys: 'Mouse and keys', wholeRecord: 'Whole record',
+      value: 'value', rms: 'RMS', angle: 'angle', discrete: 'Discrete channels', noCircuit: 'Without circuit',
+      unchanged: 'without changes: {0}', noChanges: 'No discrete channel changes.',
+      circuit: 'Circuit', cursor: 'Cursor', method: 'Method', methodReport: 'as in the report', methodFourier: '50/60 Hz (Fourier)',
+      phasors: 'Phasors', sequences: 'Symmetrical components', trigger: 'trigger', triggered: 'Trigger {0}', started: 'started by {0}',
+      noPhases: 'No circuit has phase voltages or currents.', reference: 'Angles against Ua',
+      filter: 'Filter: name, circuit, unit', shown: '{0} of {1}', number: 'No.', kind: 'Kind', name: 'Name', phase: 'Phase',
+      unit: 'Unit', least: 'Least', greatest: 'Greatest', ratio: 'Ratio', visible: 'Shown', analogKind: 'analog', stateKind: 'discrete',
+      changesCount: 'Changes', firstChange: 'First change', noReport: 'The record has no fault report (HDR).',
+      station: 'Station', device: 'Device', source: 'File', revision: 'COMTRADE revision', dataType: 'Data', start: 'First sample',
+      triggerTime: 'Trigger', rates: 'Samples per second', frequency: 'Line frequency, Hz', samples: 'Samples', duration: 'Duration, s',
+      counts: 'Channels, analog and discrete', timeCode: 'Time code', localCode: 'Local time code', timeQuality: 'Time quality',
+      partial: 'This page holds {0} s around the trigger: {1} of {2} samples. The options --window and --full of the program change that.',
+      empty: 'The record has no samples.', failed: 'The page could not be drawn: {0}',
+      keyList: ['Drag: pan. Shift + drag: zoom into the span. Double click: whole record', 'Ctrl + wheel, or pinch: zoom. Horizontal wheel: pan',
+        'Click: cursor 1. Right click or Alt + click: cursor 2. Cursors can be dragged', '← →: pan. + −: zoom. Home: whole record. T: the fault',
+        ', and .: move the chosen cursor by one sample, with Shift by one period. 1, 2: choose the cursor'],
+    },
+    ru: {
+      oscillogram: 'Осциллограмма', report: 'Отчёт об аварии', channels: 'Каналы', record: 'Запись',
+      theme: 'Тема', print: 'Печать', whole: 'Вся', toTrigger: 'Пуск',
+      wholeHint: 'Показать всю запись (Home)', triggerHint: 'Показать аварию: от трёх периодов до пуска (T)',
+      zoomInHint: 'Увеличить (+)', zoomOutHint: 'Уменьшить (−)',
+      together: 'По величинам', apart: 'По каналам',
+      togetherHint: 'Напряжения и токи присоединения на общих дорожках', apartHint: 'Каждый канал на своей дорожке',
+      fit: 'По видимому', keys: 'Мышь и клавиши', wholeRecord: 'Вся запись',
+      value: 'мгн.', rms: 'действ.', angle: 'угол', discrete: 'Дискретные каналы', noCircuit: 'Без присоединения',
+      unchanged: 'без изменений: {0}', noChanges: 'Дискретные каналы не меняются.',
+      circuit: 'Присоединение', cursor: 'Курсор', method: 'Расчёт', methodReport: 'как в отчёте', methodFourier: '50/60 Гц (Фурье)',
+      phasors: 'Векторная диаграмма', sequences: 'Симметричные составляющие', trigger: 'пуск', triggered: 'Пуск {0}', started: 'пуск по {0}',
+      noPhases: 'Нет присоединений с фазными напряжениями или токами.', reference: 'Углы от Ua',
+      filter: 'Отбор: имя, присоединение, единица', shown: '{0} из {1}', number: '№', kind: 'Вид', name: 'Имя', phase: 'Фаза',
+      unit: 'Единица', least: 'Наименьшее', greatest: 'Наибольшее', ratio: 'Трансформация', visible: 'Показан', analogKind: 'аналоговый', stateKind: 'дискретный',
+      changesCount: 'Изменений', firstChange: 'Первое', noReport: 'В записи нет отчёта об аварии (HDR).',
+      station: 'Объект', device: 'Устройство', source: 'Файл', revision: 'Редакция COMTRADE', dataType: 'Данные', start: 'Первый отсчёт',
+      triggerTime: 'Пуск', rates: 'Отсчётов в секунду', frequency: 'Частота сети, Гц', samples: 'Отсчётов', duration: 'Длительность, с',
+      counts: 'Каналов, аналоговых и дискретных', timeCode: 'Временной код', localCode: 'Местный временной код', timeQuality: 'Качество времени',
+      partial: 'На странице {0} с вокруг пуска: {1} из {2} отсчётов. Это меняют параметры программы --window и --full.',
+      empty: 'В записи нет отсчётов.', failed: 'Страницу не удалось построить: {0}',
+      keyList: ['Тянуть: сдвиг. Shift + тянуть: увеличить участок. Двойной щелчок: вся запись', 'Ctrl + колесо или два пальца: масштаб. Горизонтальное колесо: сдвиг',
+        'Щелчок: курсор 1. Правый щелчок или Alt + щелчок: курсор 2. Курсоры можно тянуть', '← →: сдвиг. + −: масштаб. Home: вся запись. T: авария',
+        ', и .: выбранный курсор на отсчёт, с Shift на период. 1, 2: выбор курсора'],
+    },
+  };
+
+  let language = 'en';
+
+  view.setLanguage = function (name) {
+    language = texts[name] ? name : 'en';
+    return language;
+  };
+
+  // The text of a key; {0}, {1} ... are replaced by the values.
+  view.text = function (key, ...values) {
+    const text = texts[language][key];
+    return Array.isArray(text) ? text : text.replace(/\{(\d)\}/g, (mark, index) => values[index]);
+  };
+
+  // A number with four significant digits or so, for read-outs.
+  view.number = function (value) {
+    if (!Number.isFinite(value)) return '—';
+    const size = Math.abs(value);
+    const decimals = size >= 1000 ? 0 : size >= 100 ? 1 : size >= 10 ? 2 : 3;
+    const text = value.toFixed(decimals);
+    return (Number(text) === 0 ? text.replace('-', '') : text).replace('-', '−');
+  };
+
+  view.angle = (degrees) => (Number.isFinite(degrees) ? `${degrees.toFixed(0)}°` : '—');
+
+  // Milliseconds with a sign.
+  view.milliseconds = function (value) {
+    const text = Math.abs(value).toFixed(3);
+    const unit = language === 'ru' ? ' мс' : ' ms';
+    return (value < 0 && Number(text) !== 0 ? '−' : '+') + text + unit;
+  };
+
+  view.textsForTests = texts;
+})(globalThis.zuView = globalThis.zuView || {});

@@ -1,0 +1,124 @@
+// The discrete channels: those that change as tracks, in the order of their first change; the others folded away.
+(function (view) {
+  'use strict';
+
+  const rowHeight = 20;
+
+  // Spans [from, to] in pixels in which the state is 1; what lies in one pixel is one span, so that their number is
+  // bounded by the width.
+  view.trackSpans = function (channel, frame, area) {
+    const axis = frame.axis;
+    const perPixel = area.width / frame.span;
+    const xOf = (sample) => area.left + (axis.timeOf(sample) - frame.from) * perPixel;
+    const first = Math.max(axis.firstFrom(frame.from) - 1, 0);
+    const spans = [];
+    let position = channel.changesUntil(first);
+    let state = channel.initial ^ (position & 1);
+    let start = state ? area.left : 0;
+    while (position < channel.changes.length && xOf(channel.changes[position]) < area.left + area.width) {
+      const x = xOf(channel.changes[position]);
+      const pixelEnd = axis.firstFrom(frame.from + (Math.floor(x - area.left) + 1) / perPixel) - 1;
+      const next = Math.max(channel.changesUntil(pixelEnd), position + 1);
+      if (state || next - position > 1) spans.push([state ? start : x, Math.max(x, (state ? start : x) + 1)]);
+      state = channel.initial ^ (next & 1);
+      start = x;
+      position = next;
+    }
+    if (state) spans.push([start, area.left + area.width]);
+    return spans;
+  };
+
+  view.Tracks = class {
+    constructor(parent, channels, frame) {
+      this.parent = parent;
+      this.frame = frame;
+      this.changing = channels.filter((channel) => channel.changes.length > 0)
+        .sort((a, b) => a.changes[0] - b.changes[0] || a.index - b.index);
+      this.quiet = channels.filter((channel) => channel.changes.length === 0);
+      this.rows = [];
+      this.onScreen = true;
+    }
+
+    build() {
+      this.parent.textContent = '';
+      if (this.changing.length + this.quiet.length === 0) return;
+      const title = document.createElement('h3');
+      title.textContent = view.text('discrete');
+      this.element = document.createElement('div');
+      this.element.className = 'strip states';
+      const legend = document.createElement('div');
+      legend.className = 'legend';
+      const plot = document.createElement('div');
+      plot.className = 'plot';
+      this.canvas = document.createElement('canvas');
+      plot.append(this.canvas);
+      this.element.append(legend, plot);
+      this.rows = this.changing.map((channel) => this.addRow(legend, channel));
+      this.parent.append(title, this.element, this.folded());
+      if (this.changing.length === 0) this.element.replaceWith(Object.assign(document.createElement('p'), { className: 'quiet', textContent: view.text('noChanges') }));
+    }
+
+    addRow(legend, channel) {
+      const row = document.createElement('div');
+      row.className = 'row state';
+      row.dataset.state = channel.index;
+      const name = document.createElement('span');
+      name.className = 'name';
+      name.textContent = channel.name;
+      name.title = channel.name;
+      const cells = [1, 2].map((cursor) => {
+        const cell = document.createElement('span');
+        cell.className = `value cursor${cursor}`;
+        return cell;
+      });
+      row.append(name, ...cells);
+      legend.append(row);
+      return { channel, row, cells };
+    }
+
+    folded() {
+      const details = document.createElement('details');
+      details.className = 'folded';
+      details.hidden = this.quiet.length === 0;
+      const summary = document.createElement('summary');
+      summary.textContent = view.text('unchanged', this.quiet.length);
+      const list = document.createElement('ul');
+      for (const channel of this.quiet) {
+        const item = document.createElement('li');
+        item.textContent = `${channel.initial}  ${channel.name}`;
+        list.append(item);
+      }
+      details.append(summary, list);
+      return details;
+    }
+
+    draw() {
+      if (!this.canvas || this.changing.length === 0) return;
+      const shown = this.rows.filter(({ channel }) => channel.visible);
+      for (const { row, channel } of this.rows) row.hidden = !channel.visible;
+      const width = this.canvas.parentElement.clientWidth;
+      const context = view.prepareCanvas(this.canvas, width, shown.length * rowHeight);
+      const area = view.plotArea(width);
+      const colors = ['--stateOn', '--stateLine'].map(view.styleColor);
+      shown.forEach(({ channel }, index) => {
+        const top = index * rowHeight;
+        context.fillStyle = colors[1];
+        context.fillRect(area.left, top + rowHeight - 5, area.width, 1);
+        context.fillStyle = colors[0];
+        for (const [from, to] of view.trackSpans(channel, this.frame, area)) context.fillRect(from, top + 5, Math.max(to - from, 1), rowHeight - 9);
+      });
+    }
+  };
+
+  // Sizes a canvas for the screen's pixels and gives its cleared context in CSS pixels.
+  view.prepareCanvas = function (canvas, width, height) {
+    const ratio = globalThis.devicePixelRatio || 1;
+    canvas.width = Math.round(width * ratio);
+    canvas.height = Math.round(height * ratio);
+    canvas.style.width = `${width}px`;
+    canvas.style.height = `${height}px`;
+    const context = canvas.getContext('2d');
+    context.scale(ratio, ratio);
+    return context;
+  };
+})(globalThis.zuView = globalThis.zuView || {});

@@ -1,0 +1,130 @@
+#include "recordsource.h"
+
+#include "checks.h"
+#include "command.h"
+#include "host.h"
+#include "texts.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QStringList>
+
+namespace {
+
+// Keys that decide what becomes of the files. They count over those of the user, as the last of equal keys
+// does.
+const char* const ownKeys = "\nУдалять исходные=0\nТип Comtrade CFF=0\nТип Comtrade BIN=1\n"
+                            "Кодировка Comtrade UTF8=1\nТип Comtrade 1999=0\n";
+
+const char* const builtInDefaults =
+    "[Default]\nЭнергосистема=-\nСубъект=-\nОбъект=%1\nИсточник=-\nВерсия ПО=-\n"
+    "Версия аппаратной части=-\nМодель=MK7.06\nВерсия ZU=1\n"
+    "Время ожидания=60000\nПереименовать сигналы Comtrade=1\n"
+    "Доп.индексы для имен сигналов=0\n";
+
+bool IsRecord(const QString& file)
+{
+    return file.endsWith(QLatin1String(".cfg"), Qt::CaseInsensitive) ||
+           file.endsWith(QLatin1String(".cff"), Qt::CaseInsensitive);
+}
+
+QByteArray ReadWhole(const QString& path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        throw ConfigurationError(
+            Tr("record source", "--ini: '%1' cannot be read: %2").arg(path, file.errorString()));
+    return file.readAll();
+}
+
+// A text that an ini file can hold: a ";" would begin a comment.
+QString IniValue(QString text)
+{
+    return text.replace(QLatin1Char(';'), QLatin1Char(','));
+}
+
+// The ini file of the conversion; sections that appear twice are one.
+QByteArray IniText(const QString& file, const RecordSource::Settings& settings)
+{
+    if (settings.ini.isEmpty()) {
+        const QString name = IniValue(QFileInfo(file).completeBaseName());
+        return QString::fromUtf8(builtInDefaults).arg(name).toUtf8() + ownKeys + "\n[Device]\nИсточник=-\n";
+    }
+    const QByteArray device = "\n[" + settings.device.toUtf8() + "]";
+    return ReadWhole(settings.ini) + device + ownKeys;
+}
+
+void Write(const QString& path, const QByteArray& bytes)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.flush())
+        throw SourceError(Tr("record source",
+                             "'%1' cannot be written: %2; free space in the directory for temporary "
+                             "files")
+                              .arg(path, file.errorString()));
+}
+
+// Links to the recording's chain, so that not even a conversion that deletes its sources could reach them.
+QString LinkChain(const QString& file, const QDir& directory)
+{
+    const QFileInfo first(file);
+    const QString stem = first.absolutePath() + QLatin1Char('/') + first.completeBaseName();
+    const QString letter = first.suffix().left(1);
+    const QString linked = directory.filePath(QStringLiteral("recording"));
+    QFile::link(first.absoluteFilePath(), linked + QLatin1Char('.') + first.suffix());
+    for (int segment = 1; segment < 16; ++segment) {
+        const QString suffix = QStringLiteral(".%1%2").arg(letter).arg(segment, 2, 16, QLatin1Char('0'));
+        if (QFile::exists(stem + suffix))
+            QFile::link(stem + suffix, linked + suffix);
+    }
+    return linked + QLatin1Char('.') + first.suffix();
+}
+
+} // namespace
+
+RecordSource::RecordSource(const QString& file, const Settings& settings)
+{
+    if (!QFileInfo(file).isFile())
+        throw SourceError(Tr("record source",
+                             "'%1' is no file; give a recording (.ZU) or a COMTRADE record (.cfg, "
+                             ".cff)")
+                              .arg(file));
+    if (IsRecord(file))
+        path = file;
+    else
+        Convert(file, settings);
+}
+
+void RecordSource::Convert(const QString& file, const Settings& settings)
+{
+    if (!settings.ini.isEmpty()) {
+        CheckIniFile(settings.ini);
+        for (const QString& section : {settings.defaults, settings.device}) {
+            const QString missing = MissingSectionText(settings.ini, section);
+            if (!missing.isEmpty())
+                throw ConfigurationError(missing);
+        }
+    }
+    directory = std::make_unique<QTemporaryDir>();
+    if (!directory->isValid())
+        throw SourceError(Tr("record source", "no temporary directory: %1").arg(directory->errorString()));
+    const QDir inside(directory->path());
+    const QString ini = inside.filePath(QStringLiteral("view.ini"));
+    Write(ini, IniText(file, settings));
+    inside.mkdir(QStringLiteral("record"));
+    const QString out = inside.filePath(QStringLiteral("record"));
+
+    Host host{QString()};
+    const bool ownIni = !settings.ini.isEmpty();
+    host.LoadDefaults(ini, ownIni ? settings.defaults : QStringLiteral("Default"));
+    const unsigned int device = host.LoadDevice(ini, ownIni ? settings.device : QStringLiteral("Device"));
+    Host::TakeNotes(device);
+    const Outcome outcome = host.Convert(LinkChain(file, inside), out, device);
+    if (!outcome.converted)
+        throw SourceError(Tr("record source", "%1: not converted: %2").arg(file, outcome.error));
+    const QStringList records = QDir(out).entryList({QStringLiteral("*.cfg")}, QDir::Files);
+    if (records.isEmpty())
+        throw SourceError(Tr("record source", "%1: its record was not found after the conversion").arg(file));
+    path = out + QLatin1Char('/') + records.first();
+}

@@ -1,0 +1,179 @@
+#include "viewcommand.h"
+
+#include "console.h"
+#include "recordsource.h"
+#include "texts.h"
+#include "view/view.h"
+
+#include <comtrade/record.h>
+
+#include <CLI/CLI.hpp>
+
+#include <QFileInfo>
+
+#include <cstring>
+#include <memory>
+
+namespace {
+
+const char* const description =
+    "Show a recording or COMTRADE record as a page for the browser, or as a picture";
+
+const char* const footer =
+    "FILE is the first file of a recording (.ZU, its continuations beside it) or a COMTRADE record (.cfg or\n"
+    ".cff). The page is one HTML file with everything in it: mail it, archive it, open it without a "
+    "network.\n"
+    "A recording needs no ini file; with one, its names, circuits and bays are those of the converted "
+    "record.\n"
+    "Beyond 64 MB of samples the page holds a window around the trigger and says so.\n"
+    "\n"
+    "Exit code: 0 written, 1 the record cannot be read or the page cannot be written, 2 wrong usage.\n"
+    "\n"
+    "Example, with the sample station:\n"
+    "  mkdir -p station\n"
+    "  zucmtr sample --out station --force\n"
+    "  zucmtr view station/Vostochnaya_000123.ZU --ini station/ZuDrv.ini --device Vostochnaya "
+    "-o station/fault.html";
+
+struct Options
+{
+    std::string file;
+    std::string page;
+    std::string svg;
+    std::string png;
+    std::string ini;
+    std::string defaults = "Default";
+    std::string device;
+    double window = 0;
+    bool full = false;
+};
+
+QString Text(const std::string& utf8)
+{
+    return QString::fromStdString(utf8);
+}
+
+// Beside the record, where convert would put it too.
+QString DefaultPage(const QString& file)
+{
+    const QFileInfo info(file);
+    return info.path() + QLatin1Char('/') + info.completeBaseName() + QStringLiteral(".html");
+}
+
+void PutPage(const QString& record, const QString& page, const view::Options& options)
+{
+    const view::Held held = view::WritePage(record, page, options);
+    PrintLine(page);
+    if (held.samples < held.total)
+        Complain(Tr("view",
+                    "%1: the page holds %2 of %3 samples around the trigger; --window SECONDS chooses how "
+                    "many, --full takes all")
+                     .arg(page)
+                     .arg(held.samples)
+                     .arg(held.total));
+}
+
+void WriteAll(const Options& options, const QString& record)
+{
+    view::Options settings;
+    settings.window = options.window;
+    settings.full = options.full;
+    settings.source = QFileInfo(Text(options.file)).fileName();
+    const bool pictureAlone = options.page.empty() && !(options.svg.empty() && options.png.empty());
+    if (!pictureAlone)
+        PutPage(record, options.page.empty() ? DefaultPage(Text(options.file)) : Text(options.page),
+                settings);
+    const std::pair<const std::string&, view::Picture> pictures[] = {{options.svg, view::Picture::Svg},
+                                                                     {options.png, view::Picture::Png}};
+    for (const auto& [path, format] : pictures) {
+        if (path.empty())
+            continue;
+        view::WritePicture(record, Text(path), format, settings);
+        PrintLine(Text(path));
+    }
+}
+
+int Run(const Options& options)
+{
+    try {
+        RecordSource::Settings settings;
+        settings.ini = Text(options.ini);
+        settings.defaults = Text(options.defaults);
+        settings.device = Text(options.device);
+        const RecordSource source(Text(options.file), settings);
+        WriteAll(options, source.Path());
+    } catch (const comtrade::Error& error) {
+        Complain(QString::fromUtf8(error.what()));
+        return ExitFailed;
+    } catch (const view::Error& error) {
+        Complain(QString::fromUtf8(error.what()));
+        return ExitFailed;
+    } catch (const SourceError& error) {
+        Complain(QString::fromUtf8(error.what()));
+        return ExitFailed;
+    }
+    return ExitDone;
+}
+
+void AddOutputOptions(CLI::App& command, Options& options)
+{
+    command
+        .add_option("-o,--out", options.page,
+                    HelpText("view", "The page; default: FILE with the ending .html"))
+        ->type_name("FILE");
+    command
+        .add_option("--svg", options.svg,
+                    HelpText("view", "Write an overview as an SVG picture; without -o no page"))
+        ->type_name("FILE");
+    command
+        .add_option("--png", options.png, HelpText("view", "Write the overview as a PNG picture; likewise"))
+        ->type_name("FILE");
+    CLI::Option* window =
+        command
+            .add_option(
+                "--window", options.window,
+                HelpText("view", "Hold this many seconds around the trigger, a third of them ahead of it"))
+            ->check(CLI::PositiveNumber)
+            ->type_name("SECONDS");
+    command
+        .add_flag("--full", options.full,
+                  HelpText("view", "Hold all samples, however large the page becomes"))
+        ->excludes(window);
+}
+
+} // namespace
+
+bool PaintsPicture(int count, char** arguments)
+{
+    if (count < 2 || std::strcmp(arguments[1], "view") != 0)
+        return false;
+    for (int i = 2; i < count; ++i)
+        if (std::strncmp(arguments[i], "--svg", 5) == 0 || std::strncmp(arguments[i], "--png", 5) == 0)
+            return true;
+    return false;
+}
+
+void AddViewCommand(CLI::App& app, Action& chosen)
+{
+    CLI::App* command = app.add_subcommand("view", HelpText("view", description));
+    const auto options = std::make_shared<Options>();
+    command->add_option("FILE", options->file, HelpText("view", "The recording or record"))
+        ->required()
+        ->type_name("");
+    AddOutputOptions(*command, *options);
+    CLI::Option* ini = command->add_option("--ini", options->ini, HelpText("view", "The recorders' ini file"))
+                           ->type_name("FILE");
+    command
+        ->add_option("--defaults", options->defaults,
+                     HelpText("view", "Section of the ini file with the defaults (Default)"))
+        ->needs(ini)
+        ->type_name("SECTION");
+    CLI::Option* device = command
+                              ->add_option("--device", options->device,
+                                           HelpText("view", "Section of the ini file for this recorder"))
+                              ->needs(ini)
+                              ->type_name("SECTION");
+    ini->needs(device);
+    command->footer(footer);
+    command->callback([options, &chosen] { chosen = [options] { return Run(*options); }; });
+}
