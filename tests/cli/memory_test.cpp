@@ -44,7 +44,7 @@ TEST(MaxMemory, TooLittleIsWrongUsage)
     const Finished run =
         place.Convert({QStringLiteral("--max-memory"), QStringLiteral("1M"), QStringLiteral("rec.ZU")});
     EXPECT_EQ(run.code, 2);
-    EXPECT_TRUE(run.err.contains(QStringLiteral("give 64M or more"))) << run.err;
+    EXPECT_TRUE(run.err.contains(QStringLiteral("give 128M or more"))) << run.err;
 }
 
 TEST(MaxMemory, ZeroIsNoLimit)
@@ -62,7 +62,7 @@ TEST(MaxMemory, SmallestIsEnoughForSeveralSmallRecordingsAtOnce)
     place.Write(QStringLiteral("a.ZU"), Encode(ShortRecording(0)));
     place.Write(QStringLiteral("b.ZU"), Encode(ShortRecording(1)));
     const Finished run =
-        place.Convert({QStringLiteral("--max-memory"), QStringLiteral("64M"), QStringLiteral("-j2"),
+        place.Convert({QStringLiteral("--max-memory"), QStringLiteral("128M"), QStringLiteral("-j2"),
                        QStringLiteral("a.ZU"), QStringLiteral("b.ZU")});
     EXPECT_EQ(run.code, 0) << run.err;
 }

@@ -64,6 +64,8 @@ TEST(Usage, HelpNamesTheCommandsAndHowToBegin)
             "  dictionary                  Write a first sorting dictionary for the channels of a recording\n"
             "  info                        Tell what is in recordings and COMTRADE records\n"
             "  sample                      Write a sample station: recordings and their ini file\n"
+            "  view                        Show a recording or COMTRADE record as a page for the browser, or as a "
+            "picture\n"
             "\n"
             "'zucmtr COMMAND --help' tells more about a command. To try the program:\n"
             "\n"

@@ -405,10 +405,20 @@ class Program(unittest.TestCase):
         self.assertEqual(len(record.channels), len(self.data(beside)["analog"]))
 
     def test_a_recording_needs_no_ini_file(self):
-        zucmtr("view", folder / self.recording, "-o", folder / "plain.html")
+        zucmtr("view", folder / self.recording, "--plain", "-o", folder / "plain.html")
         data = self.data(folder / "plain.html")
         self.assertEqual((32, 64, 4800, 1200), (len(data["analog"]), len(data["states"]), data["count"], data["trigger"]))
         self.assertEqual("ВЛ-110 Восточная", data["startedCircuit"])
+
+    def test_the_ini_file_beside_the_recording_is_found(self):
+        zucmtr("view", folder / self.recording, "-o", folder / "found.html")
+        self.assertEqual(self.data(page), self.data(folder / "found.html"))
+        alone = folder / "alone"
+        alone.mkdir()
+        (alone / self.recording).write_bytes((folder / self.recording).read_bytes())
+        zucmtr("view", alone / self.recording)
+        zucmtr("view", folder / self.recording, "--plain", "-o", folder / "plain.html")
+        self.assertEqual(self.data(folder / "plain.html"), self.data(alone / "Vostochnaya_000123.html"))
 
     def test_the_whole_chain_of_segments_is_shown(self):
         chain = folder / "chain"
@@ -474,7 +484,8 @@ class Program(unittest.TestCase):
         for arguments, words in (((), "FILE is required"),
                                  ((folder / self.recording, "--window", "-1"), "--window"),
                                  ((folder / self.recording, "--window", "1", "--full"), "--full"),
-                                 ((folder / self.recording, "--ini", ini), "--device"),
+                                 ((folder / self.recording, "--ini", ini, "--plain"), "--plain"),
+                                 ((folder / self.recording, "--ini", folder / "no.ini"), "no.ini"),
                                  ((folder / self.recording, "--ini", ini, "--device", "None"), "[None]")):
             self.assertIn(words, zucmtr("view", *arguments, code=2).stderr)
 

@@ -21,7 +21,7 @@ constexpr double partBeforeTrigger = 1.0 / 3;
 
 qint64 BytesOfSample(const comtrade::Configuration& config)
 {
-    return static_cast<qint64>(2 * config.analog.size() + config.states.size() / 8 + 1);
+    return 2 * static_cast<qint64>(config.analog.size()) + static_cast<qint64>(config.states.size()) / 8 + 1;
 }
 
 Range Around(qint64 trigger, qint64 length, qint64 count)

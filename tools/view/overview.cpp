@@ -74,7 +74,7 @@ Channels Of(const Oscillogram& oscillogram, const QString& circuit, Quantity qua
 // The circuit that the report names, or the first one with voltages or currents.
 QString ShownCircuit(const Oscillogram& oscillogram)
 {
-    const QString started = StartedCircuit(oscillogram);
+    QString started = StartedCircuit(oscillogram);
     if (!started.isEmpty())
         return started;
     for (const comtrade::AnalogChannel& channel : oscillogram.config.analog)

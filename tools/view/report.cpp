@@ -26,7 +26,7 @@ QString ReportValue(const QString& report, const QString& label)
 
 QString StartedCircuit(const QString& report, const QStringList& circuits)
 {
-    const QString named = ReportValue(report, QStringLiteral("Наименование ЛЭП и/или оборудования №1:"));
+    QString named = ReportValue(report, QStringLiteral("Наименование ЛЭП и/или оборудования №1:"));
     if (!named.isEmpty() && circuits.contains(named))
         return named;
     const QString condition = ReportValue(report, QStringLiteral("Условие пуска №1:"));

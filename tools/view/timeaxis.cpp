@@ -63,9 +63,9 @@ TimeAxis TimeAxis::FromRates(const comtrade::Configuration& config)
         from = std::max(from + 1, rate.lastSample);
     }
     // Microseconds, in the report's order of operations.
-    const double microseconds = static_cast<double>(OffsetNanoseconds(config) / 1000);
+    const qint64 microseconds = OffsetNanoseconds(config) / 1000;
     const Piece* piece = &axis.pieces.front();
-    axis.trigger = ToSample(std::round(microseconds * piece->hertz / 1e6));
+    axis.trigger = ToSample(std::round(static_cast<double>(microseconds) * piece->hertz / 1e6));
     if (axis.pieces.size() > 1 && axis.trigger >= axis.pieces[1].from) {
         axis.trigger = axis.SampleAt(0, axis.pieces.back().from + (qint64(1) << 40));
         piece = &axis.PieceOf(axis.trigger);

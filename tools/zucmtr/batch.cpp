@@ -4,6 +4,7 @@
 #include "worker.h"
 
 #include <chrono>
+#include <new>
 #include <thread>
 
 namespace {
@@ -72,7 +73,11 @@ bool Batch::Take(const Worker& worker, Task& task)
     if (stopped || interrupt::Came() || next == recordings.size())
         return false;
     task.number = next++;
-    task.recordName = worker.RecordName(recordings[task.number].path);
+    try {
+        task.recordName = worker.RecordName(recordings[task.number].path);
+    } catch (const std::bad_alloc&) {
+        task.recordName.clear(); // as of one that cannot be read: those wait for each other
+    }
     turns[task.recordName].push_back(task.number);
     changed.wait(lock, [&] { return turns[task.recordName].front() == task.number; });
     return true;

@@ -35,17 +35,6 @@ QStringList Upwards(const Recording& recording)
     return directories;
 }
 
-// Empty if there is none.
-QString IniOf(const Recording& recording)
-{
-    for (const QString& directory : Upwards(recording) + QStringList{QStringLiteral(".")}) {
-        QString path = QDir::cleanPath(directory + QLatin1Char('/') + IniName());
-        if (QFileInfo(path).isFile())
-            return path;
-    }
-    return QString();
-}
-
 // The ini files of the recordings: path as it was found, by its one spelling; and a recording of each.
 struct Found
 {
@@ -121,6 +110,16 @@ QString ChosenDevice(const QString& ini, const QString& defaults, const QStringL
 }
 
 } // namespace
+
+QString IniOf(const Recording& recording)
+{
+    for (const QString& directory : Upwards(recording) + QStringList{QStringLiteral(".")}) {
+        QString path = QDir::cleanPath(directory + QLatin1Char('/') + IniName());
+        if (QFileInfo(path).isFile())
+            return path;
+    }
+    return QString();
+}
 
 void CompleteChoice(DeviceChoice& choice, const std::vector<Recording>& recordings)
 {

@@ -15,6 +15,9 @@ struct DeviceChoice
     QString device;   // section
 };
 
+/// The ini file that is found for a recording where none is named; empty if there is none.
+QString IniOf(const Recording& recording);
+
 /// Fills in what is empty. The ini file is the ZuDrv.ini beside the recordings, or above them up to the
 /// directory of the command line, or in the current directory; the defaults are the section "Default", the
 /// device is the one other section. Of a file with one section, that is both. Throws ConfigurationError,

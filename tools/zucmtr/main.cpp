@@ -80,7 +80,8 @@ std::unique_ptr<QCoreApplication> MakeApplication(int& count, char** arguments)
     if (!PaintsPicture(count, arguments))
         return std::make_unique<QCoreApplication>(count, arguments);
     qputenv("QT_QPA_PLATFORM", "offscreen");
-    QLoggingCategory::setFilterRules(QStringLiteral("default.warning=false")); // on a session that is not there
+    QLoggingCategory::setFilterRules(
+        QStringLiteral("default.warning=false")); // on a session that is not there
     return std::make_unique<QGuiApplication>(count, arguments);
 }
 

@@ -7,8 +7,8 @@
 #include <sys/resource.h>
 #include <unistd.h>
 
-// Less than this leaves the program itself without room.
-static constexpr uint64_t SmallestLimit = uint64_t{64} << 20;
+// Less than this leaves the program itself, with the libraries that it loads, without room.
+static constexpr uint64_t SmallestLimit = uint64_t{128} << 20;
 
 static uint64_t ThreeQuartersOfMemory()
 {
@@ -35,7 +35,7 @@ void LimitMemory(uint64_t bytes)
         return;
     if (bytes < SmallestLimit)
         throw ConfigurationError(
-            QStringLiteral("--max-memory: %1 bytes are too few; give 64M or more, or 0 for no limit")
+            QStringLiteral("--max-memory: %1 bytes are too few; give 128M or more, or 0 for no limit")
                 .arg(bytes));
     const rlimit limit{bytes, RLIM_INFINITY};
     if (setrlimit(RLIMIT_AS, &limit) != 0)

@@ -45,14 +45,14 @@ QString IniValue(QString text)
 }
 
 // The ini file of the conversion; sections that appear twice are one.
-QByteArray IniText(const QString& file, const RecordSource::Settings& settings)
+QByteArray IniText(const QString& file, const DeviceChoice& choice)
 {
-    if (settings.ini.isEmpty()) {
+    if (choice.ini.isEmpty()) {
         const QString name = IniValue(QFileInfo(file).completeBaseName());
         return QString::fromUtf8(builtInDefaults).arg(name).toUtf8() + ownKeys + "\n[Device]\nИсточник=-\n";
     }
-    const QByteArray device = "\n[" + settings.device.toUtf8() + "]";
-    return ReadWhole(settings.ini) + device + ownKeys;
+    const QByteArray device = "\n[" + choice.device.toUtf8() + "]";
+    return ReadWhole(choice.ini) + device + ownKeys;
 }
 
 void Write(const QString& path, const QByteArray& bytes)
@@ -83,42 +83,44 @@ QString LinkChain(const QString& file, const QDir& directory)
 
 } // namespace
 
-RecordSource::RecordSource(const QString& file, const Settings& settings)
+RecordSource::RecordSource(const QString& file, DeviceChoice choice, bool isPlain)
 {
     if (!QFileInfo(file).isFile())
         throw SourceError(Tr("record source",
                              "'%1' is no file; give a recording (.ZU) or a COMTRADE record (.cfg, "
                              ".cff)")
                               .arg(file));
-    if (IsRecord(file))
+    if (IsRecord(file)) {
         path = file;
-    else
-        Convert(file, settings);
+        return;
+    }
+    const Recording recording{file, QString(), QString()};
+    const bool isChosen = !choice.ini.isEmpty() || !choice.defaults.isEmpty() || !choice.device.isEmpty();
+    if (!isPlain && (isChosen || !IniOf(recording).isEmpty()))
+        CompleteChoice(choice, {recording});
+    Convert(file, choice);
 }
 
-void RecordSource::Convert(const QString& file, const Settings& settings)
+void RecordSource::Convert(const QString& file, const DeviceChoice& choice)
 {
-    if (!settings.ini.isEmpty()) {
-        CheckIniFile(settings.ini);
-        for (const QString& section : {settings.defaults, settings.device}) {
-            const QString missing = MissingSectionText(settings.ini, section);
-            if (!missing.isEmpty())
-                throw ConfigurationError(missing);
-        }
+    for (const QString& section : {choice.defaults, choice.device}) {
+        const QString missing = choice.ini.isEmpty() ? QString() : MissingSectionText(choice.ini, section);
+        if (!missing.isEmpty())
+            throw ConfigurationError(missing);
     }
     directory = std::make_unique<QTemporaryDir>();
     if (!directory->isValid())
         throw SourceError(Tr("record source", "no temporary directory: %1").arg(directory->errorString()));
     const QDir inside(directory->path());
     const QString ini = inside.filePath(QStringLiteral("view.ini"));
-    Write(ini, IniText(file, settings));
+    Write(ini, IniText(file, choice));
     inside.mkdir(QStringLiteral("record"));
     const QString out = inside.filePath(QStringLiteral("record"));
 
     Host host{QString()};
-    const bool ownIni = !settings.ini.isEmpty();
-    host.LoadDefaults(ini, ownIni ? settings.defaults : QStringLiteral("Default"));
-    const unsigned int device = host.LoadDevice(ini, ownIni ? settings.device : QStringLiteral("Device"));
+    const bool ownIni = !choice.ini.isEmpty();
+    host.LoadDefaults(ini, ownIni ? choice.defaults : QStringLiteral("Default"));
+    const unsigned int device = host.LoadDevice(ini, ownIni ? choice.device : QStringLiteral("Device"));
     Host::TakeNotes(device);
     const Outcome outcome = host.Convert(LinkChain(file, inside), out, device);
     if (!outcome.converted)

@@ -3,6 +3,8 @@
 // deleted.
 #pragma once
 
+#include "devicechoice.h"
+
 #include <QString>
 #include <QTemporaryDir>
 
@@ -19,22 +21,16 @@ public:
 class RecordSource
 {
 public:
-    /// The ini file and its sections; without one, a plain conversion.
-    struct Settings
-    {
-        QString ini;
-        QString defaults;
-        QString device;
-    };
-
-    /// Throws SourceError, or ConfigurationError if the settings do not load.
-    RecordSource(const QString& file, const Settings& settings);
+    /// The choice is completed as for convert; where nothing is chosen and no ini file is found, or with
+    /// isPlain, a recording is converted without dictionary. Throws SourceError, or ConfigurationError if the
+    /// choice does not load.
+    RecordSource(const QString& file, DeviceChoice choice, bool isPlain);
 
     /// The record's .cfg or .cff, as long as this object lives.
     const QString& Path() const { return path; }
 
 private:
-    void Convert(const QString& file, const Settings& settings);
+    void Convert(const QString& file, const DeviceChoice& choice);
 
     std::unique_ptr<QTemporaryDir> directory;
     QString path;

@@ -32,8 +32,7 @@ const char* const footer =
     "Example, with the sample station:\n"
     "  mkdir -p station\n"
     "  zucmtr sample --out station --force\n"
-    "  zucmtr view station/Vostochnaya_000123.ZU --ini station/ZuDrv.ini --device Vostochnaya "
-    "-o station/fault.html";
+    "  zucmtr view station/Vostochnaya_000123.ZU -o station/fault.html";
 
 struct Options
 {
@@ -42,10 +41,11 @@ struct Options
     std::string svg;
     std::string png;
     std::string ini;
-    std::string defaults = "Default";
+    std::string defaults;
     std::string device;
     double window = 0;
     bool full = false;
+    bool plain = false; // without ini file
 };
 
 QString Text(const std::string& utf8)
@@ -96,11 +96,9 @@ void WriteAll(const Options& options, const QString& record)
 int Run(const Options& options)
 {
     try {
-        RecordSource::Settings settings;
-        settings.ini = Text(options.ini);
-        settings.defaults = Text(options.defaults);
-        settings.device = Text(options.device);
-        const RecordSource source(Text(options.file), settings);
+        const RecordSource source(Text(options.file),
+                                  {Text(options.ini), Text(options.defaults), Text(options.device)},
+                                  options.plain);
         WriteAll(options, source.Path());
     } catch (const comtrade::Error& error) {
         Complain(QString::fromUtf8(error.what()));
@@ -141,6 +139,33 @@ void AddOutputOptions(CLI::App& command, Options& options)
         ->excludes(window);
 }
 
+void AddChoiceOptions(CLI::App& command, Options& options)
+{
+    CLI::Option* plain = command.add_flag(
+        "--plain", options.plain,
+        HelpText("view",
+                 "Take no ini file: names as in the recording, a report without the values of circuits"));
+    command
+        .add_option("--ini", options.ini,
+                    HelpText("view",
+                             "The recorders' ini file. Default: ZuDrv.ini beside the recording or in the "
+                             "current directory, if there is one"))
+        ->excludes(plain)
+        ->type_name("FILE");
+    command
+        .add_option(
+            "--defaults", options.defaults,
+            HelpText("view", "Section of the ini file with the defaults. Default: the section [Default]"))
+        ->excludes(plain)
+        ->type_name("SECTION");
+    command
+        .add_option(
+            "--device", options.device,
+            HelpText("view", "Section of the ini file for this recorder. Default: the only other section"))
+        ->excludes(plain)
+        ->type_name("SECTION");
+}
+
 } // namespace
 
 bool PaintsPicture(int count, char** arguments)
@@ -161,19 +186,7 @@ void AddViewCommand(CLI::App& app, Action& chosen)
         ->required()
         ->type_name("");
     AddOutputOptions(*command, *options);
-    CLI::Option* ini = command->add_option("--ini", options->ini, HelpText("view", "The recorders' ini file"))
-                           ->type_name("FILE");
-    command
-        ->add_option("--defaults", options->defaults,
-                     HelpText("view", "Section of the ini file with the defaults (Default)"))
-        ->needs(ini)
-        ->type_name("SECTION");
-    CLI::Option* device = command
-                              ->add_option("--device", options->device,
-                                           HelpText("view", "Section of the ini file for this recorder"))
-                              ->needs(ini)
-                              ->type_name("SECTION");
-    ini->needs(device);
+    AddChoiceOptions(*command, *options);
     command->footer(footer);
     command->callback([options, &chosen] { chosen = [options] { return Run(*options); }; });
 }
