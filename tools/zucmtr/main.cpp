@@ -1,5 +1,6 @@
 // zucmtr, the command-line program: an ordinary user of the library's public interface. This file knows the
 // list of subcommands and turns every way out into an exit code.
+#include "checkcommand.h"
 #include "command.h"
 #include "console.h"
 #include "convertcommand.h"
@@ -95,6 +96,7 @@ int ParseAndRun(int count, char** arguments)
     app.require_subcommand(0, 1);
 
     Action chosen;
+    AddCheckCommand(app, chosen);
     AddConvertCommand(app, chosen);
     AddDictionaryCommand(app, chosen);
     AddInfoCommand(app, chosen);
