@@ -138,7 +138,8 @@ private:
         const int number = QVariant(entry.value).toInt();
         if (entry.value.toLongLong() != number)
             Add(entry.line, Severity::Warning, Effect::None, key,
-                Tr("inicheck", "'%1' is too large and is read as %2").arg(entry.value).arg(number),
+                Tr("inicheck", "'%1' is too large and is read as %2")
+                    .arg(entry.value, QString::number(number)),
                 Tr("inicheck", "give the number that is meant"));
     }
 
@@ -146,11 +147,10 @@ private:
     {
         if (!Flag(CffKey, false) || !Flag(Revision1999Key, false))
             return;
-        const Entry* entry = section.Find(Revision1999Key);
-        if (entry == nullptr)
-            entry = section.Find(CffKey);
-        Add(entry != nullptr ? entry->line : section.lines.front(), Severity::Warning, Effect::Dropped,
-            CffKey,
+        const Entry* const own = section.Find(CffKey);
+        const Entry* const entry = own != nullptr ? own : section.Find(Revision1999Key);
+        Add(entry != nullptr ? entry->line : section.lines.front(), Severity::Warning,
+            own != nullptr ? Effect::Dropped : Effect::None, CffKey,
             Tr("inicheck", "'%1' does not go with '%2' and is ignored: separate files are written")
                 .arg(CffKey, Revision1999Key),
             Tr("inicheck", "set one of the two to 0"));

@@ -8,6 +8,9 @@
 
 #include <QHash>
 #include <QMap>
+#include <QSet>
+
+#include <tuple>
 
 namespace inicheck {
 
@@ -98,10 +101,9 @@ private:
     void CheckFields(const QStringList& fields, const Entry& entry, const Family& family)
     {
         if (fields.size() > family.fields)
-            Add(entry, Severity::Warning, Effect::Dropped,
+            Add(entry, Severity::Warning, Effect::None,
                 Tr("inicheck", "'%1' behind comma %2 is ignored")
-                    .arg(fields.mid(family.fields).join(QLatin1Char(',')))
-                    .arg(family.fields),
+                    .arg(fields.mid(family.fields).join(QLatin1Char(',')), QString::number(family.fields)),
                 Tr("inicheck", "blanks part the parameters; no name or text can hold a comma"));
     }
 
@@ -138,36 +140,36 @@ private:
                     Tr("inicheck",
                        "the signal '%1' is here already as '%2' in line %3; sorted entries of one "
                        "name write its channel twice")
-                        .arg(one.name, known->key)
-                        .arg(known->line),
+                        .arg(one.name, known->key, QString::number(known->line)),
                     Tr("inicheck", "remove one of the two"));
         }
     }
 
-    // Entries of one record of the INF file must select one key.
+    // Entries of one record of the INF file should select one key. No more than a note for each piece of
+    // equipment: the names are the recorder's, and the ini file can have no others.
     void CheckEquipment(const std::vector<Signal>& entries)
     {
         QMap<std::tuple<unsigned int, unsigned int, QString>, const Signal*> first;
+        QSet<const Signal*> mixed;
         for (const Signal& one : entries) {
             if (!one.parameters)
                 continue;
             const Parameters& own = *one.parameters;
             const Signal*& other =
                 first[std::make_tuple(own.voltageLevel, own.equipmentGroup, one.equipment)];
-            if (other == nullptr) {
+            if (other == nullptr)
                 other = &one;
-                continue;
-            }
             const unsigned int known = other->parameters->signalGroup;
-            if (SignalFamily(known) != SignalFamily(own.signalGroup))
-                Add(*one.entry, Severity::Warning, Effect::None,
-                    Tr("inicheck",
-                       "the equipment '%1' has %2 here and %3 in line %4; the INF file has one key "
-                       "for them all")
-                        .arg(one.equipment, QLatin1String(gst_sg[own.signalGroup]),
-                             QLatin1String(gst_sg[known]))
-                        .arg(other->entry->line),
-                    Tr("inicheck", "give voltages and currents separate equipment names"));
+            if (SignalFamily(known) == SignalFamily(own.signalGroup) || mixed.contains(other))
+                continue;
+            mixed.insert(other);
+            Add(*one.entry, Severity::Note, Effect::None,
+                Tr("inicheck",
+                   "the equipment '%1' has %2 here and %3 in line %4; the INF file has one key for "
+                   "them all")
+                    .arg(one.equipment, QLatin1String(gst_sg[own.signalGroup]), QLatin1String(gst_sg[known]),
+                         QString::number(other->entry->line)),
+                Tr("inicheck", "give them separate equipment names, in the recorder too"));
         }
     }
 
@@ -187,8 +189,7 @@ private:
         if (known != nullptr && fields.size() > 1) {
             Add(entry, Severity::Warning, Effect::Dropped,
                 Tr("inicheck", "the bay '%1' is here already as '%2' in line %3, which counts")
-                    .arg(fields[0], known->key)
-                    .arg(known->line),
+                    .arg(fields[0], known->key, QString::number(known->line)),
                 Tr("inicheck", "remove one of the two"));
             return;
         }

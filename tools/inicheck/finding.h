@@ -18,7 +18,7 @@ enum class Effect {
     None,
     Refused,   // the section fails to load
     Defaulted, // the value of the defaults is taken
-    Dropped    // the line has no effect
+    Dropped    // the line has no effect: the library makes the same of the file without it
 };
 
 struct Finding

@@ -67,12 +67,12 @@ void CheckNumber(const Section& section, const Entry& entry, const Family& famil
     if (!good || number <= maximum)
         return;
     const QString key = QString::fromLatin1(family.maximum);
-    findings.push_back(
-        Ignored(section, entry,
-                section.Find(key) == nullptr
-                    ? Tr("inicheck", "'%1' is ignored, for the section has no '%2'").arg(entry.key, key)
-                    : Tr("inicheck", "'%1' is ignored, for '%2' is %3").arg(entry.key, key).arg(maximum),
-                Tr("inicheck", "set %1=%2 or higher").arg(key).arg(number)));
+    findings.push_back(Ignored(
+        section, entry,
+        section.Find(key) == nullptr
+            ? Tr("inicheck", "'%1' is ignored, for the section has no '%2'").arg(entry.key, key)
+            : Tr("inicheck", "'%1' is ignored, for '%2' is %3").arg(entry.key, key, QString::number(maximum)),
+        Tr("inicheck", "set %1=%2 or higher").arg(key, QString::number(number))));
 }
 
 const Family* FamilyOf(const QString& key)

@@ -30,7 +30,7 @@ Finding OfOddLine(const OddLine& line)
     case OddLine::EmptyHeading:
         return {line.line,
                 Severity::Error,
-                Effect::Dropped,
+                Effect::None,
                 {},
                 {},
                 Tr("inicheck", "a section without a name; the lines up to the next section are ignored"),
@@ -93,8 +93,7 @@ void CheckHeadings(const Section& section, Findings& findings)
                             section.name,
                             {},
                             Tr("inicheck", "section [%1] is here already since line %2; both are one section")
-                                .arg(section.name)
-                                .arg(section.lines.front()),
+                                .arg(section.name, QString::number(section.lines.front())),
                             Tr("inicheck", "join them, or give the second one its own name")});
     if (section.name != section.name.trimmed())
         findings.push_back({section.lines.front(),
@@ -115,8 +114,7 @@ void CheckRepeats(const Section& section, Findings& findings)
             findings.push_back(
                 {entry.line, Severity::Warning, Effect::Dropped, section.name, entry.key,
                  Tr("inicheck", "'%1' comes again in line %2, which counts; this one is ignored")
-                     .arg(entry.key)
-                     .arg(last.line),
+                     .arg(entry.key, QString::number(last.line)),
                  Tr("inicheck", "remove one of the two")});
     }
 }

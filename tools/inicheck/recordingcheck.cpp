@@ -30,7 +30,7 @@ Finding OfLacking(const Section& section, const Signal& one, const QString& file
 {
     return {one.entry->line,
             Severity::Warning,
-            Effect::Dropped,
+            Effect::None,
             section.name,
             one.entry->key,
             Tr("inicheck", "%1 has no channel '%2'").arg(file, one.name),
