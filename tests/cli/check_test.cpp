@@ -1,6 +1,8 @@
 // zucmtr check.
 #include "program.h"
 
+#include "support/device.h"
+
 #include <gtest/gtest.h>
 
 #include <QJsonDocument>
@@ -86,7 +88,8 @@ TEST(Check, AllDevicesAreChecked)
 
 TEST(Check, RecordingIsHeldAgainstTheDictionary)
 {
-    const Workplace place({{"nAnMax", "1"}, {"A01", "W1:Ux,V_L=110 E_G=L S_G=VT"}});
+    const Workplace place;
+    place.Write("ZuDrv.ini", DefaultsSection() + "[Device]\nnAnMax=1\nA01=W1:Ux,V_L=110 E_G=L S_G=VT\n");
     place.Write("rec.ZU", Encode(ShortRecording()));
     const Finished finished = RunProgram(place.Path(), {"check", "rec.ZU"});
     EXPECT_EQ(finished.code, 1);
