@@ -238,8 +238,9 @@ void AddOutputOptions(CLI::App& command, Options& options)
         ->default_str("");
     command.add_flag("--make-out", options.makeOut,
                      HelpText("convert", "Make the directory of --out if it is not there"));
-    command.add_flag("--view", options.view,
-                     HelpText("convert", "Write a page for the browser beside each record, as 'zucmtr view'"));
+    command.add_flag(
+        "--view", options.view,
+        HelpText("convert", "Write a page for the browser beside each record, as 'zucmtr view'"));
 }
 
 void AddRunOptions(CLI::App& command, Options& options)
