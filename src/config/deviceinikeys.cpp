@@ -1,4 +1,6 @@
 // The ini keys of a device: a table of rows and the one loop that reads them.
+#include "config/deviceinikeys.h"
+
 #include "config/GlobalFunction.h"
 #include "config/QSettingsRu.h"
 #include "service/zucmtrconverter.h"
@@ -164,6 +166,15 @@ QString ReadKey(const QSettingsRu& ini, const IniKey& row, bool useDefaults, Par
 }
 
 } // namespace
+
+std::vector<DeviceKeyRule> DeviceKeyRules()
+{
+    std::vector<DeviceKeyRule> rules;
+    for (const IniKey& row : DeviceKeys)
+        rules.push_back({row.key, row.presence == Presence::Obligatory, row.text != nullptr, row.lowest,
+                         row.highest, row.onlyIf != nullptr});
+    return rules;
+}
 
 bool ZuCmtrDevParamDefault::LoadFromIniDef(const QString& fileName, const QString& group, bool useDefaults)
 {

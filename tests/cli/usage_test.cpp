@@ -60,6 +60,7 @@ TEST(Usage, HelpNamesTheCommandsAndHowToBegin)
             "  --version                   Print the version and exit\n"
             "\n"
             "Subcommands:\n"
+            "  check                       Explain what is wrong with an ini file\n"
             "  convert                     Convert recordings into COMTRADE records\n"
             "  dictionary                  Write a first sorting dictionary for the channels of a recording\n"
             "  info                        Tell what is in recordings and COMTRADE records\n"

@@ -1,5 +1,6 @@
 // zucmtr, the command-line program: an ordinary user of the library's public interface. This file knows the
 // list of subcommands and turns every way out into an exit code.
+#include "checkcommand.h"
 #include "command.h"
 #include "console.h"
 #include "convertcommand.h"
@@ -85,6 +86,7 @@ void Describe(CLI::App& app, Action& chosen, const char* program)
     app.set_version_flag("--version", std::string("zucmtr ") + ZUCMTR_VERSION);
     app.get_option("--version")->description(HelpText("main", "Print the version and exit"));
     app.require_subcommand(0, 1);
+    AddCheckCommand(app, chosen);
     AddConvertCommand(app, chosen);
     AddDictionaryCommand(app, chosen);
     AddInfoCommand(app, chosen);

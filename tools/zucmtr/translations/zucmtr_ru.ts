@@ -41,6 +41,247 @@
     </message>
 </context>
 <context>
+    <name>check</name>
+    <message>
+        <source>ignored: the numbers are written 01, 02 ... 99, 100</source>
+        <translation>не действует: номера пишутся 01, 02 ... 99, 100</translation>
+    </message>
+    <message>
+        <source>ignored: &apos;%1&apos; is %2; raise it to %3</source>
+        <translation>не действует: «%1» равен %2; увеличьте до %3</translation>
+    </message>
+    <message>
+        <source>ignored: it has no value</source>
+        <translation>не действует: нет значения</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is no whole number: the section does not load</source>
+        <translation>«%1» — не целое число: секция не загружается</translation>
+    </message>
+    <message>
+        <source>it has no signal ahead of the first comma: the section does not load</source>
+        <translation>нет сигнала до первой запятой: секция не загружается</translation>
+    </message>
+    <message>
+        <source>dropped: it has no signal ahead of the first comma</source>
+        <translation>отброшен: нет сигнала до первой запятой</translation>
+    </message>
+    <message>
+        <source>what stands behind the second comma is ignored</source>
+        <translation>то, что за второй запятой, не действует</translation>
+    </message>
+    <message>
+        <source>it has no parameters, so its channel stays unsorted; add &apos;%1&apos;</source>
+        <translation>нет параметров, поэтому канал не сортируется; добавьте «%1»</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is not &apos;equipment:signal&apos;; write the channel&apos;s name as the recorder does</source>
+        <translation>«%1» — не «оборудование:сигнал»; напишите имя канала как в регистраторе</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; stands in line %2 too: a record would have the channel twice; take one out</source>
+        <translation>«%1» есть и в строке %2: канал был бы в записи дважды; уберите один</translation>
+    </message>
+    <message>
+        <source>&apos;%1=&apos; is missing, so its channel stays unsorted; give one of %2</source>
+        <translation>нет «%1=», поэтому канал не сортируется; дайте одно из: %2</translation>
+    </message>
+    <message>
+        <source>&apos;%1=%2&apos; is not known, so its channel stays unsorted; give one of %3</source>
+        <translation>«%1=%2» не известно, поэтому канал не сортируется; дайте одно из: %3</translation>
+    </message>
+    <message>
+        <source>; is &apos;%1&apos; meant?</source>
+        <translation>; может быть, «%1»?</translation>
+    </message>
+    <message>
+        <source>&apos;%1=&apos; is ignored</source>
+        <translation>«%1=» не действует</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is V_L=%2 E_G=%3 here and V_L=%4 E_G=%5 in line %6; one equipment has one of each</source>
+        <translation>«%1» здесь V_L=%2 E_G=%3, а в строке %6 V_L=%4 E_G=%5; у одного оборудования они одни</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; has voltages and currents (line %2), which share one record of the INF file with the key of the first; where both are needed, give the currents another name in the recorder</source>
+        <translation>у «%1» и напряжения, и токи (строка %2), в файле INF у них одна запись с ключом первого; если нужны оба, назовите токи в регистраторе иначе</translation>
+    </message>
+    <message>
+        <source>ignored: it has neither a text to show nor a second circuit</source>
+        <translation>не действует: нет ни показываемого текста, ни второго имени</translation>
+    </message>
+    <message>
+        <source>ignored: the bay &apos;%1&apos; stands in line %2 already</source>
+        <translation>не действует: присоединение «%1» уже есть в строке %2</translation>
+    </message>
+    <message>
+        <source>what stands behind the third comma is ignored</source>
+        <translation>то, что за третьей запятой, не действует</translation>
+    </message>
+    <message>
+        <source>ignored: &apos;%1&apos; belongs into the section of a device</source>
+        <translation>не действует: «%1» должен быть в секции регистратора</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; cannot be read: %2</source>
+        <translation>«%1» не читается: %2</translation>
+    </message>
+    <message>
+        <source>the blanks belong to the section&apos;s name &apos;%1&apos;; take them out</source>
+        <translation>пробелы входят в имя секции «%1»; уберите их</translation>
+    </message>
+    <message>
+        <source>section [%1] begins in line %2 already; both are one, and of equal keys the last counts: put them together</source>
+        <translation>секция [%1] начинается уже в строке %2; обе — одна секция, из одинаковых ключей действует последний: объедините их</translation>
+    </message>
+    <message>
+        <source>ignored: &apos;%1&apos; stands in line %2 again, and the last one counts; take one of them out</source>
+        <translation>не действует: «%1» есть ещё в строке %2, а действует последний; уберите один из них</translation>
+    </message>
+    <message>
+        <source>the quotation marks belong to the value of &apos;%1&apos;; take them out</source>
+        <translation>кавычки входят в значение «%1»; уберите их</translation>
+    </message>
+    <message>
+        <source>ignored: it stands ahead of the first section; move it into one</source>
+        <translation>не действует: стоит до первой секции; перенесите в секцию</translation>
+    </message>
+    <message>
+        <source>ignored: it is neither a section nor &apos;key = value&apos;; begin it with &apos;;&apos; if it is a comment</source>
+        <translation>не действует: это ни секция, ни «ключ = значение»; если это комментарий, начните его с «;»</translation>
+    </message>
+    <message>
+        <source>it is not UTF-8, its letters are lost; save the file in UTF-8</source>
+        <translation>строка не в UTF-8, буквы потеряны; сохраните файл в UTF-8</translation>
+    </message>
+    <message>
+        <source>it opens no section, as &apos;]&apos; is not its last character: what follows belongs to [%1]</source>
+        <translation>секция не открывается, так как «]» не последний знак: следующее относится к [%1]</translation>
+    </message>
+    <message>
+        <source>%1 &apos;%2&apos; holds a comma or a line end: no program opens a record with it; take it out</source>
+        <translation>%1 «%2» содержит запятую или конец строки: запись с ним не откроет ни одна программа; уберите</translation>
+    </message>
+    <message>
+        <source>%1 &apos;%2&apos; holds a &apos;%&apos; with a digit, which is replaced by another value when the record is written; take it out</source>
+        <translation>%1 «%2» содержит «%» с цифрой, который при записи заменяется другим значением; уберите</translation>
+    </message>
+    <message>
+        <source>taken from [%1]: %2</source>
+        <translation>взято из [%1]: %2</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is not asked for while &apos;%2&apos; is 0</source>
+        <translation>«%1» не спрашивается, пока «%2» равен 0</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is &apos;%2&apos;, which is no whole number from %3 to %4: the section does not load</source>
+        <translation>«%1» равен «%2», а это не целое число от %3 до %4: секция не загружается</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is missing: the section does not load; add it</source>
+        <translation>нет ключа «%1»: секция не загружается; добавьте его</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; counts as absent: it is taken from [%2]</source>
+        <translation>«%1» считается отсутствующим: берётся из [%2]</translation>
+    </message>
+    <message>
+        <source>ignored: there is no key &apos;%1&apos;</source>
+        <translation>не действует: ключа «%1» не бывает</translation>
+    </message>
+    <message>
+        <source>the characters &quot; \ / : * ? &lt; &gt; | of &apos;%1&apos; are left out of the names of files</source>
+        <translation>знаки &quot; \ / : * ? &lt; &gt; | из «%1» не входят в имена файлов</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; holds letters that CP1251 lacks, which become &apos;?&apos; in the record; take others, or set &apos;%2&apos; to 1</source>
+        <translation>в «%1» есть буквы, которых нет в CP1251, в записи они станут «?»; возьмите другие или установите «%2» в 1</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is ignored beside &apos;%2&apos;: the record has separate files</source>
+        <translation>«%1» не действует вместе с «%2»: запись из отдельных файлов</translation>
+    </message>
+    <message>
+        <source>the recordings are deleted before anybody can compare their records; &apos;zucmtr convert --remove-source&apos; deletes each one after its record is verified</source>
+        <translation>осциллограммы удаляются раньше, чем можно сравнить записи; «zucmtr convert --remove-source» удаляет каждую после проверки её записи</translation>
+    </message>
+    <message>
+        <source>%1: the channel</source>
+        <translation>%1: канал</translation>
+    </message>
+    <message>
+        <source>%1 has no channel &apos;%2&apos;</source>
+        <translation>в %1 нет канала «%2»</translation>
+    </message>
+    <message>
+        <source>%1: the dictionary does not know %2 channels, which come behind the others: %3</source>
+        <translation>%1: словарь не знает каналов: %2; они идут после остальных: %3</translation>
+    </message>
+    <message>
+        <source>note</source>
+        <translation>замечание</translation>
+    </message>
+    <message>
+        <source>warning</source>
+        <translation>предупреждение</translation>
+    </message>
+    <message>
+        <source>error</source>
+        <translation>ошибка</translation>
+    </message>
+    <message>
+        <source>%1: nothing is wrong with [%2]</source>
+        <translation>%1: с [%2] всё в порядке</translation>
+    </message>
+    <message>
+        <source>Explain what is wrong with an ini file</source>
+        <translation>Объяснить, что не так в ini-файле</translation>
+    </message>
+    <message>
+        <source>The recorders&apos; ini file. Default: ZuDrv.ini beside the recordings, else in the current directory</source>
+        <translation>Ini-файл регистраторов. По умолчанию ZuDrv.ini рядом с осциллограммами, иначе в текущем каталоге</translation>
+    </message>
+    <message>
+        <source>Section with the defaults. Default: the section [Default]</source>
+        <translation>Секция с умолчаниями. По умолчанию [Default]</translation>
+    </message>
+    <message>
+        <source>Section of a recorder. Default: all of them</source>
+        <translation>Секция регистратора. По умолчанию все</translation>
+    </message>
+    <message>
+        <source>One JSON object a finding, for programs</source>
+        <translation>Объект JSON на каждую находку, для программ</translation>
+    </message>
+    <message>
+        <source>First files of recordings to compare with the sorting dictionary</source>
+        <translation>Первые файлы осциллограмм для сравнения со словарём сортировки</translation>
+    </message>
+    <message>
+        <source>Tells by lines what the converter ignores, takes from the defaults, drops or refuses, and what makes
+records that no program opens. An error is a section that does not load or a record that no program
+opens; a warning, something that is not what it looks like; a note, what may well be meant.
+
+Exit code: 0 nothing but notes, 1 errors or warnings, 2 wrong usage.
+
+Example, with the sample station:
+  mkdir -p station
+  zucmtr sample --out station --force
+  zucmtr check --ini station/ZuDrv.ini station/*.ZU</source>
+        <translation>Рассказывает по строкам, что преобразователь не замечает, берёт из умолчаний, отбрасывает или отвергает и из-за
+чего запись не откроет ни одна программа. Ошибка — секция не загружается или запись не открыть;
+предупреждение — что-то не то, чем кажется; замечание — что, возможно, так и задумано.
+
+Код завершения: 0 только замечания, 1 ошибки или предупреждения, 2 неверный вызов.
+
+Пример с учебной станцией:
+  mkdir -p station
+  zucmtr sample --out station --force
+  zucmtr check --ini station/ZuDrv.ini station/*.ZU</translation>
+    </message>
+</context>
+<context>
     <name>checks</name>
     <message>
         <source>%1: the directory &apos;%2&apos; does not exist; make it first: mkdir -p %3</source>

@@ -1,0 +1,25 @@
+// What is to be said about a place of an ini file.
+#pragma once
+
+#include <QString>
+
+#include <vector>
+
+namespace inicheck {
+
+enum class Severity {
+    Note,    // worth knowing; as the author may well have meant it
+    Warning, // ignored or dropped, or otherwise not what it looks like
+    Error    // a section that does not load, or records that no program opens
+};
+
+struct Finding
+{
+    int line = 0; // of the ini file, from 1; 0: of the whole file
+    Severity severity = Severity::Note;
+    QString text; // what is the matter, and what to do
+};
+
+using Findings = std::vector<Finding>;
+
+} // namespace inicheck

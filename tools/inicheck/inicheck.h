@@ -1,0 +1,25 @@
+// Explains an ini file: everything in it that the converter ignores, takes from the defaults, drops or
+// refuses. Keys, ranges and codes are the converter's own tables.
+//
+//     inicheck::Question question{"ZuDrv.ini", "Default", {"Vostochnaya"}, {}};
+//     for (const inicheck::Finding& finding : inicheck::Check(question)) ...
+#pragma once
+
+#include "inicheck/finding.h"
+
+#include <QStringList>
+
+namespace inicheck {
+
+struct Question
+{
+    QString ini;            // path
+    QString defaults;       // section
+    QStringList devices;    // sections; may hold the defaults' one
+    QStringList recordings; // first files, to compare with the dictionary of the devices
+};
+
+/// All findings by line. Throws std::runtime_error (UTF-8 text) if the ini file cannot be read.
+Findings Check(const Question& question);
+
+} // namespace inicheck

@@ -1,0 +1,169 @@
+#include "checkcommand.h"
+
+#include "checks.h"
+#include "console.h"
+#include "devicechoice.h"
+#include "inicheck/inicheck.h"
+#include "memorylimit.h"
+#include "texts.h"
+
+#include <CLI/CLI.hpp>
+
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace {
+
+using inicheck::Finding;
+using inicheck::Severity;
+
+struct Options
+{
+    std::string ini;
+    std::string defaults;
+    std::string device;
+    bool json = false;
+    uint64_t maxMemory = 0;
+    std::vector<std::string> recordings;
+};
+
+QString Text(const std::string& utf8)
+{
+    return QString::fromStdString(utf8);
+}
+
+QString Shown(Severity severity)
+{
+    switch (severity) {
+    case Severity::Note:
+        return Tr("check", "note");
+    case Severity::Warning:
+        return Tr("check", "warning");
+    case Severity::Error:
+        break;
+    }
+    return Tr("check", "error");
+}
+
+const char* KeyOf(Severity severity)
+{
+    switch (severity) {
+    case Severity::Note:
+        return "note";
+    case Severity::Warning:
+        return "warning";
+    case Severity::Error:
+        break;
+    }
+    return "error";
+}
+
+void Print(const QString& ini, const Finding& finding, bool json)
+{
+    if (!json) {
+        const QString place = finding.line == 0 ? ini : QStringLiteral("%1:%2").arg(ini).arg(finding.line);
+        PrintLine(QStringLiteral("%1: %2: ").arg(place, Shown(finding.severity)) + finding.text);
+        return;
+    }
+    QJsonObject object;
+    object["file"] = ini;
+    object["line"] = finding.line;
+    object["severity"] = QLatin1String(KeyOf(finding.severity));
+    object["text"] = finding.text;
+    PrintLine(QString::fromUtf8(QJsonDocument(object).toJson(QJsonDocument::Compact)));
+}
+
+// All recorders of the file.
+QStringList DevicesOf(const DeviceChoice& choice)
+{
+    QStringList devices = SectionsOf(choice.ini);
+    devices.removeAll(choice.defaults);
+    return devices.isEmpty() ? QStringList{choice.defaults} : devices;
+}
+
+inicheck::Question QuestionOf(const Options& options)
+{
+    inicheck::Question question;
+    std::vector<Recording> recordings;
+    for (const std::string& file : options.recordings) {
+        question.recordings << Text(file);
+        recordings.push_back({Text(file), QString(), QString()});
+    }
+    DeviceChoice choice{Text(options.ini), Text(options.defaults), Text(options.device)};
+    if (recordings.empty())
+        CompleteDefaults(choice, recordings);
+    else
+        CompleteChoice(choice, recordings); // they are those of one recorder
+    question.ini = choice.ini;
+    question.defaults = choice.defaults;
+    question.devices = choice.device.isEmpty() ? DevicesOf(choice) : QStringList{choice.device};
+    for (const QString& section : QStringList{question.defaults} + question.devices) {
+        const QString missing = MissingSectionText(question.ini, section);
+        if (!missing.isEmpty())
+            throw ConfigurationError(missing);
+    }
+    return question;
+}
+
+int Run(const Options& options)
+{
+    LimitMemory(options.maxMemory);
+    const inicheck::Question question = QuestionOf(options);
+    int code = ExitDone;
+    for (const Finding& finding : inicheck::Check(question)) {
+        Print(question.ini, finding, options.json);
+        if (finding.severity != Severity::Note)
+            code = ExitFailed;
+    }
+    if (code == ExitDone && !options.json)
+        PrintLine(Tr("check", "%1: nothing is wrong with [%2]")
+                      .arg(question.ini, question.devices.join(QLatin1String("], ["))));
+    return code;
+}
+
+} // namespace
+
+void AddCheckCommand(CLI::App& app, Action& chosen)
+{
+    CLI::App* command =
+        app.add_subcommand("check", HelpText("check", "Explain what is wrong with an ini file"));
+    const auto options = std::make_shared<Options>();
+    command
+        ->add_option("--ini", options->ini,
+                     HelpText("check", "The recorders' ini file. Default: ZuDrv.ini beside the recordings, "
+                                       "else in the current directory"))
+        ->type_name("FILE");
+    command
+        ->add_option("--defaults", options->defaults,
+                     HelpText("check", "Section with the defaults. Default: the section [Default]"))
+        ->type_name("SECTION");
+    command
+        ->add_option("--device", options->device,
+                     HelpText("check", "Section of a recorder. Default: all of them"))
+        ->type_name("SECTION");
+    command->add_flag("--json", options->json, HelpText("check", "One JSON object a finding, for programs"));
+    AddMemoryOption(*command, options->maxMemory);
+    command
+        ->add_option("FILE", options->recordings,
+                     HelpText("check", "First files of recordings to compare with the sorting dictionary"))
+        ->type_name("");
+    command->footer(HelpText(
+        "check",
+        "Tells by lines what the converter ignores, takes from the defaults, drops or refuses, and what "
+        "makes\n"
+        "records that no program opens. An error is a section that does not load or a record that no "
+        "program\n"
+        "opens; a warning, something that is not what it looks like; a note, what may well be meant.\n"
+        "\n"
+        "Exit code: 0 nothing but notes, 1 errors or warnings, 2 wrong usage.\n"
+        "\n"
+        "Example, with the sample station:\n"
+        "  mkdir -p station\n"
+        "  zucmtr sample --out station --force\n"
+        "  zucmtr check --ini station/ZuDrv.ini station/*.ZU"));
+    command->callback([options, &chosen] { chosen = [options] { return Run(*options); }; });
+}
