@@ -70,10 +70,9 @@ TEST(Usage, HelpNamesTheCommandsAndHowToBegin)
             "\n"
             "'zucmtr COMMAND --help' tells more about a command. To try the program:\n"
             "\n"
-            "  mkdir -p station/comtrade\n"
+            "  mkdir -p station\n"
             "  zucmtr sample --out station\n"
-            "  zucmtr convert --ini station/ZuDrv.ini --defaults Default --device Vostochnaya "
-            "--out station/comtrade station/*.ZU\n"));
+            "  zucmtr convert --out station/comtrade --make-out station\n"));
 }
 
 TEST(Usage, HelpOfConvertNamesItsOptions)

@@ -38,6 +38,7 @@ struct Options
     bool dryRun = false;
     bool noVerify = false;
     bool trustWriter = false;
+    bool view = false;
     bool removeSource = false;
     std::string archive;
     bool quiet = false;
@@ -86,6 +87,7 @@ WorkOrder OrderOf(const Options& options)
     order.dryRun = options.dryRun;
     order.verify = !options.noVerify;
     order.trustWriter = options.trustWriter;
+    order.view = options.view;
     order.removeSource = options.removeSource;
     if (!options.archive.empty())
         order.archive = CheckedDirectory(QStringLiteral("--archive"), Text(options.archive));
@@ -236,6 +238,9 @@ void AddOutputOptions(CLI::App& command, Options& options)
         ->default_str("");
     command.add_flag("--make-out", options.makeOut,
                      HelpText("convert", "Make the directory of --out if it is not there"));
+    command.add_flag(
+        "--view", options.view,
+        HelpText("convert", "Write a page for the browser beside each record, as 'zucmtr view'"));
 }
 
 void AddRunOptions(CLI::App& command, Options& options)
