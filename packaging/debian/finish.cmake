@@ -15,6 +15,8 @@ foreach(component runtime development program)
        FILE_PERMISSIONS OWNER_READ OWNER_WRITE GROUP_READ WORLD_READ)
   file(RENAME ${doc}/changelog ${doc}/changelog.Debian)
   run(gzip -9nf ${doc}/changelog.Debian)
+  file(COPY ${CPACK_ZUCMTR_DEBIAN_DIR}/overrides/${packages_of_${component}} DESTINATION ${usr}/share/lintian/overrides
+       FILE_PERMISSIONS OWNER_READ OWNER_WRITE GROUP_READ WORLD_READ)
 endforeach()
 
 # The library lies where the loader looks anyway, and Debian has its own place for completions of zsh.
