@@ -34,7 +34,6 @@ set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${library_dir})
 
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_NAME ${library})
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_SECTION libs)
-set(CPACK_DEBIAN_RUNTIME_PACKAGE_MULTIARCH same)
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_EXTRA ${control}/shlibs ${control}/symbols ${debian}/triggers)
 set(CPACK_COMPONENT_RUNTIME_DESCRIPTION "converts fault recordings into COMTRADE (library)
@@ -44,7 +43,6 @@ or 2013. This package holds the shared library for host applications.")
 
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libzucmtrconverter-dev)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
-set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_MULTIARCH same)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS
     "${library} (= ${PROJECT_VERSION}-${CPACK_DEBIAN_PACKAGE_RELEASE}), qtbase5-dev (>= 5.11)")
 set(CPACK_COMPONENT_DEVELOPMENT_DESCRIPTION "converts fault recordings into COMTRADE (development)
@@ -54,7 +52,6 @@ holds the header, the files for CMake and pkg-config, and an example.")
 
 set(CPACK_DEBIAN_PROGRAM_PACKAGE_NAME zucmtr)
 set(CPACK_DEBIAN_PROGRAM_PACKAGE_SECTION utils)
-set(CPACK_DEBIAN_PROGRAM_PACKAGE_MULTIARCH foreign)
 set(CPACK_DEBIAN_PROGRAM_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PROGRAM_PACKAGE_DEPENDS "${library} (>= ${PROJECT_VERSION})")
 set(CPACK_COMPONENT_PROGRAM_DESCRIPTION "converts fault recordings into COMTRADE (program)
