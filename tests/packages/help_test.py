@@ -119,7 +119,8 @@ class Bash(unittest.TestCase):
             self.assertEqual(complete("zucmtr", "convert", "a", directory=name), ["a *.ZU"])
             self.assertEqual(complete("zucmtr", "convert", "--ini", "my.ini", "--device", "", directory=name),
                              ["Default", "Line\\ A", "\\$\\(touch\\ made\\)"])
-            self.assertEqual(complete("zucmtr", "convert", "--ini=", "my.ini", "--device", "De", directory=name), [])
+            self.assertEqual(complete("zucmtr", "convert", "--ini", "=", "my.ini", "--device", "Line\\ ", directory=name),
+                             ["Line\\ A"])
             self.assertFalse((directory / "made").exists())
 
 
