@@ -252,7 +252,7 @@ void AddRunOptions(CLI::App& command, Options& options)
                     HelpText("convert",
                              "Recordings to convert at once; 0: as many as there are processors. Default: 1"))
         ->type_name("N")
-        ->check(CLI::Range(0U, 256U))
+        ->check(CLI::Range(0U, 256U).description(""))
         ->default_str("");
     CLI::Option* goOn =
         command.add_flag("--continue")
