@@ -4,6 +4,7 @@ debian_test.py BUILD_DIRECTORY HOST_SOURCE VERSION CPACK
 """
 
 import argparse
+import gzip
 import os
 import pathlib
 import subprocess
@@ -102,11 +103,12 @@ class Debian(unittest.TestCase):
         self.assertEqual(len(functions), 11)
         self.assertTrue(all(function.startswith("_Z") and "ZuCmtr" in function for function in functions), functions)
 
-    def test_each_package_has_copyright_and_changelog(self):
+    def test_each_package_has_copyright_and_a_changelog_of_its_version(self):
         for package in self.station.files:
-            names = self.station.names(package)
-            self.assertIn(f"usr/share/doc/{package}/copyright", names)
-            self.assertIn(f"usr/share/doc/{package}/changelog.Debian.gz", names)
+            documents = self.station.root / "usr/share/doc" / package
+            self.assertTrue((documents / "copyright").is_file())
+            with gzip.open(documents / "changelog.Debian.gz", "rt", encoding="utf-8") as changelog:
+                self.assertIn(f" ({arguments.version}-1) ", changelog.readline())
 
     def test_library_package_holds_no_more_than_the_library(self):
         names = {name for name in self.station.names(LIBRARY) if not name.startswith("usr/share/")}
