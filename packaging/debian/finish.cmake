@@ -24,6 +24,11 @@ set(program ${CPACK_TEMPORARY_DIRECTORY}/program/usr)
 file(RPATH_REMOVE FILE ${program}/bin/zucmtr)
 file(RENAME ${program}/share/zsh/site-functions ${program}/share/zsh/vendor-completions)
 
+# Whoever builds the packages may have a umask that keeps others out.
+foreach(component runtime development program)
+  run(find ${CPACK_TEMPORARY_DIRECTORY}/${component}/usr -type d -exec chmod 755 {} +)
+endforeach()
+
 # The library's list of symbols is checked against what it exports, and its versions filled in.
 set(library ${CPACK_TEMPORARY_DIRECTORY}/runtime)
 file(GLOB_RECURSE shared_object LIST_DIRECTORIES FALSE ${library}/usr/*.so.?.?.?)
