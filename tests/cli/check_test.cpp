@@ -101,8 +101,9 @@ TEST(Check, ExampleOfTheHelpFindsNothing)
 TEST(Check, FirstDictionaryOfARecordingIsGood)
 {
     const TestDirectory directory;
-    const Finished run = RunShell(directory.Path(), "set -e\nzucmtr sample --out . >/dev/null\n"
-                                                    "zucmtr dictionary --complete Vostochnaya_000123.ZU > d.ini\n"
-                                                    "zucmtr check --ini d.ini Vostochnaya_000123.ZU\n");
+    const Finished run =
+        RunShell(directory.Path(), "set -e\nzucmtr sample --out . >/dev/null\n"
+                                   "zucmtr dictionary --complete Vostochnaya_000123.ZU > d.ini\n"
+                                   "zucmtr check --ini d.ini Vostochnaya_000123.ZU\n");
     EXPECT_EQ(run.code, 0) << run.out;
 }

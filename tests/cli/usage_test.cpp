@@ -68,6 +68,7 @@ TEST(Usage, HelpNamesTheCommandsAndHowToBegin)
             "  view                        Show a recording or COMTRADE record as a page for the browser, or "
             "as a "
             "picture\n"
+            "  watch                       Convert recordings as they arrive in directories\n"
             "\n"
             "'zucmtr COMMAND --help' tells more about a command. To try the program:\n"
             "\n"

@@ -10,6 +10,7 @@
 #include "samplecommand.h"
 #include "texts.h"
 #include "viewcommand.h"
+#include "watchcommand.h"
 
 #include <CLI/CLI.hpp>
 
@@ -92,6 +93,7 @@ void Describe(CLI::App& app, Action& chosen, const char* program)
     AddInfoCommand(app, chosen);
     AddSampleCommand(app, chosen, QString::fromUtf8(program));
     AddViewCommand(app, chosen);
+    AddWatchCommand(app, chosen);
     // After the commands, which would inherit it.
     app.footer(HelpText("main", "'zucmtr COMMAND --help' tells more about a command. To try the program:\n"
                                 "\n"

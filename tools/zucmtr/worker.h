@@ -35,6 +35,9 @@ public:
     /// Whether the ini file has the library delete the recordings.
     bool LibraryDeletes() const;
 
+    /// How long the ini file says to wait for a recording to be complete, milliseconds.
+    unsigned int WaitTime() const { return Host::WaitTime(device); }
+
     /// Does all that the order says with one recording. Nothing is thrown.
     BatchItem Work(const Recording& recording);
 
