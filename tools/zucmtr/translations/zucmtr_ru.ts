@@ -529,22 +529,6 @@ Example, with the sample station:
   </translation>
     </message>
     <message>
-        <source>The recorders&apos; ini file. Default: ZuDrv.ini beside the recordings or above them, else in the current directory</source>
-        <translation>Ini-файл регистраторов. По умолчанию ZuDrv.ini рядом с осциллограммами или выше, иначе в текущем каталоге</translation>
-    </message>
-    <message>
-        <source>Section of the ini file with the defaults. Default: the section [Default]</source>
-        <translation>Секция ini-файла с умолчаниями. По умолчанию [Default]</translation>
-    </message>
-    <message>
-        <source>Section of the ini file for this recorder. Default: the only other section</source>
-        <translation>Секция ini-файла этого регистратора. По умолчанию единственная другая секция</translation>
-    </message>
-    <message>
-        <source>File to which loading the ini file appends its log</source>
-        <translation>Файл, в который дописывается журнал загрузки ini-файла</translation>
-    </message>
-    <message>
         <source>Existing directory for the COMTRADE files. Default: the current directory</source>
         <translation>Существующий каталог для файлов COMTRADE. По умолчанию текущий</translation>
     </message>
@@ -637,6 +621,25 @@ Ctrl-C завершает работу после начатых осцилло�
     <message>
         <source>First files of the recordings, or directories with recordings</source>
         <translation>Первые файлы осциллограмм или каталоги с осциллограммами</translation>
+    </message>
+</context>
+<context>
+    <name>device</name>
+    <message>
+        <source>The recorders&apos; ini file. Default: ZuDrv.ini beside the recordings or above them, else in the current directory</source>
+        <translation>Ini-файл регистраторов. По умолчанию ZuDrv.ini рядом с осциллограммами или выше, иначе в текущем каталоге</translation>
+    </message>
+    <message>
+        <source>Section of the ini file with the defaults. Default: the section [Default]</source>
+        <translation>Секция ini-файла с умолчаниями. По умолчанию [Default]</translation>
+    </message>
+    <message>
+        <source>Section of the ini file for this recorder. Default: the only other section</source>
+        <translation>Секция ini-файла этого регистратора. По умолчанию единственная другая секция</translation>
+    </message>
+    <message>
+        <source>File to which loading the ini file appends its log</source>
+        <translation>Файл, в который дописывается журнал загрузки ini-файла</translation>
     </message>
 </context>
 <context>
@@ -1703,6 +1706,109 @@ Example, with the sample station:
   mkdir -p station
   zucmtr sample --out station --force
   zucmtr view station/Vostochnaya_000123.ZU -o station/fault.html</translation>
+    </message>
+</context>
+<context>
+    <name>watch</name>
+    <message>
+        <source>--remove-source and --archive need a verified record; leave --no-verify out</source>
+        <translation>для --remove-source и --archive нужна проверенная запись; уберите --no-verify</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is no directory; make it first, or give another one</source>
+        <translation>«%1» — не каталог; создайте его или укажите другой</translation>
+    </message>
+    <message>
+        <source>Existing directory for the COMTRADE files</source>
+        <translation>Существующий каталог для файлов COMTRADE</translation>
+    </message>
+    <message>
+        <source>Write a page for the browser beside each record</source>
+        <translation>Записать рядом с каждой записью страницу для браузера</translation>
+    </message>
+    <message>
+        <source>Do not read the records back</source>
+        <translation>Не читать записи для проверки</translation>
+    </message>
+    <message>
+        <source>Delete each recording after its record is verified and on the disk</source>
+        <translation>Удалять каждую осциллограмму после того, как её запись проверена и находится на диске</translation>
+    </message>
+    <message>
+        <source>Existing directory to which each recording is moved after its record is verified and on the disk</source>
+        <translation>Существующий каталог, в который переносится каждая осциллограмма после того, как её запись проверена и находится на диске</translation>
+    </message>
+    <message>
+        <source>Watch the directories below the given ones, too</source>
+        <translation>Следить и за вложенными каталогами</translation>
+    </message>
+    <message>
+        <source>Convert what is there and end: for cron, say</source>
+        <translation>Преобразовать то, что есть, и завершиться: для cron, например</translation>
+    </message>
+    <message>
+        <source>File that remembers what is converted. Default: .zucmtr-watch in the directory of --out</source>
+        <translation>Файл, помнящий, что преобразовано. По умолчанию .zucmtr-watch в каталоге --out</translation>
+    </message>
+    <message>
+        <source>Seconds after which the directories are looked through in any case, as network file systems tell nothing. Default: 30</source>
+        <translation>Через сколько секунд каталоги просматриваются в любом случае, так как сетевые файловые системы ничего не сообщают. По умолчанию 30</translation>
+    </message>
+    <message>
+        <source>Seconds after which a recording that failed is tried again; doubled after each failure. Default: 10</source>
+        <translation>Через сколько секунд повторяется попытка после ошибки; с каждой ошибкой вдвое дольше. По умолчанию 10</translation>
+    </message>
+    <message>
+        <source>How often a recording is tried before it is given up until it changes. Default: 4</source>
+        <translation>Сколько попыток делается, прежде чем осциллограмма оставляется до её изменения. По умолчанию 4</translation>
+    </message>
+    <message>
+        <source>Convert recordings as they arrive in directories</source>
+        <translation>Преобразовывать осциллограммы по мере поступления в каталоги</translation>
+    </message>
+    <message>
+        <source>Directories of recordings</source>
+        <translation>Каталоги осциллограмм</translation>
+    </message>
+    <message>
+        <source>A recording counts as complete when none of its files has changed for the time that the ini file
+gives as &apos;Время ожидания&apos;. Each event is one JSON object and line on standard output. What is
+converted is remembered on the disk, so that a restart neither converts twice nor forgets. SIGTERM
+and Ctrl-C end after the recording at hand.
+
+Exit code: 0 ended by a signal, or with --once all recordings converted; 1 a recording failed with
+--once, or the state could not be written; 2 wrong usage or configuration.
+
+Example, with the sample station:
+  mkdir -p station station/comtrade
+  zucmtr sample --out station --force
+  sed -i &apos;s/^Время ожидания=.*/Время ожидания=200/&apos; station/ZuDrv.ini
+  zucmtr watch --once --out station/comtrade station</source>
+        <translation>Осциллограмма считается полной, когда ни один её файл не менялся столько времени, сколько указано в
+ini-файле ключом «Время ожидания». Каждое событие — объект JSON и строка в стандартном выводе. Что
+преобразовано, помнится на диске: после перезапуска ничего не преобразуется дважды и не забывается.
+SIGTERM и Ctrl-C завершают работу после начатой осциллограммы.
+
+Код завершения: 0 завершено сигналом или с --once всё преобразовано; 1 ошибка с осциллограммой при --once
+или состояние не записывается; 2 неверный вызов или настройка.
+
+Пример с учебной станцией:
+  mkdir -p station station/comtrade
+  zucmtr sample --out station --force
+  sed -i &apos;s/^Время ожидания=.*/Время ожидания=200/&apos; station/ZuDrv.ini
+  zucmtr watch --once --out station/comtrade station</translation>
+    </message>
+    <message>
+        <source>--state: &apos;%1&apos; cannot be written: %2</source>
+        <translation>--state: «%1» не записывается: %2</translation>
+    </message>
+    <message>
+        <source>--state: another &apos;zucmtr watch&apos; works with &apos;%1&apos;; end it, or give another file</source>
+        <translation>--state: с «%1» работает другой «zucmtr watch»; завершите его или укажите другой файл</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; cannot be written: %2; free the disk</source>
+        <translation>«%1» не записывается: %2; освободите диск</translation>
     </message>
 </context>
 <context>
