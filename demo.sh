@@ -1,5 +1,5 @@
 #!/bin/sh
-# Installs packages, builds, makes the sample station, converts it and shows what came out.
+# Installs packages, builds, makes the sample station, converts it and shows what came out, also as a page.
 #   ./demo.sh [DIRECTORY]      the station goes there; default: demo-station, made anew
 set -eu
 cd "$(dirname "$0")"
@@ -32,3 +32,6 @@ convert comtrade-1999 's/^\(Тип Comtrade 1999\)=.*/\1=1/'
 printf '\n== The fault report of one recording\n'
 report=$(ls "$station"/comtrade-2013/*.hdr | head -n 1)
 cat "$report"
+
+printf '\n== The same recording as a page: open it in a browser\n'
+"$zucmtr" view "$station/Vostochnaya_000123.ZU" -o "$station/fault.html"

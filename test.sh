@@ -48,6 +48,7 @@ build_and_test release
 build_and_test asan
 printf '\n== fuzzers\n'
 fuzz/run.sh 30
+scripts/update-translations.sh --check
 git ls-files '*.cpp' '*.h' | xargs clang-format --dry-run -Werror
 [ $mode = all ] || exit 0
 build_and_test tsan

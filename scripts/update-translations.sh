@@ -13,7 +13,7 @@ if [ "${1:-}" = --check ]; then
     trap 'rm -f "$target"' EXIT
     cp "$catalogue" "$target"
 fi
-"$lupdate" -silent -locations none -no-obsolete -source-language en -target-language ru_RU \
+"$lupdate" -silent -extensions cpp,h -locations none -no-obsolete -source-language en -target-language ru_RU \
     -tr-function-alias translate+=Tr,translate+=HelpText tools -ts "$target"
 if [ "${1:-}" = --check ]; then
     cmp "$target" "$catalogue" || { echo "run scripts/update-translations.sh" >&2; exit 1; }

@@ -171,8 +171,8 @@ std::vector<DeviceKeyRule> DeviceKeyRules()
 {
     std::vector<DeviceKeyRule> rules;
     for (const IniKey& row : DeviceKeys)
-        rules.push_back({row.key, row.text != nullptr, row.lowest, row.highest,
-                         row.presence == Presence::Obligatory, row.onlyIf == &Param::RenameSignals});
+        rules.push_back({row.key, row.presence == Presence::Obligatory, row.text != nullptr, row.lowest,
+                         row.highest, row.onlyIf != nullptr});
     return rules;
 }
 

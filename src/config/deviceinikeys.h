@@ -1,18 +1,18 @@
-// What the ini file may say about a device, for those who look at an ini file without loading it. The rules
-// are those of the table by which devices are loaded.
+// The rules of a device's ini keys, for programs that explain an ini file.
 #pragma once
 
 #include <vector>
 
+/// One key, as LoadFromIniDef reads it.
 struct DeviceKeyRule
 {
-    const char* key;    // UTF-8
-    bool isText;        // otherwise a whole number
-    int lowest;         // accepted numbers; of a text both are 0
-    int highest;        //
-    bool obligatory;    // in a section of defaults
-    bool needsRenaming; // asked for only while signals are renamed
+    const char* key; ///< UTF-8
+    bool obligatory; ///< the defaults section does not load without it
+    bool isText;     ///< else a whole number from lowest to highest, where -1 counts as absent
+    int lowest;
+    int highest;
+    bool onlyWhenRenaming; ///< asked for only while signals are renamed
 };
 
-/// One rule for each key, in the order in which a section is read.
+/// All keys in reading order.
 std::vector<DeviceKeyRule> DeviceKeyRules();

@@ -3,7 +3,6 @@
 
 #include "config/GlobalFunction.h"
 #include "config/QSettingsRu.h"
-#include "resorter/parameterkeys.h"
 #include "service/zucmtrconverter.h"
 
 #include <algorithm>
@@ -14,6 +13,21 @@ namespace {
 
 constexpr quint32 UnreadRow = 999999;
 constexpr unsigned int AbsentMaximum = 4294967295U;
+
+// A parameter of an entry, as it may be spelt.
+struct ParameterKey
+{
+    const QString plain;
+    const QString spaced;
+};
+
+const ParameterKey KeyVoltageLevel{QStringLiteral("V_L="), QStringLiteral("V_L =")};
+const ParameterKey KeyEquipmentGroup{QStringLiteral("E_G="), QStringLiteral("E_G =")};
+const ParameterKey KeySignalGroup{QStringLiteral("S_G="), QStringLiteral("S_G =")};
+const ParameterKey KeyDeviceGroup{QStringLiteral("D_G="), QStringLiteral("D_G =")};
+const ParameterKey KeyStatusType{QStringLiteral("S_T="), QStringLiteral("S_T =")};
+const ParameterKey KeyVlInd{QStringLiteral("VL_IND="), QStringLiteral("VL_IND =")};
+const ParameterKey KeyCimId{QStringLiteral("CIM_ID="), QStringLiteral("CIM_ID =")};
 
 // The fields of a value that is not empty: at least one.
 std::vector<QString> FieldsOf(const QString& text)

@@ -1,4 +1,5 @@
 // Ctrl-C, and the bar on a terminal. Both need processes of our own making.
+#include "child.h"
 #include "program.h"
 
 #include "zucmtr/progress.h"
@@ -6,82 +7,15 @@
 #include <gtest/gtest.h>
 
 #include <array>
-#include <chrono>
 #include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
 #include <sys/ioctl.h>
-#include <sys/wait.h>
-#include <thread>
 #include <unistd.h>
 
 namespace {
 
 using recorderfile::Encode;
-
-constexpr std::chrono::seconds Patience{60};
-
-// Calls until it gives true; false after a minute.
-template <class Condition>
-bool WaitFor(const Condition& condition)
-{
-    const auto end = std::chrono::steady_clock::now() + Patience;
-    while (!condition()) {
-        if (std::chrono::steady_clock::now() > end)
-            return false;
-        std::this_thread::yield();
-    }
-    return true;
-}
-
-// A started zucmtr, whose standard output and error are the given files.
-class Child
-{
-public:
-    Child(const QString& directory, const QStringList& arguments, int output, int error)
-    {
-        std::vector<QByteArray> bytes = {ZUCMTR_PROGRAM};
-        for (const QString& argument : arguments)
-            bytes.push_back(argument.toUtf8());
-        std::vector<char*> pointers;
-        for (QByteArray& argument : bytes)
-            pointers.push_back(argument.data());
-        pointers.push_back(nullptr);
-        const QByteArray place = directory.toUtf8();
-        process = fork();
-        if (process == 0) {
-            dup2(output, STDOUT_FILENO);
-            dup2(error, STDERR_FILENO);
-            if (chdir(place.constData()) == 0)
-                execv(pointers[0], pointers.data());
-            _exit(127);
-        }
-    }
-    ~Child()
-    {
-        if (!ended) {
-            kill(process, SIGKILL);
-            waitpid(process, &status, 0);
-        }
-    }
-    Child(const Child&) = delete;
-    Child& operator=(const Child&) = delete;
-
-    void Send(int number) const { kill(process, number); }
-
-    bool HasEnded()
-    {
-        ended = ended || waitpid(process, &status, WNOHANG) == process;
-        return ended;
-    }
-
-    int Code() const { return ended && WIFEXITED(status) ? WEXITSTATUS(status) : -1; }
-
-private:
-    pid_t process = -1;
-    int status = 0;
-    bool ended = false;
-};
 
 // A pipe that holds one page.
 class SmallPipe

@@ -44,7 +44,8 @@ TEST_P(LocaleTest, MessagesAreUtf8)
                                      "Vostochnaya", "--out", "out", "запись.ZU"},
                                     {{"LC_ALL", GetParam()}});
     EXPECT_EQ(run.code, 1);
-    EXPECT_EQ(run.err, QStringLiteral("zucmtr: запись.ZU: not converted: Файл не существует [запись.ZU]\n"));
+    const QString own = QByteArray(GetParam()).startsWith("ru") ? "не преобразована" : "not converted";
+    EXPECT_EQ(run.err, "zucmtr: запись.ZU: " + own + ": Файл не существует [запись.ZU]\n");
 }
 
 TEST_P(LocaleTest, SampleGoesIntoACyrillicDirectory)

@@ -1,6 +1,7 @@
 // zucmtr convert over directories, with several recordings at once, and what it tells.
 #include "program.h"
 
+#include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -75,6 +76,36 @@ TEST(Many, RecordingGivenTwiceIsConvertedOnce)
     EXPECT_EQ(run.code, 0);
     EXPECT_EQ(run.out, "in/a.ZU -> " + ShortRecordName(0) + "\n");
     EXPECT_EQ(run.err, QString());
+}
+
+TEST(Many, ViewWritesAPageBesideEachRecord)
+{
+    const Workplace place;
+    place.Write("a.ZU", Short(0));
+    place.Write("b.ZU", Short(10));
+    const Finished run = place.Convert({"--view", "--json", "--remove-source", "a.ZU", "b.ZU"});
+    EXPECT_EQ(run.code, 0) << run.err;
+    const std::vector<QJsonObject> objects = Objects(run.out);
+    ASSERT_EQ(objects.size(), 2U);
+    for (int i = 0; i < 2; ++i) {
+        const QString page = "out/" + ShortRecordName(10 * i) + ".html";
+        EXPECT_EQ(objects[static_cast<size_t>(i)]["files"].toArray().last().toString(), page);
+        EXPECT_TRUE(ReadBytes(place.Path(page)).startsWith("<!doctype html>"));
+    }
+    EXPECT_FALSE(QFile::exists(place.Path("a.ZU")));
+}
+
+TEST(Many, PageThatCannotBeWrittenIsAFailureAndTheRecordingStays)
+{
+    const Workplace place;
+    place.Write("a.ZU", Short(0));
+    place.MakeDirectory("out/" + ShortRecordName(0) + ".html");
+    const Finished run = place.Convert({"--view", "--remove-source", "a.ZU"});
+    EXPECT_EQ(run.code, 1);
+    EXPECT_EQ(run.out, QString());
+    EXPECT_TRUE(run.err.contains("a.ZU: converted, but its page could not be written: ")) << run.err;
+    EXPECT_TRUE(run.err.contains("; the recording is kept")) << run.err;
+    EXPECT_EQ(ReadBytes(place.Path("a.ZU")), Short(0));
 }
 
 TEST(Many, DirectoryWithoutRecordingsIsToldAndNoFailure)

@@ -60,8 +60,7 @@ TEST(Usage, HelpNamesTheCommandsAndHowToBegin)
             "  --version                   Print the version and exit\n"
             "\n"
             "Subcommands:\n"
-            "  check                       Explain what of an ini file would be refused, defaulted or "
-            "ignored\n"
+            "  check                       Explain what is wrong with an ini file\n"
             "  convert                     Convert recordings into COMTRADE records\n"
             "  dictionary                  Write a first sorting dictionary for the channels of a recording\n"
             "  info                        Tell what is in recordings and COMTRADE records\n"
@@ -69,13 +68,13 @@ TEST(Usage, HelpNamesTheCommandsAndHowToBegin)
             "  view                        Show a recording or COMTRADE record as a page for the browser, or "
             "as a "
             "picture\n"
+            "  watch                       Convert recordings as they arrive in directories\n"
             "\n"
             "'zucmtr COMMAND --help' tells more about a command. To try the program:\n"
             "\n"
-            "  mkdir -p station/comtrade\n"
+            "  mkdir -p station\n"
             "  zucmtr sample --out station\n"
-            "  zucmtr convert --ini station/ZuDrv.ini --defaults Default --device Vostochnaya "
-            "--out station/comtrade station/*.ZU\n"));
+            "  zucmtr convert --out station/comtrade --make-out station\n"));
 }
 
 TEST(Usage, HelpOfConvertNamesItsOptions)

@@ -1,225 +1,301 @@
-// The texts of the findings: line, what is wrong, what to do.
+// What the check says about each kind of line.
 #include "inicheck/inicheck.h"
-
-#include "inicheck/nearest.h"
 
 #include "dictionary/draft.h"
 #include "station/station.h"
-#include "support/device.h"
+#include "support/files.h"
 
 #include <gtest/gtest.h>
 
 namespace {
 
+using inicheck::Check;
+using inicheck::Finding;
 using inicheck::Findings;
 using inicheck::Severity;
 
-// "line severity: what; advice" of each finding; E, W or N for the severity.
-QStringList TextsOf(const Findings& findings)
+// 19 lines: a section of defaults with all keys, by which every other section loads.
+QString Defaults()
 {
-    QStringList texts;
-    for (const inicheck::Finding& finding : findings) {
-        const char* const severity = finding.severity == Severity::Error     ? "E"
-                                     : finding.severity == Severity::Warning ? "W"
-                                                                             : "N";
-        texts << QString::number(finding.line) + QLatin1String(severity) + QStringLiteral(": ") +
-                     finding.what + QStringLiteral("; ") + finding.advice;
+    return QStringLiteral("[Default]\n"
+                          "Энергосистема=E\nСубъект=S\nОбъект=O\nИсточник=I\nВерсия ПО=1\n"
+                          "Версия аппаратной части=1\nМодель=M\nВерсия ZU=1\nУдалять исходные=0\n"
+                          "Время ожидания=60000\nТип Comtrade CFF=0\nТип Comtrade BIN=0\n"
+                          "Кодировка Comtrade UTF8=1\nПереименовать сигналы Comtrade=1\n"
+                          "Идентификатор Cim=\nНомер шкафа=\nСерийный номер=\n"
+                          "Доп.индексы для имен сигналов=0\n");
+}
+
+constexpr int FirstLine = 21; // of what stands behind "[D]"
+
+class CheckOf : public testing::Test
+{
+protected:
+    Findings Of(const QByteArray& text, const QStringList& recordings = {})
+    {
+        directory.Write("a.ini", text);
+        return Check({directory.Path("a.ini"), "Default", {"D"}, recordings});
     }
-    return texts;
-}
 
-QStringList Check(const QByteArray& text, const QStringList& devices = {QStringLiteral("Device")},
-                  const QString& defaults = QStringLiteral("Defaults"))
-{
-    const TestDirectory directory;
-    const inicheck::IniText ini = inicheck::ReadIni(directory.Write(QStringLiteral("ZuDrv.ini"), text));
-    return TextsOf(inicheck::Check(ini, {defaults, devices}));
-}
+    // The findings but for those on absent keys.
+    QStringList OfDevice(const QString& lines, const QStringList& recordings = {})
+    {
+        QStringList texts;
+        for (const Finding& finding : Of((Defaults() + "[D]\n" + lines).toUtf8(), recordings)) {
+            if (!finding.text.startsWith("taken from [Default]"))
+                texts << Shown(finding);
+        }
+        return texts;
+    }
 
-// Findings of a device's section; [Device] is line 21, so its first line is 22.
-QStringList CheckLines(const QByteArray& lines)
-{
-    return Check(DefaultsSection() + "[Device]\n" + lines);
-}
+    static QString Shown(const Finding& finding)
+    {
+        const int line = finding.line == 0 ? 0 : finding.line - FirstLine + 1;
+        return QString("%1 %2 %3").arg(line).arg("NWE"[static_cast<int>(finding.severity)]).arg(finding.text);
+    }
 
-TEST(Findings, UnknownKeysHaveTheNearestOne)
-{
-    EXPECT_EQ(CheckLines("Обьект=x\nnAnMx=1\nA1=W1:Ua\nfoo bar=1\n"),
-              QStringList({"22W: the key 'Обьект' is unknown and is ignored; did you mean 'Объект'?",
-                           "23W: the key 'nAnMx' is unknown and is ignored; did you mean 'nAnMax'?",
-                           "24W: the key 'A1' is unknown and is ignored; did you mean 'A01'?",
-                           "25W: the key 'foo bar' is unknown and is ignored; remove it, or see the list of "
-                           "keys"}));
-}
+    TestDirectory directory;
+};
 
-TEST(Findings, CyrillicLettersInKeysAreSeenThrough)
+QStringList One(const QString& text)
 {
-    EXPECT_EQ(CheckLines("А01=W1:Ua\n"),
-              QStringList({"22W: the key 'А01' is unknown and is ignored; did you mean 'A01'?"}));
-}
-
-TEST(Findings, BadNumbersHaveTheirRange)
-{
-    EXPECT_EQ(CheckLines("Версия ZU=3\nnAnMax=many\n"),
-              QStringList({"22E: 'Версия ZU' cannot be '3'; the section does not load; give a whole number "
-                           "from 1 to 2",
-                           "23E: 'nAnMax' cannot be 'many'; the section does not load; give the highest "
-                           "number of the keys A..."}));
-}
-
-TEST(Findings, MissingDefaultsStandAtTheirHeading)
-{
-    QByteArray defaults = DefaultsSection();
-    defaults.replace("Субъект=Subject\n", "");
-    EXPECT_EQ(Check(defaults + "[Device]\n"),
-              QStringList({"1E: the defaults lack 'Субъект' and do not load; add Субъект=..."}));
-}
-
-TEST(Findings, EveryFaultOfTheParametersIsNamed)
-{
-    EXPECT_EQ(
-        CheckLines("nAnMax=1\nA01=W1:Ua,V_L=100 E_G=BRP S_D=VT\n"),
-        QStringList({"23W: bad parameters, 'W1:Ua' stays unsorted: V_L=100 is unknown, did you mean "
-                     "V_L=10?; E_G=BRP is unknown, did you mean E_G=BPR?; S_G= is missing; the parameter "
-                     "S_D=VT is unknown, did you mean S_G=VT?; correct them"}));
-}
-
-TEST(Findings, EntriesBehindTheMaximumSayWhy)
-{
-    EXPECT_EQ(CheckLines("A01=W1:Ua\nnDiMax=1\nD02=W1:On\n"),
-              QStringList({"22W: 'A01' is ignored, for the section has no 'nAnMax'; set nAnMax=1 or higher",
-                           "24W: 'D02' is ignored, for 'nDiMax' is 1; set nDiMax=2 or higher"}));
-}
-
-TEST(Findings, IdentityTextsThatBreakARecord)
-{
-    EXPECT_EQ(
-        CheckLines("Объект=ПС, Север\nИсточник=РАС %1\nСубъект=a\x0b"
-                   "b\n"),
-        QStringList({"22W: the comma in 'ПС, Север' parts it into two fields of the CFG file or of the "
-                     "record's name; write it without a comma",
-                     "23W: 'РАС %1' holds a percent sign with a digit, which may become another text in "
-                     "the record; write it without the percent sign",
-                     "24W: 'Субъект' holds a control character or line end, which breaks the record's "
-                     "lines; remove it"}));
-}
-
-TEST(Findings, ATerritoryMayHoldAComma)
-{
-    EXPECT_EQ(CheckLines("Энергосистема=Урал, север\n"), QStringList());
-}
-
-TEST(Findings, QuotesAndEscapesAreNothingSpecial)
-{
-    EXPECT_EQ(
-        CheckLines("Объект=\"ПС\"\nИсточник=\"a; b\"\nСубъект=a\\nb\n"),
-        QStringList({"22N: the quotes belong to the value '\"ПС\"'; remove them unless they are meant",
-                     "23W: the ';' begins a comment also inside quotes: the value is '\"a'; write it without "
-                     "';'",
-                     "24N: a backslash means nothing special: 'a\\nb' stays as it is; write the character "
-                     "itself"}));
-}
-
-TEST(Findings, EquipmentThatMixesVoltageAndCurrentHasOneNote)
-{
-    EXPECT_EQ(
-        CheckLines("nAnMax=4\nA01=W1:Ua,V_L=110 E_G=L S_G=VT\nA02=W1:Ia,V_L=110 E_G=L S_G=CT\n"
-                   "A03=W1:Ib,V_L=110 E_G=L S_G=CT\nA04=W2:Ia,V_L=110 E_G=L S_G=CT\n"),
-        QStringList({"24N: the equipment 'W1' has CT here and VT in line 23; the INF file has one key for "
-                     "them all; give them separate equipment names, in the recorder too"}));
-}
-
-TEST(Findings, RepeatsNameTheOneThatCounts)
-{
-    EXPECT_EQ(CheckLines("Объект=a\nОбъект=b\n[Device]\nnAnMax=2\nA01=W1:Ua\nA02=W1:Ua\n"),
-              QStringList(
-                  {"22W: 'Объект' comes again in line 23, which counts; this one is ignored; remove one of "
-                   "the two",
-                   "24W: section [Device] is here already since line 21; both are one section; join them, or "
-                   "give the second one its own name",
-                   "26N: 'W1:Ua' has no parameters and stays unsorted; add V_L=, E_G= and S_G= behind a "
-                   "comma",
-                   "27N: 'W1:Ua' has no parameters and stays unsorted; add V_L=, E_G= and S_G= behind a "
-                   "comma",
-                   "27W: the signal 'W1:Ua' is here already as 'A01' in line 26; sorted entries of one name "
-                   "write its channel twice; remove one of the two"}));
-}
-
-TEST(Findings, LinesThatAreNoEntries)
-{
-    EXPECT_EQ(
-        Check("x=1\n" + DefaultsSection() + "[Device]\nword\n; comment\n# comment\n[Other] ; note\n[]\n"),
-        QStringList(
-            {"1W: 'x=1' stands ahead of the first section and is ignored; move it into a section",
-             "23W: 'word' is no key=value and is ignored; begin a comment with ';', or add what is "
-             "missing",
-             "26E: '[Other] ; note' opens no section; the lines below it go to the section above; leave "
-             "nothing behind the closing bracket, not even a comment",
-             "27E: a section without a name; the lines up to the next section are ignored; name the "
-             "section"}));
-}
-
-TEST(Findings, Encoding)
-{
-    EXPECT_EQ(Check("\xEF\xBB\xBF" + DefaultsSection() + "[Device]\nОбъект=\xCF\xD1\n"),
-              QStringList({"1N: the file begins with a byte order mark, which is skipped; save it as UTF-8 "
-                           "without the mark for other programs",
-                           "22E: the line is not UTF-8; what is not is read as '?' signs; save the file as "
-                           "UTF-8"}));
-}
-
-TEST(Findings, SampleStationHasNothingButItsMixedEquipment)
-{
-    const QStringList found =
-        Check(station::MakeIni({}).toUtf8(), {station::DeviceSection()}, station::DefaultsSection());
-    EXPECT_EQ(found.size(), 2);
-    EXPECT_EQ(found.filter(QStringLiteral("the INF file has one key for them all")), found);
-    EXPECT_EQ(found.filter(QStringLiteral("N: ")), found);
-}
-
-TEST(Findings, DraftOfADictionaryHasNone)
-{
-    const QStringList dictionary =
-        dictionary::DictionaryLines({{QStringLiteral("ВЛ-110 W1:Ua"), QStringLiteral("кВ")}},
-                                    {{QStringLiteral("ВЛ-110 W1:Откл"), QString()}});
-    const QStringList whole =
-        dictionary::CompleteIni(QStringLiteral("Device"), QStringLiteral("РАС"), dictionary);
-    EXPECT_EQ(Check(whole.join('\n').toUtf8(), {QStringLiteral("Device")}, QStringLiteral("Default")),
-              QStringList());
-}
-
-TEST(Findings, RecordingAgainstTheDictionary)
-{
-    const TestDirectory directory;
-    const inicheck::IniText ini = inicheck::ReadIni(directory.Write(
-        QStringLiteral("ZuDrv.ini"), "[Device]\nnAnMax=3\nA01=W1:Ua\nA02=W1:Ub\nA03=W1:UC\n"));
-    const Findings findings = inicheck::CheckRecording(
-        ini, QStringLiteral("Device"),
-        {QStringLiteral("rec.ZU"), {"W1:Ua", "W1:Uc", "W1:Ud"}, {QStringLiteral("W1:Откл")}});
-    EXPECT_EQ(
-        TextsOf(findings),
-        QStringList({"4W: rec.ZU has no channel 'W1:Ub'; write the name as the recorder does, or remove "
-                     "the line",
-                     "5W: rec.ZU has no channel 'W1:UC'; did you mean 'W1:Uc'?",
-                     "0N: the dictionary does not know the channel 'W1:Uc', which is written behind the "
-                     "sorted ones; add it to the dictionary if it is to be sorted",
-                     "0N: the dictionary does not know the channel 'W1:Ud', which is written behind the "
-                     "sorted ones; add it to the dictionary if it is to be sorted"}));
-}
-
-TEST(Findings, LongNamesTakeNoTime)
-{
-    const QByteArray mega(1 << 20, 'k');
-    EXPECT_EQ(CheckLines(mega + "=1\n").size(), 1);
-    EXPECT_EQ(CheckLines("nAnMax=1\nA01=" + mega + "," + mega + "\n").size(), 2);
-}
-
-TEST(Nearest, IsNothingWhereNothingIsNear)
-{
-    EXPECT_EQ(inicheck::Nearest(QStringLiteral("XY"), {"VT", "CT"}), QString());
-    EXPECT_EQ(inicheck::Nearest(QStringLiteral("TV"), {"CT", "VT"}), QStringLiteral("VT"));
-    EXPECT_EQ(inicheck::Nearest(QStringLiteral("СТ"), {"VT", "CT"}), QStringLiteral("CT")); // Cyrillic
-    EXPECT_EQ(inicheck::Nearest(QString(), {"VT"}), QString());
+    return {text};
 }
 
 } // namespace
+
+TEST_F(CheckOf, SampleStationIsGood)
+{
+    directory.Write("s.ini", station::MakeIni({}).toUtf8());
+    for (const Finding& finding :
+         Check({directory.Path("s.ini"), station::DefaultsSection(), {station::DeviceSection()}, {}}))
+        EXPECT_EQ(finding.severity, Severity::Note) << finding.line << ": " << finding.text.toStdString();
+}
+
+TEST_F(CheckOf, KeysOfTheDefaultsAreNamedInOneNote)
+{
+    const Findings findings = Of((Defaults() + "[D]\nОбъект=X\nИсточник=Y\n").toUtf8());
+    ASSERT_EQ(findings.size(), 1U);
+    EXPECT_EQ(findings[0].line, 20);
+    EXPECT_EQ(findings[0].severity, Severity::Note);
+    EXPECT_TRUE(findings[0].text.startsWith("taken from [Default]: Энергосистема, Субъект, Версия ПО, "))
+        << findings[0].text;
+}
+
+TEST_F(CheckOf, UnknownKeysAreToldWithTheNearest)
+{
+    EXPECT_EQ(OfDevice("Обьект=X\n"), One("1 W ignored: there is no key 'Обьект'; is 'Объект' meant?"));
+    EXPECT_EQ(OfDevice("Оператор=X\n"), One("1 W ignored: there is no key 'Оператор'"));
+    EXPECT_EQ(OfDevice("; Обьект=X\n# Обьект=X\n"), QStringList());
+}
+
+TEST_F(CheckOf, NumbersOutOfRangeAreRefused)
+{
+    EXPECT_EQ(OfDevice("Тип Comtrade BIN=2\n"),
+              One("1 E 'Тип Comtrade BIN' is '2', which is no whole number from 0 to 1: the section does not "
+                  "load"));
+    EXPECT_EQ(OfDevice("Версия ZU=\n"),
+              One("1 E 'Версия ZU' is '', which is no whole number from 1 to 2: the "
+                  "section does not load"));
+    EXPECT_EQ(OfDevice("Версия ZU=-1\n"),
+              One("1 N 'Версия ZU' counts as absent: it is taken from [Default]"));
+}
+
+TEST_F(CheckOf, ObligatoryKeysAreMissed)
+{
+    const Findings findings = Of(Defaults().remove("Модель=M\n").toUtf8() + "[D]\n");
+    ASSERT_FALSE(findings.empty());
+    EXPECT_EQ(findings[0].line, 1);
+    EXPECT_EQ(findings[0].severity, Severity::Error);
+    EXPECT_EQ(findings[0].text, "'Модель' is missing: the section does not load; add it");
+}
+
+TEST_F(CheckOf, LinesThatAreNoneAreTold)
+{
+    EXPECT_EQ(
+        OfDevice("what\n; a comment\n\n"),
+        One("1 W ignored: it is neither a section nor 'key = value'; begin it with ';' if it is a comment"));
+    EXPECT_EQ(OfDevice("[Other] ; the other one\n"),
+              One("1 W it opens no section, as ']' is not its last character: what follows belongs to [D]"));
+    EXPECT_EQ(OfDevice("[ Other]\n"),
+              One("1 W the blanks belong to the section's name ' Other'; take them out"));
+    EXPECT_EQ(OfDevice("[Default]\n"),
+              One("1 W section [Default] begins in line 1 already; both are one, and of equal keys the last "
+                  "counts: put them together"));
+}
+
+TEST_F(CheckOf, LineAheadOfTheFirstSectionIsIgnored)
+{
+    const Findings findings = Of("Объект=X\n" + Defaults().toUtf8() + "[D]\n");
+    ASSERT_FALSE(findings.empty());
+    EXPECT_EQ(findings[0].text, "ignored: it stands ahead of the first section; move it into one");
+    EXPECT_EQ(findings[0].line, 1);
+}
+
+TEST_F(CheckOf, RepeatedKeysAreToldWhereTheyDoNotCount)
+{
+    EXPECT_EQ(
+        OfDevice("Объект=X\nОбъект=Y\n"),
+        One(QString("1 W ignored: 'Объект' stands in line %1 again, and the last one counts; take one of "
+                    "them out")
+                .arg(FirstLine + 1)));
+}
+
+TEST_F(CheckOf, QuotationMarksStayInTheValue)
+{
+    EXPECT_EQ(OfDevice("Модель=\"M\"\n"),
+              One("1 W the quotation marks belong to the value of 'Модель'; take them out"));
+}
+
+TEST_F(CheckOf, TextThatIsNotUtf8IsLost)
+{
+    const Findings findings = Of(Defaults().toUtf8() + "[D]\nCим=\xcf\xd1\n");
+    ASSERT_GE(findings.size(), 2U);
+    EXPECT_EQ(findings[1].line, FirstLine);
+    EXPECT_EQ(findings[1].severity, Severity::Error);
+    EXPECT_EQ(findings[1].text, "it is not UTF-8, its letters are lost; save the file in UTF-8");
+}
+
+TEST_F(CheckOf, IdentityTextsThatMakeARecordUnreadableAreErrors)
+{
+    EXPECT_EQ(
+        OfDevice("Объект=ПС, Восточная\n"),
+        One("1 E Объект 'ПС, Восточная' holds a comma or a line end: no program opens a record with it; "
+            "take it out"));
+    EXPECT_EQ(
+        OfDevice("Источник=РАС %2\n"),
+        One("1 E Источник 'РАС %2' holds a '%' with a digit, which is replaced by another value when the "
+            "record is written; take it out"));
+    EXPECT_EQ(OfDevice("Источник=100 %\n"), QStringList());
+    EXPECT_EQ(OfDevice("Субъект=A/B\n"),
+              One("1 N the characters \" \\ / : * ? < > | of 'Субъект' are left out of "
+                  "the names of files"));
+}
+
+TEST_F(CheckOf, LettersThatTheCodePageLacksAreTold)
+{
+    EXPECT_EQ(
+        OfDevice("Кодировка Comtrade UTF8=0\nМодель=Ω-1\n"),
+        One("2 W 'Модель' holds letters that CP1251 lacks, which become '?' in the record; take others, "
+            "or set 'Кодировка Comtrade UTF8' to 1"));
+    EXPECT_EQ(OfDevice("Модель=Ω-1\n"), QStringList());
+}
+
+TEST_F(CheckOf, KeysThatExcludeEachOtherAreTold)
+{
+    EXPECT_EQ(
+        OfDevice("Тип Comtrade CFF=1\nТип Comtrade 1999=1\n"),
+        One("1 W 'Тип Comtrade CFF' is ignored beside 'Тип Comtrade 1999': the record has separate files"));
+    EXPECT_EQ(
+        OfDevice("Переименовать сигналы Comtrade=0\nДоп.индексы для имен сигналов=7\n"),
+        One("2 N 'Доп.индексы для имен сигналов' is not asked for while 'Переименовать сигналы Comtrade' "
+            "is 0"));
+    EXPECT_EQ(OfDevice("Удалять исходные=1\n"),
+              One("1 N the recordings are deleted before anybody can compare their records; 'zucmtr convert "
+                  "--remove-source' deletes each one after its record is verified"));
+}
+
+TEST_F(CheckOf, EntriesBeyondTheMaximumAreNotLookedAt)
+{
+    EXPECT_EQ(OfDevice("nAnMax=1\nA01=W:Ua,V_L=110 E_G=L S_G=VT\nA02=W:Ub,V_L=110 E_G=L S_G=VT\n"),
+              One("3 W A02: ignored: 'nAnMax' is 1; raise it to 2"));
+    EXPECT_EQ(OfDevice("D01=W:Откл,V_L=110 E_G=L D_G=RP S_T=SBO\n"),
+              One("1 W D01: ignored: 'nDiMax' is 0; raise it to 1"));
+    EXPECT_EQ(OfDevice("nAnMax=2\nA1=W:Ua,V_L=110 E_G=L S_G=VT\n"),
+              One("2 W A1: ignored: the numbers are written 01, 02 ... 99, 100"));
+    EXPECT_EQ(OfDevice("nAnMax=x\n"), One("1 E nAnMax: 'x' is no whole number: the section does not load"));
+}
+
+TEST_F(CheckOf, EntriesWithoutGoodParametersStayUnsorted)
+{
+    EXPECT_EQ(
+        OfDevice("nAnMax=1\nA01=W:Ua\n"),
+        One("2 W A01: it has no parameters, so its channel stays unsorted; add 'V_L=... E_G=... S_G=...'"));
+    EXPECT_EQ(
+        OfDevice("nAnMax=1\nA01=W:Ua,V_L=110 E_G=L\n"),
+        One("2 W A01: 'S_G=' is missing, so its channel stays unsorted; give one of VT, CT, PR_REC, PR_BB, "
+            "PR_DIFF1, PR_DIFF2, F, PR_RC, PR_RV, PR_RVG, PR_IEX, PR_VEX, DCS_VPP, DCS_VP1G, DCS_VP2G"));
+    EXPECT_EQ(
+        OfDevice("nDiMax=1\nD01=W:Q,V_L=110 E_G=L D_G=RB S_T=SBO\n"),
+        One("2 W D01: 'D_G=RB' is not known, so its channel stays unsorted; give one of RP, NA, EA, TA, FR, "
+            "FL, OC; is 'RP' meant?"));
+    EXPECT_EQ(
+        OfDevice("nAnMax=1\nA01=W:Ua,V_L=111 E_G=L S_G=VT S_T=FD\n"),
+        (QStringList{"2 W A01: 'V_L=111' is not known, so its channel stays unsorted; give one of 6, 10, 15, "
+                     "20, 35, 60, 110, 220, 330, 400, 500, 750, 1150; is '110' meant?",
+                     "2 W A01: 'S_T=' is ignored; is 'S_G' meant?"}));
+}
+
+TEST_F(CheckOf, NamesOfSignalsAreLookedAt)
+{
+    EXPECT_EQ(OfDevice("nAnMax=1\nA01=,V_L=110\n"),
+              One("2 E A01: it has no signal ahead of the first comma: the section does not load"));
+    EXPECT_EQ(OfDevice("nDiMax=1\nD01=,V_L=110\n"),
+              One("2 W D01: dropped: it has no signal ahead of the first comma"));
+    EXPECT_EQ(
+        OfDevice("nAnMax=1\nA01=Ua,V_L=110 E_G=L S_G=VT,more\n"),
+        (QStringList{"2 W A01: 'Ua' is not 'equipment:signal'; write the channel's name as the recorder does",
+                     "2 W A01: what stands behind the second comma is ignored"}));
+    EXPECT_EQ(
+        OfDevice("nAnMax=2\nA01=W:Ua,V_L=110 E_G=L S_G=VT\nA02=W:Ua,V_L=110 E_G=L S_G=VT\n"),
+        One(QString("3 W A02: 'W:Ua' stands in line %1 too: a record would have the channel twice; take one "
+                    "out")
+                .arg(FirstLine + 1)));
+    EXPECT_EQ(
+        OfDevice("nAnMax=1\nnDiMax=1\nA01=W:Q,V_L=110 E_G=L S_G=VT\nD01=W:Q,V_L=110 E_G=L D_G=RP S_T=SBO\n"),
+        QStringList());
+}
+
+TEST_F(CheckOf, EquipmentIsOfOneKind)
+{
+    const QString first = "nAnMax=2\nA01=W:Ua,V_L=110 E_G=L S_G=VT\n";
+    EXPECT_EQ(
+        OfDevice("nAnMax=3\nA01=W:Ua,V_L=110 E_G=L S_G=VT\nA02=W:Ia,V_L=110 E_G=L S_G=CT\n"
+                 "A03=W:Ib,V_L=110 E_G=L S_G=CT\n"),
+        One(QString(
+                "3 N A02: 'W' has voltages and currents (line %1), which share one record of the INF file "
+                "with the key of the first; where both are needed, give the currents another name in "
+                "the recorder")
+                .arg(FirstLine + 1)));
+    EXPECT_EQ(
+        OfDevice(first + "A02=W:Ub,V_L=220 E_G=L S_G=VT\n"),
+        One(QString("3 W A02: 'W' is V_L=220 E_G=L here and V_L=110 E_G=L in line %1; one equipment has one "
+                    "of each")
+                .arg(FirstLine + 1)));
+    EXPECT_EQ(OfDevice(first + "A02=W:F,V_L=110 E_G=L S_G=F\n"), QStringList());
+}
+
+TEST_F(CheckOf, BaysAreLookedAt)
+{
+    EXPECT_EQ(OfDevice("nBayMax=1\nBAY01=W\n"),
+              One("2 W BAY01: ignored: it has neither a text to show nor a second circuit"));
+    EXPECT_EQ(OfDevice("nBayMax=2\nBAY01=W,ВЛ,WI\nBAY02=W,ВЛ 2\n"),
+              One(QString("3 W BAY02: ignored: the bay 'W' stands in line %1 already").arg(FirstLine + 1)));
+    EXPECT_EQ(OfDevice("nBayMax=1\nBAY01=W,ВЛ,WI,more\n"),
+              One("2 W BAY01: what stands behind the third comma is ignored"));
+    EXPECT_EQ(OfDevice("nBayMax=1\nBAY01=W,ВЛ %1\n").size(), 1);
+}
+
+TEST_F(CheckOf, DictionaryAmongTheDefaultsIsIgnored)
+{
+    const Findings findings = Of(Defaults().toUtf8() + "nAnMax=1\n[D]\n");
+    ASSERT_FALSE(findings.empty());
+    EXPECT_EQ(findings[0].text, "ignored: 'nAnMax' belongs into the section of a device");
+}
+
+TEST_F(CheckOf, RecordingIsComparedWithTheDictionary)
+{
+    const recorderfile::Recording recording =
+        station::MakeRecording({}, station::StartKind::PositiveSequence).front();
+    directory.Write("r.ZU", recorderfile::Encode(recording));
+    const QString path = directory.Path("r.ZU");
+    const QStringList texts =
+        OfDevice("nAnMax=1\nA01=Нет:Ua,V_L=110 E_G=L S_G=VT\n", {path, directory.Path("none.ZU")});
+    ASSERT_EQ(texts.size(), 4) << texts.join('\n').toStdString();
+    EXPECT_TRUE(texts[0].startsWith("0 W " + path +
+                                    ": the dictionary does not know 32 channels, which come behind "
+                                    "the others: "));
+    EXPECT_TRUE(texts[1].startsWith("0 W " + path + ": the dictionary does not know 64 channels"));
+    EXPECT_TRUE(texts[2].startsWith("0 E " + directory.Path("none.ZU") + ": Файл не найден"));
+    EXPECT_EQ(texts[3], "2 W " + path + " has no channel 'Нет:Ua'");
+}

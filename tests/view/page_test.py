@@ -195,6 +195,15 @@ class SamplePage(unittest.TestCase):
                     self.assertAlmostEqual(record.value(channel, at) / 1000, shown[0], delta=0.05001)
                     self.assertAlmostEqual(record.rms_before(channel, at, 48) / 1000, shown[1], delta=0.05001)
 
+    def test_values_ahead_of_the_fault_are_those_of_the_signal(self):
+        """A line of 220 kV at 50 Hz: phase a rises through zero at the first sample."""
+        browser.press(HOME)
+        for sample in (0, 6, 12, 500, 1003, 1199):
+            set_cursor(0, sample)
+            for phase in range(3):
+                value = 220 * math.sqrt(2 / 3) * math.sin(2 * math.pi * (50 * sample / 2400 - phase / 3))
+                self.assertAlmostEqual(value, legend_row(phase)[0][0], delta=0.06)
+
     def test_modules_and_angles_are_those_of_the_report(self):
         self.assertEqual(STARTED, browser.run("return zuView.page.phasors.circuit.name"))
         for sample, table in ((1200 - 480, 0), (1200, 2)):

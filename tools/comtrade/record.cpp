@@ -14,6 +14,7 @@ namespace comtrade {
 namespace {
 
 constexpr qint64 LargestText = qint64{256} << 20; // bytes of a CFG, HDR or INF; none that is meant is near it
+constexpr qint64 LineStep = 4096;                 // bytes read of a line at once
 
 [[noreturn]] void Fail(const QString& path, const QString& what)
 {
@@ -112,9 +113,11 @@ void Record::OpenContainer(const QString& path)
     std::optional<qint64> dataOffset;
     qint64 dataBytes = -1;
     qint64 textBytes = 0;
+    bool atLineStart = true;
     while (!file.atEnd()) {
-        const QByteArray line = file.readLine(LargestText);
-        const std::optional<Mark> mark = MarkOf(line);
+        const QByteArray line = file.readLine(LineStep); // a longer line comes in pieces
+        const std::optional<Mark> mark = atLineStart ? MarkOf(line) : std::nullopt;
+        atLineStart = line.endsWith('\n');
         if (!mark) {
             textBytes += line.size();
             if (section == nullptr)

@@ -1,226 +1,329 @@
-// The sorting dictionary and the bays.
-#include "inicheck/dictionaryentries.h"
-#include "inicheck/parts.h"
+#include "inicheck/checks.h"
+#include "inicheck/nearest.h"
 
+#include "config/GlobalFunction.h"
+#include "config/QSettingsRu.h"
+#include "resorter/ResorterZuCmtrConv.h"
+#include "service/zucmtrdevparam.h"
 #include "zucmtr/texts.h"
 
-#include <resorter/rcetables.h>
-
 #include <QHash>
-#include <QMap>
-#include <QSet>
+#include <QRegularExpression>
+#include <QVariant>
 
-#include <tuple>
+#include <set>
 
 namespace inicheck {
 
 namespace {
 
-// First rows of the signal groups' families: the INF file has another key for each.
-int SignalFamily(unsigned int signalGroup)
+// A parameter of an entry and what it may be.
+struct Parameter
 {
-    int family = 0;
-    for (const quint32 first :
-         {SignalGroupCT, SignalGroupRPFirst, SignalGroupF, SignalGroupESFirst, SignalGroupOCSFirst})
-        family += signalGroup >= first ? 1 : 0;
-    return family;
+    const char* name;
+    QStringList codes;
+};
+
+template <size_t Rows>
+QStringList Codes(const char* const (&table)[Rows])
+{
+    QStringList codes;
+    for (const char* code : table)
+        codes << QLatin1String(code);
+    return codes;
 }
+
+QStringList VoltageLevels()
+{
+    QStringList levels;
+    for (const quint32 level : gst_vl)
+        levels << QString::number(level);
+    return levels;
+}
+
+// One kind of numbered key.
+struct Kind
+{
+    const char* prefix;
+    const char* maximum;
+    std::vector<Parameter> parameters; // that an entry needs
+};
+
+const Kind& Analog()
+{
+    static const Kind kind{
+        "A", "nAnMax", {{"V_L", VoltageLevels()}, {"E_G", Codes(gst_eg)}, {"S_G", Codes(gst_sg)}}};
+    return kind;
+}
+
+const Kind& Discrete()
+{
+    static const Kind kind{
+        "D",
+        "nDiMax",
+        {{"V_L", VoltageLevels()}, {"E_G", Codes(gst_eg)}, {"D_G", Codes(gst_dg)}, {"S_T", Codes(gst_st)}}};
+    return kind;
+}
+
+const Kind& Bays()
+{
+    static const Kind kind{"BAY", "nBayMax", {}};
+    return kind;
+}
+
+// What an equipment's first entry says.
+struct Equipment
+{
+    int line;
+    QString level;
+    QString equipmentGroup;
+    QString signalGroup;
+};
 
 class DictionaryCheck
 {
 public:
-    DictionaryCheck(const Section& section_, Findings& findings_) : section(section_), findings(findings_) {}
+    DictionaryCheck(const IniLines& ini_, const QString& section_, Findings& findings_)
+        : ini(ini_), section(section_), findings(findings_), resorter(&device)
+    {}
 
     void Run()
     {
-        for (const Family& family : Families) {
-            CheckMaximum(family);
-            CheckEmpty(family);
-        }
-        const std::vector<Signal> analog = SignalsOf(section, Analog);
-        for (const Signal& one : analog)
-            CheckSignal(one, Analog);
-        CheckEqualNames(analog);
-        CheckEquipment(analog);
-        const std::vector<Signal> discrete = SignalsOf(section, Discrete);
-        for (const Signal& one : discrete)
-            CheckSignal(one, Discrete);
-        CheckEqualNames(discrete);
-        CheckBays();
+        for (const IniLine* line : Listed(Analog()))
+            CheckSignal(*line, Analog());
+        names.clear(); // an analog and a discrete channel may have one name
+        for (const IniLine* line : Listed(Discrete()))
+            CheckSignal(*line, Discrete());
+        for (const IniLine* line : Listed(Bays()))
+            CheckBay(*line);
     }
 
 private:
-    void Add(const Entry& entry, Severity severity, Effect effect, const QString& what, const QString& advice)
+    void Say(const IniLine& line, Severity severity, const QString& text)
     {
-        findings.push_back({entry.line, severity, effect, section.name, entry.key, what, advice});
+        findings.push_back({line.number, severity, line.key + QLatin1String(": ") + text});
     }
 
-    void CheckMaximum(const Family& family)
+    // The entries of a kind that the converter looks at; the others are told.
+    std::vector<const IniLine*> Listed(const Kind& kind)
     {
-        bool good = false;
-        MaximumOf(section, family, &good);
-        const Entry* const entry = section.Find(QString::fromLatin1(family.maximum));
-        if (entry != nullptr && !good)
-            Add(*entry, Severity::Error, Effect::Refused,
-                Tr("inicheck", "'%1' cannot be '%2'; the section does not load")
-                    .arg(entry->key, entry->value),
-                Tr("inicheck", "give the highest number of the keys %1...")
-                    .arg(QLatin1String(family.prefix)));
-    }
-
-    void CheckEmpty(const Family& family)
-    {
-        for (const Entry* entry : EntriesOf(section, family)) {
-            if (entry->value.isEmpty())
-                Add(*entry, Severity::Warning, Effect::Dropped,
-                    Tr("inicheck", "'%1' is empty and is skipped").arg(entry->key),
-                    Tr("inicheck", "give a value, or remove the line"));
-        }
-    }
-
-    void CheckSignal(const Signal& one, const Family& family)
-    {
-        const bool analog = family.prefix == Analog.prefix;
-        if (one.name.isEmpty()) {
-            Add(*one.entry, analog ? Severity::Error : Severity::Warning,
-                analog ? Effect::Refused : Effect::Dropped,
-                analog ? Tr("inicheck", "'%1' has no name; the section does not load").arg(one.entry->key)
-                       : Tr("inicheck", "'%1' has no name and is ignored").arg(one.entry->key),
-                Tr("inicheck", "write equipment:signal ahead of the comma"));
-            return;
-        }
-        if (one.equipment.isEmpty() || one.signal.isEmpty())
-            Add(*one.entry, Severity::Warning, Effect::None,
-                Tr("inicheck", "the name '%1' is not equipment:signal").arg(one.name),
-                Tr("inicheck", "write the name as the recorder does, with a colon"));
-        CheckText(section, *one.entry, one.name, false, findings);
-        CheckFields(one.fields, *one.entry, family);
-        CheckParameters(one, analog);
-    }
-
-    void CheckFields(const QStringList& fields, const Entry& entry, const Family& family)
-    {
-        if (fields.size() > family.fields)
-            Add(entry, Severity::Warning, Effect::None,
-                Tr("inicheck", "'%1' behind comma %2 is ignored")
-                    .arg(fields.mid(family.fields).join(QLatin1Char(',')), QString::number(family.fields)),
-                Tr("inicheck", "blanks part the parameters; no name or text can hold a comma"));
-    }
-
-    void CheckParameters(const Signal& one, bool analog)
-    {
-        if (one.fields.size() < 2) {
-            Add(*one.entry, Severity::Note, Effect::Dropped,
-                Tr("inicheck", "'%1' has no parameters and stays unsorted").arg(one.name),
-                analog ? Tr("inicheck", "add V_L=, E_G= and S_G= behind a comma")
-                       : Tr("inicheck", "add V_L=, E_G=, D_G= and S_T= behind a comma"));
-            return;
-        }
-        const QStringList unknown = UnknownWords(one.fields[1], analog);
-        if (!one.parameters) {
-            Add(*one.entry, Severity::Warning, Effect::Dropped,
-                Tr("inicheck", "bad parameters, '%1' stays unsorted: %2")
-                    .arg(one.name, (FaultsOf(one.fields[1], analog) + unknown).join(QStringLiteral("; "))),
-                Tr("inicheck", "correct them"));
-        } else if (!unknown.isEmpty()) {
-            Add(*one.entry, Severity::Warning, Effect::None, unknown.join(QStringLiteral("; ")),
-                Tr("inicheck", "correct or remove it"));
-        }
-    }
-
-    void CheckEqualNames(const std::vector<Signal>& entries)
-    {
-        QHash<QString, const Entry*> first;
-        for (const Signal& one : entries) {
-            const Entry*& known = first[one.name];
-            if (known == nullptr)
-                known = one.entry;
-            else if (!one.name.isEmpty())
-                Add(*one.entry, Severity::Warning, Effect::None,
-                    Tr("inicheck",
-                       "the signal '%1' is here already as '%2' in line %3; sorted entries of one "
-                       "name write its channel twice")
-                        .arg(one.name, known->key, QString::number(known->line)),
-                    Tr("inicheck", "remove one of the two"));
-        }
-    }
-
-    // Entries of one record of the INF file should select one key. No more than a note for each piece of
-    // equipment: the names are the recorder's, and the ini file can have no others.
-    void CheckEquipment(const std::vector<Signal>& entries)
-    {
-        QMap<std::tuple<unsigned int, unsigned int, QString>, const Signal*> first;
-        QSet<const Signal*> mixed;
-        for (const Signal& one : entries) {
-            if (!one.parameters)
+        const QRegularExpression pattern(QStringLiteral("\\A%1([0-9]+)\\z").arg(QLatin1String(kind.prefix)));
+        const qlonglong highest = Maximum(kind);
+        std::vector<const IniLine*> listed;
+        for (const IniLine* line : ini.EntriesOf(section)) {
+            const QRegularExpressionMatch match = pattern.match(line->key);
+            if (!match.hasMatch())
                 continue;
-            const Parameters& own = *one.parameters;
-            const Signal*& other =
-                first[std::make_tuple(own.voltageLevel, own.equipmentGroup, one.equipment)];
-            if (other == nullptr)
-                other = &one;
-            const unsigned int known = other->parameters->signalGroup;
-            if (SignalFamily(known) == SignalFamily(own.signalGroup) || mixed.contains(other))
+            const qlonglong number = match.captured(1).toLongLong();
+            const QString key =
+                QSettingsRu::NumberedKey(QLatin1String(kind.prefix), static_cast<unsigned int>(number));
+            if (number < 1 || line->key != key)
+                Say(*line, Severity::Warning,
+                    Tr("check", "ignored: the numbers are written 01, 02 ... 99, 100"));
+            else if (number > highest)
+                Say(*line, Severity::Warning,
+                    Tr("check", "ignored: '%1' is %2; raise it to %3")
+                        .arg(QLatin1String(kind.maximum))
+                        .arg(highest)
+                        .arg(number));
+            else if (line->value.isEmpty())
+                Say(*line, Severity::Note, Tr("check", "ignored: it has no value"));
+            else
+                listed.push_back(line);
+        }
+        return listed;
+    }
+
+    qlonglong Maximum(const Kind& kind)
+    {
+        const IniLine* line = ini.Find(section, QLatin1String(kind.maximum));
+        if (line == nullptr)
+            return 0;
+        bool ok = false;
+        const unsigned int maximum = QVariant(line->value).toUInt(&ok); // as the converter
+        if (!ok)
+            Say(*line, Severity::Error,
+                Tr("check", "'%1' is no whole number: the section does not load").arg(line->value));
+        return ok ? maximum : 0;
+    }
+
+    void CheckSignal(const IniLine& line, const Kind& kind)
+    {
+        const QStringList fields = line.value.split(QLatin1Char(','));
+        const QString name = fields[0].trimmed();
+        if (name.isEmpty()) {
+            const bool analog = &kind == &Analog();
+            Say(line, analog ? Severity::Error : Severity::Warning,
+                analog ? Tr("check", "it has no signal ahead of the first comma: the section does not load")
+                       : Tr("check", "dropped: it has no signal ahead of the first comma"));
+            return;
+        }
+        CheckName(line, name);
+        if (fields.size() > 2)
+            Say(line, Severity::Warning, Tr("check", "what stands behind the second comma is ignored"));
+        if (fields.size() < 2)
+            Say(line, Severity::Warning,
+                Tr("check", "it has no parameters, so its channel stays unsorted; add '%1'")
+                    .arg(Wanted(kind)));
+        else if (CheckParameters(line, fields[1].trimmed(), kind) && &kind == &Analog())
+            CheckEquipment(line, name, fields[1].trimmed());
+    }
+
+    void CheckName(const IniLine& line, const QString& name)
+    {
+        const int colon = name.indexOf(QLatin1Char(':'));
+        if (colon < 0 || name.left(colon).trimmed().isEmpty() || name.mid(colon + 1).trimmed().isEmpty())
+            Say(line, Severity::Warning,
+                Tr("check", "'%1' is not 'equipment:signal'; write the channel's name as the recorder does")
+                    .arg(name));
+        const auto earlier = names.constFind(name);
+        if (earlier != names.constEnd())
+            Say(line, Severity::Warning,
+                Tr("check", "'%1' stands in line %2 too: a record would have the channel twice; take one out")
+                    .arg(name)
+                    .arg(*earlier));
+        else
+            names.insert(name, line.number);
+        CheckRecordText(line.number, line.key, name, findings);
+    }
+
+    static QString Wanted(const Kind& kind)
+    {
+        QStringList names;
+        for (const Parameter& parameter : kind.parameters)
+            names << QLatin1String(parameter.name) + QLatin1String("=...");
+        return names.join(QLatin1Char(' '));
+    }
+
+    bool Value(const QString& parameters, const char* name, QString& value)
+    {
+        const QString key = QLatin1String(name);
+        return resorter.LoadOneParam(parameters, key + QLatin1String("="), key + QLatin1String(" ="), value);
+    }
+
+    // True if the converter takes them.
+    bool CheckParameters(const IniLine& line, const QString& parameters, const Kind& kind)
+    {
+        bool good = true;
+        for (const Parameter& parameter : kind.parameters)
+            good = CheckParameter(line, parameters, parameter) && good;
+        CheckWords(line, parameters, kind);
+        return good;
+    }
+
+    bool CheckParameter(const IniLine& line, const QString& parameters, const Parameter& parameter)
+    {
+        QString value;
+        const QString name = QLatin1String(parameter.name);
+        if (!Value(parameters, parameter.name, value)) {
+            Say(line, Severity::Warning,
+                Tr("check", "'%1=' is missing, so its channel stays unsorted; give one of %2")
+                    .arg(name, parameter.codes.join(QLatin1String(", "))));
+            return false;
+        }
+        if (parameter.codes.contains(value))
+            return true;
+        const QString nearest = Nearest(value, parameter.codes);
+        QString text = Tr("check", "'%1=%2' is not known, so its channel stays unsorted; give one of %3")
+                           .arg(name, value, parameter.codes.join(QLatin1String(", ")));
+        if (!nearest.isEmpty())
+            text += Tr("check", "; is '%1' meant?").arg(nearest);
+        Say(line, Severity::Warning, text);
+        return false;
+    }
+
+    void CheckWords(const IniLine& line, const QString& parameters, const Kind& kind)
+    {
+        QStringList known = {QStringLiteral("VL_IND"), QStringLiteral("CIM_ID")};
+        for (const Parameter& parameter : kind.parameters)
+            known << QLatin1String(parameter.name);
+        for (const QString& word : parameters.split(QLatin1Char(' '))) {
+            const int equals = word.indexOf(QLatin1Char('='));
+            const QString name = word.left(equals);
+            if (equals <= 0 || known.contains(name))
                 continue;
-            mixed.insert(other);
-            Add(*one.entry, Severity::Note, Effect::None,
-                Tr("inicheck",
-                   "the equipment '%1' has %2 here and %3 in line %4; the INF file has one key for "
-                   "them all")
-                    .arg(one.equipment, QLatin1String(gst_sg[own.signalGroup]), QLatin1String(gst_sg[known]),
-                         QString::number(other->entry->line)),
-                Tr("inicheck", "give them separate equipment names, in the recorder too"));
+            const QString nearest = Nearest(name, known);
+            QString text = Tr("check", "'%1=' is ignored").arg(name);
+            if (!nearest.isEmpty())
+                text += Tr("check", "; is '%1' meant?").arg(nearest);
+            Say(line, Severity::Warning, text);
         }
     }
 
-    void CheckBays()
+    void CheckEquipment(const IniLine& line, const QString& name, const QString& parameters)
     {
-        QHash<QString, const Entry*> first;
-        for (const Entry* entry : EntriesOf(section, Bays)) {
-            if (!entry->value.isEmpty())
-                CheckBay(*entry, FieldsOf(entry->value), first);
-        }
-    }
-
-    void CheckBay(const Entry& entry, const QStringList& fields, QHash<QString, const Entry*>& first)
-    {
-        const Entry* const known = first.value(fields[0], nullptr);
-        const bool blank = fields.size() == 1 || (fields[1].isEmpty() && fields.value(2).isEmpty());
-        if (known != nullptr && fields.size() > 1) {
-            Add(entry, Severity::Warning, Effect::Dropped,
-                Tr("inicheck", "the bay '%1' is here already as '%2' in line %3, which counts")
-                    .arg(fields[0], known->key, QString::number(known->line)),
-                Tr("inicheck", "remove one of the two"));
+        Equipment now{line.number, QString(), QString(), QString()};
+        Value(parameters, "V_L", now.level);
+        Value(parameters, "E_G", now.equipmentGroup);
+        Value(parameters, "S_G", now.signalGroup);
+        const QString equipment = name.section(QLatin1Char(':'), 0, 0).trimmed();
+        const auto found = equipments.constFind(equipment);
+        if (found == equipments.constEnd()) {
+            equipments.insert(equipment, now);
             return;
         }
-        if (blank) {
-            Add(entry, Severity::Warning, Effect::Dropped,
-                Tr("inicheck", "the bay '%1' has neither display text nor circuit and is ignored")
-                    .arg(fields[0]),
-                Tr("inicheck", "write name,display text,circuit"));
-            return;
-        }
-        first.insert(fields[0], &entry);
-        if (fields[0].isEmpty() || fields[1].isEmpty())
-            Add(entry, Severity::Warning, Effect::None,
-                fields[0].isEmpty()
-                    ? Tr("inicheck", "'%1' has no bay name").arg(entry.key)
-                    : Tr("inicheck", "the bay '%1' has no display text: the INF file shows an empty name")
-                          .arg(fields[0]),
-                Tr("inicheck", "write name,display text,circuit"));
-        CheckText(section, entry, fields[1], false, findings);
-        CheckFields(fields, entry, Bays);
+        if (found->level != now.level || found->equipmentGroup != now.equipmentGroup)
+            Say(line, Severity::Warning,
+                Tr("check",
+                   "'%1' is V_L=%2 E_G=%3 here and V_L=%4 E_G=%5 in line %6; one equipment has one of "
+                   "each")
+                    .arg(equipment, now.level, now.equipmentGroup, found->level, found->equipmentGroup)
+                    .arg(found->line));
+        else if (Mixes(found->signalGroup, now.signalGroup) && mixed.insert(equipment).second)
+            Say(line, Severity::Note,
+                Tr("check",
+                   "'%1' has voltages and currents (line %2), which share one record of the INF file with "
+                   "the "
+                   "key of the first; where both are needed, give the currents another name in the recorder")
+                    .arg(equipment)
+                    .arg(found->line));
     }
 
-    const Section& section;
+    static bool Mixes(const QString& first, const QString& second)
+    {
+        const std::set<QString> pair = {first, second};
+        return pair ==
+               std::set<QString>{QLatin1String(gst_sg[SignalGroupVT]), QLatin1String(gst_sg[SignalGroupCT])};
+    }
+
+    void CheckBay(const IniLine& line)
+    {
+        const QStringList fields = line.value.split(QLatin1Char(','));
+        const QString name = fields[0].trimmed();
+        const QString shown = fields.value(1).trimmed();
+        const auto earlier = bays.constFind(name);
+        if (shown.isEmpty() && fields.value(2).trimmed().isEmpty()) {
+            Say(line, Severity::Warning,
+                Tr("check", "ignored: it has neither a text to show nor a second circuit"));
+            return;
+        }
+        if (earlier != bays.constEnd()) {
+            Say(line, Severity::Warning,
+                Tr("check", "ignored: the bay '%1' stands in line %2 already").arg(name).arg(*earlier));
+            return;
+        }
+        bays.insert(name, line.number);
+        if (fields.size() > 3)
+            Say(line, Severity::Warning, Tr("check", "what stands behind the third comma is ignored"));
+        CheckRecordText(line.number, line.key, shown, findings);
+    }
+
+    const IniLines& ini;
+    const QString section;
     Findings& findings;
+    ZuCmtrDevParam device;
+    ResorterZuCmtrConv resorter;
+    QHash<QString, int> names;
+    QHash<QString, int> bays;
+    QHash<QString, Equipment> equipments;
+    std::set<QString> mixed; // equipments of which it was told
 };
 
 } // namespace
 
-void CheckDictionary(const Section& section, Findings& findings)
+void CheckDictionary(const IniLines& ini, const QString& section, Findings& findings)
 {
-    DictionaryCheck(section, findings).Run();
+    DictionaryCheck(ini, section, findings).Run();
 }
 
 } // namespace inicheck

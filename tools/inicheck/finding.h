@@ -1,4 +1,4 @@
-// What a check of an ini file says.
+// What is to be said about a place of an ini file.
 #pragma once
 
 #include <QString>
@@ -8,29 +8,16 @@
 namespace inicheck {
 
 enum class Severity {
-    Error,   // the library refuses the section, or reads something else than what is meant
-    Warning, // something of the file is not in force
-    Note     // in force, and perhaps not meant
-};
-
-/// What the library does about it.
-enum class Effect {
-    None,
-    Refused,   // the section fails to load
-    Defaulted, // the value of the defaults is taken
-    Dropped    // the line has no effect: the library makes the same of the file without it
+    Note,    // worth knowing; as the author may well have meant it
+    Warning, // ignored or dropped, or otherwise not what it looks like
+    Error    // a section that does not load, or records that no program opens
 };
 
 struct Finding
 {
-    int line = 0; // from 1; 0: the file as a whole
+    int line = 0; // of the ini file, from 1; 0: of the whole file
     Severity severity = Severity::Note;
-    Effect effect = Effect::None;
-    QString section; // empty outside of sections
-    QString key;     // empty if it is about no key
-    QString what;
-    QString advice;    // what to do
-    QString file = {}; // empty: the ini file
+    QString text; // what is the matter, and what to do
 };
 
 using Findings = std::vector<Finding>;

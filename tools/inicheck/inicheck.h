@@ -1,33 +1,25 @@
-// Explains in words what the library makes of an ini file: what it refuses, takes from the defaults or drops.
-// The rules are the library's own tables and parsers.
+// Explains an ini file: everything in it that the converter ignores, takes from the defaults, drops or
+// refuses. Keys, ranges and codes are the converter's own tables.
+//
+//     inicheck::Question question{"ZuDrv.ini", "Default", {"Vostochnaya"}, {}};
+//     for (const inicheck::Finding& finding : inicheck::Check(question)) ...
 #pragma once
 
 #include "inicheck/finding.h"
-#include "inicheck/initext.h"
 
 #include <QStringList>
 
 namespace inicheck {
 
-/// The sections in use; both must be in the file. A file with one section has it as both.
-struct Choice
+struct Question
 {
-    QString defaults;
-    QStringList devices;
+    QString ini;            // path
+    QString defaults;       // section
+    QStringList devices;    // sections; may hold the defaults' one
+    QStringList recordings; // first files, to compare with the dictionary of the devices
 };
 
-/// All findings, sorted by line.
-Findings Check(const IniText& text, const Choice& choice);
-
-/// A recording's channels, by name.
-struct Channels
-{
-    QString file;
-    QStringList analog;
-    QStringList discrete;
-};
-
-/// What the recording lacks of the device's dictionary, and what the dictionary lacks of the recording.
-Findings CheckRecording(const IniText& text, const QString& device, const Channels& channels);
+/// All findings by line. Throws std::runtime_error (UTF-8 text) if the ini file cannot be read.
+Findings Check(const Question& question);
 
 } // namespace inicheck

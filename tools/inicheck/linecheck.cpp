@@ -1,135 +1,106 @@
-// Lines, headings and repeated keys.
-#include "inicheck/parts.h"
+#include "inicheck/checks.h"
 
 #include "zucmtr/texts.h"
 
-#include <QHash>
+#include <QRegularExpression>
 
 namespace inicheck {
 
 namespace {
 
-QString Shortened(const QString& line)
+bool IsComment(const IniLine& line)
 {
-    constexpr int Longest = 60;
-    return line.length() <= Longest ? line : line.left(Longest) + QStringLiteral("...");
+    return line.text.startsWith(QLatin1Char(';')) || line.text.startsWith(QLatin1Char('#'));
 }
 
-Finding OfOddLine(const OddLine& line)
+// A line that looks as if it opened a section.
+bool LooksLikeSection(const IniLine& line)
 {
-    const QString shown = Shortened(line.text);
-    switch (line.kind) {
-    case OddLine::AheadOfSections:
-        return {line.line,
-                Severity::Warning,
-                Effect::Dropped,
-                {},
-                {},
-                Tr("inicheck", "'%1' stands ahead of the first section and is ignored").arg(shown),
-                Tr("inicheck", "move it into a section")};
-    case OddLine::EmptyHeading:
-        return {line.line,
-                Severity::Error,
-                Effect::None,
-                {},
-                {},
-                Tr("inicheck", "a section without a name; the lines up to the next section are ignored"),
-                Tr("inicheck", "name the section")};
-    case OddLine::BrokenHeading:
-        return {
-            line.line,
-            Severity::Error,
-            Effect::Dropped,
-            line.section,
-            {},
-            Tr("inicheck", "'%1' opens no section; the lines below it go to the section above").arg(shown),
-            Tr("inicheck", "leave nothing behind the closing bracket, not even a comment")};
-    case OddLine::NoKey:
-        break;
-    }
-    return {line.line,
-            Severity::Warning,
-            Effect::Dropped,
-            line.section,
-            {},
-            Tr("inicheck", "'%1' is no key=value and is ignored").arg(shown),
-            Tr("inicheck", "begin a comment with ';', or add what is missing")};
+    return line.kind != LineKind::Section && line.text.startsWith(QLatin1Char('['));
 }
 
-void CheckEncoding(const IniText& text, Findings& findings)
+void CheckSection(const IniLines& ini, const IniLine& line, Findings& findings)
 {
-    if (text.utf16)
-        findings.push_back({1,
-                            Severity::Error,
-                            Effect::None,
-                            {},
-                            {},
-                            Tr("inicheck", "the file is in UTF-16, which is not read reliably"),
-                            Tr("inicheck", "save it as UTF-8")});
-    if (text.byteOrderMark)
-        findings.push_back({1,
-                            Severity::Note,
-                            Effect::None,
-                            {},
-                            {},
-                            Tr("inicheck", "the file begins with a byte order mark, which is skipped"),
-                            Tr("inicheck", "save it as UTF-8 without the mark for other programs")});
-    for (const int line : text.notUtf8)
-        findings.push_back({line,
-                            Severity::Error,
-                            Effect::None,
-                            {},
-                            {},
-                            Tr("inicheck", "the line is not UTF-8; what is not is read as '?' signs"),
-                            Tr("inicheck", "save the file as UTF-8")});
+    if (line.section.trimmed() != line.section)
+        findings.push_back(
+            {line.number, Severity::Warning,
+             Tr("check", "the blanks belong to the section's name '%1'; take them out").arg(line.section)});
+    const int first = ini.LineOfSection(line.section);
+    if (first != line.number)
+        findings.push_back(
+            {line.number, Severity::Warning,
+             Tr("check", "section [%1] begins in line %2 already; both are one, and of equal keys the last "
+                         "counts: put them together")
+                 .arg(line.section)
+                 .arg(first)});
 }
 
-void CheckHeadings(const Section& section, Findings& findings)
+void CheckEntry(const IniLines& ini, const IniLine& line, Findings& findings)
 {
-    for (size_t i = 1; i < section.lines.size(); ++i)
-        findings.push_back({section.lines[i],
-                            Severity::Warning,
-                            Effect::None,
-                            section.name,
-                            {},
-                            Tr("inicheck", "section [%1] is here already since line %2; both are one section")
-                                .arg(section.name, QString::number(section.lines.front())),
-                            Tr("inicheck", "join them, or give the second one its own name")});
-    if (section.name != section.name.trimmed())
-        findings.push_back({section.lines.front(),
-                            Severity::Warning,
-                            Effect::None,
-                            section.name,
-                            {},
-                            Tr("inicheck", "the blanks belong to the section's name '%1'").arg(section.name),
-                            Tr("inicheck", "remove them inside the brackets")});
+    const IniLine* counting = ini.Find(line.section, line.key);
+    if (counting != &line && !IsComment(line))
+        findings.push_back(
+            {line.number, Severity::Warning,
+             Tr("check", "ignored: '%1' stands in line %2 again, and the last one counts; take "
+                         "one of them out")
+                 .arg(line.key)
+                 .arg(counting->number)});
+    if (line.value.size() > 1 && line.value.startsWith(QLatin1Char('"')) &&
+        line.value.endsWith(QLatin1Char('"')))
+        findings.push_back(
+            {line.number, Severity::Warning,
+             Tr("check", "the quotation marks belong to the value of '%1'; take them out").arg(line.key)});
 }
 
-void CheckRepeats(const Section& section, Findings& findings)
+void CheckStray(const IniLine& line, Findings& findings)
 {
-    for (size_t i = 0; i < section.entries.size(); ++i) {
-        const Entry& entry = section.entries[i];
-        const Entry& last = *section.Find(entry.key);
-        if (last.line != entry.line)
-            findings.push_back(
-                {entry.line, Severity::Warning, Effect::Dropped, section.name, entry.key,
-                 Tr("inicheck", "'%1' comes again in line %2, which counts; this one is ignored")
-                     .arg(entry.key, QString::number(last.line)),
-                 Tr("inicheck", "remove one of the two")});
-    }
+    if (IsComment(line))
+        return;
+    const bool entry = line.text.contains(QLatin1Char('='));
+    findings.push_back(
+        {line.number, Severity::Warning,
+         entry ? Tr("check", "ignored: it stands ahead of the first section; move it into one")
+               : Tr("check", "ignored: it is neither a section nor 'key = value'; begin it with ';' if it is "
+                             "a comment")});
 }
 
 } // namespace
 
-void CheckLines(const IniText& text, Findings& findings)
+void CheckLines(const IniLines& ini, Findings& findings)
 {
-    CheckEncoding(text, findings);
-    for (const OddLine& line : text.oddLines)
-        findings.push_back(OfOddLine(line));
-    for (const Section& section : text.sections) {
-        CheckHeadings(section, findings);
-        CheckRepeats(section, findings);
+    for (const int number : ini.BadlyEncoded())
+        findings.push_back({number, Severity::Error,
+                            Tr("check", "it is not UTF-8, its letters are lost; save the file in UTF-8")});
+    for (const IniLine& line : ini.All()) {
+        if (LooksLikeSection(line))
+            findings.push_back({line.number, Severity::Warning,
+                                Tr("check", "it opens no section, as ']' is not its last character: what "
+                                            "follows belongs to [%1]")
+                                    .arg(line.section)});
+        else if (line.kind == LineKind::Section)
+            CheckSection(ini, line, findings);
+        else if (line.kind == LineKind::Entry)
+            CheckEntry(ini, line, findings);
+        else if (line.kind == LineKind::Stray)
+            CheckStray(line, findings);
     }
+}
+
+void CheckRecordText(int line, const QString& what, const QString& text, Findings& findings)
+{
+    if (text.contains(QLatin1Char(',')) || text.contains(QLatin1Char('\n')) ||
+        text.contains(QLatin1Char('\r')))
+        findings.push_back({line, Severity::Error,
+                            Tr("check", "%1 '%2' holds a comma or a line end: no program opens a record "
+                                        "with it; take it out")
+                                .arg(what, text)});
+    static const QRegularExpression place(QStringLiteral("%L?[0-9]"));
+    if (place.match(text).hasMatch())
+        findings.push_back(
+            {line, Severity::Error,
+             Tr("check", "%1 '%2' holds a '%' with a digit, which is replaced by another value "
+                         "when the record is written; take it out")
+                 .arg(what, text)});
 }
 
 } // namespace inicheck

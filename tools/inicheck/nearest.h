@@ -6,11 +6,8 @@
 
 namespace inicheck {
 
-/// The word of known that differs least from text (letters added, left out, replaced or exchanged; case and
-/// Cyrillic letters that look like Latin ones count little). Empty if none is near.
-QString Nearest(const QString& text, const QStringList& known);
-
-/// text with Latin letters in place of the Cyrillic ones that look the same.
-QString WithLatinLetters(QString text);
+/// The one of `known` that takes the fewest changes of a letter, if these are few for the length of the word;
+/// case and doubled blanks count little. Empty if none is near.
+QString Nearest(const QString& word, const QStringList& known);
 
 } // namespace inicheck

@@ -1,79 +1,73 @@
-// A dictionary against the channels of a recording.
-#include "inicheck/dictionaryentries.h"
-#include "inicheck/inicheck.h"
-#include "inicheck/nearest.h"
+#include "inicheck/checks.h"
 
+#include "recording/zufileformat.h"
 #include "zucmtr/texts.h"
 
 #include <QHash>
-#include <QSet>
+#include <QRegularExpression>
 
 namespace inicheck {
 
 namespace {
 
-// Equal for names that differ in case, blanks or look-alike letters only.
-QString Likeness(const QString& name)
+// Signals of one kind by their names as the recorder writes them: the lines of the ini file.
+QHash<QString, int> SignalsOf(const IniLines& ini, const QString& section, const char* prefix)
 {
-    return WithLatinLetters(name).toLower().remove(QLatin1Char(' '));
-}
-
-QSet<QString> SetOf(const QStringList& names)
-{
-    QSet<QString> set;
-    for (const QString& name : names)
-        set.insert(name);
-    return set;
-}
-
-Finding OfLacking(const Section& section, const Signal& one, const QString& file, const QString& meant)
-{
-    return {one.entry->line,
-            Severity::Warning,
-            Effect::None,
-            section.name,
-            one.entry->key,
-            Tr("inicheck", "%1 has no channel '%2'").arg(file, one.name),
-            meant.isEmpty() ? Tr("inicheck", "write the name as the recorder does, or remove the line")
-                            : Tr("inicheck", "did you mean '%1'?").arg(meant)};
-}
-
-// Channels of one kind.
-void CheckChannels(const Section& section, const Family& family, const QString& file,
-                   const QStringList& channels, Findings& findings)
-{
-    const std::vector<Signal> entries = SignalsOf(section, family);
-    if (entries.empty()) // the order is the recording's
-        return;
-    const QSet<QString> present = SetOf(channels);
-    QHash<QString, QString> alike;
-    for (const QString& channel : channels)
-        alike.insert(Likeness(channel), channel);
-    QSet<QString> known;
-    for (const Signal& one : entries) {
-        known.insert(one.name);
-        if (!one.name.isEmpty() && !present.contains(one.name))
-            findings.push_back(OfLacking(section, one, file, alike.value(Likeness(one.name))));
+    const QRegularExpression pattern(QStringLiteral("\\A%1[0-9]+\\z").arg(QLatin1String(prefix)));
+    QHash<QString, int> signalLines;
+    for (const IniLine* line : ini.EntriesOf(section)) {
+        const QString name = line->value.section(QLatin1Char(','), 0, 0).trimmed();
+        if (pattern.match(line->key).hasMatch() && !name.isEmpty() && !signalLines.contains(name))
+            signalLines.insert(name, line->number);
     }
-    for (const QString& channel : channels) {
-        if (!known.contains(channel))
-            findings.push_back({0, Severity::Note, Effect::None, section.name, QString(),
-                                Tr("inicheck", "the dictionary does not know the channel '%1', which is "
-                                               "written behind the sorted ones")
-                                    .arg(channel),
-                                Tr("inicheck", "add it to the dictionary if it is to be sorted"), file});
-    }
+    return signalLines;
 }
+
+class RecordingCheck
+{
+public:
+    RecordingCheck(const QString& path_, Findings& findings_) : path(path_), findings(findings_) {}
+
+    template <class Channel>
+    void Compare(QHash<QString, int> signalLines, const std::vector<Channel*>& channels)
+    {
+        QStringList unknown;
+        for (const Channel* channel : channels) {
+            CheckRecordText(0, Tr("check", "%1: the channel").arg(path), channel->Name, findings);
+            if (!known.contains(channel->Name) && !signalLines.contains(channel->Name))
+                unknown << channel->Name;
+            known.insert(channel->Name, 0);
+            signalLines.remove(channel->Name);
+        }
+        for (auto signal = signalLines.constBegin(); signal != signalLines.constEnd(); ++signal)
+            findings.push_back({signal.value(), Severity::Warning,
+                                Tr("check", "%1 has no channel '%2'").arg(path, signal.key())});
+        if (!unknown.isEmpty())
+            findings.push_back({0, Severity::Warning,
+                                Tr("check", "%1: the dictionary does not know %2 channels, which come behind "
+                                            "the others: %3")
+                                    .arg(path)
+                                    .arg(unknown.size())
+                                    .arg(unknown.join(QLatin1String(", ")))});
+    }
+
+private:
+    const QString path;
+    Findings& findings;
+    QHash<QString, int> known; // channels that were seen
+};
 
 } // namespace
 
-Findings CheckRecording(const IniText& text, const QString& device, const Channels& channels)
+void CheckRecording(const IniLines& ini, const QString& section, const QString& recording, Findings& findings)
 {
-    Findings findings;
-    const Section& section = *text.Find(device);
-    CheckChannels(section, Analog, channels.file, channels.analog, findings);
-    CheckChannels(section, Discrete, channels.file, channels.discrete, findings);
-    return findings;
+    ZuFileFormat file;
+    if (!file.Load(recording)) {
+        findings.push_back({0, Severity::Error, QStringLiteral("%1: %2").arg(recording, file.ErrorText)});
+        return;
+    }
+    RecordingCheck(recording, findings).Compare(SignalsOf(ini, section, "A"), file.AnChannels);
+    RecordingCheck(recording, findings).Compare(SignalsOf(ini, section, "D"), file.DiChannels);
 }
 
 } // namespace inicheck

@@ -7,6 +7,8 @@
 
 #include <QFile>
 
+#include <algorithm>
+
 namespace verify {
 
 namespace {
@@ -32,6 +34,21 @@ QByteArray ReadText(const QString& path)
 QByteArray Mark(const QByteArray& name)
 {
     return "--- file type: " + name + " ---\r\n";
+}
+
+// The file's bytes up to the mark's line, and some behind it; all there are if there is no mark.
+QByteArray ReadHead(QFile& file, const QByteArray& mark)
+{
+    constexpr qint64 step = qint64{1} << 20;
+    QByteArray head = file.read(step);
+    for (int searched = 0; head.indexOf("\n" + mark, searched) < 0 && head.size() < LargestText;) {
+        searched = std::max<int>(0, head.size() - mark.size());
+        const QByteArray next = file.read(step);
+        if (next.isEmpty())
+            return head;
+        head += next;
+    }
+    return head + file.read(mark.size() + 64); // the whole line of the mark
 }
 
 } // namespace
@@ -93,8 +110,8 @@ void Pieces::ReadCff(bool binary)
 {
     QFile data(dataName);
     Open(data);
-    const QByteArray head = data.read(LargestText);
     const QByteArray dataMark = "--- file type: DAT ";
+    const QByteArray head = ReadHead(data, dataMark);
     int position = 0;
     configuration = TakeSection(head, position, Mark("CFG"), Mark("INF"));
     information = TakeSection(head, position, Mark("INF"), Mark("HDR"));

@@ -5,6 +5,7 @@
 #include "pagedata.h"
 #include "report.h"
 #include "view.h"
+#include "zucmtr/texts.h"
 
 #include <QBuffer>
 #include <QColor>
@@ -425,10 +426,10 @@ void WritePicture(const QString& recordPath, const QString& picturePath, Picture
     const QByteArray bytes = format == Picture::Svg ? SvgOf(oscillogram) : PngOf(oscillogram);
     QSaveFile file(picturePath);
     if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit())
-        throw Error(
-            QStringLiteral("'%1' cannot be written: %2; check the directory, its permissions and the free "
-                           "space")
-                .arg(picturePath, file.errorString()));
+        throw Error(Tr("view",
+                       "'%1' cannot be written: %2; check the directory, its permissions and the free "
+                       "space")
+                        .arg(picturePath, file.errorString()));
 }
 
 } // namespace view

@@ -2,6 +2,7 @@
 #include "oscillogram.h"
 #include "pagedata.h"
 #include "view.h"
+#include "zucmtr/texts.h"
 
 #include <QCryptographicHash>
 #include <QFile>
@@ -99,10 +100,10 @@ public:
 private:
     [[noreturn]] void Fail()
     {
-        throw Error(
-            QStringLiteral("'%1' cannot be written: %2; check the directory, its permissions and the free "
-                           "space")
-                .arg(file.fileName(), file.errorString()));
+        throw Error(Tr("view",
+                       "'%1' cannot be written: %2; check the directory, its permissions and the free "
+                       "space")
+                        .arg(file.fileName(), file.errorString()));
     }
 
     QSaveFile file;

@@ -3,6 +3,7 @@
 
 #include "recordinglist.h"
 
+#include <QJsonObject>
 #include <QString>
 #include <QStringList>
 
@@ -30,3 +31,6 @@ struct BatchItem
     SourceFate fate = SourceFate::Kept;
     double seconds = 0;
 };
+
+/// The item as programs are told of it; docs/convert.md lists the keys.
+QJsonObject JsonOf(const BatchItem& item);

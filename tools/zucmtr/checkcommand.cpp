@@ -5,24 +5,21 @@
 #include "devicechoice.h"
 #include "inicheck/inicheck.h"
 #include "memorylimit.h"
-#include "recordinglist.h"
 #include "texts.h"
-
-#include <recording/anchanneldata.h>
-#include <recording/dichanneldata.h>
-#include <recording/zufileformat.h>
 
 #include <CLI/CLI.hpp>
 
 #include <QJsonDocument>
 #include <QJsonObject>
 
-#include <algorithm>
 #include <memory>
 #include <string>
 #include <vector>
 
 namespace {
+
+using inicheck::Finding;
+using inicheck::Severity;
 
 struct Options
 {
@@ -31,200 +28,142 @@ struct Options
     std::string device;
     bool json = false;
     uint64_t maxMemory = 0;
-    std::vector<std::string> files;
+    std::vector<std::string> recordings;
 };
 
-// Names for programs too, so they are the same in every language.
-const char* NameOf(inicheck::Severity severity)
+QString Text(const std::string& utf8)
+{
+    return QString::fromStdString(utf8);
+}
+
+QString Shown(Severity severity)
 {
     switch (severity) {
-    case inicheck::Severity::Error:
-        return "error";
-    case inicheck::Severity::Warning:
+    case Severity::Note:
+        return Tr("check", "note");
+    case Severity::Warning:
+        return Tr("check", "warning");
+    case Severity::Error:
+        break;
+    }
+    return Tr("check", "error");
+}
+
+const char* KeyOf(Severity severity)
+{
+    switch (severity) {
+    case Severity::Note:
+        return "note";
+    case Severity::Warning:
         return "warning";
-    case inicheck::Severity::Note:
+    case Severity::Error:
         break;
     }
-    return "note";
+    return "error";
 }
 
-const char* NameOf(inicheck::Effect effect)
+void Print(const QString& ini, const Finding& finding, bool json)
 {
-    switch (effect) {
-    case inicheck::Effect::Refused:
-        return "refused";
-    case inicheck::Effect::Defaulted:
-        return "defaulted";
-    case inicheck::Effect::Dropped:
-        return "dropped";
-    case inicheck::Effect::None:
-        break;
+    if (!json) {
+        const QString place = finding.line == 0 ? ini : QStringLiteral("%1:%2").arg(ini).arg(finding.line);
+        PrintLine(QStringLiteral("%1: %2: ").arg(place, Shown(finding.severity)) + finding.text);
+        return;
     }
-    return "none";
+    QJsonObject object;
+    object["file"] = ini;
+    object["line"] = finding.line;
+    object["severity"] = QLatin1String(KeyOf(finding.severity));
+    object["text"] = finding.text;
+    PrintLine(QString::fromUtf8(QJsonDocument(object).toJson(QJsonDocument::Compact)));
 }
 
-QString TextOf(const inicheck::Finding& finding)
+// All recorders of the file.
+QStringList DevicesOf(const DeviceChoice& choice)
 {
-    const QString line = finding.line > 0 ? QStringLiteral(":%1").arg(finding.line) : QString();
-    // Put together without arg(), for which the texts may hold place marks.
-    return finding.file + line + QStringLiteral(": ") + QLatin1String(NameOf(finding.severity)) +
-           QStringLiteral(": ") + finding.what + QStringLiteral("; ") + finding.advice;
+    QStringList devices = SectionsOf(choice.ini);
+    devices.removeAll(choice.defaults);
+    return devices.isEmpty() ? QStringList{choice.defaults} : devices;
 }
 
-QString JsonOf(const inicheck::Finding& finding)
+inicheck::Question QuestionOf(const Options& options)
 {
-    const QJsonObject object{{QStringLiteral("file"), finding.file},
-                             {QStringLiteral("line"), finding.line},
-                             {QStringLiteral("severity"), QLatin1String(NameOf(finding.severity))},
-                             {QStringLiteral("effect"), QLatin1String(NameOf(finding.effect))},
-                             {QStringLiteral("section"), finding.section},
-                             {QStringLiteral("key"), finding.key},
-                             {QStringLiteral("what"), finding.what},
-                             {QStringLiteral("advice"), finding.advice}};
-    return QString::fromUtf8(QJsonDocument(object).toJson(QJsonDocument::Compact));
-}
-
-// The sections to look at. Without recordings all devices are; a recording belongs to one.
-inicheck::Choice ChosenSections(const inicheck::IniText& text, const DeviceChoice& choice, bool all)
-{
-    if (!all)
-        return {choice.defaults, {choice.device}};
-    QStringList devices = text.Names();
-    if (devices.size() > 1)
-        devices.removeAll(choice.defaults);
-    return {choice.defaults, devices};
-}
-
-void CheckSections(const QString& ini, const inicheck::Choice& sections)
-{
-    for (const QString& section : QStringList{sections.defaults} + sections.devices) {
-        const QString missing = MissingSectionText(ini, section);
+    inicheck::Question question;
+    std::vector<Recording> recordings;
+    for (const std::string& file : options.recordings) {
+        question.recordings << Text(file);
+        recordings.push_back({Text(file), QString(), QString()});
+    }
+    DeviceChoice choice{Text(options.ini), Text(options.defaults), Text(options.device)};
+    if (recordings.empty())
+        CompleteDefaults(choice, recordings);
+    else
+        CompleteChoice(choice, recordings); // they are those of one recorder
+    question.ini = choice.ini;
+    question.defaults = choice.defaults;
+    question.devices = choice.device.isEmpty() ? DevicesOf(choice) : QStringList{choice.device};
+    for (const QString& section : QStringList{question.defaults} + question.devices) {
+        const QString missing = MissingSectionText(question.ini, section);
         if (!missing.isEmpty())
             throw ConfigurationError(missing);
     }
-}
-
-// The recording's own failure is a finding too.
-inicheck::Findings OfRecording(const inicheck::IniText& text, const QString& device, const QString& path)
-{
-    ZuFileFormat recording;
-    if (!recording.Load(path))
-        return {{0, inicheck::Severity::Error, inicheck::Effect::Refused, device, QString(),
-                 Tr("check", "the recording cannot be loaded: %1").arg(recording.ErrorText),
-                 Tr("check", "see zucmtr info"), path}};
-    inicheck::Channels channels{path, {}, {}};
-    for (const AnChannelData* channel : recording.AnChannels)
-        channels.analog << channel->Name;
-    for (const DiChannelData* channel : recording.DiChannels)
-        channels.discrete << channel->Name;
-    return inicheck::CheckRecording(text, device, channels);
-}
-
-// Those of the ini file by line, then those of the recordings.
-void Sort(inicheck::Findings& findings)
-{
-    std::stable_sort(findings.begin(), findings.end(),
-                     [](const inicheck::Finding& left, const inicheck::Finding& right) {
-                         if (left.file.isEmpty() != right.file.isEmpty())
-                             return left.file.isEmpty();
-                         return left.file.isEmpty() && left.line < right.line;
-                     });
-}
-
-DeviceChoice Completed(const Options& options, const std::vector<Recording>& recordings, bool all)
-{
-    DeviceChoice choice{QString::fromStdString(options.ini), QString::fromStdString(options.defaults),
-                        QString::fromStdString(options.device)};
-    if (all)
-        choice.device = QStringLiteral("*"); // not to be found out: several are as good as one
-    CompleteChoice(choice, recordings);
-    return choice;
-}
-
-std::vector<Recording> RecordingsOf(const Options& options, bool& failed)
-{
-    QStringList files;
-    for (const std::string& file : options.files)
-        files << QString::fromStdString(file);
-    const RecordingList list = CollectRecordings(files, false, {});
-    for (const Refusal& refusal : list.refusals) {
-        Complain(QStringLiteral("%1: %2").arg(refusal.path, refusal.text));
-        failed = failed || refusal.failed;
-    }
-    return list.recordings;
+    return question;
 }
 
 int Run(const Options& options)
 {
     LimitMemory(options.maxMemory);
-    bool failed = false;
-    const std::vector<Recording> recordings = RecordingsOf(options, failed);
-    const bool all = options.device.empty() && options.files.empty();
-    const DeviceChoice choice = Completed(options, recordings, all);
-    const inicheck::IniText text = inicheck::ReadIni(choice.ini);
-    if (!text.error.isEmpty())
-        throw ConfigurationError(Tr("check", "--ini: '%1' cannot be read: %2").arg(choice.ini, text.error));
-    const inicheck::Choice sections = ChosenSections(text, choice, all);
-    CheckSections(choice.ini, sections);
-    inicheck::Findings findings = inicheck::Check(text, sections);
-    for (const Recording& recording : recordings) {
-        const inicheck::Findings more = OfRecording(text, choice.device, recording.path);
-        findings.insert(findings.end(), more.begin(), more.end());
+    const inicheck::Question question = QuestionOf(options);
+    int code = ExitDone;
+    for (const Finding& finding : inicheck::Check(question)) {
+        Print(question.ini, finding, options.json);
+        if (finding.severity != Severity::Note)
+            code = ExitFailed;
     }
-    Sort(findings);
-    for (inicheck::Finding& finding : findings) {
-        if (finding.file.isEmpty())
-            finding.file = choice.ini;
-        PrintLine(options.json ? JsonOf(finding) : TextOf(finding));
-        failed = failed || finding.severity != inicheck::Severity::Note;
-    }
-    return failed ? ExitFailed : ExitDone;
-}
-
-void AddOptions(CLI::App& command, Options& options)
-{
-    command
-        .add_option("--ini", options.ini,
-                    HelpText("check", "Ini file. Default: the ZuDrv.ini of the recordings, or of the current "
-                                      "directory"))
-        ->type_name("FILE");
-    command
-        .add_option("--defaults", options.defaults,
-                    HelpText("check", "Section with the defaults. Default: [Default]"))
-        ->type_name("SECTION");
-    command
-        .add_option("--device", options.device,
-                    HelpText("check", "Section of the recorder. Default: every other section; with "
-                                      "recordings, the one other section"))
-        ->type_name("SECTION");
-    command.add_flag("--json", options.json, HelpText("check", "One JSON object a finding, for programs"));
-    AddMemoryOption(command, options.maxMemory);
-    command
-        .add_option("FILE", options.files,
-                    HelpText("check", "First files of recordings (.ZU), or directories of them, whose "
-                                      "channels are compared with the dictionary"))
-        ->type_name("");
+    if (code == ExitDone && !options.json)
+        PrintLine(Tr("check", "%1: nothing is wrong with [%2]")
+                      .arg(question.ini, question.devices.join(QLatin1String("], ["))));
+    return code;
 }
 
 } // namespace
 
 void AddCheckCommand(CLI::App& app, Action& chosen)
 {
-    CLI::App* command = app.add_subcommand(
-        "check", HelpText("check", "Explain what of an ini file would be refused, defaulted or ignored"));
+    CLI::App* command =
+        app.add_subcommand("check", HelpText("check", "Explain what is wrong with an ini file"));
     const auto options = std::make_shared<Options>();
-    AddOptions(*command, *options);
+    command
+        ->add_option("--ini", options->ini,
+                     HelpText("check", "The recorders' ini file. Default: ZuDrv.ini beside the recordings, "
+                                       "else in the current directory"))
+        ->type_name("FILE");
+    command
+        ->add_option("--defaults", options->defaults,
+                     HelpText("check", "Section with the defaults. Default: the section [Default]"))
+        ->type_name("SECTION");
+    command
+        ->add_option("--device", options->device,
+                     HelpText("check", "Section of a recorder. Default: all of them"))
+        ->type_name("SECTION");
+    command->add_flag("--json", options->json, HelpText("check", "One JSON object a finding, for programs"));
+    AddMemoryOption(*command, options->maxMemory);
+    command
+        ->add_option("FILE", options->recordings,
+                     HelpText("check", "First files of recordings to compare with the sorting dictionary"))
+        ->type_name("");
     command->footer(HelpText(
         "check",
-        "One line a finding: file, line, kind, what is wrong and what to do. An error means that the\n"
-        "section would not load or be read as something else; a warning, that something of the file\n"
-        "has no effect or harms the record; a note needs no answer.\n"
+        "Tells by lines what the converter ignores, takes from the defaults, drops or refuses, and what "
+        "makes\n"
+        "records that no program opens. An error is a section that does not load or a record that no "
+        "program\n"
+        "opens; a warning, something that is not what it looks like; a note, what may well be meant.\n"
         "\n"
-        "Exit code: 0 nothing but notes, 1 warnings or errors, 2 wrong usage.\n"
+        "Exit code: 0 nothing but notes, 1 errors or warnings, 2 wrong usage.\n"
         "\n"
         "Example, with the sample station:\n"
         "  mkdir -p station\n"
-        "  zucmtr sample --out station\n"
-        "  zucmtr check station/*.ZU"));
+        "  zucmtr sample --out station --force\n"
+        "  zucmtr check --ini station/ZuDrv.ini station/*.ZU"));
     command->callback([options, &chosen] { chosen = [options] { return Run(*options); }; });
 }

@@ -1,4 +1,4 @@
-// zucmtr check: what the library makes of an ini file, in words.
+// zucmtr check: explains what is wrong with an ini file.
 #pragma once
 
 #include "command.h"
@@ -7,5 +7,4 @@ namespace CLI {
 class App;
 }
 
-/// Adds the subcommand to the parser. The object behind `chosen` must outlive the parsing.
 void AddCheckCommand(CLI::App& app, Action& chosen);

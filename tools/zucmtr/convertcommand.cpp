@@ -4,14 +4,14 @@
 #include "batchreport.h"
 #include "checks.h"
 #include "console.h"
-#include "devicechoice.h"
+#include "deviceoptions.h"
 #include "host.h"
 #include "interrupt.h"
 #include "memorylimit.h"
 #include "progress.h"
 #include "recordinglist.h"
 #include "texts.h"
-#include "worker.h"
+#include "workers.h"
 
 #include <CLI/CLI.hpp>
 
@@ -27,9 +27,7 @@ namespace {
 
 struct Options
 {
-    std::string ini;
-    std::string defaults;
-    std::string device;
+    DeviceOptions device;
     std::string out = ".";
     bool makeOut = false;
     bool recursive = false;
@@ -38,12 +36,11 @@ struct Options
     bool dryRun = false;
     bool noVerify = false;
     bool trustWriter = false;
+    bool view = false;
     bool removeSource = false;
     std::string archive;
     bool quiet = false;
     bool json = false;
-    std::string log;
-    bool ownLog = false; // --log is not given
     uint64_t maxMemory = 0;
     std::vector<std::string> files;
 };
@@ -86,32 +83,11 @@ WorkOrder OrderOf(const Options& options)
     order.dryRun = options.dryRun;
     order.verify = !options.noVerify;
     order.trustWriter = options.trustWriter;
+    order.view = options.view;
     order.removeSource = options.removeSource;
     if (!options.archive.empty())
         order.archive = CheckedDirectory(QStringLiteral("--archive"), Text(options.archive));
     return order;
-}
-
-// The library would delete the recording before anybody could look whether its record is right.
-void CheckDeletion(const Worker& worker, const WorkOrder& order, const DeviceChoice& choice)
-{
-    if (!worker.LibraryDeletes() || !order.verify || order.trustWriter || order.dryRun)
-        return;
-    throw ConfigurationError(
-        Tr("convert",
-           "'%1' has 'Удалять исходные = 1' in force for [%2]: the recordings would be deleted before "
-           "their records are verified. Set the key to 0 and give --remove-source, which deletes each "
-           "recording after its record is verified; or give --trust-writer to delete them unseen")
-            .arg(choice.ini, choice.device));
-}
-
-void ReportLoadingNotes(unsigned int device, const DeviceChoice& choice)
-{
-    const QStringList notes = Host::TakeNotes(device);
-    if (notes.isEmpty())
-        return;
-    Complain(Tr("convert", "warnings and notes on section [%1] of '%2':\n  ").arg(choice.device, choice.ini) +
-             notes.join(QLatin1String("\n  ")));
 }
 
 size_t WorkerCount(const Options& options, size_t recordings)
@@ -119,21 +95,6 @@ size_t WorkerCount(const Options& options, size_t recordings)
     const unsigned int processors = std::max(1U, std::thread::hardware_concurrency());
     const size_t wanted = options.jobs == 0 ? processors : options.jobs;
     return std::max<size_t>(1, std::min(wanted, recordings));
-}
-
-// Each worker has a device of its own, for which the library loads the section anew.
-std::vector<std::unique_ptr<Worker>> MakeWorkers(Host& host, const DeviceChoice& choice,
-                                                 const WorkOrder& order, size_t count, bool loud)
-{
-    std::vector<std::unique_ptr<Worker>> workers;
-    for (size_t i = 0; i < count; ++i) {
-        const unsigned int device = host.LoadDevice(choice.ini, choice.device);
-        if (i == 0 && loud)
-            ReportLoadingNotes(device, choice);
-        workers.push_back(std::make_unique<Worker>(host, device, choice, order));
-    }
-    CheckDeletion(*workers.front(), order, choice);
-    return workers;
 }
 
 // By default each thread reserves address space for its allocations, more than a small --max-memory leaves.
@@ -186,44 +147,18 @@ int Run(const Options& options)
     if (!options.archive.empty())
         excluded << Text(options.archive);
     const RecordingList list = CollectRecordings(Texts(options.files), options.recursive, excluded);
-    DeviceChoice choice{Text(options.ini), Text(options.defaults), Text(options.device)};
+    DeviceChoice choice = ChoiceOf(options.device);
     CompleteChoice(choice, list.recordings);
-    if (!options.ownLog)
-        CheckLogFile(Text(options.log));
+    CheckLog(options.device);
     const WorkOrder order = OrderOf(options);
     ShareAllocations(options.maxMemory);
     LimitMemory(options.maxMemory);
 
-    Host host(Text(options.log));
+    Host host(Text(options.device.log));
     host.LoadDefaults(choice.ini, choice.defaults);
     std::vector<std::unique_ptr<Worker>> workers =
         MakeWorkers(host, choice, order, WorkerCount(options, list.recordings.size()), !options.quiet);
     return Convert(options, list, workers);
-}
-
-// Gives the option of the log.
-const CLI::Option* AddDeviceOptions(CLI::App& command, Options& options)
-{
-    command
-        .add_option("--ini", options.ini,
-                    HelpText("convert",
-                             "The recorders' ini file. Default: ZuDrv.ini beside the recordings or above "
-                             "them, else in the current directory"))
-        ->type_name("FILE");
-    command
-        .add_option(
-            "--defaults", options.defaults,
-            HelpText("convert", "Section of the ini file with the defaults. Default: the section [Default]"))
-        ->type_name("SECTION");
-    command
-        .add_option(
-            "--device", options.device,
-            HelpText("convert", "Section of the ini file for this recorder. Default: the only other section"))
-        ->type_name("SECTION");
-    return command
-        .add_option("--log", options.log,
-                    HelpText("convert", "File to which loading the ini file appends its log"))
-        ->type_name("FILE");
 }
 
 void AddOutputOptions(CLI::App& command, Options& options)
@@ -236,6 +171,9 @@ void AddOutputOptions(CLI::App& command, Options& options)
         ->default_str("");
     command.add_flag("--make-out", options.makeOut,
                      HelpText("convert", "Make the directory of --out if it is not there"));
+    command.add_flag(
+        "--view", options.view,
+        HelpText("convert", "Write a page for the browser beside each record, as 'zucmtr view'"));
 }
 
 void AddRunOptions(CLI::App& command, Options& options)
@@ -247,7 +185,7 @@ void AddRunOptions(CLI::App& command, Options& options)
                     HelpText("convert",
                              "Recordings to convert at once; 0: as many as there are processors. Default: 1"))
         ->type_name("N")
-        ->check(CLI::Range(0U, 256U))
+        ->check(CLI::Range(0U, 256U).description(""))
         ->default_str("");
     CLI::Option* goOn =
         command.add_flag("--continue")
@@ -321,7 +259,7 @@ void AddConvertCommand(CLI::App& app, Action& chosen)
     CLI::App* command =
         app.add_subcommand("convert", HelpText("convert", "Convert recordings into COMTRADE records"));
     const auto options = std::make_shared<Options>();
-    const CLI::Option* log = AddDeviceOptions(*command, *options);
+    AddDeviceOptions(*command, options->device);
     AddOutputOptions(*command, *options);
     AddRunOptions(*command, *options);
     AddSafetyOptions(*command, *options);
@@ -333,8 +271,5 @@ void AddConvertCommand(CLI::App& app, Action& chosen)
         ->required()
         ->type_name("");
     command->footer(Footer());
-    command->callback([options, log, &chosen] {
-        options->ownLog = log->count() == 0;
-        chosen = [options] { return Run(*options); };
-    });
+    command->callback([options, &chosen] { chosen = [options] { return Run(*options); }; });
 }

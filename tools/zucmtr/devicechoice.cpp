@@ -121,19 +121,23 @@ QString IniOf(const Recording& recording)
     return QString();
 }
 
-void CompleteChoice(DeviceChoice& choice, const std::vector<Recording>& recordings)
+void CompleteDefaults(DeviceChoice& choice, const std::vector<Recording>& recordings)
 {
     if (choice.ini.isEmpty())
         choice.ini = ChosenIni(recordings);
     CheckIniFile(choice.ini);
-    if (!choice.defaults.isEmpty() && !choice.device.isEmpty())
+    if (!choice.defaults.isEmpty())
         return;
     const QStringList sections = SectionsOf(choice.ini);
     if (sections.isEmpty())
         throw ConfigurationError(
             Tr("choice", "'%1' has no section at all; is it the recorders' ini file?").arg(choice.ini));
-    if (choice.defaults.isEmpty())
-        choice.defaults = ChosenDefaults(choice.ini, sections);
+    choice.defaults = ChosenDefaults(choice.ini, sections);
+}
+
+void CompleteChoice(DeviceChoice& choice, const std::vector<Recording>& recordings)
+{
+    CompleteDefaults(choice, recordings);
     if (choice.device.isEmpty())
-        choice.device = ChosenDevice(choice.ini, choice.defaults, sections);
+        choice.device = ChosenDevice(choice.ini, choice.defaults, SectionsOf(choice.ini));
 }

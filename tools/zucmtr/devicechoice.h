@@ -23,3 +23,6 @@ QString IniOf(const Recording& recording);
 /// device is the one other section. Of a file with one section, that is both. Throws ConfigurationError,
 /// which lists the choices, where that leaves none or several.
 void CompleteChoice(DeviceChoice& choice, const std::vector<Recording>& recordings);
+
+/// The same for the ini file and the section of the defaults alone.
+void CompleteDefaults(DeviceChoice& choice, const std::vector<Recording>& recordings);

@@ -98,6 +98,11 @@ QString Host::LoadFailure(const QString& what, const QString& iniPath, const QSt
     return text;
 }
 
+unsigned int Host::WaitTime(unsigned int device)
+{
+    return ZuCmtrGetDevWaitTime(device);
+}
+
 Outcome Host::Convert(const QString& file, const QString& outDirectory, unsigned int device)
 {
     Outcome outcome;

@@ -32,6 +32,9 @@ public:
     /// library would make a device of defaults alone. Throws ConfigurationError with the log's lines.
     unsigned int LoadDevice(const QString& iniPath, const QString& section);
 
+    /// How long the device's section says that a host should wait for a recording, milliseconds.
+    static unsigned int WaitTime(unsigned int device);
+
     /// Converts one recording. Nothing is thrown: an exception of the library is the recording's failure.
     Outcome Convert(const QString& file, const QString& outDirectory, unsigned int device);
 

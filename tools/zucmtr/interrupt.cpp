@@ -32,6 +32,11 @@ bool Came()
     return received != 0;
 }
 
+int Signal()
+{
+    return received;
+}
+
 int ExitCode()
 {
     return 128 + received;

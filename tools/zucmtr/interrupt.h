@@ -9,6 +9,9 @@ void Install();
 /// Whether one has come.
 bool Came();
 
+/// Number of the signal; 0 if none has come.
+int Signal();
+
 /// The exit code of a program that a signal ended: 130 for Ctrl-C, 143 for SIGTERM.
 int ExitCode();
 

@@ -1,6 +1,7 @@
 #include "logfile.h"
 
 #include "command.h"
+#include "texts.h"
 
 #include <zucmtrlib.h>
 
@@ -28,8 +29,8 @@ QString LogFile::MakeTemporary()
     temporary.setFileTemplate(directory + QLatin1String("/zucmtr-log.XXXXXX"));
     if (directory.isEmpty() || !temporary.open())
         throw ConfigurationError(
-            QStringLiteral("cannot make a temporary log file in '%1'; set TMPDIR to a directory that can be "
-                           "written to, or name a log file by --log")
+            Tr("log", "cannot make a temporary log file in '%1'; set TMPDIR to a directory that can be "
+                      "written to, or name a log file by --log")
                 .arg(directory.isEmpty() ? qEnvironmentVariable("TMPDIR") : directory));
     QString name = temporary.fileName();
     temporary.close();
@@ -54,7 +55,7 @@ QStringList LogFile::TakeNewLines()
     if (lines.size() > linesShown) {
         const int hidden = lines.size() - linesShown;
         lines = lines.mid(hidden);
-        lines.prepend(QStringLiteral("... (%1 lines before)").arg(hidden));
+        lines.prepend(Tr("log", "... (%1 lines before)").arg(hidden));
     }
     return lines;
 }

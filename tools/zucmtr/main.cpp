@@ -6,9 +6,11 @@
 #include "convertcommand.h"
 #include "dictionarycommand.h"
 #include "infocommand.h"
+#include "parsertexts.h"
 #include "samplecommand.h"
 #include "texts.h"
 #include "viewcommand.h"
+#include "watchcommand.h"
 
 #include <CLI/CLI.hpp>
 
@@ -26,16 +28,6 @@
 
 namespace {
 
-const char* const description =
-    "Converts the recordings of digital fault recorders (.ZU) into COMTRADE records (IEEE C37.111).";
-
-const char* const footer = "'zucmtr COMMAND --help' tells more about a command. To try the program:\n"
-                           "\n"
-                           "  mkdir -p station/comtrade\n"
-                           "  zucmtr sample --out station\n"
-                           "  zucmtr convert --ini station/ZuDrv.ini --defaults Default --device Vostochnaya "
-                           "--out station/comtrade station/*.ZU";
-
 // Paths and section names are UTF-8 whatever the locale says; otherwise Qt would lose Cyrillic names under
 // LC_ALL=C, and single lines of the log would be in another encoding than the others.
 void UseUtf8Everywhere()
@@ -51,8 +43,8 @@ void CheckArgumentsAreUtf8(int count, char** arguments)
         const QString text = codec->toUnicode(arguments[i], static_cast<int>(qstrlen(arguments[i])), &state);
         if (state.invalidChars > 0 || state.remainingChars > 0)
             throw ConfigurationError(
-                QStringLiteral("argument %1 ('%2') is not UTF-8; rename the file, or run the program from a "
-                               "UTF-8 terminal")
+                Tr("main", "argument %1 ('%2') is not UTF-8; rename the file, or run the program from a "
+                           "UTF-8 terminal")
                     .arg(i)
                     .arg(text));
     }
@@ -72,7 +64,7 @@ int ExitAfterParsing(const CLI::App& app, const CLI::ParseError& error)
     QString command = QStringLiteral("zucmtr");
     for (const CLI::App* subcommand : app.get_subcommands())
         command += QLatin1Char(' ') + QString::fromStdString(subcommand->get_name());
-    return WrongUsage(QString::fromUtf8(error.what()), command);
+    return WrongUsage(TextOf(error), command);
 }
 
 // Pictures are painted without a screen; everything else needs no painter.
@@ -86,23 +78,37 @@ std::unique_ptr<QCoreApplication> MakeApplication(int& count, char** arguments)
     return std::make_unique<QGuiApplication>(count, arguments);
 }
 
-int ParseAndRun(int count, char** arguments)
+// Everything that --help tells of the program and its commands.
+void Describe(CLI::App& app, Action& chosen, const char* program)
 {
-    CheckArgumentsAreUtf8(count, arguments);
-    CLI::App app(description, "zucmtr");
-    app.set_help_flag("-h,--help", "Print this help and exit");
+    app.description(HelpText("main", "Converts the recordings of digital fault recorders (.ZU) into COMTRADE "
+                                     "records (IEEE C37.111)."));
+    app.set_help_flag("-h,--help", HelpText("main", "Print this help and exit"));
     app.set_version_flag("--version", std::string("zucmtr ") + ZUCMTR_VERSION);
-    app.get_option("--version")->description("Print the version and exit");
+    app.get_option("--version")->description(HelpText("main", "Print the version and exit"));
     app.require_subcommand(0, 1);
-
-    Action chosen;
     AddCheckCommand(app, chosen);
     AddConvertCommand(app, chosen);
     AddDictionaryCommand(app, chosen);
     AddInfoCommand(app, chosen);
-    AddSampleCommand(app, chosen, QString::fromUtf8(arguments[0]));
+    AddSampleCommand(app, chosen, QString::fromUtf8(program));
     AddViewCommand(app, chosen);
-    app.footer(footer); // after the subcommands, which would inherit it
+    AddWatchCommand(app, chosen);
+    // After the commands, which would inherit it.
+    app.footer(HelpText("main", "'zucmtr COMMAND --help' tells more about a command. To try the program:\n"
+                                "\n"
+                                "  mkdir -p station\n"
+                                "  zucmtr sample --out station\n"
+                                "  zucmtr convert --out station/comtrade --make-out station"));
+    TranslateHeadings(app);
+}
+
+int ParseAndRun(int count, char** arguments)
+{
+    CheckArgumentsAreUtf8(count, arguments);
+    CLI::App app(std::string(), "zucmtr");
+    Action chosen;
+    Describe(app, chosen, arguments[0]);
     try {
         app.parse(count, arguments);
     } catch (const CLI::ParseError& error) {
@@ -132,14 +138,14 @@ int main(int count, char** arguments)
         Complain(QString::fromUtf8(error.what()));
         return ExitUsage;
     } catch (const std::bad_alloc&) {
-        Complain(QStringLiteral("out of memory; work on fewer or shorter recordings"));
+        Complain(Tr("main", "out of memory; work on fewer or shorter recordings"));
         return ExitFailed;
     } catch (const std::exception& error) {
-        Complain(QStringLiteral("stopped by an unexpected error: %1").arg(QString::fromUtf8(error.what())));
+        Complain(Tr("main", "stopped by an unexpected error: %1").arg(QString::fromUtf8(error.what())));
         return ExitFailed;
     }
     if (code == ExitDone && !OutputIsWhole()) {
-        Complain(QStringLiteral("standard output could not be written; check the disk or the pipe"));
+        Complain(Tr("main", "standard output could not be written; check the disk or the pipe"));
         return ExitFailed;
     }
     return code;

@@ -1,6 +1,7 @@
 #include "memorylimit.h"
 
 #include "command.h"
+#include "texts.h"
 
 #include <CLI/CLI.hpp>
 
@@ -22,8 +23,10 @@ void AddMemoryOption(CLI::App& command, uint64_t& bytes)
     command
         .add_option(
             "--max-memory", bytes,
-            "Memory that the program may take, as 800M or 2G; 0: no limit. A recording that needs more "
-            "fails. Default: three quarters of the machine's memory")
+            HelpText(
+                "memory",
+                "Memory that the program may take, as 800M or 2G; 0: no limit. A recording that needs more "
+                "fails. Default: three quarters of the machine's memory"))
         ->transform(CLI::AsSizeValue(false))
         ->type_name("SIZE")
         ->default_str("");
@@ -35,11 +38,10 @@ void LimitMemory(uint64_t bytes)
         return;
     if (bytes < SmallestLimit)
         throw ConfigurationError(
-            QStringLiteral("--max-memory: %1 bytes are too few; give 128M or more, or 0 for no limit")
+            Tr("memory", "--max-memory: %1 bytes are too few; give 128M or more, or 0 for no limit")
                 .arg(bytes));
     const rlimit limit{bytes, RLIM_INFINITY};
     if (setrlimit(RLIMIT_AS, &limit) != 0)
         throw ConfigurationError(
-            QStringLiteral("--max-memory: the system does not take a limit of %1 bytes; give less")
-                .arg(bytes));
+            Tr("memory", "--max-memory: the system does not take a limit of %1 bytes; give less").arg(bytes));
 }

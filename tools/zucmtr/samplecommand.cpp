@@ -3,6 +3,7 @@
 #include "checks.h"
 #include "console.h"
 #include "sampleoptions.h"
+#include "texts.h"
 
 #include <CLI/CLI.hpp>
 
@@ -12,18 +13,6 @@
 #include <memory>
 
 namespace {
-
-const char* const description = "Write a sample station: recordings and their ini file";
-
-const char* const footer =
-    "The station is a substation of 220/110 kV with a short circuit on a line. There is one recording for "
-    "each\n"
-    "kind of start, and the ini file ZuDrv.ini. The same options give the same bytes everywhere. The files\n"
-    "written are listed; the last line is the command that converts them.\n"
-    "\n"
-    "Example:\n"
-    "  mkdir -p station\n"
-    "  zucmtr sample --out station --fault three --segments 2";
 
 struct Options
 {
@@ -44,9 +33,8 @@ void MakeRoom(const QDir& directory, bool force)
         directory.entryList(patterns, QDir::Files | QDir::Hidden | QDir::CaseSensitive, QDir::Name);
     if (!present.isEmpty() && !force)
         throw ConfigurationError(
-            QStringLiteral(
-                "--out: '%1' already has '%2'; choose another directory, or replace the sample and "
-                "its ini file by --force")
+            Tr("sample", "--out: '%1' already has '%2'; choose another directory, or replace the sample and "
+                         "its ini file by --force")
                 .arg(directory.path(), present.first()));
     for (const QString& name : present)
         QFile::remove(directory.filePath(name));
@@ -55,7 +43,7 @@ void MakeRoom(const QDir& directory, bool force)
 bool Write(const QString& path, const QByteArray& bytes)
 {
     if (!recorderfile::WriteFile(path, bytes)) {
-        Complain(QStringLiteral("cannot write '%1'; check the free space and the permissions").arg(path));
+        Complain(Tr("sample", "cannot write '%1'; check the free space and the permissions").arg(path));
         return false;
     }
     PrintLine(path);
@@ -96,14 +84,26 @@ int Run(const Options& options, const QString& program)
 
 void AddSampleCommand(CLI::App& app, Action& chosen, const QString& program)
 {
-    CLI::App* command = app.add_subcommand("sample", description);
+    CLI::App* command = app.add_subcommand(
+        "sample", HelpText("sample", "Write a sample station: recordings and their ini file"));
     const auto options = std::make_shared<Options>();
-    command->add_option("--out", options->out, "Existing directory for the files")
+    command->add_option("--out", options->out, HelpText("sample", "Existing directory for the files"))
         ->required()
         ->type_name("DIR");
     AddStationOptions(*command, options->sample);
-    command->add_flag("--force", options->force, "Replace an older sample in the directory");
-    command->footer(footer);
+    command->add_flag("--force", options->force,
+                      HelpText("sample", "Replace an older sample in the directory"));
+    command->footer(HelpText("sample",
+                             "The station is a substation of 220/110 kV with a short circuit on a line. "
+                             "There is one recording for "
+                             "each\n"
+                             "kind of start, and the ini file ZuDrv.ini. The same options give the same "
+                             "bytes everywhere. The files\n"
+                             "written are listed; the last line is the command that converts them.\n"
+                             "\n"
+                             "Example:\n"
+                             "  mkdir -p station\n"
+                             "  zucmtr sample --out station --fault three --segments 2"));
     command->callback(
         [options, program, &chosen] { chosen = [options, program] { return Run(*options, program); }; });
 }

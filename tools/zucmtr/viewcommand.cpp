@@ -16,24 +16,6 @@
 
 namespace {
 
-const char* const description =
-    "Show a recording or COMTRADE record as a page for the browser, or as a picture";
-
-const char* const footer =
-    "FILE is the first file of a recording (.ZU, its continuations beside it) or a COMTRADE record (.cfg or\n"
-    ".cff). The page is one HTML file with everything in it: mail it, archive it, open it without a "
-    "network.\n"
-    "A recording needs no ini file; with one, its names, circuits and bays are those of the converted "
-    "record.\n"
-    "Beyond 64 MB of samples the page holds a window around the trigger and says so.\n"
-    "\n"
-    "Exit code: 0 written, 1 the record cannot be read or the page cannot be written, 2 wrong usage.\n"
-    "\n"
-    "Example, with the sample station:\n"
-    "  mkdir -p station\n"
-    "  zucmtr sample --out station --force\n"
-    "  zucmtr view station/Vostochnaya_000123.ZU -o station/fault.html";
-
 struct Options
 {
     std::string file;
@@ -180,13 +162,30 @@ bool PaintsPicture(int count, char** arguments)
 
 void AddViewCommand(CLI::App& app, Action& chosen)
 {
-    CLI::App* command = app.add_subcommand("view", HelpText("view", description));
+    CLI::App* command = app.add_subcommand(
+        "view",
+        HelpText("view", "Show a recording or COMTRADE record as a page for the browser, or as a picture"));
     const auto options = std::make_shared<Options>();
     command->add_option("FILE", options->file, HelpText("view", "The recording or record"))
         ->required()
         ->type_name("");
     AddOutputOptions(*command, *options);
     AddChoiceOptions(*command, *options);
-    command->footer(footer);
+    command->footer(HelpText(
+        "view",
+        "FILE is the first file of a recording (.ZU, its continuations beside it) or a COMTRADE record (.cfg "
+        "or\n"
+        ".cff). The page is one HTML file with everything in it: mail it, archive it, open it without a "
+        "network.\n"
+        "A recording needs no ini file; with one, its names, circuits and bays are those of the converted "
+        "record.\n"
+        "Beyond 64 MB of samples the page holds a window around the trigger and says so.\n"
+        "\n"
+        "Exit code: 0 written, 1 the record cannot be read or the page cannot be written, 2 wrong usage.\n"
+        "\n"
+        "Example, with the sample station:\n"
+        "  mkdir -p station\n"
+        "  zucmtr sample --out station --force\n"
+        "  zucmtr view station/Vostochnaya_000123.ZU -o station/fault.html"));
     command->callback([options, &chosen] { chosen = [options] { return Run(*options); }; });
 }

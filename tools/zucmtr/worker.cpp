@@ -5,6 +5,7 @@
 #include "texts.h"
 
 #include <verify/recordname.h>
+#include <view/view.h>
 
 #include <QFile>
 #include <QFileInfo>
@@ -82,6 +83,8 @@ void Worker::Do(BatchItem& item)
         if (order.verify)
             Verify(item);
     }
+    if (order.view && item.state != ItemState::Failed)
+        WritePage(item);
     if (PutsAway() && item.state != ItemState::Failed)
         PutAway(item);
 }
@@ -168,6 +171,22 @@ void Worker::Compare(BatchItem& item)
     }
     item.sources = verifier.Check(item.recording.path, order.out).files;
     item.verified = true;
+}
+
+void Worker::WritePage(BatchItem& item) const
+{
+    const QString page = order.out + QLatin1Char('/') + item.recordName + QStringLiteral(".html");
+    view::Options options;
+    options.source = QFileInfo(item.recording.path).fileName();
+    try {
+        view::WritePage(item.files.first(), page, options);
+    } catch (const std::exception& error) {
+        item.state = ItemState::Failed;
+        item.error = Tr("worker", "converted, but its page could not be written: %1; the recording is kept")
+                         .arg(TextOf(error));
+        return;
+    }
+    item.files << page;
 }
 
 void Worker::PutAway(BatchItem& item) const

@@ -16,6 +16,7 @@ struct WorkOrder
     bool dryRun = false;      // read the recordings, write nothing
     bool verify = true;       // compare each record with its recording
     bool trustWriter = false; // the ini file's own deletion is allowed: records are read, not compared
+    bool view = false;        // write a page beside each record
     bool removeSource = false;
     QString archive; // directory for the recordings; empty: none
 };
@@ -34,6 +35,9 @@ public:
     /// Whether the ini file has the library delete the recordings.
     bool LibraryDeletes() const;
 
+    /// How long the ini file says to wait for a recording to be complete, milliseconds.
+    unsigned int WaitTime() const { return Host::WaitTime(device); }
+
     /// Does all that the order says with one recording. Nothing is thrown.
     BatchItem Work(const Recording& recording);
 
@@ -45,6 +49,7 @@ private:
     void Convert(BatchItem& item);
     void Verify(BatchItem& item);
     void Compare(BatchItem& item);
+    void WritePage(BatchItem& item) const;
     void PutAway(BatchItem& item) const;
     void Name(BatchItem& item, const QString& recordName) const;
 

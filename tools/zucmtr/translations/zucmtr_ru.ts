@@ -2,15 +2,1840 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="ru_RU" sourcelanguage="en">
 <context>
+    <name>batch</name>
+    <message>
+        <source>; it was there already</source>
+        <translation>; она уже была на месте</translation>
+    </message>
+    <message>
+        <source>%1: its record would replace that of %2, which has the same name; convert them into different directories</source>
+        <translation>%1: запись COMTRADE заменила бы запись %2 с тем же именем; преобразуйте их в разные каталоги</translation>
+    </message>
+    <message>
+        <source>%1: its record replaced that of %2, which has the same name; convert them into different directories</source>
+        <translation>%1: запись COMTRADE заменила запись %2 с тем же именем; преобразуйте их в разные каталоги</translation>
+    </message>
+    <message>
+        <source>%1 converted and verified</source>
+        <translation>преобразовано и проверено: %1</translation>
+    </message>
+    <message>
+        <source>%1 converted</source>
+        <translation>преобразовано: %1</translation>
+    </message>
+    <message>
+        <source>%1 to convert</source>
+        <translation>к преобразованию: %1</translation>
+    </message>
+    <message>
+        <source>%1 failed</source>
+        <translation>с ошибкой: %1</translation>
+    </message>
+    <message>
+        <source>%1 not begun</source>
+        <translation>не начато: %1</translation>
+    </message>
+    <message>
+        <source>%1 recordings: %2; %3 s</source>
+        <translation>осциллограмм: %1; %2; %3 с</translation>
+    </message>
+</context>
+<context>
+    <name>check</name>
+    <message>
+        <source>ignored: the numbers are written 01, 02 ... 99, 100</source>
+        <translation>не действует: номера пишутся 01, 02 ... 99, 100</translation>
+    </message>
+    <message>
+        <source>ignored: &apos;%1&apos; is %2; raise it to %3</source>
+        <translation>не действует: «%1» равен %2; увеличьте до %3</translation>
+    </message>
+    <message>
+        <source>ignored: it has no value</source>
+        <translation>не действует: нет значения</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is no whole number: the section does not load</source>
+        <translation>«%1» — не целое число: секция не загружается</translation>
+    </message>
+    <message>
+        <source>it has no signal ahead of the first comma: the section does not load</source>
+        <translation>нет сигнала до первой запятой: секция не загружается</translation>
+    </message>
+    <message>
+        <source>dropped: it has no signal ahead of the first comma</source>
+        <translation>отброшен: нет сигнала до первой запятой</translation>
+    </message>
+    <message>
+        <source>what stands behind the second comma is ignored</source>
+        <translation>то, что за второй запятой, не действует</translation>
+    </message>
+    <message>
+        <source>it has no parameters, so its channel stays unsorted; add &apos;%1&apos;</source>
+        <translation>нет параметров, поэтому канал не сортируется; добавьте «%1»</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is not &apos;equipment:signal&apos;; write the channel&apos;s name as the recorder does</source>
+        <translation>«%1» — не «оборудование:сигнал»; напишите имя канала как в регистраторе</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; stands in line %2 too: a record would have the channel twice; take one out</source>
+        <translation>«%1» есть и в строке %2: канал был бы в записи дважды; уберите один</translation>
+    </message>
+    <message>
+        <source>&apos;%1=&apos; is missing, so its channel stays unsorted; give one of %2</source>
+        <translation>нет «%1=», поэтому канал не сортируется; дайте одно из: %2</translation>
+    </message>
+    <message>
+        <source>&apos;%1=%2&apos; is not known, so its channel stays unsorted; give one of %3</source>
+        <translation>«%1=%2» не известно, поэтому канал не сортируется; дайте одно из: %3</translation>
+    </message>
+    <message>
+        <source>; is &apos;%1&apos; meant?</source>
+        <translation>; может быть, «%1»?</translation>
+    </message>
+    <message>
+        <source>&apos;%1=&apos; is ignored</source>
+        <translation>«%1=» не действует</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is V_L=%2 E_G=%3 here and V_L=%4 E_G=%5 in line %6; one equipment has one of each</source>
+        <translation>«%1» здесь V_L=%2 E_G=%3, а в строке %6 V_L=%4 E_G=%5; у одного оборудования они одни</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; has voltages and currents (line %2), which share one record of the INF file with the key of the first; where both are needed, give the currents another name in the recorder</source>
+        <translation>у «%1» и напряжения, и токи (строка %2), в файле INF у них одна запись с ключом первого; если нужны оба, назовите токи в регистраторе иначе</translation>
+    </message>
+    <message>
+        <source>ignored: it has neither a text to show nor a second circuit</source>
+        <translation>не действует: нет ни показываемого текста, ни второго имени</translation>
+    </message>
+    <message>
+        <source>ignored: the bay &apos;%1&apos; stands in line %2 already</source>
+        <translation>не действует: присоединение «%1» уже есть в строке %2</translation>
+    </message>
+    <message>
+        <source>what stands behind the third comma is ignored</source>
+        <translation>то, что за третьей запятой, не действует</translation>
+    </message>
+    <message>
+        <source>ignored: &apos;%1&apos; belongs into the section of a device</source>
+        <translation>не действует: «%1» должен быть в секции регистратора</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; cannot be read: %2</source>
+        <translation>«%1» не читается: %2</translation>
+    </message>
+    <message>
+        <source>the blanks belong to the section&apos;s name &apos;%1&apos;; take them out</source>
+        <translation>пробелы входят в имя секции «%1»; уберите их</translation>
+    </message>
+    <message>
+        <source>section [%1] begins in line %2 already; both are one, and of equal keys the last counts: put them together</source>
+        <translation>секция [%1] начинается уже в строке %2; обе — одна секция, из одинаковых ключей действует последний: объедините их</translation>
+    </message>
+    <message>
+        <source>ignored: &apos;%1&apos; stands in line %2 again, and the last one counts; take one of them out</source>
+        <translation>не действует: «%1» есть ещё в строке %2, а действует последний; уберите один из них</translation>
+    </message>
+    <message>
+        <source>the quotation marks belong to the value of &apos;%1&apos;; take them out</source>
+        <translation>кавычки входят в значение «%1»; уберите их</translation>
+    </message>
+    <message>
+        <source>ignored: it stands ahead of the first section; move it into one</source>
+        <translation>не действует: стоит до первой секции; перенесите в секцию</translation>
+    </message>
+    <message>
+        <source>ignored: it is neither a section nor &apos;key = value&apos;; begin it with &apos;;&apos; if it is a comment</source>
+        <translation>не действует: это ни секция, ни «ключ = значение»; если это комментарий, начните его с «;»</translation>
+    </message>
+    <message>
+        <source>it is not UTF-8, its letters are lost; save the file in UTF-8</source>
+        <translation>строка не в UTF-8, буквы потеряны; сохраните файл в UTF-8</translation>
+    </message>
+    <message>
+        <source>it opens no section, as &apos;]&apos; is not its last character: what follows belongs to [%1]</source>
+        <translation>секция не открывается, так как «]» не последний знак: следующее относится к [%1]</translation>
+    </message>
+    <message>
+        <source>%1 &apos;%2&apos; holds a comma or a line end: no program opens a record with it; take it out</source>
+        <translation>%1 «%2» содержит запятую или конец строки: запись с ним не откроет ни одна программа; уберите</translation>
+    </message>
+    <message>
+        <source>%1 &apos;%2&apos; holds a &apos;%&apos; with a digit, which is replaced by another value when the record is written; take it out</source>
+        <translation>%1 «%2» содержит «%» с цифрой, который при записи заменяется другим значением; уберите</translation>
+    </message>
+    <message>
+        <source>taken from [%1]: %2</source>
+        <translation>взято из [%1]: %2</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is not asked for while &apos;%2&apos; is 0</source>
+        <translation>«%1» не спрашивается, пока «%2» равен 0</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is &apos;%2&apos;, which is no whole number from %3 to %4: the section does not load</source>
+        <translation>«%1» равен «%2», а это не целое число от %3 до %4: секция не загружается</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is missing: the section does not load; add it</source>
+        <translation>нет ключа «%1»: секция не загружается; добавьте его</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; counts as absent: it is taken from [%2]</source>
+        <translation>«%1» считается отсутствующим: берётся из [%2]</translation>
+    </message>
+    <message>
+        <source>ignored: there is no key &apos;%1&apos;</source>
+        <translation>не действует: ключа «%1» не бывает</translation>
+    </message>
+    <message>
+        <source>the characters &quot; \ / : * ? &lt; &gt; | of &apos;%1&apos; are left out of the names of files</source>
+        <translation>знаки &quot; \ / : * ? &lt; &gt; | из «%1» не входят в имена файлов</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; holds letters that CP1251 lacks, which become &apos;?&apos; in the record; take others, or set &apos;%2&apos; to 1</source>
+        <translation>в «%1» есть буквы, которых нет в CP1251, в записи они станут «?»; возьмите другие или установите «%2» в 1</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is ignored beside &apos;%2&apos;: the record has separate files</source>
+        <translation>«%1» не действует вместе с «%2»: запись из отдельных файлов</translation>
+    </message>
+    <message>
+        <source>the recordings are deleted before anybody can compare their records; &apos;zucmtr convert --remove-source&apos; deletes each one after its record is verified</source>
+        <translation>осциллограммы удаляются раньше, чем можно сравнить записи; «zucmtr convert --remove-source» удаляет каждую после проверки её записи</translation>
+    </message>
+    <message>
+        <source>%1: the channel</source>
+        <translation>%1: канал</translation>
+    </message>
+    <message>
+        <source>%1 has no channel &apos;%2&apos;</source>
+        <translation>в %1 нет канала «%2»</translation>
+    </message>
+    <message>
+        <source>%1: the dictionary does not know %2 channels, which come behind the others: %3</source>
+        <translation>%1: словарь не знает каналов: %2; они идут после остальных: %3</translation>
+    </message>
+    <message>
+        <source>note</source>
+        <translation>замечание</translation>
+    </message>
+    <message>
+        <source>warning</source>
+        <translation>предупреждение</translation>
+    </message>
+    <message>
+        <source>error</source>
+        <translation>ошибка</translation>
+    </message>
+    <message>
+        <source>%1: nothing is wrong with [%2]</source>
+        <translation>%1: с [%2] всё в порядке</translation>
+    </message>
+    <message>
+        <source>Explain what is wrong with an ini file</source>
+        <translation>Объяснить, что не так в ini-файле</translation>
+    </message>
+    <message>
+        <source>The recorders&apos; ini file. Default: ZuDrv.ini beside the recordings, else in the current directory</source>
+        <translation>Ini-файл регистраторов. По умолчанию ZuDrv.ini рядом с осциллограммами, иначе в текущем каталоге</translation>
+    </message>
+    <message>
+        <source>Section with the defaults. Default: the section [Default]</source>
+        <translation>Секция с умолчаниями. По умолчанию [Default]</translation>
+    </message>
+    <message>
+        <source>Section of a recorder. Default: all of them</source>
+        <translation>Секция регистратора. По умолчанию все</translation>
+    </message>
+    <message>
+        <source>One JSON object a finding, for programs</source>
+        <translation>Объект JSON на каждую находку, для программ</translation>
+    </message>
+    <message>
+        <source>First files of recordings to compare with the sorting dictionary</source>
+        <translation>Первые файлы осциллограмм для сравнения со словарём сортировки</translation>
+    </message>
+    <message>
+        <source>Tells by lines what the converter ignores, takes from the defaults, drops or refuses, and what makes
+records that no program opens. An error is a section that does not load or a record that no program
+opens; a warning, something that is not what it looks like; a note, what may well be meant.
+
+Exit code: 0 nothing but notes, 1 errors or warnings, 2 wrong usage.
+
+Example, with the sample station:
+  mkdir -p station
+  zucmtr sample --out station --force
+  zucmtr check --ini station/ZuDrv.ini station/*.ZU</source>
+        <translation>Рассказывает по строкам, что преобразователь не замечает, берёт из умолчаний, отбрасывает или отвергает и из-за
+чего запись не откроет ни одна программа. Ошибка — секция не загружается или запись не открыть;
+предупреждение — что-то не то, чем кажется; замечание — что, возможно, так и задумано.
+
+Код завершения: 0 только замечания, 1 ошибки или предупреждения, 2 неверный вызов.
+
+Пример с учебной станцией:
+  mkdir -p station
+  zucmtr sample --out station --force
+  zucmtr check --ini station/ZuDrv.ini station/*.ZU</translation>
+    </message>
+</context>
+<context>
+    <name>checks</name>
+    <message>
+        <source>%1: the directory &apos;%2&apos; does not exist; make it first: mkdir -p %3</source>
+        <translation>%1: каталога «%2» нет; создайте его: mkdir -p %3</translation>
+    </message>
+    <message>
+        <source>%1: &apos;%2&apos; is a file; give a directory to write into</source>
+        <translation>%1: «%2» — файл; укажите каталог</translation>
+    </message>
+    <message>
+        <source>%1: no permission to write into &apos;%2&apos;; choose another directory</source>
+        <translation>%1: нет права записи в «%2»; выберите другой каталог</translation>
+    </message>
+    <message>
+        <source>%1: the directory &apos;%2&apos; cannot be made; choose another one</source>
+        <translation>%1: каталог «%2» не создаётся; выберите другой</translation>
+    </message>
+    <message>
+        <source>--ini: the file &apos;%1&apos; does not exist; give the path of the recorders&apos; ini file</source>
+        <translation>--ini: файла «%1» нет; укажите путь к ini-файлу регистраторов</translation>
+    </message>
+    <message>
+        <source>--ini: &apos;%1&apos; is not a file; give the path of the recorders&apos; ini file</source>
+        <translation>--ini: «%1» не файл; укажите путь к ini-файлу регистраторов</translation>
+    </message>
+    <message>
+        <source>--ini: no permission to read &apos;%1&apos;; check its permissions</source>
+        <translation>--ini: нет права чтения «%1»; проверьте права доступа</translation>
+    </message>
+    <message>
+        <source>--log: cannot write the file &apos;%1&apos;; give a file in a directory that exists and can be written to</source>
+        <translation>--log: файл «%1» не записывается; укажите файл в существующем каталоге, доступном для записи</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; has no section at all; is it the recorders&apos; ini file?</source>
+        <translation>в «%1» нет ни одной секции; это ini-файл регистраторов?</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; has no section [%2]; it has [%3]</source>
+        <translation>в «%1» нет секции [%2]; есть [%3]</translation>
+    </message>
+</context>
+<context>
+    <name>choice</name>
+    <message>
+        <source>
+  &apos;%1&apos; for &apos;%2&apos;</source>
+        <translation>
+  «%1» для «%2»</translation>
+    </message>
+    <message>
+        <source>there is no %1 beside &apos;%2&apos; or in the current directory; name the recorders&apos; ini file by --ini</source>
+        <translation>рядом с «%2» и в текущем каталоге нет %1; укажите ini-файл регистраторов ключом --ini</translation>
+    </message>
+    <message>
+        <source>the recordings have different ini files; convert them one directory after the other, or name one file by --ini:%1</source>
+        <translation>у осциллограмм разные ini-файлы; преобразуйте каталоги по одному или укажите один файл ключом --ini:%1</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; has no section [Default]; name the section with the defaults by --defaults: it has %2</source>
+        <translation>в «%1» нет секции [Default]; укажите секцию умолчаний ключом --defaults: есть %2</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; describes %2 recorders; name the section of the one by --device: it has %3</source>
+        <translation>в «%1» описано регистраторов: %2; укажите секцию нужного ключом --device: есть %3</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; has no section at all; is it the recorders&apos; ini file?</source>
+        <translation>в «%1» нет ни одной секции; это ini-файл регистраторов?</translation>
+    </message>
+</context>
+<context>
+    <name>comtrade</name>
+    <message>
+        <source>%1: ends after line %2, where %3 should follow</source>
+        <translation>%1: кончается после строки %2, где должно следовать: %3</translation>
+    </message>
+    <message>
+        <source>%1 needs %2 fields, there are %3</source>
+        <translation>%1: нужно полей %2, есть %3</translation>
+    </message>
+    <message>
+        <source>%1 has %2 fields, there are %3; does a name hold a comma?</source>
+        <translation>%1: полей должно быть %2, есть %3; нет ли запятой в наименовании?</translation>
+    </message>
+    <message>
+        <source>%1, line %2: %3</source>
+        <translation>%1, строка %2: %3</translation>
+    </message>
+    <message>
+        <source>%1 is &apos;%2&apos;, which is no number</source>
+        <translation>%1: «%2» — не число</translation>
+    </message>
+    <message>
+        <source>no revision year: records of 1991 are not supported</source>
+        <translation>нет года редакции: записи редакции 1991 года не поддерживаются</translation>
+    </message>
+    <message>
+        <source>more than three fields; does a name hold a comma?</source>
+        <translation>больше трёх полей; нет ли запятой в наименовании?</translation>
+    </message>
+    <message>
+        <source>revision &apos;%1&apos; is not supported, only 1999 and 2013</source>
+        <translation>редакция «%1» не поддерживается, только 1999 и 2013</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; should be a number and %2</source>
+        <translation>вместо «%1» должны быть число и буква %2</translation>
+    </message>
+    <message>
+        <source>%1 channels, but only %2 lines follow</source>
+        <translation>каналов %1, а строк следует только %2</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; should be P or S</source>
+        <translation>вместо «%1» должно быть P или S</translation>
+    </message>
+    <message>
+        <source>%1 channels in all are not %2 and %3</source>
+        <translation>всего каналов %1, а это не %2 и %3</translation>
+    </message>
+    <message>
+        <source>%1 rates, but only %2 lines follow</source>
+        <translation>частот дискретизации %1, а строк следует только %2</translation>
+    </message>
+    <message>
+        <source>the rate or its last sample is out of range</source>
+        <translation>частота дискретизации или номер её последней выборки вне допустимых пределов</translation>
+    </message>
+    <message>
+        <source>&apos;%1,%2&apos; should be dd/mm/yyyy,hh:mm:ss.ssssss</source>
+        <translation>вместо «%1,%2» должно быть dd/mm/yyyy,hh:mm:ss.ssssss</translation>
+    </message>
+    <message>
+        <source>&apos;%1,%2&apos; is no date and time</source>
+        <translation>«%1,%2» — не дата и время</translation>
+    </message>
+    <message>
+        <source>data file type &apos;%1&apos; is not known</source>
+        <translation>тип файла данных «%1» не известен</translation>
+    </message>
+    <message>
+        <source>%1: cannot be read: %2</source>
+        <translation>%1: не читается: %2</translation>
+    </message>
+    <message>
+        <source>%1, record %2: %3</source>
+        <translation>%1, выборка %2: %3</translation>
+    </message>
+    <message>
+        <source>reading fails: %1</source>
+        <translation>ошибка чтения: %1</translation>
+    </message>
+    <message>
+        <source>is cut off: %1 of %2 bytes</source>
+        <translation>обрывается: байтов %1 из %2</translation>
+    </message>
+    <message>
+        <source>has no end within %1 bytes</source>
+        <translation>не кончается за %1 байтов</translation>
+    </message>
+    <message>
+        <source>ends before %1</source>
+        <translation>кончается, где должно быть: %1</translation>
+    </message>
+    <message>
+        <source>ends before analog channel %1</source>
+        <translation>кончается перед аналоговым каналом %1</translation>
+    </message>
+    <message>
+        <source>analog channel %1</source>
+        <translation>аналоговый канал %1</translation>
+    </message>
+    <message>
+        <source>ends before status channel %1</source>
+        <translation>кончается перед дискретным каналом %1</translation>
+    </message>
+    <message>
+        <source>status channel %1</source>
+        <translation>дискретный канал %1</translation>
+    </message>
+    <message>
+        <source>has more fields than channels</source>
+        <translation>полей больше, чем каналов</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1: %2</translation>
+    </message>
+    <message>
+        <source>does not exist</source>
+        <translation>нет такого файла</translation>
+    </message>
+    <message>
+        <source>cannot be read: %1</source>
+        <translation>не читается: %1</translation>
+    </message>
+    <message>
+        <source>is too large for a text of a record</source>
+        <translation>слишком велик для текста записи</translation>
+    </message>
+    <message>
+        <source>is not the .cfg or .cff file of a record</source>
+        <translation>не файл .cfg или .cff записи</translation>
+    </message>
+    <message>
+        <source>there is no .dat file beside it</source>
+        <translation>рядом с ним нет файла .dat</translation>
+    </message>
+    <message>
+        <source>does not begin with a section mark</source>
+        <translation>не начинается с метки раздела</translation>
+    </message>
+    <message>
+        <source>has texts that are too large for a record</source>
+        <translation>тексты слишком велики для записи</translation>
+    </message>
+    <message>
+        <source>holds %1 bytes of data where its mark tells %2</source>
+        <translation>байтов данных %1, а в метке указано %2</translation>
+    </message>
+    <message>
+        <source>has no CFG section</source>
+        <translation>нет раздела CFG</translation>
+    </message>
+    <message>
+        <source>has no DAT section</source>
+        <translation>нет раздела DAT</translation>
+    </message>
+</context>
+<context>
+    <name>convert</name>
+    <message>
+        <source>--remove-source and --archive need a verified record; leave --no-verify and --trust-writer out</source>
+        <translation>для --remove-source и --archive нужна проверенная запись; уберите --no-verify и --trust-writer</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; has &apos;Удалять исходные = 1&apos; in force for [%2]: the recordings would be deleted before their records are verified. Set the key to 0 and give --remove-source, which deletes each recording after its record is verified; or give --trust-writer to delete them unseen</source>
+        <translation>в «%1» для [%2] действует «Удалять исходные = 1»: осциллограммы были бы удалены до проверки записей. Установите ключ в 0 и дайте --remove-source, чтобы удалять каждую осциллограмму после проверки её записи; или дайте --trust-writer, чтобы удалять без проверки</translation>
+    </message>
+    <message>
+        <source>warnings and notes on section [%1] of &apos;%2&apos;:
+  </source>
+        <translation>предупреждения и замечания к секции [%1] файла «%2»:
+  </translation>
+    </message>
+    <message>
+        <source>Existing directory for the COMTRADE files. Default: the current directory</source>
+        <translation>Существующий каталог для файлов COMTRADE. По умолчанию текущий</translation>
+    </message>
+    <message>
+        <source>Make the directory of --out if it is not there</source>
+        <translation>Создать каталог --out, если его нет</translation>
+    </message>
+    <message>
+        <source>Write a page for the browser beside each record, as &apos;zucmtr view&apos;</source>
+        <translation>Записать рядом с каждой записью страницу для браузера, как «zucmtr view»</translation>
+    </message>
+    <message>
+        <source>Look for recordings in the directories below the given ones, too</source>
+        <translation>Искать осциллограммы и во вложенных каталогах</translation>
+    </message>
+    <message>
+        <source>Recordings to convert at once; 0: as many as there are processors. Default: 1</source>
+        <translation>Сколько осциллограмм преобразовывать одновременно; 0: по числу процессоров. По умолчанию 1</translation>
+    </message>
+    <message>
+        <source>Go on with the other recordings after one that failed (the default)</source>
+        <translation>После ошибки продолжать с остальными осциллограммами (по умолчанию)</translation>
+    </message>
+    <message>
+        <source>Begin no recording after one that failed</source>
+        <translation>После ошибки не начинать новых осциллограмм</translation>
+    </message>
+    <message>
+        <source>Read the recordings and tell what would be converted into which records; write nothing</source>
+        <translation>Прочитать осциллограммы и сообщить, во что они были бы преобразованы; ничего не записывать</translation>
+    </message>
+    <message>
+        <source>Read each record back and compare it with its recording (the default)</source>
+        <translation>Прочитать каждую запись и сравнить с осциллограммой (по умолчанию)</translation>
+    </message>
+    <message>
+        <source>Do not read the records back</source>
+        <translation>Не читать записи для проверки</translation>
+    </message>
+    <message>
+        <source>Let the ini file have the library delete the recordings; their records are read back, but cannot be compared any more</source>
+        <translation>Позволить библиотеке удалять осциллограммы по ini-файлу; записи читаются, но сравнить их уже не с чем</translation>
+    </message>
+    <message>
+        <source>Delete each recording after its record is verified and on the disk</source>
+        <translation>Удалять каждую осциллограмму после того, как её запись проверена и находится на диске</translation>
+    </message>
+    <message>
+        <source>Existing directory to which each recording is moved after its record is verified and on the disk</source>
+        <translation>Существующий каталог, в который переносится каждая осциллограмма после того, как её запись проверена и находится на диске</translation>
+    </message>
+    <message>
+        <source>Tell failures and warnings alone</source>
+        <translation>Сообщать только об ошибках и предупреждениях</translation>
+    </message>
+    <message>
+        <source>Tell each recording as one JSON object on standard output</source>
+        <translation>Сообщать о каждой осциллограмме объектом JSON в стандартный вывод</translation>
+    </message>
+    <message>
+        <source>A recording is a first file (.ZU or .zu) with its continuation files (.Z01 ... .Z0f) beside it; give the
+first file or the directory, the others are found. For each recording one line on standard output tells
+the record&apos;s name and the notes on it; failures and the summary go to standard error.
+Ctrl-C ends after the recordings at hand, a second Ctrl-C at once.
+
+Exit code: 0 all recordings converted, 1 at least one failed, 2 wrong usage or configuration, 130 ended
+by Ctrl-C (143 by SIGTERM).
+
+Example, with the sample station:
+  mkdir -p station
+  zucmtr sample --out station
+  zucmtr convert --out station/comtrade --make-out station/*.ZU</source>
+        <translation>Осциллограмма — это первый файл (.ZU или .zu) и файлы продолжения (.Z01 ... .Z0f) рядом с ним; укажите
+первый файл или каталог, остальные находятся сами. Для каждой осциллограммы в стандартный вывод пишется
+строка с именем записи и замечаниями; ошибки и итог идут в стандартный вывод ошибок.
+Ctrl-C завершает работу после начатых осциллограмм, второй Ctrl-C — сразу.
+
+Код завершения: 0 все преобразованы, 1 хотя бы одна с ошибкой, 2 неверный вызов или настройка, 130 прервано
+по Ctrl-C (143 по SIGTERM).
+
+Пример с учебной станцией:
+  mkdir -p station
+  zucmtr sample --out station
+  zucmtr convert --out station/comtrade --make-out station/*.ZU</translation>
+    </message>
+    <message>
+        <source>Convert recordings into COMTRADE records</source>
+        <translation>Преобразовать осциллограммы в записи COMTRADE</translation>
+    </message>
+    <message>
+        <source>First files of the recordings, or directories with recordings</source>
+        <translation>Первые файлы осциллограмм или каталоги с осциллограммами</translation>
+    </message>
+</context>
+<context>
+    <name>device</name>
+    <message>
+        <source>The recorders&apos; ini file. Default: ZuDrv.ini beside the recordings or above them, else in the current directory</source>
+        <translation>Ini-файл регистраторов. По умолчанию ZuDrv.ini рядом с осциллограммами или выше, иначе в текущем каталоге</translation>
+    </message>
+    <message>
+        <source>Section of the ini file with the defaults. Default: the section [Default]</source>
+        <translation>Секция ini-файла с умолчаниями. По умолчанию [Default]</translation>
+    </message>
+    <message>
+        <source>Section of the ini file for this recorder. Default: the only other section</source>
+        <translation>Секция ini-файла этого регистратора. По умолчанию единственная другая секция</translation>
+    </message>
+    <message>
+        <source>File to which loading the ini file appends its log</source>
+        <translation>Файл, в который дописывается журнал загрузки ini-файла</translation>
+    </message>
+</context>
+<context>
+    <name>dictionary</name>
+    <message>
+        <source>it is empty</source>
+        <translation>оно пустое</translation>
+    </message>
+    <message>
+        <source>it begins or ends with a blank</source>
+        <translation>оно начинается или кончается пробелом</translation>
+    </message>
+    <message>
+        <source>it holds a comma</source>
+        <translation>в нём запятая</translation>
+    </message>
+    <message>
+        <source>it holds a semicolon</source>
+        <translation>в нём точка с запятой</translation>
+    </message>
+    <message>
+        <source>it holds a control character</source>
+        <translation>в нём управляющий символ</translation>
+    </message>
+    <message>
+        <source>no voltage level in the name</source>
+        <translation>в имени нет класса напряжения</translation>
+    </message>
+    <message>
+        <source>not all groups could be guessed: add V_L, E_G and the others</source>
+        <translation>не все группы удалось угадать: допишите V_L, E_G и остальные</translation>
+    </message>
+    <message>
+        <source>guess</source>
+        <translation>догадка</translation>
+    </message>
+    <message>
+        <source>[%1] cannot stand in the dictionary: %2</source>
+        <translation>[%1] не может стоять в словаре: %2</translation>
+    </message>
+    <message>
+        <source>[%1] is there already: another channel has the same name</source>
+        <translation>[%1] уже есть: у другого канала такое же имя</translation>
+    </message>
+    <message>
+        <source>guess: the text to show, and behind a comma the circuit of its voltages</source>
+        <translation>догадка: показываемый текст, после запятой — присоединение с его напряжениями</translation>
+    </message>
+    <message>
+        <source>to be filled in</source>
+        <translation>заполнить</translation>
+    </message>
+    <message>
+        <source>--output: &apos;%1&apos; is there already; choose another name, or replace it by --force</source>
+        <translation>--output: «%1» уже есть; выберите другое имя или замените ключом --force</translation>
+    </message>
+    <message>
+        <source>--output: &apos;%1&apos; cannot be written: %2</source>
+        <translation>--output: «%1» не записывается: %2</translation>
+    </message>
+    <message>
+        <source>--section: &apos;%1&apos; is no name of a section</source>
+        <translation>--section: «%1» — не имя секции</translation>
+    </message>
+    <message>
+        <source>Write a first sorting dictionary for the channels of a recording</source>
+        <translation>Составить начальный словарь сортировки для каналов осциллограммы</translation>
+    </message>
+    <message>
+        <source>A whole ini file, with which the recording can be converted at once</source>
+        <translation>Целый ini-файл, с которым осциллограмму сразу можно преобразовать</translation>
+    </message>
+    <message>
+        <source>Name of the device&apos;s section in a whole ini file. Default: Device</source>
+        <translation>Имя секции регистратора в целом ini-файле. По умолчанию Device</translation>
+    </message>
+    <message>
+        <source>File to write; it must not be there. Default: standard output</source>
+        <translation>Файл для записи; его не должно быть. По умолчанию стандартный вывод</translation>
+    </message>
+    <message>
+        <source>Replace the file of --output</source>
+        <translation>Заменить файл --output</translation>
+    </message>
+    <message>
+        <source>First file of a recording (.ZU)</source>
+        <translation>Первый файл осциллограммы (.ZU)</translation>
+    </message>
+    <message>
+        <source>Voltage level, equipment and groups are guessed from names and units; every guess has a comment. What
+could not be guessed stays unsorted until somebody adds its parameters. Names that an ini file cannot
+hold become comments.
+
+Exit code: 0 written, 1 the recording cannot be read, 2 wrong usage.
+
+Example, with the sample station:
+  mkdir -p station new
+  zucmtr sample --out station
+  zucmtr dictionary --complete --output new/ZuDrv.ini --force station/Vostochnaya_000123.ZU
+  zucmtr convert --ini new/ZuDrv.ini --out new station/Vostochnaya_000123.ZU</source>
+        <translation>Класс напряжения, оборудование и группы угадываются по именам и единицам; у каждой догадки есть комментарий.
+Неугаданное остаётся без сортировки, пока кто-нибудь не допишет параметры. Имена, которые нельзя записать
+в ini-файл, становятся комментариями.
+
+Код завершения: 0 записано, 1 осциллограмма не читается, 2 неверный вызов.
+
+Пример с учебной станцией:
+  mkdir -p station new
+  zucmtr sample --out station
+  zucmtr dictionary --complete --output new/ZuDrv.ini --force station/Vostochnaya_000123.ZU
+  zucmtr convert --ini new/ZuDrv.ini --out new station/Vostochnaya_000123.ZU</translation>
+    </message>
+</context>
+<context>
+    <name>host</name>
+    <message>
+        <source>the record could not be put in place, &apos;%1&apos; is left; free the final name and the disk, then convert again</source>
+        <translation>запись не удалось поставить на место, остался «%1»; освободите конечное имя и диск и преобразуйте снова</translation>
+    </message>
+    <message>
+        <source>--defaults: section [%1] of &apos;%2&apos; does not load: %3</source>
+        <translation>--defaults: секция [%1] файла «%2» не загружается: %3</translation>
+    </message>
+    <message>
+        <source>--device: section [%1] of &apos;%2&apos; does not load</source>
+        <translation>--device: секция [%1] файла «%2» не загружается</translation>
+    </message>
+    <message>
+        <source>
+The log says:
+  </source>
+        <translation>
+В журнале:
+  </translation>
+    </message>
+    <message>
+        <source>the start comment has too few values, or the segments have analog but no discrete channels [exception in the library: %1]</source>
+        <translation>в комментарии пуска мало значений, или в сегментах есть аналоговые и нет дискретных каналов [исключение в библиотеке: %1]</translation>
+    </message>
+    <message>
+        <source>exception in the library: %1</source>
+        <translation>исключение в библиотеке: %1</translation>
+    </message>
+</context>
+<context>
+    <name>info</name>
+    <message>
+        <source>  note: %1</source>
+        <translation>  замечание: %1</translation>
+    </message>
+    <message>
+        <source>Station</source>
+        <translation>Объект</translation>
+    </message>
+    <message>
+        <source>Device</source>
+        <translation>Регистратор</translation>
+    </message>
+    <message>
+        <source>Revision</source>
+        <translation>Редакция</translation>
+    </message>
+    <message>
+        <source>Data</source>
+        <translation>Данные</translation>
+    </message>
+    <message>
+        <source>First sample</source>
+        <translation>Первая выборка</translation>
+    </message>
+    <message>
+        <source>Trigger</source>
+        <translation>Пуск</translation>
+    </message>
+    <message>
+        <source>Time zone</source>
+        <translation>Часовой пояс</translation>
+    </message>
+    <message>
+        <source>Sampling rate</source>
+        <translation>Частота дискретизации</translation>
+    </message>
+    <message>
+        <source>%1 Hz</source>
+        <translation>%1 Гц</translation>
+    </message>
+    <message>
+        <source>Samples</source>
+        <translation>Выборок</translation>
+    </message>
+    <message>
+        <source>Channels</source>
+        <translation>Каналы</translation>
+    </message>
+    <message>
+        <source>%1 analog, %2 discrete</source>
+        <translation>аналоговых %1, дискретных %2</translation>
+    </message>
+    <message>
+        <source>Analog channels</source>
+        <translation>Аналоговые каналы</translation>
+    </message>
+    <message>
+        <source>No.</source>
+        <translation>№</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>Наименование</translation>
+    </message>
+    <message>
+        <source>Phase</source>
+        <translation>Фаза</translation>
+    </message>
+    <message>
+        <source>Circuit</source>
+        <translation>Присоединение</translation>
+    </message>
+    <message>
+        <source>Unit</source>
+        <translation>Единица</translation>
+    </message>
+    <message>
+        <source>Primary</source>
+        <translation>Первичное</translation>
+    </message>
+    <message>
+        <source>Secondary</source>
+        <translation>Вторичное</translation>
+    </message>
+    <message>
+        <source>P/S</source>
+        <translation>P/S</translation>
+    </message>
+    <message>
+        <source>Discrete channels</source>
+        <translation>Дискретные каналы</translation>
+    </message>
+    <message>
+        <source>Normal</source>
+        <translation>Нормальное</translation>
+    </message>
+    <message>
+        <source>Duration</source>
+        <translation>Длительность</translation>
+    </message>
+    <message>
+        <source>%1 s</source>
+        <translation>%1 с</translation>
+    </message>
+    <message>
+        <source>Further pieces</source>
+        <translation>Прочие части</translation>
+    </message>
+    <message>
+        <source>header %1 bytes, information %2 bytes</source>
+        <translation>HDR байтов %1, INF байтов %2</translation>
+    </message>
+    <message>
+        <source>the configuration tells %1 samples, the data hold %2; convert the recording again</source>
+        <translation>в конфигурации выборок %1, в данных %2; преобразуйте осциллограмму снова</translation>
+    </message>
+    <message>
+        <source>%1 cannot continue it</source>
+        <translation>%1 не может её продолжать</translation>
+    </message>
+    <message>
+        <source>it has all the files that a recording can have</source>
+        <translation>есть все файлы, какие могут быть у осциллограммы</translation>
+    </message>
+    <message>
+        <source>there is no %1</source>
+        <translation>нет %1</translation>
+    </message>
+    <message>
+        <source>Chain ends because</source>
+        <translation>Конец цепочки</translation>
+    </message>
+    <message>
+        <source>not part of the recording: %1</source>
+        <translation>не входит в осциллограмму: %1</translation>
+    </message>
+    <message>
+        <source>Segments</source>
+        <translation>Сегменты</translation>
+    </message>
+    <message>
+        <source>File</source>
+        <translation>Файл</translation>
+    </message>
+    <message>
+        <source>Points</source>
+        <translation>Точек</translation>
+    </message>
+    <message>
+        <source>Size</source>
+        <translation>Размер</translation>
+    </message>
+    <message>
+        <source>Hz</source>
+        <translation>Гц</translation>
+    </message>
+    <message>
+        <source>Compressed</source>
+        <translation>Сжат</translation>
+    </message>
+    <message>
+        <source>Changes</source>
+        <translation>Изменений</translation>
+    </message>
+    <message>
+        <source>Inverted</source>
+        <translation>Инверсия</translation>
+    </message>
+    <message>
+        <source>Start comment</source>
+        <translation>Комментарий пуска</translation>
+    </message>
+    <message>
+        <source>the start comment has two values where three belong: the library gives up such a recording with an exception</source>
+        <translation>в комментарии пуска два значения вместо трёх: библиотека отказывается от такой осциллограммы исключением</translation>
+    </message>
+    <message>
+        <source>Condition</source>
+        <translation>Условие</translation>
+    </message>
+    <message>
+        <source>Setting</source>
+        <translation>Уставка</translation>
+    </message>
+    <message>
+        <source>Recorder</source>
+        <translation>Регистратор</translation>
+    </message>
+    <message>
+        <source>Title</source>
+        <translation>Заголовок</translation>
+    </message>
+    <message>
+        <source>Code page</source>
+        <translation>Кодировка</translation>
+    </message>
+    <message>
+        <source>a recording begins with a header of %1 bytes; was the copy interrupted?</source>
+        <translation>осциллограмма начинается с заголовка в %1 байтов; копирование было прервано?</translation>
+    </message>
+    <message>
+        <source>%1 in the header</source>
+        <translation>в заголовке %1</translation>
+    </message>
+    <message>
+        <source>does not exist</source>
+        <translation>нет такого файла</translation>
+    </message>
+    <message>
+        <source>its files have analog channels and no discrete one, so that they cannot be compared; the library gives up such a recording with an exception</source>
+        <translation>в файлах есть аналоговые каналы и нет дискретных, поэтому их нельзя сравнить; библиотека отказывается от такой осциллограммы исключением</translation>
+    </message>
+    <message>
+        <source>yes</source>
+        <translation>да</translation>
+    </message>
+    <message>
+        <source>no</source>
+        <translation>нет</translation>
+    </message>
+    <message>
+        <source>%1 bytes</source>
+        <translation>байтов: %1</translation>
+    </message>
+    <message>
+        <source>needs more memory than --max-memory allows</source>
+        <translation>нужно больше памяти, чем позволяет --max-memory</translation>
+    </message>
+    <message>
+        <source>this file continues a recording; its first file is %1</source>
+        <translation>этот файл продолжает осциллограмму; её первый файл %1</translation>
+    </message>
+    <message>
+        <source>Tell what is in recordings and COMTRADE records</source>
+        <translation>Рассказать, что в осциллограммах и записях COMTRADE</translation>
+    </message>
+    <message>
+        <source>One JSON object a file, for programs</source>
+        <translation>Объект JSON на каждый файл, для программ</translation>
+    </message>
+    <message>
+        <source>Leave out the lists of channels</source>
+        <translation>Без списков каналов</translation>
+    </message>
+    <message>
+        <source>First files of recordings (.ZU), or the .cfg or .cff files of records</source>
+        <translation>Первые файлы осциллограмм (.ZU) или файлы .cfg или .cff записей</translation>
+    </message>
+    <message>
+        <source>Of a recording: its times with zone, duration, rate, the segments found and why the chain
+ends, the start comment as stored and as understood, the channels. Of a record: what its
+configuration tells, and whether all its data are there.
+
+Exit code: 0 all files are good, 1 something is wrong with at least one, 2 wrong usage.
+
+Example, with the sample station:
+  mkdir -p station
+  zucmtr sample --out station
+  zucmtr info --no-channels station/*.ZU</source>
+        <translation>Об осциллограмме: время с часовым поясом, длительность, частота, найденные сегменты и почему цепочка
+кончается, комментарий пуска как записан и как понят, каналы. О записи: что говорит конфигурация и все ли
+данные на месте.
+
+Код завершения: 0 все файлы исправны, 1 хотя бы с одним что-то не так, 2 неверный вызов.
+
+Пример с учебной станцией:
+  mkdir -p station
+  zucmtr sample --out station
+  zucmtr info --no-channels station/*.ZU</translation>
+    </message>
+</context>
+<context>
+    <name>log</name>
+    <message>
+        <source>cannot make a temporary log file in &apos;%1&apos;; set TMPDIR to a directory that can be written to, or name a log file by --log</source>
+        <translation>временный файл журнала в «%1» не создаётся; укажите в TMPDIR каталог, доступный для записи, или файл журнала ключом --log</translation>
+    </message>
+    <message>
+        <source>... (%1 lines before)</source>
+        <translation>... (строк до этого: %1)</translation>
+    </message>
+</context>
+<context>
     <name>main</name>
     <message>
         <source>%1
 Run &apos;%2 --help&apos; for the options and an example.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1
+Ключи и пример: «%2 --help».</translation>
     </message>
     <message>
         <source>no command is given</source>
-        <translation type="unfinished"></translation>
+        <translation>не указана команда</translation>
+    </message>
+    <message>
+        <source>argument %1 (&apos;%2&apos;) is not UTF-8; rename the file, or run the program from a UTF-8 terminal</source>
+        <translation>аргумент %1 («%2») не в UTF-8; переименуйте файл или запустите программу из терминала с UTF-8</translation>
+    </message>
+    <message>
+        <source>Converts the recordings of digital fault recorders (.ZU) into COMTRADE records (IEEE C37.111).</source>
+        <translation>Преобразует осциллограммы цифровых регистраторов аварийных событий (.ZU) в записи COMTRADE (IEEE C37.111).</translation>
+    </message>
+    <message>
+        <source>Print this help and exit</source>
+        <translation>Показать эту справку и завершить работу</translation>
+    </message>
+    <message>
+        <source>Print the version and exit</source>
+        <translation>Показать версию и завершить работу</translation>
+    </message>
+    <message>
+        <source>&apos;zucmtr COMMAND --help&apos; tells more about a command. To try the program:
+
+  mkdir -p station
+  zucmtr sample --out station
+  zucmtr convert --out station/comtrade --make-out station</source>
+        <translation>Подробнее о команде: «zucmtr КОМАНДА --help». Чтобы попробовать программу:
+
+  mkdir -p station
+  zucmtr sample --out station
+  zucmtr convert --out station/comtrade --make-out station</translation>
+    </message>
+    <message>
+        <source>out of memory; work on fewer or shorter recordings</source>
+        <translation>не хватает памяти; возьмите меньше осциллограмм или более короткие</translation>
+    </message>
+    <message>
+        <source>stopped by an unexpected error: %1</source>
+        <translation>остановлено неожиданной ошибкой: %1</translation>
+    </message>
+    <message>
+        <source>standard output could not be written; check the disk or the pipe</source>
+        <translation>стандартный вывод не записывается; проверьте диск или канал</translation>
+    </message>
+</context>
+<context>
+    <name>memory</name>
+    <message>
+        <source>Memory that the program may take, as 800M or 2G; 0: no limit. A recording that needs more fails. Default: three quarters of the machine&apos;s memory</source>
+        <translation>Память, которую может занять программа, как 800M или 2G; 0: без предела. Осциллограмма, которой нужно больше, не преобразуется. По умолчанию три четверти памяти машины</translation>
+    </message>
+    <message>
+        <source>--max-memory: %1 bytes are too few; give 128M or more, or 0 for no limit</source>
+        <translation>--max-memory: %1 байтов мало; дайте 128M или больше или 0 — без предела</translation>
+    </message>
+    <message>
+        <source>--max-memory: the system does not take a limit of %1 bytes; give less</source>
+        <translation>--max-memory: система не принимает предел в %1 байтов; дайте меньше</translation>
+    </message>
+</context>
+<context>
+    <name>parser</name>
+    <message>
+        <source>%1 is required</source>
+        <translation>не указано: %1</translation>
+    </message>
+    <message>
+        <source>%1 requires %2</source>
+        <translation>%1 нужен вместе с %2</translation>
+    </message>
+    <message>
+        <source>%1 excludes %2</source>
+        <translation>%1 и %2 вместе нельзя</translation>
+    </message>
+    <message>
+        <source>The following argument was not expected: %1</source>
+        <translation>лишний аргумент: %1</translation>
+    </message>
+    <message>
+        <source>The following arguments were not expected: %1</source>
+        <translation>лишние аргументы: %1</translation>
+    </message>
+    <message>
+        <source>Could not convert: %1</source>
+        <translation>значение не подходит: %1</translation>
+    </message>
+    <message>
+        <source>%1: 1 required %2 missing</source>
+        <translation>%1: нет значения (%2)</translation>
+    </message>
+    <message>
+        <source>%1: Value %2</source>
+        <translation>%1: значение %2</translation>
+    </message>
+    <message>
+        <source>Options</source>
+        <translation>Ключи</translation>
+    </message>
+    <message>
+        <source>Subcommands</source>
+        <translation>Команды</translation>
+    </message>
+    <message>
+        <source>Usage</source>
+        <translation>Вызов</translation>
+    </message>
+    <message>
+        <source>OPTIONS</source>
+        <translation>КЛЮЧИ</translation>
+    </message>
+    <message>
+        <source>SUBCOMMAND</source>
+        <translation>КОМАНДА</translation>
+    </message>
+    <message>
+        <source>Positionals</source>
+        <translation>Аргументы</translation>
+    </message>
+</context>
+<context>
+    <name>progress</name>
+    <message>
+        <source>%1 a second, %2 left</source>
+        <translation>%1 в секунду, осталось %2</translation>
+    </message>
+</context>
+<context>
+    <name>record source</name>
+    <message>
+        <source>--ini: &apos;%1&apos; cannot be read: %2</source>
+        <translation>--ini: «%1» не читается: %2</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; cannot be written: %2; free space in the directory for temporary files</source>
+        <translation>«%1» не записывается: %2; освободите место в каталоге временных файлов</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is no file; give a recording (.ZU) or a COMTRADE record (.cfg, .cff)</source>
+        <translation>«%1» не файл; укажите осциллограмму (.ZU) или запись COMTRADE (.cfg, .cff)</translation>
+    </message>
+    <message>
+        <source>no temporary directory: %1</source>
+        <translation>нет временного каталога: %1</translation>
+    </message>
+    <message>
+        <source>%1: not converted: %2</source>
+        <translation>%1: не преобразована: %2</translation>
+    </message>
+    <message>
+        <source>%1: its record was not found after the conversion</source>
+        <translation>%1: запись после преобразования не найдена</translation>
+    </message>
+</context>
+<context>
+    <name>recordings</name>
+    <message>
+        <source>passed over, it is converted with its first file %1</source>
+        <translation>пропущен, преобразуется вместе с первым файлом %1</translation>
+    </message>
+    <message>
+        <source>not converted: it continues a recording; give the first file %1 instead</source>
+        <translation>не преобразован: он продолжает осциллограмму; укажите первый файл %1</translation>
+    </message>
+    <message>
+        <source>not converted: no permission to read this directory; check its permissions</source>
+        <translation>не преобразован: нет права чтения каталога; проверьте права доступа</translation>
+    </message>
+    <message>
+        <source>there is no recording (.ZU) in this directory</source>
+        <translation>в этом каталоге нет осциллограмм (.ZU)</translation>
+    </message>
+    <message>
+        <source>there is no recording (.ZU) in this directory; --recursive looks into the directories below it, too</source>
+        <translation>в этом каталоге нет осциллограмм (.ZU); --recursive ищет и во вложенных каталогах</translation>
+    </message>
+</context>
+<context>
+    <name>sample</name>
+    <message>
+        <source>--out: &apos;%1&apos; already has &apos;%2&apos;; choose another directory, or replace the sample and its ini file by --force</source>
+        <translation>--out: в «%1» уже есть «%2»; выберите другой каталог или замените учебную станцию и её ini-файл ключом --force</translation>
+    </message>
+    <message>
+        <source>cannot write &apos;%1&apos;; check the free space and the permissions</source>
+        <translation>«%1» не записывается; проверьте свободное место и права доступа</translation>
+    </message>
+    <message>
+        <source>Write a sample station: recordings and their ini file</source>
+        <translation>Записать учебную станцию: осциллограммы и их ini-файл</translation>
+    </message>
+    <message>
+        <source>Existing directory for the files</source>
+        <translation>Существующий каталог для файлов</translation>
+    </message>
+    <message>
+        <source>Replace an older sample in the directory</source>
+        <translation>Заменить прежнюю учебную станцию в каталоге</translation>
+    </message>
+    <message>
+        <source>The station is a substation of 220/110 kV with a short circuit on a line. There is one recording for each
+kind of start, and the ini file ZuDrv.ini. The same options give the same bytes everywhere. The files
+written are listed; the last line is the command that converts them.
+
+Example:
+  mkdir -p station
+  zucmtr sample --out station --fault three --segments 2</source>
+        <translation>Станция — подстанция 220/110 кВ с коротким замыканием на линии. Для каждого вида пуска есть осциллограмма,
+а также ini-файл ZuDrv.ini. Одинаковые ключи везде дают одинаковые байты. Записанные файлы перечисляются;
+последняя строка — команда, которая их преобразует.
+
+Пример:
+  mkdir -p station
+  zucmtr sample --out station --fault three --segments 2</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is wrong; give a whole number from %2 to %3</source>
+        <translation>«%1» не годится; дайте целое число от %2 до %3</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is wrong; give a number above 0 and below %2</source>
+        <translation>«%1» не годится; дайте число больше 0 и меньше %2</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is wrong; give one of %2</source>
+        <translation>«%1» не годится; дайте одно из: %2</translation>
+    </message>
+    <message>
+        <source>--analog %1 and --discrete %2 make %3 channels; a recording has fewer than %4</source>
+        <translation>--analog %1 и --discrete %2 дают каналов %3; в осциллограмме их меньше %4</translation>
+    </message>
+    <message>
+        <source>--rate %1 and --seconds %2 make a segment of %3 s; it lasts less than %4 s: raise the rate</source>
+        <translation>--rate %1 и --seconds %2 дают сегмент в %3 с; он короче %4 с: увеличьте частоту</translation>
+    </message>
+    <message>
+        <source>the recordings would have %1 samples a channel and segment, %2 in all; at most %3 and %4 are made: lower --rate, --seconds, --segments or --analog</source>
+        <translation>в осциллограммах было бы выборок на канал и сегмент %1, всего %2; создаётся не больше %3 и %4: уменьшите --rate, --seconds, --segments или --analog</translation>
+    </message>
+    <message>
+        <source>Analog channels, 0 to 4095 (32)</source>
+        <translation>Аналоговых каналов, от 0 до 4095 (32)</translation>
+    </message>
+    <message>
+        <source>Discrete channels, 0 to 4095 (64)</source>
+        <translation>Дискретных каналов, от 0 до 4095 (64)</translation>
+    </message>
+    <message>
+        <source>Samples per second, below 10000000 (2400)</source>
+        <translation>Выборок в секунду, меньше 10000000 (2400)</translation>
+    </message>
+    <message>
+        <source>Length of a segment, below 268 (2)</source>
+        <translation>Длина сегмента, меньше 268 (2)</translation>
+    </message>
+    <message>
+        <source>Files of a recording, 1 to 16 (1)</source>
+        <translation>Файлов в осциллограмме, от 1 до 16 (1)</translation>
+    </message>
+    <message>
+        <source>Compress the samples (the default)</source>
+        <translation>Сжимать выборки (по умолчанию)</translation>
+    </message>
+    <message>
+        <source>Store the samples as they are</source>
+        <translation>Хранить выборки как есть</translation>
+    </message>
+    <message>
+        <source>Code page of the texts: cp866, cp1251 (cp866)</source>
+        <translation>Кодировка текстов: cp866, cp1251 (cp866)</translation>
+    </message>
+    <message>
+        <source>Fault on the line: single, two, three, none (single)</source>
+        <translation>Замыкание на линии: single, two, three, none (single)</translation>
+    </message>
+    <message>
+        <source>Seed of noise and operating times, 0 to 4294967295 (1)</source>
+        <translation>Начальное число шума и времён срабатывания, от 0 до 4294967295 (1)</translation>
+    </message>
+</context>
+<context>
+    <name>sources</name>
+    <message>
+        <source>&apos;%1&apos; could not be written to the disk: %2; the recording is kept; check the disk, then convert again</source>
+        <translation>«%1» не удалось записать на диск: %2; осциллограмма сохранена; проверьте диск и преобразуйте снова</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; could not be deleted: %2; delete it yourself, its record is verified</source>
+        <translation>«%1» не удалось удалить: %2; удалите сами, запись проверена</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; could not be moved to &apos;%2&apos;: %3; it is where it was</source>
+        <translation>«%1» не удалось перенести в «%2»: %3; файл остался на месте</translation>
+    </message>
+    <message>
+        <source>the copy of &apos;%1&apos; in the archive is not the same; check the archive&apos;s disk</source>
+        <translation>копия «%1» в архиве отличается; проверьте диск архива</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; lies in the archive already; give another --archive</source>
+        <translation>«%1» уже лежит в архиве; укажите другой --archive</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is not archived: a different file &apos;%2&apos; is there; move one of them away</source>
+        <translation>«%1» не архивирован: там другой файл «%2»; уберите один из них</translation>
+    </message>
+    <message>
+        <source>the directory &apos;%1&apos; cannot be made; the recording is where it was</source>
+        <translation>каталог «%1» не создаётся; осциллограмма осталась на месте</translation>
+    </message>
+</context>
+<context>
+    <name>verify</name>
+    <message>
+        <source>the channel &apos;%1&apos; has a comma or a line end in its name, its unit or its bay, so that no program can read the record&apos;s configuration; rename it in the recorder, or in the ini file if it is a bay&apos;s text</source>
+        <translation>у канала «%1» запятая или конец строки в имени, единице или присоединении, поэтому конфигурацию записи не прочтёт ни одна программа; переименуйте его в регистраторе или в ini-файле, если это текст присоединения</translation>
+    </message>
+    <message>
+        <source>%1: line %2 has %3 fields in place of %4</source>
+        <translation>%1: в строке %2 полей %3 вместо %4</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; goes on behind line %2, which should be its last</source>
+        <translation>«%1» продолжается за строкой %2, которая должна быть последней</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; ends within line %2 or before it; free the disk, then convert again</source>
+        <translation>«%1» кончается в строке %2 или до неё; освободите диск и преобразуйте снова</translation>
+    </message>
+    <message>
+        <source>the ini file&apos;s object &apos;%1&apos; or source &apos;%2&apos; holds a comma, so that no program can read the record&apos;s configuration; take it out</source>
+        <translation>в объекте «%1» или источнике «%2» ini-файла запятая, поэтому конфигурацию записи не прочтёт ни одна программа; уберите её</translation>
+    </message>
+    <message>
+        <source>station</source>
+        <translation>объект</translation>
+    </message>
+    <message>
+        <source>recording device</source>
+        <translation>регистратор</translation>
+    </message>
+    <message>
+        <source>revision</source>
+        <translation>редакция</translation>
+    </message>
+    <message>
+        <source>number of channels</source>
+        <translation>число каналов</translation>
+    </message>
+    <message>
+        <source>number of analog channels</source>
+        <translation>число аналоговых каналов</translation>
+    </message>
+    <message>
+        <source>number of state channels</source>
+        <translation>число дискретных каналов</translation>
+    </message>
+    <message>
+        <source>analog channel %1 (%2)</source>
+        <translation>аналоговый канал %1 (%2)</translation>
+    </message>
+    <message>
+        <source>number</source>
+        <translation>номер</translation>
+    </message>
+    <message>
+        <source>name</source>
+        <translation>наименование</translation>
+    </message>
+    <message>
+        <source>phase</source>
+        <translation>фаза</translation>
+    </message>
+    <message>
+        <source>circuit</source>
+        <translation>присоединение</translation>
+    </message>
+    <message>
+        <source>unit</source>
+        <translation>единица</translation>
+    </message>
+    <message>
+        <source>multiplier a</source>
+        <translation>множитель a</translation>
+    </message>
+    <message>
+        <source>offset b</source>
+        <translation>смещение b</translation>
+    </message>
+    <message>
+        <source>skew</source>
+        <translation>сдвиг</translation>
+    </message>
+    <message>
+        <source>lowest code</source>
+        <translation>наименьший код</translation>
+    </message>
+    <message>
+        <source>highest code</source>
+        <translation>наибольший код</translation>
+    </message>
+    <message>
+        <source>primary value</source>
+        <translation>первичное значение</translation>
+    </message>
+    <message>
+        <source>secondary value</source>
+        <translation>вторичное значение</translation>
+    </message>
+    <message>
+        <source>primary or secondary</source>
+        <translation>первичное или вторичное</translation>
+    </message>
+    <message>
+        <source>state channel %1 (%2)</source>
+        <translation>дискретный канал %1 (%2)</translation>
+    </message>
+    <message>
+        <source>normal state</source>
+        <translation>нормальное состояние</translation>
+    </message>
+    <message>
+        <source>line frequency</source>
+        <translation>частота сети</translation>
+    </message>
+    <message>
+        <source>number of rates</source>
+        <translation>число частот дискретизации</translation>
+    </message>
+    <message>
+        <source>samples per second</source>
+        <translation>выборок в секунду</translation>
+    </message>
+    <message>
+        <source>number of the last sample</source>
+        <translation>номер последней выборки</translation>
+    </message>
+    <message>
+        <source>date</source>
+        <translation>дата</translation>
+    </message>
+    <message>
+        <source>time of day</source>
+        <translation>время суток</translation>
+    </message>
+    <message>
+        <source>time code</source>
+        <translation>код времени</translation>
+    </message>
+    <message>
+        <source>local code</source>
+        <translation>местный код</translation>
+    </message>
+    <message>
+        <source>time quality</source>
+        <translation>качество времени</translation>
+    </message>
+    <message>
+        <source>leap second</source>
+        <translation>секунда координации</translation>
+    </message>
+    <message>
+        <source>first sample</source>
+        <translation>первая выборка</translation>
+    </message>
+    <message>
+        <source>trigger</source>
+        <translation>пуск</translation>
+    </message>
+    <message>
+        <source>form of the data</source>
+        <translation>вид данных</translation>
+    </message>
+    <message>
+        <source>time multiplier</source>
+        <translation>множитель времени</translation>
+    </message>
+    <message>
+        <source>missing</source>
+        <translation>нет</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; ends after record %2 of %3; free the disk, then convert again</source>
+        <translation>«%1» кончается после выборки %2 из %3; освободите диск и преобразуйте снова</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; goes on behind record %2, with which the recording ends</source>
+        <translation>«%1» продолжается за выборкой %2, которой кончается осциллограмма</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos;, record %2</source>
+        <translation>«%1», выборка %2</translation>
+    </message>
+    <message>
+        <source>, number</source>
+        <translation>, номер</translation>
+    </message>
+    <message>
+        <source>, time</source>
+        <translation>, время</translation>
+    </message>
+    <message>
+        <source>, analog channel %1 (%2)</source>
+        <translation>, аналоговый канал %1 (%2)</translation>
+    </message>
+    <message>
+        <source>, state channel %1 (%2)</source>
+        <translation>, дискретный канал %1 (%2)</translation>
+    </message>
+    <message>
+        <source>the sections [%1] and [%2] of &apos;%3&apos; do not load for the verification</source>
+        <translation>секции [%1] и [%2] файла «%3» не загружаются для проверки</translation>
+    </message>
+    <message>
+        <source>%1: the record says &apos;%2&apos;, the recording &apos;%3&apos;</source>
+        <translation>%1: в записи «%2», в осциллограмме «%3»</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; cannot be read: %2</source>
+        <translation>«%1» не читается: %2</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is too large</source>
+        <translation>«%1» слишком велик</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; does not end with a whole line; free the disk, then convert again</source>
+        <translation>«%1» не кончается целой строкой; освободите диск и преобразуйте снова</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; does not have &apos;%2&apos; where it should</source>
+        <translation>в «%1» нет «%2» на своём месте</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; ends before &apos;%2&apos;; free the disk, then convert again</source>
+        <translation>«%1» кончается перед «%2»; освободите диск и преобразуйте снова</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos;, mark of the data</source>
+        <translation>«%1», метка данных</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; cannot be read for the verification: %2</source>
+        <translation>«%1» не читается для проверки: %2</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos;, line %2</source>
+        <translation>«%1», строка %2</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; has %2 records, but its configuration says %3</source>
+        <translation>в «%1» выборок %2, а в конфигурации %3</translation>
+    </message>
+</context>
+<context>
+    <name>view</name>
+    <message>
+        <source>&apos;%1&apos; cannot be written: %2; check the directory, its permissions and the free space</source>
+        <translation>«%1» не записывается: %2; проверьте каталог, права доступа и свободное место</translation>
+    </message>
+    <message>
+        <source>%1: the page holds %2 of %3 samples around the trigger; --window SECONDS chooses how many, --full takes all</source>
+        <translation>%1: на странице выборок вокруг пуска %2 из %3; сколько их, выбирает --window SECONDS, --full берёт все</translation>
+    </message>
+    <message>
+        <source>The page; default: FILE with the ending .html</source>
+        <translation>Страница; по умолчанию FILE с окончанием .html</translation>
+    </message>
+    <message>
+        <source>Write an overview as an SVG picture; without -o no page</source>
+        <translation>Записать обзор рисунком SVG; без -o страницы нет</translation>
+    </message>
+    <message>
+        <source>Write the overview as a PNG picture; likewise</source>
+        <translation>Записать обзор рисунком PNG; так же</translation>
+    </message>
+    <message>
+        <source>Hold this many seconds around the trigger, a third of them ahead of it</source>
+        <translation>Столько секунд вокруг пуска, треть из них до него</translation>
+    </message>
+    <message>
+        <source>Hold all samples, however large the page becomes</source>
+        <translation>Все выборки, как бы велика ни стала страница</translation>
+    </message>
+    <message>
+        <source>Take no ini file: names as in the recording, a report without the values of circuits</source>
+        <translation>Без ini-файла: имена как в осциллограмме, отчёт без значений присоединений</translation>
+    </message>
+    <message>
+        <source>The recorders&apos; ini file. Default: ZuDrv.ini beside the recording or in the current directory, if there is one</source>
+        <translation>Ini-файл регистраторов. По умолчанию ZuDrv.ini рядом с осциллограммой или в текущем каталоге, если он есть</translation>
+    </message>
+    <message>
+        <source>Section of the ini file with the defaults. Default: the section [Default]</source>
+        <translation>Секция ini-файла с умолчаниями. По умолчанию [Default]</translation>
+    </message>
+    <message>
+        <source>Section of the ini file for this recorder. Default: the only other section</source>
+        <translation>Секция ini-файла этого регистратора. По умолчанию единственная другая секция</translation>
+    </message>
+    <message>
+        <source>Show a recording or COMTRADE record as a page for the browser, or as a picture</source>
+        <translation>Показать осциллограмму или запись COMTRADE страницей для браузера или рисунком</translation>
+    </message>
+    <message>
+        <source>The recording or record</source>
+        <translation>Осциллограмма или запись</translation>
+    </message>
+    <message>
+        <source>FILE is the first file of a recording (.ZU, its continuations beside it) or a COMTRADE record (.cfg or
+.cff). The page is one HTML file with everything in it: mail it, archive it, open it without a network.
+A recording needs no ini file; with one, its names, circuits and bays are those of the converted record.
+Beyond 64 MB of samples the page holds a window around the trigger and says so.
+
+Exit code: 0 written, 1 the record cannot be read or the page cannot be written, 2 wrong usage.
+
+Example, with the sample station:
+  mkdir -p station
+  zucmtr sample --out station --force
+  zucmtr view station/Vostochnaya_000123.ZU -o station/fault.html</source>
+        <translation>FILE — первый файл осциллограммы (.ZU, продолжения рядом с ним) или запись COMTRADE (.cfg или .cff).
+Страница — один файл HTML, в котором есть всё: пересылайте, храните, открывайте без сети.
+Осциллограмме не нужен ini-файл; с ним имена и присоединения те же, что в преобразованной записи.
+Сверх 64 МБ выборок на странице окно вокруг пуска, и она об этом говорит.
+
+Код завершения: 0 записано, 1 запись не читается или страница не записывается, 2 неверный вызов.
+
+Пример с учебной станцией:
+  mkdir -p station
+  zucmtr sample --out station --force
+  zucmtr view station/Vostochnaya_000123.ZU -o station/fault.html</translation>
+    </message>
+</context>
+<context>
+    <name>watch</name>
+    <message>
+        <source>--remove-source and --archive need a verified record; leave --no-verify out</source>
+        <translation>для --remove-source и --archive нужна проверенная запись; уберите --no-verify</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is no directory; make it first, or give another one</source>
+        <translation>«%1» — не каталог; создайте его или укажите другой</translation>
+    </message>
+    <message>
+        <source>Existing directory for the COMTRADE files</source>
+        <translation>Существующий каталог для файлов COMTRADE</translation>
+    </message>
+    <message>
+        <source>Write a page for the browser beside each record</source>
+        <translation>Записать рядом с каждой записью страницу для браузера</translation>
+    </message>
+    <message>
+        <source>Do not read the records back</source>
+        <translation>Не читать записи для проверки</translation>
+    </message>
+    <message>
+        <source>Delete each recording after its record is verified and on the disk</source>
+        <translation>Удалять каждую осциллограмму после того, как её запись проверена и находится на диске</translation>
+    </message>
+    <message>
+        <source>Existing directory to which each recording is moved after its record is verified and on the disk</source>
+        <translation>Существующий каталог, в который переносится каждая осциллограмма после того, как её запись проверена и находится на диске</translation>
+    </message>
+    <message>
+        <source>Watch the directories below the given ones, too</source>
+        <translation>Следить и за вложенными каталогами</translation>
+    </message>
+    <message>
+        <source>Convert what is there and end: for cron, say</source>
+        <translation>Преобразовать то, что есть, и завершиться: для cron, например</translation>
+    </message>
+    <message>
+        <source>File that remembers what is converted. Default: .zucmtr-watch in the directory of --out</source>
+        <translation>Файл, помнящий, что преобразовано. По умолчанию .zucmtr-watch в каталоге --out</translation>
+    </message>
+    <message>
+        <source>Seconds after which the directories are looked through in any case, as network file systems tell nothing. Default: 30</source>
+        <translation>Через сколько секунд каталоги просматриваются в любом случае, так как сетевые файловые системы ничего не сообщают. По умолчанию 30</translation>
+    </message>
+    <message>
+        <source>Seconds after which a recording that failed is tried again; doubled after each failure. Default: 10</source>
+        <translation>Через сколько секунд повторяется попытка после ошибки; с каждой ошибкой вдвое дольше. По умолчанию 10</translation>
+    </message>
+    <message>
+        <source>How often a recording is tried before it is given up until it changes. Default: 4</source>
+        <translation>Сколько попыток делается, прежде чем осциллограмма оставляется до её изменения. По умолчанию 4</translation>
+    </message>
+    <message>
+        <source>Convert recordings as they arrive in directories</source>
+        <translation>Преобразовывать осциллограммы по мере поступления в каталоги</translation>
+    </message>
+    <message>
+        <source>Directories of recordings</source>
+        <translation>Каталоги осциллограмм</translation>
+    </message>
+    <message>
+        <source>A recording counts as complete when none of its files has changed for the time that the ini file
+gives as &apos;Время ожидания&apos;. Each event is one JSON object and line on standard output. What is
+converted is remembered on the disk, so that a restart neither converts twice nor forgets. SIGTERM
+and Ctrl-C end after the recording at hand.
+
+Exit code: 0 ended by a signal, or with --once all recordings converted; 1 a recording failed with
+--once, or the state could not be written; 2 wrong usage or configuration.
+
+Example, with the sample station:
+  mkdir -p station station/comtrade
+  zucmtr sample --out station --force
+  sed -i &apos;s/^Время ожидания=.*/Время ожидания=200/&apos; station/ZuDrv.ini
+  zucmtr watch --once --out station/comtrade station</source>
+        <translation>Осциллограмма считается полной, когда ни один её файл не менялся столько времени, сколько указано в
+ini-файле ключом «Время ожидания». Каждое событие — объект JSON и строка в стандартном выводе. Что
+преобразовано, помнится на диске: после перезапуска ничего не преобразуется дважды и не забывается.
+SIGTERM и Ctrl-C завершают работу после начатой осциллограммы.
+
+Код завершения: 0 завершено сигналом или с --once всё преобразовано; 1 ошибка с осциллограммой при --once
+или состояние не записывается; 2 неверный вызов или настройка.
+
+Пример с учебной станцией:
+  mkdir -p station station/comtrade
+  zucmtr sample --out station --force
+  sed -i &apos;s/^Время ожидания=.*/Время ожидания=200/&apos; station/ZuDrv.ini
+  zucmtr watch --once --out station/comtrade station</translation>
+    </message>
+    <message>
+        <source>--state: &apos;%1&apos; cannot be written: %2</source>
+        <translation>--state: «%1» не записывается: %2</translation>
+    </message>
+    <message>
+        <source>--state: another &apos;zucmtr watch&apos; works with &apos;%1&apos;; end it, or give another file</source>
+        <translation>--state: с «%1» работает другой «zucmtr watch»; завершите его или укажите другой файл</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; cannot be written: %2; free the disk</source>
+        <translation>«%1» не записывается: %2; освободите диск</translation>
+    </message>
+</context>
+<context>
+    <name>worker</name>
+    <message>
+        <source>not enough memory; give more by --max-memory, or fewer recordings at once by --jobs</source>
+        <translation>не хватает памяти; дайте больше ключом --max-memory или меньше осциллограмм одновременно ключом --jobs</translation>
+    </message>
+    <message>
+        <source>not converted: &apos;%1&apos; is there already and is not the record of this recording (%2); move it away, or choose another directory by --out</source>
+        <translation>не преобразована: «%1» уже есть и это запись не этой осциллограммы (%2); уберите её или выберите другой каталог ключом --out</translation>
+    </message>
+    <message>
+        <source>not converted: %1</source>
+        <translation>не преобразована: %1</translation>
+    </message>
+    <message>
+        <source>converted, but the record is not right: %1; the recording is kept</source>
+        <translation>преобразована, но запись неверна: %1; осциллограмма сохранена</translation>
+    </message>
+    <message>
+        <source>the record was read, but could not be compared: the recording is deleted</source>
+        <translation>запись прочитана, но сравнить её не с чем: осциллограмма удалена</translation>
+    </message>
+    <message>
+        <source>converted, but its page could not be written: %1; the recording is kept</source>
+        <translation>преобразована, но страница не записывается: %1; осциллограмма сохранена</translation>
     </message>
 </context>
 </TS>

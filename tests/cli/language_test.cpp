@@ -1,0 +1,86 @@
+// The program's own texts in Russian, chosen by the locale; the library's messages and file names stay as
+// they are.
+#include "program.h"
+
+#include <QRegularExpression>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using recorderfile::Encode;
+
+Finished InRussian(const QString& directory, const QStringList& arguments)
+{
+    return RunProgram(directory, arguments, {{"LC_ALL", "ru_RU.UTF-8"}, {"LANGUAGE", ""}});
+}
+
+} // namespace
+
+TEST(Russian, HelpHasRussianTextsAndHeadings)
+{
+    const Finished run = InRussian(QString(), {"--help"});
+    EXPECT_EQ(run.code, 0);
+    EXPECT_EQ(run.out.section('\n', 0, 5),
+              "Преобразует осциллограммы цифровых регистраторов аварийных событий (.ZU) в записи COMTRADE "
+              "(IEEE C37.111).\n"
+              "Вызов: zucmtr [КЛЮЧИ] [КОМАНДА]\n"
+              "\n"
+              "Ключи:\n"
+              "  -h,--help                   Показать эту справку и завершить работу\n"
+              "  --version                   Показать версию и завершить работу");
+    EXPECT_TRUE(run.out.contains("\nКоманды:\n")) << run.out;
+}
+
+TEST(Russian, HelpOfEveryCommandIsRussianThroughout)
+{
+    const QString help = InRussian(QString(), {"--help"}).out;
+    const QStringList commands = help.section("Команды:\n", 1).section("\n\n", 0, 0).split('\n');
+    for (const QString& line : commands) {
+        const QString command = line.trimmed().section(' ', 0, 0);
+        const Finished run = InRussian(QString(), {command, "--help"});
+        EXPECT_EQ(run.code, 0);
+        for (const char* heading : {"Вызов: ", "Ключи:\n", "Пример"})
+            EXPECT_TRUE(run.out.contains(heading)) << command;
+        for (const QString& option : run.out.split('\n').filter(QRegularExpression("^  -.{25}  ")))
+            EXPECT_TRUE(option.contains(QRegularExpression("[а-я]"))) << option;
+    }
+}
+
+TEST(Russian, FailuresAreTold)
+{
+    const Workplace place;
+    const Finished run = InRussian(place.Path(), {"convert", "--out", "out", "запись.ZU"});
+    EXPECT_EQ(run.code, 1);
+    EXPECT_EQ(run.err, "zucmtr: запись.ZU: не преобразована: Файл не существует [запись.ZU]\n");
+}
+
+TEST(Russian, CommandLinesThatCannotBeUnderstoodAreTold)
+{
+    const QString hint = "\nКлючи и пример: «zucmtr convert --help».\n";
+    EXPECT_EQ(InRussian(QString(), {"convert"}).err, "zucmtr: не указано: FILE" + hint);
+    EXPECT_EQ(InRussian(QString(), {"convert", "a.ZU", "--quick"}).err,
+              "zucmtr: лишний аргумент: --quick" + hint);
+    EXPECT_EQ(InRussian(QString(), {"convert", "a.ZU", "--continue", "--fail-fast"}).err,
+              "zucmtr: --continue и --fail-fast вместе нельзя" + hint);
+    EXPECT_EQ(InRussian(QString(), {"convert", "a.ZU", "--out"}).err,
+              "zucmtr: --out: нет значения (DIR)" + hint);
+}
+
+TEST(Russian, RecordsAndJsonKeysAreTheSame)
+{
+    const Workplace place;
+    place.Write("a.ZU", Encode(ShortRecording()));
+    const Finished run = InRussian(place.Path(), {"convert", "--out", "out", "--json", "a.ZU"});
+    EXPECT_EQ(run.code, 0) << run.err;
+    EXPECT_TRUE(run.out.contains("\"status\":\"converted\"")) << run.out;
+    EXPECT_EQ(place.Names("out").filter(ShortRecordName()).size(), 4);
+}
+
+TEST(Russian, OtherLocalesAreEnglish)
+{
+    for (const char* locale : {"C", "de_DE.UTF-8"}) {
+        const Finished run = RunProgram(QString(), {"--help"}, {{"LC_ALL", locale}, {"LANGUAGE", ""}});
+        EXPECT_TRUE(run.out.contains("Usage: zucmtr [OPTIONS] [SUBCOMMAND]")) << locale;
+    }
+}

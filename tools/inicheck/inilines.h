@@ -1,0 +1,58 @@
+// An ini file line by line, divided as the converter's reader divides it.
+#pragma once
+
+#include <QMap>
+#include <QString>
+
+#include <vector>
+
+namespace inicheck {
+
+enum class LineKind {
+    Blank,
+    Section,
+    Entry,
+    Stray // dropped by the reader
+};
+
+struct IniLine
+{
+    int number = 0; // from 1
+    LineKind kind = LineKind::Blank;
+    QString text;    // trimmed
+    QString section; // in force at the line; the opened one of a section line
+    QString key;     // of an entry
+    QString value;   // of an entry, without its comment
+};
+
+/// The lines of a file, and for each key of a section the line that counts.
+class IniLines
+{
+public:
+    /// Throws std::runtime_error (UTF-8 text) if the file cannot be read.
+    explicit IniLines(const QString& path);
+
+    const std::vector<IniLine>& All() const { return lines; }
+
+    /// Numbers of the lines that are not UTF-8.
+    const std::vector<int>& BadlyEncoded() const { return badlyEncoded; }
+
+    /// The line that counts for a key; null if there is none.
+    const IniLine* Find(const QString& section, const QString& key) const;
+
+    /// The lines that count in a section, in the order of the file.
+    std::vector<const IniLine*> EntriesOf(const QString& section) const;
+
+    /// First line of a section; 0 if there is none.
+    int LineOfSection(const QString& section) const;
+
+    /// All sections, each once, in the order of the file.
+    QStringList Sections() const;
+
+private:
+    std::vector<IniLine> lines;
+    std::vector<int> badlyEncoded;
+    QMap<QString, size_t> counting; // full key: index of the line
+};
+
+} // namespace inicheck

@@ -1,0 +1,199 @@
+#include "inicheck/checks.h"
+#include "inicheck/nearest.h"
+
+#include "config/deviceinikeys.h"
+#include "service/zucmtrconverter.h"
+#include "zucmtr/texts.h"
+
+#include <QRegularExpression>
+#include <QTextCodec>
+#include <QVariant>
+
+namespace inicheck {
+
+namespace {
+
+const char* const objectKey = "Объект";
+const char* const sourceKey = "Источник";
+const char* const subjectKey = "Субъект";
+const char* const renameKey = "Переименовать сигналы Comtrade";
+const char* const utf8Key = "Кодировка Comtrade UTF8";
+const char* const cffKey = "Тип Comtrade CFF";
+const char* const revisionKey = "Тип Comtrade 1999";
+const char* const deletionKey = "Удалять исходные";
+
+enum class Reading { Stored, Absent, Bad };
+
+Reading ReadingOf(const DeviceKeyRule& rule, const QString& value)
+{
+    if (rule.isText)
+        return value.isEmpty() ? Reading::Absent : Reading::Stored;
+    bool ok = false;
+    const int number = QVariant(value).toInt(&ok); // as the converter
+    if (number == -1)
+        return Reading::Absent;
+    return ok && number >= rule.lowest && number <= rule.highest ? Reading::Stored : Reading::Bad;
+}
+
+class ParameterCheck
+{
+public:
+    ParameterCheck(const IniLines& ini_, const QString& section_, const QString& defaults_,
+                   Findings& findings_)
+        : ini(ini_), section(section_), defaults(defaults_), findings(findings_)
+    {}
+
+    void Run()
+    {
+        for (const DeviceKeyRule& rule : DeviceKeyRules())
+            CheckKey(rule);
+        if (!taken.isEmpty())
+            Say(ini.LineOfSection(section), Severity::Note,
+                Tr("check", "taken from [%1]: %2").arg(defaults, taken.join(QLatin1String(", "))));
+        CheckUnknown();
+        CheckIdentity();
+        CheckCodePage();
+        CheckCombination();
+    }
+
+private:
+    bool IsDefaults() const { return section == defaults; }
+
+    void Say(int line, Severity severity, const QString& text) { findings.push_back({line, severity, text}); }
+
+    void CheckKey(const DeviceKeyRule& rule)
+    {
+        const QString key = QString::fromUtf8(rule.key);
+        const IniLine* line = ini.Find(section, key);
+        if (rule.onlyWhenRenaming && !IsOn(renameKey)) {
+            if (line != nullptr)
+                Say(line->number, Severity::Note,
+                    Tr("check", "'%1' is not asked for while '%2' is 0")
+                        .arg(key, QString::fromUtf8(renameKey)));
+            return;
+        }
+        const Reading reading = line == nullptr ? Reading::Absent : ReadingOf(rule, line->value);
+        if (reading == Reading::Bad)
+            Say(line->number, Severity::Error,
+                Tr("check", "'%1' is '%2', which is no whole number from %3 to %4: the section does not load")
+                    .arg(key, line->value)
+                    .arg(rule.lowest)
+                    .arg(rule.highest));
+        else if (reading == Reading::Absent)
+            SayAbsent(rule, key, line);
+    }
+
+    void SayAbsent(const DeviceKeyRule& rule, const QString& key, const IniLine* line)
+    {
+        if (IsDefaults() && rule.obligatory)
+            Say(line == nullptr ? ini.LineOfSection(section) : line->number, Severity::Error,
+                Tr("check", "'%1' is missing: the section does not load; add it").arg(key));
+        else if (!IsDefaults() && line != nullptr)
+            Say(line->number, Severity::Note,
+                Tr("check", "'%1' counts as absent: it is taken from [%2]").arg(key, defaults));
+        else if (!IsDefaults() && ini.Find(defaults, key) != nullptr)
+            taken << key;
+    }
+
+    void CheckUnknown()
+    {
+        QStringList known = {QStringLiteral("nAnMax"), QStringLiteral("nDiMax"), QStringLiteral("nBayMax")};
+        for (const DeviceKeyRule& rule : DeviceKeyRules())
+            known << QString::fromUtf8(rule.key);
+        for (const IniLine* line : ini.EntriesOf(section)) {
+            const QString& key = line->key;
+            if (known.contains(key) || IsDictionaryKey(key) || key.startsWith(QLatin1Char(';')) ||
+                key.startsWith(QLatin1Char('#')))
+                continue;
+            const QString nearest = Nearest(key, known);
+            QString text = Tr("check", "ignored: there is no key '%1'").arg(key);
+            if (!nearest.isEmpty())
+                text += Tr("check", "; is '%1' meant?").arg(nearest);
+            Say(line->number, Severity::Warning, text);
+        }
+    }
+
+    // What goes into the first line of the configuration and into the names of the files.
+    void CheckIdentity()
+    {
+        static const QRegularExpression left(QStringLiteral("[\"\\\\/:*?<>|]"));
+        for (const char* key : {objectKey, sourceKey, subjectKey}) {
+            const IniLine* line = ini.Find(section, QString::fromUtf8(key));
+            if (line == nullptr)
+                continue;
+            if (key != subjectKey)
+                CheckRecordText(line->number, QString::fromUtf8(key), line->value, findings);
+            if (line->value.contains(left))
+                Say(line->number, Severity::Note,
+                    Tr("check",
+                       "the characters \" \\ / : * ? < > | of '%1' are left out of the names of files")
+                        .arg(QString::fromUtf8(key)));
+        }
+    }
+
+    void CheckCodePage()
+    {
+        if (IsOn(utf8Key))
+            return;
+        const QTextCodec& codec = *ZuCmtrConverter::codec_CP1251;
+        for (const IniLine* line : ini.EntriesOf(section)) {
+            if (!codec.canEncode(line->value))
+                Say(line->number, Severity::Warning,
+                    Tr("check", "'%1' holds letters that CP1251 lacks, which become '?' in the record; take "
+                                "others, or set '%2' to 1")
+                        .arg(line->key, QString::fromUtf8(utf8Key)));
+        }
+    }
+
+    void CheckCombination()
+    {
+        if (IsOn(cffKey) && IsOn(revisionKey))
+            Say(LineOf(cffKey, revisionKey), Severity::Warning,
+                Tr("check", "'%1' is ignored beside '%2': the record has separate files")
+                    .arg(QString::fromUtf8(cffKey), QString::fromUtf8(revisionKey)));
+        if (IsOn(deletionKey))
+            Say(LineOf(deletionKey, deletionKey), Severity::Note,
+                Tr("check", "the recordings are deleted before anybody can compare their records; 'zucmtr "
+                            "convert --remove-source' deletes each one after its record is verified"));
+    }
+
+    // The value in force: the section's own, else that of the defaults.
+    bool IsOn(const char* key) const
+    {
+        const QString name = QString::fromUtf8(key);
+        const IniLine* line = ini.Find(section, name);
+        if (line == nullptr || QVariant(line->value).toInt() == -1)
+            line = ini.Find(defaults, name);
+        return line != nullptr && QVariant(line->value).toInt() == 1;
+    }
+
+    int LineOf(const char* first, const char* second) const
+    {
+        for (const char* key : {first, second}) {
+            if (const IniLine* line = ini.Find(section, QString::fromUtf8(key)))
+                return line->number;
+        }
+        return ini.LineOfSection(section);
+    }
+
+    const IniLines& ini;
+    const QString section;
+    const QString defaults;
+    Findings& findings;
+    QStringList taken;
+};
+
+} // namespace
+
+bool IsDictionaryKey(const QString& key)
+{
+    static const QRegularExpression pattern(QStringLiteral("\\A(?:n(?:An|Di|Bay)Max|(?:A|D|BAY)[0-9]+)\\z"));
+    return pattern.match(key).hasMatch();
+}
+
+void CheckParameters(const IniLines& ini, const QString& section, const QString& defaults, Findings& findings)
+{
+    ParameterCheck(ini, section, defaults, findings).Run();
+}
+
+} // namespace inicheck

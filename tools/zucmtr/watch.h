@@ -1,0 +1,69 @@
+// Converts recordings as they come into directories: the loop behind 'zucmtr watch'.
+#pragma once
+
+#include "watchjournal.h"
+#include "watchscan.h"
+
+#include <QFileSystemWatcher>
+#include <QJsonObject>
+#include <QMap>
+#include <QStringList>
+
+#include <chrono>
+
+class Worker;
+
+struct WatchOrder
+{
+    QStringList directories;
+    bool recursive = false;
+    QStringList excluded;               // directories below
+    bool once = false;                  // end when nothing is left to do
+    std::chrono::milliseconds quiet{0}; // how long a recording has to stay as it is to count as complete
+    std::chrono::milliseconds rescan{0};
+    std::chrono::milliseconds retryAfter{0}; // after the first failure; doubled after each further one
+    int attempts = 1;                        // of a recording, before it is given up
+};
+
+class Watch
+{
+public:
+    Watch(const WatchOrder& order_, Worker& worker_, WatchJournal& journal_);
+
+    /// Tells each event as a JSON object and line. Returns after a signal, or with `once` when nothing is
+    /// left to do. True if no recording failed. Throws std::runtime_error (UTF-8 text) if the journal cannot
+    /// be written.
+    bool Run();
+
+private:
+    using Clock = std::chrono::steady_clock;
+
+    // A recording that is not converted yet.
+    struct Waiting
+    {
+        Recording recording;
+        QByteArray print;
+        Clock::time_point due;
+        int failures = 0;
+    };
+
+    void Look();
+    void Observe(const Chain& chain);
+    void WatchDirectories(const QStringList& directories);
+    void ConvertDue();
+    void Convert(Waiting& waiting);
+    void Fail(Waiting& waiting, const QJsonObject& item);
+    void Sleep();
+    bool Settled() const;
+    static void Tell(const char* event, QJsonObject object);
+
+    const WatchOrder order;
+    Worker& worker;
+    WatchJournal& journal;
+    QFileSystemWatcher watcher;
+    bool changed = false; // the watcher has seen something
+    QMap<QString, Waiting> waiting;
+    QStringList unreadable; // directories that were told
+    int converted = 0;
+    int failed = 0;
+};

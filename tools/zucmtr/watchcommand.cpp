@@ -1,0 +1,205 @@
+#include "watchcommand.h"
+
+#include "checks.h"
+#include "console.h"
+#include "deviceoptions.h"
+#include "memorylimit.h"
+#include "texts.h"
+#include "watch.h"
+#include "workers.h"
+
+#include <CLI/CLI.hpp>
+
+#include <QFileInfo>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace {
+
+struct Options
+{
+    DeviceOptions device;
+    std::string out;
+    std::string state;
+    bool recursive = false;
+    bool once = false;
+    bool noVerify = false;
+    bool view = false;
+    bool removeSource = false;
+    std::string archive;
+    double rescan = 30;     // s
+    double retryAfter = 10; // s
+    int attempts = 4;
+    uint64_t maxMemory = 0;
+    std::vector<std::string> directories;
+};
+
+QString Text(const std::string& utf8)
+{
+    return QString::fromStdString(utf8);
+}
+
+std::chrono::milliseconds Milliseconds(double seconds)
+{
+    return std::chrono::milliseconds(static_cast<int64_t>(seconds * 1000));
+}
+
+void CheckCombination(const Options& options)
+{
+    if (options.noVerify && (options.removeSource || !options.archive.empty()))
+        throw ConfigurationError(
+            Tr("watch", "--remove-source and --archive need a verified record; leave --no-verify out"));
+    for (const std::string& directory : options.directories) {
+        if (!QFileInfo(Text(directory)).isDir())
+            throw ConfigurationError(
+                Tr("watch", "'%1' is no directory; make it first, or give another one").arg(Text(directory)));
+    }
+}
+
+WorkOrder WorkOrderOf(const Options& options)
+{
+    WorkOrder order;
+    order.out = CheckedOutputDirectory(Text(options.out));
+    order.verify = !options.noVerify;
+    order.view = options.view;
+    order.removeSource = options.removeSource;
+    if (!options.archive.empty())
+        order.archive = CheckedDirectory(QStringLiteral("--archive"), Text(options.archive));
+    return order;
+}
+
+WatchOrder WatchOrderOf(const Options& options, const Worker& worker)
+{
+    WatchOrder order;
+    for (const std::string& directory : options.directories)
+        order.directories << Text(directory);
+    order.recursive = options.recursive;
+    if (!options.archive.empty())
+        order.excluded << Text(options.archive);
+    order.once = options.once;
+    order.quiet = std::chrono::milliseconds(worker.WaitTime());
+    order.rescan = Milliseconds(options.rescan);
+    order.retryAfter = Milliseconds(options.retryAfter);
+    order.attempts = options.once ? 1 : options.attempts;
+    return order;
+}
+
+// The ini file lies in one of the directories, unless it is named.
+DeviceChoice Chosen(const Options& options)
+{
+    DeviceChoice choice = ChoiceOf(options.device);
+    std::vector<Recording> directories;
+    for (const std::string& directory : options.directories)
+        directories.push_back({Text(directory) + QStringLiteral("/*"), QString(), QString()});
+    CompleteChoice(choice, directories);
+    return choice;
+}
+
+int Run(const Options& options)
+{
+    CheckCombination(options);
+    const DeviceChoice choice = Chosen(options);
+    CheckLog(options.device);
+    const WorkOrder order = WorkOrderOf(options);
+    LimitMemory(options.maxMemory);
+    WatchJournal journal(options.state.empty() ? order.out + QStringLiteral("/.zucmtr-watch")
+                                               : Text(options.state));
+    Host host(Text(options.device.log));
+    host.LoadDefaults(choice.ini, choice.defaults);
+    const std::vector<std::unique_ptr<Worker>> workers = MakeWorkers(host, choice, order, 1, true);
+    Worker& worker = *workers.front();
+    const bool good = Watch(WatchOrderOf(options, worker), worker, journal).Run();
+    return good || !options.once ? ExitDone : ExitFailed;
+}
+
+void AddWorkOptions(CLI::App& command, Options& options)
+{
+    command.add_option("--out", options.out, HelpText("watch", "Existing directory for the COMTRADE files"))
+        ->required()
+        ->type_name("DIR");
+    command.add_flag("--view", options.view,
+                     HelpText("watch", "Write a page for the browser beside each record"));
+    command.add_flag("--no-verify", options.noVerify, HelpText("watch", "Do not read the records back"));
+    CLI::Option* remove = command.add_flag(
+        "--remove-source", options.removeSource,
+        HelpText("watch", "Delete each recording after its record is verified and on the disk"));
+    command
+        .add_option("--archive", options.archive,
+                    HelpText("watch",
+                             "Existing directory to which each recording is moved after its record is "
+                             "verified and on the disk"))
+        ->type_name("DIR")
+        ->excludes(remove);
+}
+
+void AddWatchOptions(CLI::App& command, Options& options)
+{
+    command.add_flag("-r,--recursive", options.recursive,
+                     HelpText("watch", "Watch the directories below the given ones, too"));
+    command.add_flag("--once", options.once,
+                     HelpText("watch", "Convert what is there and end: for cron, say"));
+    command
+        .add_option("--state", options.state,
+                    HelpText("watch",
+                             "File that remembers what is converted. Default: .zucmtr-watch in the directory "
+                             "of --out"))
+        ->type_name("FILE");
+    command
+        .add_option("--rescan", options.rescan,
+                    HelpText("watch",
+                             "Seconds after which the directories are looked through in any case, as "
+                             "network file systems tell nothing. Default: 30"))
+        ->check(CLI::Range(0.01, 86400.0).description(""))
+        ->type_name("SECONDS")
+        ->default_str("");
+    command
+        .add_option("--retry-after", options.retryAfter,
+                    HelpText("watch",
+                             "Seconds after which a recording that failed is tried again; doubled after "
+                             "each failure. Default: 10"))
+        ->check(CLI::Range(0.0, 86400.0).description(""))
+        ->type_name("SECONDS")
+        ->default_str("");
+    command
+        .add_option("--attempts", options.attempts,
+                    HelpText("watch",
+                             "How often a recording is tried before it is given up until it changes. "
+                             "Default: 4"))
+        ->check(CLI::Range(1, 1000).description(""))
+        ->type_name("N")
+        ->default_str("");
+}
+
+} // namespace
+
+void AddWatchCommand(CLI::App& app, Action& chosen)
+{
+    CLI::App* command =
+        app.add_subcommand("watch", HelpText("watch", "Convert recordings as they arrive in directories"));
+    const auto options = std::make_shared<Options>();
+    AddDeviceOptions(*command, options->device);
+    AddWorkOptions(*command, *options);
+    AddWatchOptions(*command, *options);
+    AddMemoryOption(*command, options->maxMemory);
+    command->add_option("DIR", options->directories, HelpText("watch", "Directories of recordings"))
+        ->required()
+        ->type_name("");
+    command->footer(HelpText(
+        "watch",
+        "A recording counts as complete when none of its files has changed for the time that the ini file\n"
+        "gives as 'Время ожидания'. Each event is one JSON object and line on standard output. What is\n"
+        "converted is remembered on the disk, so that a restart neither converts twice nor forgets. SIGTERM\n"
+        "and Ctrl-C end after the recording at hand.\n"
+        "\n"
+        "Exit code: 0 ended by a signal, or with --once all recordings converted; 1 a recording failed with\n"
+        "--once, or the state could not be written; 2 wrong usage or configuration.\n"
+        "\n"
+        "Example, with the sample station:\n"
+        "  mkdir -p station station/comtrade\n"
+        "  zucmtr sample --out station --force\n"
+        "  sed -i 's/^Время ожидания=.*/Время ожидания=200/' station/ZuDrv.ini\n"
+        "  zucmtr watch --once --out station/comtrade station"));
+    command->callback([options, &chosen] { chosen = [options] { return Run(*options); }; });
+}

@@ -1,0 +1,45 @@
+#include "workers.h"
+
+#include "command.h"
+#include "console.h"
+#include "texts.h"
+
+namespace {
+
+// The library would delete the recording before anybody could look whether its record is right.
+void CheckDeletion(const Worker& worker, const WorkOrder& order, const DeviceChoice& choice)
+{
+    if (!worker.LibraryDeletes() || !order.verify || order.trustWriter || order.dryRun)
+        return;
+    throw ConfigurationError(
+        Tr("convert",
+           "'%1' has 'Удалять исходные = 1' in force for [%2]: the recordings would be deleted before "
+           "their records are verified. Set the key to 0 and give --remove-source, which deletes each "
+           "recording after its record is verified; or give --trust-writer to delete them unseen")
+            .arg(choice.ini, choice.device));
+}
+
+void ReportLoadingNotes(unsigned int device, const DeviceChoice& choice)
+{
+    const QStringList notes = Host::TakeNotes(device);
+    if (notes.isEmpty())
+        return;
+    Complain(Tr("convert", "warnings and notes on section [%1] of '%2':\n  ").arg(choice.device, choice.ini) +
+             notes.join(QLatin1String("\n  ")));
+}
+
+} // namespace
+
+std::vector<std::unique_ptr<Worker>> MakeWorkers(Host& host, const DeviceChoice& choice,
+                                                 const WorkOrder& order, size_t count, bool loud)
+{
+    std::vector<std::unique_ptr<Worker>> workers;
+    for (size_t i = 0; i < count; ++i) {
+        const unsigned int device = host.LoadDevice(choice.ini, choice.device);
+        if (i == 0 && loud)
+            ReportLoadingNotes(device, choice);
+        workers.push_back(std::make_unique<Worker>(host, device, choice, order));
+    }
+    CheckDeletion(*workers.front(), order, choice);
+    return workers;
+}
