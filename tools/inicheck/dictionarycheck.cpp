@@ -11,6 +11,7 @@
 #include <QRegularExpression>
 #include <QVariant>
 
+#include <limits>
 #include <set>
 
 namespace inicheck {
@@ -144,7 +145,11 @@ private:
         if (!ok)
             Say(*line, Severity::Error,
                 Tr("check", "'%1' is no whole number: the section does not load").arg(line->value));
-        return ok ? maximum : 0;
+        if (maximum != std::numeric_limits<unsigned int>::max())
+            return ok ? maximum : 0;
+        Say(*line, Severity::Warning,
+            Tr("check", "'%1' counts as 0; give the highest number that is there").arg(line->value));
+        return 0;
     }
 
     void CheckSignal(const IniLine& line, const Kind& kind)
@@ -180,8 +185,7 @@ private:
         if (earlier != names.constEnd())
             Say(line, Severity::Warning,
                 Tr("check", "'%1' stands in line %2 too: a record would have the channel twice; take one out")
-                    .arg(name)
-                    .arg(*earlier));
+                    .arg(name, QString::number(*earlier)));
         else
             names.insert(name, line.number);
         CheckRecordText(line.number, line.key, name, findings);
@@ -211,6 +215,13 @@ private:
         return good;
     }
 
+    // Voltage levels are compared as numbers: "0110" is 110.
+    static QString AsTheConverter(const Parameter& parameter, const QString& value)
+    {
+        return QLatin1String(parameter.name) == QLatin1String("V_L") ? QString::number(value.toUInt())
+                                                                     : value;
+    }
+
     bool CheckParameter(const IniLine& line, const QString& parameters, const Parameter& parameter)
     {
         QString value;
@@ -221,7 +232,7 @@ private:
                     .arg(name, parameter.codes.join(QLatin1String(", "))));
             return false;
         }
-        if (parameter.codes.contains(value))
+        if (parameter.codes.contains(AsTheConverter(parameter, value)))
             return true;
         const QString nearest = Nearest(value, parameter.codes);
         QString text = Tr("check", "'%1=%2' is not known, so its channel stays unsorted; give one of %3")
@@ -267,16 +278,15 @@ private:
                 Tr("check",
                    "'%1' is V_L=%2 E_G=%3 here and V_L=%4 E_G=%5 in line %6; one equipment has one of "
                    "each")
-                    .arg(equipment, now.level, now.equipmentGroup, found->level, found->equipmentGroup)
-                    .arg(found->line));
+                    .arg(equipment, now.level, now.equipmentGroup, found->level, found->equipmentGroup,
+                         QString::number(found->line)));
         else if (Mixes(found->signalGroup, now.signalGroup) && mixed.insert(equipment).second)
             Say(line, Severity::Note,
                 Tr("check",
                    "'%1' has voltages and currents (line %2), which share one record of the INF file with "
                    "the "
                    "key of the first; where both are needed, give the currents another name in the recorder")
-                    .arg(equipment)
-                    .arg(found->line));
+                    .arg(equipment, QString::number(found->line)));
     }
 
     static bool Mixes(const QString& first, const QString& second)
@@ -299,12 +309,19 @@ private:
         }
         if (earlier != bays.constEnd()) {
             Say(line, Severity::Warning,
-                Tr("check", "ignored: the bay '%1' stands in line %2 already").arg(name).arg(*earlier));
+                Tr("check", "ignored: the bay '%1' stands in line %2 already")
+                    .arg(name, QString::number(*earlier)));
             return;
         }
         bays.insert(name, line.number);
         if (fields.size() > 3)
             Say(line, Severity::Warning, Tr("check", "what stands behind the third comma is ignored"));
+        if (shown.isEmpty())
+            Say(line, Severity::Warning,
+                Tr("check",
+                   "it has no text to show, so the INF file shows none for '%1'; give one behind the "
+                   "first comma")
+                    .arg(name));
         CheckRecordText(line.number, line.key, shown, findings);
     }
 

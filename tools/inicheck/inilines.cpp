@@ -60,7 +60,9 @@ IniLines::IniLines(const QString& path)
     if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
         throw std::runtime_error(
             Tr("check", "'%1' cannot be read: %2").arg(path, file.errorString()).toStdString());
-    badlyEncoded = NotUtf8(file.readAll());
+    const QByteArray bytes = file.readAll();
+    byteOrderMark = bytes.startsWith("\xEF\xBB\xBF");
+    badlyEncoded = NotUtf8(bytes);
     file.seek(0);
     QTextStream stream(&file);
     stream.setCodec(ZuCmtrConverter::codecIni);
@@ -69,8 +71,13 @@ IniLines::IniLines(const QString& path)
         lines.push_back(LineOf(number, stream.readLine().trimmed(), section));
         const IniLine& line = lines.back();
         section = line.section;
-        if (line.kind == LineKind::Entry)
+        if (line.kind == LineKind::Entry) {
             counting[FullKey(section, line.key)] = lines.size() - 1;
+            entries[section].push_back(lines.size() - 1);
+        } else if (line.kind == LineKind::Section && !firstLines.contains(section)) {
+            firstLines.insert(section, number);
+            sections << section;
+        }
     }
 }
 
@@ -82,30 +89,21 @@ const IniLine* IniLines::Find(const QString& section, const QString& key) const
 
 std::vector<const IniLine*> IniLines::EntriesOf(const QString& section) const
 {
-    std::vector<const IniLine*> entries;
-    for (const IniLine& line : lines) {
-        if (line.kind == LineKind::Entry && line.section == section && Find(section, line.key) == &line)
-            entries.push_back(&line);
+    std::vector<const IniLine*> counted;
+    for (const size_t place : entries.value(section)) {
+        if (Find(section, lines[place].key) == &lines[place])
+            counted.push_back(&lines[place]);
     }
-    return entries;
+    return counted;
 }
 
 int IniLines::LineOfSection(const QString& section) const
 {
-    for (const IniLine& line : lines) {
-        if (line.kind == LineKind::Section && line.section == section)
-            return line.number;
-    }
-    return 0;
+    return firstLines.value(section, 0);
 }
 
 QStringList IniLines::Sections() const
 {
-    QStringList sections;
-    for (const IniLine& line : lines) {
-        if (line.kind == LineKind::Section && !sections.contains(line.section))
-            sections << line.section;
-    }
     return sections;
 }
 

@@ -1,8 +1,9 @@
 // An ini file line by line, divided as the converter's reader divides it.
 #pragma once
 
-#include <QMap>
+#include <QHash>
 #include <QString>
+#include <QStringList>
 
 #include <vector>
 
@@ -34,6 +35,9 @@ public:
 
     const std::vector<IniLine>& All() const { return lines; }
 
+    /// Whether the file begins with a byte order mark, which the reader skips.
+    bool HasByteOrderMark() const { return byteOrderMark; }
+
     /// Numbers of the lines that are not UTF-8.
     const std::vector<int>& BadlyEncoded() const { return badlyEncoded; }
 
@@ -52,7 +56,11 @@ public:
 private:
     std::vector<IniLine> lines;
     std::vector<int> badlyEncoded;
-    QMap<QString, size_t> counting; // full key: index of the line
+    bool byteOrderMark = false;
+    QHash<QString, size_t> counting;             // full key: index of the line
+    QHash<QString, std::vector<size_t>> entries; // section: indexes of its entries' lines
+    QHash<QString, int> firstLines;              // section: number of the line that opens it first
+    QStringList sections;                        // in the order of the file
 };
 
 } // namespace inicheck

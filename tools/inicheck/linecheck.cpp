@@ -31,8 +31,7 @@ void CheckSection(const IniLines& ini, const IniLine& line, Findings& findings)
             {line.number, Severity::Warning,
              Tr("check", "section [%1] begins in line %2 already; both are one, and of equal keys the last "
                          "counts: put them together")
-                 .arg(line.section)
-                 .arg(first)});
+                 .arg(line.section, QString::number(first))});
 }
 
 void CheckEntry(const IniLines& ini, const IniLine& line, Findings& findings)
@@ -43,8 +42,7 @@ void CheckEntry(const IniLines& ini, const IniLine& line, Findings& findings)
             {line.number, Severity::Warning,
              Tr("check", "ignored: '%1' stands in line %2 again, and the last one counts; take "
                          "one of them out")
-                 .arg(line.key)
-                 .arg(counting->number)});
+                 .arg(line.key, QString::number(counting->number))});
     if (line.value.size() > 1 && line.value.startsWith(QLatin1Char('"')) &&
         line.value.endsWith(QLatin1Char('"')))
         findings.push_back(
@@ -68,6 +66,10 @@ void CheckStray(const IniLine& line, Findings& findings)
 
 void CheckLines(const IniLines& ini, Findings& findings)
 {
+    if (ini.HasByteOrderMark())
+        findings.push_back({1, Severity::Note,
+                            Tr("check", "the file begins with a byte order mark, which is skipped; save it "
+                                        "without one for other programs")});
     for (const int number : ini.BadlyEncoded())
         findings.push_back({number, Severity::Error,
                             Tr("check", "it is not UTF-8, its letters are lost; save the file in UTF-8")});

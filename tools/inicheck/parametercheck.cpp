@@ -76,11 +76,21 @@ private:
         if (reading == Reading::Bad)
             Say(line->number, Severity::Error,
                 Tr("check", "'%1' is '%2', which is no whole number from %3 to %4: the section does not load")
-                    .arg(key, line->value)
-                    .arg(rule.lowest)
-                    .arg(rule.highest));
+                    .arg(key, line->value, QString::number(rule.lowest), QString::number(rule.highest)));
         else if (reading == Reading::Absent)
             SayAbsent(rule, key, line);
+        else if (!rule.isText)
+            CheckWidth(*line);
+    }
+
+    // The converter does not refuse a number of more bits than it keeps.
+    void CheckWidth(const IniLine& line)
+    {
+        const int number = QVariant(line.value).toInt();
+        if (line.value.toLongLong() != number)
+            Say(line.number, Severity::Warning,
+                Tr("check", "'%1' is too large and is taken as %2; give the number that is meant")
+                    .arg(line.value, QString::number(number)));
     }
 
     void SayAbsent(const DeviceKeyRule& rule, const QString& key, const IniLine* line)

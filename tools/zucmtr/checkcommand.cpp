@@ -101,7 +101,8 @@ inicheck::Question QuestionOf(const Options& options)
     question.ini = choice.ini;
     question.defaults = choice.defaults;
     question.devices = choice.device.isEmpty() ? DevicesOf(choice) : QStringList{choice.device};
-    for (const QString& section : QStringList{question.defaults} + question.devices) {
+    // Sections that were found out are there; looking for each would read the file as often.
+    for (const QString& section : {question.defaults, question.devices.first()}) {
         const QString missing = MissingSectionText(question.ini, section);
         if (!missing.isEmpty())
             throw ConfigurationError(missing);
