@@ -244,6 +244,14 @@ TEST(SlipTexts, NumberThatDoesNotFitIsToldAsItIsTaken)
         QStringLiteral("22: '4294967297' is too large and is taken as 1; give the number that is meant"));
 }
 
+TEST(SlipTexts, CyrillicLettersThatLookLatinAreSeenThrough)
+{
+    const QStringList texts = TextsOf(DefaultsSection() + "[Device]\nnDiMax=0\nnAnMax=1\n"
+                                                          "А01=W1:Ia\nA01=W1:Ia,V_L=110 E_G=L S_G=СТ\n");
+    EXPECT_TRUE(texts.contains(QStringLiteral("24: ignored: there is no key 'А01'; is 'A01' meant?")));
+    EXPECT_TRUE(texts.last().endsWith(QStringLiteral("; is 'CT' meant?"))) << texts.last();
+}
+
 TEST(SlipTexts, PlaceMarksOfTheFileStayAsTheyAre)
 {
     EXPECT_TRUE(TextsOf(DefaultsSection() + "[Device]\nВерсия ZU=%3\n")

@@ -28,16 +28,28 @@ int Distance(const QString& from, const QString& to)
 
 } // namespace
 
+QString WithLatinLetters(QString word)
+{
+    const QString cyrillic = QStringLiteral("АВЕКМНОРСТУХасеорху");
+    const QString latin = QStringLiteral("ABEKMHOPCTYXaceopxy");
+    for (QChar& letter : word) {
+        const int place = cyrillic.indexOf(letter);
+        if (place >= 0)
+            letter = latin[place];
+    }
+    return word;
+}
+
 QString Nearest(const QString& word, const QStringList& known)
 {
     constexpr int longest = 200; // a longer word is none that was meant
-    const QString plain = word.simplified().toLower();
+    const QString plain = WithLatinLetters(word.simplified()).toLower();
     if (plain.size() > longest)
         return QString();
     QString nearest;
     int fewest = std::max(1, plain.size() / 3) + 1;
     for (const QString& candidate : known) {
-        const int distance = Distance(plain, candidate.toLower());
+        const int distance = Distance(plain, WithLatinLetters(candidate).toLower());
         if (distance < fewest) {
             fewest = distance;
             nearest = candidate;

@@ -7,7 +7,10 @@
 namespace inicheck {
 
 /// The one of `known` that takes the fewest changes of a letter, if these are few for the length of the word;
-/// case and doubled blanks count little. Empty if none is near.
+/// case, doubled blanks and Cyrillic letters that look Latin do not count. Empty if none is near.
 QString Nearest(const QString& word, const QStringList& known);
+
+/// The word with Latin letters in place of the Cyrillic ones that look the same.
+QString WithLatinLetters(QString word);
 
 } // namespace inicheck

@@ -115,7 +115,8 @@ private:
             if (known.contains(key) || IsDictionaryKey(key) || key.startsWith(QLatin1Char(';')) ||
                 key.startsWith(QLatin1Char('#')))
                 continue;
-            const QString nearest = Nearest(key, known);
+            const QString latin = WithLatinLetters(key);
+            const QString nearest = IsDictionaryKey(latin) ? latin : Nearest(key, known);
             QString text = Tr("check", "ignored: there is no key '%1'").arg(key);
             if (!nearest.isEmpty())
                 text += Tr("check", "; is '%1' meant?").arg(nearest);
