@@ -280,6 +280,22 @@ Example, with the sample station:
   zucmtr sample --out station --force
   zucmtr check --ini station/ZuDrv.ini station/*.ZU</translation>
     </message>
+    <message>
+        <source>&apos;%1&apos; counts as 0; give the highest number that is there</source>
+        <translation>«%1» считается нулём; дайте наибольший имеющийся номер</translation>
+    </message>
+    <message>
+        <source>it has no text to show, so the INF file shows none for &apos;%1&apos;; give one behind the first comma</source>
+        <translation>нет показываемого текста, поэтому в файле INF у «%1» он пуст; дайте его за первой запятой</translation>
+    </message>
+    <message>
+        <source>the file begins with a byte order mark, which is skipped; save it without one for other programs</source>
+        <translation>файл начинается с метки порядка байтов, она пропускается; для других программ сохраните без неё</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is too large and is taken as %2; give the number that is meant</source>
+        <translation>«%1» слишком велико и принимается за %2; дайте нужное число</translation>
+    </message>
 </context>
 <context>
     <name>checks</name>
