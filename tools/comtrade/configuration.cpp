@@ -5,6 +5,7 @@
 
 #include <QStringList>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 
@@ -254,6 +255,13 @@ void ReadClock(Lines& lines, Configuration& configuration)
 qint64 Configuration::SampleCount() const
 {
     return rates.empty() ? 0 : rates.back().lastSample;
+}
+
+QString NameOf(DataType type)
+{
+    const auto* const row = std::find_if(DataTypes.begin(), DataTypes.end(),
+                                         [type](const NamedType& one) { return one.type == type; });
+    return QLatin1String(row->name);
 }
 
 Configuration ParseConfiguration(const QByteArray& text, const QString& fileName)

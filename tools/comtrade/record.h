@@ -96,6 +96,9 @@ struct Configuration
     qint64 SampleCount() const;
 };
 
+/// The name of the type in a CFG file.
+QString NameOf(DataType type);
+
 /// Reads a CFG text, UTF-8 or, where it is not that, Windows-1251. fileName is for the Error.
 Configuration ParseConfiguration(const QByteArray& text, const QString& fileName);
 

@@ -25,28 +25,13 @@ QString MomentText(const comtrade::TimeStamp& stamp)
            (decimals.isEmpty() ? QString() : QLatin1Char('.') + decimals);
 }
 
-QString TypeText(comtrade::DataType type)
-{
-    switch (type) {
-    case comtrade::DataType::Ascii:
-        return QStringLiteral("ASCII");
-    case comtrade::DataType::Binary:
-        return QStringLiteral("BINARY");
-    case comtrade::DataType::Binary32:
-        return QStringLiteral("BINARY32");
-    case comtrade::DataType::Float32:
-        break;
-    }
-    return QStringLiteral("FLOAT32");
-}
-
 void AddConfiguration(Description& description, const comtrade::Configuration& configuration)
 {
     description.Add(QStringLiteral("station"), Tr("info", "Station"), configuration.station);
     description.Add(QStringLiteral("device"), Tr("info", "Device"), configuration.device);
     const int revision = static_cast<int>(configuration.revision);
     description.Add(QStringLiteral("revision"), Tr("info", "Revision"), revision, QString::number(revision));
-    description.Add(QStringLiteral("dataType"), Tr("info", "Data"), TypeText(configuration.dataType));
+    description.Add(QStringLiteral("dataType"), Tr("info", "Data"), comtrade::NameOf(configuration.dataType));
     description.Add(QStringLiteral("start"), Tr("info", "First sample"), MomentText(configuration.start));
     description.Add(QStringLiteral("trigger"), Tr("info", "Trigger"), MomentText(configuration.trigger));
     if (!configuration.timeCode.isEmpty())

@@ -11,21 +11,6 @@ namespace view {
 
 namespace {
 
-QString DataTypeText(comtrade::DataType type)
-{
-    switch (type) {
-    case comtrade::DataType::Ascii:
-        return QStringLiteral("ASCII");
-    case comtrade::DataType::Binary:
-        return QStringLiteral("BINARY");
-    case comtrade::DataType::Binary32:
-        return QStringLiteral("BINARY32");
-    case comtrade::DataType::Float32:
-        break;
-    }
-    return QStringLiteral("FLOAT32");
-}
-
 QJsonObject AnalogJson(const comtrade::AnalogChannel& channel, const Codes& codes)
 {
     const Role role = RoleOf(channel);
@@ -80,7 +65,7 @@ QJsonObject Identity(const comtrade::Configuration& config)
     return {{QStringLiteral("station"), config.station},
             {QStringLiteral("device"), config.device},
             {QStringLiteral("revision"), static_cast<int>(config.revision)},
-            {QStringLiteral("dataType"), DataTypeText(config.dataType)},
+            {QStringLiteral("dataType"), comtrade::NameOf(config.dataType)},
             {QStringLiteral("lineFrequency"), config.lineFrequency},
             {QStringLiteral("start"), StampText(config.start)},
             {QStringLiteral("trigger"), StampText(config.trigger)},

@@ -12,6 +12,7 @@
 #include "recordinglist.h"
 #include "texts.h"
 #include "workers.h"
+#include "workoptions.h"
 
 #include <CLI/CLI.hpp>
 
@@ -34,11 +35,8 @@ struct Options
     unsigned int jobs = 1; // 0: one a processor
     bool failFast = false;
     bool dryRun = false;
-    bool noVerify = false;
+    WorkOptions work;
     bool trustWriter = false;
-    bool view = false;
-    bool removeSource = false;
-    std::string archive;
     bool quiet = false;
     bool json = false;
     uint64_t maxMemory = 0;
@@ -60,10 +58,9 @@ QStringList Texts(const std::vector<std::string>& utf8)
 
 void CheckCombination(const Options& options)
 {
-    const bool putsAway = options.removeSource || !options.archive.empty();
-    if (putsAway && (options.noVerify || options.trustWriter))
+    if (PutsAway(options.work) && options.trustWriter)
         throw ConfigurationError(Tr("convert", "--remove-source and --archive need a verified record; leave "
-                                               "--no-verify and --trust-writer out"));
+                                               "--trust-writer out"));
 }
 
 QString OutDirectory(const Options& options)
@@ -78,15 +75,9 @@ QString OutDirectory(const Options& options)
 
 WorkOrder OrderOf(const Options& options)
 {
-    WorkOrder order;
-    order.out = OutDirectory(options);
+    WorkOrder order = OrderOf(options.work, OutDirectory(options));
     order.dryRun = options.dryRun;
-    order.verify = !options.noVerify;
     order.trustWriter = options.trustWriter;
-    order.view = options.view;
-    order.removeSource = options.removeSource;
-    if (!options.archive.empty())
-        order.archive = CheckedDirectory(QStringLiteral("--archive"), Text(options.archive));
     return order;
 }
 
@@ -118,7 +109,7 @@ int Convert(const Options& options, const RecordingList& list, std::vector<std::
     const Clock::time_point start = Clock::now();
     const auto lost = static_cast<size_t>(std::count_if(
         list.refusals.begin(), list.refusals.end(), [](const Refusal& refusal) { return refusal.failed; }));
-    const bool compares = !options.noVerify && !options.trustWriter;
+    const bool compares = !options.work.noVerify && !options.trustWriter;
     BatchReport report(FormOf(options), compares, list.recordings.size() + lost);
     for (const Refusal& refusal : list.refusals)
         report.Tell(refusal);
@@ -144,8 +135,8 @@ int Run(const Options& options)
 {
     CheckCombination(options);
     QStringList excluded;
-    if (!options.archive.empty())
-        excluded << Text(options.archive);
+    if (!options.work.archive.empty())
+        excluded << Text(options.work.archive);
     const RecordingList list = CollectRecordings(Texts(options.files), options.recursive, excluded);
     DeviceChoice choice = ChoiceOf(options.device);
     CompleteChoice(choice, list.recordings);
@@ -171,9 +162,6 @@ void AddOutputOptions(CLI::App& command, Options& options)
         ->default_str("");
     command.add_flag("--make-out", options.makeOut,
                      HelpText("convert", "Make the directory of --out if it is not there"));
-    command.add_flag(
-        "--view", options.view,
-        HelpText("convert", "Write a page for the browser beside each record, as 'zucmtr view'"));
 }
 
 void AddRunOptions(CLI::App& command, Options& options)
@@ -203,26 +191,11 @@ void AddRunOptions(CLI::App& command, Options& options)
 
 void AddSafetyOptions(CLI::App& command, Options& options)
 {
-    CLI::Option* verify =
-        command.add_flag("--verify")
-            ->description(
-                HelpText("convert", "Read each record back and compare it with its recording (the default)"));
-    command.add_flag("--no-verify", options.noVerify, HelpText("convert", "Do not read the records back"))
-        ->excludes(verify);
+    AddWorkOptions(command, options.work);
     command.add_flag("--trust-writer", options.trustWriter,
                      HelpText("convert",
                               "Let the ini file have the library delete the recordings; their records "
                               "are read back, but cannot be compared any more"));
-    CLI::Option* remove = command.add_flag(
-        "--remove-source", options.removeSource,
-        HelpText("convert", "Delete each recording after its record is verified and on the disk"));
-    command
-        .add_option("--archive", options.archive,
-                    HelpText("convert",
-                             "Existing directory to which each recording is moved after its record is "
-                             "verified and on the disk"))
-        ->type_name("DIR")
-        ->excludes(remove);
 }
 
 void AddReportOptions(CLI::App& command, Options& options)

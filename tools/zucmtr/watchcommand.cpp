@@ -7,6 +7,7 @@
 #include "texts.h"
 #include "watch.h"
 #include "workers.h"
+#include "workoptions.h"
 
 #include <CLI/CLI.hpp>
 
@@ -25,10 +26,7 @@ struct Options
     std::string state;
     bool recursive = false;
     bool once = false;
-    bool noVerify = false;
-    bool view = false;
-    bool removeSource = false;
-    std::string archive;
+    WorkOptions work;
     double rescan = 30;     // s
     double retryAfter = 10; // s
     int attempts = 4;
@@ -46,28 +44,13 @@ std::chrono::milliseconds Milliseconds(double seconds)
     return std::chrono::milliseconds(static_cast<int64_t>(seconds * 1000));
 }
 
-void CheckCombination(const Options& options)
+void CheckDirectories(const Options& options)
 {
-    if (options.noVerify && (options.removeSource || !options.archive.empty()))
-        throw ConfigurationError(
-            Tr("watch", "--remove-source and --archive need a verified record; leave --no-verify out"));
     for (const std::string& directory : options.directories) {
         if (!QFileInfo(Text(directory)).isDir())
             throw ConfigurationError(
                 Tr("watch", "'%1' is no directory; make it first, or give another one").arg(Text(directory)));
     }
-}
-
-WorkOrder WorkOrderOf(const Options& options)
-{
-    WorkOrder order;
-    order.out = CheckedOutputDirectory(Text(options.out));
-    order.verify = !options.noVerify;
-    order.view = options.view;
-    order.removeSource = options.removeSource;
-    if (!options.archive.empty())
-        order.archive = CheckedDirectory(QStringLiteral("--archive"), Text(options.archive));
-    return order;
 }
 
 WatchOrder WatchOrderOf(const Options& options, const Worker& worker)
@@ -76,8 +59,8 @@ WatchOrder WatchOrderOf(const Options& options, const Worker& worker)
     for (const std::string& directory : options.directories)
         order.directories << Text(directory);
     order.recursive = options.recursive;
-    if (!options.archive.empty())
-        order.excluded << Text(options.archive);
+    if (!options.work.archive.empty())
+        order.excluded << Text(options.work.archive);
     order.once = options.once;
     order.quiet = std::chrono::milliseconds(worker.WaitTime());
     order.rescan = Milliseconds(options.rescan);
@@ -99,10 +82,10 @@ DeviceChoice Chosen(const Options& options)
 
 int Run(const Options& options)
 {
-    CheckCombination(options);
+    CheckDirectories(options);
     const DeviceChoice choice = Chosen(options);
     CheckLog(options.device);
-    const WorkOrder order = WorkOrderOf(options);
+    const WorkOrder order = OrderOf(options.work, CheckedOutputDirectory(Text(options.out)));
     LimitMemory(options.maxMemory);
     WatchJournal journal(options.state.empty() ? order.out + QStringLiteral("/.zucmtr-watch")
                                                : Text(options.state));
@@ -112,26 +95,6 @@ int Run(const Options& options)
     Worker& worker = *workers.front();
     const bool good = Watch(WatchOrderOf(options, worker), worker, journal).Run();
     return good || !options.once ? ExitDone : ExitFailed;
-}
-
-void AddWorkOptions(CLI::App& command, Options& options)
-{
-    command.add_option("--out", options.out, HelpText("watch", "Existing directory for the COMTRADE files"))
-        ->required()
-        ->type_name("DIR");
-    command.add_flag("--view", options.view,
-                     HelpText("watch", "Write a page for the browser beside each record"));
-    command.add_flag("--no-verify", options.noVerify, HelpText("watch", "Do not read the records back"));
-    CLI::Option* remove = command.add_flag(
-        "--remove-source", options.removeSource,
-        HelpText("watch", "Delete each recording after its record is verified and on the disk"));
-    command
-        .add_option("--archive", options.archive,
-                    HelpText("watch",
-                             "Existing directory to which each recording is moved after its record is "
-                             "verified and on the disk"))
-        ->type_name("DIR")
-        ->excludes(remove);
 }
 
 void AddWatchOptions(CLI::App& command, Options& options)
@@ -180,7 +143,10 @@ void AddWatchCommand(CLI::App& app, Action& chosen)
         app.add_subcommand("watch", HelpText("watch", "Convert recordings as they arrive in directories"));
     const auto options = std::make_shared<Options>();
     AddDeviceOptions(*command, options->device);
-    AddWorkOptions(*command, *options);
+    command->add_option("--out", options->out, HelpText("watch", "Existing directory for the COMTRADE files"))
+        ->required()
+        ->type_name("DIR");
+    AddWorkOptions(*command, options->work);
     AddWatchOptions(*command, *options);
     AddMemoryOption(*command, options->maxMemory);
     command->add_option("DIR", options->directories, HelpText("watch", "Directories of recordings"))

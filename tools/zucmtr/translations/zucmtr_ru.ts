@@ -531,10 +531,6 @@ Example, with the sample station:
 <context>
     <name>convert</name>
     <message>
-        <source>--remove-source and --archive need a verified record; leave --no-verify and --trust-writer out</source>
-        <translation>для --remove-source и --archive нужна проверенная запись; уберите --no-verify и --trust-writer</translation>
-    </message>
-    <message>
         <source>&apos;%1&apos; has &apos;Удалять исходные = 1&apos; in force for [%2]: the recordings would be deleted before their records are verified. Set the key to 0 and give --remove-source, which deletes each recording after its record is verified; or give --trust-writer to delete them unseen</source>
         <translation>в «%1» для [%2] действует «Удалять исходные = 1»: осциллограммы были бы удалены до проверки записей. Установите ключ в 0 и дайте --remove-source, чтобы удалять каждую осциллограмму после проверки её записи; или дайте --trust-writer, чтобы удалять без проверки</translation>
     </message>
@@ -551,10 +547,6 @@ Example, with the sample station:
     <message>
         <source>Make the directory of --out if it is not there</source>
         <translation>Создать каталог --out, если его нет</translation>
-    </message>
-    <message>
-        <source>Write a page for the browser beside each record, as &apos;zucmtr view&apos;</source>
-        <translation>Записать рядом с каждой записью страницу для браузера, как «zucmtr view»</translation>
     </message>
     <message>
         <source>Look for recordings in the directories below the given ones, too</source>
@@ -577,24 +569,8 @@ Example, with the sample station:
         <translation>Прочитать осциллограммы и сообщить, во что они были бы преобразованы; ничего не записывать</translation>
     </message>
     <message>
-        <source>Read each record back and compare it with its recording (the default)</source>
-        <translation>Прочитать каждую запись и сравнить с осциллограммой (по умолчанию)</translation>
-    </message>
-    <message>
-        <source>Do not read the records back</source>
-        <translation>Не читать записи для проверки</translation>
-    </message>
-    <message>
         <source>Let the ini file have the library delete the recordings; their records are read back, but cannot be compared any more</source>
         <translation>Позволить библиотеке удалять осциллограммы по ini-файлу; записи читаются, но сравнить их уже не с чем</translation>
-    </message>
-    <message>
-        <source>Delete each recording after its record is verified and on the disk</source>
-        <translation>Удалять каждую осциллограмму после того, как её запись проверена и находится на диске</translation>
-    </message>
-    <message>
-        <source>Existing directory to which each recording is moved after its record is verified and on the disk</source>
-        <translation>Существующий каталог, в который переносится каждая осциллограмма после того, как её запись проверена и находится на диске</translation>
     </message>
     <message>
         <source>Tell failures and warnings alone</source>
@@ -637,6 +613,10 @@ Ctrl-C завершает работу после начатых осцилло�
     <message>
         <source>First files of the recordings, or directories with recordings</source>
         <translation>Первые файлы осциллограмм или каталоги с осциллограммами</translation>
+    </message>
+    <message>
+        <source>--remove-source and --archive need a verified record; leave --trust-writer out</source>
+        <translation>для --remove-source и --archive нужна проверенная запись; уберите --trust-writer</translation>
     </message>
 </context>
 <context>
@@ -1727,32 +1707,12 @@ Example, with the sample station:
 <context>
     <name>watch</name>
     <message>
-        <source>--remove-source and --archive need a verified record; leave --no-verify out</source>
-        <translation>для --remove-source и --archive нужна проверенная запись; уберите --no-verify</translation>
-    </message>
-    <message>
         <source>&apos;%1&apos; is no directory; make it first, or give another one</source>
         <translation>«%1» — не каталог; создайте его или укажите другой</translation>
     </message>
     <message>
         <source>Existing directory for the COMTRADE files</source>
         <translation>Существующий каталог для файлов COMTRADE</translation>
-    </message>
-    <message>
-        <source>Write a page for the browser beside each record</source>
-        <translation>Записать рядом с каждой записью страницу для браузера</translation>
-    </message>
-    <message>
-        <source>Do not read the records back</source>
-        <translation>Не читать записи для проверки</translation>
-    </message>
-    <message>
-        <source>Delete each recording after its record is verified and on the disk</source>
-        <translation>Удалять каждую осциллограмму после того, как её запись проверена и находится на диске</translation>
-    </message>
-    <message>
-        <source>Existing directory to which each recording is moved after its record is verified and on the disk</source>
-        <translation>Существующий каталог, в который переносится каждая осциллограмма после того, как её запись проверена и находится на диске</translation>
     </message>
     <message>
         <source>Watch the directories below the given ones, too</source>
@@ -1825,6 +1785,33 @@ SIGTERM и Ctrl-C завершают работу после начатой ос
     <message>
         <source>&apos;%1&apos; cannot be written: %2; free the disk</source>
         <translation>«%1» не записывается: %2; освободите диск</translation>
+    </message>
+</context>
+<context>
+    <name>work</name>
+    <message>
+        <source>Write a page for the browser beside each record, as &apos;zucmtr view&apos;</source>
+        <translation>Записать рядом с каждой записью страницу для браузера, как «zucmtr view»</translation>
+    </message>
+    <message>
+        <source>Read each record back and compare it with its recording (the default)</source>
+        <translation>Прочитать каждую запись и сравнить с осциллограммой (по умолчанию)</translation>
+    </message>
+    <message>
+        <source>Do not read the records back</source>
+        <translation>Не читать записи для проверки</translation>
+    </message>
+    <message>
+        <source>Delete each recording after its record is verified and on the disk</source>
+        <translation>Удалять каждую осциллограмму после того, как её запись проверена и находится на диске</translation>
+    </message>
+    <message>
+        <source>Existing directory to which each recording is moved after its record is verified and on the disk</source>
+        <translation>Существующий каталог, в который переносится каждая осциллограмма после того, как её запись проверена и находится на диске</translation>
+    </message>
+    <message>
+        <source>--remove-source and --archive need a verified record; leave --no-verify out</source>
+        <translation>для --remove-source и --archive нужна проверенная запись; уберите --no-verify</translation>
     </message>
 </context>
 <context>
