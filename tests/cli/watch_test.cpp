@@ -241,7 +241,7 @@ TEST(Watch, StateThatCannotBeWrittenEndsIt)
     station.Write("in/a.ZU", Encode(ShortRecording(0)));
     const Finished run = station.Once({"--state", "/dev/full"});
     EXPECT_EQ(run.code, 1);
-    EXPECT_TRUE(run.err.contains("'/dev/full' cannot be written")) << run.err;
+    EXPECT_TRUE(run.err.contains("zucmtr: '/dev/full' cannot be written: ")) << run.err;
 }
 
 TEST(Watch, WrongUsageIsTold)

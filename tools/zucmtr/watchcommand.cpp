@@ -14,6 +14,7 @@
 #include <QFileInfo>
 
 #include <memory>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -93,8 +94,13 @@ int Run(const Options& options)
     host.LoadDefaults(choice.ini, choice.defaults);
     const std::vector<std::unique_ptr<Worker>> workers = MakeWorkers(host, choice, order, 1, true);
     Worker& worker = *workers.front();
-    const bool good = Watch(WatchOrderOf(options, worker), worker, journal).Run();
-    return good || !options.once ? ExitDone : ExitFailed;
+    try {
+        const bool good = Watch(WatchOrderOf(options, worker), worker, journal).Run();
+        return good || !options.once ? ExitDone : ExitFailed;
+    } catch (const std::runtime_error& error) {
+        Complain(QString::fromUtf8(error.what()));
+        return ExitFailed;
+    }
 }
 
 void AddWatchOptions(CLI::App& command, Options& options)
