@@ -4,6 +4,10 @@
 #include "console.h"
 #include "texts.h"
 
+#include <QRegularExpression>
+
+#include <algorithm>
+
 namespace {
 
 // The library would delete the recording before anybody could look whether its record is right.
@@ -19,9 +23,17 @@ void CheckDeletion(const Worker& worker, const WorkOrder& order, const DeviceCho
             .arg(choice.ini, choice.device));
 }
 
+// The library lists each bay that it has taken, as "BAY01: name,[text],[circuit]": that is in the log.
+bool IsListOfBay(const QString& note)
+{
+    static const QRegularExpression pattern(QStringLiteral("\\ABAY[0-9]+: .*,\\[.*\\],\\[.*\\]\\z"));
+    return pattern.match(note).hasMatch();
+}
+
 void ReportLoadingNotes(unsigned int device, const DeviceChoice& choice)
 {
-    const QStringList notes = Host::TakeNotes(device);
+    QStringList notes = Host::TakeNotes(device);
+    notes.erase(std::remove_if(notes.begin(), notes.end(), IsListOfBay), notes.end());
     if (notes.isEmpty())
         return;
     Complain(Tr("convert", "warnings and notes on section [%1] of '%2':\n  ").arg(choice.device, choice.ini) +
