@@ -1,10 +1,14 @@
 #include "watchscan.h"
 
+#include "texts.h"
+
 #include <QCryptographicHash>
 #include <QDateTime>
 #include <QDirIterator>
 #include <QFileInfo>
-#include <QSet>
+#include <QStringList>
+
+#include <algorithm>
 
 namespace {
 
@@ -25,19 +29,55 @@ void Add(QCryptographicHash& hash, const QFileInfo& file)
                      .toUtf8());
 }
 
-void AddBelow(const QString& top, const QStringList& excluded, QSet<QString>& directories)
+QString Normalised(const QString& path)
 {
-    QDirIterator below(top, QDir::Dirs | QDir::NoDotAndDotDot | QDir::Hidden, QDirIterator::Subdirectories);
+    return QDir::cleanPath(QFileInfo(path).absoluteFilePath());
+}
+
+bool LiesInOneOf(const QString& path, const QStringList& directories)
+{
+    return std::any_of(directories.begin(), directories.end(), [&](const QString& directory) {
+        return path == directory || path.startsWith(directory + QLatin1Char('/'));
+    });
+}
+
+void AddBelow(const QString& top, const QStringList& excluded, Scan& scan)
+{
+    QDirIterator below(top, QDir::Dirs | QDir::NoDotAndDotDot, QDirIterator::Subdirectories);
     while (below.hasNext()) {
-        const QString path = QDir::cleanPath(QFileInfo(below.next()).absoluteFilePath());
-        bool isExcluded = false;
-        for (const QString& one : excluded) {
-            const QString other = QDir::cleanPath(QFileInfo(one).absoluteFilePath());
-            isExcluded = isExcluded || path == other || path.startsWith(other + QLatin1Char('/'));
-        }
-        if (!isExcluded)
-            directories << path;
+        const QString path = Normalised(below.next());
+        if (LiesInOneOf(path, excluded))
+            continue;
+        if (below.fileInfo().isReadable())
+            scan.directories << path;
+        else
+            scan.unreadable.push_back(
+                {path, Tr("watch", "no permission to read this directory; check its permissions"), true});
     }
+}
+
+// The directories that are there. One may be gone for a while, as with a network.
+QStringList Present(const QStringList& directories, Scan& scan)
+{
+    QStringList present;
+    for (const QString& directory : directories) {
+        if (QFileInfo(directory).isDir())
+            present << directory;
+        else
+            scan.unreadable.push_back(
+                {directory, Tr("watch", "the directory is gone; it is looked for at each rescan"), true});
+    }
+    return present;
+}
+
+void AddChain(const Recording& recording, Scan& scan)
+{
+    const QByteArray print = PrintOf(recording.path);
+    if (!print.isEmpty())
+        scan.chains.push_back({recording, print});
+    else if (recording.path.contains(QChar::ReplacementCharacter))
+        scan.unreadable.push_back(
+            {recording.path, Tr("watch", "not converted: the name is not UTF-8; rename the file"), true});
 }
 
 } // namespace
@@ -60,22 +100,21 @@ QByteArray PrintOf(const QString& firstFile)
 Scan ScanDirectories(const QStringList& directories, bool recursive, const QStringList& excluded)
 {
     Scan scan;
-    RecordingList list = CollectRecordings(directories, recursive, excluded);
-    for (const Recording& recording : list.recordings) {
-        const QByteArray print = PrintOf(recording.path);
-        if (!print.isEmpty())
-            scan.chains.push_back({recording, print});
-    }
+    const QStringList present = Present(directories, scan);
+    RecordingList list = CollectRecordings(present, recursive, excluded);
+    for (const Recording& recording : list.recordings)
+        AddChain(recording, scan);
     for (const Refusal& refusal : list.refusals) {
         if (refusal.failed)
             scan.unreadable.push_back(refusal);
     }
-    QSet<QString> lookedInto;
-    for (const QString& directory : directories) {
-        lookedInto << QDir::cleanPath(QFileInfo(directory).absoluteFilePath());
+    QStringList kept;
+    for (const QString& directory : excluded)
+        kept << Normalised(directory);
+    for (const QString& directory : present) {
+        scan.directories << Normalised(directory);
         if (recursive)
-            AddBelow(directory, excluded, lookedInto);
+            AddBelow(directory, kept, scan);
     }
-    scan.directories = lookedInto.values();
     return scan;
 }
