@@ -115,6 +115,8 @@ void WatchJournal::Open()
 
 void WatchJournal::Read()
 {
+    if (file->atEnd())
+        return;
     // A crash may have cut off the header, too.
     const QByteArray first = file->readLine(longestLine);
     if (!QByteArray(header).startsWith(first))

@@ -5,10 +5,13 @@
 #include <QCryptographicHash>
 #include <QDateTime>
 #include <QDirIterator>
+#include <QFile>
 #include <QFileInfo>
 #include <QStringList>
 
 #include <algorithm>
+#include <dirent.h>
+#include <memory>
 
 namespace {
 
@@ -70,14 +73,25 @@ QStringList Present(const QStringList& directories, Scan& scan)
     return present;
 }
 
-void AddChain(const Recording& recording, Scan& scan)
+bool IsUtf8(const QByteArray& bytes)
 {
-    const QByteArray print = PrintOf(recording.path);
-    if (!print.isEmpty())
-        scan.chains.push_back({recording, print});
-    else if (recording.path.contains(QChar::ReplacementCharacter))
-        scan.unreadable.push_back(
-            {recording.path, Tr("watch", "not converted: the name is not UTF-8; rename the file"), true});
+    return QString::fromUtf8(bytes).toUtf8() == bytes;
+}
+
+// Qt does not list them at all, so that nobody would hear of the recordings.
+void AddNamesNotUtf8(const QString& path, Scan& scan)
+{
+    const std::unique_ptr<DIR, int (*)(DIR*)> directory(opendir(QFile::encodeName(path).constData()),
+                                                        closedir);
+    if (!directory)
+        return;
+    while (const dirent* entry = readdir(directory.get())) {
+        const QByteArray name = entry->d_name;
+        if (name.toLower().endsWith(".zu") && !IsUtf8(name))
+            scan.unreadable.push_back({path + QLatin1Char('/') + QString::fromUtf8(name),
+                                       Tr("watch", "not converted: the name is not UTF-8; rename the file"),
+                                       true});
+    }
 }
 
 } // namespace
@@ -102,8 +116,11 @@ Scan ScanDirectories(const QStringList& directories, bool recursive, const QStri
     Scan scan;
     const QStringList present = Present(directories, scan);
     RecordingList list = CollectRecordings(present, recursive, excluded);
-    for (const Recording& recording : list.recordings)
-        AddChain(recording, scan);
+    for (const Recording& recording : list.recordings) {
+        const QByteArray print = PrintOf(recording.path);
+        if (!print.isEmpty())
+            scan.chains.push_back({recording, print});
+    }
     for (const Refusal& refusal : list.refusals) {
         if (refusal.failed)
             scan.unreadable.push_back(refusal);
@@ -116,5 +133,7 @@ Scan ScanDirectories(const QStringList& directories, bool recursive, const QStri
         if (recursive)
             AddBelow(directory, kept, scan);
     }
+    for (const QString& directory : scan.directories)
+        AddNamesNotUtf8(directory, scan);
     return scan;
 }
