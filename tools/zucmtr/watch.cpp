@@ -20,6 +20,9 @@ namespace {
 
 constexpr std::chrono::milliseconds signalPeriod{100}; // how soon a signal is noticed
 
+// A look into directories with very many files takes long: so many times as long it rests, at least.
+constexpr int restAfterLook = 4;
+
 // How often the program may have come to no end of a recording, by a crash or a power failure, beyond the
 // attempts. A recording that brings the program down every time must not keep it from the others.
 constexpr int crashesBorne = 8;
@@ -67,7 +70,8 @@ bool Watch::Run()
         journal.ForgetGivenUp();
     journal.Compact();
     while (!interrupt::Came()) {
-        Look();
+        if (IsTimeToLook())
+            Look();
         ConvertDue();
         if (order.once && waiting.isEmpty())
             break;
@@ -79,8 +83,14 @@ bool Watch::Run()
     return failed == 0 && unreadable.isEmpty();
 }
 
+bool Watch::IsTimeToLook() const
+{
+    return Clock::now() >= (changed ? lookAgain : rescan);
+}
+
 void Watch::Look()
 {
+    const Clock::time_point start = Clock::now();
     changed = false;
     const Scan scan = ScanDirectories(order.directories, order.recursive, order.excluded);
     WatchDirectories(scan.directories);
@@ -92,6 +102,9 @@ void Watch::Look()
     }
     for (auto one = waiting.begin(); one != waiting.end();)
         one = there.contains(one.key()) ? std::next(one) : waiting.erase(one);
+    const Clock::time_point end = Clock::now();
+    lookAgain = end + (end - start) * restAfterLook;
+    rescan = std::max(lookAgain, end + order.rescan);
 }
 
 void Watch::TellUnreadable(const std::vector<Refusal>& refusals)
@@ -170,21 +183,23 @@ void Watch::ConvertDue()
     for (const QString& path : Due()) {
         if (interrupt::Came())
             return;
-        Waiting& one = waiting[path];
-        if (IsAsItWas(one))
-            Convert(one);
+        if (IsAsItWas(path))
+            Convert(waiting[path]);
     }
 }
 
 // It may have grown while others were converted, or be gone.
-bool Watch::IsAsItWas(Waiting& one) const
+bool Watch::IsAsItWas(const QString& path)
 {
-    const QByteArray print = PrintOf(one.recording.path);
+    Waiting& one = waiting[path];
+    const QByteArray print = PrintOf(path);
     if (print == one.print)
         return true;
     one.print = print;
     one.due = Clock::now() + order.quiet;
     one.failures = 0;
+    if (print.isEmpty())
+        waiting.remove(path);
     return false;
 }
 
@@ -262,16 +277,16 @@ std::chrono::milliseconds Watch::PauseAfter(int failures) const
     return order.retryAfter * (1 << std::min(failures - 1, 16));
 }
 
-// Until a recording is due, the directories change, the time of a rescan comes, or a signal does.
+// Until a recording is due, it is time to look into the directories, or a signal has come.
 void Watch::Sleep()
 {
-    Clock::time_point end = Clock::now() + order.rescan;
+    Clock::time_point end = rescan;
     for (const Waiting& one : waiting)
         end = std::min(end, one.due);
     QEventLoop loop;
     QTimer timer;
     QObject::connect(&timer, &QTimer::timeout, &loop, &QEventLoop::quit);
-    while (!changed && !interrupt::Came() && Clock::now() < end) {
+    while (!IsTimeToLook() && !interrupt::Came() && Clock::now() < end) {
         const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(end - Clock::now());
         timer.start(std::min(signalPeriod, left + std::chrono::milliseconds(1)));
         loop.exec();

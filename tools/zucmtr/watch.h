@@ -50,6 +50,7 @@ private:
         bool wasBegun = false; // by a program that did not come to its end
     };
 
+    bool IsTimeToLook() const;
     void Look();
     void TellUnreadable(const std::vector<Refusal>& refusals);
     void Observe(const Chain& chain);
@@ -57,7 +58,7 @@ private:
     void WatchDirectories(const QStringList& directories);
     QStringList Due() const;
     void ConvertDue();
-    bool IsAsItWas(Waiting& one) const;
+    bool IsAsItWas(const QString& path);
     BatchItem Work(const Recording& recording) const;
     void Convert(Waiting& one);
     void Note(const Waiting& one, const BatchItem& item);
@@ -71,7 +72,9 @@ private:
     Worker& worker;
     WatchJournal& journal;
     QFileSystemWatcher watcher;
-    bool changed = false; // the watcher has seen something
+    bool changed = false;          // the watcher has seen something
+    Clock::time_point lookAgain{}; // not before, whatever has changed
+    Clock::time_point rescan{};    // then in any case
     QMap<QString, Waiting> waiting;
     QStringList unreadable; // directories that were told
     int converted = 0;
