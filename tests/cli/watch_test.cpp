@@ -204,6 +204,21 @@ TEST(Watch, JournalMayBeCutOffAnywhere)
     }
 }
 
+// Or a power failure could leave a journal that speaks of a record that never came to the disk.
+TEST(Watch, RecordIsOnTheDiskBeforeTheJournalSaysSo)
+{
+    const Station station;
+    station.Write("in/a.ZU", Encode(ShortRecording(0)));
+    const Finished run = RunProgram(station.Path(), {"watch", "--once", "--out", "out", "in"},
+                                    {{"LD_PRELOAD", SYNC_LOG_LIBRARY}, {"SYNC_LOG", station.Path("synced")}});
+    EXPECT_EQ(run.code, 0) << run.err;
+    const QString journal = station.Path("out/.zucmtr-watch");
+    const QString record = station.Path("out/" + ShortRecordName(0));
+    EXPECT_EQ(QString::fromUtf8(ReadBytes(station.Path("synced"))).split('\n'),
+              (QStringList{journal, station.Path("out"), record + ".cfg", record + ".dat", record + ".hdr",
+                           record + ".inf", station.Path("out"), journal, QString()}));
+}
+
 TEST(Watch, OtherFileIsNotTakenForAJournal)
 {
     const Station station;
