@@ -113,7 +113,7 @@ void AddOutputOptions(CLI::App& command, Options& options)
             .add_option(
                 "--window", options.window,
                 HelpText("view", "Hold this many seconds around the trigger, a third of them ahead of it"))
-            ->check(CLI::PositiveNumber)
+            ->check(CLI::Range(0.001, 1e6).description(""))
             ->type_name("SECONDS");
     command
         .add_flag("--full", options.full,
