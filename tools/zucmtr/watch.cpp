@@ -161,8 +161,12 @@ void Watch::WatchDirectories(const QStringList& directories)
     QStringList fresh =
         (QSet<QString>(directories.begin(), directories.end()) - QSet<QString>(known.begin(), known.end()))
             .values();
-    if (!fresh.isEmpty())
-        watcher.addPaths(fresh); // where that fails, as beyond the system's limit, the rescan does it
+    if (fresh.isEmpty())
+        return;
+    // Where that fails, as beyond the system's limit, the rescan does it. What came after the look and before
+    // the watcher was there, only another look finds.
+    const int failures = watcher.addPaths(fresh).size();
+    changed = changed || failures < fresh.size();
 }
 
 // Those that brought the program down come last.
