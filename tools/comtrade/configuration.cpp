@@ -163,7 +163,7 @@ void ReadChannels(Lines& lines, Configuration& configuration)
     const qint64 total = lines.Integer(fields[0], "channel count");
     const size_t analog = ChannelCount(lines, fields[1], QLatin1Char('A'));
     const size_t states = ChannelCount(lines, fields[2], QLatin1Char('D'));
-    if (total != static_cast<qint64>(analog + states))
+    if (total != static_cast<qint64>(analog) + static_cast<qint64>(states))
         lines.Fail(Tr("comtrade", "%1 channels in all are not %2 and %3").arg(total).arg(analog).arg(states));
     for (size_t i = 0; i < analog; ++i)
         configuration.analog.push_back(ReadAnalog(lines));
