@@ -408,9 +408,13 @@ TEST(Watch, StateThatCannotBeWrittenEndsIt)
 {
     Station station;
     station.Write("in/a.ZU", Encode(ShortRecording(0)));
-    const Finished run = station.Once({"--state", "/dev/full"});
+    const Finished run =
+        RunShell(station.Path(), "trap '' XFSZ; ulimit -f 0; exec zucmtr watch --once --out out in");
     EXPECT_EQ(run.code, 1);
-    EXPECT_TRUE(run.err.contains("zucmtr: '/dev/full' cannot be written: ")) << run.err;
+    EXPECT_TRUE(run.err.contains("zucmtr: 'out/.zucmtr-watch' cannot be written: ")) << run.err;
+    EXPECT_EQ(Station::EventsIn(run.out, "converting"),
+              QStringList()); // what cannot be remembered is not begun
+    EXPECT_EQ(Station::EventsIn(station.Once().out, "converted"), QStringList{"in/a.ZU"});
 }
 
 TEST(Watch, WrongUsageIsTold)
