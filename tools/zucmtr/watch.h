@@ -1,6 +1,7 @@
 // Converts recordings as they come into directories: the loop behind 'zucmtr watch'.
 #pragma once
 
+#include "batchitem.h"
 #include "watchjournal.h"
 #include "watchscan.h"
 
@@ -23,6 +24,7 @@ struct WatchOrder
     std::chrono::milliseconds rescan{0};
     std::chrono::milliseconds retryAfter{0}; // after the first failure; doubled after each further one
     int attempts = 1;                        // of a recording, before it is given up
+    bool retryGivenUp = false;               // of earlier runs
 };
 
 class Watch
@@ -31,8 +33,8 @@ public:
     Watch(const WatchOrder& order_, Worker& worker_, WatchJournal& journal_);
 
     /// Tells each event as a JSON object and line. Returns after a signal, or with `once` when nothing is
-    /// left to do. True if no recording failed. Throws std::runtime_error (UTF-8 text) if the journal cannot
-    /// be written.
+    /// left to do. True if no recording failed and every directory can be looked into. Throws
+    /// std::runtime_error (UTF-8 text) if the journal cannot be written.
     bool Run();
 
 private:
@@ -45,23 +47,34 @@ private:
         QByteArray print;
         Clock::time_point due;
         int failures = 0;
+        bool wasBegun = false; // by a program that did not come to its end
     };
 
+    bool IsTimeToLook() const;
     void Look();
+    void TellUnreadable(const std::vector<Refusal>& refusals);
     void Observe(const Chain& chain);
+    void Expect(const Chain& chain);
     void WatchDirectories(const QStringList& directories);
+    QStringList Due() const;
     void ConvertDue();
-    void Convert(Waiting& waiting);
-    void Fail(Waiting& waiting, const QJsonObject& item);
+    bool IsAsItWas(const QString& path);
+    BatchItem Work(const Recording& recording) const;
+    void Convert(Waiting& one);
+    void Note(const Waiting& one, const BatchItem& item);
+    void Fail(Waiting& one, QJsonObject object);
+    void GiveUp(const QString& path, const QByteArray& print, const QJsonObject& object);
+    std::chrono::milliseconds PauseAfter(int failures) const;
     void Sleep();
-    bool Settled() const;
     static void Tell(const char* event, QJsonObject object);
 
     const WatchOrder order;
     Worker& worker;
     WatchJournal& journal;
     QFileSystemWatcher watcher;
-    bool changed = false; // the watcher has seen something
+    bool changed = false;          // the watcher has seen something
+    Clock::time_point lookAgain{}; // not before, whatever has changed
+    Clock::time_point rescan{};    // then in any case
     QMap<QString, Waiting> waiting;
     QStringList unreadable; // directories that were told
     int converted = 0;

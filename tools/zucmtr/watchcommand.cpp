@@ -30,7 +30,8 @@ struct Options
     WorkOptions work;
     double rescan = 30;     // s
     double retryAfter = 10; // s
-    int attempts = 4;
+    int attempts = 8;
+    bool retryGivenUp = false;
     uint64_t maxMemory = 0;
     std::vector<std::string> directories;
 };
@@ -67,6 +68,7 @@ WatchOrder WatchOrderOf(const Options& options, const Worker& worker)
     order.rescan = Milliseconds(options.rescan);
     order.retryAfter = Milliseconds(options.retryAfter);
     order.attempts = options.once ? 1 : options.attempts;
+    order.retryGivenUp = options.once || options.retryGivenUp;
     return order;
 }
 
@@ -135,10 +137,12 @@ void AddWatchOptions(CLI::App& command, Options& options)
         .add_option("--attempts", options.attempts,
                     HelpText("watch",
                              "How often a recording is tried before it is given up until it changes. "
-                             "Default: 4"))
+                             "Default: 8"))
         ->check(CLI::Range(1, 1000).description(""))
         ->type_name("N")
         ->default_str("");
+    command.add_flag("--retry-given-up", options.retryGivenUp,
+                     HelpText("watch", "Begin with trying those again that were given up"));
 }
 
 } // namespace
@@ -165,8 +169,9 @@ void AddWatchCommand(CLI::App& app, Action& chosen)
         "converted is remembered on the disk, so that a restart neither converts twice nor forgets. SIGTERM\n"
         "and Ctrl-C end after the recording at hand.\n"
         "\n"
-        "Exit code: 0 ended by a signal, or with --once all recordings converted; 1 a recording failed with\n"
-        "--once, or the state could not be written; 2 wrong usage or configuration.\n"
+        "Exit code: 0 ended by a signal, or with --once all recordings converted; 1 a recording failed or a\n"
+        "directory could not be read with --once, or the state could not be written; 2 wrong usage or\n"
+        "configuration.\n"
         "\n"
         "Example, with the sample station:\n"
         "  mkdir -p station station/comtrade\n"

@@ -1,10 +1,17 @@
 #include "watchscan.h"
 
+#include "texts.h"
+
 #include <QCryptographicHash>
 #include <QDateTime>
 #include <QDirIterator>
+#include <QFile>
 #include <QFileInfo>
-#include <QSet>
+#include <QStringList>
+
+#include <algorithm>
+#include <dirent.h>
+#include <memory>
 
 namespace {
 
@@ -25,18 +32,65 @@ void Add(QCryptographicHash& hash, const QFileInfo& file)
                      .toUtf8());
 }
 
-void AddBelow(const QString& top, const QStringList& excluded, QSet<QString>& directories)
+QString Normalised(const QString& path)
 {
-    QDirIterator below(top, QDir::Dirs | QDir::NoDotAndDotDot | QDir::Hidden, QDirIterator::Subdirectories);
+    return QDir::cleanPath(QFileInfo(path).absoluteFilePath());
+}
+
+bool LiesInOneOf(const QString& path, const QStringList& directories)
+{
+    return std::any_of(directories.begin(), directories.end(), [&](const QString& directory) {
+        return path == directory || path.startsWith(directory + QLatin1Char('/'));
+    });
+}
+
+void AddBelow(const QString& top, const QStringList& excluded, Scan& scan)
+{
+    QDirIterator below(top, QDir::Dirs | QDir::NoDotAndDotDot, QDirIterator::Subdirectories);
     while (below.hasNext()) {
-        const QString path = QDir::cleanPath(QFileInfo(below.next()).absoluteFilePath());
-        bool isExcluded = false;
-        for (const QString& one : excluded) {
-            const QString other = QDir::cleanPath(QFileInfo(one).absoluteFilePath());
-            isExcluded = isExcluded || path == other || path.startsWith(other + QLatin1Char('/'));
-        }
-        if (!isExcluded)
-            directories << path;
+        const QString path = Normalised(below.next());
+        if (LiesInOneOf(path, excluded))
+            continue;
+        if (below.fileInfo().isReadable())
+            scan.directories << path;
+        else
+            scan.unreadable.push_back(
+                {path, Tr("watch", "no permission to read this directory; check its permissions"), true});
+    }
+}
+
+// The directories that are there. One may be gone for a while, as with a network.
+QStringList Present(const QStringList& directories, Scan& scan)
+{
+    QStringList present;
+    for (const QString& directory : directories) {
+        if (QFileInfo(directory).isDir())
+            present << directory;
+        else
+            scan.unreadable.push_back(
+                {directory, Tr("watch", "the directory is gone; it is looked for at each rescan"), true});
+    }
+    return present;
+}
+
+bool IsUtf8(const QByteArray& bytes)
+{
+    return QString::fromUtf8(bytes).toUtf8() == bytes;
+}
+
+// Qt does not list them at all, so that nobody would hear of the recordings.
+void AddNamesNotUtf8(const QString& path, Scan& scan)
+{
+    const std::unique_ptr<DIR, int (*)(DIR*)> directory(opendir(QFile::encodeName(path).constData()),
+                                                        closedir);
+    if (!directory)
+        return;
+    while (const dirent* entry = readdir(directory.get())) {
+        const QByteArray name = entry->d_name;
+        if (name.toLower().endsWith(".zu") && !IsUtf8(name))
+            scan.unreadable.push_back({path + QLatin1Char('/') + QString::fromUtf8(name),
+                                       Tr("watch", "not converted: the name is not UTF-8; rename the file"),
+                                       true});
     }
 }
 
@@ -60,7 +114,8 @@ QByteArray PrintOf(const QString& firstFile)
 Scan ScanDirectories(const QStringList& directories, bool recursive, const QStringList& excluded)
 {
     Scan scan;
-    RecordingList list = CollectRecordings(directories, recursive, excluded);
+    const QStringList present = Present(directories, scan);
+    RecordingList list = CollectRecordings(present, recursive, excluded);
     for (const Recording& recording : list.recordings) {
         const QByteArray print = PrintOf(recording.path);
         if (!print.isEmpty())
@@ -70,12 +125,15 @@ Scan ScanDirectories(const QStringList& directories, bool recursive, const QStri
         if (refusal.failed)
             scan.unreadable.push_back(refusal);
     }
-    QSet<QString> lookedInto;
-    for (const QString& directory : directories) {
-        lookedInto << QDir::cleanPath(QFileInfo(directory).absoluteFilePath());
+    QStringList kept;
+    for (const QString& directory : excluded)
+        kept << Normalised(directory);
+    for (const QString& directory : present) {
+        scan.directories << Normalised(directory);
         if (recursive)
-            AddBelow(directory, excluded, lookedInto);
+            AddBelow(directory, kept, scan);
     }
-    scan.directories = lookedInto.values();
+    for (const QString& directory : scan.directories)
+        AddNamesNotUtf8(directory, scan);
     return scan;
 }

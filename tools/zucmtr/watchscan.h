@@ -19,7 +19,7 @@ struct Scan
 {
     std::vector<Chain> chains;       // by path
     QStringList directories;         // that were looked into
-    std::vector<Refusal> unreadable; // directories
+    std::vector<Refusal> unreadable; // directories, and recordings whose names no program text can hold
 };
 
 /// Looks through the directories, with `recursive` also below them, but not into the excluded ones.
