@@ -1735,44 +1735,12 @@ Example, with the sample station:
         <translation>Через сколько секунд повторяется попытка после ошибки; с каждой ошибкой вдвое дольше. По умолчанию 10</translation>
     </message>
     <message>
-        <source>How often a recording is tried before it is given up until it changes. Default: 4</source>
-        <translation>Сколько попыток делается, прежде чем осциллограмма оставляется до её изменения. По умолчанию 4</translation>
-    </message>
-    <message>
         <source>Convert recordings as they arrive in directories</source>
         <translation>Преобразовывать осциллограммы по мере поступления в каталоги</translation>
     </message>
     <message>
         <source>Directories of recordings</source>
         <translation>Каталоги осциллограмм</translation>
-    </message>
-    <message>
-        <source>A recording counts as complete when none of its files has changed for the time that the ini file
-gives as &apos;Время ожидания&apos;. Each event is one JSON object and line on standard output. What is
-converted is remembered on the disk, so that a restart neither converts twice nor forgets. SIGTERM
-and Ctrl-C end after the recording at hand.
-
-Exit code: 0 ended by a signal, or with --once all recordings converted; 1 a recording failed with
---once, or the state could not be written; 2 wrong usage or configuration.
-
-Example, with the sample station:
-  mkdir -p station station/comtrade
-  zucmtr sample --out station --force
-  sed -i &apos;s/^Время ожидания=.*/Время ожидания=200/&apos; station/ZuDrv.ini
-  zucmtr watch --once --out station/comtrade station</source>
-        <translation>Осциллограмма считается полной, когда ни один её файл не менялся столько времени, сколько указано в
-ini-файле ключом «Время ожидания». Каждое событие — объект JSON и строка в стандартном выводе. Что
-преобразовано, помнится на диске: после перезапуска ничего не преобразуется дважды и не забывается.
-SIGTERM и Ctrl-C завершают работу после начатой осциллограммы.
-
-Код завершения: 0 завершено сигналом или с --once всё преобразовано; 1 ошибка с осциллограммой при --once
-или состояние не записывается; 2 неверный вызов или настройка.
-
-Пример с учебной станцией:
-  mkdir -p station station/comtrade
-  zucmtr sample --out station --force
-  sed -i &apos;s/^Время ожидания=.*/Время ожидания=200/&apos; station/ZuDrv.ini
-  zucmtr watch --once --out station/comtrade station</translation>
     </message>
     <message>
         <source>--state: &apos;%1&apos; cannot be written: %2</source>
@@ -1785,6 +1753,63 @@ SIGTERM и Ctrl-C завершают работу после начатой ос
     <message>
         <source>&apos;%1&apos; cannot be written: %2; free the disk</source>
         <translation>«%1» не записывается: %2; освободите диск</translation>
+    </message>
+    <message>
+        <source>not converted: the program came to no end of it %1 times</source>
+        <translation>не преобразована: программа %1 раз не дошла до конца этой осциллограммы</translation>
+    </message>
+    <message>
+        <source>How often a recording is tried before it is given up until it changes. Default: 8</source>
+        <translation>Сколько попыток делается, прежде чем осциллограмма оставляется до её изменения. По умолчанию 8</translation>
+    </message>
+    <message>
+        <source>Begin with trying those again that were given up</source>
+        <translation>Начать с новых попыток для оставленных осциллограмм</translation>
+    </message>
+    <message>
+        <source>A recording counts as complete when none of its files has changed for the time that the ini file
+gives as &apos;Время ожидания&apos;. Each event is one JSON object and line on standard output. What is
+converted is remembered on the disk, so that a restart neither converts twice nor forgets. SIGTERM
+and Ctrl-C end after the recording at hand.
+
+Exit code: 0 ended by a signal, or with --once all recordings converted; 1 a recording failed or a
+directory could not be read with --once, or the state could not be written; 2 wrong usage or
+configuration.
+
+Example, with the sample station:
+  mkdir -p station station/comtrade
+  zucmtr sample --out station --force
+  sed -i &apos;s/^Время ожидания=.*/Время ожидания=200/&apos; station/ZuDrv.ini
+  zucmtr watch --once --out station/comtrade station</source>
+        <translation>Осциллограмма считается полной, когда ни один её файл не менялся столько времени, сколько указано в
+ini-файле ключом «Время ожидания». Каждое событие — объект JSON и строка в стандартном выводе. Что
+преобразовано, помнится на диске: после перезапуска ничего не преобразуется дважды и не забывается.
+SIGTERM и Ctrl-C завершают работу после начатой осциллограммы.
+
+Код завершения: 0 завершено сигналом или с --once всё преобразовано; 1 при --once ошибка с осциллограммой
+или не читается каталог, либо состояние не записывается; 2 неверный вызов или настройка.
+
+Пример с учебной станцией:
+  mkdir -p station station/comtrade
+  zucmtr sample --out station --force
+  sed -i &apos;s/^Время ожидания=.*/Время ожидания=200/&apos; station/ZuDrv.ini
+  zucmtr watch --once --out station/comtrade station</translation>
+    </message>
+    <message>
+        <source>--state: &apos;%1&apos; is another kind of file; give one that &apos;zucmtr watch&apos; has made, or one that does not exist yet</source>
+        <translation>--state: «%1» — файл другого рода; укажите файл, созданный «zucmtr watch», или ещё не существующий</translation>
+    </message>
+    <message>
+        <source>no permission to read this directory; check its permissions</source>
+        <translation>нет права читать этот каталог; проверьте права</translation>
+    </message>
+    <message>
+        <source>the directory is gone; it is looked for at each rescan</source>
+        <translation>каталог исчез; его ищут при каждом просмотре</translation>
+    </message>
+    <message>
+        <source>not converted: the name is not UTF-8; rename the file</source>
+        <translation>не преобразована: имя не в UTF-8; переименуйте файл</translation>
     </message>
 </context>
 <context>
