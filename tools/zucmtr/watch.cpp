@@ -157,10 +157,14 @@ void Watch::Expect(const Chain& chain)
 
 void Watch::WatchDirectories(const QStringList& directories)
 {
-    const QStringList known = watcher.directories();
-    QStringList fresh =
-        (QSet<QString>(directories.begin(), directories.end()) - QSet<QString>(known.begin(), known.end()))
-            .values();
+    QSet<QString> known;
+    for (const QString& directory : watcher.directories())
+        known << directory;
+    QStringList fresh;
+    for (const QString& directory : directories) {
+        if (!known.contains(directory))
+            fresh << directory;
+    }
     if (fresh.isEmpty())
         return;
     // Where that fails, as beyond the system's limit, the rescan does it. What came after the look and before
