@@ -65,6 +65,18 @@ TEST(ComtradeData, AsciiRecordsMayMissTimesAndValues)
     EXPECT_EQ(rows[2].analog, (std::vector<double>{1, 2}));
 }
 
+TEST(ComtradeData, AsciiNumbersMayBeOfAnyLength)
+{
+    const std::vector<Row> rows = Example("1,0,123456789012345678,-999999999999999999,0\n"
+                                          "2,0,1234567890123456789,007,1\n"
+                                          "3,0,123456789012345678901234567890,-0,1\n")
+                                      .Rows();
+    ASSERT_EQ(rows.size(), 3U);
+    EXPECT_EQ(rows[0].analog, (std::vector<double>{123456789012345678.0, -999999999999999999.0}));
+    EXPECT_EQ(rows[1].analog, (std::vector<double>{1234567890123456789.0, 7}));
+    EXPECT_EQ(rows[2].analog, (std::vector<double>{1.2345678901234568e29, 0}));
+}
+
 TEST(ComtradeData, AsciiEndsAtTheEndOfFileMark)
 {
     EXPECT_EQ(Example("1,0,1,2,1\n\x1A").Rows().size(), 1U);
@@ -120,6 +132,8 @@ INSTANTIATE_TEST_SUITE_P(
         Malformed{"x,0,1,2,1\n", "rec.dat, record 1: n is 'x', which is no number"},
         Malformed{"1,0y,1,2,1\n", "rec.dat, record 1: timestamp is '0y', which is no number"},
         Malformed{"1,0,1,--2,1\n", "rec.dat, record 1: analog channel 2 is '--2', which is no number"},
+        Malformed{"1,0,1,-,1\n", "rec.dat, record 1: analog channel 2 is '-', which is no number"},
+        Malformed{"1,0,1,2,-0\n", "rec.dat, record 1: status channel 1 is '-0', which is no number"},
         Malformed{"1,0,1\n", "rec.dat, record 1: ends before analog channel 2"},
         Malformed{"1,0,1,2,2\n", "rec.dat, record 1: status channel 1 is '2', which is no number"},
         Malformed{"1,0,1,2,1,0\n", "rec.dat, record 1: has more fields than channels"},
