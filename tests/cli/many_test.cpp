@@ -8,6 +8,9 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <fstream>
+
 namespace {
 
 using recorderfile::Encode;
@@ -65,6 +68,31 @@ TEST(Many, RecursiveTakesTheDirectoriesBelow)
     EXPECT_EQ(run.code, 0);
     EXPECT_EQ(Lines(run.out),
               (QStringList{"in/2024/01/c.ZU -> " + ShortRecordName(20), "in/a.ZU -> " + ShortRecordName(0)}));
+}
+
+TEST(Many, NamesThatAreNotUtf8AreToldAndFail)
+{
+    const Workplace place;
+    place.MakeDirectory("in/sub");
+    place.Write("in/a.ZU", Short(0));
+    const std::filesystem::path in = place.Path("in").toStdString();
+    const std::filesystem::path file = in / "sub/\377.ZU";
+    const std::filesystem::path directory = in / "\376";
+    std::ofstream(file) << "recording";
+    std::filesystem::create_directory(directory);
+    const Finished run = place.Convert({"--recursive", "in"});
+    const Finished shallow = place.Convert({"in"});
+    std::filesystem::remove(file); // Qt could not
+    std::filesystem::remove(directory);
+    EXPECT_EQ(run.code, 1);
+    EXPECT_EQ(run.out, "in/a.ZU -> " + ShortRecordName(0) + "\n");
+    EXPECT_EQ(
+        Lines(run.err).mid(0, 2),
+        (QStringList{
+            QStringLiteral("zucmtr: in/\uFFFD: not converted: the name is not UTF-8; rename the directory"),
+            QStringLiteral(
+                "zucmtr: in/sub/\uFFFD.ZU: not converted: the name is not UTF-8; rename the file")}));
+    EXPECT_EQ(shallow.code, 0); // what lies below was not asked for
 }
 
 TEST(Many, RecordingGivenTwiceIsConvertedOnce)

@@ -4,11 +4,15 @@
 
 #include <QDir>
 #include <QDirIterator>
+#include <QFile>
 #include <QFileInfo>
 #include <QRegularExpression>
 #include <QSet>
 
 #include <algorithm>
+#include <dirent.h>
+#include <memory>
+#include <sys/stat.h>
 
 namespace {
 
@@ -20,6 +24,32 @@ QString Normalised(const QString& path)
 bool LiesIn(const QString& path, const QString& directory)
 {
     return path == directory || path.startsWith(directory + QLatin1Char('/'));
+}
+
+bool IsUtf8(const QByteArray& bytes)
+{
+    return QString::fromUtf8(bytes).toUtf8() == bytes;
+}
+
+bool IsDirectory(const QByteArray& path)
+{
+    struct stat status = {};
+    return lstat(path.constData(), &status) == 0 && S_ISDIR(status.st_mode);
+}
+
+// Qt does not list them at all, so that nobody would hear of the recordings.
+std::vector<QByteArray> NamesNotUtf8(const QString& directory)
+{
+    std::vector<QByteArray> names;
+    const std::unique_ptr<DIR, int (*)(DIR*)> listed(opendir(QFile::encodeName(directory).constData()),
+                                                     closedir);
+    if (!listed)
+        return names;
+    while (const dirent* entry = readdir(listed.get())) {
+        if (!IsUtf8(entry->d_name))
+            names.emplace_back(entry->d_name);
+    }
+    return names;
 }
 
 class Collector
@@ -89,13 +119,10 @@ private:
 
     void AddDirectory(const QString& directory)
     {
-        if (!QFileInfo(directory).isReadable()) {
-            Refuse(directory,
-                   Tr("recordings",
-                      "not converted: no permission to read this directory; check its permissions"),
-                   true);
+        if (!LookInto(directory, Normalised(directory)))
             return;
-        }
+        if (recursive)
+            LookBelow(directory);
         const QStringList paths = FirstFilesIn(directory);
         if (paths.isEmpty())
             Refuse(directory,
@@ -108,6 +135,42 @@ private:
         for (const QString& path : paths) {
             const QString below = QFileInfo(top.relativeFilePath(Normalised(path))).path();
             Add({path, directory, below == QLatin1String(".") ? QString() : below});
+        }
+    }
+
+    // Tells what cannot be seen in a directory; false if that is all of it.
+    bool LookInto(const QString& name, const QString& path)
+    {
+        if (!QFileInfo(path).isReadable()) {
+            Refuse(name,
+                   Tr("recordings",
+                      "not converted: no permission to read this directory; check its permissions"),
+                   true);
+            return false;
+        }
+        list.directories << path;
+        for (const QByteArray& entry : NamesNotUtf8(path)) {
+            const QString shown = name + QLatin1Char('/') + QString::fromUtf8(entry);
+            const QByteArray encoded = QFile::encodeName(path) + '/' + entry;
+            if (entry.toLower().endsWith(".zu"))
+                Refuse(shown, Tr("recordings", "not converted: the name is not UTF-8; rename the file"),
+                       true);
+            else if (recursive && IsDirectory(encoded))
+                Refuse(shown, Tr("recordings", "not converted: the name is not UTF-8; rename the directory"),
+                       true);
+        }
+        return true;
+    }
+
+    void LookBelow(const QString& directory)
+    {
+        QDirIterator below(directory, QDir::Dirs | QDir::NoDotAndDotDot | QDir::NoSymLinks,
+                           QDirIterator::Subdirectories);
+        while (below.hasNext()) {
+            const QString name = below.next();
+            const QString path = Normalised(name);
+            if (!IsExcluded(path))
+                LookInto(name, path);
         }
     }
 

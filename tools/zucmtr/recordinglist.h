@@ -20,7 +20,7 @@ struct Recording
     QString below; // its own directory below top, without slashes at the ends; may be empty
 };
 
-/// An argument of which nothing is converted.
+/// An argument, or something below it, of which nothing is converted.
 struct Refusal
 {
     QString path;
@@ -32,9 +32,11 @@ struct RecordingList
 {
     std::vector<Recording> recordings; // each once, in the order of the arguments, within a directory by path
     std::vector<Refusal> refusals;
+    QStringList directories; // that were looked into, absolute
 };
 
 /// Looks at every argument. Names that are no recorder file's stay in the list, for the library to refuse. In
 /// a directory the first files are taken, with `recursive` also those below it, but never what lies in one of
-/// the `excluded` directories.
+/// the `excluded` directories. Directories that cannot be read and names that no program text can hold are
+/// refused.
 RecordingList CollectRecordings(const QStringList& arguments, bool recursive, const QStringList& excluded);

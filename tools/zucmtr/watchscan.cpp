@@ -4,14 +4,8 @@
 
 #include <QCryptographicHash>
 #include <QDateTime>
-#include <QDirIterator>
-#include <QFile>
 #include <QFileInfo>
 #include <QStringList>
-
-#include <algorithm>
-#include <dirent.h>
-#include <memory>
 
 namespace {
 
@@ -32,33 +26,6 @@ void Add(QCryptographicHash& hash, const QFileInfo& file)
                      .toUtf8());
 }
 
-QString Normalised(const QString& path)
-{
-    return QDir::cleanPath(QFileInfo(path).absoluteFilePath());
-}
-
-bool LiesInOneOf(const QString& path, const QStringList& directories)
-{
-    return std::any_of(directories.begin(), directories.end(), [&](const QString& directory) {
-        return path == directory || path.startsWith(directory + QLatin1Char('/'));
-    });
-}
-
-void AddBelow(const QString& top, const QStringList& excluded, Scan& scan)
-{
-    QDirIterator below(top, QDir::Dirs | QDir::NoDotAndDotDot, QDirIterator::Subdirectories);
-    while (below.hasNext()) {
-        const QString path = Normalised(below.next());
-        if (LiesInOneOf(path, excluded))
-            continue;
-        if (below.fileInfo().isReadable())
-            scan.directories << path;
-        else
-            scan.unreadable.push_back(
-                {path, Tr("watch", "no permission to read this directory; check its permissions"), true});
-    }
-}
-
 // The directories that are there. One may be gone for a while, as with a network.
 QStringList Present(const QStringList& directories, Scan& scan)
 {
@@ -71,27 +38,6 @@ QStringList Present(const QStringList& directories, Scan& scan)
                 {directory, Tr("watch", "the directory is gone; it is looked for at each rescan"), true});
     }
     return present;
-}
-
-bool IsUtf8(const QByteArray& bytes)
-{
-    return QString::fromUtf8(bytes).toUtf8() == bytes;
-}
-
-// Qt does not list them at all, so that nobody would hear of the recordings.
-void AddNamesNotUtf8(const QString& path, Scan& scan)
-{
-    const std::unique_ptr<DIR, int (*)(DIR*)> directory(opendir(QFile::encodeName(path).constData()),
-                                                        closedir);
-    if (!directory)
-        return;
-    while (const dirent* entry = readdir(directory.get())) {
-        const QByteArray name = entry->d_name;
-        if (name.toLower().endsWith(".zu") && !IsUtf8(name))
-            scan.unreadable.push_back({path + QLatin1Char('/') + QString::fromUtf8(name),
-                                       Tr("watch", "not converted: the name is not UTF-8; rename the file"),
-                                       true});
-    }
 }
 
 } // namespace
@@ -115,7 +61,7 @@ Scan ScanDirectories(const QStringList& directories, bool recursive, const QStri
 {
     Scan scan;
     const QStringList present = Present(directories, scan);
-    RecordingList list = CollectRecordings(present, recursive, excluded);
+    const RecordingList list = CollectRecordings(present, recursive, excluded);
     for (const Recording& recording : list.recordings) {
         const QByteArray print = PrintOf(recording.path);
         if (!print.isEmpty())
@@ -125,15 +71,6 @@ Scan ScanDirectories(const QStringList& directories, bool recursive, const QStri
         if (refusal.failed)
             scan.unreadable.push_back(refusal);
     }
-    QStringList kept;
-    for (const QString& directory : excluded)
-        kept << Normalised(directory);
-    for (const QString& directory : present) {
-        scan.directories << Normalised(directory);
-        if (recursive)
-            AddBelow(directory, kept, scan);
-    }
-    for (const QString& directory : scan.directories)
-        AddNamesNotUtf8(directory, scan);
+    scan.directories = list.directories;
     return scan;
 }

@@ -1247,6 +1247,14 @@ Run &apos;%2 --help&apos; for the options and an example.</source>
         <source>there is no recording (.ZU) in this directory; --recursive looks into the directories below it, too</source>
         <translation>в этом каталоге нет осциллограмм (.ZU); --recursive ищет и во вложенных каталогах</translation>
     </message>
+    <message>
+        <source>not converted: the name is not UTF-8; rename the file</source>
+        <translation>не преобразована: имя не в UTF-8; переименуйте файл</translation>
+    </message>
+    <message>
+        <source>not converted: the name is not UTF-8; rename the directory</source>
+        <translation>не преобразована: имя не в UTF-8; переименуйте каталог</translation>
+    </message>
 </context>
 <context>
     <name>sample</name>
@@ -1800,16 +1808,8 @@ SIGTERM и Ctrl-C завершают работу после начатой ос
         <translation>--state: «%1» — файл другого рода; укажите файл, созданный «zucmtr watch», или ещё не существующий</translation>
     </message>
     <message>
-        <source>no permission to read this directory; check its permissions</source>
-        <translation>нет права читать этот каталог; проверьте права</translation>
-    </message>
-    <message>
         <source>the directory is gone; it is looked for at each rescan</source>
         <translation>каталог исчез; его ищут при каждом просмотре</translation>
-    </message>
-    <message>
-        <source>not converted: the name is not UTF-8; rename the file</source>
-        <translation>не преобразована: имя не в UTF-8; переименуйте файл</translation>
     </message>
 </context>
 <context>
