@@ -37,7 +37,7 @@ QStringList LinesFor(const ZuFileFormat& recording, const Options& options)
     std::vector<dictionary::Signal> discrete;
     for (const DiChannelData* channel : recording.DiChannels)
         discrete.push_back({channel->Name, QString()});
-    const QStringList lines = dictionary::DictionaryLines(analog, discrete);
+    QStringList lines = dictionary::DictionaryLines(analog, discrete);
     if (!options.complete)
         return lines;
     return dictionary::CompleteIni(QString::fromStdString(options.section), recording.Identity, lines);

@@ -54,7 +54,7 @@ void TranslateHeadings(CLI::App& app)
 
 QString TextOf(const CLI::ParseError& error)
 {
-    const QString text = QString::fromUtf8(error.what());
+    QString text = QString::fromUtf8(error.what());
     for (const char* known : errorTexts) {
         const QRegularExpressionMatch match = Expression(known).match(text);
         if (!match.hasMatch())
