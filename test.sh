@@ -52,4 +52,4 @@ scripts/update-translations.sh --check
 git ls-files '*.cpp' '*.h' | xargs clang-format --dry-run -Werror
 [ $mode = all ] || exit 0
 build_and_test tsan
-scripts/lint.sh build/release
+scripts/lint.sh

@@ -21,7 +21,7 @@ namespace {
 using inicheck::Finding;
 using inicheck::Severity;
 
-struct Options
+struct CheckOptions
 {
     std::string ini;
     std::string defaults;
@@ -30,11 +30,6 @@ struct Options
     uint64_t maxMemory = 0;
     std::vector<std::string> recordings;
 };
-
-QString Text(const std::string& utf8)
-{
-    return QString::fromStdString(utf8);
-}
 
 QString Shown(Severity severity)
 {
@@ -85,7 +80,7 @@ QStringList DevicesOf(const DeviceChoice& choice)
     return devices.isEmpty() ? QStringList{choice.defaults} : devices;
 }
 
-inicheck::Question QuestionOf(const Options& options)
+inicheck::Question QuestionOf(const CheckOptions& options)
 {
     inicheck::Question question;
     std::vector<Recording> recordings;
@@ -110,7 +105,7 @@ inicheck::Question QuestionOf(const Options& options)
     return question;
 }
 
-int Run(const Options& options)
+int RunCheck(const CheckOptions& options)
 {
     LimitMemory(options.maxMemory);
     const inicheck::Question question = QuestionOf(options);
@@ -132,7 +127,7 @@ void AddCheckCommand(CLI::App& app, Action& chosen)
 {
     CLI::App* command =
         app.add_subcommand("check", HelpText("check", "Explain what is wrong with an ini file"));
-    const auto options = std::make_shared<Options>();
+    const auto options = std::make_shared<CheckOptions>();
     command
         ->add_option("--ini", options->ini,
                      HelpText("check", "The recorders' ini file. Default: ZuDrv.ini beside the recordings, "
@@ -166,5 +161,5 @@ void AddCheckCommand(CLI::App& app, Action& chosen)
         "  mkdir -p station\n"
         "  zucmtr sample --out station --force\n"
         "  zucmtr check --ini station/ZuDrv.ini station/*.ZU"));
-    command->callback([options, &chosen] { chosen = [options] { return Run(*options); }; });
+    command->callback([options, &chosen] { chosen = [options] { return RunCheck(*options); }; });
 }

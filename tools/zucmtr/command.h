@@ -9,6 +9,7 @@
 
 #include <functional>
 #include <stdexcept>
+#include <string>
 
 /// The program's exit codes.
 enum ExitCode {
@@ -19,6 +20,12 @@ enum ExitCode {
 
 /// The work of a subcommand; gives the exit code.
 using Action = std::function<int()>;
+
+/// A value of the command line as a text.
+inline QString Text(const std::string& utf8)
+{
+    return QString::fromStdString(utf8);
+}
 
 /// Settings with which a command cannot begin; what() is UTF-8 and says what is wrong and what to do. It ends
 /// the program with ExitUsage.

@@ -26,7 +26,7 @@
 
 namespace {
 
-struct Options
+struct ConvertOptions
 {
     DeviceOptions device;
     std::string out = ".";
@@ -43,11 +43,6 @@ struct Options
     std::vector<std::string> files;
 };
 
-QString Text(const std::string& utf8)
-{
-    return QString::fromStdString(utf8);
-}
-
 QStringList Texts(const std::vector<std::string>& utf8)
 {
     QStringList texts;
@@ -56,14 +51,14 @@ QStringList Texts(const std::vector<std::string>& utf8)
     return texts;
 }
 
-void CheckCombination(const Options& options)
+void CheckCombination(const ConvertOptions& options)
 {
     if (PutsAway(options.work) && options.trustWriter)
         throw ConfigurationError(Tr("convert", "--remove-source and --archive need a verified record; leave "
                                                "--trust-writer out"));
 }
 
-QString OutDirectory(const Options& options)
+QString OutDirectory(const ConvertOptions& options)
 {
     QString out = Text(options.out);
     if (options.makeOut && options.dryRun)
@@ -73,7 +68,7 @@ QString OutDirectory(const Options& options)
     return CheckedOutputDirectory(out);
 }
 
-WorkOrder OrderOf(const Options& options)
+WorkOrder OrderOf(const ConvertOptions& options)
 {
     WorkOrder order = OrderOf(options.work, OutDirectory(options));
     order.dryRun = options.dryRun;
@@ -81,7 +76,7 @@ WorkOrder OrderOf(const Options& options)
     return order;
 }
 
-size_t WorkerCount(const Options& options, size_t recordings)
+size_t WorkerCount(const ConvertOptions& options, size_t recordings)
 {
     const unsigned int processors = std::max(1U, std::thread::hardware_concurrency());
     const size_t wanted = options.jobs == 0 ? processors : options.jobs;
@@ -96,14 +91,15 @@ void ShareAllocations(uint64_t maxMemory)
         mallopt(M_ARENA_MAX, 1);
 }
 
-ReportForm FormOf(const Options& options)
+ReportForm FormOf(const ConvertOptions& options)
 {
     if (options.json)
         return ReportForm::Json;
     return options.quiet ? ReportForm::Quiet : ReportForm::Lines;
 }
 
-int Convert(const Options& options, const RecordingList& list, std::vector<std::unique_ptr<Worker>>& workers)
+int Convert(const ConvertOptions& options, const RecordingList& list,
+            std::vector<std::unique_ptr<Worker>>& workers)
 {
     using Clock = std::chrono::steady_clock;
     const Clock::time_point start = Clock::now();
@@ -131,7 +127,7 @@ int Convert(const Options& options, const RecordingList& list, std::vector<std::
     return report.Failed() == 0 ? ExitDone : ExitFailed;
 }
 
-int Run(const Options& options)
+int RunConvert(const ConvertOptions& options)
 {
     CheckCombination(options);
     QStringList excluded;
@@ -152,7 +148,7 @@ int Run(const Options& options)
     return Convert(options, list, workers);
 }
 
-void AddOutputOptions(CLI::App& command, Options& options)
+void AddOutputOptions(CLI::App& command, ConvertOptions& options)
 {
     command
         .add_option(
@@ -164,7 +160,7 @@ void AddOutputOptions(CLI::App& command, Options& options)
                      HelpText("convert", "Make the directory of --out if it is not there"));
 }
 
-void AddRunOptions(CLI::App& command, Options& options)
+void AddRunOptions(CLI::App& command, ConvertOptions& options)
 {
     command.add_flag("-r,--recursive", options.recursive,
                      HelpText("convert", "Look for recordings in the directories below the given ones, too"));
@@ -189,7 +185,7 @@ void AddRunOptions(CLI::App& command, Options& options)
                               "write nothing"));
 }
 
-void AddSafetyOptions(CLI::App& command, Options& options)
+void AddSafetyOptions(CLI::App& command, ConvertOptions& options)
 {
     AddWorkOptions(command, options.work);
     command.add_flag("--trust-writer", options.trustWriter,
@@ -198,7 +194,7 @@ void AddSafetyOptions(CLI::App& command, Options& options)
                               "are read back, but cannot be compared any more"));
 }
 
-void AddReportOptions(CLI::App& command, Options& options)
+void AddReportOptions(CLI::App& command, ConvertOptions& options)
 {
     command.add_flag("-q,--quiet", options.quiet, HelpText("convert", "Tell failures and warnings alone"));
     command.add_flag("--json", options.json,
@@ -231,7 +227,7 @@ void AddConvertCommand(CLI::App& app, Action& chosen)
 {
     CLI::App* command =
         app.add_subcommand("convert", HelpText("convert", "Convert recordings into COMTRADE records"));
-    const auto options = std::make_shared<Options>();
+    const auto options = std::make_shared<ConvertOptions>();
     AddDeviceOptions(*command, options->device);
     AddOutputOptions(*command, *options);
     AddRunOptions(*command, *options);
@@ -244,5 +240,5 @@ void AddConvertCommand(CLI::App& app, Action& chosen)
         ->required()
         ->type_name("");
     command->footer(Footer());
-    command->callback([options, &chosen] { chosen = [options] { return Run(*options); }; });
+    command->callback([options, &chosen] { chosen = [options] { return RunConvert(*options); }; });
 }

@@ -19,7 +19,7 @@
 
 namespace {
 
-struct Options
+struct DictionaryOptions
 {
     std::string file;
     std::string section = "Device";
@@ -29,7 +29,7 @@ struct Options
     uint64_t maxMemory = 0;
 };
 
-QStringList LinesFor(const ZuFileFormat& recording, const Options& options)
+QStringList LinesFor(const ZuFileFormat& recording, const DictionaryOptions& options)
 {
     std::vector<dictionary::Signal> analog;
     for (const AnChannelData* channel : recording.AnChannels)
@@ -57,7 +57,7 @@ void WriteLines(const QString& path, const QStringList& lines, bool force)
             Tr("dictionary", "--output: '%1' cannot be written: %2").arg(path, file.errorString()));
 }
 
-int Run(const Options& options)
+int RunDictionary(const DictionaryOptions& options)
 {
     LimitMemory(options.maxMemory);
     const QString section = QString::fromStdString(options.section);
@@ -86,7 +86,7 @@ void AddDictionaryCommand(CLI::App& app, Action& chosen)
     CLI::App* command = app.add_subcommand(
         "dictionary",
         HelpText("dictionary", "Write a first sorting dictionary for the channels of a recording"));
-    const auto options = std::make_shared<Options>();
+    const auto options = std::make_shared<DictionaryOptions>();
     command->add_flag(
         "--complete", options->complete,
         HelpText("dictionary", "A whole ini file, with which the recording can be converted at once"));
@@ -120,5 +120,5 @@ void AddDictionaryCommand(CLI::App& app, Action& chosen)
         "  zucmtr sample --out station\n"
         "  zucmtr dictionary --complete --output new/ZuDrv.ini --force station/Vostochnaya_000123.ZU\n"
         "  zucmtr convert --ini new/ZuDrv.ini --out new station/Vostochnaya_000123.ZU"));
-    command->callback([options, &chosen] { chosen = [options] { return Run(*options); }; });
+    command->callback([options, &chosen] { chosen = [options] { return RunDictionary(*options); }; });
 }

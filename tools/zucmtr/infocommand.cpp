@@ -17,7 +17,7 @@
 
 namespace {
 
-struct Options
+struct InfoOptions
 {
     bool json = false;
     bool withoutChannels = false;
@@ -38,7 +38,7 @@ info::Description Described(const QString& file)
 }
 
 // True unless something is wrong with the file.
-bool Show(const QString& file, const Options& options)
+bool Show(const QString& file, const InfoOptions& options)
 {
     info::Description description = Described(file);
     const QString first = FirstFileOf(file);
@@ -56,7 +56,7 @@ bool Show(const QString& file, const Options& options)
     return description.error.isEmpty();
 }
 
-int Run(const Options& options)
+int RunInfo(const InfoOptions& options)
 {
     LimitMemory(options.maxMemory);
     bool good = true;
@@ -71,7 +71,7 @@ void AddInfoCommand(CLI::App& app, Action& chosen)
 {
     CLI::App* command =
         app.add_subcommand("info", HelpText("info", "Tell what is in recordings and COMTRADE records"));
-    const auto options = std::make_shared<Options>();
+    const auto options = std::make_shared<InfoOptions>();
     command->add_flag("--json", options->json, HelpText("info", "One JSON object a file, for programs"));
     command->add_flag("--no-channels", options->withoutChannels,
                       HelpText("info", "Leave out the lists of channels"));
@@ -92,5 +92,5 @@ void AddInfoCommand(CLI::App& app, Action& chosen)
                 "Example, with the sample station:\n"
                 "  mkdir -p station\n  zucmtr sample --out station\n"
                 "  zucmtr info --no-channels station/*.ZU"));
-    command->callback([options, &chosen] { chosen = [options] { return Run(*options); }; });
+    command->callback([options, &chosen] { chosen = [options] { return RunInfo(*options); }; });
 }

@@ -14,7 +14,7 @@
 
 namespace {
 
-struct Options
+struct SampleCommandOptions
 {
     SampleOptions sample;
     std::string out;
@@ -69,7 +69,7 @@ QString ConvertCommand(const QString& program, const QDir& directory)
              station::DefaultsSection(), station::DeviceSection(), ShellWord(directory.path()));
 }
 
-int Run(const Options& options, const QString& program)
+int RunSample(const SampleCommandOptions& options, const QString& program)
 {
     const station::StationOptions station = CheckedStation(options.sample);
     const QDir directory(CheckedOutputDirectory(QString::fromStdString(options.out)));
@@ -86,7 +86,7 @@ void AddSampleCommand(CLI::App& app, Action& chosen, const QString& program)
 {
     CLI::App* command = app.add_subcommand(
         "sample", HelpText("sample", "Write a sample station: recordings and their ini file"));
-    const auto options = std::make_shared<Options>();
+    const auto options = std::make_shared<SampleCommandOptions>();
     command->add_option("--out", options->out, HelpText("sample", "Existing directory for the files"))
         ->required()
         ->type_name("DIR");
@@ -104,6 +104,7 @@ void AddSampleCommand(CLI::App& app, Action& chosen, const QString& program)
                              "Example:\n"
                              "  mkdir -p station\n"
                              "  zucmtr sample --out station --fault three --segments 2"));
-    command->callback(
-        [options, program, &chosen] { chosen = [options, program] { return Run(*options, program); }; });
+    command->callback([options, program, &chosen] {
+        chosen = [options, program] { return RunSample(*options, program); };
+    });
 }

@@ -16,7 +16,7 @@
 
 namespace {
 
-struct Options
+struct ViewOptions
 {
     std::string file;
     std::string page;
@@ -29,11 +29,6 @@ struct Options
     bool full = false;
     bool plain = false; // without ini file
 };
-
-QString Text(const std::string& utf8)
-{
-    return QString::fromStdString(utf8);
-}
 
 // Beside the record, where convert would put it too.
 QString DefaultPage(const QString& file)
@@ -55,7 +50,7 @@ void PutPage(const QString& record, const QString& page, const view::Options& op
                      .arg(held.total));
 }
 
-void WriteAll(const Options& options, const QString& record)
+void WriteAll(const ViewOptions& options, const QString& record)
 {
     view::Options settings;
     settings.window = options.window;
@@ -75,7 +70,7 @@ void WriteAll(const Options& options, const QString& record)
     }
 }
 
-int Run(const Options& options)
+int RunView(const ViewOptions& options)
 {
     try {
         const RecordSource source(Text(options.file),
@@ -95,7 +90,7 @@ int Run(const Options& options)
     return ExitDone;
 }
 
-void AddOutputOptions(CLI::App& command, Options& options)
+void AddOutputOptions(CLI::App& command, ViewOptions& options)
 {
     command
         .add_option("-o,--out", options.page,
@@ -121,7 +116,7 @@ void AddOutputOptions(CLI::App& command, Options& options)
         ->excludes(window);
 }
 
-void AddChoiceOptions(CLI::App& command, Options& options)
+void AddChoiceOptions(CLI::App& command, ViewOptions& options)
 {
     CLI::Option* plain = command.add_flag(
         "--plain", options.plain,
@@ -165,7 +160,7 @@ void AddViewCommand(CLI::App& app, Action& chosen)
     CLI::App* command = app.add_subcommand(
         "view",
         HelpText("view", "Show a recording or COMTRADE record as a page for the browser, or as a picture"));
-    const auto options = std::make_shared<Options>();
+    const auto options = std::make_shared<ViewOptions>();
     command->add_option("FILE", options->file, HelpText("view", "The recording or record"))
         ->required()
         ->type_name("");
@@ -187,5 +182,5 @@ void AddViewCommand(CLI::App& app, Action& chosen)
         "  mkdir -p station\n"
         "  zucmtr sample --out station --force\n"
         "  zucmtr view station/Vostochnaya_000123.ZU -o station/fault.html"));
-    command->callback([options, &chosen] { chosen = [options] { return Run(*options); }; });
+    command->callback([options, &chosen] { chosen = [options] { return RunView(*options); }; });
 }

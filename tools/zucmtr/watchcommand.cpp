@@ -20,7 +20,7 @@
 
 namespace {
 
-struct Options
+struct WatchOptions
 {
     DeviceOptions device;
     std::string out;
@@ -36,17 +36,12 @@ struct Options
     std::vector<std::string> directories;
 };
 
-QString Text(const std::string& utf8)
-{
-    return QString::fromStdString(utf8);
-}
-
 std::chrono::milliseconds Milliseconds(double seconds)
 {
     return std::chrono::milliseconds(static_cast<int64_t>(seconds * 1000));
 }
 
-void CheckDirectories(const Options& options)
+void CheckDirectories(const WatchOptions& options)
 {
     for (const std::string& directory : options.directories) {
         if (!QFileInfo(Text(directory)).isDir())
@@ -55,7 +50,7 @@ void CheckDirectories(const Options& options)
     }
 }
 
-WatchOrder WatchOrderOf(const Options& options, const Worker& worker)
+WatchOrder WatchOrderOf(const WatchOptions& options, const Worker& worker)
 {
     WatchOrder order;
     for (const std::string& directory : options.directories)
@@ -73,7 +68,7 @@ WatchOrder WatchOrderOf(const Options& options, const Worker& worker)
 }
 
 // The ini file lies in one of the directories, unless it is named.
-DeviceChoice Chosen(const Options& options)
+DeviceChoice Chosen(const WatchOptions& options)
 {
     DeviceChoice choice = ChoiceOf(options.device);
     std::vector<Recording> directories;
@@ -83,7 +78,7 @@ DeviceChoice Chosen(const Options& options)
     return choice;
 }
 
-int Run(const Options& options)
+int RunWatch(const WatchOptions& options)
 {
     CheckDirectories(options);
     const DeviceChoice choice = Chosen(options);
@@ -105,7 +100,7 @@ int Run(const Options& options)
     }
 }
 
-void AddWatchOptions(CLI::App& command, Options& options)
+void AddWatchOptions(CLI::App& command, WatchOptions& options)
 {
     command.add_flag("-r,--recursive", options.recursive,
                      HelpText("watch", "Watch the directories below the given ones, too"));
@@ -151,7 +146,7 @@ void AddWatchCommand(CLI::App& app, Action& chosen)
 {
     CLI::App* command =
         app.add_subcommand("watch", HelpText("watch", "Convert recordings as they arrive in directories"));
-    const auto options = std::make_shared<Options>();
+    const auto options = std::make_shared<WatchOptions>();
     AddDeviceOptions(*command, options->device);
     command->add_option("--out", options->out, HelpText("watch", "Existing directory for the COMTRADE files"))
         ->required()
@@ -178,5 +173,5 @@ void AddWatchCommand(CLI::App& app, Action& chosen)
         "  zucmtr sample --out station --force\n"
         "  sed -i 's/^Время ожидания=.*/Время ожидания=200/' station/ZuDrv.ini\n"
         "  zucmtr watch --once --out station/comtrade station"));
-    command->callback([options, &chosen] { chosen = [options] { return Run(*options); }; });
+    command->callback([options, &chosen] { chosen = [options] { return RunWatch(*options); }; });
 }
