@@ -72,7 +72,7 @@ public:
         return true;
     }
 
-    // Steps over a plain number of up to 18 digits, as nearly every field is: a record is read in a third of
+    // Steps over a plain number of up to 18 digits, as nearly every field is: a record is read in half
     // the time. False leaves the field to Take.
     bool TakePlain(qint64& number)
     {

@@ -119,11 +119,12 @@ private:
 
     void AddDirectory(const QString& directory)
     {
-        if (!LookInto(directory, Normalised(directory)))
+        QStringList paths;
+        if (!LookInto(directory, paths))
             return;
         if (recursive)
-            LookBelow(directory);
-        const QStringList paths = FirstFilesIn(directory);
+            LookBelow(directory, paths);
+        paths.sort();
         if (paths.isEmpty())
             Refuse(directory,
                    recursive
@@ -138,55 +139,47 @@ private:
         }
     }
 
-    // Tells what cannot be seen in a directory; false if that is all of it.
-    bool LookInto(const QString& name, const QString& path)
+    // Takes the first files of a directory and tells what cannot be seen in it; false if that is all of it.
+    bool LookInto(const QString& directory, QStringList& paths)
     {
-        if (!QFileInfo(path).isReadable()) {
-            Refuse(name,
+        const QString absolute = Normalised(directory);
+        if (IsExcluded(absolute))
+            return true;
+        if (!QFileInfo(absolute).isReadable()) {
+            Refuse(directory,
                    Tr("recordings",
                       "not converted: no permission to read this directory; check its permissions"),
                    true);
             return false;
         }
-        list.directories << path;
-        for (const QByteArray& entry : NamesNotUtf8(path)) {
-            const QString shown = name + QLatin1Char('/') + QString::fromUtf8(entry);
-            const QByteArray encoded = QFile::encodeName(path) + '/' + entry;
-            if (entry.toLower().endsWith(".zu"))
-                Refuse(shown, Tr("recordings", "not converted: the name is not UTF-8; rename the file"),
-                       true);
-            else if (recursive && IsDirectory(encoded))
-                Refuse(shown, Tr("recordings", "not converted: the name is not UTF-8; rename the directory"),
-                       true);
-        }
+        list.directories << absolute;
+        RefuseNamesNotUtf8(directory);
+        QDirIterator files(directory, {QStringLiteral("*.ZU"), QStringLiteral("*.zu")},
+                           QDir::Files | QDir::CaseSensitive);
+        while (files.hasNext())
+            paths << files.next();
         return true;
     }
 
-    void LookBelow(const QString& directory)
+    void RefuseNamesNotUtf8(const QString& directory)
     {
-        QDirIterator below(directory, QDir::Dirs | QDir::NoDotAndDotDot | QDir::NoSymLinks,
-                           QDirIterator::Subdirectories);
-        while (below.hasNext()) {
-            const QString name = below.next();
-            const QString path = Normalised(name);
-            if (!IsExcluded(path))
-                LookInto(name, path);
+        for (const QByteArray& entry : NamesNotUtf8(directory)) {
+            const QString shown = directory + QLatin1Char('/') + QString::fromUtf8(entry);
+            if (entry.toLower().endsWith(".zu"))
+                Refuse(shown, Tr("recordings", "not converted: the name is not UTF-8; rename the file"),
+                       true);
+            else if (recursive && IsDirectory(QFile::encodeName(directory) + '/' + entry))
+                Refuse(shown, Tr("recordings", "not converted: the name is not UTF-8; rename the directory"),
+                       true);
         }
     }
 
-    QStringList FirstFilesIn(const QString& directory) const
+    void LookBelow(const QString& directory, QStringList& paths)
     {
-        QStringList paths;
-        QDirIterator files(directory, {QStringLiteral("*.ZU"), QStringLiteral("*.zu")},
-                           QDir::Files | QDir::CaseSensitive,
-                           recursive ? QDirIterator::Subdirectories : QDirIterator::NoIteratorFlags);
-        while (files.hasNext()) {
-            const QString path = files.next();
-            if (!IsExcluded(Normalised(path)))
-                paths << path;
-        }
-        paths.sort();
-        return paths;
+        QDirIterator below(directory, QDir::Dirs | QDir::NoDotAndDotDot | QDir::NoSymLinks,
+                           QDirIterator::Subdirectories);
+        while (below.hasNext())
+            LookInto(below.next(), paths);
     }
 
     const QStringList arguments;
