@@ -165,8 +165,6 @@ void AddStart(Description& description, ZuFileFormat& first, ZuCmtrDevParam& dev
         return;
     }
     description.Add(QStringLiteral("startCondition"), Tr("info", "Condition"), first.StartCondition);
-    if (!first.StartCircuit.isEmpty())
-        description.Add(QStringLiteral("startCircuit"), Tr("info", "Circuit"), first.StartCircuit);
     if (!first.StartSetting.isEmpty())
         description.Add(QStringLiteral("startSetting"), Tr("info", "Setting"), first.StartSetting);
 }
@@ -195,7 +193,7 @@ void DescribeChain(Description& description, const QString& path)
     PlainDevice device;
     SegmentChain chain(device);
     if (!chain.Load(path)) {
-        description.Fail(reason::RecordingUnreadable, device.LastError);
+        description.Fail(reason::OfLibrary(device.LastError, reason::RecordingUnreadable), device.LastError);
         return;
     }
     ZuFileFormat& first = chain.First();

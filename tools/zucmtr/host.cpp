@@ -110,6 +110,7 @@ Outcome Host::Convert(const QString& file, const QString& outDirectory, unsigned
     try {
         outcome.converted = ZuCmtrConvertToComtrade(file, outDirectory, device);
         outcome.error = ZuCmtrGetDevLastError(device);
+        outcome.reason = reason::OfLibrary(outcome.error, reason::NotConverted);
     } catch (const std::out_of_range& failure) {
         outcome.reason = reason::ConverterException;
         outcome.error = Tr("host", "the start comment has too few values, or the segments have analog but "

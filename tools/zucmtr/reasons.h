@@ -2,6 +2,8 @@
 // a text in the user's language, and stay what they are from version to version. docs/json.md explains each.
 #pragma once
 
+#include <QString>
+
 namespace reason {
 
 // A file, of any command.
@@ -92,5 +94,11 @@ inline constexpr char NoNextFile[] = "noNextFile";
 inline constexpr char NextFileUnreadable[] = "nextFileUnreadable";
 inline constexpr char NextFileDiffers[] = "nextFileDiffers";
 inline constexpr char AllFiles[] = "allFiles";
+
+/// The word for a failure of the library: outOfMemory by its text, else the given one.
+inline const char* OfLibrary(const QString& text, const char* otherwise)
+{
+    return text.contains(QStringLiteral("ошибка выделения памяти")) ? OutOfMemory : otherwise;
+}
 
 } // namespace reason
