@@ -65,9 +65,11 @@ class Place:
 
 
 KEPT = []  # command and object of every line
+LINES = []  # as printed
 
 
 def keep(command, line):
+    LINES.append(line)
     KEPT.append((command, json.loads(line)))
     return KEPT[-1][1]
 
@@ -198,6 +200,14 @@ class Runs(unittest.TestCase):
         self.assertEqual((english["status"], english["reason"]), (russian["status"], russian["reason"]))
         self.assertTrue(english["error"].startswith("not converted: "), english)
         self.assertTrue(russian["error"].startswith("не преобразована: "), russian)
+
+    def test_names_with_control_characters_are_whole(self):
+        place = self.place()
+        name = "a\u0007\u0085\u009b.ZU"  # a terminal minds the second and third, too
+        place.write("in/" + name, recording())
+        (converted,) = place.convert("in")
+        self.assertEqual(converted["file"], "in/" + name)
+        self.assertNotRegex(LINES[-1].decode(), "[\u0000-\u001f\u007f-\u009f]")
 
     # zucmtr info
 
