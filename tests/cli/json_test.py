@@ -347,20 +347,27 @@ BAY03=W,V
         (place.directory / "in").mkdir()
         for ending in (signal.SIGTERM, signal.SIGINT):
             place.write("in/junk.ZU", b"junk " + str(ending).encode())
-            with subprocess.Popen([PROGRAM, "watch", "--ini", "ZuDrv.ini", "--out", "out", "--rescan", "0.05",
-                                   "--retry-after", "0.01", "--attempts", "2", "in"],
-                                  cwd=place.directory, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL) as child:
-                self.next(child, "failed")
-                last = self.next(child, "failed")
-                self.assertEqual((last["attempt"], last["retrySeconds"]), (2, None))
-                (place.directory / os.fsdecode(b"in/\xff.ZU")).write_bytes(b"")
-                self.assertEqual(self.next(child, "unreadable")["reason"], "nameNotUtf8")
-                (place.directory / "in").rename(place.directory / "away")
-                self.assertEqual(self.next(child, "unreadable")["reason"], "directoryGone")
-                child.send_signal(ending)
-                self.assertEqual(self.next(child, "stopped")["reason"], signal.Signals(ending).name)
+            child = subprocess.Popen([PROGRAM, "watch", "--ini", "ZuDrv.ini", "--out", "out", "--rescan", "0.05",
+                                      "--retry-after", "0.01", "--attempts", "2", "in"],
+                                     cwd=place.directory, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
+            try:
+                self.follow(place.directory, child, ending)
+            finally:
+                child.kill()
+                child.communicate()
             (place.directory / "away").rename(place.directory / "in")
             (place.directory / os.fsdecode(b"in/\xff.ZU")).unlink()
+
+    def follow(self, directory, child, ending):
+        self.next(child, "failed")
+        last = self.next(child, "failed")
+        self.assertEqual((last["attempt"], last["retrySeconds"]), (2, None))
+        (directory / os.fsdecode(b"in/\xff.ZU")).write_bytes(b"")
+        self.assertEqual(self.next(child, "unreadable")["reason"], "nameNotUtf8")
+        (directory / "in").rename(directory / "away")
+        self.assertEqual(self.next(child, "unreadable")["reason"], "directoryGone")
+        child.send_signal(ending)
+        self.assertEqual(self.next(child, "stopped")["reason"], signal.Signals(ending).name)
 
     def next(self, child, event):
         """The next event of a kind that a running watch prints."""
