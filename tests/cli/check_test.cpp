@@ -48,8 +48,9 @@ TEST(Check, JsonHasOneObjectAFinding)
     bool found = false;
     for (const QString& line : run.out.split('\n', Qt::SkipEmptyParts)) {
         const QJsonObject object = QJsonDocument::fromJson(line.toUtf8()).object();
-        EXPECT_EQ(object.keys(), (QStringList{"file", "line", "severity", "text"}));
-        found = found || object["severity"].toString() == "warning";
+        EXPECT_EQ(object.keys(), (QStringList{"file", "line", "reason", "severity", "text"}));
+        found = found ||
+                (object["severity"].toString() == "warning" && object["reason"].toString() == "unknownKey");
     }
     EXPECT_TRUE(found);
 }

@@ -57,7 +57,8 @@ TEST(Info, ListsSegmentsAndChannels)
     EXPECT_EQ(object["kind"].toString(), "recording");
     EXPECT_EQ(object["segments"].toArray().size(), 2);
     EXPECT_EQ(object["segments"].toArray()[1].toObject()["file"].toString(), "rec.Z01");
-    EXPECT_EQ(object["chainEnd"].toString(), "there is no rec.Z02");
+    EXPECT_EQ(object["chainEnd"].toString(), "noNextFile");
+    EXPECT_EQ(object["chainEndText"].toString(), "there is no rec.Z02");
     EXPECT_EQ(object["notes"].toArray()[0].toString(), "not part of the recording: rec.Z03");
     const QJsonObject analog = object["analog"].toArray()[0].toObject();
     EXPECT_EQ(analog["number"].toInt(), 1);
@@ -107,7 +108,7 @@ TEST(Info, TellsWhatIsInARecord)
     EXPECT_EQ(object["kind"].toString(), "record");
     EXPECT_EQ(object["revision"].toInt(), 2013);
     EXPECT_EQ(object["samples"].toInt(), 3);
-    EXPECT_EQ(object["start"].toString(), "2024-01-31T11:59:59.750000");
+    EXPECT_EQ(object["start"].toString(), "2024-01-31T11:59:59.750000+03:00");
     EXPECT_EQ(object["analog"].toArray().size(), 1);
 
     QFile data(place.Path("out/" + ShortRecordName() + ".dat"));

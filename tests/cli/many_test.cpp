@@ -204,6 +204,7 @@ TEST(Many, JsonTellsEverythingOfARecording)
     const QJsonObject& refused = objects[0]; // arguments that are no recordings come first
     EXPECT_EQ(refused["file"].toString(), QStringLiteral("c.Z01"));
     EXPECT_EQ(refused["status"].toString(), QStringLiteral("failed"));
+    EXPECT_EQ(refused["reason"].toString(), QStringLiteral("continuationFile"));
 
     QJsonObject converted = objects[1];
     EXPECT_GT(converted.take("seconds").toDouble(), 0);
@@ -212,6 +213,7 @@ TEST(Many, JsonTellsEverythingOfARecording)
         converted,
         (QJsonObject{{"file", "a.ZU"},
                      {"status", "converted"},
+                     {"reason", QJsonValue()},
                      {"error", QJsonValue()},
                      {"record", name},
                      {"directory", "out"},
@@ -224,6 +226,7 @@ TEST(Many, JsonTellsEverythingOfARecording)
 
     EXPECT_EQ(objects[2]["file"].toString(), QStringLiteral("b.ZU"));
     EXPECT_EQ(objects[2]["status"].toString(), QStringLiteral("failed"));
+    EXPECT_EQ(objects[2]["reason"].toString(), QStringLiteral("notConverted"));
     EXPECT_TRUE(objects[2]["error"].toString().startsWith("not converted: Ошибка ")) << run.out;
     EXPECT_FALSE(objects[2]["verified"].toBool());
 }

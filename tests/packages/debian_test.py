@@ -111,6 +111,12 @@ class Debian(unittest.TestCase):
             with gzip.open(documents / "changelog.Debian.gz", "rt", encoding="utf-8") as changelog:
                 self.assertIn(f" ({arguments.version}-1) ", changelog.readline())
 
+    def test_program_package_describes_its_ini_file_and_its_json(self):
+        documents = {"ini.md", "json.md", "zucmtr.schema.json"}
+        names = {name.rsplit("/", 1)[1].removesuffix(".gz") for name in self.unpacked.names(PROGRAM)
+                 if name.startswith("usr/share/doc/zucmtr/")}
+        self.assertEqual(documents - names, set())
+
     def test_library_package_holds_no_more_than_the_library(self):
         names = {name for name in self.unpacked.names(LIBRARY) if not name.startswith("usr/share/")}
         directory = str(self.unpacked.library_directory.relative_to(self.unpacked.root))

@@ -257,6 +257,12 @@ qint64 Configuration::SampleCount() const
     return rates.empty() ? 0 : rates.back().lastSample;
 }
 
+double Configuration::StampSeconds() const
+{
+    constexpr int microseconds = 6;
+    return timeMultiplier * (start.decimals > microseconds ? 1e-9 : 1e-6);
+}
+
 QString NameOf(DataType type)
 {
     const auto* const row = std::find_if(DataTypes.begin(), DataTypes.end(),

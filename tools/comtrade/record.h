@@ -94,6 +94,9 @@ struct Configuration
 
     /// Records that the data must have: the last sample of the last rate.
     qint64 SampleCount() const;
+
+    /// Seconds of one unit of the records' time stamps.
+    double StampSeconds() const;
 };
 
 /// The name of the type in a CFG file.

@@ -6,6 +6,7 @@
 #include <QJsonArray>
 
 #include <algorithm>
+#include <new>
 
 namespace info {
 
@@ -19,12 +20,35 @@ void Description::Add(const QString& key, const QString& label, const QJsonValue
     facts.push_back({key, label, value, text});
 }
 
+void Description::Add(const QString& key, const QString& label, const Cell& cell)
+{
+    facts.push_back({key, label, cell.value, cell.text});
+}
+
+void Description::AddForPrograms(const QString& key, const QJsonValue& value)
+{
+    facts.push_back({key, QString(), value, QString()});
+}
+
+void Description::Fail(const char* word, const QString& text)
+{
+    reason = word;
+    error = text;
+}
+
 Description Describe(const QString& path)
 {
+    Description description;
     const QString suffix = QFileInfo(path).suffix().toLower();
-    if (suffix == QLatin1String("cfg") || suffix == QLatin1String("cff"))
-        return DescribeRecord(path);
-    return DescribeRecording(path);
+    const bool isRecord = suffix == QLatin1String("cfg") || suffix == QLatin1String("cff");
+    description.file = path;
+    description.kind = isRecord ? QStringLiteral("record") : QStringLiteral("recording");
+    try {
+        isRecord ? DescribeRecord(description) : DescribeRecording(description);
+    } catch (const std::bad_alloc&) {
+        description.Fail(reason::OutOfMemory, Tr("info", "needs more memory than --max-memory allows"));
+    }
+    return description;
 }
 
 namespace {
@@ -36,8 +60,11 @@ QStringList FactLines(const std::vector<Fact>& facts)
     for (const Fact& fact : facts)
         width = std::max(width, fact.label.size());
     QStringList lines;
-    for (const Fact& fact : facts)
+    for (const Fact& fact : facts) {
+        if (fact.label.isEmpty())
+            continue;
         lines << QStringLiteral("  ") + (fact.label + QLatin1Char(':')).leftJustified(width + 3) + fact.text;
+    }
     return lines;
 }
 
@@ -116,8 +143,10 @@ QJsonObject JsonOf(const Description& description, bool channels)
     }
     if (!description.notes.isEmpty())
         object[QStringLiteral("notes")] = QJsonArray::fromStringList(description.notes);
-    if (!description.error.isEmpty())
+    if (!description.error.isEmpty()) {
+        object[QStringLiteral("reason")] = QLatin1String(description.reason);
         object[QStringLiteral("error")] = description.error;
+    }
     return object;
 }
 

@@ -1,6 +1,8 @@
 // What a recording or a COMTRADE record holds, ready to be shown to people and programs.
 #pragma once
 
+#include "zucmtr/reasons.h"
+
 #include <QJsonObject>
 #include <QJsonValue>
 #include <QString>
@@ -14,7 +16,7 @@ namespace info {
 struct Fact
 {
     QString key;   // for programs
-    QString label; // for people
+    QString label; // for people; empty: the fact is for programs alone
     QJsonValue value;
     QString text;
 };
@@ -44,22 +46,29 @@ struct Description
     std::vector<Table> tables;
     QStringList notes; // what shortens or spoils it, and what to do
     QString error;     // why nothing more can be told; the facts are those that were found before
+    const char* reason = reason::Unexpected; // of the error
 
     void Add(const QString& key, const QString& label, const QString& text);
     void Add(const QString& key, const QString& label, const QJsonValue& value, const QString& text);
+    void Add(const QString& key, const QString& label, const Cell& cell);
+    void AddForPrograms(const QString& key, const QJsonValue& value);
+
+    /// Sets the error. word is one of reasons.h.
+    void Fail(const char* word, const QString& text);
 };
 
 /// Describes a recording by its first file, with the whole chain, or a record by its .cfg or .cff file. Never
 /// throws for bad input: the error tells what is wrong, where and what to do.
 Description Describe(const QString& path);
 
-Description DescribeRecording(const QString& path);
-Description DescribeRecord(const QString& path);
+/// Fill in what the file of the description holds.
+void DescribeRecording(Description& description);
+void DescribeRecord(Description& description);
 
 /// Lines for people; without the lists of channels if they are not wanted.
 QStringList TextOf(const Description& description, bool channels);
 
-/// One object for programs.
+/// One object for programs; docs/json.md lists the keys.
 QJsonObject JsonOf(const Description& description, bool channels);
 
 } // namespace info

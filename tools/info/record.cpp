@@ -1,128 +1,199 @@
 // A COMTRADE record.
 #include "info/description.h"
+#include "info/facts.h"
+#include "info/recorddata.h"
 #include "info/values.h"
 
 #include "comtrade/record.h"
 #include "zucmtr/texts.h"
 
-#include <QDateTime>
-#include <QFileInfo>
+#include <QJsonArray>
+#include <QRegularExpression>
 
 #include <algorithm>
+#include <cmath>
+#include <numeric>
+#include <optional>
 
 namespace info {
 
 namespace {
 
-QString MomentText(const comtrade::TimeStamp& stamp)
+// Minutes from UTC of the time code of revision 2013: "+3", "-7h15", "0"; nothing for "x", which says that
+// the zone is not known. Some writers have the Cyrillic letter between hours and minutes.
+std::optional<int> OffsetOf(const QString& timeCode)
+{
+    static const QRegularExpression form(
+        QStringLiteral("\\A([+-]?)([0-9]{1,2})(?:[hH\u0447\u0427:]([0-9]{2}))?\\z"));
+    const QRegularExpressionMatch match = form.match(timeCode);
+    if (!match.hasMatch())
+        return std::nullopt;
+    const int minutes = match.captured(2).toInt() * 60 + match.captured(3).toInt();
+    return match.captured(1) == QLatin1String("-") ? -minutes : minutes;
+}
+
+QString ZoneText(const comtrade::Configuration& configuration)
+{
+    const std::optional<int> offset = OffsetOf(configuration.timeCode);
+    return offset ? OffsetText(*offset) : QString();
+}
+
+Cell MomentCell(const comtrade::TimeStamp& stamp, const QString& zone)
 {
     const qint64 second = stamp.nanoseconds / 1000000000;
     const QString clock =
         QString::asprintf("%02d:%02d:%02d", int(second / 3600), int(second / 60 % 60), int(second % 60));
     const QString decimals =
         QString::asprintf("%09d", int(stamp.nanoseconds % 1000000000)).left(std::min(stamp.decimals, 9));
-    return stamp.date.toString(Qt::ISODate) + QLatin1Char('T') + clock +
-           (decimals.isEmpty() ? QString() : QLatin1Char('.') + decimals);
+    return TextCell(
+        QString::asprintf("%04d-%02d-%02dT", stamp.date.year(), stamp.date.month(), stamp.date.day()) +
+        clock + (decimals.isEmpty() ? QString() : QLatin1Char('.') + decimals) + zone);
 }
 
-void AddConfiguration(Description& description, const comtrade::Configuration& configuration)
+void AddIdentity(Description& description, const comtrade::Configuration& configuration)
 {
     description.Add(QStringLiteral("station"), Tr("info", "Station"), configuration.station);
     description.Add(QStringLiteral("device"), Tr("info", "Device"), configuration.device);
-    const int revision = static_cast<int>(configuration.revision);
-    description.Add(QStringLiteral("revision"), Tr("info", "Revision"), revision, QString::number(revision));
+    description.Add(QStringLiteral("revision"), Tr("info", "Revision"),
+                    CountCell(static_cast<int>(configuration.revision)));
     description.Add(QStringLiteral("dataType"), Tr("info", "Data"), comtrade::NameOf(configuration.dataType));
-    description.Add(QStringLiteral("start"), Tr("info", "First sample"), MomentText(configuration.start));
-    description.Add(QStringLiteral("trigger"), Tr("info", "Trigger"), MomentText(configuration.trigger));
+    const QString zone = ZoneText(configuration);
+    description.Add(QStringLiteral("start"), Tr("info", "First sample"),
+                    MomentCell(configuration.start, zone));
+    description.Add(QStringLiteral("trigger"), Tr("info", "Trigger"),
+                    MomentCell(configuration.trigger, zone));
     if (!configuration.timeCode.isEmpty())
         description.Add(QStringLiteral("zone"), Tr("info", "Time zone"),
                         configuration.timeCode + QLatin1Char(',') + configuration.localCode);
-    const double rate = configuration.rates.front().hertz;
-    description.Add(QStringLiteral("rate"), Tr("info", "Sampling rate"), rate, Tr("info", "%1 Hz").arg(rate));
-    description.Add(QStringLiteral("samples"), Tr("info", "Samples"), configuration.SampleCount(),
-                    QString::number(configuration.SampleCount()));
-    description.Add(QStringLiteral("channels"), Tr("info", "Channels"),
-                    qint64(configuration.analog.size() + configuration.states.size()),
-                    Tr("info", "%1 analog, %2 discrete")
-                        .arg(configuration.analog.size())
-                        .arg(configuration.states.size()));
 }
 
-Table AnalogTable(const comtrade::Configuration& configuration)
+// Rates and sample numbers give the duration; the time stamps, for a rate that is not constant.
+Sampling SamplingOf(const comtrade::Configuration& configuration, const RecordData& data)
 {
-    Table table{QStringLiteral("analog"),
-                Tr("info", "Analog channels"),
-                {"number", "name", "phase", "circuit", "unit", "a", "b", "primary", "secondary", "side"},
-                {Tr("info", "No."), Tr("info", "Name"), Tr("info", "Phase"), Tr("info", "Circuit"),
-                 Tr("info", "Unit"), QStringLiteral("a"), QStringLiteral("b"), Tr("info", "Primary"),
-                 Tr("info", "Secondary"), Tr("info", "P/S")},
-                {}};
-    for (const comtrade::AnalogChannel& channel : configuration.analog)
+    Sampling sampling;
+    for (const comtrade::SampleRate& rate : configuration.rates)
+        sampling.rates.push_back({rate.hertz, rate.lastSample});
+    sampling.seconds = SecondsOfRates(sampling.rates);
+    for (size_t i = 0; i < sampling.rates.size(); ++i)
+        if (!sampling.rates[i].IsConstant())
+            sampling.seconds += data.failure.isEmpty() ? data.stampSpans[i] : std::nan("");
+    return sampling;
+}
+
+// The count of a channel; unknown if the data could not be read to their end.
+Cell CountOf(const std::vector<qint64>& counts, size_t channel, const RecordData& data)
+{
+    return data.failure.isEmpty() ? CountCell(counts[channel]) : UnknownCell();
+}
+
+Table AnalogTable(const comtrade::Configuration& configuration, const RecordData& data)
+{
+    Table table{
+        QStringLiteral("analog"),
+        Tr("info", "Analog channels"),
+        {"number", "name", "phase", "circuit", "unit", "a", "b", "primary", "secondary", "side", "missing"},
+        {Tr("info", "No."), Tr("info", "Name"), Tr("info", "Phase"), Tr("info", "Circuit"),
+         Tr("info", "Unit"), QStringLiteral("a"), QStringLiteral("b"), Tr("info", "Primary"),
+         Tr("info", "Secondary"), Tr("info", "P/S"), Tr("info", "Missing")},
+        {}};
+    for (size_t i = 0; i < configuration.analog.size(); ++i) {
+        const comtrade::AnalogChannel& channel = configuration.analog[i];
         table.rows.push_back({CountCell(channel.number), TextCell(channel.name), TextCell(channel.phase),
                               TextCell(channel.circuit), TextCell(channel.unit), NumberCell(channel.a),
                               NumberCell(channel.b), NumberCell(channel.primary),
                               NumberCell(channel.secondary),
-                              TextCell(channel.primaryValues ? QStringLiteral("P") : QStringLiteral("S"))});
+                              TextCell(channel.primaryValues ? QStringLiteral("P") : QStringLiteral("S")),
+                              CountOf(data.missing, i, data)});
+    }
     return table;
 }
 
-Table StateTable(const comtrade::Configuration& configuration)
+Table StateTable(const comtrade::Configuration& configuration, const RecordData& data)
 {
     Table table{QStringLiteral("discrete"),
                 Tr("info", "Discrete channels"),
-                {"number", "name", "phase", "circuit", "normal"},
+                {"number", "name", "phase", "circuit", "normal", "changes"},
                 {Tr("info", "No."), Tr("info", "Name"), Tr("info", "Phase"), Tr("info", "Circuit"),
-                 Tr("info", "Normal")},
+                 Tr("info", "Normal"), Tr("info", "Changes")},
                 {}};
-    for (const comtrade::StateChannel& channel : configuration.states)
+    for (size_t i = 0; i < configuration.states.size(); ++i) {
+        const comtrade::StateChannel& channel = configuration.states[i];
         table.rows.push_back({CountCell(channel.number), TextCell(channel.name), TextCell(channel.phase),
-                              TextCell(channel.circuit), CountCell(channel.normalState ? 1 : 0)});
+                              TextCell(channel.circuit), CountCell(channel.normalState ? 1 : 0),
+                              CountOf(data.changes, i, data)});
+    }
     return table;
 }
 
-// Goes through the data: how many there are, and how long they last.
-void AddData(Description& description, comtrade::Record& record)
+void AddPieces(Description& description, const comtrade::Record& record)
 {
-    comtrade::Row row;
-    qint64 found = 0;
-    qint64 first = 0;
-    qint64 last = 0;
-    while (record.Next(row)) {
-        if (found++ == 0)
-            first = row.time;
-        last = row.time;
+    QStringList texts;
+    QJsonArray values;
+    const auto add = [&](const char* word, const QString& text, const QByteArray& piece) {
+        if (piece.isEmpty())
+            return;
+        texts << text.arg(piece.size());
+        values.append(QJsonObject{{QStringLiteral("piece"), QLatin1String(word)},
+                                  {QStringLiteral("bytes"), piece.size()}});
+    };
+    add("header", Tr("info", "header %1 bytes"), record.Header());
+    add("information", Tr("info", "information %1 bytes"), record.Information());
+    description.Add(QStringLiteral("pieces"), Tr("info", "Further pieces"), values,
+                    texts.isEmpty() ? Tr("info", "none") : texts.join(QLatin1String(", ")));
+}
+
+void AddMissing(Description& description, const RecordData& data)
+{
+    const qint64 sum = std::accumulate(data.missing.begin(), data.missing.end(), qint64{0});
+    description.Add(QStringLiteral("missing"), Tr("info", "Missing values"), CountCell(sum));
+    description.AddForPrograms(QStringLiteral("samplesFound"), data.samples);
+}
+
+// The record may be of any maker.
+void CheckCount(Description& description, qint64 wanted, qint64 found)
+{
+    if (found < wanted)
+        description.Fail(reason::SamplesLacking,
+                         Tr("info",
+                            "the configuration says %1 samples, the data hold only %2: their end is lost; "
+                            "copy the record again from where it was made")
+                             .arg(wanted)
+                             .arg(found));
+    if (found > wanted)
+        description.Fail(reason::SamplesLeftOver,
+                         Tr("info", "the configuration says %1 samples, the data hold %2: the two may be of "
+                                    "different records; compare their file names and times")
+                             .arg(wanted)
+                             .arg(found));
+}
+
+void DescribeOpen(Description& description, comtrade::Record& record)
+{
+    const comtrade::Configuration& configuration = record.Config();
+    AddIdentity(description, configuration);
+    const RecordData data = ReadData(record);
+    AddSampling(description, SamplingOf(configuration, data));
+    AddChannelCount(description, configuration.analog.size(), configuration.states.size());
+    AddPieces(description, record);
+    description.tables = {AnalogTable(configuration, data), StateTable(configuration, data)};
+    if (!data.failure.isEmpty()) {
+        description.Fail(reason::DataUnreadable, data.failure);
+        return;
     }
-    const double seconds = static_cast<double>(last - first) * record.Config().timeMultiplier / 1e6;
-    description.Add(QStringLiteral("seconds"), Tr("info", "Duration"), seconds,
-                    Tr("info", "%1 s").arg(seconds, 0, 'f', 6));
-    description.Add(QStringLiteral("pieces"), Tr("info", "Further pieces"),
-                    Tr("info", "header %1 bytes, information %2 bytes")
-                        .arg(record.Header().size())
-                        .arg(record.Information().size()));
-    const qint64 wanted = record.Config().SampleCount();
-    if (found != wanted)
-        description.error =
-            Tr("info", "the configuration tells %1 samples, the data hold %2; convert the recording again")
-                .arg(wanted)
-                .arg(found);
+    AddMissing(description, data);
+    CheckCount(description, configuration.SampleCount(), data.samples);
 }
 
 } // namespace
 
-Description DescribeRecord(const QString& path)
+void DescribeRecord(Description& description)
 {
-    Description description;
-    description.file = path;
-    description.kind = QStringLiteral("record");
     try {
-        comtrade::Record record(path);
-        AddConfiguration(description, record.Config());
-        description.tables = {AnalogTable(record.Config()), StateTable(record.Config())};
-        AddData(description, record);
+        comtrade::Record record(description.file);
+        DescribeOpen(description, record);
     } catch (const comtrade::Error& error) {
-        description.error = QString::fromUtf8(error.what());
+        description.Fail(reason::RecordUnreadable, QString::fromUtf8(error.what()));
     }
-    return description;
 }
 
 } // namespace info

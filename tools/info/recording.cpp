@@ -1,5 +1,7 @@
 // A recorder's recording, read with the library's own classes.
 #include "info/description.h"
+#include "info/facts.h"
+#include "info/recordingdata.h"
 #include "info/values.h"
 
 #include "recording/anchanneldata.h"
@@ -52,19 +54,34 @@ QStringList LeftOut(const QString& first, size_t inChain)
     return names;
 }
 
-void AddChainEnd(Description& description, const QString& path, size_t segments, const ZuCmtrDevParam& device)
+// Why a chain ends.
+struct ChainEnd
+{
+    const char* word;
+    QString text;
+};
+
+// wasCut: a file that could be read does not fit the first one.
+ChainEnd EndOf(const QString& path, size_t segments, bool wasCut, const ZuCmtrDevParam& device)
+{
+    const QString next = QFileInfo(SegmentPath(path, segments)).fileName();
+    if (wasCut)
+        return {reason::NextFileDiffers, Tr("info", "%1 differs from the first file").arg(next)};
+    if (!device.LogMessages.empty())
+        return {reason::NextFileUnreadable, Tr("info", "%1 cannot be read").arg(next)};
+    if (segments == std::size(ZuCmtrConverter::ZuExtensions) + 1)
+        return {reason::AllFiles, Tr("info", "it has all the files that a recording can have")};
+    return {reason::NoNextFile, Tr("info", "there is no %1").arg(next)};
+}
+
+void AddChainEnd(Description& description, const QString& path, size_t segments, bool wasCut,
+                 const ZuCmtrDevParam& device)
 {
     for (const QString& note : device.LogMessages)
         description.notes << note;
-    const size_t most = std::size(ZuCmtrConverter::ZuExtensions) + 1;
-    QString reason;
-    if (!device.LogMessages.empty())
-        reason = Tr("info", "%1 cannot continue it").arg(QFileInfo(SegmentPath(path, segments)).fileName());
-    else if (segments == most)
-        reason = Tr("info", "it has all the files that a recording can have");
-    else
-        reason = Tr("info", "there is no %1").arg(QFileInfo(SegmentPath(path, segments)).fileName());
-    description.Add(QStringLiteral("chainEnd"), Tr("info", "Chain ends because"), reason);
+    const ChainEnd end = EndOf(path, segments, wasCut, device);
+    description.AddForPrograms(QStringLiteral("chainEnd"), QLatin1String(end.word));
+    description.Add(QStringLiteral("chainEndText"), Tr("info", "Chain ends because"), end.text);
     const QStringList left = LeftOut(path, segments);
     if (!left.isEmpty())
         description.notes << Tr("info", "not part of the recording: %1").arg(left.join(QLatin1String(", ")));
@@ -82,7 +99,7 @@ Table SegmentTable(const QString& path, const std::vector<ZuFileFormat*>& files)
         ZuFileFormat& file = *files[i];
         const QFileInfo onDisk(SegmentPath(path, i));
         table.rows.push_back({TextCell(onDisk.fileName()), MomentCell(file.StartTime, file.StartMicroseconds),
-                              SecondsCell(file.SegmentDuration), CountCell(file.GetNumPointsAn()),
+                              SecondsCell(file.SegmentDuration / 1e6), CountCell(file.GetNumPointsAn()),
                               BytesCell(onDisk.size())});
     }
     return table;
@@ -108,7 +125,8 @@ Table AnalogTable(const ZuFileFormat& first)
     return table;
 }
 
-Table DiscreteTable(const ZuFileFormat& first)
+// The changes are those of the whole recording, empty if they cannot be counted.
+Table DiscreteTable(const ZuFileFormat& first, const std::vector<qint64>& changes)
 {
     Table table{QStringLiteral("discrete"),
                 Tr("info", "Discrete channels"),
@@ -116,10 +134,12 @@ Table DiscreteTable(const ZuFileFormat& first)
                 {Tr("info", "No."), Tr("info", "Name"), Tr("info", "Changes"), Tr("info", "Inverted"),
                  Tr("info", "Size")},
                 {}};
-    qint64 number = 0;
-    for (const DiChannelData* channel : first.DiChannels)
-        table.rows.push_back({CountCell(++number), TextCell(channel->Name), CountCell(channel->ChangeCount),
-                              FlagCell(channel->Inverted), BytesCell(channel->m_DataLength)});
+    for (size_t i = 0; i < first.DiChannels.size(); ++i) {
+        const DiChannelData& channel = *first.DiChannels[i];
+        table.rows.push_back({CountCell(static_cast<qint64>(i) + 1), TextCell(channel.Name),
+                              changes.empty() ? UnknownCell() : CountCell(changes[i]),
+                              FlagCell(channel.Inverted), BytesCell(channel.m_DataLength)});
+    }
     return table;
 }
 
@@ -145,18 +165,27 @@ void AddStart(Description& description, ZuFileFormat& first, ZuCmtrDevParam& dev
         return;
     }
     description.Add(QStringLiteral("startCondition"), Tr("info", "Condition"), first.StartCondition);
-    if (!first.StartCircuit.isEmpty())
-        description.Add(QStringLiteral("startCircuit"), Tr("info", "Circuit"), first.StartCircuit);
     if (!first.StartSetting.isEmpty())
         description.Add(QStringLiteral("startSetting"), Tr("info", "Setting"), first.StartSetting);
 }
 
 void AddMoments(Description& description, const ZuFileFormat& first)
 {
-    const Cell start = MomentCell(first.StartTime, first.StartMicroseconds);
-    const Cell trigger = MomentCell(first.TrigTime, first.TrigMicroseconds);
-    description.Add(QStringLiteral("start"), Tr("info", "First sample"), start.value, start.text);
-    description.Add(QStringLiteral("trigger"), Tr("info", "Trigger"), trigger.value, trigger.text);
+    description.Add(QStringLiteral("start"), Tr("info", "First sample"),
+                    MomentCell(first.StartTime, first.StartMicroseconds));
+    description.Add(QStringLiteral("trigger"), Tr("info", "Trigger"),
+                    MomentCell(first.TrigTime, first.TrigMicroseconds));
+}
+
+// The header's duration bounds what the converter writes of each file.
+void NoteLoss(Description& description, qint64 written, qint64 total)
+{
+    if (written < total)
+        description.notes << Tr("info",
+                                "by the durations in the headers of its files, its record will hold %1 "
+                                "of the %2 samples")
+                                 .arg(written)
+                                 .arg(total);
 }
 
 void DescribeChain(Description& description, const QString& path)
@@ -164,7 +193,7 @@ void DescribeChain(Description& description, const QString& path)
     PlainDevice device;
     SegmentChain chain(device);
     if (!chain.Load(path)) {
-        description.error = device.LastError;
+        description.Fail(reason::OfLibrary(device.LastError, reason::RecordingUnreadable), device.LastError);
         return;
     }
     ZuFileFormat& first = chain.First();
@@ -173,24 +202,21 @@ void DescribeChain(Description& description, const QString& path)
     description.Add(QStringLiteral("codePage"), Tr("info", "Code page"), CodePage(first));
     AddMoments(description, first);
     AddStart(description, first, device);
-    chain.CutAtDifference();
     const std::vector<ZuFileFormat*>& files = *chain.Files();
-    const bool good = chain.CheckChannels() && chain.SumTotals();
-    if (good) {
-        const Cell length = SecondsCell(device.TotalTime);
-        description.Add(QStringLiteral("seconds"), Tr("info", "Duration"), length.value, length.text);
-        description.Add(QStringLiteral("rate"), Tr("info", "Sampling rate"), device.SampleRate,
-                        Tr("info", "%1 Hz").arg(device.SampleRate));
-        description.Add(QStringLiteral("samples"), Tr("info", "Samples"), device.TotalSamples,
-                        QString::number(device.TotalSamples));
+    const size_t loaded = files.size();
+    chain.CutAtDifference();
+    RecordingData data;
+    if (chain.CheckChannels() && chain.SumTotals()) {
+        const std::vector<Rate> rates = {{device.SampleRate, device.TotalSamples}};
+        AddSampling(description, {rates, SecondsOfRates(rates)});
+        data = WalkThrough(files, device.SampleRate, device.TotalSamples);
+        NoteLoss(description, data.samples, device.TotalSamples);
     } else {
-        description.error = device.LastError;
+        description.Fail(reason::RecordingInconsistent, device.LastError);
     }
-    description.Add(
-        QStringLiteral("channels"), Tr("info", "Channels"), QJsonValue(first.ChannelCount),
-        Tr("info", "%1 analog, %2 discrete").arg(first.AnChannels.size()).arg(first.DiChannels.size()));
-    AddChainEnd(description, path, files.size(), device);
-    description.tables = {SegmentTable(path, files), AnalogTable(first), DiscreteTable(first)};
+    AddChannelCount(description, first.AnChannels.size(), first.DiChannels.size());
+    AddChainEnd(description, path, files.size(), files.size() < loaded, device);
+    description.tables = {SegmentTable(path, files), AnalogTable(first), DiscreteTable(first, data.changes)};
 }
 
 // What can be told of a first file that does not load: its size, and its header's times if they are there.
@@ -199,8 +225,7 @@ void AddRemains(Description& description, const QString& path)
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         return;
-    const Cell size = BytesCell(file.size());
-    description.Add(QStringLiteral("bytes"), Tr("info", "Size"), size.value, size.text);
+    description.Add(QStringLiteral("bytes"), Tr("info", "Size"), BytesCell(file.size()));
     ZuFileHeader header;
     if (file.read(reinterpret_cast<char*>(&header), sizeof header) != qint64{sizeof header}) {
         description.notes << Tr("info",
@@ -214,25 +239,23 @@ void AddRemains(Description& description, const QString& path)
 
 } // namespace
 
-Description DescribeRecording(const QString& path)
+void DescribeRecording(Description& description)
 {
-    Description description;
-    description.file = path;
-    description.kind = QStringLiteral("recording");
+    const QString& path = description.file;
     if (!QFileInfo::exists(path)) {
-        description.error = Tr("info", "does not exist");
-        return description;
+        description.Fail(reason::DoesNotExist, Tr("info", "does not exist"));
+        return;
     }
     try {
         DescribeChain(description, path);
     } catch (const std::out_of_range&) {
-        description.error =
-            Tr("info", "its files have analog channels and no discrete one, so that they cannot be "
-                       "compared; the library gives up such a recording with an exception");
+        description.Fail(reason::RecordingInconsistent,
+                         Tr("info",
+                            "its files have analog channels and no discrete one, so that they cannot be "
+                            "compared; the library gives up such a recording with an exception"));
     }
     if (!description.error.isEmpty() && description.facts.empty())
         AddRemains(description, path);
-    return description;
 }
 
 } // namespace info

@@ -31,18 +31,27 @@ Cell FlagCell(bool flag)
     return {flag, flag ? Tr("info", "yes") : Tr("info", "no")};
 }
 
-Cell MomentCell(const QDateTime& seconds, qint32 microseconds)
+Cell UnknownCell()
 {
-    const int offset = seconds.offsetFromUtc() / 60;
-    const QString zone = QString::asprintf("%c%02d:%02d", offset < 0 ? '-' : '+', std::abs(offset) / 60,
-                                           std::abs(offset) % 60);
-    return TextCell(seconds.toString(QStringLiteral("yyyy-MM-ddThh:mm:ss")) +
-                    QString::asprintf(".%06d", microseconds) + zone);
+    return {QJsonValue(), QStringLiteral("-")};
 }
 
-Cell SecondsCell(quint64 microseconds)
+QString OffsetText(int minutes)
 {
-    const double seconds = static_cast<double>(microseconds) / 1e6;
+    return QString::asprintf("%c%02d:%02d", minutes < 0 ? '-' : '+', std::abs(minutes) / 60,
+                             std::abs(minutes) % 60);
+}
+
+Cell MomentCell(const QDateTime& seconds, qint32 microseconds)
+{
+    return TextCell(seconds.toString(QStringLiteral("yyyy-MM-ddThh:mm:ss")) +
+                    QString::asprintf(".%06d", microseconds) + OffsetText(seconds.offsetFromUtc() / 60));
+}
+
+Cell SecondsCell(double seconds)
+{
+    if (!std::isfinite(seconds))
+        return {QJsonValue(), Tr("info", "unknown")};
     return {seconds, Tr("info", "%1 s").arg(seconds, 0, 'f', 6)};
 }
 

@@ -12,11 +12,17 @@ Cell CountCell(qint64 count);
 Cell NumberCell(double number);
 Cell FlagCell(bool flag);
 
+/// A count that could not be taken.
+Cell UnknownCell();
+
 /// A moment, ISO 8601 with six decimals and its offset from UTC.
 Cell MomentCell(const QDateTime& seconds, qint32 microseconds);
 
-/// Seconds with six decimals.
-Cell SecondsCell(quint64 microseconds);
+/// Minutes from UTC as "+03:00".
+QString OffsetText(int minutes);
+
+/// Seconds with six decimals; NaN: they are unknown.
+Cell SecondsCell(double seconds);
 
 /// Bytes, for people also in kB, MB or GB.
 Cell BytesCell(qint64 bytes);

@@ -100,9 +100,9 @@ public:
     }
 
 private:
-    void Say(const IniLine& line, Severity severity, const QString& text)
+    void Say(const IniLine& line, Severity severity, const char* reason, const QString& text)
     {
-        findings.push_back({line.number, severity, line.key + QLatin1String(": ") + text});
+        findings.push_back({line.number, severity, reason, line.key + QLatin1String(": ") + text});
     }
 
     // The entries of a kind that the converter looks at; the others are told.
@@ -119,16 +119,16 @@ private:
             const QString key =
                 QSettingsRu::NumberedKey(QLatin1String(kind.prefix), static_cast<unsigned int>(number));
             if (number < 1 || line->key != key)
-                Say(*line, Severity::Warning,
+                Say(*line, Severity::Warning, reason::BadNumbering,
                     Tr("check", "ignored: the numbers are written 01, 02 ... 99, 100"));
             else if (number > highest)
-                Say(*line, Severity::Warning,
+                Say(*line, Severity::Warning, reason::BeyondMaximum,
                     Tr("check", "ignored: '%1' is %2; raise it to %3")
                         .arg(QLatin1String(kind.maximum))
                         .arg(highest)
                         .arg(number));
             else if (line->value.isEmpty())
-                Say(*line, Severity::Note, Tr("check", "ignored: it has no value"));
+                Say(*line, Severity::Note, reason::EmptyEntry, Tr("check", "ignored: it has no value"));
             else
                 listed.push_back(line);
         }
@@ -143,11 +143,11 @@ private:
         bool ok = false;
         const unsigned int maximum = QVariant(line->value).toUInt(&ok); // as the converter
         if (!ok)
-            Say(*line, Severity::Error,
+            Say(*line, Severity::Error, reason::NumberOutOfRange,
                 Tr("check", "'%1' is no whole number: the section does not load").arg(line->value));
         if (maximum != std::numeric_limits<unsigned int>::max())
             return ok ? maximum : 0;
-        Say(*line, Severity::Warning,
+        Say(*line, Severity::Warning, reason::NumberTooLarge,
             Tr("check", "'%1' counts as 0; give the highest number that is there").arg(line->value));
         return 0;
     }
@@ -158,16 +158,17 @@ private:
         const QString name = fields[0].trimmed();
         if (name.isEmpty()) {
             const bool analog = &kind == &Analog();
-            Say(line, analog ? Severity::Error : Severity::Warning,
+            Say(line, analog ? Severity::Error : Severity::Warning, reason::NoSignal,
                 analog ? Tr("check", "it has no signal ahead of the first comma: the section does not load")
                        : Tr("check", "dropped: it has no signal ahead of the first comma"));
             return;
         }
         CheckName(line, name);
         if (fields.size() > 2)
-            Say(line, Severity::Warning, Tr("check", "what stands behind the second comma is ignored"));
+            Say(line, Severity::Warning, reason::ExtraFields,
+                Tr("check", "what stands behind the second comma is ignored"));
         if (fields.size() < 2)
-            Say(line, Severity::Warning,
+            Say(line, Severity::Warning, reason::NoParameters,
                 Tr("check", "it has no parameters, so its channel stays unsorted; add '%1'")
                     .arg(Wanted(kind)));
         else if (CheckParameters(line, fields[1].trimmed(), kind) && &kind == &Analog())
@@ -178,12 +179,12 @@ private:
     {
         const int colon = name.indexOf(QLatin1Char(':'));
         if (colon < 0 || name.left(colon).trimmed().isEmpty() || name.mid(colon + 1).trimmed().isEmpty())
-            Say(line, Severity::Warning,
+            Say(line, Severity::Warning, reason::NotEquipmentSignal,
                 Tr("check", "'%1' is not 'equipment:signal'; write the channel's name as the recorder does")
                     .arg(name));
         const auto earlier = names.constFind(name);
         if (earlier != names.constEnd())
-            Say(line, Severity::Warning,
+            Say(line, Severity::Warning, reason::SignalTwice,
                 Tr("check", "'%1' stands in line %2 too: a record would have the channel twice; take one out")
                     .arg(name, QString::number(*earlier)));
         else
@@ -227,7 +228,7 @@ private:
         QString value;
         const QString name = QLatin1String(parameter.name);
         if (!Value(parameters, parameter.name, value)) {
-            Say(line, Severity::Warning,
+            Say(line, Severity::Warning, reason::ParameterMissing,
                 Tr("check", "'%1=' is missing, so its channel stays unsorted; give one of %2")
                     .arg(name, parameter.codes.join(QLatin1String(", "))));
             return false;
@@ -239,7 +240,7 @@ private:
                            .arg(name, value, parameter.codes.join(QLatin1String(", ")));
         if (!nearest.isEmpty())
             text += Tr("check", "; is '%1' meant?").arg(nearest);
-        Say(line, Severity::Warning, text);
+        Say(line, Severity::Warning, reason::UnknownCode, text);
         return false;
     }
 
@@ -257,7 +258,7 @@ private:
             QString text = Tr("check", "'%1=' is ignored").arg(name);
             if (!nearest.isEmpty())
                 text += Tr("check", "; is '%1' meant?").arg(nearest);
-            Say(line, Severity::Warning, text);
+            Say(line, Severity::Warning, reason::UnknownParameter, text);
         }
     }
 
@@ -274,14 +275,14 @@ private:
             return;
         }
         if (found->level != now.level || found->equipmentGroup != now.equipmentGroup)
-            Say(line, Severity::Warning,
+            Say(line, Severity::Warning, reason::EquipmentDiffers,
                 Tr("check",
                    "'%1' is V_L=%2 E_G=%3 here and V_L=%4 E_G=%5 in line %6; one equipment has one of "
                    "each")
                     .arg(equipment, now.level, now.equipmentGroup, found->level, found->equipmentGroup,
                          QString::number(found->line)));
         else if (Mixes(found->signalGroup, now.signalGroup) && mixed.insert(equipment).second)
-            Say(line, Severity::Note,
+            Say(line, Severity::Note, reason::VoltagesAndCurrents,
                 Tr("check",
                    "'%1' has voltages and currents (line %2), which share one record of the INF file with "
                    "the "
@@ -303,21 +304,22 @@ private:
         const QString shown = fields.value(1).trimmed();
         const auto earlier = bays.constFind(name);
         if (shown.isEmpty() && fields.value(2).trimmed().isEmpty()) {
-            Say(line, Severity::Warning,
+            Say(line, Severity::Warning, reason::EmptyBay,
                 Tr("check", "ignored: it has neither a text to show nor a second circuit"));
             return;
         }
         if (earlier != bays.constEnd()) {
-            Say(line, Severity::Warning,
+            Say(line, Severity::Warning, reason::BayTwice,
                 Tr("check", "ignored: the bay '%1' stands in line %2 already")
                     .arg(name, QString::number(*earlier)));
             return;
         }
         bays.insert(name, line.number);
         if (fields.size() > 3)
-            Say(line, Severity::Warning, Tr("check", "what stands behind the third comma is ignored"));
+            Say(line, Severity::Warning, reason::ExtraFields,
+                Tr("check", "what stands behind the third comma is ignored"));
         if (shown.isEmpty())
-            Say(line, Severity::Warning,
+            Say(line, Severity::Warning, reason::BayWithoutText,
                 Tr("check",
                    "it has no text to show, so the INF file shows none for '%1'; give one behind the "
                    "first comma")

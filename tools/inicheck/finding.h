@@ -1,6 +1,8 @@
 // What is to be said about a place of an ini file.
 #pragma once
 
+#include "zucmtr/reasons.h"
+
 #include <QString>
 
 #include <vector>
@@ -17,7 +19,8 @@ struct Finding
 {
     int line = 0; // of the ini file, from 1; 0: of the whole file
     Severity severity = Severity::Note;
-    QString text; // what is the matter, and what to do
+    const char* reason = reason::Unexpected; // what is the matter, for programs: one of reasons.h
+    QString text;                            // the same for people, and what to do
 };
 
 using Findings = std::vector<Finding>;

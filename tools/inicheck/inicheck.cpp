@@ -26,7 +26,7 @@ void CheckStrayDictionary(const IniLines& ini, const Question& question, Finding
     for (const IniLine* line : ini.EntriesOf(question.defaults)) {
         if (IsDictionaryKey(line->key))
             findings.push_back(
-                {line->number, Severity::Warning,
+                {line->number, Severity::Warning, reason::DictionaryInDefaults,
                  Tr("check", "ignored: '%1' belongs into the section of a device").arg(line->key)});
     }
 }

@@ -48,7 +48,7 @@ public:
         for (const DeviceKeyRule& rule : DeviceKeyRules())
             CheckKey(rule);
         if (!taken.isEmpty())
-            Say(ini.LineOfSection(section), Severity::Note,
+            Say(ini.LineOfSection(section), Severity::Note, reason::TakenFromDefaults,
                 Tr("check", "taken from [%1]: %2").arg(defaults, taken.join(QLatin1String(", "))));
         CheckUnknown();
         CheckIdentity();
@@ -59,7 +59,10 @@ public:
 private:
     bool IsDefaults() const { return section == defaults; }
 
-    void Say(int line, Severity severity, const QString& text) { findings.push_back({line, severity, text}); }
+    void Say(int line, Severity severity, const char* reason, const QString& text)
+    {
+        findings.push_back({line, severity, reason, text});
+    }
 
     void CheckKey(const DeviceKeyRule& rule)
     {
@@ -67,14 +70,14 @@ private:
         const IniLine* line = ini.Find(section, key);
         if (rule.onlyWhenRenaming && !IsOn(renameKey)) {
             if (line != nullptr)
-                Say(line->number, Severity::Note,
+                Say(line->number, Severity::Note, reason::NotAskedFor,
                     Tr("check", "'%1' is not asked for while '%2' is 0")
                         .arg(key, QString::fromUtf8(renameKey)));
             return;
         }
         const Reading reading = line == nullptr ? Reading::Absent : ReadingOf(rule, line->value);
         if (reading == Reading::Bad)
-            Say(line->number, Severity::Error,
+            Say(line->number, Severity::Error, reason::NumberOutOfRange,
                 Tr("check", "'%1' is '%2', which is no whole number from %3 to %4: the section does not load")
                     .arg(key, line->value, QString::number(rule.lowest), QString::number(rule.highest)));
         else if (reading == Reading::Absent)
@@ -88,7 +91,7 @@ private:
     {
         const int number = QVariant(line.value).toInt();
         if (line.value.toLongLong() != number)
-            Say(line.number, Severity::Warning,
+            Say(line.number, Severity::Warning, reason::NumberTooLarge,
                 Tr("check", "'%1' is too large and is taken as %2; give the number that is meant")
                     .arg(line.value, QString::number(number)));
     }
@@ -97,9 +100,10 @@ private:
     {
         if (IsDefaults() && rule.obligatory)
             Say(line == nullptr ? ini.LineOfSection(section) : line->number, Severity::Error,
+                reason::KeyMissing,
                 Tr("check", "'%1' is missing: the section does not load; add it").arg(key));
         else if (!IsDefaults() && line != nullptr)
-            Say(line->number, Severity::Note,
+            Say(line->number, Severity::Note, reason::TakenFromDefaults,
                 Tr("check", "'%1' counts as absent: it is taken from [%2]").arg(key, defaults));
         else if (!IsDefaults() && ini.Find(defaults, key) != nullptr)
             taken << key;
@@ -120,7 +124,7 @@ private:
             QString text = Tr("check", "ignored: there is no key '%1'").arg(key);
             if (!nearest.isEmpty())
                 text += Tr("check", "; is '%1' meant?").arg(nearest);
-            Say(line->number, Severity::Warning, text);
+            Say(line->number, Severity::Warning, reason::UnknownKey, text);
         }
     }
 
@@ -135,7 +139,7 @@ private:
             if (key != subjectKey)
                 CheckRecordText(line->number, QString::fromUtf8(key), line->value, findings);
             if (line->value.contains(left))
-                Say(line->number, Severity::Note,
+                Say(line->number, Severity::Note, reason::CharactersLeftOut,
                     Tr("check",
                        "the characters \" \\ / : * ? < > | of '%1' are left out of the names of files")
                         .arg(QString::fromUtf8(key)));
@@ -149,7 +153,7 @@ private:
         const QTextCodec& codec = *ZuCmtrConverter::codec_CP1251;
         for (const IniLine* line : ini.EntriesOf(section)) {
             if (!codec.canEncode(line->value))
-                Say(line->number, Severity::Warning,
+                Say(line->number, Severity::Warning, reason::LettersLost,
                     Tr("check", "'%1' holds letters that CP1251 lacks, which become '?' in the record; take "
                                 "others, or set '%2' to 1")
                         .arg(line->key, QString::fromUtf8(utf8Key)));
@@ -159,11 +163,11 @@ private:
     void CheckCombination()
     {
         if (IsOn(cffKey) && IsOn(revisionKey))
-            Say(LineOf(cffKey, revisionKey), Severity::Warning,
+            Say(LineOf(cffKey, revisionKey), Severity::Warning, reason::CffIgnored,
                 Tr("check", "'%1' is ignored beside '%2': the record has separate files")
                     .arg(QString::fromUtf8(cffKey), QString::fromUtf8(revisionKey)));
         if (IsOn(deletionKey))
-            Say(LineOf(deletionKey, deletionKey), Severity::Note,
+            Say(LineOf(deletionKey, deletionKey), Severity::Note, reason::RecordingsDeleted,
                 Tr("check", "the recordings are deleted before anybody can compare their records; 'zucmtr "
                             "convert --remove-source' deletes each one after its record is verified"));
     }

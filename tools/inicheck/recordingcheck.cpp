@@ -40,10 +40,10 @@ public:
             signalLines.remove(channel->Name);
         }
         for (auto signal = signalLines.constBegin(); signal != signalLines.constEnd(); ++signal)
-            findings.push_back({signal.value(), Severity::Warning,
+            findings.push_back({signal.value(), Severity::Warning, reason::ChannelMissing,
                                 Tr("check", "%1 has no channel '%2'").arg(path, signal.key())});
         if (!unknown.isEmpty())
-            findings.push_back({0, Severity::Warning,
+            findings.push_back({0, Severity::Warning, reason::ChannelsUnknown,
                                 Tr("check", "%1: the dictionary does not know %2 channels, which come behind "
                                             "the others: %3")
                                     .arg(path)
@@ -63,7 +63,8 @@ void CheckRecording(const IniLines& ini, const QString& section, const QString& 
 {
     ZuFileFormat file;
     if (!file.Load(recording)) {
-        findings.push_back({0, Severity::Error, QStringLiteral("%1: %2").arg(recording, file.ErrorText)});
+        findings.push_back({0, Severity::Error, reason::RecordingUnreadable,
+                            QStringLiteral("%1: %2").arg(recording, file.ErrorText)});
         return;
     }
     RecordingCheck(recording, findings).Compare(SignalsOf(ini, section, "A"), file.AnChannels);

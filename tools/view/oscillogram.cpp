@@ -52,8 +52,8 @@ TimeAxis AxisOf(const QString& recordPath, const comtrade::Configuration& config
     comtrade::Record record(recordPath);
     comtrade::Row row{};
     std::vector<double> seconds;
+    const double unit = config.StampSeconds();
     while (record.Next(row)) {
-        const double unit = config.timeMultiplier * (config.start.decimals > 6 ? 1e-9 : 1e-6);
         const double before = seconds.empty() ? 0 : seconds.back();
         seconds.push_back(row.hasTime ? static_cast<double>(row.time) * unit : before);
     }

@@ -34,12 +34,21 @@ const char* FateKey(SourceFate fate)
 
 } // namespace
 
+void BatchItem::Fail(const char* word, const QString& text)
+{
+    state = ItemState::Failed;
+    reason = word;
+    error = text;
+}
+
 QJsonObject JsonOf(const BatchItem& item)
 {
+    const bool hasFailed = item.state == ItemState::Failed;
     QJsonObject object;
     object["file"] = item.recording.path;
     object["status"] = QLatin1String(StateKey(item.state));
-    object["error"] = item.state == ItemState::Failed ? QJsonValue(item.error) : QJsonValue();
+    object["reason"] = hasFailed ? QJsonValue(QLatin1String(item.reason)) : QJsonValue();
+    object["error"] = hasFailed ? QJsonValue(item.error) : QJsonValue();
     object["record"] = item.recordName;
     object["directory"] = item.directory;
     object["files"] = QJsonArray::fromStringList(item.files);

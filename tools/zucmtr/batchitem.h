@@ -1,6 +1,7 @@
 // What became of one recording of a run.
 #pragma once
 
+#include "reasons.h"
 #include "recordinglist.h"
 
 #include <QJsonObject>
@@ -20,7 +21,8 @@ struct BatchItem
 {
     Recording recording;
     ItemState state = ItemState::Failed;
-    QString error;         // of a failed one: what is wrong and what to do
+    QString error;                           // of a failed one: what is wrong and what to do
+    const char* reason = reason::Unexpected; // of the error
     QString recordName;    // without directory and extension; may be unknown for a failed one
     QString directory;     // of the record
     QStringList files;     // paths of the record's files
@@ -30,7 +32,10 @@ struct BatchItem
     bool verified = false; // the record was compared with the recording, and is right
     SourceFate fate = SourceFate::Kept;
     double seconds = 0;
+
+    /// Makes it a failed one. word is one of reasons.h.
+    void Fail(const char* word, const QString& text);
 };
 
-/// The item as programs are told of it; docs/convert.md lists the keys.
+/// The item as programs are told of it; docs/json.md lists the keys.
 QJsonObject JsonOf(const BatchItem& item);

@@ -3,15 +3,9 @@
 #include "console.h"
 #include "texts.h"
 
-#include <QJsonDocument>
 #include <QJsonObject>
 
 namespace {
-
-void PrintJson(const QJsonObject& object)
-{
-    PrintLine(QString::fromUtf8(QJsonDocument(object).toJson(QJsonDocument::Compact)));
-}
 
 // "file: text; note; note"
 QString WithNotes(const QString& text, const QStringList& notes)
@@ -35,7 +29,7 @@ void BatchReport::Tell(const Refusal& refusal)
     } else if (refusal.failed) {
         BatchItem item;
         item.recording.path = refusal.path;
-        item.error = refusal.text;
+        item.Fail(refusal.reason, refusal.text);
         PrintJson(JsonOf(item));
     }
 }

@@ -9,7 +9,6 @@
 
 #include <CLI/CLI.hpp>
 
-#include <QJsonDocument>
 #include <QJsonObject>
 
 #include <memory>
@@ -68,8 +67,9 @@ void Print(const QString& ini, const Finding& finding, bool json)
     object["file"] = ini;
     object["line"] = finding.line;
     object["severity"] = QLatin1String(KeyOf(finding.severity));
+    object["reason"] = QLatin1String(finding.reason);
     object["text"] = finding.text;
-    PrintLine(QString::fromUtf8(QJsonDocument(object).toJson(QJsonDocument::Compact)));
+    PrintJson(object);
 }
 
 // All recorders of the file.

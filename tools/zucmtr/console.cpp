@@ -1,5 +1,7 @@
 #include "console.h"
 
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QStringList>
 
 #include <algorithm>
@@ -23,6 +25,19 @@ void Write(std::FILE* stream, const QString& line)
     std::fflush(stream);
 }
 
+// JSON escapes some control characters by itself; a terminal minds the others, too.
+QString WithEscapedControls(const QString& json)
+{
+    QString text;
+    for (const QChar character : json) {
+        if (character.category() == QChar::Other_Control)
+            text += QString::asprintf("\\u%04x", unsigned{character.unicode()});
+        else
+            text += character;
+    }
+    return text;
+}
+
 bool IsPlain(QChar character)
 {
     const ushort code = character.unicode();
@@ -35,6 +50,12 @@ bool IsPlain(QChar character)
 void PrintLine(const QString& text)
 {
     Write(stdout, text);
+}
+
+void PrintJson(const QJsonObject& object)
+{
+    const QByteArray json = QJsonDocument(object).toJson(QJsonDocument::Compact);
+    Write(stdout, WithEscapedControls(QString::fromUtf8(json)));
 }
 
 void Complain(const QString& text)

@@ -3,9 +3,14 @@
 
 #include <QString>
 
+class QJsonObject;
+
 /// One line on standard output, at once, so that a long run shows how far it is. Control characters in the
 /// text are shown as "?".
 void PrintLine(const QString& text);
+
+/// The object as one line on standard output, at once. Nothing in it is lost: control characters are escaped.
+void PrintJson(const QJsonObject& object);
 
 /// One or more lines (parted by line feeds) on standard error, the first behind the program's name.
 void Complain(const QString& text);

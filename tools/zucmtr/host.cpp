@@ -44,6 +44,7 @@ void CheckCommitted(Outcome& outcome, const QString& outDirectory)
     if (left.isEmpty())
         return;
     outcome.converted = false;
+    outcome.reason = reason::RecordNotInPlace;
     outcome.error = Tr("host", "the record could not be put in place, '%1' is left; free the final name "
                                "and the disk, then convert again")
                         .arg(left);
@@ -109,11 +110,14 @@ Outcome Host::Convert(const QString& file, const QString& outDirectory, unsigned
     try {
         outcome.converted = ZuCmtrConvertToComtrade(file, outDirectory, device);
         outcome.error = ZuCmtrGetDevLastError(device);
+        outcome.reason = reason::OfLibrary(outcome.error, reason::NotConverted);
     } catch (const std::out_of_range& failure) {
+        outcome.reason = reason::ConverterException;
         outcome.error = Tr("host", "the start comment has too few values, or the segments have analog but "
                                    "no discrete channels [exception in the library: %1]")
                             .arg(QString::fromUtf8(failure.what()));
     } catch (const std::exception& failure) {
+        outcome.reason = reason::ConverterException;
         outcome.error = Tr("host", "exception in the library: %1").arg(QString::fromUtf8(failure.what()));
     }
     outcome.notes = TakeNotes(device);

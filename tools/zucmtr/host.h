@@ -2,6 +2,7 @@
 #pragma once
 
 #include "logfile.h"
+#include "reasons.h"
 
 #include <QString>
 #include <QStringList>
@@ -10,9 +11,10 @@
 struct Outcome
 {
     bool converted = false;
-    QString outputName; // of a converted recording, without directory and extension
-    QString error;      // why it was not converted
-    QStringList notes;  // what else the device had to say
+    QString outputName;                        // of a converted recording, without directory and extension
+    QString error;                             // why it was not converted
+    const char* reason = reason::NotConverted; // of the error
+    QStringList notes;                         // what else the device had to say
 };
 
 /// Owns the library's converter. There is one at a time.

@@ -8,10 +8,7 @@
 
 #include <CLI/CLI.hpp>
 
-#include <QJsonDocument>
-
 #include <memory>
-#include <new>
 #include <string>
 #include <vector>
 
@@ -25,28 +22,15 @@ struct InfoOptions
     std::vector<std::string> files;
 };
 
-info::Description Described(const QString& file)
-{
-    try {
-        return info::Describe(file);
-    } catch (const std::bad_alloc&) {
-        info::Description description;
-        description.file = file;
-        description.error = Tr("info", "needs more memory than --max-memory allows");
-        return description;
-    }
-}
-
 // True unless something is wrong with the file.
 bool Show(const QString& file, const InfoOptions& options)
 {
-    info::Description description = Described(file);
+    info::Description description = info::Describe(file);
     const QString first = FirstFileOf(file);
     if (!first.isEmpty())
         description.notes << Tr("info", "this file continues a recording; its first file is %1").arg(first);
     if (options.json) {
-        const QJsonObject object = info::JsonOf(description, !options.withoutChannels);
-        PrintLine(QString::fromUtf8(QJsonDocument(object).toJson(QJsonDocument::Compact)));
+        PrintJson(info::JsonOf(description, !options.withoutChannels));
     } else if (!description.facts.empty()) {
         for (const QString& line : info::TextOf(description, !options.withoutChannels))
             PrintLine(line);

@@ -1,5 +1,6 @@
 #include "recordinglist.h"
 
+#include "reasons.h"
 #include "texts.h"
 
 #include <QDir>
@@ -76,9 +77,15 @@ public:
     }
 
 private:
-    void Refuse(const QString& path, const QString& text, bool failed)
+    void Refuse(const QString& path, const char* reason, const QString& text)
     {
-        list.refusals.push_back({path, text, failed});
+        list.refusals.push_back({path, text, true, reason});
+    }
+
+    // Nothing is lost.
+    void PassOver(const QString& path, const QString& text)
+    {
+        list.refusals.push_back({path, text, false, nullptr});
     }
 
     void Add(const Recording& recording)
@@ -95,13 +102,12 @@ private:
         if (first.isEmpty())
             Add({path, QString(), QString()});
         else if (IsGiven(first))
-            Refuse(path, Tr("recordings", "passed over, it is converted with its first file %1").arg(first),
-                   false);
+            PassOver(path,
+                     Tr("recordings", "passed over, it is converted with its first file %1").arg(first));
         else
-            Refuse(path,
+            Refuse(path, reason::ContinuationFile,
                    Tr("recordings", "not converted: it continues a recording; give the first file %1 instead")
-                       .arg(first),
-                   true);
+                       .arg(first));
     }
 
     // Whether a first file is among the arguments, or in a directory of theirs.
@@ -126,12 +132,11 @@ private:
             LookBelow(directory, paths);
         paths.sort();
         if (paths.isEmpty())
-            Refuse(directory,
-                   recursive
-                       ? Tr("recordings", "there is no recording (.ZU) in this directory")
-                       : Tr("recordings", "there is no recording (.ZU) in this directory; --recursive looks "
-                                          "into the directories below it, too"),
-                   false);
+            PassOver(directory, recursive
+                                    ? Tr("recordings", "there is no recording (.ZU) in this directory")
+                                    : Tr("recordings",
+                                         "there is no recording (.ZU) in this directory; --recursive looks "
+                                         "into the directories below it, too"));
         const QDir top(Normalised(directory));
         for (const QString& path : paths) {
             const QString below = QFileInfo(top.relativeFilePath(Normalised(path))).path();
@@ -146,10 +151,9 @@ private:
         if (IsExcluded(absolute))
             return true;
         if (!QFileInfo(absolute).isReadable()) {
-            Refuse(directory,
+            Refuse(directory, reason::NoPermission,
                    Tr("recordings",
-                      "not converted: no permission to read this directory; check its permissions"),
-                   true);
+                      "not converted: no permission to read this directory; check its permissions"));
             return false;
         }
         list.directories << absolute;
@@ -166,11 +170,11 @@ private:
         for (const QByteArray& entry : NamesNotUtf8(directory)) {
             const QString shown = directory + QLatin1Char('/') + QString::fromUtf8(entry);
             if (entry.toLower().endsWith(".zu"))
-                Refuse(shown, Tr("recordings", "not converted: the name is not UTF-8; rename the file"),
-                       true);
+                Refuse(shown, reason::NameNotUtf8,
+                       Tr("recordings", "not converted: the name is not UTF-8; rename the file"));
             else if (recursive && IsDirectory(QFile::encodeName(directory) + '/' + entry))
-                Refuse(shown, Tr("recordings", "not converted: the name is not UTF-8; rename the directory"),
-                       true);
+                Refuse(shown, reason::NameNotUtf8,
+                       Tr("recordings", "not converted: the name is not UTF-8; rename the directory"));
         }
     }
 

@@ -24,8 +24,9 @@ struct Recording
 struct Refusal
 {
     QString path;
-    QString text; // why, and what to do
-    bool failed;  // false: nothing is lost by it
+    QString text;       // why, and what to do
+    bool failed;        // false: nothing is lost by it
+    const char* reason; // of a failed one, one of reasons.h
 };
 
 struct RecordingList

@@ -9,7 +9,6 @@
 #include <QDateTime>
 #include <QEventLoop>
 #include <QJsonArray>
-#include <QJsonDocument>
 #include <QSet>
 #include <QTimer>
 
@@ -32,16 +31,27 @@ double Seconds(std::chrono::milliseconds time)
     return std::chrono::duration<double>(time).count();
 }
 
-const char* ReasonOfEnd()
+QJsonObject ReasonOfEnd()
 {
+    const auto both = [](const char* word, const QString& text) {
+        return QJsonObject{{"reason", QLatin1String(word)}, {"text", text}};
+    };
     switch (interrupt::Signal()) {
     case SIGTERM:
-        return "SIGTERM";
+        return both(reason::Terminated, Tr("watch", "ended by SIGTERM"));
     case SIGINT:
-        return "SIGINT";
+        return both(reason::Interrupted, Tr("watch", "ended by Ctrl-C"));
     default:
-        return "done";
+        return both(reason::Done, Tr("watch", "nothing is left to do"));
     }
+}
+
+// What is told of a recording, without what the kind of the event says.
+QJsonObject EventOf(const BatchItem& item)
+{
+    QJsonObject object = JsonOf(item);
+    object.remove("status");
+    return object;
 }
 
 } // namespace
@@ -58,7 +68,7 @@ void Watch::Tell(const char* event, QJsonObject object)
                          .toOffsetFromUtc(QDateTime::currentDateTime().offsetFromUtc())
                          .toString(Qt::ISODateWithMs);
     object["event"] = QLatin1String(event);
-    PrintLine(QString::fromUtf8(QJsonDocument(object).toJson(QJsonDocument::Compact)));
+    PrintJson(object);
 }
 
 bool Watch::Run()
@@ -79,7 +89,10 @@ bool Watch::Run()
             journal.Compact();
         Sleep();
     }
-    Tell("stopped", {{"reason", ReasonOfEnd()}, {"converted", converted}, {"failed", failed}});
+    QJsonObject end = ReasonOfEnd();
+    end["converted"] = converted;
+    end["failed"] = failed;
+    Tell("stopped", end);
     return failed == 0 && unreadable.isEmpty();
 }
 
@@ -113,7 +126,9 @@ void Watch::TellUnreadable(const std::vector<Refusal>& refusals)
     for (const Refusal& refusal : refusals) {
         now << refusal.path;
         if (!unreadable.contains(refusal.path))
-            Tell("unreadable", {{"path", refusal.path}, {"error", refusal.text}});
+            Tell(
+                "unreadable",
+                {{"path", refusal.path}, {"reason", QLatin1String(refusal.reason)}, {"error", refusal.text}});
     }
     unreadable = now;
 }
@@ -141,9 +156,13 @@ void Watch::Expect(const Chain& chain)
     const int begun = journal.Begun(path, chain.print);
     if (begun >= order.attempts + crashesBorne) {
         const QString text = Tr("watch", "not converted: the program came to no end of it %1 times");
-        GiveUp(
-            path, chain.print,
-            {{"file", path}, {"error", text.arg(begun)}, {"attempt", begun}, {"retrySeconds", QJsonValue()}});
+        BatchItem item;
+        item.recording = chain.recording;
+        item.Fail(reason::NeverEnded, text.arg(begun));
+        QJsonObject object = EventOf(item);
+        object["attempt"] = begun;
+        object["retrySeconds"] = QJsonValue();
+        GiveUp(path, chain.print, object);
         waiting.remove(path);
         return;
     }
@@ -220,8 +239,7 @@ BatchItem Watch::Work(const Recording& recording) const
     try {
         sourcefiles::Sync(item.files, item.directory);
     } catch (const sourcefiles::Error& error) {
-        item.state = ItemState::Failed;
-        item.error = QString::fromUtf8(error.what());
+        item.Fail(reason::NotOnDisk, QString::fromUtf8(error.what()));
     }
     return item;
 }
@@ -232,8 +250,7 @@ void Watch::Convert(Waiting& one)
     journal.NoteBegun(path, one.print);
     Tell("converting", {{"file", path}});
     const BatchItem item = Work(one.recording);
-    QJsonObject object = JsonOf(item);
-    object.remove("status");
+    QJsonObject object = EventOf(item);
     const QString replaced = item.written ? journal.OtherOf(item.recordName, path) : QString();
     if (!replaced.isEmpty())
         object["replaced"] = replaced;
@@ -241,6 +258,7 @@ void Watch::Convert(Waiting& one)
         Fail(one, object);
         return;
     }
+    object.remove("reason");
     object.remove("error");
     Note(one, item);
     ++converted;

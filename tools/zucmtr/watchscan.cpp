@@ -1,5 +1,6 @@
 #include "watchscan.h"
 
+#include "reasons.h"
 #include "texts.h"
 
 #include <QCryptographicHash>
@@ -34,8 +35,9 @@ QStringList Present(const QStringList& directories, Scan& scan)
         if (QFileInfo(directory).isDir())
             present << directory;
         else
-            scan.unreadable.push_back(
-                {directory, Tr("watch", "the directory is gone; it is looked for at each rescan"), true});
+            scan.unreadable.push_back({directory,
+                                       Tr("watch", "the directory is gone; it is looked for at each rescan"),
+                                       true, reason::DirectoryGone});
     }
     return present;
 }

@@ -16,13 +16,30 @@
 
 namespace {
 
+bool IsOutOfMemory(const std::exception& error)
+{
+    return dynamic_cast<const std::bad_alloc*>(&error) != nullptr;
+}
+
 // The text of whatever ended the work on a recording.
 QString TextOf(const std::exception& error)
 {
-    if (dynamic_cast<const std::bad_alloc*>(&error) != nullptr)
+    if (IsOutOfMemory(error))
         return Tr("worker",
                   "not enough memory; give more by --max-memory, or fewer recordings at once by --jobs");
     return QString::fromUtf8(error.what());
+}
+
+// The word of it for programs.
+const char* ReasonOf(const std::exception& error)
+{
+    if (IsOutOfMemory(error))
+        return reason::OutOfMemory;
+    if (dynamic_cast<const verify::Unreadable*>(&error) != nullptr)
+        return reason::NotConverted;
+    if (dynamic_cast<const sourcefiles::Error*>(&error) != nullptr)
+        return reason::NotPutAway;
+    return reason::Unexpected;
 }
 
 verify::Verifier MakeVerifier(const DeviceChoice& choice)
@@ -63,8 +80,7 @@ BatchItem Worker::Work(const Recording& recording)
     try {
         Do(item);
     } catch (const std::exception& error) {
-        item.state = ItemState::Failed;
-        item.error = TextOf(error);
+        item.Fail(ReasonOf(error), TextOf(error));
     }
     item.seconds = std::chrono::duration<double>(Clock::now() - start).count();
     return item;
@@ -119,10 +135,11 @@ bool Worker::TakePresent(BatchItem& item, const QString& recordName)
     try {
         item.sources = present->Check(item.recording.path, order.out).files;
     } catch (const std::exception& error) {
-        item.error =
-            Tr("worker", "not converted: '%1' is there already and is not the record of this recording (%2); "
-                         "move it away, or choose another directory by --out")
-                .arg(first, TextOf(error));
+        item.Fail(reason::OtherRecordPresent,
+                  Tr("worker",
+                     "not converted: '%1' is there already and is not the record of this recording (%2); "
+                     "move it away, or choose another directory by --out")
+                      .arg(first, TextOf(error)));
         return true;
     }
     item.verified = true;
@@ -140,7 +157,9 @@ void Worker::Convert(BatchItem& item)
         item.written = true;
         return;
     }
-    item.error = Tr("worker", "not converted: %1").arg(outcome.error);
+    const bool isThere = QFile::exists(item.recording.path);
+    item.Fail(isThere ? outcome.reason : reason::DoesNotExist,
+              Tr("worker", "not converted: %1").arg(outcome.error));
     try {
         // The library's device may have taken the channel order of this recording: the verifier's takes it
         // too.
@@ -155,9 +174,9 @@ void Worker::Verify(BatchItem& item)
     try {
         Compare(item);
     } catch (const std::exception& error) {
-        item.state = ItemState::Failed;
-        item.error = Tr("worker", "converted, but the record is not right: %1; the recording is kept")
-                         .arg(TextOf(error));
+        item.Fail(reason::RecordWrong,
+                  Tr("worker", "converted, but the record is not right: %1; the recording is kept")
+                      .arg(TextOf(error)));
     }
 }
 
@@ -181,9 +200,9 @@ void Worker::WritePage(BatchItem& item) const
     try {
         view::WritePage(item.files.first(), page, options);
     } catch (const std::exception& error) {
-        item.state = ItemState::Failed;
-        item.error = Tr("worker", "converted, but its page could not be written: %1; the recording is kept")
-                         .arg(TextOf(error));
+        item.Fail(reason::PageNotWritten,
+                  Tr("worker", "converted, but its page could not be written: %1; the recording is kept")
+                      .arg(TextOf(error)));
         return;
     }
     item.files << page;

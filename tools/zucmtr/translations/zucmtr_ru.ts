@@ -891,18 +891,6 @@ The log says:
         <translation>Прочие части</translation>
     </message>
     <message>
-        <source>header %1 bytes, information %2 bytes</source>
-        <translation>HDR байтов %1, INF байтов %2</translation>
-    </message>
-    <message>
-        <source>the configuration tells %1 samples, the data hold %2; convert the recording again</source>
-        <translation>в конфигурации выборок %1, в данных %2; преобразуйте осциллограмму снова</translation>
-    </message>
-    <message>
-        <source>%1 cannot continue it</source>
-        <translation>%1 не может её продолжать</translation>
-    </message>
-    <message>
         <source>it has all the files that a recording can have</source>
         <translation>есть все файлы, какие могут быть у осциллограммы</translation>
     </message>
@@ -1051,6 +1039,62 @@ Example, with the sample station:
   mkdir -p station
   zucmtr sample --out station
   zucmtr info --no-channels station/*.ZU</translation>
+    </message>
+    <message>
+        <source>not constant, the samples have time stamps</source>
+        <translation>непостоянная, у выборок есть метки времени</translation>
+    </message>
+    <message>
+        <source>%1 Hz up to sample %2</source>
+        <translation>%1 Гц до выборки %2</translation>
+    </message>
+    <message>
+        <source>not constant up to sample %1</source>
+        <translation>непостоянная до выборки %1</translation>
+    </message>
+    <message>
+        <source>Missing</source>
+        <translation>Пропущено</translation>
+    </message>
+    <message>
+        <source>header %1 bytes</source>
+        <translation>HDR байтов %1</translation>
+    </message>
+    <message>
+        <source>information %1 bytes</source>
+        <translation>INF байтов %1</translation>
+    </message>
+    <message>
+        <source>none</source>
+        <translation>нет</translation>
+    </message>
+    <message>
+        <source>Missing values</source>
+        <translation>Пропущено значений</translation>
+    </message>
+    <message>
+        <source>the configuration says %1 samples, the data hold only %2: their end is lost; copy the record again from where it was made</source>
+        <translation>в конфигурации выборок %1, в данных только %2: конец данных потерян; скопируйте запись заново оттуда, где она создана</translation>
+    </message>
+    <message>
+        <source>the configuration says %1 samples, the data hold %2: the two may be of different records; compare their file names and times</source>
+        <translation>в конфигурации выборок %1, в данных %2: возможно, они из разных записей; сравните имена и время файлов</translation>
+    </message>
+    <message>
+        <source>%1 differs from the first file</source>
+        <translation>%1 отличается от первого файла</translation>
+    </message>
+    <message>
+        <source>%1 cannot be read</source>
+        <translation>%1 не читается</translation>
+    </message>
+    <message>
+        <source>by the durations in the headers of its files, its record will hold %1 of the %2 samples</source>
+        <translation>по длительностям в заголовках файлов в запись войдёт выборок %1 из %2</translation>
+    </message>
+    <message>
+        <source>unknown</source>
+        <translation>неизвестна</translation>
     </message>
 </context>
 <context>
@@ -1810,6 +1854,18 @@ SIGTERM и Ctrl-C завершают работу после начатой ос
     <message>
         <source>the directory is gone; it is looked for at each rescan</source>
         <translation>каталог исчез; его ищут при каждом просмотре</translation>
+    </message>
+    <message>
+        <source>ended by SIGTERM</source>
+        <translation>завершено сигналом SIGTERM</translation>
+    </message>
+    <message>
+        <source>ended by Ctrl-C</source>
+        <translation>завершено по Ctrl-C</translation>
+    </message>
+    <message>
+        <source>nothing is left to do</source>
+        <translation>больше нечего делать</translation>
     </message>
 </context>
 <context>

@@ -1,0 +1,441 @@
+"""Every line that the program prints for programs, against docs/zucmtr.schema.json and docs/json.md.
+
+    json_test.py ZUCMTR SOURCE_DIRECTORY
+"""
+import json
+import os
+import pathlib
+import re
+import signal
+import struct
+import subprocess
+import sys
+import tempfile
+import unittest
+
+from jsonschema import Draft202012Validator
+
+from zufiles import analog, discrete, recording
+
+PROGRAM = pathlib.Path(sys.argv[1]).absolute()
+SOURCE = pathlib.Path(sys.argv[2]).absolute()
+SCHEMA = json.loads((SOURCE / "docs/zucmtr.schema.json").read_text(encoding="utf-8"))
+PAGE = (SOURCE / "docs/json.md").read_text(encoding="utf-8")
+QUIET = 50  # milliseconds until a recording counts as complete
+
+# Words for what no test can bring about: it runs as root as well, on machines of any size.
+UNSEEN = {"noPermission", "notOnDisk", "unexpected"}
+
+
+class Place:
+    """A directory with an ini file and recordings, and what the program printed there."""
+
+    def __init__(self, root, name, **recordings):
+        self.directory = root / name
+        self.directory.mkdir()
+        ini = (root / "station/ZuDrv.ini").read_text(encoding="utf-8")
+        self.ini = re.sub(r"^Время ожидания=.*", f"Время ожидания={QUIET}", ini, flags=re.M)
+        self.write("ZuDrv.ini", self.ini.encode())
+        (self.directory / "out").mkdir()
+        for stem, content in recordings.items():
+            self.write(f"{stem}.ZU", content)
+
+    def write(self, name, content):
+        path = self.directory / name
+        path.parent.mkdir(parents=True, exist_ok=True)
+        path.write_bytes(content)
+
+    def run(self, *words, **environment):
+        """The objects of a run."""
+        done = subprocess.run([PROGRAM, *words], cwd=self.directory, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
+                              stderr=subprocess.DEVNULL, env=dict(os.environ, **environment), check=False)
+        return [keep(words[0], line) for line in done.stdout.splitlines()]
+
+    def convert(self, *words, **environment):
+        return self.run("convert", "--json", "--out", "out", *words, **environment)
+
+    def info(self, *words):
+        return self.run("info", "--json", *words)
+
+    def watch(self, *words):
+        return self.run("watch", "--once", "--out", "out", *words)
+
+    def record(self):
+        return next((self.directory / "out").glob("*.cfg"))
+
+
+KEPT = []  # command and object of every line
+LINES = []  # as printed
+
+
+def keep(command, line):
+    LINES.append(line)
+    KEPT.append((command, json.loads(line)))
+    return KEPT[-1][1]
+
+
+def reasons(objects):
+    return [one.get("reason") for one in objects]
+
+
+def validator(command):
+    return Draft202012Validator({**SCHEMA, "oneOf": [{"$ref": f"#/$defs/{command}"}]})
+
+
+def below(schema):
+    """The schema's parts, itself first; references are followed."""
+    if isinstance(schema, list):
+        for part in schema:
+            yield from below(part)
+    elif isinstance(schema, dict):
+        yield schema
+        for key, part in schema.items():
+            if key == "$ref":
+                yield from below(SCHEMA["$defs"][part.rsplit("/", 1)[1]])
+            elif key == "properties":
+                for one in part.values():
+                    yield from below(one)
+            elif key != "$defs":
+                yield from below(part)
+
+
+def keys_of(schema):
+    return {key for part in below(schema) for key in part.get("properties", {})}
+
+
+def words_of(schema):
+    words = {word for part in below(schema) for word in part.get("enum", [part.get("const")])}
+    return {word for word in words if isinstance(word, str)}
+
+
+def found_in(value, keys, words):
+    """Adds the keys and texts of a value."""
+    if isinstance(value, dict):
+        for key, one in value.items():
+            keys.add(key)
+            found_in(one, keys, words)
+    elif isinstance(value, list):
+        for one in value:
+            found_in(one, keys, words)
+    else:
+        words.add(value)
+
+
+class Runs(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        temporary = tempfile.TemporaryDirectory()
+        cls.addClassCleanup(temporary.cleanup)
+        cls.root = pathlib.Path(temporary.name)
+        (cls.root / "station").mkdir()
+        subprocess.run([PROGRAM, "sample", "--out", cls.root / "station", "--seconds", "0.1"], check=True,
+                       stdout=subprocess.DEVNULL)
+
+    def place(self, **recordings):
+        return Place(self.root, self.id().rsplit(".", 1)[1], **recordings)
+
+    # zucmtr convert
+
+    def test_convert_recordings_that_succeed(self):
+        place = self.place(a=recording(), b=recording(minutes=1), c=recording(minutes=1), d=recording(minutes=2))
+        place.write("a.Z01", recording())
+        (planned,) = place.convert("--dry-run", "a.ZU")
+        self.assertEqual(planned["status"], "planned")
+        (converted,) = place.convert("--view", "a.ZU")
+        self.assertEqual((converted["status"], converted["reason"], len(converted["files"])), ("converted", None, 5))
+        (present,) = place.convert("--remove-source", "a.ZU")
+        self.assertEqual((present["status"], present["source"], present["sources"]),
+                         ("present", "removed", ["a.ZU", "a.Z01"]))
+        self.assertEqual([one.get("replaced") for one in place.convert("b.ZU", "c.ZU")], [None, "b.ZU"])
+        (place.directory / "archive").mkdir()
+        (archived,) = place.convert("--archive", "archive", "d.ZU")
+        self.assertEqual(archived["source"], "archived")
+
+    def test_convert_files_that_are_no_recordings(self):
+        place = self.place()
+        (place.directory / "in").mkdir()
+        (place.directory / os.fsdecode(b"in/\xff.ZU")).write_bytes(recording())
+        place.write("in/junk.ZU", b"junk")
+        refused = place.convert("in", "c.Z01")
+        self.assertEqual(sorted(reasons(refused)), ["continuationFile", "nameNotUtf8", "notConverted"])
+        self.assertEqual([one["directory"] for one in refused], ["", "", "out"])
+
+    def test_convert_recordings_that_the_library_gives_up(self):
+        place = self.place(comment=recording([analog(), discrete(), analog("I")], comment="Пуск ДЗ (I,1.5)"),
+                           comma=recording([analog("Q1:Ia,b"), discrete()], minutes=1))
+        self.assertEqual(reasons(place.convert("comment.ZU", "comma.ZU")), ["converterException", "recordWrong"])
+
+    def test_convert_names_that_are_taken(self):
+        place = self.place(a=recording(), b=recording([analog(points=2), discrete()]), c=recording(minutes=1))
+        place.convert("a.ZU", "c.ZU")
+        self.assertEqual(reasons(place.convert("--remove-source", "b.ZU")), ["otherRecordPresent"])
+        place.write("archive/a.ZU", b"another")
+        self.assertEqual(reasons(place.convert("--archive", "archive", "a.ZU")), ["notPutAway"])
+        record = place.record()
+        record.with_suffix(".html").mkdir()
+        self.assertEqual(reasons(place.convert("--view", "a.ZU" if ",1200" in record.name else "c.ZU")),
+                         ["pageNotWritten"])
+        for name in (place.directory / "out").glob("*.cfg"):
+            name.unlink()
+            name.mkdir()
+        self.assertEqual(reasons(place.convert("c.ZU")), ["recordNotInPlace"])
+
+    def test_lack_of_memory_has_its_word(self):
+        place = self.place()
+        points = 1 << 29
+        head = bytearray(recording([analog(points=1)]))
+        head[263 + 76:263 + 80] = points.to_bytes(4, "little")          # points
+        head[263 + 76 + 34:263 + 76 + 36] = (1).to_bytes(2, "little")   # compressed
+        block = 65535
+        area = (2 * points).to_bytes(4, "little") + block.to_bytes(2, "little") + bytes(2 * block) + bytes(9000)
+        head[263 + 72:263 + 76] = len(area).to_bytes(4, "little")
+        place.write("bomb.ZU", bytes(head[:263 + 76 + 54]) + area)
+        self.assertEqual(reasons(place.convert("--max-memory", "256M", "bomb.ZU")), ["outOfMemory"])
+        self.assertEqual(reasons(place.info("--max-memory", "256M", "bomb.ZU")), ["outOfMemory"])
+
+    def test_words_are_the_same_in_russian_and_texts_are_not(self):
+        place = self.place(junk=b"junk")
+        (english,) = place.convert("junk.ZU")
+        (russian,) = place.convert("junk.ZU", LC_ALL="ru_RU.UTF-8", LANGUAGE="")
+        self.assertEqual((english["status"], english["reason"]), (russian["status"], russian["reason"]))
+        self.assertTrue(english["error"].startswith("not converted: "), english)
+        self.assertTrue(russian["error"].startswith("не преобразована: "), russian)
+
+    def test_names_with_control_characters_are_whole(self):
+        place = self.place()
+        name = "a\u0007\u0085\u009b.ZU"  # a terminal minds the second and third, too
+        place.write("in/" + name, recording())
+        (converted,) = place.convert("in")
+        self.assertEqual(converted["file"], "in/" + name)
+        self.assertNotRegex(LINES[-1].decode(), "[\u0000-\u001f\u007f-\u009f]")
+
+    # zucmtr info
+
+    def test_info_of_recordings(self):
+        start = "Пуск ПП (Q1:Ia,12.0,11.4,0) I1 больше 31.01.24 12:00:00.250000 (GPS)"
+        place = self.place(a=recording(comment=start), windows=recording(page="cp1251"),
+                           cut=recording()[:300], tiny=b"40",
+                           rates=recording([analog(), analog("Q1:Ib", rate=1200.0), discrete()]),
+                           states=recording([discrete()]))
+        (whole,) = place.info("a.ZU")
+        self.assertEqual((whole["kind"], whole["chainEnd"], whole["start"]),
+                         ("recording", "noNextFile", "2024-01-31T11:59:59.750000+03:00"))
+        self.assertEqual(place.info("windows.ZU")[0]["codePage"], "Windows-1251")
+        self.assertNotIn("analog", place.info("--no-channels", "a.ZU")[0])
+        for name, content, word in (("Z01", recording(identity="other"), "nextFileDiffers"),
+                                    ("Z01", b"junk", "nextFileUnreadable")):
+            place.write(f"a.{name}", content)
+            self.assertEqual(place.info("a.ZU")[0]["chainEnd"], word)
+        for number in range(1, 16):
+            place.write(f"a.Z0{number:x}", recording())
+        self.assertEqual(place.info("a.ZU")[0]["chainEnd"], "allFiles")
+        self.assertEqual(reasons(place.info("cut.ZU", "tiny.ZU", "rates.ZU", "none.ZU", "states.ZU")),
+                         2 * ["recordingUnreadable"] + ["recordingInconsistent", "doesNotExist", None])
+        for sample in sorted((self.root / "station").glob("*.ZU")):
+            place.info(str(sample))
+
+    def test_info_of_records_of_all_forms(self):
+        place = self.place(a=recording())
+        forms = {"ASCII": "", "BINARY": "BIN=1", "CFF": "CFF=1", "1999": "1999=1"}
+        for form, key in forms.items():
+            ini = re.sub(rf"^(Тип Comtrade {key[:-1]})0", r"\g<1>1", place.ini, flags=re.M) if key else place.ini
+            place.write("ZuDrv.ini", ini.encode())
+            place.run("convert", "--json", "--out", form, "--make-out", "a.ZU")
+            (record,) = place.info(str(next((place.directory / form).glob("*.cf[fg]"))))
+            self.assertEqual((record["samples"], record["samplesFound"], record["missing"]), (3, 3, 0), form)
+            self.assertEqual(record["start"], "2024-01-31T11:59:59.750000" + ("" if form == "1999" else "+03:00"))
+
+    def test_info_of_records_of_other_makers(self):
+        place = self.place()
+        rates = {"one": "1\n100,4", "two": "2\n100,1\n50,4", "none": "0\n0,4", "more": "1\n100,3", "less": "1\n100,9"}
+        for name, lines in rates.items():
+            place.write(f"{name}.cfg", (f"S,D,2013\n2,1A,1D\n1,I,A,W,A,1,0,0,-9,9,1,1,S\n1,On,,W,1\n50\n{lines}\n"
+                                        "01/02/2024,03:04:05.5\n01/02/2024,03:04:06\nASCII\n1\nx,x\n0,0\n").encode())
+            place.write(f"{name}.dat", b"1,,7,0\n2,,,1\n3,,7,1\n4,,7,0\n")
+        place.write("cut.cfg", (place.directory / "one.cfg").read_bytes())
+        place.write("cut.dat", b"1,,7,0\n2,,7")
+        place.write("bad.cfg", b"no configuration")
+        told = place.info("one.cfg", "two.cfg", "none.cfg", "more.cfg", "less.cfg", "cut.cfg", "bad.cfg")
+        self.assertEqual(reasons(told), [None, None, None, "samplesLeftOver", "samplesLacking", "dataUnreadable",
+                                         "recordUnreadable"])
+        self.assertEqual([one["seconds"] for one in told[:3]], [0.04, 0.01 + 3 / 50, None])
+        self.assertEqual((told[0]["missing"], told[0]["discrete"][0]["changes"]), (1, 2))
+        for form, code in (("BINARY", "h"), ("BINARY32", "i"), ("FLOAT32", "f")):
+            text = (place.directory / "one.cfg").read_text(encoding="utf-8")
+            place.write("b.cfg", text.replace("ASCII", form).encode())
+            place.write("b.dat", b"".join(struct.pack(f"<II{code}H", n + 1, n, 7, n % 2) for n in range(4)))
+            (binary,) = place.info("b.cfg")
+            self.assertEqual((binary["dataType"], binary["discrete"][0]["changes"]), (form, 3))
+
+    # zucmtr check
+
+    def test_check_has_a_word_for_each_finding(self):
+        place = self.place(a=recording([analog("Q1:Ia"), discrete()]))
+        good, signal = "V_L=110 E_G=L S_G=VT", "V_L=110 E_G=L D_G=RP S_T=FD"
+        defaults = "".join(f"{key}\n" for key in (
+            "Энергосистема=E", "Субъект=A/B", "Объект=ПС, 1", "Источник=РАС %2", "Версия ПО=1",
+            "Версия аппаратной части=1", "Версия ZU=1", "Удалять исходные=1", "Время ожидания=60000",
+            "Тип Comtrade CFF=1", "Тип Comtrade BIN=0", "Кодировка Comtrade UTF8=0",
+            "Переименовать сигналы Comtrade=0", "Доп.индексы для имен сигналов=1", "Тип Comtrade 1999=1", "nAnMax=1"))
+        place.write("bad.ini", f"""\ufeffahead=1
+[Default]
+{defaults}[ Blank]
+[D] ; broken
+[Default]
+[D]
+stray
+Модель="Ω"
+Модель="Ω"
+Версия ZU=9
+Обьект=X
+Тип Comtrade BIN=4294967297
+nAnMax=12
+A1=W:U,{good}
+A02=,{good}
+A03=U,{good},more
+A04=W:Ua
+A05=W:Ua,{good}
+A06=W:Ub,V_L=110 E_G=L
+A07=W:Uc,V_L=111 E_G=L S_G=VT
+A08=W:Ud,{good} CIMID=1
+A09=W:Ia,V_L=110 E_G=L S_G=CT
+A10=W:Ib,V_L=220 E_G=L S_G=CT
+A11=
+A13=W:Ue,{good}
+nDiMax=1
+D01=W:x,{signal}
+nBayMax=3
+BAY01=W
+BAY02=W,,V
+BAY03=W,V
+""".encode() + b"\xff=1\n")
+        findings = place.run("check", "--json", "--ini", "bad.ini", "--device", "D", "a.ZU", "none.ZU")
+        told = {one["reason"] for one in findings}
+        self.assertEqual(words_of(SCHEMA["$defs"]["check"]["properties"]["reason"]) - told, set())
+        self.assertEqual({one["severity"] for one in findings}, {"note", "warning", "error"})
+
+    # zucmtr watch
+
+    def test_watch_until_nothing_is_left(self):
+        place = self.place()
+        place.write("in/a.ZU", recording())
+        place.write("in/b.ZU", recording())
+        place.write("in/junk.ZU", b"junk")
+        place.write("ini/ZuDrv.ini", place.ini.encode())
+        events = place.watch("--ini", "ZuDrv.ini", "in")
+        self.assertEqual([one["event"] for one in events],
+                         ["started"] + 3 * ["found"] + 2 * ["converting", "converted"] +
+                         ["converting", "failed", "stopped"])
+        self.assertTrue(events[7]["replaced"].endswith("/in/a.ZU"), events[7])
+        self.assertEqual((events[9]["reason"], events[9]["retrySeconds"]), ("notConverted", None))
+        self.assertEqual((events[10]["reason"], events[10]["converted"], events[10]["failed"]), ("done", 2, 1))
+        journal = place.directory / "out/.zucmtr-watch"
+        begun = next(line for line in journal.read_bytes().splitlines(True) if line.startswith(b"B"))
+        journal.write_bytes(b"zucmtr watch 1\n" + 9 * begun)
+        self.assertIn("neverEnded", reasons(place.watch("--ini", "ZuDrv.ini", "in")))
+
+    def test_watch_that_puts_recordings_away(self):
+        place = self.place()
+        (place.directory / "archive").mkdir()
+        for minutes, words, fate in ((0, ["--remove-source"], "removed"), (1, ["--archive", "archive"], "archived")):
+            place.write("in/a.ZU", recording(minutes=minutes))
+            events = place.watch(*words, "--ini", "ZuDrv.ini", "in")
+            self.assertEqual([one["source"] for one in events if "source" in one], [fate])
+
+    def test_watch_until_a_signal(self):
+        place = self.place()
+        (place.directory / "in").mkdir()
+        for ending in (signal.SIGTERM, signal.SIGINT):
+            place.write("in/junk.ZU", b"junk " + str(ending).encode())
+            child = subprocess.Popen([PROGRAM, "watch", "--ini", "ZuDrv.ini", "--out", "out", "--rescan", "0.05",
+                                      "--retry-after", "0.01", "--attempts", "2", "in"],
+                                     cwd=place.directory, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
+            try:
+                self.follow(place.directory, child, ending)
+            finally:
+                child.kill()
+                child.communicate()
+            (place.directory / "away").rename(place.directory / "in")
+            (place.directory / os.fsdecode(b"in/\xff.ZU")).unlink()
+
+    def follow(self, directory, child, ending):
+        self.next(child, "failed")
+        last = self.next(child, "failed")
+        self.assertEqual((last["attempt"], last["retrySeconds"]), (2, None))
+        (directory / os.fsdecode(b"in/\xff.ZU")).write_bytes(b"")
+        self.assertEqual(self.next(child, "unreadable")["reason"], "nameNotUtf8")
+        (directory / "in").rename(directory / "away")
+        self.assertEqual(self.next(child, "unreadable")["reason"], "directoryGone")
+        child.send_signal(ending)
+        self.assertEqual(self.next(child, "stopped")["reason"], signal.Signals(ending).name)
+
+    def next(self, child, event):
+        """The next event of a kind that a running watch prints."""
+        for line in child.stdout:
+            told = keep("watch", line)
+            if told["event"] == event:
+                return told
+        raise AssertionError(f"the program ended without '{event}'")
+
+
+class Output(unittest.TestCase):
+    """What all the runs printed, the schema and the page."""
+
+    def test_every_line_is_as_the_schema_says(self):
+        self.assertGreater(len(KEPT), 100)
+        for command, told in KEPT:
+            errors = [error.message for error in validator(command).iter_errors(told)]
+            self.assertEqual(errors, [], told)
+
+    def test_schema_refuses_what_it_does_not_know(self):
+        Draft202012Validator.check_schema(SCHEMA)
+        whole = Draft202012Validator(SCHEMA)
+        for command, told in KEPT:
+            self.assertTrue(whole.is_valid(told), told)
+            self.assertFalse(validator(command).is_valid({**told, "new": 1}), told)
+            if told.get("reason"):
+                self.assertFalse(validator(command).is_valid({**told, "reason": "newWord"}), told)
+
+    def test_schema_has_nothing_that_is_never_printed(self):
+        for command in ("convert", "info", "check", "watch"):
+            keys, words = set(), set()
+            found_in([told for whose, told in KEPT if whose == command], keys, words)
+            schema = SCHEMA["$defs"][command]
+            self.assertEqual(keys_of(schema) - keys, set(), command)
+            missing = words_of(schema) - words - UNSEEN
+            if command in ("convert", "watch"):  # they share the words of failures
+                missing -= words_of(SCHEMA["$defs"]["failureReason"])
+            self.assertEqual(missing, set(), command)
+
+    def test_page_names_every_key_and_word(self):
+        sections = dict(re.findall(r"^## zucmtr (\w+)\n(.*?)(?=^## |\Z)", PAGE, flags=re.M | re.S))
+        self.assertEqual(set(sections), {"convert", "watch", "info", "check"})
+        for command, section in sections.items():
+            if command == "watch":
+                section += sections["convert"]
+            named = set(re.findall(r"`([\w.-]+)`", section))
+            schema = SCHEMA["$defs"][command]
+            self.assertEqual((keys_of(schema) | words_of(schema)) - named, set(), command)
+
+    def test_page_and_schema_have_the_words_of_the_program(self):
+        header = (SOURCE / "tools/zucmtr/reasons.h").read_text(encoding="utf-8")
+        words = set(re.findall(r'inline constexpr char \w+\[\] = "(\w+)";', header))
+        reasons_of = [part["properties"][key] for part in below(SCHEMA) for key in ("reason", "chainEnd")
+                      if key in part.get("properties", {})]
+        self.assertEqual(words, set().union(*(words_of(one) for one in reasons_of)))
+
+    def test_times_have_their_offset(self):
+        for command, told in KEPT:
+            if command == "watch":
+                self.assertRegex(told["time"], r"[+-]\d\d:\d\d$|Z$")
+            for key in ("start", "trigger"):
+                if told.get("kind") == "recording" and key in told:
+                    self.assertRegex(told[key], r"\+03:00$")
+
+
+def load_tests(loader, _tests, _pattern):
+    return unittest.TestSuite(loader.loadTestsFromTestCase(case) for case in (Runs, Output))
+
+
+if __name__ == "__main__":
+    unittest.main(argv=[sys.argv[0]] + sys.argv[3:])

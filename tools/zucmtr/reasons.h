@@ -1,0 +1,104 @@
+// Why something failed, ended or was remarked on, as words for programs: they stand in the JSON output beside
+// a text in the user's language, and stay what they are from version to version. docs/json.md explains each.
+#pragma once
+
+#include <QString>
+
+namespace reason {
+
+// A file, of any command.
+inline constexpr char DoesNotExist[] = "doesNotExist";
+inline constexpr char NoPermission[] = "noPermission";
+inline constexpr char NameNotUtf8[] = "nameNotUtf8";
+inline constexpr char OutOfMemory[] = "outOfMemory";
+inline constexpr char Unexpected[] = "unexpected";
+
+// A recording or a record that is not good.
+inline constexpr char RecordingUnreadable[] = "recordingUnreadable";
+inline constexpr char RecordingInconsistent[] = "recordingInconsistent";
+inline constexpr char RecordUnreadable[] = "recordUnreadable";
+inline constexpr char DataUnreadable[] = "dataUnreadable";
+inline constexpr char SamplesLacking[] = "samplesLacking";
+inline constexpr char SamplesLeftOver[] = "samplesLeftOver";
+
+// A recording that is not converted, or not put away.
+inline constexpr char ContinuationFile[] = "continuationFile";
+inline constexpr char NotConverted[] = "notConverted";
+inline constexpr char ConverterException[] = "converterException";
+inline constexpr char RecordNotInPlace[] = "recordNotInPlace";
+inline constexpr char OtherRecordPresent[] = "otherRecordPresent";
+inline constexpr char RecordWrong[] = "recordWrong";
+inline constexpr char PageNotWritten[] = "pageNotWritten";
+inline constexpr char NotOnDisk[] = "notOnDisk";
+inline constexpr char NotPutAway[] = "notPutAway";
+inline constexpr char NeverEnded[] = "neverEnded";
+
+// A directory that is watched.
+inline constexpr char DirectoryGone[] = "directoryGone";
+
+// What 'zucmtr check' finds in the lines of an ini file.
+inline constexpr char BlanksInSectionName[] = "blanksInSectionName";
+inline constexpr char BrokenHeading[] = "brokenHeading";
+inline constexpr char ByteOrderMark[] = "byteOrderMark";
+inline constexpr char CommaInText[] = "commaInText";
+inline constexpr char KeyTwice[] = "keyTwice";
+inline constexpr char LineOutsideSection[] = "lineOutsideSection";
+inline constexpr char NotUtf8[] = "notUtf8";
+inline constexpr char PercentInText[] = "percentInText";
+inline constexpr char QuotationMarks[] = "quotationMarks";
+inline constexpr char SectionTwice[] = "sectionTwice";
+inline constexpr char StrayLine[] = "strayLine";
+
+// In the parameters of a section.
+inline constexpr char CffIgnored[] = "cffIgnored";
+inline constexpr char CharactersLeftOut[] = "charactersLeftOut";
+inline constexpr char KeyMissing[] = "keyMissing";
+inline constexpr char LettersLost[] = "lettersLost";
+inline constexpr char NotAskedFor[] = "notAskedFor";
+inline constexpr char NumberOutOfRange[] = "numberOutOfRange";
+inline constexpr char NumberTooLarge[] = "numberTooLarge";
+inline constexpr char RecordingsDeleted[] = "recordingsDeleted";
+inline constexpr char TakenFromDefaults[] = "takenFromDefaults";
+inline constexpr char UnknownKey[] = "unknownKey";
+
+// In the sorting dictionary and the bays.
+inline constexpr char BadNumbering[] = "badNumbering";
+inline constexpr char BayTwice[] = "bayTwice";
+inline constexpr char BayWithoutText[] = "bayWithoutText";
+inline constexpr char BeyondMaximum[] = "beyondMaximum";
+inline constexpr char DictionaryInDefaults[] = "dictionaryInDefaults";
+inline constexpr char EmptyBay[] = "emptyBay";
+inline constexpr char EmptyEntry[] = "emptyEntry";
+inline constexpr char EquipmentDiffers[] = "equipmentDiffers";
+inline constexpr char ExtraFields[] = "extraFields";
+inline constexpr char NoParameters[] = "noParameters";
+inline constexpr char NoSignal[] = "noSignal";
+inline constexpr char NotEquipmentSignal[] = "notEquipmentSignal";
+inline constexpr char ParameterMissing[] = "parameterMissing";
+inline constexpr char SignalTwice[] = "signalTwice";
+inline constexpr char UnknownCode[] = "unknownCode";
+inline constexpr char UnknownParameter[] = "unknownParameter";
+inline constexpr char VoltagesAndCurrents[] = "voltagesAndCurrents";
+
+// Between a dictionary and a recording.
+inline constexpr char ChannelMissing[] = "channelMissing";
+inline constexpr char ChannelsUnknown[] = "channelsUnknown";
+
+// Why the watch ends.
+inline constexpr char Terminated[] = "SIGTERM";
+inline constexpr char Interrupted[] = "SIGINT";
+inline constexpr char Done[] = "done";
+
+// Why a chain of segments ends.
+inline constexpr char NoNextFile[] = "noNextFile";
+inline constexpr char NextFileUnreadable[] = "nextFileUnreadable";
+inline constexpr char NextFileDiffers[] = "nextFileDiffers";
+inline constexpr char AllFiles[] = "allFiles";
+
+/// The word for a failure of the library: outOfMemory by its text, else the given one.
+inline const char* OfLibrary(const QString& text, const char* otherwise)
+{
+    return text.contains(QStringLiteral("ошибка выделения памяти")) ? OutOfMemory : otherwise;
+}
+
+} // namespace reason
