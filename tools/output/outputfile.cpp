@@ -104,8 +104,8 @@ bool OutputFile::Fail(const QString& text)
 
 bool OutputFile::FailFile()
 {
-    return Fail(Tr("output", "%1; check the directory, its permissions and the free space")
-                    .arg(file->errorString()));
+    return Fail(
+        Tr("output", "%1; check the directory, its permissions and the free space").arg(file->errorString()));
 }
 
 bool OutputFile::Open()

@@ -43,7 +43,7 @@ Kind KindOf(const QString& path)
         return Kind::Directory;
     // Under /proc are the open files of other processes.
     return S_ISREG(status.st_mode) && !path.startsWith(QLatin1String("/proc/")) ? Kind::RegularFile
-                                                                               : Kind::Stream;
+                                                                                : Kind::Stream;
 }
 
 } // namespace
@@ -77,9 +77,8 @@ bool IsStandardOutput(const QString& path)
         return false;
     struct stat there = {};
     struct stat standard = {};
-    const bool known = target.descriptor >= 0
-                           ? fstat(target.descriptor, &there) == 0
-                           : stat(QFile::encodeName(target.path).constData(), &there) == 0;
+    const bool known = target.descriptor >= 0 ? fstat(target.descriptor, &there) == 0
+                                              : stat(QFile::encodeName(target.path).constData(), &there) == 0;
     return target.descriptor == STDOUT_FILENO ||
            (known && fstat(STDOUT_FILENO, &standard) == 0 && there.st_dev == standard.st_dev &&
             there.st_ino == standard.st_ino);

@@ -11,7 +11,8 @@ enum class Kind {
     NewFile,     ///< nothing yet
     RegularFile, ///< a file with contents, which a new one may replace
     Directory,
-    Stream ///< all else: a device, a pipe, a socket, an open descriptor; written to, never replaced or removed
+    Stream ///< all else: a device, a pipe, a socket, an open descriptor; written to, never replaced or
+           ///< removed
 };
 
 struct Target

@@ -93,8 +93,9 @@ void AddDictionaryCommand(CLI::App& app, Action& chosen)
         ->type_name("NAME")
         ->default_str("");
     command
-        ->add_option("-o,--output", options->output,
-                     HelpText("dictionary", "File to write; it must not be there. Default: standard output, as for -"))
+        ->add_option(
+            "-o,--output", options->output,
+            HelpText("dictionary", "File to write; it must not be there. Default: standard output, as for -"))
         ->type_name("FILE");
     command->add_flag("--force", options->force, HelpText("dictionary", "Replace the file of --output"));
     AddMemoryOption(*command, options->maxMemory);

@@ -13,8 +13,9 @@ constexpr int ExitUnexpected = 70;
 
 /// Takes Qt's messages from here on. They go to the log that --log names, those that come before it is opened
 /// too; without one they are dropped. One that ends the program (qFatal) is reported as an unexpected error.
-/// With ZUCMTR_QT_MESSAGES=fail in the environment, as in the tests, every message is shown and ends the
-/// program with ExitUnexpected. So does an exception that nothing catches end it with a report.
+/// With ZUCMTR_QT_MESSAGES=fail in the environment, as in the tests, the first warning is reported likewise
+/// and ends the program with ExitUnexpected; debug texts, which the library writes where something of its own
+/// cannot be written, do not. An exception that nothing catches ends the program with a report, too.
 void Take();
 
 /// Where messages go from now on, one a call; nowhere for an empty function. What it calls Qt for must not
