@@ -173,11 +173,6 @@ TEST(OutputFile, DescriptorsThatWereNotGivenToTheProgramAreRefused)
     EXPECT_EQ(ErrorOf(path), "Bad file descriptor");
 }
 
-TEST(OutputFile, FullDeviceIsAnError)
-{
-    EXPECT_EQ(ErrorOf("/dev/full"), "No space left on device");
-}
-
 TEST(OutputFile, DirectoryIsNoFile)
 {
     const TestDirectory directory;
