@@ -36,12 +36,12 @@ void Terminal::CloseProgramEnd()
     program = -1;
 }
 
-QByteArray Terminal::Take() const
+QByteArray TakeFrom(int descriptor)
 {
     QByteArray taken;
     std::array<char, 4096> bytes{};
     for (ssize_t count = 1; count > 0;) {
-        count = read(user, bytes.data(), bytes.size());
+        count = read(descriptor, bytes.data(), bytes.size());
         if (count > 0)
             taken.append(bytes.data(), static_cast<int>(count));
     }
@@ -90,8 +90,8 @@ Finished RunOnTerminal(const QString& directory, const QStringList& arguments,
     std::array<pollfd, 2> ends = {pollfd{output.UserEnd(), POLLIN, 0}, pollfd{error.UserEnd(), POLLIN, 0}};
     do {
         poll(ends.data(), ends.size(), -1);
-        out += output.Take();
-        err += error.Take();
+        out += TakeFrom(output.UserEnd());
+        err += TakeFrom(error.UserEnd());
         for (pollfd& end : ends) // without a program behind it, an end has nothing more to say
             end.fd = (end.revents & POLLHUP) != 0 ? -1 : end.fd;
     } while (ends[0].fd >= 0 || ends[1].fd >= 0);

@@ -8,6 +8,9 @@
 #include <QString>
 #include <QStringList>
 
+/// What is there to read now from a descriptor that does not wait.
+QByteArray TakeFrom(int descriptor);
+
 /// A pair of ends; what is written to one end can be read from the other.
 class Terminal
 {
@@ -24,11 +27,8 @@ public:
     int ProgramEnd() const { return program; }
     void CloseProgramEnd();
 
-    /// The other end.
+    /// The other end, which does not wait.
     int UserEnd() const { return user; }
-
-    /// What was written and not read yet. Reads no further than what is there.
-    QByteArray Take() const;
 
 private:
     int user = -1;
