@@ -3,6 +3,7 @@
 #include "info/values.h"
 
 #include "comtrade/record.h"
+#include "explain/file.h"
 #include "zucmtr/texts.h"
 
 #include <QDateTime>
@@ -114,6 +115,9 @@ Description DescribeRecord(const QString& path)
     Description description;
     description.file = path;
     description.kind = QStringLiteral("record");
+    description.error = explain::NotARecord(path);
+    if (!description.error.isEmpty())
+        return description;
     try {
         comtrade::Record record(path);
         AddConfiguration(description, record.Config());

@@ -1,4 +1,6 @@
 // A recorder's recording, read with the library's own classes.
+#include "explain/file.h"
+#include "explain/library.h"
 #include "info/description.h"
 #include "info/values.h"
 
@@ -55,7 +57,7 @@ QStringList LeftOut(const QString& first, size_t inChain)
 void AddChainEnd(Description& description, const QString& path, size_t segments, const ZuCmtrDevParam& device)
 {
     for (const QString& note : device.LogMessages)
-        description.notes << note;
+        description.notes << explain::LibraryText(note);
     const size_t most = std::size(ZuCmtrConverter::ZuExtensions) + 1;
     QString reason;
     if (!device.LogMessages.empty())
@@ -164,7 +166,7 @@ void DescribeChain(Description& description, const QString& path)
     PlainDevice device;
     SegmentChain chain(device);
     if (!chain.Load(path)) {
-        description.error = device.LastError;
+        description.error = explain::NotLoaded(path, device.LastError);
         return;
     }
     ZuFileFormat& first = chain.First();
@@ -184,7 +186,7 @@ void DescribeChain(Description& description, const QString& path)
         description.Add(QStringLiteral("samples"), Tr("info", "Samples"), device.TotalSamples,
                         QString::number(device.TotalSamples));
     } else {
-        description.error = device.LastError;
+        description.error = explain::LibraryText(device.LastError);
     }
     description.Add(
         QStringLiteral("channels"), Tr("info", "Channels"), QJsonValue(first.ChannelCount),
@@ -219,10 +221,9 @@ Description DescribeRecording(const QString& path)
     Description description;
     description.file = path;
     description.kind = QStringLiteral("recording");
-    if (!QFileInfo::exists(path)) {
-        description.error = Tr("info", "does not exist");
+    description.error = explain::Unreadable(path); // opening a pipe would wait for its writer
+    if (!description.error.isEmpty())
         return description;
-    }
     try {
         DescribeChain(description, path);
     } catch (const std::out_of_range&) {
@@ -230,7 +231,7 @@ Description DescribeRecording(const QString& path)
             Tr("info", "its files have analog channels and no discrete one, so that they cannot be "
                        "compared; the library gives up such a recording with an exception");
     }
-    if (!description.error.isEmpty() && description.facts.empty())
+    if (!description.error.isEmpty() && description.facts.empty() && explain::BeginsAsRecording(path))
         AddRemains(description, path);
     return description;
 }

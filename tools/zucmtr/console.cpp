@@ -1,7 +1,5 @@
 #include "console.h"
 
-#include <QStringList>
-
 #include <algorithm>
 #include <cstdio>
 
@@ -39,7 +37,11 @@ void PrintLine(const QString& text)
 
 void Complain(const QString& text)
 {
-    const QStringList lines = text.split(QLatin1Char('\n'));
+    Complain(QStringList{text});
+}
+
+void Complain(const QStringList& lines)
+{
     Write(stderr, QStringLiteral("zucmtr: ") + lines.first());
     for (int i = 1; i < lines.size(); ++i)
         Write(stderr, lines[i]);

@@ -2,13 +2,17 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 /// One line on standard output, at once, so that a long run shows how far it is. Control characters in the
 /// text are shown as "?".
 void PrintLine(const QString& text);
 
-/// One or more lines (parted by line feeds) on standard error, the first behind the program's name.
+/// One line on standard error, after the program's name; control characters as above, line feeds too.
 void Complain(const QString& text);
+
+/// Several lines, the first after the program's name.
+void Complain(const QStringList& lines);
 
 /// False if standard output has lost something, as on a full disk.
 bool OutputIsWhole();

@@ -5,6 +5,8 @@
 #include "memorylimit.h"
 #include "texts.h"
 
+#include <explain/file.h>
+#include <explain/system.h>
 #include <recording/anchanneldata.h>
 #include <recording/dichanneldata.h>
 #include <recording/zufileformat.h>
@@ -53,8 +55,8 @@ void WriteLines(const QString& path, const QStringList& lines, bool force)
     QSaveFile file(path);
     const QByteArray bytes = (lines.join(QLatin1Char('\n')) + QLatin1Char('\n')).toUtf8();
     if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit())
-        throw ConfigurationError(
-            Tr("dictionary", "--output: '%1' cannot be written: %2").arg(path, file.errorString()));
+        throw ConfigurationError(Tr("dictionary", "--output: '%1' cannot be written: %2")
+                                     .arg(path, explain::SystemText(file.errorString())));
 }
 
 int RunDictionary(const DictionaryOptions& options)
@@ -66,7 +68,7 @@ int RunDictionary(const DictionaryOptions& options)
     const QString path = QString::fromStdString(options.file);
     ZuFileFormat recording;
     if (!recording.Load(path)) {
-        Complain(QStringLiteral("%1: %2").arg(path, recording.ErrorText));
+        Complain(path + QLatin1String(": ") + explain::NotLoaded(path, recording.ErrorText));
         return ExitFailed;
     }
     const QStringList lines = LinesFor(recording, options);
@@ -116,7 +118,7 @@ void AddDictionaryCommand(CLI::App& app, Action& chosen)
         "Exit code: 0 written, 1 the recording cannot be read, 2 wrong usage.\n"
         "\n"
         "Example, with the sample station:\n"
-        "  mkdir -p station new\n"
+        "  mkdir -p new\n"
         "  zucmtr sample --out station\n"
         "  zucmtr dictionary --complete --output new/ZuDrv.ini --force station/Vostochnaya_000123.ZU\n"
         "  zucmtr convert --ini new/ZuDrv.ini --out new station/Vostochnaya_000123.ZU"));

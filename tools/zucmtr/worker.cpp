@@ -4,6 +4,7 @@
 #include "sourcefiles.h"
 #include "texts.h"
 
+#include <explain/file.h>
 #include <verify/recordname.h>
 #include <view/view.h>
 
@@ -72,6 +73,9 @@ BatchItem Worker::Work(const Recording& recording)
 
 void Worker::Do(BatchItem& item)
 {
+    const QString reason = explain::NotConvertible(item.recording.path);
+    if (!reason.isEmpty())
+        throw std::runtime_error(Tr("worker", "not converted: %1").arg(reason).toStdString());
     if (order.dryRun) {
         Plan(item);
         return;

@@ -255,32 +255,6 @@
         <translation>Объект JSON на каждую находку, для программ</translation>
     </message>
     <message>
-        <source>First files of recordings to compare with the sorting dictionary</source>
-        <translation>Первые файлы осциллограмм для сравнения со словарём сортировки</translation>
-    </message>
-    <message>
-        <source>Tells by lines what the converter ignores, takes from the defaults, drops or refuses, and what makes
-records that no program opens. An error is a section that does not load or a record that no program
-opens; a warning, something that is not what it looks like; a note, what may well be meant.
-
-Exit code: 0 nothing but notes, 1 errors or warnings, 2 wrong usage.
-
-Example, with the sample station:
-  mkdir -p station
-  zucmtr sample --out station --force
-  zucmtr check --ini station/ZuDrv.ini station/*.ZU</source>
-        <translation>Рассказывает по строкам, что преобразователь не замечает, берёт из умолчаний, отбрасывает или отвергает и из-за
-чего запись не откроет ни одна программа. Ошибка — секция не загружается или запись не открыть;
-предупреждение — что-то не то, чем кажется; замечание — что, возможно, так и задумано.
-
-Код завершения: 0 только замечания, 1 ошибки или предупреждения, 2 неверный вызов.
-
-Пример с учебной станцией:
-  mkdir -p station
-  zucmtr sample --out station --force
-  zucmtr check --ini station/ZuDrv.ini station/*.ZU</translation>
-    </message>
-    <message>
         <source>&apos;%1&apos; counts as 0; give the highest number that is there</source>
         <translation>«%1» считается нулём; дайте наибольший имеющийся номер</translation>
     </message>
@@ -295,6 +269,26 @@ Example, with the sample station:
     <message>
         <source>&apos;%1&apos; is too large and is taken as %2; give the number that is meant</source>
         <translation>«%1» слишком велико и принимается за %2; дайте нужное число</translation>
+    </message>
+    <message>
+        <source>there are two ini files, &apos;%1&apos; and &apos;%2&apos;; check one after the other</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The ini file, and first files of recordings to compare with its sorting dictionary</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Tells by lines what the converter ignores, takes from the defaults, drops or refuses, and what makes
+records that no program opens. An error is a section that does not load or a record that no program
+opens; a warning, something that is not what it looks like; a note, what may well be meant.
+
+Exit code: 0 nothing but notes, 1 errors or warnings, 2 wrong usage.
+
+Example, with the sample station:
+  zucmtr sample --out station --force
+  zucmtr check station/ZuDrv.ini station/*.ZU</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>
@@ -312,20 +306,8 @@ Example, with the sample station:
         <translation>%1: нет права записи в «%2»; выберите другой каталог</translation>
     </message>
     <message>
-        <source>%1: the directory &apos;%2&apos; cannot be made; choose another one</source>
-        <translation>%1: каталог «%2» не создаётся; выберите другой</translation>
-    </message>
-    <message>
-        <source>--ini: the file &apos;%1&apos; does not exist; give the path of the recorders&apos; ini file</source>
-        <translation>--ini: файла «%1» нет; укажите путь к ini-файлу регистраторов</translation>
-    </message>
-    <message>
         <source>--ini: &apos;%1&apos; is not a file; give the path of the recorders&apos; ini file</source>
         <translation>--ini: «%1» не файл; укажите путь к ini-файлу регистраторов</translation>
-    </message>
-    <message>
-        <source>--ini: no permission to read &apos;%1&apos;; check its permissions</source>
-        <translation>--ini: нет права чтения «%1»; проверьте права доступа</translation>
     </message>
     <message>
         <source>--log: cannot write the file &apos;%1&apos;; give a file in a directory that exists and can be written to</source>
@@ -339,23 +321,17 @@ Example, with the sample station:
         <source>&apos;%1&apos; has no section [%2]; it has [%3]</source>
         <translation>в «%1» нет секции [%2]; есть [%3]</translation>
     </message>
+    <message>
+        <source>%1: the directory &apos;%2&apos; cannot be made, since &apos;%3&apos; is a file; choose another one</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1: the directory &apos;%2&apos; cannot be made: %3; choose another one</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>choice</name>
-    <message>
-        <source>
-  &apos;%1&apos; for &apos;%2&apos;</source>
-        <translation>
-  «%1» для «%2»</translation>
-    </message>
-    <message>
-        <source>there is no %1 beside &apos;%2&apos; or in the current directory; name the recorders&apos; ini file by --ini</source>
-        <translation>рядом с «%2» и в текущем каталоге нет %1; укажите ini-файл регистраторов ключом --ini</translation>
-    </message>
-    <message>
-        <source>the recordings have different ini files; convert them one directory after the other, or name one file by --ini:%1</source>
-        <translation>у осциллограмм разные ini-файлы; преобразуйте каталоги по одному или укажите один файл ключом --ini:%1</translation>
-    </message>
     <message>
         <source>&apos;%1&apos; has no section [Default]; name the section with the defaults by --defaults: it has %2</source>
         <translation>в «%1» нет секции [Default]; укажите секцию умолчаний ключом --defaults: есть %2</translation>
@@ -367,6 +343,26 @@ Example, with the sample station:
     <message>
         <source>&apos;%1&apos; has no section at all; is it the recorders&apos; ini file?</source>
         <translation>в «%1» нет ни одной секции; это ini-файл регистраторов?</translation>
+    </message>
+    <message>
+        <source>  &apos;%1&apos; for &apos;%2&apos;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>name the recorders&apos; ini file by --ini, or have &apos;zucmtr dictionary --complete&apos; make one</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>there is no %1 in the current directory; %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>there is no %1 in &apos;%2&apos; or in the current directory; %3</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the recordings have different ini files; convert them one directory after the other, or name one file by --ini:</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>
@@ -535,12 +531,6 @@ Example, with the sample station:
         <translation>в «%1» для [%2] действует «Удалять исходные = 1»: осциллограммы были бы удалены до проверки записей. Установите ключ в 0 и дайте --remove-source, чтобы удалять каждую осциллограмму после проверки её записи; или дайте --trust-writer, чтобы удалять без проверки</translation>
     </message>
     <message>
-        <source>warnings and notes on section [%1] of &apos;%2&apos;:
-  </source>
-        <translation>предупреждения и замечания к секции [%1] файла «%2»:
-  </translation>
-    </message>
-    <message>
         <source>Existing directory for the COMTRADE files. Default: the current directory</source>
         <translation>Существующий каталог для файлов COMTRADE. По умолчанию текущий</translation>
     </message>
@@ -581,32 +571,6 @@ Example, with the sample station:
         <translation>Сообщать о каждой осциллограмме объектом JSON в стандартный вывод</translation>
     </message>
     <message>
-        <source>A recording is a first file (.ZU or .zu) with its continuation files (.Z01 ... .Z0f) beside it; give the
-first file or the directory, the others are found. For each recording one line on standard output tells
-the record&apos;s name and the notes on it; failures and the summary go to standard error.
-Ctrl-C ends after the recordings at hand, a second Ctrl-C at once.
-
-Exit code: 0 all recordings converted, 1 at least one failed, 2 wrong usage or configuration, 130 ended
-by Ctrl-C (143 by SIGTERM).
-
-Example, with the sample station:
-  mkdir -p station
-  zucmtr sample --out station
-  zucmtr convert --out station/comtrade --make-out station/*.ZU</source>
-        <translation>Осциллограмма — это первый файл (.ZU или .zu) и файлы продолжения (.Z01 ... .Z0f) рядом с ним; укажите
-первый файл или каталог, остальные находятся сами. Для каждой осциллограммы в стандартный вывод пишется
-строка с именем записи и замечаниями; ошибки и итог идут в стандартный вывод ошибок.
-Ctrl-C завершает работу после начатых осциллограмм, второй Ctrl-C — сразу.
-
-Код завершения: 0 все преобразованы, 1 хотя бы одна с ошибкой, 2 неверный вызов или настройка, 130 прервано
-по Ctrl-C (143 по SIGTERM).
-
-Пример с учебной станцией:
-  mkdir -p station
-  zucmtr sample --out station
-  zucmtr convert --out station/comtrade --make-out station/*.ZU</translation>
-    </message>
-    <message>
         <source>Convert recordings into COMTRADE records</source>
         <translation>Преобразовать осциллограммы в записи COMTRADE</translation>
     </message>
@@ -617,6 +581,28 @@ Ctrl-C завершает работу после начатых осцилло�
     <message>
         <source>--remove-source and --archive need a verified record; leave --trust-writer out</source>
         <translation>для --remove-source и --archive нужна проверенная запись; уберите --trust-writer</translation>
+    </message>
+    <message>
+        <source>not converted: %1</source>
+        <translation type="unfinished">не преобразована: %1</translation>
+    </message>
+    <message>
+        <source>A recording is a first file (.ZU or .zu) with its continuation files (.Z01 ... .Z0f) beside it; give the
+first file or the directory, the others are found. For each recording one line on standard output tells
+the record&apos;s name and the notes on it; failures and the summary go to standard error.
+Ctrl-C ends after the recordings at hand, a second Ctrl-C at once.
+
+Exit code: 0 all recordings converted, 1 at least one failed, 2 wrong usage or configuration, 130 ended
+by Ctrl-C (143 by SIGTERM).
+
+Example, with the sample station:
+  zucmtr sample --out station
+  zucmtr convert --out station/comtrade --make-out station/*.ZU</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>warnings and notes on section [%1] of &apos;%2&apos;:</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>
@@ -732,21 +718,110 @@ hold become comments.
 Exit code: 0 written, 1 the recording cannot be read, 2 wrong usage.
 
 Example, with the sample station:
-  mkdir -p station new
+  mkdir -p new
   zucmtr sample --out station
   zucmtr dictionary --complete --output new/ZuDrv.ini --force station/Vostochnaya_000123.ZU
   zucmtr convert --ini new/ZuDrv.ini --out new station/Vostochnaya_000123.ZU</source>
-        <translation>Класс напряжения, оборудование и группы угадываются по именам и единицам; у каждой догадки есть комментарий.
-Неугаданное остаётся без сортировки, пока кто-нибудь не допишет параметры. Имена, которые нельзя записать
-в ini-файл, становятся комментариями.
-
-Код завершения: 0 записано, 1 осциллограмма не читается, 2 неверный вызов.
-
-Пример с учебной станцией:
-  mkdir -p station new
-  zucmtr sample --out station
-  zucmtr dictionary --complete --output new/ZuDrv.ini --force station/Vostochnaya_000123.ZU
-  zucmtr convert --ini new/ZuDrv.ini --out new station/Vostochnaya_000123.ZU</translation>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>file</name>
+    <message>
+        <source>the path is too long; shorten the names</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>no permission to look into its directory; check the permissions</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>it is a link that leads back to itself; remove it</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>it is a link to &apos;%1&apos;, which is not there</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>there is no such file; check the path</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>it is a directory; give a file</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>it is a directory; give a file in it, such as &apos;%1&apos;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>it is a COMTRADE record, not a recording; &apos;zucmtr info&apos; and &apos;zucmtr view&apos; take it</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>it is a part of a COMTRADE record, whose .cfg file is not beside it; give the .cfg file</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>it is a part of a COMTRADE record; give its configuration &apos;%1&apos;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>it is an ini file, not a recording; name it by --ini, or look at it with &apos;zucmtr check&apos;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the file is empty; was the copy interrupted?</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>it is no recording: its content is a COMTRADE record&apos;s; give it the ending %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>it is no recording: it does not begin as a recorder&apos;s file does</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the path is empty; give a file</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>it is a pipe; save what comes out of it in a file, and give that</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>it is a device or a socket; give a file</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>no permission to read the file; check its permissions</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the name of a recording ends in .ZU or .zu; rename the file</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>it is no COMTRADE record: its content is a recording&apos;s; give it the ending .ZU</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>help</name>
+    <message>
+        <source>Print the help of the program or of a command</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The command: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Example:
+  zucmtr help convert</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>
@@ -756,28 +831,28 @@ Example, with the sample station:
         <translation>запись не удалось поставить на место, остался «%1»; освободите конечное имя и диск и преобразуйте снова</translation>
     </message>
     <message>
-        <source>--defaults: section [%1] of &apos;%2&apos; does not load: %3</source>
-        <translation>--defaults: секция [%1] файла «%2» не загружается: %3</translation>
-    </message>
-    <message>
         <source>--device: section [%1] of &apos;%2&apos; does not load</source>
         <translation>--device: секция [%1] файла «%2» не загружается</translation>
     </message>
     <message>
-        <source>
-The log says:
-  </source>
-        <translation>
-В журнале:
-  </translation>
-    </message>
-    <message>
-        <source>the start comment has too few values, or the segments have analog but no discrete channels [exception in the library: %1]</source>
-        <translation>в комментарии пуска мало значений, или в сегментах есть аналоговые и нет дискретных каналов [исключение в библиотеке: %1]</translation>
-    </message>
-    <message>
         <source>exception in the library: %1</source>
         <translation>исключение в библиотеке: %1</translation>
+    </message>
+    <message>
+        <source>--defaults: section [%1] of &apos;%2&apos; does not load</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The log says:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&apos;zucmtr check --ini %1&apos; explains it line by line.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the start comment has too few values, or the segments have analog but no discrete channels; the library gives up such a recording</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>
@@ -987,10 +1062,6 @@ The log says:
         <translation>в заголовке %1</translation>
     </message>
     <message>
-        <source>does not exist</source>
-        <translation>нет такого файла</translation>
-    </message>
-    <message>
         <source>its files have analog channels and no discrete one, so that they cannot be compared; the library gives up such a recording with an exception</source>
         <translation>в файлах есть аналоговые каналы и нет дискретных, поэтому их нельзя сравнить; библиотека отказывается от такой осциллограммы исключением</translation>
     </message>
@@ -1038,19 +1109,144 @@ configuration tells, and whether all its data are there.
 Exit code: 0 all files are good, 1 something is wrong with at least one, 2 wrong usage.
 
 Example, with the sample station:
-  mkdir -p station
   zucmtr sample --out station
   zucmtr info --no-channels station/*.ZU</source>
-        <translation>Об осциллограмме: время с часовым поясом, длительность, частота, найденные сегменты и почему цепочка
-кончается, комментарий пуска как записан и как понят, каналы. О записи: что говорит конфигурация и все ли
-данные на месте.
-
-Код завершения: 0 все файлы исправны, 1 хотя бы с одним что-то не так, 2 неверный вызов.
-
-Пример с учебной станцией:
-  mkdir -p station
-  zucmtr sample --out station
-  zucmtr info --no-channels station/*.ZU</translation>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>library</name>
+    <message>
+        <source>there is no such file; check the path</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the directory for the record is gone; make it again</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the name of a recording ends in .ZU or .zu; rename the file</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the file cannot be opened; check its permissions</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; cannot be written; check the free space and the permissions</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>there is not enough memory; give more by --max-memory, or convert fewer recordings at once</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the file ends within its header; was the copy interrupted?</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the file ends before all the channels that its header promises; was the copy interrupted?</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>it is no recording: it does not begin as a recorder&apos;s file does</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>it is no recording: its title is not a recorder&apos;s in either code page</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the header is damaged: its time zone is out of range</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the file is damaged: the header of a channel has a wrong length</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the header is damaged: the time of the first sample is out of range</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the header is damaged: the time of the trigger is out of range</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the header is damaged: the duration is out of range</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the header is damaged: it promises too many channels</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the header is damaged: it gives a wrong size for itself</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the file is damaged: it has a channel of an unknown kind</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>an analog channel cannot be read: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>a discrete channel cannot be read: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; has no data</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the file ends within its header</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the file ends within its data; was the copy interrupted?</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the number of its changes does not fit the size of its data</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the number of its samples does not fit the size of its data</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>its compressed data are damaged</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the analog channels of &apos;%1&apos; have different sampling rates</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the analog channels of &apos;%1&apos; have different numbers of samples</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>its files have different sampling rates</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>its sampling rate is 0, so it cannot be converted</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>its duration is 0, so it cannot be converted</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the recording of &apos;%1&apos; ends early, a continuation file cannot be read: %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the recording ends early, &apos;%1&apos; does not continue &apos;%2&apos;: they differ</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>
@@ -1066,12 +1262,6 @@ Example, with the sample station:
 </context>
 <context>
     <name>main</name>
-    <message>
-        <source>%1
-Run &apos;%2 --help&apos; for the options and an example.</source>
-        <translation>%1
-Ключи и пример: «%2 --help».</translation>
-    </message>
     <message>
         <source>no command is given</source>
         <translation>не указана команда</translation>
@@ -1093,18 +1283,6 @@ Run &apos;%2 --help&apos; for the options and an example.</source>
         <translation>Показать версию и завершить работу</translation>
     </message>
     <message>
-        <source>&apos;zucmtr COMMAND --help&apos; tells more about a command. To try the program:
-
-  mkdir -p station
-  zucmtr sample --out station
-  zucmtr convert --out station/comtrade --make-out station</source>
-        <translation>Подробнее о команде: «zucmtr КОМАНДА --help». Чтобы попробовать программу:
-
-  mkdir -p station
-  zucmtr sample --out station
-  zucmtr convert --out station/comtrade --make-out station</translation>
-    </message>
-    <message>
         <source>out of memory; work on fewer or shorter recordings</source>
         <translation>не хватает памяти; возьмите меньше осциллограмм или более короткие</translation>
     </message>
@@ -1115,6 +1293,17 @@ Run &apos;%2 --help&apos; for the options and an example.</source>
     <message>
         <source>standard output could not be written; check the disk or the pipe</source>
         <translation>стандартный вывод не записывается; проверьте диск или канал</translation>
+    </message>
+    <message>
+        <source>&apos;zucmtr COMMAND --help&apos; tells more about a command. To try the program:
+
+  zucmtr sample --out station
+  zucmtr convert --out station/comtrade --make-out station</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Run &apos;%1 --help&apos; for the options and an example.</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>
@@ -1137,34 +1326,6 @@ Run &apos;%2 --help&apos; for the options and an example.</source>
     <message>
         <source>%1 is required</source>
         <translation>не указано: %1</translation>
-    </message>
-    <message>
-        <source>%1 requires %2</source>
-        <translation>%1 нужен вместе с %2</translation>
-    </message>
-    <message>
-        <source>%1 excludes %2</source>
-        <translation>%1 и %2 вместе нельзя</translation>
-    </message>
-    <message>
-        <source>The following argument was not expected: %1</source>
-        <translation>лишний аргумент: %1</translation>
-    </message>
-    <message>
-        <source>The following arguments were not expected: %1</source>
-        <translation>лишние аргументы: %1</translation>
-    </message>
-    <message>
-        <source>Could not convert: %1</source>
-        <translation>значение не подходит: %1</translation>
-    </message>
-    <message>
-        <source>%1: 1 required %2 missing</source>
-        <translation>%1: нет значения (%2)</translation>
-    </message>
-    <message>
-        <source>%1: Value %2</source>
-        <translation>%1: значение %2</translation>
     </message>
     <message>
         <source>Options</source>
@@ -1190,6 +1351,138 @@ Run &apos;%2 --help&apos; for the options and an example.</source>
         <source>Positionals</source>
         <translation>Аргументы</translation>
     </message>
+    <message>
+        <source>REQUIRED</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Excludes</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Needs</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Env</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>FILE</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>DIR</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>SECTION</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>COMMAND</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>NAME</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>KIND</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>SIZE</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>SECONDS</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>N</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>HZ</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>S</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 is given without %2; give both</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 and %2 exclude each other; leave one out</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1: the value is missing (%2)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 is given %2 times; give it once</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 takes no value; leave &apos;%2&apos; out</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation type="unfinished">%1: %2</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; has no option %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 stands before the command; put it after</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>; it is one of %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>; did you mean %1?</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is too much: &apos;%2&apos; takes nothing but options</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is too much: &apos;%2&apos; takes one %3</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is no command; say first what to do with it, as in: zucmtr info %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>there is no command &apos;%1&apos;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>; did you mean &apos;%1&apos;?</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>; there are %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 has no value after the &apos;=&apos;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; has one dash only; did you mean -%1?</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>progress</name>
@@ -1209,16 +1502,8 @@ Run &apos;%2 --help&apos; for the options and an example.</source>
         <translation>«%1» не записывается: %2; освободите место в каталоге временных файлов</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; is no file; give a recording (.ZU) or a COMTRADE record (.cfg, .cff)</source>
-        <translation>«%1» не файл; укажите осциллограмму (.ZU) или запись COMTRADE (.cfg, .cff)</translation>
-    </message>
-    <message>
         <source>no temporary directory: %1</source>
         <translation>нет временного каталога: %1</translation>
-    </message>
-    <message>
-        <source>%1: not converted: %2</source>
-        <translation>%1: не преобразована: %2</translation>
     </message>
     <message>
         <source>%1: its record was not found after the conversion</source>
@@ -1230,10 +1515,6 @@ Run &apos;%2 --help&apos; for the options and an example.</source>
     <message>
         <source>passed over, it is converted with its first file %1</source>
         <translation>пропущен, преобразуется вместе с первым файлом %1</translation>
-    </message>
-    <message>
-        <source>not converted: it continues a recording; give the first file %1 instead</source>
-        <translation>не преобразован: он продолжает осциллограмму; укажите первый файл %1</translation>
     </message>
     <message>
         <source>not converted: no permission to read this directory; check its permissions</source>
@@ -1255,6 +1536,18 @@ Run &apos;%2 --help&apos; for the options and an example.</source>
         <source>not converted: the name is not UTF-8; rename the directory</source>
         <translation>не преобразована: имя не в UTF-8; переименуйте каталог</translation>
     </message>
+    <message>
+        <source>not converted: %1</source>
+        <translation type="unfinished">не преобразована: %1</translation>
+    </message>
+    <message>
+        <source>it continues a recording; give the first file %1 instead</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>it continues a recording whose first file %1 is not there; bring that back</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>sample</name>
@@ -1271,40 +1564,8 @@ Run &apos;%2 --help&apos; for the options and an example.</source>
         <translation>Записать учебную станцию: осциллограммы и их ini-файл</translation>
     </message>
     <message>
-        <source>Existing directory for the files</source>
-        <translation>Существующий каталог для файлов</translation>
-    </message>
-    <message>
         <source>Replace an older sample in the directory</source>
         <translation>Заменить прежнюю учебную станцию в каталоге</translation>
-    </message>
-    <message>
-        <source>The station is a substation of 220/110 kV with a short circuit on a line. There is one recording for each
-kind of start, and the ini file ZuDrv.ini. The same options give the same bytes everywhere. The files
-written are listed; the last line is the command that converts them.
-
-Example:
-  mkdir -p station
-  zucmtr sample --out station --fault three --segments 2</source>
-        <translation>Станция — подстанция 220/110 кВ с коротким замыканием на линии. Для каждого вида пуска есть осциллограмма,
-а также ini-файл ZuDrv.ini. Одинаковые ключи везде дают одинаковые байты. Записанные файлы перечисляются;
-последняя строка — команда, которая их преобразует.
-
-Пример:
-  mkdir -p station
-  zucmtr sample --out station --fault three --segments 2</translation>
-    </message>
-    <message>
-        <source>&apos;%1&apos; is wrong; give a whole number from %2 to %3</source>
-        <translation>«%1» не годится; дайте целое число от %2 до %3</translation>
-    </message>
-    <message>
-        <source>&apos;%1&apos; is wrong; give a number above 0 and below %2</source>
-        <translation>«%1» не годится; дайте число больше 0 и меньше %2</translation>
-    </message>
-    <message>
-        <source>&apos;%1&apos; is wrong; give one of %2</source>
-        <translation>«%1» не годится; дайте одно из: %2</translation>
     </message>
     <message>
         <source>--analog %1 and --discrete %2 make %3 channels; a recording has fewer than %4</source>
@@ -1358,6 +1619,19 @@ Example:
         <source>Seed of noise and operating times, 0 to 4294967295 (1)</source>
         <translation>Начальное число шума и времён срабатывания, от 0 до 4294967295 (1)</translation>
     </message>
+    <message>
+        <source>Directory for the files; it is made if it is not there</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The station is a substation of 220/110 kV with a short circuit on a line. There is one recording for each
+kind of start, and the ini file ZuDrv.ini. The same options give the same bytes everywhere. The files
+written are listed; the last line is the command that converts them.
+
+Example:
+  zucmtr sample --out station --fault three --segments 2</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>sources</name>
@@ -1388,6 +1662,136 @@ Example:
     <message>
         <source>the directory &apos;%1&apos; cannot be made; the recording is where it was</source>
         <translation>каталог «%1» не создаётся; осциллограмма осталась на месте</translation>
+    </message>
+</context>
+<context>
+    <name>system</name>
+    <message>
+        <source>Permission denied</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Operation not permitted</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No such file or directory</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>File exists</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Is a directory</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Not a directory</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Directory not empty</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>File name too long</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Too many levels of symbolic links</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No space left on device</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Disk quota exceeded</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>File too large</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Read-only file system</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Input/output error</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Invalid cross-device link</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Device or resource busy</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Text file busy</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Broken pipe</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No such device or address</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No such device</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Too many open files</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Cannot allocate memory</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Stale file handle</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Invalid argument</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>values</name>
+    <message>
+        <source>&apos;%1&apos; is wrong; give a whole number from %2 to %3</source>
+        <translation type="unfinished">«%1» не годится; дайте целое число от %2 до %3</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is wrong; give a number from %2 to %3</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is wrong; give a number above 0 and below %2</source>
+        <translation type="unfinished">«%1» не годится; дайте число больше 0 и меньше %2</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is wrong; give one of %2</source>
+        <translation type="unfinished">«%1» не годится; дайте одно из: %2</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is wrong; give a size as 800M or 2G, or 0 for no limit</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the value is empty; give one, or leave the option out</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the path is empty; give one</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>
@@ -1621,16 +2025,16 @@ Example:
         <translation>«%1», метка данных</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; cannot be read for the verification: %2</source>
-        <translation>«%1» не читается для проверки: %2</translation>
-    </message>
-    <message>
         <source>&apos;%1&apos;, line %2</source>
         <translation>«%1», строка %2</translation>
     </message>
     <message>
         <source>&apos;%1&apos; has %2 records, but its configuration says %3</source>
         <translation>в «%1» выборок %2, а в конфигурации %3</translation>
+    </message>
+    <message>
+        <source>the recording cannot be read: %1</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>
@@ -1696,28 +2100,13 @@ Beyond 64 MB of samples the page holds a window around the trigger and says so.
 Exit code: 0 written, 1 the record cannot be read or the page cannot be written, 2 wrong usage.
 
 Example, with the sample station:
-  mkdir -p station
   zucmtr sample --out station --force
   zucmtr view station/Vostochnaya_000123.ZU -o station/fault.html</source>
-        <translation>FILE — первый файл осциллограммы (.ZU, продолжения рядом с ним) или запись COMTRADE (.cfg или .cff).
-Страница — один файл HTML, в котором есть всё: пересылайте, храните, открывайте без сети.
-Осциллограмме не нужен ini-файл; с ним имена и присоединения те же, что в преобразованной записи.
-Сверх 64 МБ выборок на странице окно вокруг пуска, и она об этом говорит.
-
-Код завершения: 0 записано, 1 запись не читается или страница не записывается, 2 неверный вызов.
-
-Пример с учебной станцией:
-  mkdir -p station
-  zucmtr sample --out station --force
-  zucmtr view station/Vostochnaya_000123.ZU -o station/fault.html</translation>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>
     <name>watch</name>
-    <message>
-        <source>&apos;%1&apos; is no directory; make it first, or give another one</source>
-        <translation>«%1» — не каталог; создайте его или укажите другой</translation>
-    </message>
     <message>
         <source>Existing directory for the COMTRADE files</source>
         <translation>Существующий каталог для файлов COMTRADE</translation>
@@ -1751,10 +2140,6 @@ Example, with the sample station:
         <translation>Каталоги осциллограмм</translation>
     </message>
     <message>
-        <source>--state: &apos;%1&apos; cannot be written: %2</source>
-        <translation>--state: «%1» не записывается: %2</translation>
-    </message>
-    <message>
         <source>--state: another &apos;zucmtr watch&apos; works with &apos;%1&apos;; end it, or give another file</source>
         <translation>--state: с «%1» работает другой «zucmtr watch»; завершите его или укажите другой файл</translation>
     </message>
@@ -1775,6 +2160,22 @@ Example, with the sample station:
         <translation>Начать с новых попыток для оставленных осциллограмм</translation>
     </message>
     <message>
+        <source>--state: &apos;%1&apos; is another kind of file; give one that &apos;zucmtr watch&apos; has made, or one that does not exist yet</source>
+        <translation>--state: «%1» — файл другого рода; укажите файл, созданный «zucmtr watch», или ещё не существующий</translation>
+    </message>
+    <message>
+        <source>the directory is gone; it is looked for at each rescan</source>
+        <translation>каталог исчез; его ищут при каждом просмотре</translation>
+    </message>
+    <message>
+        <source>there is no directory &apos;%1&apos;; make it first: mkdir -p %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is no directory; give the one in which recordings arrive</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
         <source>A recording counts as complete when none of its files has changed for the time that the ini file
 gives as &apos;Время ожидания&apos;. Each event is one JSON object and line on standard output. What is
 converted is remembered on the disk, so that a restart neither converts twice nor forgets. SIGTERM
@@ -1785,31 +2186,15 @@ directory could not be read with --once, or the state could not be written; 2 wr
 configuration.
 
 Example, with the sample station:
-  mkdir -p station station/comtrade
   zucmtr sample --out station --force
+  mkdir -p station/comtrade
   sed -i &apos;s/^Время ожидания=.*/Время ожидания=200/&apos; station/ZuDrv.ini
   zucmtr watch --once --out station/comtrade station</source>
-        <translation>Осциллограмма считается полной, когда ни один её файл не менялся столько времени, сколько указано в
-ini-файле ключом «Время ожидания». Каждое событие — объект JSON и строка в стандартном выводе. Что
-преобразовано, помнится на диске: после перезапуска ничего не преобразуется дважды и не забывается.
-SIGTERM и Ctrl-C завершают работу после начатой осциллограммы.
-
-Код завершения: 0 завершено сигналом или с --once всё преобразовано; 1 при --once ошибка с осциллограммой
-или не читается каталог, либо состояние не записывается; 2 неверный вызов или настройка.
-
-Пример с учебной станцией:
-  mkdir -p station station/comtrade
-  zucmtr sample --out station --force
-  sed -i &apos;s/^Время ожидания=.*/Время ожидания=200/&apos; station/ZuDrv.ini
-  zucmtr watch --once --out station/comtrade station</translation>
+        <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>--state: &apos;%1&apos; is another kind of file; give one that &apos;zucmtr watch&apos; has made, or one that does not exist yet</source>
-        <translation>--state: «%1» — файл другого рода; укажите файл, созданный «zucmtr watch», или ещё не существующий</translation>
-    </message>
-    <message>
-        <source>the directory is gone; it is looked for at each rescan</source>
-        <translation>каталог исчез; его ищут при каждом просмотре</translation>
+        <source>--state: &apos;%1&apos; cannot be written: %2; give another file</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>
