@@ -52,19 +52,19 @@ TEST(Russian, FailuresAreTold)
     const Workplace place;
     const Finished run = InRussian(place.Path(), {"convert", "--out", "out", "запись.ZU"});
     EXPECT_EQ(run.code, 1);
-    EXPECT_EQ(run.err, "zucmtr: запись.ZU: не преобразована: Файл не существует [запись.ZU]\n");
+    EXPECT_EQ(run.err, "zucmtr: запись.ZU: не преобразована: такого файла нет; проверьте путь\n");
 }
 
 TEST(Russian, CommandLinesThatCannotBeUnderstoodAreTold)
 {
     const QString hint = "\nКлючи и пример: «zucmtr convert --help».\n";
-    EXPECT_EQ(InRussian(QString(), {"convert"}).err, "zucmtr: не указано: FILE" + hint);
+    EXPECT_EQ(InRussian(QString(), {"convert"}).err, "zucmtr: не указано: ФАЙЛ" + hint);
     EXPECT_EQ(InRussian(QString(), {"convert", "a.ZU", "--quick"}).err,
-              "zucmtr: лишний аргумент: --quick" + hint);
+              "zucmtr: у «zucmtr convert» нет ключа --quick; может быть, --quiet?" + hint);
     EXPECT_EQ(InRussian(QString(), {"convert", "a.ZU", "--continue", "--fail-fast"}).err,
-              "zucmtr: --continue и --fail-fast вместе нельзя" + hint);
+              "zucmtr: --continue и --fail-fast вместе нельзя; уберите один из них" + hint);
     EXPECT_EQ(InRussian(QString(), {"convert", "a.ZU", "--out"}).err,
-              "zucmtr: --out: нет значения (DIR)" + hint);
+              "zucmtr: --out: нет значения (КАТАЛОГ)" + hint);
 }
 
 TEST(Russian, RecordsAndJsonKeysAreTheSame)

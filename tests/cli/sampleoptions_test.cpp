@@ -132,7 +132,7 @@ INSTANTIATE_TEST_SUITE_P(
                     "--fault: 'four' is wrong; give one of single, two, three, none" + Hint()},
         WrongOption{{"--seed", "4294967296"},
                     "--seed: '4294967296' is wrong; give a whole number from 0 to 4294967295" + Hint()},
-        WrongOption{{"--plain", "--compressed"}, "--compressed excludes --plain" + Hint()},
+        WrongOption{{"--plain", "--compressed"}, "--compressed and --plain exclude each other; leave one out" + Hint()},
         WrongOption{{"--analog", "4000", "--discrete", "96"},
                     "--analog 4000 and --discrete 96 make 4096 channels; a recording has fewer than 4096"},
         WrongOption{{"--analog", "4095", "--discrete", "0", "--segments", "2"},

@@ -8,7 +8,7 @@ std::optional<QStringList> PlacesOf(const QString& text, const QString& pattern)
 {
     QString expression = QRegularExpression::escape(pattern);
     for (const char* place : {"1", "2"})
-        expression.replace(QStringLiteral("\\%") + QLatin1String(place), QStringLiteral("(.*)"));
+        expression.replace(QStringLiteral("\\%") + QLatin1String(place), QStringLiteral("(.*?)"));
     const QRegularExpression whole(QStringLiteral("\\A%1\\z").arg(expression),
                                    QRegularExpression::DotMatchesEverythingOption);
     const QRegularExpressionMatch match = whole.match(text);

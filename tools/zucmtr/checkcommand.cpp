@@ -121,12 +121,6 @@ inicheck::Question QuestionOf(const CheckOptions& options)
     question.ini = choice.ini;
     question.defaults = choice.defaults;
     question.devices = choice.device.isEmpty() ? DevicesOf(choice) : QStringList{choice.device};
-    // Sections that were found out are there; looking for each would read the file as often.
-    for (const QString& section : {question.defaults, question.devices.first()}) {
-        const QString missing = MissingSectionText(question.ini, section);
-        if (!missing.isEmpty())
-            throw ConfigurationError(missing);
-    }
     return question;
 }
 

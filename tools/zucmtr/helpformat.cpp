@@ -10,7 +10,7 @@ const char* const headings[] = {
     QT_TRANSLATE_NOOP("parser", "Usage"),      QT_TRANSLATE_NOOP("parser", "OPTIONS"),
     QT_TRANSLATE_NOOP("parser", "SUBCOMMAND"), QT_TRANSLATE_NOOP("parser", "Positionals"),
     QT_TRANSLATE_NOOP("parser", "REQUIRED"),   QT_TRANSLATE_NOOP("parser", "Excludes"),
-    QT_TRANSLATE_NOOP("parser", "Needs"),      QT_TRANSLATE_NOOP("parser", "Env"),
+    QT_TRANSLATE_NOOP("parser", "Needs"),
 };
 
 // Names of values and arguments in the help.

@@ -95,7 +95,7 @@ void Describe(CLI::App& app, Action& chosen, const char* program)
     values::RefuseEmpty(app);
     AddHelpCommand(app, chosen);
     // After the commands, which would inherit it.
-    app.footer(HelpText("main", "'zucmtr COMMAND --help' tells more about a command. To try the program:\n"
+    app.footer(HelpText("main", "'zucmtr help COMMAND' tells more about a command. To try the program:\n"
                                 "\n"
                                 "  zucmtr sample --out station\n"
                                 "  zucmtr convert --out station/comtrade --make-out station"));

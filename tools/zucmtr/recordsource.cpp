@@ -125,11 +125,6 @@ RecordSource::RecordSource(const QString& file, DeviceChoice choice, bool isPlai
 
 void RecordSource::Convert(const QString& file, const DeviceChoice& choice)
 {
-    for (const QString& section : {choice.defaults, choice.device}) {
-        const QString missing = choice.ini.isEmpty() ? QString() : MissingSectionText(choice.ini, section);
-        if (!missing.isEmpty())
-            throw ConfigurationError(missing);
-    }
     directory = std::make_unique<QTemporaryDir>();
     if (!directory->isValid())
         throw SourceError(Tr("record source", "no temporary directory: %1")

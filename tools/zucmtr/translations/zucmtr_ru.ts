@@ -272,11 +272,11 @@
     </message>
     <message>
         <source>there are two ini files, &apos;%1&apos; and &apos;%2&apos;; check one after the other</source>
-        <translation type="unfinished"></translation>
+        <translation>даны два ini-файла, «%1» и «%2»; проверьте их по одному</translation>
     </message>
     <message>
         <source>The ini file, and first files of recordings to compare with its sorting dictionary</source>
-        <translation type="unfinished"></translation>
+        <translation>Ini-файл и первые файлы осциллограмм для сравнения с его словарём сортировки</translation>
     </message>
     <message>
         <source>Tells by lines what the converter ignores, takes from the defaults, drops or refuses, and what makes
@@ -288,7 +288,15 @@ Exit code: 0 nothing but notes, 1 errors or warnings, 2 wrong usage.
 Example, with the sample station:
   zucmtr sample --out station --force
   zucmtr check station/ZuDrv.ini station/*.ZU</source>
-        <translation type="unfinished"></translation>
+        <translation>Рассказывает по строкам, что преобразователь не замечает, берёт из умолчаний, отбрасывает или отвергает и из-за
+чего запись не откроет ни одна программа. Ошибка — секция не загружается или запись не открыть;
+предупреждение — что-то не то, чем кажется; замечание — что, возможно, так и задумано.
+
+Код завершения: 0 только замечания, 1 ошибки или предупреждения, 2 неверный вызов.
+
+Пример с учебной станцией:
+  zucmtr sample --out station --force
+  zucmtr check station/ZuDrv.ini station/*.ZU</translation>
     </message>
 </context>
 <context>
@@ -323,11 +331,11 @@ Example, with the sample station:
     </message>
     <message>
         <source>%1: the directory &apos;%2&apos; cannot be made, since &apos;%3&apos; is a file; choose another one</source>
-        <translation type="unfinished"></translation>
+        <translation>%1: каталог «%2» не создаётся: «%3» — файл; выберите другой</translation>
     </message>
     <message>
         <source>%1: the directory &apos;%2&apos; cannot be made: %3; choose another one</source>
-        <translation type="unfinished"></translation>
+        <translation>%1: каталог «%2» не создаётся: %3; выберите другой</translation>
     </message>
 </context>
 <context>
@@ -346,23 +354,23 @@ Example, with the sample station:
     </message>
     <message>
         <source>  &apos;%1&apos; for &apos;%2&apos;</source>
-        <translation type="unfinished"></translation>
+        <translation>  «%1» для «%2»</translation>
     </message>
     <message>
         <source>name the recorders&apos; ini file by --ini, or have &apos;zucmtr dictionary --complete&apos; make one</source>
-        <translation type="unfinished"></translation>
+        <translation>укажите ini-файл регистраторов ключом --ini или составьте его: «zucmtr dictionary --complete»</translation>
     </message>
     <message>
         <source>there is no %1 in the current directory; %2</source>
-        <translation type="unfinished"></translation>
+        <translation>в текущем каталоге нет %1; %2</translation>
     </message>
     <message>
         <source>there is no %1 in &apos;%2&apos; or in the current directory; %3</source>
-        <translation type="unfinished"></translation>
+        <translation>в «%2» и в текущем каталоге нет %1; %3</translation>
     </message>
     <message>
         <source>the recordings have different ini files; convert them one directory after the other, or name one file by --ini:</source>
-        <translation type="unfinished"></translation>
+        <translation>у осциллограмм разные ini-файлы; преобразуйте каталоги по одному или укажите один файл ключом --ini:</translation>
     </message>
 </context>
 <context>
@@ -584,7 +592,7 @@ Example, with the sample station:
     </message>
     <message>
         <source>not converted: %1</source>
-        <translation type="unfinished">не преобразована: %1</translation>
+        <translation>не преобразована: %1</translation>
     </message>
     <message>
         <source>A recording is a first file (.ZU or .zu) with its continuation files (.Z01 ... .Z0f) beside it; give the
@@ -598,11 +606,21 @@ by Ctrl-C (143 by SIGTERM).
 Example, with the sample station:
   zucmtr sample --out station
   zucmtr convert --out station/comtrade --make-out station/*.ZU</source>
-        <translation type="unfinished"></translation>
+        <translation>Осциллограмма — это первый файл (.ZU или .zu) и файлы продолжения (.Z01 ... .Z0f) рядом с ним; укажите
+первый файл или каталог, остальные находятся сами. Для каждой осциллограммы в стандартный вывод пишется
+строка с именем записи и замечаниями; ошибки и итог идут в стандартный вывод ошибок.
+Ctrl-C завершает работу после начатых осциллограмм, второй Ctrl-C — сразу.
+
+Код завершения: 0 все преобразованы, 1 хотя бы одна с ошибкой, 2 неверный вызов или настройка, 130 прервано
+по Ctrl-C (143 по SIGTERM).
+
+Пример с учебной станцией:
+  zucmtr sample --out station
+  zucmtr convert --out station/comtrade --make-out station/*.ZU</translation>
     </message>
     <message>
         <source>warnings and notes on section [%1] of &apos;%2&apos;:</source>
-        <translation type="unfinished"></translation>
+        <translation>предупреждения и замечания к секции [%1] файла «%2»:</translation>
     </message>
 </context>
 <context>
@@ -722,106 +740,117 @@ Example, with the sample station:
   zucmtr sample --out station
   zucmtr dictionary --complete --output new/ZuDrv.ini --force station/Vostochnaya_000123.ZU
   zucmtr convert --ini new/ZuDrv.ini --out new station/Vostochnaya_000123.ZU</source>
-        <translation type="unfinished"></translation>
+        <translation>Класс напряжения, оборудование и группы угадываются по именам и единицам; у каждой догадки есть комментарий.
+Неугаданное остаётся без сортировки, пока кто-нибудь не допишет параметры. Имена, которые нельзя записать
+в ini-файл, становятся комментариями.
+
+Код завершения: 0 записано, 1 осциллограмма не читается, 2 неверный вызов.
+
+Пример с учебной станцией:
+  mkdir -p new
+  zucmtr sample --out station
+  zucmtr dictionary --complete --output new/ZuDrv.ini --force station/Vostochnaya_000123.ZU
+  zucmtr convert --ini new/ZuDrv.ini --out new station/Vostochnaya_000123.ZU</translation>
     </message>
 </context>
 <context>
     <name>file</name>
     <message>
         <source>the path is too long; shorten the names</source>
-        <translation type="unfinished"></translation>
+        <translation>слишком длинный путь; сократите имена</translation>
     </message>
     <message>
         <source>no permission to look into its directory; check the permissions</source>
-        <translation type="unfinished"></translation>
+        <translation>нет права доступа к каталогу файла; проверьте права</translation>
     </message>
     <message>
         <source>it is a link that leads back to itself; remove it</source>
-        <translation type="unfinished"></translation>
+        <translation>это ссылка, ведущая на саму себя; удалите её</translation>
     </message>
     <message>
         <source>it is a link to &apos;%1&apos;, which is not there</source>
-        <translation type="unfinished"></translation>
+        <translation>это ссылка на «%1», а такого файла нет</translation>
     </message>
     <message>
         <source>there is no such file; check the path</source>
-        <translation type="unfinished"></translation>
+        <translation>такого файла нет; проверьте путь</translation>
     </message>
     <message>
         <source>it is a directory; give a file</source>
-        <translation type="unfinished"></translation>
+        <translation>это каталог; укажите файл</translation>
     </message>
     <message>
         <source>it is a directory; give a file in it, such as &apos;%1&apos;</source>
-        <translation type="unfinished"></translation>
+        <translation>это каталог; укажите файл в нём, например «%1»</translation>
     </message>
     <message>
         <source>it is a COMTRADE record, not a recording; &apos;zucmtr info&apos; and &apos;zucmtr view&apos; take it</source>
-        <translation type="unfinished"></translation>
+        <translation>это запись COMTRADE, а не осциллограмма; её принимают «zucmtr info» и «zucmtr view»</translation>
     </message>
     <message>
         <source>it is a part of a COMTRADE record, whose .cfg file is not beside it; give the .cfg file</source>
-        <translation type="unfinished"></translation>
+        <translation>это часть записи COMTRADE, а её файла .cfg рядом нет; укажите файл .cfg</translation>
     </message>
     <message>
         <source>it is a part of a COMTRADE record; give its configuration &apos;%1&apos;</source>
-        <translation type="unfinished"></translation>
+        <translation>это часть записи COMTRADE; укажите её конфигурацию «%1»</translation>
     </message>
     <message>
         <source>it is an ini file, not a recording; name it by --ini, or look at it with &apos;zucmtr check&apos;</source>
-        <translation type="unfinished"></translation>
+        <translation>это ini-файл, а не осциллограмма; укажите его ключом --ini или проверьте командой «zucmtr check»</translation>
     </message>
     <message>
         <source>the file is empty; was the copy interrupted?</source>
-        <translation type="unfinished"></translation>
+        <translation>файл пуст; не прервано ли копирование?</translation>
     </message>
     <message>
         <source>it is no recording: its content is a COMTRADE record&apos;s; give it the ending %1</source>
-        <translation type="unfinished"></translation>
+        <translation>это не осциллограмма: по содержимому это запись COMTRADE; дайте файлу расширение %1</translation>
     </message>
     <message>
         <source>it is no recording: it does not begin as a recorder&apos;s file does</source>
-        <translation type="unfinished"></translation>
+        <translation>это не осциллограмма: начало не такое, как у файлов регистратора</translation>
     </message>
     <message>
         <source>the path is empty; give a file</source>
-        <translation type="unfinished"></translation>
+        <translation>путь пуст; укажите файл</translation>
     </message>
     <message>
         <source>it is a pipe; save what comes out of it in a file, and give that</source>
-        <translation type="unfinished"></translation>
+        <translation>это канал; сохраните данные из него в файл и укажите этот файл</translation>
     </message>
     <message>
         <source>it is a device or a socket; give a file</source>
-        <translation type="unfinished"></translation>
+        <translation>это устройство или сокет; укажите файл</translation>
     </message>
     <message>
         <source>no permission to read the file; check its permissions</source>
-        <translation type="unfinished"></translation>
+        <translation>нет права чтения файла; проверьте права доступа</translation>
     </message>
     <message>
         <source>the name of a recording ends in .ZU or .zu; rename the file</source>
-        <translation type="unfinished"></translation>
+        <translation>имя осциллограммы должно кончаться на .ZU или .zu; переименуйте файл</translation>
     </message>
     <message>
         <source>it is no COMTRADE record: its content is a recording&apos;s; give it the ending .ZU</source>
-        <translation type="unfinished"></translation>
+        <translation>это не запись COMTRADE: по содержимому это осциллограмма; дайте файлу расширение .ZU</translation>
     </message>
 </context>
 <context>
     <name>help</name>
     <message>
         <source>Print the help of the program or of a command</source>
-        <translation type="unfinished"></translation>
+        <translation>Показать справку программы или команды</translation>
     </message>
     <message>
         <source>The command: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Команда: %1</translation>
     </message>
     <message>
         <source>Example:
   zucmtr help convert</source>
-        <translation type="unfinished"></translation>
+        <translation>Пример:
+  zucmtr help convert</translation>
     </message>
 </context>
 <context>
@@ -840,19 +869,19 @@ Example, with the sample station:
     </message>
     <message>
         <source>--defaults: section [%1] of &apos;%2&apos; does not load</source>
-        <translation type="unfinished"></translation>
+        <translation>--defaults: секция [%1] файла «%2» не загружается</translation>
     </message>
     <message>
         <source>The log says:</source>
-        <translation type="unfinished"></translation>
+        <translation>В журнале:</translation>
     </message>
     <message>
         <source>&apos;zucmtr check --ini %1&apos; explains it line by line.</source>
-        <translation type="unfinished"></translation>
+        <translation>Построчное объяснение: «zucmtr check --ini %1».</translation>
     </message>
     <message>
         <source>the start comment has too few values, or the segments have analog but no discrete channels; the library gives up such a recording</source>
-        <translation type="unfinished"></translation>
+        <translation>в комментарии пуска не хватает значений, или в сегментах есть аналоговые каналы и нет дискретных; библиотека отказывается от такой осциллограммы</translation>
     </message>
 </context>
 <context>
@@ -1111,142 +1140,150 @@ Exit code: 0 all files are good, 1 something is wrong with at least one, 2 wrong
 Example, with the sample station:
   zucmtr sample --out station
   zucmtr info --no-channels station/*.ZU</source>
-        <translation type="unfinished"></translation>
+        <translation>Об осциллограмме: время с часовым поясом, длительность, частота, найденные сегменты и почему цепочка
+кончается, комментарий пуска как записан и как понят, каналы. О записи: что говорит конфигурация и все ли
+данные на месте.
+
+Код завершения: 0 все файлы исправны, 1 хотя бы с одним что-то не так, 2 неверный вызов.
+
+Пример с учебной станцией:
+  zucmtr sample --out station
+  zucmtr info --no-channels station/*.ZU</translation>
     </message>
 </context>
 <context>
     <name>library</name>
     <message>
         <source>there is no such file; check the path</source>
-        <translation type="unfinished"></translation>
+        <translation>такого файла нет; проверьте путь</translation>
     </message>
     <message>
         <source>the directory for the record is gone; make it again</source>
-        <translation type="unfinished"></translation>
+        <translation>каталог для записи исчез; создайте его снова</translation>
     </message>
     <message>
         <source>the name of a recording ends in .ZU or .zu; rename the file</source>
-        <translation type="unfinished"></translation>
+        <translation>имя осциллограммы должно кончаться на .ZU или .zu; переименуйте файл</translation>
     </message>
     <message>
         <source>the file cannot be opened; check its permissions</source>
-        <translation type="unfinished"></translation>
+        <translation>файл не открывается; проверьте права доступа</translation>
     </message>
     <message>
         <source>&apos;%1&apos; cannot be written; check the free space and the permissions</source>
-        <translation type="unfinished"></translation>
+        <translation>«%1» не записывается; проверьте свободное место и права доступа</translation>
     </message>
     <message>
         <source>there is not enough memory; give more by --max-memory, or convert fewer recordings at once</source>
-        <translation type="unfinished"></translation>
+        <translation>не хватает памяти; дайте больше ключом --max-memory или преобразуйте меньше осциллограмм одновременно</translation>
     </message>
     <message>
         <source>the file ends within its header; was the copy interrupted?</source>
-        <translation type="unfinished"></translation>
+        <translation>файл обрывается в своём заголовке; не прервано ли копирование?</translation>
     </message>
     <message>
         <source>the file ends before all the channels that its header promises; was the copy interrupted?</source>
-        <translation type="unfinished"></translation>
+        <translation>файл обрывается раньше, чем кончаются каналы, указанные в заголовке; не прервано ли копирование?</translation>
     </message>
     <message>
         <source>it is no recording: it does not begin as a recorder&apos;s file does</source>
-        <translation type="unfinished"></translation>
+        <translation>это не осциллограмма: начало не такое, как у файлов регистратора</translation>
     </message>
     <message>
         <source>it is no recording: its title is not a recorder&apos;s in either code page</source>
-        <translation type="unfinished"></translation>
+        <translation>это не осциллограмма: название не такое, как у регистратора, ни в одной из кодировок</translation>
     </message>
     <message>
         <source>the header is damaged: its time zone is out of range</source>
-        <translation type="unfinished"></translation>
+        <translation>заголовок повреждён: часовой пояс вне допустимых пределов</translation>
     </message>
     <message>
         <source>the file is damaged: the header of a channel has a wrong length</source>
-        <translation type="unfinished"></translation>
+        <translation>файл повреждён: неверная длина заголовка канала</translation>
     </message>
     <message>
         <source>the header is damaged: the time of the first sample is out of range</source>
-        <translation type="unfinished"></translation>
+        <translation>заголовок повреждён: время первой выборки вне допустимых пределов</translation>
     </message>
     <message>
         <source>the header is damaged: the time of the trigger is out of range</source>
-        <translation type="unfinished"></translation>
+        <translation>заголовок повреждён: время пуска вне допустимых пределов</translation>
     </message>
     <message>
         <source>the header is damaged: the duration is out of range</source>
-        <translation type="unfinished"></translation>
+        <translation>заголовок повреждён: длительность вне допустимых пределов</translation>
     </message>
     <message>
         <source>the header is damaged: it promises too many channels</source>
-        <translation type="unfinished"></translation>
+        <translation>заголовок повреждён: в нём указано слишком много каналов</translation>
     </message>
     <message>
         <source>the header is damaged: it gives a wrong size for itself</source>
-        <translation type="unfinished"></translation>
+        <translation>заголовок повреждён: в нём указан неверный размер самого заголовка</translation>
     </message>
     <message>
         <source>the file is damaged: it has a channel of an unknown kind</source>
-        <translation type="unfinished"></translation>
+        <translation>файл повреждён: в нём канал неизвестного вида</translation>
     </message>
     <message>
         <source>an analog channel cannot be read: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>аналоговый канал не читается: %1</translation>
     </message>
     <message>
         <source>a discrete channel cannot be read: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>дискретный канал не читается: %1</translation>
     </message>
     <message>
         <source>&apos;%1&apos; has no data</source>
-        <translation type="unfinished"></translation>
+        <translation>у «%1» нет данных</translation>
     </message>
     <message>
         <source>the file ends within its header</source>
-        <translation type="unfinished"></translation>
+        <translation>файл обрывается в заголовке канала</translation>
     </message>
     <message>
         <source>the file ends within its data; was the copy interrupted?</source>
-        <translation type="unfinished"></translation>
+        <translation>файл обрывается в данных канала; не прервано ли копирование?</translation>
     </message>
     <message>
         <source>the number of its changes does not fit the size of its data</source>
-        <translation type="unfinished"></translation>
+        <translation>число изменений не соответствует размеру данных</translation>
     </message>
     <message>
         <source>the number of its samples does not fit the size of its data</source>
-        <translation type="unfinished"></translation>
+        <translation>число выборок не соответствует размеру данных</translation>
     </message>
     <message>
         <source>its compressed data are damaged</source>
-        <translation type="unfinished"></translation>
+        <translation>сжатые данные повреждены</translation>
     </message>
     <message>
         <source>the analog channels of &apos;%1&apos; have different sampling rates</source>
-        <translation type="unfinished"></translation>
+        <translation>у аналоговых каналов в «%1» разные частоты дискретизации</translation>
     </message>
     <message>
         <source>the analog channels of &apos;%1&apos; have different numbers of samples</source>
-        <translation type="unfinished"></translation>
+        <translation>у аналоговых каналов в «%1» разное число выборок</translation>
     </message>
     <message>
         <source>its files have different sampling rates</source>
-        <translation type="unfinished"></translation>
+        <translation>в файлах осциллограммы разные частоты дискретизации</translation>
     </message>
     <message>
         <source>its sampling rate is 0, so it cannot be converted</source>
-        <translation type="unfinished"></translation>
+        <translation>частота дискретизации равна 0, преобразовать нельзя</translation>
     </message>
     <message>
         <source>its duration is 0, so it cannot be converted</source>
-        <translation type="unfinished"></translation>
+        <translation>длительность равна 0, преобразовать нельзя</translation>
     </message>
     <message>
         <source>the recording of &apos;%1&apos; ends early, a continuation file cannot be read: %2</source>
-        <translation type="unfinished"></translation>
+        <translation>осциллограмма «%1» кончается раньше, файл продолжения не читается: %2</translation>
     </message>
     <message>
         <source>the recording ends early, &apos;%1&apos; does not continue &apos;%2&apos;: they differ</source>
-        <translation type="unfinished"></translation>
+        <translation>осциллограмма кончается раньше, «%1» не продолжает «%2»: параметры различны</translation>
     </message>
 </context>
 <context>
@@ -1295,15 +1332,18 @@ Example, with the sample station:
         <translation>стандартный вывод не записывается; проверьте диск или канал</translation>
     </message>
     <message>
-        <source>&apos;zucmtr COMMAND --help&apos; tells more about a command. To try the program:
+        <source>&apos;zucmtr help COMMAND&apos; tells more about a command. To try the program:
 
   zucmtr sample --out station
   zucmtr convert --out station/comtrade --make-out station</source>
-        <translation type="unfinished"></translation>
+        <translation>Подробнее о команде: «zucmtr help КОМАНДА». Чтобы попробовать программу:
+
+  zucmtr sample --out station
+  zucmtr convert --out station/comtrade --make-out station</translation>
     </message>
     <message>
         <source>Run &apos;%1 --help&apos; for the options and an example.</source>
-        <translation type="unfinished"></translation>
+        <translation>Ключи и пример: «%1 --help».</translation>
     </message>
 </context>
 <context>
@@ -1353,135 +1393,131 @@ Example, with the sample station:
     </message>
     <message>
         <source>REQUIRED</source>
-        <translation type="unfinished"></translation>
+        <translation>ОБЯЗАТЕЛЬНО</translation>
     </message>
     <message>
         <source>Excludes</source>
-        <translation type="unfinished"></translation>
+        <translation>Несовместимо с</translation>
     </message>
     <message>
         <source>Needs</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>Env</source>
-        <translation type="unfinished"></translation>
+        <translation>Требует</translation>
     </message>
     <message>
         <source>FILE</source>
-        <translation type="unfinished"></translation>
+        <translation>ФАЙЛ</translation>
     </message>
     <message>
         <source>DIR</source>
-        <translation type="unfinished"></translation>
+        <translation>КАТАЛОГ</translation>
     </message>
     <message>
         <source>SECTION</source>
-        <translation type="unfinished"></translation>
+        <translation>СЕКЦИЯ</translation>
     </message>
     <message>
         <source>COMMAND</source>
-        <translation type="unfinished"></translation>
+        <translation>КОМАНДА</translation>
     </message>
     <message>
         <source>NAME</source>
-        <translation type="unfinished"></translation>
+        <translation>ИМЯ</translation>
     </message>
     <message>
         <source>KIND</source>
-        <translation type="unfinished"></translation>
+        <translation>ВИД</translation>
     </message>
     <message>
         <source>SIZE</source>
-        <translation type="unfinished"></translation>
+        <translation>РАЗМЕР</translation>
     </message>
     <message>
         <source>SECONDS</source>
-        <translation type="unfinished"></translation>
+        <translation>СЕКУНДЫ</translation>
     </message>
     <message>
         <source>N</source>
-        <translation type="unfinished"></translation>
+        <translation>ЧИСЛО</translation>
     </message>
     <message>
         <source>HZ</source>
-        <translation type="unfinished"></translation>
+        <translation>ГЦ</translation>
     </message>
     <message>
         <source>S</source>
-        <translation type="unfinished"></translation>
+        <translation>СЕКУНДЫ</translation>
     </message>
     <message>
         <source>%1 is given without %2; give both</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 указан без %2; укажите оба</translation>
     </message>
     <message>
         <source>%1 and %2 exclude each other; leave one out</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 и %2 вместе нельзя; уберите один из них</translation>
     </message>
     <message>
         <source>%1: the value is missing (%2)</source>
-        <translation type="unfinished"></translation>
+        <translation>%1: нет значения (%2)</translation>
     </message>
     <message>
         <source>%1 is given %2 times; give it once</source>
-        <translation type="unfinished"></translation>
+        <translation>%1: указано раз: %2; укажите один раз</translation>
     </message>
     <message>
         <source>%1 takes no value; leave &apos;%2&apos; out</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 — ключ без значения; уберите «%2»</translation>
     </message>
     <message>
         <source>%1: %2</source>
-        <translation type="unfinished">%1: %2</translation>
+        <translation>%1: %2</translation>
     </message>
     <message>
         <source>&apos;%1&apos; has no option %2</source>
-        <translation type="unfinished"></translation>
+        <translation>у «%1» нет ключа %2</translation>
     </message>
     <message>
         <source>%1 stands before the command; put it after</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 стоит перед командой; поставьте его после неё</translation>
     </message>
     <message>
         <source>; it is one of %1</source>
-        <translation type="unfinished"></translation>
+        <translation>; он есть у %1</translation>
     </message>
     <message>
         <source>; did you mean %1?</source>
-        <translation type="unfinished"></translation>
+        <translation>; может быть, %1?</translation>
     </message>
     <message>
         <source>&apos;%1&apos; is too much: &apos;%2&apos; takes nothing but options</source>
-        <translation type="unfinished"></translation>
+        <translation>«%1» — лишнее: у «%2» есть только ключи</translation>
     </message>
     <message>
         <source>&apos;%1&apos; is too much: &apos;%2&apos; takes one %3</source>
-        <translation type="unfinished"></translation>
+        <translation>«%1» — лишнее: у «%2» только один аргумент (%3)</translation>
     </message>
     <message>
         <source>&apos;%1&apos; is no command; say first what to do with it, as in: zucmtr info %2</source>
-        <translation type="unfinished"></translation>
+        <translation>«%1» — не команда; укажите сначала, что делать, например: zucmtr info %2</translation>
     </message>
     <message>
         <source>there is no command &apos;%1&apos;</source>
-        <translation type="unfinished"></translation>
+        <translation>нет команды «%1»</translation>
     </message>
     <message>
         <source>; did you mean &apos;%1&apos;?</source>
-        <translation type="unfinished"></translation>
+        <translation>; может быть, «%1»?</translation>
     </message>
     <message>
         <source>; there are %1</source>
-        <translation type="unfinished"></translation>
+        <translation>; есть %1</translation>
     </message>
     <message>
         <source>%1 has no value after the &apos;=&apos;</source>
-        <translation type="unfinished"></translation>
+        <translation>%1: после «=» нет значения</translation>
     </message>
     <message>
         <source>&apos;%1&apos; has one dash only; did you mean -%1?</source>
-        <translation type="unfinished"></translation>
+        <translation>в «%1» только один дефис; может быть, -%1?</translation>
     </message>
 </context>
 <context>
@@ -1538,15 +1574,15 @@ Example, with the sample station:
     </message>
     <message>
         <source>not converted: %1</source>
-        <translation type="unfinished">не преобразована: %1</translation>
+        <translation>не преобразована: %1</translation>
     </message>
     <message>
         <source>it continues a recording; give the first file %1 instead</source>
-        <translation type="unfinished"></translation>
+        <translation>файл продолжает осциллограмму; укажите вместо него первый файл %1</translation>
     </message>
     <message>
         <source>it continues a recording whose first file %1 is not there; bring that back</source>
-        <translation type="unfinished"></translation>
+        <translation>файл продолжает осциллограмму, первого файла которой (%1) нет; верните его</translation>
     </message>
 </context>
 <context>
@@ -1621,7 +1657,7 @@ Example, with the sample station:
     </message>
     <message>
         <source>Directory for the files; it is made if it is not there</source>
-        <translation type="unfinished"></translation>
+        <translation>Каталог для файлов; создаётся, если его нет</translation>
     </message>
     <message>
         <source>The station is a substation of 220/110 kV with a short circuit on a line. There is one recording for each
@@ -1630,7 +1666,12 @@ written are listed; the last line is the command that converts them.
 
 Example:
   zucmtr sample --out station --fault three --segments 2</source>
-        <translation type="unfinished"></translation>
+        <translation>Станция — подстанция 220/110 кВ с коротким замыканием на линии. Для каждого вида пуска есть осциллограмма,
+а также ini-файл ZuDrv.ini. Одинаковые ключи везде дают одинаковые байты. Записанные файлы перечисляются;
+последняя строка — команда, которая их преобразует.
+
+Пример:
+  zucmtr sample --out station --fault three --segments 2</translation>
     </message>
 </context>
 <context>
@@ -1668,130 +1709,130 @@ Example:
     <name>system</name>
     <message>
         <source>Permission denied</source>
-        <translation type="unfinished"></translation>
+        <translation>нет прав доступа</translation>
     </message>
     <message>
         <source>Operation not permitted</source>
-        <translation type="unfinished"></translation>
+        <translation>действие не разрешено</translation>
     </message>
     <message>
         <source>No such file or directory</source>
-        <translation type="unfinished"></translation>
+        <translation>нет такого файла или каталога</translation>
     </message>
     <message>
         <source>File exists</source>
-        <translation type="unfinished"></translation>
+        <translation>файл уже есть</translation>
     </message>
     <message>
         <source>Is a directory</source>
-        <translation type="unfinished"></translation>
+        <translation>это каталог</translation>
     </message>
     <message>
         <source>Not a directory</source>
-        <translation type="unfinished"></translation>
+        <translation>это не каталог</translation>
     </message>
     <message>
         <source>Directory not empty</source>
-        <translation type="unfinished"></translation>
+        <translation>каталог не пуст</translation>
     </message>
     <message>
         <source>File name too long</source>
-        <translation type="unfinished"></translation>
+        <translation>слишком длинное имя файла</translation>
     </message>
     <message>
         <source>Too many levels of symbolic links</source>
-        <translation type="unfinished"></translation>
+        <translation>слишком длинная цепочка ссылок</translation>
     </message>
     <message>
         <source>No space left on device</source>
-        <translation type="unfinished"></translation>
+        <translation>на диске нет места</translation>
     </message>
     <message>
         <source>Disk quota exceeded</source>
-        <translation type="unfinished"></translation>
+        <translation>превышена квота на диске</translation>
     </message>
     <message>
         <source>File too large</source>
-        <translation type="unfinished"></translation>
+        <translation>слишком большой файл</translation>
     </message>
     <message>
         <source>Read-only file system</source>
-        <translation type="unfinished"></translation>
+        <translation>файловая система только для чтения</translation>
     </message>
     <message>
         <source>Input/output error</source>
-        <translation type="unfinished"></translation>
+        <translation>ошибка ввода-вывода</translation>
     </message>
     <message>
         <source>Invalid cross-device link</source>
-        <translation type="unfinished"></translation>
+        <translation>перенос между файловыми системами невозможен</translation>
     </message>
     <message>
         <source>Device or resource busy</source>
-        <translation type="unfinished"></translation>
+        <translation>устройство или файл занят</translation>
     </message>
     <message>
         <source>Text file busy</source>
-        <translation type="unfinished"></translation>
+        <translation>программа выполняется, файл занят</translation>
     </message>
     <message>
         <source>Broken pipe</source>
-        <translation type="unfinished"></translation>
+        <translation>канал закрыт</translation>
     </message>
     <message>
         <source>No such device or address</source>
-        <translation type="unfinished"></translation>
+        <translation>нет такого устройства или адреса</translation>
     </message>
     <message>
         <source>No such device</source>
-        <translation type="unfinished"></translation>
+        <translation>нет такого устройства</translation>
     </message>
     <message>
         <source>Too many open files</source>
-        <translation type="unfinished"></translation>
+        <translation>открыто слишком много файлов</translation>
     </message>
     <message>
         <source>Cannot allocate memory</source>
-        <translation type="unfinished"></translation>
+        <translation>не хватает памяти</translation>
     </message>
     <message>
         <source>Stale file handle</source>
-        <translation type="unfinished"></translation>
+        <translation>файл исчез с сетевого диска</translation>
     </message>
     <message>
         <source>Invalid argument</source>
-        <translation type="unfinished"></translation>
+        <translation>недопустимый аргумент</translation>
     </message>
 </context>
 <context>
     <name>values</name>
     <message>
         <source>&apos;%1&apos; is wrong; give a whole number from %2 to %3</source>
-        <translation type="unfinished">«%1» не годится; дайте целое число от %2 до %3</translation>
+        <translation>«%1» не годится; дайте целое число от %2 до %3</translation>
     </message>
     <message>
         <source>&apos;%1&apos; is wrong; give a number from %2 to %3</source>
-        <translation type="unfinished"></translation>
+        <translation>«%1» не годится; дайте число от %2 до %3</translation>
     </message>
     <message>
         <source>&apos;%1&apos; is wrong; give a number above 0 and below %2</source>
-        <translation type="unfinished">«%1» не годится; дайте число больше 0 и меньше %2</translation>
+        <translation>«%1» не годится; дайте число больше 0 и меньше %2</translation>
     </message>
     <message>
         <source>&apos;%1&apos; is wrong; give one of %2</source>
-        <translation type="unfinished">«%1» не годится; дайте одно из: %2</translation>
+        <translation>«%1» не годится; дайте одно из: %2</translation>
     </message>
     <message>
         <source>&apos;%1&apos; is wrong; give a size as 800M or 2G, or 0 for no limit</source>
-        <translation type="unfinished"></translation>
+        <translation>«%1» не годится; дайте размер, как 800M или 2G, или 0 — без предела</translation>
     </message>
     <message>
         <source>the value is empty; give one, or leave the option out</source>
-        <translation type="unfinished"></translation>
+        <translation>пустое значение; укажите его или уберите ключ</translation>
     </message>
     <message>
         <source>the path is empty; give one</source>
-        <translation type="unfinished"></translation>
+        <translation>пустой путь; укажите его</translation>
     </message>
 </context>
 <context>
@@ -2034,7 +2075,7 @@ Example:
     </message>
     <message>
         <source>the recording cannot be read: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>осциллограмма не читается: %1</translation>
     </message>
 </context>
 <context>
@@ -2049,7 +2090,7 @@ Example:
     </message>
     <message>
         <source>The page; default: FILE with the ending .html</source>
-        <translation>Страница; по умолчанию FILE с окончанием .html</translation>
+        <translation>Страница; по умолчанию ФАЙЛ с окончанием .html</translation>
     </message>
     <message>
         <source>Write an overview as an SVG picture; without -o no page</source>
@@ -2102,7 +2143,16 @@ Exit code: 0 written, 1 the record cannot be read or the page cannot be written,
 Example, with the sample station:
   zucmtr sample --out station --force
   zucmtr view station/Vostochnaya_000123.ZU -o station/fault.html</source>
-        <translation type="unfinished"></translation>
+        <translation>ФАЙЛ — первый файл осциллограммы (.ZU, продолжения рядом с ним) или запись COMTRADE (.cfg или .cff).
+Страница — один файл HTML, в котором есть всё: пересылайте, храните, открывайте без сети.
+Осциллограмме не нужен ini-файл; с ним имена и присоединения те же, что в преобразованной записи.
+Сверх 64 МБ выборок на странице окно вокруг пуска, и она об этом говорит.
+
+Код завершения: 0 записано, 1 запись не читается или страница не записывается, 2 неверный вызов.
+
+Пример с учебной станцией:
+  zucmtr sample --out station --force
+  zucmtr view station/Vostochnaya_000123.ZU -o station/fault.html</translation>
     </message>
 </context>
 <context>
@@ -2169,11 +2219,11 @@ Example, with the sample station:
     </message>
     <message>
         <source>there is no directory &apos;%1&apos;; make it first: mkdir -p %2</source>
-        <translation type="unfinished"></translation>
+        <translation>каталога «%1» нет; создайте его: mkdir -p %2</translation>
     </message>
     <message>
         <source>&apos;%1&apos; is no directory; give the one in which recordings arrive</source>
-        <translation type="unfinished"></translation>
+        <translation>«%1» — не каталог; укажите каталог, в который поступают осциллограммы</translation>
     </message>
     <message>
         <source>A recording counts as complete when none of its files has changed for the time that the ini file
@@ -2190,11 +2240,23 @@ Example, with the sample station:
   mkdir -p station/comtrade
   sed -i &apos;s/^Время ожидания=.*/Время ожидания=200/&apos; station/ZuDrv.ini
   zucmtr watch --once --out station/comtrade station</source>
-        <translation type="unfinished"></translation>
+        <translation>Осциллограмма считается полной, когда ни один её файл не менялся столько времени, сколько указано в
+ini-файле ключом «Время ожидания». Каждое событие — объект JSON и строка в стандартном выводе. Что
+преобразовано, помнится на диске: после перезапуска ничего не преобразуется дважды и не забывается.
+SIGTERM и Ctrl-C завершают работу после начатой осциллограммы.
+
+Код завершения: 0 завершено сигналом или с --once всё преобразовано; 1 при --once ошибка с осциллограммой
+или не читается каталог, либо состояние не записывается; 2 неверный вызов или настройка.
+
+Пример с учебной станцией:
+  zucmtr sample --out station --force
+  mkdir -p station/comtrade
+  sed -i &apos;s/^Время ожидания=.*/Время ожидания=200/&apos; station/ZuDrv.ini
+  zucmtr watch --once --out station/comtrade station</translation>
     </message>
     <message>
         <source>--state: &apos;%1&apos; cannot be written: %2; give another file</source>
-        <translation type="unfinished"></translation>
+        <translation>--state: «%1» не записывается: %2; укажите другой файл</translation>
     </message>
 </context>
 <context>
