@@ -1,6 +1,7 @@
 // What is said of command lines and files that the program cannot take: the whole of standard error, in
 // English and in Russian, and the exit code.
 #include "program.h"
+#include "words.h"
 
 #include <QFile>
 #include <QRegularExpression>
@@ -57,6 +58,14 @@ Finished RunIn(const QString& language, const QString& directory, const QStringL
     return RunProgram(directory, arguments, {{"LC_ALL", language}, {"LANGUAGE", ""}});
 }
 
+// The text without what the user has written, and without paths and sections of ini files.
+QString WithoutValues(QString text, const QStringList& arguments)
+{
+    for (const QString& argument : arguments)
+        text.remove(QString(argument).replace(QRegularExpression("[\\x00-\\x1f]"), "?"));
+    return text.remove(QRegularExpression("«[^»]*»|\\[[^]]*\\]|\\S*[./]\\S*"));
+}
+
 const char* const russian = "ru_RU.UTF-8";
 
 class WrongTest : public testing::TestWithParam<Wrong>
@@ -75,6 +84,7 @@ TEST_P(WrongTest, SaysWhatIsWrongAndWhatToDo)
     EXPECT_EQ(run.code, wrong.code);
     EXPECT_EQ(run.out, QString());
     EXPECT_EQ(run.err, "zucmtr: " + wrong.english + "\n" + hint);
+    EXPECT_FALSE(HasRussianLetter(run.err));
 }
 
 TEST_P(WrongTest, SaysItInRussian)
@@ -86,6 +96,7 @@ TEST_P(WrongTest, SaysItInRussian)
     const Finished run = RunIn(russian, place.Path(), wrong.arguments);
     EXPECT_EQ(run.code, wrong.code);
     EXPECT_EQ(run.err, "zucmtr: " + wrong.russian + "\n" + hint);
+    EXPECT_EQ(EnglishWords(WithoutValues(run.err, wrong.arguments)), QStringList());
 }
 
 namespace {
@@ -387,11 +398,11 @@ INSTANTIATE_TEST_SUITE_P(
               2,
               "'-json' has one dash only; did you mean --json?",
               "в «-json» только один дефис; может быть, --json?",
-              "zucmtr"},
+              "zucmtr convert"},
         Wrong{{"info", "--recursive", "rec.ZU"},
               2,
               "'zucmtr info' has no option --recursive; it is one of 'zucmtr convert', 'zucmtr watch'",
-              "у «zucmtr info» нет ключа --recursive; он есть у 'zucmtr convert', 'zucmtr watch'",
+              "у «zucmtr info» нет ключа --recursive; он есть у «zucmtr convert», «zucmtr watch»",
               "zucmtr info"},
         Wrong{{"convert"}, 2, "FILE is required", "не указано: ФАЙЛ", "zucmtr convert"},
         Wrong{{"convert", "--log"},
@@ -403,7 +414,7 @@ INSTANTIATE_TEST_SUITE_P(
               2,
               "--out= has no value after the '='",
               "--out=: после «=» нет значения",
-              "zucmtr"},
+              "zucmtr convert"},
         Wrong{{"convert", "--json=maybe", "rec.ZU"},
               2,
               "--json takes no value; leave 'maybe' out",

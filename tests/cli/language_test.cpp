@@ -1,6 +1,7 @@
 // The program's own texts in Russian, chosen by the locale; the library's messages and file names stay as
 // they are.
 #include "program.h"
+#include "words.h"
 
 #include <QRegularExpression>
 
@@ -13,6 +14,22 @@ using recorderfile::Encode;
 Finished InRussian(const QString& directory, const QStringList& arguments)
 {
     return RunProgram(directory, arguments, {{"LC_ALL", "ru_RU.UTF-8"}, {"LANGUAGE", ""}});
+}
+
+// The program and all its commands; the names are the same in every language.
+std::vector<QStringList> Helps()
+{
+    std::vector<QStringList> helps = {{"--help"}};
+    for (const char* command : {"check", "convert", "dictionary", "info", "sample", "view", "watch", "help"})
+        helps.push_back({command, "--help"});
+    return helps;
+}
+
+// A help without the command lines of its example, which are the same in every language.
+QString WithoutExample(const QString& help)
+{
+    return QString(help).remove(
+        QRegularExpression("^  (zucmtr|mkdir|sed) .*$", QRegularExpression::MultilineOption));
 }
 
 } // namespace
@@ -45,6 +62,32 @@ TEST(Russian, HelpOfEveryCommandIsRussianThroughout)
         for (const QString& option : run.out.split('\n').filter(QRegularExpression("^  -.{25}  ")))
             EXPECT_TRUE(option.contains(QRegularExpression("[а-я]"))) << option;
     }
+}
+
+TEST(Russian, HelpHasNoEnglishWord)
+{
+    for (const QStringList& help : Helps())
+        EXPECT_EQ(EnglishWords(WithoutExample(InRussian(QString(), help).out)), QStringList())
+            << help.first();
+}
+
+TEST(English, HelpHasNoRussianWordButTheKeyOfTheIniFile)
+{
+    for (const QStringList& help : Helps()) {
+        QString text = WithoutExample(RunProgram(QString(), help).out);
+        text.remove("'Время ожидания'");
+        EXPECT_FALSE(HasRussianLetter(text)) << text;
+    }
+}
+
+// The columns are those of letters, not of bytes.
+TEST(Russian, DescriptionsOfTheHelpStandBelowEachOther)
+{
+    const QString help = InRussian(QString(), {"dictionary", "--help"}).out;
+    for (const char* line :
+         {"  ФАЙЛ ОБЯЗАТЕЛЬНО            Первый файл", "  --complete                  Целый",
+          "  --section ИМЯ               Имя секции"})
+        EXPECT_TRUE(help.contains("\n" + QString(line))) << help;
 }
 
 TEST(Russian, FailuresAreTold)

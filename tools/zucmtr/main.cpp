@@ -108,8 +108,13 @@ void CheckSlips(const CLI::App& app, int count, char** arguments)
     for (int i = 1; i < count; ++i)
         words << QString::fromUtf8(arguments[i]);
     const QString text = SlipText(app, words);
-    if (!text.isEmpty())
-        throw UsageError(text, QStringLiteral("zucmtr"));
+    if (text.isEmpty())
+        return;
+    const bool isCommand =
+        !app.get_subcommands([&](const CLI::App* one) { return Text(one->get_name()) == words.first(); })
+             .empty();
+    throw UsageError(text,
+                     QStringLiteral("zucmtr") + (isCommand ? QLatin1Char(' ') + words.first() : QString()));
 }
 
 int ParseAndRun(int count, char** arguments)

@@ -69,7 +69,7 @@ QStringList CommandsWithOption(const CLI::App& root, const QString& option)
     QStringList commands;
     for (const CLI::App* command : CommandsOf(root)) {
         if (OptionNames(*command).contains(option))
-            commands << QStringLiteral("'%1'").arg(NameOf(*command));
+            commands << Tr("parser", "'%1'").arg(NameOf(*command));
     }
     return commands;
 }

@@ -1,6 +1,5 @@
 #include "recordsource.h"
 
-#include "checks.h"
 #include "command.h"
 #include "host.h"
 #include "texts.h"

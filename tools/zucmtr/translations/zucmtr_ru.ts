@@ -531,6 +531,122 @@ Example, with the sample station:
         <source>has no DAT section</source>
         <translation>нет раздела DAT</translation>
     </message>
+    <message>
+        <source>station, device, revision</source>
+        <translation>объект, регистратор, редакция</translation>
+    </message>
+    <message>
+        <source>channel counts</source>
+        <translation>число каналов</translation>
+    </message>
+    <message>
+        <source>channel count</source>
+        <translation>число каналов</translation>
+    </message>
+    <message>
+        <source>an analog channel</source>
+        <translation>аналоговый канал</translation>
+    </message>
+    <message>
+        <source>a status channel</source>
+        <translation>дискретный канал</translation>
+    </message>
+    <message>
+        <source>channel number</source>
+        <translation>номер канала</translation>
+    </message>
+    <message>
+        <source>multiplier a</source>
+        <translation>множитель a</translation>
+    </message>
+    <message>
+        <source>offset b</source>
+        <translation>смещение b</translation>
+    </message>
+    <message>
+        <source>skew</source>
+        <translation>сдвиг времени</translation>
+    </message>
+    <message>
+        <source>minimum</source>
+        <translation>минимум</translation>
+    </message>
+    <message>
+        <source>maximum</source>
+        <translation>максимум</translation>
+    </message>
+    <message>
+        <source>primary factor</source>
+        <translation>первичный коэффициент</translation>
+    </message>
+    <message>
+        <source>secondary factor</source>
+        <translation>вторичный коэффициент</translation>
+    </message>
+    <message>
+        <source>normal state</source>
+        <translation>нормальное состояние</translation>
+    </message>
+    <message>
+        <source>line frequency</source>
+        <translation>частота сети</translation>
+    </message>
+    <message>
+        <source>number of rates</source>
+        <translation>число частот дискретизации</translation>
+    </message>
+    <message>
+        <source>a sampling rate</source>
+        <translation>частота дискретизации</translation>
+    </message>
+    <message>
+        <source>rate</source>
+        <translation>частота дискретизации</translation>
+    </message>
+    <message>
+        <source>last sample</source>
+        <translation>номер последней выборки</translation>
+    </message>
+    <message>
+        <source>start time</source>
+        <translation>время первой выборки</translation>
+    </message>
+    <message>
+        <source>trigger time</source>
+        <translation>время пуска</translation>
+    </message>
+    <message>
+        <source>hour</source>
+        <translation>час</translation>
+    </message>
+    <message>
+        <source>minute</source>
+        <translation>минута</translation>
+    </message>
+    <message>
+        <source>second</source>
+        <translation>секунда</translation>
+    </message>
+    <message>
+        <source>decimals of a second</source>
+        <translation>доли секунды</translation>
+    </message>
+    <message>
+        <source>data file type</source>
+        <translation>тип файла данных</translation>
+    </message>
+    <message>
+        <source>time multiplier</source>
+        <translation>множитель времени</translation>
+    </message>
+    <message>
+        <source>time codes</source>
+        <translation>коды времени</translation>
+    </message>
+    <message>
+        <source>time quality</source>
+        <translation>качество времени</translation>
+    </message>
 </context>
 <context>
     <name>convert</name>
@@ -1150,6 +1266,18 @@ Example, with the sample station:
   zucmtr sample --out station
   zucmtr info --no-channels station/*.ZU</translation>
     </message>
+    <message>
+        <source>kB</source>
+        <translation>кБ</translation>
+    </message>
+    <message>
+        <source>MB</source>
+        <translation>МБ</translation>
+    </message>
+    <message>
+        <source>GB</source>
+        <translation>ГБ</translation>
+    </message>
 </context>
 <context>
     <name>library</name>
@@ -1518,6 +1646,10 @@ Example, with the sample station:
     <message>
         <source>&apos;%1&apos; has one dash only; did you mean -%1?</source>
         <translation>в «%1» только один дефис; может быть, -%1?</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos;</source>
+        <translation>«%1»</translation>
     </message>
 </context>
 <context>
