@@ -40,6 +40,7 @@ public:
         for (const char* name : {"rec.ZU", "rec.Z01", "lone.Z01", "in/b.ZU", "iszu.cfg", "rec.bin"})
             Write(QLatin1String(name), recording);
         Write("cut.ZU", recording.left(300));
+        Write("number.cfg", "ПС,РАС,1999\nx,1A,1D\n");
         Write("empty.ZU", QByteArray());
         Write("empty.cfg", QByteArray());
         for (const char* name : {"x.cfg", "iscfg.ZU", "bad.cfg"})
@@ -251,6 +252,10 @@ INSTANTIATE_TEST_SUITE_P(
               "iszu.cfg: it is no COMTRADE record: its content is a recording's; give it the ending .ZU",
               "iszu.cfg: это не запись COMTRADE: по содержимому это осциллограмма; дайте файлу расширение "
               ".ZU"},
+        Wrong{{"info", "number.cfg"},
+              1,
+              "number.cfg, line 2: channel count is 'x', which is no number",
+              "number.cfg, строка 2: число каналов: «x» — не число"},
         Wrong{{"info", "bad.cfg"},
               1,
               "bad.cfg, line 2: 1 channels, but only 0 lines follow",

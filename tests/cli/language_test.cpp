@@ -90,6 +90,17 @@ TEST(Russian, DescriptionsOfTheHelpStandBelowEachOther)
         EXPECT_TRUE(help.contains("\n" + QString(line))) << help;
 }
 
+TEST(Russian, UnitsAreRussian)
+{
+    const Workplace place;
+    recorderfile::Recording recording;
+    recording.Add(recorderfile::AnalogChannel{"Q1:Ia", "А", std::vector<int16_t>(600, 1)});
+    place.Write("a.ZU", Encode(recording));
+    const QString text = InRussian(place.Path(), {"info", "a.ZU"}).out;
+    for (const char* part : {" с\n", " Гц\n", "байтов: 1200 (1.2 кБ)\n"})
+        EXPECT_TRUE(text.contains(part)) << text;
+}
+
 TEST(Russian, FailuresAreTold)
 {
     const Workplace place;
