@@ -83,7 +83,7 @@ TEST(Check, WrongUsageIsTold)
     const Workplace place;
     const Finished missing = RunCheck(place, {"--ini", "none.ini"});
     EXPECT_EQ(missing.code, 2);
-    EXPECT_TRUE(missing.err.contains("'none.ini' does not exist")) << missing.err;
+    EXPECT_TRUE(missing.err.contains("none.ini: there is no such file")) << missing.err;
     const Finished section = RunCheck(place, {"--device", "None"});
     EXPECT_EQ(section.code, 2);
     EXPECT_TRUE(section.err.contains("has no section [None]")) << section.err;

@@ -62,8 +62,8 @@ TEST(Choice, NoIniIsToldWithWhereItWasLookedFor)
     place.Write("in/rec.ZU", Short());
     ExpectRefused(
         Convert(place, {"in/rec.ZU"}),
-        "there is no ZuDrv.ini beside 'in/rec.ZU' or in the current directory; name the recorders' ini "
-        "file by --ini\n");
+        "there is no ZuDrv.ini in 'in' or in the current directory; name the recorders' ini file by --ini, "
+        "or have 'zucmtr dictionary --complete' make one\n");
 }
 
 TEST(Choice, DifferentIniFilesAreListed)

@@ -1,6 +1,7 @@
 // The program's own texts in Russian, chosen by the locale; the library's messages and file names stay as
 // they are.
 #include "program.h"
+#include "words.h"
 
 #include <QRegularExpression>
 
@@ -13,6 +14,22 @@ using recorderfile::Encode;
 Finished InRussian(const QString& directory, const QStringList& arguments)
 {
     return RunProgram(directory, arguments, {{"LC_ALL", "ru_RU.UTF-8"}, {"LANGUAGE", ""}});
+}
+
+// The program and all its commands; the names are the same in every language.
+std::vector<QStringList> Helps()
+{
+    std::vector<QStringList> helps = {{"--help"}};
+    for (const char* command : {"check", "convert", "dictionary", "info", "sample", "view", "watch", "help"})
+        helps.push_back({command, "--help"});
+    return helps;
+}
+
+// A help without the command lines of its example, which are the same in every language.
+QString WithoutExample(const QString& help)
+{
+    return QString(help).remove(
+        QRegularExpression("^  (zucmtr|mkdir|sed) .*$", QRegularExpression::MultilineOption));
 }
 
 } // namespace
@@ -47,24 +64,61 @@ TEST(Russian, HelpOfEveryCommandIsRussianThroughout)
     }
 }
 
+TEST(Russian, HelpHasNoEnglishWord)
+{
+    for (const QStringList& help : Helps())
+        EXPECT_EQ(EnglishWords(WithoutExample(InRussian(QString(), help).out)), QStringList())
+            << help.first();
+}
+
+TEST(English, HelpHasNoRussianWordButTheKeyOfTheIniFile)
+{
+    for (const QStringList& help : Helps()) {
+        QString text = WithoutExample(RunProgram(QString(), help).out);
+        text.remove("'Время ожидания'");
+        EXPECT_FALSE(HasRussianLetter(text)) << text;
+    }
+}
+
+// The columns are those of letters, not of bytes.
+TEST(Russian, DescriptionsOfTheHelpStandBelowEachOther)
+{
+    const QString help = InRussian(QString(), {"dictionary", "--help"}).out;
+    for (const char* line :
+         {"  ФАЙЛ ОБЯЗАТЕЛЬНО            Первый файл", "  --complete                  Целый",
+          "  --section ИМЯ               Имя секции"})
+        EXPECT_TRUE(help.contains("\n" + QString(line))) << help;
+}
+
+TEST(Russian, UnitsAreRussian)
+{
+    const Workplace place;
+    recorderfile::Recording recording;
+    recording.Add(recorderfile::AnalogChannel{"Q1:Ia", "А", std::vector<int16_t>(600, 1)});
+    place.Write("a.ZU", Encode(recording));
+    const QString text = InRussian(place.Path(), {"info", "a.ZU"}).out;
+    for (const char* part : {" с\n", " Гц\n", "байтов: 1200 (1.2 кБ)\n"})
+        EXPECT_TRUE(text.contains(part)) << text;
+}
+
 TEST(Russian, FailuresAreTold)
 {
     const Workplace place;
     const Finished run = InRussian(place.Path(), {"convert", "--out", "out", "запись.ZU"});
     EXPECT_EQ(run.code, 1);
-    EXPECT_EQ(run.err, "zucmtr: запись.ZU: не преобразована: Файл не существует [запись.ZU]\n");
+    EXPECT_EQ(run.err, "zucmtr: запись.ZU: не преобразована: такого файла нет; проверьте путь\n");
 }
 
 TEST(Russian, CommandLinesThatCannotBeUnderstoodAreTold)
 {
     const QString hint = "\nКлючи и пример: «zucmtr convert --help».\n";
-    EXPECT_EQ(InRussian(QString(), {"convert"}).err, "zucmtr: не указано: FILE" + hint);
+    EXPECT_EQ(InRussian(QString(), {"convert"}).err, "zucmtr: не указано: ФАЙЛ" + hint);
     EXPECT_EQ(InRussian(QString(), {"convert", "a.ZU", "--quick"}).err,
-              "zucmtr: лишний аргумент: --quick" + hint);
+              "zucmtr: у «zucmtr convert» нет ключа --quick; может быть, --quiet?" + hint);
     EXPECT_EQ(InRussian(QString(), {"convert", "a.ZU", "--continue", "--fail-fast"}).err,
-              "zucmtr: --continue и --fail-fast вместе нельзя" + hint);
+              "zucmtr: --continue и --fail-fast вместе нельзя; уберите один из них" + hint);
     EXPECT_EQ(InRussian(QString(), {"convert", "a.ZU", "--out"}).err,
-              "zucmtr: --out: нет значения (DIR)" + hint);
+              "zucmtr: --out: нет значения (КАТАЛОГ)" + hint);
 }
 
 TEST(Russian, RecordsAndJsonKeysAreTheSame)

@@ -227,7 +227,8 @@ TEST(Many, JsonTellsEverythingOfARecording)
     EXPECT_EQ(objects[2]["file"].toString(), QStringLiteral("b.ZU"));
     EXPECT_EQ(objects[2]["status"].toString(), QStringLiteral("failed"));
     EXPECT_EQ(objects[2]["reason"].toString(), QStringLiteral("notConverted"));
-    EXPECT_TRUE(objects[2]["error"].toString().startsWith("not converted: Ошибка ")) << run.out;
+    EXPECT_EQ(objects[2]["error"].toString(),
+              "not converted: it is no recording: it does not begin as a recorder's file does");
     EXPECT_FALSE(objects[2]["verified"].toBool());
 }
 
@@ -240,7 +241,7 @@ TEST(Many, QuietTellsFailuresAlone)
     const Finished run = place.Convert({"-q", "a.ZU", "b.ZU"});
     EXPECT_EQ(run.code, 1);
     EXPECT_EQ(run.out, QString());
-    EXPECT_EQ(run.err, QStringLiteral("zucmtr: b.ZU: not converted: Файл не существует [b.ZU]\n"));
+    EXPECT_EQ(run.err, "zucmtr: b.ZU: not converted: there is no such file; check the path\n");
 }
 
 TEST(Many, DryRunWritesNothingAndFindsTheFailures)
@@ -251,9 +252,10 @@ TEST(Many, DryRunWritesNothingAndFindsTheFailures)
     const Finished run = place.Convert({"--dry-run", "a.ZU", "b.ZU"});
     EXPECT_EQ(run.code, 1);
     EXPECT_EQ(run.out, "a.ZU -> out/" + ShortRecordName(0) + "\n");
-    EXPECT_TRUE(run.err.startsWith("zucmtr: b.ZU: 'b.ZU' cannot be read for the verification: Ошибка "))
-        << run.err;
-    EXPECT_TRUE(Untimed(run.err).endsWith(Summary(2, "1 to convert, 1 failed"))) << run.err;
+    EXPECT_EQ(Untimed(run.err),
+              "zucmtr: b.ZU: the recording cannot be read: it is no recording: it does not begin "
+              "as a recorder's file does\n" +
+                  Summary(2, "1 to convert, 1 failed"));
     EXPECT_EQ(place.Names("out"), QStringList());
 }
 

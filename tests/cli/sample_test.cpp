@@ -74,13 +74,13 @@ TEST(Sample, TwoRunsGiveTheSameBytes)
         EXPECT_EQ(ReadBytes(directory.Path("one/" + name)), ReadBytes(directory.Path("two/" + name))) << name;
 }
 
-TEST(Sample, MissingDirectoryIsNotMade)
+TEST(Sample, DirectoryIsMadeWithThoseAboveIt)
 {
     const TestDirectory directory;
-    const Finished run = RunProgram(directory.Path(), {"sample", "--out", "станция"});
-    EXPECT_EQ(run.code, 2);
-    EXPECT_EQ(run.err, QStringLiteral("zucmtr: --out: the directory 'станция' does not exist; make it first: "
-                                      "mkdir -p 'станция'\n"));
+    const Finished run = RunProgram(directory.Path(), {"sample", "--out", "архив/станция"});
+    EXPECT_EQ(run.code, 0) << run.err;
+    EXPECT_EQ(run.err, QString());
+    EXPECT_EQ(directory.Names("архив/станция"), SampleFiles());
 }
 
 TEST(Sample, IniFileThatIsThereIsNotOverwritten)

@@ -69,10 +69,10 @@ TEST(Usage, HelpNamesTheCommandsAndHowToBegin)
             "as a "
             "picture\n"
             "  watch                       Convert recordings as they arrive in directories\n"
+            "  help                        Print the help of the program or of a command\n"
             "\n"
-            "'zucmtr COMMAND --help' tells more about a command. To try the program:\n"
+            "'zucmtr help COMMAND' tells more about a command. To try the program:\n"
             "\n"
-            "  mkdir -p station\n"
             "  zucmtr sample --out station\n"
             "  zucmtr convert --out station/comtrade --make-out station\n"));
 }
@@ -142,14 +142,14 @@ INSTANTIATE_TEST_SUITE_P(
     Usage, WrongUsageTest,
     testing::Values(
         WrongUsage{{}, "no command is given\n" + Hint("zucmtr")},
-        WrongUsage{{"convrt"}, "The following argument was not expected: convrt\n" + Hint("zucmtr")},
-        WrongUsage{{"--verbose"}, "The following argument was not expected: --verbose\n" + Hint("zucmtr")},
+        WrongUsage{{"convrt"}, "there is no command 'convrt'; did you mean 'convert'?\n" + Hint("zucmtr")},
+        WrongUsage{{"--verbose"}, "'zucmtr' has no option --verbose\n" + Hint("zucmtr")},
         WrongUsage{{"convert"}, "FILE is required\n" + Hint("zucmtr convert")},
-        WrongUsage{{"convert", "--ini"}, "--ini: 1 required FILE missing\n" + Hint("zucmtr convert")},
+        WrongUsage{{"convert", "--ini"}, "--ini: the value is missing (FILE)\n" + Hint("zucmtr convert")},
         WrongUsage{{"convert", "--ini", "a", "--defaults", "b", "--device", "c", "--out", "d"},
                    "FILE is required\n" + Hint("zucmtr convert")},
         WrongUsage{{"convert", "--ini", "a", "--defaults", "b", "--device", "c", "--out", "d", "--cff", "e"},
-                   "The following argument was not expected: --cff\n" + Hint("zucmtr convert")},
+                   "'zucmtr convert' has no option --cff\n" + Hint("zucmtr convert")},
         WrongUsage{{"sample"}, "--out is required\n" + Hint("zucmtr sample")},
         WrongUsage{{"sample", "--out", "a", "b"},
-                   "The following argument was not expected: b\n" + Hint("zucmtr sample")}));
+                   "'b' is too much: 'zucmtr sample' takes nothing but options\n" + Hint("zucmtr sample")}));

@@ -421,7 +421,8 @@ TEST(Watch, WrongUsageIsTold)
     const Station station;
     const Finished missing = RunProgram(station.Path(), {"watch", "--out", "out", "none"});
     EXPECT_EQ(missing.code, 2);
-    EXPECT_TRUE(missing.err.contains("'none' is no directory")) << missing.err;
+    EXPECT_TRUE(missing.err.contains("there is no directory 'none'; make it first: mkdir -p none"))
+        << missing.err;
     EXPECT_EQ(station.Once({"--no-verify", "--remove-source"}).code, 2);
 }
 

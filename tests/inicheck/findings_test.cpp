@@ -296,6 +296,7 @@ TEST_F(CheckOf, RecordingIsComparedWithTheDictionary)
                                     ": the dictionary does not know 32 channels, which come behind "
                                     "the others: "));
     EXPECT_TRUE(texts[1].startsWith("0 W " + path + ": the dictionary does not know 64 channels"));
-    EXPECT_TRUE(texts[2].startsWith("0 E " + directory.Path("none.ZU") + ": Файл не найден"));
+    EXPECT_TRUE(
+        texts[2].startsWith("0 E " + directory.Path("none.ZU") + ": there is no such file; check the path"));
     EXPECT_EQ(texts[3], "2 W " + path + " has no channel 'Нет:Ua'");
 }

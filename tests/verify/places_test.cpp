@@ -169,7 +169,7 @@ TEST(Places, RecordingThatIsGoneIsTold)
 {
     const Scene scene = Made("");
     ASSERT_TRUE(QFile::remove(scene.Recording()));
-    EXPECT_EQ(
-        scene.Verdict(),
-        QStringLiteral("'%1' cannot be read for the verification: Файл не найден").arg(scene.Recording()));
+    EXPECT_EQ(scene.Verdict(),
+              QStringLiteral("the recording cannot be read: there is no such file; check the path")
+                  .arg(scene.Recording()));
 }

@@ -13,6 +13,39 @@ namespace comtrade {
 
 namespace {
 
+// What the lines and fields are called in the failures: here for the translators, who do not see the calls.
+[[maybe_unused]] const char* const namesOfFields[] = {
+    QT_TRANSLATE_NOOP("comtrade", "station, device, revision"),
+    QT_TRANSLATE_NOOP("comtrade", "channel counts"),
+    QT_TRANSLATE_NOOP("comtrade", "channel count"),
+    QT_TRANSLATE_NOOP("comtrade", "an analog channel"),
+    QT_TRANSLATE_NOOP("comtrade", "a status channel"),
+    QT_TRANSLATE_NOOP("comtrade", "channel number"),
+    QT_TRANSLATE_NOOP("comtrade", "multiplier a"),
+    QT_TRANSLATE_NOOP("comtrade", "offset b"),
+    QT_TRANSLATE_NOOP("comtrade", "skew"),
+    QT_TRANSLATE_NOOP("comtrade", "minimum"),
+    QT_TRANSLATE_NOOP("comtrade", "maximum"),
+    QT_TRANSLATE_NOOP("comtrade", "primary factor"),
+    QT_TRANSLATE_NOOP("comtrade", "secondary factor"),
+    QT_TRANSLATE_NOOP("comtrade", "normal state"),
+    QT_TRANSLATE_NOOP("comtrade", "line frequency"),
+    QT_TRANSLATE_NOOP("comtrade", "number of rates"),
+    QT_TRANSLATE_NOOP("comtrade", "a sampling rate"),
+    QT_TRANSLATE_NOOP("comtrade", "rate"),
+    QT_TRANSLATE_NOOP("comtrade", "last sample"),
+    QT_TRANSLATE_NOOP("comtrade", "start time"),
+    QT_TRANSLATE_NOOP("comtrade", "trigger time"),
+    QT_TRANSLATE_NOOP("comtrade", "hour"),
+    QT_TRANSLATE_NOOP("comtrade", "minute"),
+    QT_TRANSLATE_NOOP("comtrade", "second"),
+    QT_TRANSLATE_NOOP("comtrade", "decimals of a second"),
+    QT_TRANSLATE_NOOP("comtrade", "data file type"),
+    QT_TRANSLATE_NOOP("comtrade", "time multiplier"),
+    QT_TRANSLATE_NOOP("comtrade", "time codes"),
+    QT_TRANSLATE_NOOP("comtrade", "time quality"),
+};
+
 // Goes through the lines of a CFG text. Every failure names the file and the line.
 class Lines
 {
@@ -24,18 +57,19 @@ public:
             lines.removeLast();
     }
 
-    // The fields of the next line, at least as many as asked for, without blanks around them.
+    // The fields of the next line, at least as many as asked for, without blanks around them. `what` is one
+    // of namesOfFields here and below.
     QStringList Next(int fewest, const char* what)
     {
         if (next >= lines.size())
             throw Error(Tr("comtrade", "%1: ends after line %2, where %3 should follow")
                             .arg(fileName)
                             .arg(next)
-                            .arg(QLatin1String(what)));
+                            .arg(Tr("comtrade", what)));
         QStringList fields = lines[next++].split(QLatin1Char(','));
         if (fields.size() < fewest)
             Fail(Tr("comtrade", "%1 needs %2 fields, there are %3")
-                     .arg(QLatin1String(what))
+                     .arg(Tr("comtrade", what))
                      .arg(fewest)
                      .arg(fields.size()));
         for (QString& field : fields)
@@ -49,7 +83,7 @@ public:
         QStringList fields = Next(count, what);
         if (fields.size() > count)
             Fail(Tr("comtrade", "%1 has %2 fields, there are %3; does a name hold a comma?")
-                     .arg(QLatin1String(what))
+                     .arg(Tr("comtrade", what))
                      .arg(count)
                      .arg(fields.size()));
         return fields;
@@ -83,7 +117,7 @@ public:
 private:
     [[noreturn]] void NotANumber(const QString& field, const char* what) const
     {
-        Fail(Tr("comtrade", "%1 is '%2', which is no number").arg(QLatin1String(what), field));
+        Fail(Tr("comtrade", "%1 is '%2', which is no number").arg(Tr("comtrade", what), field));
     }
 
     QStringList lines;

@@ -1,5 +1,6 @@
 #include "comtrade/datareader.h"
 
+#include "explain/system.h"
 #include "zucmtr/texts.h"
 
 #include <QtEndian>
@@ -128,7 +129,8 @@ DataReader::DataReader(const QString& path, qint64 offset, qint64 length, const 
     : file(path), configuration(configuration_)
 {
     if (!file.open(QIODevice::ReadOnly) || !file.seek(offset))
-        throw Error(Tr("comtrade", "%1: cannot be read: %2").arg(path, file.errorString()));
+        throw Error(
+            Tr("comtrade", "%1: cannot be read: %2").arg(path, explain::SystemText(file.errorString())));
     left = length >= 0 ? length : file.size() - offset;
     const size_t longest = configuration.dataType == DataType::Ascii ? LongestLine(configuration)
                                                                      : BinaryRecordSize(configuration);
@@ -152,7 +154,7 @@ bool DataReader::Fill(size_t wanted)
         const qint64 room = static_cast<qint64>(buffer.size() - end);
         const qint64 count = file.read(buffer.data() + end, std::min(room, left));
         if (count < 0)
-            Fail(Tr("comtrade", "reading fails: %1").arg(file.errorString()));
+            Fail(Tr("comtrade", "reading fails: %1").arg(explain::SystemText(file.errorString())));
         left = count == 0 ? 0 : left - count;
         end += static_cast<size_t>(count);
     }

@@ -2,6 +2,7 @@
 #include "comtrade/record.h"
 
 #include "comtrade/datareader.h"
+#include "explain/system.h"
 #include "zucmtr/texts.h"
 
 #include <QFile>
@@ -26,7 +27,8 @@ void Open(QFile& file)
     if (!QFileInfo::exists(file.fileName()))
         Fail(file.fileName(), Tr("comtrade", "does not exist"));
     if (!QFileInfo(file).isFile() || !file.open(QIODevice::ReadOnly))
-        Fail(file.fileName(), Tr("comtrade", "cannot be read: %1").arg(file.errorString()));
+        Fail(file.fileName(),
+             Tr("comtrade", "cannot be read: %1").arg(explain::SystemText(file.errorString())));
 }
 
 QByteArray TextOf(const QString& path)

@@ -5,6 +5,7 @@
 #include "info/values.h"
 
 #include "comtrade/record.h"
+#include "explain/file.h"
 #include "zucmtr/texts.h"
 
 #include <QJsonArray>
@@ -188,6 +189,12 @@ void DescribeOpen(Description& description, comtrade::Record& record)
 
 void DescribeRecord(Description& description)
 {
+    const QString& path = description.file;
+    const QString unreadable = explain::NotARecord(path);
+    if (!unreadable.isEmpty()) {
+        description.Fail(explain::WordOf(path, reason::RecordUnreadable), unreadable);
+        return;
+    }
     try {
         comtrade::Record record(description.file);
         DescribeOpen(description, record);

@@ -1,4 +1,6 @@
 // A recorder's recording, read with the library's own classes.
+#include "explain/file.h"
+#include "explain/library.h"
 #include "info/description.h"
 #include "info/facts.h"
 #include "info/recordingdata.h"
@@ -78,7 +80,7 @@ void AddChainEnd(Description& description, const QString& path, size_t segments,
                  const ZuCmtrDevParam& device)
 {
     for (const QString& note : device.LogMessages)
-        description.notes << note;
+        description.notes << explain::LibraryText(note);
     const ChainEnd end = EndOf(path, segments, wasCut, device);
     description.AddForPrograms(QStringLiteral("chainEnd"), QLatin1String(end.word));
     description.Add(QStringLiteral("chainEndText"), Tr("info", "Chain ends because"), end.text);
@@ -193,7 +195,8 @@ void DescribeChain(Description& description, const QString& path)
     PlainDevice device;
     SegmentChain chain(device);
     if (!chain.Load(path)) {
-        description.Fail(reason::OfLibrary(device.LastError, reason::RecordingUnreadable), device.LastError);
+        description.Fail(reason::OfLibrary(device.LastError, reason::RecordingUnreadable),
+                         explain::NotLoaded(path, device.LastError));
         return;
     }
     ZuFileFormat& first = chain.First();
@@ -212,7 +215,7 @@ void DescribeChain(Description& description, const QString& path)
         data = WalkThrough(files, device.SampleRate, device.TotalSamples);
         NoteLoss(description, data.samples, device.TotalSamples);
     } else {
-        description.Fail(reason::RecordingInconsistent, device.LastError);
+        description.Fail(reason::RecordingInconsistent, explain::LibraryText(device.LastError));
     }
     AddChannelCount(description, first.AnChannels.size(), first.DiChannels.size());
     AddChainEnd(description, path, files.size(), files.size() < loaded, device);
@@ -242,8 +245,9 @@ void AddRemains(Description& description, const QString& path)
 void DescribeRecording(Description& description)
 {
     const QString& path = description.file;
-    if (!QFileInfo::exists(path)) {
-        description.Fail(reason::DoesNotExist, Tr("info", "does not exist"));
+    const QString unreadable = explain::Unreadable(path); // opening a pipe would wait for its writer
+    if (!unreadable.isEmpty()) {
+        description.Fail(explain::WordOf(path, reason::RecordingUnreadable), unreadable);
         return;
     }
     try {
@@ -254,7 +258,7 @@ void DescribeRecording(Description& description)
                             "its files have analog channels and no discrete one, so that they cannot be "
                             "compared; the library gives up such a recording with an exception"));
     }
-    if (!description.error.isEmpty() && description.facts.empty())
+    if (!description.error.isEmpty() && description.facts.empty() && explain::BeginsAsRecording(path))
         AddRemains(description, path);
 }
 

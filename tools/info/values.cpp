@@ -59,13 +59,14 @@ Cell BytesCell(qint64 bytes)
 {
     QString text = Tr("info", "%1 bytes").arg(bytes);
     double size = static_cast<double>(bytes);
-    const char* const units[] = {"kB", "MB", "GB"};
+    const char* const units[] = {QT_TRANSLATE_NOOP("info", "kB"), QT_TRANSLATE_NOOP("info", "MB"),
+                                 QT_TRANSLATE_NOOP("info", "GB")};
     QString shown;
     for (const char* unit : units) {
         if (size < 1000)
             break;
         size /= 1000;
-        shown = QStringLiteral(" (%1 %2)").arg(size, 0, 'f', 1).arg(QLatin1String(unit));
+        shown = QStringLiteral(" (%1 %2)").arg(size, 0, 'f', 1).arg(Tr("info", unit));
     }
     return {bytes, text + shown};
 }

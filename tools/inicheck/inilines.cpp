@@ -1,6 +1,7 @@
 #include "inicheck/inilines.h"
 
 #include "config/GlobalFunction.h"
+#include "explain/system.h"
 #include "service/zucmtrconverter.h"
 #include "zucmtr/texts.h"
 
@@ -58,8 +59,9 @@ IniLines::IniLines(const QString& path)
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
-        throw std::runtime_error(
-            Tr("check", "'%1' cannot be read: %2").arg(path, file.errorString()).toStdString());
+        throw std::runtime_error(Tr("check", "'%1' cannot be read: %2")
+                                     .arg(path, explain::SystemText(file.errorString()))
+                                     .toStdString());
     const QByteArray bytes = file.readAll();
     byteOrderMark = bytes.startsWith("\xEF\xBB\xBF");
     badlyEncoded = NotUtf8(bytes);

@@ -1,5 +1,6 @@
 #include "inicheck/checks.h"
 
+#include "explain/file.h"
 #include "recording/zufileformat.h"
 #include "zucmtr/texts.h"
 
@@ -63,8 +64,9 @@ void CheckRecording(const IniLines& ini, const QString& section, const QString& 
 {
     ZuFileFormat file;
     if (!file.Load(recording)) {
-        findings.push_back({0, Severity::Error, reason::RecordingUnreadable,
-                            QStringLiteral("%1: %2").arg(recording, file.ErrorText)});
+        findings.push_back(
+            {0, Severity::Error, reason::RecordingUnreadable,
+             recording + QStringLiteral(": ") + explain::NotLoaded(recording, file.ErrorText)});
         return;
     }
     RecordingCheck(recording, findings).Compare(SignalsOf(ini, section, "A"), file.AnChannels);

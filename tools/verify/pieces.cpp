@@ -1,5 +1,6 @@
 #include "verify/pieces.h"
 
+#include "explain/system.h"
 #include "service/zucmtrconverter.h"
 #include "verify/device.h"
 #include "verify/mismatch.h"
@@ -19,7 +20,8 @@ constexpr qint64 LargestText = qint64{64} << 20;
 void Open(QFile& file)
 {
     if (!file.open(QIODevice::ReadOnly))
-        throw Mismatch(Tr("verify", "'%1' cannot be read: %2").arg(file.fileName(), file.errorString()));
+        throw Mismatch(Tr("verify", "'%1' cannot be read: %2")
+                           .arg(file.fileName(), explain::SystemText(file.errorString())));
 }
 
 QByteArray ReadText(const QString& path)

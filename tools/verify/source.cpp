@@ -1,5 +1,7 @@
 #include "verify/source.h"
 
+#include "explain/file.h"
+#include "explain/library.h"
 #include "recording/zufileformat.h"
 #include "resorter/ResorterZuCmtrConv.h"
 #include "service/zucmtrconverter.h"
@@ -19,8 +21,8 @@ Source::Source(const Device& device_, const QString& firstFile) : device(device_
         fits = chain.CheckChannels() && chain.SumTotals();
     }
     if (!fits)
-        throw Unreadable(
-            Tr("verify", "'%1' cannot be read for the verification: %2").arg(firstFile, param.LastError));
+        throw Unreadable(Tr("verify", "the recording cannot be read: %1")
+                             .arg(explain::NotLoaded(firstFile, param.LastError)));
     segments = *chain.Files();
     sampleRate = param.SampleRate;
     totalSamples = param.TotalSamples;
@@ -29,7 +31,7 @@ Source::Source(const Device& device_, const QString& firstFile) : device(device_
         files << firstFile.left(firstFile.size() - 1) + QLatin1String(ZuCmtrConverter::ZuExtensions[i - 1]);
     Order();
     while (!param.LogMessages.empty())
-        notes << param.PopLogMessages();
+        notes << explain::LibraryText(param.PopLogMessages());
 }
 
 void Source::Order()

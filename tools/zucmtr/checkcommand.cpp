@@ -7,6 +7,8 @@
 #include "memorylimit.h"
 #include "texts.h"
 
+#include <explain/file.h>
+
 #include <CLI/CLI.hpp>
 
 #include <QJsonObject>
@@ -27,7 +29,7 @@ struct CheckOptions
     std::string device;
     bool json = false;
     uint64_t maxMemory = 0;
-    std::vector<std::string> recordings;
+    std::vector<std::string> files;
 };
 
 QString Shown(Severity severity)
@@ -80,15 +82,38 @@ QStringList DevicesOf(const DeviceChoice& choice)
     return devices.isEmpty() ? QStringList{choice.defaults} : devices;
 }
 
+bool IsIni(const QString& file)
+{
+    return file.endsWith(QLatin1String(".ini"), Qt::CaseInsensitive);
+}
+
+// The files of the command line: recordings, and the ini file if it is not named by --ini.
+void SortFiles(const CheckOptions& options, DeviceChoice& choice, QStringList& recordings)
+{
+    for (const std::string& argument : options.files) {
+        const QString file = Text(argument);
+        const QString reason = explain::Unreadable(file);
+        if (!reason.isEmpty())
+            throw ConfigurationError(file + QLatin1String(": ") + reason);
+        if (!IsIni(file))
+            recordings << file;
+        else if (choice.ini.isEmpty())
+            choice.ini = file;
+        else
+            throw ConfigurationError(
+                Tr("check", "there are two ini files, '%1' and '%2'; check one after the other")
+                    .arg(choice.ini, file));
+    }
+}
+
 inicheck::Question QuestionOf(const CheckOptions& options)
 {
     inicheck::Question question;
-    std::vector<Recording> recordings;
-    for (const std::string& file : options.recordings) {
-        question.recordings << Text(file);
-        recordings.push_back({Text(file), QString(), QString()});
-    }
     DeviceChoice choice{Text(options.ini), Text(options.defaults), Text(options.device)};
+    SortFiles(options, choice, question.recordings);
+    std::vector<Recording> recordings;
+    for (const QString& file : question.recordings)
+        recordings.push_back({file, QString(), QString()});
     if (recordings.empty())
         CompleteDefaults(choice, recordings);
     else
@@ -96,12 +121,6 @@ inicheck::Question QuestionOf(const CheckOptions& options)
     question.ini = choice.ini;
     question.defaults = choice.defaults;
     question.devices = choice.device.isEmpty() ? DevicesOf(choice) : QStringList{choice.device};
-    // Sections that were found out are there; looking for each would read the file as often.
-    for (const QString& section : {question.defaults, question.devices.first()}) {
-        const QString missing = MissingSectionText(question.ini, section);
-        if (!missing.isEmpty())
-            throw ConfigurationError(missing);
-    }
     return question;
 }
 
@@ -144,8 +163,10 @@ void AddCheckCommand(CLI::App& app, Action& chosen)
     command->add_flag("--json", options->json, HelpText("check", "One JSON object a finding, for programs"));
     AddMemoryOption(*command, options->maxMemory);
     command
-        ->add_option("FILE", options->recordings,
-                     HelpText("check", "First files of recordings to compare with the sorting dictionary"))
+        ->add_option("FILE", options->files,
+                     HelpText("check",
+                              "The ini file, and first files of recordings to compare with its sorting "
+                              "dictionary"))
         ->type_name("");
     command->footer(HelpText(
         "check",
@@ -158,8 +179,7 @@ void AddCheckCommand(CLI::App& app, Action& chosen)
         "Exit code: 0 nothing but notes, 1 errors or warnings, 2 wrong usage.\n"
         "\n"
         "Example, with the sample station:\n"
-        "  mkdir -p station\n"
         "  zucmtr sample --out station --force\n"
-        "  zucmtr check --ini station/ZuDrv.ini station/*.ZU"));
+        "  zucmtr check station/ZuDrv.ini station/*.ZU"));
     command->callback([options, &chosen] { chosen = [options] { return RunCheck(*options); }; });
 }

@@ -5,11 +5,16 @@
 #include "output/target.h"
 #include "texts.h"
 
+#include <explain/file.h>
+#include <explain/system.h>
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QStringList>
 #include <QTextStream>
+
+#include <cerrno>
 
 QStringList SectionsOf(const QString& iniPath)
 {
@@ -49,27 +54,39 @@ QString CheckedOutputDirectory(const QString& path)
     return CheckedDirectory(QStringLiteral("--out"), path);
 }
 
+// The path, or the nearest above it that is there.
+static QString NearestThere(QString path)
+{
+    while (!QFileInfo::exists(path) && QFileInfo(path).path() != path)
+        path = QFileInfo(path).path();
+    return path;
+}
+
 void MakeDirectory(const QString& option, const QString& path)
 {
-    if (path.isEmpty() || !QDir().mkpath(path))
+    if (QFileInfo(path).isDir())
+        return;
+    const QFileInfo above(NearestThere(path));
+    if (above.exists() && !above.isDir())
         throw ConfigurationError(
-            Tr("checks", "%1: the directory '%2' cannot be made; choose another one").arg(option, path));
+            Tr("checks", "%1: the directory '%2' cannot be made, since '%3' is a file; choose another one")
+                .arg(option, path, above.filePath()));
+    errno = 0;
+    if (!QDir().mkpath(path))
+        throw ConfigurationError(Tr("checks", "%1: the directory '%2' cannot be made: %3; choose another one")
+                                     .arg(option, path, explain::SystemText(errno)));
 }
 
 void CheckIniFile(const QString& path)
 {
     const QFileInfo file(path);
-    if (!file.exists())
-        throw ConfigurationError(
-            Tr("checks", "--ini: the file '%1' does not exist; give the path of the recorders' ini file")
-                .arg(path));
-    if (!file.isFile())
+    if (file.exists() && !file.isFile())
         throw ConfigurationError(Tr("checks", "--ini: '%1' is not a file; give the path of the recorders' "
                                               "ini file")
                                      .arg(path));
-    if (!file.isReadable())
-        throw ConfigurationError(
-            Tr("checks", "--ini: no permission to read '%1'; check its permissions").arg(path));
+    const QString reason = explain::Unreadable(path);
+    if (!reason.isEmpty())
+        throw ConfigurationError(QStringLiteral("--ini: %1: %2").arg(path, reason));
 }
 
 void CheckLogFile(const QString& path)

@@ -6,6 +6,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 #include <functional>
 #include <stdexcept>
@@ -27,10 +28,24 @@ inline QString Text(const std::string& utf8)
     return QString::fromStdString(utf8);
 }
 
-/// Settings with which a command cannot begin; what() is UTF-8 and says what is wrong and what to do. It ends
-/// the program with ExitUsage.
+/// Settings with which a command cannot begin; the lines say what is wrong and what to do, what() is their
+/// UTF-8. It ends the program with ExitUsage.
 class ConfigurationError : public std::runtime_error
 {
 public:
-    explicit ConfigurationError(const QString& text) : std::runtime_error(text.toStdString()) {}
+    explicit ConfigurationError(const QString& text) : ConfigurationError(QStringList{text}) {}
+    explicit ConfigurationError(const QStringList& lines_)
+        : std::runtime_error(lines_.join(QLatin1Char('\n')).toStdString()), lines(lines_)
+    {}
+    const QStringList& Lines() const { return lines; }
+
+private:
+    QStringList lines;
+};
+
+/// A command line that cannot be understood: the same, with a line that names the help of a command.
+class UsageError : public ConfigurationError
+{
+public:
+    UsageError(const QString& text, const QString& command);
 };

@@ -2,7 +2,6 @@
 
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QStringList>
 
 #include <algorithm>
 #include <cerrno>
@@ -76,7 +75,11 @@ void PrintJson(const QJsonObject& object)
 
 void Complain(const QString& text)
 {
-    const QStringList lines = text.split(QLatin1Char('\n'));
+    Complain(QStringList{text});
+}
+
+void Complain(const QStringList& lines)
+{
     Write(stderr, QStringLiteral("zucmtr: ") + lines.first());
     for (int i = 1; i < lines.size(); ++i)
         Write(stderr, lines[i]);

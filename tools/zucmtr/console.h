@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 class QJsonObject;
 
@@ -16,8 +17,11 @@ void PrintLine(const QString& text);
 /// The object as one line on standard output, at once. Nothing in it is lost: control characters are escaped.
 void PrintJson(const QJsonObject& object);
 
-/// One or more lines (parted by line feeds) on standard error, the first behind the program's name.
+/// One line on standard error, after the program's name; control characters as above, line feeds too.
 void Complain(const QString& text);
+
+/// Several lines, the first after the program's name.
+void Complain(const QStringList& lines);
 
 /// False if standard output has lost something, as on a full disk.
 bool OutputIsWhole();

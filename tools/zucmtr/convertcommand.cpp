@@ -11,13 +11,17 @@
 #include "progress.h"
 #include "recordinglist.h"
 #include "texts.h"
+#include "values.h"
 #include "workers.h"
 #include "workoptions.h"
+
+#include <explain/file.h>
 
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
 #include <chrono>
+#include <iterator>
 #include <malloc.h>
 #include <memory>
 #include <string>
@@ -127,6 +131,28 @@ int Convert(const ConvertOptions& options, const RecordingList& list,
     return report.Failed() == 0 ? ExitDone : ExitFailed;
 }
 
+// Those that may be recordings: the ini file is looked for beside them.
+std::vector<Recording> Convertible(const std::vector<Recording>& recordings)
+{
+    std::vector<Recording> convertible;
+    std::copy_if(
+        recordings.begin(), recordings.end(), std::back_inserter(convertible),
+        [](const Recording& recording) { return explain::NotConvertible(recording.path).isEmpty(); });
+    return convertible;
+}
+
+// Says of each recording why it is none; no ini file is looked for.
+int RefuseAll(const ConvertOptions& options, RecordingList list)
+{
+    for (const Recording& recording : list.recordings)
+        list.refusals.push_back(
+            {recording.path, Tr("convert", "not converted: %1").arg(explain::NotConvertible(recording.path)),
+             true, explain::WordOf(recording.path, reason::NotARecording)});
+    list.recordings.clear();
+    std::vector<std::unique_ptr<Worker>> none;
+    return Convert(options, list, none);
+}
+
 int RunConvert(const ConvertOptions& options)
 {
     CheckCombination(options);
@@ -134,8 +160,11 @@ int RunConvert(const ConvertOptions& options)
     if (!options.work.archive.empty())
         excluded << Text(options.work.archive);
     const RecordingList list = CollectRecordings(Texts(options.files), options.recursive, excluded);
+    const std::vector<Recording> convertible = Convertible(list.recordings);
     DeviceChoice choice = ChoiceOf(options.device);
-    CompleteChoice(choice, list.recordings);
+    if (convertible.empty() && choice.ini.isEmpty())
+        return RefuseAll(options, list);
+    CompleteChoice(choice, convertible);
     CheckLog(options.device);
     const WorkOrder order = OrderOf(options);
     ShareAllocations(options.maxMemory);
@@ -169,7 +198,7 @@ void AddRunOptions(CLI::App& command, ConvertOptions& options)
                     HelpText("convert",
                              "Recordings to convert at once; 0: as many as there are processors. Default: 1"))
         ->type_name("N")
-        ->check(CLI::Range(0U, 256U).description(""))
+        ->transform(values::WholeNumber(0, 256))
         ->default_str("");
     CLI::Option* goOn =
         command.add_flag("--continue")
@@ -216,7 +245,6 @@ std::string Footer()
                     "by Ctrl-C (143 by SIGTERM).\n"
                     "\n"
                     "Example, with the sample station:\n"
-                    "  mkdir -p station\n"
                     "  zucmtr sample --out station\n"
                     "  zucmtr convert --out station/comtrade --make-out station/*.ZU");
 }

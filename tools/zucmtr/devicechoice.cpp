@@ -42,12 +42,23 @@ struct Found
     QString recording;
 };
 
-QString ListOf(const QMap<QString, Found>& found)
+QStringList LinesOf(const QMap<QString, Found>& found)
 {
-    QString text;
+    QStringList lines;
     for (const Found& one : found)
-        text += Tr("choice", "\n  '%1' for '%2'").arg(one.ini, one.recording);
-    return text;
+        lines << Tr("choice", "  '%1' for '%2'").arg(one.ini, one.recording);
+    return lines;
+}
+
+QString NoIniText(const Recording& recording)
+{
+    const QString advice = Tr(
+        "choice", "name the recorders' ini file by --ini, or have 'zucmtr dictionary --complete' make one");
+    const QString directory = QFileInfo(recording.path).path();
+    if (directory == QLatin1String("."))
+        return Tr("choice", "there is no %1 in the current directory; %2").arg(IniName(), advice);
+    return Tr("choice", "there is no %1 in '%2' or in the current directory; %3")
+        .arg(IniName(), directory, advice);
 }
 
 QString ChosenIni(const std::vector<Recording>& recordings)
@@ -56,11 +67,7 @@ QString ChosenIni(const std::vector<Recording>& recordings)
     for (const Recording& recording : recordings) {
         const QString ini = IniOf(recording);
         if (ini.isEmpty())
-            throw ConfigurationError(
-                Tr("choice",
-                   "there is no %1 beside '%2' or in the current directory; name the recorders' ini file "
-                   "by --ini")
-                    .arg(IniName(), recording.path));
+            throw ConfigurationError(NoIniText(recording));
         const QString key = QFileInfo(ini).canonicalFilePath();
         if (!found.contains(key))
             found.insert(key, {ini, recording.path});
@@ -68,10 +75,10 @@ QString ChosenIni(const std::vector<Recording>& recordings)
     if (found.isEmpty()) // nothing to convert
         return IniName();
     if (found.size() > 1)
-        throw ConfigurationError(Tr("choice",
-                                    "the recordings have different ini files; convert them one directory "
-                                    "after the other, or name one file by --ini:%1")
-                                     .arg(ListOf(found)));
+        throw ConfigurationError(
+            QStringList{Tr("choice", "the recordings have different ini files; convert them one directory "
+                                     "after the other, or name one file by --ini:")} +
+            LinesOf(found));
     return found.first().ini;
 }
 
@@ -109,6 +116,13 @@ QString ChosenDevice(const QString& ini, const QString& defaults, const QStringL
             .arg(Bracketed(devices)));
 }
 
+void CheckNamedSection(const QString& option, const QString& ini, const QString& section)
+{
+    const QString missing = section.isEmpty() ? QString() : MissingSectionText(ini, section);
+    if (!missing.isEmpty())
+        throw ConfigurationError(option + QStringLiteral(": ") + missing);
+}
+
 } // namespace
 
 QString IniOf(const Recording& recording)
@@ -123,9 +137,13 @@ QString IniOf(const Recording& recording)
 
 void CompleteDefaults(DeviceChoice& choice, const std::vector<Recording>& recordings)
 {
+    if (choice.ini.isEmpty() && recordings.empty() && !QFileInfo(IniName()).isFile())
+        throw ConfigurationError(NoIniText({IniName(), QString(), QString()}));
     if (choice.ini.isEmpty())
         choice.ini = ChosenIni(recordings);
     CheckIniFile(choice.ini);
+    CheckNamedSection(QStringLiteral("--defaults"), choice.ini, choice.defaults);
+    CheckNamedSection(QStringLiteral("--device"), choice.ini, choice.device);
     if (!choice.defaults.isEmpty())
         return;
     const QStringList sections = SectionsOf(choice.ini);

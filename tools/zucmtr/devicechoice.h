@@ -21,7 +21,7 @@ QString IniOf(const Recording& recording);
 /// Fills in what is empty. The ini file is the ZuDrv.ini beside the recordings, or above them up to the
 /// directory of the command line, or in the current directory; the defaults are the section "Default", the
 /// device is the one other section. Of a file with one section, that is both. Throws ConfigurationError,
-/// which lists the choices, where that leaves none or several.
+/// which lists the choices, where that leaves none or several, and for a named section that is not there.
 void CompleteChoice(DeviceChoice& choice, const std::vector<Recording>& recordings);
 
 /// The same for the ini file and the section of the defaults alone.

@@ -6,6 +6,8 @@
 #include "output/outputfile.h"
 #include "texts.h"
 
+#include <explain/file.h>
+#include <explain/system.h>
 #include <recording/anchanneldata.h>
 #include <recording/dichanneldata.h>
 #include <recording/zufileformat.h>
@@ -62,7 +64,7 @@ int RunDictionary(const DictionaryOptions& options)
     const QString path = QString::fromStdString(options.file);
     ZuFileFormat recording;
     if (!recording.Load(path)) {
-        Complain(QStringLiteral("%1: %2").arg(path, recording.ErrorText));
+        Complain(path + QLatin1String(": ") + explain::NotLoaded(path, recording.ErrorText));
         return ExitFailed;
     }
     const QStringList lines = LinesFor(recording, options);
@@ -113,7 +115,7 @@ void AddDictionaryCommand(CLI::App& app, Action& chosen)
         "Exit code: 0 written, 1 the recording cannot be read, 2 wrong usage.\n"
         "\n"
         "Example, with the sample station:\n"
-        "  mkdir -p station new\n"
+        "  mkdir -p new\n"
         "  zucmtr sample --out station\n"
         "  zucmtr dictionary --complete --output new/ZuDrv.ini --force station/Vostochnaya_000123.ZU\n"
         "  zucmtr convert --ini new/ZuDrv.ini --out new station/Vostochnaya_000123.ZU"));

@@ -2,8 +2,11 @@
 
 #include "checks.h"
 #include "command.h"
+#include "console.h"
 #include "texts.h"
 
+#include <explain/file.h>
+#include <explain/library.h>
 #include <zucmtrlib.h>
 
 #include <QFile>
@@ -65,10 +68,13 @@ Host::~Host()
 
 void Host::LoadDefaults(const QString& iniPath, const QString& section)
 {
+    const QString missing = MissingSectionText(iniPath, section);
+    if (!missing.isEmpty())
+        throw ConfigurationError(QStringLiteral("--defaults: ") + missing);
     if (!ZuCmtrLoadFromIniDefault(iniPath, section)) {
-        const QString what = Tr("host", "--defaults: section [%1] of '%2' does not load: %3")
-                                 .arg(section, iniPath, ZuCmtrGetLastError());
-        throw ConfigurationError(LoadFailure(what, iniPath, section));
+        const QString what =
+            Tr("host", "--defaults: section [%1] of '%2' does not load").arg(section, iniPath);
+        throw ConfigurationError(LoadFailure(what, iniPath));
     }
     log.TakeNewLines();
 }
@@ -81,22 +87,21 @@ unsigned int Host::LoadDevice(const QString& iniPath, const QString& section)
     unsigned int device = 0;
     if (!ZuCmtrLoadFromIni(iniPath, section, &device)) {
         const QString what = Tr("host", "--device: section [%1] of '%2' does not load").arg(section, iniPath);
-        throw ConfigurationError(LoadFailure(what, iniPath, section));
+        throw ConfigurationError(LoadFailure(what, iniPath));
     }
     log.TakeNewLines();
     return device;
 }
 
-QString Host::LoadFailure(const QString& what, const QString& iniPath, const QString& section)
+QStringList Host::LoadFailure(const QString& what, const QString& iniPath)
 {
-    QString text = what;
-    const QStringList lines = log.TakeNewLines();
-    if (!lines.isEmpty())
-        text += Tr("host", "\nThe log says:\n  ") + lines.join(QLatin1String("\n  "));
-    const QString missing = MissingSectionText(iniPath, section);
-    if (!missing.isEmpty())
-        text += QLatin1Char('\n') + missing;
-    return text;
+    QStringList lines(what);
+    const QStringList logged = log.TakeNewLines();
+    if (!logged.isEmpty())
+        lines << Tr("host", "The log says:");
+    for (const QString& line : logged)
+        lines << QStringLiteral("  ") + line;
+    return lines << Tr("host", "'zucmtr check --ini %1' explains it line by line.").arg(ShellWord(iniPath));
 }
 
 unsigned int Host::WaitTime(unsigned int device)
@@ -109,13 +114,15 @@ Outcome Host::Convert(const QString& file, const QString& outDirectory, unsigned
     Outcome outcome;
     try {
         outcome.converted = ZuCmtrConvertToComtrade(file, outDirectory, device);
-        outcome.error = ZuCmtrGetDevLastError(device);
-        outcome.reason = reason::OfLibrary(outcome.error, reason::NotConverted);
-    } catch (const std::out_of_range& failure) {
+        if (!outcome.converted) {
+            const QString text = ZuCmtrGetDevLastError(device);
+            outcome.error = explain::NotLoaded(file, text);
+            outcome.reason = reason::OfLibrary(text, reason::NotConverted);
+        }
+    } catch (const std::out_of_range&) {
         outcome.reason = reason::ConverterException;
         outcome.error = Tr("host", "the start comment has too few values, or the segments have analog but "
-                                   "no discrete channels [exception in the library: %1]")
-                            .arg(QString::fromUtf8(failure.what()));
+                                   "no discrete channels; the library gives up such a recording");
     } catch (const std::exception& failure) {
         outcome.reason = reason::ConverterException;
         outcome.error = Tr("host", "exception in the library: %1").arg(QString::fromUtf8(failure.what()));
@@ -125,6 +132,7 @@ Outcome Host::Convert(const QString& file, const QString& outDirectory, unsigned
         TakeOutputName(outcome);
         CheckCommitted(outcome, outDirectory);
     }
+    outcome.notes = explain::LibraryTexts(outcome.notes);
     return outcome;
 }
 

@@ -27,7 +27,8 @@ public:
     Host(const Host&) = delete;
     Host& operator=(const Host&) = delete;
 
-    /// Loads the defaults, once and first. Throws ConfigurationError with the log's lines.
+    /// Loads the defaults, once and first. A section that the file does not have is an error. Throws
+    /// ConfigurationError with the log's lines.
     void LoadDefaults(const QString& iniPath, const QString& section);
 
     /// Loads a device and gives its number. A section that the file does not have is an error, though the
@@ -44,8 +45,8 @@ public:
     static QStringList TakeNotes(unsigned int device);
 
 private:
-    /// The text of a failed load: what failed, the log's lines about it, and the sections if it is not there.
-    QString LoadFailure(const QString& what, const QString& iniPath, const QString& section);
+    /// The lines on a failed load: what failed, the log's lines about it, and what explains more.
+    QStringList LoadFailure(const QString& what, const QString& iniPath);
 
     LogFile log;
 };

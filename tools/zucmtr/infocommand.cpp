@@ -8,6 +8,8 @@
 
 #include <CLI/CLI.hpp>
 
+#include <QFileInfo>
+
 #include <memory>
 #include <string>
 #include <vector>
@@ -21,6 +23,13 @@ struct InfoOptions
     uint64_t maxMemory = 0;
     std::vector<std::string> files;
 };
+
+// What is wrong with a record names the one of its files in which it is.
+bool NamesFile(const QString& text, const QString& file)
+{
+    const int extension = QFileInfo(file).suffix().size();
+    return extension > 0 && text.startsWith(file.chopped(extension));
+}
 
 // True unless something is wrong with the file.
 bool Show(const QString& file, const InfoOptions& options)
@@ -36,7 +45,8 @@ bool Show(const QString& file, const InfoOptions& options)
             PrintLine(line);
     }
     if (!description.error.isEmpty())
-        Complain(QStringLiteral("%1: %2").arg(file, description.error));
+        Complain(NamesFile(description.error, file) ? description.error
+                                                    : file + QLatin1String(": ") + description.error);
     return description.error.isEmpty();
 }
 
@@ -74,7 +84,7 @@ void AddInfoCommand(CLI::App& app, Action& chosen)
                 "Exit code: 0 all files are good, 1 something is wrong with at least one, 2 wrong usage.\n"
                 "\n"
                 "Example, with the sample station:\n"
-                "  mkdir -p station\n  zucmtr sample --out station\n"
+                "  zucmtr sample --out station\n"
                 "  zucmtr info --no-channels station/*.ZU"));
     command->callback([options, &chosen] { chosen = [options] { return RunInfo(*options); }; });
 }

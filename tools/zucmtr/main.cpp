@@ -6,11 +6,14 @@
 #include "console.h"
 #include "convertcommand.h"
 #include "dictionarycommand.h"
+#include "helpcommand.h"
+#include "helpformat.h"
 #include "infocommand.h"
 #include "messages.h"
 #include "parsertexts.h"
 #include "samplecommand.h"
 #include "texts.h"
+#include "values.h"
 #include "viewcommand.h"
 #include "watchcommand.h"
 
@@ -49,12 +52,6 @@ void CheckArgumentsAreUtf8(int count, char** arguments)
     }
 }
 
-int WrongUsage(const QString& text, const QString& command)
-{
-    Complain(Tr("main", "%1\nRun '%2 --help' for the options and an example.").arg(text, command));
-    return ExitUsage;
-}
-
 // Help and version are no errors.
 int ExitAfterParsing(const CLI::App& app, const CLI::ParseError& error)
 {
@@ -63,12 +60,13 @@ int ExitAfterParsing(const CLI::App& app, const CLI::ParseError& error)
     QString command = QStringLiteral("zucmtr");
     for (const CLI::App* subcommand : app.get_subcommands())
         command += QLatin1Char(' ') + QString::fromStdString(subcommand->get_name());
-    return WrongUsage(TextOf(error), command);
+    throw UsageError(TextOf(app, error), command);
 }
 
 // Everything that --help tells of the program and its commands.
 void Describe(CLI::App& app, Action& chosen, const char* program)
 {
+    app.formatter(std::make_shared<HelpFormat>());
     app.description(HelpText("main", "Converts the recordings of digital fault recorders (.ZU) into COMTRADE "
                                      "records (IEEE C37.111)."));
     app.set_help_flag("-h,--help", HelpText("main", "Print this help and exit"));
@@ -82,13 +80,29 @@ void Describe(CLI::App& app, Action& chosen, const char* program)
     AddSampleCommand(app, chosen, QString::fromUtf8(program));
     AddViewCommand(app, chosen);
     AddWatchCommand(app, chosen);
+    values::RefuseEmpty(app);
+    AddHelpCommand(app, chosen);
     // After the commands, which would inherit it.
-    app.footer(HelpText("main", "'zucmtr COMMAND --help' tells more about a command. To try the program:\n"
+    app.footer(HelpText("main", "'zucmtr help COMMAND' tells more about a command. To try the program:\n"
                                 "\n"
-                                "  mkdir -p station\n"
                                 "  zucmtr sample --out station\n"
                                 "  zucmtr convert --out station/comtrade --make-out station"));
-    TranslateHeadings(app);
+    TranslateGroups(app);
+}
+
+void CheckSlips(const CLI::App& app, int count, char** arguments)
+{
+    QStringList words;
+    for (int i = 1; i < count; ++i)
+        words << QString::fromUtf8(arguments[i]);
+    const QString text = SlipText(app, words);
+    if (text.isEmpty())
+        return;
+    const bool isCommand =
+        !app.get_subcommands([&](const CLI::App* one) { return Text(one->get_name()) == words.first(); })
+             .empty();
+    throw UsageError(text,
+                     QStringLiteral("zucmtr") + (isCommand ? QLatin1Char(' ') + words.first() : QString()));
 }
 
 int ParseAndRun(int count, char** arguments)
@@ -97,17 +111,23 @@ int ParseAndRun(int count, char** arguments)
     CLI::App app(std::string(), "zucmtr");
     Action chosen;
     Describe(app, chosen, arguments[0]);
+    CheckSlips(app, count, arguments);
     try {
         app.parse(count, arguments);
     } catch (const CLI::ParseError& error) {
         return ExitAfterParsing(app, error);
     }
     if (!chosen)
-        return WrongUsage(Tr("main", "no command is given"), QStringLiteral("zucmtr"));
+        throw UsageError(Tr("main", "no command is given"), QStringLiteral("zucmtr"));
     return chosen();
 }
 
 } // namespace
+
+UsageError::UsageError(const QString& text, const QString& command)
+    : ConfigurationError(
+          QStringList{text, Tr("main", "Run '%1 --help' for the options and an example.").arg(command)})
+{}
 
 int main(int count, char** arguments)
 {
@@ -126,7 +146,7 @@ int main(int count, char** arguments)
     try {
         code = ParseAndRun(count, arguments);
     } catch (const ConfigurationError& error) {
-        Complain(QString::fromUtf8(error.what()));
+        Complain(error.Lines());
         return ExitUsage;
     } catch (const std::bad_alloc&) {
         Complain(Tr("main", "out of memory; work on fewer or shorter recordings"));

@@ -2,6 +2,7 @@
 
 #include "command.h"
 #include "texts.h"
+#include "values.h"
 
 #include <CLI/CLI.hpp>
 
@@ -27,7 +28,7 @@ void AddMemoryOption(CLI::App& command, uint64_t& bytes)
                 "memory",
                 "Memory that the program may take, as 800M or 2G; 0: no limit. A recording that needs more "
                 "fails. Default: three quarters of the machine's memory"))
-        ->transform(CLI::AsSizeValue(false).description(""))
+        ->transform(values::Size())
         ->type_name("SIZE")
         ->default_str("");
 }

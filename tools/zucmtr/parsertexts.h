@@ -1,15 +1,20 @@
-// The words of the command line's parser in the language of the user's locale.
+// What is wrong with a command line, in the language of the user's locale, and what may have been meant.
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 namespace CLI {
 class App;
 class ParseError;
 } // namespace CLI
 
-/// Headings of the help of the program and of all its subcommands; to be called when these are complete.
-void TranslateHeadings(CLI::App& app);
+/// Why the parser has refused the command line; app is as the parser left it.
+QString TextOf(const CLI::App& app, const CLI::ParseError& error);
 
-/// What is wrong with the command line.
-QString TextOf(const CLI::ParseError& error);
+/// Says that there is no such command, which one may be meant, or which ones there are.
+QString UnknownCommandText(const CLI::App& app, const QString& word);
+
+/// Says which of the arguments is a slip that the parser would take for something else: "--out=", whose value
+/// would be the next argument, and "-out", which would be -o with the value "ut". Empty if there is none.
+QString SlipText(const CLI::App& app, const QStringList& arguments);

@@ -8,6 +8,7 @@ namespace reason {
 
 // A file, of any command.
 inline constexpr char DoesNotExist[] = "doesNotExist";
+inline constexpr char NotAFile[] = "notAFile";
 inline constexpr char NoPermission[] = "noPermission";
 inline constexpr char NameNotUtf8[] = "nameNotUtf8";
 inline constexpr char OutOfMemory[] = "outOfMemory";
@@ -23,6 +24,7 @@ inline constexpr char SamplesLeftOver[] = "samplesLeftOver";
 
 // A recording that is not converted, or not put away.
 inline constexpr char ContinuationFile[] = "continuationFile";
+inline constexpr char NotARecording[] = "notARecording";
 inline constexpr char NotConverted[] = "notConverted";
 inline constexpr char ConverterException[] = "converterException";
 inline constexpr char RecordNotInPlace[] = "recordNotInPlace";

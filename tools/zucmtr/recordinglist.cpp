@@ -106,8 +106,7 @@ private:
                      Tr("recordings", "passed over, it is converted with its first file %1").arg(first));
         else
             Refuse(path, reason::ContinuationFile,
-                   Tr("recordings", "not converted: it continues a recording; give the first file %1 instead")
-                       .arg(first));
+                   Tr("recordings", "not converted: %1").arg(ContinuationText(path)));
     }
 
     // Whether a first file is among the arguments, or in a directory of theirs.
@@ -204,6 +203,15 @@ QString FirstFileOf(const QString& path)
         return QString();
     const QLatin1Char last(match.captured(1) == QLatin1String("Z") ? 'U' : 'u');
     return path.left(path.size() - 2) + last;
+}
+
+QString ContinuationText(const QString& path)
+{
+    const QString first = FirstFileOf(path);
+    if (QFileInfo::exists(first) || !QFileInfo::exists(path))
+        return Tr("recordings", "it continues a recording; give the first file %1 instead").arg(first);
+    return Tr("recordings", "it continues a recording whose first file %1 is not there; bring that back")
+        .arg(first);
 }
 
 RecordingList CollectRecordings(const QStringList& arguments, bool recursive, const QStringList& excluded)

@@ -12,6 +12,9 @@
 /// continuation file.
 QString FirstFileOf(const QString& path);
 
+/// Why a continuation file is not taken alone, and what to give instead.
+QString ContinuationText(const QString& path);
+
 /// A first file to convert.
 struct Recording
 {

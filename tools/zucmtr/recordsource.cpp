@@ -1,9 +1,11 @@
 #include "recordsource.h"
 
-#include "checks.h"
 #include "command.h"
 #include "host.h"
 #include "texts.h"
+
+#include <explain/file.h>
+#include <explain/system.h>
 
 #include <QDir>
 #include <QFile>
@@ -33,8 +35,8 @@ QByteArray ReadWhole(const QString& path)
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
-        throw ConfigurationError(
-            Tr("record source", "--ini: '%1' cannot be read: %2").arg(path, file.errorString()));
+        throw ConfigurationError(Tr("record source", "--ini: '%1' cannot be read: %2")
+                                     .arg(path, explain::SystemText(file.errorString())));
     return file.readAll();
 }
 
@@ -62,7 +64,7 @@ void Write(const QString& path, const QByteArray& bytes)
         throw SourceError(Tr("record source",
                              "'%1' cannot be written: %2; free space in the directory for temporary "
                              "files")
-                              .arg(path, file.errorString()));
+                              .arg(path, explain::SystemText(file.errorString())));
 }
 
 // Links to the recording's chain, so that not even a conversion that deletes its sources could reach them.
@@ -81,19 +83,38 @@ QString LinkChain(const QString& file, const QDir& directory)
     return linked + QLatin1Char('.') + first.suffix();
 }
 
+void Check(const QString& file, const QString& reason)
+{
+    if (!reason.isEmpty())
+        throw SourceError(file + QLatin1String(": ") + reason);
+}
+
+// What is wrong is said of the user's own ini file.
+unsigned int LoadDevice(Host& host, const QString& ini, const DeviceChoice& choice)
+{
+    const bool ownIni = !choice.ini.isEmpty();
+    try {
+        host.LoadDefaults(ini, ownIni ? choice.defaults : QStringLiteral("Default"));
+        const unsigned int device = host.LoadDevice(ini, ownIni ? choice.device : QStringLiteral("Device"));
+        Host::TakeNotes(device);
+        return device;
+    } catch (const ConfigurationError& error) {
+        throw ConfigurationError(QStringList(error.Lines()).replaceInStrings(ini, choice.ini));
+    }
+}
+
 } // namespace
 
 RecordSource::RecordSource(const QString& file, DeviceChoice choice, bool isPlain)
 {
-    if (!QFileInfo(file).isFile())
-        throw SourceError(Tr("record source",
-                             "'%1' is no file; give a recording (.ZU) or a COMTRADE record (.cfg, "
-                             ".cff)")
-                              .arg(file));
     if (IsRecord(file)) {
+        Check(file, explain::NotARecord(file));
         path = file;
         return;
     }
+    if (!FirstFileOf(file).isEmpty() && QFileInfo(file).isFile())
+        Check(file, ContinuationText(file));
+    Check(file, explain::NotConvertible(file));
     const Recording recording{file, QString(), QString()};
     const bool isChosen = !choice.ini.isEmpty() || !choice.defaults.isEmpty() || !choice.device.isEmpty();
     if (!isPlain && (isChosen || !IniOf(recording).isEmpty()))
@@ -103,14 +124,10 @@ RecordSource::RecordSource(const QString& file, DeviceChoice choice, bool isPlai
 
 void RecordSource::Convert(const QString& file, const DeviceChoice& choice)
 {
-    for (const QString& section : {choice.defaults, choice.device}) {
-        const QString missing = choice.ini.isEmpty() ? QString() : MissingSectionText(choice.ini, section);
-        if (!missing.isEmpty())
-            throw ConfigurationError(missing);
-    }
     directory = std::make_unique<QTemporaryDir>();
     if (!directory->isValid())
-        throw SourceError(Tr("record source", "no temporary directory: %1").arg(directory->errorString()));
+        throw SourceError(Tr("record source", "no temporary directory: %1")
+                              .arg(explain::SystemText(directory->errorString())));
     const QDir inside(directory->path());
     const QString ini = inside.filePath(QStringLiteral("view.ini"));
     Write(ini, IniText(file, choice));
@@ -118,13 +135,11 @@ void RecordSource::Convert(const QString& file, const DeviceChoice& choice)
     const QString out = inside.filePath(QStringLiteral("record"));
 
     Host host{QString()};
-    const bool ownIni = !choice.ini.isEmpty();
-    host.LoadDefaults(ini, ownIni ? choice.defaults : QStringLiteral("Default"));
-    const unsigned int device = host.LoadDevice(ini, ownIni ? choice.device : QStringLiteral("Device"));
-    Host::TakeNotes(device);
-    const Outcome outcome = host.Convert(LinkChain(file, inside), out, device);
+    const unsigned int device = LoadDevice(host, ini, choice);
+    const QString linked = LinkChain(file, inside);
+    const Outcome outcome = host.Convert(linked, out, device);
     if (!outcome.converted)
-        throw SourceError(Tr("record source", "%1: not converted: %2").arg(file, outcome.error));
+        Check(file, QString(outcome.error).replace(linked.chopped(2), file.chopped(2)));
     const QStringList records = QDir(out).entryList({QStringLiteral("*.cfg")}, QDir::Files);
     if (records.isEmpty())
         throw SourceError(Tr("record source", "%1: its record was not found after the conversion").arg(file));

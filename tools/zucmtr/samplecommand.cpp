@@ -70,7 +70,9 @@ QString ConvertCommand(const QString& program, const QDir& directory)
 int RunSample(const SampleCommandOptions& options, const QString& program)
 {
     const station::StationOptions station = CheckedStation(options.sample);
-    const QDir directory(CheckedOutputDirectory(QString::fromStdString(options.out)));
+    const QString out = QString::fromStdString(options.out);
+    MakeDirectory(QStringLiteral("--out"), out);
+    const QDir directory(CheckedOutputDirectory(out));
     QStringList older = PresentFiles(directory);
     if (!older.isEmpty() && !options.force)
         throw ConfigurationError(
@@ -93,7 +95,9 @@ void AddSampleCommand(CLI::App& app, Action& chosen, const QString& program)
     CLI::App* command = app.add_subcommand(
         "sample", HelpText("sample", "Write a sample station: recordings and their ini file"));
     const auto options = std::make_shared<SampleCommandOptions>();
-    command->add_option("--out", options->out, HelpText("sample", "Existing directory for the files"))
+    command
+        ->add_option("--out", options->out,
+                     HelpText("sample", "Directory for the files; it is made if it is not there"))
         ->required()
         ->type_name("DIR");
     AddStationOptions(*command, options->sample);
@@ -108,7 +112,6 @@ void AddSampleCommand(CLI::App& app, Action& chosen, const QString& program)
                              "written are listed; the last line is the command that converts them.\n"
                              "\n"
                              "Example:\n"
-                             "  mkdir -p station\n"
                              "  zucmtr sample --out station --fault three --segments 2"));
     command->callback([options, program, &chosen] {
         chosen = [options, program] { return RunSample(*options, program); };

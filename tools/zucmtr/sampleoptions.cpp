@@ -3,13 +3,13 @@
 #include "command.h"
 #include "station/bays.h"
 #include "texts.h"
+#include "values.h"
 
 #include <CLI/CLI.hpp>
 
 #include <QString>
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <cstdint>
 
@@ -24,58 +24,6 @@ constexpr int segmentsLimit = 16;
 // The station is made in memory.
 constexpr double pointsLimit = 10e6;   // samples of a channel in a segment
 constexpr double samplesLimit = 500e6; // samples of a recording
-
-// Whole decimal numbers of a range. The text is brought into its plain form, since the parser would take a
-// leading zero for an octal number.
-CLI::Validator WholeNumber(int64_t lowest, int64_t highest)
-{
-    return CLI::Validator(
-        [=](std::string& text) {
-            int64_t number = 0;
-            const char* end = text.data() + text.size();
-            const std::from_chars_result result = std::from_chars(text.data(), end, number);
-            if (result.ec != std::errc() || result.ptr != end || number < lowest || number > highest)
-                return Tr("sample", "'%1' is wrong; give a whole number from %2 to %3")
-                    .arg(QString::fromStdString(text))
-                    .arg(lowest)
-                    .arg(highest)
-                    .toStdString();
-            text = std::to_string(number);
-            return std::string();
-        },
-        "");
-}
-
-// Decimal numbers above 0 and below a limit.
-CLI::Validator NumberBelow(double limit)
-{
-    return CLI::Validator(
-        [=](std::string& text) {
-            double number = 0;
-            const char* end = text.data() + text.size();
-            const std::from_chars_result result = std::from_chars(text.data(), end, number);
-            const bool good = result.ec == std::errc() && result.ptr == end && number > 0 && number < limit;
-            return good ? std::string()
-                        : Tr("sample", "'%1' is wrong; give a number above 0 and below %2")
-                              .arg(QString::fromStdString(text), QString::number(limit, 'f', 0))
-                              .toStdString();
-        },
-        "");
-}
-
-CLI::Validator OneOf(const std::vector<std::string>& values)
-{
-    return CLI::Validator(
-        [=](std::string& text) {
-            return std::find(values.begin(), values.end(), text) != values.end()
-                       ? std::string()
-                       : Tr("sample", "'%1' is wrong; give one of %2")
-                             .arg(QString::fromStdString(text),
-                                  QString::fromStdString(CLI::detail::join(values, ", ")))
-                             .toStdString();
-        },
-        "");
-}
 
 station::Fault FaultOf(const std::string& name)
 {
@@ -127,27 +75,28 @@ void CheckLength(const station::StationOptions& options)
 
 void AddStationOptions(CLI::App& command, SampleOptions& options)
 {
-    station::StationOptions& values = options.station;
+    station::StationOptions& station = options.station;
     command
-        .add_option("--analog", values.analogChannels, HelpText("sample", "Analog channels, 0 to 4095 (32)"))
-        ->transform(WholeNumber(0, channelLimit - 1))
+        .add_option("--analog", station.analogChannels, HelpText("sample", "Analog channels, 0 to 4095 (32)"))
+        ->transform(values::WholeNumber(0, channelLimit - 1))
         ->type_name("N");
     command
-        .add_option("--discrete", values.discreteChannels,
+        .add_option("--discrete", station.discreteChannels,
                     HelpText("sample", "Discrete channels, 0 to 4095 (64)"))
-        ->transform(WholeNumber(0, channelLimit - 1))
+        ->transform(values::WholeNumber(0, channelLimit - 1))
         ->type_name("N");
     command
-        .add_option("--rate", values.sampleRate,
+        .add_option("--rate", station.sampleRate,
                     HelpText("sample", "Samples per second, below 10000000 (2400)"))
-        ->check(NumberBelow(rateLimit))
+        ->check(values::NumberBelow(rateLimit))
         ->type_name("HZ");
-    command.add_option("--seconds", values.seconds, HelpText("sample", "Length of a segment, below 268 (2)"))
-        ->check(NumberBelow(durationLimit))
+    command
+        .add_option("--seconds", station.seconds, HelpText("sample", "Length of a segment, below 268 (2)"))
+        ->check(values::NumberBelow(durationLimit))
         ->type_name("S");
     command
-        .add_option("--segments", values.segments, HelpText("sample", "Files of a recording, 1 to 16 (1)"))
-        ->transform(WholeNumber(1, segmentsLimit))
+        .add_option("--segments", station.segments, HelpText("sample", "Files of a recording, 1 to 16 (1)"))
+        ->transform(values::WholeNumber(1, segmentsLimit))
         ->type_name("N");
     CLI::Option* compressed = command.add_flag("--compressed", options.compressed,
                                                HelpText("sample", "Compress the samples (the default)"));
@@ -156,17 +105,17 @@ void AddStationOptions(CLI::App& command, SampleOptions& options)
     command
         .add_option("--code-page", options.codePage,
                     HelpText("sample", "Code page of the texts: cp866, cp1251 (cp866)"))
-        ->check(OneOf({"cp866", "cp1251"}))
+        ->check(values::OneOf({"cp866", "cp1251"}))
         ->type_name("NAME");
     command
         .add_option("--fault", options.fault,
                     HelpText("sample", "Fault on the line: single, two, three, none (single)"))
-        ->check(OneOf({"single", "two", "three", "none"}))
+        ->check(values::OneOf({"single", "two", "three", "none"}))
         ->type_name("KIND");
     command
-        .add_option("--seed", values.seed,
+        .add_option("--seed", station.seed,
                     HelpText("sample", "Seed of noise and operating times, 0 to 4294967295 (1)"))
-        ->transform(WholeNumber(0, UINT32_MAX))
+        ->transform(values::WholeNumber(0, UINT32_MAX))
         ->type_name("N");
 }
 

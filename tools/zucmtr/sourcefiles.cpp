@@ -1,5 +1,6 @@
 #include "sourcefiles.h"
 
+#include "explain/system.h"
 #include "texts.h"
 
 #include <QDir>
@@ -8,7 +9,6 @@
 
 #include <cerrno>
 #include <cstdio>
-#include <cstring>
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -18,7 +18,7 @@ namespace {
 
 QString SystemText()
 {
-    return QString::fromLocal8Bit(std::strerror(errno));
+    return explain::SystemText(errno);
 }
 
 void SyncPath(const QString& path, int flags)

@@ -4,6 +4,7 @@
 #include "output/target.h"
 #include "recordsource.h"
 #include "texts.h"
+#include "values.h"
 #include "view/view.h"
 
 #include <comtrade/record.h>
@@ -116,7 +117,7 @@ void AddOutputOptions(CLI::App& command, ViewOptions& options)
             .add_option(
                 "--window", options.window,
                 HelpText("view", "Hold this many seconds around the trigger, a third of them ahead of it"))
-            ->check(CLI::Range(0.001, 1e6).description(""))
+            ->check(values::Number(0.001, 1e6))
             ->type_name("SECONDS");
     command
         .add_flag("--full", options.full,
@@ -187,7 +188,6 @@ void AddViewCommand(CLI::App& app, Action& chosen)
         "Exit code: 0 written, 1 the record cannot be read or the page cannot be written, 2 wrong usage.\n"
         "\n"
         "Example, with the sample station:\n"
-        "  mkdir -p station\n"
         "  zucmtr sample --out station --force\n"
         "  zucmtr view station/Vostochnaya_000123.ZU -o station/fault.html"));
     command->callback([options, &chosen] { chosen = [options] { return RunView(*options); }; });

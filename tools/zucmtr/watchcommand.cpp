@@ -5,6 +5,7 @@
 #include "deviceoptions.h"
 #include "memorylimit.h"
 #include "texts.h"
+#include "values.h"
 #include "watch.h"
 #include "workers.h"
 #include "workoptions.h"
@@ -44,9 +45,14 @@ std::chrono::milliseconds Milliseconds(double seconds)
 void CheckDirectories(const WatchOptions& options)
 {
     for (const std::string& directory : options.directories) {
-        if (!QFileInfo(Text(directory)).isDir())
+        const QFileInfo info(Text(directory));
+        if (!info.exists())
+            throw ConfigurationError(Tr("watch", "there is no directory '%1'; make it first: mkdir -p %2")
+                                         .arg(Text(directory), ShellWord(Text(directory))));
+        if (!info.isDir())
             throw ConfigurationError(
-                Tr("watch", "'%1' is no directory; make it first, or give another one").arg(Text(directory)));
+                Tr("watch", "'%1' is no directory; give the one in which recordings arrive")
+                    .arg(Text(directory)));
     }
 }
 
@@ -117,7 +123,7 @@ void AddWatchOptions(CLI::App& command, WatchOptions& options)
                     HelpText("watch",
                              "Seconds after which the directories are looked through in any case, as "
                              "network file systems tell nothing. Default: 30"))
-        ->check(CLI::Range(0.01, 86400.0).description(""))
+        ->check(values::Number(0.01, 86400))
         ->type_name("SECONDS")
         ->default_str("");
     command
@@ -125,7 +131,7 @@ void AddWatchOptions(CLI::App& command, WatchOptions& options)
                     HelpText("watch",
                              "Seconds after which a recording that failed is tried again; doubled after "
                              "each failure. Default: 10"))
-        ->check(CLI::Range(0.0, 86400.0).description(""))
+        ->check(values::Number(0, 86400))
         ->type_name("SECONDS")
         ->default_str("");
     command
@@ -133,7 +139,7 @@ void AddWatchOptions(CLI::App& command, WatchOptions& options)
                     HelpText("watch",
                              "How often a recording is tried before it is given up until it changes. "
                              "Default: 8"))
-        ->check(CLI::Range(1, 1000).description(""))
+        ->transform(values::WholeNumber(1, 1000))
         ->type_name("N")
         ->default_str("");
     command.add_flag("--retry-given-up", options.retryGivenUp,
@@ -169,8 +175,8 @@ void AddWatchCommand(CLI::App& app, Action& chosen)
         "configuration.\n"
         "\n"
         "Example, with the sample station:\n"
-        "  mkdir -p station station/comtrade\n"
         "  zucmtr sample --out station --force\n"
+        "  mkdir -p station/comtrade\n"
         "  sed -i 's/^Время ожидания=.*/Время ожидания=200/' station/ZuDrv.ini\n"
         "  zucmtr watch --once --out station/comtrade station"));
     command->callback([options, &chosen] { chosen = [options] { return RunWatch(*options); }; });

@@ -1,6 +1,7 @@
 #include "watchjournal.h"
 
 #include "command.h"
+#include "explain/system.h"
 #include "output/target.h"
 #include "sourcefiles.h"
 #include "texts.h"
@@ -116,8 +117,8 @@ void WatchJournal::Open()
     do {
         file = std::make_unique<QFile>(path);
         if (!file->open(QIODevice::ReadWrite))
-            throw ConfigurationError(
-                Tr("watch", "--state: '%1' cannot be written: %2").arg(path, file->errorString()));
+            throw ConfigurationError(Tr("watch", "--state: '%1' cannot be written: %2; give another file")
+                                         .arg(path, explain::SystemText(file->errorString())));
         if (!Lock(*file))
             throw ConfigurationError(
                 Tr("watch", "--state: another 'zucmtr watch' works with '%1'; end it, or give another file")
@@ -223,7 +224,7 @@ void WatchJournal::Append(const QByteArray& bytes)
     const bool written = file->seek(size) && file->write(text) == text.size() && file->flush();
     if (!written || fdatasync(file->handle()) != 0)
         throw std::runtime_error(Tr("watch", "'%1' cannot be written: %2; free the disk")
-                                     .arg(path, file->errorString())
+                                     .arg(path, explain::SystemText(file->errorString()))
                                      .toStdString());
     if (size == 0)
         sourcefiles::Sync({}, QFileInfo(path).absolutePath()); // of a new file the name, too

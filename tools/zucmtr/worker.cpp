@@ -4,6 +4,7 @@
 #include "sourcefiles.h"
 #include "texts.h"
 
+#include <explain/file.h>
 #include <verify/recordname.h>
 #include <view/view.h>
 
@@ -88,6 +89,12 @@ BatchItem Worker::Work(const Recording& recording)
 
 void Worker::Do(BatchItem& item)
 {
+    const QString unfit = explain::NotConvertible(item.recording.path);
+    if (!unfit.isEmpty()) {
+        item.Fail(explain::WordOf(item.recording.path, reason::NotARecording),
+                  Tr("worker", "not converted: %1").arg(unfit));
+        return;
+    }
     if (order.dryRun) {
         Plan(item);
         return;
@@ -157,8 +164,7 @@ void Worker::Convert(BatchItem& item)
         item.written = true;
         return;
     }
-    const bool isThere = QFile::exists(item.recording.path);
-    item.Fail(isThere ? outcome.reason : reason::DoesNotExist,
+    item.Fail(explain::WordOf(item.recording.path, outcome.reason),
               Tr("worker", "not converted: %1").arg(outcome.error));
     try {
         // The library's device may have taken the channel order of this recording: the verifier's takes it

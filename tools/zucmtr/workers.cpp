@@ -36,8 +36,11 @@ void ReportLoadingNotes(unsigned int device, const DeviceChoice& choice)
     notes.erase(std::remove_if(notes.begin(), notes.end(), IsListOfBay), notes.end());
     if (notes.isEmpty())
         return;
-    Complain(Tr("convert", "warnings and notes on section [%1] of '%2':\n  ").arg(choice.device, choice.ini) +
-             notes.join(QLatin1String("\n  ")));
+    QStringList lines(
+        Tr("convert", "warnings and notes on section [%1] of '%2':").arg(choice.device, choice.ini));
+    for (const QString& note : notes)
+        lines << QStringLiteral("  ") + note;
+    Complain(lines);
 }
 
 } // namespace

@@ -255,32 +255,6 @@
         <translation>Объект JSON на каждую находку, для программ</translation>
     </message>
     <message>
-        <source>First files of recordings to compare with the sorting dictionary</source>
-        <translation>Первые файлы осциллограмм для сравнения со словарём сортировки</translation>
-    </message>
-    <message>
-        <source>Tells by lines what the converter ignores, takes from the defaults, drops or refuses, and what makes
-records that no program opens. An error is a section that does not load or a record that no program
-opens; a warning, something that is not what it looks like; a note, what may well be meant.
-
-Exit code: 0 nothing but notes, 1 errors or warnings, 2 wrong usage.
-
-Example, with the sample station:
-  mkdir -p station
-  zucmtr sample --out station --force
-  zucmtr check --ini station/ZuDrv.ini station/*.ZU</source>
-        <translation>Рассказывает по строкам, что преобразователь не замечает, берёт из умолчаний, отбрасывает или отвергает и из-за
-чего запись не откроет ни одна программа. Ошибка — секция не загружается или запись не открыть;
-предупреждение — что-то не то, чем кажется; замечание — что, возможно, так и задумано.
-
-Код завершения: 0 только замечания, 1 ошибки или предупреждения, 2 неверный вызов.
-
-Пример с учебной станцией:
-  mkdir -p station
-  zucmtr sample --out station --force
-  zucmtr check --ini station/ZuDrv.ini station/*.ZU</translation>
-    </message>
-    <message>
         <source>&apos;%1&apos; counts as 0; give the highest number that is there</source>
         <translation>«%1» считается нулём; дайте наибольший имеющийся номер</translation>
     </message>
@@ -295,6 +269,34 @@ Example, with the sample station:
     <message>
         <source>&apos;%1&apos; is too large and is taken as %2; give the number that is meant</source>
         <translation>«%1» слишком велико и принимается за %2; дайте нужное число</translation>
+    </message>
+    <message>
+        <source>there are two ini files, &apos;%1&apos; and &apos;%2&apos;; check one after the other</source>
+        <translation>даны два ini-файла, «%1» и «%2»; проверьте их по одному</translation>
+    </message>
+    <message>
+        <source>The ini file, and first files of recordings to compare with its sorting dictionary</source>
+        <translation>Ini-файл и первые файлы осциллограмм для сравнения с его словарём сортировки</translation>
+    </message>
+    <message>
+        <source>Tells by lines what the converter ignores, takes from the defaults, drops or refuses, and what makes
+records that no program opens. An error is a section that does not load or a record that no program
+opens; a warning, something that is not what it looks like; a note, what may well be meant.
+
+Exit code: 0 nothing but notes, 1 errors or warnings, 2 wrong usage.
+
+Example, with the sample station:
+  zucmtr sample --out station --force
+  zucmtr check station/ZuDrv.ini station/*.ZU</source>
+        <translation>Рассказывает по строкам, что преобразователь не замечает, берёт из умолчаний, отбрасывает или отвергает и из-за
+чего запись не откроет ни одна программа. Ошибка — секция не загружается или запись не открыть;
+предупреждение — что-то не то, чем кажется; замечание — что, возможно, так и задумано.
+
+Код завершения: 0 только замечания, 1 ошибки или предупреждения, 2 неверный вызов.
+
+Пример с учебной станцией:
+  zucmtr sample --out station --force
+  zucmtr check station/ZuDrv.ini station/*.ZU</translation>
     </message>
 </context>
 <context>
@@ -312,20 +314,8 @@ Example, with the sample station:
         <translation>%1: нет права записи в «%2»; выберите другой каталог</translation>
     </message>
     <message>
-        <source>%1: the directory &apos;%2&apos; cannot be made; choose another one</source>
-        <translation>%1: каталог «%2» не создаётся; выберите другой</translation>
-    </message>
-    <message>
-        <source>--ini: the file &apos;%1&apos; does not exist; give the path of the recorders&apos; ini file</source>
-        <translation>--ini: файла «%1» нет; укажите путь к ini-файлу регистраторов</translation>
-    </message>
-    <message>
         <source>--ini: &apos;%1&apos; is not a file; give the path of the recorders&apos; ini file</source>
         <translation>--ini: «%1» не файл; укажите путь к ini-файлу регистраторов</translation>
-    </message>
-    <message>
-        <source>--ini: no permission to read &apos;%1&apos;; check its permissions</source>
-        <translation>--ini: нет права чтения «%1»; проверьте права доступа</translation>
     </message>
     <message>
         <source>--log: cannot write the file &apos;%1&apos;; give a file in a directory that exists and can be written to</source>
@@ -339,23 +329,17 @@ Example, with the sample station:
         <source>&apos;%1&apos; has no section [%2]; it has [%3]</source>
         <translation>в «%1» нет секции [%2]; есть [%3]</translation>
     </message>
+    <message>
+        <source>%1: the directory &apos;%2&apos; cannot be made, since &apos;%3&apos; is a file; choose another one</source>
+        <translation>%1: каталог «%2» не создаётся: «%3» — файл; выберите другой</translation>
+    </message>
+    <message>
+        <source>%1: the directory &apos;%2&apos; cannot be made: %3; choose another one</source>
+        <translation>%1: каталог «%2» не создаётся: %3; выберите другой</translation>
+    </message>
 </context>
 <context>
     <name>choice</name>
-    <message>
-        <source>
-  &apos;%1&apos; for &apos;%2&apos;</source>
-        <translation>
-  «%1» для «%2»</translation>
-    </message>
-    <message>
-        <source>there is no %1 beside &apos;%2&apos; or in the current directory; name the recorders&apos; ini file by --ini</source>
-        <translation>рядом с «%2» и в текущем каталоге нет %1; укажите ini-файл регистраторов ключом --ini</translation>
-    </message>
-    <message>
-        <source>the recordings have different ini files; convert them one directory after the other, or name one file by --ini:%1</source>
-        <translation>у осциллограмм разные ini-файлы; преобразуйте каталоги по одному или укажите один файл ключом --ini:%1</translation>
-    </message>
     <message>
         <source>&apos;%1&apos; has no section [Default]; name the section with the defaults by --defaults: it has %2</source>
         <translation>в «%1» нет секции [Default]; укажите секцию умолчаний ключом --defaults: есть %2</translation>
@@ -367,6 +351,26 @@ Example, with the sample station:
     <message>
         <source>&apos;%1&apos; has no section at all; is it the recorders&apos; ini file?</source>
         <translation>в «%1» нет ни одной секции; это ini-файл регистраторов?</translation>
+    </message>
+    <message>
+        <source>  &apos;%1&apos; for &apos;%2&apos;</source>
+        <translation>  «%1» для «%2»</translation>
+    </message>
+    <message>
+        <source>name the recorders&apos; ini file by --ini, or have &apos;zucmtr dictionary --complete&apos; make one</source>
+        <translation>укажите ini-файл регистраторов ключом --ini или составьте его: «zucmtr dictionary --complete»</translation>
+    </message>
+    <message>
+        <source>there is no %1 in the current directory; %2</source>
+        <translation>в текущем каталоге нет %1; %2</translation>
+    </message>
+    <message>
+        <source>there is no %1 in &apos;%2&apos; or in the current directory; %3</source>
+        <translation>в «%2» и в текущем каталоге нет %1; %3</translation>
+    </message>
+    <message>
+        <source>the recordings have different ini files; convert them one directory after the other, or name one file by --ini:</source>
+        <translation>у осциллограмм разные ini-файлы; преобразуйте каталоги по одному или укажите один файл ключом --ini:</translation>
     </message>
 </context>
 <context>
@@ -527,18 +531,128 @@ Example, with the sample station:
         <source>has no DAT section</source>
         <translation>нет раздела DAT</translation>
     </message>
+    <message>
+        <source>station, device, revision</source>
+        <translation>объект, регистратор, редакция</translation>
+    </message>
+    <message>
+        <source>channel counts</source>
+        <translation>число каналов</translation>
+    </message>
+    <message>
+        <source>channel count</source>
+        <translation>число каналов</translation>
+    </message>
+    <message>
+        <source>an analog channel</source>
+        <translation>аналоговый канал</translation>
+    </message>
+    <message>
+        <source>a status channel</source>
+        <translation>дискретный канал</translation>
+    </message>
+    <message>
+        <source>channel number</source>
+        <translation>номер канала</translation>
+    </message>
+    <message>
+        <source>multiplier a</source>
+        <translation>множитель a</translation>
+    </message>
+    <message>
+        <source>offset b</source>
+        <translation>смещение b</translation>
+    </message>
+    <message>
+        <source>skew</source>
+        <translation>сдвиг времени</translation>
+    </message>
+    <message>
+        <source>minimum</source>
+        <translation>минимум</translation>
+    </message>
+    <message>
+        <source>maximum</source>
+        <translation>максимум</translation>
+    </message>
+    <message>
+        <source>primary factor</source>
+        <translation>первичный коэффициент</translation>
+    </message>
+    <message>
+        <source>secondary factor</source>
+        <translation>вторичный коэффициент</translation>
+    </message>
+    <message>
+        <source>normal state</source>
+        <translation>нормальное состояние</translation>
+    </message>
+    <message>
+        <source>line frequency</source>
+        <translation>частота сети</translation>
+    </message>
+    <message>
+        <source>number of rates</source>
+        <translation>число частот дискретизации</translation>
+    </message>
+    <message>
+        <source>a sampling rate</source>
+        <translation>частота дискретизации</translation>
+    </message>
+    <message>
+        <source>rate</source>
+        <translation>частота дискретизации</translation>
+    </message>
+    <message>
+        <source>last sample</source>
+        <translation>номер последней выборки</translation>
+    </message>
+    <message>
+        <source>start time</source>
+        <translation>время первой выборки</translation>
+    </message>
+    <message>
+        <source>trigger time</source>
+        <translation>время пуска</translation>
+    </message>
+    <message>
+        <source>hour</source>
+        <translation>час</translation>
+    </message>
+    <message>
+        <source>minute</source>
+        <translation>минута</translation>
+    </message>
+    <message>
+        <source>second</source>
+        <translation>секунда</translation>
+    </message>
+    <message>
+        <source>decimals of a second</source>
+        <translation>доли секунды</translation>
+    </message>
+    <message>
+        <source>data file type</source>
+        <translation>тип файла данных</translation>
+    </message>
+    <message>
+        <source>time multiplier</source>
+        <translation>множитель времени</translation>
+    </message>
+    <message>
+        <source>time codes</source>
+        <translation>коды времени</translation>
+    </message>
+    <message>
+        <source>time quality</source>
+        <translation>качество времени</translation>
+    </message>
 </context>
 <context>
     <name>convert</name>
     <message>
         <source>&apos;%1&apos; has &apos;Удалять исходные = 1&apos; in force for [%2]: the recordings would be deleted before their records are verified. Set the key to 0 and give --remove-source, which deletes each recording after its record is verified; or give --trust-writer to delete them unseen</source>
         <translation>в «%1» для [%2] действует «Удалять исходные = 1»: осциллограммы были бы удалены до проверки записей. Установите ключ в 0 и дайте --remove-source, чтобы удалять каждую осциллограмму после проверки её записи; или дайте --trust-writer, чтобы удалять без проверки</translation>
-    </message>
-    <message>
-        <source>warnings and notes on section [%1] of &apos;%2&apos;:
-  </source>
-        <translation>предупреждения и замечания к секции [%1] файла «%2»:
-  </translation>
     </message>
     <message>
         <source>Existing directory for the COMTRADE files. Default: the current directory</source>
@@ -581,6 +695,22 @@ Example, with the sample station:
         <translation>Сообщать о каждой осциллограмме объектом JSON в стандартный вывод</translation>
     </message>
     <message>
+        <source>Convert recordings into COMTRADE records</source>
+        <translation>Преобразовать осциллограммы в записи COMTRADE</translation>
+    </message>
+    <message>
+        <source>First files of the recordings, or directories with recordings</source>
+        <translation>Первые файлы осциллограмм или каталоги с осциллограммами</translation>
+    </message>
+    <message>
+        <source>--remove-source and --archive need a verified record; leave --trust-writer out</source>
+        <translation>для --remove-source и --archive нужна проверенная запись; уберите --trust-writer</translation>
+    </message>
+    <message>
+        <source>not converted: %1</source>
+        <translation>не преобразована: %1</translation>
+    </message>
+    <message>
         <source>A recording is a first file (.ZU or .zu) with its continuation files (.Z01 ... .Z0f) beside it; give the
 first file or the directory, the others are found. For each recording one line on standard output tells
 the record&apos;s name and the notes on it; failures and the summary go to standard error.
@@ -590,7 +720,6 @@ Exit code: 0 all recordings converted, 1 at least one failed, 2 wrong usage or c
 by Ctrl-C (143 by SIGTERM).
 
 Example, with the sample station:
-  mkdir -p station
   zucmtr sample --out station
   zucmtr convert --out station/comtrade --make-out station/*.ZU</source>
         <translation>Осциллограмма — это первый файл (.ZU или .zu) и файлы продолжения (.Z01 ... .Z0f) рядом с ним; укажите
@@ -602,21 +731,12 @@ Ctrl-C завершает работу после начатых осцилло�
 по Ctrl-C (143 по SIGTERM).
 
 Пример с учебной станцией:
-  mkdir -p station
   zucmtr sample --out station
   zucmtr convert --out station/comtrade --make-out station/*.ZU</translation>
     </message>
     <message>
-        <source>Convert recordings into COMTRADE records</source>
-        <translation>Преобразовать осциллограммы в записи COMTRADE</translation>
-    </message>
-    <message>
-        <source>First files of the recordings, or directories with recordings</source>
-        <translation>Первые файлы осциллограмм или каталоги с осциллограммами</translation>
-    </message>
-    <message>
-        <source>--remove-source and --archive need a verified record; leave --trust-writer out</source>
-        <translation>для --remove-source и --archive нужна проверенная запись; уберите --trust-writer</translation>
+        <source>warnings and notes on section [%1] of &apos;%2&apos;:</source>
+        <translation>предупреждения и замечания к секции [%1] файла «%2»:</translation>
     </message>
 </context>
 <context>
@@ -721,6 +841,10 @@ Ctrl-C завершает работу после начатых осцилло�
         <translation>Первый файл осциллограммы (.ZU)</translation>
     </message>
     <message>
+        <source>File to write; it must not be there. Default: standard output, as for -</source>
+        <translation>Файл для записи; его не должно быть. По умолчанию и для «-» — стандартный вывод</translation>
+    </message>
+    <message>
         <source>Voltage level, equipment and groups are guessed from names and units; every guess has a comment. What
 could not be guessed stays unsorted until somebody adds its parameters. Names that an ini file cannot
 hold become comments.
@@ -728,7 +852,7 @@ hold become comments.
 Exit code: 0 written, 1 the recording cannot be read, 2 wrong usage.
 
 Example, with the sample station:
-  mkdir -p station new
+  mkdir -p new
   zucmtr sample --out station
   zucmtr dictionary --complete --output new/ZuDrv.ini --force station/Vostochnaya_000123.ZU
   zucmtr convert --ini new/ZuDrv.ini --out new station/Vostochnaya_000123.ZU</source>
@@ -739,14 +863,110 @@ Example, with the sample station:
 Код завершения: 0 записано, 1 осциллограмма не читается, 2 неверный вызов.
 
 Пример с учебной станцией:
-  mkdir -p station new
+  mkdir -p new
   zucmtr sample --out station
   zucmtr dictionary --complete --output new/ZuDrv.ini --force station/Vostochnaya_000123.ZU
   zucmtr convert --ini new/ZuDrv.ini --out new station/Vostochnaya_000123.ZU</translation>
     </message>
+</context>
+<context>
+    <name>file</name>
     <message>
-        <source>File to write; it must not be there. Default: standard output, as for -</source>
-        <translation>Файл для записи; его не должно быть. По умолчанию и для «-» — стандартный вывод</translation>
+        <source>the path is too long; shorten the names</source>
+        <translation>слишком длинный путь; сократите имена</translation>
+    </message>
+    <message>
+        <source>no permission to look into its directory; check the permissions</source>
+        <translation>нет права доступа к каталогу файла; проверьте права</translation>
+    </message>
+    <message>
+        <source>it is a link that leads back to itself; remove it</source>
+        <translation>это ссылка, ведущая на саму себя; удалите её</translation>
+    </message>
+    <message>
+        <source>it is a link to &apos;%1&apos;, which is not there</source>
+        <translation>это ссылка на «%1», а такого файла нет</translation>
+    </message>
+    <message>
+        <source>there is no such file; check the path</source>
+        <translation>такого файла нет; проверьте путь</translation>
+    </message>
+    <message>
+        <source>it is a directory; give a file</source>
+        <translation>это каталог; укажите файл</translation>
+    </message>
+    <message>
+        <source>it is a directory; give a file in it, such as &apos;%1&apos;</source>
+        <translation>это каталог; укажите файл в нём, например «%1»</translation>
+    </message>
+    <message>
+        <source>it is a COMTRADE record, not a recording; &apos;zucmtr info&apos; and &apos;zucmtr view&apos; take it</source>
+        <translation>это запись COMTRADE, а не осциллограмма; её принимают «zucmtr info» и «zucmtr view»</translation>
+    </message>
+    <message>
+        <source>it is a part of a COMTRADE record, whose .cfg file is not beside it; give the .cfg file</source>
+        <translation>это часть записи COMTRADE, а её файла .cfg рядом нет; укажите файл .cfg</translation>
+    </message>
+    <message>
+        <source>it is a part of a COMTRADE record; give its configuration &apos;%1&apos;</source>
+        <translation>это часть записи COMTRADE; укажите её конфигурацию «%1»</translation>
+    </message>
+    <message>
+        <source>it is an ini file, not a recording; name it by --ini, or look at it with &apos;zucmtr check&apos;</source>
+        <translation>это ini-файл, а не осциллограмма; укажите его ключом --ini или проверьте командой «zucmtr check»</translation>
+    </message>
+    <message>
+        <source>the file is empty; was the copy interrupted?</source>
+        <translation>файл пуст; не прервано ли копирование?</translation>
+    </message>
+    <message>
+        <source>it is no recording: its content is a COMTRADE record&apos;s; give it the ending %1</source>
+        <translation>это не осциллограмма: по содержимому это запись COMTRADE; дайте файлу расширение %1</translation>
+    </message>
+    <message>
+        <source>it is no recording: it does not begin as a recorder&apos;s file does</source>
+        <translation>это не осциллограмма: начало не такое, как у файлов регистратора</translation>
+    </message>
+    <message>
+        <source>the path is empty; give a file</source>
+        <translation>путь пуст; укажите файл</translation>
+    </message>
+    <message>
+        <source>it is a pipe; save what comes out of it in a file, and give that</source>
+        <translation>это канал; сохраните данные из него в файл и укажите этот файл</translation>
+    </message>
+    <message>
+        <source>it is a device or a socket; give a file</source>
+        <translation>это устройство или сокет; укажите файл</translation>
+    </message>
+    <message>
+        <source>no permission to read the file; check its permissions</source>
+        <translation>нет права чтения файла; проверьте права доступа</translation>
+    </message>
+    <message>
+        <source>the name of a recording ends in .ZU or .zu; rename the file</source>
+        <translation>имя осциллограммы должно кончаться на .ZU или .zu; переименуйте файл</translation>
+    </message>
+    <message>
+        <source>it is no COMTRADE record: its content is a recording&apos;s; give it the ending .ZU</source>
+        <translation>это не запись COMTRADE: по содержимому это осциллограмма; дайте файлу расширение .ZU</translation>
+    </message>
+</context>
+<context>
+    <name>help</name>
+    <message>
+        <source>Print the help of the program or of a command</source>
+        <translation>Показать справку программы или команды</translation>
+    </message>
+    <message>
+        <source>The command: %1</source>
+        <translation>Команда: %1</translation>
+    </message>
+    <message>
+        <source>Example:
+  zucmtr help convert</source>
+        <translation>Пример:
+  zucmtr help convert</translation>
     </message>
 </context>
 <context>
@@ -756,28 +976,28 @@ Example, with the sample station:
         <translation>запись не удалось поставить на место, остался «%1»; освободите конечное имя и диск и преобразуйте снова</translation>
     </message>
     <message>
-        <source>--defaults: section [%1] of &apos;%2&apos; does not load: %3</source>
-        <translation>--defaults: секция [%1] файла «%2» не загружается: %3</translation>
-    </message>
-    <message>
         <source>--device: section [%1] of &apos;%2&apos; does not load</source>
         <translation>--device: секция [%1] файла «%2» не загружается</translation>
     </message>
     <message>
-        <source>
-The log says:
-  </source>
-        <translation>
-В журнале:
-  </translation>
-    </message>
-    <message>
-        <source>the start comment has too few values, or the segments have analog but no discrete channels [exception in the library: %1]</source>
-        <translation>в комментарии пуска мало значений, или в сегментах есть аналоговые и нет дискретных каналов [исключение в библиотеке: %1]</translation>
-    </message>
-    <message>
         <source>exception in the library: %1</source>
         <translation>исключение в библиотеке: %1</translation>
+    </message>
+    <message>
+        <source>--defaults: section [%1] of &apos;%2&apos; does not load</source>
+        <translation>--defaults: секция [%1] файла «%2» не загружается</translation>
+    </message>
+    <message>
+        <source>The log says:</source>
+        <translation>В журнале:</translation>
+    </message>
+    <message>
+        <source>&apos;zucmtr check --ini %1&apos; explains it line by line.</source>
+        <translation>Построчное объяснение: «zucmtr check --ini %1».</translation>
+    </message>
+    <message>
+        <source>the start comment has too few values, or the segments have analog but no discrete channels; the library gives up such a recording</source>
+        <translation>в комментарии пуска не хватает значений, или в сегментах есть аналоговые каналы и нет дискретных; библиотека отказывается от такой осциллограммы</translation>
     </message>
 </context>
 <context>
@@ -975,10 +1195,6 @@ The log says:
         <translation>в заголовке %1</translation>
     </message>
     <message>
-        <source>does not exist</source>
-        <translation>нет такого файла</translation>
-    </message>
-    <message>
         <source>its files have analog channels and no discrete one, so that they cannot be compared; the library gives up such a recording with an exception</source>
         <translation>в файлах есть аналоговые каналы и нет дискретных, поэтому их нельзя сравнить; библиотека отказывается от такой осциллограммы исключением</translation>
     </message>
@@ -1017,28 +1233,6 @@ The log says:
     <message>
         <source>First files of recordings (.ZU), or the .cfg or .cff files of records</source>
         <translation>Первые файлы осциллограмм (.ZU) или файлы .cfg или .cff записей</translation>
-    </message>
-    <message>
-        <source>Of a recording: its times with zone, duration, rate, the segments found and why the chain
-ends, the start comment as stored and as understood, the channels. Of a record: what its
-configuration tells, and whether all its data are there.
-
-Exit code: 0 all files are good, 1 something is wrong with at least one, 2 wrong usage.
-
-Example, with the sample station:
-  mkdir -p station
-  zucmtr sample --out station
-  zucmtr info --no-channels station/*.ZU</source>
-        <translation>Об осциллограмме: время с часовым поясом, длительность, частота, найденные сегменты и почему цепочка
-кончается, комментарий пуска как записан и как понят, каналы. О записи: что говорит конфигурация и все ли
-данные на месте.
-
-Код завершения: 0 все файлы исправны, 1 хотя бы с одним что-то не так, 2 неверный вызов.
-
-Пример с учебной станцией:
-  mkdir -p station
-  zucmtr sample --out station
-  zucmtr info --no-channels station/*.ZU</translation>
     </message>
     <message>
         <source>not constant, the samples have time stamps</source>
@@ -1096,6 +1290,173 @@ Example, with the sample station:
         <source>unknown</source>
         <translation>неизвестна</translation>
     </message>
+    <message>
+        <source>Of a recording: its times with zone, duration, rate, the segments found and why the chain
+ends, the start comment as stored and as understood, the channels. Of a record: what its
+configuration tells, and whether all its data are there.
+
+Exit code: 0 all files are good, 1 something is wrong with at least one, 2 wrong usage.
+
+Example, with the sample station:
+  zucmtr sample --out station
+  zucmtr info --no-channels station/*.ZU</source>
+        <translation>Об осциллограмме: время с часовым поясом, длительность, частота, найденные сегменты и почему цепочка
+кончается, комментарий пуска как записан и как понят, каналы. О записи: что говорит конфигурация и все ли
+данные на месте.
+
+Код завершения: 0 все файлы исправны, 1 хотя бы с одним что-то не так, 2 неверный вызов.
+
+Пример с учебной станцией:
+  zucmtr sample --out station
+  zucmtr info --no-channels station/*.ZU</translation>
+    </message>
+    <message>
+        <source>kB</source>
+        <translation>кБ</translation>
+    </message>
+    <message>
+        <source>MB</source>
+        <translation>МБ</translation>
+    </message>
+    <message>
+        <source>GB</source>
+        <translation>ГБ</translation>
+    </message>
+</context>
+<context>
+    <name>library</name>
+    <message>
+        <source>there is no such file; check the path</source>
+        <translation>такого файла нет; проверьте путь</translation>
+    </message>
+    <message>
+        <source>the directory for the record is gone; make it again</source>
+        <translation>каталог для записи исчез; создайте его снова</translation>
+    </message>
+    <message>
+        <source>the name of a recording ends in .ZU or .zu; rename the file</source>
+        <translation>имя осциллограммы должно кончаться на .ZU или .zu; переименуйте файл</translation>
+    </message>
+    <message>
+        <source>the file cannot be opened; check its permissions</source>
+        <translation>файл не открывается; проверьте права доступа</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; cannot be written; check the free space and the permissions</source>
+        <translation>«%1» не записывается; проверьте свободное место и права доступа</translation>
+    </message>
+    <message>
+        <source>there is not enough memory; give more by --max-memory, or convert fewer recordings at once</source>
+        <translation>не хватает памяти; дайте больше ключом --max-memory или преобразуйте меньше осциллограмм одновременно</translation>
+    </message>
+    <message>
+        <source>the file ends within its header; was the copy interrupted?</source>
+        <translation>файл обрывается в своём заголовке; не прервано ли копирование?</translation>
+    </message>
+    <message>
+        <source>the file ends before all the channels that its header promises; was the copy interrupted?</source>
+        <translation>файл обрывается раньше, чем кончаются каналы, указанные в заголовке; не прервано ли копирование?</translation>
+    </message>
+    <message>
+        <source>it is no recording: it does not begin as a recorder&apos;s file does</source>
+        <translation>это не осциллограмма: начало не такое, как у файлов регистратора</translation>
+    </message>
+    <message>
+        <source>it is no recording: its title is not a recorder&apos;s in either code page</source>
+        <translation>это не осциллограмма: название не такое, как у регистратора, ни в одной из кодировок</translation>
+    </message>
+    <message>
+        <source>the header is damaged: its time zone is out of range</source>
+        <translation>заголовок повреждён: часовой пояс вне допустимых пределов</translation>
+    </message>
+    <message>
+        <source>the file is damaged: the header of a channel has a wrong length</source>
+        <translation>файл повреждён: неверная длина заголовка канала</translation>
+    </message>
+    <message>
+        <source>the header is damaged: the time of the first sample is out of range</source>
+        <translation>заголовок повреждён: время первой выборки вне допустимых пределов</translation>
+    </message>
+    <message>
+        <source>the header is damaged: the time of the trigger is out of range</source>
+        <translation>заголовок повреждён: время пуска вне допустимых пределов</translation>
+    </message>
+    <message>
+        <source>the header is damaged: the duration is out of range</source>
+        <translation>заголовок повреждён: длительность вне допустимых пределов</translation>
+    </message>
+    <message>
+        <source>the header is damaged: it promises too many channels</source>
+        <translation>заголовок повреждён: в нём указано слишком много каналов</translation>
+    </message>
+    <message>
+        <source>the header is damaged: it gives a wrong size for itself</source>
+        <translation>заголовок повреждён: в нём указан неверный размер самого заголовка</translation>
+    </message>
+    <message>
+        <source>the file is damaged: it has a channel of an unknown kind</source>
+        <translation>файл повреждён: в нём канал неизвестного вида</translation>
+    </message>
+    <message>
+        <source>an analog channel cannot be read: %1</source>
+        <translation>аналоговый канал не читается: %1</translation>
+    </message>
+    <message>
+        <source>a discrete channel cannot be read: %1</source>
+        <translation>дискретный канал не читается: %1</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; has no data</source>
+        <translation>у «%1» нет данных</translation>
+    </message>
+    <message>
+        <source>the file ends within its header</source>
+        <translation>файл обрывается в заголовке канала</translation>
+    </message>
+    <message>
+        <source>the file ends within its data; was the copy interrupted?</source>
+        <translation>файл обрывается в данных канала; не прервано ли копирование?</translation>
+    </message>
+    <message>
+        <source>the number of its changes does not fit the size of its data</source>
+        <translation>число изменений не соответствует размеру данных</translation>
+    </message>
+    <message>
+        <source>the number of its samples does not fit the size of its data</source>
+        <translation>число выборок не соответствует размеру данных</translation>
+    </message>
+    <message>
+        <source>its compressed data are damaged</source>
+        <translation>сжатые данные повреждены</translation>
+    </message>
+    <message>
+        <source>the analog channels of &apos;%1&apos; have different sampling rates</source>
+        <translation>у аналоговых каналов в «%1» разные частоты дискретизации</translation>
+    </message>
+    <message>
+        <source>the analog channels of &apos;%1&apos; have different numbers of samples</source>
+        <translation>у аналоговых каналов в «%1» разное число выборок</translation>
+    </message>
+    <message>
+        <source>its files have different sampling rates</source>
+        <translation>в файлах осциллограммы разные частоты дискретизации</translation>
+    </message>
+    <message>
+        <source>its sampling rate is 0, so it cannot be converted</source>
+        <translation>частота дискретизации равна 0, преобразовать нельзя</translation>
+    </message>
+    <message>
+        <source>its duration is 0, so it cannot be converted</source>
+        <translation>длительность равна 0, преобразовать нельзя</translation>
+    </message>
+    <message>
+        <source>the recording of &apos;%1&apos; ends early, a continuation file cannot be read: %2</source>
+        <translation>осциллограмма «%1» кончается раньше, файл продолжения не читается: %2</translation>
+    </message>
+    <message>
+        <source>the recording ends early, &apos;%1&apos; does not continue &apos;%2&apos;: they differ</source>
+        <translation>осциллограмма кончается раньше, «%1» не продолжает «%2»: параметры различны</translation>
+    </message>
 </context>
 <context>
     <name>log</name>
@@ -1119,12 +1480,6 @@ Example, with the sample station:
 <context>
     <name>main</name>
     <message>
-        <source>%1
-Run &apos;%2 --help&apos; for the options and an example.</source>
-        <translation>%1
-Ключи и пример: «%2 --help».</translation>
-    </message>
-    <message>
         <source>no command is given</source>
         <translation>не указана команда</translation>
     </message>
@@ -1145,18 +1500,6 @@ Run &apos;%2 --help&apos; for the options and an example.</source>
         <translation>Показать версию и завершить работу</translation>
     </message>
     <message>
-        <source>&apos;zucmtr COMMAND --help&apos; tells more about a command. To try the program:
-
-  mkdir -p station
-  zucmtr sample --out station
-  zucmtr convert --out station/comtrade --make-out station</source>
-        <translation>Подробнее о команде: «zucmtr КОМАНДА --help». Чтобы попробовать программу:
-
-  mkdir -p station
-  zucmtr sample --out station
-  zucmtr convert --out station/comtrade --make-out station</translation>
-    </message>
-    <message>
         <source>out of memory; work on fewer or shorter recordings</source>
         <translation>не хватает памяти; возьмите меньше осциллограмм или более короткие</translation>
     </message>
@@ -1167,6 +1510,20 @@ Run &apos;%2 --help&apos; for the options and an example.</source>
     <message>
         <source>standard output could not be written; check the disk or the pipe</source>
         <translation>стандартный вывод не записывается; проверьте диск или канал</translation>
+    </message>
+    <message>
+        <source>&apos;zucmtr help COMMAND&apos; tells more about a command. To try the program:
+
+  zucmtr sample --out station
+  zucmtr convert --out station/comtrade --make-out station</source>
+        <translation>Подробнее о команде: «zucmtr help КОМАНДА». Чтобы попробовать программу:
+
+  zucmtr sample --out station
+  zucmtr convert --out station/comtrade --make-out station</translation>
+    </message>
+    <message>
+        <source>Run &apos;%1 --help&apos; for the options and an example.</source>
+        <translation>Ключи и пример: «%1 --help».</translation>
     </message>
 </context>
 <context>
@@ -1202,34 +1559,6 @@ Run &apos;%2 --help&apos; for the options and an example.</source>
         <translation>не указано: %1</translation>
     </message>
     <message>
-        <source>%1 requires %2</source>
-        <translation>%1 нужен вместе с %2</translation>
-    </message>
-    <message>
-        <source>%1 excludes %2</source>
-        <translation>%1 и %2 вместе нельзя</translation>
-    </message>
-    <message>
-        <source>The following argument was not expected: %1</source>
-        <translation>лишний аргумент: %1</translation>
-    </message>
-    <message>
-        <source>The following arguments were not expected: %1</source>
-        <translation>лишние аргументы: %1</translation>
-    </message>
-    <message>
-        <source>Could not convert: %1</source>
-        <translation>значение не подходит: %1</translation>
-    </message>
-    <message>
-        <source>%1: 1 required %2 missing</source>
-        <translation>%1: нет значения (%2)</translation>
-    </message>
-    <message>
-        <source>%1: Value %2</source>
-        <translation>%1: значение %2</translation>
-    </message>
-    <message>
         <source>Options</source>
         <translation>Ключи</translation>
     </message>
@@ -1253,6 +1582,138 @@ Run &apos;%2 --help&apos; for the options and an example.</source>
         <source>Positionals</source>
         <translation>Аргументы</translation>
     </message>
+    <message>
+        <source>REQUIRED</source>
+        <translation>ОБЯЗАТЕЛЬНО</translation>
+    </message>
+    <message>
+        <source>Excludes</source>
+        <translation>Несовместимо с</translation>
+    </message>
+    <message>
+        <source>Needs</source>
+        <translation>Требует</translation>
+    </message>
+    <message>
+        <source>FILE</source>
+        <translation>ФАЙЛ</translation>
+    </message>
+    <message>
+        <source>DIR</source>
+        <translation>КАТАЛОГ</translation>
+    </message>
+    <message>
+        <source>SECTION</source>
+        <translation>СЕКЦИЯ</translation>
+    </message>
+    <message>
+        <source>COMMAND</source>
+        <translation>КОМАНДА</translation>
+    </message>
+    <message>
+        <source>NAME</source>
+        <translation>ИМЯ</translation>
+    </message>
+    <message>
+        <source>KIND</source>
+        <translation>ВИД</translation>
+    </message>
+    <message>
+        <source>SIZE</source>
+        <translation>РАЗМЕР</translation>
+    </message>
+    <message>
+        <source>SECONDS</source>
+        <translation>СЕКУНДЫ</translation>
+    </message>
+    <message>
+        <source>N</source>
+        <translation>ЧИСЛО</translation>
+    </message>
+    <message>
+        <source>HZ</source>
+        <translation>ГЦ</translation>
+    </message>
+    <message>
+        <source>S</source>
+        <translation>СЕКУНДЫ</translation>
+    </message>
+    <message>
+        <source>%1 is given without %2; give both</source>
+        <translation>%1 указан без %2; укажите оба</translation>
+    </message>
+    <message>
+        <source>%1 and %2 exclude each other; leave one out</source>
+        <translation>%1 и %2 вместе нельзя; уберите один из них</translation>
+    </message>
+    <message>
+        <source>%1: the value is missing (%2)</source>
+        <translation>%1: нет значения (%2)</translation>
+    </message>
+    <message>
+        <source>%1 is given %2 times; give it once</source>
+        <translation>%1: указано раз: %2; укажите один раз</translation>
+    </message>
+    <message>
+        <source>%1 takes no value; leave &apos;%2&apos; out</source>
+        <translation>%1 — ключ без значения; уберите «%2»</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1: %2</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; has no option %2</source>
+        <translation>у «%1» нет ключа %2</translation>
+    </message>
+    <message>
+        <source>%1 stands before the command; put it after</source>
+        <translation>%1 стоит перед командой; поставьте его после неё</translation>
+    </message>
+    <message>
+        <source>; it is one of %1</source>
+        <translation>; он есть у %1</translation>
+    </message>
+    <message>
+        <source>; did you mean %1?</source>
+        <translation>; может быть, %1?</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is too much: &apos;%2&apos; takes nothing but options</source>
+        <translation>«%1» — лишнее: у «%2» есть только ключи</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is too much: &apos;%2&apos; takes one %3</source>
+        <translation>«%1» — лишнее: у «%2» только один аргумент (%3)</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is no command; say first what to do with it, as in: zucmtr info %2</source>
+        <translation>«%1» — не команда; укажите сначала, что делать, например: zucmtr info %2</translation>
+    </message>
+    <message>
+        <source>there is no command &apos;%1&apos;</source>
+        <translation>нет команды «%1»</translation>
+    </message>
+    <message>
+        <source>; did you mean &apos;%1&apos;?</source>
+        <translation>; может быть, «%1»?</translation>
+    </message>
+    <message>
+        <source>; there are %1</source>
+        <translation>; есть %1</translation>
+    </message>
+    <message>
+        <source>%1 has no value after the &apos;=&apos;</source>
+        <translation>%1: после «=» нет значения</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; has one dash only; did you mean -%1?</source>
+        <translation>в «%1» только один дефис; может быть, -%1?</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos;</source>
+        <translation>«%1»</translation>
+    </message>
 </context>
 <context>
     <name>progress</name>
@@ -1272,16 +1733,8 @@ Run &apos;%2 --help&apos; for the options and an example.</source>
         <translation>«%1» не записывается: %2; освободите место в каталоге временных файлов</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; is no file; give a recording (.ZU) or a COMTRADE record (.cfg, .cff)</source>
-        <translation>«%1» не файл; укажите осциллограмму (.ZU) или запись COMTRADE (.cfg, .cff)</translation>
-    </message>
-    <message>
         <source>no temporary directory: %1</source>
         <translation>нет временного каталога: %1</translation>
-    </message>
-    <message>
-        <source>%1: not converted: %2</source>
-        <translation>%1: не преобразована: %2</translation>
     </message>
     <message>
         <source>%1: its record was not found after the conversion</source>
@@ -1293,10 +1746,6 @@ Run &apos;%2 --help&apos; for the options and an example.</source>
     <message>
         <source>passed over, it is converted with its first file %1</source>
         <translation>пропущен, преобразуется вместе с первым файлом %1</translation>
-    </message>
-    <message>
-        <source>not converted: it continues a recording; give the first file %1 instead</source>
-        <translation>не преобразован: он продолжает осциллограмму; укажите первый файл %1</translation>
     </message>
     <message>
         <source>not converted: no permission to read this directory; check its permissions</source>
@@ -1318,6 +1767,18 @@ Run &apos;%2 --help&apos; for the options and an example.</source>
         <source>not converted: the name is not UTF-8; rename the directory</source>
         <translation>не преобразована: имя не в UTF-8; переименуйте каталог</translation>
     </message>
+    <message>
+        <source>not converted: %1</source>
+        <translation>не преобразована: %1</translation>
+    </message>
+    <message>
+        <source>it continues a recording; give the first file %1 instead</source>
+        <translation>файл продолжает осциллограмму; укажите вместо него первый файл %1</translation>
+    </message>
+    <message>
+        <source>it continues a recording whose first file %1 is not there; bring that back</source>
+        <translation>файл продолжает осциллограмму, первого файла которой (%1) нет; верните его</translation>
+    </message>
 </context>
 <context>
     <name>sample</name>
@@ -1330,40 +1791,8 @@ Run &apos;%2 --help&apos; for the options and an example.</source>
         <translation>Записать учебную станцию: осциллограммы и их ini-файл</translation>
     </message>
     <message>
-        <source>Existing directory for the files</source>
-        <translation>Существующий каталог для файлов</translation>
-    </message>
-    <message>
         <source>Replace an older sample in the directory</source>
         <translation>Заменить прежнюю учебную станцию в каталоге</translation>
-    </message>
-    <message>
-        <source>The station is a substation of 220/110 kV with a short circuit on a line. There is one recording for each
-kind of start, and the ini file ZuDrv.ini. The same options give the same bytes everywhere. The files
-written are listed; the last line is the command that converts them.
-
-Example:
-  mkdir -p station
-  zucmtr sample --out station --fault three --segments 2</source>
-        <translation>Станция — подстанция 220/110 кВ с коротким замыканием на линии. Для каждого вида пуска есть осциллограмма,
-а также ini-файл ZuDrv.ini. Одинаковые ключи везде дают одинаковые байты. Записанные файлы перечисляются;
-последняя строка — команда, которая их преобразует.
-
-Пример:
-  mkdir -p station
-  zucmtr sample --out station --fault three --segments 2</translation>
-    </message>
-    <message>
-        <source>&apos;%1&apos; is wrong; give a whole number from %2 to %3</source>
-        <translation>«%1» не годится; дайте целое число от %2 до %3</translation>
-    </message>
-    <message>
-        <source>&apos;%1&apos; is wrong; give a number above 0 and below %2</source>
-        <translation>«%1» не годится; дайте число больше 0 и меньше %2</translation>
-    </message>
-    <message>
-        <source>&apos;%1&apos; is wrong; give one of %2</source>
-        <translation>«%1» не годится; дайте одно из: %2</translation>
     </message>
     <message>
         <source>--analog %1 and --discrete %2 make %3 channels; a recording has fewer than %4</source>
@@ -1421,6 +1850,24 @@ Example:
         <source>&apos;%1&apos; cannot be written: %2</source>
         <translation>«%1» не записывается: %2</translation>
     </message>
+    <message>
+        <source>Directory for the files; it is made if it is not there</source>
+        <translation>Каталог для файлов; создаётся, если его нет</translation>
+    </message>
+    <message>
+        <source>The station is a substation of 220/110 kV with a short circuit on a line. There is one recording for each
+kind of start, and the ini file ZuDrv.ini. The same options give the same bytes everywhere. The files
+written are listed; the last line is the command that converts them.
+
+Example:
+  zucmtr sample --out station --fault three --segments 2</source>
+        <translation>Станция — подстанция 220/110 кВ с коротким замыканием на линии. Для каждого вида пуска есть осциллограмма,
+а также ini-файл ZuDrv.ini. Одинаковые ключи везде дают одинаковые байты. Записанные файлы перечисляются;
+последняя строка — команда, которая их преобразует.
+
+Пример:
+  zucmtr sample --out station --fault three --segments 2</translation>
+    </message>
 </context>
 <context>
     <name>sources</name>
@@ -1451,6 +1898,136 @@ Example:
     <message>
         <source>the directory &apos;%1&apos; cannot be made; the recording is where it was</source>
         <translation>каталог «%1» не создаётся; осциллограмма осталась на месте</translation>
+    </message>
+</context>
+<context>
+    <name>system</name>
+    <message>
+        <source>Permission denied</source>
+        <translation>нет прав доступа</translation>
+    </message>
+    <message>
+        <source>Operation not permitted</source>
+        <translation>действие не разрешено</translation>
+    </message>
+    <message>
+        <source>No such file or directory</source>
+        <translation>нет такого файла или каталога</translation>
+    </message>
+    <message>
+        <source>File exists</source>
+        <translation>файл уже есть</translation>
+    </message>
+    <message>
+        <source>Is a directory</source>
+        <translation>это каталог</translation>
+    </message>
+    <message>
+        <source>Not a directory</source>
+        <translation>это не каталог</translation>
+    </message>
+    <message>
+        <source>Directory not empty</source>
+        <translation>каталог не пуст</translation>
+    </message>
+    <message>
+        <source>File name too long</source>
+        <translation>слишком длинное имя файла</translation>
+    </message>
+    <message>
+        <source>Too many levels of symbolic links</source>
+        <translation>слишком длинная цепочка ссылок</translation>
+    </message>
+    <message>
+        <source>No space left on device</source>
+        <translation>на диске нет места</translation>
+    </message>
+    <message>
+        <source>Disk quota exceeded</source>
+        <translation>превышена квота на диске</translation>
+    </message>
+    <message>
+        <source>File too large</source>
+        <translation>слишком большой файл</translation>
+    </message>
+    <message>
+        <source>Read-only file system</source>
+        <translation>файловая система только для чтения</translation>
+    </message>
+    <message>
+        <source>Input/output error</source>
+        <translation>ошибка ввода-вывода</translation>
+    </message>
+    <message>
+        <source>Invalid cross-device link</source>
+        <translation>перенос между файловыми системами невозможен</translation>
+    </message>
+    <message>
+        <source>Device or resource busy</source>
+        <translation>устройство или файл занят</translation>
+    </message>
+    <message>
+        <source>Text file busy</source>
+        <translation>программа выполняется, файл занят</translation>
+    </message>
+    <message>
+        <source>Broken pipe</source>
+        <translation>канал закрыт</translation>
+    </message>
+    <message>
+        <source>No such device or address</source>
+        <translation>нет такого устройства или адреса</translation>
+    </message>
+    <message>
+        <source>No such device</source>
+        <translation>нет такого устройства</translation>
+    </message>
+    <message>
+        <source>Too many open files</source>
+        <translation>открыто слишком много файлов</translation>
+    </message>
+    <message>
+        <source>Cannot allocate memory</source>
+        <translation>не хватает памяти</translation>
+    </message>
+    <message>
+        <source>Stale file handle</source>
+        <translation>файл исчез с сетевого диска</translation>
+    </message>
+    <message>
+        <source>Invalid argument</source>
+        <translation>недопустимый аргумент</translation>
+    </message>
+</context>
+<context>
+    <name>values</name>
+    <message>
+        <source>&apos;%1&apos; is wrong; give a whole number from %2 to %3</source>
+        <translation>«%1» не годится; дайте целое число от %2 до %3</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is wrong; give a number from %2 to %3</source>
+        <translation>«%1» не годится; дайте число от %2 до %3</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is wrong; give a number above 0 and below %2</source>
+        <translation>«%1» не годится; дайте число больше 0 и меньше %2</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is wrong; give one of %2</source>
+        <translation>«%1» не годится; дайте одно из: %2</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is wrong; give a size as 800M or 2G, or 0 for no limit</source>
+        <translation>«%1» не годится; дайте размер, как 800M или 2G, или 0 — без предела</translation>
+    </message>
+    <message>
+        <source>the value is empty; give one, or leave the option out</source>
+        <translation>пустое значение; укажите его или уберите ключ</translation>
+    </message>
+    <message>
+        <source>the path is empty; give one</source>
+        <translation>пустой путь; укажите его</translation>
     </message>
 </context>
 <context>
@@ -1684,16 +2261,16 @@ Example:
         <translation>«%1», метка данных</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; cannot be read for the verification: %2</source>
-        <translation>«%1» не читается для проверки: %2</translation>
-    </message>
-    <message>
         <source>&apos;%1&apos;, line %2</source>
         <translation>«%1», строка %2</translation>
     </message>
     <message>
         <source>&apos;%1&apos; has %2 records, but its configuration says %3</source>
         <translation>в «%1» выборок %2, а в конфигурации %3</translation>
+    </message>
+    <message>
+        <source>the recording cannot be read: %1</source>
+        <translation>осциллограмма не читается: %1</translation>
     </message>
 </context>
 <context>
@@ -1743,6 +2320,14 @@ Example:
         <translation>Осциллограмма или запись</translation>
     </message>
     <message>
+        <source>&apos;%1&apos; cannot be written: %2</source>
+        <translation>«%1» не записывается: %2</translation>
+    </message>
+    <message>
+        <source>The page; - is standard output. Default: FILE with the ending .html</source>
+        <translation>Страница; «-» — стандартный вывод. По умолчанию FILE с окончанием .html</translation>
+    </message>
+    <message>
         <source>FILE is the first file of a recording (.ZU, its continuations beside it) or a COMTRADE record (.cfg or
 .cff). The page is one HTML file with everything in it: mail it, archive it, open it without a network.
 A recording needs no ini file; with one, its names, circuits and bays are those of the converted record.
@@ -1751,10 +2336,9 @@ Beyond 64 MB of samples the page holds a window around the trigger and says so.
 Exit code: 0 written, 1 the record cannot be read or the page cannot be written, 2 wrong usage.
 
 Example, with the sample station:
-  mkdir -p station
   zucmtr sample --out station --force
   zucmtr view station/Vostochnaya_000123.ZU -o station/fault.html</source>
-        <translation>FILE — первый файл осциллограммы (.ZU, продолжения рядом с ним) или запись COMTRADE (.cfg или .cff).
+        <translation>ФАЙЛ — первый файл осциллограммы (.ZU, продолжения рядом с ним) или запись COMTRADE (.cfg или .cff).
 Страница — один файл HTML, в котором есть всё: пересылайте, храните, открывайте без сети.
 Осциллограмме не нужен ini-файл; с ним имена и присоединения те же, что в преобразованной записи.
 Сверх 64 МБ выборок на странице окно вокруг пуска, и она об этом говорит.
@@ -1762,25 +2346,12 @@ Example, with the sample station:
 Код завершения: 0 записано, 1 запись не читается или страница не записывается, 2 неверный вызов.
 
 Пример с учебной станцией:
-  mkdir -p station
   zucmtr sample --out station --force
   zucmtr view station/Vostochnaya_000123.ZU -o station/fault.html</translation>
-    </message>
-    <message>
-        <source>&apos;%1&apos; cannot be written: %2</source>
-        <translation>«%1» не записывается: %2</translation>
-    </message>
-    <message>
-        <source>The page; - is standard output. Default: FILE with the ending .html</source>
-        <translation>Страница; «-» — стандартный вывод. По умолчанию FILE с окончанием .html</translation>
     </message>
 </context>
 <context>
     <name>watch</name>
-    <message>
-        <source>&apos;%1&apos; is no directory; make it first, or give another one</source>
-        <translation>«%1» — не каталог; создайте его или укажите другой</translation>
-    </message>
     <message>
         <source>Existing directory for the COMTRADE files</source>
         <translation>Существующий каталог для файлов COMTRADE</translation>
@@ -1814,10 +2385,6 @@ Example, with the sample station:
         <translation>Каталоги осциллограмм</translation>
     </message>
     <message>
-        <source>--state: &apos;%1&apos; cannot be written: %2</source>
-        <translation>--state: «%1» не записывается: %2</translation>
-    </message>
-    <message>
         <source>--state: another &apos;zucmtr watch&apos; works with &apos;%1&apos;; end it, or give another file</source>
         <translation>--state: с «%1» работает другой «zucmtr watch»; завершите его или укажите другой файл</translation>
     </message>
@@ -1836,35 +2403,6 @@ Example, with the sample station:
     <message>
         <source>Begin with trying those again that were given up</source>
         <translation>Начать с новых попыток для оставленных осциллограмм</translation>
-    </message>
-    <message>
-        <source>A recording counts as complete when none of its files has changed for the time that the ini file
-gives as &apos;Время ожидания&apos;. Each event is one JSON object and line on standard output. What is
-converted is remembered on the disk, so that a restart neither converts twice nor forgets. SIGTERM
-and Ctrl-C end after the recording at hand.
-
-Exit code: 0 ended by a signal, or with --once all recordings converted; 1 a recording failed or a
-directory could not be read with --once, or the state could not be written; 2 wrong usage or
-configuration.
-
-Example, with the sample station:
-  mkdir -p station station/comtrade
-  zucmtr sample --out station --force
-  sed -i &apos;s/^Время ожидания=.*/Время ожидания=200/&apos; station/ZuDrv.ini
-  zucmtr watch --once --out station/comtrade station</source>
-        <translation>Осциллограмма считается полной, когда ни один её файл не менялся столько времени, сколько указано в
-ini-файле ключом «Время ожидания». Каждое событие — объект JSON и строка в стандартном выводе. Что
-преобразовано, помнится на диске: после перезапуска ничего не преобразуется дважды и не забывается.
-SIGTERM и Ctrl-C завершают работу после начатой осциллограммы.
-
-Код завершения: 0 завершено сигналом или с --once всё преобразовано; 1 при --once ошибка с осциллограммой
-или не читается каталог, либо состояние не записывается; 2 неверный вызов или настройка.
-
-Пример с учебной станцией:
-  mkdir -p station station/comtrade
-  zucmtr sample --out station --force
-  sed -i &apos;s/^Время ожидания=.*/Время ожидания=200/&apos; station/ZuDrv.ini
-  zucmtr watch --once --out station/comtrade station</translation>
     </message>
     <message>
         <source>--state: &apos;%1&apos; is another kind of file; give one that &apos;zucmtr watch&apos; has made, or one that does not exist yet</source>
@@ -1889,6 +2427,47 @@ SIGTERM и Ctrl-C завершают работу после начатой ос
     <message>
         <source>--state: &apos;%1&apos; is no regular file; give a file in a directory that can be written to</source>
         <translation>--state: «%1» — не обычный файл; укажите файл в каталоге, доступном для записи</translation>
+    </message>
+    <message>
+        <source>there is no directory &apos;%1&apos;; make it first: mkdir -p %2</source>
+        <translation>каталога «%1» нет; создайте его: mkdir -p %2</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is no directory; give the one in which recordings arrive</source>
+        <translation>«%1» — не каталог; укажите каталог, в который поступают осциллограммы</translation>
+    </message>
+    <message>
+        <source>A recording counts as complete when none of its files has changed for the time that the ini file
+gives as &apos;Время ожидания&apos;. Each event is one JSON object and line on standard output. What is
+converted is remembered on the disk, so that a restart neither converts twice nor forgets. SIGTERM
+and Ctrl-C end after the recording at hand.
+
+Exit code: 0 ended by a signal, or with --once all recordings converted; 1 a recording failed or a
+directory could not be read with --once, or the state could not be written; 2 wrong usage or
+configuration.
+
+Example, with the sample station:
+  zucmtr sample --out station --force
+  mkdir -p station/comtrade
+  sed -i &apos;s/^Время ожидания=.*/Время ожидания=200/&apos; station/ZuDrv.ini
+  zucmtr watch --once --out station/comtrade station</source>
+        <translation>Осциллограмма считается полной, когда ни один её файл не менялся столько времени, сколько указано в
+ini-файле ключом «Время ожидания». Каждое событие — объект JSON и строка в стандартном выводе. Что
+преобразовано, помнится на диске: после перезапуска ничего не преобразуется дважды и не забывается.
+SIGTERM и Ctrl-C завершают работу после начатой осциллограммы.
+
+Код завершения: 0 завершено сигналом или с --once всё преобразовано; 1 при --once ошибка с осциллограммой
+или не читается каталог, либо состояние не записывается; 2 неверный вызов или настройка.
+
+Пример с учебной станцией:
+  zucmtr sample --out station --force
+  mkdir -p station/comtrade
+  sed -i &apos;s/^Время ожидания=.*/Время ожидания=200/&apos; station/ZuDrv.ini
+  zucmtr watch --once --out station/comtrade station</translation>
+    </message>
+    <message>
+        <source>--state: &apos;%1&apos; cannot be written: %2; give another file</source>
+        <translation>--state: «%1» не записывается: %2; укажите другой файл</translation>
     </message>
 </context>
 <context>

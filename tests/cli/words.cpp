@@ -1,0 +1,38 @@
+#include "words.h"
+
+#include <QRegularExpression>
+
+namespace {
+
+// What is no word of a language: options, file names, keys of the ini file, standards and their parts,
+// signals.
+const QStringList& NamesOfThings()
+{
+    static const QStringList names = {"zucmtr", "check",   "convert", "dictionary", "info",   "sample",
+                                      "view",   "watch",   "help",    "COMTRADE",   "IEEE",   "ini",
+                                      "Ini",    "mkdir",   "JSON",    "HTML",       "SVG",    "PNG",
+                                      "Ctrl",   "SIGTERM", "cron",    "Default",    "Device", "cp",
+                                      "single", "two",     "three",   "none",       "ZuDrv"};
+    return names;
+}
+
+} // namespace
+
+QStringList EnglishWords(QString text)
+{
+    text.remove(QRegularExpression("(?<![\\w-])--?[a-z][-a-z]*")); // options
+    text.remove(QRegularExpression("\\.[A-Za-z][-A-Za-z0-9]*"));   // extensions and hidden files
+    QStringList words;
+    auto matches = QRegularExpression("[A-Za-z]{2,}").globalMatch(text);
+    while (matches.hasNext()) {
+        const QString word = matches.next().captured();
+        if (!NamesOfThings().contains(word))
+            words << word;
+    }
+    return words;
+}
+
+bool HasRussianLetter(const QString& text)
+{
+    return text.contains(QRegularExpression("[А-яЁё]"));
+}

@@ -1,0 +1,228 @@
+#include "explain/file.h"
+
+#include "explain/library.h"
+#include "explain/system.h"
+#include "zucmtr/reasons.h"
+#include "zucmtr/texts.h"
+
+#include <recording/zufilelayout.h>
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QTextCodec>
+
+#include <algorithm>
+#include <cerrno>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace explain {
+
+namespace {
+
+constexpr qint64 LookedAt = 4096; // bytes from the beginning of a file that tell what it is
+
+QString WhyNotThere(const QString& path, int error)
+{
+    if (error == ENAMETOOLONG)
+        return Tr("file", "the path is too long; shorten the names");
+    if (error == EACCES)
+        return Tr("file", "no permission to look into its directory; check the permissions");
+    if (error == ELOOP)
+        return Tr("file", "it is a link that leads back to itself; remove it");
+    const QFileInfo link(path);
+    if (link.isSymLink())
+        return Tr("file", "it is a link to '%1', which is not there").arg(link.symLinkTarget());
+    if (error == ENOENT || error == ENOTDIR)
+        return Tr("file", "there is no such file; check the path");
+    return SystemText(error);
+}
+
+// A file that can be given instead of its directory.
+QString FirstInside(const QString& directory)
+{
+    const QDir inside(directory, QString(), QDir::Name, QDir::Files);
+    for (const QStringList& patterns : {QStringList{QStringLiteral("*.ZU"), QStringLiteral("*.zu")},
+                                        QStringList{QStringLiteral("*.cfg"), QStringLiteral("*.cff")}}) {
+        const QStringList names = inside.entryList(patterns);
+        if (!names.isEmpty())
+            return QDir::cleanPath(directory + QLatin1Char('/') + names.first());
+    }
+    return QString();
+}
+
+QString WhyNotADirectory(const QString& path)
+{
+    const QString inside = FirstInside(path);
+    if (inside.isEmpty())
+        return Tr("file", "it is a directory; give a file");
+    return Tr("file", "it is a directory; give a file in it, such as '%1'").arg(inside);
+}
+
+QByteArray BeginningOf(const QString& path)
+{
+    QFile file(path);
+    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly))
+        return QByteArray();
+    return file.read(LookedAt);
+}
+
+// Whether the bytes, as far as they go, are those of the text at its place.
+bool Agrees(const QByteArray& bytes, int place, const QByteArray& text)
+{
+    return bytes.mid(place, text.size()) == text.left(std::max(0, bytes.size() - place));
+}
+
+// "Данные ", as a recorder writes it.
+bool HasTitle(const QByteArray& bytes)
+{
+    const QString title = QStringLiteral("Данные ");
+    for (const char* codePage : {"CP866", "CP1251"}) {
+        if (Agrees(bytes, offsetof(ZuFileHeader, title),
+                   QTextCodec::codecForName(codePage)->fromUnicode(title)))
+            return true;
+    }
+    return false;
+}
+
+bool IsRecordingsBeginning(const QByteArray& bytes)
+{
+    return Agrees(bytes, 0, QByteArray("40", sizeof ZuFileHeader::version)) && HasTitle(bytes);
+}
+
+// The text of a CFG file has the revision as the third field of its first line; a container, its marks.
+QString RecordExtensionOf(const QByteArray& bytes)
+{
+    const QByteArray line = bytes.left(bytes.indexOf('\n')).trimmed();
+    if (line.toLower().startsWith("--- file type:"))
+        return QStringLiteral(".cff");
+    const QList<QByteArray> fields = line.split(',');
+    const QByteArray revision = fields.size() == 3 ? fields[2].trimmed() : QByteArray();
+    return revision == "1991" || revision == "1999" || revision == "2013" ? QStringLiteral(".cfg")
+                                                                          : QString();
+}
+
+// Of a .dat, .hdr or .inf file.
+QString ConfigurationOf(const QFileInfo& piece)
+{
+    for (const char* extension : {".cfg", ".CFG", ".Cfg"}) {
+        const QString path =
+            piece.path() + QLatin1Char('/') + piece.completeBaseName() + QLatin1String(extension);
+        if (QFileInfo::exists(path))
+            return QDir::cleanPath(path);
+    }
+    return QString();
+}
+
+// What a file is by its name, and what to do with it; empty if the name does not tell.
+QString OtherKindByName(const QString& path)
+{
+    const QFileInfo file(path);
+    const QString extension = file.suffix().toLower();
+    if (extension == QLatin1String("cfg") || extension == QLatin1String("cff"))
+        return Tr("file",
+                  "it is a COMTRADE record, not a recording; 'zucmtr info' and 'zucmtr view' take it");
+    if (extension == QLatin1String("dat") || extension == QLatin1String("hdr") ||
+        extension == QLatin1String("inf")) {
+        const QString configuration = ConfigurationOf(file);
+        if (configuration.isEmpty())
+            return Tr("file", "it is a part of a COMTRADE record, whose .cfg file is not beside it; give the "
+                              ".cfg file");
+        return Tr("file", "it is a part of a COMTRADE record; give its configuration '%1'")
+            .arg(configuration);
+    }
+    if (extension == QLatin1String("ini"))
+        return Tr("file", "it is an ini file, not a recording; name it by --ini, or look at it with "
+                          "'zucmtr check'");
+    return QString();
+}
+
+// Of a file that does not begin as a recording.
+QString OtherKind(const QString& path, const QByteArray& beginning)
+{
+    const QString byName = OtherKindByName(path);
+    if (!byName.isEmpty())
+        return byName;
+    if (beginning.isEmpty())
+        return Tr("file", "the file is empty; was the copy interrupted?");
+    const QString extension = RecordExtensionOf(beginning);
+    if (!extension.isEmpty())
+        return Tr("file", "it is no recording: its content is a COMTRADE record's; give it the ending %1")
+            .arg(extension);
+    return Tr("file", "it is no recording: it does not begin as a recorder's file does");
+}
+
+} // namespace
+
+QString Unreadable(const QString& path)
+{
+    if (path.isEmpty())
+        return Tr("file", "the path is empty; give a file");
+    struct stat status = {};
+    const QByteArray name = QFile::encodeName(path);
+    if (stat(name.constData(), &status) != 0)
+        return WhyNotThere(path, errno);
+    if (S_ISDIR(status.st_mode))
+        return WhyNotADirectory(path);
+    if (S_ISFIFO(status.st_mode))
+        return Tr("file", "it is a pipe; save what comes out of it in a file, and give that");
+    if (!S_ISREG(status.st_mode))
+        return Tr("file", "it is a device or a socket; give a file");
+    if (access(name.constData(), R_OK) != 0)
+        return Tr("file", "no permission to read the file; check its permissions");
+    return QString();
+}
+
+QString NotConvertible(const QString& path)
+{
+    const QString unreadable = Unreadable(path);
+    if (!unreadable.isEmpty() || path.endsWith(QLatin1String(".ZU")) || path.endsWith(QLatin1String(".zu")))
+        return unreadable;
+    const QByteArray beginning = BeginningOf(path);
+    if (!beginning.isEmpty() && IsRecordingsBeginning(beginning))
+        return Tr("file", "the name of a recording ends in .ZU or .zu; rename the file");
+    return OtherKind(path, beginning);
+}
+
+QString NotLoaded(const QString& path, const QString& libraryText)
+{
+    const QString unreadable = Unreadable(path);
+    if (!unreadable.isEmpty())
+        return unreadable;
+    const QByteArray beginning = BeginningOf(path);
+    if (beginning.isEmpty() || !IsRecordingsBeginning(beginning))
+        return OtherKind(path, beginning);
+    return LibraryText(libraryText);
+}
+
+QString NotARecord(const QString& path)
+{
+    const QString unreadable = Unreadable(path);
+    if (!unreadable.isEmpty())
+        return unreadable;
+    const QByteArray beginning = BeginningOf(path);
+    if (beginning.isEmpty())
+        return Tr("file", "the file is empty; was the copy interrupted?");
+    if (beginning.size() >= qint64{sizeof ZuFileHeader::version} && IsRecordingsBeginning(beginning))
+        return Tr("file", "it is no COMTRADE record: its content is a recording's; give it the ending .ZU");
+    return QString();
+}
+
+const char* WordOf(const QString& path, const char* otherwise)
+{
+    const QFileInfo file(path);
+    if (!file.exists())
+        return reason::DoesNotExist;
+    if (!file.isFile())
+        return reason::NotAFile;
+    return file.isReadable() ? otherwise : reason::NoPermission;
+}
+
+bool BeginsAsRecording(const QString& path)
+{
+    const QByteArray beginning = BeginningOf(path);
+    return !beginning.isEmpty() && IsRecordingsBeginning(beginning);
+}
+
+} // namespace explain

@@ -1,0 +1,68 @@
+#include "explain/system.h"
+
+#include "zucmtr/texts.h"
+
+#include <cerrno>
+#include <cstring>
+
+namespace explain {
+
+namespace {
+
+struct Failure
+{
+    int error;
+    const char* text;
+};
+
+// Those that files and directories can have.
+const Failure failures[] = {
+    {EACCES, QT_TRANSLATE_NOOP("system", "Permission denied")},
+    {EPERM, QT_TRANSLATE_NOOP("system", "Operation not permitted")},
+    {ENOENT, QT_TRANSLATE_NOOP("system", "No such file or directory")},
+    {EEXIST, QT_TRANSLATE_NOOP("system", "File exists")},
+    {EISDIR, QT_TRANSLATE_NOOP("system", "Is a directory")},
+    {ENOTDIR, QT_TRANSLATE_NOOP("system", "Not a directory")},
+    {ENOTEMPTY, QT_TRANSLATE_NOOP("system", "Directory not empty")},
+    {ENAMETOOLONG, QT_TRANSLATE_NOOP("system", "File name too long")},
+    {ELOOP, QT_TRANSLATE_NOOP("system", "Too many levels of symbolic links")},
+    {ENOSPC, QT_TRANSLATE_NOOP("system", "No space left on device")},
+    {EDQUOT, QT_TRANSLATE_NOOP("system", "Disk quota exceeded")},
+    {EFBIG, QT_TRANSLATE_NOOP("system", "File too large")},
+    {EROFS, QT_TRANSLATE_NOOP("system", "Read-only file system")},
+    {EIO, QT_TRANSLATE_NOOP("system", "Input/output error")},
+    {EXDEV, QT_TRANSLATE_NOOP("system", "Invalid cross-device link")},
+    {EBUSY, QT_TRANSLATE_NOOP("system", "Device or resource busy")},
+    {ETXTBSY, QT_TRANSLATE_NOOP("system", "Text file busy")},
+    {EPIPE, QT_TRANSLATE_NOOP("system", "Broken pipe")},
+    {ENXIO, QT_TRANSLATE_NOOP("system", "No such device or address")},
+    {ENODEV, QT_TRANSLATE_NOOP("system", "No such device")},
+    {EMFILE, QT_TRANSLATE_NOOP("system", "Too many open files")},
+    {ENOMEM, QT_TRANSLATE_NOOP("system", "Cannot allocate memory")},
+    {ESTALE, QT_TRANSLATE_NOOP("system", "Stale file handle")},
+    {EINVAL, QT_TRANSLATE_NOOP("system", "Invalid argument")},
+};
+
+} // namespace
+
+QString SystemText(int error)
+{
+    for (const Failure& failure : failures) {
+        if (failure.error == error)
+            return Tr("system", failure.text);
+    }
+    return QString::fromLocal8Bit(std::strerror(error));
+}
+
+QString SystemText(const QString& text)
+{
+    for (const Failure& failure : failures) {
+        // The C library may have a language of its own, which the program's translation then replaces.
+        if (text == QLatin1String(failure.text) ||
+            text == QString::fromLocal8Bit(std::strerror(failure.error)))
+            return Tr("system", failure.text);
+    }
+    return text;
+}
+
+} // namespace explain

@@ -1,0 +1,22 @@
+// The shape of --help: the parser's, with its words in the language of the user's locale and columns that
+// stand below each other whatever the letters.
+#pragma once
+
+#include <CLI/CLI.hpp>
+
+#include <QString>
+
+class HelpFormat : public CLI::Formatter
+{
+public:
+    HelpFormat();
+
+    std::string make_option(const CLI::Option* option, bool isPositional) const override;
+    std::string make_option_name(const CLI::Option* option, bool isPositional) const override;
+};
+
+/// The name of what is to be given, as FILE or DIR, in the user's language; the name of an option stays.
+QString ShownName(const QString& name);
+
+/// Gives the groups of options and commands their headings; to be called when the commands are complete.
+void TranslateGroups(CLI::App& app);

@@ -1,0 +1,33 @@
+// Values of options: which ones are taken, and what is said of the others. The texts say what to give
+// instead.
+#pragma once
+
+#include <CLI/CLI.hpp>
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace values {
+
+/// Whole decimal numbers from lowest to highest; to be given as transform(), since the parser would take a
+/// leading zero for an octal number.
+CLI::Validator WholeNumber(int64_t lowest, int64_t highest);
+
+/// Decimal numbers from lowest to highest.
+CLI::Validator Number(double lowest, double highest);
+
+/// Decimal numbers above 0 and below the limit.
+CLI::Validator NumberBelow(double limit);
+
+/// One of these words.
+CLI::Validator OneOf(const std::vector<std::string>& words);
+
+/// Bytes, with a K, M, G, T, P or E of 1024 and its powers; to be given as transform(), for an uint64_t.
+CLI::Validator Size();
+
+/// Has the options and arguments of all commands refuse an empty value, as of a shell variable that is not
+/// set: taken for an option that is left out, it would do something else than was meant.
+void RefuseEmpty(CLI::App& app);
+
+} // namespace values
