@@ -6,8 +6,8 @@ cd "$(dirname "$0")"
 station=${1:-demo-station}
 
 scripts/install-packages.sh build
-cmake --preset release -DZUCMTR_TESTS=OFF >/dev/null
-cmake --build --preset release -j "$(nproc)"
+cmake --preset release >/dev/null
+cmake --build --preset product -j "$(nproc)"
 zucmtr=build/release/tools/zucmtr/zucmtr
 
 rm -rf "$station"

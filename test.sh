@@ -21,14 +21,15 @@ case ${1:-} in
 esac
 jobs=$(nproc)
 
-# build_and_test PRESET [cmake option...]: configures, builds and runs what the preset's test filter takes.
+scripts/check-machine.sh
+
+# build_and_test PRESET: configures, builds and runs what the preset's test filter takes.
 build_and_test() {
-    preset=$1
-    shift
-    printf '\n== %s\n' "$preset"
-    cmake --preset "$preset" "$@" >/dev/null
-    cmake --build --preset "$preset" -j "$jobs"
-    ctest --preset "$preset" -j "$jobs"
+    printf '\n== %s\n' "$1"
+    cmake --preset "$1" >/dev/null
+    cmake --build --preset "$1" -j "$jobs"
+    ctest --preset "$1" -j "$jobs"
+    scripts/check-machine.sh # the tests have left it as it was
 }
 
 scripts/install-packages.sh build test view

@@ -12,8 +12,7 @@ fi
 build=build/bench
 
 scripts/install-packages.sh build bench
-cmake -S . -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DZUCMTR_BENCH=ON -DZUCMTR_TESTS=OFF \
-    -DZUCMTR_EXAMPLES=OFF >/dev/null
+cmake --preset bench >/dev/null
 cmake --build "$build" -j "$(nproc)" --target "$program"
 
 compiler=$(sed -n 's/^CMAKE_CXX_COMPILER:[^=]*=//p' "$build/CMakeCache.txt")

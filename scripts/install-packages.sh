@@ -6,8 +6,8 @@ set -eu
 packages=
 for job in "${@:-build}"; do
     case $job in
-    build) packages="$packages g++ cmake ninja-build pkg-config qtbase5-dev qttools5-dev qttools5-dev-tools libcli11-dev libqt5svg5-dev libjs-dygraphs fonts-dejavu-core python3" ;;
-    test) packages="$packages libgtest-dev binutils dpkg-dev file lintian man-db parallel python3-jsonschema systemd zsh" ;;
+    build) packages="$packages g++ cmake ninja-build pkg-config qtbase5-dev qttools5-dev qttools5-dev-tools libcli11-dev libqt5svg5-dev libjs-dygraphs fonts-dejavu-core python3 libgtest-dev" ;;
+    test) packages="$packages binutils dpkg-dev file lintian man-db parallel python3-jsonschema systemd zsh" ;;
     view) packages="$packages chromium chromium-driver" ;;
     lint) packages="$packages clang-format clang-tidy" ;;
     fuzz) packages="$packages clang libclang-rt-14-dev" ;;
@@ -34,6 +34,7 @@ if [ "$(id -u)" -ne 0 ]; then
     as_root=sudo
 fi
 echo "Installing:$missing"
+$as_root dpkg --configure -a # what an interrupted run has left
 $as_root apt-get update -qq
 # shellcheck disable=SC2086
 $as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends $missing >/dev/null

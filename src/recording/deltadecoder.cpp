@@ -124,11 +124,20 @@ private:
         if (bytesDone + uint64_t{2} * items > total)
             return false;
         ItemDecoders()[width](in, end, items, samples + before, samples + out);
-        std::fill(samples + out + items, samples + out + room, int16_t{0});
+        ClearSkipped(out + items, out + room);
         bytesDone += uint64_t{2} * items;
         in += (bits * items + 7) / 8;
         out += blockSamples;
         return true;
+    }
+
+    // Positions that a block passes over read as 0, apart from the half of a sample that a copy has left
+    // there.
+    void ClearSkipped(size_t first, size_t last)
+    {
+        auto* const bytes = reinterpret_cast<unsigned char*>(samples);
+        const size_t written = first == out && leftHalfSample ? 1 : 0;
+        std::fill(bytes + 2 * first + written, bytes + 2 * last, static_cast<unsigned char>(0));
     }
 
     // Copies the block at before to out, as far as total and the room allow.
@@ -139,6 +148,7 @@ private:
         std::memcpy(samples + out, samples + before, bytes);
         bytesDone += bytes;
         out += bytes / 2;
+        leftHalfSample = bytes % 2 != 0;
     }
 
     const unsigned char* in;
@@ -151,6 +161,7 @@ private:
     size_t before = 0;                    // the block before the next one
     size_t out;                           // next sample; may pass points at the end
     uint64_t bytesDone;                   // bytes of the samples produced, skipped positions not counted
+    bool leftHalfSample = false;          // an odd total has cut the copy before out within a sample
 };
 
 } // namespace

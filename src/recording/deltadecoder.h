@@ -24,7 +24,8 @@ bool CanExpandTo(ByteView area, size_t points);
 /// Expands area into samples, which has room for points. True if all points came out and their bytes are
 /// exactly the area's total. False for a first block beyond the area or beyond points, a control byte or an
 /// item beyond the area, too little output, or another total; what was decoded until then is in samples.
-/// Never writes beyond points; positions that an early end of a block passes over become 0.
+/// Never writes beyond points. Positions that an early end of a block passes over become 0; the first half of
+/// a sample that an odd total leaves of a copy keeps its byte.
 bool ExpandSamples(ByteView area, int16_t* samples, size_t points);
 
 } // namespace zu

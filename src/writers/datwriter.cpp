@@ -142,7 +142,9 @@ bool ZuCmtrConverter::WriteDat(std::vector<ZuFileFormat*>* files, ZuCmtrDevParam
     }
     if (!flushBlock())
         return false;
-    file.flush();
+    // The last block may have gone no further than the file's own buffer.
+    if (!file.flush() && binary)
+        return false;
     file.close();
     return true;
 }

@@ -19,6 +19,18 @@ void ExpectRefused(const Finished& run, const QString& error)
     EXPECT_EQ(run.err, QLatin1String("zucmtr: ") + error);
 }
 
+// What to put before a command so that it does not see /proc; nothing where the user may not hide it.
+QString WithoutProc()
+{
+    for (const char* unshare : {"unshare -m", "unshare -r -m"}) {
+        const QString hiding =
+            QLatin1String(unshare) + QLatin1String(" sh -c 'mount -t tmpfs none /proc && exec \"$@\"' sh ");
+        if (RunShell(QString(), hiding + "true").code == 0)
+            return hiding;
+    }
+    return QString();
+}
+
 const char* const missingKeyText = "--defaults: section [Нет] of 'ZuDrv.ini' does not load: Отсутствует "
                                    "необходимый параметр: Энергосистема\n"
                                    "The log says:\n"
@@ -150,13 +162,22 @@ TEST(Configuration, TemporaryLogIsRemoved)
     EXPECT_EQ(place.Names(), QStringList{"ZuDrv.ini"});
 }
 
-TEST(Configuration, TemporaryLogThatCannotBeMadeAsksForALog)
+// The log has no name in any directory, which takes /proc.
+TEST(Configuration, LogWithoutProcIsATemporaryFile)
 {
     const Workplace place;
-    const Finished run = RunProgram(place.Path(), Arguments("ZuDrv.ini", "Default", "Vostochnaya", "out"),
-                                    {{"TMPDIR", place.Path("no")}});
-    ExpectRefused(run,
-                  QStringLiteral("cannot make a temporary log file in '%1'; set TMPDIR to a directory that "
-                                 "can be written to, or name a log file by --log\n")
-                      .arg(place.Path("no")));
+    place.Write("a.ZU", recorderfile::Encode(ShortRecording()));
+    place.MakeDirectory("tmp");
+    const QString hiding = WithoutProc();
+    const QString convert = QStringLiteral(" zucmtr convert --out out a.ZU");
+    const Finished run = RunShell(place.Path(), hiding + "env TMPDIR=tmp" + convert);
+    EXPECT_EQ(run.code, 0) << run.err;
+    EXPECT_EQ(place.Names("tmp"), QStringList());
+    const Finished without = RunShell(place.Path(), hiding + "env TMPDIR=no" + convert);
+    if (hiding.isEmpty()) {
+        EXPECT_EQ(without.code, 0) << without.err;
+        return;
+    }
+    ExpectRefused(without, "cannot make a temporary log file in 'no'; set TMPDIR to a directory that can be "
+                           "written to, or name a log file by --log\n");
 }

@@ -1,6 +1,7 @@
 // Ctrl-C, and the bar on a terminal. Both need processes of our own making.
 #include "child.h"
 #include "program.h"
+#include "terminal.h"
 
 #include "zucmtr/progress.h"
 
@@ -132,34 +133,11 @@ TEST(Interrupt, SecondEndsAtOnce)
 TEST(Progress, BarIsShownOnATerminalAndTakenAwayAtTheEnd)
 {
     const Workplace place;
-    const int terminal = posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC);
-    ASSERT_GE(terminal, 0);
-    ASSERT_EQ(grantpt(terminal), 0);
-    ASSERT_EQ(unlockpt(terminal), 0);
-    const int other = open(ptsname(terminal), O_RDWR | O_NOCTTY | O_CLOEXEC);
-    ASSERT_GE(other, 0);
-    fcntl(terminal, F_SETFL, O_NONBLOCK);
-    const SmallPipe output;
-    Child child(place.Path(), QStringList{"convert", "--out", "out"} + Recordings(place, 20), output.In(),
-                other);
-    QByteArray shown;
-    const auto take = [&] {
-        std::array<char, 4096> bytes{};
-        const ssize_t count = read(terminal, bytes.data(), bytes.size());
-        if (count > 0)
-            shown.append(bytes.data(), static_cast<int>(count));
-        output.Take();
-        return count > 0;
-    };
-    EXPECT_TRUE(WaitFor([&] { return !take() && child.HasEnded(); }));
-    while (take()) {
-    }
-    close(other);
-    close(terminal);
-    EXPECT_EQ(child.Code(), 0);
-    EXPECT_TRUE(shown.contains("/20")) << shown.toStdString();
-    EXPECT_TRUE(shown.contains("\r\033[Kzucmtr: 20 recordings: 20 converted and verified; "))
-        << shown.toStdString();
+    const Finished run = RunOnTerminal(
+        place.Path(), QStringList{"convert", "--out", "out"} + Recordings(place, 20), {{"TERM", "xterm"}});
+    EXPECT_EQ(run.code, 0);
+    EXPECT_TRUE(run.err.contains("/20")) << run.err;
+    EXPECT_TRUE(run.err.contains("\r\033[Kzucmtr: 20 recordings: 20 converted and verified; ")) << run.err;
 }
 
 TEST(Progress, TextHasRateAndRemainingTime)

@@ -1,5 +1,6 @@
 """A browser without a screen, driven over the WebDriver protocol on the loopback."""
 import json
+import shutil
 import socket
 import subprocess
 import tempfile
@@ -40,7 +41,7 @@ class Browser:
         arguments = ["--headless=new", "--no-sandbox", "--disable-gpu", "--disable-dev-shm-usage", "--lang=en-US",
                      "--user-data-dir=" + self.profile.name, "--window-size=%d,%d" % (width, height)]
         capabilities = {"browserName": "chrome", "goog:loggingPrefs": {"browser": "ALL", "performance": "ALL"},
-                        "goog:chromeOptions": {"binary": chromium, "args": arguments}}
+                        "goog:chromeOptions": {"binary": shutil.which(chromium), "args": arguments}}
         answer = self._call("POST", "/session", {"capabilities": {"alwaysMatch": capabilities}})
         self.base += "/session/" + answer["sessionId"]
 

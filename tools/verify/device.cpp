@@ -1,30 +1,29 @@
 #include "verify/device.h"
 
 #include "config/QSettingsRu.h"
+#include "output/scratchfile.h"
 #include "service/zucmtrconverter.h"
 #include "verify/mismatch.h"
 #include "zucmtr/texts.h"
 
-#include <QProcess>
 #include <QTextCodec>
 
 namespace verify {
 
 namespace {
 
-// The converter has logged this load already; a second log would only repeat it.
+// The converter has logged this load already; a second log would only repeat it. It goes to a file: Qt warns
+// of every device that is opened to append, as the null device.
 class QuietLog
 {
 public:
-    QuietLog() : before(ZuCmtrConverter::LogFilePath)
-    {
-        ZuCmtrConverter::LogFilePath = QProcess::nullDevice();
-    }
+    QuietLog() : before(ZuCmtrConverter::LogFilePath) { ZuCmtrConverter::LogFilePath = scratch.Path(); }
     ~QuietLog() { ZuCmtrConverter::LogFilePath = before; }
     QuietLog(const QuietLog&) = delete;
     QuietLog& operator=(const QuietLog&) = delete;
 
 private:
+    const output::ScratchFile scratch;
     const QString before;
 };
 

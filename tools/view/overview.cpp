@@ -2,6 +2,7 @@
 // the figures of the report.
 #include "channelrole.h"
 #include "oscillogram.h"
+#include "output/outputfile.h"
 #include "pagedata.h"
 #include "report.h"
 #include "view.h"
@@ -11,7 +12,6 @@
 #include <QColor>
 #include <QImage>
 #include <QPainter>
-#include <QSaveFile>
 #include <QSvgGenerator>
 
 #include <algorithm>
@@ -424,12 +424,9 @@ void WritePicture(const QString& recordPath, const QString& picturePath, Picture
 {
     const Oscillogram oscillogram = Load(recordPath, options);
     const QByteArray bytes = format == Picture::Svg ? SvgOf(oscillogram) : PngOf(oscillogram);
-    QSaveFile file(picturePath);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit())
-        throw Error(Tr("view",
-                       "'%1' cannot be written: %2; check the directory, its permissions and the free "
-                       "space")
-                        .arg(picturePath, file.errorString()));
+    QString error;
+    if (!output::WriteOutput(picturePath, bytes, error))
+        throw Error(Tr("view", "'%1' cannot be written: %2").arg(picturePath, error));
 }
 
 } // namespace view

@@ -1,5 +1,6 @@
 // The page as one file: a frame with the styles, scripts and data in it.
 #include "oscillogram.h"
+#include "output/outputfile.h"
 #include "pagedata.h"
 #include "view.h"
 #include "zucmtr/texts.h"
@@ -7,7 +8,6 @@
 #include <QCryptographicHash>
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 
 // A static library's resources are linked in by name, outside of every namespace.
 static void LinkResources()
@@ -72,15 +72,15 @@ QByteArray Policy(const std::vector<QByteArray>& texts)
 class PageWriter
 {
 public:
-    explicit PageWriter(const QString& path) : file(path)
+    explicit PageWriter(const QString& path_) : path(path_), file(path)
     {
-        if (!file.open(QIODevice::WriteOnly))
+        if (!file.Open())
             Fail();
     }
 
     void Write(const QByteArray& bytes)
     {
-        if (file.write(bytes) != bytes.size())
+        if (!file.Write(bytes))
             Fail();
     }
 
@@ -93,20 +93,18 @@ public:
 
     void Commit()
     {
-        if (!file.commit())
+        if (!file.Commit())
             Fail();
     }
 
 private:
     [[noreturn]] void Fail()
     {
-        throw Error(Tr("view",
-                       "'%1' cannot be written: %2; check the directory, its permissions and the free "
-                       "space")
-                        .arg(file.fileName(), file.errorString()));
+        throw Error(Tr("view", "'%1' cannot be written: %2").arg(path, file.ErrorText()));
     }
 
-    QSaveFile file;
+    const QString path;
+    output::OutputFile file;
 };
 
 QByteArray Title(const Oscillogram& oscillogram)

@@ -37,7 +37,7 @@ struct Held
 constexpr qint64 LargestSamples = qint64(64) * 1024 * 1024;
 
 /// Writes the page of a COMTRADE record (a .cfg with its files beside it, or a .cff). An older page is
-/// replaced only when the new one is whole.
+/// replaced only when the new one is whole; where the paths may lead otherwise, see output/outputfile.h.
 Held WritePage(const QString& recordPath, const QString& pagePath, const Options& options);
 
 /// Format of a still picture.

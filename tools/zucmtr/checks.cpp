@@ -2,6 +2,7 @@
 
 #include "command.h"
 #include "console.h"
+#include "output/target.h"
 #include "texts.h"
 
 #include <QDir>
@@ -73,10 +74,15 @@ void CheckIniFile(const QString& path)
 
 void CheckLogFile(const QString& path)
 {
-    const QFileInfo file(path);
+    const output::Target target = output::TargetOf(path);
+    if (target.kind == output::Kind::Stream)
+        return; // it is opened once: a reader takes the first close for the end
+    const QFileInfo file(target.path);
     const QFileInfo directory(file.absolutePath());
-    const bool usable = file.exists() ? file.isFile() && file.isWritable()
-                                      : !path.isEmpty() && directory.isDir() && directory.isWritable();
+    const bool usable = target.kind == output::Kind::RegularFile
+                            ? file.isWritable()
+                            : target.kind == output::Kind::NewFile && !path.isEmpty() && directory.isDir() &&
+                                  directory.isWritable();
     if (!usable)
         throw ConfigurationError(
             Tr("checks", "--log: cannot write the file '%1'; give a file in a directory that exists and "

@@ -18,7 +18,8 @@ void MakeDirectory(const QString& option, const QString& path);
 /// The ini file must be a readable file.
 void CheckIniFile(const QString& path);
 
-/// The log file must be one that can be appended to, or not exist yet in a directory that can be written to.
+/// The log file must be one that can be appended to, or not exist yet in a directory that can be written to;
+/// what is no regular file is seen when it is opened.
 void CheckLogFile(const QString& path);
 
 /// Names of the ini file's sections, each once, in their order.

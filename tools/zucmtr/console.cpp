@@ -5,7 +5,10 @@
 #include <QStringList>
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdio>
+#include <fcntl.h>
+#include <unistd.h>
 
 namespace {
 
@@ -46,6 +49,19 @@ bool IsPlain(QChar character)
 }
 
 } // namespace
+
+void HoldStandardStreams()
+{
+    for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+        if (fcntl(stream, F_GETFD) >= 0 || errno != EBADF)
+            continue;
+        const int place = open("/", O_PATH); // can neither be read nor written
+        if (place >= 0 && place != stream) {
+            dup2(place, stream);
+            close(place);
+        }
+    }
+}
 
 void PrintLine(const QString& text)
 {

@@ -5,6 +5,10 @@
 
 class QJsonObject;
 
+/// To be called first of all. Occupies those of the standard streams that the program was started without, so
+/// that no file it opens gets what is meant for them. Writing there fails as before.
+void HoldStandardStreams();
+
 /// One line on standard output, at once, so that a long run shows how far it is. Control characters in the
 /// text are shown as "?".
 void PrintLine(const QString& text);

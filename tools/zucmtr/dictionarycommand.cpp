@@ -3,6 +3,7 @@
 #include "console.h"
 #include "dictionary/draft.h"
 #include "memorylimit.h"
+#include "output/outputfile.h"
 #include "texts.h"
 
 #include <recording/anchanneldata.h>
@@ -10,9 +11,6 @@
 #include <recording/zufileformat.h>
 
 #include <CLI/CLI.hpp>
-
-#include <QFileInfo>
-#include <QSaveFile>
 
 #include <memory>
 #include <string>
@@ -43,18 +41,16 @@ QStringList LinesFor(const ZuFileFormat& recording, const DictionaryOptions& opt
     return dictionary::CompleteIni(QString::fromStdString(options.section), recording.Identity, lines);
 }
 
-// Writes the file whole or not at all.
 void WriteLines(const QString& path, const QStringList& lines, bool force)
 {
-    if (QFileInfo::exists(path) && !force)
+    if (output::TargetOf(path).kind == output::Kind::RegularFile && !force)
         throw ConfigurationError(
             Tr("dictionary", "--output: '%1' is there already; choose another name, or replace it by --force")
                 .arg(path));
-    QSaveFile file(path);
     const QByteArray bytes = (lines.join(QLatin1Char('\n')) + QLatin1Char('\n')).toUtf8();
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit())
-        throw ConfigurationError(
-            Tr("dictionary", "--output: '%1' cannot be written: %2").arg(path, file.errorString()));
+    QString error;
+    if (!output::WriteOutput(path, bytes, error))
+        throw ConfigurationError(Tr("dictionary", "--output: '%1' cannot be written: %2").arg(path, error));
 }
 
 int RunDictionary(const DictionaryOptions& options)
@@ -97,8 +93,9 @@ void AddDictionaryCommand(CLI::App& app, Action& chosen)
         ->type_name("NAME")
         ->default_str("");
     command
-        ->add_option("-o,--output", options->output,
-                     HelpText("dictionary", "File to write; it must not be there. Default: standard output"))
+        ->add_option(
+            "-o,--output", options->output,
+            HelpText("dictionary", "File to write; it must not be there. Default: standard output, as for -"))
         ->type_name("FILE");
     command->add_flag("--force", options->force, HelpText("dictionary", "Replace the file of --output"));
     AddMemoryOption(*command, options->maxMemory);

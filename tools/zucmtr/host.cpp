@@ -65,12 +65,12 @@ Host::~Host()
 
 void Host::LoadDefaults(const QString& iniPath, const QString& section)
 {
-    log.TakeNewLines();
     if (!ZuCmtrLoadFromIniDefault(iniPath, section)) {
         const QString what = Tr("host", "--defaults: section [%1] of '%2' does not load: %3")
                                  .arg(section, iniPath, ZuCmtrGetLastError());
         throw ConfigurationError(LoadFailure(what, iniPath, section));
     }
+    log.TakeNewLines();
 }
 
 unsigned int Host::LoadDevice(const QString& iniPath, const QString& section)
@@ -78,12 +78,12 @@ unsigned int Host::LoadDevice(const QString& iniPath, const QString& section)
     const QString missing = MissingSectionText(iniPath, section);
     if (!missing.isEmpty())
         throw ConfigurationError(QStringLiteral("--device: ") + missing);
-    log.TakeNewLines();
     unsigned int device = 0;
     if (!ZuCmtrLoadFromIni(iniPath, section, &device)) {
         const QString what = Tr("host", "--device: section [%1] of '%2' does not load").arg(section, iniPath);
         throw ConfigurationError(LoadFailure(what, iniPath, section));
     }
+    log.TakeNewLines();
     return device;
 }
 

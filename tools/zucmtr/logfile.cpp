@@ -1,11 +1,12 @@
 #include "logfile.h"
 
 #include "command.h"
+#include "console.h"
+#include "messages.h"
 #include "texts.h"
 
 #include <zucmtrlib.h>
 
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
@@ -17,29 +18,62 @@ constexpr int linesShown = 25; // a section with all its keys and the error
 
 LogFile::LogFile(const QString& path_) : path(path_)
 {
+    if (output::TargetOf(path).kind == output::Kind::Stream) {
+        OpenStream(path_);
+        path.clear();
+    }
     if (path.isEmpty())
-        path = MakeTemporary();
+        UseOwnLog();
     seen = QFileInfo(path).size(); // an older log stays in front
     ZuCmtrSetLogFilePath(path);
+    if (!path_.isEmpty())
+        messages::GoTo([this](const QString& text) { Append(text); });
 }
 
-QString LogFile::MakeTemporary()
+void LogFile::OpenStream(const QString& name)
 {
-    const QString directory = QDir::tempPath(); // empty if TMPDIR does not exist
-    temporary.setFileTemplate(directory + QLatin1String("/zucmtr-log.XXXXXX"));
-    if (directory.isEmpty() || !temporary.open())
+    stream = std::make_unique<output::OutputFile>(name);
+    if (!stream->Open())
+        throw ConfigurationError(
+            Tr("log", "--log: '%1' cannot be written: %2").arg(name, stream->ErrorText()));
+}
+
+void LogFile::UseOwnLog()
+{
+    own = std::make_unique<output::ScratchFile>();
+    path = own->Path();
+    if (path.isEmpty())
         throw ConfigurationError(
             Tr("log", "cannot make a temporary log file in '%1'; set TMPDIR to a directory that can be "
                       "written to, or name a log file by --log")
-                .arg(directory.isEmpty() ? qEnvironmentVariable("TMPDIR") : directory));
-    QString name = temporary.fileName();
-    temporary.close();
-    return name;
+                .arg(qEnvironmentVariable("TMPDIR", QStringLiteral("/tmp"))));
 }
 
 LogFile::~LogFile()
 {
+    messages::GoTo({});
     ZuCmtrSetLogFilePath(QString());
+}
+
+// As the library does: the file is open only meanwhile.
+void LogFile::Append(const QString& line)
+{
+    const QByteArray bytes = line.toUtf8() + '\n';
+    if (stream != nullptr) {
+        Copy(bytes);
+        return;
+    }
+    QFile file(path);
+    if (file.open(QIODevice::WriteOnly | QIODevice::Append))
+        file.write(bytes);
+}
+
+void LogFile::Copy(const QByteArray& bytes)
+{
+    if (stream == nullptr || stream->Write(bytes))
+        return;
+    Complain(Tr("log", "the log cannot be written any more: %1").arg(stream->ErrorText()));
+    stream.reset();
 }
 
 QStringList LogFile::TakeNewLines()
@@ -49,6 +83,7 @@ QStringList LogFile::TakeNewLines()
         return {};
     const QByteArray bytes = file.readAll();
     seen += bytes.size();
+    Copy(bytes);
     QStringList lines = QString::fromUtf8(bytes).split(QLatin1Char('\n'));
     if (lines.last().isEmpty())
         lines.removeLast();

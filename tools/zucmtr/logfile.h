@@ -1,29 +1,39 @@
 // The log that the library appends to while it loads: the user's file, or one of our own that goes with the
-// object.
+// program, however it ends.
 #pragma once
+
+#include "output/outputfile.h"
+#include "output/scratchfile.h"
 
 #include <QString>
 #include <QStringList>
-#include <QTemporaryFile>
+
+#include <memory>
 
 class LogFile
 {
 public:
-    /// Sets the library's log path to `path`, or to a temporary file if it is empty. Throws
-    /// ConfigurationError if no temporary file can be made.
+    /// Sets the library's log path to `path`, or to a log of our own if it is empty. The library writes into
+    /// regular files alone: where the path leads to anything else, our own log is copied there line by line.
+    /// Qt's messages go to the user's log, too. Throws ConfigurationError if there can be no log.
     explicit LogFile(const QString& path);
     ~LogFile();
     LogFile(const LogFile&) = delete;
     LogFile& operator=(const LogFile&) = delete;
 
     /// The lines that came since the object was made or since the last call; long logs are cut to the last of
-    /// them, behind a line that tells how many are left out.
+    /// them, after a line that says how many are left out. To be called after each load: copying is done
+    /// here.
     QStringList TakeNewLines();
 
 private:
-    QString MakeTemporary();
+    void OpenStream(const QString& name);
+    void UseOwnLog();
+    void Append(const QString& line);
+    void Copy(const QByteArray& bytes);
 
-    QTemporaryFile temporary;
-    QString path;
-    qint64 seen = 0; // bytes
+    std::unique_ptr<output::ScratchFile> own;
+    std::unique_ptr<output::OutputFile> stream; // the user's log, if it is no regular file
+    QString path;                               // of the library's log
+    qint64 seen = 0;                            // bytes
 };

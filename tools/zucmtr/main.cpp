@@ -1,11 +1,13 @@
 // zucmtr, the command-line program: an ordinary user of the library's public interface. This file knows the
 // list of subcommands and turns every way out into an exit code.
+#include "application.h"
 #include "checkcommand.h"
 #include "command.h"
 #include "console.h"
 #include "convertcommand.h"
 #include "dictionarycommand.h"
 #include "infocommand.h"
+#include "messages.h"
 #include "parsertexts.h"
 #include "samplecommand.h"
 #include "texts.h"
@@ -14,10 +16,7 @@
 
 #include <CLI/CLI.hpp>
 
-#include <QCoreApplication>
-#include <QGuiApplication>
 #include <QLocale>
-#include <QLoggingCategory>
 #include <QTextCodec>
 #include <QTranslator>
 
@@ -67,17 +66,6 @@ int ExitAfterParsing(const CLI::App& app, const CLI::ParseError& error)
     return WrongUsage(TextOf(error), command);
 }
 
-// Pictures are painted without a screen; everything else needs no painter.
-std::unique_ptr<QCoreApplication> MakeApplication(int& count, char** arguments)
-{
-    if (!PaintsPicture(count, arguments))
-        return std::make_unique<QCoreApplication>(count, arguments);
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    QLoggingCategory::setFilterRules(
-        QStringLiteral("default.warning=false")); // on a session that is not there
-    return std::make_unique<QGuiApplication>(count, arguments);
-}
-
 // Everything that --help tells of the program and its commands.
 void Describe(CLI::App& app, Action& chosen, const char* program)
 {
@@ -123,8 +111,11 @@ int ParseAndRun(int count, char** arguments)
 
 int main(int count, char** arguments)
 {
+    HoldStandardStreams();
     UseUtf8Everywhere();
-    const std::unique_ptr<QCoreApplication> application = MakeApplication(count, arguments);
+    messages::Take();
+    const std::unique_ptr<QCoreApplication> application =
+        MakeApplication(arguments, PaintsPicture(count, arguments));
     std::setlocale(LC_NUMERIC,
                    "C"); // the application took the user's; options have a decimal point everywhere
     QTranslator translator;

@@ -19,6 +19,13 @@ int Columns()
     return ioctl(STDERR_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0 ? size.ws_col : 80;
 }
 
+// Whether standard error is a terminal that knows how to clear a line.
+bool CanRewriteLines()
+{
+    const QByteArray terminal = qgetenv("TERM");
+    return isatty(STDERR_FILENO) != 0 && !terminal.isEmpty() && terminal != "dumb";
+}
+
 QString Bar(size_t done, size_t total)
 {
     const int full = total == 0 ? BarWidth : static_cast<int>(done * BarWidth / total);
@@ -48,7 +55,7 @@ QString ProgressText(size_t done, size_t total, double seconds, int columns)
     return text.left(std::max(columns - 1, 0));
 }
 
-Progress::Progress(size_t total_, bool wanted) : total(total_), shows(wanted && isatty(STDERR_FILENO) != 0) {}
+Progress::Progress(size_t total_, bool wanted) : total(total_), shows(wanted && CanRewriteLines()) {}
 
 Progress::~Progress()
 {

@@ -2,6 +2,7 @@
 
 #include "checks.h"
 #include "console.h"
+#include "output/outputfile.h"
 #include "sampleoptions.h"
 #include "texts.h"
 
@@ -23,41 +24,38 @@ struct SampleCommandOptions
 
 const char* const iniName = "ZuDrv.ini";
 
-// An older sample in the directory must not mix with the new one: a continuation file that stayed would be
-// read behind the new first file.
-void MakeRoom(const QDir& directory, bool force)
+// Of an older sample in the directory.
+QStringList PresentFiles(const QDir& directory)
 {
     const QStringList patterns = {QLatin1String(iniName), QStringLiteral("Vostochnaya_00012[3-9].Z*"),
                                   QStringLiteral("Vostochnaya_000130.Z*")};
-    const QStringList present =
-        directory.entryList(patterns, QDir::Files | QDir::Hidden | QDir::CaseSensitive, QDir::Name);
-    if (!present.isEmpty() && !force)
-        throw ConfigurationError(
-            Tr("sample", "--out: '%1' already has '%2'; choose another directory, or replace the sample and "
-                         "its ini file by --force")
-                .arg(directory.path(), present.first()));
-    for (const QString& name : present)
-        QFile::remove(directory.filePath(name));
+    return directory.entryList(patterns, QDir::Files | QDir::Hidden | QDir::CaseSensitive, QDir::Name);
 }
 
 bool Write(const QString& path, const QByteArray& bytes)
 {
-    if (!recorderfile::WriteFile(path, bytes)) {
-        Complain(Tr("sample", "cannot write '%1'; check the free space and the permissions").arg(path));
+    QString error;
+    if (!output::WriteOutput(path, bytes, error)) {
+        Complain(Tr("sample", "'%1' cannot be written: %2").arg(path, error));
         return false;
     }
     PrintLine(path);
     return true;
 }
 
-bool WriteStation(const QDir& directory, const station::StationOptions& options)
+// Takes what is written off the list of older files.
+bool WriteStation(const QDir& directory, const station::StationOptions& options, QStringList& older)
 {
+    older.removeAll(QLatin1String(iniName));
     if (!Write(directory.filePath(QLatin1String(iniName)), station::MakeIni(options).toUtf8()))
         return false;
-    for (const station::StartKind start : station::PossibleStarts(options))
-        for (const recorderfile::NamedFile& file : station::MakeFiles(options, start))
+    for (const station::StartKind start : station::PossibleStarts(options)) {
+        for (const recorderfile::NamedFile& file : station::MakeFiles(options, start)) {
+            older.removeAll(file.name);
             if (!Write(directory.filePath(file.name), file.bytes))
                 return false;
+        }
+    }
     return true;
 }
 
@@ -73,9 +71,17 @@ int RunSample(const SampleCommandOptions& options, const QString& program)
 {
     const station::StationOptions station = CheckedStation(options.sample);
     const QDir directory(CheckedOutputDirectory(QString::fromStdString(options.out)));
-    MakeRoom(directory, options.force);
-    if (!WriteStation(directory, station))
+    QStringList older = PresentFiles(directory);
+    if (!older.isEmpty() && !options.force)
+        throw ConfigurationError(
+            Tr("sample", "--out: '%1' already has '%2'; choose another directory, or replace the sample and "
+                         "its ini file by --force")
+                .arg(directory.path(), older.first()));
+    if (!WriteStation(directory, station, older))
         return ExitFailed;
+    // A continuation file that stayed would be read after the new first file.
+    for (const QString& name : qAsConst(older))
+        QFile::remove(directory.filePath(name));
     PrintLine(ConvertCommand(program, directory));
     return ExitDone;
 }

@@ -1,6 +1,7 @@
 #include "viewcommand.h"
 
 #include "console.h"
+#include "output/target.h"
 #include "recordsource.h"
 #include "texts.h"
 #include "view/view.h"
@@ -37,10 +38,17 @@ QString DefaultPage(const QString& file)
     return info.path() + QLatin1Char('/') + info.completeBaseName() + QStringLiteral(".html");
 }
 
+// Says where the output is, unless standard output is the output itself.
+void Confirm(const QString& path)
+{
+    if (!output::IsStandardOutput(path))
+        PrintLine(path);
+}
+
 void PutPage(const QString& record, const QString& page, const view::Options& options)
 {
     const view::Held held = view::WritePage(record, page, options);
-    PrintLine(page);
+    Confirm(page);
     if (held.samples < held.total)
         Complain(Tr("view",
                     "%1: the page holds %2 of %3 samples around the trigger; --window SECONDS chooses how "
@@ -66,7 +74,7 @@ void WriteAll(const ViewOptions& options, const QString& record)
         if (path.empty())
             continue;
         view::WritePicture(record, Text(path), format, settings);
-        PrintLine(Text(path));
+        Confirm(Text(path));
     }
 }
 
@@ -94,7 +102,7 @@ void AddOutputOptions(CLI::App& command, ViewOptions& options)
 {
     command
         .add_option("-o,--out", options.page,
-                    HelpText("view", "The page; default: FILE with the ending .html"))
+                    HelpText("view", "The page; - is standard output. Default: FILE with the ending .html"))
         ->type_name("FILE");
     command
         .add_option("--svg", options.svg,

@@ -1,6 +1,7 @@
 #include "watchjournal.h"
 
 #include "command.h"
+#include "output/target.h"
 #include "sourcefiles.h"
 #include "texts.h"
 
@@ -91,9 +92,20 @@ bool Lock(const QFile& file)
     return flock(file.handle(), LOCK_EX | LOCK_NB) == 0;
 }
 
+// It is read back and written anew, so it is a regular file, by the name that no link changes.
+QString JournalPath(const QString& path)
+{
+    const output::Target target = output::TargetOf(path);
+    if (target.kind == output::Kind::RegularFile || target.kind == output::Kind::NewFile)
+        return target.path;
+    throw ConfigurationError(
+        Tr("watch", "--state: '%1' is no regular file; give a file in a directory that can be written to")
+            .arg(path));
+}
+
 } // namespace
 
-WatchJournal::WatchJournal(const QString& path_) : path(path_)
+WatchJournal::WatchJournal(const QString& path_) : path(JournalPath(path_))
 {
     Open();
     Read();
@@ -257,6 +269,8 @@ void WatchJournal::Compact()
 void WatchJournal::Replace(const QByteArray& bytes)
 {
     auto fresh = std::make_unique<QFile>(path + QStringLiteral(".new"));
+    if (output::TargetOf(fresh->fileName()).kind == output::Kind::Stream)
+        return;
     if (!fresh->open(QIODevice::ReadWrite | QIODevice::Truncate))
         return;
     const bool written = Lock(*fresh) && fresh->write(bytes) == bytes.size() && fresh->flush() &&

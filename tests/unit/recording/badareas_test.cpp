@@ -141,6 +141,17 @@ TEST(OddArea, BlockWithoutAnyDataIsSkippedAndReadsAsZero)
     EXPECT_EQ(cut.samples, (Codes{5, 6, 0}));
 }
 
+TEST(OddArea, HalfASampleThatIsSkippedKeepsItsByte)
+{
+    // The copy gives three bytes of four; the block after it has no data.
+    const Expansion expansion = Expand(CompressedArea(7, 2, {0x0102, 0x0304}).Raw("\x70").Bytes(), 5);
+    EXPECT_TRUE(expansion.good);
+    EXPECT_EQ(expansion.samples, (Codes{0x0102, 0x0304, 0x0102, 0x0004, 0}));
+    const Expansion nothingElse = Expand(CompressedArea(5, 2, {0x0102, 0x0304}).Raw("\xf0").Bytes(), 3);
+    EXPECT_TRUE(nothingElse.good);
+    EXPECT_EQ(nothingElse.samples, (Codes{0x0102, 0x0304, 0x0002}));
+}
+
 TEST(OddArea, CopyBehindASkippedBlockCopiesItsZeros)
 {
     const Expansion expansion = Expand(CompressedArea(8, 2, {5, 6}).Raw("\x07").Bytes(), 6);

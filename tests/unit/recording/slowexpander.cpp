@@ -67,7 +67,7 @@ private:
         if (blockSamples != 0 && available != 0 && samplesDone < points)
             return ReadItems(width, available);
         for (size_t i = out; i < std::min(points, out + blockSamples); ++i)
-            samples[i] = 0;
+            samples[i] = i == out && half ? static_cast<int16_t>(samples[i] & 0xFF) : int16_t{0};
         out += blockSamples;
         return true;
     }
@@ -83,6 +83,7 @@ private:
         bytesDone += bytes;
         samplesDone += bytes / 2;
         out += bytes / 2;
+        half = bytes % 2 == 1;
     }
 
     bool ReadItems(uint32_t width, size_t available)
@@ -145,6 +146,7 @@ private:
     size_t prev = 0;        // first sample of the block before
     size_t bytesDone = 0;   // of the output
     size_t samplesDone = 0; // of the output
+    bool half = false;      // the low byte of the next sample is there
     size_t byte = 0;        // of the block's data
     uint32_t bit = 0;       // of that byte
 };

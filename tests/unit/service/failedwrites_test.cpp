@@ -106,9 +106,13 @@ protected:
         recorderfile::Recording recording;
         recording.Add(recorderfile::AnalogChannel{"Q1:Ia", "А", std::vector<int16_t>(20000, 1)})
             .Add(recorderfile::DiscreteChannel{"Q1:x"});
-        const QByteArray bytes = recorderfile::Encode(recording);
-        station.Directory().Write("rec.ZU", bytes);
-        const FileSizeLimit limit(100000);
+        return ConvertWithRoomFor(100000, recording);
+    }
+
+    bool ConvertWithRoomFor(rlim_t bytesOfAFile, const recorderfile::Recording& recording)
+    {
+        station.Directory().Write("rec.ZU", recorderfile::Encode(recording));
+        const FileSizeLimit limit(bytesOfAFile);
         return station.Converter().ConvertToComtrade(station.Directory().Path("rec.ZU"),
                                                      station.Directory().Path("out"), 0);
     }
@@ -161,6 +165,22 @@ TEST_F(FailedBinaryDat, LeavesTheCfgAndThePartialDat)
     ExpectEarlierFilesAnd({".cfgtmp", ".dattmp"});
     EXPECT_EQ(QFileInfo(station.Directory().Path(OutFile(".dattmp"))).size(), 100000);
     EXPECT_TRUE(SourceIsThere());
+}
+
+TEST_F(FailedBinaryDat, LastBlockThatFailsOnlyWhenItLeavesTheBufferIsAFailure)
+{
+    // Records of 100 bytes: a block of 261800 that fits, and one of 16300 that the file's buffer still takes.
+    recorderfile::Recording recording;
+    for (int i = 1; i <= 46; ++i)
+        recording.Add(
+            recorderfile::AnalogChannel{QStringLiteral("Q1:I%1").arg(i), "А", std::vector<int16_t>(2781, 1)});
+    EXPECT_FALSE(ConvertWithRoomFor(262000, recording));
+    EXPECT_EQ(station.Device().LastError, "Ошибка записи в [" + OutName() + ".dattmp]");
+    ExpectEarlierFilesAnd({".cfgtmp", ".dattmp"});
+    EXPECT_TRUE(SourceIsThere());
+    EXPECT_TRUE(ConvertWithRoomFor(300000, recording));
+    EXPECT_EQ(Bytes(".dat").size(), 278100);
+    EXPECT_FALSE(SourceIsThere());
 }
 
 TEST_F(FailedBinaryDat, NextConversionOfTheDeviceGoesThrough)

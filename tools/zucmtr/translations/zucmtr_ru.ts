@@ -713,10 +713,6 @@ Ctrl-C завершает работу после начатых осцилло�
         <translation>Имя секции регистратора в целом ini-файле. По умолчанию Device</translation>
     </message>
     <message>
-        <source>File to write; it must not be there. Default: standard output</source>
-        <translation>Файл для записи; его не должно быть. По умолчанию стандартный вывод</translation>
-    </message>
-    <message>
         <source>Replace the file of --output</source>
         <translation>Заменить файл --output</translation>
     </message>
@@ -747,6 +743,10 @@ Example, with the sample station:
   zucmtr sample --out station
   zucmtr dictionary --complete --output new/ZuDrv.ini --force station/Vostochnaya_000123.ZU
   zucmtr convert --ini new/ZuDrv.ini --out new station/Vostochnaya_000123.ZU</translation>
+    </message>
+    <message>
+        <source>File to write; it must not be there. Default: standard output, as for -</source>
+        <translation>Файл для записи; его не должно быть. По умолчанию и для «-» — стандартный вывод</translation>
     </message>
 </context>
 <context>
@@ -1107,6 +1107,14 @@ Example, with the sample station:
         <source>... (%1 lines before)</source>
         <translation>... (строк до этого: %1)</translation>
     </message>
+    <message>
+        <source>--log: &apos;%1&apos; cannot be written: %2</source>
+        <translation>--log: «%1» не записывается: %2</translation>
+    </message>
+    <message>
+        <source>the log cannot be written any more: %1</source>
+        <translation>журнал больше не записывается: %1</translation>
+    </message>
 </context>
 <context>
     <name>main</name>
@@ -1174,6 +1182,17 @@ Run &apos;%2 --help&apos; for the options and an example.</source>
     <message>
         <source>--max-memory: the system does not take a limit of %1 bytes; give less</source>
         <translation>--max-memory: система не принимает предел в %1 байтов; дайте меньше</translation>
+    </message>
+</context>
+<context>
+    <name>output</name>
+    <message>
+        <source>%1; check the directory, its permissions and the free space</source>
+        <translation>%1; проверьте каталог, права доступа и свободное место</translation>
+    </message>
+    <message>
+        <source>nobody reads this pipe; start its reader first</source>
+        <translation>этот канал никто не читает; сначала запустите читающую программу</translation>
     </message>
 </context>
 <context>
@@ -1307,10 +1326,6 @@ Run &apos;%2 --help&apos; for the options and an example.</source>
         <translation>--out: в «%1» уже есть «%2»; выберите другой каталог или замените учебную станцию и её ini-файл ключом --force</translation>
     </message>
     <message>
-        <source>cannot write &apos;%1&apos;; check the free space and the permissions</source>
-        <translation>«%1» не записывается; проверьте свободное место и права доступа</translation>
-    </message>
-    <message>
         <source>Write a sample station: recordings and their ini file</source>
         <translation>Записать учебную станцию: осциллограммы и их ini-файл</translation>
     </message>
@@ -1401,6 +1416,10 @@ Example:
     <message>
         <source>Seed of noise and operating times, 0 to 4294967295 (1)</source>
         <translation>Начальное число шума и времён срабатывания, от 0 до 4294967295 (1)</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; cannot be written: %2</source>
+        <translation>«%1» не записывается: %2</translation>
     </message>
 </context>
 <context>
@@ -1680,16 +1699,8 @@ Example:
 <context>
     <name>view</name>
     <message>
-        <source>&apos;%1&apos; cannot be written: %2; check the directory, its permissions and the free space</source>
-        <translation>«%1» не записывается: %2; проверьте каталог, права доступа и свободное место</translation>
-    </message>
-    <message>
         <source>%1: the page holds %2 of %3 samples around the trigger; --window SECONDS chooses how many, --full takes all</source>
         <translation>%1: на странице выборок вокруг пуска %2 из %3; сколько их, выбирает --window SECONDS, --full берёт все</translation>
-    </message>
-    <message>
-        <source>The page; default: FILE with the ending .html</source>
-        <translation>Страница; по умолчанию FILE с окончанием .html</translation>
     </message>
     <message>
         <source>Write an overview as an SVG picture; without -o no page</source>
@@ -1754,6 +1765,14 @@ Example, with the sample station:
   mkdir -p station
   zucmtr sample --out station --force
   zucmtr view station/Vostochnaya_000123.ZU -o station/fault.html</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; cannot be written: %2</source>
+        <translation>«%1» не записывается: %2</translation>
+    </message>
+    <message>
+        <source>The page; - is standard output. Default: FILE with the ending .html</source>
+        <translation>Страница; «-» — стандартный вывод. По умолчанию FILE с окончанием .html</translation>
     </message>
 </context>
 <context>
@@ -1866,6 +1885,10 @@ SIGTERM и Ctrl-C завершают работу после начатой ос
     <message>
         <source>nothing is left to do</source>
         <translation>больше нечего делать</translation>
+    </message>
+    <message>
+        <source>--state: &apos;%1&apos; is no regular file; give a file in a directory that can be written to</source>
+        <translation>--state: «%1» — не обычный файл; укажите файл в каталоге, доступном для записи</translation>
     </message>
 </context>
 <context>

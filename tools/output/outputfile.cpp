@@ -1,0 +1,178 @@
+#include "output/outputfile.h"
+
+#include "zucmtr/texts.h"
+
+#include <QFile>
+
+#include <cerrno>
+#include <csignal>
+#include <cstdio>
+#include <ctime>
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace output {
+
+namespace {
+
+// Keeps a reader that goes away from ending the program: the write then fails, and that can be reported.
+class NoBrokenPipe
+{
+public:
+    NoBrokenPipe()
+    {
+        sigemptyset(&pipe);
+        sigaddset(&pipe, SIGPIPE);
+        pthread_sigmask(SIG_BLOCK, &pipe, &before);
+    }
+    ~NoBrokenPipe()
+    {
+        const int failure = errno;
+        const timespec atOnce = {};
+        while (sigismember(&before, SIGPIPE) == 0 && sigtimedwait(&pipe, nullptr, &atOnce) > 0) {
+        }
+        pthread_sigmask(SIG_SETMASK, &before, nullptr);
+        errno = failure;
+    }
+    NoBrokenPipe(const NoBrokenPipe&) = delete;
+    NoBrokenPipe& operator=(const NoBrokenPipe&) = delete;
+
+private:
+    sigset_t pipe{};
+    sigset_t before{};
+};
+
+// Waits where the descriptor is one that does not wait by itself. False if the write has failed for good.
+bool MayTryAgain(int descriptor)
+{
+    if (errno == EINTR)
+        return true;
+    if (errno != EAGAIN)
+        return false;
+    pollfd ready = {descriptor, POLLOUT, 0};
+    return poll(&ready, 1, -1) > 0 || errno == EINTR;
+}
+
+QString SystemText()
+{
+    return qt_error_string(errno);
+}
+
+// A file that root replaces stays its owner's. Others cannot give files away, and need not.
+void KeepOwner(const QFileDevice& fresh, const QString& path)
+{
+    struct stat status = {};
+    if (stat(QFile::encodeName(path).constData(), &status) != 0 || status.st_uid == geteuid())
+        return;
+    const int done = fchown(fresh.handle(), status.st_uid, status.st_gid);
+    static_cast<void>(done);
+}
+
+// A copy of a descriptor that the program was started with; what it has opened for itself is nobody's output.
+int CopyOf(int descriptor)
+{
+    const int flags = fcntl(descriptor, F_GETFD);
+    if (flags >= 0 && (flags & FD_CLOEXEC) == 0)
+        return fcntl(descriptor, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
+    errno = EBADF;
+    return -1;
+}
+
+bool IsPipe(const QString& path)
+{
+    struct stat status = {};
+    return stat(QFile::encodeName(path).constData(), &status) == 0 && S_ISFIFO(status.st_mode);
+}
+
+} // namespace
+
+OutputFile::OutputFile(const QString& path) : target(TargetOf(path)) {}
+
+OutputFile::~OutputFile()
+{
+    if (stream >= 0)
+        close(stream);
+}
+
+bool OutputFile::Fail(const QString& text)
+{
+    error = text;
+    return false;
+}
+
+bool OutputFile::FailFile()
+{
+    return Fail(
+        Tr("output", "%1; check the directory, its permissions and the free space").arg(file->errorString()));
+}
+
+bool OutputFile::Open()
+{
+    return target.kind == Kind::Stream ? OpenStream() : OpenFile();
+}
+
+bool OutputFile::OpenFile()
+{
+    file = std::make_unique<QSaveFile>(target.path);
+    if (!file->open(QIODevice::WriteOnly))
+        return FailFile();
+    KeepOwner(*file, target.path);
+    return true;
+}
+
+bool OutputFile::OpenStream()
+{
+    std::fflush(stdout); // what comes now comes after it
+    if (target.descriptor >= 0) {
+        stream = CopyOf(target.descriptor);
+        return stream >= 0 || Fail(SystemText());
+    }
+    // A pipe without a reader would keep the program waiting for ever.
+    stream = open(QFile::encodeName(target.path).constData(),
+                  O_WRONLY | O_APPEND | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
+    if (stream < 0 && errno == ENXIO && IsPipe(target.path))
+        return Fail(Tr("output", "nobody reads this pipe; start its reader first"));
+    if (stream < 0)
+        return Fail(SystemText());
+    fcntl(stream, F_SETFL, fcntl(stream, F_GETFL) & ~O_NONBLOCK);
+    return true;
+}
+
+bool OutputFile::Write(const QByteArray& bytes)
+{
+    if (file == nullptr)
+        return WriteStream(bytes);
+    return file->write(bytes) == bytes.size() || FailFile();
+}
+
+bool OutputFile::WriteStream(const QByteArray& bytes)
+{
+    const NoBrokenPipe quiet;
+    int written = 0;
+    while (written < bytes.size()) {
+        const ssize_t count =
+            write(stream, bytes.constData() + written, static_cast<size_t>(bytes.size() - written));
+        if (count >= 0)
+            written += static_cast<int>(count);
+        else if (!MayTryAgain(stream))
+            return Fail(SystemText());
+    }
+    return true;
+}
+
+bool OutputFile::Commit()
+{
+    return file == nullptr || file->commit() || FailFile();
+}
+
+bool WriteOutput(const QString& path, const QByteArray& bytes, QString& error)
+{
+    OutputFile file(path);
+    const bool written = file.Open() && file.Write(bytes) && file.Commit();
+    error = file.ErrorText();
+    return written;
+}
+
+} // namespace output
