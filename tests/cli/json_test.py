@@ -26,6 +26,17 @@ QUIET = 50  # milliseconds until a recording counts as complete
 # Words for what no test can bring about: it runs as root as well, on machines of any size.
 UNSEEN = {"noPermission", "notOnDisk", "unexpected"}
 
+# Line and word of the findings in the ini file that has one slip of each kind.
+FINDINGS = (
+    "0 channelsUnknown; 0 channelsUnknown; 0 recordingUnreadable; 1 byteOrderMark; 1 lineOutsideSection; "
+    "2 keyMissing; 4 charactersLeftOut; 5 commaInText; 6 percentInText; 10 recordingsDeleted; 12 cffIgnored; "
+    "16 notAskedFor; 18 dictionaryInDefaults; 19 blanksInSectionName; 20 brokenHeading; 21 sectionTwice; "
+    "22 takenFromDefaults; 22 cffIgnored; 22 recordingsDeleted; 23 strayLine; 24 keyTwice; 24 quotationMarks; "
+    "25 quotationMarks; 25 lettersLost; 26 numberOutOfRange; 27 unknownKey; 28 numberTooLarge; 30 badNumbering; "
+    "31 noSignal; 32 notEquipmentSignal; 32 extraFields; 33 noParameters; 34 signalTwice; 35 parameterMissing; "
+    "36 unknownCode; 37 unknownParameter; 38 voltagesAndCurrents; 39 equipmentDiffers; 40 emptyEntry; "
+    "41 beyondMaximum; 45 emptyBay; 46 bayWithoutText; 47 bayTwice; 48 notUtf8; 48 unknownKey")
+
 
 class Place:
     """A directory with an ini file and recordings, and what the program printed there."""
@@ -310,8 +321,9 @@ BAY02=W,,V
 BAY03=W,V
 """.encode() + b"\xff=1\n")
         findings = place.run("check", "--json", "--ini", "bad.ini", "--device", "D", "a.ZU", "none.ZU")
-        told = {one["reason"] for one in findings}
-        self.assertEqual(words_of(SCHEMA["$defs"]["check"]["properties"]["reason"]) - told, set())
+        self.assertEqual([f"{one['line']} {one['reason']}" for one in findings if one["reason"] != "channelMissing"],
+                         FINDINGS.split("; "))
+        self.assertEqual(words_of(SCHEMA["$defs"]["check"]["properties"]["reason"]), set(reasons(findings)))
         self.assertEqual({one["severity"] for one in findings}, {"note", "warning", "error"})
 
     # zucmtr watch
