@@ -145,8 +145,7 @@ private:
         const qint64 last = oscillogram.first + std::max<qint64>(oscillogram.Count() - 1, 0);
         const double start = axis.TimeOf(oscillogram.first);
         const double end = axis.TimeOf(last);
-        const double frequency = oscillogram.config.lineFrequency;
-        const double period = 1 / (frequency >= 1 ? frequency : 50);
+        const double period = 1 / MainsFrequency(oscillogram.config);
         const double from = std::max(start, -periodsBefore * period);
         const double to = std::min(end, from + periodsShown * period);
         return from < to ? Span{from, to} : Span{start, std::max(end, start + period)};
@@ -233,17 +232,34 @@ private:
         }
     }
 
-    // Least and greatest of each pixel column, so that no peak is lost.
+    // The runs of samples without a missing one, each on its own.
     void DrawTrace(const QRectF& plot, size_t channel, double low, double high)
     {
         const Codes& codes = oscillogram.analog[channel];
-        const auto point = [&](size_t sample, double value) {
-            return QPointF(XOf(plot, TimeOf(sample)),
-                           plot.bottom() - (value - low) / (high - low) * plot.height());
-        };
-        QPolygonF line;
-        size_t sample = SampleAt(span.from);
+        painter.setPen(QPen(ColorOf(RoleOf(oscillogram.config.analog[channel]).phase), 1.6));
         const size_t end = SampleAt(span.to) + 1;
+        for (size_t sample = SampleAt(span.from); sample < end; ++sample) {
+            const size_t from = sample;
+            while (sample < end && std::isfinite(codes.At(sample)))
+                ++sample;
+            if (sample == from)
+                continue;
+            QPolygonF line;
+            for (const size_t extreme : Extremes(plot, codes, from, sample)) {
+                const double part = (Value(channel, codes.At(extreme)) - low) / (high - low);
+                line << QPointF(XOf(plot, TimeOf(extreme)), plot.bottom() - part * plot.height());
+            }
+            if (sample == from + 1)
+                painter.drawPoint(line.first());
+            else
+                painter.drawPolyline(line);
+        }
+    }
+
+    // Samples with the least and the greatest code of each pixel column, so that no peak is lost.
+    std::vector<size_t> Extremes(const QRectF& plot, const Codes& codes, size_t sample, size_t end) const
+    {
+        std::vector<size_t> extremes;
         while (sample < end) {
             const double column = std::floor(XOf(plot, TimeOf(sample)));
             size_t least = sample;
@@ -252,12 +268,10 @@ private:
                 least = codes.At(sample) < codes.At(least) ? sample : least;
                 greatest = codes.At(sample) > codes.At(greatest) ? sample : greatest;
             }
-            for (const size_t extreme : {std::min(least, greatest), std::max(least, greatest)})
-                if (std::isfinite(codes.At(extreme)))
-                    line << point(extreme, Value(channel, codes.At(extreme)));
+            extremes.push_back(std::min(least, greatest));
+            extremes.push_back(std::max(least, greatest));
         }
-        painter.setPen(QPen(ColorOf(RoleOf(oscillogram.config.analog[channel]).phase), 1.6));
-        painter.drawPolyline(line);
+        return extremes;
     }
 
     void DrawNames(const QRectF& plot, const Channels& channels)
@@ -318,7 +332,7 @@ private:
             const double x = XOf(charts, time / milliseconds);
             painter.setPen(quiet);
             painter.drawText(QRectF(x - 50, charts.bottom() + 4, 100, rulerHeight - 4), Qt::AlignCenter,
-                             QStringLiteral("%1 ms").arg(std::abs(time) < step / 1000 ? 0 : time));
+                             Tr("view", "%1 ms").arg(std::abs(time) < step / 1000 ? 0 : time));
             painter.setPen(rule);
             painter.drawLine(QPointF(x, charts.top()), QPointF(x, charts.bottom()));
         }
@@ -419,7 +433,7 @@ QByteArray PngOf(const Oscillogram& oscillogram)
 
 } // namespace
 
-void WritePicture(const QString& recordPath, const QString& picturePath, Picture format,
+Held WritePicture(const QString& recordPath, const QString& picturePath, Picture format,
                   const Options& options)
 {
     const Oscillogram oscillogram = Load(recordPath, options);
@@ -430,6 +444,7 @@ void WritePicture(const QString& recordPath, const QString& picturePath, Picture
                        "'%1' cannot be written: %2; check the directory, its permissions and the free "
                        "space")
                         .arg(picturePath, file.errorString()));
+    return Holding(oscillogram);
 }
 
 } // namespace view

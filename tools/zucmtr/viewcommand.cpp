@@ -37,7 +37,7 @@ QString DefaultPage(const QString& file)
     return info.path() + QLatin1Char('/') + info.completeBaseName() + QStringLiteral(".html");
 }
 
-void PutPage(const QString& record, const QString& page, const view::Options& options)
+view::Held PutPage(const QString& record, const QString& page, const view::Options& options)
 {
     const view::Held held = view::WritePage(record, page, options);
     PrintLine(page);
@@ -48,6 +48,27 @@ void PutPage(const QString& record, const QString& page, const view::Options& op
                      .arg(page)
                      .arg(held.samples)
                      .arg(held.total));
+    return held;
+}
+
+// What is odd about the record, whichever device made it.
+void ComplainOfRecord(const QString& file, const view::Held& held)
+{
+    if (held.announced != held.total)
+        Complain(Tr("view", "%1: the configuration announces %2 samples, the data have %3; all of these are shown")
+                     .arg(file)
+                     .arg(held.announced)
+                     .arg(held.total));
+    if (!held.hasTrigger)
+        Complain(Tr("view", "%1: the trigger time lies outside the record's samples; check the start time, the "
+                            "trigger time and the sampling rates in its configuration")
+                     .arg(file));
+    if (held.missing > 0)
+        Complain(Tr("view", "%1: %2 values are missing in %3 analog channels: the traces have gaps, and a "
+                            "period with a gap has no RMS and no angle")
+                     .arg(file)
+                     .arg(held.missing)
+                     .arg(held.incomplete));
 }
 
 void WriteAll(const ViewOptions& options, const QString& record)
@@ -57,17 +78,19 @@ void WriteAll(const ViewOptions& options, const QString& record)
     settings.full = options.full;
     settings.source = QFileInfo(Text(options.file)).fileName();
     const bool pictureAlone = options.page.empty() && !(options.svg.empty() && options.png.empty());
+    view::Held held;
     if (!pictureAlone)
-        PutPage(record, options.page.empty() ? DefaultPage(Text(options.file)) : Text(options.page),
-                settings);
+        held = PutPage(record, options.page.empty() ? DefaultPage(Text(options.file)) : Text(options.page),
+                       settings);
     const std::pair<const std::string&, view::Picture> pictures[] = {{options.svg, view::Picture::Svg},
                                                                      {options.png, view::Picture::Png}};
     for (const auto& [path, format] : pictures) {
         if (path.empty())
             continue;
-        view::WritePicture(record, Text(path), format, settings);
+        held = view::WritePicture(record, Text(path), format, settings);
         PrintLine(Text(path));
     }
+    ComplainOfRecord(Text(options.file), held);
 }
 
 int RunView(const ViewOptions& options)
