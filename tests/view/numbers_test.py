@@ -272,7 +272,7 @@ class Rules(unittest.TestCase):
                          browser.texts("#why li"))
         browser.choose_method(1)
         self.assertEqual({"—"}, set(browser.texts("#phaseValues td:first-of-type, #sequenceValues td:first-of-type")))
-        browser.set_cursor(1, 225)  # a whole period of one rate, but two do not fit, as the sequences of the report need
+        browser.set_cursor(1, 215)  # a whole period of one rate, but two do not fit, as the sequences of the report need
         self.assertEqual("12.000", browser.texts("#phaseValues td")[0])
         self.assertEqual("—", browser.texts("#sequenceValues td")[0])
 
@@ -332,7 +332,7 @@ class Rules(unittest.TestCase):
         self.assertRegex(last[0], r"^=(49\.9|50\.[01])\d?$")
         self.assertEqual("=220.0", last[1])
         self.assertEqual(["—", "—", "—"], last[2:5])
-        self.assertEqual("360°", last[5])
+        self.assertEqual("0°", last[5])
 
     def test_a_period_with_a_missing_sample_has_no_value(self):
         channels = self.three(400)
@@ -406,10 +406,9 @@ class Notices(unittest.TestCase):
     def test_other_counts_than_the_configuration_announces(self):
         for announced in (900, 300):
             said = show(self.record(announced=announced))
-            self.assertEqual("zucmtr: %s: the configuration announces %d samples, the data have 400; all of these are "
-                             "shown\n" % (folder / "own.cfg", announced), said)
-            self.assertEqual(["The configuration of the record announces %d samples, the data have 400. All of these are "
-                              "shown." % announced], browser.texts("#notices p"))
+            self.assertEqual("zucmtr: %s: the configuration announces %d samples, the data have 400\n" % (folder / "own.cfg", announced), said)
+            self.assertEqual(["The configuration of the record announces %d samples, the data have 400."
+                              % announced], browser.texts("#notices p"))
             self.assertEqual(400, browser.run("return zuView.page.data.count"))
 
     def test_a_window_is_taken_from_the_samples_that_there_are(self):
@@ -434,9 +433,9 @@ class Notices(unittest.TestCase):
         record = self.record()
         record.channels[1].codes[100:117] = [MISSING] * 17
         said = show(record, wishes="lang=ru&theme=dark")
-        self.assertEqual("zucmtr: %s: 17 values are missing in 1 analog channels: the traces have gaps, and a period with a "
-                         "gap has no RMS and no angle\n" % (folder / "own.cfg"), said)
-        self.assertEqual(["Пропущенных значений: 17, аналоговых каналов с пропусками: 1. На осциллограммах там разрывы, а для "
+        self.assertEqual("zucmtr: %s: missing analog values: 17 (channels: 1); the traces have gaps there, and a period with "
+                         "a gap has no RMS and no angle\n" % (folder / "own.cfg"), said)
+        self.assertEqual(["Пропущено аналоговых значений: 17 (каналов: 1). На осциллограммах там разрывы, а для "
                           "периода с разрывом нет действующего значения и угла."], browser.texts("#notices p"))
 
     def test_a_picture_alone_says_it_as_well(self):

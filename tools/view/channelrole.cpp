@@ -87,7 +87,7 @@ Role RoleOf(const comtrade::AnalogChannel& channel)
 
 bool IsWave(const QString& unit)
 {
-    constexpr std::array<const char*, 20> steady = {"hz", "mhz", "khz", "гц", "мгц", "кгц", "%",
+    constexpr std::array<const char*, 20> steady = {"hz", "mhz", "khz", "гц", "мгц", "кгц",  "%",
                                                     "°c", "°с",  "°f",  "°",  "deg", "grad", "град",
                                                     "s",  "ms",  "с",   "мс", "min", "мин"};
     const QString lower = unit.trimmed().toLower();

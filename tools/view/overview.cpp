@@ -109,7 +109,7 @@ class Overview
 public:
     Overview(QPainter& painter_, const Oscillogram& oscillogram_)
         : painter(painter_), oscillogram(oscillogram_), states(ChangingStates(oscillogram_)),
-          circuit(ShownCircuit(oscillogram_)), span(ShownSpan())
+          circuit(ShownCircuit(oscillogram_)), figures(Figures()), span(ShownSpan())
     {}
 
     static int HeightOf(const Oscillogram& oscillogram)
@@ -124,8 +124,9 @@ public:
         painter.setRenderHint(QPainter::Antialiasing);
         DrawTitle();
         const int chartHeight = (statesTop - titleHeight - margin) / 2;
-        const QRectF plot(margin + axisWidth, titleHeight + margin,
-                          width - 3 * margin - axisWidth - figuresWidth, chartHeight - margin);
+        const int beside = figures.isEmpty() ? 0 : figuresWidth;
+        const QRectF plot(margin + axisWidth, titleHeight + margin, width - 3 * margin - axisWidth - beside,
+                          chartHeight - margin);
         const QRectF tracks(plot.left(), statesTop, plot.width(),
                             stateHeight * static_cast<double>(states.size()));
         const QRectF charts(plot.topLeft(), tracks.bottomRight());
@@ -359,7 +360,10 @@ private:
         const QStringList extremes = ExtremeLines(report);
         if (!extremes.isEmpty())
             lines << QStringLiteral("Экстремальные значения:") << extremes << QString();
-        return lines << ValuesAtStart(report);
+        lines << ValuesAtStart(report);
+        if (!lines.isEmpty()) // its formulas are not those of the page
+            lines = QStringList{Tr("view", "As in the fault report:"), QString()} + lines;
+        return lines;
     }
 
     // The phase values and the components at the start: the second pair of the report's tables.
@@ -386,7 +390,6 @@ private:
     {
         SetFont(14);
         double y = area.top();
-        const QStringList figures = Figures();
         for (const QString& line : figures) {
             painter.setPen(line.endsWith(QLatin1Char(':')) ? quiet : ink);
             const QRectF room(area.left(), y, area.width(), area.bottom() - y);
@@ -400,6 +403,7 @@ private:
     const Oscillogram& oscillogram;
     const Channels states;
     const QString circuit;
+    const QStringList figures;
     const Span span;
 };
 

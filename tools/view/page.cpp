@@ -20,9 +20,9 @@ namespace view {
 namespace {
 
 // In the order in which they need one another.
-constexpr const char* scripts[] = {"dygraph",      "texts",   "axis",   "channels",  "periods", "power",
-                                   "reportmethod", "frame",   "strips", "tracks",    "cursors", "reasons",
-                                   "phasors",      "tables",  "report", "navigator", "main"};
+constexpr const char* scripts[] = {"dygraph",      "texts",  "axis",   "channels",  "periods", "power",
+                                   "reportmethod", "frame",  "strips", "tracks",    "cursors", "reasons",
+                                   "phasors",      "tables", "report", "navigator", "main"};
 
 QByteArray Resource(const QString& name)
 {

@@ -68,8 +68,7 @@ TimeAxis TimeAxis::FromRates(const comtrade::Configuration& config)
     }
     // Microseconds, in the report's order of operations.
     const qint64 microseconds = OffsetNanoseconds(config) / 1000;
-    axis.trigger =
-        ToSample(std::round(static_cast<double>(microseconds) * axis.pieces.front().hertz / 1e6));
+    axis.trigger = ToSample(std::round(static_cast<double>(microseconds) * axis.pieces.front().hertz / 1e6));
     if (axis.pieces.size() > 1 && axis.trigger >= axis.pieces[1].from)
         axis.trigger = axis.SampleAt(0, axis.pieces.back().from + (qint64(1) << 40));
     return axis;
@@ -137,8 +136,7 @@ double TimeAxis::Duration(qint64 count) const
 bool TimeAxis::HasTrigger(qint64 count) const
 {
     constexpr double tolerance = 1e-6; // s, to which times are written
-    const double step =
-        pieces.empty() ? TimeOf(count - 1) - TimeOf(count - 2) : PieceOf(count - 1).step;
+    const double step = pieces.empty() ? TimeOf(count - 1) - TimeOf(count - 2) : PieceOf(count - 1).step;
     return TimeOf(0) <= tolerance && TimeOf(count - 1) + step >= -tolerance;
 }
 

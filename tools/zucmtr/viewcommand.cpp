@@ -55,16 +55,17 @@ view::Held PutPage(const QString& record, const QString& page, const view::Optio
 void ComplainOfRecord(const QString& file, const view::Held& held)
 {
     if (held.announced != held.total)
-        Complain(Tr("view", "%1: the configuration announces %2 samples, the data have %3; all of these are shown")
+        Complain(Tr("view", "%1: the configuration announces %2 samples, the data have %3")
                      .arg(file)
                      .arg(held.announced)
                      .arg(held.total));
     if (!held.hasTrigger)
-        Complain(Tr("view", "%1: the trigger time lies outside the record's samples; check the start time, the "
-                            "trigger time and the sampling rates in its configuration")
+        Complain(Tr("view",
+                    "%1: the trigger time lies outside the record's samples; check the start time, the "
+                    "trigger time and the sampling rates in its configuration")
                      .arg(file));
     if (held.missing > 0)
-        Complain(Tr("view", "%1: %2 values are missing in %3 analog channels: the traces have gaps, and a "
+        Complain(Tr("view", "%1: missing analog values: %2 (channels: %3); the traces have gaps there, and a "
                             "period with a gap has no RMS and no angle")
                      .arg(file)
                      .arg(held.missing)

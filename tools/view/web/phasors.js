@@ -131,17 +131,19 @@
       const names = this.circuits.map((circuit) => circuit.name || view.text('noCircuit'));
       this.parent.append(
         this.title,
-        this.choice('circuit', names, this.circuits.indexOf(this.circuit), (index) => { this.circuit = this.circuits[index]; }),
-        this.choice('method', [view.text('methodFourier'), view.text('methodReport')], this.method === 'fourier' ? 0 : 1,
+        this.choice('circuit', '', names, this.circuits.indexOf(this.circuit), (index) => { this.circuit = this.circuits[index]; }),
+        this.choice('method', view.text('method'), [view.text('methodFourier'), view.text('methodReport')], this.method === 'fourier' ? 0 : 1,
           (index) => { this.method = ['fourier', 'report'][index]; }),
         this.reference(), this.why, this.values);
     }
 
-    choice(key, names, selected, choose) {
+    // Names of circuits are long: theirs has no title beside it.
+    choice(key, title, names, selected, choose) {
       const label = document.createElement('label');
-      label.textContent = view.text(key);
+      label.textContent = title;
       const select = document.createElement('select');
       select.id = `choice-${key}`;
+      select.setAttribute('aria-label', view.text(key));
       for (const name of names) select.append(new Option(name));
       select.selectedIndex = selected;
       select.addEventListener('change', () => {

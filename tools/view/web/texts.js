@@ -19,9 +19,9 @@
       whyRates: 'The sampling rate changes within the period before it.',
       whyUneven: 'The samples of the period before it are not evenly spaced in time.',
       whySlow: 'The record has fewer than three samples in a period.', whyMissing: 'Samples are missing in the period before it: {0}.',
-      otherCount: 'The configuration of the record announces {0} samples, the data have {1}. All of these are shown.',
+      otherCount: 'The configuration of the record announces {0} samples, the data have {1}.',
       triggerOutside: 'The trigger time, {0}, lies outside the record, which starts at {1}. Check both times and the sampling rates in the configuration.',
-      missing: 'Missing values: {0}, in {1} analog channels. The traces have gaps there, and a period with a gap has no RMS and no angle.',
+      missing: 'Missing analog values: {0} (channels: {1}). The traces have gaps there, and a period with a gap has no RMS and no angle.',
       assumed: 'not in the configuration, {0} assumed',
       circuit: 'Circuit', cursor: 'Cursor', method: 'Method', methodReport: 'as in the report', methodFourier: 'full-cycle Fourier',
       phasors: 'Phasors', sequences: 'Symmetrical components', trigger: 'trigger', triggered: 'Trigger {0}', started: 'started by {0}',
@@ -54,9 +54,9 @@
       whyRates: 'В пределах периода до курсора меняется частота дискретизации.',
       whyUneven: 'Отсчёты за период до курсора идут с неравным шагом по времени.',
       whySlow: 'В записи меньше трёх отсчётов на период.', whyMissing: 'В периоде до курсора пропущены отсчёты: {0}.',
-      otherCount: 'В конфигурации записи указано отсчётов: {0}, в данных их {1}. Показаны все имеющиеся.',
+      otherCount: 'В конфигурации записи указано отсчётов: {0}, в данных их {1}.',
       triggerOutside: 'Время пуска {0} вне записи, которая начинается в {1}. Проверьте оба времени и частоты дискретизации в конфигурации.',
-      missing: 'Пропущенных значений: {0}, аналоговых каналов с пропусками: {1}. На осциллограммах там разрывы, а для периода с разрывом нет действующего значения и угла.',
+      missing: 'Пропущено аналоговых значений: {0} (каналов: {1}). На осциллограммах там разрывы, а для периода с разрывом нет действующего значения и угла.',
       assumed: 'нет в конфигурации, принято {0}',
       circuit: 'Присоединение', cursor: 'Курсор', method: 'Расчёт', methodReport: 'как в отчёте', methodFourier: 'Фурье за период',
       phasors: 'Векторная диаграмма', sequences: 'Симметричные составляющие', trigger: 'пуск', triggered: 'Пуск {0}', started: 'пуск по {0}',
@@ -97,7 +97,12 @@
     return (Number(text) === 0 ? text.replace('-', '') : text).replace('-', '−');
   };
 
-  view.angle = (degrees) => (Number.isFinite(degrees) ? `${degrees.toFixed(0)}°` : '—');
+  // Whole degrees. A full turn is 0; only the report's method has 360 where its angle is just that.
+  view.angle = function (degrees) {
+    if (!Number.isFinite(degrees)) return '—';
+    const rounded = Math.round(degrees);
+    return `${rounded === 360 && degrees < 360 ? 0 : rounded}°`;
+  };
 
   // A direct component, marked by an equals sign as on diagrams; nothing where there is none, or none that is seen.
   view.direct = function (value) {
