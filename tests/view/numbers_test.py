@@ -49,11 +49,8 @@ def tearDownModule():
     scratch.cleanup()
 
 
-def show(record, name="own", options=(), wishes="lang=en&theme=light"):
-    record.write(folder / (name + ".cfg"))
-    result = zucmtr("view", folder / (name + ".cfg"), "-o", folder / (name + ".html"), *options)
-    browser.open_page(folder / (name + ".html"), wishes)
-    return result.stderr
+def show(record, name="own"):
+    browser.show(record, folder / name)
 
 
 def same_angle(one, other):
@@ -68,9 +65,9 @@ def fault(random_source, kind, rates=(), stamps=None, count=1500, offset=0.0, ga
 
     def wave(size, phase, decay):
         for t in seconds:
-            isFault = t > seconds[-1] / 3
-            yield (size * (1.7 if isFault else 1) * math.sin(omega * t - phase) + 0.1 * size * math.sin(5 * omega * t)
-                   + (decay * math.exp(-(t - seconds[-1] / 3) / 0.05) if isFault else 0) + random_source.gauss(0, 0.02 * size))
+            is_fault = t > seconds[-1] / 3
+            yield (size * (1.7 if is_fault else 1) * math.sin(omega * t - phase) + 0.1 * size * math.sin(5 * omega * t)
+                   + (decay * math.exp(-(t - seconds[-1] / 3) / 0.05) if is_fault else 0) + random_source.gauss(0, 0.02 * size))
 
     ratio = {"primary": 1200.0, "secondary": 5.0, "side": side}
     channels = []
@@ -389,70 +386,6 @@ class Rules(unittest.TestCase):
         browser.settle()
         self.assertEqual("—", browser.texts("#phaseValues td")[4 + 2])
         self.assertEqual(0, browser.run("return document.querySelectorAll('.phasor').length"))
-
-
-class Notices(unittest.TestCase):
-    """What is odd about a record is said in the terminal and on the page."""
-
-    def record(self, count=400, **settings):
-        codes = [round(1000 * math.sin(i * math.pi / 10)) for i in range(count)]
-        return Foreign([Channel("Ua", "kV", 0.01, 0.0, codes), Channel("Ub", "kV", 0.01, 0.0, list(codes))], "BINARY",
-                       [(1000, count)], **settings)
-
-    def test_nothing_odd_says_nothing(self):
-        self.assertEqual("", show(self.record()))
-        self.assertEqual("", browser.text("#notices"))
-
-    def test_other_counts_than_the_configuration_announces(self):
-        for announced in (900, 300):
-            said = show(self.record(announced=announced))
-            self.assertEqual("zucmtr: %s: the configuration announces %d samples, the data have 400\n" % (folder / "own.cfg", announced), said)
-            self.assertEqual(["The configuration of the record announces %d samples, the data have 400."
-                              % announced], browser.texts("#notices p"))
-            self.assertEqual(400, browser.run("return zuView.page.data.count"))
-
-    def test_a_window_is_taken_from_the_samples_that_there_are(self):
-        said = show(self.record(announced=9000, trigger=5.0), options=["--window", "0.1"])
-        self.assertIn("the page holds 101 of 400 samples", said)
-        self.assertEqual(101, browser.run("return zuView.page.data.count"))
-        stamped = self.record(announced=9000, trigger=5.0)
-        stamped.rates, stamped.stamps = [], [1000 * i for i in range(400)]
-        self.assertIn("the page holds 101 of 400 samples", show(stamped, options=["--window", "0.1"]))
-
-    def test_a_trigger_outside_the_record(self):
-        for trigger in (0.5, 30.0):
-            said = show(self.record(trigger=trigger))
-            self.assertEqual("zucmtr: %s: the trigger time lies outside the record's samples; check the start time, the "
-                             "trigger time and the sampling rates in its configuration\n" % (folder / "own.cfg"), said)
-            self.assertEqual(["The trigger time, 2024-02-01 00:00:%09.6f, lies outside the record, which starts at "
-                              "2024-02-01 00:00:00.000000. Check both times and the sampling rates in the configuration."
-                              % trigger], browser.texts("#notices p"))
-            self.assertEqual([], browser.log("browser"))
-
-    def test_missing_samples(self):
-        record = self.record()
-        record.channels[1].codes[100:117] = [MISSING] * 17
-        said = show(record, wishes="lang=ru&theme=dark")
-        self.assertEqual("zucmtr: %s: missing analog values: 17 (channels: 1); the traces have gaps there, and a period with "
-                         "a gap has no RMS and no angle\n" % (folder / "own.cfg"), said)
-        self.assertEqual(["Пропущено аналоговых значений: 17 (каналов: 1). На осциллограммах там разрывы, а для "
-                          "периода с разрывом нет действующего значения и угла."], browser.texts("#notices p"))
-
-    def test_a_picture_alone_says_it_as_well(self):
-        self.record(announced=900).write(folder / "odd.cfg")
-        for form in ("--svg", "--png"):
-            said = zucmtr("view", folder / "odd.cfg", form, folder / "odd.picture").stderr
-            self.assertEqual(1, said.count("the configuration announces 900 samples"), said)
-        both = zucmtr("view", folder / "odd.cfg", "--svg", folder / "odd.svg", "-o", folder / "odd.html").stderr
-        self.assertEqual(1, both.count("the configuration announces 900 samples"), both)
-
-    def test_the_record_sheet_has_the_whole_record(self):
-        record = self.record(count=400, frequency=0, trigger=0.1)
-        record.rates = [(1000, 200), (500, 400)]
-        show(record, options=["--window", "0.1"])
-        rows = dict(zip(browser.texts("#identity th"), browser.texts("#identity td")))
-        self.assertEqual(("400", "0.600", "1000, 500"), (rows["Samples"], rows["Duration, s"], rows["Samples per second"]))
-        self.assertEqual("not in the configuration, 50 assumed", rows["Line frequency, Hz"])
 
 
 def browser_of_scripts(script):

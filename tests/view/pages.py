@@ -27,6 +27,14 @@ class Pages(Browser):
                                "p.strips.some((strip) => strip.chart && !strip.stale)"), "the first strip")
         self.settle()
 
+    def show(self, record, path, options=(), wishes="lang=en&theme=light"):
+        """Writes a record as path.cfg and opens its page; gives what the program says on standard error."""
+        configuration, page = path.with_suffix(".cfg"), path.with_suffix(".html")
+        record.write(configuration)
+        result = zucmtr("view", configuration, "-o", page, *options)
+        self.open_page(page, wishes)
+        return result.stderr
+
     def text(self, selector):
         return self.run("return document.querySelector(arguments[0]).textContent", selector)
 

@@ -56,9 +56,7 @@ void ComplainOfRecord(const QString& file, const view::Held& held)
 {
     if (held.announced != held.total)
         Complain(Tr("view", "%1: the configuration announces %2 samples, the data have %3")
-                     .arg(file)
-                     .arg(held.announced)
-                     .arg(held.total));
+                     .arg(file, QString::number(held.announced), QString::number(held.total)));
     if (!held.hasTrigger)
         Complain(Tr("view",
                     "%1: the trigger time lies outside the record's samples; check the start time, the "
@@ -67,9 +65,7 @@ void ComplainOfRecord(const QString& file, const view::Held& held)
     if (held.missing > 0)
         Complain(Tr("view", "%1: missing analog values: %2 (channels: %3); the traces have gaps there, and a "
                             "period with a gap has no RMS and no angle")
-                     .arg(file)
-                     .arg(held.missing)
-                     .arg(held.incomplete));
+                     .arg(file, QString::number(held.missing), QString::number(held.incomplete)));
 }
 
 void WriteAll(const ViewOptions& options, const QString& record)

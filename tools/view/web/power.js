@@ -14,7 +14,7 @@
 
   function polar([sine, cosine]) {
     const angle = (Math.atan2(cosine, sine) * 180) / Math.PI;
-    return { module: Math.hypot(sine, cosine), angle: angle < 0 ? angle + 360 : angle };
+    return { module: Math.hypot(sine, cosine), angle: (angle + 360) % 360 };
   }
 
   const turned = ([sine, cosine], degrees) => {
