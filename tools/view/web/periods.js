@@ -11,6 +11,7 @@
 
   const fewest = 3;   // samples that tell a constant and a sine
   const highest = 20; // harmonic of the sum
+  const mostKnown = 8; // weights that are kept
 
   // Columns of the sum at the samples of a period: 1, sin, cos, sin 2, cos 2 ...
   function columnsOf(count, perPeriod) {
@@ -50,7 +51,7 @@
       this.axis = axis;
       this.frequency = frequency;
       this.milliseconds = 1000 / frequency;
-      this.weights = null;
+      this.known = new Map();
     }
 
     // {from, count, perPeriod}: the period before a sample; or {reason} why there is none.
@@ -87,10 +88,12 @@
       return target === sample ? sample + direction : target;
     }
 
+    // Kept for the last few, as two cursors and many channels ask in turn.
     weightsOf({ count, perPeriod }) {
-      if (!this.weights || this.weights.count !== count || this.weights.perPeriod !== perPeriod)
-        this.weights = { count, perPeriod, parts: view.periodWeights(count, perPeriod) };
-      return this.weights.parts;
+      const key = `${count}/${perPeriod}`;
+      if (this.known.size >= mostKnown && !this.known.has(key)) this.known.clear();
+      if (!this.known.has(key)) this.known.set(key, view.periodWeights(count, perPeriod));
+      return this.known.get(key);
     }
 
     // {rms, direct, sine, cosine} of a channel over the period before a sample, in its shown unit, sine and cosine being
