@@ -40,7 +40,7 @@ protected:
     const Workplace place{{{"Время ожидания", "10"}}};
 };
 
-const QString badFile = "Ошибка при чтении файла [ZuFileHeader]";
+const QString badFile = "it is no recording: it does not begin as a recorder's file does";
 
 const Case cases[] = {
     {"Help", {"--help"}, 0, ""},

@@ -5,6 +5,7 @@
 
 #include <cmath>
 #include <cstring>
+#include <limits>
 
 using comtrade::Record;
 using comtrade::Row;
@@ -65,6 +66,20 @@ TEST(ComtradeData, AsciiRecordsMayMissTimesAndValues)
     EXPECT_EQ(rows[2].analog, (std::vector<double>{1, 2}));
 }
 
+TEST(ComtradeData, AsciiValueOf99999IsMissingAsIsAnEmptyField)
+{
+    const std::vector<Row> rows =
+        Example("1,0,99999,99998,1\n2,0,-99999,99999.0,1\n3,0, 99999 ,,1\n4,0,nan,inf,1\n").Rows();
+    ASSERT_EQ(rows.size(), 4U);
+    EXPECT_TRUE(std::isnan(rows[0].analog[0]));
+    EXPECT_EQ(rows[0].analog[1], 99998);
+    EXPECT_EQ(rows[1].analog[0], -99999);
+    EXPECT_TRUE(std::isnan(rows[1].analog[1]));
+    for (size_t row : {2U, 3U})
+        for (const double code : rows[row].analog)
+            EXPECT_TRUE(std::isnan(code)) << row;
+}
+
 TEST(ComtradeData, AsciiNumbersMayBeOfAnyLength)
 {
     const std::vector<Row> rows = Example("1,0,123456789012345678,-999999999999999999,0\n"
@@ -108,6 +123,28 @@ TEST(ComtradeData, WideBinaryRecordsHaveFourBytesAValue)
     const std::vector<Row> real =
         Example(head + Bytes(1.5F) + Bytes(-0.25F) + Bytes<quint16>(0), "FLOAT32").Rows();
     EXPECT_EQ(real[0].analog, (std::vector<double>{1.5, -0.25}));
+}
+
+TEST(ComtradeData, SinglePrecisionThatIsNotFiniteIsMissing)
+{
+    const QByteArray head = Bytes<quint32>(1) + Bytes<quint32>(5);
+    const float infinity = std::numeric_limits<float>::infinity();
+    const std::vector<Row> rows =
+        Example(head + Bytes(std::nanf("")) + Bytes(-infinity) + Bytes<quint16>(0), "FLOAT32").Rows();
+    ASSERT_EQ(rows.size(), 1U);
+    EXPECT_TRUE(std::isnan(rows[0].analog[0]));
+    EXPECT_TRUE(std::isnan(rows[0].analog[1]));
+}
+
+TEST(ComtradeData, NumbersWithTheBitsOfOtherTypesAreValues)
+{
+    const QByteArray head = Bytes<quint32>(1) + Bytes<quint32>(5);
+    const std::vector<Row> whole =
+        Example(head + Bytes<qint32>(99999) + Bytes<qint32>(-32768) + Bytes<quint16>(0), "BINARY32").Rows();
+    EXPECT_EQ(whole[0].analog, (std::vector<double>{99999, -32768}));
+    const std::vector<Row> real =
+        Example(head + Bytes(99999.0F) + Bytes(-32768.0F) + Bytes<quint16>(0), "FLOAT32").Rows();
+    EXPECT_EQ(real[0].analog, (std::vector<double>{99999, -32768}));
 }
 
 struct Malformed

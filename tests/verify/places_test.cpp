@@ -32,6 +32,16 @@ TEST(Places, CodeOfAnAsciiRecord)
                   ".dat', record 2, analog channel 1 (Ia Q1): the record says '131', the recording '130'");
 }
 
+TEST(Places, MarkOfAMissingValueInPlaceOfACode)
+{
+    const Scene scene = Made("");
+    for (const char* mark : {"2,417,99999,", "2,417,,"})
+        EXPECT_EQ(
+            scene.VerdictWith("dat", With(scene.Bytes("dat"), "2,417,130,", mark)),
+            "'" + Name +
+                ".dat', record 2, analog channel 1 (Ia Q1): the record says 'missing', the recording '130'");
+}
+
 TEST(Places, CodeOfASecondSegment)
 {
     const Scene scene = Made("");

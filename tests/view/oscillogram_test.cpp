@@ -43,6 +43,19 @@ TEST(Codes, BecomeWideWithTheFirstOtherAndKeepTheEarlierOnes)
     }
 }
 
+TEST(Codes, CountWhatIsMissingAndHaveNoEndsWhereAllIs)
+{
+    view::Codes codes;
+    codes.Add(std::nan(""));
+    EXPECT_TRUE(std::isnan(codes.Least()));
+    EXPECT_TRUE(std::isnan(codes.Greatest()));
+    codes.Add(5);
+    codes.Add(std::nan(""));
+    EXPECT_EQ(codes.Missing(), 2);
+    EXPECT_EQ(codes.Least(), 5);
+    EXPECT_EQ(codes.Greatest(), 5);
+}
+
 TEST(States, KeepABitASampleAndTellTheChanges)
 {
     view::States states;
@@ -91,6 +104,14 @@ TEST(Unit, KiloIsOfTheUnitsScript)
     EXPECT_EQ(view::WithKilo(QStringLiteral("A")), QStringLiteral("kA"));
     EXPECT_EQ(view::WithKilo(QStringLiteral("кА")), QStringLiteral("кА"));
     EXPECT_EQ(view::WithKilo(QStringLiteral("Гц")), QStringLiteral("Гц"));
+}
+
+TEST(Unit, OfFrequencyPercentTemperatureAngleOrTimeIsNoWave)
+{
+    for (const char* unit : {"Гц", "Hz", "%", "°C", "град", "ms"})
+        EXPECT_FALSE(view::IsWave(QString::fromUtf8(unit))) << unit;
+    for (const char* unit : {"В", "kA", "МВт", "", "p.u."})
+        EXPECT_TRUE(view::IsWave(QString::fromUtf8(unit))) << unit;
 }
 
 TEST(PrimaryFactor, IsTheRatioOfSecondaryValues)

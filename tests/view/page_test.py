@@ -6,6 +6,7 @@ import base64
 import json
 import math
 import pathlib
+import re
 import struct
 import subprocess
 import sys
@@ -13,10 +14,10 @@ import tempfile
 import unittest
 import xml.etree.ElementTree
 
-from records import Read, Written
-from webdriver import Browser, until
+from pages import PROGRAM, Pages, zucmtr
+from records import Read
+from webdriver import until
 
-PROGRAM, DRIVER, CHROMIUM = sys.argv[1:4]
 CONTROL, SHIFT, ALT, HOME, LEFT, RIGHT = "\ue009", "\ue008", "\ue00a", "\ue011", "\ue012", "\ue014"
 STARTED = "ВЛ 110 кВ Восточная"
 
@@ -25,13 +26,6 @@ FRAME = "const f = zuView.page.frame; return [f.from, f.to];"
 AREA = """const box = document.querySelector('.strip.analog .plot').getBoundingClientRect();
 const area = zuView.page.strips[0].chart.getArea();
 return [box.left + area.x, box.top + area.y, area.w, area.h];"""
-
-
-def zucmtr(*arguments, code=0):
-    result = subprocess.run([PROGRAM, *map(str, arguments)], stdout=subprocess.PIPE, stderr=subprocess.PIPE,
-                            encoding="utf-8")
-    assert result.returncode == code, result.stderr
-    return result
 
 
 def setUpModule():
@@ -46,7 +40,7 @@ def setUpModule():
     record = Read(next((folder / "comtrade").glob("*.cfg")))
     page = folder / "page.html"
     zucmtr("view", recording, *settings, "-o", page)
-    browser = Browser(DRIVER, CHROMIUM)
+    browser = Pages()
 
 
 def tearDownModule():
@@ -54,42 +48,17 @@ def tearDownModule():
     scratch.cleanup()
 
 
-def view(analog, states=(), options=(), name="own", **settings):
-    """Opens the page of a record made here."""
-    Written(folder / (name + ".cfg"), analog, states, **settings)
-    result = zucmtr("view", folder / (name + ".cfg"), "-o", folder / (name + ".html"), *options)
-    open_page(folder / (name + ".html"))
-    return result
-
-
-def open_page(path, wishes="lang=en&theme=light"):
-    browser.open(path, wishes)
-    until(lambda: browser.run("return Boolean(window.zuView && zuView.page)"), "the page's scripts")
-    until(lambda: browser.run("const p = zuView.page; return p.data.count === 0 || p.data.analog.length === 0 || "
-                              "p.strips.some((strip) => strip.chart && !strip.stale)"), "the first strip")
-    browser.settle()
-
-
-def text(selector):
-    return browser.run("return document.querySelector(arguments[0]).textContent", selector)
-
-
 def legend_row(channel):
     """Values, RMS and angles at both cursors as shown for an analog channel."""
     cells = browser.run("return [...document.querySelectorAll(`[data-channel='${arguments[0]}'] [class*=cursor]`)]"
                         ".map((cell) => cell.textContent)", channel)
-    numbers = [float(cell.replace("−", "-").rstrip("°")) for cell in cells]
+    numbers = [float(cell.replace("−", "-").strip("°=").replace("—", "nan")) for cell in cells]
     return numbers[:3], numbers[3:]
-
-
-def set_cursor(cursor, sample):
-    browser.run("zuView.page.cursors.set(arguments[0], arguments[1])", cursor, sample)
-    browser.settle()
 
 
 class SamplePage(unittest.TestCase):
     def setUp(self):
-        open_page(page)
+        browser.open_page(page)
 
     def test_opens_without_a_message_and_asks_for_nothing(self):
         requests = [address for address in browser.requests() if not address.startswith(("data:", "about:"))]
@@ -105,10 +74,10 @@ class SamplePage(unittest.TestCase):
                          sorted(until(lambda: browser.run("return blocked.length > 1 && blocked"), "the policy")))
 
     def test_says_what_the_record_is(self):
-        self.assertEqual("ПС Узловая", text("#station"))
-        self.assertEqual("РАС-1 · Trigger 2024-01-31 12:00:00.250000 · started by " + STARTED, text("#event"))
-        self.assertEqual("\n".join(record.report), text("#report").rstrip("\n"))
-        self.assertIn("Vostochnaya_000123.ZU", text("#identity"))
+        self.assertEqual("ПС Узловая", browser.text("#station"))
+        self.assertEqual("РАС-1 · Trigger 2024-01-31 12:00:00.250000 · started by " + STARTED, browser.text("#event"))
+        self.assertEqual("\n".join(record.report), browser.text("#report").rstrip("\n"))
+        self.assertIn("Vostochnaya_000123.ZU", browser.text("#identity"))
 
     def test_groups_follow_the_circuits_in_the_order_of_the_record(self):
         circuits = list(dict.fromkeys(channel[3] for channel in record.channels))
@@ -122,9 +91,9 @@ class SamplePage(unittest.TestCase):
 
     def test_keys_zoom_around_the_cursor_and_pan(self):
         browser.press("+")
-        self.assertEqual([-30, 90], [round(time, 6) for time in browser.run(FRAME)])
+        self.assertEqual([-20, 100], [round(time, 6) for time in browser.run(FRAME)])
         browser.press(RIGHT)
-        self.assertEqual([-18, 102], [round(time, 6) for time in browser.run(FRAME)])
+        self.assertEqual([-8, 112], [round(time, 6) for time in browser.run(FRAME)])
         browser.press(LEFT)
         browser.press("-")
         self.assertEqual([-60, 180], [round(time, 6) for time in browser.run(FRAME)])
@@ -168,27 +137,27 @@ class SamplePage(unittest.TestCase):
         browser.mouse(("move", pixels[1], top + 20), ("down", 2), ("up", 2))
         samples = [round((-60 + (pixel - left) / width * 240) * 2.4) for pixel in pixels]
         times = ["%+.3f ms" % (sample / 2.4) for sample in samples]
-        self.assertEqual(times, [text("#time1"), text("#time2")])
-        self.assertEqual("%+.3f ms" % ((samples[1] - samples[0]) / 2.4), text("#between"))
+        self.assertEqual(times, [browser.text("#time1"), browser.text("#time2")])
+        self.assertEqual("%+.3f ms" % ((samples[1] - samples[0]) / 2.4), browser.text("#between"))
 
     def test_cursors_are_dragged_and_stepped_by_samples_and_periods(self):
         left, top, width, _ = browser.run(AREA)
-        first = round(left + width / 4)
+        first = round(left + width / 3)
         browser.mouse(("move", first, top + 20), ("down", 0), ("move", first + 40, top + 20), ("up", 0))
         dragged = round((-60 + (first + 40 - left) / width * 240) * 2.4)
-        self.assertEqual("%+.3f ms" % (dragged / 2.4), text("#time1"))
+        self.assertEqual("%+.3f ms" % (dragged / 2.4), browser.text("#time1"))
         browser.press(".")
         browser.press(".", SHIFT)
-        self.assertEqual("%+.3f ms" % ((dragged + 49) / 2.4), text("#time1"))
+        self.assertEqual("%+.3f ms" % ((dragged + 49) / 2.4), browser.text("#time1"))
         browser.press("2")
         browser.press(",")
-        self.assertEqual("%+.3f ms" % (60 - 1 / 2.4), text("#time2"))
+        self.assertEqual("%+.3f ms" % (60 - 1 / 2.4), browser.text("#time2"))
 
     def test_values_at_the_cursors_are_the_records_own(self):
         browser.press(HOME)
         for sample in (100, 1200, 1337, 4799):
-            set_cursor(0, sample)
-            set_cursor(1, sample - 3)
+            browser.set_cursor(0, sample)
+            browser.set_cursor(1, sample - 3)
             for channel in (0, 3, 5):  # those on the screen
                 first, second = legend_row(channel)
                 for shown, at in ((first, sample), (second, sample - 3)):
@@ -199,15 +168,35 @@ class SamplePage(unittest.TestCase):
         """A line of 220 kV at 50 Hz: phase a rises through zero at the first sample."""
         browser.press(HOME)
         for sample in (0, 6, 12, 500, 1003, 1199):
-            set_cursor(0, sample)
+            browser.set_cursor(0, sample)
             for phase in range(3):
                 value = 220 * math.sqrt(2 / 3) * math.sin(2 * math.pi * (50 * sample / 2400 - phase / 3))
                 self.assertAlmostEqual(value, legend_row(phase)[0][0], delta=0.06)
 
-    def test_modules_and_angles_are_those_of_the_report(self):
-        self.assertEqual(STARTED, browser.run("return zuView.page.phasors.circuit.name"))
+    def test_opens_with_the_first_period_of_the_fault_in_the_started_circuit(self):
+        choices = browser.run("return ['circuit', 'method'].map((key) => "
+                              "document.getElementById('choice-' + key).selectedOptions[0].text)")
+        self.assertEqual([STARTED, "full-cycle Fourier"], choices)
+        self.assertEqual(["+20.000 ms", "+60.000 ms"], [browser.text("#time1"), browser.text("#time2")])
+        self.assertEqual("Phasors · cursor 1", browser.text("#side h3"))
+        self.assertEqual("", browser.text("#why"))
+        self.assertEqual("", browser.text("#notices"))
+
+    def test_a_balanced_system_has_no_other_sequence_than_the_positive_one(self):
+        browser.set_cursor(0, 1100)
+        rows = browser.run("return [...document.querySelectorAll('#sequenceValues tr')].map((row) => "
+                           "[Number(row.dataset.module), row.cells[3].textContent])")
+        for first in (0, 3):
+            positive, negative, zero = rows[first:first + 3]
+            self.assertLess(negative[0], 5e-4 * positive[0])
+            self.assertLess(zero[0], 5e-4 * positive[0])
+            self.assertEqual(["—", "—"], [negative[1], zero[1]])  # no angle of what is no component
+
+    def test_modules_and_angles_of_the_second_method_are_those_of_the_report(self):
+        browser.choose_method(1)
+        self.assertEqual("Phasors · cursor 1 · as in the report", browser.text("#side h3"))
         for sample, table in ((1200 - 480, 0), (1200, 2)):
-            set_cursor(0, sample)
+            browser.set_cursor(0, sample)
             for selector, number in (("#phaseValues tr", table), ("#sequenceValues tr", table + 1)):
                 shown = browser.run("return [...document.querySelectorAll(arguments[0])].map((row) => "
                                     "[row.cells[0].textContent, row.dataset.module, row.cells[3].textContent])", selector)
@@ -218,9 +207,7 @@ class SamplePage(unittest.TestCase):
                     self.assertEqual(expected, ("%.2f" % float(module), angle.rstrip("°")), name)
 
     def test_fourier_method_gives_the_exact_angles_of_the_load(self):
-        browser.run("const choice = document.getElementById('choice-method'); choice.selectedIndex = 1;"
-                    "choice.dispatchEvent(new Event('change'))")
-        browser.settle()
+        browser.set_cursor(0, 1200)
         rows = browser.run("return [...document.querySelectorAll('#phaseValues tr')].map((row) => "
                            "[Number(row.dataset.module), Number(row.dataset.angle)])")
         # 110 kV and the load of the first bay, which lags by 0.07 turns.
@@ -246,7 +233,7 @@ class SamplePage(unittest.TestCase):
     def test_discrete_channels_that_change_come_first_and_the_others_are_folded(self):
         names = browser.run("return [...document.querySelectorAll('.row.state .name')].map((name) => name.textContent)")
         self.assertEqual("Пуск защит " + STARTED, names[0])
-        self.assertEqual("without changes: %d" % (64 - len(names)), text(".folded summary"))
+        self.assertEqual("without changes: %d" % (64 - len(names)), browser.text(".folded summary"))
         self.assertFalse(browser.run("return document.querySelector('.folded').open"))
 
     def test_filter_shows_the_rows_with_every_word(self):
@@ -255,7 +242,7 @@ class SamplePage(unittest.TestCase):
         shown = browser.run("return [...document.querySelectorAll('#channels tbody tr')].filter((row) => !row.hidden)"
                             ".map((row) => row.cells[3].textContent)")
         self.assertEqual(["Ia1 ВЛ 220 кВ Северная"], shown)
-        self.assertEqual("1 of 96", text("#filtered"))
+        self.assertEqual("1 of 96", browser.text("#filtered"))
 
     def test_a_channel_that_is_switched_off_leaves_its_strip(self):
         browser.run("document.querySelectorAll('#channels tbody input')[3].click()")
@@ -269,18 +256,30 @@ class SamplePage(unittest.TestCase):
         self.assertEqual(32, browser.run("return document.querySelectorAll('.strip.analog').length"))
 
     def test_language_and_theme_are_switched(self):
-        self.assertEqual("Fault report", text("[data-sheet=reportSheet]"))
+        self.assertEqual("Fault report", browser.text("[data-sheet=reportSheet]"))
         light = browser.run("return getComputedStyle(document.body).backgroundColor")
         browser.run("document.querySelector('[data-language=ru]').click(); document.getElementById('theme').click()")
         browser.settle()
-        self.assertEqual("Отчёт об аварии", text("[data-sheet=reportSheet]"))
+        self.assertEqual("Отчёт об аварии", browser.text("[data-sheet=reportSheet]"))
         self.assertEqual("ru", browser.run("return document.documentElement.lang"))
         self.assertNotEqual(light, browser.run("return getComputedStyle(document.body).backgroundColor"))
         self.assertEqual([], browser.log("browser"))
 
-    def test_both_languages_have_all_texts(self):
-        keys = browser.run("return Object.values(zuView.textsForTests).map((texts) => Object.keys(texts).sort())")
-        self.assertEqual(keys[0], keys[1])
+    def test_both_languages_have_all_texts_with_the_same_places_for_values(self):
+        english, russian = browser.run("return [zuView.textsForTests.en, zuView.textsForTests.ru]")
+        self.assertEqual(sorted(english), sorted(russian))
+        for key, text in english.items():
+            self.assertEqual(len(text) if isinstance(text, list) else sorted(re.findall(r"\{\d\}", text)),
+                             len(russian[key]) if isinstance(text, list)
+                             else sorted(re.findall(r"\{\d\}", russian[key])), key)
+            self.assertRegex("".join(russian[key]), "[а-яё№]", key)
+
+    def test_every_text_that_the_page_asks_for_is_there(self):
+        source = page.read_text(encoding="utf-8")
+        asked = set(re.findall(r"view\.text\('(\w+)'", source)) | set(re.findall(r"data-(?:text|hint)=\"(\w+)\"", source))
+        asked |= set(re.findall(r"reason: '(why\w+)'", source))
+        self.assertLess(45, len(asked))
+        self.assertEqual(set(), asked - set(browser.run("return Object.keys(zuView.textsForTests.en)")))
 
     def test_paper_has_every_sheet_and_the_screen_comes_back(self):
         pdf = base64.b64decode(browser.paper())
@@ -289,105 +288,6 @@ class SamplePage(unittest.TestCase):
         self.assertEqual([False, True, True, True],
                          browser.run("return [...document.querySelectorAll('.sheet')].map((sheet) => sheet.hidden)"))
         self.assertEqual("light", browser.run("return document.documentElement.dataset.theme"))
-
-
-class OwnRecords(unittest.TestCase):
-    def test_a_peak_one_sample_wide_is_seen_at_the_widest_zoom(self):
-        codes = [0] * 100000
-        codes[61234] = 20000
-        view([("Ua", "W1", "В", 0.01, 0.0, codes)], name="peak")
-        browser.press(HOME)
-        browser.settle()
-        left, width, column = browser.run(
-            "const s = zuView.page.strips[0]; const a = s.chart.getArea(); "
-            "return [a.x, a.w, a.x + Math.floor((61234 / 99999) * a.w)]")
-        self.assertLess(width, 1100)
-        tops = browser.run(PAINTED_TOPS, left, width)
-        height = browser.run("return zuView.page.strips[0].chart.getArea().h")
-        high = [x for x, top in tops if top < height / 4]
-        self.assertTrue(high and all(abs(x - column) <= 1 for x in high), (high, column))
-
-    def test_names_are_shown_as_text_and_run_nothing(self):
-        evil = "</script><script>window.hit=1</script><img src=x onerror=window.hit=1>"
-        view([(evil, evil + "W", "В", 1.0, 0.0, [1, 2] * 50)], [(evil + "D", evil, [0, 1] * 50)], name="evil",
-             station=evil)
-        self.assertEqual(evil, text("#station"))
-        self.assertEqual(evil + "W", text("#groups h3"))
-        self.assertEqual(evil, text(".strip.analog .name"))
-        self.assertEqual(evil + "D", text(".row.state .name"))
-        self.assertIn(evil, text("#channels"))
-        self.assertEqual([None, 0], browser.run("return [window.hit, document.images.length]"))
-        self.assertEqual([], browser.log("browser"))
-
-    def test_a_window_around_the_trigger_is_held_and_said(self):
-        codes = [index % 1000 for index in range(9000)]
-        result = view([("Ua", "W1", "В", 1.0, 0.0, codes)], options=["--window", "3"], name="window", trigger=4)
-        self.assertIn("the page holds 3001 of 9000 samples", result.stderr)
-        self.assertFalse(browser.run("return document.getElementById('partial').hidden"))
-        self.assertIn("holds 3.000 s around the trigger: 3001 of 9000 samples", text("#partial"))
-        self.assertEqual([-1000, 2000], browser.run("const p = zuView.page; return [p.frame.start, p.frame.end]"))
-        self.assertEqual(codes[3000 + 17], browser.run("return zuView.page.analog[0].codes[17]"))
-
-    def test_a_restless_discrete_channel_is_drawn_in_bounded_time(self):
-        view([], [("D", "W1", [0, 1] * 30000), ("E", "W1", [0] * 59999 + [1])], name="restless")
-        count, spans = browser.run(
-            "const p = zuView.page; p.frame.showAll(); const area = zuView.plotArea(800);"
-            "return [p.states[0].changes.length, zuView.trackSpans(p.states[0], p.frame, area).length]")
-        self.assertEqual(59999, count)
-        self.assertLessEqual(spans, 800)
-        self.assertEqual([], browser.log("browser"))
-
-    def test_an_empty_record_says_so(self):
-        view([("Ua", "W1", "В", 1.0, 0.0, [])], name="empty")
-        self.assertEqual("The record has no samples.", text("#partial"))
-        self.assertEqual([], browser.log("browser"))
-
-
-# The topmost painted pixel of each column of the first plot: [[x, y] ...] in CSS pixels of the trace's area.
-PAINTED_TOPS = """const [left, width] = arguments; const chart = zuView.page.strips[0].chart;
-const canvas = document.querySelector('.strip.analog canvas'); const area = chart.getArea();
-const scale = canvas.width / canvas.clientWidth; const tops = [];
-const color = zuView.styleColor('--phaseA').slice(1).match(/../g).map((part) => parseInt(part, 16));
-const pixels = canvas.getContext('2d').getImageData(0, 0, canvas.width, canvas.height);
-for (let x = Math.ceil(left); x < left + width; x++)
-  for (let y = 0; y < area.h; y++) {
-    const at = 4 * (Math.round((area.y + y) * scale) * pixels.width + Math.round(x * scale));
-    const near = color.every((part, i) => Math.abs(part - pixels.data[at + i]) < 40);
-    if (near && pixels.data[at + 3] > 60) { tops.push([x, y]); break; }
-  }
-return tops;"""
-
-
-class Scripts(unittest.TestCase):
-    """The page's own calculations, in the page of the sample."""
-
-    @classmethod
-    def setUpClass(cls):
-        open_page(page)
-
-    def test_extremes_of_any_span_are_those_of_all_its_samples(self):
-        self.assertEqual([], browser.run("""
-            const samples = Int16Array.from({length: 3000}, (_, i) => ((i * 7919) % 65521) - 32760);
-            const pyramid = new zuView.Pyramid(samples); const wrong = [];
-            for (let n = 0; n < 4000; n++) {
-              const from = (n * 613) % 3000; const to = Math.min(3000, from + 1 + ((n * 389) % 1700));
-              const part = samples.subarray(from, to);
-              const [low, high] = pyramid.extremes(from, to);
-              if (low !== Math.min(...part) || high !== Math.max(...part)) wrong.push([from, to]);
-            }
-            return wrong;"""))
-
-    def test_extremes_pass_over_what_is_no_number(self):
-        self.assertEqual([1, 7], browser.run("""
-            const samples = Float32Array.from({length: 100}, (_, i) => i === 50 ? 7 : i % 2 ? NaN : 1);
-            return new zuView.Pyramid(samples).extremes(1, 100);"""))
-
-    def test_time_and_sample_are_inverse_over_several_rates(self):
-        self.assertEqual([[0, 4, 5, 9], [-10, -6, -5.5, -3.5], 5, 10, 0], browser.run("""
-            const axis = new zuView.TimeAxis({pieces: [[0, -10, 1], [5, -5.5, 0.5]]}, 10);
-            const samples = [0, 4, 5, 9];
-            return [samples.map((s) => axis.sampleAt(axis.timeOf(s))), samples.map((s) => axis.timeOf(s)),
-                    axis.firstFrom(-5.9), axis.firstFrom(99), axis.firstFrom(-99)];"""))
 
 
 class Program(unittest.TestCase):

@@ -20,7 +20,6 @@ TEST(TimeAxis, TriggerIsAtTheNearestSampleAsInTheReport)
 {
     const view::TimeAxis axis = view::TimeAxis::FromRates(Made({{2400, 4800}}, 250'000'000));
     EXPECT_EQ(axis.TriggerSample(), 600);
-    EXPECT_EQ(axis.SamplesPerPeriod(), 48);
     EXPECT_DOUBLE_EQ(axis.TimeOf(0), -0.25);
     EXPECT_NEAR(axis.TimeOf(600), 0, 1e-12);
 }
@@ -44,11 +43,44 @@ TEST(TimeAxis, SecondRateGoesOnOneOfItsStepsBehindTheLastSample)
     EXPECT_EQ(axis.SampleAt(-99, 200), 0);
 }
 
-TEST(TimeAxis, PeriodIsThatOfTheRateAtTheTrigger)
+TEST(TimeAxis, TriggerInTheSecondRateIsFoundByItsTime)
 {
     const view::TimeAxis axis = view::TimeAxis::FromRates(Made({{1000, 100}, {500, 300}}, 201'000'000));
     EXPECT_EQ(axis.TriggerSample(), 150);
-    EXPECT_EQ(axis.SamplesPerPeriod(), 10);
+}
+
+TEST(TimeAxis, EachSampleLastsTheStepOfItsRate)
+{
+    const view::TimeAxis axis = view::TimeAxis::FromRates(Made({{1000, 100}, {500, 200}}, 0));
+    EXPECT_DOUBLE_EQ(axis.Duration(0), 0);
+    EXPECT_DOUBLE_EQ(axis.Duration(40), 0.04);
+    EXPECT_DOUBLE_EQ(axis.Duration(200), 0.3);
+    EXPECT_DOUBLE_EQ(axis.Duration(300), 0.5); // the last rate goes on
+    const view::TimeAxis stamped = view::TimeAxis::FromStamps(Made({{0, 3}}, 0), {0.5, 0.7, 1.25});
+    EXPECT_DOUBLE_EQ(stamped.Duration(3), 0.75);
+    EXPECT_DOUBLE_EQ(view::TimeAxis::FromStamps(Made({{0, 0}}, 0), {}).Duration(0), 0);
+}
+
+TEST(TimeAxis, TriggerIsOutsideBeforeTheFirstAndAStepAfterTheLastSample)
+{
+    const auto hasTrigger = [](qint64 nanoseconds) {
+        return view::TimeAxis::FromRates(Made({{1000, 100}}, nanoseconds)).HasTrigger(100);
+    };
+    EXPECT_FALSE(hasTrigger(-2000));
+    EXPECT_TRUE(hasTrigger(0));
+    EXPECT_TRUE(hasTrigger(100'000'000));
+    EXPECT_FALSE(hasTrigger(100'002'000));
+    EXPECT_TRUE(view::TimeAxis::FromStamps(Made({{0, 2}}, 20'000'000), {0, 0.01}).HasTrigger(2));
+    EXPECT_FALSE(view::TimeAxis::FromStamps(Made({{0, 2}}, 20'002'000), {0, 0.01}).HasTrigger(2));
+}
+
+TEST(TimeAxis, MainsFrequencyIs50WhereTheConfigurationHasNone)
+{
+    comtrade::Configuration config = Made({{1000, 1}}, 0);
+    config.lineFrequency = 60;
+    EXPECT_EQ(view::MainsFrequency(config), 60);
+    config.lineFrequency = 0;
+    EXPECT_EQ(view::MainsFrequency(config), 50);
 }
 
 TEST(TimeAxis, StampsThatGoBackAreHeldAtTheLatestTime)
@@ -57,7 +89,6 @@ TEST(TimeAxis, StampsThatGoBackAreHeldAtTheLatestTime)
     EXPECT_DOUBLE_EQ(axis.TimeOf(1), 0);
     EXPECT_DOUBLE_EQ(axis.TimeOf(2), 0);
     EXPECT_EQ(axis.TriggerSample(), 1);
-    EXPECT_EQ(axis.SamplesPerPeriod(), 1);
 }
 
 TEST(TimeAxis, JsonCountsFromTheFirstSampleHeld)
@@ -70,6 +101,7 @@ TEST(TimeAxis, JsonCountsFromTheFirstSampleHeld)
     EXPECT_EQ(pieces[1].toArray()[0].toDouble(), 10);
     EXPECT_NEAR(pieces[1].toArray()[1].toDouble(), 101, 1e-9);
     EXPECT_DOUBLE_EQ(pieces[1].toArray()[2].toDouble(), 2);
+    EXPECT_EQ(pieces[1].toArray()[3].toDouble(), 500);
     EXPECT_EQ(axis.ToJson(120, 10).value(QStringLiteral("pieces")).toArray().size(), 1);
 }
 

@@ -35,6 +35,13 @@ size_t LongestLine(const Configuration& configuration)
     return 128 + 32 * (configuration.analog.size() + configuration.states.size());
 }
 
+// ASCII codes go from -99999 to 99998; 99999 stands for a value that is missing, as an empty field does.
+double AsciiCode(double number)
+{
+    constexpr double missing = 99999;
+    return number == missing || !std::isfinite(number) ? Missing : number;
+}
+
 double AnalogCode(DataType type, const char* bytes)
 {
     if (type == DataType::Binary) {
@@ -48,7 +55,7 @@ double AnalogCode(DataType type, const char* bytes)
     const auto word = qFromLittleEndian<quint32>(bytes);
     float value = 0;
     std::memcpy(&value, &word, sizeof value);
-    return static_cast<double>(value);
+    return std::isfinite(value) ? static_cast<double>(value) : Missing;
 }
 
 // The fields of an ASCII record, one after the other.
@@ -235,16 +242,16 @@ void DataReader::ParseLine(const char* line, const char* stop, Row& row) const
     for (size_t i = 0; i < row.analog.size(); ++i) {
         qint64 code = 0;
         if (fields.TakePlain(code)) {
-            row.analog[i] = static_cast<double>(code);
+            row.analog[i] = AsciiCode(static_cast<double>(code));
             continue;
         }
         if (!fields.Take())
             Fail(Tr("comtrade", "ends before analog channel %1").arg(i + 1));
         if (fields.IsEmpty())
             row.analog[i] = Missing;
-        else if (fields.To(code))
-            row.analog[i] = static_cast<double>(code);
-        else if (!fields.To(row.analog[i]))
+        else if (fields.To(row.analog[i]))
+            row.analog[i] = AsciiCode(row.analog[i]);
+        else
             bad(Tr("comtrade", "analog channel %1").arg(i + 1));
     }
     for (size_t i = 0; i < row.states.size(); ++i) {

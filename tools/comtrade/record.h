@@ -110,8 +110,10 @@ struct Row
 {
     quint32 number = 0;
     bool hasTime = false;
-    qint64 time = 0;            // as stored, before the time multiplier
-    std::vector<double> analog; // codes as stored; NaN where the value is missing
+    qint64 time = 0; // as stored, before the time multiplier
+    /// Codes as stored; NaN where the value is missing: in ASCII an empty field or 99999, in BINARY 8000h, in
+    /// BINARY32 80000000h, in FLOAT32 whatever is not finite.
+    std::vector<double> analog;
     std::vector<quint8> states; // 0 or 1
 };
 

@@ -2,6 +2,7 @@
 
 #include <QStringList>
 
+#include <algorithm>
 #include <array>
 
 namespace view {
@@ -82,6 +83,16 @@ Role RoleOf(const comtrade::AnalogChannel& channel)
     if (role.phase == ' ')
         role.phase = PhaseOfField(channel.phase);
     return role;
+}
+
+bool IsWave(const QString& unit)
+{
+    constexpr std::array<const char*, 20> steady = {"hz", "mhz", "khz", "гц", "мгц", "кгц",  "%",
+                                                    "°c", "°с",  "°f",  "°",  "deg", "grad", "град",
+                                                    "s",  "ms",  "с",   "мс", "min", "мин"};
+    const QString lower = unit.trimmed().toLower();
+    return std::none_of(steady.begin(), steady.end(),
+                        [&](const char* one) { return lower == QString::fromUtf8(one); });
 }
 
 bool IsBaseUnit(const QString& unit)

@@ -18,6 +18,10 @@ struct Role
 
 Role RoleOf(const comtrade::AnalogChannel& channel);
 
+/// Whether values of the unit can be a sine of the line frequency: false for frequencies, percentages,
+/// temperatures, angles and times.
+bool IsWave(const QString& unit);
+
 /// Whether the unit is volt or ampere without prefix, in Latin or Cyrillic letters: values read in thousands.
 bool IsBaseUnit(const QString& unit);
 

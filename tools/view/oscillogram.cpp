@@ -32,17 +32,33 @@ Range Around(qint64 trigger, qint64 length, qint64 count)
     return {first, first + length};
 }
 
-Range Chosen(const TimeAxis& axis, const comtrade::Configuration& config, const Options& options)
+qint64 CountOf(const QString& recordPath)
 {
-    const qint64 count = config.SampleCount();
+    comtrade::Record record(recordPath);
+    comtrade::Row row{};
+    qint64 count = 0;
+    while (record.Next(row))
+        ++count;
+    return count;
+}
+
+// The samples to hold. They are counted in the data, as the configuration may announce more or fewer.
+Range Chosen(const QString& recordPath, const TimeAxis& axis, const comtrade::Configuration& config,
+             const Options& options)
+{
+    const qint64 fitting = LargestSamples / BytesOfSample(config);
+    const Range whole{0, std::numeric_limits<qint64>::max()};
+    if (options.full || (options.window <= 0 && config.SampleCount() <= fitting))
+        return whole;
+    const qint64 count = CountOf(recordPath);
     if (options.window > 0) {
-        const double start = std::max(-options.window * partBeforeTrigger, axis.TimeOf(0));
+        const double last = axis.TimeOf(std::max<qint64>(count - 1, 0));
+        const bool isOver = -options.window * partBeforeTrigger > last; // ahead of the trigger
+        const double wanted = isOver ? last - options.window : -options.window * partBeforeTrigger;
+        const double start = std::max(wanted, axis.TimeOf(0));
         return {axis.SampleAt(start, count), axis.SampleAt(start + options.window, count) + 1};
     }
-    const qint64 fitting = LargestSamples / BytesOfSample(config);
-    if (options.full || count <= fitting)
-        return {0, std::numeric_limits<qint64>::max()};
-    return Around(axis.TriggerSample(), fitting, count);
+    return count <= fitting ? whole : Around(axis.TriggerSample(), fitting, count);
 }
 
 TimeAxis AxisOf(const QString& recordPath, const comtrade::Configuration& config)
@@ -83,11 +99,12 @@ void Codes::Add(double code)
         small.push_back(static_cast<qint16>(code));
     else
         wide.push_back(static_cast<float>(code));
-    if (!std::isfinite(code))
+    if (!std::isfinite(code)) {
+        ++missing;
         return;
-    least = hasNumbers ? std::min(least, code) : code;
-    greatest = hasNumbers ? std::max(greatest, code) : code;
-    hasNumbers = true;
+    }
+    least = std::fmin(least, code); // the other one where one is no number
+    greatest = std::fmax(greatest, code);
 }
 
 QByteArray Codes::Encoded() const
@@ -131,7 +148,7 @@ Oscillogram Load(const QString& recordPath, const Options& options)
     oscillogram.axis = AxisOf(recordPath, oscillogram.config);
     oscillogram.analog.resize(oscillogram.config.analog.size());
     oscillogram.states.resize(oscillogram.config.states.size());
-    const Range range = Chosen(oscillogram.axis, oscillogram.config, options);
+    const Range range = Chosen(recordPath, oscillogram.axis, oscillogram.config, options);
     oscillogram.first = range.first;
     comtrade::Row row{};
     for (qint64 sample = 0; record.Next(row); ++sample) {
@@ -140,6 +157,20 @@ Oscillogram Load(const QString& recordPath, const Options& options)
         oscillogram.total = sample + 1;
     }
     return oscillogram;
+}
+
+Held Holding(const Oscillogram& oscillogram)
+{
+    Held held;
+    held.samples = oscillogram.Count();
+    held.total = oscillogram.total;
+    held.announced = oscillogram.config.SampleCount();
+    held.hasTrigger = held.total == 0 || oscillogram.axis.HasTrigger(held.total);
+    for (const Codes& codes : oscillogram.analog) {
+        held.missing += codes.Missing();
+        held.incomplete += codes.Missing() > 0 ? 1 : 0;
+    }
+    return held;
 }
 
 QString StartedCircuit(const Oscillogram& oscillogram)

@@ -5,6 +5,7 @@
 #include "timeaxis.h"
 #include "view.h"
 
+#include <limits>
 #include <vector>
 
 namespace view {
@@ -17,16 +18,17 @@ public:
     double At(size_t index) const { return wide.empty() ? small[index] : static_cast<double>(wide[index]); }
     size_t Size() const { return wide.empty() ? small.size() : wide.size(); }
     bool IsWide() const { return !wide.empty(); }
-    double Least() const { return least; }       ///< of the codes that are numbers; 0 if there are none
+    qint64 Missing() const { return missing; }   ///< how many are no numbers
+    double Least() const { return least; }       ///< of the codes that are numbers; NaN if there are none
     double Greatest() const { return greatest; } ///< likewise
     QByteArray Encoded() const;                  ///< base64, as the page takes it
 
 private:
     std::vector<qint16> small;
     std::vector<float> wide;
-    double least = 0;
-    double greatest = 0;
-    bool hasNumbers = false;
+    qint64 missing = 0;
+    double least = std::numeric_limits<double>::quiet_NaN();
+    double greatest = std::numeric_limits<double>::quiet_NaN();
 };
 
 /// The states of one discrete channel, a bit a sample, so that a restless one costs no more than in the DAT
@@ -64,6 +66,9 @@ struct Oscillogram
 
 /// Reads a record. Throws comtrade::Error.
 Oscillogram Load(const QString& recordPath, const Options& options);
+
+/// How much of its record an oscillogram holds, and what is odd about it.
+Held Holding(const Oscillogram& oscillogram);
 
 /// The circuit whose start made the recording, empty if there is no telling.
 QString StartedCircuit(const Oscillogram& oscillogram);

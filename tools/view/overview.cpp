@@ -109,7 +109,7 @@ class Overview
 public:
     Overview(QPainter& painter_, const Oscillogram& oscillogram_)
         : painter(painter_), oscillogram(oscillogram_), states(ChangingStates(oscillogram_)),
-          circuit(ShownCircuit(oscillogram_)), span(ShownSpan())
+          circuit(ShownCircuit(oscillogram_)), figures(Figures()), span(ShownSpan())
     {}
 
     static int HeightOf(const Oscillogram& oscillogram)
@@ -124,8 +124,9 @@ public:
         painter.setRenderHint(QPainter::Antialiasing);
         DrawTitle();
         const int chartHeight = (statesTop - titleHeight - margin) / 2;
-        const QRectF plot(margin + axisWidth, titleHeight + margin,
-                          width - 3 * margin - axisWidth - figuresWidth, chartHeight - margin);
+        const int beside = figures.isEmpty() ? 0 : figuresWidth;
+        const QRectF plot(margin + axisWidth, titleHeight + margin, width - 3 * margin - axisWidth - beside,
+                          chartHeight - margin);
         const QRectF tracks(plot.left(), statesTop, plot.width(),
                             stateHeight * static_cast<double>(states.size()));
         const QRectF charts(plot.topLeft(), tracks.bottomRight());
@@ -145,8 +146,7 @@ private:
         const qint64 last = oscillogram.first + std::max<qint64>(oscillogram.Count() - 1, 0);
         const double start = axis.TimeOf(oscillogram.first);
         const double end = axis.TimeOf(last);
-        const double frequency = oscillogram.config.lineFrequency;
-        const double period = 1 / (frequency >= 1 ? frequency : 50);
+        const double period = 1 / MainsFrequency(oscillogram.config);
         const double from = std::max(start, -periodsBefore * period);
         const double to = std::min(end, from + periodsShown * period);
         return from < to ? Span{from, to} : Span{start, std::max(end, start + period)};
@@ -233,17 +233,34 @@ private:
         }
     }
 
-    // Least and greatest of each pixel column, so that no peak is lost.
+    // The runs of samples without a missing one, each on its own.
     void DrawTrace(const QRectF& plot, size_t channel, double low, double high)
     {
         const Codes& codes = oscillogram.analog[channel];
-        const auto point = [&](size_t sample, double value) {
-            return QPointF(XOf(plot, TimeOf(sample)),
-                           plot.bottom() - (value - low) / (high - low) * plot.height());
-        };
-        QPolygonF line;
-        size_t sample = SampleAt(span.from);
+        painter.setPen(QPen(ColorOf(RoleOf(oscillogram.config.analog[channel]).phase), 1.6));
         const size_t end = SampleAt(span.to) + 1;
+        for (size_t sample = SampleAt(span.from); sample < end; ++sample) {
+            const size_t from = sample;
+            while (sample < end && std::isfinite(codes.At(sample)))
+                ++sample;
+            if (sample == from)
+                continue;
+            QPolygonF line;
+            for (const size_t extreme : Extremes(plot, codes, from, sample)) {
+                const double part = (Value(channel, codes.At(extreme)) - low) / (high - low);
+                line << QPointF(XOf(plot, TimeOf(extreme)), plot.bottom() - part * plot.height());
+            }
+            if (sample == from + 1)
+                painter.drawPoint(line.first());
+            else
+                painter.drawPolyline(line);
+        }
+    }
+
+    // Samples with the least and the greatest code of each pixel column, so that no peak is lost.
+    std::vector<size_t> Extremes(const QRectF& plot, const Codes& codes, size_t sample, size_t end) const
+    {
+        std::vector<size_t> extremes;
         while (sample < end) {
             const double column = std::floor(XOf(plot, TimeOf(sample)));
             size_t least = sample;
@@ -252,12 +269,10 @@ private:
                 least = codes.At(sample) < codes.At(least) ? sample : least;
                 greatest = codes.At(sample) > codes.At(greatest) ? sample : greatest;
             }
-            for (const size_t extreme : {std::min(least, greatest), std::max(least, greatest)})
-                if (std::isfinite(codes.At(extreme)))
-                    line << point(extreme, Value(channel, codes.At(extreme)));
+            extremes.push_back(std::min(least, greatest));
+            extremes.push_back(std::max(least, greatest));
         }
-        painter.setPen(QPen(ColorOf(RoleOf(oscillogram.config.analog[channel]).phase), 1.6));
-        painter.drawPolyline(line);
+        return extremes;
     }
 
     void DrawNames(const QRectF& plot, const Channels& channels)
@@ -318,7 +333,7 @@ private:
             const double x = XOf(charts, time / milliseconds);
             painter.setPen(quiet);
             painter.drawText(QRectF(x - 50, charts.bottom() + 4, 100, rulerHeight - 4), Qt::AlignCenter,
-                             QStringLiteral("%1 ms").arg(std::abs(time) < step / 1000 ? 0 : time));
+                             Tr("view", "%1 ms").arg(std::abs(time) < step / 1000 ? 0 : time));
             painter.setPen(rule);
             painter.drawLine(QPointF(x, charts.top()), QPointF(x, charts.bottom()));
         }
@@ -345,7 +360,10 @@ private:
         const QStringList extremes = ExtremeLines(report);
         if (!extremes.isEmpty())
             lines << QStringLiteral("Экстремальные значения:") << extremes << QString();
-        return lines << ValuesAtStart(report);
+        lines << ValuesAtStart(report);
+        if (!lines.isEmpty()) // its formulas are not those of the page
+            lines = QStringList{Tr("view", "As in the fault report:"), QString()} + lines;
+        return lines;
     }
 
     // The phase values and the components at the start: the second pair of the report's tables.
@@ -372,7 +390,6 @@ private:
     {
         SetFont(14);
         double y = area.top();
-        const QStringList figures = Figures();
         for (const QString& line : figures) {
             painter.setPen(line.endsWith(QLatin1Char(':')) ? quiet : ink);
             const QRectF room(area.left(), y, area.width(), area.bottom() - y);
@@ -386,6 +403,7 @@ private:
     const Oscillogram& oscillogram;
     const Channels states;
     const QString circuit;
+    const QStringList figures;
     const Span span;
 };
 
@@ -419,7 +437,7 @@ QByteArray PngOf(const Oscillogram& oscillogram)
 
 } // namespace
 
-void WritePicture(const QString& recordPath, const QString& picturePath, Picture format,
+Held WritePicture(const QString& recordPath, const QString& picturePath, Picture format,
                   const Options& options)
 {
     const Oscillogram oscillogram = Load(recordPath, options);
@@ -427,6 +445,7 @@ void WritePicture(const QString& recordPath, const QString& picturePath, Picture
     QString error;
     if (!output::WriteOutput(picturePath, bytes, error))
         throw Error(Tr("view", "'%1' cannot be written: %2").arg(picturePath, error));
+    return Holding(oscillogram);
 }
 
 } // namespace view

@@ -20,9 +20,9 @@ namespace view {
 namespace {
 
 // In the order in which they need one another.
-constexpr const char* scripts[] = {"dygraph", "texts",  "axis",      "channels", "power",
-                                   "frame",   "strips", "tracks",    "cursors",  "phasors",
-                                   "tables",  "report", "navigator", "main"};
+constexpr const char* scripts[] = {"dygraph",      "texts",  "axis",   "channels",  "periods", "power",
+                                   "reportmethod", "frame",  "strips", "tracks",    "cursors", "reasons",
+                                   "phasors",      "tables", "report", "navigator", "main"};
 
 QByteArray Resource(const QString& name)
 {
@@ -145,7 +145,7 @@ Held WritePage(const QString& recordPath, const QString& pagePath, const Options
     WriteBody(page, oscillogram, source, texts);
     page.Write(frame[4]);
     page.Commit();
-    return {oscillogram.Count(), oscillogram.total};
+    return Holding(oscillogram);
 }
 
 } // namespace view

@@ -7,9 +7,17 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
+#include <cmath>
+
 namespace view {
 
 namespace {
+
+// A number, or null where there is none.
+QJsonValue NumberOrNull(double number)
+{
+    return std::isfinite(number) ? QJsonValue(number) : QJsonValue();
+}
 
 QJsonObject AnalogJson(const comtrade::AnalogChannel& channel, const Codes& codes)
 {
@@ -29,8 +37,9 @@ QJsonObject AnalogJson(const comtrade::AnalogChannel& channel, const Codes& code
             {QStringLiteral("primary"), channel.primary},
             {QStringLiteral("secondary"), channel.secondary},
             {QStringLiteral("wide"), codes.IsWide()},
-            {QStringLiteral("least"), codes.Least()},
-            {QStringLiteral("greatest"), codes.Greatest()},
+            {QStringLiteral("least"), NumberOrNull(codes.Least())},
+            {QStringLiteral("greatest"), NumberOrNull(codes.Greatest())},
+            {QStringLiteral("isWave"), IsWave(channel.unit)},
             {QStringLiteral("quantity"), QString::fromLatin1(quantity)},
             {QStringLiteral("role"), QString(QLatin1Char(role.phase)).trimmed()}};
 }
@@ -58,6 +67,14 @@ QJsonArray Channels(const std::vector<Channel>& channels, const std::vector<Samp
     for (size_t i = 0; i < channels.size(); ++i)
         array.append(json(channels[i], samples[i]));
     return array;
+}
+
+QJsonObject HeldJson(const Held& held)
+{
+    return {{QStringLiteral("announced"), static_cast<double>(held.announced)},
+            {QStringLiteral("hasTrigger"), held.hasTrigger},
+            {QStringLiteral("missing"), static_cast<double>(held.missing)},
+            {QStringLiteral("incomplete"), static_cast<double>(held.incomplete)}};
 }
 
 QJsonObject Identity(const comtrade::Configuration& config)
@@ -95,13 +112,15 @@ QByteArray PageData(const Oscillogram& oscillogram, const QString& source)
     QJsonObject identity = Identity(config);
     identity[QStringLiteral("source")] = source;
     identity[QStringLiteral("rates")] = rates;
+    identity[QStringLiteral("seconds")] = oscillogram.axis.Duration(oscillogram.total);
     const QJsonObject data = {
         {QStringLiteral("identity"), identity},
         {QStringLiteral("count"), static_cast<double>(oscillogram.Count())},
         {QStringLiteral("total"), static_cast<double>(oscillogram.total)},
         {QStringLiteral("first"), static_cast<double>(oscillogram.first)},
         {QStringLiteral("trigger"), static_cast<double>(oscillogram.Trigger())},
-        {QStringLiteral("perPeriod"), static_cast<double>(oscillogram.axis.SamplesPerPeriod())},
+        {QStringLiteral("frequency"), MainsFrequency(config)},
+        {QStringLiteral("held"), HeldJson(Holding(oscillogram))},
         {QStringLiteral("time"), oscillogram.axis.ToJson(oscillogram.first, oscillogram.Count())},
         {QStringLiteral("analog"), Channels(config.analog, oscillogram.analog, AnalogJson)},
         {QStringLiteral("states"), Channels(config.states, oscillogram.states, StateJson)},

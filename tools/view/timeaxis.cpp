@@ -11,8 +11,6 @@ namespace view {
 
 namespace {
 
-constexpr double fallbackFrequency = 50; // Hz, where the configuration has none
-
 qint64 OffsetNanoseconds(const comtrade::Configuration& config)
 {
     const qint64 days = config.start.date.daysTo(config.trigger.date);
@@ -29,12 +27,13 @@ qint64 ToSample(double position)
     return std::isnan(position) ? 0 : static_cast<qint64>(std::clamp(position, -largest, largest));
 }
 
-qint64 PeriodOf(double rate, double frequency)
-{
-    return ToSample(std::round(rate / (frequency > 0 ? frequency : fallbackFrequency)));
-}
-
 } // namespace
+
+double MainsFrequency(const comtrade::Configuration& config)
+{
+    constexpr double fallback = 50;
+    return config.lineFrequency > 0 && std::isfinite(config.lineFrequency) ? config.lineFrequency : fallback;
+}
 
 bool IsStamped(const comtrade::Configuration& config)
 {
@@ -64,13 +63,9 @@ TimeAxis TimeAxis::FromRates(const comtrade::Configuration& config)
     }
     // Microseconds, in the report's order of operations.
     const qint64 microseconds = OffsetNanoseconds(config) / 1000;
-    const Piece* piece = &axis.pieces.front();
-    axis.trigger = ToSample(std::round(static_cast<double>(microseconds) * piece->hertz / 1e6));
-    if (axis.pieces.size() > 1 && axis.trigger >= axis.pieces[1].from) {
+    axis.trigger = ToSample(std::round(static_cast<double>(microseconds) * axis.pieces.front().hertz / 1e6));
+    if (axis.pieces.size() > 1 && axis.trigger >= axis.pieces[1].from)
         axis.trigger = axis.SampleAt(0, axis.pieces.back().from + (qint64(1) << 40));
-        piece = &axis.PieceOf(axis.trigger);
-    }
-    axis.perPeriod = PeriodOf(piece->hertz, config.lineFrequency);
     return axis;
 }
 
@@ -83,9 +78,8 @@ TimeAxis TimeAxis::FromStamps(const comtrade::Configuration& config, std::vector
         second = last = std::max(last, second - offset);
     }
     axis.stamps = std::move(seconds);
+    axis.resolution = config.StampSeconds();
     axis.trigger = axis.SampleAt(0, static_cast<qint64>(axis.stamps.size()));
-    const double frequency = config.lineFrequency > 0 ? config.lineFrequency : fallbackFrequency;
-    axis.perPeriod = axis.trigger - axis.SampleAt(-1 / frequency, static_cast<qint64>(axis.stamps.size()));
     return axis;
 }
 
@@ -98,8 +92,10 @@ const TimeAxis::Piece& TimeAxis::PieceOf(qint64 sample) const
 
 double TimeAxis::TimeOf(qint64 sample) const
 {
-    if (pieces.empty())
-        return stamps.empty() ? 0 : stamps[static_cast<size_t>(sample)];
+    if (pieces.empty()) {
+        const auto last = static_cast<qint64>(stamps.size()) - 1;
+        return stamps.empty() ? 0 : stamps[static_cast<size_t>(std::clamp<qint64>(sample, 0, last))];
+    }
     const Piece& piece = PieceOf(sample);
     return piece.at + static_cast<double>(sample - piece.from) * piece.step;
 }
@@ -120,6 +116,25 @@ qint64 TimeAxis::SampleAt(double seconds, qint64 count) const
     return low;
 }
 
+double TimeAxis::Duration(qint64 count) const
+{
+    if (pieces.empty())
+        return TimeOf(count - 1) - TimeOf(0);
+    double seconds = 0;
+    for (size_t i = 0; i < pieces.size() && pieces[i].from < count; ++i) {
+        const qint64 end = i + 1 < pieces.size() ? std::min(pieces[i + 1].from, count) : count;
+        seconds += static_cast<double>(end - pieces[i].from) / pieces[i].hertz;
+    }
+    return seconds;
+}
+
+bool TimeAxis::HasTrigger(qint64 count) const
+{
+    constexpr double tolerance = 1e-6; // s, to which times are written
+    const double step = pieces.empty() ? TimeOf(count - 1) - TimeOf(count - 2) : PieceOf(count - 1).step;
+    return TimeOf(0) <= tolerance && TimeOf(count - 1) + step >= -tolerance;
+}
+
 QJsonObject TimeAxis::ToJson(qint64 first, qint64 count) const
 {
     constexpr double milliseconds = 1000;
@@ -127,7 +142,8 @@ QJsonObject TimeAxis::ToJson(qint64 first, qint64 count) const
         std::vector<double> times;
         for (qint64 sample = first; sample < first + count; ++sample)
             times.push_back(stamps[static_cast<size_t>(sample)] * milliseconds);
-        return {{QStringLiteral("stamps"), QString::fromLatin1(Base64(times))}};
+        return {{QStringLiteral("stamps"), QString::fromLatin1(Base64(times))},
+                {QStringLiteral("resolution"), resolution * milliseconds}};
     }
     QJsonArray array;
     for (size_t i = 0; i < pieces.size(); ++i) {
@@ -137,7 +153,7 @@ QJsonObject TimeAxis::ToJson(qint64 first, qint64 count) const
             continue;
         const qint64 from = std::max(piece.from, first);
         array.append(QJsonArray{static_cast<double>(from - first), TimeOf(from) * milliseconds,
-                                piece.step * milliseconds});
+                                piece.step * milliseconds, piece.hertz});
     }
     return {{QStringLiteral("pieces"), array}};
 }

@@ -28,11 +28,17 @@ public:
     /// The sample of the trigger as the fault report takes it; not limited to the record.
     qint64 TriggerSample() const { return trigger; }
 
-    /// Samples in a period of the mains at the trigger; 0 if there is no telling.
-    qint64 SamplesPerPeriod() const { return perPeriod; }
+    /// Seconds that the first count samples last: each the step of its rate. Where only stamps are known, the
+    /// time from the first to the last.
+    double Duration(qint64 count) const;
 
-    /// The axis of count samples from first, for the page: {"pieces": [[from, at, step] ...]} or
-    /// {"stamps": base64 of little-endian 64-bit floating point}. Times in milliseconds.
+    /// Whether the trigger is within the time of the first count samples, of which there is at least one. The
+    /// last one lasts until the next would come.
+    bool HasTrigger(qint64 count) const;
+
+    /// The axis of count samples from first, for the page: {"pieces": [[from, at, step, hertz] ...]}, or
+    /// {"stamps": base64 of little-endian 64-bit floating point, "resolution": of the stamps}. Times in
+    /// milliseconds.
     QJsonObject ToJson(qint64 first, qint64 count) const;
 
 private:
@@ -48,9 +54,12 @@ private:
 
     std::vector<Piece> pieces;
     std::vector<double> stamps; // in place of the pieces
+    double resolution = 0;      // of the stamps, s
     qint64 trigger = 0;
-    qint64 perPeriod = 0;
 };
+
+/// The line frequency of the configuration, Hz; 50 where it has none.
+double MainsFrequency(const comtrade::Configuration& config);
 
 /// Whether samples carry their own times because the configuration has no rate.
 bool IsStamped(const comtrade::Configuration& config);

@@ -26,11 +26,15 @@ public:
     explicit Error(const QString& text) : std::runtime_error(text.toStdString()) {}
 };
 
-/// How much of the record a page holds.
+/// How much of its record a page or picture holds, and what is odd about the record.
 struct Held
 {
-    qint64 samples = 0; ///< in the page
-    qint64 total = 0;   ///< in the record
+    qint64 samples = 0;     ///< in the page or picture
+    qint64 total = 0;       ///< in the data of the record
+    qint64 announced = 0;   ///< in the record, as its configuration has it
+    bool hasTrigger = true; ///< the trigger is within the time of the samples
+    qint64 missing = 0;     ///< analog values that the record lacks, of the samples held
+    qint64 incomplete = 0;  ///< analog channels with such values
 };
 
 /// Bytes of samples beyond which a page holds a window around the trigger, unless Options::full is set.
@@ -45,7 +49,7 @@ enum class Picture { Svg, Png };
 
 /// Draws the started circuit with its voltages, currents and changing states, and the key figures of the
 /// report. Needs a QGuiApplication.
-void WritePicture(const QString& recordPath, const QString& picturePath, Picture format,
+Held WritePicture(const QString& recordPath, const QString& picturePath, Picture format,
                   const Options& options);
 
 } // namespace view

@@ -46,7 +46,7 @@ void Confirm(const QString& path)
         PrintLine(path);
 }
 
-void PutPage(const QString& record, const QString& page, const view::Options& options)
+view::Held PutPage(const QString& record, const QString& page, const view::Options& options)
 {
     const view::Held held = view::WritePage(record, page, options);
     Confirm(page);
@@ -57,6 +57,24 @@ void PutPage(const QString& record, const QString& page, const view::Options& op
                      .arg(page)
                      .arg(held.samples)
                      .arg(held.total));
+    return held;
+}
+
+// What is odd about the record, whichever device made it.
+void ComplainOfRecord(const QString& file, const view::Held& held)
+{
+    if (held.announced != held.total)
+        Complain(Tr("view", "%1: the configuration announces %2 samples, the data have %3")
+                     .arg(file, QString::number(held.announced), QString::number(held.total)));
+    if (!held.hasTrigger)
+        Complain(Tr("view",
+                    "%1: the trigger time lies outside the record's samples; check the start time, the "
+                    "trigger time and the sampling rates in its configuration")
+                     .arg(file));
+    if (held.missing > 0)
+        Complain(Tr("view", "%1: missing analog values: %2 (channels: %3); the traces have gaps there, and a "
+                            "period with a gap has no RMS and no angle")
+                     .arg(file, QString::number(held.missing), QString::number(held.incomplete)));
 }
 
 void WriteAll(const ViewOptions& options, const QString& record)
@@ -66,17 +84,19 @@ void WriteAll(const ViewOptions& options, const QString& record)
     settings.full = options.full;
     settings.source = QFileInfo(Text(options.file)).fileName();
     const bool pictureAlone = options.page.empty() && !(options.svg.empty() && options.png.empty());
+    view::Held held;
     if (!pictureAlone)
-        PutPage(record, options.page.empty() ? DefaultPage(Text(options.file)) : Text(options.page),
-                settings);
+        held = PutPage(record, options.page.empty() ? DefaultPage(Text(options.file)) : Text(options.page),
+                       settings);
     const std::pair<const std::string&, view::Picture> pictures[] = {{options.svg, view::Picture::Svg},
                                                                      {options.png, view::Picture::Png}};
     for (const auto& [path, format] : pictures) {
         if (path.empty())
             continue;
-        view::WritePicture(record, Text(path), format, settings);
+        held = view::WritePicture(record, Text(path), format, settings);
         Confirm(Text(path));
     }
+    ComplainOfRecord(Text(options.file), held);
 }
 
 int RunView(const ViewOptions& options)

@@ -14,18 +14,36 @@
   view.decodeNumbers = (text, Type) => new Type(view.decodeBase64(text).buffer);
 
   view.TimeAxis = class {
-    // json: {pieces: [[from, at, step] ...]} or {stamps: base64}
+    // json: {pieces: [[from, at, step, hertz] ...]} or {stamps: base64, resolution}
     constructor(json, count) {
       this.count = count;
       this.pieces = json.pieces || null;
       this.stamps = json.stamps === undefined ? null : view.decodeNumbers(json.stamps, Float64Array);
+      this.resolution = json.resolution || 0;
+    }
+
+    // The stretch of one rate that a sample is in.
+    pieceOf(sample) {
+      let piece = this.pieces[0];
+      for (const next of this.pieces) if (next[0] <= sample) piece = next;
+      return piece;
+    }
+
+    // Whether samples from .. to - 1 have one rate; samples with stamps have none to differ in.
+    isOneRate(from, to) { return Boolean(this.stamps) || this.pieceOf(from) === this.pieceOf(to - 1); }
+
+    // Whether the stamps of samples from .. to rise by steps of the same length, to their resolution or a hundredth of a step.
+    isEven(from, to, step) {
+      const tolerance = Math.max(1.001 * this.resolution, step / 100);
+      for (let i = from; i <= to; i++)
+        if (Math.abs(this.stamps[i] - this.stamps[from] - (i - from) * step) > tolerance) return false;
+      return step > 0;
     }
 
     timeOf(sample) {
       if (this.stamps) return this.stamps[Math.max(0, Math.min(this.count - 1, sample))];
-      let piece = this.pieces[0];
-      for (const next of this.pieces) if (next[0] <= sample) piece = next;
-      return piece[1] + (sample - piece[0]) * piece[2];
+      const [from, at, step] = this.pieceOf(sample);
+      return at + (sample - from) * step;
     }
 
     // First sample that is not ahead of the time; count if there is none.

@@ -99,9 +99,12 @@
     valueOfCode(code) { return (this.a * code + this.b) * this.shownFactor; }
     value(sample) { return this.valueOfCode(this.codes[sample]); }
 
-    // Least and greatest value of a span of samples, or of the whole record.
+    // Least and greatest code; NaN where all are missing.
+    get ends() { return [this.least, this.greatest].map((code) => (code === null ? NaN : code)); }
+
+    // Least and greatest value of a span of samples, or of the whole record. Not finite where all samples are missing.
     range(from, to) {
-      const codes = from === undefined ? [this.least, this.greatest] : this.pyramid.extremes(from, to);
+      const codes = from === undefined ? this.ends : this.pyramid.extremes(from, to);
       const values = codes.map((code) => this.valueOfCode(code));
       return values[0] <= values[1] ? values : values.reverse();
     }

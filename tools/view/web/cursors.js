@@ -7,11 +7,11 @@
   const wheelZoom = 1.0015;
 
   view.Cursors = class {
-    // moved: called when a cursor has another sample; chosen: when another cursor is chosen
-    constructor(overlay, frame, perPeriod, moved) {
+    // moved: called when a cursor has another sample, or another cursor is chosen
+    constructor(overlay, frame, periods, moved) {
       this.overlay = overlay;
       this.frame = frame;
-      this.perPeriod = Math.max(perPeriod, 1);
+      this.periods = periods;
       this.moved = moved;
       this.chosen = 0;
       this.samples = [0, 0];
@@ -154,19 +154,23 @@
     // By the place of the keys, so that they work in every layout.
     key(event) {
       if (event.ctrlKey || event.metaKey || event.altKey || event.target.closest('input, select, textarea')) return;
-      const step = event.shiftKey ? this.perPeriod : 1;
       const actions = {
         ArrowLeft: () => this.frame.pan(-this.frame.span / 10), ArrowRight: () => this.frame.pan(this.frame.span / 10),
         Equal: () => this.zoomAtCursor(0.5), NumpadAdd: () => this.zoomAtCursor(0.5),
         Minus: () => this.zoomAtCursor(2), NumpadSubtract: () => this.zoomAtCursor(2),
         Home: () => this.frame.showAll(), KeyT: () => this.showFault(),
-        Comma: () => this.set(this.chosen, this.samples[this.chosen] - step),
-        Period: () => this.set(this.chosen, this.samples[this.chosen] + step),
+        Comma: () => this.step(-1, event.shiftKey), Period: () => this.step(1, event.shiftKey),
         Digit1: () => this.set(0, this.samples[0]), Digit2: () => this.set(1, this.samples[1]),
       };
       if (!actions[event.code] || document.getElementById('oscillogram').hidden) return;
       event.preventDefault();
       actions[event.code]();
+    }
+
+    // Moves the chosen cursor by a sample or by a period.
+    step(direction, isPeriod) {
+      const sample = this.samples[this.chosen];
+      this.set(this.chosen, isPeriod ? this.periods.moved(sample, direction) : sample + direction);
     }
 
     // Around the chosen cursor if it is seen, otherwise around the middle.
@@ -178,9 +182,15 @@
 
     // Three periods ahead of the trigger and what follows on it.
     showFault() {
-      const trigger = this.frame.axis.sampleAt(0);
-      const period = Math.abs(this.frame.axis.timeOf(trigger) - this.frame.axis.timeOf(Math.max(trigger - this.perPeriod, 0))) || 20;
+      const period = this.periods.milliseconds;
       this.frame.show(-3 * period, 9 * period);
+    }
+
+    // At first they stand one period after the trigger, so that the first one shows the beginning of the fault, and three.
+    placeAtTrigger() {
+      const { axis } = this.frame;
+      const trigger = axis.timeOf(axis.sampleAt(0)); // the nearest sample, where the record is elsewhere
+      this.samples = [1, 3].map((periods) => axis.sampleAt(trigger + periods * this.periods.milliseconds));
     }
   };
 })(globalThis.zuView = globalThis.zuView || {});

@@ -15,6 +15,7 @@
       this.groups = view.groupByCircuit(this.analog);
       for (const channels of this.groups.values()) view.chooseUnits(channels);
       this.frame = new view.Frame(this.axis);
+      this.periods = new view.Periods(this.axis, this.data.frequency);
       this.layout = 'together';
       this.strips = [];
       this.fit = false;
@@ -25,8 +26,8 @@
       byId('station').textContent = this.data.identity.station;
       this.ruler = new view.Ruler(byId('ruler'), this.frame);
       this.seen = new IntersectionObserver((entries) => this.see(entries), { rootMargin: '150px' });
-      this.cursors = new view.Cursors(byId('overlay'), this.frame, this.data.perPeriod, () => this.request('values'));
-      this.phasors = new view.Phasors(byId('side'), this.groups, this.data.perPeriod, this.data.startedCircuit, () => this.request('values'));
+      this.cursors = new view.Cursors(byId('overlay'), this.frame, this.periods, () => this.request('values'));
+      this.phasors = new view.Phasors(byId('side'), this.groups, this.periods, this.data.startedCircuit, () => this.request('values'));
       this.tracks = new view.Tracks(byId('tracks'), this.states, this.frame);
       this.table = new view.ChannelTable(byId('channels'), byId('filter'), byId('filtered'), [...this.analog, ...this.states], this.axis, () => this.changeVisible());
       this.buildStrips();
@@ -34,8 +35,7 @@
       this.listen();
       this.setLanguage(wish('lang') || ((navigator.language || '').startsWith('ru') ? 'ru' : 'en'));
       this.setTheme(wish('theme') || (matchMedia('(prefers-color-scheme: dark)').matches ? 'dark' : 'light'));
-      const trigger = this.axis.sampleAt(0);
-      this.cursors.samples = [trigger, Math.min(trigger + 3 * this.data.perPeriod, this.data.count - 1)];
+      this.cursors.placeAtTrigger();
       if (this.frame.start <= 0 && this.frame.end >= 0) this.cursors.showFault();
       else this.frame.showAll();
     }
@@ -119,7 +119,7 @@
       this.phasors.build();
       this.tracks.build();
       this.table.build();
-      view.showIdentity(byId('identity'), this.data, this.axis);
+      view.showIdentity(byId('identity'), this.data);
       view.showReport(byId('report'), this.data.report);
       this.setLayout(this.layout);
     }
@@ -133,7 +133,19 @@
       const seconds = ((this.frame.end - this.frame.start) / 1000).toFixed(3);
       byId('partial').textContent = count > 0 ? view.text('partial', seconds, count, total) : view.text('empty');
       byId('columns').replaceChildren(...['value', 'rms', 'angle'].map((key) =>
-        Object.assign(document.createElement('span'), { className: key, textContent: view.text(key) })));
+        Object.assign(document.createElement('span'), { className: key, textContent: view.text(key), title: view.text(`${key}Hint`) })));
+      byId('notices').replaceChildren(...this.notices().map((text) =>
+        Object.assign(document.createElement('p'), { className: 'notice', textContent: text })));
+    }
+
+    // What is odd about the record.
+    notices() {
+      const { held, total, identity } = this.data;
+      const notices = [];
+      if (held.announced !== total) notices.push(view.text('otherCount', held.announced, total));
+      if (!held.hasTrigger) notices.push(view.text('triggerOutside', identity.trigger, identity.start));
+      if (held.missing > 0) notices.push(view.text('missing', held.missing, held.incomplete));
+      return notices;
     }
 
     buildTabs() {
@@ -208,19 +220,23 @@
       byId('time1').textContent = view.milliseconds(cursors.time(0));
       byId('time2').textContent = view.milliseconds(cursors.time(1));
       byId('between').textContent = view.milliseconds(cursors.time(1) - cursors.time(0));
-      for (const strip of this.strips) if (strip.onScreen) strip.rows.forEach((row) => this.showRow(row));
+      const reasons = new view.Reasons();
+      for (const strip of this.strips) if (strip.onScreen) strip.rows.forEach((row) => this.showRow(row, reasons));
       for (const { channel, cells } of this.tracks.rows)
         cells.forEach((cell, cursor) => { cell.textContent = channel.state(cursors.samples[cursor]); });
-      this.phasors.draw(cursors.samples[cursors.chosen], cursors.chosen);
+      this.phasors.draw(cursors.samples[cursors.chosen], cursors.chosen, reasons);
     }
 
-    showRow({ channel, cells }) {
+    // Always by Fourier and as the RMS of the values, whatever method the phasors have.
+    showRow({ channel, cells }, reasons) {
       cells.forEach(([value, rms, angle], cursor) => {
         const sample = this.cursors.samples[cursor];
-        const phasor = view.phasor(this.phasors.method, channel, sample, this.data.perPeriod);
+        const reading = view.reading(this.periods, channel, sample);
         value.textContent = view.number(channel.value(sample));
-        rms.textContent = view.number(phasor.module);
-        angle.textContent = view.angle(phasor.angle);
+        rms.textContent = view.number(reading.rms);
+        angle.textContent = view.direct(reading.direct) || view.angle(reading.angle);
+        rms.title = reading.reason ? view.text(reading.reason, view.shortName(channel)) : '';
+        reasons.add(cursor, reading.reason, channel);
       });
     }
 

@@ -27,17 +27,14 @@
       const context = view.prepareCanvas(this.canvas, width, height);
       const area = view.plotArea(width);
       const whole = { axis: this.frame.axis, from: this.frame.start, to: this.frame.end, span: this.frame.end - this.frame.start };
-      const ranges = this.channels.map((channel) => channel.range());
-      const low = Math.min(...ranges.map((range) => range[0]));
-      const high = Math.max(...ranges.map((range) => range[1]));
+      const ends = this.channels.flatMap((channel) => channel.range()).filter(Number.isFinite);
+      const [low, high] = [Math.min(...ends), Math.max(...ends)];
       const toY = (value) => 3 + ((high - value) / (high - low || 1)) * (height - 6);
       for (const channel of this.channels) {
         const points = this.pointsOf(channel, whole, area, toY);
         context.strokeStyle = view.styleColor(channel.color);
         context.globalAlpha = 0.75;
-        context.beginPath();
-        for (let i = 0; i < points.length; i += 2) context.lineTo(points[i], points[i + 1]);
-        context.stroke();
+        view.strokeTrace(context, points);
       }
       context.globalAlpha = 1;
       this.drawSpan(context, area, whole);

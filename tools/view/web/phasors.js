@@ -19,15 +19,21 @@
 
   const sequenceNames = { U: ['U1', 'U2', '3U0'], I: ['I1', 'I2', '3I0'] };
 
-  // [{name, unit, module, angle}] of the phases, and of the sequences where there are three phases.
-  view.circuitValues = function (circuit, method, sample, count) {
+  const methods = {
+    fourier: { phasor: view.reading, sequences: view.sequences },
+    report: { phasor: view.reportPhasor, sequences: view.reportSequences },
+  };
+
+  // [{name, unit, module, angle, direct, reason}] of the phases, and of the sequences where there are three phases alike.
+  view.circuitValues = function (circuit, method, periods, sample) {
+    const { phasor, sequences } = methods[method];
     const rows = { phases: [], sequences: [] };
     for (const quantity of ['U', 'I']) {
       for (const channel of circuit[quantity])
-        if (channel) rows.phases.push({ channel, quantity, name: view.shortName(channel), unit: channel.shownUnit, ...view.phasor(method, channel, sample, count) });
+        if (channel) rows.phases.push({ channel, quantity, name: view.shortName(channel), unit: channel.shownUnit, ...phasor(periods, channel, sample) });
       const three = circuit[quantity].slice(0, 3);
-      if (!three.every(Boolean)) continue;
-      view.sequences(method, three, sample, count).forEach((value, index) =>
+      if (!three.every((channel) => channel && channel.shownUnit === three[0].shownUnit)) continue;
+      sequences(periods, three, sample).forEach((value, index) =>
         rows.sequences.push({ quantity, name: sequenceNames[quantity][index], unit: three[0].shownUnit, ...value }));
     }
     return rows;
@@ -74,7 +80,7 @@
     for (const [quantity, reach] of [['U', radius], ['I', (radius * 2) / 3]]) {
       const own = rows.filter((row) => row.quantity === quantity && Number.isFinite(row.module));
       const largest = Math.max(...own.map((row) => row.module));
-      for (const row of own) arrow(svg, row, largest > 0 ? (row.module / largest) * reach : 0, turn, labels);
+      for (const row of own) if (Number.isFinite(row.angle - turn)) arrow(svg, row, largest > 0 ? (row.module / largest) * reach : 0, turn, labels);
     }
     return svg;
   }
@@ -90,8 +96,9 @@
       if (row.channel) name.style.setProperty('--trace', `var(${row.channel.color})`);
       if (row.channel) name.className = 'name';
       line.append(name);
-      const angle = view.angle(turn ? (row.angle - turn + 720) % 360 : row.angle);
-      for (const text of [Number.isFinite(row.module) ? row.module.toFixed(3) : '—', row.unit, angle]) line.insertCell().textContent = text;
+      const angle = view.angle(turn === 0 ? row.angle : (row.angle - turn + 720) % 360);
+      const module = Number.isFinite(row.module) ? row.module.toFixed(3) : '—';
+      for (const text of [module, row.unit, angle, view.direct(row.direct)]) line.insertCell().textContent = text;
       line.dataset.module = row.module;
       line.dataset.angle = row.angle;
     }
@@ -99,13 +106,13 @@
   }
 
   view.Phasors = class {
-    constructor(parent, groups, perPeriod, started, changed) {
+    constructor(parent, groups, periods, started, changed) {
       this.parent = parent;
-      this.perPeriod = perPeriod;
+      this.periods = periods;
       this.circuits = view.phaseCircuits(groups);
       this.changed = changed;
       this.circuit = this.circuits.find((circuit) => circuit.name === started) || this.circuits[0];
-      this.method = 'report';
+      this.method = 'fourier';
       this.againstUa = false;
     }
 
@@ -114,25 +121,29 @@
       this.title = document.createElement('h3');
       this.title.textContent = view.text('phasors');
       this.values = document.createElement('div');
+      this.why = document.createElement('ul');
+      this.why.id = 'why';
       if (!this.circuit) {
         this.values.textContent = view.text('noPhases');
-        this.parent.append(this.title, this.values);
+        this.parent.append(this.title, this.values, this.why);
         return;
       }
       const names = this.circuits.map((circuit) => circuit.name || view.text('noCircuit'));
       this.parent.append(
         this.title,
-        this.choice('circuit', names, this.circuits.indexOf(this.circuit), (index) => { this.circuit = this.circuits[index]; }),
-        this.choice('method', [view.text('methodReport'), view.text('methodFourier')], this.method === 'report' ? 0 : 1,
-          (index) => { this.method = ['report', 'fourier'][index]; }),
-        this.reference(), this.values);
+        this.choice('circuit', '', names, this.circuits.indexOf(this.circuit), (index) => { this.circuit = this.circuits[index]; }),
+        this.choice('method', view.text('method'), [view.text('methodFourier'), view.text('methodReport')], this.method === 'fourier' ? 0 : 1,
+          (index) => { this.method = ['fourier', 'report'][index]; }),
+        this.reference(), this.why, this.values);
     }
 
-    choice(key, names, selected, choose) {
+    // Names of circuits are long: theirs has no title beside it.
+    choice(key, title, names, selected, choose) {
       const label = document.createElement('label');
-      label.textContent = view.text(key);
+      label.textContent = title;
       const select = document.createElement('select');
       select.id = `choice-${key}`;
+      select.setAttribute('aria-label', view.text(key));
       for (const name of names) select.append(new Option(name));
       select.selectedIndex = selected;
       select.addEventListener('change', () => {
@@ -155,12 +166,16 @@
       return label;
     }
 
-    draw(sample, cursor) {
+    // The values at a cursor; what keeps some from being there is added to the reasons, which are then listed.
+    draw(sample, cursor, reasons) {
+      const rows = this.circuit ? view.circuitValues(this.circuit, this.method, this.periods, sample) : { phases: [] };
+      for (const row of rows.phases) reasons.add(cursor, row.reason, row.channel);
+      this.why.replaceChildren(...reasons.lines().map((line) => Object.assign(document.createElement('li'), { textContent: line })));
       if (!this.circuit) return;
-      const rows = view.circuitValues(this.circuit, this.method, sample, this.perPeriod);
-      const reference = rows.phases.find((row) => row.channel.role === 'a');
-      const turn = this.againstUa && reference && Number.isFinite(reference.angle) ? reference.angle : 0;
-      this.title.textContent = `${view.text('phasors')} · ${view.text('cursor').toLowerCase()} ${cursor + 1}`;
+      const reference = rows.phases.find((row) => row.quantity === 'U' && row.channel.role === 'a');
+      const turn = this.againstUa ? (reference ? reference.angle : NaN) : 0; // without Ua no angle is against it
+      const method = this.method === 'report' ? ` · ${view.text('methodReport')}` : '';
+      this.title.textContent = `${view.text('phasors')} · ${view.text('cursor').toLowerCase()} ${cursor + 1}${method}`;
       const heading = document.createElement('h4');
       heading.textContent = view.text('sequences');
       this.values.replaceChildren(diagram(rows.phases, turn), table(rows.phases, turn, 'phaseValues'), heading, table(rows.sequences, turn, 'sequenceValues'));

@@ -1,123 +1,47 @@
-// RMS values, angles and symmetrical components at a sample, over the mains period before it.
+// RMS values, phasors and symmetrical components of the period before a cursor: full-cycle Fourier.
 //
-// Two methods. `report` is that of the fault report: RMS in the time domain, the angle from the position of the
-// largest sample, sequences from phases shifted by thirds of a period; at the trigger it gives the report's numbers.
-// `fourier` takes the fundamental, exact in angle and blind to harmonics and to most of a direct component.
-// Angles are in degrees: a sine that rises through zero at the beginning of the period has 0.
+// An angle is that of the fundamental at the cursor, in degrees: a sine that rises through zero there has 0 (the same
+// as one that does so at the beginning of the period).
 (function (view) {
   'use strict';
 
+  // A channel whose fundamental is a smaller part of its RMS is no sine: its angle would be that of its noise.
+  const leastPart = 0.5;
+  // A sequence that is a smaller part of its phases has no angle for the same reason.
+  const leastSequence = 1e-3;
+
   const none = { module: NaN, angle: NaN };
 
-  // The period before a sample; near the beginning of the record the first one.
-  view.periodBefore = (sample, count) => (count >= sample ? 0 : sample - count);
-
-  function angleOfPeak(position, count) {
-    const angle = 450 - (position / count) * 360;
-    return angle > 360 ? angle - 360 : angle;
+  function polar([sine, cosine]) {
+    const angle = (Math.atan2(cosine, sine) * 180) / Math.PI;
+    return { module: Math.hypot(sine, cosine), angle: (angle + 360) % 360 };
   }
 
-  // In single precision, as the report scales.
-  const scaled = (channel, sample) =>
-    Math.fround(Math.fround(channel.codes[sample] * Math.fround(channel.a)) + Math.fround(channel.b));
-
-  function reportPhasor(channel, sample, count) {
-    const from = view.periodBefore(sample, count);
-    const codes = channel.codes;
-    if (!(count > 0) || from + count > codes.length) return none;
-    let squares = 0;
-    let position = 0;
-    for (let i = 0; i < count; i++) {
-      squares += codes[from + i] * codes[from + i];
-      if (codes[from + i] > codes[from + position]) position = i;
-    }
-    const rms = Math.sqrt(squares / count);
-    return { module: (Math.fround(channel.a) * rms + Math.fround(channel.b)) * channel.shownFactor, angle: angleOfPeak(position, count) };
-  }
-
-  function shifts(count) {
-    const third = Math.floor(count / 3);
-    if (count % 3 === 0) return [third, 2 * third];
-    return count % 3 === 1 ? [third, 2 * third + 1] : [third + 1, 2 * third + 1];
-  }
-
-  // Of a sum over one period: part(i) gives the sum at its i-th sample.
-  function ofSum(count, part) {
-    let squares = 0;
-    let largest = 0;
-    let position = 0;
-    for (let i = 0; i < count; i++) {
-      const value = part(i);
-      squares += value * value;
-      if (value > largest) {
-        largest = value;
-        position = i;
-      }
-    }
-    return { module: Math.sqrt(squares / count), angle: angleOfPeak(position, count) };
-  }
-
-  function reportSequences(phases, sample, count) {
-    const index = view.periodBefore(sample, count);
-    const start = index > count ? index - count : 0;
-    if (!(count > 0) || phases.some((channel) => start + 2 * count > channel.codes.length)) return [none, none, none];
-    const [one, two] = shifts(count);
-    const [a, b, c] = phases.map((channel) => (i) => scaled(channel, start + count + i));
-    const sums = [
-      ofSum(count, (i) => b(i - two) + a(i) + c(i - one)),
-      ofSum(count, (i) => b(i - one) + a(i) + c(i - two)),
-      ofSum(count, (i) => a(i) + b(i) + c(i)),
-    ];
-    const factor = phases[0].shownFactor;
-    sums[0].module /= 3;
-    sums[1].module /= 3;
-    return sums.map((sum) => ({ module: sum.module * factor, angle: sum.angle }));
-  }
-
-  // Real and imaginary part of the fundamental, effective, against a sine from the beginning of the period.
-  function fundamental(channel, sample, count) {
-    const from = view.periodBefore(sample, count);
-    if (!(count > 0) || from + count > channel.codes.length) return [NaN, NaN];
-    let real = 0;
-    let imaginary = 0;
-    for (let i = 0; i < count; i++) {
-      const value = channel.codes[from + i];
-      const turn = (2 * Math.PI * i) / count;
-      real += value * Math.sin(turn);
-      imaginary += value * Math.cos(turn);
-    }
-    const factor = (Math.SQRT2 / count) * channel.a * channel.shownFactor;
-    return [real * factor, imaginary * factor];
-  }
-
-  function polar([real, imaginary]) {
-    const angle = (Math.atan2(imaginary, real) * 180) / Math.PI;
-    return { module: Math.hypot(real, imaginary), angle: angle <= 0 ? angle + 360 : angle };
-  }
-
-  const turned = ([real, imaginary], degrees) => {
-    const cosine = Math.cos((degrees * Math.PI) / 180);
-    const sine = Math.sin((degrees * Math.PI) / 180);
-    return [real * cosine - imaginary * sine, real * sine + imaginary * cosine];
+  const turned = ([sine, cosine], degrees) => {
+    const [x, y] = [Math.cos((degrees * Math.PI) / 180), Math.sin((degrees * Math.PI) / 180)];
+    return [sine * x - cosine * y, sine * y + cosine * x];
   };
 
   const sum = (...vectors) => [0, 1].map((part) => vectors.reduce((total, vector) => total + vector[part], 0));
 
-  function fourierSequences(phases, sample, count) {
-    const [a, b, c] = phases.map((channel) => fundamental(channel, sample, count));
-    const third = (vector) => vector.map((part) => part / 3);
-    return [
-      polar(third(sum(a, turned(b, 120), turned(c, 240)))),
-      polar(third(sum(a, turned(b, 240), turned(c, 120)))),
-      polar(sum(a, b, c)),
-    ];
-  }
-
-  // {module, angle} of a channel in its shown unit; NaN where the record is shorter than the period.
-  view.phasor = (method, channel, sample, count) =>
-    method === 'fourier' ? polar(fundamental(channel, sample, count)) : reportPhasor(channel, sample, count);
+  // What a channel comes to before a cursor, in its shown unit: {rms, module and angle of the fundamental, direct}. The
+  // angle is NaN where the channel is no sine, direct unless it is larger than the fundamental. Without values: reason.
+  view.reading = function (periods, channel, sample) {
+    const { rms, direct, sine, cosine, reason } = periods.measure(channel, sample);
+    if (reason) return { rms: NaN, direct: NaN, reason, ...none };
+    const { module, angle } = polar([sine, cosine]);
+    const isSine = channel.isWave && module > 0 && module >= leastPart * rms;
+    return { rms, module, angle: isSine ? angle : NaN, direct: Math.abs(direct) > module ? direct : NaN };
+  };
 
   // Positive, negative and threefold zero sequence of the phases a, b, c.
-  view.sequences = (method, phases, sample, count) =>
-    method === 'fourier' ? fourierSequences(phases, sample, count) : reportSequences(phases, sample, count);
+  view.sequences = function (periods, phases, sample) {
+    const measured = phases.map((channel) => periods.measure(channel, sample));
+    if (measured.some(({ reason }) => reason)) return [none, none, none];
+    const [a, b, c] = measured.map(({ sine, cosine }) => [sine, cosine]);
+    const third = (vector) => vector.map((part) => part / 3);
+    const least = leastSequence * Math.max(...[a, b, c].map((vector) => polar(vector).module));
+    return [third(sum(a, turned(b, 120), turned(c, 240))), third(sum(a, turned(b, 240), turned(c, 120))), sum(a, b, c)]
+      .map(polar).map(({ module, angle }) => ({ module, angle: module > least ? angle : NaN }));
+  };
 })(globalThis.zuView = globalThis.zuView || {});

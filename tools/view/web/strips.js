@@ -42,7 +42,8 @@
   view.chooseUnits = function (channels) {
     for (const channel of channels) {
       const alike = channels.filter((other) => other.unit === channel.unit && other.isBaseUnit);
-      const largest = Math.max(0, ...alike.map((other) => Math.max(...[other.least, other.greatest].map((code) => Math.abs((other.a * code + other.b) * other.factor)))));
+      const sizes = alike.flatMap((other) => other.ends.map((code) => Math.abs((other.a * code + other.b) * other.factor)));
+      const largest = Math.max(0, ...sizes.filter(Number.isFinite));
       channel.inKilo = channel.isBaseUnit && largest >= 1000;
     }
   };
@@ -75,6 +76,21 @@
     else points.push(x, b, x, a);
   }
 
+  // With a gap where y is no number. A run begins with a short stroke, so that one of a single sample is seen.
+  view.strokeTrace = function (context, points) {
+    const half = 0.6;
+    let broken = true;
+    context.beginPath();
+    for (let i = 0; i < points.length; i += 2) {
+      const [x, y] = [points[i], points[i + 1]];
+      const isMissing = !Number.isFinite(y);
+      if (broken && !isMissing) context.moveTo(x - half, y);
+      if (!isMissing) context.lineTo(broken ? x + half : x, y);
+      broken = isMissing;
+    }
+    context.stroke();
+  };
+
   function drawTrace(context, points, color, width) {
     const isDense = points.length > 2 * width;
     context.strokeStyle = color;
@@ -82,15 +98,7 @@
     context.lineWidth = 1.25;
     context.lineJoin = 'round';
     context.globalAlpha = isDense ? 0.7 : 1; // what lies under a filled band shows through
-    context.beginPath();
-    let broken = true;
-    for (let i = 0; i < points.length; i += 2) {
-      if (!Number.isFinite(points[i + 1])) broken = true;
-      else if (broken) context.moveTo(points[i], points[i + 1]);
-      else context.lineTo(points[i], points[i + 1]);
-      broken = !Number.isFinite(points[i + 1]);
-    }
-    context.stroke();
+    view.strokeTrace(context, points);
     context.globalAlpha = 1;
     if (points.length > width / 4) return;
     for (let i = 0; i < points.length; i += 2) {

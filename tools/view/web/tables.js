@@ -60,14 +60,13 @@
     }
   };
 
-  view.showIdentity = function (table, data, axis) {
+  view.showIdentity = function (table, data) {
     const identity = data.identity;
-    const last = Math.max(data.count - 1, 0);
     const rows = [
       ['station', identity.station], ['device', identity.device], ['source', identity.source], ['revision', identity.revision],
       ['dataType', identity.dataType], ['start', identity.start], ['triggerTime', identity.trigger],
-      ['rates', identity.rates.map((rate) => Number(rate.toFixed(6))).join(', ')], ['frequency', identity.lineFrequency], ['samples', data.count],
-      ['duration', data.count ? ((axis.timeOf(last) - axis.timeOf(0)) / 1000).toFixed(3) : 0],
+      ['rates', identity.rates.map((rate) => Number(rate.toFixed(6))).join(', ')], ['frequency', identity.lineFrequency > 0 ? identity.lineFrequency : view.text('assumed', data.frequency)],
+      ['samples', data.total], ['duration', identity.seconds.toFixed(3)],
       ['counts', `${data.analog.length} + ${data.states.length}`],
       ['timeCode', identity.timeCode], ['localCode', identity.localCode], ['timeQuality', identity.timeQuality],
     ];

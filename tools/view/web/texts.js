@@ -13,7 +13,17 @@
       fit: 'Fit to view', keys: 'Mouse and keys', wholeRecord: 'Whole record',
       value: 'value', rms: 'RMS', angle: 'angle', discrete: 'Discrete channels', noCircuit: 'Without circuit',
       unchanged: 'without changes: {0}', noChanges: 'No discrete channel changes.',
-      circuit: 'Circuit', cursor: 'Cursor', method: 'Method', methodReport: 'as in the report', methodFourier: '50/60 Hz (Fourier)',
+      valueHint: 'Value at the cursor', rmsHint: 'RMS of the values in the period before the cursor',
+      angleHint: 'Angle of the fundamental at the cursor, or (=) the direct component where that is larger',
+      why: 'Cursor {0}: no RMS and no angle. {1}', whyBeginning: 'The record begins less than a period before it.',
+      whyRates: 'The sampling rate changes within the period before it.',
+      whyUneven: 'The samples of the period before it are not evenly spaced in time.',
+      whySlow: 'The record has fewer than three samples in a period.', whyMissing: 'Samples are missing in the period before it: {0}.',
+      otherCount: 'The configuration of the record announces {0} samples, the data have {1}.',
+      triggerOutside: 'The trigger time, {0}, lies outside the record, which starts at {1}. Check both times and the sampling rates in the configuration.',
+      missing: 'Missing analog values: {0} (channels: {1}). The traces have gaps there, and a period with a gap has no RMS and no angle.',
+      assumed: 'not in the configuration, {0} assumed',
+      circuit: 'Circuit', cursor: 'Cursor', method: 'Method', methodReport: 'as in the report', methodFourier: 'full-cycle Fourier',
       phasors: 'Phasors', sequences: 'Symmetrical components', trigger: 'trigger', triggered: 'Trigger {0}', started: 'started by {0}',
       noPhases: 'No circuit has phase voltages or currents.', reference: 'Angles against Ua',
       filter: 'Filter: name, circuit, unit', shown: '{0} of {1}', number: 'No.', kind: 'Kind', name: 'Name', phase: 'Phase',
@@ -38,7 +48,17 @@
       fit: 'По видимому', keys: 'Мышь и клавиши', wholeRecord: 'Вся запись',
       value: 'мгн.', rms: 'действ.', angle: 'угол', discrete: 'Дискретные каналы', noCircuit: 'Без присоединения',
       unchanged: 'без изменений: {0}', noChanges: 'Дискретные каналы не меняются.',
-      circuit: 'Присоединение', cursor: 'Курсор', method: 'Расчёт', methodReport: 'как в отчёте', methodFourier: '50/60 Гц (Фурье)',
+      valueHint: 'Мгновенное значение на курсоре', rmsHint: 'Действующее значение за период до курсора',
+      angleHint: 'Угол основной гармоники на курсоре или (=) постоянная составляющая, если она больше',
+      why: 'Курсор {0}: нет действующих значений и углов. {1}', whyBeginning: 'До курсора меньше периода записи.',
+      whyRates: 'В пределах периода до курсора меняется частота дискретизации.',
+      whyUneven: 'Отсчёты за период до курсора идут с неравным шагом по времени.',
+      whySlow: 'В записи меньше трёх отсчётов на период.', whyMissing: 'В периоде до курсора пропущены отсчёты: {0}.',
+      otherCount: 'В конфигурации записи указано отсчётов: {0}, в данных их {1}.',
+      triggerOutside: 'Время пуска {0} вне записи, которая начинается в {1}. Проверьте оба времени и частоты дискретизации в конфигурации.',
+      missing: 'Пропущено аналоговых значений: {0} (каналов: {1}). На осциллограммах там разрывы, а для периода с разрывом нет действующего значения и угла.',
+      assumed: 'нет в конфигурации, принято {0}',
+      circuit: 'Присоединение', cursor: 'Курсор', method: 'Расчёт', methodReport: 'как в отчёте', methodFourier: 'Фурье за период',
       phasors: 'Векторная диаграмма', sequences: 'Симметричные составляющие', trigger: 'пуск', triggered: 'Пуск {0}', started: 'пуск по {0}',
       noPhases: 'Нет присоединений с фазными напряжениями или токами.', reference: 'Углы от Ua',
       filter: 'Отбор: имя, присоединение, единица', shown: '{0} из {1}', number: '№', kind: 'Вид', name: 'Имя', phase: 'Фаза',
@@ -77,7 +97,18 @@
     return (Number(text) === 0 ? text.replace('-', '') : text).replace('-', '−');
   };
 
-  view.angle = (degrees) => (Number.isFinite(degrees) ? `${degrees.toFixed(0)}°` : '—');
+  // Whole degrees. A full turn is 0; only the report's method has 360 where its angle is just that.
+  view.angle = function (degrees) {
+    if (!Number.isFinite(degrees)) return '—';
+    const rounded = Math.round(degrees);
+    return `${rounded === 360 && degrees < 360 ? 0 : rounded}°`;
+  };
+
+  // A direct component, marked by an equals sign as on diagrams; nothing where there is none, or none that is seen.
+  view.direct = function (value) {
+    const text = view.number(value);
+    return Number.isFinite(value) && /[1-9]/.test(text) ? `=${text}` : '';
+  };
 
   // Milliseconds with a sign.
   view.milliseconds = function (value) {

@@ -2349,6 +2349,26 @@ Example, with the sample station:
   zucmtr sample --out station --force
   zucmtr view station/Vostochnaya_000123.ZU -o station/fault.html</translation>
     </message>
+    <message>
+        <source>%1 ms</source>
+        <translation>%1 мс</translation>
+    </message>
+    <message>
+        <source>As in the fault report:</source>
+        <translation>Как в отчёте об аварии:</translation>
+    </message>
+    <message>
+        <source>%1: the trigger time lies outside the record&apos;s samples; check the start time, the trigger time and the sampling rates in its configuration</source>
+        <translation>%1: время пуска вне отсчётов записи; проверьте в её конфигурации время начала, время пуска и частоты дискретизации</translation>
+    </message>
+    <message>
+        <source>%1: missing analog values: %2 (channels: %3); the traces have gaps there, and a period with a gap has no RMS and no angle</source>
+        <translation>%1: пропущено аналоговых значений: %2 (каналов: %3); на осциллограммах там разрывы, а для периода с разрывом нет действующего значения и угла</translation>
+    </message>
+    <message>
+        <source>%1: the configuration announces %2 samples, the data have %3</source>
+        <translation>%1: в конфигурации указано отсчётов: %2, в данных их %3</translation>
+    </message>
 </context>
 <context>
     <name>watch</name>
