@@ -88,7 +88,7 @@ const Case cases[] = {
     {"View", {"view", "a.ZU"}, 0, ""},
     {"ViewToStandardOutput", {"view", "a.ZU", "-o", "-"}, 0, ""},
     {"ViewPictures", {"view", "a.ZU", "--svg", "a.svg", "--png", "a.png"}, 0, ""},
-    {"ViewBad", {"view", "--plain", "bad/bad.ZU"}, 1, "zucmtr: bad/bad.ZU: not converted: " + badFile + "\n"},
+    {"ViewBad", {"view", "--plain", "bad/bad.ZU"}, 1, "zucmtr: bad/bad.ZU: " + badFile + "\n"},
     {"Check", {"check", "--ini", "ZuDrv.ini"}, 0, ""},
     {"CheckBad", {"check", "a.ZU"}, 1, ""},
     {"Dictionary", {"dictionary", "a.ZU"}, 0, ""},

@@ -2325,7 +2325,7 @@ Example:
     </message>
     <message>
         <source>The page; - is standard output. Default: FILE with the ending .html</source>
-        <translation>Страница; «-» — стандартный вывод. По умолчанию FILE с окончанием .html</translation>
+        <translation>Страница; «-» — стандартный вывод. По умолчанию ФАЙЛ с окончанием .html</translation>
     </message>
     <message>
         <source>FILE is the first file of a recording (.ZU, its continuations beside it) or a COMTRADE record (.cfg or
