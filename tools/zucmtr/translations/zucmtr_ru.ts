@@ -1699,12 +1699,21 @@ Example:
         <translation>Осциллограмма или запись</translation>
     </message>
     <message>
+        <source>&apos;%1&apos; cannot be written: %2</source>
+        <translation>«%1» не записывается: %2</translation>
+    </message>
+    <message>
+        <source>The page; - is standard output. Default: FILE with the ending .html</source>
+        <translation>Страница; «-» — стандартный вывод. По умолчанию FILE с окончанием .html</translation>
+    </message>
+    <message>
         <source>FILE is the first file of a recording (.ZU, its continuations beside it) or a COMTRADE record (.cfg or
 .cff). The page is one HTML file with everything in it: mail it, archive it, open it without a network.
 A recording needs no ini file; with one, its names, circuits and bays are those of the converted record.
 Beyond 64 MB of samples the page holds a window around the trigger and says so.
 
-Exit code: 0 written, 1 the record cannot be read or the page cannot be written, 2 wrong usage.
+Exit code: 0 written, 1 the record cannot be read or the page cannot be written, 2 wrong usage, 130 ended
+by Ctrl-C (143 by SIGTERM).
 
 Example, with the sample station:
   mkdir -p station
@@ -1715,20 +1724,13 @@ Example, with the sample station:
 Осциллограмме не нужен ini-файл; с ним имена и присоединения те же, что в преобразованной записи.
 Сверх 64 МБ выборок на странице окно вокруг пуска, и она об этом говорит.
 
-Код завершения: 0 записано, 1 запись не читается или страница не записывается, 2 неверный вызов.
+Код завершения: 0 записано, 1 запись не читается или страница не записывается, 2 неверный вызов, 130 прервано
+по Ctrl-C (143 по SIGTERM).
 
 Пример с учебной станцией:
   mkdir -p station
   zucmtr sample --out station --force
   zucmtr view station/Vostochnaya_000123.ZU -o station/fault.html</translation>
-    </message>
-    <message>
-        <source>&apos;%1&apos; cannot be written: %2</source>
-        <translation>«%1» не записывается: %2</translation>
-    </message>
-    <message>
-        <source>The page; - is standard output. Default: FILE with the ending .html</source>
-        <translation>Страница; «-» — стандартный вывод. По умолчанию FILE с окончанием .html</translation>
     </message>
 </context>
 <context>
