@@ -130,6 +130,29 @@ TEST(Interrupt, SecondEndsAtOnce)
     EXPECT_EQ(child.Code(), 130);
 }
 
+// Nothing stays among the temporary files, where the recording's record was: see main.cpp.
+TEST(Interrupt, ViewEndsAfterTheFileAtHand)
+{
+    const Workplace place;
+    const SmallPipe page;
+    const SmallPipe output;
+    place.Write("a.ZU", Encode(ShortRecording()));
+    fcntl(page.In(), F_SETFD, 0);
+    Child child(place.Path(),
+                {"view", "a.ZU", "-o", QStringLiteral("/dev/fd/%1").arg(page.In()), "--svg", "a.svg"},
+                output.In(), output.In());
+    ASSERT_TRUE(WaitFor([&] { return page.Waiting() > 0; }));
+    child.Send(SIGINT);
+    QByteArray text;
+    ASSERT_TRUE(WaitFor([&] {
+        text += page.Take();
+        return child.HasEnded();
+    }));
+    EXPECT_EQ(child.Code(), 130);
+    EXPECT_TRUE((text + page.Take()).endsWith("</html>\n"));
+    EXPECT_EQ(place.Names(), (QStringList{"ZuDrv.ini", "a.ZU"}));
+}
+
 TEST(Progress, BarIsShownOnATerminalAndTakenAwayAtTheEnd)
 {
     const Workplace place;

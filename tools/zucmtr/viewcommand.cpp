@@ -1,6 +1,7 @@
 #include "viewcommand.h"
 
 #include "console.h"
+#include "interrupt.h"
 #include "output/target.h"
 #include "recordsource.h"
 #include "texts.h"
@@ -13,6 +14,7 @@
 
 #include <QFileInfo>
 
+#include <csignal>
 #include <cstring>
 #include <memory>
 
@@ -91,7 +93,7 @@ void WriteAll(const ViewOptions& options, const QString& record)
     const std::pair<const std::string&, view::Picture> pictures[] = {{options.svg, view::Picture::Svg},
                                                                      {options.png, view::Picture::Png}};
     for (const auto& [path, format] : pictures) {
-        if (path.empty())
+        if (path.empty() || interrupt::Came())
             continue;
         held = view::WritePicture(record, Text(path), format, settings);
         Confirm(Text(path));
@@ -101,11 +103,16 @@ void WriteAll(const ViewOptions& options, const QString& record)
 
 int RunView(const ViewOptions& options)
 {
+    // However it ends, the temporary record of a recording goes: Ctrl-C lets the work at hand come to its
+    // end, and a reader of standard output that goes away is a failure.
+    interrupt::Install();
+    std::signal(SIGPIPE, SIG_IGN);
     try {
         const RecordSource source(Text(options.file),
                                   {Text(options.ini), Text(options.defaults), Text(options.device)},
                                   options.plain);
-        WriteAll(options, source.Path());
+        if (!interrupt::Came())
+            WriteAll(options, source.Path());
     } catch (const comtrade::Error& error) {
         Complain(QString::fromUtf8(error.what()));
         return ExitFailed;
@@ -116,7 +123,7 @@ int RunView(const ViewOptions& options)
         Complain(QString::fromUtf8(error.what()));
         return ExitFailed;
     }
-    return ExitDone;
+    return interrupt::Came() ? interrupt::ExitCode() : ExitDone;
 }
 
 void AddOutputOptions(CLI::App& command, ViewOptions& options)
@@ -205,7 +212,9 @@ void AddViewCommand(CLI::App& app, Action& chosen)
         "record.\n"
         "Beyond 64 MB of samples the page holds a window around the trigger and says so.\n"
         "\n"
-        "Exit code: 0 written, 1 the record cannot be read or the page cannot be written, 2 wrong usage.\n"
+        "Exit code: 0 written, 1 the record cannot be read or the page cannot be written, 2 wrong usage, 130 "
+        "ended\n"
+        "by Ctrl-C (143 by SIGTERM).\n"
         "\n"
         "Example, with the sample station:\n"
         "  zucmtr sample --out station --force\n"

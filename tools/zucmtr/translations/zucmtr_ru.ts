@@ -2328,28 +2328,6 @@ Example:
         <translation>Страница; «-» — стандартный вывод. По умолчанию ФАЙЛ с окончанием .html</translation>
     </message>
     <message>
-        <source>FILE is the first file of a recording (.ZU, its continuations beside it) or a COMTRADE record (.cfg or
-.cff). The page is one HTML file with everything in it: mail it, archive it, open it without a network.
-A recording needs no ini file; with one, its names, circuits and bays are those of the converted record.
-Beyond 64 MB of samples the page holds a window around the trigger and says so.
-
-Exit code: 0 written, 1 the record cannot be read or the page cannot be written, 2 wrong usage.
-
-Example, with the sample station:
-  zucmtr sample --out station --force
-  zucmtr view station/Vostochnaya_000123.ZU -o station/fault.html</source>
-        <translation>ФАЙЛ — первый файл осциллограммы (.ZU, продолжения рядом с ним) или запись COMTRADE (.cfg или .cff).
-Страница — один файл HTML, в котором есть всё: пересылайте, храните, открывайте без сети.
-Осциллограмме не нужен ini-файл; с ним имена и присоединения те же, что в преобразованной записи.
-Сверх 64 МБ выборок на странице окно вокруг пуска, и она об этом говорит.
-
-Код завершения: 0 записано, 1 запись не читается или страница не записывается, 2 неверный вызов.
-
-Пример с учебной станцией:
-  zucmtr sample --out station --force
-  zucmtr view station/Vostochnaya_000123.ZU -o station/fault.html</translation>
-    </message>
-    <message>
         <source>%1 ms</source>
         <translation>%1 мс</translation>
     </message>
@@ -2368,6 +2346,30 @@ Example, with the sample station:
     <message>
         <source>%1: the configuration announces %2 samples, the data have %3</source>
         <translation>%1: в конфигурации указано отсчётов: %2, в данных их %3</translation>
+    </message>
+    <message>
+        <source>FILE is the first file of a recording (.ZU, its continuations beside it) or a COMTRADE record (.cfg or
+.cff). The page is one HTML file with everything in it: mail it, archive it, open it without a network.
+A recording needs no ini file; with one, its names, circuits and bays are those of the converted record.
+Beyond 64 MB of samples the page holds a window around the trigger and says so.
+
+Exit code: 0 written, 1 the record cannot be read or the page cannot be written, 2 wrong usage, 130 ended
+by Ctrl-C (143 by SIGTERM).
+
+Example, with the sample station:
+  zucmtr sample --out station --force
+  zucmtr view station/Vostochnaya_000123.ZU -o station/fault.html</source>
+        <translation>FILE — первый файл осциллограммы (.ZU, продолжения рядом с ним) или запись COMTRADE (.cfg или .cff).
+Страница — один файл HTML, в котором есть всё: пересылайте, храните, открывайте без сети.
+Осциллограмме не нужен ini-файл; с ним имена и присоединения те же, что в преобразованной записи.
+Сверх 64 МБ выборок на странице окно вокруг пуска, и она об этом говорит.
+
+Код завершения: 0 записано, 1 запись не читается или страница не записывается, 2 неверный вызов, 130 прервано
+по Ctrl-C (143 по SIGTERM).
+
+Пример с учебной станцией:
+  zucmtr sample --out station --force
+  zucmtr view station/Vostochnaya_000123.ZU -o station/fault.html</translation>
     </message>
 </context>
 <context>
