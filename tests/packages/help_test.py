@@ -107,6 +107,9 @@ class Bash(unittest.TestCase):
         self.assertEqual(complete("zucmtr", "sample", "--code-page", ""), ["cp866", "cp1251"])
         self.assertEqual(complete("zucmtr", "convert", "--jobs", ""), [])
 
+    def test_commands_are_offered_after_help(self):
+        self.assertEqual(complete("zucmtr", "help", "c"), ["check", "convert"])
+
     def test_files_directories_and_sections(self):
         with tempfile.TemporaryDirectory() as name:
             directory = pathlib.Path(name)

@@ -379,12 +379,12 @@ class Program(unittest.TestCase):
 
     def test_failures_name_the_file_and_leave_no_page(self):
         missing = zucmtr("view", folder / "none.ZU", code=1)
-        self.assertIn("none.ZU' is no file", missing.stderr)
+        self.assertIn("none.ZU: there is no such file; check the path", missing.stderr)
         (folder / "bad.cfg").write_text("nonsense\n")
         self.assertIn("bad.cfg", zucmtr("view", folder / "bad.cfg", code=1).stderr)
         self.assertFalse((folder / "bad.html").exists())
         (folder / "bad.ZU").write_bytes(b"nonsense")
-        self.assertIn("bad.ZU: not converted: ", zucmtr("view", folder / "bad.ZU", code=1).stderr)
+        self.assertIn("bad.ZU: it is no recording: ", zucmtr("view", folder / "bad.ZU", code=1).stderr)
         nowhere = zucmtr("view", record_path(), "-o", folder / "no" / "where.html", code=1)
         self.assertIn("where.html' cannot be written", nowhere.stderr)
 

@@ -141,7 +141,7 @@ QString OtherKindByName(const QString& path)
 // Of a file that does not begin as a recording.
 QString OtherKind(const QString& path, const QByteArray& beginning)
 {
-    const QString byName = OtherKindByName(path);
+    QString byName = OtherKindByName(path);
     if (!byName.isEmpty())
         return byName;
     if (beginning.isEmpty())
@@ -176,7 +176,7 @@ QString Unreadable(const QString& path)
 
 QString NotConvertible(const QString& path)
 {
-    const QString unreadable = Unreadable(path);
+    QString unreadable = Unreadable(path);
     if (!unreadable.isEmpty() || path.endsWith(QLatin1String(".ZU")) || path.endsWith(QLatin1String(".zu")))
         return unreadable;
     const QByteArray beginning = BeginningOf(path);
@@ -187,7 +187,7 @@ QString NotConvertible(const QString& path)
 
 QString NotLoaded(const QString& path, const QString& libraryText)
 {
-    const QString unreadable = Unreadable(path);
+    QString unreadable = Unreadable(path);
     if (!unreadable.isEmpty())
         return unreadable;
     const QByteArray beginning = BeginningOf(path);
@@ -198,7 +198,7 @@ QString NotLoaded(const QString& path, const QString& libraryText)
 
 QString NotARecord(const QString& path)
 {
-    const QString unreadable = Unreadable(path);
+    QString unreadable = Unreadable(path);
     if (!unreadable.isEmpty())
         return unreadable;
     const QByteArray beginning = BeginningOf(path);
