@@ -17,7 +17,7 @@ QString ShortText(const QString& name, const QString& end)
            "\n  Recorder:            \n"
            "  Title:               Данные РАС\n"
            "  Code page:           CP866\n"
-           "  First sample:        2024-01-31T11:59:59.750000+03:00\n"
+           "  First sample:        2024-01-31T12:00:00.250000+03:00\n"
            "  Trigger:             2024-01-31T12:00:00.250000+03:00\n"
            "  Start comment:       \n"
            "  Condition:           \n"
@@ -110,7 +110,7 @@ TEST(Info, TellsWhatIsInARecord)
     EXPECT_EQ(object["kind"].toString(), "record");
     EXPECT_EQ(object["revision"].toInt(), 2013);
     EXPECT_EQ(object["samples"].toInt(), 3);
-    EXPECT_EQ(object["start"].toString(), "2024-01-31T11:59:59.750000+03:00");
+    EXPECT_EQ(object["start"].toString(), "2024-01-31T12:00:00.250000+03:00");
     EXPECT_EQ(object["analog"].toArray().size(), 1);
 
     QFile data(place.Path("out/" + ShortRecordName() + ".dat"));

@@ -240,8 +240,8 @@ class Runs(unittest.TestCase):
         for number in range(1, 16):
             place.write(f"a.Z0{number:x}", recording())
         self.assertEqual(place.info("a.ZU")[0]["chainEnd"], "allFiles")
-        self.assertEqual(reasons(place.info("cut.ZU", "tiny.ZU", "rates.ZU", "none.ZU", "states.ZU")),
-                         2 * ["recordingUnreadable"] + ["recordingInconsistent", "doesNotExist", None])
+        self.assertEqual(reasons(place.info("cut.ZU", "tiny.ZU", "rates.ZU", "none.ZU", ".", "states.ZU")),
+                         2 * ["recordingUnreadable"] + ["recordingInconsistent", "doesNotExist", "notAFile", None])
         for sample in sorted((self.root / "station").glob("*.ZU")):
             place.info(str(sample))
 
@@ -282,6 +282,7 @@ class Runs(unittest.TestCase):
 
     def test_check_has_a_word_for_each_finding(self):
         place = self.place(a=recording([analog("Q1:Ia"), discrete()]))
+        place.write("cut.ZU", (place.directory / "a.ZU").read_bytes()[:-1])
         good, signal = "V_L=110 E_G=L S_G=VT", "V_L=110 E_G=L D_G=RP S_T=FD"
         defaults = "".join(f"{key}\n" for key in (
             "Энергосистема=E", "Субъект=A/B", "Объект=ПС, 1", "Источник=РАС %2", "Версия ПО=1",
@@ -320,7 +321,7 @@ BAY01=W
 BAY02=W,,V
 BAY03=W,V
 """.encode() + b"\xff=1\n")
-        findings = place.run("check", "--json", "--ini", "bad.ini", "--device", "D", "a.ZU", "none.ZU")
+        findings = place.run("check", "--json", "--ini", "bad.ini", "--device", "D", "a.ZU", "cut.ZU")
         self.assertEqual([f"{one['line']} {one['reason']}" for one in findings if one["reason"] != "channelMissing"],
                          FINDINGS.split("; "))
         self.assertEqual(words_of(SCHEMA["$defs"]["check"]["properties"]["reason"]), set(reasons(findings)))

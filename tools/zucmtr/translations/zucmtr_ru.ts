@@ -2359,7 +2359,7 @@ by Ctrl-C (143 by SIGTERM).
 Example, with the sample station:
   zucmtr sample --out station --force
   zucmtr view station/Vostochnaya_000123.ZU -o station/fault.html</source>
-        <translation>FILE — первый файл осциллограммы (.ZU, продолжения рядом с ним) или запись COMTRADE (.cfg или .cff).
+        <translation>ФАЙЛ — первый файл осциллограммы (.ZU, продолжения рядом с ним) или запись COMTRADE (.cfg или .cff).
 Страница — один файл HTML, в котором есть всё: пересылайте, храните, открывайте без сети.
 Осциллограмме не нужен ini-файл; с ним имена и присоединения те же, что в преобразованной записи.
 Сверх 64 МБ выборок на странице окно вокруг пуска, и она об этом говорит.
