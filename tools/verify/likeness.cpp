@@ -115,7 +115,7 @@ private:
     }
 
     // Whether it is a damaged record at worst, and no other bytes that can be read as numbers.
-    bool IsInItsPlace() const { return HasNumber() || (HasTime() && row.number != 0); }
+    bool IsInItsPlace() const { return HasNumber() || (HasTime() && row.number != 0 && row.time != 0); }
 
     const comtrade::Configuration configuration;
     comtrade::DataReader data;

@@ -34,7 +34,8 @@ struct Remains
     bool any = false;
     QString configurationName;
     std::optional<QByteArray> configuration;
-    std::optional<DataPlace> data; // not blank
+    std::optional<DataPlace> data;    // unless there are only zeros
+    std::optional<DataPlace> written; // without the zeros at their end, if there are any
 };
 
 [[noreturn]] void Unreadable(const QString& path, const QString& reason)
@@ -89,23 +90,36 @@ qint64 MostData(const Source& source)
     return (source.TotalSamples() + 2) * (128 + 32 * channels);
 }
 
-// Whether there is nothing, or nothing but the zeros that a power failure leaves. A disk that fails is
-// noticed here: that is no reason to replace what is on it.
-bool IsBlank(const DataPlace& place, qint64 most)
+// Bytes up to the last that is not zero: after a power failure zeros stand for what was not written. A disk
+// that fails is noticed here: that is no reason to replace what is on it.
+qint64 WrittenSize(const DataPlace& place, qint64 most)
 {
     QFile file(place.path);
     Open(file);
     if (!file.seek(place.begin))
         Unreadable(place.path, file.errorString());
-    bool blank = true;
-    while (most > 0) {
-        const QByteArray block = Read(file, std::min<qint64>(most, 1 << 20));
+    qint64 written = 0;
+    for (qint64 position = 0; position < most;) {
+        const QByteArray block = Read(file, std::min<qint64>(most - position, 1 << 20));
         if (block.isEmpty())
             break;
-        blank = blank && std::all_of(block.begin(), block.end(), [](char byte) { return byte == 0; });
-        most -= block.size();
+        const auto isZero = [](char byte) { return byte == 0; };
+        const auto zeros = std::find_if_not(block.rbegin(), block.rend(), isZero) - block.rbegin();
+        if (zeros < block.size())
+            written = position + block.size() - zeros;
+        position += block.size();
     }
-    return blank;
+    return written;
+}
+
+void TakeData(Remains& remains, const DataPlace& place, const Source& source)
+{
+    const qint64 size = QFile(place.path).size() - place.begin;
+    const qint64 written = WrittenSize(place, MostData(source));
+    if (written > 0)
+        remains.data = place;
+    if (written > 0 && written < size)
+        remains.written = DataPlace{place.path, place.begin, written};
 }
 
 Remains SeparateFiles(const QString& base, const Source& source)
@@ -116,8 +130,8 @@ Remains SeparateFiles(const QString& base, const Source& source)
         remains.configuration = ReadText(remains.configurationName);
     const DataPlace data = {base + QLatin1String(".dat"), 0, -1};
     const bool hasData = IsThere(data.path);
-    if (hasData && !IsBlank(data, MostData(source)))
-        remains.data = data;
+    if (hasData)
+        TakeData(remains, data, source);
     remains.any = remains.configuration || hasData || IsThere(base + QLatin1String(".hdr")) ||
                   IsThere(base + QLatin1String(".inf"));
     return remains;
@@ -126,7 +140,7 @@ Remains SeparateFiles(const QString& base, const Source& source)
 // Before the first zero, as a power failure leaves a text.
 QByteArray Written(const QByteArray& text)
 {
-    return text.left(text.indexOf('\0'));
+    return text.mid(0, text.indexOf('\0')); // all of it if there is none
 }
 
 // The sections up to the data; what is behind them is not ours.
@@ -152,9 +166,7 @@ Remains Container(const QString& path, const Source& source)
         if (line.isEmpty() || textSize > LargestText)
             return remains;
         if (mark && mark->kind == QLatin1String("DAT")) {
-            const DataPlace data = {path, file.pos(), mark->dataBytes};
-            if (!IsBlank(data, MostData(source)))
-                remains.data = data;
+            TakeData(remains, {path, file.pos(), mark->dataBytes}, source);
             return remains;
         }
         if (mark)
@@ -218,15 +230,23 @@ void CheckIdentity(const comtrade::Configuration& configuration, const QString& 
                    source.TotalSamples());
 }
 
-// The data in the form that fits better: a run that was killed can leave a configuration with data of
-// another.
-Likeness LikenessOf(const DataPlace& data, const Source& source)
+// The data in the form that fits best: a run that was killed can leave a configuration with data of another.
+// The zeros at their end may be values, or may stand for what was not written.
+Likeness LikenessOf(const Remains& remains, const Source& source)
 {
-    const Likeness text = Compare(data, comtrade::DataType::Ascii, source);
-    if (text.Agrees())
-        return text;
-    const Likeness binary = Compare(data, comtrade::DataType::Binary, source);
-    return binary.Agrees() || binary.compared > text.compared ? binary : text;
+    Likeness best;
+    for (const std::optional<DataPlace>& place : {remains.data, remains.written}) {
+        if (!place)
+            continue;
+        for (const comtrade::DataType type : {comtrade::DataType::Ascii, comtrade::DataType::Binary}) {
+            const Likeness likeness = Compare(*place, type, source);
+            if (likeness.Agrees())
+                return likeness;
+            if (likeness.compared > best.compared)
+                best = likeness;
+        }
+    }
+    return best;
 }
 
 RecordState Judge(const Remains& remains, const Source& source)
@@ -241,7 +261,7 @@ RecordState Judge(const Remains& remains, const Source& source)
             return RecordState::Unfinished;
         throw Mismatch(Tr("verify", "'%1' is not a COMTRADE record").arg(remains.configurationName));
     }
-    const Likeness likeness = LikenessOf(*remains.data, source);
+    const Likeness likeness = LikenessOf(remains, source);
     if (likeness.Agrees()) {
         const qint64 samples = configuration ? configuration->SampleCount() : source.TotalSamples();
         return remains.configuration && likeness.last >= samples ? RecordState::Own : RecordState::Unfinished;

@@ -266,7 +266,7 @@ void Staging::Fail(const QString& name, int code)
     const QString path = out + QLatin1Char('/') + name;
     QString text = Tr("staging", "'%1' could not be put in place: %2").arg(path, DiskReason(code, out));
     if (!UndoAll().isEmpty())
-        text += Tr("staging", "; the earlier record could not be put back, convert the recording again");
+        text += Tr("staging", "; what was there before could not be put back, convert the recording again");
     throw StagingError(text, code);
 }
 
