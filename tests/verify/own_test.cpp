@@ -144,6 +144,25 @@ TEST(OwnRecord, OfAnotherOrderMayBeDamagedOrCut)
     EXPECT_EQ(StateOf(plain, copy), RecordState::Unfinished);
 }
 
+TEST(OwnRecord, MayHaveLostTheEndOfALineOrGotOneMore)
+{
+    const Scene scene("", LongRecording());
+    const Copy copy(scene);
+    QByteArray data = copy.Bytes("dat");
+    data[data.indexOf("\n300,")] = ' ';
+    data[data.indexOf("\n600,") + 8] = '\n';
+    copy.Write("dat", data);
+    EXPECT_EQ(StateOf(scene, copy), RecordState::Own);
+}
+
+TEST(OwnRecord, HasAMarkForMissingSamplesInEachForm)
+{
+    Segments segments = LongRecording();
+    for (int16_t& code : ChannelOf<AnalogChannel>(segments[0], 1).samples)
+        code = -0x8000;
+    EXPECT_EQ(Scene("", segments).Find(Scene("Тип Comtrade BIN=1", segments).Out()).state, RecordState::Own);
+}
+
 TEST(OwnRecord, OfARecordingThatGrewIsReplaced)
 {
     const Segments both = SmallRecording();

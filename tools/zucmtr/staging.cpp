@@ -273,8 +273,7 @@ void Staging::Fail(const QString& name, int code)
 void Staging::RemoveLeft(const QString& out)
 {
     const QDir parent(out);
-    for (const QString& name :
-         parent.entryList({NamePattern}, QDir::Dirs | QDir::Hidden | QDir::NoSymLinks)) {
+    for (const QString& name : parent.entryList({NamePattern}, QDir::Dirs | QDir::Hidden)) {
         const int handle = OpenDirectory(QFile::encodeName(parent.filePath(name)));
         if (handle < 0)
             continue;
