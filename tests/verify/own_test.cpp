@@ -148,11 +148,13 @@ TEST(OwnRecord, MayHaveLostTheEndOfALineOrGotOneMore)
 {
     const Scene scene("", LongRecording());
     const Copy copy(scene);
-    QByteArray data = copy.Bytes("dat");
-    data[data.indexOf("\n300,")] = ' ';
-    data[data.indexOf("\n600,") + 8] = '\n';
-    copy.Write("dat", data);
-    EXPECT_EQ(StateOf(scene, copy), RecordState::Own);
+    const QByteArray data = copy.Bytes("dat");
+    for (const int position : {data.indexOf("\n300,"), data.indexOf("\n600,") + 8}) {
+        QByteArray changed = data;
+        changed[position] = changed.at(position) == '\n' ? ' ' : '\n';
+        copy.Write("dat", changed);
+        EXPECT_EQ(StateOf(scene, copy), RecordState::Own);
+    }
 }
 
 TEST(OwnRecord, HasAMarkForMissingSamplesInEachForm)
@@ -230,6 +232,16 @@ TEST(OwnRecord, MayDifferInAHundredthOfAChannel)
         EXPECT_EQ(scene.Find(Scene(lines, WithOtherCodes(2, 10)).Out()).state, RecordState::Own);
         EXPECT_EQ(scene.Find(Scene(lines, WithOtherCodes(2, 11)).Out()).state, RecordState::Foreign);
     }
+}
+
+TEST(OwnRecord, MayDifferInTwoValuesOfAllItsChannelsIfItIsShort)
+{
+    Segments other = SmallRecording();
+    ChannelOf<AnalogChannel>(other[0], 0).samples[1] = 1000;
+    ChannelOf<AnalogChannel>(other[0], 1).samples[1] = 1000;
+    EXPECT_EQ(Between(other, SmallRecording()).state, RecordState::Own);
+    ChannelOf<AnalogChannel>(other[0], 2).samples[1] = 1000;
+    EXPECT_EQ(Between(other, SmallRecording()).state, RecordState::Foreign);
 }
 
 TEST(OwnRecord, IsForeignIfOneStateOfManyChannelsIsAnother)

@@ -105,7 +105,7 @@ private:
     bool Follow()
     {
         qint64 skipped = qint64{row.number} - Number() - 1;
-        if (skipped < 0 || skipped > 2 * badLines)
+        if (skipped < 0 || skipped > qint64{2} * badLines)
             skipped = badLines;
         for (qint64 i = 0; i <= skipped; ++i) {
             if (!rows.Next())

@@ -86,8 +86,9 @@ QByteArray ReadText(const QString& path)
 // As many bytes as the recording's data can take in the longer form, and some.
 qint64 MostData(const Source& source)
 {
-    const auto channels = static_cast<qint64>(source.AnalogCount() + source.StateCount());
-    return (source.TotalSamples() + 2) * (128 + 32 * channels);
+    const auto analog = static_cast<qint64>(source.AnalogCount());
+    const auto states = static_cast<qint64>(source.StateCount());
+    return (source.TotalSamples() + 2) * (128 + 32 * (analog + states));
 }
 
 // Bytes up to the last that is not zero: after a power failure zeros stand for what was not written. A disk
