@@ -1901,6 +1901,37 @@ Example:
     </message>
 </context>
 <context>
+    <name>staging</name>
+    <message>
+        <source>no room left on the disk of %1</source>
+        <translation>на диске каталога %1 не осталось места</translation>
+    </message>
+    <message>
+        <source>no directory for new records can be made in &apos;%1&apos;: %2</source>
+        <translation>в «%1» не удалось создать каталог для новых записей: %2</translation>
+    </message>
+    <message>
+        <source>the record&apos;s file &apos;%1&apos; was not written: %2</source>
+        <translation>файл записи «%1» не был создан: %2</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is a directory; the record needs the name, move it away</source>
+        <translation>«%1» — каталог, а имя нужно записи; переместите его</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; could not be removed: %2</source>
+        <translation>«%1» не удалось удалить: %2</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; could not be put in place: %2</source>
+        <translation>«%1» не удалось поставить на место: %2</translation>
+    </message>
+    <message>
+        <source>; what was there before could not be put back, convert the recording again</source>
+        <translation>; прежние файлы не удалось вернуть на место, преобразуйте осциллограмму снова</translation>
+    </message>
+</context>
+<context>
     <name>system</name>
     <message>
         <source>Permission denied</source>
@@ -2271,6 +2302,18 @@ Example:
     <message>
         <source>the recording cannot be read: %1</source>
         <translation>осциллограмма не читается: %1</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is not a file</source>
+        <translation>«%1» — не файл</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is not a COMTRADE record</source>
+        <translation>«%1» — не запись COMTRADE</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; has other samples than the recording</source>
+        <translation>в «%1» не те отсчёты, что в осциллограмме</translation>
     </message>
 </context>
 <context>
