@@ -63,20 +63,23 @@ class Out:
             except (records.Unreadable, OSError, ValueError) as error:
                 self.broken.append((path, error))
 
-    def holds(self, file):
-        """Whether a record has all samples of a file in a row."""
-        return any(_contains(record, file) for record in self.records)
+    def holds(self, entry):
+        """Whether a record has all samples of a file in a row: of a first file, the record with its trigger. A
+        continuation goes with whatever first file lies beside it."""
+        if entry.is_first():
+            return any(_contains(record, entry.file, True) for record in self.of(entry.file))
+        return any(_contains(record, entry.file, False) for record in self.records)
 
     def of(self, file):
         """The records with the trigger of a file."""
         return [record for record in self.records if record.trigger == (file.trigger + ZONE, file.micros)]
 
 
-def _contains(record, file):
-    if record.trigger != (file.trigger + ZONE, file.micros) or len(record.columns) != len(file.columns):
+def _contains(record, file, from_start):
+    if len(record.columns) != len(file.columns) or record.points < file.points:
         return False
-    if record.points < file.points:
-        return False
+    if from_start:
+        return all(mine[:file.points] == its for mine, its in zip(record.columns, file.columns))
     head = file.columns[0].tobytes()
     body = record.columns[0].tobytes()
     at = body.find(head)
@@ -132,7 +135,7 @@ class Ledger:
             first = str(event["file"]).rpartition("/in/")[2]
             for path, key in self.current.items():
                 entry = self.entries.get(key)
-                if recordings.first_name(path) == first and entry and entry.file and not out.holds(entry.file):
+                if recordings.first_name(path) == first and entry and entry.file and not out.holds(entry):
                     self.findings.add("cut", f"{path} is not in the record that is called verified")
 
     def check_halves(self):
@@ -145,7 +148,8 @@ class Ledger:
     def check(self, run, excused=lambda path: False):
         """After the normal run that follows. excused(path): this recording may have failed."""
         out = Out(self.station.out)
-        if run.code != 0 and not any(excused(path) for path in self.current):
+        failed = {str(event.get("file")).rpartition("/in/")[2] for event in run.events if event.get("error")}
+        if run.code != 0 and (not failed or not all(excused(path) for path in failed)):
             self.findings.add("stuck", f"exit code {run.code}: {self._complaint(run)}")
         here, there = self._contents(self.station.input), self._contents(self.station.archive)
         for path, error in out.broken:
@@ -158,8 +162,22 @@ class Ledger:
             if times > max(1, self.changes[path]):
                 self.findings.add("twice", f"{path}: {times} times")
 
+    def has_former_record(self, first):
+        """Whether a record of this first file has samples that are not of the files that are there now: it is
+        another recording's, and nothing may replace it."""
+        chain = [self.entries[key] for path, key in self.current.items()
+                 if key in self.entries and recordings.first_name(path) == first]
+        out = Out(self.station.out)
+        for chief in chain:
+            if chief.is_first() and chief.file:
+                for record in out.of(chief.file):
+                    held = [entry for entry in chain if entry.file and _contains(record, entry.file, False)]
+                    if chief in held and record.points > sum(entry.file.points for entry in held):
+                        return True
+        return False
+
     def _check_entry(self, key, entry, here, there, out, run, excused):
-        if entry.file and out.holds(entry.file):
+        if entry.file and out.holds(entry):
             return
         if key not in here and key not in there:
             self.findings.add("lost", f"{entry.path}: {self._complaint(run)}")
