@@ -186,7 +186,7 @@ def exchange_at_random(bench, station, ledger, end, words, archive=False):
     operator = Operator(station, ledger)
     number = 100
     while time.monotonic() < end:
-        time.sleep(rng.expovariate(1) * 0.01)
+        time.sleep(rng.expovariate(1) * 0.004)
         number += 1
         contents = recordings.chain(bench.seed, number, 2)
         # The archive takes no second file of a name, so names do not come again there.

@@ -150,7 +150,7 @@ class Ledger:
         out = Out(self.station.out)
         failed = {str(event.get("file")).rpartition("/in/")[2] for event in run.events if event.get("error")}
         if run.code != 0 and (not failed or not all(excused(path) for path in failed)):
-            self.findings.add("stuck", f"exit code {run.code}: {self._complaint(run)}")
+            self.findings.add("stuck", f"exit code {run.code}: {self.complaint(run)}")
         here, there = self._contents(self.station.input), self._contents(self.station.archive)
         for path, error in out.broken:
             self.findings.add("cut", f"{path.name}: {error}")
@@ -180,7 +180,7 @@ class Ledger:
         if entry.file and out.holds(entry):
             return
         if key not in here and key not in there:
-            self.findings.add("lost", f"{entry.path}: {self._complaint(run)}")
+            self.findings.add("lost", f"{entry.path}: {self.complaint(run)}")
         elif key not in here and entry.file:
             self.findings.add("unread", entry.path)
         elif entry.file and self.current.get(entry.path) == key and not excused(entry.path):
@@ -205,7 +205,7 @@ class Ledger:
         return contents
 
     @staticmethod
-    def _complaint(run):
+    def complaint(run):
         lines = [line for line in run.text.splitlines() if not line.startswith("QIODevice")]
         for event in run.events:
             if event.get("error"):
@@ -232,7 +232,7 @@ class Ledger:
         for path in station.out.rglob("*"):
             if not RECORD_FILE.fullmatch(path.name) and not path.is_dir() or path.name.startswith("."):
                 self.findings.add("debris", f"out/{path.name}")
-        for directory in (station.tmp, station.state):
+        for directory, own in ((station.tmp, None), (station.state, "journal")):
             for path in directory.rglob("*"):
-                if (directory.name, path.name) != ("state", "journal"):
+                if path.name != own:
                     self.findings.add("debris", f"{directory.name}/{path.name}")

@@ -9,7 +9,7 @@ SECTION = struct.Struct("<H66sII")
 ANALOG = struct.Struct("<IfhffffxxxxxxxxHfH12s")
 DISCRETE = struct.Struct("<IB")
 EXTENSIONS = ["U"] + [f"{n:02x}" for n in range(1, 16)]
-RATE = 1000
+RATE = 1000  # samples per second
 BASE = 1706691600  # 31/01/2024 12:00:00 at +3 hours is the first trigger
 
 assert HEADER.size == 263 and SECTION.size == 76 and ANALOG.size == 54

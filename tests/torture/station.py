@@ -126,11 +126,11 @@ class Station:
                 path.unlink(missing_ok=True)
         return environment
 
-    def start(self, plan=None, kinds=None, data=False, once=True, prefix=()):
+    def start(self, plan=None, kinds=None, data=False, once=True, prefix=(), user=None):
         """The program, started; its texts come into a file each beside the directories."""
         with open(self.root / "stdout", "ab") as out, open(self.root / "stderr", "ab") as err:
             return subprocess.Popen([*prefix, *self.command(once)], stdin=subprocess.DEVNULL, stdout=out, stderr=err,
-                                    env=self.environment(plan, kinds, data), cwd=self.root)
+                                    env=self.environment(plan, kinds, data), cwd=self.root, user=user)
 
     def texts(self):
         text = ""

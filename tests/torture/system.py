@@ -33,14 +33,11 @@ def unmount(path):
     _LIBC.umount2(os.fsencode(path), 2)
 
 
-def mount_onto_itself(path):
-    """Makes a directory a mount of its own, so that it can be made read-only."""
-    _check(_LIBC.mount(os.fsencode(path), os.fsencode(path), None, ctypes.c_ulong(_MS_BIND), None), path)
-
-
-def set_read_only(path, read_only):
-    flags = _MS_REMOUNT | _MS_BIND | (_MS_RDONLY if read_only else 0)
-    _check(_LIBC.mount(b"none", os.fsencode(path), None, ctypes.c_ulong(flags), None), path)
+def cover_read_only(path):
+    """Covers a directory by a view of itself in which nothing can be written, until it is unmounted."""
+    name = os.fsencode(path)
+    _check(_LIBC.mount(name, name, None, ctypes.c_ulong(_MS_BIND), None), path)
+    _check(_LIBC.mount(b"none", name, None, ctypes.c_ulong(_MS_REMOUNT | _MS_BIND | _MS_RDONLY), None), path)
 
 
 def exchange(a, b):
