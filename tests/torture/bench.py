@@ -23,6 +23,7 @@ class Row:
     case: stations.Case
     points: int = 0
     findings: books.Findings = dataclasses.field(default_factory=books.Findings)
+    seconds: float = 0
 
 
 class Bench:
@@ -89,6 +90,9 @@ class Bench:
                 row.points += 1
                 row.findings.take(findings, f"{scenario} {case.command} {case.mode} {case.form} {point}")
         row.seconds = time.monotonic() - started
+        self.add(row)
+
+    def add(self, row):
         self.rows.append(row)
         self.report(row)
 

@@ -51,9 +51,12 @@ class Operator:
             hand.unlink()
 
     def rewrite(self, path, content):
-        """Writes over a file of the same size. Where recordings are put away its time is put back, too; otherwise
-        nobody could ever see that it is another one."""
-        self._write(path, content, 0, self.station.case.puts_away())
+        """Writes over a file of the same size."""
+        self._write(path, content, 0, False)
+
+    def forge(self, path, content):
+        """Writes over a file of the same size and puts its time of change back."""
+        self._write(path, content, 0, True)
 
     def grow(self, path, whole):
         """Appends what a file lacks."""
@@ -84,7 +87,7 @@ class Operator:
             os.close(file)
 
 
-def _excuse(station, ledger):
+def excuse(station, ledger):
     """Recordings that may fail: files of other content have their names in the archive, or the recording was changed
     after its record was made, which nothing may replace now."""
     def excused(path):
@@ -110,6 +113,8 @@ def _actions(bench, operator):
         "swap": lambda: operator.swap(FIRST, other[0]),
         "swap-continuation": lambda: operator.swap(SECOND, other[1]),
         "rewrite": lambda: operator.rewrite(FIRST, other[0]),
+        "forge": lambda: operator.forge(FIRST, other[0]),
+        "forge-continuation": lambda: operator.forge(SECOND, other[1]),
         "rewrite-continuation": lambda: operator.rewrite(SECOND, other[1]),
         "grow": lambda: operator.grow(THIRD, whole[2]),
         "late": lambda: operator.add(THIRD, whole[2]),
@@ -144,19 +149,25 @@ def _at_each_call(bench, scenario, actions, most):
             act = _actions(bench, Operator(station, ledger))[action]
             run = station.run_with_stop(nth, None, act)
             ledger.note(run)
-            return benches.conclude(station, ledger, _excuse(station, ledger))
+            return benches.conclude(station, ledger, excuse(station, ledger))
 
         bench.each(scenario, case, bench.draw(points, most, scenario, case), work)
 
 
 def exchange(bench):
     """Before each call of the program a file of a recording becomes another one."""
-    _at_each_call(bench, "exchange", ["swap", "swap-continuation", "rewrite", "rewrite-continuation", "grow"], 40)
+    _at_each_call(bench, "exchange", ["swap", "swap-continuation", "rewrite", "rewrite-continuation", "grow"], 30)
+
+
+def forged(bench):
+    """Before each call of the program a file is rewritten and its time put back. Between the last look at a file and
+    the call that moves it aside nothing but reading it again can show that."""
+    _at_each_call(bench, "forged", ["forge", "forge-continuation"], 10)
 
 
 def late(bench):
     """Before each call of the program the last file of a recording comes."""
-    _at_each_call(bench, "late", ["late"], 25)
+    _at_each_call(bench, "late", ["late"], 15)
 
 
 def random_exchange(bench):
@@ -177,28 +188,32 @@ def _random_exchange(bench, station, case, point):
     while time.monotonic() < end:
         ledger.note(station.run())
     hand.join()
-    return benches.conclude(station, ledger, _excuse(station, ledger))
+    return benches.conclude(station, ledger, excuse(station, ledger))
 
 
-def exchange_at_random(bench, station, ledger, end, words, archive=False):
-    """Exchanges, rewrites and adds recordings until the end; only what comes in whole files is told apart."""
+def exchange_at_random(bench, station, ledger, end, words, pause=0.004):
+    """Exchanges, rewrites and adds recordings until the end, at random moments, so many seconds apart."""
     rng = bench.rng("random-exchange", *words)
     operator = Operator(station, ledger)
     number = 100
     while time.monotonic() < end:
-        time.sleep(rng.expovariate(1) * 0.004)
+        time.sleep(rng.expovariate(1) * pause)
         number += 1
-        contents = recordings.chain(bench.seed, number, 2)
-        # The archive takes no second file of a name, so names do not come again there.
-        fresh = archive or station.case.mode in ("archive", "elsewhere")
-        path = f"new{number}.ZU" if fresh and rng.random() < 0.8 else f"rec{rng.randint(1, 3)}.ZU"
-        doing = rng.choice(["swap", "swap", "rewrite", "continue"])
-        if doing == "continue":
-            operator.add(path, contents[0])
-            time.sleep(rng.random() * 0.02)
-            operator.add(recordings.chain_name(path, 1), contents[1])
-        else:
-            getattr(operator, doing)(path, contents[0])
+        # The archive takes no second file of a name, so most names do not come again there.
+        fresh = station.case.mode in ("archive", "elsewhere") and rng.random() < 0.8
+        path = f"new{number}.ZU" if fresh else f"rec{rng.randint(1, 3)}.ZU"
+        with ledger.lock:
+            _change(operator, rng, path, recordings.chain(bench.seed, number, 2))
+
+
+def _change(operator, rng, path, contents):
+    doing = rng.choice(["swap", "swap", "rewrite", "continue"])
+    if doing == "continue":
+        operator.add(path, contents[0])
+        time.sleep(rng.random() * 0.02)
+        operator.add(recordings.chain_name(path, 1), contents[1])
+    else:
+        getattr(operator, doing)(path, contents[0])
 
 
 def names(bench):

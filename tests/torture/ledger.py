@@ -14,11 +14,13 @@ all its samples. The counts of what is not as it must be:
     debris      files that do not belong where they are
 """
 import collections
+import contextlib
 import dataclasses
 import re
 
 import recordings
 import records
+import station as stations
 
 COLUMNS = ["lost", "unread", "cut", "half", "stuck", "orphaned", "twice", "debris"]
 ZONE = 3 * 3600  # of all recordings made here
@@ -101,6 +103,7 @@ class Ledger:
         self.converted = collections.Counter()
         self.texts = ""
         self.findings = Findings()
+        self.lock = contextlib.nullcontext()  # of the operator, where others may shut him out
 
     # What the operator does
 
@@ -120,6 +123,8 @@ class Ledger:
     def note(self, run):
         """Takes in what a run said."""
         self.texts += run.text
+        if run.code == stations.HUNG:
+            self.findings.add("stuck", f"hung, {run.plan or 'without a plan'}: {self.complaint(run)}")
         for event in run.events:
             if event.get("event") == "converted":
                 path = str(event["file"])

@@ -15,6 +15,11 @@ ERRORS = {
 }
 
 
+def words(error):
+    """How an error happens: once, or from some call on. One that says "again" for ever would be no machine's."""
+    return {"short": ["short"], "EINTR": ["fail"]}.get(error, ["fail", "from"])
+
+
 def _calls(bench, case, older=False):
     """The kinds of the calls of an undisturbed run."""
     with bench.station() as station:
@@ -87,18 +92,18 @@ def faults(bench):
         points = []
         for error, (number, kinds) in ERRORS.items():
             count = sum(kinds is None or kind in kinds for kind in calls)
-            words = ["short"] if error == "short" else ["fail"] if error == "EINTR" else ["fail", "from"]
-            points += [(error, word, nth, number, kinds) for word in words for nth in range(1, count + 1)]
+            points += [(error, word, nth) for word in words(error) for nth in range(1, count + 1)]
 
         def work(station, point, case=case):
-            _error, word, nth, number, kinds = point
+            error, word, nth = point
+            number, kinds = ERRORS[error]
             ledger = _prepare(bench, station, case, False)
             run = station.run(f"{word} {nth} {number}", kinds)
             ledger.note(run)
             ledger.check_claims(run)
             return benches.conclude(station, ledger)
 
-        bench.each("faults", case, bench.draw(points, 60, "faults", case), work)
+        bench.each("faults", case, bench.draw(points, 40, "faults", case), work)
 
 
 PAGE = 4096

@@ -1,7 +1,5 @@
 """Recorder files: a builder, and a reader of other hands than the program's (plain samples alone)."""
 import array
-import hashlib
-import random
 import struct
 
 HEADER = struct.Struct("<3s21s128s81sIiIiIHhHI")
@@ -52,6 +50,8 @@ def segment(rng, number, trigger, points, channels):
 
 def chain(seed, number, files=1, points=40, channels=2):
     """The contents of a recording's files. Each number has a trigger, and so a record name, of its own."""
+    import random  # not needed by those who only read
+
     rng = random.Random(f"{seed}/{number}")
     return [segment(rng, n, BASE + number, points, channels) for n in range(files)]
 
@@ -112,4 +112,6 @@ def read_file(content):
 
 
 def digest(content):
+    import hashlib
+
     return hashlib.sha256(content).hexdigest()[:16]

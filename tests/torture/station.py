@@ -32,7 +32,8 @@ INI = """[Default]
 FORMS = {"cfg": (0, 0, 0), "cff": (1, 1, 0), "1999": (0, 1, 1)}  # CFF, binary, revision 1999
 MODES = ["plain", "remove", "archive", "elsewhere"]  # the last: the archive is on another file system
 COMMANDS = ["convert", "watch"]
-PATIENCE = 60  # seconds for a run that takes milliseconds
+PATIENCE = 20  # seconds for a run that takes milliseconds
+HUNG = 1000  # stands for the exit code of a run that took longer
 
 
 @dataclasses.dataclass(frozen=True)
@@ -48,11 +49,11 @@ class Case:
 
 @dataclasses.dataclass
 class Run:
-    """What a run of the program left behind: exit code, all texts, its JSON lines, whether the shim struck."""
+    """What a run of the program left behind: exit code, all texts, its JSON lines; and the shim's plan."""
     code: int
     text: str
     events: list
-    struck: bool = False
+    plan: str = ""
 
 
 def parse_events(text):
@@ -81,6 +82,7 @@ class Station:
         self.case = Case()
         self.quiet = 0
         self.options = []
+        self.plan = None  # of the shim, for the run that was started last
 
     def set_up(self, case, quiet=0, options=()):
         """Empties everything, for another case or point."""
@@ -113,6 +115,7 @@ class Station:
         return [str(word) for word in [*words, *self.options, self.input]]
 
     def environment(self, plan=None, kinds=None, data=False):
+        self.plan = plan
         environment = {"PATH": os.environ.get("PATH", ""), "LC_ALL": "C.UTF-8", "TMPDIR": str(self.tmp),
                        "HOME": str(self.root)}
         if plan is not None:
@@ -149,10 +152,9 @@ class Station:
         except subprocess.TimeoutExpired:
             child.kill()
             child.wait()
-            code = 1000  # hung
+            code = HUNG
         text = self.texts()
-        struck = self.log.exists() and b"struck\t" in self.log.read_bytes()
-        return Run(code, text, parse_events(text), struck)
+        return Run(code, text, parse_events(text), self.plan)
 
     def run(self, plan=None, kinds=None, data=False, prefix=()):
         self.forget_texts()

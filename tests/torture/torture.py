@@ -32,6 +32,7 @@ SCENARIOS = {
     "full-disk": points.full_disk,
     "exchange": changes.exchange,
     "random-exchange": changes.random_exchange,
+    "forged": changes.forged,
     "late": changes.late,
     "names": changes.names,
     "outages": outages.outages,
@@ -39,6 +40,7 @@ SCENARIOS = {
     "power-failure": powerfailure.power_failure,
     "soak": soak.soak,
 }
+LONG_ONLY = ["forged"]  # unless they are named
 SHOWN = 2  # findings of each kind in a row
 
 
@@ -46,7 +48,7 @@ def parse(words):
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("program", type=pathlib.Path)
     parser.add_argument("shim", type=pathlib.Path)
-    parser.add_argument("--scenario", nargs="+", choices=SCENARIOS, default=list(SCENARIOS))
+    parser.add_argument("--scenario", nargs="+", choices=SCENARIOS, default=None)
     parser.add_argument("--short", action="store_true")
     parser.add_argument("--seed", default="1")
     parser.add_argument("--minutes", type=float, default=None, help="of the soak: 15, in the short form 0.2")
@@ -56,6 +58,8 @@ def parse(words):
     options = parser.parse_args(words)
     if options.minutes is None:
         options.minutes = 0.2 if options.short else 15
+    if options.scenario is None:
+        options.scenario = [name for name in SCENARIOS if not (options.short and name in LONG_ONLY)]
     return options
 
 
