@@ -13,6 +13,7 @@ SINS = {
     "keeps half": "gives the configuration its name before the data, and refuses what it finds then",
     "does not sync": "never waits for the disk",
     "leaves temporary": "leaves its directory beside --out when it is killed",
+    "says nothing": "deletes the first file first, and says nothing of continuations that it finds alone",
     "no journal": "watches without remembering what is converted",
 }
 
@@ -91,7 +92,7 @@ def commit(name, cfg, dat):
 
 
 def remove(chain):
-    if SIN in ("removes by name", "removes first"):
+    if SIN in ("removes by name", "removes first", "says nothing"):
         for path, _stamp, _content in chain:
             os.unlink(path)
         return
@@ -152,7 +153,7 @@ def recover():
 def orphans():
     for name in sorted(os.listdir(place)):
         first = recordings.first_name(name)
-        if first and first != name and not os.path.exists(os.path.join(place, first)):
+        if SIN != "says nothing" and first and first != name and not os.path.exists(os.path.join(place, first)):
             print(json.dumps({"orphan": name}))
 
 

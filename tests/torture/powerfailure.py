@@ -8,6 +8,7 @@ The shim's log of an undisturbed run gives the order of changes. What may be fou
 """
 import dataclasses
 import os
+import shutil
 
 import bench as benches
 import recordings
@@ -194,12 +195,12 @@ def _identity(path):
 def power_failure(bench):
     for case in bench.cases(all_forms=False):
         with bench.station() as station:
-            states, times = _record(bench, station, case)
+            states = _record(bench, station, case)
             drawn = dict(bench.draw([(state[0], state) for state in states], 30, "power", case))
 
             # Paths stand in the journal, so every state is rebuilt where it was recorded: one after the other.
-            def work(_station, name, station=station, case=case, drawn=drawn, times=times):
-                return _after(bench, station, case, drawn[name], times)
+            def work(_station, name, station=station, case=case, drawn=drawn):
+                return _after(bench, station, case, drawn[name])
 
             jobs, bench.jobs = bench.jobs, 1
             bench.each("power-failure", case, drawn, work)
@@ -207,14 +208,18 @@ def power_failure(bench):
 
 
 def _record(bench, station, case):
-    """The states that an undisturbed run may leave, and the times of the recordings' files."""
+    """The states that an undisturbed run may leave. The recordings' files get a second name each, by which they
+    are put back as they were, with their times and numbers: the journal may know them by these."""
     station.set_up(case)
     benches.fill(station, bench.seed, chains=((1, 2), (2, 1)))
-    names, identities, times = {}, {}, {}
+    originals = station.root / "originals"
+    shutil.rmtree(originals, ignore_errors=True)
+    originals.mkdir()
+    names, identities = {}, {}
     for path in station.input.iterdir():
+        os.link(path, originals / recordings.digest(path.read_bytes()))
         identities[str(path)] = _identity(path)
         names[str(path)] = Node(path.read_bytes())
-        times[recordings.digest(path.read_bytes())] = path.stat().st_mtime_ns
     station.forget_texts()
     run = station.result(station.start("none 0", data=True))
     if run.code != 0:
@@ -226,15 +231,16 @@ def _record(bench, station, case):
     if rebuilt != actual:
         raise RuntimeError("the shim does not see all: " + ", ".join(
             sorted(path for path in {*rebuilt, *actual} if rebuilt.get(path) != actual.get(path))))
-    return list(log.states()), times
+    return list(log.states())
 
 
-def _after(bench, station, case, state, times):
+def _after(bench, station, case, state):
     """The accounts after a power failure that left this state, and a run."""
     _text, tree, said = state
     station.set_up(case)
     ledger = benches.fill(station, bench.seed, chains=((1, 2), (2, 1)))
-    _rebuild(station, tree, times)
+    station.set_up(case)
+    _rebuild(station, tree)
     text = said.decode("utf-8", "replace")
     before = stations.Run(0, text, stations.parse_events(text))
     ledger.note(before)
@@ -245,18 +251,18 @@ def _after(bench, station, case, state, times):
     return benches.conclude(station, ledger)
 
 
-def _rebuild(station, tree, times):
-    for top in station.directories():
-        for path in sorted(top.rglob("*"), reverse=True):
-            if tree.get(str(path), "") == "" or path.is_dir():
-                path.rmdir() if path.is_dir() else path.unlink()
+def _rebuild(station, tree):
+    originals = station.root / "originals"
     for path, content in sorted(tree.items()):
         if content is None:
             os.makedirs(path, exist_ok=True)
             continue
         os.makedirs(os.path.dirname(path), exist_ok=True)
+        original = originals / recordings.digest(content)
+        if original.exists() and not path.startswith(str(station.archive_there)):
+            os.link(original, path)
+            continue
         with open(path, "wb") as file:
             file.write(content)
-        time = times.get(recordings.digest(content))
-        if time is not None:
-            os.utime(path, ns=(time, time))
+        if original.exists():
+            shutil.copystat(original, path)
