@@ -33,6 +33,7 @@ def _point(bench, station, case, limit, contents):
     for n, content in enumerate(contents):
         benches.put(station, ledger, recordings.chain_name("rec1.ZU", n), content)
     ledger.changes["rec1.ZU"] = 1
+    station.patience = 10 * stations.PATIENCE
     run = station.run()
     ledger.note(run)
     ledger.check_claims(run)
@@ -43,5 +44,6 @@ def _point(bench, station, case, limit, contents):
         ledger.findings.add("orphaned", "a run that failed has put files away")
     station.options = []
     findings = benches.conclude(station, ledger)
-    station.set_up(case)  # a hundred megabytes
+    station.set_up(case)  # there are hundreds of megabytes
+    station.patience = stations.PATIENCE
     return findings

@@ -3,7 +3,8 @@
 //
 //     TORTURE_DIRECTORIES   absolute paths, separated by ':'; only calls on paths below these count
 //     TORTURE_KINDS         kinds of calls that count, separated by ',' (the names in kindNames); unset: all
-//     TORTURE_PLAN          "kill N", "stop N" (SIGSTOP), "fail N ERRNO", "from N ERRNO" (call N and all later
+//     TORTURE_PLAN          "kill N", "stop N" (SIGSTOP), "fail N ERRNO", "from N ERRNO" (call N and all
+//     later
 //                           ones) or "short N" (half of the bytes); N counts from 1; unset: nothing happens
 //     TORTURE_LOG           file to which each call is appended, a line of fields separated by tabs:
 //                           kind, path, second path, device:inode, offset, length, position in the data file,
@@ -309,8 +310,8 @@ auto DoOpen(const std::string& path, int flags, Function function)
 {
     const bool creates = (flags & O_CREAT) != 0 || (flags & O_TMPFILE) == O_TMPFILE;
     struct stat status = {};
-    const bool wasThere = syscall(SYS_newfstatat, AT_FDCWD, path.c_str(), &status, 0) == 0 &&
-                          (flags & O_TMPFILE) != O_TMPFILE;
+    const bool wasThere =
+        syscall(SYS_newfstatat, AT_FDCWD, path.c_str(), &status, 0) == 0 && (flags & O_TMPFILE) != O_TMPFILE;
     Call call{creates ? Create : Open, path};
     call.flags = flags | (wasThere ? 0 : createdFlag);
     return Do(call, function, [](Call& done, auto result) {

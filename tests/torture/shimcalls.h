@@ -301,8 +301,8 @@ VISIBLE int unlinkat(int directory, const char* path, int flags)
 VISIBLE int remove(const char* path)
 {
     struct stat status = {};
-    const bool directory = syscall(SYS_newfstatat, AT_FDCWD, path, &status, AT_SYMLINK_NOFOLLOW) == 0 &&
-                           S_ISDIR(status.st_mode);
+    const bool directory =
+        syscall(SYS_newfstatat, AT_FDCWD, path, &status, AT_SYMLINK_NOFOLLOW) == 0 && S_ISDIR(status.st_mode);
     return directory ? rmdir(path) : unlink(path);
 }
 

@@ -82,6 +82,7 @@ class Station:
         self.case = Case()
         self.quiet = 0
         self.options = []
+        self.patience = PATIENCE
         self.plan = None  # of the shim, for the run that was started last
 
     def set_up(self, case, quiet=0, options=()):
@@ -148,7 +149,7 @@ class Station:
     def result(self, child):
         """The end of a program that was started."""
         try:
-            code = child.wait(PATIENCE)
+            code = child.wait(self.patience)
         except subprocess.TimeoutExpired:
             child.kill()
             child.wait()
@@ -186,8 +187,11 @@ class Places:
     def __init__(self, directory, mounts):
         self.directory, self.mounts = pathlib.Path(directory), mounts
         self.made = []
-        if mounts:
-            system.mount_memory(self.directory)
+        try:
+            if mounts:
+                system.mount_memory(self.directory)
+        except PermissionError:  # a container that lets nobody mount
+            self.mounts = False
 
     def other(self, name):
         """An empty directory on another file system than the rooms."""

@@ -3,8 +3,10 @@
     torture.py ZUCMTR SHIM [--scenario NAME...] [--short] [--seed N] [--minutes M] [--jobs N] [--place DIR]
 
 ZUCMTR is the program, SHIM the library that is loaded into it (shim.cpp). --short draws some points of each
-scenario by lot; without it every point is tried, which takes hours. --minutes is the length of the soak. Prints a
-table of what was tried and found, and the first findings of each row; exit code 1 if there are any.
+scenario by lot; without it every point is tried, which takes about an hour and a half on two cores. --minutes is the
+length of the soak. Prints a table of what was tried and found, and the first findings of each row; exit code 1 if
+there are any. As root, it works in memory, in a mount namespace of its own; other users have no read-only and no small
+file systems, so limits of the size of a file stand in for full disks.
 """
 import argparse
 import collections
@@ -91,7 +93,7 @@ def main():
                                   seed=options.seed, minutes=options.minutes, jobs=options.jobs)
             bench.report = lambda row: show(row, None if options.all_findings else SHOWN)
             print(f"seed {options.seed}, {'short' if options.short else 'long'} form, "
-                  f"{'in memory' if mounts else directory}")
+                  f"{'in memory' if places.mounts else directory}")
             print(HEAD)
             for name in options.scenario:
                 SCENARIOS[name](bench)
