@@ -142,7 +142,9 @@ def _watch_through(bench, station, outage, what, user):
         if child.poll() is None:
             child.send_signal(signal.SIGTERM)
         run = station.result(child)
-    if ended is not None:
+    if what == "state" and ended == 1:
+        pass  # what cannot be remembered is not begun: the service is started again
+    elif ended is not None:
         ledger.findings.add("stuck", f"the service ended with {ended}: {ledger.complaint(run)}")
     elif missing:
         ledger.findings.add("stuck", f"the service did not go on with {missing}: {ledger.complaint(run)}")
