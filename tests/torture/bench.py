@@ -47,11 +47,11 @@ class Bench:
             station = self.free.get_nowait()
         except queue.Empty:
             station = self.new_station()
-        standard = station.out, station.archive_here, station.archive_there
+        standard = dict(vars(station))
         try:
             yield station
         finally:
-            station.out, station.archive_here, station.archive_there = standard
+            vars(station).update(standard)  # its directories are where they were
             self.free.put(station)
 
     def new_station(self):

@@ -116,10 +116,7 @@ def _outage(bench, station, case, what, kind):
         for directory in [station.root, *station.directories()]:
             os.chown(directory, user, -1)
     path = {"in": station.input, "out": station.out, "state": station.state, "archive": station.archive}[what]
-    try:
-        return _watch_through(bench, station, kind(station, path), what, user)
-    finally:
-        station.state = station.root / "state"
+    return _watch_through(bench, station, kind(station, path), what, user)
 
 
 def _watch_through(bench, station, outage, what, user):

@@ -110,10 +110,14 @@ PAGE = 4096
 DISK = 512 * 1024  # of which all but the level is filled
 
 
+DIRECTORIES = {"out": "out", "archive": "archive_there", "state": "state", "tmp": "tmp"}  # members of a station
+
+
 def full_disk(bench):
-    """The disk of --out, or that of the archive, with room for so many pages; then room is made."""
+    """The disk of one directory with room for so many pages; then room is made."""
     for case in bench.cases(all_forms=False):
-        for what in ["out"] + (["archive"] if case.mode == "elsewhere" else []):
+        used = {"archive": case.mode == "elsewhere", "state": case.command == "watch"}
+        for what in [name for name in DIRECTORIES if used.get(name, True)]:
             levels = _pages_needed(bench, case, what) + 3
 
             def work(station, level, case=case, what=what):
@@ -127,8 +131,8 @@ def _pages_needed(bench, case, what):
         station.set_up(case)
         benches.fill(station, bench.seed, points=400)
         station.run()
-        directory = station.out if what == "out" else station.archive
-        return sum(-(-path.stat().st_size // PAGE) for path in directory.rglob("*") if path.is_file()) + 4
+        files = [path for path in getattr(station, DIRECTORIES[what]).rglob("*") if path.is_file()]
+        return sum(-(-path.stat().st_size // PAGE) for path in files) + 4
 
 
 def _full_disk_point(bench, station, case, what, level):
@@ -138,10 +142,7 @@ def _full_disk_point(bench, station, case, what, level):
         disk = bench.places.small(station.root.name, DISK)
         target = disk / "there"
         target.mkdir()
-        if what == "out":
-            station.out = target
-        else:
-            station.archive_there = target
+        setattr(station, DIRECTORIES[what], target)
     else:
         prefix = ["sh", "-c", f'trap "" XFSZ; ulimit -f {level * PAGE // 512}; exec "$@"', "sh"]
     station.set_up(case)
