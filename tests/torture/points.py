@@ -1,5 +1,6 @@
 """Scenarios in which the machine fails at one point: the process is killed, a call fails, the disk is full."""
 import bench as benches
+import recordings
 import station as stations
 
 OLDER_FORMS = {"cfg": (0, 1, 1), "1999": (0, 0, 0), "cff": (1, 0, 0)}  # of a record that is there already
@@ -104,6 +105,29 @@ def faults(bench):
             return benches.conclude(station, ledger)
 
         bench.each("faults", case, bench.draw(points, 40, "faults", case), work)
+
+
+UNREADABLE = [("EIO", 5, "open"), ("EIO", 5, "read"), ("EIO", 5, "stat"), ("EACCES", 13, "open"), ("ENFILE", 23, "open"),
+              ("ENOMEM", 12, "open"), ("ENOMEM", 12, "read"), ("ESTALE", 116, "read")]
+
+
+def unreadable(bench):
+    """One file of a recording cannot be read: never, or not at its n-th call, or from that one on."""
+    for case in bench.cases(all_forms=False):
+        points = [(n, error, kind, word, nth) for n in range(3) for error, _number, kind in UNREADABLE
+                  for word in ("fail", "from") for nth in range(1, 7)]
+
+        def work(station, point, case=case):
+            n, error, kind, word, nth = point
+            number = next(number for name, number, its in UNREADABLE if (name, its) == (error, kind))
+            ledger = _prepare(bench, station, case, False)
+            only = [station.input / recordings.chain_name("rec1.ZU", n)]
+            run = station.run(f"{word} {nth} {number}", [kind], only=only)
+            ledger.note(run)
+            ledger.check_claims(run)
+            return benches.conclude(station, ledger)
+
+        bench.each("unreadable", case, bench.draw(points, 24, "unreadable", case), work)
 
 
 PAGE = 4096

@@ -115,13 +115,13 @@ class Station:
         words += {"plain": [], "remove": ["--remove-source"]}.get(case.mode, ["--archive", self.archive])
         return [str(word) for word in [*words, *self.options, self.input]]
 
-    def environment(self, plan=None, kinds=None, data=False):
+    def environment(self, plan=None, kinds=None, data=False, only=None):
         self.plan = plan
         environment = {"PATH": os.environ.get("PATH", ""), "LC_ALL": "C.UTF-8", "TMPDIR": str(self.tmp),
                        "HOME": str(self.root)}
         if plan is not None:
             environment.update(LD_PRELOAD=str(self.shim), TORTURE_PLAN=plan, TORTURE_LOG=str(self.log),
-                               TORTURE_DIRECTORIES=":".join(str(path) for path in self.directories()))
+                               TORTURE_DIRECTORIES=":".join(str(path) for path in only or self.directories()))
             if kinds:
                 environment["TORTURE_KINDS"] = ",".join(kinds)
             if data:
@@ -130,11 +130,12 @@ class Station:
                 path.unlink(missing_ok=True)
         return environment
 
-    def start(self, plan=None, kinds=None, data=False, once=True, prefix=(), user=None):
-        """The program, started; its texts come into a file each beside the directories."""
+    def start(self, plan=None, kinds=None, data=False, once=True, prefix=(), user=None, only=None):
+        """The program, started; its texts come into a file each beside the directories. only: the paths that the
+        shim looks at."""
         with open(self.root / "stdout", "ab") as out, open(self.root / "stderr", "ab") as err:
             return subprocess.Popen([*prefix, *self.command(once)], stdin=subprocess.DEVNULL, stdout=out, stderr=err,
-                                    env=self.environment(plan, kinds, data), cwd=self.root, user=user)
+                                    env=self.environment(plan, kinds, data, only), cwd=self.root, user=user)
 
     def texts(self):
         text = ""
@@ -157,10 +158,10 @@ class Station:
         text = self.texts()
         return Run(code, text, parse_events(text), self.plan)
 
-    def run(self, plan=None, kinds=None, data=False, prefix=()):
+    def run(self, plan=None, kinds=None, **words):
+        """A run to its end; the words are those of start()."""
         self.forget_texts()
-        self.log.unlink(missing_ok=True)
-        return self.result(self.start(plan, kinds, data, prefix=prefix))
+        return self.result(self.start(plan, kinds, **words))
 
     def run_with_stop(self, nth, kinds, action):
         """Stops the program before its n-th call, does action(), and lets it go on."""

@@ -31,6 +31,7 @@ SCENARIOS = {
     "kill": points.kill,
     "kill-twice": points.twice_killed,
     "faults": points.faults,
+    "unreadable": points.unreadable,
     "full-disk": points.full_disk,
     "exchange": changes.exchange,
     "random-exchange": changes.random_exchange,
