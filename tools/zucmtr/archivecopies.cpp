@@ -252,9 +252,12 @@ void ArchiveCopies::Copy(size_t number)
     posix_fadvise(copy.Number(), 0, 0, POSIX_FADV_DONTNEED); // compared as it lies on the disk
     bool same = false;
     if (error == 0)
-        error = systemfile::Compare(chain.FileOf(number), copy, same);
+        error = chain.CompareContent(number, copy, same);
     if (error != 0)
         Fail(number, error);
+    QString what;
+    if (!same && !chain.IsUnchanged(&what))
+        ThrowChanged(what);
     if (!same)
         throw Error(Trouble::Archive,
                     Tr("sources", "the copy of '%1' in the archive is not the same; check the archive's disk")

@@ -225,22 +225,19 @@ void AsideFiles::MoveOne(size_t number)
 {
     AsideFile& file = files[number];
     const QString path = AsideName::PathOf(file.own, token);
-    const int error = systemfile::RenameToFree(file.own, path);
+    const int error = systemfile::RenameToOwn(file.own, path);
     if (error == ENOENT)
         ThrowChanged(Tr("sources", "'%1' is gone since it was read").arg(file.own));
     if (error == ENAMETOOLONG)
         throw Error(Tr("sources", "'%1' could not be put away: the name is too long; give it a shorter one")
                         .arg(file.own));
-    if (error != 0) {
-        if (HasBothNames({file.own, path}))
-            unlink(QFile::encodeName(path).constData());
+    if (error != 0)
         throw Error(systemfile::IsNoRoom(error) ? Trouble::NoRoom : Trouble::File,
                     Tr("sources",
                        "'%1' could not be put away: %2; it is where it was; give this user the "
                        "permission to change its directory, or put it away yourself, its record is "
                        "verified")
                         .arg(file.own, ReasonOf(error, QFileInfo(file.own).path())));
-    }
     file.aside = path;
 }
 
@@ -271,7 +268,7 @@ void AsideFiles::RemoveFirst()
     // From now on, what is left of the others when the first file is gone was put away.
     for (size_t number = 1; number < files.size(); ++number) {
         const QString path = AsideName::PathOf(files[number].own, token, true);
-        const int error = systemfile::RenameToFree(files[number].aside, path);
+        const int error = systemfile::RenameToOwn(files[number].aside, path);
         if (error != 0)
             ThrowUndeleted(files[number].own, error);
         files[number].aside = path;

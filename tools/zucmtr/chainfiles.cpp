@@ -265,8 +265,13 @@ QString ChainFiles::Arrived() const
 
 int ChainFiles::CompareContent(size_t number, bool& same) const
 {
+    return CompareContent(number, files[number].descriptor, same);
+}
+
+int ChainFiles::CompareContent(size_t number, const systemfile::Descriptor& copy, bool& same) const
+{
     systemfile::Print print;
-    const int error = systemfile::ReadThrough(files[number].descriptor, print);
+    const int error = systemfile::ReadThrough(copy, print);
     same = print == files[number].print;
     return error;
 }

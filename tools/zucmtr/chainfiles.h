@@ -77,8 +77,10 @@ public:
     int Descriptor(size_t number) const { return files[number].descriptor.Number(); }
     const systemfile::Descriptor& FileOf(size_t number) const { return files[number].descriptor; }
 
-    /// Reads the file once more: 0 with the answer in `same`, or the errno of the failure.
+    /// Reads the file once more, or a copy of it, and compares it with what was read at first. 0 with the
+    /// answer in `same`, or the errno of the failure.
     int CompareContent(size_t number, bool& same) const;
+    int CompareContent(size_t number, const systemfile::Descriptor& copy, bool& same) const;
 
 private:
     struct File

@@ -96,6 +96,23 @@ Lock Answer(int error)
     return error == EWOULDBLOCK ? Lock::Held : Lock::Unknown;
 }
 
+// 0 or errno; ENOSYS if the file system, or the kernel, has no such call.
+int RenameWithoutReplacing(const QString& from, const QString& to)
+{
+    if (renameat2(AT_FDCWD, QFile::encodeName(from).constData(), AT_FDCWD, QFile::encodeName(to).constData(),
+                  RENAME_NOREPLACE) == 0)
+        return 0;
+    return errno == EINVAL ? ENOSYS : errno;
+}
+
+int RenameAfterALook(const QString& from, const QString& to)
+{
+    if (IsTaken(to))
+        return EEXIST;
+    return std::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) == 0 ? 0
+                                                                                                    : errno;
+}
+
 // Nobody may work with the file.
 Lock LockAlone(const Descriptor& file)
 {
@@ -227,19 +244,27 @@ int Compare(const Descriptor& a, const Descriptor& b, bool& same)
 
 int RenameToFree(const QString& from, const QString& to)
 {
+    const int error = RenameWithoutReplacing(from, to);
+    if (error != ENOSYS)
+        return error;
     const QByteArray source = QFile::encodeName(from);
     const QByteArray target = QFile::encodeName(to);
-    if (renameat2(AT_FDCWD, source.constData(), AT_FDCWD, target.constData(), RENAME_NOREPLACE) == 0)
-        return 0;
-    if (errno != EINVAL && errno != ENOSYS) // a file system, or a kernel, without that kind of rename
-        return errno;
-    if (link(source.constData(), target.constData()) == 0)
-        return unlink(source.constData()) == 0 ? 0 : errno;
+    if (link(source.constData(), target.constData()) == 0) {
+        if (unlink(source.constData()) == 0)
+            return 0;
+        const int reason = errno;
+        unlink(target.constData());
+        return reason;
+    }
     if (errno != EPERM && errno != EOPNOTSUPP && errno != ENOSYS && errno != EMLINK)
         return errno;
-    if (IsTaken(to)) // a file system without second names: a look is all there is
-        return EEXIST;
-    return std::rename(source.constData(), target.constData()) == 0 ? 0 : errno;
+    return RenameAfterALook(from, to); // without second names that is all there is
+}
+
+int RenameToOwn(const QString& from, const QString& to)
+{
+    const int error = RenameWithoutReplacing(from, to);
+    return error == ENOSYS ? RenameAfterALook(from, to) : error;
 }
 
 Lock LockShared(const Descriptor& file)

@@ -81,7 +81,11 @@ int ReadThrough(const Descriptor& file, Print& print);
 int Compare(const Descriptor& a, const Descriptor& b, bool& same);
 
 /// Renames, but never over another file. 0, or the errno of the failure: EEXIST if the name is taken.
+/// Nobody else may be at work with `from`.
 int RenameToFree(const QString& from, const QString& to);
+
+/// The same where others may exchange `from` at any time, but nobody else would take the name `to`.
+int RenameToOwn(const QString& from, const QString& to);
 
 /// Whether somebody else may be at work with a file.
 enum class Lock { Taken, Held, Unknown };
