@@ -61,10 +61,10 @@ void PrintTo(const Exchange& exchange, std::ostream* out)
     *out << exchange.name << ' ' << exchange.file;
 }
 
-const std::vector<Exchange> exchanges = {{"append to", Append, "a.ZU"},      {"append to", Append, "a.Z02"},
-                                         {"rewrite", Rewrite, "a.ZU"},       {"rewrite", Rewrite, "a.Z02"},
+const std::vector<Exchange> exchanges = {{"append to", Append, "a.ZU"},      {"append to", Append, "a.Z01"},
+                                         {"rewrite", Rewrite, "a.ZU"},       {"rewrite", Rewrite, "a.Z01"},
                                          {"replace", Replace, "a.ZU"},       {"replace", Replace, "a.Z01"},
-                                         {"continue with", Replace, "a.Z03"}};
+                                         {"continue with", Replace, "a.Z02"}};
 
 // How many files of a directory hold bytes that were not in the recording.
 int CountOther(const QString& directory, const QStringList& names)
@@ -73,6 +73,12 @@ int CountOther(const QString& directory, const QStringList& names)
     for (const QString& name : names)
         count += ReadBytes(directory + '/' + name).contains(other) ? 1 : 0;
     return count;
+}
+
+// With each way of moving a file aside and each way into the archive.
+std::vector<Way> FourWays()
+{
+    return {Ways()[0], Ways()[1], Ways()[3], Ways()[4]};
 }
 
 class EveryExchange : public testing::TestWithParam<std::tuple<Way, Exchange>>
@@ -86,11 +92,12 @@ TEST_P(EveryExchange, AtAnyCallLosesNothingAndArchivesNothingUnread)
     const Exchange& exchange = std::get<1>(GetParam());
     bool struck = true;
     for (long nth = 1; struck; ++nth) {
-        const Scene scene(2);
+        const Scene scene(1);
         long count = 0;
         bool applied = false;
-        const QString text = scene.TextOfPutAway(way, [&](const calls::Call&) {
-            if (++count == nth) {
+        const QString text = scene.TextOfPutAway(way, [&](const calls::Call& call) {
+            // Between two looks at something nothing happens that an exchange could disturb.
+            if (call.name != "statx" && ++count == nth) {
                 const QString path = scene.Source(exchange.file);
                 applied = exchange.action == Replace || QFile::exists(path);
                 exchange.action(path);
@@ -105,17 +112,17 @@ TEST_P(EveryExchange, AtAnyCallLosesNothingAndArchivesNothingUnread)
         EXPECT_EQ(CountOther(scene.Archive(), scene.Archived()), 0) << where;
         if (text.isEmpty()) {
             EXPECT_EQ(scene.Sources().size(), applied ? 1 : 0);
-            EXPECT_EQ(scene.Archived().size(), way.archive ? 3 : 0);
+            EXPECT_EQ(scene.Archived().size(), way.archive ? 2 : 0);
         } else {
             EXPECT_TRUE(text.contains("the recording is kept, convert it again")) << where;
             EXPECT_EQ(scene.Archived(), QStringList()) << where;
-            EXPECT_GE(scene.Sources().size(), 3) << where;
+            EXPECT_GE(scene.Sources().size(), 2) << where;
         }
     }
 }
 
 INSTANTIATE_TEST_SUITE_P(, EveryExchange,
-                         testing::Combine(testing::ValuesIn(Ways()), testing::ValuesIn(exchanges)));
+                         testing::Combine(testing::ValuesIn(FourWays()), testing::ValuesIn(exchanges)));
 
 TEST(Exchange, BeforeThePuttingAwayIsNamed)
 {
@@ -153,11 +160,12 @@ TEST(Exchange, NameThatIsTakenMeanwhileGivesTheRecordingAnother)
         }
         return 0;
     });
-    EXPECT_EQ(text, QStringLiteral(
-                        "'%1/a.Z02' came after the recording was read; the recording is kept, convert it "
-                        "again; '%1/a.Z01' is called '%1/a-2.Z01' now, as another file has taken its name; "
-                        "'%1/a.ZU' is called '%1/a-2.ZU' now, as another file has taken its name")
-                        .arg(scene.Source()));
+    EXPECT_EQ(text,
+              QStringLiteral(
+                  "'%1/a.Z02' came after the recording was read; the recording is kept, convert it "
+                  "again; '%1/a.Z01' is now called '%1/a-2.Z01', because another file has taken its name; "
+                  "'%1/a.ZU' is now called '%1/a-2.ZU', because another file has taken its name")
+                  .arg(scene.Source()));
     EXPECT_EQ(scene.Sources(), (QStringList{"a-2.Z01", "a-2.ZU", "a.Z02", "a.ZU"}));
     EXPECT_EQ(ReadBytes(scene.Source("a.ZU")), other);
     EXPECT_EQ(ReadBytes(scene.Source("a-2.ZU")), Scene::Content("a.ZU"));

@@ -17,7 +17,9 @@ protected:
     QString PutAwayWithFailures(const Scene& scene, long nth, int error, bool all, bool& struck) const
     {
         long count = 0;
-        const QString text = scene.TextOfPutAway(way, [&](const calls::Call&) {
+        const QString text = scene.TextOfPutAway(way, [&](const calls::Call& call) {
+            if ((all || error == ENOSPC) && !call.Writes())
+                return 0;
             ++count;
             return count == nth || (all && count > nth) ? error : 0;
         });
@@ -86,4 +88,4 @@ TEST_P(EveryWay, CallsThatFailFromOneOnLoseNothingAndTheNextRunFinishes)
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(, EveryWay, testing::Combine(testing::ValuesIn(Ways()), testing::Values(0, 2)));
+INSTANTIATE_TEST_SUITE_P(, EveryWay, testing::Combine(testing::ValuesIn(Ways()), testing::Values(0, 1)));

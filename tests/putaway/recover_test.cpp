@@ -51,12 +51,13 @@ TEST(Recover, NeverReplacesAFileThatHasTakenTheName)
     here.Write("a.ZU", "new");
     here.Write("a-2.Z01", "in the way too");
     const sourcefiles::Recovered recovered = sourcefiles::Recover(here.Path());
-    EXPECT_EQ(recovered.notes,
-              (QStringList{
-                  QStringLiteral("'%1/a.Z01' is called '%1/a-3.Z01' now, as another file has taken its name")
-                      .arg(here.Path()),
-                  QStringLiteral("'%1/a.ZU' is called '%1/a-3.ZU' now, as another file has taken its name")
-                      .arg(here.Path())}));
+    EXPECT_EQ(
+        recovered.notes,
+        (QStringList{
+            QStringLiteral("'%1/a.Z01' is now called '%1/a-3.Z01', because another file has taken its name")
+                .arg(here.Path()),
+            QStringLiteral("'%1/a.ZU' is now called '%1/a-3.ZU', because another file has taken its name")
+                .arg(here.Path())}));
     EXPECT_EQ(here.Names(), (QStringList{"a-2.Z01", "a-3.Z01", "a-3.ZU", "a.ZU"}));
     EXPECT_EQ(ReadBytes(here.Path("a.ZU")), QByteArray("new"));
     EXPECT_EQ(ReadBytes(here.Path("a-3.ZU")), QByteArray("first"));
@@ -110,7 +111,7 @@ TEST(Recover, SaysWhatKeepsItsAsideName)
     const calls::Watch watch([](const calls::Call& call) { return call.name == "renameat2" ? EROFS : 0; });
     EXPECT_EQ(
         sourcefiles::Recover(here.Path()).notes,
-        QStringList{QStringLiteral("'%1' is called '%2' now and could not get its name back: Read-only file "
+        QStringList{QStringLiteral("'%1' is now called '%2' and could not get its name back: Read-only file "
                                    "system; rename it")
                         .arg(here.Path("a.ZU"), aside)});
 }

@@ -89,12 +89,12 @@ QStringList PutBackAll(std::vector<AsideFile>& files)
             continue;
         const int error = systemfile::RenameToFree(file->aside, file->own);
         if (error != 0) {
-            notes << Tr("sources", "'%1' is called '%2' now and could not get its name back: %3; rename it")
+            notes << Tr("sources", "'%1' is now called '%2' and could not get its name back: %3; rename it")
                          .arg(old, file->aside, ReasonOf(error));
             continue;
         }
         if (number > 1)
-            notes << Tr("sources", "'%1' is called '%2' now, as another file has taken its name")
+            notes << Tr("sources", "'%1' is now called '%2', because another file has taken its name")
                          .arg(old, file->own);
         file->aside.clear();
     }
@@ -232,12 +232,11 @@ void AsideFiles::MoveOne(size_t number)
         throw Error(Tr("sources", "'%1' could not be put away: the name is too long; give it a shorter one")
                         .arg(file.own));
     if (error != 0)
-        throw Error(systemfile::IsNoRoom(error) ? Trouble::NoRoom : Trouble::File,
-                    Tr("sources",
-                       "'%1' could not be put away: %2; it is where it was; give this user the "
-                       "permission to change its directory, or put it away yourself, its record is "
-                       "verified")
-                        .arg(file.own, ReasonOf(error, QFileInfo(file.own).path())));
+        throw Error(
+            systemfile::IsNoRoom(error) ? Trouble::NoRoom : Trouble::File,
+            Tr("sources", "'%1' could not be put away: %2; it is where it was; give this user the permission "
+                          "to change its directory, or put it away yourself, its record is verified")
+                .arg(file.own, ReasonOf(error, QFileInfo(file.own).path())));
     file.aside = path;
 }
 

@@ -71,12 +71,10 @@ QString TextOf(ChainFiles::Unreadable::Kind kind)
         return Tr("sources", "'%1' is not there");
     case Kind::NoPermission:
         return Tr("sources",
-                  "'%1' could not be read: no permission; give it to the user of this program, then "
-                  "convert again");
+                  "'%1' could not be read: no permission; let this user read it, then convert again");
     case Kind::NotAFile:
         return Tr("sources",
-                  "'%1' has the name of a recording, but is not a file; move it away, then convert "
-                  "again");
+                  "'%1' has the name of a recording, but is not a file; move it away, then convert again");
     case Kind::Changing:
         return Tr("sources", "'%1' changed while it was read; convert again when it is complete");
     case Kind::NoResources:
