@@ -65,9 +65,9 @@ WholeSeconds::~WholeSeconds()
     wholeSeconds = false;
 }
 
-Ahead::Ahead(long seconds)
+Ahead::Ahead(long seconds_)
 {
-    ahead = seconds;
+    ahead = seconds_;
 }
 
 Ahead::~Ahead()
@@ -81,6 +81,7 @@ Ahead::~Ahead()
 // NOLINTBEGIN(bugprone-reserved-identifier)
 extern "C" {
 
+int __real_clock_gettime(clockid_t, timespec*);
 int __real_fchmod(int, mode_t);
 int __real_fchown(int, uid_t, gid_t);
 int __real_flock(int, int);
@@ -96,6 +97,13 @@ int __real_statx(int, const char*, int, unsigned int, struct statx*);
 time_t __real_time(time_t*);
 int __real_unlink(const char*);
 ssize_t __real_write(int, const void*, size_t);
+
+int __wrap_clock_gettime(clockid_t clock, timespec* now)
+{
+    const int result = __real_clock_gettime(clock, now);
+    now->tv_sec += ahead;
+    return result;
+}
 
 int __wrap_fchmod(int file, mode_t mode)
 {

@@ -40,11 +40,11 @@ public:
     WholeSeconds& operator=(const WholeSeconds&) = delete;
 };
 
-/// The wall clock is ahead by this much as long as this is there.
+/// The wall clock is ahead by this much as long as this is there, that of the file systems is not.
 class Ahead
 {
 public:
-    explicit Ahead(long seconds);
+    explicit Ahead(long seconds_);
     ~Ahead();
     Ahead(const Ahead&) = delete;
     Ahead& operator=(const Ahead&) = delete;

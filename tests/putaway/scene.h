@@ -43,8 +43,8 @@ public:
     /// What one of the recording's files holds.
     static QByteArray Content(const QString& name);
 
-    /// Opens the recording and puts it away. The hook is asked before each call that the file system of `way`
-    /// knows.
+    /// Opens the recording, without waiting for the next tick of the clock, and puts it away. The hook is
+    /// asked before each call that the file system of `way` knows.
     void PutAway(const Way& way, const calls::Hook& hook = nullptr) const;
 
     /// As PutAway; the text of the error, or an empty one.
