@@ -225,6 +225,24 @@ TEST(ChainFiles, NoticeWhatHappensAfterwards)
     EXPECT_EQ(Happened(chain), QStringLiteral("'%1' is gone since it was read").arg(second));
 }
 
+TEST(ChainFiles, ThatWereLeftInPeaceForAWhileAreToldByTheirTimesAlone)
+{
+    const TestDirectory here;
+    const QString path = here.Write("a.ZU", "first");
+    const calls::Ahead aWhile(4);
+    const ChainFiles chain(path);
+    bool read = false;
+    const calls::Watch watch([&](const calls::Call& call) {
+        read = read || call.name == "pread";
+        return 0;
+    });
+    EXPECT_EQ(Happened(chain), QString());
+    while (ModifiedOf(path).tv_nsec == chain.Of(0).modified % 1000000000) // until the clock goes on
+        WriteOver(path, "first");
+    EXPECT_EQ(Happened(chain), QStringLiteral("'%1' changed after it was read").arg(path));
+    EXPECT_FALSE(read);
+}
+
 TEST(ChainFiles, ThatCannotBeLookedAtAgainCountAsChanged)
 {
     const TestDirectory here;

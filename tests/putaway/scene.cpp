@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 
 #include <cerrno>
-#include <optional>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -56,9 +55,7 @@ QByteArray Scene::Content(const QString& name)
 
 void Scene::PutAway(const Way& way, const calls::Hook& hook) const
 {
-    std::optional<calls::Ahead> ahead(1);
     const ChainFiles chain(Source("a.ZU"));
-    ahead.reset();
     const calls::Watch watch([&](const calls::Call& call) {
         for (const auto& unknown : way.unknown) {
             if (call.name == unknown.first)

@@ -43,7 +43,7 @@ public:
     /// What one of the recording's files holds.
     static QByteArray Content(const QString& name);
 
-    /// Opens the recording, without waiting for the next tick of the clock, and puts it away. The hook is
+    /// Opens the recording and puts it away. The hook is
     /// asked before each call that the file system of `way` knows.
     void PutAway(const Way& way, const calls::Hook& hook = nullptr) const;
 

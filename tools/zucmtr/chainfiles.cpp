@@ -17,8 +17,7 @@ using systemfile::ReasonOf;
 
 namespace {
 
-constexpr std::int64_t millisecond = 1000000;
-constexpr std::int64_t second = 1000 * millisecond;
+constexpr std::int64_t second = 1000000000; // nanoseconds
 
 // The clock that file systems take their times from. It stands still for some milliseconds each.
 std::int64_t FileClock()
@@ -166,7 +165,6 @@ bool ChainFiles::Open(const QString& path)
 
 void ChainFiles::Read()
 {
-    AwaitNextTick();
     const std::int64_t now = FileClock();
     for (size_t number = 0; number < files.size(); ++number) {
         const QString& path = paths[static_cast<int>(number)];
@@ -181,22 +179,6 @@ void ChainFiles::Read()
             throw Unreadable(KindOf(error), path, error);
         if (after != file.file || file.print.size != after.size)
             throw Unreadable(Unreadable::Kind::Changing, path, 0);
-    }
-}
-
-// A change after this has a time of its own. A time that lies in the future is not waited for.
-void ChainFiles::AwaitNextTick() const
-{
-    constexpr int mostWaits = 50;
-    std::int64_t youngest = 0;
-    for (const File& file : files)
-        youngest = std::max(youngest, Youngest(file.file));
-    for (int waits = 0; waits < mostWaits; ++waits) {
-        const std::int64_t now = FileClock();
-        if (now > youngest || youngest > now + second)
-            return;
-        const timespec pause = {0, millisecond};
-        nanosleep(&pause, nullptr);
     }
 }
 

@@ -43,8 +43,7 @@ public:
 
     using Identity = systemfile::Identity;
 
-    /// Throws Unreadable, and std::bad_alloc without 64 KiB of memory. Waits some milliseconds if a file was
-    /// changed within the current tick of the system's clock, in which a further change has the same time.
+    /// Throws Unreadable, and std::bad_alloc without 64 KiB of memory.
     explicit ChainFiles(const QString& firstFile);
 
     /// These files and no others, whatever else lies beside them.
@@ -60,8 +59,9 @@ public:
     const QStringList& Beyond() const { return beyond; }
 
     /// Whether each path leads to the very file that was read, unchanged, and no continuation has come.
-    /// If not, `what` is a clause that says what happened. Where the times of the files cannot show a change
-    /// (they were young, and the file system counts in seconds), the content is read again.
+    /// If not, `what` is a clause that says what happened. Where the times of a file cannot show a change,
+    /// as it was changed within the current tick of the clock, or the file system counts in seconds, its
+    /// content is read again.
     bool IsUnchanged(QString* what = nullptr) const;
 
     /// A continuation that was not there when the files were opened; empty if none has come.
@@ -95,7 +95,6 @@ private:
     bool Open(const QString& path);
     void OpenContinuations(const QString& firstFile);
     void Read();
-    void AwaitNextTick() const;
     void Identify(size_t number);
     bool IsUnchanged(size_t number, QString& what) const;
 
