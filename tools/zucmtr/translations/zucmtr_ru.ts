@@ -1896,8 +1896,92 @@ Example:
         <translation>«%1» не архивирован: там другой файл «%2»; уберите один из них</translation>
     </message>
     <message>
-        <source>the directory &apos;%1&apos; cannot be made; the recording is where it was</source>
-        <translation>каталог «%1» не создаётся; осциллограмма осталась на месте</translation>
+        <source>the directory &apos;%1&apos; cannot be made: %2; the recording is where it was</source>
+        <translation>каталог «%1» не создаётся: %2; осциллограмма осталась на месте</translation>
+    </message>
+    <message>
+        <source>another program is writing &apos;%1&apos;; the recording is where it was</source>
+        <translation>другая программа записывает «%1»; осциллограмма осталась на месте</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is locked by another program</source>
+        <translation>«%1» заблокирован другой программой</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; came after the recording was read</source>
+        <translation>«%1» появился после чтения осциллограммы</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is gone since it was read</source>
+        <translation>«%1» исчез после чтения</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; could not be put away: the name is too long; give it a shorter one</source>
+        <translation>«%1» не удалось убрать: слишком длинное имя; дайте файлу имя короче</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; could not be put away: %2; it is where it was; give this user the permission to change its directory, or put it away yourself, its record is verified</source>
+        <translation>«%1» не удалось убрать: %2; файл остался на месте; разрешите этому пользователю изменять каталог или уберите файл сами, запись проверена</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is still open for writing in another program</source>
+        <translation>«%1» ещё открыт на запись в другой программе</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is another file than the one that was read</source>
+        <translation>«%1» — уже не тот файл, который был прочитан</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; could not be looked at again: %2</source>
+        <translation>«%1» не удалось проверить повторно: %2</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; changed after it was read</source>
+        <translation>«%1» изменился после чтения</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is not there</source>
+        <translation>файла «%1» нет</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; has the name of a recording, but is not a file; move it away, then convert again</source>
+        <translation>у «%1» имя осциллограммы, но это не файл; уберите его и преобразуйте снова</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; changed while it was read; convert again when it is complete</source>
+        <translation>«%1» изменился во время чтения; преобразуйте снова, когда файл будет готов</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; could not be read: %2; convert fewer recordings at once (--jobs)</source>
+        <translation>«%1» не удалось прочитать: %2; преобразуйте меньше осциллограмм одновременно (--jobs)</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; could not be read: %2; check the disk or the network, then convert again</source>
+        <translation>«%1» не удалось прочитать: %2; проверьте диск или сеть и преобразуйте снова</translation>
+    </message>
+    <message>
+        <source>%1; the recording is kept, convert it again</source>
+        <translation>%1; осциллограмма сохранена, преобразуйте её снова</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is there, but not the file before it</source>
+        <translation>«%1» есть, а предыдущего файла нет</translation>
+    </message>
+    <message>
+        <source>no room left on the disk of %1</source>
+        <translation>на диске каталога %1 нет места</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is now called &apos;%2&apos; and could not get its name back: %3; rename it</source>
+        <translation>«%1» теперь называется «%2», вернуть имя не удалось: %3; переименуйте файл</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is now called &apos;%2&apos;, because another file has taken its name</source>
+        <translation>«%1» теперь называется «%2», так как его имя занял другой файл</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; could not be read: no permission; let this user read it, then convert again</source>
+        <translation>«%1» не удалось прочитать: нет прав; разрешите этому пользователю чтение и преобразуйте снова</translation>
     </message>
 </context>
 <context>
