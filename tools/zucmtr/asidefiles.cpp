@@ -232,11 +232,11 @@ void AsideFiles::MoveOne(size_t number)
         throw Error(Tr("sources", "'%1' could not be put away: the name is too long; give it a shorter one")
                         .arg(file.own));
     if (error != 0)
-        throw Error(
-            systemfile::IsNoRoom(error) ? Trouble::NoRoom : Trouble::File,
-            Tr("sources", "'%1' could not be put away: %2; it is where it was; give this user the permission "
-                          "to change its directory, or put it away yourself, its record is verified")
-                .arg(file.own, ReasonOf(error, QFileInfo(file.own).path())));
+        throw Error(systemfile::IsNoRoom(error) ? Trouble::NoRoom : Trouble::File,
+                    Tr("sources",
+                       "'%1' could not be put away: %2; it is where it was; give this user the permission "
+                       "to change its directory, or put it away yourself, its record is verified")
+                        .arg(file.own, ReasonOf(error, QFileInfo(file.own).path())));
     file.aside = path;
 }
 
