@@ -67,7 +67,7 @@ int WriteAll(const Descriptor& file, const char* bytes, size_t count)
 
 int CopyContent(const Descriptor& from, const Descriptor& to)
 {
-    std::array<char, 64 * 1024> buffer{};
+    std::array<char, 1 << 16> buffer{};
     for (off_t at = 0;;) {
         const ssize_t count = pread(from.Number(), buffer.data(), buffer.size(), at);
         if (count < 0 && errno == EINTR)
