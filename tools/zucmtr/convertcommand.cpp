@@ -1,5 +1,6 @@
 #include "convertcommand.h"
 
+#include "asidefiles.h"
 #include "batch.h"
 #include "batchreport.h"
 #include "checks.h"
@@ -153,12 +154,29 @@ int RefuseAll(const ConvertOptions& options, RecordingList list)
     return Convert(options, list, none);
 }
 
+// Files that a run which was killed has left aside are recordings again.
+void BringBack(const ConvertOptions& options)
+{
+    const sourcefiles::Recovered recovered = sourcefiles::RecoverAll(Texts(options.files), options.recursive);
+    for (const QString& path : recovered.back)
+        Complain(
+            Tr("convert", "%1: is back under its name; a run that was ended had moved it aside").arg(path));
+    for (const QString& path : recovered.removed)
+        Complain(
+            Tr("convert", "%1: removed, as the run that put its recording away was ended before it could")
+                .arg(path));
+    for (const QString& note : recovered.notes)
+        Complain(note);
+}
+
 int RunConvert(const ConvertOptions& options)
 {
     CheckCombination(options);
     QStringList excluded;
     if (!options.work.archive.empty())
         excluded << Text(options.work.archive);
+    if (!options.dryRun)
+        BringBack(options);
     const RecordingList list = CollectRecordings(Texts(options.files), options.recursive, excluded);
     const std::vector<Recording> convertible = Convertible(list.recordings);
     DeviceChoice choice = ChoiceOf(options.device);
