@@ -292,7 +292,7 @@ bool Worker::TakePresent(BatchItem& item, Job& job)
     if (!IsAnythingThere(job.looked))
         return false;
     const verify::Presence presence = present.Find(item.recording.path, job.directory);
-    if (!MayReplace(item, presence, job.directory))
+    if (!MayReplace(item, presence))
         return true;
     if (presence.standing.state != verify::RecordState::Same || order.again)
         return false;
@@ -306,17 +306,16 @@ bool Worker::TakePresent(BatchItem& item, Job& job)
     return true;
 }
 
-bool Worker::MayReplace(BatchItem& item, const verify::Presence& presence, const QString& directory) const
+bool Worker::MayReplace(BatchItem& item, const verify::Presence& presence) const
 {
     if (presence.standing.state != verify::RecordState::Foreign || order.replace)
         return true;
     Name(item, presence.examined.recordName);
-    item.Fail(
-        reason::OtherRecordPresent,
-        Tr("worker",
-           "not converted: '%1' is there already and is not the record of this recording (%2); move it "
-           "away, choose another directory by --out, or replace it by --replace")
-            .arg(directory + QLatin1Char('/') + presence.examined.recordName, presence.standing.reason));
+    item.Fail(reason::OtherRecordPresent,
+              Tr("worker",
+                 "not converted: '%1' is there already and is not the record of this recording (%2); move it "
+                 "away, choose another directory by --out, or replace it by --replace")
+                  .arg(item.files.first(), presence.standing.reason));
     item.files.clear();
     return false;
 }
@@ -415,6 +414,10 @@ QStringList Worker::WritePieces(Job& job, const QString& recordName, QString& pa
     if (!order.view)
         return names;
     const QString page = recordName + QStringLiteral(".html");
+    if (QFileInfo(job.directory + QLatin1Char('/') + page).isDir()) {
+        pageError = Tr("worker", "'%1' is a directory").arg(job.directory + QLatin1Char('/') + page);
+        return names;
+    }
     const QString directory = job.staging->Directory() + QLatin1Char('/');
     view::Options options;
     options.source = QFileInfo(job.chain.Paths().first()).fileName();
@@ -442,7 +445,7 @@ bool Worker::Commit(BatchItem& item, Job& job)
     const bool isKnown = item.recordName == job.lookedFor && now == job.looked;
     if (!isKnown && IsAnythingThere(now)) { // another process has put it there
         BatchItem other = item;
-        if (!MayReplace(other, present.Find(item.recording.path, job.directory), job.directory)) {
+        if (!MayReplace(other, present.Find(item.recording.path, job.directory))) {
             item = other;
             return false;
         }

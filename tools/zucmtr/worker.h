@@ -54,7 +54,7 @@ private:
     void ConvertUnseen(BatchItem& item);
     void Do(BatchItem& item, Job& job);
     bool TakePresent(BatchItem& item, Job& job);
-    bool MayReplace(BatchItem& item, const verify::Presence& presence, const QString& directory) const;
+    bool MayReplace(BatchItem& item, const verify::Presence& presence) const;
     bool Convert(BatchItem& item, Job& job);
     bool Verify(BatchItem& item, Job& job);
     bool FindSources(BatchItem& item, Job& job);
