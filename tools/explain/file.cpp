@@ -195,12 +195,12 @@ static bool IsFailedRead(const QString& libraryText)
 
 QString NotLoaded(const QString& path, const QString& libraryText)
 {
-    const QString unreadable = Unreadable(path);
+    QString unreadable = Unreadable(path);
     if (!unreadable.isEmpty())
-        return WithLibraryText(unreadable, libraryText);
+        return unreadable;
     const QByteArray beginning = BeginningOf(path);
     if (beginning.isEmpty() || !IsRecordingsBeginning(beginning))
-        return WithLibraryText(OtherKind(path, beginning), libraryText);
+        return OtherKind(path, beginning);
     const QString cutOff = IsFailedRead(libraryText) ? CutOffText(path) : QString();
     return cutOff.isEmpty() ? LibraryText(libraryText) : WithLibraryText(cutOff, libraryText);
 }
