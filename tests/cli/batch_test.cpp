@@ -89,7 +89,8 @@ TEST(Batch, NoteOnACutChainFollowsTheRecordsName)
     const Finished run = place.Convert({"a.ZU"});
     EXPECT_EQ(run.code, 0);
     EXPECT_EQ(run.out, Converted("a.ZU", 0) + "; the recording ends early, 'a.Z01' does not continue "
-                                              "'a.ZU': they differ\n");
+                                              "'a.ZU': they differ [Параметры файлов [a.Z01] и [a.ZU] "
+                                              "различны, окончание осциллограммы некорректно]\n");
 }
 
 TEST(Batch, NotesOfAFailureFollowItsText)
@@ -103,9 +104,11 @@ TEST(Batch, NotesOfAFailureFollowItsText)
     EXPECT_EQ(run.code, 1);
     EXPECT_EQ(
         run.err, // without a summary, as of a single file
-        "zucmtr: a.ZU: not converted: its duration is 0, so it cannot be converted; the recording of "
-        "'a.ZU' ends early, a continuation file cannot be read: the file ends within its header; was the "
-        "copy interrupted?\n");
+        "zucmtr: a.ZU: not converted: its duration is 0, so it cannot be converted [Плохое значение fullTime "
+        "(==0)]; the recording of 'a.ZU' ends early, a continuation file cannot be read: the file ends "
+        "within "
+        "its header; was the copy interrupted? [Ошибка обработки файла a.ZU [Ошибка при чтении файла "
+        "[ZuFileHeader]], окончание осциллограммы некорректно]\n");
 }
 
 TEST(Batch, ContinuationsOfGivenFilesArePassedOver)

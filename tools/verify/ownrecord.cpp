@@ -9,6 +9,8 @@
 #include "verify/stamp.h"
 #include "zucmtr/texts.h"
 
+#include <explain/system.h>
+
 #include <QFile>
 #include <QTextCodec>
 
@@ -51,7 +53,7 @@ bool IsThere(const QString& path)
     if (stat(QFile::encodeName(path).constData(), &status) != 0) {
         if (errno == ENOENT)
             return false;
-        Unreadable(path, qt_error_string(errno));
+        Unreadable(path, explain::SystemText(errno));
     }
     if (!S_ISREG(status.st_mode))
         throw Mismatch(Tr("verify", "'%1' is not a file").arg(path));
@@ -61,7 +63,7 @@ bool IsThere(const QString& path)
 void Open(QFile& file)
 {
     if (!file.open(QIODevice::ReadOnly))
-        Unreadable(file.fileName(), file.errorString());
+        Unreadable(file.fileName(), explain::SystemText(file.errorString()));
 }
 
 QByteArray Read(QFile& file, qint64 most)
@@ -69,7 +71,7 @@ QByteArray Read(QFile& file, qint64 most)
     QByteArray result(static_cast<int>(most), Qt::Uninitialized);
     const qint64 count = file.read(result.data(), most);
     if (count < 0)
-        Unreadable(file.fileName(), file.errorString());
+        Unreadable(file.fileName(), explain::SystemText(file.errorString()));
     result.truncate(static_cast<int>(count));
     return result;
 }
@@ -106,7 +108,7 @@ qint64 WrittenSize(const DataPlace& place, qint64 most)
     QFile file(place.path);
     Open(file);
     if (!file.seek(place.begin))
-        Unreadable(place.path, file.errorString());
+        Unreadable(place.path, explain::SystemText(file.errorString()));
     qint64 written = 0;
     for (qint64 position = 0; position < most;) {
         const QByteArray block = Read(file, std::min<qint64>(most - position, 1 << 20));

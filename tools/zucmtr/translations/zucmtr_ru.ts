@@ -8,10 +8,6 @@
         <translation>; она уже была на месте</translation>
     </message>
     <message>
-        <source>%1: its record would replace that of %2, which has the same name; convert them into different directories</source>
-        <translation>%1: запись COMTRADE заменила бы запись %2 с тем же именем; преобразуйте их в разные каталоги</translation>
-    </message>
-    <message>
         <source>%1: its record replaced that of %2, which has the same name; convert them into different directories</source>
         <translation>%1: запись COMTRADE заменила запись %2 с тем же именем; преобразуйте их в разные каталоги</translation>
     </message>
@@ -38,6 +34,14 @@
     <message>
         <source>%1 recordings: %2; %3 s</source>
         <translation>осциллограмм: %1; %2; %3 с</translation>
+    </message>
+    <message>
+        <source>%1: its record would have the name of that of %2; unless both are the same recording, convert them into different directories</source>
+        <translation>%1: имя записи COMTRADE было бы то же, что у %2; если это не одна и та же осциллограмма, преобразуйте их в разные каталоги</translation>
+    </message>
+    <message>
+        <source>%1 there already</source>
+        <translation>уже были: %1</translation>
     </message>
 </context>
 <context>
@@ -297,6 +301,14 @@ Example, with the sample station:
 Пример с учебной станцией:
   zucmtr sample --out station --force
   zucmtr check station/ZuDrv.ini station/*.ZU</translation>
+    </message>
+    <message>
+        <source>it is in %1, not in UTF-8; the converter reads it right because of its byte order mark, but other programs may not; rewrite it: iconv -f %1 -t UTF-8 old.ini &gt; new.ini</source>
+        <translation>файл в кодировке %1, а не UTF-8; преобразователь читает его верно благодаря метке порядка байтов, но другие программы могут не прочитать; перекодируйте: iconv -f %1 -t UTF-8 old.ini &gt; new.ini</translation>
+    </message>
+    <message>
+        <source>it is in %1, not in UTF-8; the converter takes it as UTF-8 and finds none of its keys, so that no section loads; rewrite it: iconv -f %1 -t UTF-8 old.ini &gt; new.ini</source>
+        <translation>файл в кодировке %1, а не UTF-8; преобразователь принимает его за UTF-8 и не находит ни одного ключа, поэтому ни одна секция не загружается; перекодируйте: iconv -f %1 -t UTF-8 old.ini &gt; new.ini</translation>
     </message>
 </context>
 <context>
@@ -663,10 +675,6 @@ Example, with the sample station:
         <translation>Создать каталог --out, если его нет</translation>
     </message>
     <message>
-        <source>Look for recordings in the directories below the given ones, too</source>
-        <translation>Искать осциллограммы и во вложенных каталогах</translation>
-    </message>
-    <message>
         <source>Recordings to convert at once; 0: as many as there are processors. Default: 1</source>
         <translation>Сколько осциллограмм преобразовывать одновременно; 0: по числу процессоров. По умолчанию 1</translation>
     </message>
@@ -737,6 +745,38 @@ Ctrl-C завершает работу после начатых осцилло�
     <message>
         <source>warnings and notes on section [%1] of &apos;%2&apos;:</source>
         <translation>предупреждения и замечания к секции [%1] файла «%2»:</translation>
+    </message>
+    <message>
+        <source>--remove-source and --archive need a record that is on the disk; leave --no-sync out</source>
+        <translation>для --remove-source и --archive нужна запись, сохранённая на диске; уберите --no-sync</translation>
+    </message>
+    <message>
+        <source>the run ends here, since there is no room left on the disk: recordings not begun: %1; make room, then give the same command again</source>
+        <translation>работа прекращена, так как на диске нет места; не начато осциллограмм: %1; освободите место и повторите ту же команду</translation>
+    </message>
+    <message>
+        <source>Look for recordings in the directories below the given ones, too; their records go to directories of the same names below --out</source>
+        <translation>Искать осциллограммы и во вложенных каталогах; их записи попадают в одноимённые каталоги внутри --out</translation>
+    </message>
+    <message>
+        <source>Put all records into the directory of --out itself</source>
+        <translation>Складывать все записи в сам каталог --out</translation>
+    </message>
+    <message>
+        <source>Convert also where the record is there already and is right</source>
+        <translation>Преобразовывать и тогда, когда верная запись уже есть</translation>
+    </message>
+    <message>
+        <source>Replace the record of another recording that has the same name</source>
+        <translation>Заменять запись другой осциллограммы с тем же именем</translation>
+    </message>
+    <message>
+        <source>Report a record only when it is on the disk, so that a power failure leaves it whole; the default with --remove-source and --archive</source>
+        <translation>Сообщать о записи, лишь когда она сохранена на диске, чтобы сбой питания её не испортил; по умолчанию при --remove-source и --archive</translation>
+    </message>
+    <message>
+        <source>Leave it to the system when records reach the disk (the default)</source>
+        <translation>Оставить системе, когда сохранять записи на диск (по умолчанию)</translation>
     </message>
 </context>
 <context>
@@ -950,6 +990,22 @@ Example, with the sample station:
     <message>
         <source>it is no COMTRADE record: its content is a recording&apos;s; give it the ending .ZU</source>
         <translation>это не запись COMTRADE: по содержимому это осциллограмма; дайте файлу расширение .ZU</translation>
+    </message>
+    <message>
+        <source>cut off: %1 of at least %2 bytes, in its header</source>
+        <translation>файл обрезан: %1 байт из не менее чем %2, в заголовке</translation>
+    </message>
+    <message>
+        <source>cut off: %1 of at least %2 bytes, after %3 of its %4 channels</source>
+        <translation>файл обрезан: %1 байт из не менее чем %2, каналов в нём: %3 из %4</translation>
+    </message>
+    <message>
+        <source>cut off: %1 of %2 bytes, in channel &apos;%3&apos;</source>
+        <translation>файл обрезан: %1 байт из %2, в канале «%3»</translation>
+    </message>
+    <message>
+        <source>cut off: %1 of at least %2 bytes, in channel &apos;%3&apos;</source>
+        <translation>файл обрезан: %1 байт из не менее чем %2, в канале «%3»</translation>
     </message>
 </context>
 <context>
@@ -2113,6 +2169,10 @@ Example:
         <source>Invalid argument</source>
         <translation>недопустимый аргумент</translation>
     </message>
+    <message>
+        <source>the system gives no reason</source>
+        <translation>система не сообщает причину</translation>
+    </message>
 </context>
 <context>
     <name>values</name>
@@ -2653,16 +2713,8 @@ SIGTERM и Ctrl-C завершают работу после начатой ос
         <translation>не хватает памяти; дайте больше ключом --max-memory или меньше осциллограмм одновременно ключом --jobs</translation>
     </message>
     <message>
-        <source>not converted: &apos;%1&apos; is there already and is not the record of this recording (%2); move it away, or choose another directory by --out</source>
-        <translation>не преобразована: «%1» уже есть и это запись не этой осциллограммы (%2); уберите её или выберите другой каталог ключом --out</translation>
-    </message>
-    <message>
         <source>not converted: %1</source>
         <translation>не преобразована: %1</translation>
-    </message>
-    <message>
-        <source>converted, but the record is not right: %1; the recording is kept</source>
-        <translation>преобразована, но запись неверна: %1; осциллограмма сохранена</translation>
     </message>
     <message>
         <source>the record was read, but could not be compared: the recording is deleted</source>
