@@ -1,6 +1,5 @@
 #include "convertcommand.h"
 
-#include "asidefiles.h"
 #include "batch.h"
 #include "batchreport.h"
 #include "checks.h"
@@ -8,6 +7,7 @@
 #include "deviceoptions.h"
 #include "host.h"
 #include "interrupt.h"
+#include "leftovers.h"
 #include "memorylimit.h"
 #include "progress.h"
 #include "recordinglist.h"
@@ -152,6 +152,8 @@ int Convert(const ConvertOptions& options, const RecordingList& list,
             [&](size_t done) { progress.Show(done); });
     progress.Hide();
     TellNotBegun(batch.NotBegunForRoom());
+    if (!options.dryRun)
+        ReportOrphans(list);
     if (!options.quiet)
         report.Summarise(std::chrono::duration<double>(Clock::now() - start).count());
     if (interrupt::Came())
@@ -181,21 +183,6 @@ int RefuseAll(const ConvertOptions& options, RecordingList list)
     return Convert(options, list, none);
 }
 
-// Files that a run which was killed has left aside are recordings again.
-void BringBack(const ConvertOptions& options)
-{
-    const sourcefiles::Recovered recovered = sourcefiles::RecoverAll(Texts(options.files), options.recursive);
-    for (const QString& path : recovered.back)
-        Complain(
-            Tr("convert", "%1: is back under its name; a run that was ended had moved it aside").arg(path));
-    for (const QString& path : recovered.removed)
-        Complain(
-            Tr("convert", "%1: removed, as the run that put its recording away was ended before it could")
-                .arg(path));
-    for (const QString& note : recovered.notes)
-        Complain(note);
-}
-
 int RunConvert(const ConvertOptions& options)
 {
     CheckCombination(options);
@@ -203,7 +190,8 @@ int RunConvert(const ConvertOptions& options)
     if (!options.work.archive.empty())
         excluded << Text(options.work.archive);
     if (!options.dryRun)
-        BringBack(options);
+        ClearLeftovers(Texts(options.files), options.recursive, Text(options.out),
+                       Text(options.work.archive));
     const RecordingList list = CollectRecordings(Texts(options.files), options.recursive, excluded);
     const std::vector<Recording> convertible = Convertible(list.recordings);
     DeviceChoice choice = ChoiceOf(options.device);
