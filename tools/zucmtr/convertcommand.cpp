@@ -7,6 +7,7 @@
 #include "deviceoptions.h"
 #include "host.h"
 #include "interrupt.h"
+#include "leftovers.h"
 #include "memorylimit.h"
 #include "progress.h"
 #include "recordinglist.h"
@@ -151,6 +152,8 @@ int Convert(const ConvertOptions& options, const RecordingList& list,
             [&](size_t done) { progress.Show(done); });
     progress.Hide();
     TellNotBegun(batch.NotBegunForRoom());
+    if (!options.dryRun)
+        ReportOrphans(list);
     if (!options.quiet)
         report.Summarise(std::chrono::duration<double>(Clock::now() - start).count());
     if (interrupt::Came())
@@ -186,6 +189,9 @@ int RunConvert(const ConvertOptions& options)
     QStringList excluded;
     if (!options.work.archive.empty())
         excluded << Text(options.work.archive);
+    if (!options.dryRun)
+        ClearLeftovers(Texts(options.files), options.recursive, Text(options.out),
+                       Text(options.work.archive));
     const RecordingList list = CollectRecordings(Texts(options.files), options.recursive, excluded);
     const std::vector<Recording> convertible = Convertible(list.recordings);
     DeviceChoice choice = ChoiceOf(options.device);

@@ -1,5 +1,6 @@
 #include "worker.h"
 
+#include "archivecopies.h"
 #include "chainfiles.h"
 #include "command.h"
 #include "sourcefiles.h"
@@ -207,6 +208,10 @@ void Worker::Try(BatchItem& item)
         ConvertUnseen(item);
         return;
     }
+    if (!cleaned.contains(item.directory)) {
+        Staging::RemoveLeft(item.directory);
+        cleaned.insert(item.directory);
+    }
     Job job(item.recording.path, item.directory);
     if (!TakePresent(item, job))
         Do(item, job);
@@ -349,7 +354,6 @@ bool Worker::Verify(BatchItem& item, Job& job)
 {
     try {
         item.sources = verifier.Check(item.recording.path, job.staging->Directory()).files;
-        item.verified = true;
         return true;
     } catch (const std::bad_alloc&) {
         throw;
@@ -452,6 +456,7 @@ bool Worker::Commit(BatchItem& item, Job& job)
     }
     job.staging->Commit(names, sync);
     item.written = true;
+    item.verified = order.verify;
     if (names.size() > item.files.size())
         item.files << item.directory + QLatin1Char('/') + names.last();
     if (pageError.isEmpty())
@@ -480,7 +485,7 @@ void Worker::WritePageBeside(BatchItem& item) const
     item.files << page;
 }
 
-void Worker::PutAway(BatchItem& item, Job& job) const
+void Worker::PutAway(BatchItem& item, Job& job)
 {
     if (!job.leftOut.isEmpty()) {
         item.notes << Tr("worker", "the recording is kept, as '%1' is not in the record").arg(job.leftOut);
@@ -496,6 +501,10 @@ void Worker::PutAway(BatchItem& item, Job& job) const
     QString directory = order.archive;
     if (!item.recording.below.isEmpty())
         directory += QLatin1Char('/') + item.recording.below;
+    if (!cleaned.contains(directory)) {
+        sourcefiles::RemoveParts(directory);
+        cleaned.insert(directory);
+    }
     sourcefiles::Archive(job.chain, directory);
     item.fate = SourceFate::Archived;
 }

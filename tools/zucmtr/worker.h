@@ -8,6 +8,8 @@
 
 #include <verify/verifier.h>
 
+#include <QSet>
+
 struct WorkOrder
 {
     QString out;              // directory of the records
@@ -63,7 +65,7 @@ private:
     QStringList WritePieces(Job& job, const QString& recordName, QString& pageError) const;
     bool Commit(BatchItem& item, Job& job);
     void WritePageBeside(BatchItem& item) const;
-    void PutAway(BatchItem& item, Job& job) const;
+    void PutAway(BatchItem& item, Job& job);
     void Name(BatchItem& item, const QString& recordName) const;
     QString DirectoryOf(const QString& top, const Recording& recording) const;
 
@@ -72,4 +74,5 @@ private:
     const WorkOrder order;
     verify::Verifier verifier;
     verify::Verifier present; // for records that were there before
+    QSet<QString> cleaned;    // directories in which nothing of killed runs is left
 };
