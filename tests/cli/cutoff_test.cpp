@@ -52,6 +52,21 @@ TEST(CutOff, IsSaidByEachCommand)
     }
 }
 
+TEST(CutOff, IsSaidInRussian)
+{
+    const Workplace place;
+    const QByteArray whole = Encode(TwoChannels());
+    const auto expect = [&](int size, const QString& text) {
+        place.Write("a.ZU", whole.left(size));
+        const Finished run = RunProgram(place.Path(), {"info", "a.ZU"}, {{"LC_ALL", "ru_RU.UTF-8"}});
+        EXPECT_TRUE(run.err.startsWith("zucmtr: a.ZU: " + text + " [")) << run.err;
+    };
+    expect(30478, "файл обрезан: 30\u00A0478 байт из 30\u00A0479, в канале «ВЛ 110:Ia»");
+    expect(346, "файл обрезан: 346 байт из не менее чем 349, в канале «ВЛ 110:KQC»");
+    expect(400, "файл обрезан: 400 байт из не менее чем 425, каналов в нём: 1 из 2");
+    expect(200, "файл обрезан: 200 байт из не менее чем 263, в заголовке");
+}
+
 TEST(CutOff, DamagedSizeIsNoEnd)
 {
     const Workplace place;

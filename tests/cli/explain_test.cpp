@@ -82,3 +82,12 @@ TEST(SystemText, IsFoundByNumberAndByText)
     EXPECT_EQ(explain::SystemText(QStringLiteral("Permission denied")), "Permission denied");
     EXPECT_EQ(explain::SystemText(QStringLiteral("Unable to rename")), "Unable to rename");
 }
+
+TEST(SystemText, IsNeverAnUnknownError)
+{
+    const QString unknown = "the system gives no reason";
+    EXPECT_EQ(explain::SystemText(QStringLiteral("Unknown error")), unknown); // as Qt has it
+    EXPECT_EQ(explain::SystemText(QString()), unknown);
+    EXPECT_EQ(explain::SystemText(0), unknown);
+    EXPECT_EQ(explain::SystemText(ENOSPC), "No space left on device");
+}

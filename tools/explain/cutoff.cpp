@@ -20,7 +20,8 @@ bool Read(QFile& file, Header& header)
 
 QString Bytes(qint64 count)
 {
-    return QLocale(QLocale::English).toString(count); // with "," between the thousands, in every language
+    // What stands between the thousands is a matter of the text's language, not of the user's region.
+    return QLocale(QLocale::English).toString(count).replace(QLatin1Char(','), Tr("file", ","));
 }
 
 const QTextCodec* CodecOf(const ZuFileHeader& header)

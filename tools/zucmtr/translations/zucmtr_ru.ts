@@ -1007,6 +1007,10 @@ Example, with the sample station:
         <source>cut off: %1 of at least %2 bytes, in channel &apos;%3&apos;</source>
         <translation>файл обрезан: %1 байт из не менее чем %2, в канале «%3»</translation>
     </message>
+    <message>
+        <source>,</source>
+        <translation> </translation>
+    </message>
 </context>
 <context>
     <name>help</name>
@@ -1378,6 +1382,9 @@ Example, with the sample station:
         <source>GB</source>
         <translation>ГБ</translation>
     </message>
+</context>
+<context>
+    <name>leftovers</name>
 </context>
 <context>
     <name>library</name>
