@@ -191,7 +191,7 @@ class Runs(unittest.TestCase):
         for name in (place.directory / "out").glob("*.cfg"):
             name.unlink()
             name.mkdir()
-        self.assertEqual(reasons(place.convert("c.ZU")), ["recordNotInPlace"])
+        self.assertEqual(reasons(place.convert("--replace", "c.ZU")), ["recordNotInPlace"])
 
     def test_lack_of_memory_has_its_word(self):
         place = self.place()

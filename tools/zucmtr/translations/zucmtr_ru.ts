@@ -349,6 +349,10 @@ Example, with the sample station:
         <source>%1: the directory &apos;%2&apos; cannot be made: %3; choose another one</source>
         <translation>%1: каталог «%2» не создаётся: %3; выберите другой</translation>
     </message>
+    <message>
+        <source>%1: &apos;%2&apos; is what is to be read; choose another name</source>
+        <translation>%1: «%2» — то, что надо прочитать; выберите другое имя</translation>
+    </message>
 </context>
 <context>
     <name>choice</name>
@@ -1009,7 +1013,7 @@ Example, with the sample station:
     </message>
     <message>
         <source>,</source>
-        <translation> </translation>
+        <translation>&#xa0;</translation>
     </message>
 </context>
 <context>
@@ -1385,6 +1389,18 @@ Example, with the sample station:
 </context>
 <context>
     <name>leftovers</name>
+    <message>
+        <source>%1: is back under its name; a run that was ended had moved it aside</source>
+        <translation>%1: файлу возвращено имя; его отложил прерванный запуск</translation>
+    </message>
+    <message>
+        <source>%1: removed, as its recording was put away by a run that was ended before it could</source>
+        <translation>%1: удалён: осциллограмму убрал запуск, прерванный прежде, чем он это сделал</translation>
+    </message>
+    <message>
+        <source>%1: continues a recording whose first file is not there; bring that back, or put this file to the rest of its recording</source>
+        <translation>%1: продолжает осциллограмму, первого файла которой нет; верните его или положите этот файл к остальным файлам осциллограммы</translation>
+    </message>
 </context>
 <context>
     <name>library</name>
@@ -2730,6 +2746,42 @@ SIGTERM и Ctrl-C завершают работу после начатой ос
     <message>
         <source>converted, but its page could not be written: %1; the recording is kept</source>
         <translation>преобразована, но страница не записывается: %1; осциллограмма сохранена</translation>
+    </message>
+    <message>
+        <source>the directory &apos;%1&apos; cannot be made; check the permissions of those above it</source>
+        <translation>каталог «%1» создать нельзя; проверьте права на каталоги выше</translation>
+    </message>
+    <message>
+        <source>not converted: %1; free some</source>
+        <translation>не преобразована: %1; освободите место</translation>
+    </message>
+    <message>
+        <source>converted, but the record is not right: %1; the recording is deleted</source>
+        <translation>преобразована, но запись неверна: %1; осциллограмма удалена</translation>
+    </message>
+    <message>
+        <source>not converted: &apos;%1&apos; is there already and is not the record of this recording (%2); move it away, choose another directory by --out, or replace it by --replace</source>
+        <translation>не преобразована: «%1» уже есть, и это не запись этой осциллограммы (%2); уберите её, укажите другой каталог в --out или замените её с --replace</translation>
+    </message>
+    <message>
+        <source>not converted: the record that was written is not right: %1</source>
+        <translation>не преобразована: записано неверно: %1</translation>
+    </message>
+    <message>
+        <source>not converted: &apos;%1&apos; could not be read at first; convert again</source>
+        <translation>не преобразована: «%1» сначала не удалось прочитать; преобразуйте ещё раз</translation>
+    </message>
+    <message>
+        <source>not converted: the recording changed meanwhile: %1; convert again</source>
+        <translation>не преобразована: осциллограмма за это время изменилась: %1; преобразуйте ещё раз</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is a directory</source>
+        <translation>«%1» — каталог</translation>
+    </message>
+    <message>
+        <source>the recording is kept, as &apos;%1&apos; is not in the record</source>
+        <translation>осциллограмма оставлена: «%1» в запись не вошёл</translation>
     </message>
 </context>
 </TS>
