@@ -108,7 +108,7 @@ bool Watch::IsDone() const
 {
     if (trouble.IsOn() && (waiting.isEmpty() || troublesInRow == 0 || troublesInRow >= troublesBorne))
         return true;
-    return waiting.isEmpty() && !input.WaitsForFirstFiles();
+    return waiting.isEmpty() && !input.NeedsAnotherLook();
 }
 
 void Watch::Look()
@@ -389,7 +389,7 @@ void Watch::Sleep()
     for (const Waiting& one : waiting)
         end = std::min(end, trouble.IsOn() && !order.once ? std::max(one.due, trouble.Next()) : one.due);
     while (!input.IsTimeToLook() && !interrupt::Came() && Clock::now() < end)
-        input.Wait(end);
+        input.Wait(std::min(end, input.NextLook()));
 }
 
 void Watch::TellStatus() const

@@ -18,7 +18,7 @@
 
 namespace {
 
-constexpr std::chrono::milliseconds longestWait{1000};
+constexpr std::chrono::milliseconds longestWait{200}; // a signal may come just before
 
 // A scan of very many files takes long: so many times as long nothing is scanned afterwards, at least. When
 // nothing is new that is a share of the processor of less than 5 %.
@@ -45,12 +45,12 @@ QByteArray StateOf(const Scan& scan)
 
 bool WatchInput::IsTimeToLook() const
 {
-    return Clock::now() >= (changed ? lookAgain : NextLook());
+    return Clock::now() >= NextLook();
 }
 
 WatchInput::Clock::time_point WatchInput::NextLook() const
 {
-    Clock::time_point next = rescan;
+    Clock::time_point next = changed ? lookAgain : rescan;
     for (const Orphan& orphan : orphans) {
         if (!orphan.isTold)
             next = std::min(next, std::max(orphan.due, lookAgain));
@@ -91,9 +91,10 @@ void WatchInput::Wait(Clock::time_point until)
         changed = true;
 }
 
-bool WatchInput::WaitsForFirstFiles() const
+bool WatchInput::NeedsAnotherLook() const
 {
-    return std::any_of(orphans.begin(), orphans.end(), [](const Orphan& orphan) { return !orphan.isTold; });
+    return isBack ||
+           std::any_of(orphans.begin(), orphans.end(), [](const Orphan& orphan) { return !orphan.isTold; });
 }
 
 // In the spelling of the command line.
@@ -209,7 +210,8 @@ void WatchInput::TellLeft(const QStringList& directories)
         if (isFirst && !order.archive.isEmpty())
             all.removed += sourcefiles::RemoveParts(ArchiveOf(directory));
     }
-    changed = changed || !all.back.isEmpty();
+    isBack = !all.back.isEmpty();
+    changed = changed || isBack;
     if (all.back.isEmpty() && all.removed.isEmpty() && (all.notes.isEmpty() || !isFirst))
         return;
     QStringList back;

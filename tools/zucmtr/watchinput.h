@@ -37,8 +37,9 @@ public:
     /// Whether every directory and name could be read.
     bool IsWhole() const { return unreadable.isEmpty(); }
 
-    /// Whether a continuation file is not reported yet, as its first file may still come.
-    bool WaitsForFirstFiles() const;
+    /// Whether another scan has to come: files got their names back, or a continuation file is not reported
+    /// yet, as its first file may still come.
+    bool NeedsAnotherLook() const;
 
 private:
     // A continuation file without a first file.
@@ -62,6 +63,7 @@ private:
     DirectoryEvents events;
     bool isFirst = true;
     bool changed = false; // something was heard
+    bool isBack = false;  // files got their names back
     bool isNew = false;   // the last scan found what the one before had not
     QByteArray state;     // of what the last scan found
     Clock::time_point start{};
