@@ -17,7 +17,7 @@ constexpr uint32_t events = IN_CREATE | IN_DELETE | IN_MOVED_FROM | IN_MOVED_TO 
 
 } // namespace
 
-DirectoryEvents::DirectoryEvents() : queue(inotify_init1(IN_CLOEXEC | IN_NONBLOCK)), reason(errno) {}
+DirectoryEvents::DirectoryEvents() : queue(inotify_init1(IN_CLOEXEC | IN_NONBLOCK)) {}
 
 // The system gives a directory that is watched already the same number again. So this also finds that another
 // directory has taken the name of one.
@@ -37,7 +37,6 @@ bool DirectoryEvents::Watch(const QStringList& directories)
             fresh = fresh || !watches.contains(number);
             now.insert(number);
         } else if (errno == ENOSPC || errno == ENOMEM) { // others, as that it is gone, the scan reports
-            reason = errno;
             ++unwatched;
         }
     }

@@ -18,9 +18,8 @@ public:
     /// it until now was not heard.
     bool Watch(const QStringList& directories);
 
-    /// How many of them the system does not watch, and why (errno).
+    /// How many of them the system does not watch, as its limit is reached.
     int Unwatched() const { return unwatched; }
-    int Reason() const { return reason; }
 
     /// Waits until something happens, a signal comes or the time is over. True if something has happened.
     bool Wait(std::chrono::milliseconds time);
@@ -29,5 +28,4 @@ private:
     systemfile::Descriptor queue;
     QSet<int> watches;
     int unwatched = 0;
-    int reason = 0;
 };

@@ -3,7 +3,6 @@
 #include "archivecopies.h"
 #include "asidefiles.h"
 #include "chainfiles.h"
-#include "explain/system.h"
 #include "systemfile.h"
 #include "texts.h"
 #include "watch.h"
@@ -20,10 +19,11 @@ namespace {
 
 constexpr std::chrono::milliseconds longestWait{200}; // a signal may come just before
 
-// A scan of very many files takes long: so many times as long nothing is scanned afterwards, at least. When
-// nothing is new that is a share of the processor of less than 5 %.
-constexpr int restAfterNews = 4;
-constexpr int restAfterNothing = 25;
+// A scan of very many files takes long: so many times as long nothing is scanned afterwards, at least. The
+// long rest is a share of the processor well below 5 %; the short one holds while recordings come, and for
+// the first thing that is heard.
+constexpr int shortRest = 4;
+constexpr int longRest = 40;
 
 // So many of a kind are reported one by one; more of them in one event with some examples.
 constexpr int mostSingle = 3;
@@ -61,6 +61,7 @@ WatchInput::Clock::time_point WatchInput::NextLook() const
 std::vector<Chain> WatchInput::Look()
 {
     start = Clock::now();
+    hasHeard = changed;
     changed = false;
     Scan scan = ScanDirectories(order.directories, order.recursive, order.excluded);
     if (events.Watch(scan.directories))
@@ -79,8 +80,8 @@ std::vector<Chain> WatchInput::Look()
 void WatchInput::Looked()
 {
     const Clock::time_point end = Clock::now();
-    lookAgain = end + (end - start) * (isNew ? restAfterNews : restAfterNothing);
-    rescan = std::max(lookAgain, end + order.rescan);
+    lookAgain = end + (end - start) * (isNew || !hasHeard ? shortRest : longRest);
+    rescan = std::max(end + (end - start) * (isNew ? shortRest : longRest), end + order.rescan);
 }
 
 void WatchInput::Wait(Clock::time_point until)
@@ -158,11 +159,12 @@ void WatchInput::TellUnwatched()
     if (isUnwatchedTold || events.Unwatched() == 0)
         return;
     isUnwatchedTold = true;
-    const QString text = Tr("watch", "the system watches no more directories (%1); they are scanned every %2 "
-                                     "seconds or more; raise fs.inotify.max_user_watches");
+    const QString text =
+        Tr("watch", "the system reports no changes of this many directories, as its limit is "
+                    "reached; they are scanned every %1 seconds or more; raise "
+                    "fs.inotify.max_user_watches");
     watchevents::Tell("unwatched", {{"count", events.Unwatched()},
-                                    {"text", text.arg(explain::SystemText(events.Reason()))
-                                                 .arg(std::chrono::duration<double>(order.rescan).count())}});
+                                    {"text", text.arg(std::chrono::duration<double>(order.rescan).count())}});
 }
 
 void WatchInput::TellOrphans(const QStringList& directories)

@@ -62,10 +62,11 @@ private:
     const WatchOrder& order;
     DirectoryEvents events;
     bool isFirst = true;
-    bool changed = false; // something was heard
-    bool isBack = false;  // files got their names back
-    bool isNew = false;   // the last scan found what the one before had not
-    QByteArray state;     // of what the last scan found
+    bool changed = false;  // something was heard
+    bool hasHeard = false; // before the last scan
+    bool isBack = false;   // files got their names back
+    bool isNew = false;    // the last scan found what the one before had not
+    QByteArray state;      // of what the last scan found
     Clock::time_point start{};
     Clock::time_point lookAgain{}; // not before, whatever has changed
     Clock::time_point rescan{};    // then in any case
