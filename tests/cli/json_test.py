@@ -151,7 +151,8 @@ class Runs(unittest.TestCase):
     # zucmtr convert
 
     def test_convert_recordings_that_succeed(self):
-        place = self.place(a=recording(), b=recording(minutes=1), c=recording(minutes=1), d=recording(minutes=2))
+        place = self.place(a=recording(), b=recording(minutes=1), c=recording([analog()], minutes=1),
+                           d=recording(minutes=2))
         place.write("a.Z01", recording())
         (planned,) = place.convert("--dry-run", "a.ZU")
         self.assertEqual(planned["status"], "planned")
@@ -160,7 +161,8 @@ class Runs(unittest.TestCase):
         (present,) = place.convert("--remove-source", "a.ZU")
         self.assertEqual((present["status"], present["source"], present["sources"]),
                          ("present", "removed", ["a.ZU", "a.Z01"]))
-        self.assertEqual([one.get("replaced") for one in place.convert("b.ZU", "c.ZU")], [None, "b.ZU"])
+        self.assertEqual([one.get("replaced") for one in place.convert("--replace", "b.ZU", "c.ZU")],
+                         [None, "b.ZU"])
         (place.directory / "archive").mkdir()
         (archived,) = place.convert("--archive", "archive", "d.ZU")
         self.assertEqual(archived["source"], "archived")

@@ -188,14 +188,17 @@ TEST(Watch, NameThatIsNotUtf8IsToldAndFails)
     EXPECT_EQ(Station::EventsIn(run.out, "unreadable", "path"), QStringList{QStringLiteral("in/\uFFFD.ZU")});
 }
 
-TEST(Watch, RecordThatTakesAnothersPlaceIsTold)
+TEST(Watch, RecordOfAnotherRecordingKeepsItsPlace)
 {
     const Station station;
     station.Write("in/a.ZU", Encode(ShortRecording(0)));
     EXPECT_EQ(station.Once().code, 0);
-    station.Write("in/b.ZU", Encode(ShortRecording(0)));
-    EXPECT_EQ(Station::EventsIn(station.Once().out, "converted", "replaced"),
-              QStringList{station.Path("in/a.ZU")});
+    recorderfile::Recording other = ShortRecording(0);
+    std::get<recorderfile::AnalogChannel>(other.sections[0]).samples[1] = 5;
+    station.Write("in/b.ZU", Encode(other));
+    const Finished run = station.Once();
+    EXPECT_EQ(run.code, 1);
+    EXPECT_EQ(Station::EventsIn(run.out, "failed", "reason"), QStringList{"otherRecordPresent"});
 }
 
 // The power may have failed as often, or somebody may have ended the program.

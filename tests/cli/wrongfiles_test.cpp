@@ -186,12 +186,6 @@ INSTANTIATE_TEST_SUITE_P(
               1,
               "rec.Z01: it continues a recording; give the first file rec.ZU instead",
               "rec.Z01: файл продолжает осциллограмму; укажите вместо него первый файл rec.ZU"},
-        Wrong{{"view", "cut.ZU"},
-              1,
-              "cut.ZU: the file ends before all the channels that its header promises; was the copy "
-              "interrupted?",
-              "cut.ZU: файл обрывается раньше, чем кончаются каналы, указанные в заголовке; не прервано ли "
-              "копирование?"},
         Wrong{{"view", "--ini", "my.ini", "--device", "No", "rec.ZU"},
               2,
               "--device: 'my.ini' has no section [No]; it has [Default], [Vostochnaya]",

@@ -225,22 +225,19 @@ TEST(OwnRecord, OfOtherChannelsIsForeign)
     }
 }
 
-TEST(OwnRecord, MayDifferInAHundredthOfAChannel)
+TEST(OwnRecord, MayDifferInAThousandthOfAChannel)
 {
     for (const char* lines : {"", "Тип Comtrade BIN=1"}) {
         const Scene scene(lines, LongRecording());
-        EXPECT_EQ(scene.Find(Scene(lines, WithOtherCodes(2, 10)).Out()).state, RecordState::Own);
-        EXPECT_EQ(scene.Find(Scene(lines, WithOtherCodes(2, 11)).Out()).state, RecordState::Foreign);
+        EXPECT_EQ(scene.Find(Scene(lines, WithOtherCodes(2, 1)).Out()).state, RecordState::Own);
+        EXPECT_EQ(scene.Find(Scene(lines, WithOtherCodes(2, 2)).Out()).state, RecordState::Foreign);
     }
 }
 
-TEST(OwnRecord, MayDifferInTwoValuesOfAllItsChannelsIfItIsShort)
+TEST(OwnRecord, OfAFewSamplesMayNotDifferAtAll)
 {
     Segments other = SmallRecording();
     ChannelOf<AnalogChannel>(other[0], 0).samples[1] = 1000;
-    ChannelOf<AnalogChannel>(other[0], 1).samples[1] = 1000;
-    EXPECT_EQ(Between(other, SmallRecording()).state, RecordState::Own);
-    ChannelOf<AnalogChannel>(other[0], 2).samples[1] = 1000;
     EXPECT_EQ(Between(other, SmallRecording()).state, RecordState::Foreign);
 }
 
@@ -256,10 +253,10 @@ TEST(OwnRecord, WithAByteOfItsDataChangedIsReplaced)
     for (const Form& form : AllForms()) {
         if (form.cff)
             continue;
-        const Scene scene(form.lines, SmallRecording());
+        const Scene scene(form.lines, LongRecording());
         const Copy copy(scene);
         const QByteArray bytes = copy.Bytes("dat");
-        for (int i = 0; i < bytes.size(); i += 3) {
+        for (int i = 0; i < bytes.size(); i += bytes.size() / 97) {
             QByteArray changed = bytes;
             changed[i] = static_cast<char>(changed.at(i) ^ 1);
             copy.Write("dat", changed);

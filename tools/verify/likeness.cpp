@@ -14,18 +14,17 @@ namespace verify {
 
 namespace {
 
-// Channels of which this many values differ, or this part of them, are damaged and not another's: two
-// recordings differ nearly everywhere, damaged bits are few. To take another's record for a damaged one would
-// lose it; to take a damaged one for another's costs a question.
-constexpr qint64 FewValues = 2;
-constexpr qint64 SmallPart = 100; // one of so many
+// Channels of which no greater part differs are damaged and not another's: two recordings differ nearly
+// everywhere, damaged bits are few. To take another's record for a damaged one would lose it; to take a
+// damaged one for another's costs a question.
+constexpr qint64 SmallPart = 1000; // one of so many
 
 // As many lines in a row that cannot be read end the data.
 constexpr int MostBadLines = 16;
 
 bool IsTooMuch(qint64 differing, qint64 values)
 {
-    return differing > std::max(FewValues, values / SmallPart);
+    return differing > (values + SmallPart / 2) / SmallPart;
 }
 
 // A code in one form for both forms of data, which write a missing one each in its way.

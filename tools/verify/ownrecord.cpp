@@ -9,6 +9,8 @@
 #include "verify/stamp.h"
 #include "zucmtr/texts.h"
 
+#include <explain/system.h>
+
 #include <QFile>
 #include <QTextCodec>
 
@@ -51,7 +53,7 @@ bool IsThere(const QString& path)
     if (stat(QFile::encodeName(path).constData(), &status) != 0) {
         if (errno == ENOENT)
             return false;
-        Unreadable(path, qt_error_string(errno));
+        Unreadable(path, explain::SystemText(errno));
     }
     if (!S_ISREG(status.st_mode))
         throw Mismatch(Tr("verify", "'%1' is not a file").arg(path));
@@ -61,7 +63,7 @@ bool IsThere(const QString& path)
 void Open(QFile& file)
 {
     if (!file.open(QIODevice::ReadOnly))
-        Unreadable(file.fileName(), file.errorString());
+        Unreadable(file.fileName(), explain::SystemText(file.errorString()));
 }
 
 QByteArray Read(QFile& file, qint64 most)
@@ -69,7 +71,7 @@ QByteArray Read(QFile& file, qint64 most)
     QByteArray result(static_cast<int>(most), Qt::Uninitialized);
     const qint64 count = file.read(result.data(), most);
     if (count < 0)
-        Unreadable(file.fileName(), file.errorString());
+        Unreadable(file.fileName(), explain::SystemText(file.errorString()));
     result.truncate(static_cast<int>(count));
     return result;
 }
@@ -91,6 +93,14 @@ qint64 MostData(const Source& source)
     return (source.TotalSamples() + 2) * (128 + 32 * (analog + states));
 }
 
+// Of binary data; no line of ASCII data is shorter by much.
+qint64 BytesOfRecord(const Source& source)
+{
+    const auto analog = static_cast<qint64>(source.AnalogCount());
+    const auto states = static_cast<qint64>(source.StateCount());
+    return 8 + 2 * analog + 2 * ((states + 15) / 16);
+}
+
 // Bytes up to the last that is not zero: after a power failure zeros stand for what was not written. A disk
 // that fails is noticed here: that is no reason to replace what is on it.
 qint64 WrittenSize(const DataPlace& place, qint64 most)
@@ -98,7 +108,7 @@ qint64 WrittenSize(const DataPlace& place, qint64 most)
     QFile file(place.path);
     Open(file);
     if (!file.seek(place.begin))
-        Unreadable(place.path, file.errorString());
+        Unreadable(place.path, explain::SystemText(file.errorString()));
     qint64 written = 0;
     for (qint64 position = 0; position < most;) {
         const QByteArray block = Read(file, std::min<qint64>(most - position, 1 << 20));
@@ -117,6 +127,9 @@ void TakeData(Remains& remains, const DataPlace& place, const Source& source)
 {
     const qint64 size = QFile(place.path).size() - place.begin;
     const qint64 written = WrittenSize(place, MostData(source));
+    // A part of the first record says nothing.
+    if (written < size && written < BytesOfRecord(source))
+        return;
     if (written > 0)
         remains.data = place;
     if (written > 0 && written < size)

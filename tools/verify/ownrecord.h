@@ -31,8 +31,8 @@ struct Standing
 /// where that is absent. Reads no more than the recording can fill. Nothing is thrown but std::bad_alloc.
 ///
 /// A record is the recording's if its stamps are, if it has as many channels and no more samples, and if its
-/// columns hold the samples of the recording's channels, in whatever order. At most one value in a hundred,
-/// of all and of each channel, may differ, or two: those are damaged bits. A configuration that cannot be
+/// columns hold the samples of the recording's channels, in whatever order. At most one value in a
+/// thousand, of all and of each channel, may differ: those are damaged bits. A configuration that cannot be
 /// read leaves the decision to the data.
 Standing StandingOf(const Source& source, const QString& directory);
 

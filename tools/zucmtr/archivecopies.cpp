@@ -67,7 +67,7 @@ int WriteAll(const Descriptor& file, const char* bytes, size_t count)
 
 int CopyContent(const Descriptor& from, const Descriptor& to)
 {
-    std::array<char, 64 * 1024> buffer{};
+    std::array<char, 1 << 16> buffer{};
     for (off_t at = 0;;) {
         const ssize_t count = pread(from.Number(), buffer.data(), buffer.size(), at);
         if (count < 0 && errno == EINTR)
@@ -193,7 +193,7 @@ void ArchiveCopies::Place()
 
 void ArchiveCopies::PlaceOne(size_t number)
 {
-    ClearPart(PartOf(TargetOf(number)));
+    ClearPart(number);
     if (states[number] == State::Missing) {
         const int error = Link(number);
         const bool noSecondNames =
@@ -209,12 +209,17 @@ void ArchiveCopies::PlaceOne(size_t number)
 }
 
 // A part may be the rest of a killed run, or another program may be at work.
-void ArchiveCopies::ClearPart(const QString& part) const
+void ArchiveCopies::ClearPart(size_t number) const
 {
+    const QString part = PartOf(TargetOf(number));
+    systemfile::Identity there;
     if (!systemfile::IsTaken(part))
         return;
+    // A second name of the recording itself is locked as the recording is: by this program.
+    const bool isSecondName =
+        systemfile::Identify(part, there, systemfile::Links::Kept) == 0 && there.IsSameFile(chain.Of(number));
     Descriptor held;
-    if (!systemfile::TakeAbandoned(part, held))
+    if (!isSecondName && !systemfile::TakeAbandoned(part, held))
         throw Error(
             Trouble::Changed,
             Tr("sources", "another program is writing '%1'; the recording is where it was").arg(part));

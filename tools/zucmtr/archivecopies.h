@@ -52,7 +52,7 @@ private:
     void PlaceOne(size_t number);
     int Link(size_t number);
     void Copy(size_t number);
-    void ClearPart(const QString& part) const;
+    void ClearPart(size_t number) const;
     void FinishOne(size_t number);
     void SyncNames() const;
 

@@ -4,6 +4,7 @@
 #include "recordinglist.h"
 #include "texts.h"
 
+#include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
 
@@ -317,6 +318,32 @@ Recovered Recover(const QString& directory)
     for (auto& recording : recordings)
         recording.second.Recover(recovered);
     return recovered;
+}
+
+Recovered RecoverAll(const QStringList& arguments, bool recursive)
+{
+    QStringList directories;
+    for (const QString& argument : arguments) {
+        const QFileInfo info(argument);
+        if (!info.isDir()) {
+            directories << info.path();
+            continue;
+        }
+        directories << argument;
+        QDirIterator below(argument, QDir::Dirs | QDir::NoDotAndDotDot | QDir::NoSymLinks,
+                           recursive ? QDirIterator::Subdirectories : QDirIterator::NoIteratorFlags);
+        while (recursive && below.hasNext())
+            directories << below.next();
+    }
+    directories.removeDuplicates();
+    Recovered all;
+    for (const QString& directory : directories) {
+        const Recovered one = Recover(directory);
+        all.back << one.back;
+        all.removed << one.removed;
+        all.notes << one.notes;
+    }
+    return all;
 }
 
 } // namespace sourcefiles

@@ -74,4 +74,8 @@ struct Recovered
 /// files of that recording get other names, with a note. Files that a running program holds stay as they are.
 Recovered Recover(const QString& directory);
 
+/// The same for the directories in which recordings of a command line lie: those given, those of files that
+/// are given, and with `recursive` all below.
+Recovered RecoverAll(const QStringList& arguments, bool recursive);
+
 } // namespace sourcefiles

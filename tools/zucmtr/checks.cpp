@@ -7,6 +7,7 @@
 
 #include <explain/file.h>
 #include <explain/system.h>
+#include <inicheck/encoding.h>
 
 #include <QDir>
 #include <QFile>
@@ -87,6 +88,10 @@ void CheckIniFile(const QString& path)
     const QString reason = explain::Unreadable(path);
     if (!reason.isEmpty())
         throw ConfigurationError(QStringLiteral("--ini: %1: %2").arg(path, reason));
+    const std::optional<inicheck::Encoding> encoding = inicheck::OtherEncodingOf(path);
+    if (encoding && !encoding->isRecognised)
+        throw ConfigurationError(
+            QStringLiteral("--ini: %1: %2").arg(path, inicheck::EncodingText(*encoding)));
 }
 
 void CheckLogFile(const QString& path)

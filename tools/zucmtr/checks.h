@@ -15,7 +15,7 @@ QString CheckedOutputDirectory(const QString& path);
 /// Makes the directory and those above it, if it is not there.
 void MakeDirectory(const QString& option, const QString& path);
 
-/// The ini file must be a readable file.
+/// The ini file must be a readable file, in an encoding that the converter understands.
 void CheckIniFile(const QString& path);
 
 /// The log file must be one that can be appended to, or not exist yet in a directory that can be written to;

@@ -142,6 +142,24 @@ void Staging::Sync(const QStringList& names)
     }
 }
 
+bool Staging::IsDiskFull() const
+{
+    constexpr int room = 64 * 1024; // bytes
+    const QByteArray path = Own(QStringLiteral("room"));
+    const int file = open(path.constData(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
+    int code = file < 0 ? errno : 0;
+    if (file >= 0) {
+        const QByteArray block(4096, 'x');
+        for (int written = 0; written < room && code == 0; written += block.size()) {
+            if (write(file, block.constData(), static_cast<size_t>(block.size())) < 0)
+                code = errno;
+        }
+        close(file);
+        unlink(path.constData());
+    }
+    return code == ENOSPC || code == EDQUOT;
+}
+
 void Staging::Lock()
 {
     if (lock >= 0)

@@ -47,6 +47,10 @@ public:
     /// wait for it. Throws StagingError.
     void Sync(const QStringList& names);
 
+    /// Whether the disk has no room for another 64 KiB: asked when something here could not be written and
+    /// nobody can say why.
+    bool IsDiskFull() const;
+
     /// Waits until nobody else commits to out, and keeps it so until the object goes: what is seen at the
     /// final names from here on is what Commit replaces. On a file system without locks it does nothing.
     void Lock();

@@ -23,7 +23,7 @@ namespace systemfile {
 
 namespace {
 
-constexpr size_t block = 64 * 1024;
+constexpr size_t block = 1 << 16;
 
 std::int64_t Nanoseconds(const statx_timestamp& time)
 {

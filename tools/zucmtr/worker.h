@@ -8,7 +8,7 @@
 
 #include <verify/verifier.h>
 
-#include <memory>
+#include <QSet>
 
 struct WorkOrder
 {
@@ -47,20 +47,32 @@ public:
     BatchItem Work(const Recording& recording);
 
 private:
+    // A conversion under way: the recording's files, and the record before it has its final names.
+    struct Job;
+
     bool PutsAway() const { return order.removeSource || !order.archive.isEmpty(); }
-    void Do(BatchItem& item);
+    void Try(BatchItem& item);
     void Plan(BatchItem& item);
-    bool TakePresent(BatchItem& item, const QString& recordName);
-    void Convert(BatchItem& item);
-    void Verify(BatchItem& item);
-    void Compare(BatchItem& item);
-    void WritePage(BatchItem& item) const;
-    void PutAway(BatchItem& item) const;
+    void ConvertUnseen(BatchItem& item);
+    void Do(BatchItem& item, Job& job);
+    bool TakePresent(BatchItem& item, Job& job);
+    bool MayReplace(BatchItem& item, const verify::Presence& presence) const;
+    bool Convert(BatchItem& item, Job& job);
+    bool Verify(BatchItem& item, Job& job);
+    bool FindSources(BatchItem& item, Job& job);
+    bool CheckEnd(BatchItem& item, Job& job) const;
+    bool CheckUnchanged(BatchItem& item, Job& job) const;
+    QStringList WritePieces(Job& job, const QString& recordName, QString& pageError) const;
+    bool Commit(BatchItem& item, Job& job);
+    void WritePageBeside(BatchItem& item) const;
+    void PutAway(BatchItem& item, Job& job);
     void Name(BatchItem& item, const QString& recordName) const;
+    QString DirectoryOf(const QString& top, const Recording& recording) const;
 
     Host& host;
     const unsigned int device;
     const WorkOrder order;
     verify::Verifier verifier;
-    std::unique_ptr<verify::Verifier> present; // for records that were there before
+    verify::Verifier present; // for records that were there before
+    QSet<QString> cleaned;    // directories in which nothing of killed runs is left
 };

@@ -8,10 +8,6 @@
         <translation>; она уже была на месте</translation>
     </message>
     <message>
-        <source>%1: its record would replace that of %2, which has the same name; convert them into different directories</source>
-        <translation>%1: запись COMTRADE заменила бы запись %2 с тем же именем; преобразуйте их в разные каталоги</translation>
-    </message>
-    <message>
         <source>%1: its record replaced that of %2, which has the same name; convert them into different directories</source>
         <translation>%1: запись COMTRADE заменила запись %2 с тем же именем; преобразуйте их в разные каталоги</translation>
     </message>
@@ -38,6 +34,14 @@
     <message>
         <source>%1 recordings: %2; %3 s</source>
         <translation>осциллограмм: %1; %2; %3 с</translation>
+    </message>
+    <message>
+        <source>%1: its record would have the name of that of %2; unless both are the same recording, convert them into different directories</source>
+        <translation>%1: имя записи COMTRADE было бы то же, что у %2; если это не одна и та же осциллограмма, преобразуйте их в разные каталоги</translation>
+    </message>
+    <message>
+        <source>%1 there already</source>
+        <translation>уже были: %1</translation>
     </message>
 </context>
 <context>
@@ -297,6 +301,14 @@ Example, with the sample station:
 Пример с учебной станцией:
   zucmtr sample --out station --force
   zucmtr check station/ZuDrv.ini station/*.ZU</translation>
+    </message>
+    <message>
+        <source>it is in %1, not in UTF-8; the converter reads it right because of its byte order mark, but other programs may not; rewrite it: iconv -f %1 -t UTF-8 old.ini &gt; new.ini</source>
+        <translation>файл в кодировке %1, а не UTF-8; преобразователь читает его верно благодаря метке порядка байтов, но другие программы могут не прочитать; перекодируйте: iconv -f %1 -t UTF-8 old.ini &gt; new.ini</translation>
+    </message>
+    <message>
+        <source>it is in %1, not in UTF-8; the converter takes it as UTF-8 and finds none of its keys, so that no section loads; rewrite it: iconv -f %1 -t UTF-8 old.ini &gt; new.ini</source>
+        <translation>файл в кодировке %1, а не UTF-8; преобразователь принимает его за UTF-8 и не находит ни одного ключа, поэтому ни одна секция не загружается; перекодируйте: iconv -f %1 -t UTF-8 old.ini &gt; new.ini</translation>
     </message>
 </context>
 <context>
@@ -663,10 +675,6 @@ Example, with the sample station:
         <translation>Создать каталог --out, если его нет</translation>
     </message>
     <message>
-        <source>Look for recordings in the directories below the given ones, too</source>
-        <translation>Искать осциллограммы и во вложенных каталогах</translation>
-    </message>
-    <message>
         <source>Recordings to convert at once; 0: as many as there are processors. Default: 1</source>
         <translation>Сколько осциллограмм преобразовывать одновременно; 0: по числу процессоров. По умолчанию 1</translation>
     </message>
@@ -737,6 +745,38 @@ Ctrl-C завершает работу после начатых осцилло�
     <message>
         <source>warnings and notes on section [%1] of &apos;%2&apos;:</source>
         <translation>предупреждения и замечания к секции [%1] файла «%2»:</translation>
+    </message>
+    <message>
+        <source>--remove-source and --archive need a record that is on the disk; leave --no-sync out</source>
+        <translation>для --remove-source и --archive нужна запись, сохранённая на диске; уберите --no-sync</translation>
+    </message>
+    <message>
+        <source>the run ends here, since there is no room left on the disk: recordings not begun: %1; make room, then give the same command again</source>
+        <translation>работа прекращена, так как на диске нет места; не начато осциллограмм: %1; освободите место и повторите ту же команду</translation>
+    </message>
+    <message>
+        <source>Look for recordings in the directories below the given ones, too; their records go to directories of the same names below --out</source>
+        <translation>Искать осциллограммы и во вложенных каталогах; их записи попадают в одноимённые каталоги внутри --out</translation>
+    </message>
+    <message>
+        <source>Put all records into the directory of --out itself</source>
+        <translation>Складывать все записи в сам каталог --out</translation>
+    </message>
+    <message>
+        <source>Convert also where the record is there already and is right</source>
+        <translation>Преобразовывать и тогда, когда верная запись уже есть</translation>
+    </message>
+    <message>
+        <source>Replace the record of another recording that has the same name</source>
+        <translation>Заменять запись другой осциллограммы с тем же именем</translation>
+    </message>
+    <message>
+        <source>Report a record only when it is on the disk, so that a power failure leaves it whole; the default with --remove-source and --archive</source>
+        <translation>Сообщать о записи, лишь когда она сохранена на диске, чтобы сбой питания её не испортил; по умолчанию при --remove-source и --archive</translation>
+    </message>
+    <message>
+        <source>Leave it to the system when records reach the disk (the default)</source>
+        <translation>Оставить системе, когда сохранять записи на диск (по умолчанию)</translation>
     </message>
 </context>
 <context>
@@ -950,6 +990,26 @@ Example, with the sample station:
     <message>
         <source>it is no COMTRADE record: its content is a recording&apos;s; give it the ending .ZU</source>
         <translation>это не запись COMTRADE: по содержимому это осциллограмма; дайте файлу расширение .ZU</translation>
+    </message>
+    <message>
+        <source>cut off: %1 of at least %2 bytes, in its header</source>
+        <translation>файл обрезан: %1 байт из не менее чем %2, в заголовке</translation>
+    </message>
+    <message>
+        <source>cut off: %1 of at least %2 bytes, after %3 of its %4 channels</source>
+        <translation>файл обрезан: %1 байт из не менее чем %2, каналов в нём: %3 из %4</translation>
+    </message>
+    <message>
+        <source>cut off: %1 of %2 bytes, in channel &apos;%3&apos;</source>
+        <translation>файл обрезан: %1 байт из %2, в канале «%3»</translation>
+    </message>
+    <message>
+        <source>cut off: %1 of at least %2 bytes, in channel &apos;%3&apos;</source>
+        <translation>файл обрезан: %1 байт из не менее чем %2, в канале «%3»</translation>
+    </message>
+    <message>
+        <source>,</source>
+        <translation>&#xa0;</translation>
     </message>
 </context>
 <context>
@@ -1321,6 +1381,21 @@ Example, with the sample station:
     <message>
         <source>GB</source>
         <translation>ГБ</translation>
+    </message>
+</context>
+<context>
+    <name>leftovers</name>
+    <message>
+        <source>%1: is back under its name; a run that was ended had moved it aside</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1: removed, as its recording was put away by a run that was ended before it could</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1: continues a recording whose first file is not there; bring that back, or put this file to the rest of its recording</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>
@@ -2113,6 +2188,10 @@ Example:
         <source>Invalid argument</source>
         <translation>недопустимый аргумент</translation>
     </message>
+    <message>
+        <source>the system gives no reason</source>
+        <translation>система не сообщает причину</translation>
+    </message>
 </context>
 <context>
     <name>values</name>
@@ -2583,27 +2662,27 @@ Example, with the sample station:
     </message>
     <message>
         <source>not converted: no process for it: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>не преобразована: для неё не запускается процесс: %1</translation>
     </message>
     <message>
         <source>signal %1</source>
-        <translation type="unfinished"></translation>
+        <translation>сигнал %1</translation>
     </message>
     <message>
         <source>exit code %1</source>
-        <translation type="unfinished"></translation>
+        <translation>код завершения %1</translation>
     </message>
     <message>
         <source>not converted: the program does not survive it (%1); send the recording to the maintainers</source>
-        <translation type="unfinished"></translation>
+        <translation>не преобразована: программа на ней аварийно завершается (%1); пришлите осциллограмму разработчикам</translation>
     </message>
     <message>
         <source>the next run goes on: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>продолжит следующий запуск: %1</translation>
     </message>
     <message>
         <source>%1 converted, %2 given up, %3 waiting</source>
-        <translation type="unfinished"></translation>
+        <translation>преобразовано %1, оставлено без новых попыток %2, ожидают %3</translation>
     </message>
     <message>
         <source>A recording counts as complete when none of its files has changed for the time that the ini file
@@ -2620,27 +2699,40 @@ Example, with the sample station:
   mkdir -p station/comtrade
   sed -i &apos;s/^Время ожидания=.*/Время ожидания=200/&apos; station/ZuDrv.ini
   zucmtr watch --once --out station/comtrade station</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>the system watches no more directories (%1); they are scanned every %2 seconds or more; raise fs.inotify.max_user_watches</source>
-        <translation type="unfinished"></translation>
+        <translation>Осциллограмма считается полной, когда ни один её файл не менялся столько времени, сколько указано в
+ini-файле ключом «Время ожидания». Каждое событие — объект JSON и строка в стандартном выводе. Что
+преобразовано, помнится на диске: после перезапуска ничего не преобразуется дважды и не забывается.
+SIGTERM и Ctrl-C завершают работу после начатой осциллограммы.
+
+Код завершения: 0 завершено сигналом или с --once всё преобразовано; 1 при --once ошибка с осциллограммой
+или не читается каталог, либо сейчас запуск невозможен: нет каталога, состояние не записывается или занято
+другим процессом; 2 неверный вызов или настройка.
+
+Пример с учебной станцией:
+  zucmtr sample --out station --force
+  mkdir -p station/comtrade
+  sed -i &apos;s/^Время ожидания=.*/Время ожидания=200/&apos; station/ZuDrv.ini
+  zucmtr watch --once --out station/comtrade station</translation>
     </message>
     <message>
         <source>it continues a recording whose first file %1 is not there, so it is not converted; bring that back</source>
-        <translation type="unfinished"></translation>
+        <translation>это продолжение осциллограммы, первого файла которой %1 нет, поэтому оно не преобразуется; верните первый файл</translation>
     </message>
     <message>
         <source>&apos;%1&apos; cannot be written: %2; free the disk, or give this user the permission</source>
-        <translation type="unfinished"></translation>
+        <translation>«%1» не записывается: %2; освободите место на диске или дайте права этому пользователю</translation>
     </message>
     <message>
         <source>another file has taken the place of &apos;%1&apos;; start again</source>
-        <translation type="unfinished"></translation>
+        <translation>вместо «%1» там теперь другой файл; запустите программу снова</translation>
     </message>
     <message>
         <source>%1: &apos;%2&apos; cannot be written to: %3; the work goes on when that is mended</source>
-        <translation type="unfinished"></translation>
+        <translation>%1: в «%2» нельзя записать: %3; работа продолжится, когда это исправят</translation>
+    </message>
+    <message>
+        <source>the system reports no changes of this many directories, as its limit is reached; they are scanned every %1 seconds or more; raise fs.inotify.max_user_watches</source>
+        <translation>об изменениях стольких каталогов система не сообщает: её предел исчерпан; они просматриваются каждые %1 с или реже; увеличьте fs.inotify.max_user_watches</translation>
     </message>
 </context>
 <context>
@@ -2677,16 +2769,8 @@ Example, with the sample station:
         <translation>не хватает памяти; дайте больше ключом --max-memory или меньше осциллограмм одновременно ключом --jobs</translation>
     </message>
     <message>
-        <source>not converted: &apos;%1&apos; is there already and is not the record of this recording (%2); move it away, or choose another directory by --out</source>
-        <translation>не преобразована: «%1» уже есть и это запись не этой осциллограммы (%2); уберите её или выберите другой каталог ключом --out</translation>
-    </message>
-    <message>
         <source>not converted: %1</source>
         <translation>не преобразована: %1</translation>
-    </message>
-    <message>
-        <source>converted, but the record is not right: %1; the recording is kept</source>
-        <translation>преобразована, но запись неверна: %1; осциллограмма сохранена</translation>
     </message>
     <message>
         <source>the record was read, but could not be compared: the recording is deleted</source>
@@ -2695,6 +2779,42 @@ Example, with the sample station:
     <message>
         <source>converted, but its page could not be written: %1; the recording is kept</source>
         <translation>преобразована, но страница не записывается: %1; осциллограмма сохранена</translation>
+    </message>
+    <message>
+        <source>the directory &apos;%1&apos; cannot be made; check the permissions of those above it</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>not converted: %1; free some</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>converted, but the record is not right: %1; the recording is deleted</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>not converted: &apos;%1&apos; is there already and is not the record of this recording (%2); move it away, choose another directory by --out, or replace it by --replace</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>not converted: the record that was written is not right: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>not converted: &apos;%1&apos; could not be read at first; convert again</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>not converted: the recording changed meanwhile: %1; convert again</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is a directory</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the recording is kept, as &apos;%1&apos; is not in the record</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 </TS>
