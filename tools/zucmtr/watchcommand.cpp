@@ -118,7 +118,8 @@ int Begin(const WatchOptions& options)
     CheckDirectories(options);
     const DeviceChoice choice = Chosen(options);
     CheckLog(options.device);
-    const WorkOrder order = CheckedOrder(options);
+    WorkOrder order = CheckedOrder(options);
+    order.sync = true; // what the journal says must be true after a power failure
     LimitMemory(options.maxMemory);
     WatchJournal journal(options.state.empty() ? order.out + QStringLiteral("/.zucmtr-watch")
                                                : Text(options.state));
