@@ -27,3 +27,7 @@ QStringList SectionsOf(const QString& iniPath);
 
 /// Says which sections the ini file has if `section` is not among them; empty if it is.
 QString MissingSectionText(const QString& iniPath, const QString& section);
+
+/// An output must not take the place of what is read: of `input`, or of a file that belongs to it by its name
+/// (the pieces of a record, the continuations of a recording). An empty path is no output.
+void CheckIsNoInput(const QString& option, const QString& path, const QString& input);

@@ -349,6 +349,10 @@ Example, with the sample station:
         <source>%1: the directory &apos;%2&apos; cannot be made: %3; choose another one</source>
         <translation>%1: каталог «%2» не создаётся: %3; выберите другой</translation>
     </message>
+    <message>
+        <source>%1: &apos;%2&apos; is what is to be read; choose another name</source>
+        <translation>%1: «%2» — то, что надо прочитать; выберите другое имя</translation>
+    </message>
 </context>
 <context>
     <name>choice</name>
@@ -1009,7 +1013,7 @@ Example, with the sample station:
     </message>
     <message>
         <source>,</source>
-        <translation> </translation>
+        <translation>&#xa0;</translation>
     </message>
 </context>
 <context>
@@ -1385,6 +1389,18 @@ Example, with the sample station:
 </context>
 <context>
     <name>leftovers</name>
+    <message>
+        <source>%1: is back under its name; a run that was ended had moved it aside</source>
+        <translation>%1: файлу возвращено имя; его отложил прерванный запуск</translation>
+    </message>
+    <message>
+        <source>%1: removed, as its recording was put away by a run that was ended before it could</source>
+        <translation>%1: удалён: осциллограмму убрал запуск, прерванный прежде, чем он это сделал</translation>
+    </message>
+    <message>
+        <source>%1: continues a recording whose first file is not there; bring that back, or put this file to the rest of its recording</source>
+        <translation>%1: продолжает осциллограмму, первого файла которой нет; верните его или положите этот файл к остальным файлам осциллограммы</translation>
+    </message>
 </context>
 <context>
     <name>library</name>
@@ -2605,14 +2621,6 @@ Example, with the sample station:
         <translation>--state: с «%1» работает другой «zucmtr watch»; завершите его или укажите другой файл</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; cannot be written: %2; free the disk</source>
-        <translation>«%1» не записывается: %2; освободите диск</translation>
-    </message>
-    <message>
-        <source>not converted: the program came to no end of it %1 times</source>
-        <translation>не преобразована: программа %1 раз не дошла до конца этой осциллограммы</translation>
-    </message>
-    <message>
         <source>How often a recording is tried before it is given up until it changes. Default: 8</source>
         <translation>Сколько попыток делается, прежде чем осциллограмма оставляется до её изменения. По умолчанию 8</translation>
     </message>
@@ -2653,14 +2661,42 @@ Example, with the sample station:
         <translation>«%1» — не каталог; укажите каталог, в который поступают осциллограммы</translation>
     </message>
     <message>
+        <source>--state: &apos;%1&apos; cannot be written: %2; give another file</source>
+        <translation>--state: «%1» не записывается: %2; укажите другой файл</translation>
+    </message>
+    <message>
+        <source>not converted: no process for it: %1</source>
+        <translation>не преобразована: для неё не запускается процесс: %1</translation>
+    </message>
+    <message>
+        <source>signal %1</source>
+        <translation>сигнал %1</translation>
+    </message>
+    <message>
+        <source>exit code %1</source>
+        <translation>код завершения %1</translation>
+    </message>
+    <message>
+        <source>not converted: the program does not survive it (%1); send the recording to the maintainers</source>
+        <translation>не преобразована: программа на ней аварийно завершается (%1); пришлите осциллограмму разработчикам</translation>
+    </message>
+    <message>
+        <source>the next run goes on: %1</source>
+        <translation>продолжит следующий запуск: %1</translation>
+    </message>
+    <message>
+        <source>%1 converted, %2 given up, %3 waiting</source>
+        <translation>преобразовано %1, оставлено без новых попыток %2, ожидают %3</translation>
+    </message>
+    <message>
         <source>A recording counts as complete when none of its files has changed for the time that the ini file
 gives as &apos;Время ожидания&apos;. Each event is one JSON object and line on standard output. What is
 converted is remembered on the disk, so that a restart neither converts twice nor forgets. SIGTERM
 and Ctrl-C end after the recording at hand.
 
 Exit code: 0 ended by a signal, or with --once all recordings converted; 1 a recording failed or a
-directory could not be read with --once, or the state could not be written; 2 wrong usage or
-configuration.
+directory could not be read with --once, or the program could not start now: a directory is missing,
+the state cannot be written or another process has it; 2 wrong usage or configuration.
 
 Example, with the sample station:
   zucmtr sample --out station --force
@@ -2673,7 +2709,8 @@ ini-файле ключом «Время ожидания». Каждое соб
 SIGTERM и Ctrl-C завершают работу после начатой осциллограммы.
 
 Код завершения: 0 завершено сигналом или с --once всё преобразовано; 1 при --once ошибка с осциллограммой
-или не читается каталог, либо состояние не записывается; 2 неверный вызов или настройка.
+или не читается каталог, либо сейчас запуск невозможен: нет каталога, состояние не записывается или занято
+другим процессом; 2 неверный вызов или настройка.
 
 Пример с учебной станцией:
   zucmtr sample --out station --force
@@ -2682,8 +2719,24 @@ SIGTERM и Ctrl-C завершают работу после начатой ос
   zucmtr watch --once --out station/comtrade station</translation>
     </message>
     <message>
-        <source>--state: &apos;%1&apos; cannot be written: %2; give another file</source>
-        <translation>--state: «%1» не записывается: %2; укажите другой файл</translation>
+        <source>it continues a recording whose first file %1 is not there, so it is not converted; bring that back</source>
+        <translation>это продолжение осциллограммы, первого файла которой %1 нет, поэтому оно не преобразуется; верните первый файл</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; cannot be written: %2; free the disk, or give this user the permission</source>
+        <translation>«%1» не записывается: %2; освободите место на диске или дайте права этому пользователю</translation>
+    </message>
+    <message>
+        <source>another file has taken the place of &apos;%1&apos;; start again</source>
+        <translation>вместо «%1» там теперь другой файл; запустите программу снова</translation>
+    </message>
+    <message>
+        <source>%1: &apos;%2&apos; cannot be written to: %3; the work goes on when that is mended</source>
+        <translation>%1: в «%2» нельзя записать: %3; работа продолжится, когда это исправят</translation>
+    </message>
+    <message>
+        <source>the system reports no changes of this many directories, as its limit is reached; they are scanned every %1 seconds or more; raise fs.inotify.max_user_watches</source>
+        <translation>об изменениях стольких каталогов система не сообщает: её предел исчерпан; они просматриваются каждые %1 с или реже; увеличьте fs.inotify.max_user_watches</translation>
     </message>
 </context>
 <context>
@@ -2730,6 +2783,42 @@ SIGTERM и Ctrl-C завершают работу после начатой ос
     <message>
         <source>converted, but its page could not be written: %1; the recording is kept</source>
         <translation>преобразована, но страница не записывается: %1; осциллограмма сохранена</translation>
+    </message>
+    <message>
+        <source>the directory &apos;%1&apos; cannot be made; check the permissions of those above it</source>
+        <translation>каталог «%1» создать нельзя; проверьте права на каталоги выше</translation>
+    </message>
+    <message>
+        <source>not converted: %1; free some</source>
+        <translation>не преобразована: %1; освободите место</translation>
+    </message>
+    <message>
+        <source>converted, but the record is not right: %1; the recording is deleted</source>
+        <translation>преобразована, но запись неверна: %1; осциллограмма удалена</translation>
+    </message>
+    <message>
+        <source>not converted: &apos;%1&apos; is there already and is not the record of this recording (%2); move it away, choose another directory by --out, or replace it by --replace</source>
+        <translation>не преобразована: «%1» уже есть, и это не запись этой осциллограммы (%2); уберите её, укажите другой каталог в --out или замените её с --replace</translation>
+    </message>
+    <message>
+        <source>not converted: the record that was written is not right: %1</source>
+        <translation>не преобразована: записано неверно: %1</translation>
+    </message>
+    <message>
+        <source>not converted: &apos;%1&apos; could not be read at first; convert again</source>
+        <translation>не преобразована: «%1» сначала не удалось прочитать; преобразуйте ещё раз</translation>
+    </message>
+    <message>
+        <source>not converted: the recording changed meanwhile: %1; convert again</source>
+        <translation>не преобразована: осциллограмма за это время изменилась: %1; преобразуйте ещё раз</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is a directory</source>
+        <translation>«%1» — каталог</translation>
+    </message>
+    <message>
+        <source>the recording is kept, as &apos;%1&apos; is not in the record</source>
+        <translation>осциллограмма оставлена: «%1» в запись не вошёл</translation>
     </message>
 </context>
 </TS>
