@@ -113,7 +113,8 @@ TEST(IniFile, CommaInADefaultThatIsNotInForceIsNotReported)
     const Workplace place;
     place.Write("a.ZU", Encode(ShortRecording()));
     QByteArray ini = PlainIni({{"Объект", "ПС Узловая"}, {"Источник", "РАС"}});
-    ini.replace("[Default]\n", "[Default]\nИсточник=X, Y\n");
+    const QByteArray key = "\nИсточник=";
+    ini.insert(ini.indexOf(key) + key.size(), "X, "); // of the defaults, which come first
     place.Write("ZuDrv.ini", ini);
     EXPECT_EQ(place.Convert({"a.ZU"}).err, QString());
 }

@@ -249,7 +249,7 @@ INSTANTIATE_TEST_SUITE_P(
               "--out: пустое значение; укажите его или уберите ключ",
               "zucmtr sample"},
         Wrong{{"watch", "--out", "empty", "nosuch"},
-              2,
+              1,
               "there is no directory 'nosuch'; make it first: mkdir -p nosuch",
               "каталога «nosuch» нет; создайте его: mkdir -p nosuch"},
         Wrong{{"watch", "--out", "empty", "rec.ZU"},

@@ -49,7 +49,7 @@ public:
         const QTextCodec* codec = CodecOf(header);
         for (int section = 0; section < header.channelCount; ++section) {
             const bool isLast = section + 1 == header.channelCount;
-            const QString text = OfSection(section, header.channelCount, isLast, codec);
+            QString text = OfSection(section, header.channelCount, isLast, codec);
             if (!text.isEmpty() || !isSound)
                 return text;
         }

@@ -305,9 +305,6 @@ void Watch::Finish(Waiting& one, const BatchItem& item)
 {
     const QString path = one.recording.path;
     QJsonObject object = EventOf(item);
-    const QString replaced = item.written ? journal.OtherOf(item.recordName, path) : QString();
-    if (!replaced.isEmpty())
-        object["replaced"] = replaced;
     object.remove("reason");
     object.remove("error");
     Remember([&] {

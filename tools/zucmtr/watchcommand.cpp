@@ -75,7 +75,9 @@ WorkOrder CheckedOrder(const WatchOptions& options)
     if (options.work.noVerify && PutsAway(options.work))
         OrderOf(options.work, QString()); // throws
     try {
-        return OrderOf(options.work, CheckedOutputDirectory(Text(options.out)));
+        WorkOrder order = OrderOf(options.work, CheckedOutputDirectory(Text(options.out)));
+        order.sync = true; // the journal must not know of a record that a power failure takes
+        return order;
     } catch (const ConfigurationError& error) {
         if (IsOtherFile(options.out) || IsOtherFile(options.work.archive))
             throw;

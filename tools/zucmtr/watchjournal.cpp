@@ -218,8 +218,6 @@ void WatchJournal::Set(const QString& recording, const Entry& entry)
     default:
         break;
     }
-    if (entry.verdict == Verdict::Converted)
-        pathOf.insert(entry.more, recording);
 }
 
 const WatchJournal::Entry* WatchJournal::Find(const QString& recording, const QByteArray& print) const
@@ -248,12 +246,6 @@ int WatchJournal::Failures(const QString& recording, const Fingerprint& fingerpr
 {
     const Entry* entry = Find(recording, fingerprint.print);
     return entry == nullptr ? 0 : entry->failures;
-}
-
-QString WatchJournal::OtherOf(const QString& recordName, const QString& recording) const
-{
-    const QString other = pathOf.value(recordName);
-    return other == PathOf(recording) ? QString() : other;
 }
 
 void WatchJournal::NoteBegun(const QString& recording, const QByteArray& print)
@@ -484,7 +476,6 @@ void WatchJournal::Use(std::unique_ptr<QFile> fresh)
     file = std::move(fresh);
     systemfile::Sync(QFileInfo(path).absolutePath());
     entries.clear();
-    pathOf.clear();
     unwritten.clear();
     lines = 0;
     Read();

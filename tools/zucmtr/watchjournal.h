@@ -46,9 +46,6 @@ public:
     /// How often it failed since the last verdict on it.
     int Failures(const QString& recording, const Fingerprint& fingerprint) const;
 
-    /// The other recording of which a record with this name was made last; empty if there is none.
-    QString OtherOf(const QString& recordName, const QString& recording) const;
-
     /// Notes it and waits for the disk. Throws Unwritable, and nothing is noted; or Taken.
     void NoteBegun(const QString& recording, const QByteArray& print);
 
@@ -106,10 +103,9 @@ private:
 
     const QString path;
     std::unique_ptr<QFile> file;
-    qint64 size = 0;                // bytes that were left in it
-    bool isNamed = true;            // its name is on the disk
-    QByteArray unwritten;           // lines
-    QHash<QString, Entry> entries;  // by absolute path
-    QHash<QString, QString> pathOf; // of record names: the recording that was converted last
-    int lines = 0;                  // in the file
+    qint64 size = 0;               // bytes that were left in it
+    bool isNamed = true;           // its name is on the disk
+    QByteArray unwritten;          // lines
+    QHash<QString, Entry> entries; // by absolute path
+    int lines = 0;                 // in the file
 };
