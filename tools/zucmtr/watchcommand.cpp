@@ -120,8 +120,7 @@ int Begin(const WatchOptions& options)
     CheckDirectories(options);
     const DeviceChoice choice = Chosen(options);
     CheckLog(options.device);
-    WorkOrder order = CheckedOrder(options);
-    order.sync = true; // what the journal says must be true after a power failure
+    const WorkOrder order = CheckedOrder(options);
     LimitMemory(options.maxMemory);
     WatchJournal journal(options.state.empty() ? order.out + QStringLiteral("/.zucmtr-watch")
                                                : Text(options.state));
