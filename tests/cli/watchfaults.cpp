@@ -97,6 +97,16 @@ EXPORTED int stat64(const char* path, struct stat64* status)
     return Stat("stat64", path, status);
 }
 
+EXPORTED int statx(int directory, const char* path, int flags, unsigned int mask, struct statx* status)
+{
+    if (IsUnseen(path)) {
+        errno = EIO;
+        return -1;
+    }
+    return Next<int (*)(int, const char*, int, unsigned int, struct statx*)>("statx")(directory, path, flags,
+                                                                                      mask, status);
+}
+
 EXPORTED ssize_t write(int file, const void* bytes, size_t count)
 {
     if (IsFull(file)) {
