@@ -1,7 +1,9 @@
 // Loaded into the program before the C library: faults of the system, as the environment says.
 //   END_AT          the process that opens a file of this name is killed
 //   UNSEEN          nothing of this name can be looked at while the file that UNSEEN_WHILE names is there
+//   FULL            there is no room for files whose paths begin so while the file FULL_WHILE is there
 //   NO_WATCHES      no directory is watched
+#include <array>
 #include <cerrno>
 #include <csignal>
 #include <cstdarg>
@@ -26,6 +28,17 @@ bool IsUnseen(const char* path)
 {
     const char* marker = std::getenv("UNSEEN_WHILE");
     return marker != nullptr && HasName(path, "UNSEEN") && access(marker, F_OK) == 0;
+}
+
+bool IsFull(int file)
+{
+    const char* begin = std::getenv("FULL");
+    if (begin == nullptr || access(std::getenv("FULL_WHILE"), F_OK) != 0)
+        return false;
+    std::array<char, 4096> path{};
+    const std::string link = "/proc/self/fd/" + std::to_string(file);
+    return readlink(link.c_str(), path.data(), path.size() - 1) > 0 &&
+           std::strncmp(path.data(), begin, std::strlen(begin)) == 0;
 }
 
 template <class Function>
@@ -82,6 +95,25 @@ EXPORTED int stat(const char* path, struct stat* status)
 EXPORTED int stat64(const char* path, struct stat64* status)
 {
     return Stat("stat64", path, status);
+}
+
+EXPORTED int statx(int directory, const char* path, int flags, unsigned int mask, struct statx* status)
+{
+    if (IsUnseen(path)) {
+        errno = EIO;
+        return -1;
+    }
+    return Next<int (*)(int, const char*, int, unsigned int, struct statx*)>("statx")(directory, path, flags,
+                                                                                      mask, status);
+}
+
+EXPORTED ssize_t write(int file, const void* bytes, size_t count)
+{
+    if (IsFull(file)) {
+        errno = ENOSPC;
+        return -1;
+    }
+    return Next<ssize_t (*)(int, const void*, size_t)>("write")(file, bytes, count);
 }
 
 EXPORTED int inotify_add_watch(int queue, const char* path, unsigned int mask)

@@ -188,6 +188,49 @@ TEST(WatchTrouble, RunWithOnceEndsAndTheNextOneGoesOn)
     EXPECT_EQ(station.Once({"--archive", "archive"}, fault).code, 0);
 }
 
+// Neither the recordings nor the attempts are spent on it, and the room that is there again is noticed.
+TEST(WatchTrouble, FullDiskIsWaitedForAndNoAttemptCounts)
+{
+    Station station;
+    for (const char* name : {"a", "b", "c"})
+        station.Write(QString("in/%1.ZU").arg(name), Encode(ShortRecording(10 * (name[0] - 'a'))));
+    setenv("LD_PRELOAD", WATCH_FAULTS_LIBRARY, 1);
+    setenv("FULL", station.Path("out/").toLocal8Bit().constData(), 1);
+    setenv("FULL_WHILE", station.Path("marker").toLocal8Bit().constData(), 1);
+    station.Write("marker", "");
+    station.Start({"--attempts", "1", "--state", "journal"});
+    for (const char* name : {"LD_PRELOAD", "FULL", "FULL_WHILE"})
+        unsetenv(name);
+    ASSERT_TRUE(station.Waits("trouble", 1));
+    ASSERT_TRUE(WaitFor([&] { return ReadBytes(station.Path("journal")).count("\nW ") >= 3; }));
+    EXPECT_EQ(station.Events("converting"), QStringList{"in/a.ZU"}); // the probes are not reported
+    ASSERT_TRUE(QFile::remove(station.Path("marker")));
+    ASSERT_TRUE(station.Waits("converted", 3));
+    EXPECT_EQ(station.End(), 0);
+    EXPECT_EQ(station.Events("trouble", "reason"), QStringList{"noRoom"});
+    EXPECT_EQ(station.Events("trouble"), QStringList{"in/a.ZU"});
+    EXPECT_EQ(station.Events("recovered", "reason"), QStringList{"noRoom"});
+    EXPECT_EQ(station.Events("failed"), QStringList());
+    EXPECT_EQ(Said(station).count('\n'), 1);
+    EXPECT_EQ(Station::EventsIn(station.Once({"--state", "journal"}).out, "found"), QStringList());
+}
+
+TEST(WatchTrouble, RunWithOnceEndsAfterTwoRecordingsWithoutRoom)
+{
+    Station station;
+    for (const char* name : {"a", "b", "c"})
+        station.Write(QString("in/%1.ZU").arg(name), Encode(ShortRecording(10 * (name[0] - 'a'))));
+    const Finished run = station.Once({"--state", "journal"}, {{"LD_PRELOAD", WATCH_FAULTS_LIBRARY},
+                                                               {"FULL", station.Path("out/")},
+                                                               {"FULL_WHILE", station.Path("in")}});
+    EXPECT_EQ(run.code, 1);
+    EXPECT_EQ(Station::EventsIn(run.out, "failed"), (QStringList{"in/a.ZU", "in/b.ZU"}));
+    EXPECT_EQ(Station::EventsIn(run.out, "stopped", "reason"), QStringList{"trouble"});
+    EXPECT_EQ(Station::EventsIn(run.out, "stopped", "waiting"), QStringList{"1"});
+    EXPECT_EQ(station.Once({"--state", "journal"}).code, 0);
+    EXPECT_EQ(station.Records().size(), 3);
+}
+
 TEST(WatchTrouble, ServiceManagerIsTold)
 {
     Station station;

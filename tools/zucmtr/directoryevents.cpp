@@ -51,7 +51,7 @@ bool DirectoryEvents::Wait(std::chrono::milliseconds time)
     pollfd file = {queue.Number(), POLLIN, 0};
     if (poll(&file, 1, static_cast<int>(time.count())) <= 0)
         return false;
-    alignas(inotify_event) std::array<char, 64 * 1024> buffer{};
+    alignas(inotify_event) std::array<char, 65536> buffer{};
     bool heard = false;
     ssize_t size = read(queue.Number(), buffer.data(), buffer.size());
     while (size > 0) {

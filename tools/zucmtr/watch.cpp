@@ -243,11 +243,12 @@ bool Watch::IsAsItWas(const QString& path)
     return isSame;
 }
 
-// What the journal says must be true after a power failure, too: the record is on the disk before.
+// What the journal says must be true after a power failure, too: the record is on the disk before. One that
+// was there already may not be.
 BatchItem Watch::Work(const Recording& recording) const
 {
     BatchItem item = worker.Work(recording);
-    if (item.state == ItemState::Failed || item.fate != SourceFate::Kept)
+    if (item.state == ItemState::Failed || item.fate != SourceFate::Kept || item.written)
         return item;
     try {
         sourcefiles::Sync(item.files, item.directory);
