@@ -243,29 +243,13 @@ bool Watch::IsAsItWas(const QString& path)
     return isSame;
 }
 
-// What the journal says must be true after a power failure, too: the record is on the disk before. One that
-// was there already may not be.
-BatchItem Watch::Work(const Recording& recording) const
-{
-    BatchItem item = worker.Work(recording);
-    if (item.state == ItemState::Failed || item.fate != SourceFate::Kept || item.written)
-        return item;
-    try {
-        sourcefiles::Sync(item.files, item.directory);
-    } catch (const sourcefiles::Error& error) {
-        item.Fail(reason::NotOnDisk, QString::fromUtf8(error.what()));
-        item.noRoom = error.trouble == sourcefiles::Trouble::NoRoom;
-        item.blame = item.noRoom ? Blame::Output : Blame::Recording;
-    }
-    return item;
-}
-
 BatchItem Watch::WorkSafely(const Waiting& one)
 {
     // The one that was just begun counts, too.
     if (journal.Unended(one.recording.path, one.fingerprint) <= endsBorne)
-        return Work(one.recording);
-    BatchItem item = WorkInOwnProcess([&] { return Work(one.recording); }, [this] { journal.LetGo(); });
+        return worker.Work(one.recording);
+    BatchItem item =
+        WorkInOwnProcess([&] { return worker.Work(one.recording); }, [this] { journal.LetGo(); });
     item.recording = one.recording;
     return item;
 }

@@ -63,7 +63,6 @@ private:
     void ConvertDue();
     bool MayWork();
     bool IsAsItWas(const QString& path);
-    BatchItem Work(const Recording& recording) const;
     BatchItem WorkSafely(const Waiting& one);
     void Convert(Waiting& one);
     void Finish(Waiting& one, const BatchItem& item);

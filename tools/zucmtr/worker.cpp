@@ -7,6 +7,7 @@
 #include "staging.h"
 #include "systemfile.h"
 #include "texts.h"
+#include "workfailure.h"
 
 #include <explain/file.h>
 #include <verify/leftout.h>
@@ -33,79 +34,6 @@ namespace {
 constexpr int mostTries = 3;
 
 constexpr std::array pieceExtensions = {".cfg", ".cff", ".dat", ".hdr", ".inf"};
-
-bool IsOutOfMemory(const std::exception& error)
-{
-    return dynamic_cast<const std::bad_alloc*>(&error) != nullptr;
-}
-
-QString MemoryText()
-{
-    return Tr("worker",
-              "not enough memory; give more by --max-memory, or fewer recordings at once by --jobs");
-}
-
-// The text of whatever ended the work on a recording.
-QString TextOf(const std::exception& error)
-{
-    return IsOutOfMemory(error) ? MemoryText() : QString::fromUtf8(error.what());
-}
-
-bool IsUsable(const QString& directory)
-{
-    const QFileInfo info(directory);
-    return info.isDir() && info.isWritable();
-}
-
-void FailBy(BatchItem& item, const ChainFiles::Unreadable& error)
-{
-    using Kind = ChainFiles::Unreadable::Kind;
-    item.Fail(error.kind == Kind::Gone       ? reason::DoesNotExist
-              : error.kind == Kind::Changing ? reason::SourceChanged
-                                             : reason::SourceUnreadable,
-              Tr("worker", "not converted: %1").arg(TextOf(error)));
-    if (error.kind == Kind::NoResources)
-        item.blame = Blame::Memory;
-}
-
-void FailBy(BatchItem& item, const StagingError& error)
-{
-    item.noRoom = error.NoRoom();
-    if (item.noRoom || !IsUsable(item.directory))
-        item.blame = Blame::Output;
-    item.Fail(item.noRoom ? reason::NoRoom : reason::RecordNotInPlace,
-              Tr("worker", "not converted: %1").arg(TextOf(error)));
-}
-
-void FailBy(BatchItem& item, const sourcefiles::Error& error)
-{
-    using sourcefiles::Trouble;
-    const bool isArchives = error.trouble == Trouble::Archive || error.trouble == Trouble::NoRoom;
-    item.noRoom = error.trouble == Trouble::NoRoom;
-    item.blame = isArchives ? Blame::Archive : Blame::Recording;
-    item.Fail(error.trouble == Trouble::Changed ? reason::SourceChanged : reason::NotPutAway, TextOf(error));
-}
-
-// Fails the item by the exception at hand.
-void FailByCurrent(BatchItem& item)
-{
-    try {
-        throw;
-    } catch (const ChainFiles::Unreadable& error) {
-        FailBy(item, error);
-    } catch (const StagingError& error) {
-        FailBy(item, error);
-    } catch (const sourcefiles::Error& error) {
-        FailBy(item, error);
-    } catch (const verify::Unreadable& error) {
-        item.Fail(reason::NotConverted, TextOf(error));
-    } catch (const std::bad_alloc& error) {
-        item.blame = Blame::Memory;
-        item.Fail(reason::OutOfMemory, TextOf(error));
-    } catch (const std::exception& error) {
-        item.Fail(reason::Unexpected, TextOf(error));
-    }
-}
 
 verify::Verifier MakeVerifier(const DeviceChoice& choice)
 {
@@ -215,6 +143,8 @@ void Worker::Try(BatchItem& item)
     Job job(item.recording.path, item.directory);
     if (!TakePresent(item, job))
         Do(item, job);
+    if (item.state == ItemState::Present && (order.sync || PutsAway()))
+        SyncPresent(item);
     if (item.state != ItemState::Failed && PutsAway())
         PutAway(item, job);
 }
@@ -485,14 +415,24 @@ void Worker::WritePageBeside(BatchItem& item) const
     item.files << page;
 }
 
+// The run that wrote the record may not have come so far.
+void Worker::SyncPresent(BatchItem& item)
+{
+    try {
+        sourcefiles::Sync(item.files, item.directory);
+    } catch (const sourcefiles::Error& error) {
+        item.Fail(reason::NotOnDisk, TextOf(error));
+        item.noRoom = error.trouble == sourcefiles::Trouble::NoRoom;
+        item.blame = item.noRoom ? Blame::Output : Blame::Recording;
+    }
+}
+
 void Worker::PutAway(BatchItem& item, Job& job)
 {
     if (!job.leftOut.isEmpty()) {
         item.notes << Tr("worker", "the recording is kept, as '%1' is not in the record").arg(job.leftOut);
         return;
     }
-    if (item.state == ItemState::Present) // of a run that may not have come so far
-        sourcefiles::Sync(item.files, item.directory);
     if (order.removeSource) {
         sourcefiles::Remove(job.chain);
         item.fate = SourceFate::Removed;

@@ -65,6 +65,7 @@ private:
     QStringList WritePieces(Job& job, const QString& recordName, QString& pageError) const;
     bool Commit(BatchItem& item, Job& job);
     void WritePageBeside(BatchItem& item) const;
+    static void SyncPresent(BatchItem& item);
     void PutAway(BatchItem& item, Job& job);
     void Name(BatchItem& item, const QString& recordName) const;
     QString DirectoryOf(const QString& top, const Recording& recording) const;
