@@ -394,8 +394,8 @@ BAY03=W,V
         place = self.place()
         place.write("in/a.ZU", recording())
         (place.directory / "archive").mkdir()
-        events = place.watch("--ini", "ZuDrv.ini", "--archive", "archive", "in", LD_PRELOAD=FAULTS, UNSEEN="archive",
-                             UNSEEN_WHILE="in")
+        events = place.watch("--ini", "ZuDrv.ini", "--archive", "archive", "in", LD_PRELOAD=FAULTS, UNUSABLE="archive",
+                             UNUSABLE_WHILE="in")
         self.assertEqual((events[-1]["reason"], events[-1]["waiting"]), ("trouble", 1))
 
     def test_watch_until_a_signal(self):

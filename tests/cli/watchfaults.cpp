@@ -1,6 +1,7 @@
 // Loaded into the program before the C library: faults of the system, as the environment says.
 //   END_AT          the process that opens a file of this name is killed
 //   UNSEEN          nothing of this name can be looked at while the file that UNSEEN_WHILE names is there
+//   UNUSABLE        the same, of directories that are written to, once the program has started
 //   FULL            there is no room for files whose paths begin so while the file FULL_WHILE is there
 //   NO_WATCHES      no directory is watched
 #include <array>
@@ -24,10 +25,11 @@ bool HasName(const char* path, const char* variable)
     return name != nullptr && std::strcmp(slash == nullptr ? path : slash + 1, name) == 0;
 }
 
-bool IsUnseen(const char* path)
+// While the file that the second variable names is there.
+bool IsHit(const char* path, const char* variable, const char* whileVariable)
 {
-    const char* marker = std::getenv("UNSEEN_WHILE");
-    return marker != nullptr && HasName(path, "UNSEEN") && access(marker, F_OK) == 0;
+    const char* marker = std::getenv(whileVariable);
+    return marker != nullptr && HasName(path, variable) && access(marker, F_OK) == 0;
 }
 
 bool IsFull(int file)
@@ -54,9 +56,10 @@ int Open(const char* name, const char* path, int flags, mode_t mode)
     return Next<int (*)(const char*, int, ...)>(name)(path, flags, mode);
 }
 
+// The call by which the program looks whether it can write; its start asks Qt.
 int Stat(const char* name, const char* path, void* status)
 {
-    if (IsUnseen(path)) {
+    if (IsHit(path, "UNUSABLE", "UNUSABLE_WHILE")) {
         errno = EIO;
         return -1;
     }
@@ -99,7 +102,7 @@ EXPORTED int stat64(const char* path, struct stat64* status)
 
 EXPORTED int statx(int directory, const char* path, int flags, unsigned int mask, struct statx* status)
 {
-    if (IsUnseen(path)) {
+    if (IsHit(path, "UNSEEN", "UNSEEN_WHILE")) {
         errno = EIO;
         return -1;
     }

@@ -172,20 +172,14 @@ TEST(WatchTrouble, RunWithOnceEndsAndTheNextOneGoesOn)
     Station station;
     station.MakeDirectory("archive");
     station.Write("in/a.ZU", Encode(ShortRecording(0)));
-    const QMap<QString, QString> fault = {{"LD_PRELOAD", WATCH_FAULTS_LIBRARY},
-                                          {"UNSEEN", "archive"},
-                                          {"UNSEEN_WHILE", station.Path("marker")}};
-    // The archive goes after the program has looked at it at its start: when the first event is printed.
-    station.Write("marker", "");
-    const Finished run =
-        RunShell(station.Path(),
-                 QString("env LD_PRELOAD=%1 UNSEEN=archive UNSEEN_WHILE=marker zucmtr watch --once --out out "
-                         "--archive archive in")
-                     .arg(WATCH_FAULTS_LIBRARY));
+    const Finished run = station.Once({"--archive", "archive"}, {{"LD_PRELOAD", WATCH_FAULTS_LIBRARY},
+                                                                 {"UNUSABLE", "archive"},
+                                                                 {"UNUSABLE_WHILE", station.Path("in")}});
     EXPECT_EQ(run.code, 1);
+    EXPECT_EQ(Station::EventsIn(run.out, "trouble", "reason"), QStringList{"archiveUnusable"});
     EXPECT_EQ(Station::EventsIn(run.out, "converting"), QStringList());
-    EXPECT_TRUE(QFile::remove(station.Path("marker")));
-    EXPECT_EQ(station.Once({"--archive", "archive"}, fault).code, 0);
+    EXPECT_EQ(Station::EventsIn(run.out, "stopped", "reason"), QStringList{"trouble"});
+    EXPECT_EQ(station.Once({"--archive", "archive"}).code, 0);
 }
 
 // Neither the recordings nor the attempts are spent on it, and the room that is there again is noticed.
