@@ -210,9 +210,11 @@ bool Watch::MayWork()
         journal.Flush();
     } catch (const WatchPlaceError& error) {
         trouble.Meet(error.word, QString::fromUtf8(error.what()), WatchTrouble::Cure::Look);
+        troublesInRow = troublesBorne; // nothing can be begun
         return false;
     } catch (const WatchJournal::Unwritable& error) {
         trouble.Meet(reason::JournalNotWritten, QString::fromUtf8(error.what()), WatchTrouble::Cure::Look);
+        troublesInRow = troublesBorne;
         return false;
     }
     trouble.Looked();
@@ -229,6 +231,14 @@ bool Watch::IsAsItWas(const QString& path)
         waiting.remove(path);
         return false;
     case Fingerprint::State::Unknown:
+        if (order.once) {
+            BatchItem item;
+            item.recording = one.recording;
+            item.Fail(reason::SourceUnreadable,
+                      Tr("watch", "not converted: its files cannot be looked at; the next run tries again"));
+            FailForThisRun(path, item);
+            return false;
+        }
         one.due = Clock::now() + std::max(order.quiet, order.retryAfter);
         return false;
     case Fingerprint::State::There:
@@ -320,8 +330,13 @@ void Watch::Postpone(Waiting& one, const BatchItem& item)
     one.isDoubtful = true;
     ++troublesInRow;
     trouble.Meet(item.reason, item.error, WatchTrouble::Cure::Work, path);
-    if (!order.once)
-        return;
+    if (order.once)
+        FailForThisRun(path, item);
+}
+
+// The next run tries it as if nothing had been.
+void Watch::FailForThisRun(const QString& path, const BatchItem& item)
+{
     QJsonObject object = EventOf(item);
     object["attempt"] = 1;
     object["retrySeconds"] = QJsonValue();

@@ -67,6 +67,7 @@ private:
     void Convert(Waiting& one);
     void Finish(Waiting& one, const BatchItem& item);
     void Postpone(Waiting& one, const BatchItem& item);
+    void FailForThisRun(const QString& path, const BatchItem& item);
     void Fail(Waiting& one, const BatchItem& item);
     void Remember(const std::function<void()>& note);
     std::chrono::milliseconds PauseAfter(int failures) const;

@@ -2738,6 +2738,10 @@ SIGTERM и Ctrl-C завершают работу после начатой ос
         <source>the system reports no changes of this many directories, as its limit is reached; they are scanned every %1 seconds or more; raise fs.inotify.max_user_watches</source>
         <translation>об изменениях стольких каталогов система не сообщает: её предел исчерпан; они просматриваются каждые %1 с или реже; увеличьте fs.inotify.max_user_watches</translation>
     </message>
+    <message>
+        <source>not converted: its files cannot be looked at; the next run tries again</source>
+        <translation>не преобразована: её файлы недоступны; следующий запуск попробует снова</translation>
+    </message>
 </context>
 <context>
     <name>work</name>
