@@ -89,7 +89,8 @@ TEST(Batch, NoteOnACutChainFollowsTheRecordsName)
     const Finished run = place.Convert({"a.ZU"});
     EXPECT_EQ(run.code, 0);
     EXPECT_EQ(run.out, Converted("a.ZU", 0) + "; the recording ends early, 'a.Z01' does not continue "
-                                              "'a.ZU': they differ\n");
+                                              "'a.ZU': they differ [Параметры файлов [a.Z01] и [a.ZU] "
+                                              "различны, окончание осциллограммы некорректно]\n");
 }
 
 TEST(Batch, NotesOfAFailureFollowItsText)
@@ -103,9 +104,11 @@ TEST(Batch, NotesOfAFailureFollowItsText)
     EXPECT_EQ(run.code, 1);
     EXPECT_EQ(
         run.err, // without a summary, as of a single file
-        "zucmtr: a.ZU: not converted: its duration is 0, so it cannot be converted; the recording of "
-        "'a.ZU' ends early, a continuation file cannot be read: the file ends within its header; was the "
-        "copy interrupted?\n");
+        "zucmtr: a.ZU: not converted: its duration is 0, so it cannot be converted [Плохое значение fullTime "
+        "(==0)]; the recording of 'a.ZU' ends early, a continuation file cannot be read: the file ends "
+        "within "
+        "its header; was the copy interrupted? [Ошибка обработки файла a.ZU [Ошибка при чтении файла "
+        "[ZuFileHeader]], окончание осциллограммы некорректно]\n");
 }
 
 TEST(Batch, ContinuationsOfGivenFilesArePassedOver)
@@ -151,17 +154,33 @@ TEST(Batch, NameThatTheChainDoesNotKnowIsNoContinuation)
                   Summary(2, "1 converted and verified, 1 failed"));
 }
 
-TEST(Batch, RecordThatReplacesAnotherIsTold)
+TEST(Batch, RecordOfAnotherRecordingIsReplacedOnlyIfToldTo)
+{
+    const Workplace place;
+    place.Write("a.ZU", Encode(ShortRecording(0)));
+    recorderfile::Recording other = ShortRecording(0);
+    std::get<recorderfile::AnalogChannel>(other.sections[0]).samples[1] = 5;
+    place.Write("b.ZU", Encode(other));
+    const QString record = "out/" + ShortRecordName(0);
+    const Finished run = place.Convert({"a.ZU", "b.ZU"});
+    EXPECT_EQ(run.code, 1);
+    EXPECT_EQ(Untimed(run.err),
+              "zucmtr: b.ZU: not converted: '" + record +
+                  ".cfg' is there already and is not the record of this recording ('" + record +
+                  ".dat' has other samples than the recording); move it away, choose another directory by "
+                  "--out, or replace it by --replace\n" +
+                  Summary(2, "1 converted and verified, 1 failed"));
+    EXPECT_EQ(ReadBytes(place.Path(record + ".dat")), "1,0,1,1\n2,417,-2,1\n3,833,3,1\n");
+}
+
+TEST(Batch, CopyOfARecordingHasItsRecordAlready)
 {
     const Workplace place;
     place.Write("a.ZU", Encode(ShortRecording(0)));
     place.Write("b.ZU", Encode(ShortRecording(0)));
     const Finished run = place.Convert({"a.ZU", "b.ZU"});
     EXPECT_EQ(run.code, 0);
-    EXPECT_EQ(Untimed(run.err),
-              QStringLiteral("zucmtr: b.ZU: its record replaced that of a.ZU, which has the same name; "
-                             "convert them into different directories\n") +
-                  Summary(2, "2 converted and verified"));
+    EXPECT_EQ(run.out, Converted("a.ZU", 0) + "\n" + Converted("b.ZU", 0) + "; it was there already\n");
 }
 
 TEST(Batch, RecordThatIsNotInPlaceIsAFailure)
@@ -172,11 +191,11 @@ TEST(Batch, RecordThatIsNotInPlaceIsAFailure)
     const Finished run = place.Convert({"a.ZU"});
     EXPECT_EQ(run.code, 1);
     EXPECT_EQ(run.out, QString());
-    EXPECT_EQ(
-        run.err,
-        QStringLiteral("zucmtr: a.ZU: not converted: the record could not be put in place, 'out/%1.cfgtmp' "
-                       "is left; free the final name and the disk, then convert again\n")
-            .arg(ShortRecordName(0)));
+    EXPECT_EQ(run.err, QStringLiteral(
+                           "zucmtr: a.ZU: not converted: 'out/%1.cfg' is there already and is not the record "
+                           "of this recording ('out/%1.cfg' is not a file); move it away, choose another "
+                           "directory by --out, or replace it by --replace\n")
+                           .arg(ShortRecordName(0)));
 }
 
 TEST(Batch, CffRecordIsOneFile)

@@ -51,7 +51,7 @@ TEST(LibraryText, IsKnownForEveryFailureInTheSources)
     ASSERT_EQ(texts.size(), 42);
     for (const QString& text : texts) {
         const bool isSuccess = text.startsWith("Преобразование в Comtrade выполнено успешно");
-        EXPECT_NE(HasRussianLetter(explain::LibraryText(text)), !isSuccess) << text;
+        EXPECT_EQ(explain::LibraryText(text) == text, isSuccess) << text;
     }
 }
 
@@ -61,9 +61,11 @@ TEST(LibraryText, TakesPathsAsTheyAre)
         explain::LibraryText("Ошибка обработки файла a.ZU [Ошибка загрузки параметров аналогового канала "
                              "[канал Q[1]:%2 не содержит данных]], окончание осциллограммы некорректно"),
         "the recording of 'a.ZU' ends early, a continuation file cannot be read: an analog channel cannot "
-        "be read: 'Q[1]:%2' has no data");
+        "be read: 'Q[1]:%2' has no data [Ошибка обработки файла a.ZU [Ошибка загрузки параметров аналогового "
+        "канала [канал Q[1]:%2 не содержит данных]], окончание осциллограммы некорректно]");
     EXPECT_EQ(explain::LibraryText("Ошибка записи в [%1/%2.cfgtmp]"),
-              "'%1/%2.cfgtmp' cannot be written; check the free space and the permissions");
+              "'%1/%2.cfgtmp' cannot be written; check the free space and the permissions "
+              "[Ошибка записи в [%1/%2.cfgtmp]]");
     EXPECT_EQ(explain::LibraryText("что-то новое"), "что-то новое");
 }
 
@@ -79,4 +81,13 @@ TEST(SystemText, IsFoundByNumberAndByText)
     EXPECT_EQ(explain::SystemText(ENOSPC), "No space left on device");
     EXPECT_EQ(explain::SystemText(QStringLiteral("Permission denied")), "Permission denied");
     EXPECT_EQ(explain::SystemText(QStringLiteral("Unable to rename")), "Unable to rename");
+}
+
+TEST(SystemText, IsNeverAnUnknownError)
+{
+    const QString unknown = "the system gives no reason";
+    EXPECT_EQ(explain::SystemText(QStringLiteral("Unknown error")), unknown); // as Qt has it
+    EXPECT_EQ(explain::SystemText(QString()), unknown);
+    EXPECT_EQ(explain::SystemText(0), unknown);
+    EXPECT_EQ(explain::SystemText(ENOSPC), "No space left on device");
 }

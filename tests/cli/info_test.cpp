@@ -76,9 +76,10 @@ TEST(Info, SaysWhatIsLeftOfABadFile)
     const Finished cut = RunProgram(place.Path(), {"info", "cut.ZU"});
     EXPECT_EQ(cut.code, 1);
     EXPECT_EQ(cut.out, "cut.ZU\n  Size:      300 bytes\n  Channels:  2 in the header\n");
-    EXPECT_EQ(cut.err,
-              "zucmtr: cut.ZU: the file ends before all the channels that its header promises; was the "
-              "copy interrupted?\n");
+    EXPECT_EQ(
+        cut.err,
+        "zucmtr: cut.ZU: cut off: 300 of at least 339 bytes, after 0 of its 2 channels [Ошибка при чтении "
+        "файла [ZuFileSectionHeader]]\n");
 
     place.Write("tiny.ZU", bytes.left(10));
     const Finished tiny = RunProgram(place.Path(), {"info", "tiny.ZU"});

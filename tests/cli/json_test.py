@@ -1,6 +1,8 @@
 """Every line that the program prints for programs, against docs/zucmtr.schema.json and docs/json.md.
 
-    json_test.py ZUCMTR SOURCE_DIRECTORY
+    json_test.py ZUCMTR SOURCE_DIRECTORY FAULTS
+
+FAULTS is the library of watchfaults.cpp.
 """
 import json
 import os
@@ -19,6 +21,7 @@ from zufiles import analog, discrete, recording
 
 PROGRAM = pathlib.Path(sys.argv[1]).absolute()
 SOURCE = pathlib.Path(sys.argv[2]).absolute()
+FAULTS = sys.argv[3]
 SCHEMA = json.loads((SOURCE / "docs/zucmtr.schema.json").read_text(encoding="utf-8"))
 PAGE = (SOURCE / "docs/json.md").read_text(encoding="utf-8")
 QUIET = 50  # milliseconds until a recording counts as complete
@@ -68,8 +71,8 @@ class Place:
     def info(self, *words):
         return self.run("info", "--json", *words)
 
-    def watch(self, *words):
-        return self.run("watch", "--once", "--out", "out", *words)
+    def watch(self, *words, **environment):
+        return self.run("watch", "--once", "--out", "out", *words, **environment)
 
     def record(self):
         return next((self.directory / "out").glob("*.cfg"))
@@ -148,7 +151,8 @@ class Runs(unittest.TestCase):
     # zucmtr convert
 
     def test_convert_recordings_that_succeed(self):
-        place = self.place(a=recording(), b=recording(minutes=1), c=recording(minutes=1), d=recording(minutes=2))
+        place = self.place(a=recording(), b=recording(minutes=1), c=recording([analog()], minutes=1),
+                           d=recording(minutes=2))
         place.write("a.Z01", recording())
         (planned,) = place.convert("--dry-run", "a.ZU")
         self.assertEqual(planned["status"], "planned")
@@ -157,7 +161,8 @@ class Runs(unittest.TestCase):
         (present,) = place.convert("--remove-source", "a.ZU")
         self.assertEqual((present["status"], present["source"], present["sources"]),
                          ("present", "removed", ["a.ZU", "a.Z01"]))
-        self.assertEqual([one.get("replaced") for one in place.convert("b.ZU", "c.ZU")], [None, "b.ZU"])
+        self.assertEqual([one.get("replaced") for one in place.convert("--replace", "b.ZU", "c.ZU")],
+                         [None, "b.ZU"])
         (place.directory / "archive").mkdir()
         (archived,) = place.convert("--archive", "archive", "d.ZU")
         self.assertEqual(archived["source"], "archived")
@@ -189,7 +194,7 @@ class Runs(unittest.TestCase):
         for name in (place.directory / "out").glob("*.cfg"):
             name.unlink()
             name.mkdir()
-        self.assertEqual(reasons(place.convert("c.ZU")), ["recordNotInPlace"])
+        self.assertEqual(reasons(place.convert("--replace", "c.ZU")), ["recordNotInPlace"])
 
     def test_lack_of_memory_has_its_word(self):
         place = self.place()
@@ -339,13 +344,13 @@ BAY03=W,V
         self.assertEqual([one["event"] for one in events],
                          ["started"] + 3 * ["found"] + 2 * ["converting", "converted"] +
                          ["converting", "failed", "stopped"])
-        self.assertTrue(events[7]["replaced"].endswith("/in/a.ZU"), events[7])
         self.assertEqual((events[9]["reason"], events[9]["retrySeconds"]), ("notConverted", None))
         self.assertEqual((events[10]["reason"], events[10]["converted"], events[10]["failed"]), ("done", 2, 1))
-        journal = place.directory / "out/.zucmtr-watch"
-        begun = next(line for line in journal.read_bytes().splitlines(True) if line.startswith(b"B"))
-        journal.write_bytes(b"zucmtr watch 1\n" + 9 * begun)
-        self.assertIn("neverEnded", reasons(place.watch("--ini", "ZuDrv.ini", "in")))
+        faults = {"LD_PRELOAD": FAULTS, "END_AT": "b.ZU"}
+        (place.directory / "out/.zucmtr-watch").unlink()
+        for _ in range(2):
+            place.watch("--ini", "ZuDrv.ini", "in", **faults)
+        self.assertIn("neverEnded", reasons(place.watch("--ini", "ZuDrv.ini", "in", **faults)))
 
     def test_watch_that_puts_recordings_away(self):
         place = self.place()
@@ -354,6 +359,44 @@ BAY03=W,V
             place.write("in/a.ZU", recording(minutes=minutes))
             events = place.watch(*words, "--ini", "ZuDrv.ini", "in")
             self.assertEqual([one["source"] for one in events if "source" in one], [fate])
+
+    def test_watch_of_what_is_no_recording(self):
+        place = self.place()
+        place.write("in/a.Z01", recording())
+        place.write("in/.b.ZU.zucmtr-abc123", recording())
+        events = place.watch("--ini", "ZuDrv.ini", "in", LD_PRELOAD=FAULTS, NO_WATCHES="1")
+        told = {one["event"]: one for one in events}
+        self.assertEqual((told["orphan"]["file"], told["orphan"]["first"]), ("in/a.Z01", "in/a.ZU"))
+        self.assertEqual(told["leftovers"]["back"], ["in/b.ZU"])
+        self.assertEqual(told["unwatched"]["count"], 1)
+
+    def test_watch_that_waits_for_directories(self):
+        place = self.place()
+        for name in ("in", "archive", "state"):
+            (place.directory / name).mkdir()
+        words = ["watch", "--ini", "ZuDrv.ini", "--out", "out", "--archive", "archive", "--state", "state/journal",
+                 "--rescan", "0.05", "--retry-after", "0.01", "in"]
+        child = subprocess.Popen([PROGRAM, *words], cwd=place.directory, stdout=subprocess.PIPE,
+                                 stderr=subprocess.DEVNULL)
+        try:
+            self.next(child, "started")
+            for name, word in (("out", "outputUnusable"), ("archive", "archiveUnusable"),
+                               ("state", "journalNotWritten")):
+                (place.directory / name).rename(place.directory / "away")
+                self.assertEqual(self.next(child, "trouble")["reason"], word)
+                (place.directory / "away").rename(place.directory / name)
+                self.assertEqual(self.next(child, "recovered")["reason"], word)
+        finally:
+            child.kill()
+            child.communicate()
+
+    def test_watch_that_ends_by_trouble(self):
+        place = self.place()
+        place.write("in/a.ZU", recording())
+        (place.directory / "archive").mkdir()
+        events = place.watch("--ini", "ZuDrv.ini", "--archive", "archive", "in", LD_PRELOAD=FAULTS, UNUSABLE="archive",
+                             UNUSABLE_WHILE="in")
+        self.assertEqual((events[-1]["reason"], events[-1]["waiting"]), ("trouble", 1))
 
     def test_watch_until_a_signal(self):
         place = self.place()
@@ -451,4 +494,4 @@ def load_tests(loader, _tests, _pattern):
 
 
 if __name__ == "__main__":
-    unittest.main(argv=[sys.argv[0]] + sys.argv[3:])
+    unittest.main(argv=[sys.argv[0]] + sys.argv[4:])

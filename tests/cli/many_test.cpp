@@ -182,7 +182,7 @@ TEST(Many, EqualNamesAtOnceAreConvertedOneAfterTheOther)
         place.Write(name, Encode(recording));
         names << name;
     }
-    const Finished run = place.Convert(QStringList{"-j", "4"} + names);
+    const Finished run = place.Convert(QStringList{"-j", "4", "--replace"} + names);
     EXPECT_EQ(run.code, 0);
     EXPECT_EQ(run.err.count("its record replaced that of"), 29);
     EXPECT_TRUE(run.err.contains("zucmtr: 29.ZU: its record replaced that of 28.ZU, ")) << run.err;

@@ -320,3 +320,22 @@ TEST(NullDevice, StaysADeviceWhateverIsWrittenToIt)
     EXPECT_EQ(run.code, 0) << run.err;
     EXPECT_EQ(run.err, QString());
 }
+
+TEST(OutputLinks, WhatIsReadIsNeverReplaced)
+{
+    const Workplace place;
+    const QByteArray recording = Encode(ShortRecording());
+    place.Write("a.ZU", recording);
+    place.Write("a.Z01", recording);
+    QFile::link(place.Path("a.ZU"), place.Path("link.html"));
+    for (const QStringList& command :
+         {QStringList{"view", "a.ZU", "-o", "a.ZU"}, QStringList{"view", "a.ZU", "--svg", "a.Z01"},
+          QStringList{"view", "a.ZU", "--png", "./a.ZU"}, QStringList{"view", "a.ZU", "-o", "link.html"},
+          QStringList{"dictionary", "a.ZU", "--force", "-o", "a.ZU"}}) {
+        const Finished run = RunProgram(place.Path(), command);
+        EXPECT_EQ(run.code, 2) << command.join(' ');
+        EXPECT_TRUE(run.err.endsWith("' is what is to be read; choose another name\n")) << run.err;
+    }
+    EXPECT_EQ(ReadBytes(place.Path("a.ZU")), recording);
+    EXPECT_EQ(ReadBytes(place.Path("a.Z01")), recording);
+}

@@ -81,12 +81,19 @@ TEST(Usage, HelpOfConvertNamesItsOptions)
 {
     const Finished run = RunProgram(QString(), {"convert", "--help"});
     EXPECT_EQ(run.code, 0);
-    for (const char* option :
-         {"--ini FILE",     "--defaults SECTION", "--device SECTION",  "--out DIR",
-          "--make-out",     "-r,--recursive",     "-j,--jobs N",       "--continue",
-          "--fail-fast",    "--dry-run",          "--verify",          "--no-verify",
-          "--trust-writer", "--remove-source",    "--archive DIR",     "-q,--quiet",
-          "--json",         "--log FILE",         "--max-memory SIZE", "FILE ... REQUIRED"})
+    for (const char* option : {"--ini FILE",       "--defaults SECTION",
+                               "--device SECTION", "--out DIR",
+                               "--make-out",       "-r,--recursive",
+                               "-j,--jobs N",      "--continue",
+                               "--fail-fast",      "--dry-run",
+                               "--verify",         "--no-verify",
+                               "--trust-writer",   "--remove-source",
+                               "--archive DIR",    "-q,--quiet",
+                               "--flat",           "--again",
+                               "--replace",        "--sync",
+                               "--no-sync",        "--json",
+                               "--log FILE",       "--max-memory SIZE",
+                               "FILE ... REQUIRED"})
         EXPECT_TRUE(run.out.contains(QLatin1String("\n  ") + QLatin1String(option))) << option;
 }
 

@@ -3,6 +3,7 @@
 #include <cerrno>
 #include <cstdarg>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <dlfcn.h>
 #include <fcntl.h>
@@ -30,7 +31,12 @@ bool Strikes(shim::Kind kind, const std::string& path)
 {
     if (!armed || path.compare(0, theDirectory.size(), theDirectory) != 0 || (thePlan.kinds & kind) == 0)
         return false;
-    if (++counted != thePlan.nth)
+    ++counted;
+    if (thePlan.onwards && counted > thePlan.nth) {
+        errno = thePlan.error;
+        return true;
+    }
+    if (counted != thePlan.nth)
         return false;
     struckPath = path;
     struckKind = kind;
@@ -164,6 +170,12 @@ __attribute__((visibility("default"))) int renameat2(int fromDirectory, const ch
     return Strikes(shim::Rename, from) ? -1 : next(fromDirectory, from, toDirectory, to, flags);
 }
 
+__attribute__((visibility("default"))) char* mkdtemp(char* pattern)
+{
+    static const auto next = Next<char* (*)(char*)>("mkdtemp");
+    return Strikes(shim::MakeDirectory, pattern) ? nullptr : next(pattern);
+}
+
 __attribute__((visibility("default"))) int unlink(const char* path)
 {
     static const auto next = Next<int (*)(const char*)>("unlink");
@@ -173,7 +185,9 @@ __attribute__((visibility("default"))) int unlink(const char* path)
 __attribute__((visibility("default"))) int fsync(int descriptor)
 {
     static const auto next = Next<int (*)(int)>("fsync");
-    return Strikes(shim::Sync, PathOf(descriptor)) ? -1 : next(descriptor);
+    if (Strikes(shim::Sync, PathOf(descriptor)))
+        return -1;
+    return armed && thePlan.skipSync ? 0 : next(descriptor);
 }
 
 __attribute__((visibility("default"))) int fdatasync(int descriptor)

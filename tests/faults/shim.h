@@ -12,7 +12,8 @@ enum Kind : unsigned {
     Unlink = 16,
     Close = 32,
     Sync = 64,
-    All = 127
+    All = 127,
+    MakeDirectory = 128 // a temporary one; not among All
 };
 
 struct Plan
@@ -20,6 +21,8 @@ struct Plan
     unsigned kinds = All;       // which calls are counted
     long nth = 0;               // the call, from 1, at which it happens; 0: only count
     int error = 0;              // errno of the failure; 0: the call goes through
+    bool onwards = false;       // all later calls fail, too
+    bool skipSync = false;      // syncs that go through do nothing, which saves their time
     bool shortCount = false;    // a read or write takes half of what it should
     void (*action)() = nullptr; // called before the call goes on
 };

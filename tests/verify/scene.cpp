@@ -68,6 +68,11 @@ QString Scene::Verdict() const
     return QString();
 }
 
+verify::Standing Scene::Find(const QString& directory) const
+{
+    return verifier->Find(Recording(), directory).standing;
+}
+
 // A fresh file: the system may write a truncated one to the disk at once, which takes its time.
 static void Replace(const QString& path, const QByteArray& bytes)
 {

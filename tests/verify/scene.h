@@ -40,6 +40,12 @@ public:
     /// The verdict after the record's file with this extension got these bytes; the file is put back.
     QString VerdictWith(const QString& extension, const QByteArray& bytes) const;
 
+    /// What the record in directory is for the recording.
+    verify::Standing Find(const QString& directory) const;
+
+    /// Directory of the record.
+    QString Out() const { return station.Directory().Path(QStringLiteral("out")); }
+
     QByteArray Bytes(const QString& extension) const { return ReadBytes(Path(extension)); }
 
     /// Path of the record's file.

@@ -2,6 +2,7 @@
 #include "comtrade/record.h"
 
 #include "comtrade/datareader.h"
+#include "comtrade/mark.h"
 #include "explain/system.h"
 #include "zucmtr/texts.h"
 
@@ -50,29 +51,6 @@ QString PieceBeside(const QString& configurationPath, const QString& extension)
             return base + spelling;
     }
     return QString();
-}
-
-// A section mark of a container, such as "--- file type: DAT BINARY: 1234 ---".
-struct Mark
-{
-    QString kind;          // CFG, INF, HDR or DAT
-    qint64 dataBytes = -1; // of binary data
-};
-
-std::optional<Mark> MarkOf(const QByteArray& line)
-{
-    const QString text = QString::fromLatin1(line).simplified().toUpper();
-    const QString head = QStringLiteral("--- FILE TYPE:");
-    if (!text.startsWith(head) || !text.endsWith(QLatin1String("---")))
-        return std::nullopt;
-    const QString inside = text.mid(head.size(), text.size() - head.size() - 3).trimmed();
-    Mark mark;
-    mark.kind = inside.section(QLatin1Char(' '), 0, 0);
-    bool ok = false;
-    const qint64 bytes = inside.section(QLatin1Char(':'), 1).trimmed().toLongLong(&ok);
-    if (ok)
-        mark.dataBytes = bytes;
-    return mark;
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "explain/file.h"
 
+#include "explain/cutoff.h"
 #include "explain/library.h"
 #include "explain/system.h"
 #include "zucmtr/reasons.h"
@@ -185,6 +186,13 @@ QString NotConvertible(const QString& path)
     return OtherKind(path, beginning);
 }
 
+// Whether the library has come to an end of the file that it did not expect.
+static bool IsFailedRead(const QString& libraryText)
+{
+    return libraryText.contains(QStringLiteral("чтение файла")) ||
+           libraryText.contains(QStringLiteral("при чтении файла"));
+}
+
 QString NotLoaded(const QString& path, const QString& libraryText)
 {
     QString unreadable = Unreadable(path);
@@ -193,7 +201,8 @@ QString NotLoaded(const QString& path, const QString& libraryText)
     const QByteArray beginning = BeginningOf(path);
     if (beginning.isEmpty() || !IsRecordingsBeginning(beginning))
         return OtherKind(path, beginning);
-    return LibraryText(libraryText);
+    const QString cutOff = IsFailedRead(libraryText) ? CutOffText(path) : QString();
+    return cutOff.isEmpty() ? LibraryText(libraryText) : WithLibraryText(cutOff, libraryText);
 }
 
 QString NotARecord(const QString& path)

@@ -91,16 +91,40 @@ const Meaning meanings[] = {
      QT_TRANSLATE_NOOP("library", "the recording ends early, '%1' does not continue '%2': they differ")},
 };
 
-} // namespace
+// Empty for a text that is not known.
+QString MeaningOf(const QString& text);
 
-QString LibraryText(const QString& text)
+QString MeaningOrText(const QString& text)
+{
+    const QString meaning = MeaningOf(text);
+    return meaning.isEmpty() ? text : meaning;
+}
+
+QString MeaningOf(const QString& text)
 {
     for (const Meaning& meaning : meanings) {
         const std::optional<QStringList> places = PlacesOf(text, QString::fromUtf8(meaning.library));
-        if (places)
-            return Filled(Tr("library", meaning.text), LibraryTexts(*places));
+        if (!places)
+            continue;
+        QStringList values;
+        for (const QString& place : *places)
+            values << MeaningOrText(place);
+        return Filled(Tr("library", meaning.text), values);
     }
-    return text;
+    return QString();
+}
+
+} // namespace
+
+QString WithLibraryText(const QString& sentence, const QString& text)
+{
+    return text.isEmpty() ? sentence : QStringLiteral("%1 [%2]").arg(sentence, text);
+}
+
+QString LibraryText(const QString& text)
+{
+    const QString meaning = MeaningOf(text);
+    return meaning.isEmpty() ? text : WithLibraryText(meaning, text);
 }
 
 QStringList LibraryTexts(const QStringList& texts)

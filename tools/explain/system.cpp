@@ -43,6 +43,12 @@ const Failure failures[] = {
     {EINVAL, QT_TRANSLATE_NOOP("system", "Invalid argument")},
 };
 
+// Qt calls a failure "Unknown error" for which the system gave no reason.
+QString UnknownReason()
+{
+    return Tr("system", "the system gives no reason");
+}
+
 } // namespace
 
 QString SystemText(int error)
@@ -51,6 +57,8 @@ QString SystemText(int error)
         if (failure.error == error)
             return Tr("system", failure.text);
     }
+    if (error == 0)
+        return UnknownReason();
     return QString::fromLocal8Bit(std::strerror(error));
 }
 
@@ -62,6 +70,8 @@ QString SystemText(const QString& text)
             text == QString::fromLocal8Bit(std::strerror(failure.error)))
             return Tr("system", failure.text);
     }
+    if (text.isEmpty() || text == QLatin1String("Unknown error"))
+        return UnknownReason();
     return text;
 }
 

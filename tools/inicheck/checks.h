@@ -17,6 +17,10 @@ void CheckLines(const IniLines& ini, Findings& findings);
 void CheckParameters(const IniLines& ini, const QString& section, const QString& defaults,
                      Findings& findings);
 
+/// The texts of the station and the recorder that go into the configuration of each record; of those that a
+/// device lacks, those of the defaults.
+void CheckIdentity(const IniLines& ini, const QString& section, const QString& defaults, Findings& findings);
+
 /// The sorting dictionary and the bays of a section.
 void CheckDictionary(const IniLines& ini, const QString& section, Findings& findings);
 

@@ -4,6 +4,7 @@
 #include "zucmtr/texts.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace inicheck {
 
@@ -36,6 +37,9 @@ void CheckStrayDictionary(const IniLines& ini, const Question& question, Finding
 Findings Check(const Question& question)
 {
     const IniLines ini(question.ini);
+    if (ini.OtherEncoding() &&
+        !ini.OtherEncoding()->isRecognised) // all else would speak of letters that are none
+        return {{0, Severity::Error, reason::NotUtf8, EncodingText(*ini.OtherEncoding())}};
     Findings findings;
     CheckLines(ini, findings);
     CheckParameters(ini, question.defaults, question.defaults, findings);
@@ -45,6 +49,20 @@ Findings Check(const Question& question)
     std::stable_sort(findings.begin(), findings.end(),
                      [](const Finding& a, const Finding& b) { return a.line < b.line; });
     return findings;
+}
+
+Findings SpoilsRecords(const QString& ini, const QString& defaults, const QString& device)
+{
+    const IniLines lines(ini);
+    Findings all;
+    CheckIdentity(lines, device, defaults, all);
+    CheckDictionary(lines, device, all);
+    Findings spoiling;
+    std::copy_if(all.begin(), all.end(), std::back_inserter(spoiling), [](const Finding& finding) {
+        const QLatin1String reason(finding.reason);
+        return reason == QLatin1String(reason::CommaInText) || reason == QLatin1String(reason::PercentInText);
+    });
+    return spoiling;
 }
 
 } // namespace inicheck

@@ -22,4 +22,8 @@ struct Question
 /// All findings by line. Throws std::runtime_error (UTF-8 text) if the ini file cannot be read.
 Findings Check(const Question& question);
 
+/// What of the two sections makes records that no program opens, whatever the recording: texts that are in
+/// force for the device. Throws likewise.
+Findings SpoilsRecords(const QString& ini, const QString& defaults, const QString& device);
+
 } // namespace inicheck

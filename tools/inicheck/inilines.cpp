@@ -64,7 +64,9 @@ IniLines::IniLines(const QString& path)
                                      .toStdString());
     const QByteArray bytes = file.readAll();
     byteOrderMark = bytes.startsWith("\xEF\xBB\xBF");
-    badlyEncoded = NotUtf8(bytes);
+    encoding = OtherEncodingOf(bytes);
+    if (!encoding)
+        badlyEncoded = NotUtf8(bytes);
     file.seek(0);
     QTextStream stream(&file);
     stream.setCodec(ZuCmtrConverter::codecIni);

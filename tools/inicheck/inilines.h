@@ -1,6 +1,8 @@
 // An ini file line by line, divided as the converter's reader divides it.
 #pragma once
 
+#include "inicheck/encoding.h"
+
 #include <QHash>
 #include <QString>
 #include <QStringList>
@@ -38,7 +40,10 @@ public:
     /// Whether the file begins with a byte order mark, which the reader skips.
     bool HasByteOrderMark() const { return byteOrderMark; }
 
-    /// Numbers of the lines that are not UTF-8.
+    /// The encoding of the whole file if it is not UTF-8.
+    const std::optional<Encoding>& OtherEncoding() const { return encoding; }
+
+    /// Numbers of the lines that are not UTF-8; none of a file in another encoding.
     const std::vector<int>& BadlyEncoded() const { return badlyEncoded; }
 
     /// The line that counts for a key; null if there is none.
@@ -56,6 +61,7 @@ public:
 private:
     std::vector<IniLine> lines;
     std::vector<int> badlyEncoded;
+    std::optional<Encoding> encoding;
     bool byteOrderMark = false;
     QHash<QString, size_t> counting;             // full key: index of the line
     QHash<QString, std::vector<size_t>> entries; // section: indexes of its entries' lines

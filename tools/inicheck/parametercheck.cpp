@@ -51,7 +51,8 @@ public:
             Say(ini.LineOfSection(section), Severity::Note, reason::TakenFromDefaults,
                 Tr("check", "taken from [%1]: %2").arg(defaults, taken.join(QLatin1String(", "))));
         CheckUnknown();
-        CheckIdentity();
+        inicheck::CheckIdentity(ini, section, section, findings);
+        CheckFileNames();
         CheckCodePage();
         CheckCombination();
     }
@@ -128,16 +129,14 @@ private:
         }
     }
 
-    // What goes into the first line of the configuration and into the names of the files.
-    void CheckIdentity()
+    // What goes into the names of the files.
+    void CheckFileNames()
     {
         static const QRegularExpression left(QStringLiteral("[\"\\\\/:*?<>|]"));
         for (const char* key : {objectKey, sourceKey, subjectKey}) {
             const IniLine* line = ini.Find(section, QString::fromUtf8(key));
             if (line == nullptr)
                 continue;
-            if (key != subjectKey)
-                CheckRecordText(line->number, QString::fromUtf8(key), line->value, findings);
             if (line->value.contains(left))
                 Say(line->number, Severity::Note, reason::CharactersLeftOut,
                     Tr("check",
@@ -204,6 +203,18 @@ bool IsDictionaryKey(const QString& key)
 {
     static const QRegularExpression pattern(QStringLiteral("\\A(?:n(?:An|Di|Bay)Max|(?:A|D|BAY)[0-9]+)\\z"));
     return pattern.match(key).hasMatch();
+}
+
+void CheckIdentity(const IniLines& ini, const QString& section, const QString& defaults, Findings& findings)
+{
+    for (const char* key : {objectKey, sourceKey}) {
+        const QString name = QString::fromUtf8(key);
+        const IniLine* line = ini.Find(section, name);
+        if (line == nullptr || line->value.isEmpty())
+            line = ini.Find(defaults, name);
+        if (line != nullptr)
+            CheckRecordText(line->number, name, line->value, findings);
+    }
 }
 
 void CheckParameters(const IniLines& ini, const QString& section, const QString& defaults, Findings& findings)

@@ -1,5 +1,6 @@
 #include "output/outputfile.h"
 
+#include "explain/system.h"
 #include "zucmtr/texts.h"
 
 #include <QFile>
@@ -57,7 +58,7 @@ bool MayTryAgain(int descriptor)
 
 QString SystemText()
 {
-    return qt_error_string(errno);
+    return explain::SystemText(errno);
 }
 
 // A file that root replaces stays its owner's. Others cannot give files away, and need not.
@@ -104,8 +105,8 @@ bool OutputFile::Fail(const QString& text)
 
 bool OutputFile::FailFile()
 {
-    return Fail(
-        Tr("output", "%1; check the directory, its permissions and the free space").arg(file->errorString()));
+    return Fail(Tr("output", "%1; check the directory, its permissions and the free space")
+                    .arg(explain::SystemText(file->errorString())));
 }
 
 bool OutputFile::Open()

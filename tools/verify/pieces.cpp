@@ -7,6 +7,7 @@
 #include "zucmtr/texts.h"
 
 #include <QFile>
+#include <QFileInfo>
 
 #include <algorithm>
 
@@ -17,8 +18,17 @@ namespace {
 // More than the texts of 4096 channels can take.
 constexpr qint64 LargestText = qint64{64} << 20;
 
+// Opening a pipe would wait for ever.
+void CheckIsFile(const QString& path)
+{
+    const QFileInfo file(path);
+    if (file.exists() && !file.isFile())
+        throw Mismatch(Tr("verify", "'%1' is not a file").arg(path));
+}
+
 void Open(QFile& file)
 {
+    CheckIsFile(file.fileName());
     if (!file.open(QIODevice::ReadOnly))
         throw Mismatch(Tr("verify", "'%1' cannot be read: %2")
                            .arg(file.fileName(), explain::SystemText(file.errorString())));
@@ -70,6 +80,7 @@ Pieces::Pieces(const QString& directory, const QString& recordName, const Device
         ReadCff(param.ComtradeBin);
     else
         ReadFiles(!param.Comtrade1999);
+    CheckIsFile(dataName);
     if (!param.ComtradeBin)
         CheckLastLine();
 }

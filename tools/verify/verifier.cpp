@@ -6,6 +6,9 @@
 #include "verify/source.h"
 #include "zucmtr/texts.h"
 
+#include <exception>
+#include <new>
+
 namespace verify {
 
 namespace {
@@ -27,6 +30,20 @@ void CheckInEitherOrder(const Pieces& pieces, Source& source)
     CheckConfiguration(pieces.Configuration(), source, pieces.configurationName);
 }
 
+// Throws Mismatch, and what the reader throws.
+void CompareAll(Source& source, const QString& directory)
+{
+    const Device& device = source.Owner();
+    const Pieces pieces(directory, source.RecordName(), device);
+    CheckInEitherOrder(pieces, source);
+    comtrade::Record record(pieces.configurationName);
+    CheckData(record, source, pieces.dataName);
+    if (!device.Param().Comtrade1999) {
+        CheckReport(pieces.Report(), source, pieces.reportName);
+        CheckInformation(pieces.Information(), source, pieces.informationName);
+    }
+}
+
 } // namespace
 
 Verifier::Verifier(const QString& ini, const QString& defaults, const QString& section)
@@ -36,15 +53,29 @@ Verifier::Verifier(const QString& ini, const QString& defaults, const QString& s
 Examined Verifier::Check(const QString& firstFile, const QString& directory)
 {
     Source source(device, firstFile);
-    const Pieces pieces(directory, source.RecordName(), device);
-    CheckInEitherOrder(pieces, source);
-    comtrade::Record record(pieces.configurationName);
-    CheckData(record, source, pieces.dataName);
-    if (!device.Param().Comtrade1999) {
-        CheckReport(pieces.Report(), source, pieces.reportName);
-        CheckInformation(pieces.Information(), source, pieces.informationName);
-    }
+    CompareAll(source, directory);
     return Describe(source);
+}
+
+Presence Verifier::Find(const QString& firstFile, const QString& directory)
+{
+    Source source(device, firstFile);
+    Presence presence;
+    presence.examined = Describe(source);
+    QString reason;
+    try {
+        CompareAll(source, directory);
+        presence.standing.state = RecordState::Same;
+        return presence;
+    } catch (const std::bad_alloc&) {
+        throw;
+    } catch (const std::exception& error) {
+        reason = QString::fromUtf8(error.what());
+    }
+    presence.standing = StandingOf(source, directory);
+    if (presence.standing.reason.isEmpty() && presence.standing.state != RecordState::Absent)
+        presence.standing.reason = reason;
+    return presence;
 }
 
 Examined Verifier::Examine(const QString& firstFile)

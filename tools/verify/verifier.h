@@ -6,6 +6,7 @@
 
 #include "verify/device.h"
 #include "verify/mismatch.h"
+#include "verify/ownrecord.h"
 
 #include <QString>
 #include <QStringList>
@@ -22,6 +23,13 @@ struct Examined
     QStringList notes;
 };
 
+/// A recording, and the record that has its name.
+struct Presence
+{
+    Standing standing;
+    Examined examined;
+};
+
 /// Verifies the conversions of one converter's device, in their order: the channel order of a recording can
 /// hang on the one before it. For one thread at a time.
 class Verifier
@@ -36,6 +44,10 @@ public:
     /// Unreadable if the recording cannot be read (any more), or what the reader and the recording classes
     /// throw.
     Examined Check(const QString& firstFile, const QString& directory);
+
+    /// Looks what lies in directory under the name of the recording's record. Whatever lies there is an
+    /// answer; a recording that cannot be read throws as in Check, and so does memory that runs out.
+    Presence Find(const QString& firstFile, const QString& directory);
 
     /// Reads a recording and nothing else. To be called for each recording that the converter could not
     /// finish, and for those that are not verified. Throws Unreadable.

@@ -9,6 +9,9 @@
 
 namespace {
 
+// One may have been larger than all that follow, so one alone does not end the run.
+constexpr size_t MostWithoutRoom = 2;
+
 // Waits for its threads on every way out.
 class Threads
 {
@@ -24,8 +27,8 @@ public:
 } // namespace
 
 Batch::Batch(std::vector<std::unique_ptr<Worker>>& workers_, const std::vector<Recording>& recordings_,
-             bool failFast_)
-    : workers(workers_), recordings(recordings_), failFast(failFast_)
+             const BatchOrder& order_)
+    : workers(workers_), recordings(recordings_), order(order_)
 {}
 
 void Batch::Run(const std::function<void(const BatchItem&)>& told, const std::function<void(size_t)>& waiting)
@@ -65,36 +68,58 @@ void Batch::Work(Worker& worker)
     changed.notify_all();
 }
 
-// Recordings whose records have one name are converted one after the other, in the order of the list: the
-// library writes all of a name to the same temporary files.
+// The directory below that of the output, and the name.
+QString Batch::PlaceOf(const Worker& worker, const Recording& recording) const
+{
+    const QString directory = order.mirror ? recording.below : QString();
+    try {
+        return directory + QLatin1Char('/') + worker.RecordName(recording.path);
+    } catch (const std::bad_alloc&) {
+        return directory + QLatin1Char('/'); // as of those that cannot be read: they wait for each other
+    }
+}
+
+// Recordings whose records would be the same files are converted one after the other, in the order of the
+// list, so that it is always the first that gets them.
 bool Batch::Take(const Worker& worker, Task& task)
 {
     std::unique_lock<std::mutex> lock(mutex);
     if (stopped || interrupt::Came() || next == recordings.size())
         return false;
     task.number = next++;
-    try {
-        task.recordName = worker.RecordName(recordings[task.number].path);
-    } catch (const std::bad_alloc&) {
-        task.recordName.clear(); // as of one that cannot be read: those wait for each other
-    }
-    turns[task.recordName].push_back(task.number);
-    changed.wait(lock, [&] { return turns[task.recordName].front() == task.number; });
+    task.place = PlaceOf(worker, recordings[task.number]);
+    turns[task.place].push_back(task.number);
+    changed.wait(lock, [&] { return turns[task.place].front() == task.number; });
     return true;
 }
 
 void Batch::Finish(const Task& task, BatchItem item)
 {
     const std::lock_guard<std::mutex> lock(mutex);
-    std::deque<size_t>& turn = turns[task.recordName];
+    std::deque<size_t>& turn = turns[task.place];
     turn.pop_front();
     if (turn.empty())
-        turns.erase(task.recordName);
-    if (failFast && item.state == ItemState::Failed)
+        turns.erase(task.place);
+    CountRoom(item);
+    if (withoutRoom >= MostWithoutRoom || (order.failFast && item.state == ItemState::Failed))
         stopped = true;
     finished.emplace(task.number, std::move(item));
     ++done;
     changed.notify_all();
+}
+
+// Only a record that was written shows that there is room again.
+void Batch::CountRoom(const BatchItem& item)
+{
+    if (item.state == ItemState::Failed && item.noRoom)
+        ++withoutRoom;
+    else if (item.state == ItemState::Converted)
+        withoutRoom = 0;
+}
+
+size_t Batch::NotBegunForRoom() const
+{
+    return withoutRoom >= MostWithoutRoom ? recordings.size() - next : 0;
 }
 
 void Batch::Tell(const std::function<void(const BatchItem&)>& told,

@@ -17,12 +17,22 @@ enum class ItemState {
 
 enum class SourceFate { Kept, Removed, Archived };
 
+/// What has to be mended before a failed recording can succeed.
+enum class Blame {
+    Recording, // it, or what lies at its record's name
+    Memory,    // not enough of it
+    Output,    // the directory of the records: missing, not writable, its disk full
+    Archive    // the same of the archive
+};
+
 struct BatchItem
 {
     Recording recording;
     ItemState state = ItemState::Failed;
     QString error;                           // of a failed one: what is wrong and what to do
     const char* reason = reason::Unexpected; // of the error
+    Blame blame = Blame::Recording;          // likewise
+    bool noRoom = false;                     // because a disk is full
     QString recordName;    // without directory and extension; may be unknown for a failed one
     QString directory;     // of the record
     QStringList files;     // paths of the record's files

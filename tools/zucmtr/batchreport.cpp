@@ -13,6 +13,11 @@ QString WithNotes(const QString& text, const QStringList& notes)
     return (QStringList{text} + notes).join(QLatin1String("; "));
 }
 
+QString PlaceOf(const BatchItem& item)
+{
+    return item.directory + QLatin1Char('/') + item.recordName;
+}
+
 } // namespace
 
 BatchReport::BatchReport(ReportForm form_, bool comparesAll_, size_t total_)
@@ -36,7 +41,7 @@ void BatchReport::Tell(const Refusal& refusal)
 
 QString BatchReport::Replaced(const BatchItem& item) const
 {
-    return item.written ? records.value(item.recordName) : QString();
+    return item.written ? records.value(PlaceOf(item)) : QString();
 }
 
 void BatchReport::Tell(const BatchItem& item)
@@ -45,6 +50,8 @@ void BatchReport::Tell(const BatchItem& item)
         ++failed;
     else if (item.state == ItemState::Planned)
         ++planned;
+    else if (item.state == ItemState::Present)
+        ++present;
     else
         ++converted;
     if (form == ReportForm::Json) {
@@ -57,7 +64,7 @@ void BatchReport::Tell(const BatchItem& item)
         TellReplaced(item);
     }
     if (item.written || item.state == ItemState::Present || item.state == ItemState::Planned)
-        records[item.recordName] = item.recording.path;
+        records[PlaceOf(item)] = item.recording.path;
 }
 
 void BatchReport::TellLine(const BatchItem& item) const
@@ -78,14 +85,12 @@ void BatchReport::TellLine(const BatchItem& item) const
     PrintLine(WithNotes(text, item.notes));
 }
 
-void BatchReport::TellReplaced(const BatchItem& item)
+void BatchReport::TellReplaced(const BatchItem& item) const
 {
-    const bool wouldReplace = item.state == ItemState::Planned && records.contains(item.recordName);
-    if (wouldReplace)
-        Complain(Tr("batch",
-                    "%1: its record would replace that of %2, which has the same name; convert them into "
-                    "different directories")
-                     .arg(item.recording.path, records.value(item.recordName)));
+    if (item.state == ItemState::Planned && records.contains(PlaceOf(item)))
+        Complain(Tr("batch", "%1: its record would have the name of that of %2; unless both are the same "
+                             "recording, convert them into different directories")
+                     .arg(item.recording.path, records.value(PlaceOf(item))));
     if (!Replaced(item).isEmpty())
         Complain(Tr("batch", "%1: its record replaced that of %2, which has the same name; convert them "
                              "into different directories")
@@ -102,9 +107,10 @@ void BatchReport::Summarise(double seconds) const
             parts << text.arg(count);
     };
     add(converted, comparesAll ? Tr("batch", "%1 converted and verified") : Tr("batch", "%1 converted"));
+    add(present, Tr("batch", "%1 there already"));
     add(planned, Tr("batch", "%1 to convert"));
     add(failed, Tr("batch", "%1 failed"));
-    add(total - converted - planned - failed, Tr("batch", "%1 not begun"));
+    add(total - converted - present - planned - failed, Tr("batch", "%1 not begun"));
     Complain(
         Tr("batch", "%1 recordings: %2; %3 s")
             .arg(QString::number(total), parts.join(QLatin1String(", ")), QString::number(seconds, 'f', 2)));

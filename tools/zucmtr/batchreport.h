@@ -31,14 +31,15 @@ public:
 
 private:
     void TellLine(const BatchItem& item) const;
-    void TellReplaced(const BatchItem& item);
+    void TellReplaced(const BatchItem& item) const;
     QString Replaced(const BatchItem& item) const;
 
     const ReportForm form;
     const bool comparesAll;
     const size_t total;
     size_t converted = 0;
+    size_t present = 0;
     size_t planned = 0;
     size_t failed = 0;
-    QMap<QString, QString> records; // record name to the file that it was made of
+    QMap<QString, QString> records; // directory and name of a record to the file that it was made of
 };

@@ -8,6 +8,7 @@
 #include "texts.h"
 
 #include <explain/file.h>
+#include <inicheck/encoding.h>
 
 #include <CLI/CLI.hpp>
 
@@ -106,6 +107,13 @@ void SortFiles(const CheckOptions& options, DeviceChoice& choice, QStringList& r
     }
 }
 
+// Whether the converter takes the letters of the file for others, so that it finds nothing in it.
+bool HasUnknownLetters(const QString& ini)
+{
+    const std::optional<inicheck::Encoding> encoding = inicheck::OtherEncodingOf(ini);
+    return encoding && !encoding->isRecognised;
+}
+
 inicheck::Question QuestionOf(const CheckOptions& options)
 {
     inicheck::Question question;
@@ -114,11 +122,14 @@ inicheck::Question QuestionOf(const CheckOptions& options)
     std::vector<Recording> recordings;
     for (const QString& file : question.recordings)
         recordings.push_back({file, QString(), QString()});
+    CompleteIni(choice, recordings);
+    question.ini = choice.ini;
+    if (HasUnknownLetters(choice.ini))
+        return question; // no section can be chosen
     if (recordings.empty())
         CompleteDefaults(choice, recordings);
     else
         CompleteChoice(choice, recordings); // they are those of one recorder
-    question.ini = choice.ini;
     question.defaults = choice.defaults;
     question.devices = choice.device.isEmpty() ? DevicesOf(choice) : QStringList{choice.device};
     return question;

@@ -7,10 +7,12 @@
 
 #include <explain/file.h>
 #include <explain/system.h>
+#include <inicheck/encoding.h>
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QRegularExpression>
 #include <QStringList>
 #include <QTextStream>
 
@@ -87,6 +89,10 @@ void CheckIniFile(const QString& path)
     const QString reason = explain::Unreadable(path);
     if (!reason.isEmpty())
         throw ConfigurationError(QStringLiteral("--ini: %1: %2").arg(path, reason));
+    const std::optional<inicheck::Encoding> encoding = inicheck::OtherEncodingOf(path);
+    if (encoding && !encoding->isRecognised)
+        throw ConfigurationError(
+            QStringLiteral("--ini: %1: %2").arg(path, inicheck::EncodingText(*encoding)));
 }
 
 void CheckLogFile(const QString& path)
@@ -116,4 +122,20 @@ QString MissingSectionText(const QString& iniPath, const QString& section)
         return Tr("checks", "'%1' has no section at all; is it the recorders' ini file?").arg(iniPath);
     return Tr("checks", "'%1' has no section [%2]; it has [%3]")
         .arg(iniPath, section, sections.join(QLatin1String("], [")));
+}
+
+void CheckIsNoInput(const QString& option, const QString& path, const QString& input)
+{
+    static const QRegularExpression read(QStringLiteral("\\A(cfg|dat|hdr|inf|cff|zu|z0[1-9a-f])\\z"),
+                                         QRegularExpression::CaseInsensitiveOption);
+    const QFileInfo target(QFileInfo(path).canonicalFilePath());
+    const QFileInfo source(QFileInfo(input).canonicalFilePath());
+    if (path.isEmpty() || !target.isFile() || !source.isFile())
+        return;
+    const bool belongs = target.path() == source.path() &&
+                         target.completeBaseName() == source.completeBaseName() &&
+                         read.match(target.suffix()).hasMatch();
+    if (belongs || target == source)
+        throw ConfigurationError(
+            Tr("checks", "%1: '%2' is what is to be read; choose another name").arg(option, path));
 }

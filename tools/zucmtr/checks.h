@@ -15,7 +15,7 @@ QString CheckedOutputDirectory(const QString& path);
 /// Makes the directory and those above it, if it is not there.
 void MakeDirectory(const QString& option, const QString& path);
 
-/// The ini file must be a readable file.
+/// The ini file must be a readable file, in an encoding that the converter understands.
 void CheckIniFile(const QString& path);
 
 /// The log file must be one that can be appended to, or not exist yet in a directory that can be written to;
@@ -27,3 +27,7 @@ QStringList SectionsOf(const QString& iniPath);
 
 /// Says which sections the ini file has if `section` is not among them; empty if it is.
 QString MissingSectionText(const QString& iniPath, const QString& section);
+
+/// An output must not take the place of what is read: of `input`, or of a file that belongs to it by its name
+/// (the pieces of a record, the continuations of a recording). An empty path is no output.
+void CheckIsNoInput(const QString& option, const QString& path, const QString& input);

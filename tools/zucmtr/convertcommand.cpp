@@ -7,6 +7,7 @@
 #include "deviceoptions.h"
 #include "host.h"
 #include "interrupt.h"
+#include "leftovers.h"
 #include "memorylimit.h"
 #include "progress.h"
 #include "recordinglist.h"
@@ -36,10 +37,15 @@ struct ConvertOptions
     std::string out = ".";
     bool makeOut = false;
     bool recursive = false;
+    bool flat = false;
     unsigned int jobs = 1; // 0: one a processor
     bool failFast = false;
     bool dryRun = false;
     WorkOptions work;
+    bool again = false;
+    bool replace = false;
+    bool sync = false;
+    bool noSync = false;
     bool trustWriter = false;
     bool quiet = false;
     bool json = false;
@@ -60,6 +66,9 @@ void CheckCombination(const ConvertOptions& options)
     if (PutsAway(options.work) && options.trustWriter)
         throw ConfigurationError(Tr("convert", "--remove-source and --archive need a verified record; leave "
                                                "--trust-writer out"));
+    if (PutsAway(options.work) && options.noSync)
+        throw ConfigurationError(Tr("convert", "--remove-source and --archive need a record that is on the "
+                                               "disk; leave --no-sync out"));
 }
 
 QString OutDirectory(const ConvertOptions& options)
@@ -72,11 +81,21 @@ QString OutDirectory(const ConvertOptions& options)
     return CheckedOutputDirectory(out);
 }
 
+// Whether the records lie in directories as the recordings do.
+bool Mirrors(const ConvertOptions& options)
+{
+    return options.recursive && !options.flat;
+}
+
 WorkOrder OrderOf(const ConvertOptions& options)
 {
     WorkOrder order = OrderOf(options.work, OutDirectory(options));
     order.dryRun = options.dryRun;
     order.trustWriter = options.trustWriter;
+    order.sync = options.sync || PutsAway(options.work);
+    order.again = options.again;
+    order.replace = options.replace;
+    order.mirror = Mirrors(options);
     return order;
 }
 
@@ -102,6 +121,14 @@ ReportForm FormOf(const ConvertOptions& options)
     return options.quiet ? ReportForm::Quiet : ReportForm::Lines;
 }
 
+void TellNotBegun(size_t recordings)
+{
+    if (recordings > 0)
+        Complain(Tr("convert", "the run ends here, since there is no room left on the disk: recordings not "
+                               "begun: %1; make room, then give the same command again")
+                     .arg(recordings));
+}
+
 int Convert(const ConvertOptions& options, const RecordingList& list,
             std::vector<std::unique_ptr<Worker>>& workers)
 {
@@ -115,15 +142,18 @@ int Convert(const ConvertOptions& options, const RecordingList& list,
         report.Tell(refusal);
     Progress progress(list.recordings.size(), !options.quiet && list.recordings.size() > 1);
     interrupt::Install();
+    Batch batch(workers, list.recordings, {options.failFast, Mirrors(options)});
     if (!options.failFast || lost == 0)
-        Batch(workers, list.recordings, options.failFast)
-            .Run(
-                [&](const BatchItem& item) {
-                    progress.Hide();
-                    report.Tell(item);
-                },
-                [&](size_t done) { progress.Show(done); });
+        batch.Run(
+            [&](const BatchItem& item) {
+                progress.Hide();
+                report.Tell(item);
+            },
+            [&](size_t done) { progress.Show(done); });
     progress.Hide();
+    TellNotBegun(batch.NotBegunForRoom());
+    if (!options.dryRun)
+        ReportOrphans(list);
     if (!options.quiet)
         report.Summarise(std::chrono::duration<double>(Clock::now() - start).count());
     if (interrupt::Came())
@@ -159,6 +189,9 @@ int RunConvert(const ConvertOptions& options)
     QStringList excluded;
     if (!options.work.archive.empty())
         excluded << Text(options.work.archive);
+    if (!options.dryRun)
+        ClearLeftovers(Texts(options.files), options.recursive, Text(options.out),
+                       Text(options.work.archive));
     const RecordingList list = CollectRecordings(Texts(options.files), options.recursive, excluded);
     const std::vector<Recording> convertible = Convertible(list.recordings);
     DeviceChoice choice = ChoiceOf(options.device);
@@ -192,7 +225,10 @@ void AddOutputOptions(CLI::App& command, ConvertOptions& options)
 void AddRunOptions(CLI::App& command, ConvertOptions& options)
 {
     command.add_flag("-r,--recursive", options.recursive,
-                     HelpText("convert", "Look for recordings in the directories below the given ones, too"));
+                     HelpText("convert", "Look for recordings in the directories below the given ones, too; "
+                                         "their records go to directories of the same names below --out"));
+    command.add_flag("--flat", options.flat,
+                     HelpText("convert", "Put all records into the directory of --out itself"));
     command
         .add_option("-j,--jobs", options.jobs,
                     HelpText("convert",
@@ -217,6 +253,18 @@ void AddRunOptions(CLI::App& command, ConvertOptions& options)
 void AddSafetyOptions(CLI::App& command, ConvertOptions& options)
 {
     AddWorkOptions(command, options.work);
+    command.add_flag("--again", options.again,
+                     HelpText("convert", "Convert also where the record is there already and is right"));
+    command.add_flag("--replace", options.replace,
+                     HelpText("convert", "Replace the record of another recording that has the same name"));
+    CLI::Option* sync = command.add_flag(
+        "--sync", options.sync,
+        HelpText("convert", "Report a record only when it is on the disk, so that a power failure leaves it "
+                            "whole; the default with --remove-source and --archive"));
+    command
+        .add_flag("--no-sync", options.noSync,
+                  HelpText("convert", "Leave it to the system when records reach the disk (the default)"))
+        ->excludes(sync);
     command.add_flag("--trust-writer", options.trustWriter,
                      HelpText("convert",
                               "Let the ini file have the library delete the recordings; their records "

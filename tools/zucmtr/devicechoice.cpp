@@ -135,12 +135,17 @@ QString IniOf(const Recording& recording)
     return QString();
 }
 
-void CompleteDefaults(DeviceChoice& choice, const std::vector<Recording>& recordings)
+void CompleteIni(DeviceChoice& choice, const std::vector<Recording>& recordings)
 {
     if (choice.ini.isEmpty() && recordings.empty() && !QFileInfo(IniName()).isFile())
         throw ConfigurationError(NoIniText({IniName(), QString(), QString()}));
     if (choice.ini.isEmpty())
         choice.ini = ChosenIni(recordings);
+}
+
+void CompleteDefaults(DeviceChoice& choice, const std::vector<Recording>& recordings)
+{
+    CompleteIni(choice, recordings);
     CheckIniFile(choice.ini);
     CheckNamedSection(QStringLiteral("--defaults"), choice.ini, choice.defaults);
     CheckNamedSection(QStringLiteral("--device"), choice.ini, choice.device);

@@ -24,5 +24,8 @@ QString IniOf(const Recording& recording);
 /// which lists the choices, where that leaves none or several, and for a named section that is not there.
 void CompleteChoice(DeviceChoice& choice, const std::vector<Recording>& recordings);
 
+/// The same for the ini file alone. It need not be there.
+void CompleteIni(DeviceChoice& choice, const std::vector<Recording>& recordings);
+
 /// The same for the ini file and the section of the defaults alone.
 void CompleteDefaults(DeviceChoice& choice, const std::vector<Recording>& recordings);

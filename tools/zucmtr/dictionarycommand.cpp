@@ -1,5 +1,6 @@
 #include "dictionarycommand.h"
 
+#include "checks.h"
 #include "console.h"
 #include "dictionary/draft.h"
 #include "memorylimit.h"
@@ -62,6 +63,7 @@ int RunDictionary(const DictionaryOptions& options)
     if (section.trimmed().isEmpty() || section.contains(QLatin1Char('\n')))
         throw ConfigurationError(Tr("dictionary", "--section: '%1' is no name of a section").arg(section));
     const QString path = QString::fromStdString(options.file);
+    CheckIsNoInput(QStringLiteral("--output"), QString::fromStdString(options.output), path);
     ZuFileFormat recording;
     if (!recording.Load(path)) {
         Complain(path + QLatin1String(": ") + explain::NotLoaded(path, recording.ErrorText));

@@ -11,6 +11,7 @@
 
 #include <QFile>
 
+#include <algorithm>
 #include <exception>
 #include <stdexcept>
 
@@ -47,6 +48,7 @@ void CheckCommitted(Outcome& outcome, const QString& outDirectory)
     if (left.isEmpty())
         return;
     outcome.converted = false;
+    outcome.couldNotWrite = true;
     outcome.reason = reason::RecordNotInPlace;
     outcome.error = Tr("host", "the record could not be put in place, '%1' is left; free the final name "
                                "and the disk, then convert again")
@@ -118,6 +120,7 @@ Outcome Host::Convert(const QString& file, const QString& outDirectory, unsigned
             const QString text = ZuCmtrGetDevLastError(device);
             outcome.error = explain::NotLoaded(file, text);
             outcome.reason = reason::OfLibrary(text, reason::NotConverted);
+            outcome.couldNotWrite = text.startsWith(QStringLiteral("Ошибка записи в "));
         }
     } catch (const std::out_of_range&) {
         outcome.reason = reason::ConverterException;
@@ -128,6 +131,9 @@ Outcome Host::Convert(const QString& file, const QString& outDirectory, unsigned
         outcome.error = Tr("host", "exception in the library: %1").arg(QString::fromUtf8(failure.what()));
     }
     outcome.notes = TakeNotes(device);
+    outcome.lackedMemory = std::any_of(outcome.notes.begin(), outcome.notes.end(), [](const QString& note) {
+        return qstrcmp(reason::OfLibrary(note, reason::NotConverted), reason::OutOfMemory) == 0;
+    });
     if (outcome.converted) {
         TakeOutputName(outcome);
         CheckCommitted(outcome, outDirectory);

@@ -15,6 +15,8 @@ struct Outcome
     QString error;                             // why it was not converted
     const char* reason = reason::NotConverted; // of the error
     QStringList notes;                         // what else the device had to say
+    bool couldNotWrite = false;                // a file of the record
+    bool lackedMemory = false;                 // for a file of the recording, which then counts as its end
 };
 
 /// Owns the library's converter. There is one at a time.

@@ -137,10 +137,10 @@ QString UnknownCommandText(const CLI::App& app, const QString& word)
 QString TextOf(const CLI::App& app, const CLI::ParseError& error)
 {
     // A slip in the name of an option comes first: what else is wrong may come of it.
-    const QString unexpected = UnexpectedText(app);
+    QString unexpected = UnexpectedText(app);
     if (!unexpected.isEmpty())
         return unexpected;
-    const QString text = QString::fromUtf8(error.what());
+    QString text = QString::fromUtf8(error.what());
     for (const OwnText& own : ownTexts) {
         std::optional<QStringList> values = explain::PlacesOf(text, QLatin1String(own.parser));
         if (!values)

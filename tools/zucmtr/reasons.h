@@ -27,6 +27,9 @@ inline constexpr char ContinuationFile[] = "continuationFile";
 inline constexpr char NotARecording[] = "notARecording";
 inline constexpr char NotConverted[] = "notConverted";
 inline constexpr char ConverterException[] = "converterException";
+inline constexpr char SourceUnreadable[] = "sourceUnreadable";
+inline constexpr char SourceChanged[] = "sourceChanged";
+inline constexpr char NoRoom[] = "noRoom";
 inline constexpr char RecordNotInPlace[] = "recordNotInPlace";
 inline constexpr char OtherRecordPresent[] = "otherRecordPresent";
 inline constexpr char RecordWrong[] = "recordWrong";
@@ -37,6 +40,11 @@ inline constexpr char NeverEnded[] = "neverEnded";
 
 // A directory that is watched.
 inline constexpr char DirectoryGone[] = "directoryGone";
+
+// Trouble of the watch, beside the failures above.
+inline constexpr char OutputUnusable[] = "outputUnusable";
+inline constexpr char ArchiveUnusable[] = "archiveUnusable";
+inline constexpr char JournalNotWritten[] = "journalNotWritten";
 
 // What 'zucmtr check' finds in the lines of an ini file.
 inline constexpr char BlanksInSectionName[] = "blanksInSectionName";
@@ -90,6 +98,7 @@ inline constexpr char ChannelsUnknown[] = "channelsUnknown";
 inline constexpr char Terminated[] = "SIGTERM";
 inline constexpr char Interrupted[] = "SIGINT";
 inline constexpr char Done[] = "done";
+inline constexpr char Trouble[] = "trouble";
 
 // Why a chain of segments ends.
 inline constexpr char NoNextFile[] = "noNextFile";

@@ -11,6 +11,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QStringList>
+#include <QTextCodec>
 
 namespace {
 
@@ -31,13 +32,16 @@ bool IsRecord(const QString& file)
            file.endsWith(QLatin1String(".cff"), Qt::CaseInsensitive);
 }
 
+// In UTF-8, whatever the byte order mark of the file says.
 QByteArray ReadWhole(const QString& path)
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         throw ConfigurationError(Tr("record source", "--ini: '%1' cannot be read: %2")
                                      .arg(path, explain::SystemText(file.errorString())));
-    return file.readAll();
+    const QByteArray bytes = file.readAll();
+    const QTextCodec* marked = QTextCodec::codecForUtfText(bytes, nullptr);
+    return marked == nullptr ? bytes : marked->toUnicode(bytes).toUtf8();
 }
 
 // A text that an ini file can hold: a ";" would begin a comment.

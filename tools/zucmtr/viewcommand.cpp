@@ -1,5 +1,6 @@
 #include "viewcommand.h"
 
+#include "checks.h"
 #include "console.h"
 #include "interrupt.h"
 #include "output/target.h"
@@ -107,6 +108,9 @@ int RunView(const ViewOptions& options)
     // end, and a reader of standard output that goes away is a failure.
     interrupt::Install();
     std::signal(SIGPIPE, SIG_IGN);
+    CheckIsNoInput(QStringLiteral("--out"), Text(options.page), Text(options.file));
+    CheckIsNoInput(QStringLiteral("--svg"), Text(options.svg), Text(options.file));
+    CheckIsNoInput(QStringLiteral("--png"), Text(options.png), Text(options.file));
     try {
         const RecordSource source(Text(options.file),
                                   {Text(options.ini), Text(options.defaults), Text(options.device)},

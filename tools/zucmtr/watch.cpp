@@ -1,37 +1,92 @@
 #include "watch.h"
 
-#include "console.h"
 #include "interrupt.h"
+#include "ownprocess.h"
+#include "servicemanager.h"
 #include "sourcefiles.h"
+#include "staging.h"
 #include "texts.h"
+#include "watchevents.h"
 #include "worker.h"
 
-#include <QDateTime>
-#include <QEventLoop>
 #include <QJsonArray>
 #include <QSet>
-#include <QTimer>
 
 #include <algorithm>
 #include <csignal>
 
+using watchevents::Tell;
+
 namespace {
 
-constexpr std::chrono::milliseconds signalPeriod{100}; // how soon a signal is noticed
+// After the program came so often to no end of a recording, a process of its own shows whether that is the
+// recording's fault. The power, the system or somebody else may have ended the program as well.
+constexpr int endsBorne = 2;
 
-// A look into directories with very many files takes long: so many times as long it rests, at least.
-constexpr int restAfterLook = 4;
-
-// How often the program may have come to no end of a recording, by a crash or a power failure, beyond the
-// attempts. A recording that brings the program down every time must not keep it from the others.
-constexpr int crashesBorne = 8;
+// A run with --once ends after so many recordings in a row for which there was no room.
+constexpr int troublesBorne = 2;
 
 double Seconds(std::chrono::milliseconds time)
 {
     return std::chrono::duration<double>(time).count();
 }
 
-QJsonObject ReasonOfEnd()
+// What is reported of a recording, without what the kind of the event says.
+QJsonObject EventOf(const BatchItem& item)
+{
+    QJsonObject object = JsonOf(item);
+    object.remove("status");
+    return object;
+}
+
+bool IsTroubleOfService(const BatchItem& item)
+{
+    return item.state == ItemState::Failed && (item.blame == Blame::Output || item.blame == Blame::Archive);
+}
+
+} // namespace
+
+Watch::Watch(const WatchOrder& order_, Worker& worker_, WatchJournal& journal_)
+    : order(order_), worker(worker_), journal(journal_), input(order), trouble(order.retryAfter)
+{}
+
+bool Watch::Run()
+{
+    Start();
+    while (!interrupt::Came()) {
+        if (input.IsTimeToLook())
+            Look();
+        ConvertDue();
+        TellStatus();
+        if (order.once && IsDone())
+            break;
+        if (journal.IsLong())
+            journal.Compact();
+        Sleep();
+    }
+    servicemanager::Stopping();
+    QJsonObject end = ReasonOfEnd();
+    end["converted"] = converted;
+    end["failed"] = failed;
+    end["waiting"] = waiting.size();
+    Tell("stopped", end);
+    journal.Flush();
+    return failed == 0 && waiting.isEmpty() && input.IsWhole();
+}
+
+void Watch::Start()
+{
+    interrupt::Install();
+    Tell("started", {{"directories", QJsonArray::fromStringList(order.directories)},
+                     {"quietSeconds", Seconds(order.quiet)}});
+    servicemanager::Ready();
+    if (order.retryGivenUp)
+        journal.ForgetGivenUp();
+    journal.Compact();
+    Staging::RemoveLeft(order.out);
+}
+
+QJsonObject Watch::ReasonOfEnd() const
 {
     const auto both = [](const char* word, const QString& text) {
         return QJsonObject{{"reason", QLatin1String(word)}, {"text", text}};
@@ -42,95 +97,33 @@ QJsonObject ReasonOfEnd()
     case SIGINT:
         return both(reason::Interrupted, Tr("watch", "ended by Ctrl-C"));
     default:
-        return both(reason::Done, Tr("watch", "nothing is left to do"));
+        break;
     }
+    if (trouble.IsOn())
+        return both(reason::Trouble, Tr("watch", "the next run goes on: %1").arg(trouble.Text()));
+    return both(reason::Done, Tr("watch", "nothing is left to do"));
 }
 
-// What is told of a recording, without what the kind of the event says.
-QJsonObject EventOf(const BatchItem& item)
+bool Watch::IsDone() const
 {
-    QJsonObject object = JsonOf(item);
-    object.remove("status");
-    return object;
-}
-
-} // namespace
-
-Watch::Watch(const WatchOrder& order_, Worker& worker_, WatchJournal& journal_)
-    : order(order_), worker(worker_), journal(journal_)
-{
-    QObject::connect(&watcher, &QFileSystemWatcher::directoryChanged, &watcher, [this] { changed = true; });
-}
-
-void Watch::Tell(const char* event, QJsonObject object)
-{
-    object["time"] = QDateTime::currentDateTime()
-                         .toOffsetFromUtc(QDateTime::currentDateTime().offsetFromUtc())
-                         .toString(Qt::ISODateWithMs);
-    object["event"] = QLatin1String(event);
-    PrintJson(object);
-}
-
-bool Watch::Run()
-{
-    interrupt::Install();
-    Tell("started", {{"directories", QJsonArray::fromStringList(order.directories)},
-                     {"quietSeconds", Seconds(order.quiet)}});
-    if (order.retryGivenUp)
-        journal.ForgetGivenUp();
-    journal.Compact();
-    while (!interrupt::Came()) {
-        if (IsTimeToLook())
-            Look();
-        ConvertDue();
-        if (order.once && waiting.isEmpty())
-            break;
-        if (journal.IsLong())
-            journal.Compact();
-        Sleep();
-    }
-    QJsonObject end = ReasonOfEnd();
-    end["converted"] = converted;
-    end["failed"] = failed;
-    Tell("stopped", end);
-    return failed == 0 && unreadable.isEmpty();
-}
-
-bool Watch::IsTimeToLook() const
-{
-    return Clock::now() >= (changed ? lookAgain : rescan);
+    if (trouble.IsOn() && (waiting.isEmpty() || troublesInRow == 0 || troublesInRow >= troublesBorne))
+        return true;
+    return waiting.isEmpty() && !input.NeedsAnotherLook();
 }
 
 void Watch::Look()
 {
-    const Clock::time_point start = Clock::now();
-    changed = false;
-    const Scan scan = ScanDirectories(order.directories, order.recursive, order.excluded);
-    WatchDirectories(scan.directories);
-    TellUnreadable(scan.unreadable);
+    const std::vector<Chain> chains = input.Look();
     QSet<QString> there;
-    for (const Chain& chain : scan.chains) {
+    for (const Chain& chain : chains) {
         there << chain.recording.path;
-        Observe(chain);
+        if (chain.fingerprint.state == Fingerprint::State::There)
+            Observe(chain);
     }
     for (auto one = waiting.begin(); one != waiting.end();)
         one = there.contains(one.key()) ? std::next(one) : waiting.erase(one);
-    const Clock::time_point end = Clock::now();
-    lookAgain = end + (end - start) * restAfterLook;
-    rescan = std::max(lookAgain, end + order.rescan);
-}
-
-void Watch::TellUnreadable(const std::vector<Refusal>& refusals)
-{
-    QStringList now;
-    for (const Refusal& refusal : refusals) {
-        now << refusal.path;
-        if (!unreadable.contains(refusal.path))
-            Tell(
-                "unreadable",
-                {{"path", refusal.path}, {"reason", QLatin1String(refusal.reason)}, {"error", refusal.text}});
-    }
-    unreadable = now;
+    input.Looked();
+    MayWork(); // or nobody would hear of trouble before a recording comes
 }
 
 void Watch::Observe(const Chain& chain)
@@ -138,9 +131,11 @@ void Watch::Observe(const Chain& chain)
     using Verdict = WatchJournal::Verdict;
     const QString& path = chain.recording.path;
     const auto known = waiting.find(path);
-    if (known != waiting.end() && known->print == chain.print)
+    if (known != waiting.end() && known->fingerprint.print == chain.fingerprint.print) {
+        ObserveAgain(*known, chain.fingerprint);
         return;
-    const Verdict verdict = journal.VerdictOn(path, chain.print);
+    }
+    const Verdict verdict = journal.VerdictOn(path, chain.fingerprint);
     if (verdict == Verdict::Converted || verdict == Verdict::GivenUp) {
         waiting.remove(path);
         return;
@@ -150,49 +145,33 @@ void Watch::Observe(const Chain& chain)
     Expect(chain);
 }
 
+// One that failed may succeed with other permissions.
+void Watch::ObserveAgain(Waiting& one, const Fingerprint& now) const
+{
+    if (one.failures > 0 && one.fingerprint.access != now.access) {
+        one.failures = 0;
+        one.due = Clock::now() + order.quiet;
+    }
+    one.fingerprint = now;
+}
+
 void Watch::Expect(const Chain& chain)
 {
     const QString& path = chain.recording.path;
-    const int begun = journal.Begun(path, chain.print);
-    if (begun >= order.attempts + crashesBorne) {
-        const QString text = Tr("watch", "not converted: the program came to no end of it %1 times");
-        BatchItem item;
-        item.recording = chain.recording;
-        item.Fail(reason::NeverEnded, text.arg(begun));
-        QJsonObject object = EventOf(item);
-        object["attempt"] = begun;
-        object["retrySeconds"] = QJsonValue();
-        GiveUp(path, chain.print, object);
-        waiting.remove(path);
-        return;
-    }
-    Waiting one{chain.recording, chain.print, Clock::now() + order.quiet, 0, begun > 0};
-    if (!order.once && begun > 0) {
-        one.failures = std::min(begun, order.attempts - 1); // one attempt at least
-        one.due += PauseAfter(begun);
+    Waiting one;
+    one.recording = chain.recording;
+    one.fingerprint = chain.fingerprint;
+    one.due = Clock::now() + order.quiet;
+    one.isDoubtful = journal.Unended(path, chain.fingerprint) > 0;
+    const int failures = journal.Failures(path, chain.fingerprint);
+    if (!order.once && failures > 0) {
+        one.failures = std::min(failures, order.attempts - 1); // one attempt at least
+        one.due += PauseAfter(failures);
     }
     waiting.insert(path, one);
 }
 
-void Watch::WatchDirectories(const QStringList& directories)
-{
-    QSet<QString> known;
-    for (const QString& directory : watcher.directories())
-        known << directory;
-    QStringList fresh;
-    for (const QString& directory : directories) {
-        if (!known.contains(directory))
-            fresh << directory;
-    }
-    if (fresh.isEmpty())
-        return;
-    // Where that fails, as beyond the system's limit, the rescan does it. What came after the look and before
-    // the watcher was there, only another look finds.
-    const int failures = watcher.addPaths(fresh).size();
-    changed = changed || failures < fresh.size();
-}
-
-// Those that brought the program down come last.
+// Those that may bring the program down, or find no room again, come last.
 QStringList Watch::Due() const
 {
     const Clock::time_point now = Clock::now();
@@ -200,102 +179,197 @@ QStringList Watch::Due() const
     QStringList last;
     for (auto one = waiting.begin(); one != waiting.end(); ++one) {
         if (one->due <= now)
-            (one->wasBegun ? last : first) << one.key();
+            (one->isDoubtful ? last : first) << one.key();
     }
     return first + last;
 }
 
 void Watch::ConvertDue()
 {
+    if (trouble.IsOn() && trouble.MayTry())
+        MayWork();
     for (const QString& path : Due()) {
-        if (interrupt::Came())
+        if (interrupt::Came() || !MayWork())
             return;
         if (IsAsItWas(path))
             Convert(waiting[path]);
+        TellStatus();
     }
 }
 
-// It may have grown while others were converted, or be gone.
+// Whether what a recording needs besides itself is there; what is not is trouble.
+bool Watch::MayWork()
+{
+    const bool borne = order.once && troublesInRow > 0 && troublesInRow < troublesBorne;
+    if (!trouble.MayTry() && !borne)
+        return false;
+    try {
+        CheckPlace(reason::OutputUnusable, QStringLiteral("--out"), order.out);
+        if (!order.archive.isEmpty())
+            CheckPlace(reason::ArchiveUnusable, QStringLiteral("--archive"), order.archive);
+        journal.Flush();
+    } catch (const WatchPlaceError& error) {
+        trouble.Meet(error.word, QString::fromUtf8(error.what()), WatchTrouble::Cure::Look);
+        troublesInRow = troublesBorne; // nothing can be begun
+        return false;
+    } catch (const WatchJournal::Unwritable& error) {
+        trouble.Meet(reason::JournalNotWritten, QString::fromUtf8(error.what()), WatchTrouble::Cure::Look);
+        troublesInRow = troublesBorne;
+        return false;
+    }
+    trouble.Looked();
+    return true;
+}
+
+// It may have grown while others were converted, or be gone. While it cannot be looked at it is not begun.
 bool Watch::IsAsItWas(const QString& path)
 {
     Waiting& one = waiting[path];
-    const QByteArray print = PrintOf(path);
-    if (print == one.print)
-        return true;
-    one.print = print;
-    one.due = Clock::now() + order.quiet;
-    one.failures = 0;
-    if (print.isEmpty())
+    const Fingerprint now = FingerprintOf(path);
+    switch (now.state) {
+    case Fingerprint::State::Gone:
         waiting.remove(path);
-    return false;
+        return false;
+    case Fingerprint::State::Unknown:
+        if (order.once) {
+            BatchItem item;
+            item.recording = one.recording;
+            item.Fail(reason::SourceUnreadable,
+                      Tr("watch", "not converted: its files cannot be looked at; the next run tries again"));
+            FailForThisRun(path, item);
+            return false;
+        }
+        one.due = Clock::now() + std::max(order.quiet, order.retryAfter);
+        return false;
+    case Fingerprint::State::There:
+        break;
+    }
+    const bool isSame = now.print == one.fingerprint.print;
+    one.fingerprint = now;
+    if (!isSame) {
+        one.due = Clock::now() + order.quiet;
+        one.failures = 0;
+    }
+    return isSame;
 }
 
-// What the journal says must be true after a power failure, too: the record is on the disk before.
-BatchItem Watch::Work(const Recording& recording) const
+BatchItem Watch::WorkSafely(const Waiting& one)
 {
-    BatchItem item = worker.Work(recording);
-    if (item.state == ItemState::Failed || item.fate != SourceFate::Kept)
-        return item;
-    try {
-        sourcefiles::Sync(item.files, item.directory);
-    } catch (const sourcefiles::Error& error) {
-        item.Fail(reason::NotOnDisk, QString::fromUtf8(error.what()));
-    }
+    // The one that was just begun counts, too.
+    if (journal.Unended(one.recording.path, one.fingerprint) <= endsBorne)
+        return worker.Work(one.recording);
+    BatchItem item =
+        WorkInOwnProcess([&] { return worker.Work(one.recording); }, [this] { journal.LetGo(); });
+    item.recording = one.recording;
     return item;
 }
 
 void Watch::Convert(Waiting& one)
 {
     const QString path = one.recording.path;
-    journal.NoteBegun(path, one.print);
-    Tell("converting", {{"file", path}});
-    const BatchItem item = Work(one.recording);
-    QJsonObject object = EventOf(item);
-    const QString replaced = item.written ? journal.OtherOf(item.recordName, path) : QString();
-    if (!replaced.isEmpty())
-        object["replaced"] = replaced;
-    if (item.state == ItemState::Failed) {
-        Fail(one, object);
+    try {
+        journal.NoteBegun(path, one.fingerprint.print);
+    } catch (const WatchJournal::Unwritable& error) {
+        trouble.Meet(reason::JournalNotWritten, QString::fromUtf8(error.what()), WatchTrouble::Cure::Look);
         return;
     }
+    const bool isProbe = trouble.IsOn();
+    if (!isProbe)
+        Tell("converting", {{"file", path}});
+    const BatchItem item = WorkSafely(one);
+    if (interrupt::Came() && qstrcmp(item.reason, reason::NeverEnded) == 0)
+        return; // the signal ended the other process, too
+    if (IsTroubleOfService(item)) {
+        Postpone(one, item);
+        return;
+    }
+    if (item.state != ItemState::Failed) {
+        trouble.Worked();
+        troublesInRow = 0;
+    }
+    if (isProbe)
+        Tell("converting", {{"file", path}});
+    if (item.state == ItemState::Failed)
+        Fail(one, item);
+    else
+        Finish(one, item);
+}
+
+void Watch::Finish(Waiting& one, const BatchItem& item)
+{
+    const QString path = one.recording.path;
+    QJsonObject object = EventOf(item);
     object.remove("reason");
     object.remove("error");
-    Note(one, item);
+    Remember([&] {
+        if (item.fate == SourceFate::Kept)
+            journal.NoteConverted(path, one.fingerprint.print, item.recordName);
+        else
+            journal.NotePutAway(path, one.fingerprint.print);
+    });
     ++converted;
     Tell("converted", object);
     waiting.remove(path);
 }
 
-void Watch::Note(const Waiting& one, const BatchItem& item)
+// The journal knows it in memory, and writes it when it can.
+void Watch::Remember(const std::function<void()>& note)
 {
-    if (item.fate == SourceFate::Kept)
-        journal.NoteConverted(one.recording.path, one.print, item.recordName);
-    else
-        journal.NotePutAway(one.recording.path, one.print);
+    try {
+        note();
+    } catch (const WatchJournal::Unwritable& error) {
+        trouble.Meet(reason::JournalNotWritten, QString::fromUtf8(error.what()), WatchTrouble::Cure::Look);
+    }
 }
 
-void Watch::Fail(Waiting& one, QJsonObject object)
+// A run with --once tries it no more, but may still have room for another recording.
+void Watch::Postpone(Waiting& one, const BatchItem& item)
 {
+    const QString path = one.recording.path;
+    Remember([&] { journal.NoteWithdrawn(path, one.fingerprint.print); });
+    one.isDoubtful = true;
+    ++troublesInRow;
+    trouble.Meet(item.reason, item.error, WatchTrouble::Cure::Work, path);
+    if (order.once)
+        FailForThisRun(path, item);
+}
+
+// The next run tries it as if nothing had been.
+void Watch::FailForThisRun(const QString& path, const BatchItem& item)
+{
+    QJsonObject object = EventOf(item);
+    object["attempt"] = 1;
+    object["retrySeconds"] = QJsonValue();
+    ++failed;
+    Tell("failed", object);
+    waiting.remove(path);
+}
+
+void Watch::Fail(Waiting& one, const BatchItem& item)
+{
+    const QString path = one.recording.path;
+    // Putting away renames the files and puts them back; that is no reason to try again at once.
+    const Fingerprint now = FingerprintOf(path);
+    if (now.print == one.fingerprint.print && now.modes == one.fingerprint.modes)
+        one.fingerprint = now;
     ++one.failures;
+    QJsonObject object = EventOf(item);
     object["attempt"] = one.failures;
-    if (one.failures >= order.attempts) {
-        const QString path = one.recording.path;
+    const bool isLast = one.failures >= order.attempts;
+    // What lacks memory now may have it when others have ended: that is tried on and on.
+    if (isLast && (order.once || item.blame != Blame::Memory)) {
+        Remember([&] { journal.NoteGivenUp(path, one.fingerprint); });
+        ++failed;
         object["retrySeconds"] = QJsonValue();
-        GiveUp(path, one.print, object);
+        Tell("failed", object);
         waiting.remove(path);
         return;
     }
-    const std::chrono::milliseconds pause = PauseAfter(one.failures);
+    Remember([&] { journal.NoteFailed(path, one.fingerprint.print); });
+    const std::chrono::milliseconds pause = PauseAfter(std::min(one.failures, order.attempts));
     object["retrySeconds"] = Seconds(pause);
     Tell("failed", object);
     one.due = Clock::now() + pause;
-}
-
-void Watch::GiveUp(const QString& path, const QByteArray& print, const QJsonObject& object)
-{
-    journal.NoteGivenUp(path, print);
-    ++failed;
-    Tell("failed", object);
 }
 
 std::chrono::milliseconds Watch::PauseAfter(int failures) const
@@ -306,15 +380,20 @@ std::chrono::milliseconds Watch::PauseAfter(int failures) const
 // Until a recording is due, it is time to look into the directories, or a signal has come.
 void Watch::Sleep()
 {
-    Clock::time_point end = rescan;
+    Clock::time_point end = input.NextLook();
+    if (trouble.IsOn() && !order.once)
+        end = std::min(end, trouble.Next());
     for (const Waiting& one : waiting)
-        end = std::min(end, one.due);
-    QEventLoop loop;
-    QTimer timer;
-    QObject::connect(&timer, &QTimer::timeout, &loop, &QEventLoop::quit);
-    while (!IsTimeToLook() && !interrupt::Came() && Clock::now() < end) {
-        const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(end - Clock::now());
-        timer.start(std::min(signalPeriod, left + std::chrono::milliseconds(1)));
-        loop.exec();
-    }
+        end = std::min(end, trouble.IsOn() && !order.once ? std::max(one.due, trouble.Next()) : one.due);
+    while (!input.IsTimeToLook() && !interrupt::Came() && Clock::now() < end)
+        input.Wait(std::min(end, input.NextLook()));
+}
+
+void Watch::TellStatus() const
+{
+    if (!trouble.IsOn())
+        servicemanager::SetStatus(Tr("watch", "%1 converted, %2 given up, %3 waiting")
+                                      .arg(converted)
+                                      .arg(failed)
+                                      .arg(waiting.size()));
 }

@@ -2,21 +2,24 @@
 #pragma once
 
 #include "batchitem.h"
+#include "watchinput.h"
 #include "watchjournal.h"
-#include "watchscan.h"
+#include "watchtrouble.h"
 
-#include <QFileSystemWatcher>
 #include <QJsonObject>
 #include <QMap>
 #include <QStringList>
 
 #include <chrono>
+#include <functional>
 
 class Worker;
 
 struct WatchOrder
 {
     QStringList directories;
+    QString out;
+    QString archive; // empty: none
     bool recursive = false;
     QStringList excluded;               // directories below
     bool once = false;                  // end when nothing is left to do
@@ -32,9 +35,9 @@ class Watch
 public:
     Watch(const WatchOrder& order_, Worker& worker_, WatchJournal& journal_);
 
-    /// Tells each event as a JSON object and line. Returns after a signal, or with `once` when nothing is
+    /// Prints each event as a JSON object and line. Returns after a signal, or with `once` when nothing is
     /// left to do. True if no recording failed and every directory can be looked into. Throws
-    /// std::runtime_error (UTF-8 text) if the journal cannot be written.
+    /// WatchJournal::Taken, and at the end WatchJournal::Unwritable.
     bool Run();
 
 private:
@@ -44,39 +47,42 @@ private:
     struct Waiting
     {
         Recording recording;
-        QByteArray print;
+        Fingerprint fingerprint;
         Clock::time_point due;
         int failures = 0;
-        bool wasBegun = false; // by a program that did not come to its end
+        bool isDoubtful =
+            false; // the program came to no end of it, or there was no room for it: after the others
     };
 
-    bool IsTimeToLook() const;
+    void Start();
     void Look();
-    void TellUnreadable(const std::vector<Refusal>& refusals);
     void Observe(const Chain& chain);
+    void ObserveAgain(Waiting& one, const Fingerprint& now) const;
     void Expect(const Chain& chain);
-    void WatchDirectories(const QStringList& directories);
     QStringList Due() const;
     void ConvertDue();
+    bool MayWork();
     bool IsAsItWas(const QString& path);
-    BatchItem Work(const Recording& recording) const;
+    BatchItem WorkSafely(const Waiting& one);
     void Convert(Waiting& one);
-    void Note(const Waiting& one, const BatchItem& item);
-    void Fail(Waiting& one, QJsonObject object);
-    void GiveUp(const QString& path, const QByteArray& print, const QJsonObject& object);
+    void Finish(Waiting& one, const BatchItem& item);
+    void Postpone(Waiting& one, const BatchItem& item);
+    void FailForThisRun(const QString& path, const BatchItem& item);
+    void Fail(Waiting& one, const BatchItem& item);
+    void Remember(const std::function<void()>& note);
     std::chrono::milliseconds PauseAfter(int failures) const;
+    bool IsDone() const;
     void Sleep();
-    static void Tell(const char* event, QJsonObject object);
+    void TellStatus() const;
+    QJsonObject ReasonOfEnd() const;
 
     const WatchOrder order;
     Worker& worker;
     WatchJournal& journal;
-    QFileSystemWatcher watcher;
-    bool changed = false;          // the watcher has seen something
-    Clock::time_point lookAgain{}; // not before, whatever has changed
-    Clock::time_point rescan{};    // then in any case
+    WatchInput input;
+    WatchTrouble trouble;
     QMap<QString, Waiting> waiting;
-    QStringList unreadable; // directories that were told
+    int troublesInRow = 0;
     int converted = 0;
     int failed = 0;
 };

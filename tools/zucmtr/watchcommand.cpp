@@ -42,17 +42,46 @@ std::chrono::milliseconds Milliseconds(double seconds)
     return std::chrono::milliseconds(static_cast<int64_t>(seconds * 1000));
 }
 
+// Trouble that may be over when the service manager starts the program again.
+class PassingTrouble : public std::runtime_error
+{
+public:
+    explicit PassingTrouble(const QString& text) : std::runtime_error(text.toStdString()) {}
+};
+
 void CheckDirectories(const WatchOptions& options)
 {
     for (const std::string& directory : options.directories) {
         const QFileInfo info(Text(directory));
         if (!info.exists())
-            throw ConfigurationError(Tr("watch", "there is no directory '%1'; make it first: mkdir -p %2")
-                                         .arg(Text(directory), ShellWord(Text(directory))));
+            throw PassingTrouble(Tr("watch", "there is no directory '%1'; make it first: mkdir -p %2")
+                                     .arg(Text(directory), ShellWord(Text(directory))));
         if (!info.isDir())
             throw ConfigurationError(
                 Tr("watch", "'%1' is no directory; give the one in which recordings arrive")
                     .arg(Text(directory)));
+    }
+}
+
+bool IsOtherFile(const std::string& path)
+{
+    const QFileInfo info(Text(path));
+    return info.exists() && !info.isDir();
+}
+
+// A directory that is gone or cannot be written to may be a file system that is not there yet.
+WorkOrder CheckedOrder(const WatchOptions& options)
+{
+    if (options.work.noVerify && PutsAway(options.work))
+        OrderOf(options.work, QString()); // throws
+    try {
+        WorkOrder order = OrderOf(options.work, CheckedOutputDirectory(Text(options.out)));
+        order.sync = true; // the journal must not know of a record that a power failure takes
+        return order;
+    } catch (const ConfigurationError& error) {
+        if (IsOtherFile(options.out) || IsOtherFile(options.work.archive))
+            throw;
+        throw PassingTrouble(error.Lines().join(QLatin1Char('\n')));
     }
 }
 
@@ -61,6 +90,8 @@ WatchOrder WatchOrderOf(const WatchOptions& options, const Worker& worker)
     WatchOrder order;
     for (const std::string& directory : options.directories)
         order.directories << Text(directory);
+    order.out = Text(options.out);
+    order.archive = Text(options.work.archive);
     order.recursive = options.recursive;
     if (!options.work.archive.empty())
         order.excluded << Text(options.work.archive);
@@ -84,12 +115,12 @@ DeviceChoice Chosen(const WatchOptions& options)
     return choice;
 }
 
-int RunWatch(const WatchOptions& options)
+int Begin(const WatchOptions& options)
 {
     CheckDirectories(options);
     const DeviceChoice choice = Chosen(options);
     CheckLog(options.device);
-    const WorkOrder order = OrderOf(options.work, CheckedOutputDirectory(Text(options.out)));
+    const WorkOrder order = CheckedOrder(options);
     LimitMemory(options.maxMemory);
     WatchJournal journal(options.state.empty() ? order.out + QStringLiteral("/.zucmtr-watch")
                                                : Text(options.state));
@@ -97,12 +128,24 @@ int RunWatch(const WatchOptions& options)
     host.LoadDefaults(choice.ini, choice.defaults);
     const std::vector<std::unique_ptr<Worker>> workers = MakeWorkers(host, choice, order, 1, true);
     Worker& worker = *workers.front();
-    try {
-        const bool good = Watch(WatchOrderOf(options, worker), worker, journal).Run();
-        return good || !options.once ? ExitDone : ExitFailed;
-    } catch (const std::runtime_error& error) {
+    const bool good = Watch(WatchOrderOf(options, worker), worker, journal).Run();
+    return good || !options.once ? ExitDone : ExitFailed;
+}
+
+int RunWatch(const WatchOptions& options)
+{
+    const auto fail = [](const std::exception& error) {
         Complain(QString::fromUtf8(error.what()));
         return ExitFailed;
+    };
+    try {
+        return Begin(options);
+    } catch (const PassingTrouble& error) {
+        return fail(error);
+    } catch (const WatchJournal::Unwritable& error) {
+        return fail(error);
+    } catch (const WatchJournal::Taken& error) {
+        return fail(error);
     }
 }
 
@@ -171,8 +214,9 @@ void AddWatchCommand(CLI::App& app, Action& chosen)
         "and Ctrl-C end after the recording at hand.\n"
         "\n"
         "Exit code: 0 ended by a signal, or with --once all recordings converted; 1 a recording failed or a\n"
-        "directory could not be read with --once, or the state could not be written; 2 wrong usage or\n"
-        "configuration.\n"
+        "directory could not be read with --once, or the program could not start now: a directory is "
+        "missing,\n"
+        "the state cannot be written or another process has it; 2 wrong usage or configuration.\n"
         "\n"
         "Example, with the sample station:\n"
         "  zucmtr sample --out station --force\n"

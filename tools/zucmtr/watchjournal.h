@@ -1,7 +1,9 @@
-// What became of the recordings, on the disk: an append-only file of one line a recording, each written to
-// the disk before the program goes on. A line that a crash has cut off is passed over; the recording it was
+// What became of the recordings, on the disk: an append-only file of lines, each written to the disk
+// before the program goes on. A line that a crash has cut off is passed over; the recording it was
 // to tell of is converted once more.
 #pragma once
+
+#include "watchscan.h"
 
 #include <QByteArray>
 #include <QFile>
@@ -9,34 +11,61 @@
 #include <QString>
 
 #include <memory>
+#include <stdexcept>
 
 class WatchJournal
 {
 public:
-    enum class Verdict { Unknown, Begun, Converted, PutAway, GivenUp };
+    enum class Verdict { Unknown, Begun, Failed, Withdrawn, Converted, PutAway, GivenUp };
 
-    /// Reads the journal, or begins one. Throws ConfigurationError if it cannot be written, if it is another
-    /// kind of file, or if another process has it.
+    /// The journal cannot be written, now; what() is a sentence in UTF-8.
+    class Unwritable : public std::runtime_error
+    {
+    public:
+        explicit Unwritable(const QString& text) : std::runtime_error(text.toStdString()) {}
+    };
+
+    /// Another process has the journal, or has put another one in its place; likewise.
+    class Taken : public std::runtime_error
+    {
+    public:
+        explicit Taken(const QString& text) : std::runtime_error(text.toStdString()) {}
+    };
+
+    /// Reads the journal, or begins one. Throws ConfigurationError if it is another kind of file, Unwritable
+    /// and Taken.
     explicit WatchJournal(const QString& path_);
 
-    /// What became of the recording with this print; of another print of it nothing is known.
-    Verdict VerdictOn(const QString& recording, const QByteArray& print) const;
+    /// What became of the recording in this state; of another print of it nothing is known, and one that was
+    /// given up may be tried again after its permissions have changed.
+    Verdict VerdictOn(const QString& recording, const Fingerprint& fingerprint) const;
 
-    /// How often the recording with this print was begun since the last verdict on it: more than the running
-    /// program knows of if earlier ones ended in the middle.
-    int Begun(const QString& recording, const QByteArray& print) const;
+    /// How often the program came to no end of the recording in this state.
+    int Unended(const QString& recording, const Fingerprint& fingerprint) const;
 
-    /// The other recording of which a record with this name was made last; empty if there is none.
-    QString OtherOf(const QString& recordName, const QString& recording) const;
+    /// How often it failed since the last verdict on it.
+    int Failures(const QString& recording, const Fingerprint& fingerprint) const;
 
-    /// Note it and wait for the disk. Throw std::runtime_error (UTF-8 text) if that fails.
+    /// Notes it and waits for the disk. Throws Unwritable, and nothing is noted; or Taken.
     void NoteBegun(const QString& recording, const QByteArray& print);
+
+    /// The same for what became of it. If they throw Unwritable, it is noted in memory, and written by the
+    /// next call that can.
+    void NoteFailed(const QString& recording, const QByteArray& print);
+    void NoteWithdrawn(const QString& recording, const QByteArray& print); // begun, but not for its own sake
     void NoteConverted(const QString& recording, const QByteArray& print, const QString& recordName);
     void NotePutAway(const QString& recording, const QByteArray& print);
-    void NoteGivenUp(const QString& recording, const QByteArray& print);
+    void NoteGivenUp(const QString& recording, const Fingerprint& fingerprint);
+
+    /// Writes what could not be written. A journal that was removed or cut is made anew of what is known.
+    /// Throws Unwritable, and Taken.
+    void Flush();
 
     /// Forgets which recordings were given up, until the journal is read again.
     void ForgetGivenUp();
+
+    /// Closes the file in a copy of the process; the lock stays with the other.
+    void LetGo();
 
     /// Whether it has far more lines than recordings.
     bool IsLong() const { return lines > 4 * entries.size() + 1000; }
@@ -51,22 +80,32 @@ private:
     {
         QByteArray print;
         Verdict verdict = Verdict::Unknown;
-        int begun = 0;
-        QString recordName; // of a converted one
+        QString more;     // record's name of a converted one; access of one that was given up
+        int unended = 0;  // times
+        int failures = 0; // times
     };
 
     void Open();
     void Read();
     void Take(const QByteArray& line);
     void Set(const QString& path, const Entry& entry);
+    const Entry* Find(const QString& recording, const QByteArray& print) const;
     void Note(const QString& recording, const Entry& entry);
+    void KeepInPlace();
+    void MakeAnew();
     void Append(const QByteArray& bytes);
-    QByteArray LinesThatCount(int& count) const;
-    void Replace(const QByteArray& bytes);
+    [[noreturn]] void FailToWrite(int error) const;
+    static QByteArray LinesOf(const QString& recording, const Entry& entry);
+    QByteArray AllLines() const;
+    QByteArray LinesThatCount() const;
+    bool Prepare(QFile& fresh, const QByteArray& bytes);
+    void Use(std::unique_ptr<QFile> fresh);
 
     const QString path;
     std::unique_ptr<QFile> file;
-    QHash<QString, Entry> entries;  // by absolute path
-    QHash<QString, QString> pathOf; // of record names: the recording that was converted last
-    int lines = 0;                  // in the file
+    qint64 size = 0;               // bytes that were left in it
+    bool isNamed = true;           // its name is on the disk
+    QByteArray unwritten;          // lines
+    QHash<QString, Entry> entries; // by absolute path
+    int lines = 0;                 // in the file
 };

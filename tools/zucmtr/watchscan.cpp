@@ -1,30 +1,57 @@
 #include "watchscan.h"
 
+#include "chainfiles.h"
 #include "reasons.h"
+#include "systemfile.h"
 #include "texts.h"
 
 #include <QCryptographicHash>
-#include <QDateTime>
 #include <QFileInfo>
 #include <QStringList>
 
+#include <cerrno>
+
 namespace {
 
-constexpr int continuations = 15;
+constexpr int64_t nanosecondsOfMillisecond = 1000000;
 
-// "rec.ZU" is continued by "rec.Z01" to "rec.Z0f".
-QString ContinuationOf(const QString& first, int number)
+class Fingerprints
 {
-    return first.chopped(1) + QStringLiteral("0%1").arg(number, 0, 16);
-}
+public:
+    // 0, or the errno of the failure; what is no regular file counts as not there.
+    int Add(const QString& path)
+    {
+        systemfile::Identity file;
+        const int error = systemfile::Identify(path, file);
+        if (error != 0)
+            return error;
+        if (!file.IsRegular())
+            return ENOENT;
+        const QByteArray name = QFileInfo(path).fileName().toUtf8();
+        print.addData(name + '/' + QByteArray::number(static_cast<qlonglong>(file.size)) + '/' +
+                      QByteArray::number(static_cast<qlonglong>(file.modified / nanosecondsOfMillisecond)) +
+                      '\n');
+        const QByteArray mode = name + '/' + QByteArray::number(file.mode, 8) + '\n';
+        modes.addData(mode);
+        access.addData(mode + QByteArray::number(static_cast<qlonglong>(file.changed)) + '\n');
+        return 0;
+    }
 
-void Add(QCryptographicHash& hash, const QFileInfo& file)
+    Fingerprint Result() const
+    {
+        return {Fingerprint::State::There, print.result().toHex(), access.result().toHex(),
+                modes.result().toHex()};
+    }
+
+private:
+    QCryptographicHash print{QCryptographicHash::Sha1};
+    QCryptographicHash access{QCryptographicHash::Sha1};
+    QCryptographicHash modes{QCryptographicHash::Sha1};
+};
+
+bool IsGone(int error)
 {
-    hash.addData(QStringLiteral("%1/%2/%3\n")
-                     .arg(file.fileName())
-                     .arg(file.size())
-                     .arg(file.lastModified().toMSecsSinceEpoch())
-                     .toUtf8());
+    return error == ENOENT || error == ENOTDIR;
 }
 
 // The directories that are there. One may be gone for a while, as with a network.
@@ -44,19 +71,21 @@ QStringList Present(const QStringList& directories, Scan& scan)
 
 } // namespace
 
-QByteArray PrintOf(const QString& firstFile)
+// A file that cannot be looked at for a while is neither gone nor another one.
+Fingerprint FingerprintOf(const QString& firstFile)
 {
-    const QFileInfo first(firstFile);
-    if (!first.isFile())
-        return QByteArray();
-    QCryptographicHash hash(QCryptographicHash::Sha1);
-    Add(hash, first);
-    for (int number = 1; number <= continuations; ++number) {
-        const QFileInfo file(ContinuationOf(firstFile, number));
-        if (file.isFile())
-            Add(hash, file);
+    Fingerprints fingerprints;
+    const int first = fingerprints.Add(firstFile);
+    if (IsGone(first))
+        return {Fingerprint::State::Gone, {}, {}, {}};
+    if (first != 0)
+        return {};
+    for (int number = 1; number <= mostContinuations; ++number) {
+        const int error = fingerprints.Add(ContinuationOf(firstFile, number));
+        if (error != 0 && !IsGone(error))
+            return {};
     }
-    return hash.result().toHex();
+    return fingerprints.Result();
 }
 
 Scan ScanDirectories(const QStringList& directories, bool recursive, const QStringList& excluded)
@@ -65,9 +94,9 @@ Scan ScanDirectories(const QStringList& directories, bool recursive, const QStri
     const QStringList present = Present(directories, scan);
     const RecordingList list = CollectRecordings(present, recursive, excluded);
     for (const Recording& recording : list.recordings) {
-        const QByteArray print = PrintOf(recording.path);
-        if (!print.isEmpty())
-            scan.chains.push_back({recording, print});
+        const Fingerprint fingerprint = FingerprintOf(recording.path);
+        if (fingerprint.state != Fingerprint::State::Gone)
+            scan.chains.push_back({recording, fingerprint});
     }
     for (const Refusal& refusal : list.refusals) {
         if (refusal.failed)

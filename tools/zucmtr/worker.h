@@ -8,7 +8,7 @@
 
 #include <verify/verifier.h>
 
-#include <memory>
+#include <QSet>
 
 struct WorkOrder
 {
@@ -19,6 +19,11 @@ struct WorkOrder
     bool view = false;        // write a page beside each record
     bool removeSource = false;
     QString archive; // directory for the recordings; empty: none
+    bool sync =
+        false; // the record is on the disk when its work is done; always where recordings are put away
+    bool again = false;   // convert also where the record is there already and is right
+    bool replace = false; // also the record of another recording that has the name
+    bool mirror = false;  // records and recordings lie below out and archive as the recordings do below `top`
 };
 
 /// For one thread at a time. Different workers may work at once.
@@ -42,20 +47,33 @@ public:
     BatchItem Work(const Recording& recording);
 
 private:
+    // A conversion under way: the recording's files, and the record before it has its final names.
+    struct Job;
+
     bool PutsAway() const { return order.removeSource || !order.archive.isEmpty(); }
-    void Do(BatchItem& item);
+    void Try(BatchItem& item);
     void Plan(BatchItem& item);
-    bool TakePresent(BatchItem& item, const QString& recordName);
-    void Convert(BatchItem& item);
-    void Verify(BatchItem& item);
-    void Compare(BatchItem& item);
-    void WritePage(BatchItem& item) const;
-    void PutAway(BatchItem& item) const;
+    void ConvertUnseen(BatchItem& item);
+    void Do(BatchItem& item, Job& job);
+    bool TakePresent(BatchItem& item, Job& job);
+    bool MayReplace(BatchItem& item, const verify::Presence& presence) const;
+    bool Convert(BatchItem& item, Job& job);
+    bool Verify(BatchItem& item, Job& job);
+    bool FindSources(BatchItem& item, Job& job);
+    bool CheckEnd(BatchItem& item, Job& job) const;
+    bool CheckUnchanged(BatchItem& item, Job& job) const;
+    QStringList WritePieces(Job& job, const QString& recordName, QString& pageError) const;
+    bool Commit(BatchItem& item, Job& job);
+    void WritePageBeside(BatchItem& item) const;
+    static void SyncPresent(BatchItem& item);
+    void PutAway(BatchItem& item, Job& job);
     void Name(BatchItem& item, const QString& recordName) const;
+    QString DirectoryOf(const QString& top, const Recording& recording) const;
 
     Host& host;
     const unsigned int device;
     const WorkOrder order;
     verify::Verifier verifier;
-    std::unique_ptr<verify::Verifier> present; // for records that were there before
+    verify::Verifier present; // for records that were there before
+    QSet<QString> cleaned;    // directories in which nothing of killed runs is left
 };

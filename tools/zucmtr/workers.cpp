@@ -4,6 +4,9 @@
 #include "console.h"
 #include "texts.h"
 
+#include <inicheck/encoding.h>
+#include <inicheck/inicheck.h>
+
 #include <QRegularExpression>
 
 #include <algorithm>
@@ -43,11 +46,23 @@ void ReportLoadingNotes(unsigned int device, const DeviceChoice& choice)
     Complain(lines);
 }
 
+// What concerns every recording is said once, before the first.
+void WarnOfIni(const DeviceChoice& choice)
+{
+    if (const std::optional<inicheck::Encoding> encoding = inicheck::OtherEncodingOf(choice.ini))
+        Complain(choice.ini + QLatin1String(": ") + inicheck::EncodingText(*encoding));
+    for (const inicheck::Finding& finding :
+         inicheck::SpoilsRecords(choice.ini, choice.defaults, choice.device))
+        Complain(choice.ini + QLatin1Char(':') + QString::number(finding.line) + QLatin1String(": ") +
+                 finding.text);
+}
+
 } // namespace
 
 std::vector<std::unique_ptr<Worker>> MakeWorkers(Host& host, const DeviceChoice& choice,
                                                  const WorkOrder& order, size_t count, bool loud)
 {
+    WarnOfIni(choice);
     std::vector<std::unique_ptr<Worker>> workers;
     for (size_t i = 0; i < count; ++i) {
         const unsigned int device = host.LoadDevice(choice.ini, choice.device);

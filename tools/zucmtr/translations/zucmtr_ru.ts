@@ -8,10 +8,6 @@
         <translation>; она уже была на месте</translation>
     </message>
     <message>
-        <source>%1: its record would replace that of %2, which has the same name; convert them into different directories</source>
-        <translation>%1: запись COMTRADE заменила бы запись %2 с тем же именем; преобразуйте их в разные каталоги</translation>
-    </message>
-    <message>
         <source>%1: its record replaced that of %2, which has the same name; convert them into different directories</source>
         <translation>%1: запись COMTRADE заменила запись %2 с тем же именем; преобразуйте их в разные каталоги</translation>
     </message>
@@ -38,6 +34,14 @@
     <message>
         <source>%1 recordings: %2; %3 s</source>
         <translation>осциллограмм: %1; %2; %3 с</translation>
+    </message>
+    <message>
+        <source>%1: its record would have the name of that of %2; unless both are the same recording, convert them into different directories</source>
+        <translation>%1: имя записи COMTRADE было бы то же, что у %2; если это не одна и та же осциллограмма, преобразуйте их в разные каталоги</translation>
+    </message>
+    <message>
+        <source>%1 there already</source>
+        <translation>уже были: %1</translation>
     </message>
 </context>
 <context>
@@ -298,6 +302,14 @@ Example, with the sample station:
   zucmtr sample --out station --force
   zucmtr check station/ZuDrv.ini station/*.ZU</translation>
     </message>
+    <message>
+        <source>it is in %1, not in UTF-8; the converter reads it right because of its byte order mark, but other programs may not; rewrite it: iconv -f %1 -t UTF-8 old.ini &gt; new.ini</source>
+        <translation>файл в кодировке %1, а не UTF-8; преобразователь читает его верно благодаря метке порядка байтов, но другие программы могут не прочитать; перекодируйте: iconv -f %1 -t UTF-8 old.ini &gt; new.ini</translation>
+    </message>
+    <message>
+        <source>it is in %1, not in UTF-8; the converter takes it as UTF-8 and finds none of its keys, so that no section loads; rewrite it: iconv -f %1 -t UTF-8 old.ini &gt; new.ini</source>
+        <translation>файл в кодировке %1, а не UTF-8; преобразователь принимает его за UTF-8 и не находит ни одного ключа, поэтому ни одна секция не загружается; перекодируйте: iconv -f %1 -t UTF-8 old.ini &gt; new.ini</translation>
+    </message>
 </context>
 <context>
     <name>checks</name>
@@ -336,6 +348,10 @@ Example, with the sample station:
     <message>
         <source>%1: the directory &apos;%2&apos; cannot be made: %3; choose another one</source>
         <translation>%1: каталог «%2» не создаётся: %3; выберите другой</translation>
+    </message>
+    <message>
+        <source>%1: &apos;%2&apos; is what is to be read; choose another name</source>
+        <translation>%1: «%2» — то, что надо прочитать; выберите другое имя</translation>
     </message>
 </context>
 <context>
@@ -663,10 +679,6 @@ Example, with the sample station:
         <translation>Создать каталог --out, если его нет</translation>
     </message>
     <message>
-        <source>Look for recordings in the directories below the given ones, too</source>
-        <translation>Искать осциллограммы и во вложенных каталогах</translation>
-    </message>
-    <message>
         <source>Recordings to convert at once; 0: as many as there are processors. Default: 1</source>
         <translation>Сколько осциллограмм преобразовывать одновременно; 0: по числу процессоров. По умолчанию 1</translation>
     </message>
@@ -737,6 +749,38 @@ Ctrl-C завершает работу после начатых осцилло�
     <message>
         <source>warnings and notes on section [%1] of &apos;%2&apos;:</source>
         <translation>предупреждения и замечания к секции [%1] файла «%2»:</translation>
+    </message>
+    <message>
+        <source>--remove-source and --archive need a record that is on the disk; leave --no-sync out</source>
+        <translation>для --remove-source и --archive нужна запись, сохранённая на диске; уберите --no-sync</translation>
+    </message>
+    <message>
+        <source>the run ends here, since there is no room left on the disk: recordings not begun: %1; make room, then give the same command again</source>
+        <translation>работа прекращена, так как на диске нет места; не начато осциллограмм: %1; освободите место и повторите ту же команду</translation>
+    </message>
+    <message>
+        <source>Look for recordings in the directories below the given ones, too; their records go to directories of the same names below --out</source>
+        <translation>Искать осциллограммы и во вложенных каталогах; их записи попадают в одноимённые каталоги внутри --out</translation>
+    </message>
+    <message>
+        <source>Put all records into the directory of --out itself</source>
+        <translation>Складывать все записи в сам каталог --out</translation>
+    </message>
+    <message>
+        <source>Convert also where the record is there already and is right</source>
+        <translation>Преобразовывать и тогда, когда верная запись уже есть</translation>
+    </message>
+    <message>
+        <source>Replace the record of another recording that has the same name</source>
+        <translation>Заменять запись другой осциллограммы с тем же именем</translation>
+    </message>
+    <message>
+        <source>Report a record only when it is on the disk, so that a power failure leaves it whole; the default with --remove-source and --archive</source>
+        <translation>Сообщать о записи, лишь когда она сохранена на диске, чтобы сбой питания её не испортил; по умолчанию при --remove-source и --archive</translation>
+    </message>
+    <message>
+        <source>Leave it to the system when records reach the disk (the default)</source>
+        <translation>Оставить системе, когда сохранять записи на диск (по умолчанию)</translation>
     </message>
 </context>
 <context>
@@ -950,6 +994,26 @@ Example, with the sample station:
     <message>
         <source>it is no COMTRADE record: its content is a recording&apos;s; give it the ending .ZU</source>
         <translation>это не запись COMTRADE: по содержимому это осциллограмма; дайте файлу расширение .ZU</translation>
+    </message>
+    <message>
+        <source>cut off: %1 of at least %2 bytes, in its header</source>
+        <translation>файл обрезан: %1 байт из не менее чем %2, в заголовке</translation>
+    </message>
+    <message>
+        <source>cut off: %1 of at least %2 bytes, after %3 of its %4 channels</source>
+        <translation>файл обрезан: %1 байт из не менее чем %2, каналов в нём: %3 из %4</translation>
+    </message>
+    <message>
+        <source>cut off: %1 of %2 bytes, in channel &apos;%3&apos;</source>
+        <translation>файл обрезан: %1 байт из %2, в канале «%3»</translation>
+    </message>
+    <message>
+        <source>cut off: %1 of at least %2 bytes, in channel &apos;%3&apos;</source>
+        <translation>файл обрезан: %1 байт из не менее чем %2, в канале «%3»</translation>
+    </message>
+    <message>
+        <source>,</source>
+        <translation>&#xa0;</translation>
     </message>
 </context>
 <context>
@@ -1321,6 +1385,21 @@ Example, with the sample station:
     <message>
         <source>GB</source>
         <translation>ГБ</translation>
+    </message>
+</context>
+<context>
+    <name>leftovers</name>
+    <message>
+        <source>%1: is back under its name; a run that was ended had moved it aside</source>
+        <translation>%1: файлу возвращено имя; его отложил прерванный запуск</translation>
+    </message>
+    <message>
+        <source>%1: removed, as its recording was put away by a run that was ended before it could</source>
+        <translation>%1: удалён: осциллограмму убрал запуск, прерванный прежде, чем он это сделал</translation>
+    </message>
+    <message>
+        <source>%1: continues a recording whose first file is not there; bring that back, or put this file to the rest of its recording</source>
+        <translation>%1: продолжает осциллограмму, первого файла которой нет; верните его или положите этот файл к остальным файлам осциллограммы</translation>
     </message>
 </context>
 <context>
@@ -1896,8 +1975,123 @@ Example:
         <translation>«%1» не архивирован: там другой файл «%2»; уберите один из них</translation>
     </message>
     <message>
-        <source>the directory &apos;%1&apos; cannot be made; the recording is where it was</source>
-        <translation>каталог «%1» не создаётся; осциллограмма осталась на месте</translation>
+        <source>the directory &apos;%1&apos; cannot be made: %2; the recording is where it was</source>
+        <translation>каталог «%1» не создаётся: %2; осциллограмма осталась на месте</translation>
+    </message>
+    <message>
+        <source>another program is writing &apos;%1&apos;; the recording is where it was</source>
+        <translation>другая программа записывает «%1»; осциллограмма осталась на месте</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is locked by another program</source>
+        <translation>«%1» заблокирован другой программой</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; came after the recording was read</source>
+        <translation>«%1» появился после чтения осциллограммы</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is gone since it was read</source>
+        <translation>«%1» исчез после чтения</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; could not be put away: the name is too long; give it a shorter one</source>
+        <translation>«%1» не удалось убрать: слишком длинное имя; дайте файлу имя короче</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; could not be put away: %2; it is where it was; give this user the permission to change its directory, or put it away yourself, its record is verified</source>
+        <translation>«%1» не удалось убрать: %2; файл остался на месте; разрешите этому пользователю изменять каталог или уберите файл сами, запись проверена</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is still open for writing in another program</source>
+        <translation>«%1» ещё открыт на запись в другой программе</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is another file than the one that was read</source>
+        <translation>«%1» — уже не тот файл, который был прочитан</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; could not be looked at again: %2</source>
+        <translation>«%1» не удалось проверить повторно: %2</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; changed after it was read</source>
+        <translation>«%1» изменился после чтения</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is not there</source>
+        <translation>файла «%1» нет</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; has the name of a recording, but is not a file; move it away, then convert again</source>
+        <translation>у «%1» имя осциллограммы, но это не файл; уберите его и преобразуйте снова</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; changed while it was read; convert again when it is complete</source>
+        <translation>«%1» изменился во время чтения; преобразуйте снова, когда файл будет готов</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; could not be read: %2; convert fewer recordings at once (--jobs)</source>
+        <translation>«%1» не удалось прочитать: %2; преобразуйте меньше осциллограмм одновременно (--jobs)</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; could not be read: %2; check the disk or the network, then convert again</source>
+        <translation>«%1» не удалось прочитать: %2; проверьте диск или сеть и преобразуйте снова</translation>
+    </message>
+    <message>
+        <source>%1; the recording is kept, convert it again</source>
+        <translation>%1; осциллограмма сохранена, преобразуйте её снова</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is there, but not the file before it</source>
+        <translation>«%1» есть, а предыдущего файла нет</translation>
+    </message>
+    <message>
+        <source>no room left on the disk of %1</source>
+        <translation>на диске каталога %1 нет места</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is now called &apos;%2&apos; and could not get its name back: %3; rename it</source>
+        <translation>«%1» теперь называется «%2», вернуть имя не удалось: %3; переименуйте файл</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is now called &apos;%2&apos;, because another file has taken its name</source>
+        <translation>«%1» теперь называется «%2», так как его имя занял другой файл</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; could not be read: no permission; let this user read it, then convert again</source>
+        <translation>«%1» не удалось прочитать: нет прав; разрешите этому пользователю чтение и преобразуйте снова</translation>
+    </message>
+</context>
+<context>
+    <name>staging</name>
+    <message>
+        <source>no room left on the disk of %1</source>
+        <translation>на диске каталога %1 не осталось места</translation>
+    </message>
+    <message>
+        <source>no directory for new records can be made in &apos;%1&apos;: %2</source>
+        <translation>в «%1» не удалось создать каталог для новых записей: %2</translation>
+    </message>
+    <message>
+        <source>the record&apos;s file &apos;%1&apos; was not written: %2</source>
+        <translation>файл записи «%1» не был создан: %2</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is a directory; the record needs the name, move it away</source>
+        <translation>«%1» — каталог, а имя нужно записи; переместите его</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; could not be removed: %2</source>
+        <translation>«%1» не удалось удалить: %2</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; could not be put in place: %2</source>
+        <translation>«%1» не удалось поставить на место: %2</translation>
+    </message>
+    <message>
+        <source>; what was there before could not be put back, convert the recording again</source>
+        <translation>; прежние файлы не удалось вернуть на место, преобразуйте осциллограмму снова</translation>
     </message>
 </context>
 <context>
@@ -1997,6 +2191,10 @@ Example:
     <message>
         <source>Invalid argument</source>
         <translation>недопустимый аргумент</translation>
+    </message>
+    <message>
+        <source>the system gives no reason</source>
+        <translation>система не сообщает причину</translation>
     </message>
 </context>
 <context>
@@ -2272,6 +2470,18 @@ Example:
         <source>the recording cannot be read: %1</source>
         <translation>осциллограмма не читается: %1</translation>
     </message>
+    <message>
+        <source>&apos;%1&apos; is not a file</source>
+        <translation>«%1» — не файл</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is not a COMTRADE record</source>
+        <translation>«%1» — не запись COMTRADE</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; has other samples than the recording</source>
+        <translation>в «%1» не те отсчёты, что в осциллограмме</translation>
+    </message>
 </context>
 <context>
     <name>view</name>
@@ -2411,14 +2621,6 @@ Example, with the sample station:
         <translation>--state: с «%1» работает другой «zucmtr watch»; завершите его или укажите другой файл</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; cannot be written: %2; free the disk</source>
-        <translation>«%1» не записывается: %2; освободите диск</translation>
-    </message>
-    <message>
-        <source>not converted: the program came to no end of it %1 times</source>
-        <translation>не преобразована: программа %1 раз не дошла до конца этой осциллограммы</translation>
-    </message>
-    <message>
         <source>How often a recording is tried before it is given up until it changes. Default: 8</source>
         <translation>Сколько попыток делается, прежде чем осциллограмма оставляется до её изменения. По умолчанию 8</translation>
     </message>
@@ -2459,14 +2661,42 @@ Example, with the sample station:
         <translation>«%1» — не каталог; укажите каталог, в который поступают осциллограммы</translation>
     </message>
     <message>
+        <source>--state: &apos;%1&apos; cannot be written: %2; give another file</source>
+        <translation>--state: «%1» не записывается: %2; укажите другой файл</translation>
+    </message>
+    <message>
+        <source>not converted: no process for it: %1</source>
+        <translation>не преобразована: для неё не запускается процесс: %1</translation>
+    </message>
+    <message>
+        <source>signal %1</source>
+        <translation>сигнал %1</translation>
+    </message>
+    <message>
+        <source>exit code %1</source>
+        <translation>код завершения %1</translation>
+    </message>
+    <message>
+        <source>not converted: the program does not survive it (%1); send the recording to the maintainers</source>
+        <translation>не преобразована: программа на ней аварийно завершается (%1); пришлите осциллограмму разработчикам</translation>
+    </message>
+    <message>
+        <source>the next run goes on: %1</source>
+        <translation>продолжит следующий запуск: %1</translation>
+    </message>
+    <message>
+        <source>%1 converted, %2 given up, %3 waiting</source>
+        <translation>преобразовано %1, оставлено без новых попыток %2, ожидают %3</translation>
+    </message>
+    <message>
         <source>A recording counts as complete when none of its files has changed for the time that the ini file
 gives as &apos;Время ожидания&apos;. Each event is one JSON object and line on standard output. What is
 converted is remembered on the disk, so that a restart neither converts twice nor forgets. SIGTERM
 and Ctrl-C end after the recording at hand.
 
 Exit code: 0 ended by a signal, or with --once all recordings converted; 1 a recording failed or a
-directory could not be read with --once, or the state could not be written; 2 wrong usage or
-configuration.
+directory could not be read with --once, or the program could not start now: a directory is missing,
+the state cannot be written or another process has it; 2 wrong usage or configuration.
 
 Example, with the sample station:
   zucmtr sample --out station --force
@@ -2479,7 +2709,8 @@ ini-файле ключом «Время ожидания». Каждое соб
 SIGTERM и Ctrl-C завершают работу после начатой осциллограммы.
 
 Код завершения: 0 завершено сигналом или с --once всё преобразовано; 1 при --once ошибка с осциллограммой
-или не читается каталог, либо состояние не записывается; 2 неверный вызов или настройка.
+или не читается каталог, либо сейчас запуск невозможен: нет каталога, состояние не записывается или занято
+другим процессом; 2 неверный вызов или настройка.
 
 Пример с учебной станцией:
   zucmtr sample --out station --force
@@ -2488,8 +2719,28 @@ SIGTERM и Ctrl-C завершают работу после начатой ос
   zucmtr watch --once --out station/comtrade station</translation>
     </message>
     <message>
-        <source>--state: &apos;%1&apos; cannot be written: %2; give another file</source>
-        <translation>--state: «%1» не записывается: %2; укажите другой файл</translation>
+        <source>it continues a recording whose first file %1 is not there, so it is not converted; bring that back</source>
+        <translation>это продолжение осциллограммы, первого файла которой %1 нет, поэтому оно не преобразуется; верните первый файл</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; cannot be written: %2; free the disk, or give this user the permission</source>
+        <translation>«%1» не записывается: %2; освободите место на диске или дайте права этому пользователю</translation>
+    </message>
+    <message>
+        <source>another file has taken the place of &apos;%1&apos;; start again</source>
+        <translation>вместо «%1» там теперь другой файл; запустите программу снова</translation>
+    </message>
+    <message>
+        <source>%1: &apos;%2&apos; cannot be written to: %3; the work goes on when that is mended</source>
+        <translation>%1: в «%2» нельзя записать: %3; работа продолжится, когда это исправят</translation>
+    </message>
+    <message>
+        <source>the system reports no changes of this many directories, as its limit is reached; they are scanned every %1 seconds or more; raise fs.inotify.max_user_watches</source>
+        <translation>об изменениях стольких каталогов система не сообщает: её предел исчерпан; они просматриваются каждые %1 с или реже; увеличьте fs.inotify.max_user_watches</translation>
+    </message>
+    <message>
+        <source>not converted: its files cannot be looked at; the next run tries again</source>
+        <translation>не преобразована: её файлы недоступны; следующий запуск попробует снова</translation>
     </message>
 </context>
 <context>
@@ -2526,16 +2777,8 @@ SIGTERM и Ctrl-C завершают работу после начатой ос
         <translation>не хватает памяти; дайте больше ключом --max-memory или меньше осциллограмм одновременно ключом --jobs</translation>
     </message>
     <message>
-        <source>not converted: &apos;%1&apos; is there already and is not the record of this recording (%2); move it away, or choose another directory by --out</source>
-        <translation>не преобразована: «%1» уже есть и это запись не этой осциллограммы (%2); уберите её или выберите другой каталог ключом --out</translation>
-    </message>
-    <message>
         <source>not converted: %1</source>
         <translation>не преобразована: %1</translation>
-    </message>
-    <message>
-        <source>converted, but the record is not right: %1; the recording is kept</source>
-        <translation>преобразована, но запись неверна: %1; осциллограмма сохранена</translation>
     </message>
     <message>
         <source>the record was read, but could not be compared: the recording is deleted</source>
@@ -2544,6 +2787,42 @@ SIGTERM и Ctrl-C завершают работу после начатой ос
     <message>
         <source>converted, but its page could not be written: %1; the recording is kept</source>
         <translation>преобразована, но страница не записывается: %1; осциллограмма сохранена</translation>
+    </message>
+    <message>
+        <source>the directory &apos;%1&apos; cannot be made; check the permissions of those above it</source>
+        <translation>каталог «%1» создать нельзя; проверьте права на каталоги выше</translation>
+    </message>
+    <message>
+        <source>not converted: %1; free some</source>
+        <translation>не преобразована: %1; освободите место</translation>
+    </message>
+    <message>
+        <source>converted, but the record is not right: %1; the recording is deleted</source>
+        <translation>преобразована, но запись неверна: %1; осциллограмма удалена</translation>
+    </message>
+    <message>
+        <source>not converted: &apos;%1&apos; is there already and is not the record of this recording (%2); move it away, choose another directory by --out, or replace it by --replace</source>
+        <translation>не преобразована: «%1» уже есть, и это не запись этой осциллограммы (%2); уберите её, укажите другой каталог в --out или замените её с --replace</translation>
+    </message>
+    <message>
+        <source>not converted: the record that was written is not right: %1</source>
+        <translation>не преобразована: записано неверно: %1</translation>
+    </message>
+    <message>
+        <source>not converted: &apos;%1&apos; could not be read at first; convert again</source>
+        <translation>не преобразована: «%1» сначала не удалось прочитать; преобразуйте ещё раз</translation>
+    </message>
+    <message>
+        <source>not converted: the recording changed meanwhile: %1; convert again</source>
+        <translation>не преобразована: осциллограмма за это время изменилась: %1; преобразуйте ещё раз</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is a directory</source>
+        <translation>«%1» — каталог</translation>
+    </message>
+    <message>
+        <source>the recording is kept, as &apos;%1&apos; is not in the record</source>
+        <translation>осциллограмма оставлена: «%1» в запись не вошёл</translation>
     </message>
 </context>
 </TS>

@@ -1,0 +1,165 @@
+// zucmtr watch: what lies in the directories besides recordings, and files that cannot be looked at.
+#include "watchstation.h"
+
+#include <QDir>
+
+#include <sys/stat.h>
+
+using recorderfile::Encode;
+
+namespace {
+
+const QString PartOfKilledRun = "archive/b.ZU.part";
+
+int ModeOf(const Station& station, const QString& name)
+{
+    struct stat status = {};
+    EXPECT_EQ(stat(station.Path(name).toLocal8Bit().constData(), &status), 0);
+    return static_cast<int>(status.st_mode & 07777);
+}
+
+} // namespace
+
+TEST(WatchDirectories, ContinuationWithoutFirstFileIsReportedOnceInEachRun)
+{
+    Station station;
+    station.Write("in/a.Z01", Encode(ShortRecording(0)));
+    station.Write("in/sub/b.z02", Encode(ShortRecording(0)));
+    for (int run = 0; run < 2; ++run) {
+        const Finished once = station.Once({"--recursive"});
+        EXPECT_EQ(once.code, 0) << once.err;
+        EXPECT_EQ(Station::EventsIn(once.out, "orphan"), (QStringList{"in/a.Z01", "in/sub/b.z02"}));
+        EXPECT_EQ(Station::EventsIn(once.out, "orphan", "first"), (QStringList{"in/a.ZU", "in/sub/b.zu"}));
+    }
+    station.Start();
+    ASSERT_TRUE(station.Waits("orphan", 1));
+    station.Write("in/a.ZU", Encode(ShortRecording(0)));
+    ASSERT_TRUE(station.Waits("converted", 1));
+    EXPECT_EQ(station.End(), 0);
+    EXPECT_EQ(station.Events("orphan"), QStringList{"in/a.Z01"});
+    EXPECT_EQ(Station::EventsIn(station.Once().out, "orphan"), QStringList());
+}
+
+TEST(WatchDirectories, ContinuationThatComesAfterItsRecordingWasPutAwayIsReported)
+{
+    Station station;
+    station.Write("in/a.ZU", Encode(ShortRecording(0)));
+    station.Start({"--remove-source"});
+    ASSERT_TRUE(station.Waits("converted", 1));
+    station.Write("in/a.Z01", Encode(ShortRecording(0)));
+    ASSERT_TRUE(station.Waits("orphan", 1));
+    EXPECT_EQ(station.End(), 0);
+    EXPECT_EQ(station.Events("orphan"), QStringList{"in/a.Z01"});
+}
+
+TEST(WatchDirectories, FilesThatAKilledRunHasLeftAreTakenUp)
+{
+    const Station station;
+    station.MakeDirectory("archive");
+    station.Write("in/.a.ZU.zucmtr-ABC123", Encode(ShortRecording(0)));
+    station.Write(PartOfKilledRun, "part");
+    station.MakeDirectory("out/.zucmtr-abcDEF");
+    const Finished run = station.Once({"--archive", "archive"});
+    EXPECT_EQ(run.code, 0) << run.err;
+    EXPECT_EQ(Station::EventsIn(run.out, "converted"), QStringList{"in/a.ZU"});
+    const QStringList lines = run.out.split('\n').filter("\"leftovers\"");
+    ASSERT_EQ(lines.size(), 1);
+    const QJsonObject event = QJsonDocument::fromJson(lines[0].toUtf8()).object();
+    EXPECT_EQ(event["back"].toVariant().toStringList(), QStringList{"in/a.ZU"});
+    EXPECT_EQ(event["removed"].toVariant().toStringList(), QStringList{PartOfKilledRun});
+    EXPECT_EQ(event["notes"].toVariant().toStringList(), QStringList());
+    EXPECT_EQ(station.Names("archive"), QStringList{"a.ZU"});
+    EXPECT_FALSE(QFile::exists(station.Path("out/.zucmtr-abcDEF")));
+}
+
+TEST(WatchDirectories, ManyNamesThatAreNotUtf8AreOneEvent)
+{
+    const Station station;
+    constexpr int count = 50;
+    const QByteArray in = station.Path("in").toUtf8();
+    QList<QByteArray> paths;
+    for (int number = 0; number < count; ++number)
+        paths << in + "/\377" + QByteArray::number(number) + ".ZU";
+    for (const QByteArray& path : paths)
+        close(open(path.constData(), O_CREAT | O_WRONLY | O_CLOEXEC, 0600));
+    const Finished run = station.Once();
+    for (const QByteArray& path : paths)
+        unlink(path.constData()); // which Qt could not
+    EXPECT_EQ(run.code, 1);
+    EXPECT_EQ(Station::EventsIn(run.out, "unreadable", "count"), QStringList{QString::number(count)});
+    const QStringList lines = run.out.split('\n').filter("\"unreadable\"");
+    EXPECT_EQ(
+        QJsonDocument::fromJson(lines[0].toUtf8()).object()["examples"].toVariant().toStringList().size(), 2);
+}
+
+TEST(WatchDirectories, DirectoriesThatTheSystemDoesNotWatchAreOneEventAndScanned)
+{
+    Station station;
+    for (const char* name : {"a", "b", "c"})
+        station.MakeDirectory(QString("in/%1").arg(name));
+    setenv("LD_PRELOAD", WATCH_FAULTS_LIBRARY, 1);
+    setenv("NO_WATCHES", "1", 1);
+    station.Start({"--recursive"});
+    unsetenv("LD_PRELOAD");
+    unsetenv("NO_WATCHES");
+    ASSERT_TRUE(station.Waits("unwatched", 1));
+    station.Write("in/b/a.ZU", Encode(ShortRecording(0)));
+    ASSERT_TRUE(station.Waits("converted", 1));
+    EXPECT_EQ(station.End(), 0);
+    EXPECT_EQ(station.Events("unwatched", "count"), QStringList{"4"});
+}
+
+// A network may not answer for a while: what it does not say must not make another recording of it.
+TEST(WatchDirectories, FileThatCannotBeLookedAtForAWhileIsNotConvertedTwice)
+{
+    Station station;
+    station.Write("in/a.ZU", Encode(ShortRecording(0)));
+    station.Write("in/a.Z01", Encode(ShortRecording(0)));
+    setenv("LD_PRELOAD", WATCH_FAULTS_LIBRARY, 1);
+    setenv("UNSEEN", "a.Z01", 1);
+    setenv("UNSEEN_WHILE", station.Path("marker").toLocal8Bit().constData(), 1);
+    station.Start();
+    for (const char* name : {"LD_PRELOAD", "UNSEEN", "UNSEEN_WHILE"})
+        unsetenv(name);
+    ASSERT_TRUE(station.Waits("converted", 1));
+    station.Write("marker", "");
+    station.Write("in/b.ZU", Encode(ShortRecording(10)));
+    ASSERT_TRUE(station.Waits("converted", 2));
+    EXPECT_TRUE(QFile::remove(station.Path("marker")));
+    station.Write("in/c.ZU", Encode(ShortRecording(20)));
+    ASSERT_TRUE(station.Waits("converted", 3));
+    EXPECT_EQ(station.End(), 0);
+    EXPECT_EQ(station.Events("found"), (QStringList{"in/a.ZU", "in/b.ZU", "in/c.ZU"}));
+    EXPECT_EQ(station.Events("converting"), (QStringList{"in/a.ZU", "in/b.ZU", "in/c.ZU"}));
+}
+
+TEST(WatchDirectories, RecordingThatWasGivenUpIsTriedAgainWhenItsPermissionsChange)
+{
+    Station station;
+    station.Write("in/a.ZU", "junk");
+    station.Write("in/a.Z01", "junk");
+    station.Start({"--attempts", "2"});
+    ASSERT_TRUE(station.Waits("failed", 2));
+    station.Write("in/b.ZU", Encode(ShortRecording(0)));
+    ASSERT_TRUE(station.Waits("converted", 1));
+    EXPECT_EQ(station.Events("failed", "attempt"), (QStringList{"1", "2"}));
+    chmod(station.Path("in/a.Z01").toLocal8Bit().constData(),
+          static_cast<mode_t>(ModeOf(station, "in/a.Z01") ^ S_IROTH));
+    ASSERT_TRUE(station.Waits("failed", 4));
+    EXPECT_EQ(station.End(), 0);
+    EXPECT_EQ(station.Events("failed", "attempt"), (QStringList{"1", "2", "1", "2"}));
+    station.Start({"--attempts", "2"});
+    station.Write("in/c.ZU", Encode(ShortRecording(10)));
+    ASSERT_TRUE(station.Waits("converted", 2));
+    EXPECT_EQ(station.End(), 0);
+    EXPECT_EQ(station.Events("failed").size(), 4); // of the permissions that it was given up with
+}
+
+TEST(WatchDirectories, ChangeOfPermissionsAloneDoesNotConvertAgain)
+{
+    const Station station;
+    station.Write("in/a.ZU", Encode(ShortRecording(0)));
+    EXPECT_EQ(station.Once().code, 0);
+    chmod(station.Path("in/a.ZU").toLocal8Bit().constData(), 0600);
+    EXPECT_EQ(Station::EventsIn(station.Once().out, "found"), QStringList());
+}

@@ -1,0 +1,245 @@
+// zucmtr watch: trouble that is not a recording's - directories and journals that go and come.
+#include "watchstation.h"
+
+#include <QDir>
+
+#include <array>
+#include <cstdlib>
+#include <sys/socket.h>
+#include <sys/un.h>
+
+using recorderfile::Encode;
+
+namespace {
+
+QString Said(const Station& station)
+{
+    QString said;
+    for (const QString& line : QString::fromUtf8(ReadBytes(station.Path("events"))).split('\n')) {
+        if (line.startsWith("zucmtr: "))
+            said += line + '\n';
+    }
+    return said;
+}
+
+// A recording comes while a directory is away, and is converted when it is back.
+void ExpectWaiting(Station& station, const QString& directory, const QString& reason, const QString& said)
+{
+    station.Rename(directory, "elsewhere");
+    ASSERT_TRUE(station.Waits("trouble", 1));
+    station.Write("in/a.ZU", Encode(ShortRecording(0)));
+    ASSERT_TRUE(station.Waits("found", 1));
+    station.Rename("elsewhere", directory);
+    ASSERT_TRUE(station.Waits("converted", 1));
+    EXPECT_EQ(station.End(), 0);
+    EXPECT_EQ(station.Events("trouble", "reason"), QStringList{reason});
+    EXPECT_EQ(station.Events("recovered", "reason"), QStringList{reason});
+    EXPECT_EQ(station.Events("converting"), QStringList{"in/a.ZU"});
+    EXPECT_EQ(station.Events("failed"), QStringList());
+    EXPECT_EQ(Said(station), said);
+}
+
+// A socket as the service manager's.
+class Manager
+{
+public:
+    explicit Manager(const QString& path) : file(socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC, 0))
+    {
+        sockaddr_un address = {};
+        address.sun_family = AF_UNIX;
+        const QByteArray name = path.toLocal8Bit();
+        EXPECT_LT(name.size(), static_cast<int>(sizeof address.sun_path));
+        std::copy(name.begin(), name.end(), std::begin(address.sun_path));
+        EXPECT_EQ(bind(file, reinterpret_cast<sockaddr*>(&address), sizeof address), 0);
+        setenv("NOTIFY_SOCKET", name.constData(), 1);
+    }
+    ~Manager()
+    {
+        unsetenv("NOTIFY_SOCKET");
+        close(file);
+    }
+    Manager(const Manager&) = delete;
+    Manager& operator=(const Manager&) = delete;
+
+    bool Hears(const QString& message)
+    {
+        return WaitFor([&] {
+            std::array<char, 1024> bytes{};
+            const ssize_t size = recv(file, bytes.data(), bytes.size(), MSG_DONTWAIT);
+            return size > 0 && QString::fromUtf8(bytes.data(), static_cast<int>(size)) == message;
+        });
+    }
+
+private:
+    int file;
+};
+
+} // namespace
+
+TEST(WatchTrouble, OutputDirectoryThatGoesIsWaitedFor)
+{
+    Station station;
+    station.Start({"--state", "journal", "--attempts", "1"});
+    ASSERT_TRUE(station.Waits("started", 1));
+    ExpectWaiting(
+        station, "out", "outputUnusable",
+        "zucmtr: --out: 'out' cannot be written to: No such file or directory; the work goes on when "
+        "that is mended\n");
+}
+
+TEST(WatchTrouble, ArchiveThatGoesIsWaitedFor)
+{
+    Station station;
+    station.MakeDirectory("archive");
+    station.Start({"--archive", "archive", "--attempts", "1"});
+    ASSERT_TRUE(station.Waits("started", 1));
+    ExpectWaiting(
+        station, "archive", "archiveUnusable",
+        "zucmtr: --archive: 'archive' cannot be written to: No such file or directory; the work goes on "
+        "when that is mended\n");
+}
+
+TEST(WatchTrouble, JournalWhoseDirectoryGoesIsWaitedForAndMadeAgain)
+{
+    Station station;
+    station.MakeDirectory("state");
+    station.Write("in/a.ZU", Encode(ShortRecording(0)));
+    station.Start({"--state", "state/journal"});
+    ASSERT_TRUE(station.Waits("converted", 1));
+    ASSERT_TRUE(QDir(station.Path("state")).removeRecursively());
+    ASSERT_TRUE(station.Waits("trouble", 1));
+    station.Write("in/b.ZU", Encode(ShortRecording(10)));
+    ASSERT_TRUE(station.Waits("found", 2));
+    EXPECT_EQ(station.Events("converting"), QStringList{"in/a.ZU"}); // what cannot be remembered is not begun
+    station.MakeDirectory("state");
+    ASSERT_TRUE(station.Waits("converted", 2));
+    EXPECT_EQ(station.End(), 0);
+    EXPECT_EQ(station.Events("trouble", "reason"), QStringList{"journalNotWritten"});
+    EXPECT_EQ(Station::EventsIn(station.Once({"--state", "state/journal"}).out, "found"), QStringList());
+    EXPECT_EQ(station.Names("state"), QStringList{"journal"});
+}
+
+// By a second process everything would be converted again.
+TEST(WatchTrouble, JournalThatIsRemovedIsMadeAgainBeforeARecordingIsBegun)
+{
+    Station station;
+    station.Write("in/a.ZU", Encode(ShortRecording(0)));
+    station.Start();
+    ASSERT_TRUE(station.Waits("converted", 1));
+    ASSERT_TRUE(QFile::remove(station.Path("out/.zucmtr-watch")));
+    station.Write("in/b.ZU", Encode(ShortRecording(10)));
+    ASSERT_TRUE(station.Waits("converted", 2));
+    EXPECT_EQ(station.Once().code, 1); // one at a time, still
+    EXPECT_EQ(station.End(), 0);
+    EXPECT_EQ(station.Journal('C').size(), 2);
+    EXPECT_EQ(Station::EventsIn(station.Once().out, "found"), QStringList());
+    EXPECT_EQ(station.Events("trouble"), QStringList());
+}
+
+TEST(WatchTrouble, JournalThatIsCutIsMadeAgain)
+{
+    Station station;
+    station.Write("in/a.ZU", Encode(ShortRecording(0)));
+    station.Start();
+    ASSERT_TRUE(station.Waits("converted", 1));
+    station.Write("out/.zucmtr-watch", QByteArray());
+    station.Write("in/b.ZU", Encode(ShortRecording(10)));
+    ASSERT_TRUE(station.Waits("converted", 2));
+    EXPECT_EQ(station.End(), 0);
+    EXPECT_EQ(Station::EventsIn(station.Once().out, "found"), QStringList());
+}
+
+TEST(WatchTrouble, JournalOfAnotherInItsPlaceEndsTheProgram)
+{
+    Station station;
+    station.Start();
+    ASSERT_TRUE(station.Waits("started", 1));
+    ASSERT_TRUE(QFile::remove(station.Path("out/.zucmtr-watch")));
+    station.Write("elsewhere", "zucmtr watch 1\n");
+    // The one that was removed may be there again already.
+    ASSERT_EQ(std::rename(station.Path("elsewhere").toLocal8Bit().constData(),
+                          station.Path("out/.zucmtr-watch").toLocal8Bit().constData()),
+              0);
+    ASSERT_TRUE(WaitFor([&] { return station.Running().HasEnded(); }));
+    EXPECT_EQ(station.Running().Code(), 1);
+    EXPECT_EQ(Said(station),
+              "zucmtr: another file has taken the place of 'out/.zucmtr-watch'; start again\n");
+    EXPECT_EQ(station.Journal(), QByteArray("zucmtr watch 1\n"));
+}
+
+TEST(WatchTrouble, RunWithOnceEndsAndTheNextOneGoesOn)
+{
+    Station station;
+    station.MakeDirectory("archive");
+    station.Write("in/a.ZU", Encode(ShortRecording(0)));
+    const Finished run = station.Once({"--archive", "archive"}, {{"LD_PRELOAD", WATCH_FAULTS_LIBRARY},
+                                                                 {"UNUSABLE", "archive"},
+                                                                 {"UNUSABLE_WHILE", station.Path("in")}});
+    EXPECT_EQ(run.code, 1);
+    EXPECT_EQ(Station::EventsIn(run.out, "trouble", "reason"), QStringList{"archiveUnusable"});
+    EXPECT_EQ(Station::EventsIn(run.out, "converting"), QStringList());
+    EXPECT_EQ(Station::EventsIn(run.out, "stopped", "reason"), QStringList{"trouble"});
+    EXPECT_EQ(station.Once({"--archive", "archive"}).code, 0);
+}
+
+// Neither the recordings nor the attempts are spent on it, and the room that is there again is noticed.
+TEST(WatchTrouble, FullDiskIsWaitedForAndNoAttemptCounts)
+{
+    Station station;
+    for (const char* name : {"a", "b", "c"})
+        station.Write(QString("in/%1.ZU").arg(name), Encode(ShortRecording(10 * (name[0] - 'a'))));
+    setenv("LD_PRELOAD", WATCH_FAULTS_LIBRARY, 1);
+    setenv("FULL", station.Path("out/").toLocal8Bit().constData(), 1);
+    setenv("FULL_WHILE", station.Path("marker").toLocal8Bit().constData(), 1);
+    station.Write("marker", "");
+    station.Start({"--attempts", "1", "--state", "journal"});
+    for (const char* name : {"LD_PRELOAD", "FULL", "FULL_WHILE"})
+        unsetenv(name);
+    ASSERT_TRUE(station.Waits("trouble", 1));
+    ASSERT_TRUE(WaitFor([&] { return ReadBytes(station.Path("journal")).count("\nW ") >= 3; }));
+    EXPECT_EQ(station.Events("converting"), QStringList{"in/a.ZU"}); // the probes are not reported
+    ASSERT_TRUE(QFile::remove(station.Path("marker")));
+    ASSERT_TRUE(station.Waits("converted", 3));
+    EXPECT_EQ(station.End(), 0);
+    EXPECT_EQ(station.Events("trouble", "reason"), QStringList{"noRoom"});
+    EXPECT_EQ(station.Events("trouble"), QStringList{"in/a.ZU"});
+    EXPECT_EQ(station.Events("recovered", "reason"), QStringList{"noRoom"});
+    EXPECT_EQ(station.Events("failed"), QStringList());
+    EXPECT_EQ(Said(station).count('\n'), 1);
+    EXPECT_EQ(Station::EventsIn(station.Once({"--state", "journal"}).out, "found"), QStringList());
+}
+
+TEST(WatchTrouble, RunWithOnceEndsAfterTwoRecordingsWithoutRoom)
+{
+    Station station;
+    for (const char* name : {"a", "b", "c"})
+        station.Write(QString("in/%1.ZU").arg(name), Encode(ShortRecording(10 * (name[0] - 'a'))));
+    const Finished run = station.Once({"--state", "journal"}, {{"LD_PRELOAD", WATCH_FAULTS_LIBRARY},
+                                                               {"FULL", station.Path("out/")},
+                                                               {"FULL_WHILE", station.Path("in")}});
+    EXPECT_EQ(run.code, 1);
+    EXPECT_EQ(Station::EventsIn(run.out, "failed"), (QStringList{"in/a.ZU", "in/b.ZU"}));
+    EXPECT_EQ(Station::EventsIn(run.out, "stopped", "reason"), QStringList{"trouble"});
+    EXPECT_EQ(Station::EventsIn(run.out, "stopped", "waiting"), QStringList{"1"});
+    EXPECT_EQ(station.Once({"--state", "journal"}).code, 0);
+    EXPECT_EQ(station.Records().size(), 3);
+}
+
+TEST(WatchTrouble, ServiceManagerIsTold)
+{
+    Station station;
+    Manager manager(station.Path("manager"));
+    station.Start({"--state", "journal"});
+    EXPECT_TRUE(manager.Hears("READY=1"));
+    EXPECT_TRUE(manager.Hears("STATUS=0 converted, 0 given up, 0 waiting"));
+    station.Write("in/a.ZU", Encode(ShortRecording(0)));
+    EXPECT_TRUE(manager.Hears("STATUS=1 converted, 0 given up, 0 waiting"));
+    station.Rename("out", "elsewhere");
+    EXPECT_TRUE(
+        manager.Hears("STATUS=--out: 'out' cannot be written to: No such file or directory; the work goes "
+                      "on when that is mended"));
+    station.Rename("elsewhere", "out");
+    EXPECT_TRUE(manager.Hears("STATUS=1 converted, 0 given up, 0 waiting"));
+    EXPECT_EQ(station.End(), 0);
+    EXPECT_TRUE(manager.Hears("STOPPING=1"));
+}

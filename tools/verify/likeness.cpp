@@ -1,0 +1,279 @@
+// Two passes: the first finds out which column of the record is which channel of the recording, the second
+// counts the values that differ.
+#include "verify/likeness.h"
+
+#include "comtrade/datareader.h"
+#include "verify/source.h"
+#include "verify/walk.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numeric>
+
+namespace verify {
+
+namespace {
+
+// Channels of which no greater part differs are damaged and not another's: two recordings differ nearly
+// everywhere, damaged bits are few. To take another's record for a damaged one would lose it; to take a
+// damaged one for another's costs a question.
+constexpr qint64 SmallPart = 1000; // one of so many
+
+// As many lines in a row that cannot be read end the data.
+constexpr int MostBadLines = 16;
+
+bool IsTooMuch(qint64 differing, qint64 values)
+{
+    return differing > (values + SmallPart / 2) / SmallPart;
+}
+
+// A code in one form for both forms of data, which write a missing one each in its way.
+qint32 CodeOf(double found)
+{
+    constexpr qint32 NoCode = 1 << 20;
+    if (std::isnan(found))
+        return MissingCode;
+    return found >= -32768 && found <= 32767 && found == std::floor(found) ? static_cast<qint32>(found)
+                                                                           : NoCode;
+}
+
+comtrade::Configuration ChannelsOf(const Source& source, comtrade::DataType type)
+{
+    comtrade::Configuration configuration;
+    configuration.analog.resize(source.AnalogCount());
+    configuration.states.resize(source.StateCount());
+    configuration.dataType = type;
+    return configuration;
+}
+
+// The records of the data that can be read, each with the record of the recording that has its number.
+class Pairs
+{
+public:
+    Pairs(const DataPlace& place, comtrade::DataType type, const Source& source)
+        : configuration(ChannelsOf(source, type)), data(place.path, place.begin, place.size, configuration),
+          isText(type == comtrade::DataType::Ascii), total(source.TotalSamples()), rows(source)
+    {}
+
+    // Goes on to the next pair; false after the last.
+    bool Next()
+    {
+        while (Read()) {
+            if (!Follow()) {
+                isLonger = row.number > total;
+                return false;
+            }
+            if (IsInItsPlace())
+                return true;
+        }
+        return false;
+    }
+
+    const comtrade::Row& Found() const { return row; }
+    const SourceRows& Expected() const { return rows; }
+    qint64 Number() const { return rows.At().Number(); }
+    bool IsLonger() const { return isLonger; }
+
+    bool HasNumber() const { return row.number == static_cast<quint32>(Number()); }
+    bool HasTime() const
+    {
+        const quint32 found = row.hasTime ? static_cast<quint32>(row.time) : UnknownTime;
+        return found == static_cast<quint32>(rows.At().Time());
+    }
+    qint32 ExpectedCode(size_t channel) const
+    {
+        return rows.HasSample(channel) ? rows.Code(channel) : MissingCode;
+    }
+
+private:
+    // The next record that can be read at all.
+    bool Read()
+    {
+        for (badLines = 0; badLines <= MostBadLines; ++badLines) {
+            try {
+                return data.Next(row);
+            } catch (const comtrade::Error&) {
+                if (!isText) // the rest is less than a record
+                    return false;
+            }
+        }
+        return false;
+    }
+
+    // Takes the recording to the record that was found: one line may have become two, or two one.
+    bool Follow()
+    {
+        qint64 skipped = qint64{row.number} - Number() - 1;
+        if (skipped < 0 || skipped > qint64{2} * badLines)
+            skipped = badLines;
+        for (qint64 i = 0; i <= skipped; ++i) {
+            if (!rows.Next())
+                return false;
+        }
+        return true;
+    }
+
+    // Whether it is a damaged record at worst, and no other bytes that can be read as numbers.
+    bool IsInItsPlace() const { return HasNumber() || (HasTime() && row.number != 0 && row.time != 0); }
+
+    const comtrade::Configuration configuration;
+    comtrade::DataReader data;
+    const bool isText;
+    const qint64 total;
+    SourceRows rows;
+    comtrade::Row row;
+    int badLines = 0; // just before the row
+    bool isLonger = false;
+};
+
+constexpr qint64 MostBlocks = 64;
+
+// Finds the channel of each column: the columns and the channels are hashed block by block, and those of
+// equal hashes belong together. A block with damaged values in it, where the hashes of the columns are not
+// those of the channels, has no say.
+class Matching
+{
+public:
+    Matching(size_t channels_, qint64 total)
+        : channels(channels_), blockSize(std::max<qint64>(1, (total + MostBlocks - 1) / MostBlocks)),
+          columnHashes(channels * MostBlocks), channelHashes(channels * MostBlocks)
+    {}
+
+    void Add(qint64 number, size_t channel, qint32 found, qint32 expected)
+    {
+        const size_t at = static_cast<size_t>((number - 1) / blockSize) * channels + channel;
+        Mix(columnHashes[at], static_cast<quint32>(found));
+        Mix(channelHashes[at], static_cast<quint32>(expected));
+    }
+
+    // For each column its channel.
+    std::vector<size_t> Channels() const
+    {
+        std::vector<quint64> columnKeys(channels);
+        std::vector<quint64> channelKeys(channels);
+        for (size_t block = 0; block < MostBlocks; ++block) {
+            if (!IsSound(block))
+                continue;
+            for (size_t i = 0; i < channels; ++i) {
+                Mix(columnKeys[i], columnHashes[block * channels + i]);
+                Mix(channelKeys[i], channelHashes[block * channels + i]);
+            }
+        }
+        const std::vector<size_t> columnOrder = OrderOf(columnKeys);
+        const std::vector<size_t> channelOrder = OrderOf(channelKeys);
+        std::vector<size_t> result(channels);
+        for (size_t i = 0; i < channels; ++i)
+            result[columnOrder[i]] = channelOrder[i];
+        return result;
+    }
+
+private:
+    static void Mix(quint64& hash, quint64 value)
+    {
+        hash = (hash ^ (value + 1)) * 0x9E3779B97F4A7C15U;
+        hash ^= hash >> 29U;
+    }
+
+    std::vector<quint64> Sorted(const std::vector<quint64>& hashes, size_t block) const
+    {
+        const auto begin = hashes.begin() + static_cast<ptrdiff_t>(block * channels);
+        std::vector<quint64> sorted(begin, begin + static_cast<ptrdiff_t>(channels));
+        std::sort(sorted.begin(), sorted.end());
+        return sorted;
+    }
+
+    bool IsSound(size_t block) const { return Sorted(columnHashes, block) == Sorted(channelHashes, block); }
+
+    // Channels that are alike keep their order, which is mostly that of the record.
+    static std::vector<size_t> OrderOf(const std::vector<quint64>& keys)
+    {
+        std::vector<size_t> order(keys.size());
+        std::iota(order.begin(), order.end(), size_t{0});
+        std::stable_sort(order.begin(), order.end(), [&](size_t a, size_t b) { return keys[a] < keys[b]; });
+        return order;
+    }
+
+    const size_t channels;
+    const qint64 blockSize; // records
+    std::vector<quint64> columnHashes;
+    std::vector<quint64> channelHashes;
+};
+
+// Which channels the columns are.
+struct Assignment
+{
+    std::vector<size_t> analog;
+    std::vector<size_t> states;
+};
+
+Assignment Assign(const DataPlace& place, comtrade::DataType type, const Source& source)
+{
+    Pairs pairs(place, type, source);
+    Matching analog(source.AnalogCount(), source.TotalSamples());
+    Matching states(source.StateCount(), source.TotalSamples());
+    while (pairs.Next()) {
+        for (size_t i = 0; i < source.AnalogCount(); ++i)
+            analog.Add(pairs.Number(), i, CodeOf(pairs.Found().analog[i]), pairs.ExpectedCode(i));
+        for (size_t i = 0; i < source.StateCount(); ++i)
+            states.Add(pairs.Number(), i, pairs.Found().states[i], pairs.Expected().State(i) ? 1 : 0);
+    }
+    return {analog.Channels(), states.Channels()};
+}
+
+// Counts the values that differ, in all and for each column.
+class Counts
+{
+public:
+    explicit Counts(const Source& source) : columns(2 + source.AnalogCount() + source.StateCount()) {}
+
+    void Count(const Pairs& pairs, const Assignment& assignment)
+    {
+        size_t column = 0;
+        columns[column++] += pairs.HasNumber() ? 0 : 1;
+        columns[column++] += pairs.HasTime() ? 0 : 1;
+        for (size_t i = 0; i < assignment.analog.size(); ++i) {
+            const qint32 expected = pairs.ExpectedCode(assignment.analog[i]);
+            columns[column++] += CodeOf(pairs.Found().analog[i]) == expected ? 0 : 1;
+        }
+        for (size_t i = 0; i < assignment.states.size(); ++i) {
+            const quint8 expected = pairs.Expected().State(assignment.states[i]) ? 1 : 0;
+            columns[column++] += pairs.Found().states[i] == expected ? 0 : 1;
+        }
+        ++records;
+    }
+
+    // A whole channel that differs is none that was damaged.
+    bool Differ() const
+    {
+        const qint64 all = std::accumulate(columns.begin(), columns.end(), qint64{0});
+        return IsTooMuch(all, records * static_cast<qint64>(columns.size())) ||
+               std::any_of(columns.begin(), columns.end(),
+                           [this](qint64 differing) { return IsTooMuch(differing, records); });
+    }
+
+    qint64 Records() const { return records; }
+
+private:
+    std::vector<qint64> columns; // number, time, analog, states
+    qint64 records = 0;
+};
+
+} // namespace
+
+Likeness Compare(const DataPlace& place, comtrade::DataType type, const Source& source)
+{
+    const Assignment assignment = Assign(place, type, source);
+    Pairs pairs(place, type, source);
+    Counts counts(source);
+    Likeness likeness;
+    while (pairs.Next()) {
+        counts.Count(pairs, assignment);
+        likeness.last = pairs.Number();
+    }
+    likeness.compared = counts.Records();
+    likeness.differs = counts.Differ();
+    likeness.longer = pairs.IsLonger();
+    return likeness;
+}
+
+} // namespace verify

@@ -1,0 +1,313 @@
+#include "verify/ownrecord.h"
+
+#include "comtrade/mark.h"
+#include "service/zucmtrconverter.h"
+#include "verify/device.h"
+#include "verify/likeness.h"
+#include "verify/mismatch.h"
+#include "verify/source.h"
+#include "verify/stamp.h"
+#include "zucmtr/texts.h"
+
+#include <explain/system.h>
+
+#include <QFile>
+#include <QTextCodec>
+
+#include <algorithm>
+#include <cerrno>
+#include <exception>
+#include <new>
+#include <optional>
+#include <sys/stat.h>
+
+namespace verify {
+
+namespace {
+
+// More than the texts of 4096 channels can take.
+constexpr qint64 LargestText = qint64{64} << 20;
+
+constexpr const char* FirstMark = "--- file type: CFG ---";
+
+// What there is of a record in one of the two forms.
+struct Remains
+{
+    bool any = false;
+    QString configurationName;
+    std::optional<QByteArray> configuration;
+    std::optional<DataPlace> data;    // unless there are only zeros
+    std::optional<DataPlace> written; // without the zeros at their end, if there are any
+};
+
+[[noreturn]] void Unreadable(const QString& path, const QString& reason)
+{
+    throw Mismatch(Tr("verify", "'%1' cannot be read: %2").arg(path, reason));
+}
+
+// Whether there is a file of this name. Throws Mismatch for anything that is no plain file: reading a pipe
+// would wait for ever.
+bool IsThere(const QString& path)
+{
+    struct stat status = {};
+    if (stat(QFile::encodeName(path).constData(), &status) != 0) {
+        if (errno == ENOENT)
+            return false;
+        Unreadable(path, explain::SystemText(errno));
+    }
+    if (!S_ISREG(status.st_mode))
+        throw Mismatch(Tr("verify", "'%1' is not a file").arg(path));
+    return true;
+}
+
+void Open(QFile& file)
+{
+    if (!file.open(QIODevice::ReadOnly))
+        Unreadable(file.fileName(), explain::SystemText(file.errorString()));
+}
+
+QByteArray Read(QFile& file, qint64 most)
+{
+    QByteArray result(static_cast<int>(most), Qt::Uninitialized);
+    const qint64 count = file.read(result.data(), most);
+    if (count < 0)
+        Unreadable(file.fileName(), explain::SystemText(file.errorString()));
+    result.truncate(static_cast<int>(count));
+    return result;
+}
+
+QByteArray ReadText(const QString& path)
+{
+    QFile file(path);
+    Open(file);
+    if (file.size() > LargestText)
+        throw Mismatch(Tr("verify", "'%1' is too large").arg(path));
+    return Read(file, file.size());
+}
+
+// As many bytes as the recording's data can take in the longer form, and some.
+qint64 MostData(const Source& source)
+{
+    const auto analog = static_cast<qint64>(source.AnalogCount());
+    const auto states = static_cast<qint64>(source.StateCount());
+    return (source.TotalSamples() + 2) * (128 + 32 * (analog + states));
+}
+
+// Of binary data; no line of ASCII data is shorter by much.
+qint64 BytesOfRecord(const Source& source)
+{
+    const auto analog = static_cast<qint64>(source.AnalogCount());
+    const auto states = static_cast<qint64>(source.StateCount());
+    return 8 + 2 * analog + 2 * ((states + 15) / 16);
+}
+
+// Bytes up to the last that is not zero: after a power failure zeros stand for what was not written. A disk
+// that fails is noticed here: that is no reason to replace what is on it.
+qint64 WrittenSize(const DataPlace& place, qint64 most)
+{
+    QFile file(place.path);
+    Open(file);
+    if (!file.seek(place.begin))
+        Unreadable(place.path, explain::SystemText(file.errorString()));
+    qint64 written = 0;
+    for (qint64 position = 0; position < most;) {
+        const QByteArray block = Read(file, std::min<qint64>(most - position, 1 << 20));
+        if (block.isEmpty())
+            break;
+        const auto isZero = [](char byte) { return byte == 0; };
+        const auto zeros = std::find_if_not(block.rbegin(), block.rend(), isZero) - block.rbegin();
+        if (zeros < block.size())
+            written = position + block.size() - zeros;
+        position += block.size();
+    }
+    return written;
+}
+
+void TakeData(Remains& remains, const DataPlace& place, const Source& source)
+{
+    const qint64 size = QFile(place.path).size() - place.begin;
+    const qint64 written = WrittenSize(place, MostData(source));
+    // A part of the first record says nothing.
+    if (written < size && written < BytesOfRecord(source))
+        return;
+    if (written > 0)
+        remains.data = place;
+    if (written > 0 && written < size)
+        remains.written = DataPlace{place.path, place.begin, written};
+}
+
+Remains SeparateFiles(const QString& base, const Source& source)
+{
+    Remains remains;
+    remains.configurationName = base + QLatin1String(".cfg");
+    if (IsThere(remains.configurationName))
+        remains.configuration = ReadText(remains.configurationName);
+    const DataPlace data = {base + QLatin1String(".dat"), 0, -1};
+    const bool hasData = IsThere(data.path);
+    if (hasData)
+        TakeData(remains, data, source);
+    remains.any = remains.configuration || hasData || IsThere(base + QLatin1String(".hdr")) ||
+                  IsThere(base + QLatin1String(".inf"));
+    return remains;
+}
+
+// Before the first zero, as a power failure leaves a text.
+QByteArray Written(const QByteArray& text)
+{
+    return text.mid(0, text.indexOf('\0')); // all of it if there is none
+}
+
+// The sections up to the data; what is behind them is not ours.
+Remains Container(const QString& path, const Source& source)
+{
+    Remains remains;
+    remains.configurationName = path;
+    remains.any = IsThere(path);
+    if (!remains.any)
+        return remains;
+    remains.configuration = QByteArray();
+    QFile file(path);
+    Open(file);
+    qint64 textSize = 0;
+    QString section;
+    for (bool first = true;; first = false) {
+        constexpr qint64 step = 4096; // a longer line comes in pieces
+        const QByteArray line = file.readLine(step);
+        textSize += line.size();
+        const std::optional<comtrade::Mark> mark = comtrade::MarkOf(line);
+        if (first && !mark && !QByteArray(FirstMark).startsWith(Written(line)))
+            throw Mismatch(Tr("verify", "'%1' is not a COMTRADE record").arg(path));
+        if (line.isEmpty() || textSize > LargestText)
+            return remains;
+        if (mark && mark->kind == QLatin1String("DAT")) {
+            TakeData(remains, {path, file.pos(), mark->dataBytes}, source);
+            return remains;
+        }
+        if (mark)
+            section = mark->kind;
+        else if (section == QLatin1String("CFG"))
+            *remains.configuration += line;
+    }
+}
+
+// Whether it is what can be left of the recording's configuration after a power failure: its first lines, or
+// a part of them.
+bool IsBeginning(const QByteArray& configuration, const Source& source)
+{
+    const QByteArray found = Written(configuration).replace("\r", "");
+    const ZuCmtrDevParam& param = source.Owner().Param();
+    for (const char* year : {"1999", "2013"}) {
+        const QString head = param.Object + QLatin1Char(',') + param.Source + QLatin1Char(',') +
+                             QLatin1String(year) + QLatin1Char('\n') +
+                             QString::number(source.AnalogCount() + source.StateCount()) + QLatin1Char(',') +
+                             QString::number(source.AnalogCount()) + QStringLiteral("A,") +
+                             QString::number(source.StateCount()) + QStringLiteral("D\n");
+        for (const QTextCodec* codec : {ZuCmtrConverter::codec_UTF8, ZuCmtrConverter::codec_CP1251}) {
+            const QByteArray expected = codec->fromUnicode(head);
+            if (found.startsWith(expected) || expected.startsWith(found))
+                return true;
+        }
+    }
+    return false;
+}
+
+std::optional<comtrade::Configuration> Parsed(const Remains& remains)
+{
+    if (!remains.configuration)
+        return std::nullopt;
+    try {
+        return comtrade::ParseConfiguration(*remains.configuration, remains.configurationName);
+    } catch (const comtrade::Error&) {
+        return std::nullopt;
+    }
+}
+
+// Throws Mismatch unless stamps and counts are the recording's. Of fewer samples are a record that was made
+// before the last files of the recording came.
+void CheckIdentity(const comtrade::Configuration& configuration, const QString& name, const Source& source)
+{
+    const auto place = [&](const QString& what) {
+        return QLatin1Char('\'') + name + QLatin1String("', ") + what;
+    };
+    const auto text = [](const comtrade::TimeStamp& stamp) {
+        return StampText({stamp.date, stamp.nanoseconds / 1000});
+    };
+    ExpectSame(place(Tr("verify", "first sample")), text(configuration.start),
+               StampText(StartMoment(source)));
+    ExpectSame(place(Tr("verify", "trigger")), text(configuration.trigger), StampText(TriggerMoment(source)));
+    ExpectSame(place(Tr("verify", "number of analog channels")),
+               static_cast<qint64>(configuration.analog.size()), static_cast<qint64>(source.AnalogCount()));
+    ExpectSame(place(Tr("verify", "number of state channels")),
+               static_cast<qint64>(configuration.states.size()), static_cast<qint64>(source.StateCount()));
+    if (configuration.SampleCount() > source.TotalSamples())
+        ExpectSame(place(Tr("verify", "number of the last sample")), configuration.SampleCount(),
+                   source.TotalSamples());
+}
+
+// The data in the form that fits best: a run that was killed can leave a configuration with data of another.
+// The zeros at their end may be values, or may stand for what was not written.
+Likeness LikenessOf(const Remains& remains, const Source& source)
+{
+    Likeness best;
+    for (const std::optional<DataPlace>& place : {remains.data, remains.written}) {
+        if (!place)
+            continue;
+        for (const comtrade::DataType type : {comtrade::DataType::Ascii, comtrade::DataType::Binary}) {
+            const Likeness likeness = Compare(*place, type, source);
+            if (likeness.Agrees())
+                return likeness;
+            if (likeness.compared > best.compared)
+                best = likeness;
+        }
+    }
+    return best;
+}
+
+RecordState Judge(const Remains& remains, const Source& source)
+{
+    if (!remains.any)
+        return RecordState::Absent;
+    const std::optional<comtrade::Configuration> configuration = Parsed(remains);
+    if (configuration)
+        CheckIdentity(*configuration, remains.configurationName, source);
+    if (!remains.data) {
+        if (configuration || !remains.configuration || IsBeginning(*remains.configuration, source))
+            return RecordState::Unfinished;
+        throw Mismatch(Tr("verify", "'%1' is not a COMTRADE record").arg(remains.configurationName));
+    }
+    const Likeness likeness = LikenessOf(remains, source);
+    if (likeness.Agrees()) {
+        const qint64 samples = configuration ? configuration->SampleCount() : source.TotalSamples();
+        return remains.configuration && likeness.last >= samples ? RecordState::Own : RecordState::Unfinished;
+    }
+    if (likeness.longer)
+        throw Mismatch(Tr("verify", "'%1' goes on behind record %2, with which the recording ends")
+                           .arg(remains.data->path)
+                           .arg(source.TotalSamples()));
+    if (likeness.compared == 0 && configuration)
+        return RecordState::Unfinished;
+    throw Mismatch(Tr("verify", "'%1' has other samples than the recording").arg(remains.data->path));
+}
+
+} // namespace
+
+Standing StandingOf(const Source& source, const QString& directory)
+{
+    const QString base = directory + QLatin1Char('/') + source.RecordName();
+    const auto judge = [&](bool container) {
+        return Judge(container ? Container(base + QLatin1String(".cff"), source)
+                               : SeparateFiles(base, source),
+                     source);
+    };
+    try {
+        const bool container = source.Owner().Param().ComtradeCff;
+        const RecordState state = judge(container);
+        return {state != RecordState::Absent ? state : judge(!container), QString()};
+    } catch (const std::bad_alloc&) {
+        throw;
+    } catch (const std::exception& error) {
+        return {RecordState::Foreign, QString::fromUtf8(error.what())};
+    }
+}
+
+} // namespace verify

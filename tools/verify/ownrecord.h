@@ -1,0 +1,39 @@
+// Whose record it is that has the name already.
+//
+// Two recordings can have one name: of two recorders with the same settings, or of one minute after the clock
+// was set back. Their records differ nearly everywhere, while a record of the same recording has its stamps
+// and its samples, whatever the settings were. Of the two mistakes, to replace another's record loses it, and
+// not to replace this recording's own costs a question: what cannot be told is another's.
+#pragma once
+
+#include <QString>
+
+namespace verify {
+
+class Source;
+
+enum class RecordState {
+    Absent,     // no file of a record has the name
+    Same,       // the record verifies as it stands
+    Own,        // this recording's: made with other settings, of fewer of its files, or damaged
+    Unfinished, // this recording's as far as it goes: without a configuration, or without all of its data
+    Foreign     // another recording's, or not to be read
+};
+
+struct Standing
+{
+    RecordState state = RecordState::Absent;
+    QString reason; // why it is not Same, for people; may be empty for Absent and Unfinished
+};
+
+/// What the files in directory are that have the name of the recording's record; Same is not told from Own.
+/// The record in the form of the device counts, separate files or a CFF file; one in the other form only
+/// where that is absent. Reads no more than the recording can fill. Nothing is thrown but std::bad_alloc.
+///
+/// A record is the recording's if its stamps are, if it has as many channels and no more samples, and if its
+/// columns hold the samples of the recording's channels, in whatever order. At most one value in a
+/// thousand, of all and of each channel, may differ: those are damaged bits. A configuration that cannot be
+/// read leaves the decision to the data.
+Standing StandingOf(const Source& source, const QString& directory);
+
+} // namespace verify

@@ -1,0 +1,113 @@
+// The records that a recording makes, worked out anew and not by the writer's code.
+#pragma once
+
+#include "config/Numeric.h"
+#include "recording/zufileformat.h"
+#include "verify/source.h"
+
+#include <cmath>
+#include <vector>
+
+namespace verify {
+
+/// Record number n has the time n / rate, and the segment whose time that is.
+class Walk
+{
+public:
+    explicit Walk(const Source& source_) : source(source_), step(1000000.0 / source_.SampleRate()) {}
+
+    /// Goes on to the next record; false after the last.
+    bool Next()
+    {
+        if (number >= source.TotalSamples())
+            return false;
+        time = zu::ToInteger<quint64>(std::round(static_cast<double>(number) * step));
+        ++number;
+        ++sample;
+        if (TimeInSegment() < Segment().SegmentDuration)
+            return true;
+        sample = 0;
+        return ++segment < source.Segments().size(); // a record passes one segment at most
+    }
+
+    qint64 Number() const { return number; } // from 1
+    quint64 Time() const { return time; }    // microseconds from the first sample
+    size_t Sample() const { return static_cast<size_t>(sample); }
+    size_t SegmentNumber() const { return segment; }
+    ZuFileFormat& Segment() const { return *source.Segments()[segment]; }
+
+    /// Microseconds from the start of the segment, in the 32 bits of the recorder's clock.
+    quint32 TimeInSegment() const
+    {
+        return static_cast<quint32>(time) - static_cast<quint32>(Segment().SegmentTimeBase);
+    }
+
+private:
+    const Source& source;
+    const double step; // microseconds
+    qint64 number = 0;
+    quint64 time = 0;
+    size_t segment = 0;
+    qint64 sample = -1; // within the segment
+};
+
+/// The values of each record, channel by channel in the order of the record.
+class SourceRows
+{
+public:
+    explicit SourceRows(const Source& source_) : source(source_), walk(source_) {}
+
+    /// Goes on to the next record; false after the last.
+    bool Next()
+    {
+        if (!walk.Next())
+            return false;
+        if (walk.SegmentNumber() != entered)
+            EnterSegment();
+        return true;
+    }
+
+    const Walk& At() const { return walk; }
+
+    /// Whether the analog channel has a sample for the record.
+    bool HasSample(size_t channel) const { return walk.Sample() < columns[channel].points; }
+
+    /// The sample; only if there is one.
+    qint16 Code(size_t channel) const { return columns[channel].codes[walk.Sample()]; }
+
+    bool State(size_t channel) const { return states[channel]->GetVal(walk.TimeInSegment()); }
+
+private:
+    struct Column
+    {
+        const qint16* codes;
+        size_t points;
+    };
+
+    void EnterSegment()
+    {
+        entered = walk.SegmentNumber();
+        columns.clear();
+        states.clear();
+        for (size_t i = 0; i < source.AnalogCount(); ++i) {
+            const AnChannelData& channel = *walk.Segment().AnChannels.at(source.AnalogOrder().at(i));
+            columns.push_back({channel.Samples, channel.m_HeaderAn.points});
+        }
+        for (size_t i = 0; i < source.StateCount(); ++i)
+            states.push_back(walk.Segment().DiChannels.at(source.StateOrder().at(i)));
+    }
+
+    const Source& source;
+    Walk walk;
+    std::vector<Column> columns;
+    std::vector<DiChannelData*> states;
+    size_t entered = ~size_t{0};
+};
+
+/// The code that stands for a missing sample in binary data.
+constexpr qint16 MissingCode = -0x8000;
+
+/// The time that stands for an unknown one in binary data.
+constexpr quint32 UnknownTime = 0xFFFFFFFF;
+
+} // namespace verify

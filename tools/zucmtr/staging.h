@@ -1,0 +1,94 @@
+// A directory beside the final place of a record, where the record is written and verified before it gets its
+// final names.
+//
+// The final names change in one order: the earlier configuration goes first, the new one comes last. So at
+// every moment a configuration (.cfg, .cff) that is there has its own pieces around it: the earlier record is
+// whole, or the new one is, or there are pieces without a configuration, which no reader takes for a record.
+// What lies there in the end is what the library leaves when it converts right into the directory.
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include <stdexcept>
+#include <vector>
+
+/// A record that could not be put in place, or no directory to write it to; what() is UTF-8.
+class StagingError : public std::runtime_error
+{
+public:
+    StagingError(const QString& text, int code_) : std::runtime_error(text.toStdString()), code(code_) {}
+
+    /// Whether the disk, or the user's share of it, is full.
+    bool NoRoom() const;
+
+    const int code; // errno
+};
+
+/// The reason of a failed file call for people; says of which directory the disk is full.
+QString DiskReason(int code, const QString& directory);
+
+/// For one record and one thread at a time. Several may be in one directory, also of several processes.
+class Staging
+{
+public:
+    /// Makes an empty directory below out, which must be there. Throws StagingError.
+    explicit Staging(const QString& out_);
+
+    /// Removes the directory with all that is left in it.
+    ~Staging();
+    Staging(const Staging&) = delete;
+    Staging& operator=(const Staging&) = delete;
+
+    /// Where the record is to be written, each piece under its final name.
+    const QString& Directory() const { return directory; }
+
+    /// Has the system write these pieces to the disk. Commit does it, too; done before Lock, others do not
+    /// wait for it. Throws StagingError.
+    void Sync(const QStringList& names);
+
+    /// Whether the disk has no room for another 64 KiB: asked when something here could not be written and
+    /// nobody can say why.
+    bool IsDiskFull() const;
+
+    /// Waits until nobody else commits to out, and keeps it so until the object goes: what is seen at the
+    /// final names from here on is what Commit replaces. On a file system without locks it does nothing.
+    void Lock();
+
+    /// Gives the pieces their final names, over those of an earlier record. names are file names without a
+    /// directory, the configuration (.cfg or .cff) first, as Device::RecordFiles gives them; others, such as
+    /// a page, may follow. sync: they are on the disk when it returns. Throws StagingError; the earlier
+    /// record is then in its place again.
+    void Commit(const QStringList& names, bool sync);
+
+    /// Removes the directories of runs that were killed. One that is in use stays, as does one that cannot be
+    /// removed.
+    static void RemoveLeft(const QString& out);
+
+private:
+    // A rename that was done, and how it is undone: by the same kind of rename the other way round.
+    struct Move
+    {
+        QByteArray from, to;
+        unsigned int flags;
+    };
+
+    void Make();
+    void CheckNames(const QStringList& names) const;
+    void RemoveTemporary(const QString& configuration) const;
+    void SetAside(const QStringList& names);
+    void PutInPlace(const QString& name);
+    void Replace(const QString& name);
+    bool Rename(const QByteArray& from, const QByteArray& to, unsigned int flags);
+    QString UndoAll();
+    [[noreturn]] void Fail(const QString& name, int code);
+    QByteArray Own(const QString& name) const;
+    QByteArray Final(const QString& name) const;
+
+    const QString out;
+    QString directory;
+    int handle = -1; // of the directory: its lock tells RemoveLeft that it is in use
+    int lock = -1;   // of out
+    QStringList synced;
+    std::vector<Move> moves; // of the commit under way, in order
+};

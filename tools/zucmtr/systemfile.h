@@ -1,0 +1,108 @@
+// Files as the system knows them, for code that must not confuse one file with another of the same name.
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include <cstdint>
+
+namespace systemfile {
+
+/// A file descriptor, closed with the object.
+class Descriptor
+{
+public:
+    explicit Descriptor(int number_ = -1) : number(number_) {}
+    Descriptor(Descriptor&& other) noexcept : number(other.number) { other.number = -1; }
+    Descriptor& operator=(Descriptor&& other) noexcept;
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+    ~Descriptor();
+
+    int Number() const { return number; }
+    bool IsOpen() const { return number >= 0; }
+
+private:
+    int number;
+};
+
+/// Which file it is, and in which state. Times are nanoseconds since 1970.
+struct Identity
+{
+    std::uint64_t device = 0;
+    std::uint64_t inode = 0;
+    std::int64_t size = 0;     // bytes
+    std::int64_t modified = 0; // content
+    std::int64_t changed = 0;  // content, name, owner or mode; set by the system alone
+    std::uint32_t mode = 0;    // type and permissions
+
+    bool IsSameFile(const Identity& other) const { return device == other.device && inode == other.inode; }
+    bool IsRegular() const;
+    bool IsLink() const;
+    /// The same file in the same state.
+    bool operator==(const Identity& other) const;
+    bool operator!=(const Identity& other) const { return !(*this == other); }
+};
+
+/// What the path leads to, a symbolic link itself with Links::Kept. 0, or the errno of the failure. A network
+/// file system asks its server.
+enum class Links { Followed, Kept };
+int Identify(const QString& path, Identity& identity, Links links = Links::Followed);
+int Identify(const Descriptor& file, Identity& identity);
+
+/// Whether a directory has the name, be it of a link that leads nowhere. What cannot be told counts as taken.
+bool IsTaken(const QString& path);
+
+/// The names in a directory, sorted, without "." and ".."; none if it cannot be read. Names that no program
+/// text can hold come out maimed.
+QStringList NamesIn(const QString& directory);
+
+/// What went wrong, as the system says it; with a directory, a full disk is that of the directory.
+QString ReasonOf(int error, const QString& directory = QString());
+
+/// Whether the error means a disk or a quota that is full.
+bool IsNoRoom(int error);
+
+/// Opens for reading, never waits for the other end of a pipe. Not open on failure, with errno.
+Descriptor OpenToRead(const QString& path);
+
+/// Content of one file as a number: another one if anything in it differs.
+struct Print
+{
+    std::int64_t size = 0; // bytes
+    std::uint64_t value = 0;
+    bool operator==(const Print& other) const { return size == other.size && value == other.value; }
+};
+
+/// Reads a file from its beginning to its end. 0, or the errno of the failure.
+int ReadThrough(const Descriptor& file, Print& print);
+
+/// Compares the contents of two files. 0 with the answer in `same`, or the errno of the failure.
+int Compare(const Descriptor& a, const Descriptor& b, bool& same);
+
+/// Renames, but never over another file. 0, or the errno of the failure: EEXIST if the name is taken.
+/// Nobody else may be at work with `from`.
+int RenameToFree(const QString& from, const QString& to);
+
+/// The same where others may exchange `from` at any time, but nobody else would take the name `to`.
+int RenameToOwn(const QString& from, const QString& to);
+
+/// Whether somebody else may be at work with a file.
+enum class Lock { Taken, Held, Unknown };
+
+/// Marks an open file as being worked with, for as long as it is open (Taken). Held: another holds it alone.
+/// Unknown: the file system has no such locks.
+Lock LockShared(const Descriptor& file);
+
+void Unlock(const Descriptor& file);
+
+/// Whether no running program works with a file that programs lock while they do. True keeps it from others
+/// for as long as `held` is there, which is the file. Without locks a file counts as left an hour after its
+/// last change.
+bool TakeAbandoned(const QString& path, Descriptor& held);
+
+/// Has the system write a file, or the names in a directory, to the disk. 0, or the errno of the failure.
+int Sync(const QString& path);
+int Sync(const Descriptor& file);
+
+} // namespace systemfile

@@ -1,0 +1,11 @@
+// What 'zucmtr watch' prints: one JSON object and line an event; docs/json.md lists them.
+#pragma once
+
+#include <QJsonObject>
+
+namespace watchevents {
+
+/// Prints an event with these keys and the time.
+void Tell(const char* event, QJsonObject object);
+
+} // namespace watchevents

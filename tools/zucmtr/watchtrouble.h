@@ -1,0 +1,62 @@
+// Trouble of the service itself, by no fault of a recording: a directory that is gone, a disk that is full, a
+// journal that cannot be written. It is reported once, then waited for; no recording is charged with it.
+#pragma once
+
+#include <QString>
+
+#include <chrono>
+#include <stdexcept>
+
+class WatchTrouble
+{
+public:
+    using Clock = std::chrono::steady_clock;
+
+    /// What shows that a trouble is over.
+    enum class Cure {
+        Look, // its cause can be looked at
+        Work  // only a recording that succeeds
+    };
+
+    /// The first pause; it is doubled up to a minute, or to itself if it is longer.
+    explicit WatchTrouble(std::chrono::milliseconds firstPause_);
+
+    /// Prints the event, and a line on standard error, unless the trouble of this word is known. The next try
+    /// is after a pause. file: the recording that met it, if there was one.
+    void Meet(const char* word, const QString& text, Cure cure, const QString& file = QString());
+
+    /// What was looked at is good again.
+    void Looked();
+
+    /// A recording succeeded.
+    void Worked();
+
+    bool IsOn() const { return on; }
+    bool MayTry() const { return !on || Clock::now() >= next; }
+    Clock::time_point Next() const { return next; }
+    const QString& Text() const { return text; }
+
+private:
+    void End();
+
+    const std::chrono::milliseconds firstPause;
+    std::chrono::milliseconds pause;
+    bool on = false;
+    Cure cure = Cure::Look;
+    QString word;
+    QString text;
+    Clock::time_point begin{};
+    Clock::time_point next{};
+};
+
+/// Throws WatchPlaceError if a directory that is written to is gone or cannot be written to, now. option:
+/// that which names it.
+class WatchPlaceError : public std::runtime_error
+{
+public:
+    WatchPlaceError(const char* word_, const QString& text)
+        : std::runtime_error(text.toStdString()), word(word_)
+    {}
+    const char* const word; // of reasons.h
+};
+void CheckPlace(const char* word, const QString& option, const QString& directory);
