@@ -1,5 +1,6 @@
 """A browser without a screen, driven over the WebDriver protocol on the loopback."""
 import json
+import os
 import shutil
 import socket
 import subprocess
@@ -33,13 +34,14 @@ def free_port():
 class Browser:
     def __init__(self, driver, chromium, width=1400, height=1000):
         self.port = free_port()
-        self.profile = tempfile.TemporaryDirectory(ignore_cleanup_errors=True)
+        # The browser leaves directories in TMPDIR.
+        self.place = tempfile.TemporaryDirectory(ignore_cleanup_errors=True)
         self.process = subprocess.Popen([driver, "--port=%d" % self.port], stdout=subprocess.DEVNULL,
-                                        stderr=subprocess.DEVNULL)
+                                        stderr=subprocess.DEVNULL, env={**os.environ, "TMPDIR": self.place.name})
         self.base = "http://127.0.0.1:%d" % self.port
         until(self._is_ready, "chromedriver")
         arguments = ["--headless=new", "--no-sandbox", "--disable-gpu", "--disable-dev-shm-usage", "--lang=en-US",
-                     "--user-data-dir=" + self.profile.name, "--window-size=%d,%d" % (width, height)]
+                     "--user-data-dir=" + os.path.join(self.place.name, "profile"), "--window-size=%d,%d" % (width, height)]
         capabilities = {"browserName": "chrome", "goog:loggingPrefs": {"browser": "ALL", "performance": "ALL"},
                         "goog:chromeOptions": {"binary": shutil.which(chromium), "args": arguments}}
         answer = self._call("POST", "/session", {"capabilities": {"alwaysMatch": capabilities}})
@@ -66,7 +68,7 @@ class Browser:
         finally:
             self.process.terminate()
             self.process.wait()
-            self.profile.cleanup()
+            self.place.cleanup()
 
     def open(self, path, wishes="lang=en&theme=light"):
         self.log("performance")
