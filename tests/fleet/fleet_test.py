@@ -108,7 +108,8 @@ class Fleet(unittest.TestCase):
         after = [number for number, code in self.logged() if code == 0]
         self.assertEqual(sorted(after), sorted(set(after)), "a recording in the log was converted again")
         self.assertEqual(set(range(1, len(names) + 1)), set(after))
-        self.assertEqual({"converted"}, {item["status"] for item in self.told()})
+        # A run that is killed may have put its last record in place before it could say so.
+        self.assertLessEqual({item["status"] for item in self.told()}, {"converted", "present"})
         files = [item["file"] for item in self.told()]
         for number in before:
             self.assertLessEqual(files.count(f"the archive/{names[number - 1]}"), 1)
