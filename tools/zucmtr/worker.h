@@ -18,9 +18,8 @@ struct WorkOrder
     bool trustWriter = false; // the ini file's own deletion is allowed: records are read, not compared
     bool view = false;        // write a page beside each record
     bool removeSource = false;
-    QString archive; // directory for the recordings; empty: none
-    bool sync =
-        false; // the record is on the disk when its work is done; always where recordings are put away
+    QString archive;      // directory for the recordings; empty: none
+    bool sync = false;    // records are on the disk when their work is done; always where recordings go
     bool again = false;   // convert also where the record is there already and is right
     bool replace = false; // also the record of another recording that has the name
     bool mirror = false;  // records and recordings lie below out and archive as the recordings do below `top`
