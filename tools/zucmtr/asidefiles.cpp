@@ -13,6 +13,7 @@
 #include <cerrno>
 #include <csignal>
 #include <fcntl.h>
+#include <iterator>
 #include <linux/magic.h>
 #include <map>
 #include <sys/vfs.h>
@@ -81,9 +82,17 @@ QStringList PutBackAll(std::vector<AsideFile>& files)
     while (number < mostNumbers && !IsFree(files, number))
         ++number;
     QStringList notes;
+    bool isWhole = true;
     for (auto file = files.rbegin(); file != files.rend(); ++file) {
         if (file->aside.isEmpty())
             continue;
+        // Without its continuations the first file would be taken for the whole recording.
+        if (!isWhole && std::next(file) == files.rend()) {
+            notes << Tr("sources",
+                        "'%1' is now called '%2', as its continuations could not get their names back")
+                         .arg(file->own, file->aside);
+            break;
+        }
         const QString old = file->own;
         file->own = NumberedName(old, number);
         if (DropSecondName(*file))
@@ -92,6 +101,7 @@ QStringList PutBackAll(std::vector<AsideFile>& files)
         if (error != 0) {
             notes << Tr("sources", "'%1' is now called '%2' and could not get its name back: %3; rename it")
                          .arg(old, file->aside, ReasonOf(error));
+            isWhole = false;
             continue;
         }
         if (number > 1)

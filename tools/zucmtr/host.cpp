@@ -4,6 +4,7 @@
 #include "command.h"
 #include "console.h"
 #include "texts.h"
+#include "workfailure.h"
 
 #include <explain/file.h>
 #include <explain/library.h>
@@ -13,6 +14,7 @@
 
 #include <algorithm>
 #include <exception>
+#include <new>
 #include <stdexcept>
 
 namespace {
@@ -126,6 +128,9 @@ Outcome Host::Convert(const QString& file, const QString& outDirectory, unsigned
         outcome.reason = reason::ConverterException;
         outcome.error = Tr("host", "the start comment has too few values, or the segments have analog but "
                                    "no discrete channels; the library gives up such a recording");
+    } catch (const std::bad_alloc&) {
+        outcome.reason = reason::OutOfMemory;
+        outcome.error = MemoryText();
     } catch (const std::exception& failure) {
         outcome.reason = reason::ConverterException;
         outcome.error = Tr("host", "exception in the library: %1").arg(QString::fromUtf8(failure.what()));

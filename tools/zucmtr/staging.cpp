@@ -4,7 +4,9 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
@@ -52,6 +54,20 @@ int SyncPath(const QByteArray& path, int flags)
     const int code = written ? 0 : errno;
     close(file);
     return code;
+}
+
+// Whether a directory has nothing in it but what is written here, so that it is none of the user's.
+bool HoldsARecordAlone(const QString& path)
+{
+    static const QStringList endings = {"cfg",    "dat",    "hdr",    "inf",    "cff",  "cfgtmp",
+                                        "dattmp", "hdrtmp", "inftmp", "cfftmp", "html", "earlier"};
+    const QFileInfoList inside =
+        QDir(path).entryInfoList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
+    return std::all_of(inside.begin(), inside.end(), [](const QFileInfo& file) {
+        const bool isOurs = endings.contains(file.suffix()) || file.fileName() == QLatin1String("room") ||
+                            file.fileName().contains(QStringLiteral(".html."));
+        return isOurs && (file.isSymLink() || !file.isDir());
+    });
 }
 
 bool IsContainer(const QString& configuration)
@@ -203,10 +219,16 @@ void Staging::CheckNames(const QStringList& names) const
     }
     for (const QString& name : Touched(names)) {
         const QByteArray path = Final(name);
-        if (lstat(path.constData(), &status) == 0 && S_ISDIR(status.st_mode))
+        if (lstat(path.constData(), &status) != 0 || S_ISREG(status.st_mode) || S_ISLNK(status.st_mode))
+            continue;
+        if (S_ISDIR(status.st_mode))
             throw StagingError(Tr("staging", "'%1' is a directory; the record needs the name, move it away")
                                    .arg(QFile::decodeName(path)),
                                EISDIR);
+        throw StagingError(
+            Tr("staging", "'%1' is a device or a pipe; the record needs the name, move it away")
+                .arg(QFile::decodeName(path)),
+            EEXIST);
     }
 }
 
@@ -295,7 +317,7 @@ void Staging::RemoveLeft(const QString& out)
         const int handle = OpenDirectory(QFile::encodeName(parent.filePath(name)));
         if (handle < 0)
             continue;
-        if (LockFile(handle, LOCK_EX | LOCK_NB))
+        if (HoldsARecordAlone(parent.filePath(name)) && LockFile(handle, LOCK_EX | LOCK_NB))
             QDir(parent.filePath(name)).removeRecursively();
         close(handle);
     }

@@ -26,6 +26,8 @@ constexpr int endsBorne = 2;
 // A run with --once ends after so many recordings in a row for which there was no room.
 constexpr int troublesBorne = 2;
 
+constexpr std::chrono::milliseconds troublePause{500}; // between two looks at it, at least
+
 double Seconds(std::chrono::milliseconds time)
 {
     return std::chrono::duration<double>(time).count();
@@ -381,10 +383,13 @@ std::chrono::milliseconds Watch::PauseAfter(int failures) const
 void Watch::Sleep()
 {
     Clock::time_point end = input.NextLook();
-    if (trouble.IsOn() && !order.once)
-        end = std::min(end, trouble.Next());
+    const bool waits = trouble.IsOn() && !order.once;
+    // What shows that the trouble is over may need a recording that is not due: it is no reason to hurry.
+    const Clock::time_point next = std::max(trouble.Next(), Clock::now() + troublePause);
+    if (waits)
+        end = std::min(end, next);
     for (const Waiting& one : waiting)
-        end = std::min(end, trouble.IsOn() && !order.once ? std::max(one.due, trouble.Next()) : one.due);
+        end = std::min(end, waits ? std::max(one.due, trouble.Next()) : one.due);
     while (!input.IsTimeToLook() && !interrupt::Came() && Clock::now() < end)
         input.Wait(std::min(end, input.NextLook()));
 }

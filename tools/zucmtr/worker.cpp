@@ -74,6 +74,7 @@ struct Worker::Job
     std::unique_ptr<Staging> staging;
     bool mayLackRoom = false;                 // the record was not written, or not right
     bool lackedMemory = false;                // the library, for a file of the chain
+    bool pageIsBeside = false;                // it is written to its own name at once
     QString leftOut;                          // a file of the recording that is not in the record
     QString lookedFor;                        // name of the record that was looked for at the final names
     std::vector<systemfile::Identity> looked; // what was there
@@ -104,6 +105,7 @@ BatchItem Worker::Work(const Recording& recording)
     using Clock = std::chrono::steady_clock;
     const Clock::time_point start = Clock::now();
     BatchItem item;
+    QStringList before; // what became of files in the tries before
     for (int tries = 1; tries <= mostTries; ++tries) {
         item = BatchItem();
         item.recording = recording;
@@ -115,7 +117,10 @@ BatchItem Worker::Work(const Recording& recording)
         }
         if (std::strcmp(item.reason, reason::SourceChanged) != 0)
             break;
+        before << item.error;
     }
+    if (item.state != ItemState::Failed)
+        item.notes += before;
     item.seconds = std::chrono::duration<double>(Clock::now() - start).count();
     return item;
 }
@@ -133,7 +138,9 @@ void Worker::Try(BatchItem& item)
         return;
     }
     if (LibraryDeletes()) {
-        ConvertUnseen(item);
+        Job job(item.recording.path, item.directory);
+        if (!IsForeignThere(item, job))
+            ConvertUnseen(item);
         return;
     }
     if (!cleaned.contains(item.directory)) {
@@ -151,11 +158,7 @@ void Worker::Try(BatchItem& item)
 
 void Worker::Do(BatchItem& item, Job& job)
 {
-    if (order.mirror && !QDir().mkpath(job.directory))
-        throw StagingError(
-            Tr("worker", "the directory '%1' cannot be made; check the permissions of those above it")
-                .arg(job.directory),
-            EACCES);
+    MakeDirectory(job.directory);
     job.staging = std::make_unique<Staging>(job.directory);
     const bool done = Convert(item, job) && (order.verify ? Verify(item, job) : FindSources(item, job)) &&
                       CheckEnd(item, job) && CheckUnchanged(item, job) && Commit(item, job);
@@ -191,6 +194,7 @@ void Worker::Plan(BatchItem& item)
 // The library deletes the recording as soon as it has written the record: that goes right to its place.
 void Worker::ConvertUnseen(BatchItem& item)
 {
+    MakeDirectory(item.directory);
     const Outcome outcome = host.Convert(item.recording.path, item.directory, device);
     item.notes = outcome.notes;
     if (!outcome.converted) {
@@ -201,6 +205,7 @@ void Worker::ConvertUnseen(BatchItem& item)
     Name(item, outcome.outputName);
     item.state = ItemState::Converted;
     item.written = true;
+    item.fate = QFile::exists(item.recording.path) ? SourceFate::Kept : SourceFate::Removed;
     try {
         if (order.verify) {
             verify::ReadThrough(item.recordName, item.directory, verifier.Parameters());
@@ -217,6 +222,35 @@ void Worker::ConvertUnseen(BatchItem& item)
         WritePageBeside(item);
 }
 
+// The directory of a record below that of --out, on the disk where records have to be.
+void Worker::MakeDirectory(const QString& directory) const
+{
+    if (directory == order.out || QFileInfo(directory).isDir())
+        return;
+    if (!QDir().mkpath(directory))
+        throw StagingError(
+            Tr("worker", "the directory '%1' cannot be made; check the permissions of those above it")
+                .arg(directory),
+            EACCES);
+    QString path = directory;
+    while ((order.sync || PutsAway()) && path.size() > order.out.size()) {
+        path = QFileInfo(path).path();
+        const int error = systemfile::Sync(path);
+        if (error != 0)
+            throw StagingError(
+                Tr("worker", "'%1' could not be written to the disk: %2").arg(path, DiskReason(error, path)),
+                error);
+    }
+}
+
+// Whether another recording's record has the name; the item fails then.
+bool Worker::IsForeignThere(BatchItem& item, Job& job)
+{
+    const QString name = RecordName(item.recording.path);
+    return !name.isEmpty() && IsAnythingThere(Look(job.directory, name)) &&
+           !MayReplace(item, present.Find(item.recording.path, job.directory));
+}
+
 // True if nothing is to be converted: the record is there and is right, or another one has its name.
 bool Worker::TakePresent(BatchItem& item, Job& job)
 {
@@ -227,16 +261,17 @@ bool Worker::TakePresent(BatchItem& item, Job& job)
     if (!IsAnythingThere(job.looked))
         return false;
     const verify::Presence presence = present.Find(item.recording.path, job.directory);
-    if (!MayReplace(item, presence))
+    // Of a recording that could only be read in part nothing can be said.
+    item.sources = presence.examined.files;
+    if (!CheckEnd(item, job) || !MayReplace(item, presence))
         return true;
     if (presence.standing.state != verify::RecordState::Same || order.again)
         return false;
     Name(item, presence.examined.recordName);
-    item.sources = presence.examined.files;
     item.notes = presence.examined.notes;
     item.verified = true;
     item.state = ItemState::Present;
-    if (CheckEnd(item, job) && CheckUnchanged(item, job) && order.view)
+    if (CheckUnchanged(item, job) && order.view)
         WritePageBeside(item);
     return true;
 }
@@ -303,7 +338,12 @@ bool Worker::FindSources(BatchItem& item, Job& job)
 {
     const bool mayBeCut = !item.notes.isEmpty() && job.chain.Count() > 1;
     item.sources = mayBeCut ? verifier.Examine(item.recording.path).files : job.chain.Paths();
-    return true;
+    if (!mayBeCut || item.sources.size() < job.chain.Paths().size())
+        return true;
+    item.Fail(reason::SourceUnreadable,
+              Tr("worker", "not converted: '%1' could not be read at first; convert again")
+                  .arg(job.chain.Paths().last()));
+    return false;
 }
 
 // The library takes a file that it cannot read for the end of the recording. It is the end only if the file
@@ -352,6 +392,13 @@ QStringList Worker::WritePieces(Job& job, const QString& recordName, QString& pa
         pageError = Tr("worker", "'%1' is a directory").arg(job.directory + QLatin1Char('/') + page);
         return names;
     }
+    // What is no plain file is written to, when the record is in its place.
+    systemfile::Identity there;
+    job.pageIsBeside =
+        systemfile::Identify(job.directory + QLatin1Char('/') + page, there, systemfile::Links::Kept) == 0 &&
+        !there.IsRegular();
+    if (job.pageIsBeside)
+        return names;
     const QString directory = job.staging->Directory() + QLatin1Char('/');
     view::Options options;
     options.source = QFileInfo(job.chain.Paths().first()).fileName();
@@ -389,8 +436,10 @@ bool Worker::Commit(BatchItem& item, Job& job)
     item.verified = order.verify;
     if (names.size() > item.files.size())
         item.files << item.directory + QLatin1Char('/') + names.last();
+    if (job.pageIsBeside)
+        WritePageBeside(item);
     if (pageError.isEmpty())
-        return true;
+        return item.state != ItemState::Failed;
     item.Fail(reason::PageNotWritten,
               Tr("worker", "converted, but its page could not be written: %1; the recording is kept")
                   .arg(pageError));

@@ -54,6 +54,8 @@ private:
     void Plan(BatchItem& item);
     void ConvertUnseen(BatchItem& item);
     void Do(BatchItem& item, Job& job);
+    void MakeDirectory(const QString& directory) const;
+    bool IsForeignThere(BatchItem& item, Job& job);
     bool TakePresent(BatchItem& item, Job& job);
     bool MayReplace(BatchItem& item, const verify::Presence& presence) const;
     bool Convert(BatchItem& item, Job& job);

@@ -48,6 +48,27 @@ void FailBy(BatchItem& item, const sourcefiles::Error& error)
     item.Fail(error.trouble == Trouble::Changed ? reason::SourceChanged : reason::NotPutAway, TextOf(error));
 }
 
+// Of the exception at hand.
+void FailByKind(BatchItem& item)
+{
+    try {
+        throw;
+    } catch (const ChainFiles::Unreadable& error) {
+        FailBy(item, error);
+    } catch (const StagingError& error) {
+        FailBy(item, error);
+    } catch (const sourcefiles::Error& error) {
+        FailBy(item, error);
+    } catch (const verify::Unreadable& error) {
+        item.Fail(reason::NotConverted, TextOf(error));
+    } catch (const std::bad_alloc& error) {
+        item.blame = Blame::Memory;
+        item.Fail(reason::OutOfMemory, TextOf(error));
+    } catch (const std::exception& error) {
+        item.Fail(reason::Unexpected, TextOf(error));
+    }
+}
+
 } // namespace
 
 QString MemoryText()
@@ -65,19 +86,10 @@ QString TextOf(const std::exception& error)
 void FailByCurrent(BatchItem& item)
 {
     try {
-        throw;
-    } catch (const ChainFiles::Unreadable& error) {
-        FailBy(item, error);
-    } catch (const StagingError& error) {
-        FailBy(item, error);
-    } catch (const sourcefiles::Error& error) {
-        FailBy(item, error);
-    } catch (const verify::Unreadable& error) {
-        item.Fail(reason::NotConverted, TextOf(error));
-    } catch (const std::bad_alloc& error) {
+        FailByKind(item);
+    } catch (const std::bad_alloc&) { // not even a text can be made
+        item.state = ItemState::Failed;
         item.blame = Blame::Memory;
-        item.Fail(reason::OutOfMemory, TextOf(error));
-    } catch (const std::exception& error) {
-        item.Fail(reason::Unexpected, TextOf(error));
+        item.reason = reason::OutOfMemory;
     }
 }

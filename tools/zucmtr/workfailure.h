@@ -14,5 +14,5 @@ QString MemoryText();
 QString TextOf(const std::exception& error);
 
 /// Within a handler: makes the item a failed one by the exception at hand, with its reason, and whose trouble
-/// it is. The item's directory must be set.
+/// it is. The item's directory must be set. Nothing is thrown.
 void FailByCurrent(BatchItem& item);

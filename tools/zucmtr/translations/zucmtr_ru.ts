@@ -2062,6 +2062,10 @@ Example:
         <source>&apos;%1&apos; could not be read: no permission; let this user read it, then convert again</source>
         <translation>«%1» не удалось прочитать: нет прав; разрешите этому пользователю чтение и преобразуйте снова</translation>
     </message>
+    <message>
+        <source>&apos;%1&apos; is now called &apos;%2&apos;, as its continuations could not get their names back</source>
+        <translation>«%1» теперь называется «%2»: его продолжениям не удалось вернуть имена</translation>
+    </message>
 </context>
 <context>
     <name>staging</name>
@@ -2092,6 +2096,10 @@ Example:
     <message>
         <source>; what was there before could not be put back, convert the recording again</source>
         <translation>; прежние файлы не удалось вернуть на место, преобразуйте осциллограмму снова</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is a device or a pipe; the record needs the name, move it away</source>
+        <translation>«%1» — устройство или канал; имя нужно записи, уберите его</translation>
     </message>
 </context>
 <context>
@@ -2823,6 +2831,10 @@ SIGTERM и Ctrl-C завершают работу после начатой ос
     <message>
         <source>the recording is kept, as &apos;%1&apos; is not in the record</source>
         <translation>осциллограмма оставлена: «%1» в запись не вошёл</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; could not be written to the disk: %2</source>
+        <translation>«%1» не удалось записать на диск: %2</translation>
     </message>
 </context>
 </TS>
