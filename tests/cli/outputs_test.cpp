@@ -339,3 +339,17 @@ TEST(OutputLinks, WhatIsReadIsNeverReplaced)
     EXPECT_EQ(ReadBytes(place.Path("a.ZU")), recording);
     EXPECT_EQ(ReadBytes(place.Path("a.Z01")), recording);
 }
+
+TEST(OutputLinks, PageOfARecordIsWrittenThroughItsLink)
+{
+    const Workplace place;
+    place.Write("a.ZU", Encode(ShortRecording()));
+    place.Write("shared.html", "");
+    place.MakeDirectory("out");
+    const QString link = place.Path("out/" + ShortRecordName() + ".html");
+    QFile::link(place.Path("shared.html"), link);
+    const Finished run = RunProgram(place.Path(), {"convert", "--view", "--out", "out", "a.ZU"});
+    EXPECT_EQ(run.code, 0) << run.err;
+    EXPECT_TRUE(QFileInfo(link).isSymLink());
+    EXPECT_TRUE(ReadBytes(place.Path("shared.html")).startsWith("<!doctype html>"));
+}

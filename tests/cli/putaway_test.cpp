@@ -252,3 +252,32 @@ TEST(Archive, DirectoryHasToBeThere)
               QStringLiteral("zucmtr: --archive: the directory 'done' does not exist; make it first: "
                              "mkdir -p done\n"));
 }
+
+TEST(Deletion, OfTheLibraryTakesNoOtherRecordsPlace)
+{
+    const Workplace place(Deleting);
+    place.Write("a.ZU", Short());
+    recorderfile::Recording other = ShortRecording();
+    std::get<recorderfile::AnalogChannel>(other.sections[0]).samples[1] = 5;
+    place.Write("b.ZU", Encode(other));
+    for (const char* option : {"--trust-writer", "--no-verify"}) {
+        const Finished run = place.Convert({option, "a.ZU", "b.ZU"});
+        EXPECT_EQ(run.code, 1) << option;
+        EXPECT_TRUE(
+            run.err.contains("b.ZU: not converted: 'out/" + ShortRecordName() + ".cfg' is there already"))
+            << run.err;
+        EXPECT_EQ(place.Names(), (QStringList{"ZuDrv.ini", "b.ZU"}));
+        place.Write("a.ZU", Short());
+    }
+}
+
+TEST(Leftovers, DirectoryOfTheUsersIsNone)
+{
+    const Workplace place;
+    place.Write("a.ZU", Short());
+    place.Write("out/.zucmtr-backup/x", "kept");
+    place.Write("out/.zucmtr-Ab3xYz/" + ShortRecordName() + ".cfgtmp", "of a run that was killed");
+    EXPECT_EQ(place.Convert({"a.ZU"}).code, 0);
+    EXPECT_EQ(ReadBytes(place.Path("out/.zucmtr-backup/x")), "kept");
+    EXPECT_FALSE(QFile::exists(place.Path("out/.zucmtr-Ab3xYz")));
+}
