@@ -227,8 +227,8 @@ TEST(Many, JsonTellsEverythingOfARecording)
     EXPECT_EQ(objects[2]["file"].toString(), QStringLiteral("b.ZU"));
     EXPECT_EQ(objects[2]["status"].toString(), QStringLiteral("failed"));
     EXPECT_EQ(objects[2]["reason"].toString(), QStringLiteral("notConverted"));
-    EXPECT_EQ(objects[2]["error"].toString(),
-              "not converted: it is no recording: it does not begin as a recorder's file does");
+    EXPECT_EQ(objects[2]["error"].toString(), "not converted: it is no recording: it does not begin as a "
+                                              "recorder's file does; give a recording's first file (.ZU)");
     EXPECT_FALSE(objects[2]["verified"].toBool());
 }
 
@@ -254,7 +254,7 @@ TEST(Many, DryRunWritesNothingAndFindsTheFailures)
     EXPECT_EQ(run.out, "a.ZU -> out/" + ShortRecordName(0) + "\n");
     EXPECT_EQ(Untimed(run.err),
               "zucmtr: b.ZU: the recording cannot be read: it is no recording: it does not begin "
-              "as a recorder's file does\n" +
+              "as a recorder\'s file does; give a recording\'s first file (.ZU)\n" +
                   Summary(2, "1 to convert, 1 failed"));
     EXPECT_EQ(place.Names("out"), QStringList());
 }

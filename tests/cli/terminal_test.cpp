@@ -40,7 +40,8 @@ protected:
     const Workplace place{{{"Время ожидания", "10"}}};
 };
 
-const QString badFile = "it is no recording: it does not begin as a recorder's file does";
+const QString badFile =
+    "it is no recording: it does not begin as a recorder's file does; give a recording's first file (.ZU)";
 
 const Case cases[] = {
     {"Help", {"--help"}, 0, ""},

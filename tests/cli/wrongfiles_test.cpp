@@ -108,8 +108,10 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(
         Wrong{{"info", "/etc/passwd"},
               1,
-              "/etc/passwd: it is no recording: it does not begin as a recorder's file does",
-              "/etc/passwd: это не осциллограмма: начало не такое, как у файлов регистратора"},
+              "/etc/passwd: it is no recording: it does not begin as a recorder's file does; give a "
+              "recording's first file (.ZU)",
+              "/etc/passwd: это не осциллограмма: начало не такое, как у файлов регистратора; укажите первый "
+              "файл осциллограммы (.ZU)"},
         Wrong{{"info", "in"},
               1,
               "in: it is a directory; give a file in it, such as 'in/b.ZU'",

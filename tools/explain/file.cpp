@@ -151,7 +151,8 @@ QString OtherKind(const QString& path, const QByteArray& beginning)
     if (!extension.isEmpty())
         return Tr("file", "it is no recording: its content is a COMTRADE record's; give it the ending %1")
             .arg(extension);
-    return Tr("file", "it is no recording: it does not begin as a recorder's file does");
+    return Tr("file", "it is no recording: it does not begin as a recorder's file does; give a recording's "
+                      "first file (.ZU)");
 }
 
 } // namespace

@@ -4,6 +4,7 @@
 #include "zucmtr/texts.h"
 
 #include <QFile>
+#include <QFileInfo>
 
 #include <cerrno>
 #include <csignal>
@@ -105,8 +106,12 @@ bool OutputFile::Fail(const QString& text)
 
 bool OutputFile::FailFile()
 {
-    return Fail(Tr("output", "%1; check the directory, its permissions and the free space")
-                    .arg(explain::SystemText(file->errorString())));
+    // Of these two the text is Qt's own, in English and with the path.
+    const QFileInfo there(target.path);
+    const QString reason = there.isDir()                           ? explain::SystemText(EISDIR)
+                           : there.exists() && !there.isWritable() ? explain::SystemText(EACCES)
+                                                                   : explain::SystemText(file->errorString());
+    return Fail(Tr("output", "%1; check the directory, its permissions and the free space").arg(reason));
 }
 
 bool OutputFile::Open()

@@ -968,8 +968,8 @@ Example, with the sample station:
         <translation>это не осциллограмма: по содержимому это запись COMTRADE; дайте файлу расширение %1</translation>
     </message>
     <message>
-        <source>it is no recording: it does not begin as a recorder&apos;s file does</source>
-        <translation>это не осциллограмма: начало не такое, как у файлов регистратора</translation>
+        <source>it is no recording: it does not begin as a recorder&apos;s file does; give a recording&apos;s first file (.ZU)</source>
+        <translation>это не осциллограмма: начало не такое, как у файлов регистратора; укажите первый файл осциллограммы (.ZU)</translation>
     </message>
     <message>
         <source>the path is empty; give a file</source>
@@ -1437,8 +1437,8 @@ Example, with the sample station:
         <translation>файл обрывается раньше, чем кончаются каналы, указанные в заголовке; не прервано ли копирование?</translation>
     </message>
     <message>
-        <source>it is no recording: it does not begin as a recorder&apos;s file does</source>
-        <translation>это не осциллограмма: начало не такое, как у файлов регистратора</translation>
+        <source>it is no recording: it does not begin as a recorder&apos;s file does; give a recording&apos;s first file (.ZU)</source>
+        <translation>это не осциллограмма: начало не такое, как у файлов регистратора; укажите первый файл осциллограммы (.ZU)</translation>
     </message>
     <message>
         <source>it is no recording: its title is not a recorder&apos;s in either code page</source>
