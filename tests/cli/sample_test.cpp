@@ -117,6 +117,6 @@ TEST(Sample, FileThatCannotBeWrittenIsNamed)
     EXPECT_EQ(run.code, 1);
     EXPECT_EQ(run.out, QStringLiteral("./ZuDrv.ini\n./Vostochnaya_000123.ZU\n"));
     EXPECT_EQ(run.err,
-              QStringLiteral("zucmtr: './Vostochnaya_000124.ZU' cannot be written: Filename refers to a "
+              QStringLiteral("zucmtr: './Vostochnaya_000124.ZU' cannot be written: Is a "
                              "directory; check the directory, its permissions and the free space\n"));
 }
