@@ -131,6 +131,7 @@ TEST(Report, IsDecodedFromBothCodings)
 {
     EXPECT_EQ(view::ReportText("Пуск\r\n1"), QStringLiteral("Пуск\n1"));
     EXPECT_EQ(view::ReportText("\xcf\xf3\xf1\xea"), QStringLiteral("Пуск"));
+    EXPECT_EQ(view::ReportText("a\xcf"), QStringLiteral("aП")); // no UTF-8, as its last character is cut
 }
 
 TEST(Report, GivesCircuitAndExtremes)
@@ -141,9 +142,16 @@ TEST(Report, GivesCircuitAndExtremes)
                        "макс_I = 6.03 кА\nмин_I = 1 мА\nмакс_U = 2 кВ\nмин_U = 1 кВ\n-----\n");
     EXPECT_EQ(view::StartedCircuit(report, {QStringLiteral("ВЛ"), QStringLiteral("ВЛ 110")}),
               QStringLiteral("ВЛ 110"));
-    ASSERT_EQ(view::ExtremeLines(report).size(), 4);
-    EXPECT_EQ(view::ExtremeLines(report).first(), QStringLiteral("макс_I = 6.03 кА"));
-    EXPECT_TRUE(view::ExtremeLines(QStringLiteral("none")).isEmpty());
+    const QStringList figures = {QStringLiteral("As in the fault report:"),
+                                 QString(),
+                                 QStringLiteral("Экстремальные значения:"),
+                                 QStringLiteral("макс_I = 6.03 кА"),
+                                 QStringLiteral("мин_I = 1 мА"),
+                                 QStringLiteral("макс_U = 2 кВ"),
+                                 QStringLiteral("мин_U = 1 кВ"),
+                                 QString()};
+    EXPECT_EQ(view::Figures(report), figures);
+    EXPECT_TRUE(view::Figures(QStringLiteral("none")).isEmpty());
 }
 
 TEST(Report, StartedCircuitIsThatOfTheConditionWhereNoneIsNamed)

@@ -1,18 +1,53 @@
 #include "report.h"
 
-#include <QTextCodec>
+#include "comtrade/text.h"
+#include "zucmtr/texts.h"
 
 #include <algorithm>
 
 namespace view {
 
+namespace {
+
+// The lines with the extreme values of the started circuit.
+QStringList ExtremeLines(const QString& report)
+{
+    QStringList lines = report.split(QLatin1Char('\n'));
+    const int title = lines.indexOf(QStringLiteral("Экстремальные значения тока и напряжения:"));
+    if (title < 0)
+        return {};
+    lines = lines.mid(title + 1, 4);
+    lines.erase(std::remove_if(lines.begin(), lines.end(),
+                               [](const QString& line) { return !line.contains(QLatin1Char('=')); }),
+                lines.end());
+    return lines;
+}
+
+// The phase values and the components at the start: the second pair of the report's tables.
+QStringList ValuesAtStart(const QString& report)
+{
+    QStringList lines;
+    bool isAtStart = false;
+    const QStringList all = report.split(QLatin1Char('\n'));
+    for (const QString& line : all) {
+        if (line.endsWith(QStringLiteral("в момент срабатывания по условию пуска:"))) {
+            isAtStart = true;
+            lines << (lines.isEmpty() ? QStringLiteral("В момент срабатывания:") : QString());
+        } else if (isAtStart && line.contains(QStringLiteral("модуль ="))) {
+            if (!line.contains(QStringLiteral("= -- ")))
+                lines << QString(line).replace(QStringLiteral("модуль ="), QString()).simplified();
+        } else {
+            isAtStart = false;
+        }
+    }
+    return lines;
+}
+
+} // namespace
+
 QString ReportText(const QByteArray& bytes)
 {
-    QTextCodec::ConverterState state;
-    QString text = QTextCodec::codecForName("UTF-8")->toUnicode(bytes.constData(), bytes.size(), &state);
-    if (state.invalidChars > 0)
-        text = QTextCodec::codecForName("windows-1251")->toUnicode(bytes);
-    return text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
+    return comtrade::DecodedText(bytes).replace(QLatin1String("\r\n"), QLatin1String("\n"));
 }
 
 QString ReportValue(const QString& report, const QString& label)
@@ -37,16 +72,20 @@ QString StartedCircuit(const QString& report, const QStringList& circuits)
     return longest;
 }
 
-QStringList ExtremeLines(const QString& report)
+QStringList Figures(const QString& report)
 {
-    QStringList lines = report.split(QLatin1Char('\n'));
-    const int title = lines.indexOf(QStringLiteral("Экстремальные значения тока и напряжения:"));
-    if (title < 0)
-        return {};
-    lines = lines.mid(title + 1, 4);
-    lines.erase(std::remove_if(lines.begin(), lines.end(),
-                               [](const QString& line) { return !line.contains(QLatin1Char('=')); }),
-                lines.end());
+    QStringList lines;
+    for (const char* label : {"Условие пуска №1:", "Уставка пуска:"}) {
+        const QString value = ReportValue(report, QString::fromUtf8(label));
+        if (!value.isEmpty())
+            lines << QString::fromUtf8(label) << value << QString();
+    }
+    const QStringList extremes = ExtremeLines(report);
+    if (!extremes.isEmpty())
+        lines << QStringLiteral("Экстремальные значения:") << extremes << QString();
+    lines << ValuesAtStart(report);
+    if (!lines.isEmpty()) // its formulas are not those of the page
+        lines = QStringList{Tr("view", "As in the fault report:"), QString()} + lines;
     return lines;
 }
 

@@ -1,0 +1,39 @@
+// The traces of one quantity of a circuit over a common scale, part of the still picture.
+#pragma once
+
+#include "channelrole.h"
+#include "stretch.h"
+
+#include <QPainter>
+
+#include <vector>
+
+namespace view {
+
+class Chart
+{
+public:
+    /// plot is the room of the traces; names stand above it and values left of it. Painter, oscillogram and
+    /// stretch have to outlive the chart.
+    Chart(QPainter& painter_, const Oscillogram& oscillogram_, const Stretch& stretch_,
+          const QString& circuit_, Quantity quantity, const QRectF& plot_);
+
+    /// Nothing if the circuit has no such channels.
+    void Draw();
+
+private:
+    double Value(size_t channel, double code) const;
+    void DrawValues(double low, double high);
+    void DrawTrace(size_t channel, double low, double high);
+    std::vector<size_t> Extremes(const Codes& codes, size_t sample, size_t end) const;
+    void DrawNames();
+
+    QPainter& painter;
+    const Oscillogram& oscillogram;
+    const Stretch& stretch;
+    const QString circuit;
+    const std::vector<size_t> channels; // by their places in the configuration
+    const QRectF plot;
+};
+
+} // namespace view

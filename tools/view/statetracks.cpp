@@ -1,0 +1,66 @@
+#include "statetracks.h"
+
+#include "pens.h"
+
+#include <algorithm>
+
+namespace view {
+
+namespace {
+
+constexpr int rowHeight = 22; // pixels
+constexpr size_t mostStates = 14;
+
+std::vector<size_t> ChangingStates(const Oscillogram& oscillogram)
+{
+    std::vector<size_t> changing;
+    for (size_t i = 0; i < oscillogram.states.size() && changing.size() < mostStates; ++i)
+        if (oscillogram.states[i].Changes() > 0)
+            changing.push_back(i);
+    return changing;
+}
+
+void DrawOne(QPainter& painter, const Stretch& stretch, const QRectF& track, const States& channel)
+{
+    painter.setPen(rule);
+    painter.drawLine(track.bottomLeft(), track.bottomRight());
+    QColor fill = stateColor;
+    fill.setAlpha(90);
+    const size_t end = stretch.End();
+    for (size_t sample = stretch.Begin(); sample < end; ++sample) {
+        if (!channel.At(sample))
+            continue;
+        const size_t from = sample;
+        while (sample < end && channel.At(sample))
+            ++sample;
+        const double left = stretch.XOf(track, stretch.TimeOf(from));
+        const double right = sample < end ? stretch.XOf(track, stretch.TimeOf(sample)) : track.right();
+        painter.fillRect(QRectF(left, track.top(), std::max(right - left, 1.0), track.height()), fill);
+    }
+}
+
+} // namespace
+
+StateTracks::StateTracks(const Oscillogram& oscillogram_)
+    : oscillogram(oscillogram_), changing(ChangingStates(oscillogram_))
+{}
+
+int StateTracks::Height() const
+{
+    return rowHeight * static_cast<int>(changing.size());
+}
+
+void StateTracks::Draw(QPainter& painter, const Stretch& stretch, const QRectF& tracks) const
+{
+    SetFont(painter, 12);
+    for (size_t row = 0; row < changing.size(); ++row) {
+        const QRectF track(tracks.left(), tracks.top() + rowHeight * static_cast<double>(row), tracks.width(),
+                           rowHeight - 5);
+        DrawOne(painter, stretch, track, oscillogram.states[changing[row]]);
+        painter.setPen(ink);
+        painter.drawText(track.adjusted(6, 0, 0, 0), Qt::AlignVCenter,
+                         oscillogram.config.states[changing[row]].name);
+    }
+}
+
+} // namespace view

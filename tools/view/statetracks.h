@@ -1,0 +1,28 @@
+// The discrete channels that change, a row each, part of the still picture.
+#pragma once
+
+#include "stretch.h"
+
+#include <QPainter>
+
+#include <vector>
+
+namespace view {
+
+class StateTracks
+{
+public:
+    /// The first channels that change anywhere in the oscillogram, which has to outlive the tracks.
+    explicit StateTracks(const Oscillogram& oscillogram_);
+
+    /// Of all rows, pixels.
+    int Height() const;
+
+    void Draw(QPainter& painter, const Stretch& stretch, const QRectF& tracks) const;
+
+private:
+    const Oscillogram& oscillogram;
+    const std::vector<size_t> changing; // by their places in the configuration
+};
+
+} // namespace view
