@@ -24,6 +24,9 @@ void CheckIdentity(const IniLines& ini, const QString& section, const QString& d
 /// The sorting dictionary and the bays of a section.
 void CheckDictionary(const IniLines& ini, const QString& section, Findings& findings);
 
+/// The bays alone.
+void CheckBays(const IniLines& ini, const QString& section, Findings& findings);
+
 /// Which signals of a section's dictionary the recording lacks, and which of its channels the dictionary does
 /// not know.
 void CheckRecording(const IniLines& ini, const QString& section, const QString& recording,
