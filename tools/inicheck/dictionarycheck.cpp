@@ -3,8 +3,8 @@
 
 #include "config/GlobalFunction.h"
 #include "config/QSettingsRu.h"
+#include "device/zucmtrdevparam.h"
 #include "resorter/ResorterZuCmtrConv.h"
-#include "service/zucmtrdevparam.h"
 #include "zucmtr/texts.h"
 
 #include <QHash>
