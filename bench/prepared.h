@@ -1,8 +1,8 @@
 // A recording brought to the point at which its records are written.
 #pragma once
 
+#include "preparation/segmentchain.h"
 #include "recording/zufileformat.h"
-#include "service/segmentchain.h"
 #include "workload.h"
 
 namespace bench {

@@ -2,9 +2,9 @@
 // the comment, all in UTF-8.
 #include "support.h"
 
+#include "device/zucmtrdevparam.h"
 #include "recording/zufileformat.h"
 #include "resorter/ResorterZuCmtrConv.h"
-#include "service/zucmtrdevparam.h"
 
 #include <stdexcept>
 

@@ -3,8 +3,8 @@
 
 #include "config/GlobalFunction.h"
 #include "config/QSettingsRu.h"
+#include "device/zucmtrdevparam.h"
 #include "service/zucmtrconverter.h"
-#include "service/zucmtrdevparam.h"
 
 #include <limits>
 

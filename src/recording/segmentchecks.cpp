@@ -1,7 +1,7 @@
 // A recorder file: the checks that a chain of segments goes through, and the small look-ups.
 #include "recording/zufileformat.h"
 
-#include "config/Numeric.h"
+#include "base/numeric.h"
 #include "service/zucmtrconverter.h"
 
 #include <algorithm>

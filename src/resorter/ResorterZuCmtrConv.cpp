@@ -1,7 +1,7 @@
 // The re-sorter: its life and its look-ups.
 #include "resorter/ResorterZuCmtrConv.h"
 
-#include "service/zucmtrdevparam.h"
+#include "device/zucmtrdevparam.h"
 
 #include <QStringList>
 

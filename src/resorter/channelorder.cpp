@@ -1,8 +1,8 @@
 // The output order of a recording's channels. Runs once a conversion, on its first segment.
 #include "resorter/ResorterZuCmtrConv.h"
 
+#include "device/zucmtrdevparam.h"
 #include "recording/zufileformat.h"
-#include "service/zucmtrdevparam.h"
 
 #include <QHash>
 

@@ -1,10 +1,10 @@
 // The conversion of one recording: the steps from its name to the committed record.
 #include "service/zucmtrconverter.h"
 
+#include "preparation/segmentchain.h"
 #include "recording/zufileformat.h"
 #include "resorter/ResorterZuCmtrConv.h"
 #include "service/outputfiles.h"
-#include "service/segmentchain.h"
 
 #include <QFile>
 

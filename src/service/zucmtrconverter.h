@@ -1,7 +1,7 @@
 // The library's one service object: default parameters, devices, log, conversion and writers.
 #pragma once
 
-#include "service/zucmtrdevparam.h"
+#include "device/zucmtrdevparam.h"
 
 #include <QMutex>
 #include <QString>

@@ -1,7 +1,7 @@
 // The walk of a DAT file over the segments of a recording.
 #include "writers/samplewalk.h"
 
-#include "config/Numeric.h"
+#include "base/numeric.h"
 #include "recording/zufileformat.h"
 
 #include <cmath>

@@ -2,8 +2,8 @@
 #include "inicheck/inicheck.h"
 
 #include "config/QSettingsRu.h"
+#include "device/zucmtrdevparam.h"
 #include "resorter/ResorterZuCmtrConv.h"
-#include "service/zucmtrdevparam.h"
 #include "station/station.h"
 #include "support/device.h"
 #include "support/files.h"

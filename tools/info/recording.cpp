@@ -6,13 +6,13 @@
 #include "info/recordingdata.h"
 #include "info/values.h"
 
+#include "device/zucmtrdevparam.h"
+#include "preparation/segmentchain.h"
 #include "recording/anchanneldata.h"
 #include "recording/dichanneldata.h"
 #include "recording/zufileformat.h"
 #include "resorter/ResorterZuCmtrConv.h"
-#include "service/segmentchain.h"
 #include "service/zucmtrconverter.h"
-#include "service/zucmtrdevparam.h"
 #include "zucmtr/texts.h"
 
 #include <QDir>

@@ -4,7 +4,7 @@
 #include "inicheck/dictionarykinds.h"
 
 #include "resorter/ResorterZuCmtrConv.h"
-#include "service/zucmtrdevparam.h"
+#include "device/zucmtrdevparam.h"
 
 namespace inicheck {
 

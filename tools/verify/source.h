@@ -1,7 +1,7 @@
 // A recording, decoded and put in the order of its record: what the record is compared with.
 #pragma once
 
-#include "service/segmentchain.h"
+#include "preparation/segmentchain.h"
 
 #include <QString>
 #include <QStringList>

@@ -1,7 +1,7 @@
 // The records that a recording makes, worked out anew and not by the writer's code.
 #pragma once
 
-#include "config/Numeric.h"
+#include "base/numeric.h"
 #include "recording/zufileformat.h"
 #include "verify/source.h"
 

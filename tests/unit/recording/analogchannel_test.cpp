@@ -1,6 +1,6 @@
 // Loading an analog channel from a recorder file.
 #include "allocations.h"
-#include "loadedfile.h"
+#include "support/loadedfile.h"
 
 #include "recorderfile/compress.h"
 

@@ -1,5 +1,5 @@
 // An analog channel as an object: its texts, its ownership, and what stays after a failure.
-#include "loadedfile.h"
+#include "support/loadedfile.h"
 
 #include "recorderfile/compress.h"
 

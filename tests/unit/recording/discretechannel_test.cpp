@@ -1,6 +1,6 @@
 // Loading a discrete channel from a recorder file.
 #include "allocations.h"
-#include "loadedfile.h"
+#include "support/loadedfile.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // The state of a discrete channel at a time, and when it can change next.
-#include "loadedfile.h"
+#include "support/loadedfile.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // What a recorder file's header becomes in memory.
-#include "loadedfile.h"
+#include "support/loadedfile.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // How the sections of a recorder file load, and every way in which loading fails.
-#include "loadedfile.h"
+#include "support/loadedfile.h"
 
 #include <gtest/gtest.h>
 

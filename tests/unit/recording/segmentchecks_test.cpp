@@ -1,5 +1,5 @@
 // The checks and look-ups on a loaded recorder file.
-#include "loadedfile.h"
+#include "support/loadedfile.h"
 
 #include <gtest/gtest.h>
 

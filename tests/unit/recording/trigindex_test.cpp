@@ -1,5 +1,5 @@
 // The sample index of the trigger, and rates that are no rates.
-#include "loadedfile.h"
+#include "support/loadedfile.h"
 
 #include <gtest/gtest.h>
 

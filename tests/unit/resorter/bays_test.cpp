@@ -1,5 +1,5 @@
 // Bays of the dictionary, and the look-ups that go through them.
-#include "dictionarysection.h"
+#include "support/dictionarysection.h"
 
 #include <gtest/gtest.h>
 

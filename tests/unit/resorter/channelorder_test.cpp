@@ -1,5 +1,5 @@
 // The output order of a recording's channels, and how it is carried from one recording to the next.
-#include "dictionarysection.h"
+#include "support/dictionarysection.h"
 
 #include <gtest/gtest.h>
 

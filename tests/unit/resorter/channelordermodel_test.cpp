@@ -1,5 +1,5 @@
 // Random dictionaries and recordings: the order against a slow second implementation of it.
-#include "dictionarysection.h"
+#include "support/dictionarysection.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // Loading of the dictionary's entries: fields, warnings, failures.
-#include "dictionarysection.h"
+#include "support/dictionarysection.h"
 
 #include <gtest/gtest.h>
 

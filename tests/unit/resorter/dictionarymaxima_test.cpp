@@ -1,5 +1,5 @@
 // The three maxima: how far the numbered keys are looked at.
-#include "dictionarysection.h"
+#include "support/dictionarysection.h"
 
 #include <gtest/gtest.h>
 

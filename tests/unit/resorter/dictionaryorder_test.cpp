@@ -1,5 +1,5 @@
 // The order of the dictionary, and the life of what was loaded.
-#include "dictionarysection.h"
+#include "support/dictionarysection.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // The parameter string of an entry, and the code tables.
-#include "dictionarysection.h"
+#include "support/dictionarysection.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // Keys of the dictionary and of the bays that are there without a value.
-#include "dictionarysection.h"
+#include "support/dictionarysection.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // The list of equipment that pre-sorting makes of the analog entries.
-#include "dictionarysection.h"
+#include "support/dictionarysection.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // What a conversion says to its arguments, before and while it loads the first file.
-#include "recordings.h"
+#include "support/recordings.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 // The converter object: statics, loading, getters of the devices and the comparison of floats.
-#include "recordings.h"
 #include "resorter/ResorterZuCmtrConv.h"
+#include "support/recordings.h"
 
 #include <gtest/gtest.h>
 

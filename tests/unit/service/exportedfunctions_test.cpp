@@ -1,6 +1,6 @@
 // The exported functions over the one process-wide converter.
-#include "recordings.h"
 #include "service/zucmtrlib.h"
+#include "support/recordings.h"
 
 #include <gtest/gtest.h>
 

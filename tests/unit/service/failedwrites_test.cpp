@@ -1,5 +1,5 @@
 // What each road on which a piece cannot be written leaves on disk.
-#include "recordings.h"
+#include "support/recordings.h"
 
 #include <gtest/gtest.h>
 

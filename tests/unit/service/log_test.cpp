@@ -1,5 +1,5 @@
 // The log file.
-#include "recordings.h"
+#include "support/recordings.h"
 
 #include <gtest/gtest.h>
 

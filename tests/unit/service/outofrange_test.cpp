@@ -1,5 +1,5 @@
 // The std::out_of_range that a conversion lets pass: nothing is lost on its way, and the device works on.
-#include "recordings.h"
+#include "support/recordings.h"
 
 #include <gtest/gtest.h>
 

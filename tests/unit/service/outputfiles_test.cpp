@@ -1,5 +1,5 @@
 // The output of a conversion that goes through: names, commit, and what becomes of earlier files.
-#include "recordings.h"
+#include "support/recordings.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // Two devices of one converter know nothing of each other.
-#include "recordings.h"
+#include "support/recordings.h"
 
 #include <gtest/gtest.h>
 

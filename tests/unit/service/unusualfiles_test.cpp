@@ -1,5 +1,5 @@
 // Links, pipes and directories in the place of recorder files and of output files.
-#include "recordings.h"
+#include "support/recordings.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // Continuations that do not fit: the chain ends before them, with a note, and the conversion goes on.
-#include "recordings.h"
+#include "support/recordings.h"
 
 #include <gtest/gtest.h>
 

@@ -2,8 +2,8 @@
 #include "recording/zufileformat.h"
 
 #include "config/GlobalFunction.h"
+#include "device/zucmtrdevparam.h"
 #include "resorter/ResorterZuCmtrConv.h"
-#include "service/zucmtrdevparam.h"
 
 QString ZuFileFormat::DoOutName(ZuCmtrDevParam* dev)
 {

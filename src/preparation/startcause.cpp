@@ -1,9 +1,9 @@
 // A recorder file: the report's texts about what started the recording, made of the start comment.
 #include "recording/zufileformat.h"
 
-#include "recording/startcomment.h"
+#include "device/zucmtrdevparam.h"
+#include "preparation/startcomment.h"
 #include "resorter/ResorterZuCmtrConv.h"
-#include "service/zucmtrdevparam.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "dictionarysection.h"
+#include "support/dictionarysection.h"
 
 #include "config/QSettingsRu.h"
 

@@ -1,7 +1,7 @@
 // INF files as tests write and read them.
 #pragma once
 
-#include "dictionarysection.h"
+#include "support/dictionarysection.h"
 
 #include <QFile>
 #include <QTextCodec>

@@ -1,5 +1,5 @@
 // The one way from floating point to integers.
-#include "config/Numeric.h"
+#include "base/numeric.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // The checks on a whole chain, and its totals of rate, time and samples.
+#include "preparation/segmentchain.h"
 #include "recording/zufileformat.h"
-#include "recordings.h"
-#include "service/segmentchain.h"
+#include "support/recordings.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // Built-in parameter values and their copying. The ini keys are read in config/deviceinikeys.cpp.
-#include "service/zucmtrdevparamdefault.h"
+#include "device/zucmtrdevparamdefault.h"
 
 ZuCmtrDevParamDefault::ZuCmtrDevParamDefault()
     : PowerSystem(QStringLiteral("PowerSystem")), Subject(QStringLiteral("Subject")),

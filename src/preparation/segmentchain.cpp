@@ -1,7 +1,7 @@
 // Loading and checking the segments of a recording.
-#include "service/segmentchain.h"
+#include "preparation/segmentchain.h"
 
-#include "config/Numeric.h"
+#include "base/numeric.h"
 #include "recording/zufileformat.h"
 #include "service/zucmtrconverter.h"
 

@@ -2,9 +2,9 @@
 #include "resorter/ResorterZuCmtrConv.h"
 
 #include "config/GlobalFunction.h"
+#include "device/zucmtrdevparam.h"
 #include "recording/zufileformat.h"
-#include "resorter/infkey.h"
-#include "service/zucmtrdevparam.h"
+#include "writers/infkey.h"
 
 #include <QDebug>
 #include <QFile>

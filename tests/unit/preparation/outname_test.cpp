@@ -1,6 +1,6 @@
 // The base name of the output files.
-#include "loadedfile.h"
-#include "service/zucmtrdevparam.h"
+#include "device/zucmtrdevparam.h"
+#include "support/loadedfile.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // Taking the start comment apart.
-#include "recording/startcomment.h"
+#include "preparation/startcomment.h"
 
 #include "config/GlobalFunction.h"
 

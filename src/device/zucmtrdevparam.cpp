@@ -1,5 +1,5 @@
 // A device: message queue, life of the re-sorter and of the output files.
-#include "service/zucmtrdevparam.h"
+#include "device/zucmtrdevparam.h"
 
 #include "resorter/ResorterZuCmtrConv.h"
 #include "service/zucmtrconverter.h"

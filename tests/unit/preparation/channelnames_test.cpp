@@ -1,7 +1,7 @@
 // The names of all channels of a recording, and finding a channel by them.
-#include "loadedfile.h"
 #include "resorter/bayoptionalparam.h"
 #include "support/device.h"
+#include "support/loadedfile.h"
 
 #include <gtest/gtest.h>
 

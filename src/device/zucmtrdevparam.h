@@ -1,7 +1,7 @@
 // A device: the parameters of one recorder and the working state of its conversion.
 #pragma once
 
-#include "service/zucmtrdevparamdefault.h"
+#include "device/zucmtrdevparamdefault.h"
 
 #include <QFile>
 

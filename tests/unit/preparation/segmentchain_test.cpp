@@ -1,5 +1,5 @@
 // Which files make up a recording.
-#include "recordings.h"
+#include "support/recordings.h"
 
 #include <gtest/gtest.h>
 

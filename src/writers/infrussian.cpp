@@ -2,8 +2,8 @@
 #include "resorter/ResorterZuCmtrConv.h"
 
 #include "recording/zufileformat.h"
-#include "resorter/infkey.h"
 #include "service/zucmtrconverter.h"
+#include "writers/infkey.h"
 
 #include <QDebug>
 #include <QFile>

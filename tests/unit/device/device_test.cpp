@@ -1,6 +1,6 @@
 // The two device classes: built-in values, copying, message queue and release.
+#include "device/zucmtrdevparam.h"
 #include "resorter/ResorterZuCmtrConv.h"
-#include "service/zucmtrdevparam.h"
 #include "support/files.h"
 
 #include <gtest/gtest.h>
