@@ -3,7 +3,7 @@
 #include "program.h"
 #include "terminal.h"
 
-#include "zucmtr/progress.h"
+#include "zucmtr/terminal/progress.h"
 
 #include <gtest/gtest.h>
 

@@ -474,7 +474,7 @@ class Output(unittest.TestCase):
             self.assertEqual((keys_of(schema) | words_of(schema)) - named, set(), command)
 
     def test_page_and_schema_have_the_words_of_the_program(self):
-        header = (SOURCE / "tools/zucmtr/reasons.h").read_text(encoding="utf-8")
+        header = (SOURCE / "tools/text/reasons.h").read_text(encoding="utf-8")
         words = set(re.findall(r'inline constexpr char \w+\[\] = "(\w+)";', header))
         reasons_of = [part["properties"][key] for part in below(SCHEMA) for key in ("reason", "chainEnd")
                       if key in part.get("properties", {})]

@@ -1,7 +1,7 @@
 // Records written beside their final place: what lies there after every failing call and every kill.
 #include "forms.h"
 #include "shim.h"
-#include "zucmtr/staging.h"
+#include "zucmtr/files/staging.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // Moving recordings into an archive: what the copies keep, in which order things happen, what is in the way.
 #include "scene.h"
 
-#include "zucmtr/archivecopies.h"
+#include "zucmtr/files/archivecopies.h"
 
 #include <gtest/gtest.h>
 

@@ -2,7 +2,7 @@
 #include "calls.h"
 
 #include "support/files.h"
-#include "zucmtr/chainfiles.h"
+#include "zucmtr/files/chainfiles.h"
 
 #include <gtest/gtest.h>
 

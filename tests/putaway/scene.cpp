@@ -1,6 +1,6 @@
 #include "scene.h"
 
-#include "zucmtr/archivecopies.h"
+#include "zucmtr/files/archivecopies.h"
 
 #include <gtest/gtest.h>
 

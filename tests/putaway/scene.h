@@ -4,7 +4,7 @@
 #include "calls.h"
 
 #include "support/files.h"
-#include "zucmtr/sourcefiles.h"
+#include "zucmtr/files/sourcefiles.h"
 
 #include <functional>
 #include <vector>

@@ -1,7 +1,7 @@
 // The CFG text: lines of fields parted by commas.
 #include "comtrade/record.h"
 #include "comtrade/text.h"
-#include "zucmtr/texts.h"
+#include "text/texts.h"
 
 #include <QStringList>
 

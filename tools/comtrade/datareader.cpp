@@ -1,7 +1,7 @@
 #include "comtrade/datareader.h"
 
 #include "explain/system.h"
-#include "zucmtr/texts.h"
+#include "text/texts.h"
 
 #include <QtEndian>
 

@@ -4,7 +4,7 @@
 #include "comtrade/datareader.h"
 #include "comtrade/mark.h"
 #include "explain/system.h"
-#include "zucmtr/texts.h"
+#include "text/texts.h"
 
 #include <QFile>
 #include <QFileInfo>

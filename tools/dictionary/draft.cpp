@@ -1,6 +1,6 @@
 #include "dictionary/draft.h"
 
-#include "zucmtr/texts.h"
+#include "text/texts.h"
 
 #include <QSet>
 

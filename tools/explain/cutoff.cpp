@@ -1,9 +1,9 @@
 #include "explain/cutoff.h"
 
-#include "zucmtr/texts.h"
+#include "text/texts.h"
 
-#include <recording/fieldtext.h>
-#include <recording/zufilelayout.h>
+#include "recording/fieldtext.h"
+#include "recording/zufilelayout.h"
 
 #include <QFile>
 #include <QLocale>

@@ -3,10 +3,10 @@
 #include "explain/cutoff.h"
 #include "explain/library.h"
 #include "explain/system.h"
-#include "zucmtr/reasons.h"
-#include "zucmtr/texts.h"
+#include "text/reasons.h"
+#include "text/texts.h"
 
-#include <recording/zufilelayout.h>
+#include "recording/zufilelayout.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,7 +1,7 @@
 #include "explain/library.h"
 
 #include "explain/pattern.h"
-#include "zucmtr/texts.h"
+#include "text/texts.h"
 
 namespace explain {
 

@@ -1,6 +1,6 @@
 #include "explain/system.h"
 
-#include "zucmtr/texts.h"
+#include "text/texts.h"
 
 #include <cerrno>
 #include <cstring>

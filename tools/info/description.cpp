@@ -1,6 +1,6 @@
 #include "info/description.h"
 
-#include "zucmtr/texts.h"
+#include "text/texts.h"
 
 #include <QFileInfo>
 #include <QJsonArray>

@@ -1,7 +1,7 @@
 // What a recording or a COMTRADE record holds, ready to be shown to people and programs.
 #pragma once
 
-#include "zucmtr/reasons.h"
+#include "text/reasons.h"
 
 #include <QJsonObject>
 #include <QJsonValue>

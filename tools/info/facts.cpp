@@ -2,7 +2,7 @@
 
 #include "info/values.h"
 
-#include "zucmtr/texts.h"
+#include "text/texts.h"
 
 #include <QJsonArray>
 

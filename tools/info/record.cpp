@@ -6,7 +6,7 @@
 
 #include "comtrade/record.h"
 #include "explain/file.h"
-#include "zucmtr/texts.h"
+#include "text/texts.h"
 
 #include <QJsonArray>
 #include <QRegularExpression>

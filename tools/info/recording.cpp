@@ -13,7 +13,7 @@
 #include "recording/zufileformat.h"
 #include "resorter/ResorterZuCmtrConv.h"
 #include "service/zucmtrconverter.h"
-#include "zucmtr/texts.h"
+#include "text/texts.h"
 
 #include <QDir>
 #include <QFile>

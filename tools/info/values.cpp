@@ -1,6 +1,6 @@
 #include "info/values.h"
 
-#include "zucmtr/texts.h"
+#include "text/texts.h"
 
 #include <QDateTime>
 

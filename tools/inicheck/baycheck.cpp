@@ -1,7 +1,7 @@
 #include "inicheck/checks.h"
 #include "inicheck/dictionarykinds.h"
 
-#include "zucmtr/texts.h"
+#include "text/texts.h"
 
 #include <QHash>
 

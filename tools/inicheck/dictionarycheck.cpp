@@ -3,7 +3,7 @@
 #include "inicheck/entryparameters.h"
 #include "inicheck/equipmentcheck.h"
 
-#include "zucmtr/texts.h"
+#include "text/texts.h"
 
 #include <QHash>
 

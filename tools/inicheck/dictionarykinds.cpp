@@ -2,7 +2,7 @@
 
 #include "config/QSettingsRu.h"
 #include "resorter/ResorterZuCmtrConv.h"
-#include "zucmtr/texts.h"
+#include "text/texts.h"
 
 #include <QRegularExpression>
 #include <QVariant>

@@ -1,7 +1,7 @@
 #include "inicheck/encoding.h"
 
 #include "config/deviceinikeys.h"
-#include "zucmtr/texts.h"
+#include "text/texts.h"
 
 #include <QFile>
 #include <QSet>

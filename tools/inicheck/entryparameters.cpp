@@ -1,7 +1,7 @@
 #include "inicheck/entryparameters.h"
 
 #include "inicheck/nearest.h"
-#include "zucmtr/texts.h"
+#include "text/texts.h"
 
 namespace inicheck {
 

@@ -3,8 +3,8 @@
 
 #include "inicheck/dictionarykinds.h"
 
-#include "resorter/ResorterZuCmtrConv.h"
 #include "device/zucmtrdevparam.h"
+#include "resorter/ResorterZuCmtrConv.h"
 
 namespace inicheck {
 

@@ -3,7 +3,7 @@
 #include "inicheck/dictionarykinds.h"
 
 #include "resorter/ResorterZuCmtrConv.h"
-#include "zucmtr/texts.h"
+#include "text/texts.h"
 
 namespace inicheck {
 

@@ -1,7 +1,7 @@
 // What is to be said about a place of an ini file.
 #pragma once
 
-#include "zucmtr/reasons.h"
+#include "text/reasons.h"
 
 #include <QString>
 

@@ -1,7 +1,7 @@
 #include "inicheck/inicheck.h"
 
 #include "inicheck/checks.h"
-#include "zucmtr/texts.h"
+#include "text/texts.h"
 
 #include <algorithm>
 #include <iterator>

@@ -3,7 +3,7 @@
 #include "config/GlobalFunction.h"
 #include "explain/system.h"
 #include "service/zucmtrconverter.h"
-#include "zucmtr/texts.h"
+#include "text/texts.h"
 
 #include <QFile>
 #include <QStringList>

@@ -1,6 +1,6 @@
 #include "inicheck/checks.h"
 
-#include "zucmtr/texts.h"
+#include "text/texts.h"
 
 #include <QRegularExpression>
 

@@ -3,7 +3,7 @@
 
 #include "config/deviceinikeys.h"
 #include "service/zucmtrconverter.h"
-#include "zucmtr/texts.h"
+#include "text/texts.h"
 
 #include <QRegularExpression>
 #include <QTextCodec>

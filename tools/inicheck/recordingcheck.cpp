@@ -2,7 +2,7 @@
 
 #include "explain/file.h"
 #include "recording/zufileformat.h"
-#include "zucmtr/texts.h"
+#include "text/texts.h"
 
 #include <QHash>
 #include <QRegularExpression>

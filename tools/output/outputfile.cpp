@@ -1,7 +1,7 @@
 #include "output/outputfile.h"
 
 #include "explain/system.h"
-#include "zucmtr/texts.h"
+#include "text/texts.h"
 
 #include <QFile>
 #include <QFileInfo>

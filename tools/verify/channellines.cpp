@@ -3,9 +3,9 @@
 #include "recording/anchanneldata.h"
 #include "recording/dichanneldata.h"
 #include "resorter/bayoptionalparam.h"
+#include "text/texts.h"
 #include "verify/device.h"
 #include "verify/mismatch.h"
-#include "zucmtr/texts.h"
 
 namespace verify {
 

@@ -1,7 +1,7 @@
 // The comparisons of a record's pieces with its recording. All throw Mismatch.
 #pragma once
 
-#include <comtrade/record.h>
+#include "comtrade/record.h"
 
 #include <QByteArray>
 #include <QString>

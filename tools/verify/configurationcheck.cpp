@@ -1,13 +1,13 @@
 // The configuration of a record: lines of fields, all of which are known beforehand.
 #include "recording/zufileformat.h"
 #include "service/zucmtrconverter.h"
+#include "text/texts.h"
 #include "verify/channellines.h"
 #include "verify/checks.h"
 #include "verify/device.h"
 #include "verify/mismatch.h"
 #include "verify/source.h"
 #include "verify/stamp.h"
-#include "zucmtr/texts.h"
 
 #include <QTextCodec>
 

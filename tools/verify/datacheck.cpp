@@ -1,12 +1,12 @@
 // The data of a record, one record after the other.
 #include "recording/zufileformat.h"
 #include "service/zucmtrconverter.h"
+#include "text/texts.h"
 #include "verify/checks.h"
 #include "verify/device.h"
 #include "verify/mismatch.h"
 #include "verify/source.h"
 #include "verify/walk.h"
-#include "zucmtr/texts.h"
 
 #include <cmath>
 

@@ -3,8 +3,8 @@
 #include "config/QSettingsRu.h"
 #include "output/scratchfile.h"
 #include "service/zucmtrconverter.h"
+#include "text/texts.h"
 #include "verify/mismatch.h"
-#include "zucmtr/texts.h"
 
 #include <QTextCodec>
 

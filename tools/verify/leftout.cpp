@@ -1,7 +1,7 @@
 #include "verify/leftout.h"
 
 #include "recording/zufileformat.h"
-#include "zucmtr/reasons.h"
+#include "text/reasons.h"
 
 #include <cstring>
 

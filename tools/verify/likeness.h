@@ -2,7 +2,7 @@
 // trusted.
 #pragma once
 
-#include <comtrade/record.h>
+#include "comtrade/record.h"
 
 #include <QString>
 

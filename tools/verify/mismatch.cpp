@@ -1,6 +1,6 @@
 #include "verify/mismatch.h"
 
-#include "zucmtr/texts.h"
+#include "text/texts.h"
 
 namespace verify {
 

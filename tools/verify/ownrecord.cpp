@@ -2,14 +2,14 @@
 
 #include "comtrade/mark.h"
 #include "service/zucmtrconverter.h"
+#include "text/texts.h"
 #include "verify/device.h"
 #include "verify/likeness.h"
 #include "verify/mismatch.h"
 #include "verify/source.h"
 #include "verify/stamp.h"
-#include "zucmtr/texts.h"
 
-#include <explain/system.h>
+#include "explain/system.h"
 
 #include <QFile>
 #include <QTextCodec>

@@ -2,9 +2,9 @@
 
 #include "explain/system.h"
 #include "service/zucmtrconverter.h"
+#include "text/texts.h"
 #include "verify/device.h"
 #include "verify/mismatch.h"
-#include "zucmtr/texts.h"
 
 #include <QFile>
 #include <QFileInfo>

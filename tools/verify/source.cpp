@@ -5,9 +5,9 @@
 #include "recording/zufileformat.h"
 #include "resorter/ResorterZuCmtrConv.h"
 #include "service/zucmtrconverter.h"
+#include "text/texts.h"
 #include "verify/device.h"
 #include "verify/mismatch.h"
-#include "zucmtr/texts.h"
 
 namespace verify {
 

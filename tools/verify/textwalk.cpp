@@ -1,8 +1,8 @@
 #include "verify/textwalk.h"
 
+#include "text/texts.h"
 #include "verify/device.h"
 #include "verify/mismatch.h"
-#include "zucmtr/texts.h"
 
 #include <QTextCodec>
 

@@ -1,10 +1,10 @@
 #include "verify/verifier.h"
 
 #include "service/zucmtrconverter.h"
+#include "text/texts.h"
 #include "verify/checks.h"
 #include "verify/pieces.h"
 #include "verify/source.h"
-#include "zucmtr/texts.h"
 
 #include <exception>
 #include <new>

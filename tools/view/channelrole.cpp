@@ -1,4 +1,4 @@
-#include "channelrole.h"
+#include "view/channelrole.h"
 
 #include <QStringList>
 

@@ -1,8 +1,8 @@
-#include "chart.h"
+#include "view/chart.h"
 
-#include "channelrole.h"
-#include "pagedata.h"
-#include "pens.h"
+#include "view/channelrole.h"
+#include "view/pagedata.h"
+#include "view/pens.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,8 +1,8 @@
 // The traces of one quantity of a circuit over a common scale, part of the still picture.
 #pragma once
 
-#include "channelrole.h"
-#include "stretch.h"
+#include "view/channelrole.h"
+#include "view/stretch.h"
 
 #include <QPainter>
 

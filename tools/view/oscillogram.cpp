@@ -1,7 +1,7 @@
-#include "oscillogram.h"
+#include "view/oscillogram.h"
 
-#include "base64.h"
-#include "report.h"
+#include "view/base64.h"
+#include "view/report.h"
 
 #include <algorithm>
 #include <cmath>

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "comtrade/record.h"
-#include "timeaxis.h"
-#include "view.h"
+#include "view/timeaxis.h"
+#include "view/view.h"
 
 #include <limits>
 #include <vector>

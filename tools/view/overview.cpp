@@ -1,14 +1,14 @@
 // The still picture: voltages and currents of the started circuit, the states that change, and beside them
 // the figures of the report.
-#include "channelrole.h"
-#include "chart.h"
 #include "output/outputfile.h"
-#include "pagedata.h"
-#include "pens.h"
-#include "report.h"
-#include "statetracks.h"
-#include "view.h"
-#include "zucmtr/texts.h"
+#include "text/texts.h"
+#include "view/channelrole.h"
+#include "view/chart.h"
+#include "view/pagedata.h"
+#include "view/pens.h"
+#include "view/report.h"
+#include "view/statetracks.h"
+#include "view/view.h"
 
 #include <QBuffer>
 #include <QImage>

@@ -1,9 +1,9 @@
 // The page as one file: a frame with the styles, scripts and data in it.
-#include "oscillogram.h"
 #include "output/outputfile.h"
-#include "pagedata.h"
-#include "view.h"
-#include "zucmtr/texts.h"
+#include "text/texts.h"
+#include "view/oscillogram.h"
+#include "view/pagedata.h"
+#include "view/view.h"
 
 #include <QCryptographicHash>
 #include <QFile>

@@ -1,7 +1,7 @@
-#include "pagedata.h"
+#include "view/pagedata.h"
 
-#include "base64.h"
-#include "channelrole.h"
+#include "view/base64.h"
+#include "view/channelrole.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>

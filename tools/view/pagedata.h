@@ -1,7 +1,7 @@
 // What the page's scripts know of the record, as JSON. The keys are those that web/*.js read.
 #pragma once
 
-#include "oscillogram.h"
+#include "view/oscillogram.h"
 
 #include <QByteArray>
 

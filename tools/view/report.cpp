@@ -1,7 +1,7 @@
-#include "report.h"
+#include "view/report.h"
 
 #include "comtrade/text.h"
-#include "zucmtr/texts.h"
+#include "text/texts.h"
 
 #include <algorithm>
 

@@ -1,6 +1,6 @@
-#include "statetracks.h"
+#include "view/statetracks.h"
 
-#include "pens.h"
+#include "view/pens.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 // The discrete channels that change, a row each, part of the still picture.
 #pragma once
 
-#include "stretch.h"
+#include "view/stretch.h"
 
 #include <QPainter>
 

@@ -1,4 +1,4 @@
-#include "stretch.h"
+#include "view/stretch.h"
 
 #include <algorithm>
 #include <cmath>

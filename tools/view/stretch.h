@@ -1,7 +1,7 @@
 // The stretch of an oscillogram that the still picture shows, and where its times stand in a drawing.
 #pragma once
 
-#include "oscillogram.h"
+#include "view/oscillogram.h"
 
 #include <QRectF>
 

@@ -1,6 +1,6 @@
-#include "timeaxis.h"
+#include "view/timeaxis.h"
 
-#include "base64.h"
+#include "view/base64.h"
 
 #include <QJsonArray>
 

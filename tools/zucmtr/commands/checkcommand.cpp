@@ -1,0 +1,196 @@
+#include "zucmtr/commands/checkcommand.h"
+
+#include "inicheck/inicheck.h"
+#include "text/texts.h"
+#include "zucmtr/host/devicechoice.h"
+#include "zucmtr/terminal/checks.h"
+#include "zucmtr/terminal/console.h"
+#include "zucmtr/terminal/memorylimit.h"
+
+#include "explain/file.h"
+#include "inicheck/encoding.h"
+
+#include <CLI/CLI.hpp>
+
+#include <QJsonObject>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace {
+
+using inicheck::Finding;
+using inicheck::Severity;
+
+struct CheckOptions
+{
+    std::string ini;
+    std::string defaults;
+    std::string device;
+    bool json = false;
+    uint64_t maxMemory = 0;
+    std::vector<std::string> files;
+};
+
+QString Shown(Severity severity)
+{
+    switch (severity) {
+    case Severity::Note:
+        return Tr("check", "note");
+    case Severity::Warning:
+        return Tr("check", "warning");
+    case Severity::Error:
+        break;
+    }
+    return Tr("check", "error");
+}
+
+const char* KeyOf(Severity severity)
+{
+    switch (severity) {
+    case Severity::Note:
+        return "note";
+    case Severity::Warning:
+        return "warning";
+    case Severity::Error:
+        break;
+    }
+    return "error";
+}
+
+void Print(const QString& ini, const Finding& finding, bool json)
+{
+    if (!json) {
+        const QString place = finding.line == 0 ? ini : QStringLiteral("%1:%2").arg(ini).arg(finding.line);
+        PrintLine(QStringLiteral("%1: %2: ").arg(place, Shown(finding.severity)) + finding.text);
+        return;
+    }
+    QJsonObject object;
+    object["file"] = ini;
+    object["line"] = finding.line;
+    object["severity"] = QLatin1String(KeyOf(finding.severity));
+    object["reason"] = QLatin1String(finding.reason);
+    object["text"] = finding.text;
+    PrintJson(object);
+}
+
+// All recorders of the file.
+QStringList DevicesOf(const DeviceChoice& choice)
+{
+    QStringList devices = SectionsOf(choice.ini);
+    devices.removeAll(choice.defaults);
+    return devices.isEmpty() ? QStringList{choice.defaults} : devices;
+}
+
+bool IsIni(const QString& file)
+{
+    return file.endsWith(QLatin1String(".ini"), Qt::CaseInsensitive);
+}
+
+// The files of the command line: recordings, and the ini file if it is not named by --ini.
+void SortFiles(const CheckOptions& options, DeviceChoice& choice, QStringList& recordings)
+{
+    for (const std::string& argument : options.files) {
+        const QString file = Text(argument);
+        const QString reason = explain::Unreadable(file);
+        if (!reason.isEmpty())
+            throw ConfigurationError(file + QLatin1String(": ") + reason);
+        if (!IsIni(file))
+            recordings << file;
+        else if (choice.ini.isEmpty())
+            choice.ini = file;
+        else
+            throw ConfigurationError(
+                Tr("check", "there are two ini files, '%1' and '%2'; check one after the other")
+                    .arg(choice.ini, file));
+    }
+}
+
+// Whether the converter takes the letters of the file for others, so that it finds nothing in it.
+bool HasUnknownLetters(const QString& ini)
+{
+    const std::optional<inicheck::Encoding> encoding = inicheck::OtherEncodingOf(ini);
+    return encoding && !encoding->isRecognised;
+}
+
+inicheck::Question QuestionOf(const CheckOptions& options)
+{
+    inicheck::Question question;
+    DeviceChoice choice{Text(options.ini), Text(options.defaults), Text(options.device)};
+    SortFiles(options, choice, question.recordings);
+    std::vector<Recording> recordings;
+    for (const QString& file : question.recordings)
+        recordings.push_back({file, QString(), QString()});
+    CompleteIni(choice, recordings);
+    question.ini = choice.ini;
+    if (HasUnknownLetters(choice.ini))
+        return question; // no section can be chosen
+    if (recordings.empty())
+        CompleteDefaults(choice, recordings);
+    else
+        CompleteChoice(choice, recordings); // they are those of one recorder
+    question.defaults = choice.defaults;
+    question.devices = choice.device.isEmpty() ? DevicesOf(choice) : QStringList{choice.device};
+    return question;
+}
+
+int RunCheck(const CheckOptions& options)
+{
+    LimitMemory(options.maxMemory);
+    const inicheck::Question question = QuestionOf(options);
+    int code = ExitDone;
+    for (const Finding& finding : inicheck::Check(question)) {
+        Print(question.ini, finding, options.json);
+        if (finding.severity != Severity::Note)
+            code = ExitFailed;
+    }
+    if (code == ExitDone && !options.json)
+        PrintLine(Tr("check", "%1: nothing is wrong with [%2]")
+                      .arg(question.ini, question.devices.join(QLatin1String("], ["))));
+    return code;
+}
+
+} // namespace
+
+void AddCheckCommand(CLI::App& app, Action& chosen)
+{
+    CLI::App* command =
+        app.add_subcommand("check", HelpText("check", "Explain what is wrong with an ini file"));
+    const auto options = std::make_shared<CheckOptions>();
+    command
+        ->add_option("--ini", options->ini,
+                     HelpText("check", "The recorders' ini file. Default: ZuDrv.ini beside the recordings, "
+                                       "else in the current directory"))
+        ->type_name("FILE");
+    command
+        ->add_option("--defaults", options->defaults,
+                     HelpText("check", "Section with the defaults. Default: the section [Default]"))
+        ->type_name("SECTION");
+    command
+        ->add_option("--device", options->device,
+                     HelpText("check", "Section of a recorder. Default: all of them"))
+        ->type_name("SECTION");
+    command->add_flag("--json", options->json, HelpText("check", "One JSON object a finding, for programs"));
+    AddMemoryOption(*command, options->maxMemory);
+    command
+        ->add_option("FILE", options->files,
+                     HelpText("check",
+                              "The ini file, and first files of recordings to compare with its sorting "
+                              "dictionary"))
+        ->type_name("");
+    command->footer(HelpText(
+        "check",
+        "Tells by lines what the converter ignores, takes from the defaults, drops or refuses, and what "
+        "makes\n"
+        "records that no program opens. An error is a section that does not load or a record that no "
+        "program\n"
+        "opens; a warning, something that is not what it looks like; a note, what may well be meant.\n"
+        "\n"
+        "Exit code: 0 nothing but notes, 1 errors or warnings, 2 wrong usage.\n"
+        "\n"
+        "Example, with the sample station:\n"
+        "  zucmtr sample --out station --force\n"
+        "  zucmtr check station/ZuDrv.ini station/*.ZU"));
+    command->callback([options, &chosen] { chosen = [options] { return RunCheck(*options); }; });
+}

@@ -1,0 +1,320 @@
+#include "zucmtr/commands/convertcommand.h"
+
+#include "text/texts.h"
+#include "zucmtr/commands/deviceoptions.h"
+#include "zucmtr/commands/workoptions.h"
+#include "zucmtr/host/host.h"
+#include "zucmtr/host/recordinglist.h"
+#include "zucmtr/run/batch.h"
+#include "zucmtr/run/batchreport.h"
+#include "zucmtr/run/leftovers.h"
+#include "zucmtr/run/workers.h"
+#include "zucmtr/terminal/checks.h"
+#include "zucmtr/terminal/console.h"
+#include "zucmtr/terminal/interrupt.h"
+#include "zucmtr/terminal/memorylimit.h"
+#include "zucmtr/terminal/progress.h"
+#include "zucmtr/terminal/values.h"
+
+#include "explain/file.h"
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+#include <chrono>
+#include <iterator>
+#include <malloc.h>
+#include <memory>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace {
+
+struct ConvertOptions
+{
+    DeviceOptions device;
+    std::string out = ".";
+    bool makeOut = false;
+    bool recursive = false;
+    bool flat = false;
+    unsigned int jobs = 1; // 0: one a processor
+    bool failFast = false;
+    bool dryRun = false;
+    WorkOptions work;
+    bool again = false;
+    bool replace = false;
+    bool sync = false;
+    bool noSync = false;
+    bool trustWriter = false;
+    bool quiet = false;
+    bool json = false;
+    uint64_t maxMemory = 0;
+    std::vector<std::string> files;
+};
+
+QStringList Texts(const std::vector<std::string>& utf8)
+{
+    QStringList texts;
+    for (const std::string& text : utf8)
+        texts << Text(text);
+    return texts;
+}
+
+void CheckCombination(const ConvertOptions& options)
+{
+    if (PutsAway(options.work) && options.trustWriter)
+        throw ConfigurationError(Tr("convert", "--remove-source and --archive need a verified record; leave "
+                                               "--trust-writer out"));
+    if (PutsAway(options.work) && options.noSync)
+        throw ConfigurationError(Tr("convert", "--remove-source and --archive need a record that is on the "
+                                               "disk; leave --no-sync out"));
+}
+
+QString OutDirectory(const ConvertOptions& options)
+{
+    QString out = Text(options.out);
+    if (options.makeOut && options.dryRun)
+        return out;
+    if (options.makeOut)
+        MakeDirectory(QStringLiteral("--out"), out);
+    return CheckedOutputDirectory(out);
+}
+
+// Whether the records lie in directories as the recordings do.
+bool Mirrors(const ConvertOptions& options)
+{
+    return options.recursive && !options.flat;
+}
+
+WorkOrder OrderOf(const ConvertOptions& options)
+{
+    WorkOrder order = OrderOf(options.work, OutDirectory(options));
+    order.dryRun = options.dryRun;
+    order.trustWriter = options.trustWriter;
+    order.sync = options.sync || PutsAway(options.work);
+    order.again = options.again;
+    order.replace = options.replace;
+    order.mirror = Mirrors(options);
+    return order;
+}
+
+size_t WorkerCount(const ConvertOptions& options, size_t recordings)
+{
+    const unsigned int processors = std::max(1U, std::thread::hardware_concurrency());
+    const size_t wanted = options.jobs == 0 ? processors : options.jobs;
+    return std::max<size_t>(1, std::min(wanted, recordings));
+}
+
+// By default each thread reserves address space for its allocations, more than a small --max-memory leaves.
+void ShareAllocations(uint64_t maxMemory)
+{
+    constexpr uint64_t plenty = uint64_t{2} << 30;
+    if (maxMemory != 0 && maxMemory < plenty)
+        mallopt(M_ARENA_MAX, 1);
+}
+
+ReportForm FormOf(const ConvertOptions& options)
+{
+    if (options.json)
+        return ReportForm::Json;
+    return options.quiet ? ReportForm::Quiet : ReportForm::Lines;
+}
+
+void TellNotBegun(size_t recordings)
+{
+    if (recordings > 0)
+        Complain(Tr("convert", "the run ends here, since there is no room left on the disk: recordings not "
+                               "begun: %1; make room, then give the same command again")
+                     .arg(recordings));
+}
+
+int Convert(const ConvertOptions& options, const RecordingList& list,
+            std::vector<std::unique_ptr<Worker>>& workers)
+{
+    using Clock = std::chrono::steady_clock;
+    const Clock::time_point start = Clock::now();
+    const auto lost = static_cast<size_t>(std::count_if(
+        list.refusals.begin(), list.refusals.end(), [](const Refusal& refusal) { return refusal.failed; }));
+    const bool compares = !options.work.noVerify && !options.trustWriter;
+    BatchReport report(FormOf(options), compares, list.recordings.size() + lost);
+    for (const Refusal& refusal : list.refusals)
+        report.Tell(refusal);
+    Progress progress(list.recordings.size(), !options.quiet && list.recordings.size() > 1);
+    interrupt::Install();
+    Batch batch(workers, list.recordings, {options.failFast, Mirrors(options)});
+    if (!options.failFast || lost == 0)
+        batch.Run(
+            [&](const BatchItem& item) {
+                progress.Hide();
+                report.Tell(item);
+            },
+            [&](size_t done) { progress.Show(done); });
+    progress.Hide();
+    TellNotBegun(batch.NotBegunForRoom());
+    if (!options.dryRun)
+        ReportOrphans(list);
+    if (!options.quiet)
+        report.Summarise(std::chrono::duration<double>(Clock::now() - start).count());
+    if (interrupt::Came())
+        return interrupt::ExitCode();
+    return report.Failed() == 0 ? ExitDone : ExitFailed;
+}
+
+// Those that may be recordings: the ini file is looked for beside them.
+std::vector<Recording> Convertible(const std::vector<Recording>& recordings)
+{
+    std::vector<Recording> convertible;
+    std::copy_if(
+        recordings.begin(), recordings.end(), std::back_inserter(convertible),
+        [](const Recording& recording) { return explain::NotConvertible(recording.path).isEmpty(); });
+    return convertible;
+}
+
+// Says of each recording why it is none; no ini file is looked for.
+int RefuseAll(const ConvertOptions& options, RecordingList list)
+{
+    for (const Recording& recording : list.recordings)
+        list.refusals.push_back(
+            {recording.path, Tr("convert", "not converted: %1").arg(explain::NotConvertible(recording.path)),
+             true, explain::WordOf(recording.path, reason::NotARecording)});
+    list.recordings.clear();
+    std::vector<std::unique_ptr<Worker>> none;
+    return Convert(options, list, none);
+}
+
+int RunConvert(const ConvertOptions& options)
+{
+    CheckCombination(options);
+    QStringList excluded;
+    if (!options.work.archive.empty())
+        excluded << Text(options.work.archive);
+    if (!options.dryRun)
+        ClearLeftovers(Texts(options.files), options.recursive, Text(options.out),
+                       Text(options.work.archive));
+    const RecordingList list = CollectRecordings(Texts(options.files), options.recursive, excluded);
+    const std::vector<Recording> convertible = Convertible(list.recordings);
+    DeviceChoice choice = ChoiceOf(options.device);
+    if (convertible.empty() && choice.ini.isEmpty())
+        return RefuseAll(options, list);
+    CompleteChoice(choice, convertible);
+    CheckLog(options.device);
+    const WorkOrder order = OrderOf(options);
+    ShareAllocations(options.maxMemory);
+    LimitMemory(options.maxMemory);
+
+    Host host(Text(options.device.log));
+    host.LoadDefaults(choice.ini, choice.defaults);
+    std::vector<std::unique_ptr<Worker>> workers =
+        MakeWorkers(host, choice, order, WorkerCount(options, list.recordings.size()), !options.quiet);
+    return Convert(options, list, workers);
+}
+
+void AddOutputOptions(CLI::App& command, ConvertOptions& options)
+{
+    command
+        .add_option(
+            "--out", options.out,
+            HelpText("convert", "Existing directory for the COMTRADE files. Default: the current directory"))
+        ->type_name("DIR")
+        ->default_str("");
+    command.add_flag("--make-out", options.makeOut,
+                     HelpText("convert", "Make the directory of --out if it is not there"));
+}
+
+void AddRunOptions(CLI::App& command, ConvertOptions& options)
+{
+    command.add_flag("-r,--recursive", options.recursive,
+                     HelpText("convert", "Look for recordings in the directories below the given ones, too; "
+                                         "their records go to directories of the same names below --out"));
+    command.add_flag("--flat", options.flat,
+                     HelpText("convert", "Put all records into the directory of --out itself"));
+    command
+        .add_option("-j,--jobs", options.jobs,
+                    HelpText("convert",
+                             "Recordings to convert at once; 0: as many as there are processors. Default: 1"))
+        ->type_name("N")
+        ->transform(values::WholeNumber(0, 256))
+        ->default_str("");
+    CLI::Option* goOn =
+        command.add_flag("--continue")
+            ->description(
+                HelpText("convert", "Go on with the other recordings after one that failed (the default)"));
+    command
+        .add_flag("--fail-fast", options.failFast,
+                  HelpText("convert", "Begin no recording after one that failed"))
+        ->excludes(goOn);
+    command.add_flag("--dry-run", options.dryRun,
+                     HelpText("convert",
+                              "Read the recordings and tell what would be converted into which records; "
+                              "write nothing"));
+}
+
+void AddSafetyOptions(CLI::App& command, ConvertOptions& options)
+{
+    AddWorkOptions(command, options.work);
+    command.add_flag("--again", options.again,
+                     HelpText("convert", "Convert also where the record is there already and is right"));
+    command.add_flag("--replace", options.replace,
+                     HelpText("convert", "Replace the record of another recording that has the same name"));
+    CLI::Option* sync = command.add_flag(
+        "--sync", options.sync,
+        HelpText("convert", "Report a record only when it is on the disk, so that a power failure leaves it "
+                            "whole; the default with --remove-source and --archive"));
+    command
+        .add_flag("--no-sync", options.noSync,
+                  HelpText("convert", "Leave it to the system when records reach the disk (the default)"))
+        ->excludes(sync);
+    command.add_flag("--trust-writer", options.trustWriter,
+                     HelpText("convert",
+                              "Let the ini file have the library delete the recordings; their records "
+                              "are read back, but cannot be compared any more"));
+}
+
+void AddReportOptions(CLI::App& command, ConvertOptions& options)
+{
+    command.add_flag("-q,--quiet", options.quiet, HelpText("convert", "Tell failures and warnings alone"));
+    command.add_flag("--json", options.json,
+                     HelpText("convert", "Tell each recording as one JSON object on standard output"));
+}
+
+std::string Footer()
+{
+    return HelpText("convert",
+                    "A recording is a first file (.ZU or .zu) with its continuation files (.Z01 ... .Z0f) "
+                    "beside it; give the\n"
+                    "first file or the directory, the others are found. For each recording one line on "
+                    "standard output tells\n"
+                    "the record's name and the notes on it; failures and the summary go to standard error.\n"
+                    "Ctrl-C ends after the recordings at hand, a second Ctrl-C at once.\n"
+                    "\n"
+                    "Exit code: 0 all recordings converted, 1 at least one failed, 2 wrong usage or "
+                    "configuration, 130 ended\n"
+                    "by Ctrl-C (143 by SIGTERM).\n"
+                    "\n"
+                    "Example, with the sample station:\n"
+                    "  zucmtr sample --out station\n"
+                    "  zucmtr convert --out station/comtrade --make-out station/*.ZU");
+}
+
+} // namespace
+
+void AddConvertCommand(CLI::App& app, Action& chosen)
+{
+    CLI::App* command =
+        app.add_subcommand("convert", HelpText("convert", "Convert recordings into COMTRADE records"));
+    const auto options = std::make_shared<ConvertOptions>();
+    AddDeviceOptions(*command, options->device);
+    AddOutputOptions(*command, *options);
+    AddRunOptions(*command, *options);
+    AddSafetyOptions(*command, *options);
+    AddReportOptions(*command, *options);
+    AddMemoryOption(*command, options->maxMemory);
+    command
+        ->add_option("FILE", options->files,
+                     HelpText("convert", "First files of the recordings, or directories with recordings"))
+        ->required()
+        ->type_name("");
+    command->footer(Footer());
+    command->callback([options, &chosen] { chosen = [options] { return RunConvert(*options); }; });
+}

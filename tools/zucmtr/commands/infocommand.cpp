@@ -1,0 +1,90 @@
+#include "zucmtr/commands/infocommand.h"
+
+#include "info/description.h"
+#include "text/texts.h"
+#include "zucmtr/host/recordinglist.h"
+#include "zucmtr/terminal/console.h"
+#include "zucmtr/terminal/memorylimit.h"
+
+#include <CLI/CLI.hpp>
+
+#include <QFileInfo>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace {
+
+struct InfoOptions
+{
+    bool json = false;
+    bool withoutChannels = false;
+    uint64_t maxMemory = 0;
+    std::vector<std::string> files;
+};
+
+// What is wrong with a record names the one of its files in which it is.
+bool NamesFile(const QString& text, const QString& file)
+{
+    const int extension = QFileInfo(file).suffix().size();
+    return extension > 0 && text.startsWith(file.chopped(extension));
+}
+
+// True unless something is wrong with the file.
+bool Show(const QString& file, const InfoOptions& options)
+{
+    info::Description description = info::Describe(file);
+    const QString first = FirstFileOf(file);
+    if (!first.isEmpty())
+        description.notes << Tr("info", "this file continues a recording; its first file is %1").arg(first);
+    if (options.json) {
+        PrintJson(info::JsonOf(description, !options.withoutChannels));
+    } else if (!description.facts.empty()) {
+        for (const QString& line : info::TextOf(description, !options.withoutChannels))
+            PrintLine(line);
+    }
+    if (!description.error.isEmpty())
+        Complain(NamesFile(description.error, file) ? description.error
+                                                    : file + QLatin1String(": ") + description.error);
+    return description.error.isEmpty();
+}
+
+int RunInfo(const InfoOptions& options)
+{
+    LimitMemory(options.maxMemory);
+    bool good = true;
+    for (const std::string& file : options.files)
+        good = Show(QString::fromStdString(file), options) && good;
+    return good ? ExitDone : ExitFailed;
+}
+
+} // namespace
+
+void AddInfoCommand(CLI::App& app, Action& chosen)
+{
+    CLI::App* command =
+        app.add_subcommand("info", HelpText("info", "Tell what is in recordings and COMTRADE records"));
+    const auto options = std::make_shared<InfoOptions>();
+    command->add_flag("--json", options->json, HelpText("info", "One JSON object a file, for programs"));
+    command->add_flag("--no-channels", options->withoutChannels,
+                      HelpText("info", "Leave out the lists of channels"));
+    AddMemoryOption(*command, options->maxMemory);
+    command
+        ->add_option(
+            "FILE", options->files,
+            HelpText("info", "First files of recordings (.ZU), or the .cfg or .cff files of records"))
+        ->required()
+        ->type_name("");
+    command->footer(HelpText(
+        "info", "Of a recording: its times with zone, duration, rate, the segments found and why the chain\n"
+                "ends, the start comment as stored and as understood, the channels. Of a record: what its\n"
+                "configuration tells, and whether all its data are there.\n"
+                "\n"
+                "Exit code: 0 all files are good, 1 something is wrong with at least one, 2 wrong usage.\n"
+                "\n"
+                "Example, with the sample station:\n"
+                "  zucmtr sample --out station\n"
+                "  zucmtr info --no-channels station/*.ZU"));
+    command->callback([options, &chosen] { chosen = [options] { return RunInfo(*options); }; });
+}

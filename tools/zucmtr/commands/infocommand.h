@@ -1,0 +1,11 @@
+// zucmtr info: what is in a recording or a record.
+#pragma once
+
+#include "zucmtr/terminal/command.h"
+
+namespace CLI {
+class App;
+}
+
+/// Adds the subcommand to the parser. The object behind `chosen` must outlive the parsing.
+void AddInfoCommand(CLI::App& app, Action& chosen);

@@ -1,0 +1,151 @@
+#include "zucmtr/commands/recordsource.h"
+
+#include "text/texts.h"
+#include "zucmtr/host/host.h"
+#include "zucmtr/terminal/command.h"
+
+#include "explain/file.h"
+#include "explain/system.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QStringList>
+#include <QTextCodec>
+
+namespace {
+
+// Keys that decide what becomes of the files. They count over those of the user, as the last of equal keys
+// does.
+const char* const ownKeys = "\nУдалять исходные=0\nТип Comtrade CFF=0\nТип Comtrade BIN=1\n"
+                            "Кодировка Comtrade UTF8=1\nТип Comtrade 1999=0\n";
+
+const char* const builtInDefaults =
+    "[Default]\nЭнергосистема=-\nСубъект=-\nОбъект=%1\nИсточник=-\nВерсия ПО=-\n"
+    "Версия аппаратной части=-\nМодель=MK7.06\nВерсия ZU=1\n"
+    "Время ожидания=60000\nПереименовать сигналы Comtrade=1\n"
+    "Доп.индексы для имен сигналов=0\n";
+
+bool IsRecord(const QString& file)
+{
+    return file.endsWith(QLatin1String(".cfg"), Qt::CaseInsensitive) ||
+           file.endsWith(QLatin1String(".cff"), Qt::CaseInsensitive);
+}
+
+// In UTF-8, whatever the byte order mark of the file says.
+QByteArray ReadWhole(const QString& path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        throw ConfigurationError(Tr("record source", "--ini: '%1' cannot be read: %2")
+                                     .arg(path, explain::SystemText(file.errorString())));
+    const QByteArray bytes = file.readAll();
+    const QTextCodec* marked = QTextCodec::codecForUtfText(bytes, nullptr);
+    return marked == nullptr ? bytes : marked->toUnicode(bytes).toUtf8();
+}
+
+// A text that an ini file can hold: a ";" would begin a comment.
+QString IniValue(QString text)
+{
+    return text.replace(QLatin1Char(';'), QLatin1Char(','));
+}
+
+// The ini file of the conversion; sections that appear twice are one.
+QByteArray IniText(const QString& file, const DeviceChoice& choice)
+{
+    if (choice.ini.isEmpty()) {
+        const QString name = IniValue(QFileInfo(file).completeBaseName());
+        return QString::fromUtf8(builtInDefaults).arg(name).toUtf8() + ownKeys + "\n[Device]\nИсточник=-\n";
+    }
+    const QByteArray device = "\n[" + choice.device.toUtf8() + "]";
+    return ReadWhole(choice.ini) + device + ownKeys;
+}
+
+void Write(const QString& path, const QByteArray& bytes)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.flush())
+        throw SourceError(Tr("record source",
+                             "'%1' cannot be written: %2; free space in the directory for temporary "
+                             "files")
+                              .arg(path, explain::SystemText(file.errorString())));
+}
+
+// Links to the recording's chain, so that not even a conversion that deletes its sources could reach them.
+QString LinkChain(const QString& file, const QDir& directory)
+{
+    const QFileInfo first(file);
+    const QString stem = first.absolutePath() + QLatin1Char('/') + first.completeBaseName();
+    const QString letter = first.suffix().left(1);
+    const QString linked = directory.filePath(QStringLiteral("recording"));
+    QFile::link(first.absoluteFilePath(), linked + QLatin1Char('.') + first.suffix());
+    for (int segment = 1; segment < 16; ++segment) {
+        const QString suffix = QStringLiteral(".%1%2").arg(letter).arg(segment, 2, 16, QLatin1Char('0'));
+        if (QFile::exists(stem + suffix))
+            QFile::link(stem + suffix, linked + suffix);
+    }
+    return linked + QLatin1Char('.') + first.suffix();
+}
+
+void Check(const QString& file, const QString& reason)
+{
+    if (!reason.isEmpty())
+        throw SourceError(file + QLatin1String(": ") + reason);
+}
+
+// What is wrong is said of the user's own ini file.
+unsigned int LoadDevice(Host& host, const QString& ini, const DeviceChoice& choice)
+{
+    const bool ownIni = !choice.ini.isEmpty();
+    try {
+        host.LoadDefaults(ini, ownIni ? choice.defaults : QStringLiteral("Default"));
+        const unsigned int device = host.LoadDevice(ini, ownIni ? choice.device : QStringLiteral("Device"));
+        Host::TakeNotes(device);
+        return device;
+    } catch (const ConfigurationError& error) {
+        throw ConfigurationError(QStringList(error.Lines()).replaceInStrings(ini, choice.ini));
+    }
+}
+
+} // namespace
+
+RecordSource::RecordSource(const QString& file, DeviceChoice choice, bool isPlain)
+{
+    if (IsRecord(file)) {
+        Check(file, explain::NotARecord(file));
+        path = file;
+        return;
+    }
+    if (!FirstFileOf(file).isEmpty() && QFileInfo(file).isFile())
+        Check(file, ContinuationText(file));
+    Check(file, explain::NotConvertible(file));
+    const Recording recording{file, QString(), QString()};
+    const bool isChosen = !choice.ini.isEmpty() || !choice.defaults.isEmpty() || !choice.device.isEmpty();
+    if (!isPlain && (isChosen || !IniOf(recording).isEmpty()))
+        CompleteChoice(choice, {recording});
+    Convert(file, choice);
+}
+
+void RecordSource::Convert(const QString& file, const DeviceChoice& choice)
+{
+    directory = std::make_unique<QTemporaryDir>();
+    if (!directory->isValid())
+        throw SourceError(Tr("record source", "no temporary directory: %1")
+                              .arg(explain::SystemText(directory->errorString())));
+    const QDir inside(directory->path());
+    const QString ini = inside.filePath(QStringLiteral("view.ini"));
+    Write(ini, IniText(file, choice));
+    inside.mkdir(QStringLiteral("record"));
+    const QString out = inside.filePath(QStringLiteral("record"));
+
+    Host host{QString()};
+    const unsigned int device = LoadDevice(host, ini, choice);
+    const QString linked = LinkChain(file, inside);
+    const Outcome outcome = host.Convert(linked, out, device);
+    if (!outcome.converted)
+        Check(file, QString(outcome.error).replace(linked.chopped(2), file.chopped(2)));
+    const QStringList records = QDir(out).entryList({QStringLiteral("*.cfg")}, QDir::Files);
+    if (records.isEmpty())
+        throw SourceError(Tr("record source", "%1: its record was not found after the conversion").arg(file));
+    path = out + QLatin1Char('/') + records.first();
+}

@@ -1,0 +1,37 @@
+// A COMTRADE record to work on, whatever the user has: the record itself, or a recording that is converted
+// into a temporary directory. The recording stays as it is, even if its ini file says that sources are
+// deleted.
+#pragma once
+
+#include "zucmtr/host/devicechoice.h"
+
+#include <QString>
+#include <QTemporaryDir>
+
+#include <memory>
+#include <stdexcept>
+
+/// A recording that does not convert; what() is UTF-8.
+class SourceError : public std::runtime_error
+{
+public:
+    explicit SourceError(const QString& text) : std::runtime_error(text.toStdString()) {}
+};
+
+class RecordSource
+{
+public:
+    /// The choice is completed as for convert; where nothing is chosen and no ini file is found, or with
+    /// isPlain, a recording is converted without dictionary. Throws SourceError, or ConfigurationError if the
+    /// choice does not load.
+    RecordSource(const QString& file, DeviceChoice choice, bool isPlain);
+
+    /// The record's .cfg or .cff, as long as this object lives.
+    const QString& Path() const { return path; }
+
+private:
+    void Convert(const QString& file, const DeviceChoice& choice);
+
+    std::unique_ptr<QTemporaryDir> directory;
+    QString path;
+};

@@ -1,0 +1,132 @@
+#include "zucmtr/commands/sampleoptions.h"
+
+#include "station/bays.h"
+#include "text/texts.h"
+#include "zucmtr/terminal/command.h"
+#include "zucmtr/terminal/values.h"
+
+#include <CLI/CLI.hpp>
+
+#include <QString>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+
+namespace {
+
+// A recorder file's limits.
+constexpr int channelLimit = 4096;
+constexpr double durationLimit = 268;  // seconds of a segment
+constexpr double rateLimit = 10000000; // samples per second
+constexpr int segmentsLimit = 16;
+
+// The station is made in memory.
+constexpr double pointsLimit = 10e6;   // samples of a channel in a segment
+constexpr double samplesLimit = 500e6; // samples of a recording
+
+station::Fault FaultOf(const std::string& name)
+{
+    if (name == "none")
+        return station::Fault::None;
+    if (name == "two")
+        return station::Fault::TwoPhase;
+    return name == "three" ? station::Fault::ThreePhase : station::Fault::SinglePhase;
+}
+
+void CheckChannels(const station::StationOptions& options)
+{
+    // A chain gets a discrete channel even if none is asked for, so the channels are counted as they are
+    // made.
+    const size_t channels = station::AnalogSignals(options).size() + station::DiscreteSignals(options).size();
+    if (channels >= channelLimit)
+        throw ConfigurationError(
+            Tr("sample", "--analog %1 and --discrete %2 make %3 channels; a recording has fewer than %4")
+                .arg(options.analogChannels)
+                .arg(options.discreteChannels)
+                .arg(channels)
+                .arg(channelLimit));
+}
+
+// The points are rounded to whole samples of at least one, so a segment may last longer than it was asked to.
+void CheckLength(const station::StationOptions& options)
+{
+    const double points = std::max(1.0, std::round(options.seconds * options.sampleRate));
+    const double duration = points / options.sampleRate;
+    if (!(duration < durationLimit))
+        throw ConfigurationError(Tr("sample", "--rate %1 and --seconds %2 make a segment of %3 s; it lasts "
+                                              "less than %4 s: raise the rate")
+                                     .arg(options.sampleRate)
+                                     .arg(options.seconds)
+                                     .arg(duration)
+                                     .arg(durationLimit));
+    const double samples = points * std::max(1, options.analogChannels) * options.segments;
+    if (points > pointsLimit || samples > samplesLimit)
+        throw ConfigurationError(
+            Tr("sample", "the recordings would have %1 samples a channel and segment, %2 in all; at most %3 "
+                         "and %4 are made: lower --rate, --seconds, --segments or --analog")
+                .arg(points, 0, 'f', 0)
+                .arg(samples, 0, 'f', 0)
+                .arg(pointsLimit, 0, 'f', 0)
+                .arg(samplesLimit, 0, 'f', 0));
+}
+
+} // namespace
+
+void AddStationOptions(CLI::App& command, SampleOptions& options)
+{
+    station::StationOptions& station = options.station;
+    command
+        .add_option("--analog", station.analogChannels, HelpText("sample", "Analog channels, 0 to 4095 (32)"))
+        ->transform(values::WholeNumber(0, channelLimit - 1))
+        ->type_name("N");
+    command
+        .add_option("--discrete", station.discreteChannels,
+                    HelpText("sample", "Discrete channels, 0 to 4095 (64)"))
+        ->transform(values::WholeNumber(0, channelLimit - 1))
+        ->type_name("N");
+    command
+        .add_option("--rate", station.sampleRate,
+                    HelpText("sample", "Samples per second, below 10000000 (2400)"))
+        ->check(values::NumberBelow(rateLimit))
+        ->type_name("HZ");
+    command
+        .add_option("--seconds", station.seconds, HelpText("sample", "Length of a segment, below 268 (2)"))
+        ->check(values::NumberBelow(durationLimit))
+        ->type_name("S");
+    command
+        .add_option("--segments", station.segments, HelpText("sample", "Files of a recording, 1 to 16 (1)"))
+        ->transform(values::WholeNumber(1, segmentsLimit))
+        ->type_name("N");
+    CLI::Option* compressed = command.add_flag("--compressed", options.compressed,
+                                               HelpText("sample", "Compress the samples (the default)"));
+    command.add_flag("--plain", options.plain, HelpText("sample", "Store the samples as they are"))
+        ->excludes(compressed);
+    command
+        .add_option("--code-page", options.codePage,
+                    HelpText("sample", "Code page of the texts: cp866, cp1251 (cp866)"))
+        ->check(values::OneOf({"cp866", "cp1251"}))
+        ->type_name("NAME");
+    command
+        .add_option("--fault", options.fault,
+                    HelpText("sample", "Fault on the line: single, two, three, none (single)"))
+        ->check(values::OneOf({"single", "two", "three", "none"}))
+        ->type_name("KIND");
+    command
+        .add_option("--seed", station.seed,
+                    HelpText("sample", "Seed of noise and operating times, 0 to 4294967295 (1)"))
+        ->transform(values::WholeNumber(0, UINT32_MAX))
+        ->type_name("N");
+}
+
+station::StationOptions CheckedStation(const SampleOptions& options)
+{
+    station::StationOptions station = options.station;
+    station.compressed = !options.plain;
+    station.codePage =
+        options.codePage == "cp1251" ? recorderfile::CodePage::Cp1251 : recorderfile::CodePage::Cp866;
+    station.fault = FaultOf(options.fault);
+    CheckChannels(station);
+    CheckLength(station);
+    return station;
+}

@@ -1,0 +1,227 @@
+#include "zucmtr/commands/viewcommand.h"
+
+#include "output/target.h"
+#include "text/texts.h"
+#include "view/view.h"
+#include "zucmtr/commands/recordsource.h"
+#include "zucmtr/terminal/checks.h"
+#include "zucmtr/terminal/console.h"
+#include "zucmtr/terminal/interrupt.h"
+#include "zucmtr/terminal/values.h"
+
+#include "comtrade/record.h"
+
+#include <CLI/CLI.hpp>
+
+#include <QFileInfo>
+
+#include <csignal>
+#include <cstring>
+#include <memory>
+
+namespace {
+
+struct ViewOptions
+{
+    std::string file;
+    std::string page;
+    std::string svg;
+    std::string png;
+    std::string ini;
+    std::string defaults;
+    std::string device;
+    double window = 0;
+    bool full = false;
+    bool plain = false; // without ini file
+};
+
+// Beside the record, where convert would put it too.
+QString DefaultPage(const QString& file)
+{
+    const QFileInfo info(file);
+    return info.path() + QLatin1Char('/') + info.completeBaseName() + QStringLiteral(".html");
+}
+
+// Says where the output is, unless standard output is the output itself.
+void Confirm(const QString& path)
+{
+    if (!output::IsStandardOutput(path))
+        PrintLine(path);
+}
+
+view::Held PutPage(const QString& record, const QString& page, const view::Options& options)
+{
+    const view::Held held = view::WritePage(record, page, options);
+    Confirm(page);
+    if (held.samples < held.total)
+        Complain(Tr("view",
+                    "%1: the page holds %2 of %3 samples around the trigger; --window SECONDS chooses how "
+                    "many, --full takes all")
+                     .arg(page)
+                     .arg(held.samples)
+                     .arg(held.total));
+    return held;
+}
+
+// What is odd about the record, whichever device made it.
+void ComplainOfRecord(const QString& file, const view::Held& held)
+{
+    if (held.announced != held.total)
+        Complain(Tr("view", "%1: the configuration announces %2 samples, the data have %3")
+                     .arg(file, QString::number(held.announced), QString::number(held.total)));
+    if (!held.hasTrigger)
+        Complain(Tr("view",
+                    "%1: the trigger time lies outside the record's samples; check the start time, the "
+                    "trigger time and the sampling rates in its configuration")
+                     .arg(file));
+    if (held.missing > 0)
+        Complain(Tr("view", "%1: missing analog values: %2 (channels: %3); the traces have gaps there, and a "
+                            "period with a gap has no RMS and no angle")
+                     .arg(file, QString::number(held.missing), QString::number(held.incomplete)));
+}
+
+void WriteAll(const ViewOptions& options, const QString& record)
+{
+    view::Options settings;
+    settings.window = options.window;
+    settings.full = options.full;
+    settings.source = QFileInfo(Text(options.file)).fileName();
+    const bool pictureAlone = options.page.empty() && !(options.svg.empty() && options.png.empty());
+    view::Held held;
+    if (!pictureAlone)
+        held = PutPage(record, options.page.empty() ? DefaultPage(Text(options.file)) : Text(options.page),
+                       settings);
+    const std::pair<const std::string&, view::Picture> pictures[] = {{options.svg, view::Picture::Svg},
+                                                                     {options.png, view::Picture::Png}};
+    for (const auto& [path, format] : pictures) {
+        if (path.empty() || interrupt::Came())
+            continue;
+        held = view::WritePicture(record, Text(path), format, settings);
+        Confirm(Text(path));
+    }
+    ComplainOfRecord(Text(options.file), held);
+}
+
+int RunView(const ViewOptions& options)
+{
+    // However it ends, the temporary record of a recording goes: Ctrl-C lets the work at hand come to its
+    // end, and a reader of standard output that goes away is a failure.
+    interrupt::Install();
+    std::signal(SIGPIPE, SIG_IGN);
+    CheckIsNoInput(QStringLiteral("--out"), Text(options.page), Text(options.file));
+    CheckIsNoInput(QStringLiteral("--svg"), Text(options.svg), Text(options.file));
+    CheckIsNoInput(QStringLiteral("--png"), Text(options.png), Text(options.file));
+    try {
+        const RecordSource source(Text(options.file),
+                                  {Text(options.ini), Text(options.defaults), Text(options.device)},
+                                  options.plain);
+        if (!interrupt::Came())
+            WriteAll(options, source.Path());
+    } catch (const comtrade::Error& error) {
+        Complain(QString::fromUtf8(error.what()));
+        return ExitFailed;
+    } catch (const view::Error& error) {
+        Complain(QString::fromUtf8(error.what()));
+        return ExitFailed;
+    } catch (const SourceError& error) {
+        Complain(QString::fromUtf8(error.what()));
+        return ExitFailed;
+    }
+    return interrupt::Came() ? interrupt::ExitCode() : ExitDone;
+}
+
+void AddOutputOptions(CLI::App& command, ViewOptions& options)
+{
+    command
+        .add_option("-o,--out", options.page,
+                    HelpText("view", "The page; - is standard output. Default: FILE with the ending .html"))
+        ->type_name("FILE");
+    command
+        .add_option("--svg", options.svg,
+                    HelpText("view", "Write an overview as an SVG picture; without -o no page"))
+        ->type_name("FILE");
+    command
+        .add_option("--png", options.png, HelpText("view", "Write the overview as a PNG picture; likewise"))
+        ->type_name("FILE");
+    CLI::Option* window =
+        command
+            .add_option(
+                "--window", options.window,
+                HelpText("view", "Hold this many seconds around the trigger, a third of them ahead of it"))
+            ->check(values::Number(0.001, 1e6))
+            ->type_name("SECONDS");
+    command
+        .add_flag("--full", options.full,
+                  HelpText("view", "Hold all samples, however large the page becomes"))
+        ->excludes(window);
+}
+
+void AddChoiceOptions(CLI::App& command, ViewOptions& options)
+{
+    CLI::Option* plain = command.add_flag(
+        "--plain", options.plain,
+        HelpText("view",
+                 "Take no ini file: names as in the recording, a report without the values of circuits"));
+    command
+        .add_option("--ini", options.ini,
+                    HelpText("view",
+                             "The recorders' ini file. Default: ZuDrv.ini beside the recording or in the "
+                             "current directory, if there is one"))
+        ->excludes(plain)
+        ->type_name("FILE");
+    command
+        .add_option(
+            "--defaults", options.defaults,
+            HelpText("view", "Section of the ini file with the defaults. Default: the section [Default]"))
+        ->excludes(plain)
+        ->type_name("SECTION");
+    command
+        .add_option(
+            "--device", options.device,
+            HelpText("view", "Section of the ini file for this recorder. Default: the only other section"))
+        ->excludes(plain)
+        ->type_name("SECTION");
+}
+
+} // namespace
+
+bool PaintsPicture(int count, char** arguments)
+{
+    if (count < 2 || std::strcmp(arguments[1], "view") != 0)
+        return false;
+    for (int i = 2; i < count; ++i)
+        if (std::strncmp(arguments[i], "--svg", 5) == 0 || std::strncmp(arguments[i], "--png", 5) == 0)
+            return true;
+    return false;
+}
+
+void AddViewCommand(CLI::App& app, Action& chosen)
+{
+    CLI::App* command = app.add_subcommand(
+        "view",
+        HelpText("view", "Show a recording or COMTRADE record as a page for the browser, or as a picture"));
+    const auto options = std::make_shared<ViewOptions>();
+    command->add_option("FILE", options->file, HelpText("view", "The recording or record"))
+        ->required()
+        ->type_name("");
+    AddOutputOptions(*command, *options);
+    AddChoiceOptions(*command, *options);
+    command->footer(HelpText(
+        "view",
+        "FILE is the first file of a recording (.ZU, its continuations beside it) or a COMTRADE record (.cfg "
+        "or\n"
+        ".cff). The page is one HTML file with everything in it: mail it, archive it, open it without a "
+        "network.\n"
+        "A recording needs no ini file; with one, its names, circuits and bays are those of the converted "
+        "record.\n"
+        "Beyond 64 MB of samples the page holds a window around the trigger and says so.\n"
+        "\n"
+        "Exit code: 0 written, 1 the record cannot be read or the page cannot be written, 2 wrong usage, 130 "
+        "ended\n"
+        "by Ctrl-C (143 by SIGTERM).\n"
+        "\n"
+        "Example, with the sample station:\n"
+        "  zucmtr sample --out station --force\n"
+        "  zucmtr view station/Vostochnaya_000123.ZU -o station/fault.html"));
+    command->callback([options, &chosen] { chosen = [options] { return RunView(*options); }; });
+}

@@ -1,0 +1,50 @@
+#include "zucmtr/commands/workoptions.h"
+
+#include "text/texts.h"
+#include "zucmtr/terminal/checks.h"
+#include "zucmtr/terminal/command.h"
+
+#include <CLI/CLI.hpp>
+
+void AddWorkOptions(CLI::App& command, WorkOptions& options)
+{
+    command.add_flag("--view", options.view,
+                     HelpText("work", "Write a page for the browser beside each record, as 'zucmtr view'"));
+    CLI::Option* verify =
+        command.add_flag("--verify")
+            ->description(
+                HelpText("work", "Read each record back and compare it with its recording (the default)"));
+    command.add_flag("--no-verify", options.noVerify, HelpText("work", "Do not read the records back"))
+        ->excludes(verify);
+    CLI::Option* remove = command.add_flag(
+        "--remove-source", options.removeSource,
+        HelpText("work", "Delete each recording after its record is verified and on the disk"));
+    command
+        .add_option("--archive", options.archive,
+                    HelpText("work",
+                             "Existing directory to which each recording is moved after its record is "
+                             "verified and on the disk"))
+        ->type_name("DIR")
+        ->excludes(remove);
+}
+
+bool PutsAway(const WorkOptions& options)
+{
+    return options.removeSource || !options.archive.empty();
+}
+
+WorkOrder OrderOf(const WorkOptions& options, const QString& out)
+{
+    if (PutsAway(options) && options.noVerify)
+        throw ConfigurationError(
+            Tr("work", "--remove-source and --archive need a verified record; leave --no-verify out"));
+    WorkOrder order;
+    order.out = out;
+    order.verify = !options.noVerify;
+    order.view = options.view;
+    order.removeSource = options.removeSource;
+    if (!options.archive.empty())
+        order.archive =
+            CheckedDirectory(QStringLiteral("--archive"), QString::fromStdString(options.archive));
+    return order;
+}

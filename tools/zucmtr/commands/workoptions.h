@@ -1,0 +1,29 @@
+// The options of what is done with each recording: verification, a page, putting away.
+#pragma once
+
+#include "zucmtr/run/worker.h"
+
+#include <string>
+
+namespace CLI {
+class App;
+}
+
+struct WorkOptions
+{
+    bool noVerify = false;
+    bool view = false;
+    bool removeSource = false;
+    std::string archive;
+};
+
+/// Adds --view, --verify, --no-verify, --remove-source and --archive to a subcommand; options must live as
+/// long as it.
+void AddWorkOptions(CLI::App& command, WorkOptions& options);
+
+/// Whether recordings are put away.
+bool PutsAway(const WorkOptions& options);
+
+/// The order that they make, for records that go to out. Throws ConfigurationError if the archive is no
+/// directory, or if recordings are to be put away unverified.
+WorkOrder OrderOf(const WorkOptions& options, const QString& out);

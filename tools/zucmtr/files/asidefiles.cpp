@@ -1,0 +1,359 @@
+#include "zucmtr/files/asidefiles.h"
+
+#include "text/texts.h"
+#include "zucmtr/files/asidename.h"
+#include "zucmtr/host/recordinglist.h"
+
+#include <QDirIterator>
+#include <QFile>
+#include <QFileInfo>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <csignal>
+#include <fcntl.h>
+#include <iterator>
+#include <linux/magic.h>
+#include <map>
+#include <sys/vfs.h>
+#include <unistd.h>
+
+using systemfile::Identity;
+using systemfile::Links;
+using systemfile::Lock;
+using systemfile::ReasonOf;
+
+namespace sourcefiles {
+
+namespace {
+
+QString UndeletedText(const QString& path, int error)
+{
+    return Tr("sources", "'%1' could not be deleted: %2; delete it yourself, its record is verified")
+        .arg(path, ReasonOf(error));
+}
+
+[[noreturn]] void ThrowUndeleted(const QString& path, int error)
+{
+    throw Error(UndeletedText(path, error));
+}
+
+// "rec.ZU" and its continuations as "rec-2.ZU" and so on.
+QString NumberedName(const QString& path, int number)
+{
+    if (number == 1)
+        return path;
+    const int dot = path.lastIndexOf(QLatin1Char('.'));
+    return path.left(dot) + QStringLiteral("-%1").arg(number) + path.mid(dot);
+}
+
+bool IsFree(const std::vector<AsideFile>& files, int number)
+{
+    return std::none_of(files.begin(), files.end(), [&](const AsideFile& file) {
+        return !file.aside.isEmpty() && systemfile::IsTaken(NumberedName(file.own, number));
+    });
+}
+
+// The name and the aside name lead to one file: moved on a file system without such a rename, and killed.
+bool HasBothNames(const AsideFile& file)
+{
+    Identity own;
+    Identity aside;
+    return systemfile::Identify(file.own, own, Links::Kept) == 0 &&
+           systemfile::Identify(file.aside, aside, Links::Kept) == 0 && own.IsSameFile(aside);
+}
+
+// False if the file has one name alone.
+bool DropSecondName(AsideFile& file)
+{
+    if (file.aside.isEmpty() || !HasBothNames(file) || unlink(QFile::encodeName(file.aside).constData()) != 0)
+        return false;
+    file.aside.clear();
+    return true;
+}
+
+// The first file last, as it vouches for the others.
+QStringList PutBackAll(std::vector<AsideFile>& files)
+{
+    constexpr int mostNumbers = 10000;
+    std::for_each(files.begin(), files.end(), DropSecondName);
+    int number = 1;
+    while (number < mostNumbers && !IsFree(files, number))
+        ++number;
+    QStringList notes;
+    bool isWhole = true;
+    for (auto file = files.rbegin(); file != files.rend(); ++file) {
+        if (file->aside.isEmpty())
+            continue;
+        // Without its continuations the first file would be taken for the whole recording.
+        if (!isWhole && std::next(file) == files.rend()) {
+            notes << Tr("sources",
+                        "'%1' is now called '%2', as its continuations could not get their names back")
+                         .arg(file->own, file->aside);
+            break;
+        }
+        const QString old = file->own;
+        file->own = NumberedName(old, number);
+        if (DropSecondName(*file))
+            continue;
+        const int error = systemfile::RenameToFree(file->aside, file->own);
+        if (error != 0) {
+            notes << Tr("sources", "'%1' is now called '%2' and could not get its name back: %3; rename it")
+                         .arg(old, file->aside, ReasonOf(error));
+            isWhole = false;
+            continue;
+        }
+        if (number > 1)
+            notes << Tr("sources", "'%1' is now called '%2', because another file has taken its name")
+                         .arg(old, file->own);
+        file->aside.clear();
+    }
+    return notes;
+}
+
+// Whether the system itself knows of everybody who has a file of this file system open.
+bool IsLocal(int file)
+{
+    constexpr std::array<unsigned long, 7> local = {EXT4_SUPER_MAGIC,     XFS_SUPER_MAGIC,  BTRFS_SUPER_MAGIC,
+                                                    TMPFS_MAGIC,          F2FS_SUPER_MAGIC, MSDOS_SUPER_MAGIC,
+                                                    OVERLAYFS_SUPER_MAGIC};
+    struct statfs status = {};
+    return fstatfs(file, &status) == 0 &&
+           std::find(local.begin(), local.end(), static_cast<unsigned long>(status.f_type)) != local.end();
+}
+
+// Takes a lease, which is only given while nobody has the file open for writing, and keeps writers waiting
+// until ReturnLease. True also where there are no leases, or none for this user.
+bool TakeLease(int file)
+{
+    if (!IsLocal(file))
+        return true;
+    // The signal that tells of somebody who waits; the usual one would end the program, this one does
+    // nothing.
+    fcntl(file, F_SETSIG, SIGURG);
+    return fcntl(file, F_SETLEASE, F_RDLCK) == 0 || errno != EAGAIN;
+}
+
+void ReturnLease(int file)
+{
+    fcntl(file, F_SETLEASE, F_UNLCK);
+}
+
+// Files of one recording that lie aside in a directory.
+class LeftAside
+{
+public:
+    void Add(const QString& path, const AsideName& name)
+    {
+        files.push_back({QFileInfo(path).path() + QLatin1Char('/') + name.Original(), path});
+        done.push_back(name.IsDone());
+    }
+
+    void Recover(Recovered& recovered)
+    {
+        std::stable_partition(files.begin(), files.end(), IsFirst);
+        if (!TakeAll())
+            return;
+        const bool putAway = !IsFirst(files.front()) && std::count(done.begin(), done.end(), false) == 0;
+        if (putAway)
+            Remove(recovered);
+        else
+            PutBack(recovered);
+    }
+
+private:
+    static bool IsFirst(const AsideFile& file) { return FirstFileOf(file.own).isEmpty(); }
+
+    // False if a running program has one of them.
+    bool TakeAll()
+    {
+        held.resize(files.size());
+        for (size_t number = 0; number < files.size(); ++number) {
+            if (!systemfile::TakeAbandoned(files[number].aside, held[number]))
+                return false;
+        }
+        return true;
+    }
+
+    void Remove(Recovered& recovered)
+    {
+        for (const AsideFile& file : files) {
+            if (unlink(QFile::encodeName(file.aside).constData()) == 0)
+                recovered.removed << file.own;
+            else
+                recovered.notes << UndeletedText(file.aside, errno);
+        }
+    }
+
+    void PutBack(Recovered& recovered)
+    {
+        recovered.notes += PutBackAll(files);
+        for (const AsideFile& file : files) {
+            if (file.aside.isEmpty())
+                recovered.back << file.own;
+        }
+    }
+
+    std::vector<AsideFile> files;
+    std::vector<bool> done;
+    std::vector<systemfile::Descriptor> held; // locks
+};
+
+} // namespace
+
+AsideFiles::AsideFiles(const ChainFiles& chain_) : chain(chain_), token(AsideName::NewToken())
+{
+    for (const QString& path : chain.Paths())
+        files.push_back({path, QString()});
+    for (size_t number = 0; number < files.size(); ++number) {
+        if (systemfile::LockShared(chain.FileOf(number)) == Lock::Held)
+            ThrowChanged(Tr("sources", "'%1' is locked by another program").arg(files[number].own));
+    }
+}
+
+AsideFiles::~AsideFiles()
+{
+    PutBack();
+    for (size_t number = 0; number < files.size(); ++number) {
+        ReturnLease(chain.Descriptor(number));
+        systemfile::Unlock(chain.FileOf(number));
+    }
+}
+
+void AsideFiles::Move()
+{
+    for (size_t number = 0; number < files.size(); ++number)
+        MoveOne(number);
+    for (size_t number = 0; number < files.size(); ++number)
+        Look(number);
+    const QString arrived = chain.Arrived();
+    if (!arrived.isEmpty())
+        ThrowChanged(Tr("sources", "'%1' came after the recording was read").arg(arrived));
+}
+
+void AsideFiles::MoveOne(size_t number)
+{
+    AsideFile& file = files[number];
+    const QString path = AsideName::PathOf(file.own, token);
+    const int error = systemfile::RenameToOwn(file.own, path);
+    if (error == ENOENT)
+        ThrowChanged(Tr("sources", "'%1' is gone since it was read").arg(file.own));
+    if (error == ENAMETOOLONG)
+        throw Error(Tr("sources", "'%1' could not be put away: the name is too long; give it a shorter one")
+                        .arg(file.own));
+    if (error != 0)
+        throw Error(systemfile::IsNoRoom(error) ? Trouble::NoRoom : Trouble::File,
+                    Tr("sources",
+                       "'%1' could not be put away: %2; it is where it was; give this user the permission "
+                       "to change its directory, or put it away yourself, its record is verified")
+                        .arg(file.own, ReasonOf(error, QFileInfo(file.own).path())));
+    file.aside = path;
+}
+
+void AsideFiles::Look(size_t number)
+{
+    const AsideFile& file = files[number];
+    if (!TakeLease(chain.Descriptor(number)))
+        ThrowChanged(Tr("sources", "'%1' is still open for writing in another program").arg(file.own));
+    const Identity& read = chain.Of(number);
+    Identity name;
+    Identity target;
+    bool same = false;
+    int error = systemfile::Identify(file.aside, name, Links::Kept);
+    if (error == 0)
+        error = systemfile::Identify(file.aside, target);
+    if (error == 0 && (!name.IsSameFile(chain.NameOf(number)) || !target.IsSameFile(read)))
+        ThrowChanged(Tr("sources", "'%1' is another file than the one that was read").arg(file.own));
+    if (error == 0)
+        error = chain.CompareContent(number, same);
+    if (error != 0)
+        ThrowChanged(Tr("sources", "'%1' could not be looked at again: %2").arg(file.own, ReasonOf(error)));
+    if (!same || target.modified != read.modified)
+        ThrowChanged(Tr("sources", "'%1' changed after it was read").arg(file.own));
+}
+
+void AsideFiles::RemoveFirst()
+{
+    // From now on, what is left of the others when the first file is gone was put away.
+    for (size_t number = 1; number < files.size(); ++number) {
+        const QString path = AsideName::PathOf(files[number].own, token, true);
+        const int error = systemfile::RenameToOwn(files[number].aside, path);
+        if (error != 0)
+            ThrowUndeleted(files[number].own, error);
+        files[number].aside = path;
+    }
+    if (unlink(QFile::encodeName(files.front().aside).constData()) != 0)
+        ThrowUndeleted(files.front().own, errno);
+    files.front().aside.clear();
+    putAway = true;
+}
+
+void AsideFiles::RemoveRest()
+{
+    for (size_t number = 1; number < files.size(); ++number) {
+        if (unlink(QFile::encodeName(files[number].aside).constData()) != 0)
+            ThrowUndeleted(files[number].aside, errno);
+        files[number].aside.clear();
+    }
+}
+
+int AsideFiles::MoveOnlyTo(const QString& path)
+{
+    const int error = systemfile::RenameToFree(files.front().aside, path);
+    if (error == 0) {
+        files.front().aside.clear();
+        putAway = true;
+    }
+    return error;
+}
+
+QStringList AsideFiles::PutBack()
+{
+    return putAway ? QStringList() : PutBackAll(files);
+}
+
+Recovered Recover(const QString& directory)
+{
+    std::map<QString, LeftAside> recordings;
+    for (const QString& name : systemfile::NamesIn(directory)) {
+        const AsideName aside(name);
+        if (!aside.IsOne())
+            continue;
+        const QString first = FirstFileOf(aside.Original());
+        const QString key = (first.isEmpty() ? aside.Original() : first) + QLatin1Char('/') + aside.Token();
+        recordings[key].Add(directory + QLatin1Char('/') + name, aside);
+    }
+    Recovered recovered;
+    for (auto& recording : recordings)
+        recording.second.Recover(recovered);
+    return recovered;
+}
+
+Recovered RecoverAll(const QStringList& arguments, bool recursive)
+{
+    QStringList directories;
+    for (const QString& argument : arguments) {
+        const QFileInfo info(argument);
+        if (!info.isDir()) {
+            directories << info.path();
+            continue;
+        }
+        directories << argument;
+        QDirIterator below(argument, QDir::Dirs | QDir::NoDotAndDotDot | QDir::NoSymLinks,
+                           recursive ? QDirIterator::Subdirectories : QDirIterator::NoIteratorFlags);
+        while (recursive && below.hasNext())
+            directories << below.next();
+    }
+    directories.removeDuplicates();
+    Recovered all;
+    for (const QString& directory : directories) {
+        const Recovered one = Recover(directory);
+        all.back << one.back;
+        all.removed << one.removed;
+        all.notes << one.notes;
+    }
+    return all;
+}
+
+} // namespace sourcefiles

@@ -1,0 +1,99 @@
+#include "zucmtr/files/sourcefiles.h"
+
+#include "text/texts.h"
+#include "zucmtr/files/archivecopies.h"
+
+namespace sourcefiles {
+
+namespace {
+
+void SyncPath(const QString& path, const QString& directory)
+{
+    const int error = systemfile::Sync(path);
+    if (error != 0)
+        throw Error(systemfile::IsNoRoom(error) ? Trouble::NoRoom : Trouble::File,
+                    Tr("sources",
+                       "'%1' could not be written to the disk: %2; the recording is kept; check the "
+                       "disk, then convert again")
+                        .arg(path, systemfile::ReasonOf(error, directory)));
+}
+
+void Check(const ChainFiles& chain)
+{
+    QString what;
+    if (!chain.IsUnchanged(&what))
+        ThrowChanged(what);
+    if (!chain.Beyond().isEmpty())
+        ThrowChanged(Tr("sources", "'%1' is there, but not the file before it").arg(chain.Beyond().front()));
+}
+
+// Does a step; if it fails, puts the files back and says so.
+template <class Step>
+void OrPutBack(AsideFiles& aside, Step step)
+{
+    try {
+        step();
+    } catch (const Error& error) {
+        const QStringList notes = aside.PutBack();
+        if (notes.isEmpty())
+            throw;
+        throw Error(error.trouble,
+                    QString::fromUtf8(error.what()) + QStringLiteral("; ") + notes.join(QLatin1String("; ")));
+    }
+}
+
+void MoveIn(AsideFiles& aside, ArchiveCopies& copies)
+{
+    aside.Move();
+    copies.Finish();
+    if (copies.NeedsMove()) {
+        const int error = aside.MoveOnlyTo(copies.TargetOf(0));
+        if (error != 0)
+            copies.Fail(0, error);
+    } else {
+        aside.RemoveFirst();
+        copies.Keep();
+        aside.RemoveRest();
+    }
+}
+
+} // namespace
+
+void Sync(const QStringList& files, const QString& directory)
+{
+    for (const QString& file : files)
+        SyncPath(file, directory);
+    SyncPath(directory, directory);
+}
+
+void Remove(const ChainFiles& chain)
+{
+    Check(chain);
+    AsideFiles aside(chain);
+    OrPutBack(aside, [&] {
+        aside.Move();
+        aside.RemoveFirst();
+        aside.RemoveRest();
+    });
+}
+
+void Archive(const ChainFiles& chain, const QString& directory)
+{
+    Check(chain);
+    AsideFiles aside(chain); // locked before they have names in the archive
+    ArchiveCopies copies(chain, directory);
+    copies.Place();
+    OrPutBack(aside, [&] { MoveIn(aside, copies); });
+}
+
+void Remove(const QStringList& files)
+{
+    Remove(ChainFiles(files));
+}
+
+void Archive(const QStringList& files, const QString& directory)
+{
+    Archive(ChainFiles(files), directory);
+}
+
+} // namespace sourcefiles

@@ -1,0 +1,324 @@
+#include "zucmtr/files/staging.h"
+
+#include "text/texts.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+const QString NamePattern = QStringLiteral(".zucmtr-??????");
+
+bool LockFile(int file, int operation)
+{
+    while (flock(file, operation) != 0) {
+        if (errno != EINTR)
+            return false;
+    }
+    return true;
+}
+
+int OpenDirectory(const QByteArray& path)
+{
+    return open(path.constData(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
+}
+
+// Whether the path still leads to the directory that was opened.
+bool IsStillThere(const QByteArray& path, int file)
+{
+    struct stat named = {};
+    struct stat opened = {};
+    if (lstat(path.constData(), &named) != 0)
+        return errno != ENOENT;
+    return fstat(file, &opened) == 0 && named.st_dev == opened.st_dev && named.st_ino == opened.st_ino;
+}
+
+// 0, or the errno of the failure.
+int SyncPath(const QByteArray& path, int flags)
+{
+    const int file = open(path.constData(), O_RDONLY | O_CLOEXEC | flags);
+    if (file < 0)
+        return errno;
+    // Some file systems know no such request for a directory.
+    const bool written = fsync(file) == 0 || (flags != 0 && errno == EINVAL);
+    const int code = written ? 0 : errno;
+    close(file);
+    return code;
+}
+
+// Whether a directory has nothing in it but what is written here, so that it is none of the user's.
+bool HoldsARecordAlone(const QString& path)
+{
+    static const QStringList endings = {"cfg",    "dat",    "hdr",    "inf",    "cff",  "cfgtmp",
+                                        "dattmp", "hdrtmp", "inftmp", "cfftmp", "html", "earlier"};
+    const QFileInfoList inside =
+        QDir(path).entryInfoList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
+    return std::all_of(inside.begin(), inside.end(), [](const QFileInfo& file) {
+        const bool isOurs = endings.contains(file.suffix()) || file.fileName() == QLatin1String("room") ||
+                            file.fileName().contains(QStringLiteral(".html."));
+        return isOurs && (file.isSymLink() || !file.isDir());
+    });
+}
+
+bool IsContainer(const QString& configuration)
+{
+    return configuration.endsWith(QLatin1String(".cff"));
+}
+
+// The record's files that the library replaces or removes, the configuration first.
+QStringList Touched(const QStringList& names)
+{
+    QStringList touched = names;
+    if (IsContainer(names.first()))
+        return touched;
+    for (const char* extension : {".dat", ".hdr", ".inf"})
+        touched << names.first().chopped(4) + QLatin1String(extension);
+    touched.removeDuplicates();
+    return touched;
+}
+
+} // namespace
+
+bool StagingError::NoRoom() const
+{
+    return code == ENOSPC || code == EDQUOT;
+}
+
+QString DiskReason(int code, const QString& directory)
+{
+    if (code == ENOSPC || code == EDQUOT)
+        return Tr("staging", "no room left on the disk of %1").arg(directory);
+    return qt_error_string(code);
+}
+
+Staging::Staging(const QString& out_) : out(out_)
+{
+    // Between the making and the lock it looks like one of a killed run, and may be removed as such.
+    do {
+        if (handle >= 0)
+            close(handle);
+        Make();
+    } while ((!LockFile(handle, LOCK_EX | LOCK_NB) && errno == EWOULDBLOCK) ||
+             !IsStillThere(QFile::encodeName(directory), handle));
+}
+
+void Staging::Make()
+{
+    QByteArray path = QFile::encodeName(out + QStringLiteral("/.zucmtr-XXXXXX"));
+    const bool made = mkdtemp(path.data()) != nullptr;
+    handle = made ? OpenDirectory(path) : -1;
+    const int code = errno;
+    directory = QFile::decodeName(path);
+    if (handle >= 0 || (made && code == ENOENT)) // removed already
+        return;
+    if (made)
+        rmdir(path.constData());
+    throw StagingError(
+        Tr("staging", "no directory for new records can be made in '%1': %2").arg(out, DiskReason(code, out)),
+        code);
+}
+
+Staging::~Staging()
+{
+    QDir(directory).removeRecursively();
+    close(handle);
+    if (lock >= 0)
+        close(lock);
+}
+
+QByteArray Staging::Own(const QString& name) const
+{
+    return QFile::encodeName(directory + QLatin1Char('/') + name);
+}
+
+QByteArray Staging::Final(const QString& name) const
+{
+    return QFile::encodeName(out + QLatin1Char('/') + name);
+}
+
+void Staging::Sync(const QStringList& names)
+{
+    for (const QString& name : names) {
+        if (synced.contains(name))
+            continue;
+        const int code = SyncPath(Own(name), 0);
+        if (code != 0)
+            Fail(name, code);
+        synced << name;
+    }
+}
+
+bool Staging::IsDiskFull() const
+{
+    constexpr int room = 64 * 1024; // bytes
+    const QByteArray path = Own(QStringLiteral("room"));
+    const int file = open(path.constData(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
+    int code = file < 0 ? errno : 0;
+    if (file >= 0) {
+        const QByteArray block(4096, 'x');
+        for (int written = 0; written < room && code == 0; written += block.size()) {
+            if (write(file, block.constData(), static_cast<size_t>(block.size())) < 0)
+                code = errno;
+        }
+        close(file);
+        unlink(path.constData());
+    }
+    return code == ENOSPC || code == EDQUOT;
+}
+
+void Staging::Lock()
+{
+    if (lock >= 0)
+        return;
+    lock = open(QFile::encodeName(out).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (lock >= 0)
+        LockFile(lock, LOCK_EX);
+}
+
+void Staging::Commit(const QStringList& names, bool sync)
+{
+    if (sync)
+        Sync(names);
+    Lock();
+    CheckNames(names);
+    RemoveTemporary(names.first());
+    if (names.size() == 1 && IsContainer(names.first())) {
+        Replace(names.first());
+    } else {
+        SetAside(Touched(names));
+        for (int i = names.size(); i-- > 0;) // the configuration last
+            PutInPlace(names[i]);
+    }
+    const int code = sync ? SyncPath(QFile::encodeName(out), O_DIRECTORY) : 0;
+    if (code != 0)
+        Fail(names.first(), code);
+    moves.clear();
+}
+
+// What would fail halfway is looked for before anything is touched.
+void Staging::CheckNames(const QStringList& names) const
+{
+    struct stat status = {};
+    for (const QString& name : names) {
+        if (lstat(Own(name).constData(), &status) == 0)
+            continue;
+        const int code = errno;
+        throw StagingError(
+            Tr("staging", "the record's file '%1' was not written: %2").arg(name, DiskReason(code, out)),
+            code);
+    }
+    for (const QString& name : Touched(names)) {
+        const QByteArray path = Final(name);
+        if (lstat(path.constData(), &status) != 0 || S_ISREG(status.st_mode) || S_ISLNK(status.st_mode))
+            continue;
+        if (S_ISDIR(status.st_mode))
+            throw StagingError(Tr("staging", "'%1' is a directory; the record needs the name, move it away")
+                                   .arg(QFile::decodeName(path)),
+                               EISDIR);
+        throw StagingError(
+            Tr("staging", "'%1' is a device or a pipe; the record needs the name, move it away")
+                .arg(QFile::decodeName(path)),
+            EEXIST);
+    }
+}
+
+// The temporary files that a conversion right into the directory leaves when it is killed.
+void Staging::RemoveTemporary(const QString& configuration) const
+{
+    QStringList extensions = {QStringLiteral(".cfgtmp"), QStringLiteral(".dattmp"), QStringLiteral(".hdrtmp"),
+                              QStringLiteral(".inftmp")};
+    if (IsContainer(configuration))
+        extensions << QStringLiteral(".cfftmp");
+    for (const QString& extension : extensions) {
+        const QByteArray path = Final(configuration.chopped(4) + extension);
+        if (unlink(path.constData()) == 0 || errno == ENOENT || errno == EISDIR)
+            continue;
+        const int code = errno;
+        throw StagingError(Tr("staging", "'%1' could not be removed: %2")
+                               .arg(QFile::decodeName(path), DiskReason(code, out)),
+                           code);
+    }
+}
+
+bool Staging::Rename(const QByteArray& from, const QByteArray& to, unsigned int flags)
+{
+    const int result = flags == 0 ? std::rename(from.constData(), to.constData())
+                                  : renameat2(AT_FDCWD, from.constData(), AT_FDCWD, to.constData(), flags);
+    if (result == 0)
+        moves.push_back({from, to, flags});
+    return result == 0;
+}
+
+void Staging::SetAside(const QStringList& names)
+{
+    for (int i = 0; i < names.size(); ++i) {
+        if (!Rename(Final(names[i]), Own(QStringLiteral("%1.earlier").arg(i)), 0) && errno != ENOENT)
+            Fail(names[i], errno);
+    }
+}
+
+void Staging::PutInPlace(const QString& name)
+{
+    if (!Rename(Own(name), Final(name), 0))
+        Fail(name, errno);
+}
+
+// A record of one file takes the place of the earlier one in one step.
+void Staging::Replace(const QString& name)
+{
+    if (Rename(Own(name), Final(name), RENAME_EXCHANGE))
+        return;
+    const bool canExchange = errno != EINVAL && errno != ENOSYS;
+    if (canExchange && errno != ENOENT)
+        Fail(name, errno);
+    PutInPlace(name);
+    if (!canExchange) // the earlier one is gone: there is no way back
+        moves.clear();
+}
+
+// Ends at a move that cannot be undone: an earlier configuration must not come back to other pieces. Gives
+// that file's name; empty if all is as it was.
+QString Staging::UndoAll()
+{
+    for (; !moves.empty(); moves.pop_back()) {
+        const Move& move = moves.back();
+        const int result = move.flags == 0 ? std::rename(move.to.constData(), move.from.constData())
+                                           : renameat2(AT_FDCWD, move.to.constData(), AT_FDCWD,
+                                                       move.from.constData(), move.flags);
+        if (result != 0)
+            return QFile::decodeName(move.from);
+    }
+    return QString();
+}
+
+void Staging::Fail(const QString& name, int code)
+{
+    const QString path = out + QLatin1Char('/') + name;
+    QString text = Tr("staging", "'%1' could not be put in place: %2").arg(path, DiskReason(code, out));
+    if (!UndoAll().isEmpty())
+        text += Tr("staging", "; what was there before could not be put back, convert the recording again");
+    throw StagingError(text, code);
+}
+
+void Staging::RemoveLeft(const QString& out)
+{
+    const QDir parent(out);
+    for (const QString& name : parent.entryList({NamePattern}, QDir::Dirs | QDir::Hidden)) {
+        const int handle = OpenDirectory(QFile::encodeName(parent.filePath(name)));
+        if (handle < 0)
+            continue;
+        if (HoldsARecordAlone(parent.filePath(name)) && LockFile(handle, LOCK_EX | LOCK_NB))
+            QDir(parent.filePath(name)).removeRecursively();
+        close(handle);
+    }
+}

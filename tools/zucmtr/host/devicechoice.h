@@ -1,0 +1,31 @@
+// Which ini file and which of its sections belong to the recordings, where the command line leaves it open.
+#pragma once
+
+#include "zucmtr/host/recordinglist.h"
+
+#include <QString>
+
+#include <vector>
+
+/// Empty texts are to be found out.
+struct DeviceChoice
+{
+    QString ini;
+    QString defaults; // section
+    QString device;   // section
+};
+
+/// The ini file that is found for a recording where none is named; empty if there is none.
+QString IniOf(const Recording& recording);
+
+/// Fills in what is empty. The ini file is the ZuDrv.ini beside the recordings, or above them up to the
+/// directory of the command line, or in the current directory; the defaults are the section "Default", the
+/// device is the one other section. Of a file with one section, that is both. Throws ConfigurationError,
+/// which lists the choices, where that leaves none or several, and for a named section that is not there.
+void CompleteChoice(DeviceChoice& choice, const std::vector<Recording>& recordings);
+
+/// The same for the ini file alone. It need not be there.
+void CompleteIni(DeviceChoice& choice, const std::vector<Recording>& recordings);
+
+/// The same for the ini file and the section of the defaults alone.
+void CompleteDefaults(DeviceChoice& choice, const std::vector<Recording>& recordings);

@@ -1,0 +1,54 @@
+// The program as the library's host: one converter, its log, and what it reports.
+#pragma once
+
+#include "text/reasons.h"
+#include "zucmtr/host/logfile.h"
+
+#include <QString>
+#include <QStringList>
+
+/// What became of one recording.
+struct Outcome
+{
+    bool converted = false;
+    QString outputName;                        // of a converted recording, without directory and extension
+    QString error;                             // why it was not converted
+    const char* reason = reason::NotConverted; // of the error
+    QStringList notes;                         // what else the device had to say
+    bool couldNotWrite = false;                // a file of the record
+    bool lackedMemory = false;                 // for a file of the recording, which then counts as its end
+};
+
+/// Owns the library's converter. There is one at a time.
+class Host
+{
+public:
+    /// Starts the converter with a log at logPath (empty: a temporary one). Throws ConfigurationError.
+    explicit Host(const QString& logPath);
+    ~Host();
+    Host(const Host&) = delete;
+    Host& operator=(const Host&) = delete;
+
+    /// Loads the defaults, once and first. A section that the file does not have is an error. Throws
+    /// ConfigurationError with the log's lines.
+    void LoadDefaults(const QString& iniPath, const QString& section);
+
+    /// Loads a device and gives its number. A section that the file does not have is an error, though the
+    /// library would make a device of defaults alone. Throws ConfigurationError with the log's lines.
+    unsigned int LoadDevice(const QString& iniPath, const QString& section);
+
+    /// How long the device's section says that a host should wait for a recording, milliseconds.
+    static unsigned int WaitTime(unsigned int device);
+
+    /// Converts one recording. Nothing is thrown: an exception of the library is the recording's failure.
+    Outcome Convert(const QString& file, const QString& outDirectory, unsigned int device);
+
+    /// The notes in the device's queue, which is empty afterwards.
+    static QStringList TakeNotes(unsigned int device);
+
+private:
+    /// The lines on a failed load: what failed, the log's lines about it, and what explains more.
+    QStringList LoadFailure(const QString& what, const QString& iniPath);
+
+    LogFile log;
+};

@@ -1,0 +1,67 @@
+// A run over many recordings by several workers at once, told in the order of the list.
+#pragma once
+
+#include "zucmtr/host/recordinglist.h"
+#include "zucmtr/run/batchitem.h"
+
+#include <condition_variable>
+#include <deque>
+#include <functional>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <vector>
+
+class Worker;
+
+/// When a run begins no further recording, and where its records lie.
+struct BatchOrder
+{
+    bool failFast = false; // none after the first that failed
+    bool mirror = false;   // records lie below the output directory as their recordings do below `top`
+};
+
+class Batch
+{
+public:
+    /// One thread a worker. No recording is begun after an interrupt, or after two in a row for which a disk
+    /// had no room.
+    Batch(std::vector<std::unique_ptr<Worker>>& workers_, const std::vector<Recording>& recordings_,
+          const BatchOrder& order_);
+
+    /// Calls told with each recording that was begun, in the order of the list, and waiting about ten times a
+    /// second with the number of those that are done; both in the calling thread. Throws std::system_error if
+    /// no thread can be started.
+    void Run(const std::function<void(const BatchItem&)>& told, const std::function<void(size_t)>& waiting);
+
+    /// Recordings that were not begun since a disk is full.
+    size_t NotBegunForRoom() const;
+
+private:
+    struct Task
+    {
+        size_t number;
+        QString place; // of the record
+    };
+
+    void Work(Worker& worker);
+    QString PlaceOf(const Worker& worker, const Recording& recording) const;
+    bool Take(const Worker& worker, Task& task);
+    void Finish(const Task& task, BatchItem item);
+    void CountRoom(const BatchItem& item);
+    void Tell(const std::function<void(const BatchItem&)>& told, const std::function<void(size_t)>& waiting);
+
+    std::vector<std::unique_ptr<Worker>>& workers;
+    const std::vector<Recording>& recordings;
+    const BatchOrder order;
+
+    std::mutex mutex;
+    std::condition_variable changed;
+    size_t next = 0;    // recording that is begun next
+    size_t working = 0; // threads that have not ended
+    size_t done = 0;
+    size_t withoutRoom = 0; // recordings in a row for which a disk had none
+    bool stopped = false;
+    std::map<QString, std::deque<size_t>> turns; // at a record's place: the recordings at hand, in order
+    std::map<size_t, BatchItem> finished;        // and not told yet
+};

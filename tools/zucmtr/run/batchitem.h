@@ -1,0 +1,51 @@
+// What became of one recording of a run.
+#pragma once
+
+#include "text/reasons.h"
+#include "zucmtr/host/recordinglist.h"
+
+#include <QJsonObject>
+#include <QString>
+#include <QStringList>
+
+enum class ItemState {
+    Converted, // its record is written
+    Present,   // its record was there already and is right
+    Planned,   // it could be converted; nothing is written in a dry run
+    Failed
+};
+
+enum class SourceFate { Kept, Removed, Archived };
+
+/// What has to be mended before a failed recording can succeed.
+enum class Blame {
+    Recording, // it, or what lies at its record's name
+    Memory,    // not enough of it
+    Output,    // the directory of the records: missing, not writable, its disk full
+    Archive    // the same of the archive
+};
+
+struct BatchItem
+{
+    Recording recording;
+    ItemState state = ItemState::Failed;
+    QString error;                           // of a failed one: what is wrong and what to do
+    const char* reason = reason::Unexpected; // of the error
+    Blame blame = Blame::Recording;          // likewise
+    bool noRoom = false;                     // because a disk is full
+    QString recordName;    // without directory and extension; may be unknown for a failed one
+    QString directory;     // of the record
+    QStringList files;     // paths of the record's files
+    QStringList sources;   // paths of the recording's files, as far as they are known
+    QStringList notes;     // of the library, and of the program
+    bool written = false;  // by this run, whether it is right or not
+    bool verified = false; // the record was compared with the recording, and is right
+    SourceFate fate = SourceFate::Kept;
+    double seconds = 0;
+
+    /// Makes it a failed one. word is one of reasons.h.
+    void Fail(const char* word, const QString& text);
+};
+
+/// The item as programs are told of it; docs/json.md lists the keys.
+QJsonObject JsonOf(const BatchItem& item);

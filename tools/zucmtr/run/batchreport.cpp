@@ -1,0 +1,117 @@
+#include "zucmtr/run/batchreport.h"
+
+#include "text/texts.h"
+#include "zucmtr/terminal/console.h"
+
+#include <QJsonObject>
+
+namespace {
+
+// "file: text; note; note"
+QString WithNotes(const QString& text, const QStringList& notes)
+{
+    return (QStringList{text} + notes).join(QLatin1String("; "));
+}
+
+QString PlaceOf(const BatchItem& item)
+{
+    return item.directory + QLatin1Char('/') + item.recordName;
+}
+
+} // namespace
+
+BatchReport::BatchReport(ReportForm form_, bool comparesAll_, size_t total_)
+    : form(form_), comparesAll(comparesAll_), total(total_)
+{}
+
+void BatchReport::Tell(const Refusal& refusal)
+{
+    if (refusal.failed)
+        ++failed;
+    if (form != ReportForm::Json) {
+        if (refusal.failed || form == ReportForm::Lines)
+            Complain(refusal.path + QLatin1String(": ") + refusal.text);
+    } else if (refusal.failed) {
+        BatchItem item;
+        item.recording.path = refusal.path;
+        item.Fail(refusal.reason, refusal.text);
+        PrintJson(JsonOf(item));
+    }
+}
+
+QString BatchReport::Replaced(const BatchItem& item) const
+{
+    return item.written ? records.value(PlaceOf(item)) : QString();
+}
+
+void BatchReport::Tell(const BatchItem& item)
+{
+    if (item.state == ItemState::Failed)
+        ++failed;
+    else if (item.state == ItemState::Planned)
+        ++planned;
+    else if (item.state == ItemState::Present)
+        ++present;
+    else
+        ++converted;
+    if (form == ReportForm::Json) {
+        QJsonObject object = JsonOf(item);
+        if (!Replaced(item).isEmpty())
+            object["replaced"] = Replaced(item);
+        PrintJson(object);
+    } else {
+        TellLine(item);
+        TellReplaced(item);
+    }
+    if (item.written || item.state == ItemState::Present || item.state == ItemState::Planned)
+        records[PlaceOf(item)] = item.recording.path;
+}
+
+void BatchReport::TellLine(const BatchItem& item) const
+{
+    const QString& file = item.recording.path;
+    if (item.state == ItemState::Failed) {
+        Complain(WithNotes(file + QLatin1String(": ") + item.error, item.notes));
+        return;
+    }
+    if (form == ReportForm::Quiet)
+        return;
+    QString text = file + QLatin1String(" -> ");
+    if (item.state == ItemState::Planned)
+        text += item.directory + QLatin1Char('/');
+    text += item.recordName;
+    if (item.state == ItemState::Present)
+        text += Tr("batch", "; it was there already");
+    PrintLine(WithNotes(text, item.notes));
+}
+
+void BatchReport::TellReplaced(const BatchItem& item) const
+{
+    if (item.state == ItemState::Planned && records.contains(PlaceOf(item)))
+        Complain(Tr("batch", "%1: its record would have the name of that of %2; unless both are the same "
+                             "recording, convert them into different directories")
+                     .arg(item.recording.path, records.value(PlaceOf(item))));
+    if (!Replaced(item).isEmpty())
+        Complain(Tr("batch", "%1: its record replaced that of %2, which has the same name; convert them "
+                             "into different directories")
+                     .arg(item.recording.path, Replaced(item)));
+}
+
+void BatchReport::Summarise(double seconds) const
+{
+    if (total < 2 || form == ReportForm::Quiet)
+        return;
+    QStringList parts;
+    const auto add = [&parts](size_t count, const QString& text) {
+        if (count > 0)
+            parts << text.arg(count);
+    };
+    add(converted, comparesAll ? Tr("batch", "%1 converted and verified") : Tr("batch", "%1 converted"));
+    add(present, Tr("batch", "%1 there already"));
+    add(planned, Tr("batch", "%1 to convert"));
+    add(failed, Tr("batch", "%1 failed"));
+    add(total - converted - present - planned - failed, Tr("batch", "%1 not begun"));
+    Complain(
+        Tr("batch", "%1 recordings: %2; %3 s")
+            .arg(QString::number(total), parts.join(QLatin1String(", ")), QString::number(seconds, 'f', 2)));
+}

@@ -1,0 +1,45 @@
+// What a run tells: a line or a JSON object for each recording, and a summary.
+#pragma once
+
+#include "zucmtr/run/batchitem.h"
+
+#include <QMap>
+#include <QString>
+
+#include <cstddef>
+
+enum class ReportForm {
+    Lines, // a line on standard output for each record, failures on standard error
+    Quiet, // failures and warnings alone
+    Json   // one JSON object for each recording on standard output
+};
+
+class BatchReport
+{
+public:
+    /// total is the number of all recordings of the run.
+    BatchReport(ReportForm form_, bool comparesAll_, size_t total_);
+
+    /// An argument of which nothing is converted.
+    void Tell(const Refusal& refusal);
+    void Tell(const BatchItem& item);
+
+    /// The counts of all that was told, if there was more than one recording.
+    void Summarise(double seconds) const;
+
+    size_t Failed() const { return failed; }
+
+private:
+    void TellLine(const BatchItem& item) const;
+    void TellReplaced(const BatchItem& item) const;
+    QString Replaced(const BatchItem& item) const;
+
+    const ReportForm form;
+    const bool comparesAll;
+    const size_t total;
+    size_t converted = 0;
+    size_t present = 0;
+    size_t planned = 0;
+    size_t failed = 0;
+    QMap<QString, QString> records; // directory and name of a record to the file that it was made of
+};

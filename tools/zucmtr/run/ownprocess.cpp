@@ -1,0 +1,136 @@
+#include "zucmtr/run/ownprocess.h"
+
+#include "explain/system.h"
+#include "text/texts.h"
+#include "zucmtr/files/systemfile.h"
+
+#include <QDataStream>
+
+#include <array>
+#include <cerrno>
+#include <csignal>
+#include <fcntl.h>
+#include <set>
+#include <sys/prctl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace {
+
+QByteArray Packed(const BatchItem& item)
+{
+    QByteArray bytes;
+    QDataStream stream(&bytes, QIODevice::WriteOnly);
+    stream << static_cast<int>(item.state) << item.error << QByteArray(item.reason)
+           << static_cast<int>(item.blame) << item.noRoom << item.recordName << item.directory << item.files
+           << item.sources << item.notes << item.written << item.verified << static_cast<int>(item.fate)
+           << item.seconds;
+    return bytes;
+}
+
+// Words of reasons.h live as long as the program, so this one does.
+const char* Kept(const QByteArray& word)
+{
+    static std::set<QByteArray> words;
+    return words.insert(word).first->constData();
+}
+
+bool Unpack(const QByteArray& bytes, BatchItem& item)
+{
+    QDataStream stream(bytes);
+    int state = 0;
+    int blame = 0;
+    int fate = 0;
+    QByteArray reason;
+    stream >> state >> item.error >> reason >> blame >> item.noRoom >> item.recordName >> item.directory >>
+        item.files >> item.sources >> item.notes >> item.written >> item.verified >> fate >> item.seconds;
+    item.state = static_cast<ItemState>(state);
+    item.blame = static_cast<Blame>(blame);
+    item.fate = static_cast<SourceFate>(fate);
+    item.reason = Kept(reason);
+    return stream.status() == QDataStream::Ok && stream.atEnd();
+}
+
+[[noreturn]] void WorkAndEnd(const std::function<BatchItem()>& work, const std::function<void()>& prepare,
+                             int answer, pid_t program)
+{
+    prctl(PR_SET_PDEATHSIG, SIGKILL);
+    if (getppid() != program)
+        _exit(1); // it ended before it could be heard of
+    prepare();
+    const QByteArray bytes = Packed(work());
+    for (int at = 0; at < bytes.size();) {
+        const ssize_t size = write(answer, bytes.constData() + at, static_cast<size_t>(bytes.size() - at));
+        if (size < 0 && errno != EINTR)
+            _exit(1);
+        at += size > 0 ? static_cast<int>(size) : 0;
+    }
+    _exit(0);
+}
+
+QByteArray ReadAll(int file)
+{
+    QByteArray bytes;
+    std::array<char, 4096> part{};
+    for (;;) {
+        const ssize_t size = read(file, part.data(), part.size());
+        if (size > 0)
+            bytes.append(part.data(), static_cast<int>(size));
+        else if (size == 0 || errno != EINTR)
+            return bytes;
+    }
+}
+
+int EndOf(pid_t process)
+{
+    int status = 0;
+    while (waitpid(process, &status, 0) < 0 && errno == EINTR) {
+    }
+    return status;
+}
+
+BatchItem Failed(const char* word, const QString& text)
+{
+    BatchItem item;
+    item.Fail(word, text);
+    return item;
+}
+
+BatchItem WithoutProcess(int error)
+{
+    BatchItem item =
+        Failed(reason::OutOfMemory,
+               Tr("watch", "not converted: no process for it: %1").arg(explain::SystemText(error)));
+    item.blame = Blame::Memory;
+    return item;
+}
+
+} // namespace
+
+BatchItem WorkInOwnProcess(const std::function<BatchItem()>& work, const std::function<void()>& prepare)
+{
+    std::array<int, 2> ends{};
+    if (pipe2(ends.data(), O_CLOEXEC) != 0)
+        return WithoutProcess(errno);
+    const systemfile::Descriptor answer(ends[0]);
+    systemfile::Descriptor question(ends[1]);
+    const pid_t program = getpid();
+    const pid_t process = fork();
+    if (process < 0)
+        return WithoutProcess(errno);
+    if (process == 0)
+        WorkAndEnd(work, prepare, question.Number(), program);
+    question = systemfile::Descriptor();
+    BatchItem item;
+    const bool whole = Unpack(ReadAll(answer.Number()), item);
+    const int status = EndOf(process);
+    if (whole)
+        return item;
+    const QString how = WIFSIGNALED(status) ? Tr("watch", "signal %1").arg(WTERMSIG(status))
+                                            : Tr("watch", "exit code %1").arg(WEXITSTATUS(status));
+    return Failed(reason::NeverEnded,
+                  Tr("watch",
+                     "not converted: the program does not survive it (%1); send the recording to the "
+                     "maintainers")
+                      .arg(how));
+}

@@ -1,0 +1,499 @@
+#include "zucmtr/run/worker.h"
+
+#include "text/texts.h"
+#include "zucmtr/files/archivecopies.h"
+#include "zucmtr/files/chainfiles.h"
+#include "zucmtr/files/sourcefiles.h"
+#include "zucmtr/files/staging.h"
+#include "zucmtr/files/systemfile.h"
+#include "zucmtr/run/workfailure.h"
+#include "zucmtr/terminal/command.h"
+
+#include "explain/file.h"
+#include "verify/leftout.h"
+#include "verify/recordname.h"
+#include "view/view.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <chrono>
+#include <cstring>
+#include <memory>
+#include <new>
+#include <stdexcept>
+#include <vector>
+
+namespace {
+
+// How often a recording is converted in one go if it changes meanwhile.
+constexpr int mostTries = 3;
+
+constexpr std::array pieceExtensions = {".cfg", ".cff", ".dat", ".hdr", ".inf"};
+
+verify::Verifier MakeVerifier(const DeviceChoice& choice)
+{
+    try {
+        return verify::Verifier(choice.ini, choice.defaults, choice.device);
+    } catch (const verify::Unreadable& error) {
+        throw ConfigurationError(QString::fromUtf8(error.what()));
+    }
+}
+
+// Which files lie at the names of a record, in which state; to see whether they have changed.
+std::vector<systemfile::Identity> Look(const QString& directory, const QString& recordName)
+{
+    std::vector<systemfile::Identity> files;
+    for (const char* extension : pieceExtensions) {
+        systemfile::Identity file;
+        systemfile::Identify(directory + QLatin1Char('/') + recordName + QLatin1String(extension), file,
+                             systemfile::Links::Kept);
+        files.push_back(file);
+    }
+    return files;
+}
+
+bool IsAnythingThere(const std::vector<systemfile::Identity>& files)
+{
+    return std::any_of(files.begin(), files.end(),
+                       [](const systemfile::Identity& file) { return file != systemfile::Identity(); });
+}
+
+} // namespace
+
+struct Worker::Job
+{
+    Job(const QString& file, const QString& directory_) : chain(file), directory(directory_) {}
+
+    const ChainFiles chain;
+    const QString directory; // of the final names
+    std::unique_ptr<Staging> staging;
+    bool mayLackRoom = false;                 // the record was not written, or not right
+    bool lackedMemory = false;                // the library, for a file of the chain
+    bool pageIsBeside = false;                // it is written to its own name at once
+    QString leftOut;                          // a file of the recording that is not in the record
+    QString lookedFor;                        // name of the record that was looked for at the final names
+    std::vector<systemfile::Identity> looked; // what was there
+};
+
+Worker::Worker(Host& host_, unsigned int device_, const DeviceChoice& choice, WorkOrder order_)
+    : host(host_), device(device_), order(std::move(order_)), verifier(MakeVerifier(choice)),
+      present(MakeVerifier(choice))
+{}
+
+QString Worker::RecordName(const QString& file) const
+{
+    return verify::RecordNameOf(file, verifier.Parameters());
+}
+
+bool Worker::LibraryDeletes() const
+{
+    return verifier.Parameters().DeletesSources();
+}
+
+QString Worker::DirectoryOf(const QString& top, const Recording& recording) const
+{
+    return order.mirror && !recording.below.isEmpty() ? top + QLatin1Char('/') + recording.below : top;
+}
+
+BatchItem Worker::Work(const Recording& recording)
+{
+    using Clock = std::chrono::steady_clock;
+    const Clock::time_point start = Clock::now();
+    BatchItem item;
+    QStringList before; // what became of files in the tries before
+    for (int tries = 1; tries <= mostTries; ++tries) {
+        item = BatchItem();
+        item.recording = recording;
+        item.directory = DirectoryOf(order.out, recording);
+        try {
+            Try(item);
+        } catch (...) {
+            FailByCurrent(item);
+        }
+        if (std::strcmp(item.reason, reason::SourceChanged) != 0)
+            break;
+        before << item.error;
+    }
+    if (item.state != ItemState::Failed)
+        item.notes += before;
+    item.seconds = std::chrono::duration<double>(Clock::now() - start).count();
+    return item;
+}
+
+void Worker::Try(BatchItem& item)
+{
+    const QString unfit = explain::NotConvertible(item.recording.path);
+    if (!unfit.isEmpty()) {
+        item.Fail(explain::WordOf(item.recording.path, reason::NotARecording),
+                  Tr("worker", "not converted: %1").arg(unfit));
+        return;
+    }
+    if (order.dryRun) {
+        Plan(item);
+        return;
+    }
+    if (LibraryDeletes()) {
+        Job job(item.recording.path, item.directory);
+        if (!IsForeignThere(item, job))
+            ConvertUnseen(item);
+        return;
+    }
+    if (!cleaned.contains(item.directory)) {
+        Staging::RemoveLeft(item.directory);
+        cleaned.insert(item.directory);
+    }
+    Job job(item.recording.path, item.directory);
+    if (!TakePresent(item, job))
+        Do(item, job);
+    if (item.state == ItemState::Present && (order.sync || PutsAway()))
+        SyncPresent(item);
+    if (item.state != ItemState::Failed && PutsAway())
+        PutAway(item, job);
+}
+
+void Worker::Do(BatchItem& item, Job& job)
+{
+    MakeDirectory(job.directory);
+    job.staging = std::make_unique<Staging>(job.directory);
+    const bool done = Convert(item, job) && (order.verify ? Verify(item, job) : FindSources(item, job)) &&
+                      CheckEnd(item, job) && CheckUnchanged(item, job) && Commit(item, job);
+    if (done)
+        return;
+    const QString& staged = job.staging->Directory();
+    item.error.replace(staged, job.directory); // where the record would be
+    if (job.mayLackRoom && job.staging->IsDiskFull()) {
+        item.noRoom = true;
+        item.blame = Blame::Output;
+        item.Fail(reason::NoRoom,
+                  Tr("worker", "not converted: %1; free some").arg(DiskReason(ENOSPC, job.directory)));
+    }
+}
+
+void Worker::Name(BatchItem& item, const QString& recordName) const
+{
+    item.recordName = recordName;
+    item.files.clear();
+    for (const QString& name : verifier.Parameters().RecordFiles(recordName))
+        item.files << item.directory + QLatin1Char('/') + name;
+}
+
+void Worker::Plan(BatchItem& item)
+{
+    const verify::Examined examined = verifier.Examine(item.recording.path);
+    Name(item, examined.recordName);
+    item.sources = examined.files;
+    item.notes = examined.notes;
+    item.state = ItemState::Planned;
+}
+
+// The library deletes the recording as soon as it has written the record: that goes right to its place.
+void Worker::ConvertUnseen(BatchItem& item)
+{
+    MakeDirectory(item.directory);
+    const Outcome outcome = host.Convert(item.recording.path, item.directory, device);
+    item.notes = outcome.notes;
+    if (!outcome.converted) {
+        item.Fail(explain::WordOf(item.recording.path, outcome.reason),
+                  Tr("worker", "not converted: %1").arg(outcome.error));
+        return;
+    }
+    Name(item, outcome.outputName);
+    item.state = ItemState::Converted;
+    item.written = true;
+    item.fate = QFile::exists(item.recording.path) ? SourceFate::Kept : SourceFate::Removed;
+    try {
+        if (order.verify) {
+            verify::ReadThrough(item.recordName, item.directory, verifier.Parameters());
+            item.notes << Tr("worker",
+                             "the record was read, but could not be compared: the recording is deleted");
+        }
+    } catch (const std::exception& error) {
+        item.Fail(reason::RecordWrong,
+                  Tr("worker", "converted, but the record is not right: %1; the recording is deleted")
+                      .arg(TextOf(error)));
+        return;
+    }
+    if (order.view)
+        WritePageBeside(item);
+}
+
+// The directory of a record below that of --out, on the disk where records have to be.
+void Worker::MakeDirectory(const QString& directory) const
+{
+    if (directory == order.out || QFileInfo(directory).isDir())
+        return;
+    if (!QDir().mkpath(directory))
+        throw StagingError(
+            Tr("worker", "the directory '%1' cannot be made; check the permissions of those above it")
+                .arg(directory),
+            EACCES);
+    QString path = directory;
+    while ((order.sync || PutsAway()) && path.size() > order.out.size()) {
+        path = QFileInfo(path).path();
+        const int error = systemfile::Sync(path);
+        if (error != 0)
+            throw StagingError(
+                Tr("worker", "'%1' could not be written to the disk: %2").arg(path, DiskReason(error, path)),
+                error);
+    }
+}
+
+// Whether another recording's record has the name; the item fails then.
+bool Worker::IsForeignThere(BatchItem& item, Job& job)
+{
+    const QString name = RecordName(item.recording.path);
+    return !name.isEmpty() && IsAnythingThere(Look(job.directory, name)) &&
+           !MayReplace(item, present.Find(item.recording.path, job.directory));
+}
+
+// True if nothing is to be converted: the record is there and is right, or another one has its name.
+bool Worker::TakePresent(BatchItem& item, Job& job)
+{
+    job.lookedFor = RecordName(item.recording.path);
+    if (job.lookedFor.isEmpty())
+        return false;
+    job.looked = Look(job.directory, job.lookedFor);
+    if (!IsAnythingThere(job.looked))
+        return false;
+    const verify::Presence presence = present.Find(item.recording.path, job.directory);
+    // Of a recording that could only be read in part nothing can be said.
+    item.sources = presence.examined.files;
+    if (!CheckEnd(item, job) || !MayReplace(item, presence))
+        return true;
+    if (presence.standing.state != verify::RecordState::Same || order.again)
+        return false;
+    Name(item, presence.examined.recordName);
+    item.notes = presence.examined.notes;
+    item.verified = true;
+    item.state = ItemState::Present;
+    if (CheckUnchanged(item, job) && order.view)
+        WritePageBeside(item);
+    return true;
+}
+
+bool Worker::MayReplace(BatchItem& item, const verify::Presence& presence) const
+{
+    if (presence.standing.state != verify::RecordState::Foreign || order.replace)
+        return true;
+    Name(item, presence.examined.recordName);
+    item.Fail(reason::OtherRecordPresent,
+              Tr("worker",
+                 "not converted: '%1' is there already and is not the record of this recording (%2); move it "
+                 "away, choose another directory by --out, or replace it by --replace")
+                  .arg(item.files.first(), presence.standing.reason));
+    item.files.clear();
+    return false;
+}
+
+bool Worker::Convert(BatchItem& item, Job& job)
+{
+    const Outcome outcome = host.Convert(item.recording.path, job.staging->Directory(), device);
+    item.notes = outcome.notes;
+    job.lackedMemory = outcome.lackedMemory;
+    job.mayLackRoom = outcome.couldNotWrite;
+    if (outcome.converted) {
+        Name(item, outcome.outputName);
+        item.state = ItemState::Converted;
+        return true;
+    }
+    if (std::strcmp(outcome.reason, reason::OutOfMemory) == 0)
+        item.blame = Blame::Memory;
+    item.Fail(explain::WordOf(item.recording.path, outcome.reason),
+              Tr("worker", "not converted: %1").arg(outcome.error));
+    try {
+        // The library's device may have taken the channel order of this recording: the verifier's takes it
+        // too.
+        if (order.verify)
+            verifier.Examine(item.recording.path);
+    } catch (const std::exception&) { // reported by the library already
+    }
+    return false;
+}
+
+bool Worker::Verify(BatchItem& item, Job& job)
+{
+    try {
+        item.sources = verifier.Check(item.recording.path, job.staging->Directory()).files;
+        return true;
+    } catch (const std::bad_alloc&) {
+        throw;
+    } catch (const std::exception& error) {
+        if (!CheckUnchanged(item, job)) // then it is no wonder
+            return false;
+        job.mayLackRoom = true;
+        item.Fail(
+            reason::RecordWrong,
+            Tr("worker", "not converted: the record that was written is not right: %1").arg(TextOf(error)));
+        return false;
+    }
+}
+
+// Which files went into a record that is not compared with them.
+bool Worker::FindSources(BatchItem& item, Job& job)
+{
+    const bool mayBeCut = !item.notes.isEmpty() && job.chain.Count() > 1;
+    item.sources = mayBeCut ? verifier.Examine(item.recording.path).files : job.chain.Paths();
+    if (!mayBeCut || item.sources.size() < job.chain.Paths().size())
+        return true;
+    item.Fail(reason::SourceUnreadable,
+              Tr("worker", "not converted: '%1' could not be read at first; convert again")
+                  .arg(job.chain.Paths().last()));
+    return false;
+}
+
+// The library takes a file that it cannot read for the end of the recording. It is the end only if the file
+// is bad; then nothing of the recording is put away.
+bool Worker::CheckEnd(BatchItem& item, Job& job) const
+{
+    if (job.lackedMemory) {
+        item.blame = Blame::Memory;
+        item.Fail(reason::OutOfMemory, Tr("worker", "not converted: %1").arg(MemoryText()));
+        return false;
+    }
+    const QStringList& files = job.chain.Paths();
+    if (item.sources.size() >= files.size()) {
+        job.leftOut = job.chain.Beyond().value(0);
+        return true;
+    }
+    job.leftOut = files[item.sources.size()];
+    bool same = false;
+    const int error = job.chain.CompareContent(static_cast<size_t>(item.sources.size()), same);
+    if (error == 0 && same && verify::IsRightlyLeftOut(files.first(), job.leftOut))
+        return true;
+    item.Fail(reason::SourceUnreadable,
+              Tr("worker", "not converted: '%1' could not be read at first; convert again").arg(job.leftOut));
+    return false;
+}
+
+bool Worker::CheckUnchanged(BatchItem& item, Job& job) const
+{
+    QString what;
+    if (job.chain.IsUnchanged(&what))
+        return true;
+    item.Fail(reason::SourceChanged,
+              Tr("worker", "not converted: the recording changed meanwhile: %1; convert again").arg(what));
+    return false;
+}
+
+// The names of the record's files in the staging directory, the page among them; pageError says why there is
+// none.
+QStringList Worker::WritePieces(Job& job, const QString& recordName, QString& pageError) const
+{
+    QStringList names = verifier.Parameters().RecordFiles(recordName);
+    if (!order.view)
+        return names;
+    const QString page = recordName + QStringLiteral(".html");
+    if (QFileInfo(job.directory + QLatin1Char('/') + page).isDir()) {
+        pageError = Tr("worker", "'%1' is a directory").arg(job.directory + QLatin1Char('/') + page);
+        return names;
+    }
+    // What is no plain file is written to, when the record is in its place.
+    systemfile::Identity there;
+    job.pageIsBeside =
+        systemfile::Identify(job.directory + QLatin1Char('/') + page, there, systemfile::Links::Kept) == 0 &&
+        !there.IsRegular();
+    if (job.pageIsBeside)
+        return names;
+    const QString directory = job.staging->Directory() + QLatin1Char('/');
+    view::Options options;
+    options.source = QFileInfo(job.chain.Paths().first()).fileName();
+    try {
+        view::WritePage(directory + names.first(), directory + page, options);
+        names << page;
+    } catch (const std::bad_alloc&) {
+        throw;
+    } catch (const std::exception& error) {
+        pageError = TextOf(error).replace(directory, job.directory + QLatin1Char('/'));
+        QFile::remove(directory + page);
+    }
+    return names;
+}
+
+bool Worker::Commit(BatchItem& item, Job& job)
+{
+    QString pageError;
+    const QStringList names = WritePieces(job, item.recordName, pageError);
+    const bool sync = order.sync || PutsAway();
+    if (sync)
+        job.staging->Sync(names);
+    job.staging->Lock();
+    const std::vector<systemfile::Identity> now = Look(job.directory, item.recordName);
+    const bool isKnown = item.recordName == job.lookedFor && now == job.looked;
+    if (!isKnown && IsAnythingThere(now)) { // another process has put it there
+        BatchItem other = item;
+        if (!MayReplace(other, present.Find(item.recording.path, job.directory))) {
+            item = other;
+            return false;
+        }
+    }
+    job.staging->Commit(names, sync);
+    item.written = true;
+    item.verified = order.verify;
+    if (names.size() > item.files.size())
+        item.files << item.directory + QLatin1Char('/') + names.last();
+    if (job.pageIsBeside)
+        WritePageBeside(item);
+    if (pageError.isEmpty())
+        return item.state != ItemState::Failed;
+    item.Fail(reason::PageNotWritten,
+              Tr("worker", "converted, but its page could not be written: %1; the recording is kept")
+                  .arg(pageError));
+    return false;
+}
+
+void Worker::WritePageBeside(BatchItem& item) const
+{
+    const QString page = item.directory + QLatin1Char('/') + item.recordName + QStringLiteral(".html");
+    view::Options options;
+    options.source = QFileInfo(item.recording.path).fileName();
+    try {
+        view::WritePage(item.files.first(), page, options);
+    } catch (const std::bad_alloc&) {
+        throw;
+    } catch (const std::exception& error) {
+        item.Fail(reason::PageNotWritten,
+                  Tr("worker", "converted, but its page could not be written: %1; the recording is kept")
+                      .arg(TextOf(error)));
+        return;
+    }
+    item.files << page;
+}
+
+// The run that wrote the record may not have come so far.
+void Worker::SyncPresent(BatchItem& item)
+{
+    try {
+        sourcefiles::Sync(item.files, item.directory);
+    } catch (const sourcefiles::Error& error) {
+        item.Fail(reason::NotOnDisk, TextOf(error));
+        item.noRoom = error.trouble == sourcefiles::Trouble::NoRoom;
+        item.blame = item.noRoom ? Blame::Output : Blame::Recording;
+    }
+}
+
+void Worker::PutAway(BatchItem& item, Job& job)
+{
+    if (!job.leftOut.isEmpty()) {
+        item.notes << Tr("worker", "the recording is kept, as '%1' is not in the record").arg(job.leftOut);
+        return;
+    }
+    if (order.removeSource) {
+        sourcefiles::Remove(job.chain);
+        item.fate = SourceFate::Removed;
+        return;
+    }
+    QString directory = order.archive;
+    if (!item.recording.below.isEmpty())
+        directory += QLatin1Char('/') + item.recording.below;
+    if (!cleaned.contains(directory)) {
+        sourcefiles::RemoveParts(directory);
+        cleaned.insert(directory);
+    }
+    sourcefiles::Archive(job.chain, directory);
+    item.fate = SourceFate::Archived;
+}

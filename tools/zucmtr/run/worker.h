@@ -1,0 +1,80 @@
+// Converts one recording after the other on one device of the library, verifies the records and puts the
+// recordings away.
+#pragma once
+
+#include "zucmtr/host/devicechoice.h"
+#include "zucmtr/host/host.h"
+#include "zucmtr/run/batchitem.h"
+
+#include "verify/verifier.h"
+
+#include <QSet>
+
+struct WorkOrder
+{
+    QString out;              // directory of the records
+    bool dryRun = false;      // read the recordings, write nothing
+    bool verify = true;       // compare each record with its recording
+    bool trustWriter = false; // the ini file's own deletion is allowed: records are read, not compared
+    bool view = false;        // write a page beside each record
+    bool removeSource = false;
+    QString archive;      // directory for the recordings; empty: none
+    bool sync = false;    // records are on the disk when their work is done; always where recordings go
+    bool again = false;   // convert also where the record is there already and is right
+    bool replace = false; // also the record of another recording that has the name
+    bool mirror = false;  // records and recordings lie below out and archive as the recordings do below `top`
+};
+
+/// For one thread at a time. Different workers may work at once.
+class Worker
+{
+public:
+    /// device is a device of the library, made of choice, and of this worker alone. Throws
+    /// ConfigurationError.
+    Worker(Host& host_, unsigned int device_, const DeviceChoice& choice, WorkOrder order_);
+
+    /// The name that the recording's record will have; empty if the recording cannot be read.
+    QString RecordName(const QString& file) const;
+
+    /// Whether the ini file has the library delete the recordings.
+    bool LibraryDeletes() const;
+
+    /// How long the ini file says to wait for a recording to be complete, milliseconds.
+    unsigned int WaitTime() const { return Host::WaitTime(device); }
+
+    /// Does all that the order says with one recording. Nothing is thrown.
+    BatchItem Work(const Recording& recording);
+
+private:
+    // A conversion under way: the recording's files, and the record before it has its final names.
+    struct Job;
+
+    bool PutsAway() const { return order.removeSource || !order.archive.isEmpty(); }
+    void Try(BatchItem& item);
+    void Plan(BatchItem& item);
+    void ConvertUnseen(BatchItem& item);
+    void Do(BatchItem& item, Job& job);
+    void MakeDirectory(const QString& directory) const;
+    bool IsForeignThere(BatchItem& item, Job& job);
+    bool TakePresent(BatchItem& item, Job& job);
+    bool MayReplace(BatchItem& item, const verify::Presence& presence) const;
+    bool Convert(BatchItem& item, Job& job);
+    bool Verify(BatchItem& item, Job& job);
+    bool FindSources(BatchItem& item, Job& job);
+    bool CheckEnd(BatchItem& item, Job& job) const;
+    bool CheckUnchanged(BatchItem& item, Job& job) const;
+    QStringList WritePieces(Job& job, const QString& recordName, QString& pageError) const;
+    bool Commit(BatchItem& item, Job& job);
+    void WritePageBeside(BatchItem& item) const;
+    static void SyncPresent(BatchItem& item);
+    void PutAway(BatchItem& item, Job& job);
+    void Name(BatchItem& item, const QString& recordName) const;
+    QString DirectoryOf(const QString& top, const Recording& recording) const;
+
+    Host& host;
+    const unsigned int device;
+    const WorkOrder order;
+    verify::Verifier verifier;
+    verify::Verifier present; // for records that were there before
+    QSet<QString> cleaned;    // directories in which nothing of killed runs is left
+};

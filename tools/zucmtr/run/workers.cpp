@@ -1,0 +1,75 @@
+#include "zucmtr/run/workers.h"
+
+#include "text/texts.h"
+#include "zucmtr/terminal/command.h"
+#include "zucmtr/terminal/console.h"
+
+#include "inicheck/encoding.h"
+#include "inicheck/inicheck.h"
+
+#include <QRegularExpression>
+
+#include <algorithm>
+
+namespace {
+
+// The library would delete the recording before anybody could look whether its record is right.
+void CheckDeletion(const Worker& worker, const WorkOrder& order, const DeviceChoice& choice)
+{
+    if (!worker.LibraryDeletes() || !order.verify || order.trustWriter || order.dryRun)
+        return;
+    throw ConfigurationError(
+        Tr("convert",
+           "'%1' has 'Удалять исходные = 1' in force for [%2]: the recordings would be deleted before "
+           "their records are verified. Set the key to 0 and give --remove-source, which deletes each "
+           "recording after its record is verified; or give --trust-writer to delete them unseen")
+            .arg(choice.ini, choice.device));
+}
+
+// The library lists each bay that it has taken, as "BAY01: name,[text],[circuit]": that is in the log.
+bool IsListOfBay(const QString& note)
+{
+    static const QRegularExpression pattern(QStringLiteral("\\ABAY[0-9]+: .*,\\[.*\\],\\[.*\\]\\z"));
+    return pattern.match(note).hasMatch();
+}
+
+void ReportLoadingNotes(unsigned int device, const DeviceChoice& choice)
+{
+    QStringList notes = Host::TakeNotes(device);
+    notes.erase(std::remove_if(notes.begin(), notes.end(), IsListOfBay), notes.end());
+    if (notes.isEmpty())
+        return;
+    QStringList lines(
+        Tr("convert", "warnings and notes on section [%1] of '%2':").arg(choice.device, choice.ini));
+    for (const QString& note : notes)
+        lines << QStringLiteral("  ") + note;
+    Complain(lines);
+}
+
+// What concerns every recording is said once, before the first.
+void WarnOfIni(const DeviceChoice& choice)
+{
+    if (const std::optional<inicheck::Encoding> encoding = inicheck::OtherEncodingOf(choice.ini))
+        Complain(choice.ini + QLatin1String(": ") + inicheck::EncodingText(*encoding));
+    for (const inicheck::Finding& finding :
+         inicheck::SpoilsRecords(choice.ini, choice.defaults, choice.device))
+        Complain(choice.ini + QLatin1Char(':') + QString::number(finding.line) + QLatin1String(": ") +
+                 finding.text);
+}
+
+} // namespace
+
+std::vector<std::unique_ptr<Worker>> MakeWorkers(Host& host, const DeviceChoice& choice,
+                                                 const WorkOrder& order, size_t count, bool loud)
+{
+    WarnOfIni(choice);
+    std::vector<std::unique_ptr<Worker>> workers;
+    for (size_t i = 0; i < count; ++i) {
+        const unsigned int device = host.LoadDevice(choice.ini, choice.device);
+        if (i == 0 && loud)
+            ReportLoadingNotes(device, choice);
+        workers.push_back(std::make_unique<Worker>(host, device, choice, order));
+    }
+    CheckDeletion(*workers.front(), order, choice);
+    return workers;
+}

@@ -1,0 +1,94 @@
+#include "zucmtr/terminal/application.h"
+
+#include <QFile>
+#include <QFontDatabase>
+#include <QGuiApplication>
+#include <QTemporaryDir>
+
+#include <cstdio>
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace {
+
+// Takes standard error away for as long as it lives: the font library writes to it what no user of this
+// program can do anything about, as that no directory is left for its cache.
+class NoStandardError
+{
+public:
+    NoStandardError() : saved(fcntl(STDERR_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1))
+    {
+        const int nothing = open("/", O_PATH | O_CLOEXEC); // takes no writing
+        if (saved >= 0 && nothing >= 0)
+            dup2(nothing, STDERR_FILENO);
+        if (nothing >= 0)
+            close(nothing);
+    }
+    ~NoStandardError()
+    {
+        std::clearerr(stderr);
+        if (saved < 0)
+            return;
+        dup2(saved, STDERR_FILENO);
+        close(saved);
+    }
+    NoStandardError(const NoStandardError&) = delete;
+    NoStandardError& operator=(const NoStandardError&) = delete;
+
+private:
+    const int saved;
+};
+
+// While the application object is made, Qt looks for files of a session, and makes a directory for them where
+// there is no session, as for root or a service. This one goes again.
+class OwnSession
+{
+public:
+    OwnSession() : before(qgetenv(variable)), wasSet(qEnvironmentVariableIsSet(variable))
+    {
+        qputenv(variable, QFile::encodeName(directory.path()));
+    }
+    ~OwnSession()
+    {
+        if (wasSet)
+            qputenv(variable, before);
+        else
+            qunsetenv(variable);
+    }
+    OwnSession(const OwnSession&) = delete;
+    OwnSession& operator=(const OwnSession&) = delete;
+
+private:
+    static constexpr const char* variable = "XDG_RUNTIME_DIR";
+    const QTemporaryDir directory;
+    const QByteArray before;
+    const bool wasSet;
+};
+
+// Qt asks for the fonts when it draws the first letter; here nothing else is said meanwhile.
+void FindFonts()
+{
+    const NoStandardError quiet;
+    QFontDatabase().families();
+}
+
+} // namespace
+
+std::unique_ptr<QCoreApplication> MakeApplication(char** arguments, bool paints)
+{
+    static int count = 1; // Qt would take options of its own out of the command line
+    if (!paints)
+        return std::make_unique<QCoreApplication>(count, arguments);
+    // This platform has no screen, no input methods and no services of a desktop. A theme would have the
+    // desktop's libraries look for a display.
+    qputenv("QT_QPA_PLATFORM", "minimal:enable_fonts");
+    for (const char* variable : {"QT_QPA_PLATFORMTHEME", "QT_QPA_GENERIC_PLUGINS"})
+        qunsetenv(variable);
+    std::unique_ptr<QCoreApplication> application;
+    {
+        const OwnSession session;
+        application = std::make_unique<QGuiApplication>(count, arguments);
+    }
+    FindFonts();
+    return application;
+}

@@ -1,0 +1,141 @@
+#include "zucmtr/terminal/checks.h"
+
+#include "output/target.h"
+#include "text/texts.h"
+#include "zucmtr/terminal/command.h"
+#include "zucmtr/terminal/console.h"
+
+#include "explain/file.h"
+#include "explain/system.h"
+#include "inicheck/encoding.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QRegularExpression>
+#include <QStringList>
+#include <QTextStream>
+
+#include <cerrno>
+
+QStringList SectionsOf(const QString& iniPath)
+{
+    QStringList sections;
+    QFile file(iniPath);
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
+        return sections;
+    QTextStream stream(&file);
+    stream.setCodec("UTF-8");
+    while (!stream.atEnd()) {
+        const QString line = stream.readLine().trimmed();
+        if (line.startsWith(QLatin1Char('[')) && line.endsWith(QLatin1Char(']')))
+            sections << line.mid(1, line.size() - 2);
+    }
+    sections.removeDuplicates();
+    return sections;
+}
+
+QString CheckedDirectory(const QString& option, const QString& path)
+{
+    const QFileInfo directory(path);
+    if (path.isEmpty() || !directory.exists())
+        throw ConfigurationError(
+            Tr("checks", "%1: the directory '%2' does not exist; make it first: mkdir -p %3")
+                .arg(option, path, ShellWord(path)));
+    if (!directory.isDir())
+        throw ConfigurationError(
+            Tr("checks", "%1: '%2' is a file; give a directory to write into").arg(option, path));
+    if (!directory.isWritable())
+        throw ConfigurationError(
+            Tr("checks", "%1: no permission to write into '%2'; choose another directory").arg(option, path));
+    return QDir::cleanPath(path);
+}
+
+QString CheckedOutputDirectory(const QString& path)
+{
+    return CheckedDirectory(QStringLiteral("--out"), path);
+}
+
+// The path, or the nearest above it that is there.
+static QString NearestThere(QString path)
+{
+    while (!QFileInfo::exists(path) && QFileInfo(path).path() != path)
+        path = QFileInfo(path).path();
+    return path;
+}
+
+void MakeDirectory(const QString& option, const QString& path)
+{
+    if (QFileInfo(path).isDir())
+        return;
+    const QFileInfo above(NearestThere(path));
+    if (above.exists() && !above.isDir())
+        throw ConfigurationError(
+            Tr("checks", "%1: the directory '%2' cannot be made, since '%3' is a file; choose another one")
+                .arg(option, path, above.filePath()));
+    errno = 0;
+    if (!QDir().mkpath(path))
+        throw ConfigurationError(Tr("checks", "%1: the directory '%2' cannot be made: %3; choose another one")
+                                     .arg(option, path, explain::SystemText(errno)));
+}
+
+void CheckIniFile(const QString& path)
+{
+    const QFileInfo file(path);
+    if (file.exists() && !file.isFile())
+        throw ConfigurationError(Tr("checks", "--ini: '%1' is not a file; give the path of the recorders' "
+                                              "ini file")
+                                     .arg(path));
+    const QString reason = explain::Unreadable(path);
+    if (!reason.isEmpty())
+        throw ConfigurationError(QStringLiteral("--ini: %1: %2").arg(path, reason));
+    const std::optional<inicheck::Encoding> encoding = inicheck::OtherEncodingOf(path);
+    if (encoding && !encoding->isRecognised)
+        throw ConfigurationError(
+            QStringLiteral("--ini: %1: %2").arg(path, inicheck::EncodingText(*encoding)));
+}
+
+void CheckLogFile(const QString& path)
+{
+    const output::Target target = output::TargetOf(path);
+    if (target.kind == output::Kind::Stream)
+        return; // it is opened once: a reader takes the first close for the end
+    const QFileInfo file(target.path);
+    const QFileInfo directory(file.absolutePath());
+    const bool usable = target.kind == output::Kind::RegularFile
+                            ? file.isWritable()
+                            : target.kind == output::Kind::NewFile && !path.isEmpty() && directory.isDir() &&
+                                  directory.isWritable();
+    if (!usable)
+        throw ConfigurationError(
+            Tr("checks", "--log: cannot write the file '%1'; give a file in a directory that exists and "
+                         "can be written to")
+                .arg(path));
+}
+
+QString MissingSectionText(const QString& iniPath, const QString& section)
+{
+    const QStringList sections = SectionsOf(iniPath);
+    if (sections.contains(section))
+        return QString();
+    if (sections.isEmpty())
+        return Tr("checks", "'%1' has no section at all; is it the recorders' ini file?").arg(iniPath);
+    return Tr("checks", "'%1' has no section [%2]; it has [%3]")
+        .arg(iniPath, section, sections.join(QLatin1String("], [")));
+}
+
+void CheckIsNoInput(const QString& option, const QString& path, const QString& input)
+{
+    static const QRegularExpression read(QStringLiteral("\\A(cfg|dat|hdr|inf|cff|zu|z0[1-9a-f])\\z"),
+                                         QRegularExpression::CaseInsensitiveOption);
+    const QFileInfo target(QFileInfo(path).canonicalFilePath());
+    const QFileInfo source(QFileInfo(input).canonicalFilePath());
+    if (path.isEmpty() || !target.isFile() || !source.isFile())
+        return;
+    const bool belongs = target.path() == source.path() &&
+                         target.completeBaseName() == source.completeBaseName() &&
+                         read.match(target.suffix()).hasMatch();
+    if (belongs || target == source)
+        throw ConfigurationError(
+            Tr("checks", "%1: '%2' is what is to be read; choose another name").arg(option, path));
+}

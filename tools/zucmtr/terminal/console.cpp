@@ -1,0 +1,99 @@
+#include "zucmtr/terminal/console.h"
+
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace {
+
+// A name or note from a recording must not steer the terminal.
+QString WithoutControls(QString text)
+{
+    for (QChar& character : text)
+        if (character.category() == QChar::Other_Control)
+            character = QLatin1Char('?');
+    return text;
+}
+
+void Write(std::FILE* stream, const QString& line)
+{
+    const QByteArray bytes = WithoutControls(line).toUtf8() + '\n';
+    std::fwrite(bytes.constData(), 1, static_cast<size_t>(bytes.size()), stream);
+    std::fflush(stream);
+}
+
+// JSON escapes some control characters by itself; a terminal minds the others, too.
+QString WithEscapedControls(const QString& json)
+{
+    QString text;
+    for (const QChar character : json) {
+        if (character.category() == QChar::Other_Control)
+            text += QString::asprintf("\\u%04x", unsigned{character.unicode()});
+        else
+            text += character;
+    }
+    return text;
+}
+
+bool IsPlain(QChar character)
+{
+    const ushort code = character.unicode();
+    return (code >= 'a' && code <= 'z') || (code >= 'A' && code <= 'Z') || (code >= '0' && code <= '9') ||
+           QStringLiteral("_./-+,:@%").contains(character);
+}
+
+} // namespace
+
+void HoldStandardStreams()
+{
+    for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+        if (fcntl(stream, F_GETFD) >= 0 || errno != EBADF)
+            continue;
+        const int place = open("/", O_PATH); // can neither be read nor written
+        if (place >= 0 && place != stream) {
+            dup2(place, stream);
+            close(place);
+        }
+    }
+}
+
+void PrintLine(const QString& text)
+{
+    Write(stdout, text);
+}
+
+void PrintJson(const QJsonObject& object)
+{
+    const QByteArray json = QJsonDocument(object).toJson(QJsonDocument::Compact);
+    Write(stdout, WithEscapedControls(QString::fromUtf8(json)));
+}
+
+void Complain(const QString& text)
+{
+    Complain(QStringList{text});
+}
+
+void Complain(const QStringList& lines)
+{
+    Write(stderr, QStringLiteral("zucmtr: ") + lines.first());
+    for (int i = 1; i < lines.size(); ++i)
+        Write(stderr, lines[i]);
+}
+
+bool OutputIsWhole()
+{
+    return std::fflush(stdout) == 0 && std::ferror(stdout) == 0;
+}
+
+QString ShellWord(const QString& text)
+{
+    if (!text.isEmpty() && std::all_of(text.begin(), text.end(), IsPlain))
+        return text;
+    return QLatin1Char('\'') + QString(text).replace(QLatin1String("'"), QLatin1String("'\\''")) +
+           QLatin1Char('\'');
+}

@@ -1,0 +1,71 @@
+#include "zucmtr/terminal/helpformat.h"
+
+#include "text/texts.h"
+#include "zucmtr/terminal/command.h"
+
+namespace {
+
+// What the parser writes into the help by itself.
+const char* const headings[] = {
+    QT_TRANSLATE_NOOP("parser", "Usage"),      QT_TRANSLATE_NOOP("parser", "OPTIONS"),
+    QT_TRANSLATE_NOOP("parser", "SUBCOMMAND"), QT_TRANSLATE_NOOP("parser", "Positionals"),
+    QT_TRANSLATE_NOOP("parser", "REQUIRED"),   QT_TRANSLATE_NOOP("parser", "Excludes"),
+    QT_TRANSLATE_NOOP("parser", "Needs"),
+};
+
+// Names of values and arguments in the help.
+const char* const valueNames[] = {
+    QT_TRANSLATE_NOOP("parser", "FILE"),    QT_TRANSLATE_NOOP("parser", "DIR"),
+    QT_TRANSLATE_NOOP("parser", "SECTION"), QT_TRANSLATE_NOOP("parser", "COMMAND"),
+    QT_TRANSLATE_NOOP("parser", "NAME"),    QT_TRANSLATE_NOOP("parser", "KIND"),
+    QT_TRANSLATE_NOOP("parser", "SIZE"),    QT_TRANSLATE_NOOP("parser", "SECONDS"),
+    QT_TRANSLATE_NOOP("parser", "N"),       QT_TRANSLATE_NOOP("parser", "HZ"),
+    QT_TRANSLATE_NOOP("parser", "S"),
+};
+
+} // namespace
+
+HelpFormat::HelpFormat()
+{
+    for (const char* text : headings)
+        label(text, HelpText("parser", text));
+    for (const char* text : valueNames)
+        label(text, HelpText("parser", text));
+}
+
+std::string HelpFormat::make_option_name(const CLI::Option* option, bool isPositional) const
+{
+    const std::string name = Formatter::make_option_name(option, isPositional);
+    return isPositional ? get_label(name) : name;
+}
+
+// The parser's own counts bytes.
+std::string HelpFormat::make_option(const CLI::Option* option, bool isPositional) const
+{
+    const auto width = static_cast<int>(get_column_width());
+    QString left =
+        QStringLiteral("  ") + Text(make_option_name(option, isPositional) + make_option_opts(option));
+    const bool fits = left.size() < width;
+    left = fits ? left.leftJustified(width) : left + QLatin1Char('\n') + QString(width, QLatin1Char(' '));
+    return left.toStdString() + make_option_desc(option) + '\n';
+}
+
+QString ShownName(const QString& name)
+{
+    for (const char* known : valueNames) {
+        if (name == QLatin1String(known))
+            return Tr("parser", known);
+    }
+    return name;
+}
+
+void TranslateGroups(CLI::App& app)
+{
+    for (CLI::Option* option :
+         app.get_options([](const CLI::Option* one) { return one->get_group() == "Options"; }))
+        option->group(HelpText("parser", "Options"));
+    for (CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; })) {
+        command->group(HelpText("parser", "Subcommands"));
+        TranslateGroups(*command);
+    }
+}

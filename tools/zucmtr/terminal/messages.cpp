@@ -1,0 +1,96 @@
+#include "zucmtr/terminal/messages.h"
+
+#include "text/texts.h"
+#include "zucmtr/terminal/command.h"
+#include "zucmtr/terminal/console.h"
+
+#include <QStringList>
+#include <QtGlobal>
+
+#include <cstdlib>
+#include <exception>
+#include <mutex>
+
+namespace messages {
+
+namespace {
+
+constexpr int mostKept = 20; // until there is a log
+
+struct Store
+{
+    std::mutex mutex;
+    std::function<void(const QString&)> log;
+    QStringList kept;
+};
+
+Store& TheStore()
+{
+    static Store store;
+    return store;
+}
+
+[[noreturn]] void End(const QString& text, int code)
+{
+    Complain(Tr("main", "stopped by an unexpected error: %1").arg(text));
+    std::_Exit(code);
+}
+
+[[noreturn]] void EndByException()
+{
+    try {
+        if (std::current_exception() != nullptr)
+            std::rethrow_exception(std::current_exception());
+    } catch (const std::exception& error) {
+        End(QString::fromUtf8(error.what()), ExitFailed);
+    } catch (...) { // of a kind that says nothing
+    }
+    End(QStringLiteral("std::terminate"), ExitFailed);
+}
+
+void Note(const QString& text)
+{
+    thread_local bool isNoting = false; // writing the log may itself have Qt say something
+    if (isNoting)
+        return;
+    isNoting = true;
+    Store& store = TheStore();
+    const std::lock_guard<std::mutex> lock(store.mutex);
+    if (store.log)
+        store.log(text);
+    else if (store.kept.size() < mostKept)
+        store.kept << text;
+    isNoting = false;
+}
+
+void Handle(QtMsgType type, const QMessageLogContext& /*context*/, const QString& text)
+{
+    static const bool fails = qgetenv("ZUCMTR_QT_MESSAGES") == "fail";
+    if (type == QtFatalMsg)
+        End(text, ExitFailed);
+    if (fails && type != QtDebugMsg && type != QtInfoMsg)
+        End(text, ExitUnexpected);
+    Note(text);
+}
+
+} // namespace
+
+void Take()
+{
+    std::set_terminate(EndByException);
+    qInstallMessageHandler(Handle);
+}
+
+void GoTo(std::function<void(const QString&)> log)
+{
+    Store& store = TheStore();
+    const std::lock_guard<std::mutex> lock(store.mutex);
+    store.log = std::move(log);
+    for (const QString& text : qAsConst(store.kept))
+        if (store.log)
+            store.log(text);
+    if (store.log)
+        store.kept.clear();
+}
+
+} // namespace messages

@@ -1,0 +1,171 @@
+#include "zucmtr/terminal/parsertexts.h"
+
+#include "explain/pattern.h"
+#include "inicheck/nearest.h"
+#include "text/texts.h"
+#include "zucmtr/terminal/command.h"
+#include "zucmtr/terminal/console.h"
+#include "zucmtr/terminal/helpformat.h"
+
+#include <CLI/CLI.hpp>
+
+#include <QFileInfo>
+
+namespace {
+
+// The parser's own texts, with what varies as %1 and %2, and what is said instead.
+struct OwnText
+{
+    const char* parser;
+    const char* text;
+};
+
+const OwnText ownTexts[] = {
+    {"%1 is required", QT_TRANSLATE_NOOP("parser", "%1 is required")},
+    {"%1 requires %2", QT_TRANSLATE_NOOP("parser", "%1 is given without %2; give both")},
+    {"%1 excludes %2", QT_TRANSLATE_NOOP("parser", "%1 and %2 exclude each other; leave one out")},
+    {"%1: 1 required %2 missing", QT_TRANSLATE_NOOP("parser", "%1: the value is missing (%2)")},
+    {"%1: At Most 1 required but received %2",
+     QT_TRANSLATE_NOOP("parser", "%1 is given %2 times; give it once")},
+    {"Could not convert: %1 = %2", QT_TRANSLATE_NOOP("parser", "%1 takes no value; leave '%2' out")},
+    {"%1: %2", QT_TRANSLATE_NOOP("parser", "%1: %2")}, // of the checks in values.h
+};
+
+QString NameOf(const CLI::App& app)
+{
+    return app.get_parent() == nullptr ? QStringLiteral("zucmtr")
+                                       : QStringLiteral("zucmtr ") + Text(app.get_name());
+}
+
+std::vector<const CLI::App*> CommandsOf(const CLI::App& app)
+{
+    return app.get_subcommands([](const CLI::App*) { return true; });
+}
+
+QStringList CommandNames(const CLI::App& app)
+{
+    QStringList names;
+    for (const CLI::App* command : CommandsOf(app))
+        names << Text(command->get_name());
+    return names;
+}
+
+// As on the command line, with one dash or two.
+QStringList OptionNames(const CLI::App& app)
+{
+    QStringList names;
+    for (const CLI::Option* option :
+         app.get_options([](const CLI::Option* one) { return one->nonpositional(); })) {
+        for (const std::string& name : option->get_snames())
+            names << QLatin1Char('-') + Text(name);
+        for (const std::string& name : option->get_lnames())
+            names << QStringLiteral("--") + Text(name);
+    }
+    return names;
+}
+
+QStringList CommandsWithOption(const CLI::App& root, const QString& option)
+{
+    QStringList commands;
+    for (const CLI::App* command : CommandsOf(root)) {
+        if (OptionNames(*command).contains(option))
+            commands << Tr("parser", "'%1'").arg(NameOf(*command));
+    }
+    return commands;
+}
+
+QString UnknownOptionText(const CLI::App& root, const CLI::App& command, const QString& word)
+{
+    const QString option = word.section(QLatin1Char('='), 0, 0);
+    const QString unknown = Tr("parser", "'%1' has no option %2").arg(NameOf(command), option);
+    const QStringList others = CommandsWithOption(root, option);
+    if (!others.isEmpty() && &command == &root)
+        return Tr("parser", "%1 stands before the command; put it after").arg(option);
+    if (!others.isEmpty())
+        return unknown + Tr("parser", "; it is one of %1").arg(others.join(QLatin1String(", ")));
+    const QString nearest = option.size() > 2
+                                ? inicheck::Nearest(option, OptionNames(command).filter(QStringLiteral("--")))
+                                : QString();
+    return nearest.isEmpty() ? unknown : unknown + Tr("parser", "; did you mean %1?").arg(nearest);
+}
+
+QString SuperfluousText(const CLI::App& command, const QString& word)
+{
+    const std::vector<const CLI::Option*> positionals =
+        command.get_options([](const CLI::Option* option) { return option->get_positional(); });
+    if (positionals.empty())
+        return Tr("parser", "'%1' is too much: '%2' takes nothing but options").arg(word, NameOf(command));
+    return Tr("parser", "'%1' is too much: '%2' takes one %3")
+        .arg(word, NameOf(command), ShownName(Text(positionals.front()->get_name(true, false))));
+}
+
+// What the parser could not place. Empty if there is nothing.
+QString UnexpectedText(const CLI::App& root)
+{
+    const std::vector<const CLI::App*> parsed =
+        root.get_subcommands([&root](const CLI::App* one) { return root.got_subcommand(one->get_name()); });
+    std::vector<const CLI::App*> places = {&root};
+    places.insert(places.end(), parsed.begin(), parsed.end());
+    for (const CLI::App* place : places) {
+        for (const std::string& left : place->remaining()) {
+            const QString word = Text(left);
+            if (word == QLatin1String("--"))
+                continue;
+            if (word.startsWith(QLatin1Char('-')) && word.size() > 1)
+                return UnknownOptionText(root, *place, word);
+            return place == &root ? UnknownCommandText(root, word) : SuperfluousText(*place, word);
+        }
+    }
+    return QString();
+}
+
+} // namespace
+
+QString UnknownCommandText(const CLI::App& app, const QString& word)
+{
+    if (QFileInfo::exists(word))
+        return Tr("parser", "'%1' is no command; say first what to do with it, as in: zucmtr info %2")
+            .arg(word, ShellWord(word));
+    const QString unknown = Tr("parser", "there is no command '%1'").arg(word);
+    const QStringList names = CommandNames(app);
+    const QString nearest = inicheck::Nearest(word, names);
+    if (!nearest.isEmpty())
+        return unknown + Tr("parser", "; did you mean '%1'?").arg(nearest);
+    return unknown + Tr("parser", "; there are %1").arg(names.join(QLatin1String(", ")));
+}
+
+QString TextOf(const CLI::App& app, const CLI::ParseError& error)
+{
+    // A slip in the name of an option comes first: what else is wrong may come of it.
+    QString unexpected = UnexpectedText(app);
+    if (!unexpected.isEmpty())
+        return unexpected;
+    QString text = QString::fromUtf8(error.what());
+    for (const OwnText& own : ownTexts) {
+        std::optional<QStringList> values = explain::PlacesOf(text, QLatin1String(own.parser));
+        if (!values)
+            continue;
+        std::transform(values->begin(), values->end(), values->begin(), ShownName);
+        return explain::Filled(Tr("parser", own.text), *values);
+    }
+    return text;
+}
+
+QString SlipText(const CLI::App& app, const QStringList& arguments)
+{
+    QStringList options;
+    for (const CLI::App* command : CommandsOf(app)) {
+        if (arguments.contains(Text(command->get_name())))
+            options << OptionNames(*command);
+    }
+    for (const QString& argument : arguments) {
+        if (argument == QLatin1String("--"))
+            break;
+        if (argument.startsWith(QLatin1String("--")) &&
+            argument.indexOf(QLatin1Char('=')) == argument.size() - 1)
+            return Tr("parser", "%1 has no value after the '='").arg(argument);
+        if (options.contains(QLatin1Char('-') + argument.section(QLatin1Char('='), 0, 0)))
+            return Tr("parser", "'%1' has one dash only; did you mean -%1?").arg(argument);
+    }
+    return QString();
+}

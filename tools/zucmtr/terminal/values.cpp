@@ -1,0 +1,134 @@
+#include "zucmtr/terminal/values.h"
+
+#include "text/texts.h"
+#include "zucmtr/terminal/command.h"
+
+#include <QRegularExpression>
+#include <QString>
+
+#include <algorithm>
+#include <charconv>
+#include <limits>
+
+namespace values {
+
+namespace {
+
+template <class NumberType>
+bool Parse(const std::string& text, NumberType& number)
+{
+    const char* const end = text.data() + text.size();
+    const std::from_chars_result result = std::from_chars(text.data(), end, number);
+    return result.ec == std::errc() && result.ptr == end;
+}
+
+// Bytes of a text such as "800M"; false if it is none.
+bool ParseSize(const QString& text, uint64_t& bytes)
+{
+    static const QString units = QStringLiteral("KMGTPE");
+    static const QRegularExpression form(QStringLiteral("\\A(\\d+) *([%1]?)(?:(?<=[%1])I)?B?\\z").arg(units),
+                                         QRegularExpression::CaseInsensitiveOption);
+    const QRegularExpressionMatch match = form.match(text);
+    bool fits = false;
+    bytes = match.captured(1).toULongLong(&fits);
+    const QString unit = match.captured(2).toUpper();
+    const int shift = unit.isEmpty() ? 0 : 10 * (units.indexOf(unit) + 1);
+    fits = fits && bytes <= std::numeric_limits<uint64_t>::max() >> shift;
+    bytes <<= shift;
+    return fits;
+}
+
+} // namespace
+
+CLI::Validator WholeNumber(int64_t lowest, int64_t highest)
+{
+    return CLI::Validator(
+        [=](std::string& text) {
+            int64_t number = 0;
+            if (!Parse(text, number) || number < lowest || number > highest)
+                return Tr("values", "'%1' is wrong; give a whole number from %2 to %3")
+                    .arg(Text(text), QString::number(lowest), QString::number(highest))
+                    .toStdString();
+            text = std::to_string(number);
+            return std::string();
+        },
+        "");
+}
+
+CLI::Validator Number(double lowest, double highest)
+{
+    return CLI::Validator(
+        [=](std::string& text) {
+            double number = 0;
+            const bool good = Parse(text, number) && number >= lowest && number <= highest;
+            return good ? std::string()
+                        : Tr("values", "'%1' is wrong; give a number from %2 to %3")
+                              .arg(Text(text), QString::number(lowest), QString::number(highest, 'f', 0))
+                              .toStdString();
+        },
+        "");
+}
+
+CLI::Validator NumberBelow(double limit)
+{
+    return CLI::Validator(
+        [=](std::string& text) {
+            double number = 0;
+            const bool good = Parse(text, number) && number > 0 && number < limit;
+            return good ? std::string()
+                        : Tr("values", "'%1' is wrong; give a number above 0 and below %2")
+                              .arg(Text(text), QString::number(limit, 'f', 0))
+                              .toStdString();
+        },
+        "");
+}
+
+CLI::Validator OneOf(const std::vector<std::string>& words)
+{
+    return CLI::Validator(
+        [=](std::string& text) {
+            return std::find(words.begin(), words.end(), text) != words.end()
+                       ? std::string()
+                       : Tr("values", "'%1' is wrong; give one of %2")
+                             .arg(Text(text), Text(CLI::detail::join(words, ", ")))
+                             .toStdString();
+        },
+        "");
+}
+
+CLI::Validator Size()
+{
+    return CLI::Validator(
+        [](std::string& text) {
+            uint64_t bytes = 0;
+            if (!ParseSize(Text(text), bytes))
+                return Tr("values", "'%1' is wrong; give a size as 800M or 2G, or 0 for no limit")
+                    .arg(Text(text))
+                    .toStdString();
+            text = std::to_string(bytes);
+            return std::string();
+        },
+        "");
+}
+
+void RefuseEmpty(CLI::App& app)
+{
+    const CLI::Validator option(
+        [](std::string& text) {
+            return text.empty() ? HelpText("values", "the value is empty; give one, or leave the option out")
+                                : std::string();
+        },
+        "");
+    const CLI::Validator argument(
+        [](std::string& text) {
+            return text.empty() ? HelpText("values", "the path is empty; give one") : std::string();
+        },
+        "");
+    const auto takesValue = [](const CLI::Option* one) { return one->get_items_expected_max() > 0; };
+    for (CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; })) {
+        for (CLI::Option* one : command->get_options(takesValue))
+            one->check(one->nonpositional() ? option : argument);
+    }
+}
+
+} // namespace values

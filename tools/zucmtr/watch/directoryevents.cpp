@@ -1,0 +1,66 @@
+#include "zucmtr/watch/directoryevents.h"
+
+#include <QFile>
+
+#include <array>
+#include <cerrno>
+#include <poll.h>
+#include <sys/inotify.h>
+#include <unistd.h>
+
+namespace {
+
+// Writing alone is not asked for: a recording that grows would have the directories scanned all the time.
+// Permissions are, as a file that could not be read may be readable now.
+constexpr uint32_t events = IN_CREATE | IN_DELETE | IN_MOVED_FROM | IN_MOVED_TO | IN_ATTRIB | IN_DELETE_SELF |
+                            IN_MOVE_SELF | IN_ONLYDIR;
+
+} // namespace
+
+DirectoryEvents::DirectoryEvents() : queue(inotify_init1(IN_CLOEXEC | IN_NONBLOCK)) {}
+
+// The system gives a directory that is watched already the same number again. So this also finds that another
+// directory has taken the name of one.
+bool DirectoryEvents::Watch(const QStringList& directories)
+{
+    unwatched = 0;
+    if (!queue.IsOpen()) {
+        unwatched = directories.size();
+        return false;
+    }
+    QSet<int> now;
+    bool fresh = false;
+    for (const QString& directory : directories) {
+        const int number =
+            inotify_add_watch(queue.Number(), QFile::encodeName(directory).constData(), events);
+        if (number >= 0) {
+            fresh = fresh || !watches.contains(number);
+            now.insert(number);
+        } else if (errno == ENOSPC || errno == ENOMEM) { // others, as that it is gone, the scan reports
+            ++unwatched;
+        }
+    }
+    for (const int number : watches - now)
+        inotify_rm_watch(queue.Number(), number);
+    watches = now;
+    return fresh;
+}
+
+bool DirectoryEvents::Wait(std::chrono::milliseconds time)
+{
+    pollfd file = {queue.Number(), POLLIN, 0};
+    if (poll(&file, 1, static_cast<int>(time.count())) <= 0)
+        return false;
+    alignas(inotify_event) std::array<char, 65536> buffer{};
+    bool heard = false;
+    ssize_t size = read(queue.Number(), buffer.data(), buffer.size());
+    while (size > 0) {
+        for (ssize_t at = 0; at < size;) {
+            const auto* event = reinterpret_cast<const inotify_event*>(buffer.data() + at);
+            heard = heard || (event->mask & IN_IGNORED) == 0; // that of a watch which was given up
+            at += static_cast<ssize_t>(sizeof(inotify_event) + event->len);
+        }
+        size = read(queue.Number(), buffer.data(), buffer.size());
+    }
+    return heard;
+}

@@ -1,0 +1,31 @@
+// Hears from the system (inotify) when something happens in directories. The system limits how many
+// directories it watches; of the others nothing is heard.
+#pragma once
+
+#include "zucmtr/files/systemfile.h"
+
+#include <QSet>
+#include <QStringList>
+
+#include <chrono>
+
+class DirectoryEvents
+{
+public:
+    DirectoryEvents();
+
+    /// Watches these directories and no others. True if one of them was not watched before: what happened in
+    /// it until now was not heard.
+    bool Watch(const QStringList& directories);
+
+    /// How many of them the system does not watch, as its limit is reached.
+    int Unwatched() const { return unwatched; }
+
+    /// Waits until something happens, a signal comes or the time is over. True if something has happened.
+    bool Wait(std::chrono::milliseconds time);
+
+private:
+    systemfile::Descriptor queue;
+    QSet<int> watches;
+    int unwatched = 0;
+};

@@ -1,0 +1,404 @@
+#include "zucmtr/watch/watch.h"
+
+#include "text/texts.h"
+#include "zucmtr/files/sourcefiles.h"
+#include "zucmtr/files/staging.h"
+#include "zucmtr/run/ownprocess.h"
+#include "zucmtr/run/worker.h"
+#include "zucmtr/terminal/interrupt.h"
+#include "zucmtr/watch/servicemanager.h"
+#include "zucmtr/watch/watchevents.h"
+
+#include <QJsonArray>
+#include <QSet>
+
+#include <algorithm>
+#include <csignal>
+
+using watchevents::Tell;
+
+namespace {
+
+// After the program came so often to no end of a recording, a process of its own shows whether that is the
+// recording's fault. The power, the system or somebody else may have ended the program as well.
+constexpr int endsBorne = 2;
+
+// A run with --once ends after so many recordings in a row for which there was no room.
+constexpr int troublesBorne = 2;
+
+constexpr std::chrono::milliseconds troublePause{500}; // between two looks at it, at least
+
+double Seconds(std::chrono::milliseconds time)
+{
+    return std::chrono::duration<double>(time).count();
+}
+
+// What is reported of a recording, without what the kind of the event says.
+QJsonObject EventOf(const BatchItem& item)
+{
+    QJsonObject object = JsonOf(item);
+    object.remove("status");
+    return object;
+}
+
+bool IsTroubleOfService(const BatchItem& item)
+{
+    return item.state == ItemState::Failed && (item.blame == Blame::Output || item.blame == Blame::Archive);
+}
+
+} // namespace
+
+Watch::Watch(const WatchOrder& order_, Worker& worker_, WatchJournal& journal_)
+    : order(order_), worker(worker_), journal(journal_), input(order), trouble(order.retryAfter)
+{}
+
+bool Watch::Run()
+{
+    Start();
+    while (!interrupt::Came()) {
+        if (input.IsTimeToLook())
+            Look();
+        ConvertDue();
+        TellStatus();
+        if (order.once && IsDone())
+            break;
+        if (journal.IsLong())
+            journal.Compact();
+        Sleep();
+    }
+    servicemanager::Stopping();
+    QJsonObject end = ReasonOfEnd();
+    end["converted"] = converted;
+    end["failed"] = failed;
+    end["waiting"] = waiting.size();
+    Tell("stopped", end);
+    journal.Flush();
+    return failed == 0 && waiting.isEmpty() && input.IsWhole();
+}
+
+void Watch::Start()
+{
+    interrupt::Install();
+    Tell("started", {{"directories", QJsonArray::fromStringList(order.directories)},
+                     {"quietSeconds", Seconds(order.quiet)}});
+    servicemanager::Ready();
+    if (order.retryGivenUp)
+        journal.ForgetGivenUp();
+    journal.Compact();
+    Staging::RemoveLeft(order.out);
+}
+
+QJsonObject Watch::ReasonOfEnd() const
+{
+    const auto both = [](const char* word, const QString& text) {
+        return QJsonObject{{"reason", QLatin1String(word)}, {"text", text}};
+    };
+    switch (interrupt::Signal()) {
+    case SIGTERM:
+        return both(reason::Terminated, Tr("watch", "ended by SIGTERM"));
+    case SIGINT:
+        return both(reason::Interrupted, Tr("watch", "ended by Ctrl-C"));
+    default:
+        break;
+    }
+    if (trouble.IsOn())
+        return both(reason::Trouble, Tr("watch", "the next run goes on: %1").arg(trouble.Text()));
+    return both(reason::Done, Tr("watch", "nothing is left to do"));
+}
+
+bool Watch::IsDone() const
+{
+    if (trouble.IsOn() && (waiting.isEmpty() || troublesInRow == 0 || troublesInRow >= troublesBorne))
+        return true;
+    return waiting.isEmpty() && !input.NeedsAnotherLook();
+}
+
+void Watch::Look()
+{
+    const std::vector<Chain> chains = input.Look();
+    QSet<QString> there;
+    for (const Chain& chain : chains) {
+        there << chain.recording.path;
+        if (chain.fingerprint.state == Fingerprint::State::There)
+            Observe(chain);
+    }
+    for (auto one = waiting.begin(); one != waiting.end();)
+        one = there.contains(one.key()) ? std::next(one) : waiting.erase(one);
+    input.Looked();
+    MayWork(); // or nobody would hear of trouble before a recording comes
+}
+
+void Watch::Observe(const Chain& chain)
+{
+    using Verdict = WatchJournal::Verdict;
+    const QString& path = chain.recording.path;
+    const auto known = waiting.find(path);
+    if (known != waiting.end() && known->fingerprint.print == chain.fingerprint.print) {
+        ObserveAgain(*known, chain.fingerprint);
+        return;
+    }
+    const Verdict verdict = journal.VerdictOn(path, chain.fingerprint);
+    if (verdict == Verdict::Converted || verdict == Verdict::GivenUp) {
+        waiting.remove(path);
+        return;
+    }
+    if (known == waiting.end())
+        Tell("found", {{"file", path}});
+    Expect(chain);
+}
+
+// One that failed may succeed with other permissions.
+void Watch::ObserveAgain(Waiting& one, const Fingerprint& now) const
+{
+    if (one.failures > 0 && one.fingerprint.access != now.access) {
+        one.failures = 0;
+        one.due = Clock::now() + order.quiet;
+    }
+    one.fingerprint = now;
+}
+
+void Watch::Expect(const Chain& chain)
+{
+    const QString& path = chain.recording.path;
+    Waiting one;
+    one.recording = chain.recording;
+    one.fingerprint = chain.fingerprint;
+    one.due = Clock::now() + order.quiet;
+    one.isDoubtful = journal.Unended(path, chain.fingerprint) > 0;
+    const int failures = journal.Failures(path, chain.fingerprint);
+    if (!order.once && failures > 0) {
+        one.failures = std::min(failures, order.attempts - 1); // one attempt at least
+        one.due += PauseAfter(failures);
+    }
+    waiting.insert(path, one);
+}
+
+// Those that may bring the program down, or find no room again, come last.
+QStringList Watch::Due() const
+{
+    const Clock::time_point now = Clock::now();
+    QStringList first;
+    QStringList last;
+    for (auto one = waiting.begin(); one != waiting.end(); ++one) {
+        if (one->due <= now)
+            (one->isDoubtful ? last : first) << one.key();
+    }
+    return first + last;
+}
+
+void Watch::ConvertDue()
+{
+    if (trouble.IsOn() && trouble.MayTry())
+        MayWork();
+    for (const QString& path : Due()) {
+        if (interrupt::Came() || !MayWork())
+            return;
+        if (IsAsItWas(path))
+            Convert(waiting[path]);
+        TellStatus();
+    }
+}
+
+// Whether what a recording needs besides itself is there; what is not is trouble.
+bool Watch::MayWork()
+{
+    const bool borne = order.once && troublesInRow > 0 && troublesInRow < troublesBorne;
+    if (!trouble.MayTry() && !borne)
+        return false;
+    try {
+        CheckPlace(reason::OutputUnusable, QStringLiteral("--out"), order.out);
+        if (!order.archive.isEmpty())
+            CheckPlace(reason::ArchiveUnusable, QStringLiteral("--archive"), order.archive);
+        journal.Flush();
+    } catch (const WatchPlaceError& error) {
+        trouble.Meet(error.word, QString::fromUtf8(error.what()), WatchTrouble::Cure::Look);
+        troublesInRow = troublesBorne; // nothing can be begun
+        return false;
+    } catch (const WatchJournal::Unwritable& error) {
+        trouble.Meet(reason::JournalNotWritten, QString::fromUtf8(error.what()), WatchTrouble::Cure::Look);
+        troublesInRow = troublesBorne;
+        return false;
+    }
+    trouble.Looked();
+    return true;
+}
+
+// It may have grown while others were converted, or be gone. While it cannot be looked at it is not begun.
+bool Watch::IsAsItWas(const QString& path)
+{
+    Waiting& one = waiting[path];
+    const Fingerprint now = FingerprintOf(path);
+    switch (now.state) {
+    case Fingerprint::State::Gone:
+        waiting.remove(path);
+        return false;
+    case Fingerprint::State::Unknown:
+        if (order.once) {
+            BatchItem item;
+            item.recording = one.recording;
+            item.Fail(reason::SourceUnreadable,
+                      Tr("watch", "not converted: its files cannot be looked at; the next run tries again"));
+            FailForThisRun(path, item);
+            return false;
+        }
+        one.due = Clock::now() + std::max(order.quiet, order.retryAfter);
+        return false;
+    case Fingerprint::State::There:
+        break;
+    }
+    const bool isSame = now.print == one.fingerprint.print;
+    one.fingerprint = now;
+    if (!isSame) {
+        one.due = Clock::now() + order.quiet;
+        one.failures = 0;
+    }
+    return isSame;
+}
+
+BatchItem Watch::WorkSafely(const Waiting& one)
+{
+    // The one that was just begun counts, too.
+    if (journal.Unended(one.recording.path, one.fingerprint) <= endsBorne)
+        return worker.Work(one.recording);
+    BatchItem item =
+        WorkInOwnProcess([&] { return worker.Work(one.recording); }, [this] { journal.LetGo(); });
+    item.recording = one.recording;
+    return item;
+}
+
+void Watch::Convert(Waiting& one)
+{
+    const QString path = one.recording.path;
+    try {
+        journal.NoteBegun(path, one.fingerprint.print);
+    } catch (const WatchJournal::Unwritable& error) {
+        trouble.Meet(reason::JournalNotWritten, QString::fromUtf8(error.what()), WatchTrouble::Cure::Look);
+        return;
+    }
+    const bool isProbe = trouble.IsOn();
+    if (!isProbe)
+        Tell("converting", {{"file", path}});
+    const BatchItem item = WorkSafely(one);
+    if (interrupt::Came() && qstrcmp(item.reason, reason::NeverEnded) == 0)
+        return; // the signal ended the other process, too
+    if (IsTroubleOfService(item)) {
+        Postpone(one, item);
+        return;
+    }
+    if (item.state != ItemState::Failed) {
+        trouble.Worked();
+        troublesInRow = 0;
+    }
+    if (isProbe)
+        Tell("converting", {{"file", path}});
+    if (item.state == ItemState::Failed)
+        Fail(one, item);
+    else
+        Finish(one, item);
+}
+
+void Watch::Finish(Waiting& one, const BatchItem& item)
+{
+    const QString path = one.recording.path;
+    QJsonObject object = EventOf(item);
+    object.remove("reason");
+    object.remove("error");
+    Remember([&] {
+        if (item.fate == SourceFate::Kept)
+            journal.NoteConverted(path, one.fingerprint.print, item.recordName);
+        else
+            journal.NotePutAway(path, one.fingerprint.print);
+    });
+    ++converted;
+    Tell("converted", object);
+    waiting.remove(path);
+}
+
+// The journal knows it in memory, and writes it when it can.
+void Watch::Remember(const std::function<void()>& note)
+{
+    try {
+        note();
+    } catch (const WatchJournal::Unwritable& error) {
+        trouble.Meet(reason::JournalNotWritten, QString::fromUtf8(error.what()), WatchTrouble::Cure::Look);
+    }
+}
+
+// A run with --once tries it no more, but may still have room for another recording.
+void Watch::Postpone(Waiting& one, const BatchItem& item)
+{
+    const QString path = one.recording.path;
+    Remember([&] { journal.NoteWithdrawn(path, one.fingerprint.print); });
+    one.isDoubtful = true;
+    ++troublesInRow;
+    trouble.Meet(item.reason, item.error, WatchTrouble::Cure::Work, path);
+    if (order.once)
+        FailForThisRun(path, item);
+}
+
+// The next run tries it as if nothing had been.
+void Watch::FailForThisRun(const QString& path, const BatchItem& item)
+{
+    QJsonObject object = EventOf(item);
+    object["attempt"] = 1;
+    object["retrySeconds"] = QJsonValue();
+    ++failed;
+    Tell("failed", object);
+    waiting.remove(path);
+}
+
+void Watch::Fail(Waiting& one, const BatchItem& item)
+{
+    const QString path = one.recording.path;
+    // Putting away renames the files and puts them back; that is no reason to try again at once.
+    const Fingerprint now = FingerprintOf(path);
+    if (now.print == one.fingerprint.print && now.modes == one.fingerprint.modes)
+        one.fingerprint = now;
+    ++one.failures;
+    QJsonObject object = EventOf(item);
+    object["attempt"] = one.failures;
+    const bool isLast = one.failures >= order.attempts;
+    // What lacks memory now may have it when others have ended: that is tried on and on.
+    if (isLast && (order.once || item.blame != Blame::Memory)) {
+        Remember([&] { journal.NoteGivenUp(path, one.fingerprint); });
+        ++failed;
+        object["retrySeconds"] = QJsonValue();
+        Tell("failed", object);
+        waiting.remove(path);
+        return;
+    }
+    Remember([&] { journal.NoteFailed(path, one.fingerprint.print); });
+    const std::chrono::milliseconds pause = PauseAfter(std::min(one.failures, order.attempts));
+    object["retrySeconds"] = Seconds(pause);
+    Tell("failed", object);
+    one.due = Clock::now() + pause;
+}
+
+std::chrono::milliseconds Watch::PauseAfter(int failures) const
+{
+    return order.retryAfter * (1 << std::min(failures - 1, 16));
+}
+
+// Until a recording is due, it is time to look into the directories, or a signal has come.
+void Watch::Sleep()
+{
+    Clock::time_point end = input.NextLook();
+    const bool waits = trouble.IsOn() && !order.once;
+    // What shows that the trouble is over may need a recording that is not due: it is no reason to hurry.
+    const Clock::time_point next = std::max(trouble.Next(), Clock::now() + troublePause);
+    if (waits)
+        end = std::min(end, next);
+    for (const Waiting& one : waiting)
+        end = std::min(end, waits ? std::max(one.due, trouble.Next()) : one.due);
+    while (!input.IsTimeToLook() && !interrupt::Came() && Clock::now() < end)
+        input.Wait(std::min(end, input.NextLook()));
+}
+
+void Watch::TellStatus() const
+{
+    if (!trouble.IsOn())
+        servicemanager::SetStatus(Tr("watch", "%1 converted, %2 given up, %3 waiting")
+                                      .arg(converted)
+                                      .arg(failed)
+                                      .arg(waiting.size()));
+}

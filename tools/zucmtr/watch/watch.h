@@ -1,0 +1,88 @@
+// Converts recordings as they come into directories: the loop behind 'zucmtr watch'.
+#pragma once
+
+#include "zucmtr/run/batchitem.h"
+#include "zucmtr/watch/watchinput.h"
+#include "zucmtr/watch/watchjournal.h"
+#include "zucmtr/watch/watchtrouble.h"
+
+#include <QJsonObject>
+#include <QMap>
+#include <QStringList>
+
+#include <chrono>
+#include <functional>
+
+class Worker;
+
+struct WatchOrder
+{
+    QStringList directories;
+    QString out;
+    QString archive; // empty: none
+    bool recursive = false;
+    QStringList excluded;               // directories below
+    bool once = false;                  // end when nothing is left to do
+    std::chrono::milliseconds quiet{0}; // how long a recording has to stay as it is to count as complete
+    std::chrono::milliseconds rescan{0};
+    std::chrono::milliseconds retryAfter{0}; // after the first failure; doubled after each further one
+    int attempts = 1;                        // of a recording, before it is given up
+    bool retryGivenUp = false;               // of earlier runs
+};
+
+class Watch
+{
+public:
+    Watch(const WatchOrder& order_, Worker& worker_, WatchJournal& journal_);
+
+    /// Prints each event as a JSON object and line. Returns after a signal, or with `once` when nothing is
+    /// left to do. True if no recording failed and every directory can be looked into. Throws
+    /// WatchJournal::Taken, and at the end WatchJournal::Unwritable.
+    bool Run();
+
+private:
+    using Clock = std::chrono::steady_clock;
+
+    // A recording that is not converted yet.
+    struct Waiting
+    {
+        Recording recording;
+        Fingerprint fingerprint;
+        Clock::time_point due;
+        int failures = 0;
+        bool isDoubtful =
+            false; // the program came to no end of it, or there was no room for it: after the others
+    };
+
+    void Start();
+    void Look();
+    void Observe(const Chain& chain);
+    void ObserveAgain(Waiting& one, const Fingerprint& now) const;
+    void Expect(const Chain& chain);
+    QStringList Due() const;
+    void ConvertDue();
+    bool MayWork();
+    bool IsAsItWas(const QString& path);
+    BatchItem WorkSafely(const Waiting& one);
+    void Convert(Waiting& one);
+    void Finish(Waiting& one, const BatchItem& item);
+    void Postpone(Waiting& one, const BatchItem& item);
+    void FailForThisRun(const QString& path, const BatchItem& item);
+    void Fail(Waiting& one, const BatchItem& item);
+    void Remember(const std::function<void()>& note);
+    std::chrono::milliseconds PauseAfter(int failures) const;
+    bool IsDone() const;
+    void Sleep();
+    void TellStatus() const;
+    QJsonObject ReasonOfEnd() const;
+
+    const WatchOrder order;
+    Worker& worker;
+    WatchJournal& journal;
+    WatchInput input;
+    WatchTrouble trouble;
+    QMap<QString, Waiting> waiting;
+    int troublesInRow = 0;
+    int converted = 0;
+    int failed = 0;
+};

@@ -1,0 +1,17 @@
+#include "zucmtr/watch/watchevents.h"
+
+#include "zucmtr/terminal/console.h"
+
+#include <QDateTime>
+
+namespace watchevents {
+
+void Tell(const char* event, QJsonObject object)
+{
+    const QDateTime now = QDateTime::currentDateTime();
+    object["time"] = now.toOffsetFromUtc(now.offsetFromUtc()).toString(Qt::ISODateWithMs);
+    object["event"] = QLatin1String(event);
+    PrintJson(object);
+}
+
+} // namespace watchevents

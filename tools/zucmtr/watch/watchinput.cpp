@@ -1,0 +1,228 @@
+#include "zucmtr/watch/watchinput.h"
+
+#include "text/texts.h"
+#include "zucmtr/files/archivecopies.h"
+#include "zucmtr/files/asidefiles.h"
+#include "zucmtr/files/chainfiles.h"
+#include "zucmtr/files/systemfile.h"
+#include "zucmtr/watch/watch.h"
+#include "zucmtr/watch/watchevents.h"
+
+#include <QCryptographicHash>
+#include <QDir>
+#include <QFileInfo>
+#include <QJsonArray>
+
+#include <algorithm>
+
+namespace {
+
+constexpr std::chrono::milliseconds longestWait{200}; // a signal may come just before
+
+// A scan of very many files takes long: so many times as long nothing is scanned afterwards, at least. The
+// long rest is a share of the processor well below 5 %; the short one holds while recordings come, and for
+// the first thing that is heard.
+constexpr int shortRest = 4;
+constexpr int longRest = 40;
+
+// So many of a kind are reported one by one; more of them in one event with some examples.
+constexpr int mostSingle = 3;
+
+QString Normalised(const QString& path)
+{
+    return QDir::cleanPath(QFileInfo(path).absoluteFilePath());
+}
+
+QByteArray StateOf(const Scan& scan)
+{
+    QCryptographicHash hash(QCryptographicHash::Sha1);
+    for (const Chain& chain : scan.chains)
+        hash.addData(chain.recording.path.toUtf8() + chain.fingerprint.print + chain.fingerprint.access);
+    return hash.result();
+}
+
+} // namespace
+
+bool WatchInput::IsTimeToLook() const
+{
+    return Clock::now() >= NextLook();
+}
+
+WatchInput::Clock::time_point WatchInput::NextLook() const
+{
+    Clock::time_point next = changed ? lookAgain : rescan;
+    for (const Orphan& orphan : orphans) {
+        if (!orphan.isTold)
+            next = std::min(next, std::max(orphan.due, lookAgain));
+    }
+    return next;
+}
+
+std::vector<Chain> WatchInput::Look()
+{
+    start = Clock::now();
+    hasHeard = changed;
+    changed = false;
+    Scan scan = ScanDirectories(order.directories, order.recursive, order.excluded);
+    if (events.Watch(scan.directories))
+        changed = true; // what came after the scan and before the watch, only another scan finds
+    const QByteArray now = StateOf(scan);
+    isNew = now != state;
+    state = now;
+    TellUnwatched();
+    TellUnreadable(scan.unreadable);
+    TellLeft(scan.directories);
+    TellOrphans(scan.directories);
+    isFirst = false;
+    return std::move(scan.chains);
+}
+
+void WatchInput::Looked()
+{
+    const Clock::time_point end = Clock::now();
+    lookAgain = end + (end - start) * (isNew || !hasHeard ? shortRest : longRest);
+    rescan = std::max(end + (end - start) * (isNew ? shortRest : longRest), end + order.rescan);
+}
+
+void WatchInput::Wait(Clock::time_point until)
+{
+    const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(until - Clock::now()) +
+                      std::chrono::milliseconds(1);
+    if (events.Wait(std::min(std::max(left, std::chrono::milliseconds(0)), longestWait)))
+        changed = true;
+}
+
+bool WatchInput::NeedsAnotherLook() const
+{
+    return isBack ||
+           std::any_of(orphans.begin(), orphans.end(), [](const Orphan& orphan) { return !orphan.isTold; });
+}
+
+// In the spelling of the command line.
+QString WatchInput::AsGiven(const QString& path) const
+{
+    for (const QString& directory : order.directories) {
+        const QString whole = Normalised(directory);
+        if (path.startsWith(whole + QLatin1Char('/')))
+            return QDir(directory).filePath(path.mid(whole.size() + 1));
+    }
+    return path;
+}
+
+// Where the recordings of a directory are put away.
+QString WatchInput::ArchiveOf(const QString& directory) const
+{
+    for (const QString& top : order.directories) {
+        const QString whole = Normalised(top);
+        if (directory.startsWith(whole + QLatin1Char('/')))
+            return QDir(order.archive).filePath(directory.mid(whole.size() + 1));
+    }
+    return order.archive;
+}
+
+void WatchInput::TellUnreadable(const std::vector<Refusal>& refusals)
+{
+    QSet<QString> now;
+    QMap<QByteArray, std::vector<const Refusal*>> all;
+    QMap<QByteArray, std::vector<const Refusal*>> fresh;
+    for (const Refusal& refusal : refusals) {
+        now.insert(refusal.path);
+        all[refusal.reason].push_back(&refusal);
+        if (!unreadable.contains(refusal.path))
+            fresh[refusal.reason].push_back(&refusal);
+    }
+    unreadable = now;
+    for (auto kind = fresh.begin(); kind != fresh.end(); ++kind) {
+        const int count = static_cast<int>(all[kind.key()].size());
+        int& told = unreadableTold[kind.key()];
+        if (count > mostSingle && count < 2 * told)
+            continue;
+        const bool isSum = count > mostSingle;
+        told = isSum ? count : 0;
+        const std::vector<const Refusal*>& shown = isSum ? all[kind.key()] : *kind;
+        for (size_t at = 0; at < (isSum ? 1 : shown.size()); ++at) {
+            QJsonObject event{{"path", shown[at]->path},
+                              {"reason", QLatin1String(shown[at]->reason)},
+                              {"error", shown[at]->text},
+                              {"count", isSum ? count : 1}};
+            QJsonArray examples;
+            for (size_t number = 1; isSum && number < mostSingle; ++number)
+                examples << shown[number]->path;
+            event["examples"] = examples;
+            watchevents::Tell("unreadable", event);
+        }
+    }
+}
+
+void WatchInput::TellUnwatched()
+{
+    if (isUnwatchedTold || events.Unwatched() == 0)
+        return;
+    isUnwatchedTold = true;
+    const QString text =
+        Tr("watch", "the system reports no changes of this many directories, as its limit is "
+                    "reached; they are scanned every %1 seconds or more; raise "
+                    "fs.inotify.max_user_watches");
+    watchevents::Tell("unwatched", {{"count", events.Unwatched()},
+                                    {"text", text.arg(std::chrono::duration<double>(order.rescan).count())}});
+}
+
+void WatchInput::TellOrphans(const QStringList& directories)
+{
+    QHash<QString, Orphan> now;
+    for (const QString& directory : directories) {
+        for (const QString& path : OrphansIn(directory))
+            ObserveOrphan(path, now);
+    }
+    orphans = now;
+}
+
+// Files that are copied one after the other may come in any order.
+void WatchInput::ObserveOrphan(const QString& path, QHash<QString, Orphan>& now) const
+{
+    systemfile::Identity file;
+    if (systemfile::Identify(path, file) == ENOENT)
+        return;
+    Orphan orphan = orphans.value(path);
+    const bool isSame =
+        orphans.contains(path) && orphan.size == file.size && orphan.modified == file.modified;
+    if (!isSame)
+        orphan = {file.size, file.modified, Clock::now() + order.quiet, orphan.isTold};
+    if (!orphan.isTold && Clock::now() >= orphan.due) {
+        orphan.isTold = true;
+        const QString first = AsGiven(FirstFileOf(path));
+        watchevents::Tell("orphan",
+                          {{"file", AsGiven(path)},
+                           {"first", first},
+                           {"text", Tr("watch", "it continues a recording whose first file %1 is not "
+                                                "there, so it is not converted; bring that back")
+                                        .arg(first)}});
+    }
+    now.insert(path, orphan);
+}
+
+void WatchInput::TellLeft(const QStringList& directories)
+{
+    sourcefiles::Recovered all;
+    for (const QString& directory : directories) {
+        const sourcefiles::Recovered one = sourcefiles::Recover(directory);
+        all.back += one.back;
+        all.removed += one.removed;
+        all.notes += one.notes;
+        if (isFirst && !order.archive.isEmpty())
+            all.removed += sourcefiles::RemoveParts(ArchiveOf(directory));
+    }
+    isBack = !all.back.isEmpty();
+    changed = changed || isBack;
+    if (all.back.isEmpty() && all.removed.isEmpty() && (all.notes.isEmpty() || !isFirst))
+        return;
+    QStringList back;
+    for (const QString& path : qAsConst(all.back))
+        back << AsGiven(path);
+    QStringList removed;
+    for (const QString& path : qAsConst(all.removed))
+        removed << AsGiven(path);
+    watchevents::Tell("leftovers", {{"back", QJsonArray::fromStringList(back)},
+                                    {"removed", QJsonArray::fromStringList(removed)},
+                                    {"notes", QJsonArray::fromStringList(all.notes)}});
+}
