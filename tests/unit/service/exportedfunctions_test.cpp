@@ -66,8 +66,9 @@ TEST_F(ExportedFunctions, NoneDoesAnythingBeforeInit)
 
 TEST_F(ExportedFunctions, LogPathIsSetWithoutAConverter)
 {
-    ZuCmtrSetLogFilePath("some/path.log");
-    EXPECT_EQ(ZuCmtrConverter::LogFilePath, "some/path.log");
+    ZuCmtrSetLogFilePath(directory.Path("set.log"));
+    SetUpDevice();
+    EXPECT_EQ(directory.Names(), QStringList({"ZuDrv.ini", "set.log"}));
 }
 
 TEST_F(ExportedFunctions, SecondInitGivesFalseAndLeavesTheFirstConverterAlone)
