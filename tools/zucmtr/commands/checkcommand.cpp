@@ -2,7 +2,7 @@
 
 #include "inicheck/inicheck.h"
 #include "text/texts.h"
-#include "zucmtr/host/devicechoice.h"
+#include "zucmtr/commands/deviceoptions.h"
 #include "zucmtr/terminal/checks.h"
 #include "zucmtr/terminal/console.h"
 #include "zucmtr/terminal/memorylimit.h"
@@ -25,9 +25,7 @@ using inicheck::Severity;
 
 struct CheckOptions
 {
-    std::string ini;
-    std::string defaults;
-    std::string device;
+    ChoiceOptions choice;
     bool json = false;
     uint64_t maxMemory = 0;
     std::vector<std::string> files;
@@ -117,7 +115,7 @@ bool HasUnknownLetters(const QString& ini)
 inicheck::Question QuestionOf(const CheckOptions& options)
 {
     inicheck::Question question;
-    DeviceChoice choice{Text(options.ini), Text(options.defaults), Text(options.device)};
+    DeviceChoice choice = ChoiceOf(options.choice);
     SortFiles(options, choice, question.recordings);
     std::vector<Recording> recordings;
     for (const QString& file : question.recordings)
@@ -158,19 +156,11 @@ void AddCheckCommand(CLI::App& app, Action& chosen)
     CLI::App* command =
         app.add_subcommand("check", HelpText("check", "Explain what is wrong with an ini file"));
     const auto options = std::make_shared<CheckOptions>();
-    command
-        ->add_option("--ini", options->ini,
-                     HelpText("check", "The recorders' ini file. Default: ZuDrv.ini beside the recordings, "
-                                       "else in the current directory"))
-        ->type_name("FILE");
-    command
-        ->add_option("--defaults", options->defaults,
-                     HelpText("check", "Section with the defaults. Default: the section [Default]"))
-        ->type_name("SECTION");
-    command
-        ->add_option("--device", options->device,
-                     HelpText("check", "Section of a recorder. Default: all of them"))
-        ->type_name("SECTION");
+    AddChoiceOptions(
+        *command, options->choice,
+        {HelpText("check", "The recorders' ini file. Default: ZuDrv.ini beside the recordings, else in the "
+                           "current directory"),
+         HelpText("check", "Section of the ini file for a recorder. Default: all of them")});
     command->add_flag("--json", options->json, HelpText("check", "One JSON object a finding, for programs"));
     AddMemoryOption(*command, options->maxMemory);
     command

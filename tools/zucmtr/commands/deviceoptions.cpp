@@ -5,24 +5,29 @@
 
 #include <CLI/CLI.hpp>
 
+std::vector<CLI::Option*> AddChoiceOptions(CLI::App& command, ChoiceOptions& options,
+                                           const ChoiceTexts& texts)
+{
+    const std::string defaults =
+        HelpText("device", "Section of the ini file with the defaults. Default: the section [Default]");
+    return {command.add_option("--ini", options.ini, texts.ini)->type_name("FILE"),
+            command.add_option("--defaults", options.defaults, defaults)->type_name("SECTION"),
+            command.add_option("--device", options.device, texts.device)->type_name("SECTION")};
+}
+
+DeviceChoice ChoiceOf(const ChoiceOptions& options)
+{
+    return {QString::fromStdString(options.ini), QString::fromStdString(options.defaults),
+            QString::fromStdString(options.device)};
+}
+
 void AddDeviceOptions(CLI::App& command, DeviceOptions& options)
 {
-    command
-        .add_option("--ini", options.ini,
-                    HelpText("device",
-                             "The recorders' ini file. Default: ZuDrv.ini beside the recordings or above "
-                             "them, else in the current directory"))
-        ->type_name("FILE");
-    command
-        .add_option(
-            "--defaults", options.defaults,
-            HelpText("device", "Section of the ini file with the defaults. Default: the section [Default]"))
-        ->type_name("SECTION");
-    command
-        .add_option(
-            "--device", options.device,
-            HelpText("device", "Section of the ini file for this recorder. Default: the only other section"))
-        ->type_name("SECTION");
+    AddChoiceOptions(
+        command, options,
+        {HelpText("device", "The recorders' ini file. Default: ZuDrv.ini beside the recordings or above "
+                            "them, else in the current directory"),
+         HelpText("device", "Section of the ini file for this recorder. Default: the only other section")});
     command
         .add_option_function<std::string>(
             "--log",
@@ -32,12 +37,6 @@ void AddDeviceOptions(CLI::App& command, DeviceOptions& options)
             },
             HelpText("device", "File to which loading the ini file appends its log"))
         ->type_name("FILE");
-}
-
-DeviceChoice ChoiceOf(const DeviceOptions& options)
-{
-    return {QString::fromStdString(options.ini), QString::fromStdString(options.defaults),
-            QString::fromStdString(options.device)};
 }
 
 void CheckLog(const DeviceOptions& options)

@@ -4,25 +4,42 @@
 #include "zucmtr/host/devicechoice.h"
 
 #include <string>
+#include <vector>
 
 namespace CLI {
 class App;
-}
+class Option;
+} // namespace CLI
 
-struct DeviceOptions
+struct ChoiceOptions
 {
     std::string ini;
     std::string defaults;
     std::string device;
+};
+
+/// What differs between commands: what is taken where the option is not given.
+struct ChoiceTexts
+{
+    std::string ini;
+    std::string device;
+};
+
+/// Adds --ini, --defaults and --device to a subcommand, and gives them; options must live as long as it.
+std::vector<CLI::Option*> AddChoiceOptions(CLI::App& command, ChoiceOptions& options,
+                                           const ChoiceTexts& texts);
+
+/// What the options name; the rest is to be completed.
+DeviceChoice ChoiceOf(const ChoiceOptions& options);
+
+struct DeviceOptions : ChoiceOptions
+{
     std::string log;
     bool hasLog = false; // --log is given
 };
 
-/// Adds --ini, --defaults, --device and --log to a subcommand; options must live as long as it.
+/// The same for the recorder of recordings that are converted, with --log.
 void AddDeviceOptions(CLI::App& command, DeviceOptions& options);
-
-/// What the options name; the rest is to be completed.
-DeviceChoice ChoiceOf(const DeviceOptions& options);
 
 /// The log, if one is named, must be a file that can be written to. Throws ConfigurationError.
 void CheckLog(const DeviceOptions& options);

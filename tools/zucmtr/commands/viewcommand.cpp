@@ -3,6 +3,7 @@
 #include "output/target.h"
 #include "text/texts.h"
 #include "view/view.h"
+#include "zucmtr/commands/deviceoptions.h"
 #include "zucmtr/commands/recordsource.h"
 #include "zucmtr/terminal/checks.h"
 #include "zucmtr/terminal/console.h"
@@ -27,9 +28,7 @@ struct ViewOptions
     std::string page;
     std::string svg;
     std::string png;
-    std::string ini;
-    std::string defaults;
-    std::string device;
+    ChoiceOptions choice;
     double window = 0;
     bool full = false;
     bool plain = false; // without ini file
@@ -112,9 +111,7 @@ int RunView(const ViewOptions& options)
     CheckIsNoInput(QStringLiteral("--svg"), Text(options.svg), Text(options.file));
     CheckIsNoInput(QStringLiteral("--png"), Text(options.png), Text(options.file));
     try {
-        const RecordSource source(Text(options.file),
-                                  {Text(options.ini), Text(options.defaults), Text(options.device)},
-                                  options.plain);
+        const RecordSource source(Text(options.file), ChoiceOf(options.choice), options.plain);
         if (!interrupt::Came())
             WriteAll(options, source.Path());
     } catch (const comtrade::Error& error) {
@@ -162,25 +159,12 @@ void AddChoiceOptions(CLI::App& command, ViewOptions& options)
         "--plain", options.plain,
         HelpText("view",
                  "Take no ini file: names as in the recording, a report without the values of circuits"));
-    command
-        .add_option("--ini", options.ini,
-                    HelpText("view",
-                             "The recorders' ini file. Default: ZuDrv.ini beside the recording or in the "
-                             "current directory, if there is one"))
-        ->excludes(plain)
-        ->type_name("FILE");
-    command
-        .add_option(
-            "--defaults", options.defaults,
-            HelpText("view", "Section of the ini file with the defaults. Default: the section [Default]"))
-        ->excludes(plain)
-        ->type_name("SECTION");
-    command
-        .add_option(
-            "--device", options.device,
-            HelpText("view", "Section of the ini file for this recorder. Default: the only other section"))
-        ->excludes(plain)
-        ->type_name("SECTION");
+    const ChoiceTexts texts{
+        HelpText("view", "The recorders' ini file. Default: ZuDrv.ini beside the recording or in the current "
+                         "directory, if there is one"),
+        HelpText("device", "Section of the ini file for this recorder. Default: the only other section")};
+    for (CLI::Option* option : AddChoiceOptions(command, options.choice, texts))
+        option->excludes(plain);
 }
 
 } // namespace

@@ -247,14 +247,6 @@
         <translation>Ini-файл регистраторов. По умолчанию ZuDrv.ini рядом с осциллограммами, иначе в текущем каталоге</translation>
     </message>
     <message>
-        <source>Section with the defaults. Default: the section [Default]</source>
-        <translation>Секция с умолчаниями. По умолчанию [Default]</translation>
-    </message>
-    <message>
-        <source>Section of a recorder. Default: all of them</source>
-        <translation>Секция регистратора. По умолчанию все</translation>
-    </message>
-    <message>
         <source>One JSON object a finding, for programs</source>
         <translation>Объект JSON на каждую находку, для программ</translation>
     </message>
@@ -309,6 +301,10 @@ Example, with the sample station:
     <message>
         <source>it is in %1, not in UTF-8; the converter takes it as UTF-8 and finds none of its keys, so that no section loads; rewrite it: iconv -f %1 -t UTF-8 old.ini &gt; new.ini</source>
         <translation>файл в кодировке %1, а не UTF-8; преобразователь принимает его за UTF-8 и не находит ни одного ключа, поэтому ни одна секция не загружается; перекодируйте: iconv -f %1 -t UTF-8 old.ini &gt; new.ini</translation>
+    </message>
+    <message>
+        <source>Section of the ini file for a recorder. Default: all of them</source>
+        <translation>Секция ini-файла для регистратора. По умолчанию: все</translation>
     </message>
 </context>
 <context>
@@ -2520,14 +2516,6 @@ Example:
     <message>
         <source>The recorders&apos; ini file. Default: ZuDrv.ini beside the recording or in the current directory, if there is one</source>
         <translation>Ini-файл регистраторов. По умолчанию ZuDrv.ini рядом с осциллограммой или в текущем каталоге, если он есть</translation>
-    </message>
-    <message>
-        <source>Section of the ini file with the defaults. Default: the section [Default]</source>
-        <translation>Секция ini-файла с умолчаниями. По умолчанию [Default]</translation>
-    </message>
-    <message>
-        <source>Section of the ini file for this recorder. Default: the only other section</source>
-        <translation>Секция ini-файла этого регистратора. По умолчанию единственная другая секция</translation>
     </message>
     <message>
         <source>Show a recording or COMTRADE record as a page for the browser, or as a picture</source>
