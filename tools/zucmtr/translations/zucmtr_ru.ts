@@ -304,7 +304,7 @@ Example, with the sample station:
     </message>
     <message>
         <source>Section of the ini file for a recorder. Default: all of them</source>
-        <translation>Секция ini-файла для регистратора. По умолчанию: все</translation>
+        <translation>Секция ini-файла одного регистратора. По умолчанию все</translation>
     </message>
 </context>
 <context>
