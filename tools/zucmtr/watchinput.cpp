@@ -2,6 +2,7 @@
 
 #include "archivecopies.h"
 #include "asidefiles.h"
+#include "base/chainnames.h"
 #include "chainfiles.h"
 #include "systemfile.h"
 #include "texts.h"
@@ -190,7 +191,7 @@ void WatchInput::ObserveOrphan(const QString& path, QHash<QString, Orphan>& now)
         orphan = {file.size, file.modified, Clock::now() + order.quiet, orphan.isTold};
     if (!orphan.isTold && Clock::now() >= orphan.due) {
         orphan.isTold = true;
-        const QString first = AsGiven(FirstFileOf(path));
+        const QString first = AsGiven(zu::FirstFileOf(path));
         watchevents::Tell("orphan",
                           {{"file", AsGiven(path)},
                            {"first", first},

@@ -1,6 +1,6 @@
 #include "watchscan.h"
 
-#include "chainfiles.h"
+#include "base/chainnames.h"
 #include "reasons.h"
 #include "systemfile.h"
 #include "texts.h"
@@ -80,8 +80,8 @@ Fingerprint FingerprintOf(const QString& firstFile)
         return {Fingerprint::State::Gone, {}, {}, {}};
     if (first != 0)
         return {};
-    for (int number = 1; number <= mostContinuations; ++number) {
-        const int error = fingerprints.Add(ContinuationOf(firstFile, number));
+    for (int number = 1; number <= zu::MostContinuations; ++number) {
+        const int error = fingerprints.Add(zu::ContinuationName(firstFile, number));
         if (error != 0 && !IsGone(error))
             return {};
     }
