@@ -1,4 +1,5 @@
 #include "workload.h"
+#include "base/chainnames.h"
 
 #include <QDir>
 
@@ -77,7 +78,7 @@ QStringList WriteRecording(const std::vector<recorderfile::Recording>& segments,
     const QString firstName = QStringLiteral("rec.ZU");
     QStringList paths;
     for (const recorderfile::Recording& segment : segments) {
-        const QString name = recorderfile::ContinuationName(firstName, static_cast<int>(paths.size()));
+        const QString name = zu::ContinuationName(firstName, static_cast<int>(paths.size()));
         paths.append(directory + QLatin1Char('/') + name);
         if (!recorderfile::WriteFile(paths.last(), recorderfile::Encode(segment)))
             throw std::runtime_error("cannot write " + paths.last().toStdString());

@@ -1,4 +1,4 @@
-// The one way from floating point to integers.
+// Floating point: the one way to integers, and the comparison of two values.
 #pragma once
 
 #include <cmath>
@@ -22,6 +22,13 @@ Int ToInteger(double value)
     if (value <= lowest)
         return std::numeric_limits<Int>::min();
     return static_cast<Int>(value);
+}
+
+/// |a - b| below the epsilon of its type, 2^-23 or 2^-52, computed in that type; false for a NaN.
+template <class Float>
+bool IsFloatEqual(Float a, Float b)
+{
+    return std::fabs(a - b) < std::numeric_limits<Float>::epsilon();
 }
 
 } // namespace zu

@@ -1,6 +1,8 @@
 // Text and file helpers without state.
 #include "config/GlobalFunction.h"
 
+#include "base/permissions.h"
+
 #include <QStringList>
 
 #include <cmath>
@@ -58,14 +60,12 @@ bool GlobalFunction::GetItemsFromString(QString text, std::vector<QString>* item
 
 bool GlobalFunction::AddFilePermissions(const QString& fileName, QFile::Permissions permissions)
 {
-    if (!QFile::exists(fileName))
-        return false;
-    return QFile::setPermissions(fileName, QFile::permissions(fileName) | permissions);
+    return zu::AddPermissions(fileName, permissions);
 }
 
 bool GlobalFunction::AddFileGrpPermissions(const QString& fileName)
 {
-    return AddFilePermissions(fileName, QFile::ReadGroup | QFile::WriteGroup);
+    return AddFilePermissions(fileName, zu::GroupAccess);
 }
 
 double RoundSigned(double value)

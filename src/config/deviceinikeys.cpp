@@ -1,15 +1,13 @@
 // The ini keys of a device: a table of rows and the one loop that reads them.
 #include "config/deviceinikeys.h"
 
+#include "base/codecs.h"
+#include "base/log.h"
 #include "config/GlobalFunction.h"
 #include "config/QSettingsRu.h"
 #include "device/zucmtrdevparam.h"
-#include "service/zucmtrconverter.h"
 
 #include <limits>
-
-const QString LoadIniError_NoParam(QStringLiteral("Отсутствует необходимый параметр: "));
-const QString LoadIniError_ErrParam(QStringLiteral("Ошибка значения параметра: "));
 
 namespace {
 
@@ -178,10 +176,10 @@ std::vector<DeviceKeyRule> DeviceKeyRules()
 
 bool ZuCmtrDevParamDefault::LoadFromIniDef(const QString& fileName, const QString& group, bool useDefaults)
 {
-    QSettingsRu ini(fileName, ZuCmtrConverter::codecIni);
+    QSettingsRu ini(fileName, zu::CodecIni);
     if (ini.status != 0) {
         LastError = QStringLiteral("Нет доступа к ini-файлу [%1]").arg(fileName);
-        ZuCmtrConverter::WriteToLog(LastError);
+        zu::WriteToLog(LastError);
         return false;
     }
     ini.group = group;
@@ -193,9 +191,9 @@ bool ZuCmtrDevParamDefault::LoadFromIniDef(const QString& fileName, const QStrin
             continue;
         LastError = failure;
         lines.push_back(failure);
-        ZuCmtrConverter::WriteToLog(lines);
+        zu::WriteToLog(lines);
         return false;
     }
-    ZuCmtrConverter::WriteToLog(lines);
+    zu::WriteToLog(lines);
     return true;
 }

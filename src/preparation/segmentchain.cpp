@@ -1,9 +1,10 @@
 // Loading and checking the segments of a recording.
 #include "preparation/segmentchain.h"
 
+#include "base/chainnames.h"
 #include "base/numeric.h"
+#include "device/zucmtrdevparam.h"
 #include "recording/zufileformat.h"
-#include "service/zucmtrconverter.h"
 
 #include <QFile>
 
@@ -41,9 +42,8 @@ bool SegmentChain::Load(const QString& fileName)
     files.push_back(first.get());
     first.release(); // the chain owns it from here
 
-    const QString base = fileName.left(fileName.length() - 1);
-    for (const char* extension : ZuCmtrConverter::ZuExtensions) {
-        const QString name = base + QLatin1String(extension);
+    for (int number = 1; number <= zu::MostContinuations; ++number) {
+        const QString name = zu::ContinuationName(fileName, number);
         if (!QFile::exists(name) || !LoadContinuation(name, fileName))
             break;
     }
@@ -114,14 +114,14 @@ bool SegmentChain::SumTotals()
     device.TotalTime = first.SegmentDuration;
     first.SegmentTimeBase = 0;
     device.TotalSamples = first.GetNumPointsAn();
-    if (ZuCmtrConverter::IsFloatEqual(device.SampleRate, 0.0))
+    if (zu::IsFloatEqual(device.SampleRate, 0.0))
         return Fail(QStringLiteral("Плохое значение rate (==0)"));
     if (device.TotalTime == 0)
         return Fail(QStringLiteral("Плохое значение fullTime (==0)"));
 
     for (size_t i = 1; i < files.size(); ++i) {
         ZuFileFormat& file = *files[i];
-        if (!ZuCmtrConverter::IsFloatEqual(device.SampleRate, file.SampleRate))
+        if (!zu::IsFloatEqual(device.SampleRate, file.SampleRate))
             return Fail(QStringLiteral("Разные частоты дискретизации в разных файлах"));
         file.SegmentTimeBase = static_cast<qint64>(device.TotalTime);
         device.TotalTime += file.SegmentDuration;

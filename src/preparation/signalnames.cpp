@@ -82,24 +82,3 @@ bool ZuFileFormat::RenameAllChannelsName(ZuCmtrDevParam* dev)
     }
     return hasColon;
 }
-
-AnChannelData* ZuFileFormat::FindAnChannel(const QString& circuit, const QString& signal)
-{
-    for (AnChannelData* channel : AnChannels) {
-        if (channel->CfgCircuit == circuit && channel->CfgSignal == signal)
-            return channel;
-    }
-    return nullptr;
-}
-
-AnChannelData* ZuFileFormat::FindAnChannel(const QString& spec)
-{
-    const int colon = spec.indexOf(QLatin1Char(':'));
-    if (colon >= 0)
-        return FindAnChannel(spec.left(colon).trimmed(), spec.mid(colon + 1).trimmed());
-    for (AnChannelData* channel : AnChannels) {
-        if (channel->Name == spec)
-            return channel;
-    }
-    return nullptr;
-}

@@ -2,7 +2,6 @@
 #include "recording/zufileformat.h"
 
 #include "base/numeric.h"
-#include "service/zucmtrconverter.h"
 
 #include <algorithm>
 #include <cmath>
@@ -11,10 +10,9 @@ static bool IsSameScaling(const AnChannelData& a, const AnChannelData& b)
 {
     const ZuAnChannelHeader x = a.m_HeaderAn;
     const ZuAnChannelHeader y = b.m_HeaderAn;
-    return a.Name == b.Name && a.Unit == b.Unit && ZuCmtrConverter::IsFloatEqual(x.Rate, y.Rate) &&
-           ZuCmtrConverter::IsFloatEqual(x.Primary, y.Primary) &&
-           ZuCmtrConverter::IsFloatEqual(x.Secondary, y.Secondary) &&
-           ZuCmtrConverter::IsFloatEqual(x.Scale, y.Scale) && x.CodeRange == y.CodeRange;
+    return a.Name == b.Name && a.Unit == b.Unit && zu::IsFloatEqual(x.Rate, y.Rate) &&
+           zu::IsFloatEqual(x.Primary, y.Primary) && zu::IsFloatEqual(x.Secondary, y.Secondary) &&
+           zu::IsFloatEqual(x.Scale, y.Scale) && x.CodeRange == y.CodeRange;
 }
 
 bool ZuFileFormat::CompareHeader(ZuFileFormat* other)
@@ -51,7 +49,7 @@ bool ZuFileFormat::IsAnChRatesValid()
     SamplesPerPeriod = zu::ToInteger<quint32>(std::round(SampleRate * 0.02));
     CalcShifts();
     return std::all_of(AnChannels.begin() + 1, AnChannels.end(), [rate](const AnChannelData* channel) {
-        return ZuCmtrConverter::IsFloatEqual(float(channel->m_HeaderAn.Rate), rate);
+        return zu::IsFloatEqual(float(channel->m_HeaderAn.Rate), rate);
     });
 }
 
@@ -63,6 +61,27 @@ unsigned int ZuFileFormat::GetNumPointsAn()
 AnChannelData* ZuFileFormat::GetAnChannel(unsigned int index)
 {
     return index < AnChannels.size() ? AnChannels[index] : nullptr;
+}
+
+AnChannelData* ZuFileFormat::FindAnChannel(const QString& circuit, const QString& signal)
+{
+    for (AnChannelData* channel : AnChannels) {
+        if (channel->CfgCircuit == circuit && channel->CfgSignal == signal)
+            return channel;
+    }
+    return nullptr;
+}
+
+AnChannelData* ZuFileFormat::FindAnChannel(const QString& spec)
+{
+    const int colon = spec.indexOf(QLatin1Char(':'));
+    if (colon >= 0)
+        return FindAnChannel(spec.left(colon).trimmed(), spec.mid(colon + 1).trimmed());
+    for (AnChannelData* channel : AnChannels) {
+        if (channel->Name == spec)
+            return channel;
+    }
+    return nullptr;
 }
 
 unsigned int ZuFileFormat::GetTrigIndex()

@@ -1,8 +1,8 @@
 // A recorder file: reading and checking its header and sections.
 #include "recording/zufileformat.h"
 
+#include "base/codecs.h"
 #include "recording/fieldtext.h"
-#include "service/zucmtrconverter.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -124,7 +124,7 @@ bool ZuFileFormat::ReadFile(QFile& file)
 // The code page in which the title begins as it must; null if there is none. Stores the title.
 QTextCodec* ZuFileFormat::DetectCodec()
 {
-    for (QTextCodec* codec : {ZuCmtrConverter::codec_CP866, ZuCmtrConverter::codec_CP1251}) {
+    for (QTextCodec* codec : {zu::CodecCP866, zu::CodecCP1251}) {
         const QString title = codec->toUnicode(Header.title, sizeof Header.title);
         if (title.startsWith(QStringLiteral("Данные "))) {
             Title = title;

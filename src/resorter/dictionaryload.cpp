@@ -1,9 +1,11 @@
 // Loading the sorting dictionary and the bays from the ini file.
 #include "resorter/ResorterZuCmtrConv.h"
 
+#include "base/codecs.h"
+#include "base/log.h"
 #include "config/GlobalFunction.h"
 #include "config/QSettingsRu.h"
-#include "service/zucmtrconverter.h"
+#include "device/zucmtrdevparam.h"
 
 #include <algorithm>
 #include <iterator>
@@ -270,7 +272,7 @@ void DictionaryLoader::ReadBay(unsigned int number, const QString& key, const st
 bool ResorterZuCmtrConv::LoadFromIni(const QString& fileName, const QString& group)
 {
     ErrorText = QLatin1String("");
-    QSettingsRu ini(fileName, ZuCmtrConverter::codecIni);
+    QSettingsRu ini(fileName, zu::CodecIni);
     if (ini.status != 0) {
         ErrorText = QStringLiteral("Нет доступа к ini-файлу [%1]").arg(fileName);
         return false;
@@ -279,7 +281,7 @@ bool ResorterZuCmtrConv::LoadFromIni(const QString& fileName, const QString& gro
     ini.group = group;
     DictionaryLoader loader(*this, ini);
     const bool loaded = loader.Run();
-    ZuCmtrConverter::WriteToLog(loader.Messages());
+    zu::WriteToLog(loader.Messages());
     return loaded;
 }
 

@@ -1,6 +1,7 @@
 // The conversion of one recording: the steps from its name to the committed record.
 #include "service/zucmtrconverter.h"
 
+#include "base/chainnames.h"
 #include "preparation/segmentchain.h"
 #include "recording/zufileformat.h"
 #include "resorter/ResorterZuCmtrConv.h"
@@ -11,12 +12,6 @@
 #include <new>
 
 namespace {
-
-bool HasRecorderExtension(const QString& fileName)
-{
-    return fileName.length() >= 4 &&
-           (fileName.endsWith(QLatin1String(".ZU")) || fileName.endsWith(QLatin1String(".zu")));
-}
 
 bool CheckArguments(const QString& fileName, const QString& outDir, ZuCmtrDevParam* dev)
 {
@@ -29,7 +24,7 @@ bool CheckArguments(const QString& fileName, const QString& outDir, ZuCmtrDevPar
         dev->LastError = QStringLiteral("Каталог не существует [%1]").arg(fileName);
         return false;
     }
-    if (!HasRecorderExtension(fileName)) {
+    if (fileName.length() < 4 || !zu::IsFirstFileName(fileName)) {
         dev->LastError = QStringLiteral("Плохое имя файла [%1]").arg(fileName);
         return false;
     }

@@ -1,23 +1,19 @@
 // The converter object: statics, devices and their getters.
 #include "service/zucmtrconverter.h"
 
+#include "base/codecs.h"
 #include "config/QSettingsRu.h"
 
 #include <QMutexLocker>
-#include <QTextCodec>
 
-#include <cmath>
 #include <memory>
 
-QString ZuCmtrConverter::LogFilePath;
-QTextCodec* ZuCmtrConverter::codec_CP1251 = QTextCodec::codecForName("CP1251");
-QTextCodec* ZuCmtrConverter::codec_UTF8 = QTextCodec::codecForName("UTF8");
-QTextCodec* ZuCmtrConverter::codecIni = ZuCmtrConverter::codec_UTF8;
-QTextCodec* ZuCmtrConverter::codec_CP866 = QTextCodec::codecForName("CP866");
+QString& ZuCmtrConverter::LogFilePath = zu::LogFilePath;
+QTextCodec*& ZuCmtrConverter::codec_CP1251 = zu::CodecCP1251;
+QTextCodec*& ZuCmtrConverter::codec_UTF8 = zu::CodecUtf8;
+QTextCodec*& ZuCmtrConverter::codecIni = zu::CodecIni;
+QTextCodec*& ZuCmtrConverter::codec_CP866 = zu::CodecCP866;
 QString ZuCmtrConverter::SoftwareRevision = QStringLiteral("VELTORINE(ZuComtradeConverter)");
-
-const char ZuCmtrConverter::ZuExtensions[15][3] = {"01", "02", "03", "04", "05", "06", "07", "08",
-                                                   "09", "0a", "0b", "0c", "0d", "0e", "0f"};
 
 // Deliberate: the text names the conversion, whichever call got the bad number.
 static QString BadNumberText()
@@ -113,14 +109,4 @@ void ZuCmtrConverter::Clear()
     }
     m_DevParams.clear();
     QSettingsRu::Clear();
-}
-
-bool ZuCmtrConverter::IsFloatEqual(float a, float b)
-{
-    return std::fabs(a - b) < 0x1p-23F;
-}
-
-bool ZuCmtrConverter::IsFloatEqual(double a, double b)
-{
-    return std::fabs(a - b) < 0x1p-52;
 }

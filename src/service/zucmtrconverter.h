@@ -1,6 +1,9 @@
 // The library's one service object: default parameters, devices, log, conversion and writers.
 #pragma once
 
+#include "base/chainnames.h"
+#include "base/log.h"
+#include "base/numeric.h"
 #include "device/zucmtrdevparam.h"
 
 #include <QMutex>
@@ -20,11 +23,12 @@ public:
     QString LastError; // last failure that has no device; also the marker that WriteCff leaves
     QMutex Mutex;      // guards the stores of LastError that conversions and getters may make at once
 
-    static QString LogFilePath;
-    static QTextCodec* codec_CP1251;
-    static QTextCodec* codec_UTF8;
-    static QTextCodec* codecIni; // codec_UTF8
-    static QTextCodec* codec_CP866;
+    // The objects of base under the names of the interface.
+    static QString& LogFilePath;
+    static QTextCodec*& codec_CP1251;
+    static QTextCodec*& codec_UTF8;
+    static QTextCodec*& codecIni;
+    static QTextCodec*& codec_CP866;
     static QString SoftwareRevision; // Source of the INF file
 
     // Section marks of the CFF file. The first three have one length, SecNameLen characters.
@@ -35,8 +39,7 @@ public:
     static const QString SecNameDATb; // binary data, %1 bytes
     static const qint32 SecNameLen;
 
-    // Ends of the continuation files' names, in the order of the chain.
-    static const char ZuExtensions[15][3];
+    static constexpr auto& ZuExtensions = zu::ChainExtensions;
 
     ZuCmtrConverter();
 
@@ -64,18 +67,16 @@ public:
     /// Releases defaults, devices and the ini cache. The object itself goes next.
     void Clear();
 
-    /// |a - b| below 2^-23, in 32 bits; false for a NaN.
-    static bool IsFloatEqual(float a, float b);
+    /// zu::IsFloatEqual.
+    static bool IsFloatEqual(float a, float b) { return zu::IsFloatEqual(a, b); }
+    static bool IsFloatEqual(double a, double b) { return zu::IsFloatEqual(a, b); }
 
-    /// |a - b| below 2^-52, in 64 bits; false for a NaN.
-    static bool IsFloatEqual(double a, double b);
-
-    /// Appends one line to the log file, in the locale's encoding. A log that cannot be written is told to
-    /// the debug output and to nobody else.
-    static void WriteToLog(const QString& text);
-
-    /// Appends several lines to the log file, in UTF-8.
-    static void WriteToLog(std::vector<QString> lines);
+    /// zu::WriteToLog.
+    static void WriteToLog(const QString& text) { zu::WriteToLog(text); }
+    static void WriteToLog(std::vector<QString> lines) // NOLINT(performance-unnecessary-value-param)
+    {
+        zu::WriteToLog(lines);
+    }
 
     /// Converts one recording: loads the chain of segments that begins with fileName, checks it, writes the
     /// record to temporary files in outDir and commits them under their final names. False: the device's

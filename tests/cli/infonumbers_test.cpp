@@ -1,5 +1,6 @@
 // zucmtr info: durations, rates, counts and times, of records of any maker, and the same of a recording and
 // its record.
+#include "base/chainnames.h"
 #include "program.h"
 
 #include <QFile>
@@ -298,7 +299,7 @@ TEST(InfoOfBoth, ChangesOfARecordingAreThoseOfItsRecord)
             recorderfile::DiscreteChannel{"Q1:twice", 1, {{0, 1}, {20000, 1}, {40000, 0}, {60000, 1}}});
         recording.Add(recorderfile::DiscreteChannel{"Q1:each", 0, {{0, static_cast<uint8_t>(n % 2)}}});
         recording.Add(recorderfile::DiscreteChannel{"Q1:none", 0, {}});
-        place.Write(recorderfile::ContinuationName("rec.ZU", n), Encode(recording));
+        place.Write(zu::ContinuationName("rec.ZU", n), Encode(recording));
     }
     ASSERT_EQ(place.Convert({"rec.ZU"}).code, 0);
     const std::vector<QJsonObject> both = InfoOf(place, {"rec.ZU", "out/" + ShortRecordName() + ".cfg"});
@@ -379,7 +380,7 @@ TEST(InfoOfBoth, RandomRecordingsAndTheirRecordsShowTheSame)
         const recorderfile::Recording recording = RandomRecording(random, n);
         place.Write(name, Encode(recording));
         for (int part = 1; part <= n % 3; ++part)
-            place.Write(recorderfile::ContinuationName(name, part), Encode(recording));
+            place.Write(zu::ContinuationName(name, part), Encode(recording));
         recordings << name;
         records << "out/" + ShortRecordName(n);
     }
@@ -428,7 +429,7 @@ TEST(InfoOfBoth, EndOfAChainHasAWordAndAText)
         const Workplace place;
         const QByteArray bytes = Encode(ShortRecording());
         for (int n = 0; n < files; ++n)
-            place.Write(recorderfile::ContinuationName("rec.ZU", n), n == 1 ? second : bytes);
+            place.Write(zu::ContinuationName("rec.ZU", n), n == 1 ? second : bytes);
         const QJsonObject object = InfoOf(place, {"rec.ZU"})[0];
         return object["chainEnd"].toString() + ": " + object["chainEndText"].toString();
     };

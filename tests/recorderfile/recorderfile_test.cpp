@@ -190,14 +190,6 @@ TEST(RecorderFile, SectionsKeepTheirOrderAndOthersAreBytes)
     EXPECT_EQ(At<uint16_t>(file, headerSize + 80 + 81), 0);
 }
 
-TEST(RecorderFile, ContinuationNamesCountInLowerCaseHex)
-{
-    EXPECT_EQ(ContinuationName("dir/rec.ZU", 0), "dir/rec.ZU");
-    EXPECT_EQ(ContinuationName("dir/rec.ZU", 1), "dir/rec.Z01");
-    EXPECT_EQ(ContinuationName("rec.zu", 10), "rec.z0a");
-    EXPECT_EQ(ContinuationName("rec.zu", 15), "rec.z0f");
-}
-
 TEST(RecorderFile, FilesAreWrittenIntoTheDirectory)
 {
     QTemporaryDir directory;

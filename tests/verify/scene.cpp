@@ -1,4 +1,5 @@
 #include "scene.h"
+#include "base/chainnames.h"
 
 #include <QDir>
 #include <QFile>
@@ -47,7 +48,7 @@ Scene::Scene(const QByteArray& deviceLines, const std::vector<recorderfile::Reco
     : station(deviceLines)
 {
     for (size_t i = 1; i < segments.size(); ++i)
-        station.Directory().Write(ContinuationName(QStringLiteral("rec.ZU"), static_cast<int>(i)),
+        station.Directory().Write(zu::ContinuationName(QStringLiteral("rec.ZU"), static_cast<int>(i)),
                                   Encode(segments[i]));
     if (!station.Convert(Encode(segments[0])))
         qFatal("the recording is not converted: %s", qPrintable(station.Device().LastError));

@@ -1,5 +1,6 @@
 #include "explain/file.h"
 
+#include "base/chainnames.h"
 #include "explain/cutoff.h"
 #include "explain/library.h"
 #include "explain/system.h"
@@ -44,8 +45,8 @@ QString WhyNotThere(const QString& path, int error)
 QString FirstInside(const QString& directory)
 {
     const QDir inside(directory, QString(), QDir::Name, QDir::Files);
-    for (const QStringList& patterns : {QStringList{QStringLiteral("*.ZU"), QStringLiteral("*.zu")},
-                                        QStringList{QStringLiteral("*.cfg"), QStringLiteral("*.cff")}}) {
+    for (const QStringList& patterns :
+         {zu::FirstFilePatterns(), QStringList{QStringLiteral("*.cfg"), QStringLiteral("*.cff")}}) {
         const QStringList names = inside.entryList(patterns);
         if (!names.isEmpty())
             return QDir::cleanPath(directory + QLatin1Char('/') + names.first());
@@ -179,7 +180,7 @@ QString Unreadable(const QString& path)
 QString NotConvertible(const QString& path)
 {
     QString unreadable = Unreadable(path);
-    if (!unreadable.isEmpty() || path.endsWith(QLatin1String(".ZU")) || path.endsWith(QLatin1String(".zu")))
+    if (!unreadable.isEmpty() || zu::IsFirstFileName(path))
         return unreadable;
     const QByteArray beginning = BeginningOf(path);
     if (!beginning.isEmpty() && IsRecordingsBeginning(beginning))

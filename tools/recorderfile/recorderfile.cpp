@@ -184,9 +184,4 @@ bool WriteFiles(const QString& directory, const std::vector<NamedFile>& files)
     });
 }
 
-QString ContinuationName(const QString& firstFile, int n)
-{
-    return n == 0 ? firstFile : firstFile.left(firstFile.size() - 1) + QString::asprintf("%02x", n);
-}
-
 } // namespace recorderfile

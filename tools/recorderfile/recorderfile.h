@@ -124,8 +124,4 @@ bool WriteFile(const QString& path, const QByteArray& bytes);
 // Writes the files into an existing directory. False at the first file that cannot be written.
 bool WriteFiles(const QString& directory, const std::vector<NamedFile>& files);
 
-// The name of the n-th continuation (1 to 15) of a first file: rec.ZU continues in rec.Z01 ... rec.Z0f.
-// Number 0 is the first file itself.
-QString ContinuationName(const QString& firstFile, int n);
-
 } // namespace recorderfile

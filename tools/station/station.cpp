@@ -1,5 +1,6 @@
 #include "station/station.h"
 
+#include "base/chainnames.h"
 #include "station/bays.h"
 #include "station/network.h"
 #include "station/startcomment.h"
@@ -207,8 +208,8 @@ std::vector<NamedFile> MakeFiles(const StationOptions& options, StartKind start)
                                   .arg(firstNumber + static_cast<int>(start), 6, 10, QLatin1Char('0'));
     std::vector<NamedFile> files;
     for (const Recording& segment : MakeRecording(options, start))
-        files.push_back({recorderfile::ContinuationName(firstFile, static_cast<int>(files.size())),
-                         recorderfile::Encode(segment)});
+        files.push_back(
+            {zu::ContinuationName(firstFile, static_cast<int>(files.size())), recorderfile::Encode(segment)});
     return files;
 }
 

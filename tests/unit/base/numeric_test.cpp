@@ -1,4 +1,4 @@
-// The one way from floating point to integers.
+// The one way from floating point to integers, and the comparison of floats.
 #include "base/numeric.h"
 
 #include <gtest/gtest.h>
@@ -71,4 +71,28 @@ TEST(ToIntegerAtTheLimits, KeepsEveryValueThatFits)
     EXPECT_EQ(ToInteger<int64_t>(0x1.fffffffffffffp62), 0x7FFFFFFFFFFFFC00);
     EXPECT_EQ(ToInteger<uint64_t>(0x1.fffffffffffffp63), 0xFFFFFFFFFFFFF800u);
     EXPECT_EQ(ToInteger<int64_t>(-0x1p63), std::numeric_limits<int64_t>::min());
+}
+
+TEST(FloatComparison, LimitOf32BitsIsStrict)
+{
+    EXPECT_TRUE(zu::IsFloatEqual(0.0F, std::nextafter(0x1p-23F, 0.0F)));
+    EXPECT_FALSE(zu::IsFloatEqual(0.0F, 0x1p-23F));
+    EXPECT_FALSE(zu::IsFloatEqual(0x1p-23F, 0.0F));
+    EXPECT_TRUE(zu::IsFloatEqual(2400.0F, 2400.0F));
+}
+
+TEST(FloatComparison, LimitOf64BitsIsStrict)
+{
+    EXPECT_TRUE(zu::IsFloatEqual(0.0, std::nextafter(0x1p-52, 0.0)));
+    EXPECT_FALSE(zu::IsFloatEqual(0.0, 0x1p-52));
+    EXPECT_FALSE(zu::IsFloatEqual(0x1p-52, 0.0));
+}
+
+TEST(FloatComparison, NothingEqualsANan)
+{
+    const float nan32 = std::numeric_limits<float>::quiet_NaN();
+    const double nan64 = std::numeric_limits<double>::quiet_NaN();
+    EXPECT_FALSE(zu::IsFloatEqual(nan32, nan32));
+    EXPECT_FALSE(zu::IsFloatEqual(nan64, nan64));
+    EXPECT_FALSE(zu::IsFloatEqual(1.0F, nan32));
 }

@@ -1,4 +1,5 @@
 // Continuations that do not fit: the chain ends before them, with a note, and the conversion goes on.
+#include "base/chainnames.h"
 #include "support/recordings.h"
 
 #include <gtest/gtest.h>
@@ -153,7 +154,7 @@ TEST_F(ChainCut, EachFileIsComparedWithTheFirst)
     for (int i = 0; i < 3; ++i) {
         recorderfile::Recording recording = SmallRecording();
         FirstAnalog(recording).primary = primaries[i];
-        Write(recorderfile::ContinuationName("rec.ZU", i), recorderfile::Encode(recording));
+        Write(zu::ContinuationName("rec.ZU", i), recorderfile::Encode(recording));
     }
     EXPECT_TRUE(Convert("rec.ZU"));
     EXPECT_EQ(Notes(station.Device()), (QStringList{DifferenceNote("rec.Z02", "rec.ZU"), SuccessNote()}));

@@ -1,4 +1,5 @@
 // The checks on a whole chain, and its totals of rate, time and samples.
+#include "base/chainnames.h"
 #include "preparation/segmentchain.h"
 #include "recording/zufileformat.h"
 #include "support/recordings.h"
@@ -20,7 +21,7 @@ protected:
     QString Write(const std::vector<Recording>& segments)
     {
         for (size_t i = 0; i < segments.size(); ++i)
-            station.Directory().Write(recorderfile::ContinuationName("rec.ZU", static_cast<int>(i)),
+            station.Directory().Write(zu::ContinuationName("rec.ZU", static_cast<int>(i)),
                                       Encode(segments[i]));
         return station.Directory().Path("rec.ZU");
     }

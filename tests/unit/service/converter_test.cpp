@@ -1,13 +1,10 @@
-// The converter object: statics, loading, getters of the devices and the comparison of floats.
+// The converter object: statics, loading, getters of the devices.
+#include "base/codecs.h"
 #include "resorter/ResorterZuCmtrConv.h"
 #include "support/recordings.h"
 
 #include <gtest/gtest.h>
 
-#include <QTextCodec>
-
-#include <cmath>
-#include <limits>
 #include <vector>
 
 namespace {
@@ -41,26 +38,34 @@ TEST_F(Converter, StartsEmpty)
     converter.Mutex.unlock();
 }
 
-TEST(ConverterStatics, CodecsAreThoseOfTheirNames)
+TEST(ConverterStatics, AreTheObjectsOfBase)
 {
-    EXPECT_EQ(ZuCmtrConverter::codec_CP1251, QTextCodec::codecForName("CP1251"));
-    EXPECT_EQ(ZuCmtrConverter::codec_CP866, QTextCodec::codecForName("CP866"));
-    EXPECT_EQ(ZuCmtrConverter::codec_UTF8, QTextCodec::codecForName("UTF8"));
-    EXPECT_EQ(ZuCmtrConverter::codecIni, ZuCmtrConverter::codec_UTF8);
-    EXPECT_NE(ZuCmtrConverter::codec_CP1251, ZuCmtrConverter::codec_CP866);
+    EXPECT_EQ(&ZuCmtrConverter::LogFilePath, &zu::LogFilePath);
+    EXPECT_EQ(&ZuCmtrConverter::codec_CP1251, &zu::CodecCP1251);
+    EXPECT_EQ(&ZuCmtrConverter::codec_CP866, &zu::CodecCP866);
+    EXPECT_EQ(&ZuCmtrConverter::codec_UTF8, &zu::CodecUtf8);
+    EXPECT_EQ(&ZuCmtrConverter::codecIni, &zu::CodecIni);
+    EXPECT_EQ(&ZuCmtrConverter::ZuExtensions, &zu::ChainExtensions);
+}
+
+TEST_F(Converter, WritesTheLogOfBase)
+{
+    zu::LogFilePath = directory.Path("log.txt");
+    ZuCmtrConverter::WriteToLog(QStringLiteral("one"));
+    ZuCmtrConverter::WriteToLog(std::vector<QString>{"two", "Три"});
+    EXPECT_EQ(ReadBytes(directory.Path("log.txt")), "one\ntwo\nТри\n");
+}
+
+TEST(ConverterStatics, FloatsAreComparedInTheirOwnWidth)
+{
+    EXPECT_TRUE(ZuCmtrConverter::IsFloatEqual(0.0F, 0x1p-24F));
+    EXPECT_FALSE(ZuCmtrConverter::IsFloatEqual(0.0, 0x1p-24));
+    EXPECT_TRUE(ZuCmtrConverter::IsFloatEqual(0.0, 0x1p-53));
 }
 
 TEST(ConverterStatics, SoftwareRevisionNamesTheProgram)
 {
     EXPECT_EQ(ZuCmtrConverter::SoftwareRevision, "VELTORINE(ZuComtradeConverter)");
-}
-
-TEST(ConverterStatics, ExtensionsCountOnInHexadecimalThreeBytesApart)
-{
-    ASSERT_EQ(sizeof ZuCmtrConverter::ZuExtensions, 45U);
-    const QByteArray table(ZuCmtrConverter::ZuExtensions[0], sizeof ZuCmtrConverter::ZuExtensions);
-    EXPECT_EQ(table.left(44).split('\0').join(' '), "01 02 03 04 05 06 07 08 09 0a 0b 0c 0d 0e 0f");
-    EXPECT_EQ(table[44], '\0');
 }
 
 TEST_F(Converter, SecondLoadOfTheDefaultsIsRefusedWithoutAText)
@@ -206,28 +211,4 @@ TEST(ConverterGetters, LastErrorAndWaitTimeAreTheDevices)
     EXPECT_TRUE(station.Converter().GetDevLastError(0, text));
     EXPECT_EQ(text, "why");
     EXPECT_EQ(station.Converter().GetDevWaitTime(0), 2147483647U);
-}
-
-TEST(FloatComparison, LimitOf32BitsIsStrict)
-{
-    EXPECT_TRUE(ZuCmtrConverter::IsFloatEqual(0.0F, std::nextafter(0x1p-23F, 0.0F)));
-    EXPECT_FALSE(ZuCmtrConverter::IsFloatEqual(0.0F, 0x1p-23F));
-    EXPECT_FALSE(ZuCmtrConverter::IsFloatEqual(0x1p-23F, 0.0F));
-    EXPECT_TRUE(ZuCmtrConverter::IsFloatEqual(2400.0F, 2400.0F));
-}
-
-TEST(FloatComparison, LimitOf64BitsIsStrict)
-{
-    EXPECT_TRUE(ZuCmtrConverter::IsFloatEqual(0.0, std::nextafter(0x1p-52, 0.0)));
-    EXPECT_FALSE(ZuCmtrConverter::IsFloatEqual(0.0, 0x1p-52));
-    EXPECT_FALSE(ZuCmtrConverter::IsFloatEqual(0x1p-52, 0.0));
-}
-
-TEST(FloatComparison, NothingEqualsANan)
-{
-    const float nan32 = std::numeric_limits<float>::quiet_NaN();
-    const double nan64 = std::numeric_limits<double>::quiet_NaN();
-    EXPECT_FALSE(ZuCmtrConverter::IsFloatEqual(nan32, nan32));
-    EXPECT_FALSE(ZuCmtrConverter::IsFloatEqual(nan64, nan64));
-    EXPECT_FALSE(ZuCmtrConverter::IsFloatEqual(1.0F, nan32));
 }

@@ -1,4 +1,5 @@
 // The std::out_of_range that a conversion lets pass: nothing is lost on its way, and the device works on.
+#include "base/chainnames.h"
 #include "support/recordings.h"
 
 #include <gtest/gtest.h>
@@ -38,7 +39,7 @@ protected:
     void Write(const std::vector<Recording>& segments)
     {
         for (size_t i = 0; i < segments.size(); ++i)
-            station.Directory().Write(recorderfile::ContinuationName("rec.ZU", static_cast<int>(i)),
+            station.Directory().Write(zu::ContinuationName("rec.ZU", static_cast<int>(i)),
                                       Encode(segments[i]));
     }
 

@@ -1,5 +1,6 @@
 #include "zucmtr/commands/infocommand.h"
 
+#include "base/chainnames.h"
 #include "info/description.h"
 #include "text/texts.h"
 #include "zucmtr/host/recordinglist.h"
@@ -35,7 +36,7 @@ bool NamesFile(const QString& text, const QString& file)
 bool Show(const QString& file, const InfoOptions& options)
 {
     info::Description description = info::Describe(file);
-    const QString first = FirstFileOf(file);
+    const QString first = zu::FirstFileOf(file);
     if (!first.isEmpty())
         description.notes << Tr("info", "this file continues a recording; its first file is %1").arg(first);
     if (options.json) {

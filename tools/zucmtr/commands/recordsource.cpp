@@ -1,5 +1,6 @@
 #include "zucmtr/commands/recordsource.h"
 
+#include "base/chainnames.h"
 #include "text/texts.h"
 #include "zucmtr/host/host.h"
 #include "zucmtr/terminal/command.h"
@@ -75,16 +76,13 @@ void Write(const QString& path, const QByteArray& bytes)
 QString LinkChain(const QString& file, const QDir& directory)
 {
     const QFileInfo first(file);
-    const QString stem = first.absolutePath() + QLatin1Char('/') + first.completeBaseName();
-    const QString letter = first.suffix().left(1);
-    const QString linked = directory.filePath(QStringLiteral("recording"));
-    QFile::link(first.absoluteFilePath(), linked + QLatin1Char('.') + first.suffix());
-    for (int segment = 1; segment < 16; ++segment) {
-        const QString suffix = QStringLiteral(".%1%2").arg(letter).arg(segment, 2, 16, QLatin1Char('0'));
-        if (QFile::exists(stem + suffix))
-            QFile::link(stem + suffix, linked + suffix);
+    const QString linked = directory.filePath(QStringLiteral("recording.") + first.suffix());
+    for (int number = 0; number <= zu::MostContinuations; ++number) {
+        const QString path = zu::ContinuationName(first.absoluteFilePath(), number);
+        if (QFile::exists(path))
+            QFile::link(path, zu::ContinuationName(linked, number));
     }
-    return linked + QLatin1Char('.') + first.suffix();
+    return linked;
 }
 
 void Check(const QString& file, const QString& reason)
@@ -116,7 +114,7 @@ RecordSource::RecordSource(const QString& file, DeviceChoice choice, bool isPlai
         path = file;
         return;
     }
-    if (!FirstFileOf(file).isEmpty() && QFileInfo(file).isFile())
+    if (!zu::FirstFileOf(file).isEmpty() && QFileInfo(file).isFile())
         Check(file, ContinuationText(file));
     Check(file, explain::NotConvertible(file));
     const Recording recording{file, QString(), QString()};

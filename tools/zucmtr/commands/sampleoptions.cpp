@@ -1,5 +1,6 @@
 #include "zucmtr/commands/sampleoptions.h"
 
+#include "base/chainnames.h"
 #include "station/bays.h"
 #include "text/texts.h"
 #include "zucmtr/terminal/command.h"
@@ -19,7 +20,7 @@ namespace {
 constexpr int channelLimit = 4096;
 constexpr double durationLimit = 268;  // seconds of a segment
 constexpr double rateLimit = 10000000; // samples per second
-constexpr int segmentsLimit = 16;
+constexpr int segmentsLimit = zu::MostContinuations + 1;
 
 // The station is made in memory.
 constexpr double pointsLimit = 10e6;   // samples of a channel in a segment

@@ -1,5 +1,6 @@
 #include "zucmtr/files/archivecopies.h"
 
+#include "base/chainnames.h"
 #include "text/texts.h"
 #include "zucmtr/files/asidename.h"
 
@@ -305,7 +306,7 @@ QStringList RemoveParts(const QString& directory)
     QStringList removed;
     for (const QString& name : systemfile::NamesIn(directory)) {
         if (!name.endsWith(QLatin1String(partEnding)) ||
-            !IsRecorderFile(name.chopped(static_cast<int>(sizeof partEnding) - 1)))
+            !zu::IsRecorderFile(name.chopped(static_cast<int>(sizeof partEnding) - 1)))
             continue;
         const QString path = directory + QLatin1Char('/') + name;
         Descriptor held;

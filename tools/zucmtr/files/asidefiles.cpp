@@ -1,8 +1,8 @@
 #include "zucmtr/files/asidefiles.h"
 
+#include "base/chainnames.h"
 #include "text/texts.h"
 #include "zucmtr/files/asidename.h"
-#include "zucmtr/host/recordinglist.h"
 
 #include <QDirIterator>
 #include <QFile>
@@ -163,7 +163,7 @@ public:
     }
 
 private:
-    static bool IsFirst(const AsideFile& file) { return FirstFileOf(file.own).isEmpty(); }
+    static bool IsFirst(const AsideFile& file) { return zu::FirstFileOf(file.own).isEmpty(); }
 
     // False if a running program has one of them.
     bool TakeAll()
@@ -320,7 +320,7 @@ Recovered Recover(const QString& directory)
         const AsideName aside(name);
         if (!aside.IsOne())
             continue;
-        const QString first = FirstFileOf(aside.Original());
+        const QString first = zu::FirstFileOf(aside.Original());
         const QString key = (first.isEmpty() ? aside.Original() : first) + QLatin1Char('/') + aside.Token();
         recordings[key].Add(directory + QLatin1Char('/') + name, aside);
     }

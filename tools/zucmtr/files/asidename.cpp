@@ -1,6 +1,6 @@
 #include "zucmtr/files/asidename.h"
 
-#include "zucmtr/host/recordinglist.h"
+#include "base/chainnames.h"
 
 #include <QFileInfo>
 #include <QRandomGenerator>
@@ -11,7 +11,7 @@ AsideName::AsideName(const QString& name)
     static const QRegularExpression form(QStringLiteral("^\\.(.+)\\.zucmtr-([A-Za-z0-9]{6})(-done)?$"),
                                          QRegularExpression::DotMatchesEverythingOption);
     const QRegularExpressionMatch match = form.match(name);
-    if (!match.hasMatch() || !IsRecorderFile(match.captured(1)))
+    if (!match.hasMatch() || !zu::IsRecorderFile(match.captured(1)))
         return;
     original = match.captured(1);
     token = match.captured(2);
@@ -32,10 +32,4 @@ QString AsideName::PathOf(const QString& path, const QString& token, bool done)
     const QFileInfo file(path);
     return QStringLiteral("%1/.%2.zucmtr-%3")
         .arg(file.path(), file.fileName(), token + QLatin1String(done ? "-done" : ""));
-}
-
-bool IsRecorderFile(const QString& name)
-{
-    return name.endsWith(QLatin1String(".ZU")) || name.endsWith(QLatin1String(".zu")) ||
-           !FirstFileOf(name).isEmpty();
 }

@@ -27,6 +27,3 @@ private:
     QString token;
     bool done = false;
 };
-
-/// Whether a name is one of a recorder's files: ".ZU", ".zu", or that of a continuation.
-bool IsRecorderFile(const QString& name);

@@ -1,10 +1,8 @@
 #include "zucmtr/files/chainfiles.h"
 
+#include "base/chainnames.h"
 #include "text/texts.h"
 #include "zucmtr/files/asidename.h"
-#include "zucmtr/host/recordinglist.h"
-
-#include "service/zucmtrconverter.h"
 
 #include <QSet>
 
@@ -100,11 +98,6 @@ QString SentenceOf(ChainFiles::Unreadable::Kind kind, const QString& path, int c
 
 } // namespace
 
-QString ContinuationOf(const QString& firstFile, int number)
-{
-    return firstFile.chopped(1) + QLatin1String(ZuCmtrConverter::ZuExtensions[number - 1]);
-}
-
 ChainFiles::Unreadable::Unreadable(Kind kind_, const QString& path_, int code_)
     : std::runtime_error(SentenceOf(kind_, path_, code_).toStdString()), kind(kind_), path(path_),
       reason(code_ == 0 ? QString() : ReasonOf(code_)), code(code_)
@@ -129,10 +122,10 @@ ChainFiles::ChainFiles(const QStringList& listed)
 
 void ChainFiles::OpenContinuations(const QString& firstFile)
 {
-    if (!firstFile.endsWith(QLatin1String(".ZU")) && !firstFile.endsWith(QLatin1String(".zu")))
+    if (!zu::IsFirstFileName(firstFile))
         return; // not a recording: the library refuses it
-    for (int number = 1; number <= mostContinuations; ++number) {
-        const QString path = ContinuationOf(firstFile, number);
+    for (int number = 1; number <= zu::MostContinuations; ++number) {
+        const QString path = zu::ContinuationName(firstFile, number);
         if (absent.isEmpty() && Open(path))
             continue;
         if (!absent.isEmpty() && IsThere(path))
@@ -262,14 +255,14 @@ QStringList OrphansIn(const QString& directory)
     QSet<QString> firsts;
     for (const QString& name : systemfile::NamesIn(directory)) {
         const AsideName aside(name);
-        if (FirstFileOf(name).isEmpty())
+        if (zu::FirstFileOf(name).isEmpty())
             firsts << (aside.IsOne() ? aside.Original() : name);
         else
             continuations << name;
     }
     QStringList orphans;
     for (const QString& name : continuations) {
-        if (!firsts.contains(FirstFileOf(name)))
+        if (!firsts.contains(zu::FirstFileOf(name)))
             orphans << directory + QLatin1Char('/') + name;
     }
     orphans.sort();

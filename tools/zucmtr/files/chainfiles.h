@@ -10,12 +10,6 @@
 #include <stdexcept>
 #include <vector>
 
-/// The path of a continuation of a first file: number 1 to 15 is ".Z01" to ".Z0f", in the case of ".ZU".
-QString ContinuationOf(const QString& firstFile, int number);
-
-/// How many continuations a recording can have.
-constexpr int mostContinuations = 15;
-
 /// Opens the first file and its continuations up to the first name that is not there, and keeps them open, so
 /// that no other file can take their place unseen.
 class ChainFiles

@@ -1,5 +1,6 @@
 #include "zucmtr/host/recordinglist.h"
 
+#include "base/chainnames.h"
 #include "text/reasons.h"
 #include "text/texts.h"
 
@@ -7,7 +8,6 @@
 #include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
-#include <QRegularExpression>
 #include <QSet>
 
 #include <algorithm>
@@ -98,7 +98,7 @@ private:
 
     void AddFile(const QString& path)
     {
-        const QString first = FirstFileOf(path);
+        const QString first = zu::FirstFileOf(path);
         if (first.isEmpty())
             Add({path, QString(), QString()});
         else if (IsGiven(first))
@@ -157,8 +157,7 @@ private:
         }
         list.directories << absolute;
         RefuseNamesNotUtf8(directory);
-        QDirIterator files(directory, {QStringLiteral("*.ZU"), QStringLiteral("*.zu")},
-                           QDir::Files | QDir::CaseSensitive);
+        QDirIterator files(directory, zu::FirstFilePatterns(), QDir::Files | QDir::CaseSensitive);
         while (files.hasNext())
             paths << files.next();
         return true;
@@ -168,7 +167,7 @@ private:
     {
         for (const QByteArray& entry : NamesNotUtf8(directory)) {
             const QString shown = directory + QLatin1Char('/') + QString::fromUtf8(entry);
-            if (entry.toLower().endsWith(".zu"))
+            if (zu::IsFirstFileName(QString::fromLatin1(entry)))
                 Refuse(shown, reason::NameNotUtf8,
                        Tr("recordings", "not converted: the name is not UTF-8; rename the file"));
             else if (recursive && IsDirectory(QFile::encodeName(directory) + '/' + entry))
@@ -195,19 +194,9 @@ private:
 
 } // namespace
 
-QString FirstFileOf(const QString& path)
-{
-    static const QRegularExpression continuation(QStringLiteral("\\.([Zz])0[1-9a-f]$"));
-    const QRegularExpressionMatch match = continuation.match(path);
-    if (!match.hasMatch())
-        return QString();
-    const QLatin1Char last(match.captured(1) == QLatin1String("Z") ? 'U' : 'u');
-    return path.left(path.size() - 2) + last;
-}
-
 QString ContinuationText(const QString& path)
 {
-    const QString first = FirstFileOf(path);
+    const QString first = zu::FirstFileOf(path);
     if (QFileInfo::exists(first) || !QFileInfo::exists(path))
         return Tr("recordings", "it continues a recording; give the first file %1 instead").arg(first);
     return Tr("recordings", "it continues a recording whose first file %1 is not there; bring that back")

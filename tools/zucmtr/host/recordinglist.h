@@ -8,10 +8,6 @@
 
 #include <vector>
 
-/// The path of the first file to which a continuation file belongs; empty if the name is not that of a
-/// continuation file.
-QString FirstFileOf(const QString& path);
-
 /// Why a continuation file is not taken alone, and what to give instead.
 QString ContinuationText(const QString& path);
 

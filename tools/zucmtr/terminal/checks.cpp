@@ -1,5 +1,6 @@
 #include "zucmtr/terminal/checks.h"
 
+#include "base/chainnames.h"
 #include "output/target.h"
 #include "text/texts.h"
 #include "zucmtr/terminal/command.h"
@@ -126,7 +127,7 @@ QString MissingSectionText(const QString& iniPath, const QString& section)
 
 void CheckIsNoInput(const QString& option, const QString& path, const QString& input)
 {
-    static const QRegularExpression read(QStringLiteral("\\A(cfg|dat|hdr|inf|cff|zu|z0[1-9a-f])\\z"),
+    static const QRegularExpression read(QStringLiteral("\\A(cfg|dat|hdr|inf|cff)\\z"),
                                          QRegularExpression::CaseInsensitiveOption);
     const QFileInfo target(QFileInfo(path).canonicalFilePath());
     const QFileInfo source(QFileInfo(input).canonicalFilePath());
@@ -134,7 +135,8 @@ void CheckIsNoInput(const QString& option, const QString& path, const QString& i
         return;
     const bool belongs = target.path() == source.path() &&
                          target.completeBaseName() == source.completeBaseName() &&
-                         read.match(target.suffix()).hasMatch();
+                         (read.match(target.suffix()).hasMatch() ||
+                          zu::IsRecorderFile(QLatin1Char('.') + target.suffix().toLower()));
     if (belongs || target == source)
         throw ConfigurationError(
             Tr("checks", "%1: '%2' is what is to be read; choose another name").arg(option, path));

@@ -1,5 +1,6 @@
 #include "zucmtr/watch/watchinput.h"
 
+#include "base/chainnames.h"
 #include "text/texts.h"
 #include "zucmtr/files/archivecopies.h"
 #include "zucmtr/files/asidefiles.h"
@@ -190,7 +191,7 @@ void WatchInput::ObserveOrphan(const QString& path, QHash<QString, Orphan>& now)
         orphan = {file.size, file.modified, Clock::now() + order.quiet, orphan.isTold};
     if (!orphan.isTold && Clock::now() >= orphan.due) {
         orphan.isTold = true;
-        const QString first = AsGiven(FirstFileOf(path));
+        const QString first = AsGiven(zu::FirstFileOf(path));
         watchevents::Tell("orphan",
                           {{"file", AsGiven(path)},
                            {"first", first},

@@ -1,8 +1,8 @@
 #include "zucmtr/watch/watchscan.h"
 
+#include "base/chainnames.h"
 #include "text/reasons.h"
 #include "text/texts.h"
-#include "zucmtr/files/chainfiles.h"
 #include "zucmtr/files/systemfile.h"
 
 #include <QCryptographicHash>
@@ -80,8 +80,8 @@ Fingerprint FingerprintOf(const QString& firstFile)
         return {Fingerprint::State::Gone, {}, {}, {}};
     if (first != 0)
         return {};
-    for (int number = 1; number <= mostContinuations; ++number) {
-        const int error = fingerprints.Add(ContinuationOf(firstFile, number));
+    for (int number = 1; number <= zu::MostContinuations; ++number) {
+        const int error = fingerprints.Add(zu::ContinuationName(firstFile, number));
         if (error != 0 && !IsGone(error))
             return {};
     }

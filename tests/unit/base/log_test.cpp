@@ -1,4 +1,6 @@
 // The log file.
+#include "base/codecs.h"
+#include "base/log.h"
 #include "support/recordings.h"
 
 #include <gtest/gtest.h>
@@ -64,8 +66,8 @@ mode_t PermissionsOf(const QString& path)
 class Log : public testing::Test
 {
 protected:
-    Log() { ZuCmtrConverter::LogFilePath = path; }
-    ~Log() override { ZuCmtrConverter::LogFilePath = QString(); }
+    Log() { zu::LogFilePath = path; }
+    ~Log() override { zu::LogFilePath = QString(); }
 
     TestDirectory directory;
     QString path = directory.Path("log.txt");
@@ -83,9 +85,9 @@ std::ostream& operator<<(std::ostream& out, const Form& form)
     return out << form.name;
 }
 
-const Form OneLine{"OneLine", [] { ZuCmtrConverter::WriteToLog(QStringLiteral("text")); }};
-const Form Lines{"Lines", [] { ZuCmtrConverter::WriteToLog(std::vector<QString>{"text"}); }};
-const Form NoLines{"NoLines", [] { ZuCmtrConverter::WriteToLog(std::vector<QString>()); }};
+const Form OneLine{"OneLine", [] { zu::WriteToLog(QStringLiteral("text")); }};
+const Form Lines{"Lines", [] { zu::WriteToLog(std::vector<QString>{"text"}); }};
+const Form NoLines{"NoLines", [] { zu::WriteToLog(std::vector<QString>()); }};
 
 class LogForms : public Log, public testing::WithParamInterface<Form>
 {};
@@ -98,7 +100,7 @@ INSTANTIATE_TEST_SUITE_P(Forms, LogForms, testing::Values(OneLine, Lines, NoLine
 TEST_P(LogForms, NullPathEndsInTheDebugText)
 {
     const CurrentDirectory current(directory.Path());
-    ZuCmtrConverter::LogFilePath = QString();
+    zu::LogFilePath = QString();
     const DebugOutput output;
     GetParam().write();
     EXPECT_EQ(output.LogFailures(), 1);
@@ -107,7 +109,7 @@ TEST_P(LogForms, NullPathEndsInTheDebugText)
 
 TEST_P(LogForms, MissingDirectoryEndsInTheDebugText)
 {
-    ZuCmtrConverter::LogFilePath = directory.Path("missing/log.txt");
+    zu::LogFilePath = directory.Path("missing/log.txt");
     const DebugOutput output;
     GetParam().write();
     EXPECT_EQ(output.LogFailures(), 1);
@@ -116,7 +118,7 @@ TEST_P(LogForms, MissingDirectoryEndsInTheDebugText)
 
 TEST_P(LogForms, DirectoryForAFileEndsInTheDebugTextAndKeepsItsPermissions)
 {
-    ZuCmtrConverter::LogFilePath = directory.MakeDirectory("log");
+    zu::LogFilePath = directory.MakeDirectory("log");
     QFile::setPermissions(directory.Path("log"), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     const DebugOutput output;
     GetParam().write();
@@ -158,14 +160,14 @@ TEST_P(LogForms, FileIsMadeAnewWhenItIsTakenAwayBetweenCalls)
 TEST_F(Log, LineEndsInALineFeedBehindWhatWasThere)
 {
     directory.Write("log.txt", "before\n");
-    ZuCmtrConverter::WriteToLog(QStringLiteral("one"));
-    ZuCmtrConverter::WriteToLog(std::vector<QString>{"two", "", "three"});
+    zu::WriteToLog(QStringLiteral("one"));
+    zu::WriteToLog(std::vector<QString>{"two", "", "three"});
     EXPECT_EQ(ReadBytes(path), "before\none\ntwo\n\nthree\n");
 }
 
 TEST_F(Log, EmptyListCreatesAnEmptyFile)
 {
-    ZuCmtrConverter::WriteToLog(std::vector<QString>());
+    zu::WriteToLog(std::vector<QString>());
     EXPECT_TRUE(QFile::exists(path));
     EXPECT_EQ(ReadBytes(path), "");
 }
@@ -173,15 +175,15 @@ TEST_F(Log, EmptyListCreatesAnEmptyFile)
 TEST_F(Log, EmptyListLeavesAnEarlierFileAsItIs)
 {
     directory.Write("log.txt", "before\n");
-    ZuCmtrConverter::WriteToLog(std::vector<QString>());
+    zu::WriteToLog(std::vector<QString>());
     EXPECT_EQ(ReadBytes(path), "before\n");
 }
 
 TEST_F(Log, OneLineIsInTheEncodingOfTheLocaleAndListsAreUtf8)
 {
-    QTextCodec::setCodecForLocale(ZuCmtrConverter::codec_CP1251);
-    ZuCmtrConverter::WriteToLog(QStringLiteral("Да"));
-    ZuCmtrConverter::WriteToLog(std::vector<QString>{"Да"});
+    QTextCodec::setCodecForLocale(zu::CodecCP1251);
+    zu::WriteToLog(QStringLiteral("Да"));
+    zu::WriteToLog(std::vector<QString>{"Да"});
     QTextCodec::setCodecForLocale(nullptr);
     EXPECT_EQ(ReadBytes(path), QByteArray::fromHex("c4e00a") + "Да\n");
 }
@@ -189,7 +191,7 @@ TEST_F(Log, OneLineIsInTheEncodingOfTheLocaleAndListsAreUtf8)
 TEST_F(Log, LoadingSucceedsWithoutALog)
 {
     const QString ini = directory.Write("ZuDrv.ini", DefaultsSection() + "[Device]\n");
-    ZuCmtrConverter::LogFilePath = directory.Path("missing/log.txt");
+    zu::LogFilePath = directory.Path("missing/log.txt");
     const DebugOutput output;
     ZuCmtrConverter converter;
     unsigned int number = 99;

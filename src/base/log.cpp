@@ -1,16 +1,17 @@
-// The log file: each call opens, appends and closes it.
-#include "service/zucmtrconverter.h"
+#include "base/log.h"
 
-#include "config/GlobalFunction.h"
+#include "base/codecs.h"
+#include "base/permissions.h"
 
 #include <QDebug>
-#include <QFile>
 #include <QTextStream>
+
+QString zu::LogFilePath;
 
 // Appends lines in codec, or in the locale's encoding if it is null. A file made here is opened to its group.
 static void AppendToLog(const std::vector<QString>& lines, QTextCodec* codec)
 {
-    QFile file(ZuCmtrConverter::LogFilePath);
+    QFile file(zu::LogFilePath);
     const bool existed = file.exists();
     if (!file.open(QIODevice::WriteOnly | QIODevice::Append | QIODevice::Text)) {
         qDebug().noquote() << QStringLiteral("Ошибка записи в лог");
@@ -26,16 +27,15 @@ static void AppendToLog(const std::vector<QString>& lines, QTextCodec* codec)
     file.flush();
     file.close();
     if (!existed)
-        GlobalFunction::AddFileGrpPermissions(ZuCmtrConverter::LogFilePath);
+        zu::AddPermissions(zu::LogFilePath, zu::GroupAccess);
 }
 
-void ZuCmtrConverter::WriteToLog(const QString& text)
+void zu::WriteToLog(const QString& text)
 {
-    const std::vector<QString> line(1, text);
-    AppendToLog(line, nullptr);
+    AppendToLog({text}, nullptr);
 }
 
-void ZuCmtrConverter::WriteToLog(std::vector<QString> lines) // NOLINT(performance-unnecessary-value-param)
+void zu::WriteToLog(const std::vector<QString>& lines)
 {
-    AppendToLog(lines, codecIni);
+    AppendToLog(lines, CodecIni);
 }

@@ -1,5 +1,5 @@
 // A log path that leads to something without an end to seek.
-#include "service/zucmtrconverter.h"
+#include "base/log.h"
 #include "support/files.h"
 
 #include <gtest/gtest.h>
@@ -17,10 +17,10 @@ TEST(LogPipe, GetsNoLines)
     ASSERT_EQ(mkfifo(path.constData(), 0600), 0);
     const int reader = open(path.constData(), O_RDONLY | O_NONBLOCK);
     ASSERT_GE(reader, 0);
-    ZuCmtrConverter::LogFilePath = directory.Path("pipe");
-    ZuCmtrConverter::WriteToLog(QStringLiteral("one"));
-    ZuCmtrConverter::WriteToLog(std::vector<QString>{QStringLiteral("two"), QStringLiteral("three")});
-    ZuCmtrConverter::LogFilePath = QString();
+    zu::LogFilePath = directory.Path("pipe");
+    zu::WriteToLog(QStringLiteral("one"));
+    zu::WriteToLog(std::vector<QString>{QStringLiteral("two"), QStringLiteral("three")});
+    zu::LogFilePath = QString();
     char bytes[16] = {};
     EXPECT_EQ(read(reader, bytes, sizeof bytes), 0);
     close(reader);
