@@ -11,11 +11,16 @@ from pathlib import Path
 ROWS = [
     "src/base", "src/device", "src/config", "src/recording", "src/resorter", "src/preparation", "src/service",
     "src/writers",
-    "tools/zucmtr/texts.h tools/zucmtr/reasons.h",
+    "tools/text",
     "tools/explain tools/recorderfile",
     "tools/comtrade tools/output tools/station",
     "tools/verify tools/info tools/inicheck tools/dictionary tools/view",
-    "tools/zucmtr",
+    "tools/zucmtr/terminal",
+    "tools/zucmtr/host tools/zucmtr/files",
+    "tools/zucmtr/run",
+    "tools/zucmtr/watch",
+    "tools/zucmtr/commands",
+    "tools/zucmtr/main.cpp",
 ]
 ROW_OF = {room: number for number, row in enumerate(ROWS) for room in row.split()}
 INCLUDE = re.compile(r'^\s*#\s*include\s*[<"]([^>"]+)[>"]', re.MULTILINE)
