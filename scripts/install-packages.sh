@@ -8,7 +8,7 @@ for job in "${@:-build}"; do
     case $job in
     build) packages="$packages g++ cmake ninja-build pkg-config qtbase5-dev qttools5-dev qttools5-dev-tools libcli11-dev libqt5svg5-dev libjs-dygraphs fonts-dejavu-core python3 libgtest-dev" ;;
     test) packages="$packages binutils dpkg-dev file lintian man-db parallel python3-jsonschema systemd zsh" ;;
-    view) packages="$packages chromium chromium-driver" ;;
+    view) packages="$packages chromium chromium-driver python3-selenium" ;;
     lint) packages="$packages clang-format clang-tidy" ;;
     fuzz) packages="$packages clang libclang-rt-14-dev" ;;
     bench) packages="$packages libbenchmark-dev" ;;
