@@ -19,7 +19,7 @@ public:
 /// An option's names as on the command line, with one dash or two; none for an argument.
 QStringList FlagsOf(const CLI::Option& option);
 
-/// Whether the help leaves the option out, as it is none for users. Nothing else speaks of it either.
+/// Whether the option is not meant for users: the help leaves it out, and no message suggests it.
 bool IsHidden(const CLI::Option& option);
 
 /// The name of what is to be given, as FILE or DIR, in the user's language; the name of an option stays.
