@@ -30,8 +30,8 @@ convert comtrade-2013-cff 's/^\(Тип Comtrade CFF\)=.*/\1=1/'
 convert comtrade-1999 's/^\(Тип Comtrade 1999\)=.*/\1=1/'
 
 printf '\n== The fault report of one recording\n'
-report=$(ls "$station"/comtrade-2013/*.hdr | head -n 1)
-cat "$report"
+set -- "$station"/comtrade-2013/*.hdr
+cat "$1"
 
 printf '\n== The same recording as a page: open it in a browser\n'
 "$zucmtr" view "$station/Vostochnaya_000123.ZU" -o "$station/fault.html"

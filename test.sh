@@ -1,7 +1,8 @@
 #!/bin/sh
 # Installs packages, builds, runs all tests.
 #
-#   ./test.sh              plain build, address and undefined-behaviour sanitizers, fuzzers (30 s each), format
+#   ./test.sh              plain build, address and undefined-behaviour sanitizers, fuzzers (30 s each), format,
+#                          shell scripts
 #   ./test.sh --all        the thread sanitizer and clang-tidy as well
 #   ./test.sh --plain      the plain build and its tests alone
 #   ./test.sh --coverage   tests with coverage of src/, printed as a table
@@ -15,7 +16,7 @@ case ${1:-} in
 --plain) mode=plain ;;
 --coverage) mode=coverage ;;
 *)
-    sed -n '2,7s/^# \{0,1\}//p' "$0" >&2
+    sed -n '2,8s/^# \{0,1\}//p' "$0" >&2
     exit 2
     ;;
 esac
@@ -51,6 +52,7 @@ printf '\n== fuzzers\n'
 fuzz/run.sh 30
 scripts/update-translations.sh --check
 git ls-files '*.cpp' '*.h' | xargs clang-format --dry-run -Werror
+scripts/check-scripts.sh
 [ $mode = all ] || exit 0
 build_and_test tsan
 scripts/lint.sh

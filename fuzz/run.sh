@@ -8,13 +8,16 @@ set -eu
 cd "$(dirname "$0")/.."
 seconds=${1:-30}
 [ $# -eq 0 ] || shift
-fuzzers=${*:-recorderfile uncompress startcomment ini conversion}
+[ $# -gt 0 ] || set -- recorderfile uncompress startcomment ini conversion
 jobs=$(nproc)
 
 scripts/install-packages.sh build test fuzz
 cmake --preset asan >/dev/null
-# shellcheck disable=SC2046
-cmake --build build/asan -j "$jobs" --target fuzz_seeds $(printf 'fuzz_%s ' $fuzzers)
+for fuzzer; do # the names of the programs in place of the fuzzers'
+    set -- "$@" "fuzz_$fuzzer"
+    shift
+done
+cmake --build build/asan -j "$jobs" --target fuzz_seeds "$@"
 cd build/asan
 fuzz/fuzz_seeds "$PWD/seeds"
 mkdir -p findings
@@ -22,7 +25,7 @@ mkdir -p findings
 export LC_ALL=C.UTF-8
 export ASAN_OPTIONS=allocator_may_return_null=1:detect_leaks=1
 cat >run-fuzzer.sh <<'END'
-fuzzer=$1
+fuzzer=${1#fuzz_}
 mkdir -p "corpus/$fuzzer"
 dictionary=../../fuzz/$fuzzer.dict
 [ -e "$dictionary" ] && dictionary=-dict=$dictionary || dictionary=
@@ -37,5 +40,4 @@ printf '%-13s %s s, %s executions, no finding\n' "$fuzzer:" "$seconds" \
     "$(sed -n 's/^stat::number_of_executed_units: *//p' "$fuzzer.log")"
 END
 export seconds
-# shellcheck disable=SC2086
-printf '%s\n' $fuzzers | xargs -P "$jobs" -I '{}' sh run-fuzzer.sh '{}'
+printf '%s\n' "$@" | xargs -P "$jobs" -I '{}' sh run-fuzzer.sh '{}'

@@ -80,7 +80,7 @@ rm -f "$root/etc/apt/sources.list"
 for place in sources.list sources.list.d auth.conf.d trusted.gpg.d keyrings preferences.d; do
     [ ! -e "/etc/apt/$place" ] || cp -a "/etc/apt/$place" "$root/etc/apt/"
 done
-here=$(. /etc/os-release && echo "$VERSION_CODENAME")
+here=$(sed -n 's/^VERSION_CODENAME=//p' /etc/os-release)
 find "$root/etc/apt" -name '*.sources' -exec sed -i "s/\b$here\b/$release/g" {} +
 apt-config dump | grep '^Acquire::\(Check-\|http\)' >"$root/etc/apt/apt.conf.d/99fresh" || true
 inside apt-get update -qq

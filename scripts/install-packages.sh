@@ -8,8 +8,8 @@ for job in "${@:-build}"; do
     case $job in
     build) packages="$packages g++ cmake ninja-build pkg-config qtbase5-dev qttools5-dev qttools5-dev-tools libcli11-dev libqt5svg5-dev libjs-dygraphs fonts-dejavu-core python3 libgtest-dev" ;;
     test) packages="$packages binutils dpkg-dev file lintian man-db parallel python3-jsonschema systemd zsh" ;;
-    view) packages="$packages chromium chromium-driver" ;;
-    lint) packages="$packages clang-format clang-tidy" ;;
+    view) packages="$packages chromium chromium-driver python3-selenium" ;;
+    lint) packages="$packages clang-format clang-tidy shellcheck" ;;
     fuzz) packages="$packages clang libclang-rt-14-dev" ;;
     bench) packages="$packages libbenchmark-dev" ;;
     coverage) packages="$packages gcovr" ;;
@@ -20,21 +20,20 @@ for job in "${@:-build}"; do
     esac
 done
 
-missing=
+set -- # what is missing
 for package in $packages; do
     if ! dpkg-query -W -f '${Status}' "$package" 2>/dev/null | grep -q 'ok installed'; then
-        missing="$missing $package"
+        set -- "$@" "$package"
     fi
 done
-[ -n "$missing" ] || exit 0
+[ $# -gt 0 ] || exit 0
 
 as_root=
 if [ "$(id -u)" -ne 0 ]; then
-    command -v sudo >/dev/null || { echo "install-packages.sh: run as root, or install sudo; missing:$missing" >&2; exit 1; }
+    command -v sudo >/dev/null || { echo "install-packages.sh: run as root, or install sudo; missing: $*" >&2; exit 1; }
     as_root=sudo
 fi
-echo "Installing:$missing"
+echo "Installing: $*"
 $as_root dpkg --configure -a # what an interrupted run has left
 $as_root apt-get update -qq
-# shellcheck disable=SC2086
-$as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends $missing >/dev/null
+$as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "$@" >/dev/null

@@ -1,5 +1,5 @@
 #!/bin/sh
-# Checks format and lint of all C++ sources.
+# Checks format and lint of all C++ sources, and the shell scripts.
 #   scripts/lint.sh          in a quarter of an hour
 #   scripts/lint.sh --deep   with the path-sensitive analysis of the library
 set -eu
@@ -10,6 +10,9 @@ checks='--checks=-clang-analyzer-*'
 
 printf '\n== format\n'
 git ls-files '*.cpp' '*.h' | xargs clang-format --dry-run -Werror
+
+printf '\n== shell scripts\n'
+scripts/check-scripts.sh
 
 printf '\n== lint\n'
 # The generated meta-object code is not ours.

@@ -1,44 +1,63 @@
 #!/usr/bin/env python3
-"""Makes the manual pages and shell completions of zucmtr from its --help, so that they tell what the program does.
+"""Makes the manual pages and shell completions of zucmtr from what the program itself says of its commands.
 
 generate.py PROGRAM VERSION DATE DIRECTORY: into man/, bash/ and zsh/ of the directory, which are made anew.
 """
 
 import gzip
+import json
+import os
 import pathlib
 import shutil
+import subprocess
 import sys
+from types import SimpleNamespace
 
 import completions
-import helptext
 import manpages
 
 TEMPLATES = pathlib.Path(__file__).parent
 
 
 def main(program, version, date, directory):
-    root = helptext.read_help(program, ["zucmtr"])
-    commands = list(helptext.all_commands(root))
+    root = read_commands(program)
+    commands = list(all_commands(root))
+    files = {"man/%s.1.gz" % manpages.page_name(command): _compressed(manpages.man_page(command, root, version, date))
+             for command in commands}
+    files["bash/zucmtr"] = _filled("zucmtr.bash.in", "@TABLES@", completions.bash_tables(commands))
+    files["zsh/_zucmtr"] = _filled("zucmtr.zsh.in", "@FUNCTIONS@", completions.zsh_functions(root))
     for name in ("man", "bash", "zsh"):
         shutil.rmtree(directory / name, ignore_errors=True)
         (directory / name).mkdir(parents=True)
-    for command in commands:
-        page = manpages.man_page(command, root, version, date)
-        # Without a time in it the file is the same each time.
-        (directory / "man" / f"{manpages.page_name(command)}.1.gz").write_bytes(
-            gzip.compress(page.encode(), compresslevel=9, mtime=0))
-    _fill("zucmtr.bash.in", "@TABLES@", completions.bash_tables(commands), directory / "bash" / "zucmtr")
-    _fill("zucmtr.zsh.in", "@FUNCTIONS@", completions.zsh_functions(root), directory / "zsh" / "_zucmtr")
+    for name, content in files.items():
+        (directory / name).write_bytes(content)
 
 
-def _fill(template, mark, text, target):
-    target.write_text((TEMPLATES / template).read_text(encoding="utf-8").replace(mark, text), encoding="utf-8")
+def read_commands(program):
+    """The program and its commands, with the names of tools/zucmtr/helpdump.h as attributes, in English."""
+    environment = dict(os.environ, LC_ALL="C.UTF-8", LANGUAGE="")
+    result = subprocess.run([program, "help", "--dump-json"], env=environment, stdout=subprocess.PIPE, timeout=60,
+                            check=True)
+    return json.loads(result.stdout, object_hook=lambda keys: SimpleNamespace(**keys))
+
+
+def all_commands(command):
+    """The command and all below it, parents first."""
+    yield command
+    for below in command.commands:
+        yield from all_commands(below)
+
+
+def _compressed(page):
+    # Without a time in it the file is the same each time.
+    return gzip.compress(page.encode(), compresslevel=9, mtime=0)
+
+
+def _filled(template, mark, text):
+    return (TEMPLATES / template).read_text(encoding="utf-8").replace(mark, text).encode()
 
 
 if __name__ == "__main__":
     if len(sys.argv) != 5:
         sys.exit(__doc__)
-    try:
-        main(sys.argv[1], sys.argv[2], sys.argv[3], pathlib.Path(sys.argv[4]))
-    except helptext.UnexpectedHelp as error:
-        sys.exit(f"generate.py: {error}")
+    main(sys.argv[1], sys.argv[2], sys.argv[3], pathlib.Path(sys.argv[4]))

@@ -19,11 +19,12 @@ def man_page(command, root, version, date):
              ".SH SYNOPSIS"]
     lines += _synopsis(command)
     lines += [".SH DESCRIPTION", _line(command.description.rstrip(".") + ".")]
-    paragraphs = _paragraphs(_part(command.footer, "description"))
+    footer = command.footer.splitlines()
+    paragraphs = _paragraphs(_part(footer, "description"))
     lines += [".PP"] * bool(paragraphs) + paragraphs
     lines += _entries(command)
     for heading in ("exit status", "examples"):
-        part = _part(command.footer, heading)
+        part = _part(footer, heading)
         if part:
             lines += [f".SH {heading.upper()}"] + _paragraphs(part)
     lines += _see_also(command, root)
@@ -45,9 +46,12 @@ def _as_name(description):
 
 
 def _synopsis(command):
-    words, _, rest = command.usage.partition(" [")
-    lines = [f".B {_text(words)}"]
-    return lines + ([_line("[" + rest)] if rest else [])
+    places = ["[OPTIONS]"] * bool(command.options)
+    for entry in command.positionals:
+        place = entry.value + "..." * entry.repeated
+        places.append(place if entry.required else f"[{place}]")
+    places += ["[SUBCOMMAND]"] * bool(command.commands)
+    return [f".B {_text(' '.join(command.words))}", _line(" ".join(places))]
 
 
 def _part(footer, wanted):

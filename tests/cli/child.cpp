@@ -1,46 +1,42 @@
 #include "child.h"
 
-#include <QByteArray>
-
-#include <sys/wait.h>
 #include <unistd.h>
-#include <vector>
+
+PreparedProcess::PreparedProcess(std::function<void()> prepare) : prepareChild(std::move(prepare))
+{
+    setProcessChannelMode(ForwardedChannels);
+    setInputChannelMode(ForwardedInputChannel);
+}
 
 Child::Child(const QString& directory, const QStringList& arguments, int output, int error)
+    : process([output, error] {
+          dup2(output, STDOUT_FILENO);
+          dup2(error, STDERR_FILENO);
+      })
 {
-    std::vector<QByteArray> bytes = {ZUCMTR_PROGRAM};
-    for (const QString& argument : arguments)
-        bytes.push_back(argument.toUtf8());
-    std::vector<char*> pointers;
-    for (QByteArray& argument : bytes)
-        pointers.push_back(argument.data());
-    pointers.push_back(nullptr);
-    const QByteArray place = directory.toUtf8();
-    process = fork();
-    if (process == 0) {
-        dup2(output, STDOUT_FILENO);
-        dup2(error, STDERR_FILENO);
-        if (chdir(place.constData()) == 0)
-            execv(pointers[0], pointers.data());
-        _exit(127);
-    }
+    process.setWorkingDirectory(directory);
+    process.start(QStringLiteral(ZUCMTR_PROGRAM), arguments);
+    process.waitForStarted(-1);
 }
 
 Child::~Child()
 {
-    if (!ended) {
-        kill(process, SIGKILL);
-        waitpid(process, &status, 0);
-    }
+    process.kill();
+    process.waitForFinished(-1);
+}
+
+void Child::Send(int number) const
+{
+    if (process.processId() > 0)
+        kill(static_cast<pid_t>(process.processId()), number);
 }
 
 bool Child::HasEnded()
 {
-    ended = ended || waitpid(process, &status, WNOHANG) == process;
-    return ended;
+    return process.state() == QProcess::NotRunning || process.waitForFinished(0);
 }
 
 int Child::Code() const
 {
-    return ended && WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    return CodeOf(process);
 }

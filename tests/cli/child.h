@@ -1,12 +1,11 @@
-// A zucmtr that runs beside the test.
+// Programs started with more than their arguments, and a zucmtr that runs beside the test.
 #pragma once
 
-#include <QString>
-#include <QStringList>
+#include "program.h"
 
 #include <chrono>
 #include <csignal>
-#include <sys/types.h>
+#include <functional>
 #include <thread>
 
 constexpr std::chrono::seconds Patience{60};
@@ -24,6 +23,21 @@ bool WaitFor(const Condition& condition)
     return true;
 }
 
+/// A process with the standard streams of the test. The function is called in it before the program starts,
+/// for what QProcess has no setting for: descriptors as streams, a session of its own. (In Qt 6 it is a
+/// setting.)
+class PreparedProcess : public QProcess
+{
+public:
+    explicit PreparedProcess(std::function<void()> prepare);
+
+protected:
+    void setupChildProcess() override { prepareChild(); }
+
+private:
+    std::function<void()> prepareChild;
+};
+
 /// A started zucmtr, whose standard output and error are the given files. It is killed at the end.
 class Child
 {
@@ -33,14 +47,13 @@ public:
     Child(const Child&) = delete;
     Child& operator=(const Child&) = delete;
 
-    void Send(int number) const { kill(process, number); }
+    /// Nothing happens if it is known to have ended.
+    void Send(int number) const;
     bool HasEnded();
 
     /// Its exit code; -1 while it runs and if a signal ended it.
     int Code() const;
 
 private:
-    pid_t process = -1;
-    int status = 0;
-    bool ended = false;
+    PreparedProcess process;
 };

@@ -3,8 +3,6 @@
 #include "station/station.h"
 
 #include <QFileInfo>
-#include <QProcess>
-#include <QProcessEnvironment>
 #include <QRegularExpression>
 
 namespace {
@@ -16,14 +14,9 @@ Finished Run(const QString& directory, const QString& program, const QStringList
     process.setWorkingDirectory(directory);
     process.setProcessEnvironment(environment);
     process.start(program, arguments);
-    Finished result;
-    if (!process.waitForFinished(-1))
-        return result;
-    if (process.exitStatus() == QProcess::NormalExit)
-        result.code = process.exitCode();
-    result.out = QString::fromUtf8(process.readAllStandardOutput());
-    result.err = QString::fromUtf8(process.readAllStandardError());
-    return result;
+    process.waitForFinished(-1);
+    return {CodeOf(process), QString::fromUtf8(process.readAllStandardOutput()),
+            QString::fromUtf8(process.readAllStandardError())};
 }
 
 QString Program()
@@ -33,13 +26,24 @@ QString Program()
 
 } // namespace
 
+int CodeOf(const QProcess& process)
+{
+    const bool ended = process.state() == QProcess::NotRunning && process.error() != QProcess::FailedToStart;
+    return ended && process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
+}
+
+QProcessEnvironment EnvironmentWith(const QMap<QString, QString>& variables)
+{
+    QProcessEnvironment whole = QProcessEnvironment::systemEnvironment();
+    for (auto variable = variables.begin(); variable != variables.end(); ++variable)
+        whole.insert(variable.key(), variable.value());
+    return whole;
+}
+
 Finished RunProgram(const QString& directory, const QStringList& arguments,
                     const QMap<QString, QString>& environment)
 {
-    QProcessEnvironment whole = QProcessEnvironment::systemEnvironment();
-    for (auto variable = environment.begin(); variable != environment.end(); ++variable)
-        whole.insert(variable.key(), variable.value());
-    return Run(directory, Program(), arguments, whole);
+    return Run(directory, Program(), arguments, EnvironmentWith(environment));
 }
 
 Finished RunShell(const QString& directory, const QString& command)

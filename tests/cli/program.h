@@ -5,6 +5,8 @@
 #include "support/files.h"
 
 #include <QMap>
+#include <QProcess>
+#include <QProcessEnvironment>
 #include <QString>
 #include <QStringList>
 
@@ -15,6 +17,12 @@ struct Finished
     QString out;
     QString err;
 };
+
+/// The exit code of a process; -1 while it runs, if it could not be started and if a signal ended it.
+int CodeOf(const QProcess& process);
+
+/// The test's own environment with the variables set on top of it.
+QProcessEnvironment EnvironmentWith(const QMap<QString, QString>& variables);
 
 /// Runs zucmtr in a working directory. `environment` is set on top of the test's own.
 Finished RunProgram(const QString& directory, const QStringList& arguments,

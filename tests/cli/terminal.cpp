@@ -1,15 +1,14 @@
 #include "terminal.h"
 
+#include "child.h"
+
 #include <array>
 #include <cstdlib>
 #include <fcntl.h>
 #include <poll.h>
 #include <sys/ioctl.h>
-#include <sys/wait.h>
 #include <termios.h>
 #include <unistd.h>
-
-#include <vector>
 
 Terminal::Terminal() : user(posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC | O_NONBLOCK))
 {
@@ -48,41 +47,23 @@ QByteArray TakeFrom(int descriptor)
     return taken;
 }
 
-namespace {
-
-[[noreturn]] void BecomeProgram(const QString& directory, const QStringList& arguments,
-                                const QMap<QString, QString>& environment, const Terminal& output,
-                                const Terminal& error)
-{
-    std::vector<QByteArray> bytes = {ZUCMTR_PROGRAM};
-    for (const QString& argument : arguments)
-        bytes.push_back(argument.toUtf8());
-    std::vector<char*> pointers;
-    for (QByteArray& argument : bytes)
-        pointers.push_back(argument.data());
-    pointers.push_back(nullptr);
-    for (auto variable = environment.begin(); variable != environment.end(); ++variable)
-        qputenv(variable.key().toUtf8().constData(), variable.value().toUtf8());
-    setsid();
-    ioctl(error.ProgramEnd(), TIOCSCTTY, 0);
-    dup2(error.ProgramEnd(), STDIN_FILENO);
-    dup2(output.ProgramEnd(), STDOUT_FILENO);
-    dup2(error.ProgramEnd(), STDERR_FILENO);
-    if (chdir(directory.toUtf8().constData()) == 0)
-        execv(pointers[0], pointers.data());
-    _exit(127);
-}
-
-} // namespace
-
 Finished RunOnTerminal(const QString& directory, const QStringList& arguments,
                        const QMap<QString, QString>& environment)
 {
     Terminal output;
     Terminal error;
-    const pid_t process = fork();
-    if (process == 0)
-        BecomeProgram(directory, arguments, environment, output, error);
+    // A terminal becomes the controlling one of a process from within it, at the head of a session of its
+    // own.
+    PreparedProcess process([&] {
+        setsid();
+        ioctl(error.ProgramEnd(), TIOCSCTTY, 0);
+        dup2(error.ProgramEnd(), STDIN_FILENO);
+        dup2(output.ProgramEnd(), STDOUT_FILENO);
+        dup2(error.ProgramEnd(), STDERR_FILENO);
+    });
+    process.setWorkingDirectory(directory);
+    process.setProcessEnvironment(EnvironmentWith(environment));
+    process.start(QStringLiteral(ZUCMTR_PROGRAM), arguments);
     output.CloseProgramEnd();
     error.CloseProgramEnd();
     QByteArray out;
@@ -95,9 +76,8 @@ Finished RunOnTerminal(const QString& directory, const QStringList& arguments,
         for (pollfd& end : ends) // without a program behind it, an end has nothing more to say
             end.fd = (end.revents & POLLHUP) != 0 ? -1 : end.fd;
     } while (ends[0].fd >= 0 || ends[1].fd >= 0);
-    int status = 0;
-    waitpid(process, &status, 0);
-    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, QString::fromUtf8(out), QString::fromUtf8(err)};
+    process.waitForFinished(-1);
+    return {CodeOf(process), QString::fromUtf8(out), QString::fromUtf8(err)};
 }
 
 QString Seen(const QString& text)

@@ -1,10 +1,11 @@
-"""Manual pages and completions tell what the program's help tells.
+"""Manual pages and completions say what the program's help says.
 
 help_test.py PROGRAM GENERATOR HELP_DIRECTORY
 """
 
 import argparse
 import gzip
+import json
 import os
 import pathlib
 import re
@@ -147,20 +148,50 @@ class Zsh(unittest.TestCase):
             self.assertEqual(offered, set(options_of(words)), words)
 
 
-class Generator(unittest.TestCase):
-    def generate(self, text):
-        """What the generator says to a program whose help is the text."""
-        with tempfile.TemporaryDirectory() as name:
-            program = pathlib.Path(name, "program")
-            program.write_text(f"#!/bin/sh\ncat <<'end'\n{text}end\n", encoding="utf-8")
-            program.chmod(0o755)
-            return run(sys.executable, arguments.generator, program, "1.0", "2026-01-01", name).stderr
+class Dump(unittest.TestCase):
+    """What the program says of its commands to the generator."""
 
-    def test_help_of_another_shape_is_refused(self):
-        self.assertEqual(self.generate("Does it\nUsage: zucmtr [OPTIONS]\n\nOptions:\n  -h,--help   Help\n"), "")
-        self.assertIn("no usage line", self.generate("Does it\n"))
-        self.assertIn("line not understood: stray", self.generate(
-            "Does it\nUsage: zucmtr [OPTIONS]\n\nPositionals:\nstray\n\nOptions:\n  -h,--help   Help\n"))
+    def dump(self, *words):
+        return json.loads(run(arguments.program, "help", "--dump-json", *words).stdout)
+
+    def test_one_command_is_dumped_as_it_is_within_the_whole(self):
+        whole = self.dump()
+        self.assertEqual(["zucmtr"], whole["words"])
+        self.assertEqual([list(words) for words in all_commands() if len(words) == 2],
+                         [command["words"] for command in whole["commands"]])
+        for command in whole["commands"]:
+            self.assertEqual(command, self.dump(command["words"][1]))
+
+    def test_entries_say_how_they_are_given(self):
+        view, convert = self.dump("view"), self.dump("convert")
+        self.assertEqual([{"flags": [], "value": "FILE", "required": True, "repeated": True, "excludes": [], "choices": [],
+                           "description": "First files of the recordings, or directories with recordings"}],
+                         convert["positionals"])
+        self.assertEqual([{"flags": ["--plain"], "value": "", "required": False, "repeated": False,
+                           "excludes": ["--ini", "--defaults", "--device"], "choices": [],
+                           "description": "Take no ini file: names as in the recording, a report without the values of "
+                                          "circuits"}],
+                         [entry for entry in view["options"] if entry["flags"] == ["--plain"]])
+
+    def test_the_option_is_not_spoken_of(self):
+        self.assertNotIn("dump", "\n".join(help_lines(("zucmtr", "help"))))
+        for words in (("help", "--dump-jsom"), ("view", "--dump-json"), ("--dump-jsom",)):
+            said = run(arguments.program, *words)
+            self.assertEqual(2, said.returncode)
+            self.assertIn(f"has no option {words[-1]}\n", said.stderr)
+
+
+class Generator(unittest.TestCase):
+    def test_what_is_no_dump_fails_and_leaves_the_files_of_before(self):
+        for text in ("Does it", "[]", '{"words": ["zucmtr"], "commands": []}'):
+            with tempfile.TemporaryDirectory() as name:
+                program, page = pathlib.Path(name, "program"), pathlib.Path(name, "man", "zucmtr.1.gz")
+                program.write_text(f"#!/bin/sh\necho '{text}'\n", encoding="utf-8")
+                program.chmod(0o755)
+                page.parent.mkdir()
+                page.touch()
+                result = run(sys.executable, "-B", arguments.generator, program, "1.0", "2026-01-01", name)
+                self.assertEqual((1, True), (result.returncode, page.exists()), text)
 
 
 if __name__ == "__main__":

@@ -1,18 +1,12 @@
 """The numbers that the page shows: held against a second computation, in records of many kinds, most of them such as
-other makers' devices write them.
-
-    numbers_test.py ZUCMTR CHROMEDRIVER CHROMIUM [unittest arguments]
-"""
+other makers' devices write them."""
 import cmath
 import math
-import pathlib
 import random
-import sys
-import tempfile
 import unittest
 
 from foreign import MISSING, Channel, Foreign, sampled, times
-from pages import Pages, zucmtr
+from pages import browser, folder, run_tests, zucmtr
 from records import Read
 from reference import Reading, sequences
 
@@ -35,18 +29,6 @@ return arguments[0].map((sample) => {
     sequences: [...document.querySelectorAll('#sequenceValues tr')].map((row) => [row.dataset.module, row.dataset.angle].map(Number).map(exact)),
     why: [...document.querySelectorAll('#why li')].map((line) => line.textContent)};
 });"""
-
-
-def setUpModule():
-    global browser, scratch, folder
-    scratch = tempfile.TemporaryDirectory()
-    folder = pathlib.Path(scratch.name)
-    browser = Pages()
-
-
-def tearDownModule():
-    browser.close()
-    scratch.cleanup()
 
 
 def show(record, name="own"):
@@ -408,4 +390,4 @@ return [columns, area.w];"""
 
 
 if __name__ == "__main__":
-    unittest.main(argv=[sys.argv[0], *sys.argv[4:]])
+    run_tests()

@@ -1,30 +1,12 @@
-"""What is odd about a record: how the program and the page say it, and how the pictures show it.
-
-    oddities_test.py ZUCMTR CHROMEDRIVER CHROMIUM [unittest arguments]
-"""
+"""What is odd about a record: how the program and the page say it, and how the pictures show it."""
 import math
-import pathlib
-import sys
-import tempfile
 import unittest
 import xml.etree.ElementTree
 
 from foreign import MISSING, Channel, Foreign, times
-from pages import Pages, zucmtr
+from pages import browser, folder, run_tests, zucmtr
 
 SVG = "{http://www.w3.org/2000/svg}"
-
-
-def setUpModule():
-    global browser, scratch, folder
-    scratch = tempfile.TemporaryDirectory()
-    folder = pathlib.Path(scratch.name)
-    browser = Pages()
-
-
-def tearDownModule():
-    browser.close()
-    scratch.cleanup()
 
 
 def show(record, **settings):
@@ -72,7 +54,7 @@ class Notices(unittest.TestCase):
     def test_missing_samples(self):
         record = self.record()
         record.channels[1].codes[100:117] = [MISSING] * 17
-        said = show(record, wishes="lang=ru&theme=dark")
+        said = show(record, settings="lang=ru&theme=dark")
         self.assertEqual("zucmtr: %s: missing analog values: 17 (channels: 1); the traces have gaps there, and a period with "
                          "a gap has no RMS and no angle\n" % (folder / "own.cfg"), said)
         self.assertEqual(["Пропущено аналоговых значений: 17 (каналов: 1). На осциллограммах там разрывы, а для "
@@ -135,4 +117,4 @@ def line_end(seconds):
 
 
 if __name__ == "__main__":
-    unittest.main(argv=[sys.argv[0], *sys.argv[4:]])
+    run_tests()

@@ -1,28 +1,10 @@
-"""The page of small records that are made here, and its scripts on their own.
-
-    ownrecords_test.py ZUCMTR CHROMEDRIVER CHROMIUM [unittest arguments]
-"""
-import pathlib
-import sys
-import tempfile
+"""The page of small records that are made here, and its scripts on their own."""
 import unittest
 
-from pages import Pages, zucmtr
+from pages import browser, folder, run_tests, zucmtr
 from records import Written
 
 HOME = "\ue011"
-
-
-def setUpModule():
-    global browser, scratch, folder
-    scratch = tempfile.TemporaryDirectory()
-    folder = pathlib.Path(scratch.name)
-    browser = Pages()
-
-
-def tearDownModule():
-    browser.close()
-    scratch.cleanup()
 
 
 def view(analog, states=(), options=(), name="own", **settings):
@@ -133,4 +115,4 @@ class Scripts(unittest.TestCase):
 
 
 if __name__ == "__main__":
-    unittest.main(argv=[sys.argv[0], *sys.argv[4:]])
+    run_tests()

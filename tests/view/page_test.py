@@ -1,22 +1,16 @@
-"""The page in a browser: what it shows, what it does, and that it asks for nothing.
-
-    page_test.py ZUCMTR CHROMEDRIVER CHROMIUM [unittest arguments]
-"""
+"""The page in a browser: what it shows, what it does, and that it asks for nothing."""
 import base64
 import json
 import math
-import pathlib
 import re
 import struct
 import subprocess
-import sys
-import tempfile
 import unittest
 import xml.etree.ElementTree
 
-from pages import PROGRAM, Pages, zucmtr
+from browser import until
+from pages import PROGRAM, browser, folder, run_tests, zucmtr
 from records import Read
-from webdriver import until
 
 CONTROL, SHIFT, ALT, HOME, LEFT, RIGHT = "\ue009", "\ue008", "\ue00a", "\ue011", "\ue012", "\ue014"
 STARTED = "ВЛ 110 кВ Восточная"
@@ -29,9 +23,7 @@ return [box.left + area.x, box.top + area.y, area.w, area.h];"""
 
 
 def setUpModule():
-    global browser, scratch, folder, record, page
-    scratch = tempfile.TemporaryDirectory()
-    folder = pathlib.Path(scratch.name)
+    global record, page
     zucmtr("sample", "--out", folder)
     settings = ["--ini", folder / "ZuDrv.ini", "--device", "Vostochnaya"]
     (folder / "comtrade").mkdir()
@@ -40,12 +32,6 @@ def setUpModule():
     record = Read(next((folder / "comtrade").glob("*.cfg")))
     page = folder / "page.html"
     zucmtr("view", recording, *settings, "-o", page)
-    browser = Pages()
-
-
-def tearDownModule():
-    browser.close()
-    scratch.cleanup()
 
 
 def legend_row(channel):
@@ -419,4 +405,4 @@ def record_path():
 
 
 if __name__ == "__main__":
-    unittest.main(argv=[sys.argv[0], *sys.argv[4:]])
+    run_tests()

@@ -1,8 +1,16 @@
-"""What the tests of the page have in common: the program, the browser and the opening of pages."""
+"""What the tests of the page have in common: the command line, the program, a directory, the browser and the opening of
+pages.
+
+    ..._test.py ZUCMTR CHROMEDRIVER CHROMIUM [unittest arguments]
+"""
+import atexit
+import pathlib
 import subprocess
 import sys
+import tempfile
+import unittest
 
-from webdriver import Browser, until
+from browser import Browser, until
 
 PROGRAM, DRIVER, CHROMIUM = sys.argv[1:4]
 
@@ -20,19 +28,19 @@ class Pages(Browser):
     def __init__(self):
         super().__init__(DRIVER, CHROMIUM)
 
-    def open_page(self, path, wishes="lang=en&theme=light"):
-        self.open(path, wishes)
+    def open_page(self, path, settings="lang=en&theme=light"):
+        self.open(path, settings)
         until(lambda: self.run("return Boolean(window.zuView && zuView.page)"), "the page's scripts")
         until(lambda: self.run("const p = zuView.page; return p.data.count === 0 || p.data.analog.length === 0 || "
                                "p.strips.some((strip) => strip.chart && !strip.stale)"), "the first strip")
         self.settle()
 
-    def show(self, record, path, options=(), wishes="lang=en&theme=light"):
+    def show(self, record, path, options=(), settings="lang=en&theme=light"):
         """Writes a record as path.cfg and opens its page; gives what the program says on standard error."""
         configuration, page = path.with_suffix(".cfg"), path.with_suffix(".html")
         record.write(configuration)
         result = zucmtr("view", configuration, "-o", page, *options)
-        self.open_page(page, wishes)
+        self.open_page(page, settings)
         return result.stderr
 
     def text(self, selector):
@@ -49,3 +57,14 @@ class Pages(Browser):
         self.run("const choice = document.getElementById('choice-method'); choice.selectedIndex = arguments[0];"
                  "choice.dispatchEvent(new Event('change'))", index)
         self.settle()
+
+
+# One directory and one browser for all tests of a file; both go with the process.
+scratch = tempfile.TemporaryDirectory()
+folder = pathlib.Path(scratch.name)
+browser = Pages()
+atexit.register(browser.close)
+
+
+def run_tests():
+    unittest.main(argv=[sys.argv[0], *sys.argv[4:]])

@@ -2,13 +2,12 @@
 
     screenshots.py ZUCMTR CHROMEDRIVER CHROMIUM DIRECTORY
 """
-import base64
 import pathlib
 import subprocess
 import sys
 import tempfile
 
-from webdriver import Browser, until
+from browser import Browser, until
 
 HOME = "\ue011"
 
@@ -31,10 +30,10 @@ def shoot_all(browser, page, out):
     def shoot(name):
         browser.settle()
         browser.settle()
-        (out / name).write_bytes(base64.b64decode(browser._call("GET", "/screenshot")))
+        (out / name).write_bytes(browser.picture())
 
-    def show(wishes, circuit):
-        browser.open(page, wishes)
+    def show(settings, circuit):
+        browser.open(page, settings)
         until(lambda: browser.run("return Boolean(window.zuView && zuView.page && zuView.page.strips[0].chart)"),
               "the page")
         browser.run("""const title = [...document.querySelectorAll('#groups h3')].find((t) => t.textContent === arguments[0]);

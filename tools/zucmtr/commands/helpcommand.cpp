@@ -1,34 +1,55 @@
 #include "zucmtr/commands/helpcommand.h"
 
+#include "helpdump.h"
 #include "text/texts.h"
+#include "zucmtr/terminal/console.h"
 #include "zucmtr/terminal/parsertexts.h"
+#include "zucmtr/terminal/values.h"
 
 #include <CLI/CLI.hpp>
+
+#include <QJsonObject>
 
 #include <iostream>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace {
 
-std::string Commands(const CLI::App& app)
+struct HelpOptions
 {
-    return CLI::detail::join(
-        app.get_subcommands([](const CLI::App*) { return true; }),
-        [](const CLI::App* command) { return command->get_name(); }, ", ");
+    std::string command;
+    bool dump = false;
+};
+
+std::vector<std::string> Commands(const CLI::App& app)
+{
+    std::vector<std::string> names;
+    for (const CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; }))
+        names.push_back(command->get_name());
+    return names;
 }
 
-int PrintHelp(const CLI::App& app, const std::string& name)
+int PrintHelp(CLI::App& app, const HelpOptions& options)
 {
-    const CLI::App* command = &app;
+    CLI::App* command = &app;
+    const std::string& name = options.command;
     if (!name.empty()) {
         const auto found = app.get_subcommands([&](const CLI::App* one) { return one->get_name() == name; });
         if (found.empty())
             throw UsageError(UnknownCommandText(app, Text(name)), QStringLiteral("zucmtr"));
         command = found.front();
     }
-    const std::string words = name.empty() ? "zucmtr" : "zucmtr " + name;
-    std::cout << app.get_formatter()->make_help(command, words, CLI::AppFormatMode::Normal) << std::flush;
+    QStringList words = {QStringLiteral("zucmtr")};
+    if (!name.empty())
+        words << Text(name);
+    if (options.dump)
+        PrintJson(HelpDump(*command, words));
+    else
+        std::cout << app.get_formatter()->make_help(command, words.join(QLatin1Char(' ')).toStdString(),
+                                                    CLI::AppFormatMode::Normal)
+                  << std::flush;
     return ExitDone;
 }
 
@@ -38,11 +59,16 @@ void AddHelpCommand(CLI::App& app, Action& chosen)
 {
     CLI::App* command =
         app.add_subcommand("help", HelpText("help", "Print the help of the program or of a command"));
-    const auto name = std::make_shared<std::string>();
+    const auto options = std::make_shared<HelpOptions>();
+    const std::vector<std::string> commands = Commands(app);
     command
-        ->add_option("COMMAND", *name, Tr("help", "The command: %1").arg(Text(Commands(app))).toStdString())
+        ->add_option("COMMAND", options->command,
+                     Tr("help", "The command: %1").arg(Text(CLI::detail::join(commands, ", "))).toStdString())
+        ->check(values::Offer(commands))
         ->type_name("");
+    command->add_flag("--dump-json", options->dump)->group(std::string()); // for the build, not for users
     command->footer(HelpText("help", "Example:\n"
                                      "  zucmtr help convert"));
-    command->callback([name, &app, &chosen] { chosen = [name, &app] { return PrintHelp(app, *name); }; });
+    command->callback(
+        [options, &app, &chosen] { chosen = [options, &app] { return PrintHelp(app, *options); }; });
 }

@@ -50,6 +50,21 @@ std::string HelpFormat::make_option(const CLI::Option* option, bool isPositional
     return left.toStdString() + make_option_desc(option) + '\n';
 }
 
+QStringList FlagsOf(const CLI::Option& option)
+{
+    QStringList flags;
+    for (const std::string& name : option.get_snames())
+        flags << QLatin1Char('-') + Text(name);
+    for (const std::string& name : option.get_lnames())
+        flags << QStringLiteral("--") + Text(name);
+    return flags;
+}
+
+bool IsHidden(const CLI::Option& option)
+{
+    return option.get_group().empty();
+}
+
 QString ShownName(const QString& name)
 {
     for (const char* known : valueNames) {

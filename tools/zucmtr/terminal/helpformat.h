@@ -5,6 +5,7 @@
 #include <CLI/CLI.hpp>
 
 #include <QString>
+#include <QStringList>
 
 class HelpFormat : public CLI::Formatter
 {
@@ -14,6 +15,12 @@ public:
     std::string make_option(const CLI::Option* option, bool isPositional) const override;
     std::string make_option_name(const CLI::Option* option, bool isPositional) const override;
 };
+
+/// An option's names as on the command line, with one dash or two; none for an argument.
+QStringList FlagsOf(const CLI::Option& option);
+
+/// Whether the option is not meant for users: the help leaves it out, and no message suggests it.
+bool IsHidden(const CLI::Option& option);
 
 /// The name of what is to be given, as FILE or DIR, in the user's language; the name of an option stays.
 QString ShownName(const QString& name);

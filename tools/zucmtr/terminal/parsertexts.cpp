@@ -50,17 +50,11 @@ QStringList CommandNames(const CLI::App& app)
     return names;
 }
 
-// As on the command line, with one dash or two.
 QStringList OptionNames(const CLI::App& app)
 {
     QStringList names;
-    for (const CLI::Option* option :
-         app.get_options([](const CLI::Option* one) { return one->nonpositional(); })) {
-        for (const std::string& name : option->get_snames())
-            names << QLatin1Char('-') + Text(name);
-        for (const std::string& name : option->get_lnames())
-            names << QStringLiteral("--") + Text(name);
-    }
+    for (const CLI::Option* option : app.get_options([](const CLI::Option* one) { return !IsHidden(*one); }))
+        names << FlagsOf(*option);
     return names;
 }
 

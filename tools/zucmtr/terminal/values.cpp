@@ -38,6 +38,14 @@ bool ParseSize(const QString& text, uint64_t& bytes)
     return fits;
 }
 
+// A validator carries nothing else that the help does not show: its name holds the words after this mark.
+const char* const offered = "offered: ";
+
+std::string NameWith(const std::vector<std::string>& words)
+{
+    return offered + CLI::detail::join(words, " ");
+}
+
 } // namespace
 
 CLI::Validator WholeNumber(int64_t lowest, int64_t highest)
@@ -93,7 +101,26 @@ CLI::Validator OneOf(const std::vector<std::string>& words)
                              .arg(Text(text), Text(CLI::detail::join(words, ", ")))
                              .toStdString();
         },
-        "");
+        "", NameWith(words));
+}
+
+CLI::Validator Offer(const std::vector<std::string>& words)
+{
+    return CLI::Validator([](std::string&) { return std::string(); }, "", NameWith(words));
+}
+
+QStringList OfferedWords(CLI::Option& option)
+{
+    // The parser does not say how many validators there are; the one after the last is an exception.
+    try {
+        for (int i = 0;; ++i) {
+            const QString name = Text(option.get_validator(i)->get_name());
+            if (name.startsWith(QLatin1String(offered)))
+                return name.mid(static_cast<int>(qstrlen(offered))).split(QLatin1Char(' '));
+        }
+    } catch (const CLI::OptionNotFound&) {
+        return {};
+    }
 }
 
 CLI::Validator Size()

@@ -4,6 +4,8 @@
 
 #include <CLI/CLI.hpp>
 
+#include <QStringList>
+
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -20,8 +22,14 @@ CLI::Validator Number(double lowest, double highest);
 /// Decimal numbers above 0 and below the limit.
 CLI::Validator NumberBelow(double limit);
 
-/// One of these words.
+/// One of these words; completions offer them.
 CLI::Validator OneOf(const std::vector<std::string>& words);
+
+/// Any value; completions offer these words.
+CLI::Validator Offer(const std::vector<std::string>& words);
+
+/// The words that completions offer for the value of an option or argument; empty if there are none.
+QStringList OfferedWords(CLI::Option& option);
 
 /// Bytes, with a K, M, G, T, P or E of 1024 and its powers; to be given as transform(), for an uint64_t.
 CLI::Validator Size();

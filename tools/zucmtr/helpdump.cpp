@@ -1,0 +1,67 @@
+#include "helpdump.h"
+
+#include "zucmtr/terminal/command.h"
+#include "zucmtr/terminal/helpformat.h"
+#include "zucmtr/terminal/values.h"
+
+#include <CLI/CLI.hpp>
+
+#include <QJsonArray>
+
+namespace {
+
+QString ValueOf(const CLI::Option& option)
+{
+    if (option.get_positional())
+        return Text(option.get_name(true, false));
+    return option.get_type_size() == 0 ? QString() : Text(option.get_type_name());
+}
+
+// In the order of the command: the parser keeps them by their addresses, which differ from run to run.
+QJsonArray ExcludedBy(const CLI::Option& option, const std::vector<CLI::Option*>& options)
+{
+    const std::set<CLI::Option*> excluded = option.get_excludes();
+    QJsonArray names;
+    for (CLI::Option* other : options)
+        if (excluded.count(other) > 0)
+            names << Text(other->get_name());
+    return names;
+}
+
+QJsonArray EntriesOf(const std::vector<CLI::Option*>& options, bool positional)
+{
+    QJsonArray entries;
+    for (CLI::Option* option : options) {
+        if (option->get_positional() != positional)
+            continue;
+        entries << QJsonObject{
+            {QStringLiteral("flags"), QJsonArray::fromStringList(FlagsOf(*option))},
+            {QStringLiteral("value"), ValueOf(*option)},
+            {QStringLiteral("required"), option->get_required()},
+            {QStringLiteral("repeated"), option->get_expected_max() == CLI::detail::expected_max_vector_size},
+            {QStringLiteral("excludes"), ExcludedBy(*option, options)},
+            {QStringLiteral("description"), Text(option->get_description())},
+            {QStringLiteral("choices"), QJsonArray::fromStringList(values::OfferedWords(*option))},
+        };
+    }
+    return entries;
+}
+
+} // namespace
+
+QJsonObject HelpDump(CLI::App& command, const QStringList& words)
+{
+    const std::vector<CLI::Option*> options =
+        command.get_options([](const CLI::Option* one) { return !IsHidden(*one); });
+    QJsonArray commands;
+    for (CLI::App* below : command.get_subcommands([](const CLI::App*) { return true; }))
+        commands << HelpDump(*below, words + QStringList{Text(below->get_name())});
+    return {
+        {QStringLiteral("words"), QJsonArray::fromStringList(words)},
+        {QStringLiteral("description"), Text(command.get_description())},
+        {QStringLiteral("positionals"), EntriesOf(options, true)},
+        {QStringLiteral("options"), EntriesOf(options, false)},
+        {QStringLiteral("commands"), commands},
+        {QStringLiteral("footer"), Text(command.get_footer())},
+    };
+}
