@@ -3,6 +3,8 @@
 #include "asidename.h"
 #include "texts.h"
 
+#include <explain/system.h>
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -13,10 +15,10 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+using explain::SystemText;
 using systemfile::Descriptor;
 using systemfile::Identity;
 using systemfile::Links;
-using systemfile::ReasonOf;
 
 namespace sourcefiles {
 
@@ -107,7 +109,7 @@ bool LeadsTo(const QString& path, const Descriptor& file)
 // Trouble of the disk, the network or the permissions, and not of one file.
 Trouble TroubleOf(int error)
 {
-    if (systemfile::IsNoRoom(error))
+    if (explain::IsNoRoom(error))
         return Trouble::NoRoom;
     return error == EEXIST || error == ENAMETOOLONG ? Trouble::Conflict : Trouble::Archive;
 }
@@ -122,7 +124,7 @@ ArchiveCopies::ArchiveCopies(const ChainFiles& chain_, const QString& directory_
     if (error != 0)
         throw Error(TroubleOf(error),
                     Tr("sources", "the directory '%1' cannot be made: %2; the recording is where it was")
-                        .arg(directory, ReasonOf(error, QFileInfo(directory).path())));
+                        .arg(directory, SystemText(error, QFileInfo(directory).path())));
     CheckDirectory();
     for (size_t number = 0; number < states.size(); ++number)
         CheckTarget(number);
@@ -148,7 +150,7 @@ void ArchiveCopies::Fail(size_t number, int error) const
 {
     throw Error(TroubleOf(error), Tr("sources", "'%1' could not be moved to '%2': %3; it is where it was")
                                       .arg(chain.Paths()[static_cast<int>(number)], TargetOf(number),
-                                           ReasonOf(error, directory)));
+                                           SystemText(error, directory)));
 }
 
 void ArchiveCopies::CheckDirectory() const
@@ -292,12 +294,7 @@ void ArchiveCopies::FinishOne(size_t number)
 
 void ArchiveCopies::SyncNames() const
 {
-    const int error = systemfile::Sync(directory);
-    if (error != 0)
-        throw Error(TroubleOf(error),
-                    Tr("sources", "'%1' could not be written to the disk: %2; the recording is "
-                                  "kept; check the disk, then convert again")
-                        .arg(directory, ReasonOf(error, directory)));
+    SyncOrThrow(directory, directory, Trouble::Archive);
 }
 
 QStringList RemoveParts(const QString& directory)

@@ -4,6 +4,8 @@
 #include "recordinglist.h"
 #include "texts.h"
 
+#include <explain/system.h>
+
 #include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
@@ -19,10 +21,10 @@
 #include <sys/vfs.h>
 #include <unistd.h>
 
+using explain::SystemText;
 using systemfile::Identity;
 using systemfile::Links;
 using systemfile::Lock;
-using systemfile::ReasonOf;
 
 namespace sourcefiles {
 
@@ -31,7 +33,7 @@ namespace {
 QString UndeletedText(const QString& path, int error)
 {
     return Tr("sources", "'%1' could not be deleted: %2; delete it yourself, its record is verified")
-        .arg(path, ReasonOf(error));
+        .arg(path, SystemText(error));
 }
 
 [[noreturn]] void ThrowUndeleted(const QString& path, int error)
@@ -100,7 +102,7 @@ QStringList PutBackAll(std::vector<AsideFile>& files)
         const int error = systemfile::RenameToFree(file->aside, file->own);
         if (error != 0) {
             notes << Tr("sources", "'%1' is now called '%2' and could not get its name back: %3; rename it")
-                         .arg(old, file->aside, ReasonOf(error));
+                         .arg(old, file->aside, SystemText(error));
             isWhole = false;
             continue;
         }
@@ -243,11 +245,11 @@ void AsideFiles::MoveOne(size_t number)
         throw Error(Tr("sources", "'%1' could not be put away: the name is too long; give it a shorter one")
                         .arg(file.own));
     if (error != 0)
-        throw Error(systemfile::IsNoRoom(error) ? Trouble::NoRoom : Trouble::File,
+        throw Error(explain::IsNoRoom(error) ? Trouble::NoRoom : Trouble::File,
                     Tr("sources",
                        "'%1' could not be put away: %2; it is where it was; give this user the permission "
                        "to change its directory, or put it away yourself, its record is verified")
-                        .arg(file.own, ReasonOf(error, QFileInfo(file.own).path())));
+                        .arg(file.own, SystemText(error, QFileInfo(file.own).path())));
     file.aside = path;
 }
 
@@ -268,7 +270,7 @@ void AsideFiles::Look(size_t number)
     if (error == 0)
         error = chain.CompareContent(number, same);
     if (error != 0)
-        ThrowChanged(Tr("sources", "'%1' could not be looked at again: %2").arg(file.own, ReasonOf(error)));
+        ThrowChanged(Tr("sources", "'%1' could not be looked at again: %2").arg(file.own, SystemText(error)));
     if (!same || target.modified != read.modified)
         ThrowChanged(Tr("sources", "'%1' changed after it was read").arg(file.own));
 }

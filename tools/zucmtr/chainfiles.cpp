@@ -4,6 +4,7 @@
 #include "recordinglist.h"
 #include "texts.h"
 
+#include <explain/system.h>
 #include <service/zucmtrconverter.h>
 
 #include <QSet>
@@ -12,8 +13,8 @@
 #include <cerrno>
 #include <ctime>
 
+using explain::SystemText;
 using systemfile::Links;
-using systemfile::ReasonOf;
 
 namespace {
 
@@ -95,7 +96,7 @@ bool IsThere(const QString& path)
 QString SentenceOf(ChainFiles::Unreadable::Kind kind, const QString& path, int code)
 {
     const QString text = TextOf(kind);
-    return text.contains(QLatin1String("%2")) ? text.arg(path, ReasonOf(code)) : text.arg(path);
+    return text.contains(QLatin1String("%2")) ? text.arg(path, SystemText(code)) : text.arg(path);
 }
 
 } // namespace
@@ -107,7 +108,7 @@ QString ContinuationOf(const QString& firstFile, int number)
 
 ChainFiles::Unreadable::Unreadable(Kind kind_, const QString& path_, int code_)
     : std::runtime_error(SentenceOf(kind_, path_, code_).toStdString()), kind(kind_), path(path_),
-      reason(code_ == 0 ? QString() : ReasonOf(code_)), code(code_)
+      reason(code_ == 0 ? QString() : SystemText(code_)), code(code_)
 {}
 
 ChainFiles::ChainFiles(const QString& firstFile)
@@ -229,7 +230,7 @@ bool ChainFiles::IsUnchanged(size_t number, QString& what) const
     if (error != 0)
         what = KindOf(error) == Unreadable::Kind::Gone
                    ? Tr("sources", "'%1' is gone since it was read").arg(path)
-                   : Tr("sources", "'%1' could not be looked at again: %2").arg(path, ReasonOf(error));
+                   : Tr("sources", "'%1' could not be looked at again: %2").arg(path, SystemText(error));
     else if (!target.IsSameFile(file.file) || !name.IsSameFile(file.name))
         what = Tr("sources", "'%1' is another file than the one that was read").arg(path);
     else if (!same)

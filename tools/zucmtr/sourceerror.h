@@ -28,4 +28,8 @@ public:
 /// For a recording that is not what was read; `what` is a clause that says what happened.
 [[noreturn]] void ThrowChanged(const QString& what);
 
+/// Has the system write a file, or the names in a directory, to the disk. Throws Error: NoRoom, or
+/// `otherwise`.
+void SyncOrThrow(const QString& path, const QString& directory, Trouble otherwise);
+
 } // namespace sourcefiles

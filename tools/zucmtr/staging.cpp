@@ -1,6 +1,9 @@
 #include "staging.h"
 
+#include "systemfile.h"
 #include "texts.h"
+
+#include <explain/system.h>
 
 #include <QDir>
 #include <QFile>
@@ -14,6 +17,8 @@
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
+
+using explain::SystemText;
 
 namespace {
 
@@ -41,19 +46,6 @@ bool IsStillThere(const QByteArray& path, int file)
     if (lstat(path.constData(), &named) != 0)
         return errno != ENOENT;
     return fstat(file, &opened) == 0 && named.st_dev == opened.st_dev && named.st_ino == opened.st_ino;
-}
-
-// 0, or the errno of the failure.
-int SyncPath(const QByteArray& path, int flags)
-{
-    const int file = open(path.constData(), O_RDONLY | O_CLOEXEC | flags);
-    if (file < 0)
-        return errno;
-    // Some file systems know no such request for a directory.
-    const bool written = fsync(file) == 0 || (flags != 0 && errno == EINVAL);
-    const int code = written ? 0 : errno;
-    close(file);
-    return code;
 }
 
 // Whether a directory has nothing in it but what is written here, so that it is none of the user's.
@@ -91,14 +83,7 @@ QStringList Touched(const QStringList& names)
 
 bool StagingError::NoRoom() const
 {
-    return code == ENOSPC || code == EDQUOT;
-}
-
-QString DiskReason(int code, const QString& directory)
-{
-    if (code == ENOSPC || code == EDQUOT)
-        return Tr("staging", "no room left on the disk of %1").arg(directory);
-    return qt_error_string(code);
+    return explain::IsNoRoom(code);
 }
 
 Staging::Staging(const QString& out_) : out(out_)
@@ -124,7 +109,7 @@ void Staging::Make()
     if (made)
         rmdir(path.constData());
     throw StagingError(
-        Tr("staging", "no directory for new records can be made in '%1': %2").arg(out, DiskReason(code, out)),
+        Tr("staging", "no directory for new records can be made in '%1': %2").arg(out, SystemText(code, out)),
         code);
 }
 
@@ -151,7 +136,7 @@ void Staging::Sync(const QStringList& names)
     for (const QString& name : names) {
         if (synced.contains(name))
             continue;
-        const int code = SyncPath(Own(name), 0);
+        const int code = systemfile::Sync(directory + QLatin1Char('/') + name);
         if (code != 0)
             Fail(name, code);
         synced << name;
@@ -199,7 +184,7 @@ void Staging::Commit(const QStringList& names, bool sync)
         for (int i = names.size(); i-- > 0;) // the configuration last
             PutInPlace(names[i]);
     }
-    const int code = sync ? SyncPath(QFile::encodeName(out), O_DIRECTORY) : 0;
+    const int code = sync ? systemfile::Sync(out) : 0;
     if (code != 0)
         Fail(names.first(), code);
     moves.clear();
@@ -214,7 +199,7 @@ void Staging::CheckNames(const QStringList& names) const
             continue;
         const int code = errno;
         throw StagingError(
-            Tr("staging", "the record's file '%1' was not written: %2").arg(name, DiskReason(code, out)),
+            Tr("staging", "the record's file '%1' was not written: %2").arg(name, SystemText(code, out)),
             code);
     }
     for (const QString& name : Touched(names)) {
@@ -245,7 +230,7 @@ void Staging::RemoveTemporary(const QString& configuration) const
             continue;
         const int code = errno;
         throw StagingError(Tr("staging", "'%1' could not be removed: %2")
-                               .arg(QFile::decodeName(path), DiskReason(code, out)),
+                               .arg(QFile::decodeName(path), SystemText(code, out)),
                            code);
     }
 }
@@ -304,7 +289,7 @@ QString Staging::UndoAll()
 void Staging::Fail(const QString& name, int code)
 {
     const QString path = out + QLatin1Char('/') + name;
-    QString text = Tr("staging", "'%1' could not be put in place: %2").arg(path, DiskReason(code, out));
+    QString text = Tr("staging", "'%1' could not be put in place: %2").arg(path, SystemText(code, out));
     if (!UndoAll().isEmpty())
         text += Tr("staging", "; what was there before could not be put back, convert the recording again");
     throw StagingError(text, code);

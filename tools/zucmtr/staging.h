@@ -25,9 +25,6 @@ public:
     const int code; // errno
 };
 
-/// The reason of a failed file call for people; says of which directory the disk is full.
-QString DiskReason(int code, const QString& directory);
-
 /// For one record and one thread at a time. Several may be in one directory, also of several processes.
 class Staging
 {

@@ -1,7 +1,5 @@
 #include "systemfile.h"
 
-#include "texts.h"
-
 #include <QByteArray>
 #include <QFile>
 
@@ -185,18 +183,6 @@ QStringList NamesIn(const QString& directory)
     }
     names.sort();
     return names;
-}
-
-QString ReasonOf(int error, const QString& directory)
-{
-    if (IsNoRoom(error) && !directory.isEmpty())
-        return Tr("sources", "no room left on the disk of %1").arg(directory);
-    return QString::fromLocal8Bit(std::strerror(error));
-}
-
-bool IsNoRoom(int error)
-{
-    return error == ENOSPC || error == EDQUOT;
 }
 
 Descriptor OpenToRead(const QString& path)

@@ -57,12 +57,6 @@ bool IsTaken(const QString& path);
 /// text can hold come out maimed.
 QStringList NamesIn(const QString& directory);
 
-/// What went wrong, as the system says it; with a directory, a full disk is that of the directory.
-QString ReasonOf(int error, const QString& directory = QString());
-
-/// Whether the error means a disk or a quota that is full.
-bool IsNoRoom(int error);
-
 /// Opens for reading, never waits for the other end of a pipe. Not open on failure, with errno.
 Descriptor OpenToRead(const QString& path);
 

@@ -10,6 +10,7 @@
 #include "workfailure.h"
 
 #include <explain/file.h>
+#include <explain/system.h>
 #include <verify/leftout.h>
 #include <verify/recordname.h>
 #include <view/view.h>
@@ -169,8 +170,9 @@ void Worker::Do(BatchItem& item, Job& job)
     if (job.mayLackRoom && job.staging->IsDiskFull()) {
         item.noRoom = true;
         item.blame = Blame::Output;
-        item.Fail(reason::NoRoom,
-                  Tr("worker", "not converted: %1; free some").arg(DiskReason(ENOSPC, job.directory)));
+        item.Fail(
+            reason::NoRoom,
+            Tr("worker", "not converted: %1; free some").arg(explain::SystemText(ENOSPC, job.directory)));
     }
 }
 
@@ -237,9 +239,9 @@ void Worker::MakeDirectory(const QString& directory) const
         path = QFileInfo(path).path();
         const int error = systemfile::Sync(path);
         if (error != 0)
-            throw StagingError(
-                Tr("worker", "'%1' could not be written to the disk: %2").arg(path, DiskReason(error, path)),
-                error);
+            throw StagingError(Tr("worker", "'%1' could not be written to the disk: %2")
+                                   .arg(path, explain::SystemText(error, path)),
+                               error);
     }
 }
 

@@ -2047,10 +2047,6 @@ Example:
         <translation>«%1» есть, а предыдущего файла нет</translation>
     </message>
     <message>
-        <source>no room left on the disk of %1</source>
-        <translation>на диске каталога %1 нет места</translation>
-    </message>
-    <message>
         <source>&apos;%1&apos; is now called &apos;%2&apos; and could not get its name back: %3; rename it</source>
         <translation>«%1» теперь называется «%2», вернуть имя не удалось: %3; переименуйте файл</translation>
     </message>
@@ -2069,10 +2065,6 @@ Example:
 </context>
 <context>
     <name>staging</name>
-    <message>
-        <source>no room left on the disk of %1</source>
-        <translation>на диске каталога %1 не осталось места</translation>
-    </message>
     <message>
         <source>no directory for new records can be made in &apos;%1&apos;: %2</source>
         <translation>в «%1» не удалось создать каталог для новых записей: %2</translation>
@@ -2203,6 +2195,34 @@ Example:
     <message>
         <source>the system gives no reason</source>
         <translation>система не сообщает причину</translation>
+    </message>
+    <message>
+        <source>Too many open files in system</source>
+        <translation>слишком много открытых файлов в системе</translation>
+    </message>
+    <message>
+        <source>Connection timed out</source>
+        <translation>время ожидания ответа истекло</translation>
+    </message>
+    <message>
+        <source>Remote I/O error</source>
+        <translation>ошибка ввода-вывода на удалённой стороне</translation>
+    </message>
+    <message>
+        <source>Transport endpoint is not connected</source>
+        <translation>соединение с файловой системой потеряно</translation>
+    </message>
+    <message>
+        <source>Resource temporarily unavailable</source>
+        <translation>ресурс временно недоступен</translation>
+    </message>
+    <message>
+        <source>Operation not supported</source>
+        <translation>операция не поддерживается</translation>
+    </message>
+    <message>
+        <source>no room left on the disk of %1</source>
+        <translation>на диске каталога %1 нет места</translation>
     </message>
 </context>
 <context>
