@@ -35,9 +35,88 @@ QStringList Arguments(const QStringList& more)
            more;
 }
 
+// What a run with one fault may lead to: the whole record, or a failure that is no fault of the recording.
+void ExpectWholeOrToBeTriedAgain(const Workplace& place, const Workplace& whole, const Finished& run)
+{
+    for (const char* name : {"a.ZU", "a.Z01"})
+        EXPECT_EQ(ReadBytes(place.Path(name)), Encode(ShortRecording()));
+    if (run.code == 0) {
+        EXPECT_EQ(place.Names("out"), whole.Names("out"));
+        for (const QString& name : whole.Names("out"))
+            EXPECT_EQ(ReadBytes(place.Path("out/" + name)), ReadBytes(whole.Path("out/" + name)));
+        return;
+    }
+    EXPECT_EQ(run.code, 1);
+    EXPECT_EQ(place.Names("out"), QStringList());
+    EXPECT_EQ(QJsonDocument::fromJson(run.out.toUtf8()).object()["reason"].toString(), "sourceUnreadable")
+        << run.out;
+}
+
+void WriteRecording(const Workplace& place)
+{
+    for (const char* name : {"a.ZU", "a.Z01"})
+        place.Write(name, Encode(ShortRecording()));
+}
+
+const std::vector<std::pair<QString, int>> Calls = {{"open", ENFILE}, {"read", EIO}, {"stat", EIO}};
+
 } // namespace
 
-TEST(Faults, SystemsReasonIsInTheUsersLanguage)
+TEST(Unreadable, FileThatCannotBeReadForAMomentIsNotTheRecordingsFault)
+{
+    constexpr int most = 9; // calls on one file
+    const Workplace whole;
+    WriteRecording(whole);
+    ASSERT_EQ(RunProgram(whole.Path(), Arguments({"a.ZU"})).code, 0);
+    for (const auto& [call, error] : Calls) {
+        for (const char* name : {"a.ZU", "a.Z01"}) {
+            for (int nth = 1; nth <= most; ++nth) {
+                SCOPED_TRACE(QString("%1 %2 %3").arg(call, name).arg(nth).toStdString());
+                const Workplace place;
+                WriteRecording(place);
+                const Finished run =
+                    RunProgram(place.Path(), Arguments({"a.ZU"}), Fault(call, name, nth, error));
+                ExpectWholeOrToBeTriedAgain(place, whole, run);
+            }
+        }
+    }
+}
+
+TEST(Unreadable, FileThatCannotBeReadAnyMoreIsNotTheRecordingsFault)
+{
+    const Workplace whole;
+    WriteRecording(whole);
+    ASSERT_EQ(RunProgram(whole.Path(), Arguments({"a.ZU"})).code, 0);
+    for (const auto& [call, error] : Calls) {
+        for (int nth = 2; nth <= 9; ++nth) {
+            SCOPED_TRACE(QString("%1 %2").arg(call).arg(nth).toStdString());
+            const Workplace place;
+            WriteRecording(place);
+            const Finished run =
+                RunProgram(place.Path(), Arguments({"a.ZU"}), LastingFault(call, "a.Z01", nth, error));
+            ExpectWholeOrToBeTriedAgain(place, whole, run);
+        }
+    }
+}
+
+TEST(Unreadable, NorIsItWithoutVerification)
+{
+    const Workplace whole;
+    WriteRecording(whole);
+    ASSERT_EQ(RunProgram(whole.Path(), Arguments({"a.ZU"})).code, 0);
+    for (const auto& [call, error] : Calls) {
+        for (int nth = 1; nth <= 7; ++nth) {
+            SCOPED_TRACE(QString("%1 %2").arg(call).arg(nth).toStdString());
+            const Workplace place;
+            WriteRecording(place);
+            const Finished run = RunProgram(place.Path(), Arguments({"--no-verify", "a.ZU"}),
+                                            Fault(call, "a.Z01", nth, error));
+            ExpectWholeOrToBeTriedAgain(place, whole, run);
+        }
+    }
+}
+
+TEST(Unreadable, SystemsReasonIsInTheUsersLanguage)
 {
     const Workplace place;
     place.Write("a.ZU", Encode(ShortRecording()));

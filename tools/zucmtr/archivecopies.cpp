@@ -36,23 +36,6 @@ void Unlink(const QString& path)
     unlink(QFile::encodeName(path).constData());
 }
 
-// Makes a directory and those above it, on the disk. 0 or errno.
-int MakeDirectory(const QString& path)
-{
-    const QByteArray name = QFile::encodeName(path);
-    const QString above = QFileInfo(path).path();
-    if (mkdir(name.constData(), 0777) == 0)
-        return systemfile::Sync(above);
-    if (errno == ENOENT && above != path) {
-        const int error = MakeDirectory(above);
-        if (error != 0)
-            return error;
-        return mkdir(name.constData(), 0777) == 0 ? systemfile::Sync(above) : errno;
-    }
-    const int error = errno;
-    return QFileInfo(path).isDir() ? 0 : error;
-}
-
 int WriteAll(const Descriptor& file, const char* bytes, size_t count)
 {
     while (count > 0) {
@@ -120,7 +103,7 @@ ArchiveCopies::ArchiveCopies(const ChainFiles& chain_, const QString& directory_
     : chain(chain_), directory(directory_), states(chain_.Count(), State::Missing)
 {
     placed.resize(chain.Count());
-    const int error = MakeDirectory(directory);
+    const int error = systemfile::MakeDirectory(directory);
     if (error != 0)
         throw Error(TroubleOf(error),
                     Tr("sources", "the directory '%1' cannot be made: %2; the recording is where it was")

@@ -99,4 +99,11 @@ bool TakeAbandoned(const QString& path, Descriptor& held);
 int Sync(const QString& path);
 int Sync(const Descriptor& file);
 
+/// Makes a directory and those above it, with their names on the disk. 0, also if it is there already, or the
+/// errno of the failure.
+int MakeDirectory(const QString& path);
+
+/// Sync of a directory and of those above it up to `top`. 0, or the errno of the failure.
+int SyncUp(const QString& path, const QString& top);
+
 } // namespace systemfile

@@ -2817,10 +2817,6 @@ SIGTERM и Ctrl-C завершают работу после начатой ос
         <translation>преобразована, но страница не записывается: %1; осциллограмма сохранена</translation>
     </message>
     <message>
-        <source>the directory &apos;%1&apos; cannot be made; check the permissions of those above it</source>
-        <translation>каталог «%1» создать нельзя; проверьте права на каталоги выше</translation>
-    </message>
-    <message>
         <source>not converted: %1; free some</source>
         <translation>не преобразована: %1; освободите место</translation>
     </message>
@@ -2855,6 +2851,14 @@ SIGTERM и Ctrl-C завершают работу после начатой ос
     <message>
         <source>&apos;%1&apos; could not be written to the disk: %2</source>
         <translation>«%1» не удалось записать на диск: %2</translation>
+    </message>
+    <message>
+        <source>the directory &apos;%1&apos; cannot be made: %2</source>
+        <translation>каталог «%1» не создаётся: %2</translation>
+    </message>
+    <message>
+        <source>not converted: for a moment the recording could not be read, or its record not be written; convert again</source>
+        <translation>не преобразована: осциллограмму на мгновение не удалось прочитать или её запись — сохранить; повторите преобразование</translation>
     </message>
 </context>
 </TS>
