@@ -97,17 +97,22 @@ Trouble TroubleOf(int error)
     return error == EEXIST || error == ENAMETOOLONG ? Trouble::Conflict : Trouble::Archive;
 }
 
+void MakeArchive(const QString& directory)
+{
+    const int error = systemfile::MakeDirectory(directory);
+    if (error != 0)
+        throw Error(TroubleOf(error),
+                    Tr("sources", "the directory '%1' cannot be made: %2; the recording is where it was")
+                        .arg(directory, SystemText(error, QFileInfo(directory).path())));
+}
+
 } // namespace
 
 ArchiveCopies::ArchiveCopies(const ChainFiles& chain_, const QString& directory_)
     : chain(chain_), directory(directory_), states(chain_.Count(), State::Missing)
 {
     placed.resize(chain.Count());
-    const int error = systemfile::MakeDirectory(directory);
-    if (error != 0)
-        throw Error(TroubleOf(error),
-                    Tr("sources", "the directory '%1' cannot be made: %2; the recording is where it was")
-                        .arg(directory, SystemText(error, QFileInfo(directory).path())));
+    MakeArchive(directory);
     CheckDirectory();
     for (size_t number = 0; number < states.size(); ++number)
         CheckTarget(number);
@@ -188,7 +193,7 @@ void ArchiveCopies::PlaceOne(size_t number)
         else if (error != 0)
             Copy(number);
     }
-    const int error = needsMove ? 0 : systemfile::Sync(placed[number]);
+    const int error = systemfile::Sync(needsMove ? chain.FileOf(number) : placed[number]);
     if (error != 0)
         Fail(number, error);
 }
@@ -278,6 +283,15 @@ void ArchiveCopies::FinishOne(size_t number)
 void ArchiveCopies::SyncNames() const
 {
     SyncOrThrow(directory, directory, Trouble::Archive);
+}
+
+void PrepareArchive(const QString& directory, const QString& top)
+{
+    RemoveParts(directory);
+    MakeArchive(directory);
+    const int error = systemfile::SyncUp(directory, top);
+    if (error != 0)
+        ThrowUnwritten(directory, directory, error, Trouble::Archive);
 }
 
 QStringList RemoveParts(const QString& directory)

@@ -35,6 +35,7 @@ void MoveIn(AsideFiles& aside, ArchiveCopies& copies)
 {
     aside.Move();
     copies.Finish();
+    aside.LookAgain();
     if (copies.NeedsMove()) {
         const int error = aside.MoveOnlyTo(copies.TargetOf(0));
         if (error != 0)

@@ -528,7 +528,7 @@ void Worker::PutAway(BatchItem& item, Job& job)
     if (!item.recording.below.isEmpty())
         directory += QLatin1Char('/') + item.recording.below;
     if (!cleaned.contains(directory)) {
-        sourcefiles::RemoveParts(directory);
+        sourcefiles::PrepareArchive(directory, order.archive);
         cleaned.insert(directory);
     }
     sourcefiles::Archive(job.chain, directory);

@@ -2062,6 +2062,10 @@ Example:
         <source>&apos;%1&apos; is now called &apos;%2&apos;, as its continuations could not get their names back</source>
         <translation>«%1» теперь называется «%2»: его продолжениям не удалось вернуть имена</translation>
     </message>
+    <message>
+        <source>&apos;%1&apos; is in the archive as &apos;%2&apos;, but could not be written to the disk: %3; check the archive&apos;s disk</source>
+        <translation>«%1» лежит в архиве как «%2», но на диск не записан: %3; проверьте диск архива</translation>
+    </message>
 </context>
 <context>
     <name>staging</name>
