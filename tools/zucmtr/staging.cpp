@@ -14,8 +14,11 @@
 #include <cstdio>
 #include <cstdlib>
 #include <fcntl.h>
+#include <limits>
 #include <sys/file.h>
 #include <sys/stat.h>
+#include <sys/statvfs.h>
+#include <thread>
 #include <unistd.h>
 
 using explain::SystemText;
@@ -81,12 +84,17 @@ QStringList Touched(const QStringList& names)
 
 } // namespace
 
+bool StagingError::IsHeld() const
+{
+    return code == EWOULDBLOCK;
+}
+
 bool StagingError::NoRoom() const
 {
     return explain::IsNoRoom(code);
 }
 
-Staging::Staging(const QString& out_) : out(out_)
+Staging::Staging(const QString& out_, std::chrono::milliseconds patience_) : out(out_), patience(patience_)
 {
     // Between the making and the lock it looks like one of a killed run, and may be removed as such.
     do {
@@ -143,22 +151,46 @@ void Staging::Sync(const QStringList& names)
     }
 }
 
-bool Staging::IsDiskFull() const
+bool Staging::IsDiskFull(qint64 recordSize) const
 {
-    constexpr int room = 64 * 1024; // bytes
+    return !CanWrite(64 * 1024) || Free() < recordSize - Written();
+}
+
+// False if the system says that the disk, or the user's share of it, is full.
+bool Staging::CanWrite(int bytes) const
+{
     const QByteArray path = Own(QStringLiteral("room"));
     const int file = open(path.constData(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
     int code = file < 0 ? errno : 0;
     if (file >= 0) {
         const QByteArray block(4096, 'x');
-        for (int written = 0; written < room && code == 0; written += block.size()) {
+        for (int written = 0; written < bytes && code == 0; written += block.size()) {
             if (write(file, block.constData(), static_cast<size_t>(block.size())) < 0)
                 code = errno;
         }
         close(file);
         unlink(path.constData());
     }
-    return code == ENOSPC || code == EDQUOT;
+    return !explain::IsNoRoom(code);
+}
+
+// Bytes that this user may still write, as far as the file system says so. It is not tried out: others would
+// find the disk full meanwhile.
+qint64 Staging::Free() const
+{
+    struct statvfs status = {};
+    if (statvfs(QFile::encodeName(directory).constData(), &status) != 0 || status.f_blocks == 0)
+        return std::numeric_limits<qint64>::max();
+    const auto blocks = static_cast<qint64>(geteuid() == 0 ? status.f_bfree : status.f_bavail);
+    return blocks * static_cast<qint64>(status.f_frsize);
+}
+
+qint64 Staging::Written() const
+{
+    qint64 bytes = 0;
+    for (const QFileInfo& file : QDir(directory).entryInfoList(QDir::Files | QDir::Hidden))
+        bytes += file.size();
+    return bytes;
 }
 
 void Staging::Lock()
@@ -166,8 +198,21 @@ void Staging::Lock()
     if (lock >= 0)
         return;
     lock = open(QFile::encodeName(out).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (lock >= 0)
-        LockFile(lock, LOCK_EX);
+    constexpr std::chrono::milliseconds pause{10};
+    const auto end = std::chrono::steady_clock::now() + patience;
+    while (lock >= 0 && !LockFile(lock, LOCK_EX | LOCK_NB) && errno == EWOULDBLOCK) {
+        if (std::chrono::steady_clock::now() >= end) {
+            close(lock);
+            lock = -1;
+            throw StagingError(
+                Tr("staging",
+                   "another zucmtr holds the directory '%1', where it puts a record in place; convert "
+                   "again when it has ended")
+                    .arg(out),
+                EWOULDBLOCK);
+        }
+        std::this_thread::sleep_for(pause);
+    }
 }
 
 void Staging::Commit(const QStringList& names, bool sync)

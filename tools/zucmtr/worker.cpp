@@ -174,7 +174,7 @@ void Worker::Do(BatchItem& item, Job& job)
         return;
     const QString& staged = job.staging->Directory();
     item.error.replace(staged, job.directory); // where the record would be
-    if (job.mayLackRoom && job.staging->IsDiskFull()) {
+    if (job.mayLackRoom && job.staging->IsDiskFull(MostRecordSize(item.recording.path))) {
         item.noRoom = true;
         item.blame = Blame::Output;
         item.Fail(
@@ -202,6 +202,16 @@ void Worker::ConvertAgain(BatchItem& item)
         item = again;
     else
         FailForAMoment(item);
+}
+
+// Bytes; 0 if nothing can be said.
+qint64 Worker::MostRecordSize(const QString& file)
+{
+    try {
+        return verifier.Examine(file).mostRecordSize;
+    } catch (const std::exception&) { // it has failed already
+        return 0;
+    }
 }
 
 // Throws ChainFiles::Unreadable if a file cannot be read now; false if its content is bad.

@@ -56,6 +56,7 @@ private:
     void Do(BatchItem& item, Job& job);
     void ConvertAgain(BatchItem& item);
     bool CanBeRead(const QString& file);
+    qint64 MostRecordSize(const QString& file);
     void MakeDirectory(const QString& directory);
     bool IsForeignThere(BatchItem& item, Job& job);
     bool TakePresent(BatchItem& item, Job& job);

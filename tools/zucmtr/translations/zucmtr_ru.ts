@@ -2097,6 +2097,10 @@ Example:
         <source>&apos;%1&apos; is a device or a pipe; the record needs the name, move it away</source>
         <translation>«%1» — устройство или канал; имя нужно записи, уберите его</translation>
     </message>
+    <message>
+        <source>another zucmtr holds the directory &apos;%1&apos;, where it puts a record in place; convert again when it has ended</source>
+        <translation>каталог «%1» удерживает другой процесс zucmtr, который помещает туда запись; повторите преобразование, когда он завершится</translation>
+    </message>
 </context>
 <context>
     <name>system</name>
