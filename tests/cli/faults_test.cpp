@@ -131,3 +131,18 @@ TEST(Unreadable, SystemsReasonIsInTheUsersLanguage)
               "не преобразована: «a.ZU» не удалось прочитать: слишком много открытых файлов в системе; "
               "преобразуйте меньше осциллограмм одновременно (--jobs)");
 }
+
+// The name of its record has to be read before one that may be for the same files can begin.
+TEST(SlowFile, KeepsNoFinishedRecordingWaiting)
+{
+    const Workplace place;
+    place.Write("a.ZU", Encode(ShortRecording()));
+    place.Write("b.ZU", Encode(ShortRecording(1)));
+    const Finished run = RunShell(
+        place.Path(),
+        QStringLiteral("LD_PRELOAD=%1 HELD_NAME=b.ZU HELD_UNTIL=go timeout -s KILL 30 zucmtr convert -j2 "
+                       "--json --out out a.ZU b.ZU | { read -r line; touch go; echo \"$line\"; cat; }")
+            .arg(FILE_FAULTS_LIBRARY));
+    EXPECT_EQ(run.out.count("\"status\":\"converted\""), 2) << run.out << run.err;
+    EXPECT_TRUE(run.out.section('\n', 0, 0).contains("\"file\":\"a.ZU\"")) << run.out;
+}

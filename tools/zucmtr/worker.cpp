@@ -107,23 +107,33 @@ BatchItem Worker::Work(const Recording& recording)
     using Clock = std::chrono::steady_clock;
     const Clock::time_point start = Clock::now();
     BatchItem item;
-    QStringList before; // what became of files in the tries before
-    for (int tries = 1; tries <= mostTries; ++tries) {
-        item = BatchItem();
-        item.recording = recording;
-        item.directory = DirectoryOf(order.out, recording);
-        try {
-            Try(item);
-        } catch (...) {
-            FailByCurrent(item);
+    try {
+        QStringList before; // what became of files in the tries before
+        for (int tries = 1; tries <= mostTries; ++tries) {
+            item = TryOnce(recording);
+            if (std::strcmp(item.reason, reason::SourceChanged) != 0)
+                break;
+            before << item.error;
         }
-        if (std::strcmp(item.reason, reason::SourceChanged) != 0)
-            break;
-        before << item.error;
+        if (item.state != ItemState::Failed)
+            item.notes += before;
+    } catch (...) {
+        FailByCurrent(item);
     }
-    if (item.state != ItemState::Failed)
-        item.notes += before;
     item.seconds = std::chrono::duration<double>(Clock::now() - start).count();
+    return item;
+}
+
+BatchItem Worker::TryOnce(const Recording& recording)
+{
+    BatchItem item;
+    item.recording = recording;
+    try {
+        item.directory = DirectoryOf(order.out, recording);
+        Try(item);
+    } catch (...) {
+        FailByCurrent(item);
+    }
     return item;
 }
 

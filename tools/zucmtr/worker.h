@@ -50,6 +50,7 @@ private:
     struct Job;
 
     bool PutsAway() const { return order.removeSource || !order.archive.isEmpty(); }
+    BatchItem TryOnce(const Recording& recording);
     void Try(BatchItem& item);
     void Plan(BatchItem& item);
     void ConvertUnseen(BatchItem& item);
