@@ -83,6 +83,13 @@ TEST(SystemText, IsFoundByNumberAndByText)
     EXPECT_EQ(explain::SystemText(QStringLiteral("Unable to rename")), "Unable to rename");
 }
 
+TEST(SystemText, NamesTheDirectoryOfAFullDiskAndOfNothingElse)
+{
+    EXPECT_EQ(explain::SystemText(ENOSPC, "out"), "no room left on the disk of out");
+    EXPECT_EQ(explain::SystemText(EDQUOT, "out"), "no room left on the disk of out");
+    EXPECT_EQ(explain::SystemText(ENFILE, "out"), "Too many open files in system");
+}
+
 TEST(SystemText, IsNeverAnUnknownError)
 {
     const QString unknown = "the system gives no reason";

@@ -56,6 +56,24 @@ TEST(MaxMemory, ZeroIsNoLimit)
         0);
 }
 
+TEST(Memory, ThatIsMissingInAThreadEndsTheRunAndLosesNothing)
+{
+    const Workplace place;
+    for (int number = 0; number < 4; ++number)
+        place.Write(QStringLiteral("%1.ZU").arg(number), Encode(ShortRecording(number)));
+    const QStringList arguments = {"convert", "--out", "out", "--remove-source", "-j2", "."};
+    for (const char* from : {"1", "10", "30"}) {
+        const Finished run = RunProgram(place.Path(), arguments,
+                                        {{"LD_PRELOAD", NO_MEMORY_LIBRARY}, {"NO_MEMORY_FROM", from}});
+        EXPECT_EQ(run.code, 1) << from << run.err;
+        EXPECT_TRUE(run.err.endsWith("zucmtr: out of memory; work on fewer or shorter recordings\n"))
+            << run.err;
+    }
+    EXPECT_EQ(RunProgram(place.Path(), arguments).code, 0);
+    EXPECT_EQ(place.Names(), QStringList{"ZuDrv.ini"});
+    EXPECT_EQ(place.Names("out").size(), 4 * 4);
+}
+
 TEST(MaxMemory, SmallestIsEnoughForSeveralSmallRecordingsAtOnce)
 {
     const Workplace place;

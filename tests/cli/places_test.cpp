@@ -142,6 +142,18 @@ TEST(Places, SyncHasTheRecordOnTheDisk)
     EXPECT_TRUE(synced.contains(QDir(place.Path("out")).canonicalPath())) << synced.join('\n');
 }
 
+// Made by a run that was killed, say, before it could write them to the disk.
+TEST(Places, DirectoriesThatAreThereAreOnTheDiskBeforeRecordingsGo)
+{
+    const Workplace place;
+    place.MakeDirectory("out/2023/may");
+    place.MakeDirectory("done/2023/may");
+    WriteTwins(place);
+    const QStringList synced = Synced(place, {"-r", "in", "--archive", "done"});
+    for (const char* directory : {"out", "out/2023", "done", "done/2023"})
+        EXPECT_TRUE(synced.contains(QDir(place.Path(directory)).canonicalPath())) << directory;
+}
+
 TEST(Places, PuttingAwayNeedsRecordsOnTheDisk)
 {
     const Workplace place;

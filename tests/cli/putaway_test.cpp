@@ -59,6 +59,26 @@ TEST(FullDisk, RecordCutInSilenceIsAFailureAndTheRecordingStays)
     }
 }
 
+// The library writes in blocks that are larger than the room that is left, so a small file has room all the
+// same.
+TEST(FullDisk, WithRoomForASmallFileIsFullForALargeRecord)
+{
+    for (const QMap<QString, QString>& keys :
+         {QMap<QString, QString>(), QMap<QString, QString>{{"Тип Comtrade BIN", "1"}}}) {
+        const Workplace place(keys);
+        recorderfile::Recording recording;
+        recording.Add(recorderfile::AnalogChannel{"Q1:Ia", "А", std::vector<int16_t>(30000, 1)});
+        place.Write("a.ZU", Encode(recording));
+        const QString out = QDir(place.Path("out")).canonicalPath();
+        const Finished run =
+            RunProgram(place.Path(), {"convert", "--out", "out", "a.ZU"},
+                       {{"LD_PRELOAD", FULL_DISK_LIBRARY}, {"FULL_DISK", out}, {"FULL_DISK_ROOM", "71680"}});
+        EXPECT_EQ(run.code, 1);
+        EXPECT_EQ(run.err, "zucmtr: a.ZU: not converted: no room left on the disk of out; free some\n");
+        EXPECT_EQ(place.Names("out"), QStringList());
+    }
+}
+
 TEST(FullDisk, OtherFormsFailToo)
 {
     for (const QMap<QString, QString>& keys :

@@ -7,6 +7,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QStorageInfo>
 
 #include <cerrno>
 #include <cstdlib>
@@ -403,6 +404,35 @@ TEST(Staging, IsMadeAgainIfItIsTakenForALeftOne)
     EXPECT_TRUE(QDir(staging.Directory()).exists());
     Staging::RemoveLeft(out);
     EXPECT_TRUE(QDir(staging.Directory()).exists());
+}
+
+TEST(Staging, DoesNotWaitForADirectoryForEver)
+{
+    const Place place(AllRecords()[0], AllRecords()[1]);
+    const TestDirectory& here = place.directory;
+    Staging other(here.Path());
+    other.Lock();
+    EXPECT_EQ(
+        ErrorOf([&] {
+            Staging staging(here.Path(), std::chrono::milliseconds(30));
+            place.Write(staging);
+            staging.Commit(place.names, false);
+        }),
+        QStringLiteral("another zucmtr holds the directory '%1', where it puts a record in place; convert "
+                       "again when it has ended")
+            .arg(here.Path()));
+    EXPECT_TRUE(place.Files() == place.before);
+}
+
+TEST(Staging, SeesThatARecordHasNoRoomOnADiskThatIsNotFull)
+{
+    const TestDirectory here;
+    const Staging staging(here.Path());
+    const qint64 room = QStorageInfo(here.Path()).bytesFree();
+    EXPECT_FALSE(staging.IsDiskFull(room / 2));
+    EXPECT_TRUE(staging.IsDiskFull(room * 2));
+    here.Write(staging.Directory().section('/', -1) + "/rec.dat", QByteArray(1 << 20, 'x'));
+    EXPECT_FALSE(staging.IsDiskFull(1 << 20));
 }
 
 TEST(Staging, HoldsADirectoryFromTheLockToItsEnd)

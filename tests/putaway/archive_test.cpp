@@ -78,6 +78,39 @@ TEST(Archive, OfOneFileKeepsTheVeryFileWithoutLinks)
     EXPECT_EQ(StatusOf(scene.Archive("a.ZU")).st_ino, inode);
 }
 
+TEST(Archive, FileThatIsMovedWithoutLinksIsOnTheDiskUnderItsNewName)
+{
+    const Scene scene(0);
+    QStringList log;
+    scene.PutAway({"archive without links", true, {{"linkat", EPERM}}}, Note(log));
+    log.replaceInStrings(QRegularExpression("zucmtr-.*$"), "zucmtr-X");
+    EXPECT_EQ(log, (QStringList{"mkdir done", "fsync a.ZU", "renameat2 a.ZU", "fsync done",
+                                "renameat2 .a.ZU.zucmtr-X", "fsync a.ZU", "fsync done", "fsync in"}));
+}
+
+TEST(Archive, FileThatIsMovedWithoutLinksComesBackIfTheDiskFails)
+{
+    const Scene scene(0);
+    const std::string moved = scene.Archive("a.ZU").toStdString();
+    const QString text = scene.TextOfPutAway(
+        {"archive without links", true, {{"linkat", EPERM}}},
+        [&](const calls::Call& call) { return call.name == "fsync" && call.path == moved ? EIO : 0; });
+    EXPECT_EQ(text, QStringLiteral("'%1' could not be moved to '%2': Input/output error; it is where it was")
+                        .arg(scene.Source("a.ZU"), scene.Archive("a.ZU")));
+    EXPECT_TRUE(scene.IsComplete("in"));
+    EXPECT_EQ(scene.Archived(), QStringList());
+}
+
+TEST(Archive, DirectoriesThatAKilledRunHasMadeAreOnTheDiskBeforeTheFirstRecording)
+{
+    const TestDirectory here;
+    here.MakeDirectory("done/2024/05");
+    QStringList log;
+    const calls::Watch watch(Note(log));
+    sourcefiles::PrepareArchive(here.Path("done/2024/05"), here.Path("done"));
+    EXPECT_EQ(log, (QStringList{"mkdir 05", "fsync 05", "fsync 2024", "fsync done"}));
+}
+
 TEST(Archive, CopyKeepsTimesModeAndOwner)
 {
     const Scene scene(0);

@@ -112,7 +112,7 @@ TEST_P(EveryExchange, AtAnyCallLosesNothingAndArchivesNothingUnread)
         });
         struck = count >= nth;
         const QString where = QStringLiteral("%1: %2").arg(nth).arg(text);
-        for (const QString& name : scene.Sources())
+        for (const QString& name : systemfile::NamesIn(scene.Source()))
             EXPECT_FALSE(name.startsWith('.')) << where;
         EXPECT_EQ(CountOther(scene.Source(), scene.Sources()), applied ? 1 : 0) << where;
         EXPECT_EQ(CountOther(scene.Archive(), scene.Archived()), 0) << where;
@@ -192,6 +192,26 @@ TEST(Exchange, FileThatIsOpenForWritingIsKept)
     EXPECT_TRUE(scene.IsComplete("in"));
     EXPECT_EQ(scene.TextOfPutAway({"removal", false, {}}), QString());
     EXPECT_EQ(scene.Sources(), QStringList());
+}
+
+// Copying a recording to the archive may take longer than a recorder needs to come back to its file.
+TEST(Exchange, WriterThatComesAfterTheCopyKeepsTheRecording)
+{
+    const Scene scene(1);
+    const QString archive = scene.Archive();
+    QString text = scene.TextOfPutAway(
+        {"archive on another file system", true, {{"linkat", EXDEV}}}, [&](const calls::Call& call) {
+            if (call.name != "fsync" || QString::fromStdString(call.path) != archive)
+                return 0;
+            for (const QString& name : systemfile::NamesIn(scene.Source()))
+                EXPECT_EQ(open(QFile::encodeName(scene.Source(name)).constData(), O_WRONLY | O_NONBLOCK), -1);
+            return 0;
+        });
+    EXPECT_EQ(text, QStringLiteral("'%1' is still open for writing in another program; the recording is "
+                                   "kept, convert it again")
+                        .arg(scene.Source("a.ZU")));
+    EXPECT_TRUE(scene.IsComplete("in"));
+    EXPECT_EQ(scene.Archived(), QStringList());
 }
 
 TEST(Exchange, NameTooLongToGoAsideIsNamed)

@@ -38,8 +38,14 @@ const Failure failures[] = {
     {ENXIO, QT_TRANSLATE_NOOP("system", "No such device or address")},
     {ENODEV, QT_TRANSLATE_NOOP("system", "No such device")},
     {EMFILE, QT_TRANSLATE_NOOP("system", "Too many open files")},
+    {ENFILE, QT_TRANSLATE_NOOP("system", "Too many open files in system")},
     {ENOMEM, QT_TRANSLATE_NOOP("system", "Cannot allocate memory")},
     {ESTALE, QT_TRANSLATE_NOOP("system", "Stale file handle")},
+    {ETIMEDOUT, QT_TRANSLATE_NOOP("system", "Connection timed out")},
+    {EREMOTEIO, QT_TRANSLATE_NOOP("system", "Remote I/O error")},
+    {ENOTCONN, QT_TRANSLATE_NOOP("system", "Transport endpoint is not connected")},
+    {EAGAIN, QT_TRANSLATE_NOOP("system", "Resource temporarily unavailable")},
+    {EOPNOTSUPP, QT_TRANSLATE_NOOP("system", "Operation not supported")},
     {EINVAL, QT_TRANSLATE_NOOP("system", "Invalid argument")},
 };
 
@@ -60,6 +66,17 @@ QString SystemText(int error)
     if (error == 0)
         return UnknownReason();
     return QString::fromLocal8Bit(std::strerror(error));
+}
+
+QString SystemText(int error, const QString& directory)
+{
+    return IsNoRoom(error) ? Tr("system", "no room left on the disk of %1").arg(directory)
+                           : SystemText(error);
+}
+
+bool IsNoRoom(int error)
+{
+    return error == ENOSPC || error == EDQUOT;
 }
 
 QString SystemText(const QString& text)

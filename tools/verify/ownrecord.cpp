@@ -93,14 +93,6 @@ qint64 MostData(const Source& source)
     return (source.TotalSamples() + 2) * (128 + 32 * (analog + states));
 }
 
-// Of binary data; no line of ASCII data is shorter by much.
-qint64 BytesOfRecord(const Source& source)
-{
-    const auto analog = static_cast<qint64>(source.AnalogCount());
-    const auto states = static_cast<qint64>(source.StateCount());
-    return 8 + 2 * analog + 2 * ((states + 15) / 16);
-}
-
 // Bytes up to the last that is not zero: after a power failure zeros stand for what was not written. A disk
 // that fails is noticed here: that is no reason to replace what is on it.
 qint64 WrittenSize(const DataPlace& place, qint64 most)
@@ -127,8 +119,8 @@ void TakeData(Remains& remains, const DataPlace& place, const Source& source)
 {
     const qint64 size = QFile(place.path).size() - place.begin;
     const qint64 written = WrittenSize(place, MostData(source));
-    // A part of the first record says nothing.
-    if (written < size && written < BytesOfRecord(source))
+    // A part of the first record says nothing; no line of ASCII data is shorter than a binary record by much.
+    if (written < size && written < source.BinaryRecordSize())
         return;
     if (written > 0)
         remains.data = place;

@@ -51,6 +51,24 @@ void Source::OrderAfresh()
     Order();
 }
 
+qint64 Source::BinaryRecordSize() const
+{
+    return 8 + 2 * static_cast<qint64>(AnalogCount()) + 2 * ((static_cast<qint64>(StateCount()) + 15) / 16);
+}
+
+qint64 Source::MostRecordSize() const
+{
+    const ZuCmtrDevParam& param = device.Param();
+    const auto analog = static_cast<qint64>(AnalogCount());
+    const auto states = static_cast<qint64>(StateCount());
+    // Number and time of ten digits each and a line end, codes of five digits and a sign, states; with
+    // commas.
+    const qint64 line = 24 + 7 * analog + 2 * states;
+    const qint64 data = totalSamples * (param.ComtradeBin ? BinaryRecordSize() : line);
+    const qint64 texts = (qint64{64} << 10) + 1024 * (analog + states);
+    return (data + texts) * (param.ComtradeCff ? 2 : 1); // the pieces are there until the container is whole
+}
+
 const std::vector<unsigned int>& Source::AnalogOrder() const
 {
     return device.Param().Resorter->PrevFileAnIndexes;

@@ -43,6 +43,13 @@ public:
     double SampleRate() const { return sampleRate; }     // samples per second
     qint64 TotalSamples() const { return totalSamples; } // of all segments
 
+    /// Bytes of one record of binary data.
+    qint64 BinaryRecordSize() const;
+
+    /// Bytes that the files of the record take on a disk at most, in the form of the device and while they
+    /// are written.
+    qint64 MostRecordSize() const;
+
     /// For each channel of the record its index in the recording.
     const std::vector<unsigned int>& AnalogOrder() const;
     const std::vector<unsigned int>& StateOrder() const;

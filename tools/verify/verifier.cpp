@@ -15,7 +15,7 @@ namespace {
 
 Examined Describe(const Source& source)
 {
-    return {source.RecordName(), source.Files(), source.Notes()};
+    return {source.RecordName(), source.Files(), source.Notes(), source.MostRecordSize()};
 }
 
 // The converter may keep the order of the recording before, or may not have had one before.

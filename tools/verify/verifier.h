@@ -21,6 +21,7 @@ struct Examined
     QString recordName; // without directory and extension
     QStringList files;  // of the chain, the first file first
     QStringList notes;
+    qint64 mostRecordSize = 0; // bytes that the record can take on a disk
 };
 
 /// A recording, and the record that has its name.

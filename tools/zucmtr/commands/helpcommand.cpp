@@ -1,6 +1,6 @@
 #include "zucmtr/commands/helpcommand.h"
 
-#include "helpdump.h"
+#include "zucmtr/terminal/helpdump.h"
 #include "text/texts.h"
 #include "zucmtr/terminal/console.h"
 #include "zucmtr/terminal/parsertexts.h"

@@ -4,6 +4,8 @@
 #include "text/texts.h"
 #include "zucmtr/files/asidename.h"
 
+#include "explain/system.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -14,10 +16,10 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+using explain::SystemText;
 using systemfile::Descriptor;
 using systemfile::Identity;
 using systemfile::Links;
-using systemfile::ReasonOf;
 
 namespace sourcefiles {
 
@@ -33,23 +35,6 @@ QString PartOf(const QString& path)
 void Unlink(const QString& path)
 {
     unlink(QFile::encodeName(path).constData());
-}
-
-// Makes a directory and those above it, on the disk. 0 or errno.
-int MakeDirectory(const QString& path)
-{
-    const QByteArray name = QFile::encodeName(path);
-    const QString above = QFileInfo(path).path();
-    if (mkdir(name.constData(), 0777) == 0)
-        return systemfile::Sync(above);
-    if (errno == ENOENT && above != path) {
-        const int error = MakeDirectory(above);
-        if (error != 0)
-            return error;
-        return mkdir(name.constData(), 0777) == 0 ? systemfile::Sync(above) : errno;
-    }
-    const int error = errno;
-    return QFileInfo(path).isDir() ? 0 : error;
 }
 
 int WriteAll(const Descriptor& file, const char* bytes, size_t count)
@@ -108,9 +93,18 @@ bool LeadsTo(const QString& path, const Descriptor& file)
 // Trouble of the disk, the network or the permissions, and not of one file.
 Trouble TroubleOf(int error)
 {
-    if (systemfile::IsNoRoom(error))
+    if (explain::IsNoRoom(error))
         return Trouble::NoRoom;
     return error == EEXIST || error == ENAMETOOLONG ? Trouble::Conflict : Trouble::Archive;
+}
+
+void MakeArchive(const QString& directory)
+{
+    const int error = systemfile::MakeDirectory(directory);
+    if (error != 0)
+        throw Error(TroubleOf(error),
+                    Tr("sources", "the directory '%1' cannot be made: %2; the recording is where it was")
+                        .arg(directory, SystemText(error, QFileInfo(directory).path())));
 }
 
 } // namespace
@@ -119,11 +113,7 @@ ArchiveCopies::ArchiveCopies(const ChainFiles& chain_, const QString& directory_
     : chain(chain_), directory(directory_), states(chain_.Count(), State::Missing)
 {
     placed.resize(chain.Count());
-    const int error = MakeDirectory(directory);
-    if (error != 0)
-        throw Error(TroubleOf(error),
-                    Tr("sources", "the directory '%1' cannot be made: %2; the recording is where it was")
-                        .arg(directory, ReasonOf(error, QFileInfo(directory).path())));
+    MakeArchive(directory);
     CheckDirectory();
     for (size_t number = 0; number < states.size(); ++number)
         CheckTarget(number);
@@ -149,7 +139,7 @@ void ArchiveCopies::Fail(size_t number, int error) const
 {
     throw Error(TroubleOf(error), Tr("sources", "'%1' could not be moved to '%2': %3; it is where it was")
                                       .arg(chain.Paths()[static_cast<int>(number)], TargetOf(number),
-                                           ReasonOf(error, directory)));
+                                           SystemText(error, directory)));
 }
 
 void ArchiveCopies::CheckDirectory() const
@@ -204,7 +194,7 @@ void ArchiveCopies::PlaceOne(size_t number)
         else if (error != 0)
             Copy(number);
     }
-    const int error = needsMove ? 0 : systemfile::Sync(placed[number]);
+    const int error = systemfile::Sync(needsMove ? chain.FileOf(number) : placed[number]);
     if (error != 0)
         Fail(number, error);
 }
@@ -293,12 +283,16 @@ void ArchiveCopies::FinishOne(size_t number)
 
 void ArchiveCopies::SyncNames() const
 {
-    const int error = systemfile::Sync(directory);
+    SyncOrThrow(directory, directory, Trouble::Archive);
+}
+
+void PrepareArchive(const QString& directory, const QString& top)
+{
+    RemoveParts(directory);
+    MakeArchive(directory);
+    const int error = systemfile::SyncUp(directory, top);
     if (error != 0)
-        throw Error(TroubleOf(error),
-                    Tr("sources", "'%1' could not be written to the disk: %2; the recording is "
-                                  "kept; check the disk, then convert again")
-                        .arg(directory, ReasonOf(error, directory)));
+        ThrowUnwritten(directory, directory, error, Trouble::Archive);
 }
 
 QStringList RemoveParts(const QString& directory)

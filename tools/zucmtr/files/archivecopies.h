@@ -64,6 +64,11 @@ private:
     bool kept = false;
 };
 
+/// To be called once before recordings are moved into a directory of an archive, which is `top` or lies below
+/// it: removes the parts that killed runs left there, makes it if it is not there, and has all directories up
+/// to `top` on the disk, also those that a killed run has made. Throws Error.
+void PrepareArchive(const QString& directory, const QString& top);
+
 /// Removes files of a recorder's names with ".part" that a killed program left in an archive, and gives their
 /// paths. Those that a running program writes stay.
 QStringList RemoveParts(const QString& directory);

@@ -4,6 +4,8 @@
 #include "text/texts.h"
 #include "zucmtr/files/asidename.h"
 
+#include "explain/system.h"
+
 #include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
@@ -19,10 +21,10 @@
 #include <sys/vfs.h>
 #include <unistd.h>
 
+using explain::SystemText;
 using systemfile::Identity;
 using systemfile::Links;
 using systemfile::Lock;
-using systemfile::ReasonOf;
 
 namespace sourcefiles {
 
@@ -31,12 +33,22 @@ namespace {
 QString UndeletedText(const QString& path, int error)
 {
     return Tr("sources", "'%1' could not be deleted: %2; delete it yourself, its record is verified")
-        .arg(path, ReasonOf(error));
+        .arg(path, SystemText(error));
 }
 
 [[noreturn]] void ThrowUndeleted(const QString& path, int error)
 {
     throw Error(UndeletedText(path, error));
+}
+
+[[noreturn]] void ThrowOpenForWriting(const QString& path)
+{
+    ThrowChanged(Tr("sources", "'%1' is still open for writing in another program").arg(path));
+}
+
+[[noreturn]] void ThrowUnseen(const QString& path, int error)
+{
+    ThrowChanged(Tr("sources", "'%1' could not be looked at again: %2").arg(path, SystemText(error)));
 }
 
 // "rec.ZU" and its continuations as "rec-2.ZU" and so on.
@@ -100,7 +112,7 @@ QStringList PutBackAll(std::vector<AsideFile>& files)
         const int error = systemfile::RenameToFree(file->aside, file->own);
         if (error != 0) {
             notes << Tr("sources", "'%1' is now called '%2' and could not get its name back: %3; rename it")
-                         .arg(old, file->aside, ReasonOf(error));
+                         .arg(old, file->aside, SystemText(error));
             isWhole = false;
             continue;
         }
@@ -123,16 +135,26 @@ bool IsLocal(int file)
            std::find(local.begin(), local.end(), static_cast<unsigned long>(status.f_type)) != local.end();
 }
 
+enum class Lease { Taken, Refused, Unknown };
+
 // Takes a lease, which is only given while nobody has the file open for writing, and keeps writers waiting
-// until ReturnLease. True also where there are no leases, or none for this user.
-bool TakeLease(int file)
+// until ReturnLease. Unknown: there are no leases, or none for this user.
+Lease TakeLease(int file)
 {
     if (!IsLocal(file))
-        return true;
+        return Lease::Unknown;
     // The signal that tells of somebody who waits; the usual one would end the program, this one does
     // nothing.
     fcntl(file, F_SETSIG, SIGURG);
-    return fcntl(file, F_SETLEASE, F_RDLCK) == 0 || errno != EAGAIN;
+    if (fcntl(file, F_SETLEASE, F_RDLCK) == 0)
+        return Lease::Taken;
+    return errno == EAGAIN ? Lease::Refused : Lease::Unknown;
+}
+
+// Whether a lease that was taken keeps writers out, and none has come for it.
+bool HasLease(int file)
+{
+    return fcntl(file, F_GETLEASE) == F_RDLCK;
 }
 
 void ReturnLease(int file)
@@ -202,7 +224,8 @@ private:
 
 } // namespace
 
-AsideFiles::AsideFiles(const ChainFiles& chain_) : chain(chain_), token(AsideName::NewToken())
+AsideFiles::AsideFiles(const ChainFiles& chain_)
+    : chain(chain_), token(AsideName::NewToken()), leased(chain_.Count())
 {
     for (const QString& path : chain.Paths())
         files.push_back({path, QString()});
@@ -243,19 +266,21 @@ void AsideFiles::MoveOne(size_t number)
         throw Error(Tr("sources", "'%1' could not be put away: the name is too long; give it a shorter one")
                         .arg(file.own));
     if (error != 0)
-        throw Error(systemfile::IsNoRoom(error) ? Trouble::NoRoom : Trouble::File,
+        throw Error(explain::IsNoRoom(error) ? Trouble::NoRoom : Trouble::File,
                     Tr("sources",
                        "'%1' could not be put away: %2; it is where it was; give this user the permission "
                        "to change its directory, or put it away yourself, its record is verified")
-                        .arg(file.own, ReasonOf(error, QFileInfo(file.own).path())));
+                        .arg(file.own, SystemText(error, QFileInfo(file.own).path())));
     file.aside = path;
 }
 
 void AsideFiles::Look(size_t number)
 {
     const AsideFile& file = files[number];
-    if (!TakeLease(chain.Descriptor(number)))
-        ThrowChanged(Tr("sources", "'%1' is still open for writing in another program").arg(file.own));
+    const Lease lease = TakeLease(chain.Descriptor(number));
+    if (lease == Lease::Refused)
+        ThrowOpenForWriting(file.own);
+    leased[number] = lease == Lease::Taken;
     const Identity& read = chain.Of(number);
     Identity name;
     Identity target;
@@ -268,9 +293,25 @@ void AsideFiles::Look(size_t number)
     if (error == 0)
         error = chain.CompareContent(number, same);
     if (error != 0)
-        ThrowChanged(Tr("sources", "'%1' could not be looked at again: %2").arg(file.own, ReasonOf(error)));
+        ThrowUnseen(file.own, error);
     if (!same || target.modified != read.modified)
         ThrowChanged(Tr("sources", "'%1' changed after it was read").arg(file.own));
+}
+
+void AsideFiles::LookAgain() const
+{
+    for (size_t number = 0; number < files.size(); ++number) {
+        const AsideFile& file = files[number];
+        if (leased[number] && !HasLease(chain.Descriptor(number)))
+            ThrowOpenForWriting(file.own);
+        const Identity& read = chain.Of(number);
+        Identity now;
+        const int error = systemfile::Identify(file.aside, now);
+        if (error != 0)
+            ThrowUnseen(file.own, error);
+        if (!now.IsSameFile(read) || now.size != read.size || now.modified != read.modified)
+            ThrowChanged(Tr("sources", "'%1' changed after it was read").arg(file.own));
+    }
 }
 
 void AsideFiles::RemoveFirst()
@@ -300,12 +341,24 @@ void AsideFiles::RemoveRest()
 
 int AsideFiles::MoveOnlyTo(const QString& path)
 {
-    const int error = systemfile::RenameToFree(files.front().aside, path);
-    if (error == 0) {
-        files.front().aside.clear();
-        putAway = true;
+    QString& aside = files.front().aside;
+    int error = systemfile::RenameToFree(aside, path);
+    if (error != 0)
+        return error;
+    for (const QString& moved : {path, QFileInfo(path).path(), QFileInfo(aside).path()}) {
+        if (error == 0)
+            error = systemfile::Sync(moved);
     }
-    return error;
+    if (error != 0 && systemfile::RenameToFree(path, aside) == 0)
+        return error;
+    putAway = true;
+    aside.clear();
+    if (error != 0)
+        throw Error(Trouble::Archive,
+                    Tr("sources", "'%1' is in the archive as '%2', but could not be written to the disk: %3; "
+                                  "check the archive's disk")
+                        .arg(files.front().own, path, SystemText(error, QFileInfo(path).path())));
+    return 0;
 }
 
 QStringList AsideFiles::PutBack()

@@ -38,6 +38,10 @@ public:
     /// writes to them, and no continuation has come. Throws Error, with files aside.
     void Move();
 
+    /// Looks once more whether somebody writes to the files or has changed them since Move: copying them may
+    /// have taken its time. Throws Error, with files aside.
+    void LookAgain() const;
+
     /// Removes the first file for good. From then on no way leads back: Recover removes what is left of the
     /// others. Throws Error: all files are there.
     void RemoveFirst();
@@ -45,7 +49,8 @@ public:
     /// Removes the others. Throws Error at the first that stays.
     void RemoveRest();
 
-    /// Instead of RemoveFirst for a recording of one file: moves it to a name that is free. 0 or errno.
+    /// Instead of RemoveFirst for a recording of one file: moves it to a name that is free, with the file and
+    /// both directories on the disk. 0 or errno.
     int MoveOnlyTo(const QString& path);
 
     /// Puts all files back under their names; if one of these is taken by now, all of them under other names
@@ -59,7 +64,8 @@ private:
     const ChainFiles& chain;
     const QString token;
     std::vector<AsideFile> files;
-    bool putAway = false; // the first file is gone for good
+    std::vector<bool> leased; // by number: whether writers have to wait
+    bool putAway = false;     // the first file is gone for good
 };
 
 /// What Recover did; paths.

@@ -1,6 +1,7 @@
 #include "zucmtr/files/chainfiles.h"
 
 #include "base/chainnames.h"
+#include "explain/system.h"
 #include "text/texts.h"
 #include "zucmtr/files/asidename.h"
 
@@ -10,8 +11,8 @@
 #include <cerrno>
 #include <ctime>
 
+using explain::SystemText;
 using systemfile::Links;
-using systemfile::ReasonOf;
 
 namespace {
 
@@ -93,14 +94,14 @@ bool IsThere(const QString& path)
 QString SentenceOf(ChainFiles::Unreadable::Kind kind, const QString& path, int code)
 {
     const QString text = TextOf(kind);
-    return text.contains(QLatin1String("%2")) ? text.arg(path, ReasonOf(code)) : text.arg(path);
+    return text.contains(QLatin1String("%2")) ? text.arg(path, SystemText(code)) : text.arg(path);
 }
 
 } // namespace
 
 ChainFiles::Unreadable::Unreadable(Kind kind_, const QString& path_, int code_)
     : std::runtime_error(SentenceOf(kind_, path_, code_).toStdString()), kind(kind_), path(path_),
-      reason(code_ == 0 ? QString() : ReasonOf(code_)), code(code_)
+      reason(code_ == 0 ? QString() : SystemText(code_)), code(code_)
 {}
 
 ChainFiles::ChainFiles(const QString& firstFile)
@@ -222,7 +223,7 @@ bool ChainFiles::IsUnchanged(size_t number, QString& what) const
     if (error != 0)
         what = KindOf(error) == Unreadable::Kind::Gone
                    ? Tr("sources", "'%1' is gone since it was read").arg(path)
-                   : Tr("sources", "'%1' could not be looked at again: %2").arg(path, ReasonOf(error));
+                   : Tr("sources", "'%1' could not be looked at again: %2").arg(path, SystemText(error));
     else if (!target.IsSameFile(file.file) || !name.IsSameFile(file.name))
         what = Tr("sources", "'%1' is another file than the one that was read").arg(path);
     else if (!same)

@@ -28,4 +28,12 @@ public:
 /// For a recording that is not what was read; `what` is a clause that says what happened.
 [[noreturn]] void ThrowChanged(const QString& what);
 
+/// For a file, or the names in a directory, that the system could not write to the disk. Throws Error:
+/// NoRoom, or `otherwise`.
+[[noreturn]] void ThrowUnwritten(const QString& path, const QString& directory, int error, Trouble otherwise);
+
+/// Has the system write a file, or the names in a directory, to the disk. Throws Error: NoRoom, or
+/// `otherwise`.
+void SyncOrThrow(const QString& path, const QString& directory, Trouble otherwise);
+
 } // namespace sourcefiles

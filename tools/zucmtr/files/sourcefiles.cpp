@@ -7,17 +7,6 @@ namespace sourcefiles {
 
 namespace {
 
-void SyncPath(const QString& path, const QString& directory)
-{
-    const int error = systemfile::Sync(path);
-    if (error != 0)
-        throw Error(systemfile::IsNoRoom(error) ? Trouble::NoRoom : Trouble::File,
-                    Tr("sources",
-                       "'%1' could not be written to the disk: %2; the recording is kept; check the "
-                       "disk, then convert again")
-                        .arg(path, systemfile::ReasonOf(error, directory)));
-}
-
 void Check(const ChainFiles& chain)
 {
     QString what;
@@ -46,6 +35,7 @@ void MoveIn(AsideFiles& aside, ArchiveCopies& copies)
 {
     aside.Move();
     copies.Finish();
+    aside.LookAgain();
     if (copies.NeedsMove()) {
         const int error = aside.MoveOnlyTo(copies.TargetOf(0));
         if (error != 0)
@@ -62,8 +52,8 @@ void MoveIn(AsideFiles& aside, ArchiveCopies& copies)
 void Sync(const QStringList& files, const QString& directory)
 {
     for (const QString& file : files)
-        SyncPath(file, directory);
-    SyncPath(directory, directory);
+        SyncOrThrow(file, directory, Trouble::File);
+    SyncOrThrow(directory, directory, Trouble::File);
 }
 
 void Remove(const ChainFiles& chain)

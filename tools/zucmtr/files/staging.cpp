@@ -1,6 +1,9 @@
 #include "zucmtr/files/staging.h"
 
 #include "text/texts.h"
+#include "zucmtr/files/systemfile.h"
+
+#include "explain/system.h"
 
 #include <QDir>
 #include <QFile>
@@ -11,9 +14,14 @@
 #include <cstdio>
 #include <cstdlib>
 #include <fcntl.h>
+#include <limits>
 #include <sys/file.h>
 #include <sys/stat.h>
+#include <sys/statvfs.h>
+#include <thread>
 #include <unistd.h>
+
+using explain::SystemText;
 
 namespace {
 
@@ -41,19 +49,6 @@ bool IsStillThere(const QByteArray& path, int file)
     if (lstat(path.constData(), &named) != 0)
         return errno != ENOENT;
     return fstat(file, &opened) == 0 && named.st_dev == opened.st_dev && named.st_ino == opened.st_ino;
-}
-
-// 0, or the errno of the failure.
-int SyncPath(const QByteArray& path, int flags)
-{
-    const int file = open(path.constData(), O_RDONLY | O_CLOEXEC | flags);
-    if (file < 0)
-        return errno;
-    // Some file systems know no such request for a directory.
-    const bool written = fsync(file) == 0 || (flags != 0 && errno == EINVAL);
-    const int code = written ? 0 : errno;
-    close(file);
-    return code;
 }
 
 // Whether a directory has nothing in it but what is written here, so that it is none of the user's.
@@ -89,19 +84,17 @@ QStringList Touched(const QStringList& names)
 
 } // namespace
 
+bool StagingError::IsHeld() const
+{
+    return code == EWOULDBLOCK;
+}
+
 bool StagingError::NoRoom() const
 {
-    return code == ENOSPC || code == EDQUOT;
+    return explain::IsNoRoom(code);
 }
 
-QString DiskReason(int code, const QString& directory)
-{
-    if (code == ENOSPC || code == EDQUOT)
-        return Tr("staging", "no room left on the disk of %1").arg(directory);
-    return qt_error_string(code);
-}
-
-Staging::Staging(const QString& out_) : out(out_)
+Staging::Staging(const QString& out_, std::chrono::milliseconds patience_) : out(out_), patience(patience_)
 {
     // Between the making and the lock it looks like one of a killed run, and may be removed as such.
     do {
@@ -124,7 +117,7 @@ void Staging::Make()
     if (made)
         rmdir(path.constData());
     throw StagingError(
-        Tr("staging", "no directory for new records can be made in '%1': %2").arg(out, DiskReason(code, out)),
+        Tr("staging", "no directory for new records can be made in '%1': %2").arg(out, SystemText(code, out)),
         code);
 }
 
@@ -151,29 +144,53 @@ void Staging::Sync(const QStringList& names)
     for (const QString& name : names) {
         if (synced.contains(name))
             continue;
-        const int code = SyncPath(Own(name), 0);
+        const int code = systemfile::Sync(directory + QLatin1Char('/') + name);
         if (code != 0)
             Fail(name, code);
         synced << name;
     }
 }
 
-bool Staging::IsDiskFull() const
+bool Staging::IsDiskFull(qint64 recordSize) const
 {
-    constexpr int room = 64 * 1024; // bytes
+    return !CanWrite(64 * 1024) || Free() < recordSize - Written();
+}
+
+// False if the system says that the disk, or the user's share of it, is full.
+bool Staging::CanWrite(int bytes) const
+{
     const QByteArray path = Own(QStringLiteral("room"));
     const int file = open(path.constData(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
     int code = file < 0 ? errno : 0;
     if (file >= 0) {
         const QByteArray block(4096, 'x');
-        for (int written = 0; written < room && code == 0; written += block.size()) {
+        for (int written = 0; written < bytes && code == 0; written += block.size()) {
             if (write(file, block.constData(), static_cast<size_t>(block.size())) < 0)
                 code = errno;
         }
         close(file);
         unlink(path.constData());
     }
-    return code == ENOSPC || code == EDQUOT;
+    return !explain::IsNoRoom(code);
+}
+
+// Bytes that this user may still write, as far as the file system says so. It is not tried out: others would
+// find the disk full meanwhile.
+qint64 Staging::Free() const
+{
+    struct statvfs status = {};
+    if (statvfs(QFile::encodeName(directory).constData(), &status) != 0 || status.f_blocks == 0)
+        return std::numeric_limits<qint64>::max();
+    const auto blocks = static_cast<qint64>(geteuid() == 0 ? status.f_bfree : status.f_bavail);
+    return blocks * static_cast<qint64>(status.f_frsize);
+}
+
+qint64 Staging::Written() const
+{
+    qint64 bytes = 0;
+    for (const QFileInfo& file : QDir(directory).entryInfoList(QDir::Files | QDir::Hidden))
+        bytes += file.size();
+    return bytes;
 }
 
 void Staging::Lock()
@@ -181,8 +198,21 @@ void Staging::Lock()
     if (lock >= 0)
         return;
     lock = open(QFile::encodeName(out).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (lock >= 0)
-        LockFile(lock, LOCK_EX);
+    constexpr std::chrono::milliseconds pause{10};
+    const auto end = std::chrono::steady_clock::now() + patience;
+    while (lock >= 0 && !LockFile(lock, LOCK_EX | LOCK_NB) && errno == EWOULDBLOCK) {
+        if (std::chrono::steady_clock::now() >= end) {
+            close(lock);
+            lock = -1;
+            throw StagingError(
+                Tr("staging",
+                   "another zucmtr holds the directory '%1', where it puts a record in place; convert "
+                   "again when it has ended")
+                    .arg(out),
+                EWOULDBLOCK);
+        }
+        std::this_thread::sleep_for(pause);
+    }
 }
 
 void Staging::Commit(const QStringList& names, bool sync)
@@ -199,7 +229,7 @@ void Staging::Commit(const QStringList& names, bool sync)
         for (int i = names.size(); i-- > 0;) // the configuration last
             PutInPlace(names[i]);
     }
-    const int code = sync ? SyncPath(QFile::encodeName(out), O_DIRECTORY) : 0;
+    const int code = sync ? systemfile::Sync(out) : 0;
     if (code != 0)
         Fail(names.first(), code);
     moves.clear();
@@ -214,7 +244,7 @@ void Staging::CheckNames(const QStringList& names) const
             continue;
         const int code = errno;
         throw StagingError(
-            Tr("staging", "the record's file '%1' was not written: %2").arg(name, DiskReason(code, out)),
+            Tr("staging", "the record's file '%1' was not written: %2").arg(name, SystemText(code, out)),
             code);
     }
     for (const QString& name : Touched(names)) {
@@ -245,7 +275,7 @@ void Staging::RemoveTemporary(const QString& configuration) const
             continue;
         const int code = errno;
         throw StagingError(Tr("staging", "'%1' could not be removed: %2")
-                               .arg(QFile::decodeName(path), DiskReason(code, out)),
+                               .arg(QFile::decodeName(path), SystemText(code, out)),
                            code);
     }
 }
@@ -304,7 +334,7 @@ QString Staging::UndoAll()
 void Staging::Fail(const QString& name, int code)
 {
     const QString path = out + QLatin1Char('/') + name;
-    QString text = Tr("staging", "'%1' could not be put in place: %2").arg(path, DiskReason(code, out));
+    QString text = Tr("staging", "'%1' could not be put in place: %2").arg(path, SystemText(code, out));
     if (!UndoAll().isEmpty())
         text += Tr("staging", "; what was there before could not be put back, convert the recording again");
     throw StagingError(text, code);

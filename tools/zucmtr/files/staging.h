@@ -10,6 +10,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <chrono>
 #include <stdexcept>
 #include <vector>
 
@@ -22,18 +23,19 @@ public:
     /// Whether the disk, or the user's share of it, is full.
     bool NoRoom() const;
 
+    /// Whether another program keeps others from the directory.
+    bool IsHeld() const;
+
     const int code; // errno
 };
-
-/// The reason of a failed file call for people; says of which directory the disk is full.
-QString DiskReason(int code, const QString& directory);
 
 /// For one record and one thread at a time. Several may be in one directory, also of several processes.
 class Staging
 {
 public:
-    /// Makes an empty directory below out, which must be there. Throws StagingError.
-    explicit Staging(const QString& out_);
+    /// Makes an empty directory below out, which must be there. patience: how long Lock waits. Throws
+    /// StagingError.
+    explicit Staging(const QString& out_, std::chrono::milliseconds patience_ = std::chrono::seconds(30));
 
     /// Removes the directory with all that is left in it.
     ~Staging();
@@ -47,12 +49,14 @@ public:
     /// wait for it. Throws StagingError.
     void Sync(const QStringList& names);
 
-    /// Whether the disk has no room for another 64 KiB: asked when something here could not be written and
-    /// nobody can say why.
-    bool IsDiskFull() const;
+    /// Whether the disk has no room for a record of that size (bytes), counting what is here of it already,
+    /// or for another 64 KiB: asked when something here could not be written and nobody can say why.
+    bool IsDiskFull(qint64 recordSize) const;
 
     /// Waits until nobody else commits to out, and keeps it so until the object goes: what is seen at the
-    /// final names from here on is what Commit replaces. On a file system without locks it does nothing.
+    /// final names from here on is what Commit replaces. A commit takes moments; who holds the directory for
+    /// longer is stopped or hangs at a disk. On a file system without locks it does nothing. Throws
+    /// StagingError.
     void Lock();
 
     /// Gives the pieces their final names, over those of an earlier record. names are file names without a
@@ -74,6 +78,9 @@ private:
     };
 
     void Make();
+    bool CanWrite(int bytes) const;
+    qint64 Free() const;
+    qint64 Written() const;
     void CheckNames(const QStringList& names) const;
     void RemoveTemporary(const QString& configuration) const;
     void SetAside(const QStringList& names);
@@ -86,6 +93,7 @@ private:
     QByteArray Final(const QString& name) const;
 
     const QString out;
+    const std::chrono::milliseconds patience;
     QString directory;
     int handle = -1; // of the directory: its lock tells RemoveLeft that it is in use
     int lock = -1;   // of out

@@ -1,9 +1,8 @@
 #include "zucmtr/files/systemfile.h"
 
-#include "text/texts.h"
-
 #include <QByteArray>
 #include <QFile>
+#include <QFileInfo>
 
 #include <algorithm>
 #include <cerrno>
@@ -187,18 +186,6 @@ QStringList NamesIn(const QString& directory)
     return names;
 }
 
-QString ReasonOf(int error, const QString& directory)
-{
-    if (IsNoRoom(error) && !directory.isEmpty())
-        return Tr("sources", "no room left on the disk of %1").arg(directory);
-    return QString::fromLocal8Bit(std::strerror(error));
-}
-
-bool IsNoRoom(int error)
-{
-    return error == ENOSPC || error == EDQUOT;
-}
-
 Descriptor OpenToRead(const QString& path)
 {
     const QByteArray name = QFile::encodeName(path);
@@ -294,6 +281,33 @@ bool TakeAbandoned(const QString& path, Descriptor& held)
         return IsOld(named);
     // Before the lock was ours, another program may have put the file away.
     return named.IsLink() || (Identify(held, opened) == 0 && named.IsSameFile(opened));
+}
+
+int MakeDirectory(const QString& path)
+{
+    const QByteArray name = QFile::encodeName(path);
+    const QString above = QFileInfo(path).path();
+    if (mkdir(name.constData(), 0777) == 0)
+        return Sync(above);
+    if (errno == ENOENT && above != path) {
+        const int error = MakeDirectory(above);
+        if (error != 0)
+            return error;
+        return mkdir(name.constData(), 0777) == 0 ? Sync(above) : errno;
+    }
+    const int error = errno;
+    return QFileInfo(path).isDir() ? 0 : error;
+}
+
+int SyncUp(const QString& path, const QString& top)
+{
+    QString directory = path;
+    int error = Sync(directory);
+    while (error == 0 && directory.size() > top.size()) {
+        directory = QFileInfo(directory).path();
+        error = Sync(directory);
+    }
+    return error;
 }
 
 int Sync(const QString& path)

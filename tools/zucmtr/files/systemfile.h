@@ -57,12 +57,6 @@ bool IsTaken(const QString& path);
 /// text can hold come out maimed.
 QStringList NamesIn(const QString& directory);
 
-/// What went wrong, as the system says it; with a directory, a full disk is that of the directory.
-QString ReasonOf(int error, const QString& directory = QString());
-
-/// Whether the error means a disk or a quota that is full.
-bool IsNoRoom(int error);
-
 /// Opens for reading, never waits for the other end of a pipe. Not open on failure, with errno.
 Descriptor OpenToRead(const QString& path);
 
@@ -104,5 +98,12 @@ bool TakeAbandoned(const QString& path, Descriptor& held);
 /// Has the system write a file, or the names in a directory, to the disk. 0, or the errno of the failure.
 int Sync(const QString& path);
 int Sync(const Descriptor& file);
+
+/// Makes a directory and those above it, with their names on the disk. 0, also if it is there already, or the
+/// errno of the failure.
+int MakeDirectory(const QString& path);
+
+/// Sync of a directory and of those above it up to `top`. 0, or the errno of the failure.
+int SyncUp(const QString& path, const QString& top);
 
 } // namespace systemfile

@@ -3,6 +3,7 @@
 #include "zucmtr/run/worker.h"
 #include "zucmtr/terminal/interrupt.h"
 
+#include <algorithm>
 #include <chrono>
 #include <new>
 #include <thread>
@@ -58,52 +59,75 @@ void Batch::Run(const std::function<void(const BatchItem&)>& told, const std::fu
     }
 }
 
-void Batch::Work(Worker& worker)
+void Batch::Work(Worker& worker) noexcept
 {
-    Task task;
-    while (Take(worker, task))
-        Finish(task, worker.Work(recordings[task.number]));
+    std::exception_ptr failed;
+    try {
+        while (Task* task = Take(worker)) {
+            task->item = worker.Work(recordings[task->number]);
+            Finish(*task);
+        }
+    } catch (...) {
+        failed = std::current_exception();
+    }
     const std::lock_guard<std::mutex> lock(mutex);
+    if (failed) {
+        stopped = true;
+        failure = failed;
+    }
     --working;
     changed.notify_all();
 }
 
-// The directory below that of the output, and the name.
-QString Batch::PlaceOf(const Worker& worker, const Recording& recording) const
+// The directory below that of the output, and the name; none without memory.
+std::optional<QString> Batch::PlaceOf(const Worker& worker, const Recording& recording) const
 {
-    const QString directory = order.mirror ? recording.below : QString();
     try {
+        const QString directory = order.mirror ? recording.below : QString();
         return directory + QLatin1Char('/') + worker.RecordName(recording.path);
     } catch (const std::bad_alloc&) {
-        return directory + QLatin1Char('/'); // as of those that cannot be read: they wait for each other
+        return std::nullopt;
     }
 }
 
 // Recordings whose records would be the same files are converted one after the other, in the order of the
-// list, so that it is always the first that gets them.
-bool Batch::Take(const Worker& worker, Task& task)
+// list, so that it is always the first that gets them. Null if none is to be begun.
+Batch::Task* Batch::Take(const Worker& worker)
 {
+    std::list<Task> taken(1);
+    Task* const task = &taken.front();
+    {
+        const std::lock_guard<std::mutex> lock(mutex);
+        if (stopped || interrupt::Came() || next == recordings.size())
+            return nullptr;
+        task->number = next++;
+        begun.splice(begun.end(), taken);
+    }
+    // Reading the file may take its time, which nobody else has to wait for.
+    std::optional<QString> place = PlaceOf(worker, recordings[task->number]);
     std::unique_lock<std::mutex> lock(mutex);
-    if (stopped || interrupt::Came() || next == recordings.size())
-        return false;
-    task.number = next++;
-    task.place = PlaceOf(worker, recordings[task.number]);
-    turns[task.place].push_back(task.number);
-    changed.wait(lock, [&] { return turns[task.place].front() == task.number; });
-    return true;
+    task->place = std::move(place);
+    changed.notify_all();
+    changed.wait(lock, [&] { return IsItsTurn(*task); });
+    return task;
 }
 
-void Batch::Finish(const Task& task, BatchItem item)
+// Whether none that was begun before may have the same place. One whose place is not known may have any.
+bool Batch::IsItsTurn(const Task& task) const
+{
+    return std::all_of(begun.begin(), begun.end(), [&](const Task& other) {
+        return other.number >= task.number || other.isDone ||
+               (other.place && task.place && *other.place != *task.place);
+    });
+}
+
+void Batch::Finish(Task& task)
 {
     const std::lock_guard<std::mutex> lock(mutex);
-    std::deque<size_t>& turn = turns[task.place];
-    turn.pop_front();
-    if (turn.empty())
-        turns.erase(task.place);
-    CountRoom(item);
-    if (withoutRoom >= MostWithoutRoom || (order.failFast && item.state == ItemState::Failed))
+    CountRoom(task.item);
+    if (withoutRoom >= MostWithoutRoom || (order.failFast && task.item.state == ItemState::Failed))
         stopped = true;
-    finished.emplace(task.number, std::move(item));
+    task.isDone = true;
     ++done;
     changed.notify_all();
 }
@@ -126,16 +150,13 @@ void Batch::Tell(const std::function<void(const BatchItem&)>& told,
                  const std::function<void(size_t)>& waiting)
 {
     constexpr std::chrono::milliseconds patience{100};
-    size_t number = 0; // recording that is told next
     std::unique_lock<std::mutex> lock(mutex);
-    while (working > 0 || !finished.empty()) {
-        const auto first = finished.find(number);
-        if (first != finished.end()) {
-            const BatchItem item = std::move(first->second);
-            finished.erase(first);
-            ++number;
+    while (working > 0 || (!begun.empty() && begun.front().isDone)) {
+        if (!begun.empty() && begun.front().isDone) {
+            std::list<Task> first;
+            first.splice(first.end(), begun, begun.begin());
             lock.unlock();
-            told(item);
+            told(first.front().item);
             lock.lock();
         } else {
             changed.wait_for(lock, patience);
@@ -145,4 +166,6 @@ void Batch::Tell(const std::function<void(const BatchItem&)>& told,
         waiting(count);
         lock.lock();
     }
+    if (failure)
+        std::rethrow_exception(failure);
 }

@@ -5,11 +5,12 @@
 #include "zucmtr/run/batchitem.h"
 
 #include <condition_variable>
-#include <deque>
+#include <exception>
 #include <functional>
-#include <map>
+#include <list>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <vector>
 
 class Worker;
@@ -31,23 +32,28 @@ public:
 
     /// Calls told with each recording that was begun, in the order of the list, and waiting about ten times a
     /// second with the number of those that are done; both in the calling thread. Throws std::system_error if
-    /// no thread can be started.
+    /// no thread can be started, and std::bad_alloc if there is no memory to begin a recording: those that
+    /// were begun are done and told then.
     void Run(const std::function<void(const BatchItem&)>& told, const std::function<void(size_t)>& waiting);
 
     /// Recordings that were not begun since a disk is full.
     size_t NotBegunForRoom() const;
 
 private:
+    // A recording that was begun. All its memory is there from then on, so that nothing can fail at its end.
     struct Task
     {
-        size_t number;
-        QString place; // of the record
+        size_t number = 0;
+        std::optional<QString> place; // of the record, once it is known
+        bool isDone = false;
+        BatchItem item;
     };
 
-    void Work(Worker& worker);
-    QString PlaceOf(const Worker& worker, const Recording& recording) const;
-    bool Take(const Worker& worker, Task& task);
-    void Finish(const Task& task, BatchItem item);
+    void Work(Worker& worker) noexcept;
+    std::optional<QString> PlaceOf(const Worker& worker, const Recording& recording) const;
+    Task* Take(const Worker& worker);
+    bool IsItsTurn(const Task& task) const;
+    void Finish(Task& task);
     void CountRoom(const BatchItem& item);
     void Tell(const std::function<void(const BatchItem&)>& told, const std::function<void(size_t)>& waiting);
 
@@ -62,6 +68,6 @@ private:
     size_t done = 0;
     size_t withoutRoom = 0; // recordings in a row for which a disk had none
     bool stopped = false;
-    std::map<QString, std::deque<size_t>> turns; // at a record's place: the recordings at hand, in order
-    std::map<size_t, BatchItem> finished;        // and not told yet
+    std::list<Task> begun;      // and not told yet, in the order of the list of recordings
+    std::exception_ptr failure; // of a thread that could not begin a recording
 };

@@ -1,6 +1,12 @@
 #include "zucmtr/run/worker.h"
 
+#include "explain/file.h"
+#include "explain/system.h"
+#include "zucmtr/run/recordplace.h"
 #include "text/texts.h"
+#include "verify/leftout.h"
+#include "verify/recordname.h"
+#include "view/view.h"
 #include "zucmtr/files/archivecopies.h"
 #include "zucmtr/files/chainfiles.h"
 #include "zucmtr/files/sourcefiles.h"
@@ -9,17 +15,10 @@
 #include "zucmtr/run/workfailure.h"
 #include "zucmtr/terminal/command.h"
 
-#include "explain/file.h"
-#include "verify/leftout.h"
-#include "verify/recordname.h"
-#include "view/view.h"
-
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
-#include <algorithm>
-#include <array>
 #include <cerrno>
 #include <chrono>
 #include <cstring>
@@ -33,7 +32,27 @@ namespace {
 // How often a recording is converted in one go if it changes meanwhile.
 constexpr int mostTries = 3;
 
-constexpr std::array pieceExtensions = {".cfg", ".cff", ".dat", ".hdr", ".inf"};
+void FailForAMoment(BatchItem& item)
+{
+    item.Fail(reason::SourceUnreadable,
+              Tr("worker",
+                 "not converted: for a moment the recording could not be read, or its record not be written; "
+                 "convert again"));
+}
+
+void FailBy(BatchItem& item, const Outcome& outcome)
+{
+    if (std::strcmp(outcome.reason, reason::OutOfMemory) == 0)
+        item.blame = Blame::Memory;
+    item.Fail(explain::WordOf(item.recording.path, outcome.reason),
+              Tr("worker", "not converted: %1").arg(outcome.error));
+}
+
+// Whether the library may have failed because a file could not be read.
+bool MayBeTheReading(const BatchItem& item, const Outcome& outcome)
+{
+    return !outcome.couldNotWrite && item.blame != Blame::Memory;
+}
 
 verify::Verifier MakeVerifier(const DeviceChoice& choice)
 {
@@ -42,25 +61,6 @@ verify::Verifier MakeVerifier(const DeviceChoice& choice)
     } catch (const verify::Unreadable& error) {
         throw ConfigurationError(QString::fromUtf8(error.what()));
     }
-}
-
-// Which files lie at the names of a record, in which state; to see whether they have changed.
-std::vector<systemfile::Identity> Look(const QString& directory, const QString& recordName)
-{
-    std::vector<systemfile::Identity> files;
-    for (const char* extension : pieceExtensions) {
-        systemfile::Identity file;
-        systemfile::Identify(directory + QLatin1Char('/') + recordName + QLatin1String(extension), file,
-                             systemfile::Links::Kept);
-        files.push_back(file);
-    }
-    return files;
-}
-
-bool IsAnythingThere(const std::vector<systemfile::Identity>& files)
-{
-    return std::any_of(files.begin(), files.end(),
-                       [](const systemfile::Identity& file) { return file != systemfile::Identity(); });
 }
 
 } // namespace
@@ -73,6 +73,7 @@ struct Worker::Job
     const QString directory; // of the final names
     std::unique_ptr<Staging> staging;
     bool mayLackRoom = false;                 // the record was not written, or not right
+    bool isDoubtful = false;                  // what failed may succeed now, as the reading of a file
     bool lackedMemory = false;                // the library, for a file of the chain
     bool pageIsBeside = false;                // it is written to its own name at once
     QString leftOut;                          // a file of the recording that is not in the record
@@ -105,23 +106,33 @@ BatchItem Worker::Work(const Recording& recording)
     using Clock = std::chrono::steady_clock;
     const Clock::time_point start = Clock::now();
     BatchItem item;
-    QStringList before; // what became of files in the tries before
-    for (int tries = 1; tries <= mostTries; ++tries) {
-        item = BatchItem();
-        item.recording = recording;
-        item.directory = DirectoryOf(order.out, recording);
-        try {
-            Try(item);
-        } catch (...) {
-            FailByCurrent(item);
+    try {
+        QStringList before; // what became of files in the tries before
+        for (int tries = 1; tries <= mostTries; ++tries) {
+            item = TryOnce(recording);
+            if (std::strcmp(item.reason, reason::SourceChanged) != 0)
+                break;
+            before << item.error;
         }
-        if (std::strcmp(item.reason, reason::SourceChanged) != 0)
-            break;
-        before << item.error;
+        if (item.state != ItemState::Failed)
+            item.notes += before;
+    } catch (...) {
+        FailByCurrent(item);
     }
-    if (item.state != ItemState::Failed)
-        item.notes += before;
     item.seconds = std::chrono::duration<double>(Clock::now() - start).count();
+    return item;
+}
+
+BatchItem Worker::TryOnce(const Recording& recording)
+{
+    BatchItem item;
+    item.recording = recording;
+    try {
+        item.directory = DirectoryOf(order.out, recording);
+        Try(item);
+    } catch (...) {
+        FailByCurrent(item);
+    }
     return item;
 }
 
@@ -148,8 +159,14 @@ void Worker::Try(BatchItem& item)
         cleaned.insert(item.directory);
     }
     Job job(item.recording.path, item.directory);
-    if (!TakePresent(item, job))
-        Do(item, job);
+    try {
+        if (!TakePresent(item, job))
+            Do(item, job);
+    } catch (const verify::Unreadable&) {
+        FailByCurrent(item);
+        if (CanBeRead(item.recording.path))
+            FailForAMoment(item);
+    }
     if (item.state == ItemState::Present && (order.sync || PutsAway()))
         SyncPresent(item);
     if (item.state != ItemState::Failed && PutsAway())
@@ -166,11 +183,55 @@ void Worker::Do(BatchItem& item, Job& job)
         return;
     const QString& staged = job.staging->Directory();
     item.error.replace(staged, job.directory); // where the record would be
-    if (job.mayLackRoom && job.staging->IsDiskFull()) {
+    if (job.mayLackRoom && job.staging->IsDiskFull(MostRecordSize(item.recording.path))) {
         item.noRoom = true;
         item.blame = Blame::Output;
-        item.Fail(reason::NoRoom,
-                  Tr("worker", "not converted: %1; free some").arg(DiskReason(ENOSPC, job.directory)));
+        item.Fail(
+            reason::NoRoom,
+            Tr("worker", "not converted: %1; free some").arg(explain::SystemText(ENOSPC, job.directory)));
+    } else if (job.isDoubtful) {
+        job.staging.reset();
+        ConvertAgain(item);
+    }
+}
+
+// All files could be read when the work began. If the library, or the verification, could not read one of
+// them since, that is not the recording's fault: what is bad fails again, in the same words. Nothing else
+// comes of this second conversion.
+void Worker::ConvertAgain(BatchItem& item)
+{
+    Job job(item.recording.path, item.directory); // throws if a file cannot be read now
+    job.staging = std::make_unique<Staging>(job.directory);
+    BatchItem again = item;
+    const bool done = Convert(again, job) && (!order.verify || Verify(again, job));
+    again.error.replace(job.staging->Directory(), job.directory);
+    if (!done && again.error == item.error)
+        return;
+    if (!done && (again.blame == Blame::Memory || std::strcmp(again.reason, reason::SourceChanged) == 0))
+        item = again;
+    else
+        FailForAMoment(item);
+}
+
+// Bytes; 0 if nothing can be said.
+qint64 Worker::MostRecordSize(const QString& file)
+{
+    try {
+        return verifier.Examine(file).mostRecordSize;
+    } catch (const std::exception&) { // it has failed already
+        return 0;
+    }
+}
+
+// Throws ChainFiles::Unreadable if a file cannot be read now; false if its content is bad.
+bool Worker::CanBeRead(const QString& file)
+{
+    const ChainFiles chain(file);
+    try {
+        verifier.Examine(file);
+        return true;
+    } catch (const verify::Unreadable&) {
+        return false;
     }
 }
 
@@ -184,7 +245,14 @@ void Worker::Name(BatchItem& item, const QString& recordName) const
 
 void Worker::Plan(BatchItem& item)
 {
-    const verify::Examined examined = verifier.Examine(item.recording.path);
+    verify::Examined examined;
+    try {
+        examined = verifier.Examine(item.recording.path);
+    } catch (const verify::Unreadable&) { // perhaps for a moment
+        if (!CanBeRead(item.recording.path))
+            throw;
+        examined = verifier.Examine(item.recording.path);
+    }
     Name(item, examined.recordName);
     item.sources = examined.files;
     item.notes = examined.notes;
@@ -198,8 +266,9 @@ void Worker::ConvertUnseen(BatchItem& item)
     const Outcome outcome = host.Convert(item.recording.path, item.directory, device);
     item.notes = outcome.notes;
     if (!outcome.converted) {
-        item.Fail(explain::WordOf(item.recording.path, outcome.reason),
-                  Tr("worker", "not converted: %1").arg(outcome.error));
+        FailBy(item, outcome);
+        if (MayBeTheReading(item, outcome) && CanBeRead(item.recording.path))
+            FailForAMoment(item);
         return;
     }
     Name(item, outcome.outputName);
@@ -222,32 +291,19 @@ void Worker::ConvertUnseen(BatchItem& item)
         WritePageBeside(item);
 }
 
-// The directory of a record below that of --out, on the disk where records have to be.
-void Worker::MakeDirectory(const QString& directory) const
+void Worker::MakeDirectory(const QString& directory)
 {
-    if (directory == order.out || QFileInfo(directory).isDir())
-        return;
-    if (!QDir().mkpath(directory))
-        throw StagingError(
-            Tr("worker", "the directory '%1' cannot be made; check the permissions of those above it")
-                .arg(directory),
-            EACCES);
-    QString path = directory;
-    while ((order.sync || PutsAway()) && path.size() > order.out.size()) {
-        path = QFileInfo(path).path();
-        const int error = systemfile::Sync(path);
-        if (error != 0)
-            throw StagingError(
-                Tr("worker", "'%1' could not be written to the disk: %2").arg(path, DiskReason(error, path)),
-                error);
-    }
+    const bool sync = (order.sync || PutsAway()) && !onDisk.contains(directory);
+    MakeRecordDirectory(directory, order.out, sync);
+    if (sync)
+        onDisk.insert(directory);
 }
 
 // Whether another recording's record has the name; the item fails then.
 bool Worker::IsForeignThere(BatchItem& item, Job& job)
 {
     const QString name = RecordName(item.recording.path);
-    return !name.isEmpty() && IsAnythingThere(Look(job.directory, name)) &&
+    return !name.isEmpty() && IsAnythingThere(LookAtRecord(job.directory, name)) &&
            !MayReplace(item, present.Find(item.recording.path, job.directory));
 }
 
@@ -257,7 +313,7 @@ bool Worker::TakePresent(BatchItem& item, Job& job)
     job.lookedFor = RecordName(item.recording.path);
     if (job.lookedFor.isEmpty())
         return false;
-    job.looked = Look(job.directory, job.lookedFor);
+    job.looked = LookAtRecord(job.directory, job.lookedFor);
     if (!IsAnythingThere(job.looked))
         return false;
     const verify::Presence presence = present.Find(item.recording.path, job.directory);
@@ -301,10 +357,8 @@ bool Worker::Convert(BatchItem& item, Job& job)
         item.state = ItemState::Converted;
         return true;
     }
-    if (std::strcmp(outcome.reason, reason::OutOfMemory) == 0)
-        item.blame = Blame::Memory;
-    item.Fail(explain::WordOf(item.recording.path, outcome.reason),
-              Tr("worker", "not converted: %1").arg(outcome.error));
+    FailBy(item, outcome);
+    job.isDoubtful = MayBeTheReading(item, outcome);
     try {
         // The library's device may have taken the channel order of this recording: the verifier's takes it
         // too.
@@ -326,6 +380,7 @@ bool Worker::Verify(BatchItem& item, Job& job)
         if (!CheckUnchanged(item, job)) // then it is no wonder
             return false;
         job.mayLackRoom = true;
+        job.isDoubtful = true;
         item.Fail(
             reason::RecordWrong,
             Tr("worker", "not converted: the record that was written is not right: %1").arg(TextOf(error)));
@@ -422,7 +477,7 @@ bool Worker::Commit(BatchItem& item, Job& job)
     if (sync)
         job.staging->Sync(names);
     job.staging->Lock();
-    const std::vector<systemfile::Identity> now = Look(job.directory, item.recordName);
+    const std::vector<systemfile::Identity> now = LookAtRecord(job.directory, item.recordName);
     const bool isKnown = item.recordName == job.lookedFor && now == job.looked;
     if (!isKnown && IsAnythingThere(now)) { // another process has put it there
         BatchItem other = item;
@@ -467,6 +522,7 @@ void Worker::WritePageBeside(BatchItem& item) const
 // The run that wrote the record may not have come so far.
 void Worker::SyncPresent(BatchItem& item)
 {
+    MakeDirectory(item.directory);
     try {
         sourcefiles::Sync(item.files, item.directory);
     } catch (const sourcefiles::Error& error) {
@@ -491,7 +547,7 @@ void Worker::PutAway(BatchItem& item, Job& job)
     if (!item.recording.below.isEmpty())
         directory += QLatin1Char('/') + item.recording.below;
     if (!cleaned.contains(directory)) {
-        sourcefiles::RemoveParts(directory);
+        sourcefiles::PrepareArchive(directory, order.archive);
         cleaned.insert(directory);
     }
     sourcefiles::Archive(job.chain, directory);

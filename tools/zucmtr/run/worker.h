@@ -50,11 +50,15 @@ private:
     struct Job;
 
     bool PutsAway() const { return order.removeSource || !order.archive.isEmpty(); }
+    BatchItem TryOnce(const Recording& recording);
     void Try(BatchItem& item);
     void Plan(BatchItem& item);
     void ConvertUnseen(BatchItem& item);
     void Do(BatchItem& item, Job& job);
-    void MakeDirectory(const QString& directory) const;
+    void ConvertAgain(BatchItem& item);
+    bool CanBeRead(const QString& file);
+    qint64 MostRecordSize(const QString& file);
+    void MakeDirectory(const QString& directory);
     bool IsForeignThere(BatchItem& item, Job& job);
     bool TakePresent(BatchItem& item, Job& job);
     bool MayReplace(BatchItem& item, const verify::Presence& presence) const;
@@ -66,7 +70,7 @@ private:
     QStringList WritePieces(Job& job, const QString& recordName, QString& pageError) const;
     bool Commit(BatchItem& item, Job& job);
     void WritePageBeside(BatchItem& item) const;
-    static void SyncPresent(BatchItem& item);
+    void SyncPresent(BatchItem& item);
     void PutAway(BatchItem& item, Job& job);
     void Name(BatchItem& item, const QString& recordName) const;
     QString DirectoryOf(const QString& top, const Recording& recording) const;
@@ -77,4 +81,5 @@ private:
     verify::Verifier verifier;
     verify::Verifier present; // for records that were there before
     QSet<QString> cleaned;    // directories in which nothing of killed runs is left
+    QSet<QString> onDisk;     // directories of records whose names are, up to that of the order
 };

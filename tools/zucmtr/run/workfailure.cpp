@@ -33,7 +33,7 @@ void FailBy(BatchItem& item, const ChainFiles::Unreadable& error)
 void FailBy(BatchItem& item, const StagingError& error)
 {
     item.noRoom = error.NoRoom();
-    if (item.noRoom || !IsUsable(item.directory))
+    if (item.noRoom || error.IsHeld() || !IsUsable(item.directory))
         item.blame = Blame::Output;
     item.Fail(item.noRoom ? reason::NoRoom : reason::RecordNotInPlace,
               Tr("worker", "not converted: %1").arg(TextOf(error)));

@@ -2043,10 +2043,6 @@ Example:
         <translation>«%1» есть, а предыдущего файла нет</translation>
     </message>
     <message>
-        <source>no room left on the disk of %1</source>
-        <translation>на диске каталога %1 нет места</translation>
-    </message>
-    <message>
         <source>&apos;%1&apos; is now called &apos;%2&apos; and could not get its name back: %3; rename it</source>
         <translation>«%1» теперь называется «%2», вернуть имя не удалось: %3; переименуйте файл</translation>
     </message>
@@ -2062,13 +2058,13 @@ Example:
         <source>&apos;%1&apos; is now called &apos;%2&apos;, as its continuations could not get their names back</source>
         <translation>«%1» теперь называется «%2»: его продолжениям не удалось вернуть имена</translation>
     </message>
+    <message>
+        <source>&apos;%1&apos; is in the archive as &apos;%2&apos;, but could not be written to the disk: %3; check the archive&apos;s disk</source>
+        <translation>«%1» лежит в архиве как «%2», но на диск не записан: %3; проверьте диск архива</translation>
+    </message>
 </context>
 <context>
     <name>staging</name>
-    <message>
-        <source>no room left on the disk of %1</source>
-        <translation>на диске каталога %1 не осталось места</translation>
-    </message>
     <message>
         <source>no directory for new records can be made in &apos;%1&apos;: %2</source>
         <translation>в «%1» не удалось создать каталог для новых записей: %2</translation>
@@ -2096,6 +2092,10 @@ Example:
     <message>
         <source>&apos;%1&apos; is a device or a pipe; the record needs the name, move it away</source>
         <translation>«%1» — устройство или канал; имя нужно записи, уберите его</translation>
+    </message>
+    <message>
+        <source>another zucmtr holds the directory &apos;%1&apos;, where it puts a record in place; convert again when it has ended</source>
+        <translation>каталог «%1» удерживает другой процесс zucmtr, который помещает туда запись; повторите преобразование, когда он завершится</translation>
     </message>
 </context>
 <context>
@@ -2199,6 +2199,34 @@ Example:
     <message>
         <source>the system gives no reason</source>
         <translation>система не сообщает причину</translation>
+    </message>
+    <message>
+        <source>Too many open files in system</source>
+        <translation>слишком много открытых файлов в системе</translation>
+    </message>
+    <message>
+        <source>Connection timed out</source>
+        <translation>время ожидания ответа истекло</translation>
+    </message>
+    <message>
+        <source>Remote I/O error</source>
+        <translation>ошибка ввода-вывода на удалённой стороне</translation>
+    </message>
+    <message>
+        <source>Transport endpoint is not connected</source>
+        <translation>соединение с файловой системой потеряно</translation>
+    </message>
+    <message>
+        <source>Resource temporarily unavailable</source>
+        <translation>ресурс временно недоступен</translation>
+    </message>
+    <message>
+        <source>Operation not supported</source>
+        <translation>операция не поддерживается</translation>
+    </message>
+    <message>
+        <source>no room left on the disk of %1</source>
+        <translation>на диске каталога %1 нет места</translation>
     </message>
 </context>
 <context>
@@ -2785,10 +2813,6 @@ SIGTERM и Ctrl-C завершают работу после начатой ос
         <translation>преобразована, но страница не записывается: %1; осциллограмма сохранена</translation>
     </message>
     <message>
-        <source>the directory &apos;%1&apos; cannot be made; check the permissions of those above it</source>
-        <translation>каталог «%1» создать нельзя; проверьте права на каталоги выше</translation>
-    </message>
-    <message>
         <source>not converted: %1; free some</source>
         <translation>не преобразована: %1; освободите место</translation>
     </message>
@@ -2823,6 +2847,14 @@ SIGTERM и Ctrl-C завершают работу после начатой ос
     <message>
         <source>&apos;%1&apos; could not be written to the disk: %2</source>
         <translation>«%1» не удалось записать на диск: %2</translation>
+    </message>
+    <message>
+        <source>the directory &apos;%1&apos; cannot be made: %2</source>
+        <translation>каталог «%1» не создаётся: %2</translation>
+    </message>
+    <message>
+        <source>not converted: for a moment the recording could not be read, or its record not be written; convert again</source>
+        <translation>не преобразована: осциллограмму на мгновение не удалось прочитать или её запись — сохранить; повторите преобразование</translation>
     </message>
 </context>
 </TS>

@@ -1,4 +1,4 @@
-#include "helpdump.h"
+#include "zucmtr/terminal/helpdump.h"
 
 #include "zucmtr/terminal/command.h"
 #include "zucmtr/terminal/helpformat.h"
