@@ -3,6 +3,7 @@
 
 #include <QDir>
 
+#include <fcntl.h>
 #include <sys/stat.h>
 
 using recorderfile::Encode;
@@ -16,6 +17,30 @@ int ModeOf(const Station& station, const QString& name)
     struct stat status = {};
     EXPECT_EQ(stat(station.Path(name).toLocal8Bit().constData(), &status), 0);
     return static_cast<int>(status.st_mode & 07777);
+}
+
+// Writes to a file as 'cp -p' does over one that is as old.
+void WriteWithItsTime(const Station& station, const QString& name, const QByteArray& bytes)
+{
+    const QByteArray path = station.Path(name).toLocal8Bit();
+    struct stat before = {};
+    ASSERT_EQ(stat(path.constData(), &before), 0);
+    ASSERT_EQ(before.st_size, bytes.size());
+    station.Write(name, bytes);
+    const timespec times[] = {before.st_atim, before.st_mtim};
+    ASSERT_EQ(utimensat(AT_FDCWD, path.constData(), times, 0), 0);
+}
+
+// The bad file is left out of the record, with a note; neither time nor size tell that it is mended.
+void ExpectContinuationTakenWhenItIsMended(const Station& station)
+{
+    const QByteArray good = Encode(ShortRecording(0));
+    station.Write("in/a.Z01", QByteArray(good.size(), 'x'));
+    EXPECT_EQ(Station::EventsIn(station.Once().out, "converted"), QStringList{"in/a.ZU"});
+    EXPECT_EQ(Station::EventsIn(station.Once().out, "found"), QStringList());
+    WriteWithItsTime(station, "in/a.Z01", good);
+    EXPECT_EQ(Station::EventsIn(station.Once().out, "converted"), QStringList{"in/a.ZU"});
+    EXPECT_EQ(Station::EventsIn(station.Once().out, "found"), QStringList());
 }
 
 } // namespace
@@ -162,4 +187,11 @@ TEST(WatchDirectories, ChangeOfPermissionsAloneDoesNotConvertAgain)
     EXPECT_EQ(station.Once().code, 0);
     chmod(station.Path("in/a.ZU").toLocal8Bit().constData(), 0600);
     EXPECT_EQ(Station::EventsIn(station.Once().out, "found"), QStringList());
+}
+
+TEST(WatchDirectories, ContinuationThatWasLeftOutIsTakenWhenItIsMendedWithTheSameTimeAndSize)
+{
+    const Station station;
+    station.Write("in/a.ZU", Encode(ShortRecording(0)));
+    ExpectContinuationTakenWhenItIsMended(station);
 }

@@ -13,20 +13,10 @@
 #include <set>
 #include <sys/prctl.h>
 #include <sys/wait.h>
+#include <type_traits>
 #include <unistd.h>
 
 namespace {
-
-QByteArray Packed(const BatchItem& item)
-{
-    QByteArray bytes;
-    QDataStream stream(&bytes, QIODevice::WriteOnly);
-    stream << static_cast<int>(item.state) << item.error << QByteArray(item.reason)
-           << static_cast<int>(item.blame) << item.noRoom << item.recordName << item.directory << item.files
-           << item.sources << item.notes << item.written << item.verified << static_cast<int>(item.fate)
-           << item.seconds;
-    return bytes;
-}
 
 // Words of reasons.h live as long as the program, so this one does.
 const char* Kept(const QByteArray& word)
@@ -35,19 +25,46 @@ const char* Kept(const QByteArray& word)
     return words.insert(word).first->constData();
 }
 
+// A field of an item, as it goes into the stream and comes out of it.
+template <class Field>
+void Put(QDataStream& stream, const Field& field)
+{
+    if constexpr (std::is_enum_v<Field>)
+        stream << static_cast<int>(field);
+    else if constexpr (std::is_same_v<Field, const char*>)
+        stream << QByteArray(field);
+    else
+        stream << field;
+}
+
+template <class Field>
+void Get(QDataStream& stream, Field& field)
+{
+    if constexpr (std::is_enum_v<Field>) {
+        int number = 0;
+        stream >> number;
+        field = static_cast<Field>(number);
+    } else if constexpr (std::is_same_v<Field, const char*>) {
+        QByteArray word;
+        stream >> word;
+        field = Kept(word);
+    } else {
+        stream >> field;
+    }
+}
+
+QByteArray Packed(const BatchItem& item)
+{
+    QByteArray bytes;
+    QDataStream stream(&bytes, QIODevice::WriteOnly);
+    ForEachField(item, [&stream](const auto& field) { Put(stream, field); });
+    return bytes;
+}
+
 bool Unpack(const QByteArray& bytes, BatchItem& item)
 {
     QDataStream stream(bytes);
-    int state = 0;
-    int blame = 0;
-    int fate = 0;
-    QByteArray reason;
-    stream >> state >> item.error >> reason >> blame >> item.noRoom >> item.recordName >> item.directory >>
-        item.files >> item.sources >> item.notes >> item.written >> item.verified >> fate >> item.seconds;
-    item.state = static_cast<ItemState>(state);
-    item.blame = static_cast<Blame>(blame);
-    item.fate = static_cast<SourceFate>(fate);
-    item.reason = Kept(reason);
+    ForEachField(item, [&stream](auto& field) { Get(stream, field); });
     return stream.status() == QDataStream::Ok && stream.atEnd();
 }
 

@@ -305,7 +305,7 @@ void Watch::Finish(Waiting& one, const BatchItem& item)
     object.remove("error");
     Remember([&] {
         if (item.fate == SourceFate::Kept)
-            journal.NoteConverted(path, one.fingerprint.print, item.recordName);
+            journal.NoteConverted(path, one.fingerprint, item.recordName, item.leftOut);
         else
             journal.NotePutAway(path, one.fingerprint.print);
     });

@@ -36,8 +36,8 @@ public:
     /// and Taken.
     explicit WatchJournal(const QString& path_);
 
-    /// What became of the recording in this state; of another print of it nothing is known, and one that was
-    /// given up may be tried again after its permissions have changed.
+    /// What became of the recording in this state. Of another print of it nothing is known; nor, after its
+    /// files were written to or got other permissions, of one that was given up or converted in part.
     Verdict VerdictOn(const QString& recording, const Fingerprint& fingerprint) const;
 
     /// How often the program came to no end of the recording in this state.
@@ -53,7 +53,9 @@ public:
     /// next call that can.
     void NoteFailed(const QString& recording, const QByteArray& print);
     void NoteWithdrawn(const QString& recording, const QByteArray& print); // begun, but not for its own sake
-    void NoteConverted(const QString& recording, const QByteArray& print, const QString& recordName);
+    /// leftOut: a bad file of it is not in the record; it is converted again should that be mended.
+    void NoteConverted(const QString& recording, const Fingerprint& fingerprint, const QString& recordName,
+                       bool leftOut);
     void NotePutAway(const QString& recording, const QByteArray& print);
     void NoteGivenUp(const QString& recording, const Fingerprint& fingerprint);
 
@@ -80,7 +82,8 @@ private:
     {
         QByteArray print;
         Verdict verdict = Verdict::Unknown;
-        QString more;     // record's name of a converted one; access of one that was given up
+        QString record{}; // name of that of a converted one
+        QString access{}; // with which the verdict holds; empty: with any
         int unended = 0;  // times
         int failures = 0; // times
     };

@@ -152,6 +152,7 @@ void Worker::Try(BatchItem& item)
         Do(item, job);
     if (item.state == ItemState::Present && (order.sync || PutsAway()))
         SyncPresent(item);
+    item.leftOut = !job.leftOut.isEmpty();
     if (item.state != ItemState::Failed && PutsAway())
         PutAway(item, job);
 }
