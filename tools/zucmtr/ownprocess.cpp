@@ -122,6 +122,34 @@ BatchItem WithoutProcess(int error)
     return item;
 }
 
+// The signal by which something else than a fault of the program has ended the process: an operator, the
+// system that lacks memory, the end of a session. 0: none. A second SIGTERM or Ctrl-C makes an exit code.
+int SignalFromOutside(int status)
+{
+    for (const int number : {SIGKILL, SIGTERM, SIGINT, SIGHUP, SIGQUIT}) {
+        if (WIFSIGNALED(status) ? WTERMSIG(status) == number : WEXITSTATUS(status) == 128 + number)
+            return number;
+    }
+    return 0;
+}
+
+BatchItem CutOff(int status)
+{
+    const int outside = SignalFromOutside(status);
+    if (outside != 0)
+        return Failed(reason::ProcessKilled,
+                      Tr("watch", "not converted: the process that worked on it was ended from outside "
+                                  "(signal %1); if the system lacked memory, its log has a line on that")
+                          .arg(outside));
+    const QString how = WIFSIGNALED(status) ? Tr("watch", "signal %1").arg(WTERMSIG(status))
+                                            : Tr("watch", "exit code %1").arg(WEXITSTATUS(status));
+    return Failed(reason::NeverEnded,
+                  Tr("watch",
+                     "not converted: the program does not survive it (%1); send the recording to the "
+                     "maintainers")
+                      .arg(how));
+}
+
 } // namespace
 
 BatchItem WorkInOwnProcess(const std::function<BatchItem()>& work, const std::function<void()>& prepare)
@@ -141,13 +169,5 @@ BatchItem WorkInOwnProcess(const std::function<BatchItem()>& work, const std::fu
     BatchItem item;
     const bool whole = Unpack(ReadAll(answer.Number()), item);
     const int status = EndOf(process);
-    if (whole)
-        return item;
-    const QString how = WIFSIGNALED(status) ? Tr("watch", "signal %1").arg(WTERMSIG(status))
-                                            : Tr("watch", "exit code %1").arg(WEXITSTATUS(status));
-    return Failed(reason::NeverEnded,
-                  Tr("watch",
-                     "not converted: the program does not survive it (%1); send the recording to the "
-                     "maintainers")
-                      .arg(how));
+    return whole ? item : CutOff(status);
 }

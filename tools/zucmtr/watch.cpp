@@ -19,6 +19,10 @@ using watchevents::Tell;
 
 namespace {
 
+// A recording whose process somebody else has ended so often is given up: it may be the one that takes all
+// the memory.
+constexpr int killsBorne = 16;
+
 // After the program came so often to no end of a recording, a process of its own shows whether that is the
 // recording's fault. The power, the system or somebody else may have ended the program as well.
 constexpr int endsBorne = 2;
@@ -39,6 +43,17 @@ QJsonObject EventOf(const BatchItem& item)
     QJsonObject object = JsonOf(item);
     object.remove("status");
     return object;
+}
+
+bool Has(const BatchItem& item, const char* reason)
+{
+    return item.state == ItemState::Failed && qstrcmp(item.reason, reason) == 0;
+}
+
+// Whether the process of its own did not come to an end with it.
+bool HasCutOff(const BatchItem& item)
+{
+    return Has(item, reason::NeverEnded) || Has(item, reason::ProcessKilled);
 }
 
 bool IsTroubleOfService(const BatchItem& item)
@@ -165,11 +180,12 @@ void Watch::Expect(const Chain& chain)
     one.fingerprint = chain.fingerprint;
     one.due = Clock::now() + order.quiet;
     one.isDoubtful = journal.Unended(path, chain.fingerprint) > 0;
+    one.kills = journal.Kills(path, chain.fingerprint);
     const int failures = journal.Failures(path, chain.fingerprint);
-    if (!order.once && failures > 0) {
+    if (!order.once && failures > 0)
         one.failures = std::min(failures, order.attempts - 1); // one attempt at least
-        one.due += PauseAfter(failures);
-    }
+    if (!order.once && failures + one.kills > 0)
+        one.due += PauseAfter(std::min(std::max(failures, one.kills), order.attempts));
     waiting.insert(path, one);
 }
 
@@ -251,6 +267,7 @@ bool Watch::IsAsItWas(const QString& path)
     if (!isSame) {
         one.due = Clock::now() + order.quiet;
         one.failures = 0;
+        one.kills = 0;
     }
     return isSame;
 }
@@ -263,6 +280,8 @@ BatchItem Watch::WorkSafely(const Waiting& one)
     BatchItem item =
         WorkInOwnProcess([&] { return worker.Work(one.recording); }, [this] { journal.LetGo(); });
     item.recording = one.recording;
+    if (HasCutOff(item))
+        worker.ClearAfter(one.recording);
     return item;
 }
 
@@ -279,7 +298,7 @@ void Watch::Convert(Waiting& one)
     if (!isProbe)
         Tell("converting", {{"file", path}});
     const BatchItem item = WorkSafely(one);
-    if (interrupt::Came() && qstrcmp(item.reason, reason::NeverEnded) == 0)
+    if (interrupt::Came() && HasCutOff(item))
         return; // the signal ended the other process, too
     if (IsTroubleOfService(item)) {
         Postpone(one, item);
@@ -354,24 +373,31 @@ void Watch::Fail(Waiting& one, const BatchItem& item)
     const Fingerprint now = FingerprintOf(path);
     if (now.print == one.fingerprint.print && now.modes == one.fingerprint.modes)
         one.fingerprint = now;
-    ++one.failures;
-    QJsonObject object = EventOf(item);
-    object["attempt"] = one.failures;
-    const bool isLast = one.failures >= order.attempts;
+    const bool isKilled = Has(item, reason::ProcessKilled);
+    int& count = isKilled ? one.kills : one.failures;
+    ++count;
+    const bool isLast = count >= (isKilled ? killsBorne : order.attempts);
     // What lacks memory now may have it when others have ended: that is tried on and on.
-    if (isLast && (order.once || item.blame != Blame::Memory)) {
-        Remember([&] { journal.NoteGivenUp(path, one.fingerprint); });
-        ++failed;
-        object["retrySeconds"] = QJsonValue();
-        Tell("failed", object);
-        waiting.remove(path);
-        return;
-    }
-    Remember([&] { journal.NoteFailed(path, one.fingerprint.print); });
-    const std::chrono::milliseconds pause = PauseAfter(std::min(one.failures, order.attempts));
-    object["retrySeconds"] = Seconds(pause);
+    const bool isGivenUp = isLast && (order.once || item.blame != Blame::Memory);
+    Remember([&] {
+        if (isGivenUp)
+            journal.NoteGivenUp(path, one.fingerprint);
+        else if (isKilled)
+            journal.NoteKilled(path, one.fingerprint.print);
+        else
+            journal.NoteFailed(path, one.fingerprint.print);
+    });
+    const std::chrono::milliseconds pause = PauseAfter(std::min(count, order.attempts));
+    const bool isTriedAgain = !isGivenUp && !order.once;
+    QJsonObject object = EventOf(item);
+    object["attempt"] = count;
+    object["retrySeconds"] = isTriedAgain ? QJsonValue(Seconds(pause)) : QJsonValue();
     Tell("failed", object);
     one.due = Clock::now() + pause;
+    if (isTriedAgain)
+        return;
+    ++failed;
+    waiting.remove(path);
 }
 
 std::chrono::milliseconds Watch::PauseAfter(int failures) const

@@ -50,6 +50,7 @@ private:
         Fingerprint fingerprint;
         Clock::time_point due;
         int failures = 0;
+        int kills = 0; // of its process, by others
         bool isDoubtful =
             false; // the program came to no end of it, or there was no room for it: after the others
     };

@@ -32,8 +32,9 @@ struct Mark
     char letter;
 };
 constexpr Mark marks[] = {{WatchJournal::Verdict::Begun, 'B'},     {WatchJournal::Verdict::Failed, 'F'},
-                          {WatchJournal::Verdict::Withdrawn, 'W'}, {WatchJournal::Verdict::Converted, 'C'},
-                          {WatchJournal::Verdict::PutAway, 'P'},   {WatchJournal::Verdict::GivenUp, 'G'}};
+                          {WatchJournal::Verdict::Killed, 'K'},    {WatchJournal::Verdict::Withdrawn, 'W'},
+                          {WatchJournal::Verdict::Converted, 'C'}, {WatchJournal::Verdict::PutAway, 'P'},
+                          {WatchJournal::Verdict::GivenUp, 'G'}};
 
 WatchJournal::Verdict VerdictOf(const QByteArray& word)
 {
@@ -212,11 +213,14 @@ void WatchJournal::Set(const QString& recording, const Entry& entry)
     case Verdict::Begun:
         known.unended = before.unended + 1;
         known.failures = before.failures;
+        known.kills = before.kills;
         break;
     case Verdict::Failed:
+    case Verdict::Killed:
     case Verdict::Withdrawn: // the last one that was begun came to an end
         known.unended = std::max(before.unended - 1, 0);
         known.failures = before.failures + (entry.verdict == Verdict::Failed ? 1 : 0);
+        known.kills = before.kills + (entry.verdict == Verdict::Killed ? 1 : 0);
         break;
     case Verdict::GivenUp:
         known.unended = std::max(before.unended - 1, 0);
@@ -253,6 +257,12 @@ int WatchJournal::Failures(const QString& recording, const Fingerprint& fingerpr
     return entry == nullptr ? 0 : entry->failures;
 }
 
+int WatchJournal::Kills(const QString& recording, const Fingerprint& fingerprint) const
+{
+    const Entry* entry = Find(recording, fingerprint.print);
+    return entry == nullptr ? 0 : entry->kills;
+}
+
 void WatchJournal::NoteBegun(const QString& recording, const QByteArray& print)
 {
     Flush();
@@ -263,6 +273,11 @@ void WatchJournal::NoteBegun(const QString& recording, const QByteArray& print)
 void WatchJournal::NoteFailed(const QString& recording, const QByteArray& print)
 {
     Note(PathOf(recording), {print, Verdict::Failed});
+}
+
+void WatchJournal::NoteKilled(const QString& recording, const QByteArray& print)
+{
+    Note(PathOf(recording), {print, Verdict::Killed});
 }
 
 void WatchJournal::NoteWithdrawn(const QString& recording, const QByteArray& print)
@@ -378,6 +393,7 @@ QByteArray WatchJournal::LinesOf(const QString& recording, const Entry& entry)
 {
     const QByteArray begun = LineOf(Verdict::Begun, entry.print, recording);
     const QByteArray failed = begun + LineOf(Verdict::Failed, entry.print, recording);
+    const QByteArray killed = begun + LineOf(Verdict::Killed, entry.print, recording);
     switch (entry.verdict) {
     case Verdict::Converted:
     case Verdict::PutAway:
@@ -386,7 +402,7 @@ QByteArray WatchJournal::LinesOf(const QString& recording, const Entry& entry)
         return begun.repeated(entry.unended > 0 ? entry.unended + 1 : 0) +
                LineOf(entry.verdict, entry.print, recording, {entry.access});
     default:
-        return failed.repeated(entry.failures) + begun.repeated(entry.unended);
+        return failed.repeated(entry.failures) + killed.repeated(entry.kills) + begun.repeated(entry.unended);
     }
 }
 

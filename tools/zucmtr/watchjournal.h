@@ -16,7 +16,7 @@
 class WatchJournal
 {
 public:
-    enum class Verdict { Unknown, Begun, Failed, Withdrawn, Converted, PutAway, GivenUp };
+    enum class Verdict { Unknown, Begun, Failed, Killed, Withdrawn, Converted, PutAway, GivenUp };
 
     /// The journal cannot be written, now; what() is a sentence in UTF-8.
     class Unwritable : public std::runtime_error
@@ -46,12 +46,16 @@ public:
     /// How often it failed since the last verdict on it.
     int Failures(const QString& recording, const Fingerprint& fingerprint) const;
 
+    /// How often its own process was killed since then.
+    int Kills(const QString& recording, const Fingerprint& fingerprint) const;
+
     /// Notes it and waits for the disk. Throws Unwritable, and nothing is noted; or Taken.
     void NoteBegun(const QString& recording, const QByteArray& print);
 
     /// The same for what became of it. If they throw Unwritable, it is noted in memory, and written by the
     /// next call that can.
     void NoteFailed(const QString& recording, const QByteArray& print);
+    void NoteKilled(const QString& recording, const QByteArray& print);
     void NoteWithdrawn(const QString& recording, const QByteArray& print); // begun, but not for its own sake
     /// leftOut: a bad file of it is not in the record; it is converted again should that be mended.
     void NoteConverted(const QString& recording, const Fingerprint& fingerprint, const QString& recordName,
@@ -86,6 +90,7 @@ private:
         QString access{}; // with which the verdict holds; empty: with any
         int unended = 0;  // times
         int failures = 0; // times
+        int kills = 0;    // times
     };
 
     void Open();

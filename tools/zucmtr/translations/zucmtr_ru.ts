@@ -2750,6 +2750,10 @@ SIGTERM и Ctrl-C завершают работу после начатой ос
         <source>not converted: its files cannot be looked at; the next run tries again</source>
         <translation>не преобразована: её файлы недоступны; следующий запуск попробует снова</translation>
     </message>
+    <message>
+        <source>not converted: the process that worked on it was ended from outside (signal %1); if the system lacked memory, its log has a line on that</source>
+        <translation>не преобразована: процесс, который её обрабатывал, завершён извне (сигнал %1); если системе не хватило памяти, об этом есть строка в её журнале</translation>
+    </message>
 </context>
 <context>
     <name>work</name>
