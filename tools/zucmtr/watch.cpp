@@ -56,11 +56,6 @@ bool HasCutOff(const BatchItem& item)
     return Has(item, reason::NeverEnded) || Has(item, reason::ProcessKilled);
 }
 
-bool IsTroubleOfService(const BatchItem& item)
-{
-    return item.state == ItemState::Failed && (item.blame == Blame::Output || item.blame == Blame::Archive);
-}
-
 } // namespace
 
 Watch::Watch(const WatchOrder& order_, Worker& worker_, WatchJournal& journal_)
@@ -215,6 +210,29 @@ void Watch::ConvertDue()
     }
 }
 
+void Watch::CheckPlaces() const
+{
+    CheckPlace(reason::OutputUnusable, QStringLiteral("--out"), order.out);
+    if (!order.archive.isEmpty())
+        CheckPlace(reason::ArchiveUnusable, QStringLiteral("--archive"), order.archive);
+}
+
+// Whether it would meet any other recording, too. What is wrong with one directory below --out or --archive
+// concerns its own recordings alone.
+bool Watch::IsTrouble(const BatchItem& item) const
+{
+    if (item.state != ItemState::Failed || (item.blame != Blame::Output && item.blame != Blame::Archive))
+        return false;
+    if (item.noRoom || item.recording.below.isEmpty())
+        return true;
+    try {
+        CheckPlaces();
+        return false;
+    } catch (const WatchPlaceError&) {
+        return true;
+    }
+}
+
 // Whether what a recording needs besides itself is there; what is not is trouble.
 bool Watch::MayWork()
 {
@@ -222,9 +240,7 @@ bool Watch::MayWork()
     if (!trouble.MayTry() && !borne)
         return false;
     try {
-        CheckPlace(reason::OutputUnusable, QStringLiteral("--out"), order.out);
-        if (!order.archive.isEmpty())
-            CheckPlace(reason::ArchiveUnusable, QStringLiteral("--archive"), order.archive);
+        CheckPlaces();
         journal.Flush();
     } catch (const WatchPlaceError& error) {
         trouble.Meet(error.word, QString::fromUtf8(error.what()), WatchTrouble::Cure::Look);
@@ -300,7 +316,7 @@ void Watch::Convert(Waiting& one)
     const BatchItem item = WorkSafely(one);
     if (interrupt::Came() && HasCutOff(item))
         return; // the signal ended the other process, too
-    if (IsTroubleOfService(item)) {
+    if (IsTrouble(item)) {
         Postpone(one, item);
         return;
     }
@@ -377,8 +393,9 @@ void Watch::Fail(Waiting& one, const BatchItem& item)
     int& count = isKilled ? one.kills : one.failures;
     ++count;
     const bool isLast = count >= (isKilled ? killsBorne : order.attempts);
-    // What lacks memory now may have it when others have ended: that is tried on and on.
-    const bool isGivenUp = isLast && (order.once || item.blame != Blame::Memory);
+    // What lacks memory now may have it when others have ended, and a directory may be mended without a
+    // change of the recording: that is tried on and on.
+    const bool isGivenUp = isLast && (order.once || item.blame == Blame::Recording);
     Remember([&] {
         if (isGivenUp)
             journal.NoteGivenUp(path, one.fingerprint);

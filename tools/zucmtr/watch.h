@@ -21,6 +21,7 @@ struct WatchOrder
     QString out;
     QString archive; // empty: none
     bool recursive = false;
+    bool mirror = false;                // records lie below out as their recordings do below the directories
     QStringList excluded;               // directories below
     bool once = false;                  // end when nothing is left to do
     std::chrono::milliseconds quiet{0}; // how long a recording has to stay as it is to count as complete
@@ -62,6 +63,8 @@ private:
     void Expect(const Chain& chain);
     QStringList Due() const;
     void ConvertDue();
+    void CheckPlaces() const;
+    bool IsTrouble(const BatchItem& item) const;
     bool MayWork();
     bool IsAsItWas(const QString& path);
     BatchItem WorkSafely(const Waiting& one);

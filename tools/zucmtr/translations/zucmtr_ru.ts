@@ -2597,10 +2597,6 @@ Example, with the sample station:
         <translation>Существующий каталог для файлов COMTRADE</translation>
     </message>
     <message>
-        <source>Watch the directories below the given ones, too</source>
-        <translation>Следить и за вложенными каталогами</translation>
-    </message>
-    <message>
         <source>Convert what is there and end: for cron, say</source>
         <translation>Преобразовать то, что есть, и завершиться: для cron, например</translation>
     </message>
@@ -2753,6 +2749,14 @@ SIGTERM и Ctrl-C завершают работу после начатой ос
     <message>
         <source>not converted: the process that worked on it was ended from outside (signal %1); if the system lacked memory, its log has a line on that</source>
         <translation>не преобразована: процесс, который её обрабатывал, завершён извне (сигнал %1); если системе не хватило памяти, об этом есть строка в её журнале</translation>
+    </message>
+    <message>
+        <source>Watch the directories below the given ones, too; their records go to directories of the same names below --out</source>
+        <translation>Следить и за вложенными каталогами; их записи попадают в одноимённые каталоги внутри --out</translation>
+    </message>
+    <message>
+        <source>Put all records into the directory of --out itself</source>
+        <translation>Складывать все записи в сам каталог --out</translation>
     </message>
 </context>
 <context>
