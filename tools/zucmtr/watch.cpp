@@ -69,6 +69,7 @@ bool Watch::Run()
         if (input.IsTimeToLook())
             Look();
         ConvertDue();
+        LeaveTrouble();
         TellStatus();
         if (order.once && IsDone())
             break;
@@ -255,6 +256,16 @@ bool Watch::MayWork()
     return true;
 }
 
+// The recordings that met it may be gone. Those that wait for a reason of their own say nothing of it.
+void Watch::LeaveTrouble()
+{
+    const bool isWaitedFor = std::any_of(waiting.begin(), waiting.end(), [](const Waiting& one) {
+        return one.isHeldUp || one.failures + one.kills == 0;
+    });
+    if (!order.once && !isWaitedFor)
+        trouble.NobodyWaits();
+}
+
 // It may have grown while others were converted, or be gone. While it cannot be looked at it is not begun.
 bool Watch::IsAsItWas(const QString& path)
 {
@@ -365,6 +376,7 @@ void Watch::Postpone(Waiting& one, const BatchItem& item)
     const QString path = one.recording.path;
     Remember([&] { journal.NoteWithdrawn(path, one.fingerprint.print); });
     one.isDoubtful = true;
+    one.isHeldUp = true;
     ++troublesInRow;
     trouble.Meet(item.reason, item.error, WatchTrouble::Cure::Work, path);
     if (order.once)
@@ -389,6 +401,7 @@ void Watch::Fail(Waiting& one, const BatchItem& item)
     const Fingerprint now = FingerprintOf(path);
     if (now.print == one.fingerprint.print && now.modes == one.fingerprint.modes)
         one.fingerprint = now;
+    one.isHeldUp = false;
     const bool isKilled = Has(item, reason::ProcessKilled);
     int& count = isKilled ? one.kills : one.failures;
     ++count;

@@ -51,7 +51,8 @@ private:
         Fingerprint fingerprint;
         Clock::time_point due;
         int failures = 0;
-        int kills = 0; // of its process, by others
+        int kills = 0;         // of its process, by others
+        bool isHeldUp = false; // it met the trouble that is on
         bool isDoubtful =
             false; // the program came to no end of it, or there was no room for it: after the others
     };
@@ -66,6 +67,7 @@ private:
     void CheckPlaces() const;
     bool IsTrouble(const BatchItem& item) const;
     bool MayWork();
+    void LeaveTrouble();
     bool IsAsItWas(const QString& path);
     BatchItem WorkSafely(const Waiting& one);
     void Convert(Waiting& one);
