@@ -782,6 +782,10 @@ Ctrl-C завершает работу после начатых осцилло�
         <source>Leave it to the system when records reach the disk (the default)</source>
         <translation>Оставить системе, когда сохранять записи на диск (по умолчанию)</translation>
     </message>
+    <message>
+        <source>nothing is converted: with [%1] of &apos;%2&apos; as it is no record would be right; mend the line above</source>
+        <translation>ничего не преобразовано: с секцией [%1] файла &apos;%2&apos; в таком виде ни одна запись не будет верной; исправьте указанную выше строку</translation>
+    </message>
 </context>
 <context>
     <name>device</name>
