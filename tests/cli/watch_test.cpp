@@ -270,7 +270,8 @@ TEST(Watch, RecordingsArePutAwayAndTheJournalIsCleared)
     EXPECT_EQ(station.Once({"--recursive", "--archive", "in/archive"}).code, 0);
     EXPECT_TRUE(QFile::exists(station.Path("in/archive/a.ZU")));
     EXPECT_TRUE(QFile::exists(station.Path("in/archive/sub/b.ZU")));
-    EXPECT_EQ(station.Records().size(), 2);
+    EXPECT_EQ(station.Records(), QStringList{ShortRecordName(0) + ".cfg"});
+    EXPECT_EQ(station.Names("out/sub").filter(".cfg"), QStringList{ShortRecordName(10) + ".cfg"});
     const Finished next = station.Once({"--recursive", "--archive", "in/archive"});
     EXPECT_EQ(Station::EventsIn(next.out, "found"), QStringList());
     EXPECT_EQ(station.Journal(), QByteArray("zucmtr watch 1\n"));

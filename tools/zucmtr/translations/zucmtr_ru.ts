@@ -353,6 +353,10 @@ Example, with the sample station:
         <source>%1: &apos;%2&apos; is what is to be read; choose another name</source>
         <translation>%1: «%2» — то, что надо прочитать; выберите другое имя</translation>
     </message>
+    <message>
+        <source>%1: &apos;%2&apos; is the file of %3, too; choose another name</source>
+        <translation>%1: «%2» — уже файл ключа %3; выберите другое имя</translation>
+    </message>
 </context>
 <context>
     <name>choice</name>
@@ -784,7 +788,7 @@ Ctrl-C завершает работу после начатых осцилло�
     </message>
     <message>
         <source>nothing is converted: with [%1] of &apos;%2&apos; as it is no record would be right; mend the line above</source>
-        <translation>ничего не преобразовано: с секцией [%1] файла &apos;%2&apos; в таком виде ни одна запись не будет верной; исправьте указанную выше строку</translation>
+        <translation>ничего не преобразовано: с секцией [%1] файла «%2» в таком виде ни одна запись не будет верной; исправьте указанную выше строку</translation>
     </message>
 </context>
 <context>
@@ -952,14 +956,6 @@ Example, with the sample station:
         <translation>это запись COMTRADE, а не осциллограмма; её принимают «zucmtr info» и «zucmtr view»</translation>
     </message>
     <message>
-        <source>it is a part of a COMTRADE record, whose .cfg file is not beside it; give the .cfg file</source>
-        <translation>это часть записи COMTRADE, а её файла .cfg рядом нет; укажите файл .cfg</translation>
-    </message>
-    <message>
-        <source>it is a part of a COMTRADE record; give its configuration &apos;%1&apos;</source>
-        <translation>это часть записи COMTRADE; укажите её конфигурацию «%1»</translation>
-    </message>
-    <message>
         <source>it is an ini file, not a recording; name it by --ini, or look at it with &apos;zucmtr check&apos;</source>
         <translation>это ini-файл, а не осциллограмма; укажите его ключом --ini или проверьте командой «zucmtr check»</translation>
     </message>
@@ -1018,6 +1014,14 @@ Example, with the sample station:
     <message>
         <source>,</source>
         <translation>&#xa0;</translation>
+    </message>
+    <message>
+        <source>it is a part of a COMTRADE record, not a recording (.ZU); &apos;zucmtr info&apos; and &apos;zucmtr view&apos; take the record&apos;s .cfg file, which is not beside it</source>
+        <translation>это часть записи COMTRADE, а не осциллограмма (.ZU); «zucmtr info» и «zucmtr view» принимают файл .cfg этой записи, а рядом его нет</translation>
+    </message>
+    <message>
+        <source>it is a part of a COMTRADE record, not a recording (.ZU); &apos;zucmtr info&apos; and &apos;zucmtr view&apos; take its configuration &apos;%1&apos;</source>
+        <translation>это часть записи COMTRADE, а не осциллограмма (.ZU); «zucmtr info» и «zucmtr view» принимают её конфигурацию «%1»</translation>
     </message>
 </context>
 <context>
