@@ -95,8 +95,15 @@ TEST(Info, NamesTheFirstFileOfAContinuationAndGoesOnAfterAFailure)
     const Finished finished = RunProgram(place.Path(), {"info", "--no-channels", "no.ZU", "rec.Z01"});
     EXPECT_EQ(finished.code, 1);
     EXPECT_EQ(finished.err, "zucmtr: no.ZU: there is no such file; check the path\n");
-    EXPECT_TRUE(finished.out.contains("  note: this file continues a recording; its first file is rec.ZU\n"))
+    EXPECT_TRUE(
+        finished.out.contains("  note: it continues a recording whose first file rec.ZU is not there; "
+                              "bring that back\n"))
         << finished.out;
+    place.Write("rec.ZU", Encode(ShortRecording()));
+    const Finished whole = RunProgram(place.Path(), {"info", "--no-channels", "rec.Z01"});
+    EXPECT_EQ(whole.code, 0);
+    EXPECT_TRUE(whole.out.contains("  note: this file continues a recording; its first file is rec.ZU\n"))
+        << whole.out;
 }
 
 TEST(Info, TellsWhatIsInARecord)

@@ -350,6 +350,8 @@ BAY03=W,V
         (place.directory / "out/.zucmtr-watch").unlink()
         for _ in range(2):
             place.watch("--ini", "ZuDrv.ini", "in", **faults)
+        self.assertIn("processKilled", reasons(place.watch("--ini", "ZuDrv.ini", "in", **faults)))
+        faults["END_BY"] = str(int(signal.SIGSEGV))
         self.assertIn("neverEnded", reasons(place.watch("--ini", "ZuDrv.ini", "in", **faults)))
 
     def test_watch_that_puts_recordings_away(self):

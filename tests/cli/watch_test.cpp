@@ -205,42 +205,6 @@ TEST(Watch, RecordOfAnotherRecordingKeepsItsPlace)
     EXPECT_EQ(Station::EventsIn(run.out, "failed", "reason"), QStringList{"otherRecordPresent"});
 }
 
-// The power may have failed as often, or somebody may have ended the program.
-TEST(Watch, RecordingWithWhichTheProgramWasEndedComesLastAndIsConverted)
-{
-    Station station;
-    station.Write("in/a.ZU", Encode(ShortRecording(0)));
-    EXPECT_EQ(station.Once().code, 0);
-    const QByteArray begun = station.Journal('B').value(0) + '\n';
-    station.Write("in/b.ZU", Encode(ShortRecording(10)));
-    for (const int times : {1, 2, 3, 100}) {
-        station.Write("out/.zucmtr-watch", "zucmtr watch 1\n" + begun.repeated(times));
-        EXPECT_EQ(Station::EventsIn(station.Once().out, "converted"), (QStringList{"in/b.ZU", "in/a.ZU"}));
-    }
-}
-
-// In a process of its own it is the one that ends.
-TEST(Watch, RecordingThatEndsTheProgramIsFoundAndGivenUp)
-{
-    const Station station;
-    station.Write("in/a.ZU", Encode(ShortRecording(0)));
-    station.Write("in/b.ZU", Encode(ShortRecording(10)));
-    const QMap<QString, QString> fault = {{"LD_PRELOAD", WATCH_FAULTS_LIBRARY}, {"END_AT", "a.ZU"}};
-    for (int run = 0; run < 2; ++run)
-        EXPECT_EQ(station.Once({}, fault).code, -1);
-    for (int run = 0; run < 2; ++run) {
-        const Finished last = station.Once({}, fault);
-        EXPECT_EQ(last.code, 1);
-        EXPECT_EQ(Station::EventsIn(last.out, "failed", "reason"), QStringList{"neverEnded"});
-        EXPECT_EQ(
-            Station::EventsIn(last.out, "failed", "error"),
-            QStringList{"not converted: the program does not survive it (signal 9); send the recording to "
-                        "the maintainers"});
-    }
-    EXPECT_EQ(station.Records(), QStringList{ShortRecordName(10) + ".cfg"});
-    EXPECT_EQ(Station::EventsIn(station.Once().out, "converted"), QStringList{"in/a.ZU"});
-}
-
 TEST(Watch, FailureIsTriedAgainThenGivenUpUntilTheFileChanges)
 {
     Station station;
@@ -306,7 +270,8 @@ TEST(Watch, RecordingsArePutAwayAndTheJournalIsCleared)
     EXPECT_EQ(station.Once({"--recursive", "--archive", "in/archive"}).code, 0);
     EXPECT_TRUE(QFile::exists(station.Path("in/archive/a.ZU")));
     EXPECT_TRUE(QFile::exists(station.Path("in/archive/sub/b.ZU")));
-    EXPECT_EQ(station.Records().size(), 2);
+    EXPECT_EQ(station.Records(), QStringList{ShortRecordName(0) + ".cfg"});
+    EXPECT_EQ(station.Names("out/sub").filter(".cfg"), QStringList{ShortRecordName(10) + ".cfg"});
     const Finished next = station.Once({"--recursive", "--archive", "in/archive"});
     EXPECT_EQ(Station::EventsIn(next.out, "found"), QStringList());
     EXPECT_EQ(station.Journal(), QByteArray("zucmtr watch 1\n"));

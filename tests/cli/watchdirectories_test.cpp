@@ -3,6 +3,7 @@
 
 #include <QDir>
 
+#include <fcntl.h>
 #include <sys/stat.h>
 
 using recorderfile::Encode;
@@ -16,6 +17,30 @@ int ModeOf(const Station& station, const QString& name)
     struct stat status = {};
     EXPECT_EQ(stat(station.Path(name).toLocal8Bit().constData(), &status), 0);
     return static_cast<int>(status.st_mode & 07777);
+}
+
+// Writes to a file as 'cp -p' does over one that is as old.
+void WriteWithItsTime(const Station& station, const QString& name, const QByteArray& bytes)
+{
+    const QByteArray path = station.Path(name).toLocal8Bit();
+    struct stat before = {};
+    ASSERT_EQ(stat(path.constData(), &before), 0);
+    ASSERT_EQ(before.st_size, bytes.size());
+    station.Write(name, bytes);
+    const timespec times[] = {before.st_atim, before.st_mtim};
+    ASSERT_EQ(utimensat(AT_FDCWD, path.constData(), times, 0), 0);
+}
+
+// The bad file is left out of the record, with a note; neither time nor size tell that it is mended.
+void ExpectContinuationTakenWhenItIsMended(const Station& station)
+{
+    const QByteArray good = Encode(ShortRecording(0));
+    station.Write("in/a.Z01", QByteArray(good.size(), 'x'));
+    EXPECT_EQ(Station::EventsIn(station.Once().out, "converted"), QStringList{"in/a.ZU"});
+    EXPECT_EQ(Station::EventsIn(station.Once().out, "found"), QStringList());
+    WriteWithItsTime(station, "in/a.Z01", good);
+    EXPECT_EQ(Station::EventsIn(station.Once().out, "converted"), QStringList{"in/a.ZU"});
+    EXPECT_EQ(Station::EventsIn(station.Once().out, "found"), QStringList());
 }
 
 } // namespace
@@ -162,4 +187,59 @@ TEST(WatchDirectories, ChangeOfPermissionsAloneDoesNotConvertAgain)
     EXPECT_EQ(station.Once().code, 0);
     chmod(station.Path("in/a.ZU").toLocal8Bit().constData(), 0600);
     EXPECT_EQ(Station::EventsIn(station.Once().out, "found"), QStringList());
+}
+
+TEST(WatchDirectories, ContinuationThatWasLeftOutIsTakenWhenItIsMendedWithTheSameTimeAndSize)
+{
+    const Station station;
+    station.Write("in/a.ZU", Encode(ShortRecording(0)));
+    ExpectContinuationTakenWhenItIsMended(station);
+}
+
+TEST(WatchDirectories, RecordsLieBelowTheOutputAsTheirRecordingsDo)
+{
+    const Station station;
+    recorderfile::Recording other = ShortRecording(0);
+    std::get<recorderfile::AnalogChannel>(other.sections[0]).samples[1] = 5;
+    station.Write("in/a.ZU", Encode(ShortRecording(10)));
+    station.Write("in/2024/05/a.ZU", Encode(ShortRecording(0)));
+    station.Write("in/2024/06/a.ZU", Encode(other)); // its record has the same name
+    station.Write("in/2024/07/readme.txt", "");
+    station.Write("out/2024/07/.zucmtr-ABC123/a.cfg", "of a killed run");
+    const Finished run = station.Once({"-r"});
+    EXPECT_EQ(run.code, 0) << run.out;
+    EXPECT_EQ(Station::EventsIn(run.out, "converted", "directory"),
+              (QStringList{"out/2024/05", "out/2024/06", "out"}));
+    EXPECT_EQ(station.Records(), QStringList{ShortRecordName(10) + ".cfg"});
+    for (const char* directory : {"out/2024/05", "out/2024/06"})
+        EXPECT_EQ(station.Names(directory).filter(".cfg"), QStringList{ShortRecordName(0) + ".cfg"});
+    EXPECT_EQ(QDir(station.Path("out/2024/07")).entryList(QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot),
+              QStringList());
+    EXPECT_EQ(Station::EventsIn(station.Once({"-r"}).out, "found"), QStringList());
+}
+
+TEST(WatchDirectories, WithFlatAllRecordsLieInTheOutputItself)
+{
+    const Station station;
+    station.Write("in/2024/a.ZU", Encode(ShortRecording(0)));
+    const Finished run = station.Once({"-r", "--flat"});
+    EXPECT_EQ(run.code, 0) << run.out;
+    EXPECT_EQ(station.Records(), QStringList{ShortRecordName(0) + ".cfg"});
+}
+
+// It holds up no recording of another directory, and is tried for as long as it takes.
+TEST(WatchDirectories, DirectoryBelowTheOutputThatCannotBeUsedConcernsItsRecordingsAlone)
+{
+    Station station;
+    station.Write("in/sub/a.ZU", Encode(ShortRecording(0)));
+    station.Write("out/sub", "a file");
+    station.Start({"-r", "--attempts", "1"});
+    ASSERT_TRUE(station.Waits("failed", 2));
+    station.Write("in/b.ZU", Encode(ShortRecording(10)));
+    ASSERT_TRUE(station.Waits("converted", 1));
+    EXPECT_TRUE(QFile::remove(station.Path("out/sub")));
+    ASSERT_TRUE(station.Waits("converted", 2));
+    EXPECT_EQ(station.End(), 0);
+    EXPECT_EQ(station.Events("trouble"), QStringList());
+    EXPECT_EQ(station.Events("converted"), (QStringList{"in/b.ZU", "in/sub/a.ZU"}));
 }

@@ -1,5 +1,5 @@
 // Loaded into the program before the C library: faults of the system, as the environment says.
-//   END_AT          the process that opens a file of this name is killed
+//   END_AT          the process that opens a file of this name is ended by SIGKILL, or the signal END_BY
 //   UNSEEN          nothing of this name can be looked at while the file that UNSEEN_WHILE names is there
 //   UNUSABLE        the same, of directories that are written to, once the program has started
 //   FULL            there is no room for files whose paths begin so while the file FULL_WHILE is there
@@ -52,7 +52,7 @@ Function Next(const char* name)
 int Open(const char* name, const char* path, int flags, mode_t mode)
 {
     if (HasName(path, "END_AT"))
-        kill(getpid(), SIGKILL);
+        raise(std::getenv("END_BY") == nullptr ? SIGKILL : std::atoi(std::getenv("END_BY")));
     return Next<int (*)(const char*, int, ...)>(name)(path, flags, mode);
 }
 

@@ -39,6 +39,18 @@ void ExpectWaiting(Station& station, const QString& directory, const QString& re
     EXPECT_EQ(Said(station), said);
 }
 
+// It has room again when the file "marker" is removed.
+void StartOnFullDisk(Station& station)
+{
+    setenv("LD_PRELOAD", WATCH_FAULTS_LIBRARY, 1);
+    setenv("FULL", station.Path("out/").toLocal8Bit().constData(), 1);
+    setenv("FULL_WHILE", station.Path("marker").toLocal8Bit().constData(), 1);
+    station.Write("marker", "");
+    station.Start({"--attempts", "1", "--state", "journal"});
+    for (const char* name : {"LD_PRELOAD", "FULL", "FULL_WHILE"})
+        unsetenv(name);
+}
+
 // A socket as the service manager's.
 class Manager
 {
@@ -188,13 +200,7 @@ TEST(WatchTrouble, FullDiskIsWaitedForAndNoAttemptCounts)
     Station station;
     for (const char* name : {"a", "b", "c"})
         station.Write(QString("in/%1.ZU").arg(name), Encode(ShortRecording(10 * (name[0] - 'a'))));
-    setenv("LD_PRELOAD", WATCH_FAULTS_LIBRARY, 1);
-    setenv("FULL", station.Path("out/").toLocal8Bit().constData(), 1);
-    setenv("FULL_WHILE", station.Path("marker").toLocal8Bit().constData(), 1);
-    station.Write("marker", "");
-    station.Start({"--attempts", "1", "--state", "journal"});
-    for (const char* name : {"LD_PRELOAD", "FULL", "FULL_WHILE"})
-        unsetenv(name);
+    StartOnFullDisk(station);
     ASSERT_TRUE(station.Waits("trouble", 1));
     ASSERT_TRUE(WaitFor([&] { return ReadBytes(station.Path("journal")).count("\nW ") >= 3; }));
     EXPECT_EQ(station.Events("converting"), QStringList{"in/a.ZU"}); // the probes are not reported
@@ -207,6 +213,26 @@ TEST(WatchTrouble, FullDiskIsWaitedForAndNoAttemptCounts)
     EXPECT_EQ(station.Events("failed"), QStringList());
     EXPECT_EQ(Said(station).count('\n'), 1);
     EXPECT_EQ(Station::EventsIn(station.Once({"--state", "journal"}).out, "found"), QStringList());
+}
+
+// Or the service would report it until the next recording comes, in a month perhaps.
+TEST(WatchTrouble, FullDiskIsNoTroubleAnyMoreWhenTheRecordingThatMetItIsGone)
+{
+    Station station;
+    Manager manager(station.Path("manager"));
+    station.Write("in/a.ZU", Encode(ShortRecording(0)));
+    StartOnFullDisk(station);
+    ASSERT_TRUE(station.Waits("trouble", 1));
+    EXPECT_TRUE(manager.Hears("STATUS=0 converted, 0 given up, 1 waiting"));
+    ASSERT_TRUE(QFile::remove(station.Path("in/a.ZU")));
+    ASSERT_TRUE(station.Waits("recovered", 1));
+    EXPECT_TRUE(manager.Hears("STATUS=0 converted, 0 given up, 0 waiting"));
+    station.Write("in/b.ZU", Encode(ShortRecording(10)));
+    ASSERT_TRUE(station.Waits("trouble", 2)); // it is full, still
+    ASSERT_TRUE(QFile::remove(station.Path("marker")));
+    ASSERT_TRUE(station.Waits("converted", 1));
+    EXPECT_EQ(station.End(), 0);
+    EXPECT_EQ(station.Events("recovered", "reason"), (QStringList{"noRoom", "noRoom"}));
 }
 
 TEST(WatchTrouble, RunWithOnceEndsAfterTwoRecordingsWithoutRoom)

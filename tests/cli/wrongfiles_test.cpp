@@ -50,6 +50,12 @@ INSTANTIATE_TEST_SUITE_P(
               "with 'zucmtr check'",
               "my.ini: не преобразована: это ini-файл, а не осциллограмма; укажите его ключом --ini или "
               "проверьте командой «zucmtr check»"},
+        Wrong{{"convert", "x.dat"},
+              1,
+              "x.dat: not converted: it is a part of a COMTRADE record, not a recording (.ZU); 'zucmtr info' "
+              "and 'zucmtr view' take its configuration 'x.cfg'",
+              "x.dat: не преобразована: это часть записи COMTRADE, а не осциллограмма (.ZU); «zucmtr info» и "
+              "«zucmtr view» принимают её конфигурацию «x.cfg»"},
         Wrong{{"convert", "lone.Z01"},
               1,
               "lone.Z01: not converted: it continues a recording whose first file lone.ZU is not there; "
@@ -122,13 +128,16 @@ INSTANTIATE_TEST_SUITE_P(
               "empty: это каталог; укажите файл"},
         Wrong{{"info", "x.dat"},
               1,
-              "x.dat: it is a part of a COMTRADE record; give its configuration 'x.cfg'",
-              "x.dat: это часть записи COMTRADE; укажите её конфигурацию «x.cfg»"},
+              "x.dat: it is a part of a COMTRADE record, not a recording (.ZU); 'zucmtr info' and 'zucmtr "
+              "view' take its configuration 'x.cfg'",
+              "x.dat: это часть записи COMTRADE, а не осциллограмма (.ZU); «zucmtr info» и «zucmtr view» "
+              "принимают её конфигурацию «x.cfg»"},
         Wrong{{"info", "lone.dat"},
               1,
-              "lone.dat: it is a part of a COMTRADE record, whose .cfg file is not beside it; give the .cfg "
-              "file",
-              "lone.dat: это часть записи COMTRADE, а её файла .cfg рядом нет; укажите файл .cfg"},
+              "lone.dat: it is a part of a COMTRADE record, not a recording (.ZU); 'zucmtr info' and 'zucmtr "
+              "view' take the record's .cfg file, which is not beside it",
+              "lone.dat: это часть записи COMTRADE, а не осциллограмма (.ZU); «zucmtr info» и «zucmtr view» "
+              "принимают файл .cfg этой записи, а рядом его нет"},
         Wrong{{"info", "fifo.ZU"},
               1,
               "fifo.ZU: it is a pipe; save what comes out of it in a file, and give that",
@@ -169,8 +178,18 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(
         Wrong{{"view", "x.DAT"},
               1,
-              "x.DAT: it is a part of a COMTRADE record; give its configuration 'x.cfg'",
-              "x.DAT: это часть записи COMTRADE; укажите её конфигурацию «x.cfg»"},
+              "x.DAT: it is a part of a COMTRADE record, not a recording (.ZU); 'zucmtr info' and 'zucmtr "
+              "view' take its configuration 'x.cfg'",
+              "x.DAT: это часть записи COMTRADE, а не осциллограмма (.ZU); «zucmtr info» и «zucmtr view» "
+              "принимают её конфигурацию «x.cfg»"},
+        Wrong{{"view", "--svg", "X", "-o", "./X", "rec.ZU"},
+              2,
+              "--svg: 'X' is the file of --out, too; choose another name",
+              "--svg: «X» — уже файл ключа --out; выберите другое имя"},
+        Wrong{{"view", "--svg", "/dev/fd/1", "--png", "/dev/stdout", "rec.ZU"},
+              2,
+              "--png: '/dev/stdout' is the file of --svg, too; choose another name",
+              "--png: «/dev/stdout» — уже файл ключа --svg; выберите другое имя"},
         Wrong{{"view", "in"},
               1,
               "in: it is a directory; give a file in it, such as 'in/b.ZU'",

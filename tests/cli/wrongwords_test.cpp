@@ -11,6 +11,13 @@ INSTANTIATE_TEST_SUITE_P(
               "нет команды «convrt»; может быть, «convert»?",
               "zucmtr"},
         Wrong{
+            {"nosuch", "--help"},
+            2,
+            "there is no command 'nosuch'; there are check, convert, dictionary, info, sample, view, watch, "
+            "help",
+            "нет команды «nosuch»; есть check, convert, dictionary, info, sample, view, watch, help",
+            "zucmtr"},
+        Wrong{
             {"help", "nosuch"},
             2,
             "there is no command 'nosuch'; there are check, convert, dictionary, info, sample, view, watch, "

@@ -129,9 +129,11 @@ QString OtherKindByName(const QString& path)
         extension == QLatin1String("inf")) {
         const QString configuration = ConfigurationOf(file);
         if (configuration.isEmpty())
-            return Tr("file", "it is a part of a COMTRADE record, whose .cfg file is not beside it; give the "
-                              ".cfg file");
-        return Tr("file", "it is a part of a COMTRADE record; give its configuration '%1'")
+            return Tr("file", "it is a part of a COMTRADE record, not a recording (.ZU); 'zucmtr info' and "
+                              "'zucmtr view' take the record's .cfg file, which is not beside it");
+        return Tr("file",
+                  "it is a part of a COMTRADE record, not a recording (.ZU); 'zucmtr info' and 'zucmtr "
+                  "view' take its configuration '%1'")
             .arg(configuration);
     }
     if (extension == QLatin1String("ini"))

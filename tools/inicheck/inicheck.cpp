@@ -65,4 +65,17 @@ Findings SpoilsRecords(const QString& ini, const QString& defaults, const QStrin
     return spoiling;
 }
 
+Findings SpoilsEveryRecord(const QString& ini, const QString& defaults, const QString& device)
+{
+    Findings findings;
+    CheckIdentity(IniLines(ini), device, defaults, findings);
+    findings.erase(std::remove_if(findings.begin(), findings.end(),
+                                  [](const Finding& finding) {
+                                      return QLatin1String(finding.reason) !=
+                                             QLatin1String(reason::CommaInText);
+                                  }),
+                   findings.end());
+    return findings;
+}
+
 } // namespace inicheck

@@ -26,4 +26,7 @@ Findings Check(const Question& question);
 /// force for the device. Throws likewise.
 Findings SpoilsRecords(const QString& ini, const QString& defaults, const QString& device);
 
+/// Those of them that no record escapes: a comma in the name of the object or of the source. Throws likewise.
+Findings SpoilsEveryRecord(const QString& ini, const QString& defaults, const QString& device);
+
 } // namespace inicheck

@@ -37,6 +37,7 @@ inline constexpr char PageNotWritten[] = "pageNotWritten";
 inline constexpr char NotOnDisk[] = "notOnDisk";
 inline constexpr char NotPutAway[] = "notPutAway";
 inline constexpr char NeverEnded[] = "neverEnded";
+inline constexpr char ProcessKilled[] = "processKilled";
 
 // A directory that is watched.
 inline constexpr char DirectoryGone[] = "directoryGone";

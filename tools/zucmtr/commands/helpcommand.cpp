@@ -1,8 +1,8 @@
 #include "zucmtr/commands/helpcommand.h"
 
-#include "zucmtr/terminal/helpdump.h"
 #include "text/texts.h"
 #include "zucmtr/terminal/console.h"
+#include "zucmtr/terminal/helpdump.h"
 #include "zucmtr/terminal/parsertexts.h"
 #include "zucmtr/terminal/values.h"
 

@@ -38,7 +38,10 @@ bool Show(const QString& file, const InfoOptions& options)
     info::Description description = info::Describe(file);
     const QString first = zu::FirstFileOf(file);
     if (!first.isEmpty())
-        description.notes << Tr("info", "this file continues a recording; its first file is %1").arg(first);
+        description.notes
+            << (QFileInfo::exists(first)
+                    ? Tr("info", "this file continues a recording; its first file is %1").arg(first)
+                    : ContinuationText(file));
     if (options.json) {
         PrintJson(info::JsonOf(description, !options.withoutChannels));
     } else if (!description.facts.empty()) {

@@ -107,9 +107,12 @@ int RunView(const ViewOptions& options)
     // end, and a reader of standard output that goes away is a failure.
     interrupt::Install();
     std::signal(SIGPIPE, SIG_IGN);
-    CheckIsNoInput(QStringLiteral("--out"), Text(options.page), Text(options.file));
-    CheckIsNoInput(QStringLiteral("--svg"), Text(options.svg), Text(options.file));
-    CheckIsNoInput(QStringLiteral("--png"), Text(options.png), Text(options.file));
+    const QVector<QPair<QString, QString>> outputs = {{QStringLiteral("--out"), Text(options.page)},
+                                                      {QStringLiteral("--svg"), Text(options.svg)},
+                                                      {QStringLiteral("--png"), Text(options.png)}};
+    for (const auto& [option, path] : outputs)
+        CheckIsNoInput(option, path, Text(options.file));
+    CheckOutputsDiffer(outputs);
     try {
         const RecordSource source(Text(options.file), ChoiceOf(options.choice), options.plain);
         if (!interrupt::Came())

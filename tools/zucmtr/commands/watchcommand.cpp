@@ -27,6 +27,7 @@ struct WatchOptions
     std::string out;
     std::string state;
     bool recursive = false;
+    bool flat = false;
     bool once = false;
     WorkOptions work;
     double rescan = 30;     // s
@@ -69,6 +70,12 @@ bool IsOtherFile(const std::string& path)
     return info.exists() && !info.isDir();
 }
 
+// Whether the records lie in directories as the recordings do.
+bool Mirrors(const WatchOptions& options)
+{
+    return options.recursive && !options.flat;
+}
+
 // A directory that is gone or cannot be written to may be a file system that is not there yet.
 WorkOrder CheckedOrder(const WatchOptions& options)
 {
@@ -76,6 +83,7 @@ WorkOrder CheckedOrder(const WatchOptions& options)
         OrderOf(options.work, QString()); // throws
     try {
         WorkOrder order = OrderOf(options.work, CheckedOutputDirectory(Text(options.out)));
+        order.mirror = Mirrors(options);
         order.sync = true; // the journal must not know of a record that a power failure takes
         return order;
     } catch (const ConfigurationError& error) {
@@ -93,6 +101,7 @@ WatchOrder WatchOrderOf(const WatchOptions& options, const Worker& worker)
     order.out = Text(options.out);
     order.archive = Text(options.work.archive);
     order.recursive = options.recursive;
+    order.mirror = Mirrors(options);
     if (!options.work.archive.empty())
         order.excluded << Text(options.work.archive);
     order.once = options.once;
@@ -152,7 +161,10 @@ int RunWatch(const WatchOptions& options)
 void AddWatchOptions(CLI::App& command, WatchOptions& options)
 {
     command.add_flag("-r,--recursive", options.recursive,
-                     HelpText("watch", "Watch the directories below the given ones, too"));
+                     HelpText("watch", "Watch the directories below the given ones, too; their records go "
+                                       "to directories of the same names below --out"));
+    command.add_flag("--flat", options.flat,
+                     HelpText("watch", "Put all records into the directory of --out itself"));
     command.add_flag("--once", options.once,
                      HelpText("watch", "Convert what is there and end: for cron, say"));
     command

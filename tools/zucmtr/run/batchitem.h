@@ -38,6 +38,7 @@ struct BatchItem
     QStringList files;     // paths of the record's files
     QStringList sources;   // paths of the recording's files, as far as they are known
     QStringList notes;     // of the library, and of the program
+    bool leftOut = false;  // a file of the recording is bad, and is not in the record
     bool written = false;  // by this run, whether it is right or not
     bool verified = false; // the record was compared with the recording, and is right
     SourceFate fate = SourceFate::Kept;
@@ -46,6 +47,19 @@ struct BatchItem
     /// Makes it a failed one. word is one of reasons.h.
     void Fail(const char* word, const QString& text);
 };
+
+/// Calls visit with each field of an item, always in the same order. As all fields are named, one that is
+/// added to BatchItem does not compile before it is added here.
+template <class Item, class Visitor>
+void ForEachField(Item& item, const Visitor& visit)
+{
+    auto& [recording, state, error, reason, blame, noRoom, recordName, directory, files, sources, notes,
+           leftOut, written, verified, fate, seconds] = item;
+    auto& [path, top, below] = recording;
+    const auto all = [&visit](auto&... fields) { (visit(fields), ...); };
+    all(path, top, below, state, error, reason, blame, noRoom, recordName, directory, files, sources, notes,
+        leftOut, written, verified, fate, seconds);
+}
 
 /// The item as programs are told of it; docs/json.md lists the keys.
 QJsonObject JsonOf(const BatchItem& item);

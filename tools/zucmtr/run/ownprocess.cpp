@@ -13,20 +13,10 @@
 #include <set>
 #include <sys/prctl.h>
 #include <sys/wait.h>
+#include <type_traits>
 #include <unistd.h>
 
 namespace {
-
-QByteArray Packed(const BatchItem& item)
-{
-    QByteArray bytes;
-    QDataStream stream(&bytes, QIODevice::WriteOnly);
-    stream << static_cast<int>(item.state) << item.error << QByteArray(item.reason)
-           << static_cast<int>(item.blame) << item.noRoom << item.recordName << item.directory << item.files
-           << item.sources << item.notes << item.written << item.verified << static_cast<int>(item.fate)
-           << item.seconds;
-    return bytes;
-}
 
 // Words of reasons.h live as long as the program, so this one does.
 const char* Kept(const QByteArray& word)
@@ -35,19 +25,46 @@ const char* Kept(const QByteArray& word)
     return words.insert(word).first->constData();
 }
 
+// A field of an item, as it goes into the stream and comes out of it.
+template <class Field>
+void Put(QDataStream& stream, const Field& field)
+{
+    if constexpr (std::is_enum_v<Field>)
+        stream << static_cast<int>(field);
+    else if constexpr (std::is_same_v<Field, const char*>)
+        stream << QByteArray(field);
+    else
+        stream << field;
+}
+
+template <class Field>
+void Get(QDataStream& stream, Field& field)
+{
+    if constexpr (std::is_enum_v<Field>) {
+        int number = 0;
+        stream >> number;
+        field = static_cast<Field>(number);
+    } else if constexpr (std::is_same_v<Field, const char*>) {
+        QByteArray word;
+        stream >> word;
+        field = Kept(word);
+    } else {
+        stream >> field;
+    }
+}
+
+QByteArray Packed(const BatchItem& item)
+{
+    QByteArray bytes;
+    QDataStream stream(&bytes, QIODevice::WriteOnly);
+    ForEachField(item, [&stream](const auto& field) { Put(stream, field); });
+    return bytes;
+}
+
 bool Unpack(const QByteArray& bytes, BatchItem& item)
 {
     QDataStream stream(bytes);
-    int state = 0;
-    int blame = 0;
-    int fate = 0;
-    QByteArray reason;
-    stream >> state >> item.error >> reason >> blame >> item.noRoom >> item.recordName >> item.directory >>
-        item.files >> item.sources >> item.notes >> item.written >> item.verified >> fate >> item.seconds;
-    item.state = static_cast<ItemState>(state);
-    item.blame = static_cast<Blame>(blame);
-    item.fate = static_cast<SourceFate>(fate);
-    item.reason = Kept(reason);
+    ForEachField(item, [&stream](auto& field) { Get(stream, field); });
     return stream.status() == QDataStream::Ok && stream.atEnd();
 }
 
@@ -105,6 +122,34 @@ BatchItem WithoutProcess(int error)
     return item;
 }
 
+// The signal by which something else than a fault of the program has ended the process: an operator, the
+// system that lacks memory, the end of a session. 0: none. A second SIGTERM or Ctrl-C makes an exit code.
+int SignalFromOutside(int status)
+{
+    for (const int number : {SIGKILL, SIGTERM, SIGINT, SIGHUP, SIGQUIT}) {
+        if (WIFSIGNALED(status) ? WTERMSIG(status) == number : WEXITSTATUS(status) == 128 + number)
+            return number;
+    }
+    return 0;
+}
+
+BatchItem CutOff(int status)
+{
+    const int outside = SignalFromOutside(status);
+    if (outside != 0)
+        return Failed(reason::ProcessKilled,
+                      Tr("watch", "not converted: the process that worked on it was ended from outside "
+                                  "(signal %1); if the system lacked memory, its log has a line on that")
+                          .arg(outside));
+    const QString how = WIFSIGNALED(status) ? Tr("watch", "signal %1").arg(WTERMSIG(status))
+                                            : Tr("watch", "exit code %1").arg(WEXITSTATUS(status));
+    return Failed(reason::NeverEnded,
+                  Tr("watch",
+                     "not converted: the program does not survive it (%1); send the recording to the "
+                     "maintainers")
+                      .arg(how));
+}
+
 } // namespace
 
 BatchItem WorkInOwnProcess(const std::function<BatchItem()>& work, const std::function<void()>& prepare)
@@ -124,13 +169,5 @@ BatchItem WorkInOwnProcess(const std::function<BatchItem()>& work, const std::fu
     BatchItem item;
     const bool whole = Unpack(ReadAll(answer.Number()), item);
     const int status = EndOf(process);
-    if (whole)
-        return item;
-    const QString how = WIFSIGNALED(status) ? Tr("watch", "signal %1").arg(WTERMSIG(status))
-                                            : Tr("watch", "exit code %1").arg(WEXITSTATUS(status));
-    return Failed(reason::NeverEnded,
-                  Tr("watch",
-                     "not converted: the program does not survive it (%1); send the recording to the "
-                     "maintainers")
-                      .arg(how));
+    return whole ? item : CutOff(status);
 }

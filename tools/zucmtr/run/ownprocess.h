@@ -6,6 +6,7 @@
 #include <functional>
 
 /// Does the work in a copy of the program as it is now, and waits for it. If that comes down, the item is a
-/// failed one. `prepare` is called in the copy first, to let go of what it should not hold. The copy ends
-/// with the program, however that ends. Not for a program that runs threads.
+/// failed one: neverEnded, or processKilled if somebody or the system has ended it. `prepare` is called in
+/// the copy first, to let go of what it should not hold. The copy ends with the program, however that ends.
+/// Not for a program that runs threads.
 BatchItem WorkInOwnProcess(const std::function<BatchItem()>& work, const std::function<void()>& prepare);

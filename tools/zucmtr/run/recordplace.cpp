@@ -1,7 +1,7 @@
 #include "zucmtr/run/recordplace.h"
 
-#include "zucmtr/files/staging.h"
 #include "text/texts.h"
+#include "zucmtr/files/staging.h"
 
 #include "explain/system.h"
 

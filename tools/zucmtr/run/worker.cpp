@@ -2,7 +2,6 @@
 
 #include "explain/file.h"
 #include "explain/system.h"
-#include "zucmtr/run/recordplace.h"
 #include "text/texts.h"
 #include "verify/leftout.h"
 #include "verify/recordname.h"
@@ -12,6 +11,7 @@
 #include "zucmtr/files/sourcefiles.h"
 #include "zucmtr/files/staging.h"
 #include "zucmtr/files/systemfile.h"
+#include "zucmtr/run/recordplace.h"
 #include "zucmtr/run/workfailure.h"
 #include "zucmtr/terminal/command.h"
 
@@ -136,6 +136,13 @@ BatchItem Worker::TryOnce(const Recording& recording)
     return item;
 }
 
+void Worker::ClearAfter(const Recording& recording) const
+{
+    Staging::RemoveLeft(DirectoryOf(order.out, recording));
+    if (!order.archive.isEmpty())
+        sourcefiles::RemoveParts(QDir(order.archive).filePath(recording.below));
+}
+
 void Worker::Try(BatchItem& item)
 {
     const QString unfit = explain::NotConvertible(item.recording.path);
@@ -169,6 +176,7 @@ void Worker::Try(BatchItem& item)
     }
     if (item.state == ItemState::Present && (order.sync || PutsAway()))
         SyncPresent(item);
+    item.leftOut = !job.leftOut.isEmpty();
     if (item.state != ItemState::Failed && PutsAway())
         PutAway(item, job);
 }

@@ -57,12 +57,24 @@ void WarnOfIni(const DeviceChoice& choice)
                  finding.text);
 }
 
+// Where every record is found to be wrong, the recordings need not be read one after the other.
+void CheckRecordsCanBeRight(const DeviceChoice& choice, const WorkOrder& order)
+{
+    if (!order.verify || inicheck::SpoilsEveryRecord(choice.ini, choice.defaults, choice.device).empty())
+        return;
+    throw ConfigurationError(Tr("convert",
+                                "nothing is converted: with [%1] of '%2' as it is no record would be "
+                                "right; mend the line above")
+                                 .arg(choice.device, choice.ini));
+}
+
 } // namespace
 
 std::vector<std::unique_ptr<Worker>> MakeWorkers(Host& host, const DeviceChoice& choice,
                                                  const WorkOrder& order, size_t count, bool loud)
 {
     WarnOfIni(choice);
+    CheckRecordsCanBeRight(choice, order);
     std::vector<std::unique_ptr<Worker>> workers;
     for (size_t i = 0; i < count; ++i) {
         const unsigned int device = host.LoadDevice(choice.ini, choice.device);

@@ -13,6 +13,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QMap>
 #include <QRegularExpression>
 #include <QStringList>
 #include <QTextStream>
@@ -123,6 +124,30 @@ QString MissingSectionText(const QString& iniPath, const QString& section)
         return Tr("checks", "'%1' has no section at all; is it the recorders' ini file?").arg(iniPath);
     return Tr("checks", "'%1' has no section [%2]; it has [%3]")
         .arg(iniPath, section, sections.join(QLatin1String("], [")));
+}
+
+// One name for each file, whether it is there or not. Empty for what may be written to twice.
+static QString FileOf(const QString& path)
+{
+    const output::Target target = output::TargetOf(path);
+    if (target.kind == output::Kind::Stream)
+        return output::IsStandardOutput(path) ? QStringLiteral("-") : QString();
+    const QFileInfo file(target.path);
+    return QFileInfo(file.path()).canonicalFilePath() + QLatin1Char('/') + file.fileName();
+}
+
+void CheckOutputsDiffer(const QVector<QPair<QString, QString>>& outputs)
+{
+    QMap<QString, QString> options; // by file
+    for (const auto& [option, path] : outputs) {
+        const QString file = path.isEmpty() ? QString() : FileOf(path);
+        if (file.isEmpty())
+            continue;
+        if (options.contains(file))
+            throw ConfigurationError(Tr("checks", "%1: '%2' is the file of %3, too; choose another name")
+                                         .arg(option, path, options.value(file)));
+        options.insert(file, option);
+    }
 }
 
 void CheckIsNoInput(const QString& option, const QString& path, const QString& input)

@@ -2,8 +2,10 @@
 // names the option, the value and what to do.
 #pragma once
 
+#include <QPair>
 #include <QString>
 #include <QStringList>
+#include <QVector>
 
 /// The directory that an option names, in the form in which the library takes it, without a final slash. It
 /// must exist and be writable; none is made, so that a slip of the pen does not scatter files.
@@ -27,6 +29,9 @@ QStringList SectionsOf(const QString& iniPath);
 
 /// Says which sections the ini file has if `section` is not among them; empty if it is.
 QString MissingSectionText(const QString& iniPath, const QString& section);
+
+/// Each option must name another file to be written; the pairs are of option and path. Empty paths are none.
+void CheckOutputsDiffer(const QVector<QPair<QString, QString>>& outputs);
 
 /// An output must not take the place of what is read: of `input`, or of a file that belongs to it by its name
 /// (the pieces of a record, the continuations of a recording). An empty path is no output.

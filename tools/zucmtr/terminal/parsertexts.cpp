@@ -147,6 +147,10 @@ QString TextOf(const CLI::App& app, const CLI::ParseError& error)
 
 QString SlipText(const CLI::App& app, const QStringList& arguments)
 {
+    // The help of the program would be printed for it, if it is asked for.
+    if (!arguments.isEmpty() && !arguments.first().startsWith(QLatin1Char('-')) &&
+        !CommandNames(app).contains(arguments.first()))
+        return UnknownCommandText(app, arguments.first());
     QStringList options;
     for (const CLI::App* command : CommandsOf(app)) {
         if (arguments.contains(Text(command->get_name())))

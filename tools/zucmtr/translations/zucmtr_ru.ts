@@ -349,6 +349,10 @@ Example, with the sample station:
         <source>%1: &apos;%2&apos; is what is to be read; choose another name</source>
         <translation>%1: «%2» — то, что надо прочитать; выберите другое имя</translation>
     </message>
+    <message>
+        <source>%1: &apos;%2&apos; is the file of %3, too; choose another name</source>
+        <translation>%1: «%2» — уже файл ключа %3; выберите другое имя</translation>
+    </message>
 </context>
 <context>
     <name>choice</name>
@@ -778,6 +782,10 @@ Ctrl-C завершает работу после начатых осцилло�
         <source>Leave it to the system when records reach the disk (the default)</source>
         <translation>Оставить системе, когда сохранять записи на диск (по умолчанию)</translation>
     </message>
+    <message>
+        <source>nothing is converted: with [%1] of &apos;%2&apos; as it is no record would be right; mend the line above</source>
+        <translation>ничего не преобразовано: с секцией [%1] файла «%2» в таком виде ни одна запись не будет верной; исправьте указанную выше строку</translation>
+    </message>
 </context>
 <context>
     <name>device</name>
@@ -944,14 +952,6 @@ Example, with the sample station:
         <translation>это запись COMTRADE, а не осциллограмма; её принимают «zucmtr info» и «zucmtr view»</translation>
     </message>
     <message>
-        <source>it is a part of a COMTRADE record, whose .cfg file is not beside it; give the .cfg file</source>
-        <translation>это часть записи COMTRADE, а её файла .cfg рядом нет; укажите файл .cfg</translation>
-    </message>
-    <message>
-        <source>it is a part of a COMTRADE record; give its configuration &apos;%1&apos;</source>
-        <translation>это часть записи COMTRADE; укажите её конфигурацию «%1»</translation>
-    </message>
-    <message>
         <source>it is an ini file, not a recording; name it by --ini, or look at it with &apos;zucmtr check&apos;</source>
         <translation>это ini-файл, а не осциллограмма; укажите его ключом --ini или проверьте командой «zucmtr check»</translation>
     </message>
@@ -1010,6 +1010,14 @@ Example, with the sample station:
     <message>
         <source>,</source>
         <translation>&#xa0;</translation>
+    </message>
+    <message>
+        <source>it is a part of a COMTRADE record, not a recording (.ZU); &apos;zucmtr info&apos; and &apos;zucmtr view&apos; take the record&apos;s .cfg file, which is not beside it</source>
+        <translation>это часть записи COMTRADE, а не осциллограмма (.ZU); «zucmtr info» и «zucmtr view» принимают файл .cfg этой записи, а рядом его нет</translation>
+    </message>
+    <message>
+        <source>it is a part of a COMTRADE record, not a recording (.ZU); &apos;zucmtr info&apos; and &apos;zucmtr view&apos; take its configuration &apos;%1&apos;</source>
+        <translation>это часть записи COMTRADE, а не осциллограмма (.ZU); «zucmtr info» и «zucmtr view» принимают её конфигурацию «%1»</translation>
     </message>
 </context>
 <context>
@@ -2613,10 +2621,6 @@ Example, with the sample station:
         <translation>Существующий каталог для файлов COMTRADE</translation>
     </message>
     <message>
-        <source>Watch the directories below the given ones, too</source>
-        <translation>Следить и за вложенными каталогами</translation>
-    </message>
-    <message>
         <source>Convert what is there and end: for cron, say</source>
         <translation>Преобразовать то, что есть, и завершиться: для cron, например</translation>
     </message>
@@ -2765,6 +2769,18 @@ SIGTERM и Ctrl-C завершают работу после начатой ос
     <message>
         <source>not converted: its files cannot be looked at; the next run tries again</source>
         <translation>не преобразована: её файлы недоступны; следующий запуск попробует снова</translation>
+    </message>
+    <message>
+        <source>not converted: the process that worked on it was ended from outside (signal %1); if the system lacked memory, its log has a line on that</source>
+        <translation>не преобразована: процесс, который её обрабатывал, завершён извне (сигнал %1); если системе не хватило памяти, об этом есть строка в её журнале</translation>
+    </message>
+    <message>
+        <source>Watch the directories below the given ones, too; their records go to directories of the same names below --out</source>
+        <translation>Следить и за вложенными каталогами; их записи попадают в одноимённые каталоги внутри --out</translation>
+    </message>
+    <message>
+        <source>Put all records into the directory of --out itself</source>
+        <translation>Складывать все записи в сам каталог --out</translation>
     </message>
 </context>
 <context>

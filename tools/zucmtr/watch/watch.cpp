@@ -19,6 +19,10 @@ using watchevents::Tell;
 
 namespace {
 
+// A recording whose process somebody else has ended so often is given up: it may be the one that takes all
+// the memory.
+constexpr int killsBorne = 16;
+
 // After the program came so often to no end of a recording, a process of its own shows whether that is the
 // recording's fault. The power, the system or somebody else may have ended the program as well.
 constexpr int endsBorne = 2;
@@ -41,9 +45,15 @@ QJsonObject EventOf(const BatchItem& item)
     return object;
 }
 
-bool IsTroubleOfService(const BatchItem& item)
+bool Has(const BatchItem& item, const char* reason)
 {
-    return item.state == ItemState::Failed && (item.blame == Blame::Output || item.blame == Blame::Archive);
+    return item.state == ItemState::Failed && qstrcmp(item.reason, reason) == 0;
+}
+
+// Whether the process of its own did not come to an end with it.
+bool HasCutOff(const BatchItem& item)
+{
+    return Has(item, reason::NeverEnded) || Has(item, reason::ProcessKilled);
 }
 
 } // namespace
@@ -59,6 +69,7 @@ bool Watch::Run()
         if (input.IsTimeToLook())
             Look();
         ConvertDue();
+        LeaveTrouble();
         TellStatus();
         if (order.once && IsDone())
             break;
@@ -165,11 +176,12 @@ void Watch::Expect(const Chain& chain)
     one.fingerprint = chain.fingerprint;
     one.due = Clock::now() + order.quiet;
     one.isDoubtful = journal.Unended(path, chain.fingerprint) > 0;
+    one.kills = journal.Kills(path, chain.fingerprint);
     const int failures = journal.Failures(path, chain.fingerprint);
-    if (!order.once && failures > 0) {
+    if (!order.once && failures > 0)
         one.failures = std::min(failures, order.attempts - 1); // one attempt at least
-        one.due += PauseAfter(failures);
-    }
+    if (!order.once && failures + one.kills > 0)
+        one.due += PauseAfter(std::min(std::max(failures, one.kills), order.attempts));
     waiting.insert(path, one);
 }
 
@@ -199,6 +211,29 @@ void Watch::ConvertDue()
     }
 }
 
+void Watch::CheckPlaces() const
+{
+    CheckPlace(reason::OutputUnusable, QStringLiteral("--out"), order.out);
+    if (!order.archive.isEmpty())
+        CheckPlace(reason::ArchiveUnusable, QStringLiteral("--archive"), order.archive);
+}
+
+// Whether it would meet any other recording, too. What is wrong with one directory below --out or --archive
+// concerns its own recordings alone.
+bool Watch::IsTrouble(const BatchItem& item) const
+{
+    if (item.state != ItemState::Failed || (item.blame != Blame::Output && item.blame != Blame::Archive))
+        return false;
+    if (item.noRoom || item.recording.below.isEmpty())
+        return true;
+    try {
+        CheckPlaces();
+        return false;
+    } catch (const WatchPlaceError&) {
+        return true;
+    }
+}
+
 // Whether what a recording needs besides itself is there; what is not is trouble.
 bool Watch::MayWork()
 {
@@ -206,9 +241,7 @@ bool Watch::MayWork()
     if (!trouble.MayTry() && !borne)
         return false;
     try {
-        CheckPlace(reason::OutputUnusable, QStringLiteral("--out"), order.out);
-        if (!order.archive.isEmpty())
-            CheckPlace(reason::ArchiveUnusable, QStringLiteral("--archive"), order.archive);
+        CheckPlaces();
         journal.Flush();
     } catch (const WatchPlaceError& error) {
         trouble.Meet(error.word, QString::fromUtf8(error.what()), WatchTrouble::Cure::Look);
@@ -221,6 +254,16 @@ bool Watch::MayWork()
     }
     trouble.Looked();
     return true;
+}
+
+// The recordings that met it may be gone. Those that wait for a reason of their own say nothing of it.
+void Watch::LeaveTrouble()
+{
+    const bool isWaitedFor = std::any_of(waiting.begin(), waiting.end(), [](const Waiting& one) {
+        return one.isHeldUp || one.failures + one.kills == 0;
+    });
+    if (!order.once && !isWaitedFor)
+        trouble.NobodyWaits();
 }
 
 // It may have grown while others were converted, or be gone. While it cannot be looked at it is not begun.
@@ -251,6 +294,7 @@ bool Watch::IsAsItWas(const QString& path)
     if (!isSame) {
         one.due = Clock::now() + order.quiet;
         one.failures = 0;
+        one.kills = 0;
     }
     return isSame;
 }
@@ -263,6 +307,8 @@ BatchItem Watch::WorkSafely(const Waiting& one)
     BatchItem item =
         WorkInOwnProcess([&] { return worker.Work(one.recording); }, [this] { journal.LetGo(); });
     item.recording = one.recording;
+    if (HasCutOff(item))
+        worker.ClearAfter(one.recording);
     return item;
 }
 
@@ -279,9 +325,9 @@ void Watch::Convert(Waiting& one)
     if (!isProbe)
         Tell("converting", {{"file", path}});
     const BatchItem item = WorkSafely(one);
-    if (interrupt::Came() && qstrcmp(item.reason, reason::NeverEnded) == 0)
+    if (interrupt::Came() && HasCutOff(item))
         return; // the signal ended the other process, too
-    if (IsTroubleOfService(item)) {
+    if (IsTrouble(item)) {
         Postpone(one, item);
         return;
     }
@@ -305,7 +351,7 @@ void Watch::Finish(Waiting& one, const BatchItem& item)
     object.remove("error");
     Remember([&] {
         if (item.fate == SourceFate::Kept)
-            journal.NoteConverted(path, one.fingerprint.print, item.recordName);
+            journal.NoteConverted(path, one.fingerprint, item.recordName, item.leftOut);
         else
             journal.NotePutAway(path, one.fingerprint.print);
     });
@@ -330,6 +376,7 @@ void Watch::Postpone(Waiting& one, const BatchItem& item)
     const QString path = one.recording.path;
     Remember([&] { journal.NoteWithdrawn(path, one.fingerprint.print); });
     one.isDoubtful = true;
+    one.isHeldUp = true;
     ++troublesInRow;
     trouble.Meet(item.reason, item.error, WatchTrouble::Cure::Work, path);
     if (order.once)
@@ -354,24 +401,33 @@ void Watch::Fail(Waiting& one, const BatchItem& item)
     const Fingerprint now = FingerprintOf(path);
     if (now.print == one.fingerprint.print && now.modes == one.fingerprint.modes)
         one.fingerprint = now;
-    ++one.failures;
+    one.isHeldUp = false;
+    const bool isKilled = Has(item, reason::ProcessKilled);
+    int& count = isKilled ? one.kills : one.failures;
+    ++count;
+    const bool isLast = count >= (isKilled ? killsBorne : order.attempts);
+    // What lacks memory now may have it when others have ended, and a directory may be mended without a
+    // change of the recording: that is tried on and on.
+    const bool isGivenUp = isLast && (order.once || item.blame == Blame::Recording);
+    Remember([&] {
+        if (isGivenUp)
+            journal.NoteGivenUp(path, one.fingerprint);
+        else if (isKilled)
+            journal.NoteKilled(path, one.fingerprint.print);
+        else
+            journal.NoteFailed(path, one.fingerprint.print);
+    });
+    const std::chrono::milliseconds pause = PauseAfter(std::min(count, order.attempts));
+    const bool isTriedAgain = !isGivenUp && !order.once;
     QJsonObject object = EventOf(item);
-    object["attempt"] = one.failures;
-    const bool isLast = one.failures >= order.attempts;
-    // What lacks memory now may have it when others have ended: that is tried on and on.
-    if (isLast && (order.once || item.blame != Blame::Memory)) {
-        Remember([&] { journal.NoteGivenUp(path, one.fingerprint); });
-        ++failed;
-        object["retrySeconds"] = QJsonValue();
-        Tell("failed", object);
-        waiting.remove(path);
-        return;
-    }
-    Remember([&] { journal.NoteFailed(path, one.fingerprint.print); });
-    const std::chrono::milliseconds pause = PauseAfter(std::min(one.failures, order.attempts));
-    object["retrySeconds"] = Seconds(pause);
+    object["attempt"] = count;
+    object["retrySeconds"] = isTriedAgain ? QJsonValue(Seconds(pause)) : QJsonValue();
     Tell("failed", object);
     one.due = Clock::now() + pause;
+    if (isTriedAgain)
+        return;
+    ++failed;
+    waiting.remove(path);
 }
 
 std::chrono::milliseconds Watch::PauseAfter(int failures) const

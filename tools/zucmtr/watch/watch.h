@@ -21,6 +21,7 @@ struct WatchOrder
     QString out;
     QString archive; // empty: none
     bool recursive = false;
+    bool mirror = false;                // records lie below out as their recordings do below the directories
     QStringList excluded;               // directories below
     bool once = false;                  // end when nothing is left to do
     std::chrono::milliseconds quiet{0}; // how long a recording has to stay as it is to count as complete
@@ -50,6 +51,8 @@ private:
         Fingerprint fingerprint;
         Clock::time_point due;
         int failures = 0;
+        int kills = 0;         // of its process, by others
+        bool isHeldUp = false; // it met the trouble that is on
         bool isDoubtful =
             false; // the program came to no end of it, or there was no room for it: after the others
     };
@@ -61,7 +64,10 @@ private:
     void Expect(const Chain& chain);
     QStringList Due() const;
     void ConvertDue();
+    void CheckPlaces() const;
+    bool IsTrouble(const BatchItem& item) const;
     bool MayWork();
+    void LeaveTrouble();
     bool IsAsItWas(const QString& path);
     BatchItem WorkSafely(const Waiting& one);
     void Convert(Waiting& one);

@@ -3,8 +3,8 @@
 #include "base/chainnames.h"
 #include "text/texts.h"
 #include "zucmtr/files/archivecopies.h"
-#include "zucmtr/files/asidefiles.h"
 #include "zucmtr/files/chainfiles.h"
+#include "zucmtr/files/staging.h"
 #include "zucmtr/files/systemfile.h"
 #include "zucmtr/watch/watch.h"
 #include "zucmtr/watch/watchevents.h"
@@ -110,15 +110,15 @@ QString WatchInput::AsGiven(const QString& path) const
     return path;
 }
 
-// Where the recordings of a directory are put away.
-QString WatchInput::ArchiveOf(const QString& directory) const
+// The way to a directory from the one that is watched; there are the same ways in the archive.
+QString WatchInput::BelowOf(const QString& directory) const
 {
     for (const QString& top : order.directories) {
         const QString whole = Normalised(top);
         if (directory.startsWith(whole + QLatin1Char('/')))
-            return QDir(order.archive).filePath(directory.mid(whole.size() + 1));
+            return directory.mid(whole.size() + 1);
     }
-    return order.archive;
+    return QString();
 }
 
 void WatchInput::TellUnreadable(const std::vector<Refusal>& refusals)
@@ -202,16 +202,25 @@ void WatchInput::ObserveOrphan(const QString& path, QHash<QString, Orphan>& now)
     now.insert(path, orphan);
 }
 
+// What is left of the recordings of a directory.
+sourcefiles::Recovered WatchInput::TakeUpLeft(const QString& directory) const
+{
+    sourcefiles::Recovered left = sourcefiles::Recover(directory);
+    if (isFirst && order.mirror)
+        Staging::RemoveLeft(QDir(order.out).filePath(BelowOf(directory)));
+    if (isFirst && !order.archive.isEmpty())
+        left.removed += sourcefiles::RemoveParts(QDir(order.archive).filePath(BelowOf(directory)));
+    return left;
+}
+
 void WatchInput::TellLeft(const QStringList& directories)
 {
     sourcefiles::Recovered all;
     for (const QString& directory : directories) {
-        const sourcefiles::Recovered one = sourcefiles::Recover(directory);
+        const sourcefiles::Recovered one = TakeUpLeft(directory);
         all.back += one.back;
         all.removed += one.removed;
         all.notes += one.notes;
-        if (isFirst && !order.archive.isEmpty())
-            all.removed += sourcefiles::RemoveParts(ArchiveOf(directory));
     }
     isBack = !all.back.isEmpty();
     changed = changed || isBack;

@@ -2,6 +2,7 @@
 // be read, continuation files without a first file, files that a killed run has left.
 #pragma once
 
+#include "zucmtr/files/asidefiles.h"
 #include "zucmtr/watch/directoryevents.h"
 #include "zucmtr/watch/watchscan.h"
 
@@ -57,7 +58,8 @@ private:
     void ObserveOrphan(const QString& path, QHash<QString, Orphan>& now) const;
     void TellLeft(const QStringList& directories);
     QString AsGiven(const QString& path) const;
-    QString ArchiveOf(const QString& directory) const;
+    QString BelowOf(const QString& directory) const;
+    sourcefiles::Recovered TakeUpLeft(const QString& directory) const;
 
     const WatchOrder& order;
     DirectoryEvents events;

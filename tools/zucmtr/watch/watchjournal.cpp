@@ -20,9 +20,9 @@
 namespace {
 
 // The first line tells the file from others. Each further one is the mark of a verdict, the print of the
-// recording, and the absolute path of its first file; of a converted recording the record's name, too, and of
-// one that was given up what its permissions were. They are separated by blanks; paths and names have theirs
-// as %XX.
+// recording, and the absolute path of its first file; of a converted recording the record's name, too. Of one
+// that was given up, or converted without a bad file of it, the state of its permissions and times of change
+// follows. They are separated by blanks; paths and names have theirs as %XX.
 const char* const header = "zucmtr watch 1\n";
 constexpr int printSize = 40;
 
@@ -32,8 +32,9 @@ struct Mark
     char letter;
 };
 constexpr Mark marks[] = {{WatchJournal::Verdict::Begun, 'B'},     {WatchJournal::Verdict::Failed, 'F'},
-                          {WatchJournal::Verdict::Withdrawn, 'W'}, {WatchJournal::Verdict::Converted, 'C'},
-                          {WatchJournal::Verdict::PutAway, 'P'},   {WatchJournal::Verdict::GivenUp, 'G'}};
+                          {WatchJournal::Verdict::Killed, 'K'},    {WatchJournal::Verdict::Withdrawn, 'W'},
+                          {WatchJournal::Verdict::Converted, 'C'}, {WatchJournal::Verdict::PutAway, 'P'},
+                          {WatchJournal::Verdict::GivenUp, 'G'}};
 
 WatchJournal::Verdict VerdictOf(const QByteArray& word)
 {
@@ -71,11 +72,13 @@ QString Decoded(const QByteArray& bytes)
 }
 
 QByteArray LineOf(WatchJournal::Verdict verdict, const QByteArray& print, const QString& path,
-                  const QString& more = QString())
+                  const QStringList& more = {})
 {
     QByteArray line = LetterOf(verdict) + (' ' + print) + ' ' + Encoded(path);
-    if (!more.isEmpty())
-        line += ' ' + Encoded(more);
+    for (const QString& word : more) {
+        if (!word.isEmpty())
+            line += ' ' + Encoded(word);
+    }
     return line + '\n';
 }
 
@@ -185,12 +188,16 @@ void WatchJournal::Take(const QByteArray& line)
         return;
     const QList<QByteArray> words = line.chopped(1).split(' ');
     const Verdict verdict = VerdictOf(words[0]);
-    const int most = verdict == Verdict::Converted || verdict == Verdict::GivenUp ? 4 : 3;
     const int least = verdict == Verdict::Converted ? 4 : 3;
+    const int most = verdict == Verdict::Converted || verdict == Verdict::GivenUp ? least + 1 : least;
     if (verdict == Verdict::Unknown || words.size() < least || words.size() > most ||
         words[1].size() != printSize)
         return;
-    Set(Decoded(words[2]), {words[1], verdict, Decoded(words.value(3)), 0, 0});
+    Entry entry{words[1], verdict};
+    if (verdict == Verdict::Converted)
+        entry.record = Decoded(words[3]);
+    entry.access = Decoded(words.value(least));
+    Set(Decoded(words[2]), entry);
 }
 
 void WatchJournal::Set(const QString& recording, const Entry& entry)
@@ -206,11 +213,14 @@ void WatchJournal::Set(const QString& recording, const Entry& entry)
     case Verdict::Begun:
         known.unended = before.unended + 1;
         known.failures = before.failures;
+        known.kills = before.kills;
         break;
     case Verdict::Failed:
+    case Verdict::Killed:
     case Verdict::Withdrawn: // the last one that was begun came to an end
         known.unended = std::max(before.unended - 1, 0);
         known.failures = before.failures + (entry.verdict == Verdict::Failed ? 1 : 0);
+        known.kills = before.kills + (entry.verdict == Verdict::Killed ? 1 : 0);
         break;
     case Verdict::GivenUp:
         known.unended = std::max(before.unended - 1, 0);
@@ -231,9 +241,8 @@ WatchJournal::Verdict WatchJournal::VerdictOn(const QString& recording, const Fi
     const Entry* entry = Find(recording, fingerprint.print);
     if (entry == nullptr)
         return Verdict::Unknown;
-    const bool mayBeReadable = entry->verdict == Verdict::GivenUp && !entry->more.isEmpty() &&
-                               entry->more != QString::fromLatin1(fingerprint.access);
-    return mayBeReadable ? Verdict::Unknown : entry->verdict;
+    const bool holds = entry->access.isEmpty() || entry->access == QString::fromLatin1(fingerprint.access);
+    return holds ? entry->verdict : Verdict::Unknown;
 }
 
 int WatchJournal::Unended(const QString& recording, const Fingerprint& fingerprint) const
@@ -248,43 +257,57 @@ int WatchJournal::Failures(const QString& recording, const Fingerprint& fingerpr
     return entry == nullptr ? 0 : entry->failures;
 }
 
+int WatchJournal::Kills(const QString& recording, const Fingerprint& fingerprint) const
+{
+    const Entry* entry = Find(recording, fingerprint.print);
+    return entry == nullptr ? 0 : entry->kills;
+}
+
 void WatchJournal::NoteBegun(const QString& recording, const QByteArray& print)
 {
     Flush();
     Append(LineOf(Verdict::Begun, print, PathOf(recording)));
-    Set(PathOf(recording), {print, Verdict::Begun, QString(), 0, 0});
+    Set(PathOf(recording), {print, Verdict::Begun});
 }
 
 void WatchJournal::NoteFailed(const QString& recording, const QByteArray& print)
 {
-    Note(PathOf(recording), {print, Verdict::Failed, QString(), 0, 0});
+    Note(PathOf(recording), {print, Verdict::Failed});
+}
+
+void WatchJournal::NoteKilled(const QString& recording, const QByteArray& print)
+{
+    Note(PathOf(recording), {print, Verdict::Killed});
 }
 
 void WatchJournal::NoteWithdrawn(const QString& recording, const QByteArray& print)
 {
-    Note(PathOf(recording), {print, Verdict::Withdrawn, QString(), 0, 0});
+    Note(PathOf(recording), {print, Verdict::Withdrawn});
 }
 
-void WatchJournal::NoteConverted(const QString& recording, const QByteArray& print, const QString& recordName)
+// A bad file that is mended may keep its size and its time of modification, as by 'cp -p'.
+void WatchJournal::NoteConverted(const QString& recording, const Fingerprint& fingerprint,
+                                 const QString& recordName, bool leftOut)
 {
-    Note(PathOf(recording), {print, Verdict::Converted, recordName, 0, 0});
+    Note(PathOf(recording), {fingerprint.print, Verdict::Converted, recordName,
+                             leftOut ? QString::fromLatin1(fingerprint.access) : QString()});
 }
 
 void WatchJournal::NotePutAway(const QString& recording, const QByteArray& print)
 {
-    Note(PathOf(recording), {print, Verdict::PutAway, QString(), 0, 0});
+    Note(PathOf(recording), {print, Verdict::PutAway});
 }
 
 void WatchJournal::NoteGivenUp(const QString& recording, const Fingerprint& fingerprint)
 {
     Note(PathOf(recording),
-         {fingerprint.print, Verdict::GivenUp, QString::fromLatin1(fingerprint.access), 0, 0});
+         {fingerprint.print, Verdict::GivenUp, QString(), QString::fromLatin1(fingerprint.access)});
 }
 
 void WatchJournal::Note(const QString& recording, const Entry& entry)
 {
     Set(recording, entry);
-    unwritten += LineOf(entry.verdict, entry.print, recording, entry.more);
+    unwritten += LineOf(entry.verdict, entry.print, recording, {entry.record, entry.access});
     Flush();
 }
 
@@ -356,7 +379,7 @@ void WatchJournal::ForgetGivenUp()
 {
     for (Entry& entry : entries) {
         if (entry.verdict == Verdict::GivenUp)
-            entry = {entry.print, Verdict::Unknown, QString(), entry.unended, 0};
+            entry = {entry.print, Verdict::Unknown, QString(), QString(), entry.unended};
     }
 }
 
@@ -370,15 +393,16 @@ QByteArray WatchJournal::LinesOf(const QString& recording, const Entry& entry)
 {
     const QByteArray begun = LineOf(Verdict::Begun, entry.print, recording);
     const QByteArray failed = begun + LineOf(Verdict::Failed, entry.print, recording);
+    const QByteArray killed = begun + LineOf(Verdict::Killed, entry.print, recording);
     switch (entry.verdict) {
     case Verdict::Converted:
     case Verdict::PutAway:
-        return LineOf(entry.verdict, entry.print, recording, entry.more);
+        return LineOf(entry.verdict, entry.print, recording, {entry.record, entry.access});
     case Verdict::GivenUp:
         return begun.repeated(entry.unended > 0 ? entry.unended + 1 : 0) +
-               LineOf(entry.verdict, entry.print, recording, entry.more);
+               LineOf(entry.verdict, entry.print, recording, {entry.access});
     default:
-        return failed.repeated(entry.failures) + begun.repeated(entry.unended);
+        return failed.repeated(entry.failures) + killed.repeated(entry.kills) + begun.repeated(entry.unended);
     }
 }
 

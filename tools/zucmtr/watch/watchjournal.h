@@ -16,7 +16,7 @@
 class WatchJournal
 {
 public:
-    enum class Verdict { Unknown, Begun, Failed, Withdrawn, Converted, PutAway, GivenUp };
+    enum class Verdict { Unknown, Begun, Failed, Killed, Withdrawn, Converted, PutAway, GivenUp };
 
     /// The journal cannot be written, now; what() is a sentence in UTF-8.
     class Unwritable : public std::runtime_error
@@ -36,8 +36,8 @@ public:
     /// and Taken.
     explicit WatchJournal(const QString& path_);
 
-    /// What became of the recording in this state; of another print of it nothing is known, and one that was
-    /// given up may be tried again after its permissions have changed.
+    /// What became of the recording in this state. Of another print of it nothing is known; nor, after its
+    /// files were written to or got other permissions, of one that was given up or converted in part.
     Verdict VerdictOn(const QString& recording, const Fingerprint& fingerprint) const;
 
     /// How often the program came to no end of the recording in this state.
@@ -46,14 +46,20 @@ public:
     /// How often it failed since the last verdict on it.
     int Failures(const QString& recording, const Fingerprint& fingerprint) const;
 
+    /// How often its own process was killed since then.
+    int Kills(const QString& recording, const Fingerprint& fingerprint) const;
+
     /// Notes it and waits for the disk. Throws Unwritable, and nothing is noted; or Taken.
     void NoteBegun(const QString& recording, const QByteArray& print);
 
     /// The same for what became of it. If they throw Unwritable, it is noted in memory, and written by the
     /// next call that can.
     void NoteFailed(const QString& recording, const QByteArray& print);
+    void NoteKilled(const QString& recording, const QByteArray& print);
     void NoteWithdrawn(const QString& recording, const QByteArray& print); // begun, but not for its own sake
-    void NoteConverted(const QString& recording, const QByteArray& print, const QString& recordName);
+    /// leftOut: a bad file of it is not in the record; it is converted again should that be mended.
+    void NoteConverted(const QString& recording, const Fingerprint& fingerprint, const QString& recordName,
+                       bool leftOut);
     void NotePutAway(const QString& recording, const QByteArray& print);
     void NoteGivenUp(const QString& recording, const Fingerprint& fingerprint);
 
@@ -80,9 +86,11 @@ private:
     {
         QByteArray print;
         Verdict verdict = Verdict::Unknown;
-        QString more;     // record's name of a converted one; access of one that was given up
+        QString record{}; // name of that of a converted one
+        QString access{}; // with which the verdict holds; empty: with any
         int unended = 0;  // times
         int failures = 0; // times
+        int kills = 0;    // times
     };
 
     void Open();

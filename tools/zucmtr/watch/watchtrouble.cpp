@@ -65,6 +65,12 @@ void WatchTrouble::Worked()
         End();
 }
 
+void WatchTrouble::NobodyWaits()
+{
+    if (on && cure == Cure::Work)
+        End();
+}
+
 void WatchTrouble::End()
 {
     on = false;

@@ -15,7 +15,7 @@ public:
     /// What shows that a trouble is over.
     enum class Cure {
         Look, // its cause can be looked at
-        Work  // only a recording that succeeds
+        Work  // only a recording that succeeds, or that none is left to try
     };
 
     /// The first pause; it is doubled up to a minute, or to itself if it is longer.
@@ -30,6 +30,9 @@ public:
 
     /// A recording succeeded.
     void Worked();
+
+    /// No recording is left that could show it: that is for the next one that comes.
+    void NobodyWaits();
 
     bool IsOn() const { return on; }
     bool MayTry() const { return !on || Clock::now() >= next; }

@@ -1,0 +1,141 @@
+// zucmtr watch: recordings at which the program, or the process that converts one of them, comes down.
+#include "watchstation.h"
+
+#include <QDir>
+
+#include <csignal>
+#include <cstdlib>
+#include <sys/stat.h>
+
+using recorderfile::Encode;
+
+namespace {
+
+// The process that opens a file of this name is ended by the signal.
+QMap<QString, QString> Fault(const QString& file, int signal)
+{
+    return {{"LD_PRELOAD", WATCH_FAULTS_LIBRARY}, {"END_AT", file}, {"END_BY", QString::number(signal)}};
+}
+
+// Twice with the program, which has a process of its own work on the recording from then on.
+void EndTwice(const Station& station, const QMap<QString, QString>& fault)
+{
+    for (int run = 0; run < 2; ++run)
+        EXPECT_EQ(station.Once({}, fault).code, -1);
+}
+
+} // namespace
+
+// The power may have failed as often, or somebody may have ended the program.
+TEST(WatchProcess, RecordingWithWhichTheProgramWasEndedComesLastAndIsConverted)
+{
+    Station station;
+    station.Write("in/a.ZU", Encode(ShortRecording(0)));
+    EXPECT_EQ(station.Once().code, 0);
+    const QByteArray begun = station.Journal('B').value(0) + '\n';
+    station.Write("in/b.ZU", Encode(ShortRecording(10)));
+    for (const int times : {1, 2, 3, 100}) {
+        station.Write("out/.zucmtr-watch", "zucmtr watch 1\n" + begun.repeated(times));
+        EXPECT_EQ(Station::EventsIn(station.Once().out, "converted"), (QStringList{"in/b.ZU", "in/a.ZU"}));
+    }
+}
+
+// In a process of its own it is the one that ends.
+TEST(WatchProcess, RecordingThatEndsTheProgramIsFoundAndGivenUp)
+{
+    const Station station;
+    station.Write("in/a.ZU", Encode(ShortRecording(0)));
+    station.Write("in/b.ZU", Encode(ShortRecording(10)));
+    const QMap<QString, QString> fault = Fault("a.ZU", SIGSEGV);
+    EndTwice(station, fault);
+    for (int run = 0; run < 2; ++run) {
+        const Finished last = station.Once({}, fault);
+        EXPECT_EQ(last.code, 1);
+        EXPECT_EQ(Station::EventsIn(last.out, "failed", "reason"), QStringList{"neverEnded"});
+        EXPECT_EQ(
+            Station::EventsIn(last.out, "failed", "error"),
+            QStringList{"not converted: the program does not survive it (signal 11); send the recording to "
+                        "the maintainers"});
+    }
+    EXPECT_EQ(station.Records(), QStringList{ShortRecordName(10) + ".cfg"});
+    EXPECT_EQ(Station::EventsIn(station.Once().out, "converted"), QStringList{"in/a.ZU"});
+}
+
+// What the other process found out comes back whole: here that a bad file is not in the record, which is made
+// again when that file is touched.
+TEST(WatchProcess, FileThatTheOtherProcessLeftOutIsRemembered)
+{
+    const Station station;
+    station.Write("in/a.ZU", Encode(ShortRecording(0)));
+    station.Write("in/a.Z01", "junk");
+    EXPECT_EQ(station.Once().code, 0);
+    const QByteArray begun = station.Journal('B').value(0) + '\n';
+    station.Write("out/.zucmtr-watch", "zucmtr watch 1\n" + begun.repeated(3));
+    EXPECT_EQ(Station::EventsIn(station.Once().out, "converted"), QStringList{"in/a.ZU"});
+    EXPECT_EQ(Station::EventsIn(station.Once().out, "found"), QStringList());
+    EXPECT_EQ(chmod(station.Path("in/a.Z01").toLocal8Bit().constData(), 0600), 0);
+    EXPECT_EQ(Station::EventsIn(station.Once().out, "converted"), QStringList{"in/a.ZU"});
+}
+
+// Not only when the service starts again, or works in the same directory again.
+TEST(WatchProcess, UnfinishedRecordOfAProcessThatCameDownIsRemovedAtOnce)
+{
+    const Station station;
+    station.Write("in/a.ZU", Encode(ShortRecording(0)));
+    const QMap<QString, QString> fault = Fault(ShortRecordName(0) + ".dat", SIGSEGV); // while it is compared
+    EndTwice(station, fault);
+    const QDir out(station.Path("out"));
+    const QDir::Filters hidden = QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot;
+    EXPECT_EQ(out.entryList(hidden).size(), 1); // of the program itself
+    EXPECT_EQ(Station::EventsIn(station.Once({}, fault).out, "failed", "reason"), QStringList{"neverEnded"});
+    EXPECT_EQ(out.entryList(hidden), QStringList());
+}
+
+// An operator ends the process, or the system that lacks memory does: that is no attempt.
+TEST(WatchProcess, RecordingWhoseProcessIsKilledIsConvertedWhenThatIsOver)
+{
+    for (const int signal : {SIGKILL, SIGHUP}) {
+        const Station station;
+        station.Write("in/a.ZU", Encode(ShortRecording(0)));
+        const QMap<QString, QString> fault = Fault("a.ZU", signal);
+        EndTwice(station, fault);
+        const Finished killed = station.Once({}, fault);
+        EXPECT_EQ(killed.code, 1);
+        EXPECT_EQ(Station::EventsIn(killed.out, "failed", "reason"), QStringList{"processKilled"});
+        EXPECT_EQ(Station::EventsIn(killed.out, "failed", "error"),
+                  QStringList{QString("not converted: the process that worked on it was ended from outside "
+                                      "(signal %1); if the system lacked memory, its log has a line on that")
+                                  .arg(signal)});
+        EXPECT_EQ(station.Journal('G').size(), 0);
+        EXPECT_EQ(Station::EventsIn(station.Once().out, "converted"), QStringList{"in/a.ZU"});
+    }
+}
+
+// Counted over restarts, apart from the attempts.
+TEST(WatchProcess, RecordingWhoseProcessIsKilledSixteenTimesIsGivenUp)
+{
+    Station station;
+    station.Write("in/a.ZU", Encode(ShortRecording(0)));
+    const QMap<QString, QString> fault = Fault("a.ZU", SIGKILL);
+    EndTwice(station, fault);
+    for (auto one = fault.begin(); one != fault.end(); ++one)
+        setenv(one.key().toLocal8Bit().constData(), one.value().toLocal8Bit().constData(), 1);
+    for (const int times : {4, 16}) {
+        station.Start({"--attempts", "1"});
+        ASSERT_TRUE(station.Waits("failed", times));
+        EXPECT_EQ(station.End(), 0);
+    }
+    for (auto one = fault.begin(); one != fault.end(); ++one)
+        unsetenv(one.key().toLocal8Bit().constData());
+    const QStringList attempts = station.Events("failed", "attempt");
+    EXPECT_EQ(attempts.size(), 16);
+    EXPECT_EQ(attempts.last(), "16");
+    const QStringList pauses = station.Events("failed", "retrySeconds");
+    EXPECT_EQ(pauses.count("0.01"), 15);
+    EXPECT_EQ(pauses.last(), QString());
+    station.Start();
+    station.Write("in/b.ZU", Encode(ShortRecording(10)));
+    ASSERT_TRUE(station.Waits("converted", 1));
+    EXPECT_EQ(station.End(), 0);
+    EXPECT_EQ(station.Events("converted"), QStringList{"in/b.ZU"});
+}
