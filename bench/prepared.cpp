@@ -1,7 +1,5 @@
 #include "prepared.h"
 
-#include "resorter/ResorterZuCmtrConv.h"
-
 #include <stdexcept>
 
 namespace bench {
@@ -10,12 +8,9 @@ PreparedRecording::PreparedRecording(Device& device_, const QString& firstFile)
     : device(device_), chain(device_.Parameters())
 {
     ZuCmtrDevParam& parameters = device.Parameters();
-    if (!chain.Load(firstFile) || !chain.CheckChannels() || !chain.SumTotals())
+    if (!chain.Load(firstFile) || !chain.Check())
         throw std::runtime_error("the recording does not load: " + parameters.LastError.toStdString());
-    First().RenameAllChannelsName(&parameters);
-    First().ParseComment(&parameters);
-    parameters.Resorter->SortZuFile(&First());
-    First().CalcShifts();
+    chain.Prepare();
     unsigned int number = 0;
     for (AnChannelData* channel : First().AnChannels)
         channel->DoCfgDescription(++number);

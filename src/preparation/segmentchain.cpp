@@ -1,10 +1,11 @@
-// Loading and checking the segments of a recording.
+// The segments of a recording: loaded, checked and made ready for the writers.
 #include "preparation/segmentchain.h"
 
 #include "base/chainnames.h"
 #include "base/numeric.h"
 #include "device/zucmtrdevparam.h"
 #include "recording/zufileformat.h"
+#include "resorter/ResorterZuCmtrConv.h"
 
 #include <QFile>
 
@@ -38,7 +39,7 @@ bool SegmentChain::Load(const QString& fileName)
     auto first = std::make_unique<ZuFileFormat>();
     if (!first->Load(fileName))
         return Fail(first->ErrorText);
-    names.push_back(fileName);
+    paths.push_back(fileName);
     files.push_back(first.get());
     first.release(); // the chain owns it from here
 
@@ -62,7 +63,7 @@ bool SegmentChain::LoadContinuation(const QString& name, const QString& fileName
                 .arg(next->ErrorText));
         return false;
     }
-    names.push_back(name);
+    paths.push_back(name);
     files.push_back(next.get());
     next.release(); // the chain owns it from here
     return true;
@@ -77,12 +78,12 @@ void SegmentChain::CutAtDifference()
         return;
     device.LogMessages.push_back(
         QStringLiteral("Параметры файлов [%1] и [%2] различны, окончание осциллограммы некорректно")
-            .arg(names[fitting])
-            .arg(names[0]));
+            .arg(paths[fitting])
+            .arg(paths[0]));
     while (files.size() > fitting) {
         delete files.back();
         files.pop_back();
-        names.pop_back();
+        paths.pop_back();
     }
 }
 
@@ -90,10 +91,10 @@ bool SegmentChain::CheckChannels()
 {
     for (size_t i = 0; i < files.size(); ++i) {
         if (!files[i]->IsAnChRatesValid())
-            return Fail(QStringLiteral("Разные частоты дискретизации в файле [%1]").arg(names[i]));
+            return Fail(QStringLiteral("Разные частоты дискретизации в файле [%1]").arg(paths[i]));
         if (!files[i]->IsAnChPointsValid())
             return Fail(
-                QStringLiteral("Разное количество точек в аналоговых каналах в файле [%1]").arg(names[i]));
+                QStringLiteral("Разное количество точек в аналоговых каналах в файле [%1]").arg(paths[i]));
     }
     return true;
 }
@@ -133,8 +134,23 @@ bool SegmentChain::SumTotals()
     return true;
 }
 
+bool SegmentChain::Check()
+{
+    CutAtDifference();
+    return CheckChannels() && SumTotals();
+}
+
+void SegmentChain::Prepare()
+{
+    ZuFileFormat& first = First();
+    first.RenameAllChannelsName(&device);
+    first.ParseComment(&device);
+    device.Resorter->SortZuFile(&first);
+    first.OutName = first.DoOutName(&device);
+}
+
 void SegmentChain::RemoveSources() const
 {
-    for (const QString& name : names)
-        QFile::remove(name);
+    for (const QString& path : paths)
+        QFile::remove(path);
 }

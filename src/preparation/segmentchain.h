@@ -1,4 +1,4 @@
-// The segments of one recording, for the length of one conversion.
+// The segments of one recording, from their files to the point at which the writers take them.
 #pragma once
 
 #include <QString>
@@ -32,6 +32,14 @@ public:
     /// a rate or a length of 0, and for files of different rates.
     bool SumTotals();
 
+    /// The three steps above, which make a loaded chain one recording. False if it is none.
+    bool Check();
+
+    /// Gives the first segment its COMTRADE names, start comment, channel order and output name, as the
+    /// device's parameters and dictionary have it. Throws std::out_of_range as ZuFileFormat::ParseComment
+    /// does.
+    void Prepare();
+
     /// Deletes the recorder files of the chain.
     void RemoveSources() const;
 
@@ -40,11 +48,14 @@ public:
     /// The files in order, the first one at index 0.
     std::vector<ZuFileFormat*>* Files() { return &files; }
 
+    /// The paths of the files, likewise.
+    const std::vector<QString>& Paths() const { return paths; }
+
 private:
     bool LoadContinuation(const QString& name, const QString& fileName);
     bool Fail(const QString& text);
 
     ZuCmtrDevParam& device;
     std::vector<ZuFileFormat*> files;
-    std::vector<QString> names; // path of each file
+    std::vector<QString> paths;
 };

@@ -84,6 +84,16 @@ bool ZuFileFormat::Fail(const char* text, const QString& detail)
 
 bool ZuFileFormat::Load(const QString& fileName)
 {
+    return LoadParts(fileName, false);
+}
+
+bool ZuFileFormat::LoadHeader(const QString& fileName)
+{
+    return LoadParts(fileName, true);
+}
+
+bool ZuFileFormat::LoadParts(const QString& fileName, bool headerAlone)
+{
     QFile file(fileName);
     if (!file.exists()) {
         ErrorText = QStringLiteral("Файл не найден");
@@ -96,7 +106,7 @@ bool ZuFileFormat::Load(const QString& fileName)
         return false;
     }
     ErrorDetail = QLatin1String("");
-    if (!ReadFile(file)) {
+    if (!ReadFile(file, headerAlone)) {
         if (!ErrorDetail.isEmpty())
             ErrorText += QStringLiteral(" [%2]").arg(ErrorDetail);
         return false;
@@ -107,7 +117,7 @@ bool ZuFileFormat::Load(const QString& fileName)
     return true;
 }
 
-bool ZuFileFormat::ReadFile(QFile& file)
+bool ZuFileFormat::ReadFile(QFile& file, bool headerAlone)
 {
     if (file.read(reinterpret_cast<char*>(&Header), sizeof Header) != qint64(sizeof Header))
         return Fail(ReadFailure, QStringLiteral("ZuFileHeader"));
@@ -118,7 +128,7 @@ bool ZuFileFormat::ReadFile(QFile& file)
         return Fail(FormatFailure, QStringLiteral("не определить TextCodec"));
     Comment = zu::FieldText(Header.comment, &Header + 1, codec);
     Identity = zu::FieldText(Header.identity, &Header + 1, codec);
-    return ReadTimes() && CheckCounts() && ReadSections(file, codec);
+    return ReadTimes() && CheckCounts() && (headerAlone || ReadSections(file, codec));
 }
 
 // The code page in which the title begins as it must; null if there is none. Stores the title.

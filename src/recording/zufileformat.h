@@ -65,6 +65,9 @@ public:
     /// were good stay for Clear.
     bool Load(const QString& fileName);
 
+    /// Reads the header alone: texts, times, zone, duration and channel count. False as from Load.
+    bool LoadHeader(const QString& fileName);
+
     /// Releases the channels.
     void Clear();
 
@@ -137,7 +140,8 @@ private:
     void DescribeHarmonic(const zu::StartComment& comment, const AnChannelData& channel);
 
     bool Fail(const char* text, const QString& detail); // stores both; gives false
-    bool ReadFile(QFile& file);
+    bool LoadParts(const QString& fileName, bool headerAlone);
+    bool ReadFile(QFile& file, bool headerAlone);
     QTextCodec* DetectCodec();
     bool ReadTimes();
     bool CheckCounts();

@@ -4,7 +4,6 @@
 #include "base/chainnames.h"
 #include "preparation/segmentchain.h"
 #include "recording/zufileformat.h"
-#include "resorter/ResorterZuCmtrConv.h"
 #include "service/outputfiles.h"
 
 #include <QFile>
@@ -29,15 +28,6 @@ bool CheckArguments(const QString& fileName, const QString& outDir, ZuCmtrDevPar
         return false;
     }
     return true;
-}
-
-// Gives the first segment its COMTRADE names, start comment, channel order and output name.
-void PrepareForOutput(ZuFileFormat& first, ZuCmtrDevParam* dev)
-{
-    first.RenameAllChannelsName(dev);
-    first.ParseComment(dev);
-    dev->Resorter->SortZuFile(&first);
-    first.OutName = first.DoOutName(dev);
 }
 
 bool WriteFailed(ZuCmtrDevParam* dev, const QString& tmpName)
@@ -84,13 +74,9 @@ bool ZuCmtrConverter::ConvertToComtrade(const QString& fileName, const QString& 
 bool ZuCmtrConverter::Convert(const QString& fileName, const QString& outDir, ZuCmtrDevParam* dev)
 {
     SegmentChain chain(*dev); // releases every segment on every way out
-    if (!chain.Load(fileName))
+    if (!chain.Load(fileName) || !chain.Check())
         return false;
-    chain.CutAtDifference();
-    if (!chain.CheckChannels() || !chain.SumTotals())
-        return false;
-
-    PrepareForOutput(chain.First(), dev);
+    chain.Prepare();
     if (!outputfiles::Name(chain.First().OutName, outDir, dev))
         return WriteFailed(dev, dev->TmpNameCfg);
     if (!WriteAll(*this, chain.Files(), dev))

@@ -4,7 +4,7 @@
 #include "service/zucmtrconverter.h"
 
 static ZuCmtrConverter* pConv = nullptr;
-static const QString errEmptyQ(QLatin1String("")); // handed out by reference while there is no converter
+static const QString NoError(QLatin1String("")); // handed out by reference while there is no converter
 
 bool ZuCmtrConverterInit()
 {
@@ -44,7 +44,7 @@ bool ZuCmtrConvertToComtrade(const QString& fileName, const QString& outDir, uns
 
 const QString& ZuCmtrGetLastError()
 {
-    return pConv != nullptr ? pConv->LastError : errEmptyQ;
+    return pConv != nullptr ? pConv->LastError : NoError;
 }
 
 void ZuCmtrSetLogFilePath(const QString& path)

@@ -10,12 +10,12 @@
 
 namespace {
 
-constexpr char Std_SectionName1[] = "Public Record_Information";
-constexpr char RCE_SectionName1[] = "Russian_Comtrade_Edition Description";
-constexpr char RCE_SectionName2[] = "Russian_Comtrade_Edition Power_Object_#1";
-constexpr char RCE_SectionName3[] = "Russian_Comtrade_Edition Recording_Device_#1_#1";
-constexpr char RCE_SectionName4[] = "Russian_Comtrade_Edition Equipment_Analog_Channel_#1_#1_#";
-constexpr char RCE_SectionName5[] = "Russian_Comtrade_Edition Status_Channel_#1_#1_#";
+constexpr char SectionRecord[] = "Public Record_Information";
+constexpr char SectionDescription[] = "Russian_Comtrade_Edition Description";
+constexpr char SectionPowerObject[] = "Russian_Comtrade_Edition Power_Object_#1";
+constexpr char SectionRecordingDevice[] = "Russian_Comtrade_Edition Recording_Device_#1_#1";
+constexpr char SectionEquipment[] = "Russian_Comtrade_Edition Equipment_Analog_Channel_#1_#1_#";
+constexpr char SectionStatus[] = "Russian_Comtrade_Edition Status_Channel_#1_#1_#";
 
 // A channel key of an equipment section; it has a value for the signal groups from first to last.
 struct EquipmentKey
@@ -45,7 +45,7 @@ public:
     // The opening section.
     void RecordInformation()
     {
-        Head(Std_SectionName1);
+        Head(SectionRecord);
         Key("Source=", ZuCmtrConverter::SoftwareRevision);
         Raw("EventNoteCount=0\r\n\r\n");
     }
@@ -54,16 +54,16 @@ public:
     void StationSections(const QString& outName)
     {
         const ZuCmtrDevParam& device = *resorter.Device;
-        Head(RCE_SectionName1);
+        Head(SectionDescription);
         Raw("PowerObjectCount=1\r\n"
             "Russian_Comtrade_Edition_Version=2017\r\n"
             "Russian_Comtrade_Edition_Revision=1.0\r\n\r\n");
-        Head(RCE_SectionName2);
+        Head(SectionPowerObject);
         Key("Territory=", resorter.PowerObject.Territory);
         Key("Company_Name=", resorter.PowerObject.CompanyName);
         Key("Station_Name=", resorter.PowerObject.StationName);
         Raw("RecordingDeviceCount=1\r\n\r\n");
-        Head(RCE_SectionName3);
+        Head(SectionRecordingDevice);
         Key("Recording_Device_ID=", device.Source);
         resorter.WriteStringUtf8(file, "Vendor=ООО КАЛДА\r\n", err);
         Key("Model=", device.Model);
@@ -81,7 +81,7 @@ public:
     void EquipmentSection(const RCE_AnalogChannelEquipmentZuCmtr& equipment, unsigned int number)
     {
         const QString shown = ShownName(equipment.EquipmentName);
-        Head(RCE_SectionName4, number);
+        Head(SectionEquipment, number);
         Key("Equipment_Type=", QString::fromLatin1(gst_egnames[equipment.EquipmentGroup]));
         Key("Equipment_ID=", shown);
         Key("Equipment_Short_Name=", shown);
@@ -99,7 +99,7 @@ public:
 
     void StatusSection(const DictionaryZuCmtrDi& entry, unsigned int number)
     {
-        Head(RCE_SectionName5, number);
+        Head(SectionStatus, number);
         Key("Protection_Device_Group=", QString::fromLatin1(gst_dgnames[entry.DeviceGroup]));
         Key("Status_Signal_Type=", QString::fromLatin1(gst_stnames[entry.StatusType]));
         Key("Status_ID=", entry.FullName);

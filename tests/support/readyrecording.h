@@ -1,41 +1,41 @@
-// Recordings on the road of a conversion, for tests of its single steps.
+// Recordings between the steps of a conversion, for tests of single steps.
 #pragma once
 
+#include "base/chainnames.h"
+#include "preparation/segmentchain.h"
 #include "recorderfile/recorderfile.h"
 #include "recording/zufileformat.h"
-#include "resorter/ResorterZuCmtrConv.h"
 #include "support/device.h"
 
-#include <memory>
 #include <vector>
 
-/// The segments of a recording, loaded and made ready for the writers of the station's device: channels
-/// renamed, start comment taken apart, channels ordered, output named and totals summed, as a conversion does
-/// it but without its checks. The device's output files are named "cfg", "dat", "hdr", "inf" and "cff" in the
-/// station's directory. What the steps throw passes.
+/// A recording made ready for the writers of the station's device as a conversion does it, but whatever the
+/// checks say of it. Its files are segment.ZU and so on in the station's directory, the device's output files
+/// "cfg", "dat", "hdr", "inf" and "cff". What the steps throw passes.
 class ReadyRecording
 {
 public:
     ReadyRecording(TestStation& station_, const std::vector<recorderfile::Recording>& segments)
-        : station(station_)
+        : station(station_), chain(station_.Device())
     {
-        for (const recorderfile::Recording& segment : segments)
-            Load(segment);
-        SumTotals();
+        const QString first = QStringLiteral("segment.ZU");
+        for (size_t i = 0; i < segments.size(); ++i)
+            station.Directory().Write(zu::ContinuationName(first, static_cast<int>(i)),
+                                      recorderfile::Encode(segments[i]));
+        if (!chain.Load(station.Directory().Path(first)) || chain.Files()->size() != segments.size())
+            qFatal("the segments do not load: %s", qPrintable(station.Device().LastError));
+        chain.CheckChannels();
+        chain.SumTotals();
         NameFiles();
-        ZuCmtrDevParam& device = station.Device();
-        First().RenameAllChannelsName(&device);
-        First().ParseComment(&device);
-        device.Resorter->SortZuFile(&First());
-        First().OutName = First().DoOutName(&device);
+        chain.Prepare();
     }
 
     ReadyRecording(TestStation& station_, const recorderfile::Recording& recording)
         : ReadyRecording(station_, std::vector<recorderfile::Recording>{recording})
     {}
 
-    ZuFileFormat& First() const { return *files.front(); }
-    std::vector<ZuFileFormat*>* Files() { return &files; }
+    ZuFileFormat& First() const { return chain.First(); }
+    std::vector<ZuFileFormat*>* Files() { return chain.Files(); }
 
     // The bytes that a writer makes; the test program ends if it reports a failure.
     QByteArray Cfg() { return Bytes(&ZuCmtrConverter::WriteCfg, "cfg"); }
@@ -44,31 +44,6 @@ public:
 
 private:
     using Writer = bool (ZuCmtrConverter::*)(std::vector<ZuFileFormat*>*, ZuCmtrDevParam*);
-
-    void Load(const recorderfile::Recording& segment)
-    {
-        auto file = std::make_unique<ZuFileFormat>();
-        const QString path =
-            station.Directory().Write(QStringLiteral("segment"), recorderfile::Encode(segment));
-        if (!file->Load(path))
-            qFatal("the segment does not load: %s", qPrintable(file->ErrorText));
-        file->IsAnChRatesValid();
-        files.push_back(file.get());
-        owned.push_back(std::move(file));
-    }
-
-    void SumTotals()
-    {
-        ZuCmtrDevParam& device = station.Device();
-        device.SampleRate = First().SampleRate;
-        device.TotalTime = 0;
-        device.TotalSamples = 0;
-        for (ZuFileFormat* file : files) {
-            file->SegmentTimeBase = static_cast<qint64>(device.TotalTime);
-            device.TotalTime += file->SegmentDuration;
-            device.TotalSamples += file->GetNumPointsAn();
-        }
-    }
 
     void NameFiles() const
     {
@@ -83,12 +58,11 @@ private:
 
     QByteArray Bytes(Writer writer, const char* name)
     {
-        if (!(station.Converter().*writer)(&files, &station.Device()))
+        if (!(station.Converter().*writer)(Files(), &station.Device()))
             qFatal("the %s file is not written", name);
         return ReadBytes(station.Directory().Path(QLatin1String(name)));
     }
 
     TestStation& station;
-    std::vector<std::unique_ptr<ZuFileFormat>> owned;
-    std::vector<ZuFileFormat*> files;
+    SegmentChain chain;
 };

@@ -65,3 +65,12 @@ TEST_F(RecordName, IsEmptyForAFileWithoutAHead)
     EXPECT_EQ(verify::RecordNameOf(station.Directory().Path(QStringLiteral("no.ZU")), device), QString());
     EXPECT_EQ(verify::RecordNameOf(station.Directory().Path(), device), QString());
 }
+
+TEST_F(RecordName, IsEmptyForAHeadThatTheLibraryRefuses)
+{
+    const verify::Device device(Ini(), QStringLiteral("Defaults"), QStringLiteral("Device"));
+    QByteArray bytes = Encode(Recording());
+    bytes[0] = '3';
+    EXPECT_EQ(verify::RecordNameOf(station.Directory().Write(QStringLiteral("a.ZU"), bytes), device),
+              QString());
+}

@@ -6,13 +6,14 @@
 #include "info/recordingdata.h"
 #include "info/values.h"
 
+#include "base/chainnames.h"
+#include "base/codecs.h"
 #include "device/zucmtrdevparam.h"
 #include "preparation/segmentchain.h"
 #include "recording/anchanneldata.h"
 #include "recording/dichanneldata.h"
 #include "recording/zufileformat.h"
 #include "resorter/ResorterZuCmtrConv.h"
-#include "service/zucmtrconverter.h"
 #include "text/texts.h"
 
 #include <QDir>
@@ -37,19 +38,12 @@ struct PlainDevice : ZuCmtrDevParam
     PlainDevice& operator=(const PlainDevice&) = delete;
 };
 
-QString SegmentPath(const QString& first, size_t number)
-{
-    if (number == 0)
-        return first;
-    return first.chopped(1) + QLatin1String(ZuCmtrConverter::ZuExtensions[number - 1]);
-}
-
 // Continuation files that lie beside the first one and are numbered behind the chain.
-QStringList LeftOut(const QString& first, size_t inChain)
+QStringList LeftOut(const QString& first, int inChain)
 {
     QStringList names;
-    for (size_t number = inChain; number <= std::size(ZuCmtrConverter::ZuExtensions); ++number) {
-        const QString path = SegmentPath(first, number);
+    for (int number = inChain; number <= zu::MostContinuations; ++number) {
+        const QString path = zu::ContinuationName(first, number);
         if (QFile::exists(path))
             names << QFileInfo(path).fileName();
     }
@@ -64,19 +58,19 @@ struct ChainEnd
 };
 
 // wasCut: a file that could be read does not fit the first one.
-ChainEnd EndOf(const QString& path, size_t segments, bool wasCut, const ZuCmtrDevParam& device)
+ChainEnd EndOf(const QString& path, int segments, bool wasCut, const ZuCmtrDevParam& device)
 {
-    const QString next = QFileInfo(SegmentPath(path, segments)).fileName();
+    if (segments > zu::MostContinuations)
+        return {reason::AllFiles, Tr("info", "it has all the files that a recording can have")};
+    const QString next = QFileInfo(zu::ContinuationName(path, segments)).fileName();
     if (wasCut)
         return {reason::NextFileDiffers, Tr("info", "%1 differs from the first file").arg(next)};
     if (!device.LogMessages.empty())
         return {reason::NextFileUnreadable, Tr("info", "%1 cannot be read").arg(next)};
-    if (segments == std::size(ZuCmtrConverter::ZuExtensions) + 1)
-        return {reason::AllFiles, Tr("info", "it has all the files that a recording can have")};
     return {reason::NoNextFile, Tr("info", "there is no %1").arg(next)};
 }
 
-void AddChainEnd(Description& description, const QString& path, size_t segments, bool wasCut,
+void AddChainEnd(Description& description, const QString& path, int segments, bool wasCut,
                  const ZuCmtrDevParam& device)
 {
     for (const QString& note : device.LogMessages)
@@ -89,7 +83,7 @@ void AddChainEnd(Description& description, const QString& path, size_t segments,
         description.notes << Tr("info", "not part of the recording: %1").arg(left.join(QLatin1String(", ")));
 }
 
-Table SegmentTable(const QString& path, const std::vector<ZuFileFormat*>& files)
+Table SegmentTable(const std::vector<QString>& paths, const std::vector<ZuFileFormat*>& files)
 {
     Table table{QStringLiteral("segments"),
                 Tr("info", "Segments"),
@@ -99,7 +93,7 @@ Table SegmentTable(const QString& path, const std::vector<ZuFileFormat*>& files)
                 {}};
     for (size_t i = 0; i < files.size(); ++i) {
         ZuFileFormat& file = *files[i];
-        const QFileInfo onDisk(SegmentPath(path, i));
+        const QFileInfo onDisk(paths[i]);
         table.rows.push_back({TextCell(onDisk.fileName()), MomentCell(file.StartTime, file.StartMicroseconds),
                               SecondsCell(file.SegmentDuration / 1e6), CountCell(file.GetNumPointsAn()),
                               BytesCell(onDisk.size())});
@@ -148,7 +142,7 @@ Table DiscreteTable(const ZuFileFormat& first, const std::vector<qint64>& change
 // The recorder's code page, as the title tells it.
 QString CodePage(const ZuFileFormat& file)
 {
-    static const QByteArray inCp1251 = ZuCmtrConverter::codec_CP1251->fromUnicode(QStringLiteral("Данные"));
+    static const QByteArray inCp1251 = zu::CodecCP1251->fromUnicode(QStringLiteral("Данные"));
     const bool windows =
         std::memcmp(file.Header.title, inCp1251.constData(), static_cast<size_t>(inCp1251.size())) == 0;
     return windows ? QStringLiteral("Windows-1251") : QStringLiteral("CP866");
@@ -207,9 +201,8 @@ void DescribeChain(Description& description, const QString& path)
     AddStart(description, first, device);
     const std::vector<ZuFileFormat*>& files = *chain.Files();
     const size_t loaded = files.size();
-    chain.CutAtDifference();
     RecordingData data;
-    if (chain.CheckChannels() && chain.SumTotals()) {
+    if (chain.Check()) {
         const std::vector<Rate> rates = {{device.SampleRate, device.TotalSamples}};
         AddSampling(description, {rates, SecondsOfRates(rates)});
         data = WalkThrough(files, device.SampleRate, device.TotalSamples);
@@ -218,8 +211,9 @@ void DescribeChain(Description& description, const QString& path)
         description.Fail(reason::RecordingInconsistent, explain::LibraryText(device.LastError));
     }
     AddChannelCount(description, first.AnChannels.size(), first.DiChannels.size());
-    AddChainEnd(description, path, files.size(), files.size() < loaded, device);
-    description.tables = {SegmentTable(path, files), AnalogTable(first), DiscreteTable(first, data.changes)};
+    AddChainEnd(description, path, static_cast<int>(files.size()), files.size() < loaded, device);
+    description.tables = {SegmentTable(chain.Paths(), files), AnalogTable(first),
+                          DiscreteTable(first, data.changes)};
 }
 
 // What can be told of a first file that does not load: its size, and its header's times if they are there.

@@ -1,10 +1,10 @@
 #include "verify/source.h"
 
+#include "device/zucmtrdevparam.h"
 #include "explain/file.h"
 #include "explain/library.h"
 #include "recording/zufileformat.h"
 #include "resorter/ResorterZuCmtrConv.h"
-#include "service/zucmtrconverter.h"
 #include "text/texts.h"
 #include "verify/device.h"
 #include "verify/mismatch.h"
@@ -15,40 +15,29 @@ Source::Source(const Device& device_, const QString& firstFile) : device(device_
 {
     ZuCmtrDevParam& param = device.Param();
     param.ClearLog();
-    bool fits = chain.Load(firstFile);
-    if (fits) {
-        chain.CutAtDifference();
-        fits = chain.CheckChannels() && chain.SumTotals();
-    }
-    if (!fits)
+    if (!chain.Load(firstFile) || !chain.Check())
         throw Unreadable(Tr("verify", "the recording cannot be read: %1")
                              .arg(explain::NotLoaded(firstFile, param.LastError)));
     segments = *chain.Files();
     sampleRate = param.SampleRate;
     totalSamples = param.TotalSamples;
-    files << firstFile;
-    for (size_t i = 1; i < segments.size(); ++i)
-        files << firstFile.left(firstFile.size() - 1) + QLatin1String(ZuCmtrConverter::ZuExtensions[i - 1]);
-    Order();
+    for (const QString& path : chain.Paths())
+        files << path;
+    chain.Prepare();
     while (!param.LogMessages.empty())
         notes << explain::LibraryText(param.PopLogMessages());
 }
 
-void Source::Order()
+const QString& Source::RecordName() const
 {
-    ZuFileFormat& first = chain.First();
-    ZuCmtrDevParam& param = device.Param();
-    first.RenameAllChannelsName(&param);
-    first.ParseComment(&param);
-    param.Resorter->SortZuFile(&first);
-    recordName = first.DoOutName(&param);
+    return chain.First().OutName;
 }
 
 void Source::OrderAfresh()
 {
     device.Param().Resorter->ClearPrevFileAnIndexes();
     device.Param().Resorter->ClearPrevFileDiIndexes();
-    Order();
+    chain.Prepare();
 }
 
 qint64 Source::BinaryRecordSize() const

@@ -38,7 +38,7 @@ public:
     const QStringList& Notes() const { return notes; }
 
     /// Name of the record, without directory and extension.
-    const QString& RecordName() const { return recordName; }
+    const QString& RecordName() const;
 
     double SampleRate() const { return sampleRate; }     // samples per second
     qint64 TotalSamples() const { return totalSamples; } // of all segments
@@ -61,14 +61,11 @@ public:
     size_t StateCount() const;
 
 private:
-    void Order();
-
     const Device& device;
     SegmentChain chain;
     std::vector<ZuFileFormat*> segments;
     QStringList files;
     QStringList notes;
-    QString recordName;
     double sampleRate = 0;
     qint64 totalSamples = 0;
 };

@@ -48,6 +48,40 @@ TEST(FileHeader, FieldsAreTakenFromTheirPlaces)
     EXPECT_EQ(file->TrigTime.toString(Qt::ISODate), QStringLiteral("2024-01-31T12:00:00+03:00"));
 }
 
+TEST(FileHeader, IsReadAloneWhateverFollows)
+{
+    Recording recording;
+    recording.identity = "id";
+    recording.trigMicroseconds = -250000;
+    recording.Add(recorderfile::AnalogChannel{"Q1:Ia", "А", {1}});
+    const TestDirectory directory;
+    const QString path = directory.Write("rec.ZU", Encode(recording).left(300)); // within the first section
+    ZuFileFormat file;
+    EXPECT_FALSE(file.Load(path));
+    ASSERT_TRUE(file.LoadHeader(path)) << file.ErrorText;
+    EXPECT_EQ(file.Identity, QString("id"));
+    EXPECT_EQ(file.ChannelCount, 1);
+    EXPECT_EQ(file.TrigMicroseconds, 750000);
+    EXPECT_EQ(file.TrigTime.toString(Qt::ISODate), QString("2024-01-31T11:59:59+03:00"));
+    EXPECT_TRUE(file.AnChannels.empty());
+}
+
+TEST(FileHeader, AloneIsRefusedAsInAWholeFile)
+{
+    const TestDirectory directory;
+    QByteArray bytes = Encode(Recording());
+    bytes[0] = '3';
+    ZuFileFormat whole;
+    ZuFileFormat header;
+    for (const QString& path : {directory.Write("a.ZU", bytes), directory.Write("b.ZU", bytes.left(262)),
+                                directory.Path("missing.ZU"), directory.Path()}) {
+        EXPECT_FALSE(whole.Load(path));
+        EXPECT_FALSE(header.LoadHeader(path));
+        EXPECT_EQ(header.ErrorText, whole.ErrorText);
+        EXPECT_FALSE(header.ErrorText.isEmpty());
+    }
+}
+
 TEST(FileHeader, TitleKeepsAllItsBytesANulToo)
 {
     QByteArray bytes = Encode(Recording());

@@ -1,4 +1,5 @@
 // The CFG file as a whole: its rows, its codec and what it leaves on the first segment.
+#include "resorter/ResorterZuCmtrConv.h"
 #include "support/readyrecording.h"
 #include "unit/writers/stoppingcodec.h"
 

@@ -2,6 +2,7 @@
 //
 // The plain one makes one text for every value and asks every discrete channel at every sample. It works on a
 // second copy of the segments, since asking moves a channel's cursor.
+#include "resorter/ResorterZuCmtrConv.h"
 #include "support/readyrecording.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,5 @@
 // The records of the DAT file: layout, times and the walk over the segments.
+#include "resorter/ResorterZuCmtrConv.h"
 #include "support/readyrecording.h"
 
 #include <gtest/gtest.h>
@@ -158,14 +159,19 @@ TEST(DatTimes, HalvesAreRoundedUp)
 
 TEST(DatTimes, BeyondThirtyTwoBitsWrapInBinaryOnly)
 {
-    // One sample in 256 s, one sample a segment: the 18th stands behind 2^32 microseconds.
-    std::vector<Recording> segments;
-    for (int i = 0; i < 18; ++i) {
-        segments.push_back(OfRate(1.0F / 256.0F, 1));
-        segments.back().duration = 256000000;
-    }
-    EXPECT_TRUE(Dat(segments).endsWith("\n17,4096000000,7\n18,4352000000,7\n"));
-    const QByteArray binary = Dat(segments, Binary);
+    // One sample in 256 s: the 18th stands after 2^32 microseconds, in a segment that begins before them.
+    const auto write = [](const QByteArray& form) {
+        std::vector<Recording> segments = {OfRate(1.0F / 256.0F, 16), OfRate(1.0F / 256.0F, 2)};
+        segments[0].duration = segments[1].duration = 1;
+        TestStation station(form);
+        ReadyRecording recording(station, segments);
+        recording.First().SegmentDuration = 4096000000U; // more than a header may say
+        recording.Files()->back()->SegmentTimeBase = 4096000000;
+        recording.Files()->back()->SegmentDuration = 512000000;
+        return recording.Dat();
+    };
+    EXPECT_TRUE(write(QByteArray()).endsWith("\n17,4096000000,7\n18,4352000000,7\n"));
+    const QByteArray binary = write(Binary);
     EXPECT_EQ(binary.size(), 180);
     EXPECT_EQ(binary.mid(164, 4).toHex(), "000024f4"); // 4096000000
     EXPECT_EQ(binary.mid(174, 4).toHex(), "00406603"); // 4352000000 - 2^32
