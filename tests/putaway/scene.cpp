@@ -33,8 +33,8 @@ QString TextOf(const std::function<void()>& action)
 {
     try {
         action();
-    } catch (const std::runtime_error& error) {
-        return QString::fromUtf8(error.what());
+    } catch (const text::Error& error) {
+        return error.Message();
     }
     return QString();
 }

@@ -32,7 +32,7 @@ void Open(QFile& file)
              Tr("comtrade", "cannot be read: %1").arg(explain::SystemText(file.errorString())));
 }
 
-QByteArray TextOf(const QString& path)
+QByteArray ReadText(const QString& path)
 {
     QFile file(path);
     Open(file);
@@ -70,16 +70,16 @@ Record::~Record() = default;
 
 void Record::OpenPieces(const QString& path)
 {
-    configuration = ParseConfiguration(TextOf(path), path);
+    configuration = ParseConfiguration(ReadText(path), path);
     const QString dataPath = PieceBeside(path, QStringLiteral("dat"));
     if (dataPath.isEmpty())
         Fail(path, Tr("comtrade", "there is no .dat file beside it"));
     const QString headerPath = PieceBeside(path, QStringLiteral("hdr"));
     if (!headerPath.isEmpty())
-        header = TextOf(headerPath);
+        header = ReadText(headerPath);
     const QString informationPath = PieceBeside(path, QStringLiteral("inf"));
     if (!informationPath.isEmpty())
-        information = TextOf(informationPath);
+        information = ReadText(informationPath);
     data = std::make_unique<DataReader>(dataPath, 0, -1, configuration);
 }
 

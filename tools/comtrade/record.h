@@ -9,21 +9,22 @@
 // that says where it is, and memory stays in proportion to the configuration, however large the data.
 #pragma once
 
+#include "text/error.h"
+
 #include <QByteArray>
 #include <QDate>
 #include <QString>
 
 #include <memory>
-#include <stdexcept>
 #include <vector>
 
 namespace comtrade {
 
-/// A record that cannot be read. what() is UTF-8: the file, the line or record, what is wrong.
-class Error : public std::runtime_error
+/// A record that cannot be read. The message names the file, the line or record, what is wrong.
+class Error : public text::Error
 {
 public:
-    explicit Error(const QString& text) : std::runtime_error(text.toStdString()) {}
+    using text::Error::Error;
 };
 
 enum class Revision { R1999 = 1999, R2013 = 2013 };

@@ -108,7 +108,7 @@ bool IsOfChannels(const Table& table)
 
 } // namespace
 
-QStringList TextOf(const Description& description, bool channels)
+QStringList LinesOf(const Description& description, bool channels)
 {
     QStringList lines(description.file);
     lines << FactLines(description.facts);

@@ -66,7 +66,7 @@ void DescribeRecording(Description& description);
 void DescribeRecord(Description& description);
 
 /// Lines for people; without the lists of channels if they are not wanted.
-QStringList TextOf(const Description& description, bool channels);
+QStringList LinesOf(const Description& description, bool channels);
 
 /// One object for programs; docs/json.md lists the keys.
 QJsonObject JsonOf(const Description& description, bool channels);

@@ -12,7 +12,7 @@ namespace info {
 
 namespace {
 
-QString TextOf(const Rate& rate, bool isOnly)
+QString RateText(const Rate& rate, bool isOnly)
 {
     const QString hertz = NumberCell(rate.hertz).text;
     if (isOnly)
@@ -32,7 +32,7 @@ void AddRates(Description& description, const std::vector<Rate>& rates)
     QStringList texts;
     QJsonArray values;
     for (const Rate& rate : rates) {
-        texts << TextOf(rate, rates.size() == 1);
+        texts << RateText(rate, rates.size() == 1);
         values.append(QJsonObject{{QStringLiteral("rate"), ValueOf(rate)},
                                   {QStringLiteral("lastSample"), rate.lastSample}});
     }

@@ -6,6 +6,7 @@
 
 #include "comtrade/record.h"
 #include "explain/file.h"
+#include "text/error.h"
 #include "text/texts.h"
 
 #include <QJsonArray>
@@ -199,7 +200,7 @@ void DescribeRecord(Description& description)
         comtrade::Record record(description.file);
         DescribeOpen(description, record);
     } catch (const comtrade::Error& error) {
-        description.Fail(reason::RecordUnreadable, QString::fromUtf8(error.what()));
+        description.Fail(reason::RecordUnreadable, text::MessageOf(error));
     }
 }
 

@@ -1,5 +1,7 @@
 #include "info/recorddata.h"
 
+#include "text/error.h"
+
 #include <cmath>
 #include <limits>
 
@@ -75,7 +77,7 @@ RecordData ReadData(comtrade::Record& record)
         while (record.Next(row))
             pass.Add(row);
     } catch (const comtrade::Error& error) {
-        failure = QString::fromUtf8(error.what());
+        failure = text::MessageOf(error);
     }
     RecordData data = pass.Take();
     data.failure = failure;

@@ -19,7 +19,7 @@ struct Question
     QStringList recordings; // first files, to compare with the dictionary of the devices
 };
 
-/// All findings by line. Throws std::runtime_error (UTF-8 text) if the ini file cannot be read.
+/// All findings by line. Throws text::Error if the ini file cannot be read.
 Findings Check(const Question& question);
 
 /// What of the two sections makes records that no program opens, whatever the recording: texts that are in

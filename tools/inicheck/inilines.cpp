@@ -3,14 +3,13 @@
 #include "config/GlobalFunction.h"
 #include "explain/system.h"
 #include "service/zucmtrconverter.h"
+#include "text/error.h"
 #include "text/texts.h"
 
 #include <QFile>
 #include <QStringList>
 #include <QTextCodec>
 #include <QTextStream>
-
-#include <stdexcept>
 
 namespace inicheck {
 
@@ -59,9 +58,8 @@ IniLines::IniLines(const QString& path)
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
-        throw std::runtime_error(Tr("check", "'%1' cannot be read: %2")
-                                     .arg(path, explain::SystemText(file.errorString()))
-                                     .toStdString());
+        throw text::Error(
+            Tr("check", "'%1' cannot be read: %2").arg(path, explain::SystemText(file.errorString())));
     const QByteArray bytes = file.readAll();
     byteOrderMark = bytes.startsWith("\xEF\xBB\xBF");
     encoding = OtherEncodingOf(bytes);

@@ -32,7 +32,7 @@ struct IniLine
 class IniLines
 {
 public:
-    /// Throws std::runtime_error (UTF-8 text) if the file cannot be read.
+    /// Throws text::Error if the file cannot be read.
     explicit IniLines(const QString& path);
 
     const std::vector<IniLine>& All() const { return lines; }

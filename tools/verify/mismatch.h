@@ -1,25 +1,25 @@
 // What a verification finds.
 #pragma once
 
-#include <QString>
+#include "text/error.h"
 
-#include <stdexcept>
+#include <QString>
 
 namespace verify {
 
-/// A record that is not what its recording makes it; what() is UTF-8 and names the file, the place in it,
+/// A record that is not what its recording makes it; the message names the file, the place in it,
 /// what stands there and what should.
-class Mismatch : public std::runtime_error
+class Mismatch : public text::Error
 {
 public:
-    explicit Mismatch(const QString& text) : std::runtime_error(text.toStdString()) {}
+    using text::Error::Error;
 };
 
-/// A recording or a device that cannot be read, so that there is nothing to compare with; what() is UTF-8.
-class Unreadable : public std::runtime_error
+/// A recording or a device that cannot be read, so that there is nothing to compare with.
+class Unreadable : public text::Error
 {
 public:
-    explicit Unreadable(const QString& text) : std::runtime_error(text.toStdString()) {}
+    using text::Error::Error;
 };
 
 /// Throws the Mismatch of two values at one place ("'a.cfg', analog channel 3, unit").

@@ -2,6 +2,7 @@
 
 #include "comtrade/mark.h"
 #include "service/zucmtrconverter.h"
+#include "text/error.h"
 #include "text/texts.h"
 #include "verify/device.h"
 #include "verify/likeness.h"
@@ -298,7 +299,7 @@ Standing StandingOf(const Source& source, const QString& directory)
     } catch (const std::bad_alloc&) {
         throw;
     } catch (const std::exception& error) {
-        return {RecordState::Foreign, QString::fromUtf8(error.what())};
+        return {RecordState::Foreign, text::MessageOf(error)};
     }
 }
 

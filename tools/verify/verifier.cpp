@@ -1,6 +1,7 @@
 #include "verify/verifier.h"
 
 #include "service/zucmtrconverter.h"
+#include "text/error.h"
 #include "text/texts.h"
 #include "verify/checks.h"
 #include "verify/pieces.h"
@@ -70,7 +71,7 @@ Presence Verifier::Find(const QString& firstFile, const QString& directory)
     } catch (const std::bad_alloc&) {
         throw;
     } catch (const std::exception& error) {
-        reason = QString::fromUtf8(error.what());
+        reason = text::MessageOf(error);
     }
     presence.standing = StandingOf(source, directory);
     if (presence.standing.reason.isEmpty() && presence.standing.state != RecordState::Absent)

@@ -4,9 +4,9 @@
 //     view::WritePage("record.cfg", "record.html", {});
 #pragma once
 
-#include <QString>
+#include "text/error.h"
 
-#include <stdexcept>
+#include <QString>
 
 namespace view {
 
@@ -18,12 +18,12 @@ struct Options
     QString source;    ///< file name to show as the origin; empty: that of the record
 };
 
-/// A page or picture that cannot be written; what() is UTF-8 and names the file and what to do. A record that
+/// A page or picture that cannot be written; the message names the file and what to do. A record that
 /// cannot be read throws comtrade::Error.
-class Error : public std::runtime_error
+class Error : public text::Error
 {
 public:
-    explicit Error(const QString& text) : std::runtime_error(text.toStdString()) {}
+    using text::Error::Error;
 };
 
 /// How much of its record a page or picture holds, and what is odd about the record.

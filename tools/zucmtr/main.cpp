@@ -1,5 +1,6 @@
 // zucmtr, the command-line program: an ordinary user of the library's public interface. This file knows the
 // list of subcommands and turns every way out into an exit code.
+#include "text/error.h"
 #include "text/texts.h"
 #include "zucmtr/commands/checkcommand.h"
 #include "zucmtr/commands/convertcommand.h"
@@ -60,7 +61,7 @@ int ExitAfterParsing(const CLI::App& app, const CLI::ParseError& error)
     QString command = QStringLiteral("zucmtr");
     for (const CLI::App* subcommand : app.get_subcommands())
         command += QLatin1Char(' ') + QString::fromStdString(subcommand->get_name());
-    throw UsageError(TextOf(app, error), command);
+    throw UsageError(ParseErrorText(app, error), command);
 }
 
 // Everything that --help tells of the program and its commands.
@@ -99,7 +100,7 @@ void CheckSlips(const CLI::App& app, int count, char** arguments)
     if (text.isEmpty())
         return;
     const bool isCommand =
-        !app.get_subcommands([&](const CLI::App* one) { return Text(one->get_name()) == words.first(); })
+        !app.get_subcommands([&](const CLI::App* one) { return FromUtf8(one->get_name()) == words.first(); })
              .empty();
     throw UsageError(text,
                      QStringLiteral("zucmtr") + (isCommand ? QLatin1Char(' ') + words.first() : QString()));
@@ -152,7 +153,7 @@ int main(int count, char** arguments)
         Complain(Tr("main", "out of memory; work on fewer or shorter recordings"));
         return ExitFailed;
     } catch (const std::exception& error) {
-        Complain(Tr("main", "stopped by an unexpected error: %1").arg(QString::fromUtf8(error.what())));
+        Complain(Tr("main", "stopped by an unexpected error: %1").arg(text::MessageOf(error)));
         return ExitFailed;
     }
     if (code == ExitDone && !OutputIsWhole()) {

@@ -90,7 +90,7 @@ bool IsIni(const QString& file)
 void SortFiles(const CheckOptions& options, DeviceChoice& choice, QStringList& recordings)
 {
     for (const std::string& argument : options.files) {
-        const QString file = Text(argument);
+        const QString file = FromUtf8(argument);
         const QString reason = explain::Unreadable(file);
         if (!reason.isEmpty())
             throw ConfigurationError(file + QLatin1String(": ") + reason);

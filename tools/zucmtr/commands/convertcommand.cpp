@@ -57,7 +57,7 @@ QStringList Texts(const std::vector<std::string>& utf8)
 {
     QStringList texts;
     for (const std::string& text : utf8)
-        texts << Text(text);
+        texts << FromUtf8(text);
     return texts;
 }
 
@@ -73,7 +73,7 @@ void CheckCombination(const ConvertOptions& options)
 
 QString OutDirectory(const ConvertOptions& options)
 {
-    QString out = Text(options.out);
+    QString out = FromUtf8(options.out);
     if (options.makeOut && options.dryRun)
         return out;
     if (options.makeOut)
@@ -188,10 +188,10 @@ int RunConvert(const ConvertOptions& options)
     CheckCombination(options);
     QStringList excluded;
     if (!options.work.archive.empty())
-        excluded << Text(options.work.archive);
+        excluded << FromUtf8(options.work.archive);
     if (!options.dryRun)
-        ClearLeftovers(Texts(options.files), options.recursive, Text(options.out),
-                       Text(options.work.archive));
+        ClearLeftovers(Texts(options.files), options.recursive, FromUtf8(options.out),
+                       FromUtf8(options.work.archive));
     const RecordingList list = CollectRecordings(Texts(options.files), options.recursive, excluded);
     const std::vector<Recording> convertible = Convertible(list.recordings);
     DeviceChoice choice = ChoiceOf(options.device);
@@ -203,7 +203,7 @@ int RunConvert(const ConvertOptions& options)
     ShareAllocations(options.maxMemory);
     LimitMemory(options.maxMemory);
 
-    Host host(Text(options.device.log));
+    Host host(FromUtf8(options.device.log));
     host.LoadDefaults(choice.ini, choice.defaults);
     std::vector<std::unique_ptr<Worker>> workers =
         MakeWorkers(host, choice, order, WorkerCount(options, list.recordings.size()), !options.quiet);

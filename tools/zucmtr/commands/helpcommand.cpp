@@ -38,12 +38,12 @@ int PrintHelp(CLI::App& app, const HelpOptions& options)
     if (!name.empty()) {
         const auto found = app.get_subcommands([&](const CLI::App* one) { return one->get_name() == name; });
         if (found.empty())
-            throw UsageError(UnknownCommandText(app, Text(name)), QStringLiteral("zucmtr"));
+            throw UsageError(UnknownCommandText(app, FromUtf8(name)), QStringLiteral("zucmtr"));
         command = found.front();
     }
     QStringList words = {QStringLiteral("zucmtr")};
     if (!name.empty())
-        words << Text(name);
+        words << FromUtf8(name);
     if (options.dump)
         PrintJson(HelpDump(*command, words));
     else
@@ -63,7 +63,7 @@ void AddHelpCommand(CLI::App& app, Action& chosen)
     const std::vector<std::string> commands = Commands(app);
     command
         ->add_option("COMMAND", options->command,
-                     Tr("help", "The command: %1").arg(Text(CLI::detail::join(commands, ", "))).toStdString())
+                     Tr("help", "The command: %1").arg(FromUtf8(CLI::detail::join(commands, ", "))).toStdString())
         ->check(values::Offer(commands))
         ->type_name("");
     command->add_flag("--dump-json", options->dump)->group(std::string()); // for the build, not for users

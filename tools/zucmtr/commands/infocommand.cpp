@@ -45,7 +45,7 @@ bool Show(const QString& file, const InfoOptions& options)
     if (options.json) {
         PrintJson(info::JsonOf(description, !options.withoutChannels));
     } else if (!description.facts.empty()) {
-        for (const QString& line : info::TextOf(description, !options.withoutChannels))
+        for (const QString& line : info::LinesOf(description, !options.withoutChannels))
             PrintLine(line);
     }
     if (!description.error.isEmpty())

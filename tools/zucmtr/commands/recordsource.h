@@ -3,19 +3,19 @@
 // deleted.
 #pragma once
 
+#include "text/error.h"
 #include "zucmtr/host/devicechoice.h"
 
 #include <QString>
 #include <QTemporaryDir>
 
 #include <memory>
-#include <stdexcept>
 
-/// A recording that does not convert; what() is UTF-8.
-class SourceError : public std::runtime_error
+/// A recording that does not convert.
+class SourceError : public text::Error
 {
 public:
-    explicit SourceError(const QString& text) : std::runtime_error(text.toStdString()) {}
+    using text::Error::Error;
 };
 
 class RecordSource

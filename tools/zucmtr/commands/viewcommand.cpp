@@ -1,6 +1,7 @@
 #include "zucmtr/commands/viewcommand.h"
 
 #include "output/target.h"
+#include "text/error.h"
 #include "text/texts.h"
 #include "view/view.h"
 #include "zucmtr/commands/deviceoptions.h"
@@ -84,21 +85,22 @@ void WriteAll(const ViewOptions& options, const QString& record)
     view::Options settings;
     settings.window = options.window;
     settings.full = options.full;
-    settings.source = QFileInfo(Text(options.file)).fileName();
+    settings.source = QFileInfo(FromUtf8(options.file)).fileName();
     const bool pictureAlone = options.page.empty() && !(options.svg.empty() && options.png.empty());
     view::Held held;
     if (!pictureAlone)
-        held = PutPage(record, options.page.empty() ? DefaultPage(Text(options.file)) : Text(options.page),
+        held = PutPage(record,
+                       options.page.empty() ? DefaultPage(FromUtf8(options.file)) : FromUtf8(options.page),
                        settings);
     const std::pair<const std::string&, view::Picture> pictures[] = {{options.svg, view::Picture::Svg},
                                                                      {options.png, view::Picture::Png}};
     for (const auto& [path, format] : pictures) {
         if (path.empty() || interrupt::Came())
             continue;
-        held = view::WritePicture(record, Text(path), format, settings);
-        Confirm(Text(path));
+        held = view::WritePicture(record, FromUtf8(path), format, settings);
+        Confirm(FromUtf8(path));
     }
-    ComplainOfRecord(Text(options.file), held);
+    ComplainOfRecord(FromUtf8(options.file), held);
 }
 
 int RunView(const ViewOptions& options)
@@ -107,24 +109,24 @@ int RunView(const ViewOptions& options)
     // end, and a reader of standard output that goes away is a failure.
     interrupt::Install();
     std::signal(SIGPIPE, SIG_IGN);
-    const QVector<QPair<QString, QString>> outputs = {{QStringLiteral("--out"), Text(options.page)},
-                                                      {QStringLiteral("--svg"), Text(options.svg)},
-                                                      {QStringLiteral("--png"), Text(options.png)}};
+    const QVector<QPair<QString, QString>> outputs = {{QStringLiteral("--out"), FromUtf8(options.page)},
+                                                      {QStringLiteral("--svg"), FromUtf8(options.svg)},
+                                                      {QStringLiteral("--png"), FromUtf8(options.png)}};
     for (const auto& [option, path] : outputs)
-        CheckIsNoInput(option, path, Text(options.file));
+        CheckIsNoInput(option, path, FromUtf8(options.file));
     CheckOutputsDiffer(outputs);
     try {
-        const RecordSource source(Text(options.file), ChoiceOf(options.choice), options.plain);
+        const RecordSource source(FromUtf8(options.file), ChoiceOf(options.choice), options.plain);
         if (!interrupt::Came())
             WriteAll(options, source.Path());
     } catch (const comtrade::Error& error) {
-        Complain(QString::fromUtf8(error.what()));
+        Complain(text::MessageOf(error));
         return ExitFailed;
     } catch (const view::Error& error) {
-        Complain(QString::fromUtf8(error.what()));
+        Complain(text::MessageOf(error));
         return ExitFailed;
     } catch (const SourceError& error) {
-        Complain(QString::fromUtf8(error.what()));
+        Complain(text::MessageOf(error));
         return ExitFailed;
     }
     return interrupt::Came() ? interrupt::ExitCode() : ExitDone;

@@ -1,5 +1,6 @@
 #include "zucmtr/commands/watchcommand.h"
 
+#include "text/error.h"
 #include "text/texts.h"
 #include "zucmtr/commands/deviceoptions.h"
 #include "zucmtr/commands/workoptions.h"
@@ -44,29 +45,29 @@ std::chrono::milliseconds Milliseconds(double seconds)
 }
 
 // Trouble that may be over when the service manager starts the program again.
-class PassingTrouble : public std::runtime_error
+class PassingTrouble : public text::Error
 {
 public:
-    explicit PassingTrouble(const QString& text) : std::runtime_error(text.toStdString()) {}
+    using text::Error::Error;
 };
 
 void CheckDirectories(const WatchOptions& options)
 {
     for (const std::string& directory : options.directories) {
-        const QFileInfo info(Text(directory));
+        const QFileInfo info(FromUtf8(directory));
         if (!info.exists())
             throw PassingTrouble(Tr("watch", "there is no directory '%1'; make it first: mkdir -p %2")
-                                     .arg(Text(directory), ShellWord(Text(directory))));
+                                     .arg(FromUtf8(directory), ShellWord(FromUtf8(directory))));
         if (!info.isDir())
             throw ConfigurationError(
                 Tr("watch", "'%1' is no directory; give the one in which recordings arrive")
-                    .arg(Text(directory)));
+                    .arg(FromUtf8(directory)));
     }
 }
 
 bool IsOtherFile(const std::string& path)
 {
-    const QFileInfo info(Text(path));
+    const QFileInfo info(FromUtf8(path));
     return info.exists() && !info.isDir();
 }
 
@@ -82,7 +83,7 @@ WorkOrder CheckedOrder(const WatchOptions& options)
     if (options.work.noVerify && PutsAway(options.work))
         OrderOf(options.work, QString()); // throws
     try {
-        WorkOrder order = OrderOf(options.work, CheckedOutputDirectory(Text(options.out)));
+        WorkOrder order = OrderOf(options.work, CheckedOutputDirectory(FromUtf8(options.out)));
         order.mirror = Mirrors(options);
         order.sync = true; // the journal must not know of a record that a power failure takes
         return order;
@@ -97,13 +98,13 @@ WatchOrder WatchOrderOf(const WatchOptions& options, const Worker& worker)
 {
     WatchOrder order;
     for (const std::string& directory : options.directories)
-        order.directories << Text(directory);
-    order.out = Text(options.out);
-    order.archive = Text(options.work.archive);
+        order.directories << FromUtf8(directory);
+    order.out = FromUtf8(options.out);
+    order.archive = FromUtf8(options.work.archive);
     order.recursive = options.recursive;
     order.mirror = Mirrors(options);
     if (!options.work.archive.empty())
-        order.excluded << Text(options.work.archive);
+        order.excluded << FromUtf8(options.work.archive);
     order.once = options.once;
     order.quiet = std::chrono::milliseconds(worker.WaitTime());
     order.rescan = Milliseconds(options.rescan);
@@ -119,7 +120,7 @@ DeviceChoice Chosen(const WatchOptions& options)
     DeviceChoice choice = ChoiceOf(options.device);
     std::vector<Recording> directories;
     for (const std::string& directory : options.directories)
-        directories.push_back({Text(directory) + QStringLiteral("/*"), QString(), QString()});
+        directories.push_back({FromUtf8(directory) + QStringLiteral("/*"), QString(), QString()});
     CompleteChoice(choice, directories);
     return choice;
 }
@@ -132,8 +133,8 @@ int Begin(const WatchOptions& options)
     const WorkOrder order = CheckedOrder(options);
     LimitMemory(options.maxMemory);
     WatchJournal journal(options.state.empty() ? order.out + QStringLiteral("/.zucmtr-watch")
-                                               : Text(options.state));
-    Host host(Text(options.device.log));
+                                               : FromUtf8(options.state));
+    Host host(FromUtf8(options.device.log));
     host.LoadDefaults(choice.ini, choice.defaults);
     const std::vector<std::unique_ptr<Worker>> workers = MakeWorkers(host, choice, order, 1, true);
     Worker& worker = *workers.front();
@@ -144,7 +145,7 @@ int Begin(const WatchOptions& options)
 int RunWatch(const WatchOptions& options)
 {
     const auto fail = [](const std::exception& error) {
-        Complain(QString::fromUtf8(error.what()));
+        Complain(text::MessageOf(error));
         return ExitFailed;
     };
     try {

@@ -61,7 +61,7 @@ ChainFiles::Unreadable::Kind KindOf(int error)
     }
 }
 
-QString TextOf(ChainFiles::Unreadable::Kind kind)
+QString PatternOf(ChainFiles::Unreadable::Kind kind)
 {
     using Kind = ChainFiles::Unreadable::Kind;
     switch (kind) {
@@ -93,14 +93,14 @@ bool IsThere(const QString& path)
 
 QString SentenceOf(ChainFiles::Unreadable::Kind kind, const QString& path, int code)
 {
-    const QString text = TextOf(kind);
+    const QString text = PatternOf(kind);
     return text.contains(QLatin1String("%2")) ? text.arg(path, SystemText(code)) : text.arg(path);
 }
 
 } // namespace
 
 ChainFiles::Unreadable::Unreadable(Kind kind_, const QString& path_, int code_)
-    : std::runtime_error(SentenceOf(kind_, path_, code_).toStdString()), kind(kind_), path(path_),
+    : text::Error(SentenceOf(kind_, path_, code_)), kind(kind_), path(path_),
       reason(code_ == 0 ? QString() : SystemText(code_)), code(code_)
 {}
 

@@ -2,12 +2,12 @@
 // The library takes what it cannot read for the end of a recording; here it is an error.
 #pragma once
 
+#include "text/error.h"
 #include "zucmtr/files/systemfile.h"
 
 #include <QString>
 #include <QStringList>
 
-#include <stdexcept>
 #include <vector>
 
 /// Opens the first file and its continuations up to the first name that is not there, and keeps them open, so
@@ -15,9 +15,9 @@
 class ChainFiles
 {
 public:
-    /// A file of the recording that is there, but could not be read, now; what() is a sentence in UTF-8 that
+    /// A file of the recording that is there, but could not be read, now; the message is a sentence that
     /// says what to do.
-    class Unreadable : public std::runtime_error
+    class Unreadable : public text::Error
     {
     public:
         enum class Kind {

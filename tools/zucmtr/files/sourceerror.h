@@ -1,9 +1,9 @@
 // Why a recording was not put away.
 #pragma once
 
-#include <QString>
+#include "text/error.h"
 
-#include <stdexcept>
+#include <QString>
 
 namespace sourcefiles {
 
@@ -15,13 +15,12 @@ enum class Trouble {
     File      // that one could not be written, moved or deleted
 };
 
-/// what() is a sentence in UTF-8: the file, the reason, what to do.
-class Error : public std::runtime_error
+/// The message is a sentence: the file, the reason, what to do.
+class Error : public text::Error
 {
 public:
-    Error(Trouble trouble_, const QString& text) : std::runtime_error(text.toStdString()), trouble(trouble_)
-    {}
-    explicit Error(const QString& text) : Error(Trouble::File, text) {}
+    Error(Trouble trouble_, const QString& sentence) : text::Error(sentence), trouble(trouble_) {}
+    explicit Error(const QString& sentence) : Error(Trouble::File, sentence) {}
     const Trouble trouble;
 };
 

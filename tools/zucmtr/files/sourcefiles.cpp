@@ -1,5 +1,6 @@
 #include "zucmtr/files/sourcefiles.h"
 
+#include "text/error.h"
 #include "text/texts.h"
 #include "zucmtr/files/archivecopies.h"
 
@@ -27,7 +28,7 @@ void OrPutBack(AsideFiles& aside, Step step)
         if (notes.isEmpty())
             throw;
         throw Error(error.trouble,
-                    QString::fromUtf8(error.what()) + QStringLiteral("; ") + notes.join(QLatin1String("; ")));
+                    text::MessageOf(error) + QStringLiteral("; ") + notes.join(QLatin1String("; ")));
     }
 }
 

@@ -7,18 +7,19 @@
 // What lies there in the end is what the library leaves when it converts right into the directory.
 #pragma once
 
+#include "text/error.h"
+
 #include <QString>
 #include <QStringList>
 
 #include <chrono>
-#include <stdexcept>
 #include <vector>
 
-/// A record that could not be put in place, or no directory to write it to; what() is UTF-8.
-class StagingError : public std::runtime_error
+/// A record that could not be put in place, or no directory to write it to.
+class StagingError : public text::Error
 {
 public:
-    StagingError(const QString& text, int code_) : std::runtime_error(text.toStdString()), code(code_) {}
+    StagingError(const QString& sentence, int code_) : text::Error(sentence), code(code_) {}
 
     /// Whether the disk, or the user's share of it, is full.
     bool NoRoom() const;

@@ -1,7 +1,7 @@
 #include "zucmtr/host/host.h"
 
+#include "text/error.h"
 #include "text/texts.h"
-#include "zucmtr/run/workfailure.h"
 #include "zucmtr/terminal/checks.h"
 #include "zucmtr/terminal/command.h"
 #include "zucmtr/terminal/console.h"
@@ -130,10 +130,10 @@ Outcome Host::Convert(const QString& file, const QString& outDirectory, unsigned
                                    "no discrete channels; the library gives up such a recording");
     } catch (const std::bad_alloc&) {
         outcome.reason = reason::OutOfMemory;
-        outcome.error = MemoryText();
+        outcome.error = text::MemoryMessage();
     } catch (const std::exception& failure) {
         outcome.reason = reason::ConverterException;
-        outcome.error = Tr("host", "exception in the library: %1").arg(QString::fromUtf8(failure.what()));
+        outcome.error = Tr("host", "exception in the library: %1").arg(text::MessageOf(failure));
     }
     outcome.notes = TakeNotes(device);
     outcome.lackedMemory = std::any_of(outcome.notes.begin(), outcome.notes.end(), [](const QString& note) {

@@ -2,6 +2,7 @@
 
 #include "explain/file.h"
 #include "explain/system.h"
+#include "text/error.h"
 #include "text/texts.h"
 #include "verify/leftout.h"
 #include "verify/recordname.h"
@@ -59,7 +60,7 @@ verify::Verifier MakeVerifier(const DeviceChoice& choice)
     try {
         return verify::Verifier(choice.ini, choice.defaults, choice.device);
     } catch (const verify::Unreadable& error) {
-        throw ConfigurationError(QString::fromUtf8(error.what()));
+        throw ConfigurationError(text::MessageOf(error));
     }
 }
 
@@ -292,7 +293,7 @@ void Worker::ConvertUnseen(BatchItem& item)
     } catch (const std::exception& error) {
         item.Fail(reason::RecordWrong,
                   Tr("worker", "converted, but the record is not right: %1; the recording is deleted")
-                      .arg(TextOf(error)));
+                      .arg(text::MessageOf(error)));
         return;
     }
     if (order.view)
@@ -389,9 +390,9 @@ bool Worker::Verify(BatchItem& item, Job& job)
             return false;
         job.mayLackRoom = true;
         job.isDoubtful = true;
-        item.Fail(
-            reason::RecordWrong,
-            Tr("worker", "not converted: the record that was written is not right: %1").arg(TextOf(error)));
+        item.Fail(reason::RecordWrong,
+                  Tr("worker", "not converted: the record that was written is not right: %1")
+                      .arg(text::MessageOf(error)));
         return false;
     }
 }
@@ -415,7 +416,7 @@ bool Worker::CheckEnd(BatchItem& item, Job& job) const
 {
     if (job.lackedMemory) {
         item.blame = Blame::Memory;
-        item.Fail(reason::OutOfMemory, Tr("worker", "not converted: %1").arg(MemoryText()));
+        item.Fail(reason::OutOfMemory, Tr("worker", "not converted: %1").arg(text::MemoryMessage()));
         return false;
     }
     const QStringList& files = job.chain.Paths();
@@ -471,7 +472,7 @@ QStringList Worker::WritePieces(Job& job, const QString& recordName, QString& pa
     } catch (const std::bad_alloc&) {
         throw;
     } catch (const std::exception& error) {
-        pageError = TextOf(error).replace(directory, job.directory + QLatin1Char('/'));
+        pageError = text::MessageOf(error).replace(directory, job.directory + QLatin1Char('/'));
         QFile::remove(directory + page);
     }
     return names;
@@ -521,7 +522,7 @@ void Worker::WritePageBeside(BatchItem& item) const
     } catch (const std::exception& error) {
         item.Fail(reason::PageNotWritten,
                   Tr("worker", "converted, but its page could not be written: %1; the recording is kept")
-                      .arg(TextOf(error)));
+                      .arg(text::MessageOf(error)));
         return;
     }
     item.files << page;
@@ -534,7 +535,7 @@ void Worker::SyncPresent(BatchItem& item)
     try {
         sourcefiles::Sync(item.files, item.directory);
     } catch (const sourcefiles::Error& error) {
-        item.Fail(reason::NotOnDisk, TextOf(error));
+        item.Fail(reason::NotOnDisk, text::MessageOf(error));
         item.noRoom = error.trouble == sourcefiles::Trouble::NoRoom;
         item.blame = item.noRoom ? Blame::Output : Blame::Recording;
     }

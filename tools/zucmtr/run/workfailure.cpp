@@ -1,5 +1,6 @@
 #include "zucmtr/run/workfailure.h"
 
+#include "text/error.h"
 #include "text/texts.h"
 #include "zucmtr/files/chainfiles.h"
 #include "zucmtr/files/sourceerror.h"
@@ -25,7 +26,7 @@ void FailBy(BatchItem& item, const ChainFiles::Unreadable& error)
     item.Fail(error.kind == Kind::Gone       ? reason::DoesNotExist
               : error.kind == Kind::Changing ? reason::SourceChanged
                                              : reason::SourceUnreadable,
-              Tr("worker", "not converted: %1").arg(TextOf(error)));
+              Tr("worker", "not converted: %1").arg(text::MessageOf(error)));
     if (error.kind == Kind::NoResources)
         item.blame = Blame::Memory;
 }
@@ -36,7 +37,7 @@ void FailBy(BatchItem& item, const StagingError& error)
     if (item.noRoom || error.IsHeld() || !IsUsable(item.directory))
         item.blame = Blame::Output;
     item.Fail(item.noRoom ? reason::NoRoom : reason::RecordNotInPlace,
-              Tr("worker", "not converted: %1").arg(TextOf(error)));
+              Tr("worker", "not converted: %1").arg(text::MessageOf(error)));
 }
 
 void FailBy(BatchItem& item, const sourcefiles::Error& error)
@@ -45,7 +46,8 @@ void FailBy(BatchItem& item, const sourcefiles::Error& error)
     const bool isArchives = error.trouble == Trouble::Archive || error.trouble == Trouble::NoRoom;
     item.noRoom = error.trouble == Trouble::NoRoom;
     item.blame = isArchives ? Blame::Archive : Blame::Recording;
-    item.Fail(error.trouble == Trouble::Changed ? reason::SourceChanged : reason::NotPutAway, TextOf(error));
+    item.Fail(error.trouble == Trouble::Changed ? reason::SourceChanged : reason::NotPutAway,
+              text::MessageOf(error));
 }
 
 // Of the exception at hand.
@@ -60,28 +62,16 @@ void FailByKind(BatchItem& item)
     } catch (const sourcefiles::Error& error) {
         FailBy(item, error);
     } catch (const verify::Unreadable& error) {
-        item.Fail(reason::NotConverted, TextOf(error));
+        item.Fail(reason::NotConverted, text::MessageOf(error));
     } catch (const std::bad_alloc& error) {
         item.blame = Blame::Memory;
-        item.Fail(reason::OutOfMemory, TextOf(error));
+        item.Fail(reason::OutOfMemory, text::MessageOf(error));
     } catch (const std::exception& error) {
-        item.Fail(reason::Unexpected, TextOf(error));
+        item.Fail(reason::Unexpected, text::MessageOf(error));
     }
 }
 
 } // namespace
-
-QString MemoryText()
-{
-    return Tr("worker",
-              "not enough memory; give more by --max-memory, or fewer recordings at once by --jobs");
-}
-
-QString TextOf(const std::exception& error)
-{
-    return dynamic_cast<const std::bad_alloc*>(&error) != nullptr ? MemoryText()
-                                                                  : QString::fromUtf8(error.what());
-}
 
 void FailByCurrent(BatchItem& item)
 {

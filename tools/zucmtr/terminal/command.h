@@ -5,11 +5,12 @@
 // what to run.
 #pragma once
 
+#include "text/error.h"
+
 #include <QString>
 #include <QStringList>
 
 #include <functional>
-#include <stdexcept>
 #include <string>
 
 /// The program's exit codes.
@@ -23,19 +24,19 @@ enum ExitCode {
 using Action = std::function<int()>;
 
 /// A value of the command line as a text.
-inline QString Text(const std::string& utf8)
+inline QString FromUtf8(const std::string& utf8)
 {
     return QString::fromStdString(utf8);
 }
 
-/// Settings with which a command cannot begin; the lines say what is wrong and what to do, what() is their
-/// UTF-8. It ends the program with ExitUsage.
-class ConfigurationError : public std::runtime_error
+/// Settings with which a command cannot begin; the lines say what is wrong and what to do. It ends the
+/// program with ExitUsage.
+class ConfigurationError : public text::Error
 {
 public:
     explicit ConfigurationError(const QString& text) : ConfigurationError(QStringList{text}) {}
     explicit ConfigurationError(const QStringList& lines_)
-        : std::runtime_error(lines_.join(QLatin1Char('\n')).toStdString()), lines(lines_)
+        : text::Error(lines_.join(QLatin1Char('\n'))), lines(lines_)
     {}
     const QStringList& Lines() const { return lines; }
 

@@ -13,8 +13,8 @@ namespace {
 QString ValueOf(const CLI::Option& option)
 {
     if (option.get_positional())
-        return Text(option.get_name(true, false));
-    return option.get_type_size() == 0 ? QString() : Text(option.get_type_name());
+        return FromUtf8(option.get_name(true, false));
+    return option.get_type_size() == 0 ? QString() : FromUtf8(option.get_type_name());
 }
 
 // In the order of the command: the parser keeps them by their addresses, which differ from run to run.
@@ -24,7 +24,7 @@ QJsonArray ExcludedBy(const CLI::Option& option, const std::vector<CLI::Option*>
     QJsonArray names;
     for (CLI::Option* other : options)
         if (excluded.count(other) > 0)
-            names << Text(other->get_name());
+            names << FromUtf8(other->get_name());
     return names;
 }
 
@@ -40,7 +40,7 @@ QJsonArray EntriesOf(const std::vector<CLI::Option*>& options, bool positional)
             {QStringLiteral("required"), option->get_required()},
             {QStringLiteral("repeated"), option->get_expected_max() == CLI::detail::expected_max_vector_size},
             {QStringLiteral("excludes"), ExcludedBy(*option, options)},
-            {QStringLiteral("description"), Text(option->get_description())},
+            {QStringLiteral("description"), FromUtf8(option->get_description())},
             {QStringLiteral("choices"), QJsonArray::fromStringList(values::OfferedWords(*option))},
         };
     }
@@ -55,13 +55,13 @@ QJsonObject HelpDump(CLI::App& command, const QStringList& words)
         command.get_options([](const CLI::Option* one) { return !IsHidden(*one); });
     QJsonArray commands;
     for (CLI::App* below : command.get_subcommands([](const CLI::App*) { return true; }))
-        commands << HelpDump(*below, words + QStringList{Text(below->get_name())});
+        commands << HelpDump(*below, words + QStringList{FromUtf8(below->get_name())});
     return {
         {QStringLiteral("words"), QJsonArray::fromStringList(words)},
-        {QStringLiteral("description"), Text(command.get_description())},
+        {QStringLiteral("description"), FromUtf8(command.get_description())},
         {QStringLiteral("positionals"), EntriesOf(options, true)},
         {QStringLiteral("options"), EntriesOf(options, false)},
         {QStringLiteral("commands"), commands},
-        {QStringLiteral("footer"), Text(command.get_footer())},
+        {QStringLiteral("footer"), FromUtf8(command.get_footer())},
     };
 }

@@ -44,7 +44,7 @@ std::string HelpFormat::make_option(const CLI::Option* option, bool isPositional
 {
     const auto width = static_cast<int>(get_column_width());
     QString left =
-        QStringLiteral("  ") + Text(make_option_name(option, isPositional) + make_option_opts(option));
+        QStringLiteral("  ") + FromUtf8(make_option_name(option, isPositional) + make_option_opts(option));
     const bool fits = left.size() < width;
     left = fits ? left.leftJustified(width) : left + QLatin1Char('\n') + QString(width, QLatin1Char(' '));
     return left.toStdString() + make_option_desc(option) + '\n';
@@ -54,9 +54,9 @@ QStringList FlagsOf(const CLI::Option& option)
 {
     QStringList flags;
     for (const std::string& name : option.get_snames())
-        flags << QLatin1Char('-') + Text(name);
+        flags << QLatin1Char('-') + FromUtf8(name);
     for (const std::string& name : option.get_lnames())
-        flags << QStringLiteral("--") + Text(name);
+        flags << QStringLiteral("--") + FromUtf8(name);
     return flags;
 }
 

@@ -1,5 +1,6 @@
 #include "zucmtr/terminal/messages.h"
 
+#include "text/error.h"
 #include "text/texts.h"
 #include "zucmtr/terminal/command.h"
 #include "zucmtr/terminal/console.h"
@@ -42,7 +43,7 @@ Store& TheStore()
         if (std::current_exception() != nullptr)
             std::rethrow_exception(std::current_exception());
     } catch (const std::exception& error) {
-        End(QString::fromUtf8(error.what()), ExitFailed);
+        End(text::MessageOf(error), ExitFailed);
     } catch (...) { // of a kind that says nothing
     }
     End(QStringLiteral("std::terminate"), ExitFailed);

@@ -2,6 +2,7 @@
 
 #include "explain/pattern.h"
 #include "inicheck/nearest.h"
+#include "text/error.h"
 #include "text/texts.h"
 #include "zucmtr/terminal/command.h"
 #include "zucmtr/terminal/console.h"
@@ -34,7 +35,7 @@ const OwnText ownTexts[] = {
 QString NameOf(const CLI::App& app)
 {
     return app.get_parent() == nullptr ? QStringLiteral("zucmtr")
-                                       : QStringLiteral("zucmtr ") + Text(app.get_name());
+                                       : QStringLiteral("zucmtr ") + FromUtf8(app.get_name());
 }
 
 std::vector<const CLI::App*> CommandsOf(const CLI::App& app)
@@ -46,7 +47,7 @@ QStringList CommandNames(const CLI::App& app)
 {
     QStringList names;
     for (const CLI::App* command : CommandsOf(app))
-        names << Text(command->get_name());
+        names << FromUtf8(command->get_name());
     return names;
 }
 
@@ -90,7 +91,7 @@ QString SuperfluousText(const CLI::App& command, const QString& word)
     if (positionals.empty())
         return Tr("parser", "'%1' is too much: '%2' takes nothing but options").arg(word, NameOf(command));
     return Tr("parser", "'%1' is too much: '%2' takes one %3")
-        .arg(word, NameOf(command), ShownName(Text(positionals.front()->get_name(true, false))));
+        .arg(word, NameOf(command), ShownName(FromUtf8(positionals.front()->get_name(true, false))));
 }
 
 // What the parser could not place. Empty if there is nothing.
@@ -102,7 +103,7 @@ QString UnexpectedText(const CLI::App& root)
     places.insert(places.end(), parsed.begin(), parsed.end());
     for (const CLI::App* place : places) {
         for (const std::string& left : place->remaining()) {
-            const QString word = Text(left);
+            const QString word = FromUtf8(left);
             if (word == QLatin1String("--"))
                 continue;
             if (word.startsWith(QLatin1Char('-')) && word.size() > 1)
@@ -128,13 +129,13 @@ QString UnknownCommandText(const CLI::App& app, const QString& word)
     return unknown + Tr("parser", "; there are %1").arg(names.join(QLatin1String(", ")));
 }
 
-QString TextOf(const CLI::App& app, const CLI::ParseError& error)
+QString ParseErrorText(const CLI::App& app, const CLI::ParseError& error)
 {
     // A slip in the name of an option comes first: what else is wrong may come of it.
     QString unexpected = UnexpectedText(app);
     if (!unexpected.isEmpty())
         return unexpected;
-    QString text = QString::fromUtf8(error.what());
+    QString text = text::MessageOf(error);
     for (const OwnText& own : ownTexts) {
         std::optional<QStringList> values = explain::PlacesOf(text, QLatin1String(own.parser));
         if (!values)
@@ -153,7 +154,7 @@ QString SlipText(const CLI::App& app, const QStringList& arguments)
         return UnknownCommandText(app, arguments.first());
     QStringList options;
     for (const CLI::App* command : CommandsOf(app)) {
-        if (arguments.contains(Text(command->get_name())))
+        if (arguments.contains(FromUtf8(command->get_name())))
             options << OptionNames(*command);
     }
     for (const QString& argument : arguments) {

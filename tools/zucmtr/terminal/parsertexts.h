@@ -10,7 +10,7 @@ class ParseError;
 } // namespace CLI
 
 /// Why the parser has refused the command line; app is as the parser left it.
-QString TextOf(const CLI::App& app, const CLI::ParseError& error);
+QString ParseErrorText(const CLI::App& app, const CLI::ParseError& error);
 
 /// Says that there is no such command, which one may be meant, or which ones there are.
 QString UnknownCommandText(const CLI::App& app, const QString& word);

@@ -55,7 +55,7 @@ CLI::Validator WholeNumber(int64_t lowest, int64_t highest)
             int64_t number = 0;
             if (!Parse(text, number) || number < lowest || number > highest)
                 return Tr("values", "'%1' is wrong; give a whole number from %2 to %3")
-                    .arg(Text(text), QString::number(lowest), QString::number(highest))
+                    .arg(FromUtf8(text), QString::number(lowest), QString::number(highest))
                     .toStdString();
             text = std::to_string(number);
             return std::string();
@@ -71,7 +71,7 @@ CLI::Validator Number(double lowest, double highest)
             const bool good = Parse(text, number) && number >= lowest && number <= highest;
             return good ? std::string()
                         : Tr("values", "'%1' is wrong; give a number from %2 to %3")
-                              .arg(Text(text), QString::number(lowest), QString::number(highest, 'f', 0))
+                              .arg(FromUtf8(text), QString::number(lowest), QString::number(highest, 'f', 0))
                               .toStdString();
         },
         "");
@@ -85,7 +85,7 @@ CLI::Validator NumberBelow(double limit)
             const bool good = Parse(text, number) && number > 0 && number < limit;
             return good ? std::string()
                         : Tr("values", "'%1' is wrong; give a number above 0 and below %2")
-                              .arg(Text(text), QString::number(limit, 'f', 0))
+                              .arg(FromUtf8(text), QString::number(limit, 'f', 0))
                               .toStdString();
         },
         "");
@@ -98,7 +98,7 @@ CLI::Validator OneOf(const std::vector<std::string>& words)
             return std::find(words.begin(), words.end(), text) != words.end()
                        ? std::string()
                        : Tr("values", "'%1' is wrong; give one of %2")
-                             .arg(Text(text), Text(CLI::detail::join(words, ", ")))
+                             .arg(FromUtf8(text), FromUtf8(CLI::detail::join(words, ", ")))
                              .toStdString();
         },
         "", NameWith(words));
@@ -114,7 +114,7 @@ QStringList OfferedWords(CLI::Option& option)
     // The parser does not say how many validators there are; the one after the last is an exception.
     try {
         for (int i = 0;; ++i) {
-            const QString name = Text(option.get_validator(i)->get_name());
+            const QString name = FromUtf8(option.get_validator(i)->get_name());
             if (name.startsWith(QLatin1String(offered)))
                 return name.mid(static_cast<int>(qstrlen(offered))).split(QLatin1Char(' '));
         }
@@ -128,9 +128,9 @@ CLI::Validator Size()
     return CLI::Validator(
         [](std::string& text) {
             uint64_t bytes = 0;
-            if (!ParseSize(Text(text), bytes))
+            if (!ParseSize(FromUtf8(text), bytes))
                 return Tr("values", "'%1' is wrong; give a size as 800M or 2G, or 0 for no limit")
-                    .arg(Text(text))
+                    .arg(FromUtf8(text))
                     .toStdString();
             text = std::to_string(bytes);
             return std::string();

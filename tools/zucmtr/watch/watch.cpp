@@ -1,5 +1,6 @@
 #include "zucmtr/watch/watch.h"
 
+#include "text/error.h"
 #include "text/texts.h"
 #include "zucmtr/files/sourcefiles.h"
 #include "zucmtr/files/staging.h"
@@ -113,7 +114,7 @@ QJsonObject Watch::ReasonOfEnd() const
         break;
     }
     if (trouble.IsOn())
-        return both(reason::Trouble, Tr("watch", "the next run goes on: %1").arg(trouble.Text()));
+        return both(reason::Trouble, Tr("watch", "the next run goes on: %1").arg(trouble.Message()));
     return both(reason::Done, Tr("watch", "nothing is left to do"));
 }
 
@@ -244,11 +245,11 @@ bool Watch::MayWork()
         CheckPlaces();
         journal.Flush();
     } catch (const WatchPlaceError& error) {
-        trouble.Meet(error.word, QString::fromUtf8(error.what()), WatchTrouble::Cure::Look);
+        trouble.Meet(error.word, text::MessageOf(error), WatchTrouble::Cure::Look);
         troublesInRow = troublesBorne; // nothing can be begun
         return false;
     } catch (const WatchJournal::Unwritable& error) {
-        trouble.Meet(reason::JournalNotWritten, QString::fromUtf8(error.what()), WatchTrouble::Cure::Look);
+        trouble.Meet(reason::JournalNotWritten, text::MessageOf(error), WatchTrouble::Cure::Look);
         troublesInRow = troublesBorne;
         return false;
     }
@@ -318,7 +319,7 @@ void Watch::Convert(Waiting& one)
     try {
         journal.NoteBegun(path, one.fingerprint.print);
     } catch (const WatchJournal::Unwritable& error) {
-        trouble.Meet(reason::JournalNotWritten, QString::fromUtf8(error.what()), WatchTrouble::Cure::Look);
+        trouble.Meet(reason::JournalNotWritten, text::MessageOf(error), WatchTrouble::Cure::Look);
         return;
     }
     const bool isProbe = trouble.IsOn();
@@ -366,7 +367,7 @@ void Watch::Remember(const std::function<void()>& note)
     try {
         note();
     } catch (const WatchJournal::Unwritable& error) {
-        trouble.Meet(reason::JournalNotWritten, QString::fromUtf8(error.what()), WatchTrouble::Cure::Look);
+        trouble.Meet(reason::JournalNotWritten, text::MessageOf(error), WatchTrouble::Cure::Look);
     }
 }
 

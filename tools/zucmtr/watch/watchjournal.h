@@ -3,6 +3,7 @@
 // to tell of is converted once more.
 #pragma once
 
+#include "text/error.h"
 #include "zucmtr/watch/watchscan.h"
 
 #include <QByteArray>
@@ -11,25 +12,24 @@
 #include <QString>
 
 #include <memory>
-#include <stdexcept>
 
 class WatchJournal
 {
 public:
     enum class Verdict { Unknown, Begun, Failed, Killed, Withdrawn, Converted, PutAway, GivenUp };
 
-    /// The journal cannot be written, now; what() is a sentence in UTF-8.
-    class Unwritable : public std::runtime_error
+    /// The journal cannot be written, now.
+    class Unwritable : public text::Error
     {
     public:
-        explicit Unwritable(const QString& text) : std::runtime_error(text.toStdString()) {}
+        using text::Error::Error;
     };
 
     /// Another process has the journal, or has put another one in its place; likewise.
-    class Taken : public std::runtime_error
+    class Taken : public text::Error
     {
     public:
-        explicit Taken(const QString& text) : std::runtime_error(text.toStdString()) {}
+        using text::Error::Error;
     };
 
     /// Reads the journal, or begins one. Throws ConfigurationError if it is another kind of file, Unwritable

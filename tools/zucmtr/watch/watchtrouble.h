@@ -2,10 +2,11 @@
 // journal that cannot be written. It is reported once, then waited for; no recording is charged with it.
 #pragma once
 
+#include "text/error.h"
+
 #include <QString>
 
 #include <chrono>
-#include <stdexcept>
 
 class WatchTrouble
 {
@@ -37,7 +38,7 @@ public:
     bool IsOn() const { return on; }
     bool MayTry() const { return !on || Clock::now() >= next; }
     Clock::time_point Next() const { return next; }
-    const QString& Text() const { return text; }
+    const QString& Message() const { return text; }
 
 private:
     void End();
@@ -54,12 +55,10 @@ private:
 
 /// Throws WatchPlaceError if a directory that is written to is gone or cannot be written to, now. option:
 /// that which names it.
-class WatchPlaceError : public std::runtime_error
+class WatchPlaceError : public text::Error
 {
 public:
-    WatchPlaceError(const char* word_, const QString& text)
-        : std::runtime_error(text.toStdString()), word(word_)
-    {}
+    WatchPlaceError(const char* word_, const QString& sentence) : text::Error(sentence), word(word_) {}
     const char* const word; // of reasons.h
 };
 void CheckPlace(const char* word, const QString& option, const QString& directory);

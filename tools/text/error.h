@@ -1,0 +1,30 @@
+// Failures that the user is told of.
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+#include <exception>
+
+namespace text {
+
+/// A failure with a message in the user's language. Classes that derive from it say what kind it is.
+class Error : public std::exception
+{
+public:
+    explicit Error(const QString& message_) : message(message_), bytes(message_.toUtf8()) {}
+    const QString& Message() const { return message; }
+    const char* what() const noexcept override { return bytes.constData(); } ///< the message in UTF-8
+
+private:
+    QString message;
+    QByteArray bytes;
+};
+
+/// What to do when memory is short.
+QString MemoryMessage();
+
+/// The message of any failure: that of an Error, MemoryMessage for std::bad_alloc, else what() as UTF-8.
+QString MessageOf(const std::exception& error);
+
+} // namespace text
