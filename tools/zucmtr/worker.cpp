@@ -125,13 +125,6 @@ BatchItem Worker::Work(const Recording& recording)
     return item;
 }
 
-void Worker::ClearAfter(const Recording& recording) const
-{
-    Staging::RemoveLeft(DirectoryOf(order.out, recording));
-    if (!order.archive.isEmpty())
-        sourcefiles::RemoveParts(QDir(order.archive).filePath(recording.below));
-}
-
 void Worker::Try(BatchItem& item)
 {
     const QString unfit = explain::NotConvertible(item.recording.path);
