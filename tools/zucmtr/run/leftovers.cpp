@@ -7,6 +7,7 @@
 #include "zucmtr/files/staging.h"
 #include "zucmtr/terminal/console.h"
 
+#include <QDir>
 #include <QFileInfo>
 #include <QSet>
 
@@ -25,6 +26,13 @@ void ClearLeftovers(const QStringList& arguments, bool recursive, const QString&
     Staging::RemoveLeft(out);
     if (!archive.isEmpty())
         sourcefiles::RemoveParts(archive);
+}
+
+void ClearAfter(const Recording& recording, const QString& out, const QString& archive)
+{
+    Staging::RemoveLeft(out);
+    if (!archive.isEmpty())
+        sourcefiles::RemoveParts(QDir(archive).filePath(recording.below));
 }
 
 void ReportOrphans(const RecordingList& list)

@@ -137,13 +137,6 @@ BatchItem Worker::TryOnce(const Recording& recording)
     return item;
 }
 
-void Worker::ClearAfter(const Recording& recording) const
-{
-    Staging::RemoveLeft(DirectoryOf(order.out, recording));
-    if (!order.archive.isEmpty())
-        sourcefiles::RemoveParts(QDir(order.archive).filePath(recording.below));
-}
-
 void Worker::Try(BatchItem& item)
 {
     const QString unfit = explain::NotConvertible(item.recording.path);

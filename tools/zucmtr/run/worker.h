@@ -45,9 +45,6 @@ public:
     /// Does all that the order says with one recording. Nothing is thrown.
     BatchItem Work(const Recording& recording);
 
-    /// Removes the unfinished files of a process that came down while it did that with the recording.
-    void ClearAfter(const Recording& recording) const;
-
 private:
     // A conversion under way: the recording's files, and the record before it has its final names.
     struct Job;

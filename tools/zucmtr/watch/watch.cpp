@@ -4,12 +4,14 @@
 #include "text/texts.h"
 #include "zucmtr/files/sourcefiles.h"
 #include "zucmtr/files/staging.h"
+#include "zucmtr/run/leftovers.h"
 #include "zucmtr/run/ownprocess.h"
 #include "zucmtr/run/worker.h"
 #include "zucmtr/terminal/interrupt.h"
 #include "zucmtr/watch/servicemanager.h"
 #include "zucmtr/watch/watchevents.h"
 
+#include <QDir>
 #include <QJsonArray>
 #include <QSet>
 
@@ -176,9 +178,9 @@ void Watch::Expect(const Chain& chain)
     one.recording = chain.recording;
     one.fingerprint = chain.fingerprint;
     one.due = Clock::now() + order.quiet;
-    one.isDoubtful = journal.Unended(path, chain.fingerprint) > 0;
-    one.kills = journal.Kills(path, chain.fingerprint);
-    const int failures = journal.Failures(path, chain.fingerprint);
+    const auto [unended, failures, kills] = journal.CountsOf(path, chain.fingerprint);
+    one.isDoubtful = unended > 0;
+    one.kills = kills;
     if (!order.once && failures > 0)
         one.failures = std::min(failures, order.attempts - 1); // one attempt at least
     if (!order.once && failures + one.kills > 0)
@@ -303,13 +305,14 @@ bool Watch::IsAsItWas(const QString& path)
 BatchItem Watch::WorkSafely(const Waiting& one)
 {
     // The one that was just begun counts, too.
-    if (journal.Unended(one.recording.path, one.fingerprint) <= endsBorne)
+    if (journal.CountsOf(one.recording.path, one.fingerprint).unended <= endsBorne)
         return worker.Work(one.recording);
     BatchItem item =
         WorkInOwnProcess([&] { return worker.Work(one.recording); }, [this] { journal.LetGo(); });
     item.recording = one.recording;
     if (HasCutOff(item))
-        worker.ClearAfter(one.recording);
+        ClearAfter(one.recording, order.mirror ? QDir(order.out).filePath(one.recording.below) : order.out,
+                   order.archive);
     return item;
 }
 

@@ -245,22 +245,10 @@ WatchJournal::Verdict WatchJournal::VerdictOn(const QString& recording, const Fi
     return holds ? entry->verdict : Verdict::Unknown;
 }
 
-int WatchJournal::Unended(const QString& recording, const Fingerprint& fingerprint) const
+WatchJournal::Counts WatchJournal::CountsOf(const QString& recording, const Fingerprint& fingerprint) const
 {
     const Entry* entry = Find(recording, fingerprint.print);
-    return entry == nullptr ? 0 : entry->unended;
-}
-
-int WatchJournal::Failures(const QString& recording, const Fingerprint& fingerprint) const
-{
-    const Entry* entry = Find(recording, fingerprint.print);
-    return entry == nullptr ? 0 : entry->failures;
-}
-
-int WatchJournal::Kills(const QString& recording, const Fingerprint& fingerprint) const
-{
-    const Entry* entry = Find(recording, fingerprint.print);
-    return entry == nullptr ? 0 : entry->kills;
+    return entry == nullptr ? Counts() : Counts{entry->unended, entry->failures, entry->kills};
 }
 
 void WatchJournal::NoteBegun(const QString& recording, const QByteArray& print)

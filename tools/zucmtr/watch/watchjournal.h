@@ -40,14 +40,14 @@ public:
     /// files were written to or got other permissions, of one that was given up or converted in part.
     Verdict VerdictOn(const QString& recording, const Fingerprint& fingerprint) const;
 
-    /// How often the program came to no end of the recording in this state.
-    int Unended(const QString& recording, const Fingerprint& fingerprint) const;
-
-    /// How often it failed since the last verdict on it.
-    int Failures(const QString& recording, const Fingerprint& fingerprint) const;
-
-    /// How often its own process was killed since then.
-    int Kills(const QString& recording, const Fingerprint& fingerprint) const;
+    /// How often something became of the recording in this state.
+    struct Counts
+    {
+        int unended = 0;  // the program came to no end of it
+        int failures = 0; // it failed, since the last verdict on it
+        int kills = 0;    // its own process was killed, likewise
+    };
+    Counts CountsOf(const QString& recording, const Fingerprint& fingerprint) const;
 
     /// Notes it and waits for the disk. Throws Unwritable, and nothing is noted; or Taken.
     void NoteBegun(const QString& recording, const QByteArray& print);
