@@ -1,6 +1,6 @@
 #include "verify/verifier.h"
 
-#include "service/zucmtrconverter.h"
+#include "device/zucmtrdevparam.h"
 #include "verify/checks.h"
 #include "verify/pieces.h"
 #include "verify/source.h"
