@@ -1,8 +1,8 @@
 #include "inicheck/checks.h"
 #include "inicheck/nearest.h"
 
+#include "base/codecs.h"
 #include "config/deviceinikeys.h"
-#include "service/zucmtrconverter.h"
 #include "text/texts.h"
 
 #include <QRegularExpression>
@@ -149,7 +149,7 @@ private:
     {
         if (IsOn(utf8Key))
             return;
-        const QTextCodec& codec = *ZuCmtrConverter::codec_CP1251;
+        const QTextCodec& codec = *zu::CodecCP1251;
         for (const IniLine* line : ini.EntriesOf(section)) {
             if (!codec.canEncode(line->value))
                 Say(line->number, Severity::Warning, reason::LettersLost,

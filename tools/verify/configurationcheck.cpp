@@ -1,6 +1,6 @@
 // The configuration of a record: lines of fields, all of which are known beforehand.
+#include "device/zucmtrdevparam.h"
 #include "recording/zufileformat.h"
-#include "service/zucmtrconverter.h"
 #include "text/texts.h"
 #include "verify/channellines.h"
 #include "verify/checks.h"

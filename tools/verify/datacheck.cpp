@@ -1,6 +1,6 @@
 // The data of a record, one record after the other.
+#include "device/zucmtrdevparam.h"
 #include "recording/zufileformat.h"
-#include "service/zucmtrconverter.h"
 #include "text/texts.h"
 #include "verify/checks.h"
 #include "verify/device.h"

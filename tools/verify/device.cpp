@@ -1,8 +1,10 @@
 #include "verify/device.h"
 
+#include "base/codecs.h"
+#include "base/log.h"
 #include "config/QSettingsRu.h"
+#include "device/zucmtrdevparam.h"
 #include "output/scratchfile.h"
-#include "service/zucmtrconverter.h"
 #include "text/texts.h"
 #include "verify/mismatch.h"
 
@@ -17,8 +19,8 @@ namespace {
 class QuietLog
 {
 public:
-    QuietLog() : before(ZuCmtrConverter::LogFilePath) { ZuCmtrConverter::LogFilePath = scratch.Path(); }
-    ~QuietLog() { ZuCmtrConverter::LogFilePath = before; }
+    QuietLog() : before(zu::LogFilePath) { zu::LogFilePath = scratch.Path(); }
+    ~QuietLog() { zu::LogFilePath = before; }
     QuietLog(const QuietLog&) = delete;
     QuietLog& operator=(const QuietLog&) = delete;
 
@@ -59,7 +61,7 @@ bool Device::DeletesSources() const
 
 const QTextCodec& Device::Codec() const
 {
-    return param->ComtradeUtf8 ? *ZuCmtrConverter::codec_UTF8 : *ZuCmtrConverter::codec_CP1251;
+    return param->ComtradeUtf8 ? *zu::CodecUtf8 : *zu::CodecCP1251;
 }
 
 QString Device::AsWritten(const QString& text) const

@@ -1,7 +1,7 @@
 // The INF file of a record.
+#include "device/zucmtrdevparam.h"
 #include "recording/zufileformat.h"
 #include "resorter/ResorterZuCmtrConv.h"
-#include "service/zucmtrconverter.h"
 #include "verify/channellines.h"
 #include "verify/checks.h"
 #include "verify/device.h"

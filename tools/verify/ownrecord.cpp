@@ -1,7 +1,8 @@
 #include "verify/ownrecord.h"
 
+#include "base/codecs.h"
 #include "comtrade/mark.h"
-#include "service/zucmtrconverter.h"
+#include "device/zucmtrdevparam.h"
 #include "text/error.h"
 #include "text/texts.h"
 #include "verify/device.h"
@@ -195,7 +196,7 @@ bool IsBeginning(const QByteArray& configuration, const Source& source)
                              QString::number(source.AnalogCount() + source.StateCount()) + QLatin1Char(',') +
                              QString::number(source.AnalogCount()) + QStringLiteral("A,") +
                              QString::number(source.StateCount()) + QStringLiteral("D\n");
-        for (const QTextCodec* codec : {ZuCmtrConverter::codec_UTF8, ZuCmtrConverter::codec_CP1251}) {
+        for (const QTextCodec* codec : {zu::CodecUtf8, zu::CodecCP1251}) {
             const QByteArray expected = codec->fromUnicode(head);
             if (found.startsWith(expected) || expected.startsWith(found))
                 return true;

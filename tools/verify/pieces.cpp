@@ -1,7 +1,7 @@
 #include "verify/pieces.h"
 
+#include "device/zucmtrdevparam.h"
 #include "explain/system.h"
-#include "service/zucmtrconverter.h"
 #include "text/texts.h"
 #include "verify/device.h"
 #include "verify/mismatch.h"

@@ -1,6 +1,6 @@
 // The fault report of a record: 53 lines.
+#include "device/zucmtrdevparam.h"
 #include "recording/zufileformat.h"
-#include "service/zucmtrconverter.h"
 #include "verify/checks.h"
 #include "verify/device.h"
 #include "verify/source.h"

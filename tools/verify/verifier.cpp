@@ -1,6 +1,6 @@
 #include "verify/verifier.h"
 
-#include "service/zucmtrconverter.h"
+#include "device/zucmtrdevparam.h"
 #include "text/error.h"
 #include "text/texts.h"
 #include "verify/checks.h"

@@ -58,14 +58,14 @@ QByteArray SectionText::Bytes() const
 
 SectionLoader::~SectionLoader()
 {
-    ZuCmtrConverter::LogFilePath = QString();
+    zu::LogFilePath = QString();
     QSettingsRu::Clear();
 }
 
 QString SectionLoader::Prepare(const SectionText& section)
 {
     ++loads;
-    ZuCmtrConverter::LogFilePath = directory.Path(QStringLiteral("log%1").arg(loads));
+    zu::LogFilePath = directory.Path(QStringLiteral("log%1").arg(loads));
     return directory.Write(QStringLiteral("%1.ini").arg(loads), section.Bytes());
 }
 
@@ -81,7 +81,7 @@ bool SectionLoader::LoadDevice(ZuCmtrDevParam& device, const SectionText& sectio
 
 QStringList SectionLoader::Log() const
 {
-    return ReadLines(ZuCmtrConverter::LogFilePath);
+    return ReadLines(zu::LogFilePath);
 }
 
 QString SectionLoader::LogLine(const QString& key) const

@@ -1,8 +1,9 @@
 // Ini sections with device keys for tests, each loaded from a file of its own with a log of its own.
 #pragma once
 
+#include "base/log.h"
 #include "config/QSettingsRu.h"
-#include "service/zucmtrconverter.h"
+#include "device/zucmtrdevparam.h"
 #include "support/files.h"
 
 #include <vector>

@@ -1,4 +1,5 @@
 // A whole device section: order of the log, defaults, dependent keys, and what a device makes of it.
+#include "base/codecs.h"
 #include "devicesection.h"
 #include "resorter/ResorterZuCmtrConv.h"
 
@@ -142,13 +143,13 @@ TEST(DeviceIniFile, ThatCannotBeReadIsNamedInErrorAndLog)
 {
     const TestDirectory directory;
     const QString path = directory.Path(QStringLiteral("none.ini"));
-    ZuCmtrConverter::LogFilePath = directory.Path(QStringLiteral("log"));
+    zu::LogFilePath = directory.Path(QStringLiteral("log"));
     ZuCmtrDevParam device;
     EXPECT_FALSE(device.LoadFromIni(path, QStringLiteral("S")));
     EXPECT_EQ(device.LastError, QStringLiteral("Нет доступа к ini-файлу [%1]").arg(path));
-    EXPECT_EQ(ReadLines(ZuCmtrConverter::LogFilePath), QStringList{device.LastError});
+    EXPECT_EQ(ReadLines(zu::LogFilePath), QStringList{device.LastError});
     EXPECT_EQ(device.Resorter, nullptr);
-    ZuCmtrConverter::LogFilePath = QString();
+    zu::LogFilePath = QString();
 }
 
 class DeviceLoad : public testing::Test
@@ -200,10 +201,10 @@ TEST_F(DeviceLoad, EmptiesTheQueueFirst)
 TEST_F(DeviceLoad, GivesTheResorterTheCodecOfTheSwitch)
 {
     ASSERT_TRUE(loader.LoadDevice(device, SectionText()));
-    EXPECT_EQ(device.Resorter->InfCodec, ZuCmtrConverter::codec_CP1251);
+    EXPECT_EQ(device.Resorter->InfCodec, zu::CodecCP1251);
     ZuCmtrDevParam other;
     ASSERT_TRUE(loader.LoadDevice(other, SectionText().Set("Кодировка Comtrade UTF8", "1")));
-    EXPECT_EQ(other.Resorter->InfCodec, ZuCmtrConverter::codec_UTF8);
+    EXPECT_EQ(other.Resorter->InfCodec, zu::CodecUtf8);
     other.Clear();
 }
 
@@ -211,7 +212,7 @@ TEST_F(DeviceLoad, FailedDictionaryFailsTheLoadAndKeepsTheResorter)
 {
     EXPECT_FALSE(loader.LoadDevice(device, SectionText().Set("nAnMax", "abc").Set("Объект", "ПС")));
     ASSERT_NE(device.Resorter, nullptr);
-    EXPECT_EQ(device.Resorter->InfCodec, ZuCmtrConverter::codec_CP1251);
+    EXPECT_EQ(device.Resorter->InfCodec, zu::CodecCP1251);
     EXPECT_EQ(device.Resorter->PowerObject.StationName, "ПС");
     EXPECT_EQ(device.LastError, QString());
     EXPECT_EQ(loader.Log().last(), "Ошибка значения параметра: nAnMax");

@@ -1,6 +1,6 @@
 // The process-wide cache of ini files.
+#include "base/codecs.h"
 #include "config/QSettingsRu.h"
-#include "service/zucmtrconverter.h"
 #include "support/files.h"
 
 #include <QDir>
@@ -17,7 +17,7 @@ protected:
 
     static QString ValueOf(const QString& path)
     {
-        return QSettingsRu(path, ZuCmtrConverter::codecIni).value(QStringLiteral("A/x"), "none").toString();
+        return QSettingsRu(path, zu::CodecIni).value(QStringLiteral("A/x"), "none").toString();
     }
 
     TestDirectory directory;
@@ -26,9 +26,9 @@ protected:
 TEST_F(IniCache, ReadsAFileOnce)
 {
     const QString path = Write("[A]\nx=1\n");
-    const QSettingsRu first(path, ZuCmtrConverter::codecIni);
+    const QSettingsRu first(path, zu::CodecIni);
     Write("[A]\nx=2\n");
-    const QSettingsRu second(path, ZuCmtrConverter::codec_CP1251);
+    const QSettingsRu second(path, zu::CodecCP1251);
     EXPECT_EQ(first.settings, second.settings);
     EXPECT_EQ(second.value(QStringLiteral("A/x"), QString()).toString(), "1");
     EXPECT_EQ(second.status, 0);
@@ -38,9 +38,9 @@ TEST_F(IniCache, ReadsAFileOnce)
 TEST_F(IniCache, CodecIsKeptByTheObjectThatReadTheFile)
 {
     const QString path = Write("[A]\nx=1\n");
-    const QSettingsRu first(path, ZuCmtrConverter::codecIni);
-    const QSettingsRu second(path, ZuCmtrConverter::codecIni);
-    EXPECT_EQ(first.codec, ZuCmtrConverter::codecIni);
+    const QSettingsRu first(path, zu::CodecIni);
+    const QSettingsRu second(path, zu::CodecIni);
+    EXPECT_EQ(first.codec, zu::CodecIni);
     EXPECT_EQ(second.codec, nullptr);
 }
 
@@ -66,13 +66,13 @@ TEST_F(IniCache, TwoSpellingsOfAPathAreTwoEntries)
 TEST_F(IniCache, MissingFileIsTriedAgain)
 {
     const QString path = directory.Path(QStringLiteral("a.ini"));
-    const QSettingsRu missing(path, ZuCmtrConverter::codecIni);
+    const QSettingsRu missing(path, zu::CodecIni);
     EXPECT_EQ(missing.status, 1);
     EXPECT_EQ(missing.settings, nullptr);
     EXPECT_TRUE(QSettingsRu::Maps.isEmpty());
     EXPECT_EQ(directory.Names(), QStringList());
     Write("[A]\nx=1\n");
-    const QSettingsRu present(path, ZuCmtrConverter::codecIni);
+    const QSettingsRu present(path, zu::CodecIni);
     EXPECT_EQ(present.status, 0);
     EXPECT_EQ(present.value(QStringLiteral("A/x"), QString()).toString(), "1");
 }

@@ -1,6 +1,6 @@
 // What the ini reader makes of the lines of a file.
+#include "base/codecs.h"
 #include "config/QSettingsRu.h"
-#include "service/zucmtrconverter.h"
 #include "support/files.h"
 
 #include <QTextCodec>
@@ -10,7 +10,7 @@
 namespace {
 
 // The full keys and values of a file of these bytes, as "key=value".
-QStringList EntriesOf(const QByteArray& bytes, QTextCodec* codec = ZuCmtrConverter::codecIni)
+QStringList EntriesOf(const QByteArray& bytes, QTextCodec* codec = zu::CodecIni)
 {
     const TestDirectory directory;
     const QSettingsRu ini(directory.Write(QStringLiteral("a.ini"), bytes), codec);
@@ -68,8 +68,8 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST(QSettingsRu, FileIsReadInTheGivenCodec)
 {
-    const QByteArray bytes = ZuCmtrConverter::codec_CP1251->fromUnicode(QStringLiteral("[Ж]\nю=Я\n"));
-    EXPECT_EQ(EntriesOf(bytes, ZuCmtrConverter::codec_CP1251), QStringList{"Ж/ю=Я"});
+    const QByteArray bytes = zu::CodecCP1251->fromUnicode(QStringLiteral("[Ж]\nю=Я\n"));
+    EXPECT_EQ(EntriesOf(bytes, zu::CodecCP1251), QStringList{"Ж/ю=Я"});
 }
 
 TEST(QSettingsRu, NullCodecReadsAsciiByTheStreamsOwn)
