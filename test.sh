@@ -2,8 +2,8 @@
 # Installs packages, builds, runs all tests.
 #
 #   ./test.sh              plain build, address and undefined-behaviour sanitizers, fuzzers (30 s each), format,
-#                          shell scripts
-#   ./test.sh --all        the thread sanitizer and clang-tidy as well
+#                          shell scripts, lint of what changed
+#   ./test.sh --all        the thread sanitizer as well, and clang-tidy over all files
 #   ./test.sh --plain      the plain build and its tests alone
 #   ./test.sh --coverage   tests with coverage of src/, printed as a table
 set -eu
@@ -51,8 +51,9 @@ build_and_test asan
 printf '\n== fuzzers\n'
 fuzz/run.sh 30
 scripts/update-translations.sh --check
-git ls-files '*.cpp' '*.h' | xargs clang-format --dry-run -Werror
-scripts/check-scripts.sh
-[ $mode = all ] || exit 0
-build_and_test tsan
-scripts/lint.sh
+if [ $mode = all ]; then
+    build_and_test tsan
+    scripts/lint.sh
+else
+    scripts/lint.sh --changed
+fi

@@ -1,12 +1,31 @@
 #!/bin/sh
-# Checks format and lint of all C++ sources, and the shell scripts.
-#   scripts/lint.sh          in a quarter of an hour
-#   scripts/lint.sh --deep   with the path-sensitive analysis of the library
+# Checks format and lint of the C++ sources, and the shell scripts.
+#   scripts/lint.sh             in a quarter of an hour
+#   scripts/lint.sh --changed   lint of the files alone that changed since origin's branch; there, in the last commit
+#   scripts/lint.sh --deep      with the path-sensitive analysis of the library
 set -eu
 cd "$(dirname "$0")/.."
 build=build/lint
 checks='--checks=-clang-analyzer-*'
 [ "${1:-}" != --deep ] || checks=--checks=
+
+# The commit that changes are counted from; without one, all files have changed.
+base() {
+    origin=$(git merge-base HEAD origin/HEAD 2>/dev/null) || origin=
+    if [ -n "$origin" ] && [ "$origin" != "$(git rev-parse HEAD)" ]; then
+        echo "$origin"
+    else
+        git rev-parse --quiet --verify HEAD~1 || git hash-object -t tree --stdin </dev/null
+    fi
+}
+
+sources() {
+    if [ "${1:-}" = --changed ]; then
+        git diff --name-only --diff-filter=d "$(base)" -- 'src/*.cpp' 'tools/*.cpp' 'examples/*.cpp'
+    else
+        git ls-files 'src/*.cpp' 'tools/*.cpp' 'examples/*.cpp'
+    fi
+}
 
 printf '\n== format\n'
 git ls-files '*.cpp' '*.h' | xargs clang-format --dry-run -Werror
@@ -17,6 +36,5 @@ scripts/check-scripts.sh
 printf '\n== lint\n'
 # The generated meta-object code is not ours.
 cmake --preset lint >/dev/null
-git ls-files 'src/*.cpp' 'tools/*.cpp' 'examples/*.cpp' |
-    xargs -P "$(nproc)" -n 3 clang-tidy -p "$build" --quiet "$checks" 2>/dev/null
+sources "${1:-}" | xargs -r -P "$(nproc)" -n 3 clang-tidy -p "$build" --quiet "$checks" 2>/dev/null
 echo 'clean'
