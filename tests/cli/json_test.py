@@ -182,9 +182,11 @@ class Runs(unittest.TestCase):
         self.assertEqual(reasons(place.convert("comment.ZU", "comma.ZU")), ["converterException", "recordWrong"])
 
     def test_convert_names_that_are_taken(self):
-        place = self.place(a=recording(), b=recording([analog(points=2), discrete()]), c=recording(minutes=1))
+        place = self.place(a=recording(), b=recording([analog(points=2), discrete()]), c=recording(minutes=1),
+                           d=recording([analog(), analog("I"), discrete()]))
         place.convert("a.ZU", "c.ZU")
-        self.assertEqual(reasons(place.convert("--remove-source", "b.ZU")), ["otherRecordPresent"])
+        self.assertEqual(reasons(place.convert("--remove-source", "b.ZU", "d.ZU")),
+                         ["longerRecordPresent", "otherRecordPresent"])
         place.write("archive/a.ZU", b"another")
         self.assertEqual(reasons(place.convert("--archive", "archive", "a.ZU")), ["notPutAway"])
         record = place.record()

@@ -121,6 +121,28 @@ TEST(Places, SecondRunFindsTheRecordsThere)
     EXPECT_EQ(Untimed(again.err), Summary(3, "1 converted and verified, 2 there already"));
 }
 
+TEST(Places, RecordThatGoesOnAfterTheRecordingIsKept)
+{
+    const Workplace place;
+    place.Write("a.ZU", Other(1));
+    place.Write("a.Z01", Other(1));
+    ASSERT_EQ(place.Convert({"a.ZU"}).code, 0);
+    const QByteArray data = DataOf(place, "out");
+    ASSERT_TRUE(QFile::remove(place.Path("a.Z01")));
+    const Finished run = place.Convert({"--json", "a.ZU"});
+    EXPECT_EQ(run.code, 1);
+    const QJsonObject object = QJsonDocument::fromJson(run.out.toUtf8()).object();
+    EXPECT_EQ(object["reason"].toString(), "longerRecordPresent");
+    EXPECT_EQ(object["error"].toString(),
+              "not converted: 'out/" + ShortRecordName() +
+                  ".cfg' is there already and is longer: it begins as this recording does and goes on after "
+                  "its end, so continuation files of the recording are missing; bring them back beside "
+                  "'a.ZU', or replace the record by this shorter one with --replace");
+    EXPECT_EQ(DataOf(place, "out"), data);
+    EXPECT_EQ(place.Convert({"--replace", "a.ZU"}).code, 0);
+    EXPECT_NE(DataOf(place, "out"), data);
+}
+
 TEST(Places, AgainConvertsWhatIsThere)
 {
     const Workplace place;

@@ -118,6 +118,17 @@ class Ledger(unittest.TestCase):
     def test_a_recording_without_record_is_stuck(self):
         self.assertEqual({"stuck": 1}, self.found())
 
+    def test_a_record_that_is_longer_than_what_is_left_explains_a_failure(self):
+        for reason, files, found in (("longerRecordPresent", 2, {}), ("otherRecordPresent", 2, {"stuck": 1}),
+                                     ("longerRecordPresent", 1, {"stuck": 1})):
+            self.setUp()
+            self.record(files)
+            self.ledger.take_back((self.station.input / "rec1.Z01").read_bytes())
+            (self.station.input / "rec1.Z01").unlink()
+            failed = {"file": str(self.station.input / "rec1.ZU"), "error": "...", "reason": reason}
+            self.end = stations.Run(1, "", [failed])
+            self.assertEqual(found, self.found(), (reason, files))
+
     def test_files_in_the_archive_without_record_are_unread(self):
         self.put_away("rec1.ZU")
         self.put_away("rec1.Z01")

@@ -153,8 +153,10 @@ class Ledger:
     def check(self, run, excused=lambda path: False):
         """After the normal run that follows. excused(path): this recording may have failed."""
         out = Out(self.station.out)
-        failed = {str(event.get("file")).rpartition("/in/")[2] for event in run.events if event.get("error")}
-        if run.code != 0 and (not failed or not all(excused(path) for path in failed)):
+        failed = {str(event.get("file")).rpartition("/in/")[2] for event in run.events
+                  if event.get("error") and not self._is_explained(event, out)}
+        explained = any(event.get("error") for event in run.events) and not failed
+        if run.code != 0 and not explained and (not failed or not all(excused(path) for path in failed)):
             self.findings.add("stuck", f"exit code {run.code}: {self.complaint(run)}")
         here, there = self._contents(self.station.input), self._contents(self.station.archive)
         for path, error in out.broken:
@@ -180,6 +182,22 @@ class Ledger:
                     if chief in held and record.points > sum(entry.file.points for entry in held):
                         return True
         return False
+
+    def _is_explained(self, event, out):
+        """Whether a recording failed because its record holds more than the files that are left of it, by no doing of
+        the program: the record stays as it is."""
+        if event.get("reason") != "longerRecordPresent":
+            return False
+        first = str(event["file"]).rpartition("/in/")[2]
+        chain = []
+        for n in range(16):
+            path = self.station.input / recordings.chain_name(first, n)
+            if not path.is_file():
+                break
+            chain.append(recordings.read_file(path.read_bytes()))
+        return bool(chain) and all(chain) and any(
+            record.points > sum(file.points for file in chain) and all(_contains(record, file, False) for file in chain)
+            for record in out.of(chain[0]))
 
     def _check_entry(self, key, entry, here, there, out, run, excused):
         if entry.file and out.holds(entry):

@@ -172,20 +172,30 @@ TEST(OwnRecord, OfARecordingThatGrewIsReplaced)
         EXPECT_EQ(Between({both[0]}, both, form.lines).state, RecordState::Own) << form.name;
 }
 
-TEST(OwnRecord, WithMoreSamplesThanTheRecordingIsForeign)
+TEST(OwnRecord, ThatGoesOnAfterTheRecordingIsLonger)
 {
     const Segments both = SmallRecording();
+    for (const Form& form : AllForms())
+        EXPECT_EQ(Between(both, {both[0]}, form.lines).state, RecordState::Longer) << form.name;
+    const Scene shorter("", {both[0]});
+    const Copy copy(Scene("", both));
+    copy.Remove("cfg");
+    EXPECT_EQ(StateOf(shorter, copy), RecordState::Longer);
+}
+
+TEST(OwnRecord, WithMoreSamplesAndOthersThanTheRecordingIsForeign)
+{
+    const Segments both = SmallRecording();
+    Segments other = both;
+    for (int16_t& code : ChannelOf<AnalogChannel>(other[0], 1).samples)
+        code = static_cast<int16_t>(code + 1);
     for (const Form& form : AllForms()) {
-        const verify::Standing standing = Between(both, {both[0]}, form.lines);
+        const verify::Standing standing = Between(other, {both[0]}, form.lines);
         EXPECT_EQ(standing.state, RecordState::Foreign) << form.name;
         EXPECT_TRUE(
             standing.reason.endsWith("number of the last sample: the record says '10', the recording '5'"))
             << standing.reason;
     }
-    const Scene shorter("", {both[0]});
-    const Copy copy(Scene("", both));
-    copy.Remove("cfg");
-    EXPECT_EQ(StateOf(shorter, copy), RecordState::Foreign);
 }
 
 TEST(OwnRecord, OfOtherStampsIsForeign)

@@ -32,6 +32,7 @@ inline constexpr char SourceChanged[] = "sourceChanged";
 inline constexpr char NoRoom[] = "noRoom";
 inline constexpr char RecordNotInPlace[] = "recordNotInPlace";
 inline constexpr char OtherRecordPresent[] = "otherRecordPresent";
+inline constexpr char LongerRecordPresent[] = "longerRecordPresent";
 inline constexpr char RecordWrong[] = "recordWrong";
 inline constexpr char PageNotWritten[] = "pageNotWritten";
 inline constexpr char NotOnDisk[] = "notOnDisk";

@@ -216,8 +216,7 @@ std::optional<comtrade::Configuration> Parsed(const Remains& remains)
     }
 }
 
-// Throws Mismatch unless stamps and counts are the recording's. Of fewer samples are a record that was made
-// before the last files of the recording came.
+// Throws Mismatch unless stamps and numbers of channels are the recording's.
 void CheckIdentity(const comtrade::Configuration& configuration, const QString& name, const Source& source)
 {
     const auto place = [&](const QString& what) {
@@ -233,9 +232,15 @@ void CheckIdentity(const comtrade::Configuration& configuration, const QString& 
                static_cast<qint64>(configuration.analog.size()), static_cast<qint64>(source.AnalogCount()));
     ExpectSame(place(Tr("verify", "number of state channels")),
                static_cast<qint64>(configuration.states.size()), static_cast<qint64>(source.StateCount()));
+}
+
+// Of fewer samples are a record that was made before the last files of the recording came.
+void CheckLength(const comtrade::Configuration& configuration, const QString& name, const Source& source)
+{
     if (configuration.SampleCount() > source.TotalSamples())
-        ExpectSame(place(Tr("verify", "number of the last sample")), configuration.SampleCount(),
-                   source.TotalSamples());
+        ExpectSame(QLatin1Char('\'') + name + QLatin1String("', ") +
+                       Tr("verify", "number of the last sample"),
+                   configuration.SampleCount(), source.TotalSamples());
 }
 
 // The data in the form that fits best: a run that was killed can leave a configuration with data of another.
@@ -265,19 +270,23 @@ RecordState Judge(const Remains& remains, const Source& source)
     if (configuration)
         CheckIdentity(*configuration, remains.configurationName, source);
     if (!remains.data) {
+        if (configuration)
+            CheckLength(*configuration, remains.configurationName, source);
         if (configuration || !remains.configuration || IsBeginning(*remains.configuration, source))
             return RecordState::Unfinished;
         throw Mismatch(Tr("verify", "'%1' is not a COMTRADE record").arg(remains.configurationName));
     }
     const Likeness likeness = LikenessOf(remains, source);
+    const bool begins = likeness.compared > 0 && !likeness.differs;
+    if (begins &&
+        (likeness.longer || (configuration && configuration->SampleCount() > source.TotalSamples())))
+        return RecordState::Longer;
+    if (configuration)
+        CheckLength(*configuration, remains.configurationName, source);
     if (likeness.Agrees()) {
         const qint64 samples = configuration ? configuration->SampleCount() : source.TotalSamples();
         return remains.configuration && likeness.last >= samples ? RecordState::Own : RecordState::Unfinished;
     }
-    if (likeness.longer)
-        throw Mismatch(Tr("verify", "'%1' goes on behind record %2, with which the recording ends")
-                           .arg(remains.data->path)
-                           .arg(source.TotalSamples()));
     if (likeness.compared == 0 && configuration)
         return RecordState::Unfinished;
     throw Mismatch(Tr("verify", "'%1' has other samples than the recording").arg(remains.data->path));

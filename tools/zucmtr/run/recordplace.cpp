@@ -29,8 +29,9 @@ bool IsAnythingThere(const std::vector<systemfile::Identity>& files)
 
 void MakeRecordDirectory(const QString& directory, const QString& top, bool sync)
 {
-    // The one of --out is the user's to make.
-    int error = directory == top ? 0 : systemfile::MakeDirectory(directory);
+    if (directory == top) // the user's to make
+        return;
+    int error = systemfile::MakeDirectory(directory);
     if (error != 0)
         throw StagingError(Tr("worker", "the directory '%1' cannot be made: %2")
                                .arg(directory, explain::SystemText(error, top)),

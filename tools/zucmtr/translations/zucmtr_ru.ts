@@ -2872,5 +2872,9 @@ SIGTERM и Ctrl-C завершают работу после начатой ос
         <source>not converted: for a moment the recording could not be read, or its record not be written; convert again</source>
         <translation>не преобразована: осциллограмму на мгновение не удалось прочитать или её запись — сохранить; повторите преобразование</translation>
     </message>
+    <message>
+        <source>not converted: &apos;%1&apos; is there already and is longer: it begins as this recording does and goes on after its end, so continuation files of the recording are missing; bring them back beside &apos;%2&apos;, or replace the record by this shorter one with --replace</source>
+        <translation>не преобразована: «%1» уже есть и длиннее: запись начинается как эта осциллограмма и продолжается после её конца, то есть файлов продолжения не хватает; верните их к «%2» или замените запись этой, более короткой, ключом --replace</translation>
+    </message>
 </context>
 </TS>
