@@ -4,7 +4,6 @@
 #include "explain/system.h"
 
 #include "support/files.h"
-#include "words.h"
 
 #include <QRegularExpression>
 
