@@ -35,7 +35,7 @@ TEST(LibraryText, IsKnownForEveryFailureInTheSources)
     const QRegularExpression literal("\"([^\"]*[А-я][^\"]*)\"");
     QStringList texts;
     for (const char* source : {"recording/anchanneldata.cpp", "recording/dichanneldata.cpp",
-                               "service/segmentchain.cpp", "service/conversion.cpp"})
+                               "preparation/segmentchain.cpp", "service/conversion.cpp"})
         texts << TextsIn(source, literal);
     const char* const loader = "recording/zufileformat.cpp";
     for (const auto& [name, text] : {std::make_pair("ReadFailure", "Ошибка при чтении файла"),

@@ -1,8 +1,8 @@
 #include "verify/ownrecord.h"
 
 #include "base/codecs.h"
-#include "device/zucmtrdevparam.h"
 #include "comtrade/mark.h"
+#include "device/zucmtrdevparam.h"
 #include "verify/device.h"
 #include "verify/likeness.h"
 #include "verify/mismatch.h"
