@@ -59,6 +59,15 @@ TEST(Watch, RestartConvertsNothingTwiceAndForgetsNothing)
     EXPECT_EQ(Station::EventsIn(station.Once().out, "converting"), QStringList());
 }
 
+TEST(Watch, RecordThatIsThereWithoutANoteInTheJournalIsPresent)
+{
+    Station station;
+    station.Write("in/a.ZU", Encode(ShortRecording(0)));
+    EXPECT_EQ(Station::EventsIn(station.Once().out, "converted", "status"), QStringList{"converted"});
+    ASSERT_TRUE(QFile::remove(station.Path("out/.zucmtr-watch")));
+    EXPECT_EQ(Station::EventsIn(station.Once().out, "converted", "status"), QStringList{"present"});
+}
+
 TEST(Watch, RecordingThatIsContinuedLaterIsConvertedAgain)
 {
     Station station;

@@ -41,13 +41,6 @@ double Seconds(std::chrono::milliseconds time)
 }
 
 // What is reported of a recording, without what the kind of the event says.
-QJsonObject EventOf(const BatchItem& item)
-{
-    QJsonObject object = JsonOf(item);
-    object.remove("status");
-    return object;
-}
-
 bool Has(const BatchItem& item, const char* reason)
 {
     return item.state == ItemState::Failed && qstrcmp(item.reason, reason) == 0;
@@ -350,7 +343,7 @@ void Watch::Convert(Waiting& one)
 void Watch::Finish(Waiting& one, const BatchItem& item)
 {
     const QString path = one.recording.path;
-    QJsonObject object = EventOf(item);
+    QJsonObject object = JsonOf(item);
     object.remove("reason");
     object.remove("error");
     Remember([&] {
@@ -390,7 +383,8 @@ void Watch::Postpone(Waiting& one, const BatchItem& item)
 // The next run tries it as if nothing had been.
 void Watch::FailForThisRun(const QString& path, const BatchItem& item)
 {
-    QJsonObject object = EventOf(item);
+    QJsonObject object = JsonOf(item);
+    object.remove("status");
     object["attempt"] = 1;
     object["retrySeconds"] = QJsonValue();
     ++failed;
@@ -423,7 +417,8 @@ void Watch::Fail(Waiting& one, const BatchItem& item)
     });
     const std::chrono::milliseconds pause = PauseAfter(std::min(count, order.attempts));
     const bool isTriedAgain = !isGivenUp && !order.once;
-    QJsonObject object = EventOf(item);
+    QJsonObject object = JsonOf(item);
+    object.remove("status");
     object["attempt"] = count;
     object["retrySeconds"] = isTriedAgain ? QJsonValue(Seconds(pause)) : QJsonValue();
     Tell("failed", object);
