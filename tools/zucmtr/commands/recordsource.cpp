@@ -76,7 +76,7 @@ void Write(const QString& path, const QByteArray& bytes)
 QString LinkChain(const QString& file, const QDir& directory)
 {
     const QFileInfo first(file);
-    const QString linked = directory.filePath(QStringLiteral("recording.") + first.suffix());
+    QString linked = directory.filePath(QStringLiteral("recording.") + first.suffix());
     for (int number = 0; number <= zu::MostContinuations; ++number) {
         const QString path = zu::ContinuationName(first.absoluteFilePath(), number);
         if (QFile::exists(path))
