@@ -49,10 +49,10 @@ QString IniValue(QString text)
 // The defaults of a recording of which nothing but its name is known.
 QByteArray NamelessDefaults(const QString& file)
 {
-    QMap<QString, QString> values;
+    const QString name = IniValue(QFileInfo(file).completeBaseName());
+    QMap<QString, QString> values = {{QStringLiteral("Объект"), name}};
     for (const char* key : {"Энергосистема", "Субъект", "Источник", "Версия ПО", "Версия аппаратной части"})
         values.insert(QString::fromUtf8(key), QStringLiteral("-"));
-    values.insert(QStringLiteral("Объект"), IniValue(QFileInfo(file).completeBaseName()));
     return DefaultsLines(QStringLiteral("Default"), values).join(QLatin1Char('\n')).toUtf8();
 }
 
