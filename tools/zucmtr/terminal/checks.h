@@ -24,9 +24,6 @@ void CheckIniFile(const QString& path);
 /// what is no regular file is seen when it is opened.
 void CheckLogFile(const QString& path);
 
-/// Names of the ini file's sections, each once, in their order.
-QStringList SectionsOf(const QString& iniPath);
-
 /// Says which sections the ini file has if `section` is not among them; empty if it is.
 QString MissingSectionText(const QString& iniPath, const QString& section);
 
