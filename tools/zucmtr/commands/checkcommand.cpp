@@ -86,7 +86,7 @@ bool IsIni(const QString& file)
     return file.endsWith(QLatin1String(".ini"), Qt::CaseInsensitive);
 }
 
-// The files of the command line: recordings, and the ini file if it is not named by --ini.
+// Sorts the files of the command line: recordings, and the ini file unless --ini names it.
 void SortFiles(const CheckOptions& options, DeviceChoice& choice, QStringList& recordings)
 {
     for (const std::string& argument : options.files) {
@@ -105,7 +105,7 @@ void SortFiles(const CheckOptions& options, DeviceChoice& choice, QStringList& r
     }
 }
 
-// Whether the converter takes the letters of the file for others, so that it finds nothing in it.
+// Whether the converter misreads the letters of the file, so that it finds nothing in it.
 bool HasUnknownLetters(const QString& ini)
 {
     const std::optional<inicheck::Encoding> encoding = inicheck::OtherEncodingOf(ini);
