@@ -1,4 +1,4 @@
-// The CFG text: lines of fields parted by commas.
+// The CFG text: lines of fields separated by commas.
 #include "comtrade/record.h"
 #include "comtrade/text.h"
 #include "text/texts.h"
@@ -13,7 +13,7 @@ namespace comtrade {
 
 namespace {
 
-// What the lines and fields are called in the failures: here for the translators, who do not see the calls.
+// What failure messages call the lines and fields; listed here for the translators, who do not see the calls.
 [[maybe_unused]] const char* const namesOfFields[] = {
     QT_TRANSLATE_NOOP("comtrade", "station, device, revision"),
     QT_TRANSLATE_NOOP("comtrade", "channel counts"),
@@ -46,7 +46,7 @@ namespace {
     QT_TRANSLATE_NOOP("comtrade", "time quality"),
 };
 
-// Goes through the lines of a CFG text. Every failure names the file and the line.
+// Reads the lines of a CFG text one by one. Every failure names the file and the line.
 class Lines
 {
 public:
@@ -57,8 +57,8 @@ public:
             lines.removeLast();
     }
 
-    // The fields of the next line, at least as many as asked for, without blanks around them. `what` is one
-    // of namesOfFields here and below.
+    // The fields of the next line, at least as many as asked for, with surrounding blanks removed. `what` is
+    // one of namesOfFields here and below.
     QStringList Next(int fewest, const char* what)
     {
         if (next >= lines.size())
@@ -122,7 +122,7 @@ private:
 
     QStringList lines;
     const QString fileName;
-    int next = 0; // also the number of the line that was taken last, counted from 1
+    int next = 0; // also the number of the last line taken, counted from 1
 };
 
 void ReadStation(Lines& lines, Configuration& configuration)
@@ -212,7 +212,7 @@ void ReadRates(Lines& lines, Configuration& configuration)
     const qint64 count = lines.Integer(lines.NextExactly(1, "number of rates")[0], "number of rates");
     if (count < 0 || count > lines.Left())
         lines.Fail(Tr("comtrade", "%1 rates, but only %2 lines follow").arg(count).arg(lines.Left()));
-    // Without a constant rate there is still one line, which tells the number of samples.
+    // Without a constant rate there is still one line, which gives the number of samples.
     for (qint64 i = 0; i < std::max<qint64>(count, 1); ++i) {
         const QStringList fields = lines.NextExactly(2, "a sampling rate");
         const SampleRate rate = {lines.Number(fields[0], "rate"), lines.Integer(fields[1], "last sample")};
@@ -223,7 +223,7 @@ void ReadRates(Lines& lines, Configuration& configuration)
     }
 }
 
-// The nanoseconds of a text of digits behind the decimal point.
+// Converts the digits after the decimal point into nanoseconds.
 qint64 Nanoseconds(const QString& digits)
 {
     return digits.leftJustified(9, QLatin1Char('0'), true).toLongLong();

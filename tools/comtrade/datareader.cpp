@@ -35,7 +35,7 @@ size_t LongestLine(const Configuration& configuration)
     return 128 + 32 * (configuration.analog.size() + configuration.states.size());
 }
 
-// ASCII codes go from -99999 to 99998; 99999 stands for a value that is missing, as an empty field does.
+// ASCII codes go from -99999 to 99998; 99999 stands for a missing value, as an empty field does.
 double AsciiCode(double number)
 {
     constexpr double missing = 99999;
@@ -58,13 +58,13 @@ double AnalogCode(DataType type, const char* bytes)
     return std::isfinite(value) ? static_cast<double>(value) : Missing;
 }
 
-// The fields of an ASCII record, one after the other.
+// The fields of an ASCII record, one by one.
 class Fields
 {
 public:
     Fields(const char* begin, const char* end_) : next(begin), end(end_) {}
 
-    // Steps to the next field; false if there is none.
+    // Moves to the next field; false if there is none.
     bool Take()
     {
         if (next == nullptr)
@@ -80,8 +80,8 @@ public:
         return true;
     }
 
-    // Steps over a plain number of up to 18 digits, as nearly every field is: a record is read in half
-    // the time. False leaves the field to Take.
+    // Takes a plain number of up to 18 digits, which nearly every field is: this halves the time to
+    // read a record. If false, the field is left to Take.
     bool TakePlain(qint64& number)
     {
         if (next == nullptr)
@@ -149,7 +149,7 @@ void DataReader::Fail(const QString& what) const
     throw Error(Tr("comtrade", "%1, record %2: %3").arg(file.fileName()).arg(record).arg(what));
 }
 
-// Brings at least the wanted bytes into the buffer; false if the part ends before.
+// Makes sure that the buffer holds at least `wanted` bytes; false if the part ends first.
 bool DataReader::Fill(size_t wanted)
 {
     if (end - begin >= wanted)

@@ -15,7 +15,7 @@ public:
     /// next mark of a container). The configuration must outlive the reader. Throws Error.
     DataReader(const QString& path, qint64 offset, qint64 length, const Configuration& configuration_);
 
-    /// As Record::Next.
+    /// Like Record::Next.
     bool Next(Row& row);
 
 private:
@@ -29,9 +29,9 @@ private:
     const Configuration& configuration;
     qint64 left; // bytes of the part that are not read yet
     std::vector<char> buffer;
-    size_t begin = 0; // of what is read and not taken
+    size_t begin = 0; // of what is read but not taken yet
     size_t end = 0;
-    qint64 record = 0; // the one at hand, counted from 1
+    qint64 record = 0; // the current one, counted from 1
 };
 
 } // namespace comtrade

@@ -1,4 +1,4 @@
-// The lines that part a container (.cff) into sections.
+// The lines that separate the sections of a container (.cff).
 #pragma once
 
 #include <QByteArray>
@@ -15,7 +15,7 @@ struct Mark
     qint64 dataBytes = -1; // of binary data
 };
 
-/// The mark that the line is; none if it is another line.
+/// The mark on the line; nothing if it is another kind of line.
 std::optional<Mark> MarkOf(const QByteArray& line);
 
 } // namespace comtrade

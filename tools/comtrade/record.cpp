@@ -15,8 +15,8 @@ namespace comtrade {
 
 namespace {
 
-constexpr qint64 LargestText = qint64{256} << 20; // bytes of a CFG, HDR or INF; none that is meant is near it
-constexpr qint64 LineStep = 4096;                 // bytes read of a line at once
+constexpr qint64 LargestText = qint64{256} << 20; // bytes of a CFG, HDR or INF; no real one comes near it
+constexpr qint64 LineStep = 4096;                 // bytes of a line read at a time
 
 [[noreturn]] void Fail(const QString& path, const QString& what)
 {

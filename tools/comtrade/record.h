@@ -20,7 +20,7 @@
 
 namespace comtrade {
 
-/// A record that cannot be read. The message names the file, the line or record, what is wrong.
+/// A record that cannot be read. The message names the file, the line or record, and what is wrong.
 class Error : public text::Error
 {
 public:
@@ -87,13 +87,13 @@ struct Configuration
     TimeStamp trigger;
     DataType dataType = DataType::Ascii;
     double timeMultiplier = 1;
-    // Of revision 2013, as written; empty in the other.
+    // As written in revision 2013; empty in revision 1999.
     QString timeCode;
     QString localCode;
     QString timeQuality;
     QString leapSecond;
 
-    /// Records that the data must have: the last sample of the last rate.
+    /// The number of records that the data must have: the last sample of the last rate.
     qint64 SampleCount() const;
 
     /// Seconds of one unit of the records' time stamps.
@@ -103,7 +103,8 @@ struct Configuration
 /// The name of the type in a CFG file.
 QString NameOf(DataType type);
 
-/// Reads a CFG text, UTF-8 or, where it is not that, Windows-1251. fileName is for the Error.
+/// Parses a CFG text, taken as UTF-8 or, if it is not valid UTF-8, as Windows-1251. fileName is for the
+/// Error.
 Configuration ParseConfiguration(const QByteArray& text, const QString& fileName);
 
 /// One record of the data.
@@ -136,7 +137,7 @@ public:
     const QByteArray& Header() const { return header; }
     const QByteArray& Information() const { return information; }
 
-    /// Reads the next record into row, whose vectors are used again; false behind the last one. Throws Error
+    /// Reads the next record into row, whose vectors are used again; false after the last one. Throws Error
     /// for a record that is cut off or malformed.
     bool Next(Row& row);
 

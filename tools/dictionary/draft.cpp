@@ -29,13 +29,13 @@ QString Obstacle(const QString& name)
     return QString();
 }
 
-// Text that may stand in a comment line whatever it is.
+// Makes any text safe for a comment line.
 QString Harmless(QString text)
 {
     for (QChar& character : text) {
         if (character.category() == QChar::Other_Control)
             character = QLatin1Char('?');
-        if (character == QLatin1Char('=')) // a line with one is an entry, though nobody asks for it
+        if (character == QLatin1Char('=')) // a line with one is an entry, even if nothing reads it
             character = QLatin1Char('-');
     }
     return text;
@@ -46,7 +46,7 @@ QString Number(const char* prefix, int number)
     return QString::asprintf("%s%02d", prefix, number);
 }
 
-// What is left to be decided by hand.
+// What is left to be decided by a person.
 QStringList Doubts(const Guess& guess, const std::vector<QString>& codes)
 {
     QStringList doubts;

@@ -8,12 +8,12 @@
 namespace dictionary {
 
 /// The lines of a device's section: nAnMax, A01 ..., nDiMax, D01 ..., nBayMax, BAY01 ..., each guess with a
-/// comment that says so. A name that the ini file cannot hold, or that would come back as another, becomes a
-/// comment that tells why.
+/// comment that says so. A name that the ini file cannot hold, or that would be read back differently,
+/// becomes a comment that says why.
 QStringList DictionaryLines(const std::vector<Signal>& analog, const std::vector<Signal>& discrete);
 
 /// The lines of a whole ini file: the section [Default] with every key, and the device's section with the
-/// dictionary. Texts that only the operator knows are left for him to fill in.
+/// dictionary. Texts that only the operator knows are left to be filled in.
 QStringList CompleteIni(const QString& section, const QString& identity, const QStringList& dictionary);
 
 } // namespace dictionary

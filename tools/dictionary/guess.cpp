@@ -19,7 +19,7 @@ struct Rule
     const char* code;
 };
 
-// By the equipment's name; the first that matches counts.
+// Matched against the equipment's name; the first match counts.
 constexpr Rule EquipmentRules[] = {
     {"\\d?\\s*(СШ|СекШ)|^ТН\\b|шин", "VTB"},          {"^АТ", "AT"},
     {"^(Т|ТР|ТСН|РТСН)\\s*-?\\d|трансформатор", "T"}, {"^(Г|ТГ|ГГ)\\s*-?\\d|генератор", "G"},
@@ -27,7 +27,7 @@ constexpr Rule EquipmentRules[] = {
     {"^(ШСВ|ОВ|СВ|ВВ|В)\\b|выключатель", "BCT"},      {"^(ВЛ|КЛ|КВЛ|Л|W)|лини", "L"},
 };
 
-// By the discrete signal's name: device group and type of the signal.
+// Matched against the discrete signal's name: gives the device group and type of the signal.
 struct StatusRule
 {
     const char* pattern;

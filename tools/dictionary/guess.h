@@ -29,20 +29,20 @@ struct Guess
 /// The part of the name before the first colon, without blanks around it; the whole name without a colon.
 QString EquipmentOf(const QString& name);
 
-/// The voltage level, kV, that the equipment's name tells; 0 if it tells none.
+/// The voltage level, kV, in the equipment's name; 0 if it has none.
 int LevelInName(const QString& equipment);
 
-/// Voltage levels that the names of a recording's equipment tell, kV.
+/// Voltage levels found in the names of a recording's equipment, kV.
 struct Levels
 {
     int usual = 110; // that of most signals
     int highest = 110;
 };
 
-/// Both are 110 if no name tells a level.
+/// Both are 110 if no name has a level.
 Levels LevelsOf(const std::vector<Signal>& channels);
 
-/// Equipment without a level in its name is taken to be of the usual one, transformers of the highest.
+/// Equipment without a level in its name is assumed to be at the usual one, transformers at the highest.
 Guess GuessAnalog(const Signal& signal, const Levels& levels);
 Guess GuessDiscrete(const Signal& signal, const Levels& levels);
 

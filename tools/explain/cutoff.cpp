@@ -20,7 +20,7 @@ bool Read(QFile& file, Header& header)
 
 QString Bytes(qint64 count)
 {
-    // What stands between the thousands is a matter of the text's language, not of the user's region.
+    // The separator between thousands belongs to the language of the text, not to the user's region.
     return QLocale(QLocale::English).toString(count).replace(QLatin1Char(','), Tr("file", ","));
 }
 
@@ -77,8 +77,8 @@ private:
         return text.arg(Bytes(file.size()), Bytes(end), name);
     }
 
-    // Whether the size of plain data is that of the samples or changes; a damaged size says nothing of an
-    // end.
+    // Whether the size of plain data matches that of the samples or changes; a damaged size says nothing
+    // about where the file should end.
     bool IsSound(const ZuFileSectionHeader& section)
     {
         ZuAnChannelHeader analog{};

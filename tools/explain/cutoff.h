@@ -1,12 +1,12 @@
-// Recordings whose file ends before what its headers promise.
+// Recordings whose file ends earlier than its headers say.
 #pragma once
 
 #include <QString>
 
 namespace explain {
 
-/// Where the recorder's file at path ends, and at what size it was whole, as far as its headers tell; empty
-/// if it is as long as they say, or if they contradict each other.
+/// Where the recorder file at path ends, and what size it had when whole, according to its headers; empty if
+/// it is as long as they say, or if they contradict each other.
 QString CutOffText(const QString& path);
 
 } // namespace explain

@@ -23,7 +23,7 @@ namespace explain {
 
 namespace {
 
-constexpr qint64 LookedAt = 4096; // bytes from the beginning of a file that tell what it is
+constexpr qint64 LookedAt = 4096; // bytes at the start of a file that show what it is
 
 QString WhyNotThere(const QString& path, int error)
 {
@@ -41,7 +41,7 @@ QString WhyNotThere(const QString& path, int error)
     return SystemText(error);
 }
 
-// A file that can be given instead of its directory.
+// A file in the directory that the user can give instead of it.
 QString FirstInside(const QString& directory)
 {
     const QDir inside(directory, QString(), QDir::Name, QDir::Files);
@@ -70,7 +70,7 @@ QByteArray BeginningOf(const QString& path)
     return file.read(LookedAt);
 }
 
-// Whether the bytes, as far as they go, are those of the text at its place.
+// Whether the bytes, as far as they go, have the text at that place.
 bool Agrees(const QByteArray& bytes, int place, const QByteArray& text)
 {
     return bytes.mid(place, text.size()) == text.left(std::max(0, bytes.size() - place));
@@ -105,7 +105,7 @@ QString RecordExtensionOf(const QByteArray& bytes)
                                                                           : QString();
 }
 
-// Of a .dat, .hdr or .inf file.
+// For a .dat, .hdr or .inf file.
 QString ConfigurationOf(const QFileInfo& piece)
 {
     for (const char* extension : {".cfg", ".CFG", ".Cfg"}) {
@@ -117,7 +117,7 @@ QString ConfigurationOf(const QFileInfo& piece)
     return QString();
 }
 
-// What a file is by its name, and what to do with it; empty if the name does not tell.
+// What a file is, judging by its name, and what to do with it; empty if the name does not show it.
 QString OtherKindByName(const QString& path)
 {
     const QFileInfo file(path);
@@ -142,7 +142,7 @@ QString OtherKindByName(const QString& path)
     return QString();
 }
 
-// Of a file that does not begin as a recording.
+// For a file that does not start like a recording.
 QString OtherKind(const QString& path, const QByteArray& beginning)
 {
     QString byName = OtherKindByName(path);
@@ -190,7 +190,7 @@ QString NotConvertible(const QString& path)
     return OtherKind(path, beginning);
 }
 
-// Whether the library has come to an end of the file that it did not expect.
+// Whether the library came to an unexpected end of the file.
 static bool IsFailedRead(const QString& libraryText)
 {
     return libraryText.contains(QStringLiteral("чтение файла")) ||

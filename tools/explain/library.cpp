@@ -92,7 +92,7 @@ const Meaning meanings[] = {
      QT_TRANSLATE_NOOP("library", "the recording ends early, '%1' does not continue '%2': they differ")},
 };
 
-// Empty for a text that is not known.
+// Empty for an unknown text.
 QString MeaningOf(const QString& text);
 
 QString MeaningOrText(const QString& text)

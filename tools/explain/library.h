@@ -7,14 +7,14 @@
 
 namespace explain {
 
-/// The library's text as a reason that can follow "recording.ZU: ": a sentence, and the text itself in
-/// brackets, by which others can look for it. A text that is not known stays as it is.
+/// The library's text as a reason that can follow "recording.ZU: ": a sentence, then the text itself in
+/// brackets, which users can search for. An unknown text stays as it is.
 QString LibraryText(const QString& text);
 
-/// Such a sentence that says more than the text.
+/// A sentence of one's own, followed by the library's text in brackets.
 QString WithLibraryText(const QString& sentence, const QString& text);
 
-/// LibraryText of each of several notes.
+/// LibraryText of each note.
 QStringList LibraryTexts(const QStringList& texts);
 
 } // namespace explain

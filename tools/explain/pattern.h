@@ -1,4 +1,4 @@
-// Texts of others, recognised by what is fixed in them.
+// Recognises texts that come from elsewhere by what is fixed in them.
 #pragma once
 
 #include <QString>
@@ -12,7 +12,7 @@ namespace explain {
 /// differs. "--out is required" fits "%1 is required" with {"--out"}.
 std::optional<QStringList> PlacesOf(const QString& text, const QString& pattern);
 
-/// The values at the places %1, %2 ... of the text, all at once, so that a "%1" in a value stays as it is.
+/// The text with its places %1, %2 ... filled in, all at once, so that a "%1" in a value stays as it is.
 QString Filled(const QString& text, const QStringList& values);
 
 } // namespace explain

@@ -15,7 +15,7 @@ struct Failure
     const char* text;
 };
 
-// Those that files and directories can have.
+// The failures that files and directories can have.
 const Failure failures[] = {
     {EACCES, QT_TRANSLATE_NOOP("system", "Permission denied")},
     {EPERM, QT_TRANSLATE_NOOP("system", "Operation not permitted")},
@@ -49,7 +49,7 @@ const Failure failures[] = {
     {EINVAL, QT_TRANSLATE_NOOP("system", "Invalid argument")},
 };
 
-// Qt calls a failure "Unknown error" for which the system gave no reason.
+// Qt says "Unknown error" for a failure for which the system gave no reason.
 QString UnknownReason()
 {
     return Tr("system", "the system gives no reason");
@@ -82,7 +82,8 @@ bool IsNoRoom(int error)
 QString SystemText(const QString& text)
 {
     for (const Failure& failure : failures) {
-        // The C library may have a language of its own, which the program's translation then replaces.
+        // The C library may have translated its text itself; the program's translation then replaces that
+        // one.
         if (text == QLatin1String(failure.text) ||
             text == QString::fromLocal8Bit(std::strerror(failure.error)))
             return Tr("system", failure.text);

@@ -5,18 +5,18 @@
 
 namespace explain {
 
-/// The text of a failed system call, as "Permission denied", for its errno.
+/// The text for the errno of a failed system call, such as "Permission denied".
 QString SystemText(int error);
 
-/// The same for a failure to write below a directory: of a full disk it says that it is that of the
-/// directory.
+/// The same for a failure to write below a directory: if a disk is full, the text says that it is the disk of
+/// the directory.
 QString SystemText(int error, const QString& directory);
 
 /// Whether the errno means that a disk, or the user's share of it, is full.
 bool IsNoRoom(int error);
 
-/// The same for the text that the C library or Qt has made of it, as QFile::errorString(). A text that is
-/// none of the system's stays as it is.
+/// The same for a text that the C library or Qt made from an errno, such as QFile::errorString(). Any other
+/// text stays as it is.
 QString SystemText(const QString& text);
 
 } // namespace explain

@@ -53,7 +53,7 @@ Description Describe(const QString& path)
 
 namespace {
 
-// "label:   text", the texts below each other.
+// "label:   text", with the texts aligned.
 QStringList FactLines(const std::vector<Fact>& facts)
 {
     int width = 0;
@@ -68,7 +68,7 @@ QStringList FactLines(const std::vector<Fact>& facts)
     return lines;
 }
 
-// Columns with two blanks between them; numbers stand to the right.
+// Columns with two blanks between them; numbers are right-aligned.
 QStringList TableLines(const Table& table)
 {
     std::vector<int> widths;

@@ -12,7 +12,7 @@
 
 namespace info {
 
-/// One thing to know.
+/// One fact about the recording or record.
 struct Fact
 {
     QString key;   // for programs
@@ -44,8 +44,8 @@ struct Description
     QString kind; // "recording" or "record"
     std::vector<Fact> facts;
     std::vector<Table> tables;
-    QStringList notes; // what shortens or spoils it, and what to do
-    QString error;     // why nothing more can be told; the facts are those that were found before
+    QStringList notes;                       // what shortens or spoils it, and what to do
+    QString error;                           // why nothing more can be said; the facts are those found before
     const char* reason = reason::Unexpected; // of the error
 
     void Add(const QString& key, const QString& label, const QString& text);
@@ -53,19 +53,19 @@ struct Description
     void Add(const QString& key, const QString& label, const Cell& cell);
     void AddForPrograms(const QString& key, const QJsonValue& value);
 
-    /// Sets the error. word is one of reasons.h.
+    /// Sets the error. word is one of those in reasons.h.
     void Fail(const char* word, const QString& text);
 };
 
 /// Describes a recording by its first file, with the whole chain, or a record by its .cfg or .cff file. Never
-/// throws for bad input: the error tells what is wrong, where and what to do.
+/// throws for bad input: the error says what is wrong, where, and what to do.
 Description Describe(const QString& path);
 
-/// Fill in what the file of the description holds.
+/// Fill in what is in the file of the description.
 void DescribeRecording(Description& description);
 void DescribeRecord(Description& description);
 
-/// Lines for people; without the lists of channels if they are not wanted.
+/// Lines for people; the lists of channels are included only if asked for.
 QStringList LinesOf(const Description& description, bool channels);
 
 /// One object for programs; docs/json.md lists the keys.

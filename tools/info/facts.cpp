@@ -49,7 +49,7 @@ double SecondsOfRates(const std::vector<Rate>& rates)
     double seconds = 0;
     qint64 before = 0; // last sample of the stretch before
     for (const Rate& rate : rates) {
-        if (rate.IsConstant() && !(rate.hertz > 0)) // only a damaged recording has such a one
+        if (rate.IsConstant() && !(rate.hertz > 0)) // only in a damaged recording
             return std::numeric_limits<double>::quiet_NaN();
         if (rate.IsConstant())
             seconds += static_cast<double>(rate.lastSample - before) / rate.hertz;

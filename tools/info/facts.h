@@ -28,7 +28,7 @@ struct Sampling
 };
 
 /// The duration of the stretches that have a rate, seconds: their samples divided by their rates. A recording
-/// and its record have the same by this. NaN if a rate is no positive number.
+/// and its record agree in it. NaN if a rate is no positive number.
 double SecondsOfRates(const std::vector<Rate>& rates);
 
 /// Adds the duration, the rates and the number of samples.

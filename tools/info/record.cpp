@@ -22,7 +22,7 @@ namespace info {
 namespace {
 
 // Minutes from UTC of the time code of revision 2013: "+3", "-7h15", "0"; nothing for "x", which says that
-// the zone is not known. Some writers have the Cyrillic letter between hours and minutes.
+// the zone is not known. Some writers put the Cyrillic letter between hours and minutes.
 std::optional<int> OffsetOf(const QString& timeCode)
 {
     static const QRegularExpression form(
@@ -69,7 +69,7 @@ void AddIdentity(Description& description, const comtrade::Configuration& config
                         configuration.timeCode + QLatin1Char(',') + configuration.localCode);
 }
 
-// Rates and sample numbers give the duration; the time stamps, for a rate that is not constant.
+// The duration follows from rates and sample numbers or, if the rate is not constant, from the time stamps.
 Sampling SamplingOf(const comtrade::Configuration& configuration, const RecordData& data)
 {
     Sampling sampling;
@@ -151,7 +151,7 @@ void AddMissing(Description& description, const RecordData& data)
     description.AddForPrograms(QStringLiteral("samplesFound"), data.samples);
 }
 
-// The record may be of any maker.
+// Any device or program may have written the record.
 void CheckCount(Description& description, qint64 wanted, qint64 found)
 {
     if (found < wanted)

@@ -62,7 +62,7 @@ private:
     const comtrade::Configuration& config;
     std::vector<Stamps> stamps;
     std::vector<quint8> before; // states of the sample before
-    size_t rate = 0;            // of the sample at hand
+    size_t rate = 0;            // of the current sample
     RecordData data;
 };
 

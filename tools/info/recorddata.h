@@ -17,7 +17,7 @@ struct RecordData
         changes; // of each discrete channel: samples whose state is not that of the one before
     std::vector<double>
         stampSpans;  // of each rate: seconds from its first time stamp to its last; NaN without any
-    QString failure; // why it was not read to its end; then the counts are of no use
+    QString failure; // why it was not read to its end; then the counts mean nothing
 };
 
 /// Reads the record to its end.

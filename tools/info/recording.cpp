@@ -29,7 +29,7 @@ namespace info {
 
 namespace {
 
-// A device without ini file: all that reading a recording needs.
+// A device without ini file: enough to read a recording.
 struct PlainDevice : ZuCmtrDevParam
 {
     PlainDevice() { Resorter = new ResorterZuCmtrConv(this); }
@@ -38,7 +38,7 @@ struct PlainDevice : ZuCmtrDevParam
     PlainDevice& operator=(const PlainDevice&) = delete;
 };
 
-// Continuation files that lie beside the first one and are numbered behind the chain.
+// Continuation files beside the first one whose numbers come after the chain's.
 QStringList LeftOut(const QString& first, int inChain)
 {
     QStringList names;
@@ -139,7 +139,7 @@ Table DiscreteTable(const ZuFileFormat& first, const std::vector<qint64>& change
     return table;
 }
 
-// The recorder's code page, as the title tells it.
+// The recorder's code page, as the title shows it.
 QString CodePage(const ZuFileFormat& file)
 {
     static const QByteArray inCp1251 = zu::CodecCP1251->fromUnicode(QStringLiteral("Данные"));
@@ -173,7 +173,7 @@ void AddMoments(Description& description, const ZuFileFormat& first)
                     MomentCell(first.TrigTime, first.TrigMicroseconds));
 }
 
-// The header's duration bounds what the converter writes of each file.
+// The header's duration limits what the converter writes of each file.
 void NoteLoss(Description& description, qint64 written, qint64 total)
 {
     if (written < total)
@@ -216,7 +216,7 @@ void DescribeChain(Description& description, const QString& path)
                           DiscreteTable(first, data.changes)};
 }
 
-// What can be told of a first file that does not load: its size, and its header's times if they are there.
+// What can be said about a first file that does not load: its size, and its header's times if they are there.
 void AddRemains(Description& description, const QString& path)
 {
     QFile file(path);

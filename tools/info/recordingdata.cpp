@@ -9,12 +9,12 @@ namespace info {
 
 namespace {
 
-// A discrete channel of the segment at hand.
+// A discrete channel of the current segment.
 struct Channel
 {
     DiChannelData* data = nullptr;
     bool state = false;
-    quint64 due = 0; // time from which it has to be asked again, microseconds
+    quint64 due = 0; // time at which it may change next, microseconds
     qint64 changes = 0;
 };
 
@@ -34,7 +34,7 @@ public:
     // time in microseconds from the start of the segment.
     void MoveTo(quint32 time)
     {
-        if (time < last) // the recorder's clock has run over
+        if (time < last) // the recorder's clock has wrapped around
             AskAll();
         last = time;
         if (time < due)

@@ -1,4 +1,4 @@
-// One walk over the samples of a recording, as the converter writes them.
+// One pass over the samples of a recording, as the converter writes them.
 #pragma once
 
 #include <QtGlobal>

@@ -12,10 +12,10 @@ Cell CountCell(qint64 count);
 Cell NumberCell(double number);
 Cell FlagCell(bool flag);
 
-/// A count that could not be taken.
+/// A count that is not known.
 Cell UnknownCell();
 
-/// A moment, ISO 8601 with six decimals and its offset from UTC.
+/// A point in time, ISO 8601 with six decimals and its offset from UTC.
 Cell MomentCell(const QDateTime& seconds, qint32 microseconds);
 
 /// Minutes from UTC as "+03:00".

@@ -9,7 +9,7 @@ namespace inicheck {
 
 namespace {
 
-// bays: the lines of those before, by their names.
+// bays: the lines of the bays before this one, by name.
 void CheckBay(const IniLine& line, QHash<QString, int>& bays, Findings& findings)
 {
     const QStringList fields = line.value.split(QLatin1Char(','));

@@ -11,7 +11,7 @@ namespace inicheck {
 
 namespace {
 
-// The entries of one kind, each for itself and beside those before it.
+// The entries of one kind, each by itself and compared with those before it.
 class SignalCheck
 {
 public:
@@ -85,7 +85,7 @@ private:
 void CheckDictionary(const IniLines& ini, const QString& section, Findings& findings)
 {
     for (const EntryKind* kind : {&AnalogEntries(), &DiscreteEntries()}) {
-        SignalCheck check(*kind, findings); // an analog and a discrete channel may have one name
+        SignalCheck check(*kind, findings); // an analog and a discrete channel may share a name
         for (const IniLine* line : ReadEntries(ini, section, *kind, findings))
             check.Check(*line);
     }

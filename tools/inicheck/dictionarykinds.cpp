@@ -36,7 +36,7 @@ qlonglong MaximumOf(const IniLines& ini, const QString& section, const EntryKind
     if (line == nullptr)
         return 0;
     bool ok = false;
-    const unsigned int maximum = QVariant(line->value).toUInt(&ok); // as the converter
+    const unsigned int maximum = QVariant(line->value).toUInt(&ok); // as the converter does
     if (!ok)
         findings.push_back(
             AboutEntry(*line, Severity::Error, reason::NumberOutOfRange,

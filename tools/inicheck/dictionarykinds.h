@@ -10,7 +10,7 @@
 
 namespace inicheck {
 
-/// A parameter of an entry and what it may be.
+/// A parameter of an entry and its possible values.
 struct EntryParameter
 {
     const char* name;
@@ -29,11 +29,11 @@ const EntryKind& AnalogEntries();
 const EntryKind& DiscreteEntries();
 const EntryKind& BayEntries();
 
-/// The entries of a kind that the converter reads; the others become findings.
+/// The entries of a kind that the converter reads; there is a finding for each of the others.
 std::vector<const IniLine*> ReadEntries(const IniLines& ini, const QString& section, const EntryKind& kind,
                                         Findings& findings);
 
-/// A finding about a line, which begins with its key.
+/// A finding about a line; its text starts with the line's key.
 Finding AboutEntry(const IniLine& line, Severity severity, const char* reason, const QString& text);
 
 } // namespace inicheck

@@ -22,7 +22,7 @@ struct Mark
     Encoding encoding;
 };
 
-// The mark of UTF-32LE begins as that of UTF-16LE.
+// The mark of UTF-32LE starts with that of UTF-16LE, so it is tried first.
 const Mark* MarkOf(const QByteArray& bytes)
 {
     static const Mark marks[] = {{QByteArray("\xFF\xFE\0\0", 4), {"UTF-32", true}},

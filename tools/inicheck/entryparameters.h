@@ -11,15 +11,15 @@ namespace inicheck {
 class EntryParameters
 {
 public:
-    /// Both have to outlive this object.
+    /// Both must outlive this object.
     EntryParameters(const EntryKind& kind_, Findings& findings_)
         : kind(kind_), findings(findings_), resorter(&device)
     {}
 
-    /// What an entry needs, as it is written.
+    /// What an entry needs, spelt as in the ini file.
     QString Wanted() const;
 
-    /// True if the converter takes them.
+    /// True if the converter accepts them.
     bool Check(const IniLine& line, const QString& parameters);
 
     /// The value of one, empty if it is missing.

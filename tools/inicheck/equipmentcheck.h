@@ -1,4 +1,4 @@
-// Whether the entries of one equipment agree.
+// Whether the entries of one piece of equipment agree.
 #pragma once
 
 #include "inicheck/finding.h"
@@ -14,7 +14,7 @@ namespace inicheck {
 class EquipmentCheck
 {
 public:
-    /// What an entry says of its equipment.
+    /// What an entry says about its equipment.
     struct Entry
     {
         int line;
@@ -25,13 +25,13 @@ public:
 
     explicit EquipmentCheck(Findings& findings_) : findings(findings_) {}
 
-    /// Compares an entry with the first one of the equipment.
+    /// Compares an entry with the first one of the same equipment.
     void Check(const IniLine& line, const QString& equipment, const Entry& now);
 
 private:
     Findings& findings;
     QHash<QString, Entry> first;
-    std::set<QString> mixed; // equipments reported
+    std::set<QString> mixed; // equipment reported already
 };
 
 } // namespace inicheck

@@ -1,4 +1,4 @@
-// What is to be said about a place of an ini file.
+// What there is to say about a place in an ini file.
 #pragma once
 
 #include "text/reasons.h"
@@ -10,8 +10,8 @@
 namespace inicheck {
 
 enum class Severity {
-    Note,    // worth knowing; as the author may well have meant it
-    Warning, // ignored or dropped, or otherwise not what it looks like
+    Note,    // worth knowing; the author may well have meant it
+    Warning, // ignored or dropped, or in some other way not what it looks like
     Error    // a section that does not load, or records that no program opens
 };
 
@@ -19,7 +19,7 @@ struct Finding
 {
     int line = 0; // of the ini file, from 1; 0: of the whole file
     Severity severity = Severity::Note;
-    const char* reason = reason::Unexpected; // what is the matter, for programs: one of reasons.h
+    const char* reason = reason::Unexpected; // what is wrong, for programs: a word of reasons.h
     QString text;                            // the same for people, and what to do
 };
 

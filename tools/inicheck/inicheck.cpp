@@ -19,7 +19,7 @@ void CheckDevice(const IniLines& ini, const Question& question, const QString& d
         CheckRecording(ini, device, recording, findings);
 }
 
-// A dictionary among the defaults is one that no device has.
+// Devices do not inherit a dictionary from the defaults.
 void CheckStrayDictionary(const IniLines& ini, const Question& question, Findings& findings)
 {
     if (question.devices.contains(question.defaults))
@@ -38,7 +38,7 @@ Findings Check(const Question& question)
 {
     const IniLines ini(question.ini);
     if (ini.OtherEncoding() &&
-        !ini.OtherEncoding()->isRecognised) // all else would speak of letters that are none
+        !ini.OtherEncoding()->isRecognised) // any other finding would be about misread letters
         return {{0, Severity::Error, reason::NotUtf8, EncodingText(*ini.OtherEncoding())}};
     Findings findings;
     CheckLines(ini, findings);

@@ -22,11 +22,12 @@ struct Question
 /// All findings by line. Throws text::Error if the ini file cannot be read.
 Findings Check(const Question& question);
 
-/// What of the two sections makes records that no program opens, whatever the recording: texts that are in
-/// force for the device. Throws likewise.
+/// What in the two sections makes records that no program opens, whatever the recording: texts that are in
+/// force for the device. Throws like Check.
 Findings SpoilsRecords(const QString& ini, const QString& defaults, const QString& device);
 
-/// Those of them that no record escapes: a comma in the name of the object or of the source. Throws likewise.
+/// The part of it that affects every record: a comma in the name of the object or of the source. Throws like
+/// Check.
 Findings SpoilsEveryRecord(const QString& ini, const QString& defaults, const QString& device);
 
 } // namespace inicheck

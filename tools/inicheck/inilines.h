@@ -24,13 +24,13 @@ public:
 
     const std::vector<IniLine>& All() const { return lines; }
 
-    /// Whether the file begins with a byte order mark, which the reader skips.
+    /// Whether the file starts with a byte order mark, which the reader skips.
     bool HasByteOrderMark() const { return byteOrderMark; }
 
     /// The encoding of the whole file if it is not UTF-8.
     const std::optional<Encoding>& OtherEncoding() const { return encoding; }
 
-    /// Numbers of the lines that are not UTF-8; none of a file in another encoding.
+    /// Numbers of the lines that are not UTF-8; none if the whole file is in another encoding.
     const std::vector<int>& BadlyEncoded() const { return badlyEncoded; }
 
     /// The line that counts for a key; null if there is none.

@@ -8,7 +8,7 @@ namespace inicheck {
 
 namespace {
 
-// Levenshtein's distance, by one row of his table.
+// Levenshtein distance, computed with a single row of the table.
 int Distance(const QString& from, const QString& to)
 {
     std::vector<int> row(static_cast<size_t>(to.size()) + 1);
@@ -42,7 +42,7 @@ QString WithLatinLetters(QString word)
 
 QString Nearest(const QString& word, const QStringList& known)
 {
-    constexpr int longest = 200; // a longer word is none that was meant
+    constexpr int longest = 200; // a longer word is no misspelling
     const QString plain = WithLatinLetters(word.simplified()).toLower();
     if (plain.size() > longest)
         return QString();

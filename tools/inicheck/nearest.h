@@ -1,4 +1,4 @@
-// The known word that somebody may have meant.
+// The known word that the user may have meant.
 #pragma once
 
 #include <QString>
@@ -7,7 +7,7 @@
 namespace inicheck {
 
 /// The one of `known` that takes the fewest changes of a letter, if these are few for the length of the word;
-/// case, doubled blanks and Cyrillic letters that look Latin do not count. Empty if none is near.
+/// case, doubled blanks and Cyrillic letters that look Latin do not count. Empty if none is close.
 QString Nearest(const QString& word, const QStringList& known);
 
 /// The word with Latin letters in place of the Cyrillic ones that look the same.

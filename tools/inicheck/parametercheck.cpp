@@ -29,7 +29,7 @@ Reading ReadingOf(const DeviceKeyRule& rule, const QString& value)
     if (rule.isText)
         return value.isEmpty() ? Reading::Absent : Reading::Stored;
     bool ok = false;
-    const int number = QVariant(value).toInt(&ok); // as the converter
+    const int number = QVariant(value).toInt(&ok); // as the converter does
     if (number == -1)
         return Reading::Absent;
     return ok && number >= rule.lowest && number <= rule.highest ? Reading::Stored : Reading::Bad;
@@ -87,7 +87,7 @@ private:
             CheckWidth(*line);
     }
 
-    // The converter does not refuse a number of more bits than it keeps.
+    // The converter accepts numbers with more bits than it keeps.
     void CheckWidth(const IniLine& line)
     {
         const int number = QVariant(line.value).toInt();
@@ -129,7 +129,7 @@ private:
         }
     }
 
-    // What goes into the names of the files.
+    // Texts that become part of file names.
     void CheckFileNames()
     {
         static const QRegularExpression left(QStringLiteral("[\"\\\\/:*?<>|]"));

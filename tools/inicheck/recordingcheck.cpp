@@ -11,7 +11,7 @@ namespace inicheck {
 
 namespace {
 
-// Signals of one kind by their names as the recorder writes them: the lines of the ini file.
+// Signals of one kind by the names that the recorder gives them, each with its line in the ini file.
 QHash<QString, int> SignalsOf(const IniLines& ini, const QString& section, const char* prefix)
 {
     const QRegularExpression pattern(QStringLiteral("\\A%1[0-9]+\\z").arg(QLatin1String(prefix)));
@@ -55,7 +55,7 @@ public:
 private:
     const QString path;
     Findings& findings;
-    QHash<QString, int> known; // channels that were seen
+    QHash<QString, int> known; // channels seen so far
 };
 
 } // namespace

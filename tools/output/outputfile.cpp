@@ -19,7 +19,7 @@ namespace output {
 
 namespace {
 
-// Keeps a reader that goes away from ending the program: the write then fails, and that can be reported.
+// Without this, a reader that goes away would end the program; now the write fails, and that can be reported.
 class NoBrokenPipe
 {
 public:
@@ -46,7 +46,7 @@ private:
     sigset_t before{};
 };
 
-// Waits where the descriptor is one that does not wait by itself. False if the write has failed for good.
+// Waits if the descriptor does not block by itself. False if the write has failed for good.
 bool MayTryAgain(int descriptor)
 {
     if (errno == EINTR)
@@ -62,7 +62,7 @@ QString SystemText()
     return explain::SystemText(errno);
 }
 
-// A file that root replaces stays its owner's. Others cannot give files away, and need not.
+// A file that root replaces keeps its owner. Other users cannot give files away, and need not.
 void KeepOwner(const QFileDevice& fresh, const QString& path)
 {
     struct stat status = {};
@@ -72,7 +72,7 @@ void KeepOwner(const QFileDevice& fresh, const QString& path)
     static_cast<void>(done);
 }
 
-// A copy of a descriptor that the program was started with; what it has opened for itself is nobody's output.
+// A copy of a descriptor that the program was started with; one that it opened itself is nobody's output.
 int CopyOf(int descriptor)
 {
     const int flags = fcntl(descriptor, F_GETFD);
@@ -106,7 +106,7 @@ bool OutputFile::Fail(const QString& text)
 
 bool OutputFile::FailFile()
 {
-    // Of these two the text is Qt's own, in English and with the path.
+    // In these two cases Qt's text is its own, in English and with the path.
     const QFileInfo there(target.path);
     const QString reason = there.isDir()                           ? explain::SystemText(EISDIR)
                            : there.exists() && !there.isWritable() ? explain::SystemText(EACCES)

@@ -1,6 +1,6 @@
-// A file that an option names to be written. The rule has its home here: a regular file is replaced when the
-// new one is whole, and keeps its permissions and the links that lead to it; anything else (a device, a pipe,
-// /dev/stdout, "-") is written to as it stands, and never replaced, removed or given other permissions.
+// A file that an option names to be written. This is the home of the rule: a regular file is replaced when
+// the new one is whole, and keeps its permissions and the links that lead to it; anything else (a device, a
+// pipe, /dev/stdout, "-") is written to as it stands, and never replaced, removed or given other permissions.
 //
 //     output::OutputFile file(path);
 //     if (!file.Open() || !file.Write(bytes) || !file.Commit())
@@ -22,12 +22,12 @@ class OutputFile
 public:
     explicit OutputFile(const QString& path);
 
-    /// A regular file that was not committed stays as it was.
+    /// A regular file that was not committed stays unchanged.
     ~OutputFile();
     OutputFile(const OutputFile&) = delete;
     OutputFile& operator=(const OutputFile&) = delete;
 
-    /// Each gives false on failure; ErrorText says why. A pipe is opened only if somebody reads it.
+    /// Each returns false on failure; ErrorText says why. A pipe is opened only if it has a reader.
     bool Open();
     bool Write(const QByteArray& bytes);
 

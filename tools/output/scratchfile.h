@@ -1,5 +1,5 @@
-// A file for what nobody keeps, under a path that others may open to write and to read. It is in memory and
-// has no name in any directory, so that nothing stays of it however the program ends.
+// A file whose content nobody keeps, with a path that others can open for writing and reading. It is in
+// memory and has no name in any directory, so that nothing of it remains however the program ends.
 #pragma once
 
 #include <QString>
@@ -11,13 +11,13 @@ class ScratchFile
 {
 public:
     /// An empty file. Where the system has none without a name, as without /proc, it is one in the directory
-    /// for temporary files, and goes with the object.
+    /// for temporary files, removed with the object.
     ScratchFile();
     ~ScratchFile();
     ScratchFile(const ScratchFile&) = delete;
     ScratchFile& operator=(const ScratchFile&) = delete;
 
-    /// Valid in this process as long as the object lives; empty if no file could be made.
+    /// Valid in this process while the object lives; empty if no file could be made.
     const QString& Path() const { return path; }
 
 private:

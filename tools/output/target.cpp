@@ -12,7 +12,7 @@ namespace output {
 
 namespace {
 
-constexpr int longestChain = 40; // of links, as the system has it
+constexpr int longestChain = 40; // of links, the limit of the system itself
 
 // The directory of the process's descriptors; what stands in it looks like links, but leads to open files.
 bool HoldsDescriptors(const QString& directory)
@@ -23,7 +23,7 @@ bool HoldsDescriptors(const QString& directory)
     return false;
 }
 
-// One link on; the path itself if it is none.
+// Follows one link; the path itself if it is none.
 QString Followed(const QString& directory, const QString& path)
 {
     std::array<char, PATH_MAX> target{};

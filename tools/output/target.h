@@ -23,12 +23,12 @@ struct Target
 };
 
 /// Follows the path. "-" is standard output; so are /dev/stdout, /dev/fd/1 and /proc/self/fd/1, whatever the
-/// shell has opened there: a regular file that is reached by its descriptor is not replaced, as the shell
-/// goes on with it.
+/// shell has opened there: a regular file that is named by its descriptor is not replaced, as the shell goes
+/// on using it.
 Target TargetOf(const QString& path);
 
-/// Whether the path leads to what standard output is, so that nothing else belongs there. False for a regular
-/// file by its name.
+/// Whether the path leads to standard output, so that nothing else may be printed there. False for a regular
+/// file that is given by its name.
 bool IsStandardOutput(const QString& path);
 
 } // namespace output

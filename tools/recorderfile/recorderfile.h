@@ -64,10 +64,10 @@ struct DiscreteChannel
     std::optional<uint32_t> count = std::nullopt;       // else the number of changes
     std::optional<uint32_t> dataLength = std::nullopt;  // else the size of the records and the spare bytes
     std::optional<uint32_t> descrLength = std::nullopt; // else 81
-    QByteArray spareBytes = {};                         // behind the records
+    QByteArray spareBytes = {};                         // after the records
 };
 
-// A section of any other type, or a deliberately wrong one: bytes behind a section header.
+// A section of any other type, or a deliberately wrong one: bytes after a section header.
 struct OtherSection
 {
     uint16_t type = 2;
@@ -99,7 +99,7 @@ struct Recording
     uint32_t hdrSize = 263;
     std::vector<Section> sections = {}; // in file order
 
-    // Appends a section and gives the recording itself, so that calls chain.
+    // Appends a section and returns the recording itself, so that calls chain.
     Recording& Add(AnalogChannel channel);
     Recording& Add(DiscreteChannel channel);
     Recording& Add(OtherSection section);

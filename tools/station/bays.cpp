@@ -65,7 +65,7 @@ struct AnalogRow
     double level;
 };
 
-// A set's signals, in the order of the recorder.
+// The signals of a set, in the order of the recorder.
 const AnalogRow analogRows[] = {
     {SignalSet::Line, "Ia", "CT", Quantity::Current, 0, "А", 0},
     {SignalSet::Line, "Ib", "CT", Quantity::Current, 1, "А", 0},
@@ -134,7 +134,7 @@ const DiscreteRow discreteRows[] = {
 
 const BayRow outgoingLine = {"", "", "", 35, "L", SignalSet::Currents, 200, 0.4, 0.0};
 
-// The bays behind the table are outgoing lines, numbered from 1.
+// The bays after those of the table are outgoing lines, numbered from 1.
 const BayRow& RowAt(int index)
 {
     return index < bayRowCount ? bayRows[index] : outgoingLine;

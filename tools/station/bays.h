@@ -1,5 +1,5 @@
-// The bays of the sample station and their signals: the one catalogue from which recordings and ini file are
-// made.
+// The bays of the sample station and their signals: the one catalogue from which both the recordings and the
+// ini file are made.
 #pragma once
 
 #include <QString>
@@ -19,8 +19,8 @@ struct Bay
     unsigned kilovolts;    // a voltage level of the dictionary
     QString equipmentCode; // E_G code
     double ratedCurrent;   // A, primary; 0 without current transformers
-    double load;           // load current in parts of the rated one
-    double faultShare;     // part of the fault current that flows through the bay, signed
+    double load;           // load current as a fraction of the rated one
+    double faultShare;     // fraction of the fault current that flows through the bay, signed
 };
 
 enum class Quantity {
@@ -71,7 +71,7 @@ std::vector<AnalogSignal> AnalogSignals(const StationOptions& options);
 // with analog channels: the segments of a chain are compared by their first discrete channel too.
 std::vector<DiscreteSignal> DiscreteSignals(const StationOptions& options);
 
-// The bays of the signals, each once, in the order in which they appear.
+// The bays of the signals, each once, in order of appearance.
 std::vector<Bay> BaysOf(const std::vector<AnalogSignal>& analog, const std::vector<DiscreteSignal>& discrete);
 
 // The line on which the faults are: the first bay.

@@ -12,10 +12,10 @@ namespace {
 constexpr double nominalFrequency = 50.0;         // Hz
 constexpr double loadLag = 0.07;                  // turns, current behind voltage
 constexpr double faultLag = 80.0 / 360.0;         // turns
-constexpr double faultCurrentPeak = 5656.8542495; // A, 4 kA effective
-constexpr double timeConstant = 0.05;             // s, of the direct part
+constexpr double faultCurrentPeak = 5656.8542495; // A, 4 kA RMS
+constexpr double timeConstant = 0.05;             // s, of the DC component
 constexpr double remainingVoltage = 0.35;         // of the faulted phases, at the voltage level of the fault
-constexpr double farDip = 0.2;                    // part of the dip that other voltage levels see
+constexpr double farDip = 0.2;                    // fraction of the dip that other voltage levels see
 constexpr double frequencySlope = -0.5;           // Hz per second
 constexpr double timeToPickUp = 0.2;              // s, from 50 Hz to the pick-up value of the start
 constexpr double frequencyDipLength = 1.5;        // s
@@ -66,7 +66,7 @@ double SteadyFaultCurrent(Fault fault, const Bay& line, size_t phase, double tur
     return (phase == 1 ? current : -current) - LoadCurrent(line, 0, turns) / 2.0;
 }
 
-// Load current from the angles of an instant, which saves the sine of each bay.
+// Load current from the angles at an instant, which saves computing a sine for each bay.
 double LoadCurrent(const Bay& bay, size_t phase, const Instant& instant)
 {
     static const double lagSine = SineOfTurns(loadLag);
@@ -182,7 +182,7 @@ void Network::SetFault(Instant& instant, double time)
         }
 }
 
-// A phase of the faulted line goes out at the first zero of its current behind the parting of the contacts.
+// A phase of the faulted line is interrupted at the first zero of its current after the contacts separate.
 void Network::SwitchBreaker(const Instant& instant, double time)
 {
     if (scenario.fault == Fault::None)

@@ -1,10 +1,10 @@
-// Model of the network around the station, one instant after the other.
+// Model of the network around the station, one instant at a time.
 //
 // A rigid 50 Hz system feeds the busbars. A short circuit at the trigger lowers the voltages of its phases
 // and drives a current of 4 kA that lags by 80 degrees; as the current of an inductance cannot jump, it
-// begins at the load current, by a direct part that decays with a time constant of 50 ms. The breaker of the
-// line parts its contacts 80 to 120 ms after the trigger, every phase goes out at its next zero, and half a
-// second later the line is closed again onto the healthy network.
+// starts at the load current, with a DC component that decays with a time constant of 50 ms. The breaker of
+// the line opens its contacts 80 to 120 ms after the trigger, every phase is interrupted at its next current
+// zero, and half a second later the line is closed again onto the healthy network.
 #pragma once
 
 #include "station/bays.h"
@@ -14,20 +14,20 @@
 
 namespace station {
 
-// Moments of the recording, seconds from its first sample, and what happens at the trigger.
+// What happens at the trigger, and the moments of the recording, seconds from its first sample.
 struct Scenario
 {
     Fault fault = Fault::None;
     bool frequencyDip = false;
     bool harmonic = false;
     double trigger = 0;
-    double dipStart = 0; // the frequency begins to fall
+    double dipStart = 0; // the frequency starts to fall
     double protectionStart = 0;
     double trip = 0;             // the protection's command
-    double breakerOpen = 0;      // the contacts part
+    double breakerOpen = 0;      // the contacts separate
     double recloseCommand = 0;   // of the automatic reclosing
     double breakerClosed = 0;    // the line is in service again
-    double protectionReturn = 0; // start and trip fall off
+    double protectionReturn = 0; // start and trip drop out
 };
 
 // The course of events for a trigger at the given moment (seconds); the seed varies the operating time.
@@ -45,7 +45,7 @@ struct Instant
     double frequency;                    // Hz
 };
 
-// Runs through the recording sample by sample.
+// Steps through the recording sample by sample.
 class Network
 {
 public:

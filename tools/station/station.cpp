@@ -31,7 +31,7 @@ const StartKind allStarts[] = {
     StartKind::PositiveSequence, StartKind::NegativeSequence, StartKind::ZeroSequence, StartKind::Channel,
     StartKind::Discrete,         StartKind::Frequency,        StartKind::Harmonic,     StartKind::External};
 
-// A state and the moments (seconds) at which it turns over.
+// A state and the moments (seconds) at which it changes.
 struct StateHistory
 {
     bool atStart;
@@ -107,7 +107,7 @@ StateHistory HistoryOf(const DiscreteSignal& signal, const Scenario& scenario)
     return {atRest, {}};
 }
 
-// The state at the begin of the segment, then its changes within the segment.
+// The state at the start of the segment, then its changes within the segment.
 DiscreteChannel MakeDiscrete(const DiscreteSignal& signal, const Plan& plan, int64_t timeBase)
 {
     const StateHistory history = HistoryOf(signal, plan.scenario);
@@ -182,7 +182,7 @@ std::vector<Recording> MakeRecording(const StationOptions& options, StartKind st
 {
     const Plan plan = MakePlan(options, start);
     Network network(plan.scenario, options.sampleRate);
-    std::vector<std::mt19937> noise; // one a channel, so that no channel depends on the others
+    std::vector<std::mt19937> noise; // one per channel, so that no channel depends on the others
     for (size_t i = 0; i < plan.analog.size(); ++i)
         noise.emplace_back(options.seed * 65536u + static_cast<uint32_t>(start) * 4096u +
                            static_cast<uint32_t>(i));

@@ -24,9 +24,8 @@ namespace station {
 // Short circuit on the line of the first bay: phase A to earth, phases B and C, or all three.
 enum class Fault { None, SinglePhase, TwoPhase, ThreePhase };
 
-// What started the recorder, as its start comment tells. A frequency, harmonic or external start comes
-// without a short circuit, whatever the options say; the first two show the dip and the harmonic that started
-// them.
+// What started the recorder, as its start comment says. A frequency, harmonic or external start comes without
+// a short circuit, whatever the options say; the first two show the dip and the harmonic that started them.
 enum class StartKind {
     PositiveSequence, // "ПП" on the currents of the first bay
     NegativeSequence, // "ОП"
@@ -61,10 +60,11 @@ QString DeviceSection();
 std::vector<StartKind> PossibleStarts(const StationOptions& options);
 
 // One recording as the chain of its segments. They have the same identity, channels and sample counts; time
-// runs on from one to the next, and the discrete records of each begin at 0 with the state at that moment.
+// runs on from one to the next, and the discrete records of each start at 0 with the state at that moment.
 std::vector<recorderfile::Recording> MakeRecording(const StationOptions& options, StartKind start);
 
-// The recording's files: Vostochnaya_000123.ZU with its continuations, the number by the kind of start.
+// The recording's files: Vostochnaya_000123.ZU with its continuations; the number depends on the kind of
+// start.
 std::vector<recorderfile::NamedFile> MakeFiles(const StationOptions& options, StartKind start);
 
 // The files of one recording for each possible kind of start.

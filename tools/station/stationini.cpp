@@ -32,14 +32,14 @@ const KeyRow stationKeys[] = {
     {"Доп.индексы для имен сигналов", "1"},
 };
 
-// What the device has of its own; everything else comes from the defaults.
+// The device's own values; everything else comes from the defaults.
 const KeyRow deviceOwnKeys[] = {
     {"Источник", "РАС-1"},
     {"Номер шкафа", "12"},
     {"Серийный номер", "0123"},
 };
 
-// The namespace of the sample's channels, made once at random: 94093c8e-13e7-4114-a382-8e4671eac728.
+// The namespace of the sample's channels, generated once at random: 94093c8e-13e7-4114-a382-8e4671eac728.
 const QUuid channelNames(0x94093c8e, 0x13e7, 0x4114, 0xa3, 0x82, 0x8e, 0x46, 0x71, 0xea, 0xc7, 0x28);
 
 // An identifier that depends on the name alone (RFC 4122, version 5).
@@ -82,7 +82,7 @@ QString EntryOf(const Bay& bay)
     return entry;
 }
 
-// The bound and the numbered keys of one family.
+// The maximum and the numbered keys of one family.
 template <typename Entry>
 void WriteFamily(QTextStream& out, const char* bound, const char* letters, const std::vector<Entry>& entries)
 {

@@ -1,4 +1,4 @@
-// Elementary functions of the sample station, made of additions, multiplications and divisions alone, so that
+// Elementary functions of the sample station. They use only additions, multiplications and divisions, so that
 // a station has the same bytes wherever it is built.
 #pragma once
 

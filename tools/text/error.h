@@ -1,4 +1,4 @@
-// Failures that the user is told of.
+// Failures that are reported to the user.
 #pragma once
 
 #include <QByteArray>
@@ -21,7 +21,7 @@ private:
     QByteArray bytes;
 };
 
-/// What to do when memory is short.
+/// Says what to do when memory is short.
 QString MemoryMessage();
 
 /// The message of any failure: that of an Error, MemoryMessage for std::bad_alloc, else what() as UTF-8.

@@ -1,12 +1,13 @@
-// Why something failed, ended or was remarked on, as words for programs: they stand in the JSON output beside
-// a text in the user's language, and stay what they are from version to version. docs/json.md explains each.
+// Words for programs that say why something failed, ended or deserves a note: they stand in the JSON output
+// beside a text in the user's language, and do not change from version to version. docs/json.md explains
+// each.
 #pragma once
 
 #include <QString>
 
 namespace reason {
 
-// A file, of any command.
+// About a file, from any command.
 inline constexpr char DoesNotExist[] = "doesNotExist";
 inline constexpr char NotAFile[] = "notAFile";
 inline constexpr char NoPermission[] = "noPermission";
@@ -14,7 +15,7 @@ inline constexpr char NameNotUtf8[] = "nameNotUtf8";
 inline constexpr char OutOfMemory[] = "outOfMemory";
 inline constexpr char Unexpected[] = "unexpected";
 
-// A recording or a record that is not good.
+// About a recording or a record that is bad.
 inline constexpr char RecordingUnreadable[] = "recordingUnreadable";
 inline constexpr char RecordingInconsistent[] = "recordingInconsistent";
 inline constexpr char RecordUnreadable[] = "recordUnreadable";
@@ -22,7 +23,7 @@ inline constexpr char DataUnreadable[] = "dataUnreadable";
 inline constexpr char SamplesLacking[] = "samplesLacking";
 inline constexpr char SamplesLeftOver[] = "samplesLeftOver";
 
-// A recording that is not converted, or not put away.
+// About a recording that is not converted, or not put away.
 inline constexpr char ContinuationFile[] = "continuationFile";
 inline constexpr char NotARecording[] = "notARecording";
 inline constexpr char NotConverted[] = "notConverted";
@@ -40,10 +41,10 @@ inline constexpr char NotPutAway[] = "notPutAway";
 inline constexpr char NeverEnded[] = "neverEnded";
 inline constexpr char ProcessKilled[] = "processKilled";
 
-// A directory that is watched.
+// About a watched directory.
 inline constexpr char DirectoryGone[] = "directoryGone";
 
-// Trouble of the watch, beside the failures above.
+// Trouble of the watch, besides the failures above.
 inline constexpr char OutputUnusable[] = "outputUnusable";
 inline constexpr char ArchiveUnusable[] = "archiveUnusable";
 inline constexpr char JournalNotWritten[] = "journalNotWritten";

@@ -56,7 +56,7 @@ QStringList NameFields(const AnChannelData& channel, size_t number, const Device
 
 QStringList NameFields(const DiChannelData& channel, size_t number, const Device& device)
 {
-    // The fifth is the normal state, which is always off.
+    // The fifth field is the normal state, which is always off.
     return Fields("%1,%2,%3,%4,%5",
                   {QString::number(number), channel.CfgName, QString(),
                    Circuit(channel.BayParam, channel.CfgCircuit), QStringLiteral("0")},

@@ -16,7 +16,7 @@ class Device;
 QStringList NameFields(const AnChannelData& channel, size_t number, const Device& device);
 QStringList NameFields(const DiChannelData& channel, size_t number, const Device& device);
 
-/// Joins texts as the lines of a record do it: a "%1" in one of them is taken by the next.
+/// Fills in texts as the lines of a record do it: a "%1" in one of them is replaced by the next.
 QString Filled(QString pattern, const QStringList& values);
 
 /// value = a * code + b, and the shift in time.

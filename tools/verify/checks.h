@@ -10,11 +10,11 @@ namespace verify {
 
 class Source;
 
-/// The configuration: its lines, each field by field.
+/// The configuration: its lines, field by field.
 void CheckConfiguration(const QByteArray& configuration, const Source& source, const QString& fileName);
 
-/// Every record of the data: number, time, all codes and all states, and that there is none missing and none
-/// too many. record stands at the first one.
+/// Every record of the data: number, time, all codes and all states, and that none is missing and none left
+/// over. record must be before the first one.
 void CheckData(comtrade::Record& record, const Source& source, const QString& fileName);
 
 /// The fault report: its lines in order, those with texts of the recording and the ini file word for word,

@@ -1,4 +1,4 @@
-// The configuration of a record: lines of fields, all of which are known beforehand.
+// The configuration of a record: lines of fields whose values are all known beforehand.
 #include "device/zucmtrdevparam.h"
 #include "recording/zufileformat.h"
 #include "text/texts.h"
@@ -24,7 +24,7 @@ struct Field
     QString expected;
 };
 
-// Takes the lines of the file one after the other.
+// Takes the lines of the file one by one.
 class Lines
 {
 public:
@@ -32,7 +32,7 @@ public:
         : bytes(bytes_), device(device_), fileName(fileName_)
     {}
 
-    // The next line must have these fields. subject tells of what, and may be empty.
+    // The next line must have these fields. subject says what they belong to, and may be empty.
     void Line(const QString& subject, std::initializer_list<Field> fields)
     {
         const QStringList found = Take();
@@ -76,7 +76,7 @@ private:
     const Device& device;
     const QString fileName;
     int position = 0;
-    int number = 0; // of the line that was taken last, from 1
+    int number = 0; // of the last line taken, from 1
 };
 
 void CheckStation(Lines& lines, const Source& source)

@@ -1,4 +1,4 @@
-// The data of a record, one record after the other.
+// The data of a record, record by record.
 #include "device/zucmtrdevparam.h"
 #include "recording/zufileformat.h"
 #include "text/texts.h"
@@ -92,7 +92,7 @@ private:
     const bool binary;
     SourceRows rows;
     const Walk& walk;
-    qint64 last = 0; // record that was compared
+    qint64 last = 0; // record compared so far
 };
 
 } // namespace

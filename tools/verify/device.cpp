@@ -14,8 +14,8 @@ namespace verify {
 
 namespace {
 
-// The converter has logged this load already; a second log would only repeat it. It goes to a file: Qt warns
-// of every device that is opened to append, as the null device.
+// The converter has logged this load already; a second log would only repeat it. It goes to a file, as Qt
+// warns about every device that is opened to append, the null device included.
 class QuietLog
 {
 public:

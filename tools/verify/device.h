@@ -15,7 +15,7 @@ namespace verify {
 class Device
 {
 public:
-    /// Loads the sections, from which the converter has made a device. Throws Unreadable.
+    /// Loads the sections from which the converter made a device. Throws Unreadable.
     Device(const QString& ini, const QString& defaults, const QString& section);
     ~Device();
     Device(const Device&) = delete;
@@ -29,10 +29,10 @@ public:
     /// The codec of the record's texts.
     const QTextCodec& Codec() const;
 
-    /// A text as it comes back from the record: what the code page lacks is replaced.
+    /// A text as it is read back from the record: what the code page lacks is replaced.
     QString AsWritten(const QString& text) const;
 
-    /// File names of the record with this name, the one that a reader opens first.
+    /// File names of the record with this name; the one that a reader opens comes first.
     QStringList RecordFiles(const QString& recordName) const;
 
 private:

@@ -9,7 +9,7 @@ namespace verify {
 
 namespace {
 
-// Whether the library says that it came to the content of the file at all.
+// Whether the library's text shows that it reached the content of the file at all.
 bool IsOfContent(const QString& failure)
 {
     return !failure.startsWith(QStringLiteral("Файл не найден")) &&

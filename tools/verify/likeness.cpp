@@ -14,12 +14,12 @@ namespace verify {
 
 namespace {
 
-// Channels of which no greater part differs are damaged and not another's: two recordings differ nearly
-// everywhere, damaged bits are few. To take another's record for a damaged one would lose it; to take a
-// damaged one for another's costs a question.
-constexpr qint64 SmallPart = 1000; // one of so many
+// A channel with at most this part of its values different is damaged, not another recording's: two
+// recordings differ nearly everywhere, while damaged bits are few. To take another's record for a damaged one
+// would lose it; to take a damaged one for another's costs a question.
+constexpr qint64 SmallPart = 1000; // one in so many
 
-// As many lines in a row that cannot be read end the data.
+// So many unreadable lines in a row end the data.
 constexpr int MostBadLines = 16;
 
 bool IsTooMuch(qint64 differing, qint64 values)
@@ -27,7 +27,7 @@ bool IsTooMuch(qint64 differing, qint64 values)
     return differing > (values + SmallPart / 2) / SmallPart;
 }
 
-// A code in one form for both forms of data, which write a missing one each in its way.
+// A code in one form for both forms of data, each of which has its own way to write a missing one.
 qint32 CodeOf(double found)
 {
     constexpr qint32 NoCode = 1 << 20;
@@ -46,7 +46,7 @@ comtrade::Configuration ChannelsOf(const Source& source, comtrade::DataType type
     return configuration;
 }
 
-// The records of the data that can be read, each with the record of the recording that has its number.
+// The readable records of the data, each with the record of the recording that has its number.
 class Pairs
 {
 public:
@@ -55,7 +55,7 @@ public:
           isText(type == comtrade::DataType::Ascii), total(source.TotalSamples()), rows(source)
     {}
 
-    // Goes on to the next pair; false after the last.
+    // Moves to the next pair; false after the last.
     bool Next()
     {
         while (Read()) {
@@ -100,7 +100,7 @@ private:
         return false;
     }
 
-    // Takes the recording to the record that was found: one line may have become two, or two one.
+    // Moves the recording to the record that was found: one line may have become two, or two one.
     bool Follow()
     {
         qint64 skipped = qint64{row.number} - Number() - 1;
@@ -113,7 +113,8 @@ private:
         return true;
     }
 
-    // Whether it is a damaged record at worst, and no other bytes that can be read as numbers.
+    // True for a record that is damaged at worst; false for other bytes that happen to be readable as
+    // numbers.
     bool IsInItsPlace() const { return HasNumber() || (HasTime() && row.number != 0 && row.time != 0); }
 
     const comtrade::Configuration configuration;
@@ -130,7 +131,7 @@ constexpr qint64 MostBlocks = 64;
 
 // Finds the channel of each column: the columns and the channels are hashed block by block, and those of
 // equal hashes belong together. A block with damaged values in it, where the hashes of the columns are not
-// those of the channels, has no say.
+// those of the channels, is ignored.
 class Matching
 {
 public:
@@ -146,7 +147,7 @@ public:
         Mix(channelHashes[at], static_cast<quint32>(expected));
     }
 
-    // For each column its channel.
+    // The channel of each column.
     std::vector<size_t> Channels() const
     {
         std::vector<quint64> columnKeys(channels);
@@ -184,7 +185,7 @@ private:
 
     bool IsSound(size_t block) const { return Sorted(columnHashes, block) == Sorted(channelHashes, block); }
 
-    // Channels that are alike keep their order, which is mostly that of the record.
+    // Equal channels keep their order, which is usually that of the record.
     static std::vector<size_t> OrderOf(const std::vector<quint64>& keys)
     {
         std::vector<size_t> order(keys.size());
@@ -199,7 +200,7 @@ private:
     std::vector<quint64> channelHashes;
 };
 
-// Which channels the columns are.
+// Which channel each column is.
 struct Assignment
 {
     std::vector<size_t> analog;
@@ -220,7 +221,7 @@ Assignment Assign(const DataPlace& place, comtrade::DataType type, const Source&
     return {analog.Channels(), states.Channels()};
 }
 
-// Counts the values that differ, in all and for each column.
+// Counts the values that differ, in total and per column.
 class Counts
 {
 public:
@@ -242,7 +243,7 @@ public:
         ++records;
     }
 
-    // A whole channel that differs is none that was damaged.
+    // If a whole channel differs, it is not just damaged.
     bool Differ() const
     {
         const qint64 all = std::accumulate(columns.begin(), columns.end(), qint64{0});

@@ -32,7 +32,7 @@ constexpr qint64 LargestText = qint64{64} << 20;
 
 constexpr const char* FirstMark = "--- file type: CFG ---";
 
-// What there is of a record in one of the two forms.
+// What is left of a record in one of the two forms.
 struct Remains
 {
     bool any = false;
@@ -47,8 +47,8 @@ struct Remains
     throw Mismatch(Tr("verify", "'%1' cannot be read: %2").arg(path, reason));
 }
 
-// Whether there is a file of this name. Throws Mismatch for anything that is no plain file: reading a pipe
-// would wait for ever.
+// Whether there is a file of this name. Throws Mismatch for anything but a regular file: reading a pipe would
+// wait for ever.
 bool IsThere(const QString& path)
 {
     struct stat status = {};
@@ -87,7 +87,7 @@ QByteArray ReadText(const QString& path)
     return Read(file, file.size());
 }
 
-// As many bytes as the recording's data can take in the longer form, and some.
+// No fewer bytes than the recording's data can take in the longer form.
 qint64 MostData(const Source& source)
 {
     const auto analog = static_cast<qint64>(source.AnalogCount());
@@ -95,8 +95,8 @@ qint64 MostData(const Source& source)
     return (source.TotalSamples() + 2) * (128 + 32 * (analog + states));
 }
 
-// Bytes up to the last that is not zero: after a power failure zeros stand for what was not written. A disk
-// that fails is noticed here: that is no reason to replace what is on it.
+// The number of bytes up to the last that is not zero: after a power failure there are zeros where data was
+// not written. A failing disk is noticed here: that is no reason to replace what is on it.
 qint64 WrittenSize(const DataPlace& place, qint64 most)
 {
     QFile file(place.path);
@@ -121,7 +121,8 @@ void TakeData(Remains& remains, const DataPlace& place, const Source& source)
 {
     const qint64 size = QFile(place.path).size() - place.begin;
     const qint64 written = WrittenSize(place, MostData(source));
-    // A part of the first record says nothing; no line of ASCII data is shorter than a binary record by much.
+    // Part of the first record proves nothing; a line of ASCII data is never much shorter than a binary
+    // record.
     if (written < size && written < source.BinaryRecordSize())
         return;
     if (written > 0)
@@ -145,13 +146,13 @@ Remains SeparateFiles(const QString& base, const Source& source)
     return remains;
 }
 
-// Before the first zero, as a power failure leaves a text.
+// Up to the first zero: what a power failure leaves of a text.
 QByteArray Written(const QByteArray& text)
 {
     return text.mid(0, text.indexOf('\0')); // all of it if there is none
 }
 
-// The sections up to the data; what is behind them is not ours.
+// The sections up to the data; what comes after them is not ours.
 Remains Container(const QString& path, const Source& source)
 {
     Remains remains;
@@ -184,8 +185,8 @@ Remains Container(const QString& path, const Source& source)
     }
 }
 
-// Whether it is what can be left of the recording's configuration after a power failure: its first lines, or
-// a part of them.
+// Whether it can be what a power failure has left of the recording's configuration: its first lines, or a
+// part of them.
 bool IsBeginning(const QByteArray& configuration, const Source& source)
 {
     const QByteArray found = Written(configuration).replace("\r", "");
@@ -234,7 +235,7 @@ void CheckIdentity(const comtrade::Configuration& configuration, const QString& 
                static_cast<qint64>(configuration.states.size()), static_cast<qint64>(source.StateCount()));
 }
 
-// Of fewer samples are a record that was made before the last files of the recording came.
+// A record with fewer samples was made before the last files of the recording came.
 void CheckLength(const comtrade::Configuration& configuration, const QString& name, const Source& source)
 {
     if (configuration.SampleCount() > source.TotalSamples())
@@ -243,8 +244,8 @@ void CheckLength(const comtrade::Configuration& configuration, const QString& na
                    configuration.SampleCount(), source.TotalSamples());
 }
 
-// The data in the form that fits best: a run that was killed can leave a configuration with data of another.
-// The zeros at their end may be values, or may stand for what was not written.
+// The data in the form that fits best: a killed run can leave a configuration with data of another form. The
+// zeros at their end may be values, or stand for what was not written.
 Likeness LikenessOf(const Remains& remains, const Source& source)
 {
     Likeness best;

@@ -1,9 +1,10 @@
 // Whose record it is that has the name already.
 //
-// Two recordings can have one name: of two recorders with the same settings, or of one minute after the clock
-// was set back. Their records differ nearly everywhere, while a record of the same recording has its stamps
-// and its samples, whatever the settings were. Of the two mistakes, to replace another's record loses it, and
-// not to replace this recording's own costs a question: what cannot be told is another's.
+// Two recordings can have the same name: those of two recorders with the same settings, or of the same time
+// after the clock was set back. Their records differ nearly everywhere, while a record of the same recording
+// has its stamps and its samples, whatever the settings were. Of the two possible mistakes, replacing
+// another's record loses it, while not replacing this recording's own only costs a question: in doubt it is
+// another's.
 #pragma once
 
 #include <QString>
@@ -18,7 +19,7 @@ enum class RecordState {
     Own,        // this recording's: made with other settings, of fewer of its files, or damaged
     Unfinished, // this recording's as far as it goes: without a configuration, or without all of its data
     Longer,     // begins as this recording does and goes on: files of the recording are missing
-    Foreign     // another recording's, or not to be read
+    Foreign     // another recording's, or unreadable
 };
 
 struct Standing
@@ -27,14 +28,15 @@ struct Standing
     QString reason; // why it is not Same, for people; may be empty for Absent and Unfinished
 };
 
-/// What the files in directory are that have the name of the recording's record; Same is not told from Own.
-/// The record in the form of the device counts, separate files or a CFF file; one in the other form only
-/// where that is absent. Reads no more than the recording can fill. Nothing is thrown but std::bad_alloc.
+/// What the files in directory are that have the name of the recording's record; Same is not distinguished
+/// from Own. The record in the form of the device counts, separate files or a CFF file; one in the other form
+/// only where that is absent. Reads no more than the recording can fill. Nothing is thrown but
+/// std::bad_alloc.
 ///
 /// A record is the recording's if its stamps are, if it has as many channels and no more samples, and if its
-/// columns hold the samples of the recording's channels, in whatever order. At most one value in a
-/// thousand, of all and of each channel, may differ: those are damaged bits. A configuration that cannot be
-/// read leaves the decision to the data.
+/// columns hold the samples of the recording's channels, in whatever order. At most one value in a thousand,
+/// of all and of each channel, may differ: those are damaged bits. If the configuration cannot be read, the
+/// data decide.
 Standing StandingOf(const Source& source, const QString& directory);
 
 } // namespace verify

@@ -48,7 +48,7 @@ QByteArray Mark(const QByteArray& name)
     return "--- file type: " + name + " ---\r\n";
 }
 
-// The file's bytes up to the mark's line, and some behind it; all there are if there is no mark.
+// The file's bytes up to the mark's line, and some after it; the whole file if there is no mark.
 QByteArray ReadHead(QFile& file, const QByteArray& mark)
 {
     constexpr qint64 step = qint64{1} << 20;
@@ -60,7 +60,7 @@ QByteArray ReadHead(QFile& file, const QByteArray& mark)
             return head;
         head += next;
     }
-    return head + file.read(mark.size() + 64); // the whole line of the mark
+    return head + file.read(mark.size() + 64); // the rest of the mark's line
 }
 
 } // namespace
@@ -94,7 +94,7 @@ void Pieces::ReadFiles(bool withReports)
     information = ReadText(informationName);
 }
 
-// Data in lines must not have lost the end of the last one.
+// Data in lines must have the end of its last line.
 void Pieces::CheckLastLine() const
 {
     QFile data(dataName);
@@ -104,7 +104,7 @@ void Pieces::CheckLastLine() const
                            .arg(dataName));
 }
 
-// The bytes between a mark, which must be at position, and the line that begins with the next mark.
+// The bytes between a mark, which must be at position, and the line that starts with the next mark.
 QByteArray Pieces::TakeSection(const QByteArray& head, int& position, const QByteArray& mark,
                                const QByteArray& next) const
 {

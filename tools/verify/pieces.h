@@ -1,7 +1,7 @@
 // The texts of a written record: files of their own, or sections of its CFF file.
 //
-// A reader forgives much, as a mark in another spelling or a last line without its end. These are taken as
-// the library writes them, to the byte, so that nothing that was lost or changed goes unseen.
+// A reader is lenient, for example about a mark in another spelling or a last line without its end. Here the
+// texts must be as the library writes them, to the byte, so that nothing lost or changed goes unnoticed.
 #pragma once
 
 #include <QByteArray>
@@ -14,8 +14,8 @@ class Device;
 class Pieces
 {
 public:
-    /// Reads all but the data, of which only the begin and the end are looked at. Throws Mismatch for a
-    /// piece that is missing, cannot be read or is not where it should be.
+    /// Reads all but the data, of which only the start and the end are checked. Throws Mismatch for a piece
+    /// that is missing, cannot be read or is not where it should be.
     Pieces(const QString& directory, const QString& recordName, const Device& device);
 
     const QByteArray& Configuration() const { return configuration; }

@@ -7,8 +7,8 @@ namespace verify {
 
 class Device;
 
-/// The name without directory and extension; empty if the library would refuse the head. Whether the rest of
-/// the recording can be converted is not looked at.
+/// The name without directory and extension; empty if the library would refuse the head. It does not say
+/// whether the rest of the recording can be converted.
 QString RecordNameOf(const QString& firstFile, const Device& device);
 
 } // namespace verify

@@ -55,7 +55,7 @@ qint64 Source::MostRecordSize() const
     const qint64 line = 24 + 7 * analog + 2 * states;
     const qint64 data = totalSamples * (param.ComtradeBin ? BinaryRecordSize() : line);
     const qint64 texts = (qint64{64} << 10) + 1024 * (analog + states);
-    return (data + texts) * (param.ComtradeCff ? 2 : 1); // the pieces are there until the container is whole
+    return (data + texts) * (param.ComtradeCff ? 2 : 1); // the pieces stay until the container is complete
 }
 
 const std::vector<unsigned int>& Source::AnalogOrder() const

@@ -1,4 +1,4 @@
-// A recording, decoded and put in the order of its record: what the record is compared with.
+// A recording, decoded and put into the order of its record: what the record is compared with.
 #pragma once
 
 #include "preparation/segmentchain.h"
@@ -19,9 +19,9 @@ class Device;
 class Source
 {
 public:
-    /// Loads the chain that begins with firstFile and takes it as far as the converter does before it
-    /// writes. The device keeps the channel order for its next recording, as the converter's does. Throws
-    /// Unreadable, and what the recording classes throw.
+    /// Loads the chain that starts with firstFile and takes it as far as the converter does before it writes.
+    /// The device keeps the channel order for its next recording, as the converter's does. Throws Unreadable,
+    /// and what the recording classes throw.
     Source(const Device& device_, const QString& firstFile);
 
     /// Orders the channels as for the first recording of a device.
@@ -46,15 +46,15 @@ public:
     /// Bytes of one record of binary data.
     qint64 BinaryRecordSize() const;
 
-    /// Bytes that the files of the record take on a disk at most, in the form of the device and while they
-    /// are written.
+    /// The most bytes that the files of the record can take on a disk, in the form of the device and while
+    /// they are being written.
     qint64 MostRecordSize() const;
 
     /// For each channel of the record its index in the recording.
     const std::vector<unsigned int>& AnalogOrder() const;
     const std::vector<unsigned int>& StateOrder() const;
 
-    /// The first segment's channel behind a channel of the record, counted from 0.
+    /// The first segment's channel that a channel of the record is made from, counted from 0.
     const AnChannelData& Analog(size_t channel) const;
     const DiChannelData& State(size_t channel) const;
     size_t AnalogCount() const;

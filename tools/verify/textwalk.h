@@ -1,4 +1,4 @@
-// A text file of a record, compared piece by piece from its begin to its end.
+// Compares a text file of a record with what is expected, piece by piece from start to end.
 #pragma once
 
 #include <QByteArray>
@@ -14,10 +14,10 @@ public:
     /// lineEnd is "\n" or "\r\n". The texts are in the device's code page.
     TextWalk(const QByteArray& bytes_, const QString& fileName_, const char* lineEnd_, const Device& device_);
 
-    /// The next line must be this one; a text with line ends of its own takes several. Throws Mismatch.
+    /// The next line must be this text; one with line ends of its own takes several lines. Throws Mismatch.
     void Line(const QString& text);
 
-    /// The next line must begin and end so. Throws Mismatch.
+    /// The next line must start and end with these texts. Throws Mismatch.
     void LineLike(const QString& begin, const QString& end = QString());
 
     /// There must be nothing more. Throws Mismatch.
@@ -32,7 +32,7 @@ private:
     const QByteArray lineEnd;
     const Device& device;
     int position = 0;
-    int line = 0; // lines that were taken
+    int line = 0; // lines taken so far
 };
 
 } // namespace verify

@@ -19,7 +19,7 @@ Examined Describe(const Source& source)
     return {source.RecordName(), source.Files(), source.Notes(), source.MostRecordSize()};
 }
 
-// The converter may keep the order of the recording before, or may not have had one before.
+// The converter may have kept the order of the previous recording, or may not have had one yet.
 void CheckInEitherOrder(const Pieces& pieces, Source& source)
 {
     try {

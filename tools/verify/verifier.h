@@ -1,7 +1,7 @@
 // Reads a written record back and compares it with its recording: every sample, state, time and coefficient.
 //
-// The recording is read by the library's recording classes, the record by the COMTRADE reader; what the one
-// must be for the other is worked out here, apart from the writers.
+// The recording is read by the library's recording classes, the record by the COMTRADE reader; what the
+// record must hold is computed here, independently of the writers.
 #pragma once
 
 #include "verify/device.h"
@@ -32,7 +32,7 @@ struct Presence
 };
 
 /// Verifies the conversions of one converter's device, in their order: the channel order of a recording can
-/// hang on the one before it. For one thread at a time.
+/// depend on the one before it. For one thread at a time.
 class Verifier
 {
 public:
@@ -41,13 +41,13 @@ public:
 
     const Device& Parameters() const { return device; }
 
-    /// Compares the record in directory with the recording that begins with firstFile. Throws Mismatch, or
-    /// Unreadable if the recording cannot be read (any more), or what the reader and the recording classes
+    /// Compares the record in directory with the recording that starts with firstFile. Throws Mismatch, or
+    /// Unreadable if the recording cannot be read (any longer), or what the reader and the recording classes
     /// throw.
     Examined Check(const QString& firstFile, const QString& directory);
 
-    /// Looks what lies in directory under the name of the recording's record. Whatever lies there is an
-    /// answer; a recording that cannot be read throws as in Check, and so does memory that runs out.
+    /// Finds out what directory holds under the name of the recording's record. Whatever is there is an
+    /// answer; a recording that cannot be read throws as in Check, and so does running out of memory.
     Presence Find(const QString& firstFile, const QString& directory);
 
     /// Reads a recording and nothing else. To be called for each recording that the converter could not
@@ -58,8 +58,8 @@ private:
     Device device;
 };
 
-/// Reads a record to its end, for a recording that is gone: the record is whole and readable, whatever it
-/// says. Throws Mismatch, and what the reader throws.
+/// Reads a record to its end when its recording is gone: the record is whole and readable, whatever it says.
+/// Throws Mismatch, and what the reader throws.
 void ReadThrough(const QString& recordName, const QString& directory, const Device& device);
 
 } // namespace verify

@@ -1,4 +1,4 @@
-// The records that a recording makes, worked out anew and not by the writer's code.
+// The records that a recording makes, computed independently of the writer's code.
 #pragma once
 
 #include "base/numeric.h"
@@ -16,7 +16,7 @@ class Walk
 public:
     explicit Walk(const Source& source_) : source(source_), step(1000000.0 / source_.SampleRate()) {}
 
-    /// Goes on to the next record; false after the last.
+    /// Moves to the next record; false after the last.
     bool Next()
     {
         if (number >= source.TotalSamples())
@@ -27,7 +27,7 @@ public:
         if (TimeInSegment() < Segment().SegmentDuration)
             return true;
         sample = 0;
-        return ++segment < source.Segments().size(); // a record passes one segment at most
+        return ++segment < source.Segments().size(); // one record moves on by one segment at most
     }
 
     qint64 Number() const { return number; } // from 1
@@ -57,7 +57,7 @@ class SourceRows
 public:
     explicit SourceRows(const Source& source_) : source(source_), walk(source_) {}
 
-    /// Goes on to the next record; false after the last.
+    /// Moves to the next record; false after the last.
     bool Next()
     {
         if (!walk.Next())

@@ -90,7 +90,7 @@ void Chart::DrawValues(double low, double high)
     }
 }
 
-// The runs of samples without a missing one, each on its own.
+// Runs of samples without a missing one, each drawn on its own.
 void Chart::DrawTrace(size_t channel, double low, double high)
 {
     const Codes& codes = oscillogram.analog[channel];

@@ -13,12 +13,12 @@ namespace view {
 class Chart
 {
 public:
-    /// plot is the room of the traces; names stand above it and values left of it. Painter, oscillogram and
-    /// stretch have to outlive the chart.
+    /// plot is the area of the traces; names are above it and values to the left. Painter, oscillogram and
+    /// stretch must outlive the chart.
     Chart(QPainter& painter_, const Oscillogram& oscillogram_, const Stretch& stretch_,
           const QString& circuit_, Quantity quantity, const QRectF& plot_);
 
-    /// Nothing if the circuit has no such channels.
+    /// Draws nothing if the circuit has no such channels.
     void Draw();
 
 private:

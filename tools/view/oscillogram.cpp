@@ -16,7 +16,7 @@ struct Range
     qint64 first, end;
 };
 
-// A third of a window shows what was before the fault.
+// A third of a window shows what came before the fault.
 constexpr double partBeforeTrigger = 1.0 / 3;
 
 qint64 BytesOfSample(const comtrade::Configuration& config)
@@ -42,7 +42,7 @@ qint64 CountOf(const QString& recordPath)
     return count;
 }
 
-// The samples to hold. They are counted in the data, as the configuration may announce more or fewer.
+// The samples to hold. They are counted in the data, as the configuration may give more or fewer.
 Range Chosen(const QString& recordPath, const TimeAxis& axis, const comtrade::Configuration& config,
              const Options& options)
 {
@@ -53,7 +53,7 @@ Range Chosen(const QString& recordPath, const TimeAxis& axis, const comtrade::Co
     const qint64 count = CountOf(recordPath);
     if (options.window > 0) {
         const double last = axis.TimeOf(std::max<qint64>(count - 1, 0));
-        const bool isOver = -options.window * partBeforeTrigger > last; // ahead of the trigger
+        const bool isOver = -options.window * partBeforeTrigger > last; // before the trigger
         const double wanted = isOver ? last - options.window : -options.window * partBeforeTrigger;
         const double start = std::max(wanted, axis.TimeOf(0));
         return {axis.SampleAt(start, count), axis.SampleAt(start + options.window, count) + 1};
@@ -103,7 +103,7 @@ void Codes::Add(double code)
         ++missing;
         return;
     }
-    least = std::fmin(least, code); // the other one where one is no number
+    least = std::fmin(least, code); // the other one if one is not a number
     greatest = std::fmax(greatest, code);
 }
 

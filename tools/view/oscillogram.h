@@ -31,7 +31,7 @@ private:
     double greatest = std::numeric_limits<double>::quiet_NaN();
 };
 
-/// The states of one discrete channel, a bit a sample, so that a restless one costs no more than in the DAT
+/// The states of one discrete channel, one bit per sample, so that a busy one takes no more than in the DAT
 /// file.
 class States
 {
@@ -70,7 +70,7 @@ Oscillogram Load(const QString& recordPath, const Options& options);
 /// How much of its record an oscillogram holds, and what is odd about it.
 Held Holding(const Oscillogram& oscillogram);
 
-/// The circuit whose start made the recording, empty if there is no telling.
+/// The circuit whose start made the recording, empty if that is not known.
 QString StartedCircuit(const Oscillogram& oscillogram);
 
 /// Factor from the values of a channel to primary ones.

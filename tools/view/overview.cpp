@@ -88,7 +88,7 @@ private:
                          parts.join(QStringLiteral("  ·  ")));
     }
 
-    // The time axis under and through all charts.
+    // The time axis, below and through all charts.
     void DrawTimes(QPainter& painter, const QRectF& charts) const
     {
         constexpr double milliseconds = 1000;

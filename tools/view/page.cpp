@@ -19,7 +19,7 @@ namespace view {
 
 namespace {
 
-// In the order in which they need one another.
+// In the order of their dependencies.
 constexpr const char* scripts[] = {"dygraph",      "texts",  "axis",   "channels",  "periods", "power",
                                    "reportmethod", "frame",  "strips", "tracks",    "cursors", "reasons",
                                    "phasors",      "tables", "report", "navigator", "main"};
@@ -32,7 +32,7 @@ QByteArray Resource(const QString& name)
     return file.readAll();
 }
 
-// A source map would be asked of the network.
+// The browser would ask the network for a source map.
 QByteArray WithoutMap(const QByteArray& text)
 {
     const int map = text.lastIndexOf("# sourceMappingURL=");
@@ -44,8 +44,8 @@ QByteArray Script(const char* name)
     return WithoutMap(Resource(QString::fromLatin1(name) + QStringLiteral(".js")));
 }
 
-// The text ahead of, between and behind marks that stand in it in this order.
-std::vector<QByteArray> Parted(const QByteArray& text, std::initializer_list<const char*> marks)
+// The text before, between and after marks that stand in it in this order.
+std::vector<QByteArray> SplitAt(const QByteArray& text, std::initializer_list<const char*> marks)
 {
     std::vector<QByteArray> parts;
     int from = 0;
@@ -68,7 +68,7 @@ QByteArray Policy(const std::vector<QByteArray>& texts)
     return policy;
 }
 
-// Writes the page piece by piece; the samples are most of it.
+// Writes the page piece by piece, as the samples are most of it.
 class PageWriter
 {
 public:
@@ -137,7 +137,7 @@ Held WritePage(const QString& recordPath, const QString& pagePath, const Options
     for (const char* name : scripts)
         texts.push_back(Script(name));
     const std::vector<QByteArray> frame =
-        Parted(Resource(QStringLiteral("page.html")), {"@POLICY@", "@TITLE@", "@STYLES@", "@BODY@"});
+        SplitAt(Resource(QStringLiteral("page.html")), {"@POLICY@", "@TITLE@", "@STYLES@", "@BODY@"});
     PageWriter page(pagePath);
     page.Write(frame[0] + Policy(texts) + frame[1] + Title(oscillogram) + frame[2]);
     page.Write(WithoutMap(Resource(QStringLiteral("dygraph.css"))) + Resource(QStringLiteral("style.css")));

@@ -55,7 +55,7 @@ QJsonObject StateJson(const comtrade::StateChannel& channel, const States& state
     constexpr qint64 bitsOfPosition = 32;
     if (states.Changes() * bitsOfPosition <= static_cast<qint64>(states.Size()))
         json[QStringLiteral("changes")] = QString::fromLatin1(Base64(states.ChangePositions()));
-    else // so many changes that the states themselves are shorter
+    else // with so many changes the states themselves are shorter
         json[QStringLiteral("bits")] = QString::fromLatin1(Base64(states.Bits()));
     return json;
 }

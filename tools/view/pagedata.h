@@ -1,4 +1,4 @@
-// What the page's scripts know of the record, as JSON. The keys are those that web/*.js read.
+// What the page's scripts know about the record, as JSON. The keys are those that web/*.js read.
 #pragma once
 
 #include "view/oscillogram.h"

@@ -1,4 +1,4 @@
-// The discrete channels that change, a row each, part of the still picture.
+// The discrete channels that change, one row each, part of the still picture.
 #pragma once
 
 #include "view/stretch.h"

@@ -15,7 +15,7 @@ qint64 OffsetNanoseconds(const comtrade::Configuration& config)
 {
     const qint64 days = config.start.date.daysTo(config.trigger.date);
     constexpr qint64 day = qint64(86400) * 1000000000;
-    constexpr qint64 farthest = 100000; // days; a trigger farther away is a slip of the pen
+    constexpr qint64 farthest = 100000; // days; a trigger farther away is a typing mistake
     return std::clamp(days, -farthest, farthest) * day + config.trigger.nanoseconds -
            config.start.nanoseconds;
 }
@@ -54,7 +54,7 @@ TimeAxis TimeAxis::FromRates(const comtrade::Configuration& config)
     for (const comtrade::SampleRate& rate : config.rates) {
         if (!(rate.hertz > 0))
             continue;
-        if (!axis.pieces.empty()) { // the first sample of a rate stands one of its steps behind the last one
+        if (!axis.pieces.empty()) { // the first sample of a rate comes one of its steps after the last one
             const Piece& before = axis.pieces.back();
             at = before.at + static_cast<double>(from - 1 - before.from) * before.step + 1 / rate.hertz;
         }
@@ -74,7 +74,7 @@ TimeAxis TimeAxis::FromStamps(const comtrade::Configuration& config, std::vector
     TimeAxis axis;
     const double offset = TriggerOffset(config);
     double last = -offset;
-    for (double& second : seconds) { // whoever searches them relies on their order
+    for (double& second : seconds) { // searching them relies on their order
         second = last = std::max(last, second - offset);
     }
     axis.stamps = std::move(seconds);
@@ -104,7 +104,7 @@ qint64 TimeAxis::SampleAt(double seconds, qint64 count) const
 {
     qint64 low = 0;
     qint64 high = std::max<qint64>(count - 1, 0);
-    while (low < high) { // the first sample that is not ahead of the time
+    while (low < high) { // the first sample that is not before the time
         const qint64 middle = low + (high - low) / 2;
         if (TimeOf(middle) < seconds)
             low = middle + 1;

@@ -28,8 +28,8 @@ public:
     /// The sample of the trigger as the fault report takes it; not limited to the record.
     qint64 TriggerSample() const { return trigger; }
 
-    /// Seconds that the first count samples last: each the step of its rate. Where only stamps are known, the
-    /// time from the first to the last.
+    /// Seconds that the first count samples last: each one step of its rate or, where only stamps are known,
+    /// the time from the first to the last.
     double Duration(qint64 count) const;
 
     /// Whether the trigger is within the time of the first count samples, of which there is at least one. The

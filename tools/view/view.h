@@ -1,5 +1,5 @@
-// A record to look at: one HTML page that opens in any browser and asks nothing of the network, or a still
-// picture of the fault.
+// Shows a record: as one HTML page that opens in any browser and loads nothing from the network, or as a
+// still picture of the fault.
 //
 //     view::WritePage("record.cfg", "record.html", {});
 #pragma once
@@ -18,7 +18,7 @@ struct Options
     QString source;    ///< file name to show as the origin; empty: that of the record
 };
 
-/// A page or picture that cannot be written; the message names the file and what to do. A record that
+/// A page or picture that cannot be written; the message names the file and says what to do. A record that
 /// cannot be read throws comtrade::Error.
 class Error : public text::Error
 {
@@ -41,7 +41,8 @@ struct Held
 constexpr qint64 LargestSamples = qint64(64) * 1024 * 1024;
 
 /// Writes the page of a COMTRADE record (a .cfg with its files beside it, or a .cff). An older page is
-/// replaced only when the new one is whole; where the paths may lead otherwise, see output/outputfile.h.
+/// replaced only when the new one is whole; output/outputfile.h says what becomes of paths that lead
+/// elsewhere.
 Held WritePage(const QString& recordPath, const QString& pagePath, const Options& options);
 
 /// Format of a still picture.

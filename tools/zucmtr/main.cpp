@@ -32,7 +32,7 @@
 namespace {
 
 // Paths and section names are UTF-8 whatever the locale says; otherwise Qt would lose Cyrillic names under
-// LC_ALL=C, and single lines of the log would be in another encoding than the others.
+// LC_ALL=C, and some lines of the log would be in another encoding than the rest.
 void UseUtf8Everywhere()
 {
     QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
@@ -53,7 +53,7 @@ void CheckArgumentsAreUtf8(int count, char** arguments)
     }
 }
 
-// Help and version are no errors.
+// Help and version are not errors.
 int ExitAfterParsing(const CLI::App& app, const CLI::ParseError& error)
 {
     if (error.get_exit_code() == 0)
@@ -64,7 +64,7 @@ int ExitAfterParsing(const CLI::App& app, const CLI::ParseError& error)
     throw UsageError(ParseErrorText(app, error), command);
 }
 
-// Everything that --help tells of the program and its commands.
+// Everything that --help says about the program and its commands.
 void Describe(CLI::App& app, Action& chosen, const char* program)
 {
     app.formatter(std::make_shared<HelpFormat>());
@@ -83,7 +83,7 @@ void Describe(CLI::App& app, Action& chosen, const char* program)
     AddWatchCommand(app, chosen);
     values::RefuseEmpty(app);
     AddHelpCommand(app, chosen);
-    // After the commands, which would inherit it.
+    // Set after the commands were added, which would inherit it.
     app.footer(HelpText("main", "'zucmtr help COMMAND' tells more about a command. To try the program:\n"
                                 "\n"
                                 "  zucmtr sample --out station\n"
@@ -138,7 +138,7 @@ int main(int count, char** arguments)
     const std::unique_ptr<QCoreApplication> application =
         MakeApplication(arguments, PaintsPicture(count, arguments));
     std::setlocale(LC_NUMERIC,
-                   "C"); // the application took the user's; options have a decimal point everywhere
+                   "C"); // the application has set the user's; options have a decimal point everywhere
     QTranslator translator;
     if (translator.load(QLocale::system(), QStringLiteral("zucmtr"), QStringLiteral("_"),
                         QStringLiteral(":/translations")))

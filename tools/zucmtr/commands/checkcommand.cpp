@@ -86,7 +86,7 @@ bool IsIni(const QString& file)
     return file.endsWith(QLatin1String(".ini"), Qt::CaseInsensitive);
 }
 
-// The files of the command line: recordings, and the ini file if it is not named by --ini.
+// Sorts the files of the command line: recordings, and the ini file unless --ini names it.
 void SortFiles(const CheckOptions& options, DeviceChoice& choice, QStringList& recordings)
 {
     for (const std::string& argument : options.files) {

@@ -38,7 +38,7 @@ struct ConvertOptions
     bool makeOut = false;
     bool recursive = false;
     bool flat = false;
-    unsigned int jobs = 1; // 0: one a processor
+    unsigned int jobs = 1; // 0: one per processor
     bool failFast = false;
     bool dryRun = false;
     WorkOptions work;
@@ -81,7 +81,7 @@ QString OutDirectory(const ConvertOptions& options)
     return CheckedOutputDirectory(out);
 }
 
-// Whether the records lie in directories as the recordings do.
+// Whether the records go into directories that mirror those of the recordings.
 bool Mirrors(const ConvertOptions& options)
 {
     return options.recursive && !options.flat;
@@ -161,7 +161,7 @@ int Convert(const ConvertOptions& options, const RecordingList& list,
     return report.Failed() == 0 ? ExitDone : ExitFailed;
 }
 
-// Those that may be recordings: the ini file is looked for beside them.
+// What may be a recording: the ini file is searched for beside these.
 std::vector<Recording> Convertible(const std::vector<Recording>& recordings)
 {
     std::vector<Recording> convertible;
@@ -171,7 +171,7 @@ std::vector<Recording> Convertible(const std::vector<Recording>& recordings)
     return convertible;
 }
 
-// Says of each recording why it is none; no ini file is looked for.
+// Reports for each recording why it is none; no ini file is searched for.
 int RefuseAll(const ConvertOptions& options, RecordingList list)
 {
     for (const Recording& recording : list.recordings)

@@ -7,5 +7,5 @@ namespace CLI {
 class App;
 }
 
-/// Adds the subcommand to the parser. The object behind `chosen` must outlive the parsing.
+/// Adds the subcommand to the parser. `chosen` must outlive the parsing.
 void AddConvertCommand(CLI::App& app, Action& chosen);

@@ -18,18 +18,18 @@ struct ChoiceOptions
     std::string device;
 };
 
-/// What differs between commands: what is taken where the option is not given.
+/// What differs between commands: what is used where the option is not given.
 struct ChoiceTexts
 {
     std::string ini;
     std::string device;
 };
 
-/// Adds --ini, --defaults and --device to a subcommand, and gives them; options must live as long as it.
+/// Adds --ini, --defaults and --device to a subcommand and returns them; options must live as long as it.
 std::vector<CLI::Option*> AddChoiceOptions(CLI::App& command, ChoiceOptions& options,
                                            const ChoiceTexts& texts);
 
-/// What the options name; the rest is to be completed.
+/// The choice that the options make; the rest has to be completed.
 DeviceChoice ChoiceOf(const ChoiceOptions& options);
 
 struct DeviceOptions : ChoiceOptions
@@ -38,7 +38,7 @@ struct DeviceOptions : ChoiceOptions
     bool hasLog = false; // --log is given
 };
 
-/// The same for the recorder of recordings that are converted, with --log.
+/// The same for the recorder of recordings that are to be converted, with --log.
 void AddDeviceOptions(CLI::App& command, DeviceOptions& options);
 
 /// The log, if one is named, must be a file that can be written to. Throws ConfigurationError.

@@ -1,4 +1,4 @@
-// zucmtr help: the help of the program or of a command, as --help.
+// zucmtr help: the help of the program or of a command, the same as --help.
 #pragma once
 
 #include "zucmtr/terminal/command.h"
@@ -7,6 +7,6 @@ namespace CLI {
 class App;
 }
 
-/// Adds the subcommand to the parser, after all the others: it lists them. The object behind `chosen` must
-/// outlive the parsing.
+/// Adds the subcommand to the parser, after all the others, as it lists them. `chosen` must outlive the
+/// parsing.
 void AddHelpCommand(CLI::App& app, Action& chosen);

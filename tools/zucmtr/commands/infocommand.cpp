@@ -25,14 +25,14 @@ struct InfoOptions
     std::vector<std::string> files;
 };
 
-// What is wrong with a record names the one of its files in which it is.
+// A message about a record may start with the name of one of its files, the one that is bad.
 bool NamesFile(const QString& text, const QString& file)
 {
     const int extension = QFileInfo(file).suffix().size();
     return extension > 0 && text.startsWith(file.chopped(extension));
 }
 
-// True unless something is wrong with the file.
+// False if something is wrong with the file.
 bool Show(const QString& file, const InfoOptions& options)
 {
     info::Description description = info::Describe(file);

@@ -17,8 +17,8 @@
 
 namespace {
 
-// Keys that decide what becomes of the files. They count over those of the user, as the last of equal keys
-// does.
+// Keys that decide what becomes of the files. They override those of the user, as the last of equal keys
+// counts.
 const char* const ownKeys = "\nУдалять исходные=0\nТип Comtrade CFF=0\nТип Comtrade BIN=1\n"
                             "Кодировка Comtrade UTF8=1\nТип Comtrade 1999=0\n";
 
@@ -28,7 +28,7 @@ bool IsRecord(const QString& file)
            file.endsWith(QLatin1String(".cff"), Qt::CaseInsensitive);
 }
 
-// In UTF-8, whatever the byte order mark of the file says.
+// As UTF-8, whatever the byte order mark of the file says.
 QByteArray ReadWhole(const QString& path)
 {
     QFile file(path);
@@ -40,7 +40,7 @@ QByteArray ReadWhole(const QString& path)
     return marked == nullptr ? bytes : marked->toUnicode(bytes).toUtf8();
 }
 
-// A text that an ini file can hold: a ";" would begin a comment.
+// A text that an ini file can hold: a ";" would start a comment.
 QString IniValue(QString text)
 {
     return text.replace(QLatin1Char(';'), QLatin1Char(','));
@@ -75,7 +75,8 @@ void Write(const QString& path, const QByteArray& bytes)
                               .arg(path, explain::SystemText(file.errorString())));
 }
 
-// Links to the recording's chain, so that not even a conversion that deletes its sources could reach them.
+// Makes links to the recording's chain, so that not even a conversion that deletes its sources could reach
+// the files.
 QString LinkChain(const QString& file, const QDir& directory)
 {
     const QFileInfo first(file);
@@ -94,7 +95,7 @@ void Check(const QString& file, const QString& reason)
         throw SourceError(file + QLatin1String(": ") + reason);
 }
 
-// What is wrong is said of the user's own ini file.
+// Failures are reported with the name of the user's own ini file.
 unsigned int LoadDevice(Host& host, const QString& ini, const DeviceChoice& choice)
 {
     const bool ownIni = !choice.ini.isEmpty();

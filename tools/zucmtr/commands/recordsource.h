@@ -1,5 +1,5 @@
 // A COMTRADE record to work on, whatever the user has: the record itself, or a recording that is converted
-// into a temporary directory. The recording stays as it is, even if its ini file says that sources are
+// into a temporary directory. The recording stays as it is, even if its ini file says that sources are to be
 // deleted.
 #pragma once
 
@@ -11,7 +11,7 @@
 
 #include <memory>
 
-/// A recording that does not convert.
+/// A recording that cannot be converted.
 class SourceError : public text::Error
 {
 public:
@@ -21,9 +21,9 @@ public:
 class RecordSource
 {
 public:
-    /// The choice is completed as for convert; where nothing is chosen and no ini file is found, or with
-    /// isPlain, a recording is converted without dictionary. Throws SourceError, or ConfigurationError if the
-    /// choice does not load.
+    /// Completes the choice as convert does; if nothing is chosen and no ini file is found, or with isPlain,
+    /// a recording is converted without dictionary. Throws SourceError, or ConfigurationError if the choice
+    /// does not load.
     RecordSource(const QString& file, DeviceChoice choice, bool isPlain);
 
     /// The record's .cfg or .cff, as long as this object lives.

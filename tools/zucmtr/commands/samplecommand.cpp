@@ -24,7 +24,7 @@ struct SampleCommandOptions
 
 const char* const iniName = "ZuDrv.ini";
 
-// Of an older sample in the directory.
+// Files of an older sample in the directory.
 QStringList PresentFiles(const QDir& directory)
 {
     const QStringList patterns = {QLatin1String(iniName), QStringLiteral("Vostochnaya_00012[3-9].Z*"),
@@ -43,7 +43,7 @@ bool Write(const QString& path, const QByteArray& bytes)
     return true;
 }
 
-// Takes what is written off the list of older files.
+// Removes the files that it writes from the list of older ones.
 bool WriteStation(const QDir& directory, const station::StationOptions& options, QStringList& older)
 {
     older.removeAll(QLatin1String(iniName));
@@ -81,7 +81,7 @@ int RunSample(const SampleCommandOptions& options, const QString& program)
                 .arg(directory.path(), older.first()));
     if (!WriteStation(directory, station, older))
         return ExitFailed;
-    // A continuation file that stayed would be read after the new first file.
+    // A continuation file left behind would be read after the new first file.
     for (const QString& name : qAsConst(older))
         QFile::remove(directory.filePath(name));
     PrintLine(ConvertCommand(program, directory));

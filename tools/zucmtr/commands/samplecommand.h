@@ -10,5 +10,5 @@ class App;
 }
 
 /// Adds the subcommand to the parser. `program` is how the user called the program, for the command that is
-/// printed. The object behind `chosen` must outlive the parsing.
+/// printed. `chosen` must outlive the parsing.
 void AddSampleCommand(CLI::App& app, Action& chosen, const QString& program);

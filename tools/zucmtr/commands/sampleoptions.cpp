@@ -49,7 +49,7 @@ void CheckChannels(const station::StationOptions& options)
                 .arg(channelLimit));
 }
 
-// The points are rounded to whole samples of at least one, so a segment may last longer than it was asked to.
+// The points are rounded to whole samples, one at least, so a segment may last longer than asked for.
 void CheckLength(const station::StationOptions& options)
 {
     const double points = std::max(1.0, std::round(options.seconds * options.sampleRate));

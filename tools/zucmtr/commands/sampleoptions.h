@@ -9,7 +9,7 @@ namespace CLI {
 class App;
 }
 
-/// The options as the parser leaves them.
+/// The options as the parser sets them.
 struct SampleOptions
 {
     station::StationOptions station;
@@ -22,6 +22,6 @@ struct SampleOptions
 /// Describes the options of the station to the parser, with their ranges. `options` must outlive the parsing.
 void AddStationOptions(CLI::App& command, SampleOptions& options);
 
-/// The station that the options describe. Throws ConfigurationError for values that do not go together: too
+/// The station that the options describe. Throws ConfigurationError for values that do not fit together: too
 /// many channels, segments that last too long, more samples than a sample station may have.
 station::StationOptions CheckedStation(const SampleOptions& options);

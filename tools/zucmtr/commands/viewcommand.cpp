@@ -35,7 +35,7 @@ struct ViewOptions
     bool plain = false; // without ini file
 };
 
-// Beside the record, where convert would put it too.
+// Beside the record, where convert would put it as well.
 QString DefaultPage(const QString& file)
 {
     const QFileInfo info(file);
@@ -63,7 +63,7 @@ view::Held PutPage(const QString& record, const QString& page, const view::Optio
     return held;
 }
 
-// What is odd about the record, whichever device made it.
+// What is odd about the record, no matter which device made it.
 void ComplainOfRecord(const QString& file, const view::Held& held)
 {
     if (held.announced != held.total)
@@ -105,8 +105,8 @@ void WriteAll(const ViewOptions& options, const QString& record)
 
 int RunView(const ViewOptions& options)
 {
-    // However it ends, the temporary record of a recording goes: Ctrl-C lets the work at hand come to its
-    // end, and a reader of standard output that goes away is a failure.
+    // However the program ends, the temporary record of a recording must go: Ctrl-C lets the current work
+    // finish, and a reader of standard output that goes away is a failure.
     interrupt::Install();
     std::signal(SIGPIPE, SIG_IGN);
     const QVector<QPair<QString, QString>> outputs = {{QStringLiteral("--out"), FromUtf8(options.page)},

@@ -7,8 +7,8 @@ namespace CLI {
 class App;
 }
 
-/// Adds the subcommand to the parser. The object behind `chosen` must outlive the parsing.
+/// Adds the subcommand to the parser. `chosen` must outlive the parsing.
 void AddViewCommand(CLI::App& app, Action& chosen);
 
-/// Whether these arguments ask for a picture: only then the program needs the painter's application.
+/// Whether these arguments ask for a picture: only then does the program need an application that can paint.
 bool PaintsPicture(int count, char** arguments);

@@ -44,7 +44,7 @@ std::chrono::milliseconds Milliseconds(double seconds)
     return std::chrono::milliseconds(static_cast<int64_t>(seconds * 1000));
 }
 
-// Trouble that may be over when the service manager starts the program again.
+// Trouble that may have passed when the service manager restarts the program.
 class PassingTrouble : public text::Error
 {
 public:
@@ -71,13 +71,13 @@ bool IsOtherFile(const std::string& path)
     return info.exists() && !info.isDir();
 }
 
-// Whether the records lie in directories as the recordings do.
+// Whether the records go into directories that mirror those of the recordings.
 bool Mirrors(const WatchOptions& options)
 {
     return options.recursive && !options.flat;
 }
 
-// A directory that is gone or cannot be written to may be a file system that is not there yet.
+// A directory that is missing or cannot be written to may be a file system that is not mounted yet.
 WorkOrder CheckedOrder(const WatchOptions& options)
 {
     if (options.work.noVerify && PutsAway(options.work))
@@ -85,7 +85,7 @@ WorkOrder CheckedOrder(const WatchOptions& options)
     try {
         WorkOrder order = OrderOf(options.work, CheckedOutputDirectory(FromUtf8(options.out)));
         order.mirror = Mirrors(options);
-        order.sync = true; // the journal must not know of a record that a power failure takes
+        order.sync = true; // the journal must not list a record that a power failure can destroy
         return order;
     } catch (const ConfigurationError& error) {
         if (IsOtherFile(options.out) || IsOtherFile(options.work.archive))
@@ -114,7 +114,7 @@ WatchOrder WatchOrderOf(const WatchOptions& options, const Worker& worker)
     return order;
 }
 
-// The ini file lies in one of the directories, unless it is named.
+// The ini file is in one of the directories, unless it is named.
 DeviceChoice Chosen(const WatchOptions& options)
 {
     DeviceChoice choice = ChoiceOf(options.device);

@@ -18,12 +18,12 @@ struct WorkOptions
 };
 
 /// Adds --view, --verify, --no-verify, --remove-source and --archive to a subcommand; options must live as
-/// long as it.
+/// long as it does.
 void AddWorkOptions(CLI::App& command, WorkOptions& options);
 
 /// Whether recordings are put away.
 bool PutsAway(const WorkOptions& options);
 
-/// The order that they make, for records that go to out. Throws ConfigurationError if the archive is no
+/// The order given by the options, for records that go to out. Throws ConfigurationError if the archive is no
 /// directory, or if recordings are to be put away unverified.
 WorkOrder OrderOf(const WorkOptions& options, const QString& out);

@@ -67,7 +67,7 @@ int CopyContent(const Descriptor& from, const Descriptor& to)
     }
 }
 
-// As far as this user and the file system allow it. The owner first, as a new one takes mode bits away.
+// As far as this user and the file system allow it. The owner first, as changing it clears bits of the mode.
 void CopyProperties(const Descriptor& from, const Descriptor& to)
 {
     struct stat status = {};
@@ -76,7 +76,7 @@ void CopyProperties(const Descriptor& from, const Descriptor& to)
     constexpr uid_t same = static_cast<uid_t>(-1);
     if (fchown(to.Number(), status.st_uid, status.st_gid) != 0 &&
         fchown(to.Number(), same, status.st_gid) != 0)
-        status.st_mode &= 0777; // without the rights of an owner that it does not have
+        status.st_mode &= 0777; // without the rights of an owner that the copy does not have
     fchmod(to.Number(), status.st_mode & 07777);
     const std::array<timespec, 2> times = {status.st_atim, status.st_mtim};
     futimens(to.Number(), times.data());
@@ -90,7 +90,7 @@ bool LeadsTo(const QString& path, const Descriptor& file)
            named.IsSameFile(opened);
 }
 
-// Trouble of the disk, the network or the permissions, and not of one file.
+// Failures that are not about one file concern the disk, the network or the permissions.
 Trouble TroubleOf(int error)
 {
     if (explain::IsNoRoom(error))
@@ -199,14 +199,14 @@ void ArchiveCopies::PlaceOne(size_t number)
         Fail(number, error);
 }
 
-// A part may be the rest of a killed run, or another program may be at work.
+// A part may be left over from a killed run, or another program may be writing it.
 void ArchiveCopies::ClearPart(size_t number) const
 {
     const QString part = PartOf(TargetOf(number));
     systemfile::Identity there;
     if (!systemfile::IsTaken(part))
         return;
-    // A second name of the recording itself is locked as the recording is: by this program.
+    // A second name of the recording itself is locked as the recording is: by this very program.
     const bool isSecondName =
         systemfile::Identify(part, there, systemfile::Links::Kept) == 0 && there.IsSameFile(chain.Of(number));
     Descriptor held;
@@ -217,7 +217,8 @@ void ArchiveCopies::ClearPart(size_t number) const
     Unlink(part);
 }
 
-// A second name keeps all that the file has. Never of a link, which leads elsewhere from another directory.
+// A second name keeps all properties of the file. A symbolic link gets none: it would lead elsewhere from
+// here.
 int ArchiveCopies::Link(size_t number)
 {
     if (chain.NameOf(number).IsLink())

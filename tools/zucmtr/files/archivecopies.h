@@ -15,8 +15,8 @@ namespace sourcefiles {
 class ArchiveCopies
 {
 public:
-    /// The directory is made if it is not there. Throws Error if it cannot be, if a file of one of the names
-    /// is there and is not the same, or if it is the directory of the recording itself.
+    /// Makes the directory if it is not there. Throws Error if it cannot be made, if it has a different file
+    /// of one of the names, or if it is the directory of the recording itself.
     ArchiveCopies(const ChainFiles& chain_, const QString& directory_);
 
     /// Removes what was placed, unless it is kept.
@@ -24,13 +24,14 @@ public:
     ArchiveCopies(const ArchiveCopies&) = delete;
     ArchiveCopies& operator=(const ArchiveCopies&) = delete;
 
-    /// Has the archive hold each file under its name with ".part": as a second name of the file on the same
-    /// file system, else as a copy with the times, mode and, where the user may, owner; compared, and on the
-    /// disk. What is there under its own name already is written to the disk. Throws Error.
+    /// Puts each file into the archive under its name with ".part": as a second name of the file on the same
+    /// file system, otherwise as a copy with the times, the mode and, if the user may set it, the owner;
+    /// copies are compared, and all are written to the disk, also what was there already under its own name.
+    /// Throws Error.
     void Place();
 
-    /// Whether the one file of the recording has to be moved here, as its file system gives it no second
-    /// name.
+    /// Whether the recording's only file has to be moved here, because its file system cannot give it a
+    /// second name.
     bool NeedsMove() const { return needsMove; }
 
     /// The name of a file in the archive.
@@ -46,7 +47,7 @@ public:
     [[noreturn]] void Fail(size_t number, int error) const;
 
 private:
-    enum class State { Missing, Part, Named, Present }; // in the archive; Present: before
+    enum class State { Missing, Part, Named, Present }; // in the archive; Present: it was there before
     void CheckDirectory() const;
     void CheckTarget(size_t number);
     void PlaceOne(size_t number);
@@ -65,12 +66,12 @@ private:
 };
 
 /// To be called once before recordings are moved into a directory of an archive, which is `top` or lies below
-/// it: removes the parts that killed runs left there, makes it if it is not there, and has all directories up
-/// to `top` on the disk, also those that a killed run has made. Throws Error.
+/// it: removes the parts that killed runs left there, makes the directory if it is not there, and has all
+/// directories up to `top` on the disk, also those made by a killed run. Throws Error.
 void PrepareArchive(const QString& directory, const QString& top);
 
-/// Removes files of a recorder's names with ".part" that a killed program left in an archive, and gives their
-/// paths. Those that a running program writes stay.
+/// Removes recorder files with ".part" after their names that a killed program left in an archive, and
+/// returns their paths. Those that a running program is writing stay.
 QStringList RemoveParts(const QString& directory);
 
 } // namespace sourcefiles

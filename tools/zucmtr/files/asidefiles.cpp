@@ -67,7 +67,8 @@ bool IsFree(const std::vector<AsideFile>& files, int number)
     });
 }
 
-// The name and the aside name lead to one file: moved on a file system without such a rename, and killed.
+// The name and the aside name lead to one file: the program was killed while it moved the file on a file
+// system that cannot rename without replacing.
 bool HasBothNames(const AsideFile& file)
 {
     Identity own;
@@ -76,7 +77,7 @@ bool HasBothNames(const AsideFile& file)
            systemfile::Identify(file.aside, aside, Links::Kept) == 0 && own.IsSameFile(aside);
 }
 
-// False if the file has one name alone.
+// False if the file has only one name.
 bool DropSecondName(AsideFile& file)
 {
     if (file.aside.isEmpty() || !HasBothNames(file) || unlink(QFile::encodeName(file.aside).constData()) != 0)
@@ -85,7 +86,7 @@ bool DropSecondName(AsideFile& file)
     return true;
 }
 
-// The first file last, as it vouches for the others.
+// The first file last, as its presence says that the others are there.
 QStringList PutBackAll(std::vector<AsideFile>& files)
 {
     constexpr int mostNumbers = 10000;
@@ -124,7 +125,7 @@ QStringList PutBackAll(std::vector<AsideFile>& files)
     return notes;
 }
 
-// Whether the system itself knows of everybody who has a file of this file system open.
+// Whether the system itself knows everybody who has a file of this file system open.
 bool IsLocal(int file)
 {
     constexpr std::array<unsigned long, 7> local = {EXT4_SUPER_MAGIC,     XFS_SUPER_MAGIC,  BTRFS_SUPER_MAGIC,
@@ -137,21 +138,20 @@ bool IsLocal(int file)
 
 enum class Lease { Taken, Refused, Unknown };
 
-// Takes a lease, which is only given while nobody has the file open for writing, and keeps writers waiting
+// Takes a lease, which is granted only while nobody has the file open for writing, and makes writers wait
 // until ReturnLease. Unknown: there are no leases, or none for this user.
 Lease TakeLease(int file)
 {
     if (!IsLocal(file))
         return Lease::Unknown;
-    // The signal that tells of somebody who waits; the usual one would end the program, this one does
-    // nothing.
+    // The signal that reports a waiting writer; the default one would end the program, this one does nothing.
     fcntl(file, F_SETSIG, SIGURG);
     if (fcntl(file, F_SETLEASE, F_RDLCK) == 0)
         return Lease::Taken;
     return errno == EAGAIN ? Lease::Refused : Lease::Unknown;
 }
 
-// Whether a lease that was taken keeps writers out, and none has come for it.
+// Whether a lease that was taken still keeps writers out, and nobody is waiting for it.
 bool HasLease(int file)
 {
     return fcntl(file, F_GETLEASE) == F_RDLCK;
@@ -162,7 +162,7 @@ void ReturnLease(int file)
     fcntl(file, F_SETLEASE, F_UNLCK);
 }
 
-// Files of one recording that lie aside in a directory.
+// Files of one recording that were left aside in a directory.
 class LeftAside
 {
 public:
@@ -316,7 +316,8 @@ void AsideFiles::LookAgain() const
 
 void AsideFiles::RemoveFirst()
 {
-    // From now on, what is left of the others when the first file is gone was put away.
+    // From here on, if the first file is gone, what is left of the others belongs to a recording that was put
+    // away.
     for (size_t number = 1; number < files.size(); ++number) {
         const QString path = AsideName::PathOf(files[number].own, token, true);
         const int error = systemfile::RenameToOwn(files[number].aside, path);

@@ -8,18 +8,18 @@
 class AsideName
 {
 public:
-    /// Takes a file's name, without directory, apart.
+    /// Takes apart a file name without directory.
     explicit AsideName(const QString& name);
 
     bool IsOne() const { return !original.isEmpty(); }
     const QString& Original() const { return original; } // the file's own name
-    const QString& Token() const { return token; }       // the six
+    const QString& Token() const { return token; }       // the six letters and digits
     bool IsDone() const { return done; }
 
-    /// Six letters and digits by chance.
+    /// Six random letters and digits.
     static QString NewToken();
 
-    /// The path under which the file of this path is put aside.
+    /// The path that the file at this path has while it is aside.
     static QString PathOf(const QString& path, const QString& token, bool done = false);
 
 private:

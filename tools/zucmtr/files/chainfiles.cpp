@@ -18,7 +18,7 @@ namespace {
 
 constexpr std::int64_t second = 1000000000; // nanoseconds
 
-// The clock that file systems take their times from. It stands still for some milliseconds each.
+// The clock that file systems take their times from. It advances in steps of some milliseconds.
 std::int64_t FileClock()
 {
     timespec now = {};
@@ -31,10 +31,10 @@ std::int64_t Youngest(const systemfile::Identity& identity)
     return std::max(identity.modified, identity.changed);
 }
 
-// A change that came after `now` may have the times that the file has already.
+// A change after `now` may leave the file with the times that it has already.
 bool TimesTell(const systemfile::Identity& identity, std::int64_t now)
 {
-    // Times without a fraction count in seconds, on some file systems in steps of two.
+    // Times without a fraction are in seconds, on some file systems in steps of two.
     const bool counted = identity.modified % second == 0 && identity.changed % second == 0;
     return now > Youngest(identity) + (counted ? 3 * second : 0);
 }
@@ -83,7 +83,7 @@ QString PatternOf(ChainFiles::Unreadable::Kind kind)
     return Tr("sources", "'%1' could not be read: %2; check the disk or the network, then convert again");
 }
 
-// As the library sees it: a link that leads nowhere is no file.
+// As the library sees it: a link that leads nowhere does not count as a file.
 bool IsThere(const QString& path)
 {
     systemfile::Identity identity;

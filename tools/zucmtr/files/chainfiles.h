@@ -1,5 +1,5 @@
-// The files of one recording as they lay there when it was read: opened, read through, and recognised again.
-// The library takes what it cannot read for the end of a recording; here it is an error.
+// The files of one recording as they were when it was read: opened, read through, and recognised again. The
+// library takes what it cannot read for the end of a recording; here it is an error.
 #pragma once
 
 #include "text/error.h"
@@ -10,12 +10,12 @@
 
 #include <vector>
 
-/// Opens the first file and its continuations up to the first name that is not there, and keeps them open, so
-/// that no other file can take their place unseen.
+/// Opens the first file and its continuations up to the first name that is missing, and keeps them open, so
+/// that no other file can take their place unnoticed.
 class ChainFiles
 {
 public:
-    /// A file of the recording that is there, but could not be read, now; the message is a sentence that
+    /// A file of the recording that is there, but could not be read just now; the message is a sentence that
     /// says what to do.
     class Unreadable : public text::Error
     {
@@ -31,7 +31,7 @@ public:
         Unreadable(Kind kind_, const QString& path_, int code_);
         const Kind kind;
         const QString path;
-        const QString reason; // as the system says it; empty without a code
+        const QString reason; // the system's text; empty without a code
         const int code;       // errno; 0 if the system reported none
     };
 
@@ -40,7 +40,7 @@ public:
     /// Throws Unreadable, and std::bad_alloc without 64 KiB of memory.
     explicit ChainFiles(const QString& firstFile);
 
-    /// These files and no others, whatever else lies beside them.
+    /// These files and no others, whatever else is beside them.
     /// Goes with the functions of sourcefiles.h that take paths.
     explicit ChainFiles(const QStringList& files);
 
@@ -48,31 +48,31 @@ public:
     const QStringList& Paths() const { return paths; }
     size_t Count() const { return files.size(); }
 
-    /// Continuations that lie there after a number that is missing, so that they are not part of the
-    /// recording (yet).
+    /// Continuations whose number comes after a missing one, so that they are not part of the recording
+    /// (yet).
     const QStringList& Beyond() const { return beyond; }
 
-    /// Whether each path leads to the very file that was read, unchanged, and no continuation has come.
-    /// If not, `what` is a clause that says what happened. Where the times of a file cannot show a change,
-    /// as it was changed within the current tick of the clock, or the file system counts in seconds, its
-    /// content is read again.
+    /// Whether each path still leads to the very file that was read, unchanged, and no continuation has
+    /// arrived. If not, `what` is a clause that says what happened. Where the times of a file cannot show a
+    /// change, because the file was changed within the current tick of the clock or the file system counts in
+    /// seconds, its content is read again.
     bool IsUnchanged(QString* what = nullptr) const;
 
-    /// A continuation that was not there when the files were opened; empty if none has come.
+    /// A continuation that was not there when the files were opened; empty if there is none.
     QString Arrived() const;
 
     /// The file when it was read.
     const Identity& Of(size_t number) const { return files[number].file; }
 
-    /// What its name led to: the file, or a symbolic link.
+    /// What the file's name led to: the file, or a symbolic link.
     const Identity& NameOf(size_t number) const { return files[number].name; }
 
-    /// Open for reading, for as long as this object is there.
+    /// Open for reading, as long as this object lives.
     int Descriptor(size_t number) const { return files[number].descriptor.Number(); }
     const systemfile::Descriptor& FileOf(size_t number) const { return files[number].descriptor; }
 
-    /// Reads the file once more, or a copy of it, and compares it with what was read at first. 0 with the
-    /// answer in `same`, or the errno of the failure.
+    /// Reads the file, or a copy of it, once more and compares it with what was read at first. Returns 0 with
+    /// the answer in `same`, or the errno of the failure.
     int CompareContent(size_t number, bool& same) const;
     int CompareContent(size_t number, const systemfile::Descriptor& copy, bool& same) const;
 
@@ -98,7 +98,7 @@ private:
     QStringList beyond;
 };
 
-/// Paths of the continuation files in a directory without a first file there, sorted: nothing will ever
-/// convert them. A first file that a running program has moved aside counts as there. Empty also if the
+/// Paths of the continuation files in a directory that has no first file for them, sorted: nothing will ever
+/// convert them. A first file that a running program has moved aside counts as there. Also empty if the
 /// directory cannot be read.
 QStringList OrphansIn(const QString& directory);

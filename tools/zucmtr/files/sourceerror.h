@@ -8,14 +8,14 @@
 namespace sourcefiles {
 
 enum class Trouble {
-    Changed,  // not the files that were read, or somebody is at work with them: convert again
+    Changed,  // not the files that were read, or in use by somebody: convert again
     Conflict, // the user has to move something away
-    Archive,  // the archive cannot be written to: every recording has this trouble
+    Archive,  // the archive cannot be written to: this affects every recording
     NoRoom,   // a disk is full: likewise
-    File      // that one could not be written, moved or deleted
+    File      // this one could not be written, moved or deleted
 };
 
-/// The message is a sentence: the file, the reason, what to do.
+/// The message is a sentence with the file, the reason, and what to do.
 class Error : public text::Error
 {
 public:
@@ -24,7 +24,7 @@ public:
     const Trouble trouble;
 };
 
-/// For a recording that is not what was read; `what` is a clause that says what happened.
+/// For a recording that is not the one that was read; `what` is a clause that says what happened.
 [[noreturn]] void ThrowChanged(const QString& what);
 
 /// For a file, or the names in a directory, that the system could not write to the disk. Throws Error:

@@ -1,5 +1,5 @@
 // What becomes of recordings that are safely converted: deleted, or moved into an archive. What goes is what
-// was read: the files are moved aside first and looked at again (asidefiles.h).
+// was read: the files are moved aside first and checked again (asidefiles.h).
 #pragma once
 
 #include "zucmtr/files/asidefiles.h"
@@ -14,9 +14,9 @@ namespace sourcefiles {
 /// Has the system write these files, and their names in the directory, to the disk. Throws Error.
 void Sync(const QStringList& files, const QString& directory);
 
-/// Deletes the files of a recording, all or none. Throws Error: nothing was deleted, and each file is where
-/// it was unless the text gives its new name; or the first file was deleted and the rest could not be, which
-/// Recover does later. The chain is of no use afterwards.
+/// Deletes the files of a recording, all or none. If it throws Error, either nothing was deleted, and each
+/// file is where it was unless the text gives its new name; or the first file was deleted and the rest could
+/// not be, which Recover does later. The chain must not be used afterwards.
 void Remove(const ChainFiles& chain);
 
 /// Moves the files of a recording into the directory, which is made if it is not there: they are placed
@@ -24,8 +24,8 @@ void Remove(const ChainFiles& chain);
 /// Throws Error as Remove does, with nothing new in the archive but directories.
 void Archive(const ChainFiles& chain, const QString& directory);
 
-/// Forms for lists of paths that were not kept open from the reading on. To go when their callers hand in
-/// chains.
+/// Variants for lists of paths that were not kept open since they were read. To be removed when their callers
+/// pass chains.
 void Remove(const QStringList& files);
 void Archive(const QStringList& files, const QString& directory);
 

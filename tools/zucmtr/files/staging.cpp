@@ -51,7 +51,7 @@ bool IsStillThere(const QByteArray& path, int file)
     return fstat(file, &opened) == 0 && named.st_dev == opened.st_dev && named.st_ino == opened.st_ino;
 }
 
-// Whether a directory has nothing in it but what is written here, so that it is none of the user's.
+// Whether a directory holds nothing but what is written here, so that it is not one of the user's.
 bool HoldsARecordAlone(const QString& path)
 {
     static const QStringList endings = {"cfg",    "dat",    "hdr",    "inf",    "cff",  "cfgtmp",
@@ -96,7 +96,7 @@ bool StagingError::NoRoom() const
 
 Staging::Staging(const QString& out_, std::chrono::milliseconds patience_) : out(out_), patience(patience_)
 {
-    // Between the making and the lock it looks like one of a killed run, and may be removed as such.
+    // Before it is locked, a new directory looks like one of a killed run, and may be removed as such.
     do {
         if (handle >= 0)
             close(handle);
@@ -156,7 +156,7 @@ bool Staging::IsDiskFull(qint64 recordSize) const
     return !CanWrite(64 * 1024) || Free() < recordSize - Written();
 }
 
-// False if the system says that the disk, or the user's share of it, is full.
+// False if the system reports that the disk, or the user's share of it, is full.
 bool Staging::CanWrite(int bytes) const
 {
     const QByteArray path = Own(QStringLiteral("room"));
@@ -174,8 +174,8 @@ bool Staging::CanWrite(int bytes) const
     return !explain::IsNoRoom(code);
 }
 
-// Bytes that this user may still write, as far as the file system says so. It is not tried out: others would
-// find the disk full meanwhile.
+// Bytes that this user may still write, according to the file system. Nothing is written to try it: others
+// would find the disk full meanwhile.
 qint64 Staging::Free() const
 {
     struct statvfs status = {};
@@ -235,7 +235,7 @@ void Staging::Commit(const QStringList& names, bool sync)
     moves.clear();
 }
 
-// What would fail halfway is looked for before anything is touched.
+// Finds what would fail halfway before anything is touched.
 void Staging::CheckNames(const QStringList& names) const
 {
     struct stat status = {};
@@ -262,7 +262,7 @@ void Staging::CheckNames(const QStringList& names) const
     }
 }
 
-// The temporary files that a conversion right into the directory leaves when it is killed.
+// Removes the temporary files that a killed conversion leaves when it went right into the directory.
 void Staging::RemoveTemporary(const QString& configuration) const
 {
     QStringList extensions = {QStringLiteral(".cfgtmp"), QStringLiteral(".dattmp"), QStringLiteral(".hdrtmp"),
@@ -303,7 +303,7 @@ void Staging::PutInPlace(const QString& name)
         Fail(name, errno);
 }
 
-// A record of one file takes the place of the earlier one in one step.
+// A record of one file replaces the earlier one in one step.
 void Staging::Replace(const QString& name)
 {
     if (Rename(Own(name), Final(name), RENAME_EXCHANGE))
@@ -316,8 +316,8 @@ void Staging::Replace(const QString& name)
         moves.clear();
 }
 
-// Ends at a move that cannot be undone: an earlier configuration must not come back to other pieces. Gives
-// that file's name; empty if all is as it was.
+// Stops at a move that cannot be undone: an earlier configuration must not come back to other pieces. Returns
+// that file's name; empty if everything is as it was.
 QString Staging::UndoAll()
 {
     for (; !moves.empty(); moves.pop_back()) {

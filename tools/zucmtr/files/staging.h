@@ -15,7 +15,7 @@
 #include <chrono>
 #include <vector>
 
-/// A record that could not be put in place, or no directory to write it to.
+/// A record that could not be put in place, or had no directory to be written to.
 class StagingError : public text::Error
 {
 public:
@@ -24,21 +24,21 @@ public:
     /// Whether the disk, or the user's share of it, is full.
     bool NoRoom() const;
 
-    /// Whether another program keeps others from the directory.
+    /// Whether another program has locked the directory.
     bool IsHeld() const;
 
     const int code; // errno
 };
 
-/// For one record and one thread at a time. Several may be in one directory, also of several processes.
+/// For one record and one thread at a time. Several may be in one directory, also from several processes.
 class Staging
 {
 public:
-    /// Makes an empty directory below out, which must be there. patience: how long Lock waits. Throws
+    /// Makes an empty directory below out, which must exist. patience: how long Lock waits. Throws
     /// StagingError.
     explicit Staging(const QString& out_, std::chrono::milliseconds patience_ = std::chrono::seconds(30));
 
-    /// Removes the directory with all that is left in it.
+    /// Removes the directory with everything left in it.
     ~Staging();
     Staging(const Staging&) = delete;
     Staging& operator=(const Staging&) = delete;
@@ -46,27 +46,27 @@ public:
     /// Where the record is to be written, each piece under its final name.
     const QString& Directory() const { return directory; }
 
-    /// Has the system write these pieces to the disk. Commit does it, too; done before Lock, others do not
-    /// wait for it. Throws StagingError.
+    /// Has the system write these pieces to the disk. Commit does so too; but done before Lock, others need
+    /// not wait for it. Throws StagingError.
     void Sync(const QStringList& names);
 
-    /// Whether the disk has no room for a record of that size (bytes), counting what is here of it already,
-    /// or for another 64 KiB: asked when something here could not be written and nobody can say why.
+    /// Whether the disk has no room for a record of that size (bytes), counting what is already here of it,
+    /// or for another 64 KiB: for the case that something here could not be written and nobody can say why.
     bool IsDiskFull(qint64 recordSize) const;
 
-    /// Waits until nobody else commits to out, and keeps it so until the object goes: what is seen at the
-    /// final names from here on is what Commit replaces. A commit takes moments; who holds the directory for
-    /// longer is stopped or hangs at a disk. On a file system without locks it does nothing. Throws
-    /// StagingError.
+    /// Waits until nobody else commits to out, and keeps others out until the object goes: what is seen at
+    /// the final names from here on is what Commit replaces. A commit takes moments; whoever holds the
+    /// directory for longer is stopped or waits for a disk. On a file system without locks it does nothing.
+    /// Throws StagingError.
     void Lock();
 
     /// Gives the pieces their final names, over those of an earlier record. names are file names without a
-    /// directory, the configuration (.cfg or .cff) first, as Device::RecordFiles gives them; others, such as
-    /// a page, may follow. sync: they are on the disk when it returns. Throws StagingError; the earlier
-    /// record is then in its place again.
+    /// directory, the configuration (.cfg or .cff) first, as Device::RecordFiles returns them; others, such
+    /// as a page, may follow. sync: they are on the disk when it returns. If it throws StagingError, the
+    /// earlier record is in its place again.
     void Commit(const QStringList& names, bool sync);
 
-    /// Removes the directories of runs that were killed. One that is in use stays, as does one that cannot be
+    /// Removes the directories of killed runs. One that is in use stays, and so does one that cannot be
     /// removed.
     static void RemoveLeft(const QString& out);
 
@@ -96,8 +96,8 @@ private:
     const QString out;
     const std::chrono::milliseconds patience;
     QString directory;
-    int handle = -1; // of the directory: its lock tells RemoveLeft that it is in use
+    int handle = -1; // of the directory: its lock shows RemoveLeft that it is in use
     int lock = -1;   // of out
     QStringList synced;
-    std::vector<Move> moves; // of the commit under way, in order
+    std::vector<Move> moves; // of the current commit, in order
 };

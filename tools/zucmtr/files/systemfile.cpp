@@ -43,7 +43,7 @@ int Identify(int directory, const char* path, int flags, Identity& identity)
     return 0;
 }
 
-// Fills the buffer as far as the file goes; the number of bytes, or -1 with errno.
+// Fills the buffer as far as the file goes; returns the number of bytes, or -1 with errno.
 ssize_t ReadAt(const Descriptor& file, std::vector<char>& buffer, std::int64_t from)
 {
     size_t filled = 0;
@@ -61,8 +61,8 @@ ssize_t ReadAt(const Descriptor& file, std::vector<char>& buffer, std::int64_t f
     return static_cast<ssize_t>(filled);
 }
 
-// A word at a time, since every recording is read for it once: the multiplication by an odd number loses
-// nothing of a word that differs, the rotation brings the high bits to where they count.
+// A word at a time, since every recording is read once for it: the multiplication by an odd number loses no
+// difference between words, the rotation moves the high bits to where they count.
 std::uint64_t Mixed(std::uint64_t value, std::uint64_t word)
 {
     value = (value ^ word) * 0x9E3779B97F4A7C15ULL;
@@ -112,13 +112,13 @@ int RenameAfterALook(const QString& from, const QString& to)
                                                                                                     : errno;
 }
 
-// Nobody may work with the file.
+// Succeeds only if nobody works with the file.
 Lock LockAlone(const Descriptor& file)
 {
     return Answer(Flock(file, LOCK_EX));
 }
 
-// Files are worked with for moments, or as long as a copy takes.
+// Programs work with files for moments, or as long as a copy takes.
 bool IsOld(const Identity& identity)
 {
     constexpr std::int64_t hour = 3600;
@@ -192,7 +192,7 @@ Descriptor OpenToRead(const QString& path)
     constexpr int flags = O_RDONLY | O_CLOEXEC | O_NOCTTY;
     Descriptor file(open(name.constData(), flags | O_NONBLOCK, 0));
     Identity identity;
-    // A file server has lent the file to a client and gets it back only for those who wait.
+    // A file server has lent the file to a client, and takes it back only for those who wait.
     if (!file.IsOpen() && errno == EWOULDBLOCK && Identify(path, identity) == 0 && identity.IsRegular())
         file = Descriptor(open(name.constData(), flags, 0));
     return file;
@@ -245,7 +245,7 @@ int RenameToFree(const QString& from, const QString& to)
     }
     if (errno != EPERM && errno != EOPNOTSUPP && errno != ENOSYS && errno != EMLINK)
         return errno;
-    return RenameAfterALook(from, to); // without second names that is all there is
+    return RenameAfterALook(from, to); // without second names nothing better is possible
 }
 
 int RenameToOwn(const QString& from, const QString& to)
@@ -279,7 +279,7 @@ bool TakeAbandoned(const QString& path, Descriptor& held)
         return false;
     if (lock == Lock::Unknown)
         return IsOld(named);
-    // Before the lock was ours, another program may have put the file away.
+    // Another program may have put the file away before the lock was ours.
     return named.IsLink() || (Identify(held, opened) == 0 && named.IsSameFile(opened));
 }
 
@@ -322,7 +322,7 @@ int Sync(const Descriptor& file)
         return 0;
     const int error = errno;
     Identity identity;
-    // Some file systems know no such request for a directory.
+    // Some file systems do not support this request for a directory.
     return error == EINVAL && Identify(file, identity) == 0 && S_ISDIR(identity.mode) ? 0 : error;
 }
 

@@ -1,4 +1,4 @@
-// Files as the system knows them, for code that must not confuse one file with another of the same name.
+// Files as the system knows them, for code that must not confuse a file with another one of the same name.
 #pragma once
 
 #include <QString>
@@ -26,7 +26,7 @@ private:
     int number;
 };
 
-/// Which file it is, and in which state. Times are nanoseconds since 1970.
+/// Identifies a file and its state. Times are nanoseconds since 1970.
 struct Identity
 {
     std::uint64_t device = 0;
@@ -44,23 +44,23 @@ struct Identity
     bool operator!=(const Identity& other) const { return !(*this == other); }
 };
 
-/// What the path leads to, a symbolic link itself with Links::Kept. 0, or the errno of the failure. A network
-/// file system asks its server.
+/// What the path leads to; with Links::Kept, a symbolic link itself. Returns 0, or the errno of the failure.
+/// A network file system asks its server.
 enum class Links { Followed, Kept };
 int Identify(const QString& path, Identity& identity, Links links = Links::Followed);
 int Identify(const Descriptor& file, Identity& identity);
 
-/// Whether a directory has the name, be it of a link that leads nowhere. What cannot be told counts as taken.
+/// Whether the name is in use, even by a link that leads nowhere. If that is unknown, it counts as taken.
 bool IsTaken(const QString& path);
 
-/// The names in a directory, sorted, without "." and ".."; none if it cannot be read. Names that no program
-/// text can hold come out maimed.
+/// The names in a directory, sorted, without "." and ".."; none if it cannot be read. Names that are not
+/// valid text come out altered.
 QStringList NamesIn(const QString& directory);
 
-/// Opens for reading, never waits for the other end of a pipe. Not open on failure, with errno.
+/// Opens for reading and never waits for the other end of a pipe. Not open on failure, with errno.
 Descriptor OpenToRead(const QString& path);
 
-/// Content of one file as a number: another one if anything in it differs.
+/// A file's content as a number that is another one if anything in the content differs.
 struct Print
 {
     std::int64_t size = 0; // bytes
@@ -68,42 +68,43 @@ struct Print
     bool operator==(const Print& other) const { return size == other.size && value == other.value; }
 };
 
-/// Reads a file from its beginning to its end. 0, or the errno of the failure.
+/// Reads a file from start to end. Returns 0, or the errno of the failure.
 int ReadThrough(const Descriptor& file, Print& print);
 
-/// Compares the contents of two files. 0 with the answer in `same`, or the errno of the failure.
+/// Compares the contents of two files. Returns 0 with the answer in `same`, or the errno of the failure.
 int Compare(const Descriptor& a, const Descriptor& b, bool& same);
 
-/// Renames, but never over another file. 0, or the errno of the failure: EEXIST if the name is taken.
-/// Nobody else may be at work with `from`.
+/// Renames, but never over another file. Returns 0, or the errno of the failure: EEXIST if the name is taken.
+/// Nobody else may be using `from`.
 int RenameToFree(const QString& from, const QString& to);
 
-/// The same where others may exchange `from` at any time, but nobody else would take the name `to`.
+/// The same for a `from` that others may exchange at any time, and a name `to` that nobody else would take.
 int RenameToOwn(const QString& from, const QString& to);
 
-/// Whether somebody else may be at work with a file.
+/// Whether somebody else may be using a file.
 enum class Lock { Taken, Held, Unknown };
 
-/// Marks an open file as being worked with, for as long as it is open (Taken). Held: another holds it alone.
-/// Unknown: the file system has no such locks.
+/// Marks an open file as in use, as long as it is open (Taken). Held: somebody else has it alone. Unknown:
+/// the file system has no such locks.
 Lock LockShared(const Descriptor& file);
 
 void Unlock(const Descriptor& file);
 
-/// Whether no running program works with a file that programs lock while they do. True keeps it from others
-/// for as long as `held` is there, which is the file. Without locks a file counts as left an hour after its
-/// last change.
+/// Whether no running program is using the file; programs lock such files while they use them. If true,
+/// `held` is the file and keeps others from it as long as it is open. Without locks a file counts as
+/// abandoned an hour after its last change.
 bool TakeAbandoned(const QString& path, Descriptor& held);
 
-/// Has the system write a file, or the names in a directory, to the disk. 0, or the errno of the failure.
+/// Has the system write a file, or the names in a directory, to the disk. Returns 0, or the errno of the
+/// failure.
 int Sync(const QString& path);
 int Sync(const Descriptor& file);
 
-/// Makes a directory and those above it, with their names on the disk. 0, also if it is there already, or the
-/// errno of the failure.
+/// Makes a directory and those above it, with their names written to the disk. Returns 0, also if it is there
+/// already, or the errno of the failure.
 int MakeDirectory(const QString& path);
 
-/// Sync of a directory and of those above it up to `top`. 0, or the errno of the failure.
+/// Sync of a directory and of those above it up to `top`. Returns 0, or the errno of the failure.
 int SyncUp(const QString& path, const QString& top);
 
 } // namespace systemfile

@@ -16,13 +16,13 @@ QString IniName()
     return QStringLiteral("ZuDrv.ini");
 }
 
-// In the order in which they are taken.
+// In order of preference.
 QStringList DefaultsNames()
 {
     return {QStringLiteral("Default"), QStringLiteral("Defaults")};
 }
 
-// Directories in which a recording's ini file is looked for: its own, then each one above it up to the
+// The directories in which a recording's ini file is searched for: its own, then each one above it up to the
 // directory of the command line.
 QStringList Upwards(const Recording& recording)
 {
@@ -36,7 +36,8 @@ QStringList Upwards(const Recording& recording)
     return directories;
 }
 
-// The ini files of the recordings: path as it was found, by its one spelling; and a recording of each.
+// The ini files of the recordings: the path as it was found, by its normalised spelling, and one recording
+// for each.
 struct Found
 {
     QString ini;

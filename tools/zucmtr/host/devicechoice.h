@@ -7,7 +7,7 @@
 
 #include <vector>
 
-/// Empty texts are to be found out.
+/// Empty texts have yet to be completed.
 struct DeviceChoice
 {
     QString ini;
@@ -15,16 +15,16 @@ struct DeviceChoice
     QString device;   // section
 };
 
-/// The ini file that is found for a recording where none is named; empty if there is none.
+/// The ini file found for a recording when none is named; empty if there is none.
 QString IniOf(const Recording& recording);
 
 /// Fills in what is empty. The ini file is the ZuDrv.ini beside the recordings, or above them up to the
 /// directory of the command line, or in the current directory; the defaults are the section "Default", the
-/// device is the one other section. Of a file with one section, that is both. Throws ConfigurationError,
-/// which lists the choices, where that leaves none or several, and for a named section that is not there.
+/// device is the only other section. If a file has a single section, it is both. Throws ConfigurationError,
+/// which lists the choices, if none or several remain, and for a named section that does not exist.
 void CompleteChoice(DeviceChoice& choice, const std::vector<Recording>& recordings);
 
-/// The same for the ini file alone. It need not be there.
+/// The same for the ini file alone. It need not exist.
 void CompleteIni(DeviceChoice& choice, const std::vector<Recording>& recordings);
 
 /// The same for the ini file and the section of the defaults alone.

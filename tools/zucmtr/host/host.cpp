@@ -19,14 +19,14 @@
 
 namespace {
 
-// The note on a converted recording; the output name follows.
+// The note about a converted recording; the output name follows.
 QString SuccessNote()
 {
     return QStringLiteral("Преобразование в Comtrade выполнено успешно, файл ");
 }
 
-// The library does not look at the results of its last renames. A temporary file that stayed shows that the
-// record is not in place. Gives its path, or an empty text.
+// The library does not check the results of its last renames. A temporary file that is still there shows that
+// the record is not in place. Returns its path, or an empty text.
 QString TemporaryLeft(const QString& outDirectory, const QString& outputName)
 {
     for (const char* extension : {".cfftmp", ".cfgtmp", ".dattmp", ".hdrtmp", ".inftmp"}) {

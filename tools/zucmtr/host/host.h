@@ -11,10 +11,10 @@
 struct Outcome
 {
     bool converted = false;
-    QString outputName;                        // of a converted recording, without directory and extension
+    QString outputName;                        // of the record, without directory and extension
     QString error;                             // why it was not converted
     const char* reason = reason::NotConverted; // of the error
-    QStringList notes;                         // what else the device had to say
+    QStringList notes;                         // what else the device reported
     bool couldNotWrite = false;                // a file of the record
     bool lackedMemory = false;                 // for a file of the recording, which then counts as its end
 };
@@ -33,21 +33,21 @@ public:
     /// ConfigurationError with the log's lines.
     void LoadDefaults(const QString& iniPath, const QString& section);
 
-    /// Loads a device and gives its number. A section that the file does not have is an error, though the
-    /// library would make a device of defaults alone. Throws ConfigurationError with the log's lines.
+    /// Loads a device and returns its number. A section that the file does not have is an error, though the
+    /// library would make a device from the defaults alone. Throws ConfigurationError with the log's lines.
     unsigned int LoadDevice(const QString& iniPath, const QString& section);
 
-    /// How long the device's section says that a host should wait for a recording, milliseconds.
+    /// How long a host should wait for a recording according to the device's section, milliseconds.
     static unsigned int WaitTime(unsigned int device);
 
-    /// Converts one recording. Nothing is thrown: an exception of the library is the recording's failure.
+    /// Converts one recording. Nothing is thrown: an exception of the library makes the recording fail.
     Outcome Convert(const QString& file, const QString& outDirectory, unsigned int device);
 
     /// The notes in the device's queue, which is empty afterwards.
     static QStringList TakeNotes(unsigned int device);
 
 private:
-    /// The lines on a failed load: what failed, the log's lines about it, and what explains more.
+    /// The lines about a failed load: what failed, the log's lines about it, and any further explanation.
     QStringList LoadFailure(const QString& what, const QString& iniPath);
 
     LogFile log;

@@ -55,7 +55,7 @@ LogFile::~LogFile()
     ZuCmtrSetLogFilePath(QString());
 }
 
-// As the library does: the file is open only meanwhile.
+// As the library does it: the file is open only for the moment.
 void LogFile::Append(const QString& line)
 {
     const QByteArray bytes = line.toUtf8() + '\n';

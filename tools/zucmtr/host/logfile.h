@@ -1,5 +1,5 @@
-// The log that the library appends to while it loads: the user's file, or one of our own that goes with the
-// program, however it ends.
+// The log that the library appends to while it loads: the user's file, or one of our own that vanishes with
+// the program, however that ends.
 #pragma once
 
 #include "output/outputfile.h"
@@ -13,16 +13,16 @@
 class LogFile
 {
 public:
-    /// Sets the library's log path to `path`, or to a log of our own if it is empty. The library writes into
-    /// regular files alone: where the path leads to anything else, our own log is copied there line by line.
-    /// Qt's messages go to the user's log, too. Throws ConfigurationError if there can be no log.
+    /// Sets the library's log path to `path`, or to a log of our own if it is empty. The library writes only
+    /// to regular files: if the path leads to anything else, our own log is copied there line by line. Qt's
+    /// messages go to the user's log as well. Throws ConfigurationError if there can be no log.
     explicit LogFile(const QString& path);
     ~LogFile();
     LogFile(const LogFile&) = delete;
     LogFile& operator=(const LogFile&) = delete;
 
-    /// The lines that came since the object was made or since the last call; long logs are cut to the last of
-    /// them, after a line that says how many are left out. To be called after each load: copying is done
+    /// The lines added since the object was made or since the last call; a long log is cut to its last lines,
+    /// after a line that says how many are left out. To be called after each load, since copying is done
     /// here.
     QStringList TakeNewLines();
 

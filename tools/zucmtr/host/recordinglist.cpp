@@ -38,7 +38,7 @@ bool IsDirectory(const QByteArray& path)
     return lstat(path.constData(), &status) == 0 && S_ISDIR(status.st_mode);
 }
 
-// Qt does not list them at all, so that nobody would hear of the recordings.
+// Qt does not list these names at all, so that nobody would notice the recordings.
 std::vector<QByteArray> NamesNotUtf8(const QString& directory)
 {
     std::vector<QByteArray> names;
@@ -82,7 +82,7 @@ private:
         list.refusals.push_back({path, text, true, reason});
     }
 
-    // Nothing is lost.
+    // Leaves out a path without losing a recording.
     void PassOver(const QString& path, const QString& text)
     {
         list.refusals.push_back({path, text, false, nullptr});
@@ -143,7 +143,7 @@ private:
         }
     }
 
-    // Takes the first files of a directory and tells what cannot be seen in it; false if that is all of it.
+    // Takes the first files of a directory and reports what in it cannot be read; false if nothing in it can.
     bool LookInto(const QString& directory, QStringList& paths)
     {
         const QString absolute = Normalised(directory);
@@ -186,9 +186,9 @@ private:
 
     const QStringList arguments;
     const bool recursive;
-    QSet<QString> given; // arguments in one spelling
+    QSet<QString> given; // arguments, normalised
     QStringList excluded;
-    QSet<QString> taken; // recordings in one spelling
+    QSet<QString> taken; // recordings, normalised
     RecordingList list;
 };
 

@@ -10,10 +10,10 @@
 
 namespace {
 
-// One may have been larger than all that follow, so one alone does not end the run.
+// That recording may be larger than all that follow, so one alone does not end the run.
 constexpr size_t MostWithoutRoom = 2;
 
-// Waits for its threads on every way out.
+// Waits for its threads however the block is left.
 class Threads
 {
 public:
@@ -47,14 +47,14 @@ void Batch::Run(const std::function<void(const BatchItem&)>& told, const std::fu
             --working;
             if (running.threads.empty())
                 throw;
-            break; // the threads that there are do the work
+            break; // the threads started so far do the work
         }
     }
     try {
         Tell(told, waiting);
     } catch (...) {
         const std::lock_guard<std::mutex> lock(mutex);
-        stopped = true; // the threads end with the recordings at hand
+        stopped = true; // the threads finish their current recordings
         throw;
     }
 }
@@ -79,7 +79,7 @@ void Batch::Work(Worker& worker) noexcept
     changed.notify_all();
 }
 
-// The directory below that of the output, and the name; none without memory.
+// The directory relative to that of the output, and the name; nothing if memory is short.
 std::optional<QString> Batch::PlaceOf(const Worker& worker, const Recording& recording) const
 {
     try {
@@ -91,7 +91,7 @@ std::optional<QString> Batch::PlaceOf(const Worker& worker, const Recording& rec
 }
 
 // Recordings whose records would be the same files are converted one after the other, in the order of the
-// list, so that it is always the first that gets them. Null if none is to be begun.
+// list, so that always the first of them gets the names. Null if no further one is to be started.
 Batch::Task* Batch::Take(const Worker& worker)
 {
     std::list<Task> taken(1);
@@ -103,7 +103,7 @@ Batch::Task* Batch::Take(const Worker& worker)
         task->number = next++;
         begun.splice(begun.end(), taken);
     }
-    // Reading the file may take its time, which nobody else has to wait for.
+    // Reading the file may take time, and nobody else has to wait for it.
     std::optional<QString> place = PlaceOf(worker, recordings[task->number]);
     std::unique_lock<std::mutex> lock(mutex);
     task->place = std::move(place);
@@ -112,7 +112,8 @@ Batch::Task* Batch::Take(const Worker& worker)
     return task;
 }
 
-// Whether none that was begun before may have the same place. One whose place is not known may have any.
+// Whether no earlier recording that is being worked on may have the same place. If a place is unknown, it may
+// be any.
 bool Batch::IsItsTurn(const Task& task) const
 {
     return std::all_of(begun.begin(), begun.end(), [&](const Task& other) {

@@ -1,4 +1,4 @@
-// A run over many recordings by several workers at once, told in the order of the list.
+// A run over many recordings by several workers at once, reported in the order of the list.
 #pragma once
 
 #include "zucmtr/host/recordinglist.h"
@@ -15,32 +15,32 @@
 
 class Worker;
 
-/// When a run begins no further recording, and where its records lie.
+/// When a run starts no further recording, and where its records go.
 struct BatchOrder
 {
     bool failFast = false; // none after the first that failed
-    bool mirror = false;   // records lie below the output directory as their recordings do below `top`
+    bool mirror = false;   // records go below the output directory as their recordings are below `top`
 };
 
 class Batch
 {
 public:
-    /// One thread a worker. No recording is begun after an interrupt, or after two in a row for which a disk
-    /// had no room.
+    /// One thread per worker. No recording is started after an interrupt, or after two in a row for which a
+    /// disk had no room.
     Batch(std::vector<std::unique_ptr<Worker>>& workers_, const std::vector<Recording>& recordings_,
           const BatchOrder& order_);
 
-    /// Calls told with each recording that was begun, in the order of the list, and waiting about ten times a
-    /// second with the number of those that are done; both in the calling thread. Throws std::system_error if
-    /// no thread can be started, and std::bad_alloc if there is no memory to begin a recording: those that
-    /// were begun are done and told then.
+    /// Calls report for each recording that was started, in the order of the list, and waiting about ten
+    /// times a second with the number of those that are done; both in the calling thread. Throws
+    /// std::system_error if no thread can be started, and std::bad_alloc if there is no memory to start a
+    /// recording: those already started are finished and reported first.
     void Run(const std::function<void(const BatchItem&)>& told, const std::function<void(size_t)>& waiting);
 
-    /// Recordings that were not begun since a disk is full.
+    /// Number of recordings that were not started because a disk is full.
     size_t NotBegunForRoom() const;
 
 private:
-    // A recording that was begun. All its memory is there from then on, so that nothing can fail at its end.
+    // A recording that was started. All its memory is allocated by then, so that nothing can fail at its end.
     struct Task
     {
         size_t number = 0;
@@ -63,11 +63,11 @@ private:
 
     std::mutex mutex;
     std::condition_variable changed;
-    size_t next = 0;    // recording that is begun next
+    size_t next = 0;    // recording that is started next
     size_t working = 0; // threads that have not ended
     size_t done = 0;
     size_t withoutRoom = 0; // recordings in a row for which a disk had none
     bool stopped = false;
-    std::list<Task> begun;      // and not told yet, in the order of the list of recordings
-    std::exception_ptr failure; // of a thread that could not begin a recording
+    std::list<Task> begun;      // and not reported yet, in the order of the list of recordings
+    std::exception_ptr failure; // of a thread that could not start a recording
 };

@@ -17,12 +17,12 @@ enum class ItemState {
 
 enum class SourceFate { Kept, Removed, Archived };
 
-/// What has to be mended before a failed recording can succeed.
+/// What has to be put right before a failed recording can succeed.
 enum class Blame {
     Recording, // it, or what lies at its record's name
     Memory,    // not enough of it
-    Output,    // the directory of the records: missing, not writable, its disk full
-    Archive    // the same of the archive
+    Output,    // the directory of the records: missing, not writable, or its disk full
+    Archive    // the same for the archive
 };
 
 struct BatchItem
@@ -31,7 +31,7 @@ struct BatchItem
     ItemState state = ItemState::Failed;
     QString error;                           // of a failed one: what is wrong and what to do
     const char* reason = reason::Unexpected; // of the error
-    Blame blame = Blame::Recording;          // likewise
+    Blame blame = Blame::Recording;          // of the error
     bool noRoom = false;                     // because a disk is full
     QString recordName;    // without directory and extension; may be unknown for a failed one
     QString directory;     // of the record
@@ -44,12 +44,12 @@ struct BatchItem
     SourceFate fate = SourceFate::Kept;
     double seconds = 0;
 
-    /// Makes it a failed one. word is one of reasons.h.
+    /// Marks it as failed. word is one of those in reasons.h.
     void Fail(const char* word, const QString& text);
 };
 
-/// Calls visit with each field of an item, always in the same order. As all fields are named, one that is
-/// added to BatchItem does not compile before it is added here.
+/// Calls visit with each field of an item, always in the same order. As all fields are named here, one that
+/// is added to BatchItem alone does not compile.
 template <class Item, class Visitor>
 void ForEachField(Item& item, const Visitor& visit)
 {
@@ -61,5 +61,5 @@ void ForEachField(Item& item, const Visitor& visit)
         leftOut, written, verified, fate, seconds);
 }
 
-/// The item as programs are told of it; docs/json.md lists the keys.
+/// The item as it is reported to programs; docs/json.md lists the keys.
 QJsonObject JsonOf(const BatchItem& item);

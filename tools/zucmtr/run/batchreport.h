@@ -1,4 +1,4 @@
-// What a run tells: a line or a JSON object for each recording, and a summary.
+// What a run reports: a line or a JSON object for each recording, and a summary.
 #pragma once
 
 #include "zucmtr/run/batchitem.h"
@@ -20,11 +20,11 @@ public:
     /// total is the number of all recordings of the run.
     BatchReport(ReportForm form_, bool comparesAll_, size_t total_);
 
-    /// An argument of which nothing is converted.
+    /// An argument from which nothing is converted.
     void Tell(const Refusal& refusal);
     void Tell(const BatchItem& item);
 
-    /// The counts of all that was told, if there was more than one recording.
+    /// Prints the totals, if there was more than one recording.
     void Summarise(double seconds) const;
 
     size_t Failed() const { return failed; }
@@ -41,5 +41,5 @@ private:
     size_t present = 0;
     size_t planned = 0;
     size_t failed = 0;
-    QMap<QString, QString> records; // directory and name of a record to the file that it was made of
+    QMap<QString, QString> records; // directory and name of a record to the file it was made from
 };

@@ -18,14 +18,14 @@
 
 namespace {
 
-// Words of reasons.h live as long as the program, so this one does.
+// A copy that lives as long as the program, as the words of reasons.h do.
 const char* Kept(const QByteArray& word)
 {
     static std::set<QByteArray> words;
     return words.insert(word).first->constData();
 }
 
-// A field of an item, as it goes into the stream and comes out of it.
+// Writes a field of an item to the stream, or reads it back.
 template <class Field>
 void Put(QDataStream& stream, const Field& field)
 {
@@ -73,7 +73,7 @@ bool Unpack(const QByteArray& bytes, BatchItem& item)
 {
     prctl(PR_SET_PDEATHSIG, SIGKILL);
     if (getppid() != program)
-        _exit(1); // it ended before it could be heard of
+        _exit(1); // the program had ended before the signal was asked for
     prepare();
     const QByteArray bytes = Packed(work());
     for (int at = 0; at < bytes.size();) {
@@ -122,8 +122,9 @@ BatchItem WithoutProcess(int error)
     return item;
 }
 
-// The signal by which something else than a fault of the program has ended the process: an operator, the
-// system that lacks memory, the end of a session. 0: none. A second SIGTERM or Ctrl-C makes an exit code.
+// The signal by which something other than a fault of the program has ended the process: an operator, a
+// system short of memory, the end of a session. 0: none. A second SIGTERM or Ctrl-C gives an exit code
+// instead.
 int SignalFromOutside(int status)
 {
     for (const int number : {SIGKILL, SIGTERM, SIGINT, SIGHUP, SIGQUIT}) {

@@ -23,7 +23,7 @@
 
 namespace {
 
-// How often a recording is converted in one go if it changes meanwhile.
+// How often in a row a recording is converted if it keeps changing meanwhile.
 constexpr int mostTries = 3;
 
 void FailForAMoment(BatchItem& item)
@@ -42,7 +42,7 @@ void FailBy(BatchItem& item, const Outcome& outcome)
               Tr("worker", "not converted: %1").arg(outcome.error));
 }
 
-// Whether the library may have failed because a file could not be read.
+// Whether the library may have failed because a file could not be read at that moment.
 bool MayBeTheReading(const BatchItem& item, const Outcome& outcome)
 {
     return !outcome.couldNotWrite && item.blame != Blame::Memory;
@@ -85,7 +85,7 @@ BatchItem Worker::Work(const Recording& recording)
     const Clock::time_point start = Clock::now();
     BatchItem item;
     try {
-        QStringList before; // what became of files in the tries before
+        QStringList before; // what became of files in earlier tries
         for (int tries = 1; tries <= mostTries; ++tries) {
             item = TryOnce(recording);
             if (std::strcmp(item.reason, reason::SourceChanged) != 0)
@@ -174,9 +174,9 @@ void Worker::Do(BatchItem& item, Job& job)
     }
 }
 
-// All files could be read when the work began. If the library, or the verification, could not read one of
-// them since, that is not the recording's fault: what is bad fails again, in the same words. Nothing else
-// comes of this second conversion.
+// All files could be read when the work started. If the library, or the verification, could not read one of
+// them since, that is not the recording's fault: bad content fails again, in the same words. Nothing else is
+// taken from this second conversion.
 void Worker::ConvertAgain(BatchItem& item)
 {
     Job job(item.recording.path, item.directory); // throws if a file cannot be read now
@@ -192,7 +192,7 @@ void Worker::ConvertAgain(BatchItem& item)
         FailForAMoment(item);
 }
 
-// Bytes; 0 if nothing can be said.
+// Bytes; 0 if that is unknown.
 qint64 Worker::MostRecordSize(const QString& file)
 {
     try {
@@ -202,7 +202,7 @@ qint64 Worker::MostRecordSize(const QString& file)
     }
 }
 
-// Throws ChainFiles::Unreadable if a file cannot be read now; false if its content is bad.
+// Throws ChainFiles::Unreadable if a file cannot be read at this moment; false if its content is bad.
 bool Worker::CanBeRead(const QString& file)
 {
     const ChainFiles chain(file);
@@ -238,7 +238,7 @@ void Worker::Plan(BatchItem& item)
     item.state = ItemState::Planned;
 }
 
-// The library deletes the recording as soon as it has written the record: that goes right to its place.
+// The library deletes the recording as soon as it has written the record, so that goes right to its place.
 void Worker::ConvertUnseen(BatchItem& item)
 {
     MakeDirectory(item.directory);
@@ -278,7 +278,7 @@ void Worker::MakeDirectory(const QString& directory)
         onDisk.insert(directory);
 }
 
-// Whether another recording's record has the name; the item fails then.
+// Whether the name belongs to another recording's record; the item fails then.
 bool Worker::IsForeignThere(BatchItem& item, Job& job)
 {
     const QString name = RecordName(item.recording.path);
@@ -296,7 +296,7 @@ bool Worker::TakePresent(BatchItem& item, Job& job)
     if (!IsAnythingThere(job.looked))
         return false;
     const verify::Presence presence = present.Find(item.recording.path, job.directory);
-    // Of a recording that could only be read in part nothing can be said.
+    // Nothing can be said about a recording that could only be read in part.
     item.sources = presence.examined.files;
     if (!CheckEnd(item, job) || !MayReplace(item, presence))
         return true;
@@ -350,8 +350,8 @@ bool Worker::Convert(BatchItem& item, Job& job)
     FailBy(item, outcome);
     job.isDoubtful = MayBeTheReading(item, outcome);
     try {
-        // The library's device may have taken the channel order of this recording: the verifier's takes it
-        // too.
+        // The library's device may have taken over the channel order of this recording, so the verifier's
+        // must do so too.
         if (order.verify)
             verifier.Examine(item.recording.path);
     } catch (const std::exception&) { // reported by the library already
@@ -367,7 +367,7 @@ bool Worker::Verify(BatchItem& item, Job& job)
     } catch (const std::bad_alloc&) {
         throw;
     } catch (const std::exception& error) {
-        if (!CheckUnchanged(item, job)) // then it is no wonder
+        if (!CheckUnchanged(item, job)) // a change explains the failure
             return false;
         job.mayLackRoom = true;
         job.isDoubtful = true;
@@ -378,7 +378,7 @@ bool Worker::Verify(BatchItem& item, Job& job)
     }
 }
 
-// Which files went into a record that is not compared with them.
+// Finds which files went into a record that is not compared with them.
 bool Worker::FindSources(BatchItem& item, Job& job)
 {
     const bool mayBeCut = !item.notes.isEmpty() && job.chain.Count() > 1;

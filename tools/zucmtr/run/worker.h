@@ -1,4 +1,4 @@
-// Converts one recording after the other on one device of the library, verifies the records and puts the
+// Converts recordings one after the other on one device of the library, verifies the records and puts the
 // recordings away.
 #pragma once
 
@@ -15,21 +15,21 @@ struct WorkOrder
     QString out;              // directory of the records
     bool dryRun = false;      // read the recordings, write nothing
     bool verify = true;       // compare each record with its recording
-    bool trustWriter = false; // the ini file's own deletion is allowed: records are read, not compared
+    bool trustWriter = false; // the ini file may delete recordings: records are read, not compared
     bool view = false;        // write a page beside each record
     bool removeSource = false;
     QString archive;      // directory for the recordings; empty: none
     bool sync = false;    // records are on the disk when their work is done; always where recordings go
-    bool again = false;   // convert also where the record is there already and is right
-    bool replace = false; // also the record of another recording that has the name
-    bool mirror = false;  // records and recordings lie below out and archive as the recordings do below `top`
+    bool again = false;   // convert even if the right record is already there
+    bool replace = false; // even if the name belongs to another recording's record
+    bool mirror = false;  // out and archive get the directories that the recordings have below `top`
 };
 
 /// For one thread at a time. Different workers may work at once.
 class Worker
 {
 public:
-    /// device is a device of the library, made of choice, and of this worker alone. Throws
+    /// device is a device of the library, made from choice, and used by this worker alone. Throws
     /// ConfigurationError.
     Worker(Host& host_, unsigned int device_, const DeviceChoice& choice, WorkOrder order_);
 
@@ -42,11 +42,11 @@ public:
     /// How long the ini file says to wait for a recording to be complete, milliseconds.
     unsigned int WaitTime() const { return Host::WaitTime(device); }
 
-    /// Does all that the order says with one recording. Nothing is thrown.
+    /// Does everything that the order says with one recording. Nothing is thrown.
     BatchItem Work(const Recording& recording);
 
 private:
-    // A conversion under way: the recording's files, and the record before it has its final names.
+    // A conversion in progress: the recording's files, and the record before it has its final names.
     struct Job;
 
     bool PutsAway() const { return order.removeSource || !order.archive.isEmpty(); }
@@ -80,6 +80,6 @@ private:
     const WorkOrder order;
     verify::Verifier verifier;
     verify::Verifier present; // for records that were there before
-    QSet<QString> cleaned;    // directories in which nothing of killed runs is left
-    QSet<QString> onDisk;     // directories of records whose names are, up to that of the order
+    QSet<QString> cleaned;    // directories already cleared of what killed runs left
+    QSet<QString> onDisk;     // directories of records whose names are on the disk, up to that of the order
 };

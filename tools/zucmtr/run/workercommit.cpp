@@ -1,4 +1,4 @@
-// What a worker does when a record is right: gives it its names and puts the recording away.
+// What a worker does when a record is right: it gives the record its names and puts the recording away.
 #include "text/error.h"
 #include "text/texts.h"
 #include "view/view.h"
@@ -27,7 +27,7 @@ QStringList Worker::WritePieces(Job& job, const QString& recordName, QString& pa
         pageError = Tr("worker", "'%1' is a directory").arg(job.directory + QLatin1Char('/') + page);
         return names;
     }
-    // What is no plain file is written to, when the record is in its place.
+    // If there is something other than a regular file, it is written to, once the record is in its place.
     systemfile::Identity there;
     job.pageIsBeside =
         systemfile::Identify(job.directory + QLatin1Char('/') + page, there, systemfile::Links::Kept) == 0 &&
@@ -59,7 +59,7 @@ bool Worker::Commit(BatchItem& item, Job& job)
     job.staging->Lock();
     const std::vector<systemfile::Identity> now = LookAtRecord(job.directory, item.recordName);
     const bool isKnown = item.recordName == job.lookedFor && now == job.looked;
-    if (!isKnown && IsAnythingThere(now)) { // another process has put it there
+    if (!isKnown && IsAnythingThere(now)) { // put there by another process
         BatchItem other = item;
         if (!MayReplace(other, present.Find(item.recording.path, job.directory))) {
             item = other;
@@ -99,7 +99,7 @@ void Worker::WritePageBeside(BatchItem& item) const
     item.files << page;
 }
 
-// The run that wrote the record may not have come so far.
+// The run that wrote the record may have ended before this.
 void Worker::SyncPresent(BatchItem& item)
 {
     MakeDirectory(item.directory);

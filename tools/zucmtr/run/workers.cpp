@@ -13,7 +13,7 @@
 
 namespace {
 
-// The library would delete the recording before anybody could look whether its record is right.
+// The library would delete the recording before anybody could check its record.
 void CheckDeletion(const Worker& worker, const WorkOrder& order, const DeviceChoice& choice)
 {
     if (!worker.LibraryDeletes() || !order.verify || order.trustWriter || order.dryRun)
@@ -26,7 +26,8 @@ void CheckDeletion(const Worker& worker, const WorkOrder& order, const DeviceCho
             .arg(choice.ini, choice.device));
 }
 
-// The library lists each bay that it has taken, as "BAY01: name,[text],[circuit]": that is in the log.
+// The library reports each bay that it has taken, as "BAY01: name,[text],[circuit]"; that is in the log
+// anyway.
 bool IsListOfBay(const QString& note)
 {
     static const QRegularExpression pattern(QStringLiteral("\\ABAY[0-9]+: .*,\\[.*\\],\\[.*\\]\\z"));
@@ -46,7 +47,7 @@ void ReportLoadingNotes(unsigned int device, const DeviceChoice& choice)
     Complain(lines);
 }
 
-// What concerns every recording is said once, before the first.
+// What concerns every recording is reported once, before the first.
 void WarnOfIni(const DeviceChoice& choice)
 {
     if (const std::optional<inicheck::Encoding> encoding = inicheck::IniLines(choice.ini).OtherEncoding())
@@ -57,7 +58,7 @@ void WarnOfIni(const DeviceChoice& choice)
                  finding.text);
 }
 
-// Where every record is found to be wrong, the recordings need not be read one after the other.
+// If every record is bound to be wrong, the recordings need not be read one by one.
 void CheckRecordsCanBeRight(const DeviceChoice& choice, const WorkOrder& order)
 {
     if (!order.verify || inicheck::SpoilsEveryRecord(choice.ini, choice.defaults, choice.device).empty())

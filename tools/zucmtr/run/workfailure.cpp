@@ -50,7 +50,7 @@ void FailBy(BatchItem& item, const sourcefiles::Error& error)
               text::MessageOf(error));
 }
 
-// Of the exception at hand.
+// Handles the exception that is being caught.
 void FailByKind(BatchItem& item)
 {
     try {

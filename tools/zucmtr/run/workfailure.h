@@ -4,6 +4,6 @@
 #include "text/error.h"
 #include "zucmtr/run/batchitem.h"
 
-/// Within a handler: makes the item a failed one by the exception at hand, with its reason, and whose trouble
-/// it is. The item's directory must be set. Nothing is thrown.
+/// Within a handler: marks the item as failed by the exception that is being caught, with its reason, and
+/// with what has to be put right. The item's directory must be set. Nothing is thrown.
 void FailByCurrent(BatchItem& item);

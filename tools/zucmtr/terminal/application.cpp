@@ -11,8 +11,8 @@
 
 namespace {
 
-// Takes standard error away for as long as it lives: the font library writes to it what no user of this
-// program can do anything about, as that no directory is left for its cache.
+// Closes standard error to others while it lives: the font library writes things there that no user of this
+// program can do anything about, such as a missing directory for its cache.
 class NoStandardError
 {
 public:
@@ -39,8 +39,8 @@ private:
     const int saved;
 };
 
-// While the application object is made, Qt looks for files of a session, and makes a directory for them where
-// there is no session, as for root or a service. This one goes again.
+// While the application object is made, Qt searches for files of a session, and makes a directory for them if
+// there is no session, as for root or a service. The directory is removed again.
 class OwnSession
 {
 public:
@@ -65,7 +65,7 @@ private:
     const bool wasSet;
 };
 
-// Qt asks for the fonts when it draws the first letter; here nothing else is said meanwhile.
+// Qt searches for fonts when it draws the first letter; done here, while nothing else has to be reported.
 void FindFonts()
 {
     const NoStandardError quiet;
@@ -76,7 +76,7 @@ void FindFonts()
 
 std::unique_ptr<QCoreApplication> MakeApplication(char** arguments, bool paints)
 {
-    static int count = 1; // Qt would take options of its own out of the command line
+    static int count = 1; // Qt would remove its own options from the command line
     if (!paints)
         return std::make_unique<QCoreApplication>(count, arguments);
     // This platform has no screen, no input methods and no services of a desktop. A theme would have the

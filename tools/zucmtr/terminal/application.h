@@ -1,4 +1,4 @@
-// The application object that Qt wants.
+// The application object that Qt needs.
 #pragma once
 
 #include <QCoreApplication>
@@ -6,5 +6,5 @@
 #include <memory>
 
 /// Makes it. With `paints` it can paint pictures: without a screen, a session or a desktop, whatever the
-/// environment says of them. Of the arguments it takes the program's name alone.
+/// environment says about them. It gets only the program's name from the arguments.
 std::unique_ptr<QCoreApplication> MakeApplication(char** arguments, bool paints);

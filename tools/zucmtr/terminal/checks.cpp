@@ -39,7 +39,7 @@ QString CheckedOutputDirectory(const QString& path)
     return CheckedDirectory(QStringLiteral("--out"), path);
 }
 
-// The path, or the nearest above it that is there.
+// The path, or the nearest one above it that exists.
 static QString NearestThere(QString path)
 {
     while (!QFileInfo::exists(path) && QFileInfo(path).path() != path)
@@ -81,7 +81,7 @@ void CheckLogFile(const QString& path)
 {
     const output::Target target = output::TargetOf(path);
     if (target.kind == output::Kind::Stream)
-        return; // it is opened once: a reader takes the first close for the end
+        return; // it may be opened only once: its reader takes the first close for the end
     const QFileInfo file(target.path);
     const QFileInfo directory(file.absolutePath());
     const bool usable = target.kind == output::Kind::RegularFile
@@ -107,7 +107,7 @@ QString MissingSectionText(const QString& iniPath, const QString& section)
         .arg(iniPath, section, sections.join(QLatin1String("], [")));
 }
 
-// One name for each file, whether it is there or not. Empty for what may be written to twice.
+// One name for each file, whether it exists or not. Empty for what may be written to twice.
 static QString FileOf(const QString& path)
 {
     const output::Target target = output::TargetOf(path);

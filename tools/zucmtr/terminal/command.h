@@ -17,10 +17,10 @@
 enum ExitCode {
     ExitDone = 0,   // everything asked for is done
     ExitFailed = 1, // at least one recording or file failed
-    ExitUsage = 2   // wrong usage or configuration: nothing was begun
+    ExitUsage = 2   // wrong usage or configuration: nothing was started
 };
 
-/// The work of a subcommand; gives the exit code.
+/// The work of a subcommand; returns the exit code.
 using Action = std::function<int()>;
 
 /// A value of the command line as a text.
@@ -29,7 +29,7 @@ inline QString FromUtf8(const std::string& utf8)
     return QString::fromStdString(utf8);
 }
 
-/// Settings with which a command cannot begin; the lines say what is wrong and what to do. It ends the
+/// Settings with which a command cannot start; the lines say what is wrong and what to do. It ends the
 /// program with ExitUsage.
 class ConfigurationError : public text::Error
 {
@@ -44,7 +44,7 @@ private:
     QStringList lines;
 };
 
-/// A command line that cannot be understood: the same, with a line that names the help of a command.
+/// A command line that cannot be understood: the same, with a line that points to the help of a command.
 class UsageError : public ConfigurationError
 {
 public:

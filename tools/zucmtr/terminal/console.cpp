@@ -11,7 +11,7 @@
 
 namespace {
 
-// A name or note from a recording must not steer the terminal.
+// A name or note from a recording must not control the terminal.
 QString WithoutControls(QString text)
 {
     for (QChar& character : text)
@@ -27,7 +27,7 @@ void Write(std::FILE* stream, const QString& line)
     std::fflush(stream);
 }
 
-// JSON escapes some control characters by itself; a terminal minds the others, too.
+// JSON escapes some control characters by itself; terminals also react to the others.
 QString WithEscapedControls(const QString& json)
 {
     QString text;

@@ -1,4 +1,5 @@
-// What the program says: results on standard output, all else on standard error, both always in UTF-8.
+// What the program prints: results on standard output, everything else on standard error, both always in
+// UTF-8.
 #pragma once
 
 #include <QString>
@@ -6,24 +7,26 @@
 
 class QJsonObject;
 
-/// To be called first of all. Occupies those of the standard streams that the program was started without, so
-/// that no file it opens gets what is meant for them. Writing there fails as before.
+/// To be called before anything else. Occupies those of the standard streams that are closed when the program
+/// starts, so that no file it opens gets what is meant for them. Writing there fails as before.
 void HoldStandardStreams();
 
-/// One line on standard output, at once, so that a long run shows how far it is. Control characters in the
-/// text are shown as "?".
+/// Prints one line on standard output at once, so that a long run shows its progress. Control characters in
+/// the text are shown as "?".
 void PrintLine(const QString& text);
 
-/// The object as one line on standard output, at once. Nothing in it is lost: control characters are escaped.
+/// Prints the object as one line on standard output, at once. Nothing in it is lost: control characters are
+/// escaped.
 void PrintJson(const QJsonObject& object);
 
-/// One line on standard error, after the program's name; control characters as above, line feeds too.
+/// Prints one line on standard error, after the program's name; control characters as above, and line feeds
+/// too.
 void Complain(const QString& text);
 
-/// Several lines, the first after the program's name.
+/// The same for several lines, the first after the program's name.
 void Complain(const QStringList& lines);
 
-/// False if standard output has lost something, as on a full disk.
+/// False if some output to standard output was lost, as on a full disk.
 bool OutputIsWhole();
 
 /// The text as one word of a shell command: in single quotes where it needs them.

@@ -17,7 +17,7 @@ QString ValueOf(const CLI::Option& option)
     return option.get_type_size() == 0 ? QString() : FromUtf8(option.get_type_name());
 }
 
-// In the order of the command: the parser keeps them by their addresses, which differ from run to run.
+// In the order of the command: the parser sorts them by their addresses, which differ from run to run.
 QJsonArray ExcludedBy(const CLI::Option& option, const std::vector<CLI::Option*>& options)
 {
     const std::set<CLI::Option*> excluded = option.get_excludes();

@@ -5,7 +5,7 @@
 
 namespace {
 
-// What the parser writes into the help by itself.
+// Texts that the parser itself writes into the help.
 const char* const headings[] = {
     QT_TRANSLATE_NOOP("parser", "Usage"),      QT_TRANSLATE_NOOP("parser", "OPTIONS"),
     QT_TRANSLATE_NOOP("parser", "SUBCOMMAND"), QT_TRANSLATE_NOOP("parser", "Positionals"),
@@ -39,7 +39,7 @@ std::string HelpFormat::make_option_name(const CLI::Option* option, bool isPosit
     return isPositional ? get_label(name) : name;
 }
 
-// The parser's own counts bytes.
+// The parser's own version counts bytes.
 std::string HelpFormat::make_option(const CLI::Option* option, bool isPositional) const
 {
     const auto width = static_cast<int>(get_column_width());

@@ -1,5 +1,5 @@
-// The shape of --help: the parser's, with its words in the language of the user's locale and columns that
-// stand below each other whatever the letters.
+// The layout of --help: the parser's, with its words in the language of the user's locale and columns that
+// are aligned in any alphabet.
 #pragma once
 
 #include <CLI/CLI.hpp>
@@ -22,8 +22,8 @@ QStringList FlagsOf(const CLI::Option& option);
 /// Whether the option is not meant for users: the help leaves it out, and no message suggests it.
 bool IsHidden(const CLI::Option& option);
 
-/// The name of what is to be given, as FILE or DIR, in the user's language; the name of an option stays.
+/// The name of a value, such as FILE or DIR, in the user's language; the name of an option is not translated.
 QString ShownName(const QString& name);
 
-/// Gives the groups of options and commands their headings; to be called when the commands are complete.
+/// Gives the groups of options and commands their headings; to be called when all commands are added.
 void TranslateGroups(CLI::App& app);

@@ -22,7 +22,7 @@ void Install()
 {
     struct sigaction action = {};
     action.sa_handler = OnSignal;
-    action.sa_flags = SA_RESTART; // no write of the library is to fail by it
+    action.sa_flags = SA_RESTART; // so that no write of the library fails
     sigaction(SIGINT, &action, nullptr);
     sigaction(SIGTERM, &action, nullptr);
 }

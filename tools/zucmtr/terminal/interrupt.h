@@ -1,15 +1,15 @@
-// Ctrl-C and SIGTERM: the first lets the work at hand come to its end, the second ends the program at once.
+// Ctrl-C and SIGTERM: the first signal lets the current work finish, the second ends the program at once.
 #pragma once
 
 namespace interrupt {
 
-/// Takes the signals from here on.
+/// Handles the signals from here on.
 void Install();
 
-/// Whether one has come.
+/// Whether a signal has arrived.
 bool Came();
 
-/// Number of the signal; 0 if none has come.
+/// Number of the signal; 0 if none has arrived.
 int Signal();
 
 /// The exit code of a program that a signal ended: 130 for Ctrl-C, 143 for SIGTERM.

@@ -9,7 +9,7 @@
 #include <sys/resource.h>
 #include <unistd.h>
 
-// Less than this leaves the program itself, with the libraries that it loads, without room.
+// With less than this the program itself, with the libraries that it loads, has no room.
 static constexpr uint64_t SmallestLimit = uint64_t{128} << 20;
 
 static uint64_t ThreeQuartersOfMemory()

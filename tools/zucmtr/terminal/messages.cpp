@@ -44,14 +44,14 @@ Store& TheStore()
             std::rethrow_exception(std::current_exception());
     } catch (const std::exception& error) {
         End(text::MessageOf(error), ExitFailed);
-    } catch (...) { // of a kind that says nothing
+    } catch (...) { // of a type without a text
     }
     End(QStringLiteral("std::terminate"), ExitFailed);
 }
 
 void Note(const QString& text)
 {
-    thread_local bool isNoting = false; // writing the log may itself have Qt say something
+    thread_local bool isNoting = false; // writing the log may itself cause a message of Qt
     if (isNoting)
         return;
     isNoting = true;

@@ -14,7 +14,7 @@
 
 namespace {
 
-// The parser's own texts, with what varies as %1 and %2, and what is said instead.
+// The parser's own texts, with what varies as %1 and %2, and the texts that replace them.
 struct OwnText
 {
     const char* parser;
@@ -131,7 +131,7 @@ QString UnknownCommandText(const CLI::App& app, const QString& word)
 
 QString ParseErrorText(const CLI::App& app, const CLI::ParseError& error)
 {
-    // A slip in the name of an option comes first: what else is wrong may come of it.
+    // A misspelt option comes first: other errors may follow from it.
     QString unexpected = UnexpectedText(app);
     if (!unexpected.isEmpty())
         return unexpected;
@@ -148,7 +148,7 @@ QString ParseErrorText(const CLI::App& app, const CLI::ParseError& error)
 
 QString SlipText(const CLI::App& app, const QStringList& arguments)
 {
-    // The help of the program would be printed for it, if it is asked for.
+    // Without this, the help of the program would be printed if it is asked for.
     if (!arguments.isEmpty() && !arguments.first().startsWith(QLatin1Char('-')) &&
         !CommandNames(app).contains(arguments.first()))
         return UnknownCommandText(app, arguments.first());

@@ -1,4 +1,4 @@
-// What is wrong with a command line, in the language of the user's locale, and what may have been meant.
+// What is wrong with a command line and what was probably meant, in the language of the user's locale.
 #pragma once
 
 #include <QString>
@@ -9,12 +9,13 @@ class App;
 class ParseError;
 } // namespace CLI
 
-/// Why the parser has refused the command line; app is as the parser left it.
+/// Why the parser has refused the command line; app must be as the parser left it.
 QString ParseErrorText(const CLI::App& app, const CLI::ParseError& error);
 
-/// Says that there is no such command, which one may be meant, or which ones there are.
+/// Says that there is no such command, and which one may be meant or which ones there are.
 QString UnknownCommandText(const CLI::App& app, const QString& word);
 
-/// Says which of the arguments is a slip that the parser would take for something else: "--out=", whose value
-/// would be the next argument, and "-out", which would be -o with the value "ut". Empty if there is none.
+/// Says which of the arguments is a mistake that the parser would take for something else: "--out=", whose
+/// value would be the next argument, and "-out", which would be -o with the value "ut". Empty if there is
+/// none.
 QString SlipText(const CLI::App& app, const QStringList& arguments);

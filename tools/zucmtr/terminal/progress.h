@@ -1,4 +1,4 @@
-// A bar on standard error that tells how far a run is, if that is a terminal.
+// A progress bar on standard error, if that is a terminal.
 #pragma once
 
 #include <QString>
@@ -9,22 +9,22 @@
 /// Seconds as 0:07, 12:05 or 3:00:00.
 QString DurationText(double seconds);
 
-/// The bar's text for a terminal of so many columns: done and total, rate, remaining time.
+/// The bar's text for a terminal with this number of columns: done and total, rate, remaining time.
 QString ProgressText(size_t done, size_t total, double seconds, int columns);
 
 class Progress
 {
 public:
-    /// total of what is to be done. Shows nothing unless it is wanted and standard error is a terminal.
+    /// total: how much is to be done. Shows nothing unless it is wanted and standard error is a terminal.
     Progress(size_t total_, bool wanted);
     ~Progress();
     Progress(const Progress&) = delete;
     Progress& operator=(const Progress&) = delete;
 
-    /// Shows how much is done; ten times a second at most.
+    /// Shows how much is done; at most ten times a second.
     void Show(size_t done);
 
-    /// Takes the bar away, for a line of text or for good.
+    /// Removes the bar, to make room for a line of text or for good.
     void Hide();
 
 private:

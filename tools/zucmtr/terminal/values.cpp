@@ -22,7 +22,7 @@ bool Parse(const std::string& text, NumberType& number)
     return result.ec == std::errc() && result.ptr == end;
 }
 
-// Bytes of a text such as "800M"; false if it is none.
+// The number of bytes in a text such as "800M"; false if it is no size.
 bool ParseSize(const QString& text, uint64_t& bytes)
 {
     static const QString units = QStringLiteral("KMGTPE");
@@ -38,7 +38,8 @@ bool ParseSize(const QString& text, uint64_t& bytes)
     return fits;
 }
 
-// A validator carries nothing else that the help does not show: its name holds the words after this mark.
+// The words to offer are stored in the validator's name, after this mark: it is the only field that the help
+// does not show.
 const char* const offered = "offered: ";
 
 std::string NameWith(const std::vector<std::string>& words)
@@ -111,7 +112,7 @@ CLI::Validator Offer(const std::vector<std::string>& words)
 
 QStringList OfferedWords(CLI::Option& option)
 {
-    // The parser does not say how many validators there are; the one after the last is an exception.
+    // The parser does not say how many validators there are; asking for one too many throws.
     try {
         for (int i = 0;; ++i) {
             const QString name = FromUtf8(option.get_validator(i)->get_name());

@@ -1,5 +1,4 @@
-// Values of options: which ones are taken, and what is said of the others. The texts say what to give
-// instead.
+// Values of options: which ones are accepted, and the texts for all others, which say what to give instead.
 #pragma once
 
 #include <CLI/CLI.hpp>
@@ -34,8 +33,8 @@ QStringList OfferedWords(CLI::Option& option);
 /// Bytes, with a K, M, G, T, P or E of 1024 and its powers; to be given as transform(), for an uint64_t.
 CLI::Validator Size();
 
-/// Has the options and arguments of all commands refuse an empty value, as of a shell variable that is not
-/// set: taken for an option that is left out, it would do something else than was meant.
+/// Has the options and arguments of all commands refuse an empty value, as from a shell variable that is not
+/// set: treated as an option left out, it would do something other than what was meant.
 void RefuseEmpty(CLI::App& app);
 
 } // namespace values

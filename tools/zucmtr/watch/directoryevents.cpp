@@ -10,7 +10,7 @@
 
 namespace {
 
-// Writing alone is not asked for: a recording that grows would have the directories scanned all the time.
+// Writing alone is not watched: a growing recording would cause the directories to be scanned all the time.
 // Permissions are, as a file that could not be read may be readable now.
 constexpr uint32_t events = IN_CREATE | IN_DELETE | IN_MOVED_FROM | IN_MOVED_TO | IN_ATTRIB | IN_DELETE_SELF |
                             IN_MOVE_SELF | IN_ONLYDIR;
@@ -19,8 +19,8 @@ constexpr uint32_t events = IN_CREATE | IN_DELETE | IN_MOVED_FROM | IN_MOVED_TO 
 
 DirectoryEvents::DirectoryEvents() : queue(inotify_init1(IN_CLOEXEC | IN_NONBLOCK)) {}
 
-// The system gives a directory that is watched already the same number again. So this also finds that another
-// directory has taken the name of one.
+// The system gives a directory that is already watched the same number again. So this also notices when
+// another directory has taken the name of one.
 bool DirectoryEvents::Watch(const QStringList& directories)
 {
     unwatched = 0;
@@ -36,7 +36,8 @@ bool DirectoryEvents::Watch(const QStringList& directories)
         if (number >= 0) {
             fresh = fresh || !watches.contains(number);
             now.insert(number);
-        } else if (errno == ENOSPC || errno == ENOMEM) { // others, as that it is gone, the scan reports
+        } else if (errno == ENOSPC ||
+                   errno == ENOMEM) { // other failures, such as a missing directory, are reported by the scan
             ++unwatched;
         }
     }
@@ -57,7 +58,7 @@ bool DirectoryEvents::Wait(std::chrono::milliseconds time)
     while (size > 0) {
         for (ssize_t at = 0; at < size;) {
             const auto* event = reinterpret_cast<const inotify_event*>(buffer.data() + at);
-            heard = heard || (event->mask & IN_IGNORED) == 0; // that of a watch which was given up
+            heard = heard || (event->mask & IN_IGNORED) == 0; // the last event of a watch that was removed
             at += static_cast<ssize_t>(sizeof(inotify_event) + event->len);
         }
         size = read(queue.Number(), buffer.data(), buffer.size());

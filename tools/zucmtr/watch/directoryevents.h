@@ -1,5 +1,5 @@
-// Hears from the system (inotify) when something happens in directories. The system limits how many
-// directories it watches; of the others nothing is heard.
+// Notices through the system (inotify) that something happens in directories. The system limits how many
+// directories it watches; events in the others go unnoticed.
 #pragma once
 
 #include "zucmtr/files/systemfile.h"
@@ -15,13 +15,13 @@ public:
     DirectoryEvents();
 
     /// Watches these directories and no others. True if one of them was not watched before: what happened in
-    /// it until now was not heard.
+    /// it until now went unnoticed.
     bool Watch(const QStringList& directories);
 
-    /// How many of them the system does not watch, as its limit is reached.
+    /// How many of them the system does not watch because its limit is reached.
     int Unwatched() const { return unwatched; }
 
-    /// Waits until something happens, a signal comes or the time is over. True if something has happened.
+    /// Waits until something happens, a signal arrives or the time is over. True if something has happened.
     bool Wait(std::chrono::milliseconds time);
 
 private:

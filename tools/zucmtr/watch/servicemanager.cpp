@@ -13,7 +13,7 @@ namespace servicemanager {
 
 namespace {
 
-// A manager that does not listen is no failure of the program.
+// If the manager does not listen, that is no failure of the program.
 void Send(const QByteArray& message)
 {
     const QByteArray name = qgetenv("NOTIFY_SOCKET");

@@ -1,6 +1,6 @@
-// What the service manager (systemd) is told of the program: that it has started, what it does, that it ends.
-// The protocol is a line of text to a socket that the environment names, so it needs no library. Without such
-// a socket nothing happens.
+// Reports the state of the program to the service manager (systemd): that it has started, what it is doing,
+// that it is ending. The protocol is a line of text to a socket that the environment names, so it needs no
+// library. Without such a socket nothing happens.
 #pragma once
 
 #include <QString>
@@ -10,7 +10,7 @@ namespace servicemanager {
 void Ready();
 void Stopping();
 
-/// One line for people, which 'systemctl status' shows. The same line again is not sent.
+/// One line for people, which 'systemctl status' shows. The same line is not sent twice in a row.
 void SetStatus(const QString& text);
 
 } // namespace servicemanager

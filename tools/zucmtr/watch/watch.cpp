@@ -22,31 +22,30 @@ using watchevents::Tell;
 
 namespace {
 
-// A recording whose process somebody else has ended so often is given up: it may be the one that takes all
+// A recording is given up when its process was killed from outside so often: it may be the one that takes all
 // the memory.
 constexpr int killsBorne = 16;
 
-// After the program came so often to no end of a recording, a process of its own shows whether that is the
-// recording's fault. The power, the system or somebody else may have ended the program as well.
+// If the program ended so often while it worked on a recording, a separate process shows whether that is the
+// recording's fault. A power failure, the system or somebody else may have ended the program as well.
 constexpr int endsBorne = 2;
 
 // A run with --once ends after so many recordings in a row for which there was no room.
 constexpr int troublesBorne = 2;
 
-constexpr std::chrono::milliseconds troublePause{500}; // between two looks at it, at least
+constexpr std::chrono::milliseconds troublePause{500}; // the shortest time between two checks of it
 
 double Seconds(std::chrono::milliseconds time)
 {
     return std::chrono::duration<double>(time).count();
 }
 
-// What is reported of a recording, without what the kind of the event says.
 bool Has(const BatchItem& item, const char* reason)
 {
     return item.state == ItemState::Failed && qstrcmp(item.reason, reason) == 0;
 }
 
-// Whether the process of its own did not come to an end with it.
+// Whether the recording's own process ended before the work was done.
 bool HasCutOff(const BatchItem& item)
 {
     return Has(item, reason::NeverEnded) || Has(item, reason::ProcessKilled);
@@ -132,7 +131,7 @@ void Watch::Look()
     for (auto one = waiting.begin(); one != waiting.end();)
         one = there.contains(one.key()) ? std::next(one) : waiting.erase(one);
     input.Looked();
-    MayWork(); // or nobody would hear of trouble before a recording comes
+    MayWork(); // otherwise trouble would go unnoticed until a recording comes
 }
 
 void Watch::Observe(const Chain& chain)
@@ -154,7 +153,7 @@ void Watch::Observe(const Chain& chain)
     Expect(chain);
 }
 
-// One that failed may succeed with other permissions.
+// A recording that failed may succeed with other permissions.
 void Watch::ObserveAgain(Waiting& one, const Fingerprint& now) const
 {
     if (one.failures > 0 && one.fingerprint.access != now.access) {
@@ -175,13 +174,13 @@ void Watch::Expect(const Chain& chain)
     one.isDoubtful = unended > 0;
     one.kills = kills;
     if (!order.once && failures > 0)
-        one.failures = std::min(failures, order.attempts - 1); // one attempt at least
+        one.failures = std::min(failures, order.attempts - 1); // at least one more attempt
     if (!order.once && failures + one.kills > 0)
         one.due += PauseAfter(std::min(std::max(failures, one.kills), order.attempts));
     waiting.insert(path, one);
 }
 
-// Those that may bring the program down, or find no room again, come last.
+// Recordings that may bring the program down, or find no room again, come last.
 QStringList Watch::Due() const
 {
     const Clock::time_point now = Clock::now();
@@ -214,7 +213,7 @@ void Watch::CheckPlaces() const
         CheckPlace(reason::ArchiveUnusable, QStringLiteral("--archive"), order.archive);
 }
 
-// Whether it would meet any other recording, too. What is wrong with one directory below --out or --archive
+// Whether it would affect any other recording, too. What is wrong with one directory below --out or --archive
 // concerns its own recordings alone.
 bool Watch::IsTrouble(const BatchItem& item) const
 {
@@ -230,7 +229,7 @@ bool Watch::IsTrouble(const BatchItem& item) const
     }
 }
 
-// Whether what a recording needs besides itself is there; what is not is trouble.
+// Whether what a recording needs besides itself is there; if not, that is trouble.
 bool Watch::MayWork()
 {
     const bool borne = order.once && troublesInRow > 0 && troublesInRow < troublesBorne;
@@ -241,7 +240,7 @@ bool Watch::MayWork()
         journal.Flush();
     } catch (const WatchPlaceError& error) {
         trouble.Meet(error.word, text::MessageOf(error), WatchTrouble::Cure::Look);
-        troublesInRow = troublesBorne; // nothing can be begun
+        troublesInRow = troublesBorne; // nothing can be started
         return false;
     } catch (const WatchJournal::Unwritable& error) {
         trouble.Meet(reason::JournalNotWritten, text::MessageOf(error), WatchTrouble::Cure::Look);
@@ -252,7 +251,7 @@ bool Watch::MayWork()
     return true;
 }
 
-// The recordings that met it may be gone. Those that wait for a reason of their own say nothing of it.
+// The recordings that met the trouble may be gone. Those that wait for a reason of their own prove nothing.
 void Watch::LeaveTrouble()
 {
     const bool isWaitedFor = std::any_of(waiting.begin(), waiting.end(), [](const Waiting& one) {
@@ -262,7 +261,7 @@ void Watch::LeaveTrouble()
         trouble.NobodyWaits();
 }
 
-// It may have grown while others were converted, or be gone. While it cannot be looked at it is not begun.
+// It may have grown while others were converted, or be gone. While that is unknown, it is not converted.
 bool Watch::IsAsItWas(const QString& path)
 {
     Waiting& one = waiting[path];
@@ -297,7 +296,7 @@ bool Watch::IsAsItWas(const QString& path)
 
 BatchItem Watch::WorkSafely(const Waiting& one)
 {
-    // The one that was just begun counts, too.
+    // The current attempt counts, too.
     if (journal.CountsOf(one.recording.path, one.fingerprint).unended <= endsBorne)
         return worker.Work(one.recording);
     BatchItem item =
@@ -357,7 +356,7 @@ void Watch::Finish(Waiting& one, const BatchItem& item)
     waiting.remove(path);
 }
 
-// The journal knows it in memory, and writes it when it can.
+// The journal keeps it in memory, and writes it when it can.
 void Watch::Remember(const std::function<void()>& note)
 {
     try {
@@ -367,7 +366,7 @@ void Watch::Remember(const std::function<void()>& note)
     }
 }
 
-// A run with --once tries it no more, but may still have room for another recording.
+// A run with --once does not try it again, but may still have room for another recording.
 void Watch::Postpone(Waiting& one, const BatchItem& item)
 {
     const QString path = one.recording.path;
@@ -380,7 +379,7 @@ void Watch::Postpone(Waiting& one, const BatchItem& item)
         FailForThisRun(path, item);
 }
 
-// The next run tries it as if nothing had been.
+// The next run tries it as if nothing had happened.
 void Watch::FailForThisRun(const QString& path, const BatchItem& item)
 {
     QJsonObject object = JsonOf(item);
@@ -404,8 +403,8 @@ void Watch::Fail(Waiting& one, const BatchItem& item)
     int& count = isKilled ? one.kills : one.failures;
     ++count;
     const bool isLast = count >= (isKilled ? killsBorne : order.attempts);
-    // What lacks memory now may have it when others have ended, and a directory may be mended without a
-    // change of the recording: that is tried on and on.
+    // What lacks memory now may have it when other programs have ended, and a directory may be put right
+    // without a change to the recording: such recordings are tried again and again.
     const bool isGivenUp = isLast && (order.once || item.blame == Blame::Recording);
     Remember([&] {
         if (isGivenUp)
@@ -434,12 +433,12 @@ std::chrono::milliseconds Watch::PauseAfter(int failures) const
     return order.retryAfter * (1 << std::min(failures - 1, 16));
 }
 
-// Until a recording is due, it is time to look into the directories, or a signal has come.
+// Waits until a recording is due, it is time to scan the directories, or a signal has arrived.
 void Watch::Sleep()
 {
     Clock::time_point end = input.NextLook();
     const bool waits = trouble.IsOn() && !order.once;
-    // What shows that the trouble is over may need a recording that is not due: it is no reason to hurry.
+    // To show that the trouble is over, a recording may be needed that is not due yet: no reason to hurry.
     const Clock::time_point next = std::max(trouble.Next(), Clock::now() + troublePause);
     if (waits)
         end = std::min(end, next);

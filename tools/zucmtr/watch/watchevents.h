@@ -1,4 +1,4 @@
-// What 'zucmtr watch' prints: one JSON object and line an event; docs/json.md lists them.
+// What 'zucmtr watch' prints: one JSON object per line for each event; docs/json.md lists them.
 #pragma once
 
 #include <QJsonObject>

@@ -18,15 +18,15 @@
 
 namespace {
 
-constexpr std::chrono::milliseconds longestWait{200}; // a signal may come just before
+constexpr std::chrono::milliseconds longestWait{200}; // a signal may arrive just before the wait
 
-// A scan of very many files takes long: so many times as long nothing is scanned afterwards, at least. The
-// long rest is a share of the processor well below 5 %; the short one holds while recordings come, and for
-// the first thing that is heard.
+// A scan of very many files takes long; afterwards nothing is scanned for at least so many times as long. The
+// long rest keeps the use of the processor well below 5 %; the short one applies while recordings come, and
+// for the first event noticed.
 constexpr int shortRest = 4;
 constexpr int longRest = 40;
 
-// So many of a kind are reported one by one; more of them in one event with some examples.
+// Up to so many of a kind are reported one by one; more of them as one event with some examples.
 constexpr int mostSingle = 3;
 
 QString Normalised(const QString& path)
@@ -66,7 +66,7 @@ std::vector<Chain> WatchInput::Look()
     changed = false;
     Scan scan = ScanDirectories(order.directories, order.recursive, order.excluded);
     if (events.Watch(scan.directories))
-        changed = true; // what came after the scan and before the watch, only another scan finds
+        changed = true; // only another scan finds what came after the scan and before the watch
     const QByteArray now = StateOf(scan);
     isNew = now != state;
     state = now;
@@ -99,7 +99,7 @@ bool WatchInput::NeedsAnotherLook() const
            std::any_of(orphans.begin(), orphans.end(), [](const Orphan& orphan) { return !orphan.isTold; });
 }
 
-// In the spelling of the command line.
+// Spelt as on the command line.
 QString WatchInput::AsGiven(const QString& path) const
 {
     for (const QString& directory : order.directories) {
@@ -110,7 +110,7 @@ QString WatchInput::AsGiven(const QString& path) const
     return path;
 }
 
-// The way to a directory from the one that is watched; there are the same ways in the archive.
+// The path from the watched directory to this one; the archive has the same path.
 QString WatchInput::BelowOf(const QString& directory) const
 {
     for (const QString& top : order.directories) {
@@ -178,7 +178,7 @@ void WatchInput::TellOrphans(const QStringList& directories)
     orphans = now;
 }
 
-// Files that are copied one after the other may come in any order.
+// Files that are copied one after the other may arrive in any order.
 void WatchInput::ObserveOrphan(const QString& path, QHash<QString, Orphan>& now) const
 {
     systemfile::Identity file;
@@ -202,7 +202,7 @@ void WatchInput::ObserveOrphan(const QString& path, QHash<QString, Orphan>& now)
     now.insert(path, orphan);
 }
 
-// What is left of the recordings of a directory.
+// Recovers what was left of the recordings of a directory.
 sourcefiles::Recovered WatchInput::TakeUpLeft(const QString& directory) const
 {
     sourcefiles::Recovered left = sourcefiles::Recover(directory);

@@ -1,5 +1,5 @@
-// The watched directories: when they are scanned, and what the scan reports besides recordings - what cannot
-// be read, continuation files without a first file, files that a killed run has left.
+// The watched directories: when they are scanned, and what the scan reports besides recordings: what cannot
+// be read, continuation files without a first file, files left by a killed run.
 #pragma once
 
 #include "zucmtr/files/asidefiles.h"
@@ -23,23 +23,26 @@ public:
 
     bool IsTimeToLook() const;
 
-    /// Scans the directories, and prints what has come to be reported. The recordings that are there.
+    /// Scans the directories, and reports what is new besides recordings. Returns the recordings that are
+    /// there.
     std::vector<Chain> Look();
 
-    /// To be called when what Look gave is dealt with: how long it rests depends on how long that took.
+    /// To be called when everything that Look returned is dealt with: the pause before the next scan depends
+    /// on how long that took.
     void Looked();
 
-    /// Waits until something happens in the directories, a signal comes, or it is that time; not long.
+    /// Waits until something happens in the directories, a signal arrives, or that time is reached; not for
+    /// long.
     void Wait(Clock::time_point until);
 
-    /// When the directories are scanned in any case.
+    /// When the directories will be scanned in any case.
     Clock::time_point NextLook() const;
 
     /// Whether every directory and name could be read.
     bool IsWhole() const { return unreadable.isEmpty(); }
 
-    /// Whether another scan has to come: files got their names back, or a continuation file is not reported
-    /// yet, as its first file may still come.
+    /// Whether another scan is needed: files got their names back, or a continuation file is not reported
+    /// yet, as its first file may still arrive.
     bool NeedsAnotherLook() const;
 
 private:
@@ -48,7 +51,7 @@ private:
     {
         std::int64_t size = 0;
         std::int64_t modified = 0;
-        Clock::time_point due; // when it has stayed as it is for long enough to be reported
+        Clock::time_point due; // when it has been unchanged long enough to be reported
         bool isTold = false;
     };
 
@@ -64,16 +67,16 @@ private:
     const WatchOrder& order;
     DirectoryEvents events;
     bool isFirst = true;
-    bool changed = false;  // something was heard
+    bool changed = false;  // an event was noticed
     bool hasHeard = false; // before the last scan
     bool isBack = false;   // files got their names back
-    bool isNew = false;    // the last scan found what the one before had not
+    bool isNew = false;    // the last scan found something that the one before had not
     QByteArray state;      // of what the last scan found
     Clock::time_point start{};
-    Clock::time_point lookAgain{}; // not before, whatever has changed
-    Clock::time_point rescan{};    // then in any case
+    Clock::time_point lookAgain{}; // no scan before this, whatever has changed
+    Clock::time_point rescan{};    // a scan in any case then
     QSet<QString> unreadable;
-    QMap<QByteArray, int> unreadableTold; // how many of a reason there were when that was told
+    QMap<QByteArray, int> unreadableTold; // how many there were of a reason when it was last reported
     bool isUnwatchedTold = false;
     QHash<QString, Orphan> orphans;
 };

@@ -18,7 +18,7 @@ constexpr int64_t nanosecondsOfMillisecond = 1000000;
 class Fingerprints
 {
 public:
-    // 0, or the errno of the failure; what is no regular file counts as not there.
+    // Returns 0, or the errno of the failure; anything but a regular file counts as missing.
     int Add(const QString& path)
     {
         systemfile::Identity file;
@@ -54,7 +54,7 @@ bool IsGone(int error)
     return error == ENOENT || error == ENOTDIR;
 }
 
-// The directories that are there. One may be gone for a while, as with a network.
+// The directories that exist. One may be gone for a while, as on a network.
 QStringList Present(const QStringList& directories, Scan& scan)
 {
     QStringList present;
@@ -71,7 +71,7 @@ QStringList Present(const QStringList& directories, Scan& scan)
 
 } // namespace
 
-// A file that cannot be looked at for a while is neither gone nor another one.
+// A file that cannot be checked for a while is neither gone nor another one.
 Fingerprint FingerprintOf(const QString& firstFile)
 {
     Fingerprints fingerprints;

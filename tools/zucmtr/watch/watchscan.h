@@ -1,4 +1,4 @@
-// What lies in the watched directories: recordings with all their files.
+// What is in the watched directories: recordings with all their files.
 #pragma once
 
 #include "zucmtr/host/recordinglist.h"
@@ -8,24 +8,24 @@
 
 #include <vector>
 
-/// The state of a recording's files. Nothing in it comes from their content.
+/// The state of a recording's files. Nothing in it is computed from their content.
 struct Fingerprint
 {
     enum class State {
         There,
         Gone,   // the first file
-        Unknown // one of the files could not be looked at, now; print and access are empty
+        Unknown // one of the files could not be checked just now; print and access are empty
     };
     State state = State::Unknown;
-    QByteArray print;  // of names, sizes and times of change: another one if the recording may be another
-    QByteArray access; // of modes and times of the last change to them: another one if it may be readable now
+    QByteArray print;  // of names, sizes and times of change: differs if the recording may have changed
+    QByteArray access; // of modes and the times they changed: differs if the files may be readable now
     QByteArray modes;  // of modes alone
 };
 
-/// The fingerprint of a recording as it lies there now.
+/// The fingerprint of a recording as it is now.
 Fingerprint FingerprintOf(const QString& firstFile);
 
-/// A recording as it lies there now.
+/// A recording as it is now.
 struct Chain
 {
     Recording recording;
@@ -35,9 +35,9 @@ struct Chain
 struct Scan
 {
     std::vector<Chain> chains;       // by path; not those that are gone again
-    QStringList directories;         // that were looked into, absolute
-    std::vector<Refusal> unreadable; // directories, and recordings whose names no program text can hold
+    QStringList directories;         // that were scanned, absolute
+    std::vector<Refusal> unreadable; // directories, and recordings whose names are not valid text
 };
 
-/// Looks through the directories, with `recursive` also below them, but not into the excluded ones.
+/// Scans the directories, with `recursive` also those below them, but not the excluded ones.
 Scan ScanDirectories(const QStringList& directories, bool recursive, const QStringList& excluded);

@@ -1,5 +1,6 @@
-// Trouble of the service itself, by no fault of a recording: a directory that is gone, a disk that is full, a
-// journal that cannot be written. It is reported once, then waited for; no recording is charged with it.
+// Trouble of the service itself, through no fault of a recording: a directory that is gone, a disk that is
+// full, a journal that cannot be written. It is reported once, then waited for; no recording is blamed for
+// it.
 #pragma once
 
 #include "text/error.h"
@@ -15,24 +16,24 @@ public:
 
     /// What shows that a trouble is over.
     enum class Cure {
-        Look, // its cause can be looked at
+        Look, // its cause can be checked
         Work  // only a recording that succeeds, or that none is left to try
     };
 
-    /// The first pause; it is doubled up to a minute, or to itself if it is longer.
+    /// The first pause; pauses double up to a minute, or stay at the first one if that is longer.
     explicit WatchTrouble(std::chrono::milliseconds firstPause_);
 
-    /// Prints the event, and a line on standard error, unless the trouble of this word is known. The next try
-    /// is after a pause. file: the recording that met it, if there was one.
+    /// Prints the event, and a line on standard error, unless the trouble of this word is already known. The
+    /// next try comes after a pause. file: the recording that met it, if there was one.
     void Meet(const char* word, const QString& text, Cure cure, const QString& file = QString());
 
-    /// What was looked at is good again.
+    /// What was checked is in order again.
     void Looked();
 
     /// A recording succeeded.
     void Worked();
 
-    /// No recording is left that could show it: that is for the next one that comes.
+    /// No recording is left that could show whether it is over: that is left to the next one that comes.
     void NobodyWaits();
 
     bool IsOn() const { return on; }
@@ -53,12 +54,13 @@ private:
     Clock::time_point next{};
 };
 
-/// Throws WatchPlaceError if a directory that is written to is gone or cannot be written to, now. option:
-/// that which names it.
+/// A directory that is written to and is missing, or cannot be written to at the moment.
 class WatchPlaceError : public text::Error
 {
 public:
     WatchPlaceError(const char* word_, const QString& sentence) : text::Error(sentence), word(word_) {}
     const char* const word; // of reasons.h
 };
+
+/// Throws WatchPlaceError for such a directory. option: the option that names it.
 void CheckPlace(const char* word, const QString& option, const QString& directory);
