@@ -51,6 +51,9 @@ public:
     void Send(int number) const;
     bool HasEnded();
 
+    /// Its number in the system.
+    qint64 Process() const { return process.processId(); }
+
     /// Its exit code; -1 while it runs and if a signal ended it.
     int Code() const;
 

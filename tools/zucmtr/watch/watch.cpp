@@ -68,8 +68,6 @@ bool Watch::Run()
         TellStatus();
         if (order.once && IsDone())
             break;
-        if (journal.IsLong())
-            journal.Compact();
         Sleep();
     }
     servicemanager::Stopping();
@@ -90,7 +88,7 @@ void Watch::Start()
     servicemanager::Ready();
     if (order.retryGivenUp)
         journal.ForgetGivenUp();
-    journal.Compact();
+    journal.ForgetGone();
     Staging::RemoveLeft(order.out);
 }
 
