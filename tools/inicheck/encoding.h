@@ -22,8 +22,7 @@ std::optional<Encoding> OtherEncodingOf(const QByteArray& bytes);
 /// The same for the file at path; none if it cannot be read.
 std::optional<Encoding> OtherEncodingOf(const QString& path);
 
-/// What the converter makes of a file in this encoding and how to rewrite it; to be shown after the file's
-/// path.
+/// What the converter makes of a file in this encoding and how to rewrite it; goes after the file's path.
 QString EncodingText(const Encoding& encoding);
 
 } // namespace inicheck

@@ -81,7 +81,6 @@ QString OutDirectory(const ConvertOptions& options)
     return CheckedOutputDirectory(out);
 }
 
-// Whether the records go into directories that mirror those of the recordings.
 bool Mirrors(const ConvertOptions& options)
 {
     return options.recursive && !options.flat;

@@ -316,8 +316,7 @@ void AsideFiles::LookAgain() const
 
 void AsideFiles::RemoveFirst()
 {
-    // From here on, if the first file is gone, what is left of the others belongs to a recording that was put
-    // away.
+    // From here on, if the first file is gone, what is left of the others was put away.
     for (size_t number = 1; number < files.size(); ++number) {
         const QString path = AsideName::PathOf(files[number].own, token, true);
         const int error = systemfile::RenameToOwn(files[number].aside, path);

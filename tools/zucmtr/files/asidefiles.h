@@ -77,8 +77,7 @@ struct Recovered
 };
 
 /// Gives files that a killed program left aside in a directory their names back. If a name is taken by now,
-/// the files of that recording get other names, with a note. Files that a running program holds stay as they
-/// are.
+/// the files of that recording get other names, with a note. Files that a running program holds stay.
 Recovered Recover(const QString& directory);
 
 /// The same for all directories that hold recordings of a command line: those given, those of files that are

@@ -244,7 +244,7 @@ int ChainFiles::CompareContent(size_t number, bool& same) const
 
 int ChainFiles::CompareContent(size_t number, const systemfile::Descriptor& copy, bool& same) const
 {
-    systemfile::Print print;
+    systemfile::Fingerprint fingerprint;
     const int error = systemfile::ReadThrough(copy, print);
     same = print == files[number].print;
     return error;

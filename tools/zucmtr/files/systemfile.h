@@ -53,8 +53,8 @@ int Identify(const Descriptor& file, Identity& identity);
 /// Whether the name is in use, even by a link that leads nowhere. If that is unknown, it counts as taken.
 bool IsTaken(const QString& path);
 
-/// The names in a directory, sorted, without "." and ".."; none if it cannot be read. Names that are not
-/// valid text come out altered.
+/// The names in a directory, sorted, without "." and ".."; none if it cannot be read. Names that are not text
+/// come out altered.
 QStringList NamesIn(const QString& directory);
 
 /// Opens for reading and never waits for the other end of a pipe. Not open on failure, with errno.
@@ -95,8 +95,7 @@ void Unlock(const Descriptor& file);
 /// abandoned an hour after its last change.
 bool TakeAbandoned(const QString& path, Descriptor& held);
 
-/// Has the system write a file, or the names in a directory, to the disk. Returns 0, or the errno of the
-/// failure.
+/// Has the system write a file, or the names in a directory, to the disk. Returns 0 or errno.
 int Sync(const QString& path);
 int Sync(const Descriptor& file);
 

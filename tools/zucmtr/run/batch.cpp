@@ -112,8 +112,7 @@ Batch::Task* Batch::Take(const Worker& worker)
     return task;
 }
 
-// Whether no earlier recording that is being worked on may have the same place. If a place is unknown, it may
-// be any.
+// Whether no earlier recording that is being worked on may have the same place. An unknown place may be any.
 bool Batch::IsItsTurn(const Task& task) const
 {
     return std::all_of(begun.begin(), begun.end(), [&](const Task& other) {

@@ -350,8 +350,7 @@ bool Worker::Convert(BatchItem& item, Job& job)
     FailBy(item, outcome);
     job.isDoubtful = MayBeTheReading(item, outcome);
     try {
-        // The library's device may have taken over the channel order of this recording, so the verifier's
-        // must do so too.
+        // The library's device may have taken this recording's channel order, so the verifier's must take it.
         if (order.verify)
             verifier.Examine(item.recording.path);
     } catch (const std::exception&) { // reported by the library already
