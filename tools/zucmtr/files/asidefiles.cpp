@@ -298,7 +298,7 @@ void AsideFiles::Look(size_t number)
         ThrowChanged(Tr("sources", "'%1' changed after it was read").arg(file.own));
 }
 
-void AsideFiles::LookAgain() const
+void AsideFiles::CheckAgain() const
 {
     for (size_t number = 0; number < files.size(); ++number) {
         const AsideFile& file = files[number];

@@ -40,7 +40,7 @@ public:
 
     /// Checks once more that nobody writes to the files or has changed them since Move, as copying them may
     /// have taken time. Throws Error, with files aside.
-    void LookAgain() const;
+    void CheckAgain() const;
 
     /// Removes the first file for good. There is no way back from then on: Recover removes what is left of
     /// the others. If it throws Error, all files are there.

@@ -82,7 +82,7 @@ private:
         Identity name;
         Identity file;
         systemfile::Fingerprint fingerprint;
-        bool timesTell = true; // a change shows in them
+        bool timesShowChange = true; // a change shows in them
     };
 
     bool Open(const QString& path);

@@ -61,15 +61,15 @@ QStringList NamesIn(const QString& directory);
 Descriptor OpenToRead(const QString& path);
 
 /// A file's content as a number that is another one if anything in the content differs.
-struct Print
+struct Fingerprint
 {
     std::int64_t size = 0; // bytes
     std::uint64_t value = 0;
-    bool operator==(const Print& other) const { return size == other.size && value == other.value; }
+    bool operator==(const Fingerprint& other) const { return size == other.size && value == other.value; }
 };
 
 /// Reads a file from start to end. Returns 0, or the errno of the failure.
-int ReadThrough(const Descriptor& file, Print& print);
+int ReadThrough(const Descriptor& file, Fingerprint& fingerprint);
 
 /// Compares the contents of two files. Returns 0 with the answer in `same`, or the errno of the failure.
 int Compare(const Descriptor& a, const Descriptor& b, bool& same);
