@@ -1,4 +1,4 @@
-// A directory "in" and a watch of it that can be started, ended and started again.
+// A directory "in" and a watch of it that can be started, ended and restarted.
 #pragma once
 
 #include "child.h"
@@ -16,7 +16,7 @@
 
 constexpr int QuietMilliseconds = 100;
 
-/// The output of the watch, and its standard error, are collected in the file "events".
+/// The events of the watch, and its standard error, are collected in the file "events".
 class Station : public Workplace
 {
 public:
@@ -40,7 +40,7 @@ public:
             output, output);
     }
 
-    /// Ends it by the signal and gives its exit code.
+    /// Ends it with the signal and returns its exit code.
     int End(int signal = SIGTERM)
     {
         child->Send(signal);
@@ -81,7 +81,7 @@ public:
 
     QByteArray Journal() const { return ReadBytes(Path("out/.zucmtr-watch")); }
 
-    /// Its lines with the mark.
+    /// The journal's lines with the mark.
     QList<QByteArray> Journal(char mark) const
     {
         QList<QByteArray> lines;
