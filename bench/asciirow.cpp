@@ -1,4 +1,4 @@
-// The ASCII records of one segment against fprintf, one value a call.
+// The ASCII records of one segment against fprintf, one value per call.
 #include "measure.h"
 #include "plainrecords.h"
 #include "prepared.h"

@@ -38,7 +38,8 @@ std::vector<std::string> RowNames()
     return names;
 }
 
-// Measures a row in a process of its own, so that no row depends on what the rows before it left of the heap.
+// Measures a row in a process of its own, so that no row depends on the state in which earlier ones left the
+// heap.
 bool MeasureAlone(const Row& row, const bench::Settings& settings, bench::Report& report)
 {
     std::FILE* lines = std::tmpfile();

@@ -12,7 +12,7 @@ namespace {
 constexpr size_t Points = 240000; // a channel of a segment of the large recording
 constexpr int RunsInRound = 20;   // back to back, so that each finds its own data in the cache
 
-// The innermost cache that holds as many bytes.
+// The innermost cache that can hold this many bytes.
 std::string CacheFor(size_t bytes)
 {
     const struct
@@ -29,7 +29,7 @@ std::string CacheFor(size_t bytes)
     return "memory";
 }
 
-// Keeps the compiler from leaving the copy out.
+// Keeps the compiler from optimising the copy away.
 void Use(const void* data)
 {
     asm volatile("" : : "r"(data) : "memory");
@@ -66,7 +66,7 @@ void bench::MeasureDecoding(const Settings& settings, Report& report)
     for (int code = 1; code <= 15; ++code)
         data.push_back(MakeDeltaData(code, Points));
     std::vector<Times> all(data.size());
-    // The rounds of a width lie apart in time, so that another program does not disturb all of them.
+    // The rounds of a width are spread over time, so that another program does not disturb all of them.
     for (int round = 0; round < 4 * settings.rounds; ++round) {
         for (size_t i = 0; i < data.size(); ++i)
             MeasureRound(data[i], target, all[i]);

@@ -21,7 +21,7 @@ struct DeltaData
 DeltaData MakeDeltaData(int widthCode, size_t points);
 
 /// Expands data.area into samples, which has room for all of them. Throws std::runtime_error if the decoder
-/// finds the area bad.
+/// rejects the area.
 void Expand(const DeltaData& data, std::vector<int16_t>& samples);
 
 } // namespace bench

@@ -7,10 +7,10 @@
 
 namespace bench {
 
-/// Ini file of a device that has an analog dictionary of that many entries, of one equipment each.
+/// Ini file of a device that has an analog dictionary with this many entries, each of its own equipment.
 QString LargeDictionary(int entries);
 
-/// Appends an analog channel without samples for each entry of the dictionary to file, the last entry first.
+/// Appends an analog channel without samples to file for each entry of the dictionary, the last entry first.
 void AddChannelsInReverse(ZuFileFormat& file, int entries);
 
 } // namespace bench

@@ -1,5 +1,5 @@
-// How the time of a conversion grows with the channels and the length of the recording. Nothing is limited
-// here: the lines are for whoever has to plan.
+// How the time of a conversion grows with the channels and the length of the recording. There is no target:
+// the lines are for those who plan.
 #include "measure.h"
 #include "rows.h"
 #include "workload.h"

@@ -53,7 +53,7 @@ void MeasureLarge(const LargeRow& row, bool compressed, const Settings& settings
     Measure(row, options, inputs, scratch, settings, report);
 }
 
-// Turns the signal over at chance moments, two to a pulse of up to half a second.
+// Changes the signal at random moments, two for each pulse of up to half a second.
 void AddPulses(recorderfile::DiscreteChannel& channel, int pulses, double seconds, std::mt19937& random)
 {
     const auto below = [&](uint32_t limit) { return static_cast<uint32_t>(random() % limit); };

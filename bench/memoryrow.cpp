@@ -14,7 +14,7 @@ namespace {
 
 constexpr double FixedShare = 40e6; // bytes that a conversion may take whatever its size
 
-// The child's whole life: one conversion. Gives its exit code.
+// Everything the child does: one conversion. Returns its exit code.
 int ConvertOnce(const station::StationOptions& options, const QString& firstFile,
                 const bench::Scratch& scratch)
 {
@@ -28,7 +28,7 @@ int ConvertOnce(const station::StationOptions& options, const QString& firstFile
     }
 }
 
-// Bytes. The child begins with the memory of this process, so what is free is given back first.
+// Bytes. The child starts with the memory of this process, so free memory is returned to the system first.
 double PeakOfConversion(const station::StationOptions& options, const QString& firstFile,
                         const bench::Scratch& scratch)
 {

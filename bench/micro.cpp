@@ -65,7 +65,7 @@ void Memcpy(State& state)
 }
 BENCHMARK(Memcpy);
 
-// The state of a channel of so many changes at each of 480000 records.
+// The state of a channel with this many changes at each of 480000 records.
 void GetVal(State& state)
 {
     constexpr unsigned int records = 480000;
@@ -87,7 +87,7 @@ void GetVal(State& state)
 }
 BENCHMARK(GetVal)->Arg(2)->Arg(300)->Arg(30000);
 
-// The DAT records of a segment, into nothing.
+// Writes the DAT records of a segment, to nowhere.
 void WriteRecords(State& state, bench::Form form)
 {
     station::StationOptions options = bench::LargeStation(true);

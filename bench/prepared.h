@@ -1,4 +1,4 @@
-// A recording brought to the point at which its records are written.
+// A recording prepared up to the point at which its records are written.
 #pragma once
 
 #include "preparation/segmentchain.h"

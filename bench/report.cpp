@@ -53,7 +53,7 @@ void Report::Detail(const std::string& workload, const std::string& measured)
     lines.push_back({workload, "", measured, "", "", ""});
 }
 
-// A cell a line; no cell has a line feed.
+// One cell per line; no cell has a line feed.
 void Report::Save(std::FILE* file) const
 {
     for (const Cells& line : lines) {

@@ -13,7 +13,7 @@ std::string TimeText(double seconds);
 /// A number of bytes in MB of 1000000 bytes.
 std::string MegabyteText(double bytes);
 
-/// One line a measurement, printed as a table that a Markdown document can take.
+/// One line per measurement, printed as a table for a Markdown document.
 class Report
 {
 public:
@@ -21,18 +21,18 @@ public:
     void AtMost(double target, double ratio, const std::string& workload, const std::string& limit,
                 const std::string& measured);
 
-    /// One whose ratio shall reach target.
+    /// A measurement whose ratio shall reach target.
     void AtLeast(double target, double ratio, const std::string& workload, const std::string& limit,
                  const std::string& measured);
 
-    /// One that explains another: it has no target.
+    /// A measurement without a target, which explains another one.
     void Detail(const std::string& workload, const std::string& measured);
 
-    /// Writes the lines to a file, or appends those of such a file.
+    /// Writes the lines to a file, or appends those of a file written so.
     void Save(std::FILE* file) const;
     void Load(std::FILE* file);
 
-    /// Prints all lines to the standard output, columns in line.
+    /// Prints all lines to the standard output, with aligned columns.
     void Print() const;
 
 private:

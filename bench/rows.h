@@ -1,5 +1,5 @@
-// The measurements, each adding its lines to the report. All throw std::runtime_error if something does not
-// convert; how fast it is never makes a failure.
+// The measurements, each of which adds its lines to the report. All throw std::runtime_error if a conversion
+// fails; being slow is never a failure.
 #pragma once
 
 #include "report.h"
@@ -40,7 +40,7 @@ void MeasureGrowth(const Settings& settings, Report& report);
 /// Peak resident memory against the size of the samples.
 void MeasureMemory(const Settings& settings, Report& report);
 
-/// ASCII records against fprintf, one value a call.
+/// ASCII records against fprintf, one value per call.
 void MeasureAsciiRecords(const Settings& settings, Report& report);
 
 } // namespace bench

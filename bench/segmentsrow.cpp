@@ -16,7 +16,7 @@ namespace {
 constexpr std::array<int, 5> Counts = {1, 2, 4, 8, 16};
 constexpr double SpreadTarget = 15; // percent
 
-// A chain of the first count files, which stay one with the longer chain's.
+// A chain of the first count files. They are links, shared with the longer chain.
 QString LinkChain(const QStringList& files, int count, const QString& directory)
 {
     for (const QString& file : files.mid(0, count)) {

@@ -49,7 +49,7 @@ QStringList WriteArchive(const station::StationOptions& options, int count, cons
     return paths;
 }
 
-// What the plain program does for a batch: names and sizes as the conversion made them.
+// The work of the plain program for a batch: names and sizes as the conversion made them.
 struct PlainWork
 {
     std::vector<QByteArray> inputs;
@@ -73,7 +73,7 @@ PlainWork PlainWorkOf(const QStringList& inputs, const QStringList& outputs)
     return work;
 }
 
-// The names rise with the time, so the outputs of a recording stand together.
+// The names are in order of time, so that the outputs of a recording are next to each other.
 void DoPlainly(const PlainWork& work)
 {
     size_t output = 0;

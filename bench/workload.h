@@ -14,7 +14,7 @@ namespace bench {
 /// The forms of output that the workloads use.
 enum class Form { Binary1999, Ascii1999, Ascii2013, BinaryCff2013 };
 
-/// A directory for one workload, inside another one; it goes with the object.
+/// A directory for one workload, inside another one; removed with the object.
 class Scratch
 {
 public:
@@ -24,7 +24,7 @@ public:
     /// Path of name inside it.
     QString Path(const QString& name) const { return directory.filePath(name); }
 
-    /// Makes the subdirectory name, without its earlier content, and gives its path.
+    /// Makes the subdirectory name, without its earlier content, and returns its path.
     QString EmptyDirectory(const QString& name) const;
 
     /// Paths of the files in the subdirectory name, sorted.
@@ -41,22 +41,22 @@ station::StationOptions LargeStation(bool quick);
 /// The typical recording: 32 analog and 64 discrete channels, 2400 Hz, 2 s, compressed.
 station::StationOptions TypicalStation();
 
-/// Writes the segments of a recording into directory as rec.ZU with its continuations. Gives their paths,
+/// Writes the segments of a recording into directory as rec.ZU with its continuations. Returns their paths,
 /// the first file first. Throws std::runtime_error if one cannot be written.
 QStringList WriteRecording(const std::vector<recorderfile::Recording>& segments, const QString& directory);
 
-/// The same with the recording that the station makes, started by the first bay's protection.
+/// The same for the recording that the station makes, started by the first bay's protection.
 QStringList WriteRecording(const station::StationOptions& options, const QString& directory);
 
 /// A converter with one device that has a dictionary.
 class Device
 {
 public:
-    /// Of a station, with the sorting dictionary of all its channels; its ini file goes into scratch. Throws
+    /// For a station, with the sorting dictionary of all its channels; its ini file goes into scratch. Throws
     /// std::runtime_error if it does not load.
     Device(station::StationOptions options, Form form, const Scratch& scratch);
 
-    /// Of the ini text, which has the station's sections.
+    /// For the ini text, which must have the station's sections.
     Device(const QString& ini, const Scratch& scratch);
 
     ~Device();

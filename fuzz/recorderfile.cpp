@@ -1,4 +1,4 @@
-// A recorder file through ZuFileFormat::Load, and the checks and look-ups that follow on what was loaded.
+// A recorder file through ZuFileFormat::Load, then the checks and look-ups on what was loaded.
 #include "support.h"
 
 #include "recording/zufileformat.h"

@@ -1,4 +1,4 @@
-// Writes the fuzzers' first inputs, made with the recording builder: fuzz_seeds DIRECTORY.
+// Writes the initial inputs of the fuzzers, made with the recording builder: fuzz_seeds DIRECTORY.
 #include "recorderfile/compress.h"
 #include "recorderfile/recorderfile.h"
 #include "station/station.h"

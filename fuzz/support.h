@@ -9,17 +9,17 @@
 
 namespace fuzz {
 
-/// A directory of this process in memory (where there is such a file system), made at the first use and
-/// removed at the end.
+/// A directory of this process in memory (if there is such a file system), made when first used and removed
+/// at the end.
 const QString& Directory();
 
-/// Writes Directory()/name and gives its path.
+/// Writes Directory()/name and returns its path.
 QString Write(const QString& name, const QByteArray& bytes);
 
 /// Removes everything in Directory().
 void Clean();
 
-/// Hands out pieces of an input. A piece begins with its length in two bytes, little-endian, except the last.
+/// Hands out pieces of an input. Each starts with its length in two bytes, little-endian, except the last.
 class Pieces
 {
 public:

@@ -29,6 +29,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     const bool expanded = channel.UnCompressData(area.get());
     channel.Clear();
     if (expanded && points > 0 && !possible)
-        __builtin_trap(); // refused before, and yet it works
+        __builtin_trap(); // refused before, yet it works now
     return 0;
 }

@@ -104,7 +104,7 @@ TEST(Batch, NotesOfAFailureFollowItsText)
     const Finished run = place.Convert({"a.ZU"});
     EXPECT_EQ(run.code, 1);
     EXPECT_EQ(
-        run.err, // without a summary, as of a single file
+        run.err, // without a summary, since it is a single file
         "zucmtr: a.ZU: not converted: its duration is 0, so it cannot be converted [Плохое значение fullTime "
         "(==0)]; the recording of 'a.ZU' ends early, a continuation file cannot be read: the file ends "
         "within "
@@ -155,7 +155,7 @@ TEST(Batch, NameThatTheChainDoesNotKnowIsNoContinuation)
                   Summary(2, "1 converted and verified, 1 failed"));
 }
 
-TEST(Batch, RecordOfAnotherRecordingIsReplacedOnlyIfToldTo)
+TEST(Batch, RecordOfAnotherRecordingIsReplacedOnlyOnRequest)
 {
     const Workplace place;
     place.Write("a.ZU", Encode(ShortRecording(0)));
@@ -207,7 +207,7 @@ TEST(Batch, CffRecordIsOneFile)
     EXPECT_EQ(place.Names("out"), QStringList{ShortRecordName(0) + ".cff"});
 }
 
-TEST(Batch, NotesOfLoadingAreToldOnceBeforeTheRecordings)
+TEST(Batch, NotesOfLoadingAreReportedOnceBeforeTheRecordings)
 {
     const Workplace place({{"Тип Comtrade CFF", "1"}, {"Тип Comtrade 1999", "1"}});
     place.Write("a.ZU", Encode(ShortRecording(0)));

@@ -1,4 +1,4 @@
-// zucmtr check: what it prints and its exit codes. What is found is tested with the library (tests/inicheck).
+// zucmtr check: what it prints and its exit codes. The findings themselves are tested in tests/inicheck.
 #include "program.h"
 
 #include <QJsonDocument>
@@ -78,7 +78,7 @@ TEST(Check, RecordingsNeedOneDevice)
     EXPECT_TRUE(unknown.out.contains("a.ZU: the dictionary does not know 1 channels")) << unknown.out;
 }
 
-TEST(Check, WrongUsageIsTold)
+TEST(Check, WrongUsageIsReported)
 {
     const Workplace place;
     const Finished missing = RunCheck(place, {"--ini", "none.ini"});

@@ -10,7 +10,7 @@
 
 constexpr std::chrono::seconds Patience{60};
 
-/// Calls until it gives true; false after a minute.
+/// Calls until it returns true; false after a minute.
 template <class Condition>
 bool WaitFor(const Condition& condition)
 {
@@ -24,8 +24,7 @@ bool WaitFor(const Condition& condition)
 }
 
 /// A process with the standard streams of the test. The function is called in it before the program starts,
-/// for what QProcess has no setting for: descriptors as streams, a session of its own. (In Qt 6 it is a
-/// setting.)
+/// to set up what QProcess has no setting for in Qt 5: descriptors as streams, a session of its own.
 class PreparedProcess : public QProcess
 {
 public:
@@ -38,7 +37,7 @@ private:
     std::function<void()> prepareChild;
 };
 
-/// A started zucmtr, whose standard output and error are the given files. It is killed at the end.
+/// A running zucmtr, whose standard output and error are the given files. It is killed at the end.
 class Child
 {
 public:
@@ -47,7 +46,7 @@ public:
     Child(const Child&) = delete;
     Child& operator=(const Child&) = delete;
 
-    /// Nothing happens if it is known to have ended.
+    /// Does nothing if the process is known to have ended.
     void Send(int number) const;
     bool HasEnded();
 

@@ -55,7 +55,7 @@ TEST(Choice, IniAboveTheRecordingsOfADirectoryIsFound)
     EXPECT_EQ(Convert(place, {"-r", "station"}).code, 0);
 }
 
-TEST(Choice, NoIniIsToldWithWhereItWasLookedFor)
+TEST(Choice, MissingIniIsReportedWithTheDirectoriesSearched)
 {
     const TestDirectory place;
     place.MakeDirectory("in");

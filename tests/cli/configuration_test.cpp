@@ -1,4 +1,4 @@
-// zucmtr convert with paths and sections that do not do: exit code 2, nothing written.
+// zucmtr convert with unsuitable paths and sections: exit code 2, nothing written.
 #include "program.h"
 
 #include <QFileInfo>
@@ -19,7 +19,7 @@ void ExpectRefused(const Finished& run, const QString& error)
     EXPECT_EQ(run.err, QLatin1String("zucmtr: ") + error);
 }
 
-// What to put before a command so that it does not see /proc; nothing where the user may not hide it.
+// Goes before a command so that it does not see /proc; empty if the user may not hide it.
 QString WithoutProc()
 {
     for (const char* unshare : {"unshare -m", "unshare -r -m"}) {
@@ -168,7 +168,7 @@ TEST(Configuration, TemporaryLogIsRemoved)
     EXPECT_EQ(place.Names(), QStringList{"ZuDrv.ini"});
 }
 
-// The log has no name in any directory, which takes /proc.
+// A log without a name in any directory needs /proc.
 TEST(Configuration, LogWithoutProcIsATemporaryFile)
 {
     const Workplace place;

@@ -1,5 +1,5 @@
-// Surroundings that differ from a user's desktop: no home, no session, no fonts' cache, streams that are
-// closed, messages of Qt.
+// Environments that differ from a user's desktop: no home, no session, no font cache, closed streams,
+// messages of Qt.
 #include "program.h"
 
 #include <gtest/gtest.h>
@@ -26,7 +26,7 @@ protected:
     const Workplace place;
 };
 
-// A place with recordings, and what is in all its files: that must not depend on the streams.
+// A place with recordings, and the content of all its files, which must not depend on the streams.
 class Place : public Workplace
 {
 public:
@@ -72,7 +72,7 @@ using ClosedStreams = Surrounded;
 using NoDesktop = Surrounded;
 using QtMessages = Surrounded;
 
-// Nothing of the program's own environment but what it needs.
+// An environment with nothing but what the program needs.
 const QString bare = QStringLiteral("env -i ZUCMTR_QT_MESSAGES=fail TMPDIR=$TMPDIR ");
 const QString pictures = QStringLiteral("\"$(command -v zucmtr)\" view a.ZU --svg a.svg --png a.png");
 
@@ -92,8 +92,8 @@ TEST_F(NoDesktop, PicturesNeedNoHomeNoSessionAndNoDisplay)
     ExpectSilent(bare + "LC_ALL=ru_RU.UTF-8 " + pictures); // its words differ
 }
 
-// What the font library says of its files goes nowhere; of fonts that are not there the picture has no texts.
-TEST_F(NoDesktop, FontLibraryIsNotHeard)
+// What the font library reports about its files is dropped; without fonts the picture has no texts.
+TEST_F(NoDesktop, FontLibraryIsSilent)
 {
     ExpectSilent(bare + "FONTCONFIG_FILE=/nonexistent " + pictures);
     place.Write("fonts.conf",
@@ -105,7 +105,7 @@ TEST_F(NoDesktop, FontLibraryIsNotHeard)
     EXPECT_EQ(broken.err, QString());
 }
 
-TEST_F(NoDesktop, OptionsOfQtAreNotTaken)
+TEST_F(NoDesktop, OptionsOfQtAreNotAccepted)
 {
     const Finished run = RunProgram(place.Path(), {"view", "a.ZU", "--png", "a.png", "-platform", "xcb"});
     EXPECT_EQ(run.code, 2);
@@ -120,7 +120,7 @@ TEST_F(NoDesktop, LoadingNeedsNoDirectoryForTemporaryFiles)
     EXPECT_EQ(run.err, QString());
 }
 
-// Every file that a program opens takes the lowest free descriptor: that must not be one of the three.
+// Every file that a program opens gets the lowest free descriptor: that must not be one of the three.
 TEST_P(ClosedStreamsOf, GetNoFileOfTheProgram)
 {
     const QString line = QStringLiteral("zucmtr %1 ").arg(QLatin1String(GetParam().command));
@@ -147,8 +147,8 @@ TEST_F(ClosedStreams, OutputThatIsLostIsAFailure)
     }
 }
 
-// The tests have every warning of Qt end the program.
-TEST_F(QtMessages, FailTheTestsAndAreOtherwiseNotHeard)
+// In the tests every warning of Qt ends the program.
+TEST_F(QtMessages, FailTheTestsAndAreOtherwiseSilent)
 {
     const QStringList arguments = {"view", "a.ZU", "--png", "a.png"};
     const Finished failed =
@@ -165,7 +165,7 @@ TEST_F(QtMessages, FailTheTestsAndAreOtherwiseNotHeard)
     EXPECT_EQ(quiet.err, QString());
 }
 
-// The library gives to Qt's debug output what it cannot write into a record.
+// What the library cannot write into a record, it prints to Qt's debug output.
 TEST_F(QtMessages, AreLinesOfTheLog)
 {
     recorderfile::Recording recording = ShortRecording();

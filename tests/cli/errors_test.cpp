@@ -1,4 +1,4 @@
-// What is said of command lines and files that the program cannot take: the whole of standard error, in
+// The reports about command lines and files that the program cannot take: the whole of standard error, in
 // English and in Russian, and the exit code.
 #include "program.h"
 #include "words.h"
@@ -14,7 +14,7 @@
 
 namespace {
 
-// Files of all the kinds that somebody may hand in.
+// Files of all the kinds that a user may give.
 class Kinds : public TestDirectory
 {
 public:

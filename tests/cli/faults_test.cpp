@@ -35,7 +35,8 @@ QStringList Arguments(const QStringList& more)
            more;
 }
 
-// What a run with one fault may lead to: the whole record, or a failure that is no fault of the recording.
+// The possible results of a run with one fault: the whole record, or a failure that is not blamed on the
+// recording.
 void ExpectWholeOrToBeTriedAgain(const Workplace& place, const Workplace& whole, const Finished& run)
 {
     for (const char* name : {"a.ZU", "a.Z01"})
@@ -132,7 +133,7 @@ TEST(Unreadable, SystemsReasonIsInTheUsersLanguage)
               "преобразуйте меньше осциллограмм одновременно (--jobs)");
 }
 
-// The name of its record has to be read before one that may be for the same files can begin.
+// The name of its record must be read before another that may go to the same files can start.
 TEST(SlowFile, KeepsNoFinishedRecordingWaiting)
 {
     const Workplace place;

@@ -1,4 +1,4 @@
-// Loaded into the program before the C library: the disk has no room for files whose paths begin as FULL_DISK
+// Loaded into the program before the C library: the disk has no room for files whose paths start as FULL_DISK
 // says, or no more than FULL_DISK_ROOM bytes for each, if that is given.
 #include <array>
 #include <cerrno>

@@ -36,7 +36,7 @@ QJsonObject JsonOf(const Finished& finished)
 
 } // namespace
 
-TEST(Info, TellsWhatIsInARecording)
+TEST(Info, ShowsWhatIsInARecording)
 {
     const Workplace place;
     place.Write("rec.ZU", Encode(ShortRecording()));
@@ -106,7 +106,7 @@ TEST(Info, NamesTheFirstFileOfAContinuationAndGoesOnAfterAFailure)
         << whole.out;
 }
 
-TEST(Info, TellsWhatIsInARecord)
+TEST(Info, ShowsWhatIsInARecord)
 {
     const Workplace place;
     place.Write("rec.ZU", Encode(ShortRecording()));

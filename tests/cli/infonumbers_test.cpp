@@ -1,5 +1,5 @@
-// zucmtr info: durations, rates, counts and times, of records of any maker, and the same of a recording and
-// its record.
+// zucmtr info: durations, rates, counts and times, for records from any program, and the same for a recording
+// and its record.
 #include "base/chainnames.h"
 #include "program.h"
 
@@ -18,7 +18,7 @@ namespace {
 
 using recorderfile::Encode;
 
-// A record of another maker: one analog channel, one state, ASCII.
+// A record from another program: one analog channel, one state, ASCII.
 struct Foreign
 {
     QStringList rates = {"100,301"}; // lines of the configuration
@@ -76,7 +76,7 @@ protected:
         return RunProgram(place.Path(), {"info", "a.cfg"});
     }
 
-    // The text behind a label.
+    // The text after a label.
     QString Line(const Foreign& record, const QString& label) const
     {
         for (const QString& line : Text(record).out.split('\n'))
@@ -100,7 +100,7 @@ protected:
     const TestDirectory place;
 };
 
-// The objects that `info --json` prints of the files.
+// The objects that `info --json` prints for the files.
 std::vector<QJsonObject> InfoOf(const TestDirectory& place, const QStringList& files)
 {
     const Finished run = RunProgram(place.Path(), QStringList{"info", "--json"} + files);
@@ -285,8 +285,8 @@ TEST_F(ForeignInfo, PiecesAreAList)
     EXPECT_EQ(Line(Foreign(), "Further pieces"), "header 5 bytes, information 3 bytes");
 }
 
-// A recording of three files. Its states: one that stays, a pulse that is shorter than a sample, an inverted
-// one that says the same twice, and one that is another in each file.
+// A recording of three files. Its states: one that never changes, a pulse shorter than a sample, an inverted
+// one that repeats itself, and one that differs in each file.
 TEST(InfoOfBoth, ChangesOfARecordingAreThoseOfItsRecord)
 {
     const Workplace place;

@@ -1,4 +1,4 @@
-// Ini files that are not what the converter takes, as zucmtr says it before the first conversion.
+// Ini files that the converter does not take, and what zucmtr reports before the first conversion.
 #include "program.h"
 
 #include <QTextCodec>
@@ -9,7 +9,7 @@ namespace {
 
 using recorderfile::Encode;
 
-// A place whose ini file is in the encoding; with Mark it begins with a byte order mark.
+// A place whose ini file is in the encoding; with Mark it starts with a byte order mark.
 enum class Mark { Without, With };
 
 void Rewrite(const Workplace& place, const char* codec, Mark mark = Mark::Without)
@@ -85,8 +85,8 @@ TEST(IniFile, WithSomeBadBytesStaysUtf8)
     EXPECT_EQ(run.err, QString());
 }
 
-// Once, and not with each recording, of which none could be converted.
-TEST(IniFile, CommaInTheStationsNameIsReportedOnceWithItsLineAndNothingIsBegun)
+// Once, not with each recording: none of them could be converted.
+TEST(IniFile, CommaInTheStationsNameIsReportedOnceWithItsLineAndNothingIsStarted)
 {
     const Workplace place({{"Объект", "ПС, Узловая"}, {"Время ожидания", "1"}});
     const int line = ReadBytes(place.Path("ZuDrv.ini")).split('\n').indexOf("Объект=ПС, Узловая") + 1;

@@ -1,4 +1,4 @@
-// Ctrl-C, and the bar on a terminal. Both need processes of our own making.
+// Ctrl-C, and the progress bar on a terminal. Both need processes that the test sets up itself.
 #include "child.h"
 #include "program.h"
 #include "terminal.h"
@@ -58,7 +58,7 @@ private:
     std::array<int, 2> ends{};
 };
 
-// Writes so many recordings and gives their names.
+// Writes this many recordings and returns their names.
 QStringList Recordings(const Workplace& place, int count)
 {
     QStringList names;
@@ -74,8 +74,8 @@ QStringList Recordings(const Workplace& place, int count)
 
 } // namespace
 
-// The output is not read, so that the program stands still while the signals arrive.
-TEST(Interrupt, FirstEndsAfterTheRecordingsAtHand)
+// The output is not read, so that the program is blocked while the signals arrive.
+TEST(Interrupt, FirstEndsAfterTheCurrentRecordings)
 {
     const Workplace place;
     const SmallPipe output;
@@ -92,12 +92,12 @@ TEST(Interrupt, FirstEndsAfterTheRecordingsAtHand)
     }));
     text += output.Take();
     EXPECT_EQ(child.Code(), 130);
-    // What was begun is whole and told, the others were not begun.
-    const int told = text.count("\"status\":\"converted\"");
-    EXPECT_EQ(told, text.count('\n'));
-    EXPECT_EQ(place.Names("out").size(), 4 * told);
-    EXPECT_GT(told, 0);
-    EXPECT_LT(told, names.size());
+    // What was started is whole and reported; the rest was not started.
+    const int reported = text.count("\"status\":\"converted\"");
+    EXPECT_EQ(reported, text.count('\n'));
+    EXPECT_EQ(place.Names("out").size(), 4 * reported);
+    EXPECT_GT(reported, 0);
+    EXPECT_LT(reported, names.size());
 }
 
 TEST(Interrupt, TerminationIsTheSameWithItsOwnCode)
@@ -121,7 +121,7 @@ TEST(Interrupt, SecondEndsAtOnce)
     const SmallPipe output;
     Child child(place.Path(), QStringList{"convert", "--json", "--out", "out"} + Recordings(place, 60),
                 output.In(), output.In());
-    // The program stands still in a write, and one signal does not end it.
+    // The program is blocked in a write, and one signal does not end it.
     ASSERT_TRUE(WaitFor([&] { return output.Waiting() > 3000; }));
     ASSERT_TRUE(WaitFor([&] {
         child.Send(SIGINT);
@@ -130,8 +130,8 @@ TEST(Interrupt, SecondEndsAtOnce)
     EXPECT_EQ(child.Code(), 130);
 }
 
-// Nothing stays among the temporary files, where the recording's record was: see main.cpp.
-TEST(Interrupt, ViewEndsAfterTheFileAtHand)
+// Nothing is left among the temporary files, where the recording's record was: see main.cpp.
+TEST(Interrupt, ViewEndsAfterTheCurrentFile)
 {
     const Workplace place;
     const SmallPipe page;
@@ -153,7 +153,7 @@ TEST(Interrupt, ViewEndsAfterTheFileAtHand)
     EXPECT_EQ(place.Names(), (QStringList{"ZuDrv.ini", "a.ZU"}));
 }
 
-TEST(Progress, BarIsShownOnATerminalAndTakenAwayAtTheEnd)
+TEST(Progress, BarIsShownOnATerminalAndRemovedAtTheEnd)
 {
     const Workplace place;
     const Finished run = RunOnTerminal(

@@ -80,7 +80,7 @@ TEST(English, HelpHasNoRussianWordButTheKeyOfTheIniFile)
     }
 }
 
-// The columns are those of letters, not of bytes.
+// The columns count letters, not bytes.
 TEST(Russian, DescriptionsOfTheHelpStandBelowEachOther)
 {
     const QString help = InRussian(QString(), {"dictionary", "--help"}).out;
@@ -101,7 +101,7 @@ TEST(Russian, UnitsAreRussian)
         EXPECT_TRUE(text.contains(part)) << text;
 }
 
-TEST(Russian, FailuresAreTold)
+TEST(Russian, FailuresAreReported)
 {
     const Workplace place;
     const Finished run = InRussian(place.Path(), {"convert", "--out", "out", "запись.ZU"});
@@ -109,7 +109,7 @@ TEST(Russian, FailuresAreTold)
     EXPECT_EQ(run.err, "zucmtr: запись.ZU: не преобразована: такого файла нет; проверьте путь\n");
 }
 
-TEST(Russian, CommandLinesThatCannotBeUnderstoodAreTold)
+TEST(Russian, CommandLinesThatCannotBeUnderstoodAreReported)
 {
     const QString hint = "\nКлючи и пример: «zucmtr convert --help».\n";
     EXPECT_EQ(InRussian(QString(), {"convert"}).err, "zucmtr: не указано: ФАЙЛ" + hint);

@@ -1,5 +1,6 @@
-// The tests start processes, for which Qt wants an application object. What holds for all of them is checked
-// at the end: they leave nothing among the temporary files, and the machine's null device alone.
+// The tests start processes, for which Qt wants an application object. What must hold for all of them is
+// checked at the end: they leave nothing among the temporary files, and do not touch the machine's null
+// device.
 #include <QCoreApplication>
 #include <QDir>
 #include <QTemporaryDir>
@@ -41,7 +42,7 @@ int main(int count, char** arguments)
     QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8")); // of arguments and file names
     const QTemporaryDir temporary;
     qputenv("TMPDIR", temporary.path().toUtf8());
-    qputenv("ZUCMTR_QT_MESSAGES", "fail"); // a message of Qt fails the test that brings it about
+    qputenv("ZUCMTR_QT_MESSAGES", "fail"); // a message of Qt fails the test that causes it
     testing::InitGoogleTest(&count, arguments);
     testing::AddGlobalTestEnvironment(new Surroundings(temporary.path())); // GoogleTest owns it
     return RUN_ALL_TESTS();

@@ -1,4 +1,4 @@
-// zucmtr convert over directories, with several recordings at once, and what it tells.
+// zucmtr convert over directories, with several recordings at once, and what it reports.
 #include "program.h"
 
 #include <QFile>
@@ -70,7 +70,7 @@ TEST(Many, RecursiveTakesTheDirectoriesBelow)
               (QStringList{"in/2024/01/c.ZU -> " + ShortRecordName(20), "in/a.ZU -> " + ShortRecordName(0)}));
 }
 
-TEST(Many, NamesThatAreNotUtf8AreToldAndFail)
+TEST(Many, NamesThatAreNotUtf8AreReportedAndFail)
 {
     const Workplace place;
     place.MakeDirectory("in/sub");
@@ -92,7 +92,7 @@ TEST(Many, NamesThatAreNotUtf8AreToldAndFail)
             QStringLiteral("zucmtr: in/\uFFFD: not converted: the name is not UTF-8; rename the directory"),
             QStringLiteral(
                 "zucmtr: in/sub/\uFFFD.ZU: not converted: the name is not UTF-8; rename the file")}));
-    EXPECT_EQ(shallow.code, 0); // what lies below was not asked for
+    EXPECT_EQ(shallow.code, 0); // what is below was not asked for
 }
 
 TEST(Many, RecordingGivenTwiceIsConvertedOnce)
@@ -136,7 +136,7 @@ TEST(Many, PageThatCannotBeWrittenIsAFailureAndTheRecordingStays)
     EXPECT_EQ(ReadBytes(place.Path("a.ZU")), Short(0));
 }
 
-TEST(Many, DirectoryWithoutRecordingsIsToldAndNoFailure)
+TEST(Many, DirectoryWithoutRecordingsIsReportedAndNoFailure)
 {
     const Workplace place;
     place.MakeDirectory("in");
@@ -147,7 +147,7 @@ TEST(Many, DirectoryWithoutRecordingsIsToldAndNoFailure)
                              "looks into the directories below it, too\n"));
 }
 
-TEST(Many, SeveralAtOnceTellInTheOrderOfTheListAndWriteTheSame)
+TEST(Many, SeveralAtOnceReportInTheOrderOfTheListAndWriteTheSame)
 {
     const Workplace place;
     QStringList names;
@@ -190,7 +190,7 @@ TEST(Many, EqualNamesAtOnceAreConvertedOneAfterTheOther)
     EXPECT_EQ(data.first(), QStringLiteral("1,0,29,1")); // the last of the list
 }
 
-TEST(Many, JsonTellsEverythingOfARecording)
+TEST(Many, JsonHasEverythingAboutARecording)
 {
     const Workplace place;
     place.Write("a.ZU", Short(0));
@@ -232,7 +232,7 @@ TEST(Many, JsonTellsEverythingOfARecording)
     EXPECT_FALSE(objects[2]["verified"].toBool());
 }
 
-TEST(Many, QuietTellsFailuresAlone)
+TEST(Many, QuietReportsOnlyFailures)
 {
     const Workplace place({{"Тип Comtrade CFF", "1"}, {"Тип Comtrade 1999", "1"}}); // a note of loading
     place.Write("a.ZU", Short(0));
@@ -259,7 +259,7 @@ TEST(Many, DryRunWritesNothingAndFindsTheFailures)
     EXPECT_EQ(place.Names("out"), QStringList());
 }
 
-TEST(Many, FailFastBeginsNoFurtherRecording)
+TEST(Many, FailFastStartsNoFurtherRecording)
 {
     const Workplace place;
     place.Write("a.ZU", Short(0));

@@ -1,5 +1,5 @@
-// Loaded into the program before the C++ library: the program's own code, and not that of Qt, which has no
-// answer to it, gets no memory in threads but the first, from the NO_MEMORY_FROMth request on.
+// Loaded into the program before the C++ library: from the NO_MEMORY_FROMth request on, the program's own
+// code gets no memory in any thread but the first. Qt's code does, as it cannot handle that.
 #include <atomic>
 #include <cstdlib>
 #include <cstring>

@@ -1,5 +1,4 @@
-// What options name to be written: devices, pipes, links and standard output are written to and stay what
-// they are.
+// Outputs that options name: devices, pipes, links and standard output are written to and stay what they are.
 #include "program.h"
 #include "terminal.h"
 
@@ -26,7 +25,7 @@ mode_t ModeOf(const QString& path)
     return status.st_mode;
 }
 
-// Takes what a program writes while it writes: pipes and terminals hold a few kilobytes.
+// Reads what a program writes while it runs: pipes and terminals hold only a few kilobytes.
 class ReadMeanwhile
 {
 public:
@@ -71,7 +70,7 @@ struct Writer
 {
     const char* name;
     const char* command;
-    const char* beginning; // of what is written
+    const char* beginning; // start of what is written
     int refusal;           // exit code if it cannot be written
 };
 
@@ -117,7 +116,7 @@ TEST_P(Outputs, PipeIsWrittenToAndStays)
 {
     MakePipe("pipe");
     QFile::link("pipe", place.Path("link"));
-    // Open to both sides it has a reader and comes to no end.
+    // Opened for reading and writing it has a reader, and never ends.
     const int pipe = open(QFile::encodeName(place.Path("pipe")).constData(), O_RDWR | O_NONBLOCK | O_CLOEXEC);
     for (const char* name : {"pipe", "link"}) {
         ReadMeanwhile read(pipe);
@@ -234,7 +233,7 @@ TEST(OutputLinks, SampleWaitsForNoPipe)
     EXPECT_EQ(ModeOf(pipe), mode_t{S_IFIFO | 0640});
 }
 
-TEST(OutputLinks, JournalIsWrittenAnewBehindItsLink)
+TEST(OutputLinks, JournalIsRewrittenWhereItsLinkLeads)
 {
     const Workplace place({{"Время ожидания", "10"}});
     place.Write("in/a.ZU", Encode(ShortRecording()));
@@ -282,7 +281,7 @@ bool MayMakeDevices()
            0;
 }
 
-// Writes with every option to the devices and to a link, and looks at them each time.
+// Writes to the devices and to a link with every option, and checks them each time.
 const char* const writeToDevices = R"sh(
 set -e
 ln -s /dev/null link
@@ -305,9 +304,9 @@ done
 
 } // namespace
 
-// The devices by their names. Root has ones of its own, made for the test. Others cannot do the machine's any
-// harm, so they take those; so does not a root that may not make devices, as in some containers: that one has
-// the terminal of the tests above alone.
+// The devices by their names. Root gets devices of its own, made for the test. Other users cannot harm the
+// machine's devices, so they use those; so does a root that may not make devices, as in some containers: only
+// the tests above cover it, with the terminal.
 TEST(NullDevice, StaysADeviceWhateverIsWrittenToIt)
 {
     const Workplace place;

@@ -1,4 +1,4 @@
-// Where zucmtr convert puts records, and what it does with those that are there.
+// Where zucmtr convert puts records, and what it does with those already there.
 #include "program.h"
 
 #include <QDir>
@@ -11,7 +11,7 @@ namespace {
 
 using recorderfile::Encode;
 
-// Recordings of one name with different samples.
+// Recordings with the same name and different samples.
 QByteArray Other(int16_t sample)
 {
     recorderfile::Recording recording = ShortRecording();
@@ -24,7 +24,7 @@ QByteArray DataOf(const Workplace& place, const QString& directory)
     return ReadBytes(place.Path(directory + "/" + ShortRecordName() + ".dat"));
 }
 
-// Two directories with a recording each, whose records have one name.
+// Two directories with a recording each, whose records have the same name.
 void WriteTwins(const Workplace& place)
 {
     place.MakeDirectory("in/2023/may");
@@ -164,7 +164,7 @@ TEST(Places, SyncHasTheRecordOnTheDisk)
     EXPECT_TRUE(synced.contains(QDir(place.Path("out")).canonicalPath())) << synced.join('\n');
 }
 
-// Made by a run that was killed, say, before it could write them to the disk.
+// They may have been made by a run that was killed before it could write them to the disk.
 TEST(Places, DirectoriesThatAreThereAreOnTheDiskBeforeRecordingsGo)
 {
     const Workplace place;

@@ -79,7 +79,7 @@ recorderfile::Recording ShortRecording(int minutes)
     recorderfile::Recording recording;
     recording.trigTime += static_cast<uint32_t>(minutes) * 60;
     recording.startTime =
-        recording.trigTime; // three samples do not reach from the usual start to the trigger
+        recording.trigTime; // three samples are too short for the usual time from start to trigger
     recording.startMicroseconds = recording.trigMicroseconds;
     recording.Add(recorderfile::AnalogChannel{QStringLiteral("Q1:Ia"), QStringLiteral("А"), {1, -2, 3}});
     recording.Add(recorderfile::DiscreteChannel{QStringLiteral("Q1:x"), 0, {{0, 1}}});

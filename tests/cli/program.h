@@ -28,16 +28,17 @@ QProcessEnvironment EnvironmentWith(const QMap<QString, QString>& variables);
 Finished RunProgram(const QString& directory, const QStringList& arguments,
                     const QMap<QString, QString>& environment = {});
 
-/// Runs a command line by sh in a working directory; `zucmtr` in it is the built program.
+/// Runs a command line with sh in a working directory; `zucmtr` in it is the built program.
 Finished RunShell(const QString& directory, const QString& command);
 
 /// The text with "#" in place of the seconds of the summary line.
 QString Untimed(QString text);
 
-/// The summary line of a run over `total` recordings, as Untimed leaves it; `counts` as "2 failed".
+/// The summary line of a run over `total` recordings, as Untimed leaves it; `counts` is text such as "2
+/// failed".
 QString Summary(int total, const QString& counts);
 
-/// An ini file with the sections Default and Vostochnaya, with further keys of the latter and no dictionary.
+/// An ini file with the sections Default and Vostochnaya, with further keys in the latter and no dictionary.
 QByteArray PlainIni(const QMap<QString, QString>& deviceKeys = {});
 
 /// A short recording with one analog and one discrete channel that starts some minutes after the sample's

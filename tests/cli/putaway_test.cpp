@@ -59,8 +59,8 @@ TEST(FullDisk, RecordCutInSilenceIsAFailureAndTheRecordingStays)
     }
 }
 
-// The library writes in blocks that are larger than the room that is left, so a small file has room all the
-// same.
+// The library writes in blocks larger than the room that is left, so that there is still room for a small
+// file.
 TEST(FullDisk, WithRoomForASmallFileIsFullForALargeRecord)
 {
     for (const QMap<QString, QString>& keys :
@@ -144,7 +144,7 @@ TEST(RemoveSource, TakesTheFilesOfTheChainAndNoOthers)
 
 TEST(RemoveSource, LeavesARecordingOfWhichAFileIsNotInTheRecord)
 {
-    for (const char* left : {"a.Z02", "a.Z03"}) { // a bad one ends the chain, a gap does, too
+    for (const char* left : {"a.Z02", "a.Z03"}) { // a bad one ends the chain, and so does a gap
         const Workplace place;
         place.Write("a.ZU", Short());
         place.Write("a.Z01", Short());

@@ -1,5 +1,5 @@
-// Loaded into the program before the C library: has each file that the program waits for the disk with noted
-// in the file that SYNC_LOG names, a path a line.
+// Loaded into the program before the C library: notes each file that the program syncs to the disk in the
+// file that SYNC_LOG names, one path per line.
 #include <array>
 #include <cstdio>
 #include <cstdlib>

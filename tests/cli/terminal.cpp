@@ -52,8 +52,7 @@ Finished RunOnTerminal(const QString& directory, const QStringList& arguments,
 {
     Terminal output;
     Terminal error;
-    // A terminal becomes the controlling one of a process from within it, at the head of a session of its
-    // own.
+    // A process can only take a controlling terminal itself, as the leader of a new session.
     PreparedProcess process([&] {
         setsid();
         ioctl(error.ProgramEnd(), TIOCSCTTY, 0);
@@ -73,7 +72,7 @@ Finished RunOnTerminal(const QString& directory, const QStringList& arguments,
         poll(ends.data(), ends.size(), -1);
         out += TakeFrom(output.UserEnd());
         err += TakeFrom(error.UserEnd());
-        for (pollfd& end : ends) // without a program behind it, an end has nothing more to say
+        for (pollfd& end : ends) // an end whose program is gone has nothing more to read
             end.fd = (end.revents & POLLHUP) != 0 ? -1 : end.fd;
     } while (ends[0].fd >= 0 || ends[1].fd >= 0);
     process.waitForFinished(-1);

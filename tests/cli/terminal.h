@@ -8,7 +8,7 @@
 #include <QString>
 #include <QStringList>
 
-/// What is there to read now from a descriptor that does not wait.
+/// What can be read right now from a non-blocking descriptor.
 QByteArray TakeFrom(int descriptor);
 
 /// A pair of ends; what is written to one end can be read from the other.
@@ -27,7 +27,7 @@ public:
     int ProgramEnd() const { return program; }
     void CloseProgramEnd();
 
-    /// The other end, which does not wait.
+    /// The other end, which is non-blocking.
     int UserEnd() const { return user; }
 
 private:
@@ -41,5 +41,5 @@ private:
 Finished RunOnTerminal(const QString& directory, const QStringList& arguments,
                        const QMap<QString, QString>& environment = {});
 
-/// What is left to see of a text when a terminal has done what it says: a line that is cleared is gone.
+/// What remains visible of a text when a terminal has carried out its codes: a line that is cleared is gone.
 QString Seen(const QString& text);

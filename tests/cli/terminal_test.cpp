@@ -1,4 +1,4 @@
-// Every subcommand on a terminal: what stands on standard error, to the letter.
+// Every subcommand on a terminal: what is on standard error, to the letter.
 #include "terminal.h"
 
 #include <QRegularExpression>
@@ -106,7 +106,7 @@ TEST_P(OnTerminal, StandardErrorIsWhatItMustBe)
     EXPECT_EQ(run.code, GetParam().code) << run.err;
     EXPECT_EQ(Untimed(Seen(run.err)), GetParam().error);
     EXPECT_FALSE(run.out.contains('\033'));
-    // A bar that comes and goes is all that may be written besides.
+    // Nothing else may be written but a bar that comes and goes.
     static const QRegularExpression bar("\r\033\\[K(\\[[#.]{24}\\] [0-9]+/[0-9]+(  [0-9.]+ a second, "
                                         "[0-9:]+ left)?)?");
     EXPECT_EQ(Untimed(QString(run.err).remove(bar)), GetParam().error);

@@ -44,7 +44,7 @@ TEST(Usage, VersionIsThatOfTheProject)
     EXPECT_EQ(run.err, QString());
 }
 
-TEST(Usage, HelpNamesTheCommandsAndHowToBegin)
+TEST(Usage, HelpNamesTheCommandsAndHowToStart)
 {
     const Finished run = RunProgram(QString(), {"--help"});
     EXPECT_EQ(run.code, 0);

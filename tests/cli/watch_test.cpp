@@ -7,7 +7,7 @@
 
 using recorderfile::Encode;
 
-TEST(Watch, ConvertsWhatIsThereAndWhatComes)
+TEST(Watch, ConvertsWhatIsThereAndWhatArrives)
 {
     Station station;
     station.Write("in/a.ZU", Encode(ShortRecording(0)));
@@ -23,16 +23,16 @@ TEST(Watch, ConvertsWhatIsThereAndWhatComes)
     EXPECT_EQ(station.Records().size(), 2);
 }
 
-// With many looks into the directory, and with none while it grows.
+// With many scans of the directory, and with none while it grows.
 TEST(Watch, RecordingThatGrowsIsTakenWhenItIsQuiet)
 {
-    constexpr int quiet = 500; // no pause of a busy machine is as long
+    constexpr int quiet = 500; // no pause of a busy machine is this long
     for (const char* rescan : {"0.05", "3600"}) {
         Station station(quiet);
         const QByteArray whole = Encode(ShortRecording(0));
         station.Start({}, "0.01", rescan);
         ASSERT_TRUE(station.Waits("started", 1));
-        // Bytes come for twice the quiet time, never as far apart as it.
+        // Bytes arrive for twice the quiet time, with shorter gaps than it.
         const auto begin = std::chrono::steady_clock::now();
         int size = 0;
         ASSERT_TRUE(WaitFor([&] {
@@ -94,7 +94,7 @@ TEST(Watch, KilledAtAnyMomentItGoesOnWhereItWas)
     const Finished last = station.Once();
     EXPECT_EQ(last.code, 0) << last.err;
     EXPECT_EQ(station.Records().size(), count);
-    // Each kill repeats the recording at hand and no other.
+    // Each kill repeats the current recording and no other.
     EXPECT_LE(station.Events("converting").size() + Station::EventsIn(last.out, "converting").size(),
               count + kills);
     EXPECT_EQ(station.Count("converted"), count);
@@ -186,7 +186,7 @@ TEST(Watch, RecordIsOnTheDiskBeforeTheJournalSaysSo)
                                     {{"LD_PRELOAD", SYNC_LOG_LIBRARY}, {"SYNC_LOG", station.Path("synced")}});
     EXPECT_EQ(run.code, 0) << run.err;
     const QString journal = station.Path("out/.zucmtr-watch");
-    // The pieces are on the disk before they have their final names, which the directory gives them.
+    // The pieces are on the disk before the directory gives them their final names.
     const QString record = station.Path("out/.zucmtr-/" + ShortRecordName(0));
     QString synced = QString::fromUtf8(ReadBytes(station.Path("synced")));
     synced.replace(QRegularExpression("/\\.zucmtr-\\w{6}/"), "/.zucmtr-/");
@@ -214,7 +214,7 @@ TEST(Watch, OtherFileIsNotTakenForAJournal)
     }
 }
 
-// As of a machine that starts before its network.
+// For example on a machine that starts before its network.
 TEST(Watch, RecordingsOfAFileSystemThatComesLateAreRemembered)
 {
     Station station;
@@ -243,7 +243,7 @@ TEST(Watch, RecordingsThatAreGoneAreDroppedFromTheJournal)
     EXPECT_EQ(Station::EventsIn(station.Once().out, "found"), QStringList());
 }
 
-TEST(Watch, DirectoryThatGoesIsToldAndFoundAgain)
+TEST(Watch, DirectoryThatDisappearsIsReportedAndFoundAgain)
 {
     Station station;
     station.Start({"--ini", "ZuDrv.ini"});
@@ -258,7 +258,7 @@ TEST(Watch, DirectoryThatGoesIsToldAndFoundAgain)
     EXPECT_EQ(station.Events("unreadable").size(), 1);
 }
 
-TEST(Watch, NameThatIsNotUtf8IsToldAndFails)
+TEST(Watch, NameThatIsNotUtf8IsReportedAndFails)
 {
     const Station station;
     const QByteArray path = station.Path("in").toUtf8() + "/\377.ZU";
@@ -378,7 +378,7 @@ TEST(Watch, StateThatCannotBeWrittenEndsIt)
     EXPECT_EQ(run.code, 1);
     EXPECT_TRUE(run.err.contains("zucmtr: 'out/.zucmtr-watch' cannot be written: ")) << run.err;
     EXPECT_EQ(Station::EventsIn(run.out, "converting"),
-              QStringList()); // what cannot be remembered is not begun
+              QStringList()); // what cannot be remembered is not started
     EXPECT_EQ(Station::EventsIn(station.Once().out, "converted"), QStringList{"in/a.ZU"});
 }
 
@@ -402,7 +402,7 @@ TEST(Watch, WhatMayBeThereAtTheNextStartIsNoWrongUsage)
         "zucmtr: --state: 'none/journal' cannot be written: No such file or directory; give another file\n");
 }
 
-TEST(Watch, WrongUsageIsTold)
+TEST(Watch, WrongUsageIsReported)
 {
     const Station station;
     EXPECT_EQ(station.Once({"--no-verify", "--remove-source"}).code, 2);

@@ -1,4 +1,4 @@
-// zucmtr watch: what lies in the directories besides recordings, and files that cannot be looked at.
+// zucmtr watch: what is in the directories besides recordings, and files that cannot be checked.
 #include "watchstation.h"
 
 #include <QDir>
@@ -19,7 +19,7 @@ int ModeOf(const Station& station, const QString& name)
     return static_cast<int>(status.st_mode & 07777);
 }
 
-// Writes to a file as 'cp -p' does over one that is as old.
+// Writes to a file as 'cp -p' does when the new content has the same time.
 void WriteWithItsTime(const Station& station, const QString& name, const QByteArray& bytes)
 {
     const QByteArray path = station.Path(name).toLocal8Bit();
@@ -31,7 +31,8 @@ void WriteWithItsTime(const Station& station, const QString& name, const QByteAr
     ASSERT_EQ(utimensat(AT_FDCWD, path.constData(), times, 0), 0);
 }
 
-// The bad file is left out of the record, with a note; neither time nor size tell that it is mended.
+// The bad file is left out of the record, with a note; neither its time nor its size shows that it was
+// mended.
 void ExpectContinuationTakenWhenItIsMended(const Station& station)
 {
     const QByteArray good = Encode(ShortRecording(0));
@@ -77,7 +78,7 @@ TEST(WatchDirectories, ContinuationThatComesAfterItsRecordingWasPutAwayIsReporte
     EXPECT_EQ(station.Events("orphan"), QStringList{"in/a.Z01"});
 }
 
-TEST(WatchDirectories, FilesThatAKilledRunHasLeftAreTakenUp)
+TEST(WatchDirectories, FilesThatAKilledRunHasLeftAreRecovered)
 {
     const Station station;
     station.MakeDirectory("archive");
@@ -134,8 +135,8 @@ TEST(WatchDirectories, DirectoriesThatTheSystemDoesNotWatchAreOneEventAndScanned
     EXPECT_EQ(station.Events("unwatched", "count"), QStringList{"4"});
 }
 
-// A network may not answer for a while: what it does not say must not make another recording of it.
-TEST(WatchDirectories, FileThatCannotBeLookedAtForAWhileIsNotConvertedTwice)
+// A network may not answer for a while: the missing answer must not turn a recording into another one.
+TEST(WatchDirectories, FileThatCannotBeCheckedForAWhileIsNotConvertedTwice)
 {
     Station station;
     station.Write("in/a.ZU", Encode(ShortRecording(0)));
@@ -177,7 +178,7 @@ TEST(WatchDirectories, RecordingThatWasGivenUpIsTriedAgainWhenItsPermissionsChan
     station.Write("in/c.ZU", Encode(ShortRecording(10)));
     ASSERT_TRUE(station.Waits("converted", 2));
     EXPECT_EQ(station.End(), 0);
-    EXPECT_EQ(station.Events("failed").size(), 4); // of the permissions that it was given up with
+    EXPECT_EQ(station.Events("failed").size(), 4); // with the permissions with which it was given up
 }
 
 TEST(WatchDirectories, ChangeOfPermissionsAloneDoesNotConvertAgain)
@@ -196,7 +197,7 @@ TEST(WatchDirectories, ContinuationThatWasLeftOutIsTakenWhenItIsMendedWithTheSam
     ExpectContinuationTakenWhenItIsMended(station);
 }
 
-TEST(WatchDirectories, RecordsLieBelowTheOutputAsTheirRecordingsDo)
+TEST(WatchDirectories, RecordsMirrorTheDirectoriesOfTheirRecordings)
 {
     const Station station;
     recorderfile::Recording other = ShortRecording(0);
@@ -218,7 +219,7 @@ TEST(WatchDirectories, RecordsLieBelowTheOutputAsTheirRecordingsDo)
     EXPECT_EQ(Station::EventsIn(station.Once({"-r"}).out, "found"), QStringList());
 }
 
-TEST(WatchDirectories, WithFlatAllRecordsLieInTheOutputItself)
+TEST(WatchDirectories, WithFlatAllRecordsAreInTheOutputItself)
 {
     const Station station;
     station.Write("in/2024/a.ZU", Encode(ShortRecording(0)));
@@ -227,7 +228,7 @@ TEST(WatchDirectories, WithFlatAllRecordsLieInTheOutputItself)
     EXPECT_EQ(station.Records(), QStringList{ShortRecordName(0) + ".cfg"});
 }
 
-// It holds up no recording of another directory, and is tried for as long as it takes.
+// It does not delay recordings of other directories, and is tried for as long as it takes.
 TEST(WatchDirectories, DirectoryBelowTheOutputThatCannotBeUsedConcernsItsRecordingsAlone)
 {
     Station station;

@@ -1,8 +1,8 @@
 // Loaded into the program before the C library: faults of the system, as the environment says.
 //   END_AT          the process that opens a file of this name is ended by SIGKILL, or the signal END_BY
-//   UNSEEN          nothing of this name can be looked at while the file that UNSEEN_WHILE names is there
+//   UNSEEN          nothing of this name can be checked while the file that UNSEEN_WHILE names is there
 //   UNUSABLE        the same, of directories that are written to, once the program has started
-//   FULL            there is no room for files whose paths begin so while the file FULL_WHILE is there
+//   FULL            there is no room for files whose paths start so while the file FULL_WHILE is there
 //   NO_WATCHES      no directory is watched
 #include <array>
 #include <cerrno>
@@ -56,7 +56,7 @@ int Open(const char* name, const char* path, int flags, mode_t mode)
     return Next<int (*)(const char*, int, ...)>(name)(path, flags, mode);
 }
 
-// The call by which the program looks whether it can write; its start asks Qt.
+// The call that the program uses to check whether it can write; its start asks Qt.
 int Stat(const char* name, const char* path, void* status)
 {
     if (IsHit(path, "UNUSABLE", "UNUSABLE_WHILE")) {

@@ -1,4 +1,4 @@
-// zucmtr watch: recordings at which the program, or the process that converts one of them, comes down.
+// zucmtr watch: recordings that crash the program, or the process that converts one of them.
 #include "watchstation.h"
 
 #include <QDir>
@@ -17,7 +17,7 @@ QMap<QString, QString> Fault(const QString& file, int signal)
     return {{"LD_PRELOAD", WATCH_FAULTS_LIBRARY}, {"END_AT", file}, {"END_BY", QString::number(signal)}};
 }
 
-// Twice with the program, which has a process of its own work on the recording from then on.
+// Ends the program twice; from then on it uses a separate process for the recording.
 void EndTwice(const Station& station, const QMap<QString, QString>& fault)
 {
     for (int run = 0; run < 2; ++run)
@@ -40,7 +40,7 @@ TEST(WatchProcess, RecordingWithWhichTheProgramWasEndedComesLastAndIsConverted)
     }
 }
 
-// In a process of its own it is the one that ends.
+// A separate process takes the crash.
 TEST(WatchProcess, RecordingThatEndsTheProgramIsFoundAndGivenUp)
 {
     const Station station;
@@ -61,8 +61,8 @@ TEST(WatchProcess, RecordingThatEndsTheProgramIsFoundAndGivenUp)
     EXPECT_EQ(Station::EventsIn(station.Once().out, "converted"), QStringList{"in/a.ZU"});
 }
 
-// What the other process found out comes back whole: here that a bad file is not in the record, which is made
-// again when that file is touched.
+// Everything that the other process found out is passed back: here that a bad file is not in the record,
+// which is made again when that file is touched.
 TEST(WatchProcess, FileThatTheOtherProcessLeftOutIsRemembered)
 {
     const Station station;
@@ -76,7 +76,7 @@ TEST(WatchProcess, FileThatTheOtherProcessLeftOutIsRemembered)
     EXPECT_EQ(Station::EventsIn(station.Once().out, "converted"), QStringList{"in/a.ZU"});
 }
 
-// Not only when the service starts again, or works in the same directory again.
+// Not only when the service restarts, or works in the same directory again.
 TEST(WatchProcess, UnfinishedRecordOfAProcessThatCameDownIsRemovedAtOnce)
 {
     const Station station;
@@ -90,7 +90,7 @@ TEST(WatchProcess, UnfinishedRecordOfAProcessThatCameDownIsRemovedAtOnce)
     EXPECT_EQ(out.entryList(hidden), QStringList());
 }
 
-// An operator ends the process, or the system that lacks memory does: that is no attempt.
+// The process is ended by an operator, or by a system short of memory: that is not an attempt.
 TEST(WatchProcess, RecordingWhoseProcessIsKilledIsConvertedWhenThatIsOver)
 {
     for (const int signal : {SIGKILL, SIGHUP}) {
@@ -110,7 +110,7 @@ TEST(WatchProcess, RecordingWhoseProcessIsKilledIsConvertedWhenThatIsOver)
     }
 }
 
-// Counted over restarts, apart from the attempts.
+// Counted across restarts, separately from the attempts.
 TEST(WatchProcess, RecordingWhoseProcessIsKilledSixteenTimesIsGivenUp)
 {
     Station station;

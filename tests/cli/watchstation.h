@@ -1,4 +1,4 @@
-// A directory "in" and a watch of it that can be started, ended and started again.
+// A directory "in" and a watch of it that can be started, ended and restarted.
 #pragma once
 
 #include "child.h"
@@ -17,7 +17,7 @@
 
 constexpr int QuietMilliseconds = 100;
 
-/// The output of the watch, and its standard error, are collected in the file "events".
+/// The events of the watch, and its standard error, are collected in the file "events".
 class Station : public Workplace
 {
 public:
@@ -41,7 +41,7 @@ public:
             output, output);
     }
 
-    /// Ends it by the signal and gives its exit code.
+    /// Ends it with the signal and returns its exit code.
     int End(int signal = SIGTERM)
     {
         child->Send(signal);

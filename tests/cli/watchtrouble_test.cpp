@@ -1,4 +1,4 @@
-// zucmtr watch: trouble that is not a recording's - directories and journals that go and come.
+// zucmtr watch: trouble that no recording causes: directories and journals that come and go.
 #include "watchstation.h"
 
 #include <QDir>
@@ -39,7 +39,7 @@ void ExpectWaiting(Station& station, const QString& directory, const QString& re
     EXPECT_EQ(Said(station), said);
 }
 
-// It has room again when the file "marker" is removed.
+// There is room again when the file "marker" is removed.
 void StartOnFullDisk(Station& station)
 {
     setenv("LD_PRELOAD", WATCH_FAULTS_LIBRARY, 1);
@@ -51,7 +51,7 @@ void StartOnFullDisk(Station& station)
         unsetenv(name);
 }
 
-// A socket as the service manager's.
+// A socket like the service manager's.
 class Manager
 {
 public:
@@ -88,7 +88,7 @@ private:
 
 } // namespace
 
-TEST(WatchTrouble, OutputDirectoryThatGoesIsWaitedFor)
+TEST(WatchTrouble, OutputDirectoryThatDisappearsIsWaitedFor)
 {
     Station station;
     station.Start({"--state", "journal", "--attempts", "1"});
@@ -99,7 +99,7 @@ TEST(WatchTrouble, OutputDirectoryThatGoesIsWaitedFor)
         "that is mended\n");
 }
 
-TEST(WatchTrouble, ArchiveThatGoesIsWaitedFor)
+TEST(WatchTrouble, ArchiveThatDisappearsIsWaitedFor)
 {
     Station station;
     station.MakeDirectory("archive");
@@ -111,7 +111,7 @@ TEST(WatchTrouble, ArchiveThatGoesIsWaitedFor)
         "when that is mended\n");
 }
 
-TEST(WatchTrouble, JournalWhoseDirectoryGoesIsWaitedForAndMadeAgain)
+TEST(WatchTrouble, JournalWhoseDirectoryDisappearsIsWaitedForAndMadeAgain)
 {
     Station station;
     station.MakeDirectory("state");
@@ -122,7 +122,8 @@ TEST(WatchTrouble, JournalWhoseDirectoryGoesIsWaitedForAndMadeAgain)
     ASSERT_TRUE(station.Waits("trouble", 1));
     station.Write("in/b.ZU", Encode(ShortRecording(10)));
     ASSERT_TRUE(station.Waits("found", 2));
-    EXPECT_EQ(station.Events("converting"), QStringList{"in/a.ZU"}); // what cannot be remembered is not begun
+    EXPECT_EQ(station.Events("converting"),
+              QStringList{"in/a.ZU"}); // what cannot be remembered is not started
     station.MakeDirectory("state");
     ASSERT_TRUE(station.Waits("converted", 2));
     EXPECT_EQ(station.End(), 0);
@@ -131,8 +132,8 @@ TEST(WatchTrouble, JournalWhoseDirectoryGoesIsWaitedForAndMadeAgain)
     EXPECT_EQ(station.Names("state"), QStringList{"journal"});
 }
 
-// By a second process everything would be converted again.
-TEST(WatchTrouble, JournalThatIsRemovedIsMadeAgainBeforeARecordingIsBegun)
+// A second process would convert everything again.
+TEST(WatchTrouble, JournalThatIsRemovedIsMadeAgainBeforeARecordingIsStarted)
 {
     Station station;
     station.Write("in/a.ZU", Encode(ShortRecording(0)));
@@ -141,7 +142,7 @@ TEST(WatchTrouble, JournalThatIsRemovedIsMadeAgainBeforeARecordingIsBegun)
     ASSERT_TRUE(QFile::remove(station.Path("out/.zucmtr-watch")));
     station.Write("in/b.ZU", Encode(ShortRecording(10)));
     ASSERT_TRUE(station.Waits("converted", 2));
-    EXPECT_EQ(station.Once().code, 1); // one at a time, still
+    EXPECT_EQ(station.Once().code, 1); // still one at a time
     EXPECT_EQ(station.End(), 0);
     EXPECT_EQ(station.Count("converted"), 2);
     EXPECT_EQ(Station::EventsIn(station.Once().out, "found"), QStringList());
@@ -194,7 +195,7 @@ TEST(WatchTrouble, RunWithOnceEndsAndTheNextOneGoesOn)
     EXPECT_EQ(station.Once({"--archive", "archive"}).code, 0);
 }
 
-// Neither the recordings nor the attempts are spent on it, and the room that is there again is noticed.
+// It uses up neither the recordings nor the attempts, and new room is noticed.
 TEST(WatchTrouble, FullDiskIsWaitedForAndNoAttemptCounts)
 {
     Station station;
@@ -215,7 +216,7 @@ TEST(WatchTrouble, FullDiskIsWaitedForAndNoAttemptCounts)
     EXPECT_EQ(Station::EventsIn(station.Once({"--state", "journal"}).out, "found"), QStringList());
 }
 
-// Or the service would report it until the next recording comes, in a month perhaps.
+// Otherwise the service would report it until the next recording comes, perhaps in a month.
 TEST(WatchTrouble, FullDiskIsNoTroubleAnyMoreWhenTheRecordingThatMetItIsGone)
 {
     Station station;
@@ -228,7 +229,7 @@ TEST(WatchTrouble, FullDiskIsNoTroubleAnyMoreWhenTheRecordingThatMetItIsGone)
     ASSERT_TRUE(station.Waits("recovered", 1));
     EXPECT_TRUE(manager.Hears("STATUS=0 converted, 0 given up, 0 waiting"));
     station.Write("in/b.ZU", Encode(ShortRecording(10)));
-    ASSERT_TRUE(station.Waits("trouble", 2)); // it is full, still
+    ASSERT_TRUE(station.Waits("trouble", 2)); // it is still full
     ASSERT_TRUE(QFile::remove(station.Path("marker")));
     ASSERT_TRUE(station.Waits("converted", 1));
     EXPECT_EQ(station.End(), 0);
@@ -251,7 +252,7 @@ TEST(WatchTrouble, RunWithOnceEndsAfterTwoRecordingsWithoutRoom)
     EXPECT_EQ(station.Records().size(), 3);
 }
 
-TEST(WatchTrouble, ServiceManagerIsTold)
+TEST(WatchTrouble, ServiceManagerIsNotified)
 {
     Station station;
     Manager manager(station.Path("manager"));

@@ -4,7 +4,7 @@
 
 namespace {
 
-// What is no word of a language: options, file names, keys of the ini file, standards and their parts,
+// Words that belong to no language: options, file names, keys of the ini file, standards and their parts,
 // signals.
 const QStringList& NamesOfThings()
 {

@@ -1,10 +1,10 @@
-// In which language a text of the program is.
+// The language that a text of the program is in.
 #pragma once
 
 #include <QString>
 #include <QStringList>
 
-/// The Latin words of the text that are no names: of options, commands, extensions, standards and the like.
+/// The Latin words in the text that are not names: of options, commands, extensions, standards and the like.
 QStringList EnglishWords(QString text);
 
 bool HasRussianLetter(const QString& text);

@@ -1,4 +1,4 @@
-// Command lines that the program cannot take, as the tables of several test files.
+// Command lines that the program cannot take, used as tables by several test files.
 #pragma once
 
 #include <QString>
@@ -6,7 +6,7 @@
 
 #include <gtest/gtest.h>
 
-/// A command line, and the whole of standard error that comes of it, without "zucmtr: " and the last line.
+/// A command line, and all of its standard error but "zucmtr: " and the last line.
 struct Wrong
 {
     QStringList arguments;

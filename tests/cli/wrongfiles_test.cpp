@@ -1,4 +1,4 @@
-// What is said of files and directories that a command cannot take.
+// What is reported about files and directories that a command cannot take.
 #include "wrong.h"
 
 namespace {

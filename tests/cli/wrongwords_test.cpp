@@ -1,4 +1,4 @@
-// What is said of words of the command line that are no command, option or value.
+// What is reported about words of the command line that are no command, option or value.
 #include "wrong.h"
 
 INSTANTIATE_TEST_SUITE_P(

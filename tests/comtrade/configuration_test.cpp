@@ -22,7 +22,7 @@ QByteArray WithLine(int number, const QByteArray& line)
 
 } // namespace
 
-TEST(ComtradeConfiguration, TellsAllThatTheLinesTell)
+TEST(ComtradeConfiguration, ReadsEverythingInTheLines)
 {
     const Configuration configuration = Parsed(ExampleConfiguration());
     EXPECT_EQ(configuration.station, "Подстанция");
@@ -123,7 +123,7 @@ INSTANTIATE_TEST_SUITE_P(
         Spoilt{9, "31/01/2024,0:0", "rec.cfg, line 9: '31/01/2024,0:0' should be dd/mm/yyyy,hh:mm:ss.ssssss"},
         Spoilt{11, "Text", "rec.cfg, line 11: data file type 'Text' is not known"}));
 
-TEST(ComtradeConfiguration, TellsWhatFollowsWhereATextEnds)
+TEST(ComtradeConfiguration, SaysWhatFollowsWhereATextEnds)
 {
     EXPECT_EQ(ErrorOf([] { Parsed(QByteArray()); }),
               "rec.cfg: ends after line 0, where station, device, revision should follow");

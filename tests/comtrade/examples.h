@@ -1,4 +1,4 @@
-// A small record to read and to spoil.
+// A small record to read and to damage.
 #pragma once
 
 #include "comtrade/record.h"

@@ -1,4 +1,4 @@
-// Records spoilt at random: they are read or refused with a text, and nothing else.
+// Randomly damaged records: they are read, or refused with a text, and nothing else happens.
 #include "examples.h"
 
 #include <gtest/gtest.h>

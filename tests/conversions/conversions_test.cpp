@@ -1,4 +1,4 @@
-// Whole conversions as data: each folder beside this file is a test (README.md tells how).
+// Whole conversions as data: each folder beside this file is a test (see README.md).
 #include "service/zucmtrlib.h"
 #include "support/files.h"
 
@@ -49,7 +49,7 @@ protected:
         folder = Root + QLatin1Char('/') + QString::fromStdString(GetParam());
         CopyTree(folder + QStringLiteral("/inputs"), work.Path());
         work.MakeDirectory(QStringLiteral("out"));
-        // Relative paths keep the name of the directory out of the texts.
+        // With relative paths, the name of the directory is not in the texts.
         before = QDir::currentPath();
         QDir::setCurrent(work.Path());
     }
@@ -114,7 +114,7 @@ protected:
             Say(QStringLiteral("left"), name);
     }
 
-    // Writes what came out as what is expected from now on.
+    // Makes the present output the expected one.
     void Accept() const
     {
         QDir(folder + QStringLiteral("/expected")).removeRecursively();

@@ -17,7 +17,7 @@ TEST(DictionaryGuess, FindsTheLevelAmongTheNumbersOfAName)
     EXPECT_EQ(dictionary::LevelInName(""), 0);
 }
 
-TEST(DictionaryGuess, TakesTheLevelsOfTheRecordingWhereANameTellsNone)
+TEST(DictionaryGuess, TakesTheLevelsOfTheRecordingWhereANameHasNone)
 {
     const dictionary::Levels levels =
         dictionary::LevelsOf({{"ВЛ-110 А:Ia", "А"}, {"ВЛ-110 А:Ib", "А"}, {"ВЛ-220 Б:Ia", "А"}});

@@ -28,7 +28,7 @@ QStringList TextsIn(const QString& source, const QRegularExpression& expression)
 
 } // namespace
 
-// A text that the library gets must get its words here, too.
+// A new text of the library must be known here, too.
 TEST(LibraryText, IsKnownForEveryFailureInTheSources)
 {
     const QRegularExpression literal("\"([^\"]*[А-я][^\"]*)\"");
@@ -92,7 +92,7 @@ TEST(SystemText, NamesTheDirectoryOfAFullDiskAndOfNothingElse)
 TEST(SystemText, IsNeverAnUnknownError)
 {
     const QString unknown = "the system gives no reason";
-    EXPECT_EQ(explain::SystemText(QStringLiteral("Unknown error")), unknown); // as Qt has it
+    EXPECT_EQ(explain::SystemText(QStringLiteral("Unknown error")), unknown); // Qt's text
     EXPECT_EQ(explain::SystemText(QString()), unknown);
     EXPECT_EQ(explain::SystemText(0), unknown);
     EXPECT_EQ(explain::SystemText(ENOSPC), "No space left on device");

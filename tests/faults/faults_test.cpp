@@ -1,4 +1,4 @@
-// Every file call of a conversion fails once, in every way it can, and what must remain is looked at.
+// Every file call of a conversion fails once, in every possible way, and what must remain is checked.
 #include "forms.h"
 #include "shim.h"
 
@@ -32,7 +32,7 @@ class Faults : public testing::TestWithParam<int>
 protected:
     Faults() : form(AllForms().at(static_cast<size_t>(GetParam()))), scene(form) {}
 
-    // Lets the nth call fail. False if the conversion has no such call.
+    // Makes the nth call fail. False if the conversion has no such call.
     bool RunWithFault(const Failure& failure, long nth)
     {
         scene.Reset();
@@ -72,7 +72,7 @@ protected:
         for (auto file = expected.begin(); file != expected.end(); ++file) {
             const QByteArray found = output.value(file.key());
             const bool whole = found == file.value() || found == scene.Earlier().value(file.key());
-            // A failed write of a text line counts as written, so the file itself may lack it.
+            // A failed write of a text line counts as done, so the line may be missing in the file itself.
             const bool mayLackLines = shim::StruckKind() == shim::Write && IsTemporary(struck);
             EXPECT_TRUE(whole || mayLackLines) << file.key();
         }

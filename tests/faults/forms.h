@@ -1,4 +1,5 @@
-// Conversions for the fault tests: every output form, an earlier result in place, and what a whole result is.
+// Conversions for the fault tests: every output form, an earlier result in place, and what a complete result
+// is.
 #pragma once
 
 #include "support/device.h"
@@ -31,10 +32,10 @@ public:
     void Reset();
     void ResetSources();
 
-    /// Converts the sources; gives the result.
+    /// Converts the sources; returns the result.
     bool Convert();
 
-    /// What lies in the output directory, temporary files included.
+    /// What is in the output directory, temporary files included.
     Tree Output() const;
     QStringList Sources() const;
 

@@ -12,7 +12,7 @@
 
 namespace {
 
-// Lets a child convert without end and kills it after some microseconds.
+// Has a child convert over and over and kills it after some microseconds.
 void ConvertAndKill(Scene& scene, unsigned int microseconds)
 {
     const pid_t child = fork();
@@ -51,7 +51,7 @@ TEST(Kills, EachFinalFileIsTheWholeOldOrTheWholeNewOne)
             old += isOld ? 1 : 0;
         }
         ASSERT_TRUE(scene.Convert());
-        ASSERT_TRUE(scene.Output() == scene.Whole()) << i; // no debris either
+        ASSERT_TRUE(scene.Output() == scene.Whole()) << i; // nothing left over either
     }
     EXPECT_GT(old, 0); // some kills came before the commit
     std::printf("%d kills, %d final files found old\n", Kills, old);

@@ -16,7 +16,7 @@ namespace {
 
 constexpr rlim_t AddressSpace = rlim_t{1} << 30;
 
-// A channel of that many points out of copies of one block.
+// A channel of this many points made of copies of one block.
 AnalogChannel CopyBomb(uint32_t points)
 {
     constexpr uint16_t BlockSamples = 65535;
@@ -31,7 +31,7 @@ AnalogChannel CopyBomb(uint32_t points)
     return channel;
 }
 
-// Converts in a child whose address space is limited; gives the device's last error, or "converted".
+// Converts in a child whose address space is limited; returns the device's last error, or "converted".
 QString ConvertLimited(const Recording& recording)
 {
     TestStation station("Тип Comtrade 1999=1\n");
@@ -102,7 +102,8 @@ TEST(MemoryBombs, AnAreaThatCannotReachItsPointsAllocatesNothing)
 
 TEST(MemoryBombs, MemoryThatRunsOutBesideTheSamplesIsAFailureToo)
 {
-    // The samples just fit, and what the conversion needs beside them may not: whatever comes is no crash.
+    // The samples just fit, but what the conversion needs besides them may not: whatever happens, it is no
+    // crash.
     for (uint32_t points = 440000000; points < 500000000; points += 10000000) {
         Recording recording;
         const QString text = ConvertLimited(recording.Add(CopyBomb(points)).Add(DiscreteChannel{}));

@@ -149,7 +149,7 @@ __attribute__((visibility("default"))) int close(int descriptor)
     const int error = errno;
     if (descriptor >= 0 && descriptor < 1024)
         openPaths[descriptor].clear();
-    const int result = next(descriptor); // a failing close gives the descriptor back all the same
+    const int result = next(descriptor); // a failing close still frees the descriptor
     if (strikes && thePlan.error != 0) {
         errno = error;
         return -1;

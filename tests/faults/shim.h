@@ -1,5 +1,5 @@
-// A shim between the program and the C library's file calls: lets the n-th call of some kinds below a
-// directory fail, or do something else first.
+// A shim between the program and the C library's file calls: makes the n-th call of some kinds below a
+// directory fail, or does something else first.
 #pragma once
 
 namespace shim {
@@ -24,13 +24,13 @@ struct Plan
     bool onwards = false;       // all later calls fail, too
     bool skipSync = false;      // syncs that go through do nothing, which saves their time
     bool shortCount = false;    // a read or write takes half of what it should
-    void (*action)() = nullptr; // called before the call goes on
+    void (*action)() = nullptr; // called before the call proceeds
 };
 
-/// Counts calls on files below directory from here on and carries plan out. One plan at a time.
+/// Counts calls on files below directory from here on and carries out the plan. One plan at a time.
 void Arm(const char* directory, const Plan& plan);
 
-/// Stops; gives how many calls were counted.
+/// Stops; returns how many calls were counted.
 long Disarm();
 
 /// Path (or that of the file descriptor) of the call at which it happened; empty if it did not.

@@ -1,4 +1,4 @@
-// Records written beside their final place: what lies there after every failing call and every kill.
+// Records written beside their final place: what is there after every failing call and every kill.
 #include "forms.h"
 #include "shim.h"
 #include "zucmtr/files/staging.h"
@@ -109,7 +109,7 @@ public:
         return QDir(Out()).entryList(QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot);
     }
 
-    // Each configuration that is there has its own record's pieces around it, and all of them.
+    // Each configuration that is there is surrounded by all pieces of its own record, and no others.
     bool IsWhole() const
     {
         const Tree files = Files();
@@ -123,7 +123,7 @@ public:
             for (const QString& piece : before.keys() + after.keys()) {
                 const bool page = piece.endsWith(QLatin1String("html"));
                 const bool own = piece == name || (!container && !piece.endsWith(QLatin1String("cff")));
-                // A page belongs to the record that comes with it.
+                // A page belongs to the record that it comes with.
                 const Tree& whole = files[name] == before.value(name) ? before : after;
                 if (own && !page && files.value(piece) != whole.value(piece))
                     return false;
@@ -168,7 +168,7 @@ bool KillBefore(const Place& place, long nth)
     return WEXITSTATUS(status) == 0;
 }
 
-// For every kind of record in the place of nothing, of separate files and of a container.
+// For every kind of record: replacing nothing, separate files, and a container.
 template <class Action>
 void ForAllPairs(const Action& action)
 {
@@ -228,7 +228,7 @@ TEST(Staging, LeavesWhatTheLibraryLeaves)
         for (const QString& name : other.Names())
             found.insert(name, ReadBytes(other.Path(name)));
         EXPECT_TRUE(found == expected) << form.name;
-        EXPECT_NE(before.keys(), expected.keys()) << form.name; // temporary files went
+        EXPECT_NE(before.keys(), expected.keys()) << form.name; // temporary files were removed
     }
 }
 
@@ -389,7 +389,7 @@ TEST(Staging, KeepsDirectoriesThatAreInUseAndThoseOfOthers)
     EXPECT_EQ(other.Names(), QStringList{"kept"});
 }
 
-TEST(Staging, IsMadeAgainIfItIsTakenForALeftOne)
+TEST(Staging, IsMadeAgainIfItIsTakenForALeftover)
 {
     const TestDirectory here;
     static QString out;

@@ -1,4 +1,4 @@
-// The output directory goes away in the middle of a conversion.
+// The output directory disappears in the middle of a conversion.
 #include "forms.h"
 #include "shim.h"
 

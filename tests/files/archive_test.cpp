@@ -1,4 +1,4 @@
-// Moving recordings into an archive: what the copies keep, in which order things happen, what is in the way.
+// Moving recordings into an archive: what the copies keep, the order of events, and obstacles.
 #include "scene.h"
 
 #include "zucmtr/files/archivecopies.h"
@@ -49,7 +49,7 @@ calls::Hook Note(QStringList& log)
 TEST(Archive, OnAFileSystemThatReallyIsAnotherTakesAllFiles)
 {
     const TestDirectory here;
-    // In memory on most machines; where it is not, the call between the directories says so.
+    // In memory on most machines; if it is not, the call between the directories shows that.
     const QTemporaryDir there(QStringLiteral("/dev/shm/zucmtr-test-XXXXXX"));
     const QByteArray large(1 << 20, 'x');
     const ChainFiles chain(here.Write("a.ZU", large));

@@ -23,7 +23,7 @@ std::string PathOf(int file)
     return size > 0 ? std::string(path.data(), static_cast<size_t>(size)) : std::string();
 }
 
-// Whether the call fails by the hook's word.
+// Whether the hook has the call fail.
 bool Fails(const char* name, const std::string& path, const std::string& target = std::string())
 {
     if (!theHook)
@@ -120,7 +120,7 @@ int __wrap_flock(int file, int operation)
     return Fails("flock", PathOf(file)) ? -1 : __real_flock(file, operation);
 }
 
-int __wrap_fsync(int file) // the disk is not waited for: thousands of times it takes minutes
+int __wrap_fsync(int file) // does not wait for the disk: thousands of waits take minutes
 {
     return Fails("fsync", PathOf(file)) ? -1 : 0;
 }

@@ -16,11 +16,11 @@ struct Call
     bool Writes() const;
 };
 
-/// Is asked before each call: the errno to fail with, or 0 to have the call made. Its own calls are not
-/// watched.
+/// Called before each call: returns the errno to fail with, or 0 to let the call proceed. Its own calls are
+/// not watched.
 using Hook = std::function<int(const Call&)>;
 
-/// Asks the hook as long as this is there.
+/// Calls the hook as long as this object lives.
 class Watch
 {
 public:
@@ -30,7 +30,7 @@ public:
     Watch& operator=(const Watch&) = delete;
 };
 
-/// File times without fractions of a second, as some file systems have them, as long as this is there.
+/// File times without fractions of a second, as on some file systems, as long as this object lives.
 class WholeSeconds
 {
 public:
@@ -40,7 +40,7 @@ public:
     WholeSeconds& operator=(const WholeSeconds&) = delete;
 };
 
-/// The wall clock is ahead by this much as long as this is there, that of the file systems is not.
+/// The wall clock is ahead by this much as long as this object lives; that of the file systems is not.
 class Ahead
 {
 public:

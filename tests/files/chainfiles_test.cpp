@@ -192,7 +192,7 @@ TEST(ChainFiles, NoticeWhatHappensAfterwards)
     const QString changed = QStringLiteral("'%1' changed after it was read");
     {
         const ChainFiles chain(path);
-        WriteOver(second, "SECOND", nullptr); // at once: in a tick of the clock of its own
+        WriteOver(second, "SECOND", nullptr); // at once: in a clock tick of its own
         EXPECT_EQ(Happened(chain), changed.arg(second));
     }
     {
@@ -225,7 +225,7 @@ TEST(ChainFiles, NoticeWhatHappensAfterwards)
     EXPECT_EQ(Happened(chain), QStringLiteral("'%1' is gone since it was read").arg(second));
 }
 
-TEST(ChainFiles, ThatWereLeftInPeaceForAWhileAreToldByTheirTimesAlone)
+TEST(ChainFiles, ThatWereLeftInPeaceForAWhileAreKnownByTheirTimesAlone)
 {
     const TestDirectory here;
     const QString path = here.Write("a.ZU", "first");
@@ -243,7 +243,7 @@ TEST(ChainFiles, ThatWereLeftInPeaceForAWhileAreToldByTheirTimesAlone)
     EXPECT_FALSE(read);
 }
 
-TEST(ChainFiles, ThatCannotBeLookedAtAgainCountAsChanged)
+TEST(ChainFiles, ThatCannotBeCheckedAgainCountAsChanged)
 {
     const TestDirectory here;
     const ChainFiles chain(here.Write("a.ZU", "first"));

@@ -1,5 +1,4 @@
-// Files that are exchanged, change or come while a recording is put away: before any call that is made with
-// files.
+// Files that are exchanged, changed or added while a recording is put away, before any of the calls on files.
 #include "scene.h"
 
 #include <gtest/gtest.h>
@@ -26,7 +25,7 @@ void Append(const QString& path)
     close(file);
 }
 
-// As many bytes as before, with the time of the last change as before.
+// The same number of bytes as before, with the same time of the last change.
 void Rewrite(const QString& path)
 {
     const int file = open(QFile::encodeName(path).constData(), O_WRONLY);
@@ -40,7 +39,7 @@ void Rewrite(const QString& path)
     close(file);
 }
 
-// By a file with the time of the one that was there.
+// Replaces a file by another one with the same time.
 void Replace(const QString& path)
 {
     struct stat status = {};
@@ -102,7 +101,7 @@ TEST_P(EveryExchange, AtAnyCallLosesNothingAndArchivesNothingUnread)
         long count = 0;
         bool applied = false;
         const QString text = scene.TextOfPutAway(way, [&](const calls::Call& call) {
-            // Between two looks at something nothing happens that an exchange could disturb.
+            // Nothing happens between two checks in a row that an exchange could disturb.
             if (call.name != "statx" && ++count == nth) {
                 const QString path = scene.Source(exchange.file);
                 applied = exchange.action == Replace || QFile::exists(path);
@@ -159,7 +158,7 @@ TEST(Exchange, NameThatIsTakenMeanwhileGivesTheRecordingAnother)
 {
     const Scene scene(1);
     const QString text = scene.TextOfPutAway({"removal", false, {}}, [&](const calls::Call& call) {
-        // After the first file has gone aside, another comes, and a continuation.
+        // After the first file has been moved aside, another one arrives, with a continuation.
         if (call.name == "renameat2" && call.path == scene.Source("a.Z01").toStdString()) {
             Replace(scene.Source("a.ZU"));
             Replace(scene.Source("a.Z02"));
@@ -194,7 +193,7 @@ TEST(Exchange, FileThatIsOpenForWritingIsKept)
     EXPECT_EQ(scene.Sources(), QStringList());
 }
 
-// Copying a recording to the archive may take longer than a recorder needs to come back to its file.
+// Copying a recording to the archive may take so long that the recorder comes back to its file.
 TEST(Exchange, WriterThatComesAfterTheCopyKeepsTheRecording)
 {
     const Scene scene(1);

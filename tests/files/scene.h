@@ -1,4 +1,4 @@
-// A recording in one directory, an archive in another, and the kinds of file systems that they may lie on.
+// A recording in one directory, an archive in another, and the kinds of file systems that they may be on.
 #pragma once
 
 #include "calls.h"
@@ -9,7 +9,7 @@
 #include <functional>
 #include <vector>
 
-/// How the files are put away, and which calls the file system does not know.
+/// How the files are put away, and which calls the file system does not support.
 struct Way
 {
     const char* name;
@@ -43,17 +43,17 @@ public:
     /// What one of the recording's files holds.
     static QByteArray Content(const QString& name);
 
-    /// Opens the recording and puts it away. The hook is
-    /// asked before each call that the file system of `way` knows.
+    /// Opens the recording and puts it away. The hook is asked before each call that the file system of `way`
+    /// supports.
     void PutAway(const Way& way, const calls::Hook& hook = nullptr) const;
 
-    /// As PutAway; the text of the error, or an empty one.
+    /// The same; returns the text of the error, or an empty one.
     QString TextOfPutAway(const Way& way, const calls::Hook& hook = nullptr) const;
 
-    /// As PutAway in a process that ends before call `nth`, counted from 1; false if it ran to its end.
+    /// The same in a process that ends before call `nth`, counted from 1; false if it ran to its end.
     bool PutAwayAndKill(const Way& way, long nth) const;
 
-    /// What a new run begins with: Recover in both places.
+    /// What a new run starts with: Recover in both places.
     sourcefiles::Recovered Recover() const;
 
     /// Whether all files of the recording are here and nothing else.

@@ -8,7 +8,7 @@ namespace {
 class HostileIni : public testing::Test
 {
 protected:
-    // Loads defaults and device out of this text; gives whether both loaded.
+    // Loads defaults and device from this text; returns whether both loaded.
     bool Load(const QByteArray& text, const QString& group = QStringLiteral("Device"))
     {
         const QString ini = directory.Write(QStringLiteral("ZuDrv.ini"), text);

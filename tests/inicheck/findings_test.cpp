@@ -77,7 +77,7 @@ TEST_F(CheckOf, KeysOfTheDefaultsAreNamedInOneNote)
         << findings[0].text;
 }
 
-TEST_F(CheckOf, UnknownKeysAreToldWithTheNearest)
+TEST_F(CheckOf, UnknownKeysAreReportedWithTheNearest)
 {
     EXPECT_EQ(OfDevice("Обьект=X\n"), One("1 W ignored: there is no key 'Обьект'; is 'Объект' meant?"));
     EXPECT_EQ(OfDevice("Оператор=X\n"), One("1 W ignored: there is no key 'Оператор'"));
@@ -105,7 +105,7 @@ TEST_F(CheckOf, ObligatoryKeysAreMissed)
     EXPECT_EQ(findings[0].text, "'Модель' is missing: the section does not load; add it");
 }
 
-TEST_F(CheckOf, LinesThatAreNoneAreTold)
+TEST_F(CheckOf, LinesOfNoKnownKindAreReported)
 {
     EXPECT_EQ(
         OfDevice("what\n; a comment\n\n"),
@@ -119,7 +119,7 @@ TEST_F(CheckOf, LinesThatAreNoneAreTold)
                   "counts: put them together"));
 }
 
-TEST_F(CheckOf, LineAheadOfTheFirstSectionIsIgnored)
+TEST_F(CheckOf, LineBeforeTheFirstSectionIsIgnored)
 {
     const Findings findings = Of("Объект=X\n" + Defaults().toUtf8() + "[D]\n");
     ASSERT_FALSE(findings.empty());
@@ -127,7 +127,7 @@ TEST_F(CheckOf, LineAheadOfTheFirstSectionIsIgnored)
     EXPECT_EQ(findings[0].line, 1);
 }
 
-TEST_F(CheckOf, RepeatedKeysAreToldWhereTheyDoNotCount)
+TEST_F(CheckOf, RepeatedKeysAreReportedWhereTheyDoNotCount)
 {
     EXPECT_EQ(
         OfDevice("Объект=X\nОбъект=Y\n"),
@@ -167,7 +167,7 @@ TEST_F(CheckOf, IdentityTextsThatMakeARecordUnreadableAreErrors)
                   "the names of files"));
 }
 
-TEST_F(CheckOf, LettersThatTheCodePageLacksAreTold)
+TEST_F(CheckOf, LettersThatTheCodePageLacksAreReported)
 {
     EXPECT_EQ(
         OfDevice("Кодировка Comtrade UTF8=0\nМодель=Ω-1\n"),
@@ -176,7 +176,7 @@ TEST_F(CheckOf, LettersThatTheCodePageLacksAreTold)
     EXPECT_EQ(OfDevice("Модель=Ω-1\n"), QStringList());
 }
 
-TEST_F(CheckOf, KeysThatExcludeEachOtherAreTold)
+TEST_F(CheckOf, KeysThatExcludeEachOtherAreReported)
 {
     EXPECT_EQ(
         OfDevice("Тип Comtrade CFF=1\nТип Comtrade 1999=1\n"),
@@ -190,7 +190,7 @@ TEST_F(CheckOf, KeysThatExcludeEachOtherAreTold)
                   "--remove-source' deletes each one after its record is verified"));
 }
 
-TEST_F(CheckOf, EntriesBeyondTheMaximumAreNotLookedAt)
+TEST_F(CheckOf, EntriesBeyondTheMaximumAreNotChecked)
 {
     EXPECT_EQ(OfDevice("nAnMax=1\nA01=W:Ua,V_L=110 E_G=L S_G=VT\nA02=W:Ub,V_L=110 E_G=L S_G=VT\n"),
               One("3 W A02: ignored: 'nAnMax' is 1; raise it to 2"));
@@ -221,7 +221,7 @@ TEST_F(CheckOf, EntriesWithoutGoodParametersStayUnsorted)
                      "2 W A01: 'S_T=' is ignored; is 'S_G' meant?"}));
 }
 
-TEST_F(CheckOf, NamesOfSignalsAreLookedAt)
+TEST_F(CheckOf, NamesOfSignalsAreChecked)
 {
     EXPECT_EQ(OfDevice("nAnMax=1\nA01=,V_L=110\n"),
               One("2 E A01: it has no signal ahead of the first comma: the section does not load"));
@@ -260,7 +260,7 @@ TEST_F(CheckOf, EquipmentIsOfOneKind)
     EXPECT_EQ(OfDevice(first + "A02=W:F,V_L=110 E_G=L S_G=F\n"), QStringList());
 }
 
-TEST_F(CheckOf, BaysAreLookedAt)
+TEST_F(CheckOf, BaysAreChecked)
 {
     EXPECT_EQ(OfDevice("nBayMax=1\nBAY01=W\n"),
               One("2 W BAY01: ignored: it has neither a text to show nor a second circuit"));

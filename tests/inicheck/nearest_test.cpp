@@ -1,4 +1,4 @@
-// The known word that was meant.
+// The known word that the user meant.
 #include "inicheck/nearest.h"
 
 #include <gtest/gtest.h>

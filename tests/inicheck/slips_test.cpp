@@ -1,5 +1,5 @@
-// Every kind of slip against what the converter does with it: a section that is said not to load does not,
-// and a file without a line that is said to be ignored gives the same device.
+// Every kind of mistake against what the converter does with it: a section reported not to load does not
+// load, and removing a line reported as ignored makes no difference to the device.
 #include "inicheck/inicheck.h"
 
 #include "resorter/ResorterZuCmtrConv.h"
@@ -11,7 +11,7 @@
 
 namespace {
 
-// What the library made of a file.
+// What the library made from a file.
 struct Loaded
 {
     bool defaults = false;
@@ -170,7 +170,7 @@ protected:
         }
     }
 
-    // Whether a section from line `first` to line `last` is said not to load.
+    // Whether a section from line `first` to line `last` is reported not to load.
     bool IsRefused(int first, int last) const
     {
         return std::any_of(findings.begin(), findings.end(), [=](const inicheck::Finding& finding) {
@@ -195,20 +195,20 @@ bool IsIdle(const inicheck::Finding& finding)
     return false;
 }
 
-TEST_P(Slips, AreToldAsTheConverterTakesThem)
+TEST_P(Slips, AreReportedAsTheConverterTakesThem)
 {
-    QStringList told;
+    QStringList reported;
     for (const inicheck::Finding& finding : findings)
-        told << QString::number(finding.line) + QStringLiteral(": ") + finding.text;
-    EXPECT_EQ(!findings.empty(), GetParam().found) << told.join('\n');
+        reported << QString::number(finding.line) + QStringLiteral(": ") + finding.text;
+    EXPECT_EQ(!findings.empty(), GetParam().found) << reported.join('\n');
 
     const Loaded whole = Load(directory, text);
     const int device = text.left(text.indexOf("[Device]")).count('\n') + 1;
-    EXPECT_EQ(whole.defaults, !IsRefused(1, device - 1)) << told.join('\n');
-    EXPECT_EQ(whole.device, !IsRefused(device, 1000)) << told.join('\n');
+    EXPECT_EQ(whole.defaults, !IsRefused(1, device - 1)) << reported.join('\n');
+    EXPECT_EQ(whole.device, !IsRefused(device, 1000)) << reported.join('\n');
     for (const inicheck::Finding& finding : findings) {
         if (IsIdle(finding)) {
-            EXPECT_TRUE(Load(directory, Without(text, finding.line)) == whole) << told.join('\n');
+            EXPECT_TRUE(Load(directory, Without(text, finding.line)) == whole) << reported.join('\n');
         }
     }
 }
@@ -237,7 +237,7 @@ TEST(SlipTexts, ByteOrderMarkIsNoted)
                        "for other programs"));
 }
 
-TEST(SlipTexts, NumberThatDoesNotFitIsToldAsItIsTaken)
+TEST(SlipTexts, NumberThatDoesNotFitIsReportedAsItIsTaken)
 {
     EXPECT_EQ(
         TextsOf(DefaultsSection() + "[Device]\nТип Comtrade BIN=4294967297\n").last(),
@@ -259,7 +259,7 @@ TEST(SlipTexts, PlaceMarksOfTheFileStayAsTheyAre)
                                              "the section does not load")));
 }
 
-// Each line is looked at a bounded number of times, however many sections there are.
+// Each line is examined a bounded number of times, however many sections there are.
 TEST(SlipTexts, ManySectionsTakeLittleTime)
 {
     QByteArray text = DefaultsSection() + "[Device]\n";

@@ -1,4 +1,4 @@
-// What the check says is what happens: each ini file is also loaded by the converter itself.
+// What the check reports is what happens: each ini file is also loaded by the converter itself.
 #include "inicheck/inicheck.h"
 
 #include "config/QSettingsRu.h"
@@ -37,7 +37,7 @@ protected:
     TestDirectory directory;
 };
 
-// Lines with a finding that says so.
+// The number of lines with a finding that contains the text.
 int Count(const Findings& findings, const QString& part)
 {
     std::set<int> lines;

@@ -1,4 +1,4 @@
-// Where paths of output options lead.
+// Where the paths of output options lead.
 #include "output/target.h"
 #include "support/files.h"
 
@@ -52,7 +52,7 @@ TEST(OutputTarget, RingOfLinksIsNoFile)
     EXPECT_EQ(TargetOf(directory.Path("a")).kind, Kind::NewFile);
 }
 
-TEST(OutputTarget, PipesAndDevicesAreStreamsAlsoBehindALink)
+TEST(OutputTarget, PipesAndDevicesAreStreamsAlsoThroughALink)
 {
     const TestDirectory directory;
     ASSERT_EQ(mkfifo(QFile::encodeName(directory.Path("pipe")).constData(), 0600), 0);

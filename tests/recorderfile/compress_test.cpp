@@ -125,7 +125,7 @@ TEST(Compression, PacksItemsAcrossByteBoundaries)
     EXPECT_EQ(PackItems({-2, 258}, 15), QByteArray::fromHex("feff0201")); // a word an item
 }
 
-TEST(Compression, AreaBeginsWithTotalBlockSizeAndFirstBlock)
+TEST(Compression, AreaStartsWithTotalBlockSizeAndFirstBlock)
 {
     // Block two repeats the first (width 0), block three is 1 lower and then 1 higher (items 1 and -1).
     EXPECT_EQ(CompressSamples({100, -2, 100, -2, 99, -1}, 2), QByteArray::fromHex("0c000000"

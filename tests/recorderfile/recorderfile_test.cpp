@@ -82,7 +82,7 @@ TEST(RecorderFile, TextLongerThanItsFieldFillsItWithoutNul)
     EXPECT_EQ(file.mid(24, 130), QByteArray(128, 'c') + QByteArray("i\0", 2));
 }
 
-TEST(RecorderFile, AnalogSectionLiesAtItsOffsets)
+TEST(RecorderFile, AnalogSectionIsAtItsOffsets)
 {
     AnalogChannel channel{"Q1:Ia", "А", {1, -2, 3}};
     channel.rate = 1200;

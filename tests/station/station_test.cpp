@@ -121,7 +121,7 @@ TEST(Station, SegmentsCarryOnWithoutASeam)
     EXPECT_EQ(parts[1].duration, 2000000u);
 }
 
-TEST(Station, DiscreteRecordsOfEverySegmentBeginWithTheStateAtItsStart)
+TEST(Station, DiscreteRecordsOfEverySegmentStartWithTheStateAtItsStart)
 {
     StationOptions options;
     options.seconds = 0.2; // trigger at 0.05 s, the breaker is open from about 0.15 s to 0.7 s

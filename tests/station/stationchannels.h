@@ -5,7 +5,7 @@
 
 #include <gtest/gtest.h>
 
-// Signals of the faulted bay begin with this.
+// Signals of the faulted bay start with this.
 inline const QString line = QStringLiteral("ВЛ-110 Восточная:");
 
 // The channels of one kind, in file order.
@@ -19,7 +19,7 @@ std::vector<Channel> ChannelsOf(const recorderfile::Recording& recording)
     return channels;
 }
 
-// The channel of that name; a failure of the test if there is none.
+// The channel with that name; the test fails if there is none.
 template <typename Channel>
 Channel Find(const recorderfile::Recording& recording, const QString& name)
 {

@@ -125,7 +125,7 @@ TEST(StationIni, IdentifiersAreUnique)
     EXPECT_EQ(identifiers.removeDuplicates(), 0);
 }
 
-// As uuidgen --sha1 --namespace 94093c8e-13e7-4114-a382-8e4671eac728 --name 'ВЛ-110 Восточная:Ia' gives it.
+// The value of uuidgen --sha1 --namespace 94093c8e-13e7-4114-a382-8e4671eac728 --name 'ВЛ-110 Восточная:Ia'.
 TEST(StationIni, IdentifiersAreThoseOfTheNamesEverywhere)
 {
     EXPECT_EQ(ValuesOf(LinesOf({}), "CIM_ID=").first(), "18f89f7d-1c11-5bc0-af7b-4a9eac8f993e");

@@ -139,7 +139,7 @@ TEST(StationNetwork, CurrentDoesNotJumpAtTheTrigger)
     const Recording recording = FirstSegment(Fault::ThreePhase);
     for (const char* phase : {"Ia", "Ib", "Ic"}) {
         const auto current = Find<AnalogChannel>(recording, line + phase);
-        // In one sample a fault current of 5657 A peak moves by 740 A at most, the direct part by 50 A.
+        // In one sample a fault current of 5657 A peak changes by 740 A at most, its DC component by 50 A.
         EXPECT_LT(std::fabs(Value(current, trigger) - Value(current, trigger - 1)), 100) << phase;
         EXPECT_LT(std::fabs(Value(current, trigger + 1) - Value(current, trigger)), 900) << phase;
     }

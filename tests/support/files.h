@@ -8,17 +8,17 @@
 
 #include <ostream>
 
-/// A fresh directory that goes with the object.
+/// A fresh directory, removed with the object.
 class TestDirectory
 {
 public:
     /// Path of name inside the directory; the directory itself for an empty name.
     QString Path(const QString& name = QString()) const;
 
-    /// Writes a file of these bytes and gives its path. A failure ends the test program.
+    /// Writes a file of these bytes and returns its path. A failure ends the test program.
     QString Write(const QString& name, const QByteArray& bytes) const;
 
-    /// Makes a subdirectory and gives its path.
+    /// Makes a subdirectory and returns its path.
     QString MakeDirectory(const QString& name) const;
 
     /// Names of the files in a subdirectory (the directory itself for an empty name), sorted.

@@ -16,7 +16,7 @@ public:
         CalcShifts();
     }
 
-    /// Appends a channel of these codes, scaled by 1, and gives it.
+    /// Appends a channel of these codes, scaled by 1, and returns it.
     AnChannelData& Add(const QString& circuit, const QString& signal, const QString& unit,
                        const std::vector<qint16>& codes)
     {

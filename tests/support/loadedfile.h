@@ -16,7 +16,7 @@ public:
         : LoadedFile(recorderfile::Encode(recording))
     {}
 
-    /// What Load gave.
+    /// What Load returned.
     bool Ok() const { return loaded; }
 
     ZuFileFormat* operator->() { return &file; }

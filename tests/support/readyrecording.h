@@ -9,9 +9,9 @@
 
 #include <vector>
 
-/// A recording made ready for the writers of the station's device as a conversion does it, but whatever the
-/// checks say of it. Its files are segment.ZU and so on in the station's directory, the device's output files
-/// "cfg", "dat", "hdr", "inf" and "cff". What the steps throw passes.
+/// A recording made ready for the writers of the station's device as a conversion does it, but regardless of
+/// the checks. Its files are segment.ZU and so on in the station's directory, the device's output files
+/// "cfg", "dat", "hdr", "inf" and "cff". What the steps throw is passed on.
 class ReadyRecording
 {
 public:

@@ -20,7 +20,7 @@ inline QString OutFile(const QString& extension)
     return QStringLiteral("out/") + OutName() + extension;
 }
 
-/// Names of output files with these extensions, as Names("out") gives them if they are in order.
+/// Names of output files with these extensions, as Names("out") returns them if everything is right.
 inline QStringList OutNames(const QStringList& extensions)
 {
     QStringList names;
@@ -29,8 +29,8 @@ inline QStringList OutNames(const QStringList& extensions)
     return names;
 }
 
-/// A recording of one analog channel, all of whose samples have this code, and one discrete channel. The
-/// 24 samples at 2400 a second take 10000 microseconds.
+/// A recording with one analog channel, all of whose samples have this code, and one discrete channel. The 24
+/// samples at 2400 per second take 10000 microseconds.
 inline recorderfile::Recording SmallRecording(int16_t code = 1)
 {
     recorderfile::Recording recording;
@@ -39,7 +39,7 @@ inline recorderfile::Recording SmallRecording(int16_t code = 1)
     return recording;
 }
 
-/// The analog channel that the small recording begins with.
+/// The analog channel with which the small recording starts.
 inline recorderfile::AnalogChannel& FirstAnalog(recorderfile::Recording& recording)
 {
     return std::get<recorderfile::AnalogChannel>(recording.sections.at(0));
@@ -51,7 +51,7 @@ inline QByteArray SmallFile(int16_t code = 1)
     return recorderfile::Encode(SmallRecording(code));
 }
 
-/// The note at the end of a conversion that went through.
+/// The note at the end of a successful conversion.
 inline QString SuccessNote()
 {
     return QStringLiteral("Преобразование в Comtrade выполнено успешно, файл ") + OutName();

@@ -1,4 +1,4 @@
-// An obvious decoder of compressed data areas: it unpacks bit by bit, with no thought of speed.
+// A simple decoder of compressed data areas: it unpacks bit by bit, without regard to speed.
 #pragma once
 
 #include <QByteArray>

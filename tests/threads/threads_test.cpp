@@ -1,4 +1,4 @@
-// Eight devices convert at once on eight threads, and give the bytes of one after the other.
+// Eight devices convert at once on eight threads, with the same bytes as one after the other.
 #include "service/zucmtrlib.h"
 #include "station/station.h"
 #include "support/device.h"

@@ -73,7 +73,7 @@ struct Call
     Kind kind;
     std::string path;
     std::string second = {};
-    int file = -1;        // the descriptor worked on, or the one that came of it
+    int file = -1;        // the descriptor worked on, or the resulting one
     long flags = 0;       // of open, rename
     long long length = 0; // bytes asked for or done
     long long offset = -1;
@@ -101,7 +101,7 @@ std::vector<std::string> Split(const std::string& text, char separator)
     return parts;
 }
 
-// A descriptor of the shim's own, out of the way of the program's.
+// A descriptor for the shim itself, with a number that the program does not get.
 int OpenOwn(const std::string& path)
 {
     if (path.empty())
@@ -186,7 +186,7 @@ public:
     std::recursive_mutex mutex;
 
 private:
-    // Puts the bytes of a write into the data file; gives their position in it.
+    // Puts the bytes of a write into the data file; returns their position in it.
     long long Keep(const Call& call)
     {
         if (call.data == nullptr || data < 0)
@@ -243,7 +243,7 @@ std::string PathOf(const char* path, int directory = AT_FDCWD)
     return Normal((directory == AT_FDCWD ? LinkOf("/proc/self/cwd") : PathOf(directory)) + '/' + path);
 }
 
-// What a failed call gives back.
+// The return value of a failed call.
 template <class Result>
 Result Failure()
 {
@@ -259,7 +259,8 @@ bool Failed(Result result)
     return result == Failure<Result>();
 }
 
-// Has a call meet its fate, does it, and notes it if it was done. done fills in what is known afterwards.
+// Makes the call unless its fate is to fail, and notes it if it was made. done fills in what is known only
+// then.
 template <class Function, class Done>
 auto Do(Call call, Function function, Done done) -> decltype(function(call))
 {
@@ -284,7 +285,7 @@ auto Do(Call call, Function function, Done done) -> decltype(function(call))
         shim.Note(call, kindNames.at(call.kind));
     }
     errno = after;
-    if (fate.fails) { // a close that fails gives the descriptor back all the same
+    if (fate.fails) { // a failing close still frees the descriptor
         errno = error;
         return Failure<Result>();
     }
@@ -379,7 +380,7 @@ std::string Joined(const iovec* parts, int count)
     return bytes;
 }
 
-// A copy inside the kernel is noted as the write that it comes to.
+// A copy inside the kernel is noted as the write that it amounts to.
 template <class Function>
 ssize_t DoCopy(int to, const off64_t* at, size_t count, Function function)
 {

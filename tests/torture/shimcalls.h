@@ -1,4 +1,4 @@
-// The calls of the C library that the shim stands in front of; included by shim.cpp alone.
+// The calls of the C library that the shim intercepts; included by shim.cpp alone.
 #pragma once
 
 extern "C" {
@@ -184,7 +184,7 @@ VISIBLE ssize_t sendfile(int to, int from, off_t* offset, size_t count)
     return sendfile64(to, from, offset, count);
 }
 
-// Blocks that two files share would be bytes that nobody wrote: the program is told to copy them.
+// Blocks shared by two files would be bytes that nobody wrote: failing this makes the program copy them.
 VISIBLE int ioctl(int file, unsigned long request, ...)
 {
     va_list arguments;
@@ -199,7 +199,7 @@ VISIBLE int ioctl(int file, unsigned long request, ...)
     return Next<int (*)(int, unsigned long, ...)>("ioctl")(file, request, argument);
 }
 
-// Bytes written through a mapping are not seen; noted, so that the reader of the log can complain.
+// Bytes written through a mapping are not seen; it is noted, so that the reader of the log can complain.
 VISIBLE void* mmap64(void* address, size_t length, int protection, int flags, int file, off64_t offset)
 {
     const auto next = Next<void* (*)(void*, size_t, int, int, int, off64_t)>("mmap64");

@@ -1,4 +1,4 @@
-// No changed and no missing byte of the configuration and the data is overlooked, whatever the form of the
+// No changed or missing byte of the configuration and the data goes unnoticed, whatever the form of the
 // record.
 #include "scene.h"
 
@@ -25,7 +25,7 @@ bool IsLoose(const QByteArray& bytes, int position)
     return begin >= 0 && position >= begin && position < end;
 }
 
-// Whether the byte holds bits of a binary record's states behind the last of three, which no reader looks at.
+// Whether the byte holds bits of a binary record's states after the last of three, which no reader uses.
 bool IsSpare(const QByteArray& bytes, int position, const Form& form)
 {
     constexpr int recordSize = 8 + 3 * 2 + 2;

@@ -1,5 +1,4 @@
-// The records of the whole conversions, which nobody made for this, pass the verification with their
-// recordings.
+// The records of the whole conversions, which were not made for this, are verified against their recordings.
 #include "support/files.h"
 #include "verify/verifier.h"
 
@@ -13,7 +12,7 @@ namespace {
 
 const QString Root = QStringLiteral(ZUCMTR_CONVERSIONS);
 
-// Verdicts on all first files of a folder, in their order: empty for a right record.
+// Verdicts on all first files of a folder, in order: empty for a right record.
 QStringList Verdicts(const QString& folder)
 {
     QStringList verdicts;
@@ -63,9 +62,9 @@ TEST(GoldenFailures, GoodRecordAmongBadRecordingsIsRight)
     EXPECT_EQ(verdicts.size(), 5);
 }
 
-// Names with percent signs take the revision's place in the configuration: the library means it so, but
-// nobody can read the record.
-TEST(GoldenFailures, RecordThatNoReaderTakesIsTold)
+// Names with percent signs replace the revision in the configuration: the library intends that, but nobody
+// can read the record.
+TEST(GoldenFailures, RecordThatNoReaderTakesIsReported)
 {
     const QStringList verdicts = Verdicts(QStringLiteral("odd_names_and_percent_signs"));
     ASSERT_EQ(verdicts.size(), 1);

@@ -1,5 +1,5 @@
-// The channel order of a recording can hang on the recording before it: the verification follows, and can
-// also begin anew.
+// The channel order of a recording can depend on the recording before it: the verification follows, and can
+// also start afresh.
 #include "recorderfile/recorderfile.h"
 #include "support/device.h"
 #include "verify/verifier.h"
@@ -14,7 +14,7 @@ const char* const dictionary = "nAnMax=2\n"
                                "A01=Q1:Ia,V_L=110 E_G=L S_G=CT\n"
                                "A02=Q1:Ib,V_L=110 E_G=L S_G=CT\n";
 
-// The signals in this order, with codes that tell them apart, so many minutes after the others.
+// The signals in this order, with codes that distinguish them, this many minutes after the others.
 Recording With(const QStringList& names, int minutes)
 {
     Recording recording;

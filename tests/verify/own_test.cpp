@@ -1,4 +1,4 @@
-// Whose record it is that has the name: this recording's, whatever its form and whatever is left of it, or
+// Whose record already has the name: this recording's, whatever its form and whatever is left of it, or
 // another's.
 #include "scene.h"
 
@@ -42,7 +42,7 @@ Segments LongRecording()
     return {recording};
 }
 
-// Changes so many codes of one analog channel of a long recording, from the first one on.
+// Changes this many codes of one analog channel of a long recording, from the first one on.
 Segments WithOtherCodes(size_t channel, int count)
 {
     Segments segments = LongRecording();

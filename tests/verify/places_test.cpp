@@ -1,4 +1,4 @@
-// The verification says where a record is wrong, what stands there and what should.
+// The verification says where a record is wrong, what is there and what should be.
 #include "scene.h"
 
 #include <QFile>
@@ -9,7 +9,7 @@ namespace {
 
 const QString Name = QStringLiteral("240131,120000.2,+3t,Object,Source.Subject");
 
-// The record's file with one text in place of another, which must be there.
+// The record's file with one text, which must be there, replaced by another.
 QByteArray With(const QByteArray& bytes, const QByteArray& before, const QByteArray& after)
 {
     const int position = bytes.indexOf(before);
@@ -175,7 +175,7 @@ TEST(Places, MissingPieceIsNamed)
     }
 }
 
-TEST(Places, RecordingThatIsGoneIsTold)
+TEST(Places, RecordingThatIsGoneIsReported)
 {
     const Scene scene = Made("");
     ASSERT_TRUE(QFile::remove(scene.Recording()));

@@ -74,7 +74,7 @@ verify::Standing Scene::Find(const QString& directory) const
     return verifier->Find(Recording(), directory).standing;
 }
 
-// A fresh file: the system may write a truncated one to the disk at once, which takes its time.
+// A new file each time: the system may write a truncated one to the disk at once, which takes time.
 static void Replace(const QString& path, const QByteArray& bytes)
 {
     if (!QFile::remove(path) || !WriteFile(path, bytes))

@@ -31,7 +31,7 @@ std::vector<recorderfile::Recording> SmallRecording();
 class Scene
 {
 public:
-    /// Converts the segments with a device of these lines.
+    /// Converts the segments with a device that has these lines.
     Scene(const QByteArray& deviceLines, const std::vector<recorderfile::Recording>& segments);
 
     /// What the verification says about the record: empty if it is right.

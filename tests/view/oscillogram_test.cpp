@@ -56,7 +56,7 @@ TEST(Codes, CountWhatIsMissingAndHaveNoEndsWhereAllIs)
     EXPECT_EQ(codes.Greatest(), 5);
 }
 
-TEST(States, KeepABitASampleAndTellTheChanges)
+TEST(States, KeepOneBitPerSampleAndKnowTheChanges)
 {
     view::States states;
     for (int i = 0; i < 20; ++i)

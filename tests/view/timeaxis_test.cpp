@@ -32,7 +32,7 @@ TEST(TimeAxis, TriggerOfTheNextDayCountsOverMidnight)
     EXPECT_EQ(view::TimeAxis::FromRates(config).TriggerSample(), 1500);
 }
 
-TEST(TimeAxis, SecondRateGoesOnOneOfItsStepsBehindTheLastSample)
+TEST(TimeAxis, SecondRateStartsOneOfItsStepsAfterTheLastSample)
 {
     const view::TimeAxis axis = view::TimeAxis::FromRates(Made({{1000, 100}, {500, 200}}, 0));
     EXPECT_NEAR(axis.TimeOf(99), 0.099, 1e-12);

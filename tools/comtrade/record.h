@@ -103,8 +103,7 @@ struct Configuration
 /// The name of the type in a CFG file.
 QString NameOf(DataType type);
 
-/// Parses a CFG text, taken as UTF-8 or, if it is not valid UTF-8, as Windows-1251. fileName is for the
-/// Error.
+/// Parses a CFG text, UTF-8 or, if not valid as that, Windows-1251. fileName is for the Error.
 Configuration ParseConfiguration(const QByteArray& text, const QString& fileName);
 
 /// One record of the data.

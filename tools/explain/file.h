@@ -11,8 +11,7 @@ namespace explain {
 QString Unreadable(const QString& path);
 
 /// Why the library converts no recording at that path, as far as can be seen without reading all of it:
-/// Unreadable, or a name that does not end in .ZU or .zu. Empty for what may be the first file of a
-/// recording.
+/// Unreadable, or a name that does not end in .ZU or .zu. Empty for a possible first file.
 QString NotConvertible(const QString& path);
 
 /// Why the library does not load the file; libraryText is the text that it gave.

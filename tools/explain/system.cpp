@@ -82,8 +82,7 @@ bool IsNoRoom(int error)
 QString SystemText(const QString& text)
 {
     for (const Failure& failure : failures) {
-        // The C library may have translated its text itself; the program's translation then replaces that
-        // one.
+        // The C library may have translated its text itself; the program's translation then replaces it.
         if (text == QLatin1String(failure.text) ||
             text == QString::fromLocal8Bit(std::strerror(failure.error)))
             return Tr("system", failure.text);

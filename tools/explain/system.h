@@ -8,8 +8,7 @@ namespace explain {
 /// The text for the errno of a failed system call, such as "Permission denied".
 QString SystemText(int error);
 
-/// The same for a failure to write below a directory: if a disk is full, the text says that it is the disk of
-/// the directory.
+/// The same for a failure to write below a directory: a full disk is said to be the directory's.
 QString SystemText(int error, const QString& directory);
 
 /// Whether the errno means that a disk, or the user's share of it, is full.

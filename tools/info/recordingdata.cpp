@@ -9,7 +9,6 @@ namespace info {
 
 namespace {
 
-// A discrete channel of the current segment.
 struct Channel
 {
     DiChannelData* data = nullptr;

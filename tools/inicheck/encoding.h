@@ -23,8 +23,7 @@ std::optional<Encoding> OtherEncodingOf(const QByteArray& bytes);
 /// in it; none if the file cannot be read.
 std::optional<Encoding> UnknownEncodingOf(const QString& path);
 
-/// What the converter makes of a file in this encoding and how to rewrite it; to be shown after the file's
-/// path.
+/// What the converter makes of a file in this encoding and how to rewrite it; goes after the file's path.
 QString EncodingText(const Encoding& encoding);
 
 } // namespace inicheck

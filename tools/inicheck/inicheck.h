@@ -26,8 +26,7 @@ Findings Check(const Question& question);
 /// force for the device. Throws like Check.
 Findings SpoilsRecords(const QString& ini, const QString& defaults, const QString& device);
 
-/// The part of it that affects every record: a comma in the name of the object or of the source. Throws like
-/// Check.
+/// What of it affects every record: a comma in the name of the object or of the source. Throws like Check.
 Findings SpoilsEveryRecord(const QString& ini, const QString& defaults, const QString& device);
 
 } // namespace inicheck

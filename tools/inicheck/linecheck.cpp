@@ -13,7 +13,6 @@ bool IsComment(const IniLine& line)
     return line.text.startsWith(QLatin1Char(';')) || line.text.startsWith(QLatin1Char('#'));
 }
 
-// A line that looks like the start of a section.
 bool LooksLikeSection(const IniLine& line)
 {
     return line.kind != LineKind::Section && line.text.startsWith(QLatin1Char('['));

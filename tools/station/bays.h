@@ -1,5 +1,4 @@
-// The bays of the sample station and their signals: the one catalogue from which both the recordings and the
-// ini file are made.
+// The bays of the sample station and their signals: the one source of recordings and ini file.
 #pragma once
 
 #include <QString>

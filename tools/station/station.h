@@ -63,8 +63,7 @@ std::vector<StartKind> PossibleStarts(const StationOptions& options);
 // runs on from one to the next, and the discrete records of each start at 0 with the state at that moment.
 std::vector<recorderfile::Recording> MakeRecording(const StationOptions& options, StartKind start);
 
-// The recording's files: Vostochnaya_000123.ZU with its continuations; the number depends on the kind of
-// start.
+// The recording's files: Vostochnaya_000123.ZU and its continuations; the number shows the kind of start.
 std::vector<recorderfile::NamedFile> MakeFiles(const StationOptions& options, StartKind start);
 
 // The files of one recording for each possible kind of start.

@@ -1,6 +1,5 @@
 // Words for programs that say why something failed, ended or deserves a note: they stand in the JSON output
-// beside a text in the user's language, and do not change from version to version. docs/json.md explains
-// each.
+// beside a text in the user's language, and never change. docs/json.md explains each.
 #pragma once
 
 #include <QString>

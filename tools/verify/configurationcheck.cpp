@@ -24,7 +24,6 @@ struct Field
     QString expected;
 };
 
-// Takes the lines of the file one by one.
 class Lines
 {
 public:

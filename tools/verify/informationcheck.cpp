@@ -1,4 +1,3 @@
-// The INF file of a record.
 #include "device/zucmtrdevparam.h"
 #include "recording/zufileformat.h"
 #include "resorter/ResorterZuCmtrConv.h"

@@ -55,7 +55,6 @@ public:
           isText(type == comtrade::DataType::Ascii), total(source.TotalSamples()), rows(source)
     {}
 
-    // Moves to the next pair; false after the last.
     bool Next()
     {
         while (Read()) {
@@ -147,7 +146,6 @@ public:
         Mix(channelHashes[at], static_cast<quint32>(expected));
     }
 
-    // The channel of each column.
     std::vector<size_t> Channels() const
     {
         std::vector<quint64> columnKeys(channels);

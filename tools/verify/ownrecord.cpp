@@ -47,8 +47,8 @@ struct Remains
     throw Mismatch(Tr("verify", "'%1' cannot be read: %2").arg(path, reason));
 }
 
-// Whether there is a file of this name. Throws Mismatch for anything but a regular file: reading a pipe would
-// wait for ever.
+// Whether there is a file of this name. Throws Mismatch for anything but a regular file: a pipe would never
+// end.
 bool IsThere(const QString& path)
 {
     struct stat status = {};
@@ -121,8 +121,7 @@ void TakeData(Remains& remains, const DataPlace& place, const Source& source)
 {
     const qint64 size = QFile(place.path).size() - place.begin;
     const qint64 written = WrittenSize(place, MostData(source));
-    // Part of the first record proves nothing; a line of ASCII data is never much shorter than a binary
-    // record.
+    // Part of the first record proves nothing; a line of ASCII data is never much shorter than a binary one.
     if (written < size && written < source.BinaryRecordSize())
         return;
     if (written > 0)
@@ -185,8 +184,7 @@ Remains Container(const QString& path, const Source& source)
     }
 }
 
-// Whether it can be what a power failure has left of the recording's configuration: its first lines, or a
-// part of them.
+// Whether it can be what a power failure left of the recording's configuration: the first lines or part of them.
 bool IsBeginning(const QByteArray& configuration, const Source& source)
 {
     const QByteArray found = Written(configuration).replace("\r", "");

@@ -3,8 +3,7 @@
 // Two recordings can have the same name: those of two recorders with the same settings, or of the same time
 // after the clock was set back. Their records differ nearly everywhere, while a record of the same recording
 // has its stamps and its samples, whatever the settings were. Of the two possible mistakes, replacing
-// another's record loses it, while not replacing this recording's own only costs a question: in doubt it is
-// another's.
+// another's record loses it, not replacing this recording's own costs a question: in doubt it is another's.
 #pragma once
 
 #include <QString>

@@ -45,8 +45,7 @@ const UnitRow* FindUnit(const QString& unit)
 
 char PhaseOfName(const QString& name)
 {
-    // The first word is compared by its start: indexes may follow ("Ia1"), the circuit may come before
-    // ("Q1:Ia").
+    // The start of the first word counts: an index may follow ("Ia1"), a circuit come before ("Q1:Ia").
     QStringList words = name.split(QLatin1Char(' '));
     words << name.section(QLatin1Char(':'), -1) << words.last();
     for (const QString& word : words) {

@@ -43,7 +43,6 @@ double Stretch::TimeOf(size_t sample) const
     return oscillogram.axis.TimeOf(oscillogram.first + static_cast<qint64>(sample));
 }
 
-// A step of 1, 2 or 5 times a power of ten, so that a range has at most so many of them.
 double NiceStep(double range, int most)
 {
     const double raw = range / most;

@@ -41,8 +41,7 @@ struct Held
 constexpr qint64 LargestSamples = qint64(64) * 1024 * 1024;
 
 /// Writes the page of a COMTRADE record (a .cfg with its files beside it, or a .cff). An older page is
-/// replaced only when the new one is whole; output/outputfile.h says what becomes of paths that lead
-/// elsewhere.
+/// replaced only when the new one is whole; for paths that lead elsewhere see output/outputfile.h.
 Held WritePage(const QString& recordPath, const QString& pagePath, const Options& options);
 
 /// Format of a still picture.

@@ -1,4 +1,4 @@
-// The encodings under their names.
+// The encodings and their names.
 #include "base/codecs.h"
 
 #include <gtest/gtest.h>

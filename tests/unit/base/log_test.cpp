@@ -28,7 +28,7 @@ public:
     DebugOutput(const DebugOutput&) = delete;
     DebugOutput& operator=(const DebugOutput&) = delete;
 
-    // How often the text of a log that cannot be written has come.
+    // How often the message about a log that cannot be written was printed.
     int LogFailures() const { return texts.count(QStringLiteral("Ошибка записи в лог")); }
 
 private:
@@ -73,7 +73,7 @@ protected:
     QString path = directory.Path("log.txt");
 };
 
-// The two forms of writing, and a load that logs: all must end alike.
+// The two ways of writing, and a load that logs: all must have the same result.
 struct Form
 {
     const char* name;
@@ -148,7 +148,7 @@ TEST_P(LogForms, PermissionsOfAnEarlierFileStay)
     EXPECT_EQ(PermissionsOf(path), mode_t{0600});
 }
 
-TEST_P(LogForms, FileIsMadeAnewWhenItIsTakenAwayBetweenCalls)
+TEST_P(LogForms, FileIsMadeAnewWhenItIsRemovedBetweenCalls)
 {
     GetParam().write();
     const QByteArray first = ReadBytes(path);
@@ -157,7 +157,7 @@ TEST_P(LogForms, FileIsMadeAnewWhenItIsTakenAwayBetweenCalls)
     EXPECT_EQ(ReadBytes(path), first);
 }
 
-TEST_F(Log, LineEndsInALineFeedBehindWhatWasThere)
+TEST_F(Log, LineEndsInALineFeedAfterWhatWasThere)
 {
     directory.Write("log.txt", "before\n");
     zu::WriteToLog(QStringLiteral("one"));

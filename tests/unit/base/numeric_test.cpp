@@ -1,4 +1,4 @@
-// The one way from floating point to integers, and the comparison of floats.
+// The only conversion from floating point to integers, and the comparison of floats.
 #include "base/numeric.h"
 
 #include <gtest/gtest.h>

@@ -161,7 +161,7 @@ TEST_P(DeviceKey, BuiltInValueStandsInTheDocument)
 class ObligatoryDeviceKey : public DeviceKey
 {};
 
-TEST_P(ObligatoryDeviceKey, FailureIsLoggedBehindTheLinesOfTheKeysBefore)
+TEST_P(ObligatoryDeviceKey, FailureIsLoggedAfterTheLinesOfTheEarlierKeys)
 {
     ASSERT_FALSE(loader.LoadParam(param, SectionText::Whole().Drop(key), false));
     QStringList expected;

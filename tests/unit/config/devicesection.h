@@ -1,4 +1,4 @@
-// Ini sections with device keys for tests, each loaded from a file of its own with a log of its own.
+// Ini sections with device keys for tests, each loaded from its own file with its own log.
 #pragma once
 
 #include "base/log.h"
@@ -20,10 +20,10 @@ public:
     /// All nineteen keys with other values, every switch off.
     static SectionText Other();
 
-    /// Adds the key, or gives it another value in its place.
+    /// Adds the key, or changes its value in place.
     SectionText& Set(const QString& key, const QString& value);
 
-    /// Takes the key out.
+    /// Removes the key.
     SectionText& Drop(const QString& key);
 
     QByteArray Bytes() const;
@@ -47,7 +47,7 @@ public:
     /// Lines that the last load wrote to the log.
     QStringList Log() const;
 
-    /// The last load's line on this key; null if there is none.
+    /// The last load's line about this key; null if there is none.
     QString LogLine(const QString& key) const;
 
 private:

@@ -11,7 +11,7 @@
 
 using Texts = std::vector<QString>;
 
-// What permissions tell about whoever runs the test, beside owner, group and others.
+// The permissions of whoever runs the test, besides owner, group and others.
 static const QFile::Permissions OfThisUser = QFile::ReadUser | QFile::WriteUser | QFile::ExeUser;
 
 struct TextCase
@@ -70,7 +70,7 @@ struct SplitCase
 {
     const char* text;
     bool result;
-    Texts expected; // behind the text that was there before
+    Texts expected; // after the text that was there before
 };
 
 class NameSplit : public testing::TestWithParam<SplitCase>

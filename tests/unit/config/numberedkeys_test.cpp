@@ -1,4 +1,4 @@
-// The numbered keys of a section: which numbers are there, whatever the highest one looked for.
+// The numbered keys of a section: which numbers are there, whatever the highest number searched for.
 #include "config/QSettingsRu.h"
 #include "support/files.h"
 

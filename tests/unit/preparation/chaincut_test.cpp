@@ -62,7 +62,7 @@ TEST_F(ChainCut, ContinuationThatDoesNotLoadIsANoteThatNamesTheFirstFile)
     EXPECT_EQ(station.Device().TotalSamples, 24);
 }
 
-TEST_F(ChainCut, FilesBehindOneThatDoesNotLoadAreNotOpened)
+TEST_F(ChainCut, FilesAfterOneThatDoesNotLoadAreNotOpened)
 {
     Write("rec.ZU");
     Write("rec.Z01");

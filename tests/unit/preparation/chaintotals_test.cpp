@@ -17,7 +17,7 @@ using recorderfile::Recording;
 class ChainTotals : public testing::Test
 {
 protected:
-    // Writes the segments rec.ZU, rec.Z01, ... and gives the path of the first.
+    // Writes the segments rec.ZU, rec.Z01, ... and returns the path of the first.
     QString Write(const std::vector<Recording>& segments)
     {
         for (size_t i = 0; i < segments.size(); ++i)
@@ -40,7 +40,7 @@ protected:
         EXPECT_TRUE(QFile::exists(station.Directory().Path("rec.ZU")));
     }
 
-    // Path of a segment, as the messages have it.
+    // Path of a segment, as in the messages.
     QString Path(const QString& name) const { return station.Directory().Path(name); }
 
     TestStation station{"Удалять исходные=1"};
@@ -129,7 +129,7 @@ TEST_F(ChainTotals, LengthOfZeroFails)
     ExpectFailure({recording, SmallRecording()}, "Плохое значение fullTime (==0)");
 }
 
-// Two rates below 1 can be one rate to the comparison of the headers, which is done in 32 bits.
+// The comparison of the headers, done in 32 bits, can take two different rates below 1 for the same.
 TEST_F(ChainTotals, RatesThatDifferBetweenFilesFail)
 {
     ExpectFailure({WithRate(0.75F), WithRate(std::nextafter(0.75F, 1.0F))},

@@ -9,7 +9,7 @@ using namespace recorderfile;
 
 namespace {
 
-// A recording of channels with these names, renamed for the station's device.
+// A recording with channels of these names, renamed for the station's device.
 class RenamedFile
 {
 public:
@@ -23,7 +23,7 @@ public:
         result = file->RenameAllChannelsName(&station.Device());
     }
 
-    /// What RenameAllChannelsName gave.
+    /// What RenameAllChannelsName returned.
     bool Result() const { return result; }
     ZuFileFormat* operator->() { return &file.File(); }
     AnChannelData& An(size_t index = 0) { return file.An(index); }
@@ -142,7 +142,7 @@ TEST(ChannelNames, WithoutAnalogChannelsAllDiscreteNamesStayEmpty)
     EXPECT_TRUE(RenamedFile({"Q1:Ia"}, {}).Result());
 }
 
-TEST(ChannelNames, FirstDiscreteNameWithoutColonStopsThoseBehindIt)
+TEST(ChannelNames, FirstDiscreteNameWithoutColonStopsThoseAfterIt)
 {
     RenamedFile file({"Q1:Ia"}, {"Q1:x", "plain", "Q1:y"});
     EXPECT_FALSE(file.Result());

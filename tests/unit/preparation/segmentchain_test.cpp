@@ -13,7 +13,7 @@ protected:
     // Writes a segment whose samples all have this code.
     void Write(const QString& name, int16_t code = 1) { station.Directory().Write(name, SmallFile(code)); }
 
-    // Converts and gives the codes that the segments left in the DAT file, one a segment.
+    // Converts and returns the codes of the segments in the DAT file, one per segment.
     QString Codes(const QString& name)
     {
         EXPECT_TRUE(station.Converter().ConvertToComtrade(station.Directory().Path(name),
@@ -62,7 +62,7 @@ TEST_F(Chain, GapEndsTheChainUnseen)
     EXPECT_EQ(Notes(station.Device()), QStringList{SuccessNote()});
 }
 
-TEST_F(Chain, GapBehindASecondFileEndsTheChainToo)
+TEST_F(Chain, GapAfterASecondFileEndsTheChainToo)
 {
     Write("rec.ZU", 5);
     Write("rec.Z01", 6);
@@ -96,7 +96,7 @@ TEST_F(Chain, HexadecimalExtensionsAreInSmallLetters)
     EXPECT_EQ(Codes("rec.ZU"), "0 1 2 3 4 5 6 7 8 9");
 }
 
-TEST_F(Chain, ContinuationsAreLookedForBesideTheFirstFile)
+TEST_F(Chain, ContinuationsAreSearchedForBesideTheFirstFile)
 {
     Write("a/rec.ZU", 5);
     Write("rec.Z01", 6);

@@ -1,4 +1,4 @@
-// The COMTRADE name of one channel, made of its name in the recording.
+// The COMTRADE name of a channel, made from its name in the recording.
 #include "recording/zufileformat.h"
 #include "resorter/bayoptionalparam.h"
 #include "support/device.h"
@@ -7,7 +7,7 @@
 
 namespace {
 
-// What RenameSignal leaves; the fields begin with marks.
+// What RenameSignal leaves; the fields start with marks.
 struct Renamed
 {
     bool hasColon = false;

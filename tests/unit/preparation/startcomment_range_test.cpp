@@ -20,7 +20,7 @@ recorderfile::Recording StartedBy(const QString& comment)
 class StartCommentWithTwoItems : public testing::TestWithParam<const char*>
 {};
 
-// The process-wide converter with one device, for the length of a test.
+// The process-wide converter with one device, for the duration of a test.
 class Host
 {
 public:

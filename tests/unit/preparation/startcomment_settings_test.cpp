@@ -21,7 +21,7 @@ void PrintTo(const Setting& setting, std::ostream* out)
 class StartCommentSetting : public testing::TestWithParam<Setting>
 {};
 
-// A recording whose channel Q1:Ia has this ratio and the unit A (Latin), and that starts by the comment.
+// A recording whose channel Q1:Ia has this ratio and the unit A (Latin), with the start comment.
 recorderfile::Recording StartedBy(const QString& comment, float primary)
 {
     recorderfile::Recording recording;

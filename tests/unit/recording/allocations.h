@@ -1,4 +1,4 @@
-// Sees and limits what the test program allocates with new. Its functions replace the global ones.
+// Watches and limits what the test program allocates with new. Its functions replace the global ones.
 #pragma once
 
 #include <cstddef>

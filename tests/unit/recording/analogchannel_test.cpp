@@ -96,7 +96,7 @@ TEST(AnalogChannel, HeaderFieldsAreTakenFromTheirPlaces)
     EXPECT_EQ(file.An().descrLength, 130u);
 }
 
-TEST(AnalogChannel, DataBeginsWhereTheDescriptionEnds)
+TEST(AnalogChannel, DataStartsWhereTheDescriptionEnds)
 {
     AnalogChannel channel = Plain({5, 6});
     channel.extraDescription = 11;
@@ -127,7 +127,7 @@ TEST(AnalogChannel, AnyCompressionFlagButZeroMeansCompressed)
     }
 }
 
-TEST(AnalogChannelFailure, WithoutPointsOrDataTheNameIsTold)
+TEST(AnalogChannelFailure, WithoutPointsOrDataTheNameIsReported)
 {
     AnalogChannel channel = Plain();
     for (const int flag : {0, 1}) {
@@ -235,7 +235,7 @@ TEST(AnalogChannelFailure, BadCompressedAreas)
 
 TEST(AnalogChannelFailure, AreaThatCannotReachThePointsAllocatesNothing)
 {
-    // Three bytes behind the first block could at best be 3 control bytes of 2 blocks.
+    // Three bytes after the first block could at best be 3 control bytes of 2 blocks.
     const QByteArray area = CompressedArea(0, 100, Codes(100)).Raw(QByteArray(3, '\0')).Bytes();
     for (const uint32_t points : {701u, 600000u, 0x7FFFFFFFu, 0x80000000u, 0xFFFFFFFFu}) {
         const AllocationLimit allocations(0x80000);
@@ -246,7 +246,7 @@ TEST(AnalogChannelFailure, AreaThatCannotReachThePointsAllocatesNothing)
 
 TEST(AnalogChannelFailure, NoMemoryForTheExpandedSamples)
 {
-    // 17000 control bytes of zero width may stand for two thousand million samples.
+    // 17000 control bytes of zero width may stand for two billion samples.
     const QByteArray area = CompressedArea(2, 65535, Codes(65535)).Raw(QByteArray(17000, '\0')).Bytes();
     const AllocationLimit allocations(smallEnough);
     EXPECT_EQ(TextOf(CompressedRaw(area, 0x80000001u)), noMemory);

@@ -22,7 +22,7 @@ public:
         QFile file(directory.Write(QStringLiteral("channel"), bytes));
         EXPECT_TRUE(file.open(QIODevice::ReadOnly));
         header.section = section;
-        std::memset(header.behind, 'x', sizeof header.behind);
+        std::memset(header.after, 'x', sizeof header.after);
         loaded = channel.Load(file, &header.section, QTextCodec::codecForName("CP866"));
     }
     ~LoadedChannel() { channel.Clear(); }
@@ -36,7 +36,7 @@ private:
     struct
     {
         ZuFileSectionHeader section;
-        char behind[8]; // must not get into the name
+        char after[8]; // must not get into the name
     } header;
     TestDirectory directory;
     AnChannelData channel;

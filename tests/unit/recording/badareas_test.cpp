@@ -1,4 +1,4 @@
-// The decoder of compressed samples: areas that are bad, or odd and yet good.
+// The decoder of compressed samples: areas that are bad, or odd but good.
 #include "expansion.h"
 
 #include "recorderfile/compress.h"
@@ -53,12 +53,12 @@ TEST(BadArea, FirstBlockBeyondThePointsWritesNothing)
 
 TEST(BadArea, EndsWhereAControlByteBelongs)
 {
-    const Expansion behindFirst = Expand(CompressedArea(8, 2, {5, 6}).Bytes(), 4);
-    EXPECT_FALSE(behindFirst.good);
-    EXPECT_EQ(behindFirst.samples, (Codes{5, 6, filler, filler}));
-    const Expansion behindGroup = Expand(CompressedArea(14, 2, {5, 6}).Group(0, "").Bytes(), 7);
-    EXPECT_FALSE(behindGroup.good);
-    EXPECT_EQ(behindGroup.samples, (Codes{5, 6, 5, 6, 5, 6, filler}));
+    const Expansion afterFirst = Expand(CompressedArea(8, 2, {5, 6}).Bytes(), 4);
+    EXPECT_FALSE(afterFirst.good);
+    EXPECT_EQ(afterFirst.samples, (Codes{5, 6, filler, filler}));
+    const Expansion afterGroup = Expand(CompressedArea(14, 2, {5, 6}).Group(0, "").Bytes(), 7);
+    EXPECT_FALSE(afterGroup.good);
+    EXPECT_EQ(afterGroup.samples, (Codes{5, 6, 5, 6, 5, 6, filler}));
 }
 
 TEST(BadArea, TotalIsNotTheSizeOfTheSamples)
@@ -104,11 +104,11 @@ TEST(BadArea, OddTotalCopiesHalfASample)
 
 TEST(BadArea, ItemBeyondTheArea)
 {
-    // The second item of 9 bits has 7 of them.
+    // The second item of 9 bits has only 7 of them.
     EXPECT_FALSE(Expand(CompressedArea(8, 2, {5, 6}).Group(8, Hex("0102")).Bytes(), 4).good);
     // Half a word.
     EXPECT_FALSE(Expand(CompressedArea(8, 2, {5, 6}).Group(15, Hex("010002")).Bytes(), 4).good);
-    // The third item of 3 bits has 2 of them, and would be the last of the channel.
+    // The third item of 3 bits has only 2 of them, and would be the last of the channel.
     EXPECT_FALSE(Expand(CompressedArea(14, 4, {5, 6, 7, 8}).Group(2, Hex("00")).Bytes(), 7).good);
     EXPECT_TRUE(Expand(CompressedArea(12, 4, {5, 6, 7, 8}).Group(2, Hex("00")).Bytes(), 6).good);
 }
@@ -152,14 +152,14 @@ TEST(OddArea, HalfASampleThatIsSkippedKeepsItsByte)
     EXPECT_EQ(nothingElse.samples, (Codes{0x0102, 0x0304, 0x0002}));
 }
 
-TEST(OddArea, CopyBehindASkippedBlockCopiesItsZeros)
+TEST(OddArea, CopyAfterASkippedBlockCopiesItsZeros)
 {
     const Expansion expansion = Expand(CompressedArea(8, 2, {5, 6}).Raw("\x07").Bytes(), 6);
     EXPECT_TRUE(expansion.good);
     EXPECT_EQ(expansion.samples, (Codes{5, 6, 0, 0, 0, 0}));
 }
 
-TEST(DecoderLimits, NothingIsWrittenBehindThePoints)
+TEST(DecoderLimits, NothingIsWrittenBeyondThePoints)
 {
     const QByteArray items =
         CompressedArea(200, 8, Codes(8, 1)).Group(1, "ab", 15, QByteArray(16, 'x')).Bytes();
@@ -171,8 +171,8 @@ TEST(DecoderLimits, NothingIsWrittenBehindThePoints)
             zu::ExpandSamples(
                 {reinterpret_cast<const unsigned char*>(area.constData()), static_cast<size_t>(area.size())},
                 samples.data(), points);
-            const Codes behind(samples.begin() + static_cast<std::ptrdiff_t>(points), samples.end());
-            EXPECT_EQ(behind, Codes(behind.size(), filler)) << points;
+            const Codes after(samples.begin() + static_cast<std::ptrdiff_t>(points), samples.end());
+            EXPECT_EQ(after, Codes(after.size(), filler)) << points;
         }
 }
 

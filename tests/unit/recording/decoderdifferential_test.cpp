@@ -1,4 +1,4 @@
-// The decoder against a slow and obvious one, over good and bad random areas.
+// The decoder against a slow and simple one, over good and bad random areas.
 #include "slowexpander.h"
 
 #include "recorderfile/compress.h"
@@ -122,7 +122,7 @@ Area RandomGroups(Random& random)
     return {area.Bytes(), points};
 }
 
-// Hardly anything but copies and blocks whose data is missing.
+// Almost only copies, and blocks whose data is missing.
 Area MostlyCopies(Random& random)
 {
     const uint32_t points = random.Between(1, 40);
@@ -172,7 +172,7 @@ constexpr int areasOfAKind = 25000;
 
 } // namespace
 
-TEST_P(DecoderDifferential, GivesWhatTheObviousDecoderGives)
+TEST_P(DecoderDifferential, GivesWhatTheSimpleDecoderGives)
 {
     Random random(20240131);
     int good = 0;

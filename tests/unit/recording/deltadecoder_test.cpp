@@ -74,9 +74,9 @@ TEST(Decoder, ItemsRunOnFromByteToByte)
                   {0, 0, 0, 0, 0, -3, 4, 1, 0, -2});
 }
 
-TEST(Decoder, BlockBeginsOnAByteBoundary)
+TEST(Decoder, BlockStartsOnAByteBoundary)
 {
-    // One item of 2 bits a block; the other six bits of its byte are set and mean nothing.
+    // One item of 2 bits per block; the other six bits of its byte are set and mean nothing.
     ExpectExpands(CompressedArea(6, 1, {7}).Group(1, Hex("fd"), 1, Hex("fe")).Bytes(), {7, 6, 8});
 }
 
@@ -101,7 +101,7 @@ TEST(Decoder, ItemsOfTheLastBlockEndWithThePoints)
     ExpectExpands(CompressedArea(10, 3, {5, 6, 7}).Group(1, Hex("05")).Bytes(), {5, 6, 7, 4, 5});
 }
 
-TEST(Decoder, BytesBehindTheLastSampleAreIgnored)
+TEST(Decoder, BytesAfterTheLastSampleAreIgnored)
 {
     ExpectExpands(CompressedArea(4, 1, {5}).Group(7, Hex("01")).Raw("and more").Bytes(), {5, 4});
 }

@@ -44,7 +44,7 @@ TEST(DiscreteChannel, RecordsAreKeptAsStored)
     EXPECT_TRUE(file.Di().ErrorText.isNull());
 }
 
-TEST(DiscreteChannel, BeginsAtTheFirstRecordsState)
+TEST(DiscreteChannel, StartsAtTheFirstRecordsState)
 {
     const auto firstState = [](uint8_t value, uint8_t inverted) {
         LoadedFile file(Recording().Add(DiscreteChannel{"d", inverted, {{100, value}}}));
@@ -82,7 +82,7 @@ TEST(DiscreteChannel, SpareBytesWithoutARecordAreDropped)
     }
 }
 
-TEST(DiscreteChannel, UpToFourSpareBytesPassBehindTheRecords)
+TEST(DiscreteChannel, UpToFourSpareBytesPassAfterTheRecords)
 {
     DiscreteChannel channel{"d", 0, {{100, 1}}};
     for (int spare = 0; spare <= 4; ++spare) {
@@ -99,7 +99,7 @@ TEST(DiscreteChannel, UpToFourSpareBytesPassBehindTheRecords)
 
 TEST(DiscreteChannel, DescriptionLengthLeadsToTheNextSectionAndNotToTheRecords)
 {
-    // Header, one record and ten more bytes, as 15 of description behind the section header and 5 of data.
+    // Header, one record and ten more bytes, as 15 of description after the section header and 5 of data.
     const QByteArray body = QByteArray::fromHex("0100000000"
                                                 "0164000000") +
                             QByteArray(10, '\xEE');

@@ -26,7 +26,7 @@ private:
     LoadedFile file;
 };
 
-// The state at time by looking through all records, which must be in rising order.
+// The state at time, found by going through all records, which must be in rising order.
 bool StateAt(const Changes& changes, uint32_t time)
 {
     if (changes.empty())
@@ -130,7 +130,7 @@ TEST(DiscreteState, AppliesTheInversionToEveryRecord)
     EXPECT_FALSE(channel->GetVal(19));
 }
 
-TEST(DiscreteState, CursorBehindTheRecordsKeepsTheValue)
+TEST(DiscreteState, CursorAfterTheRecordsKeepsTheValue)
 {
     Discrete channel({{100, 0}});
     channel->CurrentIndex = 1;
@@ -212,7 +212,7 @@ TEST_P(NextChangeOfOrder, NoStateChangesBeforeIt)
     }
 }
 
-TEST_P(NextChangeOfOrder, HoldsAlsoBehindTimesInAnyOrder)
+TEST_P(NextChangeOfOrder, HoldsAlsoAfterTimesInAnyOrder)
 {
     std::mt19937 random(3);
     for (int round = 0; round < 300; ++round) {

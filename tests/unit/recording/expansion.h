@@ -8,7 +8,7 @@
 #include <algorithm>
 #include <vector>
 
-/// What became of an area: the result, and all points samples, which begin as `filler`.
+/// What became of an area: the result, and all points samples, which are `filler` at first.
 struct Expansion
 {
     bool good;
@@ -17,7 +17,7 @@ struct Expansion
 
 constexpr int16_t filler = 0x5A5A;
 
-/// Expands area with zu::ExpandSamples. Area and samples lie in memory of exactly their size, so that a
+/// Expands area with zu::ExpandSamples. Area and samples have memory of exactly their size, so that a
 /// sanitizer sees every access beyond them.
 inline Expansion Expand(const QByteArray& area, size_t points)
 {

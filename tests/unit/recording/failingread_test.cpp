@@ -13,7 +13,7 @@ namespace {
 
 constexpr qint64 ReadFails = -1;
 
-// A file whose first read goes through and whose later ones give a fixed count.
+// A file whose first read succeeds and whose later ones return a fixed count.
 class FailingFile : public QFile
 {
 public:
@@ -41,7 +41,7 @@ QByteArray BytesOf(const Header& header)
     return {reinterpret_cast<const char*>(&header), static_cast<int>(sizeof header)};
 }
 
-// The text that a channel of these bytes, 20 of them data, leaves when the read of its data gives count.
+// The text that a channel of these bytes, 20 of them data, leaves when the read of its data returns count.
 template <class Channel>
 QString TextOf(ZuFileSectionHeader section, const QByteArray& bytes, qint64 count)
 {
@@ -70,24 +70,24 @@ QString DiscreteText(qint64 count)
 
 } // namespace
 
-TEST(FailingRead, OfAnalogDataIsTold)
+TEST(FailingRead, OfAnalogDataIsReported)
 {
     EXPECT_EQ(AnalogText(0, ReadFails), "чтение файла (данные AnChannel)");
     EXPECT_EQ(AnalogText(1, ReadFails), "чтение файла (данные AnChannel)");
 }
 
-TEST(FailingRead, OfAnalogDataThatEndEarlyIsTold)
+TEST(FailingRead, OfAnalogDataThatEndEarlyIsReported)
 {
     EXPECT_EQ(AnalogText(0, 19), "чтение файла (данные AnChannel)");
     EXPECT_EQ(AnalogText(1, 19), "чтение файла (данные AnChannel)");
 }
 
-TEST(FailingRead, OfDiscreteRecordsIsTold)
+TEST(FailingRead, OfDiscreteRecordsIsReported)
 {
     EXPECT_EQ(DiscreteText(ReadFails), "чтение файла (данные DiChannel)");
 }
 
-TEST(FailingRead, OfDiscreteRecordsThatEndEarlyIsTold)
+TEST(FailingRead, OfDiscreteRecordsThatEndEarlyIsReported)
 {
     EXPECT_EQ(DiscreteText(19), "чтение файла (данные DiChannel)");
 }

@@ -22,7 +22,7 @@ TEST(FileHeader, FileOfTheHeaderAloneLoadsWithoutChannels)
     EXPECT_EQ(file->ErrorDetail, QString());
 }
 
-TEST(FileHeader, BytesBehindTheLastSectionAreIgnored)
+TEST(FileHeader, BytesAfterTheLastSectionAreIgnored)
 {
     LoadedFile file(Encode(Recording()) + QByteArray(100, '\x55'));
     EXPECT_TRUE(file.Ok()) << file->ErrorText;
@@ -242,7 +242,7 @@ TEST(FileHeader, SecondTakenFromTheEpochWrapsAround)
     EXPECT_EQ(file->StartTime.toSecsSinceEpoch(), 0xFFFFFFFFll);
 }
 
-TEST(FileHeader, TimesBehind2038Load)
+TEST(FileHeader, TimesAfter2038Load)
 {
     Recording recording;
     recording.startTime = 0xF0000000;

@@ -14,7 +14,7 @@ AnalogChannel GoodAnalog(const QString& name = "Q1:Ia")
     return {name, "А", {1, -2}};
 }
 
-// A recording that fails, and what its failure reads like.
+// A recording that fails to load, and the text of its failure.
 struct Failure
 {
     const char* name;
@@ -102,7 +102,7 @@ class FailedLoad : public testing::TestWithParam<Failure>
 
 } // namespace
 
-TEST_P(FailedLoad, TellsWhyWithTheDetailInBrackets)
+TEST_P(FailedLoad, SaysWhyWithTheDetailInBrackets)
 {
     LoadedFile file(GetParam().bytes);
     EXPECT_FALSE(file.Ok());

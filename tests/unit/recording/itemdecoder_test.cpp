@@ -1,4 +1,4 @@
-// The item decoders of either kind against items taken out bit by bit.
+// The item decoders of both kinds against items taken out bit by bit.
 #include "recording/itemdecoder.h"
 
 #include <gtest/gtest.h>
@@ -21,7 +21,7 @@ int16_t SlowItem(const std::vector<unsigned char>& packed, size_t index, unsigne
     return static_cast<int16_t>(value >= 1 << (bits - 1) ? value - (1 << bits) : value);
 }
 
-// Decodes count random items of every width, with spare bytes behind them, and compares.
+// Decodes count random items of every width, with spare bytes after them, and compares.
 void ExpectSameItems(const zu::ItemDecoderTable& decoders, size_t count, size_t spare)
 {
     std::mt19937 random(static_cast<unsigned>(count * 100 + spare));
@@ -61,7 +61,7 @@ TEST(ItemDecoders, TheBestOnesOfThisProcessorGiveTheItemsBitByBit)
     ExpectSameItemsOfAllSizes(zu::ItemDecoders());
 }
 
-// Two blocks of one width, decoded at once behind the block before them.
+// Two blocks of one width, decoded together after the block before them.
 void ExpectJoinedBlocks(const zu::ItemDecoderTable& decoders, size_t block)
 {
     std::mt19937 random(static_cast<unsigned>(block));

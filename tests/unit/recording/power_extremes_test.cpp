@@ -78,7 +78,7 @@ struct Scaled
 {
     qint16 code;
     float factor;
-    const char* text; // of the currents' maximum, behind "макс_I = "
+    const char* text; // of the currents' maximum, after "макс_I = "
 };
 
 class PowerExtremeUnit : public testing::TestWithParam<Scaled>

@@ -101,7 +101,7 @@ TEST(PowerRms, PeakOfNegativeCodesIsTheLargestOfThem)
     EXPECT_EQ(RmsOf(file, file.Add("Q1", "Ia", "A", codes)).angle, " 30");
 }
 
-TEST(PowerRms, WindowBeginsAtTheIndexAndIsOnePeriodLong)
+TEST(PowerRms, WindowStartsAtTheIndexAndIsOnePeriodLong)
 {
     HandmadeFile file(4);
     AnChannelData& channel = file.Add("Q1", "Ia", "A", {9, 9, 1, 7, 1, 7, 30, 30});

@@ -87,8 +87,8 @@ TEST(PowerSequences, EqualPhasesAreThreefoldZeroSequence)
 
 TEST(PowerSequences, ShiftsLookBackFromTheWindow)
 {
-    // One peak of each phase: of a at sample 0 of the window, of b 2 and of c 1 sample ahead of it, so that
-    // the positive sequence of a period of 3 meets all three at once.
+    // One peak per phase: that of a at sample 0 of the window, that of b 2 and that of c 1 sample before it,
+    // so that the positive sequence of a period of 3 has all three at once.
     HandmadeFile file(3);
     AddPhases(file, {0, 0, 0, 30, 0, 0}, {0, 30, 0, 0, 0, 0}, {0, 0, 30, 0, 0, 0});
     const Sequences sequences = SequencesOf(file, 3);
@@ -107,7 +107,7 @@ struct Window
 class PowerSequenceWindow : public testing::TestWithParam<Window>
 {};
 
-TEST_P(PowerSequenceWindow, BeginsAtTheIndexButNotBeforeTheSecondPeriod)
+TEST_P(PowerSequenceWindow, StartsAtTheIndexButNotBeforeTheSecondPeriod)
 {
     HandmadeFile file(48);
     const Codes codes = Steps(48, 4);
@@ -163,7 +163,7 @@ TEST(PowerSequences, SumsAreTakenFromLeftToRight)
         EXPECT_EQ(module, "0.00");
 }
 
-TEST(PowerSequences, PeakThatIsNotPositiveStandsAtTheStart)
+TEST(PowerSequences, PeakThatIsNotPositiveIsAtTheStart)
 {
     HandmadeFile file(3);
     AddPhases(file, {-9, -9, -9, -9, -1, -9}, Codes(6, 0), Codes(6, 0));

@@ -219,7 +219,7 @@ TEST(PowerExtremesOfChannel, NeedSamples)
 
 TEST(PowerExtremesOfChannel, SamplesBetweenACarriedWindowAndTheNextAreLeftOut)
 {
-    // The carry of 3 samples takes one; the next window begins at 4 all the same.
+    // The carry of 3 samples takes one; the next window still starts at 4.
     HandmadeFile file(4);
     AnChannelData& channel = file.Add("Q1", "Ia", "A", {5, 999, 999, 999, 1, 1, 1, 1});
     double sum = 75.0; // 5, 5, 5

@@ -1,4 +1,4 @@
-// What the service tells when memory is refused on the way.
+// What the service reports when memory is refused on the way.
 #include "allocations.h"
 
 #include "recorderfile/recorderfile.h"

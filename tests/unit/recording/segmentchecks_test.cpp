@@ -83,7 +83,7 @@ const Difference differences[] = {
     {"Points", [](Recording& r) { AnalogOf(r, 0).samples = {1}; }, true},
     {"DiscreteName", [](Recording& r) { DiscreteOf(r, 2).name = "other"; }, false},
     {"Inverted", [](Recording& r) { DiscreteOf(r, 2).inverted = 1; }, false},
-    // Only the first channel of each kind is looked at.
+    // Only the first channel of each kind is checked.
     {"SecondAnalogName", [](Recording& r) { AnalogOf(r, 1).name = "other"; }, true},
     {"SecondAnalogRate", [](Recording& r) { AnalogOf(r, 1).rate = 1; }, true},
     {"SecondDiscreteName", [](Recording& r) { DiscreteOf(r, 3).name = "other"; }, true},
@@ -191,7 +191,7 @@ TEST(LookUps, PointsOfTheFirstChannel)
     EXPECT_EQ(LoadedFile(recording)->GetNumPointsAn(), 3u);
 }
 
-TEST(LookUps, ChannelByIndexIsNullBehindTheLast)
+TEST(LookUps, ChannelByIndexIsNullAfterTheLast)
 {
     LoadedFile file(TwoOfEach());
     EXPECT_EQ(file->GetAnChannel(0), &file.An(0));

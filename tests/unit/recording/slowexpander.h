@@ -1,10 +1,10 @@
 // A second decoder of compressed data areas, for good and for bad ones: it goes bit by bit and item by item,
-// with every counter and every test of the format written out, and has no thought of speed.
+// with every counter and every test of the format written out, and without regard to speed.
 #pragma once
 
 #include "expansion.h"
 
-/// As Expand. decoded is the number of leading samples that are settled: all that a failed item or control
+/// Like Expand. decoded is the number of leading samples that are settled: all that a failed item or control
 /// byte has not spoiled.
 struct SlowExpansion : Expansion
 {

@@ -1,4 +1,4 @@
-// The sample index of the trigger, and rates that are no rates.
+// The sample index of the trigger, and invalid rates.
 #include "support/loadedfile.h"
 
 #include <gtest/gtest.h>
@@ -43,7 +43,7 @@ constexpr float largest = std::numeric_limits<float>::max();
 
 } // namespace
 
-TEST(TrigIndex, IsOnePeriodAheadOfTheTrigger)
+TEST(TrigIndex, IsOnePeriodBeforeTheTrigger)
 {
     EXPECT_EQ(TrigIndex(2400, 0, 0, 500000), 1200u - 48u);
     EXPECT_EQ(TrigIndex(2400, 1, 750000, 250000), 1200u - 48u);
@@ -53,7 +53,7 @@ TEST(TrigIndex, IsOnePeriodAheadOfTheTrigger)
 
 TEST(TrigIndex, RoundsHalvesAwayFromZero)
 {
-    // At 1000 samples a second the period is 20 samples and half a sample 500 microseconds.
+    // At 1000 samples per second the period is 20 samples and half a sample 500 microseconds.
     EXPECT_EQ(TrigIndex(1000, 0, 0, 100499), 80u);
     EXPECT_EQ(TrigIndex(1000, 0, 0, 100500), 81u);
     EXPECT_EQ(TrigIndex(1000, 0, 0, 101500), 82u);
@@ -73,7 +73,7 @@ TEST(TrigIndex, IsZeroWhenTriggerPrecedesStartWithinOneSecond)
     EXPECT_EQ(TrigIndex(2400, 0, 999999, 0), 0u);
 }
 
-TEST(TrigIndex, IsZeroLessThanOnePeriodBehindTheStart)
+TEST(TrigIndex, IsZeroLessThanOnePeriodAfterTheStart)
 {
     EXPECT_EQ(TrigIndex(2400, 0, 0, 0), 0u);
     EXPECT_EQ(TrigIndex(2400, 0, 0, 19000), 0u);

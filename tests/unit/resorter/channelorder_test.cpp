@@ -11,7 +11,7 @@ const char* const NotAllFound =
     "В исходном файле найдены не все сигналы с параметрами сортировки из файла конфигурации, файл inf "
     "недостоверен";
 
-// Ua and Ub of W2 at 500 kV, then those of W1 at 110 kV; breakers of the same.
+// Ua and Ub of W2 at 500 kV, then those of W1 at 110 kV; the breakers of both.
 class ChannelOrder : public testing::Test
 {
 protected:

@@ -47,7 +47,7 @@ void FillRandomly(Random& random, std::vector<Entry*>& dictionary, quint32 Entry
     }
 }
 
-// Indexes of the sorted entries: a stable sort by the told keys.
+// Indexes of the sorted entries: a stable sort by these keys.
 template <class Entry>
 Indexes SlowDictionaryOrder(const std::vector<Entry*>& dictionary, quint32 Entry::*lastKey)
 {
@@ -136,7 +136,7 @@ QStringList RandomNames(Random& random)
     return names;
 }
 
-// Sometimes the sorted names themselves, which is what lets an order stay.
+// Sometimes the sorted names themselves, because only then can an order stay.
 template <class Entry>
 QStringList SortedOrRandomNames(Random& random, const std::vector<Entry*>& sorted)
 {
@@ -150,7 +150,7 @@ QStringList SortedOrRandomNames(Random& random, const std::vector<Entry*>& sorte
     return names;
 }
 
-// A re-sorter with a random dictionary, and what a run of recordings must leave in it.
+// A re-sorter with a random dictionary, and what a series of recordings must leave in it.
 class RandomDevice
 {
 public:

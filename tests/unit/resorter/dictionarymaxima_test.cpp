@@ -1,4 +1,4 @@
-// The three maxima: how far the numbered keys are looked at.
+// The three maxima: how far the numbered keys are read.
 #include "support/dictionarysection.h"
 
 #include <gtest/gtest.h>

@@ -84,7 +84,7 @@ TEST(DictionaryOrder, EntriesWithoutParametersAreLeftOut)
     EXPECT_TRUE(section.Resorter.DiUnsorted.empty());
 }
 
-TEST(DictionaryOrder, CommonPartTellsTheEquipmentRuns)
+TEST(DictionaryOrder, CommonPartSeparatesTheEquipmentRuns)
 {
     DictionarySection section(
         Entries("A", {"W2:a,V_L=110 E_G=L S_G=VT", "W1:a,V_L=110 E_G=L S_G=VT", "W2:b,V_L=110 E_G=L S_G=CT",

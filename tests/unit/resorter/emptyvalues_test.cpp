@@ -1,4 +1,4 @@
-// Keys of the dictionary and of the bays that are there without a value.
+// Keys of the dictionary and of the bays that have no value.
 #include "support/dictionarysection.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-// The list of equipment that pre-sorting makes of the analog entries.
+// The list of equipment that pre-sorting makes from the analog entries.
 #include "support/dictionarysection.h"
 
 #include <gtest/gtest.h>

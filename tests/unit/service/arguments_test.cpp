@@ -1,4 +1,4 @@
-// What a conversion says to its arguments, before and while it loads the first file.
+// What a conversion reports about its arguments, before and while it loads the first file.
 #include "support/recordings.h"
 
 #include <gtest/gtest.h>

@@ -86,7 +86,7 @@ TEST_F(ExportedFunctions, ExitTwiceIsHarmless)
     EXPECT_EQ(ZuCmtrGetLastError(), "");
 }
 
-TEST_F(ExportedFunctions, NumbersBeginAgainAfterExit)
+TEST_F(ExportedFunctions, NumbersStartAgainAfterExit)
 {
     SetUpDevice("Время ожидания=7");
     ZuCmtrConverterExit();

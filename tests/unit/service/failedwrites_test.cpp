@@ -1,4 +1,4 @@
-// What each road on which a piece cannot be written leaves on disk.
+// What each path on which a piece cannot be written leaves on the disk.
 #include "support/recordings.h"
 
 #include <gtest/gtest.h>
@@ -13,7 +13,7 @@ namespace {
 
 const QStringList Finals = {".cff", ".cfg", ".dat", ".hdr", ".inf"};
 
-// No file grows beyond this many bytes for as long as the object lives: writes behave as on a full disk.
+// No file grows beyond this many bytes as long as the object lives: writes behave as on a full disk.
 class FileSizeLimit
 {
 public:
@@ -74,20 +74,20 @@ protected:
     TestStation station;
 };
 
-struct Road
+struct Case
 {
     const char* blocked;
     QStringList left;
 };
 
-class BlockedPiece : public FailedWrites, public testing::WithParamInterface<Road>
+class BlockedPiece : public FailedWrites, public testing::WithParamInterface<Case>
 {};
 
 INSTANTIATE_TEST_SUITE_P(Pieces, BlockedPiece,
-                         testing::Values(Road{".cfgtmp", {}}, Road{".dattmp", {".cfgtmp"}},
-                                         Road{".hdrtmp", {".cfgtmp", ".dattmp"}},
-                                         Road{".inftmp", {".cfgtmp", ".dattmp", ".hdrtmp"}}),
-                         [](const auto& road) { return std::string(road.param.blocked + 1); });
+                         testing::Values(Case{".cfgtmp", {}}, Case{".dattmp", {".cfgtmp"}},
+                                         Case{".hdrtmp", {".cfgtmp", ".dattmp"}},
+                                         Case{".inftmp", {".cfgtmp", ".dattmp", ".hdrtmp"}}),
+                         [](const auto& one) { return std::string(one.param.blocked + 1); });
 
 class FailedCff : public FailedWrites
 {

@@ -1,4 +1,4 @@
-// The std::out_of_range that a conversion lets pass: nothing is lost on its way, and the device works on.
+// The std::out_of_range that a conversion passes on: nothing leaks, and the device goes on working.
 #include "base/chainnames.h"
 #include "support/recordings.h"
 
@@ -23,7 +23,7 @@ Recording AnalogOnly(const QString& name = QStringLiteral("Q1:Ia"))
     return recording;
 }
 
-// Builds with the address sanitizer look for memory that nothing refers to any more; others cannot tell.
+// Builds with the address sanitizer search for memory that nothing refers to any more; others cannot know.
 bool Leaks()
 {
 #if defined(__SANITIZE_ADDRESS__)

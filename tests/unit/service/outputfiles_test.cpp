@@ -1,4 +1,4 @@
-// The output of a conversion that goes through: names, commit, and what becomes of earlier files.
+// The output of a successful conversion: names, commit, and what becomes of earlier files.
 #include "support/recordings.h"
 
 #include <gtest/gtest.h>
@@ -11,7 +11,7 @@ namespace {
 const QStringList Separate = {".cfg", ".dat", ".hdr", ".inf"};
 const QStringList Temporary = {".cfgtmp", ".cfftmp", ".dattmp", ".hdrtmp", ".inftmp"};
 
-// Puts a file of the text "earlier" under each of these names.
+// Puts a file with the text "earlier" under each of these names.
 void WriteEarlier(const TestStation& station, const QStringList& extensions)
 {
     for (const QString& extension : extensions)
@@ -134,7 +134,7 @@ TEST(Output, CffReplacesAnEarlierCffAndLeavesSeparateFilesAlone)
     EXPECT_EQ(StillEarlier(station, Separate + QStringList{".cff"}), Separate);
 }
 
-TEST(Output, DebrisUnderTheTemporaryNamesGoes)
+TEST(Output, LeftoversUnderTheTemporaryNamesAreRemoved)
 {
     TestStation station("Тип Comtrade 1999=1");
     WriteEarlier(station, Temporary);
@@ -142,7 +142,7 @@ TEST(Output, DebrisUnderTheTemporaryNamesGoes)
     EXPECT_EQ(station.Directory().Names("out"), OutNames({".cfftmp", ".cfg", ".dat"}));
 }
 
-TEST(Output, DebrisOfACffGoesToo)
+TEST(Output, LeftoversOfACffAreRemovedToo)
 {
     TestStation station("Тип Comtrade CFF=1");
     WriteEarlier(station, Temporary);
@@ -150,7 +150,7 @@ TEST(Output, DebrisOfACffGoesToo)
     EXPECT_EQ(station.Directory().Names("out"), OutNames({".cff"}));
 }
 
-TEST(Output, SourceGoesWithTheSwitchAlone)
+TEST(Output, SourceIsRemovedOnlyWithTheSwitch)
 {
     for (const char* lines : {"Удалять исходные=1", "Удалять исходные=1\nТип Comtrade CFF=1"}) {
         TestStation station(lines);

@@ -1,4 +1,4 @@
-// Two devices of one converter know nothing of each other.
+// Two devices of one converter do not affect each other.
 #include "support/recordings.h"
 
 #include <gtest/gtest.h>

@@ -40,7 +40,7 @@ protected:
     CurrentDirectory current;
 };
 
-// Output files, each with the device lines that make it written.
+// Output files, each with the device lines that have it written.
 struct Piece
 {
     const char* extension;
@@ -55,7 +55,7 @@ protected:
         return station.Directory().Path(OutFile(QString(GetParam().extension) + "tmp"));
     }
 
-    // Converts, and expects a plain file under the final name and nothing under the temporary one.
+    // Converts, and expects a regular file under the final name and nothing under the temporary one.
     void ExpectPlainOutput()
     {
         EXPECT_TRUE(station.Convert(SmallFile()));

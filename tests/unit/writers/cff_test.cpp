@@ -58,7 +58,7 @@ protected:
 
 } // namespace
 
-TEST_F(CffFile, JoinsThePiecesWithInfAheadOfHdr)
+TEST_F(CffFile, JoinsThePiecesWithInfBeforeHdr)
 {
     EXPECT_TRUE(Write());
     EXPECT_EQ(Cff(), "--- file type: CFG ---\r\nC1\nC2\n"

@@ -119,7 +119,7 @@ public:
 
     size_t UpTo(size_t highest) { return std::uniform_int_distribution<size_t>(0, highest)(random); }
 
-    // One of usual, round and odd numbers of samples a second.
+    // A usual, round or odd number of samples per second.
     double Rate()
     {
         switch (UpTo(5)) {
@@ -148,7 +148,7 @@ public:
         for (Recording& segment : segments) {
             const size_t points = 1 + UpTo(mostSamples);
             const bool unequal = UpTo(9) == 0;
-            // From nothing to twice the time of the samples, the exact one often.
+            // From nothing to twice the time of the samples, often the exact time.
             const double stretch = UpTo(2) == 0 ? 1.0 : static_cast<double>(UpTo(2000)) / 1000.0;
             const double time = static_cast<double>(points) * 1e6 / rate * stretch;
             segment.duration = static_cast<uint32_t>(std::llround(std::min(time, 268435455.0)));

@@ -1,4 +1,4 @@
-// DAT files of recordings with sample rates that are no rates: defined times, and nothing beyond the samples.
+// DAT files of recordings with invalid sample rates: defined times, and nothing beyond the samples.
 #include "support/readyrecording.h"
 
 #include <gtest/gtest.h>
@@ -65,7 +65,7 @@ INSTANTIATE_TEST_SUITE_P(
                     OddRate{"Slow", 0.25F, FirstOnly}, OddRate{"Tiny", 1e-15F, FirstOnly}),
     [](const auto& rate) { return std::string(rate.param.name); });
 
-TEST(DatZeroRate, EndsBehindTheFirstRecord)
+TEST(DatZeroRate, EndsAfterTheFirstRecord)
 {
     TestStation station;
     ReadyRecording recording(station, Recording().Add(AnalogChannel{"Q1:Ia", "A", {7, 8, 9}}));

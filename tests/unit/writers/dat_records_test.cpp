@@ -34,7 +34,7 @@ Recording OfRate(float rate, size_t samples)
     return Recording().Add(channel);
 }
 
-// Two codes at 2400 samples a second, and a channel that comes on at the second sample.
+// Two codes at 2400 samples per second, and a channel that turns on at the second sample.
 Recording Example()
 {
     return Recording()
@@ -112,7 +112,7 @@ TEST(DatRecords, WithoutDiscreteChannelsEndWithTheCodes)
 
 TEST(DatRecords, WithoutAnalogChannelsHoldStatesOnly)
 {
-    // 1001 microseconds at 2400 samples a second hold 2 samples.
+    // 1001 microseconds at 2400 samples per second hold 2 samples.
     Recording recording;
     recording.duration = 1000;
     recording.Add(On("Q1:x")).Add(DiscreteChannel{"Q1:y", 0, {{0, 0}, {833, 1}}});
@@ -159,7 +159,7 @@ TEST(DatTimes, HalvesAreRoundedUp)
 
 TEST(DatTimes, BeyondThirtyTwoBitsWrapInBinaryOnly)
 {
-    // One sample in 256 s: the 18th stands after 2^32 microseconds, in a segment that begins before them.
+    // One sample in 256 s: the 18th comes after 2^32 microseconds, in a segment that starts before that.
     const auto write = [](const QByteArray& form) {
         std::vector<Recording> segments = {OfRate(1.0F / 256.0F, 16), OfRate(1.0F / 256.0F, 2)};
         segments[0].duration = segments[1].duration = 1;
@@ -223,16 +223,15 @@ TEST(DatSegments, OneIsPassedOverForOneRecordAtMost)
     Recording empty = OfRate(1000, 1);
     std::get<AnalogChannel>(empty.sections[0]).samples = {5};
     empty.duration = 0;
-    // The third record finds itself in the first empty segment, whatever its time, and the fourth in the
-    // next.
+    // The third record is in the first empty segment, whatever its time, and the fourth in the next.
     EXPECT_EQ(Dat({OfRate(1000, 2), empty, empty, OfRate(1000, 2)}),
               "1,0,7\n2,1000,7\n3,2000,5\n4,3000,5\n5,4000,7\n");
 }
 
 TEST(DatSegments, TimeThatFallsWithinASegmentAsksTheStatesAnew)
 {
-    // Records 2200 s apart: the second stands 2199999900 microseconds into the last segment, and the third,
-    // in 32 bits, 105032604.
+    // Records 2200 s apart: the second is 2199999900 microseconds into the last segment, and the third, in 32
+    // bits, 105032604.
     Recording first = OfRate(1000, 1);
     first.duration = 100;
     first.Add(DiscreteChannel{"Q1:x"});
@@ -247,7 +246,7 @@ TEST(DatSegments, TimeThatFallsWithinASegmentAsksTheStatesAnew)
 
 TEST(DatMissing, SamplesAreMarked)
 {
-    // The duration asks for four samples of the first segment, which has two.
+    // The duration requires four samples of the first segment, which has two.
     Recording first =
         Recording().Add(AnalogChannel{"Q1:Ia", "A", {1, 2}, 1000}).Add(DiscreteChannel{"Q1:x", 0, {{0, 1}}});
     first.duration = 4000;

@@ -86,8 +86,8 @@ class HdrPhasors : public testing::TestWithParam<Case>
 protected:
     static int Count() { return GetParam().count; }
 
-    // 15 periods, of which the first 11 are a balanced system and the others the case's. The fault stands at
-    // the start of the 14th; the report's windows are then [N, 3N) and [11N, 13N) for the sequences, and the
+    // 15 periods, of which the first 11 are a balanced system and the others the case's. The fault is at the
+    // start of the 14th; the report's windows are then [N, 3N) and [11N, 13N) for the sequences, and the
     // later period of each for the phases, so that their angles are those at sample 0.
     static AnalogChannel Channel(const QString& name, const char* unit, const Phasor& before,
                                  const Phasor& at, double code)
@@ -139,7 +139,7 @@ protected:
         return QString::fromUtf8(station.Output("hdr")).split('\n');
     }
 
-    // How far whole samples move the tip of a positive or negative sequence, in volts or amperes.
+    // How far a shift by whole samples moves the tip of a positive or negative sequence, in volts or amperes.
     static double Moved(const Phases& phases)
     {
         const int third = (Count() + 1) / 3;

@@ -13,7 +13,7 @@ namespace {
 using recorderfile::AnalogChannel;
 using recorderfile::Recording;
 
-// 15 periods of 48 samples. The code is before up to sample 527, which ends the 11th period, and then at.
+// 15 periods of 48 samples. The code is `before` up to sample 527, which ends the 11th period, and then `at`.
 AnalogChannel Stepped(const QString& name, const QString& unit, int16_t before, int16_t at)
 {
     AnalogChannel channel{name, unit, std::vector<int16_t>(720, at)};
@@ -21,7 +21,7 @@ AnalogChannel Stepped(const QString& name, const QString& unit, int16_t before, 
     return channel;
 }
 
-// The fault stands at sample 624, so that the moments are the samples 576 and 96, all in whole periods.
+// The fault is at sample 624, so that the moments are the samples 576 and 96, all in whole periods.
 Recording FaultOfQ1()
 {
     Recording recording;
@@ -100,7 +100,7 @@ I2:  модуль = 0.50 кА,     угол =  90 град.
 ----------------------------------------------------------
 )";
 
-// What the report says of a start that names no circuit, from its line 12 on.
+// What the report says about a start that names no circuit, from its line 12 on.
 constexpr char ReportOfNothing[] = R"(Наименование ЛЭП и/или оборудования №1: 
 Условие пуска №1:                       Внешний пуск
 Дата и время пуска:                     31/01/2024,12:00:00.250000

@@ -55,7 +55,7 @@ AnalogChannel Counting(const QString& name, int periods)
     return channel;
 }
 
-// The report of a recording of 20 periods with the fault so many microseconds behind the first sample.
+// The report of a recording of 20 periods with the fault this many microseconds after the first sample.
 QStringList WithFaultAt(int microseconds)
 {
     Recording recording = StartOfQ1();
@@ -190,7 +190,7 @@ TEST(HdrMoments, OfAFaultInTheFirstPeriodAreTheFirstSample)
     EXPECT_EQ(lines.mid(SequencesBefore, 6), lines.mid(SequencesAt, 6));
 }
 
-TEST(HdrMoments, OfAFaultInTheFirstElevenPeriodsBeginWithTheFirstSample)
+TEST(HdrMoments, OfAFaultInTheFirstElevenPeriodsStartWithTheFirstSample)
 {
     const QStringList lines = WithFaultAt(200000); // period 10
     EXPECT_EQ(lines[PhasesBefore + 4], "Ia:  модуль = 0.00 кА,     угол =  90 град.");

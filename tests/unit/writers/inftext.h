@@ -23,6 +23,6 @@ QStringList LinesOf(const Write& write)
     return ZuCmtrConverter::codec_CP1251->toUnicode(ReadBytes(file.fileName())).split(QStringLiteral("\r\n"));
 }
 
-/// The lines of WriteInf for a dictionary and a recording, from the first section whose head begins with
-/// "[" + section; none without such a section.
+/// The lines of WriteInf for a dictionary and a recording, from the first section whose head starts with "["
+/// + section; none without such a section.
 QStringList InfFrom(const QString& section, SortedDictionary& dictionary, ZuFileFormat& file);

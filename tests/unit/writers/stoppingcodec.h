@@ -1,11 +1,11 @@
-// A codec that stops giving bytes, so that the device below a line writer takes nothing.
+// A codec that stops returning bytes, so that a line writer writes nothing to the device.
 #pragma once
 
 #include "service/zucmtrconverter.h"
 
 #include <QTextCodec>
 
-/// Encodes as CP1251 for a number of texts and gives nothing for all further ones. Qt deletes it at the end.
+/// Encodes as CP1251 for a number of texts and returns nothing for all later ones. Qt deletes it at the end.
 class StoppingCodec : public QTextCodec
 {
 public:
@@ -32,7 +32,7 @@ private:
     mutable int texts;
 };
 
-/// Puts a stopping codec in the place of CP1251 for its own lifetime.
+/// Replaces CP1251 with a stopping codec for its own lifetime.
 class StoppedWriting
 {
 public:

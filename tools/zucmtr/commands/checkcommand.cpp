@@ -73,7 +73,6 @@ void Print(const QString& ini, const Finding& finding, bool json)
     PrintJson(object);
 }
 
-// All recorders of the file.
 QStringList DevicesOf(const DeviceChoice& choice)
 {
     QStringList devices = inicheck::IniLines(choice.ini).Sections();

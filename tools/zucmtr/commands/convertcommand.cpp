@@ -81,7 +81,6 @@ QString OutDirectory(const ConvertOptions& options)
     return CheckedOutputDirectory(out);
 }
 
-// Whether the records go into directories that mirror those of the recordings.
 bool Mirrors(const ConvertOptions& options)
 {
     return options.recursive && !options.flat;
@@ -121,7 +120,7 @@ ReportForm FormOf(const ConvertOptions& options)
     return options.quiet ? ReportForm::Quiet : ReportForm::Lines;
 }
 
-void TellNotBegun(size_t recordings)
+void ReportNotStarted(size_t recordings)
 {
     if (recordings > 0)
         Complain(Tr("convert", "the run ends here, since there is no room left on the disk: recordings not "
@@ -139,7 +138,7 @@ int Convert(const ConvertOptions& options, const RecordingList& list,
     const bool compares = !options.work.noVerify && !options.trustWriter;
     BatchReport report(FormOf(options), compares, list.recordings.size() + lost);
     for (const Refusal& refusal : list.refusals)
-        report.Tell(refusal);
+        report.Add(refusal);
     Progress progress(list.recordings.size(), !options.quiet && list.recordings.size() > 1);
     interrupt::Install();
     Batch batch(workers, list.recordings, {options.failFast, Mirrors(options)});
@@ -147,11 +146,11 @@ int Convert(const ConvertOptions& options, const RecordingList& list,
         batch.Run(
             [&](const BatchItem& item) {
                 progress.Hide();
-                report.Tell(item);
+                report.Add(item);
             },
             [&](size_t done) { progress.Show(done); });
     progress.Hide();
-    TellNotBegun(batch.NotBegunForRoom());
+    ReportNotStarted(batch.NotStartedForRoom());
     if (!options.dryRun)
         ReportOrphans(list);
     if (!options.quiet)

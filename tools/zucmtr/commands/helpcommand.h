@@ -7,6 +7,5 @@ namespace CLI {
 class App;
 }
 
-/// Adds the subcommand to the parser, after all the others, as it lists them. `chosen` must outlive the
-/// parsing.
+/// Adds the subcommand to the parser, after those that it lists. `chosen` must outlive the parsing.
 void AddHelpCommand(CLI::App& app, Action& chosen);

@@ -17,8 +17,7 @@
 
 namespace {
 
-// Keys that decide what becomes of the files. They override those of the user, as the last of equal keys
-// counts.
+// Keys that decide what becomes of the files. They override the user's, as the last of equal keys counts.
 const char* const ownKeys = "\nУдалять исходные=0\nТип Comtrade CFF=0\nТип Comtrade BIN=1\n"
                             "Кодировка Comtrade UTF8=1\nТип Comtrade 1999=0\n";
 
@@ -75,8 +74,7 @@ void Write(const QString& path, const QByteArray& bytes)
                               .arg(path, explain::SystemText(file.errorString())));
 }
 
-// Makes links to the recording's chain, so that not even a conversion that deletes its sources could reach
-// the files.
+// Links to the recording's chain: not even a conversion that deletes its sources could reach the files.
 QString LinkChain(const QString& file, const QDir& directory)
 {
     const QFileInfo first(file);

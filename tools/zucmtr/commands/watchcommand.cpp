@@ -71,7 +71,6 @@ bool IsOtherFile(const std::string& path)
     return info.exists() && !info.isDir();
 }
 
-// Whether the records go into directories that mirror those of the recordings.
 bool Mirrors(const WatchOptions& options)
 {
     return options.recursive && !options.flat;

@@ -217,8 +217,7 @@ void ArchiveCopies::ClearPart(size_t number) const
     Unlink(part);
 }
 
-// A second name keeps all properties of the file. A symbolic link gets none: it would lead elsewhere from
-// here.
+// A second name keeps all properties of the file. Symbolic links get none: they would lead elsewhere.
 int ArchiveCopies::Link(size_t number)
 {
     if (chain.NameOf(number).IsLink())

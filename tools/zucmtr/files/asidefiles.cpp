@@ -298,7 +298,7 @@ void AsideFiles::Look(size_t number)
         ThrowChanged(Tr("sources", "'%1' changed after it was read").arg(file.own));
 }
 
-void AsideFiles::LookAgain() const
+void AsideFiles::CheckAgain() const
 {
     for (size_t number = 0; number < files.size(); ++number) {
         const AsideFile& file = files[number];
@@ -316,8 +316,7 @@ void AsideFiles::LookAgain() const
 
 void AsideFiles::RemoveFirst()
 {
-    // From here on, if the first file is gone, what is left of the others belongs to a recording that was put
-    // away.
+    // From here on, if the first file is gone, what is left of the others was put away.
     for (size_t number = 1; number < files.size(); ++number) {
         const QString path = AsideName::PathOf(files[number].own, token, true);
         const int error = systemfile::RenameToOwn(files[number].aside, path);

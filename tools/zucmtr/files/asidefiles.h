@@ -40,7 +40,7 @@ public:
 
     /// Checks once more that nobody writes to the files or has changed them since Move, as copying them may
     /// have taken time. Throws Error, with files aside.
-    void LookAgain() const;
+    void CheckAgain() const;
 
     /// Removes the first file for good. There is no way back from then on: Recover removes what is left of
     /// the others. If it throws Error, all files are there.
@@ -77,8 +77,7 @@ struct Recovered
 };
 
 /// Gives files that a killed program left aside in a directory their names back. If a name is taken by now,
-/// the files of that recording get other names, with a note. Files that a running program holds stay as they
-/// are.
+/// the files of that recording get other names, with a note. Files that a running program holds stay.
 Recovered Recover(const QString& directory);
 
 /// The same for all directories that hold recordings of a command line: those given, those of files that are

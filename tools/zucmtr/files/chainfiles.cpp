@@ -32,7 +32,7 @@ std::int64_t Youngest(const systemfile::Identity& identity)
 }
 
 // A change after `now` may leave the file with the times that it has already.
-bool TimesTell(const systemfile::Identity& identity, std::int64_t now)
+bool TimesShowChange(const systemfile::Identity& identity, std::int64_t now)
 {
     // Times without a fraction are in seconds, on some file systems in steps of two.
     const bool counted = identity.modified % second == 0 && identity.changed % second == 0;
@@ -164,14 +164,14 @@ void ChainFiles::Read()
         const QString& path = paths[static_cast<int>(number)];
         Identify(number);
         File& file = files[number];
-        file.timesTell = TimesTell(file.file, now);
-        int error = systemfile::ReadThrough(file.descriptor, file.print);
+        file.timesShowChange = TimesShowChange(file.file, now);
+        int error = systemfile::ReadThrough(file.descriptor, file.fingerprint);
         Identity after;
         if (error == 0)
             error = systemfile::Identify(file.descriptor, after);
         if (error != 0)
             throw Unreadable(KindOf(error), path, error);
-        if (after != file.file || file.print.size != after.size)
+        if (after != file.file || file.fingerprint.size != after.size)
             throw Unreadable(Unreadable::Kind::Changing, path, 0);
     }
 }
@@ -218,7 +218,7 @@ bool ChainFiles::IsUnchanged(size_t number, QString& what) const
     if (error == 0)
         error = systemfile::Identify(path, target);
     bool same = name == file.name && target == file.file;
-    if (error == 0 && same && !file.timesTell)
+    if (error == 0 && same && !file.timesShowChange)
         error = CompareContent(number, same);
     if (error != 0)
         what = KindOf(error) == Unreadable::Kind::Gone
@@ -244,9 +244,9 @@ int ChainFiles::CompareContent(size_t number, bool& same) const
 
 int ChainFiles::CompareContent(size_t number, const systemfile::Descriptor& copy, bool& same) const
 {
-    systemfile::Print print;
-    const int error = systemfile::ReadThrough(copy, print);
-    same = print == files[number].print;
+    systemfile::Fingerprint fingerprint;
+    const int error = systemfile::ReadThrough(copy, fingerprint);
+    same = fingerprint == files[number].fingerprint;
     return error;
 }
 

@@ -48,8 +48,7 @@ public:
     const QStringList& Paths() const { return paths; }
     size_t Count() const { return files.size(); }
 
-    /// Continuations whose number comes after a missing one, so that they are not part of the recording
-    /// (yet).
+    /// Continuations numbered after a missing one, so that they are not part of the recording (yet).
     const QStringList& Beyond() const { return beyond; }
 
     /// Whether each path still leads to the very file that was read, unchanged, and no continuation has
@@ -82,8 +81,8 @@ private:
         systemfile::Descriptor descriptor;
         Identity name;
         Identity file;
-        systemfile::Print print;
-        bool timesTell = true; // a change shows in them
+        systemfile::Fingerprint fingerprint;
+        bool timesShowChange = true; // a change shows in them
     };
 
     bool Open(const QString& path);

@@ -36,7 +36,7 @@ void MoveIn(AsideFiles& aside, ArchiveCopies& copies)
 {
     aside.Move();
     copies.Finish();
-    aside.LookAgain();
+    aside.CheckAgain();
     if (copies.NeedsMove()) {
         const int error = aside.MoveOnlyTo(copies.TargetOf(0));
         if (error != 0)

@@ -198,17 +198,17 @@ Descriptor OpenToRead(const QString& path)
     return file;
 }
 
-int ReadThrough(const Descriptor& file, Print& print)
+int ReadThrough(const Descriptor& file, Fingerprint& fingerprint)
 {
     posix_fadvise(file.Number(), 0, 0, POSIX_FADV_SEQUENTIAL);
     std::vector<char> buffer(block);
-    print = Print();
+    fingerprint = Fingerprint();
     for (;;) {
-        const ssize_t count = ReadAt(file, buffer, print.size);
+        const ssize_t count = ReadAt(file, buffer, fingerprint.size);
         if (count < 0)
             return errno;
-        print.value = Mixed(print.value, buffer.data(), static_cast<size_t>(count));
-        print.size += count;
+        fingerprint.value = Mixed(fingerprint.value, buffer.data(), static_cast<size_t>(count));
+        fingerprint.size += count;
         if (static_cast<size_t>(count) < block)
             return 0;
     }

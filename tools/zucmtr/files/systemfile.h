@@ -53,23 +53,23 @@ int Identify(const Descriptor& file, Identity& identity);
 /// Whether the name is in use, even by a link that leads nowhere. If that is unknown, it counts as taken.
 bool IsTaken(const QString& path);
 
-/// The names in a directory, sorted, without "." and ".."; none if it cannot be read. Names that are not
-/// valid text come out altered.
+/// The names in a directory, sorted, without "." and ".."; none if it cannot be read. Names that are not text
+/// come out altered.
 QStringList NamesIn(const QString& directory);
 
 /// Opens for reading and never waits for the other end of a pipe. Not open on failure, with errno.
 Descriptor OpenToRead(const QString& path);
 
 /// A file's content as a number that is another one if anything in the content differs.
-struct Print
+struct Fingerprint
 {
     std::int64_t size = 0; // bytes
     std::uint64_t value = 0;
-    bool operator==(const Print& other) const { return size == other.size && value == other.value; }
+    bool operator==(const Fingerprint& other) const { return size == other.size && value == other.value; }
 };
 
 /// Reads a file from start to end. Returns 0, or the errno of the failure.
-int ReadThrough(const Descriptor& file, Print& print);
+int ReadThrough(const Descriptor& file, Fingerprint& fingerprint);
 
 /// Compares the contents of two files. Returns 0 with the answer in `same`, or the errno of the failure.
 int Compare(const Descriptor& a, const Descriptor& b, bool& same);
@@ -95,8 +95,7 @@ void Unlock(const Descriptor& file);
 /// abandoned an hour after its last change.
 bool TakeAbandoned(const QString& path, Descriptor& held);
 
-/// Has the system write a file, or the names in a directory, to the disk. Returns 0, or the errno of the
-/// failure.
+/// Has the system write a file, or the names in a directory, to the disk. Returns 0 or errno.
 int Sync(const QString& path);
 int Sync(const Descriptor& file);
 

@@ -36,8 +36,7 @@ QStringList Upwards(const Recording& recording)
     return directories;
 }
 
-// The ini files of the recordings: the path as it was found, by its normalised spelling, and one recording
-// for each.
+// The ini files of the recordings: the path as found, by its normalised spelling, and a recording for each.
 struct Found
 {
     QString ini;

@@ -32,7 +32,8 @@ Batch::Batch(std::vector<std::unique_ptr<Worker>>& workers_, const std::vector<R
     : workers(workers_), recordings(recordings_), order(order_)
 {}
 
-void Batch::Run(const std::function<void(const BatchItem&)>& told, const std::function<void(size_t)>& waiting)
+void Batch::Run(const std::function<void(const BatchItem&)>& report,
+                const std::function<void(size_t)>& waiting)
 {
     Threads running;
     for (const std::unique_ptr<Worker>& worker : workers) {
@@ -51,7 +52,7 @@ void Batch::Run(const std::function<void(const BatchItem&)>& told, const std::fu
         }
     }
     try {
-        Tell(told, waiting);
+        ReportDone(report, waiting);
     } catch (...) {
         const std::lock_guard<std::mutex> lock(mutex);
         stopped = true; // the threads finish their current recordings
@@ -101,7 +102,7 @@ Batch::Task* Batch::Take(const Worker& worker)
         if (stopped || interrupt::Came() || next == recordings.size())
             return nullptr;
         task->number = next++;
-        begun.splice(begun.end(), taken);
+        started.splice(started.end(), taken);
     }
     // Reading the file may take time, and nobody else has to wait for it.
     std::optional<QString> place = PlaceOf(worker, recordings[task->number]);
@@ -112,11 +113,10 @@ Batch::Task* Batch::Take(const Worker& worker)
     return task;
 }
 
-// Whether no earlier recording that is being worked on may have the same place. If a place is unknown, it may
-// be any.
+// Whether no earlier recording that is being worked on may have the same place. An unknown place may be any.
 bool Batch::IsItsTurn(const Task& task) const
 {
-    return std::all_of(begun.begin(), begun.end(), [&](const Task& other) {
+    return std::all_of(started.begin(), started.end(), [&](const Task& other) {
         return other.number >= task.number || other.isDone ||
                (other.place && task.place && *other.place != *task.place);
     });
@@ -142,22 +142,22 @@ void Batch::CountRoom(const BatchItem& item)
         withoutRoom = 0;
 }
 
-size_t Batch::NotBegunForRoom() const
+size_t Batch::NotStartedForRoom() const
 {
     return withoutRoom >= MostWithoutRoom ? recordings.size() - next : 0;
 }
 
-void Batch::Tell(const std::function<void(const BatchItem&)>& told,
-                 const std::function<void(size_t)>& waiting)
+void Batch::ReportDone(const std::function<void(const BatchItem&)>& report,
+                       const std::function<void(size_t)>& waiting)
 {
     constexpr std::chrono::milliseconds patience{100};
     std::unique_lock<std::mutex> lock(mutex);
-    while (working > 0 || (!begun.empty() && begun.front().isDone)) {
-        if (!begun.empty() && begun.front().isDone) {
+    while (working > 0 || (!started.empty() && started.front().isDone)) {
+        if (!started.empty() && started.front().isDone) {
             std::list<Task> first;
-            first.splice(first.end(), begun, begun.begin());
+            first.splice(first.end(), started, started.begin());
             lock.unlock();
-            told(first.front().item);
+            report(first.front().item);
             lock.lock();
         } else {
             changed.wait_for(lock, patience);

@@ -34,10 +34,10 @@ public:
     /// times a second with the number of those that are done; both in the calling thread. Throws
     /// std::system_error if no thread can be started, and std::bad_alloc if there is no memory to start a
     /// recording: those already started are finished and reported first.
-    void Run(const std::function<void(const BatchItem&)>& told, const std::function<void(size_t)>& waiting);
+    void Run(const std::function<void(const BatchItem&)>& report, const std::function<void(size_t)>& waiting);
 
     /// Number of recordings that were not started because a disk is full.
-    size_t NotBegunForRoom() const;
+    size_t NotStartedForRoom() const;
 
 private:
     // A recording that was started. All its memory is allocated by then, so that nothing can fail at its end.
@@ -55,7 +55,8 @@ private:
     bool IsItsTurn(const Task& task) const;
     void Finish(Task& task);
     void CountRoom(const BatchItem& item);
-    void Tell(const std::function<void(const BatchItem&)>& told, const std::function<void(size_t)>& waiting);
+    void ReportDone(const std::function<void(const BatchItem&)>& report,
+                    const std::function<void(size_t)>& waiting);
 
     std::vector<std::unique_ptr<Worker>>& workers;
     const std::vector<Recording>& recordings;
@@ -68,6 +69,6 @@ private:
     size_t done = 0;
     size_t withoutRoom = 0; // recordings in a row for which a disk had none
     bool stopped = false;
-    std::list<Task> begun;      // and not reported yet, in the order of the list of recordings
+    std::list<Task> started;    // and not reported yet, in the order of the list of recordings
     std::exception_ptr failure; // of a thread that could not start a recording
 };

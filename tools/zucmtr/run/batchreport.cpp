@@ -24,7 +24,7 @@ BatchReport::BatchReport(ReportForm form_, bool comparesAll_, size_t total_)
     : form(form_), comparesAll(comparesAll_), total(total_)
 {}
 
-void BatchReport::Tell(const Refusal& refusal)
+void BatchReport::Add(const Refusal& refusal)
 {
     if (refusal.failed)
         ++failed;
@@ -44,7 +44,7 @@ QString BatchReport::Replaced(const BatchItem& item) const
     return item.written ? records.value(PlaceOf(item)) : QString();
 }
 
-void BatchReport::Tell(const BatchItem& item)
+void BatchReport::Add(const BatchItem& item)
 {
     if (item.state == ItemState::Failed)
         ++failed;
@@ -60,14 +60,14 @@ void BatchReport::Tell(const BatchItem& item)
             object["replaced"] = Replaced(item);
         PrintJson(object);
     } else {
-        TellLine(item);
-        TellReplaced(item);
+        PrintOutcome(item);
+        WarnOfReplaced(item);
     }
     if (item.written || item.state == ItemState::Present || item.state == ItemState::Planned)
         records[PlaceOf(item)] = item.recording.path;
 }
 
-void BatchReport::TellLine(const BatchItem& item) const
+void BatchReport::PrintOutcome(const BatchItem& item) const
 {
     const QString& file = item.recording.path;
     if (item.state == ItemState::Failed) {
@@ -85,7 +85,7 @@ void BatchReport::TellLine(const BatchItem& item) const
     PrintLine(WithNotes(text, item.notes));
 }
 
-void BatchReport::TellReplaced(const BatchItem& item) const
+void BatchReport::WarnOfReplaced(const BatchItem& item) const
 {
     if (item.state == ItemState::Planned && records.contains(PlaceOf(item)))
         Complain(Tr("batch", "%1: its record would have the name of that of %2; unless both are the same "

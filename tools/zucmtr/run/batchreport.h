@@ -21,8 +21,8 @@ public:
     BatchReport(ReportForm form_, bool comparesAll_, size_t total_);
 
     /// An argument from which nothing is converted.
-    void Tell(const Refusal& refusal);
-    void Tell(const BatchItem& item);
+    void Add(const Refusal& refusal);
+    void Add(const BatchItem& item);
 
     /// Prints the totals, if there was more than one recording.
     void Summarise(double seconds) const;
@@ -30,8 +30,8 @@ public:
     size_t Failed() const { return failed; }
 
 private:
-    void TellLine(const BatchItem& item) const;
-    void TellReplaced(const BatchItem& item) const;
+    void PrintOutcome(const BatchItem& item) const;
+    void WarnOfReplaced(const BatchItem& item) const;
     QString Replaced(const BatchItem& item) const;
 
     const ReportForm form;

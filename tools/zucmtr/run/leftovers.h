@@ -1,5 +1,4 @@
-// Clears what killed runs of the program have left, and reports on standard error what no run could have
-// known.
+// Clears what killed runs have left, and reports on standard error what no run could have known.
 #pragma once
 
 #include "zucmtr/host/recordinglist.h"

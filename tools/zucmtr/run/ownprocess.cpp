@@ -123,8 +123,7 @@ BatchItem WithoutProcess(int error)
 }
 
 // The signal by which something other than a fault of the program has ended the process: an operator, a
-// system short of memory, the end of a session. 0: none. A second SIGTERM or Ctrl-C gives an exit code
-// instead.
+// system short of memory, the end of a session. 0: none. A second SIGTERM or Ctrl-C gives an exit code.
 int SignalFromOutside(int status)
 {
     for (const int number : {SIGKILL, SIGTERM, SIGINT, SIGHUP, SIGQUIT}) {

@@ -8,7 +8,7 @@
 #include <algorithm>
 #include <array>
 
-std::vector<systemfile::Identity> LookAtRecord(const QString& directory, const QString& recordName)
+std::vector<systemfile::Identity> IdentifyRecord(const QString& directory, const QString& recordName)
 {
     constexpr std::array extensions = {".cfg", ".cff", ".dat", ".hdr", ".inf"};
     std::vector<systemfile::Identity> files;

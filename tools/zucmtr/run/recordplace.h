@@ -8,7 +8,7 @@
 #include <vector>
 
 /// The state of the files that have the names of a record, to see later whether they have changed.
-std::vector<systemfile::Identity> LookAtRecord(const QString& directory, const QString& recordName);
+std::vector<systemfile::Identity> IdentifyRecord(const QString& directory, const QString& recordName);
 
 /// Whether one of these files exists.
 bool IsAnythingThere(const std::vector<systemfile::Identity>& files);

@@ -282,18 +282,18 @@ void Worker::MakeDirectory(const QString& directory)
 bool Worker::IsForeignThere(BatchItem& item, Job& job)
 {
     const QString name = RecordName(item.recording.path);
-    return !name.isEmpty() && IsAnythingThere(LookAtRecord(job.directory, name)) &&
+    return !name.isEmpty() && IsAnythingThere(IdentifyRecord(job.directory, name)) &&
            !MayReplace(item, present.Find(item.recording.path, job.directory));
 }
 
 // True if nothing is to be converted: the record is there and is right, or another one has its name.
 bool Worker::TakePresent(BatchItem& item, Job& job)
 {
-    job.lookedFor = RecordName(item.recording.path);
-    if (job.lookedFor.isEmpty())
+    job.checkedName = RecordName(item.recording.path);
+    if (job.checkedName.isEmpty())
         return false;
-    job.looked = LookAtRecord(job.directory, job.lookedFor);
-    if (!IsAnythingThere(job.looked))
+    job.found = IdentifyRecord(job.directory, job.checkedName);
+    if (!IsAnythingThere(job.found))
         return false;
     const verify::Presence presence = present.Find(item.recording.path, job.directory);
     // Nothing can be said about a recording that could only be read in part.
@@ -350,8 +350,7 @@ bool Worker::Convert(BatchItem& item, Job& job)
     FailBy(item, outcome);
     job.isDoubtful = MayBeTheReading(item, outcome);
     try {
-        // The library's device may have taken over the channel order of this recording, so the verifier's
-        // must do so too.
+        // The library's device may have taken this recording's channel order, so the verifier's must take it.
         if (order.verify)
             verifier.Examine(item.recording.path);
     } catch (const std::exception&) { // reported by the library already

@@ -57,8 +57,8 @@ bool Worker::Commit(BatchItem& item, Job& job)
     if (sync)
         job.staging->Sync(names);
     job.staging->Lock();
-    const std::vector<systemfile::Identity> now = LookAtRecord(job.directory, item.recordName);
-    const bool isKnown = item.recordName == job.lookedFor && now == job.looked;
+    const std::vector<systemfile::Identity> now = IdentifyRecord(job.directory, item.recordName);
+    const bool isKnown = item.recordName == job.checkedName && now == job.found;
     if (!isKnown && IsAnythingThere(now)) { // put there by another process
         BatchItem other = item;
         if (!MayReplace(other, present.Find(item.recording.path, job.directory))) {

@@ -18,11 +18,11 @@ struct Worker::Job
     const ChainFiles chain;
     const QString directory; // of the final names
     std::unique_ptr<Staging> staging;
-    bool mayLackRoom = false;  // the record was not written, or not right
-    bool isDoubtful = false;   // what failed may succeed now, such as reading a file
-    bool lackedMemory = false; // it was the library that did, for a file of the chain
-    bool pageIsBeside = false; // it is written to its own name at once
-    QString leftOut;           // a file of the recording that is not in the record
-    QString lookedFor;         // name of the record whose files were checked at the final names
-    std::vector<systemfile::Identity> looked; // what was there
+    bool mayLackRoom = false;                // the record was not written, or not right
+    bool isDoubtful = false;                 // what failed may succeed now, such as reading a file
+    bool lackedMemory = false;               // it was the library that did, for a file of the chain
+    bool pageIsBeside = false;               // it is written to its own name at once
+    QString leftOut;                         // a file of the recording that is not in the record
+    QString checkedName;                     // name of the record whose files were checked at the final names
+    std::vector<systemfile::Identity> found; // what was there
 };

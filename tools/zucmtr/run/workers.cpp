@@ -26,8 +26,7 @@ void CheckDeletion(const Worker& worker, const WorkOrder& order, const DeviceCho
             .arg(choice.ini, choice.device));
 }
 
-// The library reports each bay that it has taken, as "BAY01: name,[text],[circuit]"; that is in the log
-// anyway.
+// The library reports each bay that it has taken, as "BAY01: name,[text],[circuit]"; the log has that.
 bool IsListOfBay(const QString& note)
 {
     static const QRegularExpression pattern(QStringLiteral("\\ABAY[0-9]+: .*,\\[.*\\],\\[.*\\]\\z"));

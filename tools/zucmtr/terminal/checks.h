@@ -27,8 +27,8 @@ void CheckLogFile(const QString& path);
 /// Says which sections the ini file has if `section` is not among them; empty if it is.
 QString MissingSectionText(const QString& iniPath, const QString& section);
 
-/// Each option must name a different file to write to; the pairs are of option and path. Empty paths do not
-/// count.
+/// Each option must name a different file to write to; the pairs are of option and path. Empty paths are
+/// ignored.
 void CheckOutputsDiffer(const QVector<QPair<QString, QString>>& outputs);
 
 /// An output must not replace an input: `input` itself, or a file that belongs to it by its name (the pieces

@@ -1,5 +1,4 @@
-// What the program prints: results on standard output, everything else on standard error, both always in
-// UTF-8.
+// What the program prints: results on standard output, everything else on standard error, always in UTF-8.
 #pragma once
 
 #include <QString>
@@ -15,12 +14,10 @@ void HoldStandardStreams();
 /// the text are shown as "?".
 void PrintLine(const QString& text);
 
-/// Prints the object as one line on standard output, at once. Nothing in it is lost: control characters are
-/// escaped.
+/// Prints the object as one line on standard output, at once. Control characters are escaped.
 void PrintJson(const QJsonObject& object);
 
-/// Prints one line on standard error, after the program's name; control characters as above, and line feeds
-/// too.
+/// Prints one line on standard error, after the program's name; line feeds count as control characters.
 void Complain(const QString& text);
 
 /// The same for several lines, the first after the program's name.

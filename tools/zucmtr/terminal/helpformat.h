@@ -1,5 +1,5 @@
-// The layout of --help: the parser's, with its words in the language of the user's locale and columns that
-// are aligned in any alphabet.
+// The layout of --help: the parser's, with its words in the language of the user's locale and columns aligned
+// in any alphabet.
 #pragma once
 
 #include <CLI/CLI.hpp>

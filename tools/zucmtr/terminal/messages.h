@@ -18,8 +18,8 @@ constexpr int ExitUnexpected = 70;
 /// write a file of its own, do not. An exception that nothing catches ends the program with a report, too.
 void Take();
 
-/// Where messages go from now on, one per call; nowhere for an empty function. Messages that the function
-/// itself causes are dropped.
+/// Where messages go from now on, one per call; nowhere for an empty function. Messages that this causes are
+/// dropped.
 void GoTo(std::function<void(const QString&)> log);
 
 } // namespace messages

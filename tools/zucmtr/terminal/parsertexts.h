@@ -16,6 +16,5 @@ QString ParseErrorText(const CLI::App& app, const CLI::ParseError& error);
 QString UnknownCommandText(const CLI::App& app, const QString& word);
 
 /// Says which of the arguments is a mistake that the parser would take for something else: "--out=", whose
-/// value would be the next argument, and "-out", which would be -o with the value "ut". Empty if there is
-/// none.
+/// value would be the next argument, and "-out", which would be -o with the value "ut". Else empty.
 QString SlipText(const CLI::App& app, const QStringList& arguments);

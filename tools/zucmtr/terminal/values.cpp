@@ -38,8 +38,7 @@ bool ParseSize(const QString& text, uint64_t& bytes)
     return fits;
 }
 
-// The words to offer are stored in the validator's name, after this mark: it is the only field that the help
-// does not show.
+// The words to offer are in the validator's name, after this mark: all its other fields are in the help.
 const char* const offered = "offered: ";
 
 std::string NameWith(const std::vector<std::string>& words)

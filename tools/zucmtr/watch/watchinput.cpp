@@ -21,8 +21,8 @@ namespace {
 constexpr std::chrono::milliseconds longestWait{200}; // a signal may arrive just before the wait
 
 // A scan of very many files takes long; afterwards nothing is scanned for at least so many times as long. The
-// long rest keeps the use of the processor well below 5 %; the short one applies while recordings come, and
-// for the first event noticed.
+// long rest keeps the processor's use well below 5 %; the short one applies while recordings come, and for
+// the first event noticed.
 constexpr int shortRest = 4;
 constexpr int longRest = 40;
 

@@ -23,16 +23,13 @@ public:
 
     bool IsTimeToLook() const;
 
-    /// Scans the directories, and reports what is new besides recordings. Returns the recordings that are
-    /// there.
+    /// Scans the directories. Returns the recordings, and reports what else is new.
     std::vector<Chain> Look();
 
-    /// To be called when everything that Look returned is dealt with: the pause before the next scan depends
-    /// on how long that took.
+    /// To be called when all that Look returned is dealt with: the next pause depends on how long that took.
     void Looked();
 
-    /// Waits until something happens in the directories, a signal arrives, or that time is reached; not for
-    /// long.
+    /// Waits until something happens in the directories, a signal arrives, or it is that time; not long.
     void Wait(Clock::time_point until);
 
     /// When the directories will be scanned in any case.

@@ -1,6 +1,5 @@
 // Trouble of the service itself, through no fault of a recording: a directory that is gone, a disk that is
-// full, a journal that cannot be written. It is reported once, then waited for; no recording is blamed for
-// it.
+// full, a journal that cannot be written. It is reported once, then waited for; no recording is blamed.
 #pragma once
 
 #include "text/error.h"
