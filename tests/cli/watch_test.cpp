@@ -172,20 +172,26 @@ TEST(Watch, JournalCanBeReadWhileTheServiceRuns)
 TEST(Watch, RecordIsOnTheDiskBeforeTheJournalSaysSo)
 {
     const Station station;
+    station.MakeDirectory("state");
     station.Write("in/a.ZU", Encode(ShortRecording(0)));
-    const Finished run = RunProgram(station.Path(), {"watch", "--once", "--out", "out", "in"},
-                                    {{"LD_PRELOAD", SYNC_LOG_LIBRARY}, {"SYNC_LOG", station.Path("synced")}});
+    const Finished run =
+        RunProgram(station.Path(), {"watch", "--once", "--out", "out", "--state", "state/journal", "in"},
+                   {{"LD_PRELOAD", SYNC_LOG_LIBRARY}, {"SYNC_LOG", station.Path("synced")}});
     EXPECT_EQ(run.code, 0) << run.err;
-    const QString journal = station.Path("out/.zucmtr-watch");
+    const QString journal = station.Path("state/journal");
     // The pieces are on the disk before they have their final names, which the directory gives them.
     const QString record = station.Path("out/.zucmtr-/" + ShortRecordName(0));
     QString synced = QString::fromUtf8(ReadBytes(station.Path("synced")));
     synced.replace(QRegularExpression("/\\.zucmtr-\\w{6}/"), "/.zucmtr-/");
-    synced.remove(journal + "-journal\n");
-    EXPECT_EQ(synced.split('\n'),
-              (QStringList{station.Path("out"), journal, station.Path("out"), journal, record + ".cfg",
-                           record + ".dat", record + ".hdr", record + ".inf", station.Path("out"),
-                           station.Path("out"), journal, QString()}));
+    const QString undo = journal + "-journal\n";
+    const QString start = undo + station.Path("state\n") + undo + journal + '\n' + station.Path("state\n");
+    const QString change = undo + station.Path("state\n") + undo + journal + '\n' + undo;
+    EXPECT_EQ(synced.split('\n'), (start + change +
+                                   QStringList{station.Path("out"), record + ".cfg", record + ".dat",
+                                               record + ".hdr", record + ".inf", station.Path("out")}
+                                       .join('\n') +
+                                   '\n' + change)
+                                      .split('\n'));
 }
 
 TEST(Watch, OtherFileIsNotTakenForAJournal)

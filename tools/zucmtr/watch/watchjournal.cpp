@@ -205,10 +205,6 @@ void WatchJournal::Load()
     }
     try {
         database = Connected();
-        database->Run("PRAGMA quick_check(1)", {}, [](const QStringList& row) {
-            if (row[0] != QLatin1String("ok"))
-                throw Database::Failure(row[0], true);
-        });
         database->Run("SELECT * FROM recordings", {}, [this](const QStringList& row) {
             entries[row[0]] = {row[1].toLatin1(), VerdictOf(row[2]), row[3],        row[4], row[8],
                                row[5].toInt(),    row[6].toInt(),    row[7].toInt()};
@@ -250,16 +246,18 @@ std::unique_ptr<Database> WatchJournal::Connected() const
     QStringList marks;
     const auto mark = [&marks](const QStringList& columns) { marks << columns; };
     opened->Run("PRAGMA synchronous=EXTRA");
-    opened->Run("PRAGMA journal_mode=PERSIST");
     opened->Together([&] {
+        opened->Run("PRAGMA quick_check(1)", {}, mark);
+        if (marks[0] != QLatin1String("ok"))
+            throw Database::Failure(marks[0], true);
         opened->Run("SELECT count(*) FROM sqlite_master", {}, mark);
-        if (marks[0] == QLatin1String("0"))
+        if (marks[1] == QLatin1String("0"))
             Create(*opened);
         opened->Run("PRAGMA application_id", {}, mark);
         opened->Run("PRAGMA user_version", {}, mark);
-        if (marks[1] != QLatin1String(applicationId))
+        if (marks[2] != QLatin1String(applicationId))
             RefuseKind(path);
-        if (marks[2].toInt() > version)
+        if (marks[3].toInt() > version)
             throw ConfigurationError(Tr("watch", "--state: '%1' was made by a newer version of the program; "
                                                  "install that, or give another file")
                                          .arg(path));
@@ -267,6 +265,7 @@ std::unique_ptr<Database> WatchJournal::Connected() const
         opened->Run("INSERT INTO holder VALUES (?, ?, ?)",
                     {QString::number(getpid()), QSysInfo::machineHostName(), Now()});
     });
+    opened->Run("PRAGMA journal_mode=PERSIST");
     return opened;
 }
 
