@@ -10,7 +10,8 @@ all its samples. The counts of what is not as it must be:
     half        a configuration without its whole data at a moment between two runs
     stuck       the normal run afterwards fails, or leaves a recording without a record
     orphaned    a continuation without its first file that no line names
-    twice       a recording that was converted more often than it came or changed (watch)
+    twice       a recording that was converted more often than it came or changed (watch); one of which a run said that
+                it could not be noted may come once more
     debris      files that do not belong where they are
 """
 import collections
@@ -125,10 +126,13 @@ class Ledger:
         self.texts += run.text
         if run.code == stations.HUNG:
             self.findings.add("stuck", f"hung, {run.plan or 'without a plan'}: {self.complaint(run)}")
+        unnoted = False
         for event in run.events:
             if event.get("event") == "converted":
-                path = str(event["file"])
-                self.converted[path.rpartition("/in/")[2]] += 1
+                path = str(event["file"]).rpartition("/in/")[2]
+                self.converted[path] += 1
+                self.changes[path] += unnoted
+            unnoted = event.get("event") == "trouble" and event.get("reason") == "journalNotWritten"
 
     def check_claims(self, run):
         """A line that says verified must be true, of all files of the recording. Nothing may change meanwhile."""
