@@ -14,7 +14,7 @@
 
 namespace {
 
-constexpr int patience = 5000; // ms
+constexpr int patience = 2000; // ms
 
 // The system's error for which the library could not do it; 0 if there was none.
 int ErrorOf(sqlite3* handle, int code, const QString& path)
