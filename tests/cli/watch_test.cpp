@@ -5,6 +5,8 @@
 #include <QRegularExpression>
 #include <QSysInfo>
 
+#include <sys/file.h>
+
 using recorderfile::Encode;
 
 TEST(Watch, ConvertsWhatIsThereAndWhatComes)
@@ -120,6 +122,21 @@ TEST(Watch, JournalOfLinesIsTakenOver)
         EXPECT_EQ(Station::EventsIn(station.Once().out, "converting"), QStringList()) << size;
         EXPECT_EQ(station.Names("out").filter(".zucmtr-watch"), QStringList{".zucmtr-watch"}) << size;
     }
+}
+
+TEST(Watch, JournalOfLinesThatAnEarlierVersionWorksWithIsRefused)
+{
+    const Station station;
+    station.Write("journal", "zucmtr watch 1\n");
+    const int file = open(station.Path("journal").toLocal8Bit().constData(), O_RDONLY | O_CLOEXEC);
+    EXPECT_EQ(flock(file, LOCK_EX), 0);
+    const Finished run = station.Once({"--state", "journal"});
+    EXPECT_EQ(run.code, 1);
+    EXPECT_EQ(run.err,
+              "zucmtr: --state: another 'zucmtr watch' works with 'journal'; end it, or give another "
+              "file\n");
+    close(file);
+    EXPECT_EQ(station.Once({"--state", "journal"}).code, 0);
 }
 
 // Or all recordings would be converted again without a word.
