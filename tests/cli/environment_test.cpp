@@ -41,7 +41,7 @@ public:
         QMap<QString, QByteArray> contents;
         for (const QString& below : {QString(), QStringLiteral("out/")})
             for (const QString& name : Names(below))
-                contents[below + name] = ReadBytes(Path(below + name));
+                contents[below + name] = ReadBytes(Path(below + name)).left(name == "journal" ? 16 : -1);
         return contents;
     }
 };

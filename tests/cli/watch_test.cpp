@@ -5,6 +5,8 @@
 #include <QRegularExpression>
 #include <QSysInfo>
 
+#include <sys/file.h>
+
 using recorderfile::Encode;
 
 TEST(Watch, ConvertsWhatIsThereAndWhatArrives)
@@ -131,6 +133,21 @@ TEST(Watch, JournalOfLinesIsTakenOver)
     }
 }
 
+TEST(Watch, JournalOfLinesThatAnEarlierVersionWorksWithIsRefused)
+{
+    const Station station;
+    station.Write("journal", "zucmtr watch 1\n");
+    const int file = open(station.Path("journal").toLocal8Bit().constData(), O_RDONLY | O_CLOEXEC);
+    EXPECT_EQ(flock(file, LOCK_EX), 0);
+    const Finished run = station.Once({"--state", "journal"});
+    EXPECT_EQ(run.code, 1);
+    EXPECT_EQ(run.err,
+              "zucmtr: --state: another 'zucmtr watch' works with 'journal'; end it, or give another "
+              "file\n");
+    close(file);
+    EXPECT_EQ(station.Once({"--state", "journal"}).code, 0);
+}
+
 // Or all recordings would be converted again without a word.
 TEST(Watch, DamagedJournalIsRefused)
 {
@@ -181,20 +198,26 @@ TEST(Watch, JournalCanBeReadWhileTheServiceRuns)
 TEST(Watch, RecordIsOnTheDiskBeforeTheJournalSaysSo)
 {
     const Station station;
+    station.MakeDirectory("state");
     station.Write("in/a.ZU", Encode(ShortRecording(0)));
-    const Finished run = RunProgram(station.Path(), {"watch", "--once", "--out", "out", "in"},
-                                    {{"LD_PRELOAD", SYNC_LOG_LIBRARY}, {"SYNC_LOG", station.Path("synced")}});
+    const Finished run =
+        RunProgram(station.Path(), {"watch", "--once", "--out", "out", "--state", "state/journal", "in"},
+                   {{"LD_PRELOAD", SYNC_LOG_LIBRARY}, {"SYNC_LOG", station.Path("synced")}});
     EXPECT_EQ(run.code, 0) << run.err;
-    const QString journal = station.Path("out/.zucmtr-watch");
-    // The pieces are on the disk before the directory gives them their final names.
+    const QString journal = station.Path("state/journal");
+    // The pieces are on the disk before they have their final names, which the directory gives them.
     const QString record = station.Path("out/.zucmtr-/" + ShortRecordName(0));
     QString synced = QString::fromUtf8(ReadBytes(station.Path("synced")));
     synced.replace(QRegularExpression("/\\.zucmtr-\\w{6}/"), "/.zucmtr-/");
-    synced.remove(journal + "-journal\n");
-    EXPECT_EQ(synced.split('\n'),
-              (QStringList{station.Path("out"), journal, station.Path("out"), journal, record + ".cfg",
-                           record + ".dat", record + ".hdr", record + ".inf", station.Path("out"),
-                           station.Path("out"), journal, QString()}));
+    const QString undo = journal + "-journal\n";
+    const QString start = undo + station.Path("state\n") + undo + journal + '\n' + station.Path("state\n");
+    const QString change = undo + station.Path("state\n") + undo + journal + '\n' + undo;
+    EXPECT_EQ(synced.split('\n'), (start + change +
+                                   QStringList{station.Path("out"), record + ".cfg", record + ".dat",
+                                               record + ".hdr", record + ".inf", station.Path("out")}
+                                       .join('\n') +
+                                   '\n' + change)
+                                      .split('\n'));
 }
 
 TEST(Watch, OtherFileIsNotTakenForAJournal)

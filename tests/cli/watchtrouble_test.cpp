@@ -118,7 +118,9 @@ TEST(WatchTrouble, JournalWhoseDirectoryDisappearsIsWaitedForAndMadeAgain)
     station.Write("in/a.ZU", Encode(ShortRecording(0)));
     station.Start({"--state", "state/journal"});
     ASSERT_TRUE(station.Waits("converted", 1));
-    ASSERT_TRUE(QDir(station.Path("state")).removeRecursively());
+    station.Rename("state",
+                   "away"); // in one step: the journal would be made again in a directory that is there
+    ASSERT_TRUE(QDir(station.Path("away")).removeRecursively());
     ASSERT_TRUE(station.Waits("trouble", 1));
     station.Write("in/b.ZU", Encode(ShortRecording(10)));
     ASSERT_TRUE(station.Waits("found", 2));
@@ -160,6 +162,25 @@ TEST(WatchTrouble, JournalThatIsCutIsMadeAgain)
     ASSERT_TRUE(station.Waits("converted", 2));
     EXPECT_EQ(station.End(), 0);
     EXPECT_EQ(Station::EventsIn(station.Once().out, "found"), QStringList());
+}
+
+TEST(WatchTrouble, JournalThatAnotherProgramReadsForLongIsWaitedFor)
+{
+    Station station;
+    station.Start({"--attempts", "1"});
+    ASSERT_TRUE(station.Waits("started", 1));
+    Database(station.Path("out/.zucmtr-watch")).Together([&] {
+        station.Write("in/a.ZU", Encode(ShortRecording(0)));
+        EXPECT_TRUE(station.Waits("trouble", 1));
+    });
+    ASSERT_TRUE(station.Waits("converted", 1));
+    EXPECT_EQ(station.End(), 0);
+    EXPECT_EQ(
+        Said(station),
+        "zucmtr: 'out/.zucmtr-watch' cannot be written: another program is at work with it; free the disk, "
+        "or give this user the permission\n");
+    EXPECT_EQ(station.Events("recovered", "reason"), QStringList{"journalNotWritten"});
+    EXPECT_EQ(station.Count("converted"), 1);
 }
 
 TEST(WatchTrouble, JournalOfAnotherInItsPlaceEndsTheProgram)

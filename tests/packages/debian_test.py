@@ -97,6 +97,7 @@ class Debian(unittest.TestCase):
         program = self.unpacked.field(PROGRAM, "Depends")
         self.assertIn(f"{LIBRARY} (>= {arguments.version})", program)
         self.assertRegex(program, r"\blibqt5gui5 ")
+        self.assertRegex(program, r"\blibsqlite3-0 ")
         self.assertIn(f"{LIBRARY} (= {arguments.version}-1), qtbase5-dev", self.unpacked.field(DEVELOPMENT, "Depends"))
 
     def test_symbols_name_the_eleven_functions(self):

@@ -154,12 +154,42 @@ class Ledger(unittest.TestCase):
             (directory / "x.part").touch()
         self.assertEqual({"debris": 5}, self.found())
 
+    def test_a_recording_may_come_again_if_the_journal_could_not_be_written(self):
+        self.record(2)
+        trouble = {"event": "trouble", "reason": "journalNotWritten"}
+        converted = {"event": "converted", "file": str(self.station.input / "rec1.ZU")}
+        self.ledger.note(stations.Run(1, "", [trouble, converted]))
+        self.ledger.note(stations.Run(0, "", [converted]))
+        self.assertEqual({}, self.found())
+        self.ledger.note(stations.Run(0, "", [converted]))
+        self.assertEqual({"twice": 1}, self.found())
+
     def test_a_record_with_a_torn_line_cannot_be_read(self):
         self.record(2)
         data = next(self.station.out.glob("*.dat"))
         data.write_bytes(data.read_bytes()[:-3])
         with self.assertRaises(records.Unreadable):
             records.Record(data.with_suffix(".cfg"))
+
+
+class PowerFailure(unittest.TestCase):
+    """What is left of a file."""
+
+    def test_of_bytes_written_over_others_any_half_may_be_missing(self):
+        node = powerfailure.Node(b"abcdefgh")
+        node.change(2, b"CD")
+        node.change(6, b"GHIJ")
+        self.assertEqual(b"abCDefGHIJ", node.now)
+        parts = [powerfailure.part_of(node.safe, node.since, *part) for part in ((0, 0), (0, 0.5), (0.5, 1), (0, 1))]
+        self.assertEqual([b"abcdefgh", b"abCDefGh", b"abcdefgHIJ", node.now], parts)
+
+    def test_a_file_that_was_emptied_may_be_empty(self):
+        node = powerfailure.Node(b"abc")
+        node.change(0, None)
+        node.change(0, b"de")
+        self.assertEqual(b"", powerfailure.part_of(node.safe, node.since, 0, 0))
+        node.sync()
+        self.assertEqual((b"de", ()), (node.safe, node.since))
 
 
 class Shim(unittest.TestCase):
@@ -205,6 +235,18 @@ class Shim(unittest.TestCase):
         self.assertEqual([["create", x, ""], ["write", x, ""], ["sync", x, ""], ["rename", x, y], ["unlink", y, ""]],
                          calls)
         self.assertEqual(b"abc", (self.place / "data").read_bytes())
+
+    def test_sees_all_that_a_database_does(self):
+        insert = "sqlite3.connect('db').execute('PRAGMA journal_mode=PERSIST'); base = sqlite3.connect('db'); " \
+            "base.execute('CREATE TABLE t (a)'); base.close()\n"
+        self.run_plan("none 0", "import sqlite3\n" + insert, "")
+        calls = [line.split("\t")[:2] for line in (self.place / "log").read_text().splitlines()]
+        base = str(self.inside / "db")
+        for kind, path in (("lock", base), ("write", base), ("sync", base), ("write", base + "-journal"),
+                           ("sync", base + "-journal"), ("sync", str(self.inside)), ("unlink", base + "-journal")):
+            self.assertIn([kind, path], calls)
+        self.run_plan("kill 1", "import sqlite3\n" + insert.replace("TABLE t", "TABLE u"), "lock")
+        self.assertEqual(["struck", base], (self.place / "log").read_text().splitlines()[-1].split("\t")[:2])
 
     def test_leaves_other_directories_alone(self):
         other = self.place / "other"

@@ -10,7 +10,8 @@ all its samples. The counts of what is not as it must be:
     half        a configuration without its whole data at a moment between two runs
     stuck       the normal run afterwards fails, or leaves a recording without a record
     orphaned    a continuation without its first file that no line names
-    twice       a recording that was converted more often than it came or changed (watch)
+    twice       a recording that was converted more often than it came or changed (watch); one of which a run said that
+                it could not be noted may come once more
     debris      files that do not belong where they are
 """
 import collections

@@ -4,7 +4,8 @@ The shim's log of an undisturbed run gives the order of changes. What may be fou
 
 - creations, renames, links and removals in their order up to some point; those before the last fsync of a directory
   of the file system are there (each file system has a journal, and so a point, of its own);
-- of a file, all that was there at its last fsync; of what was written since, all, the first half or nothing.
+- of a file, all that was there at its last fsync; of what was written since, wherever in the file, all, the first half,
+  the second half or nothing.
 """
 import dataclasses
 import os
@@ -19,10 +20,41 @@ NAMING = ("create", "rename", "link", "unlink", "mkdir", "rmdir")
 
 
 class Node:
-    """A file: its bytes now, and those that are on the disk for certain."""
+    """A file: the bytes that are on the disk for certain, and the writes and changes of its size since then: tuples
+    (offset, bytes) and (size, None)."""
 
     def __init__(self, content=b""):
-        self.now, self.safe = content, content
+        self.now, self.safe, self.since = content, content, ()
+
+    def change(self, offset, content):
+        self.now = changed(self.now, offset, content)
+        self.since += ((offset, content),)
+
+    def sync(self):
+        self.safe, self.since = self.now, ()
+
+
+def changed(content, offset, part):
+    """The content after one change."""
+    if part is None:
+        return content[:offset].ljust(offset, b"\0")
+    return content[:offset].ljust(offset, b"\0") + part + content[offset + len(part):]
+
+
+def part_of(safe, since, begin, end):
+    """A file's content of whose bytes written since the last fsync those from begin to end came to the disk, as
+    fractions of all. Its sizes did."""
+    length = sum(len(part) for _offset, part in since if part is not None)
+    first, last, at, content = int(length * begin), int(length * end), 0, safe
+    for offset, part in since:
+        if part is None:
+            content = changed(content, offset, None)
+            continue
+        low, high = max(first - at, 0), min(last - at, len(part))
+        at += len(part)
+        if low < high:
+            content = changed(content, offset + low, part[low:high])
+    return content
 
 
 @dataclasses.dataclass
@@ -31,7 +63,7 @@ class Moment:
     of the files that are not safe, and what the program has said."""
     done: dict
     certain: dict
-    bytes: dict  # of a node: now, safe
+    bytes: dict  # of a node: safe, the changes since
     said: bytes
 
 
@@ -59,7 +91,7 @@ class Log:
 
     def _moment(self):
         done = {name: len(operations) for name, operations in self.operations.items()}
-        return Moment(done, dict(self.certain), {node: (node.now, node.safe) for node in self.every}, self.said)
+        return Moment(done, dict(self.certain), {node: (node.safe, node.since) for node in self.every}, self.said)
 
     def _take(self, kind, path, second, identity, offset, length, position, flags):
         offset, length, position, flags = int(offset), int(length), int(position), int(flags)
@@ -71,14 +103,11 @@ class Log:
         if kind in ("open", "create"):
             return self._open(path, identity, flags)
         if kind == "write":
-            node = self.nodes[identity]
-            node.now = node.now[:offset].ljust(offset, b"\0") + self.data[position:position + length] + \
-                node.now[offset + length:]
+            self.nodes[identity].change(offset, self.data[position:position + length])
             return False
         if kind == "truncate":
             node = self.nodes[identity] if identity != "0:0" else self.names[path]
-            size = max(-length, len(node.now)) if length < 0 else length
-            node.now = node.now[:size].ljust(size, b"\0")
+            node.change(max(-length, len(node.now)) if length < 0 else length, None)
             return False
         if kind == "sync":
             self._sync(path, identity, flags)
@@ -96,7 +125,7 @@ class Log:
                 self._apply(path, ("create", path, "", node))
                 return True
         elif flags & TRUNCATES and identity in self.nodes:
-            self.nodes[identity].now = b""
+            self.nodes[identity].change(0, None)
         return False
 
     def _sync(self, path, identity, flags):
@@ -105,7 +134,7 @@ class Log:
             self.certain[system] = len(self.operations[system])
         for node in [self.nodes.get(identity)] if not flags else self.nodes.values():
             if node:
-                node.safe = node.now
+                node.sync()
 
     def _name(self, kind, path, second, identity, flags):
         node = self.nodes.get(identity) if kind == "link" else None
@@ -148,26 +177,20 @@ def _points(moment):
 
 
 def _variants(names, moment):
-    def safe_part(now, safe):
-        return safe if now.startswith(safe) else b""
-
-    def half(now, safe):
-        start = safe_part(now, safe)
-        return now[:len(start) + (len(now) - len(start)) // 2]
-
     def tree(choose):
         return {path: None if node is None else choose(node, *moment.bytes[node])
                 for path, node in names.items()}
 
-    unsafe = [path for path, node in names.items() if node and len(set(moment.bytes[node])) > 1]
-    yield "all bytes", tree(lambda node, now, safe: now)
+    unsafe = [path for path, node in names.items() if node and moment.bytes[node][1]]
+    yield "all bytes", tree(lambda node, safe, since: part_of(safe, since, 0, 1))
     if not unsafe:
         return
-    yield "no bytes", tree(lambda node, now, safe: safe_part(now, safe))
-    yield "half of the bytes", tree(lambda node, now, safe: half(now, safe))
+    yield "no bytes", tree(lambda node, safe, since: part_of(safe, since, 0, 0))
+    yield "half of the bytes", tree(lambda node, safe, since: part_of(safe, since, 0, 0.5))
+    yield "the other half", tree(lambda node, safe, since: part_of(safe, since, 0.5, 1))
     for path in unsafe if len(unsafe) > 1 else []:
         yield f"without the bytes of {os.path.basename(path)}", \
-            tree(lambda node, now, safe, path=path: safe_part(now, safe) if node is names[path] else now)
+            tree(lambda node, safe, since, path=path: part_of(safe, since, 0, 0 if node is names[path] else 1))
 
 
 def apply(names, operation):

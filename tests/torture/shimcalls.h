@@ -409,6 +409,20 @@ VISIBLE int flock(int file, int operation)
     return DoFile(Lock, file, [&] { return next(file, operation); });
 }
 
+// Locks of a part of a file, as databases take them; to give one back does not fail.
+VISIBLE int fcntl64(int file, int command, ...)
+{
+    va_list arguments;
+    va_start(arguments, command);
+    void* const argument = va_arg(arguments, void*);
+    va_end(arguments);
+    const auto next = Next<int (*)(int, int, ...)>("fcntl64");
+    const bool locks = command == F_SETLK || command == F_SETLKW || command == F_OFD_SETLK;
+    if (!locks || static_cast<const struct flock*>(argument)->l_type == F_UNLCK)
+        return next(file, command, argument);
+    return DoFile(Lock, file, [&] { return next(file, command, argument); });
+}
+
 VISIBLE int chmod(const char* path, mode_t mode)
 {
     const auto next = Next<int (*)(const char*, mode_t)>("chmod");

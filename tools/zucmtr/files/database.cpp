@@ -14,16 +14,17 @@
 
 namespace {
 
-constexpr int patience = 5000; // ms
+constexpr int patience = 2000; // ms
 
-// The system's error for which the library could not do it; 0 if there was none.
+// The system's error that made the library fail; 0 if there was none.
 int ErrorOf(sqlite3* handle, int code, const QString& path)
 {
     switch (code & 0xff) {
     case SQLITE_FULL:
         return ENOSPC;
     case SQLITE_READONLY:
-    case SQLITE_CANTOPEN: // it tries to read then, and errno is of that
+    case SQLITE_CANTOPEN: // SQLite has tried to open it for reading since, so errno may be that of the second
+                          // try
         if (access(QFile::encodeName(QFileInfo(path).path()).constData(), W_OK) != 0)
             return errno;
         return (code & 0xff) == SQLITE_CANTOPEN ? sqlite3_system_errno(handle) : EACCES;

@@ -2238,7 +2238,7 @@ Example:
     </message>
     <message>
         <source>another program is at work with it</source>
-        <translation type="unfinished"></translation>
+        <translation>с ним сейчас работает другая программа</translation>
     </message>
 </context>
 <context>
@@ -2784,19 +2784,19 @@ SIGTERM и Ctrl-C завершают работу после начатой ос
     </message>
     <message>
         <source> (process %1 on %2)</source>
-        <translation type="unfinished"></translation>
+        <translation> (процесс %1 на %2)</translation>
     </message>
     <message>
         <source>--state: another &apos;zucmtr watch&apos; works with &apos;%1&apos;%2; end it, or give another file</source>
-        <translation type="unfinished"></translation>
+        <translation>--state: с «%1» работает другой «zucmtr watch»%2; завершите его или укажите другой файл</translation>
     </message>
     <message>
         <source>--state: &apos;%1&apos; is damaged (%2); put a copy of it in its place, or move it away: then all recordings that are there are converted again</source>
-        <translation type="unfinished"></translation>
+        <translation>--state: «%1» повреждён (%2); верните на его место копию или уберите его: тогда все имеющиеся осциллограммы будут преобразованы заново</translation>
     </message>
     <message>
         <source>--state: &apos;%1&apos; was made by a newer version of the program; install that, or give another file</source>
-        <translation type="unfinished"></translation>
+        <translation>--state: «%1» создан более новой версией программы; установите её или укажите другой файл</translation>
     </message>
 </context>
 <context>

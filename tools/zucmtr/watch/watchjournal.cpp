@@ -30,7 +30,7 @@ using Entry = WatchJournal::Entry;
 // The byte after those that SQLite locks, on the page that it leaves empty for them.
 constexpr off_t lockedByte = 0x40000200;
 
-// "ZUCM" in the file's header tells it from other programs' databases.
+// "ZUCM" in the file's header: another program's database has something else there.
 const char* const applicationId = "1515537229";
 constexpr int version = 1;
 const char* const schema[] = {
@@ -141,8 +141,7 @@ QString HolderOf(const QString& path)
             .arg(path));
 }
 
-// A lock of the open file, not of the process: it stays when others of its descriptors are closed. 0 or
-// errno.
+// Locks the open file, not the process, which would lose its lock when SQLite closes the file. 0 or errno.
 int LockOwn(const systemfile::Descriptor& file)
 {
     struct flock range = {};
@@ -165,9 +164,13 @@ void Discard(const QString& fresh)
 
 WatchJournal::WatchJournal(const QString& path_) : path(JournalPath(path_))
 {
-    do
+    Place place = Place::Other;
+    while (place == Place::Other || place == Place::Empty) { // it was exchanged after it was opened
         file = Claimed(path);
-    while (FindPlace() != Place::Own);
+        place = FindPlace();
+    }
+    if (place == Place::Unknown)
+        FailToWrite(explain::SystemText(errno));
     Load();
     Discard(path + QStringLiteral(".new")); // of a run that was killed
 }
@@ -205,10 +208,6 @@ void WatchJournal::Load()
     }
     try {
         database = Connected();
-        database->Run("PRAGMA quick_check(1)", {}, [](const QStringList& row) {
-            if (row[0] != QLatin1String("ok"))
-                throw Database::Failure(row[0], true);
-        });
         database->Run("SELECT * FROM recordings", {}, [this](const QStringList& row) {
             entries[row[0]] = {row[1].toLatin1(), VerdictOf(row[2]), row[3],        row[4], row[8],
                                row[5].toInt(),    row[6].toInt(),    row[7].toInt()};
@@ -250,16 +249,18 @@ std::unique_ptr<Database> WatchJournal::Connected() const
     QStringList marks;
     const auto mark = [&marks](const QStringList& columns) { marks << columns; };
     opened->Run("PRAGMA synchronous=EXTRA");
-    opened->Run("PRAGMA journal_mode=PERSIST");
     opened->Together([&] {
+        opened->Run("PRAGMA quick_check(1)", {}, mark);
+        if (marks[0] != QLatin1String("ok"))
+            throw Database::Failure(marks[0], true);
         opened->Run("SELECT count(*) FROM sqlite_master", {}, mark);
-        if (marks[0] == QLatin1String("0"))
+        if (marks[1] == QLatin1String("0"))
             Create(*opened);
         opened->Run("PRAGMA application_id", {}, mark);
         opened->Run("PRAGMA user_version", {}, mark);
-        if (marks[1] != QLatin1String(applicationId))
+        if (marks[2] != QLatin1String(applicationId))
             RefuseKind(path);
-        if (marks[2].toInt() > version)
+        if (marks[3].toInt() > version)
             throw ConfigurationError(Tr("watch", "--state: '%1' was made by a newer version of the program; "
                                                  "install that, or give another file")
                                          .arg(path));
@@ -267,6 +268,7 @@ std::unique_ptr<Database> WatchJournal::Connected() const
         opened->Run("INSERT INTO holder VALUES (?, ?, ?)",
                     {QString::number(getpid()), QSysInfo::machineHostName(), Now()});
     });
+    opened->Run("PRAGMA journal_mode=PERSIST");
     return opened;
 }
 
@@ -419,8 +421,10 @@ void WatchJournal::MakeAnew(const Entries& changed)
         Discard(fresh);
         FailToWrite(failure.Message());
     }
-    QFile::remove(path + QStringLiteral("-journal")); // it would undo the new file's changes
-    int error = systemfile::RenameToFree(fresh, path);
+    const QString undo =
+        path + QStringLiteral("-journal"); // of the old file; it would be used on the new one
+    int error =
+        QFile::remove(undo) || !systemfile::IsTaken(undo) ? systemfile::RenameToFree(fresh, path) : EIO;
     if (error == EEXIST && FindPlace() == Place::Own)
         error = std::rename(QFile::encodeName(fresh).constData(), QFile::encodeName(path).constData()) == 0
                     ? 0
