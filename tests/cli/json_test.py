@@ -26,10 +26,10 @@ SCHEMA = json.loads((SOURCE / "docs/zucmtr.schema.json").read_text(encoding="utf
 PAGE = (SOURCE / "docs/json.md").read_text(encoding="utf-8")
 QUIET = 50  # milliseconds until a recording counts as complete
 
-# Words for what no test can bring about: it runs as root as well, on machines of any size.
+# Words for what no test can cause: they run as root as well, on machines of any size.
 UNSEEN = {"noPermission", "notOnDisk", "unexpected"}
 
-# Line and word of the findings in the ini file that has one slip of each kind.
+# Line and word of the findings in the ini file that has one mistake of each kind.
 FINDINGS = (
     "0 channelsUnknown; 0 channelsUnknown; 0 recordingUnreadable; 1 byteOrderMark; 1 lineOutsideSection; "
     "2 keyMissing; 4 charactersLeftOut; 5 commaInText; 6 percentInText; 10 recordingsDeleted; 12 cffIgnored; "

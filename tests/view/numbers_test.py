@@ -1,5 +1,5 @@
-"""The numbers that the page shows: held against a second computation, in records of many kinds, most of them such as
-other makers' devices write them."""
+"""The numbers that the page shows: compared with a second computation, in records of many kinds, most of them such as
+devices of other vendors write."""
 import cmath
 import math
 import random
@@ -139,7 +139,7 @@ class Cursors(unittest.TestCase):
         return Foreign(channels, rates=[(2400, len(read.codes[0]))])
 
     def _compare(self, record, cursors):
-        """Compares all that is read at the cursors; gives the readings of the second computation."""
+        """Compares all that is read at the cursors; returns the readings of the second computation."""
         all_found = []
         for sample, at in zip(cursors, browser.run(READ, cursors)):
             found = [Reading(record, channel, sample) for channel in record.channels]

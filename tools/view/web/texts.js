@@ -1,4 +1,4 @@
-// What the page says, in English and Russian. Texts of the record are not here: they are shown as they stand.
+// What the page says, in English and Russian. Texts of the record are not here: they are shown unchanged.
 (function (view) {
   'use strict';
 
