@@ -140,7 +140,7 @@ def _watch_through(bench, station, outage, what, user):
             child.send_signal(signal.SIGTERM)
         run = station.result(child)
     if what == "state" and ended == 1:
-        pass  # what cannot be remembered is not begun: the service is started again
+        pass  # what cannot be remembered is not started: the service is started again
     elif ended is not None:
         ledger.findings.add("stuck", f"the service ended with {ended}: {ledger.complaint(run)}")
     elif missing:

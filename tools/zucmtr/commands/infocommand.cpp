@@ -68,7 +68,7 @@ int RunInfo(const InfoOptions& options)
 void AddInfoCommand(CLI::App& app, Action& chosen)
 {
     CLI::App* command =
-        app.add_subcommand("info", HelpText("info", "Tell what is in recordings and COMTRADE records"));
+        app.add_subcommand("info", HelpText("info", "Show what is in recordings and COMTRADE records"));
     const auto options = std::make_shared<InfoOptions>();
     command->add_flag("--json", options->json, HelpText("info", "One JSON object a file, for programs"));
     command->add_flag("--no-channels", options->withoutChannels,

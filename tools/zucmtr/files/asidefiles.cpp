@@ -48,7 +48,7 @@ QString UndeletedText(const QString& path, int error)
 
 [[noreturn]] void ThrowUnseen(const QString& path, int error)
 {
-    ThrowChanged(Tr("sources", "'%1' could not be looked at again: %2").arg(path, SystemText(error)));
+    ThrowChanged(Tr("sources", "'%1' could not be checked again: %2").arg(path, SystemText(error)));
 }
 
 // "rec.ZU" and its continuations as "rec-2.ZU" and so on.

@@ -283,7 +283,7 @@ bool Watch::IsAsItWas(const QString& path)
             BatchItem item;
             item.recording = one.recording;
             item.Fail(reason::SourceUnreadable,
-                      Tr("watch", "not converted: its files cannot be looked at; the next run tries again"));
+                      Tr("watch", "not converted: its files cannot be checked; the next run tries again"));
             FailForThisRun(path, item);
             return false;
         }

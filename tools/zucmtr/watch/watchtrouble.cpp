@@ -88,6 +88,6 @@ void CheckPlace(const char* word, const QString& option, const QString& director
         error = errno;
     if (error != 0)
         throw WatchPlaceError(
-            word, Tr("watch", "%1: '%2' cannot be written to: %3; the work goes on when that is mended")
+            word, Tr("watch", "%1: '%2' cannot be written to: %3; the work goes on once that is put right")
                       .arg(option, directory, explain::SystemText(error)));
 }
