@@ -285,7 +285,7 @@ class Rules(unittest.TestCase):
             browser.set_cursor(0, sample)
             self.assertEqual(text, self.row(0)[1], sample)
         browser.set_cursor(1, 260)
-        self.assertEqual(["Cursor 1: no RMS and no angle. The record begins less than a period before it.",
+        self.assertEqual(["Cursor 1: no RMS and no angle. The record starts less than a period before it.",
                           "Cursor 2: no RMS and no angle. The samples of the period before it are not evenly spaced in time."],
                          browser.texts("#why li"))
 

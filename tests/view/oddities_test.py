@@ -46,7 +46,7 @@ class Notices(unittest.TestCase):
             said = show(self.record(trigger=trigger))
             self.assertEqual("zucmtr: %s: the trigger time is outside the record's samples; check the start time, the "
                              "trigger time and the sampling rates in its configuration\n" % (folder / "own.cfg"), said)
-            self.assertEqual(["The trigger time, 2024-02-01 00:00:%09.6f, lies outside the record, which starts at "
+            self.assertEqual(["The trigger time, 2024-02-01 00:00:%09.6f, is outside the record, which starts at "
                               "2024-02-01 00:00:00.000000. Check both times and the sampling rates in the configuration."
                               % trigger], browser.texts("#notices p"))
             self.assertEqual([], browser.log("browser"))
