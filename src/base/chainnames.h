@@ -31,7 +31,7 @@ inline QString ContinuationName(const QString& firstFile, int number)
 inline QString FirstFileOf(const QString& name)
 {
     const QString stem = name.left(name.size() - 2);
-    const QString first = stem + QLatin1Char(stem.endsWith(QLatin1Char('Z')) ? 'U' : 'u');
+    QString first = stem + QLatin1Char(stem.endsWith(QLatin1Char('Z')) ? 'U' : 'u');
     for (int number = 1; IsFirstFileName(first) && number <= MostContinuations; ++number) {
         if (ContinuationName(first, number) == name)
             return first;

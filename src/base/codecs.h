@@ -1,13 +1,13 @@
 // The encodings of recorder files, ini files and records.
 #pragma once
 
-class QTextCodec;
+#include <QTextCodec>
 
 namespace zu {
 
-extern QTextCodec* CodecCP1251;
-extern QTextCodec* CodecUtf8;
-extern QTextCodec* CodecIni; // CodecUtf8
-extern QTextCodec* CodecCP866;
+inline QTextCodec* CodecCP1251 = QTextCodec::codecForName("CP1251");
+inline QTextCodec* CodecUtf8 = QTextCodec::codecForName("UTF8");
+inline QTextCodec* CodecIni = CodecUtf8;
+inline QTextCodec* CodecCP866 = QTextCodec::codecForName("CP866");
 
 } // namespace zu

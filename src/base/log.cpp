@@ -6,8 +6,6 @@
 #include <QDebug>
 #include <QTextStream>
 
-QString zu::LogFilePath;
-
 // Appends lines in codec, or in the locale's encoding if it is null. A file made here is opened to its group.
 static void AppendToLog(const std::vector<QString>& lines, QTextCodec* codec)
 {

@@ -8,7 +8,7 @@
 
 namespace zu {
 
-extern QString LogFilePath;
+inline QString LogFilePath;
 
 /// Appends one line, in the locale's encoding.
 void WriteToLog(const QString& text);

@@ -1,7 +1,7 @@
-// Read-only ini reader: line grammar, full keys, and the cache.
+// Read-only ini reader: full keys, and the cache.
 #include "config/QSettingsRu.h"
 
-#include "config/GlobalFunction.h"
+#include "config/inigrammar.h"
 
 #include <QFile>
 #include <QTextStream>
@@ -41,23 +41,11 @@ bool QSettingsRu::ReadSettings()
     if (codec != nullptr)
         stream.setCodec(codec);
 
-    QString section;
-    while (!stream.atEnd()) {
-        const QString line = stream.readLine().trimmed();
-        if (line.isEmpty())
-            continue;
-        if (line.startsWith(QLatin1Char('[')) && line.endsWith(QLatin1Char(']'))) {
-            section = line.mid(1, line.length() - 2);
-            continue;
-        }
-        const int equals = line.indexOf(QLatin1Char('='));
-        if (section.isEmpty() || equals < 0)
-            continue;
-        QString text = line.mid(equals + 1);
-        GlobalFunction::ClearComment(text);
-        settings->insert(section + QLatin1Char('/') + line.left(equals).trimmed(), QVariant(text));
+    zu::IniLine line;
+    while (zu::ReadIniLine(stream, line)) {
+        if (line.kind == zu::IniLineKind::Entry)
+            settings->insert(line.section + QLatin1Char('/') + line.key, QVariant(line.value));
     }
-    file.close();
     return true;
 }
 

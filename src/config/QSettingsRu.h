@@ -1,8 +1,7 @@
 // Read-only ini reader with a process-wide cache of the files it has read.
 //
-// Grammar, line by line, each line trimmed: "[section]" opens a section; "key=value" under a section is kept
-// under the full key section/key, the value cut at its first ";"; everything else is dropped. Of equal keys
-// the last one counts. There is no quoting and no comment line of its own.
+// The entries of the grammar (inigrammar.h) are kept under the full key section/key. Of equal keys the last
+// one counts.
 #pragma once
 
 #include <QMap>

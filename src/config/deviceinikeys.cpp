@@ -22,15 +22,16 @@ enum class Presence {
 struct IniKey
 {
     const char* key;
+    const char* sample; // value in a new section of defaults; null: the key is left out
     Presence presence;
-    QString Param::*text;              // one of these three is the field
-    bool Param::*flag;                 //
-    quint32 Param::*number;            //
-    int lowest, highest;               // accepted numbers
-    const char *on, *off;              // a flag's value in the log
-    const char* (*unit)(const Param&); // appended to a number in the log
-    QString Param::*tagNeeds; // QuietWhenEmpty: an absent key is tagged only if this field is not empty
-    bool Param::*onlyIf;      // the key is asked for only if this flag is set
+    QString Param::*tagNeeds;         // QuietWhenEmpty: tagged when absent only if this is not empty
+    QString Param::*text = nullptr;   // one of these three is the field
+    bool Param::*flag = nullptr;      //
+    quint32 Param::*number = nullptr; //
+    int lowest = 0, highest = 0;      // accepted numbers
+    const char* (*unit)(const Param&) = nullptr; // appended to a number in the log
+    const char *on = "", *off = "";              // a flag's value in the log
+    bool Param::*onlyIf = nullptr;               // the key is asked for only if this flag is set
 };
 
 const char* ModelsOfVersion(const Param& param)
@@ -43,52 +44,52 @@ const char* Milliseconds(const Param& /*param*/)
     return "мс ";
 }
 
-constexpr IniKey TextKey(const char* key, QString Param::*field)
+constexpr IniKey TextKey(const char* key, const char* sample, QString Param::*field)
 {
-    return {key, Presence::Obligatory, field, nullptr, nullptr, 0, 0, "", "", nullptr, nullptr, nullptr};
+    return {key, sample, Presence::Obligatory, nullptr, field};
 }
 
 constexpr IniKey QuietKey(const char* key, QString Param::*field, QString Param::*tagNeeds)
 {
-    return {key, Presence::QuietWhenEmpty, field, nullptr, nullptr, 0, 0, "", "", nullptr, tagNeeds, nullptr};
+    return {key, nullptr, Presence::QuietWhenEmpty, tagNeeds, field};
 }
 
-constexpr IniKey FlagKey(const char* key, bool Param::*field, const char* on, const char* off,
-                         Presence presence = Presence::Obligatory, bool Param::*onlyIf = nullptr)
+constexpr IniKey FlagKey(const char* key, const char* sample, bool Param::*field, const char* on,
+                         const char* off, Presence presence = Presence::Obligatory,
+                         bool Param::*onlyIf = nullptr)
 {
-    return {key, presence, nullptr, field, nullptr, 0, 1, on, off, nullptr, nullptr, onlyIf};
+    return {key, sample, presence, nullptr, nullptr, field, nullptr, 0, 1, nullptr, on, off, onlyIf};
 }
 
-constexpr IniKey NumberKey(const char* key, quint32 Param::*field, int lowest, int highest,
-                           const char* (*unit)(const Param&))
+constexpr IniKey NumberKey(const char* key, const char* sample, quint32 Param::*field, int lowest,
+                           int highest, const char* (*unit)(const Param&))
 {
-    return {key,    Presence::Obligatory, nullptr, nullptr, field, lowest, highest, "", "", unit, nullptr,
-            nullptr};
+    return {key, sample, Presence::Obligatory, nullptr, nullptr, nullptr, field, lowest, highest, unit};
 }
 
 // In reading order. The blanks at the ends of the log texts belong to them.
 constexpr IniKey DeviceKeys[] = {
-    TextKey("Энергосистема", &Param::PowerSystem),
-    TextKey("Субъект", &Param::Subject),
-    TextKey("Объект", &Param::Object),
-    TextKey("Источник", &Param::Source),
-    TextKey("Версия ПО", &Param::SoftwareVersion),
-    TextKey("Версия аппаратной части", &Param::HardwareVersion),
-    TextKey("Модель", &Param::Model),
-    NumberKey("Версия ZU", &Param::ZuVersion, 1, 2, ModelsOfVersion),
-    FlagKey("Удалять исходные", &Param::DeleteSource, "Да ", "Нет "),
-    NumberKey("Время ожидания", &Param::WaitTime, 0, std::numeric_limits<int>::max(), Milliseconds),
-    FlagKey("Тип Comtrade CFF", &Param::ComtradeCff, "Да (CFF) ", "Нет (cfg/dat ...) "),
-    FlagKey("Тип Comtrade BIN", &Param::ComtradeBin, "Да (Binary) ", "Нет (ASCII) "),
-    FlagKey("Кодировка Comtrade UTF8", &Param::ComtradeUtf8, "Да (UTF8) ", "Нет (CP1251) "),
-    FlagKey("Переименовать сигналы Comtrade", &Param::RenameSignals, "Да ", "Нет "),
+    TextKey("Энергосистема", "PowerSystem", &Param::PowerSystem),
+    TextKey("Субъект", "Subject", &Param::Subject),
+    TextKey("Объект", "Object", &Param::Object),
+    TextKey("Источник", "Source", &Param::Source),
+    TextKey("Версия ПО", "0.0", &Param::SoftwareVersion),
+    TextKey("Версия аппаратной части", "0.0", &Param::HardwareVersion),
+    TextKey("Модель", "MK7.06", &Param::Model),
+    NumberKey("Версия ZU", "1", &Param::ZuVersion, 1, 2, ModelsOfVersion),
+    FlagKey("Удалять исходные", "0", &Param::DeleteSource, "Да ", "Нет "),
+    NumberKey("Время ожидания", "60000", &Param::WaitTime, 0, std::numeric_limits<int>::max(), Milliseconds),
+    FlagKey("Тип Comtrade CFF", "0", &Param::ComtradeCff, "Да (CFF) ", "Нет (cfg/dat ...) "),
+    FlagKey("Тип Comtrade BIN", "1", &Param::ComtradeBin, "Да (Binary) ", "Нет (ASCII) "),
+    FlagKey("Кодировка Comtrade UTF8", "1", &Param::ComtradeUtf8, "Да (UTF8) ", "Нет (CP1251) "),
+    FlagKey("Переименовать сигналы Comtrade", "1", &Param::RenameSignals, "Да ", "Нет "),
     QuietKey("Идентификатор Cim", &Param::CimId, &Param::CimId),
     // Deliberate: a defaulted cabinet number is tagged only beside a CIM identifier.
     QuietKey("Номер шкафа", &Param::CabinetNumber, &Param::CimId),
     QuietKey("Серийный номер", &Param::SerialNumber, &Param::SerialNumber),
-    FlagKey("Доп.индексы для имен сигналов", &Param::AdditionalIndexes, "Да ", "Нет ", Presence::Obligatory,
-            &Param::RenameSignals),
-    FlagKey("Тип Comtrade 1999", &Param::Comtrade1999, "Да (Comtrade 1999) ", "Нет (Comtrade 2013) ",
+    FlagKey("Доп.индексы для имен сигналов", "0", &Param::AdditionalIndexes, "Да ", "Нет ",
+            Presence::Obligatory, &Param::RenameSignals),
+    FlagKey("Тип Comtrade 1999", "0", &Param::Comtrade1999, "Да (Comtrade 1999) ", "Нет (Comtrade 2013) ",
             Presence::AlwaysTagged),
 };
 
@@ -169,9 +170,20 @@ std::vector<DeviceKeyRule> DeviceKeyRules()
 {
     std::vector<DeviceKeyRule> rules;
     for (const IniKey& row : DeviceKeys)
-        rules.push_back({row.key, row.presence == Presence::Obligatory, row.text != nullptr, row.lowest,
-                         row.highest, row.onlyIf != nullptr});
+        rules.push_back({row.key, row.sample, row.presence == Presence::Obligatory, row.text != nullptr,
+                         row.lowest, row.highest, row.onlyIf != nullptr});
     return rules;
+}
+
+QStringList DefaultsLines(const QString& section, const QMap<QString, QString>& values)
+{
+    QStringList lines(QLatin1Char('[') + section + QLatin1Char(']'));
+    for (const IniKey& row : DeviceKeys) {
+        const QString key = QString::fromUtf8(row.key);
+        if (row.sample != nullptr || values.contains(key))
+            lines << key + QLatin1Char('=') + values.value(key, QString::fromUtf8(row.sample));
+    }
+    return lines;
 }
 
 bool ZuCmtrDevParamDefault::LoadFromIniDef(const QString& fileName, const QString& group, bool useDefaults)

@@ -134,7 +134,7 @@ void ZuFileFormat::DescribeSetting(const zu::StartComment& comment, const AnChan
 void ZuFileFormat::DescribeHarmonic(const zu::StartComment& comment, const AnChannelData& channel)
 {
     zu::ThresholdText texts{comment.items[2], QString(), channel.Unit};
-    zu::ScalePickUp(texts, static_cast<double>(float(channel.m_HeaderAn.Primary)));
+    zu::ScaleThreshold(texts, static_cast<double>(float(channel.m_HeaderAn.Primary)));
     StartCondition = comment.text;
     StartSetting = QStringLiteral("Номер гармоники %1, порог срабатывания - %2 %3")
                        .arg(comment.items[1])

@@ -60,27 +60,17 @@ static QString Scaled(double value, bool thousands)
 
 void ScaleThreshold(ThresholdText& texts, double primary)
 {
+    const bool hasReturn = !texts.returns.isNull();
     bool pickUpOk = false;
     bool returnsOk = false;
     const double pickUp = texts.pickUp.toDouble(&pickUpOk) * primary;
     const double returns = texts.returns.toDouble(&returnsOk) * primary;
-    if (!pickUpOk || !returnsOk)
+    if (!pickUpOk || (hasReturn && !returnsOk))
         return;
     const bool thousands = pickUp >= 1000.0; // Deliberate: the return value is not asked.
     texts.pickUp = Scaled(pickUp, thousands);
-    texts.returns = Scaled(returns, thousands);
-    if (thousands)
-        texts.unit.prepend(QStringLiteral("к"));
-}
-
-void ScalePickUp(ThresholdText& texts, double primary)
-{
-    bool ok = false;
-    const double pickUp = texts.pickUp.toDouble(&ok) * primary;
-    if (!ok)
-        return;
-    const bool thousands = pickUp >= 1000.0;
-    texts.pickUp = Scaled(pickUp, thousands);
+    if (hasReturn)
+        texts.returns = Scaled(returns, thousands);
     if (thousands)
         texts.unit.prepend(QStringLiteral("к"));
 }

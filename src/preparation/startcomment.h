@@ -32,15 +32,12 @@ bool SplitStartComment(const QString& text, StartComment& pieces);
 struct ThresholdText
 {
     QString pickUp;
-    QString returns; // return value; not used for a harmonic
+    QString returns; // return value; null for a harmonic, which has none
     QString unit;
 };
 
 /// Scales the values by primary and, from 1000 of the pick-up value on, takes them to thousands with "к"
 /// before the unit. Values that are not numbers leave all three texts as they are.
 void ScaleThreshold(ThresholdText& texts, double primary);
-
-/// The same for a pick-up value alone.
-void ScalePickUp(ThresholdText& texts, double primary);
 
 } // namespace zu

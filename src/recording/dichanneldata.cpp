@@ -13,27 +13,27 @@ DiChannelData::DiChannelData()
       AddIndexPos(0), BayParam(nullptr), CurrentValue(0), CurrentIndex(0)
 {}
 
+bool DiChannelData::Fail(const QString& text)
+{
+    ErrorText = text;
+    return false;
+}
+
 bool DiChannelData::Load(QFile& file, ZuFileSectionHeader* secHeader, QTextCodec* codec)
 {
-    if (m_pData != nullptr) {
-        ErrorText = QStringLiteral("m_pData!=nullptr");
-        return false;
-    }
+    if (m_pData != nullptr)
+        return Fail(QStringLiteral("m_pData!=nullptr"));
     Name = zu::FieldText(secHeader->name, secHeader + 1, codec);
     descrLength = secHeader->descrLength;
     m_DataLength = secHeader->dataLength;
 
-    if (file.read(reinterpret_cast<char*>(&m_HeaderDi), sizeof m_HeaderDi) != qint64(sizeof m_HeaderDi)) {
-        ErrorText = QStringLiteral("чтение файла (DiChannelHeader)");
-        return false;
-    }
+    if (file.read(reinterpret_cast<char*>(&m_HeaderDi), sizeof m_HeaderDi) != qint64(sizeof m_HeaderDi))
+        return Fail(QStringLiteral("чтение файла (DiChannelHeader)"));
     Inverted = m_HeaderDi.inverted != 0;
     ChangeCount = m_HeaderDi.count;
     // Up to 4 spare bytes behind the records pass.
-    if (m_DataLength / sizeof(ZuDiChangeRecord) != ChangeCount) {
-        ErrorText = QStringLiteral("чтение файла (дискреты, ошибка длины данных)");
-        return false;
-    }
+    if (m_DataLength / sizeof(ZuDiChangeRecord) != ChangeCount)
+        return Fail(QStringLiteral("чтение файла (дискреты, ошибка длины данных)"));
     if (!LoadRecords(file))
         return false;
     CurrentValue = ChangeCount != 0 && StateOf(0) ? 1 : 0;
@@ -43,21 +43,15 @@ bool DiChannelData::Load(QFile& file, ZuFileSectionHeader* secHeader, QTextCodec
 
 bool DiChannelData::LoadRecords(QFile& file)
 {
-    if (m_DataLength > file.size() - file.pos()) {
-        ErrorText = QStringLiteral("чтение файла (данные DiChannel)");
-        return false;
-    }
+    if (m_DataLength > file.size() - file.pos())
+        return Fail(QStringLiteral("чтение файла (данные DiChannel)"));
     if (ChangeCount == 0)
         return true; // spare bytes without a record are dropped
     m_pData = new (std::nothrow) unsigned char[m_DataLength];
-    if (m_pData == nullptr) {
-        ErrorText = QStringLiteral("чтение файла, ошибка выделения памяти");
-        return false;
-    }
-    if (file.read(reinterpret_cast<char*>(m_pData), m_DataLength) != m_DataLength) {
-        ErrorText = QStringLiteral("чтение файла (данные DiChannel)");
-        return false;
-    }
+    if (m_pData == nullptr)
+        return Fail(QStringLiteral("чтение файла, ошибка выделения памяти"));
+    if (file.read(reinterpret_cast<char*>(m_pData), m_DataLength) != m_DataLength)
+        return Fail(QStringLiteral("чтение файла (данные DiChannel)"));
     return true;
 }
 

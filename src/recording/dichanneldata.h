@@ -50,6 +50,7 @@ public:
     QString DoCfgDescription(unsigned int number);
 
 private:
+    bool Fail(const QString& text);      // ErrorText = text; gives false
     bool LoadRecords(QFile& file);       // file stands behind the channel header
     bool StateOf(quint32 index) const;   // inversion applied
     quint32 TimeOf(quint32 index) const; // microseconds

@@ -63,16 +63,15 @@ ZuFileFormat::~ZuFileFormat()
 
 void ZuFileFormat::Clear()
 {
-    for (AnChannelData* channel : AnChannels) {
-        channel->Clear();
-        delete channel;
-    }
-    AnChannels.clear();
-    for (DiChannelData* channel : DiChannels) {
-        channel->Clear();
-        delete channel;
-    }
-    DiChannels.clear();
+    const auto release = [](auto& channels) {
+        for (auto* channel : channels) {
+            channel->Clear();
+            delete channel;
+        }
+        channels.clear();
+    };
+    release(AnChannels);
+    release(DiChannels);
 }
 
 bool ZuFileFormat::Fail(const char* text, const QString& detail)

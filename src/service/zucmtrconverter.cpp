@@ -1,18 +1,12 @@
 // The converter object: statics, devices and their getters.
 #include "service/zucmtrconverter.h"
 
-#include "base/codecs.h"
 #include "config/QSettingsRu.h"
 
 #include <QMutexLocker>
 
 #include <memory>
 
-QString& ZuCmtrConverter::LogFilePath = zu::LogFilePath;
-QTextCodec*& ZuCmtrConverter::codec_CP1251 = zu::CodecCP1251;
-QTextCodec*& ZuCmtrConverter::codec_UTF8 = zu::CodecUtf8;
-QTextCodec*& ZuCmtrConverter::codecIni = zu::CodecIni;
-QTextCodec*& ZuCmtrConverter::codec_CP866 = zu::CodecCP866;
 QString ZuCmtrConverter::SoftwareRevision = QStringLiteral("VELTORINE(ZuComtradeConverter)");
 
 // Deliberate: the text names the conversion, whichever call got the bad number.

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "base/chainnames.h"
+#include "base/codecs.h"
 #include "base/log.h"
 #include "base/numeric.h"
 #include "device/zucmtrdevparam.h"
@@ -12,7 +13,6 @@
 #include <vector>
 
 class QFile;
-class QTextCodec;
 class ZuFileFormat;
 
 class ZuCmtrConverter
@@ -24,11 +24,12 @@ public:
     QMutex Mutex;      // guards the stores of LastError that conversions and getters may make at once
 
     // The objects of base under the names of the interface.
-    static QString& LogFilePath;
-    static QTextCodec*& codec_CP1251;
-    static QTextCodec*& codec_UTF8;
-    static QTextCodec*& codecIni;
-    static QTextCodec*& codec_CP866;
+    static constexpr auto& LogFilePath = zu::LogFilePath;
+    static constexpr auto& codec_CP1251 = zu::CodecCP1251;
+    static constexpr auto& codec_UTF8 = zu::CodecUtf8;
+    static constexpr auto& codecIni = zu::CodecIni;
+    static constexpr auto& codec_CP866 = zu::CodecCP866;
+    static constexpr auto& ZuExtensions = zu::ChainExtensions;
     static QString SoftwareRevision; // Source of the INF file
 
     // Section marks of the CFF file. The first three have one length, SecNameLen characters.
@@ -38,8 +39,6 @@ public:
     static const QString SecNameDATa; // ASCII data
     static const QString SecNameDATb; // binary data, %1 bytes
     static const qint32 SecNameLen;
-
-    static constexpr auto& ZuExtensions = zu::ChainExtensions;
 
     ZuCmtrConverter();
 

@@ -50,7 +50,10 @@ public:
     void Send(int number) const;
     bool HasEnded();
 
-    /// Its exit code; -1 while it runs or if a signal ended it.
+    /// Its number in the system.
+    qint64 Process() const { return process.processId(); }
+
+    /// Its exit code; -1 while it runs and if a signal ended it.
     int Code() const;
 
 private:

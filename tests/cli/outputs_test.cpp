@@ -238,14 +238,14 @@ TEST(OutputLinks, JournalIsRewrittenWhereItsLinkLeads)
     const Workplace place({{"Время ожидания", "10"}});
     place.Write("in/a.ZU", Encode(ShortRecording()));
     place.Write("in/ZuDrv.ini", ReadBytes(place.Path("ZuDrv.ini")));
-    place.Write("journal", "zucmtr watch 1\n" + QByteArray("torn line\n").repeated(3000));
+    place.Write("journal", "zucmtr watch 1\ntorn line\n");
     QFile::link("journal", place.Path("link"));
     const Finished run = RunProgram(
         place.Path(), {"watch", "--once", "--rescan", "0.01", "--out", "out", "--state", "link", "in"});
     EXPECT_EQ(run.code, 0) << run.err;
     EXPECT_TRUE(S_ISLNK(ModeOf(place.Path("link"))));
     EXPECT_FALSE(ReadBytes(place.Path("journal")).contains("torn line"));
-    EXPECT_TRUE(ReadBytes(place.Path("journal")).contains("a.ZU"));
+    EXPECT_TRUE(ReadBytes(place.Path("journal")).contains("in/a.ZU"));
 }
 
 TEST(OutputLinks, JournalIsARegularFile)

@@ -3,6 +3,7 @@
 
 #include <QDir>
 #include <QRegularExpression>
+#include <QSysInfo>
 
 using recorderfile::Encode;
 
@@ -59,6 +60,15 @@ TEST(Watch, RestartConvertsNothingTwiceAndForgetsNothing)
     EXPECT_EQ(Station::EventsIn(station.Once().out, "converting"), QStringList());
 }
 
+TEST(Watch, RecordThatIsThereWithoutANoteInTheJournalIsPresent)
+{
+    Station station;
+    station.Write("in/a.ZU", Encode(ShortRecording(0)));
+    EXPECT_EQ(Station::EventsIn(station.Once().out, "converted", "status"), QStringList{"converted"});
+    ASSERT_TRUE(QFile::remove(station.Path("out/.zucmtr-watch")));
+    EXPECT_EQ(Station::EventsIn(station.Once().out, "converted", "status"), QStringList{"present"});
+}
+
 TEST(Watch, RecordingThatIsContinuedLaterIsConvertedAgain)
 {
     Station station;
@@ -87,29 +97,87 @@ TEST(Watch, KilledAtAnyMomentItGoesOnWhereItWas)
     // Each kill repeats the current recording and no other.
     EXPECT_LE(station.Events("converting").size() + Station::EventsIn(last.out, "converting").size(),
               count + kills);
-    EXPECT_EQ(station.Journal('C').size(), count);
+    EXPECT_EQ(station.Count("converted"), count);
     EXPECT_EQ(Station::EventsIn(station.Once().out, "converting"), QStringList());
+    EXPECT_EQ(station.Names("out").filter(".zucmtr-watch"), QStringList{".zucmtr-watch"});
 }
 
-// An incomplete line is ignored, wherever it was cut off; nothing that comes after it is lost.
-TEST(Watch, JournalMayBeCutOffAnywhere)
+namespace {
+
+QByteArray TextOf(const Station& station)
 {
-    Station station;
+    const QByteArray begin = station.Journal("SELECT fingerprint || ' ' || file FROM recordings")[0].toUtf8();
+    return "zucmtr watch 1\nB " + begin + "\nC " + begin + " record\n";
+}
+
+} // namespace
+
+// Its lines that are not whole count as none, wherever it was cut off.
+TEST(Watch, JournalOfLinesIsTakenOver)
+{
+    const Station station;
     station.Write("in/a.ZU", Encode(ShortRecording(0)));
     EXPECT_EQ(station.Once().code, 0);
-    const QByteArray whole = station.Journal();
+    const QByteArray whole = TextOf(station);
     const int lastLine = whole.lastIndexOf('\n', whole.size() - 2) + 1;
-    for (const int size : {0, 6, whole.indexOf('\n'), whole.indexOf('\n') + 20, lastLine, lastLine + 1,
-                           lastLine + 30, lastLine + 60, whole.size() - 1}) {
+    for (const int size : {6, whole.indexOf('\n'), whole.indexOf('\n') + 20, lastLine, lastLine + 1,
+                           lastLine + 30, lastLine + 60, whole.size() - 1, whole.size()}) {
         station.Write("out/.zucmtr-watch", whole.left(size));
-        EXPECT_EQ(Station::EventsIn(station.Once().out, "converted"), QStringList{"in/a.ZU"}) << size;
-        EXPECT_TRUE(station.Journal().startsWith("zucmtr watch 1\n")) << size;
-        EXPECT_TRUE(station.Journal().endsWith(whole.mid(whole.indexOf('\n')))) << size;
+        const QStringList expected = size < whole.size() ? QStringList{"in/a.ZU"} : QStringList();
+        EXPECT_EQ(Station::EventsIn(station.Once().out, "converted"), expected) << size;
+        EXPECT_EQ(station.Count("converted"), 1) << size;
         EXPECT_EQ(Station::EventsIn(station.Once().out, "converting"), QStringList()) << size;
+        EXPECT_EQ(station.Names("out").filter(".zucmtr-watch"), QStringList{".zucmtr-watch"}) << size;
     }
 }
 
-// Otherwise a power failure could leave a journal with a record that never reached the disk.
+// Or all recordings would be converted again without a word.
+TEST(Watch, DamagedJournalIsRefused)
+{
+    const Station station;
+    for (int i = 0; i < 40; ++i)
+        station.Write(QString("in/%1.ZU").arg(i), "junk");
+    EXPECT_EQ(station.Once().code, 1);
+    const QByteArray whole = ReadBytes(station.Path("out/.zucmtr-watch"));
+    for (const int size : {10, 100, 4000, 4096, 6000, whole.size() - 4096, whole.size() - 2000}) {
+        station.Write("out/.zucmtr-watch", whole.left(size));
+        const Finished run = station.Once();
+        EXPECT_EQ(run.code, 2) << size;
+        EXPECT_TRUE(run.err.startsWith("zucmtr: --state: 'out/.zucmtr-watch' is damaged (")) << run.err;
+        EXPECT_TRUE(run.err.endsWith("); put a copy of it in its place, or move it away: then all recordings "
+                                     "that are there are converted again\n"))
+            << run.err;
+        EXPECT_EQ(ReadBytes(station.Path("out/.zucmtr-watch")), whole.left(size));
+    }
+}
+
+TEST(Watch, JournalOfANewerVersionIsRefused)
+{
+    const Station station;
+    EXPECT_EQ(station.Once().code, 0);
+    station.Journal("PRAGMA user_version=2");
+    const Finished run = station.Once();
+    EXPECT_EQ(run.code, 2);
+    EXPECT_EQ(run.err,
+              "zucmtr: --state: 'out/.zucmtr-watch' was made by a newer version of the program; install "
+              "that, or give another file\n");
+}
+
+// The queries of docs/watch.md.
+TEST(Watch, JournalCanBeReadWhileTheServiceRuns)
+{
+    Station station;
+    station.Write("in/a.ZU", Encode(ShortRecording(0)));
+    station.Start();
+    ASSERT_TRUE(station.Waits("converted", 1));
+    EXPECT_EQ(station.Journal("SELECT record FROM recordings WHERE state = 'converted'"),
+              QStringList{ShortRecordName(0)});
+    EXPECT_EQ(station.Journal("SELECT process FROM holder"),
+              QStringList{QString::number(station.Running().Process())});
+    EXPECT_EQ(station.End(), 0);
+}
+
+// Or a power failure could leave a journal that speaks of a record that never came to the disk.
 TEST(Watch, RecordIsOnTheDiskBeforeTheJournalSaysSo)
 {
     const Station station;
@@ -122,19 +190,28 @@ TEST(Watch, RecordIsOnTheDiskBeforeTheJournalSaysSo)
     const QString record = station.Path("out/.zucmtr-/" + ShortRecordName(0));
     QString synced = QString::fromUtf8(ReadBytes(station.Path("synced")));
     synced.replace(QRegularExpression("/\\.zucmtr-\\w{6}/"), "/.zucmtr-/");
+    synced.remove(journal + "-journal\n");
     EXPECT_EQ(synced.split('\n'),
-              (QStringList{journal, station.Path("out"), record + ".cfg", record + ".dat", record + ".hdr",
-                           record + ".inf", station.Path("out"), journal, QString()}));
+              (QStringList{station.Path("out"), journal, station.Path("out"), journal, record + ".cfg",
+                           record + ".dat", record + ".hdr", record + ".inf", station.Path("out"),
+                           station.Path("out"), journal, QString()}));
 }
 
 TEST(Watch, OtherFileIsNotTakenForAJournal)
 {
     const Station station;
-    const QByteArray ini = ReadBytes(station.Path("ZuDrv.ini"));
-    const Finished run = station.Once({"--state", "ZuDrv.ini"});
-    EXPECT_EQ(run.code, 2);
-    EXPECT_TRUE(run.err.startsWith("zucmtr: --state: 'ZuDrv.ini' is another kind of file; ")) << run.err;
-    EXPECT_EQ(ReadBytes(station.Path("ZuDrv.ini")), ini);
+    station.Write("other.db", QByteArray());
+    station.Journal("CREATE TABLE bookmarks (name TEXT)", "other.db");
+    for (const QString& file : {QStringLiteral("ZuDrv.ini"), QStringLiteral("other.db")}) {
+        const QByteArray bytes = ReadBytes(station.Path(file));
+        const Finished run = station.Once({"--state", file});
+        EXPECT_EQ(run.code, 2);
+        EXPECT_EQ(run.err,
+                  QString("zucmtr: --state: '%1' is another kind of file; give one that 'zucmtr watch' "
+                          "has made, or one that does not exist yet\n")
+                      .arg(file));
+        EXPECT_EQ(ReadBytes(station.Path(file)), bytes);
+    }
 }
 
 // For example on a machine that starts before its network.
@@ -158,11 +235,11 @@ TEST(Watch, RecordingsThatAreGoneAreDroppedFromTheJournal)
     for (int i = 0; i < 5; ++i)
         station.Write(QString("in/%1.ZU").arg(i), Encode(ShortRecording(10 * i)));
     EXPECT_EQ(station.Once().code, 0);
-    EXPECT_EQ(station.Journal('C').size(), 5);
+    EXPECT_EQ(station.Count("converted"), 5);
     for (int i = 0; i < 4; ++i)
         QFile::remove(station.Path(QString("in/%1.ZU").arg(i)));
     EXPECT_EQ(Station::EventsIn(station.Once().out, "found"), QStringList());
-    EXPECT_EQ(station.Journal().count('\n'), 2); // the first line, and the one of the recording that is there
+    EXPECT_EQ(station.Journal("SELECT file FROM recordings"), QStringList{station.Path("in/4.ZU")});
     EXPECT_EQ(Station::EventsIn(station.Once().out, "found"), QStringList());
 }
 
@@ -274,7 +351,7 @@ TEST(Watch, RecordingsArePutAwayAndTheJournalIsCleared)
     EXPECT_EQ(station.Names("out/sub").filter(".cfg"), QStringList{ShortRecordName(10) + ".cfg"});
     const Finished next = station.Once({"--recursive", "--archive", "in/archive"});
     EXPECT_EQ(Station::EventsIn(next.out, "found"), QStringList());
-    EXPECT_EQ(station.Journal(), QByteArray("zucmtr watch 1\n"));
+    EXPECT_EQ(station.Journal("SELECT file FROM recordings"), QStringList());
 }
 
 TEST(Watch, StateBelongsToOneProcess)
@@ -284,7 +361,10 @@ TEST(Watch, StateBelongsToOneProcess)
     ASSERT_TRUE(station.Waits("started", 1));
     const Finished other = station.Once();
     EXPECT_EQ(other.code, 1); // it may have ended when the service manager starts this one again
-    EXPECT_TRUE(other.err.contains("another 'zucmtr watch' works with 'out/.zucmtr-watch'")) << other.err;
+    EXPECT_EQ(other.err, QString("zucmtr: --state: another 'zucmtr watch' works with 'out/.zucmtr-watch' "
+                                 "(process %1 on %2); end it, or give another file\n")
+                             .arg(station.Running().Process())
+                             .arg(QSysInfo::machineHostName()));
     EXPECT_EQ(station.Once({"--state", "other"}).code, 0);
     EXPECT_EQ(station.End(), 0);
 }

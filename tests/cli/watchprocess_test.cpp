@@ -32,10 +32,10 @@ TEST(WatchProcess, RecordingWithWhichTheProgramWasEndedComesLastAndIsConverted)
     Station station;
     station.Write("in/a.ZU", Encode(ShortRecording(0)));
     EXPECT_EQ(station.Once().code, 0);
-    const QByteArray begun = station.Journal('B').value(0) + '\n';
     station.Write("in/b.ZU", Encode(ShortRecording(10)));
-    for (const int times : {1, 2, 3, 100}) {
-        station.Write("out/.zucmtr-watch", "zucmtr watch 1\n" + begun.repeated(times));
+    for (const char* times : {"1", "2", "3", "100"}) {
+        station.Journal("DELETE FROM recordings WHERE file LIKE '%/b.ZU'");
+        station.Journal(QByteArray("UPDATE recordings SET state = 'begun', unended = ") + times);
         EXPECT_EQ(Station::EventsIn(station.Once().out, "converted"), (QStringList{"in/b.ZU", "in/a.ZU"}));
     }
 }
@@ -69,8 +69,7 @@ TEST(WatchProcess, FileThatTheOtherProcessLeftOutIsRemembered)
     station.Write("in/a.ZU", Encode(ShortRecording(0)));
     station.Write("in/a.Z01", "junk");
     EXPECT_EQ(station.Once().code, 0);
-    const QByteArray begun = station.Journal('B').value(0) + '\n';
-    station.Write("out/.zucmtr-watch", "zucmtr watch 1\n" + begun.repeated(3));
+    station.Journal("UPDATE recordings SET state = 'begun', unended = 3");
     EXPECT_EQ(Station::EventsIn(station.Once().out, "converted"), QStringList{"in/a.ZU"});
     EXPECT_EQ(Station::EventsIn(station.Once().out, "found"), QStringList());
     EXPECT_EQ(chmod(station.Path("in/a.Z01").toLocal8Bit().constData(), 0600), 0);
@@ -106,7 +105,7 @@ TEST(WatchProcess, RecordingWhoseProcessIsKilledIsConvertedWhenThatIsOver)
                   QStringList{QString("not converted: the process that worked on it was ended from outside "
                                       "(signal %1); if the system lacked memory, its log has a line on that")
                                   .arg(signal)});
-        EXPECT_EQ(station.Journal('G').size(), 0);
+        EXPECT_EQ(station.Count("given up"), 0);
         EXPECT_EQ(Station::EventsIn(station.Once().out, "converted"), QStringList{"in/a.ZU"});
     }
 }

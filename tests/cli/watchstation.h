@@ -3,6 +3,7 @@
 
 #include "child.h"
 #include "program.h"
+#include "zucmtr/files/database.h"
 
 #include <QFile>
 #include <QJsonDocument>
@@ -79,17 +80,18 @@ public:
 
     QStringList Records() const { return Names("out").filter(".cfg"); }
 
-    QByteArray Journal() const { return ReadBytes(Path("out/.zucmtr-watch")); }
-
-    /// The journal's lines with the mark.
-    QList<QByteArray> Journal(char mark) const
+    /// The first column of what the command gives on the journal.
+    QStringList Journal(const char* command, const QString& path = "out/.zucmtr-watch") const
     {
-        QList<QByteArray> lines;
-        for (const QByteArray& line : Journal().split('\n')) {
-            if (line.startsWith(mark))
-                lines << line;
-        }
-        return lines;
+        QStringList values;
+        Database(Path(path)).Run(command, {}, [&](const QStringList& columns) { values << columns[0]; });
+        return values;
+    }
+
+    /// How many recordings are in the state.
+    int Count(const QString& state, const QString& path = "out/.zucmtr-watch") const
+    {
+        return Journal("SELECT state FROM recordings", path).count(state);
     }
 
     void Rename(const QString& from, const QString& to) const

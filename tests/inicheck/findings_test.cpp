@@ -1,6 +1,7 @@
 // What the check says about each kind of line.
 #include "inicheck/inicheck.h"
 
+#include "config/deviceinikeys.h"
 #include "dictionary/draft.h"
 #include "station/station.h"
 #include "support/files.h"
@@ -14,19 +15,13 @@ using inicheck::Finding;
 using inicheck::Findings;
 using inicheck::Severity;
 
-// 19 lines: a section of defaults with all keys, with which every other section loads.
+// A section of defaults by which every other section loads.
 QString Defaults()
 {
-    return QStringLiteral("[Default]\n"
-                          "Энергосистема=E\nСубъект=S\nОбъект=O\nИсточник=I\nВерсия ПО=1\n"
-                          "Версия аппаратной части=1\nМодель=M\nВерсия ZU=1\nУдалять исходные=0\n"
-                          "Время ожидания=60000\nТип Comtrade CFF=0\nТип Comtrade BIN=0\n"
-                          "Кодировка Comtrade UTF8=1\nПереименовать сигналы Comtrade=1\n"
-                          "Идентификатор Cim=\nНомер шкафа=\nСерийный номер=\n"
-                          "Доп.индексы для имен сигналов=0\n");
+    return DefaultsLines("Default", {{"Модель", "M"}}).join('\n') + '\n';
 }
 
-constexpr int FirstLine = 21; // of what follows "[D]"
+const int FirstLine = Defaults().count('\n') + 2; // of what stands after "[D]"
 
 class CheckOf : public testing::Test
 {
@@ -76,7 +71,7 @@ TEST_F(CheckOf, KeysOfTheDefaultsAreNamedInOneNote)
 {
     const Findings findings = Of((Defaults() + "[D]\nОбъект=X\nИсточник=Y\n").toUtf8());
     ASSERT_EQ(findings.size(), 1U);
-    EXPECT_EQ(findings[0].line, 20);
+    EXPECT_EQ(findings[0].line, FirstLine - 1);
     EXPECT_EQ(findings[0].severity, Severity::Note);
     EXPECT_TRUE(findings[0].text.startsWith("taken from [Default]: Энергосистема, Субъект, Версия ПО, "))
         << findings[0].text;

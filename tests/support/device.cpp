@@ -1,29 +1,16 @@
 #include "support/device.h"
 
+#include "config/deviceinikeys.h"
+
 #include <QDir>
 
 QByteArray DefaultsSection()
 {
-    return "[Defaults]\n"
-           "Энергосистема=PowerSystem\n"
-           "Субъект=Subject\n"
-           "Объект=Object\n"
-           "Источник=Source\n"
-           "Версия ПО=1.0\n"
-           "Версия аппаратной части=2.0\n"
-           "Модель=MK7.06\n"
-           "Версия ZU=1\n"
-           "Удалять исходные=0\n"
-           "Время ожидания=60000\n"
-           "Тип Comtrade CFF=0\n"
-           "Тип Comtrade BIN=0\n"
-           "Кодировка Comtrade UTF8=0\n"
-           "Переименовать сигналы Comtrade=1\n"
-           "Идентификатор Cim=\n"
-           "Номер шкафа=\n"
-           "Серийный номер=\n"
-           "Доп.индексы для имен сигналов=0\n"
-           "Тип Comtrade 1999=0\n";
+    const QMap<QString, QString> values = {{"Версия ПО", "1.0"},      {"Версия аппаратной части", "2.0"},
+                                           {"Тип Comtrade BIN", "0"}, {"Кодировка Comtrade UTF8", "0"},
+                                           {"Идентификатор Cim", ""}, {"Номер шкафа", ""},
+                                           {"Серийный номер", ""}};
+    return DefaultsLines("Defaults", values).join('\n').toUtf8() + '\n';
 }
 
 TestStation::TestStation(const QByteArray& deviceLines)

@@ -38,7 +38,7 @@ def sync(path):
 def say(first, error, sources):
     line = {"file": first, "error": error, "sources": sources, "verified": not error}
     if watches:
-        line["event"] = "failed" if error else "converted"
+        line["event"] = line["status"] = "failed" if error else "converted"
     print(json.dumps(line), flush=True)
 
 

@@ -126,7 +126,7 @@ class Ledger:
         if run.code == stations.HUNG:
             self.findings.add("stuck", f"hung, {run.plan or 'without a plan'}: {self.complaint(run)}")
         for event in run.events:
-            if event.get("event") == "converted":
+            if event.get("event") == "converted" and event["status"] == "converted":
                 path = str(event["file"])
                 self.converted[path.rpartition("/in/")[2]] += 1
 

@@ -1,5 +1,6 @@
 #include "dictionary/draft.h"
 
+#include "config/deviceinikeys.h"
 #include "text/texts.h"
 
 #include <QSet>
@@ -169,28 +170,15 @@ QStringList DictionaryLines(const std::vector<Signal>& analog, const std::vector
 
 QStringList CompleteIni(const QString& section, const QString& identity, const QStringList& dictionary)
 {
-    QString source = Obstacle(identity).isEmpty() ? identity : QStringLiteral("Source");
-    QStringList lines = {QStringLiteral("[Default]"),
-                         QStringLiteral("Энергосистема=PowerSystem ; ") + Tr("dictionary", "to be filled in"),
-                         QStringLiteral("Субъект=Subject ; ") + Tr("dictionary", "to be filled in"),
-                         QStringLiteral("Объект=Object ; ") + Tr("dictionary", "to be filled in"),
-                         QStringLiteral("Источник=") + source,
-                         QStringLiteral("Версия ПО=0.0 ; ") + Tr("dictionary", "to be filled in"),
-                         QStringLiteral("Версия аппаратной части=0.0 ; ") +
-                             Tr("dictionary", "to be filled in"),
-                         QStringLiteral("Модель=MK7.06 ; ") + Tr("dictionary", "to be filled in"),
-                         QStringLiteral("Версия ZU=1"),
-                         QStringLiteral("Удалять исходные=0"),
-                         QStringLiteral("Время ожидания=60000"),
-                         QStringLiteral("Тип Comtrade CFF=0"),
-                         QStringLiteral("Тип Comtrade BIN=1"),
-                         QStringLiteral("Кодировка Comtrade UTF8=1"),
-                         QStringLiteral("Переименовать сигналы Comtrade=1"),
-                         QStringLiteral("Доп.индексы для имен сигналов=0"),
-                         QStringLiteral("Тип Comtrade 1999=0"),
-                         QString(),
-                         QLatin1Char('[') + section + QLatin1Char(']')};
-    return lines + dictionary;
+    const QString mark = QStringLiteral(" ; ") + Tr("dictionary", "to be filled in");
+    QMap<QString, QString> values;
+    for (const DeviceKeyRule& rule : DeviceKeyRules()) {
+        if (rule.isText && rule.sample != nullptr)
+            values.insert(QString::fromUtf8(rule.key), QString::fromUtf8(rule.sample) + mark);
+    }
+    values[QStringLiteral("Источник")] = Obstacle(identity).isEmpty() ? identity : QStringLiteral("Source");
+    const QStringList device = {QString(), QLatin1Char('[') + section + QLatin1Char(']')};
+    return DefaultsLines(QStringLiteral("Default"), values) + device + dictionary;
 }
 
 } // namespace dictionary

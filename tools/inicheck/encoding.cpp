@@ -1,12 +1,14 @@
 #include "inicheck/encoding.h"
 
 #include "config/deviceinikeys.h"
+#include "config/inigrammar.h"
 #include "text/texts.h"
 
 #include <QFile>
 #include <QSet>
 #include <QStringList>
 #include <QTextCodec>
+#include <QTextStream>
 
 #include <algorithm>
 
@@ -52,13 +54,12 @@ struct Content
 Content ContentOf(const QByteArray& bytes, const char* codec)
 {
     Content content;
-    const QString text = QTextCodec::codecForName(codec)->toUnicode(bytes);
-    for (const QString& whole : text.split(QLatin1Char('\n'))) {
-        const QString line = whole.trimmed();
-        if (line.startsWith(QLatin1Char('[')) && line.endsWith(QLatin1Char(']')))
-            content.hasSection = true;
-        else if (KnownKeys().contains(line.section(QLatin1Char('='), 0, 0).trimmed()))
-            content.hasKnownKey = true;
+    QString text = QTextCodec::codecForName(codec)->toUnicode(bytes);
+    QTextStream stream(&text);
+    zu::IniLine line;
+    while (zu::ReadIniLine(stream, line)) {
+        content.hasSection |= line.kind == zu::IniLineKind::Section;
+        content.hasKnownKey |= KnownKeys().contains(line.key); // also ahead of the first section
     }
     return content;
 }
@@ -83,12 +84,13 @@ std::optional<Encoding> OtherEncodingOf(const QByteArray& bytes)
     return std::nullopt;
 }
 
-std::optional<Encoding> OtherEncodingOf(const QString& path)
+std::optional<Encoding> UnknownEncodingOf(const QString& path)
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         return std::nullopt;
-    return OtherEncodingOf(file.readAll());
+    const std::optional<Encoding> encoding = OtherEncodingOf(file.readAll());
+    return encoding && !encoding->isRecognised ? encoding : std::nullopt;
 }
 
 QString EncodingText(const Encoding& encoding)

@@ -19,8 +19,9 @@ struct Encoding
 /// which some bytes are not valid.
 std::optional<Encoding> OtherEncodingOf(const QByteArray& bytes);
 
-/// The same for the file at path; none if it cannot be read.
-std::optional<Encoding> OtherEncodingOf(const QString& path);
+/// The encoding of the file at path if the converter takes its letters for others, so that it finds nothing
+/// in it; none if the file cannot be read.
+std::optional<Encoding> UnknownEncodingOf(const QString& path);
 
 /// What the converter makes of a file in this encoding and how to rewrite it; goes after the file's path.
 QString EncodingText(const Encoding& encoding);

@@ -1,6 +1,5 @@
 #include "inicheck/inilines.h"
 
-#include "config/GlobalFunction.h"
 #include "explain/system.h"
 #include "service/zucmtrconverter.h"
 #include "text/error.h"
@@ -34,24 +33,6 @@ std::vector<int> NotUtf8(const QByteArray& bytes)
     return numbers;
 }
 
-IniLine LineOf(int number, const QString& text, const QString& section)
-{
-    IniLine line{number, LineKind::Stray, text, section, QString(), QString()};
-    const int equals = text.indexOf(QLatin1Char('='));
-    if (text.isEmpty()) {
-        line.kind = LineKind::Blank;
-    } else if (text.startsWith(QLatin1Char('[')) && text.endsWith(QLatin1Char(']'))) {
-        line.kind = LineKind::Section;
-        line.section = text.mid(1, text.length() - 2);
-    } else if (equals >= 0 && !section.isEmpty()) {
-        line.kind = LineKind::Entry;
-        line.key = text.left(equals).trimmed();
-        line.value = text.mid(equals + 1);
-        GlobalFunction::ClearComment(line.value);
-    }
-    return line;
-}
-
 } // namespace
 
 IniLines::IniLines(const QString& path)
@@ -68,18 +49,16 @@ IniLines::IniLines(const QString& path)
     file.seek(0);
     QTextStream stream(&file);
     stream.setCodec(ZuCmtrConverter::codecIni);
-    QString section;
-    for (int number = 1; !stream.atEnd(); ++number) {
-        lines.push_back(LineOf(number, stream.readLine().trimmed(), section));
-        const IniLine& line = lines.back();
-        section = line.section;
+    IniLine line;
+    while (zu::ReadIniLine(stream, line)) {
         if (line.kind == LineKind::Entry) {
-            counting[FullKey(section, line.key)] = lines.size() - 1;
-            entries[section].push_back(lines.size() - 1);
-        } else if (line.kind == LineKind::Section && !firstLines.contains(section)) {
-            firstLines.insert(section, number);
-            sections << section;
+            counting[FullKey(line.section, line.key)] = lines.size();
+            entries[line.section].push_back(lines.size());
+        } else if (line.kind == LineKind::Section && !firstLines.contains(line.section)) {
+            firstLines.insert(line.section, line.number);
+            sections << line.section;
         }
+        lines.push_back(line);
     }
 }
 

@@ -1,6 +1,7 @@
-// An ini file line by line, split as the converter's reader splits it.
+// An ini file line by line, by the grammar of the converter's reader.
 #pragma once
 
+#include "config/inigrammar.h"
 #include "inicheck/encoding.h"
 
 #include <QHash>
@@ -11,22 +12,8 @@
 
 namespace inicheck {
 
-enum class LineKind {
-    Blank,
-    Section,
-    Entry,
-    Stray // dropped by the reader
-};
-
-struct IniLine
-{
-    int number = 0; // from 1
-    LineKind kind = LineKind::Blank;
-    QString text;    // trimmed
-    QString section; // in force at the line; the opened one of a section line
-    QString key;     // of an entry
-    QString value;   // of an entry, without its comment
-};
+using zu::IniLine;
+using LineKind = zu::IniLineKind;
 
 /// The lines of a file, and for each key of a section the line that counts.
 class IniLines

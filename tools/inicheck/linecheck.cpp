@@ -52,7 +52,7 @@ void CheckStray(const IniLine& line, Findings& findings)
 {
     if (IsComment(line))
         return;
-    const bool entry = line.text.contains(QLatin1Char('='));
+    const bool entry = line.kind == LineKind::Outside;
     findings.push_back(
         {line.number, Severity::Warning, entry ? reason::LineOutsideSection : reason::StrayLine,
          entry ? Tr("check", "ignored: it comes before the first section; move it into one")
@@ -83,7 +83,7 @@ void CheckLines(const IniLines& ini, Findings& findings)
             CheckSection(ini, line, findings);
         else if (line.kind == LineKind::Entry)
             CheckEntry(ini, line, findings);
-        else if (line.kind == LineKind::Stray)
+        else if (line.kind == LineKind::Outside || line.kind == LineKind::Stray)
             CheckStray(line, findings);
     }
 }

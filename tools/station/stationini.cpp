@@ -2,6 +2,8 @@
 #include "station/bays.h"
 #include "station/station.h"
 
+#include "config/deviceinikeys.h"
+
 #include <QTextStream>
 #include <QUuid>
 
@@ -15,27 +17,19 @@ struct KeyRow
     const char* value;
 };
 
-// A defaults section must have every key.
-const KeyRow defaultKeys[] = {
+// What the defaults say of this station; all else is as in every new section.
+const KeyRow stationKeys[] = {
     {"Энергосистема", "Энергосистема Востока"},
     {"Субъект", "Восточные сети"},
     {"Объект", "ПС Узловая"},
     {"Источник", "РАС-1"},
     {"Версия ПО", "4.0"},
     {"Версия аппаратной части", "2"},
-    {"Модель", "MK7.06"},
-    {"Версия ZU", "1"},
-    {"Удалять исходные", "0"},
-    {"Время ожидания", "60000"},
-    {"Тип Comtrade CFF", "0"},
     {"Тип Comtrade BIN", "0"},
-    {"Кодировка Comtrade UTF8", "1"},
-    {"Переименовать сигналы Comtrade", "1"},
     {"Идентификатор Cim", "00000000-0000-4000-8000-000000000001"},
     {"Номер шкафа", "1"},
     {"Серийный номер", "0001"},
     {"Доп.индексы для имен сигналов", "1"},
-    {"Тип Comtrade 1999", "0"},
 };
 
 // The device's own values; everything else comes from the defaults.
@@ -124,12 +118,14 @@ QString MakeIni(const StationOptions& options)
     const auto analog = AnalogSignals(options);
     const auto discrete = DiscreteSignals(options);
 
+    QMap<QString, QString> values;
+    for (const KeyRow& row : stationKeys)
+        values.insert(QString::fromUtf8(row.key), QString::fromUtf8(row.value));
+
     QString text;
     QTextStream out(&text);
-    out << '[' << DefaultsSection() << "]\n";
-    for (const KeyRow& row : defaultKeys)
-        out << QString::fromUtf8(row.key) << '=' << QString::fromUtf8(row.value) << '\n';
-    out << "\n[" << DeviceSection() << "]\n";
+    out << DefaultsLines(DefaultsSection(), values).join(QLatin1Char('\n')) << "\n\n[" << DeviceSection()
+        << "]\n";
     WriteDeviceKeys(out, options.deviceKeys);
     WriteFamily(out, "nAnMax", "A", analog);
     WriteFamily(out, "nDiMax", "D", discrete);

@@ -150,6 +150,14 @@ TEST_P(DeviceKey, AbsentWithoutDefaultsFailsOrKeepsTheField)
     }
 }
 
+TEST_P(DeviceKey, BuiltInValueStandsInTheDocument)
+{
+    const QString value = row.field(Param());
+    const QStringList rows = ReadLines(ZUCMTR_INI_DOCUMENT).filter("| `" + key + "` |");
+    ASSERT_EQ(rows.size(), 1);
+    EXPECT_EQ(rows[0].section('|', 3, 3).trimmed().remove('`'), value.isEmpty() ? "none" : value);
+}
+
 class ObligatoryDeviceKey : public DeviceKey
 {};
 

@@ -1,9 +1,11 @@
-// What the ini reader makes of the lines of a file.
+// What the ini reader makes of the lines of a file, and what becomes of each line.
 #include "base/codecs.h"
 #include "config/QSettingsRu.h"
+#include "config/inigrammar.h"
 #include "support/files.h"
 
 #include <QTextCodec>
+#include <QTextStream>
 
 #include <gtest/gtest.h>
 
@@ -100,4 +102,20 @@ TEST(QSettingsRu, ValuesAreTexts)
     const QSettingsRu ini(directory.Write(QStringLiteral("a.ini"), "[A]\nx=1\n"), nullptr);
     EXPECT_EQ(ini.value(QStringLiteral("A/x"), 0).type(), QVariant::String);
     QSettingsRu::Clear();
+}
+
+TEST(IniLine, HasItsNumberItsPartsAndWhatBecomesOfIt)
+{
+    QString text = "x=1\n what \n[A]\n\n b = 2=3 ; c\n[]\ny=2\n[B";
+    QTextStream stream(&text);
+    QStringList lines;
+    zu::IniLine line;
+    while (zu::ReadIniLine(stream, line))
+        lines << QString("%1 %2 %3|%4|%5|%6")
+                     .arg(line.number)
+                     .arg("BSEOs"[static_cast<int>(line.kind)])
+                     .arg(line.text, line.section, line.key, line.value);
+    EXPECT_EQ(lines, QStringList({"1 O x=1||x|1", "2 s what|||", "3 S [A]|A||", "4 B |A||",
+                                  "5 E b = 2=3 ; c|A|b|2=3", "6 S []|||", "7 O y=2||y|2", "8 s [B|||"}));
+    EXPECT_EQ(line.number, 8);
 }

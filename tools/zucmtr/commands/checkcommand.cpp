@@ -8,7 +8,7 @@
 #include "zucmtr/terminal/memorylimit.h"
 
 #include "explain/file.h"
-#include "inicheck/encoding.h"
+#include "inicheck/inilines.h"
 
 #include <CLI/CLI.hpp>
 
@@ -75,7 +75,7 @@ void Print(const QString& ini, const Finding& finding, bool json)
 
 QStringList DevicesOf(const DeviceChoice& choice)
 {
-    QStringList devices = SectionsOf(choice.ini);
+    QStringList devices = inicheck::IniLines(choice.ini).Sections();
     devices.removeAll(choice.defaults);
     return devices.isEmpty() ? QStringList{choice.defaults} : devices;
 }
@@ -104,13 +104,6 @@ void SortFiles(const CheckOptions& options, DeviceChoice& choice, QStringList& r
     }
 }
 
-// Whether the converter misreads the letters of the file, so that it finds nothing in it.
-bool HasUnknownLetters(const QString& ini)
-{
-    const std::optional<inicheck::Encoding> encoding = inicheck::OtherEncodingOf(ini);
-    return encoding && !encoding->isRecognised;
-}
-
 inicheck::Question QuestionOf(const CheckOptions& options)
 {
     inicheck::Question question;
@@ -121,7 +114,7 @@ inicheck::Question QuestionOf(const CheckOptions& options)
         recordings.push_back({file, QString(), QString()});
     CompleteIni(choice, recordings);
     question.ini = choice.ini;
-    if (HasUnknownLetters(choice.ini))
+    if (inicheck::UnknownEncodingOf(choice.ini))
         return question; // no section can be chosen
     if (recordings.empty())
         CompleteDefaults(choice, recordings);

@@ -1,6 +1,7 @@
 #include "zucmtr/commands/recordsource.h"
 
 #include "base/chainnames.h"
+#include "config/deviceinikeys.h"
 #include "text/texts.h"
 #include "zucmtr/host/host.h"
 #include "zucmtr/terminal/command.h"
@@ -19,12 +20,6 @@ namespace {
 // Keys that decide what becomes of the files. They override the user's, as the last of equal keys counts.
 const char* const ownKeys = "\nУдалять исходные=0\nТип Comtrade CFF=0\nТип Comtrade BIN=1\n"
                             "Кодировка Comtrade UTF8=1\nТип Comtrade 1999=0\n";
-
-const char* const builtInDefaults =
-    "[Default]\nЭнергосистема=-\nСубъект=-\nОбъект=%1\nИсточник=-\nВерсия ПО=-\n"
-    "Версия аппаратной части=-\nМодель=MK7.06\nВерсия ZU=1\n"
-    "Время ожидания=60000\nПереименовать сигналы Comtrade=1\n"
-    "Доп.индексы для имен сигналов=0\n";
 
 bool IsRecord(const QString& file)
 {
@@ -50,13 +45,21 @@ QString IniValue(QString text)
     return text.replace(QLatin1Char(';'), QLatin1Char(','));
 }
 
+// The defaults of a recording of which nothing but its name is known.
+QByteArray NamelessDefaults(const QString& file)
+{
+    const QString name = IniValue(QFileInfo(file).completeBaseName());
+    QMap<QString, QString> values = {{QStringLiteral("Объект"), name}};
+    for (const char* key : {"Энергосистема", "Субъект", "Источник", "Версия ПО", "Версия аппаратной части"})
+        values.insert(QString::fromUtf8(key), QStringLiteral("-"));
+    return DefaultsLines(QStringLiteral("Default"), values).join(QLatin1Char('\n')).toUtf8();
+}
+
 // The ini file of the conversion; sections that appear twice are one.
 QByteArray IniText(const QString& file, const DeviceChoice& choice)
 {
-    if (choice.ini.isEmpty()) {
-        const QString name = IniValue(QFileInfo(file).completeBaseName());
-        return QString::fromUtf8(builtInDefaults).arg(name).toUtf8() + ownKeys + "\n[Device]\nИсточник=-\n";
-    }
+    if (choice.ini.isEmpty())
+        return NamelessDefaults(file) + ownKeys + "\n[Device]\nИсточник=-\n";
     const QByteArray device = "\n[" + choice.device.toUtf8() + "]";
     return ReadWhole(choice.ini) + device + ownKeys;
 }
@@ -75,7 +78,7 @@ void Write(const QString& path, const QByteArray& bytes)
 QString LinkChain(const QString& file, const QDir& directory)
 {
     const QFileInfo first(file);
-    const QString linked = directory.filePath(QStringLiteral("recording.") + first.suffix());
+    QString linked = directory.filePath(QStringLiteral("recording.") + first.suffix());
     for (int number = 0; number <= zu::MostContinuations; ++number) {
         const QString path = zu::ContinuationName(first.absoluteFilePath(), number);
         if (QFile::exists(path))

@@ -1,5 +1,6 @@
 #include "zucmtr/host/devicechoice.h"
 
+#include "inicheck/inilines.h"
 #include "text/texts.h"
 #include "zucmtr/terminal/checks.h"
 #include "zucmtr/terminal/command.h"
@@ -151,7 +152,7 @@ void CompleteDefaults(DeviceChoice& choice, const std::vector<Recording>& record
     CheckNamedSection(QStringLiteral("--device"), choice.ini, choice.device);
     if (!choice.defaults.isEmpty())
         return;
-    const QStringList sections = SectionsOf(choice.ini);
+    const QStringList sections = inicheck::IniLines(choice.ini).Sections();
     if (sections.isEmpty())
         throw ConfigurationError(
             Tr("choice", "'%1' has no section at all; is it the recorders' ini file?").arg(choice.ini));
@@ -162,5 +163,5 @@ void CompleteChoice(DeviceChoice& choice, const std::vector<Recording>& recordin
 {
     CompleteDefaults(choice, recordings);
     if (choice.device.isEmpty())
-        choice.device = ChosenDevice(choice.ini, choice.defaults, SectionsOf(choice.ini));
+        choice.device = ChosenDevice(choice.ini, choice.defaults, inicheck::IniLines(choice.ini).Sections());
 }

@@ -4,8 +4,8 @@
 #include "zucmtr/terminal/command.h"
 #include "zucmtr/terminal/console.h"
 
-#include "inicheck/encoding.h"
 #include "inicheck/inicheck.h"
+#include "inicheck/inilines.h"
 
 #include <QRegularExpression>
 
@@ -49,7 +49,7 @@ void ReportLoadingNotes(unsigned int device, const DeviceChoice& choice)
 // What concerns every recording is reported once, before the first.
 void WarnOfIni(const DeviceChoice& choice)
 {
-    if (const std::optional<inicheck::Encoding> encoding = inicheck::OtherEncodingOf(choice.ini))
+    if (const std::optional<inicheck::Encoding> encoding = inicheck::IniLines(choice.ini).OtherEncoding())
         Complain(choice.ini + QLatin1String(": ") + inicheck::EncodingText(*encoding));
     for (const inicheck::Finding& finding :
          inicheck::SpoilsRecords(choice.ini, choice.defaults, choice.device))

@@ -8,34 +8,15 @@
 
 #include "explain/file.h"
 #include "explain/system.h"
-#include "inicheck/encoding.h"
+#include "inicheck/inilines.h"
 
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 #include <QMap>
 #include <QRegularExpression>
 #include <QStringList>
-#include <QTextStream>
 
 #include <cerrno>
-
-QStringList SectionsOf(const QString& iniPath)
-{
-    QStringList sections;
-    QFile file(iniPath);
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
-        return sections;
-    QTextStream stream(&file);
-    stream.setCodec("UTF-8");
-    while (!stream.atEnd()) {
-        const QString line = stream.readLine().trimmed();
-        if (line.startsWith(QLatin1Char('[')) && line.endsWith(QLatin1Char(']')))
-            sections << line.mid(1, line.size() - 2);
-    }
-    sections.removeDuplicates();
-    return sections;
-}
 
 QString CheckedDirectory(const QString& option, const QString& path)
 {
@@ -91,8 +72,7 @@ void CheckIniFile(const QString& path)
     const QString reason = explain::Unreadable(path);
     if (!reason.isEmpty())
         throw ConfigurationError(QStringLiteral("--ini: %1: %2").arg(path, reason));
-    const std::optional<inicheck::Encoding> encoding = inicheck::OtherEncodingOf(path);
-    if (encoding && !encoding->isRecognised)
+    if (const std::optional<inicheck::Encoding> encoding = inicheck::UnknownEncodingOf(path))
         throw ConfigurationError(
             QStringLiteral("--ini: %1: %2").arg(path, inicheck::EncodingText(*encoding)));
 }
@@ -117,7 +97,8 @@ void CheckLogFile(const QString& path)
 
 QString MissingSectionText(const QString& iniPath, const QString& section)
 {
-    const QStringList sections = SectionsOf(iniPath);
+    const bool isThere = explain::Unreadable(iniPath).isEmpty();
+    const QStringList sections = isThere ? inicheck::IniLines(iniPath).Sections() : QStringList();
     if (sections.contains(section))
         return QString();
     if (sections.isEmpty())

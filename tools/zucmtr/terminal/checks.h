@@ -24,9 +24,6 @@ void CheckIniFile(const QString& path);
 /// anything but a regular file is checked when it is opened.
 void CheckLogFile(const QString& path);
 
-/// The names of the ini file's sections, each once, in the order of the file.
-QStringList SectionsOf(const QString& iniPath);
-
 /// Says which sections the ini file has if `section` is not among them; empty if it is.
 QString MissingSectionText(const QString& iniPath, const QString& section);
 

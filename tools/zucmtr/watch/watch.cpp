@@ -40,14 +40,6 @@ double Seconds(std::chrono::milliseconds time)
     return std::chrono::duration<double>(time).count();
 }
 
-// What is reported about a recording, apart from what the kind of the event says.
-QJsonObject EventOf(const BatchItem& item)
-{
-    QJsonObject object = JsonOf(item);
-    object.remove("status");
-    return object;
-}
-
 bool Has(const BatchItem& item, const char* reason)
 {
     return item.state == ItemState::Failed && qstrcmp(item.reason, reason) == 0;
@@ -76,8 +68,6 @@ bool Watch::Run()
         TellStatus();
         if (order.once && IsDone())
             break;
-        if (journal.IsLong())
-            journal.Compact();
         Sleep();
     }
     servicemanager::Stopping();
@@ -98,7 +88,7 @@ void Watch::Start()
     servicemanager::Ready();
     if (order.retryGivenUp)
         journal.ForgetGivenUp();
-    journal.Compact();
+    journal.ForgetGone();
     Staging::RemoveLeft(order.out);
 }
 
@@ -350,7 +340,7 @@ void Watch::Convert(Waiting& one)
 void Watch::Finish(Waiting& one, const BatchItem& item)
 {
     const QString path = one.recording.path;
-    QJsonObject object = EventOf(item);
+    QJsonObject object = JsonOf(item);
     object.remove("reason");
     object.remove("error");
     Remember([&] {
@@ -390,7 +380,8 @@ void Watch::Postpone(Waiting& one, const BatchItem& item)
 // The next run tries it as if nothing had happened.
 void Watch::FailForThisRun(const QString& path, const BatchItem& item)
 {
-    QJsonObject object = EventOf(item);
+    QJsonObject object = JsonOf(item);
+    object.remove("status");
     object["attempt"] = 1;
     object["retrySeconds"] = QJsonValue();
     ++failed;
@@ -423,7 +414,8 @@ void Watch::Fail(Waiting& one, const BatchItem& item)
     });
     const std::chrono::milliseconds pause = PauseAfter(std::min(count, order.attempts));
     const bool isTriedAgain = !isGivenUp && !order.once;
-    QJsonObject object = EventOf(item);
+    QJsonObject object = JsonOf(item);
+    object.remove("status");
     object["attempt"] = count;
     object["retrySeconds"] = isTriedAgain ? QJsonValue(Seconds(pause)) : QJsonValue();
     Tell("failed", object);

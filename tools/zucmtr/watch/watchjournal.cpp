@@ -3,55 +3,59 @@
 #include "explain/system.h"
 #include "output/target.h"
 #include "text/texts.h"
-#include "zucmtr/files/systemfile.h"
 #include "zucmtr/terminal/command.h"
+#include "zucmtr/watch/textjournal.h"
 
+#include <QDateTime>
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QSet>
+#include <QSysInfo>
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <cstdio>
+#include <fcntl.h>
 #include <sys/file.h>
-#include <sys/stat.h>
 #include <unistd.h>
+#include <utility>
 
 namespace {
 
-// The first line tells the file from others. Each further one is the mark of a verdict, the print of the
-// recording, and the absolute path of its first file; of a converted recording the record's name, too. Of one
-// that was given up, or converted without a bad file of it, the state of its permissions and times of change
-// follows. They are separated by blanks; paths and names have theirs as %XX.
-const char* const header = "zucmtr watch 1\n";
-constexpr int printSize = 40;
+using Verdict = WatchJournal::Verdict;
+using Entry = WatchJournal::Entry;
 
-struct Mark
-{
-    WatchJournal::Verdict verdict;
-    char letter;
-};
-constexpr Mark marks[] = {{WatchJournal::Verdict::Begun, 'B'},     {WatchJournal::Verdict::Failed, 'F'},
-                          {WatchJournal::Verdict::Killed, 'K'},    {WatchJournal::Verdict::Withdrawn, 'W'},
-                          {WatchJournal::Verdict::Converted, 'C'}, {WatchJournal::Verdict::PutAway, 'P'},
-                          {WatchJournal::Verdict::GivenUp, 'G'}};
+// The byte after those that SQLite locks, on the page that it leaves empty for them.
+constexpr off_t lockedByte = 0x40000200;
 
-WatchJournal::Verdict VerdictOf(const QByteArray& word)
-{
-    for (const Mark& mark : marks) {
-        if (word.size() == 1 && word[0] == mark.letter)
-            return mark.verdict;
-    }
-    return WatchJournal::Verdict::Unknown;
-}
+// "ZUCM" in the file's header tells it from other programs' databases.
+const char* const applicationId = "1515537229";
+constexpr int version = 1;
+const char* const schema[] = {
+    "PRAGMA application_id=1515537229", "PRAGMA user_version=1",
+    "CREATE TABLE recordings (\n"
+    "    file TEXT PRIMARY KEY,      -- absolute path of the recording's first file\n"
+    "    fingerprint TEXT NOT NULL,  -- of names, sizes and times of its files\n"
+    "    state TEXT NOT NULL,        -- begun, failed, killed, withdrawn, converted, given up\n"
+    "    record TEXT NOT NULL,       -- name of the record of a converted one\n"
+    "    access TEXT NOT NULL,       -- permissions with which the state holds; empty: with any\n"
+    "    unended INTEGER NOT NULL,   -- how often the program came to no end of it\n"
+    "    failures INTEGER NOT NULL,  -- how often it failed\n"
+    "    kills INTEGER NOT NULL,     -- how often its own process was ended from outside\n"
+    "    noted TEXT NOT NULL         -- when, in UTC\n"
+    ") WITHOUT ROWID",
+    "CREATE TABLE holder (process INTEGER, host TEXT, since TEXT) -- who works with it, or was the last"};
 
-char LetterOf(WatchJournal::Verdict verdict)
+// In the order of the verdicts.
+const std::array<const char*, 8> states = {"unknown",   "begun",     "failed",   "killed",
+                                           "withdrawn", "converted", "put away", "given up"};
+
+Verdict VerdictOf(const QString& state)
 {
-    for (const Mark& mark : marks) {
-        if (mark.verdict == verdict)
-            return mark.letter;
-    }
-    return '?';
+    const auto found = std::find(states.begin(), states.end(), state);
+    return found == states.end() ? Verdict::Unknown : static_cast<Verdict>(found - states.begin());
 }
 
 QString PathOf(const QString& recording)
@@ -59,68 +63,12 @@ QString PathOf(const QString& recording)
     return QDir::cleanPath(QFileInfo(recording).absoluteFilePath());
 }
 
-// Letters beyond ASCII stay as they are, for people who look into the file.
-QByteArray Encoded(const QString& text)
+QString Now()
 {
-    QByteArray bytes = text.toUtf8();
-    return bytes.replace('%', "%25").replace(' ', "%20").replace('\n', "%0A").replace('\r', "%0D");
+    return QDateTime::currentDateTimeUtc().toString(Qt::ISODate);
 }
 
-QString Decoded(const QByteArray& bytes)
-{
-    return QString::fromUtf8(QByteArray::fromPercentEncoding(bytes));
-}
-
-QByteArray LineOf(WatchJournal::Verdict verdict, const QByteArray& print, const QString& path,
-                  const QStringList& more = {})
-{
-    QByteArray line = LetterOf(verdict) + (' ' + print) + ' ' + Encoded(path);
-    for (const QString& word : more) {
-        if (!word.isEmpty())
-            line += ' ' + Encoded(word);
-    }
-    return line + '\n';
-}
-
-// What the path of the open journal leads to.
-enum class Place { Own, Other, Empty, Unknown };
-
-Place PlaceOf(const QFile& file, const QString& path)
-{
-    struct stat open = {};
-    struct stat named = {};
-    if (fstat(file.handle(), &open) != 0)
-        return Place::Unknown;
-    if (stat(QFile::encodeName(path).constData(), &named) != 0)
-        return errno == ENOENT ? Place::Empty : Place::Unknown;
-    return open.st_dev == named.st_dev && open.st_ino == named.st_ino ? Place::Own : Place::Other;
-}
-
-qint64 SizeOf(const QFile& file)
-{
-    struct stat status = {};
-    return fstat(file.handle(), &status) == 0 ? static_cast<qint64>(status.st_size) : -1;
-}
-
-// 0, or the errno of the failure.
-int WriteAt(const QFile& file, qint64 at, const QByteArray& bytes)
-{
-    for (int done = 0; done < bytes.size();) {
-        const ssize_t count = pwrite(file.handle(), bytes.constData() + done,
-                                     static_cast<size_t>(bytes.size() - done), at + done);
-        if (count < 0 && errno != EINTR)
-            return errno;
-        done += count > 0 ? static_cast<int>(count) : 0;
-    }
-    return 0;
-}
-
-bool Lock(const QFile& file)
-{
-    return flock(file.handle(), LOCK_EX | LOCK_NB) == 0;
-}
-
-// It is read back and written anew, so it is a regular file, by the name that no link changes.
+// It is read back, so it is a regular file, by the name that no link changes.
 QString JournalPath(const QString& path)
 {
     const output::Target target = output::TargetOf(path);
@@ -131,103 +79,207 @@ QString JournalPath(const QString& path)
             .arg(path));
 }
 
+// What is known of a recording when the entry comes after what was known.
+Entry Following(const Entry& known, Entry entry)
+{
+    const Entry before = known.print == entry.print ? known : Entry();
+    const bool isEnd = entry.verdict == Verdict::Converted || entry.verdict == Verdict::GivenUp;
+    if (entry.verdict == Verdict::Begun)
+        entry.unended = before.unended + 1;
+    else if (entry.verdict != Verdict::Converted) // the last one that was begun came to an end
+        entry.unended = std::max(before.unended - 1, 0);
+    entry.failures = isEnd ? 0 : before.failures + (entry.verdict == Verdict::Failed ? 1 : 0);
+    entry.kills = isEnd ? 0 : before.kills + (entry.verdict == Verdict::Killed ? 1 : 0);
+    return entry;
+}
+
+void Create(Database& database)
+{
+    for (const char* command : schema)
+        database.Run(command);
+}
+
+void Write(Database& database, const QHash<QString, Entry>& changed)
+{
+    for (auto one = changed.begin(); one != changed.end(); ++one) {
+        if (one->verdict == Verdict::PutAway)
+            database.Run("DELETE FROM recordings WHERE file = ?", {one.key()});
+        else
+            database.Run("REPLACE INTO recordings VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?)",
+                         {one.key(), QString::fromLatin1(one->print),
+                          QLatin1String(states.at(static_cast<size_t>(one->verdict))), one->record,
+                          one->access, QString::number(one->unended), QString::number(one->failures),
+                          QString::number(one->kills), one->noted});
+    }
+}
+
+// Who works with a journal that is locked; nothing if that cannot be read.
+QString HolderOf(const QString& path)
+{
+    QString holder;
+    try {
+        Database(path).Run("SELECT process, host FROM holder", {}, [&](const QStringList& columns) {
+            holder = Tr("watch", " (process %1 on %2)").arg(columns[0], columns[1]);
+        });
+    } catch (const Database::Failure&) { // a text, or just being made
+    }
+    return holder;
+}
+
+[[noreturn]] void RefuseTaken(const QString& path)
+{
+    throw WatchJournal::Taken(
+        Tr("watch", "--state: another 'zucmtr watch' works with '%1'%2; end it, or give another file")
+            .arg(path, HolderOf(path)));
+}
+
+[[noreturn]] void RefuseKind(const QString& path)
+{
+    throw ConfigurationError(
+        Tr("watch", "--state: '%1' is another kind of file; give one that 'zucmtr watch' has made, or "
+                    "one that does not exist yet")
+            .arg(path));
+}
+
+// A lock of the open file, not of the process: it stays when others of its descriptors are closed. 0 or
+// errno.
+int LockOwn(const systemfile::Descriptor& file)
+{
+    struct flock range = {};
+    range.l_type = F_WRLCK;
+    range.l_start = lockedByte;
+    range.l_len = 1;
+    return fcntl(file.Number(), F_OFD_SETLK, &range) == 0 ? 0 : errno;
+}
+
+// A file that was to become a journal, and what SQLite has put beside it.
+void Discard(const QString& fresh)
+{
+    if (output::TargetOf(fresh).kind != output::Kind::Stream) {
+        QFile::remove(fresh + QStringLiteral("-journal"));
+        QFile::remove(fresh);
+    }
+}
+
 } // namespace
 
 WatchJournal::WatchJournal(const QString& path_) : path(JournalPath(path_))
 {
-    Open();
-    Read();
-    if (size > 0)
-        return;
-    isNamed = false;
-    Append(QByteArray()); // the header: a disk that is full shows at once
+    do
+        file = Claimed(path);
+    while (FindPlace() != Place::Own);
+    Load();
+    Discard(path + QStringLiteral(".new")); // of a run that was killed
 }
 
-void WatchJournal::Open()
+WatchJournal::~WatchJournal()
 {
-    do {
-        file = std::make_unique<QFile>(path);
-        if (!file->open(QIODevice::ReadWrite | QIODevice::Unbuffered))
-            throw Unwritable(Tr("watch", "--state: '%1' cannot be written: %2; give another file")
-                                 .arg(path, explain::SystemText(file->errorString())));
-        if (!Lock(*file))
-            throw Taken(
-                Tr("watch", "--state: another 'zucmtr watch' works with '%1'; end it, or give another file")
-                    .arg(path));
-    } while (PlaceOf(*file, path) != Place::Own);
+    try {
+        if (database && FindPlace() == Place::Own)
+            database->Run("PRAGMA journal_mode=DELETE"); // removes the file beside it
+    } catch (const std::exception&) {
+        return; // the next run removes it
+    }
 }
 
-void WatchJournal::Read()
+systemfile::Descriptor WatchJournal::Claimed(const QString& at, int flags) const
 {
-    size = SizeOf(*file);
-    if (size == 0)
+    systemfile::Descriptor claimed(
+        open(QFile::encodeName(at).constData(), O_RDWR | O_CREAT | O_CLOEXEC | flags, 0666));
+    const int error = claimed.IsOpen() ? LockOwn(claimed) : errno;
+    if (claimed.IsOpen() && (error == EAGAIN || error == EACCES))
+        RefuseTaken(path);
+    if (error != 0)
+        FailToWrite(explain::SystemText(error));
+    return claimed;
+}
+
+void WatchJournal::Load()
+{
+    std::array<char, 15> begin{};
+    const ssize_t count = pread(file.Number(), begin.data(), begin.size(), 0);
+    const QByteArray head(begin.data(), static_cast<int>(std::max<ssize_t>(count, 0)));
+    if (textjournal::Is(head)) {
+        TakeOverText();
         return;
-    // A crash may have cut off the header, too.
-    file->seek(0);
-    const QByteArray bytes = file->readAll();
-    const int end = bytes.indexOf('\n') + 1;
-    if (!QByteArray(header).startsWith(end > 0 ? bytes.left(end) : bytes))
+    }
+    try {
+        database = Connected();
+        database->Run("PRAGMA quick_check(1)", {}, [](const QStringList& row) {
+            if (row[0] != QLatin1String("ok"))
+                throw Database::Failure(row[0], true);
+        });
+        database->Run("SELECT * FROM recordings", {}, [this](const QStringList& row) {
+            entries[row[0]] = {row[1].toLatin1(), VerdictOf(row[2]), row[3],        row[4], row[8],
+                               row[5].toInt(),    row[6].toInt(),    row[7].toInt()};
+        });
+    } catch (const Database::Failure& failure) {
+        if (!failure.isDamaged)
+            FailToWrite(failure.Message());
+        if (!QByteArray("SQLite format 3").startsWith(head))
+            RefuseKind(path);
         throw ConfigurationError(
-            Tr("watch", "--state: '%1' is another kind of file; give one that 'zucmtr watch' has made, or "
-                        "one that does not exist yet")
-                .arg(path));
-    if (end == 0)
-        return;
-    for (int at = end; at < bytes.size();) {
-        const int next = bytes.indexOf('\n', at) + 1;
-        Take(bytes.mid(at, next > 0 ? next - at : -1));
-        at = next > 0 ? next : bytes.size();
+            Tr("watch", "--state: '%1' is damaged (%2); put a copy of it in its place, or move it away: then "
+                        "all recordings that are there are converted again")
+                .arg(path, failure.Message()));
     }
 }
 
-// A line that was cut off counts as none.
-void WatchJournal::Take(const QByteArray& line)
+// An earlier version may be at work with it, which locks the whole file.
+void WatchJournal::TakeOverText()
 {
-    ++lines;
-    if (!line.endsWith('\n'))
-        return;
-    const QList<QByteArray> words = line.chopped(1).split(' ');
-    const Verdict verdict = VerdictOf(words[0]);
-    const int least = verdict == Verdict::Converted ? 4 : 3;
-    const int most = verdict == Verdict::Converted || verdict == Verdict::GivenUp ? least + 1 : least;
-    if (verdict == Verdict::Unknown || words.size() < least || words.size() > most ||
-        words[1].size() != printSize)
-        return;
-    Entry entry{words[1], verdict};
-    if (verdict == Verdict::Converted)
-        entry.record = Decoded(words[3]);
-    entry.access = Decoded(words.value(least));
-    Set(Decoded(words[2]), entry);
+    if (flock(file.Number(), LOCK_EX | LOCK_NB) != 0)
+        RefuseTaken(path);
+    QFile text(path);
+    if (!text.open(QIODevice::ReadOnly))
+        FailToWrite(explain::SystemText(text.errorString()));
+    textjournal::Read(text.readAll(), [this](const QString& recording, const Entry& entry) {
+        if (entry.verdict == Verdict::PutAway)
+            entries.remove(recording);
+        else
+            entries[recording] = Following(entries.value(recording), entry);
+    });
+    MakeAnew({});
 }
 
-void WatchJournal::Set(const QString& recording, const Entry& entry)
+// The file by which SQLite undoes an unfinished change keeps its name and its room on the disk until the end:
+// to remove it after each change takes longer. It works on network file systems, unlike a write-ahead log.
+std::unique_ptr<Database> WatchJournal::Connected() const
 {
-    if (entry.verdict == Verdict::PutAway) { // should it come back, it is a new one
-        entries.remove(recording);
-        return;
-    }
-    Entry& known = entries[recording];
-    const Entry before = known.print == entry.print ? known : Entry();
-    known = entry;
-    switch (entry.verdict) {
-    case Verdict::Begun:
-        known.unended = before.unended + 1;
-        known.failures = before.failures;
-        known.kills = before.kills;
-        break;
-    case Verdict::Failed:
-    case Verdict::Killed:
-    case Verdict::Withdrawn: // the last one that was begun came to an end
-        known.unended = std::max(before.unended - 1, 0);
-        known.failures = before.failures + (entry.verdict == Verdict::Failed ? 1 : 0);
-        known.kills = before.kills + (entry.verdict == Verdict::Killed ? 1 : 0);
-        break;
-    case Verdict::GivenUp:
-        known.unended = std::max(before.unended - 1, 0);
-        break;
-    default:
-        break;
-    }
+    auto opened = std::make_unique<Database>(path);
+    QStringList marks;
+    const auto mark = [&marks](const QStringList& columns) { marks << columns; };
+    opened->Run("PRAGMA synchronous=EXTRA");
+    opened->Run("PRAGMA journal_mode=PERSIST");
+    opened->Together([&] {
+        opened->Run("SELECT count(*) FROM sqlite_master", {}, mark);
+        if (marks[0] == QLatin1String("0"))
+            Create(*opened);
+        opened->Run("PRAGMA application_id", {}, mark);
+        opened->Run("PRAGMA user_version", {}, mark);
+        if (marks[1] != QLatin1String(applicationId))
+            RefuseKind(path);
+        if (marks[2].toInt() > version)
+            throw ConfigurationError(Tr("watch", "--state: '%1' was made by a newer version of the program; "
+                                                 "install that, or give another file")
+                                         .arg(path));
+        opened->Run("DELETE FROM holder"); // a disk that is full shows at once
+        opened->Run("INSERT INTO holder VALUES (?, ?, ?)",
+                    {QString::number(getpid()), QSysInfo::machineHostName(), Now()});
+    });
+    return opened;
+}
+
+WatchJournal::Place WatchJournal::FindPlace() const
+{
+    systemfile::Identity open;
+    systemfile::Identity named;
+    errno = systemfile::Identify(file, open);
+    if (errno == 0)
+        errno = systemfile::Identify(path, named);
+    if (errno != 0)
+        return errno == ENOENT ? Place::Empty : Place::Unknown;
+    return open.IsSameFile(named) ? Place::Own : Place::Other;
 }
 
 const WatchJournal::Entry* WatchJournal::Find(const QString& recording, const QByteArray& print) const
@@ -253,242 +305,163 @@ WatchJournal::Counts WatchJournal::CountsOf(const QString& recording, const Fing
 
 void WatchJournal::NoteBegun(const QString& recording, const QByteArray& print)
 {
-    Flush();
-    Append(LineOf(Verdict::Begun, print, PathOf(recording)));
-    Set(PathOf(recording), {print, Verdict::Begun});
+    const QString first = PathOf(recording);
+    Entries changed = unwritten;
+    changed[first] = Following(entries.value(first), {print, Verdict::Begun, {}, {}, Now()});
+    Save(changed);
+    unwritten.clear();
+    entries[first] = changed[first];
 }
 
 void WatchJournal::NoteFailed(const QString& recording, const QByteArray& print)
 {
-    Note(PathOf(recording), {print, Verdict::Failed});
+    Note(recording, {print, Verdict::Failed});
 }
 
 void WatchJournal::NoteKilled(const QString& recording, const QByteArray& print)
 {
-    Note(PathOf(recording), {print, Verdict::Killed});
+    Note(recording, {print, Verdict::Killed});
 }
 
 void WatchJournal::NoteWithdrawn(const QString& recording, const QByteArray& print)
 {
-    Note(PathOf(recording), {print, Verdict::Withdrawn});
+    Note(recording, {print, Verdict::Withdrawn});
 }
 
 // A bad file that is mended may keep its size and its time of modification, as by 'cp -p'.
 void WatchJournal::NoteConverted(const QString& recording, const Fingerprint& fingerprint,
                                  const QString& recordName, bool leftOut)
 {
-    Note(PathOf(recording), {fingerprint.print, Verdict::Converted, recordName,
-                             leftOut ? QString::fromLatin1(fingerprint.access) : QString()});
+    Note(recording, {fingerprint.print, Verdict::Converted, recordName,
+                     leftOut ? QString::fromLatin1(fingerprint.access) : QString()});
 }
 
 void WatchJournal::NotePutAway(const QString& recording, const QByteArray& print)
 {
-    Note(PathOf(recording), {print, Verdict::PutAway});
+    Note(recording, {print, Verdict::PutAway});
 }
 
 void WatchJournal::NoteGivenUp(const QString& recording, const Fingerprint& fingerprint)
 {
-    Note(PathOf(recording),
+    Note(recording,
          {fingerprint.print, Verdict::GivenUp, QString(), QString::fromLatin1(fingerprint.access)});
 }
 
 void WatchJournal::Note(const QString& recording, const Entry& entry)
 {
-    Set(recording, entry);
-    unwritten += LineOf(entry.verdict, entry.print, recording, {entry.record, entry.access});
+    const QString first = PathOf(recording);
+    Entry now = Following(entries.value(first), entry);
+    now.noted = Now();
+    unwritten[first] = now;
+    if (now.verdict == Verdict::PutAway) // should it come back, it is a new one
+        entries.remove(first);
+    else
+        entries[first] = now;
     Flush();
 }
 
 void WatchJournal::Flush()
 {
-    KeepInPlace();
-    if (unwritten.isEmpty())
-        return;
-    Append(unwritten);
+    Save(unwritten);
     unwritten.clear();
 }
 
-void WatchJournal::FailToWrite(int error) const
+void WatchJournal::FailToWrite(const QString& reason) const
 {
+    if (!file.IsOpen())
+        throw Unwritable(
+            Tr("watch", "--state: '%1' cannot be written: %2; give another file").arg(path, reason));
     throw Unwritable(Tr("watch", "'%1' cannot be written: %2; free the disk, or give this user the "
                                  "permission")
-                         .arg(path, explain::SystemText(error)));
+                         .arg(path, reason));
 }
 
 // What is written to a file without a name is lost with the process, and another process may be at work with
 // a journal of its own meanwhile.
-void WatchJournal::KeepInPlace()
+void WatchJournal::Save(const Entries& changed)
 {
-    switch (PlaceOf(*file, path)) {
-    case Place::Own:
-        if (SizeOf(*file) < size)
-            MakeAnew();
-        return;
-    case Place::Empty:
-        MakeAnew();
-        return;
-    case Place::Other:
+    const Place place = FindPlace();
+    if (place == Place::Other)
         throw Taken(Tr("watch", "another file has taken the place of '%1'; start again").arg(path));
-    case Place::Unknown:
-        FailToWrite(errno);
+    if (place == Place::Unknown)
+        FailToWrite(explain::SystemText(errno));
+    bool isDamaged = false;
+    try {
+        if (place == Place::Own && !changed.isEmpty()) {
+            if (!database)
+                database = Connected();
+            database->Together([&] { Write(*database, changed); });
+        }
+    } catch (const Database::Failure& failure) {
+        isDamaged = failure.isDamaged;
+        if (!isDamaged)
+            FailToWrite(failure.Message());
     }
+    if (place == Place::Empty || isDamaged)
+        MakeAnew(changed);
 }
 
-// Empty pieces are appended for the header's sake alone.
-void WatchJournal::Append(const QByteArray& bytes)
+// By a new file that takes the old one's place: a crash leaves one or the other.
+void WatchJournal::MakeAnew(const Entries& changed)
 {
-    QByteArray text = bytes;
-    if (size < static_cast<qint64>(qstrlen(header))) { // none yet, or it was cut off
-        text.prepend(QByteArray(header).mid(static_cast<int>(size)));
-    } else {
-        char last = '\n';
-        if (pread(file->handle(), &last, 1, size - 1) == 1 && last != '\n')
-            text.prepend('\n'); // after a line that was cut off a new one begins
+    const QString fresh = path + QStringLiteral(".new");
+    Discard(fresh);
+    systemfile::Descriptor own = Claimed(fresh, O_EXCL);
+    database.reset();
+    try {
+        Database made(fresh);
+        made.Together([&] {
+            Create(made);
+            Write(made, entries);
+            Write(made, changed);
+        });
+    } catch (const Database::Failure& failure) {
+        Discard(fresh);
+        FailToWrite(failure.Message());
     }
-    int error = WriteAt(*file, size, text);
-    if (error == 0 && !bytes.isEmpty() && fdatasync(file->handle()) != 0)
-        error = errno;
+    QFile::remove(path + QStringLiteral("-journal")); // it would undo the new file's changes
+    int error = systemfile::RenameToFree(fresh, path);
+    if (error == EEXIST && FindPlace() == Place::Own)
+        error = std::rename(QFile::encodeName(fresh).constData(), QFile::encodeName(path).constData()) == 0
+                    ? 0
+                    : errno;
     if (error != 0) {
-        if (ftruncate(file->handle(), size) != 0)
-            size = std::max<qint64>(SizeOf(*file), 0);
-        FailToWrite(error);
+        Discard(fresh);
+        if (error == EEXIST)
+            throw Taken(Tr("watch", "another file has taken the place of '%1'; start again").arg(path));
+        FailToWrite(explain::SystemText(error));
     }
-    size += text.size();
-    lines += bytes.count('\n');
-    if (!isNamed && !bytes.isEmpty()) {
-        error = systemfile::Sync(QFileInfo(path).absolutePath());
-        if (error != 0)
-            FailToWrite(error);
-        isNamed = true;
-    }
+    file = std::move(own);
+    systemfile::Sync(QFileInfo(path).absolutePath());
 }
 
 void WatchJournal::ForgetGivenUp()
 {
     for (Entry& entry : entries) {
         if (entry.verdict == Verdict::GivenUp)
-            entry = {entry.print, Verdict::Unknown, QString(), QString(), entry.unended};
+            entry = {entry.print, Verdict::Withdrawn, {}, {}, entry.noted, entry.unended};
+    }
+}
+
+void WatchJournal::ForgetGone()
+{
+    QSet<QString> inUse; // directories
+    QStringList gone;
+    for (auto entry = entries.begin(); entry != entries.end(); ++entry) {
+        if (QFileInfo::exists(entry.key()))
+            inUse.insert(QFileInfo(entry.key()).path());
+        else
+            gone << entry.key();
+    }
+    for (const QString& first : gone) {
+        if (inUse.contains(QFileInfo(first).path())) {
+            entries.remove(first);
+            unwritten[first] = {QByteArray(), Verdict::PutAway};
+        }
     }
 }
 
 void WatchJournal::LetGo()
 {
-    close(file->handle());
-}
-
-// As many as make the entry again when they are read.
-QByteArray WatchJournal::LinesOf(const QString& recording, const Entry& entry)
-{
-    const QByteArray begun = LineOf(Verdict::Begun, entry.print, recording);
-    const QByteArray failed = begun + LineOf(Verdict::Failed, entry.print, recording);
-    const QByteArray killed = begun + LineOf(Verdict::Killed, entry.print, recording);
-    switch (entry.verdict) {
-    case Verdict::Converted:
-    case Verdict::PutAway:
-        return LineOf(entry.verdict, entry.print, recording, {entry.record, entry.access});
-    case Verdict::GivenUp:
-        return begun.repeated(entry.unended > 0 ? entry.unended + 1 : 0) +
-               LineOf(entry.verdict, entry.print, recording, {entry.access});
-    default:
-        return failed.repeated(entry.failures) + killed.repeated(entry.kills) + begun.repeated(entry.unended);
-    }
-}
-
-QByteArray WatchJournal::AllLines() const
-{
-    QByteArray all;
-    for (auto entry = entries.begin(); entry != entries.end(); ++entry)
-        all += LinesOf(entry.key(), *entry);
-    return all;
-}
-
-QByteArray WatchJournal::LinesThatCount() const
-{
-    QSet<QString> there;
-    QSet<QString> inUse; // directories
-    for (auto entry = entries.begin(); entry != entries.end(); ++entry) {
-        if (!QFileInfo::exists(entry.key()))
-            continue;
-        there.insert(entry.key());
-        inUse.insert(QFileInfo(entry.key()).path());
-    }
-    QByteArray kept;
-    for (auto entry = entries.begin(); entry != entries.end(); ++entry) {
-        if (there.contains(entry.key()) || !inUse.contains(QFileInfo(entry.key()).path()))
-            kept += LinesOf(entry.key(), *entry);
-    }
-    return kept;
-}
-
-// By a new file that takes the old one's place: a crash leaves one or the other. Where that fails, the long
-// journal is as good.
-void WatchJournal::Compact()
-{
-    const QByteArray kept = LinesThatCount();
-    if (lines <= 2 * kept.count('\n') || PlaceOf(*file, path) != Place::Own)
-        return;
-    auto fresh = std::make_unique<QFile>(path + QStringLiteral(".new"));
-    if (!Prepare(*fresh, header + kept))
-        return;
-    if (std::rename(QFile::encodeName(fresh->fileName()).constData(), QFile::encodeName(path).constData()) !=
-        0) {
-        fresh->remove();
-        return;
-    }
-    Use(std::move(fresh));
-}
-
-void WatchJournal::MakeAnew()
-{
-    auto fresh = std::make_unique<QFile>(path + QStringLiteral(".new"));
-    errno = 0;
-    if (!Prepare(*fresh, header + AllLines()))
-        FailToWrite(errno);
-    int error = 0;
-    if (PlaceOf(*file, path) == Place::Own)
-        error = std::rename(QFile::encodeName(fresh->fileName()).constData(),
-                            QFile::encodeName(path).constData()) == 0
-                    ? 0
-                    : errno;
-    else
-        error = systemfile::RenameToFree(fresh->fileName(), path);
-    if (error != 0) {
-        fresh->remove();
-        if (error == EEXIST)
-            throw Taken(Tr("watch", "another file has taken the place of '%1'; start again").arg(path));
-        FailToWrite(error);
-    }
-    Use(std::move(fresh));
-}
-
-// Opened, locked and written to the disk; removed again if that fails, with errno.
-bool WatchJournal::Prepare(QFile& fresh, const QByteArray& bytes)
-{
-    if (output::TargetOf(fresh.fileName()).kind == output::Kind::Stream) {
-        errno = EEXIST;
-        return false;
-    }
-    if (!fresh.open(QIODevice::ReadWrite | QIODevice::Unbuffered))
-        return false;
-    if (!Lock(fresh) || PlaceOf(fresh, fresh.fileName()) != Place::Own) { // another process is at it
-        errno = EAGAIN;
-        return false;
-    }
-    if (ftruncate(fresh.handle(), 0) == 0 && WriteAt(fresh, 0, bytes) == 0 && fdatasync(fresh.handle()) == 0)
-        return true;
-    const int error = errno;
-    fresh.remove();
-    errno = error;
-    return false;
-}
-
-// The file has the journal's name, and all that is known.
-void WatchJournal::Use(std::unique_ptr<QFile> fresh)
-{
-    file = std::move(fresh);
-    systemfile::Sync(QFileInfo(path).absolutePath());
-    entries.clear();
-    unwritten.clear();
-    lines = 0;
-    Read();
+    file = systemfile::Descriptor();
 }

@@ -1,13 +1,13 @@
-// What became of the recordings, on the disk: an append-only file of lines, each written to the disk
-// before the program goes on. A line that a crash has cut off is passed over; the recording it was
-// to tell of is converted once more.
+// What became of the recordings, on the disk: a database with a row for each of them, written to the disk
+// before the program goes on.
 #pragma once
 
 #include "text/error.h"
+#include "zucmtr/files/database.h"
+#include "zucmtr/files/systemfile.h"
 #include "zucmtr/watch/watchscan.h"
 
 #include <QByteArray>
-#include <QFile>
 #include <QHash>
 #include <QString>
 
@@ -17,6 +17,19 @@ class WatchJournal
 {
 public:
     enum class Verdict { Unknown, Begun, Failed, Killed, Withdrawn, Converted, PutAway, GivenUp };
+
+    /// What is known of a recording.
+    struct Entry
+    {
+        QByteArray print;
+        Verdict verdict = Verdict::Unknown;
+        QString record{}; // name of that of a converted one
+        QString access{}; // with which the verdict holds; empty: with any
+        QString noted{};  // when, in UTC
+        int unended = 0;  // times
+        int failures = 0; // times
+        int kills = 0;    // times
+    };
 
     /// The journal cannot be written, now.
     class Unwritable : public text::Error
@@ -32,9 +45,12 @@ public:
         using text::Error::Error;
     };
 
-    /// Reads the journal, or begins one. Throws ConfigurationError if it is another kind of file, Unwritable
-    /// and Taken.
+    /// Reads the journal, or begins one. Throws ConfigurationError if it is another kind of file or damaged,
+    /// Unwritable and Taken.
     explicit WatchJournal(const QString& path_);
+    ~WatchJournal();
+    WatchJournal(const WatchJournal&) = delete;
+    WatchJournal& operator=(const WatchJournal&) = delete;
 
     /// What became of the recording in this state. Of another print of it nothing is known; nor, after its
     /// files were written to or got other permissions, of one that was given up or converted in part.
@@ -63,57 +79,41 @@ public:
     void NotePutAway(const QString& recording, const QByteArray& print);
     void NoteGivenUp(const QString& recording, const Fingerprint& fingerprint);
 
-    /// Writes what could not be written. A journal that was removed or cut is made anew of what is known.
+    /// Writes what could not be written. A journal that was removed or damaged is made anew of what is known.
     /// Throws Unwritable, and Taken.
     void Flush();
 
     /// Forgets which recordings were given up, until the journal is read again.
     void ForgetGivenUp();
 
-    /// Closes the file in a copy of the process; the lock stays with the other.
+    /// Forgets recordings that are gone; the next Flush writes that. A directory that has none of its
+    /// recordings any more may be a file system that is not there yet; they are kept.
+    void ForgetGone();
+
+    /// Closes the lock in a copy of the process, which may do nothing else with the journal; the other has it
+    /// still.
     void LetGo();
 
-    /// Whether it has far more lines than recordings.
-    bool IsLong() const { return lines > 4 * entries.size() + 1000; }
-
-    /// Writes the journal anew without lines that say nothing any more, if these are the greater part: those
-    /// that later ones replace, and those of recordings that are gone. A directory that has none of its
-    /// recordings any more may be a file system that is not there yet; its lines stay.
-    void Compact();
-
 private:
-    struct Entry
-    {
-        QByteArray print;
-        Verdict verdict = Verdict::Unknown;
-        QString record{}; // name of that of a converted one
-        QString access{}; // with which the verdict holds; empty: with any
-        int unended = 0;  // times
-        int failures = 0; // times
-        int kills = 0;    // times
-    };
+    using Entries = QHash<QString, Entry>; // by absolute path
 
-    void Open();
-    void Read();
-    void Take(const QByteArray& line);
-    void Set(const QString& path, const Entry& entry);
+    // What the path of the open journal leads to.
+    enum class Place { Own, Other, Empty, Unknown };
+
+    systemfile::Descriptor Claimed(const QString& at, int flags = 0) const;
+    void Load();
+    void TakeOverText();
+    std::unique_ptr<Database> Connected() const;
+    Place FindPlace() const;
     const Entry* Find(const QString& recording, const QByteArray& print) const;
     void Note(const QString& recording, const Entry& entry);
-    void KeepInPlace();
-    void MakeAnew();
-    void Append(const QByteArray& bytes);
-    [[noreturn]] void FailToWrite(int error) const;
-    static QByteArray LinesOf(const QString& recording, const Entry& entry);
-    QByteArray AllLines() const;
-    QByteArray LinesThatCount() const;
-    bool Prepare(QFile& fresh, const QByteArray& bytes);
-    void Use(std::unique_ptr<QFile> fresh);
+    void Save(const Entries& changed);
+    void MakeAnew(const Entries& changed);
+    [[noreturn]] void FailToWrite(const QString& reason) const;
 
     const QString path;
-    std::unique_ptr<QFile> file;
-    qint64 size = 0;               // bytes that were left in it
-    bool isNamed = true;           // its name is on the disk
-    QByteArray unwritten;          // lines
-    QHash<QString, Entry> entries; // by absolute path
-    int lines = 0;                 // in the file
+    systemfile::Descriptor file;        // that is locked
+    std::unique_ptr<Database> database; // none after the journal was made anew
+    Entries entries;
+    Entries unwritten; // those that are gone as put away
 };
