@@ -252,8 +252,8 @@ TEST(Many, DryRunWritesNothingAndFindsTheFailures)
     EXPECT_EQ(run.code, 1);
     EXPECT_EQ(run.out, "a.ZU -> out/" + ShortRecordName(0) + "\n");
     EXPECT_EQ(Untimed(run.err),
-              "zucmtr: b.ZU: the recording cannot be read: it is no recording: it does not begin "
-              "as a recorder\'s file does; give a recording\'s first file (.ZU)\n" +
+              "zucmtr: b.ZU: the recording cannot be read: it is no recording: it does not start "
+              "like a recorder\'s file; give a recording\'s first file (.ZU)\n" +
                   Summary(2, "1 to convert, 1 failed"));
     EXPECT_EQ(place.Names("out"), QStringList());
 }

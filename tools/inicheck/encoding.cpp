@@ -59,7 +59,7 @@ Content ContentOf(const QByteArray& bytes, const char* codec)
     zu::IniLine line;
     while (zu::ReadIniLine(stream, line)) {
         content.hasSection |= line.kind == zu::IniLineKind::Section;
-        content.hasKnownKey |= KnownKeys().contains(line.key); // also ahead of the first section
+        content.hasKnownKey |= KnownKeys().contains(line.key); // also before the first section
     }
     return content;
 }

@@ -83,7 +83,7 @@ void AddInfoCommand(CLI::App& app, Action& chosen)
     command->footer(HelpText(
         "info", "Of a recording: its times with zone, duration, rate, the segments found and why the chain\n"
                 "ends, the start comment as stored and as understood, the channels. Of a record: what its\n"
-                "configuration tells, and whether all its data are there.\n"
+                "configuration says, and whether all its data are there.\n"
                 "\n"
                 "Exit code: 0 all files are good, 1 something is wrong with at least one, 2 wrong usage.\n"
                 "\n"

@@ -1361,7 +1361,7 @@ Example, with the sample station:
     <message>
         <source>Of a recording: its times with zone, duration, rate, the segments found and why the chain
 ends, the start comment as stored and as understood, the channels. Of a record: what its
-configuration tells, and whether all its data are there.
+configuration says, and whether all its data are there.
 
 Exit code: 0 all files are good, 1 something is wrong with at least one, 2 wrong usage.
 
