@@ -95,7 +95,7 @@ TEST(WatchTrouble, OutputDirectoryThatDisappearsIsWaitedFor)
     ASSERT_TRUE(station.Waits("started", 1));
     ExpectWaiting(station, "out", "outputUnusable",
                   "zucmtr: --out: 'out' cannot be written to: No such file or directory; the work goes on "
-                  "when that is corrected\n");
+                  "once that is put right\n");
 }
 
 TEST(WatchTrouble, ArchiveThatDisappearsIsWaitedFor)
@@ -106,7 +106,7 @@ TEST(WatchTrouble, ArchiveThatDisappearsIsWaitedFor)
     ASSERT_TRUE(station.Waits("started", 1));
     ExpectWaiting(station, "archive", "archiveUnusable",
                   "zucmtr: --archive: 'archive' cannot be written to: No such file or directory; the work "
-                  "goes on when that is corrected\n");
+                  "goes on once that is put right\n");
 }
 
 TEST(WatchTrouble, JournalWhoseDirectoryDisappearsIsWaitedForAndMadeAgain)
@@ -261,7 +261,7 @@ TEST(WatchTrouble, ServiceManagerIsNotified)
     EXPECT_TRUE(manager.Hears("STATUS=1 converted, 0 given up, 0 waiting"));
     station.Rename("out", "elsewhere");
     EXPECT_TRUE(manager.Hears("STATUS=--out: 'out' cannot be written to: No such file or directory; the work "
-                              "goes on when that is corrected"));
+                              "goes on once that is put right"));
     station.Rename("elsewhere", "out");
     EXPECT_TRUE(manager.Hears("STATUS=1 converted, 0 given up, 0 waiting"));
     EXPECT_EQ(station.End(), 0);
