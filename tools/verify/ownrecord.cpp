@@ -184,7 +184,8 @@ Remains Container(const QString& path, const Source& source)
     }
 }
 
-// Whether it can be what a power failure left of the recording's configuration: the first lines or part of them.
+// Whether it can be what a power failure left of the recording's configuration: the first lines or part of
+// them.
 bool IsBeginning(const QByteArray& configuration, const Source& source)
 {
     const QByteArray found = Written(configuration).replace("\r", "");

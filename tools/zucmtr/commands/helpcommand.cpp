@@ -62,8 +62,9 @@ void AddHelpCommand(CLI::App& app, Action& chosen)
     const auto options = std::make_shared<HelpOptions>();
     const std::vector<std::string> commands = Commands(app);
     command
-        ->add_option("COMMAND", options->command,
-                     Tr("help", "The command: %1").arg(FromUtf8(CLI::detail::join(commands, ", "))).toStdString())
+        ->add_option(
+            "COMMAND", options->command,
+            Tr("help", "The command: %1").arg(FromUtf8(CLI::detail::join(commands, ", "))).toStdString())
         ->check(values::Offer(commands))
         ->type_name("");
     command->add_flag("--dump-json", options->dump)->group(std::string()); // for the build, not for users

@@ -2236,6 +2236,10 @@ Example:
         <source>no room left on the disk of %1</source>
         <translation>на диске каталога %1 нет места</translation>
     </message>
+    <message>
+        <source>another program is at work with it</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>values</name>
@@ -2645,10 +2649,6 @@ Example, with the sample station:
         <translation>Каталоги осциллограмм</translation>
     </message>
     <message>
-        <source>--state: another &apos;zucmtr watch&apos; works with &apos;%1&apos;; end it, or give another file</source>
-        <translation>--state: с «%1» работает другой «zucmtr watch»; завершите его или укажите другой файл</translation>
-    </message>
-    <message>
         <source>How often a recording is tried before it is given up until it changes. Default: 8</source>
         <translation>Сколько попыток делается, прежде чем осциллограмма оставляется до её изменения. По умолчанию 8</translation>
     </message>
@@ -2781,6 +2781,22 @@ SIGTERM и Ctrl-C завершают работу после начатой ос
     <message>
         <source>Put all records into the directory of --out itself</source>
         <translation>Складывать все записи в сам каталог --out</translation>
+    </message>
+    <message>
+        <source> (process %1 on %2)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>--state: another &apos;zucmtr watch&apos; works with &apos;%1&apos;%2; end it, or give another file</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>--state: &apos;%1&apos; is damaged (%2); put a copy of it in its place, or move it away: then all recordings that are there are converted again</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>--state: &apos;%1&apos; was made by a newer version of the program; install that, or give another file</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>
