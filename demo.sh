@@ -1,6 +1,6 @@
 #!/bin/sh
 # Installs packages, builds, makes the sample station, converts it and shows what came out, also as a page.
-#   ./demo.sh [DIRECTORY]      the station goes there; default: demo-station, made anew
+#   ./demo.sh [DIRECTORY]      the station goes there; default: demo-station, which is replaced
 set -eu
 cd "$(dirname "$0")"
 station=${1:-demo-station}

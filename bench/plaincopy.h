@@ -16,7 +16,7 @@ struct PlainOutput
     size_t size; /* bytes */
 };
 
-/* Reads a file from end to end. 0, or -1 for a failed call (errno tells which). */
+/* Reads a file from end to end. 0, or -1 for a failed call (errno says which). */
 int PlainRead(const char* path);
 
 /* Writes an output file of size bytes and renames it. 0, or -1 for a failed call. */

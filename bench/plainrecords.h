@@ -1,4 +1,4 @@
-/* ASCII records as one writes them first: fprintf, one value a call. */
+/* ASCII records as one writes them first: fprintf, one value per call. */
 #pragma once
 
 #include <stddef.h>
@@ -12,7 +12,7 @@ extern "C" {
 struct PlainRecords
 {
     size_t count;
-    const uint64_t* times; /* microseconds, one a record */
+    const uint64_t* times; /* microseconds, one per record */
     size_t analogCount;
     const int16_t* const* codes; /* of each analog channel */
     size_t discreteCount;

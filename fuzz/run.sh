@@ -2,8 +2,8 @@
 # Runs every fuzzer for the given number of seconds (default 30), with address and undefined-behaviour sanitizers, as
 # many at once as there are processors.
 #   fuzz/run.sh SECONDS [FUZZER...]
-# A finding ends the run with an error; the input lies in build/asan/findings. What a fuzzer finds new goes to
-# build/asan/corpus and is used again.
+# A finding ends the run with an error; the input is in build/asan/findings. New inputs go to
+# build/asan/corpus and are used again.
 set -eu
 cd "$(dirname "$0")/.."
 seconds=${1:-30}
@@ -33,7 +33,7 @@ if ! "fuzz/fuzz_$fuzzer" -max_total_time="$seconds" -timeout=20 -rss_limit_mb=40
     -max_len=16384 -print_final_stats=1 -verbosity=0 -artifact_prefix="findings/$fuzzer-" $dictionary \
     "corpus/$fuzzer" "seeds/$fuzzer" "../../tests/regressions/$fuzzer" >"$fuzzer.log" 2>&1; then
     tail -n 100 "$fuzzer.log"
-    echo "$fuzzer: a finding, its input lies in $PWD/findings" >&2
+    echo "$fuzzer: a finding, its input is in $PWD/findings" >&2
     exit 255 # ends the others too
 fi
 printf '%-13s %s s, %s executions, no finding\n' "$fuzzer:" "$seconds" \

@@ -13,7 +13,7 @@ cmake --build --preset coverage -j "$jobs"
 find "$build" -name '*.gcda' -delete
 ctest --preset coverage -j "$jobs"
 
-# The counters are read once; all tables are made of what comes out. gcov leaves its intermediate files where it runs:
+# The counters are read once; all tables are made from the result. gcov leaves its intermediate files where it runs:
 # in the build, not in the working copy, should it be interrupted.
 counters=$build/counters.json
 report() {

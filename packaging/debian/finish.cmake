@@ -19,7 +19,7 @@ foreach(component runtime development program)
        FILE_PERMISSIONS OWNER_READ OWNER_WRITE GROUP_READ WORLD_READ)
 endforeach()
 
-# The library lies where the loader looks anyway, and Debian has its own place for completions of zsh.
+# The loader finds the library where it is, and Debian has its own place for completions of zsh.
 set(program ${CPACK_TEMPORARY_DIRECTORY}/program/usr)
 file(RPATH_REMOVE FILE ${program}/bin/zucmtr)
 file(RENAME ${program}/share/zsh/site-functions ${program}/share/zsh/vendor-completions)

@@ -1,10 +1,10 @@
-"""Completions of the shells, filled into the templates that lie beside this file."""
+"""Shell completions, filled into the templates beside this file."""
 
 import re
 
 
 def value_kind(entry):
-    """What a value is completed with: file, directory, section (of the ini file given with --ini), words, nothing."""
+    """How a value is completed: file, directory, section (of the ini file given with --ini), words, nothing."""
     if entry.choices:
         return "words"
     return {"FILE": "file", "PATH": "file", "DIR": "directory", "DIRECTORY": "directory",
@@ -92,14 +92,14 @@ def _zsh_option(option):
 
 
 def _zsh_flag(flag, option):
-    """The value may also stand in the same word: --jobs=4, -j4."""
+    """The value may also be in the same word: --jobs=4, -j4."""
     if not option.value:
         return flag
     return flag + ("=" if flag.startswith("--") else "+")
 
 
 def _zsh_excluded(option):
-    """What is not offered any more after the option: its other spellings, what it excludes; after help all."""
+    """What is no longer offered after the option: its other spellings and what it excludes; after help, everything."""
     if "--help" in option.flags or "--version" in option.flags:
         return ["- *"]
     return (option.flags if len(option.flags) > 1 else []) + option.excludes

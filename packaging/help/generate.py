@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Makes the manual pages and shell completions of zucmtr from what the program itself says of its commands.
+"""Makes the manual pages and shell completions of zucmtr from the program's own description of its commands.
 
 generate.py PROGRAM VERSION DATE DIRECTORY: into man/, bash/ and zsh/ of the directory, which are made anew.
 """
@@ -34,7 +34,7 @@ def main(program, version, date, directory):
 
 
 def read_commands(program):
-    """The program and its commands, with the names of tools/zucmtr/helpdump.h as attributes, in English."""
+    """The program and its commands, with the names of tools/zucmtr/terminal/helpdump.h as attributes, in English."""
     environment = dict(os.environ, LC_ALL="C.UTF-8", LANGUAGE="")
     result = subprocess.run([program, "help", "--dump-json"], env=environment, stdout=subprocess.PIPE, timeout=60,
                             check=True)

@@ -2,7 +2,7 @@
 
 import re
 
-# What the roff formatter would take for its own.
+# Characters that the roff formatter would interpret.
 ESCAPES = str.maketrans({"\\": r"\e", "-": r"\-", "'": r"\(aq", "^": r"\(ha", "~": r"\(ti", "`": r"\(ga"})
 PARAGRAPH_LINE = re.compile(r"^\S")
 
@@ -36,7 +36,7 @@ def _text(text):
 
 
 def _line(text):
-    """A line of text; a full stop at its beginning would be a request."""
+    """A line of text; a full stop at its start would be a request."""
     return ("\\&" if text.startswith(".") else "") + _text(text)
 
 
@@ -55,7 +55,7 @@ def _synopsis(command):
 
 
 def _part(footer, wanted):
-    """The lines of the footer that belong under a heading, by how their paragraphs begin."""
+    """The lines of the footer that belong under a heading, chosen by how their paragraphs start."""
     paragraphs, part = [], "description"
     for number, line in enumerate(footer):
         if number == 0 or not footer[number - 1]:

@@ -55,7 +55,7 @@ TEST(Batch, FailuresDoNotStopTheOthers)
     EXPECT_EQ(run.out, Converted("b.ZU", 0) + "\n");
     const QStringList errors = Untimed(run.err).split('\n');
     ASSERT_EQ(errors.size(), 5) << run.err;
-    const QString none = "it is no recording: it does not begin as a recorder's file does; give a "
+    const QString none = "it is no recording: it does not start like a recorder's file; give a "
                          "recording's first file (.ZU)";
     EXPECT_EQ(errors[0], "zucmtr: no.ZU: not converted: there is no such file; check the path");
     EXPECT_EQ(errors[1], "zucmtr: a.ZU: not converted: " + none);

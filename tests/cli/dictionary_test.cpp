@@ -44,7 +44,7 @@ TEST(Dictionary, FailsForWhatIsNoRecording)
     place.Write("bad.ZU", "no recording");
     const Finished finished = RunProgram(place.Path(), {"dictionary", "bad.ZU"});
     EXPECT_EQ(finished.code, 1);
-    EXPECT_EQ(finished.err, "zucmtr: bad.ZU: it is no recording: it does not begin as a recorder's file "
-                            "does; give a recording's first file (.ZU)\n");
+    EXPECT_EQ(finished.err, "zucmtr: bad.ZU: it is no recording: it does not start like a recorder's file; "
+                            "give a recording's first file (.ZU)\n");
     EXPECT_EQ(finished.out, "");
 }

@@ -85,7 +85,7 @@ TEST(Info, SaysWhatIsLeftOfABadFile)
     const Finished tiny = RunProgram(place.Path(), {"info", "tiny.ZU"});
     EXPECT_EQ(tiny.code, 1);
     EXPECT_EQ(tiny.out, "tiny.ZU\n  Size:  10 bytes\n"
-                        "  note: a recording begins with a header of 263 bytes; was the copy interrupted?\n");
+                        "  note: a recording starts with a header of 263 bytes; was the copy interrupted?\n");
 }
 
 TEST(Info, NamesTheFirstFileOfAContinuationAndGoesOnAfterAFailure)

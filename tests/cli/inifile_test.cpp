@@ -31,9 +31,9 @@ QString Lost(const QString& encoding)
 
 QString Read(const QString& encoding)
 {
-    return QString(
-               "it is in %1, not in UTF-8; the converter reads it right because of its byte order mark, but "
-               "other programs may not; rewrite it: iconv -f %1 -t UTF-8 old.ini > new.ini\n")
+    return QString("it is in %1, not in UTF-8; the converter reads it correctly because of its byte order "
+                   "mark, but "
+                   "other programs may not; rewrite it: iconv -f %1 -t UTF-8 old.ini > new.ini\n")
         .arg(encoding);
 }
 
@@ -98,7 +98,7 @@ TEST(IniFile, CommaInTheStationsNameIsReportedOnceWithItsLineAndNothingIsStarted
                 "program opens a record with it; take it out\n")
             .arg(line);
     const QString end = "zucmtr: nothing is converted: with [Vostochnaya] of 'ZuDrv.ini' as it is no record "
-                        "would be right; mend the line above\n";
+                        "would be right; correct the line above\n";
     for (const QStringList& command :
          {QStringList{"convert", "-q", "--out", "out", "."},
           QStringList{"convert", "--json", "--out", "out", "."}, QStringList{"convert", "--dry-run", "."},

@@ -26,10 +26,10 @@ SCHEMA = json.loads((SOURCE / "docs/zucmtr.schema.json").read_text(encoding="utf
 PAGE = (SOURCE / "docs/json.md").read_text(encoding="utf-8")
 QUIET = 50  # milliseconds until a recording counts as complete
 
-# Words for what no test can bring about: it runs as root as well, on machines of any size.
+# Words for what no test can cause: they run as root as well, on machines of any size.
 UNSEEN = {"noPermission", "notOnDisk", "unexpected"}
 
-# Line and word of the findings in the ini file that has one slip of each kind.
+# Line and word of the findings in the ini file that has one mistake of each kind.
 FINDINGS = (
     "0 channelsUnknown; 0 channelsUnknown; 0 recordingUnreadable; 1 byteOrderMark; 1 lineOutsideSection; "
     "2 keyMissing; 4 charactersLeftOut; 5 commaInText; 6 percentInText; 10 recordingsDeleted; 12 cffIgnored; "
@@ -273,11 +273,11 @@ class Runs(unittest.TestCase):
         place.write("cut.cfg", (place.directory / "one.cfg").read_bytes())
         place.write("cut.dat", b"1,,7,0\n2,,7")
         place.write("bad.cfg", b"no configuration")
-        told = place.info("one.cfg", "two.cfg", "none.cfg", "more.cfg", "less.cfg", "cut.cfg", "bad.cfg")
-        self.assertEqual(reasons(told), [None, None, None, "samplesLeftOver", "samplesLacking", "dataUnreadable",
+        shown = place.info("one.cfg", "two.cfg", "none.cfg", "more.cfg", "less.cfg", "cut.cfg", "bad.cfg")
+        self.assertEqual(reasons(shown), [None, None, None, "samplesLeftOver", "samplesLacking", "dataUnreadable",
                                          "recordUnreadable"])
-        self.assertEqual([one["seconds"] for one in told[:3]], [0.04, 0.01 + 3 / 50, None])
-        self.assertEqual((told[0]["missing"], told[0]["discrete"][0]["changes"]), (1, 2))
+        self.assertEqual([one["seconds"] for one in shown[:3]], [0.04, 0.01 + 3 / 50, None])
+        self.assertEqual((shown[0]["missing"], shown[0]["discrete"][0]["changes"]), (1, 2))
         for form, code in (("BINARY", "h"), ("BINARY32", "i"), ("FLOAT32", "f")):
             text = (place.directory / "one.cfg").read_text(encoding="utf-8")
             place.write("b.cfg", text.replace("ASCII", form).encode())
@@ -369,10 +369,10 @@ BAY03=W,V
         place.write("in/a.Z01", recording())
         place.write("in/.b.ZU.zucmtr-abc123", recording())
         events = place.watch("--ini", "ZuDrv.ini", "in", LD_PRELOAD=FAULTS, NO_WATCHES="1")
-        told = {one["event"]: one for one in events}
-        self.assertEqual((told["orphan"]["file"], told["orphan"]["first"]), ("in/a.Z01", "in/a.ZU"))
-        self.assertEqual(told["leftovers"]["back"], ["in/b.ZU"])
-        self.assertEqual(told["unwatched"]["count"], 1)
+        shown = {one["event"]: one for one in events}
+        self.assertEqual((shown["orphan"]["file"], shown["orphan"]["first"]), ("in/a.Z01", "in/a.ZU"))
+        self.assertEqual(shown["leftovers"]["back"], ["in/b.ZU"])
+        self.assertEqual(shown["unwatched"]["count"], 1)
 
     def test_watch_that_waits_for_directories(self):
         place = self.place()
@@ -432,9 +432,9 @@ BAY03=W,V
     def next(self, child, event):
         """The next event of a kind that a running watch prints."""
         for line in child.stdout:
-            told = keep("watch", line)
-            if told["event"] == event:
-                return told
+            shown = keep("watch", line)
+            if shown["event"] == event:
+                return shown
         raise AssertionError(f"the program ended without '{event}'")
 
 
@@ -443,23 +443,23 @@ class Output(unittest.TestCase):
 
     def test_every_line_is_as_the_schema_says(self):
         self.assertGreater(len(KEPT), 100)
-        for command, told in KEPT:
-            errors = [error.message for error in validator(command).iter_errors(told)]
-            self.assertEqual(errors, [], told)
+        for command, shown in KEPT:
+            errors = [error.message for error in validator(command).iter_errors(shown)]
+            self.assertEqual(errors, [], shown)
 
     def test_schema_refuses_what_it_does_not_know(self):
         Draft202012Validator.check_schema(SCHEMA)
         whole = Draft202012Validator(SCHEMA)
-        for command, told in KEPT:
-            self.assertTrue(whole.is_valid(told), told)
-            self.assertFalse(validator(command).is_valid({**told, "new": 1}), told)
-            if told.get("reason"):
-                self.assertFalse(validator(command).is_valid({**told, "reason": "newWord"}), told)
+        for command, shown in KEPT:
+            self.assertTrue(whole.is_valid(shown), shown)
+            self.assertFalse(validator(command).is_valid({**shown, "new": 1}), shown)
+            if shown.get("reason"):
+                self.assertFalse(validator(command).is_valid({**shown, "reason": "newWord"}), shown)
 
     def test_schema_has_nothing_that_is_never_printed(self):
         for command in ("convert", "info", "check", "watch"):
             keys, words = set(), set()
-            found_in([told for whose, told in KEPT if whose == command], keys, words)
+            found_in([shown for whose, shown in KEPT if whose == command], keys, words)
             schema = SCHEMA["$defs"][command]
             self.assertEqual(keys_of(schema) - keys, set(), command)
             missing = words_of(schema) - words - UNSEEN
@@ -485,12 +485,12 @@ class Output(unittest.TestCase):
         self.assertEqual(words, set().union(*(words_of(one) for one in reasons_of)))
 
     def test_times_have_their_offset(self):
-        for command, told in KEPT:
+        for command, shown in KEPT:
             if command == "watch":
-                self.assertRegex(told["time"], r"[+-]\d\d:\d\d$|Z$")
+                self.assertRegex(shown["time"], r"[+-]\d\d:\d\d$|Z$")
             for key in ("start", "trigger"):
-                if told.get("kind") == "recording" and key in told:
-                    self.assertRegex(told[key], r"\+03:00$")
+                if shown.get("kind") == "recording" and key in shown:
+                    self.assertRegex(shown[key], r"\+03:00$")
 
 
 def load_tests(loader, _tests, _pattern):

@@ -142,9 +142,8 @@ TEST(Many, DirectoryWithoutRecordingsIsReportedAndNoFailure)
     place.MakeDirectory("in");
     const Finished run = place.Convert({"in"});
     EXPECT_EQ(run.code, 0);
-    EXPECT_EQ(run.err,
-              QStringLiteral("zucmtr: in: there is no recording (.ZU) in this directory; --recursive "
-                             "looks into the directories below it, too\n"));
+    EXPECT_EQ(run.err, QStringLiteral("zucmtr: in: there is no recording (.ZU) in this directory; "
+                                      "--recursive searches the directories below it, too\n"));
 }
 
 TEST(Many, SeveralAtOnceReportInTheOrderOfTheListAndWriteTheSame)
@@ -227,8 +226,8 @@ TEST(Many, JsonHasEverythingAboutARecording)
     EXPECT_EQ(objects[2]["file"].toString(), QStringLiteral("b.ZU"));
     EXPECT_EQ(objects[2]["status"].toString(), QStringLiteral("failed"));
     EXPECT_EQ(objects[2]["reason"].toString(), QStringLiteral("notConverted"));
-    EXPECT_EQ(objects[2]["error"].toString(), "not converted: it is no recording: it does not begin as a "
-                                              "recorder's file does; give a recording's first file (.ZU)");
+    EXPECT_EQ(objects[2]["error"].toString(), "not converted: it is no recording: it does not start like a "
+                                              "recorder's file; give a recording's first file (.ZU)");
     EXPECT_FALSE(objects[2]["verified"].toBool());
 }
 
@@ -253,8 +252,8 @@ TEST(Many, DryRunWritesNothingAndFindsTheFailures)
     EXPECT_EQ(run.code, 1);
     EXPECT_EQ(run.out, "a.ZU -> out/" + ShortRecordName(0) + "\n");
     EXPECT_EQ(Untimed(run.err),
-              "zucmtr: b.ZU: the recording cannot be read: it is no recording: it does not begin "
-              "as a recorder\'s file does; give a recording\'s first file (.ZU)\n" +
+              "zucmtr: b.ZU: the recording cannot be read: it is no recording: it does not start "
+              "like a recorder\'s file; give a recording\'s first file (.ZU)\n" +
                   Summary(2, "1 to convert, 1 failed"));
     EXPECT_EQ(place.Names("out"), QStringList());
 }
@@ -269,7 +268,7 @@ TEST(Many, FailFastStartsNoFurtherRecording)
     const Finished run = place.Convert({"--fail-fast", "a.ZU", "b.ZU", "c.ZU", "d.ZU"});
     EXPECT_EQ(run.code, 1);
     EXPECT_EQ(run.out, "a.ZU -> " + ShortRecordName(0) + "\n");
-    EXPECT_TRUE(Untimed(run.err).endsWith(Summary(4, "1 converted and verified, 1 failed, 2 not begun")))
+    EXPECT_TRUE(Untimed(run.err).endsWith(Summary(4, "1 converted and verified, 1 failed, 2 not started")))
         << run.err;
     EXPECT_EQ(place.Convert({"--continue", "b.ZU", "c.ZU"}).out, "c.ZU -> " + ShortRecordName(20) + "\n");
 }

@@ -135,9 +135,9 @@ TEST(Places, RecordThatGoesOnAfterTheRecordingIsKept)
     EXPECT_EQ(object["reason"].toString(), "longerRecordPresent");
     EXPECT_EQ(object["error"].toString(),
               "not converted: 'out/" + ShortRecordName() +
-                  ".cfg' is there already and is longer: it begins as this recording does and goes on after "
-                  "its end, so continuation files of the recording are missing; bring them back beside "
-                  "'a.ZU', or replace the record by this shorter one with --replace");
+                  ".cfg' is there already and is longer: it starts like this recording and goes on after its "
+                  "end, so continuation files of the recording are missing; bring them back beside 'a.ZU', "
+                  "or replace the record by this shorter one with --replace");
     EXPECT_EQ(DataOf(place, "out"), data);
     EXPECT_EQ(place.Convert({"--replace", "a.ZU"}).code, 0);
     EXPECT_NE(DataOf(place, "out"), data);
@@ -209,9 +209,9 @@ TEST(Places, TwoRecordingsWithoutRoomEndTheRun)
     }
     EXPECT_EQ(
         Untimed(run.err),
-        "zucmtr: the run ends here, since there is no room left on the disk: recordings not begun: 2; make "
+        "zucmtr: the run ends here, since there is no room left on the disk: recordings not started: 2; make "
         "room, then give the same command again\n" +
-            Summary(5, "3 failed, 2 not begun"));
+            Summary(5, "3 failed, 2 not started"));
     EXPECT_EQ(QDir(place.Path("out")).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
               QStringList());
 }

@@ -258,7 +258,7 @@ TEST(Archive, OwnDirectoryLosesNothing)
     const Finished run = place.Convert({"a.ZU", "--archive", "."});
     EXPECT_EQ(run.code, 1);
     EXPECT_EQ(run.err,
-              QStringLiteral("zucmtr: a.ZU: 'a.ZU' lies in the archive already; give another --archive\n"));
+              QStringLiteral("zucmtr: a.ZU: 'a.ZU' is already in the archive; give another --archive\n"));
     EXPECT_EQ(ReadBytes(place.Path("a.ZU")), Short());
 }
 

@@ -143,5 +143,5 @@ INSTANTIATE_TEST_SUITE_P(
                     "the rate"},
         WrongOption{
             {"--rate", "1000000", "--seconds", "20", "--analog", "2", "--segments", "3"},
-            "the recordings would have 20000000 samples a channel and segment, 120000000 in all; at "
+            "the recordings would have 20000000 samples per channel and segment, 120000000 in all; at "
             "most 10000000 and 500000000 are made: lower --rate, --seconds, --segments or --analog"}));

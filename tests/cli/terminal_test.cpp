@@ -41,7 +41,7 @@ protected:
 };
 
 const QString badFile =
-    "it is no recording: it does not begin as a recorder's file does; give a recording's first file (.ZU)";
+    "it is no recording: it does not start like a recorder's file; give a recording's first file (.ZU)";
 
 const Case cases[] = {
     {"Help", {"--help"}, 0, ""},

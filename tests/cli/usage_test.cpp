@@ -63,7 +63,7 @@ TEST(Usage, HelpNamesTheCommandsAndHowToStart)
             "  check                       Explain what is wrong with an ini file\n"
             "  convert                     Convert recordings into COMTRADE records\n"
             "  dictionary                  Write a first sorting dictionary for the channels of a recording\n"
-            "  info                        Tell what is in recordings and COMTRADE records\n"
+            "  info                        Show what is in recordings and COMTRADE records\n"
             "  sample                      Write a sample station: recordings and their ini file\n"
             "  view                        Show a recording or COMTRADE record as a page for the browser, or "
             "as a "
@@ -71,7 +71,7 @@ TEST(Usage, HelpNamesTheCommandsAndHowToStart)
             "  watch                       Convert recordings as they arrive in directories\n"
             "  help                        Print the help of the program or of a command\n"
             "\n"
-            "'zucmtr help COMMAND' tells more about a command. To try the program:\n"
+            "'zucmtr help COMMAND' says more about a command. To try the program:\n"
             "\n"
             "  zucmtr sample --out station\n"
             "  zucmtr convert --out station/comtrade --make-out station\n"));

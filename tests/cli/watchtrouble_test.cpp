@@ -93,10 +93,9 @@ TEST(WatchTrouble, OutputDirectoryThatDisappearsIsWaitedFor)
     Station station;
     station.Start({"--state", "journal", "--attempts", "1"});
     ASSERT_TRUE(station.Waits("started", 1));
-    ExpectWaiting(
-        station, "out", "outputUnusable",
-        "zucmtr: --out: 'out' cannot be written to: No such file or directory; the work goes on when "
-        "that is mended\n");
+    ExpectWaiting(station, "out", "outputUnusable",
+                  "zucmtr: --out: 'out' cannot be written to: No such file or directory; the work goes on "
+                  "once that is put right\n");
 }
 
 TEST(WatchTrouble, ArchiveThatDisappearsIsWaitedFor)
@@ -105,10 +104,9 @@ TEST(WatchTrouble, ArchiveThatDisappearsIsWaitedFor)
     station.MakeDirectory("archive");
     station.Start({"--archive", "archive", "--attempts", "1"});
     ASSERT_TRUE(station.Waits("started", 1));
-    ExpectWaiting(
-        station, "archive", "archiveUnusable",
-        "zucmtr: --archive: 'archive' cannot be written to: No such file or directory; the work goes on "
-        "when that is mended\n");
+    ExpectWaiting(station, "archive", "archiveUnusable",
+                  "zucmtr: --archive: 'archive' cannot be written to: No such file or directory; the work "
+                  "goes on once that is put right\n");
 }
 
 TEST(WatchTrouble, JournalWhoseDirectoryDisappearsIsWaitedForAndMadeAgain)
@@ -283,9 +281,8 @@ TEST(WatchTrouble, ServiceManagerIsNotified)
     station.Write("in/a.ZU", Encode(ShortRecording(0)));
     EXPECT_TRUE(manager.Hears("STATUS=1 converted, 0 given up, 0 waiting"));
     station.Rename("out", "elsewhere");
-    EXPECT_TRUE(
-        manager.Hears("STATUS=--out: 'out' cannot be written to: No such file or directory; the work goes "
-                      "on when that is mended"));
+    EXPECT_TRUE(manager.Hears("STATUS=--out: 'out' cannot be written to: No such file or directory; the work "
+                              "goes on once that is put right"));
     station.Rename("elsewhere", "out");
     EXPECT_TRUE(manager.Hears("STATUS=1 converted, 0 given up, 0 waiting"));
     EXPECT_EQ(station.End(), 0);

@@ -23,12 +23,12 @@ INSTANTIATE_TEST_SUITE_P(
             "«zucmtr view»"},
         Wrong{{"convert", "empty/"},
               0,
-              "empty/: there is no recording (.ZU) in this directory; --recursive looks into the directories "
+              "empty/: there is no recording (.ZU) in this directory; --recursive searches the directories "
               "below it, too",
               "empty/: в этом каталоге нет осциллограмм (.ZU); --recursive ищет и во вложенных каталогах"},
         Wrong{{"convert", "d.ZU"},
               0,
-              "d.ZU: there is no recording (.ZU) in this directory; --recursive looks into the directories "
+              "d.ZU: there is no recording (.ZU) in this directory; --recursive searches the directories "
               "below it, too",
               "d.ZU: в этом каталоге нет осциллограмм (.ZU); --recursive ищет и во вложенных каталогах"},
         Wrong{
@@ -114,7 +114,7 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(
         Wrong{{"info", "/etc/passwd"},
               1,
-              "/etc/passwd: it is no recording: it does not begin as a recorder's file does; give a "
+              "/etc/passwd: it is no recording: it does not start like a recorder's file; give a "
               "recording's first file (.ZU)",
               "/etc/passwd: это не осциллограмма: начало не такое, как у файлов регистратора; укажите первый "
               "файл осциллограммы (.ZU)"},
@@ -156,12 +156,12 @@ INSTANTIATE_TEST_SUITE_P(
               "empty.cfg: файл пуст; не прервано ли копирование?"},
         Wrong{{"info", "iscfg.ZU"},
               1,
-              "iscfg.ZU: it is no recording: its content is a COMTRADE record's; give it the ending .cfg",
+              "iscfg.ZU: it is no recording: its content is a COMTRADE record's; give it the extension .cfg",
               "iscfg.ZU: это не осциллограмма: по содержимому это запись COMTRADE; дайте файлу расширение "
               ".cfg"},
         Wrong{{"info", "iszu.cfg"},
               1,
-              "iszu.cfg: it is no COMTRADE record: its content is a recording's; give it the ending .ZU",
+              "iszu.cfg: it is no COMTRADE record: its content is a recording's; give it the extension .ZU",
               "iszu.cfg: это не запись COMTRADE: по содержимому это осциллограмма; дайте файлу расширение "
               ".ZU"},
         Wrong{{"info", "number.cfg"},
@@ -200,7 +200,7 @@ INSTANTIATE_TEST_SUITE_P(
               "bad.cfg, строка 2: каналов 1, а строк следует только 0"},
         Wrong{{"view", "iszu.cfg"},
               1,
-              "iszu.cfg: it is no COMTRADE record: its content is a recording's; give it the ending .ZU",
+              "iszu.cfg: it is no COMTRADE record: its content is a recording's; give it the extension .ZU",
               "iszu.cfg: это не запись COMTRADE: по содержимому это осциллограмма; дайте файлу расширение "
               ".ZU"},
         Wrong{{"view", "rec.Z01"},

@@ -31,7 +31,7 @@ INSTANTIATE_TEST_SUITE_P(
               "zucmtr"},
         Wrong{{"--json", "info", "rec.ZU"},
               2,
-              "--json stands before the command; put it after",
+              "--json is before the command; put it after",
               "--json стоит перед командой; поставьте его после неё",
               "zucmtr info"},
         Wrong{{"convert", "--recursiv"},

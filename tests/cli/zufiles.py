@@ -1,4 +1,4 @@
-"""Small recorder files, made by hand."""
+"""Small recorder files, built byte by byte."""
 import struct
 
 START = 1706691599  # 2024-01-31 11:59:59 in the zone of +3 hours

@@ -250,9 +250,9 @@ TEST_F(ComtradeContainer, AsciiDataEndAtTheNextMark)
 TEST_F(ComtradeContainer, FailuresNameWhatIsMissing)
 {
     const QByteArray configuration = "--- file type: CFG ---\r\n" + ExampleConfiguration();
-    EXPECT_EQ(Error("text\n"), "rec.cff: does not begin with a section mark");
+    EXPECT_EQ(Error("text\n"), "rec.cff: does not start with a section mark");
     EXPECT_EQ(Error(""), "rec.cff: has no CFG section");
     EXPECT_EQ(Error(configuration), "rec.cff: has no DAT section");
     EXPECT_EQ(Error(configuration + "--- file type: DAT BINARY: 14 ---\r\n1234"),
-              "rec.cff: holds 4 bytes of data where its mark tells 14");
+              "rec.cff: holds 4 bytes of data where its mark says 14");
 }

@@ -75,18 +75,18 @@ TEST(DictionaryDraft, MarksEveryGuessAndEveryDoubt)
 {
     const QStringList lines =
         DictionaryLines({{"ВЛ-110 А:Ia", "А"}, {"АТ-1:Ia", "А"}, {"Прочее:x", "мм"}}, {});
-    EXPECT_EQ(lines, QStringList(
-                         {"nAnMax=3", "A01=ВЛ-110 А:Ia,V_L=110 E_G=L S_G=CT ; guess",
-                          "A02=АТ-1:Ia,V_L=110 E_G=AT S_G=CT ; guess: no voltage level in the name",
-                          "A03=Прочее:x ; guess: no voltage level in the name; not all groups could be "
-                          "guessed: add V_L, E_G and the others",
-                          "nDiMax=0", "nBayMax=3",
-                          "BAY01=ВЛ-110 А,ВЛ-110 А ; guess: the text to show, and behind a comma the circuit "
-                          "of its voltages",
-                          "BAY02=АТ-1,АТ-1 ; guess: the text to show, and behind a comma the circuit of its "
-                          "voltages",
-                          "BAY03=Прочее,Прочее ; guess: the text to show, and behind a comma the circuit of "
-                          "its voltages"}));
+    EXPECT_EQ(lines,
+              QStringList({"nAnMax=3", "A01=ВЛ-110 А:Ia,V_L=110 E_G=L S_G=CT ; guess",
+                           "A02=АТ-1:Ia,V_L=110 E_G=AT S_G=CT ; guess: no voltage level in the name",
+                           "A03=Прочее:x ; guess: no voltage level in the name; not all groups could be "
+                           "guessed: add V_L, E_G and the others",
+                           "nDiMax=0", "nBayMax=3",
+                           "BAY01=ВЛ-110 А,ВЛ-110 А ; guess: the text to show, and after a comma the circuit "
+                           "of its voltages",
+                           "BAY02=АТ-1,АТ-1 ; guess: the text to show, and after a comma the circuit of its "
+                           "voltages",
+                           "BAY03=Прочее,Прочее ; guess: the text to show, and after a comma the circuit of "
+                           "its voltages"}));
 }
 
 TEST(DictionaryDraft, LeavesOutNamesThatTheIniFileCannotHold)
@@ -100,11 +100,11 @@ TEST(DictionaryDraft, LeavesOutNamesThatTheIniFileCannotHold)
                                                {"Q:Ia", "А"}},
                                               {});
     EXPECT_EQ(lines.mid(0, 8),
-              QStringList({"nAnMax=1", "; [a,b:Ia] cannot stand in the dictionary: it holds a comma",
-                           "; [a;b:Ia] cannot stand in the dictionary: it holds a semicolon",
-                           "; [ a:Ia] cannot stand in the dictionary: it begins or ends with a blank",
-                           "; [] cannot stand in the dictionary: it is empty",
-                           "; [a?b-c:Ia] cannot stand in the dictionary: it holds a control character",
+              QStringList({"nAnMax=1", "; [a,b:Ia] cannot be in the dictionary: it holds a comma",
+                           "; [a;b:Ia] cannot be in the dictionary: it holds a semicolon",
+                           "; [ a:Ia] cannot be in the dictionary: it starts or ends with a blank",
+                           "; [] cannot be in the dictionary: it is empty",
+                           "; [a?b-c:Ia] cannot be in the dictionary: it holds a control character",
                            "A01=Q:Ia ; guess: no voltage level in the name; not all groups could be guessed: "
                            "add V_L, E_G and the others",
                            "; [Q:Ia] is there already: another channel has the same name"}));

@@ -249,7 +249,7 @@ TEST(ChainFiles, ThatCannotBeCheckedAgainCountAsChanged)
     const ChainFiles chain(here.Write("a.ZU", "first"));
     const calls::Watch watch([](const calls::Call& call) { return call.name == "statx" ? EIO : 0; });
     EXPECT_EQ(Happened(chain),
-              QStringLiteral("'%1' could not be looked at again: Input/output error").arg(here.Path("a.ZU")));
+              QStringLiteral("'%1' could not be checked again: Input/output error").arg(here.Path("a.ZU")));
 }
 
 TEST(ChainFiles, OnAFileSystemThatCountsSecondsAreReadAgain)

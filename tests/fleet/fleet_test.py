@@ -62,7 +62,7 @@ class Fleet(unittest.TestCase):
         rows = [line.split("\t") for line in log.read_text().splitlines()[1:]]
         return [(int(row[0]), int(row[6])) for row in rows if len(row) > 8]
 
-    def told(self):
+    def reported(self):
         return [json.loads(line) for line in (self.place / "fleet.json").read_text().splitlines()]
 
     def records(self, top):
@@ -109,14 +109,14 @@ class Fleet(unittest.TestCase):
         self.assertEqual(sorted(after), sorted(set(after)), "a recording in the log was converted again")
         self.assertEqual(set(range(1, len(names) + 1)), set(after))
         # A run that is killed may have put its last record in place before it could say so.
-        self.assertLessEqual({item["status"] for item in self.told()}, {"converted", "present"})
-        files = [item["file"] for item in self.told()]
+        self.assertLessEqual({item["status"] for item in self.reported()}, {"converted", "present"})
+        files = [item["file"] for item in self.reported()]
         for number in before:
             self.assertLessEqual(files.count(f"the archive/{names[number - 1]}"), 1)
 
-        told = (self.place / "fleet.json").read_bytes()
+        reported = (self.place / "fleet.json").read_bytes()
         self.run_shell(command)
-        self.assertEqual(told, (self.place / "fleet.json").read_bytes(), "a run over a finished archive converted")
+        self.assertEqual(reported, (self.place / "fleet.json").read_bytes(), "a run over a finished archive converted")
 
         for copy in range(COPIES):
             self.run_shell(f"zucmtr convert -q --ini station/ZuDrv.ini --out plain/20{copy:02} --make-out 'the archive/20{copy:02}'")

@@ -109,13 +109,13 @@ TEST_F(CheckOf, LinesOfNoKnownKindAreReported)
 {
     EXPECT_EQ(
         OfDevice("what\n; a comment\n\n"),
-        One("1 W ignored: it is neither a section nor 'key = value'; begin it with ';' if it is a comment"));
+        One("1 W ignored: it is neither a section nor 'key = value'; start it with ';' if it is a comment"));
     EXPECT_EQ(OfDevice("[Other] ; the other one\n"),
               One("1 W it opens no section, as ']' is not its last character: what follows belongs to [D]"));
     EXPECT_EQ(OfDevice("[ Other]\n"),
               One("1 W the blanks belong to the section's name ' Other'; take them out"));
     EXPECT_EQ(OfDevice("[Default]\n"),
-              One("1 W section [Default] begins in line 1 already; both are one, and of equal keys the last "
+              One("1 W section [Default] starts in line 1 already; both are one, and of equal keys the last "
                   "counts: put them together"));
 }
 
@@ -123,17 +123,16 @@ TEST_F(CheckOf, LineBeforeTheFirstSectionIsIgnored)
 {
     const Findings findings = Of("Объект=X\n" + Defaults().toUtf8() + "[D]\n");
     ASSERT_FALSE(findings.empty());
-    EXPECT_EQ(findings[0].text, "ignored: it stands ahead of the first section; move it into one");
+    EXPECT_EQ(findings[0].text, "ignored: it comes before the first section; move it into one");
     EXPECT_EQ(findings[0].line, 1);
 }
 
 TEST_F(CheckOf, RepeatedKeysAreReportedWhereTheyDoNotCount)
 {
-    EXPECT_EQ(
-        OfDevice("Объект=X\nОбъект=Y\n"),
-        One(QString("1 W ignored: 'Объект' stands in line %1 again, and the last one counts; take one of "
-                    "them out")
-                .arg(FirstLine + 1)));
+    EXPECT_EQ(OfDevice("Объект=X\nОбъект=Y\n"),
+              One(QString("1 W ignored: 'Объект' is in line %1 again, and the last one counts; take one of "
+                          "them out")
+                      .arg(FirstLine + 1)));
 }
 
 TEST_F(CheckOf, QuotationMarksStayInTheValue)
@@ -181,10 +180,9 @@ TEST_F(CheckOf, KeysThatExcludeEachOtherAreReported)
     EXPECT_EQ(
         OfDevice("Тип Comtrade CFF=1\nТип Comtrade 1999=1\n"),
         One("1 W 'Тип Comtrade CFF' is ignored beside 'Тип Comtrade 1999': the record has separate files"));
-    EXPECT_EQ(
-        OfDevice("Переименовать сигналы Comtrade=0\nДоп.индексы для имен сигналов=7\n"),
-        One("2 N 'Доп.индексы для имен сигналов' is not asked for while 'Переименовать сигналы Comtrade' "
-            "is 0"));
+    EXPECT_EQ(OfDevice("Переименовать сигналы Comtrade=0\nДоп.индексы для имен сигналов=7\n"),
+              One("2 N 'Доп.индексы для имен сигналов' is not read while 'Переименовать сигналы Comtrade' "
+                  "is 0"));
     EXPECT_EQ(OfDevice("Удалять исходные=1\n"),
               One("1 N the recordings are deleted before anybody can compare their records; 'zucmtr convert "
                   "--remove-source' deletes each one after its record is verified"));
@@ -224,16 +222,16 @@ TEST_F(CheckOf, EntriesWithoutGoodParametersStayUnsorted)
 TEST_F(CheckOf, NamesOfSignalsAreChecked)
 {
     EXPECT_EQ(OfDevice("nAnMax=1\nA01=,V_L=110\n"),
-              One("2 E A01: it has no signal ahead of the first comma: the section does not load"));
+              One("2 E A01: it has no signal before the first comma: the section does not load"));
     EXPECT_EQ(OfDevice("nDiMax=1\nD01=,V_L=110\n"),
-              One("2 W D01: dropped: it has no signal ahead of the first comma"));
+              One("2 W D01: dropped: it has no signal before the first comma"));
     EXPECT_EQ(
         OfDevice("nAnMax=1\nA01=Ua,V_L=110 E_G=L S_G=VT,more\n"),
         (QStringList{"2 W A01: 'Ua' is not 'equipment:signal'; write the channel's name as the recorder does",
-                     "2 W A01: what stands behind the second comma is ignored"}));
+                     "2 W A01: what follows the second comma is ignored"}));
     EXPECT_EQ(
         OfDevice("nAnMax=2\nA01=W:Ua,V_L=110 E_G=L S_G=VT\nA02=W:Ua,V_L=110 E_G=L S_G=VT\n"),
-        One(QString("3 W A02: 'W:Ua' stands in line %1 too: a record would have the channel twice; take one "
+        One(QString("3 W A02: 'W:Ua' is in line %1 too: a record would have the channel twice; take one "
                     "out")
                 .arg(FirstLine + 1)));
     EXPECT_EQ(
@@ -265,9 +263,9 @@ TEST_F(CheckOf, BaysAreChecked)
     EXPECT_EQ(OfDevice("nBayMax=1\nBAY01=W\n"),
               One("2 W BAY01: ignored: it has neither a text to show nor a second circuit"));
     EXPECT_EQ(OfDevice("nBayMax=2\nBAY01=W,ВЛ,WI\nBAY02=W,ВЛ 2\n"),
-              One(QString("3 W BAY02: ignored: the bay 'W' stands in line %1 already").arg(FirstLine + 1)));
+              One(QString("3 W BAY02: ignored: the bay 'W' is in line %1 already").arg(FirstLine + 1)));
     EXPECT_EQ(OfDevice("nBayMax=1\nBAY01=W,ВЛ,WI,more\n"),
-              One("2 W BAY01: what stands behind the third comma is ignored"));
+              One("2 W BAY01: what follows the third comma is ignored"));
     EXPECT_EQ(OfDevice("nBayMax=1\nBAY01=W,ВЛ %1\n").size(), 1);
 }
 
@@ -275,7 +273,7 @@ TEST_F(CheckOf, DictionaryAmongTheDefaultsIsIgnored)
 {
     const Findings findings = Of(Defaults().toUtf8() + "nAnMax=1\n[D]\n");
     ASSERT_FALSE(findings.empty());
-    EXPECT_EQ(findings[0].text, "ignored: 'nAnMax' belongs into the section of a device");
+    EXPECT_EQ(findings[0].text, "ignored: 'nAnMax' belongs in the section of a device");
 }
 
 TEST_F(CheckOf, RecordingIsComparedWithTheDictionary)
@@ -287,9 +285,8 @@ TEST_F(CheckOf, RecordingIsComparedWithTheDictionary)
     const QStringList texts =
         OfDevice("nAnMax=1\nA01=Нет:Ua,V_L=110 E_G=L S_G=VT\n", {path, directory.Path("none.ZU")});
     ASSERT_EQ(texts.size(), 4) << texts.join('\n').toStdString();
-    EXPECT_TRUE(texts[0].startsWith("0 W " + path +
-                                    ": the dictionary does not know 32 channels, which come behind "
-                                    "the others: "));
+    EXPECT_TRUE(texts[0].startsWith(
+        "0 W " + path + ": the dictionary does not know 32 channels, which come after the others: "));
     EXPECT_TRUE(texts[1].startsWith("0 W " + path + ": the dictionary does not know 64 channels"));
     EXPECT_TRUE(
         texts[2].startsWith("0 E " + directory.Path("none.ZU") + ": there is no such file; check the path"));

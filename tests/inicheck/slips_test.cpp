@@ -233,7 +233,7 @@ TEST(SlipTexts, ByteOrderMarkIsNoted)
 {
     EXPECT_EQ(
         TextsOf("\xEF\xBB\xBF" + DefaultsSection() + "[Device]\n").value(0),
-        QStringLiteral("1: the file begins with a byte order mark, which is skipped; save it without one "
+        QStringLiteral("1: the file starts with a byte order mark, which is skipped; save it without one "
                        "for other programs"));
 }
 

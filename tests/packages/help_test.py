@@ -18,7 +18,7 @@ import unittest
 OPTION = re.compile(r"^  (-[-\w]+(?:,-[-\w]+)*)")
 SUBCOMMAND = re.compile(r"^  ([a-z]+) ")
 
-# Completes the command line given in the arguments, its last word being typed; one answer a line.
+# Completes the command line given in the arguments, its last word being typed; one answer per line.
 COMPLETE = """
 source "$1"; shift
 compopt() { :; }

@@ -77,7 +77,7 @@ class Bench:
         return points
 
     def each(self, scenario, case, points, work):
-        """work(station, point) gives the findings of a point; several are worked on at once."""
+        """work(station, point) returns the findings of a point; several are worked on at once."""
         row = Row(scenario, case)
         started = time.monotonic()
 
@@ -98,7 +98,7 @@ class Bench:
 
 
 def fill(station, seed, *, points=40, chains=((1, 3), (2, 1))):
-    """Puts recordings (number, files) into the input of an empty station; gives the ledger that has them."""
+    """Puts recordings (number, files) into the input of an empty station; returns the ledger that has them."""
     ledger = books.Ledger(station)
     for number, files in chains:
         contents = recordings.chain(seed, number, files, points)

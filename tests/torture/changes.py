@@ -12,7 +12,7 @@ SECOND, THIRD = recordings.chain_name(FIRST, 1), recordings.chain_name(FIRST, 2)
 
 
 class Operator:
-    """Changes the input of a station and keeps the books of it. Its own files lie beside the directories."""
+    """Changes the input of a station and keeps the books of it. Its own files are beside the directories."""
 
     def __init__(self, station, ledger):
         self.station, self.ledger = station, ledger
@@ -106,7 +106,7 @@ def excuse(station, ledger):
 
 
 def _actions(bench, operator):
-    """What is done while the program stands still before a call."""
+    """What is done while the program is stopped before a call."""
     other = recordings.chain(bench.seed, 50, 3)
     whole = recordings.chain(bench.seed, 1, 3)
     return {
@@ -160,7 +160,7 @@ def exchange(bench):
 
 
 def forged(bench):
-    """Before each call of the program a file is rewritten and its time put back. Between the last look at a file and
+    """Before each call of the program a file is rewritten and its time put back. Between the last check of a file and
     the call that moves it aside nothing but reading it again can show that."""
     _at_each_call(bench, "forged", ["forge", "forge-continuation"], 10)
 

@@ -78,7 +78,7 @@ class Fakes(unittest.TestCase):
 
 
 class Ledger(unittest.TestCase):
-    """The books, on a tree made by hand."""
+    """The books, on a handmade tree."""
 
     def setUp(self):
         directory = tempfile.TemporaryDirectory()

@@ -1,4 +1,4 @@
-"""Programs that stand in for the real one in the tests of the torture: a right one, and the same with one sin each.
+"""Programs that stand in for the real one in the tests of the torture: a right one, and the same with one mistake each.
 
 They convert recordings into ASCII records with `convert --json` and `watch --once` of the same words.
 """

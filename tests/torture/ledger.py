@@ -68,7 +68,7 @@ class Out:
 
     def holds(self, entry):
         """Whether a record has all samples of a file in a row: of a first file, the record with its trigger. A
-        continuation goes with whatever first file lies beside it."""
+        continuation goes with whatever first file is beside it."""
         if entry.is_first():
             return any(_contains(record, entry.file, True) for record in self.of(entry.file))
         return any(_contains(record, entry.file, False) for record in self.records)
@@ -109,7 +109,7 @@ class Ledger:
     # What the operator does
 
     def put(self, path, content):
-        """A content now lies in the input under a path."""
+        """A content is now in the input under a path."""
         key = recordings.digest(content)
         self.entries[key] = Entry(path, content, recordings.read_file(content))
         self.current[path] = key

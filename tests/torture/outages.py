@@ -16,8 +16,8 @@ OPTIONS = ["--rescan", "0.05", "--retry-after", "0.05", "--attempts", "3"]
 
 
 class Away:
-    """The directory has another name. One that the program made anew in its place is moved out of the way: nobody
-    looks there, as nobody sees below a file system that is mounted again."""
+    """The directory has another name. One that the program made in its place is moved out of the way: nobody
+    searches there, as nobody sees below a file system that is mounted again."""
 
     def __init__(self, _station, path):
         self.path, self.elsewhere = path, path.with_name(path.name + ".away")
@@ -140,7 +140,7 @@ def _watch_through(bench, station, outage, what, user):
             child.send_signal(signal.SIGTERM)
         run = station.result(child)
     if what == "state" and ended == 1:
-        pass  # what cannot be remembered is not begun: the service is started again
+        pass  # what cannot be remembered is not started: the service is started again
     elif ended is not None:
         ledger.findings.add("stuck", f"the service ended with {ended}: {ledger.complaint(run)}")
     elif missing:
@@ -150,7 +150,7 @@ def _watch_through(bench, station, outage, what, user):
 
 
 def _wait(station, child, wanted):
-    """Waits until the recordings are converted; gives those that are not after a while."""
+    """Waits until the recordings are converted; returns those that are not after a while."""
     end = time.monotonic() + PATIENCE
     missing = list(wanted)
     while missing and time.monotonic() < end and child.poll() is None:

@@ -68,7 +68,7 @@ def kill(bench):
 
 
 def twice_killed(bench):
-    """A kill, and another one in the run that mends what the first one left."""
+    """A kill, and another one in the run that repairs what the first one left."""
     for case in bench.cases():
         count = sum(kind in benches.CHANGING for kind in _calls(bench, case))
         rng = bench.rng("twice", case)

@@ -221,7 +221,7 @@ def power_failure(bench):
             states = _record(bench, station, case)
             drawn = dict(bench.draw([(state[0], state) for state in states], 30, "power", case))
 
-            # Paths stand in the journal, so every state is rebuilt where it was recorded: one after the other.
+            # Paths are in the journal, so every state is rebuilt where it was recorded: one after the other.
             def work(_station, name, station=station, case=case, drawn=drawn):
                 return _after(bench, station, case, drawn[name])
 

@@ -1,4 +1,4 @@
-"""Recorder files: a builder, and a reader of other hands than the program's (plain samples alone)."""
+"""Recorder files: a builder, and a reader independent of the program's (plain samples only)."""
 import array
 import struct
 
@@ -57,7 +57,7 @@ def chain(seed, number, files=1, points=40, channels=2):
 
 
 def chain_name(first, n):
-    """The name of file n of the chain that begins with `first`."""
+    """The name of file n of the chain that starts with `first`."""
     return first if n == 0 else first[:-1] + EXTENSIONS[n]
 
 

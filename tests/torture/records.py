@@ -1,4 +1,4 @@
-"""COMTRADE records, read by other hands than the program's: CFG and DAT or one CFF, ASCII or binary."""
+"""COMTRADE records, read independently of the program: CFG and DAT or one CFF, ASCII or binary."""
 import array
 import calendar
 import re
@@ -88,7 +88,7 @@ def _binary(dat, analog, digital):
 
 
 def configurations(directory):
-    """The files below a directory that stand for a record each."""
+    """The files below a directory that each represent a record."""
     found = []
     for path in sorted(directory.rglob("*")):
         if path.suffix in (".cfg", ".cff") and path.is_file() and not hidden(path, directory):
@@ -97,5 +97,5 @@ def configurations(directory):
 
 
 def hidden(path, directory):
-    """Whether a path lies in a directory of the program's own."""
+    """Whether a path is in one of the program's own directories."""
     return any(part.startswith(".") for part in path.relative_to(directory).parts)

@@ -88,7 +88,7 @@ class Round:
         return self._for_a_while(signal.SIGTERM, self.rng.random() * 0.3, outage, what == "in")
 
     def _for_a_while(self, end, seconds, outage=None, alone=False):
-        """The program until a signal; a service, or a single run. alone: nobody else may look meanwhile."""
+        """The program until a signal; a service, or a single run. alone: nobody else may check meanwhile."""
         self.station.forget_texts()
         self.station.log.unlink(missing_ok=True)
         child = self.station.start(once=self.rng.random() < 0.3)

@@ -131,8 +131,8 @@ class Station:
         return environment
 
     def start(self, plan=None, kinds=None, data=False, once=True, prefix=(), user=None, only=None):
-        """The program, started; its texts come into a file each beside the directories. only: the paths that the
-        shim looks at."""
+        """The program, started; each kind of text goes to a file beside the directories. only: the paths that the
+        shim watches."""
         with open(self.root / "stdout", "ab") as out, open(self.root / "stderr", "ab") as err:
             return subprocess.Popen([*prefix, *self.command(once)], stdin=subprocess.DEVNULL, stdout=out, stderr=err,
                                     env=self.environment(plan, kinds, data, only), cwd=self.root, user=user)

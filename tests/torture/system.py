@@ -1,4 +1,4 @@
-"""What the standard library has no words for: mounts, a namespace of one's own, renames that exchange."""
+"""What the standard library lacks: mounts, private namespaces, renames that exchange."""
 import ctypes
 import os
 
@@ -16,7 +16,7 @@ def _check(result, path):
 
 
 def own_mounts():
-    """Takes the process into a mount namespace of its own; False if it may not."""
+    """Moves the process into a private mount namespace; False if that is not permitted."""
     if _LIBC.unshare(_CLONE_NEWNS) != 0:
         return False
     _check(_LIBC.mount(b"none", b"/", None, ctypes.c_ulong(_MS_REC | _MS_PRIVATE), None), "/")
@@ -34,7 +34,7 @@ def unmount(path):
 
 
 def cover_read_only(path):
-    """Covers a directory by a view of itself in which nothing can be written, until it is unmounted."""
+    """Covers a directory with a view of itself in which nothing can be written, until it is unmounted."""
     name = os.fsencode(path)
     _check(_LIBC.mount(name, name, None, ctypes.c_ulong(_MS_BIND), None), path)
     _check(_LIBC.mount(b"none", name, None, ctypes.c_ulong(_MS_REMOUNT | _MS_BIND | _MS_RDONLY), None), path)

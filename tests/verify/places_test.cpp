@@ -135,7 +135,7 @@ TEST(Places, LineOfTheReport)
     EXPECT_EQ(scene.VerdictWith("hdr", With(report, "\n" + QByteArray(58, '-') + "\n", "\n\n")),
               "'" + Name + ".hdr', line 9: the record says '', the recording '" + QString(58, '-') + "'");
     EXPECT_EQ(scene.VerdictWith("hdr", report + "\n"),
-              "'" + Name + ".hdr' goes on behind line 53, which should be its last");
+              "'" + Name + ".hdr' goes on after line 53, which should be its last");
 }
 
 TEST(Places, KeyOfTheInformation)

@@ -16,7 +16,7 @@ PATIENCE = 20  # seconds for what should take a fraction of one
 
 
 def until(condition, what):
-    """Waits for a condition and gives its value."""
+    """Waits for a condition and returns its value."""
     end = time.monotonic() + PATIENCE
     while True:
         value = condition()
@@ -28,7 +28,7 @@ def until(condition, what):
 
 
 class Driver(Service):
-    """The driver's process. Selenium looks for it every half second when it starts, and every second when it ends."""
+    """The driver's process. Selenium polls it every half second when it starts, and every second when it ends."""
 
     def is_connectable(self):
         return until(super().is_connectable, "chromedriver")
@@ -38,14 +38,14 @@ class Driver(Service):
 
 
 def path_of(program):
-    """Its path. Without one selenium would ask a program of its own, which asks the network."""
+    """Its path. Without one selenium would run a helper of its own, which uses the network."""
     path = shutil.which(program)
     assert path, program + " is not installed; run scripts/install-packages.sh view"
     return path
 
 
 class Browser:
-    """Starts when it is first asked for something."""
+    """Starts when it is first used."""
 
     def __init__(self, driver, chromium, width=1400, height=1000):
         self.programs = driver, chromium

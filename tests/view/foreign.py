@@ -1,4 +1,4 @@
-"""COMTRADE records as the devices of other makers write them, made for tests: all kinds of data, several rates, time
+"""COMTRADE records as devices of other vendors write them, made for tests: all kinds of data, several rates, time
 stamps instead of rates, missing samples, primary and secondary values."""
 import math
 import struct
@@ -70,7 +70,7 @@ class Foreign:
 
 
 def times(rates, count):
-    """Seconds of the samples from the first: the first sample of a rate stands one of its steps after the last one."""
+    """Seconds of the samples from the first: the first sample of a rate comes one of its steps after the last one."""
     at, result = 0.0, []
     for sample in range(count):
         hertz = next((rate for rate, last in rates if sample < last), rates[-1][0])

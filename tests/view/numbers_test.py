@@ -1,5 +1,5 @@
-"""The numbers that the page shows: held against a second computation, in records of many kinds, most of them such as
-other makers' devices write them."""
+"""The numbers that the page shows: compared with a second computation, in records of many kinds, most of them such as
+devices of other vendors write."""
 import cmath
 import math
 import random
@@ -139,7 +139,7 @@ class Cursors(unittest.TestCase):
         return Foreign(channels, rates=[(2400, len(read.codes[0]))])
 
     def _compare(self, record, cursors):
-        """Compares all that is read at the cursors; gives the readings of the second computation."""
+        """Compares all that is read at the cursors; returns the readings of the second computation."""
         all_found = []
         for sample, at in zip(cursors, browser.run(READ, cursors)):
             found = [Reading(record, channel, sample) for channel in record.channels]
@@ -285,7 +285,7 @@ class Rules(unittest.TestCase):
             browser.set_cursor(0, sample)
             self.assertEqual(text, self.row(0)[1], sample)
         browser.set_cursor(1, 260)
-        self.assertEqual(["Cursor 1: no RMS and no angle. The record begins less than a period before it.",
+        self.assertEqual(["Cursor 1: no RMS and no angle. The record starts less than a period before it.",
                           "Cursor 2: no RMS and no angle. The samples of the period before it are not evenly spaced in time."],
                          browser.texts("#why li"))
 

@@ -44,9 +44,9 @@ class Notices(unittest.TestCase):
     def test_a_trigger_outside_the_record(self):
         for trigger in (0.5, 30.0):
             said = show(self.record(trigger=trigger))
-            self.assertEqual("zucmtr: %s: the trigger time lies outside the record's samples; check the start time, the "
+            self.assertEqual("zucmtr: %s: the trigger time is outside the record's samples; check the start time, the "
                              "trigger time and the sampling rates in its configuration\n" % (folder / "own.cfg"), said)
-            self.assertEqual(["The trigger time, 2024-02-01 00:00:%09.6f, lies outside the record, which starts at "
+            self.assertEqual(["The trigger time, 2024-02-01 00:00:%09.6f, is outside the record, which starts at "
                               "2024-02-01 00:00:00.000000. Check both times and the sampling rates in the configuration."
                               % trigger], browser.texts("#notices p"))
             self.assertEqual([], browser.log("browser"))

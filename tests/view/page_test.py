@@ -277,7 +277,7 @@ class SamplePage(unittest.TestCase):
 
 
 class Program(unittest.TestCase):
-    """What the command does with files and options; no browser is asked."""
+    """What the command does with files and options; no browser is used."""
 
     recording = "Vostochnaya_000123.ZU"
 
@@ -353,7 +353,7 @@ class Program(unittest.TestCase):
 
     def test_pictures_are_written_and_alone_unless_a_page_is_named(self):
         zucmtr("view", record_path(), "--svg", folder / "o.svg", "--png", folder / "o.png")
-        # Qt parts a text where the script changes.
+        # Qt splits a text where the script changes.
         svg = "".join(piece.strip() for piece in xml.etree.ElementTree.parse(folder / "o.svg").getroot().itertext())
         for words in ("ПС Узловая", "макс_I = 6.03кА", "Пуск защит ВЛ 110 кВ Восточная"):
             self.assertTrue(words in svg, words)

@@ -36,7 +36,7 @@ class Pages(Browser):
         self.settle()
 
     def show(self, record, path, options=(), settings="lang=en&theme=light"):
-        """Writes a record as path.cfg and opens its page; gives what the program says on standard error."""
+        """Writes a record as path.cfg and opens its page; returns what the program prints on standard error."""
         configuration, page = path.with_suffix(".cfg"), path.with_suffix(".html")
         record.write(configuration)
         result = zucmtr("view", configuration, "-o", page, *options)

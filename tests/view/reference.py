@@ -1,4 +1,4 @@
-"""The numbers of the page once more, worked out in another way: by plain sums where a period is a whole number of
+"""The numbers of the page once more, computed in another way: by plain sums where a period is a whole number of
 samples, otherwise by orthogonal columns (Gram and Schmidt). Nothing is taken from the page's scripts."""
 import cmath
 import math

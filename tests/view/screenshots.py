@@ -1,4 +1,4 @@
-"""Makes the pictures of docs/images anew from the sample station.
+"""Makes the pictures of docs/images again from the sample station.
 
     screenshots.py ZUCMTR CHROMEDRIVER CHROMIUM DIRECTORY
 """

@@ -101,7 +101,7 @@ void Record::OpenContainer(const QString& path)
         if (!mark) {
             textBytes += line.size();
             if (section == nullptr)
-                Fail(path, Tr("comtrade", "does not begin with a section mark"));
+                Fail(path, Tr("comtrade", "does not start with a section mark"));
             if (textBytes > LargestText)
                 Fail(path, Tr("comtrade", "has texts that are too large for a record"));
             section->append(line);
@@ -111,7 +111,7 @@ void Record::OpenContainer(const QString& path)
             if (dataBytes < 0)
                 break; // ASCII data go to the end
             if (dataBytes > file.size() - file.pos())
-                Fail(path, Tr("comtrade", "holds %1 bytes of data where its mark tells %2")
+                Fail(path, Tr("comtrade", "holds %1 bytes of data where its mark says %2")
                                .arg(file.size() - file.pos())
                                .arg(dataBytes));
             file.seek(file.pos() + dataBytes);

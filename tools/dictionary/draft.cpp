@@ -17,7 +17,7 @@ QString Obstacle(const QString& name)
     if (name.trimmed().isEmpty())
         return Tr("dictionary", "it is empty");
     if (name != name.trimmed())
-        return Tr("dictionary", "it begins or ends with a blank");
+        return Tr("dictionary", "it starts or ends with a blank");
     for (const QChar character : name) {
         if (character == QLatin1Char(','))
             return Tr("dictionary", "it holds a comma");
@@ -120,7 +120,7 @@ void AddEntries(const Kind& kind, const std::vector<Signal>& channels, const Lev
     for (const Signal& signal : channels) {
         const QString obstacle = Obstacle(signal.name);
         if (!obstacle.isEmpty()) {
-            entries << QStringLiteral("; ") + Tr("dictionary", "[%1] cannot stand in the dictionary: %2")
+            entries << QStringLiteral("; ") + Tr("dictionary", "[%1] cannot be in the dictionary: %2")
                                                   .arg(Harmless(signal.name), obstacle);
         } else if (seen.contains(signal.name)) {
             entries << QStringLiteral("; ") +
@@ -151,7 +151,7 @@ void AddBays(const std::vector<Signal>& channels, QStringList& lines)
         lines << Number("BAY", i + 1) + QLatin1Char('=') + names[i] + QLatin1Char(',') + names[i] +
                      QStringLiteral(" ; ") +
                      Tr("dictionary",
-                        "guess: the text to show, and behind a comma the circuit of its voltages");
+                        "guess: the text to show, and after a comma the circuit of its voltages");
 }
 
 } // namespace

@@ -152,9 +152,9 @@ QString OtherKind(const QString& path, const QByteArray& beginning)
         return Tr("file", "the file is empty; was the copy interrupted?");
     const QString extension = RecordExtensionOf(beginning);
     if (!extension.isEmpty())
-        return Tr("file", "it is no recording: its content is a COMTRADE record's; give it the ending %1")
+        return Tr("file", "it is no recording: its content is a COMTRADE record's; give it the extension %1")
             .arg(extension);
-    return Tr("file", "it is no recording: it does not begin as a recorder's file does; give a recording's "
+    return Tr("file", "it is no recording: it does not start like a recorder's file; give a recording's "
                       "first file (.ZU)");
 }
 
@@ -218,7 +218,8 @@ QString NotARecord(const QString& path)
     if (beginning.isEmpty())
         return Tr("file", "the file is empty; was the copy interrupted?");
     if (beginning.size() >= qint64{sizeof ZuFileHeader::version} && IsRecordingsBeginning(beginning))
-        return Tr("file", "it is no COMTRADE record: its content is a recording's; give it the ending .ZU");
+        return Tr("file",
+                  "it is no COMTRADE record: its content is a recording's; give it the extension .ZU");
     return QString();
 }
 

@@ -36,7 +36,7 @@ const Meaning meanings[] = {
                        "the file ends before all the channels that its header promises; was the copy "
                        "interrupted?")},
     {"Ошибка формата файла [Ver]",
-     QT_TRANSLATE_NOOP("library", "it is no recording: it does not begin as a recorder's file does; give a "
+     QT_TRANSLATE_NOOP("library", "it is no recording: it does not start like a recorder's file; give a "
                                   "recording's first file (.ZU)")},
     {"Ошибка формата файла [не определить TextCodec]",
      QT_TRANSLATE_NOOP("library", "it is no recording: its title is not a recorder's in either code page")},

@@ -156,7 +156,7 @@ void AddStart(Description& description, ZuFileFormat& first, ZuCmtrDevParam& dev
         first.ParseComment(&device);
     } catch (const std::out_of_range&) {
         description.notes << Tr("info",
-                                "the start comment has two values where three belong: the library gives up "
+                                "the start comment has two values instead of three: the library gives up "
                                 "such a recording with an exception");
         return;
     }
@@ -226,7 +226,7 @@ void AddRemains(Description& description, const QString& path)
     ZuFileHeader header;
     if (file.read(reinterpret_cast<char*>(&header), sizeof header) != qint64{sizeof header}) {
         description.notes << Tr("info",
-                                "a recording begins with a header of %1 bytes; was the copy interrupted?")
+                                "a recording starts with a header of %1 bytes; was the copy interrupted?")
                                  .arg(sizeof header);
         return;
     }

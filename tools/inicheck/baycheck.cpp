@@ -23,20 +23,20 @@ void CheckBay(const IniLine& line, QHash<QString, int>& bays, Findings& findings
         return;
     }
     if (earlier != bays.constEnd()) {
-        findings.push_back(AboutEntry(line, Severity::Warning, reason::BayTwice,
-                                      Tr("check", "ignored: the bay '%1' stands in line %2 already")
-                                          .arg(name, QString::number(*earlier))));
+        findings.push_back(AboutEntry(
+            line, Severity::Warning, reason::BayTwice,
+            Tr("check", "ignored: the bay '%1' is in line %2 already").arg(name, QString::number(*earlier))));
         return;
     }
     bays.insert(name, line.number);
     if (fields.size() > 3)
         findings.push_back(AboutEntry(line, Severity::Warning, reason::ExtraFields,
-                                      Tr("check", "what stands behind the third comma is ignored")));
+                                      Tr("check", "what follows the third comma is ignored")));
     if (shown.isEmpty())
         findings.push_back(AboutEntry(
             line, Severity::Warning, reason::BayWithoutText,
-            Tr("check", "it has no text to show, so the INF file shows none for '%1'; give one behind the "
-                        "first comma")
+            Tr("check",
+               "it has no text to show, so the INF file shows none for '%1'; give one after the first comma")
                 .arg(name)));
     CheckRecordText(line.number, line.key, shown, findings);
 }

@@ -26,14 +26,14 @@ public:
         const QString name = fields[0].trimmed();
         if (name.isEmpty()) {
             Say(line, isAnalog ? Severity::Error : Severity::Warning, reason::NoSignal,
-                isAnalog ? Tr("check", "it has no signal ahead of the first comma: the section does not load")
-                         : Tr("check", "dropped: it has no signal ahead of the first comma"));
+                isAnalog ? Tr("check", "it has no signal before the first comma: the section does not load")
+                         : Tr("check", "dropped: it has no signal before the first comma"));
             return;
         }
         CheckName(line, name);
         if (fields.size() > 2)
             Say(line, Severity::Warning, reason::ExtraFields,
-                Tr("check", "what stands behind the second comma is ignored"));
+                Tr("check", "what follows the second comma is ignored"));
         if (fields.size() < 2)
             Say(line, Severity::Warning, reason::NoParameters,
                 Tr("check", "it has no parameters, so its channel stays unsorted; add '%1'")
@@ -58,7 +58,7 @@ private:
         const auto earlier = names.constFind(name);
         if (earlier != names.constEnd())
             Say(line, Severity::Warning, reason::SignalTwice,
-                Tr("check", "'%1' stands in line %2 too: a record would have the channel twice; take one out")
+                Tr("check", "'%1' is in line %2 too: a record would have the channel twice; take one out")
                     .arg(name, QString::number(*earlier)));
         else
             names.insert(name, line.number);

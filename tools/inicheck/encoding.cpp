@@ -59,7 +59,7 @@ Content ContentOf(const QByteArray& bytes, const char* codec)
     zu::IniLine line;
     while (zu::ReadIniLine(stream, line)) {
         content.hasSection |= line.kind == zu::IniLineKind::Section;
-        content.hasKnownKey |= KnownKeys().contains(line.key); // also ahead of the first section
+        content.hasKnownKey |= KnownKeys().contains(line.key); // also before the first section
     }
     return content;
 }
@@ -97,7 +97,7 @@ QString EncodingText(const Encoding& encoding)
 {
     const QString name = QLatin1String(encoding.name);
     if (encoding.isRecognised)
-        return Tr("check", "it is in %1, not in UTF-8; the converter reads it right because of its byte "
+        return Tr("check", "it is in %1, not in UTF-8; the converter reads it correctly because of its byte "
                            "order mark, but "
                            "other programs may not; rewrite it: iconv -f %1 -t UTF-8 old.ini > new.ini")
             .arg(name);

@@ -28,7 +28,7 @@ void CheckStrayDictionary(const IniLines& ini, const Question& question, Finding
         if (IsDictionaryKey(line->key))
             findings.push_back(
                 {line->number, Severity::Warning, reason::DictionaryInDefaults,
-                 Tr("check", "ignored: '%1' belongs into the section of a device").arg(line->key)});
+                 Tr("check", "ignored: '%1' belongs in the section of a device").arg(line->key)});
     }
 }
 

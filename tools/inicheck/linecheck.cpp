@@ -28,7 +28,7 @@ void CheckSection(const IniLines& ini, const IniLine& line, Findings& findings)
     if (first != line.number)
         findings.push_back(
             {line.number, Severity::Warning, reason::SectionTwice,
-             Tr("check", "section [%1] begins in line %2 already; both are one, and of equal keys the last "
+             Tr("check", "section [%1] starts in line %2 already; both are one, and of equal keys the last "
                          "counts: put them together")
                  .arg(line.section, QString::number(first))});
 }
@@ -37,11 +37,10 @@ void CheckEntry(const IniLines& ini, const IniLine& line, Findings& findings)
 {
     const IniLine* counting = ini.Find(line.section, line.key);
     if (counting != &line && !IsComment(line))
-        findings.push_back(
-            {line.number, Severity::Warning, reason::KeyTwice,
-             Tr("check", "ignored: '%1' stands in line %2 again, and the last one counts; take "
-                         "one of them out")
-                 .arg(line.key, QString::number(counting->number))});
+        findings.push_back({line.number, Severity::Warning, reason::KeyTwice,
+                            Tr("check", "ignored: '%1' is in line %2 again, and the last one counts; take "
+                                        "one of them out")
+                                .arg(line.key, QString::number(counting->number))});
     if (line.value.size() > 1 && line.value.startsWith(QLatin1Char('"')) &&
         line.value.endsWith(QLatin1Char('"')))
         findings.push_back(
@@ -56,8 +55,8 @@ void CheckStray(const IniLine& line, Findings& findings)
     const bool entry = line.kind == LineKind::Outside;
     findings.push_back(
         {line.number, Severity::Warning, entry ? reason::LineOutsideSection : reason::StrayLine,
-         entry ? Tr("check", "ignored: it stands ahead of the first section; move it into one")
-               : Tr("check", "ignored: it is neither a section nor 'key = value'; begin it with ';' if it is "
+         entry ? Tr("check", "ignored: it comes before the first section; move it into one")
+               : Tr("check", "ignored: it is neither a section nor 'key = value'; start it with ';' if it is "
                              "a comment")});
 }
 
@@ -67,7 +66,7 @@ void CheckLines(const IniLines& ini, Findings& findings)
 {
     if (ini.HasByteOrderMark())
         findings.push_back({1, Severity::Note, reason::ByteOrderMark,
-                            Tr("check", "the file begins with a byte order mark, which is skipped; save it "
+                            Tr("check", "the file starts with a byte order mark, which is skipped; save it "
                                         "without one for other programs")});
     if (ini.OtherEncoding())
         findings.push_back({1, Severity::Note, reason::ByteOrderMark, EncodingText(*ini.OtherEncoding())});

@@ -72,8 +72,7 @@ private:
         if (rule.onlyWhenRenaming && !IsOn(renameKey)) {
             if (line != nullptr)
                 Say(line->number, Severity::Note, reason::NotAskedFor,
-                    Tr("check", "'%1' is not asked for while '%2' is 0")
-                        .arg(key, QString::fromUtf8(renameKey)));
+                    Tr("check", "'%1' is not read while '%2' is 0").arg(key, QString::fromUtf8(renameKey)));
             return;
         }
         const Reading reading = line == nullptr ? Reading::Absent : ReadingOf(rule, line->value);

@@ -44,12 +44,12 @@ public:
             findings.push_back({signal.value(), Severity::Warning, reason::ChannelMissing,
                                 Tr("check", "%1 has no channel '%2'").arg(path, signal.key())});
         if (!unknown.isEmpty())
-            findings.push_back({0, Severity::Warning, reason::ChannelsUnknown,
-                                Tr("check", "%1: the dictionary does not know %2 channels, which come behind "
-                                            "the others: %3")
-                                    .arg(path)
-                                    .arg(unknown.size())
-                                    .arg(unknown.join(QLatin1String(", ")))});
+            findings.push_back(
+                {0, Severity::Warning, reason::ChannelsUnknown,
+                 Tr("check", "%1: the dictionary does not know %2 channels, which come after the others: %3")
+                     .arg(path)
+                     .arg(unknown.size())
+                     .arg(unknown.join(QLatin1String(", ")))});
     }
 
 private:

@@ -35,7 +35,7 @@ uint16_t UsableBlockSize(const std::vector<int16_t>& samples, uint16_t blockSamp
     return static_cast<uint16_t>(std::clamp<size_t>(blockSamples, 1, atMost));
 }
 
-// The items of the block that begins at `start`, as many as there are samples.
+// The items of the block that starts at `start`, as many as there are samples.
 std::vector<int16_t> BlockItems(const std::vector<int16_t>& samples, size_t start, uint16_t blockSamples)
 {
     const size_t end = std::min(samples.size(), start + blockSamples);

@@ -1,4 +1,4 @@
-// What the configuration must say about each channel, worked out from the recording.
+// What the configuration must say about each channel, computed from the recording.
 #pragma once
 
 #include <QString>

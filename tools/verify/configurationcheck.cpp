@@ -51,7 +51,7 @@ public:
     void End() const
     {
         if (position != bytes.size())
-            throw Mismatch(Tr("verify", "'%1' goes on behind line %2, which should be its last")
+            throw Mismatch(Tr("verify", "'%1' goes on after line %2, which should be its last")
                                .arg(fileName)
                                .arg(number));
     }

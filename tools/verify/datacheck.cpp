@@ -43,7 +43,7 @@ public:
             last = walk.Number();
         }
         if (record.Next(row))
-            throw Mismatch(Tr("verify", "'%1' goes on behind record %2, with which the recording ends")
+            throw Mismatch(Tr("verify", "'%1' goes on after record %2, with which the recording ends")
                                .arg(fileName)
                                .arg(last));
     }

@@ -17,7 +17,7 @@ enum class RecordState {
     Same,       // the record verifies as it stands
     Own,        // this recording's: made with other settings, of fewer of its files, or damaged
     Unfinished, // this recording's as far as it goes: without a configuration, or without all of its data
-    Longer,     // begins as this recording does and goes on: files of the recording are missing
+    Longer,     // starts like this recording and goes on: files of the recording are missing
     Foreign     // another recording's, or unreadable
 };
 

@@ -55,7 +55,7 @@ void TextWalk::End() const
 {
     if (position != bytes.size())
         throw Mismatch(
-            Tr("verify", "'%1' goes on behind line %2, which should be its last").arg(fileName).arg(line));
+            Tr("verify", "'%1' goes on after line %2, which should be its last").arg(fileName).arg(line));
 }
 
 } // namespace verify

@@ -84,7 +84,7 @@ void Describe(CLI::App& app, Action& chosen, const char* program)
     values::RefuseEmpty(app);
     AddHelpCommand(app, chosen);
     // Set after the commands were added, which would inherit it.
-    app.footer(HelpText("main", "'zucmtr help COMMAND' tells more about a command. To try the program:\n"
+    app.footer(HelpText("main", "'zucmtr help COMMAND' says more about a command. To try the program:\n"
                                 "\n"
                                 "  zucmtr sample --out station\n"
                                 "  zucmtr convert --out station/comtrade --make-out station"));

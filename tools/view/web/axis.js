@@ -46,7 +46,7 @@
       return at + (sample - from) * step;
     }
 
-    // First sample that is not ahead of the time; count if there is none.
+    // First sample that is not before the time; count if there is none.
     firstFrom(time) {
       if (this.stamps) return this.search(time);
       let piece = this.pieces[0];

@@ -69,7 +69,7 @@
   };
 
   view.AnalogChannel = class {
-    // encoded: gives the samples in base64, as 16-bit codes or (json.wide) in single precision
+    // encoded: returns the samples in base64, as 16-bit codes or (json.wide) in single precision
     constructor(json, index, encoded) {
       Object.assign(this, json);
       this.index = index;

@@ -180,13 +180,13 @@
       this.frame.zoom(factor, inside ? time : (this.frame.from + this.frame.to) / 2);
     }
 
-    // Three periods ahead of the trigger and what follows on it.
+    // Three periods before the trigger and what follows it.
     showFault() {
       const period = this.periods.milliseconds;
       this.frame.show(-3 * period, 9 * period);
     }
 
-    // At first they stand one period after the trigger, so that the first one shows the beginning of the fault, and three.
+    // At first they are one period after the trigger, so that the first one shows the start of the fault, and three.
     placeAtTrigger() {
       const { axis } = this.frame;
       const trigger = axis.timeOf(axis.sampleAt(0)); // the nearest sample, where the record is elsewhere

@@ -33,8 +33,8 @@
       this.buildStrips();
       this.navigator = new view.Navigator(byId('navigator'), this.navigatorChannels(), this.frame);
       this.listen();
-      this.setLanguage(wish('lang') || ((navigator.language || '').startsWith('ru') ? 'ru' : 'en'));
-      this.setTheme(wish('theme') || (matchMedia('(prefers-color-scheme: dark)').matches ? 'dark' : 'light'));
+      this.setLanguage(setting('lang') || ((navigator.language || '').startsWith('ru') ? 'ru' : 'en'));
+      this.setTheme(setting('theme') || (matchMedia('(prefers-color-scheme: dark)').matches ? 'dark' : 'light'));
       this.cursors.placeAtTrigger();
       if (this.frame.start <= 0 && this.frame.end >= 0) this.cursors.showFault();
       else this.frame.showAll();
@@ -196,7 +196,7 @@
       for (const part of ['strips', 'tracks', 'ruler', 'navigator', 'lines', 'values']) this.request(part);
     }
 
-    // Draws a part with the next frame of the screen, once however often it is asked for.
+    // Draws a part with the next frame of the screen, once, however often it is requested.
     request(part) {
       if (this.pending.size === 0) requestAnimationFrame(() => this.drawPending());
       this.pending.add(part);
@@ -280,8 +280,8 @@
     return text;
   }
 
-  // A wish behind the page's address, as page.html#lang=ru&theme=dark.
-  function wish(name) {
+  // A setting after the page's address, as in page.html#lang=ru&theme=dark.
+  function setting(name) {
     return new URLSearchParams(location.hash.slice(1)).get(name);
   }
 

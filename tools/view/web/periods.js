@@ -1,7 +1,7 @@
 // The period of the mains before a cursor, and what the samples in it come to.
 //
-// A rate r and a line frequency f give N = r / f samples a period, seldom a whole number in records of every kind.
-// The window is the n samples before the cursor, n being N rounded. Sample k of it stands at the angle
+// A rate r and a line frequency f give N = r / f samples per period, which is rarely a whole number.
+// The window is the n samples before the cursor, n being N rounded. Sample k of it is at the angle
 // 2π (k - n) / N, so that the cursor has 0. The sum of a constant and of the sines and cosines of the first harmonics that is
 // nearest to the samples (least squares) gives the mean, as its constant, and the fundamental. Where N is whole these
 // are the plain mean and the full-cycle Fourier transform; where it is not, they are still exact for whatever repeats with
@@ -9,7 +9,7 @@
 (function (view) {
   'use strict';
 
-  const fewest = 3;   // samples that tell a constant and a sine
+  const fewest = 3;   // samples that determine a constant and a sine
   const highest = 20; // harmonic of the sum
   const mostKnown = 8; // weights that are kept
 
@@ -77,12 +77,12 @@
       const step = count > 0 ? (axis.timeOf(sample) - axis.timeOf(from)) / count : 0;
       if (axis.timeOf(0) > start + step / 2 + axis.resolution) return { reason: 'whyBeginning', count };
       if (count < fewest) return { reason: 'whySlow' };
-      const isWhole = Math.abs(axis.timeOf(from) - start) <= step / 2 + axis.resolution; // no gap where it begins
+      const isWhole = Math.abs(axis.timeOf(from) - start) <= step / 2 + axis.resolution; // no gap where it starts
       if (!isWhole || !axis.isEven(from, sample, step)) return { reason: 'whyUneven' };
       return { from, count, perPeriod: this.milliseconds / step };
     }
 
-    // The sample a period after another one (direction 1) or ahead of it (-1), at least one sample away.
+    // The sample a period after another one (direction 1) or before it (-1), at least one sample away.
     moved(sample, direction) {
       const target = this.axis.sampleAt(this.axis.timeOf(sample) + direction * this.milliseconds);
       return target === sample ? sample + direction : target;

@@ -70,7 +70,7 @@
     element('text', { x: place.x.toFixed(1), y: place.y.toFixed(1) }, group).textContent = row.name;
   }
 
-  // Voltages fill the circle, currents two thirds of it: each quantity has a scale of its own.
+  // Voltages fill the circle, currents two thirds of it: each quantity has its own scale.
   function diagram(rows, turn) {
     const size = radius + 32;
     const svg = element('svg', { viewBox: `${-size} ${-size} ${2 * size} ${2 * size}`, class: 'diagram', role: 'img' });

@@ -1,7 +1,7 @@
 // RMS values, phasors and symmetrical components of the period before a cursor: full-cycle Fourier.
 //
 // An angle is that of the fundamental at the cursor, in degrees: a sine that rises through zero there has 0 (the same
-// as one that does so at the beginning of the period).
+// as one that does so at the start of the period).
 (function (view) {
   'use strict';
 

@@ -1,12 +1,12 @@
 // The numbers of the fault report, as it calculates them: the RMS of the codes, scaled afterwards, so that an offset is
 // added to it; the angle from the place of the largest sample, in steps of 360° by the number of samples; sequences from
-// phases shifted by thirds of a period. At the trigger, and ten periods ahead of it, they are those that it prints.
+// phases shifted by thirds of a period. At the trigger, and ten periods before it, they are those that it prints.
 (function (view) {
   'use strict';
 
   const none = { module: NaN, angle: NaN };
 
-  // {from, count}: the period before a sample; near the beginning of the record the first one. Or {reason}.
+  // {from, count}: the period before a sample; near the start of the record the first one. Or {reason}.
   function periodOf(periods, sample) {
     const period = periods.before(sample);
     const { count, reason } = period;
@@ -23,7 +23,7 @@
   const scaled = (channel, sample) =>
     Math.fround(Math.fround(channel.codes[sample] * Math.fround(channel.a)) + Math.fround(channel.b));
 
-  // Of a quantity over one period: part(i) gives its i-th sample. The first sample is the largest unless another one is larger
+  // Of a quantity over one period: part(i) returns its i-th sample. The first sample is the largest unless another one is larger
   // than `largest`, at the least.
   function ofParts(count, largest, part) {
     let squares = 0;

@@ -76,7 +76,7 @@
     else points.push(x, b, x, a);
   }
 
-  // With a gap where y is no number. A run begins with a short stroke, so that one of a single sample is seen.
+  // With a gap where y is no number. A run starts with a short stroke, so that one of a single sample is seen.
   view.strokeTrace = function (context, points) {
     const half = 0.6;
     let broken = true;
@@ -97,7 +97,7 @@
     context.fillStyle = color;
     context.lineWidth = 1.25;
     context.lineJoin = 'round';
-    context.globalAlpha = isDense ? 0.7 : 1; // what lies under a filled band shows through
+    context.globalAlpha = isDense ? 0.7 : 1; // what is under a filled band shows through
     view.strokeTrace(context, points);
     context.globalAlpha = 1;
     if (points.length > width / 4) return;
@@ -223,7 +223,7 @@
 
   view.tick = (value) => (Math.abs(value) < 1e-9 ? '0' : String(Number(value.toPrecision(6))).replace('-', '−'));
 
-  // The name without that of the circuit, which stands over the strips.
+  // The name without that of the circuit, which is above the strips.
   view.shortName = function (channel) {
     const rest = channel.circuit ? channel.name.replace(channel.circuit, '').replace(/^[\s:,]+|[\s:,]+$/g, '') : '';
     return rest || channel.name;

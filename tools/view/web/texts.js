@@ -1,4 +1,4 @@
-// What the page says, in English and Russian. Texts of the record are not here: they are shown as they stand.
+// What the page says, in English and Russian. Texts of the record are not here: they are shown unchanged.
 (function (view) {
   'use strict';
 
@@ -6,7 +6,7 @@
     en: {
       oscillogram: 'Oscillogram', report: 'Fault report', channels: 'Channels', record: 'Record',
       theme: 'Theme', print: 'Print', whole: 'Whole', toTrigger: 'Trigger',
-      wholeHint: 'Show the whole record (Home)', triggerHint: 'Show the fault: from three periods ahead of the trigger (T)',
+      wholeHint: 'Show the whole record (Home)', triggerHint: 'Show the fault: from three periods before the trigger (T)',
       zoomInHint: 'Zoom in (+)', zoomOutHint: 'Zoom out (−)',
       together: 'By quantity', apart: 'By channel',
       togetherHint: 'Voltages and currents of a circuit in one strip each', apartHint: 'One strip per channel',
@@ -15,12 +15,12 @@
       unchanged: 'without changes: {0}', noChanges: 'No discrete channel changes.',
       valueHint: 'Value at the cursor', rmsHint: 'RMS of the values in the period before the cursor',
       angleHint: 'Angle of the fundamental at the cursor, or (=) the direct component where that is larger',
-      why: 'Cursor {0}: no RMS and no angle. {1}', whyBeginning: 'The record begins less than a period before it.',
+      why: 'Cursor {0}: no RMS and no angle. {1}', whyBeginning: 'The record starts less than a period before it.',
       whyRates: 'The sampling rate changes within the period before it.',
       whyUneven: 'The samples of the period before it are not evenly spaced in time.',
       whySlow: 'The record has fewer than three samples in a period.', whyMissing: 'Samples are missing in the period before it: {0}.',
       otherCount: 'The configuration of the record announces {0} samples, the data have {1}.',
-      triggerOutside: 'The trigger time, {0}, lies outside the record, which starts at {1}. Check both times and the sampling rates in the configuration.',
+      triggerOutside: 'The trigger time, {0}, is outside the record, which starts at {1}. Check both times and the sampling rates in the configuration.',
       missing: 'Missing analog values: {0} (channels: {1}). The traces have gaps there, and a period with a gap has no RMS and no angle.',
       assumed: 'not in the configuration, {0} assumed',
       circuit: 'Circuit', cursor: 'Cursor', method: 'Method', methodReport: 'as in the report', methodFourier: 'full-cycle Fourier',

@@ -4,7 +4,7 @@
 
   const rowHeight = 20;
 
-  // Spans [from, to] in pixels in which the state is 1; what lies in one pixel is one span, so that their number is
+  // Spans [from, to] in pixels in which the state is 1; what is in one pixel is one span, so that their number is
   // bounded by the width.
   view.trackSpans = function (channel, frame, area) {
     const axis = frame.axis;
@@ -110,7 +110,7 @@
     }
   };
 
-  // Sizes a canvas for the screen's pixels and gives its cleared context in CSS pixels.
+  // Sizes a canvas for the screen's pixels and returns its cleared context in CSS pixels.
   view.prepareCanvas = function (canvas, width, height) {
     const ratio = globalThis.devicePixelRatio || 1;
     canvas.width = Math.round(width * ratio);

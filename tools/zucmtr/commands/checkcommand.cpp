@@ -153,7 +153,8 @@ void AddCheckCommand(CLI::App& app, Action& chosen)
         {HelpText("check", "The recorders' ini file. Default: ZuDrv.ini beside the recordings, else in the "
                            "current directory"),
          HelpText("check", "Section of the ini file for a recorder. Default: all of them")});
-    command->add_flag("--json", options->json, HelpText("check", "One JSON object a finding, for programs"));
+    command->add_flag("--json", options->json,
+                      HelpText("check", "One JSON object per finding, for programs"));
     AddMemoryOption(*command, options->maxMemory);
     command
         ->add_option("FILE", options->files,
@@ -163,7 +164,7 @@ void AddCheckCommand(CLI::App& app, Action& chosen)
         ->type_name("");
     command->footer(HelpText(
         "check",
-        "Tells by lines what the converter ignores, takes from the defaults, drops or refuses, and what "
+        "Lists by line what the converter ignores, takes from the defaults, drops or refuses, and what "
         "makes\n"
         "records that no program opens. An error is a section that does not load or a record that no "
         "program\n"

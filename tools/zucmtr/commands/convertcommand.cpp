@@ -124,7 +124,7 @@ void ReportNotStarted(size_t recordings)
 {
     if (recordings > 0)
         Complain(Tr("convert", "the run ends here, since there is no room left on the disk: recordings not "
-                               "begun: %1; make room, then give the same command again")
+                               "started: %1; make room, then give the same command again")
                      .arg(recordings));
 }
 
@@ -224,8 +224,9 @@ void AddOutputOptions(CLI::App& command, ConvertOptions& options)
 void AddRunOptions(CLI::App& command, ConvertOptions& options)
 {
     command.add_flag("-r,--recursive", options.recursive,
-                     HelpText("convert", "Look for recordings in the directories below the given ones, too; "
-                                         "their records go to directories of the same names below --out"));
+                     HelpText("convert",
+                              "Search for recordings in the directories below the given ones, too; "
+                              "their records go to directories of the same names below --out"));
     command.add_flag("--flat", options.flat,
                      HelpText("convert", "Put all records into the directory of --out itself"));
     command
@@ -241,11 +242,11 @@ void AddRunOptions(CLI::App& command, ConvertOptions& options)
                 HelpText("convert", "Go on with the other recordings after one that failed (the default)"));
     command
         .add_flag("--fail-fast", options.failFast,
-                  HelpText("convert", "Begin no recording after one that failed"))
+                  HelpText("convert", "Start no recording after one that failed"))
         ->excludes(goOn);
     command.add_flag("--dry-run", options.dryRun,
                      HelpText("convert",
-                              "Read the recordings and tell what would be converted into which records; "
+                              "Read the recordings and report what would be converted into which records; "
                               "write nothing"));
 }
 
@@ -253,7 +254,7 @@ void AddSafetyOptions(CLI::App& command, ConvertOptions& options)
 {
     AddWorkOptions(command, options.work);
     command.add_flag("--again", options.again,
-                     HelpText("convert", "Convert also where the record is there already and is right"));
+                     HelpText("convert", "Convert even if the right record is there already"));
     command.add_flag("--replace", options.replace,
                      HelpText("convert", "Replace the record of another recording that has the same name"));
     CLI::Option* sync = command.add_flag(
@@ -272,9 +273,9 @@ void AddSafetyOptions(CLI::App& command, ConvertOptions& options)
 
 void AddReportOptions(CLI::App& command, ConvertOptions& options)
 {
-    command.add_flag("-q,--quiet", options.quiet, HelpText("convert", "Tell failures and warnings alone"));
+    command.add_flag("-q,--quiet", options.quiet, HelpText("convert", "Report only failures and warnings"));
     command.add_flag("--json", options.json,
-                     HelpText("convert", "Tell each recording as one JSON object on standard output"));
+                     HelpText("convert", "Report each recording as one JSON object on standard output"));
 }
 
 std::string Footer()
@@ -283,9 +284,9 @@ std::string Footer()
                     "A recording is a first file (.ZU or .zu) with its continuation files (.Z01 ... .Z0f) "
                     "beside it; give the\n"
                     "first file or the directory, the others are found. For each recording one line on "
-                    "standard output tells\n"
+                    "standard output has\n"
                     "the record's name and the notes on it; failures and the summary go to standard error.\n"
-                    "Ctrl-C ends after the recordings at hand, a second Ctrl-C at once.\n"
+                    "Ctrl-C ends after the current recordings, a second Ctrl-C at once.\n"
                     "\n"
                     "Exit code: 0 all recordings converted, 1 at least one failed, 2 wrong usage or "
                     "configuration, 130 ended\n"

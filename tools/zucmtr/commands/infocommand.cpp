@@ -68,7 +68,7 @@ int RunInfo(const InfoOptions& options)
 void AddInfoCommand(CLI::App& app, Action& chosen)
 {
     CLI::App* command =
-        app.add_subcommand("info", HelpText("info", "Tell what is in recordings and COMTRADE records"));
+        app.add_subcommand("info", HelpText("info", "Show what is in recordings and COMTRADE records"));
     const auto options = std::make_shared<InfoOptions>();
     command->add_flag("--json", options->json, HelpText("info", "One JSON object a file, for programs"));
     command->add_flag("--no-channels", options->withoutChannels,
@@ -83,7 +83,7 @@ void AddInfoCommand(CLI::App& app, Action& chosen)
     command->footer(HelpText(
         "info", "Of a recording: its times with zone, duration, rate, the segments found and why the chain\n"
                 "ends, the start comment as stored and as understood, the channels. Of a record: what its\n"
-                "configuration tells, and whether all its data are there.\n"
+                "configuration says, and whether all its data are there.\n"
                 "\n"
                 "Exit code: 0 all files are good, 1 something is wrong with at least one, 2 wrong usage.\n"
                 "\n"

@@ -64,8 +64,9 @@ void CheckLength(const station::StationOptions& options)
     const double samples = points * std::max(1, options.analogChannels) * options.segments;
     if (points > pointsLimit || samples > samplesLimit)
         throw ConfigurationError(
-            Tr("sample", "the recordings would have %1 samples a channel and segment, %2 in all; at most %3 "
-                         "and %4 are made: lower --rate, --seconds, --segments or --analog")
+            Tr("sample",
+               "the recordings would have %1 samples per channel and segment, %2 in all; at most %3 "
+               "and %4 are made: lower --rate, --seconds, --segments or --analog")
                 .arg(points, 0, 'f', 0)
                 .arg(samples, 0, 'f', 0)
                 .arg(pointsLimit, 0, 'f', 0)

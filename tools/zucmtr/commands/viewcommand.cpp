@@ -70,9 +70,8 @@ void ComplainOfRecord(const QString& file, const view::Held& held)
         Complain(Tr("view", "%1: the configuration announces %2 samples, the data have %3")
                      .arg(file, QString::number(held.announced), QString::number(held.total)));
     if (!held.hasTrigger)
-        Complain(Tr("view",
-                    "%1: the trigger time lies outside the record's samples; check the start time, the "
-                    "trigger time and the sampling rates in its configuration")
+        Complain(Tr("view", "%1: the trigger time is outside the record's samples; check the start time, the "
+                            "trigger time and the sampling rates in its configuration")
                      .arg(file));
     if (held.missing > 0)
         Complain(Tr("view", "%1: missing analog values: %2 (channels: %3); the traces have gaps there, and a "
@@ -135,8 +134,9 @@ int RunView(const ViewOptions& options)
 void AddOutputOptions(CLI::App& command, ViewOptions& options)
 {
     command
-        .add_option("-o,--out", options.page,
-                    HelpText("view", "The page; - is standard output. Default: FILE with the ending .html"))
+        .add_option(
+            "-o,--out", options.page,
+            HelpText("view", "The page; - is standard output. Default: FILE with the extension .html"))
         ->type_name("FILE");
     command
         .add_option("--svg", options.svg,
@@ -149,7 +149,7 @@ void AddOutputOptions(CLI::App& command, ViewOptions& options)
         command
             .add_option(
                 "--window", options.window,
-                HelpText("view", "Hold this many seconds around the trigger, a third of them ahead of it"))
+                HelpText("view", "Hold this many seconds around the trigger, a third of them before it"))
             ->check(values::Number(0.001, 1e6))
             ->type_name("SECONDS");
     command

@@ -166,7 +166,7 @@ void AddWatchOptions(CLI::App& command, WatchOptions& options)
     command.add_flag("--flat", options.flat,
                      HelpText("watch", "Put all records into the directory of --out itself"));
     command.add_flag("--once", options.once,
-                     HelpText("watch", "Convert what is there and end: for cron, say"));
+                     HelpText("watch", "Convert what is there and end, for example for cron"));
     command
         .add_option("--state", options.state,
                     HelpText("watch",
@@ -175,9 +175,8 @@ void AddWatchOptions(CLI::App& command, WatchOptions& options)
         ->type_name("FILE");
     command
         .add_option("--rescan", options.rescan,
-                    HelpText("watch",
-                             "Seconds after which the directories are looked through in any case, as "
-                             "network file systems tell nothing. Default: 30"))
+                    HelpText("watch", "Seconds after which the directories are scanned in any case, as "
+                                      "network file systems report nothing. Default: 30"))
         ->check(values::Number(0.01, 86400))
         ->type_name("SECONDS")
         ->default_str("");
@@ -198,7 +197,7 @@ void AddWatchOptions(CLI::App& command, WatchOptions& options)
         ->type_name("N")
         ->default_str("");
     command.add_flag("--retry-given-up", options.retryGivenUp,
-                     HelpText("watch", "Begin with trying those again that were given up"));
+                     HelpText("watch", "Start by trying again those that were given up"));
 }
 
 } // namespace
@@ -223,7 +222,7 @@ void AddWatchCommand(CLI::App& app, Action& chosen)
         "A recording counts as complete when none of its files has changed for the time that the ini file\n"
         "gives as 'Время ожидания'. Each event is one JSON object and line on standard output. What is\n"
         "converted is remembered on the disk, so that a restart neither converts twice nor forgets. SIGTERM\n"
-        "and Ctrl-C end after the recording at hand.\n"
+        "and Ctrl-C end after the current recording.\n"
         "\n"
         "Exit code: 0 ended by a signal, or with --once all recordings converted; 1 a recording failed or a\n"
         "directory could not be read with --once, or the program could not start now: a directory is "

@@ -150,7 +150,7 @@ void ArchiveCopies::CheckDirectory() const
     if (systemfile::Identify(directory, there) == 0 &&
         systemfile::Identify(QFileInfo(file).path(), here) == 0 && there.IsSameFile(here))
         throw Error(Trouble::Conflict,
-                    Tr("sources", "'%1' lies in the archive already; give another --archive").arg(file));
+                    Tr("sources", "'%1' is already in the archive; give another --archive").arg(file));
 }
 
 void ArchiveCopies::CheckTarget(size_t number)

@@ -48,7 +48,7 @@ QString UndeletedText(const QString& path, int error)
 
 [[noreturn]] void ThrowUnseen(const QString& path, int error)
 {
-    ThrowChanged(Tr("sources", "'%1' could not be looked at again: %2").arg(path, SystemText(error)));
+    ThrowChanged(Tr("sources", "'%1' could not be checked again: %2").arg(path, SystemText(error)));
 }
 
 // "rec.ZU" and its continuations as "rec-2.ZU" and so on.
@@ -249,7 +249,7 @@ void AsideFiles::Move()
     for (size_t number = 0; number < files.size(); ++number)
         MoveOne(number);
     for (size_t number = 0; number < files.size(); ++number)
-        Look(number);
+        Check(number);
     const QString arrived = chain.Arrived();
     if (!arrived.isEmpty())
         ThrowChanged(Tr("sources", "'%1' came after the recording was read").arg(arrived));
@@ -274,7 +274,7 @@ void AsideFiles::MoveOne(size_t number)
     file.aside = path;
 }
 
-void AsideFiles::Look(size_t number)
+void AsideFiles::Check(size_t number)
 {
     const AsideFile& file = files[number];
     const Lease lease = TakeLease(chain.Descriptor(number));

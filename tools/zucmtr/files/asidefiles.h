@@ -59,7 +59,7 @@ public:
 
 private:
     void MoveOne(size_t number);
-    void Look(size_t number);
+    void Check(size_t number);
 
     const ChainFiles& chain;
     const QString token;

@@ -223,7 +223,7 @@ bool ChainFiles::IsUnchanged(size_t number, QString& what) const
     if (error != 0)
         what = KindOf(error) == Unreadable::Kind::Gone
                    ? Tr("sources", "'%1' is gone since it was read").arg(path)
-                   : Tr("sources", "'%1' could not be looked at again: %2").arg(path, SystemText(error));
+                   : Tr("sources", "'%1' could not be checked again: %2").arg(path, SystemText(error));
     else if (!target.IsSameFile(file.file) || !name.IsSameFile(file.name))
         what = Tr("sources", "'%1' is another file than the one that was read").arg(path);
     else if (!same)

@@ -133,9 +133,8 @@ private:
         if (paths.isEmpty())
             PassOver(directory, recursive
                                     ? Tr("recordings", "there is no recording (.ZU) in this directory")
-                                    : Tr("recordings",
-                                         "there is no recording (.ZU) in this directory; --recursive looks "
-                                         "into the directories below it, too"));
+                                    : Tr("recordings", "there is no recording (.ZU) in this directory; "
+                                                       "--recursive searches the directories below it, too"));
         const QDir top(Normalised(directory));
         for (const QString& path : paths) {
             const QString below = QFileInfo(top.relativeFilePath(Normalised(path))).path();

@@ -110,7 +110,7 @@ void BatchReport::Summarise(double seconds) const
     add(present, Tr("batch", "%1 there already"));
     add(planned, Tr("batch", "%1 to convert"));
     add(failed, Tr("batch", "%1 failed"));
-    add(total - converted - present - planned - failed, Tr("batch", "%1 not begun"));
+    add(total - converted - present - planned - failed, Tr("batch", "%1 not started"));
     Complain(
         Tr("batch", "%1 recordings: %2; %3 s")
             .arg(QString::number(total), parts.join(QLatin1String(", ")), QString::number(seconds, 'f', 2)));

@@ -318,13 +318,12 @@ bool Worker::MayReplace(BatchItem& item, const verify::Presence& presence) const
         return true;
     Name(item, presence.examined.recordName);
     if (isLonger)
-        item.Fail(
-            reason::LongerRecordPresent,
-            Tr("worker",
-               "not converted: '%1' is there already and is longer: it begins as this recording does and "
-               "goes on after its end, so continuation files of the recording are missing; bring them "
-               "back beside '%2', or replace the record by this shorter one with --replace")
-                .arg(item.files.first(), item.recording.path));
+        item.Fail(reason::LongerRecordPresent,
+                  Tr("worker",
+                     "not converted: '%1' is there already and is longer: it starts like this recording and "
+                     "goes on after its end, so continuation files of the recording are missing; bring them "
+                     "back beside '%2', or replace the record by this shorter one with --replace")
+                      .arg(item.files.first(), item.recording.path));
     else
         item.Fail(
             reason::OtherRecordPresent,

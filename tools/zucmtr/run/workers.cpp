@@ -62,9 +62,8 @@ void CheckRecordsCanBeRight(const DeviceChoice& choice, const WorkOrder& order)
 {
     if (!order.verify || inicheck::SpoilsEveryRecord(choice.ini, choice.defaults, choice.device).empty())
         return;
-    throw ConfigurationError(Tr("convert",
-                                "nothing is converted: with [%1] of '%2' as it is no record would be "
-                                "right; mend the line above")
+    throw ConfigurationError(Tr("convert", "nothing is converted: with [%1] of '%2' as it is no record would "
+                                           "be right; correct the line above")
                                  .arg(choice.device, choice.ini));
 }
 

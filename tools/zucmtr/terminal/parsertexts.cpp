@@ -75,7 +75,7 @@ QString UnknownOptionText(const CLI::App& root, const CLI::App& command, const Q
     const QString unknown = Tr("parser", "'%1' has no option %2").arg(NameOf(command), option);
     const QStringList others = CommandsWithOption(root, option);
     if (!others.isEmpty() && &command == &root)
-        return Tr("parser", "%1 stands before the command; put it after").arg(option);
+        return Tr("parser", "%1 is before the command; put it after").arg(option);
     if (!others.isEmpty())
         return unknown + Tr("parser", "; it is one of %1").arg(others.join(QLatin1String(", ")));
     const QString nearest = option.size() > 2

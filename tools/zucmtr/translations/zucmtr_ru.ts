@@ -28,7 +28,7 @@
         <translation>с ошибкой: %1</translation>
     </message>
     <message>
-        <source>%1 not begun</source>
+        <source>%1 not started</source>
         <translation>не начато: %1</translation>
     </message>
     <message>
@@ -63,15 +63,15 @@
         <translation>«%1» — не целое число: секция не загружается</translation>
     </message>
     <message>
-        <source>it has no signal ahead of the first comma: the section does not load</source>
+        <source>it has no signal before the first comma: the section does not load</source>
         <translation>нет сигнала до первой запятой: секция не загружается</translation>
     </message>
     <message>
-        <source>dropped: it has no signal ahead of the first comma</source>
+        <source>dropped: it has no signal before the first comma</source>
         <translation>отброшен: нет сигнала до первой запятой</translation>
     </message>
     <message>
-        <source>what stands behind the second comma is ignored</source>
+        <source>what follows the second comma is ignored</source>
         <translation>то, что за второй запятой, не действует</translation>
     </message>
     <message>
@@ -83,7 +83,7 @@
         <translation>«%1» — не «оборудование:сигнал»; напишите имя канала как в регистраторе</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; stands in line %2 too: a record would have the channel twice; take one out</source>
+        <source>&apos;%1&apos; is in line %2 too: a record would have the channel twice; take one out</source>
         <translation>«%1» есть и в строке %2: канал был бы в записи дважды; уберите один</translation>
     </message>
     <message>
@@ -115,15 +115,15 @@
         <translation>не действует: нет ни показываемого текста, ни второго имени</translation>
     </message>
     <message>
-        <source>ignored: the bay &apos;%1&apos; stands in line %2 already</source>
+        <source>ignored: the bay &apos;%1&apos; is in line %2 already</source>
         <translation>не действует: присоединение «%1» уже есть в строке %2</translation>
     </message>
     <message>
-        <source>what stands behind the third comma is ignored</source>
+        <source>what follows the third comma is ignored</source>
         <translation>то, что за третьей запятой, не действует</translation>
     </message>
     <message>
-        <source>ignored: &apos;%1&apos; belongs into the section of a device</source>
+        <source>ignored: &apos;%1&apos; belongs in the section of a device</source>
         <translation>не действует: «%1» должен быть в секции регистратора</translation>
     </message>
     <message>
@@ -135,11 +135,11 @@
         <translation>пробелы входят в имя секции «%1»; уберите их</translation>
     </message>
     <message>
-        <source>section [%1] begins in line %2 already; both are one, and of equal keys the last counts: put them together</source>
+        <source>section [%1] starts in line %2 already; both are one, and of equal keys the last counts: put them together</source>
         <translation>секция [%1] начинается уже в строке %2; обе — одна секция, из одинаковых ключей действует последний: объедините их</translation>
     </message>
     <message>
-        <source>ignored: &apos;%1&apos; stands in line %2 again, and the last one counts; take one of them out</source>
+        <source>ignored: &apos;%1&apos; is in line %2 again, and the last one counts; take one of them out</source>
         <translation>не действует: «%1» есть ещё в строке %2, а действует последний; уберите один из них</translation>
     </message>
     <message>
@@ -147,11 +147,11 @@
         <translation>кавычки входят в значение «%1»; уберите их</translation>
     </message>
     <message>
-        <source>ignored: it stands ahead of the first section; move it into one</source>
+        <source>ignored: it comes before the first section; move it into one</source>
         <translation>не действует: стоит до первой секции; перенесите в секцию</translation>
     </message>
     <message>
-        <source>ignored: it is neither a section nor &apos;key = value&apos;; begin it with &apos;;&apos; if it is a comment</source>
+        <source>ignored: it is neither a section nor &apos;key = value&apos;; start it with &apos;;&apos; if it is a comment</source>
         <translation>не действует: это ни секция, ни «ключ = значение»; если это комментарий, начните его с «;»</translation>
     </message>
     <message>
@@ -175,7 +175,7 @@
         <translation>взято из [%1]: %2</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; is not asked for while &apos;%2&apos; is 0</source>
+        <source>&apos;%1&apos; is not read while &apos;%2&apos; is 0</source>
         <translation>«%1» не спрашивается, пока «%2» равен 0</translation>
     </message>
     <message>
@@ -219,7 +219,7 @@
         <translation>в %1 нет канала «%2»</translation>
     </message>
     <message>
-        <source>%1: the dictionary does not know %2 channels, which come behind the others: %3</source>
+        <source>%1: the dictionary does not know %2 channels, which come after the others: %3</source>
         <translation>%1: словарь не знает каналов: %2; они идут после остальных: %3</translation>
     </message>
     <message>
@@ -247,7 +247,7 @@
         <translation>Ini-файл регистраторов. По умолчанию ZuDrv.ini рядом с осциллограммами, иначе в текущем каталоге</translation>
     </message>
     <message>
-        <source>One JSON object a finding, for programs</source>
+        <source>One JSON object per finding, for programs</source>
         <translation>Объект JSON на каждую находку, для программ</translation>
     </message>
     <message>
@@ -255,11 +255,11 @@
         <translation>«%1» считается нулём; дайте наибольший имеющийся номер</translation>
     </message>
     <message>
-        <source>it has no text to show, so the INF file shows none for &apos;%1&apos;; give one behind the first comma</source>
+        <source>it has no text to show, so the INF file shows none for &apos;%1&apos;; give one after the first comma</source>
         <translation>нет показываемого текста, поэтому в файле INF у «%1» он пуст; дайте его за первой запятой</translation>
     </message>
     <message>
-        <source>the file begins with a byte order mark, which is skipped; save it without one for other programs</source>
+        <source>the file starts with a byte order mark, which is skipped; save it without one for other programs</source>
         <translation>файл начинается с метки порядка байтов, она пропускается; для других программ сохраните без неё</translation>
     </message>
     <message>
@@ -275,7 +275,7 @@
         <translation>Ini-файл и первые файлы осциллограмм для сравнения с его словарём сортировки</translation>
     </message>
     <message>
-        <source>Tells by lines what the converter ignores, takes from the defaults, drops or refuses, and what makes
+        <source>Lists by line what the converter ignores, takes from the defaults, drops or refuses, and what makes
 records that no program opens. An error is a section that does not load or a record that no program
 opens; a warning, something that is not what it looks like; a note, what may well be meant.
 
@@ -295,7 +295,7 @@ Example, with the sample station:
   zucmtr check station/ZuDrv.ini station/*.ZU</translation>
     </message>
     <message>
-        <source>it is in %1, not in UTF-8; the converter reads it right because of its byte order mark, but other programs may not; rewrite it: iconv -f %1 -t UTF-8 old.ini &gt; new.ini</source>
+        <source>it is in %1, not in UTF-8; the converter reads it correctly because of its byte order mark, but other programs may not; rewrite it: iconv -f %1 -t UTF-8 old.ini &gt; new.ini</source>
         <translation>файл в кодировке %1, а не UTF-8; преобразователь читает его верно благодаря метке порядка байтов, но другие программы могут не прочитать; перекодируйте: iconv -f %1 -t UTF-8 old.ini &gt; new.ini</translation>
     </message>
     <message>
@@ -528,7 +528,7 @@ Example, with the sample station:
         <translation>рядом с ним нет файла .dat</translation>
     </message>
     <message>
-        <source>does not begin with a section mark</source>
+        <source>does not start with a section mark</source>
         <translation>не начинается с метки раздела</translation>
     </message>
     <message>
@@ -536,7 +536,7 @@ Example, with the sample station:
         <translation>тексты слишком велики для записи</translation>
     </message>
     <message>
-        <source>holds %1 bytes of data where its mark tells %2</source>
+        <source>holds %1 bytes of data where its mark says %2</source>
         <translation>байтов данных %1, а в метке указано %2</translation>
     </message>
     <message>
@@ -687,11 +687,11 @@ Example, with the sample station:
         <translation>После ошибки продолжать с остальными осциллограммами (по умолчанию)</translation>
     </message>
     <message>
-        <source>Begin no recording after one that failed</source>
+        <source>Start no recording after one that failed</source>
         <translation>После ошибки не начинать новых осциллограмм</translation>
     </message>
     <message>
-        <source>Read the recordings and tell what would be converted into which records; write nothing</source>
+        <source>Read the recordings and report what would be converted into which records; write nothing</source>
         <translation>Прочитать осциллограммы и сообщить, во что они были бы преобразованы; ничего не записывать</translation>
     </message>
     <message>
@@ -699,11 +699,11 @@ Example, with the sample station:
         <translation>Позволить библиотеке удалять осциллограммы по ini-файлу; записи читаются, но сравнить их уже не с чем</translation>
     </message>
     <message>
-        <source>Tell failures and warnings alone</source>
+        <source>Report only failures and warnings</source>
         <translation>Сообщать только об ошибках и предупреждениях</translation>
     </message>
     <message>
-        <source>Tell each recording as one JSON object on standard output</source>
+        <source>Report each recording as one JSON object on standard output</source>
         <translation>Сообщать о каждой осциллограмме объектом JSON в стандартный вывод</translation>
     </message>
     <message>
@@ -724,9 +724,9 @@ Example, with the sample station:
     </message>
     <message>
         <source>A recording is a first file (.ZU or .zu) with its continuation files (.Z01 ... .Z0f) beside it; give the
-first file or the directory, the others are found. For each recording one line on standard output tells
+first file or the directory, the others are found. For each recording one line on standard output has
 the record&apos;s name and the notes on it; failures and the summary go to standard error.
-Ctrl-C ends after the recordings at hand, a second Ctrl-C at once.
+Ctrl-C ends after the current recordings, a second Ctrl-C at once.
 
 Exit code: 0 all recordings converted, 1 at least one failed, 2 wrong usage or configuration, 130 ended
 by Ctrl-C (143 by SIGTERM).
@@ -755,11 +755,11 @@ Ctrl-C завершает работу после начатых осцилло�
         <translation>для --remove-source и --archive нужна запись, сохранённая на диске; уберите --no-sync</translation>
     </message>
     <message>
-        <source>the run ends here, since there is no room left on the disk: recordings not begun: %1; make room, then give the same command again</source>
+        <source>the run ends here, since there is no room left on the disk: recordings not started: %1; make room, then give the same command again</source>
         <translation>работа прекращена, так как на диске нет места; не начато осциллограмм: %1; освободите место и повторите ту же команду</translation>
     </message>
     <message>
-        <source>Look for recordings in the directories below the given ones, too; their records go to directories of the same names below --out</source>
+        <source>Search for recordings in the directories below the given ones, too; their records go to directories of the same names below --out</source>
         <translation>Искать осциллограммы и во вложенных каталогах; их записи попадают в одноимённые каталоги внутри --out</translation>
     </message>
     <message>
@@ -767,7 +767,7 @@ Ctrl-C завершает работу после начатых осцилло�
         <translation>Складывать все записи в сам каталог --out</translation>
     </message>
     <message>
-        <source>Convert also where the record is there already and is right</source>
+        <source>Convert even if the right record is there already</source>
         <translation>Преобразовывать и тогда, когда верная запись уже есть</translation>
     </message>
     <message>
@@ -783,7 +783,7 @@ Ctrl-C завершает работу после начатых осцилло�
         <translation>Оставить системе, когда сохранять записи на диск (по умолчанию)</translation>
     </message>
     <message>
-        <source>nothing is converted: with [%1] of &apos;%2&apos; as it is no record would be right; mend the line above</source>
+        <source>nothing is converted: with [%1] of &apos;%2&apos; as it is no record would be right; correct the line above</source>
         <translation>ничего не преобразовано: с секцией [%1] файла «%2» в таком виде ни одна запись не будет верной; исправьте указанную выше строку</translation>
     </message>
 </context>
@@ -813,7 +813,7 @@ Ctrl-C завершает работу после начатых осцилло�
         <translation>оно пустое</translation>
     </message>
     <message>
-        <source>it begins or ends with a blank</source>
+        <source>it starts or ends with a blank</source>
         <translation>оно начинается или кончается пробелом</translation>
     </message>
     <message>
@@ -841,7 +841,7 @@ Ctrl-C завершает работу после начатых осцилло�
         <translation>догадка</translation>
     </message>
     <message>
-        <source>[%1] cannot stand in the dictionary: %2</source>
+        <source>[%1] cannot be in the dictionary: %2</source>
         <translation>[%1] не может стоять в словаре: %2</translation>
     </message>
     <message>
@@ -849,7 +849,7 @@ Ctrl-C завершает работу после начатых осцилло�
         <translation>[%1] уже есть: у другого канала такое же имя</translation>
     </message>
     <message>
-        <source>guess: the text to show, and behind a comma the circuit of its voltages</source>
+        <source>guess: the text to show, and after a comma the circuit of its voltages</source>
         <translation>догадка: показываемый текст, после запятой — присоединение с его напряжениями</translation>
     </message>
     <message>
@@ -960,11 +960,11 @@ Example, with the sample station:
         <translation>файл пуст; не прервано ли копирование?</translation>
     </message>
     <message>
-        <source>it is no recording: its content is a COMTRADE record&apos;s; give it the ending %1</source>
+        <source>it is no recording: its content is a COMTRADE record&apos;s; give it the extension %1</source>
         <translation>это не осциллограмма: по содержимому это запись COMTRADE; дайте файлу расширение %1</translation>
     </message>
     <message>
-        <source>it is no recording: it does not begin as a recorder&apos;s file does; give a recording&apos;s first file (.ZU)</source>
+        <source>it is no recording: it does not start like a recorder&apos;s file; give a recording&apos;s first file (.ZU)</source>
         <translation>это не осциллограмма: начало не такое, как у файлов регистратора; укажите первый файл осциллограммы (.ZU)</translation>
     </message>
     <message>
@@ -988,7 +988,7 @@ Example, with the sample station:
         <translation>имя осциллограммы должно кончаться на .ZU или .zu; переименуйте файл</translation>
     </message>
     <message>
-        <source>it is no COMTRADE record: its content is a recording&apos;s; give it the ending .ZU</source>
+        <source>it is no COMTRADE record: its content is a recording&apos;s; give it the extension .ZU</source>
         <translation>это не запись COMTRADE: по содержимому это осциллограмма; дайте файлу расширение .ZU</translation>
     </message>
     <message>
@@ -1231,7 +1231,7 @@ Example, with the sample station:
         <translation>Комментарий пуска</translation>
     </message>
     <message>
-        <source>the start comment has two values where three belong: the library gives up such a recording with an exception</source>
+        <source>the start comment has two values instead of three: the library gives up such a recording with an exception</source>
         <translation>в комментарии пуска два значения вместо трёх: библиотека отказывается от такой осциллограммы исключением</translation>
     </message>
     <message>
@@ -1255,7 +1255,7 @@ Example, with the sample station:
         <translation>Кодировка</translation>
     </message>
     <message>
-        <source>a recording begins with a header of %1 bytes; was the copy interrupted?</source>
+        <source>a recording starts with a header of %1 bytes; was the copy interrupted?</source>
         <translation>осциллограмма начинается с заголовка в %1 байтов; копирование было прервано?</translation>
     </message>
     <message>
@@ -1287,7 +1287,7 @@ Example, with the sample station:
         <translation>этот файл продолжает осциллограмму; её первый файл %1</translation>
     </message>
     <message>
-        <source>Tell what is in recordings and COMTRADE records</source>
+        <source>Show what is in recordings and COMTRADE records</source>
         <translation>Рассказать, что в осциллограммах и записях COMTRADE</translation>
     </message>
     <message>
@@ -1361,7 +1361,7 @@ Example, with the sample station:
     <message>
         <source>Of a recording: its times with zone, duration, rate, the segments found and why the chain
 ends, the start comment as stored and as understood, the channels. Of a record: what its
-configuration tells, and whether all its data are there.
+configuration says, and whether all its data are there.
 
 Exit code: 0 all files are good, 1 something is wrong with at least one, 2 wrong usage.
 
@@ -1441,7 +1441,7 @@ Example, with the sample station:
         <translation>файл обрывается раньше, чем кончаются каналы, указанные в заголовке; не прервано ли копирование?</translation>
     </message>
     <message>
-        <source>it is no recording: it does not begin as a recorder&apos;s file does; give a recording&apos;s first file (.ZU)</source>
+        <source>it is no recording: it does not start like a recorder&apos;s file; give a recording&apos;s first file (.ZU)</source>
         <translation>это не осциллограмма: начало не такое, как у файлов регистратора; укажите первый файл осциллограммы (.ZU)</translation>
     </message>
     <message>
@@ -1595,7 +1595,7 @@ Example, with the sample station:
         <translation>стандартный вывод не записывается; проверьте диск или канал</translation>
     </message>
     <message>
-        <source>&apos;zucmtr help COMMAND&apos; tells more about a command. To try the program:
+        <source>&apos;zucmtr help COMMAND&apos; says more about a command. To try the program:
 
   zucmtr sample --out station
   zucmtr convert --out station/comtrade --make-out station</source>
@@ -1750,7 +1750,7 @@ Example, with the sample station:
         <translation>у «%1» нет ключа %2</translation>
     </message>
     <message>
-        <source>%1 stands before the command; put it after</source>
+        <source>%1 is before the command; put it after</source>
         <translation>%1 стоит перед командой; поставьте его после неё</translation>
     </message>
     <message>
@@ -1839,7 +1839,7 @@ Example, with the sample station:
         <translation>в этом каталоге нет осциллограмм (.ZU)</translation>
     </message>
     <message>
-        <source>there is no recording (.ZU) in this directory; --recursive looks into the directories below it, too</source>
+        <source>there is no recording (.ZU) in this directory; --recursive searches the directories below it, too</source>
         <translation>в этом каталоге нет осциллограмм (.ZU); --recursive ищет и во вложенных каталогах</translation>
     </message>
     <message>
@@ -1886,7 +1886,7 @@ Example, with the sample station:
         <translation>--rate %1 и --seconds %2 дают сегмент в %3 с; он короче %4 с: увеличьте частоту</translation>
     </message>
     <message>
-        <source>the recordings would have %1 samples a channel and segment, %2 in all; at most %3 and %4 are made: lower --rate, --seconds, --segments or --analog</source>
+        <source>the recordings would have %1 samples per channel and segment, %2 in all; at most %3 and %4 are made: lower --rate, --seconds, --segments or --analog</source>
         <translation>в осциллограммах было бы выборок на канал и сегмент %1, всего %2; создаётся не больше %3 и %4: уменьшите --rate, --seconds, --segments или --analog</translation>
     </message>
     <message>
@@ -1971,7 +1971,7 @@ Example:
         <translation>копия «%1» в архиве отличается; проверьте диск архива</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; lies in the archive already; give another --archive</source>
+        <source>&apos;%1&apos; is already in the archive; give another --archive</source>
         <translation>«%1» уже лежит в архиве; укажите другой --archive</translation>
     </message>
     <message>
@@ -2015,7 +2015,7 @@ Example:
         <translation>«%1» — уже не тот файл, который был прочитан</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; could not be looked at again: %2</source>
+        <source>&apos;%1&apos; could not be checked again: %2</source>
         <translation>«%1» не удалось проверить повторно: %2</translation>
     </message>
     <message>
@@ -2283,7 +2283,7 @@ Example:
         <translation>%1: в строке %2 полей %3 вместо %4</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; goes on behind line %2, which should be its last</source>
+        <source>&apos;%1&apos; goes on after line %2, which should be its last</source>
         <translation>«%1» продолжается за строкой %2, которая должна быть последней</translation>
     </message>
     <message>
@@ -2447,7 +2447,7 @@ Example:
         <translation>«%1» кончается после выборки %2 из %3; освободите диск и преобразуйте снова</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; goes on behind record %2, with which the recording ends</source>
+        <source>&apos;%1&apos; goes on after record %2, with which the recording ends</source>
         <translation>«%1» продолжается за выборкой %2, которой кончается осциллограмма</translation>
     </message>
     <message>
@@ -2542,7 +2542,7 @@ Example:
         <translation>Записать обзор рисунком PNG; так же</translation>
     </message>
     <message>
-        <source>Hold this many seconds around the trigger, a third of them ahead of it</source>
+        <source>Hold this many seconds around the trigger, a third of them before it</source>
         <translation>Столько секунд вокруг пуска, треть из них до него</translation>
     </message>
     <message>
@@ -2570,7 +2570,7 @@ Example:
         <translation>«%1» не записывается: %2</translation>
     </message>
     <message>
-        <source>The page; - is standard output. Default: FILE with the ending .html</source>
+        <source>The page; - is standard output. Default: FILE with the extension .html</source>
         <translation>Страница; «-» — стандартный вывод. По умолчанию ФАЙЛ с окончанием .html</translation>
     </message>
     <message>
@@ -2582,7 +2582,7 @@ Example:
         <translation>Как в отчёте об аварии:</translation>
     </message>
     <message>
-        <source>%1: the trigger time lies outside the record&apos;s samples; check the start time, the trigger time and the sampling rates in its configuration</source>
+        <source>%1: the trigger time is outside the record&apos;s samples; check the start time, the trigger time and the sampling rates in its configuration</source>
         <translation>%1: время пуска вне отсчётов записи; проверьте в её конфигурации время начала, время пуска и частоты дискретизации</translation>
     </message>
     <message>
@@ -2625,7 +2625,7 @@ Example, with the sample station:
         <translation>Существующий каталог для файлов COMTRADE</translation>
     </message>
     <message>
-        <source>Convert what is there and end: for cron, say</source>
+        <source>Convert what is there and end, for example for cron</source>
         <translation>Преобразовать то, что есть, и завершиться: для cron, например</translation>
     </message>
     <message>
@@ -2633,7 +2633,7 @@ Example, with the sample station:
         <translation>Файл, помнящий, что преобразовано. По умолчанию .zucmtr-watch в каталоге --out</translation>
     </message>
     <message>
-        <source>Seconds after which the directories are looked through in any case, as network file systems tell nothing. Default: 30</source>
+        <source>Seconds after which the directories are scanned in any case, as network file systems report nothing. Default: 30</source>
         <translation>Через сколько секунд каталоги просматриваются в любом случае, так как сетевые файловые системы ничего не сообщают. По умолчанию 30</translation>
     </message>
     <message>
@@ -2653,7 +2653,7 @@ Example, with the sample station:
         <translation>Сколько попыток делается, прежде чем осциллограмма оставляется до её изменения. По умолчанию 8</translation>
     </message>
     <message>
-        <source>Begin with trying those again that were given up</source>
+        <source>Start by trying again those that were given up</source>
         <translation>Начать с новых попыток для оставленных осциллограмм</translation>
     </message>
     <message>
@@ -2661,7 +2661,7 @@ Example, with the sample station:
         <translation>--state: «%1» — файл другого рода; укажите файл, созданный «zucmtr watch», или ещё не существующий</translation>
     </message>
     <message>
-        <source>the directory is gone; it is looked for at each rescan</source>
+        <source>the directory is gone; it is searched for at each rescan</source>
         <translation>каталог исчез; его ищут при каждом просмотре</translation>
     </message>
     <message>
@@ -2720,7 +2720,7 @@ Example, with the sample station:
         <source>A recording counts as complete when none of its files has changed for the time that the ini file
 gives as &apos;Время ожидания&apos;. Each event is one JSON object and line on standard output. What is
 converted is remembered on the disk, so that a restart neither converts twice nor forgets. SIGTERM
-and Ctrl-C end after the recording at hand.
+and Ctrl-C end after the current recording.
 
 Exit code: 0 ended by a signal, or with --once all recordings converted; 1 a recording failed or a
 directory could not be read with --once, or the program could not start now: a directory is missing,
@@ -2759,7 +2759,7 @@ SIGTERM и Ctrl-C завершают работу после начатой ос
         <translation>вместо «%1» там теперь другой файл; запустите программу снова</translation>
     </message>
     <message>
-        <source>%1: &apos;%2&apos; cannot be written to: %3; the work goes on when that is mended</source>
+        <source>%1: &apos;%2&apos; cannot be written to: %3; the work goes on once that is put right</source>
         <translation>%1: в «%2» нельзя записать: %3; работа продолжится, когда это исправят</translation>
     </message>
     <message>
@@ -2767,7 +2767,7 @@ SIGTERM и Ctrl-C завершают работу после начатой ос
         <translation>об изменениях стольких каталогов система не сообщает: её предел исчерпан; они просматриваются каждые %1 с или реже; увеличьте fs.inotify.max_user_watches</translation>
     </message>
     <message>
-        <source>not converted: its files cannot be looked at; the next run tries again</source>
+        <source>not converted: its files cannot be checked; the next run tries again</source>
         <translation>не преобразована: её файлы недоступны; следующий запуск попробует снова</translation>
     </message>
     <message>
@@ -2889,7 +2889,7 @@ SIGTERM и Ctrl-C завершают работу после начатой ос
         <translation>не преобразована: осциллограмму на мгновение не удалось прочитать или её запись — сохранить; повторите преобразование</translation>
     </message>
     <message>
-        <source>not converted: &apos;%1&apos; is there already and is longer: it begins as this recording does and goes on after its end, so continuation files of the recording are missing; bring them back beside &apos;%2&apos;, or replace the record by this shorter one with --replace</source>
+        <source>not converted: &apos;%1&apos; is there already and is longer: it starts like this recording and goes on after its end, so continuation files of the recording are missing; bring them back beside &apos;%2&apos;, or replace the record by this shorter one with --replace</source>
         <translation>не преобразована: «%1» уже есть и длиннее: запись начинается как эта осциллограмма и продолжается после её конца, то есть файлов продолжения не хватает; верните их к «%2» или замените запись этой, более короткой, ключом --replace</translation>
     </message>
 </context>

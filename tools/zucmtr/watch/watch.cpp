@@ -18,7 +18,7 @@
 #include <algorithm>
 #include <csignal>
 
-using watchevents::Tell;
+using watchevents::Emit;
 
 namespace {
 
@@ -61,11 +61,11 @@ bool Watch::Run()
 {
     Start();
     while (!interrupt::Came()) {
-        if (input.IsTimeToLook())
-            Look();
+        if (input.IsTimeToScan())
+            ScanInput();
         ConvertDue();
         LeaveTrouble();
-        TellStatus();
+        ReportStatus();
         if (order.once && IsDone())
             break;
         Sleep();
@@ -75,7 +75,7 @@ bool Watch::Run()
     end["converted"] = converted;
     end["failed"] = failed;
     end["waiting"] = waiting.size();
-    Tell("stopped", end);
+    Emit("stopped", end);
     journal.Flush();
     return failed == 0 && waiting.isEmpty() && input.IsWhole();
 }
@@ -83,7 +83,7 @@ bool Watch::Run()
 void Watch::Start()
 {
     interrupt::Install();
-    Tell("started", {{"directories", QJsonArray::fromStringList(order.directories)},
+    Emit("started", {{"directories", QJsonArray::fromStringList(order.directories)},
                      {"quietSeconds", Seconds(order.quiet)}});
     servicemanager::Ready();
     if (order.retryGivenUp)
@@ -114,12 +114,12 @@ bool Watch::IsDone() const
 {
     if (trouble.IsOn() && (waiting.isEmpty() || troublesInRow == 0 || troublesInRow >= troublesBorne))
         return true;
-    return waiting.isEmpty() && !input.NeedsAnotherLook();
+    return waiting.isEmpty() && !input.NeedsAnotherScan();
 }
 
-void Watch::Look()
+void Watch::ScanInput()
 {
-    const std::vector<Chain> chains = input.Look();
+    const std::vector<Chain> chains = input.NewScan();
     QSet<QString> there;
     for (const Chain& chain : chains) {
         there << chain.recording.path;
@@ -128,7 +128,7 @@ void Watch::Look()
     }
     for (auto one = waiting.begin(); one != waiting.end();)
         one = there.contains(one.key()) ? std::next(one) : waiting.erase(one);
-    input.Looked();
+    input.ScanDone();
     MayWork(); // otherwise trouble would go unnoticed until a recording comes
 }
 
@@ -147,7 +147,7 @@ void Watch::Observe(const Chain& chain)
         return;
     }
     if (known == waiting.end())
-        Tell("found", {{"file", path}});
+        Emit("found", {{"file", path}});
     Expect(chain);
 }
 
@@ -200,7 +200,7 @@ void Watch::ConvertDue()
             return;
         if (IsAsItWas(path))
             Convert(waiting[path]);
-        TellStatus();
+        ReportStatus();
     }
 }
 
@@ -237,15 +237,15 @@ bool Watch::MayWork()
         CheckPlaces();
         journal.Flush();
     } catch (const WatchPlaceError& error) {
-        trouble.Meet(error.word, text::MessageOf(error), WatchTrouble::Cure::Look);
+        trouble.Meet(error.word, text::MessageOf(error), WatchTrouble::Cure::Check);
         troublesInRow = troublesBorne; // nothing can be started
         return false;
     } catch (const WatchJournal::Unwritable& error) {
-        trouble.Meet(reason::JournalNotWritten, text::MessageOf(error), WatchTrouble::Cure::Look);
+        trouble.Meet(reason::JournalNotWritten, text::MessageOf(error), WatchTrouble::Cure::Check);
         troublesInRow = troublesBorne;
         return false;
     }
-    trouble.Looked();
+    trouble.Checked();
     return true;
 }
 
@@ -273,7 +273,7 @@ bool Watch::IsAsItWas(const QString& path)
             BatchItem item;
             item.recording = one.recording;
             item.Fail(reason::SourceUnreadable,
-                      Tr("watch", "not converted: its files cannot be looked at; the next run tries again"));
+                      Tr("watch", "not converted: its files cannot be checked; the next run tries again"));
             FailForThisRun(path, item);
             return false;
         }
@@ -312,12 +312,12 @@ void Watch::Convert(Waiting& one)
     try {
         journal.NoteBegun(path, one.fingerprint.print);
     } catch (const WatchJournal::Unwritable& error) {
-        trouble.Meet(reason::JournalNotWritten, text::MessageOf(error), WatchTrouble::Cure::Look);
+        trouble.Meet(reason::JournalNotWritten, text::MessageOf(error), WatchTrouble::Cure::Check);
         return;
     }
     const bool isProbe = trouble.IsOn();
     if (!isProbe)
-        Tell("converting", {{"file", path}});
+        Emit("converting", {{"file", path}});
     const BatchItem item = WorkSafely(one);
     if (interrupt::Came() && HasCutOff(item))
         return; // the signal ended the other process, too
@@ -330,7 +330,7 @@ void Watch::Convert(Waiting& one)
         troublesInRow = 0;
     }
     if (isProbe)
-        Tell("converting", {{"file", path}});
+        Emit("converting", {{"file", path}});
     if (item.state == ItemState::Failed)
         Fail(one, item);
     else
@@ -350,7 +350,7 @@ void Watch::Finish(Waiting& one, const BatchItem& item)
             journal.NotePutAway(path, one.fingerprint.print);
     });
     ++converted;
-    Tell("converted", object);
+    Emit("converted", object);
     waiting.remove(path);
 }
 
@@ -360,7 +360,7 @@ void Watch::Remember(const std::function<void()>& note)
     try {
         note();
     } catch (const WatchJournal::Unwritable& error) {
-        trouble.Meet(reason::JournalNotWritten, text::MessageOf(error), WatchTrouble::Cure::Look);
+        trouble.Meet(reason::JournalNotWritten, text::MessageOf(error), WatchTrouble::Cure::Check);
     }
 }
 
@@ -385,7 +385,7 @@ void Watch::FailForThisRun(const QString& path, const BatchItem& item)
     object["attempt"] = 1;
     object["retrySeconds"] = QJsonValue();
     ++failed;
-    Tell("failed", object);
+    Emit("failed", object);
     waiting.remove(path);
 }
 
@@ -418,7 +418,7 @@ void Watch::Fail(Waiting& one, const BatchItem& item)
     object.remove("status");
     object["attempt"] = count;
     object["retrySeconds"] = isTriedAgain ? QJsonValue(Seconds(pause)) : QJsonValue();
-    Tell("failed", object);
+    Emit("failed", object);
     one.due = Clock::now() + pause;
     if (isTriedAgain)
         return;
@@ -434,7 +434,7 @@ std::chrono::milliseconds Watch::PauseAfter(int failures) const
 // Waits until a recording is due, it is time to scan the directories, or a signal has arrived.
 void Watch::Sleep()
 {
-    Clock::time_point end = input.NextLook();
+    Clock::time_point end = input.NextScan();
     const bool waits = trouble.IsOn() && !order.once;
     // To show that the trouble is over, a recording may be needed that is not due yet: no reason to hurry.
     const Clock::time_point next = std::max(trouble.Next(), Clock::now() + troublePause);
@@ -442,11 +442,11 @@ void Watch::Sleep()
         end = std::min(end, next);
     for (const Waiting& one : waiting)
         end = std::min(end, waits ? std::max(one.due, trouble.Next()) : one.due);
-    while (!input.IsTimeToLook() && !interrupt::Came() && Clock::now() < end)
-        input.Wait(std::min(end, input.NextLook()));
+    while (!input.IsTimeToScan() && !interrupt::Came() && Clock::now() < end)
+        input.Wait(std::min(end, input.NextScan()));
 }
 
-void Watch::TellStatus() const
+void Watch::ReportStatus() const
 {
     if (!trouble.IsOn())
         servicemanager::SetStatus(Tr("watch", "%1 converted, %2 given up, %3 waiting")

@@ -37,7 +37,7 @@ public:
     Watch(const WatchOrder& order_, Worker& worker_, WatchJournal& journal_);
 
     /// Prints each event as a JSON object and line. Returns after a signal, or with `once` when nothing is
-    /// left to do. True if no recording failed and every directory can be looked into. Throws
+    /// left to do. True if no recording failed and every directory can be read. Throws
     /// WatchJournal::Taken, and at the end WatchJournal::Unwritable.
     bool Run();
 
@@ -58,7 +58,7 @@ private:
     };
 
     void Start();
-    void Look();
+    void ScanInput();
     void Observe(const Chain& chain);
     void ObserveAgain(Waiting& one, const Fingerprint& now) const;
     void Expect(const Chain& chain);
@@ -79,7 +79,7 @@ private:
     std::chrono::milliseconds PauseAfter(int failures) const;
     bool IsDone() const;
     void Sleep();
-    void TellStatus() const;
+    void ReportStatus() const;
     QJsonObject ReasonOfEnd() const;
 
     const WatchOrder order;

@@ -6,7 +6,7 @@
 
 namespace watchevents {
 
-void Tell(const char* event, QJsonObject object)
+void Emit(const char* event, QJsonObject object)
 {
     const QDateTime now = QDateTime::currentDateTime();
     object["time"] = now.toOffsetFromUtc(now.offsetFromUtc()).toString(Qt::ISODateWithMs);

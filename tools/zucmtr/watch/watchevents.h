@@ -6,6 +6,6 @@
 namespace watchevents {
 
 /// Prints an event with these keys and the time.
-void Tell(const char* event, QJsonObject object);
+void Emit(const char* event, QJsonObject object);
 
 } // namespace watchevents

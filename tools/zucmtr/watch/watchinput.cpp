@@ -44,22 +44,22 @@ QByteArray StateOf(const Scan& scan)
 
 } // namespace
 
-bool WatchInput::IsTimeToLook() const
+bool WatchInput::IsTimeToScan() const
 {
-    return Clock::now() >= NextLook();
+    return Clock::now() >= NextScan();
 }
 
-WatchInput::Clock::time_point WatchInput::NextLook() const
+WatchInput::Clock::time_point WatchInput::NextScan() const
 {
-    Clock::time_point next = changed ? lookAgain : rescan;
+    Clock::time_point next = changed ? earliestScan : rescan;
     for (const Orphan& orphan : orphans) {
-        if (!orphan.isTold)
-            next = std::min(next, std::max(orphan.due, lookAgain));
+        if (!orphan.isReported)
+            next = std::min(next, std::max(orphan.due, earliestScan));
     }
     return next;
 }
 
-std::vector<Chain> WatchInput::Look()
+std::vector<Chain> WatchInput::NewScan()
 {
     start = Clock::now();
     hasHeard = changed;
@@ -70,18 +70,18 @@ std::vector<Chain> WatchInput::Look()
     const QByteArray now = StateOf(scan);
     isNew = now != state;
     state = now;
-    TellUnwatched();
-    TellUnreadable(scan.unreadable);
-    TellLeft(scan.directories);
-    TellOrphans(scan.directories);
+    ReportUnwatched();
+    ReportUnreadable(scan.unreadable);
+    ReportRecovered(scan.directories);
+    ReportOrphans(scan.directories);
     isFirst = false;
     return std::move(scan.chains);
 }
 
-void WatchInput::Looked()
+void WatchInput::ScanDone()
 {
     const Clock::time_point end = Clock::now();
-    lookAgain = end + (end - start) * (isNew || !hasHeard ? shortRest : longRest);
+    earliestScan = end + (end - start) * (isNew || !hasHeard ? shortRest : longRest);
     rescan = std::max(end + (end - start) * (isNew ? shortRest : longRest), end + order.rescan);
 }
 
@@ -93,10 +93,10 @@ void WatchInput::Wait(Clock::time_point until)
         changed = true;
 }
 
-bool WatchInput::NeedsAnotherLook() const
+bool WatchInput::NeedsAnotherScan() const
 {
-    return isBack ||
-           std::any_of(orphans.begin(), orphans.end(), [](const Orphan& orphan) { return !orphan.isTold; });
+    return isBack || std::any_of(orphans.begin(), orphans.end(),
+                                 [](const Orphan& orphan) { return !orphan.isReported; });
 }
 
 // Spelt as on the command line.
@@ -121,7 +121,7 @@ QString WatchInput::BelowOf(const QString& directory) const
     return QString();
 }
 
-void WatchInput::TellUnreadable(const std::vector<Refusal>& refusals)
+void WatchInput::ReportUnreadable(const std::vector<Refusal>& refusals)
 {
     QSet<QString> now;
     QMap<QByteArray, std::vector<const Refusal*>> all;
@@ -135,11 +135,11 @@ void WatchInput::TellUnreadable(const std::vector<Refusal>& refusals)
     unreadable = now;
     for (auto kind = fresh.begin(); kind != fresh.end(); ++kind) {
         const int count = static_cast<int>(all[kind.key()].size());
-        int& told = unreadableTold[kind.key()];
-        if (count > mostSingle && count < 2 * told)
+        int& reported = reportedUnreadable[kind.key()];
+        if (count > mostSingle && count < 2 * reported)
             continue;
         const bool isSum = count > mostSingle;
-        told = isSum ? count : 0;
+        reported = isSum ? count : 0;
         const std::vector<const Refusal*>& shown = isSum ? all[kind.key()] : *kind;
         for (size_t at = 0; at < (isSum ? 1 : shown.size()); ++at) {
             QJsonObject event{{"path", shown[at]->path},
@@ -150,25 +150,25 @@ void WatchInput::TellUnreadable(const std::vector<Refusal>& refusals)
             for (size_t number = 1; isSum && number < mostSingle; ++number)
                 examples << shown[number]->path;
             event["examples"] = examples;
-            watchevents::Tell("unreadable", event);
+            watchevents::Emit("unreadable", event);
         }
     }
 }
 
-void WatchInput::TellUnwatched()
+void WatchInput::ReportUnwatched()
 {
-    if (isUnwatchedTold || events.Unwatched() == 0)
+    if (isUnwatchedReported || events.Unwatched() == 0)
         return;
-    isUnwatchedTold = true;
+    isUnwatchedReported = true;
     const QString text =
         Tr("watch", "the system reports no changes of this many directories, as its limit is "
                     "reached; they are scanned every %1 seconds or more; raise "
                     "fs.inotify.max_user_watches");
-    watchevents::Tell("unwatched", {{"count", events.Unwatched()},
+    watchevents::Emit("unwatched", {{"count", events.Unwatched()},
                                     {"text", text.arg(std::chrono::duration<double>(order.rescan).count())}});
 }
 
-void WatchInput::TellOrphans(const QStringList& directories)
+void WatchInput::ReportOrphans(const QStringList& directories)
 {
     QHash<QString, Orphan> now;
     for (const QString& directory : directories) {
@@ -188,11 +188,11 @@ void WatchInput::ObserveOrphan(const QString& path, QHash<QString, Orphan>& now)
     const bool isSame =
         orphans.contains(path) && orphan.size == file.size && orphan.modified == file.modified;
     if (!isSame)
-        orphan = {file.size, file.modified, Clock::now() + order.quiet, orphan.isTold};
-    if (!orphan.isTold && Clock::now() >= orphan.due) {
-        orphan.isTold = true;
+        orphan = {file.size, file.modified, Clock::now() + order.quiet, orphan.isReported};
+    if (!orphan.isReported && Clock::now() >= orphan.due) {
+        orphan.isReported = true;
         const QString first = AsGiven(zu::FirstFileOf(path));
-        watchevents::Tell("orphan",
+        watchevents::Emit("orphan",
                           {{"file", AsGiven(path)},
                            {"first", first},
                            {"text", Tr("watch", "it continues a recording whose first file %1 is not "
@@ -213,7 +213,7 @@ sourcefiles::Recovered WatchInput::TakeUpLeft(const QString& directory) const
     return left;
 }
 
-void WatchInput::TellLeft(const QStringList& directories)
+void WatchInput::ReportRecovered(const QStringList& directories)
 {
     sourcefiles::Recovered all;
     for (const QString& directory : directories) {
@@ -232,7 +232,7 @@ void WatchInput::TellLeft(const QStringList& directories)
     QStringList removed;
     for (const QString& path : qAsConst(all.removed))
         removed << AsGiven(path);
-    watchevents::Tell("leftovers", {{"back", QJsonArray::fromStringList(back)},
+    watchevents::Emit("leftovers", {{"back", QJsonArray::fromStringList(back)},
                                     {"removed", QJsonArray::fromStringList(removed)},
                                     {"notes", QJsonArray::fromStringList(all.notes)}});
 }

@@ -21,26 +21,27 @@ public:
 
     explicit WatchInput(const WatchOrder& order_) : order(order_) {}
 
-    bool IsTimeToLook() const;
+    bool IsTimeToScan() const;
 
     /// Scans the directories. Returns the recordings, and reports what else is new.
-    std::vector<Chain> Look();
+    std::vector<Chain> NewScan();
 
-    /// To be called when all that Look returned is dealt with: the next pause depends on how long that took.
-    void Looked();
+    /// To be called when all that NewScan returned is dealt with: the next pause depends on how long that
+    /// took.
+    void ScanDone();
 
     /// Waits until something happens in the directories, a signal arrives, or it is that time; not long.
     void Wait(Clock::time_point until);
 
     /// When the directories will be scanned in any case.
-    Clock::time_point NextLook() const;
+    Clock::time_point NextScan() const;
 
     /// Whether every directory and name could be read.
     bool IsWhole() const { return unreadable.isEmpty(); }
 
     /// Whether another scan is needed: files got their names back, or a continuation file is not reported
     /// yet, as its first file may still arrive.
-    bool NeedsAnotherLook() const;
+    bool NeedsAnotherScan() const;
 
 private:
     // A continuation file without a first file.
@@ -49,14 +50,14 @@ private:
         std::int64_t size = 0;
         std::int64_t modified = 0;
         Clock::time_point due; // when it has been unchanged long enough to be reported
-        bool isTold = false;
+        bool isReported = false;
     };
 
-    void TellUnreadable(const std::vector<Refusal>& refusals);
-    void TellUnwatched();
-    void TellOrphans(const QStringList& directories);
+    void ReportUnreadable(const std::vector<Refusal>& refusals);
+    void ReportUnwatched();
+    void ReportOrphans(const QStringList& directories);
     void ObserveOrphan(const QString& path, QHash<QString, Orphan>& now) const;
-    void TellLeft(const QStringList& directories);
+    void ReportRecovered(const QStringList& directories);
     QString AsGiven(const QString& path) const;
     QString BelowOf(const QString& directory) const;
     sourcefiles::Recovered TakeUpLeft(const QString& directory) const;
@@ -70,10 +71,10 @@ private:
     bool isNew = false;    // the last scan found something that the one before had not
     QByteArray state;      // of what the last scan found
     Clock::time_point start{};
-    Clock::time_point lookAgain{}; // no scan before this, whatever has changed
-    Clock::time_point rescan{};    // a scan in any case then
+    Clock::time_point earliestScan{}; // no scan before this, whatever has changed
+    Clock::time_point rescan{};       // a scan in any case then
     QSet<QString> unreadable;
-    QMap<QByteArray, int> unreadableTold; // how many there were of a reason when it was last reported
-    bool isUnwatchedTold = false;
+    QMap<QByteArray, int> reportedUnreadable; // how many there were of a reason when it was last reported
+    bool isUnwatchedReported = false;
     QHash<QString, Orphan> orphans;
 };

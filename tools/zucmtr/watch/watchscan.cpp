@@ -62,9 +62,9 @@ QStringList Present(const QStringList& directories, Scan& scan)
         if (QFileInfo(directory).isDir())
             present << directory;
         else
-            scan.unreadable.push_back({directory,
-                                       Tr("watch", "the directory is gone; it is looked for at each rescan"),
-                                       true, reason::DirectoryGone});
+            scan.unreadable.push_back(
+                {directory, Tr("watch", "the directory is gone; it is searched for at each rescan"), true,
+                 reason::DirectoryGone});
     }
     return present;
 }

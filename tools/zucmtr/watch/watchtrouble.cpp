@@ -48,14 +48,14 @@ void WatchTrouble::Meet(const char* word_, const QString& text_, Cure cure_, con
     QJsonObject event{{"reason", word}, {"text", text}, {"retrySeconds", Seconds(pause)}};
     if (!file.isEmpty())
         event["file"] = file;
-    watchevents::Tell("trouble", event);
+    watchevents::Emit("trouble", event);
     Complain(text);
     servicemanager::SetStatus(text);
 }
 
-void WatchTrouble::Looked()
+void WatchTrouble::Checked()
 {
-    if (on && cure == Cure::Look)
+    if (on && cure == Cure::Check)
         End();
 }
 
@@ -74,7 +74,7 @@ void WatchTrouble::NobodyWaits()
 void WatchTrouble::End()
 {
     on = false;
-    watchevents::Tell("recovered", {{"reason", word}, {"seconds", Seconds(Clock::now() - begin)}});
+    watchevents::Emit("recovered", {{"reason", word}, {"seconds", Seconds(Clock::now() - begin)}});
 }
 
 void CheckPlace(const char* word, const QString& option, const QString& directory)
@@ -88,6 +88,6 @@ void CheckPlace(const char* word, const QString& option, const QString& director
         error = errno;
     if (error != 0)
         throw WatchPlaceError(
-            word, Tr("watch", "%1: '%2' cannot be written to: %3; the work goes on when that is mended")
+            word, Tr("watch", "%1: '%2' cannot be written to: %3; the work goes on once that is put right")
                       .arg(option, directory, explain::SystemText(error)));
 }

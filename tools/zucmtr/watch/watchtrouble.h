@@ -15,8 +15,8 @@ public:
 
     /// What shows that a trouble is over.
     enum class Cure {
-        Look, // its cause can be checked
-        Work  // only a recording that succeeds, or that none is left to try
+        Check, // its cause can be checked
+        Work   // only a recording that succeeds, or that none is left to try
     };
 
     /// The first pause; pauses double up to a minute, or stay at the first one if that is longer.
@@ -27,7 +27,7 @@ public:
     void Meet(const char* word, const QString& text, Cure cure, const QString& file = QString());
 
     /// What was checked is in order again.
-    void Looked();
+    void Checked();
 
     /// A recording succeeded.
     void Worked();
@@ -46,7 +46,7 @@ private:
     const std::chrono::milliseconds firstPause;
     std::chrono::milliseconds pause;
     bool on = false;
-    Cure cure = Cure::Look;
+    Cure cure = Cure::Check;
     QString word;
     QString text;
     Clock::time_point begin{};
