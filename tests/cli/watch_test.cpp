@@ -213,8 +213,8 @@ TEST(Watch, RecordIsOnTheDiskBeforeTheJournalSaysSo)
     const QString start = undo + station.Path("state\n") + undo + journal + '\n' + station.Path("state\n");
     const QString change = undo + station.Path("state\n") + undo + journal + '\n' + undo;
     EXPECT_EQ(synced.split('\n'), (start + change +
-                                   QStringList{station.Path("out"), record + ".cfg", record + ".dat",
-                                               record + ".hdr", record + ".inf", station.Path("out")}
+                                   QStringList{record + ".cfg", record + ".dat", record + ".hdr",
+                                               record + ".inf", station.Path("out")}
                                        .join('\n') +
                                    '\n' + change)
                                       .split('\n'));

@@ -154,12 +154,11 @@ class Ledger(unittest.TestCase):
             (directory / "x.part").touch()
         self.assertEqual({"debris": 5}, self.found())
 
-    def test_a_recording_may_come_again_if_the_journal_could_not_be_written(self):
+    def test_a_record_that_is_there_may_be_reported_again_but_not_written(self):
         self.record(2)
-        trouble = {"event": "trouble", "reason": "journalNotWritten"}
-        converted = {"event": "converted", "file": str(self.station.input / "rec1.ZU")}
-        self.ledger.note(stations.Run(1, "", [trouble, converted]))
-        self.ledger.note(stations.Run(0, "", [converted]))
+        converted = {"event": "converted", "status": "converted", "file": str(self.station.input / "rec1.ZU")}
+        self.ledger.note(stations.Run(1, "", [converted]))
+        self.ledger.note(stations.Run(0, "", [{**converted, "status": "present"}]))
         self.assertEqual({}, self.found())
         self.ledger.note(stations.Run(0, "", [converted]))
         self.assertEqual({"twice": 1}, self.found())
