@@ -95,13 +95,13 @@ TEST(Watch, KilledAtAnyMomentItGoesOnWhereItWas)
     }
     const Finished last = station.Once();
     EXPECT_EQ(last.code, 0) << last.err;
+    EXPECT_EQ(station.Names("out").filter(".zucmtr-watch"), QStringList{".zucmtr-watch"});
     EXPECT_EQ(station.Records().size(), count);
     // Each kill repeats the current recording and no other.
     EXPECT_LE(station.Events("converting").size() + Station::EventsIn(last.out, "converting").size(),
               count + kills);
     EXPECT_EQ(station.Count("converted"), count);
     EXPECT_EQ(Station::EventsIn(station.Once().out, "converting"), QStringList());
-    EXPECT_EQ(station.Names("out").filter(".zucmtr-watch"), QStringList{".zucmtr-watch"});
 }
 
 namespace {
