@@ -14,7 +14,7 @@ struct Meaning
     const char* text;
 };
 
-const Meaning meanings[] = {
+const Meaning Meanings[] = {
     {"Файл не существует [%1]", QT_TRANSLATE_NOOP("library", "there is no such file; check the path")},
     {"Файл не найден", QT_TRANSLATE_NOOP("library", "there is no such file; check the path")},
     {"Каталог не существует [%1]",
@@ -103,7 +103,7 @@ QString MeaningOrText(const QString& text)
 
 QString MeaningOf(const QString& text)
 {
-    for (const Meaning& meaning : meanings) {
+    for (const Meaning& meaning : Meanings) {
         const std::optional<QStringList> places = PlacesOf(text, QString::fromUtf8(meaning.library));
         if (!places)
             continue;

@@ -16,7 +16,7 @@ struct Failure
 };
 
 // The failures that files and directories can have.
-const Failure failures[] = {
+const Failure Failures[] = {
     {EACCES, QT_TRANSLATE_NOOP("system", "Permission denied")},
     {EPERM, QT_TRANSLATE_NOOP("system", "Operation not permitted")},
     {ENOENT, QT_TRANSLATE_NOOP("system", "No such file or directory")},
@@ -59,7 +59,7 @@ QString UnknownReason()
 
 QString SystemText(int error)
 {
-    for (const Failure& failure : failures) {
+    for (const Failure& failure : Failures) {
         if (failure.error == error)
             return Tr("system", failure.text);
     }
@@ -81,7 +81,7 @@ bool IsNoRoom(int error)
 
 QString SystemText(const QString& text)
 {
-    for (const Failure& failure : failures) {
+    for (const Failure& failure : Failures) {
         // The C library may have translated its text itself; the program's translation then replaces it.
         if (text == QLatin1String(failure.text) ||
             text == QString::fromLocal8Bit(std::strerror(failure.error)))

@@ -13,14 +13,14 @@ namespace inicheck {
 
 namespace {
 
-const char* const objectKey = "Объект";
-const char* const sourceKey = "Источник";
-const char* const subjectKey = "Субъект";
-const char* const renameKey = "Переименовать сигналы Comtrade";
-const char* const utf8Key = "Кодировка Comtrade UTF8";
-const char* const cffKey = "Тип Comtrade CFF";
-const char* const revisionKey = "Тип Comtrade 1999";
-const char* const deletionKey = "Удалять исходные";
+const char* const ObjectKey = "Объект";
+const char* const SourceKey = "Источник";
+const char* const SubjectKey = "Субъект";
+const char* const RenameKey = "Переименовать сигналы Comtrade";
+const char* const Utf8Key = "Кодировка Comtrade UTF8";
+const char* const CffKey = "Тип Comtrade CFF";
+const char* const RevisionKey = "Тип Comtrade 1999";
+const char* const DeletionKey = "Удалять исходные";
 
 enum class Reading { Stored, Absent, Bad };
 
@@ -69,10 +69,10 @@ private:
     {
         const QString key = QString::fromUtf8(rule.key);
         const IniLine* line = ini.Find(section, key);
-        if (rule.onlyWhenRenaming && !IsOn(renameKey)) {
+        if (rule.onlyWhenRenaming && !IsOn(RenameKey)) {
             if (line != nullptr)
                 Say(line->number, Severity::Note, reason::NotAskedFor,
-                    Tr("check", "'%1' is not read while '%2' is 0").arg(key, QString::fromUtf8(renameKey)));
+                    Tr("check", "'%1' is not read while '%2' is 0").arg(key, QString::fromUtf8(RenameKey)));
             return;
         }
         const Reading reading = line == nullptr ? Reading::Absent : ReadingOf(rule, line->value);
@@ -132,7 +132,7 @@ private:
     void CheckFileNames()
     {
         static const QRegularExpression left(QStringLiteral("[\"\\\\/:*?<>|]"));
-        for (const char* key : {objectKey, sourceKey, subjectKey}) {
+        for (const char* key : {ObjectKey, SourceKey, SubjectKey}) {
             const IniLine* line = ini.Find(section, QString::fromUtf8(key));
             if (line == nullptr)
                 continue;
@@ -146,7 +146,7 @@ private:
 
     void CheckCodePage()
     {
-        if (IsOn(utf8Key))
+        if (IsOn(Utf8Key))
             return;
         const QTextCodec& codec = *zu::CodecCP1251;
         for (const IniLine* line : ini.EntriesOf(section)) {
@@ -154,18 +154,18 @@ private:
                 Say(line->number, Severity::Warning, reason::LettersLost,
                     Tr("check", "'%1' holds letters that CP1251 lacks, which become '?' in the record; take "
                                 "others, or set '%2' to 1")
-                        .arg(line->key, QString::fromUtf8(utf8Key)));
+                        .arg(line->key, QString::fromUtf8(Utf8Key)));
         }
     }
 
     void CheckCombination()
     {
-        if (IsOn(cffKey) && IsOn(revisionKey))
-            Say(LineOf(cffKey, revisionKey), Severity::Warning, reason::CffIgnored,
+        if (IsOn(CffKey) && IsOn(RevisionKey))
+            Say(LineOf(CffKey, RevisionKey), Severity::Warning, reason::CffIgnored,
                 Tr("check", "'%1' is ignored beside '%2': the record has separate files")
-                    .arg(QString::fromUtf8(cffKey), QString::fromUtf8(revisionKey)));
-        if (IsOn(deletionKey))
-            Say(LineOf(deletionKey, deletionKey), Severity::Note, reason::RecordingsDeleted,
+                    .arg(QString::fromUtf8(CffKey), QString::fromUtf8(RevisionKey)));
+        if (IsOn(DeletionKey))
+            Say(LineOf(DeletionKey, DeletionKey), Severity::Note, reason::RecordingsDeleted,
                 Tr("check", "the recordings are deleted before anybody can compare their records; 'zucmtr "
                             "convert --remove-source' deletes each one after its record is verified"));
     }
@@ -206,7 +206,7 @@ bool IsDictionaryKey(const QString& key)
 
 void CheckIdentity(const IniLines& ini, const QString& section, const QString& defaults, Findings& findings)
 {
-    for (const char* key : {objectKey, sourceKey}) {
+    for (const char* key : {ObjectKey, SourceKey}) {
         const QString name = QString::fromUtf8(key);
         const IniLine* line = ini.Find(section, name);
         if (line == nullptr || line->value.isEmpty())

@@ -12,7 +12,7 @@ namespace output {
 
 namespace {
 
-constexpr int longestChain = 40; // of links, the limit of the system itself
+constexpr int LongestChain = 40; // of links, the limit of the system itself
 
 // The directory of the process's descriptors; what stands in it looks like links, but leads to open files.
 bool HoldsDescriptors(const QString& directory)
@@ -53,7 +53,7 @@ Target TargetOf(const QString& path)
     if (path == QLatin1String("-"))
         return {Kind::Stream, path, STDOUT_FILENO};
     QString file = path;
-    for (int links = 0; links < longestChain; ++links) {
+    for (int links = 0; links < LongestChain; ++links) {
         const QFileInfo info(file);
         const QString directory = QFileInfo(info.path()).canonicalFilePath();
         if (directory.isEmpty())

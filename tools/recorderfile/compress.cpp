@@ -8,7 +8,7 @@ namespace recorderfile {
 
 namespace {
 
-constexpr int widestCode = 15;
+constexpr int WidestCode = 15;
 
 void AppendWord(QByteArray& out, uint16_t word)
 {
@@ -93,7 +93,7 @@ QByteArray CompressSamplesWithWidth(const std::vector<int16_t>& samples, uint16_
 int SmallestWidthCode(const std::vector<int16_t>& items)
 {
     int widthCode = 0;
-    while (widthCode < widestCode && !AllFit(items, widthCode))
+    while (widthCode < WidestCode && !AllFit(items, widthCode))
         ++widthCode;
     return widthCode;
 }

@@ -33,7 +33,7 @@ struct BayRow
     double faultShare;
 };
 
-const BayRow bayRows[] = {
+const BayRow BayRows[] = {
     {"ВЛ-110 Восточная", "ВЛ 110 кВ Восточная", "ТН 1СШ-110", 110, "L", SignalSet::Line, 600, 0.5, 1.0},
     {"Частота 1СШ-110", "Частота 1 СШ 110 кВ", "", 110, "VTB", SignalSet::Frequency, 0, 0, 0},
     {"ТН 1СШ-110", "ТН 1 СШ 110 кВ", "", 110, "VTB", SignalSet::Voltages, 0, 0, 0},
@@ -52,7 +52,7 @@ const BayRow bayRows[] = {
     {"ЩПТ-1", "Щит постоянного тока 1", "", 110, "VTB", SignalSet::DirectCurrent, 0, 0, 0},
 };
 
-constexpr int bayRowCount = sizeof bayRows / sizeof bayRows[0];
+constexpr int BayRowCount = sizeof BayRows / sizeof BayRows[0];
 
 struct AnalogRow
 {
@@ -66,23 +66,23 @@ struct AnalogRow
 };
 
 // The signals of a set, in the order of the recorder.
-const AnalogRow analogRows[] = {
+const AnalogRow AnalogRows[] = {
     {SignalSet::Line, "Ia", "CT", Quantity::Current, 0, "А", 0},
     {SignalSet::Line, "Ib", "CT", Quantity::Current, 1, "А", 0},
     {SignalSet::Line, "Ic", "CT", Quantity::Current, 2, "А", 0},
-    {SignalSet::Line, "3I0", "CT", Quantity::Current, residual, "А", 0},
+    {SignalSet::Line, "3I0", "CT", Quantity::Current, Residual, "А", 0},
     {SignalSet::Line, "Ua", "VT", Quantity::Voltage, 0, "В", 0},
     {SignalSet::Line, "Ub", "VT", Quantity::Voltage, 1, "В", 0},
     {SignalSet::Line, "Uc", "VT", Quantity::Voltage, 2, "В", 0},
-    {SignalSet::Line, "3U0", "VT", Quantity::Voltage, residual, "В", 0},
+    {SignalSet::Line, "3U0", "VT", Quantity::Voltage, Residual, "В", 0},
     {SignalSet::Currents, "Ia", "CT", Quantity::Current, 0, "А", 0},
     {SignalSet::Currents, "Ib", "CT", Quantity::Current, 1, "А", 0},
     {SignalSet::Currents, "Ic", "CT", Quantity::Current, 2, "А", 0},
-    {SignalSet::Currents, "3I0", "CT", Quantity::Current, residual, "А", 0},
+    {SignalSet::Currents, "3I0", "CT", Quantity::Current, Residual, "А", 0},
     {SignalSet::Voltages, "Ua", "VT", Quantity::Voltage, 0, "кВ", 0},
     {SignalSet::Voltages, "Ub", "VT", Quantity::Voltage, 1, "кВ", 0},
     {SignalSet::Voltages, "Uc", "VT", Quantity::Voltage, 2, "кВ", 0},
-    {SignalSet::Voltages, "3U0", "VT", Quantity::Voltage, residual, "кВ", 0},
+    {SignalSet::Voltages, "3U0", "VT", Quantity::Voltage, Residual, "кВ", 0},
     {SignalSet::Frequency, "Fa", "F", Quantity::Frequency, 0, "Гц", 0},
     {SignalSet::Excitation, "Iрот", "PR_RC", Quantity::Level, 0, "А", 1500},
     {SignalSet::Excitation, "Uрот", "PR_RV", Quantity::Level, 0, "В", 280},
@@ -108,7 +108,7 @@ struct DiscreteRow
 };
 
 // The signals of every bay with current transformers, in the order of the recorder.
-const DiscreteRow discreteRows[] = {
+const DiscreteRow DiscreteRows[] = {
     {"Пуск защит", "RP", "ID", Behaviour::ProtectionStart, false},
     {"Откл. от защит", "RP", "FD", Behaviour::Trip, false},
     {"Выключатель включен", "TA", "SBC", Behaviour::BreakerClosed, false},
@@ -132,12 +132,12 @@ const DiscreteRow discreteRows[] = {
     {"Пуск ОМП", "FL", "OR", Behaviour::Off, false},
 };
 
-const BayRow outgoingLine = {"", "", "", 35, "L", SignalSet::Currents, 200, 0.4, 0.0};
+const BayRow OutgoingLine = {"", "", "", 35, "L", SignalSet::Currents, 200, 0.4, 0.0};
 
 // The bays after those of the table are outgoing lines, numbered from 1.
 const BayRow& RowAt(int index)
 {
-    return index < bayRowCount ? bayRows[index] : outgoingLine;
+    return index < BayRowCount ? BayRows[index] : OutgoingLine;
 }
 
 Bay BayAt(int index)
@@ -151,9 +151,9 @@ Bay BayAt(int index)
             row.ratedCurrent,
             row.load,
             row.faultShare};
-    if (index >= bayRowCount) {
-        bay.name = QStringLiteral("ВЛ-35 Отходящая %1").arg(index - bayRowCount + 1);
-        bay.displayName = QStringLiteral("ВЛ 35 кВ Отходящая %1").arg(index - bayRowCount + 1);
+    if (index >= BayRowCount) {
+        bay.name = QStringLiteral("ВЛ-35 Отходящая %1").arg(index - BayRowCount + 1);
+        bay.displayName = QStringLiteral("ВЛ 35 кВ Отходящая %1").arg(index - BayRowCount + 1);
     }
     return bay;
 }
@@ -216,7 +216,7 @@ std::vector<AnalogSignal> AnalogSignals(const StationOptions& options)
     const auto count = static_cast<size_t>(std::max(options.analogChannels, 0));
     std::vector<AnalogSignal> analog;
     for (int i = 0; analog.size() < count; ++i)
-        for (const AnalogRow& row : analogRows)
+        for (const AnalogRow& row : AnalogRows)
             if (row.signalSet == RowAt(i).signalSet && analog.size() < count)
                 analog.push_back(MakeSignal(BayAt(i), row));
     return analog;
@@ -231,7 +231,7 @@ std::vector<DiscreteSignal> DiscreteSignals(const StationOptions& options)
         const Bay bay = BayAt(i);
         if (!(bay.ratedCurrent > 0))
             continue;
-        for (const DiscreteRow& row : discreteRows)
+        for (const DiscreteRow& row : DiscreteRows)
             if (discrete.size() < count)
                 discrete.push_back({bay, bay.name + QLatin1Char(':') + QString::fromUtf8(row.name),
                                     QString::fromUtf8(row.groupCode), QString::fromUtf8(row.statusCode),

@@ -30,7 +30,7 @@ enum class Quantity {
 };
 
 // Phases 0 to 2 are a, b and c; this one is the sum of the three (3I0, 3U0).
-constexpr int residual = 3;
+constexpr int Residual = 3;
 
 // An analog signal of the recorder.
 struct AnalogSignal

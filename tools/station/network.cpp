@@ -9,20 +9,20 @@ namespace station {
 
 namespace {
 
-constexpr double nominalFrequency = 50.0;         // Hz
-constexpr double loadLag = 0.07;                  // turns, current behind voltage
-constexpr double faultLag = 80.0 / 360.0;         // turns
-constexpr double faultCurrentPeak = 5656.8542495; // A, 4 kA RMS
-constexpr double timeConstant = 0.05;             // s, of the DC component
-constexpr double remainingVoltage = 0.35;         // of the faulted phases, at the voltage level of the fault
-constexpr double farDip = 0.2;                    // fraction of the dip that other voltage levels see
-constexpr double frequencySlope = -0.5;           // Hz per second
-constexpr double timeToPickUp = 0.2;              // s, from 50 Hz to the pick-up value of the start
-constexpr double frequencyDipLength = 1.5;        // s
-constexpr double harmonicLevel = 0.2;             // of the fundamental
+constexpr double NominalFrequency = 50.0;         // Hz
+constexpr double LoadLag = 0.07;                  // turns, current behind voltage
+constexpr double FaultLag = 80.0 / 360.0;         // turns
+constexpr double FaultCurrentPeak = 5656.8542495; // A, 4 kA RMS
+constexpr double TimeConstant = 0.05;             // s, of the DC component
+constexpr double RemainingVoltage = 0.35;         // of the faulted phases, at the voltage level of the fault
+constexpr double FarDip = 0.2;                    // fraction of the dip that other voltage levels see
+constexpr double FrequencySlope = -0.5;           // Hz per second
+constexpr double TimeToPickUp = 0.2;              // s, from 50 Hz to the pick-up value of the start
+constexpr double FrequencyDipLength = 1.5;        // s
+constexpr double HarmonicLevel = 0.2;             // of the fundamental
 
-const double squareRootOfTwo = std::sqrt(2.0);
-const double squareRootOfThree = std::sqrt(3.0);
+const double SquareRootOfTwo = std::sqrt(2.0);
+const double SquareRootOfThree = std::sqrt(3.0);
 
 // Angle of a phase against phase a, turns.
 double PhaseAngle(size_t phase)
@@ -47,12 +47,12 @@ bool IsFaulted(Fault fault, size_t phase)
 
 double LoadPeak(const Bay& bay)
 {
-    return squareRootOfTwo * bay.ratedCurrent * bay.load;
+    return SquareRootOfTwo * bay.ratedCurrent * bay.load;
 }
 
 double LoadCurrent(const Bay& bay, size_t phase, double turns)
 {
-    return LoadPeak(bay) * SineOfTurns(turns + PhaseAngle(phase) - loadLag);
+    return LoadPeak(bay) * SineOfTurns(turns + PhaseAngle(phase) - LoadLag);
 }
 
 // Steady current of a faulted phase of the line, A. Between two phases the voltage Ubc drives it, which lags
@@ -61,16 +61,16 @@ double LoadCurrent(const Bay& bay, size_t phase, double turns)
 double SteadyFaultCurrent(Fault fault, const Bay& line, size_t phase, double turns)
 {
     if (fault != Fault::TwoPhase)
-        return faultCurrentPeak * SineOfTurns(turns + PhaseAngle(phase) - faultLag);
-    const double current = faultCurrentPeak * squareRootOfThree / 2.0 * SineOfTurns(turns - 0.25 - faultLag);
+        return FaultCurrentPeak * SineOfTurns(turns + PhaseAngle(phase) - FaultLag);
+    const double current = FaultCurrentPeak * SquareRootOfThree / 2.0 * SineOfTurns(turns - 0.25 - FaultLag);
     return (phase == 1 ? current : -current) - LoadCurrent(line, 0, turns) / 2.0;
 }
 
 // Load current from the angles at an instant, which saves computing a sine for each bay.
 double LoadCurrent(const Bay& bay, size_t phase, const Instant& instant)
 {
-    static const double lagSine = SineOfTurns(loadLag);
-    static const double lagCosine = SineOfTurns(loadLag + 0.25);
+    static const double lagSine = SineOfTurns(LoadLag);
+    static const double lagCosine = SineOfTurns(LoadLag + 0.25);
     const double fundamental = instant.sine[phase] * lagCosine - instant.cosine[phase] * lagSine;
     return LoadPeak(bay) * (fundamental + instant.harmonicShare[phase]);
 }
@@ -86,15 +86,15 @@ double CurrentOf(const Bay& bay, size_t phase, const Instant& instant)
 double VoltageOf(const Bay& bay, size_t phase, const Instant& instant)
 {
     static const unsigned faultedLevel = FaultedBay().kilovolts;
-    const double peak = bay.kilovolts * 1000.0 * squareRootOfTwo / squareRootOfThree; // V
-    const double part = bay.kilovolts == faultedLevel ? 1.0 : farDip;
+    const double peak = bay.kilovolts * 1000.0 * SquareRootOfTwo / SquareRootOfThree; // V
+    const double part = bay.kilovolts == faultedLevel ? 1.0 : FarDip;
     return peak * (instant.sine[phase] - part * instant.faultVoltage[phase]);
 }
 
 template <typename PhaseValue>
 double PhaseOrResidual(int phase, PhaseValue value)
 {
-    return phase == residual ? value(0) + value(1) + value(2) : value(static_cast<size_t>(phase));
+    return phase == Residual ? value(0) + value(1) + value(2) : value(static_cast<size_t>(phase));
 }
 
 } // namespace
@@ -110,7 +110,7 @@ Scenario MakeScenario(const StationOptions& options, StartKind start, double tri
     scenario.frequencyDip = start == StartKind::Frequency;
     scenario.harmonic = start == StartKind::Harmonic;
     scenario.trigger = trigger;
-    scenario.dipStart = std::fmax(0.0, trigger - timeToPickUp);
+    scenario.dipStart = std::fmax(0.0, trigger - TimeToPickUp);
     scenario.protectionStart = trigger + 0.012;
     scenario.breakerOpen = trigger + operatingTime;
     scenario.trip = scenario.breakerOpen - 0.045;
@@ -142,10 +142,10 @@ Instant Network::Next()
 double Network::Turns(double time) const
 {
     if (!scenario.frequencyDip || time <= scenario.dipStart)
-        return nominalFrequency * time;
+        return NominalFrequency * time;
     const double since = time - scenario.dipStart;
-    const double dip = std::fmin(since, frequencyDipLength);
-    return nominalFrequency * time + frequencySlope * dip * (since - dip / 2.0);
+    const double dip = std::fmin(since, FrequencyDipLength);
+    return NominalFrequency * time + FrequencySlope * dip * (since - dip / 2.0);
 }
 
 void Network::SetSource(Instant& instant, double time) const
@@ -156,11 +156,11 @@ void Network::SetSource(Instant& instant, double time) const
         instant.sine[phase] = SineOfTurns(turns + PhaseAngle(phase));
         instant.cosine[phase] = SineOfTurns(turns + PhaseAngle(phase) + 0.25);
         if (scenario.harmonic && triggered)
-            instant.harmonicShare[phase] = harmonicLevel * SineOfTurns(5.0 * (turns + PhaseAngle(phase)));
+            instant.harmonicShare[phase] = HarmonicLevel * SineOfTurns(5.0 * (turns + PhaseAngle(phase)));
     }
-    instant.frequency = nominalFrequency;
+    instant.frequency = NominalFrequency;
     if (scenario.frequencyDip && time >= scenario.dipStart)
-        instant.frequency += frequencySlope * std::fmin(time - scenario.dipStart, frequencyDipLength);
+        instant.frequency += FrequencySlope * std::fmin(time - scenario.dipStart, FrequencyDipLength);
 }
 
 void Network::SetFault(Instant& instant, double time)
@@ -169,7 +169,7 @@ void Network::SetFault(Instant& instant, double time)
         return;
     const double turns = Turns(time);
     const double atTrigger = Turns(scenario.trigger);
-    const double decay = DecayAfter((time - scenario.trigger) / timeConstant);
+    const double decay = DecayAfter((time - scenario.trigger) / TimeConstant);
     // Between two phases the dip leaves the mean of their voltages as it was.
     const double mean = scenario.fault == Fault::TwoPhase ? (instant.sine[1] + instant.sine[2]) / 2.0 : 0.0;
     for (size_t phase = 0; phase < 3; ++phase)
@@ -178,7 +178,7 @@ void Network::SetFault(Instant& instant, double time)
                                   SteadyFaultCurrent(scenario.fault, line, phase, atTrigger);
             instant.faultCurrent[phase] = SteadyFaultCurrent(scenario.fault, line, phase, turns) +
                                           direct * decay - LoadCurrent(line, phase, turns);
-            instant.faultVoltage[phase] = (1.0 - remainingVoltage) * (instant.sine[phase] - mean);
+            instant.faultVoltage[phase] = (1.0 - RemainingVoltage) * (instant.sine[phase] - mean);
         }
 }
 

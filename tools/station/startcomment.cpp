@@ -18,7 +18,7 @@ struct CommentRow
     const char* text; // %1: bay, %2: time stamp
 };
 
-const CommentRow commentRows[] = {
+const CommentRow CommentRows[] = {
     {StartKind::PositiveSequence, Needs::Analog, "ВЛ-110 Восточная", "Ia",
      "Пуск ПП (%1:I,12.0,11.4,0) I1 больше %2 (GPS)"},
     {StartKind::NegativeSequence, Needs::Analog, "ВЛ-110 Восточная", "Ia",
@@ -46,7 +46,7 @@ bool Has(const std::vector<Signal>& list, const QString& name)
 std::optional<QString> StartComment(StartKind start, const std::vector<AnalogSignal>& analog,
                                     const std::vector<DiscreteSignal>& discrete, const QString& stamp)
 {
-    for (const CommentRow& row : commentRows) {
+    for (const CommentRow& row : CommentRows) {
         if (row.start != start)
             continue;
         const QString bay = QString::fromUtf8(row.bay);

@@ -23,11 +23,11 @@ namespace {
 constexpr int64_t microsecondsInSecond = 1000000;
 constexpr int64_t recordingInterval = 600; // seconds between the recordings of the station
 constexpr int64_t usualTrigger = 500000;   // microseconds from the first sample
-constexpr int zoneHours = 3;
-constexpr int firstNumber = 123;
-constexpr int noiseSpan = 5; // noise of -2 to 2 codes
+constexpr int ZoneHours = 3;
+constexpr int FirstNumber = 123;
+constexpr int NoiseSpan = 5; // noise of -2 to 2 codes
 
-const StartKind allStarts[] = {
+const StartKind AllStarts[] = {
     StartKind::PositiveSequence, StartKind::NegativeSequence, StartKind::ZeroSequence, StartKind::Channel,
     StartKind::Discrete,         StartKind::Frequency,        StartKind::Harmonic,     StartKind::External};
 
@@ -56,7 +56,7 @@ struct Plan
 QString Stamp(int64_t microseconds)
 {
     const QDateTime time = QDateTime::fromSecsSinceEpoch(microseconds / microsecondsInSecond,
-                                                         Qt::OffsetFromUTC, zoneHours * 3600);
+                                                         Qt::OffsetFromUTC, ZoneHours * 3600);
     return time.toString(QStringLiteral("dd.MM.yy hh:mm:ss")) +
            QString::asprintf(".%06d", static_cast<int>(microseconds % microsecondsInSecond));
 }
@@ -142,7 +142,7 @@ AnalogChannel MakeAnalog(const AnalogSignal& signal, const Plan& plan, const std
     const double coefficient = double{signal.primary} * double{signal.secondary} * double{signal.scale};
     for (const Instant& instant : instants) {
         const double code = (ValueOf(signal, instant) - double{signal.offset}) / coefficient;
-        const long noise = static_cast<long>(random() % noiseSpan) - noiseSpan / 2;
+        const long noise = static_cast<long>(random() % NoiseSpan) - NoiseSpan / 2;
         channel.samples.push_back(
             static_cast<int16_t>(std::clamp(std::lround(code) + noise, -32767L, 32767L)));
     }
@@ -161,7 +161,7 @@ Recording MakeHeader(const Plan& plan, int64_t timeBase)
     recording.trigTime = static_cast<uint32_t>(plan.trigger / microsecondsInSecond);
     recording.trigMicroseconds = static_cast<int32_t>(plan.trigger % microsecondsInSecond);
     recording.duration = static_cast<uint32_t>(plan.duration);
-    recording.timeZone = zoneHours;
+    recording.timeZone = ZoneHours;
     return recording;
 }
 
@@ -172,7 +172,7 @@ std::vector<StartKind> PossibleStarts(const StationOptions& options)
     const auto analog = AnalogSignals(options);
     const auto discrete = DiscreteSignals(options);
     std::vector<StartKind> starts;
-    for (const StartKind start : allStarts)
+    for (const StartKind start : AllStarts)
         if (StartComment(start, analog, discrete, QString()))
             starts.push_back(start);
     return starts;
@@ -205,7 +205,7 @@ std::vector<Recording> MakeRecording(const StationOptions& options, StartKind st
 std::vector<NamedFile> MakeFiles(const StationOptions& options, StartKind start)
 {
     const QString firstFile = QStringLiteral("Vostochnaya_%1.ZU")
-                                  .arg(firstNumber + static_cast<int>(start), 6, 10, QLatin1Char('0'));
+                                  .arg(FirstNumber + static_cast<int>(start), 6, 10, QLatin1Char('0'));
     std::vector<NamedFile> files;
     for (const Recording& segment : MakeRecording(options, start))
         files.push_back(

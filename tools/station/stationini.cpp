@@ -18,7 +18,7 @@ struct KeyRow
 };
 
 // What the defaults say of this station; all else is as in every new section.
-const KeyRow stationKeys[] = {
+const KeyRow StationKeys[] = {
     {"Энергосистема", "Энергосистема Востока"},
     {"Субъект", "Восточные сети"},
     {"Объект", "ПС Узловая"},
@@ -33,19 +33,19 @@ const KeyRow stationKeys[] = {
 };
 
 // The device's own values; everything else comes from the defaults.
-const KeyRow deviceOwnKeys[] = {
+const KeyRow DeviceOwnKeys[] = {
     {"Источник", "РАС-1"},
     {"Номер шкафа", "12"},
     {"Серийный номер", "0123"},
 };
 
 // The namespace of the sample's channels, generated once at random: 94093c8e-13e7-4114-a382-8e4671eac728.
-const QUuid channelNames(0x94093c8e, 0x13e7, 0x4114, 0xa3, 0x82, 0x8e, 0x46, 0x71, 0xea, 0xc7, 0x28);
+const QUuid ChannelNames(0x94093c8e, 0x13e7, 0x4114, 0xa3, 0x82, 0x8e, 0x46, 0x71, 0xea, 0xc7, 0x28);
 
 // An identifier that depends on the name alone (RFC 4122, version 5).
 QString CimId(const QString& name)
 {
-    return QUuid::createUuidV5(channelNames, name).toString(QUuid::WithoutBraces);
+    return QUuid::createUuidV5(ChannelNames, name).toString(QUuid::WithoutBraces);
 }
 
 // The number of the line's circuit goes into the names of its currents.
@@ -94,7 +94,7 @@ void WriteFamily(QTextStream& out, const char* bound, const char* letters, const
 
 void WriteDeviceKeys(QTextStream& out, const QMap<QString, QString>& further)
 {
-    for (const KeyRow& row : deviceOwnKeys)
+    for (const KeyRow& row : DeviceOwnKeys)
         if (!further.contains(QString::fromUtf8(row.key)))
             out << QString::fromUtf8(row.key) << '=' << QString::fromUtf8(row.value) << '\n';
     for (auto key = further.begin(); key != further.end(); ++key)
@@ -119,7 +119,7 @@ QString MakeIni(const StationOptions& options)
     const auto discrete = DiscreteSignals(options);
 
     QMap<QString, QString> values;
-    for (const KeyRow& row : stationKeys)
+    for (const KeyRow& row : StationKeys)
         values.insert(QString::fromUtf8(row.key), QString::fromUtf8(row.value));
 
     QString text;

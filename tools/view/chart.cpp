@@ -11,7 +11,7 @@ namespace view {
 
 namespace {
 
-constexpr int axisWidth = 70; // pixels
+constexpr int AxisWidth = 70; // pixels
 
 QColor ColorOf(char phase)
 {
@@ -81,11 +81,11 @@ void Chart::DrawValues(double low, double high)
     SetFont(painter, 13);
     for (double value = std::ceil(low / step) * step; value <= high; value += step) {
         const double y = plot.bottom() - (value - low) / (high - low) * plot.height();
-        painter.setPen(rule);
+        painter.setPen(Rule);
         painter.drawLine(QPointF(plot.left(), y), QPointF(plot.right(), y));
-        painter.setPen(quiet);
+        painter.setPen(Quiet);
         const QString text = QString::number(std::abs(value) < step / 1000 ? 0 : value, 'g', 6);
-        painter.drawText(QRectF(plot.left() - axisWidth, y - 10, axisWidth - 8, 20),
+        painter.drawText(QRectF(plot.left() - AxisWidth, y - 10, AxisWidth - 8, 20),
                          Qt::AlignRight | Qt::AlignVCenter, text);
     }
 }

@@ -17,7 +17,7 @@ struct Range
 };
 
 // A third of a window shows what came before the fault.
-constexpr double partBeforeTrigger = 1.0 / 3;
+constexpr double PartBeforeTrigger = 1.0 / 3;
 
 qint64 BytesOfSample(const comtrade::Configuration& config)
 {
@@ -27,7 +27,7 @@ qint64 BytesOfSample(const comtrade::Configuration& config)
 Range Around(qint64 trigger, qint64 length, qint64 count)
 {
     length = std::min(length, count);
-    const auto before = static_cast<qint64>(static_cast<double>(length) * partBeforeTrigger);
+    const auto before = static_cast<qint64>(static_cast<double>(length) * PartBeforeTrigger);
     const qint64 first = std::clamp<qint64>(trigger - before, 0, count - length);
     return {first, first + length};
 }
@@ -53,8 +53,8 @@ Range Chosen(const QString& recordPath, const TimeAxis& axis, const comtrade::Co
     const qint64 count = CountOf(recordPath);
     if (options.window > 0) {
         const double last = axis.TimeOf(std::max<qint64>(count - 1, 0));
-        const bool isOver = -options.window * partBeforeTrigger > last; // before the trigger
-        const double wanted = isOver ? last - options.window : -options.window * partBeforeTrigger;
+        const bool isOver = -options.window * PartBeforeTrigger > last; // before the trigger
+        const double wanted = isOver ? last - options.window : -options.window * PartBeforeTrigger;
         const double start = std::max(wanted, axis.TimeOf(0));
         return {axis.SampleAt(start, count), axis.SampleAt(start + options.window, count) + 1};
     }

@@ -22,13 +22,13 @@ namespace view {
 
 namespace {
 
-constexpr int width = 1400; // pixels
-constexpr int height = 860; // without states
-constexpr int margin = 24;
-constexpr int figuresWidth = 400;
-constexpr int axisWidth = 70;
-constexpr int titleHeight = 64;
-constexpr int rulerHeight = 26;
+constexpr int Width = 1400; // pixels
+constexpr int Height = 860; // without states
+constexpr int Margin = 24;
+constexpr int FiguresWidth = 400;
+constexpr int AxisWidth = 70;
+constexpr int TitleHeight = 64;
+constexpr int RulerHeight = 26;
 
 // The circuit that the report names, or the first one with voltages or currents.
 QString ShownCircuit(const Oscillogram& oscillogram)
@@ -50,18 +50,18 @@ public:
           figures(Figures(oscillogram_.report)), stretch(oscillogram_), states(oscillogram_)
     {}
 
-    QSize Size() const { return {width, height + states.Height()}; }
+    QSize Size() const { return {Width, Height + states.Height()}; }
 
     void Draw(QPainter& painter) const
     {
-        const int statesTop = height - margin - rulerHeight;
+        const int statesTop = Height - Margin - RulerHeight;
         painter.fillRect(QRect(QPoint(0, 0), Size()), Qt::white);
         painter.setRenderHint(QPainter::Antialiasing);
         DrawTitle(painter);
-        const int chartHeight = (statesTop - titleHeight - margin) / 2;
-        const int beside = figures.isEmpty() ? 0 : figuresWidth;
-        const QRectF plot(margin + axisWidth, titleHeight + margin, width - 3 * margin - axisWidth - beside,
-                          chartHeight - margin);
+        const int chartHeight = (statesTop - TitleHeight - Margin) / 2;
+        const int beside = figures.isEmpty() ? 0 : FiguresWidth;
+        const QRectF plot(Margin + AxisWidth, TitleHeight + Margin, Width - 3 * Margin - AxisWidth - beside,
+                          chartHeight - Margin);
         const QRectF tracks(plot.left(), statesTop, plot.width(), states.Height());
         const QRectF charts(plot.topLeft(), tracks.bottomRight());
         DrawTimes(painter, charts);
@@ -71,7 +71,7 @@ public:
         states.Draw(painter, stretch, tracks);
         DrawTrigger(painter, charts);
         DrawFigures(painter,
-                    QRectF(width - margin - figuresWidth, titleHeight + margin, figuresWidth, statesTop));
+                    QRectF(Width - Margin - FiguresWidth, TitleHeight + Margin, FiguresWidth, statesTop));
     }
 
 private:
@@ -79,12 +79,12 @@ private:
     {
         const comtrade::Configuration& config = oscillogram.config;
         SetFont(painter, 24, true);
-        painter.setPen(ink);
-        painter.drawText(QRectF(margin, 14, width - 2 * margin, 30), Qt::AlignVCenter, config.station);
+        painter.setPen(Ink);
+        painter.drawText(QRectF(Margin, 14, Width - 2 * Margin, 30), Qt::AlignVCenter, config.station);
         SetFont(painter, 15);
-        painter.setPen(quiet);
+        painter.setPen(Quiet);
         const QStringList parts = {config.device, StampText(config.trigger), circuit};
-        painter.drawText(QRectF(margin, 44, width - 2 * margin, 22), Qt::AlignVCenter,
+        painter.drawText(QRectF(Margin, 44, Width - 2 * Margin, 22), Qt::AlignVCenter,
                          parts.join(QStringLiteral("  ·  ")));
     }
 
@@ -97,10 +97,10 @@ private:
         for (double time = std::ceil(stretch.From() * milliseconds / step) * step;
              time <= stretch.To() * milliseconds; time += step) {
             const double x = stretch.XOf(charts, time / milliseconds);
-            painter.setPen(quiet);
-            painter.drawText(QRectF(x - 50, charts.bottom() + 4, 100, rulerHeight - 4), Qt::AlignCenter,
+            painter.setPen(Quiet);
+            painter.drawText(QRectF(x - 50, charts.bottom() + 4, 100, RulerHeight - 4), Qt::AlignCenter,
                              Tr("view", "%1 ms").arg(std::abs(time) < step / 1000 ? 0 : time));
-            painter.setPen(rule);
+            painter.setPen(Rule);
             painter.drawLine(QPointF(x, charts.top()), QPointF(x, charts.bottom()));
         }
     }
@@ -109,7 +109,7 @@ private:
     {
         if (stretch.From() > 0 || stretch.To() < 0)
             return;
-        painter.setPen(QPen(triggerColor, 1.5, Qt::DashLine));
+        painter.setPen(QPen(TriggerColor, 1.5, Qt::DashLine));
         painter.drawLine(QPointF(stretch.XOf(charts, 0), charts.top()),
                          QPointF(stretch.XOf(charts, 0), charts.bottom()));
     }
@@ -119,7 +119,7 @@ private:
         SetFont(painter, 14);
         double y = area.top();
         for (const QString& line : figures) {
-            painter.setPen(line.endsWith(QLatin1Char(':')) ? quiet : ink);
+            painter.setPen(line.endsWith(QLatin1Char(':')) ? Quiet : Ink);
             const QRectF room(area.left(), y, area.width(), area.bottom() - y);
             const QRectF taken = painter.boundingRect(room, Qt::TextWordWrap, line);
             painter.drawText(room, Qt::TextWordWrap, line);

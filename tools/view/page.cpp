@@ -20,7 +20,7 @@ namespace view {
 namespace {
 
 // In the order of their dependencies.
-constexpr const char* scripts[] = {"dygraph",      "texts",  "axis",   "channels",  "periods", "power",
+constexpr const char* Scripts[] = {"dygraph",      "texts",  "axis",   "channels",  "periods", "power",
                                    "reportmethod", "frame",  "strips", "tracks",    "cursors", "reasons",
                                    "phasors",      "tables", "report", "navigator", "main"};
 
@@ -134,7 +134,7 @@ Held WritePage(const QString& recordPath, const QString& pagePath, const Options
     const Oscillogram oscillogram = Load(recordPath, options);
     const QString source = options.source.isEmpty() ? QFileInfo(recordPath).fileName() : options.source;
     std::vector<QByteArray> texts;
-    for (const char* name : scripts)
+    for (const char* name : Scripts)
         texts.push_back(Script(name));
     const std::vector<QByteArray> frame =
         SplitAt(Resource(QStringLiteral("page.html")), {"@POLICY@", "@TITLE@", "@STYLES@", "@BODY@"});

@@ -8,13 +8,13 @@ namespace view {
 
 namespace {
 
-constexpr int rowHeight = 22; // pixels
-constexpr size_t mostStates = 14;
+constexpr int RowHeight = 22; // pixels
+constexpr size_t MostStates = 14;
 
 std::vector<size_t> ChangingStates(const Oscillogram& oscillogram)
 {
     std::vector<size_t> changing;
-    for (size_t i = 0; i < oscillogram.states.size() && changing.size() < mostStates; ++i)
+    for (size_t i = 0; i < oscillogram.states.size() && changing.size() < MostStates; ++i)
         if (oscillogram.states[i].Changes() > 0)
             changing.push_back(i);
     return changing;
@@ -22,9 +22,9 @@ std::vector<size_t> ChangingStates(const Oscillogram& oscillogram)
 
 void DrawOne(QPainter& painter, const Stretch& stretch, const QRectF& track, const States& channel)
 {
-    painter.setPen(rule);
+    painter.setPen(Rule);
     painter.drawLine(track.bottomLeft(), track.bottomRight());
-    QColor fill = stateColor;
+    QColor fill = StateColor;
     fill.setAlpha(90);
     const size_t end = stretch.End();
     for (size_t sample = stretch.Begin(); sample < end; ++sample) {
@@ -47,17 +47,17 @@ StateTracks::StateTracks(const Oscillogram& oscillogram_)
 
 int StateTracks::Height() const
 {
-    return rowHeight * static_cast<int>(changing.size());
+    return RowHeight * static_cast<int>(changing.size());
 }
 
 void StateTracks::Draw(QPainter& painter, const Stretch& stretch, const QRectF& tracks) const
 {
     SetFont(painter, 12);
     for (size_t row = 0; row < changing.size(); ++row) {
-        const QRectF track(tracks.left(), tracks.top() + rowHeight * static_cast<double>(row), tracks.width(),
-                           rowHeight - 5);
+        const QRectF track(tracks.left(), tracks.top() + RowHeight * static_cast<double>(row), tracks.width(),
+                           RowHeight - 5);
         DrawOne(painter, stretch, track, oscillogram.states[changing[row]]);
-        painter.setPen(ink);
+        painter.setPen(Ink);
         painter.drawText(track.adjusted(6, 0, 0, 0), Qt::AlignVCenter,
                          oscillogram.config.states[changing[row]].name);
     }

@@ -7,8 +7,8 @@ namespace view {
 
 namespace {
 
-constexpr double periodsBefore = 3;
-constexpr double periodsShown = 12;
+constexpr double PeriodsBefore = 3;
+constexpr double PeriodsShown = 12;
 
 } // namespace
 
@@ -19,8 +19,8 @@ Stretch::Stretch(const Oscillogram& oscillogram_) : oscillogram(oscillogram_)
     const double start = axis.TimeOf(oscillogram.first);
     const double end = axis.TimeOf(last);
     const double period = 1 / MainsFrequency(oscillogram.config);
-    from = std::max(start, -periodsBefore * period);
-    to = std::min(end, from + periodsShown * period);
+    from = std::max(start, -PeriodsBefore * period);
+    to = std::min(end, from + PeriodsShown * period);
     if (from < to)
         return;
     from = start;

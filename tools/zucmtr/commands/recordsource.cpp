@@ -18,7 +18,7 @@
 namespace {
 
 // Keys that decide what becomes of the files. They override the user's, as the last of equal keys counts.
-const char* const ownKeys = "\nУдалять исходные=0\nТип Comtrade CFF=0\nТип Comtrade BIN=1\n"
+const char* const OwnKeys = "\nУдалять исходные=0\nТип Comtrade CFF=0\nТип Comtrade BIN=1\n"
                             "Кодировка Comtrade UTF8=1\nТип Comtrade 1999=0\n";
 
 bool IsRecord(const QString& file)
@@ -59,9 +59,9 @@ QByteArray NamelessDefaults(const QString& file)
 QByteArray IniText(const QString& file, const DeviceChoice& choice)
 {
     if (choice.ini.isEmpty())
-        return NamelessDefaults(file) + ownKeys + "\n[Device]\nИсточник=-\n";
+        return NamelessDefaults(file) + OwnKeys + "\n[Device]\nИсточник=-\n";
     const QByteArray device = "\n[" + choice.device.toUtf8() + "]";
-    return ReadWhole(choice.ini) + device + ownKeys;
+    return ReadWhole(choice.ini) + device + OwnKeys;
 }
 
 void Write(const QString& path, const QByteArray& bytes)

@@ -22,12 +22,12 @@ struct SampleCommandOptions
     bool force = false;
 };
 
-const char* const iniName = "ZuDrv.ini";
+const char* const IniName = "ZuDrv.ini";
 
 // Files of an older sample in the directory.
 QStringList PresentFiles(const QDir& directory)
 {
-    const QStringList patterns = {QLatin1String(iniName), QStringLiteral("Vostochnaya_00012[3-9].Z*"),
+    const QStringList patterns = {QLatin1String(IniName), QStringLiteral("Vostochnaya_00012[3-9].Z*"),
                                   QStringLiteral("Vostochnaya_000130.Z*")};
     return directory.entryList(patterns, QDir::Files | QDir::Hidden | QDir::CaseSensitive, QDir::Name);
 }
@@ -46,8 +46,8 @@ bool Write(const QString& path, const QByteArray& bytes)
 // Removes the files that it writes from the list of older ones.
 bool WriteStation(const QDir& directory, const station::StationOptions& options, QStringList& older)
 {
-    older.removeAll(QLatin1String(iniName));
-    if (!Write(directory.filePath(QLatin1String(iniName)), station::MakeIni(options).toUtf8()))
+    older.removeAll(QLatin1String(IniName));
+    if (!Write(directory.filePath(QLatin1String(IniName)), station::MakeIni(options).toUtf8()))
         return false;
     for (const station::StartKind start : station::PossibleStarts(options)) {
         for (const recorderfile::NamedFile& file : station::MakeFiles(options, start)) {
@@ -63,7 +63,7 @@ QString ConvertCommand(const QString& program, const QDir& directory)
 {
     const QString records = ShellWord(directory.filePath(QStringLiteral("comtrade")));
     return QStringLiteral("mkdir -p %1 && %2 convert --ini %3 --defaults %4 --device %5 --out %1 %6/%5_*.ZU")
-        .arg(records, ShellWord(program), ShellWord(directory.filePath(QLatin1String(iniName))),
+        .arg(records, ShellWord(program), ShellWord(directory.filePath(QLatin1String(IniName))),
              station::DefaultsSection(), station::DeviceSection(), ShellWord(directory.path()));
 }
 

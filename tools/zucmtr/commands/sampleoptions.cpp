@@ -17,14 +17,14 @@
 namespace {
 
 // A recorder file's limits.
-constexpr int channelLimit = 4096;
-constexpr double durationLimit = 268;  // seconds of a segment
-constexpr double rateLimit = 10000000; // samples per second
-constexpr int segmentsLimit = zu::MostContinuations + 1;
+constexpr int ChannelLimit = 4096;
+constexpr double DurationLimit = 268;  // seconds of a segment
+constexpr double RateLimit = 10000000; // samples per second
+constexpr int SegmentsLimit = zu::MostContinuations + 1;
 
 // The station is made in memory.
-constexpr double pointsLimit = 10e6;   // samples of a channel in a segment
-constexpr double samplesLimit = 500e6; // samples of a recording
+constexpr double PointsLimit = 10e6;   // samples of a channel in a segment
+constexpr double SamplesLimit = 500e6; // samples of a recording
 
 station::Fault FaultOf(const std::string& name)
 {
@@ -40,13 +40,13 @@ void CheckChannels(const station::StationOptions& options)
     // A chain gets a discrete channel even if none is asked for, so the channels are counted as they are
     // made.
     const size_t channels = station::AnalogSignals(options).size() + station::DiscreteSignals(options).size();
-    if (channels >= channelLimit)
+    if (channels >= ChannelLimit)
         throw ConfigurationError(
             Tr("sample", "--analog %1 and --discrete %2 make %3 channels; a recording has fewer than %4")
                 .arg(options.analogChannels)
                 .arg(options.discreteChannels)
                 .arg(channels)
-                .arg(channelLimit));
+                .arg(ChannelLimit));
 }
 
 // The points are rounded to whole samples, one at least, so a segment may last longer than asked for.
@@ -54,23 +54,23 @@ void CheckLength(const station::StationOptions& options)
 {
     const double points = std::max(1.0, std::round(options.seconds * options.sampleRate));
     const double duration = points / options.sampleRate;
-    if (!(duration < durationLimit))
+    if (!(duration < DurationLimit))
         throw ConfigurationError(Tr("sample", "--rate %1 and --seconds %2 make a segment of %3 s; it lasts "
                                               "less than %4 s: raise the rate")
                                      .arg(options.sampleRate)
                                      .arg(options.seconds)
                                      .arg(duration)
-                                     .arg(durationLimit));
+                                     .arg(DurationLimit));
     const double samples = points * std::max(1, options.analogChannels) * options.segments;
-    if (points > pointsLimit || samples > samplesLimit)
+    if (points > PointsLimit || samples > SamplesLimit)
         throw ConfigurationError(
             Tr("sample",
                "the recordings would have %1 samples per channel and segment, %2 in all; at most %3 "
                "and %4 are made: lower --rate, --seconds, --segments or --analog")
                 .arg(points, 0, 'f', 0)
                 .arg(samples, 0, 'f', 0)
-                .arg(pointsLimit, 0, 'f', 0)
-                .arg(samplesLimit, 0, 'f', 0));
+                .arg(PointsLimit, 0, 'f', 0)
+                .arg(SamplesLimit, 0, 'f', 0));
 }
 
 } // namespace
@@ -80,25 +80,25 @@ void AddStationOptions(CLI::App& command, SampleOptions& options)
     station::StationOptions& station = options.station;
     command
         .add_option("--analog", station.analogChannels, HelpText("sample", "Analog channels, 0 to 4095 (32)"))
-        ->transform(values::WholeNumber(0, channelLimit - 1))
+        ->transform(values::WholeNumber(0, ChannelLimit - 1))
         ->type_name("N");
     command
         .add_option("--discrete", station.discreteChannels,
                     HelpText("sample", "Discrete channels, 0 to 4095 (64)"))
-        ->transform(values::WholeNumber(0, channelLimit - 1))
+        ->transform(values::WholeNumber(0, ChannelLimit - 1))
         ->type_name("N");
     command
         .add_option("--rate", station.sampleRate,
                     HelpText("sample", "Samples per second, below 10000000 (2400)"))
-        ->check(values::NumberBelow(rateLimit))
+        ->check(values::NumberBelow(RateLimit))
         ->type_name("HZ");
     command
         .add_option("--seconds", station.seconds, HelpText("sample", "Length of a segment, below 268 (2)"))
-        ->check(values::NumberBelow(durationLimit))
+        ->check(values::NumberBelow(DurationLimit))
         ->type_name("S");
     command
         .add_option("--segments", station.segments, HelpText("sample", "Files of a recording, 1 to 16 (1)"))
-        ->transform(values::WholeNumber(1, segmentsLimit))
+        ->transform(values::WholeNumber(1, SegmentsLimit))
         ->type_name("N");
     CLI::Option* compressed = command.add_flag("--compressed", options.compressed,
                                                HelpText("sample", "Compress the samples (the default)"));

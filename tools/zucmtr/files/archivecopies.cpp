@@ -25,11 +25,11 @@ namespace sourcefiles {
 
 namespace {
 
-constexpr char partEnding[] = ".part";
+constexpr char PartEnding[] = ".part";
 
 QString PartOf(const QString& path)
 {
-    return path + QLatin1String(partEnding);
+    return path + QLatin1String(PartEnding);
 }
 
 void Unlink(const QString& path)
@@ -299,8 +299,8 @@ QStringList RemoveParts(const QString& directory)
 {
     QStringList removed;
     for (const QString& name : systemfile::NamesIn(directory)) {
-        if (!name.endsWith(QLatin1String(partEnding)) ||
-            !zu::IsRecorderFile(name.chopped(static_cast<int>(sizeof partEnding) - 1)))
+        if (!name.endsWith(QLatin1String(PartEnding)) ||
+            !zu::IsRecorderFile(name.chopped(static_cast<int>(sizeof PartEnding) - 1)))
             continue;
         const QString path = directory + QLatin1Char('/') + name;
         Descriptor held;

@@ -14,7 +14,7 @@
 
 namespace {
 
-constexpr int patience = 2000; // ms
+constexpr int Patience = 2000; // ms
 
 // The system's error that made the library fail; 0 if there was none.
 int ErrorOf(sqlite3* handle, int code, const QString& path)
@@ -46,7 +46,7 @@ Database::Database(const QString& path_)
     handle.reset(opened);
     if (code != SQLITE_OK)
         Fail(code);
-    sqlite3_busy_timeout(opened, patience);
+    sqlite3_busy_timeout(opened, Patience);
 }
 
 void Database::Run(const char* command, const QStringList& values, const Row& row)

@@ -22,7 +22,7 @@ namespace systemfile {
 
 namespace {
 
-constexpr size_t block = 1 << 16;
+constexpr size_t Block = 1 << 16;
 
 std::int64_t Nanoseconds(const statx_timestamp& time)
 {
@@ -201,7 +201,7 @@ Descriptor OpenToRead(const QString& path)
 int ReadThrough(const Descriptor& file, Fingerprint& fingerprint)
 {
     posix_fadvise(file.Number(), 0, 0, POSIX_FADV_SEQUENTIAL);
-    std::vector<char> buffer(block);
+    std::vector<char> buffer(Block);
     fingerprint = Fingerprint();
     for (;;) {
         const ssize_t count = ReadAt(file, buffer, fingerprint.size);
@@ -209,22 +209,22 @@ int ReadThrough(const Descriptor& file, Fingerprint& fingerprint)
             return errno;
         fingerprint.value = Mixed(fingerprint.value, buffer.data(), static_cast<size_t>(count));
         fingerprint.size += count;
-        if (static_cast<size_t>(count) < block)
+        if (static_cast<size_t>(count) < Block)
             return 0;
     }
 }
 
 int Compare(const Descriptor& a, const Descriptor& b, bool& same)
 {
-    std::vector<char> first(block);
-    std::vector<char> second(block);
-    for (std::int64_t at = 0;; at += block) {
+    std::vector<char> first(Block);
+    std::vector<char> second(Block);
+    for (std::int64_t at = 0;; at += Block) {
         const ssize_t count = ReadAt(a, first, at);
         const ssize_t other = count < 0 ? -1 : ReadAt(b, second, at);
         if (other < 0)
             return errno;
         same = count == other && std::memcmp(first.data(), second.data(), static_cast<size_t>(count)) == 0;
-        if (!same || static_cast<size_t>(count) < block)
+        if (!same || static_cast<size_t>(count) < Block)
             return 0;
     }
 }

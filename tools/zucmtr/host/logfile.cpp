@@ -12,7 +12,7 @@
 
 namespace {
 
-constexpr int linesShown = 25; // a section with all its keys and the error
+constexpr int LinesShown = 25; // a section with all its keys and the error
 
 } // namespace
 
@@ -87,8 +87,8 @@ QStringList LogFile::TakeNewLines()
     QStringList lines = QString::fromUtf8(bytes).split(QLatin1Char('\n'));
     if (lines.last().isEmpty())
         lines.removeLast();
-    if (lines.size() > linesShown) {
-        const int hidden = lines.size() - linesShown;
+    if (lines.size() > LinesShown) {
+        const int hidden = lines.size() - LinesShown;
         lines = lines.mid(hidden);
         lines.prepend(Tr("log", "... (%1 lines before)").arg(hidden));
     }

@@ -24,7 +24,7 @@
 namespace {
 
 // How often in a row a recording is converted if it keeps changing meanwhile.
-constexpr int mostTries = 3;
+constexpr int MostTries = 3;
 
 void FailForAMoment(BatchItem& item)
 {
@@ -86,7 +86,7 @@ BatchItem Worker::Work(const Recording& recording)
     BatchItem item;
     try {
         QStringList before; // what became of files in earlier tries
-        for (int tries = 1; tries <= mostTries; ++tries) {
+        for (int tries = 1; tries <= MostTries; ++tries) {
             item = TryOnce(recording);
             if (std::strcmp(item.reason, reason::SourceChanged) != 0)
                 break;

@@ -6,7 +6,7 @@
 namespace {
 
 // Texts that the parser itself writes into the help.
-const char* const headings[] = {
+const char* const Headings[] = {
     QT_TRANSLATE_NOOP("parser", "Usage"),      QT_TRANSLATE_NOOP("parser", "OPTIONS"),
     QT_TRANSLATE_NOOP("parser", "SUBCOMMAND"), QT_TRANSLATE_NOOP("parser", "Positionals"),
     QT_TRANSLATE_NOOP("parser", "REQUIRED"),   QT_TRANSLATE_NOOP("parser", "Excludes"),
@@ -14,7 +14,7 @@ const char* const headings[] = {
 };
 
 // Names of values and arguments in the help.
-const char* const valueNames[] = {
+const char* const ValueNames[] = {
     QT_TRANSLATE_NOOP("parser", "FILE"),    QT_TRANSLATE_NOOP("parser", "DIR"),
     QT_TRANSLATE_NOOP("parser", "SECTION"), QT_TRANSLATE_NOOP("parser", "COMMAND"),
     QT_TRANSLATE_NOOP("parser", "NAME"),    QT_TRANSLATE_NOOP("parser", "KIND"),
@@ -27,9 +27,9 @@ const char* const valueNames[] = {
 
 HelpFormat::HelpFormat()
 {
-    for (const char* text : headings)
+    for (const char* text : Headings)
         label(text, HelpText("parser", text));
-    for (const char* text : valueNames)
+    for (const char* text : ValueNames)
         label(text, HelpText("parser", text));
 }
 
@@ -67,7 +67,7 @@ bool IsHidden(const CLI::Option& option)
 
 QString ShownName(const QString& name)
 {
-    for (const char* known : valueNames) {
+    for (const char* known : ValueNames) {
         if (name == QLatin1String(known))
             return Tr("parser", known);
     }

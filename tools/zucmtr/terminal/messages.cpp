@@ -16,7 +16,7 @@ namespace messages {
 
 namespace {
 
-constexpr int mostKept = 20; // until there is a log
+constexpr int MostKept = 20; // until there is a log
 
 struct Store
 {
@@ -59,7 +59,7 @@ void Note(const QString& text)
     const std::lock_guard<std::mutex> lock(store.mutex);
     if (store.log)
         store.log(text);
-    else if (store.kept.size() < mostKept)
+    else if (store.kept.size() < MostKept)
         store.kept << text;
     isNoting = false;
 }

@@ -21,7 +21,7 @@ struct OwnText
     const char* text;
 };
 
-const OwnText ownTexts[] = {
+const OwnText OwnTexts[] = {
     {"%1 is required", QT_TRANSLATE_NOOP("parser", "%1 is required")},
     {"%1 requires %2", QT_TRANSLATE_NOOP("parser", "%1 is given without %2; give both")},
     {"%1 excludes %2", QT_TRANSLATE_NOOP("parser", "%1 and %2 exclude each other; leave one out")},
@@ -136,7 +136,7 @@ QString ParseErrorText(const CLI::App& app, const CLI::ParseError& error)
     if (!unexpected.isEmpty())
         return unexpected;
     QString text = text::MessageOf(error);
-    for (const OwnText& own : ownTexts) {
+    for (const OwnText& own : OwnTexts) {
         std::optional<QStringList> values = explain::PlacesOf(text, QLatin1String(own.parser));
         if (!values)
             continue;

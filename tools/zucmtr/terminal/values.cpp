@@ -39,11 +39,11 @@ bool ParseSize(const QString& text, uint64_t& bytes)
 }
 
 // The words to offer are in the validator's name, after this mark: all its other fields are in the help.
-const char* const offered = "offered: ";
+const char* const Offered = "offered: ";
 
 std::string NameWith(const std::vector<std::string>& words)
 {
-    return offered + CLI::detail::join(words, " ");
+    return Offered + CLI::detail::join(words, " ");
 }
 
 } // namespace
@@ -115,8 +115,8 @@ QStringList OfferedWords(CLI::Option& option)
     try {
         for (int i = 0;; ++i) {
             const QString name = FromUtf8(option.get_validator(i)->get_name());
-            if (name.startsWith(QLatin1String(offered)))
-                return name.mid(static_cast<int>(qstrlen(offered))).split(QLatin1Char(' '));
+            if (name.startsWith(QLatin1String(Offered)))
+                return name.mid(static_cast<int>(qstrlen(Offered))).split(QLatin1Char(' '));
         }
     } catch (const CLI::OptionNotFound&) {
         return {};

@@ -9,9 +9,9 @@ namespace {
 // Further lines: the mark of a verdict, the print of the recording and the absolute path of its first file;
 // of a converted one its record; of one converted in part, or given up, the print of the access to its files.
 // They are separated by blanks, and have theirs as %XX.
-const char* const header = "zucmtr watch 1\n";
-const char* const marks = "?BFKWCPG"; // in the order of the verdicts
-constexpr int printSize = 40;
+const char* const Header = "zucmtr watch 1\n";
+const char* const Marks = "?BFKWCPG"; // in the order of the verdicts
+constexpr int PrintSize = 40;
 
 QString Decoded(const QByteArray& bytes)
 {
@@ -22,7 +22,7 @@ QString Decoded(const QByteArray& bytes)
 
 bool Is(const QByteArray& begin)
 {
-    return !begin.isEmpty() && (begin.startsWith(header) || QByteArray(header).startsWith(begin));
+    return !begin.isEmpty() && (begin.startsWith(Header) || QByteArray(Header).startsWith(begin));
 }
 
 void Read(const QByteArray& bytes, const Take& take)
@@ -32,12 +32,12 @@ void Read(const QByteArray& bytes, const Take& take)
     lines.removeLast(); // what comes after the last line's end
     for (const QByteArray& line : lines.mid(1)) {
         const QList<QByteArray> words = line.split(' ');
-        const int number = words[0].size() == 1 ? QByteArray(marks).indexOf(words[0]) : 0;
+        const int number = words[0].size() == 1 ? QByteArray(Marks).indexOf(words[0]) : 0;
         const auto verdict = static_cast<Verdict>(std::max(number, 0));
         const int least = verdict == Verdict::Converted ? 4 : 3;
         const int most = verdict == Verdict::Converted || verdict == Verdict::GivenUp ? least + 1 : least;
         if (verdict != Verdict::Unknown && words.size() >= least && words.size() <= most &&
-            words[1].size() == printSize)
+            words[1].size() == PrintSize)
             take(Decoded(words[2]), {words[1], verdict, least == 4 ? Decoded(words[3]) : QString(),
                                      Decoded(words.value(least))});
     }

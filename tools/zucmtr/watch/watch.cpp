@@ -24,16 +24,16 @@ namespace {
 
 // A recording is given up when its process was killed from outside so often: it may be the one that takes all
 // the memory.
-constexpr int killsBorne = 16;
+constexpr int KillsBorne = 16;
 
 // If the program ended so often while it worked on a recording, a separate process shows whether that is the
 // recording's fault. A power failure, the system or somebody else may have ended the program as well.
-constexpr int endsBorne = 2;
+constexpr int EndsBorne = 2;
 
 // A run with --once ends after so many recordings in a row for which there was no room.
-constexpr int troublesBorne = 2;
+constexpr int TroublesBorne = 2;
 
-constexpr std::chrono::milliseconds troublePause{500}; // the shortest time between two checks of it
+constexpr std::chrono::milliseconds TroublePause{500}; // the shortest time between two checks of it
 
 double Seconds(std::chrono::milliseconds time)
 {
@@ -112,7 +112,7 @@ QJsonObject Watch::ReasonOfEnd() const
 
 bool Watch::IsDone() const
 {
-    if (trouble.IsOn() && (waiting.isEmpty() || troublesInRow == 0 || troublesInRow >= troublesBorne))
+    if (trouble.IsOn() && (waiting.isEmpty() || troublesInRow == 0 || troublesInRow >= TroublesBorne))
         return true;
     return waiting.isEmpty() && !input.NeedsAnotherScan();
 }
@@ -230,7 +230,7 @@ bool Watch::IsTrouble(const BatchItem& item) const
 // Whether what a recording needs besides itself is there; if not, that is trouble.
 bool Watch::MayWork()
 {
-    const bool borne = order.once && troublesInRow > 0 && troublesInRow < troublesBorne;
+    const bool borne = order.once && troublesInRow > 0 && troublesInRow < TroublesBorne;
     if (!trouble.MayTry() && !borne)
         return false;
     try {
@@ -238,11 +238,11 @@ bool Watch::MayWork()
         journal.Flush();
     } catch (const WatchPlaceError& error) {
         trouble.Meet(error.word, text::MessageOf(error), WatchTrouble::Cure::Check);
-        troublesInRow = troublesBorne; // nothing can be started
+        troublesInRow = TroublesBorne; // nothing can be started
         return false;
     } catch (const WatchJournal::Unwritable& error) {
         trouble.Meet(reason::JournalNotWritten, text::MessageOf(error), WatchTrouble::Cure::Check);
-        troublesInRow = troublesBorne;
+        troublesInRow = TroublesBorne;
         return false;
     }
     trouble.Checked();
@@ -295,7 +295,7 @@ bool Watch::IsAsItWas(const QString& path)
 BatchItem Watch::WorkSafely(const Waiting& one)
 {
     // The current attempt counts, too.
-    if (journal.CountsOf(one.recording.path, one.fingerprint).unended <= endsBorne)
+    if (journal.CountsOf(one.recording.path, one.fingerprint).unended <= EndsBorne)
         return worker.Work(one.recording);
     BatchItem item =
         WorkInOwnProcess([&] { return worker.Work(one.recording); }, [this] { journal.LetGo(); });
@@ -400,7 +400,7 @@ void Watch::Fail(Waiting& one, const BatchItem& item)
     const bool isKilled = Has(item, reason::ProcessKilled);
     int& count = isKilled ? one.kills : one.failures;
     ++count;
-    const bool isLast = count >= (isKilled ? killsBorne : order.attempts);
+    const bool isLast = count >= (isKilled ? KillsBorne : order.attempts);
     // What lacks memory now may have it when other programs have ended, and a directory may be put right
     // without a change to the recording: such recordings are tried again and again.
     const bool isGivenUp = isLast && (order.once || item.blame == Blame::Recording);
@@ -437,7 +437,7 @@ void Watch::Sleep()
     Clock::time_point end = input.NextScan();
     const bool waits = trouble.IsOn() && !order.once;
     // To show that the trouble is over, a recording may be needed that is not due yet: no reason to hurry.
-    const Clock::time_point next = std::max(trouble.Next(), Clock::now() + troublePause);
+    const Clock::time_point next = std::max(trouble.Next(), Clock::now() + TroublePause);
     if (waits)
         end = std::min(end, next);
     for (const Waiting& one : waiting)

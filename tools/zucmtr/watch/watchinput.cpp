@@ -18,16 +18,16 @@
 
 namespace {
 
-constexpr std::chrono::milliseconds longestWait{200}; // a signal may arrive just before the wait
+constexpr std::chrono::milliseconds LongestWait{200}; // a signal may arrive just before the wait
 
 // A scan of very many files takes long; afterwards nothing is scanned for at least so many times as long. The
 // long rest keeps the processor's use well below 5 %; the short one applies while recordings come, and for
 // the first event noticed.
-constexpr int shortRest = 4;
-constexpr int longRest = 40;
+constexpr int ShortRest = 4;
+constexpr int LongRest = 40;
 
 // Up to so many of a kind are reported one by one; more of them as one event with some examples.
-constexpr int mostSingle = 3;
+constexpr int MostSingle = 3;
 
 QString Normalised(const QString& path)
 {
@@ -81,15 +81,15 @@ std::vector<Chain> WatchInput::NewScan()
 void WatchInput::ScanDone()
 {
     const Clock::time_point end = Clock::now();
-    earliestScan = end + (end - start) * (isNew || !hasHeard ? shortRest : longRest);
-    rescan = std::max(end + (end - start) * (isNew ? shortRest : longRest), end + order.rescan);
+    earliestScan = end + (end - start) * (isNew || !hasHeard ? ShortRest : LongRest);
+    rescan = std::max(end + (end - start) * (isNew ? ShortRest : LongRest), end + order.rescan);
 }
 
 void WatchInput::Wait(Clock::time_point until)
 {
     const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(until - Clock::now()) +
                       std::chrono::milliseconds(1);
-    if (events.Wait(std::min(std::max(left, std::chrono::milliseconds(0)), longestWait)))
+    if (events.Wait(std::min(std::max(left, std::chrono::milliseconds(0)), LongestWait)))
         changed = true;
 }
 
@@ -136,9 +136,9 @@ void WatchInput::ReportUnreadable(const std::vector<Refusal>& refusals)
     for (auto kind = fresh.begin(); kind != fresh.end(); ++kind) {
         const int count = static_cast<int>(all[kind.key()].size());
         int& reported = reportedUnreadable[kind.key()];
-        if (count > mostSingle && count < 2 * reported)
+        if (count > MostSingle && count < 2 * reported)
             continue;
-        const bool isSum = count > mostSingle;
+        const bool isSum = count > MostSingle;
         reported = isSum ? count : 0;
         const std::vector<const Refusal*>& shown = isSum ? all[kind.key()] : *kind;
         for (size_t at = 0; at < (isSum ? 1 : shown.size()); ++at) {
@@ -147,7 +147,7 @@ void WatchInput::ReportUnreadable(const std::vector<Refusal>& refusals)
                               {"error", shown[at]->text},
                               {"count", isSum ? count : 1}};
             QJsonArray examples;
-            for (size_t number = 1; isSum && number < mostSingle; ++number)
+            for (size_t number = 1; isSum && number < MostSingle; ++number)
                 examples << shown[number]->path;
             event["examples"] = examples;
             watchevents::Emit("unreadable", event);

@@ -28,12 +28,12 @@ using Verdict = WatchJournal::Verdict;
 using Entry = WatchJournal::Entry;
 
 // The byte after those that SQLite locks, on the page that it leaves empty for them.
-constexpr off_t lockedByte = 0x40000200;
+constexpr off_t LockedByte = 0x40000200;
 
 // "ZUCM" in the file's header: another program's database has something else there.
-const char* const applicationId = "1515537229";
-constexpr int version = 1;
-const char* const schema[] = {
+const char* const ApplicationId = "1515537229";
+constexpr int Version = 1;
+const char* const Schema[] = {
     "PRAGMA application_id=1515537229", "PRAGMA user_version=1",
     "CREATE TABLE recordings (\n"
     "    file TEXT PRIMARY KEY,      -- absolute path of the recording's first file\n"
@@ -95,7 +95,7 @@ Entry Following(const Entry& known, Entry entry)
 
 void Create(Database& database)
 {
-    for (const char* command : schema)
+    for (const char* command : Schema)
         database.Run(command);
 }
 
@@ -146,7 +146,7 @@ int LockOwn(const systemfile::Descriptor& file)
 {
     struct flock range = {};
     range.l_type = F_WRLCK;
-    range.l_start = lockedByte;
+    range.l_start = LockedByte;
     range.l_len = 1;
     return fcntl(file.Number(), F_OFD_SETLK, &range) == 0 ? 0 : errno;
 }
@@ -258,9 +258,9 @@ std::unique_ptr<Database> WatchJournal::Connected() const
             Create(*opened);
         opened->Run("PRAGMA application_id", {}, mark);
         opened->Run("PRAGMA user_version", {}, mark);
-        if (marks[2] != QLatin1String(applicationId))
+        if (marks[2] != QLatin1String(ApplicationId))
             RefuseKind(path);
-        if (marks[3].toInt() > version)
+        if (marks[3].toInt() > Version)
             throw ConfigurationError(Tr("watch", "--state: '%1' was made by a newer version of the program; "
                                                  "install that, or give another file")
                                          .arg(path));

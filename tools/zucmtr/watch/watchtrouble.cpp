@@ -15,8 +15,8 @@
 
 namespace {
 
-constexpr std::chrono::milliseconds shortestPause{10};
-constexpr std::chrono::milliseconds longestPause{60000};
+constexpr std::chrono::milliseconds ShortestPause{10};
+constexpr std::chrono::milliseconds LongestPause{60000};
 
 double Seconds(WatchTrouble::Clock::duration time)
 {
@@ -26,7 +26,7 @@ double Seconds(WatchTrouble::Clock::duration time)
 } // namespace
 
 WatchTrouble::WatchTrouble(std::chrono::milliseconds firstPause_)
-    : firstPause(std::max(firstPause_, shortestPause)), pause(firstPause)
+    : firstPause(std::max(firstPause_, ShortestPause)), pause(firstPause)
 {}
 
 void WatchTrouble::Meet(const char* word_, const QString& text_, Cure cure_, const QString& file)
@@ -36,7 +36,7 @@ void WatchTrouble::Meet(const char* word_, const QString& text_, Cure cure_, con
         begin = Clock::now();
         pause = firstPause;
     } else {
-        pause = std::min(pause * 2, std::max(longestPause, firstPause));
+        pause = std::min(pause * 2, std::max(LongestPause, firstPause));
     }
     on = true;
     cure = cure_;
