@@ -56,6 +56,21 @@ TEST(Places, RecursiveKeepsTheDirectoriesOfTheRecordings)
     EXPECT_TRUE(DataOf(place, "out/2024").startsWith("1,0,2,"));
 }
 
+// The run before was killed at the last recording of the directory, which another process has put away.
+TEST(Places, RecursiveClearsWhatIsLeftBesideRecordsOfADirectoryWithoutRecordings)
+{
+    const Workplace place;
+    WriteTwins(place);
+    place.MakeDirectory("in/empty");
+    for (const char* directory : {"empty", "of others"})
+        place.Write(QString("out/%1/.zucmtr-Ab3xYz/").arg(directory) + ShortRecordName() + ".cfgtmp", "left");
+    place.Write("old/empty/c.ZU.part", "left");
+    EXPECT_EQ(place.Convert({"-r", "--archive", "old", "in"}).code, 0);
+    EXPECT_FALSE(QFile::exists(place.Path("out/empty/.zucmtr-Ab3xYz")));
+    EXPECT_TRUE(QFile::exists(place.Path("out/of others/.zucmtr-Ab3xYz")));
+    EXPECT_FALSE(QFile::exists(place.Path("old/empty/c.ZU.part")));
+}
+
 TEST(Places, FlatPutsAllRecordsIntoOneDirectoryAndLosesNone)
 {
     const Workplace place;

@@ -291,6 +291,32 @@ TEST(Deletion, OfTheLibraryTakesNoOtherRecordsPlace)
     }
 }
 
+// It may be on a disk or a server that comes back.
+TEST(RemoveSource, ContinuationThatIsALinkToNowhereIsWaitedFor)
+{
+    const Workplace place;
+    place.Write("a.ZU", Short());
+    ASSERT_TRUE(QFile::link("away/a.Z01", place.Path("a.Z01")));
+    const Finished run = place.Convert({"--json", "--remove-source", "a.ZU"});
+    EXPECT_EQ(run.code, 1);
+    EXPECT_TRUE(run.out.contains("\"reason\":\"sourceUnreadable\"")) << run.out;
+    EXPECT_TRUE(run.out.contains("'a.Z01' could not be read: No such file or directory")) << run.out;
+    EXPECT_EQ(place.Names(), (QStringList{"ZuDrv.ini", "a.Z01", "a.ZU"}));
+    EXPECT_EQ(place.Names("out"), QStringList());
+}
+
+TEST(Archive, WithinTheInputIsKnownThroughALink)
+{
+    const Workplace place;
+    place.Write("in/a.ZU", Short());
+    place.MakeDirectory("in/old");
+    ASSERT_TRUE(QFile::link("in", place.Path("link")));
+    for (int run = 0; run < 2; ++run)
+        EXPECT_EQ(place.Convert({"-r", "--archive", "in/old", "link"}).code, 0);
+    EXPECT_EQ(place.Names("in/old"), QStringList{"a.ZU"});
+    EXPECT_FALSE(QFile::exists(place.Path("in/old/old")));
+}
+
 TEST(Leftovers, DirectoryOfTheUsersIsNone)
 {
     const Workplace place;

@@ -32,7 +32,7 @@ Failure FailureOf(const QString& path)
     try {
         const ChainFiles chain(path);
     } catch (const ChainFiles::Unreadable& error) {
-        return {error.kind, error.path, error.code, QString::fromUtf8(error.what())};
+        return {error.kind, error.path, error.code, error.Message()};
     }
     return {};
 }
@@ -270,7 +270,6 @@ TEST(ChainFiles, LinksAreFollowedAndNoticedWhenTheyLeadElsewhere)
     const TestDirectory here;
     const QString target = here.Write("target", "x");
     ASSERT_TRUE(QFile::link(target, here.Path("a.ZU")));
-    ASSERT_TRUE(QFile::link(here.Path("nowhere"), here.Path("a.Z01")));
     const ChainFiles chain(here.Path("a.ZU"));
     EXPECT_EQ(chain.Count(), 1u);
     EXPECT_TRUE(chain.NameOf(0).IsLink());
@@ -278,6 +277,14 @@ TEST(ChainFiles, LinksAreFollowedAndNoticedWhenTheyLeadElsewhere)
     EXPECT_EQ(Happened(chain), QString());
     WriteOver(target, "y");
     EXPECT_EQ(Happened(chain), QStringLiteral("'%1' changed after it was read").arg(here.Path("a.ZU")));
+}
+
+TEST(ChainFiles, ContinuationThatIsALinkToNowhereCannotBeRead)
+{
+    const TestDirectory here;
+    here.Write("a.ZU", "x");
+    ASSERT_TRUE(QFile::link(here.Path("nowhere"), here.Path("a.Z01")));
+    EXPECT_EQ(FailureOf(here.Path("a.ZU")).path, here.Path("a.Z01"));
 }
 
 TEST(ChainFiles, OrphansAreContinuationsWithoutAFirstFile)

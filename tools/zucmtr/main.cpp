@@ -25,6 +25,7 @@
 #include <QTranslator>
 
 #include <clocale>
+#include <csignal>
 #include <exception>
 #include <memory>
 #include <new>
@@ -135,6 +136,7 @@ int main(int count, char** arguments)
     HoldStandardStreams();
     UseUtf8Everywhere();
     messages::Take();
+    std::signal(SIGXFSZ, SIG_IGN); // a file that is as long as the user may make it is a failed write
     const std::unique_ptr<QCoreApplication> application =
         MakeApplication(arguments, PaintsPicture(count, arguments));
     std::setlocale(LC_NUMERIC,

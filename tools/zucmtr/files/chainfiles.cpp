@@ -83,14 +83,6 @@ QString PatternOf(ChainFiles::Unreadable::Kind kind)
     return Tr("sources", "'%1' could not be read: %2; check the disk or the network, then convert again");
 }
 
-// As the library sees it: a link that leads nowhere does not count as a file.
-bool IsThere(const QString& path)
-{
-    systemfile::Identity identity;
-    const int error = systemfile::Identify(path, identity);
-    return error != ENOENT && error != ENOTDIR;
-}
-
 QString SentenceOf(ChainFiles::Unreadable::Kind kind, const QString& path, int code)
 {
     const QString text = PatternOf(kind);
@@ -129,7 +121,10 @@ void ChainFiles::OpenContinuations(const QString& firstFile)
         const QString path = zu::ContinuationName(firstFile, number);
         if (absent.isEmpty() && Open(path))
             continue;
-        if (!absent.isEmpty() && IsThere(path))
+        const bool isTaken = systemfile::IsTaken(path);
+        if (absent.isEmpty() && isTaken) // a link to a file that may be back later
+            throw Unreadable(Unreadable::Kind::Unreliable, path, ENOENT);
+        if (isTaken)
             beyond << path;
         else
             absent << path;
@@ -233,7 +228,7 @@ bool ChainFiles::IsUnchanged(size_t number, QString& what) const
 
 QString ChainFiles::Arrived() const
 {
-    const auto arrived = std::find_if(absent.begin(), absent.end(), IsThere);
+    const auto arrived = std::find_if(absent.begin(), absent.end(), systemfile::IsTaken);
     return arrived == absent.end() ? QString() : *arrived;
 }
 

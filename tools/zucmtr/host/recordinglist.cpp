@@ -22,6 +22,16 @@ QString Normalised(const QString& path)
     return QDir::cleanPath(QFileInfo(path).absoluteFilePath());
 }
 
+// Without links, as far as the path is there.
+QString Canonical(const QString& path)
+{
+    const QFileInfo info(Normalised(path));
+    const QString canonical = info.canonicalFilePath();
+    if (!canonical.isEmpty() || info.isRoot())
+        return canonical;
+    return Canonical(info.path()) + QLatin1Char('/') + info.fileName();
+}
+
 bool LiesIn(const QString& path, const QString& directory)
 {
     return path == directory || path.startsWith(directory + QLatin1Char('/'));
@@ -62,7 +72,7 @@ public:
         for (const QString& argument : arguments)
             given.insert(Normalised(argument));
         for (const QString& directory : excludedDirectories)
-            excluded << Normalised(directory);
+            excluded << Canonical(directory);
     }
 
     RecordingList Collect()
@@ -116,10 +126,11 @@ private:
                (QFileInfo::exists(first) && given.contains(Normalised(QFileInfo(first).path())));
     }
 
-    bool IsExcluded(const QString& path) const
+    bool IsExcluded(const QString& directory) const
     {
+        const QString path = excluded.isEmpty() ? QString() : Canonical(directory);
         return std::any_of(excluded.begin(), excluded.end(),
-                           [&](const QString& directory) { return LiesIn(path, directory); });
+                           [&](const QString& other) { return LiesIn(path, other); });
     }
 
     void AddDirectory(const QString& directory)
@@ -185,9 +196,9 @@ private:
 
     const QStringList arguments;
     const bool recursive;
-    QSet<QString> given; // arguments, normalised
-    QStringList excluded;
-    QSet<QString> taken; // recordings, normalised
+    QSet<QString> given;  // arguments, normalised
+    QStringList excluded; // without links
+    QSet<QString> taken;  // recordings, normalised
     RecordingList list;
 };
 

@@ -8,8 +8,20 @@
 #include "zucmtr/terminal/console.h"
 
 #include <QDir>
+#include <QDirIterator>
 #include <QFileInfo>
 #include <QSet>
+
+namespace {
+
+void RemoveUnfinished(const QString& out, const QString& archive, const QString& below)
+{
+    Staging::RemoveLeft(QDir(out).filePath(below));
+    if (!archive.isEmpty())
+        sourcefiles::RemoveParts(QDir(archive).filePath(below));
+}
+
+} // namespace
 
 void ClearLeftovers(const QStringList& arguments, bool recursive, const QString& out, const QString& archive)
 {
@@ -23,9 +35,14 @@ void ClearLeftovers(const QStringList& arguments, bool recursive, const QString&
                      .arg(path));
     for (const QString& note : recovered.notes)
         Complain(note);
-    Staging::RemoveLeft(out);
-    if (!archive.isEmpty())
-        sourcefiles::RemoveParts(archive);
+    RemoveUnfinished(out, archive, QString());
+    for (const QString& top : recursive ? arguments : QStringList()) {
+        QDirIterator directory(QFileInfo(top).absoluteFilePath(),
+                               QDir::Dirs | QDir::NoDotAndDotDot | QDir::NoSymLinks | QDir::Hidden,
+                               QDirIterator::Subdirectories);
+        while (directory.hasNext())
+            RemoveUnfinished(out, archive, QDir(top).relativeFilePath(directory.next()));
+    }
 }
 
 void ClearAfter(const Recording& recording, const QString& out, const QString& archive)

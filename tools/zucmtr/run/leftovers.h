@@ -8,7 +8,8 @@
 
 /// To be called before the recordings of a command line are searched for: files that were moved aside get
 /// their names back, unfinished records in `out` and unfinished copies in `archive` (empty: none) are
-/// removed. What a running program is using stays.
+/// removed; with `recursive` also in the directories below these that mirror those of the recordings, even if
+/// no recording is left there. What a running program is using stays.
 void ClearLeftovers(const QStringList& arguments, bool recursive, const QString& out, const QString& archive);
 
 /// To be called after a process crashed at the recording, whose record goes to the directory `out`: removes
