@@ -322,8 +322,11 @@ TEST(Leftovers, DirectoryOfTheUsersIsNone)
     const Workplace place;
     place.Write("a.ZU", Short());
     place.Write("out/.zucmtr-backup/x", "kept");
+    place.Write("out/.zucmtr-record/" + ShortRecordName() + ".cfg", "kept");
     place.Write("out/.zucmtr-Ab3xYz/" + ShortRecordName() + ".cfgtmp", "of a run that was killed");
+    place.Write("out/.zucmtr-Ab3xYz/zucmtr-staging", "");
     EXPECT_EQ(place.Convert({"a.ZU"}).code, 0);
     EXPECT_EQ(ReadBytes(place.Path("out/.zucmtr-backup/x")), "kept");
+    EXPECT_EQ(ReadBytes(place.Path("out/.zucmtr-record/" + ShortRecordName() + ".cfg")), "kept");
     EXPECT_FALSE(QFile::exists(place.Path("out/.zucmtr-Ab3xYz")));
 }

@@ -84,6 +84,7 @@ TEST(WatchDirectories, FilesThatAKilledRunHasLeftAreRecovered)
     station.MakeDirectory("archive");
     station.Write("in/.a.ZU.zucmtr-ABC123", Encode(ShortRecording(0)));
     station.Write(PartOfKilledRun, "part");
+    ASSERT_EQ(chmod(station.Path(PartOfKilledRun).toUtf8().constData(), S_ISVTX | S_IRUSR), 0);
     station.MakeDirectory("out/.zucmtr-abcDEF");
     const Finished run = station.Once({"--archive", "archive"});
     EXPECT_EQ(run.code, 0) << run.err;
@@ -207,6 +208,7 @@ TEST(WatchDirectories, RecordsMirrorTheDirectoriesOfTheirRecordings)
     station.Write("in/2024/06/a.ZU", Encode(other)); // its record has the same name
     station.Write("in/2024/07/readme.txt", "");
     station.Write("out/2024/07/.zucmtr-ABC123/a.cfg", "of a killed run");
+    station.Write("out/2024/07/.zucmtr-ABC123/zucmtr-staging", "");
     const Finished run = station.Once({"-r"});
     EXPECT_EQ(run.code, 0) << run.out;
     EXPECT_EQ(Station::EventsIn(run.out, "converted", "directory"),

@@ -373,14 +373,17 @@ TEST(Staging, KeepsDirectoriesThatAreInUseAndThoseOfOthers)
     const Staging used(here.Path());
     const Staging second(here.Path());
     here.Write(QStringLiteral(".zucmtr-abc123/rec.dat"), "left");
+    here.Write(QStringLiteral(".zucmtr-abc123/zucmtr-staging"), "");
+    here.MakeDirectory(QStringLiteral(".zucmtr-empty1"));
+    here.Write(QStringLiteral(".zucmtr-record/rec.dat"), "a user's");
     here.Write(QStringLiteral(".zucmtr-longer1/rec.dat"), "another program's");
     here.Write(QStringLiteral(".zucmtr-file12"), "a file");
     const TestDirectory other;
     other.Write(QStringLiteral("kept"), "kept");
     ASSERT_TRUE(QFile::link(other.Path(), here.Path(QStringLiteral(".zucmtr-link12"))));
     Staging::RemoveLeft(here.Path());
-    QStringList expected = {".zucmtr-longer1", ".zucmtr-link12", used.Directory().section('/', -1),
-                            second.Directory().section('/', -1)};
+    QStringList expected = {".zucmtr-longer1", ".zucmtr-record", ".zucmtr-link12",
+                            used.Directory().section('/', -1), second.Directory().section('/', -1)};
     expected.sort();
     QStringList found = QDir(here.Path()).entryList(QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot);
     found.sort();

@@ -11,6 +11,7 @@
 #include <QTemporaryDir>
 
 #include <cerrno>
+#include <cstring>
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
@@ -32,6 +33,12 @@ void SetTimes(const QString& path, const timespec& accessed, const timespec& mod
 {
     const timespec times[2] = {accessed, modified};
     ASSERT_EQ(utimensat(AT_FDCWD, QFile::encodeName(path).constData(), times, 0), 0);
+}
+
+// As the program marks its own copies until they have their names.
+void MarkAsCopy(const QString& path)
+{
+    ASSERT_EQ(chmod(QFile::encodeName(path).constData(), S_ISVTX | S_IRUSR | S_IWUSR), 0);
 }
 
 // The watched calls that change something, as "name file".
@@ -146,10 +153,10 @@ TEST(Archive, CopyIsOnTheDiskBeforeTheSourceIsTouched)
     QStringList log;
     scene.PutAway(otherFileSystem, Note(log));
     log.replaceInStrings(QRegularExpression("zucmtr-.*$"), "zucmtr-X");
-    EXPECT_EQ(log,
-              (QStringList{"mkdir done", "create a.ZU.part", "write a.ZU.part", "fchown a.ZU.part",
-                           "fchmod a.ZU.part", "futimens a.ZU.part", "fsync a.ZU.part", "fsync a.ZU.part",
-                           "renameat2 a.ZU", "renameat2 a.ZU.part", "fsync done", "unlink .a.ZU.zucmtr-X"}));
+    EXPECT_EQ(log, (QStringList{"mkdir done", "create a.ZU.part", "write a.ZU.part", "fchown a.ZU.part",
+                                "fchmod a.ZU.part", "futimens a.ZU.part", "fsync a.ZU.part",
+                                "fsync a.ZU.part", "renameat2 a.ZU", "renameat2 a.ZU.part", "fchmod a.ZU",
+                                "fsync done", "unlink .a.ZU.zucmtr-X"}));
 }
 
 TEST(Archive, CopyThatIsThereAlreadyIsOnTheDiskBeforeTheSourceGoes)
@@ -184,10 +191,73 @@ TEST(Archive, PartOfAKilledRunIsReplaced)
         for (const char* name : {"a.ZU.part", "a.Z01.part"}) {
             QFile part(scene.Archive(name));
             ASSERT_TRUE(part.open(QIODevice::WriteOnly) && part.write("par") == 3);
+            MarkAsCopy(scene.Archive(name));
         }
         EXPECT_EQ(scene.TextOfPutAway(way), QString());
         EXPECT_TRUE(scene.IsPutAway(way)) << way.name;
     }
+}
+
+// On a file system that does not store the mark.
+TEST(Archive, PartWithoutAMarkIsReplacedIfTheRecordingHasItsContent)
+{
+    for (const int size : {0, 100, Scene::Content("a.ZU").size()}) {
+        const Scene scene(0);
+        QFile part(scene.Archive("a.ZU.part"));
+        ASSERT_TRUE(part.open(QIODevice::WriteOnly) && part.write(Scene::Content("a.ZU").left(size)) == size);
+        part.close();
+        EXPECT_EQ(scene.TextOfPutAway(otherFileSystem), QString());
+        EXPECT_TRUE(scene.IsPutAway(otherFileSystem)) << size;
+    }
+}
+
+TEST(Archive, PartOfAnotherProgramStaysAndKeepsTheRecordingWhereItIs)
+{
+    const QByteArray content = Scene::Content("a.ZU");
+    for (const QByteArray& other : {content + 'x', 'x' + content.mid(1), QByteArray("x")}) {
+        for (const Way& way : {sameFileSystem, otherFileSystem}) {
+            const Scene scene(0);
+            QFile part(scene.Archive("a.ZU.part"));
+            ASSERT_TRUE(part.open(QIODevice::WriteOnly) && part.write(other) == other.size());
+            part.close();
+            EXPECT_EQ(sourcefiles::RemoveParts(scene.Archive()), QStringList());
+            EXPECT_EQ(scene.TextOfPutAway(way),
+                      QStringLiteral("'%1' is there and was not made by this program; move it away")
+                          .arg(part.fileName()));
+            EXPECT_EQ(ReadBytes(part.fileName()), other);
+            EXPECT_TRUE(scene.IsComplete("in"));
+        }
+    }
+}
+
+TEST(Archive, PartThatCannotGoOrBeIsReportedWithTheReason)
+{
+    for (const auto& [name, error] : {std::pair("statx", ENAMETOOLONG), std::pair("unlink", EPERM)}) {
+        const Scene scene(0);
+        QFile part(scene.Archive("a.ZU.part"));
+        ASSERT_TRUE(part.open(QIODevice::WriteOnly));
+        const std::string call = name;
+        const int failure = error;
+        const QString text = scene.TextOfPutAway(sameFileSystem, [&](const calls::Call& made) {
+            const bool isPart = QString::fromStdString(made.path).endsWith("a.ZU.part");
+            return made.name == call && isPart ? failure : 0;
+        });
+        EXPECT_EQ(text, QStringLiteral("'%1' could not be moved to '%2': %3; it is where it was")
+                            .arg(scene.Source("a.ZU"), scene.Archive("a.ZU"),
+                                 QString::fromLocal8Bit(std::strerror(error))));
+        EXPECT_TRUE(scene.IsComplete("in"));
+    }
+}
+
+TEST(Archive, CopyOfARunThatWasKilledBeforeItClearedTheMarkLosesIt)
+{
+    const Scene scene(0);
+    QFile copy(scene.Archive("a.ZU"));
+    ASSERT_TRUE(copy.open(QIODevice::WriteOnly) && copy.write(Scene::Content("a.ZU")) > 0);
+    copy.close();
+    MarkAsCopy(copy.fileName());
+    EXPECT_EQ(scene.TextOfPutAway(otherFileSystem), QString());
+    EXPECT_EQ(StatusOf(copy.fileName()).st_mode, static_cast<mode_t>(S_IFREG | S_IRUSR | S_IWUSR));
 }
 
 TEST(Archive, PartThatAnotherProgramWritesIsLeftToIt)
@@ -207,12 +277,19 @@ TEST(Archive, PartThatAnotherProgramWritesIsLeftToIt)
 TEST(Archive, PartsOfKilledRunsAreRemovedAndNoOtherFiles)
 {
     const TestDirectory archive;
-    for (const char* name : {"a.ZU.part", "a.Z0f.part", "b.zu.part", "b.txt.part", "c.ZU", ".part"})
-        archive.Write(name, "x");
+    for (const char* name : {"a.ZU.part", "a.Z0f.part", "b.txt.part", "c.ZU", ".part"})
+        MarkAsCopy(archive.Write(name, "x"));
+    archive.Write("d.ZU.part", "of another program, and all there is of it");
+    const QString source = archive.Write("source", "x");
+    ASSERT_TRUE(QFile::link(source, archive.Path("e.ZU.part")));
+    ASSERT_EQ(
+        link(QFile::encodeName(source).constData(), QFile::encodeName(archive.Path("b.zu.part")).constData()),
+        0);
     EXPECT_EQ(
         sourcefiles::RemoveParts(archive.Path()),
         (QStringList{archive.Path("a.Z0f.part"), archive.Path("a.ZU.part"), archive.Path("b.zu.part")}));
-    EXPECT_EQ(archive.Names(), (QStringList{".part", "b.txt.part", "c.ZU"}));
+    EXPECT_EQ(archive.Names(),
+              (QStringList{".part", "b.txt.part", "c.ZU", "d.ZU.part", "e.ZU.part", "source"}));
 }
 
 TEST(Archive, FullDiskIsNamedAndLeavesNothing)

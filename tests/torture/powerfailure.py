@@ -10,6 +10,7 @@ The shim's log of an undisturbed run gives the order of changes. What may be fou
 import dataclasses
 import os
 import shutil
+import stat
 
 import bench as benches
 import recordings
@@ -289,3 +290,5 @@ def _rebuild(station, tree):
             file.write(content)
         if original.exists():
             shutil.copystat(original, path)
+        if path.endswith(".part"):  # the program's copies have this mark until they have their names
+            os.chmod(path, os.stat(path).st_mode | stat.S_ISVTX)

@@ -37,6 +37,26 @@ void Unlink(const QString& path)
     unlink(QFile::encodeName(path).constData());
 }
 
+// Means nothing on a file that is no directory. Every copy has it from its creation until it has its name, so
+// that what a killed run leaves can be told from the part of another program, which may be all there is.
+constexpr mode_t Mark = S_ISVTX;
+
+// Nothing is lost with it: it is marked as a copy, or the file has another name.
+bool IsOwnPart(const Identity& part)
+{
+    return part.IsRegular() && (part.names > 1 || (part.mode & Mark) != 0);
+}
+
+// A mark that cannot be cleared does no harm.
+void ClearMark(const Descriptor& from, const Descriptor& copy)
+{
+    Identity source;
+    Identity identity;
+    if (systemfile::Identify(from, source) == 0 && systemfile::Identify(copy, identity) == 0 &&
+        (identity.mode & ~source.mode & Mark) != 0)
+        fchmod(copy.Number(), identity.mode & 07777 & ~Mark);
+}
+
 int WriteAll(const Descriptor& file, const char* bytes, size_t count)
 {
     while (count > 0) {
@@ -68,6 +88,7 @@ int CopyContent(const Descriptor& from, const Descriptor& to)
 }
 
 // As far as this user and the file system allow it. The owner first, as changing it clears bits of the mode.
+// The copy stays marked.
 void CopyProperties(const Descriptor& from, const Descriptor& to)
 {
     struct stat status = {};
@@ -77,7 +98,7 @@ void CopyProperties(const Descriptor& from, const Descriptor& to)
     if (fchown(to.Number(), status.st_uid, status.st_gid) != 0 &&
         fchown(to.Number(), same, status.st_gid) != 0)
         status.st_mode &= 0777; // without the rights of an owner that the copy does not have
-    fchmod(to.Number(), status.st_mode & 07777);
+    fchmod(to.Number(), (status.st_mode & 07777) | Mark);
     const std::array<timespec, 2> times = {status.st_atim, status.st_mtim};
     futimens(to.Number(), times.data());
 }
@@ -173,6 +194,7 @@ void ArchiveCopies::CheckTarget(size_t number)
             Trouble::Conflict,
             Tr("sources", "'%1' is not archived: a different file '%2' is there; move one of them away")
                 .arg(chain.Paths()[static_cast<int>(number)], target));
+    ClearMark(chain.FileOf(number), placed[number]); // of a run that was killed before it could
     states[number] = State::Present;
 }
 
@@ -199,22 +221,32 @@ void ArchiveCopies::PlaceOne(size_t number)
         Fail(number, error);
 }
 
-// A part may be left over from a killed run, or another program may be writing it.
+// A part may be left over from a killed run, another program may be writing it, or have left it.
 void ArchiveCopies::ClearPart(size_t number) const
 {
     const QString part = PartOf(TargetOf(number));
-    systemfile::Identity there;
-    if (!systemfile::IsTaken(part))
+    Identity there;
+    const int error = systemfile::Identify(part, there, Links::Kept);
+    if (error == ENOENT)
         return;
+    if (error != 0)
+        Fail(number, error);
     // A second name of the recording itself is locked as the recording is: by this very program.
-    const bool isSecondName =
-        systemfile::Identify(part, there, systemfile::Links::Kept) == 0 && there.IsSameFile(chain.Of(number));
+    const bool isSecondName = there.IsSameFile(chain.Of(number));
     Descriptor held;
     if (!isSecondName && !systemfile::TakeAbandoned(part, held))
         throw Error(
             Trouble::Changed,
             Tr("sources", "another program is writing '%1'; the recording is where it was").arg(part));
-    Unlink(part);
+    // What is in the recording too is not lost with the part.
+    bool isStart = false;
+    if (!isSecondName && !IsOwnPart(there) &&
+        (!there.IsRegular() || systemfile::CompareStart(held, chain.FileOf(number), isStart) != 0 ||
+         !isStart))
+        throw Error(Trouble::Conflict,
+                    Tr("sources", "'%1' is there and was not made by this program; move it away").arg(part));
+    if (unlink(QFile::encodeName(part).constData()) != 0 && errno != ENOENT)
+        Fail(number, errno);
 }
 
 // A second name keeps all properties of the file. Symbolic links get none: they would lead elsewhere.
@@ -235,7 +267,7 @@ void ArchiveCopies::Copy(size_t number)
 {
     const QString part = PartOf(TargetOf(number));
     Descriptor copy(open(QFile::encodeName(part).constData(),
-                         O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC | O_NOCTTY, S_IRUSR | S_IWUSR));
+                         O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC | O_NOCTTY, S_IRUSR | S_IWUSR | Mark));
     if (!copy.IsOpen())
         Fail(number, errno);
     states[number] = State::Part;
@@ -279,6 +311,7 @@ void ArchiveCopies::FinishOne(size_t number)
     states[number] = State::Named;
     if (!LeadsTo(target, placed[number])) // another program took the part's name
         Fail(number, EEXIST);
+    ClearMark(chain.FileOf(number), placed[number]);
 }
 
 void ArchiveCopies::SyncNames() const
@@ -303,8 +336,10 @@ QStringList RemoveParts(const QString& directory)
             !zu::IsRecorderFile(name.chopped(static_cast<int>(sizeof PartEnding) - 1)))
             continue;
         const QString path = directory + QLatin1Char('/') + name;
+        Identity part;
         Descriptor held;
-        if (systemfile::TakeAbandoned(path, held) && unlink(QFile::encodeName(path).constData()) == 0)
+        if (systemfile::TakeAbandoned(path, held) && systemfile::Identify(path, part, Links::Kept) == 0 &&
+            IsOwnPart(part) && unlink(QFile::encodeName(path).constData()) == 0)
             removed << path;
     }
     return removed;

@@ -70,8 +70,9 @@ private:
 /// directories up to `top` on the disk, also those made by a killed run. Throws Error.
 void PrepareArchive(const QString& directory, const QString& top);
 
-/// Removes recorder files with ".part" after their names that a killed program left in an archive, and
-/// returns their paths. Those that a running program is writing stay.
+/// Removes recorder files with ".part" after their names that a killed run left in an archive, and returns
+/// their paths. Those that a running program is writing stay, and so do those that this program did not make,
+/// unless they are second names of other files.
 QStringList RemoveParts(const QString& directory);
 
 } // namespace sourcefiles

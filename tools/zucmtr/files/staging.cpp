@@ -27,6 +27,35 @@ namespace {
 
 const QString NamePattern = QStringLiteral(".zucmtr-??????");
 
+// An empty file in every staging directory: users' directories may have such names too.
+constexpr char Mark[] = "zucmtr-staging";
+
+QString MarkIn(const QString& directory)
+{
+    return directory + QLatin1Char('/') + QLatin1String(Mark);
+}
+
+// Returns 0 or errno.
+int MakeMark(int directory)
+{
+    const int file = openat(directory, Mark, O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
+    if (file < 0)
+        return errno;
+    close(file);
+    return 0;
+}
+
+// The mark last, so that what a killed run leaves of the directory has it.
+void RemoveWhole(const QString& directory)
+{
+    const QFileInfoList inside = QDir(directory).entryInfoList(QDir::Files | QDir::Hidden | QDir::System);
+    for (const QFileInfo& file : inside) {
+        if (file.fileName() != QLatin1String(Mark))
+            QFile::remove(file.filePath());
+    }
+    QDir(directory).removeRecursively();
+}
+
 bool LockFile(int file, int operation)
 {
     while (flock(file, operation) != 0) {
@@ -60,6 +89,7 @@ bool HoldsARecordAlone(const QString& path)
         QDir(path).entryInfoList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
     return std::all_of(inside.begin(), inside.end(), [](const QFileInfo& file) {
         const bool isOurs = endings.contains(file.suffix()) || file.fileName() == QLatin1String("room") ||
+                            file.fileName() == QLatin1String(Mark) ||
                             file.fileName().contains(QStringLiteral(".html."));
         return isOurs && (file.isSymLink() || !file.isDir());
     });
@@ -110,10 +140,12 @@ void Staging::Make()
     QByteArray path = QFile::encodeName(out + QStringLiteral("/.zucmtr-XXXXXX"));
     const bool made = mkdtemp(path.data()) != nullptr;
     handle = made ? OpenDirectory(path) : -1;
-    const int code = errno;
+    const int code = handle >= 0 ? MakeMark(handle) : errno;
     directory = QFile::decodeName(path);
-    if (handle >= 0 || (made && code == ENOENT)) // removed already
+    if (code == 0 || (made && code == ENOENT)) // removed already
         return;
+    if (handle >= 0)
+        close(handle);
     if (made)
         rmdir(path.constData());
     throw StagingError(
@@ -123,7 +155,7 @@ void Staging::Make()
 
 Staging::~Staging()
 {
-    QDir(directory).removeRecursively();
+    RemoveWhole(directory);
     close(handle);
     if (lock >= 0)
         close(lock);
@@ -344,11 +376,16 @@ void Staging::RemoveLeft(const QString& out)
 {
     const QDir parent(out);
     for (const QString& name : parent.entryList({NamePattern}, QDir::Dirs | QDir::Hidden)) {
-        const int handle = OpenDirectory(QFile::encodeName(parent.filePath(name)));
+        const QString path = parent.filePath(name);
+        const int handle = OpenDirectory(QFile::encodeName(path));
         if (handle < 0)
             continue;
-        if (HoldsARecordAlone(parent.filePath(name)) && LockFile(handle, LOCK_EX | LOCK_NB))
-            QDir(parent.filePath(name)).removeRecursively();
+        if (HoldsARecordAlone(path) && LockFile(handle, LOCK_EX | LOCK_NB)) {
+            if (QFileInfo(MarkIn(path)).isFile())
+                RemoveWhole(path);
+            else
+                rmdir(QFile::encodeName(path).constData()); // if nothing is in it
+        }
         close(handle);
     }
 }

@@ -66,8 +66,9 @@ public:
     /// earlier record is in its place again.
     void Commit(const QStringList& names, bool sync);
 
-    /// Removes the directories of killed runs. One that is in use stays, and so does one that cannot be
-    /// removed.
+    /// Removes the directories of killed runs: empty ones, and those with the mark that every staging
+    /// directory has and nothing but a record's files. One that is in use stays, and so does one that cannot
+    /// be removed.
     static void RemoveLeft(const QString& out);
 
 private:

@@ -40,6 +40,7 @@ int Identify(int directory, const char* path, int flags, Identity& identity)
     identity.modified = Nanoseconds(status.stx_mtime);
     identity.changed = Nanoseconds(status.stx_ctime);
     identity.mode = status.stx_mode;
+    identity.names = status.stx_nlink;
     return 0;
 }
 
@@ -224,6 +225,21 @@ int Compare(const Descriptor& a, const Descriptor& b, bool& same)
         if (other < 0)
             return errno;
         same = count == other && std::memcmp(first.data(), second.data(), static_cast<size_t>(count)) == 0;
+        if (!same || static_cast<size_t>(count) < Block)
+            return 0;
+    }
+}
+
+int CompareStart(const Descriptor& start, const Descriptor& whole, bool& same)
+{
+    std::vector<char> first(Block);
+    std::vector<char> second(Block);
+    for (std::int64_t at = 0;; at += Block) {
+        const ssize_t count = ReadAt(start, first, at);
+        const ssize_t other = count < 0 ? -1 : ReadAt(whole, second, at);
+        if (other < 0)
+            return errno;
+        same = count <= other && std::memcmp(first.data(), second.data(), static_cast<size_t>(count)) == 0;
         if (!same || static_cast<size_t>(count) < Block)
             return 0;
     }

@@ -35,6 +35,7 @@ struct Identity
     std::int64_t modified = 0; // content
     std::int64_t changed = 0;  // content, name, owner or mode; set by the system alone
     std::uint32_t mode = 0;    // type and permissions
+    std::uint32_t names = 0;   // hard links
 
     bool IsSameFile(const Identity& other) const { return device == other.device && inode == other.inode; }
     bool IsRegular() const;
@@ -73,6 +74,9 @@ int ReadThrough(const Descriptor& file, Fingerprint& fingerprint);
 
 /// Compares the contents of two files. Returns 0 with the answer in `same`, or the errno of the failure.
 int Compare(const Descriptor& a, const Descriptor& b, bool& same);
+
+/// Whether the content of `start` is all, or the beginning, of that of `whole`. Returns as Compare does.
+int CompareStart(const Descriptor& start, const Descriptor& whole, bool& same);
 
 /// Renames, but never over another file. Returns 0, or the errno of the failure: EEXIST if the name is taken.
 /// Nobody else may be using `from`.

@@ -2070,6 +2070,10 @@ Example:
         <source>&apos;%1&apos; is in the archive as &apos;%2&apos;, but could not be written to the disk: %3; check the archive&apos;s disk</source>
         <translation>«%1» лежит в архиве как «%2», но на диск не записан: %3; проверьте диск архива</translation>
     </message>
+    <message>
+        <source>&apos;%1&apos; is there and was not made by this program; move it away</source>
+        <translation>«%1» уже есть в архиве, и создала его не эта программа; уберите этот файл</translation>
+    </message>
 </context>
 <context>
     <name>staging</name>
