@@ -217,6 +217,18 @@ TEST(WatchTrouble, JournalWithoutRoomIsReportedOnceUntilItIsWritten)
     EXPECT_EQ(station.Count("converted", "journal"), found);
 }
 
+TEST(WatchTrouble, SignalEndsItWellThoughTheJournalCannotBeWritten)
+{
+    Station station;
+    StartWithFullJournal(station);
+    EXPECT_EQ(station.End(), 0);
+    EXPECT_EQ(Said(station).count('\n'), 2); // the trouble, and that it is still on
+    EXPECT_EQ(station.Events("stopped", "reason"), QStringList{"SIGTERM"});
+    ASSERT_TRUE(QFile::remove(station.Path("marker")));
+    EXPECT_EQ(station.Once({"--state", "journal"}).code, 0);
+    EXPECT_EQ(station.Count("converted", "journal"), 1);
+}
+
 TEST(WatchTrouble, JournalOfAnotherInItsPlaceEndsTheProgram)
 {
     Station station;
