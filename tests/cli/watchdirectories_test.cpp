@@ -182,6 +182,19 @@ TEST(WatchDirectories, RecordingThatWasGivenUpIsTriedAgainWhenItsPermissionsChan
     EXPECT_EQ(station.Events("failed").size(), 4); // with the permissions with which it was given up
 }
 
+TEST(WatchDirectories, RecordingThatWasGivenUpForADirectoryInAContinuationsPlaceIsConvertedWhenThatIsGone)
+{
+    Station station;
+    station.Write("in/a.ZU", Encode(ShortRecording(0)));
+    station.MakeDirectory("in/a.Z01");
+    station.Start({"--attempts", "1"});
+    ASSERT_TRUE(station.Waits("failed", 1));
+    ASSERT_TRUE(QDir(station.Path("in")).rmdir("a.Z01"));
+    ASSERT_TRUE(station.Waits("converted", 1));
+    EXPECT_EQ(station.End(), 0);
+    EXPECT_EQ(station.Events("failed").size(), 1);
+}
+
 TEST(WatchDirectories, ChangeOfPermissionsAloneDoesNotConvertAgain)
 {
     const Station station;

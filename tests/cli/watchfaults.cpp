@@ -3,7 +3,8 @@
 //   UNSEEN          nothing of this name can be checked while the file that UNSEEN_WHILE names is there
 //   UNUSABLE        the same, of directories that are written to, once the program has started
 //   FULL            there is no room for files whose paths start so while the file FULL_WHILE is there
-//   NO_WATCHES      no directory is watched
+//   READ_ONLY       nothing in the directory of this path can be renamed while the file READ_ONLY_WHILE is
+//   there NO_WATCHES      no directory is watched
 #include <array>
 #include <cerrno>
 #include <csignal>
@@ -41,6 +42,16 @@ bool IsFull(int file)
     const std::string link = "/proc/self/fd/" + std::to_string(file);
     return readlink(link.c_str(), path.data(), path.size() - 1) > 0 &&
            std::strncmp(path.data(), begin, std::strlen(begin)) == 0;
+}
+
+// The directory, or a file in it.
+bool IsReadOnly(const std::string& path)
+{
+    const char* directory = std::getenv("READ_ONLY");
+    const char* marker = std::getenv("READ_ONLY_WHILE");
+    struct stat status = {};
+    return directory != nullptr && (path + '/').rfind(std::string(directory) + '/', 0) == 0 &&
+           lstat(marker, &status) == 0;
 }
 
 template <class Function>
@@ -117,6 +128,35 @@ EXPORTED ssize_t write(int file, const void* bytes, size_t count)
         return -1;
     }
     return Next<ssize_t (*)(int, const void*, size_t)>("write")(file, bytes, count);
+}
+
+EXPORTED ssize_t pwrite64(int file, const void* bytes, size_t count, off64_t offset)
+{
+    if (IsFull(file)) {
+        errno = ENOSPC;
+        return -1;
+    }
+    return Next<ssize_t (*)(int, const void*, size_t, off64_t)>("pwrite64")(file, bytes, count, offset);
+}
+
+EXPORTED int access(const char* path, int mode)
+{
+    if ((mode & W_OK) != 0 && IsReadOnly(path)) {
+        errno = EROFS;
+        return -1;
+    }
+    return Next<int (*)(const char*, int)>("access")(path, mode);
+}
+
+EXPORTED int renameat2(int fromDirectory, const char* from, int toDirectory, const char* to,
+                       unsigned int flags)
+{
+    if (IsReadOnly(from)) {
+        errno = EROFS;
+        return -1;
+    }
+    return Next<int (*)(int, const char*, int, const char*, unsigned int)>("renameat2")(
+        fromDirectory, from, toDirectory, to, flags);
 }
 
 EXPORTED int inotify_add_watch(int queue, const char* path, unsigned int mask)

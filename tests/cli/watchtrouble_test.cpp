@@ -39,16 +39,33 @@ void ExpectWaiting(Station& station, const QString& directory, const QString& re
     EXPECT_EQ(Said(station), said);
 }
 
+// With a fault of WATCH_FAULTS_LIBRARY for what the path names, as long as the file "marker" is there.
+void StartWithFault(Station& station, const QByteArray& fault, const QString& path,
+                    const QStringList& more = {})
+{
+    setenv("LD_PRELOAD", WATCH_FAULTS_LIBRARY, 1);
+    setenv(fault.constData(), path.toLocal8Bit().constData(), 1);
+    setenv((fault + "_WHILE").constData(), station.Path("marker").toLocal8Bit().constData(), 1);
+    station.Start(QStringList{"--attempts", "1", "--state", "journal"} + more);
+    for (const QByteArray& name : {QByteArray("LD_PRELOAD"), fault, fault + "_WHILE"})
+        unsetenv(name.constData());
+}
+
 // There is room again when the file "marker" is removed.
 void StartOnFullDisk(Station& station)
 {
-    setenv("LD_PRELOAD", WATCH_FAULTS_LIBRARY, 1);
-    setenv("FULL", station.Path("out/").toLocal8Bit().constData(), 1);
-    setenv("FULL_WHILE", station.Path("marker").toLocal8Bit().constData(), 1);
     station.Write("marker", "");
-    station.Start({"--attempts", "1", "--state", "journal"});
-    for (const char* name : {"LD_PRELOAD", "FULL", "FULL_WHILE"})
-        unsetenv(name);
+    StartWithFault(station, "FULL", station.Path("out/"));
+}
+
+// Its disk is full when the first recording comes.
+void StartWithFullJournal(Station& station)
+{
+    StartWithFault(station, "FULL", station.Path("journal"));
+    ASSERT_TRUE(station.Waits("started", 1));
+    station.Write("marker", "");
+    station.Write("in/a.ZU", Encode(ShortRecording(0)));
+    ASSERT_TRUE(station.Waits("trouble", 1));
 }
 
 // A socket like the service manager's.
@@ -179,6 +196,37 @@ TEST(WatchTrouble, JournalThatAnotherProgramReadsForLongIsWaitedFor)
         "or give this user the permission\n");
     EXPECT_EQ(station.Events("recovered", "reason"), QStringList{"journalNotWritten"});
     EXPECT_EQ(station.Count("converted"), 1);
+}
+
+// Where only the recording's row does not fit, a look at the journal shows nothing.
+TEST(WatchTrouble, JournalWithoutRoomIsReportedOnceUntilItIsWritten)
+{
+    Station station;
+    StartWithFullJournal(station);
+    int found = 1;
+    for (const char* name : {"b", "c", "d", "e"}) {
+        station.Write(QString("in/%1.ZU").arg(name), Encode(ShortRecording(10 * (name[0] - 'a'))));
+        ASSERT_TRUE(station.Waits("found", ++found));
+    }
+    EXPECT_EQ(station.Events("converting"), QStringList());
+    ASSERT_TRUE(QFile::remove(station.Path("marker")));
+    ASSERT_TRUE(station.Waits("converted", found));
+    EXPECT_EQ(station.End(), 0);
+    EXPECT_EQ(station.Events("trouble", "reason"), QStringList{"journalNotWritten"});
+    EXPECT_EQ(station.Events("recovered", "reason"), QStringList{"journalNotWritten"});
+    EXPECT_EQ(station.Count("converted", "journal"), found);
+}
+
+TEST(WatchTrouble, SignalEndsItWellThoughTheJournalCannotBeWritten)
+{
+    Station station;
+    StartWithFullJournal(station);
+    EXPECT_EQ(station.End(), 0);
+    EXPECT_EQ(Said(station).count('\n'), 2); // the trouble, and that it is still on
+    EXPECT_EQ(station.Events("stopped", "reason"), QStringList{"SIGTERM"});
+    ASSERT_TRUE(QFile::remove(station.Path("marker")));
+    EXPECT_EQ(station.Once({"--state", "journal"}).code, 0);
+    EXPECT_EQ(station.Count("converted", "journal"), 1);
 }
 
 TEST(WatchTrouble, JournalOfAnotherInItsPlaceEndsTheProgram)

@@ -7,6 +7,7 @@
 #include "zucmtr/run/leftovers.h"
 #include "zucmtr/run/ownprocess.h"
 #include "zucmtr/run/worker.h"
+#include "zucmtr/terminal/console.h"
 #include "zucmtr/terminal/interrupt.h"
 #include "zucmtr/watch/servicemanager.h"
 #include "zucmtr/watch/watchevents.h"
@@ -76,8 +77,20 @@ bool Watch::Run()
     end["failed"] = failed;
     end["waiting"] = waiting.size();
     Emit("stopped", end);
-    journal.Flush();
+    FlushAtEnd();
     return failed == 0 && waiting.isEmpty() && input.IsWhole();
+}
+
+// Whoever ends the program need not wait for a disk: the next run does again what was not written.
+void Watch::FlushAtEnd()
+{
+    try {
+        journal.Flush();
+    } catch (const WatchJournal::Unwritable& error) {
+        if (!interrupt::Came())
+            throw;
+        Complain(text::MessageOf(error));
+    }
 }
 
 void Watch::Start()

@@ -38,7 +38,7 @@ public:
 
     /// Prints each event as a JSON object and line. Returns after a signal, or with `once` when nothing is
     /// left to do. True if no recording failed and every directory can be read. Throws
-    /// WatchJournal::Taken, and at the end WatchJournal::Unwritable.
+    /// WatchJournal::Taken, and at the end, unless a signal has arrived, WatchJournal::Unwritable.
     bool Run();
 
 private:
@@ -58,6 +58,7 @@ private:
     };
 
     void Start();
+    void FlushAtEnd();
     void ScanInput();
     void Observe(const Chain& chain);
     void ObserveAgain(Waiting& one, const Fingerprint& now) const;

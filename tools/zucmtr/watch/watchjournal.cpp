@@ -310,9 +310,29 @@ void WatchJournal::NoteBegun(const QString& recording, const QByteArray& print)
     const QString first = PathOf(recording);
     Entries changed = unwritten;
     changed[first] = Following(entries.value(first), {print, Verdict::Begun, {}, {}, Now()});
-    Save(changed);
+    try {
+        Save(changed);
+    } catch (const Unwritable&) {
+        Withdraw(first, print);
+        throw;
+    }
     unwritten.clear();
     entries[first] = changed[first];
+}
+
+// It was not begun, so its counts stay. Its row takes no less room than the one that could not be written:
+// when it is written, that one can be, too.
+void WatchJournal::Withdraw(const QString& first, const QByteArray& print)
+{
+    Entry entry = entries.value(first);
+    if (entry.print != print)
+        entry = {print};
+    entry.verdict = Verdict::Withdrawn;
+    entry.record.clear();
+    entry.access.clear();
+    entry.noted = Now();
+    unwritten[first] = entry;
+    entries[first] = entry;
 }
 
 void WatchJournal::NoteFailed(const QString& recording, const QByteArray& print)

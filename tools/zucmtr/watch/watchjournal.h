@@ -65,7 +65,8 @@ public:
     };
     Counts CountsOf(const QString& recording, const Fingerprint& fingerprint) const;
 
-    /// Notes it and waits for the disk. Throws Unwritable, and nothing is noted; or Taken.
+    /// Notes it and waits for the disk. Throws Unwritable: it is noted in memory as withdrawn, so that Flush
+    /// throws until there is room for it; or Taken.
     void NoteBegun(const QString& recording, const QByteArray& print);
 
     /// The same for what became of it. If they throw Unwritable, it is noted in memory, and written by the
@@ -107,6 +108,7 @@ private:
     Place FindPlace() const;
     const Entry* Find(const QString& recording, const QByteArray& print) const;
     void Note(const QString& recording, const Entry& entry);
+    void Withdraw(const QString& first, const QByteArray& print);
     void Save(const Entries& changed);
     void MakeAnew(const Entries& changed);
     [[noreturn]] void FailToWrite(const QString& reason) const;

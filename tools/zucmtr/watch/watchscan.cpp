@@ -10,6 +10,7 @@
 #include <QStringList>
 
 #include <cerrno>
+#include <sys/stat.h>
 
 namespace {
 
@@ -18,16 +19,19 @@ constexpr int64_t nanosecondsOfMillisecond = 1000000;
 class Fingerprints
 {
 public:
-    // Returns 0, or the errno of the failure; anything but a regular file counts as missing.
+    // Returns 0, or the errno of the failure. Anything but a regular file counts as missing, but is part of
+    // the fingerprint: a recording may fail because of it, and succeed when it is gone.
     int Add(const QString& path)
     {
         systemfile::Identity file;
         const int error = systemfile::Identify(path, file);
         if (error != 0)
             return error;
-        if (!file.IsRegular())
-            return ENOENT;
         const QByteArray name = QFileInfo(path).fileName().toUtf8();
+        if (!file.IsRegular()) {
+            print.addData(name + '/' + QByteArray::number(file.mode & S_IFMT, 8) + '\n');
+            return ENOENT;
+        }
         print.addData(name + '/' + QByteArray::number(static_cast<qlonglong>(file.size)) + '/' +
                       QByteArray::number(static_cast<qlonglong>(file.modified / nanosecondsOfMillisecond)) +
                       '\n');
