@@ -188,7 +188,9 @@ def _variants(names, moment):
         return
     yield "no bytes", tree(lambda node, safe, since: part_of(safe, since, 0, 0))
     yield "half of the bytes", tree(lambda node, safe, since: part_of(safe, since, 0, 0.5))
-    yield "the other half", tree(lambda node, safe, since: part_of(safe, since, 0.5, 1))
+    # What is changed within a file comes to the disk in any order; what is added to a new one in its own.
+    yield "the other half", tree(lambda node, safe, since: part_of(safe, since, 0.5, 1) if safe else
+                                 part_of(safe, since, 0, 0.5))
     for path in unsafe if len(unsafe) > 1 else []:
         yield f"without the bytes of {os.path.basename(path)}", \
             tree(lambda node, safe, since, path=path: part_of(safe, since, 0, 0 if node is names[path] else 1))
