@@ -324,6 +324,11 @@ TEST(Staging, SaysThatTheDiskIsFullOrCannotBeWritten)
     EXPECT_EQ(text(ENOSPC), begin + QStringLiteral("no room left on the disk of ") + here.Path());
     EXPECT_EQ(text(EDQUOT), begin + QStringLiteral("no room left on the disk of ") + here.Path());
     EXPECT_EQ(text(EROFS), begin + QStringLiteral("Read-only file system"));
+    plan.kinds = shim::Open;
+    plan.nth = 2; // the mark
+    EXPECT_EQ(text(ENOSPC), begin + QStringLiteral("no room left on the disk of ") + here.Path());
+    EXPECT_EQ(QDir(here.Path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
+              QStringList());
     EXPECT_EQ(ErrorOf([&] { const Staging staging(here.Path("no")); }),
               QStringLiteral("no directory for new records can be made in '%1': No such file or directory")
                   .arg(here.Path("no")));

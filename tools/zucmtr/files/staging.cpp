@@ -36,9 +36,10 @@ QString MarkIn(const QString& directory)
 }
 
 // Returns 0 or errno.
-int MakeMark(int directory)
+int MakeMark(const QString& directory)
 {
-    const int file = openat(directory, Mark, O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
+    const int file =
+        open(QFile::encodeName(MarkIn(directory)).constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
     if (file < 0)
         return errno;
     close(file);
@@ -140,8 +141,9 @@ void Staging::Make()
     QByteArray path = QFile::encodeName(out + QStringLiteral("/.zucmtr-XXXXXX"));
     const bool made = mkdtemp(path.data()) != nullptr;
     handle = made ? OpenDirectory(path) : -1;
-    const int code = handle >= 0 ? MakeMark(handle) : errno;
+    const int error = errno;
     directory = QFile::decodeName(path);
+    const int code = handle >= 0 ? MakeMark(directory) : error;
     if (code == 0 || (made && code == ENOENT)) // removed already
         return;
     if (handle >= 0)
