@@ -229,6 +229,11 @@ int Compare(const Descriptor& a, const Descriptor& b, bool& same)
     }
 }
 
+bool IsWritable(const QString& directory)
+{
+    return access(QFile::encodeName(directory).constData(), W_OK | X_OK) == 0;
+}
+
 int RenameToFree(const QString& from, const QString& to)
 {
     const int error = RenameWithoutReplacing(from, to);
