@@ -229,6 +229,24 @@ TEST(WatchTrouble, SignalEndsItWellThoughTheJournalCannotBeWritten)
     EXPECT_EQ(station.Count("converted", "journal"), 1);
 }
 
+TEST(WatchTrouble, InputThatIsReadOnlyForAWhileIsWaitedForAndNoAttemptCounts)
+{
+    Station station;
+    station.Write("marker", "");
+    for (const char* name : {"a", "b"})
+        station.Write(QString("in/%1.ZU").arg(name), Encode(ShortRecording(10 * (name[0] - 'a'))));
+    StartWithFault(station, "READ_ONLY", "in", {"--remove-source"});
+    ASSERT_TRUE(station.Waits("trouble", 1));
+    ASSERT_TRUE(WaitFor([&] { return station.Count("withdrawn", "journal") >= 2; }));
+    ASSERT_TRUE(QFile::remove(station.Path("marker")));
+    ASSERT_TRUE(station.Waits("converted", 2));
+    EXPECT_EQ(station.End(), 0);
+    EXPECT_EQ(station.Events("trouble", "reason"), QStringList{"notPutAway"});
+    EXPECT_EQ(station.Events("recovered", "reason"), QStringList{"notPutAway"});
+    EXPECT_EQ(station.Events("failed"), QStringList());
+    EXPECT_EQ(station.Names("in").filter(".ZU"), QStringList());
+}
+
 TEST(WatchTrouble, JournalOfAnotherInItsPlaceEndsTheProgram)
 {
     Station station;

@@ -67,6 +67,16 @@ bool IsFree(const std::vector<AsideFile>& files, int number)
     });
 }
 
+// A file that cannot be moved may be protected by itself; or no file of its directory can be.
+Trouble TroubleOf(int error, const QString& directory)
+{
+    if (explain::IsNoRoom(error))
+        return Trouble::NoRoom;
+    const bool isForbidden = error == EPERM || error == EACCES;
+    return error == EROFS || (isForbidden && !systemfile::IsWritable(directory)) ? Trouble::Input
+                                                                                 : Trouble::File;
+}
+
 // The name and the aside name lead to one file: the program was killed while it moved the file on a file
 // system that cannot rename without replacing.
 bool HasBothNames(const AsideFile& file)
@@ -266,7 +276,7 @@ void AsideFiles::MoveOne(size_t number)
         throw Error(Tr("sources", "'%1' could not be put away: the name is too long; give it a shorter one")
                         .arg(file.own));
     if (error != 0)
-        throw Error(explain::IsNoRoom(error) ? Trouble::NoRoom : Trouble::File,
+        throw Error(TroubleOf(error, QFileInfo(file.own).path()),
                     Tr("sources",
                        "'%1' could not be put away: %2; it is where it was; give this user the permission "
                        "to change its directory, or put it away yourself, its record is verified")

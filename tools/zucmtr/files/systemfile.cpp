@@ -245,6 +245,11 @@ int CompareStart(const Descriptor& start, const Descriptor& whole, bool& same)
     }
 }
 
+bool IsWritable(const QString& directory)
+{
+    return access(QFile::encodeName(directory).constData(), W_OK | X_OK) == 0;
+}
+
 int RenameToFree(const QString& from, const QString& to)
 {
     const int error = RenameWithoutReplacing(from, to);

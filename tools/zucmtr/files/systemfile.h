@@ -54,6 +54,9 @@ int Identify(const Descriptor& file, Identity& identity);
 /// Whether the name is in use, even by a link that leads nowhere. If that is unknown, it counts as taken.
 bool IsTaken(const QString& path);
 
+/// Whether names in the directory can be changed now.
+bool IsWritable(const QString& directory);
+
 /// The names in a directory, sorted, without "." and ".."; none if it cannot be read. Names that are not text
 /// come out altered.
 QStringList NamesIn(const QString& directory);

@@ -21,6 +21,7 @@ enum class SourceFate { Kept, Removed, Archived };
 enum class Blame {
     Recording, // it, or what lies at its record's name
     Memory,    // not enough of it
+    Input,     // the directory of the recording: it cannot be put away
     Output,    // the directory of the records: missing, not writable, or its disk full
     Archive    // the same for the archive
 };

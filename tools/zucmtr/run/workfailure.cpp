@@ -45,7 +45,9 @@ void FailBy(BatchItem& item, const sourcefiles::Error& error)
     using sourcefiles::Trouble;
     const bool isArchives = error.trouble == Trouble::Archive || error.trouble == Trouble::NoRoom;
     item.noRoom = error.trouble == Trouble::NoRoom;
-    item.blame = isArchives ? Blame::Archive : Blame::Recording;
+    item.blame = isArchives                        ? Blame::Archive
+                 : error.trouble == Trouble::Input ? Blame::Input
+                                                   : Blame::Recording;
     item.Fail(error.trouble == Trouble::Changed ? reason::SourceChanged : reason::NotPutAway,
               text::MessageOf(error));
 }

@@ -4,6 +4,7 @@
 #include "text/texts.h"
 #include "zucmtr/files/sourcefiles.h"
 #include "zucmtr/files/staging.h"
+#include "zucmtr/files/systemfile.h"
 #include "zucmtr/run/leftovers.h"
 #include "zucmtr/run/ownprocess.h"
 #include "zucmtr/run/worker.h"
@@ -13,6 +14,7 @@
 #include "zucmtr/watch/watchevents.h"
 
 #include <QDir>
+#include <QFileInfo>
 #include <QJsonArray>
 #include <QSet>
 
@@ -224,11 +226,26 @@ void Watch::CheckPlaces() const
         CheckPlace(reason::ArchiveUnusable, QStringLiteral("--archive"), order.archive);
 }
 
+// Whether no recording could be put away, wherever it lies.
+bool Watch::IsInputReadOnly() const
+{
+    QSet<QString> directories;
+    for (const QString& directory : order.directories)
+        directories << directory;
+    for (auto one = waiting.begin(); one != waiting.end(); ++one)
+        directories << QFileInfo(one.key()).path();
+    return std::none_of(directories.begin(), directories.end(), systemfile::IsWritable);
+}
+
 // Whether it would affect any other recording, too. What is wrong with one directory below --out or --archive
 // concerns its own recordings alone.
 bool Watch::IsTrouble(const BatchItem& item) const
 {
-    if (item.state != ItemState::Failed || (item.blame != Blame::Output && item.blame != Blame::Archive))
+    if (item.state != ItemState::Failed)
+        return false;
+    if (item.blame == Blame::Input)
+        return IsInputReadOnly();
+    if (item.blame != Blame::Output && item.blame != Blame::Archive)
         return false;
     if (item.noRoom || item.recording.below.isEmpty())
         return true;

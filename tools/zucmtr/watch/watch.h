@@ -66,6 +66,7 @@ private:
     QStringList Due() const;
     void ConvertDue();
     void CheckPlaces() const;
+    bool IsInputReadOnly() const;
     bool IsTrouble(const BatchItem& item) const;
     bool MayWork();
     void LeaveTrouble();
