@@ -7,6 +7,8 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
+
 namespace {
 
 using recorderfile::Encode;
@@ -63,8 +65,9 @@ TEST(Places, RecursiveClearsWhatIsLeftBesideRecordsOfADirectoryWithoutRecordings
     WriteTwins(place);
     place.MakeDirectory("in/empty");
     for (const char* directory : {"empty", "of others"})
-        place.Write(QString("out/%1/.zucmtr-Ab3xYz/").arg(directory) + ShortRecordName() + ".cfgtmp", "left");
+        place.Write(QString("out/%1/.zucmtr-Ab3xYz/zucmtr-staging").arg(directory), "");
     place.Write("old/empty/c.ZU.part", "left");
+    ASSERT_EQ(chmod(QFile::encodeName(place.Path("old/empty/c.ZU.part")).constData(), 0600 | S_ISVTX), 0);
     EXPECT_EQ(place.Convert({"-r", "--archive", "old", "in"}).code, 0);
     EXPECT_FALSE(QFile::exists(place.Path("out/empty/.zucmtr-Ab3xYz")));
     EXPECT_TRUE(QFile::exists(place.Path("out/of others/.zucmtr-Ab3xYz")));

@@ -135,6 +135,7 @@ bool Watch::IsDone() const
 void Watch::ScanInput()
 {
     const std::vector<Chain> chains = input.NewScan();
+    scanned = Clock::now();
     QSet<QString> there;
     for (const Chain& chain : chains) {
         there << chain.recording.path;
@@ -182,7 +183,7 @@ void Watch::Expect(const Chain& chain)
     Waiting one;
     one.recording = chain.recording;
     one.fingerprint = chain.fingerprint;
-    one.due = Clock::now() + order.quiet;
+    one.due = scanned + order.quiet;
     const auto [unended, failures, kills] = journal.CountsOf(path, chain.fingerprint);
     one.isDoubtful = unended > 0;
     one.kills = kills;

@@ -90,6 +90,7 @@ private:
     WatchInput input;
     WatchTrouble trouble;
     QMap<QString, Waiting> waiting;
+    Clock::time_point scanned; // those that one scan has found are due together
     int troublesInRow = 0;
     int converted = 0;
     int failed = 0;
