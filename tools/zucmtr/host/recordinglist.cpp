@@ -26,7 +26,7 @@ QString Normalised(const QString& path)
 QString Canonical(const QString& path)
 {
     const QFileInfo info(Normalised(path));
-    const QString canonical = info.canonicalFilePath();
+    QString canonical = info.canonicalFilePath();
     if (!canonical.isEmpty() || info.isRoot())
         return canonical;
     return Canonical(info.path()) + QLatin1Char('/') + info.fileName();
