@@ -11,6 +11,7 @@
 #include <ctime>
 #include <dirent.h>
 #include <fcntl.h>
+#include <functional>
 #include <memory>
 #include <sys/file.h>
 #include <sys/stat.h>
@@ -60,6 +61,24 @@ ssize_t ReadAt(const Descriptor& file, std::vector<char>& buffer, std::int64_t f
         filled += static_cast<size_t>(count);
     }
     return static_cast<ssize_t>(filled);
+}
+
+// Up to the end of the first file. lengthsFit: whether its blocks may be as long as those of the second.
+template <class LengthsFit>
+int CompareBlocks(const Descriptor& a, const Descriptor& b, bool& same, LengthsFit lengthsFit)
+{
+    std::vector<char> first(Block);
+    std::vector<char> second(Block);
+    for (std::int64_t at = 0;; at += Block) {
+        const ssize_t count = ReadAt(a, first, at);
+        const ssize_t other = count < 0 ? -1 : ReadAt(b, second, at);
+        if (other < 0)
+            return errno;
+        same = lengthsFit(count, other) &&
+               std::memcmp(first.data(), second.data(), static_cast<size_t>(count)) == 0;
+        if (!same || static_cast<size_t>(count) < Block)
+            return 0;
+    }
 }
 
 // A word at a time, since every recording is read once for it: the multiplication by an odd number loses no
@@ -217,32 +236,12 @@ int ReadThrough(const Descriptor& file, Fingerprint& fingerprint)
 
 int Compare(const Descriptor& a, const Descriptor& b, bool& same)
 {
-    std::vector<char> first(Block);
-    std::vector<char> second(Block);
-    for (std::int64_t at = 0;; at += Block) {
-        const ssize_t count = ReadAt(a, first, at);
-        const ssize_t other = count < 0 ? -1 : ReadAt(b, second, at);
-        if (other < 0)
-            return errno;
-        same = count == other && std::memcmp(first.data(), second.data(), static_cast<size_t>(count)) == 0;
-        if (!same || static_cast<size_t>(count) < Block)
-            return 0;
-    }
+    return CompareBlocks(a, b, same, std::equal_to<ssize_t>());
 }
 
 int CompareStart(const Descriptor& start, const Descriptor& whole, bool& same)
 {
-    std::vector<char> first(Block);
-    std::vector<char> second(Block);
-    for (std::int64_t at = 0;; at += Block) {
-        const ssize_t count = ReadAt(start, first, at);
-        const ssize_t other = count < 0 ? -1 : ReadAt(whole, second, at);
-        if (other < 0)
-            return errno;
-        same = count <= other && std::memcmp(first.data(), second.data(), static_cast<size_t>(count)) == 0;
-        if (!same || static_cast<size_t>(count) < Block)
-            return 0;
-    }
+    return CompareBlocks(start, whole, same, std::less_equal<ssize_t>());
 }
 
 bool IsWritable(const QString& directory)

@@ -14,9 +14,10 @@
 
 namespace {
 
+// out: of the records; below: where the recordings lie below the archive.
 void RemoveUnfinished(const QString& out, const QString& archive, const QString& below)
 {
-    Staging::RemoveLeft(QDir(out).filePath(below));
+    Staging::RemoveLeft(out);
     if (!archive.isEmpty())
         sourcefiles::RemoveParts(QDir(archive).filePath(below));
 }
@@ -40,16 +41,16 @@ void ClearLeftovers(const QStringList& arguments, bool recursive, const QString&
         QDirIterator directory(QFileInfo(top).absoluteFilePath(),
                                QDir::Dirs | QDir::NoDotAndDotDot | QDir::NoSymLinks | QDir::Hidden,
                                QDirIterator::Subdirectories);
-        while (directory.hasNext())
-            RemoveUnfinished(out, archive, QDir(top).relativeFilePath(directory.next()));
+        while (directory.hasNext()) {
+            const QString below = QDir(top).relativeFilePath(directory.next());
+            RemoveUnfinished(QDir(out).filePath(below), archive, below);
+        }
     }
 }
 
 void ClearAfter(const Recording& recording, const QString& out, const QString& archive)
 {
-    Staging::RemoveLeft(out);
-    if (!archive.isEmpty())
-        sourcefiles::RemoveParts(QDir(archive).filePath(recording.below));
+    RemoveUnfinished(out, archive, recording.below);
 }
 
 void ReportOrphans(const RecordingList& list)
