@@ -14,6 +14,7 @@ ROWS = [
     "tools/text",
     "tools/explain tools/recorderfile",
     "tools/comtrade tools/output tools/station",
+    "tools/analysis",
     "tools/verify tools/info tools/inicheck tools/dictionary tools/view",
     "tools/zucmtr/terminal",
     "tools/zucmtr/host tools/zucmtr/files",

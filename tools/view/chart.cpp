@@ -1,6 +1,6 @@
 #include "view/chart.h"
 
-#include "view/channelrole.h"
+#include "analysis/channelrole.h"
 #include "view/pagedata.h"
 #include "view/pens.h"
 
@@ -28,12 +28,13 @@ QColor ColorOf(char phase)
 }
 
 // The channels of a quantity in a circuit.
-std::vector<size_t> ChannelsOf(const Oscillogram& oscillogram, const QString& circuit, Quantity quantity)
+std::vector<size_t> ChannelsOf(const analysis::Oscillogram& oscillogram, const QString& circuit,
+                               analysis::Quantity quantity)
 {
     std::vector<size_t> channels;
     for (size_t i = 0; i < oscillogram.config.analog.size(); ++i) {
         const comtrade::AnalogChannel& channel = oscillogram.config.analog[i];
-        if (channel.circuit == circuit && RoleOf(channel).quantity == quantity)
+        if (channel.circuit == circuit && analysis::RoleOf(channel).quantity == quantity)
             channels.push_back(i);
     }
     return channels;
@@ -41,8 +42,8 @@ std::vector<size_t> ChannelsOf(const Oscillogram& oscillogram, const QString& ci
 
 } // namespace
 
-Chart::Chart(QPainter& painter_, const Oscillogram& oscillogram_, const Stretch& stretch_,
-             const QString& circuit_, Quantity quantity, const QRectF& plot_)
+Chart::Chart(QPainter& painter_, const analysis::Oscillogram& oscillogram_, const Stretch& stretch_,
+             const QString& circuit_, analysis::Quantity quantity, const QRectF& plot_)
     : painter(painter_), oscillogram(oscillogram_), stretch(stretch_), circuit(circuit_),
       channels(ChannelsOf(oscillogram_, circuit_, quantity)), plot(plot_)
 {}
@@ -50,7 +51,8 @@ Chart::Chart(QPainter& painter_, const Oscillogram& oscillogram_, const Stretch&
 double Chart::Value(size_t channel, double code) const
 {
     const comtrade::AnalogChannel& known = oscillogram.config.analog[channel];
-    return (known.a * code + known.b) * PrimaryFactor(known) / (IsBaseUnit(known.unit) ? 1000 : 1);
+    return (known.a * code + known.b) * analysis::PrimaryFactor(known) /
+           (analysis::IsBaseUnit(known.unit) ? 1000 : 1);
 }
 
 void Chart::Draw()
@@ -93,8 +95,8 @@ void Chart::DrawValues(double low, double high)
 // Runs of samples without a missing one, each drawn on its own.
 void Chart::DrawTrace(size_t channel, double low, double high)
 {
-    const Codes& codes = oscillogram.analog[channel];
-    painter.setPen(QPen(ColorOf(RoleOf(oscillogram.config.analog[channel]).phase), 1.6));
+    const analysis::Codes& codes = oscillogram.analog[channel];
+    painter.setPen(QPen(ColorOf(analysis::RoleOf(oscillogram.config.analog[channel]).phase), 1.6));
     const size_t end = stretch.End();
     for (size_t sample = stretch.Begin(); sample < end; ++sample) {
         const size_t from = sample;
@@ -115,7 +117,7 @@ void Chart::DrawTrace(size_t channel, double low, double high)
 }
 
 // Samples with the least and the greatest code of each pixel column, so that no peak is lost.
-std::vector<size_t> Chart::Extremes(const Codes& codes, size_t sample, size_t end) const
+std::vector<size_t> Chart::Extremes(const analysis::Codes& codes, size_t sample, size_t end) const
 {
     std::vector<size_t> extremes;
     while (sample < end) {
@@ -140,8 +142,8 @@ void Chart::DrawNames()
         const comtrade::AnalogChannel& known = oscillogram.config.analog[channel];
         const QString name = QString(known.name).remove(circuit).trimmed();
         const QString text =
-            (name.isEmpty() ? known.name : name) + QStringLiteral(", ") + WithKilo(known.unit);
-        painter.setPen(ColorOf(RoleOf(known).phase));
+            (name.isEmpty() ? known.name : name) + QStringLiteral(", ") + analysis::WithKilo(known.unit);
+        painter.setPen(ColorOf(analysis::RoleOf(known).phase));
         painter.drawText(QRectF(x, plot.top() - 21, 140, 18), Qt::AlignVCenter, text);
         x += painter.fontMetrics().horizontalAdvance(text) + 22;
     }

@@ -1,7 +1,7 @@
 // The traces of one quantity of a circuit over a common scale, part of the still picture.
 #pragma once
 
-#include "view/channelrole.h"
+#include "analysis/channelrole.h"
 #include "view/stretch.h"
 
 #include <QPainter>
@@ -15,8 +15,8 @@ class Chart
 public:
     /// plot is the area of the traces; names are above it and values to the left. Painter, oscillogram and
     /// stretch must outlive the chart.
-    Chart(QPainter& painter_, const Oscillogram& oscillogram_, const Stretch& stretch_,
-          const QString& circuit_, Quantity quantity, const QRectF& plot_);
+    Chart(QPainter& painter_, const analysis::Oscillogram& oscillogram_, const Stretch& stretch_,
+          const QString& circuit_, analysis::Quantity quantity, const QRectF& plot_);
 
     /// Draws nothing if the circuit has no such channels.
     void Draw();
@@ -25,11 +25,11 @@ private:
     double Value(size_t channel, double code) const;
     void DrawValues(double low, double high);
     void DrawTrace(size_t channel, double low, double high);
-    std::vector<size_t> Extremes(const Codes& codes, size_t sample, size_t end) const;
+    std::vector<size_t> Extremes(const analysis::Codes& codes, size_t sample, size_t end) const;
     void DrawNames();
 
     QPainter& painter;
-    const Oscillogram& oscillogram;
+    const analysis::Oscillogram& oscillogram;
     const Stretch& stretch;
     const QString circuit;
     const std::vector<size_t> channels; // by their places in the configuration

@@ -1,8 +1,8 @@
 // The still picture: voltages and currents of the started circuit, the states that change, and beside them
 // the figures of the report.
+#include "analysis/channelrole.h"
 #include "output/outputfile.h"
 #include "text/texts.h"
-#include "view/channelrole.h"
 #include "view/chart.h"
 #include "view/pagedata.h"
 #include "view/pens.h"
@@ -31,13 +31,13 @@ constexpr int TitleHeight = 64;
 constexpr int RulerHeight = 26;
 
 // The circuit that the report names, or the first one with voltages or currents.
-QString ShownCircuit(const Oscillogram& oscillogram)
+QString ShownCircuit(const analysis::Oscillogram& oscillogram)
 {
     QString started = StartedCircuit(oscillogram);
     if (!started.isEmpty())
         return started;
     for (const comtrade::AnalogChannel& channel : oscillogram.config.analog)
-        if (RoleOf(channel).quantity != Quantity::Other)
+        if (analysis::RoleOf(channel).quantity != analysis::Quantity::Other)
             return channel.circuit;
     return QString();
 }
@@ -45,7 +45,7 @@ QString ShownCircuit(const Oscillogram& oscillogram)
 class Overview
 {
 public:
-    explicit Overview(const Oscillogram& oscillogram_)
+    explicit Overview(const analysis::Oscillogram& oscillogram_)
         : oscillogram(oscillogram_), circuit(ShownCircuit(oscillogram_)),
           figures(Figures(oscillogram_.report)), stretch(oscillogram_), states(oscillogram_)
     {}
@@ -65,8 +65,9 @@ public:
         const QRectF tracks(plot.left(), statesTop, plot.width(), states.Height());
         const QRectF charts(plot.topLeft(), tracks.bottomRight());
         DrawTimes(painter, charts);
-        Chart(painter, oscillogram, stretch, circuit, Quantity::Voltage, plot).Draw();
-        Chart(painter, oscillogram, stretch, circuit, Quantity::Current, plot.translated(0, chartHeight))
+        Chart(painter, oscillogram, stretch, circuit, analysis::Quantity::Voltage, plot).Draw();
+        Chart(painter, oscillogram, stretch, circuit, analysis::Quantity::Current,
+              plot.translated(0, chartHeight))
             .Draw();
         states.Draw(painter, stretch, tracks);
         DrawTrigger(painter, charts);
@@ -127,14 +128,14 @@ private:
         }
     }
 
-    const Oscillogram& oscillogram;
+    const analysis::Oscillogram& oscillogram;
     const QString circuit;
     const QStringList figures;
     const Stretch stretch;
     const StateTracks states;
 };
 
-QByteArray SvgOf(const Oscillogram& oscillogram)
+QByteArray SvgOf(const analysis::Oscillogram& oscillogram)
 {
     const Overview overview(oscillogram);
     QByteArray bytes;
@@ -150,7 +151,7 @@ QByteArray SvgOf(const Oscillogram& oscillogram)
     return bytes;
 }
 
-QByteArray PngOf(const Oscillogram& oscillogram)
+QByteArray PngOf(const analysis::Oscillogram& oscillogram)
 {
     const Overview overview(oscillogram);
     QByteArray bytes;
@@ -168,7 +169,7 @@ QByteArray PngOf(const Oscillogram& oscillogram)
 Held WritePicture(const QString& recordPath, const QString& picturePath, Picture format,
                   const Options& options)
 {
-    const Oscillogram oscillogram = Load(recordPath, options);
+    const analysis::Oscillogram oscillogram = Load(recordPath, options);
     const QByteArray bytes = format == Picture::Svg ? SvgOf(oscillogram) : PngOf(oscillogram);
     QString error;
     if (!output::WriteOutput(picturePath, bytes, error))

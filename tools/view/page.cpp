@@ -1,8 +1,9 @@
 // The page as one file: a frame with the styles, scripts and data in it.
 #include "output/outputfile.h"
 #include "text/texts.h"
-#include "view/oscillogram.h"
+#include "view/base64.h"
 #include "view/pagedata.h"
+#include "view/shown.h"
 #include "view/view.h"
 
 #include <QCryptographicHash>
@@ -107,18 +108,23 @@ private:
     output::OutputFile file;
 };
 
-QByteArray Title(const Oscillogram& oscillogram)
+QByteArray Title(const analysis::Oscillogram& oscillogram)
 {
     const QString text = oscillogram.config.station + QStringLiteral(" — ") + oscillogram.config.device;
     return text.toHtmlEscaped().toUtf8();
 }
 
-void WriteBody(PageWriter& page, const Oscillogram& oscillogram, const QString& source,
+QByteArray Encoded(const analysis::Codes& codes)
+{
+    return codes.IsWide() ? Base64(codes.Wide()) : Base64(codes.Small());
+}
+
+void WriteBody(PageWriter& page, const analysis::Oscillogram& oscillogram, const QString& source,
                const std::vector<QByteArray>& texts)
 {
     page.Data("data", PageData(oscillogram, source));
     for (size_t i = 0; i < oscillogram.analog.size(); ++i)
-        page.Data("samples" + QByteArray::number(static_cast<int>(i)), oscillogram.analog[i].Encoded());
+        page.Data("samples" + QByteArray::number(static_cast<int>(i)), Encoded(oscillogram.analog[i]));
     for (const QByteArray& text : texts) {
         page.Write("<script>");
         page.Write(text);
@@ -131,7 +137,7 @@ void WriteBody(PageWriter& page, const Oscillogram& oscillogram, const QString& 
 Held WritePage(const QString& recordPath, const QString& pagePath, const Options& options)
 {
     LinkResources();
-    const Oscillogram oscillogram = Load(recordPath, options);
+    const analysis::Oscillogram oscillogram = Load(recordPath, options);
     const QString source = options.source.isEmpty() ? QFileInfo(recordPath).fileName() : options.source;
     std::vector<QByteArray> texts;
     for (const char* name : Scripts)

@@ -1,12 +1,13 @@
 #include "view/pagedata.h"
 
+#include "analysis/channelrole.h"
 #include "view/base64.h"
-#include "view/channelrole.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 
+#include <algorithm>
 #include <cmath>
 
 namespace view {
@@ -19,32 +20,32 @@ QJsonValue NumberOrNull(double number)
     return std::isfinite(number) ? QJsonValue(number) : QJsonValue();
 }
 
-QJsonObject AnalogJson(const comtrade::AnalogChannel& channel, const Codes& codes)
+QJsonObject AnalogJson(const comtrade::AnalogChannel& channel, const analysis::Codes& codes)
 {
-    const Role role = RoleOf(channel);
-    const char* const quantity = role.quantity == Quantity::Voltage   ? "U"
-                                 : role.quantity == Quantity::Current ? "I"
-                                                                      : "";
+    const analysis::Role role = analysis::RoleOf(channel);
+    const char* const quantity = role.quantity == analysis::Quantity::Voltage   ? "U"
+                                 : role.quantity == analysis::Quantity::Current ? "I"
+                                                                                : "";
     return {{QStringLiteral("number"), channel.number},
             {QStringLiteral("name"), channel.name},
             {QStringLiteral("phase"), channel.phase},
             {QStringLiteral("circuit"), channel.circuit},
             {QStringLiteral("unit"), channel.unit},
-            {QStringLiteral("kiloUnit"), WithKilo(channel.unit)},
+            {QStringLiteral("kiloUnit"), analysis::WithKilo(channel.unit)},
             {QStringLiteral("a"), channel.a},
             {QStringLiteral("b"), channel.b},
-            {QStringLiteral("factor"), PrimaryFactor(channel)},
+            {QStringLiteral("factor"), analysis::PrimaryFactor(channel)},
             {QStringLiteral("primary"), channel.primary},
             {QStringLiteral("secondary"), channel.secondary},
             {QStringLiteral("wide"), codes.IsWide()},
             {QStringLiteral("least"), NumberOrNull(codes.Least())},
             {QStringLiteral("greatest"), NumberOrNull(codes.Greatest())},
-            {QStringLiteral("isWave"), IsWave(channel.unit)},
+            {QStringLiteral("isWave"), analysis::IsWave(channel.unit)},
             {QStringLiteral("quantity"), QString::fromLatin1(quantity)},
             {QStringLiteral("role"), QString(QLatin1Char(role.phase)).trimmed()}};
 }
 
-QJsonObject StateJson(const comtrade::StateChannel& channel, const States& states)
+QJsonObject StateJson(const comtrade::StateChannel& channel, const analysis::States& states)
 {
     QJsonObject json = {{QStringLiteral("number"), channel.number},
                         {QStringLiteral("name"), channel.name},
@@ -93,6 +94,29 @@ QJsonObject Identity(const comtrade::Configuration& config)
 
 } // namespace
 
+QJsonObject TimeJson(const analysis::TimeAxis& axis, qint64 first, qint64 count)
+{
+    constexpr double milliseconds = 1000;
+    const auto& pieces = axis.Pieces();
+    if (pieces.empty()) {
+        std::vector<double> times;
+        for (qint64 sample = first; sample < first + count; ++sample)
+            times.push_back(axis.TimeOf(sample) * milliseconds);
+        return {{QStringLiteral("stamps"), QString::fromLatin1(Base64(times))},
+                {QStringLiteral("resolution"), axis.Resolution() * milliseconds}};
+    }
+    QJsonArray array;
+    for (size_t i = 0; i < pieces.size(); ++i) {
+        const bool isOver = i + 1 < pieces.size() && pieces[i + 1].from <= first;
+        if (isOver || (pieces[i].from >= first + count && !array.isEmpty()))
+            continue;
+        const qint64 from = std::max(pieces[i].from, first);
+        array.append(QJsonArray{static_cast<double>(from - first), axis.TimeOf(from) * milliseconds,
+                                pieces[i].step * milliseconds, pieces[i].hertz});
+    }
+    return {{QStringLiteral("pieces"), array}};
+}
+
 QString StampText(const comtrade::TimeStamp& stamp)
 {
     constexpr qint64 second = 1000000000;
@@ -103,7 +127,7 @@ QString StampText(const comtrade::TimeStamp& stamp)
            (fraction.isEmpty() ? QString() : QLatin1Char('.') + fraction);
 }
 
-QByteArray PageData(const Oscillogram& oscillogram, const QString& source)
+QByteArray PageData(const analysis::Oscillogram& oscillogram, const QString& source)
 {
     const comtrade::Configuration& config = oscillogram.config;
     QJsonArray rates;
@@ -119,9 +143,9 @@ QByteArray PageData(const Oscillogram& oscillogram, const QString& source)
         {QStringLiteral("total"), static_cast<double>(oscillogram.total)},
         {QStringLiteral("first"), static_cast<double>(oscillogram.first)},
         {QStringLiteral("trigger"), static_cast<double>(oscillogram.Trigger())},
-        {QStringLiteral("frequency"), MainsFrequency(config)},
+        {QStringLiteral("frequency"), analysis::MainsFrequency(config)},
         {QStringLiteral("held"), HeldJson(Holding(oscillogram))},
-        {QStringLiteral("time"), oscillogram.axis.ToJson(oscillogram.first, oscillogram.Count())},
+        {QStringLiteral("time"), TimeJson(oscillogram.axis, oscillogram.first, oscillogram.Count())},
         {QStringLiteral("analog"), Channels(config.analog, oscillogram.analog, AnalogJson)},
         {QStringLiteral("states"), Channels(config.states, oscillogram.states, StateJson)},
         {QStringLiteral("report"), oscillogram.report},

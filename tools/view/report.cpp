@@ -1,6 +1,5 @@
 #include "view/report.h"
 
-#include "comtrade/text.h"
 #include "text/texts.h"
 
 #include <algorithm>
@@ -44,11 +43,6 @@ QStringList ValuesAtStart(const QString& report)
 }
 
 } // namespace
-
-QString ReportText(const QByteArray& bytes)
-{
-    return comtrade::DecodedText(bytes).replace(QLatin1String("\r\n"), QLatin1String("\n"));
-}
 
 QString ReportValue(const QString& report, const QString& label)
 {

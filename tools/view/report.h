@@ -7,9 +7,6 @@
 
 namespace view {
 
-/// The report decoded; lines end in line feeds.
-QString ReportText(const QByteArray& bytes);
-
 /// The circuit whose start made the recording, one of the given circuits: the one that the report names, or
 /// the one in the condition of the start. Empty if there is none.
 QString StartedCircuit(const QString& report, const QStringList& circuits);

@@ -11,7 +11,7 @@ namespace {
 constexpr int RowHeight = 22; // pixels
 constexpr size_t MostStates = 14;
 
-std::vector<size_t> ChangingStates(const Oscillogram& oscillogram)
+std::vector<size_t> ChangingStates(const analysis::Oscillogram& oscillogram)
 {
     std::vector<size_t> changing;
     for (size_t i = 0; i < oscillogram.states.size() && changing.size() < MostStates; ++i)
@@ -20,7 +20,7 @@ std::vector<size_t> ChangingStates(const Oscillogram& oscillogram)
     return changing;
 }
 
-void DrawOne(QPainter& painter, const Stretch& stretch, const QRectF& track, const States& channel)
+void DrawOne(QPainter& painter, const Stretch& stretch, const QRectF& track, const analysis::States& channel)
 {
     painter.setPen(Rule);
     painter.drawLine(track.bottomLeft(), track.bottomRight());
@@ -41,7 +41,7 @@ void DrawOne(QPainter& painter, const Stretch& stretch, const QRectF& track, con
 
 } // namespace
 
-StateTracks::StateTracks(const Oscillogram& oscillogram_)
+StateTracks::StateTracks(const analysis::Oscillogram& oscillogram_)
     : oscillogram(oscillogram_), changing(ChangingStates(oscillogram_))
 {}
 

@@ -13,7 +13,7 @@ class StateTracks
 {
 public:
     /// The first channels that change anywhere in the oscillogram, which has to outlive the tracks.
-    explicit StateTracks(const Oscillogram& oscillogram_);
+    explicit StateTracks(const analysis::Oscillogram& oscillogram_);
 
     /// Of all rows, pixels.
     int Height() const;
@@ -21,7 +21,7 @@ public:
     void Draw(QPainter& painter, const Stretch& stretch, const QRectF& tracks) const;
 
 private:
-    const Oscillogram& oscillogram;
+    const analysis::Oscillogram& oscillogram;
     const std::vector<size_t> changing; // by their places in the configuration
 };
 

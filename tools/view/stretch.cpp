@@ -12,13 +12,13 @@ constexpr double PeriodsShown = 12;
 
 } // namespace
 
-Stretch::Stretch(const Oscillogram& oscillogram_) : oscillogram(oscillogram_)
+Stretch::Stretch(const analysis::Oscillogram& oscillogram_) : oscillogram(oscillogram_)
 {
-    const TimeAxis& axis = oscillogram.axis;
+    const analysis::TimeAxis& axis = oscillogram.axis;
     const qint64 last = oscillogram.first + std::max<qint64>(oscillogram.Count() - 1, 0);
     const double start = axis.TimeOf(oscillogram.first);
     const double end = axis.TimeOf(last);
-    const double period = 1 / MainsFrequency(oscillogram.config);
+    const double period = 1 / analysis::MainsFrequency(oscillogram.config);
     from = std::max(start, -PeriodsBefore * period);
     to = std::min(end, from + PeriodsShown * period);
     if (from < to)

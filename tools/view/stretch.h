@@ -1,7 +1,7 @@
 // The stretch of an oscillogram that the still picture shows, and where its times stand in a drawing.
 #pragma once
 
-#include "view/oscillogram.h"
+#include "view/shown.h"
 
 #include <QRectF>
 
@@ -11,7 +11,7 @@ class Stretch
 {
 public:
     /// Three periods before the trigger and nine after it, as far as there are samples.
-    explicit Stretch(const Oscillogram& oscillogram_);
+    explicit Stretch(const analysis::Oscillogram& oscillogram_);
 
     double From() const { return from; } ///< s from the trigger
     double To() const { return to; }     ///< likewise
@@ -23,7 +23,7 @@ public:
 private:
     size_t SampleAt(double time) const;
 
-    const Oscillogram& oscillogram;
+    const analysis::Oscillogram& oscillogram;
     double from = 0;
     double to = 0;
 };

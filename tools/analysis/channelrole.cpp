@@ -1,11 +1,11 @@
-#include "view/channelrole.h"
+#include "analysis/channelrole.h"
 
 #include <QStringList>
 
 #include <algorithm>
 #include <array>
 
-namespace view {
+namespace analysis {
 
 namespace {
 
@@ -106,4 +106,4 @@ QString WithKilo(const QString& unit)
     return IsBaseUnit(unit) ? QString::fromUtf8(FindUnit(unit)->kilo) : unit;
 }
 
-} // namespace view
+} // namespace analysis

@@ -3,7 +3,7 @@
 
 #include "comtrade/record.h"
 
-namespace view {
+namespace analysis {
 
 /// The quantity by the unit.
 enum class Quantity { Voltage, Current, Other };
@@ -28,4 +28,4 @@ bool IsBaseUnit(const QString& unit);
 /// The unit with the prefix kilo, in the script of the unit.
 QString WithKilo(const QString& unit);
 
-} // namespace view
+} // namespace analysis

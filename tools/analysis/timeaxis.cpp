@@ -1,13 +1,9 @@
-#include "view/timeaxis.h"
-
-#include "view/base64.h"
-
-#include <QJsonArray>
+#include "analysis/timeaxis.h"
 
 #include <algorithm>
 #include <cmath>
 
-namespace view {
+namespace analysis {
 
 namespace {
 
@@ -135,27 +131,4 @@ bool TimeAxis::HasTrigger(qint64 count) const
     return TimeOf(0) <= tolerance && TimeOf(count - 1) + step >= -tolerance;
 }
 
-QJsonObject TimeAxis::ToJson(qint64 first, qint64 count) const
-{
-    constexpr double milliseconds = 1000;
-    if (pieces.empty()) {
-        std::vector<double> times;
-        for (qint64 sample = first; sample < first + count; ++sample)
-            times.push_back(stamps[static_cast<size_t>(sample)] * milliseconds);
-        return {{QStringLiteral("stamps"), QString::fromLatin1(Base64(times))},
-                {QStringLiteral("resolution"), resolution * milliseconds}};
-    }
-    QJsonArray array;
-    for (size_t i = 0; i < pieces.size(); ++i) {
-        const Piece& piece = pieces[i];
-        const bool isOver = i + 1 < pieces.size() && pieces[i + 1].from <= first;
-        if (isOver || (piece.from >= first + count && !array.isEmpty()))
-            continue;
-        const qint64 from = std::max(piece.from, first);
-        array.append(QJsonArray{static_cast<double>(from - first), TimeOf(from) * milliseconds,
-                                piece.step * milliseconds, piece.hertz});
-    }
-    return {{QStringLiteral("pieces"), array}};
-}
-
-} // namespace view
+} // namespace analysis

@@ -1,13 +1,12 @@
-#include "view/oscillogram.h"
+#include "analysis/oscillogram.h"
 
-#include "view/base64.h"
-#include "view/report.h"
+#include "comtrade/text.h"
 
 #include <algorithm>
 #include <cmath>
 #include <limits>
 
-namespace view {
+namespace analysis {
 
 namespace {
 
@@ -44,19 +43,19 @@ qint64 CountOf(const QString& recordPath)
 
 // The samples to hold. They are counted in the data, as the configuration may give more or fewer.
 Range Chosen(const QString& recordPath, const TimeAxis& axis, const comtrade::Configuration& config,
-             const Options& options)
+             const Extent& extent)
 {
-    const qint64 fitting = LargestSamples / BytesOfSample(config);
     const Range whole{0, std::numeric_limits<qint64>::max()};
-    if (options.full || (options.window <= 0 && config.SampleCount() <= fitting))
+    const qint64 fitting = extent.mostBytes > 0 ? extent.mostBytes / BytesOfSample(config) : whole.end;
+    if (extent.window <= 0 && config.SampleCount() <= fitting)
         return whole;
     const qint64 count = CountOf(recordPath);
-    if (options.window > 0) {
+    if (extent.window > 0) {
         const double last = axis.TimeOf(std::max<qint64>(count - 1, 0));
-        const bool isOver = -options.window * PartBeforeTrigger > last; // before the trigger
-        const double wanted = isOver ? last - options.window : -options.window * PartBeforeTrigger;
+        const bool isOver = -extent.window * PartBeforeTrigger > last; // before the trigger
+        const double wanted = isOver ? last - extent.window : -extent.window * PartBeforeTrigger;
         const double start = std::max(wanted, axis.TimeOf(0));
-        return {axis.SampleAt(start, count), axis.SampleAt(start + options.window, count) + 1};
+        return {axis.SampleAt(start, count), axis.SampleAt(start + extent.window, count) + 1};
     }
     return count <= fitting ? whole : Around(axis.TriggerSample(), fitting, count);
 }
@@ -107,11 +106,6 @@ void Codes::Add(double code)
     greatest = std::fmax(greatest, code);
 }
 
-QByteArray Codes::Encoded() const
-{
-    return IsWide() ? Base64(wide) : Base64(small);
-}
-
 void States::Add(bool state)
 {
     if (count % 8 == 0)
@@ -139,7 +133,7 @@ qint64 Oscillogram::Count() const
     return states.empty() ? 0 : static_cast<qint64>(states.front().Size());
 }
 
-Oscillogram Load(const QString& recordPath, const Options& options)
+Oscillogram Read(const QString& recordPath, const Extent& extent)
 {
     comtrade::Record record(recordPath);
     Oscillogram oscillogram;
@@ -148,7 +142,7 @@ Oscillogram Load(const QString& recordPath, const Options& options)
     oscillogram.axis = AxisOf(recordPath, oscillogram.config);
     oscillogram.analog.resize(oscillogram.config.analog.size());
     oscillogram.states.resize(oscillogram.config.states.size());
-    const Range range = Chosen(recordPath, oscillogram.axis, oscillogram.config, options);
+    const Range range = Chosen(recordPath, oscillogram.axis, oscillogram.config, extent);
     oscillogram.first = range.first;
     comtrade::Row row{};
     for (qint64 sample = 0; record.Next(row); ++sample) {
@@ -159,26 +153,9 @@ Oscillogram Load(const QString& recordPath, const Options& options)
     return oscillogram;
 }
 
-Held Holding(const Oscillogram& oscillogram)
+QString ReportText(const QByteArray& bytes)
 {
-    Held held;
-    held.samples = oscillogram.Count();
-    held.total = oscillogram.total;
-    held.announced = oscillogram.config.SampleCount();
-    held.hasTrigger = held.total == 0 || oscillogram.axis.HasTrigger(held.total);
-    for (const Codes& codes : oscillogram.analog) {
-        held.missing += codes.Missing();
-        held.incomplete += codes.Missing() > 0 ? 1 : 0;
-    }
-    return held;
-}
-
-QString StartedCircuit(const Oscillogram& oscillogram)
-{
-    QStringList circuits;
-    for (const comtrade::AnalogChannel& channel : oscillogram.config.analog)
-        circuits << channel.circuit;
-    return StartedCircuit(oscillogram.report, circuits);
+    return comtrade::DecodedText(bytes).replace(QLatin1String("\r\n"), QLatin1String("\n"));
 }
 
 double PrimaryFactor(const comtrade::AnalogChannel& channel)
@@ -187,4 +164,4 @@ double PrimaryFactor(const comtrade::AnalogChannel& channel)
     return channel.primaryValues || !hasRatio ? 1 : channel.primary / channel.secondary;
 }
 
-} // namespace view
+} // namespace analysis

@@ -3,11 +3,9 @@
 
 #include "comtrade/record.h"
 
-#include <QJsonObject>
-
 #include <vector>
 
-namespace view {
+namespace analysis {
 
 /// Time over sample index (0 is the record's first sample). Times rise with the index.
 class TimeAxis
@@ -36,20 +34,22 @@ public:
     /// last one lasts until the next would come.
     bool HasTrigger(qint64 count) const;
 
-    /// The axis of count samples from first, for the page: {"pieces": [[from, at, step, hertz] ...]}, or
-    /// {"stamps": base64 of little-endian 64-bit floating point, "resolution": of the stamps}. Times in
-    /// milliseconds.
-    QJsonObject ToJson(qint64 first, qint64 count) const;
-
-private:
+    /// Samples of one rate.
     struct Piece
     {
-        qint64 from; // first sample
-        double at;   // its time, s from the trigger
+        qint64 from; ///< first sample
+        double at;   ///< its time, s from the trigger
         double hertz;
-        double step; // s
+        double step; ///< s
     };
 
+    /// The pieces in their order; none where only stamps are known.
+    const std::vector<Piece>& Pieces() const { return pieces; }
+
+    /// Of the stamps, s.
+    double Resolution() const { return resolution; }
+
+private:
     const Piece& PieceOf(qint64 sample) const;
 
     std::vector<Piece> pieces;
@@ -67,4 +67,4 @@ bool IsStamped(const comtrade::Configuration& config);
 /// Seconds from the record's first sample to its trigger.
 double TriggerOffset(const comtrade::Configuration& config);
 
-} // namespace view
+} // namespace analysis

@@ -1,14 +1,13 @@
-// The part of a record that is shown, in memory.
+// A record, or a part of it, in memory.
 #pragma once
 
+#include "analysis/timeaxis.h"
 #include "comtrade/record.h"
-#include "view/timeaxis.h"
-#include "view/view.h"
 
 #include <limits>
 #include <vector>
 
-namespace view {
+namespace analysis {
 
 /// The codes of one analog channel: 16-bit integers while all of them are, otherwise single precision.
 class Codes
@@ -21,7 +20,8 @@ public:
     qint64 Missing() const { return missing; }   ///< how many are no numbers
     double Least() const { return least; }       ///< of the codes that are numbers; NaN if there are none
     double Greatest() const { return greatest; } ///< likewise
-    QByteArray Encoded() const;                  ///< base64, as the page takes it
+    const std::vector<qint16>& Small() const { return small; } ///< all of them, unless IsWide()
+    const std::vector<float>& Wide() const { return wide; }    ///< all of them if IsWide()
 
 private:
     std::vector<qint16> small;
@@ -64,16 +64,20 @@ struct Oscillogram
     qint64 Trigger() const { return axis.TriggerSample() - first; }
 };
 
+/// What of a record to read.
+struct Extent
+{
+    double window = 0;    ///< seconds around the trigger; 0: all, or what fits
+    qint64 mostBytes = 0; ///< of samples beyond which a window around the trigger is read; 0: no limit
+};
+
 /// Reads a record. Throws comtrade::Error.
-Oscillogram Load(const QString& recordPath, const Options& options);
+Oscillogram Read(const QString& recordPath, const Extent& extent);
 
-/// How much of its record an oscillogram holds, and what is odd about it.
-Held Holding(const Oscillogram& oscillogram);
-
-/// The circuit whose start made the recording, empty if that is not known.
-QString StartedCircuit(const Oscillogram& oscillogram);
+/// The fault report (HDR file) decoded; lines end in line feeds.
+QString ReportText(const QByteArray& bytes);
 
 /// Factor from the values of a channel to primary ones.
 double PrimaryFactor(const comtrade::AnalogChannel& channel);
 
-} // namespace view
+} // namespace analysis

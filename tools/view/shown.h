@@ -1,0 +1,18 @@
+// What of a record a page or picture shows.
+#pragma once
+
+#include "analysis/oscillogram.h"
+#include "view/view.h"
+
+namespace view {
+
+/// Reads the part of a record that the options choose. Throws comtrade::Error.
+analysis::Oscillogram Load(const QString& recordPath, const Options& options);
+
+/// How much of its record an oscillogram holds, and what is odd about it.
+Held Holding(const analysis::Oscillogram& oscillogram);
+
+/// The circuit whose start made the recording, empty if that is not known.
+QString StartedCircuit(const analysis::Oscillogram& oscillogram);
+
+} // namespace view
