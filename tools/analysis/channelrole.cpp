@@ -13,26 +13,27 @@ struct UnitRow
 {
     const char* unit;
     Quantity quantity;
+    double base;      // volts or amperes of one unit
     const char* kilo; // the same with the prefix; none: the unit has one
 };
 
 constexpr std::array<UnitRow, 16> units = {{
-    {"В", Quantity::Voltage, "кВ"},
-    {"кВ", Quantity::Voltage, nullptr},
-    {"мВ", Quantity::Voltage, nullptr},
-    {"МВ", Quantity::Voltage, nullptr},
-    {"V", Quantity::Voltage, "kV"},
-    {"kV", Quantity::Voltage, nullptr},
-    {"KV", Quantity::Voltage, nullptr},
-    {"mV", Quantity::Voltage, nullptr},
-    {"А", Quantity::Current, "кА"},
-    {"кА", Quantity::Current, nullptr},
-    {"мА", Quantity::Current, nullptr},
-    {"A", Quantity::Current, "kA"},
-    {"kA", Quantity::Current, nullptr},
-    {"KA", Quantity::Current, nullptr},
-    {"mA", Quantity::Current, nullptr},
-    {"MV", Quantity::Voltage, nullptr},
+    {"В", Quantity::Voltage, 1, "кВ"},
+    {"кВ", Quantity::Voltage, 1e3, nullptr},
+    {"мВ", Quantity::Voltage, 1e-3, nullptr},
+    {"МВ", Quantity::Voltage, 1e6, nullptr},
+    {"V", Quantity::Voltage, 1, "kV"},
+    {"kV", Quantity::Voltage, 1e3, nullptr},
+    {"KV", Quantity::Voltage, 1e3, nullptr},
+    {"mV", Quantity::Voltage, 1e-3, nullptr},
+    {"А", Quantity::Current, 1, "кА"},
+    {"кА", Quantity::Current, 1e3, nullptr},
+    {"мА", Quantity::Current, 1e-3, nullptr},
+    {"A", Quantity::Current, 1, "kA"},
+    {"kA", Quantity::Current, 1e3, nullptr},
+    {"KA", Quantity::Current, 1e3, nullptr},
+    {"mA", Quantity::Current, 1e-3, nullptr},
+    {"MV", Quantity::Voltage, 1e6, nullptr},
 }};
 
 const UnitRow* FindUnit(const QString& unit)
@@ -99,6 +100,12 @@ bool IsBaseUnit(const QString& unit)
 {
     const UnitRow* row = FindUnit(unit);
     return row != nullptr && row->kilo != nullptr;
+}
+
+double BaseFactor(const QString& unit)
+{
+    const UnitRow* row = FindUnit(unit);
+    return row == nullptr ? 1 : row->base;
 }
 
 QString WithKilo(const QString& unit)

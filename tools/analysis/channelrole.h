@@ -25,6 +25,9 @@ bool IsWave(const QString& unit);
 /// Whether the unit is volt or ampere without prefix, in Latin or Cyrillic letters: values read in thousands.
 bool IsBaseUnit(const QString& unit);
 
+/// Factor from values in the unit to volts or amperes (кВ, kA: 1000); 1 for any other unit.
+double BaseFactor(const QString& unit);
+
 /// The unit with the prefix kilo, in the script of the unit.
 QString WithKilo(const QString& unit);
 
