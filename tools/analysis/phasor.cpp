@@ -13,17 +13,16 @@ namespace {
 constexpr double Pi = 3.14159265358979323846;
 constexpr int MostHarmonics = 25;
 
-// Columns: direct component, ramp, then cosine and sine of each harmonic; time 0 is the last sample.
-Eigen::MatrixXd Design(size_t window, double step, int harmonics, bool ramp)
+// Columns: the powers of time, then cosine and sine of each harmonic; time 0 is the last sample.
+Eigen::MatrixXd Design(size_t window, double step, int harmonics, int degree)
 {
     const auto rows = static_cast<Eigen::Index>(window);
-    const Eigen::Index first = ramp ? 2 : 1;
+    const Eigen::Index first = degree + 1;
     Eigen::MatrixXd design(rows, first + 2 * harmonics);
     for (Eigen::Index row = 0; row < rows; ++row) {
         const double at = static_cast<double>(row - rows + 1);
-        design(row, 0) = 1;
-        if (ramp)
-            design(row, 1) = at / static_cast<double>(rows);
+        for (Eigen::Index power = 0; power < first; ++power)
+            design(row, power) = std::pow(at / static_cast<double>(rows), static_cast<double>(power));
         for (Eigen::Index k = 1; k <= harmonics; ++k) {
             design(row, first + 2 * k - 2) = std::cos(static_cast<double>(k) * step * at);
             design(row, first + 2 * k - 1) = std::sin(static_cast<double>(k) * step * at);
@@ -36,7 +35,7 @@ Eigen::MatrixXd Design(size_t window, double step, int harmonics, bool ramp)
 int HarmonicsOf(size_t window, double samplesPerPeriod, const Model& model)
 {
     const int wanted = model.harmonics > 0 ? model.harmonics : MostHarmonics;
-    const int direct = model.ramp ? 2 : 1;
+    const int direct = model.degree + 1;
     const int fitting = (static_cast<int>(window) - direct) / 2;
     const int below = static_cast<int>(std::ceil(samplesPerPeriod / 2 - 0.25)) - 1;
     return std::max(1, std::min({wanted, fitting, below}));
@@ -48,10 +47,10 @@ Fourier::Fourier(double samplesPerPeriod, size_t window, const Model& model) : s
 {
     const size_t count = window > 0 ? window : static_cast<size_t>(std::ceil(samplesPerPeriod - 1e-6));
     const int harmonics = HarmonicsOf(count, samplesPerPeriod, model);
-    const Eigen::MatrixXd design = Design(count, step, harmonics, model.ramp);
+    const Eigen::MatrixXd design = Design(count, step, harmonics, model.degree);
     // Rows of the pseudo-inverse: what each sample adds to the cosine and the sine of the fundamental.
     const Eigen::MatrixXd inverse = design.completeOrthogonalDecomposition().pseudoInverse();
-    const Eigen::Index first = model.ramp ? 2 : 1;
+    const Eigen::Index first = model.degree + 1;
     for (size_t i = 0; i < count; ++i) {
         const auto column = static_cast<Eigen::Index>(i);
         weights.push_back(Phasor(inverse(first, column), -inverse(first + 1, column)) / std::sqrt(2.0));

@@ -15,7 +15,7 @@ struct Model
 {
     int harmonics =
         0; ///< the highest, at most as many as the window can tell apart; 0: as many as it can, up to 25
-    bool ramp = false; ///< a direct component that changes linearly, as a decaying one does in first order
+    int degree = 0; ///< of the polynomial for the direct component; 2 follows a decaying one
 };
 
 /// Full-cycle Fourier filter, for windows of any length: the least-squares fit of a direct component, the

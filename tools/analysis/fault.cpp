@@ -1,0 +1,289 @@
+#include "analysis/fault.h"
+
+#include "analysis/distance.h"
+#include "analysis/faultsearch.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace analysis {
+
+namespace {
+
+constexpr double Pi = 3.14159265358979323846;
+constexpr double None = std::numeric_limits<double>::quiet_NaN();
+
+const Line* LineOf(const QString& circuit, const Lines& lines)
+{
+    const auto found =
+        std::find_if(lines.begin(), lines.end(), [&](const Line& line) { return line.circuit == circuit; });
+    return found == lines.end() ? nullptr : &*found;
+}
+
+// The circuit whose voltages serve another one: itself, the one that lines.ini names, or the only one there
+// is.
+const Circuit* VoltagesOf(const Circuit& circuit, const std::vector<Circuit>& circuits, const Line* line)
+{
+    const Circuit* only = nullptr;
+    bool isOnly = true;
+    for (const Circuit& other : circuits) {
+        if (!other.HasVoltages())
+            continue;
+        if (line != nullptr && !line->voltages.isEmpty() && other.name == line->voltages)
+            return &other;
+        isOnly = isOnly && only == nullptr;
+        only = &other;
+    }
+    if (circuit.HasVoltages())
+        return &circuit;
+    return isOnly ? only : nullptr;
+}
+
+CircuitWaves WavesOf(const Signals& signals, const Circuit& circuit, const Circuit* voltages)
+{
+    CircuitWaves waves;
+    waves.hasVoltages = voltages != nullptr;
+    for (size_t phase = PhaseA; phase < Phases; ++phase) {
+        waves.currents[phase] = &signals.Of(static_cast<size_t>(circuit.currents[phase]));
+        if (voltages != nullptr)
+            waves.voltages[phase] = &signals.Of(static_cast<size_t>(voltages->voltages[phase]));
+    }
+    return waves;
+}
+
+// Three waves to measure the frequency on: voltages, else currents.
+std::array<const Wave*, Phases> Reference(const Signals& signals, const std::vector<Circuit>& circuits)
+{
+    std::array<const Wave*, Phases> reference = {};
+    for (const bool wantVoltages : {true, false})
+        for (const Circuit& circuit : circuits) {
+            if (!(wantVoltages ? circuit.HasVoltages() : circuit.HasCurrents()))
+                continue;
+            const Circuit::Channels& channels = wantVoltages ? circuit.voltages : circuit.currents;
+            for (size_t phase = PhaseA; phase < Phases; ++phase)
+                reference[phase] = &signals.Of(static_cast<size_t>(channels[phase]));
+            return reference;
+        }
+    return reference;
+}
+
+// The frequency in the first periods, by the rotation of the positive sequence from one period to the next.
+double StartFrequency(const Signals& signals, const std::array<const Wave*, Phases>& waves)
+{
+    double frequency = signals.Nominal();
+    if (waves[PhaseA] == nullptr)
+        return frequency;
+    constexpr int rounds = 5;
+    for (int round = 0; round < rounds; ++round) {
+        const double samplesPerPeriod = signals.Rate() / frequency;
+        const Fourier filter(samplesPerPeriod);
+        const auto apart = static_cast<size_t>(std::round(1.5 * samplesPerPeriod));
+        if (filter.Window() + apart > signals.Count())
+            return signals.Nominal();
+        const auto positive = [&](size_t first) {
+            return ComponentsOf(filter.Of(&(*waves[PhaseA])[first]), filter.Of(&(*waves[PhaseB])[first]),
+                                filter.Of(&(*waves[PhaseC])[first]))
+                .positive;
+        };
+        const double expected = 2 * Pi * static_cast<double>(apart) / samplesPerPeriod;
+        const double turned = std::arg(positive(apart) / positive(0) * std::polar(1.0, -expected));
+        const double measured = frequency + turned / (2 * Pi) * signals.Rate() / static_cast<double>(apart);
+        constexpr double farthest = 0.2; // of the nominal one
+        if (!(std::abs(measured - signals.Nominal()) < farthest * signals.Nominal()))
+            return signals.Nominal();
+        frequency = measured;
+    }
+    return frequency;
+}
+
+double MedianOf(std::vector<double> values)
+{
+    const auto middle = values.begin() + static_cast<ptrdiff_t>(values.size() / 2);
+    std::nth_element(values.begin(), middle, values.end());
+    return *middle;
+}
+
+// A circuit with a short circuit in it.
+struct Candidate
+{
+    size_t circuit = 0;
+    Direction direction = Direction::Unknown;
+    double size = 0;
+    Occurrence found;
+};
+
+bool IsBetter(const Candidate& one, const Candidate& other)
+{
+    const bool isForward = one.direction == Direction::Forward;
+    if (isForward != (other.direction == Direction::Forward))
+        return isForward;
+    return one.size > other.size;
+}
+
+class Finder
+{
+public:
+    Finder(const Signals& signals_, const std::vector<Circuit>& circuits_, const Lines& lines_)
+        : signals(signals_), circuits(circuits_), lines(lines_),
+          frequency(StartFrequency(signals_, Reference(signals_, circuits_))),
+          meter(signals_.Rate() / frequency)
+    {}
+
+    double Frequency() const { return frequency; }
+
+    std::optional<Fault> Find() const
+    {
+        std::optional<Candidate> best;
+        for (size_t i = 0; i < circuits.size(); ++i) {
+            if (!circuits[i].HasCurrents())
+                continue;
+            const std::optional<Candidate> candidate = FirstOf(i);
+            if (candidate && (!best || IsBetter(*candidate, *best)))
+                best = candidate;
+        }
+        if (!best)
+            return std::nullopt;
+        return Complete(*best);
+    }
+
+private:
+    CircuitWaves Waves(size_t circuit) const
+    {
+        const Line* line = LineOf(circuits[circuit].name, lines);
+        return WavesOf(signals, circuits[circuit], VoltagesOf(circuits[circuit], circuits, line));
+    }
+
+    std::optional<Candidate> FirstOf(size_t circuit) const
+    {
+        const CircuitWaves waves = Waves(circuit);
+        const std::optional<Occurrence> found = FaultSearch(waves, meter).Next(0);
+        if (!found)
+            return std::nullopt;
+        return Candidate{circuit, DirectionOf(found->change), SizeOf(found->change), *found};
+    }
+
+    Fault Complete(const Candidate& candidate) const
+    {
+        Fault fault;
+        fault.circuit = candidate.circuit;
+        fault.direction = candidate.direction;
+        const CircuitWaves waves = Waves(candidate.circuit);
+        const FaultSearch search(waves, meter);
+        std::optional<Occurrence> found = candidate.found;
+        while (found) {
+            AddParts(fault, *found, waves, search);
+            if (!found->clearing)
+                break;
+            found = search.Next(static_cast<size_t>(*found->clearing) + meter.Window());
+        }
+        return fault;
+    }
+
+    void AddParts(Fault& fault, const Occurrence& found, const CircuitWaves& waves,
+                  const FaultSearch& search) const
+    {
+        const CircuitState before = search.Before(found.firstBad);
+        for (size_t i = 0; i < found.kinds.size(); ++i) {
+            FaultPart part;
+            part.kind = found.kinds[i].second;
+            part.onset = signals.TimeOf(found.kinds[i].first);
+            const bool isLast = i + 1 == found.kinds.size();
+            if (!isLast)
+                part.clearing = signals.TimeOf(found.kinds[i + 1].first);
+            else if (found.clearing)
+                part.clearing = signals.TimeOf(*found.clearing);
+            const auto from = static_cast<size_t>(std::max(0.0, std::ceil(found.kinds[i].first)));
+            const size_t to = isLast ? found.firstBreak : static_cast<size_t>(found.kinds[i + 1].first);
+            Locate(part, fault.circuit, before, waves, from, to);
+            fault.parts.push_back(part);
+        }
+    }
+
+    // Distances as the medians of those in all windows from `from` to `to`, the first ones left out while the
+    // transient decays.
+    void Locate(FaultPart& part, size_t circuit, const CircuitState& before, const CircuitWaves& waves,
+                size_t from, size_t to) const
+    {
+        const Line* line = LineOf(circuits[circuit].name, lines);
+        if (line == nullptr) {
+            part.lack = Lack::LineData;
+            return;
+        }
+        if (!waves.hasVoltages) {
+            part.lack = Lack::Voltages;
+            return;
+        }
+        const size_t length = std::min(to - std::min(from, to), LongWindow());
+        if (length < meter.Window() / 2) {
+            part.lack = Lack::TooShort;
+            return;
+        }
+        const size_t step = std::max<size_t>(1, meter.Window() / 16);
+        std::vector<std::vector<Distance>> all;
+        Change change;
+        change.before = before;
+        for (size_t first = std::max(from, from + (to - length - from) / 2); first + length <= to;
+             first += step) {
+            change.during = meter.Of(waves, first, length);
+            all.push_back(DistancesOf(part.kind, change, *line, {}));
+        }
+        for (size_t method = 0; !all.empty() && method < all.front().size(); ++method)
+            part.distances.push_back(Middle(all, method));
+        if (!part.distances.empty())
+            part.best = part.distances.size() - 1;
+    }
+
+    size_t LongWindow() const { return meter.Window() + meter.Window() / 2; }
+
+    static Distance Middle(const std::vector<std::vector<Distance>>& all, size_t method)
+    {
+        std::vector<double> percents, kilometres, resistances;
+        for (const std::vector<Distance>& one : all) {
+            percents.push_back(one[method].percent);
+            kilometres.push_back(one[method].km);
+            resistances.push_back(one[method].resistance);
+        }
+        return {all.front()[method].method, MedianOf(percents), MedianOf(kilometres),
+                std::isnan(resistances.front()) ? None : MedianOf(resistances)};
+    }
+
+    const Signals& signals;
+    const std::vector<Circuit>& circuits;
+    const Lines& lines;
+    const double frequency;
+    const Meter meter;
+};
+
+} // namespace
+
+const char* NameOf(FaultKind kind)
+{
+    constexpr std::array<const char*, 11> names = {"AG",  "BG",  "CG",  "AB",  "BC",  "CA",
+                                                   "ABG", "BCG", "CAG", "ABC", "ABCG"};
+    return names[static_cast<size_t>(kind)];
+}
+
+const char* NameOf(DistanceMethod method)
+{
+    constexpr std::array<const char*, 3> names = {"reactance", "takagi", "modifiedTakagi"};
+    return names[static_cast<size_t>(method)];
+}
+
+Findings FindFault(const Signals& signals, const std::vector<Circuit>& circuits, const Lines& lines)
+{
+    Findings findings;
+    findings.frequency = signals.Nominal();
+    findings.hasWaves =
+        signals.Count() > 0 && std::any_of(circuits.begin(), circuits.end(),
+                                           [](const Circuit& circuit) { return circuit.HasCurrents(); });
+    constexpr double leastSamples = 8; // a period
+    if (!findings.hasWaves || signals.Rate() / signals.Nominal() < leastSamples)
+        return findings;
+    const Finder finder(signals, circuits, lines);
+    findings.frequency = finder.Frequency();
+    findings.fault = finder.Find();
+    return findings;
+}
+
+} // namespace analysis

@@ -1,0 +1,158 @@
+#include "analysis/faultkind.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace analysis {
+
+namespace {
+
+constexpr double Pi = 3.14159265358979323846;
+
+PhasorSet Difference(const PhasorSet& during, const PhasorSet& before)
+{
+    return {during[PhaseA] - before[PhaseA], during[PhaseB] - before[PhaseB],
+            during[PhaseC] - before[PhaseC]};
+}
+
+Components ComponentsOf(const PhasorSet& set)
+{
+    return analysis::ComponentsOf(set[PhaseA], set[PhaseB], set[PhaseC]);
+}
+
+Components ChangedCurrents(const Change& change)
+{
+    return ComponentsOf(Difference(change.during.currents, change.before.currents));
+}
+
+double Largest(const PhasorSet& set)
+{
+    return std::max({std::abs(set[PhaseA]), std::abs(set[PhaseB]), std::abs(set[PhaseC])});
+}
+
+// A phase voltage of the healthy network: limits of currents are in proportion to it.
+double HealthyVoltage(const Change& change)
+{
+    return std::abs(ComponentsOf(change.before.voltages).positive);
+}
+
+// Without negative sequence to speak of, all three phases take part.
+bool IsBalanced(const Components& currents, double noise)
+{
+    constexpr double part = 0.12;
+    return std::abs(currents.negative) < std::max(part * std::abs(currents.positive), 3 * noise);
+}
+
+bool HasEarth(const Components& currents, double noise)
+{
+    constexpr double part = 0.06;
+    const double others = std::max(std::abs(currents.positive), std::abs(currents.negative));
+    return std::abs(currents.zero) > std::max(part * others, 3 * noise);
+}
+
+// One phase carries more current than before: it was not switched off.
+bool HasGrown(const Change& change)
+{
+    constexpr double part = 0.4;
+    for (size_t phase = PhaseA; phase < Phases; ++phase) {
+        const double size = std::abs(change.during.currents[phase] - change.before.currents[phase]);
+        const double growth =
+            std::abs(change.during.currents[phase]) - std::abs(change.before.currents[phase]);
+        if (size > part * Largest(Difference(change.during.currents, change.before.currents)) &&
+            growth > part * size)
+            return true;
+    }
+    return false;
+}
+
+// A balanced change is a short circuit if the voltage breaks down, or if the current is one that no load has.
+bool IsBalancedShortCircuit(const Change& change)
+{
+    constexpr double brokenDown = 0.9; // of the voltage before
+    constexpr double sunk = 0.96;
+    constexpr double leastLoad = 28; // ohms at 63.5 kV; loads have more
+    constexpr double levelOfLeastLoad = 63500;
+    if (!change.during.hasVoltages) {
+        constexpr double manyTimes = 4;
+        return Largest(change.during.currents) >
+               manyTimes * Largest(change.before.currents) + 6 * change.noise;
+    }
+    const Phasor voltage = ComponentsOf(change.during.voltages).positive;
+    const Phasor current = ComponentsOf(change.during.currents).positive;
+    const double healthy = HealthyVoltage(change);
+    const double part = std::abs(voltage) / healthy;
+    const double lag = std::abs(std::arg(voltage / current)) * 180 / Pi;
+    const bool isInductive = lag > 45 && lag < 150;
+    return part < brokenDown || (part < sunk && isInductive) ||
+           std::abs(voltage / current) < leastLoad * std::sqrt(healthy / levelOfLeastLoad);
+}
+
+} // namespace
+
+FaultKind KindOf(const Change& change)
+{
+    const Components currents = ChangedCurrents(change);
+    const bool hasEarth = HasEarth(currents, change.noise);
+    if (IsBalanced(currents, change.noise))
+        return hasEarth ? FaultKind::ABCG : FaultKind::ABC;
+    // Earth returns through all phases alike, so that the difference of two healthy phases does not change.
+    const PhasorSet phases = Difference(change.during.currents, change.before.currents);
+    const std::array<double, Phases> opposite = {std::abs(phases[PhaseB] - phases[PhaseC]),
+                                                 std::abs(phases[PhaseC] - phases[PhaseA]),
+                                                 std::abs(phases[PhaseA] - phases[PhaseB])};
+    constexpr double unchanged = 0.25; // of the largest difference
+    constexpr std::array<FaultKind, Phases> single = {FaultKind::AG, FaultKind::BG, FaultKind::CG};
+    const auto least = std::min_element(opposite.begin(), opposite.end());
+    const double largest = *std::max_element(opposite.begin(), opposite.end());
+    if (*least < unchanged * largest)
+        return single[static_cast<size_t>(least - opposite.begin())];
+    // 60 degrees for A-B, and 120 further for each of the other pairs.
+    const double angle = std::arg(currents.negative / currents.positive) * 180 / Pi;
+    const auto sector = static_cast<size_t>(std::floor((angle + 360) / 120)) % Phases;
+    constexpr std::array<FaultKind, Phases> toEarth = {FaultKind::ABG, FaultKind::BCG, FaultKind::CAG};
+    constexpr std::array<FaultKind, Phases> between = {FaultKind::AB, FaultKind::BC, FaultKind::CA};
+    return hasEarth ? toEarth[sector] : between[sector];
+}
+
+double SizeOf(const Change& change)
+{
+    double sum = 0;
+    for (const Phasor& phasor : Difference(change.during.currents, change.before.currents))
+        sum += std::norm(phasor);
+    return std::sqrt(sum);
+}
+
+bool IsShortCircuit(const Change& change)
+{
+    constexpr double leastPart = 0.3;           // of the current before
+    constexpr double farthest = 300;            // ohms
+    constexpr double mostSecondHarmonic = 0.17; // transformers that are switched on have more
+    const PhasorSet difference = Difference(change.during.currents, change.before.currents);
+    const double size = Largest(difference);
+    const bool isLarge = size > leastPart * Largest(change.before.currents) && size > 6 * change.noise &&
+                         (!change.during.hasVoltages || size > HealthyVoltage(change) / farthest);
+    if (!isLarge || !HasGrown(change) || change.secondHarmonic > mostSecondHarmonic)
+        return false;
+    const Components currents = ComponentsOf(difference);
+    constexpr double unbalanced = 0.2;
+    if (std::abs(currents.negative) > unbalanced * std::abs(currents.positive))
+        return true;
+    return IsBalancedShortCircuit(change);
+}
+
+Direction DirectionOf(const Change& change)
+{
+    if (!change.during.hasVoltages)
+        return Direction::Unknown;
+    const Components currents = ChangedCurrents(change);
+    const Components voltages = ComponentsOf(Difference(change.during.voltages, change.before.voltages));
+    // The positive sequence is there in every fault, the negative one has no load in it.
+    const Phasor power =
+        voltages.positive * std::conj(currents.positive) + voltages.negative * std::conj(currents.negative);
+    if (power == Phasor())
+        return Direction::Unknown;
+    // A source of 0 to 90 degrees behind the recorder gives 180 to 270, what lies ahead of it 0 to 90.
+    return std::real(power * std::polar(1.0, 3 * Pi / 4)) > 0 ? Direction::Forward : Direction::Reverse;
+}
+
+} // namespace analysis

@@ -1,0 +1,44 @@
+// Which phases of a circuit a short circuit has, and whether it is one at all.
+#pragma once
+
+#include "analysis/fault.h"
+
+#include <array>
+
+namespace analysis {
+
+using PhasorSet = std::array<Phasor, Phases>;
+
+/// Phasors of a circuit, in volts and amperes.
+struct CircuitState
+{
+    PhasorSet voltages = {};
+    PhasorSet currents = {};
+    bool hasVoltages = false;
+};
+
+struct Change
+{
+    CircuitState before; ///< as it would have gone on: the same angle reference as `during`
+    CircuitState during;
+    double noise = 0;          ///< of the currents, A RMS
+    double secondHarmonic = 0; ///< of the phase with the largest current, in parts of its fundamental
+};
+
+/// The kind by the superimposed currents. Without negative sequence it has all three phases; where two phases
+/// changed alike, the third one alone is faulted; otherwise the angle from the positive to the negative
+/// sequence names the pair: 60 degrees for A-B, 180 for B-C, 300 for C-A. The zero sequence says whether
+/// earth takes part (A. Prasad et al., "Fault classification schemes", JESIT 5, 2018, section 2).
+FaultKind KindOf(const Change& change);
+
+/// Whether the change is a short circuit, and no load, switching, inrush or a fault far away.
+bool IsShortCircuit(const Change& change);
+
+/// The angle of the superimposed voltage over the superimposed current: that of the source behind the
+/// recorder, turned by 180 degrees, for a fault ahead; that of what lies ahead for one behind.
+Direction DirectionOf(const Change& change);
+
+/// Size of the superimposed currents, A RMS: the root of the sum of squares.
+double SizeOf(const Change& change);
+
+} // namespace analysis

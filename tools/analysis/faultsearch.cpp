@@ -1,0 +1,264 @@
+#include "analysis/faultsearch.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace analysis {
+
+namespace {
+
+double LargestOf(const Wave& wave, size_t begin, size_t end)
+{
+    double largest = 0;
+    for (size_t i = begin; i < std::min(end, wave.size()); ++i)
+        if (std::abs(wave[i]) > largest) // false for a missing one
+            largest = std::abs(wave[i]);
+    return largest;
+}
+
+bool IsWhole(const CircuitState& state)
+{
+    for (size_t phase = PhaseA; phase < Phases; ++phase)
+        if (std::isnan(state.currents[phase].real()) || std::isnan(state.voltages[phase].real()))
+            return false;
+    return true;
+}
+
+// Phases a, b, c as bits.
+unsigned PhasesOf(FaultKind kind)
+{
+    constexpr unsigned a = 1;
+    constexpr unsigned b = 2;
+    constexpr unsigned c = 4;
+    switch (kind) {
+    case FaultKind::AG:
+        return a;
+    case FaultKind::BG:
+        return b;
+    case FaultKind::CG:
+        return c;
+    case FaultKind::AB:
+    case FaultKind::ABG:
+        return a | b;
+    case FaultKind::BC:
+    case FaultKind::BCG:
+        return b | c;
+    case FaultKind::CA:
+    case FaultKind::CAG:
+        return c | a;
+    case FaultKind::ABC:
+    case FaultKind::ABCG:
+        break;
+    }
+    return a | b | c;
+}
+
+} // namespace
+
+FaultSearch::FaultSearch(const CircuitWaves& waves_, const Meter& meter_)
+    : waves(waves_), meter(meter_), count(waves_.currents[PhaseA]->size())
+{
+    constexpr double beyondNoise = 6;
+    constexpr double partOfLoad = 0.02;
+    constexpr double partOfLargest = 0.004;
+    const auto quiet = static_cast<size_t>(4 * meter.Period());
+    for (size_t phase = PhaseA; phase < Phases; ++phase) {
+        const Wave& wave = *waves.currents[phase];
+        differences[phase] = Superimposed(wave, meter.Period());
+        const double level =
+            std::min(NoiseOf(differences[phase], 0, quiet), NoiseOf(differences[phase], 0, count));
+        limits[phase] = std::max({beyondNoise * level, partOfLoad * LargestOf(wave, 0, meter.Window()),
+                                  partOfLargest * LargestOf(differences[phase], 0, count)});
+        // A difference has the noise of two samples, a phasor the mean of a period's.
+        noise = std::max(noise, level / std::sqrt(meter.Period()));
+    }
+}
+
+std::optional<Departure> FaultSearch::FirstDeparture(size_t from) const
+{
+    std::optional<Departure> first;
+    for (size_t phase = PhaseA; phase < Phases; ++phase) {
+        const size_t end = first ? first->sample + 2 : count;
+        const std::optional<Departure> found = FirstBeyond(differences[phase], limits[phase], from, end + 3);
+        if (found && (!first || found->moment < first->moment))
+            first = found;
+    }
+    return first;
+}
+
+CircuitState FaultSearch::Before(size_t sample) const
+{
+    constexpr size_t gap = 1; // the departure may have begun a little earlier
+    const size_t end = sample > gap ? sample - gap : 0;
+    const auto two = static_cast<size_t>(std::ceil(2 * meter.Period()));
+    const size_t length = end >= two ? two : meter.Window();
+    CircuitState state = meter.Of(waves, end >= length ? end - length : count, length);
+    return state;
+}
+
+Change FaultSearch::At(const CircuitState& before, size_t first) const
+{
+    Change change;
+    change.before = before;
+    change.during = meter.Of(waves, first, meter.Window());
+    change.noise = noise;
+    size_t largest = PhaseA;
+    for (size_t phase = PhaseA; phase < Phases; ++phase)
+        if (std::abs(change.during.currents[phase]) > std::abs(change.during.currents[largest]))
+            largest = phase;
+    change.secondHarmonic = meter.SecondHarmonic(*waves.currents[largest], first);
+    return change;
+}
+
+std::optional<Occurrence> FaultSearch::Next(size_t from) const
+{
+    const auto period = static_cast<size_t>(std::round(meter.Period()));
+    size_t at = from;
+    while (const std::optional<Departure> departure = FirstDeparture(at)) {
+        at = departure->sample + 2 * period;
+        const CircuitState before = Before(departure->sample);
+        if (!IsWhole(before))
+            continue;
+        for (size_t shift = 0; shift <= period; shift += std::max<size_t>(period / 4, 1)) {
+            const Change change = At(before, departure->sample + shift);
+            if (!IsWhole(change.during) || !IsShortCircuit(change))
+                continue;
+            Occurrence found;
+            found.onset = departure->moment;
+            found.firstBad = departure->sample;
+            found.change = change;
+            FindClearing(found, EndOf(before, departure->sample + shift));
+            FindKinds(found, before);
+            return found;
+        }
+    }
+    return std::nullopt;
+}
+
+// The first window after which no short circuit is seen for half a period; the end of the wave if there is
+// none.
+size_t FaultSearch::EndOf(const CircuitState& before, size_t first) const
+{
+    const auto step = static_cast<size_t>(std::max(1.0, meter.Period() / 8));
+    size_t quiet = 0;
+    for (size_t at = first; at + meter.Window() <= count; at += step) {
+        Change change = At(before, at);
+        change.secondHarmonic = 0; // a saturated transformer does not end the fault
+        quiet = IsShortCircuit(change) ? 0 : quiet + 1;
+        if (quiet > 4)
+            return at - 4 * step;
+    }
+    return count;
+}
+
+// The sample from which on a phase carries no current, between two samples; none if it goes on.
+std::optional<size_t> FaultSearch::Interruption(size_t phase, size_t from, size_t to) const
+{
+    const Wave& wave = *waves.currents[phase];
+    const double limit = std::max(limits[phase], 0.02 * LargestOf(wave, from, to));
+    const auto longEnough = static_cast<size_t>(meter.Period() * 0.6);
+    size_t still = 0;
+    for (size_t n = from; n < to; ++n) {
+        still = std::abs(wave[n]) < limit ? still + 1 : 0;
+        if (still >= longEnough)
+            return n + 1 - still;
+    }
+    return std::nullopt;
+}
+
+// `end` is the start of the first window without a short circuit.
+void FaultSearch::FindClearing(Occurrence& found, size_t end) const
+{
+    found.firstBreak = count;
+    if (end >= count)
+        return;
+    const size_t to = std::min(count, end + 3 * meter.Window());
+    std::optional<size_t> last;
+    std::array<std::optional<size_t>, Phases> breaks;
+    const unsigned phases = PhasesOf(KindOf(found.change));
+    bool allBreak = true;
+    for (size_t phase = PhaseA; phase < Phases; ++phase) {
+        breaks[phase] = Interruption(phase, found.firstBad, to);
+        if (breaks[phase])
+            found.firstBreak = std::min(found.firstBreak, *breaks[phase]);
+        const bool isFaulted = (phases >> phase & 1u) != 0;
+        allBreak = allBreak && (!isFaulted || breaks[phase]);
+        // A healthy phase that is interrupted later does not prolong the fault; one that joined it does.
+        if (isFaulted && breaks[phase])
+            last = std::max(last.value_or(0), *breaks[phase]);
+    }
+    if (allBreak && last) {
+        found.clearing = static_cast<double>(*last);
+        return;
+    }
+    // The current goes on without the fault: the last sample that differs from the course that follows.
+    const size_t settled = std::min(end + meter.Window() / 2, count - std::min(count, meter.Window()));
+    size_t latest = found.firstBad;
+    for (size_t phase = PhaseA; phase < Phases; ++phase) {
+        const Wave& difference = differences[phase];
+        // Forward differences: what is a period later.
+        for (size_t n = std::min(settled + meter.Window(), count - 1); n > latest + meter.Window(); --n)
+            if (std::abs(difference[n]) >
+                std::max(limits[phase], 0.05 * LargestOf(*waves.currents[phase], found.firstBad, end))) {
+                latest = n - meter.Window();
+                break;
+            }
+    }
+    found.firstBreak = std::min(found.firstBreak, latest);
+    found.clearing = static_cast<double>(latest);
+}
+
+void FaultSearch::FindKinds(Occurrence& found, const CircuitState& before) const
+{
+    const size_t window = meter.Window();
+    const size_t end = std::min(found.firstBreak, count);
+    const size_t first = found.firstBad;
+    const auto kindAt = [&](size_t at, size_t length) {
+        Change change = found.change;
+        change.before = before;
+        change.during = meter.Of(waves, at, length);
+        return KindOf(change);
+    };
+    if (end < first + window) {
+        const size_t length = std::max(end - std::min(end, first), window / 2);
+        found.kinds = {{found.onset, kindAt(first, length)}};
+        return;
+    }
+    const auto step = static_cast<size_t>(std::max(1.0, meter.Period() / 16));
+    const size_t enough = 5;                        // windows in a row, a quarter of a period
+    std::vector<std::pair<size_t, FaultKind>> runs; // first window, kind
+    size_t length = 0;
+    FaultKind running = kindAt(first, window);
+    for (size_t at = first; at + window <= end; at += step) {
+        const FaultKind kind = kindAt(at, window);
+        length = kind == running ? length + 1 : 1;
+        running = kind;
+        if (length == enough && (runs.empty() || runs.back().second != kind))
+            runs.emplace_back(at - (enough - 1) * step, kind);
+    }
+    if (runs.empty())
+        runs.emplace_back(first, kindAt(end - window, window));
+    found.kinds = {{found.onset, runs.front().second}};
+    for (size_t i = 1; i < runs.size(); ++i)
+        found.kinds.emplace_back(OnsetOfKind(runs[i - 1].second, runs[i].second,
+                                             std::max(first + 1, runs[i - 1].first), runs[i].first + window),
+                                 runs[i].second);
+}
+
+// When the phases that join do so, between two samples.
+double FaultSearch::OnsetOfKind(FaultKind earlier, FaultKind later, size_t from, size_t to) const
+{
+    const unsigned joining = PhasesOf(later) & ~PhasesOf(earlier);
+    const unsigned looked = joining != 0 ? joining : PhasesOf(later);
+    double moment = static_cast<double>(to);
+    for (size_t phase = PhaseA; phase < Phases; ++phase) {
+        if ((looked >> phase & 1u) == 0)
+            continue;
+        const double limit = 0.2 * LargestOf(differences[phase], from, to);
+        if (const std::optional<Departure> departure = FirstBeyond(differences[phase], limit, from, to))
+            moment = std::min(moment, departure->moment);
+    }
+    return moment;
+}
+
+} // namespace analysis

@@ -1,0 +1,52 @@
+// Looks for short circuits in the waves of one circuit.
+#pragma once
+
+#include "analysis/superimposed.h"
+#include "analysis/window.h"
+
+namespace analysis {
+
+/// A short circuit as one circuit shows it, in samples.
+struct Occurrence
+{
+    double onset = 0;
+    size_t firstBad = 0; ///< the first sample that differs
+    std::optional<double> clearing;
+    size_t firstBreak = 0; ///< the first sample at which a phase is interrupted; the end if none is
+    Change change;         ///< in the first whole window
+    std::vector<std::pair<double, FaultKind>> kinds; ///< the kinds in their order, each with its onset
+};
+
+class FaultSearch
+{
+public:
+    /// The meter must outlive the search, and so must the waves.
+    FaultSearch(const CircuitWaves& waves_, const Meter& meter_);
+
+    /// The first short circuit whose onset is at sample `from` or later.
+    std::optional<Occurrence> Next(size_t from) const;
+
+    /// Phasors before a sample, as they would have gone on; in one period or two.
+    CircuitState Before(size_t sample) const;
+
+    /// The noise of the currents, A RMS of a phasor.
+    double Noise() const { return noise; }
+
+private:
+    std::optional<Departure> FirstDeparture(size_t from) const;
+    Change At(const CircuitState& before, size_t first) const;
+    size_t EndOf(const CircuitState& before, size_t first) const;
+    std::optional<size_t> Interruption(size_t phase, size_t from, size_t to) const;
+    void FindClearing(Occurrence& found, size_t end) const;
+    void FindKinds(Occurrence& found, const CircuitState& before) const;
+    double OnsetOfKind(FaultKind earlier, FaultKind later, size_t from, size_t to) const;
+
+    const CircuitWaves& waves;
+    const Meter& meter;
+    size_t count;
+    std::array<Wave, Phases> differences;
+    std::array<double, Phases> limits = {};
+    double noise = 0;
+};
+
+} // namespace analysis

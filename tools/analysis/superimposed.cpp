@@ -1,0 +1,97 @@
+#include "analysis/superimposed.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <limits>
+
+namespace analysis {
+
+namespace {
+
+constexpr double Pi = 3.14159265358979323846;
+constexpr double None = std::numeric_limits<double>::quiet_NaN();
+
+// From so many samples a period on, a cubic is good to a few parts in 10,000 of the fundamental.
+constexpr double EnoughForCubic = 40;
+
+// Weights of the samples around a point; `part` of a step after the sample in the middle of the first half.
+std::vector<double> Weights(double part, size_t taps)
+{
+    std::vector<double> weights(taps);
+    const double middle = static_cast<double>(taps) / 2 - 1 + part;
+    double sum = 0;
+    for (size_t i = 0; i < taps; ++i) {
+        const double x = static_cast<double>(i) - middle;
+        if (taps == 4) { // Lagrange
+            weights[i] = 1;
+            for (size_t k = 0; k < taps; ++k)
+                if (k != i)
+                    weights[i] *=
+                        (middle - static_cast<double>(k)) / (static_cast<double>(i) - static_cast<double>(k));
+        } else {
+            const auto sinc = [](double y) { return std::abs(y) < 1e-9 ? 1 : std::sin(Pi * y) / (Pi * y); };
+            weights[i] = sinc(x) * sinc(x / (static_cast<double>(taps) / 2));
+        }
+        sum += weights[i];
+    }
+    for (double& weight : weights)
+        weight /= sum;
+    return weights;
+}
+
+} // namespace
+
+Wave Superimposed(const Wave& wave, double period)
+{
+    const size_t taps = period >= EnoughForCubic ? 4 : 16;
+    const auto whole = static_cast<size_t>(std::ceil(period - 1e-9));
+    const std::vector<double> weights = Weights(static_cast<double>(whole) - period, taps);
+    // The samples before the point: the one at n - whole is the middle of the first half.
+    const size_t before = whole + taps / 2 - 1;
+    const size_t after = taps / 2 > whole ? taps / 2 - whole : 0;
+    Wave result(wave.size(), None);
+    for (size_t n = before; n + after < wave.size(); ++n) {
+        double delayed = 0;
+        for (size_t i = 0; i < taps; ++i)
+            delayed += weights[i] * wave[n - before + i];
+        result[n] = wave[n] - delayed;
+    }
+    return result;
+}
+
+double NoiseOf(const Wave& wave, size_t begin, size_t end)
+{
+    std::vector<double> sizes;
+    for (size_t i = begin; i < std::min(end, wave.size()); ++i)
+        if (!std::isnan(wave[i]))
+            sizes.push_back(std::abs(wave[i]));
+    if (sizes.empty())
+        return 0;
+    const auto middle = sizes.begin() + static_cast<ptrdiff_t>(sizes.size() / 2);
+    std::nth_element(sizes.begin(), middle, sizes.end());
+    constexpr double consistency = 1.4826;
+    return consistency * *middle;
+}
+
+std::optional<Departure> FirstBeyond(const Wave& differences, double limit, size_t begin, size_t end)
+{
+    constexpr size_t near = 3;
+    end = std::min(end, differences.size());
+    for (size_t n = begin; n < end; ++n) {
+        if (!(std::abs(differences[n]) > limit))
+            continue;
+        size_t next = n + 1;
+        while (next < std::min(end, n + 1 + near) && !(std::abs(differences[next]) > limit))
+            ++next;
+        if (next == std::min(end, n + 1 + near))
+            continue;
+        const double growth = std::abs(differences[next]) - std::abs(differences[n]);
+        const double steps = static_cast<double>(next - n);
+        const double back = growth > 0 ? std::abs(differences[n]) / growth * steps : 1;
+        return Departure{n, static_cast<double>(n) - std::min(back, 1.0)};
+    }
+    return std::nullopt;
+}
+
+} // namespace analysis
