@@ -183,10 +183,12 @@ private:
     void AddParts(Fault& fault, const Occurrence& found, const CircuitWaves& waves,
                   const FaultSearch& search) const
     {
+        const bool isAgain = !fault.parts.empty();
         const CircuitState before = search.Before(found.firstBad);
         for (size_t i = 0; i < found.kinds.size(); ++i) {
             FaultPart part;
             part.kind = found.kinds[i].second;
+            part.afterReclosing = isAgain;
             part.onset = signals.TimeOf(found.kinds[i].first);
             const bool isLast = i + 1 == found.kinds.size();
             if (!isLast)
@@ -268,6 +270,13 @@ const char* NameOf(DistanceMethod method)
 {
     constexpr std::array<const char*, 3> names = {"reactance", "takagi", "modifiedTakagi"};
     return names[static_cast<size_t>(method)];
+}
+
+const FaultPart& Fault::Last() const
+{
+    const auto again =
+        std::find_if(parts.begin(), parts.end(), [](const FaultPart& part) { return part.afterReclosing; });
+    return *std::prev(again);
 }
 
 Findings FindFault(const Signals& signals, const std::vector<Circuit>& circuits, const Lines& lines)

@@ -46,6 +46,7 @@ enum class Lack { None, LineData, Voltages, Currents, TooShort, Saturated };
 struct FaultPart
 {
     FaultKind kind = FaultKind::AG;
+    bool afterReclosing = false;    ///< the line was dead before it
     double onset = 0;               ///< seconds from the trigger
     std::optional<double> clearing; ///< likewise; none if the record ends first
     std::vector<Distance> distances;
@@ -72,8 +73,9 @@ struct Fault
     std::vector<ChannelPhasors> phasors;
 
     double Onset() const { return parts.front().onset; }
-    const std::optional<double>& Clearing() const { return parts.back().clearing; }
-    FaultKind Kind() const { return parts.back().kind; } ///< the last one
+    const FaultPart& Last() const; ///< of the parts before a reclosing
+    const std::optional<double>& Clearing() const { return Last().clearing; }
+    FaultKind Kind() const { return Last().kind; }
 };
 
 struct Findings
