@@ -65,13 +65,71 @@ bool HasGrown(const Change& change)
     return false;
 }
 
+// A voltage between two phases, or of one to earth, is much lower than before. The current of a saturated
+// transformer has a second harmonic too, but the voltages tell it from that of one that is switched on.
+bool HasBrokenDown(const Change& change)
+{
+    constexpr double brokenDown = 0.85;
+    if (!change.during.hasVoltages)
+        return false;
+    for (size_t phase = PhaseA; phase < Phases; ++phase) {
+        const size_t next = (phase + 1) % Phases;
+        const PhasorSet& before = change.before.voltages;
+        const PhasorSet& during = change.during.voltages;
+        if (std::abs(during[phase]) < brokenDown * std::abs(before[phase]) ||
+            std::abs(during[phase] - during[next]) < brokenDown * std::abs(before[phase] - before[next]))
+            return true;
+    }
+    return false;
+}
+
+// Transformers that are switched on have more of the second harmonic than anything else that breaks down no
+// voltage.
+bool IsInrush(const Change& change)
+{
+    constexpr double most = 0.17;
+    return change.secondHarmonic > most && !HasBrokenDown(change);
+}
+
+// A phase that carried current carries none.
+bool HasOpened(const Change& change)
+{
+    constexpr double left = 0.08;
+    for (size_t phase = PhaseA; phase < Phases; ++phase) {
+        const double before = std::abs(change.before.currents[phase]);
+        if (before > 6 * change.noise && std::abs(change.during.currents[phase]) < left * before)
+            return true;
+    }
+    return false;
+}
+
+bool IsLarge(const Change& change, double leastPart, double farthest)
+{
+    const double size = Largest(Difference(change.during.currents, change.before.currents));
+    return size > leastPart * Largest(change.before.currents) && size > 6 * change.noise &&
+           (!change.during.hasVoltages || size > HealthyVoltage(change) / farthest);
+}
+
+bool IsUnbalanced(const Change& change)
+{
+    constexpr double part = 0.2;
+    const Components currents = ChangedCurrents(change);
+    return std::abs(currents.negative) > part * std::abs(currents.positive);
+}
+
+// Currents grow with the voltage of the network, but less; so impedances do with the root of it.
+double LevelFactor(const Change& change)
+{
+    constexpr double level = 63500; // V, of a network of 110 kV
+    return std::sqrt(HealthyVoltage(change) / level);
+}
+
 // A balanced change is a short circuit if the voltage breaks down, or if the current is one that no load has.
 bool IsBalancedShortCircuit(const Change& change)
 {
     constexpr double brokenDown = 0.9; // of the voltage before
     constexpr double sunk = 0.96;
     constexpr double leastLoad = 28; // ohms at 63.5 kV; loads have more
-    constexpr double levelOfLeastLoad = 63500;
     if (!change.during.hasVoltages) {
         constexpr double manyTimes = 4;
         return Largest(change.during.currents) >
@@ -84,7 +142,7 @@ bool IsBalancedShortCircuit(const Change& change)
     const double lag = std::abs(std::arg(voltage / current)) * 180 / Pi;
     const bool isInductive = lag > 45 && lag < 150;
     return part < brokenDown || (part < sunk && isInductive) ||
-           std::abs(voltage / current) < leastLoad * std::sqrt(healthy / levelOfLeastLoad);
+           std::abs(voltage / current) < leastLoad * LevelFactor(change);
 }
 
 } // namespace
@@ -124,20 +182,43 @@ double SizeOf(const Change& change)
 
 bool IsShortCircuit(const Change& change)
 {
-    constexpr double leastPart = 0.3;           // of the current before
-    constexpr double farthest = 300;            // ohms
-    constexpr double mostSecondHarmonic = 0.17; // transformers that are switched on have more
-    const PhasorSet difference = Difference(change.during.currents, change.before.currents);
-    const double size = Largest(difference);
-    const bool isLarge = size > leastPart * Largest(change.before.currents) && size > 6 * change.noise &&
-                         (!change.during.hasVoltages || size > HealthyVoltage(change) / farthest);
-    if (!isLarge || !HasGrown(change) || change.secondHarmonic > mostSecondHarmonic)
+    constexpr double leastPart = 0.3; // of the current before
+    constexpr double farthest = 300;  // ohms
+    if (!IsLarge(change, leastPart, farthest) || !HasGrown(change) || IsInrush(change))
         return false;
-    const Components currents = ComponentsOf(difference);
-    constexpr double unbalanced = 0.2;
-    if (std::abs(currents.negative) > unbalanced * std::abs(currents.positive))
-        return true;
-    return IsBalancedShortCircuit(change);
+    return IsUnbalanced(change) || IsBalancedShortCircuit(change);
+}
+
+bool MayBeShortCircuit(const Change& change)
+{
+    constexpr double leastPart = 0.15;
+    constexpr double farthest = 900;
+    constexpr double mostSecondHarmonic = 0.07;
+    constexpr double weakSource = 25; // ohms at 63.5 kV
+    if (!change.during.hasVoltages || !IsLarge(change, leastPart, farthest) || !IsUnbalanced(change) ||
+        HasOpened(change) || change.secondHarmonic > mostSecondHarmonic ||
+        DirectionOf(change) != Direction::Forward)
+        return false;
+    const Phasor voltage = ComponentsOf(change.during.voltages).negative;
+    const Phasor current = ChangedCurrents(change).negative;
+    return HasBrokenDown(change) || std::abs(voltage / current) < weakSource * LevelFactor(change);
+}
+
+bool GoesOn(const Change& start, const CircuitState& now)
+{
+    constexpr double leftOfCurrent = 0.1;
+    constexpr double leftOfChange = 0.25;
+    const PhasorSet difference = Difference(start.during.currents, start.before.currents);
+    const double largest = Largest(difference);
+    for (size_t phase = PhaseA; phase < Phases; ++phase) {
+        const double change = std::abs(now.currents[phase] - start.before.currents[phase]);
+        const double first = std::abs(start.during.currents[phase]);
+        if (std::abs(difference[phase]) > largest / 2 &&
+            change > leftOfChange * std::abs(difference[phase]) &&
+            std::abs(now.currents[phase]) > leftOfCurrent * first)
+            return true;
+    }
+    return false;
 }
 
 Direction DirectionOf(const Change& change)

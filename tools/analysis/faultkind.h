@@ -34,6 +34,15 @@ FaultKind KindOf(const Change& change);
 /// Whether the change is a short circuit, and no load, switching, inrush or a fault far away.
 bool IsShortCircuit(const Change& change);
 
+/// Whether an unbalanced change ahead that is too small for IsShortCircuit comes from a fault nevertheless,
+/// behind a resistance or near the other end: if it breaks a voltage down, or if the source behind the
+/// recorder is so strong that a fault in the network behind it would have changed the voltages more.
+bool MayBeShortCircuit(const Change& change);
+
+/// Whether the fault that `start` shows is still there: a phase that takes part in it carries current, and
+/// not that of before.
+bool GoesOn(const Change& start, const CircuitState& now);
+
 /// The angle of the superimposed voltage over the superimposed current: that of the source behind the
 /// recorder, turned by 180 degrees, for a fault ahead; that of what lies ahead for one behind.
 Direction DirectionOf(const Change& change);

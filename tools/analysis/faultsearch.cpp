@@ -119,15 +119,11 @@ std::optional<Occurrence> FaultSearch::Next(size_t from) const
         const CircuitState before = Before(departure->sample);
         if (!IsWhole(before))
             continue;
-        for (size_t shift = 0; shift <= period; shift += std::max<size_t>(period / 4, 1)) {
-            const Change change = At(before, departure->sample + shift);
-            if (!IsWhole(change.during) || !IsShortCircuit(change))
-                continue;
+        if (const std::optional<size_t> first = FirstFaulted(before, departure->sample)) {
             Occurrence found;
-            found.onset = departure->moment;
-            found.firstBad = departure->sample;
-            found.change = change;
-            FindClearing(found, EndOf(before, departure->sample + shift));
+            SetOnset(found, departure->sample, *first + meter.Window() / 2);
+            found.change = At(before, *first);
+            FindClearing(found, EndOf(found.change, *first));
             FindKinds(found, before);
             return found;
         }
@@ -135,35 +131,92 @@ std::optional<Occurrence> FaultSearch::Next(size_t from) const
     return std::nullopt;
 }
 
-// The first window after which no short circuit is seen for half a period; the end of the wave if there is
-// none.
-size_t FaultSearch::EndOf(const CircuitState& before, size_t first) const
+// The first of three windows in a row, a quarter of a period apart, that show a short circuit: what goes over
+// within half a period, as the oscillation of a capacitor that is switched on, is none.
+std::optional<size_t> FaultSearch::FirstFaulted(const CircuitState& before, size_t departure) const
 {
+    constexpr size_t enough = 3;
+    constexpr double steady = 0.85;
+    const auto quarter = static_cast<size_t>(std::max(1.0, std::round(meter.Period() / 4)));
+    size_t large = 0;
+    size_t small = 0;
+    double size = 0; // of the first small one
+    for (size_t i = 0; i < 4 + enough; ++i) {
+        const size_t first = departure + i * quarter;
+        const Change change = At(before, first);
+        if (!IsWhole(change.during))
+            break;
+        large = IsShortCircuit(change) ? large + 1 : 0;
+        small = large > 0 || MayBeShortCircuit(change) ? small + 1 : 0;
+        size = small == 1 ? SizeOf(change) : size;
+        if (large == enough || (small == enough && SizeOf(change) > steady * size))
+            return first - (enough - 1) * quarter;
+    }
+    return std::nullopt;
+}
+
+// Something small may have happened before the fault itself: the onset is where the growth of the first large
+// difference starts.
+void FaultSearch::SetOnset(Occurrence& found, size_t from, size_t to) const
+{
+    constexpr double large = 0.15; // of the largest difference
+    found.firstBad = to;
+    found.onset = static_cast<double>(to);
+    for (size_t phase = PhaseA; phase < Phases; ++phase) {
+        const Wave& difference = differences[phase];
+        const double limit = std::max(limits[phase], large * LargestOf(difference, from, to));
+        const std::optional<Departure> peak = FirstBeyond(difference, limit, from, to);
+        if (!peak)
+            continue;
+        // Back over the difference's own zeros.
+        const auto gap = static_cast<size_t>(meter.Period() / 8);
+        size_t first = peak->sample;
+        for (size_t n = first; n > from && first - n <= gap; --n)
+            if (std::abs(difference[n - 1]) > limits[phase])
+                first = n - 1;
+        const std::optional<Departure> departure = FirstBeyond(difference, limits[phase], first, to);
+        if (departure && departure->moment < found.onset) {
+            found.onset = departure->moment;
+            found.firstBad = departure->sample;
+        }
+    }
+}
+
+// The first window in which the fault is gone for half a period; the end of the wave if there is none.
+size_t FaultSearch::EndOf(const Change& start, size_t first) const
+{
+    constexpr size_t enough = 4;
     const auto step = static_cast<size_t>(std::max(1.0, meter.Period() / 8));
     size_t quiet = 0;
     for (size_t at = first; at + meter.Window() <= count; at += step) {
-        Change change = At(before, at);
-        change.secondHarmonic = 0; // a saturated transformer does not end the fault
-        quiet = IsShortCircuit(change) ? 0 : quiet + 1;
-        if (quiet > 4)
-            return at - 4 * step;
+        quiet = GoesOn(start, meter.Of(waves, at, meter.Window())) ? 0 : quiet + 1;
+        if (quiet > enough)
+            return at - enough * step;
     }
     return count;
 }
 
-// The sample from which on a phase carries no current, between two samples; none if it goes on.
+// The sample from which on a phase that carried current carries none up to `to`; none if it does. The current
+// of a transformer may decay further without the alternating one, which is what counts.
 std::optional<size_t> FaultSearch::Interruption(size_t phase, size_t from, size_t to) const
 {
+    constexpr double still = 0.02;
+    constexpr double decaying = 0.4;
     const Wave& wave = *waves.currents[phase];
-    const double limit = std::max(limits[phase], 0.02 * LargestOf(wave, from, to));
+    const double largest = LargestOf(wave, from, to);
+    const double limit = std::max(limits[phase], still * largest);
+    const auto apart = static_cast<size_t>(std::max(1.0, meter.Period() / 12));
+    const auto isStill = [&](size_t n) {
+        return std::abs(wave[n]) < limit ||
+               (std::abs(wave[n]) < decaying * largest && std::abs(wave[n] - wave[n - apart]) < limit);
+    };
+    size_t first = to;
+    while (first > from + apart && isStill(first - 1))
+        --first;
     const auto longEnough = static_cast<size_t>(meter.Period() * 0.6);
-    size_t still = 0;
-    for (size_t n = from; n < to; ++n) {
-        still = std::abs(wave[n]) < limit ? still + 1 : 0;
-        if (still >= longEnough)
-            return n + 1 - still;
-    }
-    return std::nullopt;
+    if (first <= from + apart || to - first < longEnough)
+        return std::nullopt;
+    return first;
 }
 
 // `end` is the start of the first window without a short circuit.
@@ -249,12 +302,19 @@ void FaultSearch::FindKinds(Occurrence& found, const CircuitState& before) const
 double FaultSearch::OnsetOfKind(FaultKind earlier, FaultKind later, size_t from, size_t to) const
 {
     const unsigned joining = PhasesOf(later) & ~PhasesOf(earlier);
-    const unsigned looked = joining != 0 ? joining : PhasesOf(later);
+    constexpr double partOfLargest = 0.2;
     double moment = static_cast<double>(to);
+    if (joining == 0) { // earth takes part now
+        Wave sum(differences[PhaseA]);
+        for (size_t n = from; n < std::min(to, sum.size()); ++n)
+            sum[n] += differences[PhaseB][n] + differences[PhaseC][n];
+        const auto departure = FirstBeyond(sum, partOfLargest * LargestOf(sum, from, to), from, to);
+        return departure ? departure->moment : moment;
+    }
     for (size_t phase = PhaseA; phase < Phases; ++phase) {
-        if ((looked >> phase & 1u) == 0)
+        if ((joining >> phase & 1u) == 0)
             continue;
-        const double limit = 0.2 * LargestOf(differences[phase], from, to);
+        const double limit = partOfLargest * LargestOf(differences[phase], from, to);
         if (const std::optional<Departure> departure = FirstBeyond(differences[phase], limit, from, to))
             moment = std::min(moment, departure->moment);
     }

@@ -35,7 +35,9 @@ public:
 private:
     std::optional<Departure> FirstDeparture(size_t from) const;
     Change At(const CircuitState& before, size_t first) const;
-    size_t EndOf(const CircuitState& before, size_t first) const;
+    std::optional<size_t> FirstFaulted(const CircuitState& before, size_t departure) const;
+    void SetOnset(Occurrence& found, size_t from, size_t to) const;
+    size_t EndOf(const Change& start, size_t first) const;
     std::optional<size_t> Interruption(size_t phase, size_t from, size_t to) const;
     void FindClearing(Occurrence& found, size_t end) const;
     void FindKinds(Occurrence& found, const CircuitState& before) const;
