@@ -194,14 +194,16 @@ bool MayBeShortCircuit(const Change& change)
     constexpr double leastPart = 0.15;
     constexpr double farthest = 900;
     constexpr double mostSecondHarmonic = 0.07;
-    constexpr double weakSource = 25; // ohms at 63.5 kV
+    constexpr double strongestSource = 1; // ohms at 63.5 kV
+    constexpr double weakestSource = 15;
     if (!change.during.hasVoltages || !IsLarge(change, leastPart, farthest) || !IsUnbalanced(change) ||
         HasOpened(change) || change.secondHarmonic > mostSecondHarmonic ||
         DirectionOf(change) != Direction::Forward)
         return false;
     const Phasor voltage = ComponentsOf(change.during.voltages).negative;
     const Phasor current = ChangedCurrents(change).negative;
-    return HasBrokenDown(change) || std::abs(voltage / current) < weakSource * LevelFactor(change);
+    const double source = std::abs(voltage / current) / LevelFactor(change);
+    return HasBrokenDown(change) || (source > strongestSource && source < weakestSource);
 }
 
 bool GoesOn(const Change& start, const CircuitState& now)

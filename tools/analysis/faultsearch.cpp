@@ -67,8 +67,9 @@ FaultSearch::FaultSearch(const CircuitWaves& waves_, const Meter& meter_)
         differences[phase] = Superimposed(wave, meter.Period());
         const double level =
             std::min(NoiseOf(differences[phase], 0, quiet), NoiseOf(differences[phase], 0, count));
-        limits[phase] = std::max({beyondNoise * level, partOfLoad * LargestOf(wave, 0, meter.Window()),
-                                  partOfLargest * LargestOf(differences[phase], 0, count)});
+        // One limit for the three: a phase that takes no part has nothing but the last digits of its values.
+        limit = std::max({limit, beyondNoise * level, partOfLoad * LargestOf(wave, 0, meter.Window()),
+                          partOfLargest * LargestOf(differences[phase], 0, count)});
         // A difference has the noise of two samples, a phasor the mean of a period's.
         noise = std::max(noise, level / std::sqrt(meter.Period()));
     }
@@ -79,7 +80,7 @@ std::optional<Departure> FaultSearch::FirstDeparture(size_t from) const
     std::optional<Departure> first;
     for (size_t phase = PhaseA; phase < Phases; ++phase) {
         const size_t end = first ? first->sample + 2 : count;
-        const std::optional<Departure> found = FirstBeyond(differences[phase], limits[phase], from, end + 3);
+        const std::optional<Departure> found = FirstBeyond(differences[phase], limit, from, end + 3);
         if (found && (!first || found->moment < first->moment))
             first = found;
     }
@@ -164,17 +165,17 @@ void FaultSearch::SetOnset(Occurrence& found, size_t from, size_t to) const
     found.onset = static_cast<double>(to);
     for (size_t phase = PhaseA; phase < Phases; ++phase) {
         const Wave& difference = differences[phase];
-        const double limit = std::max(limits[phase], large * LargestOf(difference, from, to));
-        const std::optional<Departure> peak = FirstBeyond(difference, limit, from, to);
+        const double peakLimit = std::max(limit, large * LargestOf(difference, from, to));
+        const std::optional<Departure> peak = FirstBeyond(difference, peakLimit, from, to);
         if (!peak)
             continue;
         // Back over the difference's own zeros.
         const auto gap = static_cast<size_t>(meter.Period() / 8);
         size_t first = peak->sample;
         for (size_t n = first; n > from && first - n <= gap; --n)
-            if (std::abs(difference[n - 1]) > limits[phase])
+            if (std::abs(difference[n - 1]) > limit)
                 first = n - 1;
-        const std::optional<Departure> departure = FirstBeyond(difference, limits[phase], first, to);
+        const std::optional<Departure> departure = FirstBeyond(difference, limit, first, to);
         if (departure && departure->moment < found.onset) {
             found.onset = departure->moment;
             found.firstBad = departure->sample;
@@ -204,11 +205,11 @@ std::optional<size_t> FaultSearch::Interruption(size_t phase, size_t from, size_
     constexpr double decaying = 0.4;
     const Wave& wave = *waves.currents[phase];
     const double largest = LargestOf(wave, from, to);
-    const double limit = std::max(limits[phase], still * largest);
+    const double stillness = std::max(limit, still * largest);
     const auto apart = static_cast<size_t>(std::max(1.0, meter.Period() / 12));
     const auto isStill = [&](size_t n) {
-        return std::abs(wave[n]) < limit ||
-               (std::abs(wave[n]) < decaying * largest && std::abs(wave[n] - wave[n - apart]) < limit);
+        return std::abs(wave[n]) < stillness ||
+               (std::abs(wave[n]) < decaying * largest && std::abs(wave[n] - wave[n - apart]) < stillness);
     };
     size_t first = to;
     while (first > from + apart && isStill(first - 1))
@@ -252,7 +253,7 @@ void FaultSearch::FindClearing(Occurrence& found, size_t end) const
         // Forward differences: what is a period later.
         for (size_t n = std::min(settled + meter.Window(), count - 1); n > latest + meter.Window(); --n)
             if (std::abs(difference[n]) >
-                std::max(limits[phase], 0.05 * LargestOf(*waves.currents[phase], found.firstBad, end))) {
+                std::max(limit, 0.05 * LargestOf(*waves.currents[phase], found.firstBad, end))) {
                 latest = n - meter.Window();
                 break;
             }
@@ -314,8 +315,8 @@ double FaultSearch::OnsetOfKind(FaultKind earlier, FaultKind later, size_t from,
     for (size_t phase = PhaseA; phase < Phases; ++phase) {
         if ((joining >> phase & 1u) == 0)
             continue;
-        const double limit = partOfLargest * LargestOf(differences[phase], from, to);
-        if (const std::optional<Departure> departure = FirstBeyond(differences[phase], limit, from, to))
+        const double joined = partOfLargest * LargestOf(differences[phase], from, to);
+        if (const std::optional<Departure> departure = FirstBeyond(differences[phase], joined, from, to))
             moment = std::min(moment, departure->moment);
     }
     return moment;

@@ -47,7 +47,7 @@ private:
     const Meter& meter;
     size_t count;
     std::array<Wave, Phases> differences;
-    std::array<double, Phases> limits = {};
+    double limit = 0; // of the differences: more is no noise
     double noise = 0;
 };
 
