@@ -202,6 +202,16 @@ private:
         }
     }
 
+    // Reactances are known at the nominal frequency.
+    Line AtFrequency(Line line) const
+    {
+        const double factor = frequency / signals.Nominal();
+        line.x1 *= factor;
+        line.x0 *= factor;
+        line.mutualX *= factor;
+        return line;
+    }
+
     // Distances as the medians of those in all windows from `from` to `to`, the first ones left out while the
     // transient decays.
     void Locate(FaultPart& part, size_t circuit, const CircuitState& before, const CircuitWaves& waves,
@@ -221,6 +231,7 @@ private:
             part.lack = Lack::TooShort;
             return;
         }
+        const Line here = AtFrequency(*line);
         const size_t step = std::max<size_t>(1, meter.Window() / 16);
         std::vector<std::vector<Distance>> all;
         Change change;
@@ -228,7 +239,7 @@ private:
         for (size_t first = std::max(from, from + (to - length - from) / 2); first + length <= to;
              first += step) {
             change.during = meter.Of(waves, first, length);
-            all.push_back(DistancesOf(part.kind, change, *line, {}));
+            all.push_back(DistancesOf(part.kind, change, here, {}));
         }
         for (size_t method = 0; !all.empty() && method < all.front().size(); ++method)
             part.distances.push_back(Middle(all, method));
@@ -277,6 +288,18 @@ const FaultPart& Fault::Last() const
     const auto again =
         std::find_if(parts.begin(), parts.end(), [](const FaultPart& part) { return part.afterReclosing; });
     return *std::prev(again);
+}
+
+const FaultPart& Fault::Located() const
+{
+    const FaultPart* longest = nullptr;
+    const auto length = [](const FaultPart& part) {
+        return part.clearing ? *part.clearing - part.onset : std::numeric_limits<double>::infinity();
+    };
+    for (const FaultPart& part : parts)
+        if (!part.distances.empty() && (longest == nullptr || length(part) > length(*longest)))
+            longest = &part;
+    return longest == nullptr ? Last() : *longest;
 }
 
 Findings FindFault(const Signals& signals, const std::vector<Circuit>& circuits, const Lines& lines)

@@ -76,6 +76,8 @@ struct Fault
     const FaultPart& Last() const; ///< of the parts before a reclosing
     const std::optional<double>& Clearing() const { return Last().clearing; }
     FaultKind Kind() const { return Last().kind; }
+    const FaultPart&
+    Located() const; ///< the part whose distance counts: the longest that has one, else Last()
 };
 
 struct Findings

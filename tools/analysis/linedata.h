@@ -14,7 +14,7 @@ struct Line
 {
     QString circuit;    ///< the name of the section: a circuit of the record, or equipment of the dictionary
     double length = 0;  ///< km
-    double r1 = 0;      ///< positive sequence, primary ohms per km
+    double r1 = 0;      ///< positive sequence, primary ohms per km at the nominal frequency
     double x1 = 0;      ///< likewise
     double r0 = 0;      ///< zero sequence
     double x0 = 0;      ///< likewise
