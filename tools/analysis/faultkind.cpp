@@ -65,11 +65,11 @@ bool HasGrown(const Change& change)
     return false;
 }
 
-// A voltage between two phases, or of one to earth, is much lower than before. The current of a saturated
-// transformer has a second harmonic too, but the voltages tell it from that of one that is switched on.
-bool HasBrokenDown(const Change& change)
+// A voltage between two phases, or of one to earth, is lower than this part of that before. The current of a
+// saturated transformer has a second harmonic too, but the voltages tell it from that of one that is switched
+// on.
+bool HasBrokenDown(const Change& change, double brokenDown)
 {
-    constexpr double brokenDown = 0.85;
     if (!change.during.hasVoltages)
         return false;
     for (size_t phase = PhaseA; phase < Phases; ++phase) {
@@ -88,7 +88,8 @@ bool HasBrokenDown(const Change& change)
 bool IsInrush(const Change& change)
 {
     constexpr double most = 0.17;
-    return change.secondHarmonic > most && !HasBrokenDown(change);
+    constexpr double brokenDown = 0.85;
+    return change.secondHarmonic > most && !HasBrokenDown(change, brokenDown);
 }
 
 // A phase that carried current carries none.
@@ -194,16 +195,23 @@ bool MayBeShortCircuit(const Change& change)
     constexpr double leastPart = 0.15;
     constexpr double farthest = 900;
     constexpr double mostSecondHarmonic = 0.07;
+    constexpr double brokenDown = 0.89;
+    constexpr double deeply = 0.8;
     constexpr double strongestSource = 1; // ohms at 63.5 kV
     constexpr double weakestSource = 15;
-    if (!change.during.hasVoltages || !IsLarge(change, leastPart, farthest) || !IsUnbalanced(change) ||
-        HasOpened(change) || change.secondHarmonic > mostSecondHarmonic ||
+    if (!change.during.hasVoltages || !IsLarge(change, leastPart, farthest) || HasOpened(change) ||
         DirectionOf(change) != Direction::Forward)
+        return false;
+    if (change.secondHarmonic > mostSecondHarmonic && !HasBrokenDown(change, deeply))
+        return false;
+    if (HasBrokenDown(change, brokenDown))
+        return true;
+    if (!IsUnbalanced(change))
         return false;
     const Phasor voltage = ComponentsOf(change.during.voltages).negative;
     const Phasor current = ChangedCurrents(change).negative;
     const double source = std::abs(voltage / current) / LevelFactor(change);
-    return HasBrokenDown(change) || (source > strongestSource && source < weakestSource);
+    return source > strongestSource && source < weakestSource;
 }
 
 bool GoesOn(const Change& start, const CircuitState& now)

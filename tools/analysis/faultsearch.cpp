@@ -287,16 +287,41 @@ void FaultSearch::FindKinds(Occurrence& found, const CircuitState& before) const
         const FaultKind kind = kindAt(at, window);
         length = kind == running ? length + 1 : 1;
         running = kind;
-        if (length == enough && (runs.empty() || runs.back().second != kind))
+        if (length == enough && (runs.empty() || HasJoined(runs.back(), kind, at)))
             runs.emplace_back(at - (enough - 1) * step, kind);
     }
     if (runs.empty())
         runs.emplace_back(first, kindAt(end - window, window));
     found.kinds = {{found.onset, runs.front().second}};
-    for (size_t i = 1; i < runs.size(); ++i)
-        found.kinds.emplace_back(OnsetOfKind(runs[i - 1].second, runs[i].second,
-                                             std::max(first + 1, runs[i - 1].first), runs[i].first + window),
-                                 runs[i].second);
+    for (size_t i = 1; i < runs.size(); ++i) {
+        const double onset = OnsetOfKind(runs[i - 1].second, runs[i].second,
+                                         std::max(first + 1, runs[i - 1].first), runs[i].first + window);
+        // What lasts no longer than this was a mixture of the kinds before and after it.
+        if (onset < found.kinds.back().first + meter.Period() / 4)
+            found.kinds.back().second = runs[i].second;
+        else
+            found.kinds.emplace_back(onset, runs[i].second);
+    }
+}
+
+// Whether the fault that was of an earlier kind is of another one in the window at a sample: only if phases
+// join it, and carry more current, or earth does. Other changes come from the breaker at the other end.
+bool FaultSearch::HasJoined(const std::pair<size_t, FaultKind>& earlier, FaultKind kind, size_t at) const
+{
+    constexpr double left = 0.5;
+    const unsigned before = PhasesOf(earlier.second);
+    const unsigned after = PhasesOf(kind);
+    if (kind == earlier.second || (before & ~after) != 0)
+        return false;
+    for (size_t phase = PhaseA; phase < Phases; ++phase) {
+        if (((after & ~before) >> phase & 1u) == 0)
+            continue;
+        const Wave& wave = *waves.currents[phase];
+        const double old = std::abs(meter.Of(wave, earlier.first, meter.Window()));
+        if (std::abs(meter.Of(wave, at, meter.Window())) < left * old)
+            return false;
+    }
+    return true;
 }
 
 // When the phases that join do so, between two samples.
