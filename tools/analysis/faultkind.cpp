@@ -87,7 +87,7 @@ bool HasBrokenDown(const Change& change, double brokenDown)
 // voltage.
 bool IsInrush(const Change& change)
 {
-    constexpr double most = 0.17;
+    constexpr double most = 0.12;
     constexpr double brokenDown = 0.85;
     return change.secondHarmonic > most && !HasBrokenDown(change, brokenDown);
 }

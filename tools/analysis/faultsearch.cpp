@@ -53,6 +53,16 @@ unsigned PhasesOf(FaultKind kind)
     return a | b | c;
 }
 
+// Whether the last three changes have one direction, and the last is no smaller than a part of the first.
+bool IsSteady(const std::vector<Change>& run, bool isLarge)
+{
+    const double left = isLarge ? 0.6 : 0.85;
+    const Change& last = run.back();
+    const Change& first = run[run.size() - 3];
+    return DirectionOf(first) == DirectionOf(last) && DirectionOf(run[run.size() - 2]) == DirectionOf(last) &&
+           SizeOf(last) > left * SizeOf(first);
+}
+
 } // namespace
 
 FaultSearch::FaultSearch(const CircuitWaves& waves_, const Meter& meter_)
@@ -132,25 +142,30 @@ std::optional<Occurrence> FaultSearch::Next(size_t from) const
     return std::nullopt;
 }
 
-// The first of three windows in a row, a quarter of a period apart, that show a short circuit: what goes over
-// within half a period, as the oscillation of a capacitor that is switched on, is none.
+// The first of three windows in a row, a quarter of a period apart, that show a short circuit in one
+// direction: what goes over within half a period, as the oscillation of a capacitor that is switched on, is
+// none.
 std::optional<size_t> FaultSearch::FirstFaulted(const CircuitState& before, size_t departure) const
 {
     constexpr size_t enough = 3;
-    constexpr double steady = 0.85;
+    constexpr size_t tried = 7;
     const auto quarter = static_cast<size_t>(std::max(1.0, std::round(meter.Period() / 4)));
-    size_t large = 0;
-    size_t small = 0;
-    double size = 0; // of the first small one
-    for (size_t i = 0; i < 4 + enough; ++i) {
+    std::vector<Change> run;
+    size_t large = 0; // of the run
+    for (size_t i = 0; i < tried; ++i) {
         const size_t first = departure + i * quarter;
         const Change change = At(before, first);
         if (!IsWhole(change.during))
             break;
-        large = IsShortCircuit(change) ? large + 1 : 0;
-        small = large > 0 || MayBeShortCircuit(change) ? small + 1 : 0;
-        size = small == 1 ? SizeOf(change) : size;
-        if (large == enough || (small == enough && SizeOf(change) > steady * size))
+        const bool isLarge = IsShortCircuit(change);
+        if (!isLarge && !MayBeShortCircuit(change)) {
+            run.clear();
+            large = 0;
+            continue;
+        }
+        run.push_back(change);
+        large = isLarge ? large + 1 : 0;
+        if (run.size() >= enough && IsSteady(run, large >= enough))
             return first - (enough - 1) * quarter;
     }
     return std::nullopt;
