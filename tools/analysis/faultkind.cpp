@@ -214,6 +214,16 @@ bool MayBeShortCircuit(const Change& change)
     return source > strongestSource && source < weakestSource;
 }
 
+bool IsSuspect(const Change& change)
+{
+    constexpr double sunk = 0.96;
+    constexpr double leastPart = 0.5;
+    constexpr double farthest = 300;
+    return change.during.hasVoltages && !IsUnbalanced(change) && IsLarge(change, leastPart, farthest) &&
+           HasGrown(change) && DirectionOf(change) == Direction::Forward &&
+           std::abs(ComponentsOf(change.during.voltages).positive) < sunk * HealthyVoltage(change);
+}
+
 bool GoesOn(const Change& start, const CircuitState& now)
 {
     constexpr double leftOfCurrent = 0.1;

@@ -39,6 +39,10 @@ bool IsShortCircuit(const Change& change);
 /// recorder is so strong that a fault in the network behind it would have changed the voltages more.
 bool MayBeShortCircuit(const Change& change);
 
+/// Whether a balanced change ahead may be a short circuit behind a resistance as well as a load that the
+/// source feels. What follows decides.
+bool IsSuspect(const Change& change);
+
 /// Whether the fault that `start` shows is still there: a phase that takes part in it carries current, and
 /// not that of before.
 bool GoesOn(const Change& start, const CircuitState& now);

@@ -53,6 +53,11 @@ unsigned PhasesOf(FaultKind kind)
     return a | b | c;
 }
 
+bool IsBalanced(FaultKind kind)
+{
+    return kind == FaultKind::ABC || kind == FaultKind::ABCG;
+}
+
 // Whether the last three changes have one direction, and the last is no smaller than a part of the first.
 bool IsSteady(const std::vector<Change>& run, bool isLarge)
 {
@@ -124,20 +129,36 @@ Change FaultSearch::At(const CircuitState& before, size_t first) const
 std::optional<Occurrence> FaultSearch::Next(size_t from) const
 {
     const auto period = static_cast<size_t>(std::round(meter.Period()));
+    struct Suspect
+    {
+        Departure departure;
+        Change change;
+    };
+    std::optional<Suspect> suspect; // a balanced change that turns out to be a fault when more happens
     size_t at = from;
     while (const std::optional<Departure> departure = FirstDeparture(at)) {
         at = departure->sample + 2 * period;
         const CircuitState before = Before(departure->sample);
         if (!IsWhole(before))
             continue;
-        if (const std::optional<size_t> first = FirstFaulted(before, departure->sample)) {
-            Occurrence found;
-            SetOnset(found, departure->sample, *first + meter.Window() / 2);
-            found.change = At(before, *first);
-            FindClearing(found, EndOf(found.change, *first));
-            FindKinds(found, before);
-            return found;
+        const std::optional<size_t> first = FirstFaulted(before, departure->sample);
+        if (!first) {
+            const Change change = At(before, departure->sample + period);
+            if (IsWhole(change.during) && IsSuspect(change))
+                suspect = Suspect{*departure, change};
+            continue;
         }
+        Occurrence found;
+        SetOnset(found, departure->sample, *first + meter.Window() / 2);
+        found.change = At(before, *first);
+        if (suspect && IsBalanced(KindOf(found.change)) && GoesOn(suspect->change, before)) {
+            found.onset = suspect->departure.moment;
+            found.firstBad = suspect->departure.sample;
+            found.change = suspect->change;
+        }
+        FindClearing(found, EndOf(found.change, *first));
+        FindKinds(found);
+        return found;
     }
     return std::nullopt;
 }
@@ -277,14 +298,13 @@ void FaultSearch::FindClearing(Occurrence& found, size_t end) const
     found.clearing = static_cast<double>(latest);
 }
 
-void FaultSearch::FindKinds(Occurrence& found, const CircuitState& before) const
+void FaultSearch::FindKinds(Occurrence& found) const
 {
     const size_t window = meter.Window();
     const size_t end = std::min(found.firstBreak, count);
     const size_t first = found.firstBad;
     const auto kindAt = [&](size_t at, size_t length) {
         Change change = found.change;
-        change.before = before;
         change.during = meter.Of(waves, at, length);
         return KindOf(change);
     };
