@@ -1,6 +1,7 @@
 #include "analysis/fault.h"
 
-#include "analysis/distance.h"
+#include "analysis/channelrole.h"
+#include "analysis/faultlocation.h"
 #include "analysis/faultsearch.h"
 
 #include <algorithm>
@@ -12,7 +13,6 @@ namespace analysis {
 namespace {
 
 constexpr double Pi = 3.14159265358979323846;
-constexpr double None = std::numeric_limits<double>::quiet_NaN();
 
 const Line* LineOf(const QString& circuit, const Lines& lines)
 {
@@ -97,13 +97,6 @@ double StartFrequency(const Signals& signals, const std::array<const Wave*, Phas
     return frequency;
 }
 
-double MedianOf(std::vector<double> values)
-{
-    const auto middle = values.begin() + static_cast<ptrdiff_t>(values.size() / 2);
-    std::nth_element(values.begin(), middle, values.end());
-    return *middle;
-}
-
 // A circuit with a short circuit in it.
 struct Candidate
 {
@@ -147,6 +140,21 @@ public:
         return Complete(*best);
     }
 
+    // Of all voltages and currents, in the period before the trigger.
+    std::vector<ChannelPhasors> PhasorsAtTrigger() const
+    {
+        Occurrence quiet;
+        const double trigger = std::clamp(signals.SampleAt(0), 0.0, static_cast<double>(signals.Count()));
+        quiet.firstBad = std::max(static_cast<size_t>(trigger), meter.Window() + 2);
+        quiet.firstBreak = 0;
+        CircuitState before;
+        const std::array<const Wave*, Phases> waves = Reference(signals, circuits);
+        for (size_t phase = PhaseA; phase < Phases; ++phase)
+            before.currents[phase] =
+                meter.Of(*waves[phase], quiet.firstBad - meter.Window() - 1, meter.Window());
+        return PhasorsOf(quiet, before);
+    }
+
 private:
     CircuitWaves Waves(size_t circuit) const
     {
@@ -171,6 +179,7 @@ private:
         const CircuitWaves waves = Waves(candidate.circuit);
         const FaultSearch search(waves, meter);
         std::optional<Occurrence> found = candidate.found;
+        fault.phasors = PhasorsOf(*found, search.Before(found->firstBad));
         while (found) {
             AddParts(fault, *found, waves, search);
             if (!found->clearing)
@@ -197,68 +206,54 @@ private:
                 part.clearing = signals.TimeOf(*found.clearing);
             const auto from = static_cast<size_t>(std::max(0.0, std::ceil(found.kinds[i].first)));
             const size_t to = isLast ? found.firstBreak : static_cast<size_t>(found.kinds[i + 1].first);
-            Locate(part, fault.circuit, before, waves, from, to);
+            LocatePart(part, fault.circuit, {from, to, before}, waves);
             fault.parts.push_back(part);
         }
     }
 
-    // Reactances are known at the nominal frequency.
-    Line AtFrequency(Line line) const
-    {
-        const double factor = frequency / signals.Nominal();
-        line.x1 *= factor;
-        line.x0 *= factor;
-        line.mutualX *= factor;
-        return line;
-    }
-
-    // Distances as the medians of those in all windows from `from` to `to`, the first ones left out while the
-    // transient decays.
-    void Locate(FaultPart& part, size_t circuit, const CircuitState& before, const CircuitWaves& waves,
-                size_t from, size_t to) const
+    void LocatePart(FaultPart& part, size_t circuit, const FaultStretch& stretch,
+                    const CircuitWaves& waves) const
     {
         const Line* line = LineOf(circuits[circuit].name, lines);
-        if (line == nullptr) {
-            part.lack = Lack::LineData;
+        if (line == nullptr || !waves.hasVoltages) {
+            part.lack = line == nullptr ? Lack::LineData : Lack::Voltages;
             return;
         }
-        if (!waves.hasVoltages) {
-            part.lack = Lack::Voltages;
-            return;
-        }
-        const size_t length = std::min(to - std::min(from, to), LongWindow());
-        if (length < meter.Window() / 2) {
-            part.lack = Lack::TooShort;
-            return;
-        }
-        const Line here = AtFrequency(*line);
-        const size_t step = std::max<size_t>(1, meter.Window() / 16);
-        std::vector<std::vector<Distance>> all;
-        Change change;
-        change.before = before;
-        for (size_t first = std::max(from, from + (to - length - from) / 2); first + length <= to;
-             first += step) {
-            change.during = meter.Of(waves, first, length);
-            all.push_back(DistancesOf(part.kind, change, here, {}));
-        }
-        for (size_t method = 0; !all.empty() && method < all.front().size(); ++method)
-            part.distances.push_back(Middle(all, method));
-        if (!part.distances.empty())
-            part.best = part.distances.size() - 1;
+        LocatedCircuit located{waves, std::nullopt, *line};
+        // Reactances are known at the nominal frequency.
+        const double factor = frequency / signals.Nominal();
+        located.line.x1 *= factor;
+        located.line.x0 *= factor;
+        located.line.mutualX *= factor;
+        for (size_t i = 0; i < circuits.size() && !line->parallel.isEmpty(); ++i)
+            if (circuits[i].name == line->parallel && circuits[i].HasCurrents())
+                located.parallel = Waves(i);
+        Locate(part, stretch, located, meter);
     }
 
-    size_t LongWindow() const { return meter.Window() + meter.Window() / 2; }
-
-    static Distance Middle(const std::vector<std::vector<Distance>>& all, size_t method)
+    // Of all voltages and currents, at the end of the fault's last part before a reclosing. Angles are
+    // against the voltage of the faulted circuit before the fault, or its current where it has none.
+    std::vector<ChannelPhasors> PhasorsOf(const Occurrence& found, const CircuitState& before) const
     {
-        std::vector<double> percents, kilometres, resistances;
-        for (const std::vector<Distance>& one : all) {
-            percents.push_back(one[method].percent);
-            kilometres.push_back(one[method].km);
-            resistances.push_back(one[method].resistance);
+        const PhasorSet& reference = before.hasVoltages ? before.voltages : before.currents;
+        const Phasor positive =
+            ComponentsOf(reference[PhaseA], reference[PhaseB], reference[PhaseC]).positive;
+        const Phasor turn = positive == Phasor() ? Phasor(1) : std::conj(positive) / std::abs(positive);
+        const size_t window = meter.Window();
+        const size_t from = found.firstBad > window ? found.firstBad - window - 1 : signals.Count();
+        const size_t until = std::min(found.firstBreak, signals.Count());
+        const size_t inside = until >= found.firstBad + window ? until - window : signals.Count();
+        const size_t after =
+            found.clearing ? static_cast<size_t>(*found.clearing) + window / 2 : signals.Count();
+        std::vector<ChannelPhasors> phasors;
+        for (size_t channel = 0; channel < signals.Config().analog.size(); ++channel) {
+            if (RoleOf(signals.Config().analog[channel]).quantity == Quantity::Other)
+                continue;
+            const Wave& wave = signals.Of(channel);
+            const auto at = [&](size_t first) { return meter.Of(wave, first, window) * turn; };
+            phasors.push_back({channel, at(from), at(inside), at(after)});
         }
-        return {all.front()[method].method, MedianOf(percents), MedianOf(kilometres),
-                std::isnan(resistances.front()) ? None : MedianOf(resistances)};
+        return phasors;
     }
 
     const Signals& signals;
@@ -315,6 +310,8 @@ Findings FindFault(const Signals& signals, const std::vector<Circuit>& circuits,
     const Finder finder(signals, circuits, lines);
     findings.frequency = finder.Frequency();
     findings.fault = finder.Find();
+    if (!findings.fault)
+        findings.phasors = finder.PhasorsAtTrigger();
     return findings;
 }
 
