@@ -55,11 +55,12 @@ void RemoveMissing(const std::vector<double>& wave, size_t window, std::vector<P
 } // namespace
 
 Fourier::Fourier(double samplesPerPeriod, size_t window, const Model& model)
-    : step(static_cast<double>(model.order) * 2 * Pi / samplesPerPeriod)
+    : Fourier(WindowFit(samplesPerPeriod, window, model), model.order)
+{}
+
+Fourier::Fourier(const WindowFit& fit, int order)
+    : step(fit.Step() * static_cast<double>(order)), ends(fit.Ends()), weights(fit.Weights(order))
 {
-    const WindowFit fit(samplesPerPeriod, window, model);
-    ends = fit.Ends();
-    weights = fit.Weights(std::min(model.order, fit.Harmonics()));
     for (size_t i = 0; i < Block; ++i)
         turns.push_back(TurnOf(i));
 }

@@ -10,13 +10,15 @@ namespace analysis {
 /// RMS value and angle (rad) of a cosine; the angle is that at the moment which the function names.
 using Phasor = std::complex<double>;
 
+class WindowFit;
+
 /// What a window of samples is taken for, besides fundamental and direct component.
 struct Model
 {
     int harmonics =
         0; ///< the highest, at most as many as the window can tell apart; 0: as many as it can, up to 50
     bool ramp = false; ///< a direct component that changes linearly, as a decaying one does in first order
-    int order = 1;     ///< the harmonic that is wanted, at most the highest; 0: the direct component
+    int order = 1;     ///< the harmonic that is wanted; 0: the direct component. Above the highest all is NaN
 };
 
 /// Full-cycle Fourier filter, for windows of any length: the least-squares fit of a direct component, the
@@ -34,6 +36,9 @@ public:
     /// samplesPerPeriod: rate / frequency, at least 4. The window has `window` samples; 0: one period,
     /// rounded up to whole samples.
     explicit Fourier(double samplesPerPeriod, size_t window = 0, const Model& model = {});
+
+    /// The filter of a harmonic, from a fit that serves several.
+    Fourier(const WindowFit& fit, int order);
 
     size_t Window() const { return weights.size(); }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace analysis {
 
@@ -119,6 +120,9 @@ Eigen::VectorXd WindowFit::PartOf(Parity parity, int order) const
 
 std::vector<Phasor> WindowFit::Weights(int order) const
 {
+    constexpr double none = std::numeric_limits<double>::quiet_NaN();
+    if (order > harmonics)
+        return std::vector<Phasor>(window, Phasor(none, none));
     const Eigen::VectorXd cosine = PartOf(Even, order);
     const Eigen::VectorXd sine = PartOf(Odd, order);
     std::vector<Phasor> weights(window);

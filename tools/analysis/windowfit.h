@@ -23,6 +23,8 @@ public:
     WindowFit(double samplesPerPeriod, size_t window, const Model& model);
 
     size_t Window() const { return window; }
+    /// Of the fundamental, rad per sample.
+    double Step() const { return step; }
     /// Weights at each end that are fitted; 0: all are.
     size_t Ends() const { return ends; }
     /// The highest harmonic that is told from the others.

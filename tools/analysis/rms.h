@@ -1,0 +1,60 @@
+// Values over the last period that need no sine: direct component, RMS value, peak.
+#pragma once
+
+#include "analysis/phasor.h"
+#include "analysis/signals.h"
+
+namespace analysis {
+
+/// The mean over one period of any number of samples, also not whole (Fourier with order 0), in the unit of
+/// the wave.
+class Direct
+{
+public:
+    /// As Fourier.
+    explicit Direct(double samplesPerPeriod);
+
+    size_t Window() const { return mean.Window(); }
+    double Of(const double* first) const
+    {
+        return mean.Of(first).real();
+    }                                   ///< of the Window() values from first on
+    Wave Track(const Wave& wave) const; ///< NaN without a whole window of values
+
+private:
+    Fourier mean;
+};
+
+/// The root of the mean square over one period, in the unit of the wave: fundamental, harmonics and direct
+/// component (IEC 61000-4-30, but over one period at each sample instead of ten periods). Products of
+/// harmonics above half the rate are folded onto others: exact as long as a harmonic and the fundamental
+/// together are below half the rate, or the period is a whole number of samples.
+class Rms
+{
+public:
+    explicit Rms(double samplesPerPeriod);
+
+    size_t Window() const { return mean.Window(); }
+    double Of(const double* first) const;
+    Wave Track(const Wave& wave) const;
+
+private:
+    Direct mean;
+};
+
+/// The largest magnitude among the samples of one period, in the unit of the wave: less than the crest of the
+/// wave by up to 1 - cos(pi / samplesPerPeriod) of it.
+class Peak
+{
+public:
+    explicit Peak(double samplesPerPeriod);
+
+    size_t Window() const { return window; }
+    double Of(const double* first) const;
+    Wave Track(const Wave& wave) const;
+
+private:
+    size_t window;
+};
+
+} // namespace analysis
