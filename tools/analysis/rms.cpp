@@ -11,6 +11,8 @@ namespace {
 
 constexpr double None = std::numeric_limits<double>::quiet_NaN();
 
+constexpr size_t FewSamples = 32; // of a window all of whose weights are fitted
+
 Model OfOrder(int order)
 {
     Model model;
@@ -45,17 +47,33 @@ Wave Direct::Track(const Wave& wave) const
     return result;
 }
 
-Rms::Rms(double samplesPerPeriod) : mean(samplesPerPeriod) {}
+Rms::Rms(double samplesPerPeriod) : mean(samplesPerPeriod)
+{
+    if (mean.Window() <= FewSamples)
+        harmonics.emplace(samplesPerPeriod);
+}
 
 double Rms::Of(const double* first) const
 {
-    return RootOf(mean.Of(SquareOf(first, Window()).data()));
+    if (!harmonics)
+        return RootOf(mean.Of(SquareOf(first, Window()).data()));
+    const Spectrum spectrum = harmonics->Of(first);
+    double squares = spectrum.direct * spectrum.direct;
+    for (const Phasor& harmonic : spectrum.harmonics)
+        squares += std::norm(harmonic);
+    return RootOf(squares);
 }
 
 Wave Rms::Track(const Wave& wave) const
 {
-    Wave result = mean.Track(SquareOf(wave.data(), wave.size()));
-    std::transform(result.begin(), result.end(), result.begin(), RootOf);
+    if (!harmonics) {
+        Wave result = mean.Track(SquareOf(wave.data(), wave.size()));
+        std::transform(result.begin(), result.end(), result.begin(), RootOf);
+        return result;
+    }
+    Wave result(wave.size(), None);
+    for (size_t i = Window(); i <= wave.size(); ++i)
+        result[i - 1] = Of(&wave[i - Window()]);
     return result;
 }
 

@@ -1,8 +1,10 @@
 // Values over the last period that need no sine: direct component, RMS value, peak.
 #pragma once
 
-#include "analysis/phasor.h"
+#include "analysis/harmonics.h"
 #include "analysis/signals.h"
+
+#include <optional>
 
 namespace analysis {
 
@@ -26,9 +28,12 @@ private:
 };
 
 /// The root of the mean square over one period, in the unit of the wave: fundamental, harmonics and direct
-/// component (IEC 61000-4-30, but over one period at each sample instead of ten periods). Products of
-/// harmonics above half the rate are folded onto others: exact as long as a harmonic and the fundamental
-/// together are below half the rate, or the period is a whole number of samples.
+/// component (IEC 61000-4-30, but over one period at each sample instead of ten periods).
+///
+/// Squares have twice the frequencies of the wave, and what of them is above half the rate is folded. With up to
+/// 32 samples a period, where that would matter, the squares of all harmonics are added instead (Parseval), of
+/// the fit that Harmonics makes: exact for a periodic wave; of a transient, what is no harmonic is missing. With
+/// more samples the highest harmonic alone is folded so with the fundamental: 10 % of it may cost 0.4 %.
 class Rms
 {
 public:
@@ -40,6 +45,7 @@ public:
 
 private:
     Direct mean;
+    std::optional<Harmonics> harmonics; // with few samples a period
 };
 
 /// The largest magnitude among the samples of one period, in the unit of the wave: less than the crest of the
