@@ -1,6 +1,5 @@
 #include "analysis/timeaxis.h"
 
-
 #include <gtest/gtest.h>
 
 namespace {

@@ -42,7 +42,7 @@ AngleLine LineThroughAngles(const std::vector<Phasor>& phasors)
     Phasor before = None;
     const double middle = static_cast<double>(phasors.size()) / 2; // sums of small numbers are more exact
     for (size_t i = 0; i < phasors.size(); ++i) {
-        if (std::isnan(phasors[i].real()))
+        if (!(std::abs(phasors[i]) > 0)) // missing, or nothing there
             continue;
         if (!std::isnan(before.real()))
             angle += std::arg(phasors[i] * std::conj(before));

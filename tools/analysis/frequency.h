@@ -34,8 +34,8 @@ struct FrequencyTrack
 /// fault, make it swing for two periods.
 FrequencyTrack FrequencyOf(const FrequencySource& source, double rate, double nominal);
 
-/// Filters of one period for any frequency, made when they are first needed: one for each 0.02 Hz. That far
-/// off, a phasor is wrong by 0.01 %.
+/// Filters of one period for any frequency, made when they are first needed: one for each 0.01 Hz. That far
+/// off, a phasor is wrong by less than 0.01 %.
 class FourierBank
 {
 public:

@@ -13,7 +13,7 @@ namespace {
 constexpr double Pi = 3.14159265358979323846;
 constexpr double None = std::numeric_limits<double>::quiet_NaN();
 constexpr double Farthest = 0.2;       // from the nominal frequency, as a part of it
-constexpr double BankStep = 0.02;      // Hz
+constexpr double BankStep = 0.01;      // Hz
 constexpr double LeastMagnitude = 0.1; // of the largest
 constexpr int MostRounds = 6;
 constexpr size_t BlockPeriods = 4;  // that share a filter

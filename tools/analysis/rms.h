@@ -30,10 +30,11 @@ private:
 /// The root of the mean square over one period, in the unit of the wave: fundamental, harmonics and direct
 /// component (IEC 61000-4-30, but over one period at each sample instead of ten periods).
 ///
-/// Squares have twice the frequencies of the wave, and what of them is above half the rate is folded. With up to
-/// 32 samples a period, where that would matter, the squares of all harmonics are added instead (Parseval), of
-/// the fit that Harmonics makes: exact for a periodic wave; of a transient, what is no harmonic is missing. With
-/// more samples the highest harmonic alone is folded so with the fundamental: 10 % of it may cost 0.4 %.
+/// Squares have twice the frequencies of the wave, and what of them is above half the rate is folded. With up
+/// to 32 samples a period, where that would matter, the squares of all harmonics are added instead
+/// (Parseval), of the fit that Harmonics makes: exact for a periodic wave; of a transient, what is no
+/// harmonic is missing. With more samples the highest harmonic alone is folded so with the fundamental: 10 %
+/// of it may cost 0.4 %.
 class Rms
 {
 public:
