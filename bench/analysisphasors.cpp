@@ -8,7 +8,8 @@
 
 namespace {
 
-constexpr double Rates[] = {600, 800, 1000, 1200, 1600, 2000, 2400, 4800, 9600, 10000, 20000};
+// Periods of 50 Hz are whole numbers of samples at some, and not at others.
+constexpr double Rates[] = {600, 640, 1000, 1200, 1280, 1875, 2000, 2400, 4800, 5120, 9600, 20000};
 constexpr double Nominal = 50;
 constexpr double Periods = 6; // of the stretch whose frequency is measured
 

@@ -11,7 +11,7 @@
 
 namespace {
 
-constexpr double Rates[] = {600, 1000, 1200, 2000, 2400, 4800, 9600, 20000};
+constexpr double Rates[] = {600, 640, 1200, 1280, 1875, 2000, 2400, 4800, 5120, 20000};
 constexpr double Nominal = 50;
 constexpr double VoltageAngle[] = {0.3, 0.3 - 2.1, 0.3 + 2.05};
 constexpr double CurrentAngle[] = {-0.2, -0.2 - 2.2, -0.2 + 2.0};
@@ -83,8 +83,8 @@ void AddSingle(const waves::Steady& steady, double samplesPerPeriod, Errors& err
     }
 }
 
-// RMS values with a single harmonic of 10 %. The highest one is kept apart: its product with the fundamental is
-// above half the rate.
+// RMS values with a single harmonic of 10 %. Those above 0.4 of the rate, where the filter of a recorder
+// ends, are kept apart: their squares are folded to low frequencies.
 void AddHarmonics(waves::Steady steady, double samplesPerPeriod, Errors& errors)
 {
     const analysis::Rms rms(samplesPerPeriod);
@@ -92,7 +92,7 @@ void AddHarmonics(waves::Steady steady, double samplesPerPeriod, Errors& errors)
         steady.parts = {{1, 100, 0.3}, {order, 10, 1.1}};
         const analysis::Wave wave = steady.Samples(2 * rms.Window());
         for (size_t i = 0; i < rms.Window(); ++i)
-            (order < waves::HighestOrder(steady) ? errors.rms : errors.rmsOfHighest)
+            (order <= 0.4 * steady.SamplesPerPeriod() ? errors.rms : errors.rmsOfHighest)
                 .Add(steady.hertz, rms.Of(&wave[i]), RmsOf(steady.parts), 100);
     }
 }
@@ -132,7 +132,8 @@ void AddThreePhases(const waves::Steady& steady, double samplesPerPeriod, Errors
         errors.sequence.Add(steady.hertz, std::abs(found.positive), whole, whole);
         errors.sequence.Add(steady.hertz, std::abs(found.negative), std::abs(components.negative), whole);
         errors.sequence.Add(steady.hertz, std::abs(found.zero), std::abs(components.zero), whole);
-        const analysis::Power foundPower = analysis::PowerOf(analysis::At(voltages, i), analysis::At(currents, i));
+        const analysis::Power foundPower =
+            analysis::PowerOf(analysis::At(voltages, i), analysis::At(currents, i));
         errors.power.Add(steady.hertz, foundPower.active, power.active, power.Apparent());
         errors.power.Add(steady.hertz, foundPower.reactive, power.reactive, power.Apparent());
         errors.power.Add(steady.hertz, foundPower.Apparent(), power.Apparent(), power.Apparent());
@@ -169,7 +170,7 @@ AnalysisLines MeasureValues()
     Add("RMS value, distorted", errors.rms, lines);
     char text[64];
     std::snprintf(text, sizeof text, "%.3g %%", errors.rmsOfHighest.elsewhere);
-    lines.push_back({"RMS value with 10 % of the highest harmonic below half the rate", "", text, true});
+    lines.push_back({"RMS value with 10 % of a harmonic above 0.4 of the rate", "", text, true});
     Add("direct component", errors.direct, lines);
     Add("harmonics", errors.harmonic, lines);
     Add("symmetrical components", errors.sequence, lines);

@@ -11,6 +11,7 @@ namespace {
 
 constexpr double None = std::numeric_limits<double>::quiet_NaN();
 
+constexpr double Pi = 3.14159265358979323846;
 constexpr size_t FewSamples = 32; // of a window all of whose weights are fitted
 
 Model OfOrder(int order)
@@ -18,14 +19,6 @@ Model OfOrder(int order)
     Model model;
     model.order = order;
     return model;
-}
-
-Wave SquareOf(const double* first, size_t count)
-{
-    Wave squares(first, first + count);
-    for (double& value : squares)
-        value *= value;
-    return squares;
 }
 
 // Of a mean square, which the rounding of nothing may put below zero.
@@ -47,30 +40,36 @@ Wave Direct::Track(const Wave& wave) const
     return result;
 }
 
-Rms::Rms(double samplesPerPeriod) : mean(samplesPerPeriod)
+Rms::Rms(double samplesPerPeriod) : mean(samplesPerPeriod, 0, OfOrder(0)), fundamental(samplesPerPeriod)
 {
-    if (mean.Window() <= FewSamples)
+    for (size_t i = 0; i < Window(); ++i)
+        unit.push_back(
+            std::polar(std::sqrt(2.0), 2 * Pi * static_cast<double>(Window() - 1 - i) / samplesPerPeriod));
+    if (Window() <= FewSamples)
         harmonics.emplace(samplesPerPeriod);
 }
 
 double Rms::Of(const double* first) const
 {
-    if (!harmonics)
-        return RootOf(mean.Of(SquareOf(first, Window()).data()));
-    const Spectrum spectrum = harmonics->Of(first);
-    double squares = spectrum.direct * spectrum.direct;
-    for (const Phasor& harmonic : spectrum.harmonics)
-        squares += std::norm(harmonic);
-    return RootOf(squares);
+    const Phasor sine = fundamental.Of(first);
+    const double direct = mean.Of(first).real();
+    double squares = direct * direct + std::norm(sine);
+    if (harmonics) {
+        const Spectrum spectrum = harmonics->Of(first);
+        for (size_t i = 1; i < spectrum.harmonics.size(); ++i)
+            squares += std::norm(spectrum.harmonics[i]);
+        return RootOf(squares);
+    }
+    Wave rest(Window());
+    for (size_t i = 0; i < rest.size(); ++i) {
+        const double value = first[i] - direct - sine.real() * unit[i].real() - sine.imag() * unit[i].imag();
+        rest[i] = value * value;
+    }
+    return RootOf(squares + mean.Of(rest.data()).real());
 }
 
 Wave Rms::Track(const Wave& wave) const
 {
-    if (!harmonics) {
-        Wave result = mean.Track(SquareOf(wave.data(), wave.size()));
-        std::transform(result.begin(), result.end(), result.begin(), RootOf);
-        return result;
-    }
     Wave result(wave.size(), None);
     for (size_t i = Window(); i <= wave.size(); ++i)
         result[i - 1] = Of(&wave[i - Window()]);
@@ -95,14 +94,13 @@ Wave Peak::Track(const Wave& wave) const
     size_t begin = 0;              // after the last value that is missing
     for (size_t i = 0; i < wave.size(); ++i) {
         if (std::isnan(wave[i])) {
-            candidates.clear();
             begin = i + 1;
             continue;
         }
         while (!candidates.empty() && std::abs(wave[candidates.back()]) <= std::abs(wave[i]))
             candidates.pop_back();
         candidates.push_back(i);
-        if (candidates.front() + window <= i)
+        while (candidates.front() + window <= i)
             candidates.pop_front();
         if (i + 1 - begin >= window)
             result[i] = std::abs(wave[candidates.front()]);

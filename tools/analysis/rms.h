@@ -5,6 +5,7 @@
 #include "analysis/signals.h"
 
 #include <optional>
+#include <vector>
 
 namespace analysis {
 
@@ -30,11 +31,11 @@ private:
 /// The root of the mean square over one period, in the unit of the wave: fundamental, harmonics and direct
 /// component (IEC 61000-4-30, but over one period at each sample instead of ten periods).
 ///
-/// Squares have twice the frequencies of the wave, and what of them is above half the rate is folded. With up
-/// to 32 samples a period, where that would matter, the squares of all harmonics are added instead
-/// (Parseval), of the fit that Harmonics makes: exact for a periodic wave; of a transient, what is no
-/// harmonic is missing. With more samples the highest harmonic alone is folded so with the fundamental: 10 %
-/// of it may cost 0.4 %.
+/// Squares have twice the frequencies of the wave, and what of them is above half the rate is folded. So with
+/// up to 32 samples a period the squares of all harmonics are added (Parseval), of the fit that Harmonics
+/// makes: exact for a periodic wave; of a transient, what is no harmonic is missing. With more samples the
+/// squares of direct component and fundamental are added to the mean square of the rest: there 10 % of the
+/// highest harmonic below half the rate may cost 0.3 %, of any other 0.01 %.
 class Rms
 {
 public:
@@ -45,7 +46,9 @@ public:
     Wave Track(const Wave& wave) const;
 
 private:
-    Direct mean;
+    Fourier mean;
+    Fourier fundamental;
+    std::vector<Phasor> unit; // for each sample, of which the real part with the phasor is the fundamental
     std::optional<Harmonics> harmonics; // with few samples a period
 };
 
