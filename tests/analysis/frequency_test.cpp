@@ -67,6 +67,21 @@ TEST(Frequency, ThatChangesIsFollowedWithItsRate)
     EXPECT_TRUE(std::isnan(track.change[280]));
 }
 
+TEST(Frequency, OfEachSampleHasTheFilterOfItsOwnTime)
+{
+    analysis::Wave wave;
+    double turns = 0;
+    for (int i = 0; i < 4800; ++i) {
+        turns += (i < 2400 ? 50 : 47.3) / Rate;
+        wave.push_back(std::cos(2 * waves::Pi * turns) + 0.1 * std::cos(2 * waves::Pi * 5 * turns));
+    }
+    const analysis::Wave hertz = analysis::FrequencyOf({&wave}, Rate, Nominal).hertz;
+    for (size_t i = 192; i < 2400; ++i)
+        EXPECT_NEAR(hertz[i], 50, 0.005) << i;
+    for (size_t i = 2400 + 384; i < 4800; ++i)
+        EXPECT_NEAR(hertz[i], 47.3, 0.005) << i;
+}
+
 TEST(Frequency, IsMissingWhereTheVoltageIsGoneOrHasNoSample)
 {
     auto phases = waves::Steady().ThreePhases(1200);
