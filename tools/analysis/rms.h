@@ -34,8 +34,8 @@ private:
 /// Squares have twice the frequencies of the wave, and what of them is above half the rate is folded. So with
 /// up to 32 samples a period the squares of all harmonics are added (Parseval), of the fit that Harmonics
 /// makes: exact for a periodic wave; of a transient, what is no harmonic is missing. With more samples the
-/// squares of direct component and fundamental are added to the mean square of the rest: there 10 % of the
-/// highest harmonic below half the rate may cost 0.3 %, of any other 0.01 %.
+/// squares of direct component and fundamental are added to the mean square of the rest: there 10 % of a
+/// harmonic above 0.4 of the rate may cost 0.3 %, of others 0.02 %.
 class Rms
 {
 public:
