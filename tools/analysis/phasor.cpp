@@ -1,8 +1,9 @@
 #include "analysis/phasor.h"
 
-#include <Eigen/Dense>
+#include "analysis/windowfit.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <limits>
 
@@ -11,50 +12,57 @@ namespace analysis {
 namespace {
 
 constexpr double Pi = 3.14159265358979323846;
-constexpr int MostHarmonics = 25;
+constexpr double None = std::numeric_limits<double>::quiet_NaN();
 
-// Columns: the powers of time, then cosine and sine of each harmonic; time 0 is the last sample.
-Eigen::MatrixXd Design(size_t window, double step, int harmonics, int degree)
+// Sums that slide start afresh with each block, so that no rounding error grows with the wave.
+constexpr size_t Block = 256;
+
+// Sums of products of weights with a wave, for each sample of a block.
+struct Taps
 {
-    const auto rows = static_cast<Eigen::Index>(window);
-    const Eigen::Index first = degree + 1;
-    Eigen::MatrixXd design(rows, first + 2 * harmonics);
-    for (Eigen::Index row = 0; row < rows; ++row) {
-        const double at = static_cast<double>(row - rows + 1);
-        for (Eigen::Index power = 0; power < first; ++power)
-            design(row, power) = std::pow(at / static_cast<double>(rows), static_cast<double>(power));
-        for (Eigen::Index k = 1; k <= harmonics; ++k) {
-            design(row, first + 2 * k - 2) = std::cos(static_cast<double>(k) * step * at);
-            design(row, first + 2 * k - 1) = std::sin(static_cast<double>(k) * step * at);
+    std::array<double, Block> real;
+    std::array<double, Block> imaginary;
+
+    // Adds the products of one weight with the values from `first` on.
+    void Add(Phasor weight, const double* first)
+    {
+        const double re = weight.real();
+        const double im = weight.imag();
+        for (size_t i = 0; i < Block; ++i) {
+            real[i] += re * first[i];
+            imaginary[i] += im * first[i];
         }
     }
-    return design;
-}
 
-// The highest harmonic below half the rate that leaves no more unknowns than samples.
-int HarmonicsOf(size_t window, double samplesPerPeriod, const Model& model)
+    Phasor Turned(size_t i, double re, double im) const
+    {
+        return {real[i] * re - imaginary[i] * im, real[i] * im + imaginary[i] * re};
+    }
+};
+
+// NaN in place of results whose window has a value that is missing.
+void RemoveMissing(const std::vector<double>& wave, size_t window, std::vector<Phasor>& result)
 {
-    const int wanted = model.harmonics > 0 ? model.harmonics : MostHarmonics;
-    const int direct = model.degree + 1;
-    const int fitting = (static_cast<int>(window) - direct) / 2;
-    const int below = static_cast<int>(std::ceil(samplesPerPeriod / 2 - 0.25)) - 1;
-    return std::max(1, std::min({wanted, fitting, below}));
+    size_t until = 0;
+    for (size_t i = 0; i < wave.size(); ++i) {
+        if (!std::isfinite(wave[i]))
+            until = i + window;
+        if (i < until)
+            result[i] = Phasor(None, None);
+    }
 }
 
 } // namespace
 
-Fourier::Fourier(double samplesPerPeriod, size_t window, const Model& model) : step(2 * Pi / samplesPerPeriod)
+Fourier::Fourier(double samplesPerPeriod, size_t window, const Model& model)
+    : Fourier(WindowFit(samplesPerPeriod, window, model), model.order)
+{}
+
+Fourier::Fourier(const WindowFit& fit, int order)
+    : step(fit.Step() * static_cast<double>(order)), ends(fit.Ends()), weights(fit.Weights(order))
 {
-    const size_t count = window > 0 ? window : static_cast<size_t>(std::ceil(samplesPerPeriod - 1e-6));
-    const int harmonics = HarmonicsOf(count, samplesPerPeriod, model);
-    const Eigen::MatrixXd design = Design(count, step, harmonics, model.degree);
-    // Rows of the pseudo-inverse: what each sample adds to the cosine and the sine of the fundamental.
-    const Eigen::MatrixXd inverse = design.completeOrthogonalDecomposition().pseudoInverse();
-    const Eigen::Index first = model.degree + 1;
-    for (size_t i = 0; i < count; ++i) {
-        const auto column = static_cast<Eigen::Index>(i);
-        weights.push_back(Phasor(inverse(first, column), -inverse(first + 1, column)) / std::sqrt(2.0));
-    }
+    for (size_t i = 0; i < Block; ++i)
+        turns.push_back(TurnOf(i));
 }
 
 Phasor Fourier::Of(const double* first) const
@@ -68,13 +76,50 @@ Phasor Fourier::Of(const double* first) const
     return {real, imaginary};
 }
 
+Phasor Fourier::TurnOf(size_t sample) const
+{
+    return std::polar(1.0, -std::remainder(step * static_cast<double>(sample), 2 * Pi));
+}
+
+// Results of `count` samples, at most Block, from sample `last` of the wave on, whose window has its first
+// value at `first`. There are Block samples from `last` on, whatever the count.
+void Fourier::TrackBlock(const double* first, size_t last, size_t count, Phasor* result) const
+{
+    Taps sums{};
+    Taps changes{}; // of the sum between the ends, from each sample to the next: one value enters, one leaves
+    const size_t window = weights.size();
+    for (size_t i = 0; i < window; ++i)
+        if (ends == 0 || i < ends || i >= window - ends)
+            sums.Add(weights[i], first + i);
+    Phasor between = 0;
+    const Phasor turn = TurnOf(last);
+    if (ends > 0) {
+        for (size_t i = ends; i < window - ends; ++i)
+            between += weights[i] * first[i];
+        between *= turn;
+        changes.Add(weights[window - ends - 1] * std::polar(1.0, -step), first + window - ends);
+        changes.Add(-weights[ends], first + ends);
+    }
+    for (size_t i = 0; i < count; ++i) {
+        const double re = turns[i].real() * turn.real() - turns[i].imag() * turn.imag();
+        const double im = turns[i].real() * turn.imag() + turns[i].imag() * turn.real();
+        result[i] = between + sums.Turned(i, re, im);
+        between += changes.Turned(i, re, im);
+    }
+}
+
 std::vector<Phasor> Fourier::Track(const std::vector<double>& wave) const
 {
-    constexpr double none = std::numeric_limits<double>::quiet_NaN();
-    std::vector<Phasor> result(wave.size(), Phasor(none, none));
-    for (size_t last = weights.size() - 1; last < wave.size(); ++last)
-        result[last] = Of(&wave[last + 1 - weights.size()]) *
-                       std::polar(1.0, -std::remainder(step * static_cast<double>(last), 2 * Pi));
+    std::vector<Phasor> result(wave.size(), Phasor(None, None));
+    const size_t window = weights.size();
+    if (wave.size() < window)
+        return result;
+    std::vector<double> values(wave.size() + Block); // a missing value must not stay in a sliding sum
+    std::transform(wave.begin(), wave.end(), values.begin(),
+                   [](double value) { return std::isfinite(value) ? value : 0; });
+    for (size_t last = window - 1; last < wave.size(); last += Block)
+        TrackBlock(&values[last + 1 - window], last, std::min(Block, wave.size() - last), &result[last]);
+    RemoveMissing(wave, window, result);
     return result;
 }
 

@@ -4,14 +4,10 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 namespace analysis {
 
 namespace {
-
-constexpr double Pi = 3.14159265358979323846;
-constexpr double None = std::numeric_limits<double>::quiet_NaN();
 
 // A common grid has at most so many times the samples of the record: a short stretch of a high rate must not
 // blow up a long one of a low rate.
@@ -23,33 +19,6 @@ double HighestRate(const Oscillogram& oscillogram)
     for (const TimeAxis::Piece& piece : oscillogram.axis.Pieces())
         highest = std::max(highest, piece.hertz);
     return highest;
-}
-
-double Sinc(double x)
-{
-    return std::abs(x) < 1e-9 ? 1 : std::sin(Pi * x) / (Pi * x);
-}
-
-// The value between samples, at a distance from the sample `at` in parts of a step: 16 samples under a
-// Lanczos window. At the ends of a stretch fewer take part. NaN where one of the two neighbours is missing.
-template <typename ValueAt>
-double Between(ValueAt valueAt, qint64 at, double part, qint64 begin, qint64 end)
-{
-    constexpr qint64 half = 8;
-    double sum = 0;
-    double weights = 0;
-    for (qint64 i = std::max(begin, at - half + 1); i < std::min(end, at + half + 1); ++i) {
-        const double distance = static_cast<double>(i - at) - part;
-        const double weight = Sinc(distance) * Sinc(distance / half);
-        const double value = valueAt(i);
-        if (std::isnan(value) && (i == at || i == at + 1))
-            return None;
-        if (std::isnan(value))
-            continue;
-        sum += weight * value;
-        weights += weight;
-    }
-    return sum / weights;
 }
 
 } // namespace
@@ -69,6 +38,8 @@ Signals::Signals(const Oscillogram& oscillogram_)
     const double average = length > 0 ? static_cast<double>(samples - 1) / length : 0;
     rate = isStamped ? average
                      : std::min(HighestRate(oscillogram), isGrid ? MostGrowth * average : pieces[0].hertz);
+    if (isGrid && !(rate > 0 && std::isfinite(1 / rate) && std::isfinite(length)))
+        return; // times of no use
     count = isGrid ? static_cast<size_t>(std::floor(length * rate + 1e-6)) + 1 : static_cast<size_t>(samples);
 }
 
@@ -78,32 +49,32 @@ const Wave& Signals::Of(size_t channel) const
     return known != waves.end() ? known->second : waves.emplace(channel, Compute(channel)).first->second;
 }
 
+// Seconds; 0 for what cannot be a skew.
+double Signals::SkewOf(size_t channel) const
+{
+    const double skew = oscillogram.config.analog[channel].skew * 1e-6;
+    return std::abs(skew) * rate <= 1 ? skew : 0;
+}
+
+const Interpolation& Signals::InterpolationFor(double skew) const
+{
+    const auto known = interpolations.find(skew);
+    if (known != interpolations.end())
+        return known->second;
+    const SampleTimes times(oscillogram.axis, oscillogram.first, oscillogram.Count());
+    return interpolations.emplace(skew, Interpolation(times, start - skew, 1 / rate, count)).first->second;
+}
+
 Wave Signals::Compute(size_t channel) const
 {
     const comtrade::AnalogChannel& known = oscillogram.config.analog[channel];
     const Codes& codes = oscillogram.analog[channel];
     const double factor = PrimaryFactor(known) * BaseFactor(known.unit);
-    const auto valueAt = [&](qint64 sample) {
-        return (known.a * codes.At(static_cast<size_t>(sample)) + known.b) * factor;
-    };
-    Wave wave(count);
-    if (!isGrid) {
-        for (size_t i = 0; i < count; ++i)
-            wave[i] = valueAt(static_cast<qint64>(i));
-        return wave;
-    }
-    const qint64 samples = oscillogram.Count();
-    qint64 at = 0; // the sample of the record at or before the moment
-    const auto timeAt = [&](qint64 sample) { return oscillogram.axis.TimeOf(oscillogram.first + sample); };
-    for (size_t i = 0; i < count; ++i) {
-        const double time = TimeOf(static_cast<double>(i));
-        while (at + 2 < samples && timeAt(at + 1) <= time)
-            ++at;
-        const double step = samples > 1 ? timeAt(at + 1) - timeAt(at) : 0;
-        const double part = step > 0 ? (time - timeAt(at)) / step : 0;
-        wave[i] = samples > 1 ? Between(valueAt, at, std::clamp(part, 0.0, 1.0), 0, samples) : valueAt(0);
-    }
-    return wave;
+    Wave wave(codes.Size());
+    for (size_t i = 0; i < wave.size(); ++i)
+        wave[i] = (known.a * codes.At(i) + known.b) * factor;
+    const double skew = SkewOf(channel);
+    return isGrid || skew != 0 ? InterpolationFor(skew).Of(wave) : wave;
 }
 
 } // namespace analysis
