@@ -20,7 +20,7 @@ Phasor Polar(double size, double degrees)
     return std::polar(size, degrees * Pi / 180);
 }
 
-analysis::PhasorSet Phases(Phasor zero, Phasor positive, Phasor negative)
+analysis::PhasePhasors Phases(Phasor zero, Phasor positive, Phasor negative)
 {
     const Phasor turn = Polar(1, 120);
     return {zero + positive + negative, zero + turn * turn * positive + turn * negative,
@@ -28,9 +28,9 @@ analysis::PhasorSet Phases(Phasor zero, Phasor positive, Phasor negative)
 }
 
 // a to b to c, as a fault of phase a becomes one of phase b.
-analysis::PhasorSet Rotated(const analysis::PhasorSet& set, int times)
+analysis::PhasePhasors Rotated(const analysis::PhasePhasors& set, int times)
 {
-    analysis::PhasorSet result = set;
+    analysis::PhasePhasors result = set;
     for (int i = 0; i < times; ++i) // what phase a had, b has 120 degrees later
         result = {result[2] * Polar(1, -120), result[0] * Polar(1, -120), result[1] * Polar(1, -120)};
     return result;
@@ -173,6 +173,8 @@ TEST(ShortCircuit, IsABalancedChangeThatBreaksTheVoltageDown)
 TEST(ShortCircuit, IsNotTheInrushOfATransformer)
 {
     analysis::Change change = Network().Change(FaultKind::AG, 0);
+    change.during.voltages = change.before.voltages;
+    EXPECT_TRUE(IsShortCircuit(change));
     change.secondHarmonic = 0.3;
     EXPECT_FALSE(IsShortCircuit(change));
 }

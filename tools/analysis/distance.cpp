@@ -23,14 +23,9 @@ struct Loop
     bool hasSequence = false;
 };
 
-Components ComponentsOf(const PhasorSet& set)
+PhasePhasors Superimposed(const Change& change)
 {
-    return analysis::ComponentsOf(set[PhaseA], set[PhaseB], set[PhaseC]);
-}
-
-PhasorSet Superimposed(const Change& change)
-{
-    PhasorSet result;
+    PhasePhasors result;
     for (size_t phase = PhaseA; phase < Phases; ++phase)
         result[phase] = change.during.currents[phase] - change.before.currents[phase];
     return result;
@@ -44,12 +39,12 @@ Phasor PositiveImpedance(const Line& line)
 // One phase to earth: its voltage drives its own current and the one that returns through earth.
 Loop EarthLoop(size_t phase, const Change& change, const Line& line, const Coupled& parallel)
 {
-    const PhasorSet& currents = change.during.currents;
+    const PhasePhasors& currents = change.during.currents;
     const Phasor zero = ComponentsOf(currents).zero;
     const Phasor z1 = PositiveImpedance(line);
     const Phasor z0 = Phasor(line.r0, line.x0) * line.length;
     const Phasor mutual = Phasor(line.mutualR, line.mutualX) * line.length;
-    const PhasorSet superimposed = Superimposed(change);
+    const PhasePhasors superimposed = Superimposed(change);
     Loop loop;
     loop.voltage = change.during.voltages[phase];
     loop.current = currents[phase] + (z0 - z1) / z1 * zero;
@@ -62,7 +57,7 @@ Loop EarthLoop(size_t phase, const Change& change, const Line& line, const Coupl
 }
 
 // The part of the difference of two phases that is negative sequence.
-Phasor NegativeDifference(const PhasorSet& currents, size_t first, size_t second)
+Phasor NegativeDifference(const PhasePhasors& currents, size_t first, size_t second)
 {
     const Phasor negative = ComponentsOf(currents).negative;
     const auto turned = [&](size_t phase) {
@@ -73,7 +68,7 @@ Phasor NegativeDifference(const PhasorSet& currents, size_t first, size_t second
 
 Loop PhaseLoop(size_t first, size_t second, bool hasEarth, const Change& change, const Line& line)
 {
-    const auto between = [&](const PhasorSet& set) { return set[first] - set[second]; };
+    const auto between = [&](const PhasePhasors& set) { return set[first] - set[second]; };
     Loop loop;
     loop.voltage = between(change.during.voltages);
     loop.current = between(change.during.currents);

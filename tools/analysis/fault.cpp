@@ -3,6 +3,7 @@
 #include "analysis/channelrole.h"
 #include "analysis/faultlocation.h"
 #include "analysis/faultsearch.h"
+#include "analysis/frequency.h"
 
 #include <algorithm>
 #include <cmath>
@@ -11,8 +12,6 @@
 namespace analysis {
 
 namespace {
-
-constexpr double Pi = 3.14159265358979323846;
 
 const Line* LineOf(const QString& circuit, const Lines& lines)
 {
@@ -53,48 +52,32 @@ CircuitWaves WavesOf(const Signals& signals, const Circuit& circuit, const Circu
 }
 
 // Three waves to measure the frequency on: voltages, else currents.
-std::array<const Wave*, Phases> Reference(const Signals& signals, const std::vector<Circuit>& circuits)
+FrequencySource Reference(const Signals& signals, const std::vector<Circuit>& circuits)
 {
-    std::array<const Wave*, Phases> reference = {};
     for (const bool wantVoltages : {true, false})
         for (const Circuit& circuit : circuits) {
             if (!(wantVoltages ? circuit.HasVoltages() : circuit.HasCurrents()))
                 continue;
             const Circuit::Channels& channels = wantVoltages ? circuit.voltages : circuit.currents;
+            FrequencySource reference;
             for (size_t phase = PhaseA; phase < Phases; ++phase)
-                reference[phase] = &signals.Of(static_cast<size_t>(channels[phase]));
+                reference.push_back(&signals.Of(static_cast<size_t>(channels[phase])));
             return reference;
         }
-    return reference;
+    return {};
 }
 
-// The frequency in the first periods, by the rotation of the positive sequence from one period to the next.
-double StartFrequency(const Signals& signals, const std::array<const Wave*, Phases>& waves)
+// The frequency in the first periods, before anything happens; in as few as say enough where more show none.
+double StartFrequency(const Signals& signals, const FrequencySource& source)
 {
-    double frequency = signals.Nominal();
-    if (waves[PhaseA] == nullptr)
-        return frequency;
-    constexpr int rounds = 5;
-    for (int round = 0; round < rounds; ++round) {
-        const double samplesPerPeriod = signals.Rate() / frequency;
-        const Fourier filter(samplesPerPeriod);
-        const auto apart = static_cast<size_t>(std::round(1.5 * samplesPerPeriod));
-        if (filter.Window() + apart > signals.Count())
-            return signals.Nominal();
-        const auto positive = [&](size_t first) {
-            return ComponentsOf(filter.Of(&(*waves[PhaseA])[first]), filter.Of(&(*waves[PhaseB])[first]),
-                                filter.Of(&(*waves[PhaseC])[first]))
-                .positive;
-        };
-        const double expected = 2 * Pi * static_cast<double>(apart) / samplesPerPeriod;
-        const double turned = std::arg(positive(apart) / positive(0) * std::polar(1.0, -expected));
-        const double measured = frequency + turned / (2 * Pi) * signals.Rate() / static_cast<double>(apart);
-        constexpr double farthest = 0.2; // of the nominal one
-        if (!(std::abs(measured - signals.Nominal()) < farthest * signals.Nominal()))
-            return signals.Nominal();
-        frequency = measured;
+    for (const double periods : {5.0, 2.5}) {
+        const auto end = static_cast<size_t>(periods * signals.Rate() / signals.Nominal());
+        const double frequency =
+            FrequencyOf(source, signals.Rate(), signals.Nominal(), 0, std::min(end, signals.Count()));
+        if (!std::isnan(frequency))
+            return frequency;
     }
-    return frequency;
+    return signals.Nominal();
 }
 
 // A circuit with a short circuit in it.
@@ -148,7 +131,7 @@ public:
         quiet.firstBad = std::max(static_cast<size_t>(trigger), meter.Window() + 2);
         quiet.firstBreak = 0;
         CircuitState before;
-        const std::array<const Wave*, Phases> waves = Reference(signals, circuits);
+        const FrequencySource waves = Reference(signals, circuits);
         for (size_t phase = PhaseA; phase < Phases; ++phase)
             before.currents[phase] =
                 meter.Of(*waves[phase], quiet.firstBad - meter.Window() - 1, meter.Window());
@@ -235,9 +218,8 @@ private:
     // against the voltage of the faulted circuit before the fault, or its current where it has none.
     std::vector<ChannelPhasors> PhasorsOf(const Occurrence& found, const CircuitState& before) const
     {
-        const PhasorSet& reference = before.hasVoltages ? before.voltages : before.currents;
-        const Phasor positive =
-            ComponentsOf(reference[PhaseA], reference[PhaseB], reference[PhaseC]).positive;
+        const PhasePhasors& reference = before.hasVoltages ? before.voltages : before.currents;
+        const Phasor positive = ComponentsOf(reference).positive;
         const Phasor turn = positive == Phasor() ? Phasor(1) : std::conj(positive) / std::abs(positive);
         const size_t window = meter.Window();
         const size_t from = found.firstBad > window ? found.firstBad - window - 1 : signals.Count();

@@ -9,15 +9,10 @@ namespace {
 
 constexpr double Pi = 3.14159265358979323846;
 
-PhasorSet Difference(const PhasorSet& during, const PhasorSet& before)
+PhasePhasors Difference(const PhasePhasors& during, const PhasePhasors& before)
 {
     return {during[PhaseA] - before[PhaseA], during[PhaseB] - before[PhaseB],
             during[PhaseC] - before[PhaseC]};
-}
-
-Components ComponentsOf(const PhasorSet& set)
-{
-    return analysis::ComponentsOf(set[PhaseA], set[PhaseB], set[PhaseC]);
 }
 
 Components ChangedCurrents(const Change& change)
@@ -25,7 +20,7 @@ Components ChangedCurrents(const Change& change)
     return ComponentsOf(Difference(change.during.currents, change.before.currents));
 }
 
-double Largest(const PhasorSet& set)
+double Largest(const PhasePhasors& set)
 {
     return std::max({std::abs(set[PhaseA]), std::abs(set[PhaseB]), std::abs(set[PhaseC])});
 }
@@ -74,8 +69,8 @@ bool HasBrokenDown(const Change& change, double brokenDown)
         return false;
     for (size_t phase = PhaseA; phase < Phases; ++phase) {
         const size_t next = (phase + 1) % Phases;
-        const PhasorSet& before = change.before.voltages;
-        const PhasorSet& during = change.during.voltages;
+        const PhasePhasors& before = change.before.voltages;
+        const PhasePhasors& during = change.during.voltages;
         if (std::abs(during[phase]) < brokenDown * std::abs(before[phase]) ||
             std::abs(during[phase] - during[next]) < brokenDown * std::abs(before[phase] - before[next]))
             return true;
@@ -155,7 +150,7 @@ FaultKind KindOf(const Change& change)
     if (IsBalanced(currents, change.noise))
         return hasEarth ? FaultKind::ABCG : FaultKind::ABC;
     // Earth returns through all phases alike, so that the difference of two healthy phases does not change.
-    const PhasorSet phases = Difference(change.during.currents, change.before.currents);
+    const PhasePhasors phases = Difference(change.during.currents, change.before.currents);
     const std::array<double, Phases> opposite = {std::abs(phases[PhaseB] - phases[PhaseC]),
                                                  std::abs(phases[PhaseC] - phases[PhaseA]),
                                                  std::abs(phases[PhaseA] - phases[PhaseB])};
@@ -228,7 +223,7 @@ bool GoesOn(const Change& start, const CircuitState& now)
 {
     constexpr double leftOfCurrent = 0.1;
     constexpr double leftOfChange = 0.25;
-    const PhasorSet difference = Difference(start.during.currents, start.before.currents);
+    const PhasePhasors difference = Difference(start.during.currents, start.before.currents);
     const double largest = Largest(difference);
     for (size_t phase = PhaseA; phase < Phases; ++phase) {
         const double change = std::abs(now.currents[phase] - start.before.currents[phase]);

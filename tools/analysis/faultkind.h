@@ -2,18 +2,15 @@
 #pragma once
 
 #include "analysis/fault.h"
-
-#include <array>
+#include "analysis/threephase.h"
 
 namespace analysis {
-
-using PhasorSet = std::array<Phasor, Phases>;
 
 /// Phasors of a circuit, in volts and amperes.
 struct CircuitState
 {
-    PhasorSet voltages = {};
-    PhasorSet currents = {};
+    PhasePhasors voltages = {};
+    PhasePhasors currents = {};
     bool hasVoltages = false;
 };
 

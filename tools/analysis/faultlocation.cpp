@@ -43,8 +43,8 @@ Coupled CoupledOf(const LocatedCircuit& circuit, const Meter& meter, size_t firs
 {
     if (!circuit.parallel)
         return {};
-    const PhasorSet currents = meter.Of(*circuit.parallel, first, length).currents;
-    return {ComponentsOf(currents[PhaseA], currents[PhaseB], currents[PhaseC]).zero};
+    const PhasePhasors currents = meter.Of(*circuit.parallel, first, length).currents;
+    return {ComponentsOf(currents).zero};
 }
 
 } // namespace
