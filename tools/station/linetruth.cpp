@@ -44,7 +44,8 @@ private:
     QJsonObject ChannelPhasors(const LinePhasors& phasors) const;
     QJsonArray Events() const;
     QJsonObject Operating() const;
-    QJsonValue FirstChange(Behaviour behaviour, size_t number) const;
+    std::optional<int64_t> ChangeAfter(Behaviour behaviour, double time) const;
+    QJsonValue FirstChange(Behaviour behaviour) const;
 
     const LineScenario& scenario;
     const LineOutcome& outcome;
@@ -183,32 +184,45 @@ QJsonArray TruthMaker::Events() const
     return list;
 }
 
-// When the line's signal changes for the first time, from that of its changes on.
-QJsonValue TruthMaker::FirstChange(Behaviour behaviour, size_t number) const
+// The first change of the line's signal from a moment on, microseconds from the first sample.
+std::optional<int64_t> TruthMaker::ChangeAfter(Behaviour behaviour, double time) const
 {
     for (const SignalHistory& history : histories)
         if (history.signal.bay.name == scenario.line.name && history.signal.behaviour == behaviour)
-            return number < history.toggles.size() ? QJsonValue(FromTrigger(history.toggles[number]))
-                                                   : QJsonValue();
-    return QJsonValue();
+            for (const int64_t toggle : history.toggles)
+                if (static_cast<double>(toggle) >= time * 1e6)
+                    return toggle;
+    return std::nullopt;
 }
 
+QJsonValue TruthMaker::FirstChange(Behaviour behaviour) const
+{
+    const std::optional<int64_t> change = ChangeAfter(behaviour, 0.0);
+    return change ? QJsonValue(FromTrigger(*change)) : QJsonValue();
+}
+
+// The dead time is that of the breaker's position signal, the interruption that of the currents.
 QJsonObject TruthMaker::Operating() const
 {
     static const char* const ends[] = {nullptr, "success", "fault"};
     const std::optional<double>& closing = outcome.moments.closing;
-    QJsonValue dead;
-    QJsonValue reclosed;
-    if (scenario.fault && closing && outcome.opened && *closing < outcome.moments.end) {
-        dead = Digits(FromTrigger(*closing) - FromTrigger(*outcome.opened));
-        reclosed = QString::fromLatin1(ends[static_cast<size_t>(scenario.fault->reclosing)]);
-    }
-    return {{QStringLiteral("start"), FirstChange(Behaviour::ProtectionStart, 0)},
-            {QStringLiteral("trip"), FirstChange(Behaviour::Trip, 0)},
-            {QStringLiteral("breaker"), FirstChange(Behaviour::BreakerClosed, 0)},
-            {QStringLiteral("clearing"), FromTrigger(outcome.cleared)},
-            {QStringLiteral("deadTime"), dead},
-            {QStringLiteral("reclosed"), reclosed}};
+    QJsonObject operating{{QStringLiteral("start"), FirstChange(Behaviour::ProtectionStart)},
+                          {QStringLiteral("trip"), FirstChange(Behaviour::Trip)},
+                          {QStringLiteral("breaker"), FirstChange(Behaviour::BreakerClosed)},
+                          {QStringLiteral("clearing"), FromTrigger(outcome.cleared)},
+                          {QStringLiteral("deadTime"), QJsonValue()},
+                          {QStringLiteral("interruption"), QJsonValue()},
+                          {QStringLiteral("reclosed"), QJsonValue()}};
+    if (!scenario.fault || !closing || !outcome.opened || *closing >= outcome.moments.end)
+        return operating;
+    operating[QStringLiteral("interruption")] = Digits(FromTrigger(*closing) - FromTrigger(*outcome.opened));
+    operating[QStringLiteral("reclosed")] =
+        QString::fromLatin1(ends[static_cast<size_t>(scenario.fault->reclosing)]);
+    const std::optional<int64_t> opened = ChangeAfter(Behaviour::BreakerClosed, 0.0);
+    const std::optional<int64_t> closed = ChangeAfter(Behaviour::BreakerClosed, *closing);
+    if (opened && closed)
+        operating[QStringLiteral("deadTime")] = static_cast<double>(*closed - *opened) / 1e6;
+    return operating;
 }
 
 QJsonObject TruthMaker::Make(const QString& file) const
