@@ -73,7 +73,7 @@ void CourseMaker::AddFault(const FaultPlan& plan)
     }
     Operation first = {};
     first.onset = onset;
-    first.start = onset + plan.protection.start;
+    first.start = scenario.startedByProtection ? scenario.beforeTrigger : onset + plan.protection.start;
     first.trip = first.start + plan.protection.trip;
     first.opening = grid.Snap(first.trip + plan.protection.opening);
     moments.first = first;

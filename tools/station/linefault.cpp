@@ -20,7 +20,7 @@ const KindRow KindRows[] = {
     {FaultKind::CG, "CG", {false, false, true}, true, 2},   {FaultKind::AB, "AB", {true, true, false}, false, 0},
     {FaultKind::BC, "BC", {false, true, true}, false, 1},   {FaultKind::CA, "CA", {true, false, true}, false, 2},
     {FaultKind::ABG, "ABG", {true, true, false}, true, 0},  {FaultKind::BCG, "BCG", {false, true, true}, true, 1},
-    {FaultKind::CAG, "CAG", {true, false, true}, true, 2},  {FaultKind::ABC, "ABC", {true, true, true}, false, 0},
+    {FaultKind::CAG, "CAG", {true, false, true}, true, 2},  {FaultKind::ABC, "ABC", {true, true, true}, true, 0},
 };
 
 const KindRow& RowOf(FaultKind kind)
@@ -88,8 +88,7 @@ bool Evolves(FaultKind from, FaultKind into)
     for (size_t phase = 0; phase < 3; ++phase)
         if (PhasesOf(from)[phase] && !PhasesOf(into)[phase])
             return false;
-    // All three phases together drive no current into the ground, so it does not matter that it is left out.
-    return from != into && (IsGrounded(into) || !IsGrounded(from) || into == FaultKind::ABC);
+    return from != into && (IsGrounded(into) || !IsGrounded(from));
 }
 
 Eigen::Matrix3d ConductanceOf(const FaultState& fault)
@@ -100,7 +99,7 @@ Eigen::Matrix3d ConductanceOf(const FaultState& fault)
         if (PhasesOf(fault.kind)[static_cast<size_t>(phase)])
             arcs[phase] = arc;
     Eigen::Matrix3d conductance = arcs.asDiagonal();
-    if (PhaseCount(fault.kind) == 1)
+    if (PhaseCount(fault.kind) != 2)
         return conductance;
     // The point where the arcs meet is eliminated (star-mesh transformation).
     const double ground = IsGrounded(fault.kind) ? 1.0 / std::max(fault.resistance, MetallicContact) : 0.0;

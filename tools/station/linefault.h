@@ -25,7 +25,7 @@ std::optional<FaultKind> FaultKindNamed(const QString& name);
 // The phases that take part: a, b and c.
 std::array<bool, 3> PhasesOf(FaultKind kind);
 
-// Whether current flows to the ground.
+// Whether the ground takes part, which it does in ABC too.
 bool IsGrounded(FaultKind kind);
 
 // The phase on whose voltage the moment of the fault is stated: the one that comes first in the name.
@@ -38,7 +38,7 @@ bool Evolves(FaultKind from, FaultKind into);
 //   AG BG CG     between the phase and the ground;
 //   AB BC CA     of the arc between the two phases;
 //   ABG BCG CAG  between the ground and the point where the phases meet; each phase has an arc of a tenth of it;
-//   ABC          of each phase's arc to the point where they meet, which has no connection with the ground.
+//   ABC          between each phase and the ground, which carries no current as long as all three do.
 // Less than MetallicContact counts as that.
 struct FaultState
 {
