@@ -31,10 +31,9 @@ Thevenin TheveninOf(const LineModel& model)
                         remote + line * (1 - model.fraction));
     };
     const SequenceImpedance line = LineImpedance(model.line, 1);
-    return {
-        seen(model.infeed.positive, model.healthy.positive, line.positive, model.remote.positive),
-        seen(model.infeed.zero, model.healthy.zero, line.zero, model.remote.zero),
-        model.voltage - model.lineLoad * line.positive * model.fraction};
+    return {seen(model.infeed.positive, model.healthy.positive, line.positive, model.remote.positive),
+            seen(model.infeed.zero, model.healthy.zero, line.zero, model.remote.zero),
+            model.voltage - model.lineLoad * line.positive * model.fraction};
 }
 
 // Currents into the fault: from both ends.

@@ -31,8 +31,8 @@ inline station::Course FaultAt(double time, const station::FaultState& fault)
     return course;
 }
 
-// The phasor (RMS) of one phase from the period of samples that starts with `first`, by full-cycle Fourier. `turns` is
-// the reference's angle at the first sample of all.
+// The phasor (RMS) of one phase from the period of samples that starts with `first`, by full-cycle Fourier.
+// `turns` is the reference's angle at the first sample of all.
 inline station::Complex PhasorOf(const std::vector<station::PhaseValues>& values, size_t phase, size_t first,
                                  size_t period, double turns)
 {

@@ -112,7 +112,8 @@ TEST(LineRecording, EventsOfTheTruthAreTheChangesOfTheRecording)
         double last = -10;
         for (const QJsonValue& value : played.truth["events"].toArray()) {
             const QJsonObject event = value.toObject();
-            EXPECT_EQ(Text(event, "name"), channels.at(static_cast<size_t>(event["channel"].toInt()) - 1).name);
+            EXPECT_EQ(Text(event, "name"),
+                      channels.at(static_cast<size_t>(event["channel"].toInt()) - 1).name);
             EXPECT_GE(event["time"].toDouble(), last);
             last = event["time"].toDouble();
             found.insert({std::llround(last * 1e6) + MicrosecondsToTrigger(played.recording),
@@ -144,7 +145,8 @@ TEST(LineRecording, PhasorsBeforeAreThoseOfTheSamples)
     EXPECT_EQ(before.size(), 16);
     for (const AnalogChannel& channel : ChannelsOf<AnalogChannel>(played.recording)) {
         const double magnitude = before[channel.name].toObject()["magnitude"].toDouble();
-        EXPECT_NEAR(Magnitude(channel, 480, 48), magnitude, 0.5 + magnitude * 1e-4) << channel.name.toStdString();
+        EXPECT_NEAR(Magnitude(channel, 480, 48), magnitude, 0.5 + magnitude * 1e-4)
+            << channel.name.toStdString();
     }
     EXPECT_NEAR(before["ВЛ-110 Восточная:Ua"].toObject()["angle"].toDouble(), 0, 1e-9);
     EXPECT_NEAR(before["ВЛ-110 Восточная:Ub"].toObject()["angle"].toDouble(), -120, 1e-9);
@@ -202,7 +204,8 @@ TEST(LineRecording, ReclosedFaultHasASecondPart)
     EXPECT_GT(parts[1].toObject()["clearing"].toDouble(), onset + 0.06);
     const QJsonObject operating = truth["operating"].toObject();
     EXPECT_EQ(Text(operating, "reclosed"), "fault");
-    EXPECT_NEAR(operating["interruption"].toDouble(), onset - parts[0].toObject()["clearing"].toDouble(), 0.012);
+    EXPECT_NEAR(operating["interruption"].toDouble(), onset - parts[0].toObject()["clearing"].toDouble(),
+                0.012);
     EXPECT_NEAR(operating["deadTime"].toDouble(), 0.45, 0.005);
 }
 

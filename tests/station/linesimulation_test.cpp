@@ -52,8 +52,8 @@ void ExpectSequenceNetworks(const LineModel& model, const FaultState& fault, dou
     const double rate = model.frequency * period;
     const size_t samples = static_cast<size_t>(model.frequency) * period;
     const LineWaves waves = Simulate(model, course, rate, samples);
-    const std::string name = NameOf(fault.kind).toStdString() + " at " + std::to_string(model.fraction) + " by " +
-                             std::to_string(fault.resistance);
+    const std::string name = NameOf(fault.kind).toStdString() + " at " + std::to_string(model.fraction) +
+                             " by " + std::to_string(fault.resistance);
     ExpectSteadyState(waves, SteadyState(model, std::nullopt), 0, turns, name + " before");
     ExpectSteadyState(waves, SteadyState(model, fault), samples - period, turns, name + " during");
 }
@@ -153,7 +153,8 @@ TEST(LineSimulation, NothingSwingsAfterAnInterruption)
             ASSERT_NEAR(waves.bus[i][phase], -waves.bus[i - 100][phase], 0.01 * peak) << i << ' ' << phase;
 }
 
-// Without another source and load the current of a three-phase fault decays with the time constant L/R of the loop.
+// Without another source and load the current of a three-phase fault decays with the time constant L/R of the
+// loop.
 TEST(LineSimulation, DirectComponentDecaysWithTheTimeConstantOfTheLoop)
 {
     LineModel model = UsualModel();

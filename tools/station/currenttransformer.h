@@ -3,10 +3,10 @@
 
 namespace station {
 
-// One phase. The burden's voltage is proportional to the current that the transformer passes on, its integral is the
-// flux, and beyond the knee a magnetising current flows that is missing on the secondary side. All currents are
-// primary ones; flux is the integral of the passed current (A s), so that the burden drops out. The sinusoid of
-// amplitude I has the flux amplitude I / (2 pi f).
+// One phase. The burden's voltage is proportional to the current that the transformer passes on, its integral
+// is the flux, and beyond the knee a magnetising current flows that is missing on the secondary side. All
+// currents are primary ones; flux is the integral of the passed current (A s), so that the burden drops out.
+// The sinusoid of amplitude I has the flux amplitude I / (2 pi f).
 class CurrentTransformer
 {
 public:

@@ -21,9 +21,10 @@ struct Inrush
     double turnsAtStart;     // angle of phase a of the voltage when it is switched on
 };
 
-// The currents (A) of the phases at a time, with the angle (turns) of phase a of the voltage then. A transformer's is
-// what its flux has beyond saturation: half waves of one direction, rich in the second harmonic, which become smaller
-// as the flux loses its offset; its neutral is not grounded. A capacitor's is that of a series resonant circuit.
+// The currents (A) of the phases at a time, with the angle (turns) of phase a of the voltage then. A
+// transformer's is what its flux has beyond saturation: half waves of one direction, rich in the second
+// harmonic, which become smaller as the flux loses its offset; its neutral is not grounded. A capacitor's is
+// that of a series resonant circuit.
 std::array<double, 3> InrushCurrents(const Inrush& inrush, double time, double turns);
 
 } // namespace station

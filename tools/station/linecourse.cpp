@@ -51,8 +51,7 @@ LineCourse CourseMaker::Make()
     onset = grid.Snap(scenario.beforeTrigger - scenario.triggerDelay);
     const double inception = scenario.fault ? scenario.fault->inception / 360.0 : 0.0;
     const size_t phase = scenario.fault ? ReferencePhase(scenario.fault->parts[0].fault.kind) : 0;
-    const double turns =
-        inception + static_cast<double>(phase) / 3.0 - scenario.model.frequency * onset;
+    const double turns = inception + static_cast<double>(phase) / 3.0 - scenario.model.frequency * onset;
     moments.course.turnsAtStart = turns - std::floor(turns);
     if (scenario.fault)
         AddFault(*scenario.fault);
@@ -90,7 +89,8 @@ void CourseMaker::AddFault(const FaultPlan& plan)
         AddReclosing(plan);
 }
 
-// On a healthy line the other end follows. A line that is still faulted is not closed there: this end goes first.
+// On a healthy line the other end follows. A line that is still faulted is not closed there: this end goes
+// first.
 void CourseMaker::AddReclosing(const FaultPlan& plan)
 {
     const double closing = grid.Snap(moments.first->opening + plan.deadTime);
@@ -177,7 +177,8 @@ void CourseMaker::AddDip(const QuietPlan& plan)
 void CourseMaker::AddInrush(const QuietPlan& plan)
 {
     Inrush inrush = {};
-    inrush.load = plan.cause == QuietCause::CapacitorInrush ? SwitchedLoad::Capacitor : SwitchedLoad::Transformer;
+    inrush.load =
+        plan.cause == QuietCause::CapacitorInrush ? SwitchedLoad::Capacitor : SwitchedLoad::Transformer;
     inrush.bay = plan.onLine ? SwitchedBay::Line : SwitchedBay::Healthy;
     inrush.start = onset;
     inrush.peak = plan.strength;
@@ -218,11 +219,9 @@ LineOutcome Play(const LineScenario& scenario)
     LineOutcome outcome = {};
     outcome.moments = CourseOf(scenario);
     const LineCourse& moments = outcome.moments;
-    outcome.samples =
-        static_cast<size_t>(std::max(1LL, std::llround(moments.end * scenario.sampleRate)));
+    outcome.samples = static_cast<size_t>(std::max(1LL, std::llround(moments.end * scenario.sampleRate)));
     outcome.waves = Simulate(scenario.model, moments.course, scenario.sampleRate, outcome.samples);
-    outcome.saturated =
-        outcome.waves.largestDeviation > VisibleDeviation * outcome.waves.largestCurrent;
+    outcome.saturated = outcome.waves.largestDeviation > VisibleDeviation * outcome.waves.largestCurrent;
     if (!moments.first)
         return outcome;
     const std::array<bool, 3> all = {true, true, true};

@@ -29,7 +29,7 @@ struct LineCourse
     std::optional<double> closing;  // the contacts close again, or an opened line is switched on
     std::optional<double> manualOpening;
     std::optional<Operation> second; // after reclosing onto the fault
-    double end; // of the recording
+    double end;                      // of the recording
 };
 
 LineCourse CourseOf(const LineScenario& scenario);
@@ -40,8 +40,8 @@ struct LineOutcome
     LineCourse moments;
     LineWaves waves;
     size_t samples;
-    // When the last pole of the recorder's end has interrupted, in the first and in the second operation: of all poles,
-    // and of those in the fault. Missing if the recording ends before.
+    // When the last pole of the recorder's end has interrupted, in the first and in the second operation: of
+    // all poles, and of those in the fault. Missing if the recording ends before.
     std::optional<double> opened;
     std::optional<double> cleared;
     std::optional<double> openedAgain;

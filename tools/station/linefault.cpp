@@ -16,11 +16,16 @@ struct KindRow
 };
 
 const KindRow KindRows[] = {
-    {FaultKind::AG, "AG", {true, false, false}, true, 0},   {FaultKind::BG, "BG", {false, true, false}, true, 1},
-    {FaultKind::CG, "CG", {false, false, true}, true, 2},   {FaultKind::AB, "AB", {true, true, false}, false, 0},
-    {FaultKind::BC, "BC", {false, true, true}, false, 1},   {FaultKind::CA, "CA", {true, false, true}, false, 2},
-    {FaultKind::ABG, "ABG", {true, true, false}, true, 0},  {FaultKind::BCG, "BCG", {false, true, true}, true, 1},
-    {FaultKind::CAG, "CAG", {true, false, true}, true, 2},  {FaultKind::ABC, "ABC", {true, true, true}, true, 0},
+    {FaultKind::AG, "AG", {true, false, false}, true, 0},
+    {FaultKind::BG, "BG", {false, true, false}, true, 1},
+    {FaultKind::CG, "CG", {false, false, true}, true, 2},
+    {FaultKind::AB, "AB", {true, true, false}, false, 0},
+    {FaultKind::BC, "BC", {false, true, true}, false, 1},
+    {FaultKind::CA, "CA", {true, false, true}, false, 2},
+    {FaultKind::ABG, "ABG", {true, true, false}, true, 0},
+    {FaultKind::BCG, "BCG", {false, true, true}, true, 1},
+    {FaultKind::CAG, "CAG", {true, false, true}, true, 2},
+    {FaultKind::ABC, "ABC", {true, true, true}, true, 0},
 };
 
 const KindRow& RowOf(FaultKind kind)

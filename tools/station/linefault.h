@@ -37,8 +37,8 @@ bool Evolves(FaultKind from, FaultKind into);
 // A short circuit. What the resistance (ohm) is depends on the kind:
 //   AG BG CG     between the phase and the ground;
 //   AB BC CA     of the arc between the two phases;
-//   ABG BCG CAG  between the ground and the point where the phases meet; each phase has an arc of a tenth of it;
-//   ABC          between each phase and the ground, which carries no current as long as all three do.
+//   ABG BCG CAG  between the ground and the point where the phases meet; each phase has an arc of a tenth of
+//   it; ABC          between each phase and the ground, which carries no current as long as all three do.
 // Less than MetallicContact counts as that.
 struct FaultState
 {
@@ -48,8 +48,8 @@ struct FaultState
 
 constexpr double MetallicContact = 0.001; // ohm
 
-// Conductances (siemens) between the phases, and between phases and the ground: the currents out of the phases
-// into the fault are this matrix times the phases' voltages to the ground.
+// Conductances (siemens) between the phases, and between phases and the ground: the currents out of the
+// phases into the fault are this matrix times the phases' voltages to the ground.
 Eigen::Matrix3d ConductanceOf(const FaultState& fault);
 
 } // namespace station

@@ -4,9 +4,9 @@
 //                   | bus (recorder) ---[breaker]--- m ---+--- 1 - m ---[breaker]---Z--- remote source
 //     healthy --Z---+
 //
-// The bays of the bus are the line, an infeed and a healthy line; each is an EMF behind an impedance. All currents of
-// the bus flow from it into the bay. Impedances are in ohms at 50 Hz, voltages and currents in V and A, RMS, primary.
-// Angles are against the positive-sequence voltage of the bus before the fault.
+// The bays of the bus are the line, an infeed and a healthy line; each is an EMF behind an impedance. All
+// currents of the bus flow from it into the bay. Impedances are in ohms at 50 Hz, voltages and currents in V
+// and A, RMS, primary. Angles are against the positive-sequence voltage of the bus before the fault.
 #pragma once
 
 #include <Eigen/Core>

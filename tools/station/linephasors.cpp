@@ -71,12 +71,12 @@ Sequences FaultCurrent(const LineModel& model, const FaultState& fault, const Se
     Eigen::Matrix3cd source = Eigen::Matrix3cd::Constant((zero.whole - positive.whole) / 3.0);
     source.diagonal().setConstant((zero.whole + 2.0 * positive.whole) / 3.0);
     const Complex before =
-        model.voltage - model.lineLoad * AtFrequency(LineImpedance(model.line, model.fraction), model.frequency).positive;
+        model.voltage -
+        model.lineLoad * AtFrequency(LineImpedance(model.line, model.fraction), model.frequency).positive;
     const PhasePhasors phases = PhasesOf({0.0, before, 0.0});
     const Eigen::Matrix3cd conductance = ConductanceOf(fault).cast<Complex>();
     const Eigen::Matrix3cd divider = Eigen::Matrix3cd::Identity() + source * conductance;
-    return SequencesOf(conductance *
-                       (divider.inverse() * Eigen::Vector3cd(phases[0], phases[1], phases[2])));
+    return SequencesOf(conductance * (divider.inverse() * Eigen::Vector3cd(phases[0], phases[1], phases[2])));
 }
 
 } // namespace

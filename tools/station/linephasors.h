@@ -1,8 +1,8 @@
 // Voltages and currents of the line model in the steady state, from the sequence networks.
 //
-// Superposition of the load and of the fault's currents: Clarke, Circuit Analysis of A-C Power Systems, vol. 1, 1943,
-// with the connection of the networks written as the fault's conductances between phases, so that one formula serves
-// all kinds. Nothing is integrated; what the simulation gives is compared with it.
+// Superposition of the load and of the fault's currents: Clarke, Circuit Analysis of A-C Power Systems, vol.
+// 1, 1943, with the connection of the networks written as the fault's conductances between phases, so that
+// one formula serves all kinds. Nothing is integrated; what the simulation gives is compared with it.
 #pragma once
 
 #include "station/linefault.h"

@@ -22,7 +22,8 @@ constexpr int LargestHours = 29;            // greater numbers are minutes
 constexpr uint16_t BlockSamples = 32;
 
 // The waves of a signal's bay.
-const std::vector<PhaseValues>& WavesOf(const AnalogSignal& signal, const LineBays& bays, const LineWaves& waves)
+const std::vector<PhaseValues>& WavesOf(const AnalogSignal& signal, const LineBays& bays,
+                                        const LineWaves& waves)
 {
     if (signal.quantity == Quantity::Voltage)
         return waves.bus;
@@ -120,8 +121,8 @@ Recording MakeLineRecording(const LineScenario& scenario, const LineOutcome& out
     Recording recording;
     recording.codePage = scenario.codePage;
     recording.identity = QStringLiteral("ПС Узловая, РАС-1");
-    recording.comment = BayStartComment(StartOf(scenario), scenario.line.name,
-                                        StampOf(trigger, ZoneSecondsOf(scenario)));
+    recording.comment =
+        BayStartComment(StartOf(scenario), scenario.line.name, StampOf(trigger, ZoneSecondsOf(scenario)));
     recording.startTime = static_cast<uint32_t>(start / MicrosecondsInSecond);
     recording.startMicroseconds = static_cast<int32_t>(start % MicrosecondsInSecond);
     recording.trigTime = static_cast<uint32_t>(trigger / MicrosecondsInSecond);
@@ -144,9 +145,9 @@ std::vector<NamedFile> MakeLineFiles(const LineScenario& scenario)
     const LineOutcome outcome = Play(scenario);
     const std::vector<SignalHistory> histories = HistoriesOf(scenario, outcome);
     const QString recording = scenario.stem + QStringLiteral(".ZU");
-    return {{recording, recorderfile::Encode(MakeLineRecording(scenario, outcome, histories))},
-            {scenario.stem + QStringLiteral(".truth.json"),
-             MakeTruth(scenario, outcome, histories, recording)}};
+    return {
+        {recording, recorderfile::Encode(MakeLineRecording(scenario, outcome, histories))},
+        {scenario.stem + QStringLiteral(".truth.json"), MakeTruth(scenario, outcome, histories, recording)}};
 }
 
 } // namespace station

@@ -1,8 +1,8 @@
 // Recordings of the line model, with what is true of them.
 //
-// A scenario (linescenario.h) becomes a course of events (linecourse.h), which is simulated (linesimulation.h); the
-// waves and the discrete signals (linesignals.h) are stored as the recorder does, and the truth beside them
-// (linetruth.h). The same scenario gives the same bytes on every platform.
+// A scenario (linescenario.h) becomes a course of events (linecourse.h), which is simulated
+// (linesimulation.h); the waves and the discrete signals (linesignals.h) are stored as the recorder does, and
+// the truth beside them (linetruth.h). The same scenario gives the same bytes on every platform.
 #pragma once
 
 #include "recorderfile/recorderfile.h"

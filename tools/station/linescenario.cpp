@@ -66,9 +66,9 @@ LineScenario ScenarioOf(const LineFaultOptions& options)
 
 QString WordOf(QuietCause cause)
 {
-    static const char* const words[] = {"noise",           "lineLoad",   "healthyLineLoad",
-                                        "switching",       "transformerInrush", "capacitorInrush",
-                                        "powerSwing",      "distantFault", "frequency"};
+    static const char* const words[] = {"noise",      "lineLoad",          "healthyLineLoad",
+                                        "switching",  "transformerInrush", "capacitorInrush",
+                                        "powerSwing", "distantFault",      "frequency"};
     return QString::fromLatin1(words[static_cast<size_t>(cause)]);
 }
 

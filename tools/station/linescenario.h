@@ -18,8 +18,8 @@ enum class Reclosing { None, Success, Fault };
 // The protection and the breaker of the recorder's end. Delays in seconds.
 struct ProtectionDelays
 {
-    double start;  // of the protection, after the onset
-    double trip;   // of its command, after the start
+    double start;   // of the protection, after the onset
+    double trip;    // of its command, after the start
     double opening; // of the breaker's contacts, after the command
 };
 
@@ -33,14 +33,14 @@ struct PlannedPart
 struct FaultPlan
 {
     std::vector<PlannedPart> parts; // the first with no delay
-    double inception;               // degrees of the bus voltage of the first kind's reference phase; 0: rising zero
+    double inception; // degrees of the bus voltage of the first kind's reference phase; 0: rising zero
     ProtectionDelays protection;
     double remoteOpening; // s, after the onset: the contacts of the other end separate
     Reclosing reclosing;
-    double deadTime;          // s, from the separation of the contacts to their closing
-    double remoteClosing;     // s, after that, of the other end on a healthy line
+    double deadTime;                 // s, from the separation of the contacts to their closing
+    double remoteClosing;            // s, after that, of the other end on a healthy line
     ProtectionDelays afterReclosing; // on a line that is still faulted
-    bool healthyLineStarts; // the protection of the healthy line starts too
+    bool healthyLineStarts;          // the protection of the healthy line starts too
 };
 
 // What happens in a recording without a fault.

@@ -19,12 +19,12 @@ int64_t Microseconds(double seconds)
 // Small delays of contacts and relays, all of one recording.
 struct ContactDelays
 {
-    double closedOff;  // s, after the separation of the contacts
-    double openOn;     // s, after that
-    double openOff;    // s, before the contacts close
-    double closedOn;   // s, after that
-    double outputRelay; // s, after the command
-    double dropOut;    // s, after the currents are gone
+    double closedOff;        // s, after the separation of the contacts
+    double openOn;           // s, after that
+    double openOff;          // s, before the contacts close
+    double closedOn;         // s, after that
+    double outputRelay;      // s, after the command
+    double dropOut;          // s, after the currents are gone
     double reclosingCommand; // s, before the contacts close
     double reclosingLength;
 };
@@ -165,9 +165,8 @@ std::vector<SignalHistory> HistoriesOf(const LineScenario& scenario, const LineO
     std::vector<SignalHistory> histories;
     std::vector<size_t> changing;
     for (const DiscreteSignal& signal : DiscreteSignalsAround(scenario.line)) {
-        SignalHistory history{signal, signal.behaviour == Behaviour::On ||
-                                          signal.behaviour == Behaviour::BreakerClosed,
-                              {}};
+        SignalHistory history{
+            signal, signal.behaviour == Behaviour::On || signal.behaviour == Behaviour::BreakerClosed, {}};
         std::vector<double> toggles;
         if (signal.bay.name == bays.line.name)
             toggles = line.TogglesOf(signal);

@@ -10,8 +10,8 @@
 
 namespace station {
 
-// A discrete signal: its state at the first sample, and the moments (microseconds from there, all different, ascending)
-// at which it changes.
+// A discrete signal: its state at the first sample, and the moments (microseconds from there, all different,
+// ascending) at which it changes.
 struct SignalHistory
 {
     DiscreteSignal signal;

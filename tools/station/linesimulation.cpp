@@ -19,7 +19,8 @@ using Matrix6d = Eigen::Matrix<double, 6, 6>;
 using Vector6d = Eigen::Matrix<double, 6, 1>;
 
 constexpr double LongestStep = 20e-6;
-constexpr double SmallConductance = 1e-9; // S, from each node to the ground, for phases that nothing else feeds
+constexpr double SmallConductance =
+    1e-9; // S, from each node to the ground, for phases that nothing else feeds
 constexpr double HalfRootOfThree = 0.86602540378443864676;
 const double RootOfTwo = std::sqrt(2.0);
 
@@ -165,8 +166,7 @@ private:
 
 Simulation::Simulation(const LineModel& lineModel, const Course& events, double sampleRate)
     : model(lineModel), course(events), grid(sampleRate), infeed(model.infeed, grid.Length()),
-      healthy(model.healthy, grid.Length()),
-      line(LineImpedance(model.line, model.fraction), grid.Length()),
+      healthy(model.healthy, grid.Length()), line(LineImpedance(model.line, model.fraction), grid.Length()),
       remote(InSeries(LineImpedance(model.line, 1.0 - model.fraction), model.remote), grid.Length())
 {
     const SourceVoltages sources = SourceVoltagesOf(model);
@@ -235,8 +235,8 @@ void Simulation::Advance(LineWaves& waves)
 bool Simulation::Act(double time)
 {
     bool acted = false;
-    for (; nextAction < course.actions.size() &&
-           course.actions[nextAction].time <= time + grid.Length() / 2.0;
+    for (;
+         nextAction < course.actions.size() && course.actions[nextAction].time <= time + grid.Length() / 2.0;
          ++nextAction) {
         std::visit([this](const auto& what) { Do(what); }, course.actions[nextAction].what);
         acted = true;

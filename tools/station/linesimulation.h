@@ -1,10 +1,12 @@
-// The line model (linemodel.h) integrated in time: voltages of the bus and currents of its bays, sample by sample.
+// The line model (linemodel.h) integrated in time: voltages of the bus and currents of its bays, sample by
+// sample.
 //
-// Nodal analysis with a companion model for each branch: trapezoidal rule, and after each discontinuity two half steps
-// of the backward Euler method, which have the same conductances and leave no oscillation behind (critical damping
-// adjustment: Lin and Marti, "Implementation of the CDA procedure in the EMTP", IEEE Trans. Power Systems 5 (2), 1990).
-// Lines and sources are resistances and inductances of three coupled phases, without capacitances. A pole of a
-// breaker that has been told to open interrupts at the next zero of its own current.
+// Nodal analysis with a companion model for each branch: trapezoidal rule, and after each discontinuity two
+// half steps of the backward Euler method, which have the same conductances and leave no oscillation behind
+// (critical damping adjustment: Lin and Marti, "Implementation of the CDA procedure in the EMTP", IEEE Trans.
+// Power Systems 5 (2), 1990). Lines and sources are resistances and inductances of three coupled phases,
+// without capacitances. A pole of a breaker that has been told to open interrupts at the next zero of its own
+// current.
 #pragma once
 
 #include "station/currenttransformer.h"
@@ -69,15 +71,16 @@ struct FrequencyRamp
 // What happens in a recording.
 struct Course
 {
-    double turnsAtStart = 0;      // angle of phase a of the bus voltage at the first sample
-    std::vector<Action> actions;  // in the order of time
+    double turnsAtStart = 0;     // angle of phase a of the bus voltage at the first sample
+    std::vector<Action> actions; // in the order of time
     std::optional<Swing> swing;
     std::optional<FrequencyRamp> ramp;
     std::optional<Inrush> inrush;
     std::optional<double> kneeFlux; // of the line's current transformers (currenttransformer.h)
 };
 
-// The steps of the integration: as many to the interval of two samples that none is longer than 20 microseconds.
+// The steps of the integration: as many to the interval of two samples that none is longer than 20
+// microseconds.
 class StepGrid
 {
 public:
@@ -112,12 +115,12 @@ struct Interruption
 struct LineWaves
 {
     std::vector<PhaseValues> bus;
-    std::vector<PhaseValues> line;    // as its current transformers see them
-    std::vector<PhaseValues> infeed;  // from the bus into the bay, as all bays
+    std::vector<PhaseValues> line;   // as its current transformers see them
+    std::vector<PhaseValues> infeed; // from the bus into the bay, as all bays
     std::vector<PhaseValues> healthy;
     std::vector<Interruption> interruptions; // in the order of time
-    double largestCurrent = 0;       // of the line, A
-    double largestDeviation = 0;     // of what its current transformers see, A
+    double largestCurrent = 0;               // of the line, A
+    double largestDeviation = 0;             // of what its current transformers see, A
 };
 
 // Simulates so many samples, from the steady state before everything.

@@ -18,9 +18,9 @@ constexpr size_t InfeedDiscretes = 4;
 
 // Half of them are of 110 kV, half of 220 kV.
 const char* const CatalogueNames[CatalogueSize / 2] = {
-    "Береговая", "Дубовая",  "Заречная", "Ивановская", "Каменка",   "Лесная",   "Луговая",
-    "Нагорная",  "Озерная",  "Поляна",   "Речная",     "Рудничная", "Садовая",  "Сосновая",
-    "Степная",   "Таежная",  "Угольная", "Хвойная",    "Черемшанка", "Ясная"};
+    "Береговая", "Дубовая", "Заречная", "Ивановская", "Каменка",    "Лесная",  "Луговая",
+    "Нагорная",  "Озерная", "Поляна",   "Речная",     "Рудничная",  "Садовая", "Сосновая",
+    "Степная",   "Таежная", "Угольная", "Хвойная",    "Черемшанка", "Ясная"};
 
 StationLine LineNamed(const QString& name, unsigned kilovolts, const LineData& data, bool ownVoltages)
 {
@@ -50,8 +50,8 @@ StationLine UsualLine()
     return LineNamed(QStringLiteral("Восточная"), 110, {60, 0.16, 0.41, 0.31, 1.25}, true);
 }
 
-// Conductors of 120 to 240 mm2 for 110 kV and of 240 to 400 mm2 for 220 kV; the zero sequence is that of lines with a
-// ground wire. Rounded as data sheets are.
+// Conductors of 120 to 240 mm2 for 110 kV and of 240 to 400 mm2 for 220 kV; the zero sequence is that of
+// lines with a ground wire. Rounded as data sheets are.
 StationLine CatalogueLine(int index)
 {
     Drawing draw(static_cast<uint32_t>(index) + 7001u);
@@ -75,9 +75,8 @@ LineBays BaysAround(const StationLine& line)
     bays.line = MakeBay(line.name, line.displayName, level, "L", LineRatedCurrent);
     bays.infeed =
         MakeBay(infeed, QStringLiteral("Автотрансформатор ") + infeed, level, "AT", InfeedRatedCurrent);
-    bays.healthy =
-        MakeBay(QStringLiteral("ВЛ-%1 Западная").arg(level), QStringLiteral("ВЛ %1 кВ Западная").arg(level),
-                level, "L", LineRatedCurrent);
+    bays.healthy = MakeBay(QStringLiteral("ВЛ-%1 Западная").arg(level),
+                           QStringLiteral("ВЛ %1 кВ Западная").arg(level), level, "L", LineRatedCurrent);
     bays.voltages = line.ownVoltages
                         ? bays.line
                         : MakeBay(transformers, QStringLiteral("ТН 1 СШ %1 кВ").arg(level), level, "VTB", 0);
@@ -91,8 +90,8 @@ std::vector<AnalogSignal> AnalogSignalsAround(const StationLine& line)
     const LineBays bays = BaysAround(line);
     std::vector<AnalogSignal> analog;
     AddNew(analog, AnalogSignalsOf(bays.infeed, BayQuantities::Currents));
-    AddNew(analog, AnalogSignalsOf(bays.line,
-                                   line.ownVoltages ? BayQuantities::Both : BayQuantities::Currents));
+    AddNew(analog,
+           AnalogSignalsOf(bays.line, line.ownVoltages ? BayQuantities::Both : BayQuantities::Currents));
     AddNew(analog, AnalogSignalsOf(bays.healthy, BayQuantities::Currents));
     if (!line.ownVoltages)
         AddNew(analog, AnalogSignalsOf(bays.voltages, BayQuantities::Voltages));

@@ -11,7 +11,8 @@
 
 namespace station {
 
-// A line that faults are placed on. Its name belongs to its data, so that one lines.ini serves many recordings.
+// A line that faults are placed on. Its name belongs to its data, so that one lines.ini serves many
+// recordings.
 struct StationLine
 {
     QString name;        // of its circuit
@@ -47,8 +48,8 @@ std::vector<DiscreteSignal> DiscreteSignalsAround(const StationLine& line);
 // Ini file for recordings of these lines.
 QString MakeLinesStationIni(const std::vector<StationLine>& lines, const QMap<QString, QString>& deviceKeys);
 
-// lines.ini: a section for each line, with its length (km), its impedances (primary ohm per km) and the circuit whose
-// voltages are to be taken where it has none of its own.
+// lines.ini: a section for each line, with its length (km), its impedances (primary ohm per km) and the
+// circuit whose voltages are to be taken where it has none of its own.
 QString MakeLinesIni(const std::vector<StationLine>& lines);
 
 } // namespace station

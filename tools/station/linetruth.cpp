@@ -72,8 +72,8 @@ QString IsoOf(int64_t microseconds, int zoneSeconds)
     const QDateTime time =
         QDateTime::fromSecsSinceEpoch(microseconds / 1000000, Qt::OffsetFromUTC, zoneSeconds);
     return time.toString(QStringLiteral("yyyy-MM-ddThh:mm:ss")) +
-           QString::asprintf(".%06d+%02d:%02d", static_cast<int>(microseconds % 1000000),
-                             zoneSeconds / 3600, zoneSeconds / 60 % 60);
+           QString::asprintf(".%06d+%02d:%02d", static_cast<int>(microseconds % 1000000), zoneSeconds / 3600,
+                             zoneSeconds / 60 % 60);
 }
 
 // A part ends where it turns into the next one, or is cleared.
@@ -111,18 +111,18 @@ QJsonValue TruthMaker::Fault() const
         return QJsonValue();
     const FaultState& last = scenario.fault->parts.back().fault;
     const double part = scenario.model.fraction;
-    return QJsonObject{
-        {QStringLiteral("circuit"), scenario.line.name},
-        {QStringLiteral("kind"), NameOf(last.kind)},
-        {QStringLiteral("onset"), FromTrigger(outcome.moments.first->onset)},
-        {QStringLiteral("clearing"), FromTrigger(outcome.cleared)},
-        {QStringLiteral("parts"), Parts()},
-        {QStringLiteral("direction"), QStringLiteral("forward")},
-        {QStringLiteral("distance"), QJsonObject{{QStringLiteral("percent"), Digits(part * 100.0)},
-                                                 {QStringLiteral("km"), Digits(part * scenario.line.data.length)}}},
-        {QStringLiteral("resistance"), Digits(last.resistance)},
-        {QStringLiteral("infeed"), Digits(InfeedRatio(scenario.model, last))},
-        {QStringLiteral("saturation"), outcome.saturated}};
+    return QJsonObject{{QStringLiteral("circuit"), scenario.line.name},
+                       {QStringLiteral("kind"), NameOf(last.kind)},
+                       {QStringLiteral("onset"), FromTrigger(outcome.moments.first->onset)},
+                       {QStringLiteral("clearing"), FromTrigger(outcome.cleared)},
+                       {QStringLiteral("parts"), Parts()},
+                       {QStringLiteral("direction"), QStringLiteral("forward")},
+                       {QStringLiteral("distance"),
+                        QJsonObject{{QStringLiteral("percent"), Digits(part * 100.0)},
+                                    {QStringLiteral("km"), Digits(part * scenario.line.data.length)}}},
+                       {QStringLiteral("resistance"), Digits(last.resistance)},
+                       {QStringLiteral("infeed"), Digits(InfeedRatio(scenario.model, last))},
+                       {QStringLiteral("saturation"), outcome.saturated}};
 }
 
 QJsonObject TruthMaker::ChannelPhasors(const LinePhasors& phasors) const
@@ -130,7 +130,7 @@ QJsonObject TruthMaker::ChannelPhasors(const LinePhasors& phasors) const
     const LineBays bays = BaysAround(scenario.line);
     QJsonObject channels;
     for (const AnalogSignal& signal : AnalogSignalsAround(scenario.line)) {
-        const PhasePhasors& of = signal.quantity == Quantity::Voltage     ? phasors.bus
+        const PhasePhasors& of = signal.quantity == Quantity::Voltage  ? phasors.bus
                                  : signal.bay.name == bays.line.name   ? phasors.line
                                  : signal.bay.name == bays.infeed.name ? phasors.infeed
                                                                        : phasors.healthy;
@@ -228,21 +228,21 @@ QJsonObject TruthMaker::Operating() const
 QJsonObject TruthMaker::Make(const QString& file) const
 {
     const LineData& line = scenario.line.data;
-    return {{QStringLiteral("file"), file},
-            {QStringLiteral("trigger"), IsoOf(TriggerOf(scenario), ZoneSecondsOf(scenario))},
-            {QStringLiteral("fault"), Fault()},
-            {QStringLiteral("line"), QJsonObject{{QStringLiteral("circuit"), scenario.line.name},
-                                                 {QStringLiteral("length"), Digits(line.length)},
-                                                 {QStringLiteral("r1"), Digits(line.r1)},
-                                                 {QStringLiteral("x1"), Digits(line.x1)},
-                                                 {QStringLiteral("r0"), Digits(line.r0)},
-                                                 {QStringLiteral("x0"), Digits(line.x0)}}},
-            {QStringLiteral("frequency"), Digits(scenario.model.frequency)},
-            {QStringLiteral("phasors"), Phasors()},
-            {QStringLiteral("events"), Events()},
-            {QStringLiteral("operating"), Operating()},
-            {QStringLiteral("cause"), scenario.quiet ? QJsonValue(WordOf(scenario.quiet->cause))
-                                                     : QJsonValue()}};
+    return {
+        {QStringLiteral("file"), file},
+        {QStringLiteral("trigger"), IsoOf(TriggerOf(scenario), ZoneSecondsOf(scenario))},
+        {QStringLiteral("fault"), Fault()},
+        {QStringLiteral("line"), QJsonObject{{QStringLiteral("circuit"), scenario.line.name},
+                                             {QStringLiteral("length"), Digits(line.length)},
+                                             {QStringLiteral("r1"), Digits(line.r1)},
+                                             {QStringLiteral("x1"), Digits(line.x1)},
+                                             {QStringLiteral("r0"), Digits(line.r0)},
+                                             {QStringLiteral("x0"), Digits(line.x0)}}},
+        {QStringLiteral("frequency"), Digits(scenario.model.frequency)},
+        {QStringLiteral("phasors"), Phasors()},
+        {QStringLiteral("events"), Events()},
+        {QStringLiteral("operating"), Operating()},
+        {QStringLiteral("cause"), scenario.quiet ? QJsonValue(WordOf(scenario.quiet->cause)) : QJsonValue()}};
 }
 
 } // namespace

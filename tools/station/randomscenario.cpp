@@ -1,4 +1,5 @@
-// Scenarios drawn from a seed. Each value is drawn in a statement of its own, as the order decides what comes out.
+// Scenarios drawn from a seed. Each value is drawn in a statement of its own, as the order decides what comes
+// out.
 #include "station/drawing.h"
 #include "station/linescenario.h"
 #include "station/waveform.h"
@@ -10,11 +11,11 @@ namespace station {
 
 namespace {
 
-constexpr double HighestLoadDrop = 0.5;       // of the voltage, over the line and the remote source
-constexpr int64_t SecondsBetweenSeeds = 60;   // so that no two recordings have the same name
+constexpr double HighestLoadDrop = 0.5;     // of the voltage, over the line and the remote source
+constexpr int64_t SecondsBetweenSeeds = 60; // so that no two recordings have the same name
 constexpr uint32_t SeedsBeforeRepeat = 20000000;
 
-const std::vector<double> Rates = {600,  800,  1000, 1200, 1600, 1800,  2000, 2400,
+const std::vector<double> Rates = {600,  800,  1000, 1200, 1600,  1800,  2000, 2400,
                                    3200, 4000, 4800, 6400, 10000, 12000, 20000};
 const std::vector<int16_t> Zones = {3, 3, 3, 2, 4, 5, 7, 9, 10, 12, 330};
 
@@ -133,7 +134,8 @@ FaultPlan DrawFault(Drawing& draw, const LineModel& model)
 LineScenario DrawFrame(Drawing& draw, uint32_t seed, const char* stem)
 {
     LineScenario scenario = {};
-    scenario.stem = QStringLiteral("Vostochnaya_%1_%2").arg(QLatin1String(stem)).arg(seed, 7, 10, QLatin1Char('0'));
+    scenario.stem =
+        QStringLiteral("Vostochnaya_%1_%2").arg(QLatin1String(stem)).arg(seed, 7, 10, QLatin1Char('0'));
     scenario.line = CatalogueLine(draw.Below(CatalogueSize));
     scenario.model = DrawModel(draw, scenario.line);
     scenario.sampleRate = draw.OneOf(Rates);

@@ -20,7 +20,8 @@ std::optional<QString> StartComment(StartKind start, const std::vector<AnalogSig
 // The same for a start by the first phase current or the protection start of a bay that has them.
 QString BayStartComment(StartKind start, const QString& bay, const QString& stamp);
 
-// "dd.MM.yy hh:mm:ss.uuuuuu" of a moment (microseconds since 1970-01-01 00:00:00 UTC) in a zone (seconds from UTC).
+// "dd.MM.yy hh:mm:ss.uuuuuu" of a moment (microseconds since 1970-01-01 00:00:00 UTC) in a zone (seconds from
+// UTC).
 QString StampOf(int64_t microseconds, int zoneSeconds);
 
 } // namespace station

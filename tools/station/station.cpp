@@ -70,7 +70,8 @@ Plan MakePlan(const StationOptions& options, StartKind start)
     plan.start = first + static_cast<int>(start) * recordingInterval * microsecondsInSecond;
     plan.trigger = plan.start + untilTrigger;
     plan.scenario = MakeScenario(options, start, static_cast<double>(untilTrigger) / 1e6);
-    plan.comment = StartComment(start, plan.analog, plan.discrete, StampOf(plan.trigger, ZoneHours * 3600)).value_or(QString());
+    plan.comment = StartComment(start, plan.analog, plan.discrete, StampOf(plan.trigger, ZoneHours * 3600))
+                       .value_or(QString());
     return plan;
 }
 

@@ -79,8 +79,8 @@ void CheckEvolving(const station::LineFaultOptions& fault)
     const QString into = station::NameOf(*fault.evolving);
     throw ConfigurationError(
         possible.isEmpty()
-            ? Tr("sample", "--evolving: a fault %1 turns into no other; leave it out").arg(from)
-            : Tr("sample", "--evolving: a fault %1 does not turn into %2; give one of %3")
+            ? Tr("sample", "--evolving: a fault %1 cannot turn into another; leave it out").arg(from)
+            : Tr("sample", "--evolving: a fault %1 cannot turn into %2; give one of %3")
                   .arg(from, into, possible.join(QStringLiteral(", "))));
 }
 
@@ -88,14 +88,14 @@ void CheckSampling(const station::LineFaultOptions& fault)
 {
     if (fault.sampleRate < LowestRate || fault.sampleRate > HighestRate)
         throw ConfigurationError(
-            Tr("sample", "--rate %1: the fault %2 is sampled at %3 to %4 Hz; give such a rate")
-                .arg(QString::number(fault.sampleRate), station::NameOf(fault.kind), QString::number(LowestRate),
+            Tr("sample", "--rate %1: a simulated fault is sampled at %2 to %3 Hz; give such a rate")
+                .arg(QString::number(fault.sampleRate), QString::number(LowestRate),
                      QString::number(HighestRate)));
     if (fault.seconds > 0 && (fault.seconds < ShortestRecording || fault.seconds > LongestRecording))
         throw ConfigurationError(
-            Tr("sample", "--seconds %1: a recording of the fault %2 lasts %3 to %4 s; give such a length")
-                .arg(QString::number(fault.seconds), station::NameOf(fault.kind),
-                     QString::number(ShortestRecording), QString::number(LongestRecording)));
+            Tr("sample", "--seconds %1: a simulated recording lasts %2 to %3 s; give such a length")
+                .arg(QString::number(fault.seconds), QString::number(ShortestRecording),
+                     QString::number(LongestRecording)));
 }
 
 } // namespace
@@ -123,18 +123,18 @@ void AddLineSampleOptions(CLI::App& command, LineSampleOptions& options)
     station::LineFaultOptions& fault = options.fault;
     std::vector<CLI::Option*> line = {
         AddNumber(command, "--distance", fault.distance,
-                  HelpText("sample", "Distance of a fault AG to ABC, in percent of the line (40)"), 1, 99,
+                  HelpText("sample", "Distance to a simulated fault, in percent of the line (40)"), 1, 99,
                   "PERCENT"),
-        AddNumber(command, "--resistance", fault.resistance, HelpText("sample", "Resistance of the fault (1)"),
-                  0, 1000, "OHM"),
+        AddNumber(command, "--resistance", fault.resistance,
+                  HelpText("sample", "Resistance of the fault (1)"), 0, 1000, "OHM"),
         AddNumber(command, "--inception", fault.inception,
                   HelpText("sample", "Angle of the faulted phase's voltage at the onset (60)"), -360, 360,
                   "DEGREES"),
         AddNumber(command, "--frequency", fault.frequency, HelpText("sample", "Frequency, 45 to 55 (50)"), 45,
                   55, "HZ"),
         AddNumber(command, "--load", fault.load,
-                  HelpText("sample", "Load current before, in parts of the rated one; below 0 towards the "
-                                     "station (0.3)"),
+                  HelpText("sample", "Load current before the fault, in parts of the rated current; "
+                                     "negative towards the station (0.3)"),
                   -1, 1, "FRACTION"),
         AddNumber(command, "--noise", fault.noise,
                   HelpText("sample", "Noise, standard deviation in percent of the rated peak (0.05)"), 0, 10,
@@ -142,16 +142,16 @@ void AddLineSampleOptions(CLI::App& command, LineSampleOptions& options)
         AddNumber(command, "--length", fault.length, HelpText("sample", "Length of the line (60)"), 1, 500,
                   "KM"),
         command.add_flag("--saturation", fault.saturation,
-                         HelpText("sample", "Current transformers of the line saturate")),
+                         HelpText("sample", "Let the current transformers of the line saturate")),
         command
             .add_option("--evolving", options.evolving,
-                        HelpText("sample", "Kind that the fault turns into, 35 ms after the onset"))
+                        HelpText("sample", "What the fault turns into 35 ms after its onset"))
             ->transform(KindInAnyCase())
             ->check(values::OneOf(LineFaultNames()))
             ->type_name("KIND"),
         command
             .add_option("--reclose", options.reclose,
-                        HelpText("sample", "The line is closed again: success, fault (it is still faulted)"))
+                        HelpText("sample", "Reclose the line: success, or fault (it is still faulted)"))
             ->check(values::OneOf({"success", "fault"}))
             ->type_name("RESULT")};
     options.ofLine.assign(line.begin(), line.end());
@@ -159,14 +159,14 @@ void AddLineSampleOptions(CLI::App& command, LineSampleOptions& options)
 
     CLI::Option* faults = command
                               .add_option("--random-fault", options.randomFaults,
-                                          HelpText("sample", "A fault with everything drawn from the seed, "
-                                                             "or one for each seed of a range"))
+                                          HelpText("sample", "Simulate a fault drawn from the seed, or one "
+                                                             "for each seed of a range"))
                               ->check(Seeds())
                               ->type_name("SEED[-SEED]");
     CLI::Option* quiet =
         command
             .add_option("--random-quiet", options.randomQuiet,
-                        HelpText("sample", "The same without a fault: load steps, switching, inrush, swings"))
+                        HelpText("sample", "Likewise without a fault: load steps, switching, inrush, swings"))
             ->check(Seeds())
             ->type_name("SEED[-SEED]");
     others.push_back(quiet);
@@ -184,13 +184,12 @@ bool IsLineSample(const LineSampleOptions& options, const std::string& fault)
     const bool isLineFault = station::FaultKindNamed(FromUtf8(fault)).has_value();
     for (const CLI::Option* option : isLineFault ? options.ofStation : options.ofLine)
         if (option->count() > 0)
-            throw ConfigurationError(
-                isLineFault
-                    ? Tr("sample", "%1 and --fault %2 exclude each other; leave one out")
-                          .arg(FromUtf8(option->get_name()), FromUtf8(fault))
-                    : Tr("sample", "%1 needs a fault of which all is known; give --fault %2, too")
-                          .arg(FromUtf8(option->get_name()),
-                               FromUtf8(CLI::detail::join(LineFaultNames(), "|"))));
+            throw ConfigurationError(isLineFault
+                                         ? Tr("sample", "%1 and --fault %2 exclude each other; leave one out")
+                                               .arg(FromUtf8(option->get_name()), FromUtf8(fault))
+                                         : Tr("sample", "%1 needs a simulated fault; give --fault %2, too")
+                                               .arg(FromUtf8(option->get_name()),
+                                                    FromUtf8(CLI::detail::join(LineFaultNames(), "|"))));
     return isLineFault;
 }
 

@@ -26,7 +26,8 @@ struct LineSampleOptions
 /// The names of the kinds of fault on a line, AG to ABC.
 std::vector<std::string> LineFaultNames();
 
-/// Describes the options to the parser. Those of the station must be there already. `options` must outlive the parsing.
+/// Describes the options to the parser. Those of the station must be there already. `options` must outlive
+/// the parsing.
 void AddLineSampleOptions(CLI::App& command, LineSampleOptions& options);
 
 /// Recordings to be made: one of a fault as given, or one for each seed.
@@ -40,8 +41,8 @@ struct LineSample
     uint32_t lastSeed = 0;
 };
 
-/// Whether the options ask for recordings of a line; `fault` is the value of --fault. Throws ConfigurationError for
-/// options that do not go together with that.
+/// Whether the options ask for recordings of a line; `fault` is the value of --fault. Throws
+/// ConfigurationError for options that do not go together with that.
 bool IsLineSample(const LineSampleOptions& options, const std::string& fault);
 
 /// What is to be made; `fault` has what --rate, --seconds, --seed, --plain and --code-page say. Throws

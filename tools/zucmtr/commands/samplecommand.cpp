@@ -31,7 +31,8 @@ const char* const LinesName = "lines.ini";
 // Files of an older sample in the directory.
 QStringList PresentFiles(const QDir& directory)
 {
-    const QStringList patterns = {QLatin1String(IniName), QStringLiteral("Vostochnaya_00012[3-9].Z*"),
+    const QStringList patterns = {QLatin1String(IniName),
+                                  QStringLiteral("Vostochnaya_00012[3-9].Z*"),
                                   QStringLiteral("Vostochnaya_000130.Z*"),
                                   QLatin1String(LinesName),
                                   QStringLiteral("Vostochnaya_fault*.ZU"),
@@ -136,7 +137,8 @@ int RunSample(const SampleCommandOptions& options, const QString& program)
 {
     const bool ofLine = IsLineSample(options.sample);
     const LineSample line = ofLine ? CheckedLineSample(options.sample) : LineSample{};
-    const station::StationOptions station = ofLine ? station::StationOptions() : CheckedStation(options.sample);
+    const station::StationOptions station =
+        ofLine ? station::StationOptions() : CheckedStation(options.sample);
     const QString out = QString::fromStdString(options.out);
     MakeDirectory(QStringLiteral("--out"), out);
     const QDir directory(CheckedOutputDirectory(out));
@@ -169,24 +171,24 @@ void AddSampleCommand(CLI::App& app, Action& chosen, const QString& program)
     AddStationOptions(*command, options->sample);
     command->add_flag("--force", options->force,
                       HelpText("sample", "Replace an older sample in the directory"));
-    command->footer(HelpText("sample",
-                             "The station is a substation of 220/110 kV with a short circuit on a line. "
-                             "There is one recording for "
-                             "each\n"
-                             "kind of start, and the ini file ZuDrv.ini. The same options give the same "
-                             "bytes everywhere. The files\n"
-                             "written are listed; the last line is the command that converts them.\n"
-                             "\n"
-                             "A fault of which all is known (--fault AG to ABC, --random-fault) is integrated "
-                             "in time on a line\n"
-                             "between two sources. The line's data are in lines.ini, and what is true of a "
-                             "recording in a file\n"
-                             ".truth.json beside it.\n"
-                             "\n"
-                             "Examples:\n"
-                             "  zucmtr sample --out station --fault three --segments 2\n"
-                             "  zucmtr sample --out faults --fault BCG --distance 70 --resistance 5 --reclose fault\n"
-                             "  zucmtr sample --out faults --random-fault 1-100"));
+    command->footer(HelpText(
+        "sample", "The station is a substation of 220/110 kV with a short circuit on a line. "
+                  "There is one recording for "
+                  "each\n"
+                  "kind of start, and the ini file ZuDrv.ini. The same options give the same "
+                  "bytes everywhere. The files\n"
+                  "written are listed; the last line is the command that converts them.\n"
+                  "\n"
+                  "A simulated fault (--fault AG to ABC, --random-fault) is on a line between two "
+                  "sources whose data\n"
+                  "are in lines.ini; a file .truth.json beside each recording says where the fault "
+                  "is, and all else\n"
+                  "that an analysis should find.\n"
+                  "\n"
+                  "Examples:\n"
+                  "  zucmtr sample --out station --fault three --segments 2\n"
+                  "  zucmtr sample --out faults --fault BCG --distance 70 --resistance 5 --reclose fault\n"
+                  "  zucmtr sample --out faults --random-fault 1-100"));
     command->callback([options, program, &chosen] {
         chosen = [options, program] { return RunSample(*options, program); };
     });

@@ -124,8 +124,8 @@ void AddStationOptions(CLI::App& command, SampleOptions& options)
         ->type_name("NAME");
     command
         .add_option("--fault", options.fault,
-                    HelpText("sample", "Fault on the line: single, two, three, none (single); of which all is "
-                                       "known: AG, BG, CG, AB, BC, CA, ABG, BCG, CAG, ABC"))
+                    HelpText("sample", "Fault on the line: single, two, three, none (single); simulated on a "
+                                       "line with known data: AG, BG, CG, AB, BC, CA, ABG, BCG, CAG, ABC"))
         ->check(values::OneOf(FaultWords()))
         ->type_name("KIND");
     command

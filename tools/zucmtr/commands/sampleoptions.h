@@ -25,8 +25,8 @@ struct SampleOptions
 /// Describes the options of the station to the parser, with their ranges. `options` must outlive the parsing.
 void AddStationOptions(CLI::App& command, SampleOptions& options);
 
-/// Whether the recordings are to be of a line with known data, not of the station. Throws ConfigurationError for
-/// options that do not go together with that.
+/// Whether the recordings are to be of a line with known data, not of the station. Throws ConfigurationError
+/// for options that do not go together with that.
 bool IsLineSample(const SampleOptions& options);
 
 /// The recordings of the line. Throws ConfigurationError for values that do not fit together.
