@@ -44,13 +44,13 @@ void ExpectSteadyState(const LineWaves& waves, const LinePhasors& expected, size
     ExpectPhasors(waves.healthy, expected.healthy, first, turns, what + " healthy ");
 }
 
-// A second of the fault, compared before it and in its last period.
+// The fault for 0.6 s, compared before it and in its last period, when the direct component has decayed.
 void ExpectSequenceNetworks(const LineModel& model, const FaultState& fault, double turns)
 {
     Course course = FaultAt(0.0213, fault);
     course.turnsAtStart = turns;
     const double rate = model.frequency * period;
-    const size_t samples = static_cast<size_t>(model.frequency) * period;
+    const size_t samples = 30 * period;
     const LineWaves waves = Simulate(model, course, rate, samples);
     const std::string name = NameOf(fault.kind).toStdString() + " at " + std::to_string(model.fraction) +
                              " by " + std::to_string(fault.resistance);
@@ -66,7 +66,7 @@ class EveryKind : public testing::TestWithParam<FaultKind>
 TEST_P(EveryKind, AgreesWithTheSequenceNetworks)
 {
     for (const double fraction : {0.03, 0.5, 0.97})
-        for (const double resistance : {0.0, 5.0, 20.0}) {
+        for (const double resistance : {0.0, 20.0}) {
             LineModel model = UsualModel();
             model.fraction = fraction;
             ExpectSequenceNetworks(model, {GetParam(), resistance}, 0.13);
