@@ -13,7 +13,6 @@
 
 using recorderfile::AnalogChannel;
 using recorderfile::DiscreteChannel;
-using recorderfile::NamedFile;
 using recorderfile::Recording;
 using station::FaultKind;
 using station::LineFaultOptions;
@@ -110,7 +109,8 @@ TEST(LineRecording, EventsOfTheTruthAreTheChangesOfTheRecording)
                                  (channels[i].changes[change].value != 0) != (channels[i].inverted != 0)});
         std::set<std::tuple<int64_t, int, int>> found;
         double last = -10;
-        for (const QJsonValue& value : played.truth["events"].toArray()) {
+        const QJsonArray events = played.truth["events"].toArray();
+        for (const auto& value : events) {
             const QJsonObject event = value.toObject();
             EXPECT_EQ(Text(event, "name"),
                       channels.at(static_cast<size_t>(event["channel"].toInt()) - 1).name);
@@ -297,11 +297,11 @@ TEST(LineRecording, SeedsDrawTheWholeRangeOfFaults)
     EXPECT_EQ(kinds.size(), 10u);
     EXPECT_EQ(rates.size(), 15u);
     EXPECT_EQ(lines.size(), 40u);
-    EXPECT_NEAR(low, count / 2, count / 15);
-    EXPECT_NEAR(towards, count / 2, count / 15);
-    EXPECT_NEAR(saturated, count / 10, count / 30);
-    EXPECT_NEAR(evolving, count * 15 / 100, count / 25);
-    EXPECT_NEAR(reclosed, count / 5, count / 25);
+    EXPECT_NEAR(low, 0.5 * count, 40);
+    EXPECT_NEAR(towards, 0.5 * count, 40);
+    EXPECT_NEAR(saturated, 0.1 * count, 20);
+    EXPECT_NEAR(evolving, 0.15 * count, 24);
+    EXPECT_NEAR(reclosed, 0.2 * count, 24);
 }
 
 TEST(LineRecording, ContactsBounceInSomeRecordings)

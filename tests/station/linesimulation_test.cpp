@@ -117,7 +117,7 @@ TEST(LineSimulation, CurrentsOfTheBusAddUpToZero)
     const LineWaves waves = Simulate(UsualModel(), course, rate, 4000);
     for (size_t i = 0; i < waves.line.size(); ++i)
         for (size_t phase = 0; phase < 3; ++phase)
-            ASSERT_NEAR(waves.line[i][phase] + waves.infeed[i][phase] + waves.healthy[i][phase], 0, 0.01)
+            ASSERT_NEAR(waves.line[i][phase] + waves.infeed[i][phase] + waves.healthy[i][phase], 0, 0.001)
                 << i << ' ' << phase;
 }
 

@@ -226,9 +226,9 @@ void Simulation::Advance(LineWaves& waves)
         Solve(next, false);
     }
     ++step;
+    Measure(waves); // before the poles: what is left of their currents is still part of the other bays' ones
     Interrupt(next, lineBefore, line, Terminal::Local, waves);
     Interrupt(next, remoteBefore, remote, Terminal::Remote, waves);
-    Measure(waves);
 }
 
 // Does what is due; true if anything was.
