@@ -6,7 +6,7 @@ set -eu
 packages=
 for job in "${@:-build}"; do
     case $job in
-    build) packages="$packages g++ cmake ninja-build pkg-config qtbase5-dev qttools5-dev qttools5-dev-tools libcli11-dev libqt5svg5-dev libsqlite3-dev libeigen3-dev libjs-dygraphs fonts-dejavu-core python3 libgtest-dev" ;;
+    build) packages="$packages g++ cmake ninja-build pkg-config qtbase5-dev qttools5-dev qttools5-dev-tools libcli11-dev libeigen3-dev libqt5svg5-dev libsqlite3-dev libjs-dygraphs fonts-dejavu-core python3 libgtest-dev" ;;
     test) packages="$packages binutils dpkg-dev file lintian man-db parallel python3-jsonschema systemd zsh" ;;
     view) packages="$packages chromium chromium-driver python3-selenium" ;;
     lint) packages="$packages clang-format clang-tidy shellcheck" ;;

@@ -129,7 +129,9 @@ INSTANTIATE_TEST_SUITE_P(
         WrongOption{{"--code-page", "koi8"},
                     "--code-page: 'koi8' is wrong; give one of cp866, cp1251" + Hint()},
         WrongOption{{"--fault", "four"},
-                    "--fault: 'four' is wrong; give one of single, two, three, none" + Hint()},
+                    "--fault: 'four' is wrong; give one of single, two, three, none, AG, BG, CG, AB, BC, CA, "
+                    "ABG, BCG, CAG, ABC" +
+                        Hint()},
         WrongOption{{"--seed", "4294967296"},
                     "--seed: '4294967296' is wrong; give a whole number from 0 to 4294967295" + Hint()},
         WrongOption{{"--plain", "--compressed"},

@@ -158,6 +158,11 @@ Bay BayAt(int index)
     return bay;
 }
 
+bool IsInKilovolts(const AnalogSignal& analog)
+{
+    return analog.unit == QStringLiteral("кВ");
+}
+
 // Largest value that a signal's code range has to hold, in its unit and without the offset.
 double FullScale(const AnalogSignal& analog)
 {
@@ -166,7 +171,7 @@ double FullScale(const AnalogSignal& analog)
     case Quantity::Current:
         return 30.0 * std::sqrt(2.0) * analog.bay.ratedCurrent;
     case Quantity::Voltage:
-        return 2.0 * phasePeak / (analog.unit == QStringLiteral("кВ") ? 1000.0 : 1.0);
+        return 2.0 * phasePeak / (IsInKilovolts(analog) ? 1000.0 : 1.0);
     case Quantity::Frequency:
         return 10.0;
     case Quantity::Level:
@@ -209,7 +214,22 @@ AnalogSignal MakeSignal(const Bay& bay, const AnalogRow& row)
     return analog;
 }
 
+DiscreteSignal MakeSignal(const Bay& bay, const DiscreteRow& row)
+{
+    return {bay,
+            bay.name + QLatin1Char(':') + QString::fromUtf8(row.name),
+            QString::fromUtf8(row.groupCode),
+            QString::fromUtf8(row.statusCode),
+            row.behaviour,
+            row.inverted};
+}
+
 } // namespace
+
+double UnitsPerVolt(const AnalogSignal& signal)
+{
+    return IsInKilovolts(signal) ? 0.001 : 1.0;
+}
 
 std::vector<AnalogSignal> AnalogSignals(const StationOptions& options)
 {
@@ -233,9 +253,7 @@ std::vector<DiscreteSignal> DiscreteSignals(const StationOptions& options)
             continue;
         for (const DiscreteRow& row : DiscreteRows)
             if (discrete.size() < count)
-                discrete.push_back({bay, bay.name + QLatin1Char(':') + QString::fromUtf8(row.name),
-                                    QString::fromUtf8(row.groupCode), QString::fromUtf8(row.statusCode),
-                                    row.behaviour, row.inverted});
+                discrete.push_back(MakeSignal(bay, row));
     }
     return discrete;
 }
@@ -252,6 +270,27 @@ std::vector<Bay> BaysOf(const std::vector<AnalogSignal>& analog, const std::vect
     for (const DiscreteSignal& signal : discrete)
         add(signal.bay);
     return bays;
+}
+
+std::vector<AnalogSignal> AnalogSignalsOf(const Bay& bay, BayQuantities quantities)
+{
+    const SignalSet set = quantities == BayQuantities::Currents   ? SignalSet::Currents
+                          : quantities == BayQuantities::Voltages ? SignalSet::Voltages
+                                                                  : SignalSet::Line;
+    std::vector<AnalogSignal> analog;
+    for (const AnalogRow& row : AnalogRows)
+        if (row.signalSet == set)
+            analog.push_back(MakeSignal(bay, row));
+    return analog;
+}
+
+std::vector<DiscreteSignal> DiscreteSignalsOf(const Bay& bay, size_t count)
+{
+    std::vector<DiscreteSignal> discrete;
+    for (const DiscreteRow& row : DiscreteRows)
+        if (discrete.size() < count)
+            discrete.push_back(MakeSignal(bay, row));
+    return discrete;
 }
 
 Bay FaultedBay()

@@ -49,6 +49,9 @@ struct AnalogSignal
     float offset;
 };
 
+// What a value in volts or amperes is to be multiplied with for the signal's unit.
+double UnitsPerVolt(const AnalogSignal& signal);
+
 // What moves a discrete signal of the faulted bay; in all other bays the signal keeps its state at rest.
 enum class Behaviour { Off, On, ProtectionStart, Trip, BreakerClosed, BreakerOpen, Reclosing };
 
@@ -72,6 +75,15 @@ std::vector<DiscreteSignal> DiscreteSignals(const StationOptions& options);
 
 // The bays of the signals, each once, in order of appearance.
 std::vector<Bay> BaysOf(const std::vector<AnalogSignal>& analog, const std::vector<DiscreteSignal>& discrete);
+
+// The analog signals that a bay may have.
+enum class BayQuantities { Currents, Voltages, Both };
+
+// The signals of one bay, in the order of the recorder.
+std::vector<AnalogSignal> AnalogSignalsOf(const Bay& bay, BayQuantities quantities);
+
+// The first signals of those that every bay with current transformers has, in the order of the recorder.
+std::vector<DiscreteSignal> DiscreteSignalsOf(const Bay& bay, size_t count);
 
 // The line on which the faults are: the first bay.
 Bay FaultedBay();

@@ -1,6 +1,9 @@
 #include "station/startcomment.h"
 
+#include <QDateTime>
+
 #include <algorithm>
+#include <iterator>
 
 namespace station {
 
@@ -35,6 +38,12 @@ const CommentRow CommentRows[] = {
     {StartKind::External, Needs::Nothing, "", "", "Пуск внешний, %2 (GPS)"},
 };
 
+const CommentRow& RowOf(StartKind start)
+{
+    return *std::find_if(std::begin(CommentRows), std::end(CommentRows),
+                         [&](const CommentRow& row) { return row.start == start; });
+}
+
 template <typename Signal>
 bool Has(const std::vector<Signal>& list, const QString& name)
 {
@@ -46,19 +55,29 @@ bool Has(const std::vector<Signal>& list, const QString& name)
 std::optional<QString> StartComment(StartKind start, const std::vector<AnalogSignal>& analog,
                                     const std::vector<DiscreteSignal>& discrete, const QString& stamp)
 {
-    for (const CommentRow& row : CommentRows) {
-        if (row.start != start)
-            continue;
-        const QString bay = QString::fromUtf8(row.bay);
-        const QString name = bay + QLatin1Char(':') + QString::fromUtf8(row.signal);
-        if ((row.needs == Needs::Analog && !Has(analog, name)) ||
-            (row.needs == Needs::Discrete && !Has(discrete, name)))
-            return std::nullopt;
-        return QString::fromUtf8(row.text)
-            .replace(QLatin1String("%1"), bay)
-            .replace(QLatin1String("%2"), stamp);
-    }
-    return std::nullopt;
+    const CommentRow& row = RowOf(start);
+    const QString bay = QString::fromUtf8(row.bay);
+    const QString name = bay + QLatin1Char(':') + QString::fromUtf8(row.signal);
+    if ((row.needs == Needs::Analog && !Has(analog, name)) ||
+        (row.needs == Needs::Discrete && !Has(discrete, name)))
+        return std::nullopt;
+    return BayStartComment(start, bay, stamp);
+}
+
+QString BayStartComment(StartKind start, const QString& bay, const QString& stamp)
+{
+    return QString::fromUtf8(RowOf(start).text)
+        .replace(QLatin1String("%1"), bay)
+        .replace(QLatin1String("%2"), stamp);
+}
+
+QString StampOf(int64_t microseconds, int zoneSeconds)
+{
+    constexpr int64_t second = 1000000;
+    const QDateTime time =
+        QDateTime::fromSecsSinceEpoch(microseconds / second, Qt::OffsetFromUTC, zoneSeconds);
+    return time.toString(QStringLiteral("dd.MM.yy hh:mm:ss")) +
+           QString::asprintf(".%06d", static_cast<int>(microseconds % second));
 }
 
 } // namespace station

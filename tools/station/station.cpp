@@ -5,8 +5,6 @@
 #include "station/network.h"
 #include "station/startcomment.h"
 
-#include <QDateTime>
-
 #include <algorithm>
 #include <cmath>
 #include <random>
@@ -52,15 +50,6 @@ struct Plan
     QString comment;
 };
 
-// "dd.MM.yy hh:mm:ss.uuuuuu" in the recorder's zone.
-QString Stamp(int64_t microseconds)
-{
-    const QDateTime time = QDateTime::fromSecsSinceEpoch(microseconds / microsecondsInSecond,
-                                                         Qt::OffsetFromUTC, ZoneHours * 3600);
-    return time.toString(QStringLiteral("dd.MM.yy hh:mm:ss")) +
-           QString::asprintf(".%06d", static_cast<int>(microseconds % microsecondsInSecond));
-}
-
 int64_t Microseconds(double seconds)
 {
     return std::llround(seconds * 1e6);
@@ -81,7 +70,8 @@ Plan MakePlan(const StationOptions& options, StartKind start)
     plan.start = first + static_cast<int>(start) * recordingInterval * microsecondsInSecond;
     plan.trigger = plan.start + untilTrigger;
     plan.scenario = MakeScenario(options, start, static_cast<double>(untilTrigger) / 1e6);
-    plan.comment = StartComment(start, plan.analog, plan.discrete, Stamp(plan.trigger)).value_or(QString());
+    plan.comment = StartComment(start, plan.analog, plan.discrete, StampOf(plan.trigger, ZoneHours * 3600))
+                       .value_or(QString());
     return plan;
 }
 

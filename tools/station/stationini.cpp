@@ -1,5 +1,5 @@
-// The ini file of the sample station.
-#include "station/bays.h"
+#include "station/stationini.h"
+
 #include "station/station.h"
 
 #include "config/deviceinikeys.h"
@@ -115,9 +115,12 @@ QString DeviceSection()
 
 QString MakeIni(const StationOptions& options)
 {
-    const auto analog = AnalogSignals(options);
-    const auto discrete = DiscreteSignals(options);
+    return MakeIni(AnalogSignals(options), DiscreteSignals(options), options.deviceKeys);
+}
 
+QString MakeIni(const std::vector<AnalogSignal>& analog, const std::vector<DiscreteSignal>& discrete,
+                const QMap<QString, QString>& deviceKeys)
+{
     QMap<QString, QString> values;
     for (const KeyRow& row : StationKeys)
         values.insert(QString::fromUtf8(row.key), QString::fromUtf8(row.value));
@@ -126,7 +129,7 @@ QString MakeIni(const StationOptions& options)
     QTextStream out(&text);
     out << DefaultsLines(DefaultsSection(), values).join(QLatin1Char('\n')) << "\n\n[" << DeviceSection()
         << "]\n";
-    WriteDeviceKeys(out, options.deviceKeys);
+    WriteDeviceKeys(out, deviceKeys);
     WriteFamily(out, "nAnMax", "A", analog);
     WriteFamily(out, "nDiMax", "D", discrete);
     WriteFamily(out, "nBayMax", "BAY", BaysOf(analog, discrete));

@@ -1,6 +1,7 @@
 #include "zucmtr/commands/samplecommand.h"
 
 #include "output/outputfile.h"
+#include "station/linerecording.h"
 #include "text/texts.h"
 #include "zucmtr/commands/sampleoptions.h"
 #include "zucmtr/terminal/checks.h"
@@ -11,7 +12,9 @@
 #include <QDir>
 #include <QStringList>
 
+#include <algorithm>
 #include <memory>
+#include <vector>
 
 namespace {
 
@@ -23,12 +26,18 @@ struct SampleCommandOptions
 };
 
 const char* const IniName = "ZuDrv.ini";
+const char* const LinesName = "lines.ini";
 
 // Files of an older sample in the directory.
 QStringList PresentFiles(const QDir& directory)
 {
-    const QStringList patterns = {QLatin1String(IniName), QStringLiteral("Vostochnaya_00012[3-9].Z*"),
-                                  QStringLiteral("Vostochnaya_000130.Z*")};
+    const QStringList patterns = {QLatin1String(IniName),
+                                  QStringLiteral("Vostochnaya_00012[3-9].Z*"),
+                                  QStringLiteral("Vostochnaya_000130.Z*"),
+                                  QLatin1String(LinesName),
+                                  QStringLiteral("Vostochnaya_fault*.ZU"),
+                                  QStringLiteral("Vostochnaya_quiet*.ZU"),
+                                  QStringLiteral("Vostochnaya_*.truth.json")};
     return directory.entryList(patterns, QDir::Files | QDir::Hidden | QDir::CaseSensitive, QDir::Name);
 }
 
@@ -43,19 +52,76 @@ bool Write(const QString& path, const QByteArray& bytes)
     return true;
 }
 
-// Removes the files that it writes from the list of older ones.
-bool WriteStation(const QDir& directory, const station::StationOptions& options, QStringList& older)
+// Writes files into the directory, and remembers which older ones they have replaced.
+class FileWriter
 {
-    older.removeAll(QLatin1String(IniName));
-    if (!Write(directory.filePath(QLatin1String(IniName)), station::MakeIni(options).toUtf8()))
-        return false;
-    for (const station::StartKind start : station::PossibleStarts(options)) {
-        for (const recorderfile::NamedFile& file : station::MakeFiles(options, start)) {
-            older.removeAll(file.name);
-            if (!Write(directory.filePath(file.name), file.bytes))
-                return false;
-        }
+public:
+    FileWriter(const QDir& into, const QStringList& present) : directory(into), older(present) {}
+
+    bool Write(const recorderfile::NamedFile& file)
+    {
+        older.removeAll(file.name);
+        return ::Write(directory.filePath(file.name), file.bytes);
     }
+
+    bool WriteAll(const std::vector<recorderfile::NamedFile>& files)
+    {
+        return std::all_of(files.begin(), files.end(),
+                           [this](const recorderfile::NamedFile& file) { return Write(file); });
+    }
+
+    // A continuation file left behind would be read after the new first file.
+    void RemoveOlder() const
+    {
+        for (const QString& name : older)
+            QFile::remove(directory.filePath(name));
+    }
+
+private:
+    QDir directory;
+    QStringList older;
+};
+
+bool WriteStation(FileWriter& writer, const station::StationOptions& options)
+{
+    if (!writer.Write({QLatin1String(IniName), station::MakeIni(options).toUtf8()}))
+        return false;
+    const std::vector<station::StartKind> starts = station::PossibleStarts(options);
+    return std::all_of(starts.begin(), starts.end(), [&](station::StartKind start) {
+        return writer.WriteAll(station::MakeFiles(options, start));
+    });
+}
+
+station::LineScenario ScenarioAt(const LineSample& sample, uint32_t seed)
+{
+    if (sample.kind == LineSample::Kind::Fault)
+        return station::ScenarioOf(sample.fault);
+    return sample.kind == LineSample::Kind::RandomFaults ? station::RandomFault(seed)
+                                                         : station::RandomQuiet(seed);
+}
+
+// The lines of the recordings, each once, in order of appearance.
+std::vector<station::StationLine> LinesOf(const LineSample& sample)
+{
+    std::vector<station::StationLine> lines;
+    for (uint64_t seed = sample.firstSeed; seed <= sample.lastSeed; ++seed) {
+        const station::StationLine line = ScenarioAt(sample, static_cast<uint32_t>(seed)).line;
+        if (std::none_of(lines.begin(), lines.end(),
+                         [&](const station::StationLine& known) { return known.name == line.name; }))
+            lines.push_back(line);
+    }
+    return lines;
+}
+
+bool WriteLineSample(FileWriter& writer, const LineSample& sample)
+{
+    const std::vector<station::StationLine> lines = LinesOf(sample);
+    if (!writer.Write({QLatin1String(IniName), station::MakeLinesStationIni(lines, {}).toUtf8()}) ||
+        !writer.Write({QLatin1String(LinesName), station::MakeLinesIni(lines).toUtf8()}))
+        return false;
+    for (uint64_t seed = sample.firstSeed; seed <= sample.lastSeed; ++seed)
+        if (!writer.WriteAll(station::MakeLineFiles(ScenarioAt(sample, static_cast<uint32_t>(seed)))))
+            return false;
     return true;
 }
 
@@ -69,21 +135,23 @@ QString ConvertCommand(const QString& program, const QDir& directory)
 
 int RunSample(const SampleCommandOptions& options, const QString& program)
 {
-    const station::StationOptions station = CheckedStation(options.sample);
+    const bool ofLine = IsLineSample(options.sample);
+    const LineSample line = ofLine ? CheckedLineSample(options.sample) : LineSample{};
+    const station::StationOptions station =
+        ofLine ? station::StationOptions() : CheckedStation(options.sample);
     const QString out = QString::fromStdString(options.out);
     MakeDirectory(QStringLiteral("--out"), out);
     const QDir directory(CheckedOutputDirectory(out));
-    QStringList older = PresentFiles(directory);
+    const QStringList older = PresentFiles(directory);
     if (!older.isEmpty() && !options.force)
         throw ConfigurationError(
             Tr("sample", "--out: '%1' already has '%2'; choose another directory, or replace the sample and "
                          "its ini file by --force")
                 .arg(directory.path(), older.first()));
-    if (!WriteStation(directory, station, older))
+    FileWriter writer(directory, older);
+    if (!(ofLine ? WriteLineSample(writer, line) : WriteStation(writer, station)))
         return ExitFailed;
-    // A continuation file left behind would be read after the new first file.
-    for (const QString& name : qAsConst(older))
-        QFile::remove(directory.filePath(name));
+    writer.RemoveOlder();
     PrintLine(ConvertCommand(program, directory));
     return ExitDone;
 }
@@ -103,16 +171,24 @@ void AddSampleCommand(CLI::App& app, Action& chosen, const QString& program)
     AddStationOptions(*command, options->sample);
     command->add_flag("--force", options->force,
                       HelpText("sample", "Replace an older sample in the directory"));
-    command->footer(HelpText("sample",
-                             "The station is a substation of 220/110 kV with a short circuit on a line. "
-                             "There is one recording for "
-                             "each\n"
-                             "kind of start, and the ini file ZuDrv.ini. The same options give the same "
-                             "bytes everywhere. The files\n"
-                             "written are listed; the last line is the command that converts them.\n"
-                             "\n"
-                             "Example:\n"
-                             "  zucmtr sample --out station --fault three --segments 2"));
+    command->footer(HelpText(
+        "sample", "The station is a substation of 220/110 kV with a short circuit on a line. "
+                  "There is one recording for "
+                  "each\n"
+                  "kind of start, and the ini file ZuDrv.ini. The same options give the same "
+                  "bytes everywhere. The files\n"
+                  "written are listed; the last line is the command that converts them.\n"
+                  "\n"
+                  "A simulated fault (--fault AG to ABC, --random-fault) is on a line between two "
+                  "sources whose data\n"
+                  "are in lines.ini; a file .truth.json beside each recording says where the fault "
+                  "is, and all else\n"
+                  "that an analysis should find.\n"
+                  "\n"
+                  "Examples:\n"
+                  "  zucmtr sample --out station --fault three --segments 2\n"
+                  "  zucmtr sample --out faults --fault BCG --distance 70 --resistance 5 --reclose fault\n"
+                  "  zucmtr sample --out faults --random-fault 1-100"));
     command->callback([options, program, &chosen] {
         chosen = [options, program] { return RunSample(*options, program); };
     });

@@ -35,6 +35,19 @@ station::Fault FaultOf(const std::string& name)
     return name == "three" ? station::Fault::ThreePhase : station::Fault::SinglePhase;
 }
 
+std::vector<std::string> FaultWords()
+{
+    std::vector<std::string> words = {"single", "two", "three", "none"};
+    for (const std::string& name : LineFaultNames())
+        words.push_back(name);
+    return words;
+}
+
+recorderfile::CodePage CodePageOf(const std::string& name)
+{
+    return name == "cp1251" ? recorderfile::CodePage::Cp1251 : recorderfile::CodePage::Cp866;
+}
+
 void CheckChannels(const station::StationOptions& options)
 {
     // A chain gets a discrete channel even if none is asked for, so the channels are counted as they are
@@ -93,7 +106,7 @@ void AddStationOptions(CLI::App& command, SampleOptions& options)
         ->check(values::NumberBelow(RateLimit))
         ->type_name("HZ");
     command
-        .add_option("--seconds", station.seconds, HelpText("sample", "Length of a segment, below 268 (2)"))
+        .add_option("--seconds", options.seconds, HelpText("sample", "Length of a segment, below 268 (2)"))
         ->check(values::NumberBelow(DurationLimit))
         ->type_name("S");
     command
@@ -111,22 +124,41 @@ void AddStationOptions(CLI::App& command, SampleOptions& options)
         ->type_name("NAME");
     command
         .add_option("--fault", options.fault,
-                    HelpText("sample", "Fault on the line: single, two, three, none (single)"))
-        ->check(values::OneOf({"single", "two", "three", "none"}))
+                    HelpText("sample", "Fault on the line: single, two, three, none (single); simulated on a "
+                                       "line with known data: AG, BG, CG, AB, BC, CA, ABG, BCG, CAG, ABC"))
+        ->check(values::OneOf(FaultWords()))
         ->type_name("KIND");
     command
         .add_option("--seed", station.seed,
                     HelpText("sample", "Seed of noise and operating times, 0 to 4294967295 (1)"))
         ->transform(values::WholeNumber(0, UINT32_MAX))
         ->type_name("N");
+    AddLineSampleOptions(command, options.line);
+}
+
+bool IsLineSample(const SampleOptions& options)
+{
+    return IsLineSample(options.line, options.fault);
+}
+
+LineSample CheckedLineSample(const SampleOptions& options)
+{
+    LineSampleOptions line = options.line;
+    line.fault.sampleRate = options.station.sampleRate;
+    line.fault.seconds = options.seconds;
+    line.fault.seed = options.station.seed;
+    line.fault.compressed = !options.plain;
+    line.fault.codePage = CodePageOf(options.codePage);
+    return CheckedLineSample(line, options.fault);
 }
 
 station::StationOptions CheckedStation(const SampleOptions& options)
 {
     station::StationOptions station = options.station;
+    if (options.seconds > 0)
+        station.seconds = options.seconds;
     station.compressed = !options.plain;
-    station.codePage =
-        options.codePage == "cp1251" ? recorderfile::CodePage::Cp1251 : recorderfile::CodePage::Cp866;
+    station.codePage = CodePageOf(options.codePage);
     station.fault = FaultOf(options.fault);
     CheckChannels(station);
     CheckLength(station);

@@ -1922,10 +1922,6 @@ Example, with the sample station:
         <translation>Кодировка текстов: cp866, cp1251 (cp866)</translation>
     </message>
     <message>
-        <source>Fault on the line: single, two, three, none (single)</source>
-        <translation>Замыкание на линии: single, two, three, none (single)</translation>
-    </message>
-    <message>
         <source>Seed of noise and operating times, 0 to 4294967295 (1)</source>
         <translation>Начальное число шума и времён срабатывания, от 0 до 4294967295 (1)</translation>
     </message>
@@ -1938,18 +1934,110 @@ Example, with the sample station:
         <translation>Каталог для файлов; создаётся, если его нет</translation>
     </message>
     <message>
+        <source>&apos;%1&apos; is wrong; give a seed or a range of at most %2, as 17 or 1-1000</source>
+        <translation>«%1» не годится; дайте начальное число или диапазон не более чем из %2 чисел, например 17 или 1-1000</translation>
+    </message>
+    <message>
+        <source>Resistance of the fault (1)</source>
+        <translation>Переходное сопротивление (1)</translation>
+    </message>
+    <message>
+        <source>Angle of the faulted phase&apos;s voltage at the onset (60)</source>
+        <translation>Угол напряжения повреждённой фазы в момент замыкания (60)</translation>
+    </message>
+    <message>
+        <source>Frequency, 45 to 55 (50)</source>
+        <translation>Частота сети, от 45 до 55 (50)</translation>
+    </message>
+    <message>
+        <source>Noise, standard deviation in percent of the rated peak (0.05)</source>
+        <translation>Шум, среднеквадратичное отклонение в процентах номинальной амплитуды (0.05)</translation>
+    </message>
+    <message>
+        <source>Length of the line (60)</source>
+        <translation>Длина линии (60)</translation>
+    </message>
+    <message>
+        <source>%1 and --fault %2 exclude each other; leave one out</source>
+        <translation>%1 и --fault %2 вместе нельзя; уберите один из них</translation>
+    </message>
+    <message>
+        <source>--evolving: a fault %1 cannot turn into another; leave it out</source>
+        <translation>--evolving: замыкание %1 не может перейти в другое; уберите этот ключ</translation>
+    </message>
+    <message>
+        <source>--evolving: a fault %1 cannot turn into %2; give one of %3</source>
+        <translation>--evolving: замыкание %1 не может перейти в %2; дайте одно из: %3</translation>
+    </message>
+    <message>
+        <source>--rate %1: a simulated fault is sampled at %2 to %3 Hz; give such a rate</source>
+        <translation>--rate %1: частота дискретизации моделируемого замыкания — от %2 до %3 Гц; дайте такую</translation>
+    </message>
+    <message>
+        <source>--seconds %1: a simulated recording lasts %2 to %3 s; give such a length</source>
+        <translation>--seconds %1: моделируемая осциллограмма длится от %2 до %3 с; дайте такую длительность</translation>
+    </message>
+    <message>
+        <source>Distance to a simulated fault, in percent of the line (40)</source>
+        <translation>Расстояние до моделируемого замыкания, в процентах длины линии (40)</translation>
+    </message>
+    <message>
+        <source>Load current before the fault, in parts of the rated current; negative towards the station (0.3)</source>
+        <translation>Ток нагрузки до замыкания в долях номинального; отрицательный — к подстанции (0.3)</translation>
+    </message>
+    <message>
+        <source>Let the current transformers of the line saturate</source>
+        <translation>С насыщением трансформаторов тока линии</translation>
+    </message>
+    <message>
+        <source>What the fault turns into 35 ms after its onset</source>
+        <translation>Во что переходит замыкание через 35 мс после возникновения</translation>
+    </message>
+    <message>
+        <source>Reclose the line: success, or fault (it is still faulted)</source>
+        <translation>АПВ линии: success (успешное) или fault (на неустранённое замыкание)</translation>
+    </message>
+    <message>
+        <source>Simulate a fault drawn from the seed, or one for each seed of a range</source>
+        <translation>Моделировать случайное замыкание по начальному числу или по одному на каждое число диапазона</translation>
+    </message>
+    <message>
+        <source>Likewise without a fault: load steps, switching, inrush, swings</source>
+        <translation>То же без замыкания: набросы нагрузки, коммутации, броски тока намагничивания, качания</translation>
+    </message>
+    <message>
+        <source>%1 needs a simulated fault; give --fault %2, too</source>
+        <translation>%1 — только для моделируемого замыкания; дайте и --fault %2</translation>
+    </message>
+    <message>
         <source>The station is a substation of 220/110 kV with a short circuit on a line. There is one recording for each
 kind of start, and the ini file ZuDrv.ini. The same options give the same bytes everywhere. The files
 written are listed; the last line is the command that converts them.
 
-Example:
-  zucmtr sample --out station --fault three --segments 2</source>
+A simulated fault (--fault AG to ABC, --random-fault) is on a line between two sources whose data
+are in lines.ini; a file .truth.json beside each recording says where the fault is, and all else
+that an analysis should find.
+
+Examples:
+  zucmtr sample --out station --fault three --segments 2
+  zucmtr sample --out faults --fault BCG --distance 70 --resistance 5 --reclose fault
+  zucmtr sample --out faults --random-fault 1-100</source>
         <translation>Станция — подстанция 220/110 кВ с коротким замыканием на линии. Для каждого вида пуска есть осциллограмма,
 а также ini-файл ZuDrv.ini. Одинаковые ключи везде дают одинаковые байты. Записанные файлы перечисляются;
 последняя строка — команда, которая их преобразует.
 
-Пример:
-  zucmtr sample --out station --fault three --segments 2</translation>
+Моделируемое замыкание (--fault от AG до ABC, --random-fault) происходит на линии между двумя источниками;
+её параметры — в файле lines.ini. Рядом с каждой осциллограммой файл .truth.json: где замыкание и что ещё
+должен найти анализ.
+
+Примеры:
+  zucmtr sample --out station --fault three --segments 2
+  zucmtr sample --out faults --fault BCG --distance 70 --resistance 5 --reclose fault
+  zucmtr sample --out faults --random-fault 1-100</translation>
+    </message>
+    <message>
+        <source>Fault on the line: single, two, three, none (single); simulated on a line with known data: AG, BG, CG, AB, BC, CA, ABG, BCG, CAG, ABC</source>
+        <translation>Замыкание на линии: single, two, three, none (single); моделируемое на линии с известными параметрами: AG, BG, CG, AB, BC, CA, ABG, BCG, CAG, ABC</translation>
     </message>
 </context>
 <context>
