@@ -139,6 +139,7 @@ Oscillogram Read(const QString& recordPath, const Extent& extent)
     Oscillogram oscillogram;
     oscillogram.config = record.Config();
     oscillogram.report = ReportText(record.Header());
+    oscillogram.information = record.Information();
     oscillogram.axis = AxisOf(recordPath, oscillogram.config);
     oscillogram.analog.resize(oscillogram.config.analog.size());
     oscillogram.states.resize(oscillogram.config.states.size());

@@ -54,6 +54,7 @@ struct Oscillogram
     comtrade::Configuration config;
     TimeAxis axis;
     QString report;             ///< the text of the HDR file, empty if there is none
+    QByteArray information;     ///< the INF file as stored, empty if there is none
     qint64 first = 0;           ///< of the samples held
     qint64 total = 0;           ///< samples of the record
     std::vector<Codes> analog;  ///< one for each analog channel of the configuration
