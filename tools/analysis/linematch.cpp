@@ -29,6 +29,11 @@ bool Has(const std::vector<Circuit>& circuits, const QString& name)
 
 } // namespace
 
+bool IsSameName(const QString& a, const QString& b)
+{
+    return a == b || (!Bare(a).isEmpty() && Bare(a) == Bare(b));
+}
+
 QString CircuitNamed(const QString& name, const std::vector<Circuit>& circuits, const ChannelKinds& kinds)
 {
     if (name.isEmpty() || Has(circuits, name))
@@ -36,10 +41,9 @@ QString CircuitNamed(const QString& name, const std::vector<Circuit>& circuits, 
     const QString ofEquipment = kinds.CircuitOf(name);
     if (!ofEquipment.isEmpty())
         return ofEquipment;
-    const QString bare = Bare(name);
     QStringList alike;
     for (const Circuit& circuit : circuits)
-        if (!bare.isEmpty() && Bare(circuit.name) == bare)
+        if (IsSameName(circuit.name, name))
             alike << circuit.name;
     return alike.size() == 1 ? alike.first() : QString();
 }

@@ -13,6 +13,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
 #include <csignal>
 #include <memory>
 #include <new>
@@ -68,25 +69,28 @@ void Print(const QString& file, const analysis::Summary& summary, const EventsOp
 }
 
 // Programs get an object for every file, whatever is wrong with it.
-bool Refuse(const QString& file, const char* reason, const QString& text, const EventsOptions& options)
+ExitCode Refuse(const QString& file, const char* reason, const QString& text, const EventsOptions& options)
 {
     if (options.json)
         PrintJson({{QStringLiteral("file"), file},
                    {QStringLiteral("reason"), QLatin1String(explain::WordOf(file, reason))},
                    {QStringLiteral("error"), text}});
     Complain(text.startsWith(file) ? text : file + QLatin1String(": ") + text);
-    return false;
+    return ExitFailed;
 }
 
-// False if nothing can be said about the file.
-bool Show(const QString& file, const EventsOptions& options, bool isFirst)
+// ExitDone, or why nothing can be said about the file.
+ExitCode Show(const QString& file, const EventsOptions& options, bool isFirst)
 {
     const bool isRecord = file.endsWith(QLatin1String(".cfg"), Qt::CaseInsensitive) ||
                           file.endsWith(QLatin1String(".cff"), Qt::CaseInsensitive);
     const char* unreadable = isRecord ? reason::RecordUnreadable : reason::RecordingUnreadable;
     try {
         Print(file, SummaryOf(file, options), options, isFirst);
-        return true;
+        return ExitDone;
+    } catch (const ConfigurationError& error) { // the other files may have other ini files
+        Complain(error.Lines());
+        return ExitUsage;
     } catch (const comtrade::Error& error) {
         return Refuse(file, reason::RecordUnreadable, text::MessageOf(error), options);
     } catch (const SourceError& error) {
@@ -105,15 +109,15 @@ int RunEvents(const EventsOptions& options)
     if (options.csv)
         PrintBytes(analysis::CsvHead());
     Progress progress(options.files.size(), options.files.size() > 1);
-    bool good = true;
+    ExitCode worst = ExitDone;
     for (size_t i = 0; i < options.files.size() && !interrupt::Came(); ++i) {
         progress.Show(i);
         progress.Hide();
-        good = Show(FromUtf8(options.files[i]), options, i == 0) && good;
+        worst = std::max(worst, Show(FromUtf8(options.files[i]), options, i == 0));
     }
     if (interrupt::Came())
         return interrupt::ExitCode();
-    return good ? ExitDone : ExitFailed;
+    return worst;
 }
 
 void AddOptions(CLI::App& command, EventsOptions& options)
