@@ -14,8 +14,10 @@ QString Bare(const QString& name)
     static const QRegularExpression kilovolts(QStringLiteral("(\\d)\\s*(кВ|kV)\\b"),
                                               QRegularExpression::CaseInsensitiveOption |
                                                   QRegularExpression::UseUnicodePropertiesOption);
+    QString text = name;
+    text.replace(kilovolts, QStringLiteral("\\1 "));
     QString bare;
-    for (const QChar character : QString(name).replace(kilovolts, QStringLiteral("\\1 ")))
+    for (const QChar character : qAsConst(text))
         if (character.isLetterOrNumber())
             bare += character.toLower();
     return bare;
