@@ -90,8 +90,8 @@ public:
 
     LineFile Finish()
     {
-        for (Line& line : file.lines)
-            FindMissing(line);
+        for (const Line& line : file.lines)
+            ReportMissing(line);
         return std::move(file);
     }
 
@@ -108,6 +108,7 @@ private:
         file.lines.emplace_back();
         file.lines.back().circuit = line.section;
         file.lines.back().row = line.number;
+        file.lines.back().missing = NeededLineKeys();
     }
 
     void Set(const zu::IniLine& entry)
@@ -146,7 +147,7 @@ private:
             else
                 line.*key.field = value;
             if (!entry.value.isEmpty())
-                given.insert(line.circuit + QLatin1Char('\n') + entry.key);
+                line.missing.removeAll(entry.key);
             return true;
         }
         return false;
@@ -165,13 +166,10 @@ private:
             AddError(entry.number, reason::BadZone, Place(line, entry) + trouble);
     }
 
-    void FindMissing(Line& line)
+    // A section with none of them is a draft.
+    void ReportMissing(const Line& line)
     {
-        const QStringList needed = NeededLineKeys();
-        for (const QString& key : needed)
-            if (!given.contains(line.circuit + QLatin1Char('\n') + key))
-                line.missing << key;
-        if (!line.missing.isEmpty() && line.missing.size() < needed.size())
+        if (!line.missing.isEmpty() && line.missing.size() < NeededLineKeys().size())
             Warn(line.row, reason::KeyMissing,
                  Tr("lines", "[%1] lacks %2; without it there is no distance to a fault on it")
                      .arg(line.circuit, line.missing.join(QLatin1String(", "))));
@@ -188,8 +186,7 @@ private:
     }
 
     LineFile file;
-    QSet<QString> keys;  // of the open section
-    QSet<QString> given; // numbers: section and key
+    QSet<QString> keys; // of the open section
 };
 
 // The first row that is not UTF-8; 0 if all are.
