@@ -94,7 +94,8 @@ ExitCode Show(const QString& file, const EventsOptions& options, bool isFirst)
     } catch (const comtrade::Error& error) {
         return Refuse(file, reason::RecordUnreadable, text::MessageOf(error), options);
     } catch (const SourceError& error) {
-        return Refuse(file, unreadable, text::MessageOf(error), options);
+        const QString message = text::MessageOf(error);
+        return Refuse(file, reason::OfLibrary(message, unreadable), message, options);
     } catch (const std::bad_alloc&) {
         return Refuse(file, reason::OutOfMemory, text::MemoryMessage(), options);
     }
