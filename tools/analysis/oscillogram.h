@@ -47,6 +47,7 @@ private:
     std::vector<quint8> bits;
     size_t count = 0;
     qint64 changes = 0;
+    bool last = false; // of them
 };
 
 struct Oscillogram
