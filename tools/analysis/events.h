@@ -29,7 +29,7 @@ constexpr double BounceGap = 0.005;
 constexpr double LongestBounce = 0.020;
 
 /// Events beyond this number are counted, not listed.
-constexpr size_t MostEvents = 100'000;
+constexpr size_t MostEvents = 100000;
 
 struct EventList
 {
