@@ -9,6 +9,7 @@ namespace {
 const QStringList& NamesOfThings()
 {
     static const QStringList names = {"zucmtr", "check",   "convert", "dictionary", "info",   "sample",
+                                      "events", "lines",   "CSV",     "RFC",
                                       "view",   "watch",   "help",    "COMTRADE",   "IEEE",   "ini",
                                       "Ini",    "mkdir",   "JSON",    "HTML",       "SVG",    "PNG",
                                       "Ctrl",   "SIGTERM", "cron",    "Default",    "Device", "cp",
