@@ -63,15 +63,26 @@ TEST(ChannelKinds, ReclosingIsFoundByItsName)
 
 TEST(ChannelKinds, AreGuessedFromRussianAndEnglishNames)
 {
-    const std::vector<std::pair<const char*, const char*>> names = {
-        {"Пуск ДЗ", "start 1"},       {"Откл. от ТЗНП", "trip 1"},    {"РПВ", "breaker 1"},
-        {"РПО", "breaker 0"},         {"Выключатель включен", "breaker 1"},
-        {"Положение выключателя", "breaker 1"},
-        {"Опер. ток", "other 1"},     {"АПВ выведено", "other 1"},    {"Дверь", "other 1"},
-        {"Z1 pickup", "start 1"},     {"21 Start", "start 1"},        {"Trip A", "trip 1"},
-        {"CB open", "breaker 0"},     {"Breaker closed", "breaker 1"}, {"52b", "breaker 0"},
-        {"52a", "breaker 1"},         {"Reclose", "reclosing 1"},     {"Reclosing blocked", "other 1"},
-        {"Manual start", "other 1"},  {"CB not ready", "other 1"}};
+    const std::vector<std::pair<const char*, const char*>> names = {{"Пуск ДЗ", "start 1"},
+                                                                    {"Откл. от ТЗНП", "trip 1"},
+                                                                    {"РПВ", "breaker 1"},
+                                                                    {"РПО", "breaker 0"},
+                                                                    {"Выключатель включен", "breaker 1"},
+                                                                    {"Положение выключателя", "breaker 1"},
+                                                                    {"Опер. ток", "other 1"},
+                                                                    {"АПВ выведено", "other 1"},
+                                                                    {"Дверь", "other 1"},
+                                                                    {"Z1 pickup", "start 1"},
+                                                                    {"21 Start", "start 1"},
+                                                                    {"Trip A", "trip 1"},
+                                                                    {"CB open", "breaker 0"},
+                                                                    {"Breaker closed", "breaker 1"},
+                                                                    {"52b", "breaker 0"},
+                                                                    {"52a", "breaker 1"},
+                                                                    {"Reclose", "reclosing 1"},
+                                                                    {"Reclosing blocked", "other 1"},
+                                                                    {"Manual start", "other 1"},
+                                                                    {"CB not ready", "other 1"}};
     for (const auto& [name, kind] : names)
         EXPECT_EQ(Guessed(name), QString(kind)) << name;
 }

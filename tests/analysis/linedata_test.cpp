@@ -23,9 +23,9 @@ QStringList Problems(const QByteArray& text)
 
 TEST(LineData, SectionIsALineWithItsNumbers)
 {
-    const analysis::LineFile file = analysis::ParseLines(QByteArray(Whole) +
-                                                         "r0m=0.15 ; with the second circuit\nx0m=0.7\n"
-                                                         "parallel=W2\nvoltages=ТН 1СШ-110\n");
+    const analysis::LineFile file =
+        analysis::ParseLines(QByteArray(Whole) + "r0m=0.15 ; with the second circuit\nx0m=0.7\n"
+                                                 "parallel=W2\nvoltages=ТН 1СШ-110\n");
     EXPECT_TRUE(file.problems.empty());
     ASSERT_EQ(file.lines.size(), 1u);
     const analysis::Line& line = file.lines.front();
@@ -62,9 +62,10 @@ TEST(LineData, ZonesAreCirclesAndPolygonsInPrimaryOhms)
 
 TEST(LineData, EachWrongValueIsAnErrorThatSaysWhatToDo)
 {
-    const char* const rows = "[W]\nlength=0\nr1=-1\nx1=0,41\nr0=nan\nx0=1e999\nzone1=mho 1 2\nzone2=mho 1 2 0\n"
-                             "zone3=polygon 0,0 1,1\nzone4=polygon 0,0 1,1 2,2\nzone5=polygon 0,0 1 2,2\n"
-                             "zone6=circle\nzone7=mho 1 2 3,5\n";
+    const char* const rows =
+        "[W]\nlength=0\nr1=-1\nx1=0,41\nr0=nan\nx0=1e999\nzone1=mho 1 2\nzone2=mho 1 2 0\n"
+        "zone3=polygon 0,0 1,1\nzone4=polygon 0,0 1,1 2,2\nzone5=polygon 0,0 1 2,2\n"
+        "zone6=circle\nzone7=mho 1 2 3,5\n";
     const QStringList wanted = {
         "2 error numberOutOfRange: [W] length = '0': it has to be above 0",
         "3 error numberOutOfRange: [W] r1 = '-1': it cannot be below 0",
@@ -139,7 +140,8 @@ TEST(LineData, NamesOfCircuitsAreFoundAsWrittenByEquipmentAndByTheirLetters)
     EXPECT_EQ(analysis::CircuitNamed("Q1", circuits, kinds), QString("Q1 south"));
     EXPECT_EQ(analysis::CircuitNamed("ВЛ-110 Южная", circuits, kinds), QString("ВЛ 110 кВ Южная"));
     EXPECT_EQ(analysis::CircuitNamed("ВЛ-110", circuits, kinds), QString());
-    analysis::Lines lines = analysis::ParseLines("[ВЛ-110 Южная]\nvoltages=Q1\n[Other]\nlength=1\n[Q1]\n").lines;
+    analysis::Lines lines =
+        analysis::ParseLines("[ВЛ-110 Южная]\nvoltages=Q1\n[Other]\nlength=1\n[Q1]\n").lines;
     lines = analysis::LinesOf(lines, circuits, kinds);
     ASSERT_EQ(lines.size(), 1u); // nothing is known of the others
     EXPECT_EQ(lines.front().circuit, QString("ВЛ 110 кВ Южная"));

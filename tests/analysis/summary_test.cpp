@@ -18,8 +18,8 @@ constexpr double Pi = 3.14159265358979323846;
 // A fault 5 ms after the trigger at noon, for 62 ms, with all that can be known of it.
 analysis::Summary Known()
 {
-    const analysis::Oscillogram record = made::Record({{"Trip W1", "W1", "0000111111"}, {"52a", "W1", "1111111000"}},
-                                                      100, 2);
+    const analysis::Oscillogram record =
+        made::Record({{"Trip W1", "W1", "0000111111"}, {"52a", "W1", "1111111000"}}, 100, 2);
     analysis::Summary summary = analysis::Summarise(record, {}, QStringLiteral("lines.ini"));
     comtrade::AnalogChannel current;
     current.number = 1;
@@ -54,14 +54,15 @@ TEST(Summary, JsonHasTheFaultWithItsPartsAndDistances)
     const QJsonObject object = analysis::JsonOf(Known());
     EXPECT_EQ(object["trigger"].toString(), QString("2024-01-31T12:00:00.020000+03:00"));
     EXPECT_EQ(object["frequency"].toDouble(), 49.9877);
-    EXPECT_EQ(Compact(object["fault"]),
-              QByteArray("[{\"best\":\"takagi\",\"circuit\":\"W1\",\"clearing\":0.067,\"direction\":\"forward\","
-                         "\"distance\":{\"reactance\":{\"km\":16.55,\"percent\":33.1,\"resistance\":null},"
-                         "\"takagi\":{\"km\":17.1,\"percent\":34.2,\"resistance\":2.1}},\"kind\":\"AG\","
-                         "\"lack\":null,\"onset\":0.005,\"parts\":[{\"best\":\"takagi\",\"circuit\":\"W1\","
-                         "\"clearing\":0.067,\"distance\":{\"reactance\":{\"km\":16.55,\"percent\":33.1,"
-                         "\"resistance\":null},\"takagi\":{\"km\":17.1,\"percent\":34.2,\"resistance\":2.1}},"
-                         "\"kind\":\"AG\",\"lack\":null,\"onset\":0.005,\"range\":null}],\"range\":null}]"));
+    EXPECT_EQ(
+        Compact(object["fault"]),
+        QByteArray("[{\"best\":\"takagi\",\"circuit\":\"W1\",\"clearing\":0.067,\"direction\":\"forward\","
+                   "\"distance\":{\"reactance\":{\"km\":16.55,\"percent\":33.1,\"resistance\":null},"
+                   "\"takagi\":{\"km\":17.1,\"percent\":34.2,\"resistance\":2.1}},\"kind\":\"AG\","
+                   "\"lack\":null,\"onset\":0.005,\"parts\":[{\"best\":\"takagi\",\"circuit\":\"W1\","
+                   "\"clearing\":0.067,\"distance\":{\"reactance\":{\"km\":16.55,\"percent\":33.1,"
+                   "\"resistance\":null},\"takagi\":{\"km\":17.1,\"percent\":34.2,\"resistance\":2.1}},"
+                   "\"kind\":\"AG\",\"lack\":null,\"onset\":0.005,\"range\":null}],\"range\":null}]"));
     EXPECT_EQ(Compact(object["phasors"]),
               QByteArray("[{\"after\":{},\"before\":{\"Ia W1\":{\"angle\":-30,\"magnitude\":100}},"
                          "\"during\":{\"Ia W1\":{\"angle\":-90,\"magnitude\":2500.5}}}]"));
@@ -70,10 +71,11 @@ TEST(Summary, JsonHasTheFaultWithItsPartsAndDistances)
 TEST(Summary, JsonHasTheEventsAndOperatingTimes)
 {
     const QJsonObject object = analysis::JsonOf(Known());
-    EXPECT_EQ(Compact(object["events"].toArray()[1]),
-              QByteArray("[{\"active\":false,\"at\":\"2024-01-31T12:00:00.070000+03:00\",\"bounce\":false,"
-                         "\"changes\":1,\"channel\":2,\"circuit\":\"W1\",\"kind\":\"breaker\",\"name\":\"52a\","
-                         "\"since\":0.03,\"state\":0,\"time\":0.05}]"));
+    EXPECT_EQ(
+        Compact(object["events"].toArray()[1]),
+        QByteArray("[{\"active\":false,\"at\":\"2024-01-31T12:00:00.070000+03:00\",\"bounce\":false,"
+                   "\"changes\":1,\"channel\":2,\"circuit\":\"W1\",\"kind\":\"breaker\",\"name\":\"52a\","
+                   "\"since\":0.03,\"state\":0,\"time\":0.05}]"));
     EXPECT_EQ(object["events"].toArray()[0].toObject()["since"], QJsonValue());
     EXPECT_EQ(Compact(object["operating"]),
               QByteArray("[{\"breaker\":0.045,\"circuit\":\"W1\",\"clearing\":0.062,\"deadTime\":null,"
@@ -135,7 +137,8 @@ TEST(Summary, WhatLacksForADistanceIsSaid)
     part.distances.clear();
     part.best.reset();
     part.lack = analysis::Lack::LineData;
-    EXPECT_EQ(analysis::SentencesOf(summary)[2], QString("No distance: 'lines.ini' has no data of the line [W1]."));
+    EXPECT_EQ(analysis::SentencesOf(summary)[2],
+              QString("No distance: 'lines.ini' has no data of the line [W1]."));
     summary.lineFile.clear();
     EXPECT_EQ(analysis::SentencesOf(summary)[2],
               QString("No distance: there is no lines.ini with the data of the line."));
@@ -168,8 +171,8 @@ TEST(Summary, PartOfARecordIsSaid)
     record.config.rates = {{1000, 4000}};
     record.axis = analysis::TimeAxis::FromRates(record.config);
     const analysis::Summary summary = analysis::Summarise(record, {}, QString());
-    EXPECT_TRUE(
-        analysis::SentencesOf(summary).contains("Only 4 of 4000 samples, around the trigger, were looked at."));
+    EXPECT_TRUE(analysis::SentencesOf(summary).contains(
+        "Only 4 of 4000 samples, around the trigger, were looked at."));
 }
 
 TEST(Summary, TableIsAligned)

@@ -149,7 +149,7 @@ TEST(Errors, NothingToConvertNeedsNoIniFileInJsonEither)
 
 TEST(HelpCommand, PrintsWhatTheOptionPrints)
 {
-    const QStringList commands = {"check", "convert", "dictionary", "events", "info",
+    const QStringList commands = {"check",  "convert", "dictionary", "events", "info",
                                   "sample", "view",    "watch",      "help"};
     for (const QString& command : commands) {
         const Finished help = RunProgram(QString(), {"help", command});

@@ -15,10 +15,7 @@ namespace {
 class Station : public Workplace
 {
 public:
-    Station()
-    {
-        RunProgram(Path(), {"sample", "--out", ".", "--force"});
-    }
+    Station() { RunProgram(Path(), {"sample", "--out", ".", "--force"}); }
 
     Finished Run(const QStringList& arguments) const { return RunProgram(Path(), arguments); }
 
@@ -40,13 +37,15 @@ QByteArray ContentOf(const QString& path)
 }
 
 // A record in ASCII with one discrete channel; its data given by the states.
-void WriteRecord(const TestDirectory& place, const QString& name, const QString& channel, const QString& states)
+void WriteRecord(const TestDirectory& place, const QString& name, const QString& channel,
+                 const QString& states)
 {
-    place.Write(name + ".cfg", QStringLiteral("S,D,1999\n1,0A,1D\n1,%1,,W1,0\n50\n1\n1000,%2\n"
-                                              "01/02/2024,03:04:05.000000\n01/02/2024,03:04:05.002000\nASCII\n1\n")
-                                   .arg(channel)
-                                   .arg(states.size())
-                                   .toUtf8());
+    place.Write(name + ".cfg",
+                QStringLiteral("S,D,1999\n1,0A,1D\n1,%1,,W1,0\n50\n1\n1000,%2\n"
+                               "01/02/2024,03:04:05.000000\n01/02/2024,03:04:05.002000\nASCII\n1\n")
+                    .arg(channel)
+                    .arg(states.size())
+                    .toUtf8());
     QByteArray data;
     for (int i = 0; i < states.size(); ++i)
         data += QStringLiteral("%1,%2,%3\n").arg(i + 1).arg(i * 1000).arg(states[i]).toUtf8();
@@ -119,12 +118,15 @@ TEST(Events, AreInRussian)
 {
     const Station place;
     WriteRecord(place, "a", "Trip", "0001111111");
-    const Finished run = RunProgram(place.Path(), {"events", "a.cfg"}, {{"LC_ALL", "ru_RU.UTF-8"}, {"LANGUAGE", ""}});
-    EXPECT_EQ(run.out, "a.cfg\n"
-                       "  Короткое замыкание не обнаружено.\n"
-                       "\n"
-                       "  Время            От пуска, с  От предыдущего, с  Присоединение  Сигнал  Вид         Состояние\n"
-                       "  03:04:05,003000    +0,001000                     W1             Trip    отключение  1\n");
+    const Finished run =
+        RunProgram(place.Path(), {"events", "a.cfg"}, {{"LC_ALL", "ru_RU.UTF-8"}, {"LANGUAGE", ""}});
+    EXPECT_EQ(
+        run.out,
+        "a.cfg\n"
+        "  Короткое замыкание не обнаружено.\n"
+        "\n"
+        "  Время            От пуска, с  От предыдущего, с  Присоединение  Сигнал  Вид         Состояние\n"
+        "  03:04:05,003000    +0,001000                     W1             Trip    отключение  1\n");
 }
 
 TEST(Events, CsvAndJsonAreNotBoth)
@@ -141,8 +143,8 @@ TEST(Events, AreWrittenBesideTheRecordWithIt)
     EXPECT_EQ(run.code, 0) << run.err;
     const QJsonObject object = JsonOf(run.out);
     const QString name = object["record"].toString();
-    EXPECT_EQ(place.Out(), (QStringList{name + ".cfg", name + ".dat", name + ".events.json", name + ".events.txt",
-                                        name + ".hdr", name + ".html", name + ".inf"}));
+    EXPECT_EQ(place.Out(), (QStringList{name + ".cfg", name + ".dat", name + ".events.json",
+                                        name + ".events.txt", name + ".hdr", name + ".html", name + ".inf"}));
     EXPECT_EQ(object["files"].toArray().size(), 7);
     const QJsonObject stored = JsonOf(ContentOf(place.Path("out/" + name + ".events.json")));
     EXPECT_EQ(stored["file"].toString(), "out/" + name + ".cfg");
@@ -170,8 +172,8 @@ TEST(Events, ThatCannotBeWrittenKeepTheRecordAndTheRecording)
     const QString name = place.Out().first().section('.', 0, -2);
     QDir(place.Path("out")).mkdir(name + ".events.txt");
     for (const QStringList& again : {QStringList(), QStringList{"--again"}}) {
-        const Finished run =
-            place.Run(QStringList{"convert", "--events", "--json", "--remove-source", "--out", "out", Fault} + again);
+        const Finished run = place.Run(
+            QStringList{"convert", "--events", "--json", "--remove-source", "--out", "out", Fault} + again);
         EXPECT_EQ(run.code, 1);
         EXPECT_EQ(JsonOf(run.out)["reason"].toString(), "eventsNotWritten");
         EXPECT_EQ(JsonOf(run.out)["error"].toString(),

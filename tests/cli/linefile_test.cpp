@@ -32,15 +32,18 @@ TEST(LineFile, WithAMistakeEndsEveryCommandThatNeedsIt)
 {
     const Station place;
     place.Write("lines.ini", Good + "zone1=1\n[W]\nlength=x\n");
-    const QString where = "lines.ini:7: [ВЛ-110 Восточная] zone1 = '1': a zone is 'mho R X radius' or 'polygon R,X R,X "
-                          "R,X ...', in primary ohms\nlines.ini:9: [W] length = 'x': 'x' is not a number\n";
+    const QString where =
+        "lines.ini:7: [ВЛ-110 Восточная] zone1 = '1': a zone is 'mho R X radius' or 'polygon R,X R,X "
+        "R,X ...', in primary ohms\nlines.ini:9: [W] length = 'x': 'x' is not a number\n";
     for (const QStringList& command :
          {QStringList{"events"}, QStringList{"convert", "--out", "out", "--events"},
-          QStringList{"convert", "--out", "out", "--json"}, QStringList{"watch", "--once", "--events", "--out", "out"}}) {
+          QStringList{"convert", "--out", "out", "--json"},
+          QStringList{"watch", "--once", "--events", "--out", "out"}}) {
         const bool watches = command.first() == QLatin1String("watch");
         const Finished run = place.Run(command + QStringList{watches ? QStringLiteral(".") : Fault});
         EXPECT_EQ(run.code, 2) << command.first();
-        EXPECT_TRUE(run.err.endsWith("zucmtr: " + where) || run.err.endsWith("zucmtr: ./" + where)) << run.err;
+        EXPECT_TRUE(run.err.endsWith("zucmtr: " + where) || run.err.endsWith("zucmtr: ./" + where))
+            << run.err;
     }
     EXPECT_EQ(place.Run({"convert", "--out", "out", Fault}).code, 0); // needs it not
     EXPECT_EQ(place.Run({"info", Fault}).code, 0);
@@ -71,21 +74,25 @@ TEST(LineFile, OfARecordIsBesideIt)
 TEST(LineFile, IsExplainedBesideTheIniFile)
 {
     const Station place;
-    place.Write("lines.ini", Good + "zone1=mho 1 2 3\n[ВЛ-110 Западная]\nvoltages=ТН 1СШ-111\n[ВЛ-110 Западнаа]\n");
+    place.Write("lines.ini",
+                Good + "zone1=mho 1 2 3\n[ВЛ-110 Западная]\nvoltages=ТН 1СШ-111\n[ВЛ-110 Западнаа]\n");
     const Finished run = place.Run({"check", "ZuDrv.ini"});
     EXPECT_EQ(run.code, 1);
-    EXPECT_EQ(run.out.split('\n').filter(QRegularExpression("^lines.ini")).join('\n'),
-              "lines.ini: note: lines of the dictionary without a section: 'ВЛ-220 Северная'\n"
-              "lines.ini:1: note: [ВЛ-110 Восточная]: 50 km; equipment of [Vostochnaya]; 'ВЛ 110 кВ Восточная' in "
-              "records; zones: 1\n"
-              "lines.ini:8: note: [ВЛ-110 Западная]: equipment of [Vostochnaya]; 'ВЛ 110 кВ Западная' in records; "
-              "voltages of 'ТН 1СШ-111'\n"
-              "lines.ini:8: note: [ВЛ-110 Западная] is yet to be filled in: length, r1, x1, r0, x0\n"
-              "lines.ini:8: warning: [ВЛ-110 Западная] voltages: the ini file has no equipment and no bay 'ТН 1СШ-111'; "
-              "is 'ТН 1СШ-110' meant?\n"
-              "lines.ini:10: warning: [ВЛ-110 Западнаа] is no equipment of the dictionary and no bay; it serves records "
-              "that have a circuit of this name, and nothing else; is 'ВЛ-110 Западная' meant?\n"
-              "lines.ini:10: note: [ВЛ-110 Западнаа] is yet to be filled in: length, r1, x1, r0, x0");
+    EXPECT_EQ(
+        run.out.split('\n').filter(QRegularExpression("^lines.ini")).join('\n'),
+        "lines.ini: note: lines of the dictionary without a section: 'ВЛ-220 Северная'\n"
+        "lines.ini:1: note: [ВЛ-110 Восточная]: 50 km; equipment of [Vostochnaya]; 'ВЛ 110 кВ Восточная' in "
+        "records; zones: 1\n"
+        "lines.ini:8: note: [ВЛ-110 Западная]: equipment of [Vostochnaya]; 'ВЛ 110 кВ Западная' in records; "
+        "voltages of 'ТН 1СШ-111'\n"
+        "lines.ini:8: note: [ВЛ-110 Западная] is yet to be filled in: length, r1, x1, r0, x0\n"
+        "lines.ini:8: warning: [ВЛ-110 Западная] voltages: the ini file has no equipment and no bay 'ТН "
+        "1СШ-111'; "
+        "is 'ТН 1СШ-110' meant?\n"
+        "lines.ini:10: warning: [ВЛ-110 Западнаа] is no equipment of the dictionary and no bay; it serves "
+        "records "
+        "that have a circuit of this name, and nothing else; is 'ВЛ-110 Западная' meant?\n"
+        "lines.ini:10: note: [ВЛ-110 Западнаа] is yet to be filled in: length, r1, x1, r0, x0");
 }
 
 TEST(LineFile, IsDraftedWithTheDictionary)
@@ -103,6 +110,7 @@ TEST(LineFile, IsDraftedWithTheDictionary)
     EXPECT_EQ(place.Run({"events", Fault}).code, 0); // nothing is wrong with a draft
     const Finished again = place.Run({"dictionary", "--line-data", "lines.ini", Fault});
     EXPECT_EQ(again.code, 2);
-    EXPECT_EQ(again.err,
-              "zucmtr: --line-data: 'lines.ini' is there already; choose another name, or replace it by --force\n");
+    EXPECT_EQ(
+        again.err,
+        "zucmtr: --line-data: 'lines.ini' is there already; choose another name, or replace it by --force\n");
 }

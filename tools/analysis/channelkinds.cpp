@@ -118,8 +118,7 @@ ChannelUse ChannelKinds::Of(size_t channel) const
     }
     const dictionary::Status guess = dictionary::GuessStatus(name);
     use.kind = KindOf(guess, name);
-    use.active =
-        use.kind == ChannelKind::Breaker ? guess.type == QLatin1String("SBC") : !one.normalState;
+    use.active = use.kind == ChannelKind::Breaker ? guess.type == QLatin1String("SBC") : !one.normalState;
     return use;
 }
 

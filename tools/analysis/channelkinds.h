@@ -16,15 +16,15 @@ const char* NameOf(ChannelKind kind);
 struct ChannelUse
 {
     ChannelKind kind = ChannelKind::Other;
-    /// The state in which the signal is there: a start, a trip, a reclosing; of a breaker's contact, the state
-    /// in which the breaker is closed.
+    /// The state in which the signal is there: a start, a trip, a reclosing; of a breaker's contact, the
+    /// state in which the breaker is closed.
     bool active = true;
 };
 
 /// Knows the channels of one record. Their types are those of the sorting dictionary (S_T, D_G), which are in
 /// the INF file of the Russian edition of COMTRADE; without it, or for a channel that it does not have, they
-/// are guessed from the name as for a new dictionary. There is no code for reclosing, so that it is found by its
-/// name in any case.
+/// are guessed from the name as for a new dictionary. There is no code for reclosing, so that it is found by
+/// its name in any case.
 class ChannelKinds
 {
 public:

@@ -74,10 +74,9 @@ QByteArray Row(const QList<QByteArray>& fields)
 QStringList TableOf(const Summary& summary)
 {
     const std::vector<Event>& events = summary.events.events;
-    std::vector<QStringList> rows = {{Tr("summary", "Time"), Tr("summary", "From trigger, s"),
-                                      Tr("summary", "Since previous, s"), Tr("summary", "Circuit"),
-                                      Tr("summary", "Signal"), Tr("summary", "Kind"),
-                                      Tr("summary", "State")}};
+    std::vector<QStringList> rows = {
+        {Tr("summary", "Time"), Tr("summary", "From trigger, s"), Tr("summary", "Since previous, s"),
+         Tr("summary", "Circuit"), Tr("summary", "Signal"), Tr("summary", "Kind"), Tr("summary", "State")}};
     for (size_t i = 0; i < events.size(); ++i) {
         const Event& event = events[i];
         const comtrade::StateChannel& channel = summary.config.states[event.channel];
@@ -109,13 +108,13 @@ QByteArray CsvOf(const Summary& summary, const QString& file)
     for (size_t i = 0; i < events.size(); ++i) {
         const Event& event = events[i];
         const comtrade::StateChannel& channel = summary.config.states[event.channel];
-        text += Row(
-            {Field(file),
-             comtrade::MomentText(comtrade::After(summary.config.trigger, event.time), offset).toLatin1(),
-             Number(event.time), i == 0 ? QByteArray() : Number(event.time - events[i - 1].time),
-             Field(channel.circuit), QByteArray::number(channel.number), Field(channel.name),
-             NameOf(event.use.kind), event.state ? "1" : "0", event.IsActive() ? "1" : "0",
-             QByteArray::number(event.changes), event.isBounce ? "1" : "0"});
+        text +=
+            Row({Field(file),
+                 comtrade::MomentText(comtrade::After(summary.config.trigger, event.time), offset).toLatin1(),
+                 Number(event.time), i == 0 ? QByteArray() : Number(event.time - events[i - 1].time),
+                 Field(channel.circuit), QByteArray::number(channel.number), Field(channel.name),
+                 NameOf(event.use.kind), event.state ? "1" : "0", event.IsActive() ? "1" : "0",
+                 QByteArray::number(event.changes), event.isBounce ? "1" : "0"});
     }
     return text;
 }

@@ -14,8 +14,8 @@ struct Event
     double time = 0;    ///< of that sample, seconds from the trigger
     size_t channel = 0; ///< discrete channel, place in the configuration
     ChannelUse use;
-    bool state = false; ///< after the change; with contact bounce the one in which the channel stays
-    int changes = 1;    ///< above 1: contact bounce, folded
+    bool state = false;    ///< after the change; with contact bounce the one in which the channel stays
+    int changes = 1;       ///< above 1: contact bounce, folded
     bool isBounce = false; ///< the channel bounced back into its old state
 
     bool IsActive() const { return state == use.active; }

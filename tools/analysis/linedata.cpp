@@ -23,7 +23,7 @@ namespace {
 struct NumberKey
 {
     const char* name;
-    double Line::* field;
+    double Line::*field;
     bool mayBeZero; // a resistance may be; nothing may be less
     bool isNeeded;  // for a distance
 };
@@ -41,11 +41,10 @@ constexpr std::array<NumberKey, 7> numberKeys = {{
 struct TextKey
 {
     const char* name;
-    QString Line::* field;
+    QString Line::*field;
 };
 
-constexpr std::array<TextKey, 2> textKeys = {
-    {{"parallel", &Line::parallel}, {"voltages", &Line::voltages}}};
+constexpr std::array<TextKey, 2> textKeys = {{{"parallel", &Line::parallel}, {"voltages", &Line::voltages}}};
 
 const char ZonePrefix[] = "zone";
 
@@ -75,8 +74,7 @@ public:
             Set(line);
         else if (line.kind == zu::IniLineKind::Outside)
             Warn(line.number, reason::LineOutsideSection,
-                 Tr("lines",
-                    "ignored: '%1' is before the first section; put it under the [circuit] it is of")
+                 Tr("lines", "ignored: '%1' is before the first section; put it under the [circuit] it is of")
                      .arg(line.text));
         else if (line.kind == zu::IniLineKind::Stray)
             Warn(line.number, reason::StrayLine,

@@ -58,9 +58,8 @@ Lines LinesOf(const Lines& lines, const std::vector<Circuit>& circuits, const Ch
         known.circuit = CircuitNamed(line.circuit, circuits, kinds);
         known.voltages = CircuitNamed(line.voltages, circuits, kinds);
         known.parallel = CircuitNamed(line.parallel, circuits, kinds);
-        const bool isTwice =
-            std::any_of(matched.begin(), matched.end(),
-                        [&](const Line& other) { return other.circuit == known.circuit; });
+        const bool isTwice = std::any_of(matched.begin(), matched.end(),
+                                         [&](const Line& other) { return other.circuit == known.circuit; });
         if (!known.circuit.isEmpty() && !isTwice && (known.IsKnown() || !known.voltages.isEmpty()))
             matched.push_back(known);
     }

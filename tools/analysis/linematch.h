@@ -7,8 +7,8 @@
 
 namespace analysis {
 
-/// Whether two names of a circuit have the same letters and digits; "кВ" after a number, blanks, dashes and the
-/// like are left out.
+/// Whether two names of a circuit have the same letters and digits; "кВ" after a number, blanks, dashes and
+/// the like are left out.
 bool IsSameName(const QString& a, const QString& b);
 
 /// The circuit of the record that a section means: the one of this name; the one that the INF file has for

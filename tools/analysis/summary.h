@@ -1,5 +1,5 @@
-// What happened in a record: the fault, the sequence of events, what protection and breaker did; as data, as JSON
-// for programs, and in words for people.
+// What happened in a record: the fault, the sequence of events, what protection and breaker did; as data, as
+// JSON for programs, and in words for people.
 //
 //     const Summary summary = Summarise(Question{"record.cfg", lines});
 //     for (const QString& sentence : SentencesOf(summary)) ...

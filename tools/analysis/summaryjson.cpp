@@ -114,7 +114,7 @@ QString UniqueName(const QJsonObject& object, const comtrade::AnalogChannel& cha
 }
 
 QJsonObject PhasorsOf(const Summary& summary, const std::vector<ChannelPhasors>& phasors,
-                      Phasor ChannelPhasors::* moment)
+                      Phasor ChannelPhasors::*moment)
 {
     QJsonObject object;
     for (const ChannelPhasors& one : phasors) {
@@ -209,8 +209,8 @@ QJsonObject ShortJsonOf(const Summary& summary)
 {
     return {{QStringLiteral("fault"), FaultOf(summary)},
             {QStringLiteral("operating"), OperatingJson(summary.operating)},
-            {QStringLiteral("events"), static_cast<qint64>(summary.events.events.size()) +
-                                           summary.events.leftOut},
+            {QStringLiteral("events"),
+             static_cast<qint64>(summary.events.events.size()) + summary.events.leftOut},
             {QStringLiteral("text"), QJsonArray::fromStringList(SentencesOf(summary))}};
 }
 

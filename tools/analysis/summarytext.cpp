@@ -13,11 +13,16 @@ namespace {
 QString Name(FaultKind kind)
 {
     constexpr std::array<const char*, 11> names = {
-        QT_TRANSLATE_NOOP("summary", "A to earth"),     QT_TRANSLATE_NOOP("summary", "B to earth"),
-        QT_TRANSLATE_NOOP("summary", "C to earth"),     QT_TRANSLATE_NOOP("summary", "A-B"),
-        QT_TRANSLATE_NOOP("summary", "B-C"),            QT_TRANSLATE_NOOP("summary", "C-A"),
-        QT_TRANSLATE_NOOP("summary", "A-B to earth"),   QT_TRANSLATE_NOOP("summary", "B-C to earth"),
-        QT_TRANSLATE_NOOP("summary", "C-A to earth"),   QT_TRANSLATE_NOOP("summary", "A-B-C"),
+        QT_TRANSLATE_NOOP("summary", "A to earth"),
+        QT_TRANSLATE_NOOP("summary", "B to earth"),
+        QT_TRANSLATE_NOOP("summary", "C to earth"),
+        QT_TRANSLATE_NOOP("summary", "A-B"),
+        QT_TRANSLATE_NOOP("summary", "B-C"),
+        QT_TRANSLATE_NOOP("summary", "C-A"),
+        QT_TRANSLATE_NOOP("summary", "A-B to earth"),
+        QT_TRANSLATE_NOOP("summary", "B-C to earth"),
+        QT_TRANSLATE_NOOP("summary", "C-A to earth"),
+        QT_TRANSLATE_NOOP("summary", "A-B-C"),
         QT_TRANSLATE_NOOP("summary", "A-B-C to earth"),
     };
     return Tr("summary", names[static_cast<size_t>(kind)]);
@@ -124,8 +129,7 @@ QString DistanceText(const FaultPart& part)
     if (!part.best)
         return Tr("summary", "Distance %1.").arg(range);
     const Distance& best = part.distances[*part.best];
-    QStringList parts = {
-        Tr("summary", "%1 % (%2 km)").arg(Decimal(best.percent, 1), Decimal(best.km, 1))};
+    QStringList parts = {Tr("summary", "%1 % (%2 km)").arg(Decimal(best.percent, 1), Decimal(best.km, 1))};
     if (part.range)
         parts << range;
     if (std::isfinite(best.resistance))

@@ -7,8 +7,8 @@
 
 namespace comtrade {
 
-/// Minutes from UTC of the record's times by its time code (revision 2013): "+3", "-7h15", "0"; nothing if the
-/// zone is not known ("x", revision 1999).
+/// Minutes from UTC of the record's times by its time code (revision 2013): "+3", "-7h15", "0"; nothing if
+/// the zone is not known ("x", revision 1999).
 std::optional<int> UtcOffset(const Configuration& configuration);
 
 /// Minutes from UTC as "+03:00".

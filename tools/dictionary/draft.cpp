@@ -183,8 +183,9 @@ QStringList LineDataDraft(const std::vector<Signal>& analog)
         if (isLine && Obstacle(name).isEmpty() && !names.contains(name))
             names << name;
     }
-    QStringList lines = {QStringLiteral("; ") + Tr("dictionary", "length in km, r1 x1 r0 x0 in primary ohms per "
-                                                                "km, with a decimal point")};
+    QStringList lines = {QStringLiteral("; ") + Tr("dictionary",
+                                                   "length in km, r1 x1 r0 x0 in primary ohms per "
+                                                   "km, with a decimal point")};
     for (const QString& name : names) {
         lines << QString() << QLatin1Char('[') + name + QLatin1Char(']');
         lines << QStringLiteral("length=") << QStringLiteral("r1=") << QStringLiteral("x1=")

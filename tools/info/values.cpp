@@ -40,7 +40,8 @@ Cell UnknownCell()
 Cell MomentCell(const QDateTime& seconds, qint32 microseconds)
 {
     return TextCell(seconds.toString(QStringLiteral("yyyy-MM-ddThh:mm:ss")) +
-                    QString::asprintf(".%06d", microseconds) + comtrade::OffsetText(seconds.offsetFromUtc() / 60));
+                    QString::asprintf(".%06d", microseconds) +
+                    comtrade::OffsetText(seconds.offsetFromUtc() / 60));
 }
 
 Cell SecondsCell(double seconds)

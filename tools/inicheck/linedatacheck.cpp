@@ -78,7 +78,8 @@ private:
         for (const IniLine* line : ReadEntries(ini, device, kind, ignored)) {
             const QString text = line->value.section(QLatin1Char(','), 1).trimmed();
             Known& known =
-                Of(line->value.section(QLatin1Char(','), 0, 0).section(QLatin1Char(':'), 0, 0).trimmed(), device);
+                Of(line->value.section(QLatin1Char(','), 0, 0).section(QLatin1Char(':'), 0, 0).trimmed(),
+                   device);
             const QString group = parameters.Value(text, "S_G");
             known.isLine = known.isLine || parameters.Value(text, "E_G") == QLatin1String("L");
             known.hasCurrents = known.hasCurrents || group == QLatin1String("CT");
@@ -118,8 +119,8 @@ QString MatchText(const analysis::Line& line, const Known& known)
     return QStringLiteral("[%1]: ").arg(line.circuit) + parts.join(QStringLiteral("; "));
 }
 
-void CheckReference(const analysis::Line& line, const char* key, const QString& name,
-                    const KnownNames& names, Findings& findings)
+void CheckReference(const analysis::Line& line, const char* key, const QString& name, const KnownNames& names,
+                    Findings& findings)
 {
     if (name.isEmpty() || names.Find(name) != nullptr)
         return;
@@ -135,9 +136,10 @@ void CheckSection(const analysis::Line& line, const KnownNames& names, Findings&
 {
     const Known* known = names.Find(line.circuit);
     if (known == nullptr) {
-        QString text = Tr("check", "[%1] is no equipment of the dictionary and no bay; it serves records that "
-                                   "have a circuit of this name, and nothing else")
-                           .arg(line.circuit);
+        QString text =
+            Tr("check", "[%1] is no equipment of the dictionary and no bay; it serves records that "
+                        "have a circuit of this name, and nothing else")
+                .arg(line.circuit);
         const QString nearest = Nearest(line.circuit, names.Names());
         if (!nearest.isEmpty())
             text += Tr("check", "; is '%1' meant?").arg(nearest);

@@ -147,12 +147,11 @@ int RunCheck(const CheckOptions& options)
     LimitMemory(options.maxMemory);
     const inicheck::Question question = QuestionOf(options);
     ExitCode code = Print(question.ini, inicheck::Check(question), options.json);
-    const QString lines = options.lines.empty() ? LineFileIn({QFileInfo(question.ini).path()})
-                                                : FromUtf8(options.lines);
+    const QString lines =
+        options.lines.empty() ? LineFileIn({QFileInfo(question.ini).path()}) : FromUtf8(options.lines);
     if (!lines.isEmpty())
-        code = std::max(code, Print(lines,
-                                    inicheck::CheckLineData(lines, question.ini, question.devices),
-                                    options.json));
+        code = std::max(
+            code, Print(lines, inicheck::CheckLineData(lines, question.ini, question.devices), options.json));
     if (code == ExitDone && !options.json)
         PrintLine(Tr("check", "%1: nothing is wrong with [%2]")
                       .arg(question.ini, question.devices.join(QLatin1String("], ["))));

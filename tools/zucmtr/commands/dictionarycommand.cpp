@@ -119,10 +119,12 @@ void AddDictionaryCommand(CLI::App& app, Action& chosen)
         ->type_name("FILE");
     command
         ->add_option("--line-data", options->lineData,
-                     HelpText("dictionary", "Write a first lines.ini as well: the data of the lines, which the "
-                                            "distance to a fault needs, to be filled in"))
+                     HelpText("dictionary",
+                              "Write a first lines.ini as well: the data of the lines, which the "
+                              "distance to a fault needs, to be filled in"))
         ->type_name("FILE");
-    command->add_flag("--force", options->force, HelpText("dictionary", "Replace the files of --output and --line-data"));
+    command->add_flag("--force", options->force,
+                      HelpText("dictionary", "Replace the files of --output and --line-data"));
     AddMemoryOption(*command, options->maxMemory);
     command->add_option("FILE", options->file, HelpText("dictionary", "First file of a recording (.ZU)"))
         ->required()

@@ -123,18 +123,19 @@ int RunEvents(const EventsOptions& options)
 
 void AddOptions(CLI::App& command, EventsOptions& options)
 {
-    CLI::Option* json = command.add_flag("--json", options.json,
-                                         HelpText("events", "One JSON object a file, for programs"));
+    CLI::Option* json =
+        command.add_flag("--json", options.json, HelpText("events", "One JSON object a file, for programs"));
     command
         .add_flag("--csv", options.csv,
                   HelpText("events", "The events of all files as one CSV table (RFC 4180), for spreadsheets"))
         ->excludes(json);
-    CLI::Option* plain = command.add_flag(
-        "--plain", options.plain,
-        HelpText("events", "Take no ini file: circuits and names as in the recording"));
+    CLI::Option* plain =
+        command.add_flag("--plain", options.plain,
+                         HelpText("events", "Take no ini file: circuits and names as in the recording"));
     const ChoiceTexts texts{
-        HelpText("events", "The recorders' ini file. Default: ZuDrv.ini beside the recording or in the current "
-                           "directory, if there is one"),
+        HelpText("events",
+                 "The recorders' ini file. Default: ZuDrv.ini beside the recording or in the current "
+                 "directory, if there is one"),
         HelpText("device", "Section of the ini file for this recorder. Default: the only other section")};
     for (CLI::Option* option : AddChoiceOptions(command, options.choice, texts))
         option->excludes(plain);
@@ -151,9 +152,9 @@ void AddEventsCommand(CLI::App& app, Action& chosen)
     const auto options = std::make_shared<EventsOptions>();
     AddOptions(*command, *options);
     command
-        ->add_option("FILE", options->files,
-                     HelpText("events",
-                              "First files of recordings (.ZU), or the .cfg or .cff files of records"))
+        ->add_option(
+            "FILE", options->files,
+            HelpText("events", "First files of recordings (.ZU), or the .cfg or .cff files of records"))
         ->required()
         ->type_name("");
     command->footer(HelpText(

@@ -119,15 +119,16 @@ void AddInfoCommand(CLI::App& app, Action& chosen)
         ->required()
         ->type_name("");
     command->footer(HelpText(
-        "info", "Of a recording: its times with zone, duration, rate, the segments found and why the chain\n"
-                "ends, the start comment as stored and as understood, the channels. Of a record: what its\n"
-                "configuration says, and whether all its data are there. Of both: what happened, as 'zucmtr events' "
-                "says it.\n"
-                "\n"
-                "Exit code: 0 all files are good, 1 something is wrong with at least one, 2 wrong usage.\n"
-                "\n"
-                "Example, with the sample station:\n"
-                "  zucmtr sample --out station\n"
-                "  zucmtr info --no-channels station/*.ZU"));
+        "info",
+        "Of a recording: its times with zone, duration, rate, the segments found and why the chain\n"
+        "ends, the start comment as stored and as understood, the channels. Of a record: what its\n"
+        "configuration says, and whether all its data are there. Of both: what happened, as 'zucmtr events' "
+        "says it.\n"
+        "\n"
+        "Exit code: 0 all files are good, 1 something is wrong with at least one, 2 wrong usage.\n"
+        "\n"
+        "Example, with the sample station:\n"
+        "  zucmtr sample --out station\n"
+        "  zucmtr info --no-channels station/*.ZU"));
     command->callback([options, &chosen] { chosen = [options] { return RunInfo(*options); }; });
 }

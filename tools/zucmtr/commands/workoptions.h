@@ -19,8 +19,8 @@ struct WorkOptions
     std::string archive;
 };
 
-/// Adds --view, --events, --lines, --verify, --no-verify, --remove-source and --archive to a subcommand; options must live as
-/// long as it does.
+/// Adds --view, --events, --lines, --verify, --no-verify, --remove-source and --archive to a subcommand;
+/// options must live as long as it does.
 void AddWorkOptions(CLI::App& command, WorkOptions& options);
 
 /// Whether recordings are put away.

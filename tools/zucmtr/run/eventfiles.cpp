@@ -17,8 +17,8 @@ EventTexts EventTextsOf(const analysis::Question& question, const QString& shown
         lines << QStringLiteral("  ") + sentence;
     lines << QString() << analysis::TableOf(summary);
     texts.text = (lines.join(QLatin1Char('\n')) + QLatin1Char('\n')).toUtf8();
-    texts.summary = QString::fromUtf8(
-        QJsonDocument(analysis::ShortJsonOf(summary)).toJson(QJsonDocument::Compact));
+    texts.summary =
+        QString::fromUtf8(QJsonDocument(analysis::ShortJsonOf(summary)).toJson(QJsonDocument::Compact));
     return texts;
 }
 

@@ -20,9 +20,9 @@ namespace {
 
 void FailForEvents(BatchItem& item, const QString& error)
 {
-    item.Fail(reason::EventsNotWritten,
-              Tr("worker", "converted, but its events could not be written: %1; the recording is kept")
-                  .arg(error));
+    item.Fail(
+        reason::EventsNotWritten,
+        Tr("worker", "converted, but its events could not be written: %1; the recording is kept").arg(error));
 }
 
 } // namespace
@@ -61,8 +61,8 @@ QStringList Worker::WritePieces(Job& job, const QString& recordName, QString& pa
     return names;
 }
 
-// Finds out what happened in the record, writes that to the directory if it is asked for, and gives the item the
-// short form; error says why the files could not be written.
+// Finds out what happened in the record, writes that to the directory if it is asked for, and gives the item
+// the short form; error says why the files could not be written.
 void Worker::Summarise(BatchItem& item, const QString& directory, const QString& configuration,
                        QString& error) const
 {
@@ -85,8 +85,7 @@ void Worker::Summarise(BatchItem& item, const QString& directory, const QString&
 // Adds the files with the events to those of the record in the staging directory. Returns why there are none.
 QString Worker::AddEvents(BatchItem& item, Job& job, QStringList& names) const
 {
-    const QString obstacle =
-        order.events ? ObstacleToEvents(job.directory, item.recordName) : QString();
+    const QString obstacle = order.events ? ObstacleToEvents(job.directory, item.recordName) : QString();
     if (!obstacle.isEmpty())
         return Tr("worker", "'%1' is not a regular file; move it away").arg(obstacle);
     QString error;
@@ -101,8 +100,7 @@ QString Worker::AddEvents(BatchItem& item, Job& job, QStringList& names) const
 void Worker::WriteEventsBeside(BatchItem& item) const
 {
     QString error;
-    const QString obstacle =
-        order.events ? ObstacleToEvents(item.directory, item.recordName) : QString();
+    const QString obstacle = order.events ? ObstacleToEvents(item.directory, item.recordName) : QString();
     if (!obstacle.isEmpty())
         error = Tr("worker", "'%1' is not a regular file; move it away").arg(obstacle);
     else
