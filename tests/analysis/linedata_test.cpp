@@ -140,6 +140,9 @@ TEST(LineData, NamesOfCircuitsAreFoundAsWrittenByEquipmentAndByTheirLetters)
     EXPECT_EQ(analysis::CircuitNamed("Q1", circuits, kinds), QString("Q1 south"));
     EXPECT_EQ(analysis::CircuitNamed("ВЛ-110 Южная", circuits, kinds), QString("ВЛ 110 кВ Южная"));
     EXPECT_EQ(analysis::CircuitNamed("ВЛ-110", circuits, kinds), QString());
+    circuits[2].name = QStringLiteral("ВЛ-110 \"Южная\"");
+    EXPECT_EQ(analysis::CircuitNamed("ВЛ 110 Южная", circuits, kinds), QString()); // two are like it
+    circuits.pop_back();
     analysis::Lines lines =
         analysis::ParseLines("[ВЛ-110 Южная]\nvoltages=Q1\n[Other]\nlength=1\n[Q1]\n").lines;
     lines = analysis::LinesOf(lines, circuits, kinds);

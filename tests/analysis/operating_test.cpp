@@ -90,6 +90,20 @@ TEST(Operating, EventsBeforeTheOnsetDoNotCount)
     ExpectTime(operating.trip, 0.025);
 }
 
+TEST(Operating, PulseIsNeitherTripNorOpening)
+{
+    analysis::Oscillogram record =
+        made::Record({Signal("trip", "00001000000000000000"), Signal("trip", "00000000000001111111"),
+                      Signal("52a", "00000100000000000000")},
+                     1000, 0);
+    const std::vector<analysis::Circuit> circuits = analysis::CircuitsOf(record.config);
+    const analysis::ChannelKinds kinds(record.config, {});
+    const analysis::Operating operating =
+        OperatingOf(EventsOf(record, kinds).events, record.config, circuits, FaultOf({{0, 0.01}}));
+    ExpectTime(operating.trip, 0.013);
+    EXPECT_FALSE(operating.breaker.has_value());
+}
+
 TEST(Operating, OnsetMayBeFoundALittleAfterTheStart)
 {
     ExpectTime(Of(Story, FaultOf({{0.011, 0.047}})).start, -0.001);

@@ -201,6 +201,9 @@ TEST(Summary, CsvQuotesWhatNeedsIt)
 
 TEST(Summary, DecimalsHaveNoNegativeZero)
 {
+    analysis::Summary summary = Known();
+    summary.findings.fault->parts.front().onset = -1e-9;
+    EXPECT_FALSE(Compact(analysis::JsonOf(summary)).contains(":-0"));
     EXPECT_EQ(analysis::Decimal(-0.04, 1), QString("0.0"));
     EXPECT_EQ(analysis::Decimal(-0.06, 1), QString("-0.1"));
 }
