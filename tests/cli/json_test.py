@@ -29,6 +29,12 @@ QUIET = 50  # milliseconds until a recording counts as complete
 # Words for what no test can cause: they run as root as well, on machines of any size.
 UNSEEN = {"noPermission", "notOnDisk", "unexpected"}
 
+# What only records with faults print: kinds, directions, distances, and what lacks for them.
+OF_FAULTS = {"AG", "BG", "CG", "AB", "BC", "CA", "ABG", "BCG", "CAG", "ABC", "ABCG", "unknown", "forward", "reverse",
+             "lineData", "voltages", "currents", "tooShort", "saturated", "reactance", "takagi", "modifiedTakagi", "onset"}
+KEYS_OF_FAULTS = {"kind", "onset", "direction", "distance", "reactance", "takagi", "modifiedTakagi", "percent", "km",
+                  "resistance", "best", "range", "to", "lack", "parts", "magnitude", "angle"}
+
 # Line and word of the findings in the ini file that has one mistake of each kind.
 FINDINGS = (
     "0 channelsUnknown; 0 channelsUnknown; 0 recordingUnreadable; 1 byteOrderMark; 1 lineOutsideSection; "
@@ -39,6 +45,10 @@ FINDINGS = (
     "31 noSignal; 32 notEquipmentSignal; 32 extraFields; 33 noParameters; 34 signalTwice; 35 parameterMissing; "
     "36 unknownCode; 37 unknownParameter; 38 voltagesAndCurrents; 39 equipmentDiffers; 40 emptyEntry; "
     "41 beyondMaximum; 45 emptyBay; 46 bayWithoutText; 47 bayTwice; 48 notUtf8; 48 unknownKey")
+
+
+# Words for the data of lines alone.
+OF_LINES = {"notANumber", "badZone", "lineMatched", "lineNotMatched", "lineMissing", "unknownCircuit"}
 
 
 class Place:
@@ -190,6 +200,9 @@ class Runs(unittest.TestCase):
         place.write("archive/a.ZU", b"another")
         self.assertEqual(reasons(place.convert("--archive", "archive", "a.ZU")), ["notPutAway"])
         record = place.record()
+        (record.parent / f"{record.stem}.events.json").mkdir()
+        self.assertEqual(reasons(place.convert("--events", "a.ZU" if ",1200" in record.name else "c.ZU")),
+                         ["eventsNotWritten"])
         record.with_suffix(".html").mkdir()
         self.assertEqual(reasons(place.convert("--view", "a.ZU" if ",1200" in record.name else "c.ZU")),
                          ["pageNotWritten"])
@@ -210,6 +223,7 @@ class Runs(unittest.TestCase):
         place.write("bomb.ZU", bytes(head[:263 + 76 + 54]) + area)
         self.assertEqual(reasons(place.convert("--max-memory", "256M", "bomb.ZU")), ["outOfMemory"])
         self.assertEqual(reasons(place.info("--max-memory", "256M", "bomb.ZU")), ["outOfMemory"])
+        self.assertEqual(reasons(self.events(place, "--max-memory", "256M", "bomb.ZU")), ["outOfMemory"])
 
     def test_words_are_the_same_in_russian_and_texts_are_not(self):
         place = self.place(junk=b"junk")
@@ -285,7 +299,65 @@ class Runs(unittest.TestCase):
             (binary,) = place.info("b.cfg")
             self.assertEqual((binary["dataType"], binary["discrete"][0]["changes"]), (form, 3))
 
+    # zucmtr events
+
+    def events(self, place, *words):
+        return place.run("events", "--json", *words)
+
+    def test_events_of_recordings_and_records(self):
+        place = self.place(a=recording())
+        place.convert("--events", "a.ZU")
+        record = place.record()
+        stored = json.loads((record.parent / f"{record.stem}.events.json").read_text(encoding="utf-8"))
+        keep("events", json.dumps(stored).encode())
+        (ofrecord,) = self.events(place, str(record))
+        (ofrecording,) = self.events(place, "a.ZU")
+        for one in (stored, ofrecord):
+            self.assertEqual({**one, "file": 0}, {**ofrecording, "file": 0})
+        subprocess.run([PROGRAM, "sample", "--out", place.directory, "--force"], check=True, stdout=subprocess.DEVNULL)
+        place.write("ZuDrv.ini", re.sub(r"^Время ожидания=.*", f"Время ожидания={QUIET}", (
+            place.directory / "ZuDrv.ini").read_text(encoding="utf-8"), flags=re.M).encode())
+        fault = "Vostochnaya_000123.ZU"
+        (shown,) = self.events(place, fault)
+        self.assertEqual({one["kind"] for one in shown["events"]}, {"start", "trip", "breaker", "reclosing", "other"})
+        self.assertIs(shown["operating"]["reclosed"], True)
+        (described,) = place.info(fault)
+        (converted,) = place.convert("--replace", fault)
+        self.assertEqual(described["summary"], converted["summary"])
+        self.assertEqual(described["summary"]["operating"], shown["operating"])
+        self.assertEqual(described["summary"]["events"], len(shown["events"]))
+        place.write("in/" + fault, (place.directory / fault).read_bytes())
+        self.assertEqual([one["summary"] for one in place.watch("--events", "--ini", "ZuDrv.ini", "in")
+                          if one["event"] == "converted"], [described["summary"]])
+
+    def test_events_of_files_that_are_none(self):
+        place = self.place(junk=b"junk")
+        place.write("bad.cfg", b"no configuration")
+        self.assertEqual(reasons(self.events(place, "none.ZU", ".", "junk.ZU", "bad.cfg")),
+                         ["doesNotExist", "notAFile", "recordingUnreadable", "recordUnreadable"])
+
     # zucmtr check
+
+    def test_check_explains_the_data_of_lines(self):
+        place = self.place()
+        place.write("ZuDrv.ini", place.ini.encode())
+        place.write("lines.ini", """length=1
+[ВЛ-110 Восточная]
+length=0
+r1=0,1
+stray
+new=1
+r1=1
+voltages=Nowhere
+zone1=circle
+[Elsewhere]
+[ВЛ-110 Восточная]
+""".encode())
+        findings = [one for one in place.run("check", "--json", "ZuDrv.ini") if one["file"] == "lines.ini"]
+        self.assertEqual([f"{one['line']} {one['reason']}" for one in findings],
+                         "0 lineMissing; 1 lineOutsideSection; 2 keyMissing; 2 lineMatched; 2 unknownCircuit; "
+                         "3 numberOutOfRange; 4 notANumber; 5 strayLine; 6 unknownKey; 7 keyTwice; 9 badZone; "
+                         "10 lineNotMatched; 10 keyMissing; 11 sectionTwice; 11 lineMatched; 11 keyMissing".split("; "))
 
     def test_check_has_a_word_for_each_finding(self):
         place = self.place(a=recording([analog("Q1:Ia"), discrete()]))
@@ -331,7 +403,7 @@ BAY03=W,V
         findings = place.run("check", "--json", "--ini", "bad.ini", "--device", "D", "a.ZU", "cut.ZU")
         self.assertEqual([f"{one['line']} {one['reason']}" for one in findings if one["reason"] != "channelMissing"],
                          FINDINGS.split("; "))
-        self.assertEqual(words_of(SCHEMA["$defs"]["check"]["properties"]["reason"]), set(reasons(findings)))
+        self.assertEqual(words_of(SCHEMA["$defs"]["check"]["properties"]["reason"]) - OF_LINES, set(reasons(findings)))
         self.assertEqual({one["severity"] for one in findings}, {"note", "warning", "error"})
 
     # zucmtr watch
@@ -457,22 +529,24 @@ class Output(unittest.TestCase):
                 self.assertFalse(validator(command).is_valid({**shown, "reason": "newWord"}), shown)
 
     def test_schema_has_nothing_that_is_never_printed(self):
-        for command in ("convert", "info", "check", "watch"):
+        for command in ("convert", "info", "check", "watch", "events"):
             keys, words = set(), set()
             found_in([shown for whose, shown in KEPT if whose == command], keys, words)
             schema = SCHEMA["$defs"][command]
-            self.assertEqual(keys_of(schema) - keys, set(), command)
-            missing = words_of(schema) - words - UNSEEN
+            self.assertEqual(keys_of(schema) - keys - KEYS_OF_FAULTS, set(), command)
+            missing = words_of(schema) - words - UNSEEN - OF_FAULTS
             if command in ("convert", "watch"):  # they share the words of failures
                 missing -= words_of(SCHEMA["$defs"]["failureReason"])
             self.assertEqual(missing, set(), command)
 
     def test_page_names_every_key_and_word(self):
         sections = dict(re.findall(r"^## zucmtr (\w+)\n(.*?)(?=^## |\Z)", PAGE, flags=re.M | re.S))
-        self.assertEqual(set(sections), {"convert", "watch", "info", "check"})
+        self.assertEqual(set(sections), {"convert", "watch", "info", "check", "events"})
         for command, section in sections.items():
             if command == "watch":
                 section += sections["convert"]
+            if command in ("convert", "watch", "info"):
+                section += sections["events"]  # the summary
             named = set(re.findall(r"`([\w.-]+)`", section))
             schema = SCHEMA["$defs"][command]
             self.assertEqual((keys_of(schema) | words_of(schema)) - named, set(), command)

@@ -63,6 +63,8 @@ TEST(Usage, HelpNamesTheCommandsAndHowToStart)
             "  check                       Explain what is wrong with an ini file\n"
             "  convert                     Convert recordings into COMTRADE records\n"
             "  dictionary                  Write a first sorting dictionary for the channels of a recording\n"
+            "  events                      Say what happened: the fault, the events, what the protection "
+            "did\n"
             "  info                        Show what is in recordings and COMTRADE records\n"
             "  sample                      Write a sample station: recordings and their ini file\n"
             "  view                        Show a recording or COMTRADE record as a page for the browser, or "
@@ -93,6 +95,7 @@ TEST(Usage, HelpOfConvertNamesItsOptions)
                                "--replace",        "--sync",
                                "--no-sync",        "--json",
                                "--log FILE",       "--max-memory SIZE",
+                               "--events",         "--lines FILE",
                                "FILE ... REQUIRED"})
         EXPECT_TRUE(run.out.contains(QLatin1String("\n  ") + QLatin1String(option))) << option;
 }

@@ -30,7 +30,7 @@ std::vector<Record> AllRecords()
             {"1999", {".cfg", ".dat"}},
             {"CFF", {".cff"}},
             {"2013 with a page", {".cfg", ".dat", ".hdr", ".inf", ".html"}},
-            {"CFF with a page", {".cff", ".html"}}};
+            {"CFF with a page and events", {".cff", ".html", ".events.json", ".events.txt"}}};
 }
 
 QStringList NamesOf(const Record& record)
@@ -121,9 +121,10 @@ public:
                 continue;
             const bool container = name.endsWith(QLatin1String("cff"));
             for (const QString& piece : before.keys() + after.keys()) {
-                const bool page = piece.endsWith(QLatin1String("html"));
+                const bool page =
+                    piece.endsWith(QLatin1String("html")) || piece.contains(QLatin1String(".events."));
                 const bool own = piece == name || (!container && !piece.endsWith(QLatin1String("cff")));
-                // A page belongs to the record that it comes with.
+                // A page and events belong to the record that they come with.
                 const Tree& whole = files[name] == before.value(name) ? before : after;
                 if (own && !page && files.value(piece) != whole.value(piece))
                     return false;

@@ -198,8 +198,9 @@ private:
                     const CircuitWaves& waves) const
     {
         const Line* line = LineOf(circuits[circuit].name, lines);
-        if (line == nullptr || !waves.hasVoltages) {
-            part.lack = line == nullptr ? Lack::LineData : Lack::Voltages;
+        const bool isKnown = line != nullptr && line->IsKnown();
+        if (!isKnown || !waves.hasVoltages) {
+            part.lack = isKnown ? Lack::Voltages : Lack::LineData;
             return;
         }
         LocatedCircuit located{waves, std::nullopt, *line};

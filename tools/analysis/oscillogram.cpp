@@ -83,37 +83,46 @@ void Append(Oscillogram& oscillogram, const comtrade::Row& row)
         oscillogram.states[i].Add(row.states[i] != 0);
 }
 
-bool IsShort(double code)
+// The code as a 16-bit integer, if it is one.
+bool ToShort(double code, qint16& number)
 {
-    return code >= -32768 && code <= 32767 && code == std::floor(code);
+    if (!(code >= -32768 && code <= 32767))
+        return false;
+    number = static_cast<qint16>(code);
+    return static_cast<double>(number) == code;
 }
 
 } // namespace
 
 void Codes::Add(double code)
 {
-    if (wide.empty() && !IsShort(code))
+    qint16 number = 0;
+    const bool isShort = ToShort(code, number);
+    if (wide.empty() && !isShort)
         wide.assign(small.begin(), small.end());
-    if (wide.empty() && IsShort(code))
-        small.push_back(static_cast<qint16>(code));
+    if (wide.empty() && isShort)
+        small.push_back(number);
     else
         wide.push_back(static_cast<float>(code));
     if (!std::isfinite(code)) {
         ++missing;
         return;
     }
-    least = std::fmin(least, code); // the other one if one is not a number
-    greatest = std::fmax(greatest, code);
+    if (!(least <= code)) // also if there is none yet
+        least = code;
+    if (!(greatest >= code))
+        greatest = code;
 }
 
 void States::Add(bool state)
 {
     if (count % 8 == 0)
         bits.push_back(0);
-    if (count > 0 && At(count - 1) != state)
+    if (count > 0 && last != state)
         ++changes;
     if (state)
         bits.back() = static_cast<quint8>(bits.back() | (1u << (count % 8)));
+    last = state;
     ++count;
 }
 
@@ -139,6 +148,7 @@ Oscillogram Read(const QString& recordPath, const Extent& extent)
     Oscillogram oscillogram;
     oscillogram.config = record.Config();
     oscillogram.report = ReportText(record.Header());
+    oscillogram.information = record.Information();
     oscillogram.axis = AxisOf(recordPath, oscillogram.config);
     oscillogram.analog.resize(oscillogram.config.analog.size());
     oscillogram.states.resize(oscillogram.config.states.size());

@@ -47,6 +47,7 @@ private:
     std::vector<quint8> bits;
     size_t count = 0;
     qint64 changes = 0;
+    bool last = false; // of them
 };
 
 struct Oscillogram
@@ -54,6 +55,7 @@ struct Oscillogram
     comtrade::Configuration config;
     TimeAxis axis;
     QString report;             ///< the text of the HDR file, empty if there is none
+    QByteArray information;     ///< the INF file as stored, empty if there is none
     qint64 first = 0;           ///< of the samples held
     qint64 total = 0;           ///< samples of the record
     std::vector<Codes> analog;  ///< one for each analog channel of the configuration

@@ -168,6 +168,35 @@ QStringList DictionaryLines(const std::vector<Signal>& analog, const std::vector
     return lines;
 }
 
+QStringList LineDataDraft(const std::vector<Signal>& analog)
+{
+    QStringList names;
+    QSet<QString> withVoltages;
+    const Levels levels = LevelsOf(analog);
+    for (const Signal& signal : analog) {
+        const Guess guess = GuessAnalog(signal, levels);
+        const QString name = EquipmentOf(signal.name);
+        if (guess.signalGroup == QLatin1String("VT"))
+            withVoltages.insert(name);
+        const bool isLine =
+            guess.equipmentGroup == QLatin1String("L") && guess.signalGroup == QLatin1String("CT");
+        if (isLine && Obstacle(name).isEmpty() && !names.contains(name))
+            names << name;
+    }
+    QStringList lines = {QStringLiteral("; ") + Tr("dictionary",
+                                                   "length in km, r1 x1 r0 x0 in primary ohms per "
+                                                   "km, with a decimal point")};
+    for (const QString& name : names) {
+        lines << QString() << QLatin1Char('[') + name + QLatin1Char(']');
+        lines << QStringLiteral("length=") << QStringLiteral("r1=") << QStringLiteral("x1=")
+              << QStringLiteral("r0=") << QStringLiteral("x0=");
+        if (!withVoltages.contains(name))
+            lines << QStringLiteral("voltages= ; ") +
+                         Tr("dictionary", "the circuit whose voltages serve this line");
+    }
+    return lines;
+}
+
 QStringList CompleteIni(const QString& section, const QString& identity, const QStringList& dictionary)
 {
     const QString mark = QStringLiteral(" ; ") + Tr("dictionary", "to be filled in");

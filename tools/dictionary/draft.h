@@ -12,6 +12,10 @@ namespace dictionary {
 /// becomes a comment that says why.
 QStringList DictionaryLines(const std::vector<Signal>& analog, const std::vector<Signal>& discrete);
 
+/// The lines of a first lines.ini: a section for each piece of equipment with currents that is a line by its
+/// name, with keys that are yet to be filled in.
+QStringList LineDataDraft(const std::vector<Signal>& analog);
+
 /// The lines of a whole ini file: the section [Default] with every key, and the device's section with the
 /// dictionary. Texts that only the operator knows are left to be filled in.
 QStringList CompleteIni(const QString& section, const QString& identity, const QStringList& dictionary);

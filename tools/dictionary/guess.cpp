@@ -42,7 +42,7 @@ constexpr StatusRule StatusRules[] = {
     {"выключател\\S*\\s+не\\s*готов", "TA", "NAB"},
     {"выключател\\S*\\s+готов", "TA", "AB"},
     {"выключател\\S*\\s+отключ|\\bРПО\\b", "TA", "SBO"},
-    {"выключател\\S*\\s+включ|\\bРПВ\\b", "TA", "SBC"},
+    {"выключател\\S*\\s+включ|\\bРПВ\\b|положени\\S*\\s+выключател", "TA", "SBC"},
     {"внешн\\S*\\s+неиспр", "RP", "FE"},
     {"неиспр", "RP", "FI"},
     {"провер|опробован|тест", "FR", "TS"},
@@ -57,14 +57,40 @@ constexpr StatusRule StatusRules[] = {
     {"реле", "RP", "OR"},
     {"пуск", "RP", "ID"},
     {"откл|сраб", "RP", "FD"},
+    {"(protection|relay)\\s+(disabled|blocked|out\\b)", "RP", "ODC1"},
+    {"reclos\\w*\\s+(disabled|blocked|locked|out\\b)", "NA", "ODC2"},
+    {"(breaker|\\bCB)\\s+not\\s+ready", "TA", "NAB"},
+    {"(breaker|\\bCB)\\s+ready", "TA", "AB"},
+    {"(breaker|\\bCB)\\b.*\\bopen(ed)?\\b|\\b52b\\b", "TA", "SBO"},
+    {"(breaker|\\bCB)\\b.*\\bclosed\\b|\\b52a\\b", "TA", "SBC"},
+    {"\\bmanual\\s+start", "FR", "MS"},
+    {"\\btest\\b", "FR", "TS"},
+    {"\\btrip", "RP", "FD"},
+    {"\\breclos|\\bAR\\b|\\b79\\b", "NA", "AL"},
+    {"\\bstart|\\bpick-?\\s?up", "RP", "ID"},
 };
+
+QRegularExpression Expression(const char* pattern)
+{
+    return QRegularExpression(QString::fromUtf8(pattern), QRegularExpression::CaseInsensitiveOption |
+                                                              QRegularExpression::UseUnicodePropertiesOption);
+}
 
 bool Matches(const char* pattern, const QString& text)
 {
-    const QRegularExpression expression(QString::fromUtf8(pattern),
-                                        QRegularExpression::CaseInsensitiveOption |
-                                            QRegularExpression::UseUnicodePropertiesOption);
-    return expression.match(text).hasMatch();
+    return Expression(pattern).match(text).hasMatch();
+}
+
+// Those of StatusRules, compiled once: a record may have hundreds of signals.
+const std::vector<QRegularExpression>& StatusExpressions()
+{
+    static const std::vector<QRegularExpression> expressions = [] {
+        std::vector<QRegularExpression> all;
+        for (const StatusRule& rule : StatusRules)
+            all.push_back(Expression(rule.pattern));
+        return all;
+    }();
+    return expressions;
 }
 
 QString EquipmentGroup(const QString& equipment)
@@ -139,15 +165,20 @@ Guess GuessAnalog(const Signal& signal, const Levels& levels)
 Guess GuessDiscrete(const Signal& signal, const Levels& levels)
 {
     Guess guess = GuessOfEquipment(signal.name, levels);
-    const QString part = SignalPart(signal.name);
-    for (const StatusRule& rule : StatusRules) {
-        if (Matches(rule.pattern, part)) {
-            guess.deviceGroup = QString::fromLatin1(rule.deviceGroup);
-            guess.statusType = QString::fromLatin1(rule.statusType);
-            break;
-        }
-    }
+    const Status status = GuessStatus(SignalPart(signal.name));
+    guess.deviceGroup = status.deviceGroup;
+    guess.statusType = status.type;
     return guess;
+}
+
+Status GuessStatus(const QString& signalName)
+{
+    const std::vector<QRegularExpression>& expressions = StatusExpressions();
+    for (size_t i = 0; i < expressions.size(); ++i)
+        if (expressions[i].match(signalName).hasMatch())
+            return {QString::fromLatin1(StatusRules[i].deviceGroup),
+                    QString::fromLatin1(StatusRules[i].statusType)};
+    return {};
 }
 
 Levels LevelsOf(const std::vector<Signal>& channels)

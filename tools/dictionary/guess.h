@@ -26,6 +26,16 @@ struct Guess
     QString statusType;  // discrete
 };
 
+/// What a discrete signal is: codes of the dictionary, empty if they could not be guessed.
+struct Status
+{
+    QString deviceGroup; // D_G
+    QString type;        // S_T
+};
+
+/// By the name of the signal alone, without equipment. Russian and English names are understood.
+Status GuessStatus(const QString& signalName);
+
 /// The part of the name before the first colon, without blanks around it; the whole name without a colon.
 QString EquipmentOf(const QString& name);
 

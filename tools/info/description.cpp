@@ -1,5 +1,6 @@
 #include "info/description.h"
 
+#include "text/columns.h"
 #include "text/texts.h"
 
 #include <QFileInfo>
@@ -68,37 +69,20 @@ QStringList FactLines(const std::vector<Fact>& facts)
     return lines;
 }
 
-// Columns with two blanks between them; numbers are right-aligned.
+// Numbers are right-aligned.
 QStringList TableLines(const Table& table)
 {
-    std::vector<int> widths;
-    for (const QString& header : table.headers)
-        widths.push_back(header.size());
+    std::vector<bool> numbers(static_cast<size_t>(table.headers.size()), false);
+    std::vector<QStringList> rows = {table.headers};
     for (const std::vector<Cell>& row : table.rows) {
-        for (size_t i = 0; i < row.size(); ++i)
-            widths[i] = std::max(widths[i], row[i].text.size());
+        QStringList cells;
+        for (const Cell& cell : row)
+            cells << cell.text;
+        rows.push_back(cells);
     }
-    const auto line = [&](const auto& textOf, const std::vector<bool>& numbers) {
-        QString text;
-        for (size_t i = 0; i < widths.size(); ++i) {
-            const QString cell = textOf(i);
-            text += QStringLiteral("  ") +
-                    (numbers[i] ? cell.rightJustified(widths[i]) : cell.leftJustified(widths[i]));
-        }
-        while (text.endsWith(QLatin1Char(' ')))
-            text.chop(1);
-        return text;
-    };
-    std::vector<bool> numbers(widths.size(), false);
-    if (!table.rows.empty()) {
-        for (size_t i = 0; i < widths.size(); ++i)
-            numbers[i] = table.rows.front()[i].value.isDouble();
-    }
-    QStringList lines;
-    lines << line([&](size_t i) { return table.headers[static_cast<int>(i)]; }, numbers);
-    for (const std::vector<Cell>& row : table.rows)
-        lines << line([&](size_t i) { return row[i].text; }, numbers);
-    return lines;
+    for (size_t i = 0; i < numbers.size() && !table.rows.empty(); ++i)
+        numbers[i] = table.rows.front()[i].value.isDouble();
+    return text::Aligned(rows, numbers);
 }
 
 bool IsOfChannels(const Table& table)

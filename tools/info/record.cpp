@@ -4,13 +4,13 @@
 #include "info/recorddata.h"
 #include "info/values.h"
 
+#include "comtrade/moment.h"
 #include "comtrade/record.h"
 #include "explain/file.h"
 #include "text/error.h"
 #include "text/texts.h"
 
 #include <QJsonArray>
-#include <QRegularExpression>
 
 #include <algorithm>
 #include <cmath>
@@ -21,37 +21,6 @@ namespace info {
 
 namespace {
 
-// Minutes from UTC of the time code of revision 2013: "+3", "-7h15", "0"; nothing for "x", which says that
-// the zone is not known. Some writers put the Cyrillic letter between hours and minutes.
-std::optional<int> OffsetOf(const QString& timeCode)
-{
-    static const QRegularExpression form(
-        QStringLiteral("\\A([+-]?)([0-9]{1,2})(?:[hH\u0447\u0427:]([0-9]{2}))?\\z"));
-    const QRegularExpressionMatch match = form.match(timeCode);
-    if (!match.hasMatch())
-        return std::nullopt;
-    const int minutes = match.captured(2).toInt() * 60 + match.captured(3).toInt();
-    return match.captured(1) == QLatin1String("-") ? -minutes : minutes;
-}
-
-QString ZoneText(const comtrade::Configuration& configuration)
-{
-    const std::optional<int> offset = OffsetOf(configuration.timeCode);
-    return offset ? OffsetText(*offset) : QString();
-}
-
-Cell MomentCell(const comtrade::TimeStamp& stamp, const QString& zone)
-{
-    const qint64 second = stamp.nanoseconds / 1000000000;
-    const QString clock =
-        QString::asprintf("%02d:%02d:%02d", int(second / 3600), int(second / 60 % 60), int(second % 60));
-    const QString decimals =
-        QString::asprintf("%09d", int(stamp.nanoseconds % 1000000000)).left(std::min(stamp.decimals, 9));
-    return TextCell(
-        QString::asprintf("%04d-%02d-%02dT", stamp.date.year(), stamp.date.month(), stamp.date.day()) +
-        clock + (decimals.isEmpty() ? QString() : QLatin1Char('.') + decimals) + zone);
-}
-
 void AddIdentity(Description& description, const comtrade::Configuration& configuration)
 {
     description.Add(QStringLiteral("station"), Tr("info", "Station"), configuration.station);
@@ -59,11 +28,11 @@ void AddIdentity(Description& description, const comtrade::Configuration& config
     description.Add(QStringLiteral("revision"), Tr("info", "Revision"),
                     CountCell(static_cast<int>(configuration.revision)));
     description.Add(QStringLiteral("dataType"), Tr("info", "Data"), comtrade::NameOf(configuration.dataType));
-    const QString zone = ZoneText(configuration);
+    const std::optional<int> offset = comtrade::UtcOffset(configuration);
     description.Add(QStringLiteral("start"), Tr("info", "First sample"),
-                    MomentCell(configuration.start, zone));
+                    TextCell(comtrade::MomentText(configuration.start, offset)));
     description.Add(QStringLiteral("trigger"), Tr("info", "Trigger"),
-                    MomentCell(configuration.trigger, zone));
+                    TextCell(comtrade::MomentText(configuration.trigger, offset)));
     if (!configuration.timeCode.isEmpty())
         description.Add(QStringLiteral("zone"), Tr("info", "Time zone"),
                         configuration.timeCode + QLatin1Char(',') + configuration.localCode);

@@ -1,5 +1,6 @@
 #include "info/values.h"
 
+#include "comtrade/moment.h"
 #include "text/texts.h"
 
 #include <QDateTime>
@@ -36,16 +37,11 @@ Cell UnknownCell()
     return {QJsonValue(), QStringLiteral("-")};
 }
 
-QString OffsetText(int minutes)
-{
-    return QString::asprintf("%c%02d:%02d", minutes < 0 ? '-' : '+', std::abs(minutes) / 60,
-                             std::abs(minutes) % 60);
-}
-
 Cell MomentCell(const QDateTime& seconds, qint32 microseconds)
 {
     return TextCell(seconds.toString(QStringLiteral("yyyy-MM-ddThh:mm:ss")) +
-                    QString::asprintf(".%06d", microseconds) + OffsetText(seconds.offsetFromUtc() / 60));
+                    QString::asprintf(".%06d", microseconds) +
+                    comtrade::OffsetText(seconds.offsetFromUtc() / 60));
 }
 
 Cell SecondsCell(double seconds)

@@ -18,9 +18,6 @@ Cell UnknownCell();
 /// A point in time, ISO 8601 with six decimals and its offset from UTC.
 Cell MomentCell(const QDateTime& seconds, qint32 microseconds);
 
-/// Minutes from UTC as "+03:00".
-QString OffsetText(int minutes);
-
 /// Seconds with six decimals; NaN: they are unknown.
 Cell SecondsCell(double seconds);
 

@@ -35,6 +35,7 @@ inline constexpr char OtherRecordPresent[] = "otherRecordPresent";
 inline constexpr char LongerRecordPresent[] = "longerRecordPresent";
 inline constexpr char RecordWrong[] = "recordWrong";
 inline constexpr char PageNotWritten[] = "pageNotWritten";
+inline constexpr char EventsNotWritten[] = "eventsNotWritten";
 inline constexpr char NotOnDisk[] = "notOnDisk";
 inline constexpr char NotPutAway[] = "notPutAway";
 inline constexpr char NeverEnded[] = "neverEnded";
@@ -95,6 +96,14 @@ inline constexpr char VoltagesAndCurrents[] = "voltagesAndCurrents";
 // Between a dictionary and a recording.
 inline constexpr char ChannelMissing[] = "channelMissing";
 inline constexpr char ChannelsUnknown[] = "channelsUnknown";
+
+// In the data of the lines (lines.ini).
+inline constexpr char NotANumber[] = "notANumber";
+inline constexpr char BadZone[] = "badZone";
+inline constexpr char LineMatched[] = "lineMatched";
+inline constexpr char LineNotMatched[] = "lineNotMatched";
+inline constexpr char LineMissing[] = "lineMissing";
+inline constexpr char UnknownCircuit[] = "unknownCircuit";
 
 // Why the watch ends.
 inline constexpr char Terminated[] = "SIGTERM";

@@ -5,6 +5,7 @@
 #include "zucmtr/commands/checkcommand.h"
 #include "zucmtr/commands/convertcommand.h"
 #include "zucmtr/commands/dictionarycommand.h"
+#include "zucmtr/commands/eventscommand.h"
 #include "zucmtr/commands/helpcommand.h"
 #include "zucmtr/commands/infocommand.h"
 #include "zucmtr/commands/samplecommand.h"
@@ -78,6 +79,7 @@ void Describe(CLI::App& app, Action& chosen, const char* program)
     AddCheckCommand(app, chosen);
     AddConvertCommand(app, chosen);
     AddDictionaryCommand(app, chosen);
+    AddEventsCommand(app, chosen);
     AddInfoCommand(app, chosen);
     AddSampleCommand(app, chosen, QString::fromUtf8(program));
     AddViewCommand(app, chosen);

@@ -9,11 +9,15 @@
 
 #include "explain/file.h"
 #include "inicheck/inilines.h"
+#include "inicheck/linedatacheck.h"
+#include "zucmtr/host/linefile.h"
 
 #include <CLI/CLI.hpp>
 
+#include <QFileInfo>
 #include <QJsonObject>
 
+#include <algorithm>
 #include <memory>
 #include <string>
 #include <vector>
@@ -26,6 +30,7 @@ using inicheck::Severity;
 struct CheckOptions
 {
     ChoiceOptions choice;
+    std::string lines;
     bool json = false;
     uint64_t maxMemory = 0;
     std::vector<std::string> files;
@@ -125,16 +130,28 @@ inicheck::Question QuestionOf(const CheckOptions& options)
     return question;
 }
 
+// ExitFailed if there is more than notes.
+ExitCode Print(const QString& ini, const inicheck::Findings& findings, bool json)
+{
+    ExitCode code = ExitDone;
+    for (const Finding& finding : findings) {
+        Print(ini, finding, json);
+        if (finding.severity != Severity::Note)
+            code = ExitFailed;
+    }
+    return code;
+}
+
 int RunCheck(const CheckOptions& options)
 {
     LimitMemory(options.maxMemory);
     const inicheck::Question question = QuestionOf(options);
-    int code = ExitDone;
-    for (const Finding& finding : inicheck::Check(question)) {
-        Print(question.ini, finding, options.json);
-        if (finding.severity != Severity::Note)
-            code = ExitFailed;
-    }
+    ExitCode code = Print(question.ini, inicheck::Check(question), options.json);
+    const QString lines =
+        options.lines.empty() ? LineFileIn({QFileInfo(question.ini).path()}) : FromUtf8(options.lines);
+    if (!lines.isEmpty())
+        code = std::max(
+            code, Print(lines, inicheck::CheckLineData(lines, question.ini, question.devices), options.json));
     if (code == ExitDone && !options.json)
         PrintLine(Tr("check", "%1: nothing is wrong with [%2]")
                       .arg(question.ini, question.devices.join(QLatin1String("], ["))));
@@ -153,6 +170,7 @@ void AddCheckCommand(CLI::App& app, Action& chosen)
         {HelpText("check", "The recorders' ini file. Default: ZuDrv.ini beside the recordings, else in the "
                            "current directory"),
          HelpText("check", "Section of the ini file for a recorder. Default: all of them")});
+    AddLinesOption(*command, options->lines);
     command->add_flag("--json", options->json,
                       HelpText("check", "One JSON object per finding, for programs"));
     AddMemoryOption(*command, options->maxMemory);

@@ -198,7 +198,8 @@ int RunConvert(const ConvertOptions& options)
         return RefuseAll(options, list);
     CompleteChoice(choice, convertible);
     CheckLog(options.device);
-    const WorkOrder order = OrderOf(options);
+    WorkOrder order = OrderOf(options);
+    AddSummary(order, options.work, options.json, choice.ini);
     ShareAllocations(options.maxMemory);
     LimitMemory(options.maxMemory);
 

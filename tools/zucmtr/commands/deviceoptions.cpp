@@ -15,6 +15,15 @@ std::vector<CLI::Option*> AddChoiceOptions(CLI::App& command, ChoiceOptions& opt
             command.add_option("--device", options.device, texts.device)->type_name("SECTION")};
 }
 
+void AddLinesOption(CLI::App& command, std::string& path)
+{
+    command
+        .add_option("--lines", path,
+                    HelpText("device", "Data of the lines, for the distance to a fault. Default: lines.ini "
+                                       "beside the ini file, else beside the recording or record"))
+        ->type_name("FILE");
+}
+
 DeviceChoice ChoiceOf(const ChoiceOptions& options)
 {
     return {QString::fromStdString(options.ini), QString::fromStdString(options.defaults),

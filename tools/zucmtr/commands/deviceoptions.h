@@ -29,6 +29,9 @@ struct ChoiceTexts
 std::vector<CLI::Option*> AddChoiceOptions(CLI::App& command, ChoiceOptions& options,
                                            const ChoiceTexts& texts);
 
+/// Adds --lines to a subcommand that looks for faults; path must live as long as it.
+void AddLinesOption(CLI::App& command, std::string& path);
+
 /// The choice that the options make; the rest has to be completed.
 DeviceChoice ChoiceOf(const ChoiceOptions& options);
 

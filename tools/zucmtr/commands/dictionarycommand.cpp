@@ -20,21 +20,31 @@
 
 namespace {
 
+const QString OutputOption = QStringLiteral("--output");
+const QString LineDataOption = QStringLiteral("--line-data");
+
 struct DictionaryOptions
 {
     std::string file;
     std::string section = "Device";
     std::string output;
+    std::string lineData; // path of the draft of lines.ini
     bool complete = false;
     bool force = false;
     uint64_t maxMemory = 0;
 };
 
-QStringList LinesFor(const ZuFileFormat& recording, const DictionaryOptions& options)
+std::vector<dictionary::Signal> AnalogOf(const ZuFileFormat& recording)
 {
     std::vector<dictionary::Signal> analog;
     for (const AnChannelData* channel : recording.AnChannels)
         analog.push_back({channel->Name, channel->Unit});
+    return analog;
+}
+
+QStringList LinesFor(const ZuFileFormat& recording, const DictionaryOptions& options)
+{
+    const std::vector<dictionary::Signal> analog = AnalogOf(recording);
     std::vector<dictionary::Signal> discrete;
     for (const DiChannelData* channel : recording.DiChannels)
         discrete.push_back({channel->Name, QString()});
@@ -44,16 +54,16 @@ QStringList LinesFor(const ZuFileFormat& recording, const DictionaryOptions& opt
     return dictionary::CompleteIni(QString::fromStdString(options.section), recording.Identity, lines);
 }
 
-void WriteLines(const QString& path, const QStringList& lines, bool force)
+void WriteLines(const QString& option, const QString& path, const QStringList& lines, bool force)
 {
     if (output::TargetOf(path).kind == output::Kind::RegularFile && !force)
         throw ConfigurationError(
-            Tr("dictionary", "--output: '%1' is there already; choose another name, or replace it by --force")
-                .arg(path));
+            Tr("dictionary", "%1: '%2' is there already; choose another name, or replace it by --force")
+                .arg(option, path));
     const QByteArray bytes = (lines.join(QLatin1Char('\n')) + QLatin1Char('\n')).toUtf8();
     QString error;
     if (!output::WriteOutput(path, bytes, error))
-        throw ConfigurationError(Tr("dictionary", "--output: '%1' cannot be written: %2").arg(path, error));
+        throw ConfigurationError(Tr("dictionary", "%1: '%2' cannot be written: %3").arg(option, path, error));
 }
 
 int RunDictionary(const DictionaryOptions& options)
@@ -63,15 +73,21 @@ int RunDictionary(const DictionaryOptions& options)
     if (section.trimmed().isEmpty() || section.contains(QLatin1Char('\n')))
         throw ConfigurationError(Tr("dictionary", "--section: '%1' is no name of a section").arg(section));
     const QString path = QString::fromStdString(options.file);
-    CheckIsNoInput(QStringLiteral("--output"), QString::fromStdString(options.output), path);
+    CheckIsNoInput(OutputOption, FromUtf8(options.output), path);
+    CheckIsNoInput(LineDataOption, FromUtf8(options.lineData), path);
+    CheckOutputsDiffer(
+        {{OutputOption, FromUtf8(options.output)}, {LineDataOption, FromUtf8(options.lineData)}});
     ZuFileFormat recording;
     if (!recording.Load(path)) {
         Complain(path + QLatin1String(": ") + explain::NotLoaded(path, recording.ErrorText));
         return ExitFailed;
     }
+    if (!options.lineData.empty())
+        WriteLines(LineDataOption, FromUtf8(options.lineData), dictionary::LineDataDraft(AnalogOf(recording)),
+                   options.force);
     const QStringList lines = LinesFor(recording, options);
     if (!options.output.empty()) {
-        WriteLines(QString::fromStdString(options.output), lines, options.force);
+        WriteLines(OutputOption, FromUtf8(options.output), lines, options.force);
         return ExitDone;
     }
     for (const QString& line : lines)
@@ -101,7 +117,14 @@ void AddDictionaryCommand(CLI::App& app, Action& chosen)
             "-o,--output", options->output,
             HelpText("dictionary", "File to write; it must not be there. Default: standard output, as for -"))
         ->type_name("FILE");
-    command->add_flag("--force", options->force, HelpText("dictionary", "Replace the file of --output"));
+    command
+        ->add_option("--line-data", options->lineData,
+                     HelpText("dictionary",
+                              "Write a first lines.ini as well: the data of the lines, which the "
+                              "distance to a fault needs, to be filled in"))
+        ->type_name("FILE");
+    command->add_flag("--force", options->force,
+                      HelpText("dictionary", "Replace the files of --output and --line-data"));
     AddMemoryOption(*command, options->maxMemory);
     command->add_option("FILE", options->file, HelpText("dictionary", "First file of a recording (.ZU)"))
         ->required()

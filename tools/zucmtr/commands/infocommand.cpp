@@ -1,8 +1,11 @@
 #include "zucmtr/commands/infocommand.h"
 
+#include "analysis/summary.h"
 #include "base/chainnames.h"
 #include "info/description.h"
 #include "text/texts.h"
+#include "zucmtr/commands/recordsource.h"
+#include "zucmtr/host/linefile.h"
 #include "zucmtr/host/recordinglist.h"
 #include "zucmtr/terminal/console.h"
 #include "zucmtr/terminal/memorylimit.h"
@@ -12,6 +15,7 @@
 #include <QFileInfo>
 
 #include <memory>
+#include <new>
 #include <string>
 #include <vector>
 
@@ -32,10 +36,44 @@ bool NamesFile(const QString& text, const QString& file)
     return extension > 0 && text.startsWith(file.chopped(extension));
 }
 
+// A recording whose recorder is not chosen is converted without its ini file.
+RecordSource SourceOf(const QString& file)
+{
+    try {
+        return RecordSource(file, DeviceChoice(), false);
+    } catch (const ConfigurationError&) {
+        return RecordSource(file, DeviceChoice(), true);
+    }
+}
+
+// What happened. A file whose description is good may still be one that cannot be converted.
+void AddSummary(info::Description& description)
+{
+    const QString& file = description.file;
+    try {
+        const RecordSource source = SourceOf(file);
+        const LineData data = LoadLines(QString(), source.Ini(), file);
+        const analysis::Summary summary = analysis::Summarise({source.Path(), data.lines, data.path});
+        const QString key = QStringLiteral("summary");
+        const bool hasNews = summary.findings.fault || !summary.events.events.empty();
+        if (hasNews)
+            description.Add(key, Tr("info", "What happened"), analysis::ShortJsonOf(summary),
+                            analysis::SentencesOf(summary).join(QLatin1Char(' ')));
+        else
+            description.AddForPrograms(key, analysis::ShortJsonOf(summary));
+    } catch (const std::bad_alloc&) {
+        description.notes << text::MemoryMessage();
+    } catch (const text::Error& error) {
+        description.notes << text::MessageOf(error);
+    }
+}
+
 // False if something is wrong with the file.
 bool Show(const QString& file, const InfoOptions& options)
 {
     info::Description description = info::Describe(file);
+    if (description.error.isEmpty())
+        AddSummary(description);
     const QString first = zu::FirstFileOf(file);
     if (!first.isEmpty())
         description.notes
@@ -81,14 +119,16 @@ void AddInfoCommand(CLI::App& app, Action& chosen)
         ->required()
         ->type_name("");
     command->footer(HelpText(
-        "info", "Of a recording: its times with zone, duration, rate, the segments found and why the chain\n"
-                "ends, the start comment as stored and as understood, the channels. Of a record: what its\n"
-                "configuration says, and whether all its data are there.\n"
-                "\n"
-                "Exit code: 0 all files are good, 1 something is wrong with at least one, 2 wrong usage.\n"
-                "\n"
-                "Example, with the sample station:\n"
-                "  zucmtr sample --out station\n"
-                "  zucmtr info --no-channels station/*.ZU"));
+        "info",
+        "Of a recording: its times with zone, duration, rate, the segments found and why the chain\n"
+        "ends, the start comment as stored and as understood, the channels. Of a record: what its\n"
+        "configuration says, and whether all its data are there. Of both: what happened, as 'zucmtr events' "
+        "says it.\n"
+        "\n"
+        "Exit code: 0 all files are good, 1 something is wrong with at least one, 2 wrong usage.\n"
+        "\n"
+        "Example, with the sample station:\n"
+        "  zucmtr sample --out station\n"
+        "  zucmtr info --no-channels station/*.ZU"));
     command->callback([options, &chosen] { chosen = [options] { return RunInfo(*options); }; });
 }

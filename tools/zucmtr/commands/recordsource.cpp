@@ -111,6 +111,7 @@ unsigned int LoadDevice(Host& host, const QString& ini, const DeviceChoice& choi
 
 RecordSource::RecordSource(const QString& file, DeviceChoice choice, bool isPlain)
 {
+    ini = choice.ini;
     if (IsRecord(file)) {
         Check(file, explain::NotARecord(file));
         path = file;
@@ -123,6 +124,7 @@ RecordSource::RecordSource(const QString& file, DeviceChoice choice, bool isPlai
     const bool isChosen = !choice.ini.isEmpty() || !choice.defaults.isEmpty() || !choice.device.isEmpty();
     if (!isPlain && (isChosen || !IniOf(recording).isEmpty()))
         CompleteChoice(choice, {recording});
+    ini = choice.ini;
     Convert(file, choice);
 }
 
@@ -133,13 +135,13 @@ void RecordSource::Convert(const QString& file, const DeviceChoice& choice)
         throw SourceError(Tr("record source", "no temporary directory: %1")
                               .arg(explain::SystemText(directory->errorString())));
     const QDir inside(directory->path());
-    const QString ini = inside.filePath(QStringLiteral("view.ini"));
-    Write(ini, IniText(file, choice));
+    const QString own = inside.filePath(QStringLiteral("view.ini"));
+    Write(own, IniText(file, choice));
     inside.mkdir(QStringLiteral("record"));
     const QString out = inside.filePath(QStringLiteral("record"));
 
     Host host{QString()};
-    const unsigned int device = LoadDevice(host, ini, choice);
+    const unsigned int device = LoadDevice(host, own, choice);
     const QString linked = LinkChain(file, inside);
     const Outcome outcome = host.Convert(linked, out, device);
     if (!outcome.converted)

@@ -29,9 +29,13 @@ public:
     /// The record's .cfg or .cff, as long as this object lives.
     const QString& Path() const { return path; }
 
+    /// The ini file that was used for the recording, or named for the record; empty if there is none.
+    const QString& Ini() const { return ini; }
+
 private:
     void Convert(const QString& file, const DeviceChoice& choice);
 
     std::unique_ptr<QTemporaryDir> directory;
     QString path;
+    QString ini;
 };

@@ -129,7 +129,8 @@ int Begin(const WatchOptions& options)
     CheckDirectories(options);
     const DeviceChoice choice = Chosen(options);
     CheckLog(options.device);
-    const WorkOrder order = CheckedOrder(options);
+    WorkOrder order = CheckedOrder(options);
+    AddSummary(order, options.work, false, choice.ini);
     LimitMemory(options.maxMemory);
     WatchJournal journal(options.state.empty() ? order.out + QStringLiteral("/.zucmtr-watch")
                                                : FromUtf8(options.state));

@@ -1,6 +1,8 @@
 #include "zucmtr/commands/workoptions.h"
 
 #include "text/texts.h"
+#include "zucmtr/commands/deviceoptions.h"
+#include "zucmtr/host/linefile.h"
 #include "zucmtr/terminal/checks.h"
 #include "zucmtr/terminal/command.h"
 
@@ -10,6 +12,10 @@ void AddWorkOptions(CLI::App& command, WorkOptions& options)
 {
     command.add_flag("--view", options.view,
                      HelpText("work", "Write a page for the browser beside each record, as 'zucmtr view'"));
+    command.add_flag("--events", options.events,
+                     HelpText("work", "Write what happened beside each record, as 'zucmtr events': "
+                                      "NAME.events.json and NAME.events.txt"));
+    AddLinesOption(command, options.lines);
     CLI::Option* verify =
         command.add_flag("--verify")
             ->description(
@@ -42,9 +48,20 @@ WorkOrder OrderOf(const WorkOptions& options, const QString& out)
     order.out = out;
     order.verify = !options.noVerify;
     order.view = options.view;
+    order.events = options.events;
     order.removeSource = options.removeSource;
     if (!options.archive.empty())
         order.archive =
             CheckedDirectory(QStringLiteral("--archive"), QString::fromStdString(options.archive));
     return order;
+}
+
+void AddSummary(WorkOrder& order, const WorkOptions& options, bool summary, const QString& ini)
+{
+    order.summary = summary;
+    if (!order.events && !summary)
+        return;
+    LineData data = LoadLines(QString::fromStdString(options.lines), ini, QString());
+    order.lines = std::move(data.lines);
+    order.lineFile = data.path;
 }

@@ -13,12 +13,14 @@ struct WorkOptions
 {
     bool noVerify = false;
     bool view = false;
+    bool events = false;
+    std::string lines; // path of lines.ini, if it is named
     bool removeSource = false;
     std::string archive;
 };
 
-/// Adds --view, --verify, --no-verify, --remove-source and --archive to a subcommand; options must live as
-/// long as it does.
+/// Adds --view, --events, --lines, --verify, --no-verify, --remove-source and --archive to a subcommand;
+/// options must live as long as it does.
 void AddWorkOptions(CLI::App& command, WorkOptions& options);
 
 /// Whether recordings are put away.
@@ -27,3 +29,7 @@ bool PutsAway(const WorkOptions& options);
 /// The order given by the options, for records that go to out. Throws ConfigurationError if the archive is no
 /// directory, or if recordings are to be put away unverified.
 WorkOrder OrderOf(const WorkOptions& options, const QString& out);
+
+/// Has what happened found out for the report, too, if `summary`, and reads the data of the lines if they are
+/// needed: those that are named, or the ones beside the ini file. Throws ConfigurationError.
+void AddSummary(WorkOrder& order, const WorkOptions& options, bool summary, const QString& ini);

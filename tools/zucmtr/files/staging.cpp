@@ -91,7 +91,8 @@ bool HoldsARecordAlone(const QString& path)
     return std::all_of(inside.begin(), inside.end(), [](const QFileInfo& file) {
         const bool isOurs = endings.contains(file.suffix()) || file.fileName() == QLatin1String("room") ||
                             file.fileName() == QLatin1String(Mark) ||
-                            file.fileName().contains(QStringLiteral(".html."));
+                            file.fileName().contains(QStringLiteral(".html.")) ||
+                            file.fileName().contains(QStringLiteral(".events."));
         return isOurs && (file.isSymLink() || !file.isDir());
     });
 }

@@ -1,6 +1,7 @@
 #include "zucmtr/run/batchitem.h"
 
 #include <QJsonArray>
+#include <QJsonDocument>
 
 namespace {
 
@@ -57,5 +58,7 @@ QJsonObject JsonOf(const BatchItem& item)
     object["verified"] = item.verified;
     object["source"] = QLatin1String(FateKey(item.fate));
     object["seconds"] = item.seconds;
+    if (!item.summary.isEmpty())
+        object["summary"] = QJsonDocument::fromJson(item.summary.toUtf8()).object();
     return object;
 }

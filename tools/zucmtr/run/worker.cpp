@@ -266,8 +266,7 @@ void Worker::ConvertUnseen(BatchItem& item)
                       .arg(text::MessageOf(error)));
         return;
     }
-    if (order.view)
-        WritePageBeside(item);
+    WriteFurtherBeside(item);
 }
 
 void Worker::MakeDirectory(const QString& directory)
@@ -306,8 +305,8 @@ bool Worker::TakePresent(BatchItem& item, Job& job)
     item.notes = presence.examined.notes;
     item.verified = true;
     item.state = ItemState::Present;
-    if (CheckUnchanged(item, job) && order.view)
-        WritePageBeside(item);
+    if (CheckUnchanged(item, job))
+        WriteFurtherBeside(item);
     return true;
 }
 

@@ -6,6 +6,7 @@
 #include "zucmtr/host/host.h"
 #include "zucmtr/run/batchitem.h"
 
+#include "analysis/linedata.h"
 #include "verify/verifier.h"
 
 #include <QSet>
@@ -17,6 +18,10 @@ struct WorkOrder
     bool verify = true;       // compare each record with its recording
     bool trustWriter = false; // the ini file may delete recordings: records are read, not compared
     bool view = false;        // write a page beside each record
+    bool events = false;      // write what happened beside each record
+    bool summary = false;     // find out what happened, for the report
+    analysis::Lines lines;    // for both
+    QString lineFile;         // path of the file that has them; empty: none
     bool removeSource = false;
     QString archive;      // directory for the recordings; empty: none
     bool sync = false;    // records are on the disk when their work is done; always where recordings go
@@ -70,6 +75,11 @@ private:
     QStringList WritePieces(Job& job, const QString& recordName, QString& pageError) const;
     bool Commit(BatchItem& item, Job& job);
     void WritePageBeside(BatchItem& item) const;
+    void Summarise(BatchItem& item, const QString& directory, const QString& configuration,
+                   QString& error) const;
+    QString AddEvents(BatchItem& item, Job& job, QStringList& names) const;
+    void WriteEventsBeside(BatchItem& item) const;
+    void WriteFurtherBeside(BatchItem& item) const;
     void SyncPresent(BatchItem& item);
     void PutAway(BatchItem& item, Job& job);
     void Name(BatchItem& item, const QString& recordName) const;

@@ -4,6 +4,7 @@
 #include "view/view.h"
 #include "zucmtr/files/archivecopies.h"
 #include "zucmtr/files/sourcefiles.h"
+#include "zucmtr/run/eventfiles.h"
 #include "zucmtr/run/recordplace.h"
 #include "zucmtr/run/worker.h"
 #include "zucmtr/run/workerjob.h"
@@ -14,6 +15,17 @@
 
 #include <exception>
 #include <new>
+
+namespace {
+
+void FailForEvents(BatchItem& item, const QString& error)
+{
+    item.Fail(
+        reason::EventsNotWritten,
+        Tr("worker", "converted, but its events could not be written: %1; the recording is kept").arg(error));
+}
+
+} // namespace
 
 // The names of the record's files in the staging directory, the page among them; pageError says why there is
 // none.
@@ -49,10 +61,73 @@ QStringList Worker::WritePieces(Job& job, const QString& recordName, QString& pa
     return names;
 }
 
+// Finds out what happened in the record, writes that to the directory if it is asked for, and gives the item
+// the short form; error says why the files could not be written.
+void Worker::Summarise(BatchItem& item, const QString& directory, const QString& configuration,
+                       QString& error) const
+{
+    if (!order.events && !order.summary)
+        return;
+    const QString shown = item.directory + QLatin1Char('/') + configuration;
+    try {
+        const EventTexts texts =
+            EventTextsOf({directory + QLatin1Char('/') + configuration, order.lines, order.lineFile}, shown);
+        if (!order.events || WriteEventFiles(directory, item.recordName, texts, error))
+            item.summary = texts.summary;
+    } catch (const std::bad_alloc&) {
+        if (order.events)
+            throw;
+    } catch (const std::exception& failure) {
+        error = text::MessageOf(failure);
+    }
+}
+
+// Adds the files with the events to those of the record in the staging directory. Returns why there are none.
+QString Worker::AddEvents(BatchItem& item, Job& job, QStringList& names) const
+{
+    const QString obstacle = order.events ? ObstacleToEvents(job.directory, item.recordName) : QString();
+    if (!obstacle.isEmpty())
+        return Tr("worker", "'%1' is not a regular file; move it away").arg(obstacle);
+    QString error;
+    Summarise(item, job.staging->Directory(), names.first(), error);
+    if (!order.events)
+        return QString();
+    if (error.isEmpty())
+        names << EventFilesOf(item.recordName);
+    return error.replace(job.staging->Directory(), job.directory);
+}
+
+void Worker::WriteEventsBeside(BatchItem& item) const
+{
+    QString error;
+    const QString obstacle = order.events ? ObstacleToEvents(item.directory, item.recordName) : QString();
+    if (!obstacle.isEmpty())
+        error = Tr("worker", "'%1' is not a regular file; move it away").arg(obstacle);
+    else
+        Summarise(item, item.directory, QFileInfo(item.files.first()).fileName(), error);
+    if (!order.events)
+        return;
+    if (!error.isEmpty())
+        FailForEvents(item, error);
+    else
+        for (const QString& name : EventFilesOf(item.recordName))
+            item.files << item.directory + QLatin1Char('/') + name;
+}
+
+// Of a record that is at its final names.
+void Worker::WriteFurtherBeside(BatchItem& item) const
+{
+    if (order.view)
+        WritePageBeside(item);
+    if (item.state != ItemState::Failed)
+        WriteEventsBeside(item);
+}
+
 bool Worker::Commit(BatchItem& item, Job& job)
 {
     QString pageError;
-    const QStringList names = WritePieces(job, item.recordName, pageError);
+    QStringList names = WritePieces(job, item.recordName, pageError);
+    const QString eventsError = AddEvents(item, job, names);
     const bool sync = order.sync || PutsAway();
     if (sync)
         job.staging->Sync(names);
@@ -69,16 +144,17 @@ bool Worker::Commit(BatchItem& item, Job& job)
     job.staging->Commit(names, sync);
     item.written = true;
     item.verified = order.verify;
-    if (names.size() > item.files.size())
-        item.files << item.directory + QLatin1Char('/') + names.last();
+    for (const QString& name : names.mid(item.files.size()))
+        item.files << item.directory + QLatin1Char('/') + name;
     if (job.pageIsBeside)
         WritePageBeside(item);
-    if (pageError.isEmpty())
-        return item.state != ItemState::Failed;
-    item.Fail(reason::PageNotWritten,
-              Tr("worker", "converted, but its page could not be written: %1; the recording is kept")
-                  .arg(pageError));
-    return false;
+    if (!pageError.isEmpty())
+        item.Fail(reason::PageNotWritten,
+                  Tr("worker", "converted, but its page could not be written: %1; the recording is kept")
+                      .arg(pageError));
+    else if (!eventsError.isEmpty())
+        FailForEvents(item, eventsError);
+    return item.state != ItemState::Failed;
 }
 
 void Worker::WritePageBeside(BatchItem& item) const

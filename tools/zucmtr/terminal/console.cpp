@@ -73,6 +73,12 @@ void PrintJson(const QJsonObject& object)
     Write(stdout, WithEscapedControls(QString::fromUtf8(json)));
 }
 
+void PrintBytes(const QByteArray& bytes)
+{
+    std::fwrite(bytes.constData(), 1, static_cast<size_t>(bytes.size()), stdout);
+    std::fflush(stdout);
+}
+
 void Complain(const QString& text)
 {
     Complain(QStringList{text});

@@ -1,6 +1,7 @@
 // What the program prints: results on standard output, everything else on standard error, always in UTF-8.
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 #include <QStringList>
 
@@ -16,6 +17,9 @@ void PrintLine(const QString& text);
 
 /// Prints the object as one line on standard output, at once. Control characters are escaped.
 void PrintJson(const QJsonObject& object);
+
+/// Prints bytes on standard output as they are, at once: a file format of its own.
+void PrintBytes(const QByteArray& bytes);
 
 /// Prints one line on standard error, after the program's name; line feeds count as control characters.
 void Complain(const QString& text);

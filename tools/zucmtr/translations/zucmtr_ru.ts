@@ -306,6 +306,46 @@ Example, with the sample station:
         <source>Section of the ini file for a recorder. Default: all of them</source>
         <translation>Секция ini-файла одного регистратора. По умолчанию все</translation>
     </message>
+    <message>
+        <source>%1 km</source>
+        <translation>%1 км</translation>
+    </message>
+    <message>
+        <source>equipment of [%1]</source>
+        <translation>оборудование секции [%1]</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; in records</source>
+        <translation>в записях «%1»</translation>
+    </message>
+    <message>
+        <source>voltages of &apos;%1&apos;</source>
+        <translation>напряжения присоединения «%1»</translation>
+    </message>
+    <message>
+        <source>no voltages of its own: &apos;voltages&apos; names the circuit that has them</source>
+        <translation>своих напряжений нет: присоединение, у которого они есть, называет ключ voltages</translation>
+    </message>
+    <message>
+        <source>zones: %1</source>
+        <translation>зоны: %1</translation>
+    </message>
+    <message>
+        <source>[%1] %2: the ini file has no equipment and no bay &apos;%3&apos;</source>
+        <translation>[%1] %2: в ini-файле нет ни оборудования, ни присоединения «%3»</translation>
+    </message>
+    <message>
+        <source>[%1] is no equipment of the dictionary and no bay; it serves records that have a circuit of this name, and nothing else</source>
+        <translation>[%1] не оборудование словаря и не присоединение; годится только для записей, в которых есть присоединение с таким именем</translation>
+    </message>
+    <message>
+        <source>[%1] is yet to be filled in: %2</source>
+        <translation>[%1] ещё не заполнена: %2</translation>
+    </message>
+    <message>
+        <source>lines of the dictionary without a section: %1</source>
+        <translation>линии словаря, для которых нет секции: %1</translation>
+    </message>
 </context>
 <context>
     <name>checks</name>
@@ -805,6 +845,10 @@ Ctrl-C завершает работу после начатых осцилло�
         <source>File to which loading the ini file appends its log</source>
         <translation>Файл, в который дописывается журнал загрузки ini-файла</translation>
     </message>
+    <message>
+        <source>Data of the lines, for the distance to a fault. Default: lines.ini beside the ini file, else beside the recording or record</source>
+        <translation>Параметры линий для расстояния до места КЗ. По умолчанию lines.ini рядом с ini-файлом, иначе рядом с осциллограммой или записью</translation>
+    </message>
 </context>
 <context>
     <name>dictionary</name>
@@ -857,14 +901,6 @@ Ctrl-C завершает работу после начатых осцилло�
         <translation>заполнить</translation>
     </message>
     <message>
-        <source>--output: &apos;%1&apos; is there already; choose another name, or replace it by --force</source>
-        <translation>--output: «%1» уже есть; выберите другое имя или замените ключом --force</translation>
-    </message>
-    <message>
-        <source>--output: &apos;%1&apos; cannot be written: %2</source>
-        <translation>--output: «%1» не записывается: %2</translation>
-    </message>
-    <message>
         <source>--section: &apos;%1&apos; is no name of a section</source>
         <translation>--section: «%1» — не имя секции</translation>
     </message>
@@ -879,10 +915,6 @@ Ctrl-C завершает работу после начатых осцилло�
     <message>
         <source>Name of the device&apos;s section in a whole ini file. Default: Device</source>
         <translation>Имя секции регистратора в целом ini-файле. По умолчанию Device</translation>
-    </message>
-    <message>
-        <source>Replace the file of --output</source>
-        <translation>Заменить файл --output</translation>
     </message>
     <message>
         <source>First file of a recording (.ZU)</source>
@@ -915,6 +947,77 @@ Example, with the sample station:
   zucmtr sample --out station
   zucmtr dictionary --complete --output new/ZuDrv.ini --force station/Vostochnaya_000123.ZU
   zucmtr convert --ini new/ZuDrv.ini --out new station/Vostochnaya_000123.ZU</translation>
+    </message>
+    <message>
+        <source>length in km, r1 x1 r0 x0 in primary ohms per km, with a decimal point</source>
+        <translation>length в км, r1 x1 r0 x0 в первичных омах на км, с десятичной точкой</translation>
+    </message>
+    <message>
+        <source>the circuit whose voltages serve this line</source>
+        <translation>присоединение, напряжения которого относятся к этой линии</translation>
+    </message>
+    <message>
+        <source>%1: &apos;%2&apos; is there already; choose another name, or replace it by --force</source>
+        <translation>%1: «%2» уже существует; выберите другое имя или замените файл ключом --force</translation>
+    </message>
+    <message>
+        <source>%1: &apos;%2&apos; cannot be written: %3</source>
+        <translation>%1: не удалось записать «%2»: %3</translation>
+    </message>
+    <message>
+        <source>Write a first lines.ini as well: the data of the lines, which the distance to a fault needs, to be filled in</source>
+        <translation>Записать и заготовку lines.ini: параметры линий, нужные для расстояния до места КЗ; значения заполняет пользователь</translation>
+    </message>
+    <message>
+        <source>Replace the files of --output and --line-data</source>
+        <translation>Заменить файлы, названные в --output и --line-data</translation>
+    </message>
+</context>
+<context>
+    <name>events</name>
+    <message>
+        <source>One JSON object a file, for programs</source>
+        <translation>Объект JSON на каждый файл, для программ</translation>
+    </message>
+    <message>
+        <source>The events of all files as one CSV table (RFC 4180), for spreadsheets</source>
+        <translation>События всех файлов одной таблицей CSV (RFC 4180), для электронных таблиц</translation>
+    </message>
+    <message>
+        <source>Take no ini file: circuits and names as in the recording</source>
+        <translation>Не использовать ini-файл: присоединения и имена как в осциллограмме</translation>
+    </message>
+    <message>
+        <source>The recorders&apos; ini file. Default: ZuDrv.ini beside the recording or in the current directory, if there is one</source>
+        <translation>Ini-файл регистраторов. По умолчанию ZuDrv.ini рядом с осциллограммой или в текущем каталоге, если он есть</translation>
+    </message>
+    <message>
+        <source>Say what happened: the fault, the events, what the protection did</source>
+        <translation>Сообщает, что произошло: КЗ, события, работа защиты</translation>
+    </message>
+    <message>
+        <source>First files of recordings (.ZU), or the .cfg or .cff files of records</source>
+        <translation>Первые файлы осциллограмм (.ZU) или файлы .cfg или .cff записей</translation>
+    </message>
+    <message>
+        <source>In a few sentences: which circuit and phases failed and when, how far away, what protection and
+breaker did. Below them each change of a discrete signal: its time of day, from the trigger and since
+the one before, its circuit and what it is. The distance needs the data of the line in lines.ini.
+
+Exit code: 0 done, 1 at least one file cannot be read, 2 wrong usage, or a mistake in lines.ini.
+
+Example, with the sample station:
+  zucmtr sample --out station --force
+  zucmtr events station/Vostochnaya_000123.ZU</source>
+        <translation>Несколько предложений: на каком присоединении, на каких фазах и когда произошло КЗ, на каком расстоянии,
+как сработали защита и выключатель. Ниже каждое переключение дискретного сигнала: время суток, время от
+пуска и от предыдущего, присоединение и вид. Для расстояния нужны параметры линии в lines.ini.
+
+Код завершения: 0 выполнено, 1 хотя бы один файл не читается, 2 неверный вызов или ошибка в lines.ini.
+
+Пример с учебной станцией:
+  zucmtr sample --out station --force
+  zucmtr events station/Vostochnaya_000123.ZU</translation>
     </message>
 </context>
 <context>
@@ -1359,26 +1462,6 @@ Example, with the sample station:
         <translation>неизвестна</translation>
     </message>
     <message>
-        <source>Of a recording: its times with zone, duration, rate, the segments found and why the chain
-ends, the start comment as stored and as understood, the channels. Of a record: what its
-configuration says, and whether all its data are there.
-
-Exit code: 0 all files are good, 1 something is wrong with at least one, 2 wrong usage.
-
-Example, with the sample station:
-  zucmtr sample --out station
-  zucmtr info --no-channels station/*.ZU</source>
-        <translation>Об осциллограмме: время с часовым поясом, длительность, частота, найденные сегменты и почему цепочка
-кончается, комментарий пуска как записан и как понят, каналы. О записи: что говорит конфигурация и все ли
-данные на месте.
-
-Код завершения: 0 все файлы исправны, 1 хотя бы с одним что-то не так, 2 неверный вызов.
-
-Пример с учебной станцией:
-  zucmtr sample --out station
-  zucmtr info --no-channels station/*.ZU</translation>
-    </message>
-    <message>
         <source>kB</source>
         <translation>кБ</translation>
     </message>
@@ -1389,6 +1472,31 @@ Example, with the sample station:
     <message>
         <source>GB</source>
         <translation>ГБ</translation>
+    </message>
+    <message>
+        <source>What happened</source>
+        <translation>Что произошло</translation>
+    </message>
+    <message>
+        <source>Of a recording: its times with zone, duration, rate, the segments found and why the chain
+ends, the start comment as stored and as understood, the channels. Of a record: what its
+configuration says, and whether all its data are there. Of both: what happened, as &apos;zucmtr events&apos; says it.
+
+Exit code: 0 all files are good, 1 something is wrong with at least one, 2 wrong usage.
+
+Example, with the sample station:
+  zucmtr sample --out station
+  zucmtr info --no-channels station/*.ZU</source>
+        <translation>Об осциллограмме: время с часовым поясом, длительность, частота, найденные сегменты и почему цепочка
+кончается, комментарий пуска как записан и как понят, каналы. О записи: что говорит конфигурация и все ли
+данные на месте. О тех и других: что
+произошло, как в &apos;zucmtr events&apos;.
+
+Код завершения: 0 все файлы исправны, 1 хотя бы с одним что-то не так, 2 неверный вызов.
+
+Пример с учебной станцией:
+  zucmtr sample --out station
+  zucmtr info --no-channels station/*.ZU</translation>
     </message>
 </context>
 <context>
@@ -1539,6 +1647,89 @@ Example, with the sample station:
     <message>
         <source>the recording ends early, &apos;%1&apos; does not continue &apos;%2&apos;: they differ</source>
         <translation>осциллограмма кончается раньше, «%1» не продолжает «%2»: параметры различны</translation>
+    </message>
+</context>
+<context>
+    <name>lines</name>
+    <message>
+        <source>ignored: &apos;%1&apos; is before the first section; put it under the [circuit] it is of</source>
+        <translation>пропускается: «%1» стоит до первой секции; перенесите под [присоединение], к которому относится</translation>
+    </message>
+    <message>
+        <source>ignored: &apos;%1&apos; is neither a [circuit] nor key=value</source>
+        <translation>пропускается: «%1» не [присоединение] и не ключ=значение</translation>
+    </message>
+    <message>
+        <source>[%1] is there already in line %2; put both into one section</source>
+        <translation>[%1] уже есть в строке %2; объедините обе секции</translation>
+    </message>
+    <message>
+        <source>[%1] has &apos;%2&apos; twice; the last one counts</source>
+        <translation>[%1]: ключ «%2» задан дважды; действует последний</translation>
+    </message>
+    <message>
+        <source>ignored: [%1] has the unknown key &apos;%2&apos;; known are %3</source>
+        <translation>пропускается: [%1]: неизвестный ключ «%2»; известны %3</translation>
+    </message>
+    <message>
+        <source>it cannot be below 0</source>
+        <translation>не может быть меньше 0</translation>
+    </message>
+    <message>
+        <source>it has to be above 0</source>
+        <translation>должно быть больше 0</translation>
+    </message>
+    <message>
+        <source>[%1] lacks %2; without it there is no distance to a fault on it</source>
+        <translation>[%1]: не задано %2; без этого расстояние до места КЗ на линии не определяется</translation>
+    </message>
+    <message>
+        <source>[%1] %2 = &apos;%3&apos;: </source>
+        <translation>[%1] %2 = «%3»: </translation>
+    </message>
+    <message>
+        <source>the line is not UTF-8; convert the file, for example by: iconv -f WINDOWS-1251 -t UTF-8</source>
+        <translation>строка не в UTF-8; перекодируйте файл, например: iconv -f WINDOWS-1251 -t UTF-8</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; cannot be read: %2</source>
+        <translation>«%1» не читается: %2</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is too large for the data of lines</source>
+        <translation>«%1» слишком велик для параметров линий</translation>
+    </message>
+    <message>
+        <source>a mho circle is written as: mho R X radius</source>
+        <translation>окружность задаётся так: mho R X радиус</translation>
+    </message>
+    <message>
+        <source>the radius has to be above 0</source>
+        <translation>радиус должен быть больше 0</translation>
+    </message>
+    <message>
+        <source>the corner &apos;%1&apos; is not R,X; write corners with blanks between them and decimal points: 0,0 10,0 8.5,20</source>
+        <translation>вершина «%1» не в виде R,X; пишите вершины через пробел, дробную часть через точку: 0,0 10,0 8.5,20</translation>
+    </message>
+    <message>
+        <source>a polygon has at least three corners: polygon R,X R,X R,X</source>
+        <translation>у многоугольника не меньше трёх вершин: polygon R,X R,X R,X</translation>
+    </message>
+    <message>
+        <source>the corners enclose nothing</source>
+        <translation>вершины не охватывают никакой области</translation>
+    </message>
+    <message>
+        <source>write a decimal point: %1</source>
+        <translation>пишите десятичную точку: %1</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is not a number</source>
+        <translation>«%1» не число</translation>
+    </message>
+    <message>
+        <source>a zone is &apos;mho R X radius&apos; or &apos;polygon R,X R,X R,X ...&apos;, in primary ohms</source>
+        <translation>зона задаётся как mho R X радиус или polygon R,X R,X R,X ..., в первичных омах</translation>
     </message>
 </context>
 <context>
@@ -2196,6 +2387,269 @@ Examples:
     <message>
         <source>another zucmtr holds the directory &apos;%1&apos;, where it puts a record in place; convert again when it has ended</source>
         <translation>каталог «%1» удерживает другой процесс zucmtr, который помещает туда запись; повторите преобразование, когда он завершится</translation>
+    </message>
+</context>
+<context>
+    <name>summary</name>
+    <message>
+        <source>start</source>
+        <translation>пуск</translation>
+    </message>
+    <message>
+        <source>trip</source>
+        <translation>отключение</translation>
+    </message>
+    <message>
+        <source>breaker</source>
+        <translation>выключатель</translation>
+    </message>
+    <message>
+        <source>reclosing</source>
+        <translation>АПВ</translation>
+    </message>
+    <message>
+        <source>closed</source>
+        <translation>включён</translation>
+    </message>
+    <message>
+        <source>open</source>
+        <translation>отключён</translation>
+    </message>
+    <message>
+        <source>(pulse, %1 changes)</source>
+        <translation>(импульс, переключений: %1)</translation>
+    </message>
+    <message>
+        <source>(bounce, %1 changes)</source>
+        <translation>(дребезг, переключений: %1)</translation>
+    </message>
+    <message>
+        <source>Time</source>
+        <translation>Время</translation>
+    </message>
+    <message>
+        <source>From trigger, s</source>
+        <translation>От пуска, с</translation>
+    </message>
+    <message>
+        <source>Since previous, s</source>
+        <translation>От предыдущего, с</translation>
+    </message>
+    <message>
+        <source>Circuit</source>
+        <translation>Присоединение</translation>
+    </message>
+    <message>
+        <source>Signal</source>
+        <translation>Сигнал</translation>
+    </message>
+    <message>
+        <source>Kind</source>
+        <translation>Вид</translation>
+    </message>
+    <message>
+        <source>State</source>
+        <translation>Состояние</translation>
+    </message>
+    <message>
+        <source>.</source>
+        <translation>,</translation>
+    </message>
+    <message>
+        <source>further changes, not listed: %1</source>
+        <translation>остальные переключения, не показаны: %1</translation>
+    </message>
+    <message>
+        <source>A to earth</source>
+        <translation>А-земля</translation>
+    </message>
+    <message>
+        <source>B to earth</source>
+        <translation>В-земля</translation>
+    </message>
+    <message>
+        <source>C to earth</source>
+        <translation>С-земля</translation>
+    </message>
+    <message>
+        <source>A-B</source>
+        <translation>А-В</translation>
+    </message>
+    <message>
+        <source>B-C</source>
+        <translation>В-С</translation>
+    </message>
+    <message>
+        <source>C-A</source>
+        <translation>С-А</translation>
+    </message>
+    <message>
+        <source>A-B to earth</source>
+        <translation>А-В-земля</translation>
+    </message>
+    <message>
+        <source>B-C to earth</source>
+        <translation>В-С-земля</translation>
+    </message>
+    <message>
+        <source>C-A to earth</source>
+        <translation>С-А-земля</translation>
+    </message>
+    <message>
+        <source>A-B-C</source>
+        <translation>А-В-С</translation>
+    </message>
+    <message>
+        <source>A-B-C to earth</source>
+        <translation>А-В-С-земля</translation>
+    </message>
+    <message>
+        <source>reactance method</source>
+        <translation>метод реактанса</translation>
+    </message>
+    <message>
+        <source>Takagi method</source>
+        <translation>метод Такаги</translation>
+    </message>
+    <message>
+        <source>modified Takagi method</source>
+        <translation>уточнённый метод Такаги</translation>
+    </message>
+    <message>
+        <source>%1 s</source>
+        <translation>%1 с</translation>
+    </message>
+    <message>
+        <source>%1 ms</source>
+        <translation>%1 мс</translation>
+    </message>
+    <message>
+        <source>Short circuit %1 at %2</source>
+        <translation>Короткое замыкание %1 в %2</translation>
+    </message>
+    <message>
+        <source>Short circuit %1 on %2 at %3</source>
+        <translation>Короткое замыкание %1 на %2 в %3</translation>
+    </message>
+    <message>
+        <source>%1; cleared after %2.</source>
+        <translation>%1; отключено через %2.</translation>
+    </message>
+    <message>
+        <source>%1; it lasts to the end of the record.</source>
+        <translation>%1; продолжается до конца записи.</translation>
+    </message>
+    <message>
+        <source>After %1 it became %2.</source>
+        <translation>Через %1 перешло в %2.</translation>
+    </message>
+    <message>
+        <source>Short circuit %1 again at %2, for %3.</source>
+        <translation>Повторное короткое замыкание %1 в %2, длительность %3.</translation>
+    </message>
+    <message>
+        <source>Short circuit %1 again at %2, to the end of the record.</source>
+        <translation>Повторное короткое замыкание %1 в %2, до конца записи.</translation>
+    </message>
+    <message>
+        <source>It is ahead, in the direction of the circuit.</source>
+        <translation>Направление: в сторону присоединения.</translation>
+    </message>
+    <message>
+        <source>It is behind the recorder, not on this circuit.</source>
+        <translation>Направление: «за спиной», не на этом присоединении.</translation>
+    </message>
+    <message>
+        <source>No distance: there is no lines.ini with the data of the line.</source>
+        <translation>Расстояние не определено: нет файла lines.ini с параметрами линии.</translation>
+    </message>
+    <message>
+        <source>No distance: &apos;%1&apos; has no data of the line [%2].</source>
+        <translation>Расстояние не определено: в «%1» нет параметров линии [%2].</translation>
+    </message>
+    <message>
+        <source>No distance: the record has no voltages of this circuit; &apos;voltages&apos; in lines.ini names the circuit whose voltages serve it.</source>
+        <translation>Расстояние не определено: в записи нет напряжений этого присоединения; ключ voltages в lines.ini называет присоединение, напряжения которого к нему относятся.</translation>
+    </message>
+    <message>
+        <source>No distance: the record lacks currents that it needs.</source>
+        <translation>Расстояние не определено: в записи нет нужных токов.</translation>
+    </message>
+    <message>
+        <source>No distance: the fault is too short for it.</source>
+        <translation>Расстояние не определено: замыкание слишком короткое.</translation>
+    </message>
+    <message>
+        <source>No distance: the current transformers were saturated.</source>
+        <translation>Расстояние не определено: трансформаторы тока были насыщены.</translation>
+    </message>
+    <message>
+        <source>between %1 and %2 %</source>
+        <translation>от %1 до %2 %</translation>
+    </message>
+    <message>
+        <source>Distance %1.</source>
+        <translation>Расстояние %1.</translation>
+    </message>
+    <message>
+        <source>%1 % (%2 km)</source>
+        <translation>%1 % (%2 км)</translation>
+    </message>
+    <message>
+        <source>fault resistance %1 ohm</source>
+        <translation>Rп %1 Ом</translation>
+    </message>
+    <message>
+        <source>Distance %1 (%2).</source>
+        <translation>Расстояние %1 (%2).</translation>
+    </message>
+    <message>
+        <source>start of the protection %1</source>
+        <translation>пуск защиты %1</translation>
+    </message>
+    <message>
+        <source>trip %1</source>
+        <translation>команда отключения %1</translation>
+    </message>
+    <message>
+        <source>breaker open %1</source>
+        <translation>выключатель отключён %1</translation>
+    </message>
+    <message>
+        <source>From the onset: %1.</source>
+        <translation>От начала КЗ: %1.</translation>
+    </message>
+    <message>
+        <source>From the start of the protection: %1.</source>
+        <translation>От пуска защиты: %1.</translation>
+    </message>
+    <message>
+        <source>Closed again after %1, with success.</source>
+        <translation>Повторное включение через %1, успешное.</translation>
+    </message>
+    <message>
+        <source>Closed again after %1, without success.</source>
+        <translation>Повторное включение через %1, неуспешное.</translation>
+    </message>
+    <message>
+        <source>No short circuit was found.</source>
+        <translation>Короткое замыкание не обнаружено.</translation>
+    </message>
+    <message>
+        <source>The record has no circuit with the currents of three phases, so that no short circuit can be found in it.</source>
+        <translation>В записи нет присоединения с токами трёх фаз, поэтому короткое замыкание обнаружить нельзя.</translation>
+    </message>
+    <message>
+        <source>No discrete signal changes.</source>
+        <translation>Дискретные сигналы не изменялись.</translation>
+    </message>
+    <message>
+        <source>The trigger time is outside the record&apos;s samples.</source>
+        <translation>Момент пуска лежит вне отсчётов записи.</translation>
+    </message>
+    <message>
+        <source>Only %1 of %2 samples, around the trigger, were looked at.</source>
+        <translation>Рассмотрены только отсчёты вокруг момента пуска: %1 из %2.</translation>
     </message>
 </context>
 <context>
@@ -2917,6 +3371,10 @@ SIGTERM и Ctrl-C завершают работу после начатой ос
         <source>--remove-source and --archive need a verified record; leave --no-verify out</source>
         <translation>для --remove-source и --archive нужна проверенная запись; уберите --no-verify</translation>
     </message>
+    <message>
+        <source>Write what happened beside each record, as &apos;zucmtr events&apos;: NAME.events.json and NAME.events.txt</source>
+        <translation>Записать рядом с каждой записью, что произошло, как &apos;zucmtr events&apos;: ИМЯ.events.json и ИМЯ.events.txt</translation>
+    </message>
 </context>
 <context>
     <name>worker</name>
@@ -2983,6 +3441,14 @@ SIGTERM и Ctrl-C завершают работу после начатой ос
     <message>
         <source>not converted: &apos;%1&apos; is there already and is longer: it starts like this recording and goes on after its end, so continuation files of the recording are missing; bring them back beside &apos;%2&apos;, or replace the record by this shorter one with --replace</source>
         <translation>не преобразована: «%1» уже есть и длиннее: запись начинается как эта осциллограмма и продолжается после её конца, то есть файлов продолжения не хватает; верните их к «%2» или замените запись этой, более короткой, ключом --replace</translation>
+    </message>
+    <message>
+        <source>converted, but its events could not be written: %1; the recording is kept</source>
+        <translation>преобразована, но не удалось записать её события: %1; осциллограмма сохранена</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is not a regular file; move it away</source>
+        <translation>«%1» не обычный файл; уберите его</translation>
     </message>
 </context>
 </TS>

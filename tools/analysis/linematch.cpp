@@ -1,0 +1,69 @@
+#include "analysis/linematch.h"
+
+#include <QRegularExpression>
+
+#include <algorithm>
+
+namespace analysis {
+
+namespace {
+
+// The letters and digits of a name.
+QString Bare(const QString& name)
+{
+    static const QRegularExpression kilovolts(QStringLiteral("(\\d)\\s*(кВ|kV)\\b"),
+                                              QRegularExpression::CaseInsensitiveOption |
+                                                  QRegularExpression::UseUnicodePropertiesOption);
+    QString text = name;
+    text.replace(kilovolts, QStringLiteral("\\1 "));
+    QString bare;
+    for (const QChar character : qAsConst(text))
+        if (character.isLetterOrNumber())
+            bare += character.toLower();
+    return bare;
+}
+
+bool Has(const std::vector<Circuit>& circuits, const QString& name)
+{
+    return std::any_of(circuits.begin(), circuits.end(),
+                       [&](const Circuit& circuit) { return circuit.name == name; });
+}
+
+} // namespace
+
+bool IsSameName(const QString& a, const QString& b)
+{
+    return a == b || (!Bare(a).isEmpty() && Bare(a) == Bare(b));
+}
+
+QString CircuitNamed(const QString& name, const std::vector<Circuit>& circuits, const ChannelKinds& kinds)
+{
+    if (name.isEmpty() || Has(circuits, name))
+        return name;
+    const QString ofEquipment = kinds.CircuitOf(name);
+    if (!ofEquipment.isEmpty())
+        return ofEquipment;
+    QStringList alike;
+    for (const Circuit& circuit : circuits)
+        if (IsSameName(circuit.name, name))
+            alike << circuit.name;
+    return alike.size() == 1 ? alike.first() : QString();
+}
+
+Lines LinesOf(const Lines& lines, const std::vector<Circuit>& circuits, const ChannelKinds& kinds)
+{
+    Lines matched;
+    for (const Line& line : lines) {
+        Line known = line;
+        known.circuit = CircuitNamed(line.circuit, circuits, kinds);
+        known.voltages = CircuitNamed(line.voltages, circuits, kinds);
+        known.parallel = CircuitNamed(line.parallel, circuits, kinds);
+        const bool isTwice = std::any_of(matched.begin(), matched.end(),
+                                         [&](const Line& other) { return other.circuit == known.circuit; });
+        if (!known.circuit.isEmpty() && !isTwice && (known.IsKnown() || !known.voltages.isEmpty()))
+            matched.push_back(known);
+    }
+    return matched;
+}
+
+} // namespace analysis

@@ -1,0 +1,23 @@
+// Which circuits of a record the sections of lines.ini are about.
+#pragma once
+
+#include "analysis/channelkinds.h"
+#include "analysis/circuits.h"
+#include "analysis/linedata.h"
+
+namespace analysis {
+
+/// Whether two names of a circuit have the same letters and digits; "кВ" after a number, blanks, dashes and
+/// the like are left out.
+bool IsSameName(const QString& a, const QString& b);
+
+/// The circuit of the record that a section means: the one of this name; the one that the INF file has for
+/// equipment of this name; the only one of the same name as IsSameName has it ("ВЛ-110 Южная" for "ВЛ 110 кВ
+/// Южная"). Empty if there is none.
+QString CircuitNamed(const QString& name, const std::vector<Circuit>& circuits, const ChannelKinds& kinds);
+
+/// The lines that the record has, under the names of its circuits; also those in `voltages` and `parallel`.
+/// Lines of which neither impedances nor voltages are known are left out.
+Lines LinesOf(const Lines& lines, const std::vector<Circuit>& circuits, const ChannelKinds& kinds);
+
+} // namespace analysis

@@ -1,0 +1,42 @@
+#include "analysis/statusinfo.h"
+
+#include "comtrade/text.h"
+
+#include <QStringList>
+
+namespace analysis {
+
+std::map<int, StatusInfo> StatusInfoOf(const QByteArray& information)
+{
+    std::map<int, StatusInfo> channels;
+    if (!information.contains("Status_Signal_Type"))
+        return channels;
+    StatusInfo* open = nullptr;
+    StatusInfo read;
+    const QString text = comtrade::DecodedText(information);
+    for (const QStringRef& row : text.splitRef(QLatin1Char('\n'))) {
+        const QStringRef line = row.trimmed();
+        if (line.startsWith(QLatin1Char('['))) {
+            const bool isStatus = line.startsWith(QLatin1String("[Russian_Comtrade_Edition Status_Channel_"));
+            read = StatusInfo();
+            open = isStatus ? &read : nullptr;
+            continue;
+        }
+        const int equals = line.indexOf(QLatin1Char('='));
+        if (open == nullptr || equals < 0)
+            continue;
+        const QStringRef key = line.left(equals).trimmed();
+        const QStringRef value = line.mid(equals + 1).trimmed();
+        if (key == QLatin1String("Protection_Device_Group"))
+            read.group = value.toString();
+        else if (key == QLatin1String("Status_Signal_Type"))
+            read.type = value.toString();
+        else if (key == QLatin1String("Status_ID"))
+            read.id = value.toString();
+        else if (key == QLatin1String("Status_Channel_Number"))
+            channels[value.toInt()] = read; // the keys above come before it
+    }
+    return channels;
+}
+
+} // namespace analysis
