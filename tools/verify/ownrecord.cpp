@@ -142,8 +142,8 @@ public:
                 mark = found;
             else if (found)
                 section = found->kind;
-            if (!first && !found && section == QLatin1String("CFG"))
-                configuration += line;
+            if (!found && section == QLatin1String("CFG"))
+                configuration += first ? line.mid(Written(line).size()) : line; // without part of the mark
         }
     }
 
