@@ -101,7 +101,7 @@ QString Scene::VerdictWith(const QString& extension, const QByteArray& bytes) co
     const QString path = Path(extension);
     const QByteArray before = ReadBytes(path);
     Replace(path, bytes);
-    const QString verdict = Verdict();
+    QString verdict = Verdict();
     Replace(path, before);
     return verdict;
 }
