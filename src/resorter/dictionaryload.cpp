@@ -131,8 +131,8 @@ void DictionaryLoader::SetNames(DictionaryZuCmtr& entry, const QString& key, con
     }
     if (!entry.EquipmentName.isEmpty() && !entry.SignalName.isEmpty())
         return;
-    Warn(QStringLiteral("Плохое имя сигнала %1 в секции %2 ZuDrv.ini при загрузке параметров сортировки "
-                        "Comtrade [%3]")
+    Warn(QStringLiteral(
+             "Плохое имя сигнала %1 в секции %2 ZuDrv.ini при загрузке параметров сортировки Comtrade [%3]")
              .arg(key)
              .arg(ini.group)
              .arg(name));

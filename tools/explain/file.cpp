@@ -131,14 +131,13 @@ QString OtherKindByName(const QString& path)
         if (configuration.isEmpty())
             return Tr("file", "it is a part of a COMTRADE record, not a recording (.ZU); 'zucmtr info' and "
                               "'zucmtr view' take the record's .cfg file, which is not beside it");
-        return Tr("file",
-                  "it is a part of a COMTRADE record, not a recording (.ZU); 'zucmtr info' and 'zucmtr "
-                  "view' take its configuration '%1'")
+        return Tr("file", "it is a part of a COMTRADE record, not a recording (.ZU); 'zucmtr info' and "
+                          "'zucmtr view' take its configuration '%1'")
             .arg(configuration);
     }
     if (extension == QLatin1String("ini"))
-        return Tr("file", "it is an ini file, not a recording; name it by --ini, or look at it with "
-                          "'zucmtr check'");
+        return Tr("file",
+                  "it is an ini file, not a recording; name it by --ini, or look at it with 'zucmtr check'");
     return QString();
 }
 
@@ -154,8 +153,9 @@ QString OtherKind(const QString& path, const QByteArray& beginning)
     if (!extension.isEmpty())
         return Tr("file", "it is no recording: its content is a COMTRADE record's; give it the extension %1")
             .arg(extension);
-    return Tr("file", "it is no recording: it does not start like a recorder's file; give a recording's "
-                      "first file (.ZU)");
+    return Tr(
+        "file",
+        "it is no recording: it does not start like a recorder's file; give a recording's first file (.ZU)");
 }
 
 } // namespace

@@ -155,9 +155,8 @@ void AddStart(Description& description, ZuFileFormat& first, ZuCmtrDevParam& dev
     try {
         first.ParseComment(&device);
     } catch (const std::out_of_range&) {
-        description.notes << Tr("info",
-                                "the start comment has two values instead of three: the library gives up "
-                                "such a recording with an exception");
+        description.notes << Tr("info", "the start comment has two values instead of three: the library "
+                                        "gives up such a recording with an exception");
         return;
     }
     description.Add(QStringLiteral("startCondition"), Tr("info", "Condition"), first.StartCondition);
@@ -177,11 +176,11 @@ void AddMoments(Description& description, const ZuFileFormat& first)
 void NoteLoss(Description& description, qint64 written, qint64 total)
 {
     if (written < total)
-        description.notes << Tr("info",
-                                "by the durations in the headers of its files, its record will hold %1 "
-                                "of the %2 samples")
-                                 .arg(written)
-                                 .arg(total);
+        description.notes
+            << Tr("info",
+                  "by the durations in the headers of its files, its record will hold %1 of the %2 samples")
+                   .arg(written)
+                   .arg(total);
 }
 
 void DescribeChain(Description& description, const QString& path)
@@ -248,9 +247,8 @@ void DescribeRecording(Description& description)
         DescribeChain(description, path);
     } catch (const std::out_of_range&) {
         description.Fail(reason::RecordingInconsistent,
-                         Tr("info",
-                            "its files have analog channels and no discrete one, so that they cannot be "
-                            "compared; the library gives up such a recording with an exception"));
+                         Tr("info", "its files have analog channels and no discrete one, so that they cannot "
+                                    "be compared; the library gives up such a recording with an exception"));
     }
     if (!description.error.isEmpty() && description.facts.empty() && explain::BeginsAsRecording(path))
         AddRemains(description, path);

@@ -148,19 +148,18 @@ void AddCheckCommand(CLI::App& app, Action& chosen)
     CLI::App* command =
         app.add_subcommand("check", HelpText("check", "Explain what is wrong with an ini file"));
     const auto options = std::make_shared<CheckOptions>();
-    AddChoiceOptions(
-        *command, options->choice,
-        {HelpText("check", "The recorders' ini file. Default: ZuDrv.ini beside the recordings, else in the "
-                           "current directory"),
-         HelpText("check", "Section of the ini file for a recorder. Default: all of them")});
+    AddChoiceOptions(*command, options->choice,
+                     {HelpText("check", "The recorders' ini file. Default: ZuDrv.ini beside the recordings, "
+                                        "else in the current directory"),
+                      HelpText("check", "Section of the ini file for a recorder. Default: all of them")});
     command->add_flag("--json", options->json,
                       HelpText("check", "One JSON object per finding, for programs"));
     AddMemoryOption(*command, options->maxMemory);
     command
-        ->add_option("FILE", options->files,
-                     HelpText("check",
-                              "The ini file, and first files of recordings to compare with its sorting "
-                              "dictionary"))
+        ->add_option(
+            "FILE", options->files,
+            HelpText("check",
+                     "The ini file, and first files of recordings to compare with its sorting dictionary"))
         ->type_name("");
     command->footer(HelpText(
         "check",

@@ -64,11 +64,12 @@ QStringList Texts(const std::vector<std::string>& utf8)
 void CheckCombination(const ConvertOptions& options)
 {
     if (PutsAway(options.work) && options.trustWriter)
-        throw ConfigurationError(Tr("convert", "--remove-source and --archive need a verified record; leave "
-                                               "--trust-writer out"));
+        throw ConfigurationError(
+            Tr("convert", "--remove-source and --archive need a verified record; leave --trust-writer out"));
     if (PutsAway(options.work) && options.noSync)
-        throw ConfigurationError(Tr("convert", "--remove-source and --archive need a record that is on the "
-                                               "disk; leave --no-sync out"));
+        throw ConfigurationError(
+            Tr("convert",
+               "--remove-source and --archive need a record that is on the disk; leave --no-sync out"));
 }
 
 QString OutDirectory(const ConvertOptions& options)
@@ -223,10 +224,10 @@ void AddOutputOptions(CLI::App& command, ConvertOptions& options)
 
 void AddRunOptions(CLI::App& command, ConvertOptions& options)
 {
-    command.add_flag("-r,--recursive", options.recursive,
-                     HelpText("convert",
-                              "Search for recordings in the directories below the given ones, too; "
-                              "their records go to directories of the same names below --out"));
+    command.add_flag(
+        "-r,--recursive", options.recursive,
+        HelpText("convert", "Search for recordings in the directories below the given ones, too; their "
+                            "records go to directories of the same names below --out"));
     command.add_flag("--flat", options.flat,
                      HelpText("convert", "Put all records into the directory of --out itself"));
     command
@@ -244,10 +245,10 @@ void AddRunOptions(CLI::App& command, ConvertOptions& options)
         .add_flag("--fail-fast", options.failFast,
                   HelpText("convert", "Start no recording after one that failed"))
         ->excludes(goOn);
-    command.add_flag("--dry-run", options.dryRun,
-                     HelpText("convert",
-                              "Read the recordings and report what would be converted into which records; "
-                              "write nothing"));
+    command.add_flag(
+        "--dry-run", options.dryRun,
+        HelpText("convert",
+                 "Read the recordings and report what would be converted into which records; write nothing"));
 }
 
 void AddSafetyOptions(CLI::App& command, ConvertOptions& options)
@@ -266,9 +267,8 @@ void AddSafetyOptions(CLI::App& command, ConvertOptions& options)
                   HelpText("convert", "Leave it to the system when records reach the disk (the default)"))
         ->excludes(sync);
     command.add_flag("--trust-writer", options.trustWriter,
-                     HelpText("convert",
-                              "Let the ini file have the library delete the recordings; their records "
-                              "are read back, but cannot be compared any more"));
+                     HelpText("convert", "Let the ini file have the library delete the recordings; their "
+                                         "records are read back, but cannot be compared any more"));
 }
 
 void AddReportOptions(CLI::App& command, ConvertOptions& options)

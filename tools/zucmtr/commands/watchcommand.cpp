@@ -161,17 +161,18 @@ int RunWatch(const WatchOptions& options)
 void AddWatchOptions(CLI::App& command, WatchOptions& options)
 {
     command.add_flag("-r,--recursive", options.recursive,
-                     HelpText("watch", "Watch the directories below the given ones, too; their records go "
-                                       "to directories of the same names below --out"));
+                     HelpText("watch", "Watch the directories below the given ones, too; their records go to "
+                                       "directories of the same names below --out"));
     command.add_flag("--flat", options.flat,
                      HelpText("watch", "Put all records into the directory of --out itself"));
     command.add_flag("--once", options.once,
                      HelpText("watch", "Convert what is there and end, for example for cron"));
     command
-        .add_option("--state", options.state,
-                    HelpText("watch",
-                             "File that remembers what is converted. Default: .zucmtr-watch in the directory "
-                             "of --out"))
+        .add_option(
+            "--state", options.state,
+            HelpText(
+                "watch",
+                "File that remembers what is converted. Default: .zucmtr-watch in the directory of --out"))
         ->type_name("FILE");
     command
         .add_option("--rescan", options.rescan,
@@ -182,17 +183,16 @@ void AddWatchOptions(CLI::App& command, WatchOptions& options)
         ->default_str("");
     command
         .add_option("--retry-after", options.retryAfter,
-                    HelpText("watch",
-                             "Seconds after which a recording that failed is tried again; doubled after "
-                             "each failure. Default: 10"))
+                    HelpText("watch", "Seconds after which a recording that failed is tried again; doubled "
+                                      "after each failure. Default: 10"))
         ->check(values::Number(0, 86400))
         ->type_name("SECONDS")
         ->default_str("");
     command
-        .add_option("--attempts", options.attempts,
-                    HelpText("watch",
-                             "How often a recording is tried before it is given up until it changes. "
-                             "Default: 8"))
+        .add_option(
+            "--attempts", options.attempts,
+            HelpText("watch",
+                     "How often a recording is tried before it is given up until it changes. Default: 8"))
         ->transform(values::WholeNumber(1, 1000))
         ->type_name("N")
         ->default_str("");

@@ -21,9 +21,8 @@ void AddWorkOptions(CLI::App& command, WorkOptions& options)
         HelpText("work", "Delete each recording after its record is verified and on the disk"));
     command
         .add_option("--archive", options.archive,
-                    HelpText("work",
-                             "Existing directory to which each recording is moved after its record is "
-                             "verified and on the disk"))
+                    HelpText("work", "Existing directory to which each recording is moved after its record "
+                                     "is verified and on the disk"))
         ->type_name("DIR")
         ->excludes(remove);
 }

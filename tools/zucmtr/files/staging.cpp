@@ -238,12 +238,10 @@ void Staging::Lock()
         if (std::chrono::steady_clock::now() >= end) {
             close(lock);
             lock = -1;
-            throw StagingError(
-                Tr("staging",
-                   "another zucmtr holds the directory '%1', where it puts a record in place; convert "
-                   "again when it has ended")
-                    .arg(out),
-                EWOULDBLOCK);
+            throw StagingError(Tr("staging", "another zucmtr holds the directory '%1', where it puts a "
+                                             "record in place; convert again when it has ended")
+                                   .arg(out),
+                               EWOULDBLOCK);
         }
         std::this_thread::sleep_for(pause);
     }

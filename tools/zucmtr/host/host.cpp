@@ -52,8 +52,8 @@ void CheckCommitted(Outcome& outcome, const QString& outDirectory)
     outcome.converted = false;
     outcome.couldNotWrite = true;
     outcome.reason = reason::RecordNotInPlace;
-    outcome.error = Tr("host", "the record could not be put in place, '%1' is left; free the final name "
-                               "and the disk, then convert again")
+    outcome.error = Tr("host", "the record could not be put in place, '%1' is left; free the final name and "
+                               "the disk, then convert again")
                         .arg(left);
 }
 
@@ -126,8 +126,8 @@ Outcome Host::Convert(const QString& file, const QString& outDirectory, unsigned
         }
     } catch (const std::out_of_range&) {
         outcome.reason = reason::ConverterException;
-        outcome.error = Tr("host", "the start comment has too few values, or the segments have analog but "
-                                   "no discrete channels; the library gives up such a recording");
+        outcome.error = Tr("host", "the start comment has too few values, or the segments have analog but no "
+                                   "discrete channels; the library gives up such a recording");
     } catch (const std::bad_alloc&) {
         outcome.reason = reason::OutOfMemory;
         outcome.error = text::MemoryMessage();

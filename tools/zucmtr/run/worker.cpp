@@ -28,10 +28,8 @@ constexpr int MostTries = 3;
 
 void FailForAMoment(BatchItem& item)
 {
-    item.Fail(reason::SourceUnreadable,
-              Tr("worker",
-                 "not converted: for a moment the recording could not be read, or its record not be written; "
-                 "convert again"));
+    item.Fail(reason::SourceUnreadable, Tr("worker", "not converted: for a moment the recording could not be "
+                                                     "read, or its record not be written; convert again"));
 }
 
 void FailBy(BatchItem& item, const Outcome& outcome)
@@ -327,9 +325,8 @@ bool Worker::MayReplace(BatchItem& item, const verify::Presence& presence) const
     else
         item.Fail(
             reason::OtherRecordPresent,
-            Tr("worker",
-               "not converted: '%1' is there already and is not the record of this recording (%2); move "
-               "it away, choose another directory by --out, or replace it by --replace")
+            Tr("worker", "not converted: '%1' is there already and is not the record of this recording (%2); "
+                         "move it away, choose another directory by --out, or replace it by --replace")
                 .arg(item.files.first(), presence.standing.reason));
     item.files.clear();
     return false;

@@ -66,9 +66,8 @@ void CheckIniFile(const QString& path)
 {
     const QFileInfo file(path);
     if (file.exists() && !file.isFile())
-        throw ConfigurationError(Tr("checks", "--ini: '%1' is not a file; give the path of the recorders' "
-                                              "ini file")
-                                     .arg(path));
+        throw ConfigurationError(
+            Tr("checks", "--ini: '%1' is not a file; give the path of the recorders' ini file").arg(path));
     const QString reason = explain::Unreadable(path);
     if (!reason.isEmpty())
         throw ConfigurationError(QStringLiteral("--ini: %1: %2").arg(path, reason));
@@ -89,10 +88,9 @@ void CheckLogFile(const QString& path)
                             : target.kind == output::Kind::NewFile && !path.isEmpty() && directory.isDir() &&
                                   directory.isWritable();
     if (!usable)
-        throw ConfigurationError(
-            Tr("checks", "--log: cannot write the file '%1'; give a file in a directory that exists and "
-                         "can be written to")
-                .arg(path));
+        throw ConfigurationError(Tr("checks", "--log: cannot write the file '%1'; give a file in a directory "
+                                              "that exists and can be written to")
+                                     .arg(path));
 }
 
 QString MissingSectionText(const QString& iniPath, const QString& section)

@@ -161,9 +161,8 @@ void WatchInput::ReportUnwatched()
         return;
     isUnwatchedReported = true;
     const QString text =
-        Tr("watch", "the system reports no changes of this many directories, as its limit is "
-                    "reached; they are scanned every %1 seconds or more; raise "
-                    "fs.inotify.max_user_watches");
+        Tr("watch", "the system reports no changes of this many directories, as its limit is reached; they "
+                    "are scanned every %1 seconds or more; raise fs.inotify.max_user_watches");
     watchevents::Emit("unwatched", {{"count", events.Unwatched()},
                                     {"text", text.arg(std::chrono::duration<double>(order.rescan).count())}});
 }
@@ -195,8 +194,8 @@ void WatchInput::ObserveOrphan(const QString& path, QHash<QString, Orphan>& now)
         watchevents::Emit("orphan",
                           {{"file", AsGiven(path)},
                            {"first", first},
-                           {"text", Tr("watch", "it continues a recording whose first file %1 is not "
-                                                "there, so it is not converted; bring that back")
+                           {"text", Tr("watch", "it continues a recording whose first file %1 is not there, "
+                                                "so it is not converted; bring that back")
                                         .arg(first)}});
     }
     now.insert(path, orphan);

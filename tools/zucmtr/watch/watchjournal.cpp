@@ -135,10 +135,9 @@ QString HolderOf(const QString& path)
 
 [[noreturn]] void RefuseKind(const QString& path)
 {
-    throw ConfigurationError(
-        Tr("watch", "--state: '%1' is another kind of file; give one that 'zucmtr watch' has made, or "
-                    "one that does not exist yet")
-            .arg(path));
+    throw ConfigurationError(Tr("watch", "--state: '%1' is another kind of file; give one that 'zucmtr "
+                                         "watch' has made, or one that does not exist yet")
+                                 .arg(path));
 }
 
 // Locks the open file, not the process, which would lose its lock when SQLite closes the file. 0 or errno.
@@ -393,9 +392,9 @@ void WatchJournal::FailToWrite(const QString& reason) const
     if (!file.IsOpen())
         throw Unwritable(
             Tr("watch", "--state: '%1' cannot be written: %2; give another file").arg(path, reason));
-    throw Unwritable(Tr("watch", "'%1' cannot be written: %2; free the disk, or give this user the "
-                                 "permission")
-                         .arg(path, reason));
+    throw Unwritable(
+        Tr("watch", "'%1' cannot be written: %2; free the disk, or give this user the permission")
+            .arg(path, reason));
 }
 
 // What is written to a file without a name is lost with the process, and another process may be at work with
