@@ -8,6 +8,7 @@
 #pragma once
 
 #include "text/error.h"
+#include "zucmtr/files/systemfile.h"
 
 #include <QString>
 #include <QStringList>
@@ -97,8 +98,8 @@ private:
     const QString out;
     const std::chrono::milliseconds patience;
     QString directory;
-    int handle = -1; // of the directory: its lock shows RemoveLeft that it is in use
-    int lock = -1;   // of out
+    systemfile::Descriptor handle; // of the directory: its lock shows RemoveLeft that it is in use
+    systemfile::Descriptor lock;   // of out
     QStringList synced;
     std::vector<Move> moves; // of the current commit, in order
 };

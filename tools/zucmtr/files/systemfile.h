@@ -51,6 +51,9 @@ enum class Links { Followed, Kept };
 int Identify(const QString& path, Identity& identity, Links links = Links::Followed);
 int Identify(const Descriptor& file, Identity& identity);
 
+/// Whether the path is a name of the open file.
+bool LeadsTo(const QString& path, const Descriptor& file);
+
 /// Whether the name is in use, even by a link that leads nowhere. If that is unknown, it counts as taken.
 bool IsTaken(const QString& path);
 
@@ -94,6 +97,9 @@ enum class Lock { Taken, Held, Unknown };
 /// Marks an open file as in use, as long as it is open (Taken). Held: somebody else has it alone. Unknown:
 /// the file system has no such locks.
 Lock LockShared(const Descriptor& file);
+
+/// Keeps all others from an open file or directory. Held: somebody else has locked it, alone or not.
+Lock LockAlone(const Descriptor& file);
 
 void Unlock(const Descriptor& file);
 
