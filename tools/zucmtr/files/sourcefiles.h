@@ -24,8 +24,4 @@ void Remove(const ChainFiles& chain);
 /// Throws Error as Remove does, with nothing new in the archive but directories.
 void Archive(const ChainFiles& chain, const QString& directory);
 
-/// For paths that were not kept open since they were read. To be removed when their callers pass chains.
-void Remove(const QStringList& files);
-void Archive(const QStringList& files, const QString& directory);
-
 } // namespace sourcefiles
