@@ -22,6 +22,7 @@
 #include <csignal>
 
 using watchevents::Emit;
+using Verdict = WatchJournal::Verdict;
 
 namespace {
 
@@ -150,7 +151,6 @@ void Watch::ScanInput()
 
 void Watch::Observe(const Chain& chain)
 {
-    using Verdict = WatchJournal::Verdict;
     const QString& path = chain.recording.path;
     const auto known = waiting.find(path);
     if (known != waiting.end() && known->fingerprint.print == chain.fingerprint.print) {
@@ -378,7 +378,7 @@ void Watch::Finish(Waiting& one, const BatchItem& item)
         if (item.fate == SourceFate::Kept)
             journal.NoteConverted(path, one.fingerprint, item.recordName, item.leftOut);
         else
-            journal.NotePutAway(path, one.fingerprint.print);
+            journal.Note(path, one.fingerprint.print, Verdict::PutAway);
     });
     ++converted;
     Emit("converted", object);
@@ -399,7 +399,7 @@ void Watch::Remember(const std::function<void()>& note)
 void Watch::Postpone(Waiting& one, const BatchItem& item)
 {
     const QString path = one.recording.path;
-    Remember([&] { journal.NoteWithdrawn(path, one.fingerprint.print); });
+    Remember([&] { journal.Note(path, one.fingerprint.print, Verdict::Withdrawn); });
     one.isDoubtful = true;
     one.isHeldUp = true;
     ++troublesInRow;
@@ -438,10 +438,8 @@ void Watch::Fail(Waiting& one, const BatchItem& item)
     Remember([&] {
         if (isGivenUp)
             journal.NoteGivenUp(path, one.fingerprint);
-        else if (isKilled)
-            journal.NoteKilled(path, one.fingerprint.print);
         else
-            journal.NoteFailed(path, one.fingerprint.print);
+            journal.Note(path, one.fingerprint.print, isKilled ? Verdict::Killed : Verdict::Failed);
     });
     const std::chrono::milliseconds pause = PauseAfter(std::min(count, order.attempts));
     const bool isTriedAgain = !isGivenUp && !order.once;

@@ -225,13 +225,11 @@ void WatchInput::ReportRecovered(const QStringList& directories)
     changed = changed || isBack;
     if (all.back.isEmpty() && all.removed.isEmpty() && (all.notes.isEmpty() || !isFirst))
         return;
-    QStringList back;
-    for (const QString& path : qAsConst(all.back))
-        back << AsGiven(path);
-    QStringList removed;
-    for (const QString& path : qAsConst(all.removed))
-        removed << AsGiven(path);
-    watchevents::Emit("leftovers", {{"back", QJsonArray::fromStringList(back)},
-                                    {"removed", QJsonArray::fromStringList(removed)},
+    for (QStringList* paths : {&all.back, &all.removed}) {
+        for (QString& path : *paths)
+            path = AsGiven(path);
+    }
+    watchevents::Emit("leftovers", {{"back", QJsonArray::fromStringList(all.back)},
+                                    {"removed", QJsonArray::fromStringList(all.removed)},
                                     {"notes", QJsonArray::fromStringList(all.notes)}});
 }

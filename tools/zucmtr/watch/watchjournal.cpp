@@ -334,19 +334,9 @@ void WatchJournal::Withdraw(const QString& first, const QByteArray& print)
     entries[first] = entry;
 }
 
-void WatchJournal::NoteFailed(const QString& recording, const QByteArray& print)
+void WatchJournal::Note(const QString& recording, const QByteArray& print, Verdict verdict)
 {
-    Note(recording, {print, Verdict::Failed});
-}
-
-void WatchJournal::NoteKilled(const QString& recording, const QByteArray& print)
-{
-    Note(recording, {print, Verdict::Killed});
-}
-
-void WatchJournal::NoteWithdrawn(const QString& recording, const QByteArray& print)
-{
-    Note(recording, {print, Verdict::Withdrawn});
+    Note(recording, {print, verdict});
 }
 
 // A bad file that is mended may keep its size and its time of modification, as by 'cp -p'.
@@ -355,11 +345,6 @@ void WatchJournal::NoteConverted(const QString& recording, const Fingerprint& fi
 {
     Note(recording, {fingerprint.print, Verdict::Converted, recordName,
                      leftOut ? QString::fromLatin1(fingerprint.access) : QString()});
-}
-
-void WatchJournal::NotePutAway(const QString& recording, const QByteArray& print)
-{
-    Note(recording, {print, Verdict::PutAway});
 }
 
 void WatchJournal::NoteGivenUp(const QString& recording, const Fingerprint& fingerprint)

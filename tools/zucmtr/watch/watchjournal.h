@@ -71,13 +71,11 @@ public:
 
     /// The same for what became of it. If they throw Unwritable, it is noted in memory, and written by the
     /// next call that can.
-    void NoteFailed(const QString& recording, const QByteArray& print);
-    void NoteKilled(const QString& recording, const QByteArray& print);
-    void NoteWithdrawn(const QString& recording, const QByteArray& print); // begun, but not for its own sake
+    /// Failed, Killed, Withdrawn (it was started, but failed for no fault of its own) or PutAway.
+    void Note(const QString& recording, const QByteArray& print, Verdict verdict);
     /// leftOut: a bad file of it is not in the record; it is converted again should that be mended.
     void NoteConverted(const QString& recording, const Fingerprint& fingerprint, const QString& recordName,
                        bool leftOut);
-    void NotePutAway(const QString& recording, const QByteArray& print);
     void NoteGivenUp(const QString& recording, const Fingerprint& fingerprint);
 
     /// Writes what could not be written. A journal that was removed or damaged is made anew of what is known.
