@@ -2,7 +2,6 @@
 #include "recording/zufileformat.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 
 static double SumOfSquares(const qint16* codes, quint64 first, quint64 end)

@@ -4,8 +4,6 @@
 #include "device/zucmtrdevparam.h"
 #include "recording/zufileformat.h"
 
-#include <QHash>
-
 #include <functional>
 #include <memory_resource>
 #include <unordered_map>

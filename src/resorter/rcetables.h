@@ -4,7 +4,6 @@
 
 #include <QtGlobal>
 
-#include <cstddef>
 #include <iterator>
 
 /// Voltage levels, kV.

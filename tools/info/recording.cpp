@@ -16,14 +16,11 @@
 #include "resorter/ResorterZuCmtrConv.h"
 #include "text/texts.h"
 
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QTextCodec>
 
 #include <cstring>
-#include <exception>
-#include <limits>
 
 namespace info {
 

@@ -6,7 +6,6 @@
 
 #include <QFile>
 #include <QSet>
-#include <QStringList>
 #include <QTextCodec>
 #include <QTextStream>
 

@@ -6,7 +6,6 @@
 #include "text/texts.h"
 
 #include <QFile>
-#include <QStringList>
 #include <QTextCodec>
 #include <QTextStream>
 

@@ -216,8 +216,7 @@ void AddOutputOptions(CLI::App& command, ConvertOptions& options)
         .add_option(
             "--out", options.out,
             HelpText("convert", "Existing directory for the COMTRADE files. Default: the current directory"))
-        ->type_name("DIR")
-        ->default_str("");
+        ->type_name("DIR");
     command.add_flag("--make-out", options.makeOut,
                      HelpText("convert", "Make the directory of --out if it is not there"));
 }
@@ -235,8 +234,7 @@ void AddRunOptions(CLI::App& command, ConvertOptions& options)
                     HelpText("convert",
                              "Recordings to convert at once; 0: as many as there are processors. Default: 1"))
         ->type_name("N")
-        ->transform(values::WholeNumber(0, 256))
-        ->default_str("");
+        ->transform(values::WholeNumber(0, 256));
     CLI::Option* goOn =
         command.add_flag("--continue")
             ->description(

@@ -8,7 +8,6 @@
 #include "zucmtr/terminal/memorylimit.h"
 
 #include "explain/file.h"
-#include "explain/system.h"
 #include "recording/anchanneldata.h"
 #include "recording/dichanneldata.h"
 #include "recording/zufileformat.h"
@@ -94,8 +93,7 @@ void AddDictionaryCommand(CLI::App& app, Action& chosen)
         ->add_option(
             "--section", options->section,
             HelpText("dictionary", "Name of the device's section in a whole ini file. Default: Device"))
-        ->type_name("NAME")
-        ->default_str("");
+        ->type_name("NAME");
     command
         ->add_option(
             "-o,--output", options->output,

@@ -8,11 +8,8 @@
 
 #include <CLI/CLI.hpp>
 
-#include <QString>
-
 #include <algorithm>
 #include <cmath>
-#include <cstdint>
 
 namespace {
 

@@ -16,7 +16,6 @@
 #include <QFileInfo>
 
 #include <memory>
-#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -179,23 +178,20 @@ void AddWatchOptions(CLI::App& command, WatchOptions& options)
                     HelpText("watch", "Seconds after which the directories are scanned in any case, as "
                                       "network file systems report nothing. Default: 30"))
         ->check(values::Number(0.01, 86400))
-        ->type_name("SECONDS")
-        ->default_str("");
+        ->type_name("SECONDS");
     command
         .add_option("--retry-after", options.retryAfter,
                     HelpText("watch", "Seconds after which a recording that failed is tried again; doubled "
                                       "after each failure. Default: 10"))
         ->check(values::Number(0, 86400))
-        ->type_name("SECONDS")
-        ->default_str("");
+        ->type_name("SECONDS");
     command
         .add_option(
             "--attempts", options.attempts,
             HelpText("watch",
                      "How often a recording is tried before it is given up until it changes. Default: 8"))
         ->transform(values::WholeNumber(1, 1000))
-        ->type_name("N")
-        ->default_str("");
+        ->type_name("N");
     command.add_flag("--retry-given-up", options.retryGivenUp,
                      HelpText("watch", "Start by trying again those that were given up"));
 }

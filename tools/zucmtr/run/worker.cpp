@@ -11,15 +11,12 @@
 #include "zucmtr/run/workfailure.h"
 #include "zucmtr/terminal/command.h"
 
-#include <QDir>
 #include <QFile>
-#include <QFileInfo>
 
 #include <cerrno>
 #include <chrono>
 #include <cstring>
 #include <new>
-#include <stdexcept>
 
 namespace {
 
@@ -323,11 +320,11 @@ bool Worker::MayReplace(BatchItem& item, const verify::Presence& presence) const
                      "back beside '%2', or replace the record by this shorter one with --replace")
                       .arg(item.files.first(), item.recording.path));
     else
-        item.Fail(
-            reason::OtherRecordPresent,
-            Tr("worker", "not converted: '%1' is there already and is not the record of this recording (%2); "
-                         "move it away, choose another directory by --out, or replace it by --replace")
-                .arg(item.files.first(), presence.standing.reason));
+        item.Fail(reason::OtherRecordPresent,
+                  Tr("worker",
+                     "not converted: '%1' is there already and is not the record of this recording (%2); "
+                     "move it away, choose another directory by --out, or replace it by --replace")
+                      .arg(item.files.first(), presence.standing.reason));
     item.files.clear();
     return false;
 }

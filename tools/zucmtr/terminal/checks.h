@@ -4,7 +4,6 @@
 
 #include <QPair>
 #include <QString>
-#include <QStringList>
 #include <QVector>
 
 /// The directory that an option names, as the library wants it, without a final slash. It must exist and be

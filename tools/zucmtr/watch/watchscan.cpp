@@ -7,7 +7,6 @@
 
 #include <QCryptographicHash>
 #include <QFileInfo>
-#include <QStringList>
 
 #include <cerrno>
 #include <sys/stat.h>
