@@ -142,7 +142,6 @@ private:
     bool Fail(const char* text, const QString& detail); // stores both; gives false
     bool LoadParts(const QString& fileName, bool headerAlone);
     bool ReadFile(QFile& file, bool headerAlone);
-    QTextCodec* DetectCodec();
     bool ReadTimes();
     bool CheckCounts();
     bool ReadSections(QFile& file, QTextCodec* codec);

@@ -7,12 +7,12 @@
 #include "text/reasons.h"
 #include "text/texts.h"
 
+#include "recording/fieldtext.h"
 #include "recording/zufilelayout.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QTextCodec>
 
 #include <algorithm>
 #include <cerrno>
@@ -76,16 +76,12 @@ bool Agrees(const QByteArray& bytes, int place, const QByteArray& text)
     return bytes.mid(place, text.size()) == text.left(std::max(0, bytes.size() - place));
 }
 
-// "Данные ", as a recorder writes it.
+// The file may end before its title does.
 bool HasTitle(const QByteArray& bytes)
 {
-    const QString title = QStringLiteral("Данные ");
-    for (const char* codePage : {"CP866", "CP1251"}) {
-        if (Agrees(bytes, offsetof(ZuFileHeader, title),
-                   QTextCodec::codecForName(codePage)->fromUnicode(title)))
-            return true;
-    }
-    return false;
+    constexpr int place = offsetof(ZuFileHeader, title);
+    return Agrees(bytes, place, zu::CodecCP866->fromUnicode(zu::TitleStart())) ||
+           Agrees(bytes, place, zu::CodecCP1251->fromUnicode(zu::TitleStart()));
 }
 
 bool IsRecordingsBeginning(const QByteArray& bytes)

@@ -7,20 +7,17 @@
 #include "info/values.h"
 
 #include "base/chainnames.h"
-#include "base/codecs.h"
 #include "device/zucmtrdevparam.h"
 #include "preparation/segmentchain.h"
 #include "recording/anchanneldata.h"
 #include "recording/dichanneldata.h"
+#include "recording/fieldtext.h"
 #include "recording/zufileformat.h"
 #include "resorter/ResorterZuCmtrConv.h"
 #include "text/texts.h"
 
 #include <QFile>
 #include <QFileInfo>
-#include <QTextCodec>
-
-#include <cstring>
 
 namespace info {
 
@@ -139,10 +136,8 @@ Table DiscreteTable(const ZuFileFormat& first, const std::vector<qint64>& change
 // The recorder's code page, as the title shows it.
 QString CodePage(const ZuFileFormat& file)
 {
-    static const QByteArray inCp1251 = zu::CodecCP1251->fromUnicode(QStringLiteral("Данные"));
-    const bool windows =
-        std::memcmp(file.Header.title, inCp1251.constData(), static_cast<size_t>(inCp1251.size())) == 0;
-    return windows ? QStringLiteral("Windows-1251") : QStringLiteral("CP866");
+    return zu::CodecOfTitle(file.Header.title) == zu::CodecCP1251 ? QStringLiteral("Windows-1251")
+                                                                  : QStringLiteral("CP866");
 }
 
 void AddStart(Description& description, ZuFileFormat& first, ZuCmtrDevParam& device)
