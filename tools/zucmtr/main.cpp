@@ -60,7 +60,7 @@ int ExitAfterParsing(const CLI::App& app, const CLI::ParseError& error)
         return app.exit(error);
     QString command = QStringLiteral("zucmtr");
     for (const CLI::App* subcommand : app.get_subcommands())
-        command += QLatin1Char(' ') + QString::fromStdString(subcommand->get_name());
+        command += QLatin1Char(' ') + FromUtf8(subcommand->get_name());
     throw UsageError(ParseErrorText(app, error), command);
 }
 

@@ -53,14 +53,6 @@ struct ConvertOptions
     std::vector<std::string> files;
 };
 
-QStringList Texts(const std::vector<std::string>& utf8)
-{
-    QStringList texts;
-    for (const std::string& text : utf8)
-        texts << FromUtf8(text);
-    return texts;
-}
-
 void CheckCombination(const ConvertOptions& options)
 {
     if (PutsAway(options.work) && options.trustWriter)
@@ -190,9 +182,9 @@ int RunConvert(const ConvertOptions& options)
     if (!options.work.archive.empty())
         excluded << FromUtf8(options.work.archive);
     if (!options.dryRun)
-        ClearLeftovers(Texts(options.files), options.recursive, FromUtf8(options.out),
+        ClearLeftovers(FromUtf8(options.files), options.recursive, FromUtf8(options.out),
                        FromUtf8(options.work.archive));
-    const RecordingList list = CollectRecordings(Texts(options.files), options.recursive, excluded);
+    const RecordingList list = CollectRecordings(FromUtf8(options.files), options.recursive, excluded);
     const std::vector<Recording> convertible = Convertible(list.recordings);
     DeviceChoice choice = ChoiceOf(options.device);
     if (convertible.empty() && choice.ini.isEmpty())
@@ -223,10 +215,10 @@ void AddOutputOptions(CLI::App& command, ConvertOptions& options)
 
 void AddRunOptions(CLI::App& command, ConvertOptions& options)
 {
-    command.add_flag(
-        "-r,--recursive", options.recursive,
-        HelpText("convert", "Search for recordings in the directories below the given ones, too; their "
-                            "records go to directories of the same names below --out"));
+    command.add_flag("-r,--recursive", options.recursive,
+                     HelpText("convert",
+                              "Search for recordings in the directories below the given ones, too; their "
+                              "records go to directories of the same names below --out"));
     command.add_flag("--flat", options.flat,
                      HelpText("convert", "Put all records into the directory of --out itself"));
     command

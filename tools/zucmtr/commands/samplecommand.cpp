@@ -70,7 +70,7 @@ QString ConvertCommand(const QString& program, const QDir& directory)
 int RunSample(const SampleCommandOptions& options, const QString& program)
 {
     const station::StationOptions station = CheckedStation(options.sample);
-    const QString out = QString::fromStdString(options.out);
+    const QString out = FromUtf8(options.out);
     MakeDirectory(QStringLiteral("--out"), out);
     const QDir directory(CheckedOutputDirectory(out));
     QStringList older = PresentFiles(directory);

@@ -11,8 +11,6 @@
 #include "zucmtr/terminal/interrupt.h"
 #include "zucmtr/terminal/values.h"
 
-#include "comtrade/record.h"
-
 #include <CLI/CLI.hpp>
 
 #include <QFileInfo>
@@ -117,14 +115,10 @@ int RunView(const ViewOptions& options)
         const RecordSource source(FromUtf8(options.file), ChoiceOf(options.choice), options.plain);
         if (!interrupt::Came())
             WriteAll(options, source.Path());
-    } catch (const comtrade::Error& error) {
-        Complain(text::MessageOf(error));
-        return ExitFailed;
-    } catch (const view::Error& error) {
-        Complain(text::MessageOf(error));
-        return ExitFailed;
-    } catch (const SourceError& error) {
-        Complain(text::MessageOf(error));
+    } catch (const ConfigurationError&) {
+        throw;
+    } catch (const text::Error& error) {
+        Complain(error.Message());
         return ExitFailed;
     }
     return interrupt::Came() ? interrupt::ExitCode() : ExitDone;

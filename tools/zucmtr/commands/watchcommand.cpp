@@ -52,15 +52,14 @@ public:
 
 void CheckDirectories(const WatchOptions& options)
 {
-    for (const std::string& directory : options.directories) {
-        const QFileInfo info(FromUtf8(directory));
+    for (const QString& directory : FromUtf8(options.directories)) {
+        const QFileInfo info(directory);
         if (!info.exists())
             throw PassingTrouble(Tr("watch", "there is no directory '%1'; make it first: mkdir -p %2")
-                                     .arg(FromUtf8(directory), ShellWord(FromUtf8(directory))));
+                                     .arg(directory, ShellWord(directory)));
         if (!info.isDir())
             throw ConfigurationError(
-                Tr("watch", "'%1' is no directory; give the one in which recordings arrive")
-                    .arg(FromUtf8(directory)));
+                Tr("watch", "'%1' is no directory; give the one in which recordings arrive").arg(directory));
     }
 }
 
@@ -95,8 +94,7 @@ WorkOrder CheckedOrder(const WatchOptions& options)
 WatchOrder WatchOrderOf(const WatchOptions& options, const Worker& worker)
 {
     WatchOrder order;
-    for (const std::string& directory : options.directories)
-        order.directories << FromUtf8(directory);
+    order.directories = FromUtf8(options.directories);
     order.out = FromUtf8(options.out);
     order.archive = FromUtf8(options.work.archive);
     order.recursive = options.recursive;

@@ -43,7 +43,6 @@ WorkOrder OrderOf(const WorkOptions& options, const QString& out)
     order.view = options.view;
     order.removeSource = options.removeSource;
     if (!options.archive.empty())
-        order.archive =
-            CheckedDirectory(QStringLiteral("--archive"), QString::fromStdString(options.archive));
+        order.archive = CheckedDirectory(QStringLiteral("--archive"), FromUtf8(options.archive));
     return order;
 }

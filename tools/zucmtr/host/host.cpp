@@ -72,9 +72,7 @@ Host::~Host()
 
 void Host::LoadDefaults(const QString& iniPath, const QString& section)
 {
-    const QString missing = MissingSectionText(iniPath, section);
-    if (!missing.isEmpty())
-        throw ConfigurationError(QStringLiteral("--defaults: ") + missing);
+    CheckSection(QStringLiteral("--defaults"), iniPath, section);
     if (!ZuCmtrLoadFromIniDefault(iniPath, section)) {
         const QString what =
             Tr("host", "--defaults: section [%1] of '%2' does not load").arg(section, iniPath);
@@ -85,9 +83,7 @@ void Host::LoadDefaults(const QString& iniPath, const QString& section)
 
 unsigned int Host::LoadDevice(const QString& iniPath, const QString& section)
 {
-    const QString missing = MissingSectionText(iniPath, section);
-    if (!missing.isEmpty())
-        throw ConfigurationError(QStringLiteral("--device: ") + missing);
+    CheckSection(QStringLiteral("--device"), iniPath, section);
     unsigned int device = 0;
     if (!ZuCmtrLoadFromIni(iniPath, section, &device)) {
         const QString what = Tr("host", "--device: section [%1] of '%2' does not load").arg(section, iniPath);

@@ -93,7 +93,8 @@ void CheckLogFile(const QString& path)
                                      .arg(path));
 }
 
-QString MissingSectionText(const QString& iniPath, const QString& section)
+// Says which sections there are; empty if the section is among them.
+static QString MissingSectionText(const QString& iniPath, const QString& section)
 {
     const bool isThere = explain::Unreadable(iniPath).isEmpty();
     const QStringList sections = isThere ? inicheck::IniLines(iniPath).Sections() : QStringList();
@@ -103,6 +104,13 @@ QString MissingSectionText(const QString& iniPath, const QString& section)
         return Tr("checks", "'%1' has no section at all; is it the recorders' ini file?").arg(iniPath);
     return Tr("checks", "'%1' has no section [%2]; it has [%3]")
         .arg(iniPath, section, sections.join(QLatin1String("], [")));
+}
+
+void CheckSection(const QString& option, const QString& iniPath, const QString& section)
+{
+    const QString missing = section.isEmpty() ? QString() : MissingSectionText(iniPath, section);
+    if (!missing.isEmpty())
+        throw ConfigurationError(option + QStringLiteral(": ") + missing);
 }
 
 // One name for each file, whether it exists or not. Empty for what may be written to twice.

@@ -23,8 +23,9 @@ void CheckIniFile(const QString& path);
 /// anything but a regular file is checked when it is opened.
 void CheckLogFile(const QString& path);
 
-/// Says which sections the ini file has if `section` is not among them; empty if it is.
-QString MissingSectionText(const QString& iniPath, const QString& section);
+/// The section that an option names must be one of the ini file's; the text says which it has. An empty
+/// name is none.
+void CheckSection(const QString& option, const QString& iniPath, const QString& section);
 
 /// Each option must name a different file to write to; the pairs are of option and path. Empty paths are
 /// ignored.
