@@ -7,8 +7,9 @@
 //
 //     StationOptions options;
 //     options.segments = 3;
-//     WriteFiles(directory, MakeFiles(options, StartKind::PositiveSequence));
 //     WriteFile(iniPath, MakeIni(options).toUtf8());
+//     for (const NamedFile& file : MakeFiles(options, StartKind::PositiveSequence))
+//         WriteFile(directory.filePath(file.name), file.bytes);
 #pragma once
 
 #include "recorderfile/recorderfile.h"
