@@ -71,7 +71,7 @@ QString OutDirectory(const ConvertOptions& options)
         return out;
     if (options.makeOut)
         MakeDirectory(QStringLiteral("--out"), out);
-    return CheckedOutputDirectory(out);
+    return CheckedDirectory(QStringLiteral("--out"), out);
 }
 
 bool Mirrors(const ConvertOptions& options)

@@ -72,7 +72,7 @@ int RunSample(const SampleCommandOptions& options, const QString& program)
     const station::StationOptions station = CheckedStation(options.sample);
     const QString out = FromUtf8(options.out);
     MakeDirectory(QStringLiteral("--out"), out);
-    const QDir directory(CheckedOutputDirectory(out));
+    const QDir directory(CheckedDirectory(QStringLiteral("--out"), out));
     QStringList older = PresentFiles(directory);
     if (!older.isEmpty() && !options.force)
         throw ConfigurationError(Tr("sample", "--out: '%1' already has '%2'; choose another directory, or "

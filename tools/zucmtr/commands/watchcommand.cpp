@@ -1,6 +1,5 @@
 #include "zucmtr/commands/watchcommand.h"
 
-#include "text/error.h"
 #include "text/texts.h"
 #include "zucmtr/commands/deviceoptions.h"
 #include "zucmtr/commands/workoptions.h"
@@ -43,13 +42,6 @@ std::chrono::milliseconds Milliseconds(double seconds)
     return std::chrono::milliseconds(static_cast<int64_t>(seconds * 1000));
 }
 
-// Trouble that may have passed when the service manager restarts the program.
-class PassingTrouble : public text::Error
-{
-public:
-    using text::Error::Error;
-};
-
 void CheckDirectories(const WatchOptions& options)
 {
     for (const QString& directory : FromUtf8(options.directories)) {
@@ -80,7 +72,8 @@ WorkOrder CheckedOrder(const WatchOptions& options)
     if (options.work.noVerify && PutsAway(options.work))
         OrderOf(options.work, QString()); // throws
     try {
-        WorkOrder order = OrderOf(options.work, CheckedOutputDirectory(FromUtf8(options.out)));
+        WorkOrder order =
+            OrderOf(options.work, CheckedDirectory(QStringLiteral("--out"), FromUtf8(options.out)));
         order.mirror = Mirrors(options);
         order.sync = true; // the journal must not list a record that a power failure can destroy
         return order;
@@ -140,18 +133,11 @@ int Begin(const WatchOptions& options)
 
 int RunWatch(const WatchOptions& options)
 {
-    const auto fail = [](const std::exception& error) {
-        Complain(text::MessageOf(error));
-        return ExitFailed;
-    };
     try {
         return Begin(options);
     } catch (const PassingTrouble& error) {
-        return fail(error);
-    } catch (const WatchJournal::Unwritable& error) {
-        return fail(error);
-    } catch (const WatchJournal::Taken& error) {
-        return fail(error);
+        Complain(error.Message());
+        return ExitFailed;
     }
 }
 

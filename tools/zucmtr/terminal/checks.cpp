@@ -34,11 +34,6 @@ QString CheckedDirectory(const QString& option, const QString& path)
     return QDir::cleanPath(path);
 }
 
-QString CheckedOutputDirectory(const QString& path)
-{
-    return CheckedDirectory(QStringLiteral("--out"), path);
-}
-
 // The path, or the nearest one above it that exists.
 static QString NearestThere(QString path)
 {

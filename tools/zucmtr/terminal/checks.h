@@ -10,9 +10,6 @@
 /// writable; none is made, so that a typing mistake does not scatter files.
 QString CheckedDirectory(const QString& option, const QString& path);
 
-/// The same for --out.
-QString CheckedOutputDirectory(const QString& path);
-
 /// Makes the directory and those above it, if they do not exist.
 void MakeDirectory(const QString& option, const QString& path);
 

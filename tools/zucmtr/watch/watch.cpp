@@ -340,12 +340,8 @@ BatchItem Watch::WorkSafely(const Waiting& one)
 void Watch::Convert(Waiting& one)
 {
     const QString path = one.recording.path;
-    try {
-        journal.NoteBegun(path, one.fingerprint.print);
-    } catch (const WatchJournal::Unwritable& error) {
-        trouble.Meet(reason::JournalNotWritten, text::MessageOf(error), WatchTrouble::Cure::Check);
+    if (!Remember([&] { journal.NoteBegun(path, one.fingerprint.print); }))
         return;
-    }
     const bool isProbe = trouble.IsOn();
     if (!isProbe)
         Emit("converting", {{"file", path}});
@@ -385,13 +381,15 @@ void Watch::Finish(Waiting& one, const BatchItem& item)
     waiting.remove(path);
 }
 
-// The journal keeps it in memory, and writes it when it can.
-void Watch::Remember(const std::function<void()>& note)
+// If it cannot be written, that is trouble; the journal keeps it in memory, and writes it when it can.
+bool Watch::Remember(const std::function<void()>& note)
 {
     try {
         note();
+        return true;
     } catch (const WatchJournal::Unwritable& error) {
         trouble.Meet(reason::JournalNotWritten, text::MessageOf(error), WatchTrouble::Cure::Check);
+        return false;
     }
 }
 

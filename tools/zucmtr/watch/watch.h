@@ -77,7 +77,7 @@ private:
     void Postpone(Waiting& one, const BatchItem& item);
     void FailForThisRun(const QString& path, const BatchItem& item);
     void Fail(Waiting& one, const BatchItem& item);
-    void Remember(const std::function<void()>& note);
+    bool Remember(const std::function<void()>& note);
     std::chrono::milliseconds PauseAfter(int failures) const;
     bool IsDone() const;
     void Sleep();

@@ -2,10 +2,10 @@
 // before the program goes on.
 #pragma once
 
-#include "text/error.h"
 #include "zucmtr/files/database.h"
 #include "zucmtr/files/systemfile.h"
 #include "zucmtr/watch/watchscan.h"
+#include "zucmtr/watch/watchtrouble.h"
 
 #include <QByteArray>
 #include <QHash>
@@ -32,17 +32,17 @@ public:
     };
 
     /// The journal cannot be written, now.
-    class Unwritable : public text::Error
+    class Unwritable : public PassingTrouble
     {
     public:
-        using text::Error::Error;
+        using PassingTrouble::PassingTrouble;
     };
 
     /// Another process has the journal, or has put another one in its place; likewise.
-    class Taken : public text::Error
+    class Taken : public PassingTrouble
     {
     public:
-        using text::Error::Error;
+        using PassingTrouble::PassingTrouble;
     };
 
     /// Reads the journal, or begins one. Throws ConfigurationError if it is another kind of file or damaged,

@@ -53,6 +53,14 @@ private:
     Clock::time_point next{};
 };
 
+/// Trouble with which the watch cannot start or go on, but which may have passed when the service manager
+/// starts the program again.
+class PassingTrouble : public text::Error
+{
+public:
+    using text::Error::Error;
+};
+
 /// A directory that is written to and is missing, or cannot be written to at the moment.
 class WatchPlaceError : public text::Error
 {
