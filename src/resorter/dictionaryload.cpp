@@ -288,7 +288,7 @@ bool ResorterZuCmtrConv::LoadFromIni(const QString& fileName, const QString& gro
 bool ResorterZuCmtrConv::LoadOneParam(const QString& text, const QString& key, const QString& spacedKey,
                                       QString& value)
 {
-    // A plain search: the key need not stand at the start of a word.
+    // A plain search: the key need not be at the start of a word.
     const QString* found = &key;
     int position = text.indexOf(key, 0, Qt::CaseSensitive);
     if (position < 0) {

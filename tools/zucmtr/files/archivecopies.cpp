@@ -36,7 +36,7 @@ void Unlink(const QString& path)
 }
 
 // Means nothing on a file that is no directory. Every copy has it from its creation until it has its name, so
-// that what a killed run leaves can be told from the part of another program, which may be all there is.
+// that what a killed run leaves is not confused with the part of another program, which may be the only copy.
 constexpr mode_t Mark = S_ISVTX;
 
 // Nothing is lost with it: it is marked as a copy, or the file has another name.
@@ -267,7 +267,7 @@ void ArchiveCopies::Copy(size_t number)
         CopyProperties(chain.FileOf(number), copy);
         error = systemfile::Sync(copy);
     }
-    posix_fadvise(copy.Number(), 0, 0, POSIX_FADV_DONTNEED); // compared as it lies on the disk
+    posix_fadvise(copy.Number(), 0, 0, POSIX_FADV_DONTNEED); // compared as it is on the disk
     bool same = false;
     if (error == 0)
         error = chain.CompareContent(number, copy, same);

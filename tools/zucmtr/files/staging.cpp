@@ -70,7 +70,7 @@ bool IsStillThere(const QByteArray& path, const Descriptor& directory)
            named.st_ino == opened.st_ino;
 }
 
-// Whether a directory holds nothing but what is written here, so that it is not one of the user's.
+// Whether everything in a directory may have been written here, so that it is not one of the user's.
 bool HoldsARecordAlone(const QString& path)
 {
     static const QStringList endings = {"cfg",    "dat",    "hdr",    "inf",    "cff",  "cfgtmp",

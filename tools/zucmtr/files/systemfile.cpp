@@ -294,7 +294,7 @@ bool TakeAbandoned(const QString& path, Descriptor& held)
 {
     held = OpenToRead(path);
     Lock lock = held.IsOpen() ? LockAlone(held) : Lock::Unknown;
-    if (lock == Lock::Unknown) { // NFS locks alone only what is open for writing
+    if (lock == Lock::Unknown) { // NFS has exclusive locks only for what is open for writing
         held = Descriptor(
             open(QFile::encodeName(path).constData(), O_RDWR | O_NONBLOCK | O_NOCTTY | O_CLOEXEC, 0));
         lock = held.IsOpen() ? LockAlone(held) : Lock::Unknown;

@@ -26,15 +26,15 @@ using Verdict = WatchJournal::Verdict;
 
 namespace {
 
-// A recording is given up when its process was killed from outside so often: it may be the one that takes all
-// the memory.
+// A recording is given up after its process was killed from outside this many times: it may be the one that
+// takes all the memory.
 constexpr int KillsBorne = 16;
 
-// If the program ended so often while it worked on a recording, a separate process shows whether that is the
-// recording's fault. A power failure, the system or somebody else may have ended the program as well.
+// If the program ended this often while it worked on a recording, a separate process shows whether that is
+// the recording's fault. A power failure, the system or somebody else may have ended the program as well.
 constexpr int EndsBorne = 2;
 
-// A run with --once ends after so many recordings in a row for which there was no room.
+// A run with --once ends after this many recordings in a row for which there was no room.
 constexpr int TroublesBorne = 2;
 
 constexpr std::chrono::milliseconds TroublePause{500}; // the shortest time between two checks of it
@@ -84,7 +84,7 @@ bool Watch::Run()
     return failed == 0 && waiting.isEmpty() && input.IsWhole();
 }
 
-// Whoever ends the program need not wait for a disk: the next run does again what was not written.
+// A program that is being ended does not wait for a disk: the next run repeats what was not written.
 void Watch::FlushAtEnd()
 {
     try {
@@ -227,7 +227,7 @@ void Watch::CheckPlaces() const
         CheckPlace(reason::ArchiveUnusable, QStringLiteral("--archive"), order.archive);
 }
 
-// Whether no recording could be put away, wherever it lies.
+// Whether no recording could be put away, wherever it is.
 bool Watch::IsInputReadOnly() const
 {
     QSet<QString> directories;
@@ -239,7 +239,7 @@ bool Watch::IsInputReadOnly() const
 }
 
 // Whether it would affect any other recording, too. What is wrong with one directory below --out or --archive
-// concerns its own recordings alone.
+// affects only its own recordings.
 bool Watch::IsTrouble(const BatchItem& item) const
 {
     if (item.state != ItemState::Failed)
@@ -421,7 +421,7 @@ void Watch::FailForThisRun(const QString& path, const BatchItem& item)
 void Watch::Fail(Waiting& one, const BatchItem& item)
 {
     const QString path = one.recording.path;
-    // Putting away renames the files and puts them back; that is no reason to try again at once.
+    // An attempt to put the files away renames them twice; that is no reason to try again at once.
     const Fingerprint now = FingerprintOf(path);
     if (now.print == one.fingerprint.print && now.modes == one.fingerprint.modes)
         one.fingerprint = now;

@@ -20,13 +20,13 @@ namespace {
 
 constexpr std::chrono::milliseconds LongestWait{200}; // a signal may arrive just before the wait
 
-// A scan of very many files takes long; afterwards nothing is scanned for at least so many times as long. The
-// long rest keeps the processor's use well below 5 %; the short one applies while recordings come, and for
-// the first event noticed.
+// A scan of very many files takes long; afterwards nothing is scanned for at least this many times as long.
+// The long rest keeps the use of the processor well below 5 %; the short one applies while recordings arrive,
+// and to the first event noticed.
 constexpr int ShortRest = 4;
 constexpr int LongRest = 40;
 
-// Up to so many of a kind are reported one by one; more of them as one event with some examples.
+// Up to this many of a kind are reported one by one, more of them as one event with some examples.
 constexpr int MostSingle = 3;
 
 QString Normalised(const QString& path)
@@ -66,7 +66,7 @@ std::vector<Chain> WatchInput::NewScan()
     changed = false;
     Scan scan = ScanDirectories(order.directories, order.recursive, order.excluded);
     if (events.Watch(scan.directories))
-        changed = true; // only another scan finds what came after the scan and before the watch
+        changed = true; // only another scan finds what arrived between the scan and the watch
     const QByteArray now = StateOf(scan);
     isNew = now != state;
     state = now;
