@@ -8,27 +8,22 @@
 #include "verify/device.h"
 #include "verify/likeness.h"
 #include "verify/mismatch.h"
+#include "verify/recordfiles.h"
 #include "verify/source.h"
 #include "verify/stamp.h"
 
 #include "explain/system.h"
 
-#include <QFile>
 #include <QTextCodec>
 
 #include <algorithm>
-#include <cerrno>
 #include <exception>
 #include <new>
 #include <optional>
-#include <sys/stat.h>
 
 namespace verify {
 
 namespace {
-
-// More than the texts of 4096 channels can take.
-constexpr qint64 LargestText = qint64{64} << 20;
 
 constexpr const char* FirstMark = "--- file type: CFG ---";
 
@@ -41,51 +36,6 @@ struct Remains
     std::optional<DataPlace> data;    // unless there are only zeros
     std::optional<DataPlace> written; // without the zeros at their end, if there are any
 };
-
-[[noreturn]] void Unreadable(const QString& path, const QString& reason)
-{
-    throw Mismatch(Tr("verify", "'%1' cannot be read: %2").arg(path, reason));
-}
-
-// Whether there is a file of this name. Throws Mismatch for anything but a regular file: a pipe would never
-// end.
-bool IsThere(const QString& path)
-{
-    struct stat status = {};
-    if (stat(QFile::encodeName(path).constData(), &status) != 0) {
-        if (errno == ENOENT)
-            return false;
-        Unreadable(path, explain::SystemText(errno));
-    }
-    if (!S_ISREG(status.st_mode))
-        throw Mismatch(Tr("verify", "'%1' is not a file").arg(path));
-    return true;
-}
-
-void Open(QFile& file)
-{
-    if (!file.open(QIODevice::ReadOnly))
-        Unreadable(file.fileName(), explain::SystemText(file.errorString()));
-}
-
-QByteArray Read(QFile& file, qint64 most)
-{
-    QByteArray result(static_cast<int>(most), Qt::Uninitialized);
-    const qint64 count = file.read(result.data(), most);
-    if (count < 0)
-        Unreadable(file.fileName(), explain::SystemText(file.errorString()));
-    result.truncate(static_cast<int>(count));
-    return result;
-}
-
-QByteArray ReadText(const QString& path)
-{
-    QFile file(path);
-    Open(file);
-    if (file.size() > LargestText)
-        throw Mismatch(Tr("verify", "'%1' is too large").arg(path));
-    return Read(file, file.size());
-}
 
 // No fewer bytes than the recording's data can take in the longer form.
 qint64 MostData(const Source& source)
@@ -102,7 +52,7 @@ qint64 WrittenSize(const DataPlace& place, qint64 most)
     QFile file(place.path);
     Open(file);
     if (!file.seek(place.begin))
-        Unreadable(place.path, explain::SystemText(file.errorString()));
+        FailToRead(place.path, explain::SystemText(file.errorString()));
     qint64 written = 0;
     for (qint64 position = 0; position < most;) {
         const QByteArray block = Read(file, std::min<qint64>(most - position, 1 << 20));
