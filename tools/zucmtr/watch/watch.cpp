@@ -157,7 +157,7 @@ void Watch::Observe(const Chain& chain)
         ObserveAgain(*known, chain.fingerprint);
         return;
     }
-    const Verdict verdict = journal.VerdictOn(path, chain.fingerprint);
+    const Verdict verdict = journal.Known(path, chain.fingerprint).verdict;
     if (verdict == Verdict::Converted || verdict == Verdict::GivenUp) {
         waiting.remove(path);
         return;
@@ -184,13 +184,13 @@ void Watch::Expect(const Chain& chain)
     one.recording = chain.recording;
     one.fingerprint = chain.fingerprint;
     one.due = scanned + order.quiet;
-    const auto [unended, failures, kills] = journal.CountsOf(path, chain.fingerprint);
-    one.isDoubtful = unended > 0;
-    one.kills = kills;
-    if (!order.once && failures > 0)
-        one.failures = std::min(failures, order.attempts - 1); // at least one more attempt
-    if (!order.once && failures + one.kills > 0)
-        one.due += PauseAfter(std::min(std::max(failures, one.kills), order.attempts));
+    const WatchJournal::Entry known = journal.Known(path, chain.fingerprint);
+    one.isDoubtful = known.unended > 0;
+    one.kills = known.kills;
+    if (!order.once && known.failures > 0)
+        one.failures = std::min(known.failures, order.attempts - 1); // at least one more attempt
+    if (!order.once && known.failures + known.kills > 0)
+        one.due += PauseAfter(std::min(std::max(known.failures, known.kills), order.attempts));
     waiting.insert(path, one);
 }
 
@@ -326,7 +326,7 @@ bool Watch::IsAsItWas(const QString& path)
 BatchItem Watch::WorkSafely(const Waiting& one)
 {
     // The current attempt counts, too.
-    if (journal.CountsOf(one.recording.path, one.fingerprint).unended <= EndsBorne)
+    if (journal.Known(one.recording.path, one.fingerprint).unended <= EndsBorne)
         return worker.Work(one.recording);
     BatchItem item =
         WorkInOwnProcess([&] { return worker.Work(one.recording); }, [this] { journal.LetGo(); });

@@ -284,25 +284,14 @@ WatchJournal::Place WatchJournal::FindPlace() const
     return open.IsSameFile(named) ? Place::Own : Place::Other;
 }
 
-const WatchJournal::Entry* WatchJournal::Find(const QString& recording, const QByteArray& print) const
+WatchJournal::Entry WatchJournal::Known(const QString& recording, const Fingerprint& fingerprint) const
 {
-    const auto entry = entries.constFind(PathOf(recording));
-    return entry == entries.constEnd() || entry->print != print ? nullptr : &*entry;
-}
-
-WatchJournal::Verdict WatchJournal::VerdictOn(const QString& recording, const Fingerprint& fingerprint) const
-{
-    const Entry* entry = Find(recording, fingerprint.print);
-    if (entry == nullptr)
-        return Verdict::Unknown;
-    const bool holds = entry->access.isEmpty() || entry->access == QString::fromLatin1(fingerprint.access);
-    return holds ? entry->verdict : Verdict::Unknown;
-}
-
-WatchJournal::Counts WatchJournal::CountsOf(const QString& recording, const Fingerprint& fingerprint) const
-{
-    const Entry* entry = Find(recording, fingerprint.print);
-    return entry == nullptr ? Counts() : Counts{entry->unended, entry->failures, entry->kills};
+    Entry entry = entries.value(PathOf(recording));
+    if (entry.print != fingerprint.print)
+        return Entry();
+    if (!entry.access.isEmpty() && entry.access != QString::fromLatin1(fingerprint.access))
+        entry.verdict = Verdict::Unknown;
+    return entry;
 }
 
 void WatchJournal::NoteBegun(const QString& recording, const QByteArray& print)

@@ -26,9 +26,9 @@ public:
         QString record{}; // name of that of a converted one
         QString access{}; // for which the verdict holds; empty: for any
         QString noted{};  // when, in UTC
-        int unended = 0;  // times
-        int failures = 0; // times
-        int kills = 0;    // times
+        int unended = 0;  // how often the program ended while working on it
+        int failures = 0; // how often it failed, since the last verdict on it
+        int kills = 0;    // how often its own process was killed, since then too
     };
 
     /// The journal cannot be written at the moment.
@@ -52,29 +52,22 @@ public:
     WatchJournal(const WatchJournal&) = delete;
     WatchJournal& operator=(const WatchJournal&) = delete;
 
-    /// What became of the recording in this state. Nothing is known of one with another fingerprint, nor of
-    /// one that was given up or converted in part and whose files have been written to or have got other
-    /// permissions since.
-    Verdict VerdictOn(const QString& recording, const Fingerprint& fingerprint) const;
-
-    /// How often something became of the recording in this state.
-    struct Counts
-    {
-        int unended = 0;  // the program ended while working on it
-        int failures = 0; // it failed, since the last verdict on it
-        int kills = 0;    // its own process was killed, since then too
-    };
-    Counts CountsOf(const QString& recording, const Fingerprint& fingerprint) const;
+    /// What became of the recording in this state. Nothing is known of one with another fingerprint. The
+    /// verdict on one that was given up or converted in part is Unknown if its files have been written to or
+    /// have got other permissions since.
+    Entry Known(const QString& recording, const Fingerprint& fingerprint) const;
 
     /// Notes the start of an attempt and waits for the disk. Throws Taken, or Unwritable: then it is noted in
     /// memory as withdrawn, so that Flush throws until there is room for it.
     void NoteBegun(const QString& recording, const QByteArray& print);
 
-    /// The same for what became of the recording. After Unwritable it is noted in memory and written by the
-    /// next call that can. Failed, Killed, Withdrawn (it was started, but failed for no fault of its own) or
-    /// PutAway.
+    /// The same for what became of the recording: Failed, Killed, Withdrawn (it was started, but failed for no
+    /// fault of its own) or PutAway. After Unwritable it is noted in memory and written by the next call that
+    /// can.
     void Note(const QString& recording, const QByteArray& print, Verdict verdict);
-    /// leftOut: a bad file of it is not in the record; it is converted again if that file is repaired.
+
+    /// The same for Converted and GivenUp. leftOut: a bad file of it is not in the record; it is converted
+    /// again if that file is repaired.
     void NoteConverted(const QString& recording, const Fingerprint& fingerprint, const QString& recordName,
                        bool leftOut);
     void NoteGivenUp(const QString& recording, const Fingerprint& fingerprint);
@@ -104,7 +97,6 @@ private:
     void TakeOverText();
     std::unique_ptr<Database> Connected() const;
     Place FindPlace() const;
-    const Entry* Find(const QString& recording, const QByteArray& print) const;
     void Note(const QString& recording, const Entry& entry);
     void Withdraw(const QString& first, const QByteArray& print);
     void Save(const Entries& changed);
