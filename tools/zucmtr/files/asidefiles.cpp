@@ -276,11 +276,11 @@ void AsideFiles::MoveOne(size_t number)
         throw Error(Tr("sources", "'%1' could not be put away: the name is too long; give it a shorter one")
                         .arg(file.own));
     if (error != 0)
-        throw Error(
-            TroubleOf(error, QFileInfo(file.own).path()),
-            Tr("sources", "'%1' could not be put away: %2; it is where it was; give this user the permission "
-                          "to change its directory, or put it away yourself, its record is verified")
-                .arg(file.own, SystemText(error, QFileInfo(file.own).path())));
+        throw Error(TroubleOf(error, QFileInfo(file.own).path()),
+                    Tr("sources",
+                       "'%1' could not be put away: %2; it is where it was; give this user the permission "
+                       "to change its directory, or put it away yourself, its record is verified")
+                        .arg(file.own, SystemText(error, QFileInfo(file.own).path())));
     file.aside = path;
 }
 

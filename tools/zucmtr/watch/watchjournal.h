@@ -61,9 +61,9 @@ public:
     /// memory as withdrawn, so that Flush throws until there is room for it.
     void NoteBegun(const QString& recording, const QByteArray& print);
 
-    /// The same for what became of the recording: Failed, Killed, Withdrawn (it was started, but failed for no
-    /// fault of its own) or PutAway. After Unwritable it is noted in memory and written by the next call that
-    /// can.
+    /// The same for what became of the recording: Failed, Killed, Withdrawn (it was started, but failed for
+    /// no fault of its own) or PutAway. After Unwritable it is noted in memory and written by the next call
+    /// that can.
     void Note(const QString& recording, const QByteArray& print, Verdict verdict);
 
     /// The same for Converted and GivenUp. leftOut: a bad file of it is not in the record; it is converted
