@@ -7,7 +7,7 @@
 #include "verify/device.h"
 #include "verify/likeness.h"
 #include "verify/mismatch.h"
-#include "verify/readfile.h"
+#include "verify/recordfiles.h"
 #include "verify/source.h"
 #include "verify/stamp.h"
 #include "verify/tornconfiguration.h"
@@ -15,22 +15,17 @@
 
 #include "explain/system.h"
 
-#include <QFile>
+#include <QTextCodec>
 
 #include <algorithm>
 #include <array>
-#include <cerrno>
 #include <exception>
 #include <new>
 #include <optional>
-#include <sys/stat.h>
 
 namespace verify {
 
 namespace {
-
-// More than the texts of 4096 channels can take.
-constexpr qint64 LargestText = qint64{64} << 20;
 
 constexpr const char* FirstMark = "--- file type: CFG ---";
 
@@ -43,30 +38,6 @@ struct Remains
     std::optional<DataPlace> data; // unless there are only zeros
     bool hasLostData = false;      // of a container: the mark before its data may be in a hole
 };
-
-// Whether there is a file of this name. Throws Mismatch for anything but a regular file: a pipe would never
-// end.
-bool IsThere(const QString& path)
-{
-    struct stat status = {};
-    if (stat(QFile::encodeName(path).constData(), &status) != 0) {
-        if (errno == ENOENT)
-            return false;
-        CannotRead(path, explain::SystemText(errno));
-    }
-    if (!S_ISREG(status.st_mode))
-        throw Mismatch(Tr("verify", "'%1' is not a file").arg(path));
-    return true;
-}
-
-QByteArray ReadText(const QString& path)
-{
-    QFile file(path);
-    Open(file);
-    if (file.size() > LargestText)
-        throw Mismatch(Tr("verify", "'%1' is too large").arg(path));
-    return Read(file, file.size());
-}
 
 // No fewer bytes than the recording's data can take in the longer form.
 qint64 MostData(const Source& source)

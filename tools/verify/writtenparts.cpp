@@ -1,7 +1,7 @@
 #include "verify/writtenparts.h"
 
 #include "comtrade/datareader.h"
-#include "verify/readfile.h"
+#include "verify/recordfiles.h"
 #include "verify/source.h"
 
 #include <QFile>

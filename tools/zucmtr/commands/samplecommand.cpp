@@ -70,15 +70,14 @@ QString ConvertCommand(const QString& program, const QDir& directory)
 int RunSample(const SampleCommandOptions& options, const QString& program)
 {
     const station::StationOptions station = CheckedStation(options.sample);
-    const QString out = QString::fromStdString(options.out);
+    const QString out = FromUtf8(options.out);
     MakeDirectory(QStringLiteral("--out"), out);
-    const QDir directory(CheckedOutputDirectory(out));
+    const QDir directory(CheckedDirectory(QStringLiteral("--out"), out));
     QStringList older = PresentFiles(directory);
     if (!older.isEmpty() && !options.force)
-        throw ConfigurationError(
-            Tr("sample", "--out: '%1' already has '%2'; choose another directory, or replace the sample and "
-                         "its ini file by --force")
-                .arg(directory.path(), older.first()));
+        throw ConfigurationError(Tr("sample", "--out: '%1' already has '%2'; choose another directory, or "
+                                              "replace the sample and its ini file by --force")
+                                     .arg(directory.path(), older.first()));
     if (!WriteStation(directory, station, older))
         return ExitFailed;
     // A continuation file left behind would be read after the new first file.
@@ -105,8 +104,7 @@ void AddSampleCommand(CLI::App& app, Action& chosen, const QString& program)
                       HelpText("sample", "Replace an older sample in the directory"));
     command->footer(HelpText("sample",
                              "The station is a substation of 220/110 kV with a short circuit on a line. "
-                             "There is one recording for "
-                             "each\n"
+                             "There is one recording for each\n"
                              "kind of start, and the ini file ZuDrv.ini. The same options give the same "
                              "bytes everywhere. The files\n"
                              "written are listed; the last line is the command that converts them.\n"
