@@ -6,7 +6,8 @@
 #include <QDebug>
 #include <QTextStream>
 
-// Appends lines in codec, or in the locale's encoding if it is null. A file made here is opened to its group.
+// Appends lines in codec, or in the locale's encoding if it is null. The group may read and write a file that
+// is created here.
 static void AppendToLog(const std::vector<QString>& lines, QTextCodec* codec)
 {
     QFile file(zu::LogFilePath);

@@ -1,5 +1,5 @@
-// The log file: each call opens, appends and closes it. A log that cannot be written is reported to the debug
-// output and to nobody else.
+// The log file: each call opens it, appends to it and closes it. If the log cannot be written, only the debug
+// output says so.
 #pragma once
 
 #include <QString>

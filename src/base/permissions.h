@@ -1,4 +1,4 @@
-// Permissions of the files that the library makes.
+// Permissions of the files that the library creates.
 #pragma once
 
 #include <QFile>

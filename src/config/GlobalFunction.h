@@ -9,8 +9,8 @@
 class GlobalFunction
 {
 public:
-    /// Removes the characters that file systems refuse (" \ / : * ? < > |) from name, putting nothing in
-    /// their place. All other characters stay.
+    /// Removes the characters that file systems refuse (" \ / : * ? < > |) from name without a replacement.
+    /// All other characters stay.
     static void FileNameRemoveBadSymbols(QString& name);
 
     /// Trims text and cuts it at its first ";", which opens a comment also inside quotes.
@@ -19,7 +19,7 @@ public:
     /// text without its leading blanks and tabs.
     static QString TrimLeft(const QString& text);
 
-    /// Appends the parts of text between commas to names, as they stand. An empty part ends the list there.
+    /// Appends the parts of text between commas to names, unchanged. The first empty part ends the list.
     /// Returns whether all parts were good; false for an empty text.
     static bool GetNamesFromString(QString text, std::vector<QString>* names);
 
@@ -37,6 +37,6 @@ public:
     static bool AddFileGrpPermissions(const QString& fileName);
 };
 
-/// value rounded to the nearest whole number, halves away from zero; computed in 64 bits.
+/// value rounded to the nearest whole number, halves away from zero, computed in 64 bits.
 float RoundSigned(float value);
 double RoundSigned(double value);

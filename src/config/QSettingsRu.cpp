@@ -75,7 +75,7 @@ std::vector<unsigned int> QSettingsRu::NumberedKeys(const QString& prefix, unsig
          ++entry) {
         const QString digits = entry.key().mid(head.length());
         const auto number = static_cast<unsigned int>(digits.toLongLong());
-        // Reading the number back from its key tells "A7", "A007" and "A7x" from "A07".
+        // Only a key that its number gives back counts: "A07", but not "A7", "A007" or "A7x".
         const bool canonical = NumberedKey(QString(), number) == digits;
         if (canonical && number >= 1 && number <= highest)
             numbers.push_back(number);

@@ -36,18 +36,18 @@ public:
     /// status is 0.
     QVariant value(const QString& key, const QVariant& defaultValue) const;
 
-    /// Numbers N from 1 to highest, rising, for which the group has a key of prefix and N printed by "%02d"
-    /// (A01, A10, A100). The time taken goes with the keys that are there, not with highest. Only while
-    /// status is 0.
+    /// Numbers N from 1 to highest, rising, for which the group has a key of prefix and N formatted by "%02d"
+    /// (A01, A10, A100). The time taken depends on the keys that are there, not on highest. Only while status
+    /// is 0.
     std::vector<unsigned int> NumberedKeys(const QString& prefix, unsigned int highest) const;
 
     /// The key that NumberedKeys looks for: prefix and number by "%02d".
     static QString NumberedKey(const QString& prefix, unsigned int number);
 
-    /// Forgets one file; objects made for it must be gone.
+    /// Drops one file from the cache; no object for it may exist any more.
     static void ClearOneKey(const QString& fileName);
 
-    /// Forgets all files; all objects must be gone.
+    /// Drops all files; no object may exist any more.
     static void Clear();
 
 private:

@@ -1,4 +1,4 @@
-// A device: its message queue. Its re-sorter's life is in resorter/deviceresorter.cpp.
+// A device: its message queue. The lifetime of its re-sorter is in resorter/deviceresorter.cpp.
 #include "device/zucmtrdevparam.h"
 
 const QString LoadIniError_NoParam(QStringLiteral("Отсутствует необходимый параметр: "));

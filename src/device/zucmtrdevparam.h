@@ -16,7 +16,7 @@ extern const QString LoadIniError_ErrParam;
 class ZuCmtrDevParam : public ZuCmtrDevParamDefault
 {
 public:
-    ResorterZuCmtrConv* Resorter;     // owned: made by LoadFromIni, deleted by Clear
+    ResorterZuCmtrConv* Resorter;     // owned: created by LoadFromIni, deleted by Clear
     std::vector<QString> LogMessages; // message queue, first in, first out
     double SampleRate;                // of the recording under conversion, samples per second
     quint64 TotalTime;                // length of its chain of segments, microseconds
@@ -46,10 +46,10 @@ public:
     /// The oldest message, which leaves the queue; empty if there is none.
     QString PopLogMessages();
 
-    /// Empties the message queue and the last error; a conversion begins with it.
+    /// Empties the message queue and the last error; every conversion starts with it.
     void ClearLog();
 
-    /// Releases the re-sorter and closes the output files. Comes before the delete.
+    /// Releases the re-sorter and closes the output files. To be called before the object is deleted.
     void Clear();
 
     /// Reads the device's section over the defaults and loads the sorting dictionary of the same section.

@@ -24,9 +24,9 @@ public:
     QString CimId;           // CIM identifier of the device
     QString CabinetNumber;
     QString SerialNumber;
-    bool AdditionalIndexes; // add the dictionary's further indexes to signal names
+    bool AdditionalIndexes; // append the dictionary's additional indexes to signal names
     QString LastError;      // text of the last failure of this object
-    bool Comtrade1999;      // revision 1999, cfg and dat alone, instead of 2013
+    bool Comtrade1999;      // revision 1999, only cfg and dat, instead of 2013
 
     /// The built-in parameter values.
     ZuCmtrDevParamDefault();

@@ -8,8 +8,8 @@
 class ZuCmtrDevParam;
 class ZuFileFormat;
 
-/// Owns the loaded files of a recording and releases them on every way out, exceptions included. Failures go
-/// to the device's LastError, notes on a shortened chain to its queue.
+/// Owns the loaded files of a recording and releases them however its scope is left, exceptions included.
+/// Failures go to the device's LastError, notes on a shortened chain to its queue.
 class SegmentChain
 {
 public:
@@ -25,7 +25,7 @@ public:
     /// Drops the files from the first one on that does not continue the recording, with a note.
     void CutAtDifference();
 
-    /// Whether in each file all analog channels have one rate and one number of points.
+    /// Whether, in each file, all analog channels have the same rate and the same number of points.
     bool CheckChannels();
 
     /// Fills the device's SampleRate, TotalTime and TotalSamples, and the time base of every file. False for
@@ -48,7 +48,7 @@ public:
     /// The files in order, the first one at index 0.
     std::vector<ZuFileFormat*>* Files() { return &files; }
 
-    /// The paths of the files, likewise.
+    /// The paths of the files in the same order.
     const std::vector<QString>& Paths() const { return paths; }
 
 private:

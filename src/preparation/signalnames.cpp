@@ -71,7 +71,7 @@ bool ZuFileFormat::RenameAllChannelsName(ZuCmtrDevParam* dev)
     }
     for (DiChannelData* channel : DiChannels) {
         // Deliberate: one flag runs through both loops; the last analog name or the first discrete name
-        // without a colon ends the renaming of all discrete channels behind it.
+        // without a colon ends the renaming of all discrete channels after it.
         if (hasColon) {
             QString signal;
             hasColon = RenameSignal(channel->Name, dev, channel->CfgCircuit, signal, channel->CfgName,

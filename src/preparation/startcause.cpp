@@ -1,4 +1,4 @@
-// A recorder file: the report's texts about what started the recording, made of the start comment.
+// A recorder file: the report's texts about what started the recording, made from the start comment.
 #include "recording/zufileformat.h"
 
 #include "device/zucmtrdevparam.h"

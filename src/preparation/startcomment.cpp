@@ -30,7 +30,7 @@ static QString KindBefore(const QString& text, int open)
     int blank = end - 1;
     while (blank > 0 && text[blank] != QLatin1Char(' '))
         --blank;
-    // Deliberate: without any blank the kind begins at the second character.
+    // Deliberate: without any blank the kind starts at the second character.
     return text.mid(blank + 1, end - blank - 1);
 }
 
@@ -67,7 +67,7 @@ void ScaleThreshold(ThresholdText& texts, double primary)
     const double returns = texts.returns.toDouble(&returnsOk) * primary;
     if (!pickUpOk || (hasReturn && !returnsOk))
         return;
-    const bool thousands = pickUp >= 1000.0; // Deliberate: the return value is not asked.
+    const bool thousands = pickUp >= 1000.0; // Deliberate: the return value plays no part.
     texts.pickUp = Scaled(pickUp, thousands);
     if (hasReturn)
         texts.returns = Scaled(returns, thousands);

@@ -1,8 +1,8 @@
 // The recorder's start comment, taken apart.
 //
 // A comment reads: "Пуск", free text, a blank, the kind, "(", two to five items separated by ",", ")", the
-// tail, and maybe a "," with anything behind it. It may hold a time stamp of 24 characters that ends in a
-// full stop and six digits, the word "(GPS)" and apostrophes; all these are taken out first.
+// tail, and maybe a "," with anything after it. It may hold a time stamp of 24 characters that ends in a full
+// stop and six digits, the word "(GPS)" and apostrophes; all these are taken out first.
 #pragma once
 
 #include <QString>
@@ -17,15 +17,15 @@ struct StartComment
     QString text;   // the comment without stamp, "(GPS)" and apostrophes
     QString kind;   // last word before the parenthesis
     QString inside; // between the parentheses, trimmed
-    QString tail;   // behind them up to the first ",", trimmed
+    QString tail;   // after them up to the first ",", trimmed
     std::vector<QString> items;
 };
 
 /// comment without "(GPS)", apostrophes and its time stamp. The stamp is known by its microseconds, those of
-/// the fault or else those of the start; one that begins before the fifth character stays.
+/// the fault or else those of the start; one that starts before the fifth character stays.
 QString CleanStartComment(const QString& comment, int trigMicroseconds, int startMicroseconds);
 
-/// Splits a cleaned comment. False if it has no "(" with a ")" behind it; pieces is then not touched.
+/// Splits a cleaned comment. False if it has no "(" with a ")" after it; pieces is then not touched.
 bool SplitStartComment(const QString& text, StartComment& pieces);
 
 /// A pick-up or return value made readable.

@@ -50,7 +50,7 @@ bool AnChannelData::ReadHeader(QFile& file, QTextCodec* codec)
     return true;
 }
 
-// Reads the data area, at which file stands: into the samples themselves if it is plain.
+// Reads the data area, which starts at file's position; plain samples go straight to their place.
 bool AnChannelData::LoadSamples(QFile& file)
 {
     const bool plain = m_HeaderAn.compressed == 0;

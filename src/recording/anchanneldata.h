@@ -28,25 +28,25 @@ public:
     QString CfgCircuit;         // circuit of the CFG line
     QString CfgPhase;           // phase of the CFG line
     QString CfgSignal;          // signal part of the name
-    qint32 AddIndexPos;         // where a further index goes into CfgName; -1: nowhere
+    qint32 AddIndexPos;         // where an additional index is inserted into CfgName; -1: nowhere
     BayOptionalParam* BayParam; // bay of the circuit, not owned, may be null
     bool IsVoltage;             // counts as a voltage for the extreme values
     bool IsCurrent;             // counts as a current for the extreme values
     float ExtremeScale;         // factor of the extreme values
     float ExtremeMin;           // smallest RMS found
     float ExtremeMax;           // largest RMS found
-    float CoefA;                // CFG multiplier; 0 until the CFG line is made
+    float CoefA;                // CFG multiplier; 0 until the CFG line is written
     float CoefB;                // CFG offset
     float SkewMicroseconds;     // CFG skew
 
     AnChannelData();
 
-    /// Reads the channel and its samples; file stands just behind the section header and is left anywhere.
-    /// False: ErrorText tells why, and what was allocated waits for Clear. Allocates nothing that the rest of
-    /// the file cannot fill.
+    /// Reads the channel and its samples; file is positioned just after the section header and is left
+    /// anywhere. False: ErrorText says why, and Clear frees what was allocated. Allocates nothing that the
+    /// rest of the file cannot fill.
     bool Load(QFile& file, ZuFileSectionHeader* secHeader, QTextCodec* codec);
 
-    /// Releases the samples. Comes before the delete.
+    /// Releases the samples. To be called before the object is deleted.
     void Clear();
 
     /// Expands the compressed data area source (m_DataLength bytes) into m_pData, which has room for
@@ -62,8 +62,8 @@ public:
     bool DoExtremeParam();
 
     /// RMS of the window samples from start, scaled by CoefA and CoefB, into value. sum (of squared codes)
-    /// and count (of samples) carry a window that was begun at the end of the previous segment. False if the
-    /// window is not full: then sum and count carry what there was.
+    /// and count (of samples) carry over a window that started at the end of the previous segment. False if
+    /// the window is not full: then sum and count hold what there was.
     bool CalcExtremeRMS(unsigned int start, unsigned int window, float& value, double& sum,
                         unsigned int& count);
 
@@ -79,5 +79,5 @@ private:
     bool LoadSamples(QFile& file);
     bool ReadArea(QFile& file, unsigned char* buffer);
     bool Expand(unsigned char* area);
-    bool Fail(const QString& text); // ErrorText = text; gives false
+    bool Fail(const QString& text); // ErrorText = text; returns false
 };

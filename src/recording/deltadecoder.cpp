@@ -40,7 +40,7 @@ public:
             packedBytes[width] = ((width + 1) * blockSamples + 7) / 8;
     }
 
-    // Once more bytes have come out than total tells, the area is bad whatever follows.
+    // Once there are more bytes than total says, the area is bad whatever follows.
     bool Run()
     {
         if (bytesDone > total)
@@ -159,7 +159,7 @@ private:
     const size_t blockSamples;
     std::array<size_t, 16> packedBytes{}; // of a whole block, by width code
     size_t before = 0;                    // the block before the next one
-    size_t out;                           // next sample; may pass points at the end
+    size_t out;                           // next sample; may exceed points at the end
     uint64_t bytesDone;                   // bytes of the samples produced, skipped positions not counted
     bool leftHalfSample = false;          // an odd total has cut the copy before out within a sample
 };

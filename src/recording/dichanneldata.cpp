@@ -31,7 +31,7 @@ bool DiChannelData::Load(QFile& file, ZuFileSectionHeader* secHeader, QTextCodec
         return Fail(QStringLiteral("чтение файла (DiChannelHeader)"));
     Inverted = m_HeaderDi.inverted != 0;
     ChangeCount = m_HeaderDi.count;
-    // Up to 4 spare bytes behind the records pass.
+    // Up to 4 spare bytes after the records are accepted.
     if (m_DataLength / sizeof(ZuDiChangeRecord) != ChangeCount)
         return Fail(QStringLiteral("чтение файла (дискреты, ошибка длины данных)"));
     if (!LoadRecords(file))

@@ -22,18 +22,18 @@ public:
     QString ErrorText;          // why Load failed
     QString CfgName;            // channel id of the CFG line
     QString CfgCircuit;         // circuit of the CFG line
-    qint32 AddIndexPos;         // where a further index goes into CfgName; -1: nowhere
+    qint32 AddIndexPos;         // where an additional index is inserted into CfgName; -1: nowhere
     BayOptionalParam* BayParam; // bay of the circuit, not owned, may be null
     quint8 CurrentValue;        // state last found, inversion applied
     quint32 CurrentIndex;       // the cursor: record last found
 
     DiChannelData();
 
-    /// Reads the channel; file stands just behind the section header and is left anywhere. False: ErrorText
-    /// tells why, and what was allocated waits for Clear.
+    /// Reads the channel; file is positioned just after the section header and is left anywhere. False:
+    /// ErrorText says why, and Clear frees what was allocated.
     bool Load(QFile& file, ZuFileSectionHeader* secHeader, QTextCodec* codec);
 
-    /// Releases the records. Comes before the delete.
+    /// Releases the records. To be called before the object is deleted.
     void Clear();
 
     /// State of the signal at time, microseconds from the start of the file. Before its first record the
@@ -50,8 +50,8 @@ public:
     QString DoCfgDescription(unsigned int number);
 
 private:
-    bool Fail(const QString& text);      // ErrorText = text; gives false
-    bool LoadRecords(QFile& file);       // file stands behind the channel header
+    bool Fail(const QString& text);      // ErrorText = text; returns false
+    bool LoadRecords(QFile& file);       // file is positioned after the channel header
     bool StateOf(quint32 index) const;   // inversion applied
     quint32 TimeOf(quint32 index) const; // microseconds
 };

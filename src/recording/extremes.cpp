@@ -2,7 +2,6 @@
 #include "recording/zufileformat.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 
 static double SumOfSquares(const qint16* codes, quint64 first, quint64 end)
@@ -30,7 +29,7 @@ bool AnChannelData::DoExtremeParam()
         IsVoltage = true;
     if (!voltage && (unit == QLatin1Char('A') || unit == QChar(u'А')))
         IsCurrent = true;
-    // Deliberate: the prefix of the unit is not looked at; values in kV are shown as if in V.
+    // Deliberate: the prefix of the unit is ignored; values in kV are shown as if in V.
     ExtremeScale = 1.0F;
     return true;
 }
@@ -70,7 +69,7 @@ bool AnChannelData::FindExtremeRMS(unsigned int window, double& sum, unsigned in
         return false;
     ExtremeMin = value;
     ExtremeMax = value;
-    // Deliberate: the second window begins at window also where a carry made the first one shorter.
+    // Deliberate: the second window starts at window even where a carry made the first one shorter.
     for (quint64 start = window; start < m_HeaderAn.points; start += window) {
         if (CalcExtremeRMS(static_cast<unsigned int>(start), window, value, sum, count)) {
             ExtremeMin = std::min(ExtremeMin, value);
@@ -137,7 +136,7 @@ void SearchSegments(ZuFileFormat& first, const std::vector<ZuFileFormat*>& files
             if (later == nullptr)
                 continue;
             const bool found = later->FindExtremeRMS(first.SamplesPerPeriod, sum, count);
-            // Deliberate: the first segment's own channel is listed, so that its extremes alone are shown.
+            // Deliberate: the first segment's own channel is listed, so that only its extremes are shown.
             if (found || quantity.joinsFailedSearches)
                 others.push_back(channel);
         }

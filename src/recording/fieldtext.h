@@ -1,8 +1,9 @@
 // Texts in the recorder's structures.
 #pragma once
 
+#include "base/codecs.h"
+
 #include <QString>
-#include <QTextCodec>
 
 namespace zu {
 
@@ -11,6 +12,23 @@ inline QString FieldText(const char* field, const void* end, const QTextCodec* c
 {
     const auto room = static_cast<size_t>(static_cast<const char*>(end) - field);
     return codec->toUnicode(field, static_cast<int>(qstrnlen(field, static_cast<uint>(room))));
+}
+
+/// The beginning of every file's title.
+inline QString TitleStart()
+{
+    return QStringLiteral("Данные ");
+}
+
+/// The code page of a file, in which its title begins as it must; null if there is none.
+template <size_t Size>
+QTextCodec* CodecOfTitle(const char (&title)[Size])
+{
+    for (QTextCodec* codec : {CodecCP866, CodecCP1251}) {
+        if (codec->toUnicode(title, Size).startsWith(TitleStart()))
+            return codec;
+    }
+    return nullptr;
 }
 
 } // namespace zu

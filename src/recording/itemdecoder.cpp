@@ -8,7 +8,7 @@ namespace zu {
 
 namespace {
 
-// Item of Bits bits that begins at bit 0 to 7 of word.
+// Item of Bits bits that starts at bit 0 to 7 of word.
 template <unsigned Bits>
 int16_t ItemOf(uint32_t word, unsigned bit)
 {
@@ -20,7 +20,7 @@ template <unsigned Bits>
 void DecodeItems(const unsigned char* packed, const unsigned char* limit, size_t count, const int16_t* before,
                  int16_t* out)
 {
-    // An item lies within 4 bytes from its first one. As long as these are there, one load takes them.
+    // An item spans at most 4 bytes. As long as these are there, one load takes them.
     const auto size = static_cast<size_t>(limit - packed);
     const size_t loads = size < 4 ? 0 : std::min(count, ((size - 4) * 8 + 7) / Bits + 1);
     size_t bit = 0;
@@ -37,7 +37,7 @@ void DecodeItems(const unsigned char* packed, const unsigned char* limit, size_t
     }
 }
 
-// Whole bytes and whole words need no shifts, and the compiler makes vector code of them by itself.
+// Whole bytes and whole words need no shifts, and the compiler vectorises them by itself.
 template <>
 void DecodeItems<8>(const unsigned char* packed, const unsigned char* /*limit*/, size_t count,
                     const int16_t* before, int16_t* out)

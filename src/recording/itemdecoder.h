@@ -7,10 +7,10 @@
 
 namespace zu {
 
-/// out[i] = before[i] - item i, in 16-bit arithmetic with wrap-around, for count items that begin at packed.
+/// out[i] = before[i] - item i, in 16-bit arithmetic with wrap-around, for count items that start at packed.
 /// An item is widthCode + 1 bits in two's complement, lowest bit first, each following the one before it. All
-/// items end at or before limit, and no byte at limit or behind it is read. before and out do not overlap,
-/// unless out is LeastOverlap samples or more behind before and the width code is not 0: then the first
+/// items end at or before limit, and no byte at limit or after it is read. before and out do not overlap,
+/// unless out is LeastOverlap samples or more after before and the width code is not 0: then the first
 /// samples of out serve as before for the later ones.
 using ItemDecoder = void (*)(const unsigned char* packed, const unsigned char* limit, size_t count,
                              const int16_t* before, int16_t* out);

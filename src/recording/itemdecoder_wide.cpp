@@ -1,10 +1,10 @@
 // The item decoders with 256-bit integer instructions (AVX2), chosen at run time.
 //
-// Sixteen items of b bits fill exactly 2b bytes, so groups of sixteen begin on byte boundaries. A byte
+// Sixteen items of b bits fill exactly 2b bytes, so groups of sixteen start on byte boundaries. A byte
 // shuffle brings the bytes of each item into a lane of its own, a shift per lane brings its highest bit to
-// the top, and an arithmetic shift back extends the sign. Items of up to 9 bits lie within two bytes and stay
-// in 16-bit lanes; wider ones lie within three and take 32-bit lanes. Against the portable loops this makes
-// bit-packed items five to eight times as fast (docs/performance.md has the figures).
+// the top, and an arithmetic shift back extends the sign. Items of up to 9 bits span two bytes and stay in
+// 16-bit lanes; wider ones span three and take 32-bit lanes. Bit-packed items are five to eight times as fast
+// as with the portable loops (docs/performance.md has the figures).
 #include "recording/itemdecoder.h"
 
 #if defined(__x86_64__) && defined(__GNUC__)
@@ -60,7 +60,7 @@ ZU_WIDE inline __m128i LoadHalf(const void* from)
     return _mm_loadu_si128(static_cast<const __m128i*>(from));
 }
 
-// Sixteen items whose 2 * Bits bytes begin at packed. Reads 16 bytes from packed + Bits.
+// Sixteen items whose 2 * Bits bytes start at packed. Reads 16 bytes from packed + Bits.
 template <unsigned Bits>
 ZU_WIDE inline __m256i Items(const unsigned char* packed, const Layout<Bits>& layout)
 {

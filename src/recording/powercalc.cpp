@@ -1,4 +1,4 @@
-// A recorder file: RMS values and symmetrical components of one moment, as the report prints them.
+// A recorder file: RMS values and symmetrical components of one moment, as the report shows them.
 //
 // All calculations run in the time domain over one mains period of 0.02 s: a value comes from the sum of the
 // squares, an angle from the position of the largest sample, a sequence from adding the phases with two of

@@ -1,4 +1,4 @@
-// A recorder file: the checks that a chain of segments goes through, and the small look-ups.
+// A recorder file: the checks of a chain of segments, and small look-ups.
 #include "recording/zufileformat.h"
 
 #include "base/numeric.h"
@@ -23,8 +23,8 @@ bool ZuFileFormat::CompareHeader(ZuFileFormat* other)
         return false;
     if (AnChannels.empty())
         return true;
-    // Deliberate: the first analog and the first discrete channel stand for all the others, and without a
-    // discrete channel the checked access throws.
+    // Deliberate: only the first analog and the first discrete channel are compared, and without a discrete
+    // channel the checked access throws.
     const DiChannelData& discrete = *DiChannels.at(0);
     const DiChannelData& otherDiscrete = *other->DiChannels.at(0);
     return IsSameScaling(*AnChannels[0], *other->AnChannels[0]) && discrete.Name == otherDiscrete.Name &&

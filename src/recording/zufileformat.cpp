@@ -1,7 +1,6 @@
 // A recorder file: reading and checking its header and sections.
 #include "recording/zufileformat.h"
 
-#include "base/codecs.h"
 #include "recording/fieldtext.h"
 
 #include <QFile>
@@ -122,25 +121,13 @@ bool ZuFileFormat::ReadFile(QFile& file, bool headerAlone)
         return Fail(ReadFailure, QStringLiteral("ZuFileHeader"));
     if (std::memcmp(Header.version, "40", sizeof Header.version) != 0)
         return Fail(FormatFailure, QStringLiteral("Ver"));
-    QTextCodec* codec = DetectCodec();
+    QTextCodec* codec = zu::CodecOfTitle(Header.title);
     if (codec == nullptr)
         return Fail(FormatFailure, QStringLiteral("не определить TextCodec"));
+    Title = codec->toUnicode(Header.title, sizeof Header.title);
     Comment = zu::FieldText(Header.comment, &Header + 1, codec);
     Identity = zu::FieldText(Header.identity, &Header + 1, codec);
     return ReadTimes() && CheckCounts() && (headerAlone || ReadSections(file, codec));
-}
-
-// The code page in which the title begins as it must; null if there is none. Stores the title.
-QTextCodec* ZuFileFormat::DetectCodec()
-{
-    for (QTextCodec* codec : {zu::CodecCP866, zu::CodecCP1251}) {
-        const QString title = codec->toUnicode(Header.title, sizeof Header.title);
-        if (title.startsWith(QStringLiteral("Данные "))) {
-            Title = title;
-            return codec;
-        }
-    }
-    return nullptr;
 }
 
 bool ZuFileFormat::ReadTimes()

@@ -1,4 +1,4 @@
-// A recorder file in memory: the parsed binary file and all that the later stages of a conversion hang on it.
+// A recorder file in memory: the parsed binary file and all that the later stages of a conversion add to it.
 #pragma once
 
 #include "recording/anchanneldata.h"
@@ -30,7 +30,7 @@ public:
     QString Comment;                 // start comment
     QString Identity;                // source of the recording
     QDateTime StartTime;             // first sample, whole seconds, with the zone's offset from UTC
-    QDateTime TrigTime;              // start of the fault, likewise
+    QDateTime TrigTime;              // start of the fault, the same
     qint32 StartMicroseconds;        // 0 to 999999 after Load
     qint32 TrigMicroseconds;         // 0 to 999999 after Load
     qint32 TimeZoneSeconds;          // offset from UTC, never negative after Load
@@ -61,8 +61,8 @@ public:
     ZuFileFormat(const ZuFileFormat&) = delete;
     ZuFileFormat& operator=(const ZuFileFormat&) = delete;
 
-    /// Reads the whole file with every channel's data. False: ErrorText tells why, and the channels that
-    /// were good stay for Clear.
+    /// Reads the whole file with every channel's data. False: ErrorText says why, and the channels that were
+    /// good stay until Clear.
     bool Load(const QString& fileName);
 
     /// Reads the header alone: texts, times, zone, duration and channel count. False as from Load.
@@ -71,7 +71,7 @@ public:
     /// Releases the channels.
     void Clear();
 
-    /// Whether this file may continue the recording that other begins. Of the channels only the first analog
+    /// Whether this file may continue the recording that other starts. Of the channels only the first analog
     /// and the first discrete one are compared. Throws std::out_of_range for files that have analog channels
     /// and no discrete one.
     bool CompareHeader(ZuFileFormat* other);
@@ -92,21 +92,21 @@ public:
     /// Sample index one period of 0.02 s before the fault, 0 if that is before the first sample.
     unsigned int GetTrigIndex();
 
-    /// Takes the start comment apart into StartCircuit, StartCondition, StartSetting and StartSignal. Needs
-    /// the renamed channels. Throws std::out_of_range for a comment with two values where three belong.
+    /// Splits the start comment into StartCircuit, StartCondition, StartSetting and StartSignal. Needs the
+    /// renamed channels. Throws std::out_of_range for a comment with two values instead of three.
     void ParseComment(ZuCmtrDevParam* dev);
 
     /// Base name of the output files: time of the fault, zone, object, source and subject.
     QString DoOutName(ZuCmtrDevParam* dev);
 
-    /// Splits the channel name raw at its first ":" into circuit and signal, and makes the CFG name of them
-    /// and of the bay's display text. indexPos is where a further index goes into name. bay is set if the
-    /// circuit is a known bay. False without a ":": then circuit and name are raw, signal is empty, indexPos
-    /// -1.
+    /// Splits the channel name raw at its first ":" into circuit and signal, and makes the CFG name from them
+    /// and the bay's display text. indexPos is where an additional index is inserted into name. bay is set if
+    /// the circuit is a known bay. False without a ":": then circuit and name are raw, signal is empty,
+    /// indexPos -1.
     bool RenameSignal(const QString& raw, ZuCmtrDevParam* dev, QString& circuit, QString& signal,
                       QString& name, int& indexPos, BayOptionalParam*& bay);
 
-    /// Gives all channels their CFG names, circuits and phases. Gives the result of the last RenameSignal.
+    /// Gives all channels their CFG names, circuits and phases. Returns the result of the last RenameSignal.
     bool RenameAllChannelsName(ZuCmtrDevParam* dev);
 
     /// The first analog channel of the given circuit and signal; null if there is none.
@@ -139,10 +139,9 @@ private:
     void DescribeSetting(const zu::StartComment& comment, const AnChannelData& channel);
     void DescribeHarmonic(const zu::StartComment& comment, const AnChannelData& channel);
 
-    bool Fail(const char* text, const QString& detail); // stores both; gives false
+    bool Fail(const char* text, const QString& detail); // stores both; returns false
     bool LoadParts(const QString& fileName, bool headerAlone);
     bool ReadFile(QFile& file, bool headerAlone);
-    QTextCodec* DetectCodec();
     bool ReadTimes();
     bool CheckCounts();
     bool ReadSections(QFile& file, QTextCodec* codec);

@@ -1,4 +1,4 @@
-// The recorder's file as it lies on disk: packed little-endian structures, nothing else.
+// The recorder's file as it is on disk: packed little-endian structures, nothing else.
 //
 // A file is one ZuFileHeader followed by channelCount sections. A section is a ZuFileSectionHeader, for a
 // channel its own header (ZuAnChannelHeader or ZuDiChannelHeader) and then the data. The reader and the
@@ -13,7 +13,7 @@
 struct ZuFileHeader
 {
     char version[3];           // "40" and a NUL
-    char title[21];            // begins with "Данные "; not NUL-terminated
+    char title[21];            // starts with "Данные "; not NUL-terminated
     char comment[128];         // start comment, NUL-terminated
     char identity[81];         // source of the recording, NUL-terminated
     uint32_t startTime;        // first sample, seconds since 1970-01-01 00:00:00 UTC
@@ -22,7 +22,7 @@ struct ZuFileHeader
     int32_t trigMicroseconds;  // added to trigTime; may be negative
     uint32_t duration;         // length of this file's process, microseconds
     uint16_t channelCount;     // sections that follow
-    int16_t timeZone;          // seconds, minutes or hours; told apart by the value
+    int16_t timeZone;          // seconds, minutes or hours; the value shows which
     uint16_t reserved;         // never read
     uint32_t hdrSize;          // 263
 };
@@ -48,7 +48,7 @@ struct ZuAnChannelHeader
     uint16_t compressed; // 0: plain samples; anything else: compressed data area
     float Offset;        // added after scaling
     uint16_t CodeRange;  // full range of the code
-    char remark[12];     // further text, NUL-terminated
+    char remark[12];     // additional text, NUL-terminated
 };
 
 struct ZuDiChannelHeader
@@ -60,7 +60,7 @@ struct ZuDiChannelHeader
 struct ZuDiChangeRecord
 {
     uint8_t value; // 0: off, anything else: on; before the inversion
-    uint32_t time; // microseconds from the start of the file at which the value begins
+    uint32_t time; // microseconds from the start of the file, from which the value holds
 };
 
 // Head of a compressed analog data area; the first block of blockSamples plain samples follows.

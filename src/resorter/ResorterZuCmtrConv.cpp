@@ -1,4 +1,4 @@
-// The re-sorter: its life and its look-ups.
+// The re-sorter: its lifetime and its look-ups.
 #include "resorter/ResorterZuCmtrConv.h"
 
 #include "device/zucmtrdevparam.h"

@@ -35,7 +35,7 @@ public:
     QString ErrorText;                                        // of the last failed load
     ZuCmtrDevParam* Device;                                   // not owned
     RCE_PowerObjectParamZuCmtr PowerObject;                   // taken from the device once
-    std::vector<RCE_AnalogChannelEquipmentZuCmtr*> Equipment; // made by PreResort; owned
+    std::vector<RCE_AnalogChannelEquipmentZuCmtr*> Equipment; // created by PreResort; owned
     std::vector<DictionaryZuCmtrAn*> AnResorted;              // sorted entries of AnDictionary, not owned
     std::vector<DictionaryZuCmtrDi*> DiResorted;              // sorted entries of DiDictionary, not owned
     std::vector<unsigned int> PrevFileAnIndexes;     // output order of the recording's analog channels
@@ -52,15 +52,15 @@ public:
     explicit ResorterZuCmtrConv(ZuCmtrDevParam* device);
     ~ResorterZuCmtrConv() override;
 
-    /// Reads the dictionary and the bays out of section group. What is odd goes to the log and to the
-    /// device's queue. False at a bad maximum or an entry without a name: ErrorText and log tell why.
+    /// Reads the dictionary and the bays from section group. What is odd goes to the log and to the device's
+    /// queue. False at a bad maximum or an entry without a name: ErrorText and log say why.
     bool LoadFromIni(const QString& fileName, const QString& group);
 
     /// Releases dictionary, equipment and bays.
     void Clear();
 
-    /// The value behind key (or spacedKey) in the parameter string text, up to the next blank. False if
-    /// neither is there, leaving value alone, or if the value is empty.
+    /// The value after key (or spacedKey) in the parameter string text, up to the next blank. False if
+    /// neither is there, with value unchanged, or if the value is empty.
     bool LoadOneParam(const QString& text, const QString& key, const QString& spacedKey, QString& value);
 
     /// Reads V_L and E_G of a parameter string as table rows. False if one is absent or unknown; what was
@@ -75,7 +75,7 @@ public:
     bool LoadParamDi(const QString& text, unsigned int& voltageLevel, unsigned int& equipmentGroup,
                      unsigned int& deviceGroup, unsigned int& statusType);
 
-    /// Stores the bay of that name in *param; false leaves *param alone.
+    /// Stores the bay of that name in *param. False if there is none; *param is then unchanged.
     bool FindOptBayParams(QString name, BayOptionalParam** param);
 
     /// If fullName is "equipment:signal" of a known equipment: its name, and the display text of its bay if
@@ -90,12 +90,12 @@ public:
     bool SortChannelsDi();
 
     /// Appends to sorted (empty before) the indexes of all entries with parameters, by voltage level (highest
-    /// first), equipment group and equipment name (first appearance first). GroupSizes and GroupNames tell
-    /// the runs of equal equipment.
+    /// first), equipment group and equipment name (first appearance first). GroupSizes and GroupNames
+    /// describe the runs of equal equipment.
     bool SortChannelsCommon(std::vector<DictionaryZuCmtr*> dictionary, std::vector<unsigned int>& sorted);
 
     /// Makes the output order of file's channels: those of the dictionary in its order, then the others in
-    /// file order; then inserts the further indexes into the CFG names. Keeps the order of the previous
+    /// file order; then inserts the additional indexes into the CFG names. Keeps the order of the previous
     /// recording where it fits.
     bool SortZuFile(ZuFileFormat* file);
     bool SortZuFileAn(ZuFileFormat* file);
@@ -114,7 +114,7 @@ public:
     /// Writes text in InfCodec up to its first NUL. A failed write sets err and throws std::runtime_error.
     void WriteString(QFile& file, const QString& text, bool& err);
 
-    /// The same with the bytes of text as they stand.
+    /// The same with the bytes of text unchanged.
     void WriteString(QFile& file, const char* text, bool& err);
 
     /// The same with text taken as UTF-8 and written in InfCodec.

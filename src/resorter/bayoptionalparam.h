@@ -1,4 +1,4 @@
-// What the ini file says about a bay beside its name.
+// What the ini file says about a bay besides its name.
 #pragma once
 
 #include <QString>
@@ -9,5 +9,5 @@ public:
     quint32 Number = 0;  // N of the key BAYN
     QString BayName;     // the circuit of the bay's channels
     QString DisplayName; // shown in place of BayName
-    QString CircuitName; // a second circuit name under which the bay's channels may stand in a recording
+    QString CircuitName; // a second circuit name that the bay's channels may have in a recording
 };

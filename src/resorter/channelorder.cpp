@@ -4,8 +4,6 @@
 #include "device/zucmtrdevparam.h"
 #include "recording/zufileformat.h"
 
-#include <QHash>
-
 #include <functional>
 #include <memory_resource>
 #include <unordered_map>
@@ -17,8 +15,8 @@ struct HashOfName
     size_t operator()(const QString& name) const { return qHash(name); }
 };
 
-// Places by name. The names stay where they are, and the nodes come one behind the other from one piece of
-// memory: with a copy and an allocation each, 4000 names cost more than ten times as much as 400.
+// Places by name. The names are not copied, and all nodes come from one piece of memory: with a copy and an
+// allocation each, 4000 names cost more than ten times as much as 400.
 struct NameMap
 {
     explicit NameMap(size_t count) : memory(count * BytesOfEntry), places(count, &memory) {}
@@ -30,7 +28,7 @@ struct NameMap
         places;
 };
 
-// One kind of channel: what its order is made of and where it goes.
+// One kind of channel: what determines its order, and where that is stored.
 template <class Channel, class Entry>
 struct Matching
 {
@@ -47,15 +45,15 @@ struct Matching
         matched = 0;
     }
 
-    // Whether the order of the previous recording can stand. Clears it if the names differ.
+    // Whether the order of the previous recording can be kept. Clears it if the names differ.
     bool IsKept()
     {
         if (channels.size() != order.size()) {
             Clear();
             return false;
         }
-        // Deliberate: the names are compared by place in the file, so that only a recording that begins
-        // with the dictionary's channels in its order keeps the previous one.
+        // Deliberate: the names are compared by place in the file, so that only a recording that starts with
+        // the dictionary's channels in its order keeps the previous one.
         for (size_t i = 0; i < matched; ++i) {
             if (channels.at(i)->Name != dictionary.at(found.at(i))->FullName) {
                 Clear();
@@ -65,7 +63,7 @@ struct Matching
         return true;
     }
 
-    // Looks the dictionary's signals up in the recording and puts the other channels behind them.
+    // Looks up the dictionary's signals in the recording and puts the other channels after them.
     void Build()
     {
         NameMap firstOfName(channels.size());

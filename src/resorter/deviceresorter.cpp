@@ -1,4 +1,4 @@
-// A device: the life of its re-sorter, from loading to release.
+// A device: the lifetime of its re-sorter, from loading to release.
 #include "base/codecs.h"
 #include "device/zucmtrdevparam.h"
 #include "resorter/ResorterZuCmtrConv.h"

@@ -14,7 +14,7 @@ struct DictionaryZuCmtr
     QString SignalName;     // right of it
     quint32 Ordinal;        // running number among the entries of its kind, from 0
     bool HasSortParams;     // only such entries are sorted
-    QString VlInd;          // further index of the signal, may be empty
+    QString VlInd;          // additional index of the signal, may be empty
     QString CimChannelId;   // may be empty
 };
 

@@ -131,8 +131,8 @@ void DictionaryLoader::SetNames(DictionaryZuCmtr& entry, const QString& key, con
     }
     if (!entry.EquipmentName.isEmpty() && !entry.SignalName.isEmpty())
         return;
-    Warn(QStringLiteral("Плохое имя сигнала %1 в секции %2 ZuDrv.ini при загрузке параметров сортировки "
-                        "Comtrade [%3]")
+    Warn(QStringLiteral(
+             "Плохое имя сигнала %1 в секции %2 ZuDrv.ini при загрузке параметров сортировки Comtrade [%3]")
              .arg(key)
              .arg(ini.group)
              .arg(name));
@@ -288,7 +288,7 @@ bool ResorterZuCmtrConv::LoadFromIni(const QString& fileName, const QString& gro
 bool ResorterZuCmtrConv::LoadOneParam(const QString& text, const QString& key, const QString& spacedKey,
                                       QString& value)
 {
-    // A plain search: the key need not stand at the start of a word.
+    // A plain search: the key need not be at the start of a word.
     const QString* found = &key;
     int position = text.indexOf(key, 0, Qt::CaseSensitive);
     if (position < 0) {

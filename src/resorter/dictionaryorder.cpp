@@ -75,7 +75,7 @@ int PhaseSlot(const QString& signal)
     return -1;
 }
 
-// The channel numbers of one piece of equipment while its channels are gone through.
+// The channel numbers of one piece of equipment, collected channel by channel.
 class ChannelNumberList
 {
 public:
@@ -97,7 +97,7 @@ public:
         return true;
     }
 
-    // The list as the signal group of the first channel wants it.
+    // The list in the form for the signal group of the first channel.
     QString Text(quint32 firstSignalGroup) const
     {
         if (firstSignalGroup == SignalGroupVT || firstSignalGroup == SignalGroupCT)
@@ -108,7 +108,7 @@ public:
     }
 
 private:
-    // Deliberate: voltages and currents of one name share these; the group that comes last wins.
+    // Deliberate: voltages and currents of one name share these; the last group wins.
     std::array<unsigned int, 4> phases{};
     QString plain;
 };
@@ -165,7 +165,7 @@ bool ResorterZuCmtrConv::SortChannelsAn()
     return true;
 }
 
-// Appends the record of the equipment whose size entries begin at place start of AnSorted.
+// Appends the record of the equipment whose size entries start at place start of AnSorted.
 void ResorterZuCmtrConv::AddEquipment(size_t start, size_t size, const QString& name)
 {
     const DictionaryZuCmtrAn& first = *AnDictionary.at(AnSorted.at(start));
@@ -193,7 +193,7 @@ bool ResorterZuCmtrConv::SortChannelsDi()
         return false;
     auto first = DiSorted.begin();
     for (const unsigned int size : GroupSizes) {
-        // Deliberate: the status type does not enter the order; a device group stays in ini order.
+        // Deliberate: the status type does not affect the order; a device group stays in ini order.
         Distribute(first, first + Signed(size), std::size(gst_dg),
                    [this](unsigned int index) { return DiDictionary[index]->DeviceGroup; });
         first += Signed(size);

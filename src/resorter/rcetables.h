@@ -1,10 +1,9 @@
 // The code tables of the sorting dictionary and the names that they have in the INF file. The dictionary
-// holds row numbers. Rows that share a name are meant to.
+// holds row numbers. Rows that share a name do so on purpose.
 #pragma once
 
 #include <QtGlobal>
 
-#include <cstddef>
 #include <iterator>
 
 /// Voltage levels, kV.

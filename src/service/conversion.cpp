@@ -36,7 +36,7 @@ bool WriteFailed(ZuCmtrDevParam* dev, const QString& tmpName)
     return false;
 }
 
-// The order is binding: the CFG writer leaves coefficients and texts that the HDR and INF writers read.
+// The order matters: the CFG writer leaves coefficients and texts that the HDR and INF writers read.
 bool WriteAll(ZuCmtrConverter& converter, std::vector<ZuFileFormat*>* files, ZuCmtrDevParam* dev)
 {
     if (!converter.WriteCfg(files, dev))
@@ -73,7 +73,7 @@ bool ZuCmtrConverter::ConvertToComtrade(const QString& fileName, const QString& 
 
 bool ZuCmtrConverter::Convert(const QString& fileName, const QString& outDir, ZuCmtrDevParam* dev)
 {
-    SegmentChain chain(*dev); // releases every segment on every way out
+    SegmentChain chain(*dev); // releases every segment, however this function is left
     if (!chain.Load(fileName) || !chain.Check())
         return false;
     chain.Prepare();

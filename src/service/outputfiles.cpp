@@ -8,7 +8,7 @@
 
 #include <cstdio>
 
-// The final name of a temporary file: its path less "tmp".
+// The final name of a temporary file: its path without "tmp".
 static QString FinalName(const QString& tmpPath)
 {
     return tmpPath.left(tmpPath.length() - 3);
@@ -70,7 +70,7 @@ static void CommitCff(ZuCmtrConverter& converter, ZuCmtrDevParam* dev)
 {
     RemoveIfThere(dev->TmpPathCff);
     NameFile(dev->FileCff, dev->TmpPathCff);
-    // Deliberate: a CFF file that cannot be written is no failure of the conversion; the marker in the
+    // Deliberate: a CFF file that cannot be written does not fail the conversion; the marker in the
     // converter's LastError is its only trace.
     if (converter.WriteCff(dev))
         ZuCmtrConverter::RenameTmpFile(dev->TmpPathCff);
@@ -82,7 +82,7 @@ void outputfiles::Commit(ZuCmtrConverter& converter, ZuCmtrDevParam* dev)
         CommitCff(converter, dev);
         return;
     }
-    // Deliberate: the results of the renames and removals are not looked at.
+    // Deliberate: the results of the renames and removals are not checked.
     ZuCmtrConverter::RenameTmpFile(dev->TmpPathCfg);
     ZuCmtrConverter::RenameTmpFile(dev->TmpPathDat);
     if (!dev->Comtrade1999) {

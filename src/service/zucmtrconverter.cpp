@@ -96,7 +96,7 @@ unsigned int ZuCmtrConverter::GetDevWaitTime(unsigned int devId)
 
 void ZuCmtrConverter::Clear()
 {
-    delete DefaultParam; // the pointer stays: the converter itself goes next
+    delete DefaultParam; // the pointer stays: the converter itself is deleted next
     for (ZuCmtrDevParam* device : m_DevParams) {
         device->Clear();
         delete device;

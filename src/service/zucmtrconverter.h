@@ -47,7 +47,8 @@ public:
     bool LoadFromIniDefault(const QString& fileName, const QString& group);
 
     /// Makes one device from the defaults and section group; on success its number goes to *devId. False
-    /// leaves *devId and LastError alone; the reason is in the log. False also while there are no defaults.
+    /// leaves *devId and LastError unchanged; the reason is in the log. Also false while there are no
+    /// defaults.
     bool LoadFromIni(const QString& fileName, const QString& group, unsigned int* devId);
 
     /// text = the device's last error. False for a bad number, which leaves its text in LastError.
@@ -63,7 +64,7 @@ public:
     /// The device's wait time, milliseconds; 0 for a bad number, which leaves its text in LastError.
     unsigned int GetDevWaitTime(unsigned int devId);
 
-    /// Releases defaults, devices and the ini cache. The object itself goes next.
+    /// Releases defaults, devices and the ini cache. The object itself is to be deleted next.
     void Clear();
 
     /// zu::IsFloatEqual.
@@ -77,15 +78,15 @@ public:
         zu::WriteToLog(lines);
     }
 
-    /// Converts one recording: loads the chain of segments that begins with fileName, checks it, writes the
+    /// Converts one recording: loads the chain of segments that starts with fileName, checks it, writes the
     /// record to temporary files in outDir and commits them under their final names. False: the device's
-    /// LastError tells why (for a bad devId the converter's), and no final file was touched; memory that runs
-    /// out is such a failure. Lets the
-    /// std::out_of_range of ZuFileFormat::CompareHeader and ZuFileFormat::ParseComment pass.
+    /// LastError says why (for a bad devId the converter's), and no final file was touched; running out of
+    /// memory is such a failure. Lets the std::out_of_range of ZuFileFormat::CompareHeader and
+    /// ZuFileFormat::ParseComment pass.
     bool ConvertToComtrade(const QString& fileName, const QString& outDir, unsigned int devId);
 
-    /// Gives the file tmpPath its final name, which is tmpPath less its last 3 characters, over an earlier
-    /// file of that name. Returns whether that was done.
+    /// Gives the file tmpPath its final name, which is tmpPath without its last 3 characters, replacing an
+    /// earlier file of that name. Returns whether that was done.
     static bool RenameTmpFile(const QString& tmpPath);
 
     /// Removes the file of the final name, if there is one. False only if it is there and stays.
@@ -95,8 +96,8 @@ public:
     /// analog channels and the lines and stamps on the first segment, for the HDR and INF files.
     bool WriteCfg(std::vector<ZuFileFormat*>* files, ZuCmtrDevParam* dev);
 
-    /// Writes the DAT file: one record a sample over all segments, in the channel order of the CFG file.
-    /// A channel that has no sample for a record gets COMTRADE's mark for missing data: 0x8000, or an empty
+    /// Writes the DAT file: one record per sample over all segments, in the channel order of the CFG file. A
+    /// channel that has no sample for a record gets COMTRADE's mark for missing data: 0x8000, or an empty
     /// field. Sums DatBytes of a binary file.
     bool WriteDat(std::vector<ZuFileFormat*>* files, ZuCmtrDevParam* dev);
 
@@ -114,7 +115,7 @@ public:
     /// counts as success.
     static bool WriteStringToOutFile(QFile& file, const QString& text, QTextCodec* codec);
 
-    /// Copies the whole of from to the present position of to, through buffer of bufferSize bytes.
+    /// Copies the whole of from to the current position of to, through buffer of bufferSize bytes.
     static bool fileBinDataCopy(QFile* to, QFile* from, char* buffer, int bufferSize);
 
 private:

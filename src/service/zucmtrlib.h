@@ -2,11 +2,11 @@
 //
 // Order of calls: ZuCmtrSetLogFilePath (optional, first, since loading already logs), ZuCmtrConverterInit,
 // ZuCmtrLoadFromIniDefault once, ZuCmtrLoadFromIni once for each recorder, then any number of
-// ZuCmtrConvertToComtrade, at last ZuCmtrConverterExit. Every function is safe without a converter.
+// ZuCmtrConvertToComtrade, finally ZuCmtrConverterExit. Every function is safe without a converter.
 //
-// Threads: ZuCmtrConverterInit, ZuCmtrConverterExit and ZuCmtrSetLogFilePath run apart from all other calls,
-// ini loads apart from each other and from conversions. Conversions on different devices may run at once;
-// the calls for one device stay in sequence.
+// Threads: ZuCmtrConverterInit, ZuCmtrConverterExit and ZuCmtrSetLogFilePath must not run beside any other
+// call, nor ini loads beside each other or beside conversions. Conversions on different devices may run at
+// once; the calls for one device stay in sequence.
 #pragma once
 
 #include <QString>
@@ -23,12 +23,12 @@ ZUCMTR_EXPORT bool ZuCmtrConverterInit();
 /// Releases the converter, its devices and the cached ini files. Does nothing without a converter.
 ZUCMTR_EXPORT void ZuCmtrConverterExit();
 
-/// Reads the parameters that all devices start from, out of section group of the ini file fileName. Nearly
+/// Reads the parameters that all devices start from, from section group of the ini file fileName. Nearly
 /// every key must be there. False on failure (text: ZuCmtrGetLastError) and on every call after the first.
 ZUCMTR_EXPORT bool ZuCmtrLoadFromIniDefault(const QString& fileName, const QString& group);
 
 /// Makes a device from the defaults and section group of fileName, with its sorting dictionary; writes its
-/// number, counted from 0, to *devId. False leaves *devId alone; the reason is in the log file only.
+/// number, counted from 0, to *devId. False leaves *devId unchanged; the reason is in the log file only.
 ZUCMTR_EXPORT bool ZuCmtrLoadFromIni(const QString& fileName, const QString& group, unsigned int* devId);
 
 /// Converts the recording whose first file is fileName (extension .ZU or .zu, continuation files beside it)

@@ -29,7 +29,7 @@ struct CodeLimits
 
 CodeLimits LimitsOf(quint16 codeRange)
 {
-    // Deliberate: the 12-bit range alone is halved, every other one is the limit itself.
+    // Deliberate: only the 12-bit range is halved, every other one is the limit itself.
     if (codeRange == 4096)
         return {-2048, 2048};
     if (codeRange <= 32767)

@@ -6,8 +6,8 @@
 #include <algorithm>
 #include <cstring>
 
-// 256 KB: enough rows for every column to be read by the page, which is worth more than staying in the first
-// cache.
+// 256 KB: enough rows to read every column a page at a time, which is worth more than staying in the
+// first-level cache.
 static constexpr size_t BlockCodes = 131072;
 static constexpr size_t FewestRows = 16;
 
@@ -31,7 +31,7 @@ void CodeRows::Enter(const ZuFileFormat& segment, const std::vector<unsigned int
 
 namespace {
 
-// Eight codes of one channel, or of one row. The compiler makes them one register on x86-64 and 64-bit ARM.
+// Eight codes of one channel, or of one row: one register on x86-64 and 64-bit ARM.
 typedef qint16 Codes8 __attribute__((vector_size(16)));
 
 inline Codes8 Low(Codes8 a, Codes8 b)
@@ -77,7 +77,7 @@ void CodeRows::Turn(size_t sample)
         TurnColumn(channel, channel < tiledChannels ? tiledRows : 0);
 }
 
-// Turns eight channels of eight samples, all of which there are.
+// Turns eight channels of eight samples, none of which is missing.
 void CodeRows::TurnTile(size_t channel, size_t row)
 {
     Codes8 codes[8];

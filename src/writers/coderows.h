@@ -1,9 +1,9 @@
-// The analog codes of a segment, turned from columns (a channel's samples lie together) into rows (a record's
-// values do).
+// The analog codes of a segment, turned from columns (the samples of a channel together) into rows (the
+// values of a record together).
 //
-// The columns of a segment often begin at the same offset of a page, so that going from column to column for
-// each record evicts their cache lines from each other. A block of rows is turned at once instead: this took
-// a third off the time of a large binary record.
+// The columns of a segment often start at the same offset of a page, so that going from column to column for
+// each record evicts their cache lines from each other. A block of rows is turned at once instead, which
+// saves a third of the time of a large binary record.
 #pragma once
 
 #include <QtGlobal>

@@ -8,13 +8,13 @@
 class CodeTexts
 {
 public:
-    /// The one table, 512 KB, made at its first use.
+    /// The one table, 512 KB, built at its first use.
     static const CodeTexts& Get();
 
     /// Longest text: "," and "-32768". Append may write up to this and one more byte beyond its end.
     static constexpr size_t Longest = 7;
 
-    /// Writes "," and the code in decimal to out, which has room for 8 bytes. Gives the end of the text.
+    /// Writes "," and the code in decimal to out, which has room for 8 bytes. Returns the end of the text.
     char* Append(int16_t code, char* out) const
     {
         const Entry& entry = entries[static_cast<uint16_t>(code)];

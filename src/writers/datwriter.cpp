@@ -1,8 +1,8 @@
-// The DAT file: one record a sample, over all segments of a recording.
+// The DAT file: one record per sample, over all segments of a recording.
 //
-// Records are built in a block and leave it by one write, which keeps the cost of a value at about a
-// nanosecond: the channel order becomes pointers once a segment, a code's text comes from a table, and the
-// discrete states are looked up when they change.
+// Records are built in a block, which is written at once. A value costs about a nanosecond because the
+// channel order becomes pointers once per segment, a code's text comes from a table, and the discrete states
+// are looked up when they change.
 #include "service/zucmtrconverter.h"
 
 #include "recording/zufileformat.h"
@@ -28,13 +28,13 @@ char* AppendNumber(qint64 number, char* out)
     return std::to_chars(out, out + 20, number).ptr;
 }
 
-// The texts of 1, 2, 3 ...: what changes from one to the next is most often the last digit alone.
+// The texts of 1, 2, 3 ...: from one to the next, most often only the last digit changes.
 class CounterText
 {
 public:
     CounterText() { std::fill_n(digits, Width, '0'); }
 
-    // Writes the next text to out, which has room for 20 bytes. Gives the end of the text.
+    // Writes the next text to out, which has room for 20 bytes. Returns the end of the text.
     char* AppendNext(char* out)
     {
         size_t place = Width - 1;
@@ -142,7 +142,7 @@ bool ZuCmtrConverter::WriteDat(std::vector<ZuFileFormat*>* files, ZuCmtrDevParam
     }
     if (!flushBlock())
         return false;
-    // The last block may have gone no further than the file's own buffer.
+    // The last block may still be in the file's own buffer.
     if (!file.flush() && binary)
         return false;
     file.close();

@@ -23,7 +23,7 @@ constexpr RowHead PhaseHeads[PhaseRows] = {{"Ua", "кВ"}, {"Ub", "кВ"}, {"Uc"
 constexpr RowHead SequenceHeads[SequenceRows] = {{"U1", "кВ"}, {"U2", "кВ"}, {"3U0", "кВ"},
                                                  {"I1", "кА"}, {"I2", "кА"}, {"3I0", "кА"}};
 
-// A triple of phases among the phase rows, and where its components stand among the sequence rows.
+// A triple of phases among the phase rows, and where its components are among the sequence rows.
 struct Triple
 {
     size_t phase, sequence;
@@ -61,7 +61,7 @@ public:
         }
     }
 
-    // Fills in what there are channels for, at the given sample.
+    // Fills in the values for which there are channels, at the given sample.
     void Calculate(unsigned int index)
     {
         for (size_t row = 0; row < PhaseRows; ++row) {
@@ -128,7 +128,7 @@ private:
     std::vector<QString> lines;
 };
 
-// Deliberate: both stamps of the report are that of the fault.
+// Deliberate: both stamps in the report are that of the fault.
 void AddOpening(Report& report, const ZuFileFormat& first, const ZuCmtrDevParam& dev)
 {
     report.Pair("Территориальная энергосистема:", dev.PowerSystem);

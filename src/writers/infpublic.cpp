@@ -68,8 +68,8 @@ void ReportException(const std::exception& exception)
     QMessageLogger(nullptr, 0, nullptr, "default").debug() << exception.what();
 }
 
-// Writes the section of one channel; false if its CFG line has not one field more than there are keys, which
-// leaves the head without keys.
+// Writes the section of one channel; false unless its CFG line has one field more than there are keys; the
+// head is then left without keys.
 template <size_t Keys>
 bool WriteChannelSection(ResorterZuCmtrConv& resorter, QFile& file, const ChannelSections<Keys>& sections,
                          size_t index, bool& err)

@@ -14,7 +14,7 @@ public:
     /// sampleRate in samples per second, totalSamples of all segments together; files is not empty.
     SampleWalk(const std::vector<ZuFileFormat*>& files_, double sampleRate, qint64 totalSamples_);
 
-    /// Steps to the next record; false behind the last one. The first call makes the first record current.
+    /// Steps to the next record; false after the last one. The first call makes the first record current.
     bool Next();
 
     qint64 Number() const { return number; }               // of the record, from 1

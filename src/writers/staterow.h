@@ -32,7 +32,7 @@ public:
         lastTime = segmentTime;
     }
 
-    /// Copies the states to out, which has room for 2 bytes a channel; gives their end.
+    /// Copies the states to out, which has room for 2 bytes a channel; returns their end.
     char* Append(char* out) const { return std::copy(bytes.begin(), bytes.end(), out); }
 
 private:

@@ -1,7 +1,7 @@
 // The options of zucmtr sample: each reaches the station, and wrong values are refused.
 #include "program.h"
 
-#include "station/station.h"
+#include "support/stationfiles.h"
 
 #include <gtest/gtest.h>
 
@@ -55,7 +55,7 @@ TEST_P(SampleOption, GivesTheStationsBytes)
         RunProgram(directory.Path(), QStringList{"sample", "--out", "."} + GetParam().arguments);
     ASSERT_EQ(run.code, 0) << run.err;
     QStringList names = {"ZuDrv.ini"};
-    for (const recorderfile::NamedFile& file : station::MakeAllFiles(options)) {
+    for (const recorderfile::NamedFile& file : AllStationFiles(options)) {
         names << file.name;
         EXPECT_EQ(ReadBytes(directory.Path(file.name)), file.bytes) << file.name;
     }

@@ -223,6 +223,22 @@ TEST(Exchange, NameTooLongToGoAsideIsNamed)
     EXPECT_EQ(here.Names().size(), 1);
 }
 
+// The name that a continuation file has just before it is removed is the longest.
+TEST(Exchange, NameOfAContinuationTooLongToBeRemovedIsNamed)
+{
+    for (const int length : {234, 235, 240}) {
+        const TestDirectory here;
+        const QString first = here.Write(QString(length - 3, 'n') + ".ZU", "x");
+        const QString second = here.Write(QString(length - 3, 'n') + ".Z01", "y");
+        const QString text = TextOf([&] { sourcefiles::Remove(ChainFiles(first)); });
+        EXPECT_EQ(text, length == 234 ? QString()
+                                      : QStringLiteral("'%1' could not be put away: the name is too long; "
+                                                       "give it a shorter one")
+                                            .arg(second));
+        EXPECT_EQ(here.Names().size(), length == 234 ? 0 : 2);
+    }
+}
+
 TEST(Exchange, DirectoryWithoutPermissionIsNamed)
 {
     const Scene scene(1);

@@ -237,26 +237,31 @@ TEST(SlipTexts, ByteOrderMarkIsNoted)
                        "for other programs"));
 }
 
+// The text of a finding in a line after the heading of the device, counted from 1.
+QString InDevice(int line, const QString& text)
+{
+    return QStringLiteral("%1: ").arg(DefaultsSection().count('\n') + 1 + line) + text;
+}
+
 TEST(SlipTexts, NumberThatDoesNotFitIsReportedAsItIsTaken)
 {
-    EXPECT_EQ(
-        TextsOf(DefaultsSection() + "[Device]\nТип Comtrade BIN=4294967297\n").last(),
-        QStringLiteral("22: '4294967297' is too large and is taken as 1; give the number that is meant"));
+    EXPECT_EQ(TextsOf(DefaultsSection() + "[Device]\nТип Comtrade BIN=4294967297\n").last(),
+              InDevice(1, "'4294967297' is too large and is taken as 1; give the number that is meant"));
 }
 
 TEST(SlipTexts, CyrillicLettersThatLookLatinAreSeenThrough)
 {
     const QStringList texts = TextsOf(DefaultsSection() + "[Device]\nnDiMax=0\nnAnMax=1\n"
                                                           "А01=W1:Ia\nA01=W1:Ia,V_L=110 E_G=L S_G=СТ\n");
-    EXPECT_TRUE(texts.contains(QStringLiteral("24: ignored: there is no key 'А01'; is 'A01' meant?")));
+    EXPECT_TRUE(texts.contains(InDevice(3, "ignored: there is no key 'А01'; is 'A01' meant?")));
     EXPECT_TRUE(texts.last().endsWith(QStringLiteral("; is 'CT' meant?"))) << texts.last();
 }
 
 TEST(SlipTexts, PlaceMarksOfTheFileStayAsTheyAre)
 {
     EXPECT_TRUE(TextsOf(DefaultsSection() + "[Device]\nВерсия ZU=%3\n")
-                    .contains(QStringLiteral("22: 'Версия ZU' is '%3', which is no whole number from 1 to 2: "
-                                             "the section does not load")));
+                    .contains(InDevice(1, "'Версия ZU' is '%3', which is no whole number from 1 to 2: "
+                                          "the section does not load")));
 }
 
 // Each line is examined a bounded number of times, however many sections there are.

@@ -1,5 +1,6 @@
 #include "stationchannels.h"
 #include "support/slowdecoder.h"
+#include "support/stationfiles.h"
 
 #include "recording/zufilelayout.h"
 
@@ -178,7 +179,7 @@ TEST(Station, TheSeedAloneDecidesTheBytes)
 TEST(Station, BytesAreTheSameOnEveryPlatform)
 {
     QCryptographicHash hash(QCryptographicHash::Sha1);
-    for (const recorderfile::NamedFile& file : station::MakeAllFiles({}))
+    for (const recorderfile::NamedFile& file : AllStationFiles({}))
         hash.addData(file.bytes);
     EXPECT_EQ(hash.result().toHex(), QByteArray("dfd382c60773b63f7790f2bcfb6c9d6867921a98"));
 }
@@ -188,7 +189,7 @@ TEST(Station, FilesAreNamedByNumberAndContinuation)
     StationOptions options;
     options.seconds = 0.02;
     options.segments = 2;
-    const auto files = station::MakeAllFiles(options);
+    const auto files = AllStationFiles(options);
     ASSERT_EQ(files.size(), 16u);
     EXPECT_EQ(files[0].name, "Vostochnaya_000123.ZU");
     EXPECT_EQ(files[1].name, "Vostochnaya_000123.Z01");

@@ -1,3 +1,4 @@
+#include "config/deviceinikeys.h"
 #include "station/station.h"
 
 #include <gtest/gtest.h>
@@ -32,32 +33,14 @@ TEST(StationIni, DefaultsHaveAllKeys)
 {
     const QStringList lines = LinesOf({});
     EXPECT_EQ(lines[0], "[Default]");
-    const QStringList keys = {"Энергосистема",
-                              "Субъект",
-                              "Объект",
-                              "Источник",
-                              "Версия ПО",
-                              "Версия аппаратной части",
-                              "Модель",
-                              "Версия ZU",
-                              "Удалять исходные",
-                              "Время ожидания",
-                              "Тип Comtrade CFF",
-                              "Тип Comtrade BIN",
-                              "Кодировка Comtrade UTF8",
-                              "Переименовать сигналы Comtrade",
-                              "Идентификатор Cim",
-                              "Номер шкафа",
-                              "Серийный номер",
-                              "Доп.индексы для имен сигналов",
-                              "Тип Comtrade 1999"};
-    ASSERT_EQ(keys.size(), 19);
-    for (int i = 0; i < keys.size(); ++i) {
-        EXPECT_EQ(lines[i + 1].section('=', 0, 0), keys[i]);
-        EXPECT_FALSE(lines[i + 1].section('=', 1).isEmpty());
+    const std::vector<DeviceKeyRule> rules = DeviceKeyRules();
+    int number = 0;
+    for (const DeviceKeyRule& rule : rules) {
+        EXPECT_EQ(lines[++number].section('=', 0, 0), rule.key);
+        EXPECT_FALSE(lines[number].section('=', 1).isEmpty());
     }
-    EXPECT_EQ(lines[20], "");
-    EXPECT_EQ(lines[21], "[Vostochnaya]");
+    EXPECT_EQ(lines[number + 1], "");
+    EXPECT_EQ(lines[number + 2], "[Vostochnaya]");
 }
 
 TEST(StationIni, DictionaryDescribesChannelsAndBays)

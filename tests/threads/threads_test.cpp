@@ -1,7 +1,7 @@
 // Eight devices convert at once on eight threads, with the same bytes as one after the other.
 #include "service/zucmtrlib.h"
-#include "station/station.h"
 #include "support/device.h"
+#include "support/stationfiles.h"
 
 #include <gtest/gtest.h>
 
@@ -46,7 +46,7 @@ protected:
         options.analogChannels = 6;
         options.discreteChannels = 4;
         options.seconds = 0.1;
-        for (const recorderfile::NamedFile& file : station::MakeAllFiles(options))
+        for (const recorderfile::NamedFile& file : AllStationFiles(options))
             names.append(directory.Write(QStringLiteral("in/") + file.name, file.bytes));
     }
 

@@ -4,7 +4,6 @@
 
 #include <QDir>
 #include <QFile>
-#include <QFileInfo>
 
 #include <gtest/gtest.h>
 
@@ -19,29 +18,6 @@ const QByteArray Dictionary =
     "nAnMax=3\nnDiMax=1\nA01=Q2:3U0,V_L=110 E_G=L S_G=VT\nA02=Q1:Ub,V_L=110 E_G=L S_G=VT\n"
     "A03=Q1:Ia,V_L=110 E_G=L S_G=CT\nD01=Q2:x,E_G=L\n";
 
-using Segments = std::vector<Recording>;
-
-template <class Channel>
-Channel& ChannelOf(Recording& recording, size_t section)
-{
-    return std::get<Channel>(recording.sections[section]);
-}
-
-// A recording of one file with four channels and two states that are long enough for parts of a hundred.
-Segments LongRecording()
-{
-    Recording recording;
-    for (int channel = 0; channel < 4; ++channel) {
-        AnalogChannel analog{QStringLiteral("Q1:I%1").arg(channel), QStringLiteral("А"), {}};
-        for (int i = 0; i < 1000; ++i)
-            analog.samples.push_back(static_cast<int16_t>((i * (37 + channel) + channel) % 5000));
-        recording.Add(analog);
-    }
-    recording.Add(DiscreteChannel{QStringLiteral("Q1:x"), 0, {{0, 0}, {4000, 1}}});
-    recording.Add(DiscreteChannel{QStringLiteral("Q1:y"), 0, {{0, 1}, {9000, 0}}});
-    return {recording};
-}
-
 // Changes this many codes of one analog channel of a long recording, from the first one on.
 Segments WithOtherCodes(size_t channel, int count)
 {
@@ -49,46 +25,6 @@ Segments WithOtherCodes(size_t channel, int count)
     for (int i = 0; i < count; ++i)
         ChannelOf<AnalogChannel>(segments[0], channel).samples[static_cast<size_t>(i)] += 7000;
     return segments;
-}
-
-// A copy of a record's files, to be damaged.
-class Copy
-{
-public:
-    explicit Copy(const Scene& scene)
-    {
-        for (const QFileInfo& file : QDir(scene.Out()).entryInfoList(QDir::Files)) {
-            base = file.completeBaseName();
-            directory.Write(file.fileName(), ReadBytes(file.filePath()));
-        }
-    }
-
-    QString Path(const QString& extension) const
-    {
-        return directory.Path(base + QLatin1Char('.') + extension);
-    }
-    QByteArray Bytes(const QString& extension) const { return ReadBytes(Path(extension)); }
-    void Write(const QString& extension, const QByteArray& bytes) const
-    {
-        QFile::remove(Path(extension));
-        directory.Write(base + QLatin1Char('.') + extension, bytes);
-    }
-    void Remove(const QString& extension) const { ASSERT_TRUE(QFile::remove(Path(extension))); }
-    QString Directory() const { return directory.Path(); }
-
-private:
-    TestDirectory directory;
-    QString base;
-};
-
-RecordState StateOf(const Scene& scene, const Copy& copy)
-{
-    return scene.Find(copy.Directory()).state;
-}
-
-bool IsThisRecordings(RecordState state)
-{
-    return state == RecordState::Same || state == RecordState::Own || state == RecordState::Unfinished;
 }
 
 // What the record of one recording is for another, both of the same form.

@@ -3,6 +3,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 
 #include <exception>
 
@@ -42,6 +43,20 @@ std::vector<Recording> SmallRecording()
     std::get<AnalogChannel>(second.sections[0]).samples = {5, 4, 3, 2, 1};
     std::get<DiscreteChannel>(second.sections[5]).changes = {{0, 1}, {900, 0}};
     return {first, second};
+}
+
+Segments LongRecording()
+{
+    Recording recording;
+    for (int channel = 0; channel < 4; ++channel) {
+        AnalogChannel analog{QStringLiteral("Q1:I%1").arg(channel), QStringLiteral("А"), {}};
+        for (int i = 0; i < 1000; ++i)
+            analog.samples.push_back(static_cast<int16_t>((i * (37 + channel) + channel) % 5000));
+        recording.Add(analog);
+    }
+    recording.Add(DiscreteChannel{QStringLiteral("Q1:x"), 0, {{0, 0}, {4000, 1}}});
+    recording.Add(DiscreteChannel{QStringLiteral("Q1:y"), 0, {{0, 1}, {9000, 0}}});
+    return {recording};
 }
 
 Scene::Scene(const QByteArray& deviceLines, const std::vector<recorderfile::Recording>& segments)
@@ -86,7 +101,7 @@ QString Scene::VerdictWith(const QString& extension, const QByteArray& bytes) co
     const QString path = Path(extension);
     const QByteArray before = ReadBytes(path);
     Replace(path, bytes);
-    const QString verdict = Verdict();
+    QString verdict = Verdict();
     Replace(path, before);
     return verdict;
 }
@@ -98,4 +113,35 @@ QString Scene::Path(const QString& extension) const
     if (names.size() != 1)
         qFatal("not exactly one .%s file", qPrintable(extension));
     return out.filePath(names.first());
+}
+
+Copy::Copy(const Scene& scene)
+{
+    for (const QFileInfo& file : QDir(scene.Out()).entryInfoList(QDir::Files)) {
+        base = file.completeBaseName();
+        directory.Write(file.fileName(), ReadBytes(file.filePath()));
+    }
+}
+
+void Copy::Write(const QString& extension, const QByteArray& bytes) const
+{
+    QFile::remove(Path(extension));
+    directory.Write(base + QLatin1Char('.') + extension, bytes);
+}
+
+void Copy::Remove(const QString& extension) const
+{
+    if (!QFile::remove(Path(extension)))
+        qFatal("cannot remove %s", qPrintable(Path(extension)));
+}
+
+verify::RecordState StateOf(const Scene& scene, const Copy& copy)
+{
+    return scene.Find(copy.Directory()).state;
+}
+
+bool IsThisRecordings(verify::RecordState state)
+{
+    using verify::RecordState;
+    return state == RecordState::Same || state == RecordState::Own || state == RecordState::Unfinished;
 }

@@ -28,6 +28,18 @@ const std::vector<Form>& AllForms();
 /// A recording of two segments with three analog and three state channels, five samples each.
 std::vector<recorderfile::Recording> SmallRecording();
 
+/// A recording of one file with four channels and two states that are long enough for parts of a hundred.
+std::vector<recorderfile::Recording> LongRecording();
+
+/// A section of a recording as a channel of its kind.
+template <class Channel>
+Channel& ChannelOf(recorderfile::Recording& recording, size_t section)
+{
+    return std::get<Channel>(recording.sections[section]);
+}
+
+using Segments = std::vector<recorderfile::Recording>;
+
 class Scene
 {
 public:
@@ -57,3 +69,28 @@ private:
     TestStation station;
     std::unique_ptr<verify::Verifier> verifier;
 };
+
+/// A copy of a record's files, to be damaged.
+class Copy
+{
+public:
+    explicit Copy(const Scene& scene);
+
+    QString Path(const QString& extension) const
+    {
+        return directory.Path(base + QLatin1Char('.') + extension);
+    }
+    QByteArray Bytes(const QString& extension) const { return ReadBytes(Path(extension)); }
+    void Write(const QString& extension, const QByteArray& bytes) const;
+    void Remove(const QString& extension) const;
+    QString Directory() const { return directory.Path(); }
+
+private:
+    TestDirectory directory;
+    QString base;
+};
+
+/// What the copy is for the recording of the scene.
+verify::RecordState StateOf(const Scene& scene, const Copy& copy);
+
+bool IsThisRecordings(verify::RecordState state);

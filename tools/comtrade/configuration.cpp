@@ -13,39 +13,6 @@ namespace comtrade {
 
 namespace {
 
-// What failure messages call the lines and fields; listed here for the translators, who do not see the calls.
-[[maybe_unused]] const char* const namesOfFields[] = {
-    QT_TRANSLATE_NOOP("comtrade", "station, device, revision"),
-    QT_TRANSLATE_NOOP("comtrade", "channel counts"),
-    QT_TRANSLATE_NOOP("comtrade", "channel count"),
-    QT_TRANSLATE_NOOP("comtrade", "an analog channel"),
-    QT_TRANSLATE_NOOP("comtrade", "a status channel"),
-    QT_TRANSLATE_NOOP("comtrade", "channel number"),
-    QT_TRANSLATE_NOOP("comtrade", "multiplier a"),
-    QT_TRANSLATE_NOOP("comtrade", "offset b"),
-    QT_TRANSLATE_NOOP("comtrade", "skew"),
-    QT_TRANSLATE_NOOP("comtrade", "minimum"),
-    QT_TRANSLATE_NOOP("comtrade", "maximum"),
-    QT_TRANSLATE_NOOP("comtrade", "primary factor"),
-    QT_TRANSLATE_NOOP("comtrade", "secondary factor"),
-    QT_TRANSLATE_NOOP("comtrade", "normal state"),
-    QT_TRANSLATE_NOOP("comtrade", "line frequency"),
-    QT_TRANSLATE_NOOP("comtrade", "number of rates"),
-    QT_TRANSLATE_NOOP("comtrade", "a sampling rate"),
-    QT_TRANSLATE_NOOP("comtrade", "rate"),
-    QT_TRANSLATE_NOOP("comtrade", "last sample"),
-    QT_TRANSLATE_NOOP("comtrade", "start time"),
-    QT_TRANSLATE_NOOP("comtrade", "trigger time"),
-    QT_TRANSLATE_NOOP("comtrade", "hour"),
-    QT_TRANSLATE_NOOP("comtrade", "minute"),
-    QT_TRANSLATE_NOOP("comtrade", "second"),
-    QT_TRANSLATE_NOOP("comtrade", "decimals of a second"),
-    QT_TRANSLATE_NOOP("comtrade", "data file type"),
-    QT_TRANSLATE_NOOP("comtrade", "time multiplier"),
-    QT_TRANSLATE_NOOP("comtrade", "time codes"),
-    QT_TRANSLATE_NOOP("comtrade", "time quality"),
-};
-
 // Reads the lines of a CFG text one by one. Every failure names the file and the line.
 class Lines
 {
@@ -58,38 +25,35 @@ public:
     }
 
     // The fields of the next line, at least as many as asked for, with surrounding blanks removed. `what` is
-    // one of namesOfFields here and below.
-    QStringList Next(int fewest, const char* what)
+    // the name of the line or field for people, here and below.
+    QStringList Next(int fewest, const QString& what)
     {
         if (next >= lines.size())
             throw Error(Tr("comtrade", "%1: ends after line %2, where %3 should follow")
                             .arg(fileName)
                             .arg(next)
-                            .arg(Tr("comtrade", what)));
+                            .arg(what));
         QStringList fields = lines[next++].split(QLatin1Char(','));
         if (fields.size() < fewest)
-            Fail(Tr("comtrade", "%1 needs %2 fields, there are %3")
-                     .arg(Tr("comtrade", what))
-                     .arg(fewest)
-                     .arg(fields.size()));
+            Fail(Tr("comtrade", "%1 needs %2 fields, there are %3").arg(what).arg(fewest).arg(fields.size()));
         for (QString& field : fields)
             field = field.trimmed();
         return fields;
     }
 
     // The same for a line whose number of fields is fixed.
-    QStringList NextExactly(int count, const char* what)
+    QStringList NextExactly(int count, const QString& what)
     {
         QStringList fields = Next(count, what);
         if (fields.size() > count)
             Fail(Tr("comtrade", "%1 has %2 fields, there are %3; does a name hold a comma?")
-                     .arg(Tr("comtrade", what))
+                     .arg(what)
                      .arg(count)
                      .arg(fields.size()));
         return fields;
     }
 
-    double Number(const QString& field, const char* what)
+    double Number(const QString& field, const QString& what)
     {
         bool ok = false;
         const double number = field.toDouble(&ok);
@@ -98,7 +62,7 @@ public:
         return number;
     }
 
-    qint64 Integer(const QString& field, const char* what)
+    qint64 Integer(const QString& field, const QString& what)
     {
         bool ok = false;
         const qint64 number = field.toLongLong(&ok);
@@ -115,9 +79,9 @@ public:
     int Left() const { return lines.size() - next; }
 
 private:
-    [[noreturn]] void NotANumber(const QString& field, const char* what) const
+    [[noreturn]] void NotANumber(const QString& field, const QString& what) const
     {
-        Fail(Tr("comtrade", "%1 is '%2', which is no number").arg(Tr("comtrade", what), field));
+        Fail(Tr("comtrade", "%1 is '%2', which is no number").arg(what, field));
     }
 
     QStringList lines;
@@ -127,7 +91,7 @@ private:
 
 void ReadStation(Lines& lines, Configuration& configuration)
 {
-    const QStringList fields = lines.Next(2, "station, device, revision");
+    const QStringList fields = lines.Next(2, Tr("comtrade", "station, device, revision"));
     configuration.station = fields[0];
     configuration.device = fields[1];
     if (fields.size() == 2)
@@ -147,7 +111,7 @@ size_t ChannelCount(Lines& lines, const QString& field, QChar letter)
 {
     if (!field.endsWith(letter, Qt::CaseInsensitive))
         lines.Fail(Tr("comtrade", "'%1' should be a number and %2").arg(field).arg(letter));
-    const qint64 count = lines.Integer(field.chopped(1), "channel count");
+    const qint64 count = lines.Integer(field.chopped(1), Tr("comtrade", "channel count"));
     if (count < 0 || count > lines.Left())
         lines.Fail(Tr("comtrade", "%1 channels, but only %2 lines follow").arg(count).arg(lines.Left()));
     return static_cast<size_t>(count);
@@ -155,9 +119,9 @@ size_t ChannelCount(Lines& lines, const QString& field, QChar letter)
 
 AnalogChannel ReadAnalog(Lines& lines)
 {
-    const QStringList fields = lines.NextExactly(13, "an analog channel");
+    const QStringList fields = lines.NextExactly(13, Tr("comtrade", "an analog channel"));
     AnalogChannel channel;
-    channel.number = static_cast<int>(lines.Integer(fields[0], "channel number"));
+    channel.number = static_cast<int>(lines.Integer(fields[0], Tr("comtrade", "channel number")));
     channel.name = fields[1];
     channel.phase = fields[2];
     channel.circuit = fields[3];
@@ -165,13 +129,13 @@ AnalogChannel ReadAnalog(Lines& lines)
     channel.aText = fields[5];
     channel.bText = fields[6];
     channel.skewText = fields[7];
-    channel.a = lines.Number(fields[5], "multiplier a");
-    channel.b = lines.Number(fields[6], "offset b");
-    channel.skew = fields[7].isEmpty() ? 0.0 : lines.Number(fields[7], "skew");
-    channel.min = lines.Number(fields[8], "minimum");
-    channel.max = lines.Number(fields[9], "maximum");
-    channel.primary = lines.Number(fields[10], "primary factor");
-    channel.secondary = lines.Number(fields[11], "secondary factor");
+    channel.a = lines.Number(fields[5], Tr("comtrade", "multiplier a"));
+    channel.b = lines.Number(fields[6], Tr("comtrade", "offset b"));
+    channel.skew = fields[7].isEmpty() ? 0.0 : lines.Number(fields[7], Tr("comtrade", "skew"));
+    channel.min = lines.Number(fields[8], Tr("comtrade", "minimum"));
+    channel.max = lines.Number(fields[9], Tr("comtrade", "maximum"));
+    channel.primary = lines.Number(fields[10], Tr("comtrade", "primary factor"));
+    channel.secondary = lines.Number(fields[11], Tr("comtrade", "secondary factor"));
     const QString side = fields[12].toUpper();
     if (side != QLatin1String("P") && side != QLatin1String("S"))
         lines.Fail(Tr("comtrade", "'%1' should be P or S").arg(fields[12]));
@@ -181,20 +145,21 @@ AnalogChannel ReadAnalog(Lines& lines)
 
 StateChannel ReadState(Lines& lines)
 {
-    const QStringList fields = lines.NextExactly(5, "a status channel");
+    const QStringList fields = lines.NextExactly(5, Tr("comtrade", "a status channel"));
     StateChannel channel;
-    channel.number = static_cast<int>(lines.Integer(fields[0], "channel number"));
+    channel.number = static_cast<int>(lines.Integer(fields[0], Tr("comtrade", "channel number")));
     channel.name = fields[1];
     channel.phase = fields[2];
     channel.circuit = fields[3];
-    channel.normalState = !fields[4].isEmpty() && lines.Integer(fields[4], "normal state") != 0;
+    channel.normalState =
+        !fields[4].isEmpty() && lines.Integer(fields[4], Tr("comtrade", "normal state")) != 0;
     return channel;
 }
 
 void ReadChannels(Lines& lines, Configuration& configuration)
 {
-    const QStringList fields = lines.NextExactly(3, "channel counts");
-    const qint64 total = lines.Integer(fields[0], "channel count");
+    const QStringList fields = lines.NextExactly(3, Tr("comtrade", "channel counts"));
+    const qint64 total = lines.Integer(fields[0], Tr("comtrade", "channel count"));
     const size_t analog = ChannelCount(lines, fields[1], QLatin1Char('A'));
     const size_t states = ChannelCount(lines, fields[2], QLatin1Char('D'));
     if (total != static_cast<qint64>(analog) + static_cast<qint64>(states))
@@ -207,15 +172,18 @@ void ReadChannels(Lines& lines, Configuration& configuration)
 
 void ReadRates(Lines& lines, Configuration& configuration)
 {
-    const QString frequency = lines.NextExactly(1, "line frequency")[0];
-    configuration.lineFrequency = frequency.isEmpty() ? 0.0 : lines.Number(frequency, "line frequency");
-    const qint64 count = lines.Integer(lines.NextExactly(1, "number of rates")[0], "number of rates");
+    const QString frequency = lines.NextExactly(1, Tr("comtrade", "line frequency"))[0];
+    configuration.lineFrequency =
+        frequency.isEmpty() ? 0.0 : lines.Number(frequency, Tr("comtrade", "line frequency"));
+    const qint64 count = lines.Integer(lines.NextExactly(1, Tr("comtrade", "number of rates"))[0],
+                                       Tr("comtrade", "number of rates"));
     if (count < 0 || count > lines.Left())
         lines.Fail(Tr("comtrade", "%1 rates, but only %2 lines follow").arg(count).arg(lines.Left()));
     // Without a constant rate there is still one line, which gives the number of samples.
     for (qint64 i = 0; i < std::max<qint64>(count, 1); ++i) {
-        const QStringList fields = lines.NextExactly(2, "a sampling rate");
-        const SampleRate rate = {lines.Number(fields[0], "rate"), lines.Integer(fields[1], "last sample")};
+        const QStringList fields = lines.NextExactly(2, Tr("comtrade", "a sampling rate"));
+        const SampleRate rate = {lines.Number(fields[0], Tr("comtrade", "rate")),
+                                 lines.Integer(fields[1], Tr("comtrade", "last sample"))};
         const qint64 before = configuration.rates.empty() ? 0 : configuration.rates.back().lastSample;
         if (!(rate.hertz >= 0) || !std::isfinite(rate.hertz) || rate.lastSample < before)
             lines.Fail(Tr("comtrade", "the rate or its last sample is out of range"));
@@ -229,7 +197,7 @@ qint64 Nanoseconds(const QString& digits)
     return digits.leftJustified(9, QLatin1Char('0'), true).toLongLong();
 }
 
-TimeStamp ReadStamp(Lines& lines, const char* what)
+TimeStamp ReadStamp(Lines& lines, const QString& what)
 {
     const QStringList fields = lines.NextExactly(2, what);
     const QStringList date = fields[0].split(QLatin1Char('/'));
@@ -241,11 +209,11 @@ TimeStamp ReadStamp(Lines& lines, const char* what)
     const QString seconds = clock[2].section(QLatin1Char('.'), 0, 0);
     const QString decimals = clock[2].section(QLatin1Char('.'), 1);
     stamp.decimals = decimals.size();
-    const qint64 hour = lines.Integer(clock[0], "hour");
-    const qint64 minute = lines.Integer(clock[1], "minute");
-    const qint64 second = lines.Integer(seconds, "second");
+    const qint64 hour = lines.Integer(clock[0], Tr("comtrade", "hour"));
+    const qint64 minute = lines.Integer(clock[1], Tr("comtrade", "minute"));
+    const qint64 second = lines.Integer(seconds, Tr("comtrade", "second"));
     const qint64 nanoseconds =
-        decimals.isEmpty() ? 0 : lines.Integer(decimals.left(9), "decimals of a second");
+        decimals.isEmpty() ? 0 : lines.Integer(decimals.left(9), Tr("comtrade", "decimals of a second"));
     if (!stamp.date.isValid() || hour < 0 || hour > 23 || minute < 0 || minute > 59 || second < 0 ||
         second > 60 || nanoseconds < 0)
         lines.Fail(Tr("comtrade", "'%1,%2' is no date and time").arg(fields[0], fields[1]));
@@ -266,7 +234,7 @@ constexpr std::array<NamedType, 4> DataTypes = {{{"ASCII", DataType::Ascii},
 
 DataType ReadDataType(Lines& lines)
 {
-    const QString name = lines.NextExactly(1, "data file type")[0];
+    const QString name = lines.NextExactly(1, Tr("comtrade", "data file type"))[0];
     for (const NamedType& row : DataTypes) {
         if (name.compare(QLatin1String(row.name), Qt::CaseInsensitive) == 0)
             return row.type;
@@ -276,10 +244,10 @@ DataType ReadDataType(Lines& lines)
 
 void ReadClock(Lines& lines, Configuration& configuration)
 {
-    const QStringList codes = lines.NextExactly(2, "time codes");
+    const QStringList codes = lines.NextExactly(2, Tr("comtrade", "time codes"));
     configuration.timeCode = codes[0];
     configuration.localCode = codes[1];
-    const QStringList quality = lines.NextExactly(2, "time quality");
+    const QStringList quality = lines.NextExactly(2, Tr("comtrade", "time quality"));
     configuration.timeQuality = quality[0];
     configuration.leapSecond = quality[1];
 }
@@ -311,11 +279,11 @@ Configuration ParseConfiguration(const QByteArray& text, const QString& fileName
     ReadStation(lines, configuration);
     ReadChannels(lines, configuration);
     ReadRates(lines, configuration);
-    configuration.start = ReadStamp(lines, "start time");
-    configuration.trigger = ReadStamp(lines, "trigger time");
+    configuration.start = ReadStamp(lines, Tr("comtrade", "start time"));
+    configuration.trigger = ReadStamp(lines, Tr("comtrade", "trigger time"));
     configuration.dataType = ReadDataType(lines);
-    const QString multiplier = lines.NextExactly(1, "time multiplier")[0];
-    configuration.timeMultiplier = lines.Number(multiplier, "time multiplier");
+    const QString multiplier = lines.NextExactly(1, Tr("comtrade", "time multiplier"))[0];
+    configuration.timeMultiplier = lines.Number(multiplier, Tr("comtrade", "time multiplier"));
     if (configuration.revision == Revision::R2013)
         ReadClock(lines, configuration);
     return configuration;

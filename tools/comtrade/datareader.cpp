@@ -141,7 +141,7 @@ DataReader::DataReader(const QString& path, qint64 offset, qint64 length, const 
     left = length >= 0 ? length : file.size() - offset;
     const size_t longest = configuration.dataType == DataType::Ascii ? LongestLine(configuration)
                                                                      : BinaryRecordSize(configuration);
-    buffer.resize(std::max(BlockSize, longest));
+    buffer.resize(std::max(std::min(BlockSize, static_cast<size_t>(std::max<qint64>(left, 0))), longest));
 }
 
 void DataReader::Fail(const QString& what) const

@@ -1,5 +1,6 @@
 #include "dictionary/draft.h"
 
+#include "config/QSettingsRu.h"
 #include "config/deviceinikeys.h"
 #include "text/texts.h"
 
@@ -39,11 +40,6 @@ QString Harmless(QString text)
             character = QLatin1Char('-');
     }
     return text;
-}
-
-QString Number(const char* prefix, int number)
-{
-    return QString::asprintf("%s%02d", prefix, number);
 }
 
 // What is left to be decided by a person.
@@ -94,14 +90,15 @@ const Kind Discrete = {
         return std::vector<QString>{guess.equipmentGroup, guess.deviceGroup, guess.statusType};
     }};
 
-QString EntryLine(const Kind& kind, int number, const Signal& signal, const Levels& levels)
+QString EntryLine(const Kind& kind, unsigned int number, const Signal& signal, const Levels& levels)
 {
     const Guess guess = kind.guess(signal, levels);
     const std::vector<QString> codes = kind.codes(guess);
     const QStringList doubts = Doubts(guess, codes);
     const bool complete =
         std::none_of(codes.begin(), codes.end(), [](const QString& code) { return code.isEmpty(); });
-    QString line = Number(kind.prefix, number) + QLatin1Char('=') + signal.name;
+    QString line =
+        QSettingsRu::NumberedKey(QLatin1String(kind.prefix), number) + QLatin1Char('=') + signal.name;
     if (complete)
         line += QLatin1Char(',') + kind.parameters(guess);
     line += QStringLiteral(" ; ") + Tr("dictionary", "guess");
@@ -116,7 +113,7 @@ void AddEntries(const Kind& kind, const std::vector<Signal>& channels, const Lev
 {
     QStringList entries;
     QSet<QString> seen;
-    int number = 0;
+    unsigned int number = 0;
     for (const Signal& signal : channels) {
         const QString obstacle = Obstacle(signal.name);
         if (!obstacle.isEmpty()) {
@@ -148,8 +145,8 @@ void AddBays(const std::vector<Signal>& channels, QStringList& lines)
     }
     lines << QStringLiteral("nBayMax=%1").arg(names.size());
     for (int i = 0; i < names.size(); ++i)
-        lines << Number("BAY", i + 1) + QLatin1Char('=') + names[i] + QLatin1Char(',') + names[i] +
-                     QStringLiteral(" ; ") +
+        lines << QSettingsRu::NumberedKey(QStringLiteral("BAY"), static_cast<unsigned int>(i) + 1) +
+                     QLatin1Char('=') + names[i] + QLatin1Char(',') + names[i] + QStringLiteral(" ; ") +
                      Tr("dictionary",
                         "guess: the text to show, and after a comma the circuit of its voltages");
 }

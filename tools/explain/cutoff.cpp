@@ -24,14 +24,6 @@ QString Bytes(qint64 count)
     return QLocale(QLocale::English).toString(count).replace(QLatin1Char(','), Tr("file", ","));
 }
 
-const QTextCodec* CodecOf(const ZuFileHeader& header)
-{
-    const QTextCodec* cp866 = QTextCodec::codecForName("CP866");
-    const bool fits =
-        cp866->toUnicode(header.title, sizeof header.title).startsWith(QStringLiteral("Данные "));
-    return fits ? cp866 : QTextCodec::codecForName("CP1251");
-}
-
 class Walk
 {
 public:
@@ -46,8 +38,8 @@ public:
         if (!Read(file, header))
             return Tr("file", "cut off: %1 of at least %2 bytes, in its header")
                 .arg(Bytes(file.size()), Bytes(sizeof header));
-        const QTextCodec* codec = CodecOf(header);
-        for (int section = 0; section < header.channelCount; ++section) {
+        const QTextCodec* codec = zu::CodecOfTitle(header.title);
+        for (int section = 0; codec != nullptr && section < header.channelCount; ++section) {
             const bool isLast = section + 1 == header.channelCount;
             QString text = OfSection(section, header.channelCount, isLast, codec);
             if (!text.isEmpty() || !isSound)

@@ -7,12 +7,12 @@
 #include "text/reasons.h"
 #include "text/texts.h"
 
+#include "recording/fieldtext.h"
 #include "recording/zufilelayout.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QTextCodec>
 
 #include <algorithm>
 #include <cerrno>
@@ -76,16 +76,12 @@ bool Agrees(const QByteArray& bytes, int place, const QByteArray& text)
     return bytes.mid(place, text.size()) == text.left(std::max(0, bytes.size() - place));
 }
 
-// "Данные ", as a recorder writes it.
+// The file may end before its title does.
 bool HasTitle(const QByteArray& bytes)
 {
-    const QString title = QStringLiteral("Данные ");
-    for (const char* codePage : {"CP866", "CP1251"}) {
-        if (Agrees(bytes, offsetof(ZuFileHeader, title),
-                   QTextCodec::codecForName(codePage)->fromUnicode(title)))
-            return true;
-    }
-    return false;
+    constexpr int place = offsetof(ZuFileHeader, title);
+    return Agrees(bytes, place, zu::CodecCP866->fromUnicode(zu::TitleStart())) ||
+           Agrees(bytes, place, zu::CodecCP1251->fromUnicode(zu::TitleStart()));
 }
 
 bool IsRecordingsBeginning(const QByteArray& bytes)
@@ -131,14 +127,13 @@ QString OtherKindByName(const QString& path)
         if (configuration.isEmpty())
             return Tr("file", "it is a part of a COMTRADE record, not a recording (.ZU); 'zucmtr info' and "
                               "'zucmtr view' take the record's .cfg file, which is not beside it");
-        return Tr("file",
-                  "it is a part of a COMTRADE record, not a recording (.ZU); 'zucmtr info' and 'zucmtr "
-                  "view' take its configuration '%1'")
+        return Tr("file", "it is a part of a COMTRADE record, not a recording (.ZU); 'zucmtr info' and "
+                          "'zucmtr view' take its configuration '%1'")
             .arg(configuration);
     }
     if (extension == QLatin1String("ini"))
-        return Tr("file", "it is an ini file, not a recording; name it by --ini, or look at it with "
-                          "'zucmtr check'");
+        return Tr("file",
+                  "it is an ini file, not a recording; name it by --ini, or look at it with 'zucmtr check'");
     return QString();
 }
 
@@ -154,8 +149,9 @@ QString OtherKind(const QString& path, const QByteArray& beginning)
     if (!extension.isEmpty())
         return Tr("file", "it is no recording: its content is a COMTRADE record's; give it the extension %1")
             .arg(extension);
-    return Tr("file", "it is no recording: it does not start like a recorder's file; give a recording's "
-                      "first file (.ZU)");
+    return Tr(
+        "file",
+        "it is no recording: it does not start like a recorder's file; give a recording's first file (.ZU)");
 }
 
 } // namespace

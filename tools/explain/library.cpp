@@ -26,15 +26,16 @@ const Meaning Meanings[] = {
     {"Ошибка записи в [%1]",
      QT_TRANSLATE_NOOP("library", "'%1' cannot be written; check the free space and the permissions")},
     {"чтение файла, ошибка выделения памяти",
-     QT_TRANSLATE_NOOP("library", "there is not enough memory; give more by --max-memory, or convert fewer "
-                                  "recordings at once")},
+     QT_TRANSLATE_NOOP(
+         "library",
+         "there is not enough memory; give more by --max-memory, or convert fewer recordings at once")},
 
     {"Ошибка при чтении файла [ZuFileHeader]",
      QT_TRANSLATE_NOOP("library", "the file ends within its header; was the copy interrupted?")},
     {"Ошибка при чтении файла [ZuFileSectionHeader]",
-     QT_TRANSLATE_NOOP("library",
-                       "the file ends before all the channels that its header promises; was the copy "
-                       "interrupted?")},
+     QT_TRANSLATE_NOOP(
+         "library",
+         "the file ends before all the channels that its header promises; was the copy interrupted?")},
     {"Ошибка формата файла [Ver]",
      QT_TRANSLATE_NOOP("library", "it is no recording: it does not start like a recorder's file; give a "
                                   "recording's first file (.ZU)")},

@@ -125,9 +125,8 @@ void CheckCount(Description& description, qint64 wanted, qint64 found)
 {
     if (found < wanted)
         description.Fail(reason::SamplesLacking,
-                         Tr("info",
-                            "the configuration says %1 samples, the data hold only %2: their end is lost; "
-                            "copy the record again from where it was made")
+                         Tr("info", "the configuration says %1 samples, the data hold only %2: their end is "
+                                    "lost; copy the record again from where it was made")
                              .arg(wanted)
                              .arg(found));
     if (found > wanted)

@@ -7,23 +7,17 @@
 #include "info/values.h"
 
 #include "base/chainnames.h"
-#include "base/codecs.h"
 #include "device/zucmtrdevparam.h"
 #include "preparation/segmentchain.h"
 #include "recording/anchanneldata.h"
 #include "recording/dichanneldata.h"
+#include "recording/fieldtext.h"
 #include "recording/zufileformat.h"
 #include "resorter/ResorterZuCmtrConv.h"
 #include "text/texts.h"
 
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QTextCodec>
-
-#include <cstring>
-#include <exception>
-#include <limits>
 
 namespace info {
 
@@ -142,10 +136,8 @@ Table DiscreteTable(const ZuFileFormat& first, const std::vector<qint64>& change
 // The recorder's code page, as the title shows it.
 QString CodePage(const ZuFileFormat& file)
 {
-    static const QByteArray inCp1251 = zu::CodecCP1251->fromUnicode(QStringLiteral("Данные"));
-    const bool windows =
-        std::memcmp(file.Header.title, inCp1251.constData(), static_cast<size_t>(inCp1251.size())) == 0;
-    return windows ? QStringLiteral("Windows-1251") : QStringLiteral("CP866");
+    return zu::CodecOfTitle(file.Header.title) == zu::CodecCP1251 ? QStringLiteral("Windows-1251")
+                                                                  : QStringLiteral("CP866");
 }
 
 void AddStart(Description& description, ZuFileFormat& first, ZuCmtrDevParam& device)
@@ -155,9 +147,8 @@ void AddStart(Description& description, ZuFileFormat& first, ZuCmtrDevParam& dev
     try {
         first.ParseComment(&device);
     } catch (const std::out_of_range&) {
-        description.notes << Tr("info",
-                                "the start comment has two values instead of three: the library gives up "
-                                "such a recording with an exception");
+        description.notes << Tr("info", "the start comment has two values instead of three: the library "
+                                        "gives up such a recording with an exception");
         return;
     }
     description.Add(QStringLiteral("startCondition"), Tr("info", "Condition"), first.StartCondition);
@@ -177,11 +168,11 @@ void AddMoments(Description& description, const ZuFileFormat& first)
 void NoteLoss(Description& description, qint64 written, qint64 total)
 {
     if (written < total)
-        description.notes << Tr("info",
-                                "by the durations in the headers of its files, its record will hold %1 "
-                                "of the %2 samples")
-                                 .arg(written)
-                                 .arg(total);
+        description.notes
+            << Tr("info",
+                  "by the durations in the headers of its files, its record will hold %1 of the %2 samples")
+                   .arg(written)
+                   .arg(total);
 }
 
 void DescribeChain(Description& description, const QString& path)
@@ -248,9 +239,8 @@ void DescribeRecording(Description& description)
         DescribeChain(description, path);
     } catch (const std::out_of_range&) {
         description.Fail(reason::RecordingInconsistent,
-                         Tr("info",
-                            "its files have analog channels and no discrete one, so that they cannot be "
-                            "compared; the library gives up such a recording with an exception"));
+                         Tr("info", "its files have analog channels and no discrete one, so that they cannot "
+                                    "be compared; the library gives up such a recording with an exception"));
     }
     if (!description.error.isEmpty() && description.facts.empty() && explain::BeginsAsRecording(path))
         AddRemains(description, path);

@@ -5,7 +5,6 @@
 #include "inicheck/inilines.h"
 
 #include <QString>
-#include <QStringList>
 
 namespace inicheck {
 

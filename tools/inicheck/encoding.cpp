@@ -6,7 +6,6 @@
 
 #include <QFile>
 #include <QSet>
-#include <QStringList>
 #include <QTextCodec>
 #include <QTextStream>
 
@@ -97,13 +96,12 @@ QString EncodingText(const Encoding& encoding)
 {
     const QString name = QLatin1String(encoding.name);
     if (encoding.isRecognised)
-        return Tr("check", "it is in %1, not in UTF-8; the converter reads it correctly because of its byte "
-                           "order mark, but "
-                           "other programs may not; rewrite it: iconv -f %1 -t UTF-8 old.ini > new.ini")
+        return Tr("check",
+                  "it is in %1, not in UTF-8; the converter reads it correctly because of its byte order "
+                  "mark, but other programs may not; rewrite it: iconv -f %1 -t UTF-8 old.ini > new.ini")
             .arg(name);
     return Tr("check", "it is in %1, not in UTF-8; the converter takes it as UTF-8 and finds none of its "
-                       "keys, so that "
-                       "no section loads; rewrite it: iconv -f %1 -t UTF-8 old.ini > new.ini")
+                       "keys, so that no section loads; rewrite it: iconv -f %1 -t UTF-8 old.ini > new.ini")
         .arg(name);
 }
 

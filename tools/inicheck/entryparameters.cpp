@@ -54,12 +54,10 @@ bool EntryParameters::CheckOne(const IniLine& line, const QString& parameters,
     }
     if (parameter.codes.contains(AsTheConverter(parameter, value)))
         return true;
-    const QString nearest = Nearest(value, parameter.codes);
-    QString text = Tr("check", "'%1=%2' is not known, so its channel stays unsorted; give one of %3")
-                       .arg(name, value, parameter.codes.join(QLatin1String(", ")));
-    if (!nearest.isEmpty())
-        text += Tr("check", "; is '%1' meant?").arg(nearest);
-    findings.push_back(AboutEntry(line, Severity::Warning, reason::UnknownCode, text));
+    const QString text = Tr("check", "'%1=%2' is not known, so its channel stays unsorted; give one of %3")
+                             .arg(name, value, parameter.codes.join(QLatin1String(", ")));
+    findings.push_back(AboutEntry(line, Severity::Warning, reason::UnknownCode,
+                                  text + MeantText(Nearest(value, parameter.codes))));
     return false;
 }
 
@@ -73,11 +71,9 @@ void EntryParameters::CheckWords(const IniLine& line, const QString& parameters)
         const QString name = word.left(equals);
         if (equals <= 0 || known.contains(name))
             continue;
-        const QString nearest = Nearest(name, known);
-        QString text = Tr("check", "'%1=' is ignored").arg(name);
-        if (!nearest.isEmpty())
-            text += Tr("check", "; is '%1' meant?").arg(nearest);
-        findings.push_back(AboutEntry(line, Severity::Warning, reason::UnknownParameter, text));
+        const QString text = Tr("check", "'%1=' is ignored").arg(name);
+        findings.push_back(AboutEntry(line, Severity::Warning, reason::UnknownParameter,
+                                      text + MeantText(Nearest(name, known))));
     }
 }
 

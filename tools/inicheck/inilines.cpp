@@ -1,12 +1,11 @@
 #include "inicheck/inilines.h"
 
+#include "base/codecs.h"
 #include "explain/system.h"
-#include "service/zucmtrconverter.h"
 #include "text/error.h"
 #include "text/texts.h"
 
 #include <QFile>
-#include <QStringList>
 #include <QTextCodec>
 #include <QTextStream>
 
@@ -48,7 +47,7 @@ IniLines::IniLines(const QString& path)
         badlyEncoded = NotUtf8(bytes);
     file.seek(0);
     QTextStream stream(&file);
-    stream.setCodec(ZuCmtrConverter::codecIni);
+    stream.setCodec(zu::CodecIni);
     IniLine line;
     while (zu::ReadIniLine(stream, line)) {
         if (line.kind == LineKind::Entry) {

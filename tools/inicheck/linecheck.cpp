@@ -26,21 +26,20 @@ void CheckSection(const IniLines& ini, const IniLine& line, Findings& findings)
              Tr("check", "the blanks belong to the section's name '%1'; take them out").arg(line.section)});
     const int first = ini.LineOfSection(line.section);
     if (first != line.number)
-        findings.push_back(
-            {line.number, Severity::Warning, reason::SectionTwice,
-             Tr("check", "section [%1] starts in line %2 already; both are one, and of equal keys the last "
-                         "counts: put them together")
-                 .arg(line.section, QString::number(first))});
+        findings.push_back({line.number, Severity::Warning, reason::SectionTwice,
+                            Tr("check", "section [%1] starts in line %2 already; both are one, and of equal "
+                                        "keys the last counts: put them together")
+                                .arg(line.section, QString::number(first))});
 }
 
 void CheckEntry(const IniLines& ini, const IniLine& line, Findings& findings)
 {
     const IniLine* counting = ini.Find(line.section, line.key);
     if (counting != &line && !IsComment(line))
-        findings.push_back({line.number, Severity::Warning, reason::KeyTwice,
-                            Tr("check", "ignored: '%1' is in line %2 again, and the last one counts; take "
-                                        "one of them out")
-                                .arg(line.key, QString::number(counting->number))});
+        findings.push_back(
+            {line.number, Severity::Warning, reason::KeyTwice,
+             Tr("check", "ignored: '%1' is in line %2 again, and the last one counts; take one of them out")
+                 .arg(line.key, QString::number(counting->number))});
     if (line.value.size() > 1 && line.value.startsWith(QLatin1Char('"')) &&
         line.value.endsWith(QLatin1Char('"')))
         findings.push_back(
@@ -53,11 +52,11 @@ void CheckStray(const IniLine& line, Findings& findings)
     if (IsComment(line))
         return;
     const bool entry = line.kind == LineKind::Outside;
-    findings.push_back(
-        {line.number, Severity::Warning, entry ? reason::LineOutsideSection : reason::StrayLine,
-         entry ? Tr("check", "ignored: it comes before the first section; move it into one")
-               : Tr("check", "ignored: it is neither a section nor 'key = value'; start it with ';' if it is "
-                             "a comment")});
+    findings.push_back({line.number, Severity::Warning,
+                        entry ? reason::LineOutsideSection : reason::StrayLine,
+                        entry ? Tr("check", "ignored: it comes before the first section; move it into one")
+                              : Tr("check", "ignored: it is neither a section nor 'key = value'; start it "
+                                            "with ';' if it is a comment")});
 }
 
 } // namespace
@@ -75,10 +74,11 @@ void CheckLines(const IniLines& ini, Findings& findings)
                             Tr("check", "it is not UTF-8, its letters are lost; save the file in UTF-8")});
     for (const IniLine& line : ini.All()) {
         if (LooksLikeSection(line))
-            findings.push_back({line.number, Severity::Warning, reason::BrokenHeading,
-                                Tr("check", "it opens no section, as ']' is not its last character: what "
-                                            "follows belongs to [%1]")
-                                    .arg(line.section)});
+            findings.push_back(
+                {line.number, Severity::Warning, reason::BrokenHeading,
+                 Tr("check",
+                    "it opens no section, as ']' is not its last character: what follows belongs to [%1]")
+                     .arg(line.section)});
         else if (line.kind == LineKind::Section)
             CheckSection(ini, line, findings);
         else if (line.kind == LineKind::Entry)
@@ -92,17 +92,17 @@ void CheckRecordText(int line, const QString& what, const QString& text, Finding
 {
     if (text.contains(QLatin1Char(',')) || text.contains(QLatin1Char('\n')) ||
         text.contains(QLatin1Char('\r')))
-        findings.push_back({line, Severity::Error, reason::CommaInText,
-                            Tr("check", "%1 '%2' holds a comma or a line end: no program opens a record "
-                                        "with it; take it out")
-                                .arg(what, text)});
+        findings.push_back(
+            {line, Severity::Error, reason::CommaInText,
+             Tr("check",
+                "%1 '%2' holds a comma or a line end: no program opens a record with it; take it out")
+                 .arg(what, text)});
     static const QRegularExpression place(QStringLiteral("%L?[0-9]"));
     if (place.match(text).hasMatch())
-        findings.push_back(
-            {line, Severity::Error, reason::PercentInText,
-             Tr("check", "%1 '%2' holds a '%' with a digit, which is replaced by another value "
-                         "when the record is written; take it out")
-                 .arg(what, text)});
+        findings.push_back({line, Severity::Error, reason::PercentInText,
+                            Tr("check", "%1 '%2' holds a '%' with a digit, which is replaced by another "
+                                        "value when the record is written; take it out")
+                                .arg(what, text)});
 }
 
 } // namespace inicheck

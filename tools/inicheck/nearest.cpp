@@ -1,5 +1,7 @@
 #include "inicheck/nearest.h"
 
+#include "text/texts.h"
+
 #include <algorithm>
 #include <numeric>
 #include <vector>
@@ -56,6 +58,11 @@ QString Nearest(const QString& word, const QStringList& known)
         }
     }
     return nearest;
+}
+
+QString MeantText(const QString& nearest)
+{
+    return nearest.isEmpty() ? QString() : Tr("check", "; is '%1' meant?").arg(nearest);
 }
 
 } // namespace inicheck

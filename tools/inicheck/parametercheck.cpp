@@ -121,10 +121,8 @@ private:
                 continue;
             const QString latin = WithLatinLetters(key);
             const QString nearest = IsDictionaryKey(latin) ? latin : Nearest(key, known);
-            QString text = Tr("check", "ignored: there is no key '%1'").arg(key);
-            if (!nearest.isEmpty())
-                text += Tr("check", "; is '%1' meant?").arg(nearest);
-            Say(line->number, Severity::Warning, reason::UnknownKey, text);
+            Say(line->number, Severity::Warning, reason::UnknownKey,
+                Tr("check", "ignored: there is no key '%1'").arg(key) + MeantText(nearest));
         }
     }
 

@@ -3,7 +3,6 @@
 #include "recorderfile/compress.h"
 #include "recording/zufilelayout.h"
 
-#include <QDir>
 #include <QFile>
 #include <QTextCodec>
 
@@ -174,14 +173,6 @@ bool WriteFile(const QString& path, const QByteArray& bytes)
 {
     QFile file(path);
     return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.flush();
-}
-
-bool WriteFiles(const QString& directory, const std::vector<NamedFile>& files)
-{
-    const QDir target(directory);
-    return std::all_of(files.begin(), files.end(), [&](const NamedFile& file) {
-        return WriteFile(target.filePath(file.name), file.bytes);
-    });
 }
 
 } // namespace recorderfile

@@ -121,7 +121,4 @@ QByteArray Encode(const Recording& recording);
 // Writes a file in one piece. False if it cannot be opened or written whole.
 bool WriteFile(const QString& path, const QByteArray& bytes);
 
-// Writes the files into an existing directory. False at the first file that cannot be written.
-bool WriteFiles(const QString& directory, const std::vector<NamedFile>& files);
-
 } // namespace recorderfile

@@ -203,13 +203,4 @@ std::vector<NamedFile> MakeFiles(const StationOptions& options, StartKind start)
     return files;
 }
 
-std::vector<NamedFile> MakeAllFiles(const StationOptions& options)
-{
-    std::vector<NamedFile> files;
-    for (const StartKind start : PossibleStarts(options))
-        for (NamedFile& file : MakeFiles(options, start))
-            files.push_back(std::move(file));
-    return files;
-}
-
 } // namespace station

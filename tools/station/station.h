@@ -7,8 +7,9 @@
 //
 //     StationOptions options;
 //     options.segments = 3;
-//     WriteFiles(directory, MakeFiles(options, StartKind::PositiveSequence));
 //     WriteFile(iniPath, MakeIni(options).toUtf8());
+//     for (const NamedFile& file : MakeFiles(options, StartKind::PositiveSequence))
+//         WriteFile(directory.filePath(file.name), file.bytes);
 #pragma once
 
 #include "recorderfile/recorderfile.h"
@@ -65,9 +66,6 @@ std::vector<recorderfile::Recording> MakeRecording(const StationOptions& options
 
 // The recording's files: Vostochnaya_000123.ZU and its continuations; the number shows the kind of start.
 std::vector<recorderfile::NamedFile> MakeFiles(const StationOptions& options, StartKind start);
-
-// The files of one recording for each possible kind of start.
-std::vector<recorderfile::NamedFile> MakeAllFiles(const StationOptions& options);
 
 // Text of the ini file: the defaults, the device, and the sorting dictionary of all its channels and bays.
 QString MakeIni(const StationOptions& options);

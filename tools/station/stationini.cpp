@@ -2,6 +2,7 @@
 
 #include "station/station.h"
 
+#include "config/QSettingsRu.h"
 #include "config/deviceinikeys.h"
 
 #include <QTextStream>
@@ -87,9 +88,9 @@ template <typename Entry>
 void WriteFamily(QTextStream& out, const char* bound, const char* letters, const std::vector<Entry>& entries)
 {
     out << bound << '=' << entries.size() << '\n';
-    int number = 0;
+    unsigned int number = 0;
     for (const Entry& entry : entries)
-        out << letters << QString::asprintf("%02d", ++number) << '=' << EntryOf(entry) << '\n';
+        out << QSettingsRu::NumberedKey(QLatin1String(letters), ++number) << '=' << EntryOf(entry) << '\n';
 }
 
 void WriteDeviceKeys(QTextStream& out, const QMap<QString, QString>& further)

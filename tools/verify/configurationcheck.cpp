@@ -8,8 +8,7 @@
 #include "verify/mismatch.h"
 #include "verify/source.h"
 #include "verify/stamp.h"
-
-#include <QTextCodec>
+#include "verify/textwalk.h"
 
 #include <initializer_list>
 
@@ -27,20 +26,20 @@ struct Field
 class Lines
 {
 public:
-    Lines(const QByteArray& bytes_, const Device& device_, const QString& fileName_)
-        : bytes(bytes_), device(device_), fileName(fileName_)
+    Lines(const QByteArray& bytes, const Device& device, const QString& fileName_)
+        : text(bytes, fileName_, "\n", device), fileName(fileName_)
     {}
 
     // The next line must have these fields. subject says what they belong to, and may be empty.
     void Line(const QString& subject, std::initializer_list<Field> fields)
     {
-        const QStringList found = Take();
+        const QStringList found = text.TakeLine().split(QLatin1Char(','));
         const QString place = QLatin1Char('\'') + fileName +
                               (subject.isEmpty() ? QStringLiteral("'") : QStringLiteral("', ") + subject);
         if (found.size() != static_cast<int>(fields.size()))
             throw Mismatch(Tr("verify", "%1: line %2 has %3 fields in place of %4")
                                .arg(place)
-                               .arg(number)
+                               .arg(text.LinesTaken())
                                .arg(found.size())
                                .arg(fields.size()));
         int index = 0;
@@ -48,34 +47,11 @@ public:
             ExpectSame(place + QLatin1String(", ") + field.name, found[index++].trimmed(), field.expected);
     }
 
-    void End() const
-    {
-        if (position != bytes.size())
-            throw Mismatch(Tr("verify", "'%1' goes on after line %2, which should be its last")
-                               .arg(fileName)
-                               .arg(number));
-    }
+    void End() const { text.End(); }
 
 private:
-    QStringList Take()
-    {
-        ++number;
-        const int end = bytes.indexOf('\n', position);
-        if (end < 0)
-            throw Mismatch(
-                Tr("verify", "'%1' ends within line %2 or before it; free the disk, then convert again")
-                    .arg(fileName)
-                    .arg(number));
-        const QString line = device.Codec().toUnicode(bytes.mid(position, end - position));
-        position = end + 1;
-        return line.split(QLatin1Char(','));
-    }
-
-    const QByteArray& bytes;
-    const Device& device;
+    TextWalk text;
     const QString fileName;
-    int position = 0;
-    int number = 0; // of the last line taken, from 1
 };
 
 void CheckStation(Lines& lines, const Source& source)

@@ -1,6 +1,5 @@
 // The data of a record, record by record.
 #include "device/zucmtrdevparam.h"
-#include "recording/zufileformat.h"
 #include "text/texts.h"
 #include "verify/checks.h"
 #include "verify/device.h"

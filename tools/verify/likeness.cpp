@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <memory>
 #include <numeric>
 
 namespace verify {
@@ -37,22 +38,21 @@ qint32 CodeOf(double found)
                                                                            : NoCode;
 }
 
-comtrade::Configuration ChannelsOf(const Source& source, comtrade::DataType type)
+// The places of data, and how they are to be read.
+struct Places
 {
-    comtrade::Configuration configuration;
-    configuration.analog.resize(source.AnalogCount());
-    configuration.states.resize(source.StateCount());
-    configuration.dataType = type;
-    return configuration;
-}
+    DataPlaces places;
+    comtrade::DataType type;
+    bool torn; // there is a hole before each place, and nothing but whole records in it
+};
 
 // The readable records of the data, each with the record of the recording that has its number.
 class Pairs
 {
 public:
-    Pairs(const DataPlace& place, comtrade::DataType type, const Source& source)
-        : configuration(ChannelsOf(source, type)), data(place.path, place.begin, place.size, configuration),
-          isText(type == comtrade::DataType::Ascii), total(source.TotalSamples()), rows(source)
+    Pairs(const Places& data_, const Source& source)
+        : data(data_), configuration(ChannelsOf(source, data_.type)), total(source.TotalSamples()),
+          rows(source)
     {}
 
     bool Next()
@@ -64,9 +64,13 @@ public:
             }
             if (IsInItsPlace())
                 return true;
+            hasOthers = true;
         }
         return false;
     }
+
+    // Whether there were bytes that are no record, or not one of the recording.
+    bool HasOthers() const { return hasOthers; }
 
     const comtrade::Row& Found() const { return row; }
     const SourceRows& Expected() const { return rows; }
@@ -88,23 +92,38 @@ private:
     // The next record that can be read at all.
     bool Read()
     {
+        while (!reader || !ReadHere()) {
+            if (place == data.places.size())
+                return false;
+            const DataPlace& next = data.places[place++];
+            reader = std::make_unique<comtrade::DataReader>(next.path, next.begin, next.size, configuration);
+            isAfterHole = data.torn;
+        }
+        return true;
+    }
+
+    bool ReadHere()
+    {
         for (badLines = 0; badLines <= MostBadLines; ++badLines) {
             try {
-                return data.Next(row);
+                return reader->Next(row);
             } catch (const comtrade::Error&) {
-                if (!isText) // the rest is less than a record
+                hasOthers = true;
+                if (data.type != comtrade::DataType::Ascii) // the rest is less than a record
                     return false;
             }
         }
         return false;
     }
 
-    // Moves the recording to the record that was found: one line may have become two, or two one.
+    // Moves the recording to the record that was found: one line may have become two, or two one, and a hole
+    // takes any number of records.
     bool Follow()
     {
         qint64 skipped = qint64{row.number} - Number() - 1;
-        if (skipped < 0 || skipped > qint64{2} * badLines)
+        if (skipped < 0 || skipped > (isAfterHole ? total : qint64{2} * badLines))
             skipped = badLines;
+        isAfterHole = false;
         for (qint64 i = 0; i <= skipped; ++i) {
             if (!rows.Next())
                 return false;
@@ -116,13 +135,16 @@ private:
     // numbers.
     bool IsInItsPlace() const { return HasNumber() || (HasTime() && row.number != 0 && row.time != 0); }
 
+    const Places data;
     const comtrade::Configuration configuration;
-    comtrade::DataReader data;
-    const bool isText;
     const qint64 total;
     SourceRows rows;
+    std::unique_ptr<comtrade::DataReader> reader;
+    size_t place = 0; // the next one
     comtrade::Row row;
     int badLines = 0; // just before the row
+    bool isAfterHole = false;
+    bool hasOthers = false;
     bool isLonger = false;
 };
 
@@ -205,9 +227,9 @@ struct Assignment
     std::vector<size_t> states;
 };
 
-Assignment Assign(const DataPlace& place, comtrade::DataType type, const Source& source)
+Assignment Assign(const Places& places, const Source& source)
 {
-    Pairs pairs(place, type, source);
+    Pairs pairs(places, source);
     Matching analog(source.AnalogCount(), source.TotalSamples());
     Matching states(source.StateCount(), source.TotalSamples());
     while (pairs.Next()) {
@@ -241,11 +263,13 @@ public:
         ++records;
     }
 
+    // The values that differ.
+    qint64 All() const { return std::accumulate(columns.begin(), columns.end(), qint64{0}); }
+
     // If a whole channel differs, it is not just damaged.
     bool Differ() const
     {
-        const qint64 all = std::accumulate(columns.begin(), columns.end(), qint64{0});
-        return IsTooMuch(all, records * static_cast<qint64>(columns.size())) ||
+        return IsTooMuch(All(), records * static_cast<qint64>(columns.size())) ||
                std::any_of(columns.begin(), columns.end(),
                            [this](qint64 differing) { return IsTooMuch(differing, records); });
     }
@@ -257,12 +281,10 @@ private:
     qint64 records = 0;
 };
 
-} // namespace
-
-Likeness Compare(const DataPlace& place, comtrade::DataType type, const Source& source)
+Likeness Compare(const Places& places, const Source& source)
 {
-    const Assignment assignment = Assign(place, type, source);
-    Pairs pairs(place, type, source);
+    const Assignment assignment = Assign(places, source);
+    Pairs pairs(places, source);
     Counts counts(source);
     Likeness likeness;
     while (pairs.Next()) {
@@ -270,9 +292,32 @@ Likeness Compare(const DataPlace& place, comtrade::DataType type, const Source& 
         likeness.last = pairs.Number();
     }
     likeness.compared = counts.Records();
-    likeness.differs = counts.Differ();
+    likeness.others = pairs.HasOthers();
+    likeness.differs = places.torn ? likeness.others || counts.All() > 0 : counts.Differ();
     likeness.longer = pairs.IsLonger();
+    likeness.torn = places.torn;
     return likeness;
+}
+
+} // namespace
+
+comtrade::Configuration ChannelsOf(const Source& source, comtrade::DataType type)
+{
+    comtrade::Configuration configuration;
+    configuration.analog.resize(source.AnalogCount());
+    configuration.states.resize(source.StateCount());
+    configuration.dataType = type;
+    return configuration;
+}
+
+Likeness Compare(const DataPlace& place, comtrade::DataType type, const Source& source)
+{
+    return Compare(Places{{place}, type, false}, source);
+}
+
+Likeness CompareTorn(const DataPlaces& places, comtrade::DataType type, const Source& source)
+{
+    return Compare(Places{places, type, true}, source);
 }
 
 } // namespace verify

@@ -1,6 +1,5 @@
 #include "verify/ownrecord.h"
 
-#include "base/codecs.h"
 #include "comtrade/mark.h"
 #include "device/zucmtrdevparam.h"
 #include "text/error.h"
@@ -8,27 +7,25 @@
 #include "verify/device.h"
 #include "verify/likeness.h"
 #include "verify/mismatch.h"
+#include "verify/recordfiles.h"
 #include "verify/source.h"
 #include "verify/stamp.h"
+#include "verify/tornconfiguration.h"
+#include "verify/writtenparts.h"
 
 #include "explain/system.h"
 
-#include <QFile>
 #include <QTextCodec>
 
 #include <algorithm>
-#include <cerrno>
+#include <array>
 #include <exception>
 #include <new>
 #include <optional>
-#include <sys/stat.h>
 
 namespace verify {
 
 namespace {
-
-// More than the texts of 4096 channels can take.
-constexpr qint64 LargestText = qint64{64} << 20;
 
 constexpr const char* FirstMark = "--- file type: CFG ---";
 
@@ -38,61 +35,14 @@ struct Remains
     bool any = false;
     QString configurationName;
     std::optional<QByteArray> configuration;
-    std::optional<DataPlace> data;    // unless there are only zeros
-    std::optional<DataPlace> written; // without the zeros at their end, if there are any
+    std::optional<DataPlace> data; // unless there are only zeros
+    bool hasLostData = false;      // of a container: the mark before its data may be in a hole
 };
-
-[[noreturn]] void Unreadable(const QString& path, const QString& reason)
-{
-    throw Mismatch(Tr("verify", "'%1' cannot be read: %2").arg(path, reason));
-}
-
-// Whether there is a file of this name. Throws Mismatch for anything but a regular file: a pipe would never
-// end.
-bool IsThere(const QString& path)
-{
-    struct stat status = {};
-    if (stat(QFile::encodeName(path).constData(), &status) != 0) {
-        if (errno == ENOENT)
-            return false;
-        Unreadable(path, explain::SystemText(errno));
-    }
-    if (!S_ISREG(status.st_mode))
-        throw Mismatch(Tr("verify", "'%1' is not a file").arg(path));
-    return true;
-}
-
-void Open(QFile& file)
-{
-    if (!file.open(QIODevice::ReadOnly))
-        Unreadable(file.fileName(), explain::SystemText(file.errorString()));
-}
-
-QByteArray Read(QFile& file, qint64 most)
-{
-    QByteArray result(static_cast<int>(most), Qt::Uninitialized);
-    const qint64 count = file.read(result.data(), most);
-    if (count < 0)
-        Unreadable(file.fileName(), explain::SystemText(file.errorString()));
-    result.truncate(static_cast<int>(count));
-    return result;
-}
-
-QByteArray ReadText(const QString& path)
-{
-    QFile file(path);
-    Open(file);
-    if (file.size() > LargestText)
-        throw Mismatch(Tr("verify", "'%1' is too large").arg(path));
-    return Read(file, file.size());
-}
 
 // No fewer bytes than the recording's data can take in the longer form.
 qint64 MostData(const Source& source)
 {
-    const auto analog = static_cast<qint64>(source.AnalogCount());
-    const auto states = static_cast<qint64>(source.StateCount());
-    return (source.TotalSamples() + 2) * (128 + 32 * (analog + states));
+    return (source.TotalSamples() + 2) * LongestRecord(source);
 }
 
 // The number of bytes up to the last that is not zero: after a power failure there are zeros where data was
@@ -101,8 +51,7 @@ qint64 WrittenSize(const DataPlace& place, qint64 most)
 {
     QFile file(place.path);
     Open(file);
-    if (!file.seek(place.begin))
-        Unreadable(place.path, explain::SystemText(file.errorString()));
+    Seek(file, place.begin);
     qint64 written = 0;
     for (qint64 position = 0; position < most;) {
         const QByteArray block = Read(file, std::min<qint64>(most - position, 1 << 20));
@@ -126,8 +75,6 @@ void TakeData(Remains& remains, const DataPlace& place, const Source& source)
         return;
     if (written > 0)
         remains.data = place;
-    if (written > 0 && written < size)
-        remains.written = DataPlace{place.path, place.begin, written};
 }
 
 Remains SeparateFiles(const QString& base, const Source& source)
@@ -145,13 +92,76 @@ Remains SeparateFiles(const QString& base, const Source& source)
     return remains;
 }
 
-// Up to the first zero: what a power failure leaves of a text.
-QByteArray Written(const QByteArray& text)
+// The sections of a container up to its data. A hole, which a power failure leaves as zeros, may hide a mark:
+// then lines of the section after it are taken for ones of the section before it.
+class Sections
 {
-    return text.mid(0, text.indexOf('\0')); // all of it if there is none
-}
+public:
+    explicit Sections(const QString& path) : file(path) { Open(file); }
 
-// The sections up to the data; what comes after them is not ours.
+    // Reads up to the data, or as much as texts can take. Throws Mismatch if this is no container.
+    void Read()
+    {
+        QString section = QStringLiteral("CFG"); // the first one, if its mark is in a hole
+        for (bool first = true; !atEnd && !mark; first = false) {
+            const QByteArray line = Line();
+            const std::optional<comtrade::Mark> found =
+                comtrade::MarkOf(line.mid(line.lastIndexOf('\0') + 1));
+            if (first && !found && !QByteArray(FirstMark).startsWith(Written(line)))
+                throw Mismatch(Tr("verify", "'%1' is not a COMTRADE record").arg(file.fileName()));
+            if (found && found->kind == QLatin1String("DAT"))
+                mark = found;
+            else if (found)
+                section = found->kind;
+            if (!found && section == QLatin1String("CFG"))
+                configuration += first ? line.mid(Written(line).size()) : line; // without part of the mark
+        }
+    }
+
+    const QByteArray& Configuration() const { return configuration; }
+
+    // The data, if their mark is there.
+    std::optional<DataPlace> Data() const
+    {
+        if (!mark)
+            return std::nullopt;
+        return DataPlace{file.fileName(), file.pos(), mark->dataBytes};
+    }
+
+    // Whether there is a hole before the end of what is written, so that the mark may be in it.
+    bool MayHideMark() const { return goesOn; }
+
+private:
+    // The next line, or a piece of one. Zeros are a piece of their own, so that a mark after them is whole.
+    QByteArray Line()
+    {
+        constexpr qint64 step = 4096;
+        QByteArray line = file.readLine(step);
+        const int zero = line.lastIndexOf('\0');
+        if (zero >= 0 && !line.endsWith('\n')) {
+            Seek(file, file.pos() - (line.size() - zero - 1));
+            line.truncate(zero + 1);
+        }
+        textSize += line.size();
+        const bool isTooLong = textSize > LargestText;
+        atEnd = line.isEmpty() || isTooLong;
+        if (isTorn || zero >= 0) {
+            const QByteArray afterZero = isTorn ? line : line.mid(line.indexOf('\0'));
+            goesOn = goesOn || isTooLong || afterZero.count('\0') < afterZero.size();
+            isTorn = true;
+        }
+        return line;
+    }
+
+    QFile file;
+    QByteArray configuration;
+    std::optional<comtrade::Mark> mark;
+    qint64 textSize = 0;
+    bool atEnd = false;
+    bool isTorn = false; // there were zeros
+    bool goesOn = false; // after them
+};
+
 Remains Container(const QString& path, const Source& source)
 {
     Remains remains;
@@ -159,50 +169,14 @@ Remains Container(const QString& path, const Source& source)
     remains.any = IsThere(path);
     if (!remains.any)
         return remains;
-    remains.configuration = QByteArray();
-    QFile file(path);
-    Open(file);
-    qint64 textSize = 0;
-    QString section;
-    for (bool first = true;; first = false) {
-        constexpr qint64 step = 4096; // a longer line comes in pieces
-        const QByteArray line = file.readLine(step);
-        textSize += line.size();
-        const std::optional<comtrade::Mark> mark = comtrade::MarkOf(line);
-        if (first && !mark && !QByteArray(FirstMark).startsWith(Written(line)))
-            throw Mismatch(Tr("verify", "'%1' is not a COMTRADE record").arg(path));
-        if (line.isEmpty() || textSize > LargestText)
-            return remains;
-        if (mark && mark->kind == QLatin1String("DAT")) {
-            TakeData(remains, {path, file.pos(), mark->dataBytes}, source);
-            return remains;
-        }
-        if (mark)
-            section = mark->kind;
-        else if (section == QLatin1String("CFG"))
-            *remains.configuration += line;
-    }
-}
-
-// Whether it can be what a power failure left of the recording's configuration: the first lines or part of
-// them.
-bool IsBeginning(const QByteArray& configuration, const Source& source)
-{
-    const QByteArray found = Written(configuration).replace("\r", "");
-    const ZuCmtrDevParam& param = source.Owner().Param();
-    for (const char* year : {"1999", "2013"}) {
-        const QString head = param.Object + QLatin1Char(',') + param.Source + QLatin1Char(',') +
-                             QLatin1String(year) + QLatin1Char('\n') +
-                             QString::number(source.AnalogCount() + source.StateCount()) + QLatin1Char(',') +
-                             QString::number(source.AnalogCount()) + QStringLiteral("A,") +
-                             QString::number(source.StateCount()) + QStringLiteral("D\n");
-        for (const QTextCodec* codec : {zu::CodecUtf8, zu::CodecCP1251}) {
-            const QByteArray expected = codec->fromUnicode(head);
-            if (found.startsWith(expected) || expected.startsWith(found))
-                return true;
-        }
-    }
-    return false;
+    Sections sections(path);
+    sections.Read();
+    remains.configuration = sections.Configuration();
+    if (sections.Data())
+        TakeData(remains, *sections.Data(), source);
+    else
+        remains.hasLostData = sections.MayHideMark();
+    return remains;
 }
 
 std::optional<comtrade::Configuration> Parsed(const Remains& remains)
@@ -234,6 +208,20 @@ void CheckIdentity(const comtrade::Configuration& configuration, const QString& 
                static_cast<qint64>(configuration.states.size()), static_cast<qint64>(source.StateCount()));
 }
 
+// Whether a configuration with holes has a stamp of the recording. Throws Mismatch if it has one of another.
+bool HasItsStamps(const Remains& remains, const Source& source)
+{
+    const QStringList found = WrittenStamps(*remains.configuration);
+    const QString expected[] = {StampText(StartMoment(source)), StampText(TriggerMoment(source))};
+    for (const QString& stamp : found) {
+        if (stamp != expected[0] && stamp != expected[1])
+            ExpectSame(QLatin1Char('\'') + remains.configurationName + QLatin1String("', ") +
+                           Tr("verify", "trigger"),
+                       stamp, expected[1]);
+    }
+    return !found.isEmpty();
+}
+
 // A record with fewer samples was made before the last files of the recording came.
 void CheckLength(const comtrade::Configuration& configuration, const QString& name, const Source& source)
 {
@@ -243,23 +231,61 @@ void CheckLength(const comtrade::Configuration& configuration, const QString& na
                    configuration.SampleCount(), source.TotalSamples());
 }
 
-// The data in the form that fits best: a killed run can leave a configuration with data of another form. The
-// zeros at their end may be values, or stand for what was not written.
+// The data as they stand, where zeros are values. If there are holes as well as damage, only what is between
+// the holes counts.
+Likeness LikenessAsItStands(const DataPlace& data, comtrade::DataType type, const Source& source)
+{
+    const Likeness likeness = Compare(data, type, source);
+    if (likeness.compared > 0 && likeness.others &&
+        WrittenDataOf(data, MostData(source), type, source).hasHoles)
+        return {};
+    return likeness;
+}
+
+// What is written of data with holes. Of a container whose mark for the data may be in one, the records
+// themselves show where the data begin.
+Likeness LikenessOfTorn(const Remains& remains, comtrade::DataType type, const Source& source)
+{
+    const qint64 most = MostData(source);
+    const std::optional<DataPlace> data =
+        remains.hasLostData ? FindRecords(remains.configurationName, LargestText + most, type, source)
+                            : remains.data;
+    if (!data)
+        return {};
+    const WrittenData written = WrittenDataOf(*data, most, type, source);
+    return written.hasHoles || remains.hasLostData ? CompareTorn(written.records, type, source) : Likeness();
+}
+
+// The data in the form that fits best: a killed run can leave a configuration with data of another form.
 Likeness LikenessOf(const Remains& remains, const Source& source)
 {
+    constexpr std::array<comtrade::DataType, 2> types = {comtrade::DataType::Ascii,
+                                                         comtrade::DataType::Binary};
     Likeness best;
-    for (const std::optional<DataPlace>& place : {remains.data, remains.written}) {
-        if (!place)
-            continue;
-        for (const comtrade::DataType type : {comtrade::DataType::Ascii, comtrade::DataType::Binary}) {
-            const Likeness likeness = Compare(*place, type, source);
-            if (likeness.Agrees())
-                return likeness;
-            if (likeness.compared > best.compared)
-                best = likeness;
-        }
+    const auto agrees = [&best](const Likeness& likeness) {
+        if (likeness.Agrees() || likeness.compared > best.compared)
+            best = likeness;
+        return likeness.Agrees();
+    };
+    for (const comtrade::DataType type : types) {
+        if (remains.data && agrees(LikenessAsItStands(*remains.data, type, source)))
+            return best;
+    }
+    for (const comtrade::DataType type : types) {
+        if (agrees(LikenessOfTorn(remains, type, source)))
+            return best;
     }
     return best;
+}
+
+// Of a record without data that can be read: only zeros, or in a container nothing that is known as data.
+RecordState JudgeWithoutData(const Remains& remains, const Source& source, bool isIdentified)
+{
+    // Something after a hole may be the data of another recording with the same channels.
+    if (isIdentified || !remains.configuration ||
+        (!remains.hasLostData && MayBeConfiguration(*remains.configuration, source)))
+        return RecordState::Unfinished;
+    throw Mismatch(Tr("verify", "'%1' is not a COMTRADE record").arg(remains.configurationName));
 }
 
 RecordState Judge(const Remains& remains, const Source& source)
@@ -267,15 +293,9 @@ RecordState Judge(const Remains& remains, const Source& source)
     if (!remains.any)
         return RecordState::Absent;
     const std::optional<comtrade::Configuration> configuration = Parsed(remains);
+    const bool isIdentified = configuration || (remains.configuration && HasItsStamps(remains, source));
     if (configuration)
         CheckIdentity(*configuration, remains.configurationName, source);
-    if (!remains.data) {
-        if (configuration)
-            CheckLength(*configuration, remains.configurationName, source);
-        if (configuration || !remains.configuration || IsBeginning(*remains.configuration, source))
-            return RecordState::Unfinished;
-        throw Mismatch(Tr("verify", "'%1' is not a COMTRADE record").arg(remains.configurationName));
-    }
     const Likeness likeness = LikenessOf(remains, source);
     const bool begins = likeness.compared > 0 && !likeness.differs;
     if (begins &&
@@ -285,11 +305,13 @@ RecordState Judge(const Remains& remains, const Source& source)
         CheckLength(*configuration, remains.configurationName, source);
     if (likeness.Agrees()) {
         const qint64 samples = configuration ? configuration->SampleCount() : source.TotalSamples();
-        return remains.configuration && likeness.last >= samples ? RecordState::Own : RecordState::Unfinished;
+        const bool isWhole = (likeness.torn ? likeness.compared : likeness.last) >= samples;
+        return remains.configuration && isWhole ? RecordState::Own : RecordState::Unfinished;
     }
-    if (likeness.compared == 0 && configuration)
-        return RecordState::Unfinished;
-    throw Mismatch(Tr("verify", "'%1' has other samples than the recording").arg(remains.data->path));
+    if (likeness.compared > 0 || (remains.data && !isIdentified))
+        throw Mismatch(Tr("verify", "'%1' has other samples than the recording")
+                           .arg(remains.data ? remains.data->path : remains.configurationName));
+    return JudgeWithoutData(remains, source, isIdentified);
 }
 
 } // namespace

@@ -36,6 +36,12 @@ struct Standing
 /// columns hold the samples of the recording's channels, in whatever order. At most one value in a thousand,
 /// of all and of each channel, may differ: those are damaged bits. If the configuration cannot be read, the
 /// data decide.
+///
+/// After a power failure there may be zeros in place of what was not written, anywhere in the files. Then all
+/// that is written of the data, and at least one whole record, must be the recording's; a stamp that is left
+/// of the configuration, too. Without data the stamps decide, or the first lines, which are the same for all
+/// recordings of a recorder: so not in a container that has anything after a hole that may hide the mark of
+/// its data.
 Standing StandingOf(const Source& source, const QString& directory);
 
 } // namespace verify

@@ -1,47 +1,16 @@
 #include "verify/pieces.h"
 
 #include "device/zucmtrdevparam.h"
-#include "explain/system.h"
 #include "text/texts.h"
 #include "verify/device.h"
 #include "verify/mismatch.h"
-
-#include <QFile>
-#include <QFileInfo>
+#include "verify/recordfiles.h"
 
 #include <algorithm>
 
 namespace verify {
 
 namespace {
-
-// More than the texts of 4096 channels can take.
-constexpr qint64 LargestText = qint64{64} << 20;
-
-// Opening a pipe would wait for ever.
-void CheckIsFile(const QString& path)
-{
-    const QFileInfo file(path);
-    if (file.exists() && !file.isFile())
-        throw Mismatch(Tr("verify", "'%1' is not a file").arg(path));
-}
-
-void Open(QFile& file)
-{
-    CheckIsFile(file.fileName());
-    if (!file.open(QIODevice::ReadOnly))
-        throw Mismatch(Tr("verify", "'%1' cannot be read: %2")
-                           .arg(file.fileName(), explain::SystemText(file.errorString())));
-}
-
-QByteArray ReadText(const QString& path)
-{
-    QFile file(path);
-    Open(file);
-    if (file.size() > LargestText)
-        throw Mismatch(Tr("verify", "'%1' is too large").arg(path));
-    return file.readAll();
-}
 
 QByteArray Mark(const QByteArray& name)
 {
@@ -80,7 +49,7 @@ Pieces::Pieces(const QString& directory, const QString& recordName, const Device
         ReadCff(param.ComtradeBin);
     else
         ReadFiles(!param.Comtrade1999);
-    CheckIsFile(dataName);
+    IsThere(dataName);
     if (!param.ComtradeBin)
         CheckLastLine();
 }

@@ -20,11 +20,16 @@ public:
     /// The next line must start and end with these texts. Throws Mismatch.
     void LineLike(const QString& begin, const QString& end = QString());
 
+    /// The next line, whatever it says. Throws Mismatch if there is no whole one.
+    QString TakeLine();
+
+    /// How many lines are taken: the number of the last one.
+    int LinesTaken() const { return line; }
+
     /// There must be nothing more. Throws Mismatch.
     void End() const;
 
 private:
-    QString TakeLine();
     QString Place() const;
 
     const QByteArray& bytes;

@@ -1,7 +1,5 @@
 #include "view/chart.h"
 
-#include "analysis/channelrole.h"
-#include "view/pagedata.h"
 #include "view/pens.h"
 
 #include <algorithm>

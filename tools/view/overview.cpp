@@ -42,6 +42,57 @@ QString ShownCircuit(const analysis::Oscillogram& oscillogram)
     return QString();
 }
 
+void DrawTitle(QPainter& painter, const comtrade::Configuration& config, const QString& circuit)
+{
+    SetFont(painter, 24, true);
+    painter.setPen(Ink);
+    painter.drawText(QRectF(Margin, 14, Width - 2 * Margin, 30), Qt::AlignVCenter, config.station);
+    SetFont(painter, 15);
+    painter.setPen(Quiet);
+    const QStringList parts = {config.device, StampText(config.trigger), circuit};
+    painter.drawText(QRectF(Margin, 44, Width - 2 * Margin, 22), Qt::AlignVCenter,
+                     parts.join(QStringLiteral("  ·  ")));
+}
+
+// The time axis, below and through all charts.
+void DrawTimes(QPainter& painter, const Stretch& stretch, const QRectF& charts)
+{
+    constexpr double milliseconds = 1000;
+    const double step = NiceStep((stretch.To() - stretch.From()) * milliseconds, 10);
+    SetFont(painter, 13);
+    for (double time = std::ceil(stretch.From() * milliseconds / step) * step;
+         time <= stretch.To() * milliseconds; time += step) {
+        const double x = stretch.XOf(charts, time / milliseconds);
+        painter.setPen(Quiet);
+        painter.drawText(QRectF(x - 50, charts.bottom() + 4, 100, RulerHeight - 4), Qt::AlignCenter,
+                         Tr("view", "%1 ms").arg(std::abs(time) < step / 1000 ? 0 : time));
+        painter.setPen(Rule);
+        painter.drawLine(QPointF(x, charts.top()), QPointF(x, charts.bottom()));
+    }
+}
+
+void DrawTrigger(QPainter& painter, const Stretch& stretch, const QRectF& charts)
+{
+    if (stretch.From() > 0 || stretch.To() < 0)
+        return;
+    painter.setPen(QPen(TriggerColor, 1.5, Qt::DashLine));
+    painter.drawLine(QPointF(stretch.XOf(charts, 0), charts.top()),
+                     QPointF(stretch.XOf(charts, 0), charts.bottom()));
+}
+
+void DrawFigures(QPainter& painter, const QStringList& figures, const QRectF& area)
+{
+    SetFont(painter, 14);
+    double y = area.top();
+    for (const QString& line : figures) {
+        painter.setPen(line.endsWith(QLatin1Char(':')) ? Quiet : Ink);
+        const QRectF room(area.left(), y, area.width(), area.bottom() - y);
+        const QRectF taken = painter.boundingRect(room, Qt::TextWordWrap, line);
+        painter.drawText(room, Qt::TextWordWrap, line);
+        y += std::max(taken.height(), 8.0) + 3;
+    }
+}
+
 class Overview
 {
 public:
@@ -52,82 +103,30 @@ public:
 
     QSize Size() const { return {Width, Height + states.Height()}; }
 
-    void Draw(QPainter& painter) const
+    void Draw(QPaintDevice& device) const
     {
         const int statesTop = Height - Margin - RulerHeight;
-        painter.fillRect(QRect(QPoint(0, 0), Size()), Qt::white);
-        painter.setRenderHint(QPainter::Antialiasing);
-        DrawTitle(painter);
         const int chartHeight = (statesTop - TitleHeight - Margin) / 2;
         const int beside = figures.isEmpty() ? 0 : FiguresWidth;
         const QRectF plot(Margin + AxisWidth, TitleHeight + Margin, Width - 3 * Margin - AxisWidth - beside,
                           chartHeight - Margin);
         const QRectF tracks(plot.left(), statesTop, plot.width(), states.Height());
         const QRectF charts(plot.topLeft(), tracks.bottomRight());
-        DrawTimes(painter, charts);
+        QPainter painter(&device);
+        painter.fillRect(QRect(QPoint(0, 0), Size()), Qt::white);
+        painter.setRenderHint(QPainter::Antialiasing);
+        DrawTitle(painter, oscillogram.config, circuit);
+        DrawTimes(painter, stretch, charts);
         Chart(painter, oscillogram, stretch, circuit, analysis::Quantity::Voltage, plot).Draw();
-        Chart(painter, oscillogram, stretch, circuit, analysis::Quantity::Current,
-              plot.translated(0, chartHeight))
+        Chart(painter, oscillogram, stretch, circuit, analysis::Quantity::Current, plot.translated(0, chartHeight))
             .Draw();
         states.Draw(painter, stretch, tracks);
-        DrawTrigger(painter, charts);
-        DrawFigures(painter,
+        DrawTrigger(painter, stretch, charts);
+        DrawFigures(painter, figures,
                     QRectF(Width - Margin - FiguresWidth, TitleHeight + Margin, FiguresWidth, statesTop));
     }
 
 private:
-    void DrawTitle(QPainter& painter) const
-    {
-        const comtrade::Configuration& config = oscillogram.config;
-        SetFont(painter, 24, true);
-        painter.setPen(Ink);
-        painter.drawText(QRectF(Margin, 14, Width - 2 * Margin, 30), Qt::AlignVCenter, config.station);
-        SetFont(painter, 15);
-        painter.setPen(Quiet);
-        const QStringList parts = {config.device, StampText(config.trigger), circuit};
-        painter.drawText(QRectF(Margin, 44, Width - 2 * Margin, 22), Qt::AlignVCenter,
-                         parts.join(QStringLiteral("  ·  ")));
-    }
-
-    // The time axis, below and through all charts.
-    void DrawTimes(QPainter& painter, const QRectF& charts) const
-    {
-        constexpr double milliseconds = 1000;
-        const double step = NiceStep((stretch.To() - stretch.From()) * milliseconds, 10);
-        SetFont(painter, 13);
-        for (double time = std::ceil(stretch.From() * milliseconds / step) * step;
-             time <= stretch.To() * milliseconds; time += step) {
-            const double x = stretch.XOf(charts, time / milliseconds);
-            painter.setPen(Quiet);
-            painter.drawText(QRectF(x - 50, charts.bottom() + 4, 100, RulerHeight - 4), Qt::AlignCenter,
-                             Tr("view", "%1 ms").arg(std::abs(time) < step / 1000 ? 0 : time));
-            painter.setPen(Rule);
-            painter.drawLine(QPointF(x, charts.top()), QPointF(x, charts.bottom()));
-        }
-    }
-
-    void DrawTrigger(QPainter& painter, const QRectF& charts) const
-    {
-        if (stretch.From() > 0 || stretch.To() < 0)
-            return;
-        painter.setPen(QPen(TriggerColor, 1.5, Qt::DashLine));
-        painter.drawLine(QPointF(stretch.XOf(charts, 0), charts.top()),
-                         QPointF(stretch.XOf(charts, 0), charts.bottom()));
-    }
-
-    void DrawFigures(QPainter& painter, const QRectF& area) const
-    {
-        SetFont(painter, 14);
-        double y = area.top();
-        for (const QString& line : figures) {
-            painter.setPen(line.endsWith(QLatin1Char(':')) ? Quiet : Ink);
-            const QRectF room(area.left(), y, area.width(), area.bottom() - y);
-            const QRectF taken = painter.boundingRect(room, Qt::TextWordWrap, line);
-            painter.drawText(room, Qt::TextWordWrap, line);
-            y += std::max(taken.height(), 8.0) + 3;
-        }
-    }
-
     const analysis::Oscillogram& oscillogram;
     const QString circuit;
     const QStringList figures;
@@ -145,9 +144,7 @@ QByteArray SvgOf(const analysis::Oscillogram& oscillogram)
     generator.setSize(overview.Size());
     generator.setViewBox(QRect(QPoint(0, 0), overview.Size()));
     generator.setTitle(oscillogram.config.station);
-    QPainter painter(&generator);
-    overview.Draw(painter);
-    painter.end();
+    overview.Draw(generator);
     return bytes;
 }
 
@@ -157,9 +154,7 @@ QByteArray PngOf(const analysis::Oscillogram& oscillogram)
     QByteArray bytes;
     QBuffer buffer(&bytes);
     QImage image(overview.Size(), QImage::Format_RGB32);
-    QPainter painter(&image);
-    overview.Draw(painter);
-    painter.end();
+    overview.Draw(image);
     image.save(&buffer, "PNG");
     return bytes;
 }

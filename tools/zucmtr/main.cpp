@@ -47,11 +47,10 @@ void CheckArgumentsAreUtf8(int count, char** arguments)
         QTextCodec::ConverterState state;
         const QString text = codec->toUnicode(arguments[i], static_cast<int>(qstrlen(arguments[i])), &state);
         if (state.invalidChars > 0 || state.remainingChars > 0)
-            throw ConfigurationError(
-                Tr("main", "argument %1 ('%2') is not UTF-8; rename the file, or run the program from a "
-                           "UTF-8 terminal")
-                    .arg(i)
-                    .arg(text));
+            throw ConfigurationError(Tr("main", "argument %1 ('%2') is not UTF-8; rename the file, or run "
+                                                "the program from a UTF-8 terminal")
+                                         .arg(i)
+                                         .arg(text));
     }
 }
 
@@ -62,7 +61,7 @@ int ExitAfterParsing(const CLI::App& app, const CLI::ParseError& error)
         return app.exit(error);
     QString command = QStringLiteral("zucmtr");
     for (const CLI::App* subcommand : app.get_subcommands())
-        command += QLatin1Char(' ') + QString::fromStdString(subcommand->get_name());
+        command += QLatin1Char(' ') + FromUtf8(subcommand->get_name());
     throw UsageError(ParseErrorText(app, error), command);
 }
 
@@ -70,8 +69,9 @@ int ExitAfterParsing(const CLI::App& app, const CLI::ParseError& error)
 void Describe(CLI::App& app, Action& chosen, const char* program)
 {
     app.formatter(std::make_shared<HelpFormat>());
-    app.description(HelpText("main", "Converts the recordings of digital fault recorders (.ZU) into COMTRADE "
-                                     "records (IEEE C37.111)."));
+    app.description(HelpText(
+        "main",
+        "Converts the recordings of digital fault recorders (.ZU) into COMTRADE records (IEEE C37.111)."));
     app.set_help_flag("-h,--help", HelpText("main", "Print this help and exit"));
     app.set_version_flag("--version", std::string("zucmtr ") + ZUCMTR_VERSION);
     app.get_option("--version")->description(HelpText("main", "Print the version and exit"));

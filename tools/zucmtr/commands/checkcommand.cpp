@@ -3,7 +3,6 @@
 #include "inicheck/inicheck.h"
 #include "text/texts.h"
 #include "zucmtr/commands/deviceoptions.h"
-#include "zucmtr/terminal/checks.h"
 #include "zucmtr/terminal/console.h"
 #include "zucmtr/terminal/memorylimit.h"
 
@@ -36,43 +35,23 @@ struct CheckOptions
     std::vector<std::string> files;
 };
 
-QString Shown(Severity severity)
-{
-    switch (severity) {
-    case Severity::Note:
-        return Tr("check", "note");
-    case Severity::Warning:
-        return Tr("check", "warning");
-    case Severity::Error:
-        break;
-    }
-    return Tr("check", "error");
-}
-
-const char* KeyOf(Severity severity)
-{
-    switch (severity) {
-    case Severity::Note:
-        return "note";
-    case Severity::Warning:
-        return "warning";
-    case Severity::Error:
-        break;
-    }
-    return "error";
-}
+// In the order of the severities, for programs; translated, for people.
+const char* const SeverityWords[] = {QT_TRANSLATE_NOOP("check", "note"),
+                                     QT_TRANSLATE_NOOP("check", "warning"),
+                                     QT_TRANSLATE_NOOP("check", "error")};
 
 void Print(const QString& ini, const Finding& finding, bool json)
 {
+    const char* const severity = SeverityWords[static_cast<int>(finding.severity)];
     if (!json) {
         const QString place = finding.line == 0 ? ini : QStringLiteral("%1:%2").arg(ini).arg(finding.line);
-        PrintLine(QStringLiteral("%1: %2: ").arg(place, Shown(finding.severity)) + finding.text);
+        PrintLine(QStringLiteral("%1: %2: ").arg(place, Tr("check", severity)) + finding.text);
         return;
     }
     QJsonObject object;
     object["file"] = ini;
     object["line"] = finding.line;
-    object["severity"] = QLatin1String(KeyOf(finding.severity));
+    object["severity"] = QLatin1String(severity);
     object["reason"] = QLatin1String(finding.reason);
     object["text"] = finding.text;
     PrintJson(object);
@@ -175,10 +154,10 @@ void AddCheckCommand(CLI::App& app, Action& chosen)
                       HelpText("check", "One JSON object per finding, for programs"));
     AddMemoryOption(*command, options->maxMemory);
     command
-        ->add_option("FILE", options->files,
-                     HelpText("check",
-                              "The ini file, and first files of recordings to compare with its sorting "
-                              "dictionary"))
+        ->add_option(
+            "FILE", options->files,
+            HelpText("check",
+                     "The ini file, and first files of recordings to compare with its sorting dictionary"))
         ->type_name("");
     command->footer(HelpText(
         "check",

@@ -53,22 +53,15 @@ struct ConvertOptions
     std::vector<std::string> files;
 };
 
-QStringList Texts(const std::vector<std::string>& utf8)
-{
-    QStringList texts;
-    for (const std::string& text : utf8)
-        texts << FromUtf8(text);
-    return texts;
-}
-
 void CheckCombination(const ConvertOptions& options)
 {
     if (PutsAway(options.work) && options.trustWriter)
-        throw ConfigurationError(Tr("convert", "--remove-source and --archive need a verified record; leave "
-                                               "--trust-writer out"));
+        throw ConfigurationError(
+            Tr("convert", "--remove-source and --archive need a verified record; leave --trust-writer out"));
     if (PutsAway(options.work) && options.noSync)
-        throw ConfigurationError(Tr("convert", "--remove-source and --archive need a record that is on the "
-                                               "disk; leave --no-sync out"));
+        throw ConfigurationError(
+            Tr("convert",
+               "--remove-source and --archive need a record that is on the disk; leave --no-sync out"));
 }
 
 QString OutDirectory(const ConvertOptions& options)
@@ -78,7 +71,7 @@ QString OutDirectory(const ConvertOptions& options)
         return out;
     if (options.makeOut)
         MakeDirectory(QStringLiteral("--out"), out);
-    return CheckedOutputDirectory(out);
+    return CheckedDirectory(QStringLiteral("--out"), out);
 }
 
 bool Mirrors(const ConvertOptions& options)
@@ -189,9 +182,9 @@ int RunConvert(const ConvertOptions& options)
     if (!options.work.archive.empty())
         excluded << FromUtf8(options.work.archive);
     if (!options.dryRun)
-        ClearLeftovers(Texts(options.files), options.recursive, FromUtf8(options.out),
+        ClearLeftovers(FromUtf8(options.files), options.recursive, FromUtf8(options.out),
                        FromUtf8(options.work.archive));
-    const RecordingList list = CollectRecordings(Texts(options.files), options.recursive, excluded);
+    const RecordingList list = CollectRecordings(FromUtf8(options.files), options.recursive, excluded);
     const std::vector<Recording> convertible = Convertible(list.recordings);
     DeviceChoice choice = ChoiceOf(options.device);
     if (convertible.empty() && choice.ini.isEmpty())
@@ -216,8 +209,7 @@ void AddOutputOptions(CLI::App& command, ConvertOptions& options)
         .add_option(
             "--out", options.out,
             HelpText("convert", "Existing directory for the COMTRADE files. Default: the current directory"))
-        ->type_name("DIR")
-        ->default_str("");
+        ->type_name("DIR");
     command.add_flag("--make-out", options.makeOut,
                      HelpText("convert", "Make the directory of --out if it is not there"));
 }
@@ -226,8 +218,8 @@ void AddRunOptions(CLI::App& command, ConvertOptions& options)
 {
     command.add_flag("-r,--recursive", options.recursive,
                      HelpText("convert",
-                              "Search for recordings in the directories below the given ones, too; "
-                              "their records go to directories of the same names below --out"));
+                              "Search for recordings in the directories below the given ones, too; their "
+                              "records go to directories of the same names below --out"));
     command.add_flag("--flat", options.flat,
                      HelpText("convert", "Put all records into the directory of --out itself"));
     command
@@ -235,8 +227,7 @@ void AddRunOptions(CLI::App& command, ConvertOptions& options)
                     HelpText("convert",
                              "Recordings to convert at once; 0: as many as there are processors. Default: 1"))
         ->type_name("N")
-        ->transform(values::WholeNumber(0, 256))
-        ->default_str("");
+        ->transform(values::WholeNumber(0, 256));
     CLI::Option* goOn =
         command.add_flag("--continue")
             ->description(
@@ -245,10 +236,10 @@ void AddRunOptions(CLI::App& command, ConvertOptions& options)
         .add_flag("--fail-fast", options.failFast,
                   HelpText("convert", "Start no recording after one that failed"))
         ->excludes(goOn);
-    command.add_flag("--dry-run", options.dryRun,
-                     HelpText("convert",
-                              "Read the recordings and report what would be converted into which records; "
-                              "write nothing"));
+    command.add_flag(
+        "--dry-run", options.dryRun,
+        HelpText("convert",
+                 "Read the recordings and report what would be converted into which records; write nothing"));
 }
 
 void AddSafetyOptions(CLI::App& command, ConvertOptions& options)
@@ -267,9 +258,8 @@ void AddSafetyOptions(CLI::App& command, ConvertOptions& options)
                   HelpText("convert", "Leave it to the system when records reach the disk (the default)"))
         ->excludes(sync);
     command.add_flag("--trust-writer", options.trustWriter,
-                     HelpText("convert",
-                              "Let the ini file have the library delete the recordings; their records "
-                              "are read back, but cannot be compared any more"));
+                     HelpText("convert", "Let the ini file have the library delete the recordings; their "
+                                         "records are read back, but cannot be compared any more"));
 }
 
 void AddReportOptions(CLI::App& command, ConvertOptions& options)

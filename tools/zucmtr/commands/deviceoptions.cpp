@@ -2,6 +2,7 @@
 
 #include "text/texts.h"
 #include "zucmtr/terminal/checks.h"
+#include "zucmtr/terminal/command.h"
 
 #include <CLI/CLI.hpp>
 
@@ -26,8 +27,7 @@ void AddLinesOption(CLI::App& command, std::string& path)
 
 DeviceChoice ChoiceOf(const ChoiceOptions& options)
 {
-    return {QString::fromStdString(options.ini), QString::fromStdString(options.defaults),
-            QString::fromStdString(options.device)};
+    return {FromUtf8(options.ini), FromUtf8(options.defaults), FromUtf8(options.device)};
 }
 
 void AddDeviceOptions(CLI::App& command, DeviceOptions& options)
@@ -51,5 +51,5 @@ void AddDeviceOptions(CLI::App& command, DeviceOptions& options)
 void CheckLog(const DeviceOptions& options)
 {
     if (options.hasLog)
-        CheckLogFile(QString::fromStdString(options.log));
+        CheckLogFile(FromUtf8(options.log));
 }

@@ -8,7 +8,6 @@
 #include "zucmtr/terminal/memorylimit.h"
 
 #include "explain/file.h"
-#include "explain/system.h"
 #include "recording/anchanneldata.h"
 #include "recording/dichanneldata.h"
 #include "recording/zufileformat.h"
@@ -51,7 +50,7 @@ QStringList LinesFor(const ZuFileFormat& recording, const DictionaryOptions& opt
     QStringList lines = dictionary::DictionaryLines(analog, discrete);
     if (!options.complete)
         return lines;
-    return dictionary::CompleteIni(QString::fromStdString(options.section), recording.Identity, lines);
+    return dictionary::CompleteIni(FromUtf8(options.section), recording.Identity, lines);
 }
 
 void WriteLines(const QString& option, const QString& path, const QStringList& lines, bool force)
@@ -69,10 +68,10 @@ void WriteLines(const QString& option, const QString& path, const QStringList& l
 int RunDictionary(const DictionaryOptions& options)
 {
     LimitMemory(options.maxMemory);
-    const QString section = QString::fromStdString(options.section);
+    const QString section = FromUtf8(options.section);
     if (section.trimmed().isEmpty() || section.contains(QLatin1Char('\n')))
         throw ConfigurationError(Tr("dictionary", "--section: '%1' is no name of a section").arg(section));
-    const QString path = QString::fromStdString(options.file);
+    const QString path = FromUtf8(options.file);
     CheckIsNoInput(OutputOption, FromUtf8(options.output), path);
     CheckIsNoInput(LineDataOption, FromUtf8(options.lineData), path);
     CheckOutputsDiffer(
@@ -110,8 +109,7 @@ void AddDictionaryCommand(CLI::App& app, Action& chosen)
         ->add_option(
             "--section", options->section,
             HelpText("dictionary", "Name of the device's section in a whole ini file. Default: Device"))
-        ->type_name("NAME")
-        ->default_str("");
+        ->type_name("NAME");
     command
         ->add_option(
             "-o,--output", options->output,

@@ -8,8 +8,6 @@
 
 #include <CLI/CLI.hpp>
 
-#include <QJsonObject>
-
 #include <iostream>
 #include <memory>
 #include <string>

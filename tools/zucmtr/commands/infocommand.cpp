@@ -97,7 +97,7 @@ int RunInfo(const InfoOptions& options)
     LimitMemory(options.maxMemory);
     bool good = true;
     for (const std::string& file : options.files)
-        good = Show(QString::fromStdString(file), options) && good;
+        good = Show(FromUtf8(file), options) && good;
     return good ? ExitDone : ExitFailed;
 }
 

@@ -68,10 +68,9 @@ void Write(const QString& path, const QByteArray& bytes)
 {
     QFile file(path);
     if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.flush())
-        throw SourceError(Tr("record source",
-                             "'%1' cannot be written: %2; free space in the directory for temporary "
-                             "files")
-                              .arg(path, explain::SystemText(file.errorString())));
+        throw SourceError(
+            Tr("record source", "'%1' cannot be written: %2; free space in the directory for temporary files")
+                .arg(path, explain::SystemText(file.errorString())));
 }
 
 // Links to the recording's chain: not even a conversion that deletes its sources could reach the files.

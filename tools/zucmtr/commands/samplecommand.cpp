@@ -139,9 +139,9 @@ int RunSample(const SampleCommandOptions& options, const QString& program)
     const LineSample line = ofLine ? CheckedLineSample(options.sample) : LineSample{};
     const station::StationOptions station =
         ofLine ? station::StationOptions() : CheckedStation(options.sample);
-    const QString out = QString::fromStdString(options.out);
+    const QString out = FromUtf8(options.out);
     MakeDirectory(QStringLiteral("--out"), out);
-    const QDir directory(CheckedOutputDirectory(out));
+    const QDir directory(CheckedDirectory(QStringLiteral("--out"), out));
     const QStringList older = PresentFiles(directory);
     if (!older.isEmpty() && !options.force)
         throw ConfigurationError(

@@ -8,11 +8,8 @@
 
 #include <CLI/CLI.hpp>
 
-#include <QString>
-
 #include <algorithm>
 #include <cmath>
-#include <cstdint>
 
 namespace {
 
@@ -68,18 +65,18 @@ void CheckLength(const station::StationOptions& options)
     const double points = std::max(1.0, std::round(options.seconds * options.sampleRate));
     const double duration = points / options.sampleRate;
     if (!(duration < DurationLimit))
-        throw ConfigurationError(Tr("sample", "--rate %1 and --seconds %2 make a segment of %3 s; it lasts "
-                                              "less than %4 s: raise the rate")
-                                     .arg(options.sampleRate)
-                                     .arg(options.seconds)
-                                     .arg(duration)
-                                     .arg(DurationLimit));
+        throw ConfigurationError(
+            Tr("sample",
+               "--rate %1 and --seconds %2 make a segment of %3 s; it lasts less than %4 s: raise the rate")
+                .arg(options.sampleRate)
+                .arg(options.seconds)
+                .arg(duration)
+                .arg(DurationLimit));
     const double samples = points * std::max(1, options.analogChannels) * options.segments;
     if (points > PointsLimit || samples > SamplesLimit)
         throw ConfigurationError(
-            Tr("sample",
-               "the recordings would have %1 samples per channel and segment, %2 in all; at most %3 "
-               "and %4 are made: lower --rate, --seconds, --segments or --analog")
+            Tr("sample", "the recordings would have %1 samples per channel and segment, %2 in all; at most "
+                         "%3 and %4 are made: lower --rate, --seconds, --segments or --analog")
                 .arg(points, 0, 'f', 0)
                 .arg(samples, 0, 'f', 0)
                 .arg(PointsLimit, 0, 'f', 0)

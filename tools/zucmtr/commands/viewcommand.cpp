@@ -11,8 +11,6 @@
 #include "zucmtr/terminal/interrupt.h"
 #include "zucmtr/terminal/values.h"
 
-#include "comtrade/record.h"
-
 #include <CLI/CLI.hpp>
 
 #include <QFileInfo>
@@ -54,9 +52,8 @@ view::Held PutPage(const QString& record, const QString& page, const view::Optio
     const view::Held held = view::WritePage(record, page, options);
     Confirm(page);
     if (held.samples < held.total)
-        Complain(Tr("view",
-                    "%1: the page holds %2 of %3 samples around the trigger; --window SECONDS chooses how "
-                    "many, --full takes all")
+        Complain(Tr("view", "%1: the page holds %2 of %3 samples around the trigger; --window SECONDS "
+                            "chooses how many, --full takes all")
                      .arg(page)
                      .arg(held.samples)
                      .arg(held.total));
@@ -118,14 +115,10 @@ int RunView(const ViewOptions& options)
         const RecordSource source(FromUtf8(options.file), ChoiceOf(options.choice), options.plain);
         if (!interrupt::Came())
             WriteAll(options, source.Path());
-    } catch (const comtrade::Error& error) {
-        Complain(text::MessageOf(error));
-        return ExitFailed;
-    } catch (const view::Error& error) {
-        Complain(text::MessageOf(error));
-        return ExitFailed;
-    } catch (const SourceError& error) {
-        Complain(text::MessageOf(error));
+    } catch (const ConfigurationError&) {
+        throw;
+    } catch (const text::Error& error) {
+        Complain(error.Message());
         return ExitFailed;
     }
     return interrupt::Came() ? interrupt::ExitCode() : ExitDone;
@@ -195,22 +188,21 @@ void AddViewCommand(CLI::App& app, Action& chosen)
         ->type_name("");
     AddOutputOptions(*command, *options);
     AddChoiceOptions(*command, *options);
-    command->footer(HelpText(
-        "view",
-        "FILE is the first file of a recording (.ZU, its continuations beside it) or a COMTRADE record (.cfg "
-        "or\n"
-        ".cff). The page is one HTML file with everything in it: mail it, archive it, open it without a "
-        "network.\n"
-        "A recording needs no ini file; with one, its names, circuits and bays are those of the converted "
-        "record.\n"
-        "Beyond 64 MB of samples the page holds a window around the trigger and says so.\n"
-        "\n"
-        "Exit code: 0 written, 1 the record cannot be read or the page cannot be written, 2 wrong usage, 130 "
-        "ended\n"
-        "by Ctrl-C (143 by SIGTERM).\n"
-        "\n"
-        "Example, with the sample station:\n"
-        "  zucmtr sample --out station --force\n"
-        "  zucmtr view station/Vostochnaya_000123.ZU -o station/fault.html"));
+    command->footer(
+        HelpText("view", "FILE is the first file of a recording (.ZU, its continuations beside it) or a "
+                         "COMTRADE record (.cfg or\n"
+                         ".cff). The page is one HTML file with everything in it: mail it, archive it, open "
+                         "it without a network.\n"
+                         "A recording needs no ini file; with one, its names, circuits and bays are those of "
+                         "the converted record.\n"
+                         "Beyond 64 MB of samples the page holds a window around the trigger and says so.\n"
+                         "\n"
+                         "Exit code: 0 written, 1 the record cannot be read or the page cannot be written, 2 "
+                         "wrong usage, 130 ended\n"
+                         "by Ctrl-C (143 by SIGTERM).\n"
+                         "\n"
+                         "Example, with the sample station:\n"
+                         "  zucmtr sample --out station --force\n"
+                         "  zucmtr view station/Vostochnaya_000123.ZU -o station/fault.html"));
     command->callback([options, &chosen] { chosen = [options] { return RunView(*options); }; });
 }

@@ -1,6 +1,5 @@
 #include "zucmtr/commands/watchcommand.h"
 
-#include "text/error.h"
 #include "text/texts.h"
 #include "zucmtr/commands/deviceoptions.h"
 #include "zucmtr/commands/workoptions.h"
@@ -16,7 +15,6 @@
 #include <QFileInfo>
 
 #include <memory>
-#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -44,24 +42,16 @@ std::chrono::milliseconds Milliseconds(double seconds)
     return std::chrono::milliseconds(static_cast<int64_t>(seconds * 1000));
 }
 
-// Trouble that may have passed when the service manager restarts the program.
-class PassingTrouble : public text::Error
-{
-public:
-    using text::Error::Error;
-};
-
 void CheckDirectories(const WatchOptions& options)
 {
-    for (const std::string& directory : options.directories) {
-        const QFileInfo info(FromUtf8(directory));
+    for (const QString& directory : FromUtf8(options.directories)) {
+        const QFileInfo info(directory);
         if (!info.exists())
             throw PassingTrouble(Tr("watch", "there is no directory '%1'; make it first: mkdir -p %2")
-                                     .arg(FromUtf8(directory), ShellWord(FromUtf8(directory))));
+                                     .arg(directory, ShellWord(directory)));
         if (!info.isDir())
             throw ConfigurationError(
-                Tr("watch", "'%1' is no directory; give the one in which recordings arrive")
-                    .arg(FromUtf8(directory)));
+                Tr("watch", "'%1' is no directory; give the one in which recordings arrive").arg(directory));
     }
 }
 
@@ -82,7 +72,8 @@ WorkOrder CheckedOrder(const WatchOptions& options)
     if (options.work.noVerify && PutsAway(options.work))
         OrderOf(options.work, QString()); // throws
     try {
-        WorkOrder order = OrderOf(options.work, CheckedOutputDirectory(FromUtf8(options.out)));
+        WorkOrder order =
+            OrderOf(options.work, CheckedDirectory(QStringLiteral("--out"), FromUtf8(options.out)));
         order.mirror = Mirrors(options);
         order.sync = true; // the journal must not list a record that a power failure can destroy
         return order;
@@ -96,8 +87,7 @@ WorkOrder CheckedOrder(const WatchOptions& options)
 WatchOrder WatchOrderOf(const WatchOptions& options, const Worker& worker)
 {
     WatchOrder order;
-    for (const std::string& directory : options.directories)
-        order.directories << FromUtf8(directory);
+    order.directories = FromUtf8(options.directories);
     order.out = FromUtf8(options.out);
     order.archive = FromUtf8(options.work.archive);
     order.recursive = options.recursive;
@@ -144,59 +134,49 @@ int Begin(const WatchOptions& options)
 
 int RunWatch(const WatchOptions& options)
 {
-    const auto fail = [](const std::exception& error) {
-        Complain(text::MessageOf(error));
-        return ExitFailed;
-    };
     try {
         return Begin(options);
     } catch (const PassingTrouble& error) {
-        return fail(error);
-    } catch (const WatchJournal::Unwritable& error) {
-        return fail(error);
-    } catch (const WatchJournal::Taken& error) {
-        return fail(error);
+        Complain(error.Message());
+        return ExitFailed;
     }
 }
 
 void AddWatchOptions(CLI::App& command, WatchOptions& options)
 {
     command.add_flag("-r,--recursive", options.recursive,
-                     HelpText("watch", "Watch the directories below the given ones, too; their records go "
-                                       "to directories of the same names below --out"));
+                     HelpText("watch", "Watch the directories below the given ones, too; their records go to "
+                                       "directories of the same names below --out"));
     command.add_flag("--flat", options.flat,
                      HelpText("watch", "Put all records into the directory of --out itself"));
     command.add_flag("--once", options.once,
                      HelpText("watch", "Convert what is there and end, for example for cron"));
     command
-        .add_option("--state", options.state,
-                    HelpText("watch",
-                             "File that remembers what is converted. Default: .zucmtr-watch in the directory "
-                             "of --out"))
+        .add_option(
+            "--state", options.state,
+            HelpText(
+                "watch",
+                "File that remembers what is converted. Default: .zucmtr-watch in the directory of --out"))
         ->type_name("FILE");
     command
         .add_option("--rescan", options.rescan,
                     HelpText("watch", "Seconds after which the directories are scanned in any case, as "
                                       "network file systems report nothing. Default: 30"))
         ->check(values::Number(0.01, 86400))
-        ->type_name("SECONDS")
-        ->default_str("");
+        ->type_name("SECONDS");
     command
         .add_option("--retry-after", options.retryAfter,
-                    HelpText("watch",
-                             "Seconds after which a recording that failed is tried again; doubled after "
-                             "each failure. Default: 10"))
+                    HelpText("watch", "Seconds after which a recording that failed is tried again; doubled "
+                                      "after each failure. Default: 10"))
         ->check(values::Number(0, 86400))
-        ->type_name("SECONDS")
-        ->default_str("");
+        ->type_name("SECONDS");
     command
-        .add_option("--attempts", options.attempts,
-                    HelpText("watch",
-                             "How often a recording is tried before it is given up until it changes. "
-                             "Default: 8"))
+        .add_option(
+            "--attempts", options.attempts,
+            HelpText("watch",
+                     "How often a recording is tried before it is given up until it changes. Default: 8"))
         ->transform(values::WholeNumber(1, 1000))
-        ->type_name("N")
-        ->default_str("");
+        ->type_name("N");
     command.add_flag("--retry-given-up", options.retryGivenUp,
                      HelpText("watch", "Start by trying again those that were given up"));
 }

@@ -27,9 +27,8 @@ void AddWorkOptions(CLI::App& command, WorkOptions& options)
         HelpText("work", "Delete each recording after its record is verified and on the disk"));
     command
         .add_option("--archive", options.archive,
-                    HelpText("work",
-                             "Existing directory to which each recording is moved after its record is "
-                             "verified and on the disk"))
+                    HelpText("work", "Existing directory to which each recording is moved after its record "
+                                     "is verified and on the disk"))
         ->type_name("DIR")
         ->excludes(remove);
 }
@@ -51,8 +50,7 @@ WorkOrder OrderOf(const WorkOptions& options, const QString& out)
     order.events = options.events;
     order.removeSource = options.removeSource;
     if (!options.archive.empty())
-        order.archive =
-            CheckedDirectory(QStringLiteral("--archive"), QString::fromStdString(options.archive));
+        order.archive = CheckedDirectory(QStringLiteral("--archive"), FromUtf8(options.archive));
     return order;
 }
 

@@ -2,11 +2,9 @@
 
 #include "base/chainnames.h"
 #include "text/texts.h"
-#include "zucmtr/files/asidename.h"
 
 #include "explain/system.h"
 
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
@@ -38,7 +36,7 @@ void Unlink(const QString& path)
 }
 
 // Means nothing on a file that is no directory. Every copy has it from its creation until it has its name, so
-// that what a killed run leaves can be told from the part of another program, which may be all there is.
+// that what a killed run leaves is not confused with the part of another program, which may be the only copy.
 constexpr mode_t Mark = S_ISVTX;
 
 // Nothing is lost with it: it is marked as a copy, or the file has another name.
@@ -103,14 +101,6 @@ void CopyProperties(const Descriptor& from, const Descriptor& to)
     futimens(to.Number(), times.data());
 }
 
-bool LeadsTo(const QString& path, const Descriptor& file)
-{
-    Identity named;
-    Identity opened;
-    return systemfile::Identify(path, named, Links::Kept) == 0 && systemfile::Identify(file, opened) == 0 &&
-           named.IsSameFile(opened);
-}
-
 // Failures that are not about one file concern the disk, the network or the permissions.
 Trouble TroubleOf(int error)
 {
@@ -146,7 +136,7 @@ ArchiveCopies::~ArchiveCopies()
         const QString target = TargetOf(number);
         if (states[number] == State::Part)
             Unlink(PartOf(target));
-        else if (states[number] == State::Named && LeadsTo(target, placed[number]))
+        else if (states[number] == State::Named && systemfile::LeadsTo(target, placed[number]))
             Unlink(target);
     }
 }
@@ -277,7 +267,7 @@ void ArchiveCopies::Copy(size_t number)
         CopyProperties(chain.FileOf(number), copy);
         error = systemfile::Sync(copy);
     }
-    posix_fadvise(copy.Number(), 0, 0, POSIX_FADV_DONTNEED); // compared as it lies on the disk
+    posix_fadvise(copy.Number(), 0, 0, POSIX_FADV_DONTNEED); // compared as it is on the disk
     bool same = false;
     if (error == 0)
         error = chain.CompareContent(number, copy, same);
@@ -309,7 +299,7 @@ void ArchiveCopies::FinishOne(size_t number)
     if (error != 0)
         Fail(number, error);
     states[number] = State::Named;
-    if (!LeadsTo(target, placed[number])) // another program took the part's name
+    if (!systemfile::LeadsTo(target, placed[number])) // another program took the part's name
         Fail(number, EEXIST);
     ClearMark(chain.FileOf(number), placed[number]);
 }

@@ -13,6 +13,7 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <climits>
 #include <csignal>
 #include <fcntl.h>
 #include <iterator>
@@ -39,6 +40,11 @@ QString UndeletedText(const QString& path, int error)
 [[noreturn]] void ThrowUndeleted(const QString& path, int error)
 {
     throw Error(UndeletedText(path, error));
+}
+
+bool IsNameTooLong(const QString& path)
+{
+    return QFile::encodeName(QFileInfo(path).fileName()).size() > NAME_MAX;
 }
 
 [[noreturn]] void ThrowOpenForWriting(const QString& path)
@@ -269,7 +275,9 @@ void AsideFiles::MoveOne(size_t number)
 {
     AsideFile& file = files[number];
     const QString path = AsideName::PathOf(file.own, token);
-    const int error = systemfile::RenameToOwn(file.own, path);
+    // A continuation file gets a longer name later, when nobody can do anything about it.
+    const bool isTooLong = number > 0 && IsNameTooLong(AsideName::PathOf(file.own, token, true));
+    const int error = isTooLong ? ENAMETOOLONG : systemfile::RenameToOwn(file.own, path);
     if (error == ENOENT)
         ThrowChanged(Tr("sources", "'%1' is gone since it was read").arg(file.own));
     if (error == ENAMETOOLONG)

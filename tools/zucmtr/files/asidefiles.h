@@ -21,7 +21,7 @@ struct AsideFile
 };
 
 /// For one recording. A file that is aside is locked as long as `chain` lives, so that no other program takes
-/// it for one left over. The first file goes aside before the others and comes back after them: as long as it
+/// it for one left over. The first file is moved aside before the others and back after them: as long as it
 /// is there, the recording was not put away.
 class AsideFiles
 {
@@ -29,7 +29,7 @@ public:
     /// Locks the files. Throws Error if another program has one of them.
     explicit AsideFiles(const ChainFiles& chain_);
 
-    /// Puts back what is aside, and unlocks.
+    /// Puts back what is aside, and unlocks the files.
     ~AsideFiles();
     AsideFiles(const AsideFiles&) = delete;
     AsideFiles& operator=(const AsideFiles&) = delete;

@@ -104,15 +104,6 @@ ChainFiles::ChainFiles(const QString& firstFile)
     Read();
 }
 
-ChainFiles::ChainFiles(const QStringList& listed)
-{
-    for (const QString& path : listed) {
-        if (!Open(path))
-            throw Unreadable(Unreadable::Kind::Gone, path, ENOENT);
-    }
-    Read();
-}
-
 void ChainFiles::OpenContinuations(const QString& firstFile)
 {
     if (!zu::IsFirstFileName(firstFile))

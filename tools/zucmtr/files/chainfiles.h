@@ -40,10 +40,6 @@ public:
     /// Throws Unreadable, and std::bad_alloc without 64 KiB of memory.
     explicit ChainFiles(const QString& firstFile);
 
-    /// These files and no others, whatever else is beside them.
-    /// Goes with the functions of sourcefiles.h that take paths.
-    explicit ChainFiles(const QStringList& files);
-
     /// As opened, the first file first.
     const QStringList& Paths() const { return paths; }
     size_t Count() const { return files.size(); }

@@ -14,12 +14,12 @@ struct sqlite3;
 class Database
 {
 public:
-    /// The message is the reason alone, without the name of the file.
+    /// The message is only the reason, without the name of the file.
     class Failure : public text::Error
     {
     public:
         Failure(const QString& reason, bool isDamaged_) : text::Error(reason), isDamaged(isDamaged_) {}
-        const bool isDamaged; // it is no database, or lacks something
+        const bool isDamaged; // it is no database, or something in it is missing
     };
 
     /// Opens a file that is there; an empty one is an empty database. Most failures show at the first

@@ -11,8 +11,8 @@ enum class Trouble {
     Changed,  // not the files that were read, or in use by somebody: convert again
     Conflict, // the user has to move something away
     Archive,  // the archive cannot be written to: this affects every recording
-    Input,    // nothing in the recording's directory can be moved or deleted: likewise
-    NoRoom,   // a disk is full: likewise
+    Input,    // nothing in the recording's directory can be moved or deleted: the same
+    NoRoom,   // a disk is full: the same
     File      // this one could not be written, moved or deleted
 };
 

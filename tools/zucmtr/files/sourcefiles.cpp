@@ -77,14 +77,4 @@ void Archive(const ChainFiles& chain, const QString& directory)
     OrPutBack(aside, [&] { MoveIn(aside, copies); });
 }
 
-void Remove(const QStringList& files)
-{
-    Remove(ChainFiles(files));
-}
-
-void Archive(const QStringList& files, const QString& directory)
-{
-    Archive(ChainFiles(files), directory);
-}
-
 } // namespace sourcefiles

@@ -20,12 +20,8 @@ void Sync(const QStringList& files, const QString& directory);
 void Remove(const ChainFiles& chain);
 
 /// Moves the files of a recording into the directory, which is made if it is not there: they are placed
-/// there, then removed here. A file that is there already stands for its original if they are the same.
-/// Throws Error as Remove does, with nothing new in the archive but directories.
+/// there, then removed here. A file that is there already takes the place of its original if their contents
+/// are the same. Throws Error as Remove does, with nothing new in the archive but directories.
 void Archive(const ChainFiles& chain, const QString& directory);
-
-/// For paths that were not kept open since they were read. To be removed when their callers pass chains.
-void Remove(const QStringList& files);
-void Archive(const QStringList& files, const QString& directory);
 
 } // namespace sourcefiles

@@ -1,7 +1,6 @@
 #include "zucmtr/files/staging.h"
 
 #include "text/texts.h"
-#include "zucmtr/files/systemfile.h"
 
 #include "explain/system.h"
 
@@ -15,13 +14,14 @@
 #include <cstdlib>
 #include <fcntl.h>
 #include <limits>
-#include <sys/file.h>
 #include <sys/stat.h>
 #include <sys/statvfs.h>
 #include <thread>
 #include <unistd.h>
+#include <utility>
 
 using explain::SystemText;
+using systemfile::Descriptor;
 
 namespace {
 
@@ -38,12 +38,9 @@ QString MarkIn(const QString& directory)
 // Returns 0 or errno.
 int MakeMark(const QString& directory)
 {
-    const int file =
-        open(QFile::encodeName(MarkIn(directory)).constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
-    if (file < 0)
-        return errno;
-    close(file);
-    return 0;
+    const Descriptor mark(open(QFile::encodeName(MarkIn(directory)).constData(),
+                               O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
+    return mark.IsOpen() ? 0 : errno;
 }
 
 // The mark last, so that what a killed run leaves of the directory has it.
@@ -57,31 +54,23 @@ void RemoveWhole(const QString& directory)
     QDir(directory).removeRecursively();
 }
 
-bool LockFile(int file, int operation)
+Descriptor OpenDirectory(const QByteArray& path)
 {
-    while (flock(file, operation) != 0) {
-        if (errno != EINTR)
-            return false;
-    }
-    return true;
-}
-
-int OpenDirectory(const QByteArray& path)
-{
-    return open(path.constData(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
+    return Descriptor(open(path.constData(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
 }
 
 // Whether the path still leads to the directory that was opened.
-bool IsStillThere(const QByteArray& path, int file)
+bool IsStillThere(const QByteArray& path, const Descriptor& directory)
 {
     struct stat named = {};
     struct stat opened = {};
     if (lstat(path.constData(), &named) != 0)
         return errno != ENOENT;
-    return fstat(file, &opened) == 0 && named.st_dev == opened.st_dev && named.st_ino == opened.st_ino;
+    return fstat(directory.Number(), &opened) == 0 && named.st_dev == opened.st_dev &&
+           named.st_ino == opened.st_ino;
 }
 
-// Whether a directory holds nothing but what is written here, so that it is not one of the user's.
+// Whether everything in a directory may have been written here, so that it is not one of the user's.
 bool HoldsARecordAlone(const QString& path)
 {
     static const QStringList endings = {"cfg",    "dat",    "hdr",    "inf",    "cff",  "cfgtmp",
@@ -130,10 +119,8 @@ Staging::Staging(const QString& out_, std::chrono::milliseconds patience_) : out
 {
     // Before it is locked, a new directory looks like one of a killed run, and may be removed as such.
     do {
-        if (handle >= 0)
-            close(handle);
         Make();
-    } while ((!LockFile(handle, LOCK_EX | LOCK_NB) && errno == EWOULDBLOCK) ||
+    } while (systemfile::LockAlone(handle) == systemfile::Lock::Held ||
              !IsStillThere(QFile::encodeName(directory), handle));
 }
 
@@ -141,14 +128,13 @@ void Staging::Make()
 {
     QByteArray path = QFile::encodeName(out + QStringLiteral("/.zucmtr-XXXXXX"));
     const bool made = mkdtemp(path.data()) != nullptr;
-    handle = made ? OpenDirectory(path) : -1;
+    Descriptor opened = made ? OpenDirectory(path) : Descriptor();
     const int error = errno;
+    handle = std::move(opened);
     directory = QFile::decodeName(path);
-    const int code = handle >= 0 ? MakeMark(directory) : error;
+    const int code = handle.IsOpen() ? MakeMark(directory) : error;
     if (code == 0 || (made && code == ENOENT)) // removed already
         return;
-    if (handle >= 0)
-        close(handle);
     if (made)
         rmdir(path.constData());
     throw StagingError(
@@ -159,9 +145,6 @@ void Staging::Make()
 Staging::~Staging()
 {
     RemoveWhole(directory);
-    close(handle);
-    if (lock >= 0)
-        close(lock);
 }
 
 QByteArray Staging::Own(const QString& name) const
@@ -230,24 +213,20 @@ qint64 Staging::Written() const
 
 void Staging::Lock()
 {
-    if (lock >= 0)
+    if (lock.IsOpen())
         return;
-    lock = open(QFile::encodeName(out).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    Descriptor opened(open(QFile::encodeName(out).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     constexpr std::chrono::milliseconds pause{10};
     const auto end = std::chrono::steady_clock::now() + patience;
-    while (lock >= 0 && !LockFile(lock, LOCK_EX | LOCK_NB) && errno == EWOULDBLOCK) {
-        if (std::chrono::steady_clock::now() >= end) {
-            close(lock);
-            lock = -1;
-            throw StagingError(
-                Tr("staging",
-                   "another zucmtr holds the directory '%1', where it puts a record in place; convert "
-                   "again when it has ended")
-                    .arg(out),
-                EWOULDBLOCK);
-        }
+    while (opened.IsOpen() && systemfile::LockAlone(opened) == systemfile::Lock::Held) {
+        if (std::chrono::steady_clock::now() >= end)
+            throw StagingError(Tr("staging", "another zucmtr holds the directory '%1', where it puts a "
+                                             "record in place; convert again when it has ended")
+                                   .arg(out),
+                               EWOULDBLOCK);
         std::this_thread::sleep_for(pause);
     }
+    lock = std::move(opened);
 }
 
 void Staging::Commit(const QStringList& names, bool sync)
@@ -380,15 +359,13 @@ void Staging::RemoveLeft(const QString& out)
     const QDir parent(out);
     for (const QString& name : parent.entryList({NamePattern}, QDir::Dirs | QDir::Hidden)) {
         const QString path = parent.filePath(name);
-        const int handle = OpenDirectory(QFile::encodeName(path));
-        if (handle < 0)
+        const Descriptor handle = OpenDirectory(QFile::encodeName(path));
+        if (!handle.IsOpen() || !HoldsARecordAlone(path) ||
+            systemfile::LockAlone(handle) != systemfile::Lock::Taken)
             continue;
-        if (HoldsARecordAlone(path) && LockFile(handle, LOCK_EX | LOCK_NB)) {
-            if (QFileInfo(MarkIn(path)).isFile())
-                RemoveWhole(path);
-            else
-                rmdir(QFile::encodeName(path).constData()); // if nothing is in it
-        }
-        close(handle);
+        if (QFileInfo(MarkIn(path)).isFile())
+            RemoveWhole(path);
+        else
+            rmdir(QFile::encodeName(path).constData()); // if nothing is in it
     }
 }

@@ -4,10 +4,11 @@
 // The final names change in one order: the earlier configuration goes first, the new one comes last. So at
 // every moment a configuration (.cfg, .cff) that is there has its own pieces around it: the earlier record is
 // whole, or the new one is, or there are pieces without a configuration, which no reader takes for a record.
-// What lies there in the end is what the library leaves when it converts right into the directory.
+// The final state is the one that the library leaves when it converts right into the directory.
 #pragma once
 
 #include "text/error.h"
+#include "zucmtr/files/systemfile.h"
 
 #include <QString>
 #include <QStringList>
@@ -51,13 +52,13 @@ public:
     void Sync(const QStringList& names);
 
     /// Whether the disk has no room for a record of that size (bytes), counting what is already here of it,
-    /// or for another 64 KiB: for the case that something here could not be written and nobody can say why.
+    /// or for another 64 KiB: for when something here could not be written for an unknown reason.
     bool IsDiskFull(qint64 recordSize) const;
 
-    /// Waits until nobody else commits to out, and keeps others out until the object goes: what is seen at
-    /// the final names from here on is what Commit replaces. A commit takes moments; whoever holds the
-    /// directory for longer is stopped or waits for a disk. On a file system without locks it does nothing.
-    /// Throws StagingError.
+    /// Waits until nobody else commits to out, and keeps others out as long as the object lives: what is
+    /// found under the final names from here on is what Commit replaces. A commit takes moments; a process
+    /// that holds the directory for longer is stopped or waits for a disk. On a file system without locks it
+    /// does nothing. Throws StagingError.
     void Lock();
 
     /// Gives the pieces their final names, over those of an earlier record. names are file names without a
@@ -97,8 +98,8 @@ private:
     const QString out;
     const std::chrono::milliseconds patience;
     QString directory;
-    int handle = -1; // of the directory: its lock shows RemoveLeft that it is in use
-    int lock = -1;   // of out
+    systemfile::Descriptor handle; // of the directory: its lock shows RemoveLeft that it is in use
+    systemfile::Descriptor lock;   // of out
     QStringList synced;
     std::vector<Move> moves; // of the current commit, in order
 };

@@ -132,12 +132,6 @@ int RenameAfterALook(const QString& from, const QString& to)
                                                                                                     : errno;
 }
 
-// Succeeds only if nobody works with the file.
-Lock LockAlone(const Descriptor& file)
-{
-    return Answer(Flock(file, LOCK_EX));
-}
-
 // Programs work with files for moments, or as long as a copy takes.
 bool IsOld(const Identity& identity)
 {
@@ -183,6 +177,13 @@ int Identify(const QString& path, Identity& identity, Links links)
 int Identify(const Descriptor& file, Identity& identity)
 {
     return Identify(file.Number(), "", AT_EMPTY_PATH, identity);
+}
+
+bool LeadsTo(const QString& path, const Descriptor& file)
+{
+    Identity named;
+    Identity opened;
+    return Identify(path, named, Links::Kept) == 0 && Identify(file, opened) == 0 && named.IsSameFile(opened);
 }
 
 bool IsTaken(const QString& path)
@@ -279,6 +280,11 @@ Lock LockShared(const Descriptor& file)
     return Answer(Flock(file, LOCK_SH));
 }
 
+Lock LockAlone(const Descriptor& file)
+{
+    return Answer(Flock(file, LOCK_EX));
+}
+
 void Unlock(const Descriptor& file)
 {
     Flock(file, LOCK_UN);
@@ -288,19 +294,18 @@ bool TakeAbandoned(const QString& path, Descriptor& held)
 {
     held = OpenToRead(path);
     Lock lock = held.IsOpen() ? LockAlone(held) : Lock::Unknown;
-    if (lock == Lock::Unknown) { // NFS locks alone only what is open for writing
+    if (lock == Lock::Unknown) { // NFS has exclusive locks only for what is open for writing
         held = Descriptor(
             open(QFile::encodeName(path).constData(), O_RDWR | O_NONBLOCK | O_NOCTTY | O_CLOEXEC, 0));
         lock = held.IsOpen() ? LockAlone(held) : Lock::Unknown;
     }
     Identity named;
-    Identity opened;
     if (lock == Lock::Held || Identify(path, named, Links::Kept) != 0)
         return false;
     if (lock == Lock::Unknown)
         return IsOld(named);
     // Another program may have put the file away before the lock was ours.
-    return named.IsLink() || (Identify(held, opened) == 0 && named.IsSameFile(opened));
+    return named.IsLink() || LeadsTo(path, held);
 }
 
 int MakeDirectory(const QString& path)

@@ -51,6 +51,9 @@ enum class Links { Followed, Kept };
 int Identify(const QString& path, Identity& identity, Links links = Links::Followed);
 int Identify(const Descriptor& file, Identity& identity);
 
+/// Whether the path is a name of the open file.
+bool LeadsTo(const QString& path, const Descriptor& file);
+
 /// Whether the name is in use, even by a link that leads nowhere. If that is unknown, it counts as taken.
 bool IsTaken(const QString& path);
 
@@ -85,15 +88,18 @@ int CompareStart(const Descriptor& start, const Descriptor& whole, bool& same);
 /// Nobody else may be using `from`.
 int RenameToFree(const QString& from, const QString& to);
 
-/// The same for a `from` that others may exchange at any time, and a name `to` that nobody else would take.
+/// The same for a `from` that others may replace at any time, and a name `to` that nobody else would take.
 int RenameToOwn(const QString& from, const QString& to);
 
 /// Whether somebody else may be using a file.
 enum class Lock { Taken, Held, Unknown };
 
-/// Marks an open file as in use, as long as it is open (Taken). Held: somebody else has it alone. Unknown:
-/// the file system has no such locks.
+/// Marks an open file as in use, as long as it is open (Taken). Held: somebody else has locked it for
+/// themselves. Unknown: the file system has no such locks.
 Lock LockShared(const Descriptor& file);
+
+/// Keeps all others from an open file or directory. Held: somebody else has locked it, alone or not.
+Lock LockAlone(const Descriptor& file);
 
 void Unlock(const Descriptor& file);
 

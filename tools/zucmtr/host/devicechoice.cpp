@@ -117,13 +117,6 @@ QString ChosenDevice(const QString& ini, const QString& defaults, const QStringL
             .arg(Bracketed(devices)));
 }
 
-void CheckNamedSection(const QString& option, const QString& ini, const QString& section)
-{
-    const QString missing = section.isEmpty() ? QString() : MissingSectionText(ini, section);
-    if (!missing.isEmpty())
-        throw ConfigurationError(option + QStringLiteral(": ") + missing);
-}
-
 } // namespace
 
 QString IniOf(const Recording& recording)
@@ -148,8 +141,8 @@ void CompleteDefaults(DeviceChoice& choice, const std::vector<Recording>& record
 {
     CompleteIni(choice, recordings);
     CheckIniFile(choice.ini);
-    CheckNamedSection(QStringLiteral("--defaults"), choice.ini, choice.defaults);
-    CheckNamedSection(QStringLiteral("--device"), choice.ini, choice.device);
+    CheckSection(QStringLiteral("--defaults"), choice.ini, choice.defaults);
+    CheckSection(QStringLiteral("--device"), choice.ini, choice.device);
     if (!choice.defaults.isEmpty())
         return;
     const QStringList sections = inicheck::IniLines(choice.ini).Sections();

@@ -52,8 +52,8 @@ void CheckCommitted(Outcome& outcome, const QString& outDirectory)
     outcome.converted = false;
     outcome.couldNotWrite = true;
     outcome.reason = reason::RecordNotInPlace;
-    outcome.error = Tr("host", "the record could not be put in place, '%1' is left; free the final name "
-                               "and the disk, then convert again")
+    outcome.error = Tr("host", "the record could not be put in place, '%1' is left; free the final name and "
+                               "the disk, then convert again")
                         .arg(left);
 }
 
@@ -72,9 +72,7 @@ Host::~Host()
 
 void Host::LoadDefaults(const QString& iniPath, const QString& section)
 {
-    const QString missing = MissingSectionText(iniPath, section);
-    if (!missing.isEmpty())
-        throw ConfigurationError(QStringLiteral("--defaults: ") + missing);
+    CheckSection(QStringLiteral("--defaults"), iniPath, section);
     if (!ZuCmtrLoadFromIniDefault(iniPath, section)) {
         const QString what =
             Tr("host", "--defaults: section [%1] of '%2' does not load").arg(section, iniPath);
@@ -85,9 +83,7 @@ void Host::LoadDefaults(const QString& iniPath, const QString& section)
 
 unsigned int Host::LoadDevice(const QString& iniPath, const QString& section)
 {
-    const QString missing = MissingSectionText(iniPath, section);
-    if (!missing.isEmpty())
-        throw ConfigurationError(QStringLiteral("--device: ") + missing);
+    CheckSection(QStringLiteral("--device"), iniPath, section);
     unsigned int device = 0;
     if (!ZuCmtrLoadFromIni(iniPath, section, &device)) {
         const QString what = Tr("host", "--device: section [%1] of '%2' does not load").arg(section, iniPath);
@@ -126,8 +122,8 @@ Outcome Host::Convert(const QString& file, const QString& outDirectory, unsigned
         }
     } catch (const std::out_of_range&) {
         outcome.reason = reason::ConverterException;
-        outcome.error = Tr("host", "the start comment has too few values, or the segments have analog but "
-                                   "no discrete channels; the library gives up such a recording");
+        outcome.error = Tr("host", "the start comment has too few values, or the segments have analog but no "
+                                   "discrete channels; the library gives up such a recording");
     } catch (const std::bad_alloc&) {
         outcome.reason = reason::OutOfMemory;
         outcome.error = text::MemoryMessage();

@@ -43,10 +43,9 @@ void LogFile::UseOwnLog()
     own = std::make_unique<output::ScratchFile>();
     path = own->Path();
     if (path.isEmpty())
-        throw ConfigurationError(
-            Tr("log", "cannot make a temporary log file in '%1'; set TMPDIR to a directory that can be "
-                      "written to, or name a log file by --log")
-                .arg(qEnvironmentVariable("TMPDIR", QStringLiteral("/tmp"))));
+        throw ConfigurationError(Tr("log", "cannot make a temporary log file in '%1'; set TMPDIR to a "
+                                           "directory that can be written to, or name a log file by --log")
+                                     .arg(qEnvironmentVariable("TMPDIR", QStringLiteral("/tmp"))));
 }
 
 LogFile::~LogFile()

@@ -5,33 +5,9 @@
 
 namespace {
 
-const char* StateKey(ItemState state)
-{
-    switch (state) {
-    case ItemState::Converted:
-        return "converted";
-    case ItemState::Present:
-        return "present";
-    case ItemState::Planned:
-        return "planned";
-    case ItemState::Failed:
-        break;
-    }
-    return "failed";
-}
-
-const char* FateKey(SourceFate fate)
-{
-    switch (fate) {
-    case SourceFate::Kept:
-        return "kept";
-    case SourceFate::Removed:
-        return "removed";
-    case SourceFate::Archived:
-        break;
-    }
-    return "archived";
-}
+// In the order of their enumerators.
+const char* const StateWords[] = {"converted", "present", "planned", "failed"};
+const char* const FateWords[] = {"kept", "removed", "archived"};
 
 } // namespace
 
@@ -47,7 +23,7 @@ QJsonObject JsonOf(const BatchItem& item)
     const bool hasFailed = item.state == ItemState::Failed;
     QJsonObject object;
     object["file"] = item.recording.path;
-    object["status"] = QLatin1String(StateKey(item.state));
+    object["status"] = QLatin1String(StateWords[static_cast<int>(item.state)]);
     object["reason"] = hasFailed ? QJsonValue(QLatin1String(item.reason)) : QJsonValue();
     object["error"] = hasFailed ? QJsonValue(item.error) : QJsonValue();
     object["record"] = item.recordName;
@@ -56,7 +32,7 @@ QJsonObject JsonOf(const BatchItem& item)
     object["sources"] = QJsonArray::fromStringList(item.sources);
     object["notes"] = QJsonArray::fromStringList(item.notes);
     object["verified"] = item.verified;
-    object["source"] = QLatin1String(FateKey(item.fate));
+    object["source"] = QLatin1String(FateWords[static_cast<int>(item.fate)]);
     object["seconds"] = item.seconds;
     if (!item.summary.isEmpty())
         object["summary"] = QJsonDocument::fromJson(item.summary.toUtf8()).object();

@@ -92,8 +92,8 @@ void BatchReport::WarnOfReplaced(const BatchItem& item) const
                              "recording, convert them into different directories")
                      .arg(item.recording.path, records.value(PlaceOf(item))));
     if (!Replaced(item).isEmpty())
-        Complain(Tr("batch", "%1: its record replaced that of %2, which has the same name; convert them "
-                             "into different directories")
+        Complain(Tr("batch", "%1: its record replaced that of %2, which has the same name; convert them into "
+                             "different directories")
                      .arg(item.recording.path, Replaced(item)));
 }
 

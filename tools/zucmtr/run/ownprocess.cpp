@@ -143,11 +143,11 @@ BatchItem CutOff(int status)
                           .arg(outside));
     const QString how = WIFSIGNALED(status) ? Tr("watch", "signal %1").arg(WTERMSIG(status))
                                             : Tr("watch", "exit code %1").arg(WEXITSTATUS(status));
-    return Failed(reason::NeverEnded,
-                  Tr("watch",
-                     "not converted: the program does not survive it (%1); send the recording to the "
-                     "maintainers")
-                      .arg(how));
+    return Failed(
+        reason::NeverEnded,
+        Tr("watch",
+           "not converted: the program does not survive it (%1); send the recording to the maintainers")
+            .arg(how));
 }
 
 } // namespace

@@ -11,15 +11,12 @@
 #include "zucmtr/run/workfailure.h"
 #include "zucmtr/terminal/command.h"
 
-#include <QDir>
 #include <QFile>
-#include <QFileInfo>
 
 #include <cerrno>
 #include <chrono>
 #include <cstring>
 #include <new>
-#include <stdexcept>
 
 namespace {
 
@@ -28,10 +25,8 @@ constexpr int MostTries = 3;
 
 void FailForAMoment(BatchItem& item)
 {
-    item.Fail(reason::SourceUnreadable,
-              Tr("worker",
-                 "not converted: for a moment the recording could not be read, or its record not be written; "
-                 "convert again"));
+    item.Fail(reason::SourceUnreadable, Tr("worker", "not converted: for a moment the recording could not be "
+                                                     "read, or its record not be written; convert again"));
 }
 
 void FailBy(BatchItem& item, const Outcome& outcome)
@@ -324,12 +319,11 @@ bool Worker::MayReplace(BatchItem& item, const verify::Presence& presence) const
                      "back beside '%2', or replace the record by this shorter one with --replace")
                       .arg(item.files.first(), item.recording.path));
     else
-        item.Fail(
-            reason::OtherRecordPresent,
-            Tr("worker",
-               "not converted: '%1' is there already and is not the record of this recording (%2); move "
-               "it away, choose another directory by --out, or replace it by --replace")
-                .arg(item.files.first(), presence.standing.reason));
+        item.Fail(reason::OtherRecordPresent,
+                  Tr("worker",
+                     "not converted: '%1' is there already and is not the record of this recording (%2); "
+                     "move it away, choose another directory by --out, or replace it by --replace")
+                      .arg(item.files.first(), presence.standing.reason));
     item.files.clear();
     return false;
 }

@@ -8,7 +8,6 @@
 #include "zucmtr/run/recordplace.h"
 #include "zucmtr/run/worker.h"
 #include "zucmtr/run/workerjob.h"
-#include "zucmtr/run/workfailure.h"
 
 #include <QFile>
 #include <QFileInfo>

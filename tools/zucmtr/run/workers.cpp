@@ -20,9 +20,9 @@ void CheckDeletion(const Worker& worker, const WorkOrder& order, const DeviceCho
         return;
     throw ConfigurationError(
         Tr("convert",
-           "'%1' has 'Удалять исходные = 1' in force for [%2]: the recordings would be deleted before "
-           "their records are verified. Set the key to 0 and give --remove-source, which deletes each "
-           "recording after its record is verified; or give --trust-writer to delete them unseen")
+           "'%1' has 'Удалять исходные = 1' in force for [%2]: the recordings would be deleted before their "
+           "records are verified. Set the key to 0 and give --remove-source, which deletes each recording "
+           "after its record is verified; or give --trust-writer to delete them unseen")
             .arg(choice.ini, choice.device));
 }
 

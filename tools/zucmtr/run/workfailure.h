@@ -1,7 +1,6 @@
 // What the exceptions that end the work on a recording mean for it.
 #pragma once
 
-#include "text/error.h"
 #include "zucmtr/run/batchitem.h"
 
 /// Within a handler: marks the item as failed by the exception that is being caught, with its reason, and

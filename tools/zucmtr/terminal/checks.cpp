@@ -34,11 +34,6 @@ QString CheckedDirectory(const QString& option, const QString& path)
     return QDir::cleanPath(path);
 }
 
-QString CheckedOutputDirectory(const QString& path)
-{
-    return CheckedDirectory(QStringLiteral("--out"), path);
-}
-
 // The path, or the nearest one above it that exists.
 static QString NearestThere(QString path)
 {
@@ -66,9 +61,8 @@ void CheckIniFile(const QString& path)
 {
     const QFileInfo file(path);
     if (file.exists() && !file.isFile())
-        throw ConfigurationError(Tr("checks", "--ini: '%1' is not a file; give the path of the recorders' "
-                                              "ini file")
-                                     .arg(path));
+        throw ConfigurationError(
+            Tr("checks", "--ini: '%1' is not a file; give the path of the recorders' ini file").arg(path));
     const QString reason = explain::Unreadable(path);
     if (!reason.isEmpty())
         throw ConfigurationError(QStringLiteral("--ini: %1: %2").arg(path, reason));
@@ -89,13 +83,13 @@ void CheckLogFile(const QString& path)
                             : target.kind == output::Kind::NewFile && !path.isEmpty() && directory.isDir() &&
                                   directory.isWritable();
     if (!usable)
-        throw ConfigurationError(
-            Tr("checks", "--log: cannot write the file '%1'; give a file in a directory that exists and "
-                         "can be written to")
-                .arg(path));
+        throw ConfigurationError(Tr("checks", "--log: cannot write the file '%1'; give a file in a directory "
+                                              "that exists and can be written to")
+                                     .arg(path));
 }
 
-QString MissingSectionText(const QString& iniPath, const QString& section)
+// Says which sections there are; empty if the section is among them.
+static QString MissingSectionText(const QString& iniPath, const QString& section)
 {
     const bool isThere = explain::Unreadable(iniPath).isEmpty();
     const QStringList sections = isThere ? inicheck::IniLines(iniPath).Sections() : QStringList();
@@ -105,6 +99,13 @@ QString MissingSectionText(const QString& iniPath, const QString& section)
         return Tr("checks", "'%1' has no section at all; is it the recorders' ini file?").arg(iniPath);
     return Tr("checks", "'%1' has no section [%2]; it has [%3]")
         .arg(iniPath, section, sections.join(QLatin1String("], [")));
+}
+
+void CheckSection(const QString& option, const QString& iniPath, const QString& section)
+{
+    const QString missing = section.isEmpty() ? QString() : MissingSectionText(iniPath, section);
+    if (!missing.isEmpty())
+        throw ConfigurationError(option + QStringLiteral(": ") + missing);
 }
 
 // One name for each file, whether it exists or not. Empty for what may be written to twice.

@@ -4,15 +4,11 @@
 
 #include <QPair>
 #include <QString>
-#include <QStringList>
 #include <QVector>
 
 /// The directory that an option names, as the library wants it, without a final slash. It must exist and be
 /// writable; none is made, so that a typing mistake does not scatter files.
 QString CheckedDirectory(const QString& option, const QString& path);
-
-/// The same for --out.
-QString CheckedOutputDirectory(const QString& path);
 
 /// Makes the directory and those above it, if they do not exist.
 void MakeDirectory(const QString& option, const QString& path);
@@ -24,8 +20,9 @@ void CheckIniFile(const QString& path);
 /// anything but a regular file is checked when it is opened.
 void CheckLogFile(const QString& path);
 
-/// Says which sections the ini file has if `section` is not among them; empty if it is.
-QString MissingSectionText(const QString& iniPath, const QString& section);
+/// The section that an option names must be one of the ini file's; the text says which it has. An empty
+/// name is none.
+void CheckSection(const QString& option, const QString& iniPath, const QString& section);
 
 /// Each option must name a different file to write to; the pairs are of option and path. Empty paths are
 /// ignored.

@@ -12,6 +12,7 @@
 
 #include <functional>
 #include <string>
+#include <vector>
 
 /// The program's exit codes.
 enum ExitCode {
@@ -27,6 +28,14 @@ using Action = std::function<int()>;
 inline QString FromUtf8(const std::string& utf8)
 {
     return QString::fromStdString(utf8);
+}
+
+inline QStringList FromUtf8(const std::vector<std::string>& utf8)
+{
+    QStringList texts;
+    for (const std::string& text : utf8)
+        texts << FromUtf8(text);
+    return texts;
 }
 
 /// Settings with which a command cannot start; the lines say what is wrong and what to do. It ends the

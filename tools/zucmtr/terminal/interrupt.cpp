@@ -1,5 +1,6 @@
 #include "zucmtr/terminal/interrupt.h"
 
+#include <atomic>
 #include <csignal>
 #include <unistd.h>
 
@@ -7,7 +8,9 @@ namespace interrupt {
 
 namespace {
 
-volatile std::sig_atomic_t received = 0; // number of the signal
+// Number of the signal. Atomic, as the threads of a batch ask for it; without a lock, as a handler sets it.
+std::atomic<int> received = 0;
+static_assert(std::atomic<int>::is_always_lock_free);
 
 extern "C" void OnSignal(int number)
 {

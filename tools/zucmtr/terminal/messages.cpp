@@ -8,7 +8,6 @@
 #include <QStringList>
 #include <QtGlobal>
 
-#include <cstdlib>
 #include <exception>
 #include <mutex>
 

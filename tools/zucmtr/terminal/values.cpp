@@ -46,67 +46,63 @@ std::string NameWith(const std::vector<std::string>& words)
     return Offered + CLI::detail::join(words, " ");
 }
 
+// check says what is wrong with a value, which it may rewrite; an empty text accepts it.
+template <class Check>
+CLI::Validator Checked(Check check, const std::string& name = std::string())
+{
+    return CLI::Validator([check](std::string& text) { return check(text).toStdString(); }, "", name);
+}
+
 } // namespace
 
 CLI::Validator WholeNumber(int64_t lowest, int64_t highest)
 {
-    return CLI::Validator(
-        [=](std::string& text) {
-            int64_t number = 0;
-            if (!Parse(text, number) || number < lowest || number > highest)
-                return Tr("values", "'%1' is wrong; give a whole number from %2 to %3")
-                    .arg(FromUtf8(text), QString::number(lowest), QString::number(highest))
-                    .toStdString();
-            text = std::to_string(number);
-            return std::string();
-        },
-        "");
+    return Checked([=](std::string& text) {
+        int64_t number = 0;
+        if (!Parse(text, number) || number < lowest || number > highest)
+            return Tr("values", "'%1' is wrong; give a whole number from %2 to %3")
+                .arg(FromUtf8(text), QString::number(lowest), QString::number(highest));
+        text = std::to_string(number);
+        return QString();
+    });
 }
 
 CLI::Validator Number(double lowest, double highest)
 {
-    return CLI::Validator(
-        [=](std::string& text) {
-            double number = 0;
-            const bool good = Parse(text, number) && number >= lowest && number <= highest;
-            return good ? std::string()
-                        : Tr("values", "'%1' is wrong; give a number from %2 to %3")
-                              .arg(FromUtf8(text), QString::number(lowest), QString::number(highest, 'f', 0))
-                              .toStdString();
-        },
-        "");
+    return Checked([=](const std::string& text) {
+        double number = 0;
+        const bool good = Parse(text, number) && number >= lowest && number <= highest;
+        return good ? QString()
+                    : Tr("values", "'%1' is wrong; give a number from %2 to %3")
+                          .arg(FromUtf8(text), QString::number(lowest), QString::number(highest, 'f', 0));
+    });
 }
 
 CLI::Validator NumberBelow(double limit)
 {
-    return CLI::Validator(
-        [=](std::string& text) {
-            double number = 0;
-            const bool good = Parse(text, number) && number > 0 && number < limit;
-            return good ? std::string()
-                        : Tr("values", "'%1' is wrong; give a number above 0 and below %2")
-                              .arg(FromUtf8(text), QString::number(limit, 'f', 0))
-                              .toStdString();
-        },
-        "");
+    return Checked([=](const std::string& text) {
+        double number = 0;
+        const bool good = Parse(text, number) && number > 0 && number < limit;
+        return good ? QString()
+                    : Tr("values", "'%1' is wrong; give a number above 0 and below %2")
+                          .arg(FromUtf8(text), QString::number(limit, 'f', 0));
+    });
 }
 
 CLI::Validator OneOf(const std::vector<std::string>& words)
 {
-    return CLI::Validator(
-        [=](std::string& text) {
-            return std::find(words.begin(), words.end(), text) != words.end()
-                       ? std::string()
-                       : Tr("values", "'%1' is wrong; give one of %2")
-                             .arg(FromUtf8(text), FromUtf8(CLI::detail::join(words, ", ")))
-                             .toStdString();
-        },
-        "", NameWith(words));
+    const auto check = [=](const std::string& text) {
+        return std::find(words.begin(), words.end(), text) != words.end()
+                   ? QString()
+                   : Tr("values", "'%1' is wrong; give one of %2")
+                         .arg(FromUtf8(text), FromUtf8(CLI::detail::join(words, ", ")));
+    };
+    return Checked(check, NameWith(words));
 }
 
 CLI::Validator Offer(const std::vector<std::string>& words)
 {
-    return CLI::Validator([](std::string&) { return std::string(); }, "", NameWith(words));
+    return Checked([](const std::string&) { return QString(); }, NameWith(words));
 }
 
 QStringList OfferedWords(CLI::Option& option)
@@ -125,32 +121,25 @@ QStringList OfferedWords(CLI::Option& option)
 
 CLI::Validator Size()
 {
-    return CLI::Validator(
-        [](std::string& text) {
-            uint64_t bytes = 0;
-            if (!ParseSize(FromUtf8(text), bytes))
-                return Tr("values", "'%1' is wrong; give a size as 800M or 2G, or 0 for no limit")
-                    .arg(FromUtf8(text))
-                    .toStdString();
-            text = std::to_string(bytes);
-            return std::string();
-        },
-        "");
+    return Checked([](std::string& text) {
+        uint64_t bytes = 0;
+        if (!ParseSize(FromUtf8(text), bytes))
+            return Tr("values", "'%1' is wrong; give a size as 800M or 2G, or 0 for no limit")
+                .arg(FromUtf8(text));
+        text = std::to_string(bytes);
+        return QString();
+    });
 }
 
 void RefuseEmpty(CLI::App& app)
 {
-    const CLI::Validator option(
-        [](std::string& text) {
-            return text.empty() ? HelpText("values", "the value is empty; give one, or leave the option out")
-                                : std::string();
-        },
-        "");
-    const CLI::Validator argument(
-        [](std::string& text) {
-            return text.empty() ? HelpText("values", "the path is empty; give one") : std::string();
-        },
-        "");
+    const CLI::Validator option = Checked([](const std::string& text) {
+        return text.empty() ? Tr("values", "the value is empty; give one, or leave the option out")
+                            : QString();
+    });
+    const CLI::Validator argument = Checked([](const std::string& text) {
+        return text.empty() ? Tr("values", "the path is empty; give one") : QString();
+    });
     const auto takesValue = [](const CLI::Option* one) { return one->get_items_expected_max() > 0; };
     for (CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; })) {
         for (CLI::Option* one : command->get_options(takesValue))

@@ -10,7 +10,7 @@
 
 namespace {
 
-// Writing alone is not watched: a growing recording would cause the directories to be scanned all the time.
+// Writing is not watched: a growing recording would cause the directories to be scanned all the time.
 // Permissions are, as a file that could not be read may be readable now.
 constexpr uint32_t events = IN_CREATE | IN_DELETE | IN_MOVED_FROM | IN_MOVED_TO | IN_ATTRIB | IN_DELETE_SELF |
                             IN_MOVE_SELF | IN_ONLYDIR;

@@ -6,9 +6,9 @@ namespace textjournal {
 
 namespace {
 
-// Further lines: the mark of a verdict, the print of the recording and the absolute path of its first file;
-// of a converted one its record; of one converted in part, or given up, the print of the access to its files.
-// They are separated by blanks, and have theirs as %XX.
+// The lines after it: the mark of a verdict, the fingerprint of the recording, the absolute path of its first
+// file; its record if it was converted; the fingerprint of the access to its files if it was converted in
+// part or given up. Fields are separated by blanks; their own blanks are written as %XX.
 const char* const Header = "zucmtr watch 1\n";
 const char* const Marks = "?BFKWCPG"; // in the order of the verdicts
 constexpr int PrintSize = 40;
@@ -29,7 +29,7 @@ void Read(const QByteArray& bytes, const Take& take)
 {
     using Verdict = WatchJournal::Verdict;
     QList<QByteArray> lines = bytes.split('\n');
-    lines.removeLast(); // what comes after the last line's end
+    lines.removeLast(); // what follows the last line feed
     for (const QByteArray& line : lines.mid(1)) {
         const QList<QByteArray> words = line.split(' ');
         const int number = words[0].size() == 1 ? QByteArray(Marks).indexOf(words[0]) : 0;

@@ -1,4 +1,4 @@
-// The journal of 'zucmtr watch' as earlier versions kept it: a file of lines, which is taken over once.
+// The journal of 'zucmtr watch' as earlier versions kept it: a text file, which is imported once.
 #pragma once
 
 #include "zucmtr/watch/watchjournal.h"
@@ -10,10 +10,10 @@
 
 namespace textjournal {
 
-/// Whether a file with these bytes at its beginning is one, be it cut off in its first line.
+/// Whether a file that starts with these bytes is one, even if it is cut off in its first line.
 bool Is(const QByteArray& begin);
 
-/// Gives each line in order; one that was cut off counts as none.
+/// Calls `take` for each line in order; a line that was cut off is ignored.
 using Take = std::function<void(const QString& recording, const WatchJournal::Entry& entry)>;
 void Read(const QByteArray& bytes, const Take& take);
 

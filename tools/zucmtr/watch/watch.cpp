@@ -22,18 +22,19 @@
 #include <csignal>
 
 using watchevents::Emit;
+using Verdict = WatchJournal::Verdict;
 
 namespace {
 
-// A recording is given up when its process was killed from outside so often: it may be the one that takes all
-// the memory.
+// A recording is given up after its process was killed from outside this many times: it may be the one that
+// takes all the memory.
 constexpr int KillsBorne = 16;
 
-// If the program ended so often while it worked on a recording, a separate process shows whether that is the
-// recording's fault. A power failure, the system or somebody else may have ended the program as well.
+// If the program ended this often while it worked on a recording, a separate process shows whether that is
+// the recording's fault. A power failure, the system or somebody else may have ended the program as well.
 constexpr int EndsBorne = 2;
 
-// A run with --once ends after so many recordings in a row for which there was no room.
+// A run with --once ends after this many recordings in a row for which there was no room.
 constexpr int TroublesBorne = 2;
 
 constexpr std::chrono::milliseconds TroublePause{500}; // the shortest time between two checks of it
@@ -83,7 +84,7 @@ bool Watch::Run()
     return failed == 0 && waiting.isEmpty() && input.IsWhole();
 }
 
-// Whoever ends the program need not wait for a disk: the next run does again what was not written.
+// A program that is being ended does not wait for a disk: the next run repeats what was not written.
 void Watch::FlushAtEnd()
 {
     try {
@@ -150,14 +151,13 @@ void Watch::ScanInput()
 
 void Watch::Observe(const Chain& chain)
 {
-    using Verdict = WatchJournal::Verdict;
     const QString& path = chain.recording.path;
     const auto known = waiting.find(path);
     if (known != waiting.end() && known->fingerprint.print == chain.fingerprint.print) {
         ObserveAgain(*known, chain.fingerprint);
         return;
     }
-    const Verdict verdict = journal.VerdictOn(path, chain.fingerprint);
+    const Verdict verdict = journal.Known(path, chain.fingerprint).verdict;
     if (verdict == Verdict::Converted || verdict == Verdict::GivenUp) {
         waiting.remove(path);
         return;
@@ -184,13 +184,13 @@ void Watch::Expect(const Chain& chain)
     one.recording = chain.recording;
     one.fingerprint = chain.fingerprint;
     one.due = scanned + order.quiet;
-    const auto [unended, failures, kills] = journal.CountsOf(path, chain.fingerprint);
-    one.isDoubtful = unended > 0;
-    one.kills = kills;
-    if (!order.once && failures > 0)
-        one.failures = std::min(failures, order.attempts - 1); // at least one more attempt
-    if (!order.once && failures + one.kills > 0)
-        one.due += PauseAfter(std::min(std::max(failures, one.kills), order.attempts));
+    const WatchJournal::Entry known = journal.Known(path, chain.fingerprint);
+    one.isDoubtful = known.unended > 0;
+    one.kills = known.kills;
+    if (!order.once && known.failures > 0)
+        one.failures = std::min(known.failures, order.attempts - 1); // at least one more attempt
+    if (!order.once && known.failures + known.kills > 0)
+        one.due += PauseAfter(std::min(std::max(known.failures, known.kills), order.attempts));
     waiting.insert(path, one);
 }
 
@@ -227,7 +227,7 @@ void Watch::CheckPlaces() const
         CheckPlace(reason::ArchiveUnusable, QStringLiteral("--archive"), order.archive);
 }
 
-// Whether no recording could be put away, wherever it lies.
+// Whether no recording could be put away, wherever it is.
 bool Watch::IsInputReadOnly() const
 {
     QSet<QString> directories;
@@ -239,7 +239,7 @@ bool Watch::IsInputReadOnly() const
 }
 
 // Whether it would affect any other recording, too. What is wrong with one directory below --out or --archive
-// concerns its own recordings alone.
+// affects only its own recordings.
 bool Watch::IsTrouble(const BatchItem& item) const
 {
     if (item.state != ItemState::Failed)
@@ -326,7 +326,7 @@ bool Watch::IsAsItWas(const QString& path)
 BatchItem Watch::WorkSafely(const Waiting& one)
 {
     // The current attempt counts, too.
-    if (journal.CountsOf(one.recording.path, one.fingerprint).unended <= EndsBorne)
+    if (journal.Known(one.recording.path, one.fingerprint).unended <= EndsBorne)
         return worker.Work(one.recording);
     BatchItem item =
         WorkInOwnProcess([&] { return worker.Work(one.recording); }, [this] { journal.LetGo(); });
@@ -340,12 +340,8 @@ BatchItem Watch::WorkSafely(const Waiting& one)
 void Watch::Convert(Waiting& one)
 {
     const QString path = one.recording.path;
-    try {
-        journal.NoteBegun(path, one.fingerprint.print);
-    } catch (const WatchJournal::Unwritable& error) {
-        trouble.Meet(reason::JournalNotWritten, text::MessageOf(error), WatchTrouble::Cure::Check);
+    if (!Remember([&] { journal.NoteBegun(path, one.fingerprint.print); }))
         return;
-    }
     const bool isProbe = trouble.IsOn();
     if (!isProbe)
         Emit("converting", {{"file", path}});
@@ -378,20 +374,22 @@ void Watch::Finish(Waiting& one, const BatchItem& item)
         if (item.fate == SourceFate::Kept)
             journal.NoteConverted(path, one.fingerprint, item.recordName, item.leftOut);
         else
-            journal.NotePutAway(path, one.fingerprint.print);
+            journal.Note(path, one.fingerprint.print, Verdict::PutAway);
     });
     ++converted;
     Emit("converted", object);
     waiting.remove(path);
 }
 
-// The journal keeps it in memory, and writes it when it can.
-void Watch::Remember(const std::function<void()>& note)
+// If it cannot be written, that is trouble; the journal keeps it in memory, and writes it when it can.
+bool Watch::Remember(const std::function<void()>& note)
 {
     try {
         note();
+        return true;
     } catch (const WatchJournal::Unwritable& error) {
         trouble.Meet(reason::JournalNotWritten, text::MessageOf(error), WatchTrouble::Cure::Check);
+        return false;
     }
 }
 
@@ -399,7 +397,7 @@ void Watch::Remember(const std::function<void()>& note)
 void Watch::Postpone(Waiting& one, const BatchItem& item)
 {
     const QString path = one.recording.path;
-    Remember([&] { journal.NoteWithdrawn(path, one.fingerprint.print); });
+    Remember([&] { journal.Note(path, one.fingerprint.print, Verdict::Withdrawn); });
     one.isDoubtful = true;
     one.isHeldUp = true;
     ++troublesInRow;
@@ -423,7 +421,7 @@ void Watch::FailForThisRun(const QString& path, const BatchItem& item)
 void Watch::Fail(Waiting& one, const BatchItem& item)
 {
     const QString path = one.recording.path;
-    // Putting away renames the files and puts them back; that is no reason to try again at once.
+    // An attempt to put the files away renames them twice; that is no reason to try again at once.
     const Fingerprint now = FingerprintOf(path);
     if (now.print == one.fingerprint.print && now.modes == one.fingerprint.modes)
         one.fingerprint = now;
@@ -438,10 +436,8 @@ void Watch::Fail(Waiting& one, const BatchItem& item)
     Remember([&] {
         if (isGivenUp)
             journal.NoteGivenUp(path, one.fingerprint);
-        else if (isKilled)
-            journal.NoteKilled(path, one.fingerprint.print);
         else
-            journal.NoteFailed(path, one.fingerprint.print);
+            journal.Note(path, one.fingerprint.print, isKilled ? Verdict::Killed : Verdict::Failed);
     });
     const std::chrono::milliseconds pause = PauseAfter(std::min(count, order.attempts));
     const bool isTriedAgain = !isGivenUp && !order.once;

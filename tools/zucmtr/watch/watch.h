@@ -1,4 +1,4 @@
-// Converts recordings as they come into directories: the loop behind 'zucmtr watch'.
+// Converts recordings as they arrive in directories: the loop of 'zucmtr watch'.
 #pragma once
 
 #include "zucmtr/run/batchitem.h"
@@ -21,7 +21,7 @@ struct WatchOrder
     QString out;
     QString archive; // empty: none
     bool recursive = false;
-    bool mirror = false;                // records lie below out as their recordings do below the directories
+    bool mirror = false;                // the directories of the recordings are mirrored below out
     QStringList excluded;               // directories below
     bool once = false;                  // end when nothing is left to do
     std::chrono::milliseconds quiet{0}; // how long a recording has to stay as it is to count as complete
@@ -36,8 +36,8 @@ class Watch
 public:
     Watch(const WatchOrder& order_, Worker& worker_, WatchJournal& journal_);
 
-    /// Prints each event as a JSON object and line. Returns after a signal, or with `once` when nothing is
-    /// left to do. True if no recording failed and every directory can be read. Throws
+    /// Prints each event as a JSON object on a line of its own. Returns after a signal, or with `once` when
+    /// nothing is left to do. True if no recording failed and every directory can be read. Throws
     /// WatchJournal::Taken, and at the end, unless a signal has arrived, WatchJournal::Unwritable.
     bool Run();
 
@@ -51,10 +51,9 @@ private:
         Fingerprint fingerprint;
         Clock::time_point due;
         int failures = 0;
-        int kills = 0;         // of its process, by others
-        bool isHeldUp = false; // it met the trouble that is on
-        bool isDoubtful =
-            false; // the program came to no end of it, or there was no room for it: after the others
+        int kills = 0;           // of its process, by others
+        bool isHeldUp = false;   // it met the trouble that is on
+        bool isDoubtful = false; // may bring the program down, or found no room: after the others
     };
 
     void Start();
@@ -77,7 +76,7 @@ private:
     void Postpone(Waiting& one, const BatchItem& item);
     void FailForThisRun(const QString& path, const BatchItem& item);
     void Fail(Waiting& one, const BatchItem& item);
-    void Remember(const std::function<void()>& note);
+    bool Remember(const std::function<void()>& note);
     std::chrono::milliseconds PauseAfter(int failures) const;
     bool IsDone() const;
     void Sleep();

@@ -20,13 +20,13 @@ namespace {
 
 constexpr std::chrono::milliseconds LongestWait{200}; // a signal may arrive just before the wait
 
-// A scan of very many files takes long; afterwards nothing is scanned for at least so many times as long. The
-// long rest keeps the processor's use well below 5 %; the short one applies while recordings come, and for
-// the first event noticed.
+// A scan of very many files takes long; afterwards nothing is scanned for at least this many times as long.
+// The long rest keeps the use of the processor well below 5 %; the short one applies while recordings arrive,
+// and to the first event noticed.
 constexpr int ShortRest = 4;
 constexpr int LongRest = 40;
 
-// Up to so many of a kind are reported one by one; more of them as one event with some examples.
+// Up to this many of a kind are reported one by one, more of them as one event with some examples.
 constexpr int MostSingle = 3;
 
 QString Normalised(const QString& path)
@@ -66,7 +66,7 @@ std::vector<Chain> WatchInput::NewScan()
     changed = false;
     Scan scan = ScanDirectories(order.directories, order.recursive, order.excluded);
     if (events.Watch(scan.directories))
-        changed = true; // only another scan finds what came after the scan and before the watch
+        changed = true; // only another scan finds what arrived between the scan and the watch
     const QByteArray now = StateOf(scan);
     isNew = now != state;
     state = now;
@@ -161,9 +161,8 @@ void WatchInput::ReportUnwatched()
         return;
     isUnwatchedReported = true;
     const QString text =
-        Tr("watch", "the system reports no changes of this many directories, as its limit is "
-                    "reached; they are scanned every %1 seconds or more; raise "
-                    "fs.inotify.max_user_watches");
+        Tr("watch", "the system reports no changes of this many directories, as its limit is reached; they "
+                    "are scanned every %1 seconds or more; raise fs.inotify.max_user_watches");
     watchevents::Emit("unwatched", {{"count", events.Unwatched()},
                                     {"text", text.arg(std::chrono::duration<double>(order.rescan).count())}});
 }
@@ -195,8 +194,8 @@ void WatchInput::ObserveOrphan(const QString& path, QHash<QString, Orphan>& now)
         watchevents::Emit("orphan",
                           {{"file", AsGiven(path)},
                            {"first", first},
-                           {"text", Tr("watch", "it continues a recording whose first file %1 is not "
-                                                "there, so it is not converted; bring that back")
+                           {"text", Tr("watch", "it continues a recording whose first file %1 is not there, "
+                                                "so it is not converted; bring that back")
                                         .arg(first)}});
     }
     now.insert(path, orphan);
@@ -226,13 +225,11 @@ void WatchInput::ReportRecovered(const QStringList& directories)
     changed = changed || isBack;
     if (all.back.isEmpty() && all.removed.isEmpty() && (all.notes.isEmpty() || !isFirst))
         return;
-    QStringList back;
-    for (const QString& path : qAsConst(all.back))
-        back << AsGiven(path);
-    QStringList removed;
-    for (const QString& path : qAsConst(all.removed))
-        removed << AsGiven(path);
-    watchevents::Emit("leftovers", {{"back", QJsonArray::fromStringList(back)},
-                                    {"removed", QJsonArray::fromStringList(removed)},
+    for (QStringList* paths : {&all.back, &all.removed}) {
+        for (QString& path : *paths)
+            path = AsGiven(path);
+    }
+    watchevents::Emit("leftovers", {{"back", QJsonArray::fromStringList(all.back)},
+                                    {"removed", QJsonArray::fromStringList(all.removed)},
                                     {"notes", QJsonArray::fromStringList(all.notes)}});
 }

@@ -49,7 +49,7 @@ private:
     {
         std::int64_t size = 0;
         std::int64_t modified = 0;
-        Clock::time_point due; // when it has been unchanged long enough to be reported
+        Clock::time_point due; // when it will have been unchanged long enough to be reported
         bool isReported = false;
     };
 

@@ -79,14 +79,14 @@ QString JournalPath(const QString& path)
             .arg(path));
 }
 
-// What is known of a recording when the entry comes after what was known.
+// What is known of a recording after the entry, given what was known before.
 Entry Following(const Entry& known, Entry entry)
 {
     const Entry before = known.print == entry.print ? known : Entry();
     const bool isEnd = entry.verdict == Verdict::Converted || entry.verdict == Verdict::GivenUp;
     if (entry.verdict == Verdict::Begun)
         entry.unended = before.unended + 1;
-    else if (entry.verdict != Verdict::Converted) // the last one that was begun came to an end
+    else if (entry.verdict != Verdict::Converted) // the attempt that was started last has ended
         entry.unended = std::max(before.unended - 1, 0);
     entry.failures = isEnd ? 0 : before.failures + (entry.verdict == Verdict::Failed ? 1 : 0);
     entry.kills = isEnd ? 0 : before.kills + (entry.verdict == Verdict::Killed ? 1 : 0);
@@ -121,7 +121,7 @@ QString HolderOf(const QString& path)
         Database(path).Run("SELECT process, host FROM holder", {}, [&](const QStringList& columns) {
             holder = Tr("watch", " (process %1 on %2)").arg(columns[0], columns[1]);
         });
-    } catch (const Database::Failure&) { // a text, or just being made
+    } catch (const Database::Failure&) { // a text file, or one that is just being created
     }
     return holder;
 }
@@ -135,10 +135,9 @@ QString HolderOf(const QString& path)
 
 [[noreturn]] void RefuseKind(const QString& path)
 {
-    throw ConfigurationError(
-        Tr("watch", "--state: '%1' is another kind of file; give one that 'zucmtr watch' has made, or "
-                    "one that does not exist yet")
-            .arg(path));
+    throw ConfigurationError(Tr("watch", "--state: '%1' is another kind of file; give one that 'zucmtr "
+                                         "watch' has made, or one that does not exist yet")
+                                 .arg(path));
 }
 
 // Locks the open file, not the process, which would lose its lock when SQLite closes the file. 0 or errno.
@@ -151,7 +150,7 @@ int LockOwn(const systemfile::Descriptor& file)
     return fcntl(file.Number(), F_OFD_SETLK, &range) == 0 ? 0 : errno;
 }
 
-// A file that was to become a journal, and what SQLite has put beside it.
+// A file that was to become the journal, and what SQLite has put beside it.
 void Discard(const QString& fresh)
 {
     if (output::TargetOf(fresh).kind != output::Kind::Stream) {
@@ -224,7 +223,7 @@ void WatchJournal::Load()
     }
 }
 
-// An earlier version may be at work with it, which locks the whole file.
+// An earlier version may be using it, which locks the whole file.
 void WatchJournal::TakeOverText()
 {
     if (flock(file.Number(), LOCK_EX | LOCK_NB) != 0)
@@ -241,8 +240,9 @@ void WatchJournal::TakeOverText()
     MakeAnew({});
 }
 
-// The file by which SQLite undoes an unfinished change keeps its name and its room on the disk until the end:
-// to remove it after each change takes longer. It works on network file systems, unlike a write-ahead log.
+// The file by which SQLite undoes an unfinished change keeps its name and its space on the disk until the
+// end, because removing it after each change takes longer. It works on network file systems, unlike a
+// write-ahead log.
 std::unique_ptr<Database> WatchJournal::Connected() const
 {
     auto opened = std::make_unique<Database>(path);
@@ -264,7 +264,7 @@ std::unique_ptr<Database> WatchJournal::Connected() const
             throw ConfigurationError(Tr("watch", "--state: '%1' was made by a newer version of the program; "
                                                  "install that, or give another file")
                                          .arg(path));
-        opened->Run("DELETE FROM holder"); // a disk that is full shows at once
+        opened->Run("DELETE FROM holder"); // a full disk shows at once
         opened->Run("INSERT INTO holder VALUES (?, ?, ?)",
                     {QString::number(getpid()), QSysInfo::machineHostName(), Now()});
     });
@@ -284,25 +284,14 @@ WatchJournal::Place WatchJournal::FindPlace() const
     return open.IsSameFile(named) ? Place::Own : Place::Other;
 }
 
-const WatchJournal::Entry* WatchJournal::Find(const QString& recording, const QByteArray& print) const
+WatchJournal::Entry WatchJournal::Known(const QString& recording, const Fingerprint& fingerprint) const
 {
-    const auto entry = entries.constFind(PathOf(recording));
-    return entry == entries.constEnd() || entry->print != print ? nullptr : &*entry;
-}
-
-WatchJournal::Verdict WatchJournal::VerdictOn(const QString& recording, const Fingerprint& fingerprint) const
-{
-    const Entry* entry = Find(recording, fingerprint.print);
-    if (entry == nullptr)
-        return Verdict::Unknown;
-    const bool holds = entry->access.isEmpty() || entry->access == QString::fromLatin1(fingerprint.access);
-    return holds ? entry->verdict : Verdict::Unknown;
-}
-
-WatchJournal::Counts WatchJournal::CountsOf(const QString& recording, const Fingerprint& fingerprint) const
-{
-    const Entry* entry = Find(recording, fingerprint.print);
-    return entry == nullptr ? Counts() : Counts{entry->unended, entry->failures, entry->kills};
+    Entry entry = entries.value(PathOf(recording));
+    if (entry.print != fingerprint.print)
+        return Entry();
+    if (!entry.access.isEmpty() && entry.access != QString::fromLatin1(fingerprint.access))
+        entry.verdict = Verdict::Unknown;
+    return entry;
 }
 
 void WatchJournal::NoteBegun(const QString& recording, const QByteArray& print)
@@ -320,8 +309,8 @@ void WatchJournal::NoteBegun(const QString& recording, const QByteArray& print)
     entries[first] = changed[first];
 }
 
-// It was not begun, so its counts stay. Its row takes no less room than the one that could not be written:
-// when it is written, that one can be, too.
+// The attempt was not started, so the counts stay. The row takes no less space than the one that could not be
+// written: once it can be written, so can that one.
 void WatchJournal::Withdraw(const QString& first, const QByteArray& print)
 {
     Entry entry = entries.value(first);
@@ -335,32 +324,17 @@ void WatchJournal::Withdraw(const QString& first, const QByteArray& print)
     entries[first] = entry;
 }
 
-void WatchJournal::NoteFailed(const QString& recording, const QByteArray& print)
+void WatchJournal::Note(const QString& recording, const QByteArray& print, Verdict verdict)
 {
-    Note(recording, {print, Verdict::Failed});
+    Note(recording, {print, verdict});
 }
 
-void WatchJournal::NoteKilled(const QString& recording, const QByteArray& print)
-{
-    Note(recording, {print, Verdict::Killed});
-}
-
-void WatchJournal::NoteWithdrawn(const QString& recording, const QByteArray& print)
-{
-    Note(recording, {print, Verdict::Withdrawn});
-}
-
-// A bad file that is mended may keep its size and its time of modification, as by 'cp -p'.
+// A bad file that is repaired may keep its size and its time of modification, as with 'cp -p'.
 void WatchJournal::NoteConverted(const QString& recording, const Fingerprint& fingerprint,
                                  const QString& recordName, bool leftOut)
 {
     Note(recording, {fingerprint.print, Verdict::Converted, recordName,
                      leftOut ? QString::fromLatin1(fingerprint.access) : QString()});
-}
-
-void WatchJournal::NotePutAway(const QString& recording, const QByteArray& print)
-{
-    Note(recording, {print, Verdict::PutAway});
 }
 
 void WatchJournal::NoteGivenUp(const QString& recording, const Fingerprint& fingerprint)
@@ -375,7 +349,7 @@ void WatchJournal::Note(const QString& recording, const Entry& entry)
     Entry now = Following(entries.value(first), entry);
     now.noted = Now();
     unwritten[first] = now;
-    if (now.verdict == Verdict::PutAway) // should it come back, it is a new one
+    if (now.verdict == Verdict::PutAway) // if it comes back, it is a new one
         entries.remove(first);
     else
         entries[first] = now;
@@ -393,9 +367,9 @@ void WatchJournal::FailToWrite(const QString& reason) const
     if (!file.IsOpen())
         throw Unwritable(
             Tr("watch", "--state: '%1' cannot be written: %2; give another file").arg(path, reason));
-    throw Unwritable(Tr("watch", "'%1' cannot be written: %2; free the disk, or give this user the "
-                                 "permission")
-                         .arg(path, reason));
+    throw Unwritable(
+        Tr("watch", "'%1' cannot be written: %2; free the disk, or give this user the permission")
+            .arg(path, reason));
 }
 
 // What is written to a file without a name is lost with the process, and another process may be at work with
@@ -423,7 +397,7 @@ void WatchJournal::Save(const Entries& changed)
         MakeAnew(changed);
 }
 
-// By a new file that takes the old one's place: a crash leaves one or the other.
+// Writes a new file, which then replaces the old one: a crash leaves one or the other.
 void WatchJournal::MakeAnew(const Entries& changed)
 {
     const QString fresh = path + QStringLiteral(".new");

@@ -1,11 +1,11 @@
-// What became of the recordings, on the disk: a database with a row for each of them, written to the disk
-// before the program goes on.
+// What became of the recordings: a database with a row for each of them, written to the disk before the
+// program goes on.
 #pragma once
 
-#include "text/error.h"
 #include "zucmtr/files/database.h"
 #include "zucmtr/files/systemfile.h"
 #include "zucmtr/watch/watchscan.h"
+#include "zucmtr/watch/watchtrouble.h"
 
 #include <QByteArray>
 #include <QHash>
@@ -24,64 +24,56 @@ public:
         QByteArray print;
         Verdict verdict = Verdict::Unknown;
         QString record{}; // name of that of a converted one
-        QString access{}; // with which the verdict holds; empty: with any
+        QString access{}; // for which the verdict holds; empty: for any
         QString noted{};  // when, in UTC
-        int unended = 0;  // times
-        int failures = 0; // times
-        int kills = 0;    // times
+        int unended = 0;  // how often the program ended while working on it
+        int failures = 0; // how often it failed, since the last verdict on it
+        int kills = 0;    // how often its own process was killed, since then too
     };
 
-    /// The journal cannot be written, now.
-    class Unwritable : public text::Error
+    /// The journal cannot be written at the moment.
+    class Unwritable : public PassingTrouble
     {
     public:
-        using text::Error::Error;
+        using PassingTrouble::PassingTrouble;
     };
 
-    /// Another process has the journal, or has put another one in its place; likewise.
-    class Taken : public text::Error
+    /// Another process is using the journal, or has put another one in its place.
+    class Taken : public PassingTrouble
     {
     public:
-        using text::Error::Error;
+        using PassingTrouble::PassingTrouble;
     };
 
-    /// Reads the journal, or begins one. Throws ConfigurationError if it is another kind of file or damaged,
-    /// Unwritable and Taken.
+    /// Reads the journal, or starts a new one. Throws ConfigurationError if it is another kind of file or
+    /// damaged, Unwritable and Taken.
     explicit WatchJournal(const QString& path_);
     ~WatchJournal();
     WatchJournal(const WatchJournal&) = delete;
     WatchJournal& operator=(const WatchJournal&) = delete;
 
-    /// What became of the recording in this state. Of another print of it nothing is known; nor, after its
-    /// files were written to or got other permissions, of one that was given up or converted in part.
-    Verdict VerdictOn(const QString& recording, const Fingerprint& fingerprint) const;
+    /// What became of the recording in this state. Nothing is known of one with another fingerprint. The
+    /// verdict on one that was given up or converted in part is Unknown if its files have been written to or
+    /// have got other permissions since.
+    Entry Known(const QString& recording, const Fingerprint& fingerprint) const;
 
-    /// How often something became of the recording in this state.
-    struct Counts
-    {
-        int unended = 0;  // the program came to no end of it
-        int failures = 0; // it failed, since the last verdict on it
-        int kills = 0;    // its own process was killed, likewise
-    };
-    Counts CountsOf(const QString& recording, const Fingerprint& fingerprint) const;
-
-    /// Notes it and waits for the disk. Throws Unwritable: it is noted in memory as withdrawn, so that Flush
-    /// throws until there is room for it; or Taken.
+    /// Notes the start of an attempt and waits for the disk. Throws Taken, or Unwritable: then it is noted in
+    /// memory as withdrawn, so that Flush throws until there is room for it.
     void NoteBegun(const QString& recording, const QByteArray& print);
 
-    /// The same for what became of it. If they throw Unwritable, it is noted in memory, and written by the
-    /// next call that can.
-    void NoteFailed(const QString& recording, const QByteArray& print);
-    void NoteKilled(const QString& recording, const QByteArray& print);
-    void NoteWithdrawn(const QString& recording, const QByteArray& print); // begun, but not for its own sake
-    /// leftOut: a bad file of it is not in the record; it is converted again should that be mended.
+    /// The same for what became of the recording: Failed, Killed, Withdrawn (it was started, but failed for
+    /// no fault of its own) or PutAway. After Unwritable it is noted in memory and written by the next call
+    /// that can.
+    void Note(const QString& recording, const QByteArray& print, Verdict verdict);
+
+    /// The same for Converted and GivenUp. leftOut: a bad file of it is not in the record; it is converted
+    /// again if that file is repaired.
     void NoteConverted(const QString& recording, const Fingerprint& fingerprint, const QString& recordName,
                        bool leftOut);
-    void NotePutAway(const QString& recording, const QByteArray& print);
     void NoteGivenUp(const QString& recording, const Fingerprint& fingerprint);
 
-    /// Writes what could not be written. A journal that was removed or damaged is made anew of what is known.
-    /// Throws Unwritable, and Taken.
+    /// Writes what could not be written. A journal that was removed or damaged is written again from what is
+    /// known. Throws Unwritable, and Taken.
     void Flush();
 
     /// Forgets which recordings were given up, until the journal is read again.
@@ -91,8 +83,7 @@ public:
     /// recordings any more may be a file system that is not there yet; they are kept.
     void ForgetGone();
 
-    /// Closes the lock in a copy of the process, which may do nothing else with the journal; the other has it
-    /// still.
+    /// Closes the lock in a forked process, which may do nothing else with the journal; the parent keeps it.
     void LetGo();
 
 private:
@@ -106,7 +97,6 @@ private:
     void TakeOverText();
     std::unique_ptr<Database> Connected() const;
     Place FindPlace() const;
-    const Entry* Find(const QString& recording, const QByteArray& print) const;
     void Note(const QString& recording, const Entry& entry);
     void Withdraw(const QString& first, const QByteArray& print);
     void Save(const Entries& changed);
@@ -115,7 +105,7 @@ private:
 
     const QString path;
     systemfile::Descriptor file;        // that is locked
-    std::unique_ptr<Database> database; // none after the journal was made anew
+    std::unique_ptr<Database> database; // none after the journal was written again
     Entries entries;
-    Entries unwritten; // those that are gone as put away
+    Entries unwritten; // those that are gone count as put away
 };

@@ -7,7 +7,6 @@
 
 #include <QCryptographicHash>
 #include <QFileInfo>
-#include <QStringList>
 
 #include <cerrno>
 #include <sys/stat.h>
@@ -20,7 +19,7 @@ class Fingerprints
 {
 public:
     // Returns 0, or the errno of the failure. Anything but a regular file counts as missing, but is part of
-    // the fingerprint: a recording may fail because of it, and succeed when it is gone.
+    // the fingerprint: a recording may fail because of it, and succeed without it.
     int Add(const QString& path)
     {
         systemfile::Identity file;
@@ -58,7 +57,7 @@ bool IsGone(int error)
     return error == ENOENT || error == ENOTDIR;
 }
 
-// The directories that exist. One may be gone for a while, as on a network.
+// The directories that exist. One may be missing for a while, as on a network.
 QStringList Present(const QStringList& directories, Scan& scan)
 {
     QStringList present;
@@ -75,7 +74,7 @@ QStringList Present(const QStringList& directories, Scan& scan)
 
 } // namespace
 
-// A file that cannot be checked for a while is neither gone nor another one.
+// A file that cannot be checked for a while counts neither as gone nor as changed.
 Fingerprint FingerprintOf(const QString& firstFile)
 {
     Fingerprints fingerprints;

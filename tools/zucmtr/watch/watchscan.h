@@ -19,7 +19,7 @@ struct Fingerprint
     State state = State::Unknown;
     QByteArray print;  // of names, sizes and times of change: differs if the recording may have changed
     QByteArray access; // of modes and the times they changed: differs if the files may be readable now
-    QByteArray modes;  // of modes alone
+    QByteArray modes;  // of modes only
 };
 
 /// The fingerprint of a recording as it is now.
@@ -34,7 +34,7 @@ struct Chain
 
 struct Scan
 {
-    std::vector<Chain> chains;       // by path; not those that are gone again
+    std::vector<Chain> chains;       // by path, without those that are already gone again
     QStringList directories;         // that were scanned, absolute
     std::vector<Refusal> unreadable; // directories, and recordings whose names are not valid text
 };

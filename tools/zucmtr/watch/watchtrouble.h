@@ -23,7 +23,7 @@ public:
     explicit WatchTrouble(std::chrono::milliseconds firstPause_);
 
     /// Prints the event, and a line on standard error, unless the trouble of this word is already known. The
-    /// next try comes after a pause. file: the recording that met it, if there was one.
+    /// next try comes after a pause. file: the recording that ran into it, if there was one.
     void Meet(const char* word, const QString& text, Cure cure, const QString& file = QString());
 
     /// What was checked is in order again.
@@ -32,7 +32,7 @@ public:
     /// A recording succeeded.
     void Worked();
 
-    /// No recording is left that could show whether it is over: that is left to the next one that comes.
+    /// No recording is left that could show whether it is over; the next one that arrives will.
     void NobodyWaits();
 
     bool IsOn() const { return on; }
@@ -51,6 +51,14 @@ private:
     QString text;
     Clock::time_point begin{};
     Clock::time_point next{};
+};
+
+/// Trouble with which the watch cannot start or go on, but which may have passed when the service manager
+/// starts the program again.
+class PassingTrouble : public text::Error
+{
+public:
+    using text::Error::Error;
 };
 
 /// A directory that is written to and is missing, or cannot be written to at the moment.
