@@ -66,6 +66,22 @@ TEST(States, KeepOneBitPerSampleAndKnowTheChanges)
     EXPECT_EQ(states.Bits(), (std::vector<quint8>{0x80, 0xfe, 0x0f}));
 }
 
+TEST(States, AddedTogetherAreThoseAddedOneByOne)
+{
+    analysis::States one;
+    analysis::States many;
+    bool state = false;
+    for (size_t times : {3u, 0u, 5u, 1u, 17u, 8u, 40u, 2u, 9u, 16u}) {
+        for (size_t i = 0; i < times; ++i)
+            one.Add(state);
+        many.Add(state, times);
+        state = !state;
+    }
+    EXPECT_EQ(many.Size(), one.Size());
+    EXPECT_EQ(many.Bits(), one.Bits());
+    EXPECT_EQ(many.Changes(), one.Changes());
+}
+
 struct RoleCase
 {
     const char* name;

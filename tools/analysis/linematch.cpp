@@ -40,7 +40,7 @@ QString CircuitNamed(const QString& name, const std::vector<Circuit>& circuits, 
 {
     if (name.isEmpty() || Has(circuits, name))
         return name;
-    const QString ofEquipment = kinds.CircuitOf(name);
+    QString ofEquipment = kinds.CircuitOf(name);
     if (!ofEquipment.isEmpty())
         return ofEquipment;
     QStringList alike;

@@ -27,7 +27,7 @@ QString ParseCircle(const QStringList& words, Zone& zone)
     Impedance centre;
     const std::array<double*, 3> values = {&centre.r, &centre.x, &zone.radius};
     for (int i = 0; i < 3; ++i) {
-        const QString trouble = NumberTrouble(words[i + 1], *values[static_cast<size_t>(i)]);
+        QString trouble = NumberTrouble(words[i + 1], *values[static_cast<size_t>(i)]);
         if (!trouble.isEmpty())
             return trouble;
     }

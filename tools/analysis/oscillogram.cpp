@@ -75,13 +75,40 @@ TimeAxis AxisOf(const QString& recordPath, const comtrade::Configuration& config
     return TimeAxis::FromStamps(config, std::move(seconds));
 }
 
-void Append(Oscillogram& oscillogram, const comtrade::Row& row)
+void AppendValues(Oscillogram& oscillogram, const comtrade::Row& row)
 {
     for (size_t i = 0; i < oscillogram.analog.size(); ++i)
         oscillogram.analog[i].Add(row.analog[i]);
-    for (size_t i = 0; i < oscillogram.states.size(); ++i)
-        oscillogram.states[i].Add(row.states[i] != 0);
 }
+
+// Discrete channels seldom change, so that samples with the same states are added together.
+class StateAppender
+{
+public:
+    explicit StateAppender(std::vector<States>& channels_) : channels(channels_) {}
+
+    void Add(const std::vector<quint8>& next)
+    {
+        if (times > 0 && next != states)
+            Flush();
+        if (times == 0)
+            states = next;
+        ++times;
+    }
+
+    /// To be called at the end.
+    void Flush()
+    {
+        for (size_t i = 0; i < channels.size() && times > 0; ++i)
+            channels[i].Add(states[i] != 0, times);
+        times = 0;
+    }
+
+private:
+    std::vector<States>& channels;
+    std::vector<quint8> states; // of the last samples
+    size_t times = 0;           // how many of them are not added yet
+};
 
 // The code as a 16-bit integer, if it is one.
 bool ToShort(double code, qint16& number)
@@ -98,15 +125,16 @@ void Codes::Add(double code)
 {
     qint16 number = 0;
     const bool isShort = ToShort(code, number);
-    if (wide.empty() && !isShort)
-        wide.assign(small.begin(), small.end());
-    if (wide.empty() && isShort)
+    if (wide.empty() && isShort) {
         small.push_back(number);
-    else
+    } else {
+        if (wide.empty())
+            wide.assign(small.begin(), small.end());
         wide.push_back(static_cast<float>(code));
-    if (!std::isfinite(code)) {
-        ++missing;
-        return;
+        if (!std::isfinite(code)) {
+            ++missing;
+            return;
+        }
     }
     if (!(least <= code)) // also if there is none yet
         least = code;
@@ -114,16 +142,27 @@ void Codes::Add(double code)
         greatest = code;
 }
 
-void States::Add(bool state)
+void States::Add(bool state, size_t times)
 {
-    if (count % 8 == 0)
-        bits.push_back(0);
+    if (times == 0)
+        return;
     if (count > 0 && last != state)
         ++changes;
-    if (state)
-        bits.back() = static_cast<quint8>(bits.back() | (1u << (count % 8)));
     last = state;
-    ++count;
+    const size_t end = count + times;
+    bits.resize((end + 7) / 8);
+    for (; state && count < end && count % 8 != 0; ++count)
+        SetBit(count);
+    for (; state && count + 8 <= end; count += 8)
+        bits[count / 8] = 0xff;
+    for (; state && count < end; ++count)
+        SetBit(count);
+    count = end;
+}
+
+void States::SetBit(size_t index)
+{
+    bits[index / 8] = static_cast<quint8>(bits[index / 8] | (1u << (index % 8)));
 }
 
 std::vector<qint32> States::ChangePositions() const
@@ -155,11 +194,15 @@ Oscillogram Read(const QString& recordPath, const Extent& extent)
     const Range range = Chosen(recordPath, oscillogram.axis, oscillogram.config, extent);
     oscillogram.first = range.first;
     comtrade::Row row{};
+    StateAppender appender(oscillogram.states);
     for (qint64 sample = 0; record.Next(row); ++sample) {
-        if (sample >= range.first && sample < range.end)
-            Append(oscillogram, row);
+        if (sample >= range.first && sample < range.end) {
+            AppendValues(oscillogram, row);
+            appender.Add(row.states);
+        }
         oscillogram.total = sample + 1;
     }
+    appender.Flush();
     return oscillogram;
 }
 

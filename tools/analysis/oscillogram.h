@@ -36,7 +36,8 @@ private:
 class States
 {
 public:
-    void Add(bool state);
+    /// Adds so many samples of one state.
+    void Add(bool state, size_t times = 1);
     bool At(size_t index) const { return (bits[index / 8] >> (index % 8) & 1u) != 0; }
     size_t Size() const { return count; }
     qint64 Changes() const { return changes; }
@@ -44,6 +45,8 @@ public:
     std::vector<qint32> ChangePositions() const; ///< the samples with a state other than the one before
 
 private:
+    void SetBit(size_t index);
+
     std::vector<quint8> bits;
     size_t count = 0;
     qint64 changes = 0;

@@ -2,6 +2,7 @@
 
 #include "analysis/summary.h"
 #include "explain/file.h"
+#include "text/reasons.h"
 #include "text/texts.h"
 #include "zucmtr/commands/deviceoptions.h"
 #include "zucmtr/commands/recordsource.h"

@@ -17,8 +17,8 @@ QString DirectoryOf(const QString& file)
 QString LineFileIn(const QStringList& directories)
 {
     for (const QString& directory : directories) {
-        const QString path = directory == QLatin1String(".") ? QStringLiteral("lines.ini")
-                                                             : directory + QLatin1String("/lines.ini");
+        QString path = directory == QLatin1String(".") ? QStringLiteral("lines.ini")
+                                                       : directory + QLatin1String("/lines.ini");
         if (!directory.isEmpty() && QFileInfo(path).isFile())
             return path;
     }

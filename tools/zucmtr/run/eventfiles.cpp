@@ -30,7 +30,7 @@ QStringList EventFilesOf(const QString& recordName)
 QString ObstacleToEvents(const QString& directory, const QString& recordName)
 {
     for (const QString& name : EventFilesOf(recordName)) {
-        const QString path = directory + QLatin1Char('/') + name;
+        QString path = directory + QLatin1Char('/') + name;
         systemfile::Identity there;
         if (systemfile::Identify(path, there, systemfile::Links::Kept) == 0 && !there.IsRegular())
             return path;
