@@ -8,11 +8,12 @@ namespace {
 // signals.
 const QStringList& NamesOfThings()
 {
-    static const QStringList names = {"zucmtr", "check",   "convert", "dictionary", "info",   "sample",
-                                      "view",   "watch",   "help",    "COMTRADE",   "IEEE",   "ini",
-                                      "Ini",    "mkdir",   "JSON",    "HTML",       "SVG",    "PNG",
-                                      "Ctrl",   "SIGTERM", "cron",    "Default",    "Device", "cp",
-                                      "single", "two",     "three",   "none",       "ZuDrv"};
+    static const QStringList names = {
+        "zucmtr",   "check",   "convert", "dictionary", "info",   "sample", "view",   "watch", "help",
+        "COMTRADE", "IEEE",    "ini",     "Ini",        "mkdir",  "JSON",   "HTML",   "SVG",   "PNG",
+        "Ctrl",     "SIGTERM", "cron",    "Default",    "Device", "cp",     "single", "two",   "three",
+        "none",     "ZuDrv",   "AG",      "BG",         "CG",     "AB",     "BC",     "CA",    "ABG",
+        "BCG",      "CAG",     "ABC",     "success",    "fault",  "lines"};
     return names;
 }
 

@@ -1797,6 +1797,34 @@ Example, with the sample station:
         <source>&apos;%1&apos;</source>
         <translation>«%1»</translation>
     </message>
+    <message>
+        <source>PERCENT</source>
+        <translation>ПРОЦЕНТ</translation>
+    </message>
+    <message>
+        <source>OHM</source>
+        <translation>ОМ</translation>
+    </message>
+    <message>
+        <source>DEGREES</source>
+        <translation>ГРАДУСЫ</translation>
+    </message>
+    <message>
+        <source>FRACTION</source>
+        <translation>ДОЛЯ</translation>
+    </message>
+    <message>
+        <source>KM</source>
+        <translation>КМ</translation>
+    </message>
+    <message>
+        <source>RESULT</source>
+        <translation>ИТОГ</translation>
+    </message>
+    <message>
+        <source>SEEDS</source>
+        <translation>ЧИСЛА</translation>
+    </message>
 </context>
 <context>
     <name>progress</name>
@@ -1998,8 +2026,8 @@ Example, with the sample station:
         <translation>АПВ линии: success (успешное) или fault (на неустранённое замыкание)</translation>
     </message>
     <message>
-        <source>Simulate a fault drawn from the seed, or one for each seed of a range</source>
-        <translation>Моделировать случайное замыкание по начальному числу или по одному на каждое число диапазона</translation>
+        <source>Simulate a fault drawn from a seed (17), or one for each seed of a range (1-1000)</source>
+        <translation>Моделировать случайное замыкание по начальному числу (17) или по одному на каждое число диапазона (1-1000)</translation>
     </message>
     <message>
         <source>Likewise without a fault: load steps, switching, inrush, swings</source>
@@ -2021,7 +2049,7 @@ that an analysis should find.
 Examples:
   zucmtr sample --out station --fault three --segments 2
   zucmtr sample --out faults --fault BCG --distance 70 --resistance 5 --reclose fault
-  zucmtr sample --out faults --random-fault 1-100</source>
+  zucmtr sample --out random --random-fault 1-20</source>
         <translation>Станция — подстанция 220/110 кВ с коротким замыканием на линии. Для каждого вида пуска есть осциллограмма,
 а также ini-файл ZuDrv.ini. Одинаковые ключи везде дают одинаковые байты. Записанные файлы перечисляются;
 последняя строка — команда, которая их преобразует.
@@ -2033,7 +2061,7 @@ Examples:
 Примеры:
   zucmtr sample --out station --fault three --segments 2
   zucmtr sample --out faults --fault BCG --distance 70 --resistance 5 --reclose fault
-  zucmtr sample --out faults --random-fault 1-100</translation>
+  zucmtr sample --out random --random-fault 1-20</translation>
     </message>
     <message>
         <source>Fault on the line: single, two, three, none (single); simulated on a line with known data: AG, BG, CG, AB, BC, CA, ABG, BCG, CAG, ABC</source>
