@@ -153,35 +153,35 @@ std::vector<std::string> LineFaultNames()
 
 void AddLineSampleOptions(CLI::App& command, LineSampleOptions& options)
 {
-    // The options of the station were added first; all but these say how a recording is made.
-    std::vector<CLI::Option*> others = command.get_options(
-        [](const CLI::Option* one) { return one->get_name() != "--out" && one->get_name() != "--help"; });
     for (const char* name : {"--analog", "--discrete", "--segments"})
         options.ofStation.push_back(command.get_option(name));
     command.get_option("--fault")->transform(KindInAnyCase());
     const std::vector<CLI::Option*> ofLine = AddFaultOptions(command, options);
     options.ofLine.assign(ofLine.begin(), ofLine.end());
-    others.insert(others.end(), ofLine.begin(), ofLine.end());
+    for (const CLI::Option* option : command.get_options())
+        if (option->get_name() != "--out" && option->get_name() != "--help")
+            options.notDrawn.push_back(option);
 
     CLI::Option* faults = AddSeeds(
         command, "--random-fault", options.randomFaults,
         HelpText("sample",
                  "Simulate a fault drawn from a seed (17), or one for each seed of a range (1-1000)"));
-    CLI::Option* quiet =
-        AddSeeds(command, "--random-quiet", options.randomQuiet,
-                 HelpText("sample", "Likewise without a fault: load steps, switching, inrush, swings"));
-    faults->excludes(quiet);
-    quiet->excludes(faults);
-    for (CLI::Option* other : others) {
-        faults->excludes(other);
-        quiet->excludes(other);
-    }
+    AddSeeds(command, "--random-quiet", options.randomQuiet,
+             HelpText("sample", "Likewise without a fault: load steps, switching, inrush, swings"))
+        ->excludes(faults);
 }
 
 bool IsLineSample(const LineSampleOptions& options, const std::string& fault)
 {
-    if (!options.randomFaults.empty() || !options.randomQuiet.empty())
+    if (!options.randomFaults.empty() || !options.randomQuiet.empty()) {
+        const char* drawn = options.randomFaults.empty() ? "--random-quiet" : "--random-fault";
+        for (const CLI::Option* option : options.notDrawn)
+            if (option->count() > 0)
+                throw ConfigurationError(
+                    Tr("sample", "%1 draws everything and goes without %2; leave one out")
+                        .arg(QLatin1String(drawn), FromUtf8(option->get_name())));
         return true;
+    }
     const bool isLineFault = station::FaultKindNamed(FromUtf8(fault)).has_value();
     for (const CLI::Option* option : isLineFault ? options.ofStation : options.ofLine)
         if (option->count() > 0)

@@ -2064,8 +2064,12 @@ Examples:
   zucmtr sample --out random --random-fault 1-20</translation>
     </message>
     <message>
-        <source>Fault on the line: single, two, three, none (single); simulated on a line with known data: AG, BG, CG, AB, BC, CA, ABG, BCG, CAG, ABC</source>
-        <translation>Замыкание на линии: single, two, three, none (single); моделируемое на линии с известными параметрами: AG, BG, CG, AB, BC, CA, ABG, BCG, CAG, ABC</translation>
+        <source>%1 draws everything and goes without %2; leave one out</source>
+        <translation>%1 выбирает всё случайно и с %2 не сочетается; уберите один из них</translation>
+    </message>
+    <message>
+        <source>Fault on the line: single, two, three, none (single); simulated: AG to ABC</source>
+        <translation>Замыкание на линии: single, two, three, none (single); моделируемое: от AG до ABC</translation>
     </message>
 </context>
 <context>
