@@ -12,7 +12,8 @@ const QStringList& NamesOfThings()
         "zucmtr", "check",  "convert", "dictionary", "info",     "sample",  "events", "lines",   "CSV",
         "RFC",    "view",   "watch",   "help",       "COMTRADE", "IEEE",    "ini",    "Ini",     "mkdir",
         "JSON",   "HTML",   "SVG",     "PNG",        "Ctrl",     "SIGTERM", "cron",   "Default", "Device",
-        "cp",     "single", "two",     "three",      "none",     "ZuDrv"};
+        "cp",     "single", "two",     "three",      "none",     "ZuDrv",   "AG",     "BG",      "CG",
+        "AB",     "BC",     "CA",      "ABG",        "BCG",      "CAG",     "ABC",    "success", "fault"};
     return names;
 }
 

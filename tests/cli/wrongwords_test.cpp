@@ -97,6 +97,8 @@ INSTANTIATE_TEST_SUITE_P(
               "zucmtr watch"},
         Wrong{{"sample", "--out", "a", "--fault", "four"},
               2,
-              "--fault: 'four' is wrong; give one of single, two, three, none",
-              "--fault: «four» не годится; дайте одно из: single, two, three, none",
+              "--fault: 'four' is wrong; give one of single, two, three, none, AG, BG, CG, AB, BC, CA, ABG, "
+              "BCG, CAG, ABC",
+              "--fault: «four» не годится; дайте одно из: single, two, three, none, AG, BG, CG, AB, BC, CA, "
+              "ABG, BCG, CAG, ABC",
               "zucmtr sample"}));

@@ -118,7 +118,8 @@ public:
         DrawTitle(painter, oscillogram.config, circuit);
         DrawTimes(painter, stretch, charts);
         Chart(painter, oscillogram, stretch, circuit, analysis::Quantity::Voltage, plot).Draw();
-        Chart(painter, oscillogram, stretch, circuit, analysis::Quantity::Current, plot.translated(0, chartHeight))
+        Chart(painter, oscillogram, stretch, circuit, analysis::Quantity::Current,
+              plot.translated(0, chartHeight))
             .Draw();
         states.Draw(painter, stretch, tracks);
         DrawTrigger(painter, stretch, charts);

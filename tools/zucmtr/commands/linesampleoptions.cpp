@@ -98,6 +98,49 @@ void CheckSampling(const station::LineFaultOptions& fault)
                      QString::number(LongestRecording)));
 }
 
+// What a simulated fault is like.
+std::vector<CLI::Option*> AddFaultOptions(CLI::App& command, LineSampleOptions& options)
+{
+    station::LineFaultOptions& fault = options.fault;
+    return {AddNumber(command, "--distance", fault.distance,
+                      HelpText("sample", "Distance to a simulated fault, in percent of the line (40)"), 1, 99,
+                      "PERCENT"),
+            AddNumber(command, "--resistance", fault.resistance,
+                      HelpText("sample", "Resistance of the fault (1)"), 0, 1000, "OHM"),
+            AddNumber(command, "--inception", fault.inception,
+                      HelpText("sample", "Angle of the faulted phase's voltage at the onset (60)"), -360, 360,
+                      "DEGREES"),
+            AddNumber(command, "--frequency", fault.frequency, HelpText("sample", "Frequency, 45 to 55 (50)"),
+                      45, 55, "HZ"),
+            AddNumber(command, "--load", fault.load,
+                      HelpText("sample", "Load current before the fault, in parts of the rated current; "
+                                         "negative towards the station (0.3)"),
+                      -1, 1, "FRACTION"),
+            AddNumber(command, "--noise", fault.noise,
+                      HelpText("sample", "Noise, standard deviation in percent of the rated peak (0.05)"), 0,
+                      10, "PERCENT"),
+            AddNumber(command, "--length", fault.length, HelpText("sample", "Length of the line (60)"), 1,
+                      500, "KM"),
+            command.add_flag("--saturation", fault.saturation,
+                             HelpText("sample", "Let the current transformers of the line saturate")),
+            command
+                .add_option("--evolving", options.evolving,
+                            HelpText("sample", "What the fault turns into 35 ms after its onset"))
+                ->transform(KindInAnyCase())
+                ->check(values::OneOf(LineFaultNames()))
+                ->type_name("KIND"),
+            command
+                .add_option("--reclose", options.reclose,
+                            HelpText("sample", "Reclose the line: success, or fault (it is still faulted)"))
+                ->check(values::OneOf({"success", "fault"}))
+                ->type_name("RESULT")};
+}
+
+CLI::Option* AddSeeds(CLI::App& command, const char* name, std::string& seeds, const std::string& help)
+{
+    return command.add_option(name, seeds, help)->check(Seeds())->type_name("SEEDS");
+}
+
 } // namespace
 
 std::vector<std::string> LineFaultNames()
@@ -110,77 +153,35 @@ std::vector<std::string> LineFaultNames()
 
 void AddLineSampleOptions(CLI::App& command, LineSampleOptions& options)
 {
-    // The options of the station were added first; all but these say how a recording is made.
-    std::vector<CLI::Option*> others;
-    for (CLI::Option* option : command.get_options([](const CLI::Option* one) {
-             return one->get_name() != "--out" && one->get_name() != "--help";
-         }))
-        others.push_back(option);
     for (const char* name : {"--analog", "--discrete", "--segments"})
         options.ofStation.push_back(command.get_option(name));
     command.get_option("--fault")->transform(KindInAnyCase());
+    const std::vector<CLI::Option*> ofLine = AddFaultOptions(command, options);
+    options.ofLine.assign(ofLine.begin(), ofLine.end());
+    for (const CLI::Option* option : command.get_options())
+        if (option->get_name() != "--out" && option->get_name() != "--help")
+            options.notDrawn.push_back(option);
 
-    station::LineFaultOptions& fault = options.fault;
-    std::vector<CLI::Option*> line = {
-        AddNumber(command, "--distance", fault.distance,
-                  HelpText("sample", "Distance to a simulated fault, in percent of the line (40)"), 1, 99,
-                  "PERCENT"),
-        AddNumber(command, "--resistance", fault.resistance,
-                  HelpText("sample", "Resistance of the fault (1)"), 0, 1000, "OHM"),
-        AddNumber(command, "--inception", fault.inception,
-                  HelpText("sample", "Angle of the faulted phase's voltage at the onset (60)"), -360, 360,
-                  "DEGREES"),
-        AddNumber(command, "--frequency", fault.frequency, HelpText("sample", "Frequency, 45 to 55 (50)"), 45,
-                  55, "HZ"),
-        AddNumber(command, "--load", fault.load,
-                  HelpText("sample", "Load current before the fault, in parts of the rated current; "
-                                     "negative towards the station (0.3)"),
-                  -1, 1, "FRACTION"),
-        AddNumber(command, "--noise", fault.noise,
-                  HelpText("sample", "Noise, standard deviation in percent of the rated peak (0.05)"), 0, 10,
-                  "PERCENT"),
-        AddNumber(command, "--length", fault.length, HelpText("sample", "Length of the line (60)"), 1, 500,
-                  "KM"),
-        command.add_flag("--saturation", fault.saturation,
-                         HelpText("sample", "Let the current transformers of the line saturate")),
-        command
-            .add_option("--evolving", options.evolving,
-                        HelpText("sample", "What the fault turns into 35 ms after its onset"))
-            ->transform(KindInAnyCase())
-            ->check(values::OneOf(LineFaultNames()))
-            ->type_name("KIND"),
-        command
-            .add_option("--reclose", options.reclose,
-                        HelpText("sample", "Reclose the line: success, or fault (it is still faulted)"))
-            ->check(values::OneOf({"success", "fault"}))
-            ->type_name("RESULT")};
-    options.ofLine.assign(line.begin(), line.end());
-    others.insert(others.end(), line.begin(), line.end());
-
-    CLI::Option* faults = command
-                              .add_option("--random-fault", options.randomFaults,
-                                          HelpText("sample", "Simulate a fault drawn from the seed, or one "
-                                                             "for each seed of a range"))
-                              ->check(Seeds())
-                              ->type_name("SEED[-SEED]");
-    CLI::Option* quiet =
-        command
-            .add_option("--random-quiet", options.randomQuiet,
-                        HelpText("sample", "Likewise without a fault: load steps, switching, inrush, swings"))
-            ->check(Seeds())
-            ->type_name("SEED[-SEED]");
-    others.push_back(quiet);
-    for (CLI::Option* other : others)
-        faults->excludes(other);
-    others.back() = faults;
-    for (CLI::Option* other : others)
-        quiet->excludes(other);
+    CLI::Option* faults = AddSeeds(
+        command, "--random-fault", options.randomFaults,
+        HelpText("sample",
+                 "Simulate a fault drawn from a seed (17), or one for each seed of a range (1-1000)"));
+    AddSeeds(command, "--random-quiet", options.randomQuiet,
+             HelpText("sample", "Likewise without a fault: load steps, switching, inrush, swings"))
+        ->excludes(faults);
 }
 
 bool IsLineSample(const LineSampleOptions& options, const std::string& fault)
 {
-    if (!options.randomFaults.empty() || !options.randomQuiet.empty())
+    if (!options.randomFaults.empty() || !options.randomQuiet.empty()) {
+        const char* drawn = options.randomFaults.empty() ? "--random-quiet" : "--random-fault";
+        for (const CLI::Option* option : options.notDrawn)
+            if (option->count() > 0)
+                throw ConfigurationError(
+                    Tr("sample", "%1 draws everything and goes without %2; leave one out")
+                        .arg(QLatin1String(drawn), FromUtf8(option->get_name())));
         return true;
+    }
     const bool isLineFault = station::FaultKindNamed(FromUtf8(fault)).has_value();
     for (const CLI::Option* option : isLineFault ? options.ofStation : options.ofLine)
         if (option->count() > 0)

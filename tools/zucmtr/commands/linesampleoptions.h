@@ -21,6 +21,7 @@ struct LineSampleOptions
     std::string randomQuiet;
     std::vector<const CLI::Option*> ofLine;    // only with a fault on the line
     std::vector<const CLI::Option*> ofStation; // not with one
+    std::vector<const CLI::Option*> notDrawn;  // not with seeds
 };
 
 /// The names of the kinds of fault on a line, AG to ABC.

@@ -120,9 +120,9 @@ void AddStationOptions(CLI::App& command, SampleOptions& options)
         ->check(values::OneOf({"cp866", "cp1251"}))
         ->type_name("NAME");
     command
-        .add_option("--fault", options.fault,
-                    HelpText("sample", "Fault on the line: single, two, three, none (single); simulated on a "
-                                       "line with known data: AG, BG, CG, AB, BC, CA, ABG, BCG, CAG, ABC"))
+        .add_option(
+            "--fault", options.fault,
+            HelpText("sample", "Fault on the line: single, two, three, none (single); simulated: AG to ABC"))
         ->check(values::OneOf(FaultWords()))
         ->type_name("KIND");
     command

@@ -18,9 +18,12 @@ const char* const ValueNames[] = {
     QT_TRANSLATE_NOOP("parser", "FILE"),    QT_TRANSLATE_NOOP("parser", "DIR"),
     QT_TRANSLATE_NOOP("parser", "SECTION"), QT_TRANSLATE_NOOP("parser", "COMMAND"),
     QT_TRANSLATE_NOOP("parser", "NAME"),    QT_TRANSLATE_NOOP("parser", "KIND"),
-    QT_TRANSLATE_NOOP("parser", "SIZE"),    QT_TRANSLATE_NOOP("parser", "SECONDS"),
-    QT_TRANSLATE_NOOP("parser", "N"),       QT_TRANSLATE_NOOP("parser", "HZ"),
-    QT_TRANSLATE_NOOP("parser", "S"),
+    QT_TRANSLATE_NOOP("parser", "PERCENT"), QT_TRANSLATE_NOOP("parser", "OHM"),
+    QT_TRANSLATE_NOOP("parser", "DEGREES"), QT_TRANSLATE_NOOP("parser", "FRACTION"),
+    QT_TRANSLATE_NOOP("parser", "KM"),      QT_TRANSLATE_NOOP("parser", "RESULT"),
+    QT_TRANSLATE_NOOP("parser", "SEEDS"),   QT_TRANSLATE_NOOP("parser", "SIZE"),
+    QT_TRANSLATE_NOOP("parser", "SECONDS"), QT_TRANSLATE_NOOP("parser", "N"),
+    QT_TRANSLATE_NOOP("parser", "HZ"),      QT_TRANSLATE_NOOP("parser", "S"),
 };
 
 } // namespace

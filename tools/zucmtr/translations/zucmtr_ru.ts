@@ -1988,6 +1988,34 @@ Example, with the sample station:
         <source>&apos;%1&apos;</source>
         <translation>«%1»</translation>
     </message>
+    <message>
+        <source>PERCENT</source>
+        <translation>ПРОЦЕНТ</translation>
+    </message>
+    <message>
+        <source>OHM</source>
+        <translation>ОМ</translation>
+    </message>
+    <message>
+        <source>DEGREES</source>
+        <translation>ГРАДУСЫ</translation>
+    </message>
+    <message>
+        <source>FRACTION</source>
+        <translation>ДОЛЯ</translation>
+    </message>
+    <message>
+        <source>KM</source>
+        <translation>КМ</translation>
+    </message>
+    <message>
+        <source>RESULT</source>
+        <translation>ИТОГ</translation>
+    </message>
+    <message>
+        <source>SEEDS</source>
+        <translation>ЧИСЛА</translation>
+    </message>
 </context>
 <context>
     <name>progress</name>
@@ -2189,8 +2217,8 @@ Example, with the sample station:
         <translation>АПВ линии: success (успешное) или fault (на неустранённое замыкание)</translation>
     </message>
     <message>
-        <source>Simulate a fault drawn from the seed, or one for each seed of a range</source>
-        <translation>Моделировать случайное замыкание по начальному числу или по одному на каждое число диапазона</translation>
+        <source>Simulate a fault drawn from a seed (17), or one for each seed of a range (1-1000)</source>
+        <translation>Моделировать случайное замыкание по начальному числу (17) или по одному на каждое число диапазона (1-1000)</translation>
     </message>
     <message>
         <source>Likewise without a fault: load steps, switching, inrush, swings</source>
@@ -2212,7 +2240,7 @@ that an analysis should find.
 Examples:
   zucmtr sample --out station --fault three --segments 2
   zucmtr sample --out faults --fault BCG --distance 70 --resistance 5 --reclose fault
-  zucmtr sample --out faults --random-fault 1-100</source>
+  zucmtr sample --out random --random-fault 1-20</source>
         <translation>Станция — подстанция 220/110 кВ с коротким замыканием на линии. Для каждого вида пуска есть осциллограмма,
 а также ini-файл ZuDrv.ini. Одинаковые ключи везде дают одинаковые байты. Записанные файлы перечисляются;
 последняя строка — команда, которая их преобразует.
@@ -2224,11 +2252,15 @@ Examples:
 Примеры:
   zucmtr sample --out station --fault three --segments 2
   zucmtr sample --out faults --fault BCG --distance 70 --resistance 5 --reclose fault
-  zucmtr sample --out faults --random-fault 1-100</translation>
+  zucmtr sample --out random --random-fault 1-20</translation>
     </message>
     <message>
-        <source>Fault on the line: single, two, three, none (single); simulated on a line with known data: AG, BG, CG, AB, BC, CA, ABG, BCG, CAG, ABC</source>
-        <translation>Замыкание на линии: single, two, three, none (single); моделируемое на линии с известными параметрами: AG, BG, CG, AB, BC, CA, ABG, BCG, CAG, ABC</translation>
+        <source>%1 draws everything and goes without %2; leave one out</source>
+        <translation>%1 выбирает всё случайно и с %2 не сочетается; уберите один из них</translation>
+    </message>
+    <message>
+        <source>Fault on the line: single, two, three, none (single); simulated: AG to ABC</source>
+        <translation>Замыкание на линии: single, two, three, none (single); моделируемое: от AG до ABC</translation>
     </message>
 </context>
 <context>
