@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""How right `zucmtr events` is: analysisfaults.py ZUCMTR [--faults FIRST-LAST] [--quiet FIRST-LAST] [--list]
+"""How right `zucmtr events` is: analysisfaults.py ZUCMTR [--faults FIRST-LAST] [--quiet FIRST-LAST] [--list] [--without-speed]
 
 Simulates faults and recordings without one by `zucmtr sample`, asks `zucmtr events --json` and compares the answers with
 the truth beside the recordings. Prints one row for each target; exit code 1 if one is missed. --list names the
@@ -7,6 +7,7 @@ recordings that were answered wrongly.
 """
 import argparse
 import json
+import math
 import subprocess
 import sys
 import tempfile
@@ -134,43 +135,76 @@ def quiet_row(table, pairs, listed):
     table.row(f"{len(pairs)} recordings without a fault", "none called a fault", f"{len(called)} called", not called)
 
 
+ROUNDING = 2e-6  # s: times have six decimals
+
+
+def as_sampled(history, anchor, step):
+    """The changes that a record of these samples can show, as (time in the truth, state): each at the first sample at or after it; of
+    several between two samples the last one, if it is one."""
+    def sample_of(event):
+        return math.ceil((event["time"] - anchor) / step - 1e-3)
+    sampled = []
+    state = None if not history else 1 - history[0]["state"]
+    for event, following in zip(history, [*history[1:], None]):
+        if (following is None or sample_of(following) != sample_of(event)) and event["state"] != state:
+            sampled.append((event["time"], event["state"]))
+            state = event["state"]
+    return sampled
+
+
+def is_sample_of(time_found, time_true, step):
+    """Whether the one is the first sample at or after the other."""
+    return -ROUNDING <= time_found - time_true <= step + ROUNDING
+
+
 def events_wrong(truth, answer, step):
-    """How many events are not those of the truth: each has the first sample at or after its change, and the changes of a
-    bouncing contact are one."""
+    """How many events are not those of the truth; the changes of a bouncing contact are one event."""
+    if not answer["events"]:
+        return len(truth["events"])
+    anchor = anchor_of(answer, step)
     wrong = 0
-    changes = {}
-    for event in truth["events"]:
-        changes.setdefault(event["channel"], []).append(event)
-    # The record lists the channels in another order than the recorder.
-    for name, history in {name: [event for event in truth["events"] if event["name"] == name]
-                          for name in {event["name"] for event in truth["events"]}}.items():
+    for name in {event["name"] for event in truth["events"]}:
+        history = as_sampled([event for event in truth["events"] if event["name"] == name], anchor, step)
         bay, signal = name.split(":")
-        found = [event for event in answer["events"]
-                 if signal in event["name"] and bay.split()[-1] in event["circuit"]]
         position = 0
-        for event in found:
+        for event in answer["events"]:
+            if signal not in event["name"] or bay.split()[-1] not in event["circuit"]:
+                continue
             folded = history[position:position + event["changes"]]
             position += event["changes"]
-            late = event["time"] - folded[0]["time"] if folded else 1
-            if not -2e-6 <= late <= step + 2e-6 or folded[-1]["state"] != event["state"]:
-                wrong += 1
-        wrong += len(history) - position if position < len(history) else 0
+            wrong += not folded or not is_sample_of(event["time"], folded[0][0], step) or folded[-1][1] != event["state"]
+        wrong += abs(len(history) - position)
     return wrong
 
 
+def anchor_of(answer, step):
+    """The time of a sample: the mean of what the events say of it, as each is rounded."""
+    times = [event["time"] for event in answer["events"]]
+    first = times[0] if times else 0
+    parts = [time - first - round((time - first) / step) * step for time in times]
+    return first + sum(parts) / max(len(parts), 1)
+
+
+SIGNALS = {"start": ("Пуск защит", 1), "trip": ("Откл. от защит", 1), "breaker": ("Выключатель включен", 0)}
+
+
 def operating_wrong(truth, answer, step):
-    """Operating times are from the onset found; the truth's from the trigger."""
+    """Operating times are from the onset found, or the start of the protection; dead time from one contact to itself."""
     want, got = truth["operating"], answer["operating"]
     wrong = 0
-    for key in ("start", "trip", "breaker"):
-        if (want[key] is None) != (got[key] is None):
+    anchor = anchor_of(answer, step)
+    for key, (signal, active) in SIGNALS.items() if got["from"] is not None else ():
+        history = as_sampled([event for event in truth["events"] if event["name"] == f"{truth['line']['circuit']}:{signal}"],
+                             anchor, step)
+        first = next((moment for moment, state in history if state == active), None)
+        if (first is None) != (got[key] is None):
             wrong += 1
-        elif want[key] is not None and got["from"] is not None:
-            late = got[key] + got["from"] - want[key]
-            wrong += 0 if -2e-6 <= late <= step + 2e-6 else 1
-    if want["deadTime"] is not None and (got["deadTime"] is None or
-                                         abs(got["deadTime"] - want["deadTime"]) > step + 2e-6):
+        elif first is not None:
+            wrong += not is_sample_of(got[key] + got["from"], first, step)
+    if (want["deadTime"] is None) != (got["deadTime"] is None):
         wrong += 1
+    elif want["deadTime"] is not None:
+        wrong += abs(got["deadTime"] - want["deadTime"]) > step + ROUNDING
     return wrong + (want["reclosed"] != {None: None, True: "success", False: "fault"}[got["reclosed"]])
 
 
@@ -220,6 +254,7 @@ def main():
     parser.add_argument("--faults", default="1-1000")
     parser.add_argument("--quiet", default="1-200")
     parser.add_argument("--list", action="store_true")
+    parser.add_argument("--without-speed", action="store_true")
     options = parser.parse_args()
     program = str(Path(options.program).resolve())
     table = Table()
@@ -233,7 +268,8 @@ def main():
         fault_rows(table, faults, options.list)
         quiet_row(table, quiet, options.list)
         events_row(table, faults + quiet, options.list)
-        speed_rows(table, program, directory)
+        if not options.without_speed:
+            speed_rows(table, program, directory)
     table.print()
     return 0 if table.met else 1
 

@@ -24,6 +24,7 @@ analysis::Fault FaultOf(std::vector<std::pair<double, double>> parts)
     for (const auto& [onset, clearing] : parts) {
         analysis::FaultPart part;
         part.onset = onset;
+        part.afterReclosing = !fault.parts.empty() && onset > *fault.parts.back().clearing;
         if (!std::isnan(clearing))
             part.clearing = clearing;
         fault.parts.push_back(part);

@@ -59,13 +59,15 @@ TEST(Summary, JsonHasTheFaultWithItsPartsAndDistances)
         QByteArray("[{\"best\":\"takagi\",\"circuit\":\"W1\",\"clearing\":0.067,\"direction\":\"forward\","
                    "\"distance\":{\"reactance\":{\"km\":16.55,\"percent\":33.1,\"resistance\":null},"
                    "\"takagi\":{\"km\":17.1,\"percent\":34.2,\"resistance\":2.1}},\"kind\":\"AG\","
-                   "\"lack\":null,\"onset\":0.005,\"parts\":[{\"best\":\"takagi\",\"circuit\":\"W1\","
+                   "\"lack\":null,\"onset\":0.005,\"parts\":[{\"afterReclosing\":false,\"best\":\"takagi\","
+                   "\"circuit\":\"W1\","
                    "\"clearing\":0.067,\"distance\":{\"reactance\":{\"km\":16.55,\"percent\":33.1,"
                    "\"resistance\":null},\"takagi\":{\"km\":17.1,\"percent\":34.2,\"resistance\":2.1}},"
                    "\"kind\":\"AG\",\"lack\":null,\"onset\":0.005,\"range\":null}],\"range\":null}]"));
-    EXPECT_EQ(Compact(object["phasors"]),
-              QByteArray("[{\"after\":{},\"before\":{\"Ia W1\":{\"angle\":-30,\"magnitude\":100}},"
-                         "\"during\":{\"Ia W1\":{\"angle\":-90,\"magnitude\":2500.5}}}]"));
+    EXPECT_EQ(
+        Compact(object["phasors"]),
+        QByteArray("[{\"after\":{},\"before\":{\"Ia W1\":{\"angle\":-30,\"magnitude\":100,\"unit\":\"\"}},"
+                   "\"during\":{\"Ia W1\":{\"angle\":-90,\"magnitude\":2500.5,\"unit\":\"\"}}}]"));
 }
 
 TEST(Summary, JsonHasTheEventsAndOperatingTimes)
@@ -121,6 +123,7 @@ TEST(Summary, FaultThatComesBackIsSaid)
     analysis::Summary summary = Known();
     analysis::Fault& fault = *summary.findings.fault;
     fault.parts.push_back(fault.parts.front());
+    fault.parts[1].afterReclosing = true;
     fault.parts[1].onset = 0.5671;
     fault.parts[1].clearing = 1.6;
     summary.operating.deadTime = 0.5;

@@ -207,6 +207,7 @@ TEST(Many, JsonHasEverythingAboutARecording)
 
     QJsonObject converted = objects[1];
     EXPECT_GT(converted.take("seconds").toDouble(), 0);
+    EXPECT_EQ(converted.take("summary").toObject()["events"].toInt(-1), 0);
     const QString name = ShortRecordName(0);
     EXPECT_EQ(
         converted,

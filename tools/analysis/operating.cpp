@@ -96,7 +96,9 @@ Operating OperatingOf(const std::vector<Event>& events, const comtrade::Configur
         return operating;
     if (hasOrigin)
         operating.breaker = after(opening->time);
-    if (const Event* closing = ClosingAfter(chosen, *opening)) {
+    // A breaker that is opened and closed by hand has no dead time.
+    const bool isTripped = fault || operating.trip;
+    if (const Event* closing = isTripped ? ClosingAfter(chosen, *opening) : nullptr) {
         operating.deadTime = closing->time - opening->time;
         operating.reclosed = StaysClosed(chosen, *closing, fault);
     }
