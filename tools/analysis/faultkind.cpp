@@ -99,10 +99,19 @@ bool HasOpened(const Change& change)
     return false;
 }
 
+// No short circuit raises the voltage: one that ends does.
+bool RaisesVoltage(const Change& change)
+{
+    constexpr double more = 1.002; // than noise
+    return change.during.hasVoltages &&
+           std::abs(ComponentsOf(change.during.voltages).positive) > more * HealthyVoltage(change);
+}
+
 bool IsLarge(const Change& change, double leastPart, double farthest)
 {
     const double size = Largest(Difference(change.during.currents, change.before.currents));
-    return size > leastPart * Largest(change.before.currents) && size > 6 * change.noise &&
+    return !RaisesVoltage(change) && size > leastPart * Largest(change.before.currents) &&
+           size > 6 * change.noise &&
            (!change.during.hasVoltages || size > HealthyVoltage(change) / farthest);
 }
 
@@ -187,7 +196,7 @@ bool IsShortCircuit(const Change& change)
 
 bool MayBeShortCircuit(const Change& change)
 {
-    constexpr double leastPart = 0.15;
+    constexpr double leastPart = 0.25;
     constexpr double farthest = 900;
     constexpr double mostSecondHarmonic = 0.07;
     constexpr double brokenDown = 0.89;
