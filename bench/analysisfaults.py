@@ -136,13 +136,14 @@ def quiet_row(table, pairs, listed):
 
 
 ROUNDING = 2e-6  # s: times have six decimals
+GRID_ERROR = 3e-7  # s, of the mean over all events
 
 
 def as_sampled(history, anchor, step):
     """The changes that a record of these samples can show, as (time in the truth, state): each at the first sample at or after it; of
     several between two samples the last one, if it is one."""
     def sample_of(event):
-        return math.ceil((event["time"] - anchor) / step - 1e-3)
+        return math.ceil((event["time"] - anchor - GRID_ERROR) / step)
     sampled = []
     state = None if not history else 1 - history[0]["state"]
     for event, following in zip(history, [*history[1:], None]):
