@@ -156,6 +156,15 @@ analysis::Change Balanced(Phasor before, Phasor during, double voltagePart)
     return change;
 }
 
+TEST(Kind, OfAWindowWithAMissingValueIsSomeKind)
+{
+    analysis::Change change = Network().Change(FaultKind::AG, 0);
+    change.during.currents[analysis::PhaseB] = std::nan("");
+    const std::string name = NameOf(KindOf(change));
+    EXPECT_TRUE(name == "ABG" || name == "AB" || name == "AG") << name;
+    EXPECT_FALSE(IsShortCircuit(change));
+}
+
 TEST(ShortCircuit, IsNotALoadThatGrowsOrGoes)
 {
     EXPECT_FALSE(IsShortCircuit(Balanced(Polar(100, -20), Polar(600, -25), 0.97)));

@@ -170,7 +170,8 @@ FaultKind KindOf(const Change& change)
     if (*least < unchanged * largest)
         return single[static_cast<size_t>(least - opposite.begin())];
     // 60 degrees for A-B, and 120 further for each of the other pairs.
-    const double angle = std::arg(currents.negative / currents.positive) * 180 / Pi;
+    const double measured = std::arg(currents.negative / currents.positive) * 180 / Pi;
+    const double angle = std::isfinite(measured) ? measured : 0; // a value is missing
     const auto sector = static_cast<size_t>(std::floor((angle + 360) / 120)) % Phases;
     constexpr std::array<FaultKind, Phases> toEarth = {FaultKind::ABG, FaultKind::BCG, FaultKind::CAG};
     constexpr std::array<FaultKind, Phases> between = {FaultKind::AB, FaultKind::BC, FaultKind::CA};

@@ -92,14 +92,24 @@ FaultSearch::FaultSearch(const CircuitWaves& waves_, const Meter& meter_)
 
 std::optional<Departure> FaultSearch::FirstDeparture(size_t from) const
 {
-    std::optional<Departure> first;
-    for (size_t phase = PhaseA; phase < Phases; ++phase) {
-        const size_t end = first ? first->sample + 2 : count;
-        const std::optional<Departure> found = FirstBeyond(differences[phase], limit, from, end + 3);
-        if (found && (!first || found->moment < first->moment))
-            first = found;
+    // The phases go together, so that a quiet one is not searched to its end for each departure of another.
+    constexpr size_t together = 2; // samples within which the phases leave for one reason
+    constexpr size_t looked = together + 3;
+    for (size_t n = from; n < count; ++n) {
+        std::optional<Departure> first;
+        bool isHere = false;
+        for (size_t phase = PhaseA; phase < Phases; ++phase) {
+            if (!isHere && !(std::abs(differences[phase][n]) > limit))
+                continue;
+            const std::optional<Departure> found = FirstBeyond(differences[phase], limit, n, n + looked);
+            isHere = isHere || (found && found->sample == n);
+            if (found && (!first || found->moment < first->moment))
+                first = found;
+        }
+        if (isHere)
+            return first;
     }
-    return first;
+    return std::nullopt;
 }
 
 CircuitState FaultSearch::Before(size_t sample) const
@@ -286,10 +296,10 @@ void FaultSearch::FindClearing(Occurrence& found, size_t end) const
     size_t latest = found.firstBad;
     for (size_t phase = PhaseA; phase < Phases; ++phase) {
         const Wave& difference = differences[phase];
+        const double other = std::max(limit, 0.05 * LargestOf(*waves.currents[phase], found.firstBad, end));
         // Forward differences: what is a period later.
         for (size_t n = std::min(settled + meter.Window(), count - 1); n > latest + meter.Window(); --n)
-            if (std::abs(difference[n]) >
-                std::max(limit, 0.05 * LargestOf(*waves.currents[phase], found.firstBad, end))) {
+            if (std::abs(difference[n]) > other) {
                 latest = n - meter.Window();
                 break;
             }
@@ -319,6 +329,10 @@ void FaultSearch::FindKinds(Occurrence& found) const
     size_t length = 0;
     FaultKind running = kindAt(first, window);
     for (size_t at = first; at + window <= end; at += step) {
+        if (!IsWhole(meter.Of(waves, at, window))) {
+            length = 0;
+            continue;
+        }
         const FaultKind kind = kindAt(at, window);
         length = kind == running ? length + 1 : 1;
         running = kind;
@@ -340,7 +354,7 @@ void FaultSearch::FindKinds(Occurrence& found) const
 }
 
 // Whether the fault that was of an earlier kind is of another one in the window at a sample: only if phases
-// join it, and carry more current, or earth does. Other changes come from the breaker at the other end.
+// join it, or earth does. Where the breaker at the other end opens, healthy phases lose their load.
 bool FaultSearch::HasJoined(const std::pair<size_t, FaultKind>& earlier, FaultKind kind, size_t at) const
 {
     constexpr double left = 0.5;
