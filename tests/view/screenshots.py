@@ -33,7 +33,7 @@ def shoot_all(browser, page, out):
         (out / name).write_bytes(browser.picture())
 
     def show(settings, circuit):
-        browser.open(page, settings)
+        browser.open(page, settings + "&sheet=oscillogram")
         until(lambda: browser.run("return Boolean(window.zuView && zuView.page && zuView.page.strips[0].chart)"),
               "the page")
         browser.run("""const title = [...document.querySelectorAll('#groups h3')].find((t) => t.textContent === arguments[0]);

@@ -4,6 +4,7 @@
 #include "analysis/faultlocation.h"
 #include "analysis/faultsearch.h"
 #include "analysis/frequency.h"
+#include "analysis/linematch.h"
 
 #include <algorithm>
 #include <cmath>
@@ -12,32 +13,6 @@
 namespace analysis {
 
 namespace {
-
-const Line* LineOf(const QString& circuit, const Lines& lines)
-{
-    const auto found =
-        std::find_if(lines.begin(), lines.end(), [&](const Line& line) { return line.circuit == circuit; });
-    return found == lines.end() ? nullptr : &*found;
-}
-
-// The circuit whose voltages serve another one: itself, the one that lines.ini names, or the only one there
-// is.
-const Circuit* VoltagesOf(const Circuit& circuit, const std::vector<Circuit>& circuits, const Line* line)
-{
-    const Circuit* only = nullptr;
-    bool isOnly = true;
-    for (const Circuit& other : circuits) {
-        if (!other.HasVoltages())
-            continue;
-        if (line != nullptr && !line->voltages.isEmpty() && other.name == line->voltages)
-            return &other;
-        isOnly = isOnly && only == nullptr;
-        only = &other;
-    }
-    if (circuit.HasVoltages())
-        return &circuit;
-    return isOnly ? only : nullptr;
-}
 
 CircuitWaves WavesOf(const Signals& signals, const Circuit& circuit, const Circuit* voltages)
 {

@@ -66,4 +66,28 @@ Lines LinesOf(const Lines& lines, const std::vector<Circuit>& circuits, const Ch
     return matched;
 }
 
+const Line* LineOf(const QString& circuit, const Lines& lines)
+{
+    const auto found =
+        std::find_if(lines.begin(), lines.end(), [&](const Line& line) { return line.circuit == circuit; });
+    return found == lines.end() ? nullptr : &*found;
+}
+
+const Circuit* VoltagesOf(const Circuit& circuit, const std::vector<Circuit>& circuits, const Line* line)
+{
+    const Circuit* only = nullptr;
+    bool isOnly = true;
+    for (const Circuit& other : circuits) {
+        if (!other.HasVoltages())
+            continue;
+        if (line != nullptr && !line->voltages.isEmpty() && other.name == line->voltages)
+            return &other;
+        isOnly = isOnly && only == nullptr;
+        only = &other;
+    }
+    if (circuit.HasVoltages())
+        return &circuit;
+    return isOnly ? only : nullptr;
+}
+
 } // namespace analysis

@@ -20,4 +20,11 @@ QString CircuitNamed(const QString& name, const std::vector<Circuit>& circuits, 
 /// Lines of which neither impedances nor voltages are known are left out.
 Lines LinesOf(const Lines& lines, const std::vector<Circuit>& circuits, const ChannelKinds& kinds);
 
+/// The line of a circuit among those of the record; null if there is none.
+const Line* LineOf(const QString& circuit, const Lines& lines);
+
+/// The circuit whose voltages serve another one: the one that lines.ini names, itself, or the only one that
+/// has voltages; null if there is none.
+const Circuit* VoltagesOf(const Circuit& circuit, const std::vector<Circuit>& circuits, const Line* line);
+
 } // namespace analysis

@@ -121,6 +121,11 @@ bool ToShort(double code, qint16& number)
 
 } // namespace
 
+qint64 BytesOf(const Oscillogram& oscillogram)
+{
+    return oscillogram.Count() * BytesOfSample(oscillogram.config);
+}
+
 void Codes::Add(double code)
 {
     qint16 number = 0;

@@ -79,6 +79,9 @@ struct Extent
 /// Reads a record. Throws comtrade::Error.
 Oscillogram Read(const QString& recordPath, const Extent& extent);
 
+/// What the samples held take in a DAT file of 16-bit codes.
+qint64 BytesOf(const Oscillogram& oscillogram);
+
 /// The fault report (HDR file) decoded; lines end in line feeds.
 QString ReportText(const QByteArray& bytes);
 

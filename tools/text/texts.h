@@ -2,19 +2,20 @@
 // (scripts/update-translations.sh); both arguments are literals, the context is the file's subject.
 #pragma once
 
-#include <QCoreApplication>
+#include "text/language.h"
+
 #include <QString>
 
 #include <string>
 
 /// The text in the user's language. Fill in values with arg().
-inline QString Tr(const char* context, const char* text)
+inline QString Tr(const char* context, const char* source)
 {
-    return QCoreApplication::translate(context, text);
+    return text::Translated(context, source);
 }
 
 /// The same for the parser of the command line.
-inline std::string HelpText(const char* context, const char* text)
+inline std::string HelpText(const char* context, const char* source)
 {
-    return QCoreApplication::translate(context, text).toStdString();
+    return text::Translated(context, source).toStdString();
 }

@@ -21,9 +21,26 @@ namespace view {
 namespace {
 
 // In the order of their dependencies.
-constexpr const char* Scripts[] = {"dygraph",      "texts",  "axis",   "channels",  "periods", "power",
-                                   "reportmethod", "frame",  "strips", "tracks",    "cursors", "reasons",
-                                   "phasors",      "tables", "report", "navigator", "main"};
+constexpr const char* Scripts[] = {
+    "dygraph",     // the library
+    "texts",       // what the page says
+    "address",     // settings in the page's address
+    "axis",        // time over samples
+    "channels",    // samples
+    "periods",     // the period before a cursor
+    "power",       // phasors of a period
+    "derived",     // what follows from them, at a sample and along the record
+    "formula",     // calculated channels
+    "worker",      // what runs beside the page
+    "derivations", // its requests
+    "reportmethod", "frame",   "strips",  "tracks",
+    "marks", // onset, trip, clearing
+    "cursors",      "reasons", "phasors", "calculated",
+    "second", // another record over the first
+    "copy",         "tables",  "report",  "navigator",  "answer", "plane", "spectrum", "values", "main",
+};
+
+constexpr const char* Styles[] = {"dygraph", "style", "answer", "plane", "spectrum", "values", "second"};
 
 QByteArray Resource(const QString& name)
 {
@@ -63,7 +80,7 @@ std::vector<QByteArray> SplitAt(const QByteArray& text, std::initializer_list<co
 QByteArray Policy(const std::vector<QByteArray>& texts)
 {
     QByteArray policy = "default-src 'none'; style-src 'unsafe-inline'; img-src data:; base-uri 'none'; "
-                        "form-action 'none'; script-src";
+                        "form-action 'none'; worker-src blob:; script-src";
     for (const QByteArray& text : texts)
         policy += " 'sha256-" + QCryptographicHash::hash(text, QCryptographicHash::Sha256).toBase64() + "'";
     return policy;
@@ -119,15 +136,15 @@ QByteArray Encoded(const analysis::Codes& codes)
     return codes.IsWide() ? Base64(codes.Wide()) : Base64(codes.Small());
 }
 
-void WriteBody(PageWriter& page, const analysis::Oscillogram& oscillogram, const QString& source,
+void WriteBody(PageWriter& page, const analysis::Oscillogram& oscillogram, const QByteArray& data,
                const std::vector<QByteArray>& texts)
 {
-    page.Data("data", PageData(oscillogram, source));
+    page.Data("data", data);
     for (size_t i = 0; i < oscillogram.analog.size(); ++i)
         page.Data("samples" + QByteArray::number(static_cast<int>(i)), Encoded(oscillogram.analog[i]));
-    for (const QByteArray& text : texts) {
-        page.Write("<script>");
-        page.Write(text);
+    for (size_t i = 0; i < texts.size(); ++i) { // by these names the page finds what its worker needs
+        page.Write(QByteArray("<script id=\"script-") + Scripts[i] + "\">");
+        page.Write(texts[i]);
         page.Write("</script>\n");
     }
 }
@@ -139,6 +156,7 @@ Held WritePage(const QString& recordPath, const QString& pagePath, const Options
     LinkResources();
     const analysis::Oscillogram oscillogram = Load(recordPath, options);
     const QString source = options.source.isEmpty() ? QFileInfo(recordPath).fileName() : options.source;
+    const QByteArray data = PageData(oscillogram, SummaryOf(recordPath, oscillogram, options), source);
     std::vector<QByteArray> texts;
     for (const char* name : Scripts)
         texts.push_back(Script(name));
@@ -146,9 +164,10 @@ Held WritePage(const QString& recordPath, const QString& pagePath, const Options
         SplitAt(Resource(QStringLiteral("page.html")), {"@POLICY@", "@TITLE@", "@STYLES@", "@BODY@"});
     PageWriter page(pagePath);
     page.Write(frame[0] + Policy(texts) + frame[1] + Title(oscillogram) + frame[2]);
-    page.Write(WithoutMap(Resource(QStringLiteral("dygraph.css"))) + Resource(QStringLiteral("style.css")));
+    for (const char* name : Styles)
+        page.Write(WithoutMap(Resource(QString::fromLatin1(name) + QStringLiteral(".css"))));
     page.Write(frame[3]);
-    WriteBody(page, oscillogram, source, texts);
+    WriteBody(page, oscillogram, data, texts);
     page.Write(frame[4]);
     page.Commit();
     return Holding(oscillogram);

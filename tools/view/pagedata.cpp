@@ -1,6 +1,7 @@
 #include "view/pagedata.h"
 
 #include "analysis/channelrole.h"
+#include "view/answer.h"
 #include "view/base64.h"
 
 #include <QJsonArray>
@@ -127,7 +128,8 @@ QString StampText(const comtrade::TimeStamp& stamp)
            (fraction.isEmpty() ? QString() : QLatin1Char('.') + fraction);
 }
 
-QByteArray PageData(const analysis::Oscillogram& oscillogram, const QString& source)
+QByteArray PageData(const analysis::Oscillogram& oscillogram, const analysis::Summary& summary,
+                    const QString& source)
 {
     const comtrade::Configuration& config = oscillogram.config;
     QJsonArray rates;
@@ -149,7 +151,8 @@ QByteArray PageData(const analysis::Oscillogram& oscillogram, const QString& sou
         {QStringLiteral("analog"), Channels(config.analog, oscillogram.analog, AnalogJson)},
         {QStringLiteral("states"), Channels(config.states, oscillogram.states, StateJson)},
         {QStringLiteral("report"), oscillogram.report},
-        {QStringLiteral("startedCircuit"), StartedCircuit(oscillogram)}};
+        {QStringLiteral("startedCircuit"), StartedCircuit(oscillogram)},
+        {QStringLiteral("answer"), AnswerJson(summary, oscillogram.first)}};
     return QJsonDocument(data).toJson(QJsonDocument::Compact).replace("<", "\\u003c");
 }
 

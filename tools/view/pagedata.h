@@ -9,7 +9,8 @@
 namespace view {
 
 /// Everything but the analog samples. No "<" stands in it, so that it cannot end the element that holds it.
-QByteArray PageData(const analysis::Oscillogram& oscillogram, const QString& source);
+QByteArray PageData(const analysis::Oscillogram& oscillogram, const analysis::Summary& summary,
+                    const QString& source);
 
 /// The axis of count samples from first: {"pieces": [[from, at, step, hertz] ...]}, or {"stamps": base64 of
 /// little-endian 64-bit floating point, "resolution": of the stamps}. Times in milliseconds.

@@ -11,6 +11,14 @@ analysis::Oscillogram Load(const QString& recordPath, const Options& options)
                           options.full ? whole : analysis::Extent{options.window, LargestSamples});
 }
 
+analysis::Summary SummaryOf(const QString& recordPath, const analysis::Oscillogram& oscillogram,
+                            const Options& options)
+{
+    if (options.window > 0 || analysis::BytesOf(oscillogram) > analysis::LargestAnalysed)
+        return analysis::Summarise({recordPath, options.lines, options.lineFile, LargestSamples});
+    return analysis::Summarise(oscillogram, options.lines, options.lineFile);
+}
+
 Held Holding(const analysis::Oscillogram& oscillogram)
 {
     Held held;

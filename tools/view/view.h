@@ -4,6 +4,7 @@
 //     view::WritePage("record.cfg", "record.html", {});
 #pragma once
 
+#include "analysis/linedata.h"
 #include "text/error.h"
 
 #include <QString>
@@ -13,9 +14,11 @@ namespace view {
 /// What goes into a page.
 struct Options
 {
-    double window = 0; ///< seconds around the trigger that the page holds; 0: all, or what fits the page
-    bool full = false; ///< hold all samples, however large the page becomes
-    QString source;    ///< file name to show as the origin; empty: that of the record
+    double window = 0;     ///< seconds around the trigger that the page holds; 0: all, or what fits the page
+    bool full = false;     ///< hold all samples, however large the page becomes
+    QString source;        ///< file name to show as the origin; empty: that of the record
+    analysis::Lines lines; ///< data of the lines, for the distance to a fault and the zones
+    QString lineFile;      ///< path of the file that has them; empty: there is none
 };
 
 /// A page or picture that cannot be written; the message names the file and says what to do. A record that

@@ -110,6 +110,24 @@
     }
   };
 
+  // A channel whose values are computed in the page, one for each sample of the record, in its unit; until they are
+  // given it has none. json: {name, circuit, unit}, and what else AnalogChannel has.
+  view.ComputedChannel = class extends view.AnalogChannel {
+    constructor(json, index, count) {
+      super({ a: 1, b: 0, factor: 1, primary: 1, secondary: 1, wide: true, kiloUnit: json.unit, phase: '', quantity: '', role: '', isWave: false, ...json }, index, null);
+      this.isComputed = true;
+      this.setValues(new Float32Array(count).fill(NaN));
+    }
+
+    setValues(values) {
+      this.decoded = values;
+      this.blocks = null;
+      const [least, greatest] = this.pyramid.extremes(0, values.length);
+      this.least = least <= greatest ? least : null;
+      this.greatest = least <= greatest ? greatest : null;
+    }
+  };
+
   view.StateChannel = class {
     constructor(json, index, count) {
       Object.assign(this, json);

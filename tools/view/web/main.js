@@ -3,7 +3,10 @@
   'use strict';
 
   const byId = (id) => document.getElementById(id);
-  const sheets = [['oscillogram', 'oscillogram'], ['reportSheet', 'report'], ['channelSheet', 'channels'], ['recordSheet', 'record']];
+  const sheets = [
+    ['answerSheet', 'answer'], ['oscillogram', 'oscillogram'], ['planeSheet', 'plane'], ['spectrumSheet', 'spectrum'],
+    ['valueSheet', 'values'], ['reportSheet', 'report'], ['channelSheet', 'channels'], ['recordSheet', 'record'],
+  ];
   const paperWidth = 1040; // pixels, of a landscape sheet
 
   class Page {
@@ -20,6 +23,7 @@
       this.strips = [];
       this.fit = false;
       this.pending = new Set();
+      this.extensions = []; // see stripGroups
     }
 
     build() {
@@ -30,14 +34,21 @@
       this.phasors = new view.Phasors(byId('side'), this.groups, this.periods, this.data.startedCircuit, () => this.request('values'));
       this.tracks = new view.Tracks(byId('tracks'), this.states, this.frame);
       this.table = new view.ChannelTable(byId('channels'), byId('filter'), byId('filtered'), [...this.analog, ...this.states], this.axis, () => this.changeVisible());
+      // Each has build(), for another language, and draw(), for what else has changed, while it is open.
+      this.parts = {
+        answerSheet: new view.AnswerSheet(this, byId('answerSheet')), planeSheet: new view.PlaneSheet(this, byId('planeSheet')),
+        spectrumSheet: new view.SpectrumSheet(this, byId('spectrumSheet')), valueSheet: new view.ValuesSheet(this, byId('valueSheet')),
+      };
       this.buildStrips();
       this.navigator = new view.Navigator(byId('navigator'), this.navigatorChannels(), this.frame);
       this.listen();
-      this.setLanguage(setting('lang') || ((navigator.language || '').startsWith('ru') ? 'ru' : 'en'));
-      this.setTheme(setting('theme') || (matchMedia('(prefers-color-scheme: dark)').matches ? 'dark' : 'light'));
+      this.setLanguage(view.address.get('lang') || ((navigator.language || '').startsWith('ru') ? 'ru' : 'en'));
+      this.setTheme(view.address.get('theme') || (matchMedia('(prefers-color-scheme: dark)').matches ? 'dark' : 'light'));
       this.cursors.placeAtTrigger();
       if (this.frame.start <= 0 && this.frame.end >= 0) this.cursors.showFault();
       else this.frame.showAll();
+      const wanted = view.address.get('sheet');
+      this.openSheet(sheets.some(([id]) => id === wanted) ? wanted : sheets[0][0]);
     }
 
     // Currents of the started circuit, or whatever there is.
@@ -47,17 +58,25 @@
       return (circuit.I[0] ? circuit.I : circuit.U).slice(0, 3).filter(Boolean);
     }
 
+    // [{circuit, strips: [[channel ...] ...]}], in the order in which they stand on the sheet. What adds to the circuits of
+    // the record is a function of these groups and of the layout in `extensions`.
+    stripGroups() {
+      const groups = [...this.groups].map(([circuit, channels]) => ({ circuit, strips: view.splitIntoStrips(channels, this.layout) }));
+      for (const extend of this.extensions) extend(groups, this.layout);
+      return groups;
+    }
+
     buildStrips() {
       this.seen.disconnect();
       byId('groups').textContent = '';
       this.strips = [];
-      for (const [circuit, channels] of this.groups) {
+      for (const { circuit, strips } of this.stripGroups()) {
         const group = document.createElement('section');
         const title = document.createElement('h3');
         title.textContent = circuit || view.text('noCircuit');
         title.classList.toggle('started', circuit !== '' && circuit === this.data.startedCircuit);
         group.append(title);
-        for (const part of view.splitIntoStrips(channels, this.layout)) {
+        for (const part of strips) {
           const strip = new view.Strip(part, this.frame);
           strip.element.classList.toggle('single', part.length === 1);
           this.strips.push(strip);
@@ -120,6 +139,7 @@
       this.tracks.build();
       this.table.build();
       view.showIdentity(byId('identity'), this.data);
+      for (const part of Object.values(this.parts)) part.build();
       view.showReport(byId('report'), this.data.report);
       this.setLayout(this.layout);
     }
@@ -160,9 +180,11 @@
     }
 
     openSheet(opened) {
+      this.opened = opened;
       for (const [id] of sheets) byId(id).hidden = id !== opened;
+      view.address.set('sheet', opened);
       this.buildTabs();
-      this.redraw();
+      this.resize(); // what was hidden had no size
     }
 
     setTheme(name) {
@@ -205,6 +227,7 @@
     drawPending() {
       const pending = this.pending;
       this.pending = new Set();
+      if (this.parts[this.opened]) this.parts[this.opened].draw();
       if (byId('oscillogram').hidden || this.data.count === 0) return;
       if (pending.has('ruler')) this.ruler.draw();
       if (pending.has('strips')) for (const strip of this.strips) if (strip.onScreen && strip.stale) strip.draw(this.fit);
@@ -258,6 +281,7 @@
       this.tracks.draw();
       this.navigator.draw();
       this.showValues();
+      for (const part of Object.values(this.parts)) part.draw();
     }
 
     fromPaper() {
@@ -278,11 +302,6 @@
     const text = element.textContent;
     element.remove();
     return text;
-  }
-
-  // A setting after the page's address, as in page.html#lang=ru&theme=dark.
-  function setting(name) {
-    return new URLSearchParams(location.hash.slice(1)).get(name);
   }
 
   try {

@@ -51,7 +51,7 @@
   // The trace as a list of x, y: all samples where they are fewer than the pixels, otherwise least and greatest of
   // each pixel column. toX and toY give pixels.
   view.tracePoints = function (channel, frame, area, toY) {
-    const axis = frame.axis;
+    const axis = channel.axis || frame.axis; // a channel of another record has its own
     const first = Math.max(axis.firstFrom(frame.from) - 1, 0);
     const end = Math.min(axis.firstFrom(frame.to) + 1, axis.count);
     const perPixel = area.w / frame.span;

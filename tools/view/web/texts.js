@@ -4,7 +4,7 @@
 
   const texts = {
     en: {
-      oscillogram: 'Oscillogram', report: 'Fault report', channels: 'Channels', record: 'Record',
+      oscillogram: 'Oscillogram', plane: 'R–X plane', spectrum: 'Spectrum', values: 'Values', report: 'Fault report', channels: 'Channels', record: 'Record',
       theme: 'Theme', print: 'Print', whole: 'Whole', toTrigger: 'Trigger',
       wholeHint: 'Show the whole record (Home)', triggerHint: 'Show the fault: from three periods before the trigger (T)',
       zoomInHint: 'Zoom in (+)', zoomOutHint: 'Zoom out (−)',
@@ -39,7 +39,7 @@
         ', and .: move the chosen cursor by one sample, with Shift by one period. 1, 2: choose the cursor'],
     },
     ru: {
-      oscillogram: 'Осциллограмма', report: 'Отчёт об аварии', channels: 'Каналы', record: 'Запись',
+      oscillogram: 'Осциллограмма', plane: 'Плоскость R–X', spectrum: 'Спектр', values: 'Значения', report: 'Отчёт об аварии', channels: 'Каналы', record: 'Запись',
       theme: 'Тема', print: 'Печать', whole: 'Вся', toTrigger: 'Пуск',
       wholeHint: 'Показать всю запись (Home)', triggerHint: 'Показать аварию: от трёх периодов до пуска (T)',
       zoomInHint: 'Увеличить (+)', zoomOutHint: 'Уменьшить (−)',
@@ -76,6 +76,11 @@
   };
 
   let language = 'en';
+
+  // Texts of a part of the page, which stand beside its code.
+  view.addTexts = function (more) {
+    for (const name of Object.keys(texts)) Object.assign(texts[name], more[name]);
+  };
 
   view.setLanguage = function (name) {
     language = texts[name] ? name : 'en';

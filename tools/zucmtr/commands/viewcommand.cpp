@@ -6,6 +6,7 @@
 #include "view/view.h"
 #include "zucmtr/commands/deviceoptions.h"
 #include "zucmtr/commands/recordsource.h"
+#include "zucmtr/host/linefile.h"
 #include "zucmtr/terminal/checks.h"
 #include "zucmtr/terminal/console.h"
 #include "zucmtr/terminal/interrupt.h"
@@ -28,6 +29,7 @@ struct ViewOptions
     std::string svg;
     std::string png;
     ChoiceOptions choice;
+    std::string lines;
     double window = 0;
     bool full = false;
     bool plain = false; // without ini file
@@ -76,9 +78,13 @@ void ComplainOfRecord(const QString& file, const view::Held& held)
                      .arg(file, QString::number(held.missing), QString::number(held.incomplete)));
 }
 
-void WriteAll(const ViewOptions& options, const QString& record)
+void WriteAll(const ViewOptions& options, const RecordSource& source)
 {
+    const QString& record = source.Path();
+    LineData data = LoadLines(FromUtf8(options.lines), source.Ini(), FromUtf8(options.file));
     view::Options settings;
+    settings.lines = std::move(data.lines);
+    settings.lineFile = data.path;
     settings.window = options.window;
     settings.full = options.full;
     settings.source = QFileInfo(FromUtf8(options.file)).fileName();
@@ -114,7 +120,7 @@ int RunView(const ViewOptions& options)
     try {
         const RecordSource source(FromUtf8(options.file), ChoiceOf(options.choice), options.plain);
         if (!interrupt::Came())
-            WriteAll(options, source.Path());
+            WriteAll(options, source);
     } catch (const ConfigurationError&) {
         throw;
     } catch (const text::Error& error) {
@@ -163,6 +169,7 @@ void AddChoiceOptions(CLI::App& command, ViewOptions& options)
         HelpText("device", "Section of the ini file for this recorder. Default: the only other section")};
     for (CLI::Option* option : AddChoiceOptions(command, options.choice, texts))
         option->excludes(plain);
+    AddLinesOption(command, options.lines);
 }
 
 } // namespace

@@ -57,7 +57,7 @@ WorkOrder OrderOf(const WorkOptions& options, const QString& out)
 void AddSummary(WorkOrder& order, const WorkOptions& options, bool summary, const QString& ini)
 {
     order.summary = summary;
-    if (!order.events && !summary)
+    if (!order.events && !summary && !order.view)
         return;
     LineData data = LoadLines(QString::fromStdString(options.lines), ini, QString());
     order.lines = std::move(data.lines);

@@ -8,6 +8,7 @@
 
 #include "analysis/linedata.h"
 #include "verify/verifier.h"
+#include "view/view.h"
 
 #include <QSet>
 
@@ -20,7 +21,7 @@ struct WorkOrder
     bool view = false;        // write a page beside each record
     bool events = false;      // write what happened beside each record
     bool summary = false;     // find out what happened, for the report
-    analysis::Lines lines;    // for both
+    analysis::Lines lines;    // for these three
     QString lineFile;         // path of the file that has them; empty: none
     bool removeSource = false;
     QString archive;      // directory for the recordings; empty: none
@@ -74,6 +75,7 @@ private:
     bool CheckUnchanged(BatchItem& item, Job& job) const;
     QStringList WritePieces(Job& job, const QString& recordName, QString& pageError) const;
     bool Commit(BatchItem& item, Job& job);
+    view::Options PageOptions(const QString& recording) const;
     void WritePageBeside(BatchItem& item) const;
     void Summarise(BatchItem& item, const QString& directory, const QString& configuration,
                    QString& error) const;

@@ -46,10 +46,8 @@ QStringList Worker::WritePieces(Job& job, const QString& recordName, QString& pa
     if (job.pageIsBeside)
         return names;
     const QString directory = job.staging->Directory() + QLatin1Char('/');
-    view::Options options;
-    options.source = QFileInfo(job.chain.Paths().first()).fileName();
     try {
-        view::WritePage(directory + names.first(), directory + page, options);
+        view::WritePage(directory + names.first(), directory + page, PageOptions(job.chain.Paths().first()));
         names << page;
     } catch (const std::bad_alloc&) {
         throw;
@@ -156,13 +154,20 @@ bool Worker::Commit(BatchItem& item, Job& job)
     return item.state != ItemState::Failed;
 }
 
+view::Options Worker::PageOptions(const QString& recording) const
+{
+    view::Options options;
+    options.source = QFileInfo(recording).fileName();
+    options.lines = order.lines;
+    options.lineFile = order.lineFile;
+    return options;
+}
+
 void Worker::WritePageBeside(BatchItem& item) const
 {
     const QString page = item.directory + QLatin1Char('/') + item.recordName + QStringLiteral(".html");
-    view::Options options;
-    options.source = QFileInfo(item.recording.path).fileName();
     try {
-        view::WritePage(item.files.first(), page, options);
+        view::WritePage(item.files.first(), page, PageOptions(item.recording.path));
     } catch (const std::bad_alloc&) {
         throw;
     } catch (const std::exception& error) {

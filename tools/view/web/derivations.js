@@ -1,0 +1,5 @@
+// The requests of the page to its worker.
+(function (view) {
+  'use strict';
+
+})(globalThis.zuView = globalThis.zuView || {});

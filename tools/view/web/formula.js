@@ -1,0 +1,5 @@
+// Formulas of calculated channels.
+(function (view) {
+  'use strict';
+
+})(globalThis.zuView = globalThis.zuView || {});

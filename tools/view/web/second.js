@@ -1,0 +1,5 @@
+// Another record over the first.
+(function (view) {
+  'use strict';
+
+})(globalThis.zuView = globalThis.zuView || {});
