@@ -7,7 +7,7 @@ def value_kind(entry):
     """How a value is completed: file, directory, section (of the ini file given with --ini), words, nothing."""
     if entry.choices:
         return "words"
-    return {"FILE": "file", "PATH": "file", "DIR": "directory", "DIRECTORY": "directory",
+    return {"FILE": "file", "SECOND": "file", "PATH": "file", "DIR": "directory", "DIRECTORY": "directory",
             "SECTION": "section"}.get(entry.value, "nothing")
 
 

@@ -41,6 +41,15 @@ qint64 CountOf(const QString& recordPath)
     return count;
 }
 
+// The moment that a window is around, s from the trigger.
+double Centre(const TimeAxis& axis, qint64 count, double around)
+{
+    const double start = axis.TimeOf(0);
+    const double last = axis.TimeOf(std::max<qint64>(count - 1, 0));
+    const double length = last - start;
+    return around < start - length || around > last + length ? 0 : around;
+}
+
 // The samples to hold. They are counted in the data, as the configuration may give more or fewer.
 Range Chosen(const QString& recordPath, const TimeAxis& axis, const comtrade::Configuration& config,
              const Extent& extent)
@@ -50,14 +59,17 @@ Range Chosen(const QString& recordPath, const TimeAxis& axis, const comtrade::Co
     if (extent.window <= 0 && config.SampleCount() <= fitting)
         return whole;
     const qint64 count = CountOf(recordPath);
+    const double centre = Centre(axis, count, extent.around);
     if (extent.window > 0) {
         const double last = axis.TimeOf(std::max<qint64>(count - 1, 0));
-        const bool isOver = -extent.window * PartBeforeTrigger > last; // before the trigger
-        const double wanted = isOver ? last - extent.window : -extent.window * PartBeforeTrigger;
+        const double begin = centre - extent.window * PartBeforeTrigger;
+        const bool isOver = begin > last; // before the trigger
+        const double wanted = isOver ? last - extent.window : begin;
         const double start = std::max(wanted, axis.TimeOf(0));
         return {axis.SampleAt(start, count), axis.SampleAt(start + extent.window, count) + 1};
     }
-    return count <= fitting ? whole : Around(axis.TriggerSample(), fitting, count);
+    const qint64 sample = centre == 0 ? axis.TriggerSample() : axis.SampleAt(centre, count);
+    return count <= fitting ? whole : Around(sample, fitting, count);
 }
 
 TimeAxis AxisOf(const QString& recordPath, const comtrade::Configuration& config)
@@ -124,6 +136,11 @@ bool ToShort(double code, qint16& number)
 qint64 BytesOf(const Oscillogram& oscillogram)
 {
     return oscillogram.Count() * BytesOfSample(oscillogram.config);
+}
+
+double BytesAnnounced(const comtrade::Configuration& config)
+{
+    return static_cast<double>(config.SampleCount()) * static_cast<double>(BytesOfSample(config));
 }
 
 void Codes::Add(double code)

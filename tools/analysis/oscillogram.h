@@ -74,6 +74,9 @@ struct Extent
 {
     double window = 0;    ///< seconds around the trigger; 0: all, or what fits
     qint64 mostBytes = 0; ///< of samples beyond which a window around the trigger is read; 0: no limit
+    /// Seconds from the trigger to the moment that the window is around instead. It is around the trigger
+    /// after all where that moment is farther from the samples than the record is long.
+    double around = 0;
 };
 
 /// Reads a record. Throws comtrade::Error.
@@ -81,6 +84,9 @@ Oscillogram Read(const QString& recordPath, const Extent& extent);
 
 /// What the samples held take in a DAT file of 16-bit codes.
 qint64 BytesOf(const Oscillogram& oscillogram);
+
+/// Likewise what the samples take that a configuration announces.
+double BytesAnnounced(const comtrade::Configuration& config);
 
 /// The fault report (HDR file) decoded; lines end in line feeds.
 QString ReportText(const QByteArray& bytes);

@@ -1,5 +1,7 @@
 #include "analysis/timeaxis.h"
 
+#include "comtrade/moment.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -9,11 +11,7 @@ namespace {
 
 qint64 OffsetNanoseconds(const comtrade::Configuration& config)
 {
-    const qint64 days = config.start.date.daysTo(config.trigger.date);
-    constexpr qint64 day = qint64(86400) * 1000000000;
-    constexpr qint64 farthest = 100000; // days; a trigger farther away is a typing mistake
-    return std::clamp(days, -farthest, farthest) * day + config.trigger.nanoseconds -
-           config.start.nanoseconds;
+    return comtrade::NanosecondsBetween(config.start, config.trigger);
 }
 
 // A sample number from a calculation, where hostile numbers may stand.

@@ -53,6 +53,26 @@ TimeStamp After(const TimeStamp& stamp, double seconds)
     return moment;
 }
 
+qint64 NanosecondsBetween(const TimeStamp& from, const TimeStamp& to)
+{
+    constexpr qint64 farthest = 100000; // days
+    const qint64 days = std::clamp(from.date.daysTo(to.date), -farthest, farthest);
+    return days * Day + to.nanoseconds - from.nanoseconds;
+}
+
+TriggerDistance DistanceOfTriggers(const Configuration& first, const Configuration& second)
+{
+    constexpr qint64 minute = qint64{60} * 1000000000; // ns
+    qint64 nanoseconds = NanosecondsBetween(first.trigger, second.trigger);
+    const std::optional<int> offsets[] = {UtcOffset(first), UtcOffset(second)};
+    TriggerDistance distance;
+    distance.inUtc = offsets[0] && offsets[1];
+    if (distance.inUtc)
+        nanoseconds += (*offsets[0] - *offsets[1]) * minute;
+    distance.seconds = static_cast<double>(nanoseconds) / 1e9;
+    return distance;
+}
+
 QString ClockText(const TimeStamp& stamp)
 {
     const qint64 second = stamp.nanoseconds / 1000000000;

@@ -2,6 +2,7 @@
 #include "output/outputfile.h"
 #include "text/texts.h"
 #include "view/base64.h"
+#include "view/overlay.h"
 #include "view/pagedata.h"
 #include "view/shown.h"
 #include "view/view.h"
@@ -136,12 +137,24 @@ QByteArray Encoded(const analysis::Codes& codes)
     return codes.IsWide() ? Base64(codes.Wide()) : Base64(codes.Small());
 }
 
-void WriteBody(PageWriter& page, const analysis::Oscillogram& oscillogram, const QByteArray& data,
-               const std::vector<QByteArray>& texts)
+// A record that goes into the page.
+struct Content
 {
-    page.Data("data", data);
-    for (size_t i = 0; i < oscillogram.analog.size(); ++i)
-        page.Data("samples" + QByteArray::number(static_cast<int>(i)), Encoded(oscillogram.analog[i]));
+    const analysis::Oscillogram& oscillogram;
+    QByteArray data;
+    QByteArray mark; // in the names of its elements
+};
+
+void WriteContent(PageWriter& page, const Content& content)
+{
+    page.Data(content.mark + "data", content.data);
+    const std::vector<analysis::Codes>& analog = content.oscillogram.analog;
+    for (size_t i = 0; i < analog.size(); ++i)
+        page.Data(content.mark + "samples" + QByteArray::number(static_cast<int>(i)), Encoded(analog[i]));
+}
+
+void WriteScripts(PageWriter& page, const std::vector<QByteArray>& texts)
+{
     for (size_t i = 0; i < texts.size(); ++i) { // by these names the page finds what its worker needs
         page.Write(QByteArray("<script id=\"script-") + Scripts[i] + "\">");
         page.Write(texts[i]);
@@ -149,28 +162,56 @@ void WriteBody(PageWriter& page, const analysis::Oscillogram& oscillogram, const
     }
 }
 
-} // namespace
-
-Held WritePage(const QString& recordPath, const QString& pagePath, const Options& options)
+// The first one gives the page its title.
+void WriteFile(const QString& pagePath, const std::vector<Content>& contents)
 {
     LinkResources();
-    const analysis::Oscillogram oscillogram = Load(recordPath, options);
-    const QString source = options.source.isEmpty() ? QFileInfo(recordPath).fileName() : options.source;
-    const QByteArray data = PageData(oscillogram, SummaryOf(recordPath, oscillogram, options), source);
     std::vector<QByteArray> texts;
     for (const char* name : Scripts)
         texts.push_back(Script(name));
     const std::vector<QByteArray> frame =
         SplitAt(Resource(QStringLiteral("page.html")), {"@POLICY@", "@TITLE@", "@STYLES@", "@BODY@"});
     PageWriter page(pagePath);
-    page.Write(frame[0] + Policy(texts) + frame[1] + Title(oscillogram) + frame[2]);
+    page.Write(frame[0] + Policy(texts) + frame[1] + Title(contents.front().oscillogram) + frame[2]);
     for (const char* name : Styles)
         page.Write(WithoutMap(Resource(QString::fromLatin1(name) + QStringLiteral(".css"))));
     page.Write(frame[3]);
-    WriteBody(page, oscillogram, data, texts);
+    for (const Content& content : contents)
+        WriteContent(page, content);
+    WriteScripts(page, texts);
     page.Write(frame[4]);
     page.Commit();
+}
+
+QString SourceOf(const QString& recordPath, const Options& options)
+{
+    return options.source.isEmpty() ? QFileInfo(recordPath).fileName() : options.source;
+}
+
+} // namespace
+
+Held WritePage(const QString& recordPath, const QString& pagePath, const Options& options)
+{
+    const analysis::Oscillogram oscillogram = Load(recordPath, options);
+    const analysis::Summary summary = SummaryOf(recordPath, oscillogram, options);
+    WriteFile(pagePath, {{oscillogram, PageData(oscillogram, summary, SourceOf(recordPath, options)), ""}});
     return Holding(oscillogram);
+}
+
+HeldBoth WritePage(const QString& recordPath, const Second& second, const QString& pagePath,
+                   const Options& options)
+{
+    const auto [first, other] = LoadBoth(recordPath, second, options);
+    Options ofSecond = second.options;
+    ofSecond.window = options.window;
+    const Overlay overlay(first, other, second.alignment);
+    const QByteArray data =
+        PageData(first, SummaryOf(recordPath, first, options), SourceOf(recordPath, options));
+    const QByteArray otherData =
+        PageData(other, SummaryOf(second.recordPath, other, ofSecond),
+                 SourceOf(second.recordPath, ofSecond), OverlayJson(overlay, first, other));
+    WriteFile(pagePath, {{first, data, ""}, {other, otherData, "second-"}});
+    return {Holding(first), Holding(other), overlay.IsApart()};
 }
 
 } // namespace view

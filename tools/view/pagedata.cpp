@@ -1,6 +1,5 @@
 #include "view/pagedata.h"
 
-#include "analysis/channelrole.h"
 #include "view/answer.h"
 #include "view/base64.h"
 
@@ -24,9 +23,6 @@ QJsonValue NumberOrNull(double number)
 QJsonObject AnalogJson(const comtrade::AnalogChannel& channel, const analysis::Codes& codes)
 {
     const analysis::Role role = analysis::RoleOf(channel);
-    const char* const quantity = role.quantity == analysis::Quantity::Voltage   ? "U"
-                                 : role.quantity == analysis::Quantity::Current ? "I"
-                                                                                : "";
     return {{QStringLiteral("number"), channel.number},
             {QStringLiteral("name"), channel.name},
             {QStringLiteral("phase"), channel.phase},
@@ -42,7 +38,7 @@ QJsonObject AnalogJson(const comtrade::AnalogChannel& channel, const analysis::C
             {QStringLiteral("least"), NumberOrNull(codes.Least())},
             {QStringLiteral("greatest"), NumberOrNull(codes.Greatest())},
             {QStringLiteral("isWave"), analysis::IsWave(channel.unit)},
-            {QStringLiteral("quantity"), QString::fromLatin1(quantity)},
+            {QStringLiteral("quantity"), QuantityName(role.quantity)},
             {QStringLiteral("role"), QString(QLatin1Char(role.phase)).trimmed()}};
 }
 
@@ -118,6 +114,19 @@ QJsonObject TimeJson(const analysis::TimeAxis& axis, qint64 first, qint64 count)
     return {{QStringLiteral("pieces"), array}};
 }
 
+QString QuantityName(analysis::Quantity quantity)
+{
+    switch (quantity) {
+    case analysis::Quantity::Voltage:
+        return QStringLiteral("U");
+    case analysis::Quantity::Current:
+        return QStringLiteral("I");
+    case analysis::Quantity::Other:
+        break;
+    }
+    return QString();
+}
+
 QString StampText(const comtrade::TimeStamp& stamp)
 {
     constexpr qint64 second = 1000000000;
@@ -129,7 +138,7 @@ QString StampText(const comtrade::TimeStamp& stamp)
 }
 
 QByteArray PageData(const analysis::Oscillogram& oscillogram, const analysis::Summary& summary,
-                    const QString& source)
+                    const QString& source, const QJsonObject& overlay)
 {
     const comtrade::Configuration& config = oscillogram.config;
     QJsonArray rates;
@@ -139,7 +148,7 @@ QByteArray PageData(const analysis::Oscillogram& oscillogram, const analysis::Su
     identity[QStringLiteral("source")] = source;
     identity[QStringLiteral("rates")] = rates;
     identity[QStringLiteral("seconds")] = oscillogram.axis.Duration(oscillogram.total);
-    const QJsonObject data = {
+    QJsonObject data = {
         {QStringLiteral("identity"), identity},
         {QStringLiteral("count"), static_cast<double>(oscillogram.Count())},
         {QStringLiteral("total"), static_cast<double>(oscillogram.total)},
@@ -153,6 +162,8 @@ QByteArray PageData(const analysis::Oscillogram& oscillogram, const analysis::Su
         {QStringLiteral("report"), oscillogram.report},
         {QStringLiteral("startedCircuit"), StartedCircuit(oscillogram)},
         {QStringLiteral("answer"), AnswerJson(summary, oscillogram.first)}};
+    if (!overlay.isEmpty())
+        data[QStringLiteral("overlay")] = overlay;
     return QJsonDocument(data).toJson(QJsonDocument::Compact).replace("<", "\\u003c");
 }
 

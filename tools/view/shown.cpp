@@ -1,14 +1,45 @@
 #include "view/shown.h"
 
+#include "comtrade/moment.h"
 #include "view/report.h"
 
+#include <algorithm>
+
 namespace view {
+
+namespace {
+
+// Bytes of samples that a page has for one record beside another: what that leaves, but at least half.
+qint64 RoomBeside(const comtrade::Configuration& other)
+{
+    constexpr auto all = static_cast<double>(LargestSamples);
+    return static_cast<qint64>(std::max(all - analysis::BytesAnnounced(other), all / 2));
+}
+
+} // namespace
 
 analysis::Oscillogram Load(const QString& recordPath, const Options& options)
 {
     const analysis::Extent whole;
     return analysis::Read(recordPath,
                           options.full ? whole : analysis::Extent{options.window, LargestSamples});
+}
+
+std::pair<analysis::Oscillogram, analysis::Oscillogram> LoadBoth(const QString& recordPath,
+                                                                 const Second& second,
+                                                                 const Options& options)
+{
+    const comtrade::Configuration config = comtrade::Record(recordPath).Config();
+    const comtrade::Configuration other = comtrade::Record(second.recordPath).Config();
+    analysis::Extent extent;
+    analysis::Extent otherExtent;
+    if (!options.full) {
+        extent = {options.window, RoomBeside(other)};
+        otherExtent = {options.window, RoomBeside(config)};
+        if (second.alignment == Alignment::Time)
+            otherExtent.around = -comtrade::DistanceOfTriggers(config, other).seconds;
+    }
+    return {analysis::Read(recordPath, extent), analysis::Read(second.recordPath, otherExtent)};
 }
 
 analysis::Summary SummaryOf(const QString& recordPath, const analysis::Oscillogram& oscillogram,

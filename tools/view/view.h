@@ -40,12 +40,37 @@ struct Held
     qint64 incomplete = 0;  ///< analog channels with such values
 };
 
-/// Bytes of samples beyond which a page holds a window around the trigger, unless Options::full is set.
+/// What a second record has in common with the first: the clocks, or the moment of the trigger.
+enum class Alignment { Time, Trigger };
+
+/// Another record, laid over the first one of a page.
+struct Second
+{
+    QString recordPath;
+    Options options; ///< its source and lines; the window is that of the first
+    Alignment alignment = Alignment::Time;
+};
+
+/// The same of a page with two records.
+struct HeldBoth
+{
+    Held first;
+    Held second;
+    bool isApart = false; ///< the second is too far from the first in time for both to be seen
+};
+
+/// Bytes of samples beyond which a page holds a window around the trigger, unless Options::full is set. Two
+/// records share them.
 constexpr qint64 LargestSamples = qint64(64) * 1024 * 1024;
 
 /// Writes the page of a COMTRADE record (a .cfg with its files beside it, or a .cff). An older page is
 /// replaced only when the new one is whole; for paths that lead elsewhere see output/outputfile.h.
 Held WritePage(const QString& recordPath, const QString& pagePath, const Options& options);
+
+/// Writes a page with a second record over the first. What options choose around the trigger is, of the second
+/// one, what is around the same moment.
+HeldBoth WritePage(const QString& recordPath, const Second& second, const QString& pagePath,
+                   const Options& options);
 
 /// Format of a still picture.
 enum class Picture { Svg, Png };

@@ -25,6 +25,9 @@ namespace {
 struct ViewOptions
 {
     std::string file;
+    std::string second; // empty: there is none
+    std::string secondDevice;
+    std::string alignment = "time";
     std::string page;
     std::string svg;
     std::string png;
@@ -49,17 +52,15 @@ void Confirm(const QString& path)
         PrintLine(path);
 }
 
-view::Held PutPage(const QString& record, const QString& page, const view::Options& options)
+// Of one record in a page.
+void ComplainOfPart(const QString& name, const view::Held& held)
 {
-    const view::Held held = view::WritePage(record, page, options);
-    Confirm(page);
     if (held.samples < held.total)
         Complain(Tr("view", "%1: the page holds %2 of %3 samples around the trigger; --window SECONDS "
                             "chooses how many, --full takes all")
-                     .arg(page)
+                     .arg(name)
                      .arg(held.samples)
                      .arg(held.total));
-    return held;
 }
 
 // What is odd about the record, no matter which device made it.
@@ -78,22 +79,80 @@ void ComplainOfRecord(const QString& file, const view::Held& held)
                      .arg(file, QString::number(held.missing), QString::number(held.incomplete)));
 }
 
-void WriteAll(const ViewOptions& options, const RecordSource& source)
+view::Options SettingsOf(const ViewOptions& options, const RecordSource& source, const QString& file)
 {
-    const QString& record = source.Path();
-    LineData data = LoadLines(FromUtf8(options.lines), source.Ini(), FromUtf8(options.file));
+    LineData data = LoadLines(FromUtf8(options.lines), source.Ini(), file);
     view::Options settings;
     settings.lines = std::move(data.lines);
     settings.lineFile = data.path;
     settings.window = options.window;
     settings.full = options.full;
-    settings.source = QFileInfo(FromUtf8(options.file)).fileName();
+    settings.source = QFileInfo(file).fileName();
+    return settings;
+}
+
+// The mistakes of a choice name the second file, and the option that is its own.
+std::unique_ptr<RecordSource> OpenSecond(const ViewOptions& options)
+{
+    const QString file = FromUtf8(options.second);
+    DeviceChoice choice = ChoiceOf(options.choice);
+    if (!options.secondDevice.empty())
+        choice.device = FromUtf8(options.secondDevice);
+    try {
+        return std::make_unique<RecordSource>(file, choice, options.plain);
+    } catch (const ConfigurationError& error) {
+        QStringList lines = error.Lines();
+        lines.replaceInStrings(QStringLiteral("--device"), QStringLiteral("--second-device"));
+        lines.first().prepend(file + QLatin1String(": "));
+        throw ConfigurationError(lines);
+    }
+}
+
+// Both records; what is odd about the second is reported here.
+view::Held PutBoth(const ViewOptions& options, const QString& record, const QString& page,
+                   const view::Options& settings)
+{
+    const QString file = FromUtf8(options.second);
+    const std::unique_ptr<RecordSource> source = OpenSecond(options);
+    view::Second second;
+    second.recordPath = source->Path();
+    second.options = SettingsOf(options, *source, file);
+    second.alignment = options.alignment == "trigger" ? view::Alignment::Trigger : view::Alignment::Time;
+    const view::HeldBoth held = view::WritePage(record, second, page, settings);
+    Confirm(page);
+    ComplainOfPart(page, held.first);
+    ComplainOfPart(file, held.second);
+    ComplainOfRecord(file, held.second);
+    if (held.isApart)
+        Complain(Tr("view", "%1: it lies too far from '%2' in time to be seen over it; --align trigger lays "
+                            "trigger over trigger")
+                     .arg(file, FromUtf8(options.file)));
+    return held.first;
+}
+
+view::Held PutPage(const ViewOptions& options, const QString& record, const view::Options& settings)
+{
+    const QString page =
+        options.page.empty() ? DefaultPage(FromUtf8(options.file)) : FromUtf8(options.page);
+    if (!options.second.empty())
+        return PutBoth(options, record, page, settings);
+    const view::Held held = view::WritePage(record, page, settings);
+    Confirm(page);
+    ComplainOfPart(page, held);
+    return held;
+}
+
+void WriteAll(const ViewOptions& options, const RecordSource& source)
+{
+    const QString& record = source.Path();
+    const view::Options settings = SettingsOf(options, source, FromUtf8(options.file));
     const bool pictureAlone = options.page.empty() && !(options.svg.empty() && options.png.empty());
     view::Held held;
     if (!pictureAlone)
-        held = PutPage(record,
-                       options.page.empty() ? DefaultPage(FromUtf8(options.file)) : FromUtf8(options.page),
-                       settings);
+        held = PutPage(options, record, settings);
+    else if (!options.second.empty())
+        Complain(Tr("view", "%1: a picture shows the first record alone; -o writes a page with both")
+                     .arg(FromUtf8(options.second)));
     const std::pair<const std::string&, view::Picture> pictures[] = {{options.svg, view::Picture::Svg},
                                                                      {options.png, view::Picture::Png}};
     for (const auto& [path, format] : pictures) {
@@ -114,8 +173,9 @@ int RunView(const ViewOptions& options)
     const QVector<QPair<QString, QString>> outputs = {{QStringLiteral("--out"), FromUtf8(options.page)},
                                                       {QStringLiteral("--svg"), FromUtf8(options.svg)},
                                                       {QStringLiteral("--png"), FromUtf8(options.png)}};
-    for (const auto& [option, path] : outputs)
-        CheckIsNoInput(option, path, FromUtf8(options.file));
+    for (const std::string& file : {options.file, options.second})
+        for (const auto& [option, path] : outputs)
+            CheckIsNoInput(option, path, FromUtf8(file));
     CheckOutputsDiffer(outputs);
     try {
         const RecordSource source(FromUtf8(options.file), ChoiceOf(options.choice), options.plain);
@@ -172,6 +232,27 @@ void AddChoiceOptions(CLI::App& command, ViewOptions& options)
     AddLinesOption(command, options.lines);
 }
 
+void AddSecondOptions(CLI::App& command, ViewOptions& options)
+{
+    CLI::Option* second =
+        command
+            .add_option("SECOND", options.second,
+                        HelpText("view", "Another recording or record, to be laid over the first"))
+            ->type_name("");
+    command
+        .add_option("--align", options.alignment,
+                    HelpText("view", "What the two have in common: the time of day (time, the default), or the "
+                                     "moment of the trigger (trigger)"))
+        ->check(values::OneOf({"time", "trigger"}))
+        ->needs(second)
+        ->type_name("NAME");
+    command
+        .add_option("--second-device", options.secondDevice,
+                    HelpText("view", "Section of the ini file for the recorder of SECOND. Default: as --device"))
+        ->needs(second)
+        ->type_name("SECTION");
+}
+
 } // namespace
 
 bool PaintsPicture(int count, char** arguments)
@@ -193,6 +274,7 @@ void AddViewCommand(CLI::App& app, Action& chosen)
     command->add_option("FILE", options->file, HelpText("view", "The recording or record"))
         ->required()
         ->type_name("");
+    AddSecondOptions(*command, *options);
     AddOutputOptions(*command, *options);
     AddChoiceOptions(*command, *options);
     command->footer(
@@ -204,12 +286,20 @@ void AddViewCommand(CLI::App& app, Action& chosen)
                          "the converted record.\n"
                          "Beyond 64 MB of samples the page holds a window around the trigger and says so.\n"
                          "\n"
+                         "SECOND is of the other end of the line, of another recorder or an earlier one, of "
+                         "any make. It lies over\n"
+                         "FILE by date and time, in UTC where both records have their time zone; the page "
+                         "shifts it by hand. Its ini\n"
+                         "file is found as that of FILE, beside it, unless --ini names one for both.\n"
+                         "\n"
                          "Exit code: 0 written, 1 the record cannot be read or the page cannot be written, 2 "
                          "wrong usage, 130 ended\n"
                          "by Ctrl-C (143 by SIGTERM).\n"
                          "\n"
                          "Example, with the sample station:\n"
                          "  zucmtr sample --out station --force\n"
-                         "  zucmtr view station/Vostochnaya_000123.ZU -o station/fault.html"));
+                         "  zucmtr view station/Vostochnaya_000123.ZU -o station/fault.html\n"
+                         "  zucmtr view station/Vostochnaya_000123.ZU station/Vostochnaya_000124.ZU --align "
+                         "trigger -o station/both.html"));
     command->callback([options, &chosen] { chosen = [options] { return RunView(*options); }; });
 }

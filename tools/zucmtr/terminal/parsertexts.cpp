@@ -90,8 +90,11 @@ QString SuperfluousText(const CLI::App& command, const QString& word)
         command.get_options([](const CLI::Option* option) { return option->get_positional(); });
     if (positionals.empty())
         return Tr("parser", "'%1' is too much: '%2' takes nothing but options").arg(word, NameOf(command));
-    return Tr("parser", "'%1' is too much: '%2' takes one %3")
-        .arg(word, NameOf(command), ShownName(FromUtf8(positionals.front()->get_name(true, false))));
+    const auto name = [&](size_t i) { return ShownName(FromUtf8(positionals[i]->get_name(true, false))); };
+    if (positionals.size() > 1)
+        return Tr("parser", "'%1' is too much: '%2' takes one %3 and one %4")
+            .arg(word, NameOf(command), name(0), name(1));
+    return Tr("parser", "'%1' is too much: '%2' takes one %3").arg(word, NameOf(command), name(0));
 }
 
 // What the parser could not place. Empty if there is nothing.
