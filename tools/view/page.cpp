@@ -37,7 +37,8 @@ constexpr const char* Scripts[] = {
     "reportmethod", "frame",   "strips",  "tracks",
     "marks", // onset, trip, clearing
     "cursors",      "reasons", "phasors", "calculated",
-    "second", // another record over the first
+    "secondtexts", // another record over the first
+    "secondmatch",  "secondpanel", "second",
     "copy",         "tables",  "report",  "navigator",  "answer", "plane", "spectrum", "values", "main",
 };
 

@@ -7,7 +7,8 @@
   const wheelZoom = 1.0015;
 
   view.Cursors = class {
-    // moved: called when a cursor has another sample, or another cursor is chosen
+    // moved: called when a cursor has another sample, or another cursor is chosen. shiftSecond, if there is a second record:
+    // called with milliseconds by which it is dragged, and whether that was the last of them.
     constructor(overlay, frame, periods, moved) {
       this.overlay = overlay;
       this.frame = frame;
@@ -88,6 +89,7 @@
       this.gesture = {
         start: event.clientX, last: event.clientX, moved: false, cursor: near,
         isBox: event.shiftKey && near === undefined, second: event.altKey || event.button === 2,
+        isShift: Boolean(this.shiftSecond) && (event.ctrlKey || event.metaKey) && near === undefined,
       };
       if (this.pointers.size === 2) this.gesture = { pinch: true, moved: true };
     }
@@ -107,6 +109,7 @@
       if (!gesture.moved) return;
       if (gesture.cursor !== undefined) this.set(gesture.cursor, this.frame.axis.sampleAt(this.timeAt(event.clientX)));
       else if (gesture.isBox) this.showBox(gesture.start, event.clientX);
+      else if (gesture.isShift) this.shiftSecond(((event.clientX - gesture.last) / this.area().width) * this.frame.span, false);
       else this.frame.pan(((gesture.last - event.clientX) / this.area().width) * this.frame.span);
       gesture.last = event.clientX;
     }
@@ -132,6 +135,8 @@
       if (gesture.isBox && gesture.moved) {
         const times = [gesture.start, event.clientX].map((x) => this.timeAt(x)).sort((a, b) => a - b);
         this.frame.show(...times);
+      } else if (gesture.isShift && gesture.moved) {
+        this.shiftSecond(0, true);
       } else if (!gesture.moved && gesture.cursor === undefined) {
         this.set(gesture.second ? 1 : 0, this.frame.axis.sampleAt(this.timeAt(event.clientX)));
       }

@@ -8,12 +8,20 @@
     constructor(axis) {
       this.axis = axis;
       const last = Math.max(axis.count - 1, 0);
-      this.start = axis.timeOf(0);
-      this.end = Math.max(axis.timeOf(last), this.start + 1e-3);
-      this.narrowest = Math.min(this.end - this.start, (leastSamples * (this.end - this.start)) / Math.max(last, 1));
+      const start = axis.timeOf(0);
+      this.ends = [start, Math.max(axis.timeOf(last), start + 1e-3)]; // of the record itself
+      this.step = (this.ends[1] - start) / Math.max(last, 1);
+      this.reach(...this.ends, Infinity);
       this.from = this.start;
       this.to = this.end;
       this.listeners = [];
+    }
+
+    // Lets the span go beyond the record, to what is shown over it from .. to with its own step between samples.
+    reach(from, to, step) {
+      this.start = Math.min(this.ends[0], from);
+      this.end = Math.max(this.ends[1], to);
+      this.narrowest = Math.min(this.ends[1] - this.ends[0], leastSamples * Math.min(this.step, step));
     }
 
     listen(listener) { this.listeners.push(listener); }

@@ -24,6 +24,7 @@
       this.fit = false;
       this.pending = new Set();
       this.extensions = []; // see stripGroups
+      this.second = view.openSecond(this, takeText);
     }
 
     build() {
@@ -63,6 +64,7 @@
     stripGroups() {
       const groups = [...this.groups].map(([circuit, channels]) => ({ circuit, strips: view.splitIntoStrips(channels, this.layout) }));
       for (const extend of this.extensions) extend(groups, this.layout);
+      if (this.second) this.second.extend(groups, this.layout);
       return groups;
     }
 
@@ -70,10 +72,11 @@
       this.seen.disconnect();
       byId('groups').textContent = '';
       this.strips = [];
-      for (const { circuit, strips } of this.stripGroups()) {
+      for (const { circuit, strips, isSecond } of this.stripGroups()) {
         const group = document.createElement('section');
         const title = document.createElement('h3');
         title.textContent = circuit || view.text('noCircuit');
+        title.classList.toggle('of-second', Boolean(isSecond));
         title.classList.toggle('started', circuit !== '' && circuit === this.data.startedCircuit);
         group.append(title);
         for (const part of strips) {
@@ -85,6 +88,7 @@
         byId('groups').append(group);
       }
       for (const strip of this.strips) this.seen.observe(strip.element);
+      if (this.second) for (const strip of this.strips) view.addSecondChoice(this.second, strip);
       this.applyVisible();
     }
 
@@ -102,6 +106,7 @@
         for (const strip of this.strips) strip.stale = true;
         for (const part of ['strips', 'tracks', 'ruler', 'navigator', 'lines']) this.request(part);
       });
+      if (this.second) this.cursors.shiftSecond = (milliseconds, isLast) => this.second.setShift(this.second.shift + milliseconds, isLast);
       this.cursors.listen(byId('strips'));
       const middle = () => (this.frame.from + this.frame.to) / 2;
       const actions = {
@@ -131,7 +136,7 @@
       for (const element of document.querySelectorAll('[data-text]')) element.textContent = view.text(element.dataset.text);
       for (const element of document.querySelectorAll('[data-hint]')) element.title = view.text(element.dataset.hint);
       for (const button of byId('languages').children) button.setAttribute('aria-pressed', button.dataset.language === document.documentElement.lang);
-      byId('keyList').replaceChildren(...view.text('keyList').map((text) => Object.assign(document.createElement('li'), { textContent: text })));
+      byId('keyList').replaceChildren(...view.text('keyList').concat(this.second ? view.text('secondKey') : []).map((text) => Object.assign(document.createElement('li'), { textContent: text })));
       this.describe();
       this.buildTabs();
       this.resize();
@@ -141,6 +146,7 @@
       view.showIdentity(byId('identity'), this.data);
       for (const part of Object.values(this.parts)) part.build();
       view.showReport(byId('report'), this.data.report);
+      if (this.second) this.second.build();
       this.setLayout(this.layout);
     }
 
@@ -150,22 +156,12 @@
       if (startedCircuit) parts.push(view.text('started', startedCircuit));
       byId('event').textContent = parts.join(' · ');
       byId('partial').hidden = count === total && count > 0;
-      const seconds = ((this.frame.end - this.frame.start) / 1000).toFixed(3);
+      const seconds = ((this.frame.ends[1] - this.frame.ends[0]) / 1000).toFixed(3);
       byId('partial').textContent = count > 0 ? view.text('partial', seconds, count, total) : view.text('empty');
       byId('columns').replaceChildren(...['value', 'rms', 'angle'].map((key) =>
         Object.assign(document.createElement('span'), { className: key, textContent: view.text(key), title: view.text(`${key}Hint`) })));
-      byId('notices').replaceChildren(...this.notices().map((text) =>
+      byId('notices').replaceChildren(...view.noticesOf(this.data).concat(this.second ? this.second.notices() : []).map((text) =>
         Object.assign(document.createElement('p'), { className: 'notice', textContent: text })));
-    }
-
-    // What is odd about the record.
-    notices() {
-      const { held, total, identity } = this.data;
-      const notices = [];
-      if (held.announced !== total) notices.push(view.text('otherCount', held.announced, total));
-      if (!held.hasTrigger) notices.push(view.text('triggerOutside', identity.trigger, identity.start));
-      if (held.missing > 0) notices.push(view.text('missing', held.missing, held.incomplete));
-      return notices;
     }
 
     buildTabs() {
@@ -228,6 +224,7 @@
       const pending = this.pending;
       this.pending = new Set();
       if (this.parts[this.opened]) this.parts[this.opened].draw();
+      if (this.second) view.addSecondAnswer(this.second, byId('answerSheet'));
       if (byId('oscillogram').hidden || this.data.count === 0) return;
       if (pending.has('ruler')) this.ruler.draw();
       if (pending.has('strips')) for (const strip of this.strips) if (strip.onScreen && strip.stale) strip.draw(this.fit);
@@ -246,21 +243,29 @@
       const reasons = new view.Reasons();
       for (const strip of this.strips) if (strip.onScreen) strip.rows.forEach((row) => this.showRow(row, reasons));
       for (const { channel, cells } of this.tracks.rows)
-        cells.forEach((cell, cursor) => { cell.textContent = channel.state(cursors.samples[cursor]); });
+        cells.forEach((cell, cursor) => {
+          cell.textContent = channel.record ? channel.record.state(channel, cursors.time(cursor)) : channel.state(cursors.samples[cursor]);
+        });
       this.phasors.draw(cursors.samples[cursors.chosen], cursors.chosen, reasons);
     }
 
     // Always by Fourier and as the RMS of the values, whatever method the phasors have.
     showRow({ channel, cells }, reasons) {
       cells.forEach(([value, rms, angle], cursor) => {
-        const sample = this.cursors.samples[cursor];
-        const reading = view.reading(this.periods, channel, sample);
-        value.textContent = view.number(channel.value(sample));
+        const reading = this.readingAt(channel, cursor);
+        value.textContent = view.number(reading.value);
         rms.textContent = view.number(reading.rms);
         angle.textContent = view.direct(reading.direct) || view.angle(reading.angle);
         rms.title = reading.reason ? view.text(reading.reason, view.shortName(channel)) : '';
-        reasons.add(cursor, reading.reason, channel);
+        if (!channel.record) reasons.add(cursor, reading.reason, channel);
       });
+    }
+
+    // What view.reading has and the value. A second record has its own sample for the time of the cursor.
+    readingAt(channel, cursor) {
+      if (channel.record) return channel.record.reading(channel, this.cursors.time(cursor));
+      const sample = this.cursors.samples[cursor];
+      return { value: channel.value(sample), ...view.reading(this.periods, channel, sample) };
     }
 
     // Everything on paper, in light colours and at the width of the sheet, drawn before the browser takes it.
@@ -295,6 +300,15 @@
       this.resize();
     }
   }
+
+  // What is odd about a record.
+  view.noticesOf = function ({ held, total, identity }) {
+    const notices = [];
+    if (held.announced !== total) notices.push(view.text('otherCount', held.announced, total));
+    if (!held.hasTrigger) notices.push(view.text('triggerOutside', identity.trigger, identity.start));
+    if (held.missing > 0) notices.push(view.text('missing', held.missing, held.incomplete));
+    return notices;
+  };
 
   // The text of a data element, which is given up with it: the samples are then in memory once.
   function takeText(id) {

@@ -5,6 +5,7 @@
 
   const channelsInStrip = 6;
   const leastSpan = 0.01; // of a y axis, as part of its largest value
+  const secondDash = [6, 3]; // of a second record, pixels
   const axisWidth = 60; // of the labels at the left of each plot, pixels
   const rightGap = 10;
   const others = ['--other1', '--other2', '--other3', '--other4', '--other5', '--other6'];
@@ -14,7 +15,11 @@
 
   view.styleColor = (name) => getComputedStyle(document.documentElement).getPropertyValue(name).trim();
 
-  view.colorName = (channel, index) => roleColors[channel.role] || others[index % others.length];
+  // A second record has the colours of the channels that it lies over, paler.
+  view.colorName = function (channel, index) {
+    if (channel.partner) return `${channel.partner.color}-second`;
+    return (roleColors[channel.role] || others[index % others.length]) + (channel.record ? '-second' : '');
+  };
 
   // Circuits in the order of the record, each with its channels.
   view.groupByCircuit = function (channels) {
@@ -91,14 +96,16 @@
     context.stroke();
   };
 
-  function drawTrace(context, points, color, width) {
+  function drawTrace(context, points, color, width, isSecond) {
     const isDense = points.length > 2 * width;
     context.strokeStyle = color;
     context.fillStyle = color;
     context.lineWidth = 1.25;
     context.lineJoin = 'round';
     context.globalAlpha = isDense ? 0.7 : 1; // what is under a filled band shows through
+    if (isSecond && !isDense) context.setLineDash(secondDash);
     view.strokeTrace(context, points);
+    context.setLineDash([]);
     context.globalAlpha = 1;
     if (points.length > width / 4) return;
     for (let i = 0; i < points.length; i += 2) {
@@ -139,7 +146,7 @@
     addRow(channel, index) {
       channel.color = view.colorName(channel, index);
       const row = document.createElement('div');
-      row.className = 'row';
+      row.className = channel.record ? 'row of-second' : 'row';
       row.dataset.channel = channel.index;
       const name = document.createElement('span');
       name.className = 'name';
@@ -165,9 +172,8 @@
 
     // Least and greatest value on the y axis, with some air.
     valueRange(fit) {
-      const axis = this.frame.axis;
-      const span = fit ? [Math.max(axis.firstFrom(this.frame.from) - 1, 0), Math.min(axis.firstFrom(this.frame.to) + 1, axis.count)] : [];
-      const ranges = this.visibleChannels.map((channel) => channel.range(...span)).filter(([low]) => Number.isFinite(low));
+      const spanOf = (axis) => [Math.max(axis.firstFrom(this.frame.from) - 1, 0), Math.min(axis.firstFrom(this.frame.to) + 1, axis.count)];
+      const ranges = this.visibleChannels.map((channel) => channel.range(...(fit ? spanOf(channel.axis || this.frame.axis) : []))).filter(([low]) => Number.isFinite(low));
       let low = Math.min(...ranges.map((range) => range[0]));
       let high = Math.max(...ranges.map((range) => range[1]));
       if (!(low <= high)) return [-1, 1];
@@ -209,7 +215,7 @@
       context.clip();
       for (const channel of this.visibleChannels) {
         const points = view.tracePoints(channel, this.frame, area, toY);
-        drawTrace(context, points, view.styleColor(channel.color), area.w);
+        drawTrace(context, points, view.styleColor(channel.color), area.w, Boolean(channel.record));
       }
       context.restore();
     }

@@ -7,14 +7,15 @@
   // Spans [from, to] in pixels in which the state is 1; what is in one pixel is one span, so that their number is
   // bounded by the width.
   view.trackSpans = function (channel, frame, area) {
-    const axis = frame.axis;
+    const axis = channel.axis || frame.axis; // a channel of another record has its own
     const perPixel = area.width / frame.span;
     const xOf = (sample) => area.left + (axis.timeOf(sample) - frame.from) * perPixel;
     const first = Math.max(axis.firstFrom(frame.from) - 1, 0);
+    const [left, right] = [Math.max(area.left, xOf(0)), Math.min(area.left + area.width, xOf(axis.count - 1))]; // of its samples
     const spans = [];
     let position = channel.changesUntil(first);
     let state = channel.initial ^ (position & 1);
-    let start = state ? area.left : 0;
+    let start = state ? left : 0;
     while (position < channel.changes.length && xOf(channel.changes[position]) < area.left + area.width) {
       const x = xOf(channel.changes[position]);
       const pixelEnd = axis.firstFrom(frame.from + (Math.floor(x - area.left) + 1) / perPixel) - 1;
@@ -24,7 +25,7 @@
       start = x;
       position = next;
     }
-    if (state) spans.push([start, area.left + area.width]);
+    if (state && start < right) spans.push([start, right]);
     return spans;
   };
 
@@ -32,11 +33,15 @@
     constructor(parent, channels, frame) {
       this.parent = parent;
       this.frame = frame;
-      this.changing = channels.filter((channel) => channel.changes.length > 0)
-        .sort((a, b) => a.changes[0] - b.changes[0] || a.index - b.index);
-      this.quiet = channels.filter((channel) => channel.changes.length === 0);
+      this.arrange(channels);
       this.rows = [];
       this.onScreen = true;
+    }
+
+    arrange(channels) {
+      const firstChange = (channel) => (channel.axis || this.frame.axis).timeOf(channel.changes[0]);
+      this.changing = channels.filter((channel) => channel.changes.length > 0).sort((a, b) => firstChange(a) - firstChange(b));
+      this.quiet = channels.filter((channel) => channel.changes.length === 0);
     }
 
     build() {
@@ -60,7 +65,7 @@
 
     addRow(legend, channel) {
       const row = document.createElement('div');
-      row.className = 'row state';
+      row.className = channel.record ? 'row state of-second' : 'row state';
       row.dataset.state = channel.index;
       const name = document.createElement('span');
       name.className = 'name';
@@ -85,6 +90,7 @@
       const list = document.createElement('ul');
       for (const channel of this.quiet) {
         const item = document.createElement('li');
+        item.classList.toggle('of-second', Boolean(channel.record));
         item.textContent = `${channel.initial}  ${channel.name}`;
         list.append(item);
       }
@@ -99,12 +105,12 @@
       const width = this.canvas.parentElement.clientWidth;
       const context = view.prepareCanvas(this.canvas, width, shown.length * rowHeight);
       const area = view.plotArea(width);
-      const colors = ['--stateOn', '--stateLine'].map(view.styleColor);
+      const colors = ['--stateOn', '--stateLine', '--stateOn-second'].map(view.styleColor);
       shown.forEach(({ channel }, index) => {
         const top = index * rowHeight;
         context.fillStyle = colors[1];
         context.fillRect(area.left, top + rowHeight - 5, area.width, 1);
-        context.fillStyle = colors[0];
+        context.fillStyle = colors[channel.record ? 2 : 0];
         for (const [from, to] of view.trackSpans(channel, this.frame, area)) context.fillRect(from, top + 5, Math.max(to - from, 1), rowHeight - 9);
       });
     }

@@ -91,18 +91,21 @@ view::Options SettingsOf(const ViewOptions& options, const RecordSource& source,
     return settings;
 }
 
-// The mistakes of a choice name the second file, and the option that is its own.
-std::unique_ptr<RecordSource> OpenSecond(const ViewOptions& options)
+// With two files, a mistake in the choice of the recorder names the file, and of the second one its option.
+std::unique_ptr<RecordSource> Open(const ViewOptions& options, bool isSecond)
 {
-    const QString file = FromUtf8(options.second);
+    const QString file = FromUtf8(isSecond ? options.second : options.file);
     DeviceChoice choice = ChoiceOf(options.choice);
-    if (!options.secondDevice.empty())
+    if (isSecond && !options.secondDevice.empty())
         choice.device = FromUtf8(options.secondDevice);
     try {
         return std::make_unique<RecordSource>(file, choice, options.plain);
     } catch (const ConfigurationError& error) {
+        if (options.second.empty())
+            throw;
         QStringList lines = error.Lines();
-        lines.replaceInStrings(QStringLiteral("--device"), QStringLiteral("--second-device"));
+        if (isSecond)
+            lines.replaceInStrings(QStringLiteral("--device"), QStringLiteral("--second-device"));
         lines.first().prepend(file + QLatin1String(": "));
         throw ConfigurationError(lines);
     }
@@ -113,7 +116,7 @@ view::Held PutBoth(const ViewOptions& options, const QString& record, const QStr
                    const view::Options& settings)
 {
     const QString file = FromUtf8(options.second);
-    const std::unique_ptr<RecordSource> source = OpenSecond(options);
+    const std::unique_ptr<RecordSource> source = Open(options, true);
     view::Second second;
     second.recordPath = source->Path();
     second.options = SettingsOf(options, *source, file);
@@ -178,9 +181,9 @@ int RunView(const ViewOptions& options)
             CheckIsNoInput(option, path, FromUtf8(file));
     CheckOutputsDiffer(outputs);
     try {
-        const RecordSource source(FromUtf8(options.file), ChoiceOf(options.choice), options.plain);
+        const std::unique_ptr<RecordSource> source = Open(options, false);
         if (!interrupt::Came())
-            WriteAll(options, source);
+            WriteAll(options, *source);
     } catch (const ConfigurationError&) {
         throw;
     } catch (const text::Error& error) {
@@ -229,6 +232,12 @@ void AddChoiceOptions(CLI::App& command, ViewOptions& options)
         HelpText("device", "Section of the ini file for this recorder. Default: the only other section")};
     for (CLI::Option* option : AddChoiceOptions(command, options.choice, texts))
         option->excludes(plain);
+    command
+        .add_option("--second-device", options.secondDevice,
+                    HelpText("view", "Section of the ini file for the recorder of SECOND. Default: as --device"))
+        ->needs(command.get_option("SECOND"))
+        ->excludes(plain)
+        ->type_name("SECTION");
     AddLinesOption(command, options.lines);
 }
 
@@ -246,11 +255,6 @@ void AddSecondOptions(CLI::App& command, ViewOptions& options)
         ->check(values::OneOf({"time", "trigger"}))
         ->needs(second)
         ->type_name("NAME");
-    command
-        .add_option("--second-device", options.secondDevice,
-                    HelpText("view", "Section of the ini file for the recorder of SECOND. Default: as --device"))
-        ->needs(second)
-        ->type_name("SECTION");
 }
 
 } // namespace
