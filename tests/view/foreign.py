@@ -1,5 +1,6 @@
 """COMTRADE records as devices of other vendors write them, made for tests: all kinds of data, several rates, time
 stamps instead of rates, missing samples, primary and secondary values."""
+import datetime
 import math
 import struct
 
@@ -25,12 +26,14 @@ class Channel:
 
 
 class Foreign:
-    """Rates are (samples per second, last sample); without any, stamps are the microseconds of the samples."""
+    """Rates are (samples per second, last sample); without any, stamps are the microseconds of the samples. The trigger
+    is so many seconds after the start; states are (name, circuit, states), the zone is the time code of revision 2013."""
 
     def __init__(self, channels, kind="ASCII", rates=(), stamps=None, frequency=50, revision=2013, trigger=0.1,
-                 announced=None):
+                 announced=None, start=datetime.datetime(2024, 2, 1), zone="0", station="Foreign substation", states=()):
         self.channels, self.kind, self.rates, self.stamps = channels, kind, list(rates), stamps
         self.frequency, self.revision, self.trigger = frequency, revision, trigger
+        self.start, self.zone, self.station, self.states = start, zone, station, states
         self.count = len(channels[0].codes)
         self.announced = self.count if announced is None else announced
 
@@ -40,18 +43,20 @@ class Foreign:
         path.with_suffix(".dat").write_bytes(b"".join(write(sample) for sample in range(self.count)))
 
     def _configuration(self):
-        yield "Foreign substation,Other recorder,%d" % self.revision
-        yield "%d,%dA,0D" % (len(self.channels), len(self.channels))
+        yield "%s,Other recorder,%d" % (self.station, self.revision)
+        yield "%d,%dA,%dD" % (len(self.channels) + len(self.states), len(self.channels), len(self.states))
         for number, one in enumerate(self.channels, 1):
             yield "%d,%s,,%s,%s,%r,%r,0,-99999,99998,%r,%r,%s" % (
                 number, one.name, one.circuit, one.unit, one.a, one.b, one.primary, one.secondary, one.side)
+        for number, (name, circuit, _) in enumerate(self.states, 1):
+            yield "%d,%s,,%s,0" % (number, name, circuit)
         yield "%g" % self.frequency if self.frequency else ""
         rates = self.rates[:-1] + [(self.rates[-1][0], self.announced)] if self.rates else [(0, self.announced)]
         yield str(len(self.rates))
         yield from ("%r,%d" % rate for rate in rates)
-        yield "01/02/2024,00:00:00.000000"
-        yield "01/02/2024,00:00:%09.6f" % self.trigger
-        yield from [self.kind, "1"] + (["0,0", "0,0"] if self.revision == 2013 else [])
+        for moment in (self.start, self.start + datetime.timedelta(seconds=self.trigger)):
+            yield moment.strftime("%d/%m/%Y,%H:%M:%S.%f")
+        yield from [self.kind, "1"] + (["%s,%s" % (self.zone, self.zone), "0,0"] if self.revision == 2013 else [])
 
     def _stamp(self, sample):
         return self.stamps[sample] if self.stamps else round(sample * 1e6 / self.rates[0][0])
@@ -61,12 +66,16 @@ class Foreign:
         for one in self.channels:
             code = one.codes[sample]
             fields.append(ASCII_MISSING[sample % 2] if code is MISSING else "%r" % code)
+        fields += [str(states[sample]) for _, _, states in self.states]
         return (",".join(fields) + "\r\n").encode()
 
     def _record(self, sample):
         form, missing = BINARY[self.kind]
         codes = (missing if one.codes[sample] is MISSING else one.codes[sample] for one in self.channels)
-        return struct.pack("<II", sample + 1, self._stamp(sample)) + b"".join(struct.pack(form, code) for code in codes)
+        words = (sum(states[sample] << place for place, (_, _, states) in enumerate(self.states[first:first + 16]))
+                 for first in range(0, len(self.states), 16))
+        return (struct.pack("<II", sample + 1, self._stamp(sample)) + b"".join(struct.pack(form, code) for code in codes)
+                + b"".join(struct.pack("<H", word) for word in words))
 
 
 def times(rates, count):

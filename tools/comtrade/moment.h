@@ -21,8 +21,8 @@ QString MomentText(const TimeStamp& stamp, const std::optional<int>& offset);
 /// The moment so many seconds after a stamp, to the microsecond.
 TimeStamp After(const TimeStamp& stamp, double seconds);
 
-/// Nanoseconds from one stamp to another of the same clock. Stamps that are more than 100,000 days apart count
-/// as so far: one of them is a typing mistake.
+/// Nanoseconds from one stamp to another of the same clock. Stamps that are more than 100,000 days apart
+/// count as so far: one of them is a typing mistake.
 qint64 NanosecondsBetween(const TimeStamp& from, const TimeStamp& to);
 
 /// How far the triggers of two records are from each other.

@@ -31,15 +31,15 @@ Span SpanOf(const analysis::Oscillogram& oscillogram)
 void AddUnits(QJsonObject& units, const comtrade::Configuration& config)
 {
     for (const comtrade::AnalogChannel& channel : config.analog)
-        units[channel.unit] = QJsonArray{QuantityName(analysis::RoleOf(channel).quantity),
-                                         analysis::BaseFactor(channel.unit)};
+        units[channel.unit] =
+            QJsonArray{QuantityName(analysis::RoleOf(channel).quantity), analysis::BaseFactor(channel.unit)};
 }
 
 } // namespace
 
 Overlay::Overlay(const analysis::Oscillogram& first, const analysis::Oscillogram& second,
                  Alignment alignment_)
-        : alignment(alignment_)
+    : alignment(alignment_)
 {
     const comtrade::TriggerDistance distance = comtrade::DistanceOfTriggers(first.config, second.config);
     between = distance.seconds;

@@ -34,12 +34,12 @@ constexpr const char* Scripts[] = {
     "formula",     // calculated channels
     "worker",      // what runs beside the page
     "derivations", // its requests
-    "reportmethod", "frame",   "strips",  "tracks",
+    "reportmethod", "frame",       "strips",  "tracks",
     "marks", // onset, trip, clearing
-    "cursors",      "reasons", "phasors", "calculated",
+    "cursors",      "reasons",     "phasors", "calculated",
     "secondtexts", // another record over the first
-    "secondmatch",  "secondpanel", "second",
-    "copy",         "tables",  "report",  "navigator",  "answer", "plane", "spectrum", "values", "main",
+    "secondmatch",  "secondpanel", "second",  "copy",       "tables", "report",
+    "navigator",    "answer",      "plane",   "spectrum",   "values", "main",
 };
 
 constexpr const char* Styles[] = {"dygraph", "style", "answer", "plane", "spectrum", "values", "second"};
@@ -209,8 +209,8 @@ HeldBoth WritePage(const QString& recordPath, const Second& second, const QStrin
     const QByteArray data =
         PageData(first, SummaryOf(recordPath, first, options), SourceOf(recordPath, options));
     const QByteArray otherData =
-        PageData(other, SummaryOf(second.recordPath, other, ofSecond),
-                 SourceOf(second.recordPath, ofSecond), OverlayJson(overlay, first, other));
+        PageData(other, SummaryOf(second.recordPath, other, ofSecond), SourceOf(second.recordPath, ofSecond),
+                 OverlayJson(overlay, first, other));
     WriteFile(pagePath, {{first, data, ""}, {other, otherData, "second-"}});
     return {Holding(first), Holding(other), overlay.IsApart()};
 }

@@ -9,7 +9,8 @@
 
 namespace view {
 
-/// Everything but the analog samples; overlay, unless it is empty, is what a second record has besides. No "<" stands in it, so that it cannot end the element that holds it.
+/// Everything but the analog samples; overlay, unless it is empty, is what a second record has besides. No
+/// "<" stands in it, so that it cannot end the element that holds it.
 QByteArray PageData(const analysis::Oscillogram& oscillogram, const analysis::Summary& summary,
                     const QString& source, const QJsonObject& overlay = {});
 

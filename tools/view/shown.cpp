@@ -26,8 +26,7 @@ analysis::Oscillogram Load(const QString& recordPath, const Options& options)
 }
 
 std::pair<analysis::Oscillogram, analysis::Oscillogram> LoadBoth(const QString& recordPath,
-                                                                 const Second& second,
-                                                                 const Options& options)
+                                                                 const Second& second, const Options& options)
 {
     const comtrade::Configuration config = comtrade::Record(recordPath).Config();
     const comtrade::Configuration other = comtrade::Record(second.recordPath).Config();

@@ -12,9 +12,8 @@ namespace view {
 analysis::Oscillogram Load(const QString& recordPath, const Options& options);
 
 /// The same of two records. Throws comtrade::Error.
-std::pair<analysis::Oscillogram, analysis::Oscillogram> LoadBoth(const QString& recordPath,
-                                                                 const Second& second,
-                                                                 const Options& options);
+std::pair<analysis::Oscillogram, analysis::Oscillogram>
+LoadBoth(const QString& recordPath, const Second& second, const Options& options);
 
 /// What happened in the record, also outside of the part that is held. Throws comtrade::Error.
 analysis::Summary SummaryOf(const QString& recordPath, const analysis::Oscillogram& oscillogram,

@@ -67,8 +67,8 @@ constexpr qint64 LargestSamples = qint64(64) * 1024 * 1024;
 /// replaced only when the new one is whole; for paths that lead elsewhere see output/outputfile.h.
 Held WritePage(const QString& recordPath, const QString& pagePath, const Options& options);
 
-/// Writes a page with a second record over the first. What options choose around the trigger is, of the second
-/// one, what is around the same moment.
+/// Writes a page with a second record over the first. What options choose around the trigger is, of the
+/// second one, what is around the same moment.
 HeldBoth WritePage(const QString& recordPath, const Second& second, const QString& pagePath,
                    const Options& options);
 

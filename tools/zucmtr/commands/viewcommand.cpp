@@ -135,8 +135,7 @@ view::Held PutBoth(const ViewOptions& options, const QString& record, const QStr
 
 view::Held PutPage(const ViewOptions& options, const QString& record, const view::Options& settings)
 {
-    const QString page =
-        options.page.empty() ? DefaultPage(FromUtf8(options.file)) : FromUtf8(options.page);
+    const QString page = options.page.empty() ? DefaultPage(FromUtf8(options.file)) : FromUtf8(options.page);
     if (!options.second.empty())
         return PutBoth(options, record, page, settings);
     const view::Held held = view::WritePage(record, page, settings);
@@ -233,8 +232,9 @@ void AddChoiceOptions(CLI::App& command, ViewOptions& options)
     for (CLI::Option* option : AddChoiceOptions(command, options.choice, texts))
         option->excludes(plain);
     command
-        .add_option("--second-device", options.secondDevice,
-                    HelpText("view", "Section of the ini file for the recorder of SECOND. Default: as --device"))
+        .add_option(
+            "--second-device", options.secondDevice,
+            HelpText("view", "Section of the ini file for the recorder of SECOND. Default: as --device"))
         ->needs(command.get_option("SECOND"))
         ->excludes(plain)
         ->type_name("SECTION");
@@ -250,8 +250,9 @@ void AddSecondOptions(CLI::App& command, ViewOptions& options)
             ->type_name("");
     command
         .add_option("--align", options.alignment,
-                    HelpText("view", "What the two have in common: the time of day (time, the default), or the "
-                                     "moment of the trigger (trigger)"))
+                    HelpText("view",
+                             "What the two have in common: the time of day (time, the default), or the "
+                             "moment of the trigger (trigger)"))
         ->check(values::OneOf({"time", "trigger"}))
         ->needs(second)
         ->type_name("NAME");
@@ -304,6 +305,6 @@ void AddViewCommand(CLI::App& app, Action& chosen)
                          "  zucmtr sample --out station --force\n"
                          "  zucmtr view station/Vostochnaya_000123.ZU -o station/fault.html\n"
                          "  zucmtr view station/Vostochnaya_000123.ZU station/Vostochnaya_000124.ZU --align "
-                         "trigger -o station/both.html"));
+                         "trigger"));
     command->callback([options, &chosen] { chosen = [options] { return RunView(*options); }; });
 }

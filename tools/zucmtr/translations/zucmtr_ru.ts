@@ -2016,6 +2016,14 @@ Example, with the sample station:
         <source>SEEDS</source>
         <translation>ЧИСЛА</translation>
     </message>
+    <message>
+        <source>SECOND</source>
+        <translation>ВТОРОЙ</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is too much: &apos;%2&apos; takes one %3 and one %4</source>
+        <translation>«%1» — лишнее: у «%2» только два аргумента (%3 и %4)</translation>
+    </message>
 </context>
 <context>
     <name>progress</name>
@@ -3172,28 +3180,58 @@ Examples:
         <translation>%1: в конфигурации указано отсчётов: %2, в данных их %3</translation>
     </message>
     <message>
+        <source>%1: it lies too far from &apos;%2&apos; in time to be seen over it; --align trigger lays trigger over trigger</source>
+        <translation>%1: по времени слишком далеко от «%2», чтобы показать их вместе; --align trigger совмещает пуски</translation>
+    </message>
+    <message>
+        <source>%1: a picture shows the first record alone; -o writes a page with both</source>
+        <translation>%1: на рисунке только первая запись; страницу с обеими пишет -o</translation>
+    </message>
+    <message>
+        <source>Section of the ini file for the recorder of SECOND. Default: as --device</source>
+        <translation>Секция ini-файла для регистратора файла ВТОРОЙ. По умолчанию как --device</translation>
+    </message>
+    <message>
+        <source>Another recording or record, to be laid over the first</source>
+        <translation>Другая осциллограмма или запись, которая накладывается на первую</translation>
+    </message>
+    <message>
+        <source>What the two have in common: the time of day (time, the default), or the moment of the trigger (trigger)</source>
+        <translation>По чему совместить обе: по времени (time, по умолчанию) или по моменту пуска (trigger)</translation>
+    </message>
+    <message>
         <source>FILE is the first file of a recording (.ZU, its continuations beside it) or a COMTRADE record (.cfg or
 .cff). The page is one HTML file with everything in it: mail it, archive it, open it without a network.
 A recording needs no ini file; with one, its names, circuits and bays are those of the converted record.
 Beyond 64 MB of samples the page holds a window around the trigger and says so.
+
+SECOND is of the other end of the line, of another recorder or an earlier one, of any make. It lies over
+FILE by date and time, in UTC where both records have their time zone; the page shifts it by hand. Its ini
+file is found as that of FILE, beside it, unless --ini names one for both.
 
 Exit code: 0 written, 1 the record cannot be read or the page cannot be written, 2 wrong usage, 130 ended
 by Ctrl-C (143 by SIGTERM).
 
 Example, with the sample station:
   zucmtr sample --out station --force
-  zucmtr view station/Vostochnaya_000123.ZU -o station/fault.html</source>
+  zucmtr view station/Vostochnaya_000123.ZU -o station/fault.html
+  zucmtr view station/Vostochnaya_000123.ZU station/Vostochnaya_000124.ZU --align trigger</source>
         <translation>ФАЙЛ — первый файл осциллограммы (.ZU, продолжения рядом с ним) или запись COMTRADE (.cfg или .cff).
 Страница — один файл HTML, в котором есть всё: пересылайте, храните, открывайте без сети.
 Осциллограмме не нужен ini-файл; с ним имена и присоединения те же, что в преобразованной записи.
 Сверх 64 МБ выборок на странице окно вокруг пуска, и она об этом говорит.
+
+ВТОРОЙ — с другого конца линии, с другого регистратора или более ранний, любого производителя. Он
+накладывается на ФАЙЛ по дате и времени, по UTC, если в обеих записях есть часовой пояс; на странице его
+можно сдвинуть. Его ini-файл ищется так же, рядом с ним, если ключ --ini не назвал один для обоих.
 
 Код завершения: 0 записано, 1 запись не читается или страница не записывается, 2 неверный вызов, 130 прервано
 по Ctrl-C (143 по SIGTERM).
 
 Пример с учебной станцией:
   zucmtr sample --out station --force
-  zucmtr view station/Vostochnaya_000123.ZU -o station/fault.html</translation>
+  zucmtr view station/Vostochnaya_000123.ZU -o station/fault.html
+  zucmtr view station/Vostochnaya_000123.ZU station/Vostochnaya_000124.ZU --align trigger</translation>
     </message>
 </context>
 <context>
