@@ -103,9 +103,10 @@
     context.lineWidth = 1.25;
     context.lineJoin = 'round';
     context.globalAlpha = isDense ? 0.7 : 1; // what is under a filled band shows through
-    if (isSecond && !isDense) context.setLineDash(secondDash);
+    const isDashed = isSecond && !isDense;
+    if (isDashed) context.setLineDash(secondDash);
     view.strokeTrace(context, points);
-    context.setLineDash([]);
+    if (isDashed) context.setLineDash([]);
     context.globalAlpha = 1;
     if (points.length > width / 4) return;
     for (let i = 0; i < points.length; i += 2) {
