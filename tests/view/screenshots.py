@@ -19,20 +19,23 @@ def main(program, driver, chromium, out):
         page = folder / "page.html"
         subprocess.run([program, "view", folder / "Vostochnaya_000123.ZU", "--ini", folder / "ZuDrv.ini", "--device",
                         "Vostochnaya", "-o", page, "--png", pathlib.Path(out) / "view-overview.png"], check=True)
+        both = folder / "both.html"
+        subprocess.run([program, "view", folder / "Vostochnaya_000123.ZU", folder / "Vostochnaya_000125.ZU", "--align",
+                        "trigger", "-o", both], check=True, stdout=subprocess.DEVNULL)
         browser = Browser(driver, chromium, 1360, 980)
         try:
-            shoot_all(browser, page, pathlib.Path(out))
+            shoot_all(browser, page, both, pathlib.Path(out))
         finally:
             browser.close()
 
 
-def shoot_all(browser, page, out):
+def shoot_all(browser, page, both, out):
     def shoot(name):
         browser.settle()
         browser.settle()
         (out / name).write_bytes(browser.picture())
 
-    def show(settings, circuit):
+    def show(settings, circuit, page=page):
         browser.open(page, settings + "&sheet=oscillogram")
         until(lambda: browser.run("return Boolean(window.zuView && zuView.page && zuView.page.strips[0].chart)"),
               "the page")
@@ -60,6 +63,8 @@ def shoot_all(browser, page, out):
     for sheet in ("reportSheet", "channelSheet", "recordSheet"):
         browser.run("document.querySelector(`[data-sheet=${arguments[0]}]`).click(); scrollTo(0, 0)", sheet)
         shoot("view-%s.png" % sheet)
+    show("lang=en&theme=light", "ВЛ 110 кВ Восточная", both)
+    shoot("view-second.png")
 
 
 if __name__ == "__main__":
