@@ -6,7 +6,8 @@
 
 namespace {
 
-// A second of 1000 samples, the trigger 0.1 s after the first one; clock is that of the trigger, s of the day.
+// A second of 1000 samples, the trigger 0.1 s after the first one; clock is that of the trigger, s of the
+// day.
 analysis::Oscillogram Made(qint64 clock, const char* unit = "V", qint64 samples = 1000)
 {
     constexpr qint64 second = 1000000000;

@@ -63,7 +63,7 @@ def shoot_all(browser, page, both, out):
     for sheet in ("reportSheet", "channelSheet", "recordSheet"):
         browser.run("document.querySelector(`[data-sheet=${arguments[0]}]`).click(); scrollTo(0, 0)", sheet)
         shoot("view-%s.png" % sheet)
-    show("lang=en&theme=light", "ВЛ 110 кВ Восточная", both)
+    show("lang=en&theme=light&shift=-1199997", "ВЛ 110 кВ Восточная", both)
     shoot("view-second.png")
 
 

@@ -227,6 +227,17 @@ class Overlay(unittest.TestCase):
         strips = browser.run("return zuView.page.strips.map((strip) => strip.channels.map((one) => one.index))")
         self.assertEqual([[0, 1, 2, "second-0", "second-1"], [3], ["second-2"], ["second-3"]], strips)
 
+    def test_circuits_of_other_names_match_by_their_channels_or_by_the_fault(self):
+        show(first(), second(circuit="Bay 7"))
+        self.assertEqual([0, 1, 2, "second-0", "second-1", "second-2"],
+                         browser.run("return zuView.page.strips[0].channels.map((one) => one.index)"))
+        pairs = browser.run("""const record = (circuits, faulted, channels) => ({ groups: new Map(circuits.map((one) => [one, []])), analog: channels,
+                data: { answer: { faulted, circuits: circuits.map((name) => ({ name })) } } });
+            const channels = (circuit, ...names) => names.map((name) => ({ name, circuit }));
+            return [...zuView.matchCircuits(record(['W1', 'W2', 'W3'], 1, [...channels('W3', 'x', 'y'), ...channels('W1', 'z')]),
+                record(['w1 ', 'Q2', 'Q3'], 1, [...channels('Q3', 'X', 'Y', 'z')]))];""")
+        self.assertEqual([["W1", "w1 "], ["W3", "Q3"], ["W2", "Q2"]], pairs)
+
     def test_a_unit_of_another_kind_is_never_laid_over(self):
         show(first(), second(units=("Hz", "V", "V", "Hz")))
         strips = browser.run("return zuView.page.strips.map((strip) => strip.channels.map((one) => one.index))")
