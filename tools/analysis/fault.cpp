@@ -117,7 +117,10 @@ private:
     CircuitWaves Waves(size_t circuit) const
     {
         const Line* line = LineOf(circuits[circuit].name, lines);
-        return WavesOf(signals, circuits[circuit], VoltagesOf(circuits[circuit], circuits, line));
+        CircuitWaves waves =
+            WavesOf(signals, circuits[circuit], VoltagesOf(circuits[circuit], circuits, line));
+        waves.line = line != nullptr && line->IsKnown() ? line : nullptr;
+        return waves;
     }
 
     std::optional<Candidate> FirstOf(size_t circuit) const

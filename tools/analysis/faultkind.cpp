@@ -1,5 +1,7 @@
 #include "analysis/faultkind.h"
 
+#include "analysis/distance.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -25,10 +27,13 @@ double Largest(const PhasePhasors& set)
     return std::max({std::abs(set[PhaseA]), std::abs(set[PhaseB]), std::abs(set[PhaseC])});
 }
 
-// A phase voltage of the healthy network: limits of currents are in proportion to it.
+// A phase voltage of the healthy network: limits of currents are in proportion to it. While a line is open its
+// bus may be far above that, and load that comes back brings it down again.
 double HealthyVoltage(const Change& change)
 {
-    return std::abs(ComponentsOf(change.before.voltages).positive);
+    constexpr double highest = 1.25; // of the usual one; a network that was dead says nothing
+    const double before = std::abs(ComponentsOf(change.before.voltages).positive);
+    return before < highest * change.usualVoltage ? std::min(before, change.usualVoltage) : before;
 }
 
 // Without negative sequence to speak of, all three phases take part.
@@ -45,16 +50,18 @@ bool HasEarth(const Components& currents, double noise)
     return std::abs(currents.zero) > std::max(part * others, 3 * noise);
 }
 
-// One phase carries more current than before: it was not switched off.
+// One phase carries more current than before, or so much the other way round that switching it off does not
+// explain it: what a pole interrupts changes by its own current at most.
 bool HasGrown(const Change& change)
 {
     constexpr double part = 0.4;
+    constexpr double reversed = 1.2;
+    const double largest = Largest(Difference(change.during.currents, change.before.currents));
     for (size_t phase = PhaseA; phase < Phases; ++phase) {
+        const double before = std::abs(change.before.currents[phase]);
         const double size = std::abs(change.during.currents[phase] - change.before.currents[phase]);
-        const double growth =
-            std::abs(change.during.currents[phase]) - std::abs(change.before.currents[phase]);
-        if (size > part * Largest(Difference(change.during.currents, change.before.currents)) &&
-            growth > part * size)
+        const double growth = std::abs(change.during.currents[phase]) - before;
+        if (size > part * largest && (growth > part * size || size > reversed * before))
             return true;
     }
     return false;
@@ -67,9 +74,10 @@ bool HasBrokenDown(const Change& change, double brokenDown)
 {
     if (!change.during.hasVoltages)
         return false;
+    const PhasePhasors& before = change.before.voltages;
+    brokenDown *= HealthyVoltage(change) / std::abs(ComponentsOf(before).positive);
     for (size_t phase = PhaseA; phase < Phases; ++phase) {
         const size_t next = (phase + 1) % Phases;
-        const PhasePhasors& before = change.before.voltages;
         const PhasePhasors& during = change.during.voltages;
         if (std::abs(during[phase]) < brokenDown * std::abs(before[phase]) ||
             std::abs(during[phase] - during[next]) < brokenDown * std::abs(before[phase] - before[next]))
@@ -79,12 +87,15 @@ bool HasBrokenDown(const Change& change, double brokenDown)
 }
 
 // Transformers that are switched on have more of the second harmonic than anything else that breaks down no
-// voltage.
+// voltage. A weak source's voltage they break down as well, but then their second harmonic flows through that
+// source, whose reactance is twice as large for it; that of a saturated current transformer flows nowhere.
 bool IsInrush(const Change& change)
 {
     constexpr double most = 0.12;
     constexpr double brokenDown = 0.85;
-    return change.secondHarmonic > most && !HasBrokenDown(change, brokenDown);
+    if (change.secondHarmonic <= most)
+        return false;
+    return !HasBrokenDown(change, brokenDown) || change.voltageSecondHarmonic > change.secondHarmonic;
 }
 
 // A phase that carried current carries none.
@@ -104,7 +115,8 @@ bool RaisesVoltage(const Change& change)
 {
     constexpr double more = 1.002; // than noise
     return change.during.hasVoltages &&
-           std::abs(ComponentsOf(change.during.voltages).positive) > more * HealthyVoltage(change);
+           std::abs(ComponentsOf(change.during.voltages).positive) >
+               more * std::abs(ComponentsOf(change.before.voltages).positive);
 }
 
 bool IsLarge(const Change& change, double leastPart, double farthest)
@@ -150,6 +162,16 @@ bool IsBalancedShortCircuit(const Change& change)
            std::abs(voltage / current) < leastLoad * LevelFactor(change);
 }
 
+// The distance, as far as it can be known, is one of this line.
+bool IsOnLine(const Change& change, const Line& line)
+{
+    constexpr double margin = 10; // percent of the line
+    const FaultKind kind = KindOf(change);
+    const DistanceMethod method = DistancesOf(kind, change, line, {}).back().method;
+    const DistanceRange range = RangeOf(kind, change, line, {}, method);
+    return range.toPercent > -margin && range.fromPercent < 100 + margin;
+}
+
 } // namespace
 
 FaultKind KindOf(const Change& change)
@@ -190,20 +212,24 @@ bool IsShortCircuit(const Change& change)
 {
     constexpr double leastPart = 0.3; // of the current before
     constexpr double farthest = 300;  // ohms
+    constexpr double brokenDown = 0.89;
+    constexpr double distant = 130; // ohms at 63.5 kV
     if (!IsLarge(change, leastPart, farthest) || !HasGrown(change) || IsInrush(change))
+        return false;
+    // What takes a few percent of the voltage away with no more current than this may be anywhere.
+    if (change.during.hasVoltages && !HasBrokenDown(change, brokenDown) &&
+        !IsLarge(change, leastPart, distant * LevelFactor(change)))
         return false;
     return IsUnbalanced(change) || IsBalancedShortCircuit(change);
 }
 
-bool MayBeShortCircuit(const Change& change)
+bool MayBeShortCircuit(const Change& change, const Line* line)
 {
     constexpr double leastPart = 0.25;
     constexpr double farthest = 900;
     constexpr double mostSecondHarmonic = 0.07;
     constexpr double brokenDown = 0.89;
     constexpr double deeply = 0.8;
-    constexpr double strongestSource = 1; // ohms at 63.5 kV
-    constexpr double weakestSource = 15;
     if (!change.during.hasVoltages || !IsLarge(change, leastPart, farthest) || HasOpened(change) ||
         DirectionOf(change) != Direction::Forward)
         return false;
@@ -211,12 +237,7 @@ bool MayBeShortCircuit(const Change& change)
         return false;
     if (HasBrokenDown(change, brokenDown))
         return true;
-    if (!IsUnbalanced(change))
-        return false;
-    const Phasor voltage = ComponentsOf(change.during.voltages).negative;
-    const Phasor current = ChangedCurrents(change).negative;
-    const double source = std::abs(voltage / current) / LevelFactor(change);
-    return source > strongestSource && source < weakestSource;
+    return line != nullptr && IsUnbalanced(change) && IsOnLine(change, *line);
 }
 
 bool IsSuspect(const Change& change)

@@ -20,6 +20,9 @@ struct Change
     CircuitState during;
     double noise = 0;          ///< of the currents, A RMS
     double secondHarmonic = 0; ///< of the phase with the largest current, in parts of its fundamental
+    /// of that phase's voltage, in parts of its change
+    double voltageSecondHarmonic = 0;
+    double usualVoltage = 0; ///< of the positive sequence when the record starts, V RMS; 0: not known
 };
 
 /// The kind by the superimposed currents. Without negative sequence it has all three phases; where two phases
@@ -34,7 +37,7 @@ bool IsShortCircuit(const Change& change);
 /// Whether an unbalanced change ahead that is too small for IsShortCircuit comes from a fault nevertheless,
 /// behind a resistance or near the other end: if it breaks a voltage down, or if the source behind the
 /// recorder is so strong that a fault in the network behind it would have changed the voltages more.
-bool MayBeShortCircuit(const Change& change);
+bool MayBeShortCircuit(const Change& change, const Line* line);
 
 /// Whether a balanced change ahead may be a short circuit behind a resistance as well as a load that the
 /// source feels. What follows decides.

@@ -88,6 +88,8 @@ FaultSearch::FaultSearch(const CircuitWaves& waves_, const Meter& meter_)
         // A difference has the noise of two samples, a phasor the mean of a period's.
         noise = std::max(noise, level / std::sqrt(meter.Period()));
     }
+    if (waves.hasVoltages)
+        usualVoltage = std::abs(ComponentsOf(meter.Of(waves, 0, meter.Window()).voltages).positive);
 }
 
 std::optional<Departure> FaultSearch::FirstDeparture(size_t from) const
@@ -132,7 +134,13 @@ Change FaultSearch::At(const CircuitState& before, size_t first) const
     for (size_t phase = PhaseA; phase < Phases; ++phase)
         if (std::abs(change.during.currents[phase]) > std::abs(change.during.currents[largest]))
             largest = phase;
-    change.secondHarmonic = meter.SecondHarmonic(*waves.currents[largest], first);
+    const auto part = [](double harmonic, Phasor of) { return of == Phasor() ? 0 : harmonic / std::abs(of); };
+    change.secondHarmonic =
+        part(meter.SecondHarmonic(*waves.currents[largest], first), change.during.currents[largest]);
+    if (waves.hasVoltages)
+        change.voltageSecondHarmonic = part(meter.SecondHarmonic(*waves.voltages[largest], first),
+                                            change.during.voltages[largest] - before.voltages[largest]);
+    change.usualVoltage = usualVoltage;
     return change;
 }
 
@@ -189,7 +197,7 @@ std::optional<size_t> FaultSearch::FirstFaulted(const CircuitState& before, size
         if (!IsWhole(change.during))
             break;
         const bool isLarge = IsShortCircuit(change);
-        if (!isLarge && !MayBeShortCircuit(change)) {
+        if (!isLarge && !MayBeShortCircuit(change, waves.line)) {
             run.clear();
             large = 0;
             continue;

@@ -50,6 +50,7 @@ private:
     std::array<Wave, Phases> differences;
     double limit = 0; // of the differences: more is no noise
     double noise = 0;
+    double usualVoltage = 0; // of the positive sequence in the first period; 0 without voltages
 };
 
 } // namespace analysis
