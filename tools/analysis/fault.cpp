@@ -93,6 +93,8 @@ public:
             if (candidate && (!best || IsBetter(*candidate, *best)))
                 best = candidate;
         }
+        if (best && best->direction == Direction::Reverse)
+            best = Behind(*best);
         if (!best)
             return std::nullopt;
         return Complete(*best);
@@ -130,6 +132,32 @@ private:
         if (!found)
             return std::nullopt;
         return Candidate{circuit, DirectionOf(found->change), SizeOf(found->change), *found};
+    }
+
+    // What one circuit sees behind it lies ahead of the circuit with the largest change, which may not look
+    // like a fault by itself. If that one is only switched off there is none: its load moved to the others.
+    std::optional<Candidate> Behind(const Candidate& seen) const
+    {
+        std::optional<Candidate> cause;
+        bool isSwitchedOff = false;
+        for (size_t i = 0; i < circuits.size(); ++i) {
+            if (!circuits[i].HasCurrents())
+                continue;
+            const CircuitWaves waves = Waves(i);
+            const std::optional<Change> change = FaultSearch(waves, meter).ChangeAt(seen.found.firstBad);
+            if (!change || DirectionOf(*change) != Direction::Forward ||
+                SizeOf(*change) < (cause ? cause->size : seen.size))
+                continue;
+            cause = Candidate{i, Direction::Forward, SizeOf(*change), {}};
+            isSwitchedOff = IsSwitchedOff(*change);
+        }
+        if (!cause)
+            return seen;
+        if (isSwitchedOff)
+            return std::nullopt;
+        const CircuitWaves waves = Waves(cause->circuit);
+        cause->found = FaultSearch(waves, meter).FaultAt(seen.found.firstBad);
+        return cause;
     }
 
     Fault Complete(const Candidate& candidate) const

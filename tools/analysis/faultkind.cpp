@@ -50,20 +50,30 @@ bool HasEarth(const Components& currents, double noise)
     return std::abs(currents.zero) > std::max(part * others, 3 * noise);
 }
 
-// One phase carries more current than before, or so much the other way round that switching it off does not
-// explain it: what a pole interrupts changes by its own current at most.
+// One phase carries more current than before.
 bool HasGrown(const Change& change)
 {
     constexpr double part = 0.4;
-    constexpr double reversed = 1.2;
     const double largest = Largest(Difference(change.during.currents, change.before.currents));
     for (size_t phase = PhaseA; phase < Phases; ++phase) {
-        const double before = std::abs(change.before.currents[phase]);
         const double size = std::abs(change.during.currents[phase] - change.before.currents[phase]);
-        const double growth = std::abs(change.during.currents[phase]) - before;
-        if (size > part * largest && (growth > part * size || size > reversed * before))
+        const double growth =
+            std::abs(change.during.currents[phase]) - std::abs(change.before.currents[phase]);
+        if (size > part * largest && growth > part * size)
             return true;
     }
+    return false;
+}
+
+// One phase changes by more than what it carried, so that it was not just switched off: a pole that opens
+// changes its current by no more than that. The load that flowed against the fault hides its growth.
+bool HasTurned(const Change& change)
+{
+    constexpr double more = 1.2;
+    for (size_t phase = PhaseA; phase < Phases; ++phase)
+        if (std::abs(change.during.currents[phase] - change.before.currents[phase]) >
+            more * std::abs(change.before.currents[phase]))
+            return true;
     return false;
 }
 
@@ -146,7 +156,7 @@ bool IsBalancedShortCircuit(const Change& change)
 {
     constexpr double brokenDown = 0.9; // of the voltage before
     constexpr double sunk = 0.96;
-    constexpr double leastLoad = 28; // ohms at 63.5 kV; loads have more
+    constexpr double leastLoad = 40; // ohms at 63.5 kV: switchgear is rated for no more than 1.6 kA there
     if (!change.during.hasVoltages) {
         constexpr double manyTimes = 4;
         return Largest(change.during.currents) >
@@ -214,7 +224,10 @@ bool IsShortCircuit(const Change& change)
     constexpr double farthest = 300;  // ohms
     constexpr double brokenDown = 0.89;
     constexpr double distant = 130; // ohms at 63.5 kV
-    if (!IsLarge(change, leastPart, farthest) || !HasGrown(change) || IsInrush(change))
+    if (!IsLarge(change, leastPart, farthest) || IsInrush(change))
+        return false;
+    // A load that is balanced may turn round at once.
+    if (!HasGrown(change) && !(IsUnbalanced(change) && HasTurned(change)))
         return false;
     // What takes a few percent of the voltage away with no more current than this may be anywhere.
     if (change.during.hasVoltages && !HasBrokenDown(change, brokenDown) &&
@@ -242,12 +255,24 @@ bool MayBeShortCircuit(const Change& change, const Line* line)
 
 bool IsSuspect(const Change& change)
 {
-    constexpr double sunk = 0.96;
+    constexpr double sunk = 0.985;
     constexpr double leastPart = 0.5;
     constexpr double farthest = 300;
     return change.during.hasVoltages && !IsUnbalanced(change) && IsLarge(change, leastPart, farthest) &&
-           HasGrown(change) && DirectionOf(change) == Direction::Forward &&
+           (HasGrown(change) || HasTurned(change)) && !IsInrush(change) && DirectionOf(change) == Direction::Forward &&
            std::abs(ComponentsOf(change.during.voltages).positive) < sunk * HealthyVoltage(change);
+}
+
+bool IsSwitchedOff(const Change& change)
+{
+    constexpr double part = 0.4;
+    constexpr double left = 0.08;
+    const PhasePhasors difference = Difference(change.during.currents, change.before.currents);
+    for (size_t phase = PhaseA; phase < Phases; ++phase)
+        if (std::abs(difference[phase]) > part * Largest(difference) &&
+            std::abs(change.during.currents[phase]) > left * std::abs(change.before.currents[phase]))
+            return false;
+    return true;
 }
 
 bool GoesOn(const Change& start, const CircuitState& now)

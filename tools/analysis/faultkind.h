@@ -43,6 +43,9 @@ bool MayBeShortCircuit(const Change& change, const Line* line);
 /// source feels. What follows decides.
 bool IsSuspect(const Change& change);
 
+/// Whether the phases that change carry nothing any more: a breaker opened.
+bool IsSwitchedOff(const Change& change);
+
 /// Whether the fault that `start` shows is still there: a phase that takes part in it carries current, and
 /// not that of before.
 bool GoesOn(const Change& start, const CircuitState& now);

@@ -146,39 +146,78 @@ Change FaultSearch::At(const CircuitState& before, size_t first) const
 
 std::optional<Occurrence> FaultSearch::Next(size_t from) const
 {
+    constexpr double longest = 100; // periods that a fault lasts before the slowest protection trips
     const auto period = static_cast<size_t>(std::round(meter.Period()));
-    struct Suspect
-    {
-        Departure departure;
-        Change change;
-    };
-    std::optional<Suspect> suspect; // a balanced change that turns out to be a fault when more happens
+    std::optional<Occurrence> suspect; // a balanced change that turns out to be a fault when more happens
     size_t at = from;
     while (const std::optional<Departure> departure = FirstDeparture(at)) {
         at = departure->sample + 2 * period;
         const CircuitState before = Before(departure->sample);
         if (!IsWhole(before))
             continue;
-        const std::optional<size_t> first = FirstFaulted(before, departure->sample);
-        if (!first) {
-            const Change change = At(before, departure->sample + period);
-            if (IsWhole(change.during) && IsSuspect(change))
-                suspect = Suspect{*departure, change};
+        if (suspect && (!GoesOn(suspect->change, before) ||
+                        departure->moment > suspect->onset + longest * meter.Period()))
+            suspect.reset();
+        if (const std::optional<size_t> first = FirstFaulted(before, departure->sample)) {
+            Occurrence found = Starting(*departure, before, *first);
+            if (suspect && IsBalanced(KindOf(found.change)))
+                found = *suspect;
+            Follow(found, *first);
+            return found;
+        }
+        Occurrence found = Starting(*departure, before, departure->sample + period);
+        if (suspect || !IsWhole(found.change.during) || !IsSuspect(found.change))
             continue;
+        const size_t end = EndOf(found.change, departure->sample + period);
+        if (end < departure->sample + static_cast<size_t>(longest * meter.Period()) && IsOpen(found.change, end)) {
+            Follow(found, departure->sample + period);
+            return found;
         }
-        Occurrence found;
-        SetOnset(found, departure->sample, *first + meter.Window() / 2);
-        found.change = At(before, *first);
-        if (suspect && IsBalanced(KindOf(found.change)) && GoesOn(suspect->change, before)) {
-            found.onset = suspect->departure.moment;
-            found.firstBad = suspect->departure.sample;
-            found.change = suspect->change;
-        }
-        FindClearing(found, EndOf(found.change, *first));
-        FindKinds(found);
-        return found;
+        suspect = found;
     }
     return std::nullopt;
+}
+
+std::optional<Change> FaultSearch::ChangeAt(size_t sample) const
+{
+    const Change change = At(Before(sample), sample);
+    return IsWhole(change.before) && IsWhole(change.during) ? std::optional(change) : std::nullopt;
+}
+
+Occurrence FaultSearch::FaultAt(size_t sample) const
+{
+    const size_t near = meter.Window() / 4;
+    const std::optional<Departure> departure = FirstDeparture(sample - std::min(sample, near));
+    const bool isNear = departure && departure->sample < sample + near;
+    const Departure start = isNear ? *departure : Departure{sample, static_cast<double>(sample)};
+    Occurrence found = Starting(start, Before(start.sample), start.sample);
+    Follow(found, start.sample);
+    return found;
+}
+
+Occurrence FaultSearch::Starting(const Departure& departure, const CircuitState& before, size_t first) const
+{
+    Occurrence found;
+    SetOnset(found, departure.sample, first + meter.Window() / 2);
+    found.change = At(before, first);
+    return found;
+}
+
+void FaultSearch::Follow(Occurrence& found, size_t first) const
+{
+    FindClearing(found, EndOf(found.change, first));
+    FindKinds(found);
+}
+
+// Whether the breaker has interrupted all that flowed, in the period after the first window without the fault.
+bool FaultSearch::IsOpen(const Change& start, size_t end) const
+{
+    constexpr double left = 0.08;
+    const CircuitState after = meter.Of(waves, end + meter.Window(), meter.Window());
+    for (size_t phase = PhaseA; phase < Phases; ++phase)
+        if (!(std::abs(after.currents[phase]) < left * std::abs(start.during.currents[phase])))
+            return false;
+    return true;
 }
 
 // The first of three windows in a row, a quarter of a period apart, that show a short circuit in one

@@ -26,6 +26,12 @@ public:
     /// The first short circuit whose onset is at sample `from` or later.
     std::optional<Occurrence> Next(size_t from) const;
 
+    /// What a sample changes, from the periods before it to the one after; none where a value is missing.
+    std::optional<Change> ChangeAt(size_t sample) const;
+
+    /// The short circuit that starts at about a sample, where that there is one is known from elsewhere.
+    Occurrence FaultAt(size_t sample) const;
+
     /// Phasors before a sample, as they would have gone on; in one period or two.
     CircuitState Before(size_t sample) const;
 
@@ -36,6 +42,9 @@ private:
     std::optional<Departure> FirstDeparture(size_t from) const;
     Change At(const CircuitState& before, size_t first) const;
     std::optional<size_t> FirstFaulted(const CircuitState& before, size_t departure) const;
+    Occurrence Starting(const Departure& departure, const CircuitState& before, size_t first) const;
+    void Follow(Occurrence& found, size_t first) const;
+    bool IsOpen(const Change& start, size_t end) const;
     void SetOnset(Occurrence& found, size_t from, size_t to) const;
     size_t EndOf(const Change& start, size_t first) const;
     std::optional<size_t> Interruption(size_t phase, size_t from, size_t to) const;
