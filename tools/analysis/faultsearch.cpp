@@ -160,13 +160,16 @@ std::optional<Occurrence> FaultSearch::Next(size_t from) const
             suspect.reset();
         if (const std::optional<size_t> first = FirstFaulted(before, departure->sample)) {
             Occurrence found = Starting(*departure, before, *first);
-            if (suspect && IsBalanced(KindOf(found.change)))
+            const bool isBalanced = IsBalanced(KindOf(found.change));
+            if (isBalanced && !IsSudden(found.firstBad))
+                continue;
+            if (suspect && isBalanced)
                 found = *suspect;
             Follow(found, *first);
             return found;
         }
         Occurrence found = Starting(*departure, before, departure->sample + period);
-        if (suspect || !IsWhole(found.change.during) || !IsSuspect(found.change))
+        if (suspect || !IsWhole(found.change.during) || !IsSuspect(found.change) || !IsSudden(found.firstBad))
             continue;
         const size_t end = EndOf(found.change, departure->sample + period);
         if (end < departure->sample + static_cast<size_t>(longest * meter.Period()) && IsOpen(found.change, end)) {
@@ -207,6 +210,20 @@ void FaultSearch::Follow(Occurrence& found, size_t first) const
 {
     FindClearing(found, EndOf(found.change, first));
     FindKinds(found);
+}
+
+// A power swing changes the currents from period to period; a short circuit changes them in one.
+bool FaultSearch::IsSudden(size_t sample) const
+{
+    constexpr double before = 0.5;
+    const size_t window = meter.Window();
+    double earlier = 0;
+    double later = 0;
+    for (const Wave& difference : differences) {
+        earlier = std::max(earlier, LargestOf(difference, sample - std::min(sample, window), sample));
+        later = std::max(later, LargestOf(difference, sample, sample + window));
+    }
+    return earlier < before * later;
 }
 
 // Whether the breaker has interrupted all that flowed, in the period after the first window without the fault.
@@ -405,6 +422,7 @@ void FaultSearch::FindKinds(Occurrence& found) const
 bool FaultSearch::HasJoined(const std::pair<size_t, FaultKind>& earlier, FaultKind kind, size_t at) const
 {
     constexpr double left = 0.5;
+    constexpr double turned = 1.2;
     const unsigned before = PhasesOf(earlier.second);
     const unsigned after = PhasesOf(kind);
     if (kind == earlier.second || (before & ~after) != 0)
@@ -413,8 +431,9 @@ bool FaultSearch::HasJoined(const std::pair<size_t, FaultKind>& earlier, FaultKi
         if (((after & ~before) >> phase & 1u) == 0)
             continue;
         const Wave& wave = *waves.currents[phase];
-        const double old = std::abs(meter.Of(wave, earlier.first, meter.Window()));
-        if (std::abs(meter.Of(wave, at, meter.Window())) < left * old)
+        const Phasor old = meter.Of(wave, earlier.first, meter.Window());
+        const Phasor now = meter.Of(wave, at, meter.Window());
+        if (std::abs(now) < left * std::abs(old) && std::abs(now - old) < turned * std::abs(old))
             return false;
     }
     return true;

@@ -20,8 +20,10 @@ struct Occurrence
 class FaultSearch
 {
 public:
-    /// The meter must outlive the search, and so must the waves.
+    /// The meter must outlive the search, and so must the waves that are pointed to.
     FaultSearch(const CircuitWaves& waves_, const Meter& meter_);
+
+    const CircuitWaves& Waves() const { return waves; }
 
     /// The first short circuit whose onset is at sample `from` or later.
     std::optional<Occurrence> Next(size_t from) const;
@@ -44,6 +46,7 @@ private:
     std::optional<size_t> FirstFaulted(const CircuitState& before, size_t departure) const;
     Occurrence Starting(const Departure& departure, const CircuitState& before, size_t first) const;
     void Follow(Occurrence& found, size_t first) const;
+    bool IsSudden(size_t sample) const;
     bool IsOpen(const Change& start, size_t end) const;
     void SetOnset(Occurrence& found, size_t from, size_t to) const;
     size_t EndOf(const Change& start, size_t first) const;
@@ -53,7 +56,7 @@ private:
     bool HasJoined(const std::pair<size_t, FaultKind>& earlier, FaultKind kind, size_t at) const;
     double OnsetOfKind(FaultKind earlier, FaultKind later, size_t from, size_t to) const;
 
-    const CircuitWaves& waves;
+    const CircuitWaves waves;
     const Meter& meter;
     size_t count;
     std::array<Wave, Phases> differences;
