@@ -291,6 +291,36 @@ void FaultSearch::SetOnset(Occurrence& found, size_t from, size_t to) const
             found.firstBad = departure->sample;
         }
     }
+    if (waves.hasVoltages)
+        SetOnsetByVoltages(found);
+}
+
+// A current that starts at the zero of its voltage grows with the square of time and hides in the noise at
+// first; the voltage that it drops at the source grows with time, or is there at once. What comes much earlier is
+// another event.
+void FaultSearch::SetOnsetByVoltages(Occurrence& found) const
+{
+    constexpr double beyondNoise = 6;
+    constexpr double partOfVoltage = 0.02;
+    constexpr double earliest = 0.1; // periods
+    constexpr size_t taps = 16;      // of the interpolation of few samples
+    const auto earlier = static_cast<size_t>(std::ceil(earliest * meter.Period()));
+    const size_t history = 5 * meter.Window() + taps;
+    if (found.firstBad < history + earlier)
+        return;
+    const size_t begin = found.firstBad - history - earlier;
+    const size_t first = found.firstBad - earlier - begin;
+    for (const Wave* wave : waves.voltages) {
+        const Wave part(wave->begin() + static_cast<ptrdiff_t>(begin),
+                        wave->begin() + static_cast<ptrdiff_t>(std::min(found.firstBad + taps, count)));
+        const Wave difference = Superimposed(part, meter.Period());
+        const double level = std::max(beyondNoise * NoiseOf(difference, 0, first),
+                                      partOfVoltage * LargestOf(part, 0, first));
+        const std::optional<Departure> departure = FirstBeyond(difference, level, first, difference.size());
+        constexpr double middle = 0.5; // of the samples before and after it: a step has no growth to follow
+        if (departure && departure->sample > first && departure->sample + begin < found.firstBad)
+            found.onset = std::min(found.onset, static_cast<double>(departure->sample + begin) - middle);
+    }
 }
 
 // The first window in which the fault is gone for half a period; the end of the wave if there is none.
@@ -334,8 +364,10 @@ std::optional<size_t> FaultSearch::Interruption(size_t phase, size_t from, size_
 void FaultSearch::FindClearing(Occurrence& found, size_t end) const
 {
     found.firstBreak = count;
-    if (end >= count)
+    if (end >= count) {
+        FindClearingAtEnd(found);
         return;
+    }
     const size_t to = std::min(count, end + 3 * meter.Window());
     std::optional<size_t> last;
     std::array<std::optional<size_t>, Phases> breaks;
@@ -370,6 +402,31 @@ void FaultSearch::FindClearing(Occurrence& found, size_t end) const
     }
     found.firstBreak = std::min(found.firstBreak, latest);
     found.clearing = static_cast<double>(latest);
+}
+
+// A record that ends less than a period after the interruption has no window without the fault; but no
+// current rests for an eighth of a period by itself.
+void FaultSearch::FindClearingAtEnd(Occurrence& found) const
+{
+    constexpr double still = 0.02;
+    constexpr size_t fewest = 3;
+    const size_t least = std::max(fewest, static_cast<size_t>(meter.Period() / 8));
+    const unsigned phases = PhasesOf(KindOf(found.change));
+    size_t last = found.firstBad;
+    for (size_t phase = PhaseA; phase < Phases; ++phase) {
+        if ((phases >> phase & 1u) == 0)
+            continue;
+        const Wave& wave = *waves.currents[phase];
+        const double stillness = std::max(limit, still * LargestOf(wave, found.firstBad, count));
+        size_t first = count;
+        while (first > found.firstBad && std::abs(wave[first - 1]) < stillness)
+            --first;
+        if (count - first < least)
+            return;
+        last = std::max(last, first);
+        found.firstBreak = std::min(found.firstBreak, first);
+    }
+    found.clearing = static_cast<double>(last);
 }
 
 void FaultSearch::FindKinds(Occurrence& found) const

@@ -49,9 +49,11 @@ private:
     bool IsSudden(size_t sample) const;
     bool IsOpen(const Change& start, size_t end) const;
     void SetOnset(Occurrence& found, size_t from, size_t to) const;
+    void SetOnsetByVoltages(Occurrence& found) const;
     size_t EndOf(const Change& start, size_t first) const;
     std::optional<size_t> Interruption(size_t phase, size_t from, size_t to) const;
     void FindClearing(Occurrence& found, size_t end) const;
+    void FindClearingAtEnd(Occurrence& found) const;
     void FindKinds(Occurrence& found) const;
     bool HasJoined(const std::pair<size_t, FaultKind>& earlier, FaultKind kind, size_t at) const;
     double OnsetOfKind(FaultKind earlier, FaultKind later, size_t from, size_t to) const;
