@@ -27,8 +27,8 @@ double Largest(const PhasePhasors& set)
     return std::max({std::abs(set[PhaseA]), std::abs(set[PhaseB]), std::abs(set[PhaseC])});
 }
 
-// A phase voltage of the healthy network: limits of currents are in proportion to it. While a line is open its
-// bus may be far above that, and load that comes back brings it down again.
+// A phase voltage of the healthy network: limits of currents are in proportion to it. While a line is open
+// its bus may be far above that, and load that comes back brings it down again.
 double HealthyVoltage(const Change& change)
 {
     constexpr double highest = 1.25; // of the usual one; a network that was dead says nothing
@@ -124,9 +124,8 @@ bool HasOpened(const Change& change)
 bool RaisesVoltage(const Change& change)
 {
     constexpr double more = 1.002; // than noise
-    return change.during.hasVoltages &&
-           std::abs(ComponentsOf(change.during.voltages).positive) >
-               more * std::abs(ComponentsOf(change.before.voltages).positive);
+    return change.during.hasVoltages && std::abs(ComponentsOf(change.during.voltages).positive) >
+                                            more * std::abs(ComponentsOf(change.before.voltages).positive);
 }
 
 bool IsLarge(const Change& change, double leastPart, double farthest)
@@ -210,6 +209,34 @@ FaultKind KindOf(const Change& change)
     return hasEarth ? toEarth[sector] : between[sector];
 }
 
+unsigned PhasesOf(FaultKind kind)
+{
+    constexpr unsigned a = 1;
+    constexpr unsigned b = 2;
+    constexpr unsigned c = 4;
+    switch (kind) {
+    case FaultKind::AG:
+        return a;
+    case FaultKind::BG:
+        return b;
+    case FaultKind::CG:
+        return c;
+    case FaultKind::AB:
+    case FaultKind::ABG:
+        return a | b;
+    case FaultKind::BC:
+    case FaultKind::BCG:
+        return b | c;
+    case FaultKind::CA:
+    case FaultKind::CAG:
+        return c | a;
+    case FaultKind::ABC:
+    case FaultKind::ABCG:
+        break;
+    }
+    return a | b | c;
+}
+
 double SizeOf(const Change& change)
 {
     double sum = 0;
@@ -259,7 +286,8 @@ bool IsSuspect(const Change& change)
     constexpr double leastPart = 0.5;
     constexpr double farthest = 300;
     return change.during.hasVoltages && !IsUnbalanced(change) && IsLarge(change, leastPart, farthest) &&
-           (HasGrown(change) || HasTurned(change)) && !IsInrush(change) && DirectionOf(change) == Direction::Forward &&
+           (HasGrown(change) || HasTurned(change)) && !IsInrush(change) &&
+           DirectionOf(change) == Direction::Forward &&
            std::abs(ComponentsOf(change.during.voltages).positive) < sunk * HealthyVoltage(change);
 }
 
