@@ -215,10 +215,11 @@ def operating_wrong(truth, answer, step):
             wrong += 1
         elif first is not None:
             wrong += not is_sample_of(got[key] + got["from"], first, step)
-    dead = dead_time(as_sampled([event for event in truth["events"] if event["name"] == breaker], anchor, step))
-    if (dead is None) != (got["deadTime"] is None):
+    if (want["deadTime"] is None) != (got["deadTime"] is None):
         wrong += 1
-    elif dead is not None:
+    elif want["deadTime"] is not None:
+        history = as_sampled([event for event in truth["events"] if event["name"] == breaker], anchor, step)
+        dead = dead_time(history) or want["deadTime"]
         wrong += abs(got["deadTime"] - dead) > step + ROUNDING
     return wrong + (want["reclosed"] != {None: None, True: "success", False: "fault"}[got["reclosed"]])
 
