@@ -1,6 +1,7 @@
 #include "zucmtr/commands/recordsource.h"
 
 #include "base/chainnames.h"
+#include "comtrade/record.h"
 #include "config/deviceinikeys.h"
 #include "text/texts.h"
 #include "zucmtr/host/host.h"
@@ -20,12 +21,6 @@ namespace {
 // Keys that decide what becomes of the files. They override the user's, as the last of equal keys counts.
 const char* const OwnKeys = "\nУдалять исходные=0\nТип Comtrade CFF=0\nТип Comtrade BIN=1\n"
                             "Кодировка Comtrade UTF8=1\nТип Comtrade 1999=0\n";
-
-bool IsRecord(const QString& file)
-{
-    return file.endsWith(QLatin1String(".cfg"), Qt::CaseInsensitive) ||
-           file.endsWith(QLatin1String(".cff"), Qt::CaseInsensitive);
-}
 
 // As UTF-8, whatever the byte order mark of the file says.
 QByteArray ReadWhole(const QString& path)
@@ -111,7 +106,7 @@ unsigned int LoadDevice(Host& host, const QString& ini, const DeviceChoice& choi
 RecordSource::RecordSource(const QString& file, DeviceChoice choice, bool isPlain)
 {
     ini = choice.ini;
-    if (IsRecord(file)) {
+    if (comtrade::IsRecordFile(file)) {
         Check(file, explain::NotARecord(file));
         path = file;
         return;
