@@ -1,6 +1,7 @@
 #include "zucmtr/commands/eventscommand.h"
 
 #include "analysis/summary.h"
+#include "comtrade/record.h"
 #include "explain/file.h"
 #include "text/reasons.h"
 #include "text/texts.h"
