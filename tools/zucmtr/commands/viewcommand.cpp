@@ -31,11 +31,9 @@ struct ViewOptions
     std::string page;
     std::string svg;
     std::string png;
-    ChoiceOptions choice;
-    std::string lines;
+    ReadingOptions reading;
     double window = 0;
     bool full = false;
-    bool plain = false; // without ini file
 };
 
 // Beside the record, where convert would put it as well.
@@ -81,7 +79,7 @@ void ComplainOfRecord(const QString& file, const view::Held& held)
 
 view::Options SettingsOf(const ViewOptions& options, const RecordSource& source, const QString& file)
 {
-    LineData data = LoadLines(FromUtf8(options.lines), source.Ini(), file);
+    LineData data = LoadLines(FromUtf8(options.reading.lines), source.Ini(), file);
     view::Options settings;
     settings.lines = std::move(data.lines);
     settings.lineFile = data.path;
@@ -95,11 +93,11 @@ view::Options SettingsOf(const ViewOptions& options, const RecordSource& source,
 std::unique_ptr<RecordSource> Open(const ViewOptions& options, bool isSecond)
 {
     const QString file = FromUtf8(isSecond ? options.second : options.file);
-    DeviceChoice choice = ChoiceOf(options.choice);
+    DeviceChoice choice = ChoiceOf(options.reading.choice);
     if (isSecond && !options.secondDevice.empty())
         choice.device = FromUtf8(options.secondDevice);
     try {
-        return std::make_unique<RecordSource>(file, choice, options.plain);
+        return std::make_unique<RecordSource>(file, choice, options.reading.plain);
     } catch (const ConfigurationError& error) {
         if (options.second.empty())
             throw;
@@ -194,51 +192,20 @@ int RunView(const ViewOptions& options)
 
 void AddOutputOptions(CLI::App& command, ViewOptions& options)
 {
-    command
-        .add_option(
-            "-o,--out", options.page,
-            HelpText("view", "The page; - is standard output. Default: FILE with the extension .html"))
-        ->type_name("FILE");
-    command
-        .add_option("--svg", options.svg,
-                    HelpText("view", "Write an overview as an SVG picture; without -o no page"))
-        ->type_name("FILE");
-    command
-        .add_option("--png", options.png, HelpText("view", "Write the overview as a PNG picture; likewise"))
-        ->type_name("FILE");
+    AddValue(command, "-o,--out", options.page, "FILE",
+             HelpText("view", "The page; - is standard output. Default: FILE with the extension .html"));
+    AddValue(command, "--svg", options.svg, "FILE",
+             HelpText("view", "Write an overview as an SVG picture; without -o no page"));
+    AddValue(command, "--png", options.png, "FILE",
+             HelpText("view", "Write the overview as a PNG picture; likewise"));
     CLI::Option* window =
-        command
-            .add_option(
-                "--window", options.window,
-                HelpText("view", "Hold this many seconds around the trigger, a third of them before it"))
-            ->check(values::Number(0.001, 1e6))
-            ->type_name("SECONDS");
+        AddValue(command, "--window", options.window, "SECONDS",
+                 HelpText("view", "Hold this many seconds around the trigger, a third of them before it"))
+            ->check(values::Number(0.001, 1e6));
     command
         .add_flag("--full", options.full,
                   HelpText("view", "Hold all samples, however large the page becomes"))
         ->excludes(window);
-}
-
-void AddChoiceOptions(CLI::App& command, ViewOptions& options)
-{
-    CLI::Option* plain = command.add_flag(
-        "--plain", options.plain,
-        HelpText("view",
-                 "Take no ini file: names as in the recording, a report without the values of circuits"));
-    const ChoiceTexts texts{
-        HelpText("view", "The recorders' ini file. Default: ZuDrv.ini beside the recording or in the current "
-                         "directory, if there is one"),
-        HelpText("device", "Section of the ini file for this recorder. Default: the only other section")};
-    for (CLI::Option* option : AddChoiceOptions(command, options.choice, texts))
-        option->excludes(plain);
-    command
-        .add_option(
-            "--second-device", options.secondDevice,
-            HelpText("view", "Section of the ini file for the recorder of SECOND. Default: as --device"))
-        ->needs(command.get_option("SECOND"))
-        ->excludes(plain)
-        ->type_name("SECTION");
-    AddLinesOption(command, options.lines);
 }
 
 void AddSecondOptions(CLI::App& command, ViewOptions& options)
@@ -256,6 +223,18 @@ void AddSecondOptions(CLI::App& command, ViewOptions& options)
         ->check(values::OneOf({"time", "trigger"}))
         ->needs(second)
         ->type_name("NAME");
+}
+
+// After the options of the choice, which its own section belongs to.
+void AddSecondSection(CLI::App& command, ViewOptions& options)
+{
+    command
+        .add_option(
+            "--second-device", options.secondDevice,
+            HelpText("view", "Section of the ini file for the recorder of SECOND. Default: as --device"))
+        ->needs(command.get_option("SECOND"))
+        ->excludes(command.get_option("--plain"))
+        ->type_name("SECTION");
 }
 
 } // namespace
@@ -276,12 +255,14 @@ void AddViewCommand(CLI::App& app, Action& chosen)
         "view",
         HelpText("view", "Show a recording or COMTRADE record as a page for the browser, or as a picture"));
     const auto options = std::make_shared<ViewOptions>();
-    command->add_option("FILE", options->file, HelpText("view", "The recording or record"))
-        ->required()
-        ->type_name("");
+    AddArgument(*command, "FILE", options->file, HelpText("view", "The recording or record"));
     AddSecondOptions(*command, *options);
     AddOutputOptions(*command, *options);
-    AddChoiceOptions(*command, *options);
+    AddReadingOptions(
+        *command, options->reading,
+        HelpText("view",
+                 "Take no ini file: names as in the recording, a report without the values of circuits"));
+    AddSecondSection(*command, *options);
     command->footer(
         HelpText("view", "FILE is the first file of a recording (.ZU, its continuations beside it) or a "
                          "COMTRADE record (.cfg or\n"
