@@ -33,14 +33,17 @@ constexpr const char* Scripts[] = {
     "formula",     // calculated channels
     "worker",      // what runs beside the page
     "derivations", // its requests
-    "reportmethod", "frame",   "strips",  "tracks",
+    "reportmethod", "frame",   "strips",   "tracks",
     "marks", // onset, trip, clearing
-    "cursors",      "reasons", "phasors", "calculated",
+    "cursors",      "reasons", "phasors",  "calculated",
     "second", // another record over the first
-    "copy",         "tables",  "report",  "navigator",  "answer", "plane", "spectrum", "values", "main",
+    "copy",         "tables",  "report",   "navigator",
+    "cursorbar", // the cursors on sheets without strips
+    "answer",       "plane",   "spectrum", "values",     "main",
 };
 
-constexpr const char* Styles[] = {"dygraph", "style", "answer", "plane", "spectrum", "values", "second"};
+constexpr const char* Styles[] = {"dygraph", "style",    "cursorbar", "answer",
+                                  "plane",   "spectrum", "values",    "second"};
 
 QByteArray Resource(const QString& name)
 {

@@ -153,18 +153,23 @@
 
     // By the place of the keys, so that they work in every layout.
     key(event) {
-      if (event.ctrlKey || event.metaKey || event.altKey || event.target.closest('input, select, textarea')) return;
-      const actions = {
+      if (event.ctrlKey || event.metaKey || event.altKey || event.target.closest('input:not([type=checkbox]), select, textarea')) return;
+      const onStrips = {
         ArrowLeft: () => this.frame.pan(-this.frame.span / 10), ArrowRight: () => this.frame.pan(this.frame.span / 10),
         Equal: () => this.zoomAtCursor(0.5), NumpadAdd: () => this.zoomAtCursor(0.5),
         Minus: () => this.zoomAtCursor(2), NumpadSubtract: () => this.zoomAtCursor(2),
         Home: () => this.frame.showAll(), KeyT: () => this.showFault(),
+      };
+      const onCursors = {
         Comma: () => this.step(-1, event.shiftKey), Period: () => this.step(1, event.shiftKey),
         Digit1: () => this.set(0, this.samples[0]), Digit2: () => this.set(1, this.samples[1]),
       };
-      if (!actions[event.code] || document.getElementById('oscillogram').hidden) return;
+      const isOscillogram = !document.getElementById('oscillogram').hidden;
+      const hasCursors = isOscillogram || document.querySelector('.sheet:not([hidden]) .cursorBar');
+      const action = (hasCursors && onCursors[event.code]) || (isOscillogram && onStrips[event.code]);
+      if (!action) return;
       event.preventDefault();
-      actions[event.code]();
+      action();
     }
 
     // Moves the chosen cursor by a sample or by a period.

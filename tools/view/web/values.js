@@ -6,10 +6,14 @@
     constructor(page, element) {
       this.page = page;
       this.element = element;
+      this.bar = new view.CursorBar(page);
     }
 
-    build() {}
+    build() {
+      this.bar.build();
+      this.element.replaceChildren(this.bar.element);
+    }
 
-    draw() {}
+    draw() { this.bar.draw(); }
   };
 })(globalThis.zuView = globalThis.zuView || {});
