@@ -207,11 +207,12 @@ class Snapping(unittest.TestCase):
         self.assertEqual(self.own(near), self.click(near))
         self.assertEqual("off", browser.run("return zuView.address.get('snap')"))
         browser.run("document.getElementById('snap').click()")
+        browser.set_cursor(0, 0)  # which a click would take hold of
         self.assertEqual(self.breaker, self.click(near))
         self.assertEqual(None, browser.run("return zuView.address.get('snap')"))
 
     def test_a_channel_that_is_switched_off_holds_no_cursor(self):
-        number = next(event for event in simple.events if event["kind"] == "start")["channel"]
+        number = [event for event in simple.events if event["kind"] == "breaker"][-1]["channel"]
         browser.run("const p = zuView.page; p.states[arguments[0]].visible = false; p.changeVisible()", number - 1)
         hidden = {simple.sample(event["time"]) for event in simple.events if event["channel"] == number}
         others = {simple.sample(event["time"]) for event in simple.events if event["channel"] != number}
