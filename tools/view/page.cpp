@@ -38,18 +38,17 @@ constexpr const char* Scripts[] = {
     "formula",       // calculated channels
     "worker",        // what runs beside the page
     "derivations",   // its requests
-    "reportmethod",  "frame",    "strips",  "tracks",
+    "reportmethod",  "frame",       "strips",       "tracks",
     "fault", // where the page opens
     "marks", // onset, trip, clearing
     "snap",  // what cursors snap to
-    "cursors",       "reasons",  "phasors", "calculated",
+    "cursors",       "reasons",     "phasors",      "calculated",
     "second", // another record over the first
-    "copy",          "tables",   "report",  "navigator",
+    "copy",          "tables",      "report",       "navigator",
     "cursorbar", // the cursors on sheets without strips
-    "answer",
-    "planeview",    // the scales of the R-X plane
-    "planedrawing", // what is drawn on it
-    "plane",         "spectrum", "values",  "main",
+    "answer",        "planetexts",  "planeview",    "planeloci",
+    "planedrawing",  "planevalues", "planepointer", // the R-X plane
+    "plane",         "spectrum",    "values",       "main",
 };
 
 constexpr const char* Styles[] = {"dygraph", "style",    "marks",  "cursorbar", "answer",
