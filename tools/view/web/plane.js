@@ -64,7 +64,8 @@
       this.plot = make('div', 'planePlot');
       this.plot.append(this.canvas, this.tools());
       this.side = make('div', 'planeSide');
-      this.side.append(this.circuitChoice(), this.loopSwitches(), this.values, this.notes);
+      this.switches = this.loopSwitches();
+      this.side.append(this.circuitChoice(), this.switches, this.values, this.notes);
       work.append(this.plot, this.side);
       this.lack = make('p', 'notice');
       this.element.replaceChildren(this.bar.element, this.lack, work);
@@ -174,7 +175,7 @@
       this.bar.draw();
       this.lack.hidden = this.loci.hasVoltages;
       this.lack.textContent = view.text('planeNoVoltages');
-      this.plot.hidden = this.values.hidden = this.notes.hidden = !this.loci.hasVoltages;
+      for (const part of [this.plot, this.switches, this.values, this.notes]) part.hidden = !this.loci.hasVoltages;
       if (!this.loci.hasVoltages) return;
       if (!this.loci.isReady) this.ask();
       this.spans = this.page.marks.faultSpans();

@@ -99,10 +99,8 @@
     deadIn(loops) {
       const [first, end] = this.span();
       let dead = 0;
-      for (const loop of loops) {
-        const r = this.r(loop);
-        for (let i = first; i < end; i++) if (Number.isFinite(r[i]) && !this.isLive(loop, i)) dead++;
-      }
+      for (const loop of loops)
+        for (let i = first; i < end; i++) if (Number.isFinite(this.currents[0][i]) && !this.isLive(loop, i)) dead++;
       return dead;
     }
 

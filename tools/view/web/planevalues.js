@@ -33,7 +33,7 @@
         const name = make('th', 'name', cursor === 0 ? view.planeLoopName(loop) : '');
         name.style.setProperty('--trace', `var(${view.planeLoops[loop].color})`);
         row.append(name, ...cellsOf(points[loop], line).map((text) => make('td', '', text)));
-        if (!points[loop] && loci.isReady) row.title = view.text('planeBelowLimit', view.number(loci.limit));
+        if (!points[loop] && loci.limit > 0) row.title = view.text('planeBelowLimit', view.number(loci.limit));
         table.append(row);
       });
     return table;
@@ -53,6 +53,7 @@
   }
 
   function deadNote(loci, loops) {
+    if (loci.limit === 0) return [view.text('planeNoCurrent')];
     const [first, end] = loci.span();
     const part = loci.deadIn(loops) / Math.max((end - first) * loops.length, 1);
     return part > 0 ? [view.text('planeDead', view.number(loci.limit), (100 * part).toFixed(part < 0.1 ? 1 : 0))] : [];
