@@ -151,6 +151,17 @@ class Marks(unittest.TestCase):
             self.assertGreater(shown, 15)
             self.assertEqual([], browser.log("browser"))
 
+    def test_a_flag_stands_at_the_right_or_left_of_its_line_or_leaves_a_dot(self):
+        browser.open_page(simple.page)
+        places = browser.run("""return [
+            [{x: 100, width: 60, rank: 0}, {x: 190, width: 60, rank: 1}], // the right end is near, the left is taken
+            [{x: 100, width: 60, rank: 1}, {x: 190, width: 60, rank: 0}],
+            [{x: 100, width: 60, rank: 0}, {x: 130, width: 60, rank: 1}], // another line is at the right
+            [{x: 30, width: 60, rank: 0}, {x: 60, width: 20, rank: 0}, {x: 70, width: 60, rank: 0}],
+        ].map((marks) => zuView.placeFlags(marks, {left: 0, width: 200}))""")
+        self.assertEqual([[[100, 160], None], [[40, 100], [130, 190]], [[40, 100], [130, 190]],
+                          [None, [40, 60], [70, 130]]], places)
+
     def test_a_flag_takes_the_chosen_cursor_to_its_sample(self):
         browser.open_page(simple.page, "lang=en&theme=light&snap=off")  # whatever cursors snap to
         self.assertFalse(browser.run("return document.getElementById('snap').checked || zuView.page.cursors.snaps"))
@@ -213,6 +224,7 @@ class Snapping(unittest.TestCase):
 
     def test_a_channel_that_is_switched_off_holds_no_cursor(self):
         number = [event for event in simple.events if event["kind"] == "breaker"][-1]["channel"]
+        self.assertEqual(simple.event_samples(), browser.run("return [...zuView.page.cursors.events.samples]"))
         browser.run("const p = zuView.page; p.states[arguments[0]].visible = false; p.changeVisible()", number - 1)
         hidden = {simple.sample(event["time"]) for event in simple.events if event["channel"] == number}
         others = {simple.sample(event["time"]) for event in simple.events if event["channel"] != number}

@@ -135,10 +135,11 @@ class Drawing(unittest.TestCase):
               Math.round(plane.yOf(x) * scale) - 1, 3, 3).data]);""", points)
 
     def has(self, pixels, name):
-        """Whether one of nine pixels nearly has a colour of the theme."""
+        """Whether one of nine pixels nearly has a colour of the theme, and is not merely tinted with it."""
         color = browser.run("return zuView.styleColor(arguments[0]).slice(1).match(/../g).map((part) => parseInt(part, 16))",
                             name)
-        return any(all(abs(part - pixels[at + i]) < 60 for i, part in enumerate(color)) for at in range(0, 36, 4))
+        return any(pixels[at + 3] > 120 and all(abs(part - pixels[at + i]) < 60 for i, part in enumerate(color))
+                   for at in range(0, 36, 4))
 
     def test_both_axes_have_one_scale_and_grid_lines_stand_at_round_ohms(self):
         right, up, step = browser.run(SHEET + "return [plane.xOf(7) - plane.xOf(0), plane.yOf(0) - plane.yOf(7), plane.step]")
