@@ -276,8 +276,8 @@
     }
 
     drawRuler() {
+      this.marks.draw(); // it measures, which is cheap before others change the page
       this.ruler.draw();
-      this.marks.draw();
     }
 
     showValues() {
