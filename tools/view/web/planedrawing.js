@@ -144,12 +144,14 @@
 
   // Runs of points in pixels of samples first .. end - 1, without those that have no current and those that nearly coincide.
   view.locusRuns = function (loci, loop, plane, first, end) {
-    const [r, x] = [loci.r(loop), loci.x(loop)];
+    const [r, x, live] = [loci.r(loop), loci.x(loop), loci.live(loop)];
+    const [zeroX, zeroY, perOhm] = [plane.xOf(0), plane.yOf(0), 1 / plane.ohms];
     const runs = [];
     let run = null;
-    for (let i = first; i < end; i++) {
-      const [px, py] = [plane.xOf(r[i]), plane.yOf(x[i])];
-      if (!(Math.abs(px) < farthest && Math.abs(py) < farthest) || !loci.isLive(loop, i)) {
+    for (let i = first; i < end; i++) { // of a long record, at each step of a zoom
+      const px = zeroX + r[i] * perOhm;
+      const py = zeroY - x[i] * perOhm;
+      if (!live[i] || !(Math.abs(px) < farthest && Math.abs(py) < farthest)) {
         run = null;
         continue;
       }

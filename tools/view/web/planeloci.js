@@ -60,15 +60,18 @@
     takeCurrents(series) {
       this.currents = ['Ia', 'Ib', 'Ic'].map((name) => series[name]);
       this.limit = leastCurrent * Math.max(...this.currents.map(largest));
-      this.live = {};
+      this.known = {};
     }
 
     get isReady() { return this.currents !== null; }
 
     // Whether the loop has the current for an impedance at a sample.
-    isLive(loop, sample) {
-      this.live[loop] = this.live[loop] || this.liveSamples(view.planeLoops[loop].phases.map((phase) => this.currents[phase]));
-      return this.live[loop][sample] === 1;
+    isLive(loop, sample) { return this.live(loop)[sample] === 1; }
+
+    // The same for all samples: 1 or 0.
+    live(loop) {
+      this.known[loop] = this.known[loop] || this.liveSamples(view.planeLoops[loop].phases.map((phase) => this.currents[phase]));
+      return this.known[loop];
     }
 
     liveSamples(currents) {
@@ -98,22 +101,24 @@
     // How many samples of the shown span have no impedance in a loop for lack of current.
     deadIn(loops) {
       const [first, end] = this.span();
+      const [current] = this.currents;
       let dead = 0;
-      for (const loop of loops)
-        for (let i = first; i < end; i++) if (Number.isFinite(this.currents[0][i]) && !this.isLive(loop, i)) dead++;
+      for (const live of loops.map((loop) => this.live(loop)))
+        for (let i = first; i < end; i++) if (!live[i] && current[i] >= 0) dead++;
       return dead;
     }
 
     // {loop, sample, distance} nearest to a pixel, at most so many pixels away; null if there is none.
     nearest(loops, plane, [x, y], within) {
       const [first, end] = this.span();
+      const [placeR, placeX] = [plane.rAt(x), plane.reactanceAt(y)];
       let found = null;
-      let least = within * within;
+      let least = (within * plane.ohms) ** 2;
       for (const loop of loops) {
-        const [r, reactance] = [this.r(loop), this.x(loop)];
+        const [r, reactance, live] = [this.r(loop), this.x(loop), this.live(loop)];
         for (let sample = first; sample < end; sample++) {
-          const away = (plane.xOf(r[sample]) - x) ** 2 + (plane.yOf(reactance[sample]) - y) ** 2;
-          if (away <= least && this.isLive(loop, sample)) {
+          const away = (r[sample] - placeR) ** 2 + (reactance[sample] - placeX) ** 2;
+          if (away <= least && live[sample]) {
             least = away;
             found = { loop, sample };
           }
