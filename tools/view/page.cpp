@@ -34,7 +34,9 @@ constexpr const char* Scripts[] = {
     "worker",      // what runs beside the page
     "derivations", // its requests
     "reportmethod", "frame",   "strips",   "tracks",
+    "fault", // where the page opens
     "marks", // onset, trip, clearing
+    "snap",  // what cursors snap to
     "cursors",      "reasons", "phasors",  "calculated",
     "second", // another record over the first
     "copy",         "tables",  "report",   "navigator",
@@ -42,8 +44,8 @@ constexpr const char* Scripts[] = {
     "answer",       "plane",   "spectrum", "values",     "main",
 };
 
-constexpr const char* Styles[] = {"dygraph", "style",    "cursorbar", "answer",
-                                  "plane",   "spectrum", "values",    "second"};
+constexpr const char* Styles[] = {"dygraph", "style",    "marks",  "cursorbar", "answer",
+                                  "plane",   "spectrum", "values", "second"};
 
 QByteArray Resource(const QString& name)
 {

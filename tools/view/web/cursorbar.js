@@ -21,17 +21,6 @@
 
   const make = (tag, className, text = '') => Object.assign(document.createElement(tag), { className, textContent: text });
 
-  // Samples at which something happened, in order: changes of discrete channels, the fault, the trigger.
-  view.eventSamples = function (page) {
-    const { axis, data } = page;
-    const { fault } = data.answer.summary;
-    const seconds = fault ? [fault.onset, fault.clearing, ...(fault.parts || []).map((part) => part.onset)] : [];
-    const times = [0, ...seconds.filter(Number.isFinite).map((second) => 1000 * second)];
-    const inside = times.filter((time) => time >= axis.timeOf(0) && time <= axis.timeOf(data.count - 1));
-    const samples = [...data.answer.changes.map(([sample]) => sample), ...inside.map((time) => axis.sampleAt(time))];
-    return [...new Set(samples)].filter((sample) => sample >= 0 && sample < data.count).sort((a, b) => a - b);
-  };
-
   view.CursorBar = class {
     constructor(page) {
       this.page = page;
@@ -41,11 +30,6 @@
 
     get cursors() { return this.page.cursors; }
 
-    get events() {
-      this.knownEvents = this.knownEvents || view.eventSamples(this.page);
-      return this.knownEvents;
-    }
-
     build() {
       const tools = make('div', 'tools');
       this.times = [0, 1].map((cursor) => this.chooser(cursor));
@@ -53,7 +37,7 @@
       choosers.append(...this.times.map((time) => time.parentElement));
       this.between = make('span', 'between');
       tools.append(choosers, this.between, ...[
-        this.steps('barEvent', (direction) => this.toEvent(direction)),
+        this.steps('barEvent', (direction) => this.cursors.toEvent(direction)),
         this.steps('barPeriod', (direction) => this.cursors.step(direction, true)),
         this.steps('barSample', (direction) => this.cursors.step(direction, false)),
       ]);
@@ -80,13 +64,6 @@
       }
       group.append(pair);
       return group;
-    }
-
-    // The event after the chosen cursor, or before it.
-    toEvent(direction) {
-      const here = this.cursors.samples[this.cursors.chosen];
-      const ahead = this.events.filter((sample) => (sample - here) * direction > 0);
-      if (ahead.length > 0) this.cursors.set(this.cursors.chosen, direction > 0 ? ahead[0] : ahead[ahead.length - 1]);
     }
 
     overview() {
@@ -145,8 +122,9 @@
       const context = view.prepareCanvas(this.canvas, width, height);
       view.drawWhole(context, this.page.navigatorChannels(), this.page.frame, { left: 0, width }, height);
       view.drawTrigger(context, this.page.frame, { left: 0, width }, height);
+      view.drawMarks(context, this.page.marks.marks, this.page.frame, { left: 0, width }, height);
       context.fillStyle = view.styleColor('--quiet');
-      for (const sample of this.events) context.fillRect(this.xOf(this.page.axis.timeOf(sample)), height - 5, 1, 5);
+      for (const sample of this.cursors.events.samples) context.fillRect(this.xOf(this.page.axis.timeOf(sample)), height - 5, 1, 5);
     }
   };
 })(globalThis.zuView = globalThis.zuView || {});

@@ -26,7 +26,8 @@
   };
 
   view.Navigator = class {
-    constructor(canvas, channels, frame) {
+    constructor(canvas, channels, frame, marks) {
+      this.marks = marks;
       this.canvas = canvas;
       this.channels = channels; // drawn over one another
       this.frame = frame;
@@ -50,6 +51,7 @@
       view.drawWhole(context, this.channels, this.frame, area, height);
       this.drawSpan(context, area);
       view.drawTrigger(context, this.frame, area, height);
+      view.drawMarks(context, this.marks, this.frame, area, height);
     }
 
     drawSpan(context, area) {

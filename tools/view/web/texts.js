@@ -35,8 +35,8 @@
       partial: 'This page holds {0} s around the trigger: {1} of {2} samples. The options --window and --full of the program change that.',
       empty: 'The record has no samples.', failed: 'The page could not be drawn: {0}',
       keyList: ['Drag: pan. Shift + drag: zoom into the span. Double click: whole record', 'Ctrl + wheel, or pinch: zoom. Horizontal wheel: pan',
-        'Click: cursor 1. Right click or Alt + click: cursor 2. Cursors can be dragged', '← →: pan. + −: zoom. Home: whole record. T: the fault',
-        ', and .: move the chosen cursor by one sample, with Shift by one period. 1, 2: choose the cursor'],
+        'Click: cursor 1. Right click or Alt + click: cursor 2. Cursors can be dragged; they snap to events unless Shift is held', '← →: pan. + −: zoom. Home: whole record. T: the fault',
+        ', and .: move the chosen cursor by one sample, with Shift by one period. [ and ]: to the event before and after. 1, 2: choose the cursor'],
     },
     ru: {
       oscillogram: 'Осциллограмма', plane: 'Плоскость R–X', spectrum: 'Спектр', values: 'Значения', report: 'Отчёт об аварии', channels: 'Каналы', record: 'Запись',
@@ -70,8 +70,8 @@
       partial: 'На странице {0} с вокруг пуска: {1} из {2} отсчётов. Это меняют параметры программы --window и --full.',
       empty: 'В записи нет отсчётов.', failed: 'Страницу не удалось построить: {0}',
       keyList: ['Тянуть: сдвиг. Shift + тянуть: увеличить участок. Двойной щелчок: вся запись', 'Ctrl + колесо или два пальца: масштаб. Горизонтальное колесо: сдвиг',
-        'Щелчок: курсор 1. Правый щелчок или Alt + щелчок: курсор 2. Курсоры можно тянуть', '← →: сдвиг. + −: масштаб. Home: вся запись. T: авария',
-        ', и .: выбранный курсор на отсчёт, с Shift на период. 1, 2: выбор курсора'],
+        'Щелчок: курсор 1. Правый щелчок или Alt + щелчок: курсор 2. Курсоры можно тянуть; они привязываются к событиям, если не удерживать Shift', '← →: сдвиг. + −: масштаб. Home: вся запись. T: авария',
+        ', и .: выбранный курсор на отсчёт, с Shift на период. [ и ]: к предыдущему и следующему событию. 1, 2: выбор курсора'],
     },
   };
 

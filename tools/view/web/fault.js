@@ -1,0 +1,55 @@
+// Where the page opens: on the circuit with the fault, at the time of the fault.
+(function (view) {
+  'use strict';
+
+  view.addTexts({
+    en: {
+      toFault: 'Fault', faultHint: 'Show the fault: from three periods before its onset to after its clearing (T)',
+      faultedHint: 'The faulted circuit', startedHint: 'The circuit that started the recorder',
+      otherDiscrete: 'Other discrete channels',
+    },
+    ru: {
+      toFault: 'КЗ', faultHint: 'Показать КЗ: от трёх периодов до начала и до отключения (T)',
+      faultedHint: 'Повреждённое присоединение', startedHint: 'Присоединение, по которому пустился регистратор',
+      otherDiscrete: 'Остальные дискретные каналы',
+    },
+  });
+
+  // The circuit of data.answer with the fault; null without one.
+  view.faultedCircuit = (answer) => (answer.faulted === null ? null : answer.circuits[answer.faulted]);
+
+  // Milliseconds of the fault's onset and clearing; the onset twice where the record ends first. Null where there is no
+  // fault in the samples of the page.
+  view.faultTimes = function (answer, frame) {
+    const { fault } = answer.summary;
+    if (!fault) return null;
+    const from = 1000 * fault.onset;
+    if (!(from >= frame.start && from <= frame.end)) return null;
+    return { from, to: fault.clearing === null ? from : 1000 * fault.clearing };
+  };
+
+  // Moves the group of the faulted circuit to the front and gives it the tracks of its own channels that change.
+  view.faultedFirst = function (groups, circuit, states) {
+    if (!circuit) return groups;
+    const own = groups.find((group) => group.circuit === circuit.name);
+    if (!own) return groups;
+    own.isFaulted = true;
+    own.tracks = view.inOrderOfChange(circuit.states.map((index) => states[index]));
+    return [own, ...groups.filter((group) => group !== own)];
+  };
+
+  const outline = 'M8.5 .5 2.5 9h4L5 15.5 12 6.5H7.5z';
+
+  // The bolt after the name of the faulted circuit.
+  view.faultBolt = function () {
+    const space = 'http://www.w3.org/2000/svg';
+    const bolt = Object.assign(document.createElement('span'), { className: 'bolt', title: view.text('faultedHint') });
+    const svg = document.createElementNS(space, 'svg');
+    svg.setAttribute('viewBox', '0 0 14 16');
+    const path = document.createElementNS(space, 'path');
+    path.setAttribute('d', outline);
+    svg.append(path);
+    bolt.append(svg);
+    return bolt;
+  };
+})(globalThis.zuView = globalThis.zuView || {});
