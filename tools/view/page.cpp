@@ -22,30 +22,32 @@ namespace {
 
 // In the order of their dependencies.
 constexpr const char* Scripts[] = {
-    "dygraph",     // the library
-    "texts",       // what the page says
-    "address",     // settings in the page's address
-    "axis",        // time over samples
-    "channels",    // samples
-    "periods",     // the period before a cursor
-    "power",       // phasors of a period
-    "derived",     // what follows from them, at a sample and along the record
-    "formula",     // calculated channels
+    "dygraph",  // the library
+    "texts",    // what the page says
+    "elements", // of HTML and SVG
+    "address",  // settings in the page's address
+    "axis",     // time over samples
+    "channels", // samples
+    "periods",  // the period before a cursor
+    "power",    // phasors of a period
+    "derived",  // what follows from them, at a sample and along the record
+    "formula",  // calculated channels
+    "formulatime",  "formulaunits", "formulanames", "formulatexts",
     "worker",      // what runs beside the page
     "derivations", // its requests
-    "reportmethod", "frame",   "strips",   "tracks",
+    "reportmethod", "frame",        "strips",       "tracks",
     "fault", // where the page opens
     "marks", // onset, trip, clearing
     "snap",  // what cursors snap to
-    "cursors",      "reasons", "phasors",  "calculated",
+    "cursors",      "reasons",      "phasors",      "calculated",   "formulapanel",
     "second", // another record over the first
-    "copy",         "tables",  "report",   "navigator",
+    "copy",         "tables",       "report",       "navigator",
     "cursorbar", // the cursors on sheets without strips
-    "answer",       "plane",   "spectrum", "values",     "main",
+    "answer",       "plane",        "spectrum",     "values",       "main",
 };
 
-constexpr const char* Styles[] = {"dygraph", "style",    "marks",  "cursorbar", "answer",
-                                  "plane",   "spectrum", "values", "second"};
+constexpr const char* Styles[] = {"dygraph", "style", "marks",    "cursorbar", "formulas", "copy",
+                                  "answer",  "plane", "spectrum", "values",    "second"};
 
 QByteArray Resource(const QString& name)
 {

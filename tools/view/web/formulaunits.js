@@ -4,19 +4,13 @@
   'use strict';
 
   const symbols = { V: ['V', 'В'], A: ['A', 'А'], s: ['s', 'с'] };
-  const prefixes = { '': 1, m: 1e-3, м: 1e-3, k: 1e3, K: 1e3, к: 1e3, M: 1e6, М: 1e6 };
   const named = { 'V1 A1': ['VA', 'ВА'], 'V1 A-1': ['Ω', 'Ом'] };
   const digits = { 2: '²', 3: '³', 4: '⁴' };
 
-  // {factor, symbol} of a unit of voltage or current: how many volts or amperes it is; null for other units.
-  view.baseOfUnit = function (unit) {
-    const match = /^([mмkKкMМ]?)([VВAА])$/.exec(unit);
-    return match && { factor: prefixes[match[1]], symbol: symbols.V.includes(match[2]) ? 'V' : 'A', isCyrillic: /[ВА]/.test(match[2]) };
-  };
-
   function ofChannel({ unit }) {
-    const base = view.baseOfUnit(unit);
-    return base ? { [base.symbol]: 1 } : { other: unit };
+    const match = /^[mмkKкMМ]?([VВAА])$/.exec(unit);
+    if (!match) return { other: unit };
+    return symbols.V.includes(match[1]) ? { V: 1 } : { A: 1 };
   }
 
   const exponents = (unit) => Object.keys(symbols).map((symbol) => unit[symbol] || 0);

@@ -41,6 +41,7 @@
       this.cursors.events = new view.EventSamples(this.axis, this.states, [...marks.map(({ sample }) => sample), ...this.triggerSamples()]);
       this.cursors.fault = view.faultTimes(this.data.answer, this.frame);
       this.table = new view.ChannelTable(byId('channels'), byId('filter'), byId('filtered'), [...this.analog, ...this.states], this.axis, () => this.changeVisible());
+      this.calculated = new view.Calculated(this, byId('formulas'), byId('formulaPanel'));
       // Each has build(), for another language, and draw(), for what else has changed, while it is open.
       this.parts = {
         answerSheet: new view.AnswerSheet(this, byId('answerSheet')), planeSheet: new view.PlaneSheet(this, byId('planeSheet')),
@@ -172,6 +173,7 @@
       this.phasors.build();
       this.tracks.build();
       this.marks.build();
+      this.calculated.build();
       this.table.build();
       view.showIdentity(byId('identity'), this.data);
       for (const part of Object.values(this.parts)) part.build();
