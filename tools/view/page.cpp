@@ -24,6 +24,7 @@ namespace {
 constexpr const char* Scripts[] = {
     "dygraph",     // the library
     "texts",       // what the page says
+    "elements",    // of HTML and SVG
     "address",     // settings in the page's address
     "axis",        // time over samples
     "channels",    // samples
@@ -37,7 +38,9 @@ constexpr const char* Scripts[] = {
     "marks", // onset, trip, clearing
     "cursors",      "reasons", "phasors", "calculated",
     "second", // another record over the first
-    "copy",         "tables",  "report",  "navigator",  "answer", "plane", "spectrum", "values", "main",
+    "copy",         "tables",  "report",  "navigator",
+    "answertexts", "faultphases", "faultdiagram", "operatingchart", "answertables", "answerfacts", "eventtable", "answer",
+    "plane", "spectrum", "values", "main",
 };
 
 constexpr const char* Styles[] = {"dygraph", "style", "answer", "plane", "spectrum", "values", "second"};

@@ -36,6 +36,7 @@ QJsonObject AnalogJson(const comtrade::AnalogChannel& channel, const analysis::C
             {QStringLiteral("a"), channel.a},
             {QStringLiteral("b"), channel.b},
             {QStringLiteral("factor"), analysis::PrimaryFactor(channel)},
+            {QStringLiteral("baseFactor"), analysis::BaseFactor(channel.unit)}, // to V or A
             {QStringLiteral("primary"), channel.primary},
             {QStringLiteral("secondary"), channel.secondary},
             {QStringLiteral("wide"), codes.IsWide()},
