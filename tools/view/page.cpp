@@ -31,7 +31,7 @@ constexpr const char* Scripts[] = {
     "periods",  // the period before a cursor
     "power",    // phasors of a period
     "derived",  // what follows from them, at a sample and along the record
-    "formula",  // calculated channels
+    "formula",  // of calculated channels
     "formulatime",  "formulaunits", "formulanames", "formulatexts",
     "worker",      // what runs beside the page
     "derivations", // its requests
@@ -39,11 +39,12 @@ constexpr const char* Scripts[] = {
     "fault", // where the page opens
     "marks", // onset, trip, clearing
     "snap",  // what cursors snap to
-    "cursors",      "reasons",      "phasors",      "calculated",   "formulapanel",
+    "cursors",      "reasons",      "phasors",      "calculated",     "formulapanel",
     "second", // another record over the first
     "copy",         "tables",       "report",       "navigator",
     "cursorbar", // the cursors on sheets without strips
-    "answer",       "plane",        "spectrum",     "values",       "main",
+    "answertexts",  "faultphases",  "faultdiagram", "operatingchart", "answertables", "answerfacts",
+    "eventtable",   "answer",       "plane",        "spectrum",       "values",       "main",
 };
 
 constexpr const char* Styles[] = {"dygraph", "style", "marks",    "cursorbar", "formulas", "copy",

@@ -214,6 +214,8 @@
         tab.addEventListener('click', () => this.openSheet(id));
         return tab;
       }));
+      const chosen = byId('tabs').querySelector('[aria-selected=true]');
+      if (chosen) byId('tabs').scrollLeft = chosen.offsetLeft - (byId('tabs').clientWidth - chosen.offsetWidth) / 2; // where they do not fit
     }
 
     openSheet(opened) {
