@@ -93,6 +93,8 @@
 
     get shownUnit() { return this.inKilo ? this.kiloUnit : this.unit; }
     get shownFactor() { return this.factor / (this.inKilo ? 1000 : 1); }
+    // From values in the shown unit to those in V, A, W ...
+    get baseFactor() { return (this.base || 1) * (this.inKilo ? 1000 : 1); }
     get isBaseUnit() { return this.kiloUnit !== this.unit; }
 
     // In the unit in which the channel is shown, primary.

@@ -19,6 +19,7 @@
       for (const channels of this.groups.values()) view.chooseUnits(channels);
       this.frame = new view.Frame(this.axis);
       this.periods = new view.Periods(this.axis, this.data.frequency);
+      this.derivations = new view.Derivations(this);
       this.layout = 'together';
       this.strips = [];
       this.fit = false;
