@@ -24,7 +24,7 @@
       this.list = view.html('div');
       this.nameList = view.html('p', { className: 'formulaNames' });
       this.next = this.nextRow();
-      this.element.replaceChildren(view.html('h3', { textContent: view.text('calculated') }), this.list, this.next.element, this.nameList,
+      this.element.replaceChildren(view.html('h3', { textContent: view.text('formulasTitle') }), this.list, this.next.element, this.nameList,
         view.html('p', { className: 'quiet', textContent: view.text('formulaHelp') }));
       for (const line of this.owner.lines) this.addRow(line);
       this.showNames(this.next);

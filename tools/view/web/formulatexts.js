@@ -4,7 +4,7 @@
 
   view.addTexts({
     en: {
-      formulas: 'ƒ(x)', formulasHint: 'Calculated channels: add, change, delete', calculated: 'Calculated',
+      formulas: 'ƒ(x)', formulasTitle: 'Formulas', formulasHint: 'Calculated channels: add, change, delete', calculated: 'Calculated',
       formulaNew: '3I0 = Ia + Ib + Ic', formulaAdd: 'Add', formulaDelete: 'Delete', formulaField: 'Formula, with or without a name before it',
       formulaNames: 'Names:',
       formulaHelp: 'Name = formula in V and A, primary. + − * / ^ ( ), abs, sqrt, sqr, min, max, d(x) per second, int(x) area since the start, delay(x, ms), '
@@ -33,7 +33,7 @@
       formulaCircuit: 'The record has no circuit “{0}”. Choose one of its own.',
     },
     ru: {
-      formulas: 'ƒ(x)', formulasHint: 'Расчётные каналы: добавить, изменить, удалить', calculated: 'Расчётные каналы',
+      formulas: 'ƒ(x)', formulasTitle: 'Формулы', formulasHint: 'Расчётные каналы: добавить, изменить, удалить', calculated: 'Расчётные каналы',
       formulaNew: '3I0 = Ia + Ib + Ic', formulaAdd: 'Добавить', formulaDelete: 'Удалить', formulaField: 'Формула, перед ней может стоять имя',
       formulaNames: 'Имена:',
       formulaHelp: 'Имя = формула в первичных В и А. + − * / ^ ( ), abs, sqrt, sqr, min, max, d(x) производная за секунду, int(x) интеграл от начала записи, '

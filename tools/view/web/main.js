@@ -327,7 +327,7 @@
       for (const tracks of this.trackStrips) tracks.draw();
       this.navigator.draw();
       this.showValues();
-      for (const part of Object.values(this.parts)) part.draw();
+      for (const part of Object.values(this.parts)) part.draw(true);
     }
 
     fromPaper() {

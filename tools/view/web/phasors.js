@@ -89,7 +89,7 @@
       if (row.channel) name.className = 'name';
       line.append(name);
       const angle = view.angle(turn === 0 ? row.angle : (row.angle - turn + 720) % 360);
-      const module = Number.isFinite(row.module) ? row.module.toFixed(3) : '—';
+      const module = Number.isFinite(row.module) ? view.decimal(row.module, 3) : '—';
       for (const text of [module, row.unit, angle, view.direct(row.direct)]) line.insertCell().textContent = text;
       line.dataset.module = row.module;
       line.dataset.angle = row.angle;

@@ -228,7 +228,7 @@
     resize() { if (this.chart) this.chart.resize(); }
   };
 
-  view.tick = (value) => (Math.abs(value) < 1e-9 ? '0' : String(Number(value.toPrecision(6))).replace('-', '−'));
+  view.tick = (value) => (Math.abs(value) < 1e-9 ? '0' : view.inLanguage(String(Number(value.toPrecision(6))).replace('-', '−')));
 
   // The name without that of the circuit, which is above the strips.
   view.shortName = function (channel) {

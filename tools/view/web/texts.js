@@ -101,7 +101,7 @@
     const size = Math.abs(value);
     const decimals = size >= 1000 ? 0 : size >= 100 ? 1 : size >= 10 ? 2 : 3;
     const text = value.toFixed(decimals);
-    return (Number(text) === 0 ? text.replace('-', '') : text).replace('-', '−');
+    return view.inLanguage((Number(text) === 0 ? text.replace('-', '') : text).replace('-', '−'));
   };
 
   // Whole degrees. A full turn is 0; only the report's method has 360 where its angle is just that.
@@ -121,7 +121,7 @@
   view.milliseconds = function (value) {
     const text = Math.abs(value).toFixed(3);
     const unit = language === 'ru' ? ' мс' : ' ms';
-    return (value < 0 && Number(text) !== 0 ? '−' : '+') + text + unit;
+    return (value < 0 && Number(text) !== 0 ? '−' : '+') + view.inLanguage(text) + unit;
   };
 
   // A number with so many decimals and the decimal separator of the language, as in the sentences.
