@@ -2,6 +2,8 @@
 (function (view) {
   'use strict';
 
+  const openCircuits = 6; // whose magnitudes are not folded where there is no fault
+
   view.AnswerSheet = class {
     constructor(page, element) {
       this.page = page;
@@ -70,29 +72,29 @@
     faultCard() {
       if (!this.fault) return null;
       const facts = { fault: this.fault, circuit: this.circuit.name || view.text('noCircuit'), line: this.circuit.line, breaker: this.answer.summary.operating.breaker };
-      return this.card('faultCard', view.text('faultLine'), this.drawing((width) => view.faultDiagram(facts, width)));
+      return this.card('faultCard', view.text('answerFaultLine'), this.drawing((width) => view.faultDiagram(facts, width)));
     }
 
     distanceCard() {
       if (!this.fault || !(this.fault.distance || this.fault.range)) return null;
       const table = view.distanceTable(this.fault, this.circuit.line);
-      return this.copied(this.card('distanceCard', view.text('distances'), table), table, 'distances');
+      return this.copied(this.card('distanceCard', view.text('answerDistances'), table), table, 'distances');
     }
 
     partsCard() {
       if (!this.fault || this.fault.parts.length < 2) return null;
       const table = view.partsTable(this.fault);
-      return this.copied(this.card('partsCard', view.text('parts'), view.html('div', { className: 'scroll' }, table)), table, 'parts');
+      return this.copied(this.card('partsCard', view.text('answerParts'), view.html('div', { className: 'scroll' }, table)), table, 'parts');
     }
 
     operatingCard() {
       const { operating } = this.answer.summary;
       const rows = view.operatingRows(this.answer.summary);
       if (rows.length === 0) return null;
-      const card = this.card('operatingCard', view.text('operatingTimes'), this.drawing((width) => view.operatingChart(rows, width)));
+      const card = this.card('operatingCard', view.text('answerOperatingTimes'), this.drawing((width) => view.operatingChart(rows, width)));
       const notes = [];
-      if (operating.from !== null) notes.push(view.text(operating.reference === 'onset' ? 'fromOnset' : 'fromStart'));
-      if (this.fault && operating.circuit === null) notes.push(view.text('ofRecord'));
+      if (operating.from !== null) notes.push(view.text(operating.reference === 'onset' ? 'answerFromOnset' : 'answerFromStart'));
+      if (this.fault && operating.circuit === null) notes.push(view.text('answerOfRecord'));
       card.querySelector('h3').append(view.html('span', { className: 'quiet', textContent: ` ${notes.join(', ')}` }));
       return card;
     }
@@ -102,31 +104,44 @@
       const { phasors } = this.answer;
       const shown = view.momentsOf(phasors);
       if (shown.length === 0) return null;
-      const own = this.circuit ? [...this.circuit.voltages, ...this.circuit.currents] : phasors.map(({ channel }) => channel);
-      const [first, others] = [phasors.filter(({ channel }) => own.includes(channel)), phasors.filter(({ channel }) => !own.includes(channel))];
-      const title = view.text(shown.length > 1 ? 'magnitudes' : 'magnitudesAtTrigger');
-      const table = view.magnitudeTable(first, this.page.analog, shown);
-      const card = this.card('magnitudeCard', title, view.html('div', { className: 'scroll' }, table), ...this.otherMagnitudes(others, shown));
-      card.querySelector('h3').title = view.text('magnitudeHint');
+      if (!this.circuit) return this.magnitudesOfAll(phasors, shown);
+      const own = [...this.circuit.voltages, ...this.circuit.currents];
+      const table = view.magnitudeTable(phasors.filter(({ channel }) => own.includes(channel)), this.page.analog, shown);
+      const others = this.byCircuit(phasors.filter(({ channel }) => !own.includes(channel)));
+      const card = this.card('magnitudeCard', view.text('answerMagnitudes'), view.html('div', { className: 'scroll' }, table), ...this.folded(others, shown));
+      card.querySelector('h3').title = view.text('answerMagnitudeHint');
       return this.copied(card, table, 'magnitudes');
     }
 
-    otherMagnitudes(phasors, shown) {
-      const circuits = view.groupByCircuit(phasors.map((one) => ({ ...one, circuit: this.page.analog[one.channel].circuit })));
-      if (circuits.size === 0) return [];
-      const details = view.html('details', { className: 'folded' }, view.html('summary', { textContent: view.text('others', circuits.size) }));
-      // Made when it is first seen: a station has hundreds of channels.
-      details.addEventListener('toggle', () => {
-        for (const [circuit, ones] of circuits)
-          details.append(view.html('h4', { textContent: circuit || view.text('noCircuit') }), view.html('div', { className: 'scroll' }, view.magnitudeTable(ones, this.page.analog, shown)));
-      }, { once: true });
+    // Without a fault: those at the trigger, circuit by circuit.
+    magnitudesOfAll(phasors, shown) {
+      const circuits = this.byCircuit(phasors);
+      const first = view.html('div', { className: 'circuits' }, ...circuits.slice(0, openCircuits).map((circuit) => this.circuitMagnitudes(circuit, shown)));
+      return this.card('magnitudeCard', view.text('answerMagnitudesAtTrigger'), first, ...this.folded(circuits.slice(openCircuits), shown));
+    }
+
+    // [[circuit, phasors] ...]
+    byCircuit(phasors) {
+      return [...view.groupByCircuit(phasors.map((one) => ({ ...one, circuit: this.page.analog[one.channel].circuit })))];
+    }
+
+    circuitMagnitudes([circuit, phasors], shown) {
+      return view.html('div', {}, view.html('h4', { textContent: circuit || view.text('noCircuit') }),
+        view.html('div', { className: 'scroll' }, view.magnitudeTable(phasors, this.page.analog, shown)));
+    }
+
+    // Made when it is first seen: a station has hundreds of channels.
+    folded(circuits, shown) {
+      if (circuits.length === 0) return [];
+      const details = view.html('details', { className: 'folded' }, view.html('summary', { textContent: view.text('answerOthers', circuits.length) }));
+      details.addEventListener('toggle', () => details.append(...circuits.map((circuit) => this.circuitMagnitudes(circuit, shown))), { once: true });
       return [details];
     }
 
     eventCard() {
       if (this.answer.summary.events.length === 0) return null;
       this.events.build();
-      const card = this.card('eventCard', view.text('events'), this.events.element);
+      const card = this.card('eventCard', view.text('answerEvents'), this.events.element);
       card.querySelector('.cardHead').append(this.events.tools);
       return this.copied(card, this.events.table, 'events');
     }

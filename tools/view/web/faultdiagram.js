@@ -7,8 +7,9 @@
   const joint = 124;    // where the phases of the fault meet
   const scale = 178;    // of the kilometres
   const farGap = 46;    // pixels right of the far end
-  const letter = 7.2;   // width of one, about
   const mostTicks = 8;
+
+  const lacks = { lineData: 'answerLackLineData', voltages: 'answerLackVoltages', currents: 'answerLackCurrents', tooShort: 'answerLackTooShort', saturated: 'answerLackSaturated' };
 
   // A step of 1, 2 or 5 times a power of ten, so that a length has at most so many of them.
   function niceStep(length, most) {
@@ -18,12 +19,15 @@
 
   // As much of a text as a width has room for.
   function fitting(text, width) {
-    const most = Math.max(1, Math.floor(width / letter));
-    return text.length > most ? `${text.slice(0, most - 1)}…` : text;
+    if (view.textWidth(text) <= width) return text;
+    let most = text.length;
+    while (most > 1 && view.textWidth(`${text.slice(0, most)}…`) > width) most--;
+    return `${text.slice(0, most)}…`;
   }
 
+  // The middle of a text that stands at x as far as the width allows.
   const inside = (x, text, width) => {
-    const half = (text.length * letter) / 2 + 4;
+    const half = view.textWidth(text, 14) / 2;
     return Math.max(half, Math.min(width - half, x));
   };
 
@@ -33,7 +37,9 @@
       Object.assign(this, facts);
       this.width = width;
       this.isBehind = this.fault.direction === 'reverse';
-      this.bus = this.isBehind ? 236 : 132;
+      this.opening = this.breaker === null ? [] : [view.text('answerBreaker'), view.text('answerOpened', view.duration(this.breaker))];
+      const beside = Math.max(40, ...this.opening.map((text) => view.textWidth(text, 12, 400)));
+      this.bus = this.isBehind ? 236 : beside + 14;
       this.end = width - farGap;
       this.best = this.fault.best ? this.fault.distance[this.fault.best] : null;
       this.range = this.isBehind ? null : this.fault.range;
@@ -69,9 +75,9 @@
         view.svgText(this.svg, phase, this.end + 14, y + 4, { class: 'phase', style: `fill: var(--phase${phase})` });
       }
       view.svg('path', { d: `M${this.end} 54V114`, class: 'farBus' }, this.svg);
-      const length = this.line ? ` · ${view.text('kilometres', view.decimal(this.line.length, this.line.length % 1 === 0 ? 0 : 1))}` : '';
-      const room = this.end - this.bus - 150;
-      view.svgText(this.svg, fitting(this.circuit, room - length.length * letter) + length, this.end, 20, { class: 'name', 'text-anchor': 'end' });
+      const length = this.line ? ` · ${view.text('answerKilometres', view.decimal(this.line.length, this.line.length % 1 === 0 ? 0 : 1))}` : '';
+      const room = this.end - this.bus - 140;
+      view.svgText(this.svg, fitting(this.circuit, room - view.textWidth(length)) + length, this.end, 20, { class: 'name', 'text-anchor': 'end' });
     }
 
     // Busbar, breaker (hollow if it opened), current transformers and the recorder.
@@ -84,16 +90,14 @@
         view.svg('rect', { x: bus + 18, y: y - 6, width: 12, height: 12, class: this.breaker === null ? 'pole' : 'pole opened' }, svg);
         view.svg('circle', { cx: bus + 52, cy: y, r: 4.5 }, lead);
       }
-      const text = view.text('recorder');
-      const half = (text.length * letter) / 2 + 8;
+      const text = view.text('answerRecorder');
+      const half = view.textWidth(text, 12) / 2 + 9;
       view.svg('rect', { x: bus + 52 - half, y: 6, width: 2 * half, height: 22, rx: 5 }, lead);
       view.svgText(lead, text, bus + 52, 21, { 'text-anchor': 'middle' });
       this.drawDirection(bus + 52 + half + 8);
       const [side, anchor] = this.isBehind ? [bus + 8, 'start'] : [bus - 10, 'end'];
-      view.svgText(svg, view.text('busbar'), bus, 134, { class: 'note', 'text-anchor': 'middle' });
-      if (this.breaker === null) return;
-      view.svgText(svg, view.text('breaker'), side, this.isBehind ? 150 : 82, { class: 'note', 'text-anchor': anchor });
-      view.svgText(svg, view.text('opened', view.duration(this.breaker)), side, this.isBehind ? 164 : 97, { class: 'note', 'text-anchor': anchor });
+      view.svgText(svg, view.text('answerBusbar'), bus, 134, { class: 'note', 'text-anchor': 'middle' });
+      this.opening.forEach((words, line) => view.svgText(svg, words, side, (this.isBehind ? 150 : 82) + 15 * line, { class: 'note', 'text-anchor': anchor }));
     }
 
     drawDirection(x) {
@@ -103,39 +107,42 @@
       view.svg('path', { d: path, class: 'arrow' }, this.svg);
     }
 
+    get hasResistance() { return !this.isBehind && Boolean(this.best) && this.best.resistance !== null; }
+
     drawRange() {
       if (!this.range) return;
       const [from, to] = [this.xOf(this.range.from), this.xOf(this.range.to)];
       view.svg('rect', { x: from, y: 52, width: Math.max(to - from, 2), height: scale - 52, class: 'range' }, this.svg);
     }
 
-    // A dot on each phase, joined below the conductors, and from there to earth.
+    // A dot on each phase, joined below the conductors by the resistance, and from there to earth.
     drawFault() {
       const { place, svg } = this;
       const phases = view.phasesOf(this.fault.kind);
+      const isArc = phases.length === 2 && !view.hasEarth(this.fault.kind);
       const group = view.svg('g', { class: 'fault' }, svg);
-      const places = phases.map((phase, index) => place + (index - (phases.length - 1) / 2) * 13);
+      const places = phases.map((phase, index) => place + (index - (phases.length - 1) / 2) * (isArc ? 30 : 13));
       phases.forEach((phase, index) => {
         view.svg('path', { d: `M${places[index]} ${conductors[phase]}V${joint}` }, group);
         view.svg('circle', { cx: places[index], cy: conductors[phase], r: 4.2 }, group);
       });
       view.svg('path', { d: `M${places[0]} ${joint}H${places[places.length - 1]}` }, group);
       if (view.hasEarth(this.fault.kind)) this.drawEarth(group);
+      if (isArc && this.hasResistance) view.svg('rect', { x: place - 9, y: joint - 4.5, width: 18, height: 9, class: 'resistor' }, group);
       view.svg('path', { d: `M${place + 3} 32l-9 13h6l-3 12l9 -14h-6z`, class: 'bolt' }, group);
       this.drawResistance(group, places[places.length - 1] + 12);
     }
 
     drawEarth(group) {
       const x = this.place;
-      const hasResistor = this.best && this.best.resistance !== null;
       view.svg('path', { d: `M${x} ${joint}V152m-9 0h18m-15 4h12m-9 4h6` }, group);
-      if (hasResistor) view.svg('rect', { x: x - 4.5, y: joint + 4, width: 9, height: 19, class: 'resistor' }, group);
+      if (this.hasResistance) view.svg('rect', { x: x - 4.5, y: joint + 4, width: 9, height: 19, class: 'resistor' }, group);
     }
 
     drawResistance(group, x) {
-      if (!this.best || this.best.resistance === null || this.isBehind) return;
-      const text = view.text('ohms', view.decimal(this.best.resistance, 1));
-      const isRight = x + text.length * letter < this.end;
+      if (!this.hasResistance) return;
+      const text = view.text('answerOhms', view.decimal(this.best.resistance, 1));
+      const isRight = x + view.textWidth(text, 12) < this.end;
       const side = isRight ? x : 2 * this.place - x;
       view.svgText(group, text, side, joint + 18, { 'text-anchor': isRight ? 'start' : 'end', 'data-value': 'resistance' });
     }
@@ -150,7 +157,7 @@
         view.svg('path', { d: `M${x} ${scale}v5`, class: 'scale' }, svg);
         view.svgText(svg, view.decimal(km, step < 1 ? 1 : 0), x, scale + 17, { class: 'note', 'text-anchor': 'middle' });
       }
-      view.svgText(svg, view.text('headKm'), this.end + 14, scale + 4, { class: 'note' });
+      view.svgText(svg, view.text('answerHeadKm'), this.end + 14, scale + 4, { class: 'note' });
       view.svg('path', { d: `M${place} ${scale}l-5 -8h10z`, class: 'pointer' }, svg);
       const text = this.distanceText();
       view.svgText(svg, text, inside(place, text, this.width), height - 6, { class: 'distance', 'text-anchor': 'middle', 'data-value': 'distance' });
@@ -158,19 +165,19 @@
 
     distanceText() {
       const parts = [];
-      if (this.best) parts.push(view.text('kilometres', view.decimal(this.best.km, 1)), `${view.decimal(this.best.percent, 1)} %`);
-      const range = this.range ? view.text('noteRange', view.decimal(this.range.from, 1), view.decimal(this.range.to, 1)) : '';
+      if (this.best) parts.push(view.text('answerKilometres', view.decimal(this.best.km, 1)), `${view.decimal(this.best.percent, 1)} %`);
+      const range = this.range ? view.text('answerNoteRange', view.decimal(this.range.from, 1), view.decimal(this.range.to, 1)) : '';
       if (!this.best) return range;
       return parts.join(' · ') + (range ? ` (${range})` : '');
     }
 
     // Where the fault is not known: what is missing, and of a fault behind the recorder that it is there.
     drawLack() {
-      const text = this.isBehind ? view.text('behind') : view.text('somewhere');
+      const text = this.isBehind ? view.text('answerBehind') : view.text('answerSomewhere');
       const x = inside(this.place, text, this.width);
       view.svgText(this.svg, text, x, scale + 4, { class: 'distance', 'text-anchor': 'middle' });
       if (this.isBehind || !this.fault.lack) return;
-      const lack = view.text(`lack_${this.fault.lack}`);
+      const lack = view.text(lacks[this.fault.lack]);
       view.svgText(this.svg, lack, inside(this.place, lack, this.width), scale + 24, { class: 'note', 'text-anchor': 'middle', 'data-value': 'lack' });
     }
   }

@@ -6,7 +6,7 @@
   view.hasEarth = (kind) => kind.includes('G');
 
   // "A–B–earth"
-  view.kindText = (kind) => [...view.phasesOf(kind), ...(view.hasEarth(kind) ? [view.text('earth')] : [])].join('–');
+  view.kindText = (kind) => [...view.phasesOf(kind), ...(view.hasEarth(kind) ? [view.text('answerEarth')] : [])].join('–');
 
   // The same with each letter in the colour of its phase.
   view.kindElement = function (kind) {
@@ -17,7 +17,7 @@
       phase.style.color = `var(--phase${letter})`;
       element.append(phase);
     });
-    if (view.hasEarth(kind)) element.append(`–${view.text('earth')}`);
+    if (view.hasEarth(kind)) element.append(`–${view.text('answerEarth')}`);
     return element;
   };
 })(globalThis.zuView = globalThis.zuView || {});
