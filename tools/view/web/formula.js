@@ -63,7 +63,7 @@
     for (let at = 0; at < text.length;) {
       const token = lexemeAt(text, at);
       if (!token) throw new view.FormulaError(text[at] === '"' ? 'formulaQuote' : 'formulaSign', at, text[at] === '"' ? text.length : at + 1, text[at]);
-      if (token.kind !== 'space') tokens.push({ ...token, text: plainSigns[token.text] || token.text });
+      if (token.kind !== 'space') tokens.push({ ...token, text: token.kind === 'sign' ? plainSigns[token.text] || token.text : token.text });
       at = token.to;
     }
     return [...tokens, { kind: 'end', text: '', from: text.length, to: text.length }];

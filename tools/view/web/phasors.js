@@ -77,6 +77,8 @@
     return svg;
   }
 
+  const against = (angle, turn) => (turn === 0 ? angle : (angle - turn + 720) % 360);
+
   function table(rows, turn, id) {
     const body = document.createElement('table');
     body.className = 'values';
@@ -88,7 +90,7 @@
       if (row.channel) name.style.setProperty('--trace', `var(${row.channel.color})`);
       if (row.channel) name.className = 'name';
       line.append(name);
-      const angle = view.angle(turn === 0 ? row.angle : (row.angle - turn + 720) % 360);
+      const angle = view.angle(against(row.angle, turn));
       const module = Number.isFinite(row.module) ? view.decimal(row.module, 3) : '—';
       for (const text of [module, row.unit, angle, view.direct(row.direct)]) line.insertCell().textContent = text;
       line.dataset.module = row.module;
@@ -126,7 +128,7 @@
         this.choice('circuit', '', names, this.circuits.indexOf(this.circuit), (index) => { this.circuit = this.circuits[index]; }),
         this.choice('method', view.text('method'), [view.text('methodFourier'), view.text('methodReport')], this.method === 'fourier' ? 0 : 1,
           (index) => { this.method = ['fourier', 'report'][index]; }),
-        this.reference(), this.why, this.values);
+        this.reference(), this.why, this.values, view.copyTable(() => this.rowsToCopy(), view.text('phasors')));
     }
 
     // Names of circuits are long: theirs has no title beside it.
@@ -168,9 +170,16 @@
       const turn = this.againstUa ? (reference ? reference.angle : NaN) : 0; // without Ua no angle is against it
       const method = this.method === 'report' ? ` · ${view.text('methodReport')}` : '';
       this.title.textContent = `${view.text('phasors')} · ${view.text('cursor').toLowerCase()} ${cursor + 1}${method}`;
+      this.shown = [...rows.phases, ...rows.sequences].map((row) => ({ ...row, angle: against(row.angle, turn) }));
       const heading = document.createElement('h4');
       heading.textContent = view.text('sequences');
       this.values.replaceChildren(diagram(rows.phases, turn), table(rows.phases, turn, 'phaseValues'), heading, table(rows.sequences, turn, 'sequenceValues'));
+    }
+
+    // Phases and sequences as they are shown, with all their digits.
+    rowsToCopy() {
+      const head = [view.text('phasors'), view.text('valuesMagnitude'), view.text('unit'), `${view.text('angle')}, °`, view.text('valuesDirect')];
+      return [head, ...this.shown.map(({ name, module, unit, angle, direct }) => [name, view.copiedNumber(module), unit, view.copiedNumber(angle), view.copiedNumber(direct)])];
     }
   };
 })(globalThis.zuView = globalThis.zuView || {});

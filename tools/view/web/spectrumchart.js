@@ -3,11 +3,11 @@
   'use strict';
 
   const height = 300;
-  const edge = { left: 62, right: 12, top: 14, bottom: 26 }; // around the bars
+  const edge = { left: 62, right: 12, top: 26, bottom: 26 }; // around the bars
   const decades = 4; // of a logarithmic axis, from the largest value down
   const widestBar = 22;
   const gap = 0.28; // part of an order's width without bars
-  const leastLabel = 26; // pixels between the labels of orders
+  const leastLabel = 24; // pixels between the labels of orders
 
   // Steps of 1, 2 or 5 times a power of ten, about so many up to a value.
   function stepOf(largest, count) {
@@ -69,10 +69,10 @@
       view.svg('line', { x1: edge.left, x2: width - edge.right, y1: y, y2: y, class: tick === scale.ticks[0] ? 'base' : 'grid' }, svg);
       view.svgText(svg, view.tick(tick), edge.left - 7, y + 4, { 'text-anchor': 'end' });
     }
-    view.svgText(svg, unit, edge.left - 50, edge.top + 4, { class: 'unit' });
+    view.svgText(svg, unit, edge.left - 7, edge.top - 13, { class: 'unit', 'text-anchor': 'end' });
     const every = Math.ceil(leastLabel / perOrder);
     for (let order = 0; order <= highest; order++)
-      if (order <= 1 || order % every === 0) if (order !== 1 || every < 3 || perOrder > 8) view.svgText(svg, order === 0 ? '=' : String(order), xOf(order), height - 8, { 'text-anchor': 'middle' });
+      if (order % every === 0 || order === 1) view.svgText(svg, order === 0 ? '=' : String(order), xOf(order), height - 8, { 'text-anchor': 'middle' });
   }
 
   function drawBetween(svg, between, color, xOf, yOf) {
