@@ -36,19 +36,20 @@
   view.tableRows = (table) => [...table.rows].filter((row) => !row.hidden).map((row) =>
     [...row.cells].flatMap((cell) => new Array(cell.colSpan).fill(contentOf(cell))));
 
-  const written = (text) => (isRussian() && isNumber(text) ? text.replace('.', ',') : text);
-
-  // A text that a spreadsheet would take for a formula is marked as a text.
-  const harmless = (text) => (/^[=+\-@\t\r]/.test(text) && !isNumber(text) ? `'${text}` : text);
+  // A number as the language writes it. Any other text that a spreadsheet would take for a formula is marked as a text.
+  function written(text) {
+    if (isNumber(text)) return isRussian() ? text.replace('.', ',') : text;
+    return /^[=+\-@\t\r]/.test(text) ? `'${text}` : text;
+  }
 
   // Rows as text, separated by tabs.
-  view.asText = (rows) => rows.map((row) => row.map((text) => harmless(written(text)).replace(/[\t\r\n]+/g, ' ')).join('\t')).join('\n') + '\n';
+  view.asText = (rows) => rows.map((row) => row.map((text) => written(text).replace(/[\t\r\n]+/g, ' ')).join('\t')).join('\n') + '\n';
 
   // Rows as CSV (RFC 4180); in Russian with semicolons and decimal commas, as spreadsheets expect there.
   view.asCsv = function (rows) {
     const separator = isRussian() ? ';' : ',';
     const field = (text) => (/[",;\r\n]/.test(text) ? `"${text.replace(/"/g, '""')}"` : text);
-    return rows.map((row) => row.map((text) => field(harmless(written(text)))).join(separator)).join('\r\n') + '\r\n';
+    return rows.map((row) => row.map((text) => field(written(text))).join(separator)).join('\r\n') + '\r\n';
   };
 
   // Where the browser has no clipboard for the page, as some have none for files.
