@@ -24,6 +24,7 @@ namespace {
 constexpr const char* Scripts[] = {
     "dygraph",       // the library
     "texts",         // what the page says
+    "elements",      // of HTML and SVG
     "address",       // settings in the page's address
     "axis",          // time over samples
     "channels",      // samples
@@ -35,24 +36,27 @@ constexpr const char* Scripts[] = {
     "derived",       // what follows from them, at a sample
     "frequency",     // along the record
     "derivedtracks", // the same for all that is derived
-    "formula",       // calculated channels
     "worker",        // what runs beside the page
     "derivations",   // its requests
-    "reportmethod",  "frame",       "strips",       "tracks",
+    "formula",       // of calculated channels
+    "formulatime",   "formulaunits", "formulanames", "formulatexts",   "reportmethod",
+    "frame",         "strips",       "tracks",
     "fault", // where the page opens
     "marks", // onset, trip, clearing
     "snap",  // what cursors snap to
-    "cursors",       "reasons",     "phasors",      "calculated",
+    "cursors",       "reasons",      "phasors",      "calculated",     "formulapanel",
     "second", // another record over the first
-    "copy",          "tables",      "report",       "navigator",
+    "copy",          "tables",       "report",       "navigator",
     "cursorbar", // the cursors on sheets without strips
-    "answer",        "planetexts",  "planeview",    "planeloci",
-    "planedrawing",  "planevalues", "planepointer", // the R-X plane
-    "plane",         "spectrum",    "values",       "main",
+    "answertexts",   "faultphases",  "faultdiagram", "operatingchart", "answertables",
+    "answerfacts",   "eventtable",   "answer",       "planetexts",     "planeview",
+    "planeloci",     "planedrawing", "planevalues",  "planepointer",   "plane", // R and X
+    "spectrumlines",                                                            // over one period or several
+    "spectrumchart", "spectrum",     "values",       "main",
 };
 
-constexpr const char* Styles[] = {"dygraph", "style",    "marks",  "cursorbar", "answer",
-                                  "plane",   "spectrum", "values", "second"};
+constexpr const char* Styles[] = {"dygraph", "style", "marks",    "cursorbar", "formulas", "copy",
+                                  "answer",  "plane", "spectrum", "values",    "second"};
 
 QByteArray Resource(const QString& name)
 {

@@ -8,12 +8,13 @@
 
   // Adds the products of one weight with the values from `first` on.
   function add(sums, weights, k, values, first) {
-    const re = weights.re[k];
-    const im = weights.im[k];
+    const { re, im } = sums;
+    const x = weights.re[k];
+    const y = weights.im[k];
     for (let i = 0; i < block; i++) {
       const value = values[first + i];
-      sums.re[i] += re * value;
-      sums.im[i] += im * value;
+      re[i] += x * value;
+      im[i] += y * value;
     }
   }
 
@@ -153,7 +154,21 @@
       return this.units;
     }
 
-    rmsTrack(wave) { return this.window <= fewSamples ? this.rmsOfHarmonics(wave) : this.rmsOfRest(wave); }
+    rmsTrack(wave) {
+      if (this.window > fewSamples) return this.rmsOfRest(wave);
+      return this.perPeriod === this.window ? this.rmsOfWhole(wave) : this.rmsOfHarmonics(wave);
+    }
+
+    // With a whole number of samples a period the squares of all harmonics together are the mean square, without that of half the rate, which
+    // only an even number has.
+    rmsOfWhole(wave) {
+      const { window } = this;
+      const squares = this.mean.track(wave.map((value) => value * value)).re;
+      if (window % 2 === 1) return squares.map(Math.sqrt);
+      const weights = { re: Float64Array.from({ length: window }, (_, k) => (k % 2 === 0 ? 1 : -1) / window), im: new Float64Array(window) };
+      const alternating = new view.Filter(weights, 0, 0).track(wave).re;
+      return squares.map((square, i) => Math.sqrt(Math.max(square - alternating[i] * alternating[i], 0)));
+    }
 
     rmsOfHarmonics(wave) {
       const result = this.mean.track(wave).re.map((direct) => direct * direct);

@@ -42,6 +42,7 @@
       this.cursors.events = new view.EventSamples(this.axis, this.states, [...marks.map(({ sample }) => sample), ...this.triggerSamples()]);
       this.cursors.fault = view.faultTimes(this.data.answer, this.frame);
       this.table = new view.ChannelTable(byId('channels'), byId('filter'), byId('filtered'), [...this.analog, ...this.states], this.axis, () => this.changeVisible());
+      this.calculated = new view.Calculated(this, byId('formulas'), byId('formulaPanel'));
       // Each has build(), for another language, and draw(), for what else has changed, while it is open.
       this.parts = {
         answerSheet: new view.AnswerSheet(this, byId('answerSheet')), planeSheet: new view.PlaneSheet(this, byId('planeSheet')),
@@ -173,6 +174,7 @@
       this.phasors.build();
       this.tracks.build();
       this.marks.build();
+      this.calculated.build();
       this.table.build();
       view.showIdentity(byId('identity'), this.data);
       for (const part of Object.values(this.parts)) part.build();
@@ -213,6 +215,8 @@
         tab.addEventListener('click', () => this.openSheet(id));
         return tab;
       }));
+      const chosen = byId('tabs').querySelector('[aria-selected=true]');
+      if (chosen) byId('tabs').scrollLeft = chosen.offsetLeft - (byId('tabs').clientWidth - chosen.offsetWidth) / 2; // where they do not fit
     }
 
     openSheet(opened) {
@@ -307,7 +311,6 @@
 
     // Everything on paper, in light colours and at the width of the sheet, drawn before the browser takes it.
     toPaper() {
-      this.isPrinting = true; // nothing can be waited for
       this.before = { theme: document.documentElement.dataset.theme, hidden: sheets.map(([id]) => byId(id).hidden) };
       for (const [id] of sheets) byId(id).hidden = false;
       document.documentElement.dataset.theme = 'light';
@@ -324,11 +327,10 @@
       for (const tracks of this.trackStrips) tracks.draw();
       this.navigator.draw();
       this.showValues();
-      for (const part of Object.values(this.parts)) part.draw();
+      for (const part of Object.values(this.parts)) part.draw(true);
     }
 
     fromPaper() {
-      this.isPrinting = false;
       document.body.style.width = '';
       sheets.forEach(([id], index) => { byId(id).hidden = this.before.hidden[index]; });
       this.setTheme(this.before.theme);

@@ -145,7 +145,6 @@
       name.className = 'name';
       name.style.setProperty('--trace', `var(${channel.color})`);
       name.textContent = view.shortName(channel);
-      name.title = `${channel.name}, ${channel.shownUnit}`;
       row.append(name);
       const cells = [0, 1].map((cursor) => ['value', 'rms', 'angle'].map((kind) => {
         const cell = document.createElement('span');
@@ -155,10 +154,17 @@
       }));
       const unit = document.createElement('span');
       unit.className = 'unit';
-      unit.textContent = channel.shownUnit;
       name.after(unit);
       this.legend.append(row);
-      return { channel, row, cells };
+      return { channel, row, cells, name, unit };
+    }
+
+    // A calculated channel has its unit when it has its values.
+    nameUnits() {
+      for (const { channel, name, unit } of this.rows) {
+        unit.textContent = channel.shownUnit;
+        name.title = `${channel.name}, ${channel.shownUnit}`;
+      }
     }
 
     get visibleChannels() { return this.channels.filter((channel) => channel.visible); }
@@ -188,6 +194,7 @@
     }
 
     create(options) {
+      this.nameUnits();
       this.chart = new Dygraph(this.plot, endPoints(this.frame, 1), {
         ...chartOptions(this.frame), ...options,
         plotter: (event) => this.plotTraces(event),
@@ -221,7 +228,7 @@
     resize() { if (this.chart) this.chart.resize(); }
   };
 
-  view.tick = (value) => (Math.abs(value) < 1e-9 ? '0' : String(Number(value.toPrecision(6))).replace('-', '−'));
+  view.tick = (value) => (Math.abs(value) < 1e-9 ? '0' : view.inLanguage(String(Number(value.toPrecision(6))).replace('-', '−')));
 
   // The name without that of the circuit, which is above the strips.
   view.shortName = function (channel) {
