@@ -22,26 +22,27 @@ namespace {
 
 // In the order of their dependencies.
 constexpr const char* Scripts[] = {
-    "dygraph",       // the library
-    "texts",         // what the page says
-    "address",       // settings in the page's address
-    "axis",          // time over samples
-    "channels",      // samples
-    "windowfit",     // weights of filters
-    "fourier",       // filters: phasors, RMS values, harmonics
-    "periods",       // the period before a cursor
-    "quantities",    // of three phases, from their phasors
-    "power",         // phasors of a period
-    "derived",       // what follows from them, at a sample
-    "frequency",     // along the record
-    "derivedtracks", // the same for all that is derived
-    "formula",       // calculated channels
-    "worker",        // what runs beside the page
-    "derivations",   // its requests
+    "dygraph",     // the library
+    "texts",       // what the page says
+    "address",     // settings in the page's address
+    "axis",        // time over samples
+    "channels",    // samples
+    "windowfit",   // weights of filters
+    "fourier",     // filters: phasors, RMS values, harmonics
+    "periods",     // the period before a cursor
+    "quantities",  // of three phases, from their phasors
+    "power",       // phasors of a period
+    "derived",     // what follows from them, at a sample
+    "frequency",   // along the record
+    "deriving",    // the same for all that is derived
+    "formula",     // calculated channels
+    "worker",      // what runs beside the page
+    "derivations", // its requests
     "reportmethod",  "frame",   "strips",  "tracks",
     "marks", // onset, trip, clearing
     "cursors",       "reasons", "phasors", "calculated",
-    "second", // another record over the first
+    "derivedstrips", // against time, under the circuits' own strips
+    "second",        // another record over the first
     "copy",          "tables",  "report",  "navigator",  "answer", "plane", "spectrum", "values", "main",
 };
 

@@ -110,6 +110,9 @@
       const values = codes.map((code) => this.valueOfCode(code));
       return values[0] <= values[1] ? values : values.reverse();
     }
+
+    // What of it the axis of a strip has to show.
+    axisRange(from, to) { return this.range(from, to); }
   };
 
   // A channel whose values are computed in the page, one for each sample of the record, in its unit; until they are

@@ -3,7 +3,7 @@
   'use strict';
 
   // The scripts of the page that the worker needs.
-  const parts = ['axis', 'channels', 'windowfit', 'fourier', 'periods', 'quantities', 'derived', 'frequency', 'derivedtracks', 'worker'];
+  const parts = ['axis', 'channels', 'windowfit', 'fourier', 'periods', 'quantities', 'derived', 'frequency', 'deriving', 'worker'];
   const mostKept = 96 * 1024 * 1024; // bytes of results
   const slice = 8; // milliseconds at once, where the page has to compute by itself
 

@@ -25,6 +25,7 @@
       this.fit = false;
       this.pending = new Set();
       this.extensions = []; // see stripGroups
+      this.derivedStrips = new view.DerivedStrips(this);
     }
 
     build() {
@@ -76,10 +77,13 @@
         const title = document.createElement('h3');
         title.textContent = circuit || view.text('noCircuit');
         title.classList.toggle('started', circuit !== '' && circuit === this.data.startedCircuit);
-        group.append(title);
+        const heading = document.createElement('div');
+        heading.className = 'heading';
+        heading.append(title, this.derivedStrips.switches(circuit));
+        group.append(heading);
         for (const part of strips) {
           const strip = new view.Strip(part, this.frame);
-          strip.element.classList.toggle('single', part.length === 1);
+          strip.element.classList.toggle('single', part.length === 1 && !part[0].isDerived);
           this.strips.push(strip);
           group.append(strip.element);
         }
@@ -94,6 +98,7 @@
         const strip = this.strips.find((candidate) => candidate.element === entry.target);
         if (strip) strip.onScreen = entry.isIntersecting;
       }
+      this.derivedStrips.compute();
       this.request('strips');
       this.request('values');
     }
@@ -253,6 +258,10 @@
 
     // Always by Fourier and as the RMS of the values, whatever method the phasors have.
     showRow({ channel, cells }, reasons) {
+      if (channel.isDerived) { // has no RMS and no angle of its own
+        cells.forEach(([value], cursor) => { value.textContent = view.number(channel.value(this.cursors.samples[cursor])); });
+        return;
+      }
       cells.forEach(([value, rms, angle], cursor) => {
         const sample = this.cursors.samples[cursor];
         const reading = view.reading(this.periods, channel, sample);
@@ -271,6 +280,7 @@
       document.documentElement.dataset.theme = 'light';
       document.body.style.width = `${paperWidth}px`;
       this.pending = new Set();
+      this.derivedStrips.finish();
       for (const strip of this.strips) {
         strip.onScreen = true;
         strip.draw(this.fit);
