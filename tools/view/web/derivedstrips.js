@@ -22,9 +22,12 @@
 
   const units = ['V', 'kV', 'A', 'kA', 'W', 'kW', 'MW', 'var', 'kvar', 'Mvar', 'Hz', 'Hz/s', 'Ω'];
   const titles = { rms: 'derivedRms', components: 'derivedComponents', power: 'derivedPower', frequency: 'derivedFrequency', impedance: 'derivedImpedance' };
-  const roles = { Ua: 'a', Ub: 'b', Uc: 'c', '3U0': '0', Ia: 'a', Ib: 'b', Ic: 'c', '3I0': '0', AG: 'a', BG: 'b', CG: 'c' };
+  const roles = { Ua: 'a', Ub: 'b', Uc: 'c', '3U0': '0', Ia: 'a', Ib: 'b', Ic: 'c', '3I0': '0', 'R.AG': 'a', 'R.BG': 'b', 'R.CG': 'c', 'X.AG': 'a', 'X.BG': 'b', 'X.CG': 'c' };
   const healthy = ['AB', 'BC', 'CA'];
   const loopsOfKind = { ABC: healthy, ABCG: healthy, ABG: ['AB', 'AG', 'BG'], BCG: ['BC', 'BG', 'CG'], CAG: ['CA', 'CG', 'AG'] };
+
+  // R and X of one loop, which share a strip, have no colour of a phase.
+  const roleOf = (name, names) => (names[0].startsWith('R.') && names.some((other) => other.startsWith('X.')) ? '' : roles[name] || '');
 
   const kindsOfFault = ({ fault }) => (fault ? [fault, ...(fault.parts || [])].map(({ kind }) => kind) : []);
 
@@ -75,10 +78,11 @@
 
   // One series of a circuit. It has no values until they are asked for.
   class DerivedChannel extends view.ComputedChannel {
-    constructor(series, kind, place, circuit, count) {
+    // role: its phase, for its colour
+    constructor(series, kind, place, circuit, count, role) {
       const [unit, factor] = unitOf(series, circuit);
       const name = series === 'dfdt' ? view.text('derivedChange') : series.replace('.', ' ');
-      super({ name, circuit: '', unit: view.text('derivedUnits')[units.indexOf(unit)], factor, role: roles[series.replace(/^[RX]\./, '')] || '' },
+      super({ name, circuit: '', unit: view.text('derivedUnits')[units.indexOf(unit)], factor, role },
         `${kind} ${place} ${series}`, count);
       Object.assign(this, { series, kind, place, isDerived: true, isKnown: false, reach: Infinity });
     }
@@ -129,7 +133,7 @@
       const { data } = this.page;
       const circuit = this.circuitAt(place);
       const strips = stripsOf(kind, view.derived.names(kind, circuit), loopsOf(data.answer.summary)).filter((names) => names.length > 0)
-        .map((names) => names.map((name) => new DerivedChannel(name, kind, place, circuit, data.count)));
+        .map((names) => names.map((name) => new DerivedChannel(name, kind, place, circuit, data.count, roleOf(name, names))));
       this.channels.push(...strips.flat());
       return layout === 'apart' ? strips.flat().map((channel) => [channel]) : strips;
     }

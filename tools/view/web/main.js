@@ -259,7 +259,7 @@
     // Always by Fourier and as the RMS of the values, whatever method the phasors have.
     showRow({ channel, cells }, reasons) {
       if (channel.isDerived) { // has no RMS and no angle of its own
-        cells.forEach(([value], cursor) => { value.textContent = view.number(channel.value(this.cursors.samples[cursor])); });
+        cells.forEach(([value], cursor) => { value.textContent = channel.isKnown ? view.number(channel.value(this.cursors.samples[cursor])) : '…'; });
         return;
       }
       cells.forEach(([value, rms, angle], cursor) => {
