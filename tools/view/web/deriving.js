@@ -16,7 +16,7 @@
 
   const fewest = 3; // samples in a period
 
-  const waveOf = (channel, from, to) => Float64Array.from({ length: to - from }, (_, i) => channel.value(from + i) * channel.baseFactor);
+  const waveOf = (channel, from, to) => Float64Array.from({ length: to - from }, (_, i) => channel.baseValue(from + i));
 
   // Calls `put(to, values ...)` with the results for samples from + 1 to to, of windows that end with the sample before; of one rate.
   function alongRates(periods, channel, track, put) {
