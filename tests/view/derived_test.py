@@ -328,7 +328,7 @@ class Strips(unittest.TestCase):
         compute = """const done = arguments[0]; const {derivations} = zuView.page; const results = {}; let left = 5;
             %s
             for (const kind of zuView.derived.kinds) derivations.request(kind, {kind, circuit: 0}, ({series}) => {
-              results[kind] = Object.entries(series).map(([name, values]) => [name, [...new Uint32Array(values.buffer)].reduce((sum, bits) => (sum * 31 + bits) %% 4294967291, 7)]);
+              results[kind] = Object.entries(series).map(([name, values]) => [name, [...new Uint32Array(values.map((value) => (Number.isNaN(value) ? 1 : value)).buffer)].reduce((sum, bits) => (sum * 31 + bits) %% 4294967291, 7)]);
               if (--left === 0) done(results);
             });"""
         results = []
