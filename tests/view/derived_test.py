@@ -339,6 +339,29 @@ class Strips(unittest.TestCase):
         self.assertEqual(["components", "frequency", "impedance", "power", "rms"], sorted(results[0]))
         self.assertEqual(results[:1] * 2, results[1:])
 
+    def test_records_with_nothing_to_derive_are_quiet(self):
+        """No samples, less than a period, dead phases, one that is missing, slow ones, and voltages without currents."""
+        def record(count, rate=1000, names="abc", quantities="UI", size=100):
+            values = [[size * math.sin(2 * math.pi * 50 * i / rate - index * 2.1) for i in range(count)] for index in range(len(names))]
+            return Foreign([Channel(quantity + name, "V" if quantity == "U" else "A", 0.01, 0.0, sampled("FLOAT32", 0.01, 0.0, wave))
+                            for quantity in quantities for name, wave in zip(names, values)], "FLOAT32", [(rate, count)])
+        stamped = record(50)
+        stamped.rates, stamped.stamps = [], [1000 * i * i for i in range(50)]
+        missing = record(300)
+        missing.channels[1].codes[:] = [None] * 300
+        for name, one, kinds in (("empty", record(0), 5), ("one", record(1), 5), ("short", record(15), 5), ("dead", record(300, size=0), 5),
+                                 ("slow", record(300, rate=100), 5), ("uneven", stamped, 5), ("missing", missing, 5),
+                                 ("voltages", record(300, quantities="U"), 3), ("single", record(300, names="a"), 1)):
+            with self.subTest(name):
+                browser.show(one, folder / name, settings="lang=en&theme=light&show=0:rms,components,power,frequency,impedance")
+                self.assertEqual(kinds, browser.run("return document.querySelectorAll('[data-derived]').length"))
+                browser.run("const {page} = zuView; page.derivedStrips.finish(); page.redraw(); page.strips.forEach((one) => { one.onScreen = true; });")
+                browser.settle()
+                if one.count:
+                    browser.set_cursor(0, one.count - 1)
+                self.assertNotRegex("".join(browser.texts("#groups")), "NaN|undefined|Infinity")
+                self.assertEqual([], browser.log("browser"))
+
     def test_paper_has_what_was_never_seen(self):
         self.open_page("2:power")
         browser.paper()
