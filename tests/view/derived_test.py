@@ -304,6 +304,9 @@ class Strips(unittest.TestCase):
         self.assertGreater(largest, 100 * line)
         self.assertLess(max(-low, high), 1.07 * 2 * 4 * line)
         self.assertGreater(high, line)
+        drawn = browser.run("return zuView.page.strips.find((one) => one.channels[0].isDerived).channels.map((one) => one.drawn.range(0, one.codes.length))")
+        for least, greatest in drawn:
+            self.assertLess(max(-least, greatest), 10 * 4 * line)  # no strokes from end to end
 
     def test_the_latest_request_of_a_slot_wins(self):
         self.open_page()
