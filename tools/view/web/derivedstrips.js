@@ -9,14 +9,14 @@
       derivedRmsHint: 'RMS of the last period against time', derivedComponentsHint: 'Symmetrical components against time',
       derivedPowerHint: 'Active and reactive power of the three phases against time', derivedFrequencyHint: 'Frequency and its rate of change against time',
       derivedImpedanceHint: 'Resistance and reactance of the fault loops against time, as a distance protection sees them',
-      derivedUnits: ['V', 'kV', 'A', 'kA', 'W', 'kW', 'MW', 'var', 'kvar', 'Mvar', 'Hz', 'Hz/s', 'Ω'], derivedChange: 'df/dt',
+      derivedUnits: ['V', 'kV', 'A', 'kA', 'W', 'kW', 'MW', 'var', 'kvar', 'Mvar', 'Hz', 'Hz/s', 'Ω'],
     },
     ru: {
       derivedRms: 'Действ.', derivedComponents: 'Симм. сост.', derivedPower: 'P, Q', derivedFrequency: 'Частота', derivedImpedance: 'Сопротивление',
       derivedRmsHint: 'Действующие значения за период в зависимости от времени', derivedComponentsHint: 'Симметричные составляющие в зависимости от времени',
       derivedPowerHint: 'Активная и реактивная мощность трёх фаз в зависимости от времени', derivedFrequencyHint: 'Частота и скорость её изменения в зависимости от времени',
       derivedImpedanceHint: 'Активное и реактивное сопротивление петель КЗ в зависимости от времени, как их видит дистанционная защита',
-      derivedUnits: ['В', 'кВ', 'А', 'кА', 'Вт', 'кВт', 'МВт', 'вар', 'квар', 'Мвар', 'Гц', 'Гц/с', 'Ом'], derivedChange: 'df/dt',
+      derivedUnits: ['В', 'кВ', 'А', 'кА', 'Вт', 'кВт', 'МВт', 'вар', 'квар', 'Мвар', 'Гц', 'Гц/с', 'Ом'],
     },
   });
 
@@ -85,7 +85,7 @@
     // role: its phase, for its colour
     constructor(series, kind, place, circuit, count, role) {
       const [unit, factor] = unitOf(series, circuit);
-      const name = series === 'dfdt' ? view.text('derivedChange') : series.replace('.', ' ');
+      const name = series === 'dfdt' ? 'df/dt' : series.replace('.', ' ');
       super({ name, circuit: '', unit: view.text('derivedUnits')[units.indexOf(unit)], factor, role },
         `${kind} ${place} ${series}`, count);
       Object.assign(this, { series, kind, place, isDerived: true, isKnown: false, reach: Infinity, drawn: null });
