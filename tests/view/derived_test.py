@@ -69,7 +69,7 @@ def at_cursor(phasor, order, per_period):
 class Twins(unittest.TestCase):
     """At random cursors of each record."""
 
-    def compare(self, path, lines="-", count=40, tolerance=EXACT, least=0.5):
+    def compare(self, path, lines="-", count=24, tolerance=EXACT, least=0.5):
         """Opens the page of a record and compares; at least so many of the cursors must have values."""
         zucmtr("view", path, *([] if lines == "-" else ["--lines", lines]), "-o", path.with_suffix(".html"))
         browser.open_page(path.with_suffix(".html"))
@@ -171,7 +171,7 @@ class Twins(unittest.TestCase):
             with self.subTest(name):
                 place = folder / ("fault" + name)
                 zucmtr("sample", "--out", place, "--fault", *options)
-                self.compare(converted(place, place / "comtrade", "Vostochnaya_fault.ZU"), place / "lines.ini", 30)
+                self.compare(converted(place, place / "comtrade", "Vostochnaya_fault.ZU"), place / "lines.ini", 20)
 
     def test_records_of_other_devices(self):
         lines = folder / "foreign.ini"
@@ -353,18 +353,18 @@ class Strips(unittest.TestCase):
         self.assertEqual(results[:1] * 2, results[1:])
 
     def test_records_with_nothing_to_derive_are_quiet(self):
-        """No samples, less than a period, dead phases, one that is missing, slow ones, and voltages without currents."""
-        def record(count, rate=1000, names="abc", quantities="UI", size=100):
+        """No samples, a single one, dead phases, one that is missing, slow and uneven ones, and a single phase."""
+        def record(count, rate=1000, names="abc", size=100):
             values = [[size * math.sin(2 * math.pi * 50 * i / rate - index * 2.1) for i in range(count)] for index in range(len(names))]
             return Foreign([Channel(quantity + name, "V" if quantity == "U" else "A", 0.01, 0.0, sampled("FLOAT32", 0.01, 0.0, wave))
-                            for quantity in quantities for name, wave in zip(names, values)], "FLOAT32", [(rate, count)])
+                            for quantity in "UI" for name, wave in zip(names, values)], "FLOAT32", [(rate, count)])
         stamped = record(50)
         stamped.rates, stamped.stamps = [], [1000 * i * i for i in range(50)]
         missing = record(300)
         missing.channels[1].codes[:] = [None] * 300
-        for name, one, kinds in (("empty", record(0), 5), ("one", record(1), 5), ("short", record(15), 5), ("dead", record(300, size=0), 5),
+        for name, one, kinds in (("empty", record(0), 5), ("one", record(1), 5), ("dead", record(300, size=0), 5),
                                  ("slow", record(300, rate=100), 5), ("uneven", stamped, 5), ("missing", missing, 5),
-                                 ("voltages", record(300, quantities="U"), 3), ("single", record(300, names="a"), 1)):
+                                 ("single", record(300, names="a"), 1)):
             with self.subTest(name):
                 browser.show(one, folder / name, settings="lang=en&theme=light&show=0:rms,components,power,frequency,impedance")
                 self.assertEqual(kinds, browser.run("return document.querySelectorAll('[data-derived]').length"))
