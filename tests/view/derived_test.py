@@ -286,6 +286,8 @@ class Strips(unittest.TestCase):
     def test_settings_that_mean_nothing_are_passed_over(self):
         self.open_page("0:nonsense,rms;99:rms;x:power;-1:rms;2")
         self.assertEqual(["rms"], browser.run("return [...new Set(zuView.page.derivedStrips.channels.map(({kind}) => kind))]"))
+        browser.run("document.querySelector(\"[data-derived='0:power']\").click()")
+        self.assertEqual("0:rms,power", browser.run("return new URLSearchParams(location.hash.slice(1)).get('show')"))
         self.assertEqual([], browser.log("browser"))
 
     def test_nothing_is_computed_before_it_is_seen(self):

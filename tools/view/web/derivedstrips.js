@@ -109,12 +109,13 @@
     }
   }
 
-  // {place: Set of kinds} of the circuits that have some on.
-  function readShown(text) {
+  // {place: Set of kinds} of the circuits that have some on, as the address has them; what it has besides is passed over.
+  function readShown(text, circuits) {
     const shown = new Map();
     for (const part of (text || '').split(';')) {
       const [place, kinds] = part.split(':');
-      if (/^\d+$/.test(place) && kinds) shown.set(Number(place), new Set(kinds.split(',').filter((kind) => view.derived.kinds.includes(kind))));
+      const known = (kinds || '').split(',').filter((kind) => view.derived.kinds.includes(kind));
+      if (/^\d+$/.test(place) && Number(place) < circuits && known.length > 0) shown.set(Number(place), new Set(known));
     }
     return shown;
   }
@@ -122,7 +123,7 @@
   view.DerivedStrips = class {
     constructor(page) {
       this.page = page;
-      this.shown = readShown(view.address.get('show'));
+      this.shown = readShown(view.address.get('show'), page.data.answer.circuits.length);
       this.channels = [];
       this.places = new Map(page.data.answer.circuits.map(({ name }, place) => [name, place]));
       page.extensions.push((groups, layout) => this.extend(groups, layout));
