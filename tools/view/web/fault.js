@@ -38,6 +38,20 @@
     return [own, ...groups.filter((group) => group !== own)];
   };
 
+  // The loops that show a kind of fault: of one phase to earth, of two phases that between them and with earth theirs too, of three phases
+  // those between them.
+  function loopsOfKind(kind) {
+    const loops = ['AB', 'BC', 'CA'].filter((loop) => [...loop].every((phase) => kind.includes(phase)));
+    if (loops.length === 3 || !kind.endsWith('G')) return loops;
+    return [...loops, ...[...kind.slice(0, -1)].map((phase) => `${phase}G`)];
+  }
+
+  // Those of all kinds that the fault of data.answer.summary has; without a fault those between phases.
+  view.loopsOfFault = function ({ fault }) {
+    const wanted = (fault ? fault.parts.map(({ kind }) => kind) : ['ABC']).flatMap(loopsOfKind);
+    return view.quantities.loops.filter((loop) => wanted.includes(loop));
+  };
+
   const outline = 'M8.5 .5 2.5 9h4L5 15.5 12 6.5H7.5z';
 
   // The bolt after the name of the faulted circuit.

@@ -16,14 +16,12 @@
       this.known = new Map(); // PlaneLoci by circuit
     }
 
-    // The loops of the fault's kinds, as they are in the address, or all.
+    // The loops of the fault's kinds, as they are in the address.
     firstLoops() {
       const all = Object.keys(view.planeLoops);
       const kept = (view.address.get('loops') || '').split(',').filter((loop) => all.includes(loop));
       if (kept.length > 0) return kept;
-      const { fault } = this.page.data.answer.summary;
-      const wanted = fault ? fault.parts.flatMap(({ kind }) => view.loopsOfKind(kind)) : all;
-      return all.filter((loop) => wanted.includes(loop));
+      return view.loopsOfFault(this.page.data.answer.summary);
     }
 
     // The faulted circuit, else the one that started the recorder, else one with an impedance.

@@ -12,16 +12,6 @@
     AB: { phases: [0, 1], color: '--other2' }, BC: { phases: [1, 2], color: '--other4' }, CA: { phases: [2, 0], color: '--other3' },
   };
 
-  // The loops of a kind of fault: "AG" has one, "ABG" those of both phases to ground and the one between them.
-  view.loopsOfKind = function (kind) {
-    const phases = [...kind].map((letter) => 'ABC'.indexOf(letter)).filter((phase) => phase >= 0);
-    const isGround = kind.endsWith('G');
-    return Object.keys(view.planeLoops).filter((name) => {
-      const loop = view.planeLoops[name];
-      return loop.phases.every((phase) => phases.includes(phase)) && (loop.phases.length === 2 || isGround);
-    });
-  };
-
   const largest = (values) => values.reduce((most, value) => (value > most ? value : most), 0);
 
   view.PlaneLoci = class {

@@ -3,7 +3,7 @@
   'use strict';
 
   const angleOf = ([r, x]) => (Math.atan2(x, r) * 180) / Math.PI;
-  const inDegrees = (degrees) => `${view.number(Math.round(degrees * 10) / 10).replace(/(\.\d)\d*$/, '$1')}°`;
+  const inDegrees = (degrees) => `${view.decimal(degrees, 1)}°`;
 
   function headOf(line) {
     const row = view.html('tr');
@@ -54,7 +54,7 @@
     if (loci.limit === 0) return [view.text('planeNoCurrent')];
     const [first, end] = loci.span();
     const part = loci.deadIn(loops) / Math.max((end - first) * loops.length, 1);
-    return part > 0 ? [view.text('planeDead', view.number(loci.limit), (100 * part).toFixed(part < 0.1 ? 1 : 0))] : [];
+    return part > 0 ? [view.text('planeDead', view.number(loci.limit), view.decimal(100 * part, part < 0.1 ? 1 : 0))] : [];
   }
 
   // Sentences: which voltages, which line, what is drawn and what is left out.
