@@ -2640,16 +2640,8 @@ Examples:
         <translation>Расстояние не определено: в записи нет напряжений этого присоединения; ключ voltages в lines.ini называет присоединение, напряжения которого к нему относятся.</translation>
     </message>
     <message>
-        <source>No distance: the record lacks currents that it needs.</source>
-        <translation>Расстояние не определено: в записи нет нужных токов.</translation>
-    </message>
-    <message>
         <source>No distance: the fault is too short for it.</source>
         <translation>Расстояние не определено: замыкание слишком короткое.</translation>
-    </message>
-    <message>
-        <source>No distance: the current transformers were saturated.</source>
-        <translation>Расстояние не определено: трансформаторы тока были насыщены.</translation>
     </message>
     <message>
         <source>between %1 and %2 %</source>
