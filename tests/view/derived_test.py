@@ -1,7 +1,6 @@
 """What the page derives in JavaScript against what the library computes in C++ (derivedvalues.cpp), at many cursors of records of many
 kinds."""
 import cmath
-import functools
 import json
 import math
 import os
@@ -9,7 +8,8 @@ import random
 import subprocess
 import unittest
 
-from foreign import Channel, Foreign, fault, sampled, times
+from browser import until
+from foreign import Channel, Foreign, fault, sampled
 from pages import browser, folder, run_tests, zucmtr
 
 # The same filters on the same samples: nothing but rounding differs.
@@ -196,6 +196,176 @@ class Twins(unittest.TestCase):
         path = folder / "stamps.cfg"
         Foreign(channels, "ASCII", stamps=stamps, frequency=50).write(path)
         self.compare(path, tolerance=STAMPED)
+
+
+class Strips(unittest.TestCase):
+    """What is derived, in the oscillogram, of a fault on a line whose data are known."""
+
+    count = 2400  # samples in a second
+
+    @classmethod
+    def setUpClass(cls):
+        place = folder / "strips"
+        zucmtr("sample", "--out", place, "--fault", "AG", "--distance", "42", "--resistance", "2", "--seconds", "1")
+        cls.record = converted(place, place / "comtrade", "Vostochnaya_fault.ZU")
+        cls.lines = place / "lines.ini"
+        cls.page = place / "page.html"
+        zucmtr("view", cls.record, "--lines", cls.lines, "-o", cls.page)
+
+    def open_page(self, show="", settings="lang=en&theme=light"):
+        browser.open_page(self.page, settings + ("&show=" + show if show else ""))
+
+    def wait(self, kind):
+        """Until the strips of a kind have their values and show them."""
+        until(lambda: browser.run("const own = zuView.page.derivedStrips.channels.filter((one) => one.kind === arguments[0]);"
+                                  "return own.length > 0 && own.every((one) => one.isKnown)", kind), "values of " + kind)
+        browser.settle()
+
+    def cells(self, cursor):
+        """The value of each derived row as shown: {kind and series: (number, unit)}."""
+        rows = browser.run("""const rows = zuView.page.strips.filter((strip) => strip.channels[0].isDerived).flatMap((strip) => strip.rows);
+            return rows.map(({channel, row, cells}) => [`${channel.kind} ${channel.series}`, cells[arguments[0]].map((cell) => cell.textContent),
+              row.querySelector('.unit').textContent]);""", cursor)
+        return {name: (texts, unit) for name, texts, unit in rows}
+
+    def test_values_at_both_cursors_are_those_of_the_library(self):
+        """Large ones in thousands or millions."""
+        kinds = ("rms", "components", "power", "frequency", "impedance")
+        self.open_page("0:" + ",".join(kinds))
+        browser.run("zuView.page.strips.forEach((strip) => { strip.onScreen = true; }); zuView.page.derivedStrips.compute();")
+        for kind in kinds:
+            self.wait(kind)
+        samples = (760, 1500)
+        for cursor, sample in enumerate(samples):
+            browser.set_cursor(cursor, sample)
+        for cursor, at in enumerate(library(self.record, self.lines, samples)):
+            circuit, rms = at["circuits"][0], [channel["rms"] for channel in at["channels"]]
+            size = lambda key, part, times=1: times * abs(complex(*circuit[key][part]))
+            (r, x), (p, q, *_) = circuit["impedance"][0], circuit["power"]
+            expected = {
+                "rms Ua": (rms[0] / 1e3, "kV"), "rms Ub": (rms[1] / 1e3, "kV"), "rms Uc": (rms[2] / 1e3, "kV"), "rms 3U0": (rms[3] / 1e3, "kV"),
+                "rms Ia": (rms[4] / 1e3, "kA"), "rms Ib": (rms[5] / 1e3, "kA"), "rms Ic": (rms[6] / 1e3, "kA"), "rms 3I0": (rms[7] / 1e3, "kA"),
+                "components U1": (size("U", "positive") / 1e3, "kV"), "components U2": (size("U", "negative") / 1e3, "kV"),
+                "components 3U0": (size("U", "zero", 3) / 1e3, "kV"), "components I1": (size("I", "positive") / 1e3, "kA"),
+                "components I2": (size("I", "negative") / 1e3, "kA"), "components 3I0": (size("I", "zero", 3) / 1e3, "kA"),
+                "power P": (p / 1e6, "MW"), "power Q": (q / 1e6, "Mvar"), "frequency f": (circuit["f"], "Hz"),
+                "frequency dfdt": (circuit["dfdt"], "Hz/s"), "impedance R.AG": (r, "Ω"), "impedance X.AG": (x, "Ω")}
+            cells = self.cells(cursor)
+            self.assertEqual(list(expected), list(cells))
+            for name, (value, unit) in expected.items():
+                (shown, *others), own = cells[name]
+                self.assertEqual((unit, ["", ""]), (own, others), name)
+                self.assertAlmostEqual(value, float(shown.replace("−", "-")), delta=0.501 * 10.0 ** -len(shown.partition(".")[2]), msg=name)
+
+    def test_buttons_switch_strips_and_the_address_keeps_them(self):
+        self.open_page()
+        names = "return zuView.page.strips.flatMap((strip) => strip.channels).filter((one) => one.isDerived).map((one) => `${one.place} ${one.name}`)"
+        pressed = "return [...document.querySelectorAll('[data-derived][aria-pressed=true]')].map((one) => one.dataset.derived)"
+        show = "return new URLSearchParams(location.hash.slice(1)).get('show')"
+        self.assertEqual(([], []), (browser.run(names), browser.run(pressed)))
+        for button in ("1:power", "0:frequency", "0:rms"):
+            browser.run("document.querySelector(`[data-derived='${arguments[0]}']`).click()", button)
+        expected = ["0 Ua", "0 Ub", "0 Uc", "0 3U0", "0 Ia", "0 Ib", "0 Ic", "0 3I0", "0 f", "0 df/dt", "1 P", "1 Q"]
+        self.assertEqual(expected, browser.run(names))
+        self.assertEqual("0:frequency,rms;1:power", browser.run(show))
+        self.open_page(browser.run(show), "lang=ru&theme=dark")
+        self.assertEqual((expected, ["0:rms", "0:frequency", "1:power"]), (browser.run(names), browser.run(pressed)))
+        self.wait("frequency")
+        self.assertEqual(["Действ.", "Действ.", "Частота", "Частота", "P, Q"], browser.texts(".legend .what"))
+        browser.run("document.querySelector(\"[data-derived='0:rms']\").click(); document.querySelector(\"[data-derived='0:frequency']\").click();"
+                    "document.querySelector(\"[data-derived='1:power']\").click();")
+        self.assertEqual(([], None), (browser.run(names), browser.run(show)))
+        self.assertEqual([], browser.log("browser"))
+
+    def test_settings_that_mean_nothing_are_passed_over(self):
+        self.open_page("0:nonsense,rms;99:rms;x:power;-1:rms;2")
+        self.assertEqual(["rms"], browser.run("return [...new Set(zuView.page.derivedStrips.channels.map(({kind}) => kind))]"))
+        self.assertEqual([], browser.log("browser"))
+
+    def test_nothing_is_computed_before_it_is_seen(self):
+        self.open_page()
+        self.assertIsNone(browser.run("return zuView.page.derivations.calculator"))
+        zucmtr("sample", "--out", folder / "many")
+        zucmtr("view", folder / "many" / "Vostochnaya_000123.ZU", "-o", folder / "many.html")
+        browser.open_page(folder / "many.html", "lang=en&theme=light&show=6:rms")
+        is_below = browser.run("return zuView.page.strips.find((one) => one.channels[0].isDerived).element.getBoundingClientRect().top > innerHeight + 150")
+        self.assertTrue(is_below)
+        self.assertIsNone(browser.run("return zuView.page.derivations.calculator"))
+        browser.run("zuView.page.strips.find((one) => one.channels[0].isDerived).element.scrollIntoView()")
+        self.wait("rms")
+
+    def test_an_axis_of_impedance_does_not_follow_a_line_without_current(self):
+        self.open_page("0:impedance")
+        self.wait("impedance")
+        largest, low, high = browser.run("""const strip = zuView.page.strips.find((one) => one.channels[0].isDerived);
+            const all = strip.channels.flatMap((one) => [...one.codes]).filter(Number.isFinite).map(Math.abs);
+            return [Math.max(...all), ...strip.valueRange(false)];""")
+        line = browser.run("const {line} = zuView.page.data.answer.circuits[0]; return Math.hypot(line.r1, line.x1) * line.length;")
+        self.assertGreater(largest, 100 * line)
+        self.assertLess(max(-low, high), 1.07 * 2 * 4 * line)
+        self.assertGreater(high, line)
+
+    def test_the_latest_request_of_a_slot_wins(self):
+        self.open_page()
+        answered, asked = browser.driver.execute_async_script("""const done = arguments[0]; const {derivations} = zuView.page; const answered = [];
+            const ask = (slot, kind, circuit) => derivations.request(slot, {kind, circuit}, ({series}) => { answered.push([slot, kind, circuit, Object.keys(series)[0]]); if (answered.length === 3) setTimeout(() => done([answered, derivations.asked.size])); });
+            for (const kind of ['rms', 'impedance', 'components']) for (const circuit of [2, 1, 0]) ask('a', kind, circuit);
+            ask('b', 'components', 0); ask('c', 'power', 1);""")
+        self.assertEqual([["a", "components", 0, "U1"], ["b", "components", 0, "U1"], ["c", "power", 1, "P"]], answered)
+        self.assertEqual(0, asked)
+
+    def test_results_are_kept_while_there_is_room(self):
+        self.open_page()
+        kept = browser.driver.execute_async_script("""const done = arguments[0]; const {derivations} = zuView.page; const all = [];
+            derivations.mostKept = 11 * 4 * zuView.page.data.count;
+            const next = (kinds) => kinds.length === 0 ? done(all) : derivations.request('a', {kind: kinds[0], circuit: 0}, () => {
+              all.push([...derivations.kept.keys()]); next(kinds.slice(1)); });
+            next(['power', 'rms', 'power', 'frequency', 'impedance']);""")
+        self.assertEqual([["power 0"], ["power 0", "rms 0"], ["rms 0", "power 0"], ["power 0", "frequency 0"], ["impedance 0"]], kept)
+
+    def test_without_a_worker_the_page_computes_the_same(self):
+        """Where none can be made, and where one fails as it starts."""
+        compute = """const done = arguments[0]; const {derivations} = zuView.page; const results = {}; let left = 5;
+            %s
+            for (const kind of zuView.derived.kinds) derivations.request(kind, {kind, circuit: 0}, ({series}) => {
+              results[kind] = Object.entries(series).map(([name, values]) => [name, [...new Uint32Array(values.map((value) => (Number.isNaN(value) ? 1 : value)).buffer)].reduce((sum, bits) => (sum * 31 + bits) %% 4294967291, 7)]);
+              if (--left === 0) done(results);
+            });"""
+        results = []
+        for change in ("", "globalThis.Worker = class { constructor() { throw new Error('not allowed'); } };",
+                       "globalThis.Worker = class { postMessage() { setTimeout(() => this.onerror({preventDefault() {}})); this.postMessage = () => {}; } };"):
+            self.open_page()
+            results.append(browser.driver.execute_async_script(compute % change))
+        self.assertEqual(["components", "frequency", "impedance", "power", "rms"], sorted(results[0]))
+        self.assertEqual(results[:1] * 2, results[1:])
+
+    def test_records_with_nothing_to_derive_are_quiet(self):
+        """No samples, less than a period, dead phases, one that is missing, slow ones, and voltages without currents."""
+        def record(count, rate=1000, names="abc", quantities="UI", size=100):
+            values = [[size * math.sin(2 * math.pi * 50 * i / rate - index * 2.1) for i in range(count)] for index in range(len(names))]
+            return Foreign([Channel(quantity + name, "V" if quantity == "U" else "A", 0.01, 0.0, sampled("FLOAT32", 0.01, 0.0, wave))
+                            for quantity in quantities for name, wave in zip(names, values)], "FLOAT32", [(rate, count)])
+        stamped = record(50)
+        stamped.rates, stamped.stamps = [], [1000 * i * i for i in range(50)]
+        missing = record(300)
+        missing.channels[1].codes[:] = [None] * 300
+        for name, one, kinds in (("empty", record(0), 5), ("one", record(1), 5), ("short", record(15), 5), ("dead", record(300, size=0), 5),
+                                 ("slow", record(300, rate=100), 5), ("uneven", stamped, 5), ("missing", missing, 5),
+                                 ("voltages", record(300, quantities="U"), 3), ("single", record(300, names="a"), 1)):
+            with self.subTest(name):
+                browser.show(one, folder / name, settings="lang=en&theme=light&show=0:rms,components,power,frequency,impedance")
+                self.assertEqual(kinds, browser.run("return document.querySelectorAll('[data-derived]').length"))
+                browser.run("const {page} = zuView; page.derivedStrips.finish(); page.redraw(); page.strips.forEach((one) => { one.onScreen = true; });")
+                browser.settle()
+                if one.count:
+                    browser.set_cursor(0, one.count - 1)
+                self.assertNotRegex("".join(browser.texts("#groups")), "NaN|undefined|Infinity")
+                self.assertEqual([], browser.log("browser"))
+
+    def test_paper_has_what_was_never_seen(self):
+        self.open_page("2:power")
+        browser.paper()
+        self.assertEqual([True, True], browser.run("return zuView.page.derivedStrips.channels.map((one) => one.isKnown)"))
 
 
 def converted(recordings, out, name):

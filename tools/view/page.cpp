@@ -22,30 +22,31 @@ namespace {
 
 // In the order of their dependencies.
 constexpr const char* Scripts[] = {
-    "dygraph",       // the library
-    "texts",         // what the page says
-    "elements",      // of HTML and SVG
-    "address",       // settings in the page's address
-    "axis",          // time over samples
-    "channels",      // samples
-    "windowfit",     // weights of filters
-    "fourier",       // filters: phasors, RMS values, harmonics
-    "periods",       // the period before a cursor
-    "quantities",    // of three phases, from their phasors
-    "power",         // phasors of a period
-    "derived",       // what follows from them, at a sample
-    "frequency",     // along the record
-    "derivedtracks", // the same for all that is derived
-    "worker",        // what runs beside the page
-    "derivations",   // its requests
-    "formula",       // of calculated channels
+    "dygraph",     // the library
+    "texts",       // what the page says
+    "elements",    // of HTML and SVG
+    "address",     // settings in the page's address
+    "axis",        // time over samples
+    "channels",    // samples
+    "windowfit",   // weights of filters
+    "fourier",     // filters: phasors, RMS values, harmonics
+    "periods",     // the period before a cursor
+    "quantities",  // of three phases, from their phasors
+    "power",       // phasors of a period
+    "derived",     // what follows from them, at a sample
+    "frequency",   // along the record
+    "deriving",    // the same for all that is derived
+    "worker",      // what runs beside the page
+    "derivations", // its requests
+    "formula",     // of calculated channels
     "formulatime",   "formulaunits", "formulanames", "formulatexts",   "reportmethod",
     "frame",         "strips",       "tracks",
     "fault", // where the page opens
     "marks", // onset, trip, clearing
     "snap",  // what cursors snap to
     "cursors",       "reasons",      "phasors",      "calculated",     "formulapanel",
-    "second", // another record over the first
+    "derivedstrips", // against time, under the circuits' own strips
+    "second",        // another record over the first
     "copy",          "tables",       "report",       "navigator",
     "cursorbar", // the cursors on sheets without strips
     "answertexts",   "faultphases",  "faultdiagram", "operatingchart", "answertables",

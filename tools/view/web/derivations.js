@@ -3,8 +3,7 @@
   'use strict';
 
   // The scripts of the page that the worker needs.
-  const parts = ['axis', 'channels', 'windowfit', 'fourier', 'periods', 'quantities', 'derived', 'frequency', 'derivedtracks', 'worker'];
-  const mostKept = 96 * 1024 * 1024; // bytes of results
+  const parts = ['axis', 'channels', 'windowfit', 'fourier', 'periods', 'quantities', 'derived', 'frequency', 'deriving', 'worker'];
   const slice = 8; // milliseconds at once, where the page has to compute by itself
 
   function startWorker({ data }, answer, fail) {
@@ -36,6 +35,7 @@
       this.asked = new Map();  // by key: what the calculator has to do
       this.kept = new Map();   // by key: series; the one used last comes last
       this.given = new Set();  // places of channels that the calculator has
+      this.mostKept = 96 * 1024 * 1024; // bytes of results
       this.calculator = null;
     }
 
@@ -113,7 +113,7 @@
     keep(key, series) {
       this.kept.set(key, series);
       const bytes = () => [...this.kept.values()].flatMap(Object.values).reduce((sum, { byteLength }) => sum + byteLength, 0);
-      while (this.kept.size > 1 && bytes() > mostKept) this.kept.delete(this.kept.keys().next().value);
+      while (this.kept.size > 1 && bytes() > this.mostKept) this.kept.delete(this.kept.keys().next().value);
     }
 
     give(key, series) {

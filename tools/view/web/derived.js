@@ -1,5 +1,5 @@
 // What follows from the period before a sample: primary values in V, A, W, var, ohm; as docs/analysis.md defines them. The same functions
-// make the values at a cursor and, for each sample in turn, the tracks of derivedtracks.js.
+// make the values at a cursor and, for each sample in turn, the tracks of deriving.js.
 //
 // A circuit is what view.derived.circuit makes of an entry of data.answer.circuits. NaN stands where there is no value.
 (function (view) {

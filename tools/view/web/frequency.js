@@ -78,9 +78,18 @@
       this.vector = new SpaceVector(waves);
       this.filters = new Map();
       this.period = Math.round(rate / nominal);
-      this.guess = this.nearest(this.whole());
+    }
+
+    // Finds the filter to start with, and the largest voltage.
+    * prepare() {
+      this.guess = this.nearest(yield* this.whole());
       const { re, im } = this.vector.track(this.filterFor(this.guess), 0, this.vector.count);
-      this.largest = re.reduce((most, value, i) => { const size = Math.hypot(value, im[i]); return size > most ? size : most; }, 0);
+      this.largest = 0;
+      for (let i = 0; i < re.length; i++) {
+        const size = Math.hypot(re[i], im[i]);
+        if (size > this.largest) this.largest = size; // what is missing is no larger
+      }
+      yield;
     }
 
     filterOf(hertz) {
@@ -105,10 +114,11 @@
     stepOf(hertz) { return (2 * Math.PI * hertz) / this.rate; }
 
     // Of the whole stretch: the best straight line through all angles; NaN where they do not lie on one.
-    whole() {
+    * whole() {
       if (this.vector.count < (1.5 * this.rate) / this.nominal) return NaN;
       let hertz = this.nominal;
       for (let round = 0; round < mostRounds; round++) {
+        yield;
         const { slope, scatter } = lineThroughAngles(this.vector.track(this.filterOf(hertz), 0, this.vector.count), this.stepOf(hertz));
         const change = (slope * this.rate) / (2 * Math.PI);
         if (!this.isNear(hertz + change)) return NaN;
@@ -184,7 +194,7 @@
   view.frequencyTrack = function* (waves, rate, nominal) {
     const hertz = new Float64Array(waves[0].length).fill(NaN);
     const tracker = new Tracker(waves, rate, nominal);
-    yield;
+    yield* tracker.prepare();
     yield* tracker.fill(hertz);
     return { hertz, change: changeOf(hertz, rate, changePeriods * Math.round(rate / nominal)) };
   };

@@ -26,6 +26,7 @@
       this.faulted = view.faultedCircuit(this.data.answer);
       this.pending = new Set();
       this.extensions = []; // see stripGroups
+      this.derivedStrips = new view.DerivedStrips(this);
     }
 
     build() {
@@ -91,10 +92,13 @@
       this.trackStrips = [this.tracks.strip];
       for (const { circuit, strips, tracks = [], isFaulted } of this.stripGroups()) {
         const group = document.createElement('section');
-        group.append(this.groupTitle(circuit, isFaulted));
+        const heading = document.createElement('div');
+        heading.className = 'heading';
+        heading.append(this.groupTitle(circuit, isFaulted), this.derivedStrips.switches(circuit));
+        group.append(heading);
         for (const part of strips) {
           const strip = new view.Strip(part, this.frame);
-          strip.element.classList.toggle('single', part.length === 1);
+          strip.element.classList.toggle('single', part.length === 1 && !part[0].isDerived);
           this.strips.push(strip);
           group.append(strip.element);
         }
@@ -123,6 +127,7 @@
         const strip = this.strips.find((candidate) => candidate.element === entry.target);
         if (strip) strip.onScreen = entry.isIntersecting;
       }
+      this.derivedStrips.compute();
       this.request('strips');
       this.request('values');
     }
@@ -298,6 +303,10 @@
 
     // Always by Fourier and as the RMS of the values, whatever method the phasors have.
     showRow({ channel, cells }, reasons) {
+      if (channel.isDerived) { // has no RMS and no angle of its own
+        cells.forEach(([value], cursor) => { value.textContent = channel.isKnown ? view.number(channel.value(this.cursors.samples[cursor])) : '…'; });
+        return;
+      }
       cells.forEach(([value, rms, angle], cursor) => {
         const sample = this.cursors.samples[cursor];
         const reading = view.reading(this.periods, channel, sample);
@@ -316,6 +325,7 @@
       document.documentElement.dataset.theme = 'light';
       document.body.style.width = `${paperWidth}px`;
       this.pending = new Set();
+      this.derivedStrips.finish();
       for (const strip of this.strips) {
         strip.onScreen = true;
         strip.draw(this.fit);

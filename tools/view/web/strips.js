@@ -131,6 +131,7 @@
       this.plot = document.createElement('div');
       this.plot.className = 'plot';
       this.element.append(this.legend, this.plot);
+      if (channels[0].heading) this.legend.append(Object.assign(document.createElement('div'), { className: 'what', textContent: channels[0].heading }));
       this.rows = channels.map((channel, index) => this.addRow(channel, index));
       this.onScreen = false;
       this.stale = true;
@@ -173,7 +174,7 @@
     valueRange(fit) {
       const axis = this.frame.axis;
       const span = fit ? [Math.max(axis.firstFrom(this.frame.from) - 1, 0), Math.min(axis.firstFrom(this.frame.to) + 1, axis.count)] : [];
-      const ranges = this.visibleChannels.map((channel) => channel.range(...span)).filter(([low]) => Number.isFinite(low));
+      const ranges = this.visibleChannels.map((channel) => channel.axisRange(...span)).filter(([low]) => Number.isFinite(low));
       let low = Math.min(...ranges.map((range) => range[0]));
       let high = Math.max(...ranges.map((range) => range[1]));
       if (!(low <= high)) return [-1, 1];

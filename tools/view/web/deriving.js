@@ -2,21 +2,27 @@
 (function (view) {
   'use strict';
 
-  // The stretches of one rate, [{from, to, hertz}]. Of a record with stamps those in which they are even, as seen from their typical step.
-  function stretchesOf(axis) {
-    if (!axis.stamps)
-      return axis.pieces.map(([from, , , hertz], i) => ({ from, to: i + 1 < axis.pieces.length ? axis.pieces[i + 1][0] : axis.count, hertz }));
-    const steps = axis.stamps.slice(1).map((stamp, i) => stamp - axis.stamps[i]);
-    const typical = steps.slice().sort()[steps.length >> 1];
-    const ends = [...steps.keys()].filter((i) => Math.abs(steps[i] - typical) > Math.max(2.002 * axis.resolution, typical / 50)).map((i) => i + 1);
-    return [...ends, axis.count].map((to, i) => ({ from: i > 0 ? ends[i - 1] : 0, to }))
-      .filter(({ from, to }) => to - from > 1)
-      .map(({ from, to }) => ({ from, to, hertz: (1000 * (to - 1 - from)) / (axis.stamps[to - 1] - axis.stamps[from]) }));
+  // The stretches of one rate, [{from, to, hertz}], of at least two samples. Of a record with stamps those in which they are even, as seen from
+  // their typical step.
+  function stretchesOf({ stamps, pieces, count, resolution }) {
+    const starts = stamps ? [0, ...gapsOf(stamps, resolution)] : pieces.map(([from]) => from);
+    const rateOf = (from, to, i) => (stamps ? (milliseconds * (to - 1 - from)) / (stamps[to - 1] - stamps[from]) : pieces[i][3]);
+    return starts.map((from, i) => ({ from, to: i + 1 < starts.length ? starts[i + 1] : count, i }))
+      .filter(({ from, to }) => to - from > 1).map(({ from, to, i }) => ({ from, to, hertz: rateOf(from, to, i) }));
   }
 
+  // The samples that come sooner or later after the one before than is usual.
+  function gapsOf(stamps, resolution) {
+    const steps = stamps.slice(1).map((stamp, i) => stamp - stamps[i]);
+    const typical = steps.slice().sort()[steps.length >> 1];
+    const tolerance = Math.max(2.002 * resolution, typical / 50);
+    return Array.from(steps.keys()).filter((i) => Math.abs(steps[i] - typical) > tolerance).map((i) => i + 1);
+  }
+
+  const milliseconds = 1000;
   const fewest = 3; // samples in a period
 
-  const waveOf = (channel, from, to) => Float64Array.from({ length: to - from }, (_, i) => channel.value(from + i) * channel.baseFactor);
+  const waveOf = (channel, from, to) => Float64Array.from({ length: to - from }, (_, i) => channel.baseValue(from + i));
 
   // Calls `put(to, values ...)` with the results for samples from + 1 to to, of windows that end with the sample before; of one rate.
   function alongRates(periods, channel, track, put) {
