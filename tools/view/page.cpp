@@ -50,7 +50,9 @@ constexpr const char* Scripts[] = {
     "copy",          "tables",       "report",       "navigator",
     "cursorbar", // the cursors on sheets without strips
     "answertexts",   "faultphases",  "faultdiagram", "operatingchart", "answertables",
-    "answerfacts",   "eventtable",   "answer",       "plane",
+    "answerfacts",   "eventtable",   "answer",       "planetexts",     "planeview",
+    "planeloci",     "planedrawing", "planevalues",  "planepointer", // the R-X plane
+    "plane",
     "spectrumlines", // over one period or several
     "spectrumchart", "spectrum",     "values",       "main",
 };

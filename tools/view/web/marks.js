@@ -4,20 +4,21 @@
 
   const mostTrips = 12;
   const gap = 2; // pixels between flags
+  const dot = 4; // pixels on each side of a line that has no flag
   const rank = { onset: 0, clearing: 1, change: 1, again: 1, reclosing: 2, trip: 3 }; // who gets a place for its flag first
   const colors = { onset: '--trigger', change: '--trigger', again: '--trigger', trip: '--other3', clearing: '--other4', reclosing: '--other5' };
 
   view.addTexts({
     en: {
       marks: 'Fault',
-      markonset: 'Fault {0}', markchange: '→ {0}', markagain: 'Again {0}', marktrip: 'Trip', markclearing: 'Cleared', markreclosing: 'Reclosed',
+      markonset: 'Fault {0}', markchange: 'Now {0}', markagain: 'Again {0}', marktrip: 'Trip', markclearing: 'Cleared', markreclosing: 'Reclosed',
       hintonset: 'Onset of the fault {0}', hintchange: 'The fault becomes {0}', hintagain: 'The fault is back: {0}',
       hinttrip: 'Trip: {0}', hintclearing: 'The fault is cleared', hintreclosing: 'The breaker is closed again',
       markEarth: 'earth', snap: 'Snap', snapHint: 'Cursors snap to marks and to changes of discrete channels; Shift suspends it',
     },
     ru: {
       marks: 'КЗ',
-      markonset: 'КЗ {0}', markchange: '→ {0}', markagain: 'Снова {0}', marktrip: 'Откл.', markclearing: 'КЗ отключено', markreclosing: 'АПВ',
+      markonset: 'КЗ {0}', markchange: 'Переход в {0}', markagain: 'Снова {0}', marktrip: 'Откл.', markclearing: 'КЗ отключено', markreclosing: 'АПВ',
       hintonset: 'Начало КЗ {0}', hintchange: 'КЗ переходит в {0}', hintagain: 'Повторное КЗ {0}',
       hinttrip: 'Отключение от защит: {0}', hintclearing: 'КЗ отключено', hintreclosing: 'Выключатель включён повторно',
       markEarth: 'земля', snap: 'Привязка', snapHint: 'Курсоры привязываются к отметкам и к изменениям дискретных каналов; Shift отменяет',
@@ -76,8 +77,9 @@
 
   const make = (tag, className) => Object.assign(document.createElement(tag), { className });
 
-  // Where flags go that are not to overlap: for each [left, right] in pixels, or null where there is no room. marks:
-  // [{x, width, rank}]; a flag stands at the right of its line or, if that is taken, at its left; better not over other lines.
+  // Where flags go that are not to overlap: for each [left, right] in pixels, or null where there is no room and a dot has to
+  // do. marks: [{x, width, rank}]; a flag stands at the right of its line or, if that is taken, at its left, and over no other
+  // line, nor over its dot if that can be.
   view.placeFlags = function (marks, area) {
     const places = marks.map(() => null);
     const isFree = ([left, right]) => left >= area.left && right <= area.left + area.width &&
@@ -85,9 +87,9 @@
     const order = marks.map((mark, index) => index).sort((a, b) => marks[a].rank - marks[b].rank || a - b);
     for (const index of order) {
       const { x, width } = marks[index];
-      const free = [[x, x + width], [x - width, x]].filter(isFree);
-      const coversNone = ([left, right]) => marks.every((other, at) => at === index || other.x <= left || other.x >= right);
-      places[index] = free.find(coversNone) || free[0] || null;
+      const sides = [[x, x + width], [x - width, x]].filter(isFree);
+      const coversNone = ([left, right], air) => marks.every((other, at) => at === index || other.x <= left - air || other.x >= right + air);
+      places[index] = sides.find((side) => coversNone(side, dot)) || sides.find((side) => coversNone(side, 0)) || null;
     }
     return places;
   };
