@@ -91,7 +91,7 @@ Rows MagnitudeRows(const analysis::Summary& summary)
 // A row of heads and rows of values in columns of one width, the first one wider.
 void DrawRows(QPainter& painter, const Rows& rows, const QRectF& area)
 {
-    constexpr double column = 74;
+    constexpr double column = 62;
     double y = area.top();
     for (const QStringList& row : rows) {
         const bool isHead = &row == &rows.front();
