@@ -34,13 +34,13 @@ constexpr const char* Scripts[] = {
     "formula",     // calculated channels
     "worker",      // what runs beside the page
     "derivations", // its requests
-    "reportmethod", "frame",   "strips",  "tracks",
+    "reportmethod", "frame",          "strips",       "tracks",
     "marks", // onset, trip, clearing
-    "cursors",      "reasons", "phasors", "calculated",
+    "cursors",      "reasons",        "phasors",      "calculated",
     "second", // another record over the first
-    "copy",         "tables",  "report",  "navigator",
-    "answertexts", "faultphases", "faultdiagram", "operatingchart", "answertables", "answerfacts", "eventtable", "answer",
-    "plane", "spectrum", "values", "main",
+    "copy",         "tables",         "report",       "navigator",   "answertexts", "faultphases",
+    "faultdiagram", "operatingchart", "answertables", "answerfacts", "eventtable",  "answer",
+    "plane",        "spectrum",       "values",       "main",
 };
 
 constexpr const char* Styles[] = {"dygraph", "style", "answer", "plane", "spectrum", "values", "second"};
