@@ -133,7 +133,7 @@
     // Made when it is first seen: a station has hundreds of channels.
     folded(circuits, shown) {
       if (circuits.length === 0) return [];
-      const details = view.html('details', { className: 'folded' }, view.html('summary', { textContent: view.text('answerOthers', circuits.length) }));
+      const details = view.html('details', { className: 'otherCircuits' }, view.html('summary', { textContent: view.text('answerOthers', circuits.length) }));
       details.addEventListener('toggle', () => details.append(...circuits.map((circuit) => this.circuitMagnitudes(circuit, shown))), { once: true });
       return [details];
     }

@@ -13,7 +13,7 @@
 
   function stateElement(event) {
     const words = [String(event.state)];
-    if (event.kind === 'answerBreaker') words.push(view.text(event.active ? 'answerClosed' : 'answerOpen'));
+    if (event.kind === 'breaker') words.push(view.text(event.active ? 'answerClosed' : 'answerOpen'));
     const state = view.html('span', { textContent: words.join(' ') });
     if (event.changes > 1)
       state.append(view.html('span', { className: 'quiet', textContent: ` (${view.text(event.bounce ? 'answerPulse' : 'answerBounced', event.changes)})` }));
