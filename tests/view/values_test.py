@@ -10,7 +10,6 @@ from browser import until
 from foreign import Channel, Foreign
 from pages import browser, folder, run_tests, zucmtr
 from records import Written
-from reference import parts
 
 VALUES = "lang=en&theme=light&sheet=valueSheet"
 RATE, COUNT, PERIOD = 1000, 600, 20
@@ -25,10 +24,9 @@ def number(text):
 def wanted_at(channel, sample):
     """Value, RMS, magnitude, angle and direct component, by plain sums over the period before the sample."""
     values = [channel.value(i) for i in range(sample - PERIOD, sample)]
-    direct, sine, cosine = parts(values, PERIOD)
-    phasor = complex(sine, cosine) / math.sqrt(2)
+    phasor = sum(value * cmath.exp(-2j * math.pi * i / PERIOD) for i, value in enumerate(values)) * 1j * math.sqrt(2) / PERIOD
     rms = math.sqrt(sum(value * value for value in values) / PERIOD)
-    return channel.value(sample), rms, abs(phasor), math.degrees(cmath.phase(phasor)) % 360, direct
+    return channel.value(sample), rms, abs(phasor), math.degrees(cmath.phase(phasor)) % 360, sum(values) / PERIOD
 
 
 class Values(unittest.TestCase):
