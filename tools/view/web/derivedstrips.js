@@ -9,14 +9,14 @@
       derivedRmsHint: 'RMS of the last period against time', derivedComponentsHint: 'Symmetrical components against time',
       derivedPowerHint: 'Active and reactive power of the three phases against time', derivedFrequencyHint: 'Frequency and its rate of change against time',
       derivedImpedanceHint: 'Resistance and reactance of the fault loops against time, as a distance protection sees them',
-      derivedUnits: ['V', 'kV', 'A', 'kA', 'W', 'kW', 'MW', 'var', 'kvar', 'Mvar', 'Hz', 'Hz/s', 'Ω'], derivedChange: 'df/dt',
+      derivedUnits: ['V', 'kV', 'A', 'kA', 'W', 'kW', 'MW', 'var', 'kvar', 'Mvar', 'Hz', 'Hz/s', 'Ω'],
     },
     ru: {
       derivedRms: 'Действ.', derivedComponents: 'Симм. сост.', derivedPower: 'P, Q', derivedFrequency: 'Частота', derivedImpedance: 'Сопротивление',
       derivedRmsHint: 'Действующие значения за период в зависимости от времени', derivedComponentsHint: 'Симметричные составляющие в зависимости от времени',
       derivedPowerHint: 'Активная и реактивная мощность трёх фаз в зависимости от времени', derivedFrequencyHint: 'Частота и скорость её изменения в зависимости от времени',
       derivedImpedanceHint: 'Активное и реактивное сопротивление петель КЗ в зависимости от времени, как их видит дистанционная защита',
-      derivedUnits: ['В', 'кВ', 'А', 'кА', 'Вт', 'кВт', 'МВт', 'вар', 'квар', 'Мвар', 'Гц', 'Гц/с', 'Ом'], derivedChange: 'df/dt',
+      derivedUnits: ['В', 'кВ', 'А', 'кА', 'Вт', 'кВт', 'МВт', 'вар', 'квар', 'Мвар', 'Гц', 'Гц/с', 'Ом'],
     },
   });
 
@@ -65,12 +65,16 @@
   }
 
   const fewTimes = 4; // the line's impedance, or the load's, to which an axis of impedance reaches
+  const farBeyond = 10; // times the end of the axis
   const lowest = 0.02; // of the magnitudes, which stands for the smallest ones
+  const enough = 8192; // samples to know them from
 
   // Without current an impedance is without bounds, and the axis must not follow it. Infinite where nothing is known.
   function reachOf(series, loops, line) {
-    const sizes = loops.flatMap((loop) => Array.from(series[`R.${loop}`], (r, i) => Math.hypot(r, series[`X.${loop}`][i]))).filter(Number.isFinite);
-    const sorted = Float64Array.from(sizes).sort();
+    const stride = Math.ceil(series['R.AG'].length / enough);
+    const sizes = loops.flatMap((loop) => Array.from({ length: Math.ceil(series['R.AG'].length / stride) }, (_, i) =>
+      Math.hypot(series[`R.${loop}`][i * stride], series[`X.${loop}`][i * stride])));
+    const sorted = Float64Array.from(sizes.filter(Number.isFinite)).sort();
     if (sorted.length === 0) return Infinity;
     const ofLine = line && line.length > 0 ? fewTimes * Math.hypot(line.r1, line.x1) * line.length : 0;
     return sorted[0] < ofLine ? ofLine : fewTimes * sorted[Math.floor(lowest * sorted.length)];
@@ -81,13 +85,22 @@
     // role: its phase, for its colour
     constructor(series, kind, place, circuit, count, role) {
       const [unit, factor] = unitOf(series, circuit);
-      const name = series === 'dfdt' ? view.text('derivedChange') : series.replace('.', ' ');
+      const name = series === 'dfdt' ? 'df/dt' : series.replace('.', ' ');
       super({ name, circuit: '', unit: view.text('derivedUnits')[units.indexOf(unit)], factor, role },
         `${kind} ${place} ${series}`, count);
-      Object.assign(this, { series, kind, place, isDerived: true, isKnown: false, reach: Infinity });
+      Object.assign(this, { series, kind, place, isDerived: true, isKnown: false, reach: Infinity, drawn: null });
     }
 
     get heading() { return view.text(titles[this.kind]); }
+
+    // The axis is to end at `reach`. What is far beyond swings from one end to the other, as it is divided by the noise of a dead line: it is not
+    // drawn. The values stay what they are.
+    setReach(reach) {
+      this.reach = reach;
+      if (!Number.isFinite(reach)) return;
+      this.drawn = new view.ComputedChannel({ name: this.name, unit: this.unit, factor: this.factor }, this.index, 0);
+      this.drawn.setValues(this.codes.map((value) => (Math.abs(value) <= farBeyond * reach ? value : NaN)));
+    }
 
     axisRange(...span) {
       const [low, high] = this.range(...span);
@@ -96,12 +109,13 @@
     }
   }
 
-  // {place: Set of kinds} of the circuits that have some on.
-  function readShown(text) {
+  // {place: Set of kinds} of the circuits that have some on, as the address has them; what it has besides is passed over.
+  function readShown(text, circuits) {
     const shown = new Map();
     for (const part of (text || '').split(';')) {
       const [place, kinds] = part.split(':');
-      if (/^\d+$/.test(place) && kinds) shown.set(Number(place), new Set(kinds.split(',').filter((kind) => view.derived.kinds.includes(kind))));
+      const known = (kinds || '').split(',').filter((kind) => view.derived.kinds.includes(kind));
+      if (/^\d+$/.test(place) && Number(place) < circuits && known.length > 0) shown.set(Number(place), new Set(known));
     }
     return shown;
   }
@@ -109,12 +123,11 @@
   view.DerivedStrips = class {
     constructor(page) {
       this.page = page;
-      this.shown = readShown(view.address.get('show'));
+      this.shown = readShown(view.address.get('show'), page.data.answer.circuits.length);
       this.channels = [];
+      this.places = new Map(page.data.answer.circuits.map(({ name }, place) => [name, place]));
       page.extensions.push((groups, layout) => this.extend(groups, layout));
     }
-
-    placeOf(name) { return this.page.data.answer.circuits.findIndex((circuit) => circuit.name === name); }
 
     circuitAt(place) { return view.derived.circuit(this.page.data.answer.circuits[place], this.page.analog); }
 
@@ -122,7 +135,7 @@
     extend(groups, layout) {
       this.channels = [];
       for (const { circuit: name, strips } of groups) {
-        const place = this.placeOf(name);
+        const place = this.places.get(name);
         const kinds = this.shown.get(place);
         if (!kinds) continue;
         for (const kind of this.page.derivations.kindsOf(place)) if (kinds.has(kind)) strips.push(...this.stripsOf(kind, place, layout));
@@ -140,8 +153,8 @@
 
     // The buttons of a circuit; nothing where there is nothing to derive.
     switches(name) {
-      const place = this.placeOf(name);
-      const kinds = place < 0 ? [] : this.page.derivations.kindsOf(place);
+      const place = this.places.get(name);
+      const kinds = place === undefined ? [] : this.page.derivations.kindsOf(place);
       const group = document.createElement('span');
       group.className = 'derived';
       for (const kind of kinds) {
@@ -188,7 +201,7 @@
       for (const channel of this.channels) {
         if (channel.kind !== kind || channel.place !== place || !series[channel.series]) continue;
         channel.setValues(series[channel.series]);
-        channel.reach = reach;
+        channel.setReach(reach);
         channel.isKnown = true;
       }
       for (const strip of page.strips) if (strip.channels[0].kind === kind && strip.channels[0].place === place) strip.stale = true;

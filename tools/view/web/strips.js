@@ -216,7 +216,7 @@
       context.rect(area.x, area.y, area.w, area.h);
       context.clip();
       for (const channel of this.visibleChannels) {
-        const points = view.tracePoints(channel, this.frame, area, toY);
+        const points = view.tracePoints(channel.drawn || channel, this.frame, area, toY);
         drawTrace(context, points, view.styleColor(channel.color), area.w);
       }
       context.restore();
