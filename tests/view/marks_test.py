@@ -158,9 +158,10 @@ class Marks(unittest.TestCase):
             [{x: 100, width: 60, rank: 1}, {x: 190, width: 60, rank: 0}],
             [{x: 100, width: 60, rank: 0}, {x: 130, width: 60, rank: 1}], // another line is at the right
             [{x: 30, width: 60, rank: 0}, {x: 60, width: 20, rank: 0}, {x: 70, width: 60, rank: 0}],
+            [{x: 100, width: 60, rank: 0, isBefore: true}, {x: 165, width: 60, rank: 1}], // of what comes before
         ].map((marks) => zuView.placeFlags(marks, {left: 0, width: 200}))""")
         self.assertEqual([[[100, 160], None], [[40, 100], [130, 190]], [[40, 100], [130, 190]],
-                          [None, [40, 60], [70, 130]]], places)
+                          [None, [40, 60], [70, 130]], [[40, 100], [105, 165]]], places)
 
     def test_a_flag_takes_the_chosen_cursor_to_its_sample(self):
         browser.open_page(simple.page, "lang=en&theme=light&snap=off")  # whatever cursors snap to

@@ -224,8 +224,8 @@ class SamplePage(unittest.TestCase):
     def test_discrete_channels_that_change_come_first_and_the_others_are_folded(self):
         names = browser.run("return [...document.querySelectorAll('.row.state .name')].map((name) => name.textContent)")
         self.assertEqual("Пуск защит", names[0])  # under the strips of its circuit
-        self.assertEqual("without changes: %d" % (64 - len(names)), browser.text(".folded summary"))
-        self.assertFalse(browser.run("return document.querySelector('.folded').open"))
+        self.assertEqual("without changes: %d" % (64 - len(names)), browser.text("#tracks .folded summary"))
+        self.assertFalse(browser.run("return document.querySelector('#tracks .folded').open"))
 
     def test_filter_shows_the_rows_with_every_word(self):
         browser.run("const filter = document.getElementById('filter'); filter.value = 'КВ северная ia';"

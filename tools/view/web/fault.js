@@ -42,14 +42,8 @@
 
   // The bolt after the name of the faulted circuit.
   view.faultBolt = function () {
-    const space = 'http://www.w3.org/2000/svg';
-    const bolt = Object.assign(document.createElement('span'), { className: 'bolt', title: view.text('faultedHint') });
-    const svg = document.createElementNS(space, 'svg');
-    svg.setAttribute('viewBox', '0 0 14 16');
-    const path = document.createElementNS(space, 'path');
-    path.setAttribute('d', outline);
-    svg.append(path);
-    bolt.append(svg);
-    return bolt;
+    const drawing = view.svg('svg', { viewBox: '0 0 14 16' });
+    view.svg('path', { d: outline }, drawing);
+    return view.html('span', { className: 'bolt', title: view.text('faultedHint') }, drawing);
   };
 })(globalThis.zuView = globalThis.zuView || {});

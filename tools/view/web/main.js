@@ -320,7 +320,6 @@
 
     // Everything on paper, in light colours and at the width of the sheet, drawn before the browser takes it.
     toPaper() {
-      this.isPrinting = true; // nothing can be waited for
       this.before = { theme: document.documentElement.dataset.theme, hidden: sheets.map(([id]) => byId(id).hidden) };
       for (const [id] of sheets) byId(id).hidden = false;
       document.documentElement.dataset.theme = 'light';
@@ -342,7 +341,6 @@
     }
 
     fromPaper() {
-      this.isPrinting = false;
       document.body.style.width = '';
       sheets.forEach(([id], index) => { byId(id).hidden = this.before.hidden[index]; });
       this.setTheme(this.before.theme);

@@ -11,25 +11,19 @@
   view.addTexts({
     en: {
       marks: 'Fault',
-      markonset: 'Fault {0}', markchange: 'Now {0}', markagain: 'Again {0}', marktrip: 'Trip', markclearing: 'Cleared', markreclosing: 'Reclosed',
+      markonset: 'Fault {0}', markchange: '→ {0}', markagain: 'Again {0}', marktrip: 'Trip', markclearing: 'Cleared', markreclosing: 'Reclosed',
       hintonset: 'Onset of the fault {0}', hintchange: 'The fault becomes {0}', hintagain: 'The fault is back: {0}',
       hinttrip: 'Trip: {0}', hintclearing: 'The fault is cleared', hintreclosing: 'The breaker is closed again',
-      markEarth: 'earth', snap: 'Snap', snapHint: 'Cursors snap to marks and to changes of discrete channels; Shift suspends it',
+      snap: 'Snap', snapHint: 'Cursors snap to marks and to changes of discrete channels; Shift suspends it',
     },
     ru: {
       marks: 'КЗ',
-      markonset: 'КЗ {0}', markchange: 'Переход в {0}', markagain: 'Снова {0}', marktrip: 'Откл.', markclearing: 'КЗ отключено', markreclosing: 'АПВ',
+      markonset: 'КЗ {0}', markchange: '→ в {0}', markagain: 'Снова {0}', marktrip: 'Откл.', markclearing: 'КЗ отключено', markreclosing: 'АПВ',
       hintonset: 'Начало КЗ {0}', hintchange: 'КЗ переходит в {0}', hintagain: 'Повторное КЗ {0}',
       hinttrip: 'Отключение от защит: {0}', hintclearing: 'КЗ отключено', hintreclosing: 'Выключатель включён повторно',
-      markEarth: 'земля', snap: 'Привязка', snapHint: 'Курсоры привязываются к отметкам и к изменениям дискретных каналов; Shift отменяет',
+      snap: 'Привязка', snapHint: 'Курсоры привязываются к отметкам и к изменениям дискретных каналов; Shift отменяет',
     },
   });
-
-  // "AG" as A-earth, in the letters of the language.
-  view.faultKind = function (kind) {
-    const letters = document.documentElement.lang === 'ru' ? { A: 'А', B: 'В', C: 'С' } : { A: 'A', B: 'B', C: 'C' };
-    return [...kind].map((letter) => letters[letter] || view.text('markEarth')).join('-');
-  };
 
   function partMarks(part, index, parts) {
     const kind = index === 0 ? 'onset' : part.afterReclosing ? 'again' : 'change';
@@ -75,19 +69,18 @@
     }
   };
 
-  const make = (tag, className) => Object.assign(document.createElement(tag), { className });
-
   // Where flags go that are not to overlap: for each [left, right] in pixels, or null where there is no room and a dot has to
-  // do. marks: [{x, width, rank}]; a flag stands at the right of its line or, if that is taken, at its left, and over no other
-  // line, nor over its dot if that can be.
+  // do. marks: [{x, width, rank, isBefore}]; a flag stands at the right of its line or, if that is taken, at its left (isBefore:
+  // the other way round), and over no other line, nor over its dot if that can be.
   view.placeFlags = function (marks, area) {
     const places = marks.map(() => null);
     const isFree = ([left, right]) => left >= area.left && right <= area.left + area.width &&
       places.every((place) => !place || right + gap <= place[0] || left >= place[1] + gap);
     const order = marks.map((mark, index) => index).sort((a, b) => marks[a].rank - marks[b].rank || a - b);
     for (const index of order) {
-      const { x, width } = marks[index];
-      const sides = [[x, x + width], [x - width, x]].filter(isFree);
+      const { x, width, isBefore } = marks[index];
+      const both = [[x, x + width], [x - width, x]];
+      const sides = (isBefore ? both.reverse() : both).filter(isFree);
       const coversNone = ([left, right], air) => marks.every((other, at) => at === index || other.x <= left - air || other.x >= right + air);
       places[index] = sides.find((side) => coversNone(side, dot)) || sides.find((side) => coversNone(side, 0)) || null;
     }
@@ -100,7 +93,7 @@
       Object.assign(this, { row, marks, frame, chosen });
       row.parentElement.hidden = marks.length === 0;
       this.lines = marks.map(({ color }) => {
-        const line = make('div', 'mark');
+        const line = view.html('div', { className: 'mark' });
         line.style.setProperty('--mark', `var(${color})`);
         overlay.prepend(line); // under the cursors
         return line;
@@ -110,14 +103,14 @@
 
     build() {
       this.flags = this.marks.map((mark) => this.flag(mark));
-      this.spans = this.faultSpans().map((span) => ({ ...span, element: make('div', 'lasting') }));
+      this.spans = this.faultSpans().map((span) => ({ ...span, element: view.html('div', { className: 'lasting' }) }));
       this.row.replaceChildren(...this.spans.map(({ element }) => element), ...this.flags);
       this.widths = null;
     }
 
     flag(mark) {
-      const detail = mark.fault ? view.faultKind(mark.fault) : mark.names ? mark.names.join(', ') : '';
-      const flag = Object.assign(make('button', 'flag'), { type: 'button', textContent: view.text(`mark${mark.kind}`, detail) });
+      const detail = mark.fault ? view.kindText(mark.fault) : mark.names ? mark.names.join(', ') : '';
+      const flag = view.html('button', { className: 'flag', type: 'button', textContent: view.text(`mark${mark.kind}`, detail) });
       flag.dataset.kind = mark.kind;
       flag.title = `${view.text(`hint${mark.kind}`, detail)}, ${view.milliseconds(mark.time)}`;
       flag.style.setProperty('--mark', `var(${mark.color})`);
@@ -158,7 +151,7 @@
     drawFlags(shown, xOf, area) {
       const inside = this.marks.map((mark, index) => index).filter((index) => shown[index]);
       const places = view.placeFlags(inside.map((index) =>
-        ({ x: xOf(this.marks[index].time), width: this.widths[index], rank: rank[this.marks[index].kind] })), area);
+        ({ x: xOf(this.marks[index].time), width: this.widths[index], rank: rank[this.marks[index].kind], isBefore: this.marks[index].kind === 'onset' })), area);
       this.flags.forEach((flag, index) => {
         const place = places[inside.indexOf(index)];
         const x = xOf(this.marks[index].time);

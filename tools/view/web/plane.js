@@ -2,8 +2,6 @@
 (function (view) {
   'use strict';
 
-  const make = (tag, className, text = '') => Object.assign(document.createElement(tag), { className, textContent: text });
-
   view.PlaneSheet = class {
     constructor(page, element) {
       this.page = page;
@@ -44,15 +42,15 @@
     build() {
       if (this.page.data.count === 0 || this.choices.length === 0) {
         this.loci = null;
-        this.element.replaceChildren(make('p', 'quiet', view.text(this.page.data.count === 0 ? 'empty' : 'planeNoCircuit')));
+        this.element.replaceChildren(view.html('p', { className: 'quiet', textContent: view.text(this.page.data.count === 0 ? 'empty' : 'planeNoCircuit') }));
         return;
       }
       this.loci = this.loci || this.lociOf(this.firstChoice());
       this.bar.build();
       this.canvas = document.createElement('canvas');
       this.canvas.title = view.text('planeHint');
-      this.values = make('div', 'scroll');
-      this.notes = make('ul', 'notes');
+      this.values = view.html('div', { className: 'scroll' });
+      this.notes = view.html('ul', { className: 'notes' });
       this.buildFrame();
       this.pointer = new view.PlanePointer(this, this.canvas);
       this.element.tabIndex = -1;
@@ -60,15 +58,11 @@
     }
 
     buildFrame() {
-      const work = make('div', 'planeWork');
-      this.plot = make('div', 'planePlot');
-      this.plot.append(this.canvas, this.tools());
-      this.side = make('div', 'planeSide');
+      this.plot = view.html('div', { className: 'planePlot' }, this.canvas, this.tools());
       this.switches = this.loopSwitches();
-      this.side.append(this.circuitChoice(), this.switches, this.values, this.notes);
-      work.append(this.plot, this.side);
-      this.lack = make('p', 'notice');
-      this.element.replaceChildren(this.bar.element, this.lack, work);
+      this.side = view.html('div', { className: 'planeSide' }, this.circuitChoice(), this.switches, this.values, this.notes);
+      this.lack = view.html('p', { className: 'notice' });
+      this.element.replaceChildren(this.bar.element, this.lack, view.html('div', { className: 'planeWork' }, this.plot, this.side));
     }
 
     listenToKeys() {
@@ -78,9 +72,9 @@
     }
 
     tools() {
-      const tools = make('span', 'switch');
+      const tools = view.html('span', { className: 'switch' });
       for (const [text, hint, action] of [[view.text('planeFit'), 'planeFitHint', () => this.fit()], ['+', 'zoomInHint', () => this.zoom(0.5)], ['−', 'zoomOutHint', () => this.zoom(2)]]) {
-        const button = Object.assign(make('button', '', text), { type: 'button', title: view.text(hint) });
+        const button = view.html('button', { type: 'button', textContent: text, title: view.text(hint) });
         button.addEventListener('click', action);
         tools.append(button);
       }
@@ -88,7 +82,7 @@
     }
 
     circuitChoice() {
-      const select = Object.assign(document.createElement('select'), { id: 'planeCircuit' });
+      const select = view.html('select', { id: 'planeCircuit' });
       select.setAttribute('aria-label', view.text('circuit'));
       const { circuits } = this.page.data.answer;
       for (const place of this.choices) select.append(new Option(circuits[place].name || view.text('noCircuit')));
@@ -103,11 +97,11 @@
     }
 
     loopSwitches() {
-      const group = make('div', 'loops');
+      const group = view.html('div', { className: 'loops' });
       group.setAttribute('aria-label', view.text('planeLoops'));
       for (const loop of Object.keys(view.planeLoops)) {
         const name = view.planeLoopName(loop);
-        const button = Object.assign(make('button', 'loop', name), { type: 'button', title: view.text('planeLoopHint', name) });
+        const button = view.html('button', { className: 'loop', type: 'button', textContent: name, title: view.text('planeLoopHint', name) });
         button.dataset.loop = loop;
         button.style.setProperty('--trace', `var(${view.planeLoops[loop].color})`);
         button.setAttribute('aria-pressed', this.loops.includes(loop));
@@ -170,23 +164,24 @@
       plane.fit(this.fitPoints());
     }
 
-    draw() {
+    // onPaper: nothing can be waited for
+    draw(onPaper) {
       if (!this.loci) return;
       this.bar.draw();
       this.lack.hidden = this.loci.hasVoltages;
       this.lack.textContent = view.text('planeNoVoltages');
       for (const part of [this.plot, this.switches, this.values, this.notes]) part.hidden = !this.loci.hasVoltages;
       if (!this.loci.hasVoltages) return;
-      if (!this.loci.isReady) this.ask();
+      if (!this.loci.isReady) this.ask(onPaper);
       this.spans = this.page.marks.faultSpans();
       this.drawCanvas();
       this.values.replaceChildren(view.planeTable(this.loops, this.points, this.loci));
-      this.notes.replaceChildren(...this.noteTexts().map((text) => make('li', '', text)));
+      this.notes.replaceChildren(...this.noteTexts().map((text) => view.html('li', { textContent: text })));
     }
 
-    ask() {
+    ask(onPaper) {
       const { loci } = this;
-      if (this.page.isPrinting) loci.compute();
+      if (onPaper) loci.compute();
       else loci.request(() => { if (loci === this.loci) this.changed(); });
     }
 

@@ -42,8 +42,5 @@
   });
 
   // "AG" as people write it.
-  view.planeLoopName = function (loop) {
-    const letters = document.documentElement.lang === 'ru' ? { A: 'А', B: 'В', C: 'С' } : {};
-    return [...loop].map((letter) => (letter === 'G' ? view.text('planeGround') : letters[letter] || letter)).join('–');
-  };
+  view.planeLoopName = (loop) => [...loop].map((letter) => (letter === 'G' ? view.text('planeGround') : letter)).join('–');
 })(globalThis.zuView = globalThis.zuView || {});

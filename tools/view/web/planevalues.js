@@ -2,15 +2,13 @@
 (function (view) {
   'use strict';
 
-  const make = (tag, className, text = '') => Object.assign(document.createElement(tag), { className, textContent: text });
-
   const angleOf = ([r, x]) => (Math.atan2(x, r) * 180) / Math.PI;
   const inDegrees = (degrees) => `${view.number(Math.round(degrees * 10) / 10).replace(/(\.\d)\d*$/, '$1')}°`;
 
   function headOf(line) {
-    const row = make('tr', '');
+    const row = view.html('tr');
     const heads = [['planeLoop'], ['planeR'], ['planeX'], ['planeModule'], ['planeAngle'], ...(line ? [['planeDistance', 'planeDistanceHint']] : [])];
-    for (const [key, hint] of heads) row.append(Object.assign(make('th', '', view.text(key)), { title: hint ? view.text(hint) : '' }));
+    for (const [key, hint] of heads) row.append(view.html('th', { textContent: view.text(key), title: hint ? view.text(hint) : '' }));
     return row;
   }
 
@@ -23,16 +21,16 @@
 
   // A table with two rows for each loop, one for each cursor. cursors: [{loop: [r, x] or null}]
   view.planeTable = function (loops, cursors, loci) {
-    const table = make('table', 'planeValues');
+    const table = view.html('table', { className: 'planeValues' });
     const { line } = loci.circuit;
     table.append(headOf(line));
     for (const loop of loops)
       cursors.forEach((points, cursor) => {
-        const row = make('tr', `cursor${cursor + 1}`);
+        const row = view.html('tr', { className: `cursor${cursor + 1}` });
         row.dataset.loop = loop;
-        const name = make('th', 'name', cursor === 0 ? view.planeLoopName(loop) : '');
+        const name = view.html('th', { className: 'name', textContent: cursor === 0 ? view.planeLoopName(loop) : '' });
         name.style.setProperty('--trace', `var(${view.planeLoops[loop].color})`);
-        row.append(name, ...cellsOf(points[loop], line).map((text) => make('td', '', text)));
+        row.append(name, ...cellsOf(points[loop], line).map((text) => view.html('td', { textContent: text })));
         if (!points[loop] && loci.limit > 0) row.title = view.text('planeBelowLimit', view.number(loci.limit));
         table.append(row);
       });
