@@ -9,6 +9,7 @@ import subprocess
 import unittest
 import xml.etree.ElementTree
 
+from browser import until
 from pages import PROGRAM, browser, folder, run_tests, zucmtr
 from records import Written
 
@@ -110,6 +111,7 @@ class AnswerSheet(unittest.TestCase):
     def test_page_opens_on_it_and_says_the_sentences(self):
         for fault in (again, evolving, ranged, quiet):
             browser.open(fault.page, "lang=en")
+            until(lambda: browser.texts("#answerSheet h2"), "the sheet")
             self.assertEqual(fault.summary["text"], browser.texts("#answerSheet h2, #answerSheet .sentences p"))
             self.assertEqual("What happened", browser.text("[aria-selected=true]"))
             browser.run("document.querySelector('[data-language=ru]').click()")
@@ -179,6 +181,7 @@ class AnswerSheet(unittest.TestCase):
             scale = width / operating["trip"]
             for key in ("start", "trip", "breaker"):
                 self.assertEqual([duration(operating[key])], rows[key][1])
+                self.assertAlmostEqual(origin, rows[key][0][0][0], delta=0.01)
                 self.assertAlmostEqual(operating[key] * scale, rows[key][0][0][1], delta=0.01)
             self.assertEqual(duration(operating["clearing"]), rows["fault"][1][0])
             self.assertAlmostEqual(operating["clearing"] * scale, rows["fault"][0][0][1], delta=0.01)
@@ -411,6 +414,8 @@ class AnyRecord(unittest.TestCase):
                 summary = json.loads(run("events", "--json", path))
                 self.assertEqual(summary["text"], browser.texts("#answerSheet h2, #answerSheet .sentences p"))
                 self.assertEqual(len(summary["events"]), len(cells(".events")))
+                before = [(name, one["unit"], number(one["magnitude"], 3)) for name, one in summary["phasors"]["before"].items()]
+                self.assertEqual(sorted(before), sorted(tuple(row[:3]) for row in cells(".magnitudes")))
                 text = browser.run("return document.getElementById('answerSheet').innerText")
                 self.assertIsNone(re.search("NaN|undefined|Infinity|null", text), text)
                 self.assertEqual([], browser.log("browser"))
