@@ -403,7 +403,7 @@ class AnyRecord(unittest.TestCase):
             "one": ([("Ua", "", "kV", 0.01, 0.0, sine)], []),
             "states": ([], [("Protection start", "W1", step)]),
             "circuitless": ([(name, "", unit, 0.01, 0.0, sine) for name, unit in (("Ua", "kV"), ("Ia", "A"), ("Ib", "A"), ("Ic", "A"))], []),
-            "hostile": ([("<i>Ua</i>", "<b>W1</b>", "kV", 0.01, 0.0, sine)], [("<u>S</u>", "<b>W1</b>", step)]),
+            "hostile": ([(name + " <i>x</i>", "<b>W1</b>", "A", 0.01, 0.0, sine) for name in ("Ia", "Ib", "Ic")], [("<u>S</u>", "<b>W1</b>", step)]),
             "empty": ([("Ua", "W1", "kV", 0.01, 0.0, [])], [("S", "W1", [])])}
         for name, (analog, states) in records.items():
             for trigger in (0.1, 30.0):
@@ -419,7 +419,7 @@ class AnyRecord(unittest.TestCase):
                 text = browser.run("return document.getElementById('answerSheet').innerText")
                 self.assertIsNone(re.search("NaN|undefined|Infinity|null", text), text)
                 self.assertEqual([], browser.log("browser"))
-                self.assertEqual([], browser.texts("#answerSheet i, #answerSheet u"))
+                self.assertEqual([], browser.texts("#answerSheet i, #answerSheet u, #answerSheet b:not([class])"))
 
 
 class PageHead(unittest.TestCase):
