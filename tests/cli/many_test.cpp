@@ -217,6 +217,7 @@ TEST(Many, JsonHasEverythingAboutARecording)
                      {"error", QJsonValue()},
                      {"record", name},
                      {"directory", "out"},
+                     {"form", "cfg 2013 ascii utf8"},
                      {"files", Paths("out", {name + ".cfg", name + ".dat", name + ".hdr", name + ".inf"})},
                      {"sources", QJsonArray{"a.ZU", "a.Z01"}},
                      {"notes", QJsonArray()},

@@ -69,6 +69,17 @@ QString Device::AsWritten(const QString& text) const
     return Codec().toUnicode(Codec().fromUnicode(text));
 }
 
+QString Device::Form() const
+{
+    const QStringList words = {
+        param->ComtradeCff ? QStringLiteral("cff") : QStringLiteral("cfg"),
+        param->Comtrade1999 ? QStringLiteral("1999") : QStringLiteral("2013"),
+        param->ComtradeBin ? QStringLiteral("binary") : QStringLiteral("ascii"),
+        param->ComtradeUtf8 ? QStringLiteral("utf8") : QStringLiteral("cp1251"),
+    };
+    return words.join(QLatin1Char(' '));
+}
+
 QStringList Device::RecordFiles(const QString& recordName) const
 {
     const auto named = [&](const char* extension) { return recordName + QLatin1String(extension); };

@@ -32,6 +32,9 @@ public:
     /// A text as it is read back from the record: what the code page lacks is replaced.
     QString AsWritten(const QString& text) const;
 
+    /// The form of the record, as words: cfg or cff, 1999 or 2013, ascii or binary, cp1251 or utf8.
+    QString Form() const;
+
     /// File names of the record with this name; the one that a reader opens comes first.
     QStringList RecordFiles(const QString& recordName) const;
 

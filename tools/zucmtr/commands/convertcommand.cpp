@@ -2,6 +2,7 @@
 
 #include "text/texts.h"
 #include "zucmtr/commands/deviceoptions.h"
+#include "zucmtr/commands/formoptions.h"
 #include "zucmtr/commands/workoptions.h"
 #include "zucmtr/host/host.h"
 #include "zucmtr/host/recordinglist.h"
@@ -42,6 +43,7 @@ struct ConvertOptions
     bool failFast = false;
     bool dryRun = false;
     WorkOptions work;
+    FormOptions form;
     bool again = false;
     bool replace = false;
     bool sync = false;
@@ -87,6 +89,7 @@ WorkOrder OrderOf(const ConvertOptions& options)
     order.sync = options.sync || PutsAway(options.work);
     order.again = options.again;
     order.replace = options.replace;
+    order.form = FormOf(options.form);
     order.mirror = Mirrors(options);
     return order;
 }
@@ -129,7 +132,8 @@ int Convert(const ConvertOptions& options, const RecordingList& list,
     const auto lost = static_cast<size_t>(std::count_if(
         list.refusals.begin(), list.refusals.end(), [](const Refusal& refusal) { return refusal.failed; }));
     const bool compares = !options.work.noVerify && !options.trustWriter;
-    BatchReport report(FormOf(options), compares, list.recordings.size() + lost);
+    BatchReport report(FormOf(options), compares, FormOf(options.form).IsGiven(),
+                       list.recordings.size() + lost);
     for (const Refusal& refusal : list.refusals)
         report.Add(refusal);
     Progress progress(list.recordings.size(), !options.quiet && list.recordings.size() > 1);
@@ -197,7 +201,6 @@ int RunConvert(const ConvertOptions& options)
     LimitMemory(options.maxMemory);
 
     Host host(FromUtf8(options.device.log));
-    host.LoadDefaults(choice.ini, choice.defaults);
     std::vector<std::unique_ptr<Worker>> workers =
         MakeWorkers(host, choice, order, WorkerCount(options, list.recordings.size()), !options.quiet);
     return Convert(options, list, workers);
@@ -271,21 +274,26 @@ void AddReportOptions(CLI::App& command, ConvertOptions& options)
 
 std::string Footer()
 {
-    return HelpText("convert",
-                    "A recording is a first file (.ZU or .zu) with its continuation files (.Z01 ... .Z0f) "
-                    "beside it; give the\n"
-                    "first file or the directory, the others are found. For each recording one line on "
-                    "standard output has\n"
-                    "the record's name and the notes on it; failures and the summary go to standard error.\n"
-                    "Ctrl-C ends after the current recordings, a second Ctrl-C at once.\n"
-                    "\n"
-                    "Exit code: 0 all recordings converted, 1 at least one failed, 2 wrong usage or "
-                    "configuration, 130 ended\n"
-                    "by Ctrl-C (143 by SIGTERM).\n"
-                    "\n"
-                    "Example, with the sample station:\n"
-                    "  zucmtr sample --out station\n"
-                    "  zucmtr convert --out station/comtrade --make-out station/*.ZU");
+    return HelpText(
+        "convert",
+        "A recording is a first file (.ZU or .zu) with its continuation files (.Z01 ... .Z0f) "
+        "beside it; give the\n"
+        "first file or the directory, the others are found. For each recording one line on "
+        "standard output has\n"
+        "the record's name and the notes on it; failures and the summary go to standard error.\n"
+        "Ctrl-C ends after the current recordings, a second Ctrl-C at once.\n"
+        "\n"
+        "--form, --data, --revision and --encoding have precedence over the ini file. A CFF file is "
+        "of revision 2013:\n"
+        "one of --form and --revision decides the other unless both are given.\n"
+        "\n"
+        "Exit code: 0 all recordings converted, 1 at least one failed, 2 wrong usage or "
+        "configuration, 130 ended\n"
+        "by Ctrl-C (143 by SIGTERM).\n"
+        "\n"
+        "Example, with the sample station:\n"
+        "  zucmtr sample --out station\n"
+        "  zucmtr convert --out station/comtrade --make-out station/*.ZU");
 }
 
 } // namespace
@@ -297,6 +305,7 @@ void AddConvertCommand(CLI::App& app, Action& chosen)
     const auto options = std::make_shared<ConvertOptions>();
     AddDeviceOptions(*command, options->device);
     AddOutputOptions(*command, *options);
+    AddFormOptions(*command, options->form);
     AddRunOptions(*command, *options);
     AddSafetyOptions(*command, *options);
     AddReportOptions(*command, *options);

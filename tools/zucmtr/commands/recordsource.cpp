@@ -4,6 +4,7 @@
 #include "config/deviceinikeys.h"
 #include "text/texts.h"
 #include "zucmtr/host/host.h"
+#include "zucmtr/host/recordform.h"
 #include "zucmtr/terminal/command.h"
 
 #include "explain/file.h"
@@ -13,30 +14,24 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QStringList>
-#include <QTextCodec>
 
 namespace {
 
-// Keys that decide what becomes of the files. They override the user's, as the last of equal keys counts.
-const char* const OwnKeys = "\nУдалять исходные=0\nТип Comtrade CFF=0\nТип Comtrade BIN=1\n"
-                            "Кодировка Comtrade UTF8=1\nТип Comtrade 1999=0\n";
+// Keys that decide what becomes of the files.
+QString OwnKeys()
+{
+    RecordForm form;
+    form.isContainer = false;
+    form.isBinary = true;
+    form.is1999 = false;
+    form.isUtf8 = true;
+    return QStringLiteral("Удалять исходные=0\n") + form.Keys();
+}
 
 bool IsRecord(const QString& file)
 {
     return file.endsWith(QLatin1String(".cfg"), Qt::CaseInsensitive) ||
            file.endsWith(QLatin1String(".cff"), Qt::CaseInsensitive);
-}
-
-// As UTF-8, whatever the byte order mark of the file says.
-QByteArray ReadWhole(const QString& path)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        throw ConfigurationError(Tr("record source", "--ini: '%1' cannot be read: %2")
-                                     .arg(path, explain::SystemText(file.errorString())));
-    const QByteArray bytes = file.readAll();
-    const QTextCodec* marked = QTextCodec::codecForUtfText(bytes, nullptr);
-    return marked == nullptr ? bytes : marked->toUnicode(bytes).toUtf8();
 }
 
 // A text that an ini file can hold: a ";" would start a comment.
@@ -45,23 +40,14 @@ QString IniValue(QString text)
     return text.replace(QLatin1Char(';'), QLatin1Char(','));
 }
 
-// The defaults of a recording of which nothing but its name is known.
-QByteArray NamelessDefaults(const QString& file)
+// The ini file for a recording of which nothing but its name is known.
+QByteArray NamelessIni(const QString& file)
 {
     const QString name = IniValue(QFileInfo(file).completeBaseName());
     QMap<QString, QString> values = {{QStringLiteral("Объект"), name}};
     for (const char* key : {"Энергосистема", "Субъект", "Источник", "Версия ПО", "Версия аппаратной части"})
         values.insert(QString::fromUtf8(key), QStringLiteral("-"));
     return DefaultsLines(QStringLiteral("Default"), values).join(QLatin1Char('\n')).toUtf8();
-}
-
-// The ini file of the conversion; sections that appear twice are one.
-QByteArray IniText(const QString& file, const DeviceChoice& choice)
-{
-    if (choice.ini.isEmpty())
-        return NamelessDefaults(file) + OwnKeys + "\n[Device]\nИсточник=-\n";
-    const QByteArray device = "\n[" + choice.device.toUtf8() + "]";
-    return ReadWhole(choice.ini) + device + OwnKeys;
 }
 
 void Write(const QString& path, const QByteArray& bytes)
@@ -93,16 +79,16 @@ void Check(const QString& file, const QString& reason)
 }
 
 // Failures are reported with the name of the user's own ini file.
-unsigned int LoadDevice(Host& host, const QString& ini, const DeviceChoice& choice)
+unsigned int LoadDevice(Host& host, const ChangedIni& ini)
 {
-    const bool ownIni = !choice.ini.isEmpty();
+    const DeviceChoice& choice = ini.Choice();
     try {
-        host.LoadDefaults(ini, ownIni ? choice.defaults : QStringLiteral("Default"));
-        const unsigned int device = host.LoadDevice(ini, ownIni ? choice.device : QStringLiteral("Device"));
+        host.LoadDefaults(choice.ini, choice.defaults);
+        const unsigned int device = host.LoadDevice(choice.ini, choice.device);
         Host::TakeNotes(device);
         return device;
     } catch (const ConfigurationError& error) {
-        throw ConfigurationError(QStringList(error.Lines()).replaceInStrings(ini, choice.ini));
+        throw ConfigurationError(ini.WithOwnName(error.Message()).split(QLatin1Char('\n')));
     }
 }
 
@@ -134,13 +120,17 @@ void RecordSource::Convert(const QString& file, const DeviceChoice& choice)
         throw SourceError(Tr("record source", "no temporary directory: %1")
                               .arg(explain::SystemText(directory->errorString())));
     const QDir inside(directory->path());
-    const QString own = inside.filePath(QStringLiteral("view.ini"));
-    Write(own, IniText(file, choice));
+    DeviceChoice complete = choice;
+    if (choice.ini.isEmpty()) {
+        complete = {inside.filePath(QStringLiteral("nameless.ini")), QStringLiteral("Default"),
+                    QStringLiteral("Device")};
+        Write(complete.ini, NamelessIni(file));
+    }
     inside.mkdir(QStringLiteral("record"));
     const QString out = inside.filePath(QStringLiteral("record"));
 
     Host host{QString()};
-    const unsigned int device = LoadDevice(host, own, choice);
+    const unsigned int device = LoadDevice(host, ChangedIni(complete, OwnKeys()));
     const QString linked = LinkChain(file, inside);
     const Outcome outcome = host.Convert(linked, out, device);
     if (!outcome.converted)

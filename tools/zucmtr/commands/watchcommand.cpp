@@ -125,7 +125,6 @@ int Begin(const WatchOptions& options)
     WatchJournal journal(options.state.empty() ? order.out + QStringLiteral("/.zucmtr-watch")
                                                : FromUtf8(options.state));
     Host host(FromUtf8(options.device.log));
-    host.LoadDefaults(choice.ini, choice.defaults);
     const std::vector<std::unique_ptr<Worker>> workers = MakeWorkers(host, choice, order, 1, true);
     Worker& worker = *workers.front();
     const bool good = Watch(WatchOrderOf(options, worker), worker, journal).Run();

@@ -28,6 +28,7 @@ QJsonObject JsonOf(const BatchItem& item)
     object["error"] = hasFailed ? QJsonValue(item.error) : QJsonValue();
     object["record"] = item.recordName;
     object["directory"] = item.directory;
+    object["form"] = item.form;
     object["files"] = QJsonArray::fromStringList(item.files);
     object["sources"] = QJsonArray::fromStringList(item.sources);
     object["notes"] = QJsonArray::fromStringList(item.notes);

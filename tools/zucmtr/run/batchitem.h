@@ -36,6 +36,7 @@ struct BatchItem
     bool noRoom = false;                     // because a disk is full
     QString recordName;    // without directory and extension; may be unknown for a failed one
     QString directory;     // of the record
+    QString form;          // of the record: words as the options of convert have them, with blanks between
     QStringList files;     // paths of the record's files
     QStringList sources;   // paths of the recording's files, as far as they are known
     QStringList notes;     // of the library, and of the program
@@ -55,12 +56,12 @@ struct BatchItem
 template <class Item, class Visitor>
 void ForEachField(Item& item, const Visitor& visit)
 {
-    auto& [recording, state, error, reason, blame, noRoom, recordName, directory, files, sources, notes,
+    auto& [recording, state, error, reason, blame, noRoom, recordName, directory, form, files, sources, notes,
            leftOut, written, verified, fate, seconds, summary] = item;
     auto& [path, top, below] = recording;
     const auto all = [&visit](auto&... fields) { (visit(fields), ...); };
-    all(path, top, below, state, error, reason, blame, noRoom, recordName, directory, files, sources, notes,
-        leftOut, written, verified, fate, seconds, summary);
+    all(path, top, below, state, error, reason, blame, noRoom, recordName, directory, form, files, sources,
+        notes, leftOut, written, verified, fate, seconds, summary);
 }
 
 /// The item as it is reported to programs; docs/json.md lists the keys.

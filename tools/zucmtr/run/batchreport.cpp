@@ -20,8 +20,8 @@ QString PlaceOf(const BatchItem& item)
 
 } // namespace
 
-BatchReport::BatchReport(ReportForm form_, bool comparesAll_, size_t total_)
-    : form(form_), comparesAll(comparesAll_), total(total_)
+BatchReport::BatchReport(ReportForm form_, bool comparesAll_, bool showsForms_, size_t total_)
+    : form(form_), comparesAll(comparesAll_), showsForms(showsForms_), total(total_)
 {}
 
 void BatchReport::Add(const Refusal& refusal)
@@ -80,6 +80,8 @@ void BatchReport::PrintOutcome(const BatchItem& item) const
     if (item.state == ItemState::Planned)
         text += item.directory + QLatin1Char('/');
     text += item.recordName;
+    if (showsForms)
+        text += QLatin1String(" (") + item.form + QLatin1Char(')');
     if (item.state == ItemState::Present)
         text += Tr("batch", "; it was there already");
     PrintLine(WithNotes(text, item.notes));

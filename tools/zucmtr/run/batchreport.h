@@ -17,8 +17,9 @@ enum class ReportForm {
 class BatchReport
 {
 public:
-    /// total is the number of all recordings of the run.
-    BatchReport(ReportForm form_, bool comparesAll_, size_t total_);
+    /// total is the number of all recordings of the run; with showsForms each line has the form of its
+    /// record.
+    BatchReport(ReportForm form_, bool comparesAll_, bool showsForms_, size_t total_);
 
     /// An argument from which nothing is converted.
     void Add(const Refusal& refusal);
@@ -36,6 +37,7 @@ private:
 
     const ReportForm form;
     const bool comparesAll;
+    const bool showsForms;
     const size_t total;
     size_t converted = 0;
     size_t present = 0;

@@ -212,6 +212,7 @@ bool Worker::CanBeRead(const QString& file)
 void Worker::Name(BatchItem& item, const QString& recordName) const
 {
     item.recordName = recordName;
+    item.form = verifier.Parameters().Form();
     item.files.clear();
     for (const QString& name : verifier.Parameters().RecordFiles(recordName))
         item.files << item.directory + QLatin1Char('/') + name;

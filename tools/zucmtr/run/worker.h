@@ -4,6 +4,7 @@
 
 #include "zucmtr/host/devicechoice.h"
 #include "zucmtr/host/host.h"
+#include "zucmtr/host/recordform.h"
 #include "zucmtr/run/batchitem.h"
 
 #include "analysis/linedata.h"
@@ -23,6 +24,7 @@ struct WorkOrder
     bool summary = false;     // find out what happened, for the report
     analysis::Lines lines;    // for these three
     QString lineFile;         // path of the file that has them; empty: none
+    RecordForm form;          // of the records, over the ini file
     bool removeSource = false;
     QString archive;      // directory for the recordings; empty: none
     bool sync = false;    // records are on the disk when their work is done; always where recordings go

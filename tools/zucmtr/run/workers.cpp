@@ -47,14 +47,13 @@ void ReportLoadingNotes(unsigned int device, const DeviceChoice& choice)
 }
 
 // What concerns every recording is reported once, before the first.
-void WarnOfIni(const DeviceChoice& choice)
+void WarnOfIni(const QString& ini, const DeviceChoice& loaded)
 {
-    if (const std::optional<inicheck::Encoding> encoding = inicheck::IniLines(choice.ini).OtherEncoding())
-        Complain(choice.ini + QLatin1String(": ") + inicheck::EncodingText(*encoding));
+    if (const std::optional<inicheck::Encoding> encoding = inicheck::IniLines(ini).OtherEncoding())
+        Complain(ini + QLatin1String(": ") + inicheck::EncodingText(*encoding));
     for (const inicheck::Finding& finding :
-         inicheck::SpoilsRecords(choice.ini, choice.defaults, choice.device))
-        Complain(choice.ini + QLatin1Char(':') + QString::number(finding.line) + QLatin1String(": ") +
-                 finding.text);
+         inicheck::SpoilsRecords(loaded.ini, loaded.defaults, loaded.device))
+        Complain(ini + QLatin1Char(':') + QString::number(finding.line) + QLatin1String(": ") + finding.text);
 }
 
 // If every record is bound to be wrong, the recordings need not be read one by one.
@@ -67,20 +66,32 @@ void CheckRecordsCanBeRight(const DeviceChoice& choice, const WorkOrder& order)
                                  .arg(choice.device, choice.ini));
 }
 
+std::vector<std::unique_ptr<Worker>> Load(Host& host, const DeviceChoice& choice, const DeviceChoice& loaded,
+                                          const WorkOrder& order, size_t count, bool loud)
+{
+    host.LoadDefaults(loaded.ini, loaded.defaults);
+    WarnOfIni(choice.ini, loaded);
+    CheckRecordsCanBeRight(loaded, order);
+    std::vector<std::unique_ptr<Worker>> workers;
+    for (size_t i = 0; i < count; ++i) {
+        const unsigned int device = host.LoadDevice(loaded.ini, loaded.device);
+        if (i == 0 && loud)
+            ReportLoadingNotes(device, choice);
+        workers.push_back(std::make_unique<Worker>(host, device, loaded, order));
+    }
+    CheckDeletion(*workers.front(), order, choice);
+    return workers;
+}
+
 } // namespace
 
 std::vector<std::unique_ptr<Worker>> MakeWorkers(Host& host, const DeviceChoice& choice,
                                                  const WorkOrder& order, size_t count, bool loud)
 {
-    WarnOfIni(choice);
-    CheckRecordsCanBeRight(choice, order);
-    std::vector<std::unique_ptr<Worker>> workers;
-    for (size_t i = 0; i < count; ++i) {
-        const unsigned int device = host.LoadDevice(choice.ini, choice.device);
-        if (i == 0 && loud)
-            ReportLoadingNotes(device, choice);
-        workers.push_back(std::make_unique<Worker>(host, device, choice, order));
+    const ChangedIni ini(choice, order.form.Keys());
+    try {
+        return Load(host, choice, ini.Choice(), order, count, loud);
+    } catch (const ConfigurationError& error) {
+        throw ConfigurationError(ini.WithOwnName(error.Message()).split(QLatin1Char('\n')));
     }
-    CheckDeletion(*workers.front(), order, choice);
-    return workers;
 }

@@ -763,30 +763,6 @@ Example, with the sample station:
         <translation>не преобразована: %1</translation>
     </message>
     <message>
-        <source>A recording is a first file (.ZU or .zu) with its continuation files (.Z01 ... .Z0f) beside it; give the
-first file or the directory, the others are found. For each recording one line on standard output has
-the record&apos;s name and the notes on it; failures and the summary go to standard error.
-Ctrl-C ends after the current recordings, a second Ctrl-C at once.
-
-Exit code: 0 all recordings converted, 1 at least one failed, 2 wrong usage or configuration, 130 ended
-by Ctrl-C (143 by SIGTERM).
-
-Example, with the sample station:
-  zucmtr sample --out station
-  zucmtr convert --out station/comtrade --make-out station/*.ZU</source>
-        <translation>Осциллограмма — это первый файл (.ZU или .zu) и файлы продолжения (.Z01 ... .Z0f) рядом с ним; укажите
-первый файл или каталог, остальные находятся сами. Для каждой осциллограммы в стандартный вывод пишется
-строка с именем записи и замечаниями; ошибки и итог идут в стандартный вывод ошибок.
-Ctrl-C завершает работу после начатых осциллограмм, второй Ctrl-C — сразу.
-
-Код завершения: 0 все преобразованы, 1 хотя бы одна с ошибкой, 2 неверный вызов или настройка, 130 прервано
-по Ctrl-C (143 по SIGTERM).
-
-Пример с учебной станцией:
-  zucmtr sample --out station
-  zucmtr convert --out station/comtrade --make-out station/*.ZU</translation>
-    </message>
-    <message>
         <source>warnings and notes on section [%1] of &apos;%2&apos;:</source>
         <translation>предупреждения и замечания к секции [%1] файла «%2»:</translation>
     </message>
@@ -825,6 +801,36 @@ Ctrl-C завершает работу после начатых осцилло�
     <message>
         <source>nothing is converted: with [%1] of &apos;%2&apos; as it is no record would be right; correct the line above</source>
         <translation>ничего не преобразовано: с секцией [%1] файла «%2» в таком виде ни одна запись не будет верной; исправьте указанную выше строку</translation>
+    </message>
+    <message>
+        <source>A recording is a first file (.ZU or .zu) with its continuation files (.Z01 ... .Z0f) beside it; give the
+first file or the directory, the others are found. For each recording one line on standard output has
+the record&apos;s name and the notes on it; failures and the summary go to standard error.
+Ctrl-C ends after the current recordings, a second Ctrl-C at once.
+
+--form, --data, --revision and --encoding have precedence over the ini file. A CFF file is of revision 2013:
+one of --form and --revision decides the other unless both are given.
+
+Exit code: 0 all recordings converted, 1 at least one failed, 2 wrong usage or configuration, 130 ended
+by Ctrl-C (143 by SIGTERM).
+
+Example, with the sample station:
+  zucmtr sample --out station
+  zucmtr convert --out station/comtrade --make-out station/*.ZU</source>
+        <translation>Осциллограмма — это первый файл (.ZU или .zu) и файлы продолжения (.Z01 ... .Z0f) рядом с ним; укажите
+первый файл или каталог, остальные находятся сами. Для каждой осциллограммы в стандартный вывод пишется
+строка с именем записи и замечаниями; ошибки и итог идут в стандартный вывод ошибок.
+Ctrl-C завершает работу после начатых осциллограмм, второй Ctrl-C — сразу.
+
+Параметры --form, --data, --revision и --encoding важнее настроек из ini-файла. Файл CFF бывает только в
+редакции 2013: --form и --revision определяют друг друга, если не заданы оба.
+
+Код завершения: 0 все преобразованы, 1 хотя бы одна с ошибкой, 2 неверный вызов или настройка, 130 прервано
+по Ctrl-C (143 по SIGTERM).
+
+Пример с учебной станцией:
+  zucmtr sample --out station
+  zucmtr convert --out station/comtrade --make-out station/*.ZU</translation>
     </message>
 </context>
 <context>
@@ -1121,6 +1127,29 @@ Example, with the sample station:
     <message>
         <source>it is a part of a COMTRADE record, not a recording (.ZU); &apos;zucmtr info&apos; and &apos;zucmtr view&apos; take its configuration &apos;%1&apos;</source>
         <translation>это часть записи COMTRADE, а не осциллограмма (.ZU); «zucmtr info» и «zucmtr view» принимают её конфигурацию «%1»</translation>
+    </message>
+</context>
+<context>
+    <name>form</name>
+    <message>
+        <source>Files of a record: cfg, several with .cfg as the first; cff, a single one</source>
+        <translation>Файлы записи: cfg — несколько, первый из них .cfg; cff — один</translation>
+    </message>
+    <message>
+        <source>Samples as text or binary</source>
+        <translation>Отсчёты текстом или двоичные</translation>
+    </message>
+    <message>
+        <source>Revision of COMTRADE</source>
+        <translation>Редакция COMTRADE</translation>
+    </message>
+    <message>
+        <source>Encoding of the texts</source>
+        <translation>Кодировка текстов</translation>
+    </message>
+    <message>
+        <source>--form cff and --revision 1999: a CFF file is of revision 2013; leave one of the two out</source>
+        <translation>--form cff и --revision 1999: файл CFF бывает только в редакции 2013; уберите один из двух параметров</translation>
     </message>
 </context>
 <context>
@@ -2025,11 +2054,18 @@ Example, with the sample station:
     </message>
 </context>
 <context>
-    <name>record source</name>
+    <name>record form</name>
     <message>
         <source>--ini: &apos;%1&apos; cannot be read: %2</source>
         <translation>--ini: «%1» не читается: %2</translation>
     </message>
+    <message>
+        <source>&apos;%1&apos; cannot be written: %2; free space in the directory for temporary files</source>
+        <translation>«%1» не записывается: %2; освободите место в каталоге временных файлов</translation>
+    </message>
+</context>
+<context>
+    <name>record source</name>
     <message>
         <source>&apos;%1&apos; cannot be written: %2; free space in the directory for temporary files</source>
         <translation>«%1» не записывается: %2; освободите место в каталоге временных файлов</translation>
