@@ -9,6 +9,7 @@ import subprocess
 import unittest
 import xml.etree.ElementTree
 
+from browser import until
 from pages import PROGRAM, browser, folder, run_tests, zucmtr
 from records import Written
 
@@ -110,6 +111,7 @@ class AnswerSheet(unittest.TestCase):
     def test_page_opens_on_it_and_says_the_sentences(self):
         for fault in (again, evolving, ranged, quiet):
             browser.open(fault.page, "lang=en")
+            until(lambda: browser.texts("#answerSheet h2"), "the sheet")
             self.assertEqual(fault.summary["text"], browser.texts("#answerSheet h2, #answerSheet .sentences p"))
             self.assertEqual("What happened", browser.text("[aria-selected=true]"))
             browser.run("document.querySelector('[data-language=ru]').click()")
@@ -179,6 +181,7 @@ class AnswerSheet(unittest.TestCase):
             scale = width / operating["trip"]
             for key in ("start", "trip", "breaker"):
                 self.assertEqual([duration(operating[key])], rows[key][1])
+                self.assertAlmostEqual(origin, rows[key][0][0][0], delta=0.01)
                 self.assertAlmostEqual(operating[key] * scale, rows[key][0][0][1], delta=0.01)
             self.assertEqual(duration(operating["clearing"]), rows["fault"][1][0])
             self.assertAlmostEqual(operating["clearing"] * scale, rows["fault"][0][0][1], delta=0.01)
@@ -400,7 +403,7 @@ class AnyRecord(unittest.TestCase):
             "one": ([("Ua", "", "kV", 0.01, 0.0, sine)], []),
             "states": ([], [("Protection start", "W1", step)]),
             "circuitless": ([(name, "", unit, 0.01, 0.0, sine) for name, unit in (("Ua", "kV"), ("Ia", "A"), ("Ib", "A"), ("Ic", "A"))], []),
-            "hostile": ([("<i>Ua</i>", "<b>W1</b>", "kV", 0.01, 0.0, sine)], [("<u>S</u>", "<b>W1</b>", step)]),
+            "hostile": ([(name + " <i>x</i>", "<b>W1</b>", "A", 0.01, 0.0, sine) for name in ("Ia", "Ib", "Ic")], [("<u>S</u>", "<b>W1</b>", step)]),
             "empty": ([("Ua", "W1", "kV", 0.01, 0.0, [])], [("S", "W1", [])])}
         for name, (analog, states) in records.items():
             for trigger in (0.1, 30.0):
@@ -411,10 +414,12 @@ class AnyRecord(unittest.TestCase):
                 summary = json.loads(run("events", "--json", path))
                 self.assertEqual(summary["text"], browser.texts("#answerSheet h2, #answerSheet .sentences p"))
                 self.assertEqual(len(summary["events"]), len(cells(".events")))
+                before = [(name, one["unit"], number(one["magnitude"], 3)) for name, one in summary["phasors"]["before"].items()]
+                self.assertEqual(sorted(before), sorted(tuple(row[:3]) for row in cells(".magnitudes")))
                 text = browser.run("return document.getElementById('answerSheet').innerText")
                 self.assertIsNone(re.search("NaN|undefined|Infinity|null", text), text)
                 self.assertEqual([], browser.log("browser"))
-                self.assertEqual([], browser.texts("#answerSheet i, #answerSheet u"))
+                self.assertEqual([], browser.texts("#answerSheet i, #answerSheet u, #answerSheet b:not([class])"))
 
 
 class PageHead(unittest.TestCase):
