@@ -56,7 +56,7 @@ void DrawFaultMarks(QPainter& painter, const analysis::Summary& summary, const S
         painter.setPen(mark.color);
         painter.drawText(QRectF(left, top, width, RowHeight), Qt::AlignCenter, mark.name);
         painter.setPen(QPen(mark.color, 1.3));
-        painter.drawLine(QPointF(x, top + RowHeight), QPointF(x, charts.bottom()));
+        painter.drawLine(QPointF(x, charts.top()), QPointF(x, charts.bottom()));
     }
 }
 

@@ -1,6 +1,7 @@
 #include "view/faultpanel.h"
 
 #include "analysis/channelrole.h"
+#include "analysis/linematch.h"
 #include "text/texts.h"
 #include "view/linediagram.h"
 #include "view/pens.h"
@@ -69,29 +70,38 @@ QString Magnitude(const analysis::Phasor& phasor, const QString& unit)
     return std::isfinite(value) ? analysis::Decimal(value, 3) : QStringLiteral("—");
 }
 
+// Those that make up the faulted circuit, with the voltages that serve it.
+bool IsOwn(size_t channel, const analysis::Summary& summary)
+{
+    const analysis::Circuit& circuit = *summary.FaultedCircuit();
+    const analysis::Line* line = analysis::LineOf(circuit.name, summary.lines);
+    const analysis::Circuit* voltages = analysis::VoltagesOf(circuit, summary.circuits, line);
+    const auto has = [channel](const analysis::Circuit::Channels& channels) {
+        return std::find(channels.begin(), channels.end(), static_cast<int>(channel)) != channels.end();
+    };
+    return has(circuit.currents) || has((voltages == nullptr ? circuit : *voltages).voltages);
+}
+
 Rows MagnitudeRows(const analysis::Summary& summary)
 {
     Rows rows = {{Tr("view", "RMS"), Tr("view", "before"), Tr("view", "during"), Tr("view", "after")}};
     for (const analysis::ChannelPhasors& one : summary.findings.fault->phasors) {
         const comtrade::AnalogChannel& channel = summary.config.analog[one.channel];
-        const analysis::Circuit& circuit = *summary.FaultedCircuit();
-        if (channel.circuit != circuit.name)
+        if (!IsOwn(one.channel, summary))
             continue;
-        const QString name = QString(channel.name).remove(circuit.name).trimmed();
+        const QString name = QString(channel.name).remove(channel.circuit).trimmed();
         rows.push_back(
             {(name.isEmpty() ? channel.name : name) + QStringLiteral(", ") + analysis::WithKilo(channel.unit),
              Magnitude(one.before, channel.unit), Magnitude(one.during, channel.unit),
              Magnitude(one.after, channel.unit)});
     }
-    constexpr size_t most = 11;
-    rows.resize(std::min(rows.size(), most));
     return rows;
 }
 
 // A row of heads and rows of values in columns of one width, the first one wider.
 void DrawRows(QPainter& painter, const Rows& rows, const QRectF& area)
 {
-    constexpr double column = 74;
+    constexpr double column = 62;
     double y = area.top();
     for (const QStringList& row : rows) {
         const bool isHead = &row == &rows.front();

@@ -51,12 +51,13 @@ void DrawTitle(QPainter& painter, const comtrade::Configuration& config, const Q
 {
     SetFont(painter, 24, true);
     painter.setPen(Ink);
-    painter.drawText(QRectF(Margin, 14, Width - 2 * Margin, 30), Qt::AlignVCenter, config.station);
+    painter.drawText(QRectF(Margin, 14, Width - 2 * Margin, 30), Qt::AlignVCenter,
+                     Fitting(config.station, Width - 2 * Margin, 24, true));
     SetFont(painter, 15);
     painter.setPen(Quiet);
     const QStringList parts = {config.device, StampText(config.trigger), circuit};
     painter.drawText(QRectF(Margin, 44, Width - 2 * Margin, 22), Qt::AlignVCenter,
-                     parts.join(QStringLiteral("  ·  ")));
+                     Fitting(parts.join(QStringLiteral("  ·  ")), Width - 2 * Margin, 15));
 }
 
 // The time axis, below and through all charts.

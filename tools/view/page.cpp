@@ -51,8 +51,9 @@ constexpr const char* Scripts[] = {
     "cursorbar", // the cursors on sheets without strips
     "answertexts",   "faultphases",  "faultdiagram", "operatingchart", "answertables",
     "answerfacts",   "eventtable",   "answer",       "planetexts",     "planeview",
-    "planeloci",     "planedrawing", "planevalues",  "planepointer",   "plane", // R and X
-    "spectrumlines",                                                            // over one period or several
+    "planeloci",     "planedrawing", "planevalues",  "planepointer", // the R-X plane
+    "plane",
+    "spectrumlines", // over one period or several
     "spectrumchart", "spectrum",     "values",       "main",
 };
 

@@ -15,18 +15,25 @@
       this.events = new view.EventTable(this.answer, page.data.count, (sample) => this.goTo(sample));
     }
 
+    // The sheet is made when it is seen.
     build() {
+      this.isStale = true;
+      this.draw();
+    }
+
+    make() {
+      this.isStale = false;
       this.drawings = [];
       const left = [this.faultCard(), this.distanceCard(), this.partsCard()].filter(Boolean);
       const right = [this.operatingCard(), this.magnitudeCard()].filter(Boolean);
       const columns = [left, right].filter((cards) => cards.length > 0).map((cards) => view.html('div', { className: 'column' }, ...cards));
       this.element.replaceChildren(this.leadCard(), view.html('div', { className: 'columns' }, ...columns), ...[this.eventCard()].filter(Boolean));
-      this.draw();
     }
 
     // The drawings are as wide as their places, so that their texts keep their size.
     draw() {
       if (this.element.hidden) return;
+      if (this.isStale) this.make();
       for (const drawing of this.drawings) {
         const width = Math.floor(drawing.place.clientWidth);
         if (width === 0 || width === drawing.width) continue;
@@ -133,7 +140,7 @@
     // Made when it is first seen: a station has hundreds of channels.
     folded(circuits, shown) {
       if (circuits.length === 0) return [];
-      const details = view.html('details', { className: 'folded' }, view.html('summary', { textContent: view.text('answerOthers', circuits.length) }));
+      const details = view.html('details', { className: 'otherCircuits' }, view.html('summary', { textContent: view.text('answerOthers', circuits.length) }));
       details.addEventListener('toggle', () => details.append(...circuits.map((circuit) => this.circuitMagnitudes(circuit, shown))), { once: true });
       return [details];
     }

@@ -6,15 +6,16 @@
 
   view.addTexts({
     en: {
-      copy: 'Copy', copyHint: 'Copy the table as text, for spreadsheets and letters', copyCsv: 'CSV', copyCsvHint: 'Copy the table as CSV',
-      copySave: '↓', copySaveHint: 'Save the table as a CSV file',
+      copy: 'Copy', copyHint: 'Copy the table as text, for spreadsheets and letters', copyCsvHint: 'Copy the table as CSV',
+      copySaveHint: 'Save the table as a CSV file',
     },
     ru: {
-      copy: 'Копировать', copyHint: 'Скопировать таблицу как текст, для электронных таблиц и писем', copyCsv: 'CSV', copyCsvHint: 'Скопировать таблицу в виде CSV',
-      copySave: '↓', copySaveHint: 'Сохранить таблицу в файл CSV',
+      copy: 'Копировать', copyHint: 'Скопировать таблицу как текст, для электронных таблиц и писем', copyCsvHint: 'Скопировать таблицу в виде CSV',
+      copySaveHint: 'Сохранить таблицу в файл CSV',
     },
   });
 
+  const signs = { copyCsv: 'CSV', copySave: '↓' }; // in any language
   const digits = 10; // of a number, more than any record has
   const byteOrderMark = '\ufeff'; // by which spreadsheets know UTF-8
   const isRussian = () => document.documentElement.lang === 'ru';
@@ -95,13 +96,14 @@
       copySave: async () => save(view.asCsv(rows()), name),
     };
     return view.html('span', { className: 'switch copy' }, ...Object.keys(actions).map((key) => {
-      const button = view.html('button', { type: 'button', textContent: view.text(key), title: view.text(`${key}Hint`) });
+      const textContent = signs[key] || view.text(key);
+      const button = view.html('button', { type: 'button', textContent, title: view.text(`${key}Hint`) });
       button.setAttribute('aria-label', button.title);
       button.dataset.copies = key;
       button.addEventListener('click', async () => {
         button.style.minWidth = `${button.offsetWidth}px`; // while it says so
         await actions[key]();
-        thank(button, view.text(key));
+        thank(button, textContent);
       });
       return button;
     }));

@@ -12,7 +12,7 @@
       derivedUnits: ['V', 'kV', 'A', 'kA', 'W', 'kW', 'MW', 'var', 'kvar', 'Mvar', 'Hz', 'Hz/s', 'Ω'],
     },
     ru: {
-      derivedRms: 'Действ.', derivedComponents: 'Симм. сост.', derivedPower: 'P, Q', derivedFrequency: 'Частота', derivedImpedance: 'Сопротивление',
+      derivedRms: 'Действ.', derivedComponents: 'Симм. сост.', derivedPower: 'P и Q', derivedFrequency: 'Частота', derivedImpedance: 'Сопротивление',
       derivedRmsHint: 'Действующие значения за период в зависимости от времени', derivedComponentsHint: 'Симметричные составляющие в зависимости от времени',
       derivedPowerHint: 'Активная и реактивная мощность трёх фаз в зависимости от времени', derivedFrequencyHint: 'Частота и скорость её изменения в зависимости от времени',
       derivedImpedanceHint: 'Активное и реактивное сопротивление петель КЗ в зависимости от времени, как их видит дистанционная защита',

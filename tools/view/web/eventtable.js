@@ -13,7 +13,7 @@
 
   function stateElement(event) {
     const words = [String(event.state)];
-    if (event.kind === 'answerBreaker') words.push(view.text(event.active ? 'answerClosed' : 'answerOpen'));
+    if (event.kind === 'breaker') words.push(view.text(event.active ? 'answerClosed' : 'answerOpen'));
     const state = view.html('span', { textContent: words.join(' ') });
     if (event.changes > 1)
       state.append(view.html('span', { className: 'quiet', textContent: ` (${view.text(event.bounce ? 'answerPulse' : 'answerBounced', event.changes)})` }));
@@ -28,7 +28,8 @@
   view.EventTable = class {
     // answer: of the data; count: samples in the page; goTo: called with the sample of the event that is chosen
     constructor(answer, count, goTo) {
-      this.events = answer.summary.events.map((event, index) => ({ ...event, index, sample: answer.changes[index][0] }));
+      this.events = answer.summary.events;
+      this.changes = answer.changes;
       this.leftOut = answer.summary.eventsLeftOut;
       this.circuit = answer.faulted === null ? '' : answer.circuits[answer.faulted].name;
       this.count = count;
@@ -44,10 +45,10 @@
         [view.text('answerHeadSignal')], [view.text('answerHeadKind')], [view.text('answerHeadState')]];
       this.table = view.plainTable(columns, [], 'events');
       this.table.addEventListener('click', (event) => this.click(event));
-      this.count_ = view.html('span', { className: 'quiet listed' });
+      this.listed = view.html('span', { className: 'quiet listed' });
       this.more = view.html('button', { type: 'button', className: 'more', onclick: () => { this.most += moreRows; this.fill(); } });
       const leftOut = view.html('p', { className: 'quiet leftOut', hidden: this.leftOut === 0, textContent: view.text('answerLeftOut', this.leftOut) });
-      this.tools = view.html('div', { className: 'cardTools' }, ...(this.isMixed ? [this.filter()] : []), this.count_);
+      this.tools = view.html('div', { className: 'cardTools' }, ...(this.isMixed ? [this.filter()] : []), this.listed);
       this.element = view.html('div', {}, view.html('div', { className: 'scroll' }, this.table), this.more, leftOut);
       this.fill();
     }
@@ -64,32 +65,32 @@
 
     // Rows are added to those that are there, unless others are wanted: a long list grows without being made again.
     fill() {
-      const wanted = this.isFiltered ? this.events.filter((event) => event.circuit === this.circuit) : this.events;
+      const wanted = [...this.events.keys()].filter((place) => !this.isFiltered || this.events[place].circuit === this.circuit);
       const body = this.table.tBodies[0];
-      if (this.shown !== wanted.length || this.body !== body) body.replaceChildren();
-      this.shown = wanted.length;
-      this.body = body;
-      body.append(...wanted.slice(body.rows.length, this.most).map((event) => this.row(event)));
+      if (this.wanted !== wanted.length) body.replaceChildren();
+      this.wanted = wanted.length;
+      body.append(...wanted.slice(body.rows.length, this.most).map((place) => this.row(this.events[place], place)));
       const rest = wanted.length - body.rows.length;
       this.more.hidden = rest <= 0;
       this.more.textContent = view.text('answerMore', Math.min(rest, moreRows));
-      this.count_.textContent = rest > 0 || wanted.length < this.events.length ? view.text('answerListed', body.rows.length, this.events.length) : '';
+      this.listed.textContent = rest > 0 || wanted.length < this.events.length ? view.text('answerListed', body.rows.length, this.events.length) : '';
     }
 
-    row(event) {
-      const isHeld = event.sample >= 0 && event.sample < this.count;
+    row(event, place) {
+      const sample = this.changes[place][0];
+      const isHeld = sample >= 0 && sample < this.count;
       const time = view.html(isHeld ? 'button' : 'span', { textContent: clock(event.at), title: isHeld ? view.text('answerToEvent') : view.text('answerNotHeld') });
       if (isHeld) Object.assign(time, { type: 'button', className: 'link' });
       const cells = [time, signed(event.time), event.since === null ? '' : milliseconds(event.since), event.circuit, view.shortName(event), kindElement(event.kind), stateElement(event)];
       const row = view.html('tr', { className: isHeld ? 'held' : '' }, ...cells.map((cell, index) => view.html('td', { className: index === 1 || index === 2 ? 'number' : '' }, cell)));
       row.cells[4].title = event.name;
-      row.dataset.event = event.index;
+      row.dataset.event = place;
       return row;
     }
 
     click(event) {
       const row = event.target.closest('tr.held');
-      if (row) this.goTo(this.events[row.dataset.event].sample);
+      if (row) this.goTo(this.changes[row.dataset.event][0]);
     }
   };
 })(globalThis.zuView = globalThis.zuView || {});

@@ -2,6 +2,7 @@
 (function (view) {
   'use strict';
 
+  const example = '3I0 = Ia + Ib + Ic';
   const around = 30; // characters shown on both sides of a mistake
 
   view.FormulaPanel = class {
@@ -36,7 +37,7 @@
       const select = view.html('select', {}, ...circuits.map((circuit) => new Option(circuit || view.text('noCircuit'))));
       select.setAttribute('aria-label', view.text('circuit'));
       select.selectedIndex = circuits.indexOf(line.circuit);
-      const input = view.html('input', { type: 'text', value: line.text, placeholder: view.text('formulaNew'), spellcheck: false, autocomplete: 'off' });
+      const input = view.html('input', { type: 'text', value: line.text, placeholder: example, spellcheck: false, autocomplete: 'off' });
       input.setAttribute('aria-label', view.text('formulaField'));
       const error = view.html('p', { className: 'formulaError', hidden: true });
       const row = { line, input, error, element: view.html('div', { className: 'formulaRow' }, select, input, button, error) };

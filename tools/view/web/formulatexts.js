@@ -4,8 +4,8 @@
 
   view.addTexts({
     en: {
-      formulas: 'ƒ(x)', formulasTitle: 'Formulas', formulasHint: 'Calculated channels: add, change, delete', calculated: 'Calculated',
-      formulaNew: '3I0 = Ia + Ib + Ic', formulaAdd: 'Add', formulaDelete: 'Delete', formulaField: 'Formula, with or without a name before it',
+      formulasTitle: 'Formulas', formulasHint: 'Calculated channels: add, change, delete', calculated: 'Calculated',
+      formulaAdd: 'Add', formulaDelete: 'Delete', formulaField: 'Formula, with or without a name before it',
       formulaNames: 'Names:',
       formulaHelp: 'Name = formula in V and A, primary. + − * / ^ ( ), abs, sqrt, sqr, min, max, d(x) per second, int(x) area since the start, delay(x, ms), '
         + 'turn(x, degrees) of the mains. Channels: Ia, 3U0; of another circuit "circuit:Ia"; by number #12. Decimal point.',
@@ -33,8 +33,8 @@
       formulaCircuit: 'The record has no circuit “{0}”. Choose one of its own.',
     },
     ru: {
-      formulas: 'ƒ(x)', formulasTitle: 'Формулы', formulasHint: 'Расчётные каналы: добавить, изменить, удалить', calculated: 'Расчётные каналы',
-      formulaNew: '3I0 = Ia + Ib + Ic', formulaAdd: 'Добавить', formulaDelete: 'Удалить', formulaField: 'Формула, перед ней может стоять имя',
+      formulasTitle: 'Формулы', formulasHint: 'Расчётные каналы: добавить, изменить, удалить', calculated: 'Расчётные каналы',
+      formulaAdd: 'Добавить', formulaDelete: 'Удалить', formulaField: 'Формула, перед ней может стоять имя',
       formulaNames: 'Имена:',
       formulaHelp: 'Имя = формула в первичных В и А. + − * / ^ ( ), abs, sqrt, sqr, min, max, d(x) производная за секунду, int(x) интеграл от начала записи, '
         + 'delay(x, мс), turn(x, градусы сети). Каналы: Ia, 3U0; другого присоединения: "присоединение:Ia"; по номеру: #12. Дробная часть через точку.',

@@ -6,18 +6,18 @@
     en: {
       spectrumPeriods: 'Periods', spectrumPeriodsHint: 'Periods before the cursor that the spectrum is of. Over several, lines between the harmonics are seen, {0} of the line frequency apart',
       spectrumPercent: '% of fundamental', spectrumUnits: 'Units', spectrumLinear: 'Linear', spectrumLogarithmic: 'Logarithmic', spectrumFundamental: 'With the fundamental',
-      spectrumOrder: 'Order', spectrumDirect: '= direct', spectrumThd: 'THD, %', spectrumBetween: 'Between harmonics',
+      spectrumOrder: 'Order', spectrumDirect: '= direct', spectrumBetween: 'Between harmonics',
       spectrumBetweenHint: 'RMS of all that is between the harmonics: interharmonics, and what changes within the window',
-      spectrumNone: 'No channel is chosen.', spectrumMost: 'At most {0} channels at a time.', spectrumLine: '{0}, {1}: {2} {3}, {4} %, {5}', spectrumShort: 'The record starts less than {0} periods before the cursor.',
+      spectrumNone: 'No channel is chosen.', spectrumMost: 'At most {0} channels at a time.', spectrumShort: 'The record starts less than {0} periods before the cursor.',
       spectrumAt: '{0} before cursor {1}, {2}', spectrumHighest: 'Orders up to {0}, below half the sampling rate.', spectrumOnePeriod: 'One period', spectrumManyPeriods: '{0} periods',
       spectrumNoFundamental: 'Without a fundamental there are no percentages: {0}.',
     },
     ru: {
       spectrumPeriods: 'Периодов', spectrumPeriodsHint: 'Число периодов до курсора, по которым строится спектр. По нескольким видны линии между гармониками, через {0} частоты сети',
       spectrumPercent: '% от 1-й гармоники', spectrumUnits: 'Единицы', spectrumLinear: 'Линейно', spectrumLogarithmic: 'Логарифм', spectrumFundamental: 'С основной гармоникой',
-      spectrumOrder: 'Гармоника', spectrumDirect: '= пост.', spectrumThd: 'THD, %', spectrumBetween: 'Между гармониками',
+      spectrumOrder: 'Гармоника', spectrumDirect: '= пост.', spectrumBetween: 'Между гармониками',
       spectrumBetweenHint: 'Действующее значение всего, что между гармониками: интергармоник и изменений внутри окна',
-      spectrumNone: 'Не выбрано ни одного канала.', spectrumMost: 'Одновременно не больше {0} каналов.', spectrumLine: '{0}, {1}: {2} {3}, {4} %, {5}', spectrumShort: 'До курсора меньше {0} периодов записи.',
+      spectrumNone: 'Не выбрано ни одного канала.', spectrumMost: 'Одновременно не больше {0} каналов.', spectrumShort: 'До курсора меньше {0} периодов записи.',
       spectrumAt: '{0} до курсора {1}, {2}', spectrumHighest: 'Гармоники до {0}-й, ниже половины частоты дискретизации.', spectrumOnePeriod: 'Один период', spectrumManyPeriods: 'Периодов: {0},',
       spectrumNoFundamental: 'Без основной гармоники нет процентов: {0}.',
     },
@@ -200,8 +200,8 @@
       const shown = (rms) => (isPercent ? (100 * rms) / fundamental : rms / channel.baseFactor);
       const line = (order, rms, angle) => ({
         order, value: shown(rms),
-        text: view.text('spectrumLine', view.shortName(channel), order === 0 ? '=' : order, view.number(rms / channel.baseFactor), channel.shownUnit,
-          view.number((100 * rms) / fundamental), order === 0 ? '' : view.angle(angle)).replace(/, $/, ''),
+        text: `${view.shortName(channel)}, ${order || '='}: ${view.number(rms / channel.baseFactor)} ${channel.shownUnit}, ${view.number((100 * rms) / fundamental)} %`
+          + (order === 0 ? '' : `, ${view.angle(angle)}`),
       });
       const lines = [line(0, Math.abs(spectrum.direct)), ...spectrum.harmonics.map(({ order, rms, angle }) => line(order, rms, angle))];
       return { channel, color, lines: lines.filter(({ order }) => order !== 1 || hasFundamental), between: spectrum.between.map(({ order, rms }) => ({ order, value: shown(rms) })) };
@@ -212,7 +212,7 @@
       const { rows } = this;
       const ofRms = ({ channel, spectrum }, rms, angle = NaN) => [rms / channel.baseFactor, (100 * Math.abs(rms)) / (spectrum.harmonics[0].rms || NaN), angle];
       const lines = [
-        { label: view.text('spectrumThd'), numbers: rows.map(({ spectrum }) => [NaN, 100 * spectrum.thd, NaN]) },
+        { label: 'THD, %', numbers: rows.map(({ spectrum }) => [NaN, 100 * spectrum.thd, NaN]) },
         { label: view.text('spectrumDirect'), numbers: rows.map((row) => ofRms(row, row.spectrum.direct)) },
       ];
       if (this.settings.periods > 1)
