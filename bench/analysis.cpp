@@ -31,13 +31,34 @@ void Print(const std::vector<Cells>& lines)
 
 namespace bench {
 
-AnalysisLine AtMost(const std::string& what, double measured, double most, const std::string& unit)
+AnalysisLine Reported(const std::string& what, double measured, const std::string& unit)
 {
     char text[64];
     std::snprintf(text, sizeof text, "%.3g %s", measured, unit.c_str());
+    return {what, "", text, true};
+}
+
+AnalysisLine AtMost(const std::string& what, double measured, double most, const std::string& unit)
+{
+    AnalysisLine line = Reported(what, measured, unit);
     char limit[64];
     std::snprintf(limit, sizeof limit, "at most %g %s", most, unit.c_str());
-    return {what, limit, text, measured <= most};
+    line.mustReach = limit;
+    line.isMet = measured <= most;
+    return line;
+}
+
+void LargestErrors::Add(double hertz, double percent)
+{
+    double& worst = hertz == Nominal ? atNominal : elsewhere;
+    worst = std::max(worst, percent);
+}
+
+void AddErrors(const std::string& what, const std::string& others, const LargestErrors& worst,
+               const LargestErrors& most, AnalysisLines& lines)
+{
+    lines.push_back(AtMost(what + " at 50 Hz", worst.atNominal, most.atNominal, "%"));
+    lines.push_back(AtMost(what + " at " + others, worst.elsewhere, most.elsewhere, "%"));
 }
 
 } // namespace bench

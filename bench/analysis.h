@@ -7,6 +7,8 @@
 
 namespace bench {
 
+constexpr double Nominal = 50; // Hz
+
 /// One line: what, what it must reach, what it has reached.
 struct AnalysisLine
 {
@@ -20,6 +22,22 @@ using AnalysisLines = std::vector<AnalysisLine>;
 
 /// A line whose measured value may be at most `most`; both printed with the unit.
 AnalysisLine AtMost(const std::string& what, double measured, double most, const std::string& unit);
+
+/// A line whose measured value is only reported.
+AnalysisLine Reported(const std::string& what, double measured, const std::string& unit);
+
+/// The largest errors of a value at 50 Hz and at other frequencies, in percent.
+struct LargestErrors
+{
+    double atNominal = 0;
+    double elsewhere = 0;
+
+    void Add(double hertz, double percent);
+};
+
+/// Adds a line for each of the two, with what it may be at most; `others` names the other frequencies.
+void AddErrors(const std::string& what, const std::string& others, const LargestErrors& worst,
+               const LargestErrors& most, AnalysisLines& lines);
 
 /// Total vector error and frequency of the steady signals of IEC/IEEE 60255-118-1.
 AnalysisLines MeasurePhasors();

@@ -186,6 +186,18 @@ def anchor_of(answer, step):
     return first + sum(parts) / max(len(parts), 1)
 
 
+BREAK = 0.1  # s: a contact that bounces is not off for so long
+
+
+def dead_time(history):
+    """From the first change of the breaker's contact to off to the one that ends the pause; None without it."""
+    opened = next((moment for moment, state in history if state == 0), None)
+    for (moment, state), (following, _) in zip(history, history[1:]):
+        if opened is not None and state == 0 and following - moment > BREAK:
+            return following - opened
+    return None
+
+
 SIGNALS = {"start": ("Пуск защит", 1), "trip": ("Откл. от защит", 1), "breaker": ("Выключатель включен", 0)}
 
 
@@ -194,6 +206,7 @@ def operating_wrong(truth, answer, step):
     want, got = truth["operating"], answer["operating"]
     wrong = 0
     anchor = anchor_of(answer, step)
+    breaker = f"{truth['line']['circuit']}:Выключатель включен"
     for key, (signal, active) in SIGNALS.items() if got["from"] is not None else ():
         history = as_sampled([event for event in truth["events"] if event["name"] == f"{truth['line']['circuit']}:{signal}"],
                              anchor, step)
@@ -205,7 +218,9 @@ def operating_wrong(truth, answer, step):
     if (want["deadTime"] is None) != (got["deadTime"] is None):
         wrong += 1
     elif want["deadTime"] is not None:
-        wrong += abs(got["deadTime"] - want["deadTime"]) > step + ROUNDING
+        history = as_sampled([event for event in truth["events"] if event["name"] == breaker], anchor, step)
+        dead = dead_time(history) or want["deadTime"]
+        wrong += abs(got["deadTime"] - dead) > step + ROUNDING
     return wrong + (want["reclosed"] != {None: None, True: "success", False: "fault"}[got["reclosed"]])
 
 

@@ -8,22 +8,16 @@
 
 namespace {
 
+using bench::Nominal;
+
 // Periods of 50 Hz are whole numbers of samples at some, and not at others.
 constexpr double Rates[] = {600, 640, 1000, 1200, 1280, 1875, 2000, 2400, 4800, 5120, 9600, 20000};
-constexpr double Nominal = 50;
 constexpr double Periods = 6; // of the stretch whose frequency is measured
 
-struct Worst
+struct Worst : bench::LargestErrors // total vector error
 {
-    double atNominal = 0; // total vector error, percent
-    double elsewhere = 0;
     double frequency = 0; // mHz
 
-    void AddPhasor(double hertz, double percent)
-    {
-        double& worst = hertz == Nominal ? atNominal : elsewhere;
-        worst = std::max(worst, percent);
-    }
     void AddFrequency(double hertz) { frequency = std::max(frequency, hertz * 1e3); }
 };
 
@@ -46,7 +40,7 @@ void AddStretch(const waves::Steady& steady, Worst& worst)
     worst.AddFrequency(Difference(hertz, steady.hertz));
     const analysis::Fourier filter(steady.rate / (std::isnan(hertz) ? Nominal : hertz));
     const analysis::Phasor measured = filter.Of(&phases[0][count - filter.Window()]);
-    worst.AddPhasor(steady.hertz, ErrorOf(measured, steady.PhasorAt(steady.parts.front(), count - 1)));
+    worst.Add(steady.hertz, ErrorOf(measured, steady.PhasorAt(steady.parts.front(), count - 1)));
 }
 
 // Frequency and phasors of each sample.
@@ -64,7 +58,7 @@ void AddTrack(const waves::Steady& steady, Worst& worst)
         const analysis::Phasor truth =
             steady.PhasorAt(steady.parts.front(), i) * std::polar(1.0, -2 * waves::Pi * turns);
         worst.AddFrequency(Difference(track.hertz[i], steady.hertz));
-        worst.AddPhasor(steady.hertz, ErrorOf(phasors[i], truth));
+        worst.Add(steady.hertz, ErrorOf(phasors[i], truth));
     }
 }
 
@@ -107,8 +101,7 @@ double WorstFolded(double rate)
 void Add(const char* what, const Worst& worst, bench::AnalysisLines& lines)
 {
     const std::string name = what;
-    lines.push_back(bench::AtMost(name + ", total vector error at 50 Hz", worst.atNominal, 0.1, "%"));
-    lines.push_back(bench::AtMost(name + ", total vector error at 45 to 55 Hz", worst.elsewhere, 1, "%"));
+    bench::AddErrors(name + ", total vector error", "45 to 55 Hz", worst, {0.1, 1}, lines);
     lines.push_back(bench::AtMost(name + ", frequency", worst.frequency, 5, "mHz"));
 }
 
@@ -126,9 +119,7 @@ AnalysisLines MeasurePhasors()
     ForEachSignal(0.73, 6, [&](const waves::Steady& steady) { AddTrack(steady, track); });
     ForEachSignal(5, 6, [&](const waves::Steady& steady) { AddTrack(steady, track); });
     Add("phasors of each sample", track, lines);
-    char text[64];
-    std::snprintf(text, sizeof text, "%.3g %%", WorstFolded(600));
-    lines.push_back({"harmonics beyond half of 600/s, total vector error", "", text, true});
+    lines.push_back(Reported("harmonics beyond half of 600/s, total vector error", WorstFolded(600), "%"));
     return lines;
 }
 

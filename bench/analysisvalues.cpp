@@ -11,24 +11,21 @@
 
 namespace {
 
+using bench::Nominal;
+
 constexpr double Rates[] = {600, 640, 1200, 1280, 1875, 2000, 2400, 4800, 5120, 20000};
-constexpr double Nominal = 50;
 constexpr double VoltageAngle[] = {0.3, 0.3 - 2.1, 0.3 + 2.05};
 constexpr double CurrentAngle[] = {-0.2, -0.2 - 2.2, -0.2 + 2.0};
 constexpr double VoltageMagnitude[] = {100, 95, 107};
 constexpr double CurrentMagnitude[] = {10, 14, 9};
 
 // The largest differences, in percent of the value (of components and power: of the largest of them).
-struct Worst
+struct Worst : bench::LargestErrors
 {
-    double atNominal = 0;
-    double elsewhere = 0;
-
     void Add(double hertz, double measured, double truth, double whole)
     {
-        double& worst = hertz == Nominal ? atNominal : elsewhere;
         const double percent = 100 * std::abs(measured - truth) / whole;
-        worst = std::max(worst, std::isnan(percent) ? 100 : percent);
+        bench::LargestErrors::Add(hertz, std::isnan(percent) ? 100 : percent);
     }
 };
 
@@ -142,9 +139,7 @@ void AddThreePhases(const waves::Steady& steady, double samplesPerPeriod, Errors
 
 void Add(const char* what, const Worst& worst, bench::AnalysisLines& lines)
 {
-    const std::string name = what;
-    lines.push_back(bench::AtMost(name + " at 50 Hz", worst.atNominal, 0.05, "%"));
-    lines.push_back(bench::AtMost(name + " at 47 to 53 Hz", worst.elsewhere, 0.2, "%"));
+    bench::AddErrors(what, "47 to 53 Hz", worst, {0.05, 0.2}, lines);
 }
 
 } // namespace
@@ -168,9 +163,8 @@ AnalysisLines MeasureValues()
     }
     AnalysisLines lines;
     Add("RMS value, distorted", errors.rms, lines);
-    char text[64];
-    std::snprintf(text, sizeof text, "%.3g %%", errors.rmsOfHighest.elsewhere);
-    lines.push_back({"RMS value with 10 % of a harmonic above 0.4 of the rate", "", text, true});
+    lines.push_back(Reported("RMS value with 10 % of a harmonic above 0.4 of the rate",
+                             errors.rmsOfHighest.elsewhere, "%"));
     Add("direct component", errors.direct, lines);
     Add("harmonics", errors.harmonic, lines);
     Add("symmetrical components", errors.sequence, lines);

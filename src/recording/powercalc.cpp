@@ -74,21 +74,8 @@ struct SequenceSum
 
 void ZuFileFormat::CalcShifts()
 {
-    const quint32 third = SamplesPerPeriod / 3;
-    switch (SamplesPerPeriod % 3) {
-    case 0:
-        ShiftOneThird = third;
-        ShiftTwoThirds = 2 * third;
-        break;
-    case 1:
-        ShiftOneThird = third;
-        ShiftTwoThirds = 2 * third + 1;
-        break;
-    default: // rounded up
-        ShiftOneThird = third + 1;
-        ShiftTwoThirds = 2 * (third + 1) - 1;
-        break;
-    }
+    ShiftOneThird = SamplesPerPeriod / 3 + (SamplesPerPeriod % 3 == 2 ? 1 : 0); // to the nearest
+    ShiftTwoThirds = SamplesPerPeriod - ShiftOneThird;
 }
 
 void ZuFileFormat::CalcRMS(unsigned int index, AnChannelData* channel, QString& module, QString& angle)

@@ -31,14 +31,6 @@ const ParameterKey KeyStatusType{QStringLiteral("S_T="), QStringLiteral("S_T =")
 const ParameterKey KeyVlInd{QStringLiteral("VL_IND="), QStringLiteral("VL_IND =")};
 const ParameterKey KeyCimId{QStringLiteral("CIM_ID="), QStringLiteral("CIM_ID =")};
 
-// The fields of a value that is not empty: at least one.
-std::vector<QString> FieldsOf(const QString& text)
-{
-    std::vector<QString> fields;
-    GlobalFunction::GetItemsFromString(text, &fields, ",");
-    return fields;
-}
-
 // One load of one section: reads the entries and keeps the messages for the log.
 class DictionaryLoader
 {
@@ -72,8 +64,16 @@ private:
         unsigned int& value;
     };
 
+    // A numbered key that is not empty.
+    struct IniEntry
+    {
+        unsigned int number;
+        QString key;
+        std::vector<QString> fields; // at least one
+    };
+
     bool ReadMaximum(const QString& key, unsigned int& maximum);
-    QString ReadValue(const QString& key) const;
+    std::vector<IniEntry> ReadEntries(const QString& prefix, unsigned int highest) const;
     bool ReadAnalog(unsigned int highest);
     void ReadDiscrete(unsigned int highest);
     void ReadBays(unsigned int highest);
@@ -113,11 +113,18 @@ bool DictionaryLoader::ReadMaximum(const QString& key, unsigned int& maximum)
     return ok || Fail(key);
 }
 
-QString DictionaryLoader::ReadValue(const QString& key) const
+std::vector<DictionaryLoader::IniEntry> DictionaryLoader::ReadEntries(const QString& prefix,
+                                                                      unsigned int highest) const
 {
-    QString text = ini.value(key, QLatin1String("")).toString();
-    GlobalFunction::ClearComment(text);
-    return text;
+    std::vector<IniEntry> entries;
+    for (const unsigned int number : ini.NumberedKeys(prefix, highest)) {
+        IniEntry entry{number, QSettingsRu::NumberedKey(prefix, number), {}};
+        QString text = ini.value(entry.key, QLatin1String("")).toString();
+        GlobalFunction::ClearComment(text);
+        if (GlobalFunction::GetItemsFromString(text, &entry.fields, ","))
+            entries.push_back(std::move(entry));
+    }
+    return entries;
 }
 
 void DictionaryLoader::SetNames(DictionaryZuCmtr& entry, const QString& key, const QString& name)
@@ -168,12 +175,7 @@ DictionaryZuCmtr NewEntry(unsigned int number, unsigned int ordinal)
 bool DictionaryLoader::ReadAnalog(unsigned int highest)
 {
     unsigned int ordinal = 0;
-    for (const unsigned int number : ini.NumberedKeys(QStringLiteral("A"), highest)) {
-        const QString key = QSettingsRu::NumberedKey(QStringLiteral("A"), number);
-        const QString value = ReadValue(key);
-        if (value.isEmpty())
-            continue;
-        const std::vector<QString> fields = FieldsOf(value);
+    for (const auto& [number, key, fields] : ReadEntries(QStringLiteral("A"), highest)) {
         if (fields[0].isEmpty())
             return Fail(key);
         auto owned =
@@ -198,12 +200,7 @@ bool DictionaryLoader::ReadAnalog(unsigned int highest)
 void DictionaryLoader::ReadDiscrete(unsigned int highest)
 {
     unsigned int ordinal = 0;
-    for (const unsigned int number : ini.NumberedKeys(QStringLiteral("D"), highest)) {
-        const QString key = QSettingsRu::NumberedKey(QStringLiteral("D"), number);
-        const QString value = ReadValue(key);
-        if (value.isEmpty())
-            continue;
-        const std::vector<QString> fields = FieldsOf(value);
+    for (const auto& [number, key, fields] : ReadEntries(QStringLiteral("D"), highest)) {
         auto entry = std::make_unique<DictionaryZuCmtrDi>(
             DictionaryZuCmtrDi{NewEntry(number, ordinal), UnreadRow, UnreadRow});
         SetNames(*entry, key, fields[0]);
@@ -228,12 +225,8 @@ void DictionaryLoader::ReadDiscrete(unsigned int highest)
 
 void DictionaryLoader::ReadBays(unsigned int highest)
 {
-    for (const unsigned int number : ini.NumberedKeys(QStringLiteral("BAY"), highest)) {
-        const QString key = QSettingsRu::NumberedKey(QStringLiteral("BAY"), number);
-        const QString value = ReadValue(key);
-        if (!value.isEmpty())
-            ReadBay(number, key, FieldsOf(value));
-    }
+    for (const auto& [number, key, fields] : ReadEntries(QStringLiteral("BAY"), highest))
+        ReadBay(number, key, fields);
 }
 
 void DictionaryLoader::ReadBay(unsigned int number, const QString& key, const std::vector<QString>& fields)

@@ -141,9 +141,7 @@ bool ZuCmtrConverter::WriteCfg(std::vector<ZuFileFormat*>* files, ZuCmtrDevParam
     const QString revision = QString::number(dev->Comtrade1999 ? 1999 : 2013);
     const QString station = QStringLiteral("%1,%2,%3").arg(dev->Object).arg(dev->Source).arg(revision);
     const QString counts = QStringLiteral("%1,%2A,%3D").arg(analog + discrete).arg(analog).arg(discrete);
-    QStringList head(station);
-    head << counts;
-    if (!WriteLines(head, write))
+    if (!WriteLines({station, counts}, write))
         return false;
 
     first.CfgAnLines.clear();
@@ -159,17 +157,15 @@ bool ZuCmtrConverter::WriteCfg(std::vector<ZuFileFormat*>* files, ZuCmtrDevParam
     const QString one = QStringLiteral("1");
     const QString rate =
         QStringLiteral("%1,%2").arg(dev->SampleRate, 0, 'g', -1, QLatin1Char(' ')).arg(dev->TotalSamples);
-    QStringList rates(QStringLiteral("50"));
-    rates << one << rate << first.CfgStartStamp << first.CfgTrigStamp << first.CfgDataType << one;
-    if (!WriteLines(rates, write))
+    if (!WriteLines({QStringLiteral("50"), one, rate, first.CfgStartStamp, first.CfgTrigStamp,
+                     first.CfgDataType, one},
+                    write))
         return false;
     first.CfgTimeMult = one;
     first.CfgSamples = QString::number(dev->TotalSamples);
 
-    QStringList clock;
-    if (!dev->Comtrade1999)
-        clock << ZoneField(first.TimeZoneSeconds) + dev->TimeCode << QStringLiteral("0,3");
-    if (!WriteLines(clock, write))
+    const QString clock = ZoneField(first.TimeZoneSeconds) + dev->TimeCode;
+    if (!dev->Comtrade1999 && !WriteLines({clock, QStringLiteral("0,3")}, write))
         return false;
     file.flush();
     file.close();

@@ -15,33 +15,27 @@
 
 namespace {
 
-// A key and the field of the CFG line, counted from 0, that is its value.
-struct ChannelKey
-{
-    const char* text;
-    size_t field;
+// The keys of the fields of a CFG line, in their order; the first field, the number, has none.
+constexpr const char* AnalogKeys[] = {
+    "Channel_ID=",
+    "Phase_ID=",
+    "Monitored_Component=",
+    "Channel_Units=",
+    "Channel_Multiplier=",
+    "Channel_Offset=",
+    "Channel_Skew=",
+    "Range_Minimum_Limit_Value=",
+    "Range_Maximum_Limit_Value=",
+    "Channel_Ratio_Primary=",
+    "Channel_Ratio_Secondary=",
+    "Data_Primary_Secondary=",
 };
 
-constexpr ChannelKey AnalogKeys[] = {
-    {"Channel_ID=", 1},
-    {"Phase_ID=", 2},
-    {"Monitored_Component=", 3},
-    {"Channel_Units=", 4},
-    {"Channel_Multiplier=", 5},
-    {"Channel_Offset=", 6},
-    {"Channel_Skew=", 7},
-    {"Range_Minimum_Limit_Value=", 8},
-    {"Range_Maximum_Limit_Value=", 9},
-    {"Channel_Ratio_Primary=", 10},
-    {"Channel_Ratio_Secondary=", 11},
-    {"Data_Primary_Secondary=", 12},
-};
-
-constexpr ChannelKey StatusKeys[] = {
-    {"Channel_ID=", 1},
-    {"Phase_ID=", 2},
-    {"Monitored_Component=", 3},
-    {"Normal_State=", 4},
+constexpr const char* StatusKeys[] = {
+    "Channel_ID=",
+    "Phase_ID=",
+    "Monitored_Component=",
+    "Normal_State=",
 };
 
 // The sections of one kind of channel.
@@ -49,7 +43,7 @@ template <size_t Keys>
 struct ChannelSections
 {
     const char* head; // of a section, with its number
-    const ChannelKey (&keys)[Keys];
+    const char* const (&keys)[Keys];
     const std::vector<QString>& lines; // of the CFG file
     size_t count;                      // channels in the output order
 };
@@ -81,8 +75,8 @@ bool WriteChannelSection(ResorterZuCmtrConv& resorter, QFile& file, const Channe
     GlobalFunction::GetItemsFromString(line, &fields, ",");
     if (fields.size() != Keys + 1)
         return false;
-    for (const ChannelKey& key : sections.keys)
-        zu::WriteInfKey(resorter, file, key.text, fields[key.field], err);
+    for (size_t key = 0; key < Keys; ++key)
+        zu::WriteInfKey(resorter, file, sections.keys[key], fields[key + 1], err);
     resorter.WriteString(file, "\r\n", err);
     return true;
 }

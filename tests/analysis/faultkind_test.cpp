@@ -195,6 +195,64 @@ TEST(ShortCircuit, IsNotAnOpenedPhase)
     EXPECT_FALSE(IsShortCircuit(change));
 }
 
+// A line that is closed again lowers the voltage that its opening had raised.
+TEST(ShortCircuit, IsNotALoadThatBringsARaisedVoltageDown)
+{
+    analysis::Change change = Balanced(0, Polar(420, -32), 0.885);
+    EXPECT_TRUE(IsShortCircuit(change));
+    change.usualVoltage = Voltage / 1.13;
+    EXPECT_FALSE(IsShortCircuit(change));
+}
+
+TEST(ShortCircuit, IsNotAnInrushThatBreaksTheVoltageOfAWeakSourceDown)
+{
+    Network network;
+    network.source1 = {1, 30};
+    analysis::Change change = network.Change(FaultKind::BC, 0);
+    change.secondHarmonic = 0.4;
+    change.voltageSecondHarmonic = 0.02; // current transformers saturate
+    EXPECT_TRUE(IsShortCircuit(change));
+    change.voltageSecondHarmonic = 0.8;
+    EXPECT_FALSE(IsShortCircuit(change));
+}
+
+TEST(ShortCircuit, IsFoundAgainstALoadThatFlowsTheOtherWay)
+{
+    Network network;
+    network.resistance = 30;
+    analysis::Change change = network.Change(FaultKind::AG, 0);
+    const analysis::PhasePhasors load = Phases(0, -0.55 * change.during.currents[analysis::PhaseA], 0);
+    for (size_t phase = 0; phase < load.size(); ++phase) {
+        change.before.currents[phase] += load[phase];
+        change.during.currents[phase] += load[phase];
+    }
+    EXPECT_LT(std::abs(change.during.currents[analysis::PhaseA]),
+              std::abs(change.before.currents[analysis::PhaseA]));
+    EXPECT_TRUE(IsShortCircuit(change));
+}
+
+TEST(ShortCircuit, ThatIsSmallIsOneOnlyIfItsDistanceIsOnTheLine)
+{
+    Network network;
+    network.part = 5; // 250 km away
+    const analysis::Change change = network.Change(FaultKind::AG, 0);
+    EXPECT_FALSE(IsShortCircuit(change));
+    EXPECT_FALSE(MayBeShortCircuit(change, nullptr));
+    EXPECT_FALSE(MayBeShortCircuit(change, &network.line));
+    analysis::Line longer = network.line;
+    longer.length = 300;
+    EXPECT_TRUE(MayBeShortCircuit(change, &longer));
+}
+
+TEST(SwitchedOff, IsWhatCarriesNothingInThePhasesThatChange)
+{
+    analysis::Change change = Balanced(Polar(500, -20), Polar(500, -20), 1);
+    change.during.currents[analysis::PhaseB] = 0;
+    EXPECT_TRUE(IsSwitchedOff(change));
+    change.during.currents[analysis::PhaseA] = -change.before.currents[analysis::PhaseA];
+    EXPECT_FALSE(IsSwitchedOff(change));
+}
+
 TEST(Distance, IsNotMovedByLoadOrTheOtherEndIfTheImpedancesHaveOneAngle)
 {
     // The other end feeds the fault through the rest of the line and a source of the line's own angle; the

@@ -31,8 +31,7 @@ UNSEEN = {"noPermission", "notOnDisk", "unexpected"}
 
 # What only records with faults print: kinds, directions, distances, and what lacks for them.
 OF_FAULTS = {"AG", "BG", "CG", "AB", "BC", "CA", "ABG", "BCG", "CAG", "ABC", "ABCG", "unknown", "forward", "reverse",
-             "lineData", "voltages", "currents", "tooShort", "saturated", "reactance", "takagi", "modifiedTakagi", "onset",
-             "start"}
+             "lineData", "voltages", "tooShort", "reactance", "takagi", "modifiedTakagi", "onset", "start"}
 KEYS_OF_FAULTS = {"kind", "onset", "direction", "distance", "reactance", "takagi", "modifiedTakagi", "percent", "km",
                   "resistance", "best", "range", "to", "lack", "parts", "magnitude", "angle"}
 

@@ -1,5 +1,6 @@
 // zucmtr sample with a fault on a line of known data, given or drawn: what it writes, and what it refuses.
 #include "program.h"
+#include "sampleoption.h"
 
 #include "station/linerecording.h"
 
@@ -8,46 +9,19 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
-#include <functional>
-
 namespace {
 
 using station::FaultKind;
 using station::LineFaultOptions;
 using station::Reclosing;
 
-struct LineOption
-{
-    QStringList arguments;
-    std::function<void(LineFaultOptions&)> set;
-};
-
-struct WrongLineOption
-{
-    QStringList arguments;
-    QString error;
-};
-
-void PrintTo(const LineOption& option, std::ostream* out)
-{
-    *out << "sample --fault AG " << option.arguments.join(' ').toStdString();
-}
-
-void PrintTo(const WrongLineOption& option, std::ostream* out)
-{
-    *out << "sample " << option.arguments.join(' ').toStdString();
-}
+using LineOption = GoodOption<LineFaultOptions>;
 
 class LineSampleOption : public testing::TestWithParam<LineOption>
 {};
 
-class WrongLineSampleOption : public testing::TestWithParam<WrongLineOption>
+class WrongLineSampleOption : public testing::TestWithParam<WrongOption>
 {};
-
-QString Hint()
-{
-    return QStringLiteral("\nRun 'zucmtr sample --help' for the options and an example.");
-}
 
 QString Excludes(const char* option, const char* other)
 {
@@ -121,39 +95,38 @@ TEST_P(WrongLineSampleOption, EndsWithTwoAndWritesNothing)
 INSTANTIATE_TEST_SUITE_P(
     LineSample, WrongLineSampleOption,
     testing::Values(
-        WrongLineOption{{"--distance", "40"}, NeedsLineFault("--distance")},
-        WrongLineOption{{"--fault", "three", "--saturation"}, NeedsLineFault("--saturation")},
-        WrongLineOption{{"--fault", "AG", "--analog", "9"}, Excludes("--analog", "--fault AG")},
-        WrongLineOption{{"--fault", "abc", "--segments", "2"}, Excludes("--segments", "--fault ABC")},
-        WrongLineOption{{"--fault", "AG", "--distance", "100"},
-                        "--distance: '100' is wrong; give a number from 1 to 99" + Hint()},
-        WrongLineOption{{"--fault", "AG", "--frequency", "60"},
-                        "--frequency: '60' is wrong; give a number from 45 to 55" + Hint()},
-        WrongLineOption{{"--fault", "AG", "--reclose", "later"},
-                        "--reclose: 'later' is wrong; give one of success, fault" + Hint()},
-        WrongLineOption{{"--fault", "AG", "--evolving", "BG"},
-                        "--evolving: a fault AG cannot turn into BG; give one of ABG, CAG, ABC"},
-        WrongLineOption{{"--fault", "ABC", "--evolving", "ABG"},
-                        "--evolving: a fault ABC cannot turn into another; leave it out"},
-        WrongLineOption{{"--fault", "AG", "--rate", "500"},
-                        "--rate 500: a simulated fault is sampled at 600 to 20000 Hz; give such a rate"},
-        WrongLineOption{{"--fault", "BC", "--seconds", "0.1"},
-                        "--seconds 0.1: a simulated recording lasts 0.5 to 30 s; give such a length"},
-        WrongLineOption{{"--random-fault", "9-1"},
-                        "--random-fault: '9-1' is wrong; give a seed or a range of "
-                        "at most 100000, as 17 or 1-1000" +
-                            Hint()},
-        WrongLineOption{
-            {"--random-quiet", "0-100000"},
-            "--random-quiet: '0-100000' is wrong; give a seed or a range of at most 100000, as 17 "
-            "or 1-1000" +
-                Hint()},
-        WrongLineOption{{"--random-fault", "1", "--random-quiet", "1"},
-                        Excludes("--random-fault", "--random-quiet") + Hint()},
-        WrongLineOption{{"--random-fault", "1", "--rate", "600"},
-                        "--random-fault draws everything and goes without --rate; leave one out"},
-        WrongLineOption{{"--random-quiet", "1", "--load", "0"},
-                        "--random-quiet draws everything and goes without --load; leave one out"}));
+        WrongOption{{"--distance", "40"}, NeedsLineFault("--distance")},
+        WrongOption{{"--fault", "three", "--saturation"}, NeedsLineFault("--saturation")},
+        WrongOption{{"--fault", "AG", "--analog", "9"}, Excludes("--analog", "--fault AG")},
+        WrongOption{{"--fault", "abc", "--segments", "2"}, Excludes("--segments", "--fault ABC")},
+        WrongOption{{"--fault", "AG", "--distance", "100"},
+                    "--distance: '100' is wrong; give a number from 1 to 99" + Hint()},
+        WrongOption{{"--fault", "AG", "--frequency", "60"},
+                    "--frequency: '60' is wrong; give a number from 45 to 55" + Hint()},
+        WrongOption{{"--fault", "AG", "--reclose", "later"},
+                    "--reclose: 'later' is wrong; give one of success, fault" + Hint()},
+        WrongOption{{"--fault", "AG", "--evolving", "BG"},
+                    "--evolving: a fault AG cannot turn into BG; give one of ABG, CAG, ABC"},
+        WrongOption{{"--fault", "ABC", "--evolving", "ABG"},
+                    "--evolving: a fault ABC cannot turn into another; leave it out"},
+        WrongOption{{"--fault", "AG", "--rate", "500"},
+                    "--rate 500: a simulated fault is sampled at 600 to 20000 Hz; give such a rate"},
+        WrongOption{{"--fault", "BC", "--seconds", "0.1"},
+                    "--seconds 0.1: a simulated recording lasts 0.5 to 30 s; give such a length"},
+        WrongOption{{"--random-fault", "9-1"},
+                    "--random-fault: '9-1' is wrong; give a seed or a range of "
+                    "at most 100000, as 17 or 1-1000" +
+                        Hint()},
+        WrongOption{{"--random-quiet", "0-100000"},
+                    "--random-quiet: '0-100000' is wrong; give a seed or a range of at most 100000, as 17 "
+                    "or 1-1000" +
+                        Hint()},
+        WrongOption{{"--random-fault", "1", "--random-quiet", "1"},
+                    Excludes("--random-fault", "--random-quiet") + Hint()},
+        WrongOption{{"--random-fault", "1", "--rate", "600"},
+                    "--random-fault draws everything and goes without --rate; leave one out"},
+        WrongOption{{"--random-quiet", "1", "--load", "0"},
+                    "--random-quiet draws everything and goes without --load; leave one out"}));
 
 TEST(LineSample, FilesAreListedAndThePrintedCommandConvertsThem)
 {

@@ -1,48 +1,22 @@
 // The options of zucmtr sample: each reaches the station, and wrong values are refused.
 #include "program.h"
+#include "sampleoption.h"
 
 #include "support/stationfiles.h"
 
 #include <gtest/gtest.h>
 
-#include <functional>
-
 namespace {
 
 using station::StationOptions;
 
-struct Option
-{
-    QStringList arguments;
-    std::function<void(StationOptions&)> set;
-};
-
-struct WrongOption
-{
-    QStringList arguments;
-    QString error;
-};
-
-void PrintTo(const Option& option, std::ostream* out)
-{
-    *out << "sample " << option.arguments.join(' ').toStdString();
-}
-
-void PrintTo(const WrongOption& option, std::ostream* out)
-{
-    *out << "sample " << option.arguments.join(' ').toStdString();
-}
+using Option = GoodOption<StationOptions>;
 
 class SampleOption : public testing::TestWithParam<Option>
 {};
 
 class WrongSampleOption : public testing::TestWithParam<WrongOption>
 {};
-
-QString Hint()
-{
-    return QStringLiteral("\nRun 'zucmtr sample --help' for the options and an example.");
-}
 
 } // namespace
 

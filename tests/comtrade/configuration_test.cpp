@@ -42,7 +42,7 @@ TEST(ComtradeConfiguration, ReadsEverythingInTheLines)
     EXPECT_EQ(current.secondary, 5.0);
     EXPECT_TRUE(current.primaryValues);
     EXPECT_FALSE(configuration.analog[1].primaryValues);
-    EXPECT_EQ(configuration.analog[1].aText, "1e-3");
+    EXPECT_EQ(configuration.analog[1].a, 1e-3);
     ASSERT_EQ(configuration.states.size(), 1U);
     EXPECT_EQ(configuration.states[0].name, "Trip");
     EXPECT_TRUE(configuration.states[0].normalState);

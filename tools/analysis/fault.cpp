@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <memory>
 
 namespace analysis {
 
@@ -61,6 +62,7 @@ struct Candidate
     size_t circuit = 0;
     Direction direction = Direction::Unknown;
     double size = 0;
+    std::shared_ptr<const FaultSearch> search;
     Occurrence found;
 };
 
@@ -93,6 +95,8 @@ public:
             if (candidate && (!best || IsBetter(*candidate, *best)))
                 best = candidate;
         }
+        if (best && best->direction == Direction::Reverse)
+            best = Behind(*best);
         if (!best)
             return std::nullopt;
         return Complete(*best);
@@ -117,16 +121,44 @@ private:
     CircuitWaves Waves(size_t circuit) const
     {
         const Line* line = LineOf(circuits[circuit].name, lines);
-        return WavesOf(signals, circuits[circuit], VoltagesOf(circuits[circuit], circuits, line));
+        CircuitWaves waves =
+            WavesOf(signals, circuits[circuit], VoltagesOf(circuits[circuit], circuits, line));
+        waves.line = line != nullptr && line->IsKnown() ? line : nullptr;
+        return waves;
     }
 
     std::optional<Candidate> FirstOf(size_t circuit) const
     {
-        const CircuitWaves waves = Waves(circuit);
-        const std::optional<Occurrence> found = FaultSearch(waves, meter).Next(0);
+        const auto search = std::make_shared<const FaultSearch>(Waves(circuit), meter);
+        const std::optional<Occurrence> found = search->Next(0);
         if (!found)
             return std::nullopt;
-        return Candidate{circuit, DirectionOf(found->change), SizeOf(found->change), *found};
+        return Candidate{circuit, DirectionOf(found->change), SizeOf(found->change), search, *found};
+    }
+
+    // What one circuit sees behind it lies ahead of the circuit with the largest change, which may not look
+    // like a fault by itself. If that one is only switched off there is none: its load moved to the others.
+    std::optional<Candidate> Behind(const Candidate& seen) const
+    {
+        std::optional<Candidate> cause;
+        bool isSwitchedOff = false;
+        for (size_t i = 0; i < circuits.size(); ++i) {
+            if (!circuits[i].HasCurrents())
+                continue;
+            const auto search = std::make_shared<const FaultSearch>(Waves(i), meter);
+            const std::optional<Change> change = search->ChangeAt(seen.found.firstBad);
+            if (!change || DirectionOf(*change) != Direction::Forward ||
+                SizeOf(*change) < (cause ? cause->size : seen.size))
+                continue;
+            cause = Candidate{i, Direction::Forward, SizeOf(*change), search, {}};
+            isSwitchedOff = IsSwitchedOff(*change);
+        }
+        if (!cause)
+            return seen;
+        if (isSwitchedOff)
+            return std::nullopt;
+        cause->found = cause->search->FaultAt(seen.found.firstBad);
+        return cause;
     }
 
     Fault Complete(const Candidate& candidate) const
@@ -134,12 +166,11 @@ private:
         Fault fault;
         fault.circuit = candidate.circuit;
         fault.direction = candidate.direction;
-        const CircuitWaves waves = Waves(candidate.circuit);
-        const FaultSearch search(waves, meter);
+        const FaultSearch& search = *candidate.search;
         std::optional<Occurrence> found = candidate.found;
         fault.phasors = PhasorsOf(*found, search.Before(found->firstBad));
         while (found) {
-            AddParts(fault, *found, waves, search);
+            AddParts(fault, *found, search);
             if (!found->clearing)
                 break;
             found = search.Next(static_cast<size_t>(*found->clearing) + meter.Window());
@@ -147,8 +178,7 @@ private:
         return fault;
     }
 
-    void AddParts(Fault& fault, const Occurrence& found, const CircuitWaves& waves,
-                  const FaultSearch& search) const
+    void AddParts(Fault& fault, const Occurrence& found, const FaultSearch& search) const
     {
         const bool isAgain = !fault.parts.empty();
         const CircuitState before = search.Before(found.firstBad);
@@ -164,7 +194,7 @@ private:
                 part.clearing = signals.TimeOf(*found.clearing);
             const auto from = static_cast<size_t>(std::max(0.0, std::ceil(found.kinds[i].first)));
             const size_t to = isLast ? found.firstBreak : static_cast<size_t>(found.kinds[i + 1].first);
-            LocatePart(part, fault.circuit, {from, to, before}, waves);
+            LocatePart(part, fault.circuit, {from, to, before}, search.Waves());
             fault.parts.push_back(part);
         }
     }

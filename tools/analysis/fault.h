@@ -40,7 +40,7 @@ struct DistanceRange
 };
 
 /// What a distance needs and the record or lines.ini lacks.
-enum class Lack { None, LineData, Voltages, Currents, TooShort, Saturated };
+enum class Lack { None, LineData, Voltages, TooShort };
 
 /// A stretch of the fault with the same phases.
 struct FaultPart

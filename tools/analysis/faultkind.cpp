@@ -1,5 +1,7 @@
 #include "analysis/faultkind.h"
 
+#include "analysis/distance.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -25,10 +27,13 @@ double Largest(const PhasePhasors& set)
     return std::max({std::abs(set[PhaseA]), std::abs(set[PhaseB]), std::abs(set[PhaseC])});
 }
 
-// A phase voltage of the healthy network: limits of currents are in proportion to it.
+// A phase voltage of the healthy network: limits of currents are in proportion to it. While a line is open
+// its bus may be far above that, and load that comes back brings it down again.
 double HealthyVoltage(const Change& change)
 {
-    return std::abs(ComponentsOf(change.before.voltages).positive);
+    constexpr double highest = 1.25; // of the usual one; a network that was dead says nothing
+    const double before = std::abs(ComponentsOf(change.before.voltages).positive);
+    return before < highest * change.usualVoltage ? std::min(before, change.usualVoltage) : before;
 }
 
 // Without negative sequence to speak of, all three phases take part.
@@ -45,18 +50,30 @@ bool HasEarth(const Components& currents, double noise)
     return std::abs(currents.zero) > std::max(part * others, 3 * noise);
 }
 
-// One phase carries more current than before: it was not switched off.
+// One phase carries more current than before.
 bool HasGrown(const Change& change)
 {
     constexpr double part = 0.4;
+    const double largest = Largest(Difference(change.during.currents, change.before.currents));
     for (size_t phase = PhaseA; phase < Phases; ++phase) {
         const double size = std::abs(change.during.currents[phase] - change.before.currents[phase]);
         const double growth =
             std::abs(change.during.currents[phase]) - std::abs(change.before.currents[phase]);
-        if (size > part * Largest(Difference(change.during.currents, change.before.currents)) &&
-            growth > part * size)
+        if (size > part * largest && growth > part * size)
             return true;
     }
+    return false;
+}
+
+// One phase changes by more than what it carried, so that it was not just switched off: a pole that opens
+// changes its current by no more than that. The load that flowed against the fault hides its growth.
+bool HasTurned(const Change& change)
+{
+    constexpr double more = 1.2;
+    for (size_t phase = PhaseA; phase < Phases; ++phase)
+        if (std::abs(change.during.currents[phase] - change.before.currents[phase]) >
+            more * std::abs(change.before.currents[phase]))
+            return true;
     return false;
 }
 
@@ -67,9 +84,10 @@ bool HasBrokenDown(const Change& change, double brokenDown)
 {
     if (!change.during.hasVoltages)
         return false;
+    const PhasePhasors& before = change.before.voltages;
+    brokenDown *= HealthyVoltage(change) / std::abs(ComponentsOf(before).positive);
     for (size_t phase = PhaseA; phase < Phases; ++phase) {
         const size_t next = (phase + 1) % Phases;
-        const PhasePhasors& before = change.before.voltages;
         const PhasePhasors& during = change.during.voltages;
         if (std::abs(during[phase]) < brokenDown * std::abs(before[phase]) ||
             std::abs(during[phase] - during[next]) < brokenDown * std::abs(before[phase] - before[next]))
@@ -79,12 +97,15 @@ bool HasBrokenDown(const Change& change, double brokenDown)
 }
 
 // Transformers that are switched on have more of the second harmonic than anything else that breaks down no
-// voltage.
+// voltage. A weak source's voltage they break down as well, but then their second harmonic flows through that
+// source, whose reactance is twice as large for it; that of a saturated current transformer flows nowhere.
 bool IsInrush(const Change& change)
 {
     constexpr double most = 0.12;
     constexpr double brokenDown = 0.85;
-    return change.secondHarmonic > most && !HasBrokenDown(change, brokenDown);
+    if (change.secondHarmonic <= most)
+        return false;
+    return !HasBrokenDown(change, brokenDown) || change.voltageSecondHarmonic > change.secondHarmonic;
 }
 
 // A phase that carried current carries none.
@@ -103,8 +124,8 @@ bool HasOpened(const Change& change)
 bool RaisesVoltage(const Change& change)
 {
     constexpr double more = 1.002; // than noise
-    return change.during.hasVoltages &&
-           std::abs(ComponentsOf(change.during.voltages).positive) > more * HealthyVoltage(change);
+    return change.during.hasVoltages && std::abs(ComponentsOf(change.during.voltages).positive) >
+                                            more * std::abs(ComponentsOf(change.before.voltages).positive);
 }
 
 bool IsLarge(const Change& change, double leastPart, double farthest)
@@ -134,7 +155,7 @@ bool IsBalancedShortCircuit(const Change& change)
 {
     constexpr double brokenDown = 0.9; // of the voltage before
     constexpr double sunk = 0.96;
-    constexpr double leastLoad = 28; // ohms at 63.5 kV; loads have more
+    constexpr double leastLoad = 40; // ohms at 63.5 kV: switchgear is rated for no more than 1.6 kA there
     if (!change.during.hasVoltages) {
         constexpr double manyTimes = 4;
         return Largest(change.during.currents) >
@@ -148,6 +169,16 @@ bool IsBalancedShortCircuit(const Change& change)
     const bool isInductive = lag > 45 && lag < 150;
     return part < brokenDown || (part < sunk && isInductive) ||
            std::abs(voltage / current) < leastLoad * LevelFactor(change);
+}
+
+// The distance, as far as it can be known, is one of this line.
+bool IsOnLine(const Change& change, const Line& line)
+{
+    constexpr double margin = 10; // percent of the line
+    const FaultKind kind = KindOf(change);
+    const DistanceMethod method = DistancesOf(kind, change, line, {}).back().method;
+    const DistanceRange range = RangeOf(kind, change, line, {}, method);
+    return range.toPercent > -margin && range.fromPercent < 100 + margin;
 }
 
 } // namespace
@@ -178,6 +209,34 @@ FaultKind KindOf(const Change& change)
     return hasEarth ? toEarth[sector] : between[sector];
 }
 
+unsigned PhasesOf(FaultKind kind)
+{
+    constexpr unsigned a = 1;
+    constexpr unsigned b = 2;
+    constexpr unsigned c = 4;
+    switch (kind) {
+    case FaultKind::AG:
+        return a;
+    case FaultKind::BG:
+        return b;
+    case FaultKind::CG:
+        return c;
+    case FaultKind::AB:
+    case FaultKind::ABG:
+        return a | b;
+    case FaultKind::BC:
+    case FaultKind::BCG:
+        return b | c;
+    case FaultKind::CA:
+    case FaultKind::CAG:
+        return c | a;
+    case FaultKind::ABC:
+    case FaultKind::ABCG:
+        break;
+    }
+    return a | b | c;
+}
+
 double SizeOf(const Change& change)
 {
     double sum = 0;
@@ -190,20 +249,27 @@ bool IsShortCircuit(const Change& change)
 {
     constexpr double leastPart = 0.3; // of the current before
     constexpr double farthest = 300;  // ohms
-    if (!IsLarge(change, leastPart, farthest) || !HasGrown(change) || IsInrush(change))
+    constexpr double brokenDown = 0.89;
+    constexpr double distant = 130; // ohms at 63.5 kV
+    if (!IsLarge(change, leastPart, farthest) || IsInrush(change))
+        return false;
+    // A load that is balanced may turn round at once.
+    if (!HasGrown(change) && !(IsUnbalanced(change) && HasTurned(change)))
+        return false;
+    // What takes a few percent of the voltage away with no more current than this may be anywhere.
+    if (change.during.hasVoltages && !HasBrokenDown(change, brokenDown) &&
+        !IsLarge(change, leastPart, distant * LevelFactor(change)))
         return false;
     return IsUnbalanced(change) || IsBalancedShortCircuit(change);
 }
 
-bool MayBeShortCircuit(const Change& change)
+bool MayBeShortCircuit(const Change& change, const Line* line)
 {
     constexpr double leastPart = 0.25;
     constexpr double farthest = 900;
     constexpr double mostSecondHarmonic = 0.07;
     constexpr double brokenDown = 0.89;
     constexpr double deeply = 0.8;
-    constexpr double strongestSource = 1; // ohms at 63.5 kV
-    constexpr double weakestSource = 15;
     if (!change.during.hasVoltages || !IsLarge(change, leastPart, farthest) || HasOpened(change) ||
         DirectionOf(change) != Direction::Forward)
         return false;
@@ -211,22 +277,30 @@ bool MayBeShortCircuit(const Change& change)
         return false;
     if (HasBrokenDown(change, brokenDown))
         return true;
-    if (!IsUnbalanced(change))
-        return false;
-    const Phasor voltage = ComponentsOf(change.during.voltages).negative;
-    const Phasor current = ChangedCurrents(change).negative;
-    const double source = std::abs(voltage / current) / LevelFactor(change);
-    return source > strongestSource && source < weakestSource;
+    return line != nullptr && IsUnbalanced(change) && IsOnLine(change, *line);
 }
 
 bool IsSuspect(const Change& change)
 {
-    constexpr double sunk = 0.96;
+    constexpr double sunk = 0.985;
     constexpr double leastPart = 0.5;
     constexpr double farthest = 300;
     return change.during.hasVoltages && !IsUnbalanced(change) && IsLarge(change, leastPart, farthest) &&
-           HasGrown(change) && DirectionOf(change) == Direction::Forward &&
+           (HasGrown(change) || HasTurned(change)) && !IsInrush(change) &&
+           DirectionOf(change) == Direction::Forward &&
            std::abs(ComponentsOf(change.during.voltages).positive) < sunk * HealthyVoltage(change);
+}
+
+bool IsSwitchedOff(const Change& change)
+{
+    constexpr double part = 0.4;
+    constexpr double left = 0.08;
+    const PhasePhasors difference = Difference(change.during.currents, change.before.currents);
+    for (size_t phase = PhaseA; phase < Phases; ++phase)
+        if (std::abs(difference[phase]) > part * Largest(difference) &&
+            std::abs(change.during.currents[phase]) > left * std::abs(change.before.currents[phase]))
+            return false;
+    return true;
 }
 
 bool GoesOn(const Change& start, const CircuitState& now)

@@ -20,6 +20,9 @@ struct Change
     CircuitState during;
     double noise = 0;          ///< of the currents, A RMS
     double secondHarmonic = 0; ///< of the phase with the largest current, in parts of its fundamental
+    /// of that phase's voltage, in parts of its change
+    double voltageSecondHarmonic = 0;
+    double usualVoltage = 0; ///< of the positive sequence when the record starts, V RMS; 0: not known
 };
 
 /// The kind by the superimposed currents. Without negative sequence it has all three phases; where two phases
@@ -28,17 +31,23 @@ struct Change
 /// earth takes part (A. Prasad et al., "Fault classification schemes", JESIT 5, 2018, section 2).
 FaultKind KindOf(const Change& change);
 
+/// The phases that take part: bits 1, 2 and 4 for a, b and c.
+unsigned PhasesOf(FaultKind kind);
+
 /// Whether the change is a short circuit, and no load, switching, inrush or a fault far away.
 bool IsShortCircuit(const Change& change);
 
 /// Whether an unbalanced change ahead that is too small for IsShortCircuit comes from a fault nevertheless,
-/// behind a resistance or near the other end: if it breaks a voltage down, or if the source behind the
-/// recorder is so strong that a fault in the network behind it would have changed the voltages more.
-bool MayBeShortCircuit(const Change& change);
+/// behind a resistance or near the other end: if it breaks a voltage down, or if its distance is on the line.
+/// Without data of the line (null) it may as well be far away.
+bool MayBeShortCircuit(const Change& change, const Line* line);
 
 /// Whether a balanced change ahead may be a short circuit behind a resistance as well as a load that the
 /// source feels. What follows decides.
 bool IsSuspect(const Change& change);
+
+/// Whether the phases that change carry nothing any more: a breaker opened.
+bool IsSwitchedOff(const Change& change);
 
 /// Whether the fault that `start` shows is still there: a phase that takes part in it carries current, and
 /// not that of before.

@@ -7,50 +7,12 @@ namespace analysis {
 
 namespace {
 
-double LargestOf(const Wave& wave, size_t begin, size_t end)
-{
-    double largest = 0;
-    for (size_t i = begin; i < std::min(end, wave.size()); ++i)
-        if (std::abs(wave[i]) > largest) // false for a missing one
-            largest = std::abs(wave[i]);
-    return largest;
-}
-
 bool IsWhole(const CircuitState& state)
 {
     for (size_t phase = PhaseA; phase < Phases; ++phase)
         if (std::isnan(state.currents[phase].real()) || std::isnan(state.voltages[phase].real()))
             return false;
     return true;
-}
-
-// Phases a, b, c as bits.
-unsigned PhasesOf(FaultKind kind)
-{
-    constexpr unsigned a = 1;
-    constexpr unsigned b = 2;
-    constexpr unsigned c = 4;
-    switch (kind) {
-    case FaultKind::AG:
-        return a;
-    case FaultKind::BG:
-        return b;
-    case FaultKind::CG:
-        return c;
-    case FaultKind::AB:
-    case FaultKind::ABG:
-        return a | b;
-    case FaultKind::BC:
-    case FaultKind::BCG:
-        return b | c;
-    case FaultKind::CA:
-    case FaultKind::CAG:
-        return c | a;
-    case FaultKind::ABC:
-    case FaultKind::ABCG:
-        break;
-    }
-    return a | b | c;
 }
 
 bool IsBalanced(FaultKind kind)
@@ -88,6 +50,8 @@ FaultSearch::FaultSearch(const CircuitWaves& waves_, const Meter& meter_)
         // A difference has the noise of two samples, a phasor the mean of a period's.
         noise = std::max(noise, level / std::sqrt(meter.Period()));
     }
+    if (waves.hasVoltages)
+        usualVoltage = std::abs(ComponentsOf(meter.Of(waves, 0, meter.Window()).voltages).positive);
 }
 
 std::optional<Departure> FaultSearch::FirstDeparture(size_t from) const
@@ -132,45 +96,109 @@ Change FaultSearch::At(const CircuitState& before, size_t first) const
     for (size_t phase = PhaseA; phase < Phases; ++phase)
         if (std::abs(change.during.currents[phase]) > std::abs(change.during.currents[largest]))
             largest = phase;
-    change.secondHarmonic = meter.SecondHarmonic(*waves.currents[largest], first);
+    const auto part = [](double harmonic, Phasor of) { return of == Phasor() ? 0 : harmonic / std::abs(of); };
+    change.secondHarmonic =
+        part(meter.SecondHarmonic(*waves.currents[largest], first), change.during.currents[largest]);
+    if (waves.hasVoltages)
+        change.voltageSecondHarmonic = part(meter.SecondHarmonic(*waves.voltages[largest], first),
+                                            change.during.voltages[largest] - before.voltages[largest]);
+    change.usualVoltage = usualVoltage;
     return change;
 }
 
 std::optional<Occurrence> FaultSearch::Next(size_t from) const
 {
+    constexpr double longest = 100; // periods that a fault lasts before the slowest protection trips
     const auto period = static_cast<size_t>(std::round(meter.Period()));
-    struct Suspect
-    {
-        Departure departure;
-        Change change;
-    };
-    std::optional<Suspect> suspect; // a balanced change that turns out to be a fault when more happens
+    std::optional<Occurrence> suspect; // a balanced change that turns out to be a fault when more happens
     size_t at = from;
     while (const std::optional<Departure> departure = FirstDeparture(at)) {
         at = departure->sample + 2 * period;
         const CircuitState before = Before(departure->sample);
         if (!IsWhole(before))
             continue;
-        const std::optional<size_t> first = FirstFaulted(before, departure->sample);
-        if (!first) {
-            const Change change = At(before, departure->sample + period);
-            if (IsWhole(change.during) && IsSuspect(change))
-                suspect = Suspect{*departure, change};
+        if (suspect && (!GoesOn(suspect->change, before) ||
+                        departure->moment > suspect->onset + longest * meter.Period()))
+            suspect.reset();
+        if (const std::optional<size_t> first = FirstFaulted(before, departure->sample)) {
+            Occurrence found = Starting(*departure, before, *first);
+            const bool isBalanced = IsBalanced(KindOf(found.change));
+            if (isBalanced && !IsSudden(found.firstBad))
+                continue;
+            if (suspect && isBalanced)
+                found = *suspect;
+            Follow(found, *first);
+            return found;
+        }
+        Occurrence found = Starting(*departure, before, departure->sample + period);
+        if (suspect || !IsWhole(found.change.during) || !IsSuspect(found.change) || !IsSudden(found.firstBad))
             continue;
+        const size_t end = EndOf(found.change, departure->sample + period);
+        if (end < departure->sample + static_cast<size_t>(longest * meter.Period()) &&
+            IsOpen(found.change, end)) {
+            Follow(found, departure->sample + period);
+            return found;
         }
-        Occurrence found;
-        SetOnset(found, departure->sample, *first + meter.Window() / 2);
-        found.change = At(before, *first);
-        if (suspect && IsBalanced(KindOf(found.change)) && GoesOn(suspect->change, before)) {
-            found.onset = suspect->departure.moment;
-            found.firstBad = suspect->departure.sample;
-            found.change = suspect->change;
-        }
-        FindClearing(found, EndOf(found.change, *first));
-        FindKinds(found);
-        return found;
+        suspect = found;
     }
     return std::nullopt;
+}
+
+std::optional<Change> FaultSearch::ChangeAt(size_t sample) const
+{
+    const Change change = At(Before(sample), sample);
+    return IsWhole(change.before) && IsWhole(change.during) ? std::optional(change) : std::nullopt;
+}
+
+Occurrence FaultSearch::FaultAt(size_t sample) const
+{
+    const size_t near = meter.Window() / 4;
+    const std::optional<Departure> departure = FirstDeparture(sample - std::min(sample, near));
+    const bool isNear = departure && departure->sample < sample + near;
+    const Departure start = isNear ? *departure : Departure{sample, static_cast<double>(sample)};
+    Occurrence found = Starting(start, Before(start.sample), start.sample);
+    Follow(found, start.sample);
+    return found;
+}
+
+Occurrence FaultSearch::Starting(const Departure& departure, const CircuitState& before, size_t first) const
+{
+    Occurrence found;
+    SetOnset(found, departure.sample, first + meter.Window() / 2);
+    found.change = At(before, first);
+    return found;
+}
+
+void FaultSearch::Follow(Occurrence& found, size_t first) const
+{
+    FindClearing(found, EndOf(found.change, first));
+    FindKinds(found);
+}
+
+// A power swing changes the currents from period to period; a short circuit changes them in one.
+bool FaultSearch::IsSudden(size_t sample) const
+{
+    constexpr double before = 0.5;
+    const size_t window = meter.Window();
+    double earlier = 0;
+    double later = 0;
+    for (const Wave& difference : differences) {
+        earlier = std::max(earlier, LargestOf(difference, sample - std::min(sample, window), sample));
+        later = std::max(later, LargestOf(difference, sample, sample + window));
+    }
+    return earlier < before * later;
+}
+
+// Whether the breaker has interrupted all that flowed, in the period after the first window without the
+// fault.
+bool FaultSearch::IsOpen(const Change& start, size_t end) const
+{
+    constexpr double left = 0.08;
+    const CircuitState after = meter.Of(waves, end + meter.Window(), meter.Window());
+    for (size_t phase = PhaseA; phase < Phases; ++phase)
+        if (!(std::abs(after.currents[phase]) < left * std::abs(start.during.currents[phase])))
+            return false;
+    return true;
 }
 
 // The first of three windows in a row, a quarter of a period apart, that show a short circuit in one
@@ -189,7 +217,7 @@ std::optional<size_t> FaultSearch::FirstFaulted(const CircuitState& before, size
         if (!IsWhole(change.during))
             break;
         const bool isLarge = IsShortCircuit(change);
-        if (!isLarge && !MayBeShortCircuit(change)) {
+        if (!isLarge && !MayBeShortCircuit(change, waves.line)) {
             run.clear();
             large = 0;
             continue;
@@ -200,112 +228,6 @@ std::optional<size_t> FaultSearch::FirstFaulted(const CircuitState& before, size
             return first - (enough - 1) * quarter;
     }
     return std::nullopt;
-}
-
-// Something small may have happened before the fault itself: the onset is where the growth of the first large
-// difference starts.
-void FaultSearch::SetOnset(Occurrence& found, size_t from, size_t to) const
-{
-    constexpr double large = 0.15; // of the largest difference
-    found.firstBad = to;
-    found.onset = static_cast<double>(to);
-    for (size_t phase = PhaseA; phase < Phases; ++phase) {
-        const Wave& difference = differences[phase];
-        const double peakLimit = std::max(limit, large * LargestOf(difference, from, to));
-        const std::optional<Departure> peak = FirstBeyond(difference, peakLimit, from, to);
-        if (!peak)
-            continue;
-        // Back over the difference's own zeros.
-        const auto gap = static_cast<size_t>(meter.Period() / 8);
-        size_t first = peak->sample;
-        for (size_t n = first; n > from && first - n <= gap; --n)
-            if (std::abs(difference[n - 1]) > limit)
-                first = n - 1;
-        const std::optional<Departure> departure = FirstBeyond(difference, limit, first, to);
-        if (departure && departure->moment < found.onset) {
-            found.onset = departure->moment;
-            found.firstBad = departure->sample;
-        }
-    }
-}
-
-// The first window in which the fault is gone for half a period; the end of the wave if there is none.
-size_t FaultSearch::EndOf(const Change& start, size_t first) const
-{
-    constexpr size_t enough = 4;
-    const auto step = static_cast<size_t>(std::max(1.0, meter.Period() / 8));
-    size_t quiet = 0;
-    for (size_t at = first; at + meter.Window() <= count; at += step) {
-        quiet = GoesOn(start, meter.Of(waves, at, meter.Window())) ? 0 : quiet + 1;
-        if (quiet > enough)
-            return at - enough * step;
-    }
-    return count;
-}
-
-// The sample from which on a phase that carried current carries none up to `to`; none if it does. The current
-// of a transformer may decay further without the alternating one, which is what counts.
-std::optional<size_t> FaultSearch::Interruption(size_t phase, size_t from, size_t to) const
-{
-    constexpr double still = 0.02;
-    constexpr double decaying = 0.4;
-    const Wave& wave = *waves.currents[phase];
-    const double largest = LargestOf(wave, from, to);
-    const double stillness = std::max(limit, still * largest);
-    const auto apart = static_cast<size_t>(std::max(1.0, meter.Period() / 12));
-    const auto isStill = [&](size_t n) {
-        return std::abs(wave[n]) < stillness ||
-               (std::abs(wave[n]) < decaying * largest && std::abs(wave[n] - wave[n - apart]) < stillness);
-    };
-    size_t first = to;
-    while (first > from + apart && isStill(first - 1))
-        --first;
-    const auto longEnough = static_cast<size_t>(meter.Period() * 0.6);
-    if (first <= from + apart || to - first < longEnough)
-        return std::nullopt;
-    return first;
-}
-
-// `end` is the start of the first window without a short circuit.
-void FaultSearch::FindClearing(Occurrence& found, size_t end) const
-{
-    found.firstBreak = count;
-    if (end >= count)
-        return;
-    const size_t to = std::min(count, end + 3 * meter.Window());
-    std::optional<size_t> last;
-    std::array<std::optional<size_t>, Phases> breaks;
-    const unsigned phases = PhasesOf(KindOf(found.change));
-    bool allBreak = true;
-    for (size_t phase = PhaseA; phase < Phases; ++phase) {
-        breaks[phase] = Interruption(phase, found.firstBad, to);
-        if (breaks[phase])
-            found.firstBreak = std::min(found.firstBreak, *breaks[phase]);
-        const bool isFaulted = (phases >> phase & 1u) != 0;
-        allBreak = allBreak && (!isFaulted || breaks[phase]);
-        // A healthy phase that is interrupted later does not prolong the fault; one that joined it does.
-        if (isFaulted && breaks[phase])
-            last = std::max(last.value_or(0), *breaks[phase]);
-    }
-    if (allBreak && last) {
-        found.clearing = static_cast<double>(*last);
-        return;
-    }
-    // The current goes on without the fault: the last sample that differs from the course that follows.
-    const size_t settled = std::min(end + meter.Window() / 2, count - std::min(count, meter.Window()));
-    size_t latest = found.firstBad;
-    for (size_t phase = PhaseA; phase < Phases; ++phase) {
-        const Wave& difference = differences[phase];
-        const double other = std::max(limit, 0.05 * LargestOf(*waves.currents[phase], found.firstBad, end));
-        // Forward differences: what is a period later.
-        for (size_t n = std::min(settled + meter.Window(), count - 1); n > latest + meter.Window(); --n)
-            if (std::abs(difference[n]) > other) {
-                latest = n - meter.Window();
-                break;
-            }
-    }
-    found.firstBreak = std::min(found.firstBreak, latest);
-    found.clearing = static_cast<double>(latest);
 }
 
 void FaultSearch::FindKinds(Occurrence& found) const
@@ -358,6 +280,7 @@ void FaultSearch::FindKinds(Occurrence& found) const
 bool FaultSearch::HasJoined(const std::pair<size_t, FaultKind>& earlier, FaultKind kind, size_t at) const
 {
     constexpr double left = 0.5;
+    constexpr double turned = 1.2;
     const unsigned before = PhasesOf(earlier.second);
     const unsigned after = PhasesOf(kind);
     if (kind == earlier.second || (before & ~after) != 0)
@@ -366,8 +289,9 @@ bool FaultSearch::HasJoined(const std::pair<size_t, FaultKind>& earlier, FaultKi
         if (((after & ~before) >> phase & 1u) == 0)
             continue;
         const Wave& wave = *waves.currents[phase];
-        const double old = std::abs(meter.Of(wave, earlier.first, meter.Window()));
-        if (std::abs(meter.Of(wave, at, meter.Window())) < left * old)
+        const Phasor old = meter.Of(wave, earlier.first, meter.Window());
+        const Phasor now = meter.Of(wave, at, meter.Window());
+        if (std::abs(now) < left * std::abs(old) && std::abs(now - old) < turned * std::abs(old))
             return false;
     }
     return true;

@@ -44,8 +44,7 @@ const char* NameOf(Direction direction)
 
 QJsonValue NameOf(Lack lack)
 {
-    constexpr std::array<const char*, 6> names = {nullptr,    "lineData", "voltages",
-                                                  "currents", "tooShort", "saturated"};
+    constexpr std::array<const char*, 4> names = {nullptr, "lineData", "voltages", "tooShort"};
     const char* name = names[static_cast<size_t>(lack)];
     return name == nullptr ? QJsonValue() : QJsonValue(QLatin1String(name));
 }

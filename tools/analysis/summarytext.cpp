@@ -88,12 +88,8 @@ QString LackText(Lack lack, const Summary& summary)
     case Lack::Voltages:
         return Tr("summary", "No distance: the record has no voltages of this circuit; 'voltages' in "
                              "lines.ini names the circuit whose voltages serve it.");
-    case Lack::Currents:
-        return Tr("summary", "No distance: the record lacks currents that it needs.");
     case Lack::TooShort:
         return Tr("summary", "No distance: the fault is too short for it.");
-    case Lack::Saturated:
-        return Tr("summary", "No distance: the current transformers were saturated.");
     case Lack::None:
         break;
     }

@@ -74,6 +74,15 @@ double NoiseOf(const Wave& wave, size_t begin, size_t end)
     return consistency * *middle;
 }
 
+double LargestOf(const Wave& wave, size_t begin, size_t end)
+{
+    double largest = 0;
+    for (size_t i = begin; i < std::min(end, wave.size()); ++i)
+        if (std::abs(wave[i]) > largest) // false for a missing one
+            largest = std::abs(wave[i]);
+    return largest;
+}
+
 std::optional<Departure> FirstBeyond(const Wave& differences, double limit, size_t begin, size_t end)
 {
     constexpr size_t near = 3;

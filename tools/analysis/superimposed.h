@@ -17,6 +17,9 @@ Wave Superimposed(const Wave& wave, double period);
 /// deviation of a normal distribution (P. J. Rousseeuw, C. Croux, JASA 88, 1993). 0 without any value.
 double NoiseOf(const Wave& wave, size_t begin, size_t end);
 
+/// The largest magnitude among samples begin to end - 1; 0 without any value.
+double LargestOf(const Wave& wave, size_t begin, size_t end);
+
 /// A moment at which a wave leaves its course, in samples. Between two samples it is where the growth of the
 /// first two differences starts.
 struct Departure

@@ -58,16 +58,13 @@ double Meter::SecondHarmonic(const Wave& wave, size_t first) const
 {
     if (first + window > wave.size())
         return 0;
-    Phasor fundamental;
     Phasor second;
     for (size_t i = 0; i < window; ++i) {
         // The part of the last sample's step that is within the period.
         const double weight = i + 1 < window ? 1 : period - static_cast<double>(window - 1);
-        const double angle = 2 * Pi * static_cast<double>(i) / period;
-        fundamental += weight * wave[first + i] * std::polar(1.0, -angle);
-        second += weight * wave[first + i] * std::polar(1.0, -2 * angle);
+        second += weight * wave[first + i] * std::polar(1.0, -4 * Pi * static_cast<double>(i) / period);
     }
-    return fundamental == Phasor() ? 0 : std::abs(second) / std::abs(fundamental);
+    return std::sqrt(2.0) / period * std::abs(second);
 }
 
 } // namespace analysis

@@ -14,6 +14,7 @@ struct CircuitWaves
     std::array<const Wave*, Phases> currents = {};
     std::array<const Wave*, Phases> voltages = {};
     bool hasVoltages = false;
+    const Line* line = nullptr; ///< what is known of it; null: nothing
 };
 
 /// Measures phasors at one frequency. The angles of all of them are those at sample 0 of a phasor that turns
@@ -34,7 +35,7 @@ public:
     Phasor Of(const Wave& wave, size_t first, size_t length) const;
     CircuitState Of(const CircuitWaves& waves, size_t first, size_t length) const;
 
-    /// The second harmonic in parts of the fundamental.
+    /// The second harmonic in a window, RMS.
     double SecondHarmonic(const Wave& wave, size_t first) const;
 
 private:

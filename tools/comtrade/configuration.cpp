@@ -126,9 +126,6 @@ AnalogChannel ReadAnalog(Lines& lines)
     channel.phase = fields[2];
     channel.circuit = fields[3];
     channel.unit = fields[4];
-    channel.aText = fields[5];
-    channel.bText = fields[6];
-    channel.skewText = fields[7];
     channel.a = lines.Number(fields[5], Tr("comtrade", "multiplier a"));
     channel.b = lines.Number(fields[6], Tr("comtrade", "offset b"));
     channel.skew = fields[7].isEmpty() ? 0.0 : lines.Number(fields[7], Tr("comtrade", "skew"));

@@ -53,7 +53,20 @@ QString PieceBeside(const QString& configurationPath, const QString& extension)
     return QString();
 }
 
+// Empty if there is no such piece.
+QByteArray TextBeside(const QString& configurationPath, const QString& extension)
+{
+    const QString path = PieceBeside(configurationPath, extension);
+    return path.isEmpty() ? QByteArray() : ReadText(path);
+}
+
 } // namespace
+
+bool IsRecordFile(const QString& path)
+{
+    return path.endsWith(QLatin1String(".cfg"), Qt::CaseInsensitive) ||
+           path.endsWith(QLatin1String(".cff"), Qt::CaseInsensitive);
+}
 
 Record::Record(const QString& path)
 {
@@ -74,12 +87,8 @@ void Record::OpenPieces(const QString& path)
     const QString dataPath = PieceBeside(path, QStringLiteral("dat"));
     if (dataPath.isEmpty())
         Fail(path, Tr("comtrade", "there is no .dat file beside it"));
-    const QString headerPath = PieceBeside(path, QStringLiteral("hdr"));
-    if (!headerPath.isEmpty())
-        header = ReadText(headerPath);
-    const QString informationPath = PieceBeside(path, QStringLiteral("inf"));
-    if (!informationPath.isEmpty())
-        information = ReadText(informationPath);
+    header = TextBeside(path, QStringLiteral("hdr"));
+    information = TextBeside(path, QStringLiteral("inf"));
     data = std::make_unique<DataReader>(dataPath, 0, -1, configuration);
 }
 

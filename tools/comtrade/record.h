@@ -47,9 +47,6 @@ struct AnalogChannel
     double primary = 0;
     double secondary = 0;
     bool primaryValues = false; // the values are primary ones ("P")
-    QString aText;              // the coefficients as written
-    QString bText;
-    QString skewText;
 };
 
 struct StateChannel
@@ -99,6 +96,9 @@ struct Configuration
     /// Seconds of one unit of the records' time stamps.
     double StampSeconds() const;
 };
+
+/// Whether a file is a record's configuration (.cfg) or container (.cff), by its name.
+bool IsRecordFile(const QString& path);
 
 /// The name of the type in a CFG file.
 QString NameOf(DataType type);

@@ -6,8 +6,6 @@
 
 #include <QSet>
 
-#include <algorithm>
-
 namespace dictionary {
 
 namespace {
@@ -43,17 +41,13 @@ QString Harmless(QString text)
 }
 
 // What is left to be decided by a person.
-QStringList Doubts(const Guess& guess, const std::vector<QString>& codes)
+QStringList Doubts(const Guess& guess, bool isComplete)
 {
     QStringList doubts;
     if (!guess.levelFromName)
         doubts << Tr("dictionary", "no voltage level in the name");
-    for (const QString& code : codes) {
-        if (code.isEmpty()) {
-            doubts << Tr("dictionary", "not all groups could be guessed: add V_L, E_G and the others");
-            break;
-        }
-    }
+    if (!isComplete)
+        doubts << Tr("dictionary", "not all groups could be guessed: add V_L, E_G and the others");
     return doubts;
 }
 
@@ -64,7 +58,7 @@ struct Kind
     const char* maximum;
     Guess (*guess)(const Signal&, const Levels&);
     QString (*parameters)(const Guess&);
-    std::vector<QString> (*codes)(const Guess&);
+    QStringList (*codes)(const Guess&);
 };
 
 QString EquipmentParameters(const Guess& guess)
@@ -77,29 +71,26 @@ const Kind Analog = {"A", "nAnMax", GuessAnalog,
                          return EquipmentParameters(guess) + QStringLiteral(" S_G=") + guess.signalGroup;
                      },
                      [](const Guess& guess) {
-                         return std::vector<QString>{guess.equipmentGroup, guess.signalGroup};
+                         return QStringList{guess.equipmentGroup, guess.signalGroup};
                      }};
 
-const Kind Discrete = {
-    "D", "nDiMax", GuessDiscrete,
-    [](const Guess& guess) {
-        return EquipmentParameters(guess) + QStringLiteral(" D_G=") + guess.deviceGroup +
-               QStringLiteral(" S_T=") + guess.statusType;
-    },
-    [](const Guess& guess) {
-        return std::vector<QString>{guess.equipmentGroup, guess.deviceGroup, guess.statusType};
-    }};
+const Kind Discrete = {"D", "nDiMax", GuessDiscrete,
+                       [](const Guess& guess) {
+                           return EquipmentParameters(guess) + QStringLiteral(" D_G=") + guess.deviceGroup +
+                                  QStringLiteral(" S_T=") + guess.statusType;
+                       },
+                       [](const Guess& guess) {
+                           return QStringList{guess.equipmentGroup, guess.deviceGroup, guess.statusType};
+                       }};
 
 QString EntryLine(const Kind& kind, unsigned int number, const Signal& signal, const Levels& levels)
 {
     const Guess guess = kind.guess(signal, levels);
-    const std::vector<QString> codes = kind.codes(guess);
-    const QStringList doubts = Doubts(guess, codes);
-    const bool complete =
-        std::none_of(codes.begin(), codes.end(), [](const QString& code) { return code.isEmpty(); });
+    const bool isComplete = !kind.codes(guess).contains(QString());
+    const QStringList doubts = Doubts(guess, isComplete);
     QString line =
         QSettingsRu::NumberedKey(QLatin1String(kind.prefix), number) + QLatin1Char('=') + signal.name;
-    if (complete)
+    if (isComplete)
         line += QLatin1Char(',') + kind.parameters(guess);
     line += QStringLiteral(" ; ") + Tr("dictionary", "guess");
     if (!doubts.isEmpty())

@@ -3,6 +3,8 @@
 #include "explain/pattern.h"
 #include "text/texts.h"
 
+#include <QStringList>
+
 namespace explain {
 
 namespace {
@@ -94,14 +96,6 @@ const Meaning Meanings[] = {
 };
 
 // Empty for an unknown text.
-QString MeaningOf(const QString& text);
-
-QString MeaningOrText(const QString& text)
-{
-    const QString meaning = MeaningOf(text);
-    return meaning.isEmpty() ? text : meaning;
-}
-
 QString MeaningOf(const QString& text)
 {
     for (const Meaning& meaning : Meanings) {
@@ -109,8 +103,10 @@ QString MeaningOf(const QString& text)
         if (!places)
             continue;
         QStringList values;
-        for (const QString& place : *places)
-            values << MeaningOrText(place);
+        for (const QString& place : *places) {
+            const QString inner = MeaningOf(place);
+            values << (inner.isEmpty() ? place : inner);
+        }
         return Filled(Tr("library", meaning.text), values);
     }
     return QString();
@@ -127,14 +123,6 @@ QString LibraryText(const QString& text)
 {
     const QString meaning = MeaningOf(text);
     return meaning.isEmpty() ? text : WithLibraryText(meaning, text);
-}
-
-QStringList LibraryTexts(const QStringList& texts)
-{
-    QStringList own;
-    for (const QString& text : texts)
-        own << LibraryText(text);
-    return own;
 }
 
 } // namespace explain

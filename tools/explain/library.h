@@ -3,7 +3,6 @@
 #pragma once
 
 #include <QString>
-#include <QStringList>
 
 namespace explain {
 
@@ -13,8 +12,5 @@ QString LibraryText(const QString& text);
 
 /// A sentence of one's own, followed by the library's text in brackets.
 QString WithLibraryText(const QString& sentence, const QString& text);
-
-/// LibraryText of each note.
-QStringList LibraryTexts(const QStringList& texts);
 
 } // namespace explain

@@ -1,9 +1,9 @@
 #include "info/description.h"
 
+#include "comtrade/record.h"
 #include "text/columns.h"
 #include "text/texts.h"
 
-#include <QFileInfo>
 #include <QJsonArray>
 
 #include <algorithm>
@@ -11,22 +11,22 @@
 
 namespace info {
 
-void Description::Add(const QString& key, const QString& label, const QString& text)
+void Description::Add(const char* key, const QString& label, const QString& text)
 {
     facts.push_back({key, label, text, text});
 }
 
-void Description::Add(const QString& key, const QString& label, const QJsonValue& value, const QString& text)
+void Description::Add(const char* key, const QString& label, const QJsonValue& value, const QString& text)
 {
     facts.push_back({key, label, value, text});
 }
 
-void Description::Add(const QString& key, const QString& label, const Cell& cell)
+void Description::Add(const char* key, const QString& label, const Cell& cell)
 {
     facts.push_back({key, label, cell.value, cell.text});
 }
 
-void Description::AddForPrograms(const QString& key, const QJsonValue& value)
+void Description::AddForPrograms(const char* key, const QJsonValue& value)
 {
     facts.push_back({key, QString(), value, QString()});
 }
@@ -40,8 +40,7 @@ void Description::Fail(const char* word, const QString& text)
 Description Describe(const QString& path)
 {
     Description description;
-    const QString suffix = QFileInfo(path).suffix().toLower();
-    const bool isRecord = suffix == QLatin1String("cfg") || suffix == QLatin1String("cff");
+    const bool isRecord = comtrade::IsRecordFile(path);
     description.file = path;
     description.kind = isRecord ? QStringLiteral("record") : QStringLiteral("recording");
     try {
@@ -109,8 +108,8 @@ QStringList LinesOf(const Description& description, bool channels)
 QJsonObject JsonOf(const Description& description, bool channels)
 {
     QJsonObject object;
-    object[QStringLiteral("file")] = description.file;
-    object[QStringLiteral("kind")] = description.kind;
+    object["file"] = description.file;
+    object["kind"] = description.kind;
     for (const Fact& fact : description.facts)
         object[fact.key] = fact.value;
     for (const Table& table : description.tables) {
@@ -126,10 +125,10 @@ QJsonObject JsonOf(const Description& description, bool channels)
         object[table.key] = rows;
     }
     if (!description.notes.isEmpty())
-        object[QStringLiteral("notes")] = QJsonArray::fromStringList(description.notes);
+        object["notes"] = QJsonArray::fromStringList(description.notes);
     if (!description.error.isEmpty()) {
-        object[QStringLiteral("reason")] = QLatin1String(description.reason);
-        object[QStringLiteral("error")] = description.error;
+        object["reason"] = QLatin1String(description.reason);
+        object["error"] = description.error;
     }
     return object;
 }

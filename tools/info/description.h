@@ -48,10 +48,10 @@ struct Description
     QString error;                           // why nothing more can be said; the facts are those found before
     const char* reason = reason::Unexpected; // of the error
 
-    void Add(const QString& key, const QString& label, const QString& text);
-    void Add(const QString& key, const QString& label, const QJsonValue& value, const QString& text);
-    void Add(const QString& key, const QString& label, const Cell& cell);
-    void AddForPrograms(const QString& key, const QJsonValue& value);
+    void Add(const char* key, const QString& label, const QString& text);
+    void Add(const char* key, const QString& label, const QJsonValue& value, const QString& text);
+    void Add(const char* key, const QString& label, const Cell& cell);
+    void AddForPrograms(const char* key, const QJsonValue& value);
 
     /// Sets the error. word is one of those in reasons.h.
     void Fail(const char* word, const QString& text);

@@ -33,13 +33,10 @@ void AddRates(Description& description, const std::vector<Rate>& rates)
     QJsonArray values;
     for (const Rate& rate : rates) {
         texts << RateText(rate, rates.size() == 1);
-        values.append(QJsonObject{{QStringLiteral("rate"), ValueOf(rate)},
-                                  {QStringLiteral("lastSample"), rate.lastSample}});
+        values.append(QJsonObject{{"rate", ValueOf(rate)}, {"lastSample", rate.lastSample}});
     }
-    description.AddForPrograms(QStringLiteral("rate"),
-                               rates.size() == 1 ? ValueOf(rates.front()) : QJsonValue());
-    description.Add(QStringLiteral("rates"), Tr("info", "Sampling rate"), values,
-                    texts.join(QLatin1String("; ")));
+    description.AddForPrograms("rate", rates.size() == 1 ? ValueOf(rates.front()) : QJsonValue());
+    description.Add("rates", Tr("info", "Sampling rate"), values, texts.join(QLatin1String("; ")));
 }
 
 } // namespace
@@ -60,15 +57,14 @@ double SecondsOfRates(const std::vector<Rate>& rates)
 
 void AddSampling(Description& description, const Sampling& sampling)
 {
-    description.Add(QStringLiteral("seconds"), Tr("info", "Duration"), SecondsCell(sampling.seconds));
+    description.Add("seconds", Tr("info", "Duration"), SecondsCell(sampling.seconds));
     AddRates(description, sampling.rates);
-    description.Add(QStringLiteral("samples"), Tr("info", "Samples"), CountCell(sampling.Samples()));
+    description.Add("samples", Tr("info", "Samples"), CountCell(sampling.Samples()));
 }
 
 void AddChannelCount(Description& description, size_t analog, size_t discrete)
 {
-    description.Add(QStringLiteral("channels"), Tr("info", "Channels"),
-                    static_cast<qint64>(analog + discrete),
+    description.Add("channels", Tr("info", "Channels"), static_cast<qint64>(analog + discrete),
                     Tr("info", "%1 analog, %2 discrete").arg(analog).arg(discrete));
 }
 

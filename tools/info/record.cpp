@@ -23,18 +23,17 @@ namespace {
 
 void AddIdentity(Description& description, const comtrade::Configuration& configuration)
 {
-    description.Add(QStringLiteral("station"), Tr("info", "Station"), configuration.station);
-    description.Add(QStringLiteral("device"), Tr("info", "Device"), configuration.device);
-    description.Add(QStringLiteral("revision"), Tr("info", "Revision"),
-                    CountCell(static_cast<int>(configuration.revision)));
-    description.Add(QStringLiteral("dataType"), Tr("info", "Data"), comtrade::NameOf(configuration.dataType));
+    description.Add("station", Tr("info", "Station"), configuration.station);
+    description.Add("device", Tr("info", "Device"), configuration.device);
+    description.Add("revision", Tr("info", "Revision"), CountCell(static_cast<int>(configuration.revision)));
+    description.Add("dataType", Tr("info", "Data"), comtrade::NameOf(configuration.dataType));
     const std::optional<int> offset = comtrade::UtcOffset(configuration);
-    description.Add(QStringLiteral("start"), Tr("info", "First sample"),
+    description.Add("start", Tr("info", "First sample"),
                     TextCell(comtrade::MomentText(configuration.start, offset)));
-    description.Add(QStringLiteral("trigger"), Tr("info", "Trigger"),
+    description.Add("trigger", Tr("info", "Trigger"),
                     TextCell(comtrade::MomentText(configuration.trigger, offset)));
     if (!configuration.timeCode.isEmpty())
-        description.Add(QStringLiteral("zone"), Tr("info", "Time zone"),
+        description.Add("zone", Tr("info", "Time zone"),
                         configuration.timeCode + QLatin1Char(',') + configuration.localCode);
 }
 
@@ -60,7 +59,7 @@ Cell CountOf(const std::vector<qint64>& counts, size_t channel, const RecordData
 Table AnalogTable(const comtrade::Configuration& configuration, const RecordData& data)
 {
     Table table{
-        QStringLiteral("analog"),
+        "analog",
         Tr("info", "Analog channels"),
         {"number", "name", "phase", "circuit", "unit", "a", "b", "primary", "secondary", "side", "missing"},
         {Tr("info", "No."), Tr("info", "Name"), Tr("info", "Phase"), Tr("info", "Circuit"),
@@ -81,7 +80,7 @@ Table AnalogTable(const comtrade::Configuration& configuration, const RecordData
 
 Table StateTable(const comtrade::Configuration& configuration, const RecordData& data)
 {
-    Table table{QStringLiteral("discrete"),
+    Table table{"discrete",
                 Tr("info", "Discrete channels"),
                 {"number", "name", "phase", "circuit", "normal", "changes"},
                 {Tr("info", "No."), Tr("info", "Name"), Tr("info", "Phase"), Tr("info", "Circuit"),
@@ -104,20 +103,19 @@ void AddPieces(Description& description, const comtrade::Record& record)
         if (piece.isEmpty())
             return;
         texts << text.arg(piece.size());
-        values.append(QJsonObject{{QStringLiteral("piece"), QLatin1String(word)},
-                                  {QStringLiteral("bytes"), piece.size()}});
+        values.append(QJsonObject{{"piece", QLatin1String(word)}, {"bytes", piece.size()}});
     };
     add("header", Tr("info", "header %1 bytes"), record.Header());
     add("information", Tr("info", "information %1 bytes"), record.Information());
-    description.Add(QStringLiteral("pieces"), Tr("info", "Further pieces"), values,
+    description.Add("pieces", Tr("info", "Further pieces"), values,
                     texts.isEmpty() ? Tr("info", "none") : texts.join(QLatin1String(", ")));
 }
 
 void AddMissing(Description& description, const RecordData& data)
 {
     const qint64 sum = std::accumulate(data.missing.begin(), data.missing.end(), qint64{0});
-    description.Add(QStringLiteral("missing"), Tr("info", "Missing values"), CountCell(sum));
-    description.AddForPrograms(QStringLiteral("samplesFound"), data.samples);
+    description.Add("missing", Tr("info", "Missing values"), CountCell(sum));
+    description.AddForPrograms("samplesFound", data.samples);
 }
 
 // Any device or program may have written the record.

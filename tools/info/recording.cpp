@@ -70,8 +70,8 @@ void AddChainEnd(Description& description, const QString& path, int segments, bo
     for (const QString& note : device.LogMessages)
         description.notes << explain::LibraryText(note);
     const ChainEnd end = EndOf(path, segments, wasCut, device);
-    description.AddForPrograms(QStringLiteral("chainEnd"), QLatin1String(end.word));
-    description.Add(QStringLiteral("chainEndText"), Tr("info", "Chain ends because"), end.text);
+    description.AddForPrograms("chainEnd", QLatin1String(end.word));
+    description.Add("chainEndText", Tr("info", "Chain ends because"), end.text);
     const QStringList left = LeftOut(path, segments);
     if (!left.isEmpty())
         description.notes << Tr("info", "not part of the recording: %1").arg(left.join(QLatin1String(", ")));
@@ -79,7 +79,7 @@ void AddChainEnd(Description& description, const QString& path, int segments, bo
 
 Table SegmentTable(const std::vector<QString>& paths, const std::vector<ZuFileFormat*>& files)
 {
-    Table table{QStringLiteral("segments"),
+    Table table{"segments",
                 Tr("info", "Segments"),
                 {"file", "start", "seconds", "points", "bytes"},
                 {Tr("info", "File"), Tr("info", "First sample"), Tr("info", "Duration"), Tr("info", "Points"),
@@ -97,7 +97,7 @@ Table SegmentTable(const std::vector<QString>& paths, const std::vector<ZuFileFo
 
 Table AnalogTable(const ZuFileFormat& first)
 {
-    Table table{QStringLiteral("analog"),
+    Table table{"analog",
                 Tr("info", "Analog channels"),
                 {"number", "name", "unit", "primary", "secondary", "rate", "points", "compressed", "bytes"},
                 {Tr("info", "No."), Tr("info", "Name"), Tr("info", "Unit"), Tr("info", "Primary"),
@@ -118,7 +118,7 @@ Table AnalogTable(const ZuFileFormat& first)
 // The changes are those of the whole recording, empty if they cannot be counted.
 Table DiscreteTable(const ZuFileFormat& first, const std::vector<qint64>& changes)
 {
-    Table table{QStringLiteral("discrete"),
+    Table table{"discrete",
                 Tr("info", "Discrete channels"),
                 {"number", "name", "changes", "inverted", "bytes"},
                 {Tr("info", "No."), Tr("info", "Name"), Tr("info", "Changes"), Tr("info", "Inverted"),
@@ -142,7 +142,7 @@ QString CodePage(const ZuFileFormat& file)
 
 void AddStart(Description& description, ZuFileFormat& first, ZuCmtrDevParam& device)
 {
-    description.Add(QStringLiteral("startComment"), Tr("info", "Start comment"), first.Comment);
+    description.Add("startComment", Tr("info", "Start comment"), first.Comment);
     first.RenameAllChannelsName(&device);
     try {
         first.ParseComment(&device);
@@ -151,17 +151,16 @@ void AddStart(Description& description, ZuFileFormat& first, ZuCmtrDevParam& dev
                                         "gives up such a recording with an exception");
         return;
     }
-    description.Add(QStringLiteral("startCondition"), Tr("info", "Condition"), first.StartCondition);
+    description.Add("startCondition", Tr("info", "Condition"), first.StartCondition);
     if (!first.StartSetting.isEmpty())
-        description.Add(QStringLiteral("startSetting"), Tr("info", "Setting"), first.StartSetting);
+        description.Add("startSetting", Tr("info", "Setting"), first.StartSetting);
 }
 
 void AddMoments(Description& description, const ZuFileFormat& first)
 {
-    description.Add(QStringLiteral("start"), Tr("info", "First sample"),
+    description.Add("start", Tr("info", "First sample"),
                     MomentCell(first.StartTime, first.StartMicroseconds));
-    description.Add(QStringLiteral("trigger"), Tr("info", "Trigger"),
-                    MomentCell(first.TrigTime, first.TrigMicroseconds));
+    description.Add("trigger", Tr("info", "Trigger"), MomentCell(first.TrigTime, first.TrigMicroseconds));
 }
 
 // The header's duration limits what the converter writes of each file.
@@ -185,9 +184,9 @@ void DescribeChain(Description& description, const QString& path)
         return;
     }
     ZuFileFormat& first = chain.First();
-    description.Add(QStringLiteral("identity"), Tr("info", "Recorder"), first.Identity);
-    description.Add(QStringLiteral("title"), Tr("info", "Title"), first.Title.trimmed());
-    description.Add(QStringLiteral("codePage"), Tr("info", "Code page"), CodePage(first));
+    description.Add("identity", Tr("info", "Recorder"), first.Identity);
+    description.Add("title", Tr("info", "Title"), first.Title.trimmed());
+    description.Add("codePage", Tr("info", "Code page"), CodePage(first));
     AddMoments(description, first);
     AddStart(description, first, device);
     const std::vector<ZuFileFormat*>& files = *chain.Files();
@@ -213,7 +212,7 @@ void AddRemains(Description& description, const QString& path)
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         return;
-    description.Add(QStringLiteral("bytes"), Tr("info", "Size"), BytesCell(file.size()));
+    description.Add("bytes", Tr("info", "Size"), BytesCell(file.size()));
     ZuFileHeader header;
     if (file.read(reinterpret_cast<char*>(&header), sizeof header) != qint64{sizeof header}) {
         description.notes << Tr("info",
@@ -221,7 +220,7 @@ void AddRemains(Description& description, const QString& path)
                                  .arg(sizeof header);
         return;
     }
-    description.Add(QStringLiteral("channels"), Tr("info", "Channels"), QJsonValue(header.channelCount),
+    description.Add("channels", Tr("info", "Channels"), QJsonValue(header.channelCount),
                     Tr("info", "%1 in the header").arg(header.channelCount));
 }
 

@@ -32,6 +32,14 @@ void CheckStrayDictionary(const IniLines& ini, const Question& question, Finding
     }
 }
 
+Findings Only(const QStringList& reasons, const Findings& all)
+{
+    Findings some;
+    std::copy_if(all.begin(), all.end(), std::back_inserter(some),
+                 [&](const Finding& finding) { return reasons.contains(QLatin1String(finding.reason)); });
+    return some;
+}
+
 } // namespace
 
 Findings Check(const Question& question)
@@ -57,25 +65,14 @@ Findings SpoilsRecords(const QString& ini, const QString& defaults, const QStrin
     Findings all;
     CheckIdentity(lines, device, defaults, all);
     CheckDictionary(lines, device, all);
-    Findings spoiling;
-    std::copy_if(all.begin(), all.end(), std::back_inserter(spoiling), [](const Finding& finding) {
-        const QLatin1String reason(finding.reason);
-        return reason == QLatin1String(reason::CommaInText) || reason == QLatin1String(reason::PercentInText);
-    });
-    return spoiling;
+    return Only({reason::CommaInText, reason::PercentInText}, all);
 }
 
 Findings SpoilsEveryRecord(const QString& ini, const QString& defaults, const QString& device)
 {
     Findings findings;
     CheckIdentity(IniLines(ini), device, defaults, findings);
-    findings.erase(std::remove_if(findings.begin(), findings.end(),
-                                  [](const Finding& finding) {
-                                      return QLatin1String(finding.reason) !=
-                                             QLatin1String(reason::CommaInText);
-                                  }),
-                   findings.end());
-    return findings;
+    return Only({reason::CommaInText}, findings);
 }
 
 } // namespace inicheck

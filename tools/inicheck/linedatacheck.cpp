@@ -124,26 +124,22 @@ void CheckReference(const analysis::Line& line, const char* key, const QString& 
 {
     if (name.isEmpty() || names.Find(name) != nullptr)
         return;
-    QString text = Tr("check", "[%1] %2: the ini file has no equipment and no bay '%3'")
-                       .arg(line.circuit, QLatin1String(key), name);
-    const QString nearest = Nearest(name, names.Names());
-    if (!nearest.isEmpty())
-        text += Tr("check", "; is '%1' meant?").arg(nearest);
-    findings.push_back({line.row, Severity::Warning, reason::UnknownCircuit, text});
+    const QString text = Tr("check", "[%1] %2: the ini file has no equipment and no bay '%3'")
+                             .arg(line.circuit, QLatin1String(key), name);
+    findings.push_back({line.row, Severity::Warning, reason::UnknownCircuit,
+                        text + MeantText(Nearest(name, names.Names()))});
 }
 
 void CheckSection(const analysis::Line& line, const KnownNames& names, Findings& findings)
 {
     const Known* known = names.Find(line.circuit);
     if (known == nullptr) {
-        QString text =
+        const QString text =
             Tr("check", "[%1] is no equipment of the dictionary and no bay; it serves records that "
                         "have a circuit of this name, and nothing else")
                 .arg(line.circuit);
-        const QString nearest = Nearest(line.circuit, names.Names());
-        if (!nearest.isEmpty())
-            text += Tr("check", "; is '%1' meant?").arg(nearest);
-        findings.push_back({line.row, Severity::Warning, reason::LineNotMatched, text});
+        findings.push_back({line.row, Severity::Warning, reason::LineNotMatched,
+                            text + MeantText(Nearest(line.circuit, names.Names()))});
     } else {
         findings.push_back({line.row, Severity::Note, reason::LineMatched, MatchText(line, *known)});
     }

@@ -137,21 +137,9 @@ void AppendSection(QByteArray& out, const OtherSection& section, CodePage codePa
 
 } // namespace
 
-Recording& Recording::Add(AnalogChannel channel)
+Recording& Recording::Add(Section section)
 {
-    sections.emplace_back(std::move(channel));
-    return *this;
-}
-
-Recording& Recording::Add(DiscreteChannel channel)
-{
-    sections.emplace_back(std::move(channel));
-    return *this;
-}
-
-Recording& Recording::Add(OtherSection section)
-{
-    sections.emplace_back(std::move(section));
+    sections.push_back(std::move(section));
     return *this;
 }
 

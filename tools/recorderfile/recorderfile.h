@@ -100,9 +100,7 @@ struct Recording
     std::vector<Section> sections = {}; // in file order
 
     // Appends a section and returns the recording itself, so that calls chain.
-    Recording& Add(AnalogChannel channel);
-    Recording& Add(DiscreteChannel channel);
-    Recording& Add(OtherSection section);
+    Recording& Add(Section section);
 };
 
 // A file's name, without a directory, and its content.

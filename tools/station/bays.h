@@ -32,6 +32,13 @@ enum class Quantity {
 // Phases 0 to 2 are a, b and c; this one is the sum of the three (3I0, 3U0).
 constexpr int Residual = 3;
 
+// A phase's value, or that sum.
+template <typename Phases>
+auto ValueOf(const Phases& phases, int phase)
+{
+    return phase == Residual ? phases[0] + phases[1] + phases[2] : phases[static_cast<size_t>(phase)];
+}
+
 // An analog signal of the recorder.
 struct AnalogSignal
 {

@@ -21,22 +21,6 @@ constexpr uint32_t NoiseSeed = 0x9e3779b9u; // times the channel's number
 constexpr int LargestHours = 29;            // greater numbers are minutes
 constexpr uint16_t BlockSamples = 32;
 
-// The waves of a signal's bay.
-const std::vector<PhaseValues>& WavesOf(const AnalogSignal& signal, const LineBays& bays,
-                                        const LineWaves& waves)
-{
-    if (signal.quantity == Quantity::Voltage)
-        return waves.bus;
-    if (signal.bay.name == bays.line.name)
-        return waves.line;
-    return signal.bay.name == bays.infeed.name ? waves.infeed : waves.healthy;
-}
-
-double ValueOf(const PhaseValues& values, int phase)
-{
-    return phase == Residual ? values[0] + values[1] + values[2] : values[static_cast<size_t>(phase)];
-}
-
 // Peak of the rated current or voltage, in the signal's unit.
 double RatedPeak(const AnalogSignal& signal)
 {
@@ -133,7 +117,7 @@ Recording MakeLineRecording(const LineScenario& scenario, const LineOutcome& out
     uint32_t number = 0;
     for (const AnalogSignal& signal : AnalogSignalsAround(scenario.line)) {
         Drawing draw(scenario.seed + NoiseSeed * ++number);
-        recording.Add(MakeAnalog(signal, scenario, WavesOf(signal, bays, outcome.waves), draw));
+        recording.Add(MakeAnalog(signal, scenario, QuantityOf(signal, bays, outcome.waves), draw));
     }
     for (const SignalHistory& history : histories)
         recording.Add(MakeDiscrete(history));

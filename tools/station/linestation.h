@@ -41,6 +41,17 @@ struct LineBays
 
 LineBays BaysAround(const StationLine& line);
 
+// What belongs to a signal, of quantities that are there for the bus and the bays: waves, phasors.
+template <typename Quantities>
+const auto& QuantityOf(const AnalogSignal& signal, const LineBays& bays, const Quantities& of)
+{
+    if (signal.quantity == Quantity::Voltage)
+        return of.bus;
+    if (signal.bay.name == bays.line.name)
+        return of.line;
+    return signal.bay.name == bays.infeed.name ? of.infeed : of.healthy;
+}
+
 // The signals of a recording, in the order of the recorder.
 std::vector<AnalogSignal> AnalogSignalsAround(const StationLine& line);
 std::vector<DiscreteSignal> DiscreteSignalsAround(const StationLine& line);

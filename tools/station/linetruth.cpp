@@ -82,10 +82,10 @@ QJsonArray TruthMaker::Parts() const
     const FaultPlan& plan = *scenario.fault;
     QJsonArray parts;
     const auto add = [&](const FaultState& fault, double onset, const std::optional<double>& clearing) {
-        parts.append(QJsonObject{{QStringLiteral("kind"), NameOf(fault.kind)},
-                                 {QStringLiteral("onset"), FromTrigger(onset)},
-                                 {QStringLiteral("clearing"), FromTrigger(clearing)},
-                                 {QStringLiteral("resistance"), Digits(fault.resistance)}});
+        parts.append(QJsonObject{{"kind", NameOf(fault.kind)},
+                                 {"onset", FromTrigger(onset)},
+                                 {"clearing", FromTrigger(clearing)},
+                                 {"resistance", Digits(fault.resistance)}});
     };
     for (size_t i = 0; i < plan.parts.size(); ++i) {
         const bool isLast = i + 1 == plan.parts.size();
@@ -111,18 +111,17 @@ QJsonValue TruthMaker::Fault() const
         return QJsonValue();
     const FaultState& last = scenario.fault->parts.back().fault;
     const double part = scenario.model.fraction;
-    return QJsonObject{{QStringLiteral("circuit"), scenario.line.name},
-                       {QStringLiteral("kind"), NameOf(last.kind)},
-                       {QStringLiteral("onset"), FromTrigger(outcome.moments.first->onset)},
-                       {QStringLiteral("clearing"), FromTrigger(outcome.cleared)},
-                       {QStringLiteral("parts"), Parts()},
-                       {QStringLiteral("direction"), QStringLiteral("forward")},
-                       {QStringLiteral("distance"),
-                        QJsonObject{{QStringLiteral("percent"), Digits(part * 100.0)},
-                                    {QStringLiteral("km"), Digits(part * scenario.line.data.length)}}},
-                       {QStringLiteral("resistance"), Digits(last.resistance)},
-                       {QStringLiteral("infeed"), Digits(InfeedRatio(scenario.model, last))},
-                       {QStringLiteral("saturation"), outcome.saturated}};
+    return QJsonObject{{"circuit", scenario.line.name},
+                       {"kind", NameOf(last.kind)},
+                       {"onset", FromTrigger(outcome.moments.first->onset)},
+                       {"clearing", FromTrigger(outcome.cleared)},
+                       {"parts", Parts()},
+                       {"direction", QStringLiteral("forward")},
+                       {"distance", QJsonObject{{"percent", Digits(part * 100.0)},
+                                                {"km", Digits(part * scenario.line.data.length)}}},
+                       {"resistance", Digits(last.resistance)},
+                       {"infeed", Digits(InfeedRatio(scenario.model, last))},
+                       {"saturation", outcome.saturated}};
 }
 
 QJsonObject TruthMaker::ChannelPhasors(const LinePhasors& phasors) const
@@ -130,28 +129,21 @@ QJsonObject TruthMaker::ChannelPhasors(const LinePhasors& phasors) const
     const LineBays bays = BaysAround(scenario.line);
     QJsonObject channels;
     for (const AnalogSignal& signal : AnalogSignalsAround(scenario.line)) {
-        const PhasePhasors& of = signal.quantity == Quantity::Voltage  ? phasors.bus
-                                 : signal.bay.name == bays.line.name   ? phasors.line
-                                 : signal.bay.name == bays.infeed.name ? phasors.infeed
-                                                                       : phasors.healthy;
         const Complex phasor =
-            (signal.phase == Residual ? of[0] + of[1] + of[2] : of[static_cast<size_t>(signal.phase)]) *
-            UnitsPerVolt(signal);
+            ValueOf(QuantityOf(signal, bays, phasors), signal.phase) * UnitsPerVolt(signal);
         // What is zero has no angle.
         const double magnitude = std::abs(phasor) < 1e-6 ? 0.0 : std::abs(phasor);
         const double angle = magnitude > 0.0 ? std::arg(phasor) * 180.0 / Pi : 0.0;
-        channels.insert(signal.name, QJsonObject{{QStringLiteral("magnitude"), Digits(magnitude)},
-                                                 {QStringLiteral("angle"), Digits(angle)}});
+        channels.insert(signal.name, QJsonObject{{"magnitude", Digits(magnitude)}, {"angle", Digits(angle)}});
     }
     return channels;
 }
 
 QJsonObject TruthMaker::Phasors() const
 {
-    QJsonObject phasors{
-        {QStringLiteral("before"), ChannelPhasors(SteadyState(scenario.model, std::nullopt))}};
+    QJsonObject phasors{{"before", ChannelPhasors(SteadyState(scenario.model, std::nullopt))}};
     if (scenario.fault)
-        phasors.insert(QStringLiteral("during"),
+        phasors.insert("during",
                        ChannelPhasors(SteadyState(scenario.model, scenario.fault->parts.back().fault)));
     return phasors;
 }
@@ -177,10 +169,10 @@ QJsonArray TruthMaker::Events() const
                      [](const Event& one, const Event& other) { return one.time < other.time; });
     QJsonArray list;
     for (const Event& event : events)
-        list.append(QJsonObject{{QStringLiteral("time"), FromTrigger(event.time)},
-                                {QStringLiteral("channel"), static_cast<int>(event.channel) + 1},
-                                {QStringLiteral("name"), histories[event.channel].signal.name},
-                                {QStringLiteral("state"), event.state ? 1 : 0}});
+        list.append(QJsonObject{{"time", FromTrigger(event.time)},
+                                {"channel", static_cast<int>(event.channel) + 1},
+                                {"name", histories[event.channel].signal.name},
+                                {"state", event.state ? 1 : 0}});
     return list;
 }
 
@@ -206,43 +198,41 @@ QJsonObject TruthMaker::Operating() const
 {
     static const char* const ends[] = {nullptr, "success", "fault"};
     const std::optional<double>& closing = outcome.moments.closing;
-    QJsonObject operating{{QStringLiteral("start"), FirstChange(Behaviour::ProtectionStart)},
-                          {QStringLiteral("trip"), FirstChange(Behaviour::Trip)},
-                          {QStringLiteral("breaker"), FirstChange(Behaviour::BreakerClosed)},
-                          {QStringLiteral("clearing"), FromTrigger(outcome.cleared)},
-                          {QStringLiteral("deadTime"), QJsonValue()},
-                          {QStringLiteral("interruption"), QJsonValue()},
-                          {QStringLiteral("reclosed"), QJsonValue()}};
+    QJsonObject operating{{"start", FirstChange(Behaviour::ProtectionStart)},
+                          {"trip", FirstChange(Behaviour::Trip)},
+                          {"breaker", FirstChange(Behaviour::BreakerClosed)},
+                          {"clearing", FromTrigger(outcome.cleared)},
+                          {"deadTime", QJsonValue()},
+                          {"interruption", QJsonValue()},
+                          {"reclosed", QJsonValue()}};
     if (!scenario.fault || !closing || !outcome.opened || *closing >= outcome.moments.end)
         return operating;
-    operating[QStringLiteral("interruption")] = Digits(FromTrigger(*closing) - FromTrigger(*outcome.opened));
-    operating[QStringLiteral("reclosed")] =
-        QString::fromLatin1(ends[static_cast<size_t>(scenario.fault->reclosing)]);
+    operating["interruption"] = Digits(FromTrigger(*closing) - FromTrigger(*outcome.opened));
+    operating["reclosed"] = QString::fromLatin1(ends[static_cast<size_t>(scenario.fault->reclosing)]);
     const std::optional<int64_t> opened = ChangeAfter(Behaviour::BreakerClosed, 0.0);
     const std::optional<int64_t> closed = ChangeAfter(Behaviour::BreakerClosed, *closing);
     if (opened && closed)
-        operating[QStringLiteral("deadTime")] = static_cast<double>(*closed - *opened) / 1e6;
+        operating["deadTime"] = static_cast<double>(*closed - *opened) / 1e6;
     return operating;
 }
 
 QJsonObject TruthMaker::Make(const QString& file) const
 {
     const LineData& line = scenario.line.data;
-    return {
-        {QStringLiteral("file"), file},
-        {QStringLiteral("trigger"), IsoOf(TriggerOf(scenario), ZoneSecondsOf(scenario))},
-        {QStringLiteral("fault"), Fault()},
-        {QStringLiteral("line"), QJsonObject{{QStringLiteral("circuit"), scenario.line.name},
-                                             {QStringLiteral("length"), Digits(line.length)},
-                                             {QStringLiteral("r1"), Digits(line.r1)},
-                                             {QStringLiteral("x1"), Digits(line.x1)},
-                                             {QStringLiteral("r0"), Digits(line.r0)},
-                                             {QStringLiteral("x0"), Digits(line.x0)}}},
-        {QStringLiteral("frequency"), Digits(scenario.model.frequency)},
-        {QStringLiteral("phasors"), Phasors()},
-        {QStringLiteral("events"), Events()},
-        {QStringLiteral("operating"), Operating()},
-        {QStringLiteral("cause"), scenario.quiet ? QJsonValue(WordOf(scenario.quiet->cause)) : QJsonValue()}};
+    return {{"file", file},
+            {"trigger", IsoOf(TriggerOf(scenario), ZoneSecondsOf(scenario))},
+            {"fault", Fault()},
+            {"line", QJsonObject{{"circuit", scenario.line.name},
+                                 {"length", Digits(line.length)},
+                                 {"r1", Digits(line.r1)},
+                                 {"x1", Digits(line.x1)},
+                                 {"r0", Digits(line.r0)},
+                                 {"x0", Digits(line.x0)}}},
+            {"frequency", Digits(scenario.model.frequency)},
+            {"phasors", Phasors()},
+            {"events", Events()},
+            {"operating", Operating()},
+            {"cause", scenario.quiet ? QJsonValue(WordOf(scenario.quiet->cause)) : QJsonValue()}};
 }
 
 } // namespace

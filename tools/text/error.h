@@ -5,6 +5,8 @@
 #include <QString>
 
 #include <exception>
+#include <new>
+#include <optional>
 
 namespace text {
 
@@ -26,5 +28,20 @@ QString MemoryMessage();
 
 /// The message of any failure: that of an Error, MemoryMessage for std::bad_alloc, else what() as UTF-8.
 QString MessageOf(const std::exception& error);
+
+/// Does the work and returns the message of its failure, nothing if it succeeds. Only std::bad_alloc passes
+/// through: it says nothing about the work.
+template <class Work>
+std::optional<QString> FailureOf(Work work)
+{
+    try {
+        work();
+        return std::nullopt;
+    } catch (const std::bad_alloc&) {
+        throw;
+    } catch (const std::exception& error) {
+        return MessageOf(error);
+    }
+}
 
 } // namespace text

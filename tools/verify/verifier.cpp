@@ -7,8 +7,7 @@
 #include "verify/pieces.h"
 #include "verify/source.h"
 
-#include <exception>
-#include <new>
+#include <optional>
 
 namespace verify {
 
@@ -63,19 +62,14 @@ Presence Verifier::Find(const QString& firstFile, const QString& directory)
     Source source(device, firstFile);
     Presence presence;
     presence.examined = Describe(source);
-    QString reason;
-    try {
-        CompareAll(source, directory);
+    const std::optional<QString> difference = text::FailureOf([&] { CompareAll(source, directory); });
+    if (!difference) {
         presence.standing.state = RecordState::Same;
         return presence;
-    } catch (const std::bad_alloc&) {
-        throw;
-    } catch (const std::exception& error) {
-        reason = text::MessageOf(error);
     }
     presence.standing = StandingOf(source, directory);
     if (presence.standing.reason.isEmpty() && presence.standing.state != RecordState::Absent)
-        presence.standing.reason = reason;
+        presence.standing.reason = *difference;
     return presence;
 }
 

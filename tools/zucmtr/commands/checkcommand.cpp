@@ -5,6 +5,7 @@
 #include "zucmtr/commands/deviceoptions.h"
 #include "zucmtr/terminal/console.h"
 #include "zucmtr/terminal/memorylimit.h"
+#include "zucmtr/terminal/values.h"
 
 #include "explain/file.h"
 #include "inicheck/inilines.h"
@@ -153,12 +154,9 @@ void AddCheckCommand(CLI::App& app, Action& chosen)
     command->add_flag("--json", options->json,
                       HelpText("check", "One JSON object per finding, for programs"));
     AddMemoryOption(*command, options->maxMemory);
-    command
-        ->add_option(
-            "FILE", options->files,
-            HelpText("check",
-                     "The ini file, and first files of recordings to compare with its sorting dictionary"))
-        ->type_name("");
+    AddValue(*command, "FILE", options->files, "",
+             HelpText("check",
+                      "The ini file, and first files of recordings to compare with its sorting dictionary"));
     command->footer(HelpText(
         "check",
         "Lists by line what the converter ignores, takes from the defaults, drops or refuses, and what "

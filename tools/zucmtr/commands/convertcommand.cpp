@@ -208,11 +208,9 @@ int RunConvert(const ConvertOptions& options)
 
 void AddOutputOptions(CLI::App& command, ConvertOptions& options)
 {
-    command
-        .add_option(
-            "--out", options.out,
-            HelpText("convert", "Existing directory for the COMTRADE files. Default: the current directory"))
-        ->type_name("DIR");
+    AddValue(
+        command, "--out", options.out, "DIR",
+        HelpText("convert", "Existing directory for the COMTRADE files. Default: the current directory"));
     command.add_flag("--make-out", options.makeOut,
                      HelpText("convert", "Make the directory of --out if it is not there"));
 }
@@ -225,11 +223,9 @@ void AddRunOptions(CLI::App& command, ConvertOptions& options)
                               "records go to directories of the same names below --out"));
     command.add_flag("--flat", options.flat,
                      HelpText("convert", "Put all records into the directory of --out itself"));
-    command
-        .add_option("-j,--jobs", options.jobs,
-                    HelpText("convert",
-                             "Recordings to convert at once; 0: as many as there are processors. Default: 1"))
-        ->type_name("N")
+    AddValue(
+        command, "-j,--jobs", options.jobs, "N",
+        HelpText("convert", "Recordings to convert at once; 0: as many as there are processors. Default: 1"))
         ->transform(values::WholeNumber(0, 256));
     CLI::Option* goOn =
         command.add_flag("--continue")
@@ -310,11 +306,8 @@ void AddConvertCommand(CLI::App& app, Action& chosen)
     AddSafetyOptions(*command, *options);
     AddReportOptions(*command, *options);
     AddMemoryOption(*command, options->maxMemory);
-    command
-        ->add_option("FILE", options->files,
-                     HelpText("convert", "First files of the recordings, or directories with recordings"))
-        ->required()
-        ->type_name("");
+    AddArgument(*command, "FILE", options->files,
+                HelpText("convert", "First files of the recordings, or directories with recordings"));
     command->footer(Footer());
     command->callback([options, &chosen] { chosen = [options] { return RunConvert(*options); }; });
 }

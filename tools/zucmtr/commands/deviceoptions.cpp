@@ -3,26 +3,43 @@
 #include "text/texts.h"
 #include "zucmtr/terminal/checks.h"
 #include "zucmtr/terminal/command.h"
+#include "zucmtr/terminal/values.h"
 
 #include <CLI/CLI.hpp>
+
+static std::string SectionText()
+{
+    return HelpText("device", "Section of the ini file for this recorder. Default: the only other section");
+}
 
 std::vector<CLI::Option*> AddChoiceOptions(CLI::App& command, ChoiceOptions& options,
                                            const ChoiceTexts& texts)
 {
     const std::string defaults =
         HelpText("device", "Section of the ini file with the defaults. Default: the section [Default]");
-    return {command.add_option("--ini", options.ini, texts.ini)->type_name("FILE"),
-            command.add_option("--defaults", options.defaults, defaults)->type_name("SECTION"),
-            command.add_option("--device", options.device, texts.device)->type_name("SECTION")};
+    return {AddValue(command, "--ini", options.ini, "FILE", texts.ini),
+            AddValue(command, "--defaults", options.defaults, "SECTION", defaults),
+            AddValue(command, "--device", options.device, "SECTION", texts.device)};
 }
 
 void AddLinesOption(CLI::App& command, std::string& path)
 {
-    command
-        .add_option("--lines", path,
-                    HelpText("device", "Data of the lines, for the distance to a fault. Default: lines.ini "
-                                       "beside the ini file, else beside the recording or record"))
-        ->type_name("FILE");
+    AddValue(command, "--lines", path, "FILE",
+             HelpText("device", "Data of the lines, for the distance to a fault. Default: lines.ini "
+                                "beside the ini file, else beside the recording or record"));
+}
+
+void AddReadingOptions(CLI::App& command, ReadingOptions& options, const std::string& plainText)
+{
+    CLI::Option* plain = command.add_flag("--plain", options.plain, plainText);
+    const ChoiceTexts texts{
+        HelpText("device",
+                 "The recorders' ini file. Default: ZuDrv.ini beside the recording or in the current "
+                 "directory, if there is one"),
+        SectionText()};
+    for (CLI::Option* option : AddChoiceOptions(command, options.choice, texts))
+        option->excludes(plain);
+    AddLinesOption(command, options.lines);
 }
 
 DeviceChoice ChoiceOf(const ChoiceOptions& options)
@@ -36,7 +53,7 @@ void AddDeviceOptions(CLI::App& command, DeviceOptions& options)
         command, options,
         {HelpText("device", "The recorders' ini file. Default: ZuDrv.ini beside the recordings or above "
                             "them, else in the current directory"),
-         HelpText("device", "Section of the ini file for this recorder. Default: the only other section")});
+         SectionText()});
     command
         .add_option_function<std::string>(
             "--log",

@@ -32,6 +32,19 @@ std::vector<CLI::Option*> AddChoiceOptions(CLI::App& command, ChoiceOptions& opt
 /// Adds --lines to a subcommand that looks for faults; path must live as long as it.
 void AddLinesOption(CLI::App& command, std::string& path);
 
+/// How a recording or record to be looked at is read: its recorder, unless it is plain, and the data of its
+/// lines.
+struct ReadingOptions
+{
+    ChoiceOptions choice;
+    std::string lines;
+    bool plain = false; // without ini file
+};
+
+/// Adds --plain, with its help, the options of the choice and --lines to a subcommand; options must live as
+/// long as it.
+void AddReadingOptions(CLI::App& command, ReadingOptions& options, const std::string& plainText);
+
 /// The choice that the options make; the rest has to be completed.
 DeviceChoice ChoiceOf(const ChoiceOptions& options);
 

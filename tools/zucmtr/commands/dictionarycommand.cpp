@@ -6,6 +6,7 @@
 #include "zucmtr/terminal/checks.h"
 #include "zucmtr/terminal/console.h"
 #include "zucmtr/terminal/memorylimit.h"
+#include "zucmtr/terminal/values.h"
 
 #include "explain/file.h"
 #include "recording/anchanneldata.h"
@@ -105,28 +106,18 @@ void AddDictionaryCommand(CLI::App& app, Action& chosen)
     command->add_flag(
         "--complete", options->complete,
         HelpText("dictionary", "A whole ini file, with which the recording can be converted at once"));
-    command
-        ->add_option(
-            "--section", options->section,
-            HelpText("dictionary", "Name of the device's section in a whole ini file. Default: Device"))
-        ->type_name("NAME");
-    command
-        ->add_option(
-            "-o,--output", options->output,
-            HelpText("dictionary", "File to write; it must not be there. Default: standard output, as for -"))
-        ->type_name("FILE");
-    command
-        ->add_option("--line-data", options->lineData,
-                     HelpText("dictionary",
-                              "Write a first lines.ini as well: the data of the lines, which the "
-                              "distance to a fault needs, to be filled in"))
-        ->type_name("FILE");
+    AddValue(*command, "--section", options->section, "NAME",
+             HelpText("dictionary", "Name of the device's section in a whole ini file. Default: Device"));
+    AddValue(
+        *command, "-o,--output", options->output, "FILE",
+        HelpText("dictionary", "File to write; it must not be there. Default: standard output, as for -"));
+    AddValue(*command, "--line-data", options->lineData, "FILE",
+             HelpText("dictionary", "Write a first lines.ini as well: the data of the lines, which the "
+                                    "distance to a fault needs, to be filled in"));
     command->add_flag("--force", options->force,
                       HelpText("dictionary", "Replace the files of --output and --line-data"));
     AddMemoryOption(*command, options->maxMemory);
-    command->add_option("FILE", options->file, HelpText("dictionary", "First file of a recording (.ZU)"))
-        ->required()
-        ->type_name("");
+    AddArgument(*command, "FILE", options->file, HelpText("dictionary", "First file of a recording (.ZU)"));
     command->footer(HelpText(
         "dictionary",
         "Voltage level, equipment and groups are guessed from names and units; every guess has a comment. "

@@ -1,6 +1,7 @@
 #include "zucmtr/commands/eventscommand.h"
 
 #include "analysis/summary.h"
+#include "comtrade/record.h"
 #include "explain/file.h"
 #include "text/reasons.h"
 #include "text/texts.h"
@@ -11,6 +12,7 @@
 #include "zucmtr/terminal/interrupt.h"
 #include "zucmtr/terminal/memorylimit.h"
 #include "zucmtr/terminal/progress.h"
+#include "zucmtr/terminal/values.h"
 
 #include <CLI/CLI.hpp>
 
@@ -25,9 +27,7 @@ namespace {
 
 struct EventsOptions
 {
-    ChoiceOptions choice;
-    std::string lines;
-    bool plain = false;
+    ReadingOptions reading;
     bool json = false;
     bool csv = false;
     uint64_t maxMemory = 0;
@@ -36,20 +36,16 @@ struct EventsOptions
 
 analysis::Summary SummaryOf(const QString& file, const EventsOptions& options)
 {
-    const RecordSource source(file, ChoiceOf(options.choice), options.plain);
-    const LineData data = LoadLines(FromUtf8(options.lines), source.Ini(), file);
-    analysis::Question question;
-    question.record = source.Path();
-    question.lines = data.lines;
-    question.lineFile = data.path;
-    return analysis::Summarise(question);
+    const RecordSource source(file, ChoiceOf(options.reading.choice), options.reading.plain);
+    const LineData data = LoadLines(FromUtf8(options.reading.lines), source.Ini(), file);
+    return analysis::Summarise({source.Path(), data.lines, data.path});
 }
 
 void Print(const QString& file, const analysis::Summary& summary, const EventsOptions& options, bool isFirst)
 {
     if (options.json) {
         QJsonObject object = analysis::JsonOf(summary);
-        object[QStringLiteral("file")] = file;
+        object["file"] = file;
         PrintJson(object);
         return;
     }
@@ -73,9 +69,8 @@ void Print(const QString& file, const analysis::Summary& summary, const EventsOp
 ExitCode Refuse(const QString& file, const char* reason, const QString& text, const EventsOptions& options)
 {
     if (options.json)
-        PrintJson({{QStringLiteral("file"), file},
-                   {QStringLiteral("reason"), QLatin1String(explain::WordOf(file, reason))},
-                   {QStringLiteral("error"), text}});
+        PrintJson(
+            {{"file", file}, {"reason", QLatin1String(explain::WordOf(file, reason))}, {"error", text}});
     Complain(text.startsWith(file) ? text : file + QLatin1String(": ") + text);
     return ExitFailed;
 }
@@ -83,9 +78,8 @@ ExitCode Refuse(const QString& file, const char* reason, const QString& text, co
 // ExitDone, or why nothing can be said about the file.
 ExitCode Show(const QString& file, const EventsOptions& options, bool isFirst)
 {
-    const bool isRecord = file.endsWith(QLatin1String(".cfg"), Qt::CaseInsensitive) ||
-                          file.endsWith(QLatin1String(".cff"), Qt::CaseInsensitive);
-    const char* unreadable = isRecord ? reason::RecordUnreadable : reason::RecordingUnreadable;
+    const char* unreadable =
+        comtrade::IsRecordFile(file) ? reason::RecordUnreadable : reason::RecordingUnreadable;
     try {
         Print(file, SummaryOf(file, options), options, isFirst);
         return ExitDone;
@@ -130,17 +124,8 @@ void AddOptions(CLI::App& command, EventsOptions& options)
         .add_flag("--csv", options.csv,
                   HelpText("events", "The events of all files as one CSV table (RFC 4180), for spreadsheets"))
         ->excludes(json);
-    CLI::Option* plain =
-        command.add_flag("--plain", options.plain,
-                         HelpText("events", "Take no ini file: circuits and names as in the recording"));
-    const ChoiceTexts texts{
-        HelpText("events",
-                 "The recorders' ini file. Default: ZuDrv.ini beside the recording or in the current "
-                 "directory, if there is one"),
-        HelpText("device", "Section of the ini file for this recorder. Default: the only other section")};
-    for (CLI::Option* option : AddChoiceOptions(command, options.choice, texts))
-        option->excludes(plain);
-    AddLinesOption(command, options.lines);
+    AddReadingOptions(command, options.reading,
+                      HelpText("events", "Take no ini file: circuits and names as in the recording"));
     AddMemoryOption(command, options.maxMemory);
 }
 
@@ -152,12 +137,8 @@ void AddEventsCommand(CLI::App& app, Action& chosen)
         "events", HelpText("events", "Say what happened: the fault, the events, what the protection did"));
     const auto options = std::make_shared<EventsOptions>();
     AddOptions(*command, *options);
-    command
-        ->add_option(
-            "FILE", options->files,
-            HelpText("events", "First files of recordings (.ZU), or the .cfg or .cff files of records"))
-        ->required()
-        ->type_name("");
+    AddArgument(*command, "FILE", options->files,
+                HelpText("events", "First files of recordings (.ZU), or the .cfg or .cff files of records"));
     command->footer(HelpText(
         "events",
         "In a few sentences: which circuit and phases failed and when, how far away, what protection and\n"

@@ -18,7 +18,7 @@ void AddFormOptions(CLI::App& command, FormOptions& options)
 {
     const auto add = [&command](const char* name, std::string& word, const std::vector<std::string>& words,
                                 const std::string& help) {
-        command.add_option(name, word, help)->check(values::OneOf(words))->type_name("KIND");
+        AddValue(command, name, word, "KIND", help)->check(values::OneOf(words));
     };
     add("--form", options.files, {"cfg", "cff"},
         HelpText("form", "Files of a record: cfg, several with .cfg as the first; cff, a single one"));

@@ -59,12 +59,9 @@ void AddHelpCommand(CLI::App& app, Action& chosen)
         app.add_subcommand("help", HelpText("help", "Print the help of the program or of a command"));
     const auto options = std::make_shared<HelpOptions>();
     const std::vector<std::string> commands = Commands(app);
-    command
-        ->add_option(
-            "COMMAND", options->command,
-            Tr("help", "The command: %1").arg(FromUtf8(CLI::detail::join(commands, ", "))).toStdString())
-        ->check(values::Offer(commands))
-        ->type_name("");
+    AddValue(*command, "COMMAND", options->command, "",
+             Tr("help", "The command: %1").arg(FromUtf8(CLI::detail::join(commands, ", "))).toStdString())
+        ->check(values::Offer(commands));
     command->add_flag("--dump-json", options->dump)->group(std::string()); // for the build, not for users
     command->footer(HelpText("help", "Example:\n"
                                      "  zucmtr help convert"));

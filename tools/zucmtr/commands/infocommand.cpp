@@ -9,6 +9,7 @@
 #include "zucmtr/host/recordinglist.h"
 #include "zucmtr/terminal/console.h"
 #include "zucmtr/terminal/memorylimit.h"
+#include "zucmtr/terminal/values.h"
 
 #include <CLI/CLI.hpp>
 
@@ -54,13 +55,12 @@ void AddSummary(info::Description& description)
         const RecordSource source = SourceOf(file);
         const LineData data = LoadLines(QString(), source.Ini(), file);
         const analysis::Summary summary = analysis::Summarise({source.Path(), data.lines, data.path});
-        const QString key = QStringLiteral("summary");
         const bool hasNews = summary.findings.fault || !summary.events.events.empty();
         if (hasNews)
-            description.Add(key, Tr("info", "What happened"), analysis::ShortJsonOf(summary),
+            description.Add("summary", Tr("info", "What happened"), analysis::ShortJsonOf(summary),
                             analysis::SentencesOf(summary).join(QLatin1Char(' ')));
         else
-            description.AddForPrograms(key, analysis::ShortJsonOf(summary));
+            description.AddForPrograms("summary", analysis::ShortJsonOf(summary));
     } catch (const std::bad_alloc&) {
         description.notes << text::MemoryMessage();
     } catch (const text::Error& error) {
@@ -112,12 +112,8 @@ void AddInfoCommand(CLI::App& app, Action& chosen)
     command->add_flag("--no-channels", options->withoutChannels,
                       HelpText("info", "Leave out the lists of channels"));
     AddMemoryOption(*command, options->maxMemory);
-    command
-        ->add_option(
-            "FILE", options->files,
-            HelpText("info", "First files of recordings (.ZU), or the .cfg or .cff files of records"))
-        ->required()
-        ->type_name("");
+    AddArgument(*command, "FILE", options->files,
+                HelpText("info", "First files of recordings (.ZU), or the .cfg or .cff files of records"));
     command->footer(HelpText(
         "info",
         "Of a recording: its times with zone, duration, rate, the segments found and why the chain\n"

@@ -64,7 +64,7 @@ CLI::Validator KindInAnyCase()
 CLI::Option* AddNumber(CLI::App& command, const char* name, double& value, const std::string& help,
                        double lowest, double highest, const char* type)
 {
-    return command.add_option(name, value, help)->check(values::Number(lowest, highest))->type_name(type);
+    return AddValue(command, name, value, type, help)->check(values::Number(lowest, highest));
 }
 
 void CheckEvolving(const station::LineFaultOptions& fault)
@@ -123,22 +123,18 @@ std::vector<CLI::Option*> AddFaultOptions(CLI::App& command, LineSampleOptions& 
                       500, "KM"),
             command.add_flag("--saturation", fault.saturation,
                              HelpText("sample", "Let the current transformers of the line saturate")),
-            command
-                .add_option("--evolving", options.evolving,
-                            HelpText("sample", "What the fault turns into 35 ms after its onset"))
+            AddValue(command, "--evolving", options.evolving, "KIND",
+                     HelpText("sample", "What the fault turns into 35 ms after its onset"))
                 ->transform(KindInAnyCase())
-                ->check(values::OneOf(LineFaultNames()))
-                ->type_name("KIND"),
-            command
-                .add_option("--reclose", options.reclose,
-                            HelpText("sample", "Reclose the line: success, or fault (it is still faulted)"))
-                ->check(values::OneOf({"success", "fault"}))
-                ->type_name("RESULT")};
+                ->check(values::OneOf(LineFaultNames())),
+            AddValue(command, "--reclose", options.reclose, "RESULT",
+                     HelpText("sample", "Reclose the line: success, or fault (it is still faulted)"))
+                ->check(values::OneOf({"success", "fault"}))};
 }
 
 CLI::Option* AddSeeds(CLI::App& command, const char* name, std::string& seeds, const std::string& help)
 {
-    return command.add_option(name, seeds, help)->check(Seeds())->type_name("SEEDS");
+    return AddValue(command, name, seeds, "SEEDS", help)->check(Seeds());
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "zucmtr/commands/recordsource.h"
 
 #include "base/chainnames.h"
+#include "comtrade/record.h"
 #include "config/deviceinikeys.h"
 #include "text/texts.h"
 #include "zucmtr/host/host.h"
@@ -26,12 +27,6 @@ QString OwnKeys()
     form.is1999 = false;
     form.isUtf8 = true;
     return QStringLiteral("Удалять исходные=0\n") + form.Keys();
-}
-
-bool IsRecord(const QString& file)
-{
-    return file.endsWith(QLatin1String(".cfg"), Qt::CaseInsensitive) ||
-           file.endsWith(QLatin1String(".cff"), Qt::CaseInsensitive);
 }
 
 // A text that an ini file can hold: a ";" would start a comment.
@@ -97,7 +92,7 @@ unsigned int LoadDevice(Host& host, const ChangedIni& ini)
 RecordSource::RecordSource(const QString& file, DeviceChoice choice, bool isPlain)
 {
     ini = choice.ini;
-    if (IsRecord(file)) {
+    if (comtrade::IsRecordFile(file)) {
         Check(file, explain::NotARecord(file));
         path = file;
         return;

@@ -6,6 +6,7 @@
 #include "zucmtr/commands/sampleoptions.h"
 #include "zucmtr/terminal/checks.h"
 #include "zucmtr/terminal/console.h"
+#include "zucmtr/terminal/values.h"
 
 #include <CLI/CLI.hpp>
 
@@ -41,17 +42,6 @@ QStringList PresentFiles(const QDir& directory)
     return directory.entryList(patterns, QDir::Files | QDir::Hidden | QDir::CaseSensitive, QDir::Name);
 }
 
-bool Write(const QString& path, const QByteArray& bytes)
-{
-    QString error;
-    if (!output::WriteOutput(path, bytes, error)) {
-        Complain(Tr("sample", "'%1' cannot be written: %2").arg(path, error));
-        return false;
-    }
-    PrintLine(path);
-    return true;
-}
-
 // Writes files into the directory, and remembers which older ones they have replaced.
 class FileWriter
 {
@@ -61,7 +51,14 @@ public:
     bool Write(const recorderfile::NamedFile& file)
     {
         older.removeAll(file.name);
-        return ::Write(directory.filePath(file.name), file.bytes);
+        const QString path = directory.filePath(file.name);
+        QString error;
+        const bool isWritten = output::WriteOutput(path, file.bytes, error);
+        if (isWritten)
+            PrintLine(path);
+        else
+            Complain(Tr("sample", "'%1' cannot be written: %2").arg(path, error));
+        return isWritten;
     }
 
     bool WriteAll(const std::vector<recorderfile::NamedFile>& files)
@@ -163,11 +160,9 @@ void AddSampleCommand(CLI::App& app, Action& chosen, const QString& program)
     CLI::App* command = app.add_subcommand(
         "sample", HelpText("sample", "Write a sample station: recordings and their ini file"));
     const auto options = std::make_shared<SampleCommandOptions>();
-    command
-        ->add_option("--out", options->out,
-                     HelpText("sample", "Directory for the files; it is made if it is not there"))
-        ->required()
-        ->type_name("DIR");
+    AddValue(*command, "--out", options->out, "DIR",
+             HelpText("sample", "Directory for the files; it is made if it is not there"))
+        ->required();
     AddStationOptions(*command, options->sample);
     command->add_flag("--force", options->force,
                       HelpText("sample", "Replace an older sample in the directory"));

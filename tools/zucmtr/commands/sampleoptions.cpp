@@ -88,48 +88,34 @@ void CheckLength(const station::StationOptions& options)
 void AddStationOptions(CLI::App& command, SampleOptions& options)
 {
     station::StationOptions& station = options.station;
-    command
-        .add_option("--analog", station.analogChannels, HelpText("sample", "Analog channels, 0 to 4095 (32)"))
-        ->transform(values::WholeNumber(0, ChannelLimit - 1))
-        ->type_name("N");
-    command
-        .add_option("--discrete", station.discreteChannels,
-                    HelpText("sample", "Discrete channels, 0 to 4095 (64)"))
-        ->transform(values::WholeNumber(0, ChannelLimit - 1))
-        ->type_name("N");
-    command
-        .add_option("--rate", station.sampleRate,
-                    HelpText("sample", "Samples per second, below 10000000 (2400)"))
-        ->check(values::NumberBelow(RateLimit))
-        ->type_name("HZ");
-    command
-        .add_option("--seconds", options.seconds, HelpText("sample", "Length of a segment, below 268 (2)"))
-        ->check(values::NumberBelow(DurationLimit))
-        ->type_name("S");
-    command
-        .add_option("--segments", station.segments, HelpText("sample", "Files of a recording, 1 to 16 (1)"))
-        ->transform(values::WholeNumber(1, SegmentsLimit))
-        ->type_name("N");
+    AddValue(command, "--analog", station.analogChannels, "N",
+             HelpText("sample", "Analog channels, 0 to 4095 (32)"))
+        ->transform(values::WholeNumber(0, ChannelLimit - 1));
+    AddValue(command, "--discrete", station.discreteChannels, "N",
+             HelpText("sample", "Discrete channels, 0 to 4095 (64)"))
+        ->transform(values::WholeNumber(0, ChannelLimit - 1));
+    AddValue(command, "--rate", station.sampleRate, "HZ",
+             HelpText("sample", "Samples per second, below 10000000 (2400)"))
+        ->check(values::NumberBelow(RateLimit));
+    AddValue(command, "--seconds", options.seconds, "S",
+             HelpText("sample", "Length of a segment, below 268 (2)"))
+        ->check(values::NumberBelow(DurationLimit));
+    AddValue(command, "--segments", station.segments, "N",
+             HelpText("sample", "Files of a recording, 1 to 16 (1)"))
+        ->transform(values::WholeNumber(1, SegmentsLimit));
     CLI::Option* compressed = command.add_flag("--compressed", options.compressed,
                                                HelpText("sample", "Compress the samples (the default)"));
     command.add_flag("--plain", options.plain, HelpText("sample", "Store the samples as they are"))
         ->excludes(compressed);
-    command
-        .add_option("--code-page", options.codePage,
-                    HelpText("sample", "Code page of the texts: cp866, cp1251 (cp866)"))
-        ->check(values::OneOf({"cp866", "cp1251"}))
-        ->type_name("NAME");
-    command
-        .add_option(
-            "--fault", options.fault,
-            HelpText("sample", "Fault on the line: single, two, three, none (single); simulated: AG to ABC"))
-        ->check(values::OneOf(FaultWords()))
-        ->type_name("KIND");
-    command
-        .add_option("--seed", station.seed,
-                    HelpText("sample", "Seed of noise and operating times, 0 to 4294967295 (1)"))
-        ->transform(values::WholeNumber(0, UINT32_MAX))
-        ->type_name("N");
+    AddValue(command, "--code-page", options.codePage, "NAME",
+             HelpText("sample", "Code page of the texts: cp866, cp1251 (cp866)"))
+        ->check(values::OneOf({"cp866", "cp1251"}));
+    AddValue(command, "--fault", options.fault, "KIND",
+             HelpText("sample", "Fault on the line: single, two, three, none (single); simulated: AG to ABC"))
+        ->check(values::OneOf(FaultWords()));
+    AddValue(command, "--seed", station.seed, "N",
+             HelpText("sample", "Seed of noise and operating times, 0 to 4294967295 (1)"))
+        ->transform(values::WholeNumber(0, UINT32_MAX));
     AddLineSampleOptions(command, options.line);
 }
 

@@ -28,11 +28,9 @@ struct ViewOptions
     std::string page;
     std::string svg;
     std::string png;
-    ChoiceOptions choice;
-    std::string lines;
+    ReadingOptions reading;
     double window = 0;
     bool full = false;
-    bool plain = false; // without ini file
 };
 
 // Beside the record, where convert would put it as well.
@@ -81,7 +79,7 @@ void ComplainOfRecord(const QString& file, const view::Held& held)
 void WriteAll(const ViewOptions& options, const RecordSource& source)
 {
     const QString& record = source.Path();
-    LineData data = LoadLines(FromUtf8(options.lines), source.Ini(), FromUtf8(options.file));
+    LineData data = LoadLines(FromUtf8(options.reading.lines), source.Ini(), FromUtf8(options.file));
     view::Options settings;
     settings.lines = std::move(data.lines);
     settings.lineFile = data.path;
@@ -118,7 +116,8 @@ int RunView(const ViewOptions& options)
         CheckIsNoInput(option, path, FromUtf8(options.file));
     CheckOutputsDiffer(outputs);
     try {
-        const RecordSource source(FromUtf8(options.file), ChoiceOf(options.choice), options.plain);
+        const RecordSource source(FromUtf8(options.file), ChoiceOf(options.reading.choice),
+                                  options.reading.plain);
         if (!interrupt::Came())
             WriteAll(options, source);
     } catch (const ConfigurationError&) {
@@ -132,44 +131,20 @@ int RunView(const ViewOptions& options)
 
 void AddOutputOptions(CLI::App& command, ViewOptions& options)
 {
-    command
-        .add_option(
-            "-o,--out", options.page,
-            HelpText("view", "The page; - is standard output. Default: FILE with the extension .html"))
-        ->type_name("FILE");
-    command
-        .add_option("--svg", options.svg,
-                    HelpText("view", "Write an overview as an SVG picture; without -o no page"))
-        ->type_name("FILE");
-    command
-        .add_option("--png", options.png, HelpText("view", "Write the overview as a PNG picture; likewise"))
-        ->type_name("FILE");
+    AddValue(command, "-o,--out", options.page, "FILE",
+             HelpText("view", "The page; - is standard output. Default: FILE with the extension .html"));
+    AddValue(command, "--svg", options.svg, "FILE",
+             HelpText("view", "Write an overview as an SVG picture; without -o no page"));
+    AddValue(command, "--png", options.png, "FILE",
+             HelpText("view", "Write the overview as a PNG picture; likewise"));
     CLI::Option* window =
-        command
-            .add_option(
-                "--window", options.window,
-                HelpText("view", "Hold this many seconds around the trigger, a third of them before it"))
-            ->check(values::Number(0.001, 1e6))
-            ->type_name("SECONDS");
+        AddValue(command, "--window", options.window, "SECONDS",
+                 HelpText("view", "Hold this many seconds around the trigger, a third of them before it"))
+            ->check(values::Number(0.001, 1e6));
     command
         .add_flag("--full", options.full,
                   HelpText("view", "Hold all samples, however large the page becomes"))
         ->excludes(window);
-}
-
-void AddChoiceOptions(CLI::App& command, ViewOptions& options)
-{
-    CLI::Option* plain = command.add_flag(
-        "--plain", options.plain,
-        HelpText("view",
-                 "Take no ini file: names as in the recording, a report without the values of circuits"));
-    const ChoiceTexts texts{
-        HelpText("view", "The recorders' ini file. Default: ZuDrv.ini beside the recording or in the current "
-                         "directory, if there is one"),
-        HelpText("device", "Section of the ini file for this recorder. Default: the only other section")};
-    for (CLI::Option* option : AddChoiceOptions(command, options.choice, texts))
-        option->excludes(plain);
-    AddLinesOption(command, options.lines);
 }
 
 } // namespace
@@ -190,11 +165,12 @@ void AddViewCommand(CLI::App& app, Action& chosen)
         "view",
         HelpText("view", "Show a recording or COMTRADE record as a page for the browser, or as a picture"));
     const auto options = std::make_shared<ViewOptions>();
-    command->add_option("FILE", options->file, HelpText("view", "The recording or record"))
-        ->required()
-        ->type_name("");
+    AddArgument(*command, "FILE", options->file, HelpText("view", "The recording or record"));
     AddOutputOptions(*command, *options);
-    AddChoiceOptions(*command, *options);
+    AddReadingOptions(
+        *command, options->reading,
+        HelpText("view",
+                 "Take no ini file: names as in the recording, a report without the values of circuits"));
     command->footer(
         HelpText("view", "FILE is the first file of a recording (.ZU, its continuations beside it) or a "
                          "COMTRADE record (.cfg or\n"

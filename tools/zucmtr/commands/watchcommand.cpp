@@ -150,32 +150,22 @@ void AddWatchOptions(CLI::App& command, WatchOptions& options)
                      HelpText("watch", "Put all records into the directory of --out itself"));
     command.add_flag("--once", options.once,
                      HelpText("watch", "Convert what is there and end, for example for cron"));
-    command
-        .add_option(
-            "--state", options.state,
-            HelpText(
-                "watch",
-                "File that remembers what is converted. Default: .zucmtr-watch in the directory of --out"))
-        ->type_name("FILE");
-    command
-        .add_option("--rescan", options.rescan,
-                    HelpText("watch", "Seconds after which the directories are scanned in any case, as "
-                                      "network file systems report nothing. Default: 30"))
-        ->check(values::Number(0.01, 86400))
-        ->type_name("SECONDS");
-    command
-        .add_option("--retry-after", options.retryAfter,
-                    HelpText("watch", "Seconds after which a recording that failed is tried again; doubled "
-                                      "after each failure. Default: 10"))
-        ->check(values::Number(0, 86400))
-        ->type_name("SECONDS");
-    command
-        .add_option(
-            "--attempts", options.attempts,
-            HelpText("watch",
-                     "How often a recording is tried before it is given up until it changes. Default: 8"))
-        ->transform(values::WholeNumber(1, 1000))
-        ->type_name("N");
+    AddValue(
+        command, "--state", options.state, "FILE",
+        HelpText("watch",
+                 "File that remembers what is converted. Default: .zucmtr-watch in the directory of --out"));
+    AddValue(command, "--rescan", options.rescan, "SECONDS",
+             HelpText("watch", "Seconds after which the directories are scanned in any case, as "
+                               "network file systems report nothing. Default: 30"))
+        ->check(values::Number(0.01, 86400));
+    AddValue(command, "--retry-after", options.retryAfter, "SECONDS",
+             HelpText("watch", "Seconds after which a recording that failed is tried again; doubled "
+                               "after each failure. Default: 10"))
+        ->check(values::Number(0, 86400));
+    AddValue(command, "--attempts", options.attempts, "N",
+             HelpText("watch",
+                      "How often a recording is tried before it is given up until it changes. Default: 8"))
+        ->transform(values::WholeNumber(1, 1000));
     command.add_flag("--retry-given-up", options.retryGivenUp,
                      HelpText("watch", "Start by trying again those that were given up"));
 }
@@ -188,15 +178,13 @@ void AddWatchCommand(CLI::App& app, Action& chosen)
         app.add_subcommand("watch", HelpText("watch", "Convert recordings as they arrive in directories"));
     const auto options = std::make_shared<WatchOptions>();
     AddDeviceOptions(*command, options->device);
-    command->add_option("--out", options->out, HelpText("watch", "Existing directory for the COMTRADE files"))
-        ->required()
-        ->type_name("DIR");
+    AddValue(*command, "--out", options->out, "DIR",
+             HelpText("watch", "Existing directory for the COMTRADE files"))
+        ->required();
     AddWorkOptions(*command, options->work);
     AddWatchOptions(*command, *options);
     AddMemoryOption(*command, options->maxMemory);
-    command->add_option("DIR", options->directories, HelpText("watch", "Directories of recordings"))
-        ->required()
-        ->type_name("");
+    AddArgument(*command, "DIR", options->directories, HelpText("watch", "Directories of recordings"));
     command->footer(HelpText(
         "watch",
         "A recording counts as complete when none of its files has changed for the time that the ini file\n"

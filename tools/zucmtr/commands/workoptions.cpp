@@ -5,6 +5,7 @@
 #include "zucmtr/host/linefile.h"
 #include "zucmtr/terminal/checks.h"
 #include "zucmtr/terminal/command.h"
+#include "zucmtr/terminal/values.h"
 
 #include <CLI/CLI.hpp>
 
@@ -25,11 +26,9 @@ void AddWorkOptions(CLI::App& command, WorkOptions& options)
     CLI::Option* remove = command.add_flag(
         "--remove-source", options.removeSource,
         HelpText("work", "Delete each recording after its record is verified and on the disk"));
-    command
-        .add_option("--archive", options.archive,
-                    HelpText("work", "Existing directory to which each recording is moved after its record "
-                                     "is verified and on the disk"))
-        ->type_name("DIR")
+    AddValue(command, "--archive", options.archive, "DIR",
+             HelpText("work", "Existing directory to which each recording is moved after its record "
+                              "is verified and on the disk"))
         ->excludes(remove);
 }
 

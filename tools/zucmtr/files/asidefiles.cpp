@@ -384,6 +384,14 @@ QStringList AsideFiles::PutBack()
     return putAway ? QStringList() : PutBackAll(files);
 }
 
+Recovered& Recovered::operator+=(const Recovered& other)
+{
+    back += other.back;
+    removed += other.removed;
+    notes += other.notes;
+    return *this;
+}
+
 Recovered Recover(const QString& directory)
 {
     std::map<QString, LeftAside> recordings;
@@ -418,12 +426,8 @@ Recovered RecoverAll(const QStringList& arguments, bool recursive)
     }
     directories.removeDuplicates();
     Recovered all;
-    for (const QString& directory : directories) {
-        const Recovered one = Recover(directory);
-        all.back << one.back;
-        all.removed << one.removed;
-        all.notes << one.notes;
-    }
+    for (const QString& directory : directories)
+        all += Recover(directory);
     return all;
 }
 

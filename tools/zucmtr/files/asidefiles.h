@@ -74,6 +74,8 @@ struct Recovered
     QStringList back;    // recordings' files that have their names again
     QStringList removed; // rests of recordings that were put away
     QStringList notes;   // sentences about files that are not as they were, or still aside
+
+    Recovered& operator+=(const Recovered& other);
 };
 
 /// Gives files that a killed program left aside in a directory their names back. If a name is taken by now,

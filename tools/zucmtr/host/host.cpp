@@ -73,11 +73,9 @@ Host::~Host()
 void Host::LoadDefaults(const QString& iniPath, const QString& section)
 {
     CheckSection(QStringLiteral("--defaults"), iniPath, section);
-    if (!ZuCmtrLoadFromIniDefault(iniPath, section)) {
-        const QString what =
-            Tr("host", "--defaults: section [%1] of '%2' does not load").arg(section, iniPath);
-        throw ConfigurationError(LoadFailure(what, iniPath));
-    }
+    if (!ZuCmtrLoadFromIniDefault(iniPath, section))
+        FailToLoad(Tr("host", "--defaults: section [%1] of '%2' does not load").arg(section, iniPath),
+                   iniPath);
     log.TakeNewLines();
 }
 
@@ -85,15 +83,13 @@ unsigned int Host::LoadDevice(const QString& iniPath, const QString& section)
 {
     CheckSection(QStringLiteral("--device"), iniPath, section);
     unsigned int device = 0;
-    if (!ZuCmtrLoadFromIni(iniPath, section, &device)) {
-        const QString what = Tr("host", "--device: section [%1] of '%2' does not load").arg(section, iniPath);
-        throw ConfigurationError(LoadFailure(what, iniPath));
-    }
+    if (!ZuCmtrLoadFromIni(iniPath, section, &device))
+        FailToLoad(Tr("host", "--device: section [%1] of '%2' does not load").arg(section, iniPath), iniPath);
     log.TakeNewLines();
     return device;
 }
 
-QStringList Host::LoadFailure(const QString& what, const QString& iniPath)
+void Host::FailToLoad(const QString& what, const QString& iniPath)
 {
     QStringList lines(what);
     const QStringList logged = log.TakeNewLines();
@@ -101,7 +97,8 @@ QStringList Host::LoadFailure(const QString& what, const QString& iniPath)
         lines << Tr("host", "The log says:");
     for (const QString& line : logged)
         lines << QStringLiteral("  ") + line;
-    return lines << Tr("host", "'zucmtr check --ini %1' explains it line by line.").arg(ShellWord(iniPath));
+    lines << Tr("host", "'zucmtr check --ini %1' explains it line by line.").arg(ShellWord(iniPath));
+    throw ConfigurationError(lines);
 }
 
 unsigned int Host::WaitTime(unsigned int device)
@@ -139,7 +136,8 @@ Outcome Host::Convert(const QString& file, const QString& outDirectory, unsigned
         TakeOutputName(outcome);
         CheckCommitted(outcome, outDirectory);
     }
-    outcome.notes = explain::LibraryTexts(outcome.notes);
+    for (QString& note : outcome.notes)
+        note = explain::LibraryText(note);
     return outcome;
 }
 

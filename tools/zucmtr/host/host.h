@@ -47,8 +47,8 @@ public:
     static QStringList TakeNotes(unsigned int device);
 
 private:
-    /// The lines about a failed load: what failed, the log's lines about it, and any further explanation.
-    QStringList LoadFailure(const QString& what, const QString& iniPath);
+    /// Throws ConfigurationError with what failed, the log's lines about it, and any further explanation.
+    [[noreturn]] void FailToLoad(const QString& what, const QString& iniPath);
 
     LogFile log;
 };

@@ -17,11 +17,6 @@
 
 namespace {
 
-QString Normalised(const QString& path)
-{
-    return QDir::cleanPath(QFileInfo(path).absoluteFilePath());
-}
-
 // Without links, as far as the path is there.
 QString Canonical(const QString& path)
 {
@@ -203,6 +198,11 @@ private:
 };
 
 } // namespace
+
+QString Normalised(const QString& path)
+{
+    return QDir::cleanPath(QFileInfo(path).absoluteFilePath());
+}
 
 QString ContinuationText(const QString& path)
 {

@@ -7,6 +7,9 @@
 
 #include <vector>
 
+/// The absolute path, in one spelling for each way to write it; links stay.
+QString Normalised(const QString& path);
+
 /// Why a continuation file is not converted by itself, and what to give instead.
 QString ContinuationText(const QString& path);
 

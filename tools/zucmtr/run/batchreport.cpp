@@ -5,6 +5,8 @@
 
 #include <QJsonObject>
 
+#include <numeric>
+
 namespace {
 
 // "file: text; note; note"
@@ -27,7 +29,7 @@ BatchReport::BatchReport(ReportForm form_, bool comparesAll_, bool showsForms_, 
 void BatchReport::Add(const Refusal& refusal)
 {
     if (refusal.failed)
-        ++failed;
+        ++counts[ItemState::Failed];
     if (form != ReportForm::Json) {
         if (refusal.failed || form == ReportForm::Lines)
             Complain(refusal.path + QLatin1String(": ") + refusal.text);
@@ -46,14 +48,7 @@ QString BatchReport::Replaced(const BatchItem& item) const
 
 void BatchReport::Add(const BatchItem& item)
 {
-    if (item.state == ItemState::Failed)
-        ++failed;
-    else if (item.state == ItemState::Planned)
-        ++planned;
-    else if (item.state == ItemState::Present)
-        ++present;
-    else
-        ++converted;
+    ++counts[item.state];
     if (form == ReportForm::Json) {
         QJsonObject object = JsonOf(item);
         if (!Replaced(item).isEmpty())
@@ -108,11 +103,12 @@ void BatchReport::Summarise(double seconds) const
         if (count > 0)
             parts << text.arg(count);
     };
-    add(converted, comparesAll ? Tr("batch", "%1 converted and verified") : Tr("batch", "%1 converted"));
-    add(present, Tr("batch", "%1 there already"));
-    add(planned, Tr("batch", "%1 to convert"));
-    add(failed, Tr("batch", "%1 failed"));
-    add(total - converted - present - planned - failed, Tr("batch", "%1 not started"));
+    add(Count(ItemState::Converted),
+        comparesAll ? Tr("batch", "%1 converted and verified") : Tr("batch", "%1 converted"));
+    add(Count(ItemState::Present), Tr("batch", "%1 there already"));
+    add(Count(ItemState::Planned), Tr("batch", "%1 to convert"));
+    add(Failed(), Tr("batch", "%1 failed"));
+    add(total - std::accumulate(counts.begin(), counts.end(), size_t{0}), Tr("batch", "%1 not started"));
     Complain(
         Tr("batch", "%1 recordings: %2; %3 s")
             .arg(QString::number(total), parts.join(QLatin1String(", ")), QString::number(seconds, 'f', 2)));

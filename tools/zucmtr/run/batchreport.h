@@ -28,9 +28,10 @@ public:
     /// Prints the totals, if there was more than one recording.
     void Summarise(double seconds) const;
 
-    size_t Failed() const { return failed; }
+    size_t Failed() const { return Count(ItemState::Failed); }
 
 private:
+    size_t Count(ItemState state) const { return counts.value(state); }
     void PrintOutcome(const BatchItem& item) const;
     void WarnOfReplaced(const BatchItem& item) const;
     QString Replaced(const BatchItem& item) const;
@@ -39,9 +40,6 @@ private:
     const bool comparesAll;
     const bool showsForms;
     const size_t total;
-    size_t converted = 0;
-    size_t present = 0;
-    size_t planned = 0;
-    size_t failed = 0;
+    QMap<ItemState, size_t> counts;
     QMap<QString, QString> records; // directory and name of a record to the file it was made from
 };

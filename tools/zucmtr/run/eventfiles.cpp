@@ -10,7 +10,7 @@ EventTexts EventTextsOf(const analysis::Question& question, const QString& shown
     const analysis::Summary summary = analysis::Summarise(question);
     EventTexts texts;
     QJsonObject object = analysis::JsonOf(summary);
-    object[QStringLiteral("file")] = shown;
+    object["file"] = shown;
     texts.json = QJsonDocument(object).toJson();
     QStringList lines = {shown};
     for (const QString& sentence : analysis::SentencesOf(summary))

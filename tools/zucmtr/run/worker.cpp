@@ -353,21 +353,17 @@ bool Worker::Convert(BatchItem& item, Job& job)
 
 bool Worker::Verify(BatchItem& item, Job& job)
 {
-    try {
-        item.sources = verifier.Check(item.recording.path, job.staging->Directory()).files;
+    const std::optional<QString> failure = text::FailureOf(
+        [&] { item.sources = verifier.Check(item.recording.path, job.staging->Directory()).files; });
+    if (!failure)
         return true;
-    } catch (const std::bad_alloc&) {
-        throw;
-    } catch (const std::exception& error) {
-        if (!CheckUnchanged(item, job)) // a change explains the failure
-            return false;
-        job.mayLackRoom = true;
-        job.isDoubtful = true;
-        item.Fail(reason::RecordWrong,
-                  Tr("worker", "not converted: the record that was written is not right: %1")
-                      .arg(text::MessageOf(error)));
+    if (!CheckUnchanged(item, job)) // a change explains the failure
         return false;
-    }
+    job.mayLackRoom = true;
+    job.isDoubtful = true;
+    item.Fail(reason::RecordWrong,
+              Tr("worker", "not converted: the record that was written is not right: %1").arg(*failure));
+    return false;
 }
 
 // Finds which files went into a record that is not compared with them.

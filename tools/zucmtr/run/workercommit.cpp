@@ -12,10 +12,17 @@
 #include <QFile>
 #include <QFileInfo>
 
-#include <exception>
 #include <new>
+#include <optional>
 
 namespace {
+
+void FailForPage(BatchItem& item, const QString& error)
+{
+    item.Fail(
+        reason::PageNotWritten,
+        Tr("worker", "converted, but its page could not be written: %1; the recording is kept").arg(error));
+}
 
 void FailForEvents(BatchItem& item, const QString& error)
 {
@@ -46,15 +53,13 @@ QStringList Worker::WritePieces(Job& job, const QString& recordName, QString& pa
     if (job.pageIsBeside)
         return names;
     const QString directory = job.staging->Directory() + QLatin1Char('/');
-    try {
+    std::optional<QString> failure = text::FailureOf([&] {
         view::WritePage(directory + names.first(), directory + page, PageOptions(job.chain.Paths().first()));
-        names << page;
-    } catch (const std::bad_alloc&) {
-        throw;
-    } catch (const std::exception& error) {
-        pageError = text::MessageOf(error).replace(directory, job.directory + QLatin1Char('/'));
-        QFile::remove(directory + page);
-    }
+    });
+    if (!failure)
+        return names << page;
+    pageError = failure->replace(directory, job.directory + QLatin1Char('/'));
+    QFile::remove(directory + page);
     return names;
 }
 
@@ -146,9 +151,7 @@ bool Worker::Commit(BatchItem& item, Job& job)
     if (job.pageIsBeside)
         WritePageBeside(item);
     if (!pageError.isEmpty())
-        item.Fail(reason::PageNotWritten,
-                  Tr("worker", "converted, but its page could not be written: %1; the recording is kept")
-                      .arg(pageError));
+        FailForPage(item, pageError);
     else if (!eventsError.isEmpty())
         FailForEvents(item, eventsError);
     return item.state != ItemState::Failed;
@@ -166,17 +169,12 @@ view::Options Worker::PageOptions(const QString& recording) const
 void Worker::WritePageBeside(BatchItem& item) const
 {
     const QString page = item.directory + QLatin1Char('/') + item.recordName + QStringLiteral(".html");
-    try {
-        view::WritePage(item.files.first(), page, PageOptions(item.recording.path));
-    } catch (const std::bad_alloc&) {
-        throw;
-    } catch (const std::exception& error) {
-        item.Fail(reason::PageNotWritten,
-                  Tr("worker", "converted, but its page could not be written: %1; the recording is kept")
-                      .arg(text::MessageOf(error)));
-        return;
-    }
-    item.files << page;
+    const std::optional<QString> failure =
+        text::FailureOf([&] { view::WritePage(item.files.first(), page, PageOptions(item.recording.path)); });
+    if (failure)
+        FailForPage(item, *failure);
+    else
+        item.files << page;
 }
 
 // The run that wrote the record may have ended before this.

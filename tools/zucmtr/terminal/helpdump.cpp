@@ -35,13 +35,13 @@ QJsonArray EntriesOf(const std::vector<CLI::Option*>& options, bool positional)
         if (option->get_positional() != positional)
             continue;
         entries << QJsonObject{
-            {QStringLiteral("flags"), QJsonArray::fromStringList(FlagsOf(*option))},
-            {QStringLiteral("value"), ValueOf(*option)},
-            {QStringLiteral("required"), option->get_required()},
-            {QStringLiteral("repeated"), option->get_expected_max() == CLI::detail::expected_max_vector_size},
-            {QStringLiteral("excludes"), ExcludedBy(*option, options)},
-            {QStringLiteral("description"), FromUtf8(option->get_description())},
-            {QStringLiteral("choices"), QJsonArray::fromStringList(values::OfferedWords(*option))},
+            {"flags", QJsonArray::fromStringList(FlagsOf(*option))},
+            {"value", ValueOf(*option)},
+            {"required", option->get_required()},
+            {"repeated", option->get_expected_max() == CLI::detail::expected_max_vector_size},
+            {"excludes", ExcludedBy(*option, options)},
+            {"description", FromUtf8(option->get_description())},
+            {"choices", QJsonArray::fromStringList(values::OfferedWords(*option))},
         };
     }
     return entries;
@@ -57,11 +57,11 @@ QJsonObject HelpDump(CLI::App& command, const QStringList& words)
     for (CLI::App* below : command.get_subcommands([](const CLI::App*) { return true; }))
         commands << HelpDump(*below, words + QStringList{FromUtf8(below->get_name())});
     return {
-        {QStringLiteral("words"), QJsonArray::fromStringList(words)},
-        {QStringLiteral("description"), FromUtf8(command.get_description())},
-        {QStringLiteral("positionals"), EntriesOf(options, true)},
-        {QStringLiteral("options"), EntriesOf(options, false)},
-        {QStringLiteral("commands"), commands},
-        {QStringLiteral("footer"), FromUtf8(command.get_footer())},
+        {"words", QJsonArray::fromStringList(words)},
+        {"description", FromUtf8(command.get_description())},
+        {"positionals", EntriesOf(options, true)},
+        {"options", EntriesOf(options, false)},
+        {"commands", commands},
+        {"footer", FromUtf8(command.get_footer())},
     };
 }

@@ -21,13 +21,10 @@ static uint64_t ThreeQuartersOfMemory()
 void AddMemoryOption(CLI::App& command, uint64_t& bytes)
 {
     bytes = ThreeQuartersOfMemory();
-    command
-        .add_option("--max-memory", bytes,
-                    HelpText("memory",
-                             "Memory that the program may take, as 800M or 2G; 0: no limit. A recording "
-                             "that needs more fails. Default: three quarters of the machine's memory"))
-        ->transform(values::Size())
-        ->type_name("SIZE");
+    AddValue(command, "--max-memory", bytes, "SIZE",
+             HelpText("memory", "Memory that the program may take, as 800M or 2G; 0: no limit. A recording "
+                                "that needs more fails. Default: three quarters of the machine's memory"))
+        ->transform(values::Size());
 }
 
 void LimitMemory(uint64_t bytes)

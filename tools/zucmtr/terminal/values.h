@@ -38,3 +38,19 @@ CLI::Validator Size();
 void RefuseEmpty(CLI::App& app);
 
 } // namespace values
+
+/// Adds an option to a command, or an argument, as "FILE", that may be left out. kind names its values in the
+/// help; of an argument it is empty, as its name is there already.
+template <class Value>
+CLI::Option* AddValue(CLI::App& command, const char* name, Value& value, const char* kind,
+                      const std::string& help)
+{
+    return command.add_option(name, value, help)->type_name(kind);
+}
+
+/// Adds an argument that has to be given.
+template <class Value>
+void AddArgument(CLI::App& command, const char* name, Value& value, const std::string& help)
+{
+    AddValue(command, name, value, "", help)->required();
+}

@@ -855,6 +855,10 @@ Ctrl-C завершает работу после начатых осцилло�
         <source>Data of the lines, for the distance to a fault. Default: lines.ini beside the ini file, else beside the recording or record</source>
         <translation>Параметры линий для расстояния до места КЗ. По умолчанию lines.ini рядом с ini-файлом, иначе рядом с осциллограммой или записью</translation>
     </message>
+    <message>
+        <source>The recorders&apos; ini file. Default: ZuDrv.ini beside the recording or in the current directory, if there is one</source>
+        <translation>Ini-файл регистраторов. По умолчанию ZuDrv.ini рядом с осциллограммой или в текущем каталоге, если он есть</translation>
+    </message>
 </context>
 <context>
     <name>dictionary</name>
@@ -992,10 +996,6 @@ Example, with the sample station:
     <message>
         <source>Take no ini file: circuits and names as in the recording</source>
         <translation>Не использовать ini-файл: присоединения и имена как в осциллограмме</translation>
-    </message>
-    <message>
-        <source>The recorders&apos; ini file. Default: ZuDrv.ini beside the recording or in the current directory, if there is one</source>
-        <translation>Ini-файл регистраторов. По умолчанию ZuDrv.ini рядом с осциллограммой или в текущем каталоге, если он есть</translation>
     </message>
     <message>
         <source>Say what happened: the fault, the events, what the protection did</source>
@@ -2640,16 +2640,8 @@ Examples:
         <translation>Расстояние не определено: в записи нет напряжений этого присоединения; ключ voltages в lines.ini называет присоединение, напряжения которого к нему относятся.</translation>
     </message>
     <message>
-        <source>No distance: the record lacks currents that it needs.</source>
-        <translation>Расстояние не определено: в записи нет нужных токов.</translation>
-    </message>
-    <message>
         <source>No distance: the fault is too short for it.</source>
         <translation>Расстояние не определено: замыкание слишком короткое.</translation>
-    </message>
-    <message>
-        <source>No distance: the current transformers were saturated.</source>
-        <translation>Расстояние не определено: трансформаторы тока были насыщены.</translation>
     </message>
     <message>
         <source>between %1 and %2 %</source>
@@ -3166,10 +3158,6 @@ Examples:
     <message>
         <source>Take no ini file: names as in the recording, a report without the values of circuits</source>
         <translation>Без ini-файла: имена как в осциллограмме, отчёт без значений присоединений</translation>
-    </message>
-    <message>
-        <source>The recorders&apos; ini file. Default: ZuDrv.ini beside the recording or in the current directory, if there is one</source>
-        <translation>Ini-файл регистраторов. По умолчанию ZuDrv.ini рядом с осциллограммой или в текущем каталоге, если он есть</translation>
     </message>
     <message>
         <source>Show a recording or COMTRADE record as a page for the browser, or as a picture</source>

@@ -49,6 +49,15 @@ bool Has(const BatchItem& item, const char* reason)
     return item.state == ItemState::Failed && qstrcmp(item.reason, reason) == 0;
 }
 
+void EmitFailed(const BatchItem& item, int attempt, const QJsonValue& retrySeconds)
+{
+    QJsonObject object = JsonOf(item);
+    object.remove("status");
+    object["attempt"] = attempt;
+    object["retrySeconds"] = retrySeconds;
+    Emit("failed", object);
+}
+
 // Whether the recording's own process ended before the work was done.
 bool HasCutOff(const BatchItem& item)
 {
@@ -264,20 +273,18 @@ bool Watch::MayWork()
     const bool borne = order.once && troublesInRow > 0 && troublesInRow < TroublesBorne;
     if (!trouble.MayTry() && !borne)
         return false;
+    bool isReady = false;
     try {
         CheckPlaces();
-        journal.Flush();
+        isReady = Remember([this] { journal.Flush(); });
     } catch (const WatchPlaceError& error) {
         trouble.Meet(error.word, text::MessageOf(error), WatchTrouble::Cure::Check);
-        troublesInRow = TroublesBorne; // nothing can be started
-        return false;
-    } catch (const WatchJournal::Unwritable& error) {
-        trouble.Meet(reason::JournalNotWritten, text::MessageOf(error), WatchTrouble::Cure::Check);
-        troublesInRow = TroublesBorne;
-        return false;
     }
-    trouble.Checked();
-    return true;
+    if (isReady)
+        trouble.Checked();
+    else
+        troublesInRow = TroublesBorne; // nothing can be started
+    return isReady;
 }
 
 // The recordings that met the trouble may be gone. Those that wait for a reason of their own prove nothing.
@@ -409,12 +416,8 @@ void Watch::Postpone(Waiting& one, const BatchItem& item)
 // The next run tries it as if nothing had happened.
 void Watch::FailForThisRun(const QString& path, const BatchItem& item)
 {
-    QJsonObject object = JsonOf(item);
-    object.remove("status");
-    object["attempt"] = 1;
-    object["retrySeconds"] = QJsonValue();
+    EmitFailed(item, 1, QJsonValue());
     ++failed;
-    Emit("failed", object);
     waiting.remove(path);
 }
 
@@ -441,11 +444,7 @@ void Watch::Fail(Waiting& one, const BatchItem& item)
     });
     const std::chrono::milliseconds pause = PauseAfter(std::min(count, order.attempts));
     const bool isTriedAgain = !isGivenUp && !order.once;
-    QJsonObject object = JsonOf(item);
-    object.remove("status");
-    object["attempt"] = count;
-    object["retrySeconds"] = isTriedAgain ? QJsonValue(Seconds(pause)) : QJsonValue();
-    Emit("failed", object);
+    EmitFailed(item, count, isTriedAgain ? QJsonValue(Seconds(pause)) : QJsonValue());
     one.due = Clock::now() + pause;
     if (isTriedAgain)
         return;

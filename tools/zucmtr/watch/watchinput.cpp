@@ -29,11 +29,6 @@ constexpr int LongRest = 40;
 // Up to this many of a kind are reported one by one, more of them as one event with some examples.
 constexpr int MostSingle = 3;
 
-QString Normalised(const QString& path)
-{
-    return QDir::cleanPath(QFileInfo(path).absoluteFilePath());
-}
-
 QByteArray StateOf(const Scan& scan)
 {
     QCryptographicHash hash(QCryptographicHash::Sha1);
@@ -102,23 +97,20 @@ bool WatchInput::NeedsAnotherScan() const
 // Spelt as on the command line.
 QString WatchInput::AsGiven(const QString& path) const
 {
-    for (const QString& directory : order.directories) {
-        const QString whole = Normalised(directory);
-        if (path.startsWith(whole + QLatin1Char('/')))
-            return QDir(directory).filePath(path.mid(whole.size() + 1));
-    }
-    return path;
+    const auto [top, below] = Divided(path);
+    return below.isEmpty() ? path : QDir(top).filePath(below);
 }
 
-// The path from the watched directory to this one; the archive has the same path.
-QString WatchInput::BelowOf(const QString& directory) const
+// The watched directory that holds the path, as on the command line, and the path from there; empty if none
+// does.
+std::pair<QString, QString> WatchInput::Divided(const QString& path) const
 {
     for (const QString& top : order.directories) {
         const QString whole = Normalised(top);
-        if (directory.startsWith(whole + QLatin1Char('/')))
-            return directory.mid(whole.size() + 1);
+        if (path.startsWith(whole + QLatin1Char('/')))
+            return {top, path.mid(whole.size() + 1)};
     }
-    return QString();
+    return {};
 }
 
 void WatchInput::ReportUnreadable(const std::vector<Refusal>& refusals)
@@ -205,22 +197,19 @@ void WatchInput::ObserveOrphan(const QString& path, QHash<QString, Orphan>& now)
 sourcefiles::Recovered WatchInput::TakeUpLeft(const QString& directory) const
 {
     sourcefiles::Recovered left = sourcefiles::Recover(directory);
+    const QString below = Divided(directory).second; // the same below --out and --archive
     if (isFirst && order.mirror)
-        Staging::RemoveLeft(QDir(order.out).filePath(BelowOf(directory)));
+        Staging::RemoveLeft(QDir(order.out).filePath(below));
     if (isFirst && !order.archive.isEmpty())
-        left.removed += sourcefiles::RemoveParts(QDir(order.archive).filePath(BelowOf(directory)));
+        left.removed += sourcefiles::RemoveParts(QDir(order.archive).filePath(below));
     return left;
 }
 
 void WatchInput::ReportRecovered(const QStringList& directories)
 {
     sourcefiles::Recovered all;
-    for (const QString& directory : directories) {
-        const sourcefiles::Recovered one = TakeUpLeft(directory);
-        all.back += one.back;
-        all.removed += one.removed;
-        all.notes += one.notes;
-    }
+    for (const QString& directory : directories)
+        all += TakeUpLeft(directory);
     isBack = !all.back.isEmpty();
     changed = changed || isBack;
     if (all.back.isEmpty() && all.removed.isEmpty() && (all.notes.isEmpty() || !isFirst))

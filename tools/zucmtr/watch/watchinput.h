@@ -11,6 +11,7 @@
 #include <QSet>
 
 #include <chrono>
+#include <utility>
 
 struct WatchOrder;
 
@@ -59,7 +60,7 @@ private:
     void ObserveOrphan(const QString& path, QHash<QString, Orphan>& now) const;
     void ReportRecovered(const QStringList& directories);
     QString AsGiven(const QString& path) const;
-    QString BelowOf(const QString& directory) const;
+    std::pair<QString, QString> Divided(const QString& path) const;
     sourcefiles::Recovered TakeUpLeft(const QString& directory) const;
 
     const WatchOrder& order;

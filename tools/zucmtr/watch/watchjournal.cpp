@@ -58,11 +58,6 @@ Verdict VerdictOf(const QString& state)
     return found == states.end() ? Verdict::Unknown : static_cast<Verdict>(found - states.begin());
 }
 
-QString PathOf(const QString& recording)
-{
-    return QDir::cleanPath(QFileInfo(recording).absoluteFilePath());
-}
-
 QString Now()
 {
     return QDateTime::currentDateTimeUtc().toString(Qt::ISODate);
@@ -286,7 +281,7 @@ WatchJournal::Place WatchJournal::FindPlace() const
 
 WatchJournal::Entry WatchJournal::Known(const QString& recording, const Fingerprint& fingerprint) const
 {
-    Entry entry = entries.value(PathOf(recording));
+    Entry entry = entries.value(Normalised(recording));
     if (entry.print != fingerprint.print)
         return Entry();
     if (!entry.access.isEmpty() && entry.access != QString::fromLatin1(fingerprint.access))
@@ -296,7 +291,7 @@ WatchJournal::Entry WatchJournal::Known(const QString& recording, const Fingerpr
 
 void WatchJournal::NoteBegun(const QString& recording, const QByteArray& print)
 {
-    const QString first = PathOf(recording);
+    const QString first = Normalised(recording);
     Entries changed = unwritten;
     changed[first] = Following(entries.value(first), {print, Verdict::Begun, {}, {}, Now()});
     try {
@@ -345,7 +340,7 @@ void WatchJournal::NoteGivenUp(const QString& recording, const Fingerprint& fing
 
 void WatchJournal::Note(const QString& recording, const Entry& entry)
 {
-    const QString first = PathOf(recording);
+    const QString first = Normalised(recording);
     Entry now = Following(entries.value(first), entry);
     now.noted = Now();
     unwritten[first] = now;
