@@ -31,7 +31,7 @@ std::vector<Bar> BarsOf(const analysis::Summary& summary)
     const analysis::Operating& operating = summary.operating;
     std::vector<Bar> bars;
     const auto add = [&bars](const QString& name, double from, const std::optional<double>& time,
-                             QColor color) {
+                             const QColor& color) {
         if (time)
             bars.push_back({name, from, from + *time, color});
     };

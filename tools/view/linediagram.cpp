@@ -201,10 +201,10 @@ private:
 
     QString DistanceText() const
     {
-        const QString range = part.range ? Tr("view", "%1 to %2 %")
-                                               .arg(analysis::Decimal(part.range->fromPercent, 1),
-                                                    analysis::Decimal(part.range->toPercent, 1))
-                                         : QString();
+        QString range = part.range ? Tr("view", "%1 to %2 %")
+                                         .arg(analysis::Decimal(part.range->fromPercent, 1),
+                                              analysis::Decimal(part.range->toPercent, 1))
+                                   : QString();
         if (Best() == nullptr)
             return range;
         const QString text =
