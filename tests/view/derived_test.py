@@ -277,7 +277,7 @@ class Strips(unittest.TestCase):
         self.open_page(browser.run(show), "lang=ru&theme=dark")
         self.assertEqual((expected, ["0:rms", "0:frequency", "1:power"]), (browser.run(names), browser.run(pressed)))
         self.wait("frequency")
-        self.assertEqual(["Действ.", "Действ.", "Частота", "Частота", "P, Q"], browser.texts(".legend .what"))
+        self.assertEqual(["Действ.", "Действ.", "Частота", "Частота", "P и Q"], browser.texts(".legend .what"))
         browser.run("document.querySelector(\"[data-derived='0:rms']\").click(); document.querySelector(\"[data-derived='0:frequency']\").click();"
                     "document.querySelector(\"[data-derived='1:power']\").click();")
         self.assertEqual(([], None), (browser.run(names), browser.run(show)))

@@ -264,7 +264,8 @@ class SamplePage(unittest.TestCase):
             self.assertEqual(len(text) if isinstance(text, list) else sorted(re.findall(r"\{\d\}", text)),
                              len(russian[key]) if isinstance(text, list)
                              else sorted(re.findall(r"\{\d\}", russian[key])), key)
-            self.assertRegex("".join(russian[key]), "[А-Яа-яё№]", key)  # АПВ is a word, too
+            if re.search("[A-Za-z]{2}", "".join(text)):  # signs and single letters are the same in both
+                self.assertRegex("".join(russian[key]), "[А-Яа-яё№]", key)  # АПВ is a word, too
 
     def test_every_text_that_the_page_asks_for_is_there(self):
         source = page.read_text(encoding="utf-8")
