@@ -94,3 +94,35 @@ def sampled(kind, a, b, values):
     if kind == "FLOAT32":
         return [struct.unpack("<f", struct.pack("<f", code))[0] for code in codes]
     return [max(-32000, min(32000, round(code))) for code in codes] if kind == "BINARY" else [round(code) for code in codes]
+
+
+def fault(random_source, kind, rates=(), stamps=None, count=1500, offset=0.0, gaps=0, side="P", frequency=50, **settings):
+    """A record of three voltages and currents with a fault, harmonics and noise, and of three channels that are no
+    sine."""
+    seconds = [stamp / 1e6 for stamp in stamps] if stamps else times(rates, count)
+    omega = 2 * math.pi * (frequency or 50)
+
+    def wave(size, phase, decay):
+        for t in seconds:
+            is_fault = t > seconds[-1] / 3
+            yield (size * (1.7 if is_fault else 1) * math.sin(omega * t - phase) + 0.1 * size * math.sin(5 * omega * t)
+                   + (decay * math.exp(-(t - seconds[-1] / 3) / 0.05) if is_fault else 0) + random_source.gauss(0, 0.02 * size))
+
+    ratio = {"primary": 1200.0, "secondary": 5.0, "side": side}
+    channels = []
+    for index, phase in enumerate("abc"):
+        for quantity, size, unit in (("U", 90.0, "V"), ("I", 7.0, "kA")):
+            b = offset if quantity == "I" else 0.0
+            a = size / 8000
+            values = wave(size, index * 2 * math.pi / 3 + (0.4 if quantity == "I" else 0), size * (index - 1))
+            channels.append(Channel(quantity + phase, unit, a, b, sampled(kind, a, b, values), **ratio))
+    for name, unit, values in (("Frequency", "Hz", [50 + 0.2 * math.sin(t) for t in seconds]),
+                               ("Battery", "V", [221.5 + random_source.gauss(0, 0.3) for _ in seconds]),
+                               ("Load", "%", [math.sin(omega * t) for t in seconds])):
+        channels.append(Channel(name, unit, 0.01, 0.0, sampled(kind, 0.01, 0.0, values), circuit="Station"))
+    for _ in range(gaps):
+        channel = random_source.choice(channels[:6])
+        first = random_source.randrange(count)
+        for sample in range(first, min(first + random_source.randrange(1, 30), count)):
+            channel.codes[sample] = MISSING
+    return Foreign(channels, kind, rates, stamps, frequency, **settings)

@@ -5,10 +5,10 @@ import math
 import random
 import unittest
 
-from foreign import MISSING, Channel, Foreign, sampled, times
+from foreign import MISSING, Channel, Foreign, fault, sampled, times
 from pages import browser, folder, run_tests, zucmtr
 from records import Read
-from reference import Reading, sequences
+from reference import FEW, Reading, sequences
 
 CURSORS = 100
 
@@ -37,38 +37,6 @@ def show(record, name="own"):
 
 def same_angle(one, other):
     return (one - other + 180) % 360 - 180
-
-
-def fault(random_source, kind, rates=(), stamps=None, count=1500, offset=0.0, gaps=0, side="P", frequency=50, **settings):
-    """A record of three voltages and currents with a fault, harmonics and noise, and of three channels that are no
-    sine."""
-    seconds = [stamp / 1e6 for stamp in stamps] if stamps else times(rates, count)
-    omega = 2 * math.pi * (frequency or 50)
-
-    def wave(size, phase, decay):
-        for t in seconds:
-            is_fault = t > seconds[-1] / 3
-            yield (size * (1.7 if is_fault else 1) * math.sin(omega * t - phase) + 0.1 * size * math.sin(5 * omega * t)
-                   + (decay * math.exp(-(t - seconds[-1] / 3) / 0.05) if is_fault else 0) + random_source.gauss(0, 0.02 * size))
-
-    ratio = {"primary": 1200.0, "secondary": 5.0, "side": side}
-    channels = []
-    for index, phase in enumerate("abc"):
-        for quantity, size, unit in (("U", 90.0, "V"), ("I", 7.0, "kA")):
-            b = offset if quantity == "I" else 0.0
-            a = size / 8000
-            values = wave(size, index * 2 * math.pi / 3 + (0.4 if quantity == "I" else 0), size * (index - 1))
-            channels.append(Channel(quantity + phase, unit, a, b, sampled(kind, a, b, values), **ratio))
-    for name, unit, values in (("Frequency", "Hz", [50 + 0.2 * math.sin(t) for t in seconds]),
-                               ("Battery", "V", [221.5 + random_source.gauss(0, 0.3) for _ in seconds]),
-                               ("Load", "%", [math.sin(omega * t) for t in seconds])):
-        channels.append(Channel(name, unit, 0.01, 0.0, sampled(kind, 0.01, 0.0, values), circuit="Station"))
-    for _ in range(gaps):
-        channel = random_source.choice(channels[:6])
-        first = random_source.randrange(count)
-        for sample in range(first, min(first + random_source.randrange(1, 30), count)):
-            channel.codes[sample] = MISSING
-    return Foreign(channels, kind, rates, stamps, frequency, **settings)
 
 
 def foreign_records(random_source):
@@ -165,10 +133,13 @@ class Cursors(unittest.TestCase):
         if math.isnan(wanted):
             return self.assertIsNone(number, place)
         self.assertIsNotNone(number, place)
-        # Stamps are whole microseconds, from which the page takes the length of a step.
+        # Stamps are whole microseconds, from which the page takes the length of a step. See reference.py for a period of many samples
+        # that is not whole.
+        is_fitted = all(rate % record.frequency == 0 or rate <= FEW * record.frequency for rate, _ in record.rates)
+        part = 1e-3 if record.stamps else 1e-9 if is_fitted else 1e-2
         if is_angle:
-            return self.assertLess(abs(same_angle(wanted, number)), 0.05 if record.stamps else 1e-6, place)
-        return self.assertAlmostEqual(wanted, number, delta=(1e-3 if record.stamps else 1e-9) * max(abs(wanted), 1), msg=place)
+            return self.assertLess(abs(same_angle(wanted, number)), 1e-6 if part == 1e-9 else 1, place)
+        return self.assertAlmostEqual(wanted, number, delta=part * max(abs(wanted), 1), msg=place)
 
     def _shown(self, reading, factor, texts, place):
         value, rms, last = (text.replace("−", "-") for text in texts)
@@ -271,8 +242,9 @@ class Rules(unittest.TestCase):
                 const angle = (2 * Math.PI * frequency * sample / rate + phase) * 180 / Math.PI;
                 const off = Math.abs((reading.angle - angle + 180) % 360 + 360) % 360 - 180;
                 const direct = periods.measure(channel, sample).direct;
-                if (Math.abs(reading.module - 10) > 1E-9 || Math.abs(direct - 3) > 1E-9 || Math.abs(off) > 1E-6
-                    || Math.abs(reading.rms - rms) > 1E-9) wrong.push([rate, frequency, n, reading, direct, rms, off]);
+                const part = rate / frequency > 32 && rate % frequency > 0 ? 1E-5 : 1E-9; // only the ends of the window are fitted
+                if (Math.abs(reading.module - 10) > 10 * part || Math.abs(direct - 3) > 10 * part || Math.abs(off) > 1E3 * part
+                    || Math.abs(reading.rms - rms) > 10 * part) wrong.push([rate, frequency, n, reading, direct, rms, off]);
               }
             }
             return wrong;""")

@@ -31,7 +31,7 @@ class Pages(Browser):
     def open_page(self, path, settings="lang=en&theme=light"):
         self.open(path, settings if "sheet=" in settings else settings + "&sheet=oscillogram")
         until(lambda: self.run("return Boolean(window.zuView && zuView.page)"), "the page's scripts")
-        until(lambda: self.run("const p = zuView.page; return p.data.count === 0 || p.data.analog.length === 0 || "
+        until(lambda: self.run("const p = zuView.page; return p.opened !== 'oscillogram' || p.data.count === 0 || p.data.analog.length === 0 || "
                                "p.strips.some((strip) => strip.chart && !strip.stale)"), "the first strip")
         self.settle()
 

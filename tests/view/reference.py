@@ -1,9 +1,13 @@
 """The numbers of the page once more, computed in another way: by plain sums where a period is a whole number of
-samples, otherwise by orthogonal columns (Gram and Schmidt). Nothing is taken from the page's scripts."""
+samples, otherwise by orthogonal columns (Gram and Schmidt). Nothing is taken from the page's scripts.
+
+Of a period that is neither whole nor of few samples the page fits the ends of its filters alone: there these numbers are nearly the
+same, and derived_test.py has the exact comparison."""
 import cmath
 import math
 
-HARMONICS = 20
+HARMONICS = 50
+FEW = 32  # samples, up to which the RMS is that of the harmonics
 
 
 class Window:
@@ -35,9 +39,9 @@ class Window:
 
     def _take(self, sample, per_period):
         self.per_period = per_period
-        self.count = math.floor(per_period + 0.5)
+        self.count = math.ceil(per_period - 1e-6)
         self.first = sample - self.count
-        if self.count < 3:
+        if per_period < 3:
             self.reason = "whySlow"
 
 
@@ -49,7 +53,8 @@ def basis(count, per_period):
     key = (count, per_period)
     if key not in _bases:
         plain = [[1.0] * count]
-        for harmonic in range(1, min(HARMONICS, (count - 1) // 2) + 1):
+        highest = min(HARMONICS, (count - 1) // 2, math.ceil(per_period / 2 - 0.25) - 1)  # not too near to half the rate
+        for harmonic in range(1, highest + 1):
             angles = [2 * math.pi * harmonic * (i - count) / per_period for i in range(count)]
             plain += [[math.sin(angle) for angle in angles], [math.cos(angle) for angle in angles]]
         columns, shares = [], []
@@ -71,16 +76,34 @@ def dot(one, other):
     return sum(x * y for x, y in zip(one, other))
 
 
-def parts(values, per_period):
-    """Mean, sine and cosine of the fundamental with angle 0 at the cursor."""
+def is_plain(count, per_period):
+    """Whether sums over the samples are exact, and fit the squares too."""
+    return count > FEW and abs(per_period - count) < 1e-12
+
+
+def fitted(values, per_period):
+    """Mean, sine 1, cosine 1, sine 2 ... with angle 0 at the cursor, as far as they are needed."""
     count = len(values)
-    if abs(per_period - count) < 1e-12:
+    if is_plain(count, per_period):
         turns = [2 * math.pi * i / count for i in range(count)]
-        return (sum(values) / count, 2 / count * sum(v * math.sin(t) for v, t in zip(values, turns)),
-                2 / count * sum(v * math.cos(t) for v, t in zip(values, turns)))
+        return [sum(values) / count, 2 / count * sum(v * math.sin(t) for v, t in zip(values, turns)),
+                2 / count * sum(v * math.cos(t) for v, t in zip(values, turns))]
     columns, shares = basis(count, per_period)
     along = [dot(values, column) for column in columns]
-    return tuple(sum(part * share[place] for part, share in zip(along, shares)) for place in range(3))
+    return [sum(part * share[place] for part, share in zip(along, shares)) for place in range(len(columns))]
+
+
+def rms_of(values, per_period):
+    """The root of the mean square: with few samples of the harmonics that they show, otherwise of what is left of the values too."""
+    mean, *waves = fitted(values, per_period)
+    count = len(values)
+    if is_plain(count, per_period):
+        return math.sqrt(sum(value * value for value in values) / count)
+    if count <= FEW:
+        return math.sqrt(mean ** 2 + sum(wave * wave for wave in waves) / 2)
+    angles = [2 * math.pi * (i - count) / per_period for i in range(count)]
+    rest = [value - mean - waves[0] * math.sin(angle) - waves[1] * math.cos(angle) for value, angle in zip(values, angles)]
+    return math.sqrt(mean ** 2 + (waves[0] ** 2 + waves[1] ** 2) / 2 + fitted([value * value for value in rest], per_period)[0])
 
 
 class Reading:
@@ -98,8 +121,8 @@ class Reading:
         if any(math.isnan(value) for value in values):
             self.reason = "whyMissing"
             return
-        direct, sine, cosine = parts(values, window.per_period)
-        self.rms = math.sqrt(parts([value * value for value in values], window.per_period)[0])
+        direct, sine, cosine = fitted(values, window.per_period)[:3]
+        self.rms = rms_of(values, window.per_period)
         self.phasor = complex(sine, cosine) / math.sqrt(2)
         self.module = abs(self.phasor)
         if channel.unit not in ("Hz", "%") and self.module > 0 and self.module >= self.rms / 2:

@@ -17,16 +17,33 @@ def main(program, driver, chromium, out):
         folder = pathlib.Path(scratch)
         subprocess.run([program, "sample", "--out", folder], check=True, stdout=subprocess.DEVNULL)
         page = folder / "page.html"
+        fault = folder / "fault"
+        subprocess.run([program, "sample", "--out", fault, "--fault", "AG", "--distance", "42", "--resistance", "5",
+                        "--reclose", "fault"], check=True, stdout=subprocess.DEVNULL)
+        recording = next(fault.glob("*.ZU"))
+        answer = folder / "answer.html"
+        subprocess.run([program, "view", recording, "-o", answer, "--png", pathlib.Path(out) / "view-overview.png"],
+                       check=True)
         subprocess.run([program, "view", folder / "Vostochnaya_000123.ZU", "--ini", folder / "ZuDrv.ini", "--device",
-                        "Vostochnaya", "-o", page, "--png", pathlib.Path(out) / "view-overview.png"], check=True)
+                        "Vostochnaya", "-o", page], check=True)
         both = folder / "both.html"
         subprocess.run([program, "view", folder / "Vostochnaya_000123.ZU", folder / "Vostochnaya_000125.ZU", "--align",
                         "trigger", "-o", both], check=True, stdout=subprocess.DEVNULL)
         browser = Browser(driver, chromium, 1360, 980)
         try:
+            shoot_answer(browser, answer, pathlib.Path(out))
             shoot_all(browser, page, both, pathlib.Path(out))
         finally:
             browser.close()
+
+
+def shoot_answer(browser, page, out):
+    for name, settings in (("view-answer.png", "lang=en&theme=light"), ("view-answer-dark.png", "lang=ru&theme=dark")):
+        browser.open(page, settings + "&sheet=answerSheet")
+        until(lambda: browser.run("return Boolean(window.zuView && zuView.page)"), "the page")
+        browser.settle()
+        browser.settle()
+        (out / name).write_bytes(browser.picture())
 
 
 def shoot_all(browser, page, both, out):

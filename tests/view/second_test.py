@@ -297,7 +297,7 @@ class Overlay(unittest.TestCase):
                          "trigger\n" % (folder / "b.cfg", folder / "a.cfg"), said)
         self.assertEqual(["Second record, b.cfg: It lies 3 d 00:00:00 from the first record, too far to be seen with it. "
                           "Align the triggers, or shift it."], browser.texts("#notices p"))
-        ends = "const p = zuView.page; return [p.frame.start, p.frame.end, p.strips[0].channels.length, p.tracks.rows.length]"
+        ends = "const p = zuView.page; return [p.frame.start, p.frame.end, p.strips[0].channels.length, p.tracks.strip.rows.length]"
         self.assertEqual([-100, 399, 3, 1], [round(value, 6) for value in browser.run(ends)])
         click("[data-align=triggers]")
         self.assertEqual([-100, 399.375, 6, 2], [round(value, 6) for value in browser.run(ends)])

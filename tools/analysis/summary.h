@@ -70,6 +70,12 @@ QByteArray CsvHead();
 /// Its lines, one for each event; `file` is the first field of each.
 QByteArray CsvOf(const Summary& summary, const QString& file);
 
+/// "62 ms", "12.5 ms", "1.25 s", in the user's language.
+QString DurationText(double seconds);
+
+/// "modified Takagi method", in the user's language.
+QString MethodText(DistanceMethod method);
+
 /// A number with so many decimals and the decimal separator of the user's language; never "-0".
 QString Decimal(double number, int decimals);
 

@@ -28,26 +28,6 @@ QString Name(FaultKind kind)
     return Tr("summary", names[static_cast<size_t>(kind)]);
 }
 
-QString Name(DistanceMethod method)
-{
-    constexpr std::array<const char*, 3> names = {
-        QT_TRANSLATE_NOOP("summary", "reactance method"),
-        QT_TRANSLATE_NOOP("summary", "Takagi method"),
-        QT_TRANSLATE_NOOP("summary", "modified Takagi method"),
-    };
-    return Tr("summary", names[static_cast<size_t>(method)]);
-}
-
-// "62 ms", "12.5 ms", "1.25 s"
-QString Duration(double seconds)
-{
-    if (std::abs(seconds) >= 1)
-        return Tr("summary", "%1 s").arg(Decimal(seconds, 2));
-    const double milliseconds = seconds * 1e3;
-    const bool isWhole = std::abs(milliseconds - std::round(milliseconds)) < 0.05;
-    return Tr("summary", "%1 ms").arg(Decimal(milliseconds, isWhole ? 0 : 1));
-}
-
 // The time of day to the millisecond.
 QString Clock(const Summary& summary, double time)
 {
@@ -66,7 +46,8 @@ QString FirstSentence(const Summary& summary, const Fault& fault)
                              ? Tr("summary", "Short circuit %1 at %2").arg(kind, clock)
                              : Tr("summary", "Short circuit %1 on %2 at %3").arg(kind, circuit, clock);
     if (fault.Clearing())
-        return Tr("summary", "%1; cleared after %2.").arg(what, Duration(*fault.Clearing() - fault.Onset()));
+        return Tr("summary", "%1; cleared after %2.")
+            .arg(what, DurationText(*fault.Clearing() - fault.Onset()));
     return Tr("summary", "%1; it lasts to the end of the record.").arg(what);
 }
 
@@ -76,11 +57,11 @@ void AddFurtherParts(QStringList& sentences, const Summary& summary, const Fault
         const FaultPart& part = fault.parts[i];
         if (!part.afterReclosing)
             sentences << Tr("summary", "After %1 it became %2.")
-                             .arg(Duration(part.onset - fault.Onset()), Name(part.kind));
+                             .arg(DurationText(part.onset - fault.Onset()), Name(part.kind));
         else if (part.clearing)
             sentences << Tr("summary", "Short circuit %1 again at %2, for %3.")
                              .arg(Name(part.kind), Clock(summary, part.onset),
-                                  Duration(*part.clearing - part.onset));
+                                  DurationText(*part.clearing - part.onset));
         else
             sentences << Tr("summary", "Short circuit %1 again at %2, to the end of the record.")
                              .arg(Name(part.kind), Clock(summary, part.onset));
@@ -129,7 +110,7 @@ QString DistanceText(const FaultPart& part)
         parts << range;
     if (std::isfinite(best.resistance))
         parts << Tr("summary", "fault resistance %1 ohm").arg(Decimal(best.resistance, 1));
-    return Tr("summary", "Distance %1 (%2).").arg(parts.join(QLatin1String(", ")), Name(best.method));
+    return Tr("summary", "Distance %1 (%2).").arg(parts.join(QLatin1String(", ")), MethodText(best.method));
 }
 
 QString OperatingText(const Operating& operating)
@@ -137,7 +118,7 @@ QString OperatingText(const Operating& operating)
     QStringList parts;
     const auto add = [&parts](const std::optional<double>& time, const QString& text) {
         if (time)
-            parts << text.arg(Duration(*time));
+            parts << text.arg(DurationText(*time));
     };
     if (operating.isFromOnset)
         add(operating.start, Tr("summary", "start of the protection %1"));
@@ -154,7 +135,7 @@ QString ReclosingText(const Operating& operating)
 {
     if (!operating.reclosed)
         return QString();
-    const QString pause = Duration(*operating.deadTime);
+    const QString pause = DurationText(*operating.deadTime);
     return *operating.reclosed ? Tr("summary", "Closed again after %1, with success.").arg(pause)
                                : Tr("summary", "Closed again after %1, without success.").arg(pause);
 }
@@ -169,6 +150,25 @@ void AddFault(QStringList& sentences, const Summary& summary, const Fault& fault
 }
 
 } // namespace
+
+QString MethodText(DistanceMethod method)
+{
+    constexpr std::array<const char*, 3> names = {
+        QT_TRANSLATE_NOOP("summary", "reactance method"),
+        QT_TRANSLATE_NOOP("summary", "Takagi method"),
+        QT_TRANSLATE_NOOP("summary", "modified Takagi method"),
+    };
+    return Tr("summary", names[static_cast<size_t>(method)]);
+}
+
+QString DurationText(double seconds)
+{
+    if (std::abs(seconds) >= 1)
+        return Tr("summary", "%1 s").arg(Decimal(seconds, 2));
+    const double milliseconds = seconds * 1e3;
+    const bool isWhole = std::abs(milliseconds - std::round(milliseconds)) < 0.05;
+    return Tr("summary", "%1 ms").arg(Decimal(milliseconds, isWhole ? 0 : 1));
+}
 
 QStringList SentencesOf(const Summary& summary)
 {

@@ -11,20 +11,6 @@ namespace {
 
 constexpr int AxisWidth = 70; // pixels
 
-QColor ColorOf(char phase)
-{
-    switch (phase) {
-    case 'a':
-        return {0xc0, 0x8a, 0x00};
-    case 'b':
-        return {0x17, 0x80, 0x3d};
-    case 'c':
-        return {0xcf, 0x22, 0x33};
-    default:
-        return {0x47, 0x56, 0x6f};
-    }
-}
-
 // The channels of a quantity in a circuit.
 std::vector<size_t> ChannelsOf(const analysis::Oscillogram& oscillogram, const QString& circuit,
                                analysis::Quantity quantity)

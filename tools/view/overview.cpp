@@ -1,9 +1,12 @@
-// The still picture: voltages and currents of the started circuit, the states that change, and beside them
-// the figures of the report.
+// The still picture: what happened in words; voltages and currents of the faulted circuit with its states,
+// and beside them the fault in figures. Without a fault: the started circuit and the figures of the report.
 #include "analysis/channelrole.h"
+#include "analysis/linematch.h"
 #include "output/outputfile.h"
 #include "text/texts.h"
 #include "view/chart.h"
+#include "view/faultmarks.h"
+#include "view/faultpanel.h"
 #include "view/pagedata.h"
 #include "view/pens.h"
 #include "view/report.h"
@@ -23,12 +26,14 @@ namespace view {
 namespace {
 
 constexpr int Width = 1400; // pixels
-constexpr int Height = 860; // without states
 constexpr int Margin = 24;
 constexpr int FiguresWidth = 400;
 constexpr int AxisWidth = 70;
 constexpr int TitleHeight = 64;
 constexpr int RulerHeight = 26;
+constexpr int LeadGap = 8;
+constexpr int StartChartHeight = 361;
+constexpr int FaultChartHeight = 300;
 
 // The circuit that the report names, or the first one with voltages or currents.
 QString ShownCircuit(const analysis::Oscillogram& oscillogram)
@@ -46,12 +51,13 @@ void DrawTitle(QPainter& painter, const comtrade::Configuration& config, const Q
 {
     SetFont(painter, 24, true);
     painter.setPen(Ink);
-    painter.drawText(QRectF(Margin, 14, Width - 2 * Margin, 30), Qt::AlignVCenter, config.station);
+    painter.drawText(QRectF(Margin, 14, Width - 2 * Margin, 30), Qt::AlignVCenter,
+                     Fitting(config.station, Width - 2 * Margin, 24, true));
     SetFont(painter, 15);
     painter.setPen(Quiet);
     const QStringList parts = {config.device, StampText(config.trigger), circuit};
     painter.drawText(QRectF(Margin, 44, Width - 2 * Margin, 22), Qt::AlignVCenter,
-                     parts.join(QStringLiteral("  ·  ")));
+                     Fitting(parts.join(QStringLiteral("  ·  ")), Width - 2 * Margin, 15));
 }
 
 // The time axis, below and through all charts.
@@ -93,65 +99,138 @@ void DrawFigures(QPainter& painter, const QStringList& figures, const QRectF& ar
     }
 }
 
+// The sentences: the first one large, the others as one paragraph.
+class Lead
+{
+public:
+    explicit Lead(QStringList sentences)
+        : first(sentences.takeFirst()), others(sentences.join(QLatin1Char(' ')))
+    {}
+
+    /// Pixels.
+    int Height() const { return static_cast<int>(std::ceil(FirstHeight() + OthersHeight())); }
+
+    void Draw(QPainter& painter) const
+    {
+        const QRectF area(Margin, TitleHeight + LeadGap, Width - 2 * Margin, Height());
+        painter.setPen(Ink);
+        painter.setFont(FontOf(FirstSize, true));
+        painter.drawText(area, Qt::TextWordWrap, first);
+        painter.setFont(FontOf(OthersSize));
+        painter.drawText(area.adjusted(0, FirstHeight(), 0, LeadGap), Qt::TextWordWrap, others);
+    }
+
+private:
+    static constexpr int FirstSize = 19;
+    static constexpr int OthersSize = 15;
+
+    static double HeightOf(const QString& text, const QFont& font)
+    {
+        constexpr double most = 10000; // pixels, more than any text takes
+        const QRectF room(0, 0, Width - 2 * Margin, most);
+        return QFontMetricsF(font).boundingRect(room, Qt::TextWordWrap, text).height();
+    }
+    double FirstHeight() const { return HeightOf(first, FontOf(FirstSize, true)) + LeadGap; }
+    double OthersHeight() const
+    {
+        return others.isEmpty() ? 0 : HeightOf(others, FontOf(OthersSize)) + LeadGap;
+    }
+
+    const QString first;
+    const QString others;
+};
+
+// With a fault its circuit, otherwise the one that started the recorder.
 class Overview
 {
 public:
-    explicit Overview(const analysis::Oscillogram& oscillogram_)
-        : oscillogram(oscillogram_), circuit(ShownCircuit(oscillogram_)),
-          figures(Figures(oscillogram_.report)), stretch(oscillogram_), states(oscillogram_)
+    Overview(const analysis::Oscillogram& oscillogram_, const analysis::Summary& summary_)
+        : oscillogram(oscillogram_), summary(summary_), faulted(summary_.FaultedCircuit()),
+          circuit(faulted != nullptr ? faulted->name : ShownCircuit(oscillogram_)),
+          lead(analysis::SentencesOf(summary_)),
+          figures(faulted != nullptr ? QStringList() : Figures(oscillogram_.report)),
+          stretch(faulted != nullptr ? Stretch(oscillogram_, *summary_.findings.fault)
+                                     : Stretch(oscillogram_)),
+          states(oscillogram_, faulted != nullptr ? faulted->states : std::vector<size_t>())
     {}
 
-    QSize Size() const { return {Width, Height + states.Height()}; }
+    QSize Size() const
+    {
+        const int beside = faulted != nullptr ? Top() - Margin + FaultPanel(summary).Height() : 0;
+        return {Width, std::max(StatesTop() + states.Height() + RulerHeight, beside) + Margin};
+    }
 
     void Draw(QPaintDevice& device) const
     {
-        const int statesTop = Height - Margin - RulerHeight;
-        const int chartHeight = (statesTop - TitleHeight - Margin) / 2;
-        const int beside = figures.isEmpty() ? 0 : FiguresWidth;
-        const QRectF plot(Margin + AxisWidth, TitleHeight + Margin, Width - 3 * Margin - AxisWidth - beside,
-                          chartHeight - Margin);
-        const QRectF tracks(plot.left(), statesTop, plot.width(), states.Height());
+        const int beside = faulted == nullptr && figures.isEmpty() ? 0 : FiguresWidth;
+        const QRectF plot(Margin + AxisWidth, Top(), Width - 3 * Margin - AxisWidth - beside,
+                          ChartHeight() - Margin);
+        const QRectF tracks(plot.left(), StatesTop(), plot.width(), states.Height());
         const QRectF charts(plot.topLeft(), tracks.bottomRight());
+        const QRectF panel(Width - Margin - FiguresWidth, Top() - (faulted != nullptr ? Margin : 0),
+                           FiguresWidth, Size().height() - Top());
         QPainter painter(&device);
         painter.fillRect(QRect(QPoint(0, 0), Size()), Qt::white);
         painter.setRenderHint(QPainter::Antialiasing);
         DrawTitle(painter, oscillogram.config, circuit);
+        lead.Draw(painter);
         DrawTimes(painter, stretch, charts);
-        Chart(painter, oscillogram, stretch, circuit, analysis::Quantity::Voltage, plot).Draw();
+        Chart(painter, oscillogram, stretch, VoltageCircuit(), analysis::Quantity::Voltage, plot).Draw();
         Chart(painter, oscillogram, stretch, circuit, analysis::Quantity::Current,
-              plot.translated(0, chartHeight))
+              plot.translated(0, ChartHeight()))
             .Draw();
         states.Draw(painter, stretch, tracks);
         DrawTrigger(painter, stretch, charts);
-        DrawFigures(painter, figures,
-                    QRectF(Width - Margin - FiguresWidth, TitleHeight + Margin, FiguresWidth, statesTop));
+        DrawFigures(painter, figures, panel);
+        if (faulted == nullptr)
+            return;
+        DrawFaultMarks(painter, summary, stretch, charts);
+        FaultPanel(summary).Draw(painter, panel);
     }
 
 private:
+    int Top() const // of the charts
+    {
+        return TitleHeight + LeadGap + lead.Height() + Margin + (faulted != nullptr ? MarksHeight : 0);
+    }
+    int ChartHeight() const { return faulted != nullptr ? FaultChartHeight : StartChartHeight; }
+    int StatesTop() const { return Top() + 2 * ChartHeight(); }
+
+    // Of a line without voltages of its own: that of the busbar.
+    QString VoltageCircuit() const
+    {
+        if (faulted == nullptr)
+            return circuit;
+        const analysis::Line* line = analysis::LineOf(faulted->name, summary.lines);
+        const analysis::Circuit* voltages = analysis::VoltagesOf(*faulted, summary.circuits, line);
+        return voltages == nullptr ? circuit : voltages->name;
+    }
+
     const analysis::Oscillogram& oscillogram;
+    const analysis::Summary& summary;
+    const analysis::Circuit* const faulted; // null without a fault
     const QString circuit;
+    const Lead lead;
     const QStringList figures;
     const Stretch stretch;
     const StateTracks states;
 };
 
-QByteArray SvgOf(const analysis::Oscillogram& oscillogram)
+QByteArray SvgOf(const Overview& overview, const QString& title)
 {
-    const Overview overview(oscillogram);
     QByteArray bytes;
     QBuffer buffer(&bytes);
     QSvgGenerator generator;
     generator.setOutputDevice(&buffer);
     generator.setSize(overview.Size());
     generator.setViewBox(QRect(QPoint(0, 0), overview.Size()));
-    generator.setTitle(oscillogram.config.station);
+    generator.setTitle(title);
     overview.Draw(generator);
     return bytes;
 }
 
-QByteArray PngOf(const analysis::Oscillogram& oscillogram)
+QByteArray PngOf(const Overview& overview)
 {
-    const Overview overview(oscillogram);
     QByteArray bytes;
     QBuffer buffer(&bytes);
     QImage image(overview.Size(), QImage::Format_RGB32);
@@ -166,7 +245,10 @@ Held WritePicture(const QString& recordPath, const QString& picturePath, Picture
                   const Options& options)
 {
     const analysis::Oscillogram oscillogram = Load(recordPath, options);
-    const QByteArray bytes = format == Picture::Svg ? SvgOf(oscillogram) : PngOf(oscillogram);
+    const analysis::Summary summary = SummaryOf(recordPath, oscillogram, options);
+    const Overview overview(oscillogram, summary);
+    const QByteArray bytes =
+        format == Picture::Svg ? SvgOf(overview, oscillogram.config.station) : PngOf(overview);
     QString error;
     if (!output::WriteOutput(picturePath, bytes, error))
         throw Error(Tr("view", "'%1' cannot be written: %2").arg(picturePath, error));

@@ -25,24 +25,42 @@ namespace {
 constexpr const char* Scripts[] = {
     "dygraph",     // the library
     "texts",       // what the page says
+    "elements",    // of HTML and SVG
     "address",     // settings in the page's address
     "axis",        // time over samples
     "channels",    // samples
+    "windowfit",   // weights of filters
+    "fourier",     // filters: phasors, RMS values, harmonics
     "periods",     // the period before a cursor
+    "quantities",  // of three phases, from their phasors
     "power",       // phasors of a period
-    "derived",     // what follows from them, at a sample and along the record
-    "formula",     // calculated channels
+    "derived",     // what follows from them, at a sample
+    "frequency",   // along the record
+    "deriving",    // the same for all that is derived
     "worker",      // what runs beside the page
     "derivations", // its requests
-    "reportmethod", "frame",       "strips",  "tracks",
+    "formula",     // of calculated channels
+    "formulatime",   "formulaunits", "formulanames", "formulatexts",   "reportmethod",
+    "frame",         "strips",       "tracks",
+    "fault", // where the page opens
     "marks", // onset, trip, clearing
-    "cursors",      "reasons",     "phasors", "calculated",
-    "secondtexts", // another record over the first
-    "secondmatch",  "secondpanel", "second",  "copy",       "tables", "report",
-    "navigator",    "answer",      "plane",   "spectrum",   "values", "main",
+    "snap",  // what cursors snap to
+    "cursors",       "reasons",      "phasors",      "calculated",     "formulapanel",
+    "derivedstrips", // against time, under the circuits' own strips
+    "secondtexts",   // another record over the first
+    "secondmatch",   "secondpanel",  "second",       "copy",           "tables",
+    "report",        "navigator",
+    "cursorbar", // the cursors on sheets without strips
+    "answertexts",   "faultphases",  "faultdiagram", "operatingchart", "answertables",
+    "answerfacts",   "eventtable",   "answer",       "planetexts",     "planeview",
+    "planeloci",     "planedrawing", "planevalues",  "planepointer", // the R-X plane
+    "plane",
+    "spectrumlines", // over one period or several
+    "spectrumchart", "spectrum",     "values",       "main",
 };
 
-constexpr const char* Styles[] = {"dygraph", "style", "answer", "plane", "spectrum", "values", "second"};
+constexpr const char* Styles[] = {"dygraph", "style", "marks",    "cursorbar", "formulas", "copy",
+                                  "answer",  "plane", "spectrum", "values",    "second"};
 
 QByteArray Resource(const QString& name)
 {

@@ -32,6 +32,7 @@ QJsonObject AnalogJson(const comtrade::AnalogChannel& channel, const analysis::C
             {QStringLiteral("a"), channel.a},
             {QStringLiteral("b"), channel.b},
             {QStringLiteral("factor"), analysis::PrimaryFactor(channel)},
+            {QStringLiteral("base"), analysis::BaseFactor(channel.unit)},
             {QStringLiteral("primary"), channel.primary},
             {QStringLiteral("secondary"), channel.secondary},
             {QStringLiteral("wide"), codes.IsWide()},

@@ -3,6 +3,7 @@
 #include "view/pens.h"
 
 #include <algorithm>
+#include <numeric>
 
 namespace view {
 
@@ -11,13 +12,20 @@ namespace {
 constexpr int RowHeight = 22; // pixels
 constexpr size_t MostStates = 14;
 
-std::vector<size_t> ChangingStates(const analysis::Oscillogram& oscillogram)
+std::vector<size_t> ChangingStates(const analysis::Oscillogram& oscillogram, const std::vector<size_t>& among)
 {
     std::vector<size_t> changing;
-    for (size_t i = 0; i < oscillogram.states.size() && changing.size() < MostStates; ++i)
-        if (oscillogram.states[i].Changes() > 0)
-            changing.push_back(i);
+    for (const size_t channel : among)
+        if (oscillogram.states[channel].Changes() > 0 && changing.size() < MostStates)
+            changing.push_back(channel);
     return changing;
+}
+
+std::vector<size_t> ChangingStates(const analysis::Oscillogram& oscillogram)
+{
+    std::vector<size_t> all(oscillogram.states.size());
+    std::iota(all.begin(), all.end(), size_t{0});
+    return ChangingStates(oscillogram, all);
 }
 
 void DrawOne(QPainter& painter, const Stretch& stretch, const QRectF& track, const analysis::States& channel)
@@ -41,9 +49,12 @@ void DrawOne(QPainter& painter, const Stretch& stretch, const QRectF& track, con
 
 } // namespace
 
-StateTracks::StateTracks(const analysis::Oscillogram& oscillogram_)
-    : oscillogram(oscillogram_), changing(ChangingStates(oscillogram_))
-{}
+StateTracks::StateTracks(const analysis::Oscillogram& oscillogram_, const std::vector<size_t>& own)
+    : oscillogram(oscillogram_), changing(ChangingStates(oscillogram_, own))
+{
+    if (changing.empty())
+        changing = ChangingStates(oscillogram);
+}
 
 int StateTracks::Height() const
 {

@@ -12,8 +12,9 @@ namespace view {
 class StateTracks
 {
 public:
-    /// The first channels that change anywhere in the oscillogram, which has to outlive the tracks.
-    explicit StateTracks(const analysis::Oscillogram& oscillogram_);
+    /// Of the given channels those that change anywhere in the oscillogram, which has to outlive the tracks;
+    /// the first of all that change if none of them does.
+    StateTracks(const analysis::Oscillogram& oscillogram_, const std::vector<size_t>& own);
 
     /// Of all rows, pixels.
     int Height() const;
@@ -22,7 +23,7 @@ public:
 
 private:
     const analysis::Oscillogram& oscillogram;
-    const std::vector<size_t> changing; // by their places in the configuration
+    std::vector<size_t> changing; // by their places in the configuration
 };
 
 } // namespace view

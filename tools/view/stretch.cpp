@@ -9,22 +9,37 @@ namespace {
 
 constexpr double PeriodsBefore = 3;
 constexpr double PeriodsShown = 12;
+constexpr double MostPeriods = 30;
 
 } // namespace
 
 Stretch::Stretch(const analysis::Oscillogram& oscillogram_) : oscillogram(oscillogram_)
 {
+    Take(-PeriodsBefore * Period(), PeriodsShown * Period());
+}
+
+Stretch::Stretch(const analysis::Oscillogram& oscillogram_, const analysis::Fault& fault)
+    : oscillogram(oscillogram_)
+{
+    const double start = fault.Onset() - PeriodsBefore * Period();
+    const double length =
+        fault.Clearing() ? *fault.Clearing() - start + PeriodsBefore * Period() : MostPeriods * Period();
+    Take(start, std::clamp(length, PeriodsShown * Period(), MostPeriods * Period()));
+}
+
+// What there is of a span; all where there is nothing of it.
+void Stretch::Take(double wantedFrom, double length)
+{
     const analysis::TimeAxis& axis = oscillogram.axis;
     const qint64 last = oscillogram.first + std::max<qint64>(oscillogram.Count() - 1, 0);
     const double start = axis.TimeOf(oscillogram.first);
     const double end = axis.TimeOf(last);
-    const double period = 1 / analysis::MainsFrequency(oscillogram.config);
-    from = std::max(start, -PeriodsBefore * period);
-    to = std::min(end, from + PeriodsShown * period);
+    from = std::max(start, wantedFrom);
+    to = std::min(end, from + length);
     if (from < to)
         return;
     from = start;
-    to = std::max(end, start + period);
+    to = std::max(end, start + Period());
 }
 
 double Stretch::XOf(const QRectF& plot, double time) const

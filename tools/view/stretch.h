@@ -13,6 +13,10 @@ public:
     /// Three periods before the trigger and nine after it, as far as there are samples.
     explicit Stretch(const analysis::Oscillogram& oscillogram_);
 
+    /// Three periods before the onset of a fault to three after its clearing, twelve at least and thirty at
+    /// most, as far as there are samples.
+    Stretch(const analysis::Oscillogram& oscillogram_, const analysis::Fault& fault);
+
     double From() const { return from; } ///< s from the trigger
     double To() const { return to; }     ///< likewise
     size_t Begin() const { return SampleAt(from); }
@@ -21,6 +25,8 @@ public:
     double XOf(const QRectF& plot, double time) const;
 
 private:
+    void Take(double wantedFrom, double length);
+    double Period() const { return 1 / analysis::MainsFrequency(oscillogram.config); }
     size_t SampleAt(double time) const;
 
     const analysis::Oscillogram& oscillogram;

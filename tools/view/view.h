@@ -75,8 +75,9 @@ HeldBoth WritePage(const QString& recordPath, const Second& second, const QStrin
 /// Format of a still picture.
 enum class Picture { Svg, Png };
 
-/// Draws the started circuit with its voltages, currents and changing states, and the key figures of the
-/// report. Needs a QGuiApplication.
+/// Draws what happened, in words and figures, and the faulted circuit with its voltages, currents and
+/// changing states; without a fault the started circuit and the key figures of the report. Needs a
+/// QGuiApplication.
 Held WritePicture(const QString& recordPath, const QString& picturePath, Picture format,
                   const Options& options);
 

@@ -93,11 +93,15 @@
 
     get shownUnit() { return this.inKilo ? this.kiloUnit : this.unit; }
     get shownFactor() { return this.factor / (this.inKilo ? 1000 : 1); }
+    // From values in the shown unit to those in V, A, W ...
+    get baseFactor() { return (this.base || 1) * (this.inKilo ? 1000 : 1); }
     get isBaseUnit() { return this.kiloUnit !== this.unit; }
 
     // In the unit in which the channel is shown, primary.
     valueOfCode(code) { return (this.a * code + this.b) * this.shownFactor; }
     value(sample) { return this.valueOfCode(this.codes[sample]); }
+    // In V, A, W ..., primary.
+    baseValue(sample) { return (this.a * this.codes[sample] + this.b) * (this.factor * (this.base || 1)); }
 
     // Least and greatest code; NaN where all are missing.
     get ends() { return [this.least, this.greatest].map((code) => (code === null ? NaN : code)); }
@@ -108,6 +112,9 @@
       const values = codes.map((code) => this.valueOfCode(code));
       return values[0] <= values[1] ? values : values.reverse();
     }
+
+    // What of it the axis of a strip has to show.
+    axisRange(from, to) { return this.range(from, to); }
   };
 
   // A channel whose values are computed in the page, one for each sample of the record, in its unit; until they are

@@ -3,8 +3,10 @@
   'use strict';
 
   const grip = 6;      // pixels within which a cursor is taken hold of
+  const snapWithin = 6; // pixels within which a cursor snaps to an event
   const dragFrom = 4;  // pixels from which a press is no click any more
   const wheelZoom = 1.0015;
+  const longest = 25;  // periods of a fault that are shown at first
 
   view.Cursors = class {
     // moved: called when a cursor has another sample, or another cursor is chosen. shiftSecond, if there is a second record:
@@ -14,6 +16,9 @@
       this.frame = frame;
       this.periods = periods;
       this.moved = moved;
+      this.events = null; // an EventSamples, where cursors snap
+      this.snaps = true;
+      this.fault = null;  // as of faultTimes
       this.chosen = 0;
       this.samples = [0, 0];
       this.lines = ['first', 'second', 'trigger'].map((name) => {
@@ -66,6 +71,14 @@
       return this.frame.from + (x / area.width) * this.frame.span;
     }
 
+    // The sample that the pointer means: an event within a few pixels of it, unless Shift is held.
+    sampleUnder(event) {
+      const time = this.timeAt(event.clientX);
+      const isFree = !this.snaps || event.shiftKey || !this.events;
+      const near = isFree ? null : this.events.nearest(time, (snapWithin * this.frame.span) / this.area().width);
+      return near === null ? this.frame.axis.sampleAt(time) : near;
+    }
+
     // Listens to the element that holds the strips.
     listen(element) {
       this.pointers = new Map();
@@ -107,7 +120,7 @@
       if (gesture.pinch) return;
       gesture.moved = gesture.moved || Math.abs(event.clientX - gesture.start) >= dragFrom;
       if (!gesture.moved) return;
-      if (gesture.cursor !== undefined) this.set(gesture.cursor, this.frame.axis.sampleAt(this.timeAt(event.clientX)));
+      if (gesture.cursor !== undefined) this.set(gesture.cursor, this.sampleUnder(event));
       else if (gesture.isBox) this.showBox(gesture.start, event.clientX);
       else if (gesture.isShift) this.shiftSecond(((event.clientX - gesture.last) / this.area().width) * this.frame.span, false);
       else this.frame.pan(((gesture.last - event.clientX) / this.area().width) * this.frame.span);
@@ -138,7 +151,7 @@
       } else if (gesture.isShift && gesture.moved) {
         this.shiftSecond(0, true);
       } else if (!gesture.moved && gesture.cursor === undefined) {
-        this.set(gesture.second ? 1 : 0, this.frame.axis.sampleAt(this.timeAt(event.clientX)));
+        this.set(gesture.second ? 1 : 0, this.sampleUnder(event));
       }
       this.forget(event);
     }
@@ -158,24 +171,44 @@
 
     // By the place of the keys, so that they work in every layout.
     key(event) {
-      if (event.ctrlKey || event.metaKey || event.altKey || event.target.closest('input, select, textarea')) return;
-      const actions = {
+      if (event.ctrlKey || event.metaKey || event.altKey || event.target.closest('input:not([type=checkbox]), select, textarea')) return;
+      const onStrips = {
         ArrowLeft: () => this.frame.pan(-this.frame.span / 10), ArrowRight: () => this.frame.pan(this.frame.span / 10),
         Equal: () => this.zoomAtCursor(0.5), NumpadAdd: () => this.zoomAtCursor(0.5),
         Minus: () => this.zoomAtCursor(2), NumpadSubtract: () => this.zoomAtCursor(2),
         Home: () => this.frame.showAll(), KeyT: () => this.showFault(),
+      };
+      const onCursors = {
         Comma: () => this.step(-1, event.shiftKey), Period: () => this.step(1, event.shiftKey),
         Digit1: () => this.set(0, this.samples[0]), Digit2: () => this.set(1, this.samples[1]),
       };
-      if (!actions[event.code] || document.getElementById('oscillogram').hidden) return;
+      const isOscillogram = !document.getElementById('oscillogram').hidden;
+      const everywhere = { BracketLeft: () => this.toEvent(-1), BracketRight: () => this.toEvent(1) };
+      const hasCursors = isOscillogram || document.querySelector('.sheet:not([hidden]) .cursorBar');
+      const action = everywhere[event.code] || (hasCursors && onCursors[event.code]) || (isOscillogram && onStrips[event.code]);
+      if (!action) return;
       event.preventDefault();
-      actions[event.code]();
+      action();
     }
 
     // Moves the chosen cursor by a sample or by a period.
     step(direction, isPeriod) {
       const sample = this.samples[this.chosen];
       this.set(this.chosen, isPeriod ? this.periods.moved(sample, direction) : sample + direction);
+    }
+
+    // Moves the chosen cursor to the next event or the one before, and the shown span with it.
+    toEvent(direction) {
+      const sample = this.events && this.events.beside(this.samples[this.chosen], direction);
+      if (sample === null) return;
+      this.set(this.chosen, sample);
+      this.reveal(this.time(this.chosen));
+    }
+
+    // Moves the shown span to a time outside of it.
+    reveal(time) {
+      const { from, to, span } = this.frame;
+      if (time < from || time > to) this.frame.show(time - span / 2, time + span / 2);
     }
 
     // Around the chosen cursor if it is seen, otherwise around the middle.
@@ -185,17 +218,23 @@
       this.frame.zoom(factor, inside ? time : (this.frame.from + this.frame.to) / 2);
     }
 
-    // Three periods before the trigger and what follows it.
+    // Three periods before the fault, or without one the trigger, and what follows it: at least nine periods, and the
+    // clearing unless it takes long.
     showFault() {
       const period = this.periods.milliseconds;
-      this.frame.show(-3 * period, 9 * period);
+      const { from, to } = this.fault || { from: 0, to: 0 };
+      this.frame.show(from - 3 * period, Math.min(Math.max(from + 9 * period, to + 3 * period), from + longest * period));
     }
 
-    // At first they are one period after the trigger, so that the first one shows the start of the fault, and three.
-    placeAtTrigger() {
+    // At first they are one period after the onset, or the trigger, so that the first one shows the start of the fault,
+    // and three. The window of a period before them has nothing from before the onset.
+    placeAtFault() {
       const { axis } = this.frame;
+      const after = (periods) => periods * this.periods.milliseconds;
       const trigger = axis.timeOf(axis.sampleAt(0)); // the nearest sample, where the record is elsewhere
-      this.samples = [1, 3].map((periods) => axis.sampleAt(trigger + periods * this.periods.milliseconds));
+      const sampleOf = (periods) => (this.fault ? Math.min(axis.firstFrom(this.fault.from + after(periods)), axis.count - 1)
+        : axis.sampleAt(trigger + after(periods)));
+      this.samples = [1, 3].map(sampleOf);
     }
   };
 })(globalThis.zuView = globalThis.zuView || {});

@@ -19,11 +19,14 @@
       for (const channels of this.groups.values()) view.chooseUnits(channels);
       this.frame = new view.Frame(this.axis);
       this.periods = new view.Periods(this.axis, this.data.frequency);
+      this.derivations = new view.Derivations(this);
       this.layout = 'together';
       this.strips = [];
       this.fit = false;
+      this.faulted = view.faultedCircuit(this.data.answer);
       this.pending = new Set();
       this.extensions = []; // see stripGroups
+      this.derivedStrips = new view.DerivedStrips(this);
       this.second = view.openSecond(this, takeText);
     }
 
@@ -32,37 +35,53 @@
       this.ruler = new view.Ruler(byId('ruler'), this.frame);
       this.seen = new IntersectionObserver((entries) => this.see(entries), { rootMargin: '150px' });
       this.cursors = new view.Cursors(byId('overlay'), this.frame, this.periods, () => this.request('values'));
-      this.phasors = new view.Phasors(byId('side'), this.groups, this.periods, this.data.startedCircuit, () => this.request('values'));
-      this.tracks = new view.Tracks(byId('tracks'), this.states, this.frame);
+      const circuit = this.faulted ? this.faulted.name : this.data.startedCircuit;
+      this.phasors = new view.Phasors(byId('side'), this.groups, this.periods, circuit, () => this.request('values'));
+      const [{ tracks = [] } = {}] = this.circuitGroups();
+      this.tracks = new view.Tracks(byId('tracks'), this.states, tracks, this.frame);
+      const marks = view.marksOf(this.data.answer, this.frame);
+      this.marks = new view.Marks(byId('marks'), byId('overlay'), marks, this.frame, ({ sample }) => this.cursors.set(this.cursors.chosen, sample));
+      this.cursors.events = new view.EventSamples(this.axis, this.states, [...marks.map(({ sample }) => sample), ...this.triggerSamples()]);
+      this.cursors.fault = view.faultTimes(this.data.answer, this.frame);
       this.table = new view.ChannelTable(byId('channels'), byId('filter'), byId('filtered'), [...this.analog, ...this.states], this.axis, () => this.changeVisible());
+      this.calculated = new view.Calculated(this, byId('formulas'), byId('formulaPanel'));
       // Each has build(), for another language, and draw(), for what else has changed, while it is open.
       this.parts = {
         answerSheet: new view.AnswerSheet(this, byId('answerSheet')), planeSheet: new view.PlaneSheet(this, byId('planeSheet')),
         spectrumSheet: new view.SpectrumSheet(this, byId('spectrumSheet')), valueSheet: new view.ValuesSheet(this, byId('valueSheet')),
       };
       this.buildStrips();
-      this.navigator = new view.Navigator(byId('navigator'), this.navigatorChannels(), this.frame);
+      this.navigator = new view.Navigator(byId('navigator'), this.navigatorChannels(), this.frame, marks);
       this.listen();
       this.setLanguage(view.address.get('lang') || ((navigator.language || '').startsWith('ru') ? 'ru' : 'en'));
       this.setTheme(view.address.get('theme') || (matchMedia('(prefers-color-scheme: dark)').matches ? 'dark' : 'light'));
-      this.cursors.placeAtTrigger();
-      if (this.frame.start <= 0 && this.frame.end >= 0) this.cursors.showFault();
+      this.cursors.placeAtFault();
+      if (this.cursors.fault || this.triggerSamples().length > 0) this.cursors.showFault();
       else this.frame.showAll();
       const wanted = view.address.get('sheet');
       this.openSheet(sheets.some(([id]) => id === wanted) ? wanted : sheets[0][0]);
     }
 
-    // Currents of the started circuit, or whatever there is.
+    // The sample of the trigger, if the record has it.
+    triggerSamples() { return this.frame.ends[0] <= 0 && this.frame.ends[1] >= 0 ? [this.axis.sampleAt(0)] : []; }
+
+    // Currents of the circuit that the page opens on, or whatever there is.
     navigatorChannels() {
       const circuit = this.phasors.circuit;
       if (!circuit) return this.analog.slice(0, 1);
       return (circuit.I[0] ? circuit.I : circuit.U).slice(0, 3).filter(Boolean);
     }
 
-    // [{circuit, strips: [[channel ...] ...]}], in the order in which they stand on the sheet. What adds to the circuits of
-    // the record is a function of these groups and of the layout in `extensions`.
-    stripGroups() {
+    // The circuits of the record in its order, but the faulted one first, with the tracks of its discrete channels.
+    circuitGroups() {
       const groups = [...this.groups].map(([circuit, channels]) => ({ circuit, strips: view.splitIntoStrips(channels, this.layout) }));
+      return view.faultedFirst(groups, this.faulted, this.states);
+    }
+
+    // [{circuit, strips: [[channel ...] ...], tracks: [state channel ...]}], in the order in which they stand on the sheet. What
+    // adds to the circuits of the record is a function of these groups and of the layout in `extensions`.
+    stripGroups() {
+      const groups = this.circuitGroups();
       for (const extend of this.extensions) extend(groups, this.layout);
       if (this.second) this.second.extend(groups, this.layout);
       return groups;
@@ -72,18 +91,19 @@
       this.seen.disconnect();
       byId('groups').textContent = '';
       this.strips = [];
-      for (const { circuit, strips, isSecond } of this.stripGroups()) {
+      this.trackStrips = [this.tracks.strip];
+      for (const { circuit, strips, tracks = [], isFaulted, isSecond } of this.stripGroups()) {
         const group = document.createElement('section');
-        const title = document.createElement('h3');
-        title.textContent = circuit || view.text('noCircuit');
-        title.classList.toggle('of-second', Boolean(isSecond));
-        title.classList.toggle('started', circuit !== '' && circuit === this.data.startedCircuit);
-        group.append(title);
+        group.append(view.html('div', { className: 'heading' }, this.groupTitle(circuit, isFaulted, isSecond), this.derivedStrips.switches(circuit)));
         for (const part of strips) {
           const strip = new view.Strip(part, this.frame);
-          strip.element.classList.toggle('single', part.length === 1);
+          strip.element.classList.toggle('single', part.length === 1 && !part[0].isDerived);
           this.strips.push(strip);
           group.append(strip.element);
+        }
+        if (tracks.length > 0) {
+          this.trackStrips.unshift(new view.TrackStrip(tracks, this.frame, view.shortName));
+          group.append(this.trackStrips[0].element);
         }
         byId('groups').append(group);
       }
@@ -92,11 +112,23 @@
       this.applyVisible();
     }
 
+    groupTitle(circuit, isFaulted, isSecond = false) {
+      const title = document.createElement('h3');
+      title.textContent = circuit || view.text('noCircuit');
+      if (isFaulted) title.append(view.faultBolt());
+      const isStarted = circuit !== '' && circuit === this.data.startedCircuit;
+      title.classList.toggle('of-second', isSecond);
+      title.classList.toggle('started', isStarted);
+      if (isStarted) title.title = view.text('startedHint');
+      return title;
+    }
+
     see(entries) {
       for (const entry of entries) {
         const strip = this.strips.find((candidate) => candidate.element === entry.target);
         if (strip) strip.onScreen = entry.isIntersecting;
       }
+      this.derivedStrips.compute();
       this.request('strips');
       this.request('values');
     }
@@ -116,6 +148,12 @@
         theme: () => this.setTheme(document.documentElement.dataset.theme === 'dark' ? 'light' : 'dark'),
       };
       for (const id of Object.keys(actions)) byId(id).addEventListener('click', actions[id]);
+      if (this.cursors.fault) Object.assign(byId('toTrigger').dataset, { text: 'toFault', hint: 'faultHint' });
+      this.cursors.snaps = byId('snap').checked = view.address.get('snap') !== 'off';
+      byId('snap').addEventListener('change', () => {
+        this.cursors.snaps = byId('snap').checked;
+        view.address.set('snap', this.cursors.snaps ? '' : 'off');
+      });
       byId('fit').addEventListener('change', () => { this.fit = byId('fit').checked; this.redraw(); });
       for (const button of byId('layouts').children) button.addEventListener('click', () => this.setLayout(button.dataset.layout));
       for (const button of byId('languages').children) button.addEventListener('click', () => this.setLanguage(button.dataset.language));
@@ -142,6 +180,8 @@
       this.resize();
       this.phasors.build();
       this.tracks.build();
+      this.marks.build();
+      this.calculated.build();
       this.table.build();
       view.showIdentity(byId('identity'), this.data);
       for (const part of Object.values(this.parts)) part.build();
@@ -173,6 +213,8 @@
         tab.addEventListener('click', () => this.openSheet(id));
         return tab;
       }));
+      const chosen = byId('tabs').querySelector('[aria-selected=true]');
+      if (chosen) byId('tabs').scrollLeft = chosen.offsetLeft - (byId('tabs').clientWidth - chosen.offsetWidth) / 2; // where they do not fit
     }
 
     openSheet(opened) {
@@ -190,6 +232,7 @@
     }
 
     changeVisible() {
+      this.cursors.events.forget();
       this.applyVisible();
       this.redraw();
     }
@@ -199,6 +242,7 @@
         strip.element.hidden = strip.visibleChannels.length === 0;
         for (const { row, channel } of strip.rows) row.hidden = !channel.visible;
       }
+      for (const tracks of this.trackStrips) tracks.applyVisible();
       for (const group of byId('groups').children) group.hidden = [...group.querySelectorAll('.strip')].every((strip) => strip.hidden);
     }
 
@@ -226,12 +270,17 @@
       if (this.parts[this.opened]) this.parts[this.opened].draw();
       if (this.second) view.addSecondAnswer(this.second, byId('answerSheet'));
       if (byId('oscillogram').hidden || this.data.count === 0) return;
-      if (pending.has('ruler')) this.ruler.draw();
+      if (pending.has('ruler')) this.drawRuler();
       if (pending.has('strips')) for (const strip of this.strips) if (strip.onScreen && strip.stale) strip.draw(this.fit);
-      if (pending.has('tracks')) this.tracks.draw();
+      if (pending.has('tracks')) for (const tracks of this.trackStrips) tracks.draw();
       if (pending.has('navigator')) this.navigator.draw();
       if (pending.has('lines')) this.cursors.place();
       if (pending.has('values')) this.showValues();
+    }
+
+    drawRuler() {
+      this.marks.draw(); // it measures, which is cheap before others change the page
+      this.ruler.draw();
     }
 
     showValues() {
@@ -242,15 +291,16 @@
       byId('between').textContent = view.milliseconds(cursors.time(1) - cursors.time(0));
       const reasons = new view.Reasons();
       for (const strip of this.strips) if (strip.onScreen) strip.rows.forEach((row) => this.showRow(row, reasons));
-      for (const { channel, cells } of this.tracks.rows)
-        cells.forEach((cell, cursor) => {
-          cell.textContent = channel.record ? channel.record.state(channel, cursors.time(cursor)) : channel.state(cursors.samples[cursor]);
-        });
+      for (const tracks of this.trackStrips) tracks.showStates(cursors);
       this.phasors.draw(cursors.samples[cursors.chosen], cursors.chosen, reasons);
     }
 
     // Always by Fourier and as the RMS of the values, whatever method the phasors have.
     showRow({ channel, cells }, reasons) {
+      if (channel.isDerived) { // has no RMS and no angle of its own
+        cells.forEach(([value], cursor) => { value.textContent = channel.isKnown ? view.number(channel.value(this.cursors.samples[cursor])) : '…'; });
+        return;
+      }
       cells.forEach(([value, rms, angle], cursor) => {
         const reading = this.readingAt(channel, cursor);
         value.textContent = view.number(reading.value);
@@ -275,18 +325,19 @@
       document.documentElement.dataset.theme = 'light';
       document.body.style.width = `${paperWidth}px`;
       this.pending = new Set();
+      this.derivedStrips.finish();
       for (const strip of this.strips) {
         strip.onScreen = true;
         strip.draw(this.fit);
         strip.restyle();
         strip.resize();
       }
-      this.ruler.draw();
+      this.drawRuler();
       this.ruler.resize();
-      this.tracks.draw();
+      for (const tracks of this.trackStrips) tracks.draw();
       this.navigator.draw();
       this.showValues();
-      for (const part of Object.values(this.parts)) part.draw();
+      for (const part of Object.values(this.parts)) part.draw(true);
     }
 
     fromPaper() {

@@ -4,8 +4,30 @@
 
   const height = 34;
 
+  // The traces of channels, one over another, over the whole record in an area {left, width} of a canvas.
+  view.drawWhole = function (context, channels, { axis, start, end }, area, high) {
+    const whole = { axis, from: start, to: end, span: end - start };
+    const ends = channels.flatMap((channel) => channel.range()).filter(Number.isFinite);
+    const [least, greatest] = [Math.min(...ends), Math.max(...ends)];
+    const toY = (value) => 3 + ((greatest - value) / (greatest - least || 1)) * (high - 6);
+    context.globalAlpha = 0.75;
+    for (const channel of channels) {
+      context.strokeStyle = view.styleColor(channel.color);
+      view.strokeTrace(context, view.tracePoints(channel, whole, { x: area.left, w: area.width }, toY));
+    }
+    context.globalAlpha = 1;
+  };
+
+  // The trigger in such an area, if the record has it.
+  view.drawTrigger = function (context, { start, end }, area, high) {
+    if (start > 0 || end < 0) return;
+    context.fillStyle = view.styleColor('--trigger');
+    context.fillRect(area.left - (start / (end - start)) * area.width, 0, 1, high);
+  };
+
   view.Navigator = class {
-    constructor(canvas, channels, frame) {
+    constructor(canvas, channels, frame, marks) {
+      this.marks = marks;
       this.canvas = canvas;
       this.channels = channels; // drawn over one another
       this.frame = frame;
@@ -26,36 +48,21 @@
       const width = this.canvas.parentElement.clientWidth;
       const context = view.prepareCanvas(this.canvas, width, height);
       const area = view.plotArea(width);
-      const whole = { axis: this.frame.axis, from: this.frame.start, to: this.frame.end, span: this.frame.end - this.frame.start };
-      const ends = this.channels.flatMap((channel) => channel.range()).filter(Number.isFinite);
-      const [low, high] = [Math.min(...ends), Math.max(...ends)];
-      const toY = (value) => 3 + ((high - value) / (high - low || 1)) * (height - 6);
-      for (const channel of this.channels) {
-        const points = this.pointsOf(channel, whole, area, toY);
-        context.strokeStyle = view.styleColor(channel.color);
-        context.globalAlpha = 0.75;
-        view.strokeTrace(context, points);
-      }
-      context.globalAlpha = 1;
-      this.drawSpan(context, area, whole);
+      view.drawWhole(context, this.channels, this.frame, area, height);
+      this.drawSpan(context, area);
+      view.drawTrigger(context, this.frame, area, height);
+      view.drawMarks(context, this.marks, this.frame, area, height);
     }
 
-    pointsOf(channel, whole, area, toY) {
-      return view.tracePoints(channel, whole, { x: area.left, w: area.width }, toY);
-    }
-
-    drawSpan(context, area, whole) {
-      const xOf = (time) => area.left + ((time - whole.from) / whole.span) * area.width;
+    drawSpan(context, area) {
+      const { start, end } = this.frame;
+      const xOf = (time) => area.left + ((time - start) / (end - start)) * area.width;
       const [from, to] = [xOf(this.frame.from), xOf(this.frame.to)];
       context.fillStyle = view.styleColor('--veil');
       context.fillRect(area.left, 0, from - area.left, height);
       context.fillRect(to, 0, area.left + area.width - to, height);
       context.strokeStyle = view.styleColor('--accent');
       context.strokeRect(from + 0.5, 0.5, Math.max(to - from - 1, 2), height - 1);
-      if (whole.from <= 0 && whole.to >= 0) {
-        context.fillStyle = view.styleColor('--trigger');
-        context.fillRect(xOf(0), 0, 1, height);
-      }
     }
   };
 })(globalThis.zuView = globalThis.zuView || {});

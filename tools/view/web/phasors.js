@@ -3,7 +3,6 @@
   'use strict';
 
   const phases = ['a', 'b', 'c', '0'];
-  const svgSpace = 'http://www.w3.org/2000/svg';
   const radius = 118;
 
   // Circuits that have three phases of a quantity: [{name, U: [a, b, c, 0], I: [...]}], missing ones undefined.
@@ -39,13 +38,6 @@
     return rows;
   };
 
-  function element(name, attributes, parent) {
-    const node = document.createElementNS(svgSpace, name);
-    for (const key of Object.keys(attributes)) node.setAttribute(key, attributes[key]);
-    if (parent) parent.append(node);
-    return node;
-  }
-
   // A place for a label near x, y where none is yet.
   function freePlace(labels, x, y) {
     const [wide, high] = [28, 13];
@@ -58,24 +50,24 @@
     const angle = ((row.angle - turn) * Math.PI) / 180;
     const [x, y] = [length * Math.cos(angle), -length * Math.sin(angle)];
     const color = `var(${row.channel.color})`;
-    const group = element('g', { class: `phasor ${row.quantity}`, style: `--trace: ${color}` }, svg);
-    element('line', { x1: 0, y1: 0, x2: x.toFixed(2), y2: y.toFixed(2) }, group);
+    const group = view.svg('g', { class: `phasor ${row.quantity}`, style: `--trace: ${color}` }, svg);
+    view.svg('line', { x1: 0, y1: 0, x2: x.toFixed(2), y2: y.toFixed(2) }, group);
     if (length > 8) {
       const head = [[0, 0], [-9, 3.6], [-9, -3.6]].map(([along, across]) => [
         x + along * Math.cos(angle) + across * Math.sin(angle), y - along * Math.sin(angle) + across * Math.cos(angle)]);
-      element('path', { d: `M${head.map((point) => point.map((part) => part.toFixed(2)).join(' ')).join('L')}Z` }, group);
+      view.svg('path', { d: `M${head.map((point) => point.map((part) => part.toFixed(2)).join(' ')).join('L')}Z` }, group);
     }
     if (length < 14) return;
     const place = freePlace(labels, x + 14 * Math.cos(angle), y - 12 * Math.sin(angle) + 4);
-    element('text', { x: place.x.toFixed(1), y: place.y.toFixed(1) }, group).textContent = row.name;
+    view.svg('text', { x: place.x.toFixed(1), y: place.y.toFixed(1) }, group).textContent = row.name;
   }
 
   // Voltages fill the circle, currents two thirds of it: each quantity has its own scale.
   function diagram(rows, turn) {
     const size = radius + 32;
-    const svg = element('svg', { viewBox: `${-size} ${-size} ${2 * size} ${2 * size}`, class: 'diagram', role: 'img' });
-    for (const part of [1, 2 / 3, 1 / 3]) element('circle', { r: (radius * part).toFixed(1) }, svg);
-    element('path', { d: `M${-radius} 0H${radius}M0 ${-radius}V${radius}`, class: 'cross' }, svg);
+    const svg = view.svg('svg', { viewBox: `${-size} ${-size} ${2 * size} ${2 * size}`, class: 'diagram', role: 'img' });
+    for (const part of [1, 2 / 3, 1 / 3]) view.svg('circle', { r: (radius * part).toFixed(1) }, svg);
+    view.svg('path', { d: `M${-radius} 0H${radius}M0 ${-radius}V${radius}`, class: 'cross' }, svg);
     const labels = [];
     for (const [quantity, reach] of [['U', radius], ['I', (radius * 2) / 3]]) {
       const own = rows.filter((row) => row.quantity === quantity && Number.isFinite(row.module));
@@ -84,6 +76,8 @@
     }
     return svg;
   }
+
+  const against = (angle, turn) => (turn === 0 ? angle : (angle - turn + 720) % 360);
 
   function table(rows, turn, id) {
     const body = document.createElement('table');
@@ -96,8 +90,8 @@
       if (row.channel) name.style.setProperty('--trace', `var(${row.channel.color})`);
       if (row.channel) name.className = 'name';
       line.append(name);
-      const angle = view.angle(turn === 0 ? row.angle : (row.angle - turn + 720) % 360);
-      const module = Number.isFinite(row.module) ? row.module.toFixed(3) : '—';
+      const angle = view.angle(against(row.angle, turn));
+      const module = Number.isFinite(row.module) ? view.decimal(row.module, 3) : '—';
       for (const text of [module, row.unit, angle, view.direct(row.direct)]) line.insertCell().textContent = text;
       line.dataset.module = row.module;
       line.dataset.angle = row.angle;
@@ -134,7 +128,7 @@
         this.choice('circuit', '', names, this.circuits.indexOf(this.circuit), (index) => { this.circuit = this.circuits[index]; }),
         this.choice('method', view.text('method'), [view.text('methodFourier'), view.text('methodReport')], this.method === 'fourier' ? 0 : 1,
           (index) => { this.method = ['fourier', 'report'][index]; }),
-        this.reference(), this.why, this.values);
+        this.reference(), this.why, this.values, view.copyTable(() => this.rowsToCopy(), view.text('phasors')));
     }
 
     // Names of circuits are long: theirs has no title beside it.
@@ -176,9 +170,16 @@
       const turn = this.againstUa ? (reference ? reference.angle : NaN) : 0; // without Ua no angle is against it
       const method = this.method === 'report' ? ` · ${view.text('methodReport')}` : '';
       this.title.textContent = `${view.text('phasors')} · ${view.text('cursor').toLowerCase()} ${cursor + 1}${method}`;
+      this.shown = [...rows.phases, ...rows.sequences].map((row) => ({ ...row, angle: against(row.angle, turn) }));
       const heading = document.createElement('h4');
       heading.textContent = view.text('sequences');
       this.values.replaceChildren(diagram(rows.phases, turn), table(rows.phases, turn, 'phaseValues'), heading, table(rows.sequences, turn, 'sequenceValues'));
+    }
+
+    // Phases and sequences as they are shown, with all their digits.
+    rowsToCopy() {
+      const head = [view.text('phasors'), view.text('valuesMagnitude'), view.text('unit'), `${view.text('angle')}, °`, view.text('valuesDirect')];
+      return [head, ...this.shown.map(({ name, module, unit, angle, direct }) => [name, view.copiedNumber(module), unit, view.copiedNumber(angle), view.copiedNumber(direct)])];
     }
   };
 })(globalThis.zuView = globalThis.zuView || {});

@@ -13,16 +13,8 @@
   const none = { module: NaN, angle: NaN };
 
   function polar([sine, cosine]) {
-    const angle = (Math.atan2(cosine, sine) * 180) / Math.PI;
-    return { module: Math.hypot(sine, cosine), angle: (angle + 360) % 360 };
+    return { module: Math.hypot(sine, cosine), angle: view.degrees([sine, cosine]) };
   }
-
-  const turned = ([sine, cosine], degrees) => {
-    const [x, y] = [Math.cos((degrees * Math.PI) / 180), Math.sin((degrees * Math.PI) / 180)];
-    return [sine * x - cosine * y, sine * y + cosine * x];
-  };
-
-  const sum = (...vectors) => [0, 1].map((part) => vectors.reduce((total, vector) => total + vector[part], 0));
 
   // What a channel comes to before a cursor, in its shown unit: {rms, module and angle of the fundamental, direct}. The
   // angle is NaN where the channel is no sine, direct unless it is larger than the fundamental. Without values: reason.
@@ -38,10 +30,10 @@
   view.sequences = function (periods, phases, sample) {
     const measured = phases.map((channel) => periods.measure(channel, sample));
     if (measured.some(({ reason }) => reason)) return [none, none, none];
-    const [a, b, c] = measured.map(({ sine, cosine }) => [sine, cosine]);
-    const third = (vector) => vector.map((part) => part / 3);
-    const least = leastSequence * Math.max(...[a, b, c].map((vector) => polar(vector).module));
-    return [third(sum(a, turned(b, 120), turned(c, 240))), third(sum(a, turned(b, 240), turned(c, 120))), sum(a, b, c)]
+    const vectors = measured.map(({ sine, cosine }) => [sine, cosine]);
+    const least = leastSequence * Math.max(...vectors.map((vector) => polar(vector).module));
+    const { positive, negative, zero } = view.quantities.components(vectors);
+    return [positive, negative, zero.map((part) => 3 * part)]
       .map(polar).map(({ module, angle }) => ({ module, angle: module > least ? angle : NaN }));
   };
 })(globalThis.zuView = globalThis.zuView || {});

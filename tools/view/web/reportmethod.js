@@ -6,12 +6,14 @@
 
   const none = { module: NaN, angle: NaN };
 
-  // {from, count}: the period before a sample; near the start of the record the first one. Or {reason}.
+  // {from, count}: the period before a sample, of the nearest whole number of samples; near the start of the record the first one. Or
+  // {reason}.
   function periodOf(periods, sample) {
-    const period = periods.before(sample);
-    const { count, reason } = period;
-    if (reason !== 'whyBeginning') return period;
-    return count > 0 && sample < count && periods.axis.isOneRate(0, count) ? { from: 0, count } : { reason };
+    const { perPeriod, reason } = periods.before(sample);
+    const count = Math.round(perPeriod);
+    if (!reason) return { from: sample - count, count };
+    const isFirst = reason === 'whyBeginning' && count > 0 && sample < count && periods.axis.isOneRate(0, count);
+    return isFirst ? { from: 0, count } : { reason };
   }
 
   function angleOfPeak(position, count) {

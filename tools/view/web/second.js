@@ -113,8 +113,10 @@
     }
 
     buildTracks() {
-      this.page.tracks.arrange([...this.page.states, ...(this.isInSight ? this.record.states : [])]);
-      this.page.tracks.build();
+      const { page } = this;
+      page.tracks.arrange([...page.states, ...(this.isInSight ? this.record.states : [])]);
+      page.tracks.build();
+      page.trackStrips[page.trackStrips.length - 1] = page.tracks.strip; // those of the circuits stand before it
     }
 
     // Adds its channels to the strips of the first record, and below them its other channels as groups.

@@ -31,7 +31,7 @@
     return [...counts].sort((a, b) => b[1] - a[1]).map(([key]) => JSON.parse(key));
   }
 
-  const faultedCircuit = ({ answer }) => (answer.faulted === null ? null : answer.circuits[answer.faulted].name);
+  const faultedCircuit = ({ answer }) => (view.faultedCircuit(answer) || { name: null }).name;
 
   // Circuit of the first record to circuit of the second: of the same name, with the same names of channels, or both
   // those in which the fault was found. A circuit of the second one is in one pair only.

@@ -139,6 +139,7 @@
       this.plot = document.createElement('div');
       this.plot.className = 'plot';
       this.element.append(this.legend, this.plot);
+      if (channels[0].heading) this.legend.append(Object.assign(document.createElement('div'), { className: 'what', textContent: channels[0].heading }));
       this.rows = channels.map((channel, index) => this.addRow(channel, index));
       this.onScreen = false;
       this.stale = true;
@@ -153,7 +154,6 @@
       name.className = 'name';
       name.style.setProperty('--trace', `var(${channel.color})`);
       name.textContent = view.shortName(channel);
-      name.title = `${channel.name}, ${channel.shownUnit}`;
       row.append(name);
       const cells = [0, 1].map((cursor) => ['value', 'rms', 'angle'].map((kind) => {
         const cell = document.createElement('span');
@@ -163,10 +163,17 @@
       }));
       const unit = document.createElement('span');
       unit.className = 'unit';
-      unit.textContent = channel.shownUnit;
       name.after(unit);
       this.legend.append(row);
-      return { channel, row, cells };
+      return { channel, row, cells, name, unit };
+    }
+
+    // A calculated channel has its unit when it has its values.
+    nameUnits() {
+      for (const { channel, name, unit } of this.rows) {
+        unit.textContent = channel.shownUnit;
+        name.title = `${channel.name}, ${channel.shownUnit}`;
+      }
     }
 
     get visibleChannels() { return this.channels.filter((channel) => channel.visible); }
@@ -174,7 +181,7 @@
     // Least and greatest value on the y axis, with some air.
     valueRange(fit) {
       const spanOf = (axis) => [Math.max(axis.firstFrom(this.frame.from) - 1, 0), Math.min(axis.firstFrom(this.frame.to) + 1, axis.count)];
-      const ranges = this.visibleChannels.map((channel) => channel.range(...(fit ? spanOf(channel.axis || this.frame.axis) : []))).filter(([low]) => Number.isFinite(low));
+      const ranges = this.visibleChannels.map((channel) => channel.axisRange(...(fit ? spanOf(channel.axis || this.frame.axis) : []))).filter(([low]) => Number.isFinite(low));
       let low = Math.min(...ranges.map((range) => range[0]));
       let high = Math.max(...ranges.map((range) => range[1]));
       if (!(low <= high)) return [-1, 1];
@@ -195,6 +202,7 @@
     }
 
     create(options) {
+      this.nameUnits();
       this.chart = new Dygraph(this.plot, endPoints(this.frame, 1), {
         ...chartOptions(this.frame), ...options,
         plotter: (event) => this.plotTraces(event),
@@ -215,7 +223,7 @@
       context.rect(area.x, area.y, area.w, area.h);
       context.clip();
       for (const channel of this.visibleChannels) {
-        const points = view.tracePoints(channel, this.frame, area, toY);
+        const points = view.tracePoints(channel.drawn || channel, this.frame, area, toY);
         drawTrace(context, points, view.styleColor(channel.color), area.w, Boolean(channel.record));
       }
       context.restore();
@@ -228,7 +236,7 @@
     resize() { if (this.chart) this.chart.resize(); }
   };
 
-  view.tick = (value) => (Math.abs(value) < 1e-9 ? '0' : String(Number(value.toPrecision(6))).replace('-', '−'));
+  view.tick = (value) => (Math.abs(value) < 1e-9 ? '0' : view.inLanguage(String(Number(value.toPrecision(6))).replace('-', '−')));
 
   // The name without that of the circuit, which is above the strips.
   view.shortName = function (channel) {

@@ -19,10 +19,13 @@
     constructor(table, filter, count, channels, axis, toggled) {
       Object.assign(this, { table, filter, count, channels, axis, toggled });
       filter.addEventListener('input', () => this.apply());
+      this.copy = document.createElement('span');
+      count.after(this.copy);
     }
 
     build() {
       this.table.textContent = '';
+      this.copy.replaceChildren(view.copyTable(() => view.tableRows(this.table).map(([, ...row]) => row), view.text('channels'))); // without the boxes
       this.filter.placeholder = view.text('filter');
       const head = this.table.createTHead().insertRow();
       for (const column of columns) {

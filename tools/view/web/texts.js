@@ -33,10 +33,11 @@
       triggerTime: 'Trigger', rates: 'Samples per second', frequency: 'Line frequency, Hz', samples: 'Samples', duration: 'Duration, s',
       counts: 'Channels, analog and discrete', timeCode: 'Time code', localCode: 'Local time code', timeQuality: 'Time quality',
       partial: 'This page holds {0} s around the trigger: {1} of {2} samples. The options --window and --full of the program change that.',
+      durationSeconds: '{0} s', durationMilliseconds: '{0} ms',
       empty: 'The record has no samples.', failed: 'The page could not be drawn: {0}',
       keyList: ['Drag: pan. Shift + drag: zoom into the span. Double click: whole record', 'Ctrl + wheel, or pinch: zoom. Horizontal wheel: pan',
-        'Click: cursor 1. Right click or Alt + click: cursor 2. Cursors can be dragged', '← →: pan. + −: zoom. Home: whole record. T: the fault',
-        ', and .: move the chosen cursor by one sample, with Shift by one period. 1, 2: choose the cursor'],
+        'Click: cursor 1. Right click or Alt + click: cursor 2. Cursors can be dragged; they snap to events unless Shift is held', '← →: pan. + −: zoom. Home: whole record. T: the fault',
+        ', and .: move the chosen cursor by one sample, with Shift by one period. [ and ]: to the event before and after. 1, 2: choose the cursor'],
     },
     ru: {
       oscillogram: 'Осциллограмма', plane: 'Плоскость R–X', spectrum: 'Спектр', values: 'Значения', report: 'Отчёт об аварии', channels: 'Каналы', record: 'Запись',
@@ -68,10 +69,11 @@
       triggerTime: 'Пуск', rates: 'Отсчётов в секунду', frequency: 'Частота сети, Гц', samples: 'Отсчётов', duration: 'Длительность, с',
       counts: 'Каналов, аналоговых и дискретных', timeCode: 'Временной код', localCode: 'Местный временной код', timeQuality: 'Качество времени',
       partial: 'На странице {0} с вокруг пуска: {1} из {2} отсчётов. Это меняют параметры программы --window и --full.',
+      durationSeconds: '{0} с', durationMilliseconds: '{0} мс',
       empty: 'В записи нет отсчётов.', failed: 'Страницу не удалось построить: {0}',
       keyList: ['Тянуть: сдвиг. Shift + тянуть: увеличить участок. Двойной щелчок: вся запись', 'Ctrl + колесо или два пальца: масштаб. Горизонтальное колесо: сдвиг',
-        'Щелчок: курсор 1. Правый щелчок или Alt + щелчок: курсор 2. Курсоры можно тянуть', '← →: сдвиг. + −: масштаб. Home: вся запись. T: авария',
-        ', и .: выбранный курсор на отсчёт, с Shift на период. 1, 2: выбор курсора'],
+        'Щелчок: курсор 1. Правый щелчок или Alt + щелчок: курсор 2. Курсоры можно тянуть; они привязываются к событиям, если не удерживать Shift', '← →: сдвиг. + −: масштаб. Home: вся запись. T: авария',
+        ', и .: выбранный курсор на отсчёт, с Shift на период. [ и ]: к предыдущему и следующему событию. 1, 2: выбор курсора'],
     },
   };
 
@@ -99,7 +101,7 @@
     const size = Math.abs(value);
     const decimals = size >= 1000 ? 0 : size >= 100 ? 1 : size >= 10 ? 2 : 3;
     const text = value.toFixed(decimals);
-    return (Number(text) === 0 ? text.replace('-', '') : text).replace('-', '−');
+    return view.inLanguage((Number(text) === 0 ? text.replace('-', '') : text).replace('-', '−'));
   };
 
   // Whole degrees. A full turn is 0; only the report's method has 360 where its angle is just that.
@@ -119,7 +121,24 @@
   view.milliseconds = function (value) {
     const text = Math.abs(value).toFixed(3);
     const unit = language === 'ru' ? ' мс' : ' ms';
-    return (value < 0 && Number(text) !== 0 ? '−' : '+') + text + unit;
+    return (value < 0 && Number(text) !== 0 ? '−' : '+') + view.inLanguage(text) + unit;
+  };
+
+  // A number with so many decimals and the decimal separator of the language, as in the sentences.
+  view.decimal = function (value, decimals) {
+    const text = value.toFixed(decimals);
+    return view.inLanguage((Number(text) === 0 ? text.replace('-', '') : text).replace('-', '−'));
+  };
+
+  // A number's text with the decimal separator of the language.
+  view.inLanguage = (text) => (language === 'ru' ? text.replace('.', ',') : text);
+
+  // Seconds as the sentences have them: 62 ms, 12.5 ms, 1.25 s.
+  view.duration = function (seconds) {
+    if (Math.abs(seconds) >= 1) return view.text('durationSeconds', view.decimal(seconds, 2));
+    const milliseconds = seconds * 1000;
+    const isWhole = Math.abs(milliseconds - Math.round(milliseconds)) < 0.05;
+    return view.text('durationMilliseconds', view.decimal(milliseconds, isWhole ? 0 : 1));
   };
 
   view.textsForTests = texts;

@@ -29,26 +29,17 @@
     return spans;
   };
 
-  view.Tracks = class {
-    constructor(parent, channels, frame) {
-      this.parent = parent;
+  // Those that change, in the order of their first change.
+  // timeOf: of a sample of a channel, where they are not all of one record.
+  view.inOrderOfChange = (channels, timeOf = (channel, sample) => sample) => channels.filter((channel) => channel.changes.length > 0)
+    .sort((a, b) => timeOf(a, a.changes[0]) - timeOf(b, b.changes[0]));
+
+  // Discrete channels in a strip, one under the other.
+  view.TrackStrip = class {
+    // nameOf: what a channel is called
+    constructor(channels, frame, nameOf) {
       this.frame = frame;
-      this.arrange(channels);
-      this.rows = [];
-      this.onScreen = true;
-    }
-
-    arrange(channels) {
-      const firstChange = (channel) => (channel.axis || this.frame.axis).timeOf(channel.changes[0]);
-      this.changing = channels.filter((channel) => channel.changes.length > 0).sort((a, b) => firstChange(a) - firstChange(b));
-      this.quiet = channels.filter((channel) => channel.changes.length === 0);
-    }
-
-    build() {
-      this.parent.textContent = '';
-      if (this.changing.length + this.quiet.length === 0) return;
-      const title = document.createElement('h3');
-      title.textContent = view.text('discrete');
+      this.nameOf = nameOf;
       this.element = document.createElement('div');
       this.element.className = 'strip states';
       const legend = document.createElement('div');
@@ -58,9 +49,8 @@
       this.canvas = document.createElement('canvas');
       plot.append(this.canvas);
       this.element.append(legend, plot);
-      this.rows = this.changing.map((channel) => this.addRow(legend, channel));
-      this.parent.append(title, this.element, this.folded());
-      if (this.changing.length === 0) this.element.replaceWith(Object.assign(document.createElement('p'), { className: 'quiet', textContent: view.text('noChanges') }));
+      this.rows = channels.map((channel) => this.addRow(legend, channel));
+      this.applyVisible();
     }
 
     addRow(legend, channel) {
@@ -69,7 +59,7 @@
       row.dataset.state = channel.index;
       const name = document.createElement('span');
       name.className = 'name';
-      name.textContent = channel.name;
+      name.textContent = this.nameOf(channel);
       name.title = channel.name;
       const cells = [1, 2].map((cursor) => {
         const cell = document.createElement('span');
@@ -79,6 +69,62 @@
       row.append(name, ...cells);
       legend.append(row);
       return { channel, row, cells };
+    }
+
+    applyVisible() {
+      for (const { row, channel } of this.rows) row.hidden = !channel.visible;
+      this.element.hidden = this.rows.every(({ row }) => row.hidden);
+    }
+
+    showStates(cursors) {
+      for (const { channel, cells } of this.rows)
+        cells.forEach((cell, cursor) => {
+          cell.textContent = channel.record ? channel.record.state(channel, cursors.time(cursor)) : channel.state(cursors.samples[cursor]);
+        });
+    }
+
+    draw() {
+      const shown = this.rows.filter(({ channel }) => channel.visible);
+      if (shown.length === 0) return;
+      const width = this.canvas.parentElement.clientWidth;
+      const context = view.prepareCanvas(this.canvas, width, shown.length * rowHeight);
+      const area = view.plotArea(width);
+      const colors = ['--stateOn', '--stateLine', '--stateOn-second'].map(view.styleColor);
+      shown.forEach(({ channel }, index) => {
+        const top = index * rowHeight;
+        context.fillStyle = colors[1];
+        context.fillRect(area.left, top + rowHeight - 5, area.width, 1);
+        context.fillStyle = colors[channel.record ? 2 : 0];
+        for (const [from, to] of view.trackSpans(channel, this.frame, area)) context.fillRect(from, top + 5, Math.max(to - from, 1), rowHeight - 9);
+      });
+    }
+  };
+
+  // The discrete channels after the analog ones.
+  view.Tracks = class {
+    // above: channels that stand with their circuit
+    constructor(parent, channels, above, frame) {
+      Object.assign(this, { parent, above, frame });
+      this.hasAbove = above.length > 0;
+      this.arrange(channels);
+    }
+
+    // Takes other channels; build() puts them on the page.
+    arrange(channels) {
+      const timeOf = (channel, sample) => (channel.axis || this.frame.axis).timeOf(sample);
+      this.changing = view.inOrderOfChange(channels.filter((channel) => !this.above.includes(channel)), timeOf);
+      this.quiet = channels.filter((channel) => channel.changes.length === 0);
+      this.strip = new view.TrackStrip(this.changing, this.frame, (channel) => channel.name);
+    }
+
+    build() {
+      this.parent.textContent = '';
+      if (this.changing.length + this.quiet.length === 0) return;
+      const title = document.createElement('h3');
+      title.textContent = view.text(this.hasAbove ? 'otherDiscrete' : 'discrete');
+      this.parent.append(title, this.strip.element, this.folded());
+      const isNone = this.changing.length === 0 && !this.hasAbove;
+      if (isNone) this.strip.element.replaceWith(Object.assign(document.createElement('p'), { className: 'quiet', textContent: view.text('noChanges') }));
     }
 
     folded() {
@@ -96,23 +142,6 @@
       }
       details.append(summary, list);
       return details;
-    }
-
-    draw() {
-      if (!this.canvas || this.changing.length === 0) return;
-      const shown = this.rows.filter(({ channel }) => channel.visible);
-      for (const { row, channel } of this.rows) row.hidden = !channel.visible;
-      const width = this.canvas.parentElement.clientWidth;
-      const context = view.prepareCanvas(this.canvas, width, shown.length * rowHeight);
-      const area = view.plotArea(width);
-      const colors = ['--stateOn', '--stateLine', '--stateOn-second'].map(view.styleColor);
-      shown.forEach(({ channel }, index) => {
-        const top = index * rowHeight;
-        context.fillStyle = colors[1];
-        context.fillRect(area.left, top + rowHeight - 5, area.width, 1);
-        context.fillStyle = colors[channel.record ? 2 : 0];
-        for (const [from, to] of view.trackSpans(channel, this.frame, area)) context.fillRect(from, top + 5, Math.max(to - from, 1), rowHeight - 9);
-      });
     }
   };
 

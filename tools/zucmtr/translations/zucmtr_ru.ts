@@ -3257,6 +3257,102 @@ Example, with the sample station:
   zucmtr view station/Vostochnaya_000123.ZU -o station/fault.html
   zucmtr view station/Vostochnaya_000123.ZU station/Vostochnaya_000124.ZU --align trigger</translation>
     </message>
+    <message>
+        <source>onset</source>
+        <translation>начало КЗ</translation>
+    </message>
+    <message>
+        <source>trip %1</source>
+        <translation>команда откл. %1</translation>
+    </message>
+    <message>
+        <source>cleared %1</source>
+        <translation>отключено %1</translation>
+    </message>
+    <message>
+        <source>Fault current</source>
+        <translation>Ток КЗ</translation>
+    </message>
+    <message>
+        <source>Protection starts</source>
+        <translation>Пуск защиты</translation>
+    </message>
+    <message>
+        <source>Trip</source>
+        <translation>Команда отключения</translation>
+    </message>
+    <message>
+        <source>Breaker opens</source>
+        <translation>Выключатель отключён</translation>
+    </message>
+    <message>
+        <source>Dead time</source>
+        <translation>Бестоковая пауза</translation>
+    </message>
+    <message>
+        <source>km</source>
+        <translation>км</translation>
+    </message>
+    <message>
+        <source>ohm</source>
+        <translation>Ом</translation>
+    </message>
+    <message>
+        <source>RMS</source>
+        <translation>Действ.</translation>
+    </message>
+    <message>
+        <source>before</source>
+        <translation>до КЗ</translation>
+    </message>
+    <message>
+        <source>during</source>
+        <translation>КЗ</translation>
+    </message>
+    <message>
+        <source>after</source>
+        <translation>после</translation>
+    </message>
+    <message>
+        <source>Operating times from the onset</source>
+        <translation>Времена срабатывания от начала КЗ</translation>
+    </message>
+    <message>
+        <source>Distance by method</source>
+        <translation>Расстояние по методам</translation>
+    </message>
+    <message>
+        <source>Magnitudes</source>
+        <translation>Величины</translation>
+    </message>
+    <message>
+        <source>behind the busbar</source>
+        <translation>за шинами («за спиной»)</translation>
+    </message>
+    <message>
+        <source>somewhere on the line</source>
+        <translation>место на линии неизвестно</translation>
+    </message>
+    <message>
+        <source>recorder</source>
+        <translation>регистратор</translation>
+    </message>
+    <message>
+        <source>%1 km</source>
+        <translation>%1 км</translation>
+    </message>
+    <message>
+        <source>%1 ohm</source>
+        <translation>%1 Ом</translation>
+    </message>
+    <message>
+        <source>%1 to %2 %</source>
+        <translation>от %1 до %2 %</translation>
+    </message>
+    <message>
+        <source>%1 km, %2 %</source>
+        <translation>%1 км, %2 %</translation>
+    </message>
 </context>
 <context>
     <name>watch</name>
