@@ -23,7 +23,7 @@
     const rows = methods.map((method) => {
       const { km, percent, resistance } = fault.distance[method];
       const name = view.html('span', { textContent: view.text(methodNames[method]) });
-      if (method === fault.best) name.append(view.html('b', { className: 'mark', textContent: view.text('answerBest') }));
+      if (method === fault.best) name.append(view.html('b', { className: 'badge', textContent: view.text('answerBest') }));
       return [name, number(km, 2), number(percent, 1), number(resistance, 2)];
     });
     if (fault.range) rows.push([view.text('answerRangeRow'), range(fault.range, 2, line.length / 100), range(fault.range, 1), '']);
