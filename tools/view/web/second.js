@@ -141,7 +141,7 @@
       const { source } = this.data.identity;
       const odd = view.noticesOf(this.data);
       if (this.data.count === 0) odd.push(view.text('secondEmpty'));
-      else if (!this.isInSight) odd.push(view.text('secondApart', view.duration(this.gap)));
+      else if (!this.isInSight) odd.push(view.text('secondApart', view.apart(this.gap)));
       return odd.map((text) => view.text('secondNotice', source, text));
     }
   };

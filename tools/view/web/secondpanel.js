@@ -13,7 +13,7 @@
     build() {
       const { station, device, source, trigger } = this.second.data.identity;
       const { between, inUtc } = this.second.data.overlay;
-      const clocks = view.html('span', { className: 'clocks', textContent: view.text('secondClocks', view.distance(between)) });
+      const clocks = view.html('span', { className: 'clocks', textContent: view.text('secondClocks', view.later(between)) });
       clocks.title = `${view.text('secondClocksHint')}. ${view.text(inUtc ? 'secondUtcHint' : 'secondLocalHint')}`;
       this.shown = view.html('span', { className: 'shown', title: view.text('secondShownHint') });
       // What does not fit is cut off, the file first.
@@ -57,7 +57,7 @@
     show() {
       const { shift, data } = this.second;
       this.field.value = String(Number(shift.toFixed(3)));
-      this.shown.textContent = view.text('secondShown', view.distance(data.overlay.between + shift));
+      this.shown.textContent = view.text('secondShown', view.later(data.overlay.between + shift));
       for (const [button, aligned] of this.buttons) button.setAttribute('aria-pressed', aligned !== null && Math.abs(aligned - shift) < 1e-6);
     }
   };
@@ -86,7 +86,7 @@
     if (sheet.querySelector('.second-answer')) return;
     const { identity, answer } = second.data;
     const sentences = answer.sentences[document.documentElement.lang].map((sentence) => view.html('p', { textContent: sentence }));
-    sheet.append(view.html('section', { className: 'second-answer' },
+    sheet.append(view.html('section', { className: 'card second-answer' },
       view.html('h2', { textContent: `${view.text('second')}: ${identity.station}, ${identity.device}` }),
       view.html('p', { className: 'quiet', textContent: `${identity.source} · ${view.text('secondTrigger', identity.trigger)}` }), ...sentences));
   };

@@ -32,16 +32,16 @@
   });
 
   // A span of time without a sign: 12.5 ms, 75.000 s, 3 d 04:05:06.
-  view.duration = function (milliseconds) {
+  view.apart = function (milliseconds) {
     const units = document.documentElement.lang === 'ru' ? ['мс', 'с', 'сут'] : ['ms', 's', 'd'];
     const size = Math.abs(milliseconds);
-    if (size < 1e4) return `${size.toFixed(3)} ${units[0]}`;
-    if (size < 864e5) return `${(size / 1000).toFixed(3)} ${units[1]}`;
+    if (size < 1e4) return `${view.decimal(size, 3)} ${units[0]}`;
+    if (size < 864e5) return `${view.decimal(size / 1000, 3)} ${units[1]}`;
     const seconds = Math.floor(size / 1000);
     const clock = [seconds / 3600 % 24, seconds / 60 % 60, seconds % 60].map((part) => String(Math.floor(part)).padStart(2, '0'));
     return `${Math.floor(seconds / 86400)} ${units[2]} ${clock.join(':')}`;
   };
 
   // The same with a sign.
-  view.distance = (milliseconds) => (milliseconds <= -5e-4 ? '−' : '+') + view.duration(milliseconds);
+  view.later = (milliseconds) => (milliseconds <= -5e-4 ? '−' : '+') + view.apart(milliseconds);
 })(globalThis.zuView = globalThis.zuView || {});
