@@ -168,7 +168,7 @@ class Dump(unittest.TestCase):
                            "description": "First files of the recordings, or directories with recordings"}],
                          convert["positionals"])
         self.assertEqual([{"flags": ["--plain"], "value": "", "required": False, "repeated": False,
-                           "excludes": ["--ini", "--defaults", "--device"], "choices": [],
+                           "excludes": ["--ini", "--defaults", "--device", "--second-device"], "choices": [],
                            "description": "Take no ini file: names as in the recording, a report without the values of "
                                           "circuits"}],
                          [entry for entry in view["options"] if entry["flags"] == ["--plain"]])

@@ -10,6 +10,10 @@ import tempfile
 from browser import Browser, until
 
 HOME = "\ue011"
+SHEETS = ["answerSheet", "oscillogram", "planeSheet", "spectrumSheet", "valueSheet", "reportSheet", "channelSheet", "recordSheet"]
+# The plane's loci come from the worker.
+SETTLED = ("const { opened, parts } = zuView.page; return opened !== 'planeSheet' || Boolean(parts.planeSheet.loci && "
+           "parts.planeSheet.loci.isReady)")
 
 
 def main(program, driver, chromium, out):
@@ -21,6 +25,8 @@ def main(program, driver, chromium, out):
         subprocess.run([program, "sample", "--out", fault, "--fault", "AG", "--distance", "42", "--resistance", "5",
                         "--reclose", "fault"], check=True, stdout=subprocess.DEVNULL)
         recording = next(fault.glob("*.ZU"))
+        with (fault / "lines.ini").open("a", encoding="utf-8") as lines:
+            lines.write("zone1=mho 5 8.5 9.9\nzone2=polygon -3,-3 14,-3 24,34 -10,34\n")
         answer = folder / "answer.html"
         subprocess.run([program, "view", recording, "-o", answer, "--png", pathlib.Path(out) / "view-overview.png"],
                        check=True)
@@ -33,6 +39,7 @@ def main(program, driver, chromium, out):
         try:
             shoot_answer(browser, answer, pathlib.Path(out))
             shoot_all(browser, page, both, pathlib.Path(out))
+            shoot_sheets(browser, answer, pathlib.Path(out) / "sheets")
         finally:
             browser.close()
 
@@ -44,6 +51,19 @@ def shoot_answer(browser, page, out):
         browser.settle()
         browser.settle()
         (out / name).write_bytes(browser.picture())
+
+
+def shoot_sheets(browser, page, out):
+    """Every sheet, light and dark, in both languages."""
+    out.mkdir(exist_ok=True)
+    for sheet in SHEETS:
+        for theme in ("light", "dark"):
+            for language in ("en", "ru"):
+                browser.open(page, "lang=%s&theme=%s&sheet=%s" % (language, theme, sheet))
+                until(lambda: browser.run("return Boolean(window.zuView && zuView.page)"), "the page")
+                until(lambda: browser.run(SETTLED), "what the sheet shows")
+                browser.settle()
+                (out / ("%s-%s-%s.png" % (sheet.replace("Sheet", ""), language, theme))).write_bytes(browser.picture())
 
 
 def shoot_all(browser, page, both, out):

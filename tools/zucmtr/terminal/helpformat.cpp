@@ -43,6 +43,16 @@ std::string HelpFormat::make_option_name(const CLI::Option* option, bool isPosit
     return isPositional ? get_label(name) : name;
 }
 
+// The parser's own version has the arguments that an option needs in English.
+std::string HelpFormat::make_option_opts(const CLI::Option* option) const
+{
+    QString text = FromUtf8(Formatter::make_option_opts(option));
+    for (const CLI::Option* needed : option->get_needs())
+        if (needed->get_positional())
+            text.replace(FromUtf8(needed->get_name()), ShownName(FromUtf8(needed->get_name())));
+    return text.toStdString();
+}
+
 // The parser's own version counts bytes.
 std::string HelpFormat::make_option(const CLI::Option* option, bool isPositional) const
 {

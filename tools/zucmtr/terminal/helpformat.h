@@ -14,6 +14,7 @@ public:
 
     std::string make_option(const CLI::Option* option, bool isPositional) const override;
     std::string make_option_name(const CLI::Option* option, bool isPositional) const override;
+    std::string make_option_opts(const CLI::Option* option) const override;
 };
 
 /// An option's names as on the command line, with one dash or two; none for an argument.
