@@ -1,6 +1,8 @@
 """Makes the pictures of docs/images again from the sample station.
 
     screenshots.py ZUCMTR CHROMEDRIVER CHROMIUM DIRECTORY
+
+Before they are committed, `pngquant --force --ext .png` makes them a third as large.
 """
 import pathlib
 import subprocess
