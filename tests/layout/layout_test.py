@@ -15,7 +15,7 @@ ROWS = [
     "tools/explain tools/recorderfile",
     "tools/comtrade tools/output tools/station tools/dictionary",
     "tools/analysis",
-    "tools/verify tools/info tools/inicheck tools/view",
+    "tools/verify tools/info tools/inicheck tools/view tools/validate tools/forms",
     "tools/zucmtr/terminal",
     "tools/zucmtr/host tools/zucmtr/files",
     "tools/zucmtr/run",

@@ -269,7 +269,7 @@ QString NameOf(DataType type)
     return QLatin1String(row->name);
 }
 
-Configuration ParseConfiguration(const QByteArray& text, const QString& fileName)
+Configuration ParseConfiguration(const QByteArray& text, const QString& fileName, Findings* /*forgiven*/)
 {
     Lines lines(text, fileName);
     Configuration configuration;

@@ -132,8 +132,18 @@ private:
 
 } // namespace
 
-DataReader::DataReader(const QString& path, qint64 offset, qint64 length, const Configuration& configuration_)
-    : file(path), configuration(configuration_)
+void Block::Resize(size_t records, const Configuration& configuration)
+{
+    count = records;
+    numbers.resize(records);
+    times.resize(records);
+    analog.resize(records * configuration.analog.size());
+    states.resize(records * configuration.states.size());
+}
+
+DataReader::DataReader(const QString& path, qint64 offset, qint64 length, const Configuration& configuration_,
+                       Findings* forgiven_)
+    : file(path), configuration(configuration_), forgiven(forgiven_)
 {
     if (!file.open(QIODevice::ReadOnly) || !file.seek(offset))
         throw Error(
@@ -174,6 +184,30 @@ bool DataReader::Next(Row& row)
     row.analog.resize(configuration.analog.size());
     row.states.resize(configuration.states.size());
     return configuration.dataType == DataType::Ascii ? NextAscii(row) : NextBinary(row);
+}
+
+bool DataReader::Next(Block& block)
+{
+    if (failure)
+        std::rethrow_exception(failure);
+    const size_t channels = configuration.analog.size() + configuration.states.size();
+    const size_t wanted = std::max<size_t>(1, (size_t{256} << 10U) / (16 + 8 * channels));
+    block.Resize(wanted, configuration);
+    block.count = 0;
+    try {
+        while (block.count < wanted && Next(one)) {
+            const size_t i = block.count++;
+            block.numbers[i] = one.number;
+            block.times[i] = one.hasTime ? one.time : Block::NoTime;
+            std::copy(one.analog.begin(), one.analog.end(), block.analog.begin() + i * one.analog.size());
+            std::copy(one.states.begin(), one.states.end(), block.states.begin() + i * one.states.size());
+        }
+    } catch (const Error&) {
+        failure = std::current_exception();
+        if (block.count == 0)
+            throw;
+    }
+    return block.count > 0;
 }
 
 bool DataReader::NextBinary(Row& row)

@@ -68,7 +68,7 @@ bool IsRecordFile(const QString& path)
            path.endsWith(QLatin1String(".cff"), Qt::CaseInsensitive);
 }
 
-Record::Record(const QString& path)
+Record::Record(const QString& path, const ReadingOptions& options_) : options(options_)
 {
     const QString extension = QFileInfo(path).suffix().toLower();
     if (extension == QLatin1String("cff"))
@@ -83,13 +83,14 @@ Record::~Record() = default;
 
 void Record::OpenPieces(const QString& path)
 {
-    configuration = ParseConfiguration(ReadText(path), path);
+    configuration = ParseConfiguration(ReadText(path), path, options.isStrict ? nullptr : &findings);
     const QString dataPath = PieceBeside(path, QStringLiteral("dat"));
     if (dataPath.isEmpty())
         Fail(path, Tr("comtrade", "there is no .dat file beside it"));
     header = TextBeside(path, QStringLiteral("hdr"));
     information = TextBeside(path, QStringLiteral("inf"));
-    data = std::make_unique<DataReader>(dataPath, 0, -1, configuration);
+    data =
+        std::make_unique<DataReader>(dataPath, 0, -1, configuration, options.isStrict ? nullptr : &findings);
 }
 
 void Record::OpenContainer(const QString& path)
@@ -134,15 +135,21 @@ void Record::OpenContainer(const QString& path)
     }
     if (configurationText.isEmpty())
         Fail(path, Tr("comtrade", "has no CFG section"));
-    configuration = ParseConfiguration(configurationText, path);
+    configuration = ParseConfiguration(configurationText, path, options.isStrict ? nullptr : &findings);
     if (!dataOffset)
         Fail(path, Tr("comtrade", "has no DAT section"));
-    data = std::make_unique<DataReader>(path, *dataOffset, dataBytes, configuration);
+    data = std::make_unique<DataReader>(path, *dataOffset, dataBytes, configuration,
+                                        options.isStrict ? nullptr : &findings);
 }
 
 bool Record::Next(Row& row)
 {
     return data->Next(row);
+}
+
+bool Record::Next(Block& block)
+{
+    return data->Next(block);
 }
 
 } // namespace comtrade

@@ -9,12 +9,14 @@
 // that says where it is, and memory stays in proportion to the configuration, however large the data.
 #pragma once
 
+#include "comtrade/finding.h"
 #include "text/error.h"
 
 #include <QByteArray>
 #include <QDate>
 #include <QString>
 
+#include <limits>
 #include <memory>
 #include <vector>
 
@@ -103,8 +105,11 @@ bool IsRecordFile(const QString& path);
 /// The name of the type in a CFG file.
 QString NameOf(DataType type);
 
-/// Parses a CFG text, UTF-8 or, if not valid as that, Windows-1251. fileName is for the Error.
-Configuration ParseConfiguration(const QByteArray& text, const QString& fileName);
+/// Parses a CFG text, UTF-8 or, if not valid as that, Windows-1251. fileName is for the Error and the
+/// findings. What is not as it should be, but has only one meaning, is added to `forgiven`; without it, it is
+/// an Error.
+Configuration ParseConfiguration(const QByteArray& text, const QString& fileName,
+                                 Findings* forgiven = nullptr);
 
 /// One record of the data.
 struct Row
@@ -118,6 +123,38 @@ struct Row
     std::vector<quint8> states; // 0 or 1
 };
 
+/// Several records of the data, one after the other: value `channel` of record `i` is at
+/// [i * channels + channel].
+struct Block
+{
+    /// Stands for a time stamp that is missing.
+    static constexpr qint64 NoTime = std::numeric_limits<qint64>::min();
+
+    size_t count = 0; ///< of records
+    std::vector<quint32> numbers;
+    std::vector<qint64> times;  ///< as stored, before the time multiplier; or NoTime
+    std::vector<double> analog; ///< codes as in Row
+    std::vector<quint8> states; ///< 0 or 1
+
+    /// Makes room for so many records.
+    void Resize(size_t records, const Configuration& configuration);
+};
+
+/// How a record is read.
+struct ReadingOptions
+{
+    QString encoding;      ///< of its texts, a name that QTextCodec knows; empty: found out
+    bool isStrict = false; ///< what could be forgiven is an Error
+};
+
+/// For those who check records: nothing is forgiven.
+inline ReadingOptions Strict()
+{
+    ReadingOptions options;
+    options.isStrict = true;
+    return options;
+}
+
 class DataReader;
 
 /// A record on disk: a .cfg with .dat, .hdr and .inf beside it, or a .cff.
@@ -125,7 +162,7 @@ class Record
 {
 public:
     /// Reads all but the data. Throws Error.
-    explicit Record(const QString& path);
+    explicit Record(const QString& path, const ReadingOptions& options = {});
     ~Record();
     Record(const Record&) = delete;
     Record& operator=(const Record&) = delete;
@@ -140,10 +177,19 @@ public:
     /// for a record that is cut off or malformed.
     bool Next(Row& row);
 
+    /// The same for as many records as make a block of some hundred kilobytes; false if there is none. What
+    /// precedes a malformed record is delivered first.
+    bool Next(Block& block);
+
+    /// What was forgiven so far; complete when all records have been read.
+    const Findings& Forgiven() const { return findings; }
+
 private:
     void OpenContainer(const QString& path);
     void OpenPieces(const QString& path);
 
+    const ReadingOptions options;
+    Findings findings;
     Configuration configuration;
     QByteArray header;
     QByteArray information;

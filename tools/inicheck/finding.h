@@ -2,6 +2,7 @@
 #pragma once
 
 #include "text/reasons.h"
+#include "text/severity.h"
 
 #include <QString>
 
@@ -9,11 +10,7 @@
 
 namespace inicheck {
 
-enum class Severity {
-    Note,    // worth knowing; the author may well have meant it
-    Warning, // ignored or dropped, or in some other way not what it looks like
-    Error    // a section that does not load, or records that no program opens
-};
+using ::Severity;
 
 struct Finding
 {

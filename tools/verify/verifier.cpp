@@ -36,7 +36,7 @@ void CompareAll(Source& source, const QString& directory)
     const Device& device = source.Owner();
     const Pieces pieces(directory, source.RecordName(), device);
     CheckInEitherOrder(pieces, source);
-    comtrade::Record record(pieces.configurationName);
+    comtrade::Record record(pieces.configurationName, comtrade::Strict());
     CheckData(record, source, pieces.dataName);
     if (!device.Param().Comtrade1999) {
         CheckReport(pieces.Report(), source, pieces.reportName);
@@ -81,7 +81,7 @@ Examined Verifier::Examine(const QString& firstFile)
 void ReadThrough(const QString& recordName, const QString& directory, const Device& device)
 {
     const Pieces pieces(directory, recordName, device);
-    comtrade::Record record(pieces.configurationName);
+    comtrade::Record record(pieces.configurationName, comtrade::Strict());
     comtrade::Row row;
     qint64 count = 0;
     while (record.Next(row))

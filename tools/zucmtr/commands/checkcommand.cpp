@@ -4,6 +4,7 @@
 #include "text/texts.h"
 #include "zucmtr/commands/deviceoptions.h"
 #include "zucmtr/terminal/console.h"
+#include "zucmtr/terminal/findingline.h"
 #include "zucmtr/terminal/memorylimit.h"
 #include "zucmtr/terminal/values.h"
 
@@ -15,7 +16,6 @@
 #include <CLI/CLI.hpp>
 
 #include <QFileInfo>
-#include <QJsonObject>
 
 #include <algorithm>
 #include <memory>
@@ -35,28 +35,6 @@ struct CheckOptions
     uint64_t maxMemory = 0;
     std::vector<std::string> files;
 };
-
-// In the order of the severities, for programs; translated, for people.
-const char* const SeverityWords[] = {QT_TRANSLATE_NOOP("check", "note"),
-                                     QT_TRANSLATE_NOOP("check", "warning"),
-                                     QT_TRANSLATE_NOOP("check", "error")};
-
-void Print(const QString& ini, const Finding& finding, bool json)
-{
-    const char* const severity = SeverityWords[static_cast<int>(finding.severity)];
-    if (!json) {
-        const QString place = finding.line == 0 ? ini : QStringLiteral("%1:%2").arg(ini).arg(finding.line);
-        PrintLine(QStringLiteral("%1: %2: ").arg(place, Tr("check", severity)) + finding.text);
-        return;
-    }
-    QJsonObject object;
-    object["file"] = ini;
-    object["line"] = finding.line;
-    object["severity"] = QLatin1String(severity);
-    object["reason"] = QLatin1String(finding.reason);
-    object["text"] = finding.text;
-    PrintJson(object);
-}
 
 QStringList DevicesOf(const DeviceChoice& choice)
 {
@@ -115,7 +93,7 @@ ExitCode Print(const QString& ini, const inicheck::Findings& findings, bool json
 {
     ExitCode code = ExitDone;
     for (const Finding& finding : findings) {
-        Print(ini, finding, json);
+        PrintFinding({ini, finding.line, 0, finding.severity, finding.reason, finding.text}, json);
         if (finding.severity != Severity::Note)
             code = ExitFailed;
     }

@@ -1,0 +1,27 @@
+#include "comtrade/finding.h"
+
+#include <algorithm>
+
+namespace comtrade {
+
+void Findings::Add(const Finding& finding)
+{
+    if (++counts[{finding.file, QLatin1String(finding.reason)}] <= MostOfAKind)
+        findings.push_back(finding);
+}
+
+qint64 Findings::CountOf(const QString& file, const char* reason) const
+{
+    const auto found = counts.find({file, QLatin1String(reason)});
+    return found != counts.end() ? found->second : 0;
+}
+
+Severity Findings::Heaviest() const
+{
+    Severity heaviest = Severity::Note;
+    for (const Finding& finding : findings)
+        heaviest = std::max(heaviest, finding.severity);
+    return heaviest;
+}
+
+} // namespace comtrade
