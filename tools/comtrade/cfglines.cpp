@@ -182,7 +182,7 @@ void CfgLines::Remark(const Place& place, int field, const Slip& slip)
 
 void CfgLines::Fail(const Place& place, const QString& what) const
 {
-    throw Error(Tr("comtrade", "%1, line %2: %3").arg(fileName).arg(place.line).arg(what));
+    throw Error(Tr("comtrade", "%1, line %2: %3").arg(fileName, QString::number(place.line), what));
 }
 
 void CfgLines::DropTrailing(Place& place, int most)
