@@ -60,10 +60,11 @@ qint64 CountAt(CfgLines& lines, const Place& place, int index, QChar letter)
     const std::optional<qint64> count = CountIn(field, letter);
     if (count) {
         if (!field.endsWith(letter, Qt::CaseInsensitive))
-            lines.Forgive(place, index,
-                          {Severity::Error, reason::WordForm,
-                           Tr("comtrade", "the letter of '%1' is not the Latin %2").arg(field, QString(letter)),
-                           Tr("comtrade", "read as %1").arg(QString::number(*count) + letter)});
+            lines.Forgive(
+                place, index,
+                {Severity::Error, reason::WordForm,
+                 Tr("comtrade", "the letter of '%1' is not the Latin %2").arg(field, QString(letter)),
+                 Tr("comtrade", "read as %1").arg(QString::number(*count) + letter)});
         return *count;
     }
     bool ok = false;

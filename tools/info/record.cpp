@@ -118,29 +118,6 @@ void AddMissing(Description& description, const RecordData& data)
     description.AddForPrograms("samplesFound", data.samples);
 }
 
-// Any device or program may have written the record.
-void CheckCount(Description& description, qint64 wanted, qint64 found)
-{
-    if (found < wanted)
-        description.Fail(reason::SamplesLacking,
-                         Tr("info", "the configuration says %1 samples, the data hold only %2: their end is "
-                                    "lost; copy the record again from where it was made")
-                             .arg(wanted)
-                             .arg(found));
-    if (found > wanted)
-        description.Fail(reason::SamplesLeftOver,
-                         Tr("info", "the configuration says %1 samples, the data hold %2: the two may be of "
-                                    "different records; compare their file names and times")
-                             .arg(wanted)
-                             .arg(found));
-}
-
-// Of a kind of which only some were kept, the last one says how many more there are.
-void AddForgiven(Description& description, const comtrade::Findings& findings)
-{
-    description.forgiven = findings.All();
-}
-
 void DescribeOpen(Description& description, comtrade::Record& record)
 {
     const comtrade::Configuration& configuration = record.Config();
@@ -156,7 +133,6 @@ void DescribeOpen(Description& description, comtrade::Record& record)
         return;
     }
     AddMissing(description, data);
-    CheckCount(description, configuration.SampleCount(), data.samples);
 }
 
 } // namespace
@@ -174,7 +150,7 @@ void DescribeRecord(Description& description)
         options.encoding = description.encoding;
         comtrade::Record record(description.file, options);
         DescribeOpen(description, record);
-        AddForgiven(description, record.Forgiven());
+        description.forgiven = record.Forgiven().All();
     } catch (const comtrade::Error& error) {
         description.Fail(reason::RecordUnreadable, text::MessageOf(error));
     }
