@@ -10,6 +10,17 @@ void Findings::Add(const Finding& finding)
         findings.push_back(finding);
 }
 
+void Findings::Add(const Findings& others)
+{
+    std::map<std::pair<QString, QString>, qint64> kept;
+    for (const Finding& finding : others.findings) {
+        Add(finding);
+        ++kept[{finding.file, QLatin1String(finding.reason)}];
+    }
+    for (const auto& [kind, count] : others.counts)
+        counts[kind] += count - kept[kind];
+}
+
 qint64 Findings::CountOf(const QString& file, const char* reason) const
 {
     const auto found = counts.find({file, QLatin1String(reason)});

@@ -32,6 +32,9 @@ public:
 
     void Add(const Finding& finding);
 
+    /// All of the others, with those that they did not keep.
+    void Add(const Findings& others);
+
     /// In the order in which they were added.
     const std::vector<Finding>& All() const { return findings; }
 
