@@ -220,7 +220,7 @@ FAULTS = [
     fault("unknown public section", "2013 ASCII", "[Maker Settings]", "[Public Settings]",
           ("inf", 30, None, "warning", "unknownSection")),
     fault("section missing", "2013 ASCII", "[Public Record_Information]", "[Maker Record_Information]",
-          ("inf", 0, None, "note", "sectionMissing")),
+          ("inf", 0, None, "note", "sectionLacking")),
     fault("number of samples differs", "2013 ASCII", "End_Sample_Rate_#1=4", "End_Sample_Rate_#1=5",
           ("inf", 15, 20, "warning", "informationDiffers")),
     fault("multiplier differs", "2013 ASCII", "Channel_Multiplier=0.50", "Channel_Multiplier=0.51",

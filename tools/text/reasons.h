@@ -105,6 +105,27 @@ inline constexpr char LineNotMatched[] = "lineNotMatched";
 inline constexpr char LineMissing[] = "lineMissing";
 inline constexpr char UnknownCircuit[] = "unknownCircuit";
 
+// What readers of COMTRADE records forgive, and what else is wrong with a record.
+inline constexpr char BlankLine[] = "blankLine";
+inline constexpr char ClockNotSet[] = "clockNotSet";
+inline constexpr char CountsDiffer[] = "countsDiffer";
+inline constexpr char DateForm[] = "dateForm";
+inline constexpr char DateOrder[] = "dateOrder";
+inline constexpr char EndOfFileMark[] = "endOfFileMark";
+inline constexpr char FieldEmpty[] = "fieldEmpty";
+inline constexpr char FieldsLacking[] = "fieldsLacking";
+inline constexpr char FileName[] = "fileName";
+inline constexpr char LimitsSwapped[] = "limitsSwapped";
+inline constexpr char LineEnds[] = "lineEnds";
+inline constexpr char LineLacking[] = "lineLacking";
+inline constexpr char LinesLeftOver[] = "linesLeftOver";
+inline constexpr char NumberForm[] = "numberForm";
+inline constexpr char RevisionUnknown[] = "revisionUnknown";
+inline constexpr char SectionLacking[] = "sectionLacking";
+inline constexpr char SectionMark[] = "sectionMark";
+inline constexpr char TimeForm[] = "timeForm";
+inline constexpr char WordForm[] = "wordForm";
+
 // What 'zucmtr validate' finds in a configuration, besides what the reader forgives.
 inline constexpr char BadLeapSecond[] = "badLeapSecond";
 inline constexpr char BadMultiplier[] = "badMultiplier";
@@ -143,7 +164,6 @@ inline constexpr char ContainerRevision[] = "containerRevision";
 inline constexpr char DataMarkDiffers[] = "dataMarkDiffers";
 inline constexpr char HeaderNotText[] = "headerNotText";
 inline constexpr char InformationDiffers[] = "informationDiffers";
-inline constexpr char SectionMissing[] = "sectionMissing";
 inline constexpr char SectionOrder[] = "sectionOrder";
 inline constexpr char UnknownSection[] = "unknownSection";
 

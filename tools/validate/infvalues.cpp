@@ -18,7 +18,7 @@ constexpr Rule ChannelUnknown = {
     reason::InformationDiffers, Severity::Warning,
     QT_TRANSLATE_NOOP("validate", "the section is about channel %1 of %2 in the configuration")};
 constexpr Rule NoRecordInformation = {
-    reason::SectionMissing, Severity::Note,
+    reason::SectionLacking, Severity::Note,
     QT_TRANSLATE_NOOP("validate", "there is no section [Public %1], which the standard wants")};
 
 // Keys of a channel's section in the order of the fields of its CFG line after the number.

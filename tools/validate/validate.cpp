@@ -78,7 +78,7 @@ void CheckWhole(const QString& path, const comtrade::ReadingOptions& options, Fi
     Record record(path, options);
     const Pieces pieces = PiecesOf(path);
     Report report(findings, path);
-    const CheckedConfiguration checked{record.Config(), record.Where(), report};
+    const CheckedConfiguration checked{record.Config(), record.Places(), report};
     if (pieces.isContainer)
         CheckMarks(pieces, record.Config(), report);
     else
@@ -87,7 +87,7 @@ void CheckWhole(const QString& path, const comtrade::ReadingOptions& options, Fi
     CheckConfiguration(checked);
     if (pieces.information) {
         Report information(findings, pieces.information->file, pieces.information->linesBefore);
-        CheckInformation(*pieces.information, record.Where(), information);
+        CheckInformation(*pieces.information, record.Places(), information);
     }
     CheckData(checked, pieces, record, findings);
     findings.Add(record.Forgiven());
