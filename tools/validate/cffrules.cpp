@@ -13,14 +13,16 @@ using comtrade::Revision;
 
 constexpr Rule ContainerRevision = {
     reason::ContainerRevision, Severity::Warning,
-    QT_TRANSLATE_NOOP("validate", "a record in one file came with revision 2013, this is revision %1; older readers "
-                                  "do not know it")};
+    QT_TRANSLATE_NOOP("validate",
+                      "a record in one file came with revision 2013, this is revision %1; older readers "
+                      "do not know it")};
 constexpr Rule UnknownSection = {
     reason::UnknownSection, Severity::Warning,
     QT_TRANSLATE_NOOP("validate", "there is no section '%1'; the sections are CFG, INF, HDR and DAT")};
 constexpr Rule SectionTwice = {
     reason::SectionTwice, Severity::Error,
-    QT_TRANSLATE_NOOP("validate", "section %1 starts in line %2 already; readers take one of them, or both for one")};
+    QT_TRANSLATE_NOOP("validate",
+                      "section %1 starts in line %2 already; readers take one of them, or both for one")};
 constexpr Rule SectionOrder = {
     reason::SectionOrder, Severity::Warning,
     QT_TRANSLATE_NOOP("validate", "section %1 follows %2; the order is CFG, INF, HDR, DAT")};

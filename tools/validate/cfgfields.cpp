@@ -3,7 +3,7 @@
 
 #include <QStringList>
 
-#include <array>
+#include <iterator>
 
 namespace validate {
 
@@ -14,15 +14,18 @@ using comtrade::Revision;
 
 constexpr Rule FieldTooLong = {
     reason::FieldTooLong, Severity::Warning,
-    QT_TRANSLATE_NOOP("validate", "%1 has %2 characters, the standard allows %3: some readers cut it off or refuse "
-                                  "the record; shorten it")};
+    QT_TRANSLATE_NOOP("validate",
+                      "%1 has %2 characters, the standard allows %3: some readers cut it off or refuse "
+                      "the record; shorten it")};
 constexpr Rule UnitEmpty = {
     reason::FieldEmpty, Severity::Warning,
-    QT_TRANSLATE_NOOP("validate", "%1, the unit, is empty, and the standard requires it; write NONE if there is "
-                                  "no unit")};
+    QT_TRANSLATE_NOOP("validate",
+                      "%1, the unit, is empty, and the standard requires it; write NONE if there is "
+                      "no unit")};
 constexpr Rule NameEmpty = {
     reason::FieldEmpty, Severity::Note,
-    QT_TRANSLATE_NOOP("validate", "%1 is empty; revision 2013 wants at least one character, so that a name is seen")};
+    QT_TRANSLATE_NOOP("validate",
+                      "%1 is empty; revision 2013 wants at least one character, so that a name is seen")};
 
 enum class WhenEmpty { Fine, UnnamedIn2013, WithoutUnit };
 
@@ -35,13 +38,13 @@ struct FieldRule
     WhenEmpty whenEmpty = WhenEmpty::Fine;
 };
 
-constexpr std::array<FieldRule, 3> StationFields = {{
+constexpr FieldRule StationFields[] = {
     {"station_name", 64, 64, WhenEmpty::UnnamedIn2013},
     {"rec_dev_id", 64, 64, WhenEmpty::UnnamedIn2013},
     {"rev_year", 4, 4},
-}};
-constexpr std::array<FieldRule, 3> CountFields = {{{"TT", 7, 7}, {"##A", 7, 7}, {"##D", 7, 7}}};
-constexpr std::array<FieldRule, 13> AnalogFields = {{
+};
+constexpr FieldRule CountFields[] = {{"TT", 7, 7}, {"##A", 7, 7}, {"##D", 7, 7}};
+constexpr FieldRule AnalogFields[] = {
     {"An", 6, 6},
     {"ch_id", 64, 128, WhenEmpty::UnnamedIn2013},
     {"ph", 2, 2},
@@ -55,20 +58,16 @@ constexpr std::array<FieldRule, 13> AnalogFields = {{
     {"primary", 32, 32},
     {"secondary", 32, 32},
     {"PS", 1, 1},
-}};
-constexpr std::array<FieldRule, 5> StateFields = {{
-    {"Dn", 6, 6},
-    {"ch_id", 64, 128, WhenEmpty::UnnamedIn2013},
-    {"ph", 2, 2},
-    {"ccbm", 64, 64},
-    {"y", 1, 1},
-}};
+};
+constexpr FieldRule StateFields[] = {
+    {"Dn", 6, 6}, {"ch_id", 64, 128, WhenEmpty::UnnamedIn2013}, {"ph", 2, 2}, {"ccbm", 64, 64}, {"y", 1, 1},
+};
 // Dn, ch_id and y: what revision 1991 has.
-constexpr std::array<FieldRule, 3> ShortStateFields = {{{"Dn", 6, 6}, {"ch_id", 64, 64}, {"y", 1, 1}}};
-constexpr std::array<FieldRule, 1> FrequencyFields = {{{"lf", 32, 32}}};
-constexpr std::array<FieldRule, 1> RateCountFields = {{{"nrates", 3, 3}}};
-constexpr std::array<FieldRule, 2> RateFields = {{{"samp", 32, 32}, {"endsamp", 10, 10}}};
-constexpr std::array<FieldRule, 1> MultiplierFields = {{{"timemult", 32, 32}}};
+constexpr FieldRule ShortStateFields[] = {{"Dn", 6, 6}, {"ch_id", 64, 64}, {"y", 1, 1}};
+constexpr FieldRule FrequencyFields[] = {{"lf", 32, 32}};
+constexpr FieldRule RateCountFields[] = {{"nrates", 3, 3}};
+constexpr FieldRule RateFields[] = {{"samp", 32, 32}, {"endsamp", 10, 10}};
+constexpr FieldRule MultiplierFields[] = {{"timemult", 32, 32}};
 
 class Fields
 {
@@ -78,20 +77,25 @@ public:
     {}
 
     template <size_t Count>
-    void Check(const Place& place, const std::array<FieldRule, Count>& rules)
+    void Check(const Place& place, const FieldRule (&rules)[Count])
     {
-        if (static_cast<size_t>(place.fields.size()) > Count)
-            return; // a name with a comma: the reader says so, and which field is which is not clear
-        for (int i = 0; i < place.fields.size(); ++i)
-            CheckOne(place, i, rules[static_cast<size_t>(i)]);
+        CheckAll(place, rules, Count);
     }
 
 private:
+    void CheckAll(const Place& place, const FieldRule* rules, size_t count)
+    {
+        if (static_cast<size_t>(place.fields.size()) > count)
+            return; // a name with a comma: the reader says so, and which field is which is not clear
+        for (int i = 0; i < place.fields.size(); ++i)
+            CheckOne(place, i, rules[i]);
+    }
+
     void CheckOne(const Place& place, int index, const FieldRule& rule)
     {
         const int size = place.fields[index].size();
         const int longest = is2013 ? rule.longest2013 : rule.longestBefore2013;
-        const validate::Place where{place.line, place.ColumnOf(index)};
+        const Position where = PositionOf(place, index);
         const QString name = QLatin1String(rule.name);
         if (size > longest)
             report.Add(FieldTooLong, where, {name, QString::number(size), QString::number(longest)});
@@ -118,7 +122,7 @@ void CheckFields(const CheckedConfiguration& checked)
     for (const Place& place : places.analog)
         fields.Check(place, AnalogFields);
     for (const Place& place : places.states) {
-        if (place.fields.size() == static_cast<int>(ShortStateFields.size()))
+        if (place.fields.size() == int{std::size(ShortStateFields)})
             fields.Check(place, ShortStateFields);
         else
             fields.Check(place, StateFields);

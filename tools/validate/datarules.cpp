@@ -17,28 +17,34 @@ using comtrade::Revision;
 
 constexpr Rule SampleNumbering = {
     reason::SampleNumbering, Severity::Warning,
-    QT_TRANSLATE_NOOP("validate", "the sample has number %1, and should have %2: the numbers count from 1, one by one; "
-                                  "%3 samples do not")};
+    QT_TRANSLATE_NOOP("validate",
+                      "the sample has number %1, and should have %2: the numbers count from 1, one by one; "
+                      "%3 samples do not")};
 constexpr Rule TimesBackwards = {
     reason::TimesBackwards, Severity::Warning,
-    QT_TRANSLATE_NOOP("validate", "the time of the sample is %1, that of the one before is %2; the times go up; %3 "
-                                  "samples do not follow")};
+    QT_TRANSLATE_NOOP("validate",
+                      "the time of the sample is %1, that of the one before is %2; the times go up; %3 "
+                      "samples do not follow")};
 constexpr Rule TimesMissing = {
     reason::TimesMissing, Severity::Error,
-    QT_TRANSLATE_NOOP("validate", "the sample has no time, and the configuration no rate for it, so that nobody knows "
-                                  "when it was; %1 samples lack it")};
+    QT_TRANSLATE_NOOP("validate",
+                      "the sample has no time, and the configuration no rate for it, so that nobody knows "
+                      "when it was; %1 samples lack it")};
 constexpr Rule TimesDisagree = {
     reason::TimesDisagree, Severity::Warning,
-    QT_TRANSLATE_NOOP("validate", "by its time the sample is %1 s after the first one of its rate, by the rate of %2 per "
-                                  "second %3 s; readers use one or the other")};
+    QT_TRANSLATE_NOOP("validate",
+                      "by its time the sample is %1 s after the first one of its rate, by the rate of %2 per "
+                      "second %3 s; readers use one or the other")};
 constexpr Rule OutsideLimits = {
     reason::SamplesOutsideLimits, Severity::Warning,
-    QT_TRANSLATE_NOOP("validate", "analog channel %1 has the value %2, and its limits are %3 and %4; readers may cut it "
-                                  "off or refuse it; %5 samples are beyond the limits")};
+    QT_TRANSLATE_NOOP("validate",
+                      "analog channel %1 has the value %2, and its limits are %3 and %4; readers may cut it "
+                      "off or refuse it; %5 samples are beyond the limits")};
 constexpr Rule Fraction = {
     reason::CodeNotInteger, Severity::Warning,
-    QT_TRANSLATE_NOOP("validate", "analog channel %1 has the value %2; ASCII data before revision 2013 are integers; %3 "
-                                  "samples are not")};
+    QT_TRANSLATE_NOOP("validate",
+                      "analog channel %1 has the value %2; ASCII data before revision 2013 are integers; %3 "
+                      "samples are not")};
 
 QString Text(double number)
 {
@@ -210,7 +216,7 @@ struct DataCheck::State
             });
     }
 
-    validate::Place PlaceOf(const Tally& tally) const { return {tally.first + 1, 0}; }
+    Position PositionOf(const Tally& tally) const { return {tally.first + 1, 0}; }
 };
 
 DataCheck::DataCheck(const CheckedConfiguration& checked, Report& dataReport)
@@ -234,7 +240,7 @@ void DataCheck::Finish()
 {
     const auto add = [this](const Rule& rule, const Tally& tally, QStringList values) {
         if (tally.count > 0)
-            state->report.Add(rule, state->PlaceOf(tally), values << QString::number(tally.count));
+            state->report.Add(rule, state->PositionOf(tally), values << QString::number(tally.count));
     };
     const auto integer = [](double number) { return QString::number(number, 'f', 0); };
     const State& seen = *state;

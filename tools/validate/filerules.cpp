@@ -14,22 +14,24 @@ using comtrade::Revision;
 
 constexpr Rule EndingsDiffer = {
     reason::EndingsDiffer, Severity::Note,
-    QT_TRANSLATE_NOOP("validate", "the names of the files do not agree in upper and lower case ('%1', '%2'); where the "
-                                  "system distinguishes them, other programs do not find the file")};
+    QT_TRANSLATE_NOOP("validate",
+                      "the names of the files do not agree in upper and lower case ('%1', '%2'); where the "
+                      "system distinguishes them, other programs do not find the file")};
 constexpr Rule NotAscii = {
     reason::NotAscii, Severity::Warning,
-    QT_TRANSLATE_NOOP("validate", "the text has letters beyond ASCII; before revision 2013 there are none, and each "
-                                  "reader guesses the encoding")};
+    QT_TRANSLATE_NOOP("validate",
+                      "the text has letters beyond ASCII; before revision 2013 there are none, and each "
+                      "reader guesses the encoding")};
 constexpr Rule NotUtf8 = {
     reason::NotUtf8, Severity::Warning,
-    QT_TRANSLATE_NOOP("validate", "the text is not UTF-8, the encoding of revision 2013; not every reader guesses "
-                                  "another one")};
+    QT_TRANSLATE_NOOP("validate",
+                      "the text is not UTF-8, the encoding of revision 2013; not every reader guesses "
+                      "another one")};
 constexpr Rule ControlCharacter = {
     reason::ControlCharacter, Severity::Warning,
     QT_TRANSLATE_NOOP("validate", "the line has the control character %1; a text has none but line ends")};
-constexpr Rule LineEnds = {
-    reason::LineEnds, Severity::Note,
-    QT_TRANSLATE_NOOP("validate", "lines should end with CR LF, this one does not")};
+constexpr Rule LineEnds = {reason::LineEnds, Severity::Note,
+                           QT_TRANSLATE_NOOP("validate", "lines should end with CR LF, this one does not")};
 constexpr Rule HeaderNotText = {
     reason::HeaderNotText, Severity::Note,
     QT_TRANSLATE_NOOP("validate", "the header holds bytes that no text has; it should be a text for people")};
@@ -53,7 +55,7 @@ bool IsUtf16(const QByteArray& bytes)
 }
 
 // Line and byte of the line.
-Place PlaceOfByte(const QByteArray& bytes, int at)
+Position PositionOfByte(const QByteArray& bytes, int at)
 {
     const int lineStart = at > 0 ? bytes.lastIndexOf('\n', at - 1) + 1 : 0;
     return {std::count(bytes.begin(), bytes.begin() + at, '\n') + 1, at - lineStart + 1};
@@ -66,11 +68,11 @@ void CheckEncoding(const QByteArray& bytes, Revision revision, Report& report)
     if (first == bytes.end())
         return;
     // What precedes it in its line is ASCII, so that its byte is its column.
-    const Place place = PlaceOfByte(bytes, static_cast<int>(first - bytes.begin()));
+    const Position position = PositionOfByte(bytes, static_cast<int>(first - bytes.begin()));
     if (revision != Revision::R2013)
-        report.Add(NotAscii, place);
+        report.Add(NotAscii, position);
     else if (!IsUtf8(bytes))
-        report.Add(NotUtf8, place);
+        report.Add(NotUtf8, position);
 }
 
 bool IsControl(char byte)
@@ -83,7 +85,7 @@ void CheckControlCharacters(const QByteArray& bytes, Report& report)
     const char* const end = std::find(bytes.begin(), bytes.end(), '\x1A');
     const char* const found = std::find_if(bytes.begin(), end, IsControl);
     if (found != end)
-        report.Add(ControlCharacter, {PlaceOfByte(bytes, static_cast<int>(found - bytes.begin())).line, 0},
+        report.Add(ControlCharacter, {PositionOfByte(bytes, static_cast<int>(found - bytes.begin())).line, 0},
                    {QStringLiteral("%1").arg(int{*found}, 2, 16, QLatin1Char('0')).toUpper()});
 }
 
@@ -91,11 +93,10 @@ void CheckControlCharacters(const QByteArray& bytes, Report& report)
 void CheckHeader(const QByteArray& bytes, Report& report)
 {
     const char* const end = std::find(bytes.begin(), bytes.end(), '\x1A');
-    const char* const found = std::find_if(bytes.begin(), end, [](char byte) {
-        return IsControl(byte) && byte != '\t' && byte != '\f';
-    });
+    const char* const found = std::find_if(
+        bytes.begin(), end, [](char byte) { return IsControl(byte) && byte != '\t' && byte != '\f'; });
     if (found != end)
-        report.Add(HeaderNotText, {PlaceOfByte(bytes, static_cast<int>(found - bytes.begin())).line, 0});
+        report.Add(HeaderNotText, {PositionOfByte(bytes, static_cast<int>(found - bytes.begin())).line, 0});
 }
 
 // The first line that does not end with CR LF.
@@ -118,7 +119,8 @@ void CheckNames(const QString& path, const Pieces& pieces, Report& report)
     const QString base = info.completeBaseName();
     const bool isUpper = info.suffix() == info.suffix().toUpper();
     QStringList others;
-    for (const std::optional<Piece>& piece : {pieces.header, pieces.information, std::optional<Piece>(pieces.data)})
+    for (const std::optional<Piece>& piece :
+         {pieces.header, pieces.information, std::optional<Piece>(pieces.data)})
         if (piece && !piece->file.isEmpty())
             others << piece->file;
     for (const QString& other : others) {

@@ -1,10 +1,9 @@
 // The lines and sections of an INF text.
 #include "validate/infrules.h"
 
-#include "validate/textlines.h"
-
 #include <QHash>
 #include <QRegularExpression>
+#include <QStringList>
 
 namespace validate {
 
@@ -15,10 +14,10 @@ constexpr Rule LineOutsideSection = {
     QT_TRANSLATE_NOOP("validate", "the line comes before the first section, so that it belongs to none")};
 constexpr Rule StrayLine = {
     reason::StrayLine, Severity::Warning,
-    QT_TRANSLATE_NOOP("validate", "the line is neither a section in brackets nor 'name=value'; comments start with ';'")};
-constexpr Rule BrokenHeading = {
-    reason::BrokenHeading, Severity::Warning,
-    QT_TRANSLATE_NOOP("validate", "the heading of a section ends with ']'")};
+    QT_TRANSLATE_NOOP("validate",
+                      "the line is neither a section in brackets nor 'name=value'; comments start with ';'")};
+constexpr Rule BrokenHeading = {reason::BrokenHeading, Severity::Warning,
+                                QT_TRANSLATE_NOOP("validate", "the heading of a section ends with ']'")};
 constexpr Rule SectionTwice = {
     reason::SectionTwice, Severity::Warning,
     QT_TRANSLATE_NOOP("validate", "section [%1] is in line %2 already; readers take one of them")};
@@ -27,8 +26,9 @@ constexpr Rule KeyTwice = {
     QT_TRANSLATE_NOOP("validate", "'%1' is in line %2 of this section already; readers take one of them")};
 constexpr Rule UnknownSection = {
     reason::UnknownSection, Severity::Warning,
-    QT_TRANSLATE_NOOP("validate", "the standard has no public section [%1]; start the heading of your own ones with "
-                                  "another word than Public")};
+    QT_TRANSLATE_NOOP("validate",
+                      "the standard has no public section [%1]; start the heading of your own ones with "
+                      "another word than Public")};
 
 class Reader
 {
@@ -67,7 +67,8 @@ private:
         const auto before = lineOfSection.constFind(name.toLower());
         if (before != lineOfSection.constEnd())
             report.Add(SectionTwice, {number, 0}, {name, QString::number(*before)});
-        else if (name.startsWith(QLatin1String("Public "), Qt::CaseInsensitive) && !known.match(name).hasMatch())
+        else if (name.startsWith(QLatin1String("Public "), Qt::CaseInsensitive) &&
+                 !known.match(name).hasMatch())
             report.Add(UnknownSection, {number, 0}, {name});
         lineOfSection.insert(name.toLower(), number);
         sections.push_back({name, number, {}});
@@ -97,9 +98,11 @@ private:
 
 std::vector<InfSection> CheckSections(const QString& text, Report& report)
 {
+    static const QRegularExpression lineEnd(QStringLiteral("\r\n|\r|\n"));
+    constexpr QChar endOfFile(0x1A);
     Reader reader(report);
-    for (const TextLine& line : LinesOf(text))
-        reader.Take(line.text);
+    for (const QString& line : text.section(endOfFile, 0, 0).split(lineEnd))
+        reader.Take(line);
     return reader.sections;
 }
 

@@ -22,10 +22,18 @@ constexpr Rule NoRecordInformation = {
     QT_TRANSLATE_NOOP("validate", "there is no section [Public %1], which the standard wants")};
 
 // Keys of a channel's section in the order of the fields of its CFG line after the number.
-constexpr std::array<const char*, 12> AnalogKeys = {
-    "Channel_ID",         "Phase_ID",     "Monitored_Component",       "Channel_Units",
-    "Channel_Multiplier", "Channel_Offset", "Channel_Skew",            "Range_Minimum_Limit_Value",
-    "Range_Maximum_Limit_Value", "Channel_Ratio_Primary", "Channel_Ratio_Secondary", "Data_Primary_Secondary"};
+constexpr std::array<const char*, 12> AnalogKeys = {"Channel_ID",
+                                                    "Phase_ID",
+                                                    "Monitored_Component",
+                                                    "Channel_Units",
+                                                    "Channel_Multiplier",
+                                                    "Channel_Offset",
+                                                    "Channel_Skew",
+                                                    "Range_Minimum_Limit_Value",
+                                                    "Range_Maximum_Limit_Value",
+                                                    "Channel_Ratio_Primary",
+                                                    "Channel_Ratio_Secondary",
+                                                    "Data_Primary_Secondary"};
 constexpr std::array<const char*, 4> StatusKeys = {"Channel_ID", "Phase_ID", "Monitored_Component",
                                                    "Normal_State"};
 
@@ -74,7 +82,8 @@ void CompareDescription(const InfSection& section, const comtrade::Places& place
     for (size_t i = 0; i < places.rates.size(); ++i) {
         const QString number = QString::number(i + 1);
         Compare(section, QStringLiteral("Sample_Rate_#") + number, places.rates[i].fields.value(0), report);
-        Compare(section, QStringLiteral("End_Sample_Rate_#") + number, places.rates[i].fields.value(1), report);
+        Compare(section, QStringLiteral("End_Sample_Rate_#") + number, places.rates[i].fields.value(1),
+                report);
     }
     compare("File_Start_Time", places.start.fields.join(QLatin1Char(',')));
     compare("Trigger_Time", places.trigger.fields.join(QLatin1Char(',')));

@@ -105,8 +105,9 @@ Pieces OfContainer(const QString& path)
 
 Pieces PiecesOf(const QString& path)
 {
-    return QFileInfo(path).suffix().compare(QLatin1String("cff"), Qt::CaseInsensitive) == 0 ? OfContainer(path)
-                                                                                            : OfFiles(path);
+    return QFileInfo(path).suffix().compare(QLatin1String("cff"), Qt::CaseInsensitive) == 0
+               ? OfContainer(path)
+               : OfFiles(path);
 }
 
 } // namespace validate

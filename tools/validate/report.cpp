@@ -28,12 +28,12 @@ Report::Report(comtrade::Findings& findings_, const QString& file_, qint64 lines
     : findings(findings_), file(file_), linesBefore(linesBefore_)
 {}
 
-void Report::Add(const Rule& rule, const Place& place, const QStringList& values)
+void Report::Add(const Rule& rule, const Position& position, const QStringList& values)
 {
     comtrade::Finding finding;
     finding.file = file;
-    finding.line = place.line > 0 ? place.line + linesBefore : 0;
-    finding.column = place.column;
+    finding.line = position.line > 0 ? position.line + linesBefore : 0;
+    finding.column = position.column;
     finding.severity = rule.severity;
     finding.reason = rule.reason;
     finding.text = Filled(text::Translated("validate", rule.text), values);

@@ -16,7 +16,7 @@ struct Rule
     const char* text;
 };
 
-struct Place
+struct Position
 {
     qint64 line = 0; ///< from 1; 0: the whole file
     int column = 0;  ///< from 1; 0: the whole line
@@ -30,7 +30,7 @@ public:
     Report(comtrade::Findings& findings_, const QString& file_, qint64 linesBefore_ = 0);
 
     /// The values take the places of %1, %2 ... in the rule's text.
-    void Add(const Rule& rule, const Place& place, const QStringList& values = {});
+    void Add(const Rule& rule, const Position& position, const QStringList& values = {});
 
 private:
     comtrade::Findings& findings;

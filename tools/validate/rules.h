@@ -18,6 +18,12 @@ struct CheckedConfiguration
     Report& report;
 };
 
+/// Where a field is written.
+inline Position PositionOf(const comtrade::Place& place, int field)
+{
+    return {place.line, place.ColumnOf(field)};
+}
+
 /// Names of the files beside each other.
 void CheckNames(const QString& path, const Pieces& pieces, Report& report);
 

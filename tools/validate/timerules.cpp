@@ -22,77 +22,81 @@ constexpr Rule OddFrequency = {
     QT_TRANSLATE_NOOP("validate", "the frequency of the network is %1 Hz; 50 and 60 are usual")};
 constexpr Rule RateWithoutCount = {
     reason::RateContradicts, Severity::Warning,
-    QT_TRANSLATE_NOOP("validate", "the number of rates is 0, but the rate is %1; it is 0 where the times of the samples "
-                                  "count alone")};
+    QT_TRANSLATE_NOOP("validate",
+                      "the number of rates is 0, but the rate is %1; it is 0 where the times of the samples "
+                      "count alone")};
 constexpr Rule RateZero = {
     reason::RateContradicts, Severity::Warning,
-    QT_TRANSLATE_NOOP("validate", "the rate is 0 in a list of %1; without a constant rate the number of rates is 0 as "
-                                  "well")};
-constexpr Rule TooManyRates = {
-    reason::RateContradicts, Severity::Warning,
-    QT_TRANSLATE_NOOP("validate", "there are %1 rates; the standard allows 999")};
+    QT_TRANSLATE_NOOP("validate",
+                      "the rate is 0 in a list of %1; without a constant rate the number of rates is 0 as "
+                      "well")};
+constexpr Rule TooManyRates = {reason::RateContradicts, Severity::Warning,
+                               QT_TRANSLATE_NOOP("validate", "there are %1 rates; the standard allows 999")};
 constexpr Rule RateOrder = {
     reason::RateOrder, Severity::Warning,
-    QT_TRANSLATE_NOOP("validate", "the rate ends with sample %1, as the one before does, so that no sample has it; take "
-                                  "it out")};
-constexpr Rule NoSamples = {
-    reason::NoSamples, Severity::Warning,
-    QT_TRANSLATE_NOOP("validate", "the last sample is 0: the record has none")};
+    QT_TRANSLATE_NOOP("validate",
+                      "the rate ends with sample %1, as the one before does, so that no sample has it; take "
+                      "it out")};
+constexpr Rule NoSamples = {reason::NoSamples, Severity::Warning,
+                            QT_TRANSLATE_NOOP("validate", "the last sample is 0: the record has none")};
 constexpr Rule StampsOverflow = {
     reason::StampsOverflow, Severity::Warning,
-    QT_TRANSLATE_NOOP("validate", "the times of the samples go to %1, and their field ends with %2; use a larger time "
-                                  "multiplier")};
+    QT_TRANSLATE_NOOP("validate",
+                      "the times of the samples go to %1, and their field ends with %2; use a larger time "
+                      "multiplier")};
 constexpr Rule YearOutOfRange = {
     reason::YearOutOfRange, Severity::Warning,
     QT_TRANSLATE_NOOP("validate", "the year is %1; the standard allows 1900 to 9999")};
 constexpr Rule SecondDigits = {
     reason::SecondDigits, Severity::Note,
-    QT_TRANSLATE_NOOP("validate", "the seconds have %1 digits after the point; the standard has 6, microseconds")};
+    QT_TRANSLATE_NOOP("validate",
+                      "the seconds have %1 digits after the point; the standard has 6, microseconds")};
 constexpr Rule SecondDigits2013 = {
     reason::SecondDigits, Severity::Note,
-    QT_TRANSLATE_NOOP("validate", "the seconds have %1 digits after the point; the standard has 6 for microseconds or 9 "
-                                  "for nanoseconds")};
+    QT_TRANSLATE_NOOP("validate",
+                      "the seconds have %1 digits after the point; the standard has 6 for microseconds or 9 "
+                      "for nanoseconds")};
 constexpr Rule DigitsDiffer = {
     reason::SecondDigits, Severity::Note,
-    QT_TRANSLATE_NOOP("validate", "the seconds have %1 digits after the point, those of the start have %2; they say in "
-                                  "which unit the times of the samples are, so give both as many")};
+    QT_TRANSLATE_NOOP("validate",
+                      "the seconds have %1 digits after the point, those of the start have %2; they say in "
+                      "which unit the times of the samples are, so give both as many")};
 constexpr Rule ManyDigits = {
     reason::SecondDigits, Severity::Warning,
-    QT_TRANSLATE_NOOP("validate", "the seconds have %1 digits after the point; before revision 2013 there are 6 at "
-                                  "most, and other readers stop here")};
+    QT_TRANSLATE_NOOP("validate",
+                      "the seconds have %1 digits after the point; before revision 2013 there are 6 at "
+                      "most, and other readers stop here")};
 constexpr Rule TriggerBeforeStart = {
     reason::TriggerOutside, Severity::Warning,
-    QT_TRANSLATE_NOOP("validate", "the trigger is %1 s before the first sample; readers that look for it among the "
-                                  "samples find none")};
+    QT_TRANSLATE_NOOP("validate",
+                      "the trigger is %1 s before the first sample; readers that look for it among the "
+                      "samples find none")};
 constexpr Rule TriggerAfterEnd = {
     reason::TriggerOutside, Severity::Note,
     QT_TRANSLATE_NOOP("validate", "the trigger is %1 s after the first sample, and the record has %2 s")};
 constexpr Rule TypeNotInRevision = {
     reason::TypeNotInRevision, Severity::Warning,
-    QT_TRANSLATE_NOOP("validate", "%1 data came with revision 2013, this is revision %2; older readers refuse them")};
+    QT_TRANSLATE_NOOP("validate",
+                      "%1 data came with revision 2013, this is revision %2; older readers refuse them")};
 constexpr Rule BadMultiplier = {
     reason::BadMultiplier, Severity::Error,
-    QT_TRANSLATE_NOOP("validate", "the time multiplier is %1, so that the times of the samples say nothing; it must be "
-                                  "above 0, usually 1")};
+    QT_TRANSLATE_NOOP("validate",
+                      "the time multiplier is %1, so that the times of the samples say nothing; it must be "
+                      "above 0, usually 1")};
 constexpr Rule BadTimeCode = {
     reason::BadTimeCode, Severity::Warning,
-    QT_TRANSLATE_NOOP("validate", "'%1' should be the difference from UTC, as +3, -7h15 or 0, or x where it is not "
-                                  "known")};
+    QT_TRANSLATE_NOOP("validate",
+                      "'%1' should be the difference from UTC, as +3, -7h15 or 0, or x where it is not "
+                      "known")};
 constexpr Rule BadTimeQuality = {
     reason::BadTimeQuality, Severity::Warning,
     QT_TRANSLATE_NOOP("validate", "the quality of the time is '%1'; it is 0 to 9, A, B or F")};
-constexpr Rule BadLeapSecond = {
-    reason::BadLeapSecond, Severity::Warning,
-    QT_TRANSLATE_NOOP("validate", "the leap second is '%1'; it is 0, 1, 2 or 3")};
+constexpr Rule BadLeapSecond = {reason::BadLeapSecond, Severity::Warning,
+                                QT_TRANSLATE_NOOP("validate", "the leap second is '%1'; it is 0, 1, 2 or 3")};
 
 QString Text(double number)
 {
     return QString::number(number, 'g', 10);
-}
-
-Place PlaceOf(const comtrade::Place& place, int field)
-{
-    return {place.line, place.ColumnOf(field)};
 }
 
 // Seconds from the first sample to the end of the record by its rates; 0 where there is none.
@@ -115,19 +119,19 @@ void CheckFrequency(const CheckedConfiguration& checked)
     const double frequency = checked.configuration.lineFrequency;
     const bool isGiven = !checked.places.frequency.fields.value(0).isEmpty();
     if (isGiven && std::find(usual.begin(), usual.end(), frequency) == usual.end())
-        checked.report.Add(OddFrequency, PlaceOf(checked.places.frequency, 0), {Text(frequency)});
+        checked.report.Add(OddFrequency, PositionOf(checked.places.frequency, 0), {Text(frequency)});
 }
 
 void CheckStamps(const CheckedConfiguration& checked)
 {
     const comtrade::Configuration& configuration = checked.configuration;
     const bool isAscii = configuration.dataType == DataType::Ascii;
-    const double most = isAscii ? configuration.revision == Revision::R2013 ? 9999999999999.0 : 9999999999.0
-                                : 4294967294.0;
+    const double most =
+        isAscii ? configuration.revision == Revision::R2013 ? 9999999999999.0 : 9999999999.0 : 4294967294.0;
     const double unit = configuration.StampSeconds();
     const double last = unit > 0 ? std::floor(Duration(configuration) / unit) : 0;
     if (last > most && !checked.places.rates.empty())
-        checked.report.Add(StampsOverflow, PlaceOf(checked.places.rates.back(), 1),
+        checked.report.Add(StampsOverflow, PositionOf(checked.places.rates.back(), 1),
                            {QString::number(last, 'f', 0), QString::number(most, 'f', 0)});
 }
 
@@ -138,21 +142,21 @@ void CheckRates(const CheckedConfiguration& checked)
     constexpr int mostRates = 999;
     const int count = places.rateCount.fields.value(0).toInt();
     if (count > mostRates)
-        checked.report.Add(TooManyRates, PlaceOf(places.rateCount, 0), {QString::number(count)});
+        checked.report.Add(TooManyRates, PositionOf(places.rateCount, 0), {QString::number(count)});
     qint64 before = 0;
     for (size_t i = 0; i < std::min(places.rates.size(), configuration.rates.size()); ++i) {
         const comtrade::SampleRate& rate = configuration.rates[i];
         const comtrade::Place& place = places.rates[i];
         if (count == 0 && rate.hertz != 0)
-            checked.report.Add(RateWithoutCount, PlaceOf(place, 0), {Text(rate.hertz)});
+            checked.report.Add(RateWithoutCount, PositionOf(place, 0), {Text(rate.hertz)});
         else if (count > 0 && rate.hertz == 0)
-            checked.report.Add(RateZero, PlaceOf(place, 0), {QString::number(count)});
+            checked.report.Add(RateZero, PositionOf(place, 0), {QString::number(count)});
         if (i > 0 && rate.lastSample == before)
-            checked.report.Add(RateOrder, PlaceOf(place, 1), {QString::number(before)});
+            checked.report.Add(RateOrder, PositionOf(place, 1), {QString::number(before)});
         before = rate.lastSample;
     }
     if (before == 0 && !places.rates.empty())
-        checked.report.Add(NoSamples, PlaceOf(places.rates.back(), 1));
+        checked.report.Add(NoSamples, PositionOf(places.rates.back(), 1));
     CheckStamps(checked);
 }
 
@@ -164,12 +168,14 @@ void CheckMoment(const CheckedConfiguration& checked, const comtrade::Place& pla
     constexpr int lastYear = 9999;
     const bool is2013 = checked.configuration.revision == Revision::R2013;
     if (stamp.date.year() < firstYear || stamp.date.year() > lastYear)
-        checked.report.Add(YearOutOfRange, PlaceOf(place, 0), {QString::number(stamp.date.year())});
+        checked.report.Add(YearOutOfRange, PositionOf(place, 0), {QString::number(stamp.date.year())});
     if (stamp.decimals == microseconds || (is2013 && stamp.decimals == nanoseconds))
         return;
     const bool isTooFine = !is2013 && stamp.decimals > microseconds;
-    checked.report.Add(isTooFine ? ManyDigits : is2013 ? SecondDigits2013 : SecondDigits, PlaceOf(place, 1),
-                       {QString::number(stamp.decimals)});
+    checked.report.Add(isTooFine ? ManyDigits
+                       : is2013  ? SecondDigits2013
+                                 : SecondDigits,
+                       PositionOf(place, 1), {QString::number(stamp.decimals)});
 }
 
 void CheckMoments(const CheckedConfiguration& checked)
@@ -182,7 +188,7 @@ void CheckMoments(const CheckedConfiguration& checked)
     CheckMoment(checked, place, trigger);
     const auto isFine = [](const TimeStamp& stamp) { return stamp.decimals > 6; };
     if (configuration.revision == Revision::R2013 && isFine(start) != isFine(trigger))
-        checked.report.Add(DigitsDiffer, PlaceOf(place, 1),
+        checked.report.Add(DigitsDiffer, PositionOf(place, 1),
                            {QString::number(trigger.decimals), QString::number(start.decimals)});
     const double seconds = static_cast<double>(comtrade::NanosecondsBetween(start, trigger)) / 1e9;
     const double duration = Duration(configuration);
@@ -198,18 +204,19 @@ void CheckData(const CheckedConfiguration& checked)
     const bool isNew =
         configuration.dataType == DataType::Binary32 || configuration.dataType == DataType::Float32;
     if (isNew && configuration.revision != Revision::R2013)
-        checked.report.Add(TypeNotInRevision, PlaceOf(checked.places.dataType, 0),
-                           {NameOf(configuration.dataType),
-                            QString::number(static_cast<int>(configuration.revision))});
+        checked.report.Add(
+            TypeNotInRevision, PositionOf(checked.places.dataType, 0),
+            {NameOf(configuration.dataType), QString::number(static_cast<int>(configuration.revision))});
     if (!(configuration.timeMultiplier > 0))
-        checked.report.Add(BadMultiplier, PlaceOf(checked.places.timeMultiplier, 0),
+        checked.report.Add(BadMultiplier, PositionOf(checked.places.timeMultiplier, 0),
                            {Text(configuration.timeMultiplier)});
 }
 
 // The codes are those of revision 2013; without the line there is nothing to say.
 void CheckClock(const CheckedConfiguration& checked)
 {
-    static const QRegularExpression offset(QStringLiteral("\\A([-+]?(1[0-4]|0?[0-9])([hH][0-5][0-9])?|[xX])\\z"));
+    static const QRegularExpression offset(
+        QStringLiteral("\\A([-+]?(1[0-4]|0?[0-9])([hH][0-5][0-9])?|[xX])\\z"));
     static const QRegularExpression quality(QStringLiteral("\\A[0-9ABFabf]\\z"));
     static const QRegularExpression leap(QStringLiteral("\\A[0-3]\\z"));
     struct Code
@@ -220,15 +227,15 @@ void CheckClock(const CheckedConfiguration& checked)
         const Rule& rule;
     };
     const comtrade::Places& places = checked.places;
-    for (const Code& code : {Code{places.timeCode, 0, offset, BadTimeCode},
-                             Code{places.timeCode, 1, offset, BadTimeCode},
-                             Code{places.timeQuality, 0, quality, BadTimeQuality},
-                             Code{places.timeQuality, 1, leap, BadLeapSecond}}) {
+    for (const Code& code :
+         {Code{places.timeCode, 0, offset, BadTimeCode}, Code{places.timeCode, 1, offset, BadTimeCode},
+          Code{places.timeQuality, 0, quality, BadTimeQuality},
+          Code{places.timeQuality, 1, leap, BadLeapSecond}}) {
         if (code.place.fields.size() <= code.field)
             continue;
         const QString& text = code.place.fields[code.field];
         if (!code.form.match(text).hasMatch())
-            checked.report.Add(code.rule, PlaceOf(code.place, code.field), {text});
+            checked.report.Add(code.rule, PositionOf(code.place, code.field), {text});
     }
 }
 

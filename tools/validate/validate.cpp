@@ -29,7 +29,8 @@ QString WithoutName(const QString& message, const QString& file)
     if (!message.startsWith(file))
         return message;
     QString rest = message.mid(file.size());
-    while (rest.startsWith(QLatin1Char(':')) || rest.startsWith(QLatin1Char(',')) || rest.startsWith(QLatin1Char(' ')))
+    while (rest.startsWith(QLatin1Char(':')) || rest.startsWith(QLatin1Char(',')) ||
+           rest.startsWith(QLatin1Char(' ')))
         rest.remove(0, 1);
     return rest;
 }
@@ -118,7 +119,8 @@ std::vector<Finding> WithCounts(const Findings& findings)
     std::set<std::pair<QString, QString>> counted;
     for (auto finding = all.rbegin(); finding != all.rend(); ++finding) {
         const qint64 count = findings.CountOf(finding->file, finding->reason);
-        if (count > Findings::MostOfAKind && counted.insert({finding->file, QLatin1String(finding->reason)}).second)
+        if (count > Findings::MostOfAKind &&
+            counted.insert({finding->file, QLatin1String(finding->reason)}).second)
             finding->text = Tr("validate", "%1 (and %2 more of this kind in the file)")
                                 .arg(finding->text)
                                 .arg(count - Findings::MostOfAKind);

@@ -51,8 +51,9 @@ ExitCode Show(const QString& record, bool json)
     const std::vector<comtrade::Finding> findings = validate::Validate(record);
     ExitCode code = ExitDone;
     for (const comtrade::Finding& finding : findings) {
-        PrintFinding({finding.file, finding.line, finding.column, finding.severity, finding.reason, finding.text},
-                     json);
+        PrintFinding(
+            {finding.file, finding.line, finding.column, finding.severity, finding.reason, finding.text},
+            json);
         if (finding.severity != Severity::Note)
             code = ExitFailed;
     }
@@ -80,11 +81,13 @@ void AddValidateCommand(CLI::App& app, Action& chosen)
     command->add_flag("--json", options->json,
                       HelpText("validate", "One JSON object per finding, for programs"));
     AddMemoryOption(*command, options->maxMemory);
-    AddArgument(*command, "RECORD", options->files,
-                HelpText("validate", "The .cfg or .cff files of records; the files beside them are checked too"));
+    AddArgument(
+        *command, "RECORD", options->files,
+        HelpText("validate", "The .cfg or .cff files of records; the files beside them are checked too"));
     command->footer(HelpText(
         "validate",
-        "Holds configuration, data, header and information, or the one file with all of them, against the rules "
+        "Holds configuration, data, header and information, or the one file with all of them, against the "
+        "rules "
         "of\n"
         "IEEE C37.111, revisions 1991, 1999 and 2013. An error makes readers fail or show something else; a "
         "warning is\n"
