@@ -128,7 +128,6 @@ inline constexpr char WordForm[] = "wordForm";
 
 // What 'zucmtr validate' finds in a configuration, besides what the reader forgives.
 inline constexpr char BadLeapSecond[] = "badLeapSecond";
-inline constexpr char BadMultiplier[] = "badMultiplier";
 inline constexpr char BadTimeCode[] = "badTimeCode";
 inline constexpr char BadTimeQuality[] = "badTimeQuality";
 inline constexpr char ChannelNumbering[] = "channelNumbering";

@@ -47,25 +47,11 @@ constexpr Rule StampsOverflow = {
 constexpr Rule YearOutOfRange = {
     reason::YearOutOfRange, Severity::Warning,
     QT_TRANSLATE_NOOP("validate", "the year is %1; the standard allows 1900 to 9999")};
-constexpr Rule SecondDigits = {
-    reason::SecondDigits, Severity::Note,
-    QT_TRANSLATE_NOOP("validate",
-                      "the seconds have %1 digits after the point; the standard has 6, microseconds")};
-constexpr Rule SecondDigits2013 = {
-    reason::SecondDigits, Severity::Note,
-    QT_TRANSLATE_NOOP("validate",
-                      "the seconds have %1 digits after the point; the standard has 6 for microseconds or 9 "
-                      "for nanoseconds")};
 constexpr Rule DigitsDiffer = {
     reason::SecondDigits, Severity::Note,
     QT_TRANSLATE_NOOP("validate",
                       "the seconds have %1 digits after the point, those of the start have %2; they say in "
                       "which unit the times of the samples are, so give both as many")};
-constexpr Rule ManyDigits = {
-    reason::SecondDigits, Severity::Warning,
-    QT_TRANSLATE_NOOP("validate",
-                      "the seconds have %1 digits after the point; before revision 2013 there are 6 at "
-                      "most, and other readers stop here")};
 constexpr Rule TriggerBeforeStart = {
     reason::TriggerOutside, Severity::Warning,
     QT_TRANSLATE_NOOP("validate",
@@ -78,11 +64,6 @@ constexpr Rule TypeNotInRevision = {
     reason::TypeNotInRevision, Severity::Warning,
     QT_TRANSLATE_NOOP("validate",
                       "%1 data came with revision 2013, this is revision %2; older readers refuse them")};
-constexpr Rule BadMultiplier = {
-    reason::BadMultiplier, Severity::Error,
-    QT_TRANSLATE_NOOP("validate",
-                      "the time multiplier is %1, so that the times of the samples say nothing; it must be "
-                      "above 0, usually 1")};
 constexpr Rule BadTimeCode = {
     reason::BadTimeCode, Severity::Warning,
     QT_TRANSLATE_NOOP("validate",
@@ -160,22 +141,12 @@ void CheckRates(const CheckedConfiguration& checked)
     CheckStamps(checked);
 }
 
-void CheckMoment(const CheckedConfiguration& checked, const comtrade::Place& place, const TimeStamp& stamp)
+void CheckYear(const CheckedConfiguration& checked, const comtrade::Place& place, const TimeStamp& stamp)
 {
-    constexpr int microseconds = 6;
-    constexpr int nanoseconds = 9;
     constexpr int firstYear = 1900;
     constexpr int lastYear = 9999;
-    const bool is2013 = checked.configuration.revision == Revision::R2013;
     if (stamp.date.year() < firstYear || stamp.date.year() > lastYear)
         checked.report.Add(YearOutOfRange, PositionOf(place, 0), {QString::number(stamp.date.year())});
-    if (stamp.decimals == microseconds || (is2013 && stamp.decimals == nanoseconds))
-        return;
-    const bool isTooFine = !is2013 && stamp.decimals > microseconds;
-    checked.report.Add(isTooFine ? ManyDigits
-                       : is2013  ? SecondDigits2013
-                                 : SecondDigits,
-                       PositionOf(place, 1), {QString::number(stamp.decimals)});
 }
 
 void CheckMoments(const CheckedConfiguration& checked)
@@ -184,8 +155,8 @@ void CheckMoments(const CheckedConfiguration& checked)
     const TimeStamp& start = configuration.start;
     const TimeStamp& trigger = configuration.trigger;
     const comtrade::Place& place = checked.places.trigger;
-    CheckMoment(checked, checked.places.start, start);
-    CheckMoment(checked, place, trigger);
+    CheckYear(checked, checked.places.start, start);
+    CheckYear(checked, place, trigger);
     const auto isFine = [](const TimeStamp& stamp) { return stamp.decimals > 6; };
     if (configuration.revision == Revision::R2013 && isFine(start) != isFine(trigger))
         checked.report.Add(DigitsDiffer, PositionOf(place, 1),
@@ -207,9 +178,6 @@ void CheckData(const CheckedConfiguration& checked)
         checked.report.Add(
             TypeNotInRevision, PositionOf(checked.places.dataType, 0),
             {NameOf(configuration.dataType), QString::number(static_cast<int>(configuration.revision))});
-    if (!(configuration.timeMultiplier > 0))
-        checked.report.Add(BadMultiplier, PositionOf(checked.places.timeMultiplier, 0),
-                           {Text(configuration.timeMultiplier)});
 }
 
 // The codes are those of revision 2013; without the line there is nothing to say.
