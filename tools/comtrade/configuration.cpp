@@ -137,7 +137,8 @@ Revision ReadRevision(CfgLines& lines, const Place& place, Revision fitting)
     if (year.isEmpty() && fitting != Revision::R1991) {
         lines.Forgive(place, place.fields.size() > 2 ? 2 : -1,
                       {Severity::Error, reason::RevisionUnknown,
-                       Tr("comtrade", "the first line has no revision year, which stands for 1991"), reading});
+                       Tr("comtrade", "the first line has no revision year, which stands for 1991"),
+                       reading});
     } else if (!year.isEmpty() && !named) {
         lines.Forgive(place, 2,
                       {Severity::Error, reason::RevisionUnknown,
@@ -400,6 +401,7 @@ Configuration ParseConfiguration(const QString& text, const QString& fileName, F
     CfgLines lines(text, fileName, forgiven, firstLine);
     Configuration configuration;
     Places found;
+    found.file = fileName;
     ReadStation(lines, configuration, found.station);
     ReadChannels(lines, configuration, found);
     ReadRates(lines, configuration, found);
