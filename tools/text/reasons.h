@@ -132,7 +132,6 @@ inline constexpr char BadTimeCode[] = "badTimeCode";
 inline constexpr char BadTimeQuality[] = "badTimeQuality";
 inline constexpr char ChannelNumbering[] = "channelNumbering";
 inline constexpr char ControlCharacter[] = "controlCharacter";
-inline constexpr char EndingsDiffer[] = "endingsDiffer";
 inline constexpr char FieldTooLong[] = "fieldTooLong";
 inline constexpr char LimitsBeyondType[] = "limitsBeyondType";
 inline constexpr char NoChannels[] = "noChannels";

@@ -1,7 +1,6 @@
 // The marks of a container.
 #include "validate/rules.h"
 
-#include <QHash>
 #include <QStringList>
 
 namespace validate {
@@ -19,10 +18,6 @@ constexpr Rule ContainerRevision = {
 constexpr Rule UnknownSection = {
     reason::UnknownSection, Severity::Warning,
     QT_TRANSLATE_NOOP("validate", "there is no section '%1'; the sections are CFG, INF, HDR and DAT")};
-constexpr Rule SectionTwice = {
-    reason::SectionTwice, Severity::Error,
-    QT_TRANSLATE_NOOP("validate",
-                      "section %1 starts in line %2 already; readers take one of them, or both for one")};
 constexpr Rule SectionOrder = {
     reason::SectionOrder, Severity::Warning,
     QT_TRANSLATE_NOOP("validate", "section %1 follows %2; the order is CFG, INF, HDR, DAT")};
@@ -37,12 +32,13 @@ const QStringList& Order()
     return order;
 }
 
-void CheckDataMark(const MarkLine& line, const comtrade::Configuration& configuration, Report& report)
+void CheckDataMark(const comtrade::MarkLine& line, const comtrade::Configuration& configuration,
+                   Report& report)
 {
     const bool isAscii = configuration.dataType == DataType::Ascii;
     if (isAscii == (line.mark.dataBytes < 0))
         return;
-    report.Add(DataMarkDiffers, {line.number, 0},
+    report.Add(DataMarkDiffers, {line.line, 0},
                {QString::fromLatin1(line.text).trimmed(), NameOf(configuration.dataType),
                 isAscii ? QStringLiteral("--- file type: DAT ASCII ---")
                         : QStringLiteral("--- file type: DAT BINARY: N ---")});
@@ -54,19 +50,15 @@ void CheckMarks(const Pieces& pieces, const comtrade::Configuration& configurati
 {
     if (configuration.revision != Revision::R2013)
         report.Add(ContainerRevision, {}, {QString::number(static_cast<int>(configuration.revision))});
-    QHash<QString, qint64> lines;
     QString before;
-    for (const MarkLine& line : pieces.marks) {
+    for (const comtrade::MarkLine& line : pieces.marks) {
         const QString& kind = line.mark.kind;
         if (!Order().contains(kind)) {
-            report.Add(UnknownSection, {line.number, 0}, {kind});
+            report.Add(UnknownSection, {line.line, 0}, {kind});
             continue;
         }
-        if (lines.contains(kind))
-            report.Add(SectionTwice, {line.number, 0}, {kind, QString::number(lines[kind])});
-        else if (Order().indexOf(kind) < Order().indexOf(before))
-            report.Add(SectionOrder, {line.number, 0}, {kind, before});
-        lines.insert(kind, line.number);
+        if (Order().indexOf(kind) < Order().indexOf(before))
+            report.Add(SectionOrder, {line.line, 0}, {kind, before});
         before = kind;
         if (kind == QLatin1String("DAT"))
             CheckDataMark(line, configuration, report);

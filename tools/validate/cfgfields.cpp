@@ -4,6 +4,7 @@
 #include <QStringList>
 
 #include <iterator>
+#include <limits>
 
 namespace validate {
 
@@ -38,10 +39,13 @@ struct FieldRule
     WhenEmpty whenEmpty = WhenEmpty::Fine;
 };
 
+// Of a field with few values, which the reader knows.
+constexpr int AnyLength = std::numeric_limits<int>::max();
+
 constexpr FieldRule StationFields[] = {
     {"station_name", 64, 64, WhenEmpty::UnnamedIn2013},
     {"rec_dev_id", 64, 64, WhenEmpty::UnnamedIn2013},
-    {"rev_year", 4, 4},
+    {"rev_year", AnyLength, AnyLength},
 };
 constexpr FieldRule CountFields[] = {{"TT", 7, 7}, {"##A", 7, 7}, {"##D", 7, 7}};
 constexpr FieldRule AnalogFields[] = {
@@ -57,13 +61,17 @@ constexpr FieldRule AnalogFields[] = {
     {"max", 6, 13},
     {"primary", 32, 32},
     {"secondary", 32, 32},
-    {"PS", 1, 1},
+    {"PS", AnyLength, AnyLength},
 };
 constexpr FieldRule StateFields[] = {
-    {"Dn", 6, 6}, {"ch_id", 64, 128, WhenEmpty::UnnamedIn2013}, {"ph", 2, 2}, {"ccbm", 64, 64}, {"y", 1, 1},
+    {"Dn", 6, 6},
+    {"ch_id", 64, 128, WhenEmpty::UnnamedIn2013},
+    {"ph", 2, 2},
+    {"ccbm", 64, 64},
+    {"y", AnyLength, AnyLength},
 };
 // Dn, ch_id and y: what revision 1991 has.
-constexpr FieldRule ShortStateFields[] = {{"Dn", 6, 6}, {"ch_id", 64, 64}, {"y", 1, 1}};
+constexpr FieldRule ShortStateFields[] = {{"Dn", 6, 6}, {"ch_id", 64, 64}, {"y", AnyLength, AnyLength}};
 constexpr FieldRule FrequencyFields[] = {{"lf", 32, 32}};
 constexpr FieldRule RateCountFields[] = {{"nrates", 3, 3}};
 constexpr FieldRule RateFields[] = {{"samp", 32, 32}, {"endsamp", 10, 10}};

@@ -18,33 +18,33 @@ using comtrade::Revision;
 constexpr Rule SampleNumbering = {
     reason::SampleNumbering, Severity::Warning,
     QT_TRANSLATE_NOOP("validate",
-                      "the sample has number %1, and should have %2: the numbers count from 1, one by one; "
-                      "%3 samples do not")};
+                      "the sample has number %1, not %2; the numbers count from 1, one by one (samples out "
+                      "of step: %3)")};
 constexpr Rule TimesBackwards = {
     reason::TimesBackwards, Severity::Warning,
     QT_TRANSLATE_NOOP("validate",
-                      "the time of the sample is %1, that of the one before is %2; the times go up; %3 "
-                      "samples do not follow")};
+                      "the time of the sample is %1, that of the one before is %2; times go up (samples "
+                      "that do not follow: %3)")};
 constexpr Rule TimesMissing = {
     reason::TimesMissing, Severity::Error,
     QT_TRANSLATE_NOOP("validate",
                       "the sample has no time, and the configuration no rate for it, so that nobody knows "
-                      "when it was; %1 samples lack it")};
+                      "when it was (samples without a time: %1)")};
 constexpr Rule TimesDisagree = {
     reason::TimesDisagree, Severity::Warning,
     QT_TRANSLATE_NOOP("validate",
-                      "by its time the sample is %1 s after the first one of its rate, by the rate of %2 per "
-                      "second %3 s; readers use one or the other")};
+                      "the sample is %1 s after the first one of its rate by its time, and %3 s by the rate "
+                      "of %2 per second; readers use one or the other (samples that disagree: %4)")};
 constexpr Rule OutsideLimits = {
     reason::SamplesOutsideLimits, Severity::Warning,
     QT_TRANSLATE_NOOP("validate",
-                      "analog channel %1 has the value %2, and its limits are %3 and %4; readers may cut it "
-                      "off or refuse it; %5 samples are beyond the limits")};
+                      "analog channel %1 has the value %2, its limits are %3 and %4; some readers cut off "
+                      "what is beyond, or scale by the limits (samples beyond them: %5)")};
 constexpr Rule Fraction = {
     reason::CodeNotInteger, Severity::Warning,
     QT_TRANSLATE_NOOP("validate",
-                      "analog channel %1 has the value %2; ASCII data before revision 2013 are integers; %3 "
-                      "samples are not")};
+                      "analog channel %1 has the value %2; ASCII data before revision 2013 are integers "
+                      "(samples that are not: %3)")};
 
 QString Text(double number)
 {

@@ -1,8 +1,5 @@
-// Names, line ends and characters of a record's files.
+// Line ends, characters and encoding of a record's texts.
 #include "validate/rules.h"
-
-#include <QFileInfo>
-#include <QTextCodec>
 
 #include <algorithm>
 
@@ -12,21 +9,16 @@ namespace {
 
 using comtrade::Revision;
 
-constexpr Rule EndingsDiffer = {
-    reason::EndingsDiffer, Severity::Note,
-    QT_TRANSLATE_NOOP("validate",
-                      "the names of the files do not agree in upper and lower case ('%1', '%2'); where the "
-                      "system distinguishes them, other programs do not find the file")};
 constexpr Rule NotAscii = {
     reason::NotAscii, Severity::Warning,
     QT_TRANSLATE_NOOP("validate",
                       "the text has letters beyond ASCII; before revision 2013 there are none, and each "
-                      "reader guesses the encoding")};
+                      "reader guesses the encoding; read as %1")};
 constexpr Rule NotUtf8 = {
     reason::NotUtf8, Severity::Warning,
     QT_TRANSLATE_NOOP("validate",
-                      "the text is not UTF-8, the encoding of revision 2013; not every reader guesses "
-                      "another one")};
+                      "the text is not UTF-8, the encoding of revision 2013, and not every reader guesses "
+                      "another one; read as %1")};
 constexpr Rule ControlCharacter = {
     reason::ControlCharacter, Severity::Warning,
     QT_TRANSLATE_NOOP("validate", "the line has the control character %1; a text has none but line ends")};
@@ -36,22 +28,10 @@ constexpr Rule HeaderNotText = {
     reason::HeaderNotText, Severity::Note,
     QT_TRANSLATE_NOOP("validate", "the header holds bytes that no text has; it should be a text for people")};
 
-bool IsUtf8(const QByteArray& bytes)
-{
-    QTextCodec::ConverterState state;
-    QTextCodec::codecForName("UTF-8")->toUnicode(bytes.constData(), bytes.size(), &state);
-    return state.invalidChars == 0 && state.remainingChars == 0;
-}
-
-// Marks of UTF-8 and UTF-16 at the start of a text.
+// The mark of UTF-8 at the start of a text.
 int ByteOrderMarkSize(const QByteArray& bytes)
 {
     return bytes.startsWith("\xEF\xBB\xBF") ? 3 : 0;
-}
-
-bool IsUtf16(const QByteArray& bytes)
-{
-    return bytes.startsWith("\xFF\xFE") || bytes.startsWith("\xFE\xFF");
 }
 
 // Line and byte of the line.
@@ -61,7 +41,7 @@ Position PositionOfByte(const QByteArray& bytes, int at)
     return {std::count(bytes.begin(), bytes.begin() + at, '\n') + 1, at - lineStart + 1};
 }
 
-void CheckEncoding(const QByteArray& bytes, Revision revision, Report& report)
+void CheckEncoding(const QByteArray& bytes, Revision revision, const QString& encoding, Report& report)
 {
     const auto* const first = std::find_if(bytes.begin() + ByteOrderMarkSize(bytes), bytes.end(),
                                            [](char byte) { return static_cast<signed char>(byte) < 0; });
@@ -70,9 +50,9 @@ void CheckEncoding(const QByteArray& bytes, Revision revision, Report& report)
     // What precedes it in its line is ASCII, so that its byte is its column.
     const Position position = PositionOfByte(bytes, static_cast<int>(first - bytes.begin()));
     if (revision != Revision::R2013)
-        report.Add(NotAscii, position);
-    else if (!IsUtf8(bytes))
-        report.Add(NotUtf8, position);
+        report.Add(NotAscii, position, {encoding});
+    else if (encoding != QLatin1String("UTF-8"))
+        report.Add(NotUtf8, position, {encoding});
 }
 
 bool IsControl(char byte)
@@ -113,30 +93,15 @@ void CheckLineEnds(const QByteArray& bytes, Report& report)
 
 } // namespace
 
-void CheckNames(const QString& path, const Pieces& pieces, Report& report)
+void CheckText(const Piece& piece, TextKind kind, Revision revision, const QString& encoding, Report& report)
 {
-    const QFileInfo info(path);
-    const QString base = info.completeBaseName();
-    const bool isUpper = info.suffix() == info.suffix().toUpper();
-    QStringList others;
-    for (const std::optional<Piece>& piece :
-         {pieces.header, pieces.information, std::optional<Piece>(pieces.data)})
-        if (piece && !piece->file.isEmpty())
-            others << piece->file;
-    for (const QString& other : others) {
-        const QFileInfo one(other);
-        const QString suffix = isUpper ? one.suffix().toUpper() : one.suffix().toLower();
-        if (one.completeBaseName() != base || one.suffix() != suffix)
-            report.Add(EndingsDiffer, {}, {info.fileName(), one.fileName()});
-    }
-}
-
-void CheckText(const Piece& piece, TextKind kind, Revision revision, Report& report)
-{
-    if (kind != TextKind::Data)
-        CheckEncoding(piece.bytes, revision, report);
-    if (IsUtf16(piece.bytes))
+    if (encoding.startsWith(QLatin1String("UTF-16"))) {
+        if (kind != TextKind::Configuration) // of which the reader says it
+            report.Add(NotUtf8, {}, {encoding});
         return; // the others go by bytes
+    }
+    if (kind != TextKind::Data)
+        CheckEncoding(piece.bytes, revision, encoding, report);
     if (kind == TextKind::Header)
         CheckHeader(piece.bytes, report);
     else if (kind != TextKind::Data)

@@ -1,5 +1,4 @@
 // What the public sections of an INF text repeat of the configuration.
-#include "comtrade/text.h"
 #include "validate/infrules.h"
 #include "validate/rules.h"
 
@@ -107,11 +106,11 @@ void CompareChannelSection(const InfSection& section, const QRegularExpressionMa
 
 } // namespace
 
-void CheckInformation(const Piece& piece, const comtrade::Places& places, Report& report)
+void CheckInformation(const QString& text, const comtrade::Places& places, Report& report)
 {
     static const QRegularExpression channel(QStringLiteral("\\APublic (Analog|Status)_Channel_#([0-9]+)\\z"),
                                             QRegularExpression::CaseInsensitiveOption);
-    const std::vector<InfSection> sections = CheckSections(comtrade::DecodedText(piece.bytes), report);
+    const std::vector<InfSection> sections = CheckSections(text, report);
     QStringList missing = {QStringLiteral("Record_Information"), QStringLiteral("File_Description")};
     for (const InfSection& section : sections) {
         for (int i = missing.size() - 1; i >= 0; --i)

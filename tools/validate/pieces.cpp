@@ -1,103 +1,57 @@
 #include "validate/pieces.h"
 
-#include <QDir>
+#include "comtrade/recordfiles.h"
+
 #include <QFile>
-#include <QFileInfo>
 
 namespace validate {
 
 namespace {
 
-constexpr qint64 LargestText = qint64{256} << 20; // bytes; the reader of records refuses more
-constexpr qint64 DataHead = 4096;                 // bytes of the data that are looked at
-constexpr qint64 LineStep = 4096;
+QByteArray HeadOf(const QString& path, qint64 offset)
+{
+    constexpr qint64 head = 4096; // bytes
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) && file.seek(offset) ? file.read(head) : QByteArray();
+}
 
 std::optional<Piece> WholeFile(const QString& path)
 {
-    QFile file(path);
-    if (path.isEmpty() || !file.open(QIODevice::ReadOnly) || file.size() > LargestText)
+    if (path.isEmpty())
         return std::nullopt;
-    return Piece{path, 0, file.readAll()};
-}
-
-// The file with the same name and this ending, in whatever case; empty if there is none.
-QString Beside(const QString& path, const QString& ending)
-{
-    const QFileInfo info(path);
-    const QString name = info.completeBaseName() + QLatin1Char('.') + ending;
-    const QString exact = info.path() + QLatin1Char('/') + name;
-    QString found;
-    for (const QString& one : info.dir().entryList(QDir::Files)) {
-        if (one.compare(name, Qt::CaseInsensitive) == 0 && (found.isEmpty() || one == name))
-            found = path.chopped(info.fileName().size()) + one;
-    }
-    return found.isEmpty() && QFileInfo::exists(exact) ? exact : found;
+    return Piece{path, 0, comtrade::ReadText(path)};
 }
 
 Pieces OfFiles(const QString& path)
 {
+    comtrade::Findings ignored;
+    const comtrade::RecordFiles files = comtrade::FilesOf(path, &ignored);
     Pieces pieces;
     pieces.configuration = WholeFile(path);
-    pieces.header = WholeFile(Beside(path, QStringLiteral("hdr")));
-    pieces.information = WholeFile(Beside(path, QStringLiteral("inf")));
-    pieces.data.file = Beside(path, QStringLiteral("dat"));
-    QFile data(pieces.data.file);
-    if (!pieces.data.file.isEmpty() && data.open(QIODevice::ReadOnly))
-        pieces.data.bytes = data.read(DataHead);
+    pieces.header = WholeFile(files.header);
+    pieces.information = WholeFile(files.information);
+    pieces.data = {files.data, 0, HeadOf(files.data, 0)};
     return pieces;
 }
 
-// Puts the section into its place; null if its text does not count.
-Piece* SectionOf(Pieces& pieces, const QString& kind, const Piece& empty)
+std::optional<Piece> SectionOf(const QString& path, const comtrade::Section& section)
 {
-    std::optional<Piece>* const place = kind == QLatin1String("CFG")   ? &pieces.configuration
-                                        : kind == QLatin1String("HDR") ? &pieces.header
-                                        : kind == QLatin1String("INF") ? &pieces.information
-                                                                       : nullptr;
-    if (place == nullptr)
-        return nullptr;
-    if (!*place)
-        *place = empty;
-    return &**place;
-}
-
-QByteArray WithoutEnd(QByteArray line)
-{
-    while (line.endsWith('\n') || line.endsWith('\r'))
-        line.chop(1);
-    return line;
+    if (section.firstLine == 0)
+        return std::nullopt;
+    return Piece{path, section.firstLine - 1, section.text};
 }
 
 Pieces OfContainer(const QString& path)
 {
+    comtrade::Findings ignored;
+    const comtrade::Container container = comtrade::ReadContainer(path, &ignored);
     Pieces pieces;
     pieces.isContainer = true;
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return pieces;
-    Piece* section = nullptr;
-    qint64 number = 0;
-    qint64 bytes = 0;
-    bool atLineStart = true;
-    while (!file.atEnd() && bytes <= LargestText) {
-        const QByteArray line = file.readLine(LineStep);
-        bytes += line.size();
-        number += atLineStart ? 1 : 0;
-        const std::optional<comtrade::Mark> mark = atLineStart ? comtrade::MarkOf(line) : std::nullopt;
-        atLineStart = line.endsWith('\n');
-        if (!mark) {
-            if (section != nullptr)
-                section->bytes += line;
-            continue;
-        }
-        pieces.marks.push_back({*mark, WithoutEnd(line), number});
-        section = SectionOf(pieces, mark->kind, {path, number, QByteArray()});
-        if (mark->kind != QLatin1String("DAT"))
-            continue;
-        pieces.data = {path, number, file.peek(DataHead)};
-        if (mark->dataBytes < 0 || !file.seek(file.pos() + mark->dataBytes))
-            break; // ASCII data go to the end
-    }
+    pieces.configuration = SectionOf(path, container.configuration);
+    pieces.header = SectionOf(path, container.header);
+    pieces.information = SectionOf(path, container.information);
+    pieces.data = {path, container.dataLine - 1, HeadOf(path, container.dataOffset)};
+    pieces.marks = container.marks;
     return pieces;
 }
 
@@ -105,9 +59,7 @@ Pieces OfContainer(const QString& path)
 
 Pieces PiecesOf(const QString& path)
 {
-    return QFileInfo(path).suffix().compare(QLatin1String("cff"), Qt::CaseInsensitive) == 0
-               ? OfContainer(path)
-               : OfFiles(path);
+    return path.endsWith(QLatin1String(".cff"), Qt::CaseInsensitive) ? OfContainer(path) : OfFiles(path);
 }
 
 } // namespace validate

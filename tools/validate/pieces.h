@@ -1,7 +1,7 @@
 // The texts of a record as they stand in its files, with the lines where they start.
 #pragma once
 
-#include "comtrade/mark.h"
+#include "comtrade/container.h"
 
 #include <QByteArray>
 #include <QString>
@@ -19,26 +19,18 @@ struct Piece
     QByteArray bytes;
 };
 
-/// A line of a container that separates sections.
-struct MarkLine
-{
-    comtrade::Mark mark;
-    QByteArray text; ///< as written, without its end
-    qint64 number = 0;
-};
-
 struct Pieces
 {
     bool isContainer = false;
     std::optional<Piece> configuration;
     std::optional<Piece> header;
     std::optional<Piece> information;
-    Piece data; ///< only the first few thousand bytes
-    std::vector<MarkLine> marks;
+    Piece data;                            ///< only the first few thousand bytes
+    std::vector<comtrade::MarkLine> marks; ///< of a container
 };
 
-/// The pieces of a record whose configuration or container has this path. What cannot be read is left out:
-/// the reader of records says why.
+/// The pieces of a record that can be opened. What is forgiven on the way is for its reader to report.
+/// Throws comtrade::Error.
 Pieces PiecesOf(const QString& path);
 
 } // namespace validate

@@ -24,14 +24,12 @@ inline Position PositionOf(const comtrade::Place& place, int field)
     return {place.line, place.ColumnOf(field)};
 }
 
-/// Names of the files beside each other.
-void CheckNames(const QString& path, const Pieces& pieces, Report& report);
-
 enum class TextKind { Configuration, Header, Information, Data };
 
-/// Characters, line ends and encoding of a text. The reader itself reports the line ends of a configuration,
-/// and every character of the data that is no number.
-void CheckText(const Piece& piece, TextKind kind, comtrade::Revision revision, Report& report);
+/// Characters, line ends and encoding of a text, which is read in the given one. The reader itself reports
+/// the line ends of a configuration, and every character of the data that is no number.
+void CheckText(const Piece& piece, TextKind kind, comtrade::Revision revision, const QString& encoding,
+               Report& report);
 
 /// Lengths of fields, and fields that may not be empty.
 void CheckFields(const CheckedConfiguration& checked);
@@ -46,7 +44,7 @@ void CheckTimes(const CheckedConfiguration& checked);
 void CheckMarks(const Pieces& pieces, const comtrade::Configuration& configuration, Report& report);
 
 /// The lines and sections of the INF text, and what they repeat of the configuration.
-void CheckInformation(const Piece& piece, const comtrade::Places& places, Report& report);
+void CheckInformation(const QString& text, const comtrade::Places& places, Report& report);
 
 /// The data, block by block.
 class DataCheck

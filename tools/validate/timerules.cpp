@@ -47,6 +47,11 @@ constexpr Rule StampsOverflow = {
 constexpr Rule YearOutOfRange = {
     reason::YearOutOfRange, Severity::Warning,
     QT_TRANSLATE_NOOP("validate", "the year is %1; the standard allows 1900 to 9999")};
+constexpr Rule SecondDigits = {
+    reason::SecondDigits, Severity::Note,
+    QT_TRANSLATE_NOOP("validate",
+                      "the seconds have %1 digits after the point; the standard has 6, and 9 for nanoseconds "
+                      "in revision 2013")};
 constexpr Rule DigitsDiffer = {
     reason::SecondDigits, Severity::Note,
     QT_TRANSLATE_NOOP("validate",
@@ -141,12 +146,19 @@ void CheckRates(const CheckedConfiguration& checked)
     CheckStamps(checked);
 }
 
-void CheckYear(const CheckedConfiguration& checked, const comtrade::Place& place, const TimeStamp& stamp)
+void CheckMoment(const CheckedConfiguration& checked, const comtrade::Place& place, const TimeStamp& stamp)
 {
     constexpr int firstYear = 1900;
     constexpr int lastYear = 9999;
+    constexpr int microseconds = 6;
+    constexpr int nanoseconds = 9;
     if (stamp.date.year() < firstYear || stamp.date.year() > lastYear)
         checked.report.Add(YearOutOfRange, PositionOf(place, 0), {QString::number(stamp.date.year())});
+    // What is too fine for the revision is said by the reader.
+    const bool is2013 = checked.configuration.revision == Revision::R2013;
+    if (stamp.decimals < microseconds ||
+        (is2013 && stamp.decimals > microseconds && stamp.decimals < nanoseconds))
+        checked.report.Add(SecondDigits, PositionOf(place, 1), {QString::number(stamp.decimals)});
 }
 
 void CheckMoments(const CheckedConfiguration& checked)
@@ -155,8 +167,8 @@ void CheckMoments(const CheckedConfiguration& checked)
     const TimeStamp& start = configuration.start;
     const TimeStamp& trigger = configuration.trigger;
     const comtrade::Place& place = checked.places.trigger;
-    CheckYear(checked, checked.places.start, start);
-    CheckYear(checked, place, trigger);
+    CheckMoment(checked, checked.places.start, start);
+    CheckMoment(checked, place, trigger);
     const auto isFine = [](const TimeStamp& stamp) { return stamp.decimals > 6; };
     if (configuration.revision == Revision::R2013 && isFine(start) != isFine(trigger))
         checked.report.Add(DigitsDiffer, PositionOf(place, 1),

@@ -1,5 +1,6 @@
 #include "validate/validate.h"
 
+#include "comtrade/text.h"
 #include "explain/file.h"
 #include "text/texts.h"
 #include "validate/rules.h"
@@ -35,14 +36,17 @@ QString WithoutName(const QString& message, const QString& file)
     return rest;
 }
 
-void CheckTexts(const Pieces& pieces, const Record& record, Findings& findings)
+void CheckTexts(const Pieces& pieces, const Record& record, const comtrade::ReadingOptions& options,
+                Findings& findings)
 {
-    const comtrade::Revision revision = record.Config().revision;
     const auto check = [&](const std::optional<Piece>& piece, TextKind kind) {
         if (!piece)
             return;
         Report report(findings, piece->file, piece->linesBefore);
-        CheckText(*piece, kind, revision, report);
+        const bool isData = kind == TextKind::Data;
+        const bool isGiven = isData || !options.encoding.isEmpty();
+        const QString encoding = isGiven ? options.encoding : comtrade::EncodingOf(piece->bytes);
+        CheckText(*piece, kind, record.Config().revision, encoding, report);
     };
     check(pieces.configuration, TextKind::Configuration);
     check(pieces.header, TextKind::Header);
@@ -82,13 +86,11 @@ void CheckWhole(const QString& path, const comtrade::ReadingOptions& options, Fi
     const CheckedConfiguration checked{record.Config(), record.Places(), report};
     if (pieces.isContainer)
         CheckMarks(pieces, record.Config(), report);
-    else
-        CheckNames(path, pieces, report);
-    CheckTexts(pieces, record, findings);
+    CheckTexts(pieces, record, options, findings);
     CheckConfiguration(checked);
     if (pieces.information) {
         Report information(findings, pieces.information->file, pieces.information->linesBefore);
-        CheckInformation(*pieces.information, record.Places(), information);
+        CheckInformation(record.InformationText(), record.Places(), information);
     }
     CheckData(checked, pieces, record, findings);
     findings.Add(record.Forgiven());
