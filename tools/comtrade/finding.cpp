@@ -10,10 +10,13 @@ void Findings::Add(const Finding& finding)
         findings.push_back(finding);
 }
 
-void Findings::Add(const Findings& others)
+void Findings::Add(const Findings& others, size_t firstMoved, qint64 lines)
 {
     std::map<std::pair<QString, QString>, qint64> kept;
-    for (const Finding& finding : others.findings) {
+    for (size_t i = 0; i < others.findings.size(); ++i) {
+        Finding finding = others.findings[i];
+        if (i >= firstMoved && finding.line > 0)
+            finding.line += lines;
         Add(finding);
         ++kept[{finding.file, QLatin1String(finding.reason)}];
     }

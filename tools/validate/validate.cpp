@@ -92,8 +92,11 @@ void CheckWhole(const QString& path, const comtrade::ReadingOptions& options, Fi
         Report information(findings, pieces.information->file, pieces.information->linesBefore);
         CheckInformation(record.InformationText(), record.Places(), information);
     }
+    const size_t beforeData = record.Forgiven().All().size();
     CheckData(checked, pieces, record, findings);
-    findings.Add(record.Forgiven());
+    // What the reader forgives in the data has the number of its sample for a line.
+    const bool hasLines = record.Config().dataType == comtrade::DataType::Ascii;
+    findings.Add(record.Forgiven(), beforeData, hasLines ? pieces.data.linesBefore : 0);
 }
 
 // How a finding is ordered: configuration, header, information and data, by the endings of their names.
