@@ -130,10 +130,11 @@ void CheckFields(const CheckedConfiguration& checked)
     for (const Place& place : places.analog)
         fields.Check(place, AnalogFields);
     for (const Place& place : places.states) {
-        if (place.fields.size() == int{std::size(ShortStateFields)})
-            fields.Check(place, ShortStateFields);
-        else
+        const auto count = static_cast<size_t>(place.fields.size());
+        if (count == std::size(StateFields))
             fields.Check(place, StateFields);
+        else if (count == std::size(ShortStateFields))
+            fields.Check(place, ShortStateFields); // of four, the reader finds out which are there
     }
     fields.Check(places.frequency, FrequencyFields);
     fields.Check(places.rateCount, RateCountFields);

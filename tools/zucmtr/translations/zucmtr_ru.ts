@@ -452,18 +452,6 @@ Example, with the sample station:
         <translation>%1: «%2» — не число</translation>
     </message>
     <message>
-        <source>no revision year: records of 1991 are not supported</source>
-        <translation>нет года редакции: записи редакции 1991 года не поддерживаются</translation>
-    </message>
-    <message>
-        <source>more than three fields; does a name hold a comma?</source>
-        <translation>больше трёх полей; нет ли запятой в наименовании?</translation>
-    </message>
-    <message>
-        <source>revision &apos;%1&apos; is not supported, only 1999 and 2013</source>
-        <translation>редакция «%1» не поддерживается, только 1999 и 2013</translation>
-    </message>
-    <message>
         <source>&apos;%1&apos; should be a number and %2</source>
         <translation>вместо «%1» должны быть число и буква %2</translation>
     </message>
@@ -566,10 +554,6 @@ Example, with the sample station:
     <message>
         <source>there is no .dat file beside it</source>
         <translation>рядом с ним нет файла .dat</translation>
-    </message>
-    <message>
-        <source>does not start with a section mark</source>
-        <translation>не начинается с метки раздела</translation>
     </message>
     <message>
         <source>has texts that are too large for a record</source>
@@ -702,6 +686,378 @@ Example, with the sample station:
     <message>
         <source>time quality</source>
         <translation>качество времени</translation>
+    </message>
+    <message>
+        <source>the letter of &apos;%1&apos; is not the Latin %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>read as %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the count of status channels comes before that of analog channels</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>each is known by its letter</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>a text holds a comma, which separates fields</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>read as &apos;%1&apos;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>quotation marks do not keep a comma inside of a field</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>read as if they did</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 has %2 fields, there are %3; does a name or a number hold a comma? Decimals need a point</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the ratio is not known, the values are taken as primary</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>what is missing is taken as not known</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 has %2 fields, there are %3</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the others are read as in revision 1999</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 is empty</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the minimum %1 is above the maximum %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the samples count, not the limits</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the side, P or S,</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 is &apos;%2&apos;, which is neither 0 nor 1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the total is taken as their sum</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the counts of each kind are taken</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the last one is taken as the normal state</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the normal state is taken as 0</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>a byte order mark precedes the text</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>it is left out</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the text ends with the byte 1A</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>what follows it is left out</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the text ends with bytes 0</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>they are left out</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>lines should end with CR LF, this one ends with %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>read as the end of a line</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>a blank line</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>passed over</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the line ends with a comma</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 is &apos;%2&apos;, which is no plain number</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 is &apos;%2&apos;, which is not written as an integer</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 lines follow the last one of a configuration</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>no comma separates date and time in &apos;%1&apos;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the blank is taken for it</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>a comma separates the decimals of the seconds</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>read as a point</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; separates day, month and year otherwise than with strokes</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>read as if they were strokes</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the line with %1 is missing</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the other of the two times is taken</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the year in &apos;%1&apos; should have %2 digits</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the day should come before the month, &apos;%1&apos; is no such date</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the month should come before the day, &apos;%1&apos; is no such date</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>a colon separates the decimals of the seconds</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the seconds have %1 decimals</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the first %1 are taken</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>read as they are; the times of the samples are in microseconds</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; has 60 seconds</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>read as the start of the next minute</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; has 24 hours</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>read as the start of the next day</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 is &apos;%2&apos;, which is no date</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>not known; 1970-01-01 stands for it</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the first line</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the others are left out</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>read as the station &apos;%1&apos; and the device &apos;%2&apos;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>read as revision %1, whose fields the lines have</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the first line has no revision year, which stands for 1991</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>revision &apos;%1&apos; is none of 1991, 1999 and 2013</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the lines do not have the fields of revision 1991</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>not known</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 sampling rates are announced, there are %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the samples are counted in the data</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the lines that are there are taken</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>data file type &apos;%1&apos; is none of ASCII, BINARY, BINARY32 and FLOAT32</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 is &apos;%2&apos;, but should be above 0</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>lines with time codes are of revision 2013</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>read all the same</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the file does not start with a section mark</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>what precedes the first mark is left out</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the section mark &apos;%1&apos; is not written as &apos;--- file type: %2 ---&apos;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>read as one</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>there is more than one %1 section</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the first one is taken</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>there is no %1 section</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>read as an empty one</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the section mark does not say how many bytes of binary data follow</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the section mark says %1 bytes of data, but they do not end there</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 bytes are taken</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1; %2</source>
+        <translation type="unfinished">%1: %2 {1;?}</translation>
+    </message>
+    <message>
+        <source>there is no encoding &apos;%1&apos;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the text is UTF-16</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>read as that</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the last sample is 0, but there are data</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 samples, as many as the data hold</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>there are several files of this name in other cases: &apos;%1&apos; and &apos;%2&apos;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the name differs from that of &apos;%1&apos; in its case</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>taken as a file of the same record</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>is a part of a record; give its configuration &apos;%1&apos;</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>
@@ -2853,6 +3209,266 @@ Examples:
     <message>
         <source>another program is at work with it</source>
         <translation>с ним сейчас работает другая программа</translation>
+    </message>
+</context>
+<context>
+    <name>validate</name>
+    <message>
+        <source>a record in one file came with revision 2013, this is revision %1; older readers do not know it</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>there is no section &apos;%1&apos;; the sections are CFG, INF, HDR and DAT</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>section %1 follows %2; the order is CFG, INF, HDR, DAT</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the mark is &apos;%1&apos;, but the configuration says %2 data; it should be &apos;%3&apos;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 has %2 characters, the standard allows %3: some readers cut it off or refuse the record; shorten it</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1, the unit, is empty, and the standard requires it; write NONE if there is no unit</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 is empty; revision 2013 wants at least one character, so that a name is seen</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>there is no channel; a record has at least one</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the channel has number %1, and is number %2 of its kind; the numbers count from 1 in the order of the lines, as the data do</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the multiplier a is 0, so that all values of the channel are b; give the value of one unit of the data</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 is %2, which %3 data cannot hold: they go from %4 to %5</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 is %2; the ratio of the transformer needs a number above 0 (1 if there is no transformer), or primary and secondary values cannot be converted</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the skew is %1 microseconds, more than the %2 from one sample to the next</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the sample has number %1, not %2; the numbers count from 1, one by one (samples out of step: %3)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the time of the sample is %1, that of the one before is %2; times go up (samples that do not follow: %3)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the sample has no time, and the configuration no rate for it, so that nobody knows when it was (samples without a time: %1)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the sample is %1 s after the first one of its rate by its time, and %3 s by the rate of %2 per second; readers use one or the other (samples that disagree: %4)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>analog channel %1 has the value %2, its limits are %3 and %4; some readers cut off what is beyond, or scale by the limits (samples beyond them: %5)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>analog channel %1 has the value %2; ASCII data before revision 2013 are integers (samples that are not: %3)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the text has letters beyond ASCII; before revision 2013 there are none, and each reader guesses the encoding; read as %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the text is not UTF-8, the encoding of revision 2013, and not every reader guesses another one; read as %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the line has the control character %1; a text has none but line ends</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>lines should end with CR LF, this one does not</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the header holds bytes that no text has; it should be a text for people</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the line comes before the first section, so that it belongs to none</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the line is neither a section in brackets nor &apos;name=value&apos;; comments start with &apos;;&apos;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the heading of a section ends with &apos;]&apos;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>section [%1] is in line %2 already; readers take one of them</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is in line %2 of this section already; readers take one of them</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the standard has no public section [%1]; start the heading of your own ones with another word than Public</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 is &apos;%2&apos;, but the configuration says &apos;%3&apos;; they must be the same</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the section is about channel %1 of %2 in the configuration</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>there is no section [Public %1], which the standard wants</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the frequency of the network is %1 Hz; 50 and 60 are usual</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the number of rates is 0, but the rate is %1; it is 0 where the times of the samples count alone</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the rate is 0 in a list of %1; without a constant rate the number of rates is 0 as well</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>there are %1 rates; the standard allows 999</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the rate ends with sample %1, as the one before does, so that no sample has it; take it out</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the last sample is 0: the record has none</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the times of the samples go to %1, and their field ends with %2; use a larger time multiplier</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the year is %1; the standard allows 1900 to 9999</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the seconds have %1 digits after the point; the standard has 6, and 9 for nanoseconds in revision 2013</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the seconds have %1 digits after the point, those of the start have %2; they say in which unit the times of the samples are, so give both as many</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the trigger is %1 s before the first sample; readers that look for it among the samples find none</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the trigger is %1 s after the first sample, and the record has %2 s</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 data came with revision 2013, this is revision %2; older readers refuse them</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; should be the difference from UTC, as +3, -7h15 or 0, or x where it is not known</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the quality of the time is &apos;%1&apos;; it is 0 to 9, A, B or F</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the leap second is &apos;%1&apos;; it is 0, 1, 2 or 3</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the record cannot be read: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the data cannot be read to their end: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 (and %2 more of this kind in the file)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1: nothing is wrong</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>notes: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1: nothing is wrong; %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>errors: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>warnings: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation type="unfinished">%1: %2</translation>
+    </message>
+    <message>
+        <source>Check whether COMTRADE records keep to the standard</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>One JSON object per finding, for programs</source>
+        <translation type="unfinished">Объект JSON на каждую находку, для программ</translation>
+    </message>
+    <message>
+        <source>The .cfg or .cff files of records; the files beside them are checked too</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Holds configuration, data, header and information, or the one file with all of them, against the rules of
+IEEE C37.111, revisions 1991, 1999 and 2013. An error makes readers fail or show something else; a warning is
+not understood by every reader, or not what it looks like; a note is worth knowing.
+
+Exit code: 0 nothing but notes, 1 errors or warnings, 2 wrong usage.
+
+Example, with the sample station:
+  zucmtr sample --out station
+  zucmtr convert --out comtrade --make-out station
+  zucmtr validate comtrade/*.cfg</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>
