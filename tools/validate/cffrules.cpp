@@ -12,9 +12,9 @@ using comtrade::Revision;
 
 constexpr Rule ContainerRevision = {
     reason::ContainerRevision, Severity::Warning,
-    QT_TRANSLATE_NOOP("validate",
-                      "a record in one file came with revision 2013, this is revision %1; older readers "
-                      "do not know it")};
+    QT_TRANSLATE_NOOP(
+        "validate",
+        "a container (.cff) came with revision 2013, this is revision %1; older readers do not know it")};
 constexpr Rule UnknownSection = {
     reason::UnknownSection, Severity::Warning,
     QT_TRANSLATE_NOOP("validate", "there is no section '%1'; the sections are CFG, INF, HDR and DAT")};

@@ -25,8 +25,7 @@ constexpr Rule UnitEmpty = {
                       "no unit")};
 constexpr Rule NameEmpty = {
     reason::FieldEmpty, Severity::Note,
-    QT_TRANSLATE_NOOP("validate",
-                      "%1 is empty; revision 2013 wants at least one character, so that a name is seen")};
+    QT_TRANSLATE_NOOP("validate", "%1 is empty; revision 2013 requires at least one character")};
 
 enum class WhenEmpty { Fine, UnnamedIn2013, WithoutUnit };
 

@@ -18,9 +18,8 @@ constexpr Rule NoChannels = {reason::NoChannels, Severity::Warning,
                              QT_TRANSLATE_NOOP("validate", "there is no channel; a record has at least one")};
 constexpr Rule ChannelNumbering = {
     reason::ChannelNumbering, Severity::Warning,
-    QT_TRANSLATE_NOOP("validate",
-                      "the channel has number %1, and is number %2 of its kind; the numbers count from 1 "
-                      "in the order of the lines, as the data do")};
+    QT_TRANSLATE_NOOP("validate", "the channel has number %1, and is number %2 of its kind; channels are "
+                                  "numbered from 1 in the order of their lines")};
 constexpr Rule ZeroMultiplier = {
     reason::ZeroMultiplier, Severity::Warning,
     QT_TRANSLATE_NOOP("validate",

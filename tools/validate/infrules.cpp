@@ -26,9 +26,8 @@ constexpr Rule KeyTwice = {
     QT_TRANSLATE_NOOP("validate", "'%1' is in line %2 of this section already; readers take one of them")};
 constexpr Rule UnknownSection = {
     reason::UnknownSection, Severity::Warning,
-    QT_TRANSLATE_NOOP("validate",
-                      "the standard has no public section [%1]; start the heading of your own ones with "
-                      "another word than Public")};
+    QT_TRANSLATE_NOOP("validate", "the standard has no public section [%1]; the headings of other sections "
+                                  "start with another word than Public")};
 
 class Reader
 {

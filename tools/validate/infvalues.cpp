@@ -18,7 +18,7 @@ constexpr Rule ChannelUnknown = {
     QT_TRANSLATE_NOOP("validate", "the section is about channel %1 of %2 in the configuration")};
 constexpr Rule NoRecordInformation = {
     reason::SectionLacking, Severity::Note,
-    QT_TRANSLATE_NOOP("validate", "there is no section [Public %1], which the standard wants")};
+    QT_TRANSLATE_NOOP("validate", "there is no section [Public %1], which the standard requires")};
 
 // Keys of a channel's section in the order of the fields of its CFG line after the number.
 constexpr std::array<const char*, 12> AnalogKeys = {"Channel_ID",

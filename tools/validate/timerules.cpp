@@ -23,13 +23,11 @@ constexpr Rule OddFrequency = {
 constexpr Rule RateWithoutCount = {
     reason::RateContradicts, Severity::Warning,
     QT_TRANSLATE_NOOP("validate",
-                      "the number of rates is 0, but the rate is %1; it is 0 where the times of the samples "
-                      "count alone")};
+                      "the number of rates is 0, but the rate is %1; without a constant rate both are 0")};
 constexpr Rule RateZero = {
     reason::RateContradicts, Severity::Warning,
     QT_TRANSLATE_NOOP("validate",
-                      "the rate is 0 in a list of %1; without a constant rate the number of rates is 0 as "
-                      "well")};
+                      "the rate is 0, but the number of rates is %1; without a constant rate both are 0")};
 constexpr Rule TooManyRates = {reason::RateContradicts, Severity::Warning,
                                QT_TRANSLATE_NOOP("validate", "there are %1 rates; the standard allows 999")};
 constexpr Rule RateOrder = {
@@ -55,8 +53,8 @@ constexpr Rule SecondDigits = {
 constexpr Rule DigitsDiffer = {
     reason::SecondDigits, Severity::Note,
     QT_TRANSLATE_NOOP("validate",
-                      "the seconds have %1 digits after the point, those of the start have %2; they say in "
-                      "which unit the times of the samples are, so give both as many")};
+                      "the seconds have %1 digits after the point, those of the start have %2; the digits "
+                      "give the unit of the times of the samples, so give both as many")};
 constexpr Rule TriggerBeforeStart = {
     reason::TriggerOutside, Severity::Warning,
     QT_TRANSLATE_NOOP("validate",

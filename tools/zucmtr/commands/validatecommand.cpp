@@ -84,20 +84,23 @@ void AddValidateCommand(CLI::App& app, Action& chosen)
     AddArgument(
         *command, "RECORD", options->files,
         HelpText("validate", "The .cfg or .cff files of records; the files beside them are checked too"));
-    command->footer(HelpText(
-        "validate",
-        "Holds configuration, data, header and information, or the one file with all of them, against the "
-        "rules "
-        "of\n"
-        "IEEE C37.111, revisions 1991, 1999 and 2013. An error makes readers fail or show something else; a "
-        "warning is\n"
-        "not understood by every reader, or not what it looks like; a note is worth knowing.\n"
-        "\n"
-        "Exit code: 0 nothing but notes, 1 errors or warnings, 2 wrong usage.\n"
-        "\n"
-        "Example, with the sample station:\n"
-        "  zucmtr sample --out station\n"
-        "  zucmtr convert --out comtrade --make-out station\n"
-        "  zucmtr validate comtrade/*.cfg"));
+    command->footer(HelpText("validate",
+                             "Compares the configuration, data, header and information file of a record, or "
+                             "the one file that holds "
+                             "them\n"
+                             "all, with the rules of IEEE C37.111, revisions 1991, 1999 and 2013. An error "
+                             "makes readers fail or show "
+                             "what\n"
+                             "is not there; a warning is something that not every reader understands, or not "
+                             "what it looks like; a note "
+                             "is\n"
+                             "worth knowing.\n"
+                             "\n"
+                             "Exit code: 0 nothing but notes, 1 errors or warnings, 2 wrong usage.\n"
+                             "\n"
+                             "Example, with the sample station:\n"
+                             "  zucmtr sample --out station\n"
+                             "  zucmtr convert --out comtrade --make-out station\n"
+                             "  zucmtr validate comtrade/*.cfg"));
     command->callback([options, &chosen] { chosen = [options] { return RunValidate(*options); }; });
 }

@@ -1059,6 +1059,90 @@ Example, with the sample station:
         <source>is a part of a record; give its configuration &apos;%1&apos;</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>semicolons separate the fields, not commas</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>tabs separate the fields, not commas</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>read as if they were commas</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the sample has no number</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the sample has no field for analog channel %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the value counts as missing</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the sample has %1 more fields than there are channels</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the data start with a byte order mark</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the line after the last sample is no sample</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>left out</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the last sample is cut off</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>there are bytes after the mark of the end, 1A</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>there are bytes 0 after the last sample</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>there are %1 bytes after the last sample</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the configuration says %1 samples, the data hold %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>all that are there are read</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the configuration says %1, but the data are %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>read as these</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the data are UTF-16</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the configuration says %1, but the data are no text, and no binary type fits their size</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the configuration says %1, but the data are as large as those of several other types</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>convert</name>
@@ -3214,253 +3298,254 @@ Examples:
 <context>
     <name>validate</name>
     <message>
-        <source>a record in one file came with revision 2013, this is revision %1; older readers do not know it</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
         <source>there is no section &apos;%1&apos;; the sections are CFG, INF, HDR and DAT</source>
-        <translation type="unfinished"></translation>
+        <translation>раздела «%1» нет в стандарте; есть разделы CFG, INF, HDR и DAT</translation>
     </message>
     <message>
         <source>section %1 follows %2; the order is CFG, INF, HDR, DAT</source>
-        <translation type="unfinished"></translation>
+        <translation>раздел %1 стоит после %2; порядок разделов: CFG, INF, HDR, DAT</translation>
     </message>
     <message>
         <source>the mark is &apos;%1&apos;, but the configuration says %2 data; it should be &apos;%3&apos;</source>
-        <translation type="unfinished"></translation>
+        <translation>заголовок раздела — «%1», а по конфигурации данные имеют тип %2; должно быть «%3»</translation>
     </message>
     <message>
         <source>%1 has %2 characters, the standard allows %3: some readers cut it off or refuse the record; shorten it</source>
-        <translation type="unfinished"></translation>
+        <translation>в поле %1 %2 симв., стандарт допускает %3: одни программы обрежут его, другие не прочтут запись; сократите</translation>
     </message>
     <message>
         <source>%1, the unit, is empty, and the standard requires it; write NONE if there is no unit</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>%1 is empty; revision 2013 wants at least one character, so that a name is seen</source>
-        <translation type="unfinished"></translation>
+        <translation>единица измерения %1 не указана, а стандарт её требует; если единицы нет, пишите NONE</translation>
     </message>
     <message>
         <source>there is no channel; a record has at least one</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>the channel has number %1, and is number %2 of its kind; the numbers count from 1 in the order of the lines, as the data do</source>
-        <translation type="unfinished"></translation>
+        <translation>нет ни одного канала; в записи должен быть хотя бы один</translation>
     </message>
     <message>
         <source>the multiplier a is 0, so that all values of the channel are b; give the value of one unit of the data</source>
-        <translation type="unfinished"></translation>
+        <translation>множитель a равен 0, поэтому все значения канала равны b; укажите цену единицы кода</translation>
     </message>
     <message>
         <source>%1 is %2, which %3 data cannot hold: they go from %4 to %5</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 = %2, но данные типа %3 лежат в пределах от %4 до %5</translation>
     </message>
     <message>
         <source>%1 is %2; the ratio of the transformer needs a number above 0 (1 if there is no transformer), or primary and secondary values cannot be converted</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 = %2; для коэффициента трансформации нужно число больше 0 (1, если трансформатора нет), иначе первичные и вторичные значения не пересчитать</translation>
     </message>
     <message>
         <source>the skew is %1 microseconds, more than the %2 from one sample to the next</source>
-        <translation type="unfinished"></translation>
+        <translation>сдвиг времени %1 мкс больше интервала между отсчётами, %2 мкс</translation>
     </message>
     <message>
         <source>the sample has number %1, not %2; the numbers count from 1, one by one (samples out of step: %3)</source>
-        <translation type="unfinished"></translation>
+        <translation>номер отсчёта %1, а не %2; отсчёты нумеруются подряд с 1 (отсчётов с нарушением: %3)</translation>
     </message>
     <message>
         <source>the time of the sample is %1, that of the one before is %2; times go up (samples that do not follow: %3)</source>
-        <translation type="unfinished"></translation>
+        <translation>метка времени отсчёта %1, у предыдущего %2; метки должны возрастать (отсчётов с нарушением: %3)</translation>
     </message>
     <message>
         <source>the sample has no time, and the configuration no rate for it, so that nobody knows when it was (samples without a time: %1)</source>
-        <translation type="unfinished"></translation>
+        <translation>у отсчёта нет метки времени, а в конфигурации нет частоты дискретизации, поэтому его момент неизвестен (отсчётов без метки: %1)</translation>
     </message>
     <message>
         <source>the sample is %1 s after the first one of its rate by its time, and %3 s by the rate of %2 per second; readers use one or the other (samples that disagree: %4)</source>
-        <translation type="unfinished"></translation>
+        <translation>по метке времени отсчёт отстоит от первого с той же частотой на %1 с, а по частоте %2 отсчётов в секунду — на %3 с; программы берут то или другое (отсчётов с расхождением: %4)</translation>
     </message>
     <message>
         <source>analog channel %1 has the value %2, its limits are %3 and %4; some readers cut off what is beyond, or scale by the limits (samples beyond them: %5)</source>
-        <translation type="unfinished"></translation>
+        <translation>в аналоговом канале %1 значение %2 вне пределов %3 и %4; одни программы обрежут его, другие выбирают по пределам масштаб (отсчётов вне пределов: %5)</translation>
     </message>
     <message>
         <source>analog channel %1 has the value %2; ASCII data before revision 2013 are integers (samples that are not: %3)</source>
-        <translation type="unfinished"></translation>
+        <translation>в аналоговом канале %1 значение %2; до редакции 2013 данные ASCII — целые числа (дробных отсчётов: %3)</translation>
     </message>
     <message>
         <source>the text has letters beyond ASCII; before revision 2013 there are none, and each reader guesses the encoding; read as %1</source>
-        <translation type="unfinished"></translation>
+        <translation>в тексте есть буквы вне ASCII; до редакции 2013 их нет, и каждая программа угадывает кодировку сама; прочитано как %1</translation>
     </message>
     <message>
         <source>the text is not UTF-8, the encoding of revision 2013, and not every reader guesses another one; read as %1</source>
-        <translation type="unfinished"></translation>
+        <translation>текст не в UTF-8, кодировке редакции 2013, а другую угадает не каждая программа; прочитано как %1</translation>
     </message>
     <message>
         <source>the line has the control character %1; a text has none but line ends</source>
-        <translation type="unfinished"></translation>
+        <translation>в строке управляющий символ %1; в тексте допустимы только концы строк</translation>
     </message>
     <message>
         <source>lines should end with CR LF, this one does not</source>
-        <translation type="unfinished"></translation>
+        <translation>строки должны заканчиваться символами CR LF, а эта заканчивается иначе</translation>
     </message>
     <message>
         <source>the header holds bytes that no text has; it should be a text for people</source>
-        <translation type="unfinished"></translation>
+        <translation>в файле заголовка есть байты, которых не бывает в тексте; это должен быть текст для чтения человеком</translation>
     </message>
     <message>
         <source>the line comes before the first section, so that it belongs to none</source>
-        <translation type="unfinished"></translation>
+        <translation>строка стоит до первой секции и не относится ни к одной</translation>
     </message>
     <message>
         <source>the line is neither a section in brackets nor &apos;name=value&apos;; comments start with &apos;;&apos;</source>
-        <translation type="unfinished"></translation>
+        <translation>строка — ни секция в квадратных скобках, ни «имя=значение»; комментарии начинаются с «;»</translation>
     </message>
     <message>
         <source>the heading of a section ends with &apos;]&apos;</source>
-        <translation type="unfinished"></translation>
+        <translation>заголовок секции должен заканчиваться скобкой «]»</translation>
     </message>
     <message>
         <source>section [%1] is in line %2 already; readers take one of them</source>
-        <translation type="unfinished"></translation>
+        <translation>секция [%1] уже есть в строке %2; программы возьмут одну из них</translation>
     </message>
     <message>
         <source>&apos;%1&apos; is in line %2 of this section already; readers take one of them</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>the standard has no public section [%1]; start the heading of your own ones with another word than Public</source>
-        <translation type="unfinished"></translation>
+        <translation>«%1» уже есть в этой секции, в строке %2; программы возьмут одно из двух</translation>
     </message>
     <message>
         <source>%1 is &apos;%2&apos;, but the configuration says &apos;%3&apos;; they must be the same</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 — «%2», а в конфигурации «%3»; они должны совпадать</translation>
     </message>
     <message>
         <source>the section is about channel %1 of %2 in the configuration</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>there is no section [Public %1], which the standard wants</source>
-        <translation type="unfinished"></translation>
+        <translation>секция описывает канал %1, а в конфигурации каналов этого вида %2</translation>
     </message>
     <message>
         <source>the frequency of the network is %1 Hz; 50 and 60 are usual</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>the number of rates is 0, but the rate is %1; it is 0 where the times of the samples count alone</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>the rate is 0 in a list of %1; without a constant rate the number of rates is 0 as well</source>
-        <translation type="unfinished"></translation>
+        <translation>частота сети %1 Гц; обычно она 50 или 60</translation>
     </message>
     <message>
         <source>there are %1 rates; the standard allows 999</source>
-        <translation type="unfinished"></translation>
+        <translation>частот дискретизации %1; стандарт допускает 999</translation>
     </message>
     <message>
         <source>the rate ends with sample %1, as the one before does, so that no sample has it; take it out</source>
-        <translation type="unfinished"></translation>
+        <translation>частота заканчивается отсчётом %1, как и предыдущая, так что с ней нет ни одного отсчёта; уберите её</translation>
     </message>
     <message>
         <source>the last sample is 0: the record has none</source>
-        <translation type="unfinished"></translation>
+        <translation>номер последнего отсчёта 0: в записи нет отсчётов</translation>
     </message>
     <message>
         <source>the times of the samples go to %1, and their field ends with %2; use a larger time multiplier</source>
-        <translation type="unfinished"></translation>
+        <translation>метки времени доходят до %1, а поле вмещает %2; увеличьте множитель времени</translation>
     </message>
     <message>
         <source>the year is %1; the standard allows 1900 to 9999</source>
-        <translation type="unfinished"></translation>
+        <translation>год %1; стандарт допускает годы с 1900 по 9999</translation>
     </message>
     <message>
         <source>the seconds have %1 digits after the point; the standard has 6, and 9 for nanoseconds in revision 2013</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>the seconds have %1 digits after the point, those of the start have %2; they say in which unit the times of the samples are, so give both as many</source>
-        <translation type="unfinished"></translation>
+        <translation>у секунд %1 цифр после точки; по стандарту их 6, а для наносекунд в редакции 2013 — 9</translation>
     </message>
     <message>
         <source>the trigger is %1 s before the first sample; readers that look for it among the samples find none</source>
-        <translation type="unfinished"></translation>
+        <translation>пуск на %1 с раньше первого отсчёта; программы, которые ищут его среди отсчётов, его не найдут</translation>
     </message>
     <message>
         <source>the trigger is %1 s after the first sample, and the record has %2 s</source>
-        <translation type="unfinished"></translation>
+        <translation>пуск через %1 с после первого отсчёта, а длительность записи %2 с</translation>
     </message>
     <message>
         <source>%1 data came with revision 2013, this is revision %2; older readers refuse them</source>
-        <translation type="unfinished"></translation>
+        <translation>данные типа %1 появились в редакции 2013, здесь редакция %2; программы, рассчитанные на неё, их не прочтут</translation>
     </message>
     <message>
         <source>&apos;%1&apos; should be the difference from UTC, as +3, -7h15 or 0, or x where it is not known</source>
-        <translation type="unfinished"></translation>
+        <translation>«%1» — здесь должна быть разница с UTC, например +3, -7h15 или 0, либо x, если она неизвестна</translation>
     </message>
     <message>
         <source>the quality of the time is &apos;%1&apos;; it is 0 to 9, A, B or F</source>
-        <translation type="unfinished"></translation>
+        <translation>качество времени — «%1»; возможны 0–9, A, B и F</translation>
     </message>
     <message>
         <source>the leap second is &apos;%1&apos;; it is 0, 1, 2 or 3</source>
-        <translation type="unfinished"></translation>
+        <translation>признак високосной секунды — «%1»; возможны 0, 1, 2 и 3</translation>
     </message>
     <message>
         <source>the record cannot be read: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>запись не читается: %1</translation>
     </message>
     <message>
         <source>the data cannot be read to their end: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>данные не читаются до конца: %1</translation>
     </message>
     <message>
         <source>%1 (and %2 more of this kind in the file)</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 (и ещё таких в файле: %2)</translation>
     </message>
     <message>
         <source>%1: nothing is wrong</source>
-        <translation type="unfinished"></translation>
+        <translation>%1: ошибок нет</translation>
     </message>
     <message>
         <source>notes: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>примечаний: %1</translation>
     </message>
     <message>
         <source>%1: nothing is wrong; %2</source>
-        <translation type="unfinished"></translation>
+        <translation>%1: ошибок нет; %2</translation>
     </message>
     <message>
         <source>errors: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>ошибок: %1</translation>
     </message>
     <message>
         <source>warnings: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>предупреждений: %1</translation>
     </message>
     <message>
         <source>%1: %2</source>
-        <translation type="unfinished">%1: %2</translation>
+        <translation>%1: %2</translation>
     </message>
     <message>
         <source>Check whether COMTRADE records keep to the standard</source>
-        <translation type="unfinished"></translation>
+        <translation>Проверить, соответствуют ли записи COMTRADE стандарту</translation>
     </message>
     <message>
         <source>One JSON object per finding, for programs</source>
-        <translation type="unfinished">Объект JSON на каждую находку, для программ</translation>
+        <translation>По одному объекту JSON на замечание, для программ</translation>
     </message>
     <message>
         <source>The .cfg or .cff files of records; the files beside them are checked too</source>
-        <translation type="unfinished"></translation>
+        <translation>Файлы .cfg или .cff записей; файлы рядом с ними тоже проверяются</translation>
     </message>
     <message>
-        <source>Holds configuration, data, header and information, or the one file with all of them, against the rules of
-IEEE C37.111, revisions 1991, 1999 and 2013. An error makes readers fail or show something else; a warning is
-not understood by every reader, or not what it looks like; a note is worth knowing.
+        <source>a container (.cff) came with revision 2013, this is revision %1; older readers do not know it</source>
+        <translation>единый файл (.cff) появился в редакции 2013, здесь редакция %1; программы, рассчитанные на неё, такого файла не знают</translation>
+    </message>
+    <message>
+        <source>%1 is empty; revision 2013 requires at least one character</source>
+        <translation>поле %1 пусто; в редакции 2013 нужен хотя бы один символ</translation>
+    </message>
+    <message>
+        <source>the channel has number %1, and is number %2 of its kind; channels are numbered from 1 in the order of their lines</source>
+        <translation>номер канала %1, а по порядку среди каналов своего вида он %2-й; каналы нумеруются с 1 в порядке строк</translation>
+    </message>
+    <message>
+        <source>the standard has no public section [%1]; the headings of other sections start with another word than Public</source>
+        <translation>открытой секции [%1] в стандарте нет; заголовки прочих секций начинаются не со слова Public</translation>
+    </message>
+    <message>
+        <source>there is no section [Public %1], which the standard requires</source>
+        <translation>нет секции [Public %1], которой требует стандарт</translation>
+    </message>
+    <message>
+        <source>the number of rates is 0, but the rate is %1; without a constant rate both are 0</source>
+        <translation>число частот дискретизации 0, а частота %1; без постоянной частоты оба числа равны 0</translation>
+    </message>
+    <message>
+        <source>the rate is 0, but the number of rates is %1; without a constant rate both are 0</source>
+        <translation>частота дискретизации 0, а число частот %1; без постоянной частоты оба числа равны 0</translation>
+    </message>
+    <message>
+        <source>the seconds have %1 digits after the point, those of the start have %2; the digits give the unit of the times of the samples, so give both as many</source>
+        <translation>у секунд %1 цифр после точки, а у времени начала %2; по их числу определяется единица меток времени, поэтому оно должно быть одинаковым</translation>
+    </message>
+    <message>
+        <source>Compares the configuration, data, header and information file of a record, or the one file that holds them
+all, with the rules of IEEE C37.111, revisions 1991, 1999 and 2013. An error makes readers fail or show what
+is not there; a warning is something that not every reader understands, or not what it looks like; a note is
+worth knowing.
 
 Exit code: 0 nothing but notes, 1 errors or warnings, 2 wrong usage.
 
@@ -3468,7 +3553,16 @@ Example, with the sample station:
   zucmtr sample --out station
   zucmtr convert --out comtrade --make-out station
   zucmtr validate comtrade/*.cfg</source>
-        <translation type="unfinished"></translation>
+        <translation>Сверяет файлы конфигурации, данных, заголовка и информации записи, или единый файл с ними, с правилами
+IEEE C37.111 редакций 1991, 1999 и 2013. Из-за ошибки программы не читают запись или показывают то, чего нет;
+предупреждение — то, что понимает не каждая программа или что не является тем, чем кажется; примечание полезно знать.
+
+Код завершения: 0 — нет ничего, кроме примечаний, 1 — ошибки или предупреждения, 2 — неверный вызов.
+
+Пример, с образцом подстанции:
+  zucmtr sample --out station
+  zucmtr convert --out comtrade --make-out station
+  zucmtr validate comtrade/*.cfg</translation>
     </message>
 </context>
 <context>
