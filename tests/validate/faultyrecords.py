@@ -278,4 +278,18 @@ FAULTS = [
     fault("times that the rate contradicts", "1999 ASCII", ",3000,", ",4000,", ("dat", 4, None, "warning", "timesDisagree")),
     fault("value beyond the limits", "CFF ASCII", ",-23,", ",-32768,", ("cff", 54, None, "warning", "samplesOutsideLimits")),
     fault("fraction in data of 1999", "1999 ASCII", ",-21,", ",-21.5,", ("dat", 2, None, "warning", "codeNotInteger")),
+    # What the reader forgives in the data.
+    fault("one sample less", "1999 BINARY", binary_data("BINARY")[-14:], b"", ("dat", 3, None, "error", "samplesLacking")),
+    fault("one sample more", "1999 ASCII", "4,3000,13,-23,1\n", "4,3000,13,-23,1\n5,4000,14,-24,1\n",
+          ("dat", 5, None, "error", "samplesLeftOver")),
+    fault("last sample cut off", "1999 BINARY", binary_data("BINARY")[-5:], b"", ("dat", 4, None, "error", "sampleCutOff")),
+    fault("bytes after the last sample", "1999 BINARY", binary_data("BINARY"), binary_data("BINARY") + b"more",
+          ("dat", 4, None, "warning", "bytesLeftOver")),
+    fault("zeros after the last sample", "1999 BINARY", binary_data("BINARY"), binary_data("BINARY") + bytes(9),
+          ("dat", 4, None, "warning", "zerosLeftOver")),
+    fault("ASCII data that should be binary", "1999 BINARY", binary_data("BINARY"), ascii_data(),
+          ("dat", 0, None, "error", "dataTypeDiffers")),
+    fault("semicolons", "1999 ASCII", ascii_data(), ascii_data().replace(b",", b";"), ("dat", 1, None, "error", "fieldSeparator")),
+    fault("a field more", "CFF ASCII", "3,2000,12,-22,1", "3,2000,12,-22,1,1", ("cff", 53, None, "error", "fieldsLeftOver")),
+    fault("no data", "1999 ASCII", ascii_data(), "no data\n", ("dat", 0, None, "error", "dataUnreadable")),
 ]

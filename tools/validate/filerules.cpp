@@ -19,6 +19,11 @@ constexpr Rule NotUtf8 = {
     QT_TRANSLATE_NOOP("validate",
                       "the text is not UTF-8, the encoding of revision 2013, and not every reader guesses "
                       "another one; read as %1")};
+constexpr Rule ByteOrderMark = {
+    reason::ByteOrderMark, Severity::Warning,
+    QT_TRANSLATE_NOOP("validate",
+                      "the text starts with a byte order mark, which some readers take for a part of it; "
+                      "write it without")};
 constexpr Rule ControlCharacter = {
     reason::ControlCharacter, Severity::Warning,
     QT_TRANSLATE_NOOP("validate", "the line has the control character %1; a text has none but line ends")};
@@ -43,7 +48,10 @@ Position PositionOfByte(const QByteArray& bytes, int at)
 
 void CheckEncoding(const QByteArray& bytes, Revision revision, const QString& encoding, Report& report)
 {
-    const auto* const first = std::find_if(bytes.begin() + ByteOrderMarkSize(bytes), bytes.end(),
+    const int markSize = ByteOrderMarkSize(bytes);
+    if (markSize > 0)
+        report.Add(ByteOrderMark, {1, 0});
+    const auto* const first = std::find_if(bytes.begin() + markSize, bytes.end(),
                                            [](char byte) { return static_cast<signed char>(byte) < 0; });
     if (first == bytes.end())
         return;
