@@ -23,9 +23,9 @@ public:
             Write(QStringLiteral("rec.cfg"), ExampleConfiguration().replace("\nASCII\n", '\n' + type + '\n'));
     }
 
-    std::vector<Row> Rows() const
+    std::vector<Row> Rows(const comtrade::ReadingOptions& options = comtrade::Strict()) const
     {
-        Record record(path);
+        Record record(path, options);
         std::vector<Row> rows;
         Row row;
         while (record.Next(row))
@@ -253,6 +253,6 @@ TEST_F(ComtradeContainer, FailuresNameWhatIsMissing)
     EXPECT_EQ(Error("text\n"), "rec.cff: has no CFG section");
     EXPECT_EQ(Error(""), "rec.cff: has no CFG section");
     EXPECT_EQ(Error(configuration), "rec.cff: has no DAT section");
-    EXPECT_EQ(Error(configuration + "--- file type: DAT BINARY: 14 ---\r\n1234"),
+    EXPECT_EQ(Error(configuration + "--- file type: DAT BINARY: 14 ---\r\n1234\n"),
               "rec.cff, record 1: ends before timestamp");
 }

@@ -209,7 +209,8 @@ private:
         double number = Missing;
         if (!fields.IsEmpty() && !fields.To(number))
             number = LooseNumber(name);
-        return number == missing || !std::isfinite(number) ? Missing : number;
+        const bool isThere = number != missing && std::isfinite(number);
+        return !isThere ? Missing : number == 0 ? 0 : number; // without the sign of -0
     }
 
     // A value at the end of the line that is not there is as good as an empty one. A state is not: there is

@@ -44,6 +44,7 @@ private:
     bool ReadOddLine(const char* stop, bool hasEnd, const Target& target);
     void PassLineEnd();
     void PassByteOrderMark();
+    void PassPadding();
     void EndWithZeros();
     void RemarkBlankLine(Severity severity);
     bool IsZeroRecord() const;

@@ -87,9 +87,11 @@ bool DataReader::PassWhatIsNoLine()
             PassBytesAfterEnd();
             break;
         } else if (byte == '\0') {
-            begin += static_cast<size_t>(std::find_if_not(At(), At() + Unread(), IsPadding) - At());
-            if (Fill(1))
-                continue;
+            PassPadding();
+            if (Unread() > 0) {
+                ++record;
+                Fail(Tr("comtrade", "is preceded by bytes 0"));
+            }
             EndWithZeros();
             break;
         } else {
@@ -178,12 +180,17 @@ void DataReader::PassLineEnd()
             Tr("comtrade", "read as the end of a line")});
 }
 
-// After the mark of the end only padding says nothing.
-void DataReader::PassBytesAfterEnd()
+void DataReader::PassPadding()
 {
     do {
         begin += static_cast<size_t>(std::find_if_not(At(), At() + Unread(), IsPadding) - At());
     } while (Unread() == 0 && Fill(1));
+}
+
+// After the mark of the end only padding says nothing.
+void DataReader::PassBytesAfterEnd()
+{
+    PassPadding();
     if (Unread() > 0)
         Add({Severity::Warning, reason::BytesLeftOver,
              Tr("comtrade", "there are bytes after the mark of the end, 1A"), Tr("comtrade", "left out")});
