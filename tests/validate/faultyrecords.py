@@ -101,17 +101,20 @@ GOOD = {
 
 
 class Fault:
-    """An edit of a good record, and the one finding about it."""
+    """An edit of a good record, and the one finding about it: ending of the file, line, column, severity, word."""
 
-    def __init__(self, name, form, edits, finding):
+    def __init__(self, name, form, edits, finding, also=()):
         self.name = name
         self.form = form
-        self.edits = edits  # ending, old, new
-        self.ending, self.line, self.column, self.severity, self.reason = finding
+        self.edits = edits  # ending, old, new; ending, None, new ending
+        self.findings = [finding, *also]  # also: what cannot but follow
 
     def record(self):
         files = dict(GOOD[self.form])
         for ending, old, new in self.edits:
+            if old is None:  # another name
+                files[new] = files.pop(ending)
+                continue
             old, new = (part if isinstance(part, bytes) else lines(part) for part in (old, new))
             if files[ending].count(old) != 1:
                 raise ValueError(f"{self.name}: {old!r} is {files[ending].count(old)} times in the {ending} file")
@@ -208,6 +211,7 @@ FAULTS = [
           ("inf", 3, None, "note", "lineEnds")),
     fault("LF in a header", "2013 BINARY", b"\r\n", b"\n", ("hdr", 1, None, "note", "lineEnds")),
     fault("bytes in a header", "2013 ASCII", b"\t", b"\x00", ("hdr", 1, None, "note", "headerNotText")),
+    Fault("ending in another case", "1999 ASCII", [("dat", None, "DAT")], ("dat", 0, None, "note", "fileName")),
     # The information file.
     fault("entry before the first section", "2013 ASCII", "[Public Record_I", "Key=1\n[Public Record_I",
           ("inf", 1, None, "warning", "lineOutsideSection")),
@@ -282,14 +286,15 @@ FAULTS = [
     fault("one sample less", "1999 BINARY", binary_data("BINARY")[-14:], b"", ("dat", 3, None, "error", "samplesLacking")),
     fault("one sample more", "1999 ASCII", "4,3000,13,-23,1\n", "4,3000,13,-23,1\n5,4000,14,-24,1\n",
           ("dat", 5, None, "error", "samplesLeftOver")),
-    fault("last sample cut off", "1999 BINARY", binary_data("BINARY")[-5:], b"", ("dat", 4, None, "error", "sampleCutOff")),
+    Fault("last sample cut off", "1999 BINARY", [("dat", binary_data("BINARY")[-5:], b"")],
+          ("dat", 4, None, "error", "sampleCutOff"), also=[("dat", 3, None, "error", "samplesLacking")]),
     fault("bytes after the last sample", "1999 BINARY", binary_data("BINARY"), binary_data("BINARY") + b"more",
           ("dat", 4, None, "warning", "bytesLeftOver")),
     fault("zeros after the last sample", "1999 BINARY", binary_data("BINARY"), binary_data("BINARY") + bytes(9),
           ("dat", 4, None, "warning", "zerosLeftOver")),
     fault("ASCII data that should be binary", "1999 BINARY", binary_data("BINARY"), ascii_data(),
           ("dat", 0, None, "error", "dataTypeDiffers")),
-    fault("semicolons", "1999 ASCII", ascii_data(), ascii_data().replace(b",", b";"), ("dat", 1, None, "error", "fieldSeparator")),
+    fault("semicolons", "1999 ASCII", "1,0,10,-20,0", "1;0;10;-20;0", ("dat", 1, None, "error", "fieldSeparator")),
     fault("a field more", "CFF ASCII", "3,2000,12,-22,1", "3,2000,12,-22,1,1", ("cff", 53, None, "error", "fieldsLeftOver")),
     fault("no data", "1999 ASCII", ascii_data(), "no data\n", ("dat", 0, None, "error", "dataUnreadable")),
 ]
