@@ -149,8 +149,8 @@ TEST(Errors, NothingToConvertNeedsNoIniFileInJsonEither)
 
 TEST(HelpCommand, PrintsWhatTheOptionPrints)
 {
-    const QStringList commands = {"check",  "convert", "dictionary", "events", "info",
-                                  "sample", "view",    "watch",      "help"};
+    const QStringList commands = {"check",  "convert",  "dictionary", "events", "info",
+                                  "sample", "validate", "view",       "watch",  "help"};
     for (const QString& command : commands) {
         const Finished help = RunProgram(QString(), {"help", command});
         EXPECT_EQ(help.code, 0);

@@ -19,6 +19,9 @@ from jsonschema import Draft202012Validator
 
 from zufiles import analog, discrete, recording
 
+sys.path.append(str(pathlib.Path(sys.argv[2]).absolute() / "tests/validate"))
+from faultyrecords import FAULTS as RECORD_FAULTS  # pylint: disable=wrong-import-position
+
 PROGRAM = pathlib.Path(sys.argv[1]).absolute()
 SOURCE = pathlib.Path(sys.argv[2]).absolute()
 FAULTS = sys.argv[3]
@@ -407,6 +410,20 @@ BAY03=W,V
         self.assertEqual(words_of(SCHEMA["$defs"]["check"]["properties"]["reason"]) - OF_LINES, set(reasons(findings)))
         self.assertEqual({one["severity"] for one in findings}, {"note", "warning", "error"})
 
+    # zucmtr validate
+
+    def test_validate_has_a_word_for_each_finding(self):
+        place = self.place()
+        names = ["none.cfg", "."]
+        place.write("cut.cfg", b"no configuration")
+        for number, fault in enumerate(RECORD_FAULTS):
+            for ending, content in fault.record().items():
+                place.write(f"{number}.{ending}", content)
+            names.append(f"{number}.{'cff' if 'cff' in fault.record() else 'cfg'}")
+        findings = place.run("validate", "--json", "cut.cfg", *names)
+        self.assertEqual(words_of(SCHEMA["$defs"]["validate"]["properties"]["reason"]) - UNSEEN, set(reasons(findings)))
+        self.assertEqual({one["severity"] for one in findings}, {"note", "warning", "error"})
+
     # zucmtr watch
 
     def test_watch_until_nothing_is_left(self):
@@ -530,7 +547,7 @@ class Output(unittest.TestCase):
                 self.assertFalse(validator(command).is_valid({**shown, "reason": "newWord"}), shown)
 
     def test_schema_has_nothing_that_is_never_printed(self):
-        for command in ("convert", "info", "check", "watch", "events"):
+        for command in ("convert", "info", "check", "validate", "watch", "events"):
             keys, words = set(), set()
             found_in([shown for whose, shown in KEPT if whose == command], keys, words)
             schema = SCHEMA["$defs"][command]
@@ -542,7 +559,7 @@ class Output(unittest.TestCase):
 
     def test_page_names_every_key_and_word(self):
         sections = dict(re.findall(r"^## zucmtr (\w+)\n(.*?)(?=^## |\Z)", PAGE, flags=re.M | re.S))
-        self.assertEqual(set(sections), {"convert", "watch", "info", "check", "events"})
+        self.assertEqual(set(sections), {"convert", "watch", "info", "check", "validate", "events"})
         for command, section in sections.items():
             if command == "watch":
                 section += sections["convert"]

@@ -132,6 +132,45 @@ inline constexpr char TimeForm[] = "timeForm";
 inline constexpr char WordForm[] = "wordForm";
 inline constexpr char ZerosLeftOver[] = "zerosLeftOver";
 
+// What 'zucmtr validate' finds in a configuration, besides what the reader forgives.
+inline constexpr char BadLeapSecond[] = "badLeapSecond";
+inline constexpr char BadTimeCode[] = "badTimeCode";
+inline constexpr char BadTimeQuality[] = "badTimeQuality";
+inline constexpr char ChannelNumbering[] = "channelNumbering";
+inline constexpr char ControlCharacter[] = "controlCharacter";
+inline constexpr char FieldTooLong[] = "fieldTooLong";
+inline constexpr char LimitsBeyondType[] = "limitsBeyondType";
+inline constexpr char NoChannels[] = "noChannels";
+inline constexpr char NoSamples[] = "noSamples";
+inline constexpr char NotAscii[] = "notAscii";
+inline constexpr char OddFrequency[] = "oddFrequency";
+inline constexpr char RateContradicts[] = "rateContradicts";
+inline constexpr char RateOrder[] = "rateOrder";
+inline constexpr char RatioZero[] = "ratioZero";
+inline constexpr char SecondDigits[] = "secondDigits";
+inline constexpr char SkewTooLarge[] = "skewTooLarge";
+inline constexpr char StampsOverflow[] = "stampsOverflow";
+inline constexpr char TriggerOutside[] = "triggerOutside";
+inline constexpr char TypeNotInRevision[] = "typeNotInRevision";
+inline constexpr char YearOutOfRange[] = "yearOutOfRange";
+inline constexpr char ZeroMultiplier[] = "zeroMultiplier";
+
+// In the data.
+inline constexpr char CodeNotInteger[] = "codeNotInteger";
+inline constexpr char SampleNumbering[] = "sampleNumbering";
+inline constexpr char SamplesOutsideLimits[] = "samplesOutsideLimits";
+inline constexpr char TimesBackwards[] = "timesBackwards";
+inline constexpr char TimesDisagree[] = "timesDisagree";
+inline constexpr char TimesMissing[] = "timesMissing";
+
+// In the marks of a container, the header and the INF text.
+inline constexpr char ContainerRevision[] = "containerRevision";
+inline constexpr char DataMarkDiffers[] = "dataMarkDiffers";
+inline constexpr char HeaderNotText[] = "headerNotText";
+inline constexpr char InformationDiffers[] = "informationDiffers";
+inline constexpr char SectionOrder[] = "sectionOrder";
+inline constexpr char UnknownSection[] = "unknownSection";
+
 // Why the watch ends.
 inline constexpr char Terminated[] = "SIGTERM";
 inline constexpr char Interrupted[] = "SIGINT";
