@@ -1,0 +1,257 @@
+#include "forms/exporting.h"
+
+#include "comtrade/text.h"
+#include "forms/comparison.h"
+#include "forms/csvstream.h"
+#include "forms/csvwriter.h"
+#include "forms/digest.h"
+#include "forms/pipeline.h"
+#include "text/texts.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+
+using comtrade::Block;
+using comtrade::Configuration;
+using comtrade::DataType;
+
+namespace forms {
+
+namespace {
+
+// One export: passes through the record until what is needed to write it is known.
+class Exporter
+{
+public:
+    Exporter(const Source& source_, const Request& request_, const QString& base_)
+        : source(source_), request(request_), base(base_)
+    {}
+
+    Exported Run();
+
+private:
+    void MakePlan();
+    void Survey();
+    bool Write();
+    void Compare(const Configuration& config, const Digest& written);
+    std::unique_ptr<Writer> NewWriter(const Configuration& config) const;
+    std::unique_ptr<Stream> ReadBack(const Configuration& config) const;
+    Texts TextsOf(const comtrade::Record& record) const;
+    void Look() const;
+    void CountSource();
+    bool NeedsCodes() const;
+    bool IsContainer() const { return request.form == Form::Cff; }
+    bool IsComtrade() const { return request.form == Form::Cfg || IsContainer(); }
+
+    const Source& source;
+    const Request& request;
+    const QString base;
+    Plan plan;
+    Texts texts;
+    Exported result;
+};
+
+void Exporter::Look() const
+{
+    if (source.isStopped && source.isStopped())
+        throw Stopped();
+}
+
+// The texts in the encoding of the record.
+Texts Exporter::TextsOf(const comtrade::Record& record) const
+{
+    const auto encoded = [this](const QByteArray& bytes, const QString& what) {
+        const bool isUtf8 = request.comtrade.encoding == QByteArray("UTF-8");
+        const QString text = comtrade::DecodedText(bytes);
+        if (bytes.isEmpty() || (isUtf8 && text.toUtf8() == bytes))
+            return bytes;
+        return Encoded(text, request.comtrade.encoding, what);
+    };
+    if (!IsComtrade())
+        return {};
+    return {encoded(record.Header(), Tr("export", "HDR")),
+            encoded(record.Information(), Tr("export", "INF"))};
+}
+
+// The samples that the data of the source have, whatever the configuration announces.
+void Exporter::CountSource()
+{
+    Pipeline pipeline(source, request, Plan(), Pipeline::End::Source);
+    Block block;
+    qint64 count = 0;
+    while (pipeline.Last().Next(block)) {
+        count += static_cast<qint64>(block.count);
+        Look();
+    }
+    if (count != pipeline.Last().Config().SampleCount())
+        plan.total = count;
+}
+
+void Exporter::MakePlan()
+{
+    const bool hasSpan = request.span.from || request.span.to;
+    Pipeline pipeline(source, request, plan, Pipeline::End::Source);
+    const Configuration& config = pipeline.Last().Config();
+    if (!request.channels.isEmpty())
+        plan.channels = Choose(config, request.channels);
+    if (!hasSpan)
+        return;
+    plan.extent = ExtentOf(request.span, config, &pipeline.Last());
+    // What lies beyond the announced samples may be in the span, too.
+    if (!plan.total && plan.extent->first + plan.extent->count >= config.SampleCount()) {
+        CountSource();
+        if (plan.total)
+            MakePlan();
+    }
+}
+
+// Whether new codes may be needed: those of the source are real numbers.
+bool Exporter::NeedsCodes() const
+{
+    return IsComtrade() && result.sourceType == DataType::Float32 &&
+           request.comtrade.data.value_or(DataType::Float32) != DataType::Float32;
+}
+
+// A pass that finds the states that change and the range of the codes.
+void Exporter::Survey()
+{
+    Pipeline pipeline(source, request, plan, Pipeline::End::Kept);
+    Stream& kept = pipeline.Last();
+    const Configuration& config = kept.Config();
+    std::vector<CodeRange> ranges(config.analog.size());
+    std::vector<quint8> first;
+    std::vector<bool> changes(config.states.size());
+    Block block;
+    while (kept.Next(block)) {
+        Look();
+        Extend(ranges, block);
+        if (first.empty())
+            first.assign(block.states.begin(), block.states.begin() + static_cast<ptrdiff_t>(changes.size()));
+        for (size_t i = 0; i < block.count * changes.size(); ++i)
+            if (block.states[i] != first[i % changes.size()])
+                changes[i % changes.size()] = true;
+    }
+    QStringList lost;
+    if (NeedsCodes() || !plan.codes.empty())
+        plan.codes = NewCodesFor(TargetOf(config, request, lost), config.dataType, ranges);
+    if (!request.changingOnly)
+        return;
+    ChannelSet all = plan.channels ? *plan.channels : AllChannels(config);
+    std::vector<size_t> changing;
+    for (size_t i = 0; i < changes.size(); ++i)
+        if (changes[i])
+            changing.push_back(all.states[i]);
+    result.statesLeftOut = all.states.size() - changing.size();
+    all.states = std::move(changing);
+    plan.channels = std::move(all);
+}
+
+std::unique_ptr<Writer> Exporter::NewWriter(const Configuration& config) const
+{
+    if (request.form == Form::Csv)
+        return std::make_unique<CsvWriter>(base + QStringLiteral(".csv"), config, request.csv);
+    return std::make_unique<ComtradeWriter>(base, IsContainer(), config, request.comtrade.encoding, texts);
+}
+
+std::unique_ptr<Stream> Exporter::ReadBack(const Configuration& config) const
+{
+    if (request.form == Form::Csv)
+        return std::make_unique<CsvStream>(base + QStringLiteral(".csv"), config, request.csv);
+    comtrade::ReadingOptions reading = comtrade::Strict();
+    reading.encoding = QString::fromLatin1(request.comtrade.encoding);
+    return std::make_unique<RecordStream>(base + EndingsOf(IsContainer(), texts).first(), reading);
+}
+
+// False if the number of samples turns out to be another one than announced.
+bool Exporter::Write()
+{
+    Pipeline pipeline(source, request, plan, Pipeline::End::Form);
+    Stream& stream = pipeline.Last();
+    const Configuration config = stream.Config();
+    texts = TextsOf(pipeline.Record().Record());
+    const std::unique_ptr<Writer> writer = NewWriter(config);
+    Digest digest(config.analog.size(), config.states.size());
+    Block block;
+    while (stream.Next(block)) {
+        Look();
+        digest.Add(block);
+        writer->Write(block);
+    }
+    writer->Finish();
+    if (digest.Samples() != config.SampleCount() && !plan.total)
+        return false;
+    result.samples = digest.Samples();
+    result.lost = pipeline.Lost();
+    result.rounded = pipeline.Rounded();
+    result.forgiven = pipeline.Record().Record().Forgiven();
+    result.announced = pipeline.Record().Config().SampleCount();
+    result.total = plan.total.value_or(result.announced);
+    result.config = config;
+    Compare(config, digest);
+    return true;
+}
+
+void Exporter::Compare(const Configuration& config, const Digest& written)
+{
+    const std::unique_ptr<Stream> back = ReadBack(config);
+    if (IsComtrade()) {
+        const comtrade::Record& record = static_cast<const RecordStream&>(*back).Record();
+        CompareTexts({config, texts}, {record.Config(), {record.Header(), record.Information()}},
+                     IsContainer());
+    }
+    Digest digest(config.analog.size(), config.states.size());
+    Block block;
+    while (back->Next(block)) {
+        Look();
+        digest.Add(block);
+    }
+    if (digest == written)
+        return;
+    // Only now is it worth the time to find the place.
+    Pipeline again(source, request, plan, Pipeline::End::Form);
+    const std::unique_ptr<Stream> backAgain = ReadBack(config);
+    throw Different(DifferenceOf(again.Last(), *backAgain));
+}
+
+Exported Exporter::Run()
+{
+    {
+        const Pipeline pipeline(source, request, plan, Pipeline::End::Kept);
+        result.sourceType = pipeline.Record().Config().dataType;
+    }
+    MakePlan();
+    if (request.changingOnly || NeedsCodes())
+        Survey();
+    for (bool isWritten = false; !isWritten;) {
+        try {
+            isWritten = Write();
+            if (!isWritten) {
+                CountSource();
+                plan.total = plan.total.value_or(0);
+                MakePlan();
+            }
+        } catch (const NotWhole&) {
+            if (!plan.codes.empty())
+                throw;
+            plan.codes.resize(1);
+            Survey();
+        }
+    }
+    for (size_t i = 0; i < plan.codes.size(); ++i)
+        if (plan.codes[i].isNeeded)
+            result.newScales.push_back({i, std::fabs(result.config.analog[i].a) / 2});
+    result.files = request.form == Form::Csv   ? QStringList{QStringLiteral(".csv")}
+                   : request.form == Form::Mat ? QStringList{QStringLiteral(".mat")}
+                                               : EndingsOf(IsContainer(), texts);
+    return result;
+}
+
+} // namespace
+
+Exported Export(const Source& source, const Request& request, const QString& base)
+{
+    return Exporter(source, request, base).Run();
+}
+
+} // namespace forms
