@@ -105,6 +105,11 @@ inline constexpr char LineNotMatched[] = "lineNotMatched";
 inline constexpr char LineMissing[] = "lineMissing";
 inline constexpr char UnknownCircuit[] = "unknownCircuit";
 
+// About what is exported.
+inline constexpr char FilePresent[] = "filePresent";
+inline constexpr char FormCannotHold[] = "formCannotHold";
+inline constexpr char NothingThere[] = "nothingThere";
+
 // Why the watch ends.
 inline constexpr char Terminated[] = "SIGTERM";
 inline constexpr char Interrupted[] = "SIGINT";
