@@ -66,15 +66,18 @@ QStringList ClockTexts(const Configuration& config)
 void TakeRevision(Configuration& target, Revision revision, QStringList& lost)
 {
     const bool isOlder = revision == Revision::R1999;
-    if (isOlder && target.revision != Revision::R1999) {
+    if (isOlder)
         lost += ClockTexts(target);
-        target.timeCode = target.localCode = target.timeQuality = target.leapSecond = QString();
-    }
-    if (!isOlder && target.revision == Revision::R1999) {
-        // Neither the zone nor the quality of the time is known.
-        target.timeCode = target.localCode = QStringLiteral("x");
-        target.timeQuality = QStringLiteral("F");
-        target.leapSecond = QStringLiteral("3");
+    // What stands for a zone, a quality and a leap second that are not known.
+    const std::pair<QString&, const char*> fields[] = {{target.timeCode, "x"},
+                                                       {target.localCode, "x"},
+                                                       {target.timeQuality, "F"},
+                                                       {target.leapSecond, "3"}};
+    for (const auto& [field, unknown] : fields) {
+        if (isOlder)
+            field.clear();
+        else if (field.isEmpty())
+            field = QLatin1String(unknown);
     }
     target.revision = revision;
 }
@@ -149,7 +152,7 @@ Configuration TargetOf(const Configuration& source, const Request& request, QStr
     const bool isContainer = request.form == Form::Cff;
     const DataType data = request.comtrade.data.value_or(source.dataType);
     const bool isNew = isContainer || data == DataType::Binary32 || data == DataType::Float32;
-    const Revision own = isNew ? Revision::R2013 : source.revision;
+    const Revision own = isNew ? Revision::R2013 : std::max(source.revision, Revision::R1999);
     TakeRevision(target, request.comtrade.revision.value_or(own), lost);
     target.dataType = data;
     TakeSide(target, request.side);
