@@ -1,6 +1,7 @@
 // The data of a COMTRADE record, record by record.
 #pragma once
 
+#include "comtrade/plainline.h"
 #include "comtrade/record.h"
 
 #include <QFile>
@@ -25,21 +26,26 @@ public:
     bool Next(Block& block);
 
 private:
+    size_t Unread() const { return end - begin; }
     bool Fill(size_t wanted);
-    bool NextAscii(Row& row);
-    bool NextBinary(Row& row);
-    void ParseLine(const char* line, const char* end, Row& row) const;
+    size_t Take(const Target& target, size_t most);
+    size_t TakeLines(Target target, size_t most);
+    size_t TakeBinary(const Target& target, size_t most);
+    bool TakeLine(const Target& target);
     [[noreturn]] void Fail(const QString& what) const;
 
     QFile file;
     const Configuration& configuration;
     Findings* const forgiven; // nothing is, if there is none
+    const DataType type;
+    const LineShape shape;
+    const PlainLineReader readPlainLine;
+    const size_t longest;     // bytes of a record
     qint64 left;              // bytes of the part that are not read yet
-    std::vector<char> buffer;
-    size_t begin = 0; // of what is read but not taken yet
+    std::vector<char> buffer; // with the margins of plain lines
+    size_t begin = 0;         // of what is read but not taken yet
     size_t end = 0;
-    qint64 record = 0; // the current one, counted from 1
-    Row one;           // of a block
+    qint64 record = 0; // how many were taken
     std::exception_ptr failure;
 };
 

@@ -3,6 +3,7 @@
 
 #include "comtrade/datareader.h"
 #include "comtrade/mark.h"
+#include "comtrade/text.h"
 #include "explain/system.h"
 #include "text/texts.h"
 
@@ -83,7 +84,8 @@ Record::~Record() = default;
 
 void Record::OpenPieces(const QString& path)
 {
-    configuration = ParseConfiguration(ReadText(path), path, options.isStrict ? nullptr : &findings);
+    configuration = ParseConfiguration(DecodedText(ReadText(path)), path,
+                                       options.isStrict ? nullptr : &findings, 1, &places);
     const QString dataPath = PieceBeside(path, QStringLiteral("dat"));
     if (dataPath.isEmpty())
         Fail(path, Tr("comtrade", "there is no .dat file beside it"));
@@ -98,6 +100,8 @@ void Record::OpenContainer(const QString& path)
     QFile file(path);
     Open(file);
     QByteArray configurationText;
+    qint64 configurationLine = 1;
+    qint64 lineNumber = 0;
     QByteArray ignored;
     QByteArray* section = nullptr;
     std::optional<qint64> dataOffset;
@@ -107,6 +111,7 @@ void Record::OpenContainer(const QString& path)
     while (!file.atEnd()) {
         const QByteArray line = file.readLine(LineStep); // a longer line comes in pieces
         const std::optional<Mark> mark = atLineStart ? MarkOf(line) : std::nullopt;
+        lineNumber += atLineStart ? 1 : 0;
         atLineStart = line.endsWith('\n');
         if (!mark) {
             textBytes += line.size();
@@ -127,6 +132,8 @@ void Record::OpenContainer(const QString& path)
             file.seek(file.pos() + dataBytes);
             section = &ignored;
         } else {
+            if (mark->kind == QLatin1String("CFG"))
+                configurationLine = lineNumber + 1;
             section = mark->kind == QLatin1String("CFG")   ? &configurationText
                       : mark->kind == QLatin1String("HDR") ? &header
                       : mark->kind == QLatin1String("INF") ? &information
@@ -135,7 +142,8 @@ void Record::OpenContainer(const QString& path)
     }
     if (configurationText.isEmpty())
         Fail(path, Tr("comtrade", "has no CFG section"));
-    configuration = ParseConfiguration(configurationText, path, options.isStrict ? nullptr : &findings);
+    configuration = ParseConfiguration(DecodedText(configurationText), path,
+                                       options.isStrict ? nullptr : &findings, configurationLine, &places);
     if (!dataOffset)
         Fail(path, Tr("comtrade", "has no DAT section"));
     data = std::make_unique<DataReader>(path, *dataOffset, dataBytes, configuration,

@@ -5,6 +5,8 @@
 #include "forms/csvstream.h"
 #include "forms/csvwriter.h"
 #include "forms/digest.h"
+#include "forms/matstream.h"
+#include "forms/matwriter.h"
 #include "forms/pipeline.h"
 #include "text/texts.h"
 
@@ -63,7 +65,7 @@ Texts Exporter::TextsOf(const comtrade::Record& record) const
 {
     const auto encoded = [this](const QByteArray& bytes, const QString& what) {
         const bool isUtf8 = request.comtrade.encoding == QByteArray("UTF-8");
-        const QString text = comtrade::DecodedText(bytes);
+        const QString text = comtrade::DecodedText(bytes, source.reading.encoding);
         if (bytes.isEmpty() || (isUtf8 && text.toUtf8() == bytes))
             return bytes;
         return Encoded(text, request.comtrade.encoding, what);
@@ -151,6 +153,8 @@ std::unique_ptr<Writer> Exporter::NewWriter(const Configuration& config) const
 {
     if (request.form == Form::Csv)
         return std::make_unique<CsvWriter>(base + QStringLiteral(".csv"), config, request.csv);
+    if (request.form == Form::Mat)
+        return std::make_unique<MatWriter>(base + QStringLiteral(".mat"), config);
     return std::make_unique<ComtradeWriter>(base, IsContainer(), config, request.comtrade.encoding, texts);
 }
 
@@ -158,6 +162,8 @@ std::unique_ptr<Stream> Exporter::ReadBack(const Configuration& config) const
 {
     if (request.form == Form::Csv)
         return std::make_unique<CsvStream>(base + QStringLiteral(".csv"), config, request.csv);
+    if (request.form == Form::Mat)
+        return std::make_unique<MatStream>(base + QStringLiteral(".mat"), config);
     comtrade::ReadingOptions reading = comtrade::Strict();
     reading.encoding = QString::fromLatin1(request.comtrade.encoding);
     return std::make_unique<RecordStream>(base + EndingsOf(IsContainer(), texts).first(), reading);
