@@ -64,7 +64,7 @@ struct Request
     QStringList channels;      ///< names, numbers (A3, D5), circuits or patterns with * and ?; empty: all
     bool changingOnly = false; ///< states that never change are left out
     Span span;
-    int every = 1;   ///< keep one sample of so many
+    int every = 1;   ///< keep one sample of so many, without a filter
     double rate = 0; ///< Hz, resampled after an anti-aliasing filter; 0: as it is
 };
 

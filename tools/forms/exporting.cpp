@@ -5,9 +5,11 @@
 #include "forms/csvstream.h"
 #include "forms/csvwriter.h"
 #include "forms/digest.h"
+#include "forms/everynth.h"
 #include "forms/matstream.h"
 #include "forms/matwriter.h"
 #include "forms/pipeline.h"
+#include "forms/resampling.h"
 #include "text/texts.h"
 
 #include <algorithm>
@@ -40,6 +42,7 @@ private:
     std::unique_ptr<Writer> NewWriter(const Configuration& config) const;
     std::unique_ptr<Stream> ReadBack(const Configuration& config) const;
     Texts TextsOf(const comtrade::Record& record) const;
+    QString ResamplingOf(const Configuration& config) const;
     void Look() const;
     void CountSource();
     bool NeedsCodes() const;
@@ -47,7 +50,7 @@ private:
     bool IsComtrade() const { return request.form == Form::Cfg || IsContainer(); }
 
     const Source& source;
-    const Request& request;
+    Request request; // with the data type, if it is that of the source
     const QString base;
     Plan plan;
     Texts texts;
@@ -72,8 +75,22 @@ Texts Exporter::TextsOf(const comtrade::Record& record) const
     };
     if (!IsComtrade())
         return {};
-    return {encoded(record.Header(), Tr("export", "HDR")),
-            encoded(record.Information(), Tr("export", "INF"))};
+    Texts stored = {encoded(record.Header(), Tr("export", "HDR")),
+                    encoded(record.Information(), Tr("export", "INF"))};
+    if (result.resampling.isEmpty())
+        return stored;
+    if (!stored.header.isEmpty() && !stored.header.endsWith('\n'))
+        stored.header += "\r\n";
+    stored.header +=
+        Encoded(result.resampling + QStringLiteral("\r\n"), request.comtrade.encoding, Tr("export", "HDR"));
+    return stored;
+}
+
+QString Exporter::ResamplingOf(const Configuration& config) const
+{
+    if (request.rate > 0)
+        return ResamplingText(config, request.rate);
+    return request.every > 1 ? EveryNthText(config, request.every) : QString();
 }
 
 // The samples that the data of the source have, whatever the configuration announces.
@@ -111,8 +128,8 @@ void Exporter::MakePlan()
 // Whether new codes may be needed: those of the source are real numbers.
 bool Exporter::NeedsCodes() const
 {
-    return IsComtrade() && result.sourceType == DataType::Float32 &&
-           request.comtrade.data.value_or(DataType::Float32) != DataType::Float32;
+    const bool isReal = result.sourceType == DataType::Float32 || request.rate > 0;
+    return IsComtrade() && isReal && *request.comtrade.data != DataType::Float32;
 }
 
 // A pass that finds the states that change and the range of the codes.
@@ -175,6 +192,7 @@ bool Exporter::Write()
     Pipeline pipeline(source, request, plan, Pipeline::End::Form);
     Stream& stream = pipeline.Last();
     const Configuration config = stream.Config();
+    result.resampling = ResamplingOf(pipeline.Sampled());
     texts = TextsOf(pipeline.Record().Record());
     const std::unique_ptr<Writer> writer = NewWriter(config);
     Digest digest(config.analog.size(), config.states.size());
@@ -225,6 +243,7 @@ Exported Exporter::Run()
     {
         const Pipeline pipeline(source, request, plan, Pipeline::End::Kept);
         result.sourceType = pipeline.Record().Config().dataType;
+        request.comtrade.data = request.comtrade.data.value_or(result.sourceType);
     }
     MakePlan();
     if (request.changingOnly || NeedsCodes())

@@ -44,6 +44,7 @@ struct Exported
     size_t statesLeftOut = 0;        ///< because they never change
     std::vector<NewScale> newScales; ///< of channels that needed other codes
     qint64 rounded = 0;              ///< real numbers of ASCII data rounded to single precision
+    QString resampling;              ///< what was done to the samples; empty: nothing
     QStringList lost;                ///< what has no place in the form: names and values
     comtrade::Findings forgiven;     ///< about the source
 };

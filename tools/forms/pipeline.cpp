@@ -1,5 +1,7 @@
 #include "forms/pipeline.h"
 
+#include "forms/everynth.h"
+#include "forms/resampling.h"
 #include "forms/values.h"
 
 #include <utility>
@@ -52,6 +54,11 @@ Pipeline::Pipeline(const Source& source, const Request& request, const Plan& pla
         Add<ChannelChoice>(*plan.channels);
     if (plan.extent)
         Add<TimeWindow>(*plan.extent);
+    sampled = Last().Config();
+    if (request.every > 1)
+        Add<EveryNth>(request.every);
+    if (request.rate > 0)
+        Add<Resampling>(request.rate);
     if (end == End::Form)
         AddForm(request, plan);
 }

@@ -33,6 +33,9 @@ public:
     Stream& Last() { return *stages.back(); }
     const RecordStream& Record() const { return *record; }
 
+    /// The configuration before the samples became fewer or others.
+    const comtrade::Configuration& Sampled() const { return sampled; }
+
     /// What has no place in the form.
     const QStringList& Lost() const { return lost; }
 
@@ -47,6 +50,7 @@ private:
     std::vector<std::unique_ptr<Stream>> stages;
     const RecordStream* record = nullptr;
     const Recoding* recoding = nullptr;
+    comtrade::Configuration sampled;
     QStringList lost;
 };
 

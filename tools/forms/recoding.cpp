@@ -69,10 +69,8 @@ void TakeRevision(Configuration& target, Revision revision, QStringList& lost)
     if (isOlder)
         lost += ClockTexts(target);
     // What stands for a zone, a quality and a leap second that are not known.
-    const std::pair<QString&, const char*> fields[] = {{target.timeCode, "x"},
-                                                       {target.localCode, "x"},
-                                                       {target.timeQuality, "F"},
-                                                       {target.leapSecond, "3"}};
+    const std::pair<QString&, const char*> fields[] = {
+        {target.timeCode, "x"}, {target.localCode, "x"}, {target.timeQuality, "F"}, {target.leapSecond, "3"}};
     for (const auto& [field, unknown] : fields) {
         if (isOlder)
             field.clear();
@@ -155,6 +153,11 @@ Configuration TargetOf(const Configuration& source, const Request& request, QStr
     const Revision own = isNew ? Revision::R2013 : std::max(source.revision, Revision::R1999);
     TakeRevision(target, request.comtrade.revision.value_or(own), lost);
     target.dataType = data;
+    if (isNew && target.revision == Revision::R1999)
+        throw FormError(Tr("export",
+                           "revision 1999 has ASCII and BINARY data only, and no CFF file; %1 needs "
+                           "revision 2013, or give --data")
+                            .arg(comtrade::NameOf(data)));
     TakeSide(target, request.side);
     return target;
 }

@@ -136,6 +136,8 @@ QStringList NotesOf(const forms::Exported& exported)
                     "(greatest error): %1")
                      .arg(Listed(names));
     }
+    if (!exported.resampling.isEmpty())
+        notes << exported.resampling;
     if (exported.rounded > 0)
         notes << Tr("export", "values rounded to single precision: %1").arg(exported.rounded);
     if (!exported.lost.isEmpty())
