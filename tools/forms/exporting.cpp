@@ -8,6 +8,7 @@
 #include "forms/matstream.h"
 #include "forms/matwriter.h"
 #include "forms/pipeline.h"
+#include "forms/resampling.h"
 #include "text/texts.h"
 
 #include <algorithm>
@@ -33,6 +34,7 @@ public:
     Exported Run();
 
 private:
+    void OpenSource();
     void MakePlan();
     void Survey();
     bool Write();
@@ -47,10 +49,11 @@ private:
     bool IsComtrade() const { return request.form == Form::Cfg || IsContainer(); }
 
     const Source& source;
-    const Request& request;
+    Request request;
     const QString base;
     Plan plan;
     Texts texts;
+    QString sampling; // what was done to the samples; empty: nothing
     Exported result;
 };
 
@@ -60,19 +63,30 @@ void Exporter::Look() const
         throw Stopped();
 }
 
-// The texts in the encoding of the record.
+// The text with one more line at its end.
+QString WithLine(QString text, const QString& line)
+{
+    if (line.isEmpty())
+        return text;
+    if (!text.isEmpty() && !text.endsWith(QLatin1Char('\n')))
+        text += QLatin1String("\r\n");
+    return text + line + QLatin1String("\r\n");
+}
+
+// The texts in the encoding of the record. A CFG file has no field for comments, so what was done to the
+// samples is said in the HDR file.
 Texts Exporter::TextsOf(const comtrade::Record& record) const
 {
-    const auto encoded = [this](const QByteArray& bytes, const QString& what) {
+    const auto encoded = [this](const QByteArray& bytes, const QString& what, const QString& line = {}) {
         const bool isUtf8 = request.comtrade.encoding == QByteArray("UTF-8");
         const QString text = comtrade::DecodedText(bytes, source.reading.encoding);
-        if (bytes.isEmpty() || (isUtf8 && text.toUtf8() == bytes))
+        if (line.isEmpty() && (bytes.isEmpty() || (isUtf8 && text.toUtf8() == bytes)))
             return bytes;
-        return Encoded(text, request.comtrade.encoding, what);
+        return Encoded(WithLine(text, line), request.comtrade.encoding, what);
     };
     if (!IsComtrade())
         return {};
-    return {encoded(record.Header(), Tr("export", "HDR")),
+    return {encoded(record.Header(), Tr("export", "HDR"), sampling),
             encoded(record.Information(), Tr("export", "INF"))};
 }
 
@@ -90,15 +104,33 @@ void Exporter::CountSource()
         plan.total = count;
 }
 
+// What the codes are before they get the form's.
+void Exporter::OpenSource()
+{
+    Pipeline pipeline(source, request, plan, Pipeline::End::Sampled);
+    const Configuration& config = pipeline.Record().Config();
+    result.sourceType = pipeline.Last().Config().dataType;
+    if (!IsResampled(request, config)) {
+        if (request.every > 1)
+            sampling = EveryNthText(config, request.every);
+        return;
+    }
+    sampling = ResamplingText(config, request.rate);
+    // Values between samples are real numbers, but the record keeps its form.
+    if (!request.comtrade.data)
+        request.comtrade.data = config.dataType;
+}
+
 void Exporter::MakePlan()
 {
     const bool hasSpan = request.span.from || request.span.to;
-    Pipeline pipeline(source, request, plan, Pipeline::End::Source);
-    const Configuration& config = pipeline.Last().Config();
     if (!request.channels.isEmpty())
-        plan.channels = Choose(config, request.channels);
+        plan.channels =
+            Choose(Pipeline(source, request, plan, Pipeline::End::Source).Last().Config(), request.channels);
     if (!hasSpan)
         return;
+    Pipeline pipeline(source, request, plan, Pipeline::End::Sampled);
+    const Configuration& config = pipeline.Last().Config();
     plan.extent = ExtentOf(request.span, config, &pipeline.Last());
     // What lies beyond the announced samples may be in the span, too.
     if (!plan.total && plan.extent->first + plan.extent->count >= config.SampleCount()) {
@@ -155,6 +187,8 @@ std::unique_ptr<Writer> Exporter::NewWriter(const Configuration& config) const
         return std::make_unique<CsvWriter>(base + QStringLiteral(".csv"), config, request.csv);
     if (request.form == Form::Mat)
         return std::make_unique<MatWriter>(base + QStringLiteral(".mat"), config);
+    if (request.form == Form::Mat)
+        return std::make_unique<MatWriter>(base + QStringLiteral(".mat"), config);
     return std::make_unique<ComtradeWriter>(base, IsContainer(), config, request.comtrade.encoding, texts);
 }
 
@@ -162,6 +196,8 @@ std::unique_ptr<Stream> Exporter::ReadBack(const Configuration& config) const
 {
     if (request.form == Form::Csv)
         return std::make_unique<CsvStream>(base + QStringLiteral(".csv"), config, request.csv);
+    if (request.form == Form::Mat)
+        return std::make_unique<MatStream>(base + QStringLiteral(".mat"), config);
     if (request.form == Form::Mat)
         return std::make_unique<MatStream>(base + QStringLiteral(".mat"), config);
     comtrade::ReadingOptions reading = comtrade::Strict();
@@ -222,10 +258,7 @@ void Exporter::Compare(const Configuration& config, const Digest& written)
 
 Exported Exporter::Run()
 {
-    {
-        const Pipeline pipeline(source, request, plan, Pipeline::End::Kept);
-        result.sourceType = pipeline.Record().Config().dataType;
-    }
+    OpenSource();
     MakePlan();
     if (request.changingOnly || NeedsCodes())
         Survey();
