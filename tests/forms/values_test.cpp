@@ -23,6 +23,7 @@ TEST(Values, AreCodesWithTheirCoefficients)
     EXPECT_TRUE(std::isnan(block.analog[2]));
     EXPECT_EQ(block.analog[3], 7);
     EXPECT_EQ(block.states, (std::vector<quint8>{1, 0}));
+    EXPECT_EQ(block.numbers, (std::vector<quint32>{1, 2}));
 }
 
 TEST(Values, HaveTheirTimesByTheRates)

@@ -5,7 +5,6 @@
 #include "forms/csvstream.h"
 #include "forms/csvwriter.h"
 #include "forms/digest.h"
-#include "forms/everynth.h"
 #include "forms/matstream.h"
 #include "forms/matwriter.h"
 #include "forms/pipeline.h"
@@ -35,6 +34,7 @@ public:
     Exported Run();
 
 private:
+    void OpenSource();
     void MakePlan();
     void Survey();
     bool Write();
@@ -42,7 +42,6 @@ private:
     std::unique_ptr<Writer> NewWriter(const Configuration& config) const;
     std::unique_ptr<Stream> ReadBack(const Configuration& config) const;
     Texts TextsOf(const comtrade::Record& record) const;
-    QString ResamplingOf(const Configuration& config) const;
     void Look() const;
     void CountSource();
     bool NeedsCodes() const;
@@ -50,10 +49,11 @@ private:
     bool IsComtrade() const { return request.form == Form::Cfg || IsContainer(); }
 
     const Source& source;
-    Request request; // with the data type, if it is that of the source
+    Request request;
     const QString base;
     Plan plan;
     Texts texts;
+    QString sampling; // what was done to the samples; empty: nothing
     Exported result;
 };
 
@@ -63,34 +63,31 @@ void Exporter::Look() const
         throw Stopped();
 }
 
-// The texts in the encoding of the record.
+// The text with one more line at its end.
+QString WithLine(QString text, const QString& line)
+{
+    if (line.isEmpty())
+        return text;
+    if (!text.isEmpty() && !text.endsWith(QLatin1Char('\n')))
+        text += QLatin1String("\r\n");
+    return text + line + QLatin1String("\r\n");
+}
+
+// The texts in the encoding of the record. A CFG file has no field for comments, so what was done to the
+// samples is said in the HDR file.
 Texts Exporter::TextsOf(const comtrade::Record& record) const
 {
-    const auto encoded = [this](const QByteArray& bytes, const QString& what) {
+    const auto encoded = [this](const QByteArray& bytes, const QString& what, const QString& line = {}) {
         const bool isUtf8 = request.comtrade.encoding == QByteArray("UTF-8");
         const QString text = comtrade::DecodedText(bytes, source.reading.encoding);
-        if (bytes.isEmpty() || (isUtf8 && text.toUtf8() == bytes))
+        if (line.isEmpty() && (bytes.isEmpty() || (isUtf8 && text.toUtf8() == bytes)))
             return bytes;
-        return Encoded(text, request.comtrade.encoding, what);
+        return Encoded(WithLine(text, line), request.comtrade.encoding, what);
     };
     if (!IsComtrade())
         return {};
-    Texts stored = {encoded(record.Header(), Tr("export", "HDR")),
-                    encoded(record.Information(), Tr("export", "INF"))};
-    if (result.resampling.isEmpty())
-        return stored;
-    if (!stored.header.isEmpty() && !stored.header.endsWith('\n'))
-        stored.header += "\r\n";
-    stored.header +=
-        Encoded(result.resampling + QStringLiteral("\r\n"), request.comtrade.encoding, Tr("export", "HDR"));
-    return stored;
-}
-
-QString Exporter::ResamplingOf(const Configuration& config) const
-{
-    if (request.rate > 0)
-        return ResamplingText(config, request.rate);
-    return request.every > 1 ? EveryNthText(config, request.every) : QString();
+    return {encoded(record.Header(), Tr("export", "HDR"), sampling),
+            encoded(record.Information(), Tr("export", "INF"))};
 }
 
 // The samples that the data of the source have, whatever the configuration announces.
@@ -107,15 +104,33 @@ void Exporter::CountSource()
         plan.total = count;
 }
 
+// What the codes are before they get the form's.
+void Exporter::OpenSource()
+{
+    Pipeline pipeline(source, request, plan, Pipeline::End::Sampled);
+    const Configuration& config = pipeline.Record().Config();
+    result.sourceType = pipeline.Last().Config().dataType;
+    if (!IsResampled(request, config)) {
+        if (request.every > 1)
+            sampling = EveryNthText(config, request.every);
+        return;
+    }
+    sampling = ResamplingText(config, request.rate);
+    // Values between samples are real numbers, but the record keeps its form.
+    if (!request.comtrade.data)
+        request.comtrade.data = config.dataType;
+}
+
 void Exporter::MakePlan()
 {
     const bool hasSpan = request.span.from || request.span.to;
-    Pipeline pipeline(source, request, plan, Pipeline::End::Source);
-    const Configuration& config = pipeline.Last().Config();
     if (!request.channels.isEmpty())
-        plan.channels = Choose(config, request.channels);
+        plan.channels =
+            Choose(Pipeline(source, request, plan, Pipeline::End::Source).Last().Config(), request.channels);
     if (!hasSpan)
         return;
+    Pipeline pipeline(source, request, plan, Pipeline::End::Sampled);
+    const Configuration& config = pipeline.Last().Config();
     plan.extent = ExtentOf(request.span, config, &pipeline.Last());
     // What lies beyond the announced samples may be in the span, too.
     if (!plan.total && plan.extent->first + plan.extent->count >= config.SampleCount()) {
@@ -128,8 +143,8 @@ void Exporter::MakePlan()
 // Whether new codes may be needed: those of the source are real numbers.
 bool Exporter::NeedsCodes() const
 {
-    const bool isReal = result.sourceType == DataType::Float32 || request.rate > 0;
-    return IsComtrade() && isReal && *request.comtrade.data != DataType::Float32;
+    return IsComtrade() && result.sourceType == DataType::Float32 &&
+           request.comtrade.data.value_or(DataType::Float32) != DataType::Float32;
 }
 
 // A pass that finds the states that change and the range of the codes.
@@ -192,7 +207,6 @@ bool Exporter::Write()
     Pipeline pipeline(source, request, plan, Pipeline::End::Form);
     Stream& stream = pipeline.Last();
     const Configuration config = stream.Config();
-    result.resampling = ResamplingOf(pipeline.Sampled());
     texts = TextsOf(pipeline.Record().Record());
     const std::unique_ptr<Writer> writer = NewWriter(config);
     Digest digest(config.analog.size(), config.states.size());
@@ -206,6 +220,7 @@ bool Exporter::Write()
     if (digest.Samples() != config.SampleCount() && !plan.total)
         return false;
     result.samples = digest.Samples();
+    result.resampling = sampling;
     result.lost = pipeline.Lost();
     result.rounded = pipeline.Rounded();
     result.forgiven = pipeline.Record().Record().Forgiven();
@@ -240,11 +255,7 @@ void Exporter::Compare(const Configuration& config, const Digest& written)
 
 Exported Exporter::Run()
 {
-    {
-        const Pipeline pipeline(source, request, plan, Pipeline::End::Kept);
-        result.sourceType = pipeline.Record().Config().dataType;
-        request.comtrade.data = request.comtrade.data.value_or(result.sourceType);
-    }
+    OpenSource();
     MakePlan();
     if (request.changingOnly || NeedsCodes())
         Survey();

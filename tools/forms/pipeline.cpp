@@ -31,6 +31,11 @@ private:
 
 } // namespace
 
+bool IsResampled(const Request& request, const comtrade::Configuration& config)
+{
+    return request.rate > 0 && !(HasOneRate(config) && config.rates.front().hertz == request.rate);
+}
+
 // Adds a stage after the last one.
 template <class Stage, class... Arguments>
 Stage* Pipeline::Add(Arguments&&... arguments)
@@ -52,15 +57,22 @@ Pipeline::Pipeline(const Source& source, const Request& request, const Plan& pla
         return;
     if (plan.channels)
         Add<ChannelChoice>(*plan.channels);
+    // Before a part is cut out: its first and last values depend on the samples beyond.
+    AddSampling(request);
+    if (end == End::Sampled)
+        return;
     if (plan.extent)
         Add<TimeWindow>(*plan.extent);
-    sampled = Last().Config();
-    if (request.every > 1)
-        Add<EveryNth>(request.every);
-    if (request.rate > 0)
-        Add<Resampling>(request.rate);
     if (end == End::Form)
         AddForm(request, plan);
+}
+
+void Pipeline::AddSampling(const Request& request)
+{
+    if (IsResampled(request, Last().Config()))
+        Add<Resampling>(request.rate);
+    else if (request.every > 1)
+        Add<EveryNth>(request.every);
 }
 
 void Pipeline::AddForm(const Request& request, const Plan& plan)

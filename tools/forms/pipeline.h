@@ -22,19 +22,20 @@ struct Plan
     std::vector<NewCodes> codes;        ///< of the analog channels left; empty: none is new
 };
 
+/// Whether the request asks for another rate than the record has.
+bool IsResampled(const Request& request, const comtrade::Configuration& config);
+
 class Pipeline
 {
 public:
-    /// How far the stages go: to the samples of the source, to those that are kept, to what the form holds.
-    enum class End { Source, Kept, Form };
+    /// How far the stages go: to the samples of the source, to those at the rate that is asked for, to those
+    /// of the part that is kept, to what the form holds.
+    enum class End { Source, Sampled, Kept, Form };
 
     Pipeline(const Source& source, const Request& request, const Plan& plan, End end);
 
     Stream& Last() { return *stages.back(); }
     const RecordStream& Record() const { return *record; }
-
-    /// The configuration before the samples became fewer or others.
-    const comtrade::Configuration& Sampled() const { return sampled; }
 
     /// What has no place in the form.
     const QStringList& Lost() const { return lost; }
@@ -45,12 +46,12 @@ public:
 private:
     template <class Stage, class... Arguments>
     Stage* Add(Arguments&&... arguments);
+    void AddSampling(const Request& request);
     void AddForm(const Request& request, const Plan& plan);
 
     std::vector<std::unique_ptr<Stream>> stages;
     const RecordStream* record = nullptr;
     const Recoding* recoding = nullptr;
-    comtrade::Configuration sampled;
     QStringList lost;
 };
 

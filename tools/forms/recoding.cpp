@@ -1,5 +1,6 @@
 #include "forms/recoding.h"
 
+#include "comtrade/moment.h"
 #include "forms/comtradetext.h"
 #include "forms/dataencoder.h"
 #include "text/texts.h"
@@ -63,8 +64,27 @@ QStringList ClockTexts(const Configuration& config)
     return texts;
 }
 
+// Only revision 2013 has nanoseconds, in the times of start and trigger and as the unit of the time stamps.
+void TakeClock(Configuration& target, const Configuration& source)
+{
+    constexpr int microseconds = 6; // decimals
+    for (comtrade::TimeStamp* stamp : {&target.start, &target.trigger}) {
+        if (target.revision == Revision::R2013 || stamp->decimals <= microseconds)
+            continue;
+        if (stamp->nanoseconds % 1000 != 0)
+            throw FormError(Tr("export", "the time %1 has nanoseconds, revision 1999 only microseconds; "
+                                         "--revision 2013 holds it")
+                                .arg(comtrade::ClockText(*stamp)));
+        stamp->decimals = microseconds;
+    }
+    const double unit = target.StampSeconds();
+    if (unit != source.StampSeconds())
+        target.timeMultiplier *= source.StampSeconds() / unit;
+}
+
 void TakeRevision(Configuration& target, Revision revision, QStringList& lost)
 {
+    const Configuration source = target;
     const bool isOlder = revision == Revision::R1999;
     if (isOlder)
         lost += ClockTexts(target);
@@ -78,6 +98,7 @@ void TakeRevision(Configuration& target, Revision revision, QStringList& lost)
             field = QLatin1String(unknown);
     }
     target.revision = revision;
+    TakeClock(target, source);
 }
 
 } // namespace

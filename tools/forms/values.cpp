@@ -29,6 +29,7 @@ bool Values::Next(comtrade::Block& block)
     double* value = block.analog.data();
     for (size_t i = 0; i < block.count; ++i) {
         block.times[i] = clock.At(sample++, block.times[i]);
+        block.numbers[i] = static_cast<quint32>(sample);
         for (const comtrade::AnalogChannel& channel : channels) {
             *value = channel.a * *value + channel.b;
             ++value;

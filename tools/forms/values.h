@@ -7,8 +7,9 @@
 namespace forms {
 
 /// Delivers a * code + b of another stream in double precision (NaN: missing), with a = 1 and b = 0 for each
-/// channel, and as the stamp of each record its time in nanoseconds from the trigger. The configuration has
-/// the rates of the source, and start.decimals and timeMultiplier for which StampSeconds() is 1e-9.
+/// channel, as the stamp of each record its time in nanoseconds from the trigger, and numbers from 1 on. The
+/// configuration has the rates of the source, and start.decimals and timeMultiplier for which StampSeconds()
+/// is 1e-9.
 class Values : public Stream
 {
 public:

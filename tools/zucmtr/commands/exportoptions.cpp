@@ -159,10 +159,10 @@ void AddExportPartOptions(CLI::App& command, ExportPartOptions& options)
     command.add_flag("--changing-only", options.changingOnly,
                      HelpText("export", "Leave out discrete channels that never change"));
     CLI::Option* every = AddValue(command, "--every", options.every, "N",
-                                  HelpText("export", "Keep one sample of N, without a filter"))
+                                  HelpText("export", "Keep one sample of N, as it is: without a filter"))
                              ->transform(values::WholeNumber(2, 1000000));
     AddValue(command, "--rate", options.rate, "HZ",
-             HelpText("export", "Sample again at this rate, after a filter against aliasing"))
+             HelpText("export", "Compute samples of this rate, with a filter against aliasing"))
         ->check(values::Number(0.001, 1e9))
         ->excludes(every);
 }
