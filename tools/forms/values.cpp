@@ -10,6 +10,7 @@ comtrade::Configuration WithoutCodes(comtrade::Configuration configuration)
         channel.a = 1;
         channel.b = 0;
     }
+    configuration.revision = comtrade::Revision::R2013; // which has nanoseconds
     configuration.start.decimals = 9;
     configuration.timeMultiplier = 1;
     return configuration;
