@@ -39,6 +39,7 @@ private:
     void Survey();
     bool Write();
     void Compare(const Configuration& config, const Digest& written);
+    Digest DigestOfWritten(const Configuration& config) const;
     std::unique_ptr<Writer> NewWriter(const Configuration& config) const;
     std::unique_ptr<Stream> ReadBack(const Configuration& config) const;
     Texts TextsOf(const comtrade::Record& record) const;
@@ -231,7 +232,8 @@ bool Exporter::Write()
     return true;
 }
 
-void Exporter::Compare(const Configuration& config, const Digest& written)
+// The digest of what was written, with its texts compared.
+Digest Exporter::DigestOfWritten(const Configuration& config) const
 {
     const std::unique_ptr<Stream> back = ReadBack(config);
     if (IsComtrade()) {
@@ -245,12 +247,22 @@ void Exporter::Compare(const Configuration& config, const Digest& written)
         Look();
         digest.Add(block);
     }
-    if (digest == written)
-        return;
-    // Only now is it worth the time to find the place.
-    Pipeline again(source, request, plan, Pipeline::End::Form);
-    const std::unique_ptr<Stream> backAgain = ReadBack(config);
-    throw Different(DifferenceOf(again.Last(), *backAgain));
+    return digest;
+}
+
+void Exporter::Compare(const Configuration& config, const Digest& written)
+{
+    Look();
+    try {
+        if (DigestOfWritten(config) == written)
+            return;
+        // Only now is it worth the time to find the place.
+        Pipeline again(source, request, plan, Pipeline::End::Form);
+        const std::unique_ptr<Stream> back = ReadBack(config);
+        throw Different(DifferenceOf(again.Last(), *back));
+    } catch (const comtrade::Error& error) {
+        throw Different(error.Message());
+    }
 }
 
 Exported Exporter::Run()

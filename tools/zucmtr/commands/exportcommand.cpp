@@ -5,6 +5,7 @@
 #include "forms/channelchoice.h"
 #include "forms/exporting.h"
 #include "forms/spantext.h"
+#include "forms/timewindow.h"
 #include "inicheck/nearest.h"
 #include "output/outputfile.h"
 #include "text/reasons.h"
@@ -271,6 +272,8 @@ ExitCode Explain(const QString& file, bool json)
         return ExitUsage;
     } catch (const ExportFailure& error) {
         return Refuse(file, error.reason, error.Message(), json);
+    } catch (const forms::NoSamples& error) {
+        return Refuse(file, reason::NothingThere, error.Message(), json);
     } catch (const forms::FormError& error) {
         return Refuse(file, reason::FormCannotHold, error.Message(), json);
     } catch (const forms::MomentError& error) {
@@ -280,8 +283,7 @@ ExitCode Explain(const QString& file, bool json)
                       Tr("export", "what was written is wrong and was removed: %1").arg(error.Message()),
                       json);
     } catch (const StagingError& error) {
-        return Refuse(file, error.NoRoom() ? reason::NoRoom : reason::RecordNotInPlace, error.Message(),
-                      json);
+        return Refuse(file, reason::RecordNotInPlace, error.Message(), json);
     } catch (const forms::FileError& error) {
         return Refuse(file, reason::RecordNotInPlace, error.Message(), json);
     } catch (const std::bad_alloc&) {
