@@ -452,18 +452,6 @@ Example, with the sample station:
         <translation>%1: «%2» — не число</translation>
     </message>
     <message>
-        <source>no revision year: records of 1991 are not supported</source>
-        <translation>нет года редакции: записи редакции 1991 года не поддерживаются</translation>
-    </message>
-    <message>
-        <source>more than three fields; does a name hold a comma?</source>
-        <translation>больше трёх полей; нет ли запятой в наименовании?</translation>
-    </message>
-    <message>
-        <source>revision &apos;%1&apos; is not supported, only 1999 and 2013</source>
-        <translation>редакция «%1» не поддерживается, только 1999 и 2013</translation>
-    </message>
-    <message>
         <source>&apos;%1&apos; should be a number and %2</source>
         <translation>вместо «%1» должны быть число и буква %2</translation>
     </message>
@@ -702,6 +690,294 @@ Example, with the sample station:
     <message>
         <source>time quality</source>
         <translation>качество времени</translation>
+    </message>
+    <message>
+        <source>the letter of &apos;%1&apos; is not the Latin %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>read as %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the count of status channels comes before that of analog channels</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>each is known by its letter</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>a text holds a comma, which separates fields</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>read as &apos;%1&apos;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>quotation marks do not keep a comma inside of a field</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>read as if they did</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 has %2 fields, there are %3; does a name or a number hold a comma? Decimals need a point</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the ratio is not known, the values are taken as primary</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>what is missing is taken as not known</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 has %2 fields, there are %3</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the others are read as in revision 1999</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 is empty</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the minimum %1 is above the maximum %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the samples count, not the limits</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the side, P or S,</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 is &apos;%2&apos;, which is neither 0 nor 1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the total is taken as their sum</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the counts of each kind are taken</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the last one is taken as the normal state</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the normal state is taken as 0</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the text ends with the byte 1A</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>what follows it is left out</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the text ends with bytes 0</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>they are left out</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>lines should end with CR LF, this one ends with %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>read as the end of a line</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>a blank line</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>passed over</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1; %2</source>
+        <translation type="unfinished">%1: %2 {1;?}</translation>
+    </message>
+    <message>
+        <source>the line ends with a comma</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>it is left out</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 is &apos;%2&apos;, which is no plain number</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 is &apos;%2&apos;, which is not written as an integer</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 lines follow the last one of a configuration</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>no comma separates date and time in &apos;%1&apos;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the blank is taken for it</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>a comma separates the decimals of the seconds</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>read as a point</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; separates day, month and year otherwise than with strokes</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>read as if they were strokes</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the line with %1 is missing</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the other of the two times is taken</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the year in &apos;%1&apos; should have %2 digits</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the day should come before the month, &apos;%1&apos; is no such date</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the month should come before the day, &apos;%1&apos; is no such date</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>a colon separates the decimals of the seconds</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the seconds have %1 decimals</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the first %1 are taken</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>read as they are</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; has 60 seconds</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>read as the start of the next minute</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; has 24 hours</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>read as the start of the next day</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 is &apos;%2&apos;, which is no date</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>not known; 1970-01-01 stands for it</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the first line</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the others are left out</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>read as the station &apos;%1&apos; and the device &apos;%2&apos;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>read as revision %1, whose fields the lines have</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the first line has no revision year, which stands for 1991</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>revision &apos;%1&apos; is none of 1991, 1999 and 2013</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the lines do not have the fields of revision 1991</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>not known</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 sampling rates are announced, there are %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the samples are counted in the data</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the lines that are there are taken</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>data file type &apos;%1&apos; is none of ASCII, BINARY, BINARY32 and FLOAT32</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 is &apos;%2&apos;, but should be above 0</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>lines with time codes are of revision 2013</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>read all the same</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>
@@ -1027,6 +1303,359 @@ Example, with the sample station:
     </message>
 </context>
 <context>
+    <name>export</name>
+    <message>
+        <source>no channel has the name, circuit or number &apos;%1&apos;</source>
+        <translation>нет канала с именем, присоединением или номером «%1»</translation>
+    </message>
+    <message>
+        <source>missing</source>
+        <translation type="unfinished">нет</translation>
+    </message>
+    <message>
+        <source>sample %1, %2: %3 was read back where %4 was written</source>
+        <translation>отсчёт %1, %2: прочитано %3, а записано %4</translation>
+    </message>
+    <message>
+        <source>its number</source>
+        <translation>номер</translation>
+    </message>
+    <message>
+        <source>its time</source>
+        <translation>время</translation>
+    </message>
+    <message>
+        <source>configuration, line %1: &apos;%2&apos; was read back where &apos;%3&apos; was written</source>
+        <translation>конфигурация, строка %1: прочитано «%2», а записано «%3»</translation>
+    </message>
+    <message>
+        <source>%1: another text was read back than was written</source>
+        <translation>%1: прочитан не тот текст, что записан</translation>
+    </message>
+    <message>
+        <source>HDR</source>
+        <translation>HDR</translation>
+    </message>
+    <message>
+        <source>INF</source>
+        <translation>INF</translation>
+    </message>
+    <message>
+        <source>a difference that is not there any more: the file changed meanwhile</source>
+        <translation>различие, которого уже нет: файл тем временем изменился</translation>
+    </message>
+    <message>
+        <source>%1 samples were read back, which is not what was written</source>
+        <translation>прочитано отсчётов: %1, а записано другое число</translation>
+    </message>
+    <message>
+        <source>%1: &apos;%2&apos; holds a comma or a line end, which COMTRADE has no way to write; CSV and MAT have</source>
+        <translation>%1: в «%2» есть запятая или конец строки, их в COMTRADE записать нельзя; в CSV и MAT можно</translation>
+    </message>
+    <message>
+        <source>%1: &apos;%2&apos; has %3 characters, revision %4 allows %5; CSV and MAT hold it</source>
+        <translation>%1: в «%2» символов: %3, редакция %4 допускает %5; CSV и MAT вмещают</translation>
+    </message>
+    <message>
+        <source>%1 (%2), phase</source>
+        <translation>%1 (%2), фаза</translation>
+    </message>
+    <message>
+        <source>%1 (%2), circuit</source>
+        <translation>%1 (%2), присоединение</translation>
+    </message>
+    <message>
+        <source>%1: the encoding %2 has no letter &apos;%3&apos;; --encoding utf8 has</source>
+        <translation>%1: в кодировке %2 нет буквы «%3»; с --encoding utf8 она есть</translation>
+    </message>
+    <message>
+        <source>station</source>
+        <translation type="unfinished">объект</translation>
+    </message>
+    <message>
+        <source>recorder</source>
+        <translation type="unfinished">регистратор</translation>
+    </message>
+    <message>
+        <source>%1 (%2), unit</source>
+        <translation>%1 (%2), единица измерения</translation>
+    </message>
+    <message>
+        <source>%1 cannot be written: %2; check the directory and the free space</source>
+        <translation>%1 не записать: %2; проверьте каталог и свободное место</translation>
+    </message>
+    <message>
+        <source>A%1 (%2), sample %3</source>
+        <translation>A%1 (%2), отсчёт %3</translation>
+    </message>
+    <message>
+        <source>%1: %2 has whole codes, and %3 is none</source>
+        <translation>%1: коды в %2 целые, а %3 — нет</translation>
+    </message>
+    <message>
+        <source>%1: the code %2 is beyond the %3 of %4; %5 holds it</source>
+        <translation>%1: код %2 больше по модулю, чем %3, предел %4; его вмещает %5</translation>
+    </message>
+    <message>
+        <source>%1: %2 would be read as a missing value in %3; %4 holds it</source>
+        <translation>%1: %2 в %3 читается как отсутствующее значение; его вмещает %4</translation>
+    </message>
+    <message>
+        <source>%1: %2 has more digits than %3 can hold; %4 holds it</source>
+        <translation>%1: у %2 больше знаков, чем вмещает %3; его вмещает %4</translation>
+    </message>
+    <message>
+        <source>sample %1: the time stamp %2 has more digits than ASCII data of revision %3 can hold; --form csv holds it</source>
+        <translation>отсчёт %1: у метки времени %2 больше цифр, чем вмещают данные ASCII редакции %3; её вмещает --form csv</translation>
+    </message>
+    <message>
+        <source>sample %1: the time stamp %2 does not fit the 32 bits of binary data; --data ascii holds it</source>
+        <translation>отсчёт %1: метка времени %2 не помещается в 32 бита двоичных данных; её вмещает --data ascii</translation>
+    </message>
+    <message>
+        <source>time code</source>
+        <translation type="unfinished">код времени</translation>
+    </message>
+    <message>
+        <source>local code</source>
+        <translation type="unfinished">местный код</translation>
+    </message>
+    <message>
+        <source>time quality</source>
+        <translation type="unfinished">качество времени</translation>
+    </message>
+    <message>
+        <source>leap second</source>
+        <translation type="unfinished">секунда координации</translation>
+    </message>
+    <message>
+        <source>the time %1 has nanoseconds, revision 1999 only microseconds; --revision 2013 holds it</source>
+        <translation>во времени %1 есть наносекунды, в редакции 1999 года — только микросекунды; его вмещает --revision 2013</translation>
+    </message>
+    <message>
+        <source>A%1 (%2): its factors, primary %3 and secondary %4, do not lead to %5 values</source>
+        <translation>A%1 (%2): коэффициенты, первичный %3 и вторичный %4, не дают %5 значений</translation>
+    </message>
+    <message>
+        <source>primary</source>
+        <translation>первичных</translation>
+    </message>
+    <message>
+        <source>secondary</source>
+        <translation>вторичных</translation>
+    </message>
+    <message>
+        <source>revision 1999 has ASCII and BINARY data only, and no CFF file; %1 needs revision 2013, or give --data</source>
+        <translation>в редакции 1999 года есть только данные ASCII и BINARY и нет файла CFF; для %1 нужна редакция 2013 года, или укажите --data</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; has an offset from UTC, but that of the record is not known; give the time of the record&apos;s own clock, without an offset</source>
+        <translation>в «%1» указано смещение от UTC, а у записи оно неизвестно; укажите время по часам записи, без смещения</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is no moment; give seconds from the trigger, as -0.2 or 200ms, or a time as 2024-01-31T12:00:00.25</source>
+        <translation>«%1» — не момент времени; укажите секунды от пуска, например -0.2 или 200ms, или время, например 2024-01-31T12:00:00.25</translation>
+    </message>
+    <message>
+        <source>sample %1 has no time stamp, and the record no sampling rate: a part of it cannot be chosen by time</source>
+        <translation>у отсчёта %1 нет метки времени, а у записи — частоты дискретизации: часть её по времени не выбрать</translation>
+    </message>
+    <message>
+        <source>no sample of the record is in the time asked for</source>
+        <translation>в указанное время нет ни одного отсчёта записи</translation>
+    </message>
+    <message>
+        <source>--window fault: no fault was found; give --from and --to</source>
+        <translation>--window fault: КЗ не найдено; укажите --from и --to</translation>
+    </message>
+    <message>
+        <source>--to &apos;%1&apos; is before --from &apos;%2&apos;</source>
+        <translation>--to «%1» раньше, чем --from «%2»</translation>
+    </message>
+    <message>
+        <source>%1 and %2 more</source>
+        <translation>%1 и ещё %2</translation>
+    </message>
+    <message>
+        <source>the configuration announces %1 samples, the data have %2; the configuration that was written says %2</source>
+        <translation>по конфигурации отсчётов %1, в данных их %2; в записанной конфигурации указано %2</translation>
+    </message>
+    <message>
+        <source>the form has whole codes, the source has not; channels with new codes, a and b (greatest error): %1</source>
+        <translation>коды этой формы целые, а в исходной записи — нет; каналы с новыми кодами, a и b (наибольшая погрешность): %1</translation>
+    </message>
+    <message>
+        <source>values rounded to single precision: %1</source>
+        <translation>значения, округлённые до одинарной точности: %1</translation>
+    </message>
+    <message>
+        <source>left out, as revision 1999 has no place for it: %1</source>
+        <translation>опущено, так как в редакции 1999 года для этого нет места: %1</translation>
+    </message>
+    <message>
+        <source>discrete channels left out, since they never change: %1</source>
+        <translation>дискретные каналы, опущенные, так как они не меняются: %1</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is there already; --replace replaces it</source>
+        <translation>«%1» уже есть; --replace его заменит</translation>
+    </message>
+    <message>
+        <source>%1 -&gt; %2 (%3): samples: %4, channels: %5 + %6; read back and compared</source>
+        <translation>%1 -&gt; %2 (%3): отсчётов: %4, каналов: %5 + %6; прочитано и сверено</translation>
+    </message>
+    <message>
+        <source>what was written is wrong and was removed: %1</source>
+        <translation>записанное неверно и удалено: %1</translation>
+    </message>
+    <message>
+        <source>The file, or the directory for several; - is standard output. Default: beside FILE, under its name</source>
+        <translation>Файл или каталог для нескольких; - — стандартный вывод. По умолчанию: рядом с FILE, под его именем</translation>
+    </message>
+    <message>
+        <source>Make the directory of --out</source>
+        <translation>Создать каталог --out</translation>
+    </message>
+    <message>
+        <source>Replace files that are there</source>
+        <translation>Заменять имеющиеся файлы</translation>
+    </message>
+    <message>
+        <source>Take no ini file: circuits and names as in the recording</source>
+        <translation type="unfinished">Не использовать ini-файл: присоединения и имена как в осциллограмме</translation>
+    </message>
+    <message>
+        <source>One JSON object a file, for programs</source>
+        <translation type="unfinished">Объект JSON на каждый файл, для программ</translation>
+    </message>
+    <message>
+        <source>Write recordings and COMTRADE records in another form</source>
+        <translation>Записать осциллограммы и записи COMTRADE в другой форме</translation>
+    </message>
+    <message>
+        <source>First files of recordings (.ZU), or the .cfg or .cff files of records</source>
+        <translation type="unfinished">Первые файлы осциллограмм (.ZU) или файлы .cfg или .cff записей</translation>
+    </message>
+    <message>
+        <source>COMTRADE of both revisions and all data types, CSV tables and MAT files, of the whole or of a part: some
+time, some channels, fewer samples. Codes, coefficients, times and texts stay as they are where the form
+holds them. Each file is read back and compared, every value of every sample; what a form cannot hold
+is an error that names the place.
+
+Exit code: 0 done, 1 at least one file was not exported, 2 wrong usage.
+
+Example, with the sample station:
+  zucmtr sample --out station --force
+  zucmtr export station/Vostochnaya_000123.ZU -o station/fault.csv --window fault --channels &apos;U*&apos;</source>
+        <translation>COMTRADE обеих редакций и всех видов данных, таблицы CSV и файлы MAT — целиком или частью: часть времени,
+часть каналов, меньше отсчётов. Коды, коэффициенты, времена и тексты остаются как есть, если форма их
+вмещает. Каждый файл читается и сверяется, каждое значение каждого отсчёта; то, чего форма не вмещает, —
+ошибка с указанием места.
+
+Код завершения: 0 — сделано, 1 — хотя бы один файл не записан, 2 — неверный вызов.
+
+Пример, с образцом станции:
+  zucmtr sample --out station --force
+  zucmtr export station/Vostochnaya_000123.ZU -o station/fault.csv --window fault --channels &apos;U*&apos;</translation>
+    </message>
+    <message>
+        <source>--form %1 and &apos;%2&apos;: the ending of the file is that of another form; leave one of the two out</source>
+        <translation>--form %1 и «%2»: расширение файла — другой формы; уберите одно из двух</translation>
+    </message>
+    <message>
+        <source>%1 is for COMTRADE, that is --form cfg or --form cff; leave it out</source>
+        <translation>%1 — для COMTRADE, то есть для --form cfg или --form cff; уберите</translation>
+    </message>
+    <message>
+        <source>%1 is for --form csv; leave it out</source>
+        <translation>%1 — для --form csv; уберите</translation>
+    </message>
+    <message>
+        <source>--data %1 and --revision 1999: revision 1999 has ASCII and BINARY only; leave one of the two out</source>
+        <translation>--data %1 и --revision 1999: в редакции 1999 года есть только ASCII и BINARY; уберите одно из двух</translation>
+    </message>
+    <message>
+        <source>%1: &apos;%2&apos; is no moment; give seconds from the trigger, as -0.2 or 200ms, or a time as 2024-01-31T12:00:00.25</source>
+        <translation>%1: «%2» — не момент времени; укажите секунды от пуска, например -0.2 или 200ms, или время, например 2024-01-31T12:00:00.25</translation>
+    </message>
+    <message>
+        <source>--window: &apos;%1&apos; is wrong; give a number of seconds, or &apos;fault&apos;</source>
+        <translation>--window: «%1» неверно; укажите число секунд или fault</translation>
+    </message>
+    <message>
+        <source>cfg, a COMTRADE record of several files; cff, one of a single file; csv, a table; mat, variables of MATLAB. Default: by the ending of --out, else cfg</source>
+        <translation>cfg — запись COMTRADE из нескольких файлов; cff — из одного; csv — таблица; mat — переменные MATLAB. По умолчанию: по расширению --out, иначе cfg</translation>
+    </message>
+    <message>
+        <source>Samples of a COMTRADE record. Default: as in the record</source>
+        <translation>Отсчёты записи COMTRADE. По умолчанию: как в записи</translation>
+    </message>
+    <message>
+        <source>Revision of COMTRADE. Default: as in the record, if it allows the form</source>
+        <translation>Редакция COMTRADE. По умолчанию: как в записи, если она допускает эту форму</translation>
+    </message>
+    <message>
+        <source>Encoding of the texts of a COMTRADE record. Default: utf8</source>
+        <translation>Кодировка текстов записи COMTRADE. По умолчанию: utf8</translation>
+    </message>
+    <message>
+        <source>Values of the primary or the secondary circuit. Default: as in the record</source>
+        <translation>Значения первичной или вторичной цепи. По умолчанию: как в записи</translation>
+    </message>
+    <message>
+        <source>Times of a table: seconds from the trigger (the default), or date and time (ISO 8601)</source>
+        <translation>Время в таблице: секунды от пуска (по умолчанию) или дата и время (ISO 8601)</translation>
+    </message>
+    <message>
+        <source>Numbers of a table with a decimal comma, columns separated by semicolons</source>
+        <translation>Числа в таблице с десятичной запятой, столбцы через точку с запятой</translation>
+    </message>
+    <message>
+        <source>Start with this moment: seconds from the trigger (-0.2, 200ms), or a date and time (2024-01-31T12:00:00.25)</source>
+        <translation>Начать с этого момента: секунды от пуска (-0.2, 200ms) или дата и время (2024-01-31T12:00:00.25)</translation>
+    </message>
+    <message>
+        <source>End with this moment</source>
+        <translation>Закончить этим моментом</translation>
+    </message>
+    <message>
+        <source>Keep this many seconds around the trigger, a third of them before it; or, with &apos;fault&apos;, from 0.1 s before the fault to 0.1 s after it</source>
+        <translation>Оставить столько секунд вокруг пуска, треть из них до него; с fault — от 0,1 с до КЗ до 0,1 с после него</translation>
+    </message>
+    <message>
+        <source>Keep these channels, and no others: by name, circuit or number (A3, D5); * and ? stand for any letters. May be given several times</source>
+        <translation>Оставить только эти каналы: по имени, присоединению или номеру (A3, D5); * и ? заменяют любые буквы. Можно указать несколько раз</translation>
+    </message>
+    <message>
+        <source>Leave out discrete channels that never change</source>
+        <translation>Опустить дискретные каналы, которые не меняются</translation>
+    </message>
+    <message>
+        <source>Keep one sample of N, as it is: without a filter</source>
+        <translation>Оставить каждый N-й отсчёт как есть, без фильтра</translation>
+    </message>
+    <message>
+        <source>Compute samples of this rate, with a filter against aliasing</source>
+        <translation>Пересчитать на эту частоту дискретизации, с фильтром от наложения спектров</translation>
+    </message>
+    <message>
+        <source>--out %1: a record of several files needs a name or a directory; --form csv or --form cff makes one file</source>
+        <translation>--out %1: записи из нескольких файлов нужны имя или каталог; --form csv или --form cff даёт один файл</translation>
+    </message>
+    <message>
+        <source>%1: &apos;%2&apos; would take the place of what is read; give another name or directory with --out</source>
+        <translation>%1: «%2» занял бы место того, что читается; укажите другое имя или каталог в --out</translation>
+    </message>
+    <message>
+        <source>--out &apos;%1&apos; is one name for %2 files; give a directory, with / at its end</source>
+        <translation>--out «%1» — одно имя на %2 файла(ов); укажите каталог, с / в конце</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; and &apos;%2&apos; would both become &apos;%3&apos;; export them into different directories</source>
+        <translation>«%1» и «%2» стали бы одним файлом «%3»; запишите их в разные каталоги</translation>
+    </message>
+</context>
+<context>
     <name>file</name>
     <message>
         <source>the path is too long; shorten the names</source>
@@ -1150,6 +1779,101 @@ Example, with the sample station:
     <message>
         <source>--form cff and --revision 1999: a CFF file is of revision 2013; leave one of the two out</source>
         <translation>--form cff и --revision 1999: файл CFF бывает только в редакции 2013; уберите один из двух параметров</translation>
+    </message>
+</context>
+<context>
+    <name>forms</name>
+    <message>
+        <source>&apos;%1&apos; cannot be written: %2</source>
+        <translation type="unfinished">«%1» не записывается: %2</translation>
+    </message>
+    <message>
+        <source>the titles are not those of the record</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1, line %2: %3</source>
+        <translation type="unfinished">%1, строка %2: %3</translation>
+    </message>
+    <message>
+        <source>the line has no end</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the time is malformed</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the value of analog channel %1 is malformed</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the state of discrete channel %1 is malformed</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the line has more fields than there are channels</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the record has no date of its trigger, so that its samples can be given no date either: ask for seconds</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>this is no MAT file that can be read, or it is cut off</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation type="unfinished">%1: %2</translation>
+    </message>
+    <message>
+        <source>the variable &apos;%1&apos; is missing</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the variable &apos;%1&apos; has another type or size</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the variable &apos;%1&apos; differs from what it should be</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the variable &apos;%1&apos; cannot be read</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>a MAT file holds 2 GB in a variable at most, and %1 analog and %2 discrete channels have more after %3 samples: export fewer channels, a part of the time, fewer samples per second, or to CSV</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>sample %1 is so far from the trigger that a MAT file does not hold its time to the nanosecond: export a part of the time, or to CSV</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the record gives no sampling rate, only the time of each sample: it cannot be sampled again at another rate; --every keeps one sample of several</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 Hz is too low for a record of %2 Hz</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 Hz: the record would have too many samples</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The samples were computed for a rate of %1 Hz from those taken at %2 Hz, by a low-pass filter (FIR, linear phase, Kaiser window) that passes up to %3 Hz and takes away %4 dB from %5 Hz on.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>One sample of %1 was kept, without a filter.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>One sample of %1 was kept of those taken at %2 Hz, without a filter.</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>
