@@ -350,7 +350,7 @@ class Runs(unittest.TestCase):
         for form, text in (("cff", "cff 2013 binary utf8"), ("csv", "csv"), ("mat", "mat")):
             (one,) = self.export(place, "--form", form, "a.cfg")
             self.assertEqual((one["form"], one["files"]), (text, [f"./a.{form}"]))
-        (old,) = self.export(place, "--revision", "1999", "--data", "ascii", "--encoding", "cp1251", "a.cfg", "-o", "old.cfg")
+        (old,) = self.export(place, "--revision", "1999", "--data", "ascii", "--out-encoding", "cp1251", "a.cfg", "-o", "old.cfg")
         self.assertEqual((old["form"], len(old["notes"])), ("cfg 1999 ascii cp1251", 1))
 
     def test_export_of_what_cannot_be(self):

@@ -141,7 +141,7 @@ TEST(Export, NamesTheLetterThatTheEncodingLacks)
     forms::Request request = To(DataType::Ascii);
     request.comtrade.encoding = "Windows-1251";
     EXPECT_EQ(RefusalOf(text, request),
-              QStringLiteral("1,Iα: the encoding Windows-1251 has no letter 'α'; --encoding utf8 has"));
+              QStringLiteral("1,Iα: the encoding Windows-1251 has no letter 'α'; --out-encoding utf8 has"));
 }
 
 TEST(Export, RefusesASideWithoutFactors)
