@@ -311,10 +311,15 @@ TEST(Export, SaysInTheHdrFileThatSamplesAreOthers)
     EXPECT_FALSE(result.exported.resampling.isEmpty());
 }
 
-// Written, then one byte of a file changed before it is read back.
-QString DifferenceAfter(const char* file, int place, char byte)
+// Written, then one byte of a file changed before it is read back. With `isRaw`, the source is binary, too.
+QString DifferenceAfter(const char* file, int place, char byte, bool isRaw = false)
 {
     const TestDirectory directory;
+    QString record = Text().Store(directory);
+    if (isRaw) {
+        forms::Export({record, {}, {}}, To(DataType::Binary), directory.Path("raw"));
+        record = directory.Path("raw.cfg");
+    }
     int asked = 0;
     const auto damage = [&] {
         if (++asked == 2) { // after the only block
@@ -325,7 +330,7 @@ QString DifferenceAfter(const char* file, int place, char byte)
         return false;
     };
     try {
-        forms::Export({Text().Store(directory), {}, damage}, To(DataType::Binary), directory.Path("out"));
+        forms::Export({record, {}, damage}, To(DataType::Binary), directory.Path("out"));
     } catch (const forms::Different& error) {
         return error.Message();
     }
@@ -346,6 +351,13 @@ TEST(Export, NamesTheValueThatWasReadBackWrong)
               "configuration, line 3: '1,Ja,A,Q1,A,0.5,-1,2.5,-32767,32767,1000,5,P' was read back where "
               "'1,Ia,A,Q1,A,0.5,-1,2.5,-32767,32767,1000,5,P' was written");
     EXPECT_TRUE(DifferenceAfter("out.cfg", 43, 'x').contains("out.cfg, line 3: channel number"));
+}
+
+TEST(Export, NamesTheValueThatWasCopiedWrong)
+{
+    EXPECT_EQ(DifferenceAfter("out.dat", 2 * 14 + 10, 1, true),
+              "sample 3, A2 (Ub): -255 was read back where -22 was written");
+    EXPECT_TRUE(DifferenceAfter("out.cfg", 45, 'J', true).startsWith("configuration, line 3: '1,Ja"));
 }
 
 TEST(Moments, AreSecondsOrDates)
