@@ -12,16 +12,20 @@ INSTANTIATE_TEST_SUITE_P(
               "zucmtr"},
         Wrong{{"nosuch", "--help"},
               2,
-              "there is no command 'nosuch'; there are check, convert, dictionary, events, info, sample, "
+              "there is no command 'nosuch'; there are check, convert, dictionary, events, export, info, "
+              "sample, "
               "validate, view, watch, help",
-              "нет команды «nosuch»; есть check, convert, dictionary, events, info, sample, validate, view, "
+              "нет команды «nosuch»; есть check, convert, dictionary, events, export, info, sample, "
+              "validate, view, "
               "watch, help",
               "zucmtr"},
         Wrong{{"help", "nosuch"},
               2,
-              "there is no command 'nosuch'; there are check, convert, dictionary, events, info, sample, "
+              "there is no command 'nosuch'; there are check, convert, dictionary, events, export, info, "
+              "sample, "
               "validate, view, watch, help",
-              "нет команды «nosuch»; есть check, convert, dictionary, events, info, sample, validate, view, "
+              "нет команды «nosuch»; есть check, convert, dictionary, events, export, info, sample, "
+              "validate, view, "
               "watch, help",
               "zucmtr"},
         Wrong{{"rec.ZU"},

@@ -807,6 +807,10 @@ Example, with the sample station:
         <source>the configuration says %1, but the data are as large as those of several other types</source>
         <translation>по конфигурации данные %1, но размер подходит нескольким другим типам</translation>
     </message>
+    <message>
+        <source>does not start with a section mark</source>
+        <translation>не начинается с метки раздела</translation>
+    </message>
 </context>
 <context>
     <name>convert</name>
@@ -4013,6 +4017,319 @@ IEEE C37.111 редакций 1991, 1999 и 2013. Из-за ошибки про�
   zucmtr sample --out station
   zucmtr convert --out comtrade --make-out station
   zucmtr validate comtrade/*.cfg</translation>
+    </message>
+</context>
+<context>
+    <name>export</name>
+    <message>
+        <source>no channel has the name, circuit or number '%1'</source>
+        <translation>нет канала с именем, присоединением или номером «%1»</translation>
+    </message>
+    <message>
+        <source>sample %1, %2: %3 was read back where %4 was written</source>
+        <translation>отсчёт %1, %2: прочитано %3, а записано %4</translation>
+    </message>
+    <message>
+        <source>its number</source>
+        <translation>номер</translation>
+    </message>
+    <message>
+        <source>its time</source>
+        <translation>время</translation>
+    </message>
+    <message>
+        <source>configuration, line %1: '%2' was read back where '%3' was written</source>
+        <translation>конфигурация, строка %1: прочитано «%2», а записано «%3»</translation>
+    </message>
+    <message>
+        <source>%1: another text was read back than was written</source>
+        <translation>%1: прочитан не тот текст, что записан</translation>
+    </message>
+    <message>
+        <source>HDR</source>
+        <translation>HDR</translation>
+    </message>
+    <message>
+        <source>INF</source>
+        <translation>INF</translation>
+    </message>
+    <message>
+        <source>a difference that is not there any more: the file changed meanwhile</source>
+        <translation>различие, которого уже нет: файл тем временем изменился</translation>
+    </message>
+    <message>
+        <source>%1 samples were read back, which is not what was written</source>
+        <translation>прочитано отсчётов: %1, а записано другое число</translation>
+    </message>
+    <message>
+        <source>%1: '%2' holds a comma or a line end, which COMTRADE has no way to write; CSV and MAT have</source>
+        <translation>%1: в «%2» есть запятая или конец строки, их в COMTRADE записать нельзя; в CSV и MAT можно</translation>
+    </message>
+    <message>
+        <source>%1: '%2' has %3 characters, revision %4 allows %5; CSV and MAT hold it</source>
+        <translation>%1: в «%2» символов: %3, редакция %4 допускает %5; CSV и MAT вмещают</translation>
+    </message>
+    <message>
+        <source>%1 (%2), phase</source>
+        <translation>%1 (%2), фаза</translation>
+    </message>
+    <message>
+        <source>%1 (%2), circuit</source>
+        <translation>%1 (%2), присоединение</translation>
+    </message>
+    <message>
+        <source>%1: the encoding %2 has no letter '%3'; --encoding utf8 has</source>
+        <translation>%1: в кодировке %2 нет буквы «%3»; с --encoding utf8 она есть</translation>
+    </message>
+    <message>
+        <source>%1 (%2), unit</source>
+        <translation>%1 (%2), единица измерения</translation>
+    </message>
+    <message>
+        <source>%1 cannot be written: %2; check the directory and the free space</source>
+        <translation>%1 не записать: %2; проверьте каталог и свободное место</translation>
+    </message>
+    <message>
+        <source>A%1 (%2), sample %3</source>
+        <translation>A%1 (%2), отсчёт %3</translation>
+    </message>
+    <message>
+        <source>%1: %2 has whole codes, and %3 is none</source>
+        <translation>%1: коды в %2 целые, а %3 — нет</translation>
+    </message>
+    <message>
+        <source>%1: the code %2 is beyond the %3 of %4; %5 holds it</source>
+        <translation>%1: код %2 больше по модулю, чем %3, предел %4; его вмещает %5</translation>
+    </message>
+    <message>
+        <source>%1: %2 would be read as a missing value in %3; %4 holds it</source>
+        <translation>%1: %2 в %3 читается как отсутствующее значение; его вмещает %4</translation>
+    </message>
+    <message>
+        <source>%1: %2 has more digits than %3 can hold; %4 holds it</source>
+        <translation>%1: у %2 больше знаков, чем вмещает %3; его вмещает %4</translation>
+    </message>
+    <message>
+        <source>sample %1: the time stamp %2 has more digits than ASCII data of revision %3 can hold; --form csv holds it</source>
+        <translation>отсчёт %1: у метки времени %2 больше цифр, чем вмещают данные ASCII редакции %3; её вмещает --form csv</translation>
+    </message>
+    <message>
+        <source>sample %1: the time stamp %2 does not fit the 32 bits of binary data; --data ascii holds it</source>
+        <translation>отсчёт %1: метка времени %2 не помещается в 32 бита двоичных данных; её вмещает --data ascii</translation>
+    </message>
+    <message>
+        <source>the time %1 has nanoseconds, revision 1999 only microseconds; --revision 2013 holds it</source>
+        <translation>во времени %1 есть наносекунды, в редакции 1999 года — только микросекунды; его вмещает --revision 2013</translation>
+    </message>
+    <message>
+        <source>A%1 (%2): its factors, primary %3 and secondary %4, do not lead to %5 values</source>
+        <translation>A%1 (%2): коэффициенты, первичный %3 и вторичный %4, не дают %5 значений</translation>
+    </message>
+    <message>
+        <source>primary</source>
+        <translation>первичных</translation>
+    </message>
+    <message>
+        <source>secondary</source>
+        <translation>вторичных</translation>
+    </message>
+    <message>
+        <source>revision 1999 has ASCII and BINARY data only, and no CFF file; %1 needs revision 2013, or give --data</source>
+        <translation>в редакции 1999 года есть только данные ASCII и BINARY и нет файла CFF; для %1 нужна редакция 2013 года, или укажите --data</translation>
+    </message>
+    <message>
+        <source>'%1' has an offset from UTC, but that of the record is not known; give the time of the record's own clock, without an offset</source>
+        <translation>в «%1» указано смещение от UTC, а у записи оно неизвестно; укажите время по часам записи, без смещения</translation>
+    </message>
+    <message>
+        <source>'%1' is no moment; give seconds from the trigger, as -0.2 or 200ms, or a time as 2024-01-31T12:00:00.25</source>
+        <translation>«%1» — не момент времени; укажите секунды от пуска, например -0.2 или 200ms, или время, например 2024-01-31T12:00:00.25</translation>
+    </message>
+    <message>
+        <source>sample %1 has no time stamp, and the record no sampling rate: a part of it cannot be chosen by time</source>
+        <translation>у отсчёта %1 нет метки времени, а у записи — частоты дискретизации: часть её по времени не выбрать</translation>
+    </message>
+    <message>
+        <source>no sample of the record is in the time asked for</source>
+        <translation>в указанное время нет ни одного отсчёта записи</translation>
+    </message>
+    <message>
+        <source>--window fault: no fault was found; give --from and --to</source>
+        <translation>--window fault: КЗ не найдено; укажите --from и --to</translation>
+    </message>
+    <message>
+        <source>--to '%1' is before --from '%2'</source>
+        <translation>--to «%1» раньше, чем --from «%2»</translation>
+    </message>
+    <message>
+        <source>%1 and %2 more</source>
+        <translation>%1 и ещё %2</translation>
+    </message>
+    <message>
+        <source>the configuration announces %1 samples, the data have %2; the configuration that was written says %2</source>
+        <translation>по конфигурации отсчётов %1, в данных их %2; в записанной конфигурации указано %2</translation>
+    </message>
+    <message>
+        <source>the form has whole codes, the source has not; channels with new codes, a and b (greatest error): %1</source>
+        <translation>коды этой формы целые, а в исходной записи — нет; каналы с новыми кодами, a и b (наибольшая погрешность): %1</translation>
+    </message>
+    <message>
+        <source>values rounded to single precision: %1</source>
+        <translation>значения, округлённые до одинарной точности: %1</translation>
+    </message>
+    <message>
+        <source>left out, as revision 1999 has no place for it: %1</source>
+        <translation>опущено, так как в редакции 1999 года для этого нет места: %1</translation>
+    </message>
+    <message>
+        <source>discrete channels left out, since they never change: %1</source>
+        <translation>дискретные каналы, опущенные, так как они не меняются: %1</translation>
+    </message>
+    <message>
+        <source>'%1' is there already; --replace replaces it</source>
+        <translation>«%1» уже есть; --replace его заменит</translation>
+    </message>
+    <message>
+        <source>%1 -&gt; %2 (%3): samples: %4, channels: %5 + %6; read back and compared</source>
+        <translation>%1 -&gt; %2 (%3): отсчётов: %4, каналов: %5 + %6; прочитано и сверено</translation>
+    </message>
+    <message>
+        <source>what was written is wrong and was removed: %1</source>
+        <translation>записанное неверно и удалено: %1</translation>
+    </message>
+    <message>
+        <source>The file, or the directory for several; - is standard output. Default: beside FILE, under its name</source>
+        <translation>Файл или каталог для нескольких; - — стандартный вывод. По умолчанию: рядом с FILE, под его именем</translation>
+    </message>
+    <message>
+        <source>Make the directory of --out</source>
+        <translation>Создать каталог --out</translation>
+    </message>
+    <message>
+        <source>Replace files that are there</source>
+        <translation>Заменять имеющиеся файлы</translation>
+    </message>
+    <message>
+        <source>Write recordings and COMTRADE records in another form</source>
+        <translation>Записать осциллограммы и записи COMTRADE в другой форме</translation>
+    </message>
+    <message>
+        <source>COMTRADE of both revisions and all data types, CSV tables and MAT files, of the whole or of a part: some
+time, some channels, fewer samples. Codes, coefficients, times and texts stay as they are where the form
+holds them. Each file is read back and compared, every value of every sample; what a form cannot hold
+is an error that names the place.
+
+Exit code: 0 done, 1 at least one file was not exported, 2 wrong usage.
+
+Example, with the sample station:
+  zucmtr sample --out station --force
+  zucmtr export station/Vostochnaya_000123.ZU -o station/fault.csv --window fault --channels 'U*'</source>
+        <translation>COMTRADE обеих редакций и всех видов данных, таблицы CSV и файлы MAT — целиком или частью: часть времени,
+часть каналов, меньше отсчётов. Коды, коэффициенты, времена и тексты остаются как есть, если форма их
+вмещает. Каждый файл читается и сверяется, каждое значение каждого отсчёта; то, чего форма не вмещает, —
+ошибка с указанием места.
+
+Код завершения: 0 — сделано, 1 — хотя бы один файл не записан, 2 — неверный вызов.
+
+Пример, с образцом станции:
+  zucmtr sample --out station --force
+  zucmtr export station/Vostochnaya_000123.ZU -o station/fault.csv --window fault --channels 'U*'</translation>
+    </message>
+    <message>
+        <source>--form %1 and '%2': the ending of the file is that of another form; leave one of the two out</source>
+        <translation>--form %1 и «%2»: расширение файла — другой формы; уберите одно из двух</translation>
+    </message>
+    <message>
+        <source>%1 is for COMTRADE, that is --form cfg or --form cff; leave it out</source>
+        <translation>%1 — для COMTRADE, то есть для --form cfg или --form cff; уберите</translation>
+    </message>
+    <message>
+        <source>%1 is for --form csv; leave it out</source>
+        <translation>%1 — для --form csv; уберите</translation>
+    </message>
+    <message>
+        <source>--data %1 and --revision 1999: revision 1999 has ASCII and BINARY only; leave one of the two out</source>
+        <translation>--data %1 и --revision 1999: в редакции 1999 года есть только ASCII и BINARY; уберите одно из двух</translation>
+    </message>
+    <message>
+        <source>%1: '%2' is no moment; give seconds from the trigger, as -0.2 or 200ms, or a time as 2024-01-31T12:00:00.25</source>
+        <translation>%1: «%2» — не момент времени; укажите секунды от пуска, например -0.2 или 200ms, или время, например 2024-01-31T12:00:00.25</translation>
+    </message>
+    <message>
+        <source>--window: '%1' is wrong; give a number of seconds, or 'fault'</source>
+        <translation>--window: «%1» неверно; укажите число секунд или fault</translation>
+    </message>
+    <message>
+        <source>cfg, a COMTRADE record of several files; cff, one of a single file; csv, a table; mat, variables of MATLAB. Default: by the ending of --out, else cfg</source>
+        <translation>cfg — запись COMTRADE из нескольких файлов; cff — из одного; csv — таблица; mat — переменные MATLAB. По умолчанию: по расширению --out, иначе cfg</translation>
+    </message>
+    <message>
+        <source>Samples of a COMTRADE record. Default: as in the record</source>
+        <translation>Отсчёты записи COMTRADE. По умолчанию: как в записи</translation>
+    </message>
+    <message>
+        <source>Revision of COMTRADE. Default: as in the record, if it allows the form</source>
+        <translation>Редакция COMTRADE. По умолчанию: как в записи, если она допускает эту форму</translation>
+    </message>
+    <message>
+        <source>Encoding of the texts of a COMTRADE record. Default: utf8</source>
+        <translation>Кодировка текстов записи COMTRADE. По умолчанию: utf8</translation>
+    </message>
+    <message>
+        <source>Values of the primary or the secondary circuit. Default: as in the record</source>
+        <translation>Значения первичной или вторичной цепи. По умолчанию: как в записи</translation>
+    </message>
+    <message>
+        <source>Times of a table: seconds from the trigger (the default), or date and time (ISO 8601)</source>
+        <translation>Время в таблице: секунды от пуска (по умолчанию) или дата и время (ISO 8601)</translation>
+    </message>
+    <message>
+        <source>Numbers of a table with a decimal comma, columns separated by semicolons</source>
+        <translation>Числа в таблице с десятичной запятой, столбцы через точку с запятой</translation>
+    </message>
+    <message>
+        <source>Start with this moment: seconds from the trigger (-0.2, 200ms), or a date and time (2024-01-31T12:00:00.25)</source>
+        <translation>Начать с этого момента: секунды от пуска (-0.2, 200ms) или дата и время (2024-01-31T12:00:00.25)</translation>
+    </message>
+    <message>
+        <source>End with this moment</source>
+        <translation>Закончить этим моментом</translation>
+    </message>
+    <message>
+        <source>Keep this many seconds around the trigger, a third of them before it; or, with 'fault', from 0.1 s before the fault to 0.1 s after it</source>
+        <translation>Оставить столько секунд вокруг пуска, треть из них до него; с fault — от 0,1 с до КЗ до 0,1 с после него</translation>
+    </message>
+    <message>
+        <source>Keep these channels, and no others: by name, circuit or number (A3, D5); * and ? stand for any letters. May be given several times</source>
+        <translation>Оставить только эти каналы: по имени, присоединению или номеру (A3, D5); * и ? заменяют любые буквы. Можно указать несколько раз</translation>
+    </message>
+    <message>
+        <source>Leave out discrete channels that never change</source>
+        <translation>Опустить дискретные каналы, которые не меняются</translation>
+    </message>
+    <message>
+        <source>Keep one sample of N, as it is: without a filter</source>
+        <translation>Оставить каждый N-й отсчёт как есть, без фильтра</translation>
+    </message>
+    <message>
+        <source>Compute samples of this rate, with a filter against aliasing</source>
+        <translation>Пересчитать на эту частоту дискретизации, с фильтром от наложения спектров</translation>
+    </message>
+    <message>
+        <source>--out %1: a record of several files needs a name or a directory; --form csv or --form cff makes one file</source>
+        <translation>--out %1: записи из нескольких файлов нужны имя или каталог; --form csv или --form cff даёт один файл</translation>
+    </message>
+    <message>
+        <source>%1: '%2' would take the place of what is read; give another name or directory with --out</source>
+        <translation>%1: «%2» занял бы место того, что читается; укажите другое имя или каталог в --out</translation>
+    </message>
+    <message>
+        <source>--out '%1' is one name for %2 files; give a directory, with / at its end</source>
+        <translation>--out «%1» — одно имя на %2 файла(ов); укажите каталог, с / в конце</translation>
+    </message>
+    <message>
+        <source>'%1' and '%2' would both become '%3'; export them into different directories</source>
+        <translation>«%1» и «%2» стали бы одним файлом «%3»; запишите их в разные каталоги</translation>
     </message>
 </context>
 </TS>
