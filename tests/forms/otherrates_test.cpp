@@ -100,7 +100,8 @@ TEST_F(OtherRates, AreExplainedAtTheEndOfTheHdrFile)
     EXPECT_EQ(
         QString::fromUtf8(ReadBytes(place.Path("out.hdr"))),
         "Отчёт\r\nThe samples were computed for a rate of 400 Hz from those taken at 1000 Hz, by a low-pass "
-        "filter (FIR, linear phase, Kaiser window) that passes up to 160 Hz and takes away 80 dB from 200 Hz "
+        "filter (FIR, linear phase, Kaiser window) that passes up to 160 Hz and attenuates by 80 dB from 200 "
+        "Hz "
         "on.\r\n");
     request.rate = 0;
     request.every = 5;

@@ -110,7 +110,7 @@ TEST_P(ResamplingTo, DoesNotDependOnTheBlocks)
 INSTANTIATE_TEST_SUITE_P(Rates, ResamplingTo,
                          testing::Values(400, 1000, 1200, 1199.7, 3999, 4096, 10000, 48000));
 
-TEST(Resampling, TakesAwayWhatWouldBeAliased)
+TEST(Resampling, AttenuatesWhatWouldBeAliased)
 {
     for (const double hertz : {500.0, 600.0, 1050.0, 1900.0}) {
         const comtrade::Block block = Resampled(Sum(Sine(50), Sine(hertz)), 4000, 8000, 1000);

@@ -76,8 +76,8 @@ CsvTimeText::CsvTimeText(const comtrade::Configuration& configuration, const Csv
 {
     if (form.time == CsvTime::Iso8601 && !trigger.date.isValid())
         throw text::Error(Tr("forms",
-                             "the record has no date of its trigger, so that its samples can be given "
-                             "no date either: ask for seconds"));
+                             "the trigger has no date, so that there is none for the samples either; use "
+                             "--time seconds"));
     SetDay(0);
 }
 

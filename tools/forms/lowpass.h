@@ -7,7 +7,7 @@ namespace forms {
 
 /// A low-pass of finite length and linear phase: a sinc under a Kaiser window (J. F. Kaiser, 1974). Rates are
 /// those of the samples before and after; the bands are in parts of the lower of the two. It passes what is
-/// below PassBand and takes what is above StopBand away by Attenuation.
+/// below PassBand and attenuates what is above StopBand.
 class LowPass
 {
 public:

@@ -270,8 +270,9 @@ QString ResamplingText(const comtrade::Configuration& source, double rate)
         if (section.hertz > 0)
             band = std::min(band, section.hertz);
     return Tr("forms",
-              "The samples were computed for a rate of %1 Hz from those taken at %2 Hz, by a low-pass filter "
-              "(FIR, linear phase, Kaiser window) that passes up to %3 Hz and takes away %4 dB from "
+              "The samples were computed for a rate of %1 Hz from those taken at %2 Hz, by a low-pass "
+              "filter (FIR, linear phase, Kaiser window) that passes up to %3 Hz and attenuates by %4 dB "
+              "from "
               "%5 Hz on.")
         .arg(NumberText(rate), RatesText(source), NumberText(band * LowPass::PassBand),
              NumberText(LowPass::Attenuation), NumberText(band * LowPass::StopBand));

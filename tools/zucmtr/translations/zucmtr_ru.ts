@@ -4331,5 +4331,140 @@ Example, with the sample station:
         <source>'%1' and '%2' would both become '%3'; export them into different directories</source>
         <translation>«%1» и «%2» стали бы одним файлом «%3»; запишите их в разные каталоги</translation>
     </message>
+    <message>
+        <source>missing</source>
+        <translation>нет</translation>
+    </message>
+    <message>
+        <source>station</source>
+        <translation>объект</translation>
+    </message>
+    <message>
+        <source>recorder</source>
+        <translation>регистратор</translation>
+    </message>
+    <message>
+        <source>time code</source>
+        <translation>код времени</translation>
+    </message>
+    <message>
+        <source>local code</source>
+        <translation>местный код</translation>
+    </message>
+    <message>
+        <source>time quality</source>
+        <translation>качество времени</translation>
+    </message>
+    <message>
+        <source>leap second</source>
+        <translation>секунда координации</translation>
+    </message>
+    <message>
+        <source>Take no ini file: circuits and names as in the recording</source>
+        <translation>Не использовать ini-файл: присоединения и имена как в осциллограмме</translation>
+    </message>
+    <message>
+        <source>One JSON object a file, for programs</source>
+        <translation>Объект JSON на каждый файл, для программ</translation>
+    </message>
+    <message>
+        <source>First files of recordings (.ZU), or the .cfg or .cff files of records</source>
+        <translation>Первые файлы осциллограмм (.ZU) или файлы .cfg или .cff записей</translation>
+    </message>
+</context>
+<context>
+    <name>forms</name>
+    <message>
+        <source>'%1' cannot be written: %2</source>
+        <translation>«%1» не записывается: %2</translation>
+    </message>
+    <message>
+        <source>the titles are not those of the record</source>
+        <translation>заголовки столбцов не те, что у записи</translation>
+    </message>
+    <message>
+        <source>%1, line %2: %3</source>
+        <translation>%1, строка %2: %3</translation>
+    </message>
+    <message>
+        <source>the line has no end</source>
+        <translation>у строки нет конца</translation>
+    </message>
+    <message>
+        <source>the time is malformed</source>
+        <translation>время записано неправильно</translation>
+    </message>
+    <message>
+        <source>the value of analog channel %1 is malformed</source>
+        <translation>значение аналогового канала %1 записано неправильно</translation>
+    </message>
+    <message>
+        <source>the state of discrete channel %1 is malformed</source>
+        <translation>состояние дискретного канала %1 записано неправильно</translation>
+    </message>
+    <message>
+        <source>the line has more fields than there are channels</source>
+        <translation>в строке больше полей, чем каналов</translation>
+    </message>
+    <message>
+        <source>this is no MAT file that can be read, or it is cut off</source>
+        <translation>это не читаемый файл MAT, или он обрезан</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1: %2</translation>
+    </message>
+    <message>
+        <source>the variable '%1' is missing</source>
+        <translation>нет переменной «%1»</translation>
+    </message>
+    <message>
+        <source>the variable '%1' has another type or size</source>
+        <translation>у переменной «%1» другой тип или размер</translation>
+    </message>
+    <message>
+        <source>the variable '%1' differs from what it should be</source>
+        <translation>переменная «%1» не такая, какой должна быть</translation>
+    </message>
+    <message>
+        <source>the variable '%1' cannot be read</source>
+        <translation>не удаётся прочитать переменную «%1»</translation>
+    </message>
+    <message>
+        <source>a MAT file holds 2 GB in a variable at most, and %1 analog and %2 discrete channels have more after %3 samples: export fewer channels, a part of the time, fewer samples per second, or to CSV</source>
+        <translation>переменная в файле MAT вмещает не более 2 ГБ, а %1 аналоговых и %2 дискретных каналов занимают больше уже после %3 отсчётов: выгрузите меньше каналов, часть записи, меньше отсчётов в секунду или таблицу CSV</translation>
+    </message>
+    <message>
+        <source>sample %1 is so far from the trigger that a MAT file does not hold its time to the nanosecond: export a part of the time, or to CSV</source>
+        <translation>отсчёт %1 так далёк от пуска, что его время не хранится в файле MAT с точностью до наносекунды: выгрузите часть записи или таблицу CSV</translation>
+    </message>
+    <message>
+        <source>the record gives no sampling rate, only the time of each sample: it cannot be sampled again at another rate; --every keeps one sample of several</source>
+        <translation>в записи нет частоты дискретизации, есть только время каждого отсчёта: пересчитать её на другую частоту нельзя; --every оставляет один отсчёт из нескольких</translation>
+    </message>
+    <message>
+        <source>%1 Hz is too low for a record of %2 Hz</source>
+        <translation>%1 Гц — слишком низкая частота для записи с %2 Гц</translation>
+    </message>
+    <message>
+        <source>%1 Hz: the record would have too many samples</source>
+        <translation>%1 Гц: в записи стало бы слишком много отсчётов</translation>
+    </message>
+    <message>
+        <source>One sample of %1 was kept, without a filter.</source>
+        <translation>Оставлен каждый %1-й отсчёт, без фильтра.</translation>
+    </message>
+    <message>
+        <source>One sample of %1 was kept of those taken at %2 Hz, without a filter.</source>
+        <translation>Оставлен каждый %1-й из отсчётов, снятых с частотой %2 Гц, без фильтра.</translation>
+    </message>
+    <message>
+        <source>the trigger has no date, so that there is none for the samples either; use --time seconds</source>
+        <translation>у момента пуска нет даты, поэтому её нет и у отсчётов; задайте --time seconds</translation>
+    </message>
+    <message>
+        <source>The samples were computed for a rate of %1 Hz from those taken at %2 Hz, by a low-pass filter (FIR, linear phase, Kaiser window) that passes up to %3 Hz and attenuates by %4 dB from %5 Hz on.</source>
+        <translation>Отсчёты пересчитаны на частоту %1 Гц из снятых с частотой %2 Гц фильтром нижних частот (КИХ, линейная фаза, окно Кайзера): полоса пропускания до %3 Гц, подавление %4 дБ начиная с %5 Гц.</translation>
+    </message>
 </context>
 </TS>
