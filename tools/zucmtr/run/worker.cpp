@@ -122,29 +122,37 @@ void Worker::Try(BatchItem& item)
         return;
     }
     if (LibraryDeletes()) {
-        Job job(item.recording.path, item.directory);
+        Job job(item.recording.path, item.directory, order.salvage);
         if (!IsForeignThere(item, job))
-            ConvertUnseen(item);
+            ConvertUnseen(item, job);
+        ReportLoss(item, job);
         return;
     }
-    if (!cleaned.contains(item.directory)) {
-        Staging::RemoveLeft(item.directory);
-        cleaned.insert(item.directory);
-    }
-    Job job(item.recording.path, item.directory);
+    Prepare(item.directory);
+    Job job(item.recording.path, item.directory, order.salvage);
     try {
         if (!TakePresent(item, job))
             Do(item, job);
     } catch (const verify::Unreadable&) {
         FailByCurrent(item);
-        if (CanBeRead(item.recording.path))
+        if (CanBeRead(item.recording.path, job.source))
             FailForAMoment(item);
     }
+    ReportLoss(item, job);
     if (item.state == ItemState::Present && (order.sync || PutsAway()))
         SyncPresent(item);
-    item.leftOut = !job.leftOut.isEmpty();
+    item.leftOut = !job.leftOut.isEmpty() || job.HasCopy();
     if (item.state != ItemState::Failed && PutsAway())
         PutAway(item, job);
+}
+
+// Clears a directory of what killed runs have left there.
+void Worker::Prepare(const QString& directory)
+{
+    if (cleaned.contains(directory))
+        return;
+    Staging::RemoveLeft(directory);
+    cleaned.insert(directory);
 }
 
 void Worker::Do(BatchItem& item, Job& job)
@@ -157,7 +165,8 @@ void Worker::Do(BatchItem& item, Job& job)
         return;
     const QString& staged = job.staging->Directory();
     item.error.replace(staged, job.directory); // where the record would be
-    if (job.mayLackRoom && job.staging->IsDiskFull(MostRecordSize(item.recording.path))) {
+    item.error = job.AboutOriginal(item.error);
+    if (job.mayLackRoom && job.staging->IsDiskFull(MostRecordSize(job.source))) {
         item.noRoom = true;
         item.blame = Blame::Output;
         item.Fail(
@@ -174,11 +183,12 @@ void Worker::Do(BatchItem& item, Job& job)
 // taken from this second conversion.
 void Worker::ConvertAgain(BatchItem& item)
 {
-    Job job(item.recording.path, item.directory); // throws if a file cannot be read now
+    Job job(item.recording.path, item.directory, order.salvage); // throws if a file cannot be read now
     job.staging = std::make_unique<Staging>(job.directory);
     BatchItem again = item;
     const bool done = Convert(again, job) && (!order.verify || Verify(again, job));
     again.error.replace(job.staging->Directory(), job.directory);
+    again.error = job.AboutOriginal(again.error);
     if (!done && again.error == item.error)
         return;
     if (!done && (again.blame == Blame::Memory || std::strcmp(again.reason, reason::SourceChanged) == 0))
@@ -198,11 +208,11 @@ qint64 Worker::MostRecordSize(const QString& file)
 }
 
 // Throws ChainFiles::Unreadable if a file cannot be read at this moment; false if its content is bad.
-bool Worker::CanBeRead(const QString& file)
+bool Worker::CanBeRead(const QString& file, const QString& source)
 {
     const ChainFiles chain(file);
     try {
-        verifier.Examine(file);
+        verifier.Examine(source);
         return true;
     } catch (const verify::Unreadable&) {
         return false;
@@ -220,13 +230,31 @@ void Worker::Name(BatchItem& item, const QString& recordName) const
 
 void Worker::Plan(BatchItem& item)
 {
+    if (!order.salvage) {
+        PlanFrom(item, item.recording.path);
+        return;
+    }
+    Job job(item.recording.path, item.directory, true);
+    try {
+        PlanFrom(item, job.source);
+        if (job.HasCopy())
+            CheckCopysEnd(item, job);
+    } catch (const verify::Unreadable&) {
+        FailByCurrent(item);
+    }
+    item.sources = job.Originals(item.sources);
+    ReportLoss(item, job);
+}
+
+void Worker::PlanFrom(BatchItem& item, const QString& source)
+{
     verify::Examined examined;
     try {
-        examined = verifier.Examine(item.recording.path);
+        examined = verifier.Examine(source);
     } catch (const verify::Unreadable&) { // perhaps for a moment
-        if (!CanBeRead(item.recording.path))
+        if (!CanBeRead(item.recording.path, source))
             throw;
-        examined = verifier.Examine(item.recording.path);
+        examined = verifier.Examine(source);
     }
     Name(item, examined.recordName);
     item.sources = examined.files;
@@ -235,14 +263,14 @@ void Worker::Plan(BatchItem& item)
 }
 
 // The library deletes the recording as soon as it has written the record, so that goes right to its place.
-void Worker::ConvertUnseen(BatchItem& item)
+void Worker::ConvertUnseen(BatchItem& item, const Job& job)
 {
     MakeDirectory(item.directory);
-    const Outcome outcome = host.Convert(item.recording.path, item.directory, device);
+    const Outcome outcome = host.Convert(job.source, item.directory, device);
     item.notes = outcome.notes;
     if (!outcome.converted) {
         FailBy(item, outcome);
-        if (MayBeTheReading(item, outcome) && CanBeRead(item.recording.path))
+        if (MayBeTheReading(item, outcome) && CanBeRead(item.recording.path, job.source))
             FailForAMoment(item);
         return;
     }
@@ -278,7 +306,7 @@ bool Worker::IsForeignThere(BatchItem& item, Job& job)
 {
     const QString name = RecordName(item.recording.path);
     return !name.isEmpty() && IsAnythingThere(IdentifyRecord(job.directory, name)) &&
-           !MayReplace(item, present.Find(item.recording.path, job.directory));
+           !MayReplace(item, FindThere(job));
 }
 
 // True if nothing is to be converted: the record is there and is right, or another one has its name.
@@ -290,9 +318,9 @@ bool Worker::TakePresent(BatchItem& item, Job& job)
     job.found = IdentifyRecord(job.directory, job.checkedName);
     if (!IsAnythingThere(job.found))
         return false;
-    const verify::Presence presence = present.Find(item.recording.path, job.directory);
+    const verify::Presence presence = FindThere(job);
     // Nothing can be said about a recording that could only be read in part.
-    item.sources = presence.examined.files;
+    item.sources = job.Originals(presence.examined.files);
     if (!CheckEnd(item, job) || !MayReplace(item, presence))
         return true;
     if (presence.standing.state != verify::RecordState::Same || order.again)
@@ -331,7 +359,7 @@ bool Worker::MayReplace(BatchItem& item, const verify::Presence& presence) const
 
 bool Worker::Convert(BatchItem& item, Job& job)
 {
-    const Outcome outcome = host.Convert(item.recording.path, job.staging->Directory(), device);
+    const Outcome outcome = host.Convert(job.source, job.staging->Directory(), device);
     item.notes = outcome.notes;
     job.lackedMemory = outcome.lackedMemory;
     job.mayLackRoom = outcome.couldNotWrite;
@@ -345,7 +373,7 @@ bool Worker::Convert(BatchItem& item, Job& job)
     try {
         // The library's device may have taken this recording's channel order, so the verifier's must take it.
         if (order.verify)
-            verifier.Examine(item.recording.path);
+            verifier.Examine(job.source);
     } catch (const std::exception&) { // reported by the library already
     }
     return false;
@@ -353,8 +381,9 @@ bool Worker::Convert(BatchItem& item, Job& job)
 
 bool Worker::Verify(BatchItem& item, Job& job)
 {
-    const std::optional<QString> failure = text::FailureOf(
-        [&] { item.sources = verifier.Check(item.recording.path, job.staging->Directory()).files; });
+    const std::optional<QString> failure = text::FailureOf([&] {
+        item.sources = job.Originals(verifier.Check(job.source, job.staging->Directory()).files);
+    });
     if (!failure)
         return true;
     if (!CheckUnchanged(item, job)) // a change explains the failure
@@ -369,6 +398,10 @@ bool Worker::Verify(BatchItem& item, Job& job)
 // Finds which files went into a record that is not compared with them.
 bool Worker::FindSources(BatchItem& item, Job& job)
 {
+    if (job.HasCopy()) {
+        item.sources = job.Originals(verifier.Examine(job.source).files);
+        return true;
+    }
     const bool mayBeCut = !item.notes.isEmpty() && job.chain.Count() > 1;
     item.sources = mayBeCut ? verifier.Examine(item.recording.path).files : job.chain.Paths();
     if (!mayBeCut || item.sources.size() < job.chain.Paths().size())
@@ -388,6 +421,8 @@ bool Worker::CheckEnd(BatchItem& item, Job& job) const
         item.Fail(reason::OutOfMemory, Tr("worker", "not converted: %1").arg(text::MemoryMessage()));
         return false;
     }
+    if (job.HasCopy())
+        return CheckCopysEnd(item, job);
     const QStringList& files = job.chain.Paths();
     if (item.sources.size() >= files.size()) {
         job.leftOut = job.chain.Beyond().value(0);

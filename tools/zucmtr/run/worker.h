@@ -30,6 +30,7 @@ struct WorkOrder
     bool sync = false;    // records are on the disk when their work is done; always where recordings go
     bool again = false;   // convert even if the right record is already there
     bool replace = false; // even if the name belongs to another recording's record
+    bool salvage = false; // of a damaged recording convert what is whole
     bool mirror = false;  // out and archive get the directories that the recordings have below `top`
 };
 
@@ -61,10 +62,12 @@ private:
     BatchItem TryOnce(const Recording& recording);
     void Try(BatchItem& item);
     void Plan(BatchItem& item);
-    void ConvertUnseen(BatchItem& item);
+    void PlanFrom(BatchItem& item, const QString& source);
+    void Prepare(const QString& directory);
+    void ConvertUnseen(BatchItem& item, const Job& job);
     void Do(BatchItem& item, Job& job);
     void ConvertAgain(BatchItem& item);
-    bool CanBeRead(const QString& file);
+    bool CanBeRead(const QString& file, const QString& source);
     qint64 MostRecordSize(const QString& file);
     void MakeDirectory(const QString& directory);
     bool IsForeignThere(BatchItem& item, Job& job);
@@ -74,6 +77,10 @@ private:
     bool Verify(BatchItem& item, Job& job);
     bool FindSources(BatchItem& item, Job& job);
     bool CheckEnd(BatchItem& item, Job& job) const;
+    static bool CheckCopysEnd(BatchItem& item, Job& job);
+    static void ReportLoss(BatchItem& item, const Job& job);
+    verify::Presence FindThere(const Job& job);
+    bool IsPartThere(const Job& job, const verify::Presence& presence);
     bool CheckUnchanged(BatchItem& item, Job& job) const;
     QStringList WritePieces(Job& job, const QString& recordName, QString& pageError) const;
     bool Commit(BatchItem& item, Job& job);

@@ -1,0 +1,82 @@
+// A record that has some of its recording's channels: what was salvaged of a damaged one.
+#include "verify/verifier.h"
+
+#include "comtrade/record.h"
+#include "device/zucmtrdevparam.h"
+#include "text/error.h"
+#include "verify/channellines.h"
+#include "verify/recordfiles.h"
+#include "verify/source.h"
+
+#include <algorithm>
+
+namespace verify {
+
+namespace {
+
+// The configuration of the record, in the form of the device if it is there in both.
+QString ConfigurationOf(const Source& source, const QString& directory)
+{
+    const QString base = directory + QLatin1Char('/') + source.RecordName();
+    QStringList paths = {base + QLatin1String(".cfg"), base + QLatin1String(".cff")};
+    if (source.Owner().Param().ComtradeCff)
+        std::reverse(paths.begin(), paths.end());
+    return IsThere(paths[0]) ? paths[0] : paths[1];
+}
+
+// Marks the channel of this name, the first of several that is not marked yet. False if there is none.
+bool Mark(std::vector<bool>& marked, const QStringList& names, const QString& name)
+{
+    int number = names.indexOf(name);
+    while (number >= 0 && marked[static_cast<size_t>(number)])
+        number = names.indexOf(name, number + 1);
+    if (number >= 0)
+        marked[static_cast<size_t>(number)] = true;
+    return number >= 0;
+}
+
+// Which of the channels with these names are among the record's; nothing if one of the record's is not.
+template <class Channel>
+bool MarkAll(std::vector<bool>& marked, const QStringList& names, const std::vector<Channel>& channels)
+{
+    marked.assign(static_cast<size_t>(names.size()), false);
+    return std::all_of(channels.begin(), channels.end(),
+                       [&](const Channel& channel) { return Mark(marked, names, channel.name); });
+}
+
+// The names that the channels of the recording have in its record, in the order of the recording.
+template <class ChannelAt>
+QStringList NamesOf(const std::vector<unsigned int>& order, const Device& device, const ChannelAt& at)
+{
+    std::vector<QString> names(order.size());
+    for (size_t i = 0; i < order.size(); ++i)
+        names.at(order[i]) = NameFields(at(i), i + 1, device)[1];
+    QStringList list;
+    for (const QString& name : names)
+        list << name;
+    return list;
+}
+
+} // namespace
+
+std::optional<salvage::Choice> Verifier::ChannelsThere(const QString& firstFile, const QString& directory)
+{
+    const Source source(device, firstFile);
+    salvage::Choice choice;
+    const std::optional<QString> failure = text::FailureOf([&] {
+        const comtrade::Record record(ConfigurationOf(source, directory));
+        const comtrade::Configuration& there = record.Config();
+        const QStringList analog =
+            NamesOf(source.AnalogOrder(), device, [&](size_t i) -> auto& { return source.Analog(i); });
+        const QStringList states =
+            NamesOf(source.StateOrder(), device, [&](size_t i) -> auto& { return source.State(i); });
+        if (!MarkAll(choice.analog, analog, there.analog) || !MarkAll(choice.discrete, states, there.states))
+            choice = {};
+    });
+    const size_t all = source.AnalogCount() + source.StateCount();
+    if (failure || choice.Channels() == 0 || choice.Channels() == all)
+        return std::nullopt;
+    return choice;
+}
+
+} // namespace verify
