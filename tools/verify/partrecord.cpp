@@ -2,11 +2,15 @@
 #include "verify/verifier.h"
 
 #include "comtrade/record.h"
+#include "config/QSettingsRu.h"
 #include "device/zucmtrdevparam.h"
+#include "resorter/ResorterZuCmtrConv.h"
 #include "text/error.h"
 #include "verify/channellines.h"
 #include "verify/recordfiles.h"
 #include "verify/source.h"
+
+#include <QSet>
 
 #include <algorithm>
 
@@ -57,7 +61,32 @@ QStringList NamesOf(const std::vector<unsigned int>& order, const Device& device
     return list;
 }
 
+// Keys with a letter and a number, each without a value.
+template <class Entry>
+QString EmptyKeys(const QString& letter, const std::vector<Entry*>& entries, const QSet<QString>& names)
+{
+    QString lines;
+    for (const Entry* entry : entries) {
+        if (!names.contains(entry->FullName))
+            lines += QSettingsRu::NumberedKey(letter, entry->Number) + QLatin1String("=\n");
+    }
+    return lines;
+}
+
 } // namespace
+
+QString Verifier::KeysWithout(const salvage::Choice& choice, const salvage::Segment& first) const
+{
+    QSet<QString> analog;
+    QSet<QString> discrete;
+    for (const salvage::Section& section : first.sections) {
+        if (choice.Has(section))
+            (section.kind == salvage::Kind::Analog ? analog : discrete) << section.name;
+    }
+    const ResorterZuCmtrConv& resorter = *device.Param().Resorter;
+    return EmptyKeys(QStringLiteral("A"), resorter.AnDictionary, analog) +
+           EmptyKeys(QStringLiteral("D"), resorter.DiDictionary, discrete);
+}
 
 std::optional<salvage::Choice> Verifier::ChannelsThere(const QString& firstFile, const QString& directory)
 {

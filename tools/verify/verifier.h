@@ -58,6 +58,10 @@ public:
     /// Throws as Find.
     std::optional<salvage::Choice> ChannelsThere(const QString& firstFile, const QString& directory);
 
+    /// Lines of an ini file that empty the entries of the sorting dictionary for channels that are not among
+    /// the chosen ones of the first file. Empty if there are none.
+    QString KeysWithout(const salvage::Choice& choice, const salvage::Segment& first) const;
+
     /// Reads a recording and nothing else. To be called for each recording that the converter could not
     /// finish, and for those that are not verified. Throws Unreadable.
     Examined Examine(const QString& firstFile);

@@ -54,19 +54,23 @@ verify::Verifier MakeVerifier(const DeviceChoice& choice)
 
 } // namespace
 
-Worker::Worker(Host& host_, unsigned int device_, const DeviceChoice& choice, WorkOrder order_)
-    : host(host_), device(device_), order(std::move(order_)), verifier(MakeVerifier(choice)),
-      present(MakeVerifier(choice))
+Worker::Devices::Devices(unsigned int device_, const DeviceChoice& choice)
+    : device(device_), verifier(MakeVerifier(choice)), present(MakeVerifier(choice))
+{}
+
+Worker::Worker(Host& host_, unsigned int device, const DeviceChoice& choice, DeviceChoice own_,
+               WorkOrder order_)
+    : host(host_), own(std::move(own_)), order(std::move(order_)), usual(device, choice)
 {}
 
 QString Worker::RecordName(const QString& file) const
 {
-    return verify::RecordNameOf(file, verifier.Parameters());
+    return verify::RecordNameOf(file, usual.verifier.Parameters());
 }
 
 bool Worker::LibraryDeletes() const
 {
-    return verifier.Parameters().DeletesSources();
+    return usual.verifier.Parameters().DeletesSources();
 }
 
 QString Worker::DirectoryOf(const QString& top, const Recording& recording) const
@@ -122,20 +126,20 @@ void Worker::Try(BatchItem& item)
         return;
     }
     if (LibraryDeletes()) {
-        Job job(item.recording.path, item.directory, order.salvage);
+        Job job(*this, item);
         if (!IsForeignThere(item, job))
             ConvertUnseen(item, job);
         ReportLoss(item, job);
         return;
     }
     Prepare(item.directory);
-    Job job(item.recording.path, item.directory, order.salvage);
+    Job job(*this, item);
     try {
         if (!TakePresent(item, job))
             Do(item, job);
     } catch (const verify::Unreadable&) {
         FailByCurrent(item);
-        if (CanBeRead(item.recording.path, job.source))
+        if (CanBeRead(item.recording.path, *job.devices, job.source))
             FailForAMoment(item);
     }
     ReportLoss(item, job);
@@ -166,7 +170,7 @@ void Worker::Do(BatchItem& item, Job& job)
     const QString& staged = job.staging->Directory();
     item.error.replace(staged, job.directory); // where the record would be
     item.error = job.AboutOriginal(item.error);
-    if (job.mayLackRoom && job.staging->IsDiskFull(MostRecordSize(job.source))) {
+    if (job.mayLackRoom && job.staging->IsDiskFull(MostRecordSize(job))) {
         item.noRoom = true;
         item.blame = Blame::Output;
         item.Fail(
@@ -183,7 +187,7 @@ void Worker::Do(BatchItem& item, Job& job)
 // taken from this second conversion.
 void Worker::ConvertAgain(BatchItem& item)
 {
-    Job job(item.recording.path, item.directory, order.salvage); // throws if a file cannot be read now
+    Job job(*this, item); // throws if a file cannot be read now
     job.staging = std::make_unique<Staging>(job.directory);
     BatchItem again = item;
     const bool done = Convert(again, job) && (!order.verify || Verify(again, job));
@@ -198,21 +202,21 @@ void Worker::ConvertAgain(BatchItem& item)
 }
 
 // Bytes; 0 if that is unknown.
-qint64 Worker::MostRecordSize(const QString& file)
+qint64 Worker::MostRecordSize(const Job& job)
 {
     try {
-        return verifier.Examine(file).mostRecordSize;
+        return job.devices->verifier.Examine(job.source).mostRecordSize;
     } catch (const std::exception&) { // it has failed already
         return 0;
     }
 }
 
 // Throws ChainFiles::Unreadable if a file cannot be read at this moment; false if its content is bad.
-bool Worker::CanBeRead(const QString& file, const QString& source)
+bool Worker::CanBeRead(const QString& file, Devices& devices, const QString& source)
 {
     const ChainFiles chain(file);
     try {
-        verifier.Examine(source);
+        devices.verifier.Examine(source);
         return true;
     } catch (const verify::Unreadable&) {
         return false;
@@ -222,21 +226,21 @@ bool Worker::CanBeRead(const QString& file, const QString& source)
 void Worker::Name(BatchItem& item, const QString& recordName) const
 {
     item.recordName = recordName;
-    item.form = verifier.Parameters().Form();
+    item.form = usual.verifier.Parameters().Form();
     item.files.clear();
-    for (const QString& name : verifier.Parameters().RecordFiles(recordName))
+    for (const QString& name : usual.verifier.Parameters().RecordFiles(recordName))
         item.files << item.directory + QLatin1Char('/') + name;
 }
 
 void Worker::Plan(BatchItem& item)
 {
     if (!order.salvage) {
-        PlanFrom(item, item.recording.path);
+        PlanFrom(item, usual, item.recording.path);
         return;
     }
-    Job job(item.recording.path, item.directory, true);
+    Job job(*this, item);
     try {
-        PlanFrom(item, job.source);
+        PlanFrom(item, *job.devices, job.source);
         if (job.HasCopy())
             CheckCopysEnd(item, job);
     } catch (const verify::Unreadable&) {
@@ -246,15 +250,15 @@ void Worker::Plan(BatchItem& item)
     ReportLoss(item, job);
 }
 
-void Worker::PlanFrom(BatchItem& item, const QString& source)
+void Worker::PlanFrom(BatchItem& item, Devices& devices, const QString& source)
 {
     verify::Examined examined;
     try {
-        examined = verifier.Examine(source);
+        examined = devices.verifier.Examine(source);
     } catch (const verify::Unreadable&) { // perhaps for a moment
-        if (!CanBeRead(item.recording.path, source))
+        if (!CanBeRead(item.recording.path, devices, source))
             throw;
-        examined = verifier.Examine(source);
+        examined = devices.verifier.Examine(source);
     }
     Name(item, examined.recordName);
     item.sources = examined.files;
@@ -266,11 +270,11 @@ void Worker::PlanFrom(BatchItem& item, const QString& source)
 void Worker::ConvertUnseen(BatchItem& item, const Job& job)
 {
     MakeDirectory(item.directory);
-    const Outcome outcome = host.Convert(job.source, item.directory, device);
+    const Outcome outcome = host.Convert(job.source, item.directory, job.devices->device);
     item.notes = outcome.notes;
     if (!outcome.converted) {
         FailBy(item, outcome);
-        if (MayBeTheReading(item, outcome) && CanBeRead(item.recording.path, job.source))
+        if (MayBeTheReading(item, outcome) && CanBeRead(item.recording.path, *job.devices, job.source))
             FailForAMoment(item);
         return;
     }
@@ -280,7 +284,7 @@ void Worker::ConvertUnseen(BatchItem& item, const Job& job)
     item.fate = QFile::exists(item.recording.path) ? SourceFate::Kept : SourceFate::Removed;
     try {
         if (order.verify) {
-            verify::ReadThrough(item.recordName, item.directory, verifier.Parameters());
+            verify::ReadThrough(item.recordName, item.directory, usual.verifier.Parameters());
             item.notes << Tr("worker",
                              "the record was read, but could not be compared: the recording is deleted");
         }
@@ -359,7 +363,7 @@ bool Worker::MayReplace(BatchItem& item, const verify::Presence& presence) const
 
 bool Worker::Convert(BatchItem& item, Job& job)
 {
-    const Outcome outcome = host.Convert(job.source, job.staging->Directory(), device);
+    const Outcome outcome = host.Convert(job.source, job.staging->Directory(), job.devices->device);
     item.notes = outcome.notes;
     job.lackedMemory = outcome.lackedMemory;
     job.mayLackRoom = outcome.couldNotWrite;
@@ -373,7 +377,7 @@ bool Worker::Convert(BatchItem& item, Job& job)
     try {
         // The library's device may have taken this recording's channel order, so the verifier's must take it.
         if (order.verify)
-            verifier.Examine(job.source);
+            job.devices->verifier.Examine(job.source);
     } catch (const std::exception&) { // reported by the library already
     }
     return false;
@@ -382,7 +386,8 @@ bool Worker::Convert(BatchItem& item, Job& job)
 bool Worker::Verify(BatchItem& item, Job& job)
 {
     const std::optional<QString> failure = text::FailureOf([&] {
-        item.sources = job.Originals(verifier.Check(job.source, job.staging->Directory()).files);
+        item.sources =
+            job.Originals(job.devices->verifier.Check(job.source, job.staging->Directory()).files);
     });
     if (!failure)
         return true;
@@ -399,11 +404,11 @@ bool Worker::Verify(BatchItem& item, Job& job)
 bool Worker::FindSources(BatchItem& item, Job& job)
 {
     if (job.HasCopy()) {
-        item.sources = job.Originals(verifier.Examine(job.source).files);
+        item.sources = job.Originals(job.devices->verifier.Examine(job.source).files);
         return true;
     }
     const bool mayBeCut = !item.notes.isEmpty() && job.chain.Count() > 1;
-    item.sources = mayBeCut ? verifier.Examine(item.recording.path).files : job.chain.Paths();
+    item.sources = mayBeCut ? usual.verifier.Examine(item.recording.path).files : job.chain.Paths();
     if (!mayBeCut || item.sources.size() < job.chain.Paths().size())
         return true;
     item.Fail(reason::SourceUnreadable,

@@ -37,7 +37,7 @@ void FailForEvents(BatchItem& item, const QString& error)
 // none.
 QStringList Worker::WritePieces(Job& job, const QString& recordName, QString& pageError) const
 {
-    QStringList names = verifier.Parameters().RecordFiles(recordName);
+    QStringList names = usual.verifier.Parameters().RecordFiles(recordName);
     if (!order.view)
         return names;
     const QString page = recordName + QStringLiteral(".html");

@@ -16,8 +16,9 @@
 
 struct Worker::Job
 {
-    /// With `salvages` a damaged recording is replaced by a copy of what is whole of it.
-    Job(const QString& file, const QString& directory_, bool salvages);
+    /// For the item's recording and directory. If the worker is to salvage, a damaged recording is replaced by
+    /// a copy of what is whole of it.
+    Job(Worker& worker, const BatchItem& item);
 
     bool HasCopy() const { return copy != nullptr; }
 
@@ -30,6 +31,7 @@ struct Worker::Job
     const ChainFiles chain;
     const QString directory;             // of the final names
     QString source;                      // first file of what is converted: the recording or the copy
+    Devices* devices;                    // that convert it
     std::unique_ptr<QTemporaryDir> copy; // of what is whole; null: the recording itself is converted
     std::optional<salvage::Loss> loss;   // of a damaged recording
     bool isHopeless = false;             // it is damaged, and nothing of it is whole

@@ -2,6 +2,7 @@
 #include "salvage/write.h"
 #include "text/texts.h"
 #include "verify/leftout.h"
+#include "zucmtr/host/recordform.h"
 #include "zucmtr/run/worker.h"
 #include "zucmtr/run/workerjob.h"
 
@@ -26,10 +27,11 @@ std::unique_ptr<QTemporaryDir> MakeTemporary()
 
 } // namespace
 
-Worker::Job::Job(const QString& file, const QString& directory_, bool salvages)
-    : chain(file), directory(directory_), source(file)
+Worker::Job::Job(Worker& worker, const BatchItem& item)
+    : chain(item.recording.path), directory(item.directory), source(item.recording.path),
+      devices(&worker.usual)
 {
-    if (!salvages)
+    if (!worker.order.salvage)
         return;
     const salvage::Examination examined = salvage::Examine(chain.Paths());
     isHopeless = examined.isDamaged && !examined.plan;
@@ -40,6 +42,26 @@ Worker::Job::Job(const QString& file, const QString& directory_, bool salvages)
         return;
     copy = MakeTemporary();
     source = salvage::Write(examined.plan->segments, examined.plan->choice, copy->path());
+    devices = &worker.DevicesFor(examined.plan->choice, examined.plan->segments.front());
+}
+
+// In the INF file the equipment has its channels by their places in the sorting dictionary, which are those in
+// the record only if the recording has all of the dictionary's channels.
+Worker::Devices& Worker::DevicesFor(const salvage::Choice& choice, const salvage::Segment& first)
+{
+    const QString keys = usual.verifier.KeysWithout(choice, first);
+    if (keys.isEmpty())
+        return usual;
+    std::unique_ptr<Devices>& devices = narrowed[keys];
+    if (devices == nullptr) {
+        host.Alone([&] {
+            const ChangedIni ini(own, order.form.Keys() + keys);
+            const unsigned int device = host.LoadDevice(ini.Choice().ini, ini.Choice().device);
+            Host::TakeNotes(device); // reported when the ini file was loaded
+            devices = std::make_unique<Devices>(device, ini.Choice());
+        });
+    }
+    return *devices;
 }
 
 QString Worker::Job::AboutOriginal(QString text) const
@@ -88,7 +110,7 @@ void Worker::ReportLoss(BatchItem& item, const Job& job)
 // when it was damaged (more than it is now).
 verify::Presence Worker::FindThere(const Job& job)
 {
-    verify::Presence presence = present.Find(job.source, job.directory);
+    verify::Presence presence = job.devices->present.Find(job.source, job.directory);
     if (presence.standing.state != verify::RecordState::Foreign)
         return presence;
     if (IsPartThere(job, presence))
@@ -101,7 +123,7 @@ verify::Presence Worker::FindThere(const Job& job)
 
 bool Worker::IsPartThere(const Job& job, const verify::Presence& presence)
 {
-    const std::optional<salvage::Choice> choice = present.ChannelsThere(job.source, job.directory);
+    const std::optional<salvage::Choice> choice = job.devices->present.ChannelsThere(job.source, job.directory);
     if (!choice)
         return false;
     std::vector<salvage::Segment> segments;
@@ -112,7 +134,7 @@ bool Worker::IsPartThere(const Job& job, const verify::Presence& presence)
     }
     const std::unique_ptr<QTemporaryDir> part = MakeTemporary();
     const QString first = salvage::Write(segments, *choice, part->path());
-    const verify::RecordState state = present.Find(first, job.directory).standing.state;
+    const verify::RecordState state = job.devices->present.Find(first, job.directory).standing.state;
     return state == verify::RecordState::Same || state == verify::RecordState::Own ||
            state == verify::RecordState::Unfinished;
 }
