@@ -60,7 +60,7 @@ Choice WholeOf(const Segment& segment)
     Choice choice;
     for (const Section& section : segment.sections) {
         if (section.IsChannel())
-            NumbersOf(choice, section.kind).push_back(section.isWhole);
+            NumbersOf(choice, section.kind).push_back(section.CanBeTaken());
     }
     return choice;
 }
@@ -70,7 +70,7 @@ void Narrow(Choice& choice, const Segment& first, const Segment& segment)
 {
     std::map<std::pair<Kind, size_t>, const Section*> there;
     for (const Section& section : segment.sections) {
-        if (section.isWhole)
+        if (section.CanBeTaken())
             there[{section.kind, section.number}] = &section;
     }
     for (const Section& section : first.sections) {

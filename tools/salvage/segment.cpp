@@ -14,7 +14,7 @@
 #include <algorithm>
 #include <cstring>
 #include <new>
-#include <optional>
+#include <type_traits>
 
 namespace salvage {
 
@@ -107,12 +107,14 @@ private:
         if (header.type == ZuSectionAnalog) {
             AnChannelData channel;
             section.kind = Kind::Analog;
+            section.isApart = header.descrLength >= sizeof header + sizeof(ZuAnChannelHeader);
             section.isWhole = Loads(channel, header);
             section.points = channel.m_HeaderAn.points;
             section.rate = channel.m_HeaderAn.Rate;
         } else if (header.type == ZuSectionDiscrete) {
             DiChannelData channel;
             section.kind = Kind::Discrete;
+            section.isApart = header.descrLength >= sizeof header + sizeof(ZuDiChannelHeader);
             section.isWhole = Loads(channel, header);
         } else {
             section.isWhole = section.end <= file.size();
@@ -125,6 +127,8 @@ private:
     bool Loads(Channel& channel, ZuFileSectionHeader& header)
     {
         const bool loads = channel.Load(file, &header, codec);
+        if constexpr (std::is_same_v<Channel, DiChannelData>)
+            lastTimesRise = !loads || TimesRise(channel);
         channel.Clear();
         CheckReading();
         const char* word = reason::OfLibrary(channel.ErrorText, reason::RecordingUnreadable);
@@ -141,8 +145,21 @@ private:
             return;
         Section& last = segment.sections.back();
         const size_t size = last.kind == Kind::Analog ? sizeof(int16_t) : sizeof(ZuDiChangeRecord);
-        if (IsZero(last.end - static_cast<qint64>(size), size))
+        if (IsZero(last.end - static_cast<qint64>(size), size) ||
+            (last.kind == Kind::Discrete && !lastTimesRise))
             last.isWhole = false;
+    }
+
+    // Of the last two records; the state changes with time.
+    static bool TimesRise(DiChannelData& channel)
+    {
+        if (channel.ChangeCount < 2)
+            return true;
+        ZuDiChangeRecord records[2];
+        std::memcpy(records, channel.m_pData + (channel.ChangeCount - 2) * sizeof records[0], sizeof records);
+        const uint32_t before = records[0].time;
+        const uint32_t last = records[1].time;
+        return before < last;
     }
 
     // Whether there are bytes, and nothing but zeros.
@@ -197,7 +214,8 @@ private:
     QFile file;
     QTextCodec* codec = nullptr;
     Segment segment;
-    size_t counts[3] = {}; // of sections so far, by kind
+    size_t counts[3] = {};     // of sections so far, by kind
+    bool lastTimesRise = true; // of the last discrete channel
 };
 
 } // namespace

@@ -30,10 +30,14 @@ struct Section
     qint64 begin = 0; // where it is in the file, bytes
     qint64 end = 0;
     bool isWhole = false;
+    bool isApart = true; // the library reads nothing of it beyond its end
     quint32 points = 0; // samples and samples per second of an analog channel
     float rate = 0;
 
     bool IsChannel() const { return kind != Kind::Other; }
+
+    /// Whether its bytes alone are the whole channel.
+    bool CanBeTaken() const { return isWhole && isApart; }
 };
 
 struct Segment
@@ -57,7 +61,8 @@ struct Segment
 /// - a channel that the library does not load, and one whose number of samples or rate differs from that of
 ///   most others;
 /// - what comes after a bad channel, unless the headers lead from there to the very end of the file;
-/// - the channel before a hole, if it ends in zeros: the hole may have begun in it.
+/// - the channel before a hole (zeros), if its last sample or change is zero or its last change is not later
+///   than the one before: the hole may have begun in it.
 /// Throws Unreadable, and std::bad_alloc if memory is short.
 Segment ReadSegment(const QString& path);
 

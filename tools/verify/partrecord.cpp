@@ -61,6 +61,18 @@ QStringList NamesOf(const std::vector<unsigned int>& order, const Device& device
     return list;
 }
 
+// Names of the dictionary that are not among the known ones.
+template <class Entry>
+QStringList Further(const std::vector<Entry*>& entries, const QSet<QString>& known)
+{
+    QStringList names;
+    for (const Entry* entry : entries) {
+        if (!known.contains(entry->FullName))
+            names << entry->FullName;
+    }
+    return names;
+}
+
 // Keys with a letter and a number, each without a value.
 template <class Entry>
 QString EmptyKeys(const QString& letter, const std::vector<Entry*>& entries, const QSet<QString>& names)
@@ -74,6 +86,26 @@ QString EmptyKeys(const QString& letter, const std::vector<Entry*>& entries, con
 }
 
 } // namespace
+
+void Verifier::NameLost(salvage::Plan& plan) const
+{
+    salvage::Loss& loss = plan.loss;
+    QSet<QString> known;
+    size_t analogKnown = 0;
+    for (const salvage::Section& section : plan.segments.front().sections) {
+        known << section.name;
+        analogKnown += section.kind == salvage::Kind::Analog ? 1 : 0;
+    }
+    const ResorterZuCmtrConv& resorter = *device.Param().Resorter;
+    const QStringList analog = Further(resorter.AnDictionary, known);
+    const QStringList names = analog + Further(resorter.DiDictionary, known);
+    if (loss.nameless == 0 || loss.allAnalog || static_cast<size_t>(names.size()) != loss.nameless)
+        return;
+    loss.lost += names;
+    loss.nameless = 0;
+    loss.allAnalog = analogKnown + static_cast<size_t>(analog.size());
+    loss.allDiscrete = loss.channels - *loss.allAnalog;
+}
 
 QString Verifier::KeysWithout(const salvage::Choice& choice, const salvage::Segment& first) const
 {

@@ -58,6 +58,10 @@ public:
     /// Throws as Find.
     std::optional<salvage::Choice> ChannelsThere(const QString& firstFile, const QString& directory);
 
+    /// Names the lost channels of which the recording has nothing left, if the sorting dictionary has just as
+    /// many further ones.
+    void NameLost(salvage::Plan& plan) const;
+
     /// Lines of an ini file that empty the entries of the sorting dictionary for channels that are not among
     /// the chosen ones of the first file. Empty if there are none.
     QString KeysWithout(const salvage::Choice& choice, const salvage::Segment& first) const;

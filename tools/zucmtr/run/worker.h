@@ -115,7 +115,7 @@ private:
     const DeviceChoice own;
     const WorkOrder order;
     Devices usual;
-    std::map<QString, std::unique_ptr<Devices>> narrowed; // without the entries that these keys empty
+    std::map<QString, std::unique_ptr<Devices>> narrowed; // of ini files with further keys
     QSet<QString> cleaned;    // directories already cleared of what killed runs left
     QSet<QString> onDisk;     // directories of records whose names are on the disk, up to that of the order
 };

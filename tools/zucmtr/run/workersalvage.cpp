@@ -33,10 +33,11 @@ Worker::Job::Job(Worker& worker, const BatchItem& item)
 {
     if (!worker.order.salvage)
         return;
-    const salvage::Examination examined = salvage::Examine(chain.Paths());
+    salvage::Examination examined = salvage::Examine(chain.Paths());
     isHopeless = examined.isDamaged && !examined.plan;
     if (!examined.plan)
         return;
+    devices->verifier.NameLost(*examined.plan);
     loss = examined.plan->loss;
     if (!loss->LosesChannels()) // the library leaves bad files out by itself
         return;
@@ -46,13 +47,15 @@ Worker::Job::Job(Worker& worker, const BatchItem& item)
 }
 
 // In the INF file the equipment has its channels by their places in the sorting dictionary, which are those in
-// the record only if the recording has all of the dictionary's channels.
+// the record only if the recording has all of the dictionary's channels. And without channels of a kind the
+// library keeps the order of the recording before.
 Worker::Devices& Worker::DevicesFor(const salvage::Choice& choice, const salvage::Segment& first)
 {
     const QString keys = usual.verifier.KeysWithout(choice, first);
-    if (keys.isEmpty())
+    const QString lack = QStringLiteral("%1 %2").arg(choice.Analog() == 0).arg(choice.Discrete() == 0);
+    if (keys.isEmpty() && choice.Analog() > 0 && choice.Discrete() > 0)
         return usual;
-    std::unique_ptr<Devices>& devices = narrowed[keys];
+    std::unique_ptr<Devices>& devices = narrowed[keys + lack];
     if (devices == nullptr) {
         host.Alone([&] {
             const ChangedIni ini(own, order.form.Keys() + keys);
