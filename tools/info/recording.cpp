@@ -21,6 +21,7 @@
 #include <QFileInfo>
 
 #include <algorithm>
+#include <cstring>
 
 namespace info {
 
@@ -234,6 +235,8 @@ bool IsDamaged(const Description& description)
         return fact.key == QLatin1String("chainEnd") &&
                fact.value == QLatin1String(reason::NextFileUnreadable);
     };
+    if (std::strcmp(description.reason, reason::OutOfMemory) == 0)
+        return false;
     return !description.error.isEmpty() ||
            std::any_of(description.facts.begin(), description.facts.end(), isBadEnd);
 }
