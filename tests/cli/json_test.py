@@ -183,11 +183,10 @@ class Runs(unittest.TestCase):
         self.assertEqual(reasons(place.convert("a.ZU")), ["notConverted"])
         (salvaged,) = place.convert("--salvage", "a.ZU")
         expected = {"analog": 1, "discrete": 0, "allAnalog": 1, "allDiscrete": 1, "channels": 2, "nameless": 0,
-                    "lostFiles": ["a.Z01"]}
-        lost = salvaged["salvaged"].pop("lost")
-        self.assertEqual((salvaged["status"], salvaged["salvaged"], len(lost)), ("converted", expected, 1))
+                    "lost": ["Q1:x"], "lostFiles": ["a.Z01"]}
+        self.assertEqual((salvaged["status"], salvaged["salvaged"]), ("converted", expected))
         (shown,) = place.info("a.ZU")
-        self.assertEqual((shown["reason"], shown["salvageable"]), ("recordingUnreadable", {**expected, "lost": lost}))
+        self.assertEqual((shown["reason"], shown["salvageable"]), ("recordingUnreadable", expected))
 
     def test_convert_files_that_are_no_recordings(self):
         place = self.place()

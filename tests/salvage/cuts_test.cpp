@@ -90,8 +90,7 @@ TEST(Cut, OfTheLastBytesLosesOneChannel)
     const QByteArray file = StationFiles(true).front();
     const salvage::Loss loss = scene.Examine({file.left(file.size() - 1)}).plan->loss;
     EXPECT_EQ(salvage::TextOf(loss), "32 of 32 analog, 63 of 64 discrete channels");
-    EXPECT_EQ(salvage::NotesOf(loss),
-              QStringList("lost channels: '" + PlacesIn(file).back().name + "'"));
+    EXPECT_EQ(salvage::NotesOf(loss), QStringList("lost channels: '" + PlacesIn(file).back().name + "'"));
     const salvage::Loss more = scene.Examine({file.left(file.size() - 86 - 20)}).plan->loss;
     EXPECT_EQ(salvage::TextOf(more), "32 analog and 62 discrete of 96 channels");
     EXPECT_EQ(more.nameless, 2U - static_cast<size_t>(more.lost.size()));

@@ -131,8 +131,8 @@ TEST(Damage, KeepsSectionsThatAreNoChannels)
     const salvage::Examination found =
         salvage::Examine({directory.Write("rec.ZU", file.left(file.size() - 1))});
     EXPECT_EQ(salvage::TextOf(found.plan->loss), "3 of 3 analog, 1 of 2 discrete channels");
-    const QString copy = salvage::Write(found.plan->segments, found.plan->choice,
-                                        directory.MakeDirectory("whole"));
+    const QString copy =
+        salvage::Write(found.plan->segments, found.plan->choice, directory.MakeDirectory("whole"));
     QByteArray expected = file.left(PlacesIn(file).back().begin);
     expected[253] = 5; // sections
     EXPECT_EQ(ReadBytes(copy), expected);
@@ -184,8 +184,8 @@ TEST(Damage, ByZerosToTheEndInventsNothing)
         int lost = 0; // that end before the zeros
         QMap<QString, QByteArray> saved;
         if (found.plan)
-            saved = Loaded(salvage::Write(found.plan->segments, found.plan->choice,
-                                          directory.MakeDirectory("whole")));
+            saved = Loaded(
+                salvage::Write(found.plan->segments, found.plan->choice, directory.MakeDirectory("whole")));
         for (const Place& place : places)
             lost += place.end <= begin && !saved.contains(place.name) ? 1 : 0;
         EXPECT_LE(lost, 1) << begin;
@@ -211,8 +211,8 @@ TEST(Damage, OfAnyKindLeavesARecordingThatLoads)
         if (!found.plan)
             continue;
         ++salvaged;
-        const QString copy = salvage::Write(found.plan->segments, found.plan->choice,
-                                            directory.MakeDirectory("whole"));
+        const QString copy =
+            salvage::Write(found.plan->segments, found.plan->choice, directory.MakeDirectory("whole"));
         ZuFileFormat loaded;
         EXPECT_TRUE(loaded.Load(copy)) << loaded.ErrorText;
         EXPECT_TRUE(loaded.IsAnChRatesValid() && loaded.IsAnChPointsValid());

@@ -57,7 +57,7 @@ struct Plan
 
 struct Examination
 {
-    bool isDamaged = false; // a file of the chain is; else nothing needs to be salvaged
+    bool isDamaged = false;   // a file of the chain is; else nothing needs to be salvaged
     std::optional<Plan> plan; // of a damaged one; nothing if no channel is whole
 };
 

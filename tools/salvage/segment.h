@@ -1,7 +1,7 @@
 // One recorder file of a damaged recording: which of its channels are whole.
 //
-// A recorder file has no checksums. A channel is whole if the library's own classes load it and nothing around
-// it shows that it is not what the recorder wrote.
+// A recorder file has no checksums. A channel is whole if the library's own classes load it and nothing
+// around it shows that it is not what the recorder wrote.
 #pragma once
 
 #include "text/error.h"
@@ -31,7 +31,7 @@ struct Section
     qint64 end = 0;
     bool isWhole = false;
     bool isApart = true; // the library reads nothing of it beyond its end
-    quint32 points = 0; // samples and samples per second of an analog channel
+    quint32 points = 0;  // samples and samples per second of an analog channel
     float rate = 0;
 
     bool IsChannel() const { return kind != Kind::Other; }
@@ -43,11 +43,11 @@ struct Section
 struct Segment
 {
     QString path;
-    bool hasHeader = false; // a good one; otherwise nothing else is known
-    QString identity;       // of the recorder
-    qint32 zone = 0;        // seconds
-    quint32 duration = 0;   // microseconds, by the header
-    size_t count = 0;       // of sections, by the header
+    bool hasHeader = false;        // a good one; otherwise nothing else is known
+    QString identity;              // of the recorder
+    qint32 zone = 0;               // seconds
+    quint32 duration = 0;          // microseconds, by the header
+    size_t count = 0;              // of sections, by the header
     std::vector<Section> sections; // in file order; fewer than `count` where the others are lost
 
     /// Whether the header of each section is there.

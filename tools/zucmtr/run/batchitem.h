@@ -45,7 +45,7 @@ struct BatchItem
     bool verified = false; // the record was compared with the recording, and is right
     SourceFate fate = SourceFate::Kept;
     double seconds = 0;
-    QString summary; // what happened, as JSON; empty: it was not asked for, or cannot be found out
+    QString summary;  // what happened, as JSON; empty: it was not asked for, or cannot be found out
     QString salvaged; // what was saved of a damaged one, for people; empty: it is whole, or failed
     QString loss;     // the same as JSON
 

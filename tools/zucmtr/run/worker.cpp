@@ -386,8 +386,7 @@ bool Worker::Convert(BatchItem& item, Job& job)
 bool Worker::Verify(BatchItem& item, Job& job)
 {
     const std::optional<QString> failure = text::FailureOf([&] {
-        item.sources =
-            job.Originals(job.devices->verifier.Check(job.source, job.staging->Directory()).files);
+        item.sources = job.Originals(job.devices->verifier.Check(job.source, job.staging->Directory()).files);
     });
     if (!failure)
         return true;

@@ -44,8 +44,7 @@ class Worker
 public:
     /// device is a device of the library, made from choice, and used by this worker alone; own_ is the choice
     /// of the user, of which that one is a copy in the form of the order. Throws ConfigurationError.
-    Worker(Host& host_, unsigned int device, const DeviceChoice& choice, DeviceChoice own_,
-           WorkOrder order_);
+    Worker(Host& host_, unsigned int device, const DeviceChoice& choice, DeviceChoice own_, WorkOrder order_);
 
     /// The name that the recording's record will have; empty if the recording cannot be read.
     QString RecordName(const QString& file) const;
@@ -116,6 +115,6 @@ private:
     const WorkOrder order;
     Devices usual;
     std::map<QString, std::unique_ptr<Devices>> narrowed; // of ini files with further keys
-    QSet<QString> cleaned;    // directories already cleared of what killed runs left
-    QSet<QString> onDisk;     // directories of records whose names are on the disk, up to that of the order
+    QSet<QString> cleaned; // directories already cleared of what killed runs left
+    QSet<QString> onDisk;  // directories of records whose names are on the disk, up to that of the order
 };

@@ -16,8 +16,8 @@
 
 struct Worker::Job
 {
-    /// For the item's recording and directory. If the worker is to salvage, a damaged recording is replaced by
-    /// a copy of what is whole of it.
+    /// For the item's recording and directory. If the worker is to salvage, a damaged recording is replaced
+    /// by a copy of what is whole of it.
     Job(Worker& worker, const BatchItem& item);
 
     bool HasCopy() const { return copy != nullptr; }

@@ -46,9 +46,9 @@ Worker::Job::Job(Worker& worker, const BatchItem& item)
     devices = &worker.DevicesFor(examined.plan->choice, examined.plan->segments.front());
 }
 
-// In the INF file the equipment has its channels by their places in the sorting dictionary, which are those in
-// the record only if the recording has all of the dictionary's channels. And without channels of a kind the
-// library keeps the order of the recording before.
+// In the INF file the equipment has its channels by their places in the sorting dictionary, which are those
+// in the record only if the recording has all of the dictionary's channels. And without channels of a kind
+// the library keeps the order of the recording before.
 Worker::Devices& Worker::DevicesFor(const salvage::Choice& choice, const salvage::Segment& first)
 {
     const QString keys = usual.verifier.KeysWithout(choice, first);
@@ -126,7 +126,8 @@ verify::Presence Worker::FindThere(const Job& job)
 
 bool Worker::IsPartThere(const Job& job, const verify::Presence& presence)
 {
-    const std::optional<salvage::Choice> choice = job.devices->present.ChannelsThere(job.source, job.directory);
+    const std::optional<salvage::Choice> choice =
+        job.devices->present.ChannelsThere(job.source, job.directory);
     if (!choice)
         return false;
     std::vector<salvage::Segment> segments;
