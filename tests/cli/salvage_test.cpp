@@ -327,6 +327,7 @@ TEST(Salvage, OfSeveralAtOnceIsThatOfEach)
     place.MakeDirectory("many");
     const Finished many = RunProgram(place.Path(), options + QStringList{"many", "-j4"} + files);
     EXPECT_EQ(one.code, many.code);
+    EXPECT_TRUE(one.err.contains(QString(", %1 of them salvaged in part").arg(files.size() - 1))) << one.err;
     EXPECT_EQ(many.out, one.out);
     for (const QString& name : place.Names("many"))
         EXPECT_EQ(ReadBytes(place.Path("many/" + name)), ReadBytes(place.Path("out/" + name))) << name;
