@@ -48,13 +48,15 @@ bool MarkAll(std::vector<bool>& marked, const QStringList& names, const std::vec
                        [&](const Channel& channel) { return Mark(marked, names, channel.name); });
 }
 
-// The names that the channels of the recording have in its record, in the order of the recording.
+// The names that the channels of the recording, so many of a kind, have in its record, in the order of the
+// recording. Of a kind that it lacks the order is that of an earlier recording.
 template <class ChannelAt>
-QStringList NamesOf(const std::vector<unsigned int>& order, const Device& device, const ChannelAt& at)
+QStringList NamesOf(size_t count, const std::vector<unsigned int>& order, const Device& device,
+                    const ChannelAt& at)
 {
-    std::vector<QString> names(order.size());
-    for (size_t i = 0; i < order.size(); ++i)
-        names.at(order[i]) = NameFields(at(i), i + 1, device)[1];
+    std::vector<QString> names(count);
+    for (size_t i = 0; i < count; ++i)
+        names.at(order.at(i)) = NameFields(at(i), i + 1, device)[1];
     QStringList list;
     for (const QString& name : names)
         list << name;
@@ -128,9 +130,11 @@ std::optional<salvage::Choice> Verifier::ChannelsThere(const QString& firstFile,
         const comtrade::Record record(ConfigurationOf(source, directory));
         const comtrade::Configuration& there = record.Config();
         const QStringList analog = NamesOf(
-            source.AnalogOrder(), device, [&](size_t i) -> auto& { return source.Analog(i); });
+            source.AnalogCount(), source.AnalogOrder(),
+            device, [&](size_t i) -> auto& { return source.Analog(i); });
         const QStringList states = NamesOf(
-            source.StateOrder(), device, [&](size_t i) -> auto& { return source.State(i); });
+            source.StateCount(), source.StateOrder(),
+            device, [&](size_t i) -> auto& { return source.State(i); });
         if (!MarkAll(choice.analog, analog, there.analog) || !MarkAll(choice.discrete, states, there.states))
             choice = {};
     });

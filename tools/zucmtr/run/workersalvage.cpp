@@ -47,15 +47,13 @@ Worker::Job::Job(Worker& worker, const BatchItem& item)
 }
 
 // In the INF file the equipment has its channels by their places in the sorting dictionary, which are those
-// in the record only if the recording has all of the dictionary's channels. And without channels of a kind
-// the library keeps the order of the recording before.
+// in the record only if the recording has all of the dictionary's channels.
 Worker::Devices& Worker::DevicesFor(const salvage::Choice& choice, const salvage::Segment& first)
 {
     const QString keys = usual.verifier.KeysWithout(choice, first);
-    const QString lack = QStringLiteral("%1 %2").arg(choice.Analog() == 0).arg(choice.Discrete() == 0);
-    if (keys.isEmpty() && choice.Analog() > 0 && choice.Discrete() > 0)
+    if (keys.isEmpty())
         return usual;
-    std::unique_ptr<Devices>& devices = narrowed[keys + lack];
+    std::unique_ptr<Devices>& devices = narrowed[keys];
     if (devices == nullptr) {
         host.Alone([&] {
             const ChangedIni ini(own, order.form.Keys() + keys);
