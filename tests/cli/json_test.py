@@ -180,6 +180,17 @@ class Runs(unittest.TestCase):
         (archived,) = place.convert("--archive", "archive", "d.ZU")
         self.assertEqual(archived["source"], "archived")
 
+    def test_convert_and_info_of_a_recording_that_is_cut_off(self):
+        place = self.place(a=recording()[:-1])
+        place.write("a.Z01", b"junk")
+        self.assertEqual(reasons(place.convert("a.ZU")), ["notConverted"])
+        (salvaged,) = place.convert("--salvage", "a.ZU")
+        expected = {"analog": 1, "discrete": 0, "allAnalog": 1, "allDiscrete": 1, "channels": 2, "nameless": 0,
+                    "lost": ["Q1:x"], "lostFiles": ["a.Z01"]}
+        self.assertEqual((salvaged["status"], salvaged["salvaged"]), ("converted", expected))
+        (shown,) = place.info("a.ZU")
+        self.assertEqual((shown["reason"], shown["salvageable"]), ("recordingUnreadable", expected))
+
     def test_convert_files_that_are_no_recordings(self):
         place = self.place()
         (place.directory / "in").mkdir()

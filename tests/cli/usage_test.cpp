@@ -98,7 +98,7 @@ TEST(Usage, HelpOfConvertNamesItsOptions)
                                "--no-sync",        "--json",
                                "--log FILE",       "--max-memory SIZE",
                                "--events",         "--lines FILE",
-                               "FILE ... REQUIRED"})
+                               "--salvage",        "FILE ... REQUIRED"})
         EXPECT_TRUE(run.out.contains(QLatin1String("\n  ") + QLatin1String(option))) << option;
 }
 

@@ -43,6 +43,14 @@
         <source>%1 there already</source>
         <translation>уже были: %1</translation>
     </message>
+    <message>
+        <source>salvaged: %1</source>
+        <translation>спасено: %1</translation>
+    </message>
+    <message>
+        <source>%1 of them salvaged in part</source>
+        <translation>из них спасено частично: %1</translation>
+    </message>
 </context>
 <context>
     <name>check</name>
@@ -911,6 +919,14 @@ Example, with the sample station:
         <translation>ничего не преобразовано: с секцией [%1] файла «%2» в таком виде ни одна запись не будет верной; исправьте указанную выше строку</translation>
     </message>
     <message>
+        <source>--salvage needs a verified record; leave --trust-writer out</source>
+        <translation>для --salvage запись должна быть проверена; уберите --trust-writer</translation>
+    </message>
+    <message>
+        <source>Of a recording that is cut off or damaged, convert the channels that are whole and report the others; without it, it fails</source>
+        <translation>Из обрезанной или повреждённой осциллограммы преобразовать уцелевшие каналы и сообщить об остальных; без этого она считается непреобразованной</translation>
+    </message>
+    <message>
         <source>A recording is a first file (.ZU or .zu) with its continuation files (.Z01 ... .Z0f) beside it; give the
 first file or the directory, the others are found. For each recording one line on standard output has
 the record's name and the notes on it; failures and the summary go to standard error.
@@ -919,8 +935,8 @@ Ctrl-C ends after the current recordings, a second Ctrl-C at once.
 --form, --data, --revision and --encoding have precedence over the ini file. A CFF file is of revision 2013:
 one of --form and --revision decides the other unless both are given.
 
-Exit code: 0 all recordings converted, 1 at least one failed, 2 wrong usage or configuration, 130 ended
-by Ctrl-C (143 by SIGTERM).
+Exit code: 0 all recordings converted, 1 at least one failed, 2 wrong usage or configuration, 3 none
+failed, but at least one was salvaged in part (--salvage), 130 ended by Ctrl-C (143 by SIGTERM).
 
 Example, with the sample station:
   zucmtr sample --out station
@@ -933,8 +949,8 @@ Ctrl-C завершает работу после начатых осцилло�
 Параметры --form, --data, --revision и --encoding важнее настроек из ini-файла. Файл CFF бывает только в
 редакции 2013: --form и --revision определяют друг друга, если не заданы оба.
 
-Код завершения: 0 все преобразованы, 1 хотя бы одна с ошибкой, 2 неверный вызов или настройка, 130 прервано
-по Ctrl-C (143 по SIGTERM).
+Код завершения: 0 все преобразованы, 1 хотя бы одна с ошибкой, 2 неверный вызов или настройка, 3 ошибок нет,
+но хотя бы одна спасена частично (--salvage), 130 прервано по Ctrl-C (143 по SIGTERM).
 
 Пример с учебной станцией:
   zucmtr sample --out station
@@ -1635,6 +1651,10 @@ Example, with the sample station:
   zucmtr sample --out station
   zucmtr info --no-channels station/*.ZU</translation>
     </message>
+    <message>
+        <source>whole: %1; &apos;zucmtr convert --salvage&apos; converts them</source>
+        <translation>уцелело: %1; их преобразует &apos;zucmtr convert --salvage&apos;</translation>
+    </message>
 </context>
 <context>
     <name>leftovers</name>
@@ -2232,6 +2252,49 @@ Example, with the sample station:
     <message>
         <source>it continues a recording whose first file %1 is not there; bring that back</source>
         <translation>файл продолжает осциллограмму, первого файла которой (%1) нет; верните его</translation>
+    </message>
+</context>
+<context>
+    <name>salvage</name>
+    <message>
+        <source>channels lost with their names: %1</source>
+        <translation>потеряно каналов вместе с именами: %1</translation>
+    </message>
+    <message>
+        <source>lost channels: %1</source>
+        <translation>потерянные каналы: %1</translation>
+    </message>
+    <message>
+        <source>lost channels: %1 and %2 others</source>
+        <translation>потерянные каналы: %1 и ещё %2</translation>
+    </message>
+    <message>
+        <source>%1 of %2 analog, %3 of %4 discrete channels</source>
+        <translation>аналоговых каналов %1 из %2, дискретных %3 из %4</translation>
+    </message>
+    <message>
+        <source>%1 analog and %2 discrete of %3 channels</source>
+        <translation>аналоговых каналов %1 и дискретных %2 из общего числа %3</translation>
+    </message>
+    <message>
+        <source>, %1 of %2 files</source>
+        <translation>, файлов %1 из %2</translation>
+    </message>
+    <message>
+        <source>no analog channel is whole: the states are sampled 2400 times a second</source>
+        <translation>ни один аналоговый канал не уцелел: дискретные сигналы записаны с частотой 2400 отсчётов в секунду</translation>
+    </message>
+    <message>
+        <source>not in the record: %1</source>
+        <translation>не вошли в запись: %1</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; could not be read: %2</source>
+        <translation>файл &apos;%1&apos; не удалось прочитать: %2</translation>
+    </message>
+    <message>
+        <source>what is whole of the recording could not be written to &apos;%1&apos;: %2; free space in the directory for temporary files</source>
+        <translation>уцелевшую часть осциллограммы не удалось записать в &apos;%1&apos;: %2; освободите место в каталоге временных файлов</translation>
     </message>
 </context>
 <context>
@@ -3747,6 +3810,22 @@ SIGTERM и Ctrl-C завершают работу после начатой ос
     <message>
         <source>'%1' is not a regular file; move it away</source>
         <translation>«%1» не обычный файл; уберите его</translation>
+    </message>
+    <message>
+        <source>the recording is kept, as it is damaged</source>
+        <translation>осциллограмма оставлена на месте, так как она повреждена</translation>
+    </message>
+    <message>
+        <source>no temporary directory: %1</source>
+        <translation>нет временного каталога: %1</translation>
+    </message>
+    <message>
+        <source>; no channel of it is whole, so that there is nothing to salvage</source>
+        <translation>; ни один её канал не уцелел, спасать нечего</translation>
+    </message>
+    <message>
+        <source>; the recording is damaged, so that this may be the record of the whole one</source>
+        <translation>; осциллограмма повреждена, так что это может быть запись, сделанная по неповреждённой</translation>
     </message>
 </context>
 <context>
