@@ -41,10 +41,10 @@ public:
 
     const Device& Parameters() const { return device; }
 
-    /// Compares the record in directory with the recording that starts with firstFile. Throws Mismatch, or
-    /// Unreadable if the recording cannot be read (any longer), or what the reader and the recording classes
-    /// throw.
-    Examined Check(const QString& firstFile, const QString& directory);
+    /// Compares the record in directory with the recording that starts with firstFile. Its files are called
+    /// recordName; empty: as the library calls them. Throws Mismatch, or Unreadable if the recording cannot
+    /// be read (any longer), or what the reader and the recording classes throw.
+    Examined Check(const QString& firstFile, const QString& directory, const QString& recordName = QString());
 
     /// Finds out what directory holds under the name of the recording's record. Whatever is there is an
     /// answer; a recording that cannot be read throws as in Check, and so does running out of memory.

@@ -9,6 +9,7 @@
 #include "zucmtr/commands/helpcommand.h"
 #include "zucmtr/commands/infocommand.h"
 #include "zucmtr/commands/samplecommand.h"
+#include "zucmtr/commands/verifycommand.h"
 #include "zucmtr/commands/viewcommand.h"
 #include "zucmtr/commands/watchcommand.h"
 #include "zucmtr/terminal/application.h"
@@ -82,6 +83,7 @@ void Describe(CLI::App& app, Action& chosen, const char* program)
     AddEventsCommand(app, chosen);
     AddInfoCommand(app, chosen);
     AddSampleCommand(app, chosen, QString::fromUtf8(program));
+    AddVerifyCommand(app, chosen);
     AddViewCommand(app, chosen);
     AddWatchCommand(app, chosen);
     values::RefuseEmpty(app);
