@@ -150,7 +150,7 @@ TEST(Errors, NothingToConvertNeedsNoIniFileInJsonEither)
 TEST(HelpCommand, PrintsWhatTheOptionPrints)
 {
     const QStringList commands = {"check",  "convert", "dictionary", "events", "info",
-                                  "sample", "view",    "watch",      "help"};
+                                  "sample", "verify",  "view",       "watch",  "help"};
     for (const QString& command : commands) {
         const Finished help = RunProgram(QString(), {"help", command});
         EXPECT_EQ(help.code, 0);

@@ -67,6 +67,7 @@ TEST(Usage, HelpNamesTheCommandsAndHowToStart)
             "did\n"
             "  info                        Show what is in recordings and COMTRADE records\n"
             "  sample                      Write a sample station: recordings and their ini file\n"
+            "  verify                      Compare a record with its recording, or with itself\n"
             "  view                        Show a recording or COMTRADE record as a page for the browser, or "
             "as a "
             "picture\n"

@@ -13,18 +13,18 @@ INSTANTIATE_TEST_SUITE_P(
         Wrong{
             {"nosuch", "--help"},
             2,
-            "there is no command 'nosuch'; there are check, convert, dictionary, events, info, sample, view, "
+            "there is no command 'nosuch'; there are check, convert, dictionary, events, info, sample, verify, view, "
             "watch, "
             "help",
-            "нет команды «nosuch»; есть check, convert, dictionary, events, info, sample, view, watch, help",
+            "нет команды «nosuch»; есть check, convert, dictionary, events, info, sample, verify, view, watch, help",
             "zucmtr"},
         Wrong{
             {"help", "nosuch"},
             2,
-            "there is no command 'nosuch'; there are check, convert, dictionary, events, info, sample, view, "
+            "there is no command 'nosuch'; there are check, convert, dictionary, events, info, sample, verify, view, "
             "watch, "
             "help",
-            "нет команды «nosuch»; есть check, convert, dictionary, events, info, sample, view, watch, help",
+            "нет команды «nosuch»; есть check, convert, dictionary, events, info, sample, verify, view, watch, help",
             "zucmtr"},
         Wrong{{"rec.ZU"},
               2,

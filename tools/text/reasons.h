@@ -23,9 +23,9 @@ inline constexpr char SamplesLacking[] = "samplesLacking";
 inline constexpr char SamplesLeftOver[] = "samplesLeftOver";
 inline constexpr char PieceMissing[] = "pieceMissing";
 inline constexpr char PiecesDiffer[] = "piecesDiffer";
-inline constexpr char SampleNumberWrong[] = "sampleNumberWrong";
-inline constexpr char SampleTimeWrong[] = "sampleTimeWrong";
-inline constexpr char BeyondLimits[] = "beyondLimits";
+inline constexpr char SampleNumbering[] = "sampleNumbering";
+inline constexpr char TimesDisagree[] = "timesDisagree";
+inline constexpr char SamplesOutsideLimits[] = "samplesOutsideLimits";
 
 // About a record and its recording.
 inline constexpr char OtherRecording[] = "otherRecording";

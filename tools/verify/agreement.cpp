@@ -82,9 +82,9 @@ public:
     {
         CheckDescription();
         for (size_t i = 0; i < configuration.analog.size(); ++i)
-            CheckAnalog(configuration.analog[i], QString::number(i + 1));
+            CheckAnalog(configuration.analog[i], i + 1);
         for (size_t i = 0; i < configuration.states.size(); ++i)
-            CheckState(configuration.states[i], QString::number(i + 1));
+            CheckState(configuration.states[i], i + 1);
         CheckEquipment();
     }
 
@@ -173,9 +173,16 @@ private:
         Number(section, "Time_Multiplier", configuration.timeMultiplier);
     }
 
-    void CheckAnalog(const comtrade::AnalogChannel& channel, const QString& number)
+    void CheckNumber(int found, size_t expected)
     {
-        const QString section = QStringLiteral("Public Analog_Channel_#") + number;
+        if (found != static_cast<int>(expected))
+            Wrong(Tr("verify", "the configuration numbers its channel %1 as %2").arg(expected).arg(found));
+    }
+
+    void CheckAnalog(const comtrade::AnalogChannel& channel, size_t number)
+    {
+        const QString section = QStringLiteral("Public Analog_Channel_#%1").arg(number);
+        CheckNumber(channel.number, number);
         Text(section, "Channel_ID", channel.name);
         Text(section, "Phase_ID", channel.phase);
         Text(section, "Monitored_Component", channel.circuit);
@@ -190,9 +197,10 @@ private:
         Text(section, "Data_Primary_Secondary", QLatin1String(channel.primaryValues ? "P" : "S"));
     }
 
-    void CheckState(const comtrade::StateChannel& channel, const QString& number)
+    void CheckState(const comtrade::StateChannel& channel, size_t number)
     {
-        const QString section = QStringLiteral("Public Status_Channel_#") + number;
+        const QString section = QStringLiteral("Public Status_Channel_#%1").arg(number);
+        CheckNumber(channel.number, number);
         Text(section, "Channel_ID", channel.name);
         Text(section, "Phase_ID", channel.phase);
         Text(section, "Monitored_Component", channel.circuit);

@@ -180,7 +180,7 @@ private:
         const comtrade::Row& row = rows.Found();
         const auto number = static_cast<quint32>(rows.Sample() + 1);
         if (row.number != number)
-            Add(reason::SampleNumberWrong,
+            Add(reason::SampleNumbering,
                 Tr("verify", "sample %1 has the number %2").arg(number).arg(row.number), number);
         if (rows.Sample() == 0)
             startTime = rows.At().Time();
@@ -195,7 +195,7 @@ private:
         // The first sample of a window has a rounded time of its own.
         const double allowed = result.alignment.first == 0 ? 0.5 * std::max(unit, 1.0) : 1.01;
         if (distance > allowed)
-            Add(reason::SampleTimeWrong,
+            Add(reason::TimesDisagree,
                 Tr("verify", "sample %1 has the time %2 µs, the recording %3 µs")
                     .arg(QString::number(number), QString::number(found, 'f', 0),
                          QString::number(expected, 'f', 0)),

@@ -79,13 +79,13 @@ private:
             firstNumber = row.number == 0 ? 0 : 1; // some writers count from 0
         const auto number = static_cast<quint32>(firstNumber + count - 1);
         if (row.number != number)
-            Wrong(count, reason::SampleNumberWrong,
+            Wrong(count, reason::SampleNumbering,
                   Tr("verify", "sample %1 has the number %2 in place of %3")
                       .arg(count)
                       .arg(row.number)
                       .arg(number));
         if (!times.Take(row))
-            Wrong(count, reason::SampleTimeWrong,
+            Wrong(count, reason::TimesDisagree,
                   Tr("verify", "sample %1 has the time %2; by the rates it should be %3")
                       .arg(count)
                       .arg(row.time)
@@ -122,7 +122,7 @@ private:
     {
         const TimeCheck::Inexact inexact = times.NearlyRight();
         if (inexact.count > 0)
-            Wrong(inexact.sample, reason::SampleTimeWrong,
+            Wrong(inexact.sample, reason::TimesDisagree,
                   Tr("verify", "sample %1 has the time %2; by the rates it should be %3")
                       .arg(inexact.sample)
                       .arg(inexact.found)
@@ -134,7 +134,7 @@ private:
         for (size_t i = 0; i < beyond.size(); ++i) {
             const comtrade::AnalogChannel& channel = configuration.analog[i];
             if (beyond[i].count > 0)
-                Wrong(beyond[i].sample, reason::BeyondLimits,
+                Wrong(beyond[i].sample, reason::SamplesOutsideLimits,
                       Tr("verify", "analog channel %1 (%2) has values beyond its limits %3 and %4: %5, the "
                                    "first is %6 in sample %7")
                           .arg(QString::number(i + 1), channel.name, QString::number(channel.min),
