@@ -384,11 +384,10 @@ TEST_F(VerifyOthers, WindowWithFewerChannelsIsGood)
     configuration[9] = "31/01/2024,12:00:00.255000";
     const Finished run = Compare();
     EXPECT_EQ(run.code, 0) << run.err;
-    EXPECT_EQ(
-        run.out,
-        "out/other.cfg: good, the record of rec.ZU (samples 13 to 22 of 40; 2 + 2 of 3 + 3 channels); "
-        "samples, states, times and names compared; the bytes were not, as it is not as 'zucmtr convert' "
-        "writes it\n");
+    EXPECT_EQ(run.out,
+              "out/other.cfg: good, the record of rec.ZU (samples 13 to 22 of 40; 2 + 2 of 3 + 3 channels); "
+              "samples, states, times and names compared; its bytes were not, as 'zucmtr convert' "
+              "did not write them\n");
     rows[4][2] = "7";
     const Finished bad = Compare();
     EXPECT_EQ(bad.code, 1);

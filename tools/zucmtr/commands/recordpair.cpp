@@ -207,7 +207,7 @@ private:
                 isConverters && !verdict.values.channels.IsIdentity()
                     ? Tr("verify command", "the channels are in another order than '%1' gives them")
                           .arg(verdict.ini)
-                    : Tr("verify command", "the bytes were not, as it is not as 'zucmtr convert' writes it");
+                    : Tr("verify command", "its bytes were not, as 'zucmtr convert' did not write them");
             return;
         }
         if (wholeness.isConverters && agrees) {

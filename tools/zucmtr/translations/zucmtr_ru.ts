@@ -3140,6 +3140,254 @@ Examples:
         <source>&apos;%1&apos; has other samples than the recording</source>
         <translation>в «%1» не те отсчёты, что в осциллограмме</translation>
     </message>
+    <message>
+        <source>the fault report is not whole</source>
+        <translation>отчёт об аварии не полон</translation>
+    </message>
+    <message>
+        <source>the INF file has no %1 in [%2]</source>
+        <translation>в файле INF нет %1 в [%2]</translation>
+    </message>
+    <message>
+        <source>the INF file has &apos;%1&apos; for %2 in [%3], the configuration &apos;%4&apos;</source>
+        <translation>в файле INF «%1» для %2 в [%3], в конфигурации «%4»</translation>
+    </message>
+    <message>
+        <source>the configuration numbers its channel %1 as %2</source>
+        <translation>в конфигурации у канала %1 номер %2</translation>
+    </message>
+    <message>
+        <source>the INF file has no section [%1]</source>
+        <translation>в файле INF нет секции [%1]</translation>
+    </message>
+    <message>
+        <source>the fault report has no line &apos;%1&apos; where it should</source>
+        <translation>в отчёте об аварии нет строки «%1» на своём месте</translation>
+    </message>
+    <message>
+        <source>the fault report has &apos;%1&apos; for &apos;%2&apos;, the record&apos;s other files &apos;%3&apos;</source>
+        <translation>в отчёте об аварии «%1» для «%2», в других файлах записи «%3»</translation>
+    </message>
+    <message>
+        <source>its INF file is missing</source>
+        <translation>нет файла INF</translation>
+    </message>
+    <message>
+        <source>its INF file is not that of this converter</source>
+        <translation>файл INF не от этого преобразователя</translation>
+    </message>
+    <message>
+        <source>its fault report (HDR) is missing</source>
+        <translation>нет отчёта об аварии (HDR)</translation>
+    </message>
+    <message>
+        <source>its HDR file is not the fault report of this converter</source>
+        <translation>файл HDR — не отчёт об аварии этого преобразователя</translation>
+    </message>
+    <message>
+        <source>analog and state channels</source>
+        <translation>аналоговых и дискретных каналов</translation>
+    </message>
+    <message>
+        <source>there are %1 samples, but the configuration says %2</source>
+        <translation>выборок %1, а в конфигурации %2</translation>
+    </message>
+    <message>
+        <source>there are samples after the last one, number %1</source>
+        <translation>после последней выборки, номер %1, есть ещё</translation>
+    </message>
+    <message>
+        <source>sample %1 has the number %2</source>
+        <translation>у выборки %1 номер %2</translation>
+    </message>
+    <message>
+        <source>sample %1 has the time %2 µs, the recording %3 µs</source>
+        <translation>у выборки %1 время %2 мкс, в осциллограмме %3 мкс</translation>
+    </message>
+    <message>
+        <source>%1: no channel of the recording has its samples</source>
+        <translation>%1: таких отсчётов нет ни в одном канале осциллограммы</translation>
+    </message>
+    <message>
+        <source>%1: %2 of %3 values differ; sample %4 (%5 s) is %6 and should be %7</source>
+        <translation>%1: различаются значения: %2 из %3; в выборке %4 (%5 с) %6, должно быть %7</translation>
+    </message>
+    <message>
+        <source>%1: the record says &apos;%2&apos;, the ini file makes it &apos;%3&apos;</source>
+        <translation>%1: в записи «%2», по ini-файлу «%3»</translation>
+    </message>
+    <message>
+        <source>sample %1 has the number %2 in place of %3</source>
+        <translation>у выборки %1 номер %2 вместо %3</translation>
+    </message>
+    <message>
+        <source>sample %1 has the time %2; by the rates it should be %3</source>
+        <translation>у выборки %1 время %2; по частоте дискретизации должно быть %3</translation>
+    </message>
+    <message>
+        <source>analog channel %1 (%2) has values beyond its limits %3 and %4: %5, the first is %6 in sample %7</source>
+        <translation>у аналогового канала %1 (%2) значения вне пределов %3 и %4: %5, первое — %6 в выборке %7</translation>
+    </message>
+    <message>
+        <source>%1 bytes follow the data</source>
+        <translation>после данных ещё %1 байт</translation>
+    </message>
+</context>
+<context>
+    <name>verify command</name>
+    <message>
+        <source>texts were not compared, as --plain is given</source>
+        <translation>тексты не сравнивались, так как задан --plain</translation>
+    </message>
+    <message>
+        <source>texts were not compared, as no ini file was found</source>
+        <translation>тексты не сравнивались, так как ini-файл не найден</translation>
+    </message>
+    <message>
+        <source>the channels are in another order than &apos;%1&apos; gives them</source>
+        <translation>порядок каналов не тот, что даёт «%1»</translation>
+    </message>
+    <message>
+        <source>the record has other settings than &apos;%1&apos; (%2)</source>
+        <translation>запись сделана с другими параметрами, чем в «%1» (%2)</translation>
+    </message>
+    <message>
+        <source>if the record was made with other settings than &apos;%1&apos;, --plain leaves its texts out</source>
+        <translation>если запись сделана с другими параметрами, чем в «%1», --plain не сравнивает её тексты</translation>
+    </message>
+    <message>
+        <source>there is no record (.cfg, .cff) in this directory</source>
+        <translation>в этом каталоге нет записей (.cfg, .cff)</translation>
+    </message>
+    <message>
+        <source>there is no record (.cfg, .cff) in this directory; --recursive searches the directories below it, too</source>
+        <translation>в этом каталоге нет записей (.cfg, .cff); с --recursive просматриваются и вложенные</translation>
+    </message>
+    <message>
+        <source>  and %1 more like these</source>
+        <translation>  и ещё таких же: %1</translation>
+    </message>
+    <message>
+        <source>%1 samples, %2 + %3 channels</source>
+        <translation>выборок %1, каналов %2 + %3</translation>
+    </message>
+    <message>
+        <source>wrong</source>
+        <translation>ошибка</translation>
+    </message>
+    <message>
+        <source>%1: good (%2)</source>
+        <translation>%1: в порядке (%2)</translation>
+    </message>
+    <message>
+        <source>samples %1 to %2 of %3</source>
+        <translation>выборки с %1 по %2 из %3</translation>
+    </message>
+    <message>
+        <source>, one in %1</source>
+        <translation>, каждая %1-я</translation>
+    </message>
+    <message>
+        <source>; %1 + %2 of %3 + %4 channels</source>
+        <translation>; каналов %1 + %2 из %3 + %4</translation>
+    </message>
+    <message>
+        <source>every byte compared, by &apos;%1&apos;</source>
+        <translation>сравнён каждый байт, по «%1»</translation>
+    </message>
+    <message>
+        <source>samples, states, times and names compared; %1</source>
+        <translation>сравнены отсчёты, состояния, времена и наименования; %1</translation>
+    </message>
+    <message>
+        <source>samples, states and times compared; %1</source>
+        <translation>сравнены отсчёты, состояния и времена; %1</translation>
+    </message>
+    <message>
+        <source>is not what %1 makes</source>
+        <translation>не то, что даёт %1</translation>
+    </message>
+    <message>
+        <source>%1: good, the record of %2 (%3); %4</source>
+        <translation>%1: в порядке, запись осциллограммы %2 (%3); %4</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is not the .cfg or .cff file of a record; give the record of a recording after it</source>
+        <translation>«%1» — не файл .cfg или .cff записи; после осциллограммы укажите её запись</translation>
+    </message>
+    <message>
+        <source>a recording is compared with one record: give the first file of the recording, then the .cfg or .cff file of the record</source>
+        <translation>осциллограмма сравнивается с одной записью: укажите первый файл осциллограммы, затем файл .cfg или .cff записи</translation>
+    </message>
+    <message>
+        <source>--ini, --defaults, --device and --plain are for a record and its recording; give the recording first, or leave them out</source>
+        <translation>--ini, --defaults, --device и --plain — для записи и её осциллограммы; укажите сначала осциллограмму или уберите их</translation>
+    </message>
+    <message>
+        <source>A record and its recording: with the recorder&apos;s ini file every byte is compared, as &apos;zucmtr convert&apos;
+does it, in the form that the record has. Without one, and for records of &apos;zucmtr export&apos; or of other
+settings, it is every sample, state and time; the line says what was compared. The record may have part
+of the samples and channels only.
+A record by itself: everything can be read, and samples, numbers, times, limits and the record&apos;s files
+agree with each other. It is not held against the standard: see &apos;zucmtr validate&apos;.
+
+Exit code: 0 all records are good, 1 something is wrong with at least one, 2 wrong usage.
+
+Example, with the sample station:
+  zucmtr sample --out station
+  zucmtr convert --out station/comtrade --make-out station/*.ZU
+  zucmtr verify station/comtrade
+  zucmtr verify station/Vostochnaya_000123.ZU station/comtrade/*120000*.cfg</source>
+        <translation>Запись и осциллограмма: с ini-файлом регистратора сравнивается каждый байт, как в «zucmtr convert», в том виде,
+который у записи. Без него, а также для записей «zucmtr export» и сделанных с другими параметрами — каждый отсчёт,
+состояние и время; в строке сказано, что сравнивалось. В записи может быть только часть выборок и каналов.
+Запись сама по себе: всё читается, отсчёты, номера, времена, пределы и файлы записи согласуются между собой.
+Соответствие стандарту не проверяется: для этого «zucmtr validate».
+
+Код завершения: 0 все записи в порядке, 1 хотя бы с одной что-то не так, 2 неверный вызов.
+
+Пример, с учебной станцией:
+  zucmtr sample --out station
+  zucmtr convert --out station/comtrade --make-out station/*.ZU
+  zucmtr verify station/comtrade
+  zucmtr verify station/Vostochnaya_000123.ZU station/comtrade/*120000*.cfg</translation>
+    </message>
+    <message>
+        <source>Compare a record with its recording, or with itself</source>
+        <translation>Сверить запись с осциллограммой или проверить её саму</translation>
+    </message>
+    <message>
+        <source>Take no ini file: leave the texts out</source>
+        <translation>Без ini-файла: не сравнивать тексты</translation>
+    </message>
+    <message>
+        <source>The recorder&apos;s ini file. Default: ZuDrv.ini beside the recording or in the current directory, if there is one</source>
+        <translation>Ini-файл регистратора. По умолчанию ZuDrv.ini рядом с осциллограммой или в текущем каталоге, если он есть</translation>
+    </message>
+    <message>
+        <source>Section of the ini file for this recorder. Default: the only other section</source>
+        <translation>Секция ini-файла для этого регистратора. По умолчанию единственная другая секция</translation>
+    </message>
+    <message>
+        <source>Search for records in the directories below, too</source>
+        <translation>Искать записи и во вложенных каталогах</translation>
+    </message>
+    <message>
+        <source>Report only what is wrong</source>
+        <translation>Сообщать только об ошибках</translation>
+    </message>
+    <message>
+        <source>One JSON object per record, for programs</source>
+        <translation>Объект JSON на каждую запись, для программ</translation>
+    </message>
+    <message>
+        <source>The .cfg or .cff files of records, or directories with records; or the first file of a recording (.ZU) and its record</source>
+        <translation>Файлы .cfg или .cff записей либо каталоги с записями; или первый файл осциллограммы (.ZU) и её запись</translation>
+    </message>
+    <message>
+        <source>its bytes were not, as &apos;zucmtr convert&apos; did not write them</source>
+        <translation>байты не сравнивались, так как запись сделана не «zucmtr convert»</translation>
+    </message>
 </context>
 <context>
     <name>view</name>
