@@ -358,7 +358,7 @@ class Runs(unittest.TestCase):
         text, data = record.read_bytes(), record.with_suffix(".dat").read_bytes()
         for other, lines, word in ((text.replace(b"ASCII", b"ascii"), data, None),
                                    (text.replace("РАС-1".encode(), b"?"), data, "textsDiffer"),
-                                   (text, data.replace(b",", b",9", 3), "samplesDiffer")):
+                                   (text, data.replace(b",", b",9", 2), "samplesDiffer")):
             place.write("other.cfg", other)
             place.write("other.dat", lines)
             (shown,) = self.verify(place, "a.ZU", "other.cfg")
@@ -381,8 +381,8 @@ class Runs(unittest.TestCase):
         self.assertEqual([one["good"] for one in self.verify(place, "out")], [True])
         text, data = record.read_bytes(), record.with_suffix(".dat").read_bytes()
         report = record.with_suffix(".hdr").read_bytes()
-        for change, word in ((data[:-12], "dataUnreadable"), (data[:data.rindex(b"3,")], "samplesLacking"),
-                             (data + data[data.rindex(b"3,"):], "samplesLeftOver"),
+        for change, word in ((data[:-12], "dataUnreadable"), (data[:data.rindex(b"\n3,") + 1], "samplesLacking"),
+                             (data + data[data.rindex(b"\n3,") + 1:], "samplesLeftOver"),
                              (data.replace(b"2,", b"3,", 1), "sampleNumbering"),
                              (data.replace(b"\n2,", b"\n2,7", 1), "timesDisagree")):
             record.with_suffix(".dat").write_bytes(change)

@@ -56,7 +56,7 @@ struct ColumnChannels
 
 /// Reads the record once. A column is the channel with its name if that has its values, or else the one with
 /// its values, in doubt the one in the same place; where no channel has the values, as in a damaged record,
-/// name and place decide. Throws comtrade::Error.
+/// name and place decide. Data that cannot be read end it. Throws comtrade::Error if there is no record.
 ColumnChannels MatchColumns(const QString& record, const Source& source, const Alignment& alignment);
 
 } // namespace verify

@@ -57,18 +57,20 @@ Examined Verifier::Check(const QString& firstFile, const QString& directory, con
     return Describe(source);
 }
 
-Presence Verifier::Find(const QString& firstFile, const QString& directory)
+Presence Verifier::Find(const QString& firstFile, const QString& directory, const QString& recordName)
 {
     Source source(device, firstFile);
     Presence presence;
     presence.examined = Describe(source);
-    const std::optional<QString> difference =
-        text::FailureOf([&] { CompareAll(source, directory, QString()); });
+    if (!recordName.isEmpty())
+        presence.examined.recordName = recordName;
+    const QString& name = presence.examined.recordName;
+    const std::optional<QString> difference = text::FailureOf([&] { CompareAll(source, directory, name); });
     if (!difference) {
         presence.standing.state = RecordState::Same;
         return presence;
     }
-    presence.standing = StandingOf(source, directory);
+    presence.standing = StandingOf(source, directory, name);
     if (presence.standing.reason.isEmpty() && presence.standing.state != RecordState::Absent)
         presence.standing.reason = *difference;
     return presence;

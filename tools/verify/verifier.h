@@ -46,9 +46,9 @@ public:
     /// be read (any longer), or what the reader and the recording classes throw.
     Examined Check(const QString& firstFile, const QString& directory, const QString& recordName = QString());
 
-    /// Finds out what directory holds under the name of the recording's record. Whatever is there is an
-    /// answer; a recording that cannot be read throws as in Check, and so does running out of memory.
-    Presence Find(const QString& firstFile, const QString& directory);
+    /// Finds out what directory holds under the name of the recording's record, likewise. Whatever is there
+    /// is an answer; a recording that cannot be read throws as in Check, and so does running out of memory.
+    Presence Find(const QString& firstFile, const QString& directory, const QString& recordName = QString());
 
     /// Reads a recording and nothing else. To be called for each recording that the converter could not
     /// finish, and for those that are not verified. Throws Unreadable.

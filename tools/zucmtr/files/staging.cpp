@@ -157,6 +157,15 @@ QByteArray Staging::Final(const QString& name) const
     return QFile::encodeName(out + QLatin1Char('/') + name);
 }
 
+void Staging::Name(const QString& from, const QString& to) const
+{
+    if (std::rename(Own(from).constData(), Own(to).constData()) == 0)
+        return;
+    const int code = errno;
+    throw StagingError(Tr("staging", "the record cannot be called '%1': %2").arg(to, SystemText(code, out)),
+                       code);
+}
+
 void Staging::Sync(const QStringList& names)
 {
     for (const QString& name : names) {

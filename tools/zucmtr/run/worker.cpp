@@ -59,9 +59,12 @@ Worker::Worker(Host& host_, unsigned int device_, const DeviceChoice& choice, Wo
       present(MakeVerifier(choice))
 {}
 
-QString Worker::RecordName(const QString& file) const
+RecordPlace Worker::PlaceOf(const Recording& recording) const
 {
-    return verify::RecordNameOf(file, verifier.Parameters());
+    const verify::RecordHead head = verify::RecordHeadOf(recording.path, verifier.Parameters());
+    if (!order.layout.IsGiven())
+        return {order.mirror ? recording.below : QString(), head.name};
+    return order.layout.PlaceOf(head, recording.path, recording.below);
 }
 
 bool Worker::LibraryDeletes() const
@@ -69,9 +72,12 @@ bool Worker::LibraryDeletes() const
     return verifier.Parameters().DeletesSources();
 }
 
-QString Worker::DirectoryOf(const QString& top, const Recording& recording) const
+// Nothing is opened that cannot be a recording.
+QString Worker::BelowOf(const Recording& recording) const
 {
-    return order.mirror && !recording.below.isEmpty() ? top + QLatin1Char('/') + recording.below : top;
+    if (!order.layout.IsGiven())
+        return order.mirror ? recording.below : QString();
+    return explain::NotConvertible(recording.path).isEmpty() ? PlaceOf(recording).below : QString();
 }
 
 BatchItem Worker::Work(const Recording& recording)
@@ -101,7 +107,8 @@ BatchItem Worker::TryOnce(const Recording& recording)
     BatchItem item;
     item.recording = recording;
     try {
-        item.directory = DirectoryOf(order.out, recording);
+        const QString below = BelowOf(recording);
+        item.directory = below.isEmpty() ? order.out : order.out + QLatin1Char('/') + below;
         Try(item);
     } catch (...) {
         FailByCurrent(item);
@@ -228,7 +235,7 @@ void Worker::Plan(BatchItem& item)
             throw;
         examined = verifier.Examine(item.recording.path);
     }
-    Name(item, examined.recordName);
+    Name(item, order.layout.IsGiven() ? PlaceOf(item.recording).name : examined.recordName);
     item.sources = examined.files;
     item.notes = examined.notes;
     item.state = ItemState::Planned;
@@ -276,21 +283,21 @@ void Worker::MakeDirectory(const QString& directory)
 // Whether the name belongs to another recording's record; the item fails then.
 bool Worker::IsForeignThere(BatchItem& item, Job& job)
 {
-    const QString name = RecordName(item.recording.path);
+    const QString name = PlaceOf(item.recording).name;
     return !name.isEmpty() && IsAnythingThere(IdentifyRecord(job.directory, name)) &&
-           !MayReplace(item, present.Find(item.recording.path, job.directory));
+           !MayReplace(item, present.Find(item.recording.path, job.directory, name));
 }
 
 // True if nothing is to be converted: the record is there and is right, or another one has its name.
 bool Worker::TakePresent(BatchItem& item, Job& job)
 {
-    job.checkedName = RecordName(item.recording.path);
+    job.checkedName = PlaceOf(item.recording).name;
     if (job.checkedName.isEmpty())
         return false;
     job.found = IdentifyRecord(job.directory, job.checkedName);
     if (!IsAnythingThere(job.found))
         return false;
-    const verify::Presence presence = present.Find(item.recording.path, job.directory);
+    const verify::Presence presence = present.Find(item.recording.path, job.directory, job.checkedName);
     // Nothing can be said about a recording that could only be read in part.
     item.sources = presence.examined.files;
     if (!CheckEnd(item, job) || !MayReplace(item, presence))
@@ -329,6 +336,19 @@ bool Worker::MayReplace(BatchItem& item, const verify::Presence& presence) const
     return false;
 }
 
+// Gives the files in the staging directory the names of the layout, before anybody looks at them.
+void Worker::TakeName(BatchItem& item, Job& job, const QString& libraryName) const
+{
+    const QString name = order.layout.IsGiven() ? PlaceOf(item.recording).name : libraryName;
+    if (!name.isEmpty() && name != libraryName) {
+        const QStringList from = verifier.Parameters().RecordFiles(libraryName);
+        const QStringList to = verifier.Parameters().RecordFiles(name);
+        for (int i = 0; i < from.size(); ++i)
+            job.staging->Name(from[i], to[i]);
+    }
+    Name(item, name.isEmpty() ? libraryName : name);
+}
+
 bool Worker::Convert(BatchItem& item, Job& job)
 {
     const Outcome outcome = host.Convert(item.recording.path, job.staging->Directory(), device);
@@ -336,7 +356,7 @@ bool Worker::Convert(BatchItem& item, Job& job)
     job.lackedMemory = outcome.lackedMemory;
     job.mayLackRoom = outcome.couldNotWrite;
     if (outcome.converted) {
-        Name(item, outcome.outputName);
+        TakeName(item, job, outcome.outputName);
         item.state = ItemState::Converted;
         return true;
     }
@@ -353,8 +373,9 @@ bool Worker::Convert(BatchItem& item, Job& job)
 
 bool Worker::Verify(BatchItem& item, Job& job)
 {
-    const std::optional<QString> failure = text::FailureOf(
-        [&] { item.sources = verifier.Check(item.recording.path, job.staging->Directory()).files; });
+    const std::optional<QString> failure = text::FailureOf([&] {
+        item.sources = verifier.Check(item.recording.path, job.staging->Directory(), item.recordName).files;
+    });
     if (!failure)
         return true;
     if (!CheckUnchanged(item, job)) // a change explains the failure

@@ -5,6 +5,7 @@
 #include "zucmtr/host/devicechoice.h"
 #include "zucmtr/host/host.h"
 #include "zucmtr/host/recordform.h"
+#include "zucmtr/host/recordlayout.h"
 #include "zucmtr/run/batchitem.h"
 
 #include "analysis/linedata.h"
@@ -31,6 +32,7 @@ struct WorkOrder
     bool again = false;   // convert even if the right record is already there
     bool replace = false; // even if the name belongs to another recording's record
     bool mirror = false;  // out and archive get the directories that the recordings have below `top`
+    RecordLayout layout;  // of out, if it is given: instead of these directories and the library's names
 };
 
 /// For one thread at a time. Different workers may work at once.
@@ -41,8 +43,9 @@ public:
     /// ConfigurationError.
     Worker(Host& host_, unsigned int device_, const DeviceChoice& choice, WorkOrder order_);
 
-    /// The name that the recording's record will have; empty if the recording cannot be read.
-    QString RecordName(const QString& file) const;
+    /// Where the recording's record will be below the order's directory; without a name if the recording
+    /// cannot be read.
+    RecordPlace PlaceOf(const Recording& recording) const;
 
     /// Whether the ini file has the library delete the recordings.
     bool LibraryDeletes() const;
@@ -87,7 +90,8 @@ private:
     void SyncPresent(BatchItem& item);
     void PutAway(BatchItem& item, Job& job);
     void Name(BatchItem& item, const QString& recordName) const;
-    QString DirectoryOf(const QString& top, const Recording& recording) const;
+    QString BelowOf(const Recording& recording) const;
+    void TakeName(BatchItem& item, Job& job, const QString& libraryName) const;
 
     Host& host;
     const unsigned int device;

@@ -803,6 +803,10 @@ Example, with the sample station:
         <translation>ничего не преобразовано: с секцией [%1] файла «%2» в таком виде ни одна запись не будет верной; исправьте указанную выше строку</translation>
     </message>
     <message>
+        <source>Directories below --out and names of the records, as {station}/{year}-{month}/{name}; the placeholders are listed below</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
         <source>A recording is a first file (.ZU or .zu) with its continuation files (.Z01 ... .Z0f) beside it; give the
 first file or the directory, the others are found. For each recording one line on standard output has
 the record&apos;s name and the notes on it; failures and the summary go to standard error.
@@ -811,26 +815,23 @@ Ctrl-C ends after the current recordings, a second Ctrl-C at once.
 --form, --data, --revision and --encoding have precedence over the ini file. A CFF file is of revision 2013:
 one of --form and --revision decides the other unless both are given.
 
+--layout: what stands before a &apos;/&apos; are directories. {name} is the name that records have without it,
+{source} that of the recording&apos;s file, {folder} its directory below the given one; {station}, {device},
+{subject} are texts of the ini file; {year}, {month}, {day}, {hour}, {minute}, {second}, {date} and {time}
+are of the trigger.
+
 Exit code: 0 all recordings converted, 1 at least one failed, 2 wrong usage or configuration, 130 ended
 by Ctrl-C (143 by SIGTERM).
 
 Example, with the sample station:
   zucmtr sample --out station
-  zucmtr convert --out station/comtrade --make-out station/*.ZU</source>
-        <translation>Осциллограмма — это первый файл (.ZU или .zu) и файлы продолжения (.Z01 ... .Z0f) рядом с ним; укажите
-первый файл или каталог, остальные находятся сами. Для каждой осциллограммы в стандартный вывод пишется
-строка с именем записи и замечаниями; ошибки и итог идут в стандартный вывод ошибок.
-Ctrl-C завершает работу после начатых осциллограмм, второй Ctrl-C — сразу.
-
-Параметры --form, --data, --revision и --encoding важнее настроек из ini-файла. Файл CFF бывает только в
-редакции 2013: --form и --revision определяют друг друга, если не заданы оба.
-
-Код завершения: 0 все преобразованы, 1 хотя бы одна с ошибкой, 2 неверный вызов или настройка, 130 прервано
-по Ctrl-C (143 по SIGTERM).
-
-Пример с учебной станцией:
-  zucmtr sample --out station
-  zucmtr convert --out station/comtrade --make-out station/*.ZU</translation>
+  zucmtr convert --out station/comtrade --make-out station/*.ZU
+  zucmtr convert --out station/comtrade --layout &apos;{station}/{date}/{time} {source}&apos; station/*.ZU</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; has &apos;Удалять исходные = 1&apos; in force for [%2], where --layout cannot be; set the key to 0 and give --remove-source</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>
@@ -1526,6 +1527,45 @@ Example, with the sample station:
 Пример с учебной станцией:
   zucmtr sample --out station
   zucmtr info --no-channels station/*.ZU</translation>
+    </message>
+</context>
+<context>
+    <name>layout</name>
+    <message>
+        <source>--layout &apos;%1&apos;: %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>there is no {%1}; there are {%2}</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>a brace has no other one; placeholders are written as {station}</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>names of files cannot have a &apos;%1&apos;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>it is a place below the directory of --out; leave out the &apos;/&apos; in front</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the name of the record is missing after the last &apos;/&apos;; {name} is its own</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>there is nothing between two &apos;/&apos;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>no name may start with a &apos;.&apos;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>{folder} is a directory; write it before a &apos;/&apos;</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>
@@ -2463,6 +2503,10 @@ Examples:
     <message>
         <source>another zucmtr holds the directory &apos;%1&apos;, where it puts a record in place; convert again when it has ended</source>
         <translation>каталог «%1» удерживает другой процесс zucmtr, который помещает туда запись; повторите преобразование, когда он завершится</translation>
+    </message>
+    <message>
+        <source>the record cannot be called &apos;%1&apos;: %2</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>
