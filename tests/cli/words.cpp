@@ -9,12 +9,14 @@ namespace {
 const QStringList& NamesOfThings()
 {
     static const QStringList names = {
-        "zucmtr", "check",  "convert", "dictionary", "info",  "sample",   "events",  "lines", "CSV",
-        "RFC",    "verify", "view",    "watch",      "help",  "COMTRADE", "IEEE",    "ini",   "Ini",
-        "mkdir",  "JSON",   "HTML",    "SVG",        "PNG",   "Ctrl",     "SIGTERM", "cron",  "Default",
-        "Device", "cp",     "single",  "two",        "three", "none",     "ZuDrv",   "AG",    "BG",
-        "CG",     "AB",     "BC",      "CA",         "ABG",   "BCG",      "CAG",     "ABC",   "success",
-        "fault",  "cfg",    "cff",     "CFF",        "time",  "trigger",  "UTC"};
+        "zucmtr", "check",   "convert", "dictionary", "info",  "sample",   "events",  "lines", "CSV",
+        "RFC",    "verify",  "view",    "watch",      "help",  "COMTRADE", "IEEE",    "ini",   "Ini",
+        "mkdir",  "JSON",    "HTML",    "SVG",        "PNG",   "Ctrl",     "SIGTERM", "cron",  "Default",
+        "Device", "cp",      "single",  "two",        "three", "none",     "ZuDrv",   "AG",    "BG",
+        "CG",     "AB",      "BC",      "CA",         "ABG",   "BCG",      "CAG",     "ABC",   "success",
+        "fault",  "cfg",     "cff",     "CFF",        "time",  "trigger",  "UTC",     "name",  "source",
+        "folder", "station", "device",  "subject",    "year",  "month",    "day",     "hour",  "minute",
+        "second", "date"};
     return names;
 }
 

@@ -33,6 +33,8 @@ public:
     /// Whether the record has samples after those of the alignment.
     bool GoesOn() { return record.Next(found); }
 
+    const comtrade::Findings& Forgiven() const { return record.Forgiven(); }
+
     qint64 Sample() const { return sample; } // of the record, from 0
     const comtrade::Row& Found() const { return found; }
     const Walk& At() const { return rows.At(); }

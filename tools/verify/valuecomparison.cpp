@@ -6,6 +6,7 @@
 #include "verify/alignedrows.h"
 #include "verify/channellines.h"
 #include "verify/device.h"
+#include "verify/forgivendamage.h"
 #include "verify/mismatch.h"
 #include "verify/source.h"
 #include "verify/stamp.h"
@@ -173,6 +174,7 @@ private:
         else if (rows.GoesOn())
             Add(reason::SamplesLeftOver,
                 Tr("verify", "there are samples after the last one, number %1").arg(count));
+        AddForgivenDamage(rows.Forgiven(), false, result.wrong);
     }
 
     void CompareHead(const AlignedRows& rows)

@@ -5,6 +5,7 @@
 #include "explain/file.h"
 #include "text/texts.h"
 #include "verify/agreement.h"
+#include "verify/forgivendamage.h"
 #include "verify/recordfiles.h"
 #include "verify/timecheck.h"
 
@@ -45,6 +46,7 @@ public:
         CheckLimits();
         CheckContainer();
         CheckAgreement(path, record, result);
+        AddForgivenDamage(record.Forgiven(), result.isConverters, result.wrong);
     }
 
 private:

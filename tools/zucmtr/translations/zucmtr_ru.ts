@@ -804,7 +804,7 @@ Example, with the sample station:
     </message>
     <message>
         <source>Directories below --out and names of the records, as {station}/{year}-{month}/{name}; the placeholders are listed below</source>
-        <translation type="unfinished"></translation>
+        <translation>Каталоги внутри --out и имена записей, например {station}/{year}-{month}/{name}; подстановки перечислены ниже</translation>
     </message>
     <message>
         <source>A recording is a first file (.ZU or .zu) with its continuation files (.Z01 ... .Z0f) beside it; give the
@@ -827,11 +827,29 @@ Example, with the sample station:
   zucmtr sample --out station
   zucmtr convert --out station/comtrade --make-out station/*.ZU
   zucmtr convert --out station/comtrade --layout &apos;{station}/{date}/{time} {source}&apos; station/*.ZU</source>
-        <translation type="unfinished"></translation>
+        <translation>Осциллограмма — это первый файл (.ZU или .zu) и файлы продолжения (.Z01 ... .Z0f) рядом с ним; укажите
+первый файл или каталог, остальные находятся сами. Для каждой осциллограммы в стандартный вывод пишется
+строка с именем записи и замечаниями; ошибки и итог идут в стандартный вывод ошибок.
+Ctrl-C завершает работу после начатых осциллограмм, второй Ctrl-C — сразу.
+
+Параметры --form, --data, --revision и --encoding важнее настроек из ini-файла. Файл CFF бывает только в
+редакции 2013: --form и --revision определяют друг друга, если не заданы оба.
+
+--layout: до «/» стоят каталоги. {name} — имя, которое было бы у записи без него, {source} — имя файла
+осциллограммы, {folder} — её каталог внутри указанного; {station}, {device}, {subject} — объект, источник и
+субъект из ini-файла; {year}, {month}, {day}, {hour}, {minute}, {second}, {date} и {time} — дата и время пуска.
+
+Код завершения: 0 все преобразованы, 1 хотя бы одна с ошибкой, 2 неверный вызов или настройка, 130 прервано
+по Ctrl-C (143 по SIGTERM).
+
+Пример с учебной станцией:
+  zucmtr sample --out station
+  zucmtr convert --out station/comtrade --make-out station/*.ZU
+  zucmtr convert --out station/comtrade --layout &apos;{station}/{date}/{time} {source}&apos; station/*.ZU</translation>
     </message>
     <message>
         <source>&apos;%1&apos; has &apos;Удалять исходные = 1&apos; in force for [%2], where --layout cannot be; set the key to 0 and give --remove-source</source>
-        <translation type="unfinished"></translation>
+        <translation>в «%1» для [%2] действует «Удалять исходные = 1», с ним --layout невозможен; установите ключ в 0 и задайте --remove-source</translation>
     </message>
 </context>
 <context>
@@ -1533,39 +1551,39 @@ Example, with the sample station:
     <name>layout</name>
     <message>
         <source>--layout &apos;%1&apos;: %2</source>
-        <translation type="unfinished"></translation>
+        <translation>--layout «%1»: %2</translation>
     </message>
     <message>
         <source>there is no {%1}; there are {%2}</source>
-        <translation type="unfinished"></translation>
+        <translation>нет подстановки {%1}; есть {%2}</translation>
     </message>
     <message>
         <source>a brace has no other one; placeholders are written as {station}</source>
-        <translation type="unfinished"></translation>
+        <translation>у фигурной скобки нет парной; подстановки пишутся так: {station}</translation>
     </message>
     <message>
         <source>names of files cannot have a &apos;%1&apos;</source>
-        <translation type="unfinished"></translation>
+        <translation>в именах файлов не может быть «%1»</translation>
     </message>
     <message>
         <source>it is a place below the directory of --out; leave out the &apos;/&apos; in front</source>
-        <translation type="unfinished"></translation>
+        <translation>это место внутри каталога --out; уберите «/» в начале</translation>
     </message>
     <message>
         <source>the name of the record is missing after the last &apos;/&apos;; {name} is its own</source>
-        <translation type="unfinished"></translation>
+        <translation>после последнего «/» нет имени записи; {name} — её собственное</translation>
     </message>
     <message>
         <source>there is nothing between two &apos;/&apos;</source>
-        <translation type="unfinished"></translation>
+        <translation>между двумя «/» ничего нет</translation>
     </message>
     <message>
         <source>no name may start with a &apos;.&apos;</source>
-        <translation type="unfinished"></translation>
+        <translation>имя не может начинаться с точки</translation>
     </message>
     <message>
         <source>{folder} is a directory; write it before a &apos;/&apos;</source>
-        <translation type="unfinished"></translation>
+        <translation>{folder} — это каталог; напишите его перед «/»</translation>
     </message>
 </context>
 <context>
@@ -2093,6 +2111,10 @@ Example, with the sample station:
         <source>&apos;%1&apos; is too much: &apos;%2&apos; takes one %3 and one %4</source>
         <translation>«%1» — лишнее: у «%2» только два аргумента (%3 и %4)</translation>
     </message>
+    <message>
+        <source>PATTERN</source>
+        <translation>ШАБЛОН</translation>
+    </message>
 </context>
 <context>
     <name>progress</name>
@@ -2506,7 +2528,7 @@ Examples:
     </message>
     <message>
         <source>the record cannot be called &apos;%1&apos;: %2</source>
-        <translation type="unfinished"></translation>
+        <translation>запись нельзя назвать «%1»: %2</translation>
     </message>
 </context>
 <context>
