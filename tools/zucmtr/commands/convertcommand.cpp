@@ -60,7 +60,11 @@ struct ConvertOptions
 
 RecordLayout LayoutOf(const ConvertOptions& options)
 {
-    return options.layout.empty() ? RecordLayout() : RecordLayout(FromUtf8(options.layout));
+    try {
+        return options.layout.empty() ? RecordLayout() : RecordLayout(FromUtf8(options.layout));
+    } catch (const ConfigurationError& error) {
+        throw UsageError(error.Message(), QStringLiteral("zucmtr convert"));
+    }
 }
 
 // Throws ConfigurationError before anything is touched.

@@ -73,8 +73,7 @@ QString AsName(QString text)
 
 [[noreturn]] void Refuse(const QString& pattern, const QString& reason)
 {
-    throw UsageError(Tr("layout", "--layout '%1': %2").arg(pattern, reason),
-                     QStringLiteral("zucmtr convert"));
+    throw ConfigurationError(Tr("layout", "--layout '%1': %2").arg(pattern, reason));
 }
 
 void CheckPlaceholders(const QString& pattern)
