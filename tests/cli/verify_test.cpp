@@ -397,6 +397,22 @@ TEST_F(VerifyOthers, WindowWithFewerChannelsIsGood)
         << bad.err;
 }
 
+TEST_F(VerifyOthers, CopiedReportAndInformationOfAnotherProgramAreNotCompared)
+{
+    const QString record = Convert({"--form", "cfg"});
+    Write("out/other.hdr", Bytes(PieceOf(record, ".hdr")));
+    Write("out/other.inf", Bytes(PieceOf(record, ".inf")).replace("=40", "=99"));
+    for (QByteArray& line : configuration)
+        line += line.isEmpty() ? "" : "\r";
+    const Finished run = Compare();
+    EXPECT_EQ(run.code, 0) << run.err;
+    EXPECT_EQ(Run({"out/other.cfg"}).code, 0);
+    for (QByteArray& line : configuration)
+        line.replace("\r", "");
+    Compare();
+    EXPECT_EQ(Run({"out/other.cfg"}).code, 1);
+}
+
 TEST_F(VerifyOthers, EveryOtherSampleIsGood)
 {
     QList<QList<QByteArray>> some;

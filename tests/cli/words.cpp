@@ -16,7 +16,7 @@ const QStringList& NamesOfThings()
         "CG",     "AB",      "BC",      "CA",         "ABG",   "BCG",      "CAG",     "ABC",   "success",
         "fault",  "cfg",     "cff",     "CFF",        "time",  "trigger",  "UTC",     "name",  "source",
         "folder", "station", "device",  "subject",    "year",  "month",    "day",     "hour",  "minute",
-        "second", "date"};
+        "second", "date",    "export",  "validate"};
     return names;
 }
 

@@ -1,11 +1,12 @@
 #include "verify/agreement.h"
 
+#include "comtrade/mark.h"
 #include "comtrade/text.h"
 #include "text/texts.h"
 #include "verify/stamp.h"
 #include "verify/wholeness.h"
 
-#include <QFileInfo>
+#include <QFile>
 #include <QMap>
 
 #include <algorithm>
@@ -244,12 +245,34 @@ private:
 
 } // namespace
 
+bool HasConvertersLines(const QString& path)
+{
+    constexpr qint64 step = 4096;
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return false;
+    int lines = 0;
+    int others = 0;
+    while (!file.atEnd()) {
+        const QByteArray line = file.readLine(step);
+        const std::optional<comtrade::Mark> mark = comtrade::MarkOf(line);
+        if (mark && mark->kind != QLatin1String("CFG"))
+            break;
+        lines += mark ? 0 : 1;
+        others += !mark && line.endsWith("\r\n") ? 1 : 0;
+    }
+    return others * 2 < lines;
+}
+
 void CheckAgreement(const QString& path, const comtrade::Record& record, Wholeness& result)
 {
     const bool hasInformation = IsConvertersInformation(record.Information());
     const bool hasReport = IsConvertersReport(record.Header());
     result.isConverters = hasInformation || hasReport;
     if (!result.isConverters || record.Config().rates.empty())
+        return;
+    result.isConverters = HasConvertersLines(path);
+    if (!result.isConverters)
         return;
     Agreement agreement(path, record, result);
     if (hasInformation)

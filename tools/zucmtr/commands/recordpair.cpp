@@ -4,6 +4,7 @@
 #include "explain/file.h"
 #include "text/error.h"
 #include "text/texts.h"
+#include "verify/agreement.h"
 #include "verify/source.h"
 #include "verify/verifier.h"
 #include "verify/wholeness.h"
@@ -154,7 +155,9 @@ private:
         }
         verdict.extent = Extent::Samples;
         wholeness = verify::WholenessOf(record);
-        isConverters = wholeness.isConverters || QFileInfo(record).completeBaseName() == source.RecordName();
+        isConverters =
+            wholeness.isConverters || (verify::HasConvertersLines(record) &&
+                                       QFileInfo(record).completeBaseName() == source.RecordName());
         comtrade::Findings texts;
         if (!verdict.ini.isEmpty())
             verify::CompareTexts(record, source, channels, texts);
