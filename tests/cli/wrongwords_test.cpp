@@ -50,8 +50,10 @@ INSTANTIATE_TEST_SUITE_P(
               "zucmtr convert"},
         Wrong{{"info", "--recursive", "rec.ZU"},
               2,
-              "'zucmtr info' has no option --recursive; it is one of 'zucmtr convert', 'zucmtr watch'",
-              "у «zucmtr info» нет ключа --recursive; он есть у «zucmtr convert», «zucmtr watch»",
+              "'zucmtr info' has no option --recursive; it is one of 'zucmtr convert', 'zucmtr verify', "
+              "'zucmtr watch'",
+              "у «zucmtr info» нет ключа --recursive; он есть у «zucmtr convert», «zucmtr verify», «zucmtr "
+              "watch»",
               "zucmtr info"},
         Wrong{{"convert"}, 2, "FILE is required", "не указано: ФАЙЛ", "zucmtr convert"},
         Wrong{{"convert", "--log"},

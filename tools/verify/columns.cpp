@@ -2,6 +2,7 @@
 
 #include "verify/alignedrows.h"
 #include "verify/channellines.h"
+#include "verify/mismatch.h"
 #include "verify/source.h"
 
 #include <algorithm>
@@ -27,10 +28,28 @@ bool IsClose(double one, double other, double magnitude)
     return std::abs(one - other) <= precision * magnitude;
 }
 
-bool HasName(const QString& columnName, const QString& columnCircuit, const QString& own, const QString& name,
-             const QString& circuit)
+// The names that a channel of the recording may have in a record.
+struct Names
 {
-    return columnName == own || (columnName == name && (columnCircuit == circuit || circuit.isEmpty()));
+    QString own; // the recorder's
+    QString name;
+    QString circuit;
+
+    bool Have(const QString& columnName, const QString& columnCircuit) const
+    {
+        return columnName == own || (columnName == name && columnCircuit == circuit);
+    }
+};
+
+template <class Channel>
+Names NamesOf(const Channel& channel, size_t index, const Device& device)
+{
+    try {
+        const QStringList fields = NameFields(channel, index + 1, device);
+        return {channel.Name, fields[1], fields[3]};
+    } catch (const Mismatch&) { // they make no record, but may be in one
+        return {channel.Name, channel.CfgName, channel.CfgCircuit};
+    }
 }
 
 // What was read of a column or channel.
@@ -58,6 +77,10 @@ public:
         columns.states.resize(configuration.states.size());
         channels.analog.resize(source.AnalogCount());
         channels.states.resize(source.StateCount());
+        for (size_t i = 0; i < source.AnalogCount(); ++i)
+            analogNames.push_back(NamesOf(source.Analog(i), i, source.Owner()));
+        for (size_t i = 0; i < source.StateCount(); ++i)
+            stateNames.push_back(NamesOf(source.State(i), i, source.Owner()));
     }
 
     ColumnChannels Run()
@@ -111,17 +134,14 @@ private:
         for (size_t i = 0; i < found.size() && damaged <= MostDamaged; ++i)
             damaged += values.IsSame(column, channel, found[i], codes[i]) ? 0 : 1;
         const comtrade::AnalogChannel& one = configuration.analog[column];
-        const AnChannelData& other = source.Analog(channel);
-        return {damaged <= MostDamaged,
-                HasName(one.name, one.circuit, other.Name, other.CfgName, other.CfgCircuit)};
+        return {damaged <= MostDamaged, analogNames[channel].Have(one.name, one.circuit)};
     }
 
     Fit StateFit(size_t column, size_t channel) const
     {
         const comtrade::StateChannel& one = configuration.states[column];
-        const DiChannelData& other = source.State(channel);
         return {columns.states[column] == channels.states[channel],
-                HasName(one.name, one.circuit, other.Name, other.CfgName, other.CfgCircuit)};
+                stateNames[channel].Have(one.name, one.circuit)};
     }
 
     // In several rounds, from the surest reasons to the weakest. A channel is taken once.
@@ -156,6 +176,8 @@ private:
     const qint64 distance; // of the probes
     Probes columns;
     Probes channels;
+    std::vector<Names> analogNames; // by channel
+    std::vector<Names> stateNames;
 };
 
 bool IsCountingUp(const std::vector<int>& channels)
