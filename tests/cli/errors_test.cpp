@@ -150,7 +150,7 @@ TEST(Errors, NothingToConvertNeedsNoIniFileInJsonEither)
 TEST(HelpCommand, PrintsWhatTheOptionPrints)
 {
     const QStringList commands = {"check",  "convert",  "dictionary", "events", "export", "info",
-                                  "sample", "validate", "view",       "watch",  "help"};
+                                  "sample", "validate", "verify",     "view",   "watch",  "help"};
     for (const QString& command : commands) {
         const Finished help = RunProgram(QString(), {"help", command});
         EXPECT_EQ(help.code, 0);

@@ -239,6 +239,10 @@ class Runs(unittest.TestCase):
         self.assertEqual(reasons(place.info("--max-memory", "256M", "bomb.ZU")), ["outOfMemory"])
         self.assertEqual(reasons(self.events(place, "--max-memory", "256M", "bomb.ZU")), ["outOfMemory"])
         self.assertEqual(reasons(self.export(place, "--max-memory", "256M", "bomb.ZU")), ["outOfMemory"])
+        place.write("b.ZU", recording())
+        place.convert("b.ZU")
+        self.assertEqual(reasons(self.verify(place, "--max-memory", "256M", "bomb.ZU",
+                                             str(place.record().relative_to(place.directory)))), ["outOfMemory"])
 
     def test_words_are_the_same_in_russian_and_texts_are_not(self):
         place = self.place(junk=b"junk")
@@ -387,6 +391,76 @@ class Runs(unittest.TestCase):
         (place.directory / "taken.csv").mkdir()
         place.write("taken.ZU", recording())
         self.assertEqual(reasons(self.export(place, "--replace", "--form", "csv", "taken.ZU")), ["recordNotInPlace"])
+
+    # zucmtr verify
+
+    def verify(self, place, *words):
+        return place.run("verify", "--json", *words)
+
+    def test_verify_records_with_their_recordings(self):
+        place = self.place(a=recording(), b=recording(minutes=1))
+        place.run("convert", "--json", "--out", "out", "--revision", "1999", "--data", "ascii", "a.ZU")
+        record = place.record()
+        name = str(record.relative_to(place.directory))
+        (whole,) = self.verify(place, "a.ZU", name)
+        self.assertEqual((whole["good"], whole["compared"], whole["reason"], whole["limit"]), (True, "bytes", None, ""))
+        (samples,) = self.verify(place, "--plain", "a.ZU", name)
+        self.assertEqual((samples["good"], samples["compared"], samples["ini"]), (True, "samples", ""))
+        self.assertEqual(reasons(self.verify(place, "b.ZU", name)), ["otherRecording"])
+        text, data = record.read_bytes(), record.with_suffix(".dat").read_bytes()
+        for other, lines, word in ((text.replace(b"ASCII", b"ascii"), data, None),
+                                   (text.replace("РАС-1".encode(), b"?"), data, "textsDiffer"),
+                                   (text, data.replace(b",", b",9", 2), "samplesDiffer")):
+            place.write("other.cfg", other)
+            place.write("other.dat", lines)
+            (shown,) = self.verify(place, "a.ZU", "other.cfg")
+            if word is None:
+                self.assertEqual((shown["good"], shown["compared"]), (True, "names"))
+            else:
+                self.assertIn(word, [one["reason"] for one in shown["findings"]])
+        record.write_bytes(text.replace(b"ASCII", b"ascii"))
+        self.assertEqual(reasons(self.verify(place, "a.ZU", name)), ["bytesDiffer"])
+        record.write_bytes(text)
+        record.with_suffix(".dat").write_bytes(
+            re.sub(rb",([01])(\r?\n)\Z", lambda last: b",%d%s" % (1 - int(last[1]), last[2]), data))
+        (states,) = self.verify(place, "a.ZU", name)
+        self.assertEqual({one["kind"] for one in states["differences"]}, {"discrete"})
+
+    def test_verify_records_alone(self):
+        place = self.place(a=recording())
+        place.run("convert", "--json", "--out", "out", "--data", "ascii", "a.ZU")
+        record = place.record()
+        name = str(record.relative_to(place.directory))
+        self.assertEqual([one["good"] for one in self.verify(place, "out")], [True])
+        text, data = record.read_bytes(), record.with_suffix(".dat").read_bytes()
+        report = record.with_suffix(".hdr").read_bytes()
+        for change, word in ((data[:-12], "dataUnreadable"), (data[:data.rindex(b"\n3,") + 1], "samplesLacking"),
+                             (data + data[data.rindex(b"\n3,") + 1:], "samplesLeftOver"),
+                             (data.replace(b"2,", b"3,", 1), "sampleNumbering"),
+                             (data.replace(b"\n2,", b"\n2,7", 1), "timesDisagree")):
+            record.with_suffix(".dat").write_bytes(change)
+            (shown,) = self.verify(place, name)
+            self.assertIn(word, [one["reason"] for one in shown["findings"]])
+        record.with_suffix(".dat").write_bytes(data)
+        record.write_bytes(text.replace(b"-32767,32767", b"32766,32767", 1))
+        self.assertIn("samplesOutsideLimits", [one["reason"] for one in self.verify(place, name)[0]["findings"]])
+        record.write_bytes(text)
+        record.with_suffix(".hdr").write_bytes(report.replace("РАС-1".encode(), b"?"))
+        self.assertEqual(reasons(self.verify(place, name)), ["piecesDiffer"])
+        record.with_suffix(".hdr").unlink()
+        self.assertEqual(reasons(self.verify(place, name)), ["pieceMissing"])
+
+    def test_verify_files_that_are_none(self):
+        place = self.place(a=recording(), junk=b"junk")
+        place.write("bad.cfg", b"no configuration")
+        self.assertEqual(reasons(self.verify(place, "none.cfg", "bad.cfg")), ["doesNotExist", "recordUnreadable"])
+        place.convert("a.ZU")
+        name = str(place.record().relative_to(place.directory))
+        (place.directory / "d.cfg").mkdir()
+        pairs = [reasons(self.verify(place, *pair)) for pair in (("none.ZU", name), ("junk.ZU", name), ("a.ZU", "bad.cfg"))]
+        self.assertEqual(pairs, [["doesNotExist"], ["recordingUnreadable"], ["recordUnreadable"]])
+        os.mkfifo(place.directory / "pipe.cfg")
+        self.assertEqual(reasons(self.verify(place, "pipe.cfg")), ["notAFile"])
 
     # zucmtr check
 
@@ -595,7 +669,7 @@ class Output(unittest.TestCase):
                 self.assertFalse(validator(command).is_valid({**shown, "reason": "newWord"}), shown)
 
     def test_schema_has_nothing_that_is_never_printed(self):
-        for command in ("convert", "info", "check", "validate", "watch", "events", "export"):
+        for command in ("convert", "info", "check", "validate", "watch", "events", "export", "verify"):
             keys, words = set(), set()
             found_in([shown for whose, shown in KEPT if whose == command], keys, words)
             schema = SCHEMA["$defs"][command]
@@ -609,7 +683,8 @@ class Output(unittest.TestCase):
 
     def test_page_names_every_key_and_word(self):
         sections = dict(re.findall(r"^## zucmtr (\w+)\n(.*?)(?=^## |\Z)", PAGE, flags=re.M | re.S))
-        self.assertEqual(set(sections), {"convert", "watch", "info", "check", "validate", "events", "export"})
+        self.assertEqual(set(sections),
+                         {"convert", "watch", "info", "check", "validate", "events", "export", "verify"})
         for command, section in sections.items():
             if command == "watch":
                 section += sections["convert"]

@@ -13,20 +13,16 @@ INSTANTIATE_TEST_SUITE_P(
         Wrong{{"nosuch", "--help"},
               2,
               "there is no command 'nosuch'; there are check, convert, dictionary, events, export, info, "
-              "sample, "
-              "validate, view, watch, help",
+              "sample, validate, verify, view, watch, help",
               "нет команды «nosuch»; есть check, convert, dictionary, events, export, info, sample, "
-              "validate, view, "
-              "watch, help",
+              "validate, verify, view, watch, help",
               "zucmtr"},
         Wrong{{"help", "nosuch"},
               2,
               "there is no command 'nosuch'; there are check, convert, dictionary, events, export, info, "
-              "sample, "
-              "validate, view, watch, help",
+              "sample, validate, verify, view, watch, help",
               "нет команды «nosuch»; есть check, convert, dictionary, events, export, info, sample, "
-              "validate, view, "
-              "watch, help",
+              "validate, verify, view, watch, help",
               "zucmtr"},
         Wrong{{"rec.ZU"},
               2,
@@ -50,8 +46,10 @@ INSTANTIATE_TEST_SUITE_P(
               "zucmtr convert"},
         Wrong{{"info", "--recursive", "rec.ZU"},
               2,
-              "'zucmtr info' has no option --recursive; it is one of 'zucmtr convert', 'zucmtr watch'",
-              "у «zucmtr info» нет ключа --recursive; он есть у «zucmtr convert», «zucmtr watch»",
+              "'zucmtr info' has no option --recursive; it is one of 'zucmtr convert', 'zucmtr verify', "
+              "'zucmtr watch'",
+              "у «zucmtr info» нет ключа --recursive; он есть у «zucmtr convert», «zucmtr verify», «zucmtr "
+              "watch»",
               "zucmtr info"},
         Wrong{{"convert"}, 2, "FILE is required", "не указано: ФАЙЛ", "zucmtr convert"},
         Wrong{{"convert", "--log"},

@@ -29,7 +29,7 @@ protected:
         const verify::Device device(Ini(), QStringLiteral("Defaults"), QStringLiteral("Device"));
         const QString path = station.Directory().Write(QStringLiteral("rec.ZU"), Encode(recording));
         EXPECT_FALSE(Expected(path).isEmpty());
-        EXPECT_EQ(verify::RecordNameOf(path, device), Expected(path));
+        EXPECT_EQ(verify::RecordHeadOf(path, device).name, Expected(path));
     }
 
     TestStation station;
@@ -60,10 +60,11 @@ TEST_F(RecordName, IsThatOfTheLibraryAtEveryFraction)
 TEST_F(RecordName, IsEmptyForAFileWithoutAHead)
 {
     const verify::Device device(Ini(), QStringLiteral("Defaults"), QStringLiteral("Device"));
-    EXPECT_EQ(verify::RecordNameOf(station.Directory().Write(QStringLiteral("a.ZU"), "short"), device),
+    EXPECT_EQ(verify::RecordHeadOf(station.Directory().Write(QStringLiteral("a.ZU"), "short"), device).name,
               QString());
-    EXPECT_EQ(verify::RecordNameOf(station.Directory().Path(QStringLiteral("no.ZU")), device), QString());
-    EXPECT_EQ(verify::RecordNameOf(station.Directory().Path(), device), QString());
+    EXPECT_EQ(verify::RecordHeadOf(station.Directory().Path(QStringLiteral("no.ZU")), device).name,
+              QString());
+    EXPECT_EQ(verify::RecordHeadOf(station.Directory().Path(), device).name, QString());
 }
 
 TEST_F(RecordName, IsEmptyForAHeadThatTheLibraryRefuses)
@@ -71,6 +72,6 @@ TEST_F(RecordName, IsEmptyForAHeadThatTheLibraryRefuses)
     const verify::Device device(Ini(), QStringLiteral("Defaults"), QStringLiteral("Device"));
     QByteArray bytes = Encode(Recording());
     bytes[0] = '3';
-    EXPECT_EQ(verify::RecordNameOf(station.Directory().Write(QStringLiteral("a.ZU"), bytes), device),
+    EXPECT_EQ(verify::RecordHeadOf(station.Directory().Write(QStringLiteral("a.ZU"), bytes), device).name,
               QString());
 }

@@ -21,6 +21,17 @@ inline constexpr char RecordUnreadable[] = "recordUnreadable";
 inline constexpr char DataUnreadable[] = "dataUnreadable";
 inline constexpr char SamplesLacking[] = "samplesLacking";
 inline constexpr char SamplesLeftOver[] = "samplesLeftOver";
+inline constexpr char PieceMissing[] = "pieceMissing";
+inline constexpr char PiecesDiffer[] = "piecesDiffer";
+inline constexpr char SampleNumbering[] = "sampleNumbering";
+inline constexpr char TimesDisagree[] = "timesDisagree";
+inline constexpr char SamplesOutsideLimits[] = "samplesOutsideLimits";
+
+// About a record and its recording.
+inline constexpr char OtherRecording[] = "otherRecording";
+inline constexpr char SamplesDiffer[] = "samplesDiffer";
+inline constexpr char TextsDiffer[] = "textsDiffer";
+inline constexpr char BytesDiffer[] = "bytesDiffer";
 
 // About a recording that is not converted, or not put away.
 inline constexpr char ContinuationFile[] = "continuationFile";

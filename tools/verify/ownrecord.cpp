@@ -316,9 +316,9 @@ RecordState Judge(const Remains& remains, const Source& source)
 
 } // namespace
 
-Standing StandingOf(const Source& source, const QString& directory)
+Standing StandingOf(const Source& source, const QString& directory, const QString& recordName)
 {
-    const QString base = directory + QLatin1Char('/') + source.RecordName();
+    const QString base = directory + QLatin1Char('/') + recordName;
     const auto judge = [&](bool container) {
         return Judge(container ? Container(base + QLatin1String(".cff"), source)
                                : SeparateFiles(base, source),

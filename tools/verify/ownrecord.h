@@ -27,7 +27,7 @@ struct Standing
     QString reason; // why it is not Same, for people; may be empty for Absent and Unfinished
 };
 
-/// What the files in directory are that have the name of the recording's record; Same is not distinguished
+/// What the files in directory are that are called recordName, for the recording; Same is not distinguished
 /// from Own. The record in the form of the device counts, separate files or a CFF file; one in the other form
 /// only where that is absent. Reads no more than the recording can fill. Nothing is thrown but
 /// std::bad_alloc.
@@ -42,6 +42,6 @@ struct Standing
 /// of the configuration, too. Without data the stamps decide, or the first lines, which are the same for all
 /// recordings of a recorder: so not in a container that has anything after a hole that may hide the mark of
 /// its data.
-Standing StandingOf(const Source& source, const QString& directory);
+Standing StandingOf(const Source& source, const QString& directory, const QString& recordName);
 
 } // namespace verify

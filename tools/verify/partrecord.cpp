@@ -19,9 +19,10 @@ namespace verify {
 namespace {
 
 // The configuration of the record, in the form of the device if it is there in both.
-QString ConfigurationOf(const Source& source, const QString& directory)
+QString ConfigurationOf(const Source& source, const QString& directory, const QString& recordName)
 {
-    const QString base = directory + QLatin1Char('/') + source.RecordName();
+    const QString base =
+        directory + QLatin1Char('/') + (recordName.isEmpty() ? source.RecordName() : recordName);
     QStringList paths = {base + QLatin1String(".cfg"), base + QLatin1String(".cff")};
     if (source.Owner().Param().ComtradeCff)
         std::reverse(paths.begin(), paths.end());
@@ -122,12 +123,13 @@ QString Verifier::KeysWithout(const salvage::Choice& choice, const salvage::Segm
            EmptyKeys(QStringLiteral("D"), resorter.DiDictionary, discrete);
 }
 
-std::optional<salvage::Choice> Verifier::ChannelsThere(const QString& firstFile, const QString& directory)
+std::optional<salvage::Choice> Verifier::ChannelsThere(const QString& firstFile, const QString& directory,
+                                                       const QString& recordName)
 {
     const Source source(device, firstFile);
     salvage::Choice choice;
     const std::optional<QString> failure = text::FailureOf([&] {
-        const comtrade::Record record(ConfigurationOf(source, directory));
+        const comtrade::Record record(ConfigurationOf(source, directory, recordName));
         const comtrade::Configuration& there = record.Config();
         const QStringList analog = NamesOf(
             source.AnalogCount(), source.AnalogOrder(),

@@ -1,10 +1,20 @@
 #include "verify/recordname.h"
 
+#include "device/zucmtrdevparam.h"
 #include "recording/zufileformat.h"
 #include "verify/device.h"
 
-QString verify::RecordNameOf(const QString& firstFile, const Device& device)
+verify::RecordHead verify::RecordHeadOf(const QString& firstFile, const Device& device)
 {
     ZuFileFormat file;
-    return file.LoadHeader(firstFile) ? file.DoOutName(&device.Param()) : QString();
+    RecordHead head;
+    if (!file.LoadHeader(firstFile))
+        return head;
+    const ZuCmtrDevParam& param = device.Param();
+    head.name = file.DoOutName(&device.Param());
+    head.station = param.Object;
+    head.recorder = param.Source;
+    head.subject = param.Subject;
+    head.trigger = TriggerMoment(file);
+    return head;
 }

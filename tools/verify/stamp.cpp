@@ -25,7 +25,11 @@ Moment StartMoment(const Source& source)
 
 Moment TriggerMoment(const Source& source)
 {
-    const ZuFileFormat& first = source.First();
+    return TriggerMoment(source.First());
+}
+
+Moment TriggerMoment(const ZuFileFormat& first)
+{
     return MomentOf(first.Header.trigTime, first.TrigMicroseconds, first.TimeZoneSeconds);
 }
 

@@ -4,6 +4,8 @@
 #include <QDate>
 #include <QString>
 
+class ZuFileFormat;
+
 namespace verify {
 
 class Source;
@@ -16,6 +18,7 @@ struct Moment
 
 Moment StartMoment(const Source& source);   // the first sample
 Moment TriggerMoment(const Source& source); // the start of the fault
+Moment TriggerMoment(const ZuFileFormat& first);
 
 /// As a record writes it: dd/MM/yyyy,hh:mm:ss.uuuuuu
 QString StampText(const Moment& moment);

@@ -31,10 +31,10 @@ void CheckInEitherOrder(const Pieces& pieces, Source& source)
 }
 
 // Throws Mismatch, and what the reader throws.
-void CompareAll(Source& source, const QString& directory)
+void CompareAll(Source& source, const QString& directory, const QString& recordName)
 {
     const Device& device = source.Owner();
-    const Pieces pieces(directory, source.RecordName(), device);
+    const Pieces pieces(directory, recordName.isEmpty() ? source.RecordName() : recordName, device);
     CheckInEitherOrder(pieces, source);
     comtrade::Record record(pieces.configurationName, comtrade::Strict());
     CheckData(record, source, pieces.dataName);
@@ -50,24 +50,27 @@ Verifier::Verifier(const QString& ini, const QString& defaults, const QString& s
     : device(ini, defaults, section)
 {}
 
-Examined Verifier::Check(const QString& firstFile, const QString& directory)
+Examined Verifier::Check(const QString& firstFile, const QString& directory, const QString& recordName)
 {
     Source source(device, firstFile);
-    CompareAll(source, directory);
+    CompareAll(source, directory, recordName);
     return Describe(source);
 }
 
-Presence Verifier::Find(const QString& firstFile, const QString& directory)
+Presence Verifier::Find(const QString& firstFile, const QString& directory, const QString& recordName)
 {
     Source source(device, firstFile);
     Presence presence;
     presence.examined = Describe(source);
-    const std::optional<QString> difference = text::FailureOf([&] { CompareAll(source, directory); });
+    if (!recordName.isEmpty())
+        presence.examined.recordName = recordName;
+    const QString& name = presence.examined.recordName;
+    const std::optional<QString> difference = text::FailureOf([&] { CompareAll(source, directory, name); });
     if (!difference) {
         presence.standing.state = RecordState::Same;
         return presence;
     }
-    presence.standing = StandingOf(source, directory);
+    presence.standing = StandingOf(source, directory, name);
     if (presence.standing.reason.isEmpty() && presence.standing.state != RecordState::Absent)
         presence.standing.reason = *difference;
     return presence;

@@ -44,19 +44,20 @@ public:
 
     const Device& Parameters() const { return device; }
 
-    /// Compares the record in directory with the recording that starts with firstFile. Throws Mismatch, or
-    /// Unreadable if the recording cannot be read (any longer), or what the reader and the recording classes
-    /// throw.
-    Examined Check(const QString& firstFile, const QString& directory);
+    /// Compares the record in directory with the recording that starts with firstFile. Its files are called
+    /// recordName; empty: as the library calls them. Throws Mismatch, or Unreadable if the recording cannot
+    /// be read (any longer), or what the reader and the recording classes throw.
+    Examined Check(const QString& firstFile, const QString& directory, const QString& recordName = QString());
 
-    /// Finds out what directory holds under the name of the recording's record. Whatever is there is an
-    /// answer; a recording that cannot be read throws as in Check, and so does running out of memory.
-    Presence Find(const QString& firstFile, const QString& directory);
+    /// Finds out what directory holds under the name of the recording's record, likewise. Whatever is there
+    /// is an answer; a recording that cannot be read throws as in Check, and so does running out of memory.
+    Presence Find(const QString& firstFile, const QString& directory, const QString& recordName = QString());
 
-    /// Which of the recording's channels are in the record that directory holds under its name, by the names
+    /// Which of the recording's channels are in the record that directory holds under the name, by the names
     /// of the channels. Nothing if it has all, none or another's, and if its configuration cannot be read.
     /// Throws as Find.
-    std::optional<salvage::Choice> ChannelsThere(const QString& firstFile, const QString& directory);
+    std::optional<salvage::Choice> ChannelsThere(const QString& firstFile, const QString& directory,
+                                                 const QString& recordName);
 
     /// Names the lost channels of which the recording has nothing left, if the sorting dictionary has just as
     /// many further ones.

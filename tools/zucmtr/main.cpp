@@ -11,6 +11,7 @@
 #include "zucmtr/commands/infocommand.h"
 #include "zucmtr/commands/samplecommand.h"
 #include "zucmtr/commands/validatecommand.h"
+#include "zucmtr/commands/verifycommand.h"
 #include "zucmtr/commands/viewcommand.h"
 #include "zucmtr/commands/watchcommand.h"
 #include "zucmtr/terminal/application.h"
@@ -86,6 +87,7 @@ void Describe(CLI::App& app, Action& chosen, const char* program)
     AddInfoCommand(app, chosen);
     AddSampleCommand(app, chosen, QString::fromUtf8(program));
     AddValidateCommand(app, chosen);
+    AddVerifyCommand(app, chosen);
     AddViewCommand(app, chosen);
     AddWatchCommand(app, chosen);
     values::RefuseEmpty(app);

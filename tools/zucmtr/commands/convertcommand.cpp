@@ -21,6 +21,8 @@
 
 #include <CLI/CLI.hpp>
 
+#include <QDir>
+
 #include <algorithm>
 #include <chrono>
 #include <iterator>
@@ -36,6 +38,7 @@ struct ConvertOptions
 {
     DeviceOptions device;
     std::string out = ".";
+    std::string layout;
     bool makeOut = false;
     bool recursive = false;
     bool flat = false;
@@ -56,8 +59,19 @@ struct ConvertOptions
     std::vector<std::string> files;
 };
 
+RecordLayout LayoutOf(const ConvertOptions& options)
+{
+    try {
+        return options.layout.empty() ? RecordLayout() : RecordLayout(FromUtf8(options.layout));
+    } catch (const ConfigurationError& error) {
+        throw UsageError(error.Message(), QStringLiteral("zucmtr convert"));
+    }
+}
+
+// Throws ConfigurationError before anything is touched.
 void CheckCombination(const ConvertOptions& options)
 {
+    LayoutOf(options);
     if (PutsAway(options.work) && options.trustWriter)
         throw ConfigurationError(
             Tr("convert", "--remove-source and --archive need a verified record; leave --trust-writer out"));
@@ -82,7 +96,7 @@ QString OutDirectory(const ConvertOptions& options)
 
 bool Mirrors(const ConvertOptions& options)
 {
-    return options.recursive && !options.flat;
+    return options.recursive && !options.flat && options.layout.empty();
 }
 
 WorkOrder OrderOf(const ConvertOptions& options)
@@ -95,6 +109,7 @@ WorkOrder OrderOf(const ConvertOptions& options)
     order.replace = options.replace;
     order.salvage = options.salvage;
     order.form = FormOf(options.form);
+    order.layout = LayoutOf(options);
     order.mirror = Mirrors(options);
     return order;
 }
@@ -138,12 +153,13 @@ int Convert(const ConvertOptions& options, const RecordingList& list,
         list.refusals.begin(), list.refusals.end(), [](const Refusal& refusal) { return refusal.failed; }));
     const bool compares = !options.work.noVerify && !options.trustWriter;
     BatchReport report(FormOf(options), compares, FormOf(options.form).IsGiven(),
+                       options.layout.empty() ? QString() : QDir::cleanPath(FromUtf8(options.out)),
                        list.recordings.size() + lost);
     for (const Refusal& refusal : list.refusals)
         report.Add(refusal);
     Progress progress(list.recordings.size(), !options.quiet && list.recordings.size() > 1);
     interrupt::Install();
-    Batch batch(workers, list.recordings, {options.failFast, Mirrors(options)});
+    Batch batch(workers, list.recordings, options.failFast);
     if (!options.failFast || lost == 0)
         batch.Run(
             [&](const BatchItem& item) {
@@ -228,8 +244,12 @@ void AddRunOptions(CLI::App& command, ConvertOptions& options)
                      HelpText("convert",
                               "Search for recordings in the directories below the given ones, too; their "
                               "records go to directories of the same names below --out"));
-    command.add_flag("--flat", options.flat,
-                     HelpText("convert", "Put all records into the directory of --out itself"));
+    CLI::Option* flat = command.add_flag(
+        "--flat", options.flat, HelpText("convert", "Put all records into the directory of --out itself"));
+    AddValue(command, "--layout", options.layout, "PATTERN",
+             HelpText("convert", "Directories below --out and names of the records, as "
+                                 "{station}/{year}-{month}/{name}; the placeholders are listed below"))
+        ->excludes(flat);
     AddValue(
         command, "-j,--jobs", options.jobs, "N",
         HelpText("convert", "Recordings to convert at once; 0: as many as there are processors. Default: 1"))
@@ -293,13 +313,22 @@ std::string Footer()
         "of revision 2013:\n"
         "one of --form and --revision decides the other unless both are given.\n"
         "\n"
+        "--layout: what stands before a '/' are directories. {name} is the name that records have without "
+        "it,\n"
+        "{source} that of the recording's file, {folder} its directory below the given one; {station}, "
+        "{device},\n"
+        "{subject} are texts of the ini file; {year}, {month}, {day}, {hour}, {minute}, {second}, {date} and "
+        "{time}\n"
+        "are of the trigger.\n"
+        "\n"
         "Exit code: 0 all recordings converted, 1 at least one failed, 2 wrong usage or "
         "configuration, 3 none\n"
         "failed, but at least one was salvaged in part (--salvage), 130 ended by Ctrl-C (143 by SIGTERM).\n"
         "\n"
         "Example, with the sample station:\n"
         "  zucmtr sample --out station\n"
-        "  zucmtr convert --out station/comtrade --make-out station/*.ZU");
+        "  zucmtr convert --out station/comtrade --make-out station/*.ZU\n"
+        "  zucmtr convert --out station/comtrade --layout '{station}/{date}/{time} {source}' station/*.ZU");
 }
 
 } // namespace

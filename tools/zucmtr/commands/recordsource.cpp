@@ -35,16 +35,6 @@ QString IniValue(QString text)
     return text.replace(QLatin1Char(';'), QLatin1Char(','));
 }
 
-// The ini file for a recording of which nothing but its name is known.
-QByteArray NamelessIni(const QString& file)
-{
-    const QString name = IniValue(QFileInfo(file).completeBaseName());
-    QMap<QString, QString> values = {{QStringLiteral("Объект"), name}};
-    for (const char* key : {"Энергосистема", "Субъект", "Источник", "Версия ПО", "Версия аппаратной части"})
-        values.insert(QString::fromUtf8(key), QStringLiteral("-"));
-    return DefaultsLines(QStringLiteral("Default"), values).join(QLatin1Char('\n')).toUtf8();
-}
-
 void Write(const QString& path, const QByteArray& bytes)
 {
     QFile file(path);
@@ -73,7 +63,22 @@ void Check(const QString& file, const QString& reason)
         throw SourceError(file + QLatin1String(": ") + reason);
 }
 
-// Failures are reported with the name of the user's own ini file.
+} // namespace
+
+QByteArray NamelessIni(const QString& file)
+{
+    const QString name = IniValue(QFileInfo(file).completeBaseName());
+    QMap<QString, QString> values = {{QStringLiteral("Объект"), name}};
+    for (const char* key : {"Энергосистема", "Субъект", "Источник", "Версия ПО", "Версия аппаратной части"})
+        values.insert(QString::fromUtf8(key), QStringLiteral("-"));
+    return DefaultsLines(QStringLiteral("Default"), values).join(QLatin1Char('\n')).toUtf8();
+}
+
+DeviceChoice NamelessChoice()
+{
+    return {QString(), QStringLiteral("Default"), QStringLiteral("Device")};
+}
+
 unsigned int LoadDevice(Host& host, const ChangedIni& ini)
 {
     const DeviceChoice& choice = ini.Choice();
@@ -87,7 +92,21 @@ unsigned int LoadDevice(Host& host, const ChangedIni& ini)
     }
 }
 
-} // namespace
+void CheckRecording(const QString& file)
+{
+    if (!zu::FirstFileOf(file).isEmpty() && QFileInfo(file).isFile())
+        Check(file, ContinuationText(file));
+    Check(file, explain::NotConvertible(file));
+}
+
+DeviceChoice ChoiceForReading(const QString& file, DeviceChoice choice, bool isPlain)
+{
+    const Recording recording{file, QString(), QString()};
+    const bool isChosen = !choice.ini.isEmpty() || !choice.defaults.isEmpty() || !choice.device.isEmpty();
+    if (!isPlain && (isChosen || !IniOf(recording).isEmpty()))
+        CompleteChoice(choice, {recording});
+    return choice;
+}
 
 RecordSource::RecordSource(const QString& file, DeviceChoice choice, bool isPlain)
 {
@@ -97,13 +116,8 @@ RecordSource::RecordSource(const QString& file, DeviceChoice choice, bool isPlai
         path = file;
         return;
     }
-    if (!zu::FirstFileOf(file).isEmpty() && QFileInfo(file).isFile())
-        Check(file, ContinuationText(file));
-    Check(file, explain::NotConvertible(file));
-    const Recording recording{file, QString(), QString()};
-    const bool isChosen = !choice.ini.isEmpty() || !choice.defaults.isEmpty() || !choice.device.isEmpty();
-    if (!isPlain && (isChosen || !IniOf(recording).isEmpty()))
-        CompleteChoice(choice, {recording});
+    CheckRecording(file);
+    choice = ChoiceForReading(file, choice, isPlain);
     ini = choice.ini;
     Convert(file, choice);
 }
@@ -117,8 +131,8 @@ void RecordSource::Convert(const QString& file, const DeviceChoice& choice)
     const QDir inside(directory->path());
     DeviceChoice complete = choice;
     if (choice.ini.isEmpty()) {
-        complete = {inside.filePath(QStringLiteral("nameless.ini")), QStringLiteral("Default"),
-                    QStringLiteral("Device")};
+        complete = NamelessChoice();
+        complete.ini = inside.filePath(QStringLiteral("nameless.ini"));
         Write(complete.ini, NamelessIni(file));
     }
     inside.mkdir(QStringLiteral("record"));

@@ -6,10 +6,14 @@
 #include "text/error.h"
 #include "zucmtr/host/devicechoice.h"
 
+#include <QByteArray>
 #include <QString>
 #include <QTemporaryDir>
 
 #include <memory>
+
+class ChangedIni;
+class Host;
 
 /// A recording that cannot be converted.
 class SourceError : public text::Error
@@ -17,6 +21,22 @@ class SourceError : public text::Error
 public:
     using text::Error::Error;
 };
+
+/// Throws SourceError unless the file may be the first file of a recording.
+void CheckRecording(const QString& file);
+
+/// The choice for a recording that is only read: completed as convert does; empty if nothing is chosen and no
+/// ini file is found, or with isPlain. Throws ConfigurationError.
+DeviceChoice ChoiceForReading(const QString& file, DeviceChoice choice, bool isPlain);
+
+/// An ini file for a recording of which nothing but its name is known, and its sections; the path is left
+/// open.
+QByteArray NamelessIni(const QString& file);
+DeviceChoice NamelessChoice();
+
+/// Loads the device, so that a failure is explained with the name of the user's own ini file. Throws
+/// ConfigurationError.
+unsigned int LoadDevice(Host& host, const ChangedIni& ini);
 
 class RecordSource
 {

@@ -73,8 +73,8 @@ bool IsStillThere(const QByteArray& path, const Descriptor& directory)
 // Whether everything in a directory may have been written here, so that it is not one of the user's.
 bool HoldsARecordAlone(const QString& path)
 {
-    static const QStringList endings = {"cfg",    "dat",    "hdr",    "inf",    "cff",  "cfgtmp",
-                                        "dattmp", "hdrtmp", "inftmp", "cfftmp", "html", "csv", "mat", "earlier"};
+    static const QStringList endings = {"cfg",    "dat",    "hdr",    "inf",  "cff", "cfgtmp", "dattmp",
+                                        "hdrtmp", "inftmp", "cfftmp", "html", "csv", "mat",    "earlier"};
     const QFileInfoList inside =
         QDir(path).entryInfoList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
     return std::all_of(inside.begin(), inside.end(), [](const QFileInfo& file) {
@@ -156,6 +156,15 @@ QByteArray Staging::Own(const QString& name) const
 QByteArray Staging::Final(const QString& name) const
 {
     return QFile::encodeName(out + QLatin1Char('/') + name);
+}
+
+void Staging::Name(const QString& from, const QString& to) const
+{
+    if (std::rename(Own(from).constData(), Own(to).constData()) == 0)
+        return;
+    const int code = errno;
+    throw StagingError(Tr("staging", "the record cannot be called '%1': %2").arg(to, SystemText(code, out)),
+                       code);
 }
 
 void Staging::Sync(const QStringList& names)

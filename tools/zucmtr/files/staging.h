@@ -47,6 +47,9 @@ public:
     /// Where the record is to be written, each piece under its final name.
     const QString& Directory() const { return directory; }
 
+    /// Gives a file here another name. Throws StagingError.
+    void Name(const QString& from, const QString& to) const;
+
     /// Has the system write these pieces to the disk. Commit does so too; but done before Lock, others need
     /// not wait for it. Throws StagingError.
     void Sync(const QStringList& names);

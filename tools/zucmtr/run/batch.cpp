@@ -28,8 +28,8 @@ public:
 } // namespace
 
 Batch::Batch(std::vector<std::unique_ptr<Worker>>& workers_, const std::vector<Recording>& recordings_,
-             const BatchOrder& order_)
-    : workers(workers_), recordings(recordings_), order(order_)
+             bool failFast_)
+    : workers(workers_), recordings(recordings_), failFast(failFast_)
 {}
 
 void Batch::Run(const std::function<void(const BatchItem&)>& report,
@@ -81,11 +81,11 @@ void Batch::Work(Worker& worker) noexcept
 }
 
 // The directory relative to that of the output, and the name; nothing if memory is short.
-std::optional<QString> Batch::PlaceOf(const Worker& worker, const Recording& recording) const
+std::optional<QString> Batch::PlaceOf(const Worker& worker, const Recording& recording)
 {
     try {
-        const QString directory = order.mirror ? recording.below : QString();
-        return directory + QLatin1Char('/') + worker.RecordName(recording.path);
+        const RecordPlace place = worker.PlaceOf(recording);
+        return place.below + QLatin1Char('/') + place.name;
     } catch (const std::bad_alloc&) {
         return std::nullopt;
     }
@@ -126,7 +126,7 @@ void Batch::Finish(Task& task)
 {
     const std::lock_guard<std::mutex> lock(mutex);
     CountRoom(task.item);
-    if (withoutRoom >= MostWithoutRoom || (order.failFast && task.item.state == ItemState::Failed))
+    if (withoutRoom >= MostWithoutRoom || (failFast && task.item.state == ItemState::Failed))
         stopped = true;
     task.isDone = true;
     ++done;

@@ -15,20 +15,13 @@
 
 class Worker;
 
-/// When a run starts no further recording, and where its records go.
-struct BatchOrder
-{
-    bool failFast = false; // none after the first that failed
-    bool mirror = false;   // records go below the output directory as their recordings are below `top`
-};
-
 class Batch
 {
 public:
     /// One thread per worker. No recording is started after an interrupt, or after two in a row for which a
-    /// disk had no room.
+    /// disk had no room; with failFast none after the first that failed.
     Batch(std::vector<std::unique_ptr<Worker>>& workers_, const std::vector<Recording>& recordings_,
-          const BatchOrder& order_);
+          bool failFast_);
 
     /// Calls report for each recording that was started, in the order of the list, and waiting about ten
     /// times a second with the number of those that are done; both in the calling thread. Throws
@@ -50,7 +43,7 @@ private:
     };
 
     void Work(Worker& worker) noexcept;
-    std::optional<QString> PlaceOf(const Worker& worker, const Recording& recording) const;
+    static std::optional<QString> PlaceOf(const Worker& worker, const Recording& recording);
     Task* Take(const Worker& worker);
     bool IsItsTurn(const Task& task) const;
     void Finish(Task& task);
@@ -60,7 +53,7 @@ private:
 
     std::vector<std::unique_ptr<Worker>>& workers;
     const std::vector<Recording>& recordings;
-    const BatchOrder order;
+    const bool failFast;
 
     std::mutex mutex;
     std::condition_variable changed;

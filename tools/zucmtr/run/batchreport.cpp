@@ -22,8 +22,9 @@ QString PlaceOf(const BatchItem& item)
 
 } // namespace
 
-BatchReport::BatchReport(ReportForm form_, bool comparesAll_, bool showsForms_, size_t total_)
-    : form(form_), comparesAll(comparesAll_), showsForms(showsForms_), total(total_)
+BatchReport::BatchReport(ReportForm form_, bool comparesAll_, bool showsForms_, const QString& top_,
+                         size_t total_)
+    : form(form_), comparesAll(comparesAll_), showsForms(showsForms_), top(top_), total(total_)
 {}
 
 void BatchReport::Add(const Refusal& refusal)
@@ -74,8 +75,9 @@ void BatchReport::PrintOutcome(const BatchItem& item) const
         return;
     QString text = file + QLatin1String(" -> ");
     if (item.state == ItemState::Planned)
-        text += item.directory + QLatin1Char('/');
-    text += item.recordName;
+        text += PlaceOf(item);
+    else
+        text += top.isEmpty() ? item.recordName : PlaceOf(item).mid(top.size() + 1);
     if (showsForms)
         text += QLatin1String(" (") + item.form + QLatin1Char(')');
     if (!item.salvaged.isEmpty())

@@ -18,8 +18,8 @@ class BatchReport
 {
 public:
     /// total is the number of all recordings of the run; with showsForms each line has the form of its
-    /// record.
-    BatchReport(ReportForm form_, bool comparesAll_, bool showsForms_, size_t total_);
+    /// record, and with `top` the place of the record below that directory.
+    BatchReport(ReportForm form_, bool comparesAll_, bool showsForms_, const QString& top_, size_t total_);
 
     /// An argument from which nothing is converted.
     void Add(const Refusal& refusal);
@@ -40,6 +40,7 @@ private:
     const ReportForm form;
     const bool comparesAll;
     const bool showsForms;
+    const QString top;
     const size_t total;
     size_t salvaged = 0; // recordings of which the record has only what is whole
     QMap<ItemState, size_t> counts;

@@ -63,9 +63,12 @@ Worker::Worker(Host& host_, unsigned int device, const DeviceChoice& choice, Dev
     : host(host_), own(std::move(own_)), order(std::move(order_)), usual(device, choice)
 {}
 
-QString Worker::RecordName(const QString& file) const
+RecordPlace Worker::PlaceOf(const Recording& recording) const
 {
-    return verify::RecordNameOf(file, usual.verifier.Parameters());
+    const verify::RecordHead head = verify::RecordHeadOf(recording.path, usual.verifier.Parameters());
+    if (!order.layout.IsGiven())
+        return {order.mirror ? recording.below : QString(), head.name};
+    return order.layout.PlaceOf(head, recording.path, recording.below);
 }
 
 bool Worker::LibraryDeletes() const
@@ -73,9 +76,12 @@ bool Worker::LibraryDeletes() const
     return usual.verifier.Parameters().DeletesSources();
 }
 
-QString Worker::DirectoryOf(const QString& top, const Recording& recording) const
+// Nothing is opened that cannot be a recording.
+QString Worker::BelowOf(const Recording& recording) const
 {
-    return order.mirror && !recording.below.isEmpty() ? top + QLatin1Char('/') + recording.below : top;
+    if (!order.layout.IsGiven())
+        return order.mirror ? recording.below : QString();
+    return explain::NotConvertible(recording.path).isEmpty() ? PlaceOf(recording).below : QString();
 }
 
 BatchItem Worker::Work(const Recording& recording)
@@ -105,7 +111,8 @@ BatchItem Worker::TryOnce(const Recording& recording)
     BatchItem item;
     item.recording = recording;
     try {
-        item.directory = DirectoryOf(order.out, recording);
+        const QString below = BelowOf(recording);
+        item.directory = below.isEmpty() ? order.out : order.out + QLatin1Char('/') + below;
         Try(item);
     } catch (...) {
         FailByCurrent(item);
@@ -260,7 +267,7 @@ void Worker::PlanFrom(BatchItem& item, Devices& devices, const QString& source)
             throw;
         examined = devices.verifier.Examine(source);
     }
-    Name(item, examined.recordName);
+    Name(item, order.layout.IsGiven() ? PlaceOf(item.recording).name : examined.recordName);
     item.sources = examined.files;
     item.notes = examined.notes;
     item.state = ItemState::Planned;
@@ -308,21 +315,21 @@ void Worker::MakeDirectory(const QString& directory)
 // Whether the name belongs to another recording's record; the item fails then.
 bool Worker::IsForeignThere(BatchItem& item, Job& job)
 {
-    const QString name = RecordName(item.recording.path);
+    const QString name = PlaceOf(item.recording).name;
     return !name.isEmpty() && IsAnythingThere(IdentifyRecord(job.directory, name)) &&
-           !MayReplace(item, FindThere(job));
+           !MayReplace(item, FindThere(job, name));
 }
 
 // True if nothing is to be converted: the record is there and is right, or another one has its name.
 bool Worker::TakePresent(BatchItem& item, Job& job)
 {
-    job.checkedName = RecordName(item.recording.path);
+    job.checkedName = PlaceOf(item.recording).name;
     if (job.checkedName.isEmpty())
         return false;
     job.found = IdentifyRecord(job.directory, job.checkedName);
     if (!IsAnythingThere(job.found))
         return false;
-    const verify::Presence presence = FindThere(job);
+    const verify::Presence presence = FindThere(job, job.checkedName);
     // Nothing can be said about a recording that could only be read in part.
     item.sources = job.Originals(presence.examined.files);
     if (!CheckEnd(item, job) || !MayReplace(item, presence))
@@ -361,6 +368,19 @@ bool Worker::MayReplace(BatchItem& item, const verify::Presence& presence) const
     return false;
 }
 
+// Gives the files in the staging directory the names of the layout, before anybody looks at them.
+void Worker::TakeName(BatchItem& item, Job& job, const QString& libraryName) const
+{
+    const QString name = order.layout.IsGiven() ? PlaceOf(item.recording).name : libraryName;
+    if (!name.isEmpty() && name != libraryName) {
+        const QStringList from = verifier.Parameters().RecordFiles(libraryName);
+        const QStringList to = verifier.Parameters().RecordFiles(name);
+        for (int i = 0; i < from.size(); ++i)
+            job.staging->Name(from[i], to[i]);
+    }
+    Name(item, name.isEmpty() ? libraryName : name);
+}
+
 bool Worker::Convert(BatchItem& item, Job& job)
 {
     const Outcome outcome = host.Convert(job.source, job.staging->Directory(), job.devices->device);
@@ -368,7 +388,7 @@ bool Worker::Convert(BatchItem& item, Job& job)
     job.lackedMemory = outcome.lackedMemory;
     job.mayLackRoom = outcome.couldNotWrite;
     if (outcome.converted) {
-        Name(item, outcome.outputName);
+        TakeName(item, job, outcome.outputName);
         item.state = ItemState::Converted;
         return true;
     }
@@ -386,7 +406,8 @@ bool Worker::Convert(BatchItem& item, Job& job)
 bool Worker::Verify(BatchItem& item, Job& job)
 {
     const std::optional<QString> failure = text::FailureOf([&] {
-        item.sources = job.Originals(job.devices->verifier.Check(job.source, job.staging->Directory()).files);
+        item.sources = job.Originals(
+            job.devices->verifier.Check(job.source, job.staging->Directory(), item.recordName).files);
     });
     if (!failure)
         return true;

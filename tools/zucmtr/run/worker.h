@@ -5,6 +5,7 @@
 #include "zucmtr/host/devicechoice.h"
 #include "zucmtr/host/host.h"
 #include "zucmtr/host/recordform.h"
+#include "zucmtr/host/recordlayout.h"
 #include "zucmtr/run/batchitem.h"
 
 #include "analysis/linedata.h"
@@ -36,6 +37,7 @@ struct WorkOrder
     bool replace = false; // even if the name belongs to another recording's record
     bool salvage = false; // of a damaged recording convert what is whole
     bool mirror = false;  // out and archive get the directories that the recordings have below `top`
+    RecordLayout layout;  // of out, if it is given: instead of these directories and the library's names
 };
 
 /// For one thread at a time. Different workers may work at once.
@@ -46,8 +48,9 @@ public:
     /// of the user, of which that one is a copy in the form of the order. Throws ConfigurationError.
     Worker(Host& host_, unsigned int device, const DeviceChoice& choice, DeviceChoice own_, WorkOrder order_);
 
-    /// The name that the recording's record will have; empty if the recording cannot be read.
-    QString RecordName(const QString& file) const;
+    /// Where the recording's record will be below the order's directory; without a name if the recording
+    /// cannot be read.
+    RecordPlace PlaceOf(const Recording& recording) const;
 
     /// Whether the ini file has the library delete the recordings.
     bool LibraryDeletes() const;
@@ -92,8 +95,8 @@ private:
     bool CheckEnd(BatchItem& item, Job& job) const;
     static bool CheckCopysEnd(BatchItem& item, Job& job);
     static void ReportLoss(BatchItem& item, const Job& job);
-    static verify::Presence FindThere(const Job& job);
-    static bool IsPartThere(const Job& job, const verify::Presence& presence);
+    static verify::Presence FindThere(const Job& job, const QString& name);
+    static bool IsPartThere(const Job& job, const verify::Presence& presence, const QString& name);
     Devices& DevicesFor(const salvage::Choice& choice, const salvage::Segment& first);
     bool CheckUnchanged(BatchItem& item, Job& job) const;
     QStringList WritePieces(Job& job, const QString& recordName, QString& pageError) const;
@@ -108,7 +111,8 @@ private:
     void SyncPresent(BatchItem& item);
     void PutAway(BatchItem& item, Job& job);
     void Name(BatchItem& item, const QString& recordName) const;
-    QString DirectoryOf(const QString& top, const Recording& recording) const;
+    QString BelowOf(const Recording& recording) const;
+    void TakeName(BatchItem& item, Job& job, const QString& libraryName) const;
 
     Host& host;
     const DeviceChoice own;

@@ -138,7 +138,7 @@ bool Worker::Commit(BatchItem& item, Job& job)
     const bool isKnown = item.recordName == job.checkedName && now == job.found;
     if (!isKnown && IsAnythingThere(now)) { // put there by another process
         BatchItem other = item;
-        if (!MayReplace(other, FindThere(job))) {
+        if (!MayReplace(other, FindThere(job, item.recordName))) {
             item = other;
             return false;
         }

@@ -26,6 +26,16 @@ void CheckDeletion(const Worker& worker, const WorkOrder& order, const DeviceCho
             .arg(choice.ini, choice.device));
 }
 
+// A record that the library writes while it deletes the recording goes right to its place.
+void CheckLayout(const Worker& worker, const WorkOrder& order, const DeviceChoice& choice)
+{
+    if (worker.LibraryDeletes() && order.layout.IsGiven() && !order.dryRun)
+        throw ConfigurationError(Tr("convert",
+                                    "'%1' has 'Удалять исходные = 1' in force for [%2], where --layout "
+                                    "cannot be; set the key to 0 and give --remove-source")
+                                     .arg(choice.ini, choice.device));
+}
+
 // The library reports each bay that it has taken, as "BAY01: name,[text],[circuit]"; the log has that.
 bool IsListOfBay(const QString& note)
 {
@@ -80,6 +90,7 @@ std::vector<std::unique_ptr<Worker>> Load(Host& host, const DeviceChoice& choice
         workers.push_back(std::make_unique<Worker>(host, device, loaded, choice, order));
     }
     CheckDeletion(*workers.front(), order, choice);
+    CheckLayout(*workers.front(), order, choice);
     return workers;
 }
 

@@ -109,12 +109,12 @@ void Worker::ReportLoss(BatchItem& item, const Job& job)
 
 // What is there under the name of the recording's record. One with some of its channels is what was salvaged
 // when it was damaged (more than it is now).
-verify::Presence Worker::FindThere(const Job& job)
+verify::Presence Worker::FindThere(const Job& job, const QString& name)
 {
-    verify::Presence presence = job.devices->present.Find(job.source, job.directory);
+    verify::Presence presence = job.devices->present.Find(job.source, job.directory, name);
     if (presence.standing.state != verify::RecordState::Foreign)
         return presence;
-    if (IsPartThere(job, presence))
+    if (IsPartThere(job, presence, name))
         presence.standing.state = verify::RecordState::Own;
     else if (job.loss)
         presence.standing.reason +=
@@ -122,10 +122,10 @@ verify::Presence Worker::FindThere(const Job& job)
     return presence;
 }
 
-bool Worker::IsPartThere(const Job& job, const verify::Presence& presence)
+bool Worker::IsPartThere(const Job& job, const verify::Presence& presence, const QString& name)
 {
     const std::optional<salvage::Choice> choice =
-        job.devices->present.ChannelsThere(job.source, job.directory);
+        job.devices->present.ChannelsThere(job.source, job.directory, name);
     if (!choice)
         return false;
     std::vector<salvage::Segment> segments;
@@ -136,7 +136,7 @@ bool Worker::IsPartThere(const Job& job, const verify::Presence& presence)
     }
     const std::unique_ptr<QTemporaryDir> part = MakeTemporary();
     const QString first = salvage::Write(segments, *choice, part->path());
-    const verify::RecordState state = job.devices->present.Find(first, job.directory).standing.state;
+    const verify::RecordState state = job.devices->present.Find(first, job.directory, name).standing.state;
     return state == verify::RecordState::Same || state == verify::RecordState::Own ||
            state == verify::RecordState::Unfinished;
 }

@@ -24,7 +24,7 @@ const char* const ValueNames[] = {
     QT_TRANSLATE_NOOP("parser", "SEEDS"),   QT_TRANSLATE_NOOP("parser", "SIZE"),
     QT_TRANSLATE_NOOP("parser", "SECONDS"), QT_TRANSLATE_NOOP("parser", "N"),
     QT_TRANSLATE_NOOP("parser", "HZ"),      QT_TRANSLATE_NOOP("parser", "S"),
-    QT_TRANSLATE_NOOP("parser", "SECOND"),
+    QT_TRANSLATE_NOOP("parser", "SECOND"),  QT_TRANSLATE_NOOP("parser", "PATTERN"),
 };
 
 } // namespace

@@ -819,6 +819,18 @@ Example, with the sample station:
         <source>does not start with a section mark</source>
         <translation>не начинается с метки раздела</translation>
     </message>
+    <message>
+        <source>no revision year: records of 1991 are not supported</source>
+        <translation>нет года редакции: записи редакции 1991 года не поддерживаются</translation>
+    </message>
+    <message>
+        <source>more than three fields; does a name hold a comma?</source>
+        <translation>больше трёх полей; нет ли запятой в наименовании?</translation>
+    </message>
+    <message>
+        <source>revision '%1' is not supported, only 1999 and 2013</source>
+        <translation>редакция «%1» не поддерживается, только 1999 и 2013</translation>
+    </message>
 </context>
 <context>
     <name>convert</name>
@@ -955,6 +967,55 @@ Ctrl-C завершает работу после начатых осцилло�
 Пример с учебной станцией:
   zucmtr sample --out station
   zucmtr convert --out station/comtrade --make-out station/*.ZU</translation>
+    </message>
+    <message>
+        <source>Directories below --out and names of the records, as {station}/{year}-{month}/{name}; the placeholders are listed below</source>
+        <translation>Каталоги внутри --out и имена записей, например {station}/{year}-{month}/{name}; подстановки перечислены ниже</translation>
+    </message>
+    <message>
+        <source>A recording is a first file (.ZU or .zu) with its continuation files (.Z01 ... .Z0f) beside it; give the
+first file or the directory, the others are found. For each recording one line on standard output has
+the record's name and the notes on it; failures and the summary go to standard error.
+Ctrl-C ends after the current recordings, a second Ctrl-C at once.
+
+--form, --data, --revision and --encoding have precedence over the ini file. A CFF file is of revision 2013:
+one of --form and --revision decides the other unless both are given.
+
+--layout: what stands before a '/' are directories. {name} is the name that records have without it,
+{source} that of the recording's file, {folder} its directory below the given one; {station}, {device},
+{subject} are texts of the ini file; {year}, {month}, {day}, {hour}, {minute}, {second}, {date} and {time}
+are of the trigger.
+
+Exit code: 0 all recordings converted, 1 at least one failed, 2 wrong usage or configuration, 130 ended
+by Ctrl-C (143 by SIGTERM).
+
+Example, with the sample station:
+  zucmtr sample --out station
+  zucmtr convert --out station/comtrade --make-out station/*.ZU
+  zucmtr convert --out station/comtrade --layout '{station}/{date}/{time} {source}' station/*.ZU</source>
+        <translation>Осциллограмма — это первый файл (.ZU или .zu) и файлы продолжения (.Z01 ... .Z0f) рядом с ним; укажите
+первый файл или каталог, остальные находятся сами. Для каждой осциллограммы в стандартный вывод пишется
+строка с именем записи и замечаниями; ошибки и итог идут в стандартный вывод ошибок.
+Ctrl-C завершает работу после начатых осциллограмм, второй Ctrl-C — сразу.
+
+Параметры --form, --data, --revision и --encoding важнее настроек из ini-файла. Файл CFF бывает только в
+редакции 2013: --form и --revision определяют друг друга, если не заданы оба.
+
+--layout: до «/» стоят каталоги. {name} — имя, которое было бы у записи без него, {source} — имя файла
+осциллограммы, {folder} — её каталог внутри указанного; {station}, {device}, {subject} — объект, источник и
+субъект из ini-файла; {year}, {month}, {day}, {hour}, {minute}, {second}, {date} и {time} — дата и время пуска.
+
+Код завершения: 0 все преобразованы, 1 хотя бы одна с ошибкой, 2 неверный вызов или настройка, 130 прервано
+по Ctrl-C (143 по SIGTERM).
+
+Пример с учебной станцией:
+  zucmtr sample --out station
+  zucmtr convert --out station/comtrade --make-out station/*.ZU
+  zucmtr convert --out station/comtrade --layout '{station}/{date}/{time} {source}' station/*.ZU</translation>
+    </message>
+    <message>
+        <source>'%1' has 'Удалять исходные = 1' in force for [%2], where --layout cannot be; set the key to 0 and give --remove-source</source>
+        <translation>в «%1» для [%2] действует «Удалять исходные = 1», с ним --layout невозможен; установите ключ в 0 и задайте --remove-source</translation>
     </message>
 </context>
 <context>
@@ -1652,8 +1713,8 @@ Example, with the sample station:
   zucmtr info --no-channels station/*.ZU</translation>
     </message>
     <message>
-        <source>whole: %1; &apos;zucmtr convert --salvage&apos; converts them</source>
-        <translation>уцелело: %1; их преобразует &apos;zucmtr convert --salvage&apos;</translation>
+        <source>whole: %1; 'zucmtr convert --salvage' converts them</source>
+        <translation>уцелело: %1; их преобразует 'zucmtr convert --salvage'</translation>
     </message>
 </context>
 <context>
@@ -2181,6 +2242,10 @@ Example, with the sample station:
         <source>'%1' is too much: '%2' takes one %3 and one %4</source>
         <translation>«%1» — лишнее: у «%2» только два аргумента (%3 и %4)</translation>
     </message>
+    <message>
+        <source>PATTERN</source>
+        <translation>ШАБЛОН</translation>
+    </message>
 </context>
 <context>
     <name>progress</name>
@@ -2289,12 +2354,12 @@ Example, with the sample station:
         <translation>не вошли в запись: %1</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; could not be read: %2</source>
-        <translation>файл &apos;%1&apos; не удалось прочитать: %2</translation>
+        <source>'%1' could not be read: %2</source>
+        <translation>файл '%1' не удалось прочитать: %2</translation>
     </message>
     <message>
-        <source>what is whole of the recording could not be written to &apos;%1&apos;: %2; free space in the directory for temporary files</source>
-        <translation>уцелевшую часть осциллограммы не удалось записать в &apos;%1&apos;: %2; освободите место в каталоге временных файлов</translation>
+        <source>what is whole of the recording could not be written to '%1': %2; free space in the directory for temporary files</source>
+        <translation>уцелевшую часть осциллограммы не удалось записать в '%1': %2; освободите место в каталоге временных файлов</translation>
     </message>
 </context>
 <context>
@@ -2634,6 +2699,10 @@ Examples:
     <message>
         <source>another zucmtr holds the directory '%1', where it puts a record in place; convert again when it has ended</source>
         <translation>каталог «%1» удерживает другой процесс zucmtr, который помещает туда запись; повторите преобразование, когда он завершится</translation>
+    </message>
+    <message>
+        <source>the record cannot be called '%1': %2</source>
+        <translation>запись нельзя назвать «%1»: %2</translation>
     </message>
 </context>
 <context>
@@ -3310,6 +3379,98 @@ Examples:
     <message>
         <source>'%1' has other samples than the recording</source>
         <translation>в «%1» не те отсчёты, что в осциллограмме</translation>
+    </message>
+    <message>
+        <source>the fault report is not whole</source>
+        <translation>отчёт об аварии не полон</translation>
+    </message>
+    <message>
+        <source>the INF file has no %1 in [%2]</source>
+        <translation>в файле INF нет %1 в [%2]</translation>
+    </message>
+    <message>
+        <source>the INF file has '%1' for %2 in [%3], the configuration '%4'</source>
+        <translation>в файле INF «%1» для %2 в [%3], в конфигурации «%4»</translation>
+    </message>
+    <message>
+        <source>the configuration numbers its channel %1 as %2</source>
+        <translation>в конфигурации у канала %1 номер %2</translation>
+    </message>
+    <message>
+        <source>the INF file has no section [%1]</source>
+        <translation>в файле INF нет секции [%1]</translation>
+    </message>
+    <message>
+        <source>the fault report has no line '%1' where it should</source>
+        <translation>в отчёте об аварии нет строки «%1» на своём месте</translation>
+    </message>
+    <message>
+        <source>the fault report has '%1' for '%2', the record's other files '%3'</source>
+        <translation>в отчёте об аварии «%1» для «%2», в других файлах записи «%3»</translation>
+    </message>
+    <message>
+        <source>its INF file is missing</source>
+        <translation>нет файла INF</translation>
+    </message>
+    <message>
+        <source>its INF file is not that of this converter</source>
+        <translation>файл INF не от этого преобразователя</translation>
+    </message>
+    <message>
+        <source>its fault report (HDR) is missing</source>
+        <translation>нет отчёта об аварии (HDR)</translation>
+    </message>
+    <message>
+        <source>its HDR file is not the fault report of this converter</source>
+        <translation>файл HDR — не отчёт об аварии этого преобразователя</translation>
+    </message>
+    <message>
+        <source>analog and state channels</source>
+        <translation>аналоговых и дискретных каналов</translation>
+    </message>
+    <message>
+        <source>there are %1 samples, but the configuration says %2</source>
+        <translation>выборок %1, а в конфигурации %2</translation>
+    </message>
+    <message>
+        <source>there are samples after the last one, number %1</source>
+        <translation>после последней выборки, номер %1, есть ещё</translation>
+    </message>
+    <message>
+        <source>sample %1 has the number %2</source>
+        <translation>у выборки %1 номер %2</translation>
+    </message>
+    <message>
+        <source>sample %1 has the time %2 µs, the recording %3 µs</source>
+        <translation>у выборки %1 время %2 мкс, в осциллограмме %3 мкс</translation>
+    </message>
+    <message>
+        <source>%1: no channel of the recording has its samples</source>
+        <translation>%1: таких отсчётов нет ни в одном канале осциллограммы</translation>
+    </message>
+    <message>
+        <source>%1: %2 of %3 values differ; sample %4 (%5 s) is %6 and should be %7</source>
+        <translation>%1: различаются значения: %2 из %3; в выборке %4 (%5 с) %6, должно быть %7</translation>
+    </message>
+    <message>
+        <source>%1: the record says '%2', the ini file makes it '%3'</source>
+        <translation>%1: в записи «%2», по ini-файлу «%3»</translation>
+    </message>
+    <message>
+        <source>sample %1 has the number %2 in place of %3</source>
+        <translation>у выборки %1 номер %2 вместо %3</translation>
+    </message>
+    <message>
+        <source>sample %1 has the time %2; by the rates it should be %3</source>
+        <translation>у выборки %1 время %2; по частоте дискретизации должно быть %3</translation>
+    </message>
+    <message>
+        <source>analog channel %1 (%2) has values beyond its limits %3 and %4: %5, the first is %6 in sample %7</source>
+        <translation>у аналогового канала %1 (%2) значения вне пределов %3 и %4: %5, первое — %6 в выборке %7</translation>
+    </message>
+    <message>
+        <source>%1 bytes follow the data</source>
+        <translation>после данных ещё %1 байт</translation>
     </message>
 </context>
 <context>
@@ -4544,6 +4705,201 @@ Example, with the sample station:
     <message>
         <source>The samples were computed for a rate of %1 Hz from those taken at %2 Hz, by a low-pass filter (FIR, linear phase, Kaiser window) that passes up to %3 Hz and attenuates by %4 dB from %5 Hz on.</source>
         <translation>Отсчёты пересчитаны на частоту %1 Гц из снятых с частотой %2 Гц фильтром нижних частот (КИХ, линейная фаза, окно Кайзера): полоса пропускания до %3 Гц, подавление %4 дБ начиная с %5 Гц.</translation>
+    </message>
+</context>
+<context>
+    <name>layout</name>
+    <message>
+        <source>--layout '%1': %2</source>
+        <translation>--layout «%1»: %2</translation>
+    </message>
+    <message>
+        <source>there is no {%1}; there are {%2}</source>
+        <translation>нет подстановки {%1}; есть {%2}</translation>
+    </message>
+    <message>
+        <source>a brace has no other one; placeholders are written as {station}</source>
+        <translation>у фигурной скобки нет парной; подстановки пишутся так: {station}</translation>
+    </message>
+    <message>
+        <source>names of files cannot have a '%1'</source>
+        <translation>в именах файлов не может быть «%1»</translation>
+    </message>
+    <message>
+        <source>it is a place below the directory of --out; leave out the '/' in front</source>
+        <translation>это место внутри каталога --out; уберите «/» в начале</translation>
+    </message>
+    <message>
+        <source>the name of the record is missing after the last '/'; {name} is its own</source>
+        <translation>после последнего «/» нет имени записи; {name} — её собственное</translation>
+    </message>
+    <message>
+        <source>there is nothing between two '/'</source>
+        <translation>между двумя «/» ничего нет</translation>
+    </message>
+    <message>
+        <source>no name may start with a '.'</source>
+        <translation>имя не может начинаться с точки</translation>
+    </message>
+    <message>
+        <source>{folder} is a directory; write it before a '/'</source>
+        <translation>{folder} — это каталог; напишите его перед «/»</translation>
+    </message>
+</context>
+<context>
+    <name>verify command</name>
+    <message>
+        <source>texts were not compared, as --plain is given</source>
+        <translation>тексты не сравнивались, так как задан --plain</translation>
+    </message>
+    <message>
+        <source>texts were not compared, as no ini file was found</source>
+        <translation>тексты не сравнивались, так как ini-файл не найден</translation>
+    </message>
+    <message>
+        <source>the channels are in another order than '%1' gives them</source>
+        <translation>порядок каналов не тот, что даёт «%1»</translation>
+    </message>
+    <message>
+        <source>the record has other settings than '%1' (%2)</source>
+        <translation>запись сделана с другими параметрами, чем в «%1» (%2)</translation>
+    </message>
+    <message>
+        <source>if the record was made with other settings than '%1', --plain leaves its texts out</source>
+        <translation>если запись сделана с другими параметрами, чем в «%1», --plain не сравнивает её тексты</translation>
+    </message>
+    <message>
+        <source>there is no record (.cfg, .cff) in this directory</source>
+        <translation>в этом каталоге нет записей (.cfg, .cff)</translation>
+    </message>
+    <message>
+        <source>there is no record (.cfg, .cff) in this directory; --recursive searches the directories below it, too</source>
+        <translation>в этом каталоге нет записей (.cfg, .cff); с --recursive просматриваются и вложенные</translation>
+    </message>
+    <message>
+        <source>  and %1 more like these</source>
+        <translation>  и ещё таких же: %1</translation>
+    </message>
+    <message>
+        <source>%1 samples, %2 + %3 channels</source>
+        <translation>выборок %1, каналов %2 + %3</translation>
+    </message>
+    <message>
+        <source>wrong</source>
+        <translation>ошибка</translation>
+    </message>
+    <message>
+        <source>%1: good (%2)</source>
+        <translation>%1: в порядке (%2)</translation>
+    </message>
+    <message>
+        <source>samples %1 to %2 of %3</source>
+        <translation>выборки с %1 по %2 из %3</translation>
+    </message>
+    <message>
+        <source>, one in %1</source>
+        <translation>, каждая %1-я</translation>
+    </message>
+    <message>
+        <source>; %1 + %2 of %3 + %4 channels</source>
+        <translation>; каналов %1 + %2 из %3 + %4</translation>
+    </message>
+    <message>
+        <source>every byte compared, by '%1'</source>
+        <translation>сравнён каждый байт, по «%1»</translation>
+    </message>
+    <message>
+        <source>samples, states, times and names compared; %1</source>
+        <translation>сравнены отсчёты, состояния, времена и наименования; %1</translation>
+    </message>
+    <message>
+        <source>samples, states and times compared; %1</source>
+        <translation>сравнены отсчёты, состояния и времена; %1</translation>
+    </message>
+    <message>
+        <source>is not what %1 makes</source>
+        <translation>не то, что даёт %1</translation>
+    </message>
+    <message>
+        <source>%1: good, the record of %2 (%3); %4</source>
+        <translation>%1: в порядке, запись осциллограммы %2 (%3); %4</translation>
+    </message>
+    <message>
+        <source>'%1' is not the .cfg or .cff file of a record; give the record of a recording after it</source>
+        <translation>«%1» — не файл .cfg или .cff записи; после осциллограммы укажите её запись</translation>
+    </message>
+    <message>
+        <source>a recording is compared with one record: give the first file of the recording, then the .cfg or .cff file of the record</source>
+        <translation>осциллограмма сравнивается с одной записью: укажите первый файл осциллограммы, затем файл .cfg или .cff записи</translation>
+    </message>
+    <message>
+        <source>--ini, --defaults, --device and --plain are for a record and its recording; give the recording first, or leave them out</source>
+        <translation>--ini, --defaults, --device и --plain — для записи и её осциллограммы; укажите сначала осциллограмму или уберите их</translation>
+    </message>
+    <message>
+        <source>A record and its recording: with the recorder's ini file every byte is compared, as 'zucmtr convert'
+does it, in the form that the record has. Without one, and for records of 'zucmtr export' or of other
+settings, it is every sample, state and time; the line says what was compared. The record may have part
+of the samples and channels only.
+A record by itself: everything can be read, and samples, numbers, times, limits and the record's files
+agree with each other. It is not held against the standard: see 'zucmtr validate'.
+
+Exit code: 0 all records are good, 1 something is wrong with at least one, 2 wrong usage.
+
+Example, with the sample station:
+  zucmtr sample --out station
+  zucmtr convert --out station/comtrade --make-out station/*.ZU
+  zucmtr verify station/comtrade
+  zucmtr verify station/Vostochnaya_000123.ZU station/comtrade/*120000*.cfg</source>
+        <translation>Запись и осциллограмма: с ini-файлом регистратора сравнивается каждый байт, как в «zucmtr convert», в том виде,
+который у записи. Без него, а также для записей «zucmtr export» и сделанных с другими параметрами — каждый отсчёт,
+состояние и время; в строке сказано, что сравнивалось. В записи может быть только часть выборок и каналов.
+Запись сама по себе: всё читается, отсчёты, номера, времена, пределы и файлы записи согласуются между собой.
+Соответствие стандарту не проверяется: для этого «zucmtr validate».
+
+Код завершения: 0 все записи в порядке, 1 хотя бы с одной что-то не так, 2 неверный вызов.
+
+Пример, с учебной станцией:
+  zucmtr sample --out station
+  zucmtr convert --out station/comtrade --make-out station/*.ZU
+  zucmtr verify station/comtrade
+  zucmtr verify station/Vostochnaya_000123.ZU station/comtrade/*120000*.cfg</translation>
+    </message>
+    <message>
+        <source>Compare a record with its recording, or with itself</source>
+        <translation>Сверить запись с осциллограммой или проверить её саму</translation>
+    </message>
+    <message>
+        <source>Take no ini file: leave the texts out</source>
+        <translation>Без ini-файла: не сравнивать тексты</translation>
+    </message>
+    <message>
+        <source>The recorder's ini file. Default: ZuDrv.ini beside the recording or in the current directory, if there is one</source>
+        <translation>Ini-файл регистратора. По умолчанию ZuDrv.ini рядом с осциллограммой или в текущем каталоге, если он есть</translation>
+    </message>
+    <message>
+        <source>Section of the ini file for this recorder. Default: the only other section</source>
+        <translation>Секция ini-файла для этого регистратора. По умолчанию единственная другая секция</translation>
+    </message>
+    <message>
+        <source>Search for records in the directories below, too</source>
+        <translation>Искать записи и во вложенных каталогах</translation>
+    </message>
+    <message>
+        <source>Report only what is wrong</source>
+        <translation>Сообщать только об ошибках</translation>
+    </message>
+    <message>
+        <source>One JSON object per record, for programs</source>
+        <translation>Объект JSON на каждую запись, для программ</translation>
+    </message>
+    <message>
+        <source>The .cfg or .cff files of records, or directories with records; or the first file of a recording (.ZU) and its record</source>
+        <translation>Файлы .cfg или .cff записей либо каталоги с записями; или первый файл осциллограммы (.ZU) и её запись</translation>
+    </message>
+    <message>
+        <source>its bytes were not, as 'zucmtr convert' did not write them</source>
+        <translation>байты не сравнивались, так как запись сделана не «zucmtr convert»</translation>
     </message>
 </context>
 </TS>
