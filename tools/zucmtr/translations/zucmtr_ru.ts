@@ -1017,6 +1017,36 @@ Ctrl-C завершает работу после начатых осцилло�
         <source>'%1' has 'Удалять исходные = 1' in force for [%2], where --layout cannot be; set the key to 0 and give --remove-source</source>
         <translation>в «%1» для [%2] действует «Удалять исходные = 1», с ним --layout невозможен; установите ключ в 0 и задайте --remove-source</translation>
     </message>
+    <message>
+        <source>A recording is a first file (.ZU or .zu) with its continuation files (.Z01 ... .Z0f) beside it; give the
+first file or the directory, the others are found. For each recording one line on standard output has
+the record's name and the notes on it; failures and the summary go to standard error.
+Ctrl-C ends after the current recordings, a second Ctrl-C at once.
+
+--form, --data, --revision and --encoding have precedence over the ini file. A CFF file is of revision 2013:
+one of --form and --revision decides the other unless both are given.
+
+Exit code: 0 all recordings converted, 1 at least one failed, 2 wrong usage or configuration, 130 ended
+by Ctrl-C (143 by SIGTERM).
+
+Example, with the sample station:
+  zucmtr sample --out station
+  zucmtr convert --out station/comtrade --make-out station/*.ZU</source>
+        <translation>Осциллограмма — это первый файл (.ZU или .zu) и файлы продолжения (.Z01 ... .Z0f) рядом с ним; укажите
+первый файл или каталог, остальные находятся сами. Для каждой осциллограммы в стандартный вывод пишется
+строка с именем записи и замечаниями; ошибки и итог идут в стандартный вывод ошибок.
+Ctrl-C завершает работу после начатых осциллограмм, второй Ctrl-C — сразу.
+
+Параметры --form, --data, --revision и --encoding важнее настроек из ini-файла. Файл CFF бывает только в
+редакции 2013: --form и --revision определяют друг друга, если не заданы оба.
+
+Код завершения: 0 все преобразованы, 1 хотя бы одна с ошибкой, 2 неверный вызов или настройка, 130 прервано
+по Ctrl-C (143 по SIGTERM).
+
+Пример с учебной станцией:
+  zucmtr sample --out station
+  zucmtr convert --out station/comtrade --make-out station/*.ZU</translation>
+    </message>
 </context>
 <context>
     <name>device</name>
@@ -4610,6 +4640,10 @@ Example, with the sample station:
     <message>
         <source>First files of recordings (.ZU), or the .cfg or .cff files of records</source>
         <translation>Первые файлы осциллограмм (.ZU) или файлы .cfg или .cff записей</translation>
+    </message>
+    <message>
+        <source>%1: the encoding %2 has no letter '%3'; --out-encoding utf8 has</source>
+        <translation>%1: в кодировке %2 нет буквы «%3»; с --out-encoding utf8 она есть</translation>
     </message>
 </context>
 <context>
