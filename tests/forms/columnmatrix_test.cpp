@@ -37,7 +37,7 @@ TEST(ColumnMatrix, HoldsMoreOrFewerRowsThanExpected)
 
 TEST(ColumnMatrix, TakesNoMoreBytesThanAllowed)
 {
-    ColumnMatrix<double> matrix(3, 10, 4 * 3 * sizeof(double) + 1);
+    ColumnMatrix<double> matrix(3, 10, sizeof(double) * 4 * 3 + 1);
     const std::vector<double> row(3);
     for (int i = 0; i < 4; ++i)
         EXPECT_TRUE(matrix.Append(row.data(), 1));

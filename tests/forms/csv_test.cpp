@@ -16,6 +16,7 @@ using forms::CsvWriter;
 
 namespace {
 
+constexpr double Infinity = std::numeric_limits<double>::infinity();
 constexpr qint64 Millisecond = 1000000; // ns
 
 CsvForm Russian()
@@ -64,7 +65,7 @@ protected:
         return QString();
     }
 
-    const TestDirectory directory;
+    TestDirectory directory;
     const QString path = directory.Path(QStringLiteral("record.csv"));
 };
 
@@ -164,7 +165,7 @@ TEST_F(Csv, IsReadBackToTheBit)
         EXPECT_EQ(read.numbers, expected.numbers);
         EXPECT_EQ(read.times, expected.times);
         EXPECT_EQ(read.states, expected.states);
-        EXPECT_EQ(std::memcmp(read.analog.data(), expected.analog.data(), 15000 * sizeof(double)), 0);
+        EXPECT_EQ(BitsOf(read.analog), BitsOf(expected.analog));
     }
 }
 
@@ -172,11 +173,11 @@ TEST_F(Csv, HoldsInfiniteAndNegativeZeroValues)
 {
     comtrade::Configuration config = MadeConfiguration(2, 0, 1);
     MadeStream source(config);
-    source.Add({-INFINITY, -0.0}, {});
+    source.Add({-Infinity, -0.0}, {});
     EXPECT_TRUE(Written(source).endsWith("\r\n0,-inf,-0\r\n"));
     CsvStream stream(path, config, {});
     const comtrade::Block read = AllOf(stream);
-    EXPECT_EQ(read.analog[0], -INFINITY);
+    EXPECT_EQ(read.analog[0], -Infinity);
     EXPECT_TRUE(std::signbit(read.analog[1]));
 }
 

@@ -4,6 +4,7 @@
 #include "forms/stream.h"
 
 #include <algorithm>
+#include <cstring>
 #include <limits>
 #include <utility>
 #include <vector>
@@ -79,6 +80,15 @@ private:
     comtrade::Block all;
     size_t at = 0;
 };
+
+/// The bits of the numbers, so that any two can be compared.
+inline std::vector<quint64> BitsOf(const std::vector<double>& numbers)
+{
+    std::vector<quint64> bits(numbers.size());
+    for (size_t i = 0; i < numbers.size(); ++i)
+        std::memcpy(&bits[i], &numbers[i], sizeof numbers[i]);
+    return bits;
+}
 
 /// All records of a stream in one block.
 inline comtrade::Block AllOf(forms::Stream& stream)

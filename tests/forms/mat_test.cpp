@@ -69,7 +69,7 @@ protected:
         return QString();
     }
 
-    const TestDirectory directory;
+    TestDirectory directory;
     const QString path = directory.Path(QStringLiteral("запись.mat"));
 };
 
@@ -101,7 +101,7 @@ TEST_F(Mat, IsReadBackToTheBit)
     EXPECT_EQ(read.numbers, expected.numbers);
     EXPECT_EQ(read.times, expected.times);
     EXPECT_EQ(read.states, expected.states);
-    EXPECT_EQ(std::memcmp(read.analog.data(), expected.analog.data(), 70 * samples * sizeof(double)), 0);
+    EXPECT_EQ(BitsOf(read.analog), BitsOf(expected.analog));
 }
 
 TEST_F(Mat, LeavesAMissingTimeMissing)
@@ -163,7 +163,7 @@ TEST_F(Mat, IsTheSameFileEachTime)
 TEST_F(Mat, DoesNotHoldMoreThanAVariableMayHave)
 {
     const comtrade::Configuration config = MadeConfiguration(4, 0, 100);
-    MatWriter writer(path, config, 10 * 4 * sizeof(double));
+    MatWriter writer(path, config, sizeof(double) * 10 * 4);
     comtrade::Block block;
     block.Resize(10, config);
     block.count = 10;

@@ -63,7 +63,7 @@ protected:
         return AllOf(stream).analog;
     }
 
-    const TestDirectory place;
+    TestDirectory place;
     comtrade::Configuration stored;
 };
 

@@ -27,7 +27,7 @@ bool IsWhole(const QString& path)
             return false;
         quint32 length = 0;
         std::memcpy(&length, tag.constData() + 4, sizeof length); // files that were written here
-        at += tag.size() + length;
+        at += tag.size() + qint64{length};
     }
     return at == file.size();
 }
