@@ -21,7 +21,7 @@ std::vector<QStringList> Helps()
 {
     std::vector<QStringList> helps = {{"--help"}};
     for (const char* command :
-         {"check", "convert", "dictionary", "events", "info", "sample", "view", "watch", "help"})
+         {"check", "convert", "dictionary", "events", "export", "info", "sample", "view", "watch", "help"})
         helps.push_back({command, "--help"});
     return helps;
 }

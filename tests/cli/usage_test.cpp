@@ -65,6 +65,7 @@ TEST(Usage, HelpNamesTheCommandsAndHowToStart)
             "  dictionary                  Write a first sorting dictionary for the channels of a recording\n"
             "  events                      Say what happened: the fault, the events, what the protection "
             "did\n"
+            "  export                      Write recordings and COMTRADE records in another form\n"
             "  info                        Show what is in recordings and COMTRADE records\n"
             "  sample                      Write a sample station: recordings and their ini file\n"
             "  view                        Show a recording or COMTRADE record as a page for the browser, or "

@@ -14,7 +14,8 @@ const QStringList& NamesOfThings()
         "JSON",   "HTML",   "SVG",     "PNG",        "Ctrl",     "SIGTERM", "cron",   "Default", "Device",
         "cp",     "single", "two",     "three",      "none",     "ZuDrv",   "AG",     "BG",      "CG",
         "AB",     "BC",     "CA",      "ABG",        "BCG",      "CAG",     "ABC",    "success", "fault",
-        "cfg",    "cff",    "CFF",     "time",       "trigger",  "UTC"};
+        "cfg",    "cff",    "CFF",     "time",       "trigger",  "UTC",     "export", "csv",     "mat",
+        "MAT",    "MATLAB", "ISO",     "utf",        "FILE"};
     return names;
 }
 

@@ -10,22 +10,24 @@ INSTANTIATE_TEST_SUITE_P(
               "there is no command 'convrt'; did you mean 'convert'?",
               "нет команды «convrt»; может быть, «convert»?",
               "zucmtr"},
-        Wrong{
-            {"nosuch", "--help"},
-            2,
-            "there is no command 'nosuch'; there are check, convert, dictionary, events, info, sample, view, "
-            "watch, "
-            "help",
-            "нет команды «nosuch»; есть check, convert, dictionary, events, info, sample, view, watch, help",
-            "zucmtr"},
-        Wrong{
-            {"help", "nosuch"},
-            2,
-            "there is no command 'nosuch'; there are check, convert, dictionary, events, info, sample, view, "
-            "watch, "
-            "help",
-            "нет команды «nosuch»; есть check, convert, dictionary, events, info, sample, view, watch, help",
-            "zucmtr"},
+        Wrong{{"nosuch", "--help"},
+              2,
+              "there is no command 'nosuch'; there are check, convert, dictionary, events, export, info, "
+              "sample, view, "
+              "watch, "
+              "help",
+              "нет команды «nosuch»; есть check, convert, dictionary, events, export, info, sample, view, "
+              "watch, help",
+              "zucmtr"},
+        Wrong{{"help", "nosuch"},
+              2,
+              "there is no command 'nosuch'; there are check, convert, dictionary, events, export, info, "
+              "sample, view, "
+              "watch, "
+              "help",
+              "нет команды «nosuch»; есть check, convert, dictionary, events, export, info, sample, view, "
+              "watch, help",
+              "zucmtr"},
         Wrong{{"rec.ZU"},
               2,
               "'rec.ZU' is no command; say first what to do with it, as in: zucmtr info rec.ZU",

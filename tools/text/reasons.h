@@ -105,6 +105,11 @@ inline constexpr char LineNotMatched[] = "lineNotMatched";
 inline constexpr char LineMissing[] = "lineMissing";
 inline constexpr char UnknownCircuit[] = "unknownCircuit";
 
+// About what is exported.
+inline constexpr char FilePresent[] = "filePresent";
+inline constexpr char FormCannotHold[] = "formCannotHold";
+inline constexpr char NothingThere[] = "nothingThere";
+
 // What readers of COMTRADE records forgive, and what else is wrong with a record.
 inline constexpr char BlankLine[] = "blankLine";
 inline constexpr char BytesLeftOver[] = "bytesLeftOver";

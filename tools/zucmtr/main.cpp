@@ -6,6 +6,7 @@
 #include "zucmtr/commands/convertcommand.h"
 #include "zucmtr/commands/dictionarycommand.h"
 #include "zucmtr/commands/eventscommand.h"
+#include "zucmtr/commands/exportcommand.h"
 #include "zucmtr/commands/helpcommand.h"
 #include "zucmtr/commands/infocommand.h"
 #include "zucmtr/commands/samplecommand.h"
@@ -80,6 +81,7 @@ void Describe(CLI::App& app, Action& chosen, const char* program)
     AddConvertCommand(app, chosen);
     AddDictionaryCommand(app, chosen);
     AddEventsCommand(app, chosen);
+    AddExportCommand(app, chosen);
     AddInfoCommand(app, chosen);
     AddSampleCommand(app, chosen, QString::fromUtf8(program));
     AddViewCommand(app, chosen);
