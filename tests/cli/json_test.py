@@ -291,8 +291,9 @@ class Runs(unittest.TestCase):
         place.write("cut.dat", b"1,,7,0\n2,,7")
         place.write("bad.cfg", b"no configuration")
         shown = place.info("one.cfg", "two.cfg", "none.cfg", "more.cfg", "less.cfg", "cut.cfg", "bad.cfg")
-        self.assertEqual(reasons(shown), [None, None, None, "samplesLeftOver", "samplesLacking", "dataUnreadable",
-                                         "recordUnreadable"])
+        self.assertEqual(reasons(shown), [None] * 6 + ["recordUnreadable"])
+        self.assertEqual([[finding["reason"] for finding in one["forgiven"]][1:] for one in shown[:6]],
+                         [[], [], [], ["samplesLeftOver"], ["samplesLacking"], ["sampleCutOff", "samplesLacking"]])
         self.assertEqual([one["seconds"] for one in shown[:3]], [0.04, 0.01 + 3 / 50, None])
         self.assertEqual((shown[0]["missing"], shown[0]["discrete"][0]["changes"]), (1, 2))
         for form, code in (("BINARY", "h"), ("BINARY32", "i"), ("FLOAT32", "f")):

@@ -165,6 +165,8 @@ TEST(ForgivenData, NeverInventsAStateOrAValue)
               "rec.dat, record 1: analog channel 2 is '1 2', which is no number");
     EXPECT_EQ(Read(Samples(2, "ASCII"), "1,0,5,-6,1\r\n" + Zeros(5) + "2,417,7,8,0\r\n").error,
               "rec.dat, record 2: is preceded by bytes 0");
+    EXPECT_EQ(Read(Samples(1, "ASCII"), "1,0,5,-6,1\r\ntext\r\n2,417,7,8,0\r\n").error,
+              "rec.dat, record 2: n is 'text', which is no number");
 }
 
 TEST(ForgivenData, WithoutStatesACutValueIsLeftOutAndALackingOneIsMissing)

@@ -1,5 +1,6 @@
 #include "comtrade/cfglines.h"
 
+#include "comtrade/text.h"
 #include "text/texts.h"
 
 #include <algorithm>
@@ -50,17 +51,24 @@ QString NameOfEnd(const QString& end)
 
 } // namespace
 
+QString CfgText(const QByteArray& bytes, const QString& encoding, const QString& fileName, qint64 firstLine,
+                Findings* forgiven)
+{
+    if (encoding.startsWith(QLatin1String("UTF-16")))
+        Forgive(forgiven, fileName, firstLine, 0,
+                {Severity::Error, reason::NotUtf8, Tr("comtrade", "the text is UTF-16"),
+                 Tr("comtrade", "read as that")});
+    else if (HasByteOrderMark(bytes))
+        Forgive(forgiven, fileName, firstLine, 0,
+                {Severity::Warning, reason::ByteOrderMark,
+                 Tr("comtrade", "a byte order mark precedes the text"), Tr("comtrade", "it is left out")});
+    return DecodedText(bytes, encoding);
+}
+
 CfgLines::CfgLines(const QString& text, const QString& fileName_, Findings* forgiven_, qint64 firstLine)
     : fileName(fileName_), forgiven(forgiven_)
 {
-    if (text.startsWith(QChar(QChar::ByteOrderMark))) {
-        Place place;
-        place.line = firstLine;
-        Forgive(place, -1,
-                {Severity::Warning, reason::ByteOrderMark,
-                 Tr("comtrade", "a byte order mark precedes the text"), Tr("comtrade", "it is left out")});
-    }
-    Split(text.startsWith(QChar(QChar::ByteOrderMark)) ? text.mid(1) : text, firstLine);
+    Split(text, firstLine);
     left = std::count_if(lines.begin(), lines.end(), [](const Line& line) { return !line.isBlank; });
 }
 
@@ -182,7 +190,7 @@ void CfgLines::Remark(const Place& place, int field, const Slip& slip)
 
 void CfgLines::Fail(const Place& place, const QString& what) const
 {
-    throw Error(Tr("comtrade", "%1, line %2: %3").arg(fileName).arg(place.line).arg(what));
+    throw Error(Tr("comtrade", "%1, line %2: %3").arg(fileName, QString::number(place.line), what));
 }
 
 void CfgLines::DropTrailing(Place& place, int most)

@@ -13,6 +13,10 @@
 
 namespace comtrade {
 
+/// The text of a configuration; what its bytes should not be is forgiven, or an Error.
+QString CfgText(const QByteArray& bytes, const QString& encoding, const QString& fileName, qint64 firstLine,
+                Findings* forgiven);
+
 /// Hands out the lines that are not blank. Every failure names the file and the line.
 class CfgLines
 {

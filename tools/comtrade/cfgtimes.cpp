@@ -24,6 +24,7 @@ struct RawStamp
     QStringList parts;  // of the date, three numbers, or none if the clock was not set
     QString clock;      // time of day
     bool isSet = false; // it says something
+    bool isLacking = false;
 
     bool IsYearFirst() const { return parts[0].size() == 4; }
 };
@@ -96,7 +97,7 @@ bool IsWord(const Place& place)
 }
 
 // The line of the trigger. If there is only one time, it is both.
-RawStamp TakeTrigger(CfgLines& lines, const RawStamp& start)
+RawStamp TakeTrigger(CfgLines& lines)
 {
     const QString what = Tr("comtrade", "trigger time");
     if (!IsWord(lines.Peek()))
@@ -105,7 +106,9 @@ RawStamp TakeTrigger(CfgLines& lines, const RawStamp& start)
                   {Severity::Error, reason::LineLacking,
                    Tr("comtrade", "the line with %1 is missing").arg(what),
                    Tr("comtrade", "the other of the two times is taken")});
-    return start;
+    RawStamp lacking;
+    lacking.isLacking = true;
+    return lacking;
 }
 
 // The year of one or two digits, or of programs that count from 1900 and write 104 or 19104 for 2004.
@@ -289,6 +292,8 @@ TimeStamp StampOr(CfgLines& lines, const RawStamp& raw, const std::optional<Time
 {
     if (own)
         return *own;
+    if (raw.isLacking)
+        return other ? *other : Unknown();
     const Slip slip{Severity::Error, reason::ClockNotSet,
                     Tr("comtrade", "%1 is '%2', which is no date").arg(raw.what, raw.place.fields[0]),
                     other ? Tr("comtrade", "the other of the two times is taken")
@@ -319,7 +324,7 @@ void ReadStamps(CfgLines& lines, Configuration& configuration, Places& places)
     places.start = lines.Peek();
     const RawStamp start = Take(lines, what);
     places.trigger = IsWord(lines.Peek()) ? Place() : lines.Peek();
-    const RawStamp trigger = TakeTrigger(lines, start);
+    const RawStamp trigger = TakeTrigger(lines);
     const Revision revision = configuration.revision;
     const Order order = OrderOf(start, trigger, revision);
     std::optional<TimeStamp> first;

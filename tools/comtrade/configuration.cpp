@@ -60,6 +60,13 @@ bool IsRate(const Place& place)
     return place.fields.size() >= 2 && IsNumber(place.fields[0]) && IsNumber(place.fields[1]);
 }
 
+bool IsTimeCode(const Place& place)
+{
+    static const QRegularExpression form(
+        QStringLiteral("\\A([+-]?[0-9]{1,2}([hH\u0447\u0427:][0-9]{2})?|[xX])\\z"));
+    return place.fields.size() <= 2 && form.match(place.fields.value(0)).hasMatch();
+}
+
 QString NameOf(Revision revision)
 {
     return QString::number(static_cast<int>(revision));
@@ -80,7 +87,7 @@ Revision FittingRevision(const CfgLines& lines)
     if (is1991)
         return Revision::R1991;
     for (int i = at + 2; i < at + linesAtEnd && lines.Peek(i).line != 0; ++i)
-        if (lines.Peek(i).fields.size() == 2)
+        if (lines.Peek(i).fields.size() == 2 && IsTimeCode(lines.Peek(i)))
             return Revision::R2013;
     return Revision::R1999;
 }
@@ -300,13 +307,6 @@ void ReadMultiplier(CfgLines& lines, Configuration& configuration, Places& place
                        Tr("comtrade", "read as %1").arg(1)});
 }
 
-bool IsTimeCode(const Place& place)
-{
-    static const QRegularExpression form(
-        QStringLiteral("\\A([+-]?[0-9]{1,2}([hH\u0447\u0427:][0-9]{2})?|[xX])\\z"));
-    return place.fields.size() <= 2 && form.match(place.fields.value(0)).hasMatch();
-}
-
 // Two fields of a line, either of which may be missing.
 void ReadPair(CfgLines& lines, const QString& what, Place& place, QString& first, QString& second)
 {
@@ -417,7 +417,7 @@ Configuration ParseConfiguration(const QString& text, const QString& fileName, F
 
 Configuration ParseConfiguration(const QByteArray& text, const QString& fileName, Findings* forgiven)
 {
-    return ParseConfiguration(DecodedText(text), fileName, forgiven, 1, nullptr);
+    return ParseConfiguration(CfgText(text, EncodingOf(text), fileName, 1, forgiven), fileName, forgiven);
 }
 
 } // namespace comtrade

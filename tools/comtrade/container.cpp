@@ -2,6 +2,7 @@
 
 #include "comtrade/binaryrecord.h"
 #include "comtrade/forgiving.h"
+#include "comtrade/text.h"
 #include "explain/system.h"
 
 #include <QFile>
@@ -187,8 +188,15 @@ private:
         return false;
     }
 
-    void CheckForm(const MarkLine& line)
+    void CheckForm(MarkLine line)
     {
+        if (HasByteOrderMark(line.text)) {
+            Forgive(forgiven, path, line.line, 0,
+                    {Severity::Warning, reason::ByteOrderMark,
+                     Tr("comtrade", "a byte order mark precedes the text"),
+                     Tr("comtrade", "it is left out")});
+            line.text.remove(0, 3);
+        }
         const Slip slip{line.mark.isExact ? Severity::Note : Severity::Error, reason::SectionMark,
                         Tr("comtrade", "the section mark '%1' is not written as '--- file type: %2 ---'")
                             .arg(QString::fromUtf8(line.text).trimmed(), line.mark.kind),

@@ -28,7 +28,7 @@ inline void Remark(Findings* forgiven, const QString& file, qint64 line, int col
 inline void Forgive(Findings* forgiven, const QString& file, qint64 line, int column, const Slip& slip)
 {
     if (forgiven == nullptr && line > 0)
-        throw Error(Tr("comtrade", "%1, line %2: %3").arg(file).arg(line).arg(slip.what));
+        throw Error(Tr("comtrade", "%1, line %2: %3").arg(file, QString::number(line), slip.what));
     if (forgiven == nullptr)
         throw Error(Tr("comtrade", "%1: %2").arg(file, slip.what));
     Remark(forgiven, file, line, column, slip);

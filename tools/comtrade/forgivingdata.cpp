@@ -130,28 +130,30 @@ bool DataReader::ReadOddLine(const char* stop, bool hasEnd, const Target& target
 {
     // A value at the very end may have lost its last digits.
     bool isRead = hasEnd || shape.states > 0 || record + 1 >= wanted;
+    QString wrong;
     try {
         if (isRead)
             ReadLine(At(), stop, configuration, {file.fileName(), record + 1, forgiven}, target);
     } catch (const Error& error) {
         isRead = false;
-        if (hasEnd && !IsComplete()) {
-            ++record;
-            begin = static_cast<size_t>(stop - buffer.data());
-            Fail(text::MessageOf(error));
-        }
+        wrong = text::MessageOf(error);
     }
-    if (isRead) {
-        ++record;
-        begin = static_cast<size_t>(stop - buffer.data());
-        PassLineEnd();
-    } else if (IsComplete()) {
-        Add({Severity::Warning, reason::LinesLeftOver,
-             Tr("comtrade", "the line after the last sample is no sample"), Tr("comtrade", "left out")});
-    } else {
+    if (!isRead && !hasEnd && !IsComplete()) {
         FinishCutOff();
+        return false;
     }
-    return isRead;
+    const bool isComplete = IsComplete();
+    ++record;
+    begin = static_cast<size_t>(stop - buffer.data());
+    PassLineEnd();
+    if (isRead)
+        return true;
+    if (!isComplete || (Fill(1) && *At() >= '0' && *At() <= '9')) // more samples follow
+        Fail(wrong);
+    --record;
+    Add({Severity::Warning, reason::LinesLeftOver,
+         Tr("comtrade", "the line after the last sample is no sample"), Tr("comtrade", "left out")});
+    return false;
 }
 
 void DataReader::FinishCutOff()

@@ -25,7 +25,7 @@ std::optional<Mark> MarkOf(const QByteArray& line)
         mark.dataBytes = bytes;
     static const QRegularExpression exact(
         QStringLiteral("\\A--- FILE TYPE: ([A-Z]{3}|DAT [A-Z0-9]+ ?(: ?[0-9]+)?) ---\\z"));
-    mark.isExact = !hasByteOrderMark && exact.match(text).hasMatch();
+    mark.isExact = exact.match(text).hasMatch();
     return mark;
 }
 

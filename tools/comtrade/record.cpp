@@ -1,6 +1,7 @@
 // Opening a record: separate files, or the sections of a container.
 #include "comtrade/record.h"
 
+#include "comtrade/cfglines.h"
 #include "comtrade/container.h"
 #include "comtrade/datareader.h"
 #include "comtrade/forgiving.h"
@@ -58,17 +59,14 @@ Findings* Record::Forgiving()
 void Record::Parse(const QByteArray& text, const QString& path, qint64 firstLine)
 {
     encoding = options.encoding.isEmpty() ? EncodingOf(text) : options.encoding;
-    if (encoding.startsWith(QLatin1String("UTF-16")))
-        Forgive(Forgiving(), path, firstLine, 0,
-                {Severity::Error, reason::NotUtf8, Tr("comtrade", "the text is UTF-16"),
-                 Tr("comtrade", "read as that")});
-    configuration = ParseConfiguration(DecodedText(text, encoding), path, Forgiving(), firstLine, &places);
+    const QString decoded = CfgText(text, encoding, path, firstLine, Forgiving());
+    configuration = ParseConfiguration(decoded, path, Forgiving(), firstLine, &places);
 }
 
 // A configuration that does not say how many samples there are has as many as the data hold.
 void Record::CountSamples(const QString& path, qint64 offset, qint64 length)
 {
-    if (options.isStrict || configuration.SampleCount() > 0)
+    if (configuration.SampleCount() > 0)
         return;
     const qint64 count = CountRecords(path, offset, length, configuration);
     if (count == 0)

@@ -125,6 +125,11 @@ QString EncodingOf(const QByteArray& bytes)
     return MostLikely(start, Detected(start));
 }
 
+bool HasByteOrderMark(const QByteArray& bytes)
+{
+    return bytes.startsWith("\xEF\xBB\xBF") || bytes.startsWith("\xFF\xFE") || bytes.startsWith("\xFE\xFF");
+}
+
 bool IsEncoding(const QString& name)
 {
     return CodecOf(name) != nullptr;

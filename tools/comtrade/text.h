@@ -11,6 +11,9 @@ namespace comtrade {
 /// words look best.
 QString EncodingOf(const QByteArray& bytes);
 
+/// Whether the bytes start with a byte order mark.
+bool HasByteOrderMark(const QByteArray& bytes);
+
 /// Whether there is an encoding of this name.
 bool IsEncoding(const QString& name);
 

@@ -688,11 +688,47 @@ Example, with the sample station:
         <translation>качество времени</translation>
     </message>
     <message>
-        <source>the letter of &apos;%1&apos; is not the Latin %2</source>
-        <translation type="unfinished"></translation>
+        <source>semicolons separate the fields, not commas</source>
+        <translation>поля разделены точками с запятой, а не запятыми</translation>
+    </message>
+    <message>
+        <source>tabs separate the fields, not commas</source>
+        <translation>поля разделены табуляцией, а не запятыми</translation>
+    </message>
+    <message>
+        <source>read as if they were commas</source>
+        <translation>прочитано как запятые</translation>
+    </message>
+    <message>
+        <source>%1 is &apos;%2&apos;, which is no plain number</source>
+        <translation>%1 — «%2», число записано не по правилам</translation>
     </message>
     <message>
         <source>read as %1</source>
+        <translation>прочитано как %1</translation>
+    </message>
+    <message>
+        <source>the sample has no number</source>
+        <translation>у отсчёта нет номера</translation>
+    </message>
+    <message>
+        <source>the sample has no field for analog channel %1</source>
+        <translation>в отсчёте нет поля аналогового канала %1</translation>
+    </message>
+    <message>
+        <source>the value counts as missing</source>
+        <translation>значение считается отсутствующим</translation>
+    </message>
+    <message>
+        <source>the sample has %1 more fields than there are channels</source>
+        <translation>в отсчёте полей больше, чем каналов, на %1</translation>
+    </message>
+    <message>
+        <source>they are left out</source>
+        <translation>они пропущены</translation>
+    </message>
+    <message>
+        <source>the letter of &apos;%1&apos; is not the Latin %2</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
@@ -796,31 +832,23 @@ Example, with the sample station:
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>they are left out</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
         <source>lines should end with CR LF, this one ends with %1</source>
-        <translation type="unfinished"></translation>
+        <translation>строки должны заканчиваться CR LF, эта заканчивается %1</translation>
     </message>
     <message>
         <source>read as the end of a line</source>
-        <translation type="unfinished"></translation>
+        <translation>прочитано как конец строки</translation>
     </message>
     <message>
         <source>a blank line</source>
-        <translation type="unfinished"></translation>
+        <translation>пустая строка</translation>
     </message>
     <message>
         <source>passed over</source>
-        <translation type="unfinished"></translation>
+        <translation>пропущена</translation>
     </message>
     <message>
         <source>the line ends with a comma</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>%1 is &apos;%2&apos;, which is no plain number</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
@@ -1024,6 +1052,46 @@ Example, with the sample station:
         <translation type="unfinished">%1: %2 {1;?}</translation>
     </message>
     <message>
+        <source>is preceded by bytes 0</source>
+        <translation>перед отсчётом нулевые байты</translation>
+    </message>
+    <message>
+        <source>the data start with a byte order mark</source>
+        <translation>данные начинаются с метки порядка байтов</translation>
+    </message>
+    <message>
+        <source>the line after the last sample is no sample</source>
+        <translation>строка после последнего отсчёта — не отсчёт</translation>
+    </message>
+    <message>
+        <source>left out</source>
+        <translation>пропущено</translation>
+    </message>
+    <message>
+        <source>the last sample is cut off</source>
+        <translation>последний отсчёт обрезан</translation>
+    </message>
+    <message>
+        <source>there are bytes after the mark of the end, 1A</source>
+        <translation>после знака конца файла (1A) есть байты</translation>
+    </message>
+    <message>
+        <source>there are bytes 0 after the last sample</source>
+        <translation>после последнего отсчёта есть нулевые байты</translation>
+    </message>
+    <message>
+        <source>there are %1 bytes after the last sample</source>
+        <translation>после последнего отсчёта лишние байты: %1</translation>
+    </message>
+    <message>
+        <source>the configuration says %1 samples, the data hold %2</source>
+        <translation>по конфигурации отсчётов %1, в данных %2</translation>
+    </message>
+    <message>
+        <source>all that are there are read</source>
+        <translation>прочитаны все имеющиеся</translation>
+    </message>
+    <message>
         <source>there is no encoding &apos;%1&apos;</source>
         <translation type="unfinished"></translation>
     </message>
@@ -1033,7 +1101,7 @@ Example, with the sample station:
     </message>
     <message>
         <source>read as that</source>
-        <translation type="unfinished"></translation>
+        <translation>прочитано в ней</translation>
     </message>
     <message>
         <source>the last sample is 0, but there are data</source>
@@ -1060,88 +1128,24 @@ Example, with the sample station:
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>semicolons separate the fields, not commas</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>tabs separate the fields, not commas</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>read as if they were commas</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>the sample has no number</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>the sample has no field for analog channel %1</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>the value counts as missing</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>the sample has %1 more fields than there are channels</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>the data start with a byte order mark</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>the line after the last sample is no sample</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>left out</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>the last sample is cut off</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>there are bytes after the mark of the end, 1A</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>there are bytes 0 after the last sample</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>there are %1 bytes after the last sample</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>the configuration says %1 samples, the data hold %2</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>all that are there are read</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
         <source>the configuration says %1, but the data are %2</source>
-        <translation type="unfinished"></translation>
+        <translation>по конфигурации данные %1, а на деле %2</translation>
     </message>
     <message>
         <source>read as these</source>
-        <translation type="unfinished"></translation>
+        <translation>прочитано по их действительному типу</translation>
     </message>
     <message>
         <source>the data are UTF-16</source>
-        <translation type="unfinished"></translation>
+        <translation>данные в UTF-16</translation>
     </message>
     <message>
         <source>the configuration says %1, but the data are no text, and no binary type fits their size</source>
-        <translation type="unfinished"></translation>
+        <translation>по конфигурации данные %1, но это не текст, а размер не подходит ни одному двоичному типу</translation>
     </message>
     <message>
         <source>the configuration says %1, but the data are as large as those of several other types</source>
-        <translation type="unfinished"></translation>
+        <translation>по конфигурации данные %1, но размер подходит нескольким другим типам</translation>
     </message>
 </context>
 <context>
@@ -1298,6 +1302,10 @@ Ctrl-C завершает работу после начатых осцилло�
     <message>
         <source>The recorders&apos; ini file. Default: ZuDrv.ini beside the recording or in the current directory, if there is one</source>
         <translation>Ini-файл регистраторов. По умолчанию ZuDrv.ini рядом с осциллограммой или в текущем каталоге, если он есть</translation>
+    </message>
+    <message>
+        <source>Encoding of a COMTRADE record&apos;s texts, such as CP866, KOI8-R or GBK. Default: found out</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>
@@ -1907,14 +1915,6 @@ Example, with the sample station:
         <translation>Пропущено значений</translation>
     </message>
     <message>
-        <source>the configuration says %1 samples, the data hold only %2: their end is lost; copy the record again from where it was made</source>
-        <translation>в конфигурации выборок %1, в данных только %2: конец данных потерян; скопируйте запись заново оттуда, где она создана</translation>
-    </message>
-    <message>
-        <source>the configuration says %1 samples, the data hold %2: the two may be of different records; compare their file names and times</source>
-        <translation>в конфигурации выборок %1, в данных %2: возможно, они из разных записей; сравните имена и время файлов</translation>
-    </message>
-    <message>
         <source>%1 differs from the first file</source>
         <translation>%1 отличается от первого файла</translation>
     </message>
@@ -1966,6 +1966,10 @@ Example, with the sample station:
 Пример с учебной станцией:
   zucmtr sample --out station
   zucmtr info --no-channels station/*.ZU</translation>
+    </message>
+    <message>
+        <source>Encoding</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>
@@ -3298,6 +3302,10 @@ Examples:
 <context>
     <name>validate</name>
     <message>
+        <source>a container (.cff) came with revision 2013, this is revision %1; older readers do not know it</source>
+        <translation>единый файл (.cff) появился в редакции 2013, здесь редакция %1; программы, рассчитанные на неё, такого файла не знают</translation>
+    </message>
+    <message>
         <source>there is no section &apos;%1&apos;; the sections are CFG, INF, HDR and DAT</source>
         <translation>раздела «%1» нет в стандарте; есть разделы CFG, INF, HDR и DAT</translation>
     </message>
@@ -3318,8 +3326,16 @@ Examples:
         <translation>единица измерения %1 не указана, а стандарт её требует; если единицы нет, пишите NONE</translation>
     </message>
     <message>
+        <source>%1 is empty; revision 2013 requires at least one character</source>
+        <translation>поле %1 пусто; в редакции 2013 нужен хотя бы один символ</translation>
+    </message>
+    <message>
         <source>there is no channel; a record has at least one</source>
         <translation>нет ни одного канала; в записи должен быть хотя бы один</translation>
+    </message>
+    <message>
+        <source>the channel has number %1, and is number %2 of its kind; channels are numbered from 1 in the order of their lines</source>
+        <translation>номер канала %1, а по порядку среди каналов своего вида он %2-й; каналы нумеруются с 1 в порядке строк</translation>
     </message>
     <message>
         <source>the multiplier a is 0, so that all values of the channel are b; give the value of one unit of the data</source>
@@ -3370,6 +3386,10 @@ Examples:
         <translation>текст не в UTF-8, кодировке редакции 2013, а другую угадает не каждая программа; прочитано как %1</translation>
     </message>
     <message>
+        <source>the text starts with a byte order mark, which some readers take for a part of it; write it without</source>
+        <translation>текст начинается с метки порядка байтов (BOM), которую некоторые программы принимают за его часть; пишите без неё</translation>
+    </message>
+    <message>
         <source>the line has the control character %1; a text has none but line ends</source>
         <translation>в строке управляющий символ %1; в тексте допустимы только концы строк</translation>
     </message>
@@ -3402,6 +3422,10 @@ Examples:
         <translation>«%1» уже есть в этой секции, в строке %2; программы возьмут одно из двух</translation>
     </message>
     <message>
+        <source>the standard has no public section [%1]; the headings of other sections start with another word than Public</source>
+        <translation>открытой секции [%1] в стандарте нет; заголовки прочих секций начинаются не со слова Public</translation>
+    </message>
+    <message>
         <source>%1 is &apos;%2&apos;, but the configuration says &apos;%3&apos;; they must be the same</source>
         <translation>%1 — «%2», а в конфигурации «%3»; они должны совпадать</translation>
     </message>
@@ -3410,8 +3434,20 @@ Examples:
         <translation>секция описывает канал %1, а в конфигурации каналов этого вида %2</translation>
     </message>
     <message>
+        <source>there is no section [Public %1], which the standard requires</source>
+        <translation>нет секции [Public %1], которой требует стандарт</translation>
+    </message>
+    <message>
         <source>the frequency of the network is %1 Hz; 50 and 60 are usual</source>
         <translation>частота сети %1 Гц; обычно она 50 или 60</translation>
+    </message>
+    <message>
+        <source>the number of rates is 0, but the rate is %1; without a constant rate both are 0</source>
+        <translation>число частот дискретизации 0, а частота %1; без постоянной частоты оба числа равны 0</translation>
+    </message>
+    <message>
+        <source>the rate is 0, but the number of rates is %1; without a constant rate both are 0</source>
+        <translation>частота дискретизации 0, а число частот %1; без постоянной частоты оба числа равны 0</translation>
     </message>
     <message>
         <source>there are %1 rates; the standard allows 999</source>
@@ -3436,6 +3472,10 @@ Examples:
     <message>
         <source>the seconds have %1 digits after the point; the standard has 6, and 9 for nanoseconds in revision 2013</source>
         <translation>у секунд %1 цифр после точки; по стандарту их 6, а для наносекунд в редакции 2013 — 9</translation>
+    </message>
+    <message>
+        <source>the seconds have %1 digits after the point, those of the start have %2; the digits give the unit of the times of the samples, so give both as many</source>
+        <translation>у секунд %1 цифр после точки, а у времени начала %2; по их числу определяется единица меток времени, поэтому оно должно быть одинаковым</translation>
     </message>
     <message>
         <source>the trigger is %1 s before the first sample; readers that look for it among the samples find none</source>
@@ -3479,7 +3519,7 @@ Examples:
     </message>
     <message>
         <source>notes: %1</source>
-        <translation>примечаний: %1</translation>
+        <translation>замечаний: %1</translation>
     </message>
     <message>
         <source>%1: nothing is wrong; %2</source>
@@ -3510,38 +3550,6 @@ Examples:
         <translation>Файлы .cfg или .cff записей; файлы рядом с ними тоже проверяются</translation>
     </message>
     <message>
-        <source>a container (.cff) came with revision 2013, this is revision %1; older readers do not know it</source>
-        <translation>единый файл (.cff) появился в редакции 2013, здесь редакция %1; программы, рассчитанные на неё, такого файла не знают</translation>
-    </message>
-    <message>
-        <source>%1 is empty; revision 2013 requires at least one character</source>
-        <translation>поле %1 пусто; в редакции 2013 нужен хотя бы один символ</translation>
-    </message>
-    <message>
-        <source>the channel has number %1, and is number %2 of its kind; channels are numbered from 1 in the order of their lines</source>
-        <translation>номер канала %1, а по порядку среди каналов своего вида он %2-й; каналы нумеруются с 1 в порядке строк</translation>
-    </message>
-    <message>
-        <source>the standard has no public section [%1]; the headings of other sections start with another word than Public</source>
-        <translation>открытой секции [%1] в стандарте нет; заголовки прочих секций начинаются не со слова Public</translation>
-    </message>
-    <message>
-        <source>there is no section [Public %1], which the standard requires</source>
-        <translation>нет секции [Public %1], которой требует стандарт</translation>
-    </message>
-    <message>
-        <source>the number of rates is 0, but the rate is %1; without a constant rate both are 0</source>
-        <translation>число частот дискретизации 0, а частота %1; без постоянной частоты оба числа равны 0</translation>
-    </message>
-    <message>
-        <source>the rate is 0, but the number of rates is %1; without a constant rate both are 0</source>
-        <translation>частота дискретизации 0, а число частот %1; без постоянной частоты оба числа равны 0</translation>
-    </message>
-    <message>
-        <source>the seconds have %1 digits after the point, those of the start have %2; the digits give the unit of the times of the samples, so give both as many</source>
-        <translation>у секунд %1 цифр после точки, а у времени начала %2; по их числу определяется единица меток времени, поэтому оно должно быть одинаковым</translation>
-    </message>
-    <message>
         <source>Compares the configuration, data, header and information file of a record, or the one file that holds them
 all, with the rules of IEEE C37.111, revisions 1991, 1999 and 2013. An error makes readers fail or show what
 is not there; a warning is something that not every reader understands, or not what it looks like; a note is
@@ -3555,9 +3563,9 @@ Example, with the sample station:
   zucmtr validate comtrade/*.cfg</source>
         <translation>Сверяет файлы конфигурации, данных, заголовка и информации записи, или единый файл с ними, с правилами
 IEEE C37.111 редакций 1991, 1999 и 2013. Из-за ошибки программы не читают запись или показывают то, чего нет;
-предупреждение — то, что понимает не каждая программа или что не является тем, чем кажется; примечание полезно знать.
+предупреждение — то, что понимает не каждая программа или что не является тем, чем кажется; замечание полезно знать.
 
-Код завершения: 0 — нет ничего, кроме примечаний, 1 — ошибки или предупреждения, 2 — неверный вызов.
+Код завершения: 0 — нет ничего, кроме замечаний, 1 — ошибки или предупреждения, 2 — неверный вызов.
 
 Пример, с образцом подстанции:
   zucmtr sample --out station
@@ -3594,6 +3602,10 @@ IEEE C37.111 редакций 1991, 1999 и 2013. Из-за ошибки про�
     <message>
         <source>the path is empty; give one</source>
         <translation>пустой путь; укажите его</translation>
+    </message>
+    <message>
+        <source>there is no encoding &apos;%1&apos;; give a name such as UTF-8, CP1251, CP866, KOI8-R, GBK or Latin-1</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>
