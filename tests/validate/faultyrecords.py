@@ -198,6 +198,7 @@ FAULTS = [
     fault("time code beyond 14 hours", "2013 BINARY", "+3,+3h30", "+15,+3h30", ("cfg", 13, 1, "warning", "badTimeCode")),
     fault("time quality C", "2013 ASCII", "\n0,3\n", "\nC,3\n", ("cfg", 14, 1, "warning", "badTimeQuality")),
     fault("leap second 4", "2013 ASCII", "\n0,3\n", "\n0,4\n", ("cfg", 14, 3, "warning", "badLeapSecond")),
+    fault("multiplier that is no number", "1999 ASCII", ",0.5,", ",half,", ("cfg", 3, None, "error", "recordUnreadable")),
     # Texts and files.
     fault("letters beyond ASCII in 1999", "1999 ASCII", "1,Trip,", "1,Откл,", ("cfg", 5, 3, "warning", "notAscii")),
     Fault("CP1251 in a configuration of 2013", "2013 ASCII",
@@ -207,6 +208,7 @@ FAULTS = [
     fault("CP1251 in an information file", "2013 ASCII", b"Setting=1", "Setting=Да".encode("cp1251"),
           ("inf", 31, 9, "warning", "notUtf8")),
     fault("control character in a name", "1999 ASCII", b"1,IA,", b"1,I\x02A,", ("cfg", 3, None, "warning", "controlCharacter")),
+    fault("byte order mark in a header", "2013 ASCII", b"What", b"\xef\xbb\xbfWhat", ("hdr", 1, None, "warning", "byteOrderMark")),
     fault("LF in an information file", "2013 ASCII", b"EventNoteCount=0\r\n", b"EventNoteCount=0\n",
           ("inf", 3, None, "note", "lineEnds")),
     fault("LF in a header", "2013 BINARY", b"\r\n", b"\n", ("hdr", 1, None, "note", "lineEnds")),
@@ -296,5 +298,5 @@ FAULTS = [
           ("dat", 0, None, "error", "dataTypeDiffers")),
     fault("semicolons", "1999 ASCII", "1,0,10,-20,0", "1;0;10;-20;0", ("dat", 1, None, "error", "fieldSeparator")),
     fault("a field more", "CFF ASCII", "3,2000,12,-22,1", "3,2000,12,-22,1,1", ("cff", 53, None, "error", "fieldsLeftOver")),
-    fault("no data", "1999 ASCII", ascii_data(), "no data\n", ("dat", 0, None, "error", "dataUnreadable")),
+    fault("no data", "1999 ASCII", ascii_data(), "no data\n", ("dat", 1, None, "error", "dataUnreadable")),
 ]

@@ -54,7 +54,7 @@ TEST(Findings, SayTheRuleWhatIsThereAndWhatToDo)
     ASSERT_EQ(findings.size(), 1U);
     EXPECT_TRUE(findings[0].file.endsWith("/rec.cff"));
     EXPECT_EQ(findings[0].line, 4);
-    EXPECT_EQ(findings[0].column, 15);
+    EXPECT_EQ(findings[0].column, 14);
     EXPECT_EQ(findings[0].severity, Severity::Warning);
     EXPECT_STREQ(findings[0].reason, "zeroMultiplier");
     EXPECT_EQ(findings[0].text,

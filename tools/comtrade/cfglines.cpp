@@ -163,7 +163,8 @@ Place CfgLines::TakeEvenIfEmpty(const QString& what)
         throw Error(Tr("comtrade", "%1: ends after line %2, where %3 should follow")
                         .arg(fileName)
                         .arg(lastTaken)
-                        .arg(what));
+                        .arg(what),
+                    lastTaken);
     const Line& line = lines[next++];
     lastTaken = line.number;
     left -= line.isBlank ? 0 : 1;
@@ -190,7 +191,8 @@ void CfgLines::Remark(const Place& place, int field, const Slip& slip)
 
 void CfgLines::Fail(const Place& place, const QString& what) const
 {
-    throw Error(Tr("comtrade", "%1, line %2: %3").arg(fileName, QString::number(place.line), what));
+    throw Error(Tr("comtrade", "%1, line %2: %3").arg(fileName, QString::number(place.line), what),
+                place.line);
 }
 
 void CfgLines::DropTrailing(Place& place, int most)

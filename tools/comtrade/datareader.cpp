@@ -71,7 +71,7 @@ DataReader::DataReader(const QString& path, qint64 offset, qint64 length, const 
 
 void DataReader::Fail(const QString& what) const
 {
-    throw Error(Tr("comtrade", "%1, record %2: %3").arg(file.fileName()).arg(record).arg(what));
+    throw Error(Tr("comtrade", "%1, record %2: %3").arg(file.fileName()).arg(record).arg(what), record);
 }
 
 // Makes sure that the buffer holds at least so many bytes; false if the part ends first.

@@ -27,7 +27,12 @@ namespace comtrade {
 class Error : public text::Error
 {
 public:
-    using text::Error::Error;
+    /// line: of the file, or the record of its data, from 1; 0: of the whole file.
+    explicit Error(const QString& text_, qint64 line_ = 0) : text::Error(text_), line(line_) {}
+    qint64 Line() const { return line; }
+
+private:
+    qint64 line;
 };
 
 enum class Revision { R1991 = 1991, R1999 = 1999, R2013 = 2013 };

@@ -48,10 +48,7 @@ Position PositionOfByte(const QByteArray& bytes, int at)
 
 void CheckEncoding(const QByteArray& bytes, Revision revision, const QString& encoding, Report& report)
 {
-    const int markSize = ByteOrderMarkSize(bytes);
-    if (markSize > 0)
-        report.Add(ByteOrderMark, {1, 0});
-    const auto* const first = std::find_if(bytes.begin() + markSize, bytes.end(),
+    const auto* const first = std::find_if(bytes.begin() + ByteOrderMarkSize(bytes), bytes.end(),
                                            [](char byte) { return static_cast<signed char>(byte) < 0; });
     if (first == bytes.end())
         return;
@@ -114,8 +111,11 @@ void CheckText(const Piece& piece, TextKind kind, Revision revision, const QStri
         CheckHeader(piece.bytes, report);
     else if (kind != TextKind::Data)
         CheckControlCharacters(piece.bytes, report);
-    if (kind != TextKind::Configuration)
-        CheckLineEnds(piece.bytes, report);
+    if (kind == TextKind::Configuration)
+        return; // the reader says the rest
+    if (kind != TextKind::Data && ByteOrderMarkSize(piece.bytes) > 0)
+        report.Add(ByteOrderMark, {1, 0});
+    CheckLineEnds(piece.bytes, report);
 }
 
 } // namespace validate

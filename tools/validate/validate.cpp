@@ -73,7 +73,7 @@ void CheckData(const CheckedConfiguration& checked, const Pieces& pieces, Record
         while (record.Next(block))
             check.Take(block);
     } catch (const comtrade::Error& error) {
-        report.Add(DataUnreadable, {}, {WithoutName(error.Message(), pieces.data.file)});
+        report.Add(DataUnreadable, {error.Line(), 0}, {WithoutName(error.Message(), pieces.data.file)});
     }
     check.Finish();
 }
@@ -150,7 +150,7 @@ std::vector<Finding> Validate(const QString& path, const comtrade::ReadingOption
     try {
         CheckWhole(path, options, findings);
     } catch (const comtrade::Error& error) {
-        Report(findings, path).Add(RecordUnreadable, {}, {WithoutName(error.Message(), path)});
+        Report(findings, path).Add(RecordUnreadable, {error.Line(), 0}, {WithoutName(error.Message(), path)});
     }
     return WithCounts(findings);
 }

@@ -2,6 +2,7 @@
 
 #include "text/texts.h"
 #include "validate/validate.h"
+#include "zucmtr/commands/deviceoptions.h"
 #include "zucmtr/terminal/console.h"
 #include "zucmtr/terminal/findingline.h"
 #include "zucmtr/terminal/memorylimit.h"
@@ -21,6 +22,7 @@ struct ValidateOptions
 {
     bool json = false;
     uint64_t maxMemory = 0;
+    std::string encoding;
     std::vector<std::string> files;
 };
 
@@ -46,9 +48,11 @@ QString ConclusionOf(const QString& record, const std::vector<comtrade::Finding>
 }
 
 // ExitFailed if there is more than notes.
-ExitCode Show(const QString& record, bool json)
+ExitCode Show(const QString& record, const ValidateOptions& options)
 {
-    const std::vector<comtrade::Finding> findings = validate::Validate(record);
+    comtrade::ReadingOptions reading;
+    reading.encoding = FromUtf8(options.encoding);
+    const std::vector<comtrade::Finding> findings = validate::Validate(record, reading);
     ExitCode code = ExitDone;
     for (const comtrade::Finding& finding : findings) {
         PrintFinding(
@@ -57,7 +61,7 @@ ExitCode Show(const QString& record, bool json)
         if (finding.severity != Severity::Note)
             code = ExitFailed;
     }
-    if (!json)
+    if (!options.json)
         PrintLine(ConclusionOf(record, findings));
     return code;
 }
@@ -67,7 +71,7 @@ int RunValidate(const ValidateOptions& options)
     LimitMemory(options.maxMemory);
     ExitCode code = ExitDone;
     for (const std::string& file : options.files)
-        code = std::max(code, Show(FromUtf8(file), options.json));
+        code = std::max(code, Show(FromUtf8(file), options));
     return code;
 }
 
@@ -80,6 +84,7 @@ void AddValidateCommand(CLI::App& app, Action& chosen)
     const auto options = std::make_shared<ValidateOptions>();
     command->add_flag("--json", options->json,
                       HelpText("validate", "One JSON object per finding, for programs"));
+    AddEncodingOption(*command, options->encoding);
     AddMemoryOption(*command, options->maxMemory);
     AddArgument(
         *command, "RECORD", options->files,
