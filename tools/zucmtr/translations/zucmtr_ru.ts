@@ -817,7 +817,7 @@ Example, with the sample station:
     </message>
     <message>
         <source>the letter of &apos;%1&apos; is not the Latin %2</source>
-        <translation>буква в '%1' — не латинская %2</translation>
+        <translation>буква в &apos;%1&apos; — не латинская %2</translation>
     </message>
     <message>
         <source>the count of status channels comes before that of analog channels</source>
@@ -833,7 +833,7 @@ Example, with the sample station:
     </message>
     <message>
         <source>read as &apos;%1&apos;</source>
-        <translation>прочитано как '%1'</translation>
+        <translation>прочитано как &apos;%1&apos;</translation>
     </message>
     <message>
         <source>quotation marks do not keep a comma inside of a field</source>
@@ -881,7 +881,7 @@ Example, with the sample station:
     </message>
     <message>
         <source>%1 is &apos;%2&apos;, which is neither 0 nor 1</source>
-        <translation>%1: '%2' — не 0 и не 1</translation>
+        <translation>%1: &apos;%2&apos; — не 0 и не 1</translation>
     </message>
     <message>
         <source>the total is taken as their sum</source>
@@ -929,7 +929,7 @@ Example, with the sample station:
     </message>
     <message>
         <source>%1 is &apos;%2&apos;, which is not written as an integer</source>
-        <translation>%1: '%2' записано не как целое число</translation>
+        <translation>%1: &apos;%2&apos; записано не как целое число</translation>
     </message>
     <message>
         <source>%1 lines follow the last one of a configuration</source>
@@ -937,7 +937,7 @@ Example, with the sample station:
     </message>
     <message>
         <source>no comma separates date and time in &apos;%1&apos;</source>
-        <translation>дата и время в '%1' не разделены запятой</translation>
+        <translation>дата и время в &apos;%1&apos; не разделены запятой</translation>
     </message>
     <message>
         <source>the blank is taken for it</source>
@@ -953,11 +953,11 @@ Example, with the sample station:
     </message>
     <message>
         <source>&apos;%1&apos; separates day, month and year otherwise than with strokes</source>
-        <translation type="unfinished"></translation>
+        <translation>в «%1» день, месяц и год разделены не косой чертой</translation>
     </message>
     <message>
         <source>read as if they were strokes</source>
-        <translation type="unfinished"></translation>
+        <translation>прочитано так, как если бы это были косые черты</translation>
     </message>
     <message>
         <source>the line with %1 is missing</source>
@@ -969,15 +969,15 @@ Example, with the sample station:
     </message>
     <message>
         <source>the year in &apos;%1&apos; should have %2 digits</source>
-        <translation>число цифр года в '%1' должно быть %2</translation>
+        <translation>число цифр года в &apos;%1&apos; должно быть %2</translation>
     </message>
     <message>
         <source>the day should come before the month, &apos;%1&apos; is no such date</source>
-        <translation>день должен стоять перед месяцем, '%1' — не такая дата</translation>
+        <translation>день должен стоять перед месяцем, &apos;%1&apos; — не такая дата</translation>
     </message>
     <message>
         <source>the month should come before the day, &apos;%1&apos; is no such date</source>
-        <translation>месяц должен стоять перед днём, '%1' — не такая дата</translation>
+        <translation>месяц должен стоять перед днём, &apos;%1&apos; — не такая дата</translation>
     </message>
     <message>
         <source>a colon separates the decimals of the seconds</source>
@@ -997,7 +997,7 @@ Example, with the sample station:
     </message>
     <message>
         <source>&apos;%1&apos; has 60 seconds</source>
-        <translation>в '%1' 60 секунд</translation>
+        <translation>в &apos;%1&apos; 60 секунд</translation>
     </message>
     <message>
         <source>read as the start of the next minute</source>
@@ -1005,7 +1005,7 @@ Example, with the sample station:
     </message>
     <message>
         <source>&apos;%1&apos; has 24 hours</source>
-        <translation>в '%1' 24 часа</translation>
+        <translation>в &apos;%1&apos; 24 часа</translation>
     </message>
     <message>
         <source>read as the start of the next day</source>
@@ -1013,7 +1013,7 @@ Example, with the sample station:
     </message>
     <message>
         <source>%1 is &apos;%2&apos;, which is no date</source>
-        <translation>%1: '%2' — не дата</translation>
+        <translation>%1: &apos;%2&apos; — не дата</translation>
     </message>
     <message>
         <source>not known; 1970-01-01 stands for it</source>
@@ -1029,7 +1029,7 @@ Example, with the sample station:
     </message>
     <message>
         <source>read as the station &apos;%1&apos; and the device &apos;%2&apos;</source>
-        <translation>прочитано как подстанция '%1' и устройство '%2'</translation>
+        <translation>прочитано как подстанция &apos;%1&apos; и устройство &apos;%2&apos;</translation>
     </message>
     <message>
         <source>read as revision %1, whose fields the lines have</source>
@@ -1041,7 +1041,7 @@ Example, with the sample station:
     </message>
     <message>
         <source>revision &apos;%1&apos; is none of 1991, 1999 and 2013</source>
-        <translation>редакция '%1' — не 1991, 1999 или 2013</translation>
+        <translation>редакция &apos;%1&apos; — не 1991, 1999 или 2013</translation>
     </message>
     <message>
         <source>the lines do not have the fields of revision 1991</source>
@@ -1065,11 +1065,11 @@ Example, with the sample station:
     </message>
     <message>
         <source>data file type &apos;%1&apos; is none of ASCII, BINARY, BINARY32 and FLOAT32</source>
-        <translation>тип файла данных '%1' — не ASCII, BINARY, BINARY32 или FLOAT32</translation>
+        <translation>тип файла данных &apos;%1&apos; — не ASCII, BINARY, BINARY32 или FLOAT32</translation>
     </message>
     <message>
         <source>%1 is &apos;%2&apos;, but should be above 0</source>
-        <translation>%1: '%2', а должно быть больше 0</translation>
+        <translation>%1: &apos;%2&apos;, а должно быть больше 0</translation>
     </message>
     <message>
         <source>lines with time codes are of revision 2013</source>
@@ -1089,7 +1089,7 @@ Example, with the sample station:
     </message>
     <message>
         <source>the section mark &apos;%1&apos; is not written as &apos;--- file type: %2 ---&apos;</source>
-        <translation>метка раздела '%1' записана не так: '--- file type: %2 ---'</translation>
+        <translation>метка раздела &apos;%1&apos; записана не так: &apos;--- file type: %2 ---&apos;</translation>
     </message>
     <message>
         <source>read as one</source>
@@ -1129,7 +1129,7 @@ Example, with the sample station:
     </message>
     <message>
         <source>there is no encoding &apos;%1&apos;</source>
-        <translation>нет кодировки '%1'</translation>
+        <translation>нет кодировки &apos;%1&apos;</translation>
     </message>
     <message>
         <source>the last sample is 0, but there are data</source>
@@ -1141,11 +1141,11 @@ Example, with the sample station:
     </message>
     <message>
         <source>there are several files of this name in other cases: &apos;%1&apos; and &apos;%2&apos;</source>
-        <translation>есть несколько файлов с таким именем, отличающихся регистром: '%1' и '%2'</translation>
+        <translation>есть несколько файлов с таким именем, отличающихся регистром: &apos;%1&apos; и &apos;%2&apos;</translation>
     </message>
     <message>
         <source>the name differs from that of &apos;%1&apos; in its case</source>
-        <translation>имя отличается от имени '%1' регистром букв</translation>
+        <translation>имя отличается от имени &apos;%1&apos; регистром букв</translation>
     </message>
     <message>
         <source>taken as a file of the same record</source>
@@ -1153,7 +1153,7 @@ Example, with the sample station:
     </message>
     <message>
         <source>is a part of a record; give its configuration &apos;%1&apos;</source>
-        <translation>часть записи; укажите её конфигурацию '%1'</translation>
+        <translation>часть записи; укажите её конфигурацию &apos;%1&apos;</translation>
     </message>
 </context>
 <context>
@@ -1291,7 +1291,25 @@ Example, with the sample station:
   zucmtr sample --out station
   zucmtr convert --out station/comtrade --make-out station/*.ZU
   zucmtr convert --out station/comtrade --layout &apos;{station}/{date}/{time} {source}&apos; station/*.ZU</source>
-        <translation type="unfinished"></translation>
+        <translation>Осциллограмма — это первый файл (.ZU или .zu) и файлы продолжения (.Z01 ... .Z0f) рядом с ним; укажите
+первый файл или каталог, остальные находятся сами. Для каждой осциллограммы в стандартный вывод пишется
+строка с именем записи и замечаниями; ошибки и итог идут в стандартный вывод ошибок.
+Ctrl-C завершает работу после начатых осциллограмм, второй Ctrl-C — сразу.
+
+Параметры --form, --data, --revision и --encoding важнее настроек из ini-файла. Файл CFF бывает только в
+редакции 2013: --form и --revision определяют друг друга, если не заданы оба.
+
+--layout: до «/» стоят каталоги. {name} — имя, которое было бы у записи без него, {source} — имя файла
+осциллограммы, {folder} — её каталог внутри указанного; {station}, {device}, {subject} — объект, источник и
+субъект из ini-файла; {year}, {month}, {day}, {hour}, {minute}, {second}, {date} и {time} — дата и время пуска.
+
+Код завершения: 0 все преобразованы, 1 хотя бы одна с ошибкой, 2 неверный вызов или настройка, 3 ошибок нет,
+но хотя бы одна спасена частично (--salvage), 130 прервано по Ctrl-C (143 по SIGTERM).
+
+Пример с учебной станцией:
+  zucmtr sample --out station
+  zucmtr convert --out station/comtrade --make-out station/*.ZU
+  zucmtr convert --out station/comtrade --layout &apos;{station}/{date}/{time} {source}&apos; station/*.ZU</translation>
     </message>
 </context>
 <context>
@@ -4164,7 +4182,7 @@ IEEE C37.111 редакций 1991, 1999 и 2013. Из-за ошибки про�
     </message>
     <message>
         <source>there is no encoding &apos;%1&apos;; give a name such as UTF-8, CP1251, CP866, KOI8-R, GBK or Latin-1</source>
-        <translation>нет кодировки '%1'; укажите имя, например UTF-8, CP1251, CP866, KOI8-R, GBK или Latin-1</translation>
+        <translation>нет кодировки &apos;%1&apos;; укажите имя, например UTF-8, CP1251, CP866, KOI8-R, GBK или Latin-1</translation>
     </message>
 </context>
 <context>
