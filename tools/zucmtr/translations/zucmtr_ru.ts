@@ -1125,7 +1125,7 @@ Example, with the sample station:
     </message>
     <message>
         <source>%1; %2</source>
-        <translation type="unfinished">%1: %2 {1;?}</translation>
+        <translation>%1; %2</translation>
     </message>
     <message>
         <source>there is no encoding &apos;%1&apos;</source>
