@@ -93,7 +93,7 @@ TEST(Errors, FileWithoutPermissionIsNamedAsThat)
     ASSERT_EQ(chmod(QFile::encodeName(place.Path("in")).constData(), 0), 0);
     const QString file = "no permission to read the file; check its permissions\n";
     const QString below = "no permission to look into its directory; check the permissions\n";
-    for (const char* command : {"info", "events", "view", "dictionary"}) {
+    for (const char* command : {"info", "events", "export", "view", "dictionary"}) {
         EXPECT_EQ(RunShell(place.Path(), limit + "zucmtr " + command + " rec.ZU").err,
                   "zucmtr: rec.ZU: " + file);
         EXPECT_EQ(RunShell(place.Path(), limit + "zucmtr " + command + " in/b.ZU").err,
@@ -149,8 +149,8 @@ TEST(Errors, NothingToConvertNeedsNoIniFileInJsonEither)
 
 TEST(HelpCommand, PrintsWhatTheOptionPrints)
 {
-    const QStringList commands = {"check",  "convert", "dictionary", "events", "info",
-                                  "sample", "verify",  "view",       "watch",  "help"};
+    const QStringList commands = {"check",  "convert",  "dictionary", "events", "export", "info",
+                                  "sample", "validate", "verify",     "view",   "watch",  "help"};
     for (const QString& command : commands) {
         const Finished help = RunProgram(QString(), {"help", command});
         EXPECT_EQ(help.code, 0);

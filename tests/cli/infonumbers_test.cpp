@@ -211,46 +211,48 @@ TEST_F(ForeignInfo, ChangesAreTheSamplesWhoseStateDiffersFromTheOneBefore)
     EXPECT_EQ(Changes(Json(record)), QList<int>{0});
 }
 
-TEST_F(ForeignInfo, FewerSamplesThanTheConfigurationSaysAreAnError)
+TEST_F(ForeignInfo, FewerOrMoreSamplesThanTheConfigurationSaysAreForgiven)
 {
-    Foreign record;
-    record.samples = 300;
-    const QString text =
-        "the configuration says 301 samples, the data hold only 300: their end is lost; copy the "
-        "record again from where it was made";
-    const Finished run = Text(record);
-    EXPECT_EQ(run.code, 1);
-    EXPECT_EQ(run.err, "zucmtr: a.cfg: " + text + '\n');
-    const QJsonObject object = Json(record);
-    EXPECT_EQ(object["reason"].toString(), "samplesLacking");
-    EXPECT_EQ(object["error"].toString(), text);
-    EXPECT_EQ(object["samples"].toInt(), 301);
-    EXPECT_EQ(object["samplesFound"].toInt(), 300);
+    const std::pair<int, const char*> counts[] = {{300, "samplesLacking"}, {302, "samplesLeftOver"}};
+    for (const auto& [samples, reason] : counts) {
+        Foreign record;
+        record.samples = samples;
+        const Finished run = Text(record);
+        EXPECT_EQ(run.code, 0);
+        EXPECT_TRUE(run.out.contains("note: a.dat")) << run.out;
+        const QJsonObject object = Json(record);
+        EXPECT_EQ(object["samples"].toInt(), 301);
+        EXPECT_EQ(object["samplesFound"].toInt(), samples);
+        const QJsonArray forgiven = object["forgiven"].toArray();
+        EXPECT_EQ(forgiven.last().toObject()["reason"].toString(), reason);
+        EXPECT_EQ(forgiven.last().toObject()["severity"].toString(), "error");
+        EXPECT_FALSE(object.contains("error"));
+    }
 }
 
-TEST_F(ForeignInfo, MoreSamplesThanTheConfigurationSaysAreAnError)
-{
-    Foreign record;
-    record.samples = 302;
-    const Finished run = Text(record);
-    EXPECT_EQ(run.code, 1);
-    EXPECT_EQ(run.err,
-              "zucmtr: a.cfg: the configuration says 301 samples, the data hold 302: the two may be of "
-              "different records; compare their file names and times\n");
-    const QJsonObject object = Json(record);
-    EXPECT_EQ(object["reason"].toString(), "samplesLeftOver");
-    EXPECT_EQ(object["samplesFound"].toInt(), 302);
-}
-
-TEST_F(ForeignInfo, DataThatEndWithinASampleLeaveTheirCountsOpen)
+TEST_F(ForeignInfo, DataThatEndWithinASampleAreReadUpToIt)
 {
     Write(Foreign());
     QFile data(place.Path("a.dat"));
     ASSERT_TRUE(data.resize(data.size() - 4));
     const QJsonObject object = JsonOfFile();
+    EXPECT_FALSE(object.contains("error"));
+    EXPECT_EQ(object["samplesFound"].toInt(), 300);
+    EXPECT_EQ(object["missing"].toInt(), 0);
+    const QJsonArray forgiven = object["forgiven"].toArray();
+    EXPECT_EQ(forgiven[forgiven.size() - 2].toObject()["reason"].toString(), "sampleCutOff");
+}
+
+TEST_F(ForeignInfo, DataThatCannotBeReadLeaveTheirCountsOpen)
+{
+    Write(Foreign());
+    QFile data(place.Path("a.dat"));
+    ASSERT_TRUE(data.open(QIODevice::Append));
+    data.write("text that is no sample\n302,0,1,0\n");
+    data.close();
+    const QJsonObject object = JsonOfFile();
     EXPECT_EQ(object["reason"].toString(), "dataUnreadable");
-    EXPECT_TRUE(object["error"].toString().contains("a.dat, record 301: ends before"))
-        << object["error"].toString();
+    EXPECT_TRUE(object["error"].toString().contains("a.dat, record 302: ")) << object["error"].toString();
     EXPECT_EQ(object["seconds"].toDouble(), 3.01);
     EXPECT_FALSE(object.contains("missing"));
     EXPECT_TRUE(object["discrete"].toArray()[0].toObject()["changes"].isNull());

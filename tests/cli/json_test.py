@@ -19,6 +19,9 @@ from jsonschema import Draft202012Validator
 
 from zufiles import analog, discrete, recording
 
+sys.path.append(str(pathlib.Path(sys.argv[2]).absolute() / "tests/validate"))
+from faultyrecords import FAULTS as RECORD_FAULTS  # pylint: disable=wrong-import-position
+
 PROGRAM = pathlib.Path(sys.argv[1]).absolute()
 SOURCE = pathlib.Path(sys.argv[2]).absolute()
 FAULTS = sys.argv[3]
@@ -177,6 +180,17 @@ class Runs(unittest.TestCase):
         (archived,) = place.convert("--archive", "archive", "d.ZU")
         self.assertEqual(archived["source"], "archived")
 
+    def test_convert_and_info_of_a_recording_that_is_cut_off(self):
+        place = self.place(a=recording()[:-1])
+        place.write("a.Z01", b"junk")
+        self.assertEqual(reasons(place.convert("a.ZU")), ["notConverted"])
+        (salvaged,) = place.convert("--salvage", "a.ZU")
+        expected = {"analog": 1, "discrete": 0, "allAnalog": 1, "allDiscrete": 1, "channels": 2, "nameless": 0,
+                    "lost": ["Q1:x"], "lostFiles": ["a.Z01"]}
+        self.assertEqual((salvaged["status"], salvaged["salvaged"]), ("converted", expected))
+        (shown,) = place.info("a.ZU")
+        self.assertEqual((shown["reason"], shown["salvageable"]), ("recordingUnreadable", expected))
+
     def test_convert_files_that_are_no_recordings(self):
         place = self.place()
         (place.directory / "in").mkdir()
@@ -224,6 +238,7 @@ class Runs(unittest.TestCase):
         self.assertEqual(reasons(place.convert("--max-memory", "256M", "bomb.ZU")), ["outOfMemory"])
         self.assertEqual(reasons(place.info("--max-memory", "256M", "bomb.ZU")), ["outOfMemory"])
         self.assertEqual(reasons(self.events(place, "--max-memory", "256M", "bomb.ZU")), ["outOfMemory"])
+        self.assertEqual(reasons(self.export(place, "--max-memory", "256M", "bomb.ZU")), ["outOfMemory"])
         place.write("b.ZU", recording())
         place.convert("b.ZU")
         self.assertEqual(reasons(self.verify(place, "--max-memory", "256M", "bomb.ZU",
@@ -292,8 +307,9 @@ class Runs(unittest.TestCase):
         place.write("cut.dat", b"1,,7,0\n2,,7")
         place.write("bad.cfg", b"no configuration")
         shown = place.info("one.cfg", "two.cfg", "none.cfg", "more.cfg", "less.cfg", "cut.cfg", "bad.cfg")
-        self.assertEqual(reasons(shown), [None, None, None, "samplesLeftOver", "samplesLacking", "dataUnreadable",
-                                         "recordUnreadable"])
+        self.assertEqual(reasons(shown), [None] * 6 + ["recordUnreadable"])
+        self.assertEqual([[finding["reason"] for finding in one["forgiven"]][1:] for one in shown[:6]],
+                         [[], [], [], ["samplesLeftOver"], ["samplesLacking"], ["sampleCutOff", "samplesLacking"]])
         self.assertEqual([one["seconds"] for one in shown[:3]], [0.04, 0.01 + 3 / 50, None])
         self.assertEqual((shown[0]["missing"], shown[0]["discrete"][0]["changes"]), (1, 2))
         for form, code in (("BINARY", "h"), ("BINARY32", "i"), ("FLOAT32", "f")):
@@ -339,6 +355,42 @@ class Runs(unittest.TestCase):
         place.write("bad.cfg", b"no configuration")
         self.assertEqual(reasons(self.events(place, "none.ZU", ".", "junk.ZU", "bad.cfg")),
                          ["doesNotExist", "notAFile", "recordingUnreadable", "recordUnreadable"])
+
+    # zucmtr export
+
+    def export(self, place, *words):
+        return place.run("export", "--json", *words)
+
+    def test_export_of_recordings_and_records(self):
+        place = self.place(a=recording())
+        (record,) = self.export(place, "a.ZU")
+        self.assertEqual((record["files"], record["form"], record["samples"]),
+                         (["./a.cfg", "./a.dat", "./a.hdr", "./a.inf"], "cfg 2013 binary utf8", 3))
+        for form, text in (("cff", "cff 2013 binary utf8"), ("csv", "csv"), ("mat", "mat")):
+            (one,) = self.export(place, "--form", form, "a.cfg")
+            self.assertEqual((one["form"], one["files"]), (text, [f"./a.{form}"]))
+        (old,) = self.export(place, "--revision", "1999", "--data", "ascii", "--out-encoding", "cp1251", "a.cfg", "-o", "old.cfg")
+        self.assertEqual((old["form"], len(old["notes"])), ("cfg 1999 ascii cp1251", 1))
+
+    def test_export_of_what_cannot_be(self):
+        place = self.place(a=recording(), junk=b"junk")
+        place.write("bad.cfg", b"no configuration")
+        self.assertEqual(reasons(self.export(place, "none.ZU", "junk.ZU", "bad.cfg", "--form", "csv")),
+                         ["doesNotExist", "recordingUnreadable", "recordUnreadable"])
+        (place.directory / "dir.ZU").mkdir()
+        self.assertEqual(reasons(self.export(place, "dir.ZU")), ["notAFile"])
+        self.assertEqual(reasons(self.export(place, "a.ZU", "--channels", "nothing")), ["channelMissing"])
+        self.assertEqual(reasons(self.export(place, "a.ZU", "--window", "fault")), ["nothingThere"])
+        self.assertEqual(reasons(self.export(place, "a.ZU", "--from", "5")), ["nothingThere"])
+        self.export(place, "a.ZU", "-o", "there.csv")
+        self.assertEqual(reasons(self.export(place, "a.ZU", "-o", "there.csv")), ["filePresent"])
+        place.write("far.cfg", b"S,D,2013\n1,1A,0D\n1,I,A,W,A,1,0,0,-9,9,1,1,S\n50\n1\n100,1\n01/02/2024,03:04:05.5\n"
+                               b"01/02/2024,03:04:06\nASCII\n1\nx,x\n0,0\n")
+        place.write("far.dat", b"1,,70000\n")
+        self.assertEqual(reasons(self.export(place, "far.cfg", "--data", "binary", "-o", "near.cfg")), ["formCannotHold"])
+        (place.directory / "taken.csv").mkdir()
+        place.write("taken.ZU", recording())
+        self.assertEqual(reasons(self.export(place, "--replace", "--form", "csv", "taken.ZU")), ["recordNotInPlace"])
 
     # zucmtr verify
 
@@ -480,6 +532,20 @@ BAY03=W,V
         self.assertEqual(words_of(SCHEMA["$defs"]["check"]["properties"]["reason"]) - OF_LINES, set(reasons(findings)))
         self.assertEqual({one["severity"] for one in findings}, {"note", "warning", "error"})
 
+    # zucmtr validate
+
+    def test_validate_has_a_word_for_each_finding(self):
+        place = self.place()
+        names = ["none.cfg", "."]
+        place.write("cut.cfg", b"no configuration")
+        for number, fault in enumerate(RECORD_FAULTS):
+            for ending, content in fault.record().items():
+                place.write(f"{number}.{ending}", content)
+            names.append(f"{number}.{'cff' if 'cff' in fault.record() else 'cfg'}")
+        findings = place.run("validate", "--json", "cut.cfg", *names)
+        self.assertEqual(words_of(SCHEMA["$defs"]["validate"]["properties"]["reason"]) - UNSEEN, set(reasons(findings)))
+        self.assertEqual({one["severity"] for one in findings}, {"note", "warning", "error"})
+
     # zucmtr watch
 
     def test_watch_until_nothing_is_left(self):
@@ -603,19 +669,22 @@ class Output(unittest.TestCase):
                 self.assertFalse(validator(command).is_valid({**shown, "reason": "newWord"}), shown)
 
     def test_schema_has_nothing_that_is_never_printed(self):
-        for command in ("convert", "info", "check", "watch", "events", "verify"):
+        for command in ("convert", "info", "check", "validate", "watch", "events", "export", "verify"):
             keys, words = set(), set()
             found_in([shown for whose, shown in KEPT if whose == command], keys, words)
             schema = SCHEMA["$defs"][command]
             self.assertEqual(keys_of(schema) - keys - KEYS_OF_FAULTS, set(), command)
             missing = words_of(schema) - words - UNSEEN - OF_FAULTS
+            if command == "export":  # what is written is right; tests/forms makes it wrong
+                missing -= {"recordWrong"}
             if command in ("convert", "watch"):  # they share the words of failures
                 missing -= words_of(SCHEMA["$defs"]["failureReason"])
             self.assertEqual(missing, set(), command)
 
     def test_page_names_every_key_and_word(self):
         sections = dict(re.findall(r"^## zucmtr (\w+)\n(.*?)(?=^## |\Z)", PAGE, flags=re.M | re.S))
-        self.assertEqual(set(sections), {"convert", "watch", "info", "check", "events", "verify"})
+        self.assertEqual(set(sections),
+                         {"convert", "watch", "info", "check", "validate", "events", "export", "verify"})
         for command, section in sections.items():
             if command == "watch":
                 section += sections["convert"]

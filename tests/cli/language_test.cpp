@@ -20,8 +20,8 @@ Finished InRussian(const QString& directory, const QStringList& arguments)
 std::vector<QStringList> Helps()
 {
     std::vector<QStringList> helps = {{"--help"}};
-    for (const char* command :
-         {"check", "convert", "dictionary", "events", "info", "sample", "verify", "view", "watch", "help"})
+    for (const char* command : {"check", "convert", "dictionary", "events", "export", "info", "sample",
+                                "validate", "verify", "view", "watch", "help"})
         helps.push_back({command, "--help"});
     return helps;
 }

@@ -65,8 +65,10 @@ TEST(Usage, HelpNamesTheCommandsAndHowToStart)
             "  dictionary                  Write a first sorting dictionary for the channels of a recording\n"
             "  events                      Say what happened: the fault, the events, what the protection "
             "did\n"
+            "  export                      Write recordings and COMTRADE records in another form\n"
             "  info                        Show what is in recordings and COMTRADE records\n"
             "  sample                      Write a sample station: recordings and their ini file\n"
+            "  validate                    Check whether COMTRADE records keep to the standard\n"
             "  verify                      Compare a record with its recording, or with itself\n"
             "  view                        Show a recording or COMTRADE record as a page for the browser, or "
             "as a "
@@ -97,7 +99,7 @@ TEST(Usage, HelpOfConvertNamesItsOptions)
                                "--no-sync",        "--json",
                                "--log FILE",       "--max-memory SIZE",
                                "--events",         "--lines FILE",
-                               "FILE ... REQUIRED"})
+                               "--salvage",        "FILE ... REQUIRED"})
         EXPECT_TRUE(run.out.contains(QLatin1String("\n  ") + QLatin1String(option))) << option;
 }
 

@@ -12,21 +12,17 @@ INSTANTIATE_TEST_SUITE_P(
               "zucmtr"},
         Wrong{{"nosuch", "--help"},
               2,
-              "there is no command 'nosuch'; there are check, convert, dictionary, events, info, sample, "
-              "verify, view, "
-              "watch, "
-              "help",
-              "нет команды «nosuch»; есть check, convert, dictionary, events, info, sample, verify, view, "
-              "watch, help",
+              "there is no command 'nosuch'; there are check, convert, dictionary, events, export, info, "
+              "sample, validate, verify, view, watch, help",
+              "нет команды «nosuch»; есть check, convert, dictionary, events, export, info, sample, "
+              "validate, verify, view, watch, help",
               "zucmtr"},
         Wrong{{"help", "nosuch"},
               2,
-              "there is no command 'nosuch'; there are check, convert, dictionary, events, info, sample, "
-              "verify, view, "
-              "watch, "
-              "help",
-              "нет команды «nosuch»; есть check, convert, dictionary, events, info, sample, verify, view, "
-              "watch, help",
+              "there is no command 'nosuch'; there are check, convert, dictionary, events, export, info, "
+              "sample, validate, verify, view, watch, help",
+              "нет команды «nosuch»; есть check, convert, dictionary, events, export, info, sample, "
+              "validate, verify, view, watch, help",
               "zucmtr"},
         Wrong{{"rec.ZU"},
               2,

@@ -102,23 +102,23 @@ TEST_P(ComtradeConfigurationError, NamesFileLineAndValue)
 INSTANTIATE_TEST_SUITE_P(
     Lines, ComtradeConfigurationError,
     testing::Values(
-        Spoilt{1, "a,b", "rec.cfg, line 1: no revision year: records of 1991 are not supported"},
+        Spoilt{1, "a,b", "rec.cfg, line 1: the first line has no revision year, which stands for 1991"},
         Spoilt{1, "a", "rec.cfg, line 1: station, device, revision needs 2 fields, there are 1"},
-        Spoilt{1, "a,b,c,2013", "rec.cfg, line 1: more than three fields; does a name hold a comma?"},
-        Spoilt{1, "a,b,2001", "rec.cfg, line 1: revision '2001' is not supported, only 1999 and 2013"},
+        Spoilt{1, "a,b,c,2013", "rec.cfg, line 1: a text holds a comma, which separates fields"},
+        Spoilt{1, "a,b,2001", "rec.cfg, line 1: revision '2001' is none of 1991, 1999 and 2013"},
         Spoilt{2, "3,2A,1X", "rec.cfg, line 2: '1X' should be a number and D"},
         Spoilt{2, "3,-2A,1D", "rec.cfg, line 2: -2 channels, but only 12 lines follow"},
         Spoilt{2, "3,999999999999A,1D", "rec.cfg, line 2: 999999999999 channels, but only 12 lines follow"},
         Spoilt{2, "4,2A,1D", "rec.cfg, line 2: 4 channels in all are not 2 and 1"},
         Spoilt{3, "1,I,a,A,Q1,A,0.5,-1,2.5,-32767,32767,1000,5,P",
-               "rec.cfg, line 3: an analog channel has 13 fields, there are 14; does a name hold a comma?"},
+               "rec.cfg, line 3: a text holds a comma, which separates fields"},
         Spoilt{3, "1,Ia,A,Q1,A,x,-1,2.5,-32767,32767,1000,5,P",
                "rec.cfg, line 3: multiplier a is 'x', which is no number"},
         Spoilt{3, "1,Ia,A,Q1,A,1,-1,2.5,-32767,32767,1000,5,X", "rec.cfg, line 3: 'X' should be P or S"},
         Spoilt{5, "1,Trip,,Q1", "rec.cfg, line 5: a status channel needs 5 fields, there are 4"},
         Spoilt{7, "9", "rec.cfg, line 7: 9 rates, but only 7 lines follow"},
         Spoilt{8, "-1,4", "rec.cfg, line 8: the rate or its last sample is out of range"},
-        Spoilt{8, "nan,4", "rec.cfg, line 8: the rate or its last sample is out of range"},
+        Spoilt{8, "nan,4", "rec.cfg, line 8: rate is 'nan', which is no number"},
         Spoilt{9, "31/13/2024,00:00:00.0", "rec.cfg, line 9: '31/13/2024,00:00:00.0' is no date and time"},
         Spoilt{9, "31/01/2024,0:0", "rec.cfg, line 9: '31/01/2024,0:0' should be dd/mm/yyyy,hh:mm:ss.ssssss"},
         Spoilt{11, "Text", "rec.cfg, line 11: data file type 'Text' is not known"}));
@@ -129,5 +129,5 @@ TEST(ComtradeConfiguration, SaysWhatFollowsWhereATextEnds)
               "rec.cfg: ends after line 0, where station, device, revision should follow");
     const QByteArray text = ExampleConfiguration();
     EXPECT_EQ(ErrorOf([&] { Parsed(text.left(text.indexOf("0,3"))); }),
-              "rec.cfg: ends after line 13, where time quality should follow");
+              "rec.cfg, line 13: the line with time quality is missing");
 }

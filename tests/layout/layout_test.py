@@ -13,7 +13,7 @@ ROWS = [
     "src/writers",
     "tools/text",
     "tools/explain tools/recorderfile",
-    "tools/comtrade tools/output tools/station tools/dictionary",
+    "tools/comtrade tools/output tools/station tools/dictionary tools/salvage",
     "tools/analysis",
     "tools/verify tools/info tools/inicheck tools/view tools/validate tools/forms",
     "tools/zucmtr/terminal",

@@ -1,33 +1,20 @@
 #include "comtrade/datareader.h"
 
+#include "comtrade/asciirecord.h"
+#include "comtrade/binaryrecord.h"
 #include "explain/system.h"
 #include "text/texts.h"
 
-#include <QtEndian>
-
 #include <algorithm>
-#include <charconv>
-#include <cmath>
 #include <cstring>
-#include <limits>
 
 namespace comtrade {
 
 namespace {
 
-constexpr size_t BlockSize = size_t{1} << 20;
-constexpr double Missing = std::numeric_limits<double>::quiet_NaN();
-
-size_t AnalogSize(DataType type)
-{
-    return type == DataType::Binary ? 2 : 4;
-}
-
-size_t BinaryRecordSize(const Configuration& configuration)
-{
-    return 8 + AnalogSize(configuration.dataType) * configuration.analog.size() +
-           (configuration.states.size() + 15) / 16 * 2;
-}
+constexpr size_t BufferSize = size_t{1} << 18U; // stays in the processor's cache
+constexpr size_t BlockSize = size_t{1} << 18U;
+constexpr size_t Margin = PlainLineMargin;
 
 // An ASCII record may be this long: numbers of up to 30 characters.
 size_t LongestLine(const Configuration& configuration)
@@ -35,100 +22,28 @@ size_t LongestLine(const Configuration& configuration)
     return 128 + 32 * (configuration.analog.size() + configuration.states.size());
 }
 
-// ASCII codes go from -99999 to 99998; 99999 stands for a missing value, as an empty field does.
-double AsciiCode(double number)
+size_t LongestRecord(const Configuration& configuration, DataType type)
 {
-    constexpr double missing = 99999;
-    return number == missing || !std::isfinite(number) ? Missing : number;
+    return type == DataType::Ascii ? LongestLine(configuration) : BinaryRecordSize(configuration, type);
 }
 
-double AnalogCode(DataType type, const char* bytes)
+LineShape ShapeOf(const Configuration& configuration)
 {
-    if (type == DataType::Binary) {
-        const auto code = qFromLittleEndian<qint16>(bytes);
-        return code == std::numeric_limits<qint16>::min() ? Missing : code;
-    }
-    if (type == DataType::Binary32) {
-        const auto code = qFromLittleEndian<qint32>(bytes);
-        return code == std::numeric_limits<qint32>::min() ? Missing : code;
-    }
-    const auto word = qFromLittleEndian<quint32>(bytes);
-    float value = 0;
-    std::memcpy(&value, &word, sizeof value);
-    return std::isfinite(value) ? static_cast<double>(value) : Missing;
+    return {configuration.analog.size(), configuration.states.size(), MissingCode(configuration.revision)};
 }
 
-// The fields of an ASCII record, one by one.
-class Fields
+StoredForm Open(QFile& file, qint64 offset, qint64 length, const Configuration& configuration,
+                Findings* forgiven)
 {
-public:
-    Fields(const char* begin, const char* end_) : next(begin), end(end_) {}
-
-    // Moves to the next field; false if there is none.
-    bool Take()
-    {
-        if (next == nullptr)
-            return false;
-        const auto* comma = static_cast<const char*>(std::memchr(next, ',', static_cast<size_t>(end - next)));
-        first = next;
-        last = comma != nullptr ? comma : end;
-        next = comma != nullptr ? comma + 1 : nullptr;
-        while (first != last && *first == ' ')
-            ++first;
-        while (first != last && last[-1] == ' ')
-            --last;
-        return true;
-    }
-
-    // Takes a plain number of up to 18 digits, which nearly every field is: this halves the time to
-    // read a record. If false, the field is left to Take.
-    bool TakePlain(qint64& number)
-    {
-        if (next == nullptr)
-            return false;
-        const bool negative = next != end && *next == '-';
-        const char* const digits = next + (negative ? 1 : 0);
-        const char* at = digits;
-        qint64 value = 0;
-        while (at != end && *at >= '0' && *at <= '9' && at - digits < 18)
-            value = value * 10 + (*at++ - '0');
-        if (at == digits || (at != end && *at != ','))
-            return false;
-        next = at != end ? at + 1 : nullptr;
-        number = negative ? -value : value;
-        return true;
-    }
-
-    // The same for the state of a channel that is not the last.
-    bool TakeState(quint8& state)
-    {
-        if (next == nullptr || end - next < 2 || next[1] != ',' || (*next != '0' && *next != '1'))
-            return false;
-        state = static_cast<quint8>(*next - '0');
-        next += 2;
-        return true;
-    }
-
-    bool IsEmpty() const { return first == last; }
-    bool AtEnd() const { return next == nullptr; }
-    QString Text() const
-    {
-        return QString::fromLatin1(first, static_cast<int>(std::min<ptrdiff_t>(last - first, 40)));
-    }
-
-    template <class Number>
-    bool To(Number& number) const
-    {
-        const auto result = std::from_chars(first, last, number);
-        return result.ec == std::errc() && result.ptr == last;
-    }
-
-private:
-    const char* next;
-    const char* end;
-    const char* first = nullptr;
-    const char* last = nullptr;
-};
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered) || !file.seek(offset))
+        throw Error(Tr("comtrade", "%1: cannot be read: %2")
+                        .arg(file.fileName(), explain::SystemText(file.errorString())));
+    if (forgiven != nullptr)
+        return FormOf(file, offset, length, configuration, *forgiven);
+    StoredForm form;
+    form.type = configuration.dataType;
+    return form;
+}
 
 } // namespace
 
@@ -143,15 +58,15 @@ void Block::Resize(size_t records, const Configuration& configuration)
 
 DataReader::DataReader(const QString& path, qint64 offset, qint64 length, const Configuration& configuration_,
                        Findings* forgiven_)
-    : file(path), configuration(configuration_), forgiven(forgiven_)
+    : file(path), configuration(configuration_), forgiven(forgiven_),
+      form(Open(file, offset, length, configuration_, forgiven_)), type(form.type),
+      shape(ShapeOf(configuration_)), readPlainLine(BestPlainLineReader()),
+      longest(LongestRecord(configuration_, type)),
+      wanted(configuration_.rates.empty() ? 0 : configuration_.SampleCount()),
+      left(length >= 0 ? length : file.size() - offset), begin(Margin), end(Margin)
 {
-    if (!file.open(QIODevice::ReadOnly) || !file.seek(offset))
-        throw Error(
-            Tr("comtrade", "%1: cannot be read: %2").arg(path, explain::SystemText(file.errorString())));
-    left = length >= 0 ? length : file.size() - offset;
-    const size_t longest = configuration.dataType == DataType::Ascii ? LongestLine(configuration)
-                                                                     : BinaryRecordSize(configuration);
-    buffer.resize(std::max(std::min(BlockSize, static_cast<size_t>(std::max<qint64>(left, 0))), longest));
+    const size_t part = std::min(BufferSize, static_cast<size_t>(std::max<qint64>(left, 0)));
+    buffer.resize(Margin + std::max(part, longest) + 2 + Margin); // room for a character of UTF-16
 }
 
 void DataReader::Fail(const QString& what) const
@@ -159,145 +74,140 @@ void DataReader::Fail(const QString& what) const
     throw Error(Tr("comtrade", "%1, record %2: %3").arg(file.fileName()).arg(record).arg(what));
 }
 
-// Makes sure that the buffer holds at least `wanted` bytes; false if the part ends first.
-bool DataReader::Fill(size_t wanted)
+// Makes sure that the buffer holds at least so many bytes; false if the part ends first.
+bool DataReader::Fill(size_t bytes)
 {
-    if (end - begin >= wanted)
+    if (Unread() >= bytes)
         return true;
-    std::memmove(buffer.data(), buffer.data() + begin, end - begin);
-    end -= begin;
-    begin = 0;
-    while (end < wanted && left > 0) {
-        const qint64 room = static_cast<qint64>(buffer.size() - end);
+    std::memmove(buffer.data() + Margin, buffer.data() + begin, Unread());
+    end = Margin + Unread();
+    begin = Margin;
+    while (Unread() < bytes && left > 0) {
+        const auto room = static_cast<qint64>(buffer.size() - Margin - end);
         const qint64 count = file.read(buffer.data() + end, std::min(room, left));
-        if (count < 0)
+        if (count < 0) {
+            ++record;
             Fail(Tr("comtrade", "reading fails: %1").arg(explain::SystemText(file.errorString())));
+        }
         left = count == 0 ? 0 : left - count;
         end += static_cast<size_t>(count);
+        if (form.bytesOfACharacter == 2)
+            Narrow(end - static_cast<size_t>(count));
     }
-    return end >= wanted;
+    return Unread() >= bytes;
 }
 
 bool DataReader::Next(Row& row)
 {
-    ++record;
-    row.analog.resize(configuration.analog.size());
-    row.states.resize(configuration.states.size());
-    return configuration.dataType == DataType::Ascii ? NextAscii(row) : NextBinary(row);
+    row.analog.resize(shape.analog);
+    row.states.resize(shape.states);
+    if (Take({&row.number, &row.time, row.analog.data(), row.states.data()}, 1) == 0)
+        return false;
+    row.hasTime = row.time != Block::NoTime;
+    row.time = row.hasTime ? row.time : 0;
+    return true;
 }
 
 bool DataReader::Next(Block& block)
 {
     if (failure)
         std::rethrow_exception(failure);
-    const size_t channels = configuration.analog.size() + configuration.states.size();
-    const size_t wanted = std::max<size_t>(1, (size_t{256} << 10U) / (16 + 8 * channels));
-    block.Resize(wanted, configuration);
-    block.count = 0;
-    try {
-        while (block.count < wanted && Next(one)) {
-            const size_t i = block.count++;
-            block.numbers[i] = one.number;
-            block.times[i] = one.hasTime ? one.time : Block::NoTime;
-            std::copy(one.analog.begin(), one.analog.end(), block.analog.begin() + i * one.analog.size());
-            std::copy(one.states.begin(), one.states.end(), block.states.begin() + i * one.states.size());
-        }
-    } catch (const Error&) {
-        failure = std::current_exception();
-        if (block.count == 0)
-            throw;
-    }
+    const size_t most = std::max<size_t>(1, BlockSize / (16 + 8 * (shape.analog + shape.states)));
+    block.Resize(most, configuration);
+    block.count =
+        Take({block.numbers.data(), block.times.data(), block.analog.data(), block.states.data()}, most);
     return block.count > 0;
 }
 
-bool DataReader::NextBinary(Row& row)
+// Takes up to `most` records; less than one at the end.
+size_t DataReader::Take(const Target& target, size_t most)
 {
-    const size_t size = BinaryRecordSize(configuration);
-    if (!Fill(size)) {
-        if (begin == end)
-            return false;
-        Fail(Tr("comtrade", "is cut off: %1 of %2 bytes").arg(end - begin).arg(size));
+    return type == DataType::Ascii ? TakeLines(target, most) : TakeBinary(target, most);
+}
+
+size_t DataReader::TakeBinary(const Target& target, size_t most)
+{
+    if (hasEnded)
+        return 0;
+    if (!Fill(longest) && forgiven != nullptr) {
+        FinishBinary();
+        return 0;
     }
-    const char* bytes = buffer.data() + begin;
-    begin += size;
-    row.number = qFromLittleEndian<quint32>(bytes);
-    const auto time = qFromLittleEndian<quint32>(bytes + 4);
-    row.hasTime = time != std::numeric_limits<quint32>::max();
-    row.time = row.hasTime ? qint64{time} : 0;
-    bytes += 8;
-    for (double& code : row.analog) {
-        code = AnalogCode(configuration.dataType, bytes);
-        bytes += AnalogSize(configuration.dataType);
+    if (Unread() > 0 && Unread() < longest) {
+        ++record;
+        Fail(Tr("comtrade", "is cut off: %1 of %2 bytes").arg(Unread()).arg(longest));
     }
-    for (size_t i = 0; i < row.states.size(); ++i)
-        row.states[i] = (static_cast<unsigned char>(bytes[i / 8]) >> (i % 8)) & 1U;
+    size_t count = std::min(most, Unread() / longest);
+    if (forgiven != nullptr && wanted > 0) { // what follows the last record is looked at one by one
+        if (IsComplete() && count > 0 && IsZeroRecord()) {
+            EndWithZeros();
+            return 0;
+        }
+        const auto rest = static_cast<size_t>(std::max<qint64>(wanted - record, 1));
+        count = std::min(count, rest);
+    }
+    ReadBinary(At(), count, configuration, type, target);
+    begin += count * longest;
+    record += static_cast<qint64>(count);
+    return count;
+}
+
+bool DataReader::IsZeroRecord() const
+{
+    return std::all_of(At(), At() + longest, [](char byte) { return byte == 0; });
+}
+
+// What precedes a malformed line is delivered before its Error.
+size_t DataReader::TakeLines(Target target, size_t most)
+{
+    size_t count = 0;
+    try {
+        while (count < most && !hasEnded && TakeLine(target)) {
+            ++count;
+            ++target.number;
+            ++target.time;
+            target.analog += shape.analog;
+            target.states += shape.states;
+        }
+    } catch (const Error&) {
+        failure = std::current_exception();
+        if (count == 0)
+            throw;
+    }
+    return count;
+}
+
+bool DataReader::TakeLine(const Target& target)
+{
+    Fill(longest);
+    const char* const after = readPlainLine(At(), buffer.data() + end, shape, target);
+    if (after == nullptr)
+        return forgiven != nullptr ? TakeForgivingLine(target) : TakeStrictLine(target);
+    ++record;
+    begin = static_cast<size_t>(after - buffer.data());
     return true;
 }
 
-bool DataReader::NextAscii(Row& row)
+bool DataReader::TakeStrictLine(const Target& target)
 {
-    const size_t longest = LongestLine(configuration);
-    Fill(std::min(longest, buffer.size()));
-    const char* line = buffer.data() + begin;
-    constexpr char EndOfFile = 0x1A; // closes the files of some writers
-    const auto available = static_cast<size_t>(end - begin);
-    const bool container = available >= 3 && std::memcmp(line, "---", 3) == 0;
-    if (available == 0 || *line == EndOfFile || container)
+    const char* const line = At();
+    const char* const limit = buffer.data() + end;
+    if (line == limit || *line == EndOfFile || (limit - line >= 3 && std::memcmp(line, "---", 3) == 0))
         return false;
-    const auto* feed = static_cast<const char*>(std::memchr(line, '\n', available));
-    if (feed == nullptr && available >= longest)
+    ++record;
+    const auto* feed = static_cast<const char*>(std::memchr(line, '\n', Unread()));
+    if (feed == nullptr && Unread() >= longest)
         Fail(Tr("comtrade", "has no end within %1 bytes").arg(longest));
-    const char* stop = feed != nullptr ? feed : line + available;
+    const char* stop = feed != nullptr ? feed : limit;
     begin = static_cast<size_t>((feed != nullptr ? feed + 1 : stop) - buffer.data());
     if (stop != line && stop[-1] == '\r')
         --stop;
-    ParseLine(line, stop, row);
+    try {
+        ReadLine(line, stop, configuration, {file.fileName(), record, nullptr}, target);
+    } catch (const Error& error) {
+        Fail(text::MessageOf(error));
+    }
     return true;
-}
-
-void DataReader::ParseLine(const char* line, const char* stop, Row& row) const
-{
-    Fields fields(line, stop);
-    const auto next = [&](const QString& what) {
-        if (!fields.Take())
-            Fail(Tr("comtrade", "ends before %1").arg(what));
-    };
-    const auto bad = [&](const QString& what) {
-        Fail(Tr("comtrade", "%1 is '%2', which is no number").arg(what, fields.Text()));
-    };
-    next(QStringLiteral("n"));
-    if (!fields.To(row.number))
-        bad(QStringLiteral("n"));
-    next(QStringLiteral("timestamp"));
-    row.hasTime = !fields.IsEmpty();
-    row.time = 0;
-    if (row.hasTime && !fields.To(row.time))
-        bad(QStringLiteral("timestamp"));
-    for (size_t i = 0; i < row.analog.size(); ++i) {
-        qint64 code = 0;
-        if (fields.TakePlain(code)) {
-            row.analog[i] = AsciiCode(static_cast<double>(code));
-            continue;
-        }
-        if (!fields.Take())
-            Fail(Tr("comtrade", "ends before analog channel %1").arg(i + 1));
-        if (fields.IsEmpty())
-            row.analog[i] = Missing;
-        else if (fields.To(row.analog[i]))
-            row.analog[i] = AsciiCode(row.analog[i]);
-        else
-            bad(Tr("comtrade", "analog channel %1").arg(i + 1));
-    }
-    for (size_t i = 0; i < row.states.size(); ++i) {
-        if (fields.TakeState(row.states[i]))
-            continue;
-        if (!fields.Take())
-            Fail(Tr("comtrade", "ends before status channel %1").arg(i + 1));
-        if (!fields.To(row.states[i]) || row.states[i] > 1)
-            bad(Tr("comtrade", "status channel %1").arg(i + 1));
-    }
-    if (!fields.AtEnd())
-        Fail(Tr("comtrade", "has more fields than channels"));
 }
 
 } // namespace comtrade

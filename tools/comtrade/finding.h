@@ -32,6 +32,10 @@ public:
 
     void Add(const Finding& finding);
 
+    /// All of the others, with those that they did not keep. Those from the index on move down by so many
+    /// lines, if they have one.
+    void Add(const Findings& others, size_t firstMoved, qint64 lines);
+
     /// In the order in which they were added.
     const std::vector<Finding>& All() const { return findings; }
 

@@ -1,4 +1,4 @@
-// COMTRADE records (IEEE C37.111, revisions 1999 and 2013) as their readers see them.
+// COMTRADE records (IEEE C37.111, revisions 1991, 1999 and 2013) as their readers see them.
 //
 //     comtrade::Record record(QStringLiteral("rec.cfg")); // or rec.cff
 //     comtrade::Row row;
@@ -10,6 +10,7 @@
 #pragma once
 
 #include "comtrade/finding.h"
+#include "comtrade/places.h"
 #include "text/error.h"
 
 #include <QByteArray>
@@ -29,11 +30,12 @@ public:
     using text::Error::Error;
 };
 
-enum class Revision { R1999 = 1999, R2013 = 2013 };
+enum class Revision { R1991 = 1991, R1999 = 1999, R2013 = 2013 };
 
 enum class DataType { Ascii, Binary, Binary32, Float32 };
 
-/// An analog channel; its value in `unit` is a * code + b.
+/// An analog channel; its value in `unit` is a * code + b. Revision 1991 has no ratio and no side: there they
+/// are 1, 1 and primary.
 struct AnalogChannel
 {
     int number = 0;
@@ -86,7 +88,7 @@ struct Configuration
     TimeStamp trigger;
     DataType dataType = DataType::Ascii;
     double timeMultiplier = 1;
-    // As written in revision 2013; empty in revision 1999.
+    // As written in revision 2013; empty where the lines are missing, as in the other revisions.
     QString timeCode;
     QString localCode;
     QString timeQuality;
@@ -105,9 +107,13 @@ bool IsRecordFile(const QString& path);
 /// The name of the type in a CFG file.
 QString NameOf(DataType type);
 
-/// Parses a CFG text, UTF-8 or, if not valid as that, Windows-1251. fileName is for the Error and the
-/// findings. What is not as it should be, but has only one meaning, is added to `forgiven`; without it, it is
-/// an Error.
+/// Parses a CFG text. fileName is for the Error and the findings, firstLine the number of the text's first
+/// line in that file. What is not as it should be, but has only one meaning, is added to `forgiven`; without
+/// it, it is an Error. Where the parts are is left in `places`, if it is given.
+Configuration ParseConfiguration(const QString& text, const QString& fileName, Findings* forgiven,
+                                 qint64 firstLine = 1, Places* places = nullptr);
+
+/// The same of bytes whose encoding is found out.
 Configuration ParseConfiguration(const QByteArray& text, const QString& fileName,
                                  Findings* forgiven = nullptr);
 
@@ -169,9 +175,19 @@ public:
 
     const Configuration& Config() const { return configuration; }
 
+    /// Where the parts of the configuration are in its file, the .cfg or .cff.
+    const comtrade::Places& Places() const { return places; }
+
+    /// The encoding of the configuration, as given or found out, by a name that QTextCodec knows.
+    const QString& Encoding() const { return encoding; }
+
     /// The pieces as stored; empty if there are none.
     const QByteArray& Header() const { return header; }
     const QByteArray& Information() const { return information; }
+
+    /// The same as texts, in the encoding that was given, else in the one that is found out for each.
+    QString HeaderText() const;
+    QString InformationText() const;
 
     /// Reads the next record into row, whose vectors are used again; false after the last one. Throws Error
     /// for a record that is cut off or malformed.
@@ -187,10 +203,15 @@ public:
 private:
     void OpenContainer(const QString& path);
     void OpenPieces(const QString& path);
+    Findings* Forgiving();
+    void Parse(const QByteArray& text, const QString& path, qint64 firstLine);
+    void CountSamples(const QString& path, qint64 offset, qint64 length);
 
     const ReadingOptions options;
     Findings findings;
+    QString encoding;
     Configuration configuration;
+    comtrade::Places places;
     QByteArray header;
     QByteArray information;
     std::unique_ptr<DataReader> data;

@@ -118,27 +118,11 @@ void AddMissing(Description& description, const RecordData& data)
     description.AddForPrograms("samplesFound", data.samples);
 }
 
-// Any device or program may have written the record.
-void CheckCount(Description& description, qint64 wanted, qint64 found)
-{
-    if (found < wanted)
-        description.Fail(reason::SamplesLacking,
-                         Tr("info", "the configuration says %1 samples, the data hold only %2: their end is "
-                                    "lost; copy the record again from where it was made")
-                             .arg(wanted)
-                             .arg(found));
-    if (found > wanted)
-        description.Fail(reason::SamplesLeftOver,
-                         Tr("info", "the configuration says %1 samples, the data hold %2: the two may be of "
-                                    "different records; compare their file names and times")
-                             .arg(wanted)
-                             .arg(found));
-}
-
 void DescribeOpen(Description& description, comtrade::Record& record)
 {
     const comtrade::Configuration& configuration = record.Config();
     AddIdentity(description, configuration);
+    description.Add("encoding", Tr("info", "Encoding"), record.Encoding());
     const RecordData data = ReadData(record);
     AddSampling(description, SamplingOf(configuration, data));
     AddChannelCount(description, configuration.analog.size(), configuration.states.size());
@@ -149,7 +133,6 @@ void DescribeOpen(Description& description, comtrade::Record& record)
         return;
     }
     AddMissing(description, data);
-    CheckCount(description, configuration.SampleCount(), data.samples);
 }
 
 } // namespace
@@ -163,8 +146,11 @@ void DescribeRecord(Description& description)
         return;
     }
     try {
-        comtrade::Record record(description.file);
+        comtrade::ReadingOptions options;
+        options.encoding = description.encoding;
+        comtrade::Record record(description.file, options);
         DescribeOpen(description, record);
+        description.forgiven = record.Forgiven().All();
     } catch (const comtrade::Error& error) {
         description.Fail(reason::RecordUnreadable, text::MessageOf(error));
     }

@@ -4,6 +4,7 @@
 #include "info/description.h"
 #include "info/facts.h"
 #include "info/recordingdata.h"
+#include "info/salvageable.h"
 #include "info/values.h"
 
 #include "base/chainnames.h"
@@ -18,6 +19,9 @@
 
 #include <QFile>
 #include <QFileInfo>
+
+#include <algorithm>
+#include <cstring>
 
 namespace info {
 
@@ -224,6 +228,19 @@ void AddRemains(Description& description, const QString& path)
                     Tr("info", "%1 in the header").arg(header.channelCount));
 }
 
+// Whether something of the recording is not in the description that --salvage may convert.
+bool IsDamaged(const Description& description)
+{
+    const auto isBadEnd = [](const Fact& fact) {
+        return fact.key == QLatin1String("chainEnd") &&
+               fact.value == QLatin1String(reason::NextFileUnreadable);
+    };
+    if (std::strcmp(description.reason, reason::OutOfMemory) == 0)
+        return false;
+    return !description.error.isEmpty() ||
+           std::any_of(description.facts.begin(), description.facts.end(), isBadEnd);
+}
+
 } // namespace
 
 void DescribeRecording(Description& description)
@@ -243,6 +260,8 @@ void DescribeRecording(Description& description)
     }
     if (!description.error.isEmpty() && description.facts.empty() && explain::BeginsAsRecording(path))
         AddRemains(description, path);
+    if (IsDamaged(description))
+        AddSalvageable(description);
 }
 
 } // namespace info

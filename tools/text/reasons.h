@@ -116,6 +116,77 @@ inline constexpr char LineNotMatched[] = "lineNotMatched";
 inline constexpr char LineMissing[] = "lineMissing";
 inline constexpr char UnknownCircuit[] = "unknownCircuit";
 
+// About what is exported.
+inline constexpr char FilePresent[] = "filePresent";
+inline constexpr char FormCannotHold[] = "formCannotHold";
+inline constexpr char NothingThere[] = "nothingThere";
+
+// What readers of COMTRADE records forgive, and what else is wrong with a record.
+inline constexpr char BlankLine[] = "blankLine";
+inline constexpr char BytesLeftOver[] = "bytesLeftOver";
+inline constexpr char ClockNotSet[] = "clockNotSet";
+inline constexpr char CountsDiffer[] = "countsDiffer";
+inline constexpr char DataTypeDiffers[] = "dataTypeDiffers";
+inline constexpr char DateForm[] = "dateForm";
+inline constexpr char DateOrder[] = "dateOrder";
+inline constexpr char EndOfFileMark[] = "endOfFileMark";
+inline constexpr char FieldEmpty[] = "fieldEmpty";
+inline constexpr char FieldSeparator[] = "fieldSeparator";
+inline constexpr char FieldsLacking[] = "fieldsLacking";
+inline constexpr char FieldsLeftOver[] = "fieldsLeftOver";
+inline constexpr char FileName[] = "fileName";
+inline constexpr char LimitsSwapped[] = "limitsSwapped";
+inline constexpr char LineEnds[] = "lineEnds";
+inline constexpr char LineLacking[] = "lineLacking";
+inline constexpr char LinesLeftOver[] = "linesLeftOver";
+inline constexpr char NumberForm[] = "numberForm";
+inline constexpr char RevisionUnknown[] = "revisionUnknown";
+inline constexpr char SampleCutOff[] = "sampleCutOff";
+inline constexpr char SectionLacking[] = "sectionLacking";
+inline constexpr char SectionMark[] = "sectionMark";
+inline constexpr char TimeForm[] = "timeForm";
+inline constexpr char WordForm[] = "wordForm";
+inline constexpr char ZerosLeftOver[] = "zerosLeftOver";
+
+// What 'zucmtr validate' finds in a configuration, besides what the reader forgives.
+inline constexpr char BadLeapSecond[] = "badLeapSecond";
+inline constexpr char BadTimeCode[] = "badTimeCode";
+inline constexpr char BadTimeQuality[] = "badTimeQuality";
+inline constexpr char ChannelNumbering[] = "channelNumbering";
+inline constexpr char ControlCharacter[] = "controlCharacter";
+inline constexpr char FieldTooLong[] = "fieldTooLong";
+inline constexpr char LimitsBeyondType[] = "limitsBeyondType";
+inline constexpr char NoChannels[] = "noChannels";
+inline constexpr char NoSamples[] = "noSamples";
+inline constexpr char NotAscii[] = "notAscii";
+inline constexpr char OddFrequency[] = "oddFrequency";
+inline constexpr char RateContradicts[] = "rateContradicts";
+inline constexpr char RateOrder[] = "rateOrder";
+inline constexpr char RatioZero[] = "ratioZero";
+inline constexpr char SecondDigits[] = "secondDigits";
+inline constexpr char SkewTooLarge[] = "skewTooLarge";
+inline constexpr char StampsOverflow[] = "stampsOverflow";
+inline constexpr char TriggerOutside[] = "triggerOutside";
+inline constexpr char TypeNotInRevision[] = "typeNotInRevision";
+inline constexpr char YearOutOfRange[] = "yearOutOfRange";
+inline constexpr char ZeroMultiplier[] = "zeroMultiplier";
+
+// In the data.
+inline constexpr char CodeNotInteger[] = "codeNotInteger";
+inline constexpr char SampleNumbering[] = "sampleNumbering";
+inline constexpr char SamplesOutsideLimits[] = "samplesOutsideLimits";
+inline constexpr char TimesBackwards[] = "timesBackwards";
+inline constexpr char TimesDisagree[] = "timesDisagree";
+inline constexpr char TimesMissing[] = "timesMissing";
+
+// In the marks of a container, the header and the INF text.
+inline constexpr char ContainerRevision[] = "containerRevision";
+inline constexpr char DataMarkDiffers[] = "dataMarkDiffers";
+inline constexpr char HeaderNotText[] = "headerNotText";
+inline constexpr char InformationDiffers[] = "informationDiffers";
+inline constexpr char SectionOrder[] = "sectionOrder";
+inline constexpr char UnknownSection[] = "unknownSection";
+
 // Why the watch ends.
 inline constexpr char Terminated[] = "SIGTERM";
 inline constexpr char Interrupted[] = "SIGINT";

@@ -4,12 +4,15 @@
 // record must hold is computed here, independently of the writers.
 #pragma once
 
+#include "salvage/plan.h"
 #include "verify/device.h"
 #include "verify/mismatch.h"
 #include "verify/ownrecord.h"
 
 #include <QString>
 #include <QStringList>
+
+#include <optional>
 
 namespace verify {
 
@@ -49,6 +52,20 @@ public:
     /// Finds out what directory holds under the name of the recording's record, likewise. Whatever is there
     /// is an answer; a recording that cannot be read throws as in Check, and so does running out of memory.
     Presence Find(const QString& firstFile, const QString& directory, const QString& recordName = QString());
+
+    /// Which of the recording's channels are in the record that directory holds under the name, by the names
+    /// of the channels. Nothing if it has all, none or another's, and if its configuration cannot be read.
+    /// Throws as Find.
+    std::optional<salvage::Choice> ChannelsThere(const QString& firstFile, const QString& directory,
+                                                 const QString& recordName);
+
+    /// Names the lost channels of which the recording has nothing left, if the sorting dictionary has just as
+    /// many further ones.
+    void NameLost(salvage::Plan& plan) const;
+
+    /// Lines of an ini file that empty the entries of the sorting dictionary for channels that are not among
+    /// the chosen ones of the first file. Empty if there are none.
+    QString KeysWithout(const salvage::Choice& choice, const salvage::Segment& first) const;
 
     /// Reads a recording and nothing else. To be called for each recording that the converter could not
     /// finish, and for those that are not verified. Throws Unreadable.

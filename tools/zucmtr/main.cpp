@@ -6,9 +6,11 @@
 #include "zucmtr/commands/convertcommand.h"
 #include "zucmtr/commands/dictionarycommand.h"
 #include "zucmtr/commands/eventscommand.h"
+#include "zucmtr/commands/exportcommand.h"
 #include "zucmtr/commands/helpcommand.h"
 #include "zucmtr/commands/infocommand.h"
 #include "zucmtr/commands/samplecommand.h"
+#include "zucmtr/commands/validatecommand.h"
 #include "zucmtr/commands/verifycommand.h"
 #include "zucmtr/commands/viewcommand.h"
 #include "zucmtr/commands/watchcommand.h"
@@ -81,8 +83,10 @@ void Describe(CLI::App& app, Action& chosen, const char* program)
     AddConvertCommand(app, chosen);
     AddDictionaryCommand(app, chosen);
     AddEventsCommand(app, chosen);
+    AddExportCommand(app, chosen);
     AddInfoCommand(app, chosen);
     AddSampleCommand(app, chosen, QString::fromUtf8(program));
+    AddValidateCommand(app, chosen);
     AddVerifyCommand(app, chosen);
     AddViewCommand(app, chosen);
     AddWatchCommand(app, chosen);

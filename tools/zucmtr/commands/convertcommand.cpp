@@ -49,6 +49,7 @@ struct ConvertOptions
     FormOptions form;
     bool again = false;
     bool replace = false;
+    bool salvage = false;
     bool sync = false;
     bool noSync = false;
     bool trustWriter = false;
@@ -74,6 +75,9 @@ void CheckCombination(const ConvertOptions& options)
     if (PutsAway(options.work) && options.trustWriter)
         throw ConfigurationError(
             Tr("convert", "--remove-source and --archive need a verified record; leave --trust-writer out"));
+    if (options.salvage && options.trustWriter)
+        throw ConfigurationError(
+            Tr("convert", "--salvage needs a verified record; leave --trust-writer out"));
     if (PutsAway(options.work) && options.noSync)
         throw ConfigurationError(
             Tr("convert",
@@ -103,6 +107,7 @@ WorkOrder OrderOf(const ConvertOptions& options)
     order.sync = options.sync || PutsAway(options.work);
     order.again = options.again;
     order.replace = options.replace;
+    order.salvage = options.salvage;
     order.form = FormOf(options.form);
     order.layout = LayoutOf(options);
     order.mirror = Mirrors(options);
@@ -170,7 +175,9 @@ int Convert(const ConvertOptions& options, const RecordingList& list,
         report.Summarise(std::chrono::duration<double>(Clock::now() - start).count());
     if (interrupt::Came())
         return interrupt::ExitCode();
-    return report.Failed() == 0 ? ExitDone : ExitFailed;
+    if (report.Failed() > 0)
+        return ExitFailed;
+    return report.Salvaged() > 0 ? ExitLoss : ExitDone;
 }
 
 // What may be a recording: the ini file is searched for beside these.
@@ -268,6 +275,9 @@ void AddSafetyOptions(CLI::App& command, ConvertOptions& options)
                      HelpText("convert", "Convert even if the right record is there already"));
     command.add_flag("--replace", options.replace,
                      HelpText("convert", "Replace the record of another recording that has the same name"));
+    command.add_flag("--salvage", options.salvage,
+                     HelpText("convert", "Of a recording that is cut off or damaged, convert the channels "
+                                         "that are whole and report the others; without it, it fails"));
     CLI::Option* sync = command.add_flag(
         "--sync", options.sync,
         HelpText("convert", "Report a record only when it is on the disk, so that a power failure leaves it "
@@ -312,8 +322,8 @@ std::string Footer()
         "are of the trigger.\n"
         "\n"
         "Exit code: 0 all recordings converted, 1 at least one failed, 2 wrong usage or "
-        "configuration, 130 ended\n"
-        "by Ctrl-C (143 by SIGTERM).\n"
+        "configuration, 3 none\n"
+        "failed, but at least one was salvaged in part (--salvage), 130 ended by Ctrl-C (143 by SIGTERM).\n"
         "\n"
         "Example, with the sample station:\n"
         "  zucmtr sample --out station\n"

@@ -73,8 +73,8 @@ bool IsStillThere(const QByteArray& path, const Descriptor& directory)
 // Whether everything in a directory may have been written here, so that it is not one of the user's.
 bool HoldsARecordAlone(const QString& path)
 {
-    static const QStringList endings = {"cfg",    "dat",    "hdr",    "inf",    "cff",  "cfgtmp",
-                                        "dattmp", "hdrtmp", "inftmp", "cfftmp", "html", "earlier"};
+    static const QStringList endings = {"cfg",    "dat",    "hdr",    "inf",  "cff", "cfgtmp", "dattmp",
+                                        "hdrtmp", "inftmp", "cfftmp", "html", "csv", "mat",    "earlier"};
     const QFileInfoList inside =
         QDir(path).entryInfoList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
     return std::all_of(inside.begin(), inside.end(), [](const QFileInfo& file) {
@@ -86,16 +86,17 @@ bool HoldsARecordAlone(const QString& path)
     });
 }
 
-bool IsContainer(const QString& configuration)
+// A record of a single file, or an export that is no record.
+bool IsSingleFile(const QString& configuration)
 {
-    return configuration.endsWith(QLatin1String(".cff"));
+    return !configuration.endsWith(QLatin1String(".cfg"));
 }
 
 // The record's files that the library replaces or removes, the configuration first.
 QStringList Touched(const QStringList& names)
 {
     QStringList touched = names;
-    if (IsContainer(names.first()))
+    if (IsSingleFile(names.first()))
         return touched;
     for (const char* extension : {".dat", ".hdr", ".inf"})
         touched << names.first().chopped(4) + QLatin1String(extension);
@@ -245,7 +246,7 @@ void Staging::Commit(const QStringList& names, bool sync)
     Lock();
     CheckNames(names);
     RemoveTemporary(names.first());
-    if (names.size() == 1 && IsContainer(names.first())) {
+    if (names.size() == 1 && IsSingleFile(names.first())) {
         Replace(names.first());
     } else {
         SetAside(Touched(names));
@@ -290,7 +291,7 @@ void Staging::RemoveTemporary(const QString& configuration) const
 {
     QStringList extensions = {QStringLiteral(".cfgtmp"), QStringLiteral(".dattmp"), QStringLiteral(".hdrtmp"),
                               QStringLiteral(".inftmp")};
-    if (IsContainer(configuration))
+    if (IsSingleFile(configuration))
         extensions << QStringLiteral(".cfftmp");
     for (const QString& extension : extensions) {
         const QByteArray path = Final(configuration.chopped(4) + extension);

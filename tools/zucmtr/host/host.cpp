@@ -108,6 +108,7 @@ unsigned int Host::WaitTime(unsigned int device)
 
 Outcome Host::Convert(const QString& file, const QString& outDirectory, unsigned int device)
 {
+    const std::shared_lock<std::shared_mutex> lock(converting);
     Outcome outcome;
     try {
         outcome.converted = ZuCmtrConvertToComtrade(file, outDirectory, device);

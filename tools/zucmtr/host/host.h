@@ -7,6 +7,9 @@
 #include <QString>
 #include <QStringList>
 
+#include <mutex>
+#include <shared_mutex>
+
 /// What became of one recording.
 struct Outcome
 {
@@ -37,6 +40,14 @@ public:
     /// library would make a device from the defaults alone. Throws ConfigurationError with the log's lines.
     unsigned int LoadDevice(const QString& iniPath, const QString& section);
 
+    /// Does the work while nothing is converted: loading changes what all devices share.
+    template <class Work>
+    void Alone(const Work& work)
+    {
+        const std::unique_lock<std::shared_mutex> lock(converting);
+        work();
+    }
+
     /// How long a host should wait for a recording according to the device's section, milliseconds.
     static unsigned int WaitTime(unsigned int device);
 
@@ -51,4 +62,5 @@ private:
     [[noreturn]] void FailToLoad(const QString& what, const QString& iniPath);
 
     LogFile log;
+    std::shared_mutex converting; // shared by the conversions
 };

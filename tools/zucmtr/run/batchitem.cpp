@@ -37,5 +37,7 @@ QJsonObject JsonOf(const BatchItem& item)
     object["seconds"] = item.seconds;
     if (!item.summary.isEmpty())
         object["summary"] = QJsonDocument::fromJson(item.summary.toUtf8()).object();
+    if (!item.loss.isEmpty())
+        object["salvaged"] = QJsonDocument::fromJson(item.loss.toUtf8()).object();
     return object;
 }

@@ -45,7 +45,9 @@ struct BatchItem
     bool verified = false; // the record was compared with the recording, and is right
     SourceFate fate = SourceFate::Kept;
     double seconds = 0;
-    QString summary; // what happened, as JSON; empty: it was not asked for, or cannot be found out
+    QString summary;  // what happened, as JSON; empty: it was not asked for, or cannot be found out
+    QString salvaged; // what was saved of a damaged one, for people; empty: it is whole, or failed
+    QString loss;     // the same as JSON
 
     /// Marks it as failed. word is one of those in reasons.h.
     void Fail(const char* word, const QString& text);
@@ -57,11 +59,11 @@ template <class Item, class Visitor>
 void ForEachField(Item& item, const Visitor& visit)
 {
     auto& [recording, state, error, reason, blame, noRoom, recordName, directory, form, files, sources, notes,
-           leftOut, written, verified, fate, seconds, summary] = item;
+           leftOut, written, verified, fate, seconds, summary, salvaged, loss] = item;
     auto& [path, top, below] = recording;
     const auto all = [&visit](auto&... fields) { (visit(fields), ...); };
     all(path, top, below, state, error, reason, blame, noRoom, recordName, directory, form, files, sources,
-        notes, leftOut, written, verified, fate, seconds, summary);
+        notes, leftOut, written, verified, fate, seconds, summary, salvaged, loss);
 }
 
 /// The item as it is reported to programs; docs/json.md lists the keys.

@@ -50,6 +50,7 @@ QString BatchReport::Replaced(const BatchItem& item) const
 void BatchReport::Add(const BatchItem& item)
 {
     ++counts[item.state];
+    salvaged += item.salvaged.isEmpty() ? 0 : 1;
     if (form == ReportForm::Json) {
         QJsonObject object = JsonOf(item);
         if (!Replaced(item).isEmpty())
@@ -70,7 +71,7 @@ void BatchReport::PrintOutcome(const BatchItem& item) const
         Complain(WithNotes(file + QLatin1String(": ") + item.error, item.notes));
         return;
     }
-    if (form == ReportForm::Quiet)
+    if (form == ReportForm::Quiet && item.salvaged.isEmpty())
         return;
     QString text = file + QLatin1String(" -> ");
     if (item.state == ItemState::Planned)
@@ -79,9 +80,14 @@ void BatchReport::PrintOutcome(const BatchItem& item) const
         text += top.isEmpty() ? item.recordName : PlaceOf(item).mid(top.size() + 1);
     if (showsForms)
         text += QLatin1String(" (") + item.form + QLatin1Char(')');
+    if (!item.salvaged.isEmpty())
+        text += QLatin1String(" (") + Tr("batch", "salvaged: %1").arg(item.salvaged) + QLatin1Char(')');
     if (item.state == ItemState::Present)
         text += Tr("batch", "; it was there already");
-    PrintLine(WithNotes(text, item.notes));
+    if (form == ReportForm::Quiet) // a loss is a warning
+        Complain(WithNotes(text, item.notes));
+    else
+        PrintLine(WithNotes(text, item.notes));
 }
 
 void BatchReport::WarnOfReplaced(const BatchItem& item) const
@@ -109,6 +115,7 @@ void BatchReport::Summarise(double seconds) const
         comparesAll ? Tr("batch", "%1 converted and verified") : Tr("batch", "%1 converted"));
     add(Count(ItemState::Present), Tr("batch", "%1 there already"));
     add(Count(ItemState::Planned), Tr("batch", "%1 to convert"));
+    add(salvaged, Tr("batch", "%1 of them salvaged in part"));
     add(Failed(), Tr("batch", "%1 failed"));
     add(total - std::accumulate(counts.begin(), counts.end(), size_t{0}), Tr("batch", "%1 not started"));
     Complain(

@@ -29,6 +29,7 @@ public:
     void Summarise(double seconds) const;
 
     size_t Failed() const { return Count(ItemState::Failed); }
+    size_t Salvaged() const { return salvaged; }
 
 private:
     size_t Count(ItemState state) const { return counts.value(state); }
@@ -41,6 +42,7 @@ private:
     const bool showsForms;
     const QString top;
     const size_t total;
+    size_t salvaged = 0; // recordings of which the record has only what is whole
     QMap<ItemState, size_t> counts;
     QMap<QString, QString> records; // directory and name of a record to the file it was made from
 };

@@ -54,14 +54,18 @@ verify::Verifier MakeVerifier(const DeviceChoice& choice)
 
 } // namespace
 
-Worker::Worker(Host& host_, unsigned int device_, const DeviceChoice& choice, WorkOrder order_)
-    : host(host_), device(device_), order(std::move(order_)), verifier(MakeVerifier(choice)),
-      present(MakeVerifier(choice))
+Worker::Devices::Devices(unsigned int device_, const DeviceChoice& choice)
+    : device(device_), verifier(MakeVerifier(choice)), present(MakeVerifier(choice))
+{}
+
+Worker::Worker(Host& host_, unsigned int device, const DeviceChoice& choice, DeviceChoice own_,
+               WorkOrder order_)
+    : host(host_), own(std::move(own_)), order(std::move(order_)), usual(device, choice)
 {}
 
 RecordPlace Worker::PlaceOf(const Recording& recording) const
 {
-    const verify::RecordHead head = verify::RecordHeadOf(recording.path, verifier.Parameters());
+    const verify::RecordHead head = verify::RecordHeadOf(recording.path, usual.verifier.Parameters());
     if (!order.layout.IsGiven())
         return {order.mirror ? recording.below : QString(), head.name};
     return order.layout.PlaceOf(head, recording.path, recording.below);
@@ -69,7 +73,7 @@ RecordPlace Worker::PlaceOf(const Recording& recording) const
 
 bool Worker::LibraryDeletes() const
 {
-    return verifier.Parameters().DeletesSources();
+    return usual.verifier.Parameters().DeletesSources();
 }
 
 // Nothing is opened that cannot be a recording.
@@ -129,29 +133,37 @@ void Worker::Try(BatchItem& item)
         return;
     }
     if (LibraryDeletes()) {
-        Job job(item.recording.path, item.directory);
+        Job job(*this, item);
         if (!IsForeignThere(item, job))
-            ConvertUnseen(item);
+            ConvertUnseen(item, job);
+        ReportLoss(item, job);
         return;
     }
-    if (!cleaned.contains(item.directory)) {
-        Staging::RemoveLeft(item.directory);
-        cleaned.insert(item.directory);
-    }
-    Job job(item.recording.path, item.directory);
+    Prepare(item.directory);
+    Job job(*this, item);
     try {
         if (!TakePresent(item, job))
             Do(item, job);
     } catch (const verify::Unreadable&) {
         FailByCurrent(item);
-        if (CanBeRead(item.recording.path))
+        if (CanBeRead(item.recording.path, *job.devices, job.source))
             FailForAMoment(item);
     }
+    ReportLoss(item, job);
     if (item.state == ItemState::Present && (order.sync || PutsAway()))
         SyncPresent(item);
-    item.leftOut = !job.leftOut.isEmpty();
+    item.leftOut = !job.leftOut.isEmpty() || job.HasCopy();
     if (item.state != ItemState::Failed && PutsAway())
         PutAway(item, job);
+}
+
+// Clears a directory of what killed runs have left there.
+void Worker::Prepare(const QString& directory)
+{
+    if (cleaned.contains(directory))
+        return;
+    Staging::RemoveLeft(directory);
+    cleaned.insert(directory);
 }
 
 void Worker::Do(BatchItem& item, Job& job)
@@ -164,7 +176,8 @@ void Worker::Do(BatchItem& item, Job& job)
         return;
     const QString& staged = job.staging->Directory();
     item.error.replace(staged, job.directory); // where the record would be
-    if (job.mayLackRoom && job.staging->IsDiskFull(MostRecordSize(item.recording.path))) {
+    item.error = job.AboutOriginal(item.error);
+    if (job.mayLackRoom && job.staging->IsDiskFull(MostRecordSize(job))) {
         item.noRoom = true;
         item.blame = Blame::Output;
         item.Fail(
@@ -181,11 +194,12 @@ void Worker::Do(BatchItem& item, Job& job)
 // taken from this second conversion.
 void Worker::ConvertAgain(BatchItem& item)
 {
-    Job job(item.recording.path, item.directory); // throws if a file cannot be read now
+    Job job(*this, item); // throws if a file cannot be read now
     job.staging = std::make_unique<Staging>(job.directory);
     BatchItem again = item;
     const bool done = Convert(again, job) && (!order.verify || Verify(again, job));
     again.error.replace(job.staging->Directory(), job.directory);
+    again.error = job.AboutOriginal(again.error);
     if (!done && again.error == item.error)
         return;
     if (!done && (again.blame == Blame::Memory || std::strcmp(again.reason, reason::SourceChanged) == 0))
@@ -195,21 +209,21 @@ void Worker::ConvertAgain(BatchItem& item)
 }
 
 // Bytes; 0 if that is unknown.
-qint64 Worker::MostRecordSize(const QString& file)
+qint64 Worker::MostRecordSize(const Job& job)
 {
     try {
-        return verifier.Examine(file).mostRecordSize;
+        return job.devices->verifier.Examine(job.source).mostRecordSize;
     } catch (const std::exception&) { // it has failed already
         return 0;
     }
 }
 
 // Throws ChainFiles::Unreadable if a file cannot be read at this moment; false if its content is bad.
-bool Worker::CanBeRead(const QString& file)
+bool Worker::CanBeRead(const QString& file, Devices& devices, const QString& source)
 {
     const ChainFiles chain(file);
     try {
-        verifier.Examine(file);
+        devices.verifier.Examine(source);
         return true;
     } catch (const verify::Unreadable&) {
         return false;
@@ -219,21 +233,39 @@ bool Worker::CanBeRead(const QString& file)
 void Worker::Name(BatchItem& item, const QString& recordName) const
 {
     item.recordName = recordName;
-    item.form = verifier.Parameters().Form();
+    item.form = usual.verifier.Parameters().Form();
     item.files.clear();
-    for (const QString& name : verifier.Parameters().RecordFiles(recordName))
+    for (const QString& name : usual.verifier.Parameters().RecordFiles(recordName))
         item.files << item.directory + QLatin1Char('/') + name;
 }
 
 void Worker::Plan(BatchItem& item)
 {
+    if (!order.salvage) {
+        PlanFrom(item, usual, item.recording.path);
+        return;
+    }
+    Job job(*this, item);
+    try {
+        PlanFrom(item, *job.devices, job.source);
+        if (job.HasCopy())
+            CheckCopysEnd(item, job);
+    } catch (const verify::Unreadable&) {
+        FailByCurrent(item);
+    }
+    item.sources = job.Originals(item.sources);
+    ReportLoss(item, job);
+}
+
+void Worker::PlanFrom(BatchItem& item, Devices& devices, const QString& source)
+{
     verify::Examined examined;
     try {
-        examined = verifier.Examine(item.recording.path);
+        examined = devices.verifier.Examine(source);
     } catch (const verify::Unreadable&) { // perhaps for a moment
-        if (!CanBeRead(item.recording.path))
+        if (!CanBeRead(item.recording.path, devices, source))
             throw;
-        examined = verifier.Examine(item.recording.path);
+        examined = devices.verifier.Examine(source);
     }
     Name(item, order.layout.IsGiven() ? PlaceOf(item.recording).name : examined.recordName);
     item.sources = examined.files;
@@ -242,14 +274,14 @@ void Worker::Plan(BatchItem& item)
 }
 
 // The library deletes the recording as soon as it has written the record, so that goes right to its place.
-void Worker::ConvertUnseen(BatchItem& item)
+void Worker::ConvertUnseen(BatchItem& item, const Job& job)
 {
     MakeDirectory(item.directory);
-    const Outcome outcome = host.Convert(item.recording.path, item.directory, device);
+    const Outcome outcome = host.Convert(job.source, item.directory, job.devices->device);
     item.notes = outcome.notes;
     if (!outcome.converted) {
         FailBy(item, outcome);
-        if (MayBeTheReading(item, outcome) && CanBeRead(item.recording.path))
+        if (MayBeTheReading(item, outcome) && CanBeRead(item.recording.path, *job.devices, job.source))
             FailForAMoment(item);
         return;
     }
@@ -259,7 +291,7 @@ void Worker::ConvertUnseen(BatchItem& item)
     item.fate = QFile::exists(item.recording.path) ? SourceFate::Kept : SourceFate::Removed;
     try {
         if (order.verify) {
-            verify::ReadThrough(item.recordName, item.directory, verifier.Parameters());
+            verify::ReadThrough(item.recordName, item.directory, usual.verifier.Parameters());
             item.notes << Tr("worker",
                              "the record was read, but could not be compared: the recording is deleted");
         }
@@ -285,7 +317,7 @@ bool Worker::IsForeignThere(BatchItem& item, Job& job)
 {
     const QString name = PlaceOf(item.recording).name;
     return !name.isEmpty() && IsAnythingThere(IdentifyRecord(job.directory, name)) &&
-           !MayReplace(item, present.Find(item.recording.path, job.directory, name));
+           !MayReplace(item, FindThere(job, name));
 }
 
 // True if nothing is to be converted: the record is there and is right, or another one has its name.
@@ -297,9 +329,9 @@ bool Worker::TakePresent(BatchItem& item, Job& job)
     job.found = IdentifyRecord(job.directory, job.checkedName);
     if (!IsAnythingThere(job.found))
         return false;
-    const verify::Presence presence = present.Find(item.recording.path, job.directory, job.checkedName);
+    const verify::Presence presence = FindThere(job, job.checkedName);
     // Nothing can be said about a recording that could only be read in part.
-    item.sources = presence.examined.files;
+    item.sources = job.Originals(presence.examined.files);
     if (!CheckEnd(item, job) || !MayReplace(item, presence))
         return true;
     if (presence.standing.state != verify::RecordState::Same || order.again)
@@ -351,7 +383,7 @@ void Worker::TakeName(BatchItem& item, Job& job, const QString& libraryName) con
 
 bool Worker::Convert(BatchItem& item, Job& job)
 {
-    const Outcome outcome = host.Convert(item.recording.path, job.staging->Directory(), device);
+    const Outcome outcome = host.Convert(job.source, job.staging->Directory(), job.devices->device);
     item.notes = outcome.notes;
     job.lackedMemory = outcome.lackedMemory;
     job.mayLackRoom = outcome.couldNotWrite;
@@ -365,7 +397,7 @@ bool Worker::Convert(BatchItem& item, Job& job)
     try {
         // The library's device may have taken this recording's channel order, so the verifier's must take it.
         if (order.verify)
-            verifier.Examine(item.recording.path);
+            job.devices->verifier.Examine(job.source);
     } catch (const std::exception&) { // reported by the library already
     }
     return false;
@@ -374,7 +406,8 @@ bool Worker::Convert(BatchItem& item, Job& job)
 bool Worker::Verify(BatchItem& item, Job& job)
 {
     const std::optional<QString> failure = text::FailureOf([&] {
-        item.sources = verifier.Check(item.recording.path, job.staging->Directory(), item.recordName).files;
+        item.sources = job.Originals(
+            job.devices->verifier.Check(job.source, job.staging->Directory(), item.recordName).files);
     });
     if (!failure)
         return true;
@@ -390,8 +423,12 @@ bool Worker::Verify(BatchItem& item, Job& job)
 // Finds which files went into a record that is not compared with them.
 bool Worker::FindSources(BatchItem& item, Job& job)
 {
+    if (job.HasCopy()) {
+        item.sources = job.Originals(job.devices->verifier.Examine(job.source).files);
+        return true;
+    }
     const bool mayBeCut = !item.notes.isEmpty() && job.chain.Count() > 1;
-    item.sources = mayBeCut ? verifier.Examine(item.recording.path).files : job.chain.Paths();
+    item.sources = mayBeCut ? usual.verifier.Examine(item.recording.path).files : job.chain.Paths();
     if (!mayBeCut || item.sources.size() < job.chain.Paths().size())
         return true;
     item.Fail(reason::SourceUnreadable,
@@ -409,6 +446,8 @@ bool Worker::CheckEnd(BatchItem& item, Job& job) const
         item.Fail(reason::OutOfMemory, Tr("worker", "not converted: %1").arg(text::MemoryMessage()));
         return false;
     }
+    if (job.HasCopy())
+        return CheckCopysEnd(item, job);
     const QStringList& files = job.chain.Paths();
     if (item.sources.size() >= files.size()) {
         job.leftOut = job.chain.Beyond().value(0);

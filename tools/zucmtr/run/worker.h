@@ -9,10 +9,14 @@
 #include "zucmtr/run/batchitem.h"
 
 #include "analysis/linedata.h"
+#include "salvage/plan.h"
 #include "verify/verifier.h"
 #include "view/view.h"
 
 #include <QSet>
+
+#include <map>
+#include <memory>
 
 struct WorkOrder
 {
@@ -31,6 +35,7 @@ struct WorkOrder
     bool sync = false;    // records are on the disk when their work is done; always where recordings go
     bool again = false;   // convert even if the right record is already there
     bool replace = false; // even if the name belongs to another recording's record
+    bool salvage = false; // of a damaged recording convert what is whole
     bool mirror = false;  // out and archive get the directories that the recordings have below `top`
     RecordLayout layout;  // of out, if it is given: instead of these directories and the library's names
 };
@@ -39,9 +44,9 @@ struct WorkOrder
 class Worker
 {
 public:
-    /// device is a device of the library, made from choice, and used by this worker alone. Throws
-    /// ConfigurationError.
-    Worker(Host& host_, unsigned int device_, const DeviceChoice& choice, WorkOrder order_);
+    /// device is a device of the library, made from choice, and used by this worker alone; own_ is the choice
+    /// of the user, of which that one is a copy in the form of the order. Throws ConfigurationError.
+    Worker(Host& host_, unsigned int device, const DeviceChoice& choice, DeviceChoice own_, WorkOrder order_);
 
     /// Where the recording's record will be below the order's directory; without a name if the recording
     /// cannot be read.
@@ -51,12 +56,21 @@ public:
     bool LibraryDeletes() const;
 
     /// How long the ini file says to wait for a recording to be complete, milliseconds.
-    unsigned int WaitTime() const { return Host::WaitTime(device); }
+    unsigned int WaitTime() const { return Host::WaitTime(usual.device); }
 
     /// Does everything that the order says with one recording. Nothing is thrown.
     BatchItem Work(const Recording& recording);
 
 private:
+    // The devices that convert and compare with one ini file.
+    struct Devices
+    {
+        Devices(unsigned int device_, const DeviceChoice& choice);
+        const unsigned int device; // of the library
+        verify::Verifier verifier;
+        verify::Verifier present; // for records that were there before
+    };
+
     // A conversion in progress: the recording's files, and the record before it has its final names.
     struct Job;
 
@@ -64,11 +78,13 @@ private:
     BatchItem TryOnce(const Recording& recording);
     void Try(BatchItem& item);
     void Plan(BatchItem& item);
-    void ConvertUnseen(BatchItem& item);
+    void PlanFrom(BatchItem& item, Devices& devices, const QString& source);
+    void Prepare(const QString& directory);
+    void ConvertUnseen(BatchItem& item, const Job& job);
     void Do(BatchItem& item, Job& job);
     void ConvertAgain(BatchItem& item);
-    bool CanBeRead(const QString& file);
-    qint64 MostRecordSize(const QString& file);
+    static bool CanBeRead(const QString& file, Devices& devices, const QString& source);
+    static qint64 MostRecordSize(const Job& job);
     void MakeDirectory(const QString& directory);
     bool IsForeignThere(BatchItem& item, Job& job);
     bool TakePresent(BatchItem& item, Job& job);
@@ -77,6 +93,11 @@ private:
     bool Verify(BatchItem& item, Job& job);
     bool FindSources(BatchItem& item, Job& job);
     bool CheckEnd(BatchItem& item, Job& job) const;
+    static bool CheckCopysEnd(BatchItem& item, Job& job);
+    static void ReportLoss(BatchItem& item, const Job& job);
+    static verify::Presence FindThere(const Job& job, const QString& name);
+    static bool IsPartThere(const Job& job, const verify::Presence& presence, const QString& name);
+    Devices& DevicesFor(const salvage::Choice& choice, const salvage::Segment& first);
     bool CheckUnchanged(BatchItem& item, Job& job) const;
     QStringList WritePieces(Job& job, const QString& recordName, QString& pageError) const;
     bool Commit(BatchItem& item, Job& job);
@@ -94,10 +115,10 @@ private:
     void TakeName(BatchItem& item, Job& job, const QString& libraryName) const;
 
     Host& host;
-    const unsigned int device;
+    const DeviceChoice own;
     const WorkOrder order;
-    verify::Verifier verifier;
-    verify::Verifier present; // for records that were there before
-    QSet<QString> cleaned;    // directories already cleared of what killed runs left
-    QSet<QString> onDisk;     // directories of records whose names are on the disk, up to that of the order
+    Devices usual;
+    std::map<QString, std::unique_ptr<Devices>> narrowed; // of ini files with further keys
+    QSet<QString> cleaned; // directories already cleared of what killed runs left
+    QSet<QString> onDisk;  // directories of records whose names are on the disk, up to that of the order
 };

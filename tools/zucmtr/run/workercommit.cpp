@@ -37,7 +37,7 @@ void FailForEvents(BatchItem& item, const QString& error)
 // none.
 QStringList Worker::WritePieces(Job& job, const QString& recordName, QString& pageError) const
 {
-    QStringList names = verifier.Parameters().RecordFiles(recordName);
+    QStringList names = usual.verifier.Parameters().RecordFiles(recordName);
     if (!order.view)
         return names;
     const QString page = recordName + QStringLiteral(".html");
@@ -138,7 +138,7 @@ bool Worker::Commit(BatchItem& item, Job& job)
     const bool isKnown = item.recordName == job.checkedName && now == job.found;
     if (!isKnown && IsAnythingThere(now)) { // put there by another process
         BatchItem other = item;
-        if (!MayReplace(other, present.Find(item.recording.path, job.directory, item.recordName))) {
+        if (!MayReplace(other, FindThere(job, item.recordName))) {
             item = other;
             return false;
         }
@@ -192,6 +192,10 @@ void Worker::SyncPresent(BatchItem& item)
 
 void Worker::PutAway(BatchItem& item, Job& job)
 {
+    if (job.HasCopy()) {
+        item.notes << Tr("worker", "the recording is kept, as it is damaged");
+        return;
+    }
     if (!job.leftOut.isEmpty()) {
         item.notes << Tr("worker", "the recording is kept, as '%1' is not in the record").arg(job.leftOut);
         return;

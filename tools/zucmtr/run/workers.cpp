@@ -87,7 +87,7 @@ std::vector<std::unique_ptr<Worker>> Load(Host& host, const DeviceChoice& choice
         const unsigned int device = host.LoadDevice(loaded.ini, loaded.device);
         if (i == 0 && loud)
             ReportLoadingNotes(device, choice);
-        workers.push_back(std::make_unique<Worker>(host, device, loaded, order));
+        workers.push_back(std::make_unique<Worker>(host, device, loaded, choice, order));
     }
     CheckDeletion(*workers.front(), order, choice);
     CheckLayout(*workers.front(), order, choice);

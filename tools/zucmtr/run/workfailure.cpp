@@ -1,5 +1,7 @@
 #include "zucmtr/run/workfailure.h"
 
+#include "explain/system.h"
+#include "salvage/write.h"
 #include "text/error.h"
 #include "text/texts.h"
 #include "zucmtr/files/chainfiles.h"
@@ -63,6 +65,13 @@ void FailByKind(BatchItem& item)
         FailBy(item, error);
     } catch (const sourcefiles::Error& error) {
         FailBy(item, error);
+    } catch (const salvage::Unreadable& error) {
+        item.Fail(reason::SourceUnreadable, Tr("worker", "not converted: %1").arg(text::MessageOf(error)));
+    } catch (const salvage::WriteError& error) {
+        item.noRoom = explain::IsNoRoom(error.code);
+        item.blame = Blame::Output;
+        item.Fail(item.noRoom ? reason::NoRoom : reason::Unexpected,
+                  Tr("worker", "not converted: %1").arg(text::MessageOf(error)));
     } catch (const verify::Unreadable& error) {
         item.Fail(reason::NotConverted, text::MessageOf(error));
     } catch (const std::bad_alloc& error) {

@@ -18,7 +18,8 @@
 enum ExitCode {
     ExitDone = 0,   // everything asked for is done
     ExitFailed = 1, // at least one recording or file failed
-    ExitUsage = 2   // wrong usage or configuration: nothing was started
+    ExitUsage = 2,  // wrong usage or configuration: nothing was started
+    ExitLoss = 3    // no recording failed, but at least one is damaged and was salvaged in part
 };
 
 /// The work of a subcommand; returns the exit code.
