@@ -63,6 +63,11 @@ struct BadLayout
     QString reason;
 };
 
+void PrintTo(const BadLayout& layout, std::ostream* out)
+{
+    *out << layout.pattern;
+}
+
 class BadLayouts : public Layout, public testing::WithParamInterface<BadLayout>
 {};
 
