@@ -271,7 +271,7 @@ const std::vector<Ugly>& OneFault()
          },
          {},
          {"rec.cfg:9:1 error dateForm", "rec.cfg:10:1 error dateForm", "rec.cfg:10:1 error dateOrder"},
-         "rec.cfg, line 9: '31.01.2024' separates day, month and year otherwise than with strokes"},
+         "rec.cfg, line 9: '31.01.2024' separates day, month and year with something other than slashes"},
         {"BlankBetweenDateAndTime",
          [](UglyRecord& r) { r.Line(9, "31/01/2024 11:59:59.750000"); },
          {},

@@ -452,18 +452,6 @@ Example, with the sample station:
         <translation>%1: «%2» — не число</translation>
     </message>
     <message>
-        <source>no revision year: records of 1991 are not supported</source>
-        <translation>нет года редакции: записи редакции 1991 года не поддерживаются</translation>
-    </message>
-    <message>
-        <source>more than three fields; does a name hold a comma?</source>
-        <translation>больше трёх полей; нет ли запятой в наименовании?</translation>
-    </message>
-    <message>
-        <source>revision &apos;%1&apos; is not supported, only 1999 and 2013</source>
-        <translation>редакция «%1» не поддерживается, только 1999 и 2013</translation>
-    </message>
-    <message>
         <source>&apos;%1&apos; should be a number and %2</source>
         <translation>вместо «%1» должны быть число и буква %2</translation>
     </message>
@@ -566,10 +554,6 @@ Example, with the sample station:
     <message>
         <source>there is no .dat file beside it</source>
         <translation>рядом с ним нет файла .dat</translation>
-    </message>
-    <message>
-        <source>does not start with a section mark</source>
-        <translation>не начинается с метки раздела</translation>
     </message>
     <message>
         <source>has texts that are too large for a record</source>
@@ -702,6 +686,466 @@ Example, with the sample station:
     <message>
         <source>time quality</source>
         <translation>качество времени</translation>
+    </message>
+    <message>
+        <source>semicolons separate the fields, not commas</source>
+        <translation>поля разделены точкой с запятой, а не запятой</translation>
+    </message>
+    <message>
+        <source>tabs separate the fields, not commas</source>
+        <translation>поля разделены табуляцией, а не запятой</translation>
+    </message>
+    <message>
+        <source>read as if they were commas</source>
+        <translation>прочитано как запятые</translation>
+    </message>
+    <message>
+        <source>%1 is &apos;%2&apos;, which is no plain number</source>
+        <translation>%1: &apos;%2&apos; — не обычная запись числа</translation>
+    </message>
+    <message>
+        <source>read as %1</source>
+        <translation>прочитано как %1</translation>
+    </message>
+    <message>
+        <source>the sample has no number</source>
+        <translation>у отсчёта нет номера</translation>
+    </message>
+    <message>
+        <source>the sample has no field for analog channel %1</source>
+        <translation>в отсчёте нет поля для аналогового канала %1</translation>
+    </message>
+    <message>
+        <source>the value counts as missing</source>
+        <translation>значение считается отсутствующим</translation>
+    </message>
+    <message>
+        <source>the sample has %1 more fields than there are channels</source>
+        <translation>полей в отсчёте больше, чем каналов, на %1</translation>
+    </message>
+    <message>
+        <source>they are left out</source>
+        <translation>пропущено</translation>
+    </message>
+    <message>
+        <source>the letter of &apos;%1&apos; is not the Latin %2</source>
+        <translation>буква в &apos;%1&apos; — не латинская %2</translation>
+    </message>
+    <message>
+        <source>the count of status channels comes before that of analog channels</source>
+        <translation>число дискретных каналов стоит перед числом аналоговых</translation>
+    </message>
+    <message>
+        <source>each is known by its letter</source>
+        <translation>определены по буквам</translation>
+    </message>
+    <message>
+        <source>a text holds a comma, which separates fields</source>
+        <translation>в тексте есть запятая, а она разделяет поля</translation>
+    </message>
+    <message>
+        <source>read as &apos;%1&apos;</source>
+        <translation>прочитано как &apos;%1&apos;</translation>
+    </message>
+    <message>
+        <source>quotation marks do not keep a comma inside of a field</source>
+        <translation>кавычки не удерживают запятую внутри поля</translation>
+    </message>
+    <message>
+        <source>read as if they did</source>
+        <translation>прочитано так, как если бы удерживали</translation>
+    </message>
+    <message>
+        <source>%1 has %2 fields, there are %3; does a name or a number hold a comma? Decimals need a point</source>
+        <translation>%1: полей должно быть %2, а их %3; нет ли запятой в имени или числе? Дробная часть отделяется точкой</translation>
+    </message>
+    <message>
+        <source>the ratio is not known, the values are taken as primary</source>
+        <translation>коэффициент трансформации неизвестен, значения приняты как первичные</translation>
+    </message>
+    <message>
+        <source>what is missing is taken as not known</source>
+        <translation>недостающее считается неизвестным</translation>
+    </message>
+    <message>
+        <source>%1 has %2 fields, there are %3</source>
+        <translation>%1: полей должно быть %2, а их %3</translation>
+    </message>
+    <message>
+        <source>the others are read as in revision 1999</source>
+        <translation>остальные прочитаны как в редакции 1999 года</translation>
+    </message>
+    <message>
+        <source>%1 is empty</source>
+        <translation>%1: поле пустое</translation>
+    </message>
+    <message>
+        <source>the minimum %1 is above the maximum %2</source>
+        <translation>минимум %1 больше максимума %2</translation>
+    </message>
+    <message>
+        <source>the samples count, not the limits</source>
+        <translation>верны отсчёты, а не пределы</translation>
+    </message>
+    <message>
+        <source>the side, P or S,</source>
+        <translation>признак P или S</translation>
+    </message>
+    <message>
+        <source>%1 is &apos;%2&apos;, which is neither 0 nor 1</source>
+        <translation>%1: &apos;%2&apos; — не 0 и не 1</translation>
+    </message>
+    <message>
+        <source>the total is taken as their sum</source>
+        <translation>общее число принято равным их сумме</translation>
+    </message>
+    <message>
+        <source>the counts of each kind are taken</source>
+        <translation>приняты числа каналов каждого вида</translation>
+    </message>
+    <message>
+        <source>the last one is taken as the normal state</source>
+        <translation>последнее принято как нормальное состояние</translation>
+    </message>
+    <message>
+        <source>the normal state is taken as 0</source>
+        <translation>нормальное состояние принято равным 0</translation>
+    </message>
+    <message>
+        <source>the text is UTF-16</source>
+        <translation>текст в кодировке UTF-16</translation>
+    </message>
+    <message>
+        <source>read as that</source>
+        <translation>прочитано в ней</translation>
+    </message>
+    <message>
+        <source>a byte order mark precedes the text</source>
+        <translation>перед текстом стоит метка порядка байтов</translation>
+    </message>
+    <message>
+        <source>it is left out</source>
+        <translation>пропущено</translation>
+    </message>
+    <message>
+        <source>the text ends with the byte 1A</source>
+        <translation>текст кончается байтом 1A</translation>
+    </message>
+    <message>
+        <source>what follows it is left out</source>
+        <translation>всё, что после него, пропущено</translation>
+    </message>
+    <message>
+        <source>the text ends with bytes 0</source>
+        <translation>текст кончается нулевыми байтами</translation>
+    </message>
+    <message>
+        <source>lines should end with CR LF, this one ends with %1</source>
+        <translation>строки должны кончаться CR LF, эта кончается %1</translation>
+    </message>
+    <message>
+        <source>read as the end of a line</source>
+        <translation>прочитано как конец строки</translation>
+    </message>
+    <message>
+        <source>a blank line</source>
+        <translation>пустая строка</translation>
+    </message>
+    <message>
+        <source>passed over</source>
+        <translation>пропущена</translation>
+    </message>
+    <message>
+        <source>the line ends with a comma</source>
+        <translation>строка кончается запятой</translation>
+    </message>
+    <message>
+        <source>%1 is &apos;%2&apos;, which is not written as an integer</source>
+        <translation>%1: &apos;%2&apos; записано не как целое число</translation>
+    </message>
+    <message>
+        <source>%1 lines follow the last one of a configuration</source>
+        <translation>после последней строки конфигурации есть ещё строки, их %1</translation>
+    </message>
+    <message>
+        <source>no comma separates date and time in &apos;%1&apos;</source>
+        <translation>дата и время в &apos;%1&apos; не разделены запятой</translation>
+    </message>
+    <message>
+        <source>the blank is taken for it</source>
+        <translation>за неё принят пробел</translation>
+    </message>
+    <message>
+        <source>a comma separates the decimals of the seconds</source>
+        <translation>дробная часть секунд отделена запятой</translation>
+    </message>
+    <message>
+        <source>read as a point</source>
+        <translation>прочитано как точка</translation>
+    </message>
+    <message>
+        <source>the line with %1 is missing</source>
+        <translation>нет строки: %1</translation>
+    </message>
+    <message>
+        <source>the other of the two times is taken</source>
+        <translation>принято второе из двух времён</translation>
+    </message>
+    <message>
+        <source>the year in &apos;%1&apos; should have %2 digits</source>
+        <translation>число цифр года в &apos;%1&apos; должно быть %2</translation>
+    </message>
+    <message>
+        <source>the day should come before the month, &apos;%1&apos; is no such date</source>
+        <translation>день должен стоять перед месяцем, &apos;%1&apos; — не такая дата</translation>
+    </message>
+    <message>
+        <source>the month should come before the day, &apos;%1&apos; is no such date</source>
+        <translation>месяц должен стоять перед днём, &apos;%1&apos; — не такая дата</translation>
+    </message>
+    <message>
+        <source>a colon separates the decimals of the seconds</source>
+        <translation>дробная часть секунд отделена двоеточием</translation>
+    </message>
+    <message>
+        <source>the seconds have %1 decimals</source>
+        <translation>знаков дробной части секунд: %1</translation>
+    </message>
+    <message>
+        <source>the first %1 are taken</source>
+        <translation>взяты первые %1</translation>
+    </message>
+    <message>
+        <source>read as they are; the times of the samples are in microseconds</source>
+        <translation>прочитано как есть; время отсчётов — в микросекундах</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; has 60 seconds</source>
+        <translation>в &apos;%1&apos; 60 секунд</translation>
+    </message>
+    <message>
+        <source>read as the start of the next minute</source>
+        <translation>прочитано как начало следующей минуты</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; has 24 hours</source>
+        <translation>в &apos;%1&apos; 24 часа</translation>
+    </message>
+    <message>
+        <source>read as the start of the next day</source>
+        <translation>прочитано как начало следующих суток</translation>
+    </message>
+    <message>
+        <source>%1 is &apos;%2&apos;, which is no date</source>
+        <translation>%1: &apos;%2&apos; — не дата</translation>
+    </message>
+    <message>
+        <source>not known; 1970-01-01 stands for it</source>
+        <translation>неизвестно; вместо него 1970-01-01</translation>
+    </message>
+    <message>
+        <source>the first line</source>
+        <translation>первая строка</translation>
+    </message>
+    <message>
+        <source>the others are left out</source>
+        <translation>остальные пропущены</translation>
+    </message>
+    <message>
+        <source>read as the station &apos;%1&apos; and the device &apos;%2&apos;</source>
+        <translation>прочитано как подстанция &apos;%1&apos; и устройство &apos;%2&apos;</translation>
+    </message>
+    <message>
+        <source>read as revision %1, whose fields the lines have</source>
+        <translation>прочитано как редакция %1, поля которой есть в строках</translation>
+    </message>
+    <message>
+        <source>the first line has no revision year, which stands for 1991</source>
+        <translation>в первой строке нет года редакции, что означает 1991</translation>
+    </message>
+    <message>
+        <source>revision &apos;%1&apos; is none of 1991, 1999 and 2013</source>
+        <translation>редакция &apos;%1&apos; — не 1991, 1999 или 2013</translation>
+    </message>
+    <message>
+        <source>the lines do not have the fields of revision 1991</source>
+        <translation>поля строк — не редакции 1991 года</translation>
+    </message>
+    <message>
+        <source>not known</source>
+        <translation>неизвестно</translation>
+    </message>
+    <message>
+        <source>%1 sampling rates are announced, there are %2</source>
+        <translation>частот дискретизации объявлено %1, а строк с ними %2</translation>
+    </message>
+    <message>
+        <source>the samples are counted in the data</source>
+        <translation>отсчёты сосчитаны в данных</translation>
+    </message>
+    <message>
+        <source>the lines that are there are taken</source>
+        <translation>взяты имеющиеся строки</translation>
+    </message>
+    <message>
+        <source>data file type &apos;%1&apos; is none of ASCII, BINARY, BINARY32 and FLOAT32</source>
+        <translation>тип файла данных &apos;%1&apos; — не ASCII, BINARY, BINARY32 или FLOAT32</translation>
+    </message>
+    <message>
+        <source>%1 is &apos;%2&apos;, but should be above 0</source>
+        <translation>%1: &apos;%2&apos;, а должно быть больше 0</translation>
+    </message>
+    <message>
+        <source>lines with time codes are of revision 2013</source>
+        <translation>строки с кодами времени — из редакции 2013 года</translation>
+    </message>
+    <message>
+        <source>read all the same</source>
+        <translation>тем не менее прочитаны</translation>
+    </message>
+    <message>
+        <source>the file does not start with a section mark</source>
+        <translation>файл начинается не с метки раздела</translation>
+    </message>
+    <message>
+        <source>what precedes the first mark is left out</source>
+        <translation>всё, что до первой метки, пропущено</translation>
+    </message>
+    <message>
+        <source>the section mark &apos;%1&apos; is not written as &apos;--- file type: %2 ---&apos;</source>
+        <translation>метка раздела &apos;%1&apos; записана не так: &apos;--- file type: %2 ---&apos;</translation>
+    </message>
+    <message>
+        <source>read as one</source>
+        <translation>прочитана как метка</translation>
+    </message>
+    <message>
+        <source>there is more than one %1 section</source>
+        <translation>разделов %1 больше одного</translation>
+    </message>
+    <message>
+        <source>the first one is taken</source>
+        <translation>взят первый</translation>
+    </message>
+    <message>
+        <source>there is no %1 section</source>
+        <translation>нет раздела %1</translation>
+    </message>
+    <message>
+        <source>read as an empty one</source>
+        <translation>считается пустым</translation>
+    </message>
+    <message>
+        <source>the section mark does not say how many bytes of binary data follow</source>
+        <translation>в метке раздела нет числа байтов двоичных данных</translation>
+    </message>
+    <message>
+        <source>the section mark says %1 bytes of data, but they do not end there</source>
+        <translation>в метке раздела %1 байтов данных, но там они не кончаются</translation>
+    </message>
+    <message>
+        <source>%1 bytes are taken</source>
+        <translation>взято байтов: %1</translation>
+    </message>
+    <message>
+        <source>%1; %2</source>
+        <translation>%1; %2</translation>
+    </message>
+    <message>
+        <source>is preceded by bytes 0</source>
+        <translation>перед ним стоят нулевые байты</translation>
+    </message>
+    <message>
+        <source>the data start with a byte order mark</source>
+        <translation>данные начинаются с метки порядка байтов</translation>
+    </message>
+    <message>
+        <source>the line after the last sample is no sample</source>
+        <translation>строка после последнего отсчёта — не отсчёт</translation>
+    </message>
+    <message>
+        <source>left out</source>
+        <translation>пропущено</translation>
+    </message>
+    <message>
+        <source>the last sample is cut off</source>
+        <translation>последний отсчёт обрезан</translation>
+    </message>
+    <message>
+        <source>there are bytes after the mark of the end, 1A</source>
+        <translation>после метки конца 1A есть ещё байты</translation>
+    </message>
+    <message>
+        <source>there are bytes 0 after the last sample</source>
+        <translation>после последнего отсчёта стоят нулевые байты</translation>
+    </message>
+    <message>
+        <source>there are %1 bytes after the last sample</source>
+        <translation>после последнего отсчёта есть ещё байты, их %1</translation>
+    </message>
+    <message>
+        <source>the configuration says %1 samples, the data hold %2</source>
+        <translation>по конфигурации отсчётов %1, в данных их %2</translation>
+    </message>
+    <message>
+        <source>all that are there are read</source>
+        <translation>прочитаны все, какие есть</translation>
+    </message>
+    <message>
+        <source>there is no encoding &apos;%1&apos;</source>
+        <translation>нет кодировки &apos;%1&apos;</translation>
+    </message>
+    <message>
+        <source>the last sample is 0, but there are data</source>
+        <translation>номер последнего отсчёта 0, но данные есть</translation>
+    </message>
+    <message>
+        <source>%1 samples, as many as the data hold</source>
+        <translation>отсчётов %1, сколько их в данных</translation>
+    </message>
+    <message>
+        <source>there are several files of this name in other cases: &apos;%1&apos; and &apos;%2&apos;</source>
+        <translation>есть несколько файлов с таким именем, отличающихся регистром: &apos;%1&apos; и &apos;%2&apos;</translation>
+    </message>
+    <message>
+        <source>the name differs from that of &apos;%1&apos; in its case</source>
+        <translation>имя отличается от имени &apos;%1&apos; регистром букв</translation>
+    </message>
+    <message>
+        <source>taken as a file of the same record</source>
+        <translation>принят за файл той же записи</translation>
+    </message>
+    <message>
+        <source>is a part of a record; give its configuration &apos;%1&apos;</source>
+        <translation>часть записи; укажите её конфигурацию &apos;%1&apos;</translation>
+    </message>
+    <message>
+        <source>the configuration says %1, but the data are %2</source>
+        <translation>по конфигурации %1, но данные — %2</translation>
+    </message>
+    <message>
+        <source>read as these</source>
+        <translation>прочитаны как они есть</translation>
+    </message>
+    <message>
+        <source>the data are UTF-16</source>
+        <translation>данные в кодировке UTF-16</translation>
+    </message>
+    <message>
+        <source>the configuration says %1, but the data are no text, and no binary type fits their size</source>
+        <translation>по конфигурации %1, но данные — не текст, и ни один двоичный тип не подходит к их размеру</translation>
+    </message>
+    <message>
+        <source>the configuration says %1, but the data are as large as those of several other types</source>
+        <translation>по конфигурации %1, но размер данных подходит к нескольким другим типам</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; separates day, month and year with something other than slashes</source>
+        <translation>день, месяц и год в &apos;%1&apos; разделены не косой чертой</translation>
+    </message>
+    <message>
+        <source>read as if they were slashes</source>
+        <translation>прочитано как косая черта</translation>
     </message>
 </context>
 <context>
@@ -858,6 +1302,10 @@ Ctrl-C завершает работу после начатых осцилло�
     <message>
         <source>The recorders&apos; ini file. Default: ZuDrv.ini beside the recording or in the current directory, if there is one</source>
         <translation>Ini-файл регистраторов. По умолчанию ZuDrv.ini рядом с осциллограммой или в текущем каталоге, если он есть</translation>
+    </message>
+    <message>
+        <source>Encoding of a COMTRADE record&apos;s texts, such as CP866, KOI8-R or GBK. Default: found out</source>
+        <translation>Кодировка текстов записи COMTRADE, например CP866, KOI8-R или GBK. По умолчанию определяется</translation>
     </message>
 </context>
 <context>
@@ -1467,14 +1915,6 @@ Example, with the sample station:
         <translation>Пропущено значений</translation>
     </message>
     <message>
-        <source>the configuration says %1 samples, the data hold only %2: their end is lost; copy the record again from where it was made</source>
-        <translation>в конфигурации выборок %1, в данных только %2: конец данных потерян; скопируйте запись заново оттуда, где она создана</translation>
-    </message>
-    <message>
-        <source>the configuration says %1 samples, the data hold %2: the two may be of different records; compare their file names and times</source>
-        <translation>в конфигурации выборок %1, в данных %2: возможно, они из разных записей; сравните имена и время файлов</translation>
-    </message>
-    <message>
         <source>%1 differs from the first file</source>
         <translation>%1 отличается от первого файла</translation>
     </message>
@@ -1526,6 +1966,10 @@ Example, with the sample station:
 Пример с учебной станцией:
   zucmtr sample --out station
   zucmtr info --no-channels station/*.ZU</translation>
+    </message>
+    <message>
+        <source>Encoding</source>
+        <translation>Кодировка</translation>
     </message>
 </context>
 <context>
@@ -2884,6 +3328,10 @@ Examples:
     <message>
         <source>the path is empty; give one</source>
         <translation>пустой путь; укажите его</translation>
+    </message>
+    <message>
+        <source>there is no encoding &apos;%1&apos;; give a name such as UTF-8, CP1251, CP866, KOI8-R, GBK or Latin-1</source>
+        <translation>нет кодировки &apos;%1&apos;; укажите имя, например UTF-8, CP1251, CP866, KOI8-R, GBK или Latin-1</translation>
     </message>
 </context>
 <context>
