@@ -5,6 +5,10 @@
 #include "examples.h"
 
 #include <QList>
+#include <QStringList>
+
+#include <ostream>
+#include <vector>
 
 /// The pieces of a record before they are files.
 class UglyRecord
@@ -45,3 +49,31 @@ QString GoodReading();
 
 /// The findings, each as "FILE:LINE:COLUMN severity reason", in the order of their places.
 QStringList FindingsOf(const QString& path);
+
+/// What makes a record ugly.
+using Spoil = void (*)(UglyRecord& record);
+
+/// A part of what is read of the good record, and what is read instead.
+struct Change
+{
+    const char* good;
+    const char* read;
+};
+
+/// A record of another maker.
+struct Ugly
+{
+    const char* name;
+    Spoil spoil;
+    std::vector<Change> changes; // of what is read
+    QStringList findings;
+    const char* strict; // error of strict reading without the directory; empty: it reads the same
+};
+
+inline void PrintTo(const Ugly& ugly, std::ostream* out)
+{
+    *out << ugly.name;
+}
+
+/// Records that are ugly in more than one way.
+const std::vector<Ugly>& UglyInSeveralWays();

@@ -85,8 +85,8 @@ RawStamp Take(CfgLines& lines, const QString& what)
         lines.Forgive(
             raw.place, 0,
             {Severity::Error, reason::DateForm,
-             Tr("comtrade", "'%1' separates day, month and year otherwise than with strokes").arg(date),
-             Tr("comtrade", "read as if they were strokes")});
+             Tr("comtrade", "'%1' separates day, month and year with something other than slashes").arg(date),
+             Tr("comtrade", "read as if they were slashes")});
     return raw;
 }
 
