@@ -46,4 +46,7 @@ void MeasureAsciiRecords(const Settings& settings, Report& report);
 /// Records read against reading their bytes.
 void MeasureReading(const Settings& settings, Report& report);
 
+/// Records in another form, read back and compared, against reading them and `cp` of the new ones.
+void MeasureExport(const Settings& settings, Report& report);
+
 } // namespace bench

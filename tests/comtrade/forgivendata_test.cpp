@@ -143,6 +143,7 @@ INSTANTIATE_TEST_SUITE_P(
         Odd{"MoreFields", "1,0,5,-6,1,0\r\n2,417,7,8,0\r\n", "fieldsLeftOver 1|"},
         Odd{"Semicolons", "1;0;5;-6,0;1\r\n2,417,7,8,0\r\n", "fieldSeparator 1|numberForm 1|"},
         Odd{"TabsBetween", "1\t0\t5\t-6\t1\r\n2,417,7,8,0\r\n", "fieldSeparator 1|"},
+        Odd{"BlanksBetween", "  1   0 5  -6 1  \r\n2,417,7,8,0\r\n", "fieldSeparator 1|"},
         Odd{"NoNumber", ",0,5,-6,1\r\n2,417,7,8,0\r\n", "fieldEmpty 1|"},
         Odd{"FooterAfterTheLast", "1,0,5,-6,1\r\n2,417,7,8,0\r\nEND\r\n", "linesLeftOver 2|"},
         Odd{"LastSampleCutOff", "1,0,5,-6,1\r\n2,417,7", "sampleCutOff 2|samplesLacking 1|", "1 0 5 -6 1|"},

@@ -28,13 +28,18 @@ class Fields
 public:
     Fields(const char* begin, const char* end_, char separator_)
         : line(begin), next(begin), end(end_), separator(separator_)
-    {}
+    {
+        while (separator == ' ' && end != begin && end[-1] == ' ')
+            --end;
+    }
 
     // Moves to the next field; false if there is none.
     bool Take()
     {
         if (next == nullptr)
             return false;
+        while (separator == ' ' && next != end && *next == ' ') // several are one
+            ++next;
         const auto* found =
             static_cast<const char*>(std::memchr(next, separator, static_cast<size_t>(end - next)));
         first = next;
@@ -113,17 +118,23 @@ public:
 private:
     bool IsForgiving() const { return place.forgiven != nullptr; }
 
-    // Commas, or what stands in their place: semicolons, and tabs where there is neither.
+    // Commas, or what stands in their place: semicolons; tabs, else blanks where there is neither.
     char SeparatorOf(const char* line, const char* end)
     {
         const auto has = [&](char c) { return std::find(line, end, c) != end; };
-        const char separator = !IsForgiving() ? ',' : has(';') ? ';' : !has(',') && has('\t') ? '\t' : ',';
+        const char separator = !IsForgiving() ? ','
+                               : has(';')     ? ';'
+                               : has(',')     ? ','
+                               : has('\t')    ? '\t'
+                               : has(' ')     ? ' '
+                                              : ',';
         if (separator != ',')
             Add(0, Severity::Error, reason::FieldSeparator, [&] {
                 return Slip{{},
                             {},
-                            separator == ';' ? Tr("comtrade", "semicolons separate the fields, not commas")
-                                             : Tr("comtrade", "tabs separate the fields, not commas"),
+                            separator == ';'    ? Tr("comtrade", "semicolons separate the fields, not commas")
+                            : separator == '\t' ? Tr("comtrade", "tabs separate the fields, not commas")
+                                                : Tr("comtrade", "blanks separate the fields, not commas"),
                             Tr("comtrade", "read as if they were commas")};
             });
         return separator;

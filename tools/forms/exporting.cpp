@@ -227,6 +227,7 @@ bool Exporter::Write()
         digest.Add(block);
         writer->Write(block);
     }
+    pipeline.Stop();
     writer->Finish();
     if (digest.Samples() != config.SampleCount() && !plan.total)
         return false;
@@ -300,9 +301,10 @@ Digest Exporter::DigestOfWritten(const Configuration& config) const
     const std::unique_ptr<Stream> back = ReadBack(config);
     if (IsComtrade())
         CompareRecord(static_cast<const RecordStream&>(*back).Record(), config);
+    Ahead ahead(*back);
     Digest digest(config.analog.size(), config.states.size());
     Block block;
-    while (back->Next(block)) {
+    while (ahead.Next(block)) {
         Look();
         digest.Add(block);
     }

@@ -51,6 +51,7 @@ Pipeline::Pipeline(const Source& source, const Request& request, const Plan& pla
     auto first = std::make_unique<RecordStream>(source.path, source.reading);
     record = first.get();
     stages.push_back(std::move(first));
+    ahead = Add<Ahead>();
     if (plan.total)
         Add<TimeWindow>(Extent{0, *plan.total});
     if (end == End::Source)

@@ -1,6 +1,7 @@
 // The stages from a record to what a writer is given.
 #pragma once
 
+#include "forms/ahead.h"
 #include "forms/channelchoice.h"
 #include "forms/export.h"
 #include "forms/exporting.h"
@@ -37,6 +38,9 @@ public:
     Stream& Last() { return *stages.back(); }
     const RecordStream& Record() const { return *record; }
 
+    /// To be called after the last block, before the findings about the record are looked at.
+    void Stop() { ahead->Stop(); }
+
     /// What has no place in the form.
     const QStringList& Lost() const { return lost; }
 
@@ -51,6 +55,7 @@ private:
 
     std::vector<std::unique_ptr<Stream>> stages;
     const RecordStream* record = nullptr;
+    Ahead* ahead = nullptr;
     const Recoding* recoding = nullptr;
     QStringList lost;
 };

@@ -1163,6 +1163,10 @@ Example, with the sample station:
         <source>read as if they were slashes</source>
         <translation>прочитано как косая черта</translation>
     </message>
+    <message>
+        <source>blanks separate the fields, not commas</source>
+        <translation>поля разделены пробелами, а не запятыми</translation>
+    </message>
 </context>
 <context>
     <name>convert</name>
