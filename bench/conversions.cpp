@@ -28,6 +28,7 @@ const Row rows[] = {
     {"states", bench::MeasureStates},          {"matching", bench::MeasureMatching},
     {"segments", bench::MeasureSegments},      {"growth", bench::MeasureGrowth},
     {"memory", bench::MeasureMemory},          {"ascii-records", bench::MeasureAsciiRecords},
+    {"reading", bench::MeasureReading},
 };
 
 std::vector<std::string> RowNames()

@@ -43,4 +43,7 @@ void MeasureMemory(const Settings& settings, Report& report);
 /// ASCII records against fprintf, one value per call.
 void MeasureAsciiRecords(const Settings& settings, Report& report);
 
+/// Records read against reading their bytes.
+void MeasureReading(const Settings& settings, Report& report);
+
 } // namespace bench

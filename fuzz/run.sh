@@ -8,7 +8,7 @@ set -eu
 cd "$(dirname "$0")/.."
 seconds=${1:-30}
 [ $# -eq 0 ] || shift
-[ $# -gt 0 ] || set -- recorderfile uncompress startcomment ini conversion
+[ $# -gt 0 ] || set -- recorderfile uncompress startcomment ini conversion comtrade
 jobs=$(nproc)
 
 scripts/install-packages.sh build test fuzz

@@ -128,6 +128,89 @@ void WriteInis()
           "[D]\nx=1\n[R]\nnAnMax=4000000000\nA01=a:b,V_L=110 E_G=L S_G=VT");
 }
 
+// A record of each form: the revision, how the data are stored, one file or several.
+class RecordSeeds
+{
+public:
+    void WriteAll()
+    {
+        for (const int revision : {1991, 1999, 2013})
+            for (const char* type : {"ASCII", "BINARY", "BINARY32", "FLOAT32"})
+                for (const char bits : {'\x00', '\x02', '\x04'})
+                    WriteForm(revision, type, bits);
+    }
+
+private:
+    static constexpr int Samples = 5;
+    static constexpr int Analog = 9; // enough for the fast reader of lines
+    static constexpr int States = 17;
+
+    static void WriteForm(int revision, const QByteArray& type, char bits)
+    {
+        const QByteArray configuration = Configuration(revision, type);
+        const QByteArray data = type == "ASCII" ? AsciiData() : BinaryData(type);
+        const QString name =
+            QStringLiteral("%1-%2-%3").arg(revision).arg(QString(type).toLower()).arg(bits + 0);
+        Write("comtrade", name, QByteArray(1, bits) + Piece(configuration) + Piece("report\r\n") + data);
+        const QByteArray mark = type == "ASCII" ? "ASCII" : "BINARY: " + QByteArray::number(data.size());
+        Write("comtrade", name + QStringLiteral("-cff"),
+              QByteArray(1, static_cast<char>(bits | 1)) + "--- file type: CFG ---\r\n" + configuration +
+                  "--- file type: HDR ---\r\nreport\r\n--- file type: DAT " + mark + " ---\r\n" + data);
+    }
+
+    static QByteArray Configuration(int revision, const QByteArray& type)
+    {
+        const bool isOld = revision == 1991;
+        QByteArray text = isOld ? "S,D\r\n" : "S,D," + QByteArray::number(revision) + "\r\n";
+        text += QByteArray::number(Analog + States) + ',' + QByteArray::number(Analog) + "A," +
+                QByteArray::number(States) + "D\r\n";
+        for (int i = 1; i <= Analog; ++i)
+            text +=
+                QByteArray::number(i) + ",Ia,A,Q,kA,0.5,-1,0,-32767,32767" + (isOld ? "\r\n" : ",10,1,S\r\n");
+        for (int i = 1; i <= States; ++i)
+            text += QByteArray::number(i) + (isOld ? ",T,0\r\n" : ",T,,Q,0\r\n");
+        text += "50\r\n2\r\n1000,2\r\n2000," + QByteArray::number(Samples) + "\r\n";
+        const QByteArray moment = isOld ? "01/31/91,12:00:00.25\r\n" : "31/01/2024,12:00:00.25\r\n";
+        text += moment + moment + type + "\r\n";
+        return text + (isOld ? "" : "1\r\n") + (revision == 2013 ? "+3h00,+3h00\r\n0,3\r\n" : "");
+    }
+
+    static QByteArray AsciiData()
+    {
+        QByteArray data;
+        for (int sample = 1; sample <= Samples; ++sample) {
+            data += QByteArray::number(sample) + ',' + QByteArray::number(417 * sample);
+            for (int i = 0; i < Analog; ++i)
+                data += ',' + QByteArray::number((i % 2 == 0 ? 37 : -4111) * sample * i);
+            for (int i = 0; i < States; ++i)
+                data += (i + sample) % 3 == 0 ? ",1" : ",0";
+            data += "\r\n";
+        }
+        return data;
+    }
+
+    static QByteArray BinaryData(const QByteArray& type)
+    {
+        QByteArray data;
+        const int bytes = type == "BINARY" ? 2 : 4;
+        for (int sample = 1; sample <= Samples; ++sample) {
+            data += Word(sample, 4) + Word(417 * sample, 4);
+            for (int i = 0; i < Analog; ++i)
+                data += Word(type == "FLOAT32" ? 0x3F800000 + 4096 * i : 100 * sample - i, bytes);
+            data += Word(sample, 2) + Word(1, 2);
+        }
+        return data;
+    }
+
+    static QByteArray Word(int value, int bytes)
+    {
+        QByteArray word;
+        for (int i = 0; i < bytes; ++i)
+            word.append(static_cast<char>(value >> (8 * i) & 0xff));
+        return word;
+    }
+};
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -141,5 +224,6 @@ int main(int argc, char** argv)
     WriteAreas();
     WriteComments();
     WriteInis();
+    RecordSeeds().WriteAll();
     return 0;
 }

@@ -1,5 +1,6 @@
 #include "analysis/channelrole.h"
 #include "analysis/oscillogram.h"
+#include "comtrade/text.h"
 
 #include <gtest/gtest.h>
 
@@ -145,9 +146,9 @@ TEST(PrimaryFactor, IsTheRatioOfSecondaryValues)
 
 TEST(Report, IsDecodedFromBothCodings)
 {
-    EXPECT_EQ(analysis::ReportText("Пуск\r\n1"), QStringLiteral("Пуск\n1"));
-    EXPECT_EQ(analysis::ReportText("\xcf\xf3\xf1\xea"), QStringLiteral("Пуск"));
-    EXPECT_EQ(analysis::ReportText("a\xcf"), QStringLiteral("aП")); // no UTF-8, as its last character is cut
+    EXPECT_EQ(comtrade::DecodedText("Пуск\r\n1"), QStringLiteral("Пуск\r\n1"));
+    EXPECT_EQ(comtrade::DecodedText("\xcf\xf3\xf1\xea"), QStringLiteral("Пуск"));
+    EXPECT_EQ(comtrade::DecodedText("a\xcf"), QStringLiteral("aП")); // no UTF-8, as its last character is cut
 }
 
 } // namespace

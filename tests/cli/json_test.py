@@ -224,6 +224,7 @@ class Runs(unittest.TestCase):
         self.assertEqual(reasons(place.convert("--max-memory", "256M", "bomb.ZU")), ["outOfMemory"])
         self.assertEqual(reasons(place.info("--max-memory", "256M", "bomb.ZU")), ["outOfMemory"])
         self.assertEqual(reasons(self.events(place, "--max-memory", "256M", "bomb.ZU")), ["outOfMemory"])
+        self.assertEqual(reasons(self.export(place, "--max-memory", "256M", "bomb.ZU")), ["outOfMemory"])
 
     def test_words_are_the_same_in_russian_and_texts_are_not(self):
         place = self.place(junk=b"junk")
@@ -335,6 +336,42 @@ class Runs(unittest.TestCase):
         place.write("bad.cfg", b"no configuration")
         self.assertEqual(reasons(self.events(place, "none.ZU", ".", "junk.ZU", "bad.cfg")),
                          ["doesNotExist", "notAFile", "recordingUnreadable", "recordUnreadable"])
+
+    # zucmtr export
+
+    def export(self, place, *words):
+        return place.run("export", "--json", *words)
+
+    def test_export_of_recordings_and_records(self):
+        place = self.place(a=recording())
+        (record,) = self.export(place, "a.ZU")
+        self.assertEqual((record["files"], record["form"], record["samples"]),
+                         (["./a.cfg", "./a.dat", "./a.hdr", "./a.inf"], "cfg 2013 binary utf8", 3))
+        for form, text in (("cff", "cff 2013 binary utf8"), ("csv", "csv"), ("mat", "mat")):
+            (one,) = self.export(place, "--form", form, "a.cfg")
+            self.assertEqual((one["form"], one["files"]), (text, [f"./a.{form}"]))
+        (old,) = self.export(place, "--revision", "1999", "--data", "ascii", "--out-encoding", "cp1251", "a.cfg", "-o", "old.cfg")
+        self.assertEqual((old["form"], len(old["notes"])), ("cfg 1999 ascii cp1251", 1))
+
+    def test_export_of_what_cannot_be(self):
+        place = self.place(a=recording(), junk=b"junk")
+        place.write("bad.cfg", b"no configuration")
+        self.assertEqual(reasons(self.export(place, "none.ZU", "junk.ZU", "bad.cfg", "--form", "csv")),
+                         ["doesNotExist", "recordingUnreadable", "recordUnreadable"])
+        (place.directory / "dir.ZU").mkdir()
+        self.assertEqual(reasons(self.export(place, "dir.ZU")), ["notAFile"])
+        self.assertEqual(reasons(self.export(place, "a.ZU", "--channels", "nothing")), ["channelMissing"])
+        self.assertEqual(reasons(self.export(place, "a.ZU", "--window", "fault")), ["nothingThere"])
+        self.assertEqual(reasons(self.export(place, "a.ZU", "--from", "5")), ["nothingThere"])
+        self.export(place, "a.ZU", "-o", "there.csv")
+        self.assertEqual(reasons(self.export(place, "a.ZU", "-o", "there.csv")), ["filePresent"])
+        place.write("far.cfg", b"S,D,2013\n1,1A,0D\n1,I,A,W,A,1,0,0,-9,9,1,1,S\n50\n1\n100,1\n01/02/2024,03:04:05.5\n"
+                               b"01/02/2024,03:04:06\nASCII\n1\nx,x\n0,0\n")
+        place.write("far.dat", b"1,,70000\n")
+        self.assertEqual(reasons(self.export(place, "far.cfg", "--data", "binary", "-o", "near.cfg")), ["formCannotHold"])
+        (place.directory / "taken.csv").mkdir()
+        place.write("taken.ZU", recording())
+        self.assertEqual(reasons(self.export(place, "--replace", "--form", "csv", "taken.ZU")), ["recordNotInPlace"])
 
     # zucmtr check
 
@@ -529,19 +566,21 @@ class Output(unittest.TestCase):
                 self.assertFalse(validator(command).is_valid({**shown, "reason": "newWord"}), shown)
 
     def test_schema_has_nothing_that_is_never_printed(self):
-        for command in ("convert", "info", "check", "watch", "events"):
+        for command in ("convert", "info", "check", "watch", "events", "export"):
             keys, words = set(), set()
             found_in([shown for whose, shown in KEPT if whose == command], keys, words)
             schema = SCHEMA["$defs"][command]
             self.assertEqual(keys_of(schema) - keys - KEYS_OF_FAULTS, set(), command)
             missing = words_of(schema) - words - UNSEEN - OF_FAULTS
+            if command == "export":  # what is written is right; tests/forms makes it wrong
+                missing -= {"recordWrong"}
             if command in ("convert", "watch"):  # they share the words of failures
                 missing -= words_of(SCHEMA["$defs"]["failureReason"])
             self.assertEqual(missing, set(), command)
 
     def test_page_names_every_key_and_word(self):
         sections = dict(re.findall(r"^## zucmtr (\w+)\n(.*?)(?=^## |\Z)", PAGE, flags=re.M | re.S))
-        self.assertEqual(set(sections), {"convert", "watch", "info", "check", "events"})
+        self.assertEqual(set(sections), {"convert", "watch", "info", "check", "events", "export"})
         for command, section in sections.items():
             if command == "watch":
                 section += sections["convert"]

@@ -23,9 +23,9 @@ public:
             Write(QStringLiteral("rec.cfg"), ExampleConfiguration().replace("\nASCII\n", '\n' + type + '\n'));
     }
 
-    std::vector<Row> Rows() const
+    std::vector<Row> Rows(const comtrade::ReadingOptions& options = comtrade::Strict()) const
     {
-        Record record(path);
+        Record record(path, options);
         std::vector<Row> rows;
         Row row;
         while (record.Next(row))
@@ -198,7 +198,7 @@ TEST(ComtradeRecord, PiecesMayBeMissingOrInCapitals)
     EXPECT_EQ(record.Header(), "report");
     EXPECT_EQ(record.Information(), "");
     EXPECT_EQ(ErrorOf([&] { Record other(directory.Path("REC.DAT")); }),
-              directory.Path("REC.DAT") + ": is not the .cfg or .cff file of a record");
+              directory.Path("REC.DAT") + ": is a part of a record; give its configuration '" + path + "'");
     EXPECT_EQ(ErrorOf([&] { Record other(directory.Path("no.cff")); }),
               directory.Path("no.cff") + ": does not exist");
 }
@@ -250,9 +250,9 @@ TEST_F(ComtradeContainer, AsciiDataEndAtTheNextMark)
 TEST_F(ComtradeContainer, FailuresNameWhatIsMissing)
 {
     const QByteArray configuration = "--- file type: CFG ---\r\n" + ExampleConfiguration();
-    EXPECT_EQ(Error("text\n"), "rec.cff: does not start with a section mark");
+    EXPECT_EQ(Error("text\n"), "rec.cff: has no CFG section");
     EXPECT_EQ(Error(""), "rec.cff: has no CFG section");
     EXPECT_EQ(Error(configuration), "rec.cff: has no DAT section");
-    EXPECT_EQ(Error(configuration + "--- file type: DAT BINARY: 14 ---\r\n1234"),
-              "rec.cff: holds 4 bytes of data where its mark says 14");
+    EXPECT_EQ(Error(configuration + "--- file type: DAT BINARY: 14 ---\r\n1234\n"),
+              "rec.cff, record 1: ends before timestamp");
 }

@@ -33,9 +33,9 @@ TEST(ComtradeBlocks, HoldTheRecordsThatComeOneByOneToo)
         data += QByteArray::number(i) + (i % 7 == 0 ? "," : ",100") + ",5," + QByteArray::number(-i) + ",1\n";
     directory.Write("rec.dat", data + "x\n");
 
-    comtrade::Record rows(path);
+    comtrade::Record rows(path, comtrade::Strict());
     comtrade::Row row;
-    comtrade::Record blocks(path);
+    comtrade::Record blocks(path, comtrade::Strict());
     comtrade::Block block;
     size_t records = 0;
     QString error = ErrorOf([&] {

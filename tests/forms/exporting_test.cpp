@@ -141,7 +141,7 @@ TEST(Export, NamesTheLetterThatTheEncodingLacks)
     forms::Request request = To(DataType::Ascii);
     request.comtrade.encoding = "Windows-1251";
     EXPECT_EQ(RefusalOf(text, request),
-              QStringLiteral("1,Iα: the encoding Windows-1251 has no letter 'α'; --encoding utf8 has"));
+              QStringLiteral("1,Iα: the encoding Windows-1251 has no letter 'α'; --out-encoding utf8 has"));
 }
 
 TEST(Export, RefusesASideWithoutFactors)
@@ -309,6 +309,55 @@ TEST(Export, SaysInTheHdrFileThatSamplesAreOthers)
     EXPECT_EQ(result.rows.count, 2U);
     EXPECT_EQ(QString::fromUtf8(result.header), result.exported.resampling + "\r\n");
     EXPECT_FALSE(result.exported.resampling.isEmpty());
+}
+
+// Written, then one byte of a file changed before it is read back. With `isRaw`, the source is binary, too.
+QString DifferenceAfter(const char* file, int place, char byte, bool isRaw = false)
+{
+    const TestDirectory directory;
+    QString record = Text().Store(directory);
+    if (isRaw) {
+        forms::Export({record, {}, {}}, To(DataType::Binary), directory.Path("raw"));
+        record = directory.Path("raw.cfg");
+    }
+    int asked = 0;
+    const auto damage = [&] {
+        if (++asked == 2) { // after the only block
+            QByteArray bytes = ReadBytes(directory.Path(file));
+            bytes[place < 0 ? bytes.size() + place : place] = byte;
+            directory.Write(file, bytes);
+        }
+        return false;
+    };
+    try {
+        forms::Export({record, {}, damage}, To(DataType::Binary), directory.Path("out"));
+    } catch (const forms::Different& error) {
+        return error.Message();
+    }
+    return QString();
+}
+
+TEST(Export, NamesTheValueThatWasReadBackWrong)
+{
+    // Records of 8 + 4 + 2 bytes.
+    EXPECT_EQ(DifferenceAfter("out.dat", 2 * 14 + 10, 1),
+              "sample 3, A2 (Ub): -255 was read back where -22 was written");
+    EXPECT_EQ(DifferenceAfter("out.dat", 14 + 12, 1),
+              "sample 2, D1 (Trip): 1 was read back where 0 was written");
+    EXPECT_EQ(DifferenceAfter("out.dat", 14 + 4, 0),
+              "sample 2, its time: 768 was read back where 1000 was written");
+    EXPECT_EQ(DifferenceAfter("out.dat", 0, 9), "sample 1, its number: 9 was read back where 1 was written");
+    EXPECT_EQ(DifferenceAfter("out.cfg", 45, 'J'),
+              "configuration, line 3: '1,Ja,A,Q1,A,0.5,-1,2.5,-32767,32767,1000,5,P' was read back where "
+              "'1,Ia,A,Q1,A,0.5,-1,2.5,-32767,32767,1000,5,P' was written");
+    EXPECT_TRUE(DifferenceAfter("out.cfg", 43, 'x').contains("out.cfg, line 3: channel number"));
+}
+
+TEST(Export, NamesTheValueThatWasCopiedWrong)
+{
+    EXPECT_EQ(DifferenceAfter("out.dat", 2 * 14 + 10, 1, true),
+              "sample 3, A2 (Ub): -255 was read back where -22 was written");
+    EXPECT_TRUE(DifferenceAfter("out.cfg", 45, 'J', true).startsWith("configuration, line 3: '1,Ja"));
 }
 
 TEST(Moments, AreSecondsOrDates)

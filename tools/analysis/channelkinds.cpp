@@ -91,7 +91,7 @@ QString SignalName(const comtrade::StateChannel& channel)
     return name.isEmpty() ? channel.name : name;
 }
 
-ChannelKinds::ChannelKinds(const comtrade::Configuration& config_, const QByteArray& information)
+ChannelKinds::ChannelKinds(const comtrade::Configuration& config_, const QString& information)
     : config(config_), known(StatusInfoOf(information))
 {}
 

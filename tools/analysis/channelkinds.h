@@ -29,7 +29,7 @@ class ChannelKinds
 {
 public:
     /// information: the INF file; may be empty. The configuration must outlive the object.
-    ChannelKinds(const comtrade::Configuration& config_, const QByteArray& information);
+    ChannelKinds(const comtrade::Configuration& config_, const QString& information);
 
     /// Of a discrete channel, by its place in the configuration.
     ChannelUse Of(size_t channel) const;

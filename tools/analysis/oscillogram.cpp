@@ -1,7 +1,5 @@
 #include "analysis/oscillogram.h"
 
-#include "comtrade/text.h"
-
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -31,6 +29,14 @@ Range Around(qint64 trigger, qint64 length, qint64 count)
     return {first, first + length};
 }
 
+comtrade::ReadingOptions ReadingOf(const Extent& extent)
+{
+    comtrade::ReadingOptions options;
+    options.encoding = extent.encoding;
+    return options;
+}
+
+// The encoding plays no part.
 qint64 CountOf(const QString& recordPath)
 {
     comtrade::Record record(recordPath);
@@ -205,11 +211,12 @@ qint64 Oscillogram::Count() const
 
 Oscillogram Read(const QString& recordPath, const Extent& extent)
 {
-    comtrade::Record record(recordPath);
+    comtrade::Record record(recordPath, ReadingOf(extent));
     Oscillogram oscillogram;
     oscillogram.config = record.Config();
-    oscillogram.report = ReportText(record.Header());
-    oscillogram.information = record.Information();
+    // Lines end in line feeds.
+    oscillogram.report = record.HeaderText().replace(QLatin1String("\r\n"), QLatin1String("\n"));
+    oscillogram.information = record.InformationText();
     oscillogram.axis = AxisOf(recordPath, oscillogram.config);
     oscillogram.analog.resize(oscillogram.config.analog.size());
     oscillogram.states.resize(oscillogram.config.states.size());
@@ -226,11 +233,6 @@ Oscillogram Read(const QString& recordPath, const Extent& extent)
     }
     appender.Flush();
     return oscillogram;
-}
-
-QString ReportText(const QByteArray& bytes)
-{
-    return comtrade::DecodedText(bytes).replace(QLatin1String("\r\n"), QLatin1String("\n"));
 }
 
 double PrimaryFactor(const comtrade::AnalogChannel& channel)

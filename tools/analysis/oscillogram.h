@@ -58,7 +58,7 @@ struct Oscillogram
     comtrade::Configuration config;
     TimeAxis axis;
     QString report;             ///< the text of the HDR file, empty if there is none
-    QByteArray information;     ///< the INF file as stored, empty if there is none
+    QString information;        ///< the text of the INF file, empty if there is none
     qint64 first = 0;           ///< of the samples held
     qint64 total = 0;           ///< samples of the record
     std::vector<Codes> analog;  ///< one for each analog channel of the configuration
@@ -77,6 +77,7 @@ struct Extent
     /// Seconds from the trigger to the moment that the window is around instead. It is around the trigger
     /// after all where that moment is farther from the samples than the record is long.
     double around = 0;
+    QString encoding = {}; ///< of the record's texts; empty: found out
 };
 
 /// Reads a record. Throws comtrade::Error.
@@ -87,9 +88,6 @@ qint64 BytesOf(const Oscillogram& oscillogram);
 
 /// Likewise what the samples take that a configuration announces.
 double BytesAnnounced(const comtrade::Configuration& config);
-
-/// The fault report (HDR file) decoded; lines end in line feeds.
-QString ReportText(const QByteArray& bytes);
 
 /// Factor from the values of a channel to primary ones.
 double PrimaryFactor(const comtrade::AnalogChannel& channel);

@@ -1,20 +1,17 @@
 #include "analysis/statusinfo.h"
 
-#include "comtrade/text.h"
-
 #include <QStringList>
 
 namespace analysis {
 
-std::map<int, StatusInfo> StatusInfoOf(const QByteArray& information)
+std::map<int, StatusInfo> StatusInfoOf(const QString& information)
 {
     std::map<int, StatusInfo> channels;
-    if (!information.contains("Status_Signal_Type"))
+    if (!information.contains(QLatin1String("Status_Signal_Type")))
         return channels;
     StatusInfo* open = nullptr;
     StatusInfo read;
-    const QString text = comtrade::DecodedText(information);
-    for (const QStringRef& row : text.splitRef(QLatin1Char('\n'))) {
+    for (const QStringRef& row : information.splitRef(QLatin1Char('\n'))) {
         const QStringRef line = row.trimmed();
         if (line.startsWith(QLatin1Char('['))) {
             const bool isStatus = line.startsWith(QLatin1String("[Russian_Comtrade_Edition Status_Channel_"));

@@ -2,7 +2,6 @@
 // edition of COMTRADE.
 #pragma once
 
-#include <QByteArray>
 #include <QString>
 
 #include <map>
@@ -17,6 +16,6 @@ struct StatusInfo
 };
 
 /// By the number of the channel. Empty if the text has no such sections.
-std::map<int, StatusInfo> StatusInfoOf(const QByteArray& information);
+std::map<int, StatusInfo> StatusInfoOf(const QString& information);
 
 } // namespace analysis

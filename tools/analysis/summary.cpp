@@ -14,6 +14,7 @@ Summary Summarise(const Question& question)
 {
     Extent extent;
     extent.mostBytes = question.mostBytes;
+    extent.encoding = question.encoding;
     return Summarise(Read(question.record, extent), question.lines, question.lineFile);
 }
 

@@ -26,6 +26,7 @@ struct Question
     Lines lines;                        ///< as lines.ini has them
     QString lineFile;                   ///< path of that file, for the texts; empty: there is none
     qint64 mostBytes = LargestAnalysed; ///< of samples
+    QString encoding = {};              ///< of the record's texts; empty: found out
 };
 
 struct Summary

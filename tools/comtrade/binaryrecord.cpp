@@ -67,6 +67,22 @@ void ReadRecords(const char* bytes, size_t count, size_t size, size_t analog, si
     }
 }
 
+// Revision 1991 has FFFFh for a missing value. Where the limits of a channel say that there are no negative
+// values, that is what it means; beyond 32767 they are integers without a sign. Otherwise FFFFh is -1.
+void Read1991(const char* bytes, size_t count, size_t size, const std::vector<AnalogChannel>& channels,
+              double* codes)
+{
+    for (size_t record = 0; record < count; ++record)
+        for (size_t i = 0; i < channels.size(); ++i) {
+            const auto word = qFromLittleEndian<quint16>(bytes + record * size + 8 + 2 * i);
+            const bool hasNoSign = channels[i].min >= 0 && channels[i].max > 0;
+            const bool isLarge = hasNoSign && channels[i].max > std::numeric_limits<qint16>::max();
+            *codes++ = hasNoSign && word == 0xFFFF ? Missing
+                       : isLarge                   ? static_cast<double>(word)
+                                                   : static_cast<double>(static_cast<qint16>(word));
+        }
+}
+
 } // namespace
 
 size_t BinaryValueSize(DataType type)
@@ -88,6 +104,8 @@ void ReadBinary(const char* bytes, size_t count, const Configuration& configurat
                       : type == DataType::Binary32 ? ReadRecords<qint32>
                                                    : ReadRecords<float>;
     read(bytes, count, size, configuration.analog.size(), configuration.states.size(), target);
+    if (configuration.revision == Revision::R1991 && type == DataType::Binary)
+        Read1991(bytes, count, size, configuration.analog, target.analog);
 }
 
 } // namespace comtrade

@@ -62,17 +62,17 @@ qint64 CountAt(CfgLines& lines, const Place& place, int index, QChar letter)
         if (!field.endsWith(letter, Qt::CaseInsensitive))
             lines.Forgive(place, index,
                           {Severity::Error, reason::WordForm,
-                           Tr("comtrade", "the letter of '%1' is not the Latin %2").arg(field).arg(letter),
+                           Tr("comtrade", "the letter of '%1' is not the Latin %2").arg(field, QString(letter)),
                            Tr("comtrade", "read as %1").arg(QString::number(*count) + letter)});
         return *count;
     }
     bool ok = false;
     const qint64 plain = field.toLongLong(&ok);
     if (!ok)
-        lines.Fail(place, Tr("comtrade", "'%1' should be a number and %2").arg(field).arg(letter));
+        lines.Fail(place, Tr("comtrade", "'%1' should be a number and %2").arg(field, QString(letter)));
     lines.Forgive(place, index,
                   {Severity::Error, reason::WordForm,
-                   Tr("comtrade", "'%1' should be a number and %2").arg(field).arg(letter),
+                   Tr("comtrade", "'%1' should be a number and %2").arg(field, QString(letter)),
                    Tr("comtrade", "read as %1").arg(QString::number(plain) + letter)});
     return plain;
 }

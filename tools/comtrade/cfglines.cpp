@@ -53,7 +53,14 @@ QString NameOfEnd(const QString& end)
 CfgLines::CfgLines(const QString& text, const QString& fileName_, Findings* forgiven_, qint64 firstLine)
     : fileName(fileName_), forgiven(forgiven_)
 {
-    Split(text, firstLine);
+    if (text.startsWith(QChar(QChar::ByteOrderMark))) {
+        Place place;
+        place.line = firstLine;
+        Forgive(place, -1,
+                {Severity::Warning, reason::ByteOrderMark,
+                 Tr("comtrade", "a byte order mark precedes the text"), Tr("comtrade", "it is left out")});
+    }
+    Split(text.startsWith(QChar(QChar::ByteOrderMark)) ? text.mid(1) : text, firstLine);
     left = std::count_if(lines.begin(), lines.end(), [](const Line& line) { return !line.isBlank; });
 }
 
@@ -165,21 +172,17 @@ Place CfgLines::Peek(int ahead) const
 
 void CfgLines::Forgive(const Place& place, int field, const Slip& slip)
 {
-    if (forgiven == nullptr)
-        Fail(place, slip.what);
-    Remark(place, field, slip);
+    comtrade::Forgive(forgiven, fileName, place.line, place.ColumnOf(field), slip);
 }
 
 void CfgLines::Remark(const Place& place, int field, const Slip& slip)
 {
-    if (forgiven != nullptr)
-        forgiven->Add({fileName, place.line, place.ColumnOf(field), slip.severity, slip.reason,
-                       Tr("comtrade", "%1; %2").arg(slip.what, slip.reading)});
+    comtrade::Remark(forgiven, fileName, place.line, place.ColumnOf(field), slip);
 }
 
 void CfgLines::Fail(const Place& place, const QString& what) const
 {
-    throw Error(Tr("comtrade", "%1, line %2: %3").arg(fileName).arg(place.line).arg(what));
+    throw Error(Tr("comtrade", "%1, line %2: %3").arg(fileName, QString::number(place.line), what));
 }
 
 void CfgLines::DropTrailing(Place& place, int most)

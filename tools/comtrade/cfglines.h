@@ -2,6 +2,7 @@
 #pragma once
 
 #include "comtrade/finding.h"
+#include "comtrade/forgiving.h"
 #include "comtrade/places.h"
 #include "comtrade/record.h"
 
@@ -11,15 +12,6 @@
 #include <vector>
 
 namespace comtrade {
-
-/// What is wrong with a line, and how it is read all the same.
-struct Slip
-{
-    Severity severity;
-    const char* reason; ///< a word of reasons.h
-    QString what;       ///< the rule, and what is there
-    QString reading;    ///< how it is read
-};
 
 /// Hands out the lines that are not blank. Every failure names the file and the line.
 class CfgLines

@@ -234,10 +234,10 @@ void ReadDecimals(CfgLines& lines, const RawStamp& raw, Revision revision, TimeS
         lines.Forgive(
             raw.place, 1,
             {Severity::Warning, reason::TimeForm, what, Tr("comtrade", "the first %1 are taken").arg(most)});
-    } else if (decimals.size() != 6 && !(decimals.size() == most && revision == Revision::R2013)) {
+    } else if (decimals.size() > 6 && revision != Revision::R2013) {
         lines.Remark(raw.place, 1,
-                     {decimals.size() > 6 ? Severity::Warning : Severity::Note, reason::TimeForm, what,
-                      Tr("comtrade", "read as they are")});
+                     {Severity::Warning, reason::TimeForm, what,
+                      Tr("comtrade", "read as they are; the times of the samples are in microseconds")});
     }
 }
 

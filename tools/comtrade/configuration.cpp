@@ -401,6 +401,7 @@ Configuration ParseConfiguration(const QString& text, const QString& fileName, F
     CfgLines lines(text, fileName, forgiven, firstLine);
     Configuration configuration;
     Places found;
+    found.file = fileName;
     ReadStation(lines, configuration, found.station);
     ReadChannels(lines, configuration, found);
     ReadRates(lines, configuration, found);

@@ -22,16 +22,27 @@ size_t LongestLine(const Configuration& configuration)
     return 128 + 32 * (configuration.analog.size() + configuration.states.size());
 }
 
-size_t LongestRecord(const Configuration& configuration)
+size_t LongestRecord(const Configuration& configuration, DataType type)
 {
-    return configuration.dataType == DataType::Ascii
-               ? LongestLine(configuration)
-               : BinaryRecordSize(configuration, configuration.dataType);
+    return type == DataType::Ascii ? LongestLine(configuration) : BinaryRecordSize(configuration, type);
 }
 
 LineShape ShapeOf(const Configuration& configuration)
 {
     return {configuration.analog.size(), configuration.states.size(), MissingCode(configuration.revision)};
+}
+
+StoredForm Open(QFile& file, qint64 offset, qint64 length, const Configuration& configuration,
+                Findings* forgiven)
+{
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered) || !file.seek(offset))
+        throw Error(Tr("comtrade", "%1: cannot be read: %2")
+                        .arg(file.fileName(), explain::SystemText(file.errorString())));
+    if (forgiven != nullptr)
+        return FormOf(file, offset, length, configuration, *forgiven);
+    StoredForm form;
+    form.type = configuration.dataType;
+    return form;
 }
 
 } // namespace
@@ -47,16 +58,15 @@ void Block::Resize(size_t records, const Configuration& configuration)
 
 DataReader::DataReader(const QString& path, qint64 offset, qint64 length, const Configuration& configuration_,
                        Findings* forgiven_)
-    : file(path), configuration(configuration_), forgiven(forgiven_), type(configuration_.dataType),
+    : file(path), configuration(configuration_), forgiven(forgiven_),
+      form(Open(file, offset, length, configuration_, forgiven_)), type(form.type),
       shape(ShapeOf(configuration_)), readPlainLine(BestPlainLineReader()),
-      longest(LongestRecord(configuration_)), begin(Margin), end(Margin)
+      longest(LongestRecord(configuration_, type)),
+      wanted(configuration_.rates.empty() ? 0 : configuration_.SampleCount()),
+      left(length >= 0 ? length : file.size() - offset), begin(Margin), end(Margin)
 {
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered) || !file.seek(offset))
-        throw Error(
-            Tr("comtrade", "%1: cannot be read: %2").arg(path, explain::SystemText(file.errorString())));
-    left = length >= 0 ? length : file.size() - offset;
     const size_t part = std::min(BufferSize, static_cast<size_t>(std::max<qint64>(left, 0)));
-    buffer.resize(Margin + std::max(part, longest) + Margin);
+    buffer.resize(Margin + std::max(part, longest) + 2 + Margin); // room for a character of UTF-16
 }
 
 void DataReader::Fail(const QString& what) const
@@ -64,15 +74,15 @@ void DataReader::Fail(const QString& what) const
     throw Error(Tr("comtrade", "%1, record %2: %3").arg(file.fileName()).arg(record).arg(what));
 }
 
-// Makes sure that the buffer holds at least `wanted` bytes; false if the part ends first.
-bool DataReader::Fill(size_t wanted)
+// Makes sure that the buffer holds at least so many bytes; false if the part ends first.
+bool DataReader::Fill(size_t bytes)
 {
-    if (Unread() >= wanted)
+    if (Unread() >= bytes)
         return true;
     std::memmove(buffer.data() + Margin, buffer.data() + begin, Unread());
     end = Margin + Unread();
     begin = Margin;
-    while (Unread() < wanted && left > 0) {
+    while (Unread() < bytes && left > 0) {
         const auto room = static_cast<qint64>(buffer.size() - Margin - end);
         const qint64 count = file.read(buffer.data() + end, std::min(room, left));
         if (count < 0) {
@@ -81,8 +91,10 @@ bool DataReader::Fill(size_t wanted)
         }
         left = count == 0 ? 0 : left - count;
         end += static_cast<size_t>(count);
+        if (form.bytesOfACharacter == 2)
+            Narrow(end - static_cast<size_t>(count));
     }
-    return Unread() >= wanted;
+    return Unread() >= bytes;
 }
 
 bool DataReader::Next(Row& row)
@@ -115,15 +127,34 @@ size_t DataReader::Take(const Target& target, size_t most)
 
 size_t DataReader::TakeBinary(const Target& target, size_t most)
 {
-    if (!Fill(longest) && Unread() > 0) {
+    if (hasEnded)
+        return 0;
+    if (!Fill(longest) && forgiven != nullptr) {
+        FinishBinary();
+        return 0;
+    }
+    if (Unread() > 0 && Unread() < longest) {
         ++record;
         Fail(Tr("comtrade", "is cut off: %1 of %2 bytes").arg(Unread()).arg(longest));
     }
-    const size_t count = std::min(most, Unread() / longest);
-    ReadBinary(buffer.data() + begin, count, configuration, type, target);
+    size_t count = std::min(most, Unread() / longest);
+    if (forgiven != nullptr && wanted > 0) { // what follows the last record is looked at one by one
+        if (IsComplete() && count > 0 && IsZeroRecord()) {
+            EndWithZeros();
+            return 0;
+        }
+        const auto rest = static_cast<size_t>(std::max<qint64>(wanted - record, 1));
+        count = std::min(count, rest);
+    }
+    ReadBinary(At(), count, configuration, type, target);
     begin += count * longest;
     record += static_cast<qint64>(count);
     return count;
+}
+
+bool DataReader::IsZeroRecord() const
+{
+    return std::all_of(At(), At() + longest, [](char byte) { return byte == 0; });
 }
 
 // What precedes a malformed line is delivered before its Error.
@@ -131,7 +162,7 @@ size_t DataReader::TakeLines(Target target, size_t most)
 {
     size_t count = 0;
     try {
-        while (count < most && TakeLine(target)) {
+        while (count < most && !hasEnded && TakeLine(target)) {
             ++count;
             ++target.number;
             ++target.time;
@@ -149,15 +180,18 @@ size_t DataReader::TakeLines(Target target, size_t most)
 bool DataReader::TakeLine(const Target& target)
 {
     Fill(longest);
-    const char* const line = buffer.data() + begin;
+    const char* const after = readPlainLine(At(), buffer.data() + end, shape, target);
+    if (after == nullptr)
+        return forgiven != nullptr ? TakeForgivingLine(target) : TakeStrictLine(target);
+    ++record;
+    begin = static_cast<size_t>(after - buffer.data());
+    return true;
+}
+
+bool DataReader::TakeStrictLine(const Target& target)
+{
+    const char* const line = At();
     const char* const limit = buffer.data() + end;
-    const char* after = readPlainLine(line, limit, shape, target);
-    if (after != nullptr) {
-        ++record;
-        begin = static_cast<size_t>(after - buffer.data());
-        return true;
-    }
-    constexpr char EndOfFile = 0x1A; // closes the files of some writers
     if (line == limit || *line == EndOfFile || (limit - line >= 3 && std::memcmp(line, "---", 3) == 0))
         return false;
     ++record;
@@ -169,7 +203,7 @@ bool DataReader::TakeLine(const Target& target)
     if (stop != line && stop[-1] == '\r')
         --stop;
     try {
-        ReadLine(line, stop, configuration, target);
+        ReadLine(line, stop, configuration, {file.fileName(), record, nullptr}, target);
     } catch (const Error& error) {
         Fail(text::MessageOf(error));
     }

@@ -1,8 +1,10 @@
 // The data of a COMTRADE record, record by record.
 #pragma once
 
+#include "comtrade/forgiving.h"
 #include "comtrade/plainline.h"
 #include "comtrade/record.h"
+#include "comtrade/storedform.h"
 
 #include <QFile>
 
@@ -26,26 +28,51 @@ public:
     bool Next(Block& block);
 
 private:
+    static constexpr char EndOfFile = 0x1A; // closes the files of some writers
+
     size_t Unread() const { return end - begin; }
-    bool Fill(size_t wanted);
+    const char* At() const { return buffer.data() + begin; }
+    bool Fill(size_t bytes);
+    void Narrow(size_t from);
     size_t Take(const Target& target, size_t most);
     size_t TakeLines(Target target, size_t most);
     size_t TakeBinary(const Target& target, size_t most);
     bool TakeLine(const Target& target);
+    bool TakeStrictLine(const Target& target);
+    bool TakeForgivingLine(const Target& target);
+    bool PassWhatIsNoLine();
+    bool ReadOddLine(const char* stop, bool hasEnd, const Target& target);
+    void PassLineEnd();
+    void PassByteOrderMark();
+    void PassPadding();
+    void EndWithZeros();
+    void RemarkBlankLine(Severity severity);
+    bool IsZeroRecord() const;
+    bool IsComplete() const { return wanted > 0 && record >= wanted; }
+    void PassBytesAfterEnd();
+    void FinishBinary();
+    void Finish();
+    void FinishCutOff();
+    void Add(const Slip& slip);
     [[noreturn]] void Fail(const QString& what) const;
 
     QFile file;
     const Configuration& configuration;
     Findings* const forgiven; // nothing is, if there is none
+    StoredForm form;
     const DataType type;
     const LineShape shape;
     const PlainLineReader readPlainLine;
     const size_t longest;     // bytes of a record
+    const qint64 wanted;      // records by the configuration
     qint64 left;              // bytes of the part that are not read yet
     std::vector<char> buffer; // with the margins of plain lines
     size_t begin = 0;         // of what is read but not taken yet
     size_t end = 0;
     qint64 record = 0; // how many were taken
+    bool hasEnded = false;
+    bool hasOddLineEnds = false;
+    bool hasBlankLine = false; // before the current line
     std::exception_ptr failure;
 };
 

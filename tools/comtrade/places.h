@@ -35,6 +35,7 @@ struct Place
 /// configuration says.
 struct Places
 {
+    QString file;
     Place station;
     Place counts;
     std::vector<Place> analog; ///< as the channels of the configuration

@@ -79,7 +79,7 @@ public:
             // A field is empty, or a minus sign stands within it or alone.
             const quint64 wrong = marks.others | (marks.commas & starts) | (marks.minuses & ~starts) |
                                   (marks.commas & (marks.minuses << 1U | afterMinus));
-            AddBits(marks.commas, static_cast<qint32>(offset), found);
+            AddBits(marks.commas, static_cast<qint32>(offset), found, wanted);
             found += static_cast<size_t>(_mm_popcnt_u64(marks.commas));
             if (found >= wanted) {
                 const auto last = static_cast<unsigned>(ends[wanted] - offset);
@@ -98,13 +98,13 @@ public:
 private:
     // Usually there are about ten commas: a fixed number of steps is faster than a test after each. What is
     // written beyond the last bit is overwritten, or never read.
-    ZU_WIDE void AddBits(quint64 bits, qint32 offset, size_t found)
+    ZU_WIDE void AddBits(quint64 bits, qint32 offset, size_t found, size_t wanted)
     {
         qint32* at = ends + 1 + found;
         AddFour(bits, offset, at);
         AddFour(bits, offset, at);
         AddFour(bits, offset, at);
-        while (Q_UNLIKELY(bits != 0))
+        while (bits != 0 && at <= ends + wanted)
             AddFour(bits, offset, at);
     }
 

@@ -1,64 +1,32 @@
 // Opening a record: separate files, or the sections of a container.
 #include "comtrade/record.h"
 
+#include "comtrade/container.h"
 #include "comtrade/datareader.h"
-#include "comtrade/mark.h"
+#include "comtrade/forgiving.h"
+#include "comtrade/recordfiles.h"
 #include "comtrade/text.h"
-#include "explain/system.h"
-#include "text/texts.h"
 
-#include <QFile>
 #include <QFileInfo>
-
-#include <optional>
 
 namespace comtrade {
 
 namespace {
 
-constexpr qint64 LargestText = qint64{256} << 20; // bytes of a CFG, HDR or INF; no real one comes near it
-constexpr qint64 LineStep = 4096;                 // bytes of a line read at a time
-
-[[noreturn]] void Fail(const QString& path, const QString& what)
+// How many records the data hold, as far as they can be read.
+qint64 CountRecords(const QString& path, qint64 offset, qint64 length, const Configuration& configuration)
 {
-    throw Error(Tr("comtrade", "%1: %2").arg(path, what));
-}
-
-void Open(QFile& file)
-{
-    if (!QFileInfo::exists(file.fileName()))
-        Fail(file.fileName(), Tr("comtrade", "does not exist"));
-    if (!QFileInfo(file).isFile() || !file.open(QIODevice::ReadOnly))
-        Fail(file.fileName(),
-             Tr("comtrade", "cannot be read: %1").arg(explain::SystemText(file.errorString())));
-}
-
-QByteArray ReadText(const QString& path)
-{
-    QFile file(path);
-    Open(file);
-    if (file.size() > LargestText)
-        Fail(path, Tr("comtrade", "is too large for a text of a record"));
-    return file.readAll();
-}
-
-// The path of a piece beside the configuration, whatever the case of its extension; empty if there is none.
-QString PieceBeside(const QString& configurationPath, const QString& extension)
-{
-    const QString base = configurationPath.left(configurationPath.size() - extension.size());
-    for (const QString& spelling :
-         {extension, extension.toUpper(), extension.at(0).toUpper() + extension.mid(1)}) {
-        if (QFileInfo::exists(base + spelling))
-            return base + spelling;
+    qint64 count = 0;
+    try {
+        Findings ignored;
+        DataReader reader(path, offset, length, configuration, &ignored);
+        Block block;
+        while (reader.Next(block))
+            count += static_cast<qint64>(block.count);
+    } catch (const Error&) {
+        return count; // reading the data says what is wrong
     }
-    return QString();
-}
-
-// Empty if there is no such piece.
-QByteArray TextBeside(const QString& configurationPath, const QString& extension)
-{
-    const QString path = PieceBeside(configurationPath, extension);
-    return path.isEmpty() ? QByteArray() : ReadText(path);
+    return count;
 }
 
 } // namespace
@@ -71,83 +39,86 @@ bool IsRecordFile(const QString& path)
 
 Record::Record(const QString& path, const ReadingOptions& options_) : options(options_)
 {
-    const QString extension = QFileInfo(path).suffix().toLower();
-    if (extension == QLatin1String("cff"))
+    CheckName(path);
+    if (!options.encoding.isEmpty() && !IsEncoding(options.encoding))
+        throw Error(Tr("comtrade", "there is no encoding '%1'").arg(options.encoding));
+    if (path.endsWith(QLatin1String(".cff"), Qt::CaseInsensitive))
         OpenContainer(path);
-    else if (extension == QLatin1String("cfg"))
-        OpenPieces(path);
     else
-        Fail(path, Tr("comtrade", "is not the .cfg or .cff file of a record"));
+        OpenPieces(path);
 }
 
 Record::~Record() = default;
 
+Findings* Record::Forgiving()
+{
+    return options.isStrict ? nullptr : &findings;
+}
+
+void Record::Parse(const QByteArray& text, const QString& path, qint64 firstLine)
+{
+    encoding = options.encoding.isEmpty() ? EncodingOf(text) : options.encoding;
+    if (encoding.startsWith(QLatin1String("UTF-16")))
+        Forgive(Forgiving(), path, firstLine, 0,
+                {Severity::Error, reason::NotUtf8, Tr("comtrade", "the text is UTF-16"),
+                 Tr("comtrade", "read as that")});
+    configuration = ParseConfiguration(DecodedText(text, encoding), path, Forgiving(), firstLine, &places);
+}
+
+// A configuration that does not say how many samples there are has as many as the data hold.
+void Record::CountSamples(const QString& path, qint64 offset, qint64 length)
+{
+    if (options.isStrict || configuration.SampleCount() > 0)
+        return;
+    const qint64 count = CountRecords(path, offset, length, configuration);
+    if (count == 0)
+        return;
+    if (configuration.rates.empty())
+        configuration.rates.push_back({0, count});
+    else
+        configuration.rates.back().lastSample = count;
+    if (!places.rates.empty())
+        Forgive(Forgiving(), places.file, places.rates.back().line, places.rates.back().ColumnOf(1),
+                {Severity::Error, reason::CountsDiffer,
+                 Tr("comtrade", "the last sample is 0, but there are data"),
+                 Tr("comtrade", "%1 samples, as many as the data hold").arg(count)});
+}
+
 void Record::OpenPieces(const QString& path)
 {
-    configuration = ParseConfiguration(DecodedText(ReadText(path)), path,
-                                       options.isStrict ? nullptr : &findings, 1, &places);
-    const QString dataPath = PieceBeside(path, QStringLiteral("dat"));
-    if (dataPath.isEmpty())
-        Fail(path, Tr("comtrade", "there is no .dat file beside it"));
-    header = TextBeside(path, QStringLiteral("hdr"));
-    information = TextBeside(path, QStringLiteral("inf"));
-    data =
-        std::make_unique<DataReader>(dataPath, 0, -1, configuration, options.isStrict ? nullptr : &findings);
+    Parse(ReadText(path), path, 1);
+    const RecordFiles files = FilesOf(path, Forgiving());
+    header = files.header.isEmpty() ? QByteArray() : ReadText(files.header);
+    information = files.information.isEmpty() ? QByteArray() : ReadText(files.information);
+    CountSamples(files.data, 0, -1);
+    data = std::make_unique<DataReader>(files.data, 0, -1, configuration, Forgiving());
 }
 
 void Record::OpenContainer(const QString& path)
 {
-    QFile file(path);
-    Open(file);
-    QByteArray configurationText;
-    qint64 configurationLine = 1;
-    qint64 lineNumber = 0;
-    QByteArray ignored;
-    QByteArray* section = nullptr;
-    std::optional<qint64> dataOffset;
-    qint64 dataBytes = -1;
-    qint64 textBytes = 0;
-    bool atLineStart = true;
-    while (!file.atEnd()) {
-        const QByteArray line = file.readLine(LineStep); // a longer line comes in pieces
-        const std::optional<Mark> mark = atLineStart ? MarkOf(line) : std::nullopt;
-        lineNumber += atLineStart ? 1 : 0;
-        atLineStart = line.endsWith('\n');
-        if (!mark) {
-            textBytes += line.size();
-            if (section == nullptr)
-                Fail(path, Tr("comtrade", "does not start with a section mark"));
-            if (textBytes > LargestText)
-                Fail(path, Tr("comtrade", "has texts that are too large for a record"));
-            section->append(line);
-        } else if (mark->kind == QLatin1String("DAT")) {
-            dataOffset = file.pos();
-            dataBytes = mark->dataBytes;
-            if (dataBytes < 0)
-                break; // ASCII data go to the end
-            if (dataBytes > file.size() - file.pos())
-                Fail(path, Tr("comtrade", "holds %1 bytes of data where its mark says %2")
-                               .arg(file.size() - file.pos())
-                               .arg(dataBytes));
-            file.seek(file.pos() + dataBytes);
-            section = &ignored;
-        } else {
-            if (mark->kind == QLatin1String("CFG"))
-                configurationLine = lineNumber + 1;
-            section = mark->kind == QLatin1String("CFG")   ? &configurationText
-                      : mark->kind == QLatin1String("HDR") ? &header
-                      : mark->kind == QLatin1String("INF") ? &information
-                                                           : &ignored;
-        }
-    }
-    if (configurationText.isEmpty())
-        Fail(path, Tr("comtrade", "has no CFG section"));
-    configuration = ParseConfiguration(DecodedText(configurationText), path,
-                                       options.isStrict ? nullptr : &findings, configurationLine, &places);
-    if (!dataOffset)
-        Fail(path, Tr("comtrade", "has no DAT section"));
-    data = std::make_unique<DataReader>(path, *dataOffset, dataBytes, configuration,
-                                        options.isStrict ? nullptr : &findings);
+    if (!QFileInfo::exists(path))
+        throw Error(Tr("comtrade", "%1: %2").arg(path, Tr("comtrade", "does not exist")));
+    const Container container = ReadContainer(path, Forgiving());
+    if (container.configuration.firstLine == 0)
+        throw Error(Tr("comtrade", "%1: %2").arg(path, Tr("comtrade", "has no CFG section")));
+    Parse(container.configuration.text, path, container.configuration.firstLine);
+    if (container.dataOffset < 0)
+        throw Error(Tr("comtrade", "%1: %2").arg(path, Tr("comtrade", "has no DAT section")));
+    header = container.header.text;
+    information = container.information.text;
+    const qint64 length = DataLength(path, container, configuration, Forgiving());
+    CountSamples(path, container.dataOffset, length);
+    data = std::make_unique<DataReader>(path, container.dataOffset, length, configuration, Forgiving());
+}
+
+QString Record::HeaderText() const
+{
+    return DecodedText(header, options.encoding);
+}
+
+QString Record::InformationText() const
+{
+    return DecodedText(information, options.encoding);
 }
 
 bool Record::Next(Row& row)

@@ -178,9 +178,16 @@ public:
     /// Where the parts of the configuration are in its file, the .cfg or .cff.
     const comtrade::Places& Places() const { return places; }
 
+    /// The encoding of the configuration, as given or found out, by a name that QTextCodec knows.
+    const QString& Encoding() const { return encoding; }
+
     /// The pieces as stored; empty if there are none.
     const QByteArray& Header() const { return header; }
     const QByteArray& Information() const { return information; }
+
+    /// The same as texts, in the encoding that was given, else in the one that is found out for each.
+    QString HeaderText() const;
+    QString InformationText() const;
 
     /// Reads the next record into row, whose vectors are used again; false after the last one. Throws Error
     /// for a record that is cut off or malformed.
@@ -196,9 +203,13 @@ public:
 private:
     void OpenContainer(const QString& path);
     void OpenPieces(const QString& path);
+    Findings* Forgiving();
+    void Parse(const QByteArray& text, const QString& path, qint64 firstLine);
+    void CountSamples(const QString& path, qint64 offset, qint64 length);
 
     const ReadingOptions options;
     Findings findings;
+    QString encoding;
     Configuration configuration;
     comtrade::Places places;
     QByteArray header;

@@ -122,7 +122,7 @@ QByteArray Encoded(const QString& text, const QByteArray& encoding, const QStrin
         return codec->fromUnicode(text);
     const auto* const letter =
         std::find_if(text.begin(), text.end(), [codec](QChar one) { return !codec->canEncode(one); });
-    throw FormError(Tr("export", "%1: the encoding %2 has no letter '%3'; --encoding utf8 has")
+    throw FormError(Tr("export", "%1: the encoding %2 has no letter '%3'; --out-encoding utf8 has")
                         .arg(what, QString::fromLatin1(encoding), letter == text.end() ? text : *letter));
 }
 

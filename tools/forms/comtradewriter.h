@@ -27,6 +27,9 @@ public:
     void Write(const comtrade::Block& block) override;
     void Finish() override;
 
+    /// Writes records that are bytes of the form already.
+    void WriteBytes(const QByteArray& records) { Put(records); }
+
 private:
     void Put(const QByteArray& bytes);
     void WriteContainerHead(const QByteArray& configuration, const Texts& texts);

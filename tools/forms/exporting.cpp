@@ -1,6 +1,5 @@
 #include "forms/exporting.h"
 
-#include "comtrade/text.h"
 #include "forms/comparison.h"
 #include "forms/csvstream.h"
 #include "forms/csvwriter.h"
@@ -8,6 +7,7 @@
 #include "forms/matstream.h"
 #include "forms/matwriter.h"
 #include "forms/pipeline.h"
+#include "forms/rawdata.h"
 #include "forms/resampling.h"
 #include "text/texts.h"
 
@@ -39,6 +39,12 @@ private:
     void Survey();
     bool Write();
     void Compare(const Configuration& config, const Digest& written);
+    Digest DigestOfWritten(const Configuration& config) const;
+    std::optional<RawData> Unchanged(const Pipeline& pipeline, const Configuration& config) const;
+    void WriteRaw(const RawData& raw, const Configuration& config);
+    [[noreturn]] void FailWithDifference(const Configuration& config);
+    void CompareRecord(const comtrade::Record& record, const Configuration& config) const;
+    void Keep(const Pipeline& pipeline, const Configuration& config, qint64 samples);
     std::unique_ptr<Writer> NewWriter(const Configuration& config) const;
     std::unique_ptr<Stream> ReadBack(const Configuration& config) const;
     Texts TextsOf(const comtrade::Record& record) const;
@@ -77,17 +83,17 @@ QString WithLine(QString text, const QString& line)
 // samples is said in the HDR file.
 Texts Exporter::TextsOf(const comtrade::Record& record) const
 {
-    const auto encoded = [this](const QByteArray& bytes, const QString& what, const QString& line = {}) {
+    const auto encoded = [this](const QByteArray& bytes, const QString& text, const QString& what,
+                                const QString& line = {}) {
         const bool isUtf8 = request.comtrade.encoding == QByteArray("UTF-8");
-        const QString text = comtrade::DecodedText(bytes, source.reading.encoding);
         if (line.isEmpty() && (bytes.isEmpty() || (isUtf8 && text.toUtf8() == bytes)))
             return bytes;
         return Encoded(WithLine(text, line), request.comtrade.encoding, what);
     };
     if (!IsComtrade())
         return {};
-    return {encoded(record.Header(), Tr("export", "HDR"), sampling),
-            encoded(record.Information(), Tr("export", "INF"))};
+    return {encoded(record.Header(), record.HeaderText(), Tr("export", "HDR"), sampling),
+            encoded(record.Information(), record.InformationText(), Tr("export", "INF"))};
 }
 
 // The samples that the data of the source have, whatever the configuration announces.
@@ -208,6 +214,11 @@ bool Exporter::Write()
     Stream& stream = pipeline.Last();
     const Configuration config = stream.Config();
     texts = TextsOf(pipeline.Record().Record());
+    if (const std::optional<RawData> raw = Unchanged(pipeline, config)) {
+        WriteRaw(*raw, config);
+        Keep(pipeline, config, config.SampleCount());
+        return true;
+    }
     const std::unique_ptr<Writer> writer = NewWriter(config);
     Digest digest(config.analog.size(), config.states.size());
     Block block;
@@ -219,7 +230,14 @@ bool Exporter::Write()
     writer->Finish();
     if (digest.Samples() != config.SampleCount() && !plan.total)
         return false;
-    result.samples = digest.Samples();
+    Compare(config, digest);
+    Keep(pipeline, config, digest.Samples());
+    return true;
+}
+
+void Exporter::Keep(const Pipeline& pipeline, const Configuration& config, qint64 samples)
+{
+    result.samples = samples;
     result.resampling = sampling;
     result.lost = pipeline.Lost();
     result.rounded = pipeline.Rounded();
@@ -227,30 +245,79 @@ bool Exporter::Write()
     result.announced = pipeline.Record().Config().SampleCount();
     result.total = plan.total.value_or(result.announced);
     result.config = config;
-    Compare(config, digest);
-    return true;
 }
 
-void Exporter::Compare(const Configuration& config, const Digest& written)
+// The data of the source if all of their bytes are those of the target.
+std::optional<RawData> Exporter::Unchanged(const Pipeline& pipeline, const Configuration& config) const
+{
+    const Configuration& stored = pipeline.Record().Config();
+    const bool isWhole =
+        !plan.total && !plan.extent && !plan.channels && plan.codes.empty() && sampling.isEmpty();
+    if (!IsComtrade() || !isWhole || config.dataType != stored.dataType)
+        return std::nullopt;
+    return RawDataOf(source.path, pipeline.Record().Record());
+}
+
+// As the bytes are the same, so are the codes that the same configuration makes of them.
+void Exporter::WriteRaw(const RawData& raw, const Configuration& config)
+{
+    ComtradeWriter writer(base, IsContainer(), config, request.comtrade.encoding, texts);
+    ReadRaw(raw, [&](const QByteArray& records) {
+        Look();
+        writer.WriteBytes(records);
+    });
+    writer.Finish();
+    Look();
+    try {
+        const std::unique_ptr<Stream> back = ReadBack(config);
+        const comtrade::Record& record = static_cast<const RecordStream&>(*back).Record();
+        CompareRecord(record, config);
+        const std::optional<RawData> written =
+            RawDataOf(base + EndingsOf(IsContainer(), texts).first(), record);
+        if (!written || !AreSame(raw, *written))
+            FailWithDifference(config);
+    } catch (const comtrade::Error& error) {
+        throw Different(error.Message());
+    }
+}
+
+// Only after a difference is it worth the time to find the place.
+void Exporter::FailWithDifference(const Configuration& config)
+{
+    Pipeline again(source, request, plan, Pipeline::End::Form);
+    const std::unique_ptr<Stream> back = ReadBack(config);
+    throw Different(DifferenceOf(again.Last(), *back));
+}
+
+void Exporter::CompareRecord(const comtrade::Record& record, const Configuration& config) const
+{
+    CompareTexts({config, texts}, {record.Config(), {record.Header(), record.Information()}}, IsContainer());
+}
+
+// The digest of what was written, with its texts compared.
+Digest Exporter::DigestOfWritten(const Configuration& config) const
 {
     const std::unique_ptr<Stream> back = ReadBack(config);
-    if (IsComtrade()) {
-        const comtrade::Record& record = static_cast<const RecordStream&>(*back).Record();
-        CompareTexts({config, texts}, {record.Config(), {record.Header(), record.Information()}},
-                     IsContainer());
-    }
+    if (IsComtrade())
+        CompareRecord(static_cast<const RecordStream&>(*back).Record(), config);
     Digest digest(config.analog.size(), config.states.size());
     Block block;
     while (back->Next(block)) {
         Look();
         digest.Add(block);
     }
-    if (digest == written)
-        return;
-    // Only now is it worth the time to find the place.
-    Pipeline again(source, request, plan, Pipeline::End::Form);
-    const std::unique_ptr<Stream> backAgain = ReadBack(config);
-    throw Different(DifferenceOf(again.Last(), *backAgain));
+    return digest;
+}
+
+void Exporter::Compare(const Configuration& config, const Digest& written)
+{
+    Look();
+    try {
+        if (DigestOfWritten(config) != written)
+            FailWithDifference(config);
+    } catch (const comtrade::Error& error) {
+        throw Different(error.Message());
+    }
 }
 
 Exported Exporter::Run()

@@ -130,7 +130,7 @@ Extent ExtentOf(const Span& span, const Configuration& config, Stream* stamps)
     const Extent extent =
         clock.IsStamped() ? ByStamps(limits, clock, *stamps) : ByRates(limits, clock, config.SampleCount());
     if (extent.count == 0)
-        throw FormError(Tr("export", "no sample of the record is in the time asked for"));
+        throw NoSamples(Tr("export", "no sample of the record is in the time asked for"));
     return extent;
 }
 

@@ -1,6 +1,7 @@
 // The samples of a record from one to another.
 #pragma once
 
+#include "forms/comtradetext.h"
 #include "forms/export.h"
 #include "forms/stream.h"
 
@@ -13,8 +14,16 @@ struct Extent
     qint64 count = 0;
 };
 
+/// A span without a sample.
+class NoSamples : public FormError
+{
+public:
+    using FormError::FormError;
+};
+
 /// The samples that a span covers. Where the record has no rate they are found by a pass through `stamps`,
-/// the record's stream, which is not needed otherwise. Throws FormError if there is none.
+/// the record's stream, which is not needed otherwise. Throws NoSamples, or FormError for stamps that are
+/// missing.
 Extent ExtentOf(const Span& span, const comtrade::Configuration& config, Stream* stamps);
 
 /// Delivers the samples of an extent, counted from 1 unless it starts with the first one. The record starts

@@ -2,6 +2,7 @@
 
 #include "comtrade/record.h"
 #include "text/columns.h"
+#include "text/findingline.h"
 #include "text/texts.h"
 
 #include <QJsonArray>
@@ -37,9 +38,10 @@ void Description::Fail(const char* word, const QString& text)
     error = text;
 }
 
-Description Describe(const QString& path)
+Description Describe(const QString& path, const QString& encoding)
 {
     Description description;
+    description.encoding = encoding;
     const bool isRecord = comtrade::IsRecordFile(path);
     description.file = path;
     description.kind = isRecord ? QStringLiteral("record") : QStringLiteral("recording");
@@ -100,6 +102,10 @@ QStringList LinesOf(const Description& description, bool channels)
             continue;
         lines << QString() << QStringLiteral("  ") + table.title << TableLines(table);
     }
+    for (const comtrade::Finding& finding : description.forgiven)
+        lines << Tr("info", "  note: %1")
+                     .arg(text::PlaceText(finding.file, finding.line, finding.column) + QLatin1String(": ") +
+                          finding.text);
     for (const QString& note : description.notes)
         lines << Tr("info", "  note: %1").arg(note);
     return lines;
@@ -123,6 +129,13 @@ QJsonObject JsonOf(const Description& description, bool channels)
             rows.append(item);
         }
         object[table.key] = rows;
+    }
+    if (!description.forgiven.empty()) {
+        QJsonArray forgiven;
+        for (const comtrade::Finding& finding : description.forgiven)
+            forgiven.append(text::FindingObject({finding.file, finding.line, finding.column, finding.severity,
+                                                 finding.reason, finding.text}));
+        object["forgiven"] = forgiven;
     }
     if (!description.notes.isEmpty())
         object["notes"] = QJsonArray::fromStringList(description.notes);

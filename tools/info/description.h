@@ -1,6 +1,7 @@
 // What a recording or a COMTRADE record holds, ready to be shown to people and programs.
 #pragma once
 
+#include "comtrade/finding.h"
 #include "text/reasons.h"
 
 #include <QJsonObject>
@@ -45,6 +46,8 @@ struct Description
     std::vector<Fact> facts;
     std::vector<Table> tables;
     QStringList notes;                       // what shortens or spoils it, and what to do
+    QString encoding;                        // of a record's texts; empty: found out
+    std::vector<comtrade::Finding> forgiven; // what is not as it should be in a record, and was read
     QString error;                           // why nothing more can be said; the facts are those found before
     const char* reason = reason::Unexpected; // of the error
 
@@ -59,7 +62,8 @@ struct Description
 
 /// Describes a recording by its first file, with the whole chain, or a record by its .cfg or .cff file. Never
 /// throws for bad input: the error says what is wrong, where, and what to do.
-Description Describe(const QString& path);
+/// encoding is that of a record's texts; empty: it is found out.
+Description Describe(const QString& path, const QString& encoding = QString());
 
 /// Fill in what is in the file of the description.
 void DescribeRecording(Description& description);

@@ -135,10 +135,17 @@ void CheckCount(Description& description, qint64 wanted, qint64 found)
                              .arg(found));
 }
 
+// Of a kind of which only some were kept, the last one says how many more there are.
+void AddForgiven(Description& description, const comtrade::Findings& findings)
+{
+    description.forgiven = findings.All();
+}
+
 void DescribeOpen(Description& description, comtrade::Record& record)
 {
     const comtrade::Configuration& configuration = record.Config();
     AddIdentity(description, configuration);
+    description.Add("encoding", Tr("info", "Encoding"), record.Encoding());
     const RecordData data = ReadData(record);
     AddSampling(description, SamplingOf(configuration, data));
     AddChannelCount(description, configuration.analog.size(), configuration.states.size());
@@ -163,8 +170,11 @@ void DescribeRecord(Description& description)
         return;
     }
     try {
-        comtrade::Record record(description.file);
+        comtrade::ReadingOptions options;
+        options.encoding = description.encoding;
+        comtrade::Record record(description.file, options);
         DescribeOpen(description, record);
+        AddForgiven(description, record.Forgiven());
     } catch (const comtrade::Error& error) {
         description.Fail(reason::RecordUnreadable, text::MessageOf(error));
     }

@@ -112,13 +112,17 @@ inline constexpr char NothingThere[] = "nothingThere";
 
 // What readers of COMTRADE records forgive, and what else is wrong with a record.
 inline constexpr char BlankLine[] = "blankLine";
+inline constexpr char BytesLeftOver[] = "bytesLeftOver";
 inline constexpr char ClockNotSet[] = "clockNotSet";
 inline constexpr char CountsDiffer[] = "countsDiffer";
+inline constexpr char DataTypeDiffers[] = "dataTypeDiffers";
 inline constexpr char DateForm[] = "dateForm";
 inline constexpr char DateOrder[] = "dateOrder";
 inline constexpr char EndOfFileMark[] = "endOfFileMark";
 inline constexpr char FieldEmpty[] = "fieldEmpty";
+inline constexpr char FieldSeparator[] = "fieldSeparator";
 inline constexpr char FieldsLacking[] = "fieldsLacking";
+inline constexpr char FieldsLeftOver[] = "fieldsLeftOver";
 inline constexpr char FileName[] = "fileName";
 inline constexpr char LimitsSwapped[] = "limitsSwapped";
 inline constexpr char LineEnds[] = "lineEnds";
@@ -126,10 +130,12 @@ inline constexpr char LineLacking[] = "lineLacking";
 inline constexpr char LinesLeftOver[] = "linesLeftOver";
 inline constexpr char NumberForm[] = "numberForm";
 inline constexpr char RevisionUnknown[] = "revisionUnknown";
+inline constexpr char SampleCutOff[] = "sampleCutOff";
 inline constexpr char SectionLacking[] = "sectionLacking";
 inline constexpr char SectionMark[] = "sectionMark";
 inline constexpr char TimeForm[] = "timeForm";
 inline constexpr char WordForm[] = "wordForm";
+inline constexpr char ZerosLeftOver[] = "zerosLeftOver";
 
 // Why the watch ends.
 inline constexpr char Terminated[] = "SIGTERM";

@@ -20,9 +20,11 @@ qint64 RoomBeside(const comtrade::Configuration& other)
 
 analysis::Oscillogram Load(const QString& recordPath, const Options& options)
 {
-    const analysis::Extent whole;
-    return analysis::Read(recordPath,
-                          options.full ? whole : analysis::Extent{options.window, LargestSamples});
+    analysis::Extent extent;
+    if (!options.full)
+        extent = {options.window, LargestSamples};
+    extent.encoding = options.encoding;
+    return analysis::Read(recordPath, extent);
 }
 
 std::pair<analysis::Oscillogram, analysis::Oscillogram> LoadBoth(const QString& recordPath,
@@ -38,6 +40,8 @@ std::pair<analysis::Oscillogram, analysis::Oscillogram> LoadBoth(const QString& 
         if (second.alignment == Alignment::Time)
             otherExtent.around = -comtrade::DistanceOfTriggers(config, other).seconds;
     }
+    extent.encoding = options.encoding;
+    otherExtent.encoding = second.options.encoding;
     return {analysis::Read(recordPath, extent), analysis::Read(second.recordPath, otherExtent)};
 }
 
@@ -45,7 +49,8 @@ analysis::Summary SummaryOf(const QString& recordPath, const analysis::Oscillogr
                             const Options& options)
 {
     if (options.window > 0 || analysis::BytesOf(oscillogram) > analysis::LargestAnalysed)
-        return analysis::Summarise({recordPath, options.lines, options.lineFile, LargestSamples});
+        return analysis::Summarise(
+            {recordPath, options.lines, options.lineFile, LargestSamples, options.encoding});
     return analysis::Summarise(oscillogram, options.lines, options.lineFile);
 }
 

@@ -19,6 +19,7 @@ struct Options
     QString source;        ///< file name to show as the origin; empty: that of the record
     analysis::Lines lines; ///< data of the lines, for the distance to a fault and the zones
     QString lineFile;      ///< path of the file that has them; empty: there is none
+    QString encoding;      ///< of the record's texts; empty: found out
 };
 
 /// A page or picture that cannot be written; the message names the file and says what to do. A record that

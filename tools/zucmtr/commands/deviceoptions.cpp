@@ -1,5 +1,6 @@
 #include "zucmtr/commands/deviceoptions.h"
 
+#include "comtrade/record.h"
 #include "text/texts.h"
 #include "zucmtr/terminal/checks.h"
 #include "zucmtr/terminal/command.h"
@@ -29,6 +30,19 @@ void AddLinesOption(CLI::App& command, std::string& path)
                                 "beside the ini file, else beside the recording or record"));
 }
 
+void AddEncodingOption(CLI::App& command, std::string& encoding)
+{
+    AddValue(command, "--encoding", encoding, "NAME",
+             HelpText("device", "Encoding of a COMTRADE record's texts, such as CP866, KOI8-R or GBK. "
+                                "Default: found out"))
+        ->check(values::Encoding());
+}
+
+QString EncodingOf(const std::string& encoding, const QString& file)
+{
+    return comtrade::IsRecordFile(file) ? FromUtf8(encoding) : QString();
+}
+
 void AddReadingOptions(CLI::App& command, ReadingOptions& options, const std::string& plainText)
 {
     CLI::Option* plain = command.add_flag("--plain", options.plain, plainText);
@@ -40,6 +54,7 @@ void AddReadingOptions(CLI::App& command, ReadingOptions& options, const std::st
     for (CLI::Option* option : AddChoiceOptions(command, options.choice, texts))
         option->excludes(plain);
     AddLinesOption(command, options.lines);
+    AddEncodingOption(command, options.encoding);
 }
 
 DeviceChoice ChoiceOf(const ChoiceOptions& options)

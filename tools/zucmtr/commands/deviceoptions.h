@@ -38,11 +38,18 @@ struct ReadingOptions
 {
     ChoiceOptions choice;
     std::string lines;
-    bool plain = false; // without ini file
+    std::string encoding; // of records
+    bool plain = false;   // without ini file
 };
 
-/// Adds --plain, with its help, the options of the choice and --lines to a subcommand; options must live as
-/// long as it.
+/// Adds --encoding to a subcommand that reads COMTRADE records; encoding must live as long as it.
+void AddEncodingOption(CLI::App& command, std::string& encoding);
+
+/// The encoding of a record's texts by the option; empty for a recording, whose ini file says it.
+QString EncodingOf(const std::string& encoding, const QString& file);
+
+/// Adds --plain, with its help, the options of the choice, --lines and --encoding to a subcommand; options
+/// must live as long as it.
 void AddReadingOptions(CLI::App& command, ReadingOptions& options, const std::string& plainText);
 
 /// The choice that the options make; the rest has to be completed.

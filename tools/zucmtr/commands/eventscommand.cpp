@@ -38,7 +38,12 @@ analysis::Summary SummaryOf(const QString& file, const EventsOptions& options)
 {
     const RecordSource source(file, ChoiceOf(options.reading.choice), options.reading.plain);
     const LineData data = LoadLines(FromUtf8(options.reading.lines), source.Ini(), file);
-    return analysis::Summarise({source.Path(), data.lines, data.path});
+    analysis::Question question;
+    question.record = source.Path();
+    question.lines = data.lines;
+    question.lineFile = data.path;
+    question.encoding = EncodingOf(options.reading.encoding, file);
+    return analysis::Summarise(question);
 }
 
 void Print(const QString& file, const analysis::Summary& summary, const EventsOptions& options, bool isFirst)

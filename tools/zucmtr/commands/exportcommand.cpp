@@ -5,6 +5,7 @@
 #include "forms/channelchoice.h"
 #include "forms/exporting.h"
 #include "forms/spantext.h"
+#include "forms/timewindow.h"
 #include "inicheck/nearest.h"
 #include "output/outputfile.h"
 #include "text/reasons.h"
@@ -16,6 +17,7 @@
 #include "zucmtr/files/staging.h"
 #include "zucmtr/terminal/checks.h"
 #include "zucmtr/terminal/console.h"
+#include "zucmtr/terminal/findingline.h"
 #include "zucmtr/terminal/interrupt.h"
 #include "zucmtr/terminal/memorylimit.h"
 #include "zucmtr/terminal/progress.h"
@@ -82,7 +84,8 @@ forms::Span AroundFault(const QString& record)
     return span;
 }
 
-forms::Span SpanOf(const ExportPartOptions& part, const QString& record)
+forms::Span SpanOf(const ExportPartOptions& part, const QString& record,
+                   const comtrade::ReadingOptions& reading)
 {
     if (part.window == "fault")
         return AroundFault(record);
@@ -92,7 +95,7 @@ forms::Span SpanOf(const ExportPartOptions& part, const QString& record)
     }
     if (part.from.empty() && part.to.empty())
         return {};
-    const comtrade::Record opened(record);
+    const comtrade::Record opened(record, reading);
     const forms::Span span = {forms::SecondsOf(FromUtf8(part.from), opened.Config()),
                               forms::SecondsOf(FromUtf8(part.to), opened.Config())};
     if (span.from && span.to && *span.from > *span.to)
@@ -100,6 +103,17 @@ forms::Span SpanOf(const ExportPartOptions& part, const QString& record)
             reason::NothingThere,
             Tr("export", "--to '%1' is before --from '%2'").arg(FromUtf8(part.to), FromUtf8(part.from)));
     return span;
+}
+
+// What is not as it should be in a record that the user has; ours are as they should be.
+QStringList ForgivenOf(const QString& file, const forms::Exported& exported)
+{
+    QStringList texts;
+    if (!comtrade::IsRecordFile(file))
+        return texts;
+    for (const comtrade::Finding& one : exported.forgiven.All())
+        texts << text::FindingText({one.file, one.line, one.column, one.severity, one.reason, one.text});
+    return texts;
 }
 
 // "name, name and 5 more"
@@ -150,9 +164,9 @@ QStringList NotesOf(const forms::Exported& exported)
 }
 
 // The most similar name or circuit.
-QString Meant(const QString& record, const QString& pattern)
+QString Meant(const QString& record, const comtrade::ReadingOptions& reading, const QString& pattern)
 {
-    const comtrade::Record opened(record);
+    const comtrade::Record opened(record, reading);
     QStringList names;
     for (const comtrade::AnalogChannel& channel : opened.Config().analog)
         names << channel.name << channel.circuit;
@@ -213,15 +227,18 @@ QStringList Write(const forms::Source& source, const forms::Request& request, co
 Outcome Export(const ExportTarget& target, forms::Request request, const ExportOptions& options)
 {
     const RecordSource record(target.file, ChoiceOf(options.reading.choice), options.reading.plain);
+    comtrade::ReadingOptions reading;
+    reading.encoding = EncodingOf(options.reading.encoding, target.file);
     Outcome outcome;
     try {
-        request.span = SpanOf(options.part, record.Path());
-        const forms::Source source = {record.Path(), {}, [] { return interrupt::Came(); }};
+        request.span = SpanOf(options.part, record.Path(), reading);
+        const forms::Source source = {record.Path(), reading, [] { return interrupt::Came(); }};
         outcome.files = Write(source, request, target, options.replace, outcome.exported);
     } catch (const forms::NoSuchChannel& error) {
-        throw ExportFailure(reason::ChannelMissing, error.Message() + Meant(record.Path(), error.pattern));
+        throw ExportFailure(reason::ChannelMissing,
+                            error.Message() + Meant(record.Path(), reading, error.pattern));
     }
-    outcome.notes = NotesOf(outcome.exported);
+    outcome.notes = ForgivenOf(target.file, outcome.exported) + NotesOf(outcome.exported);
     return outcome;
 }
 
@@ -248,7 +265,7 @@ void Print(const ExportTarget& target, const forms::Request& request, const Outc
                       .arg(config.analog.size())
                       .arg(config.states.size()));
     for (const QString& note : outcome.notes)
-        Complain(target.file + QLatin1String(": ") + note);
+        Complain(note.startsWith(target.file.chopped(4)) ? note : target.file + QLatin1String(": ") + note);
 }
 
 ExitCode Refuse(const QString& file, const char* reason, const QString& text, bool json)
@@ -271,6 +288,8 @@ ExitCode Explain(const QString& file, bool json)
         return ExitUsage;
     } catch (const ExportFailure& error) {
         return Refuse(file, error.reason, error.Message(), json);
+    } catch (const forms::NoSamples& error) {
+        return Refuse(file, reason::NothingThere, error.Message(), json);
     } catch (const forms::FormError& error) {
         return Refuse(file, reason::FormCannotHold, error.Message(), json);
     } catch (const forms::MomentError& error) {
@@ -280,8 +299,7 @@ ExitCode Explain(const QString& file, bool json)
                       Tr("export", "what was written is wrong and was removed: %1").arg(error.Message()),
                       json);
     } catch (const StagingError& error) {
-        return Refuse(file, error.NoRoom() ? reason::NoRoom : reason::RecordNotInPlace, error.Message(),
-                      json);
+        return Refuse(file, reason::RecordNotInPlace, error.Message(), json);
     } catch (const forms::FileError& error) {
         return Refuse(file, reason::RecordNotInPlace, error.Message(), json);
     } catch (const std::bad_alloc&) {

@@ -74,7 +74,7 @@ bool IsComtrade(Form form)
 void CheckForm(const ExportFormOptions& options, Form form)
 {
     const std::array<std::pair<const std::string&, const char*>, 3> ofComtrade = {
-        {{options.data, "--data"}, {options.revision, "--revision"}, {options.encoding, "--encoding"}}};
+        {{options.data, "--data"}, {options.revision, "--revision"}, {options.encoding, "--out-encoding"}}};
     for (const auto& [value, name] : ofComtrade)
         if (!value.empty() && !IsComtrade(form))
             Refuse(Tr("export", "%1 is for COMTRADE, that is --form cfg or --form cff; leave it out")
@@ -129,7 +129,7 @@ void AddExportFormOptions(CLI::App& command, ExportFormOptions& options)
         HelpText("export", "Samples of a COMTRADE record. Default: as in the record"));
     add("--revision", options.revision, {"1999", "2013"},
         HelpText("export", "Revision of COMTRADE. Default: as in the record, if it allows the form"));
-    add("--encoding", options.encoding, {"utf8", "cp1251"},
+    add("--out-encoding", options.encoding, {"utf8", "cp1251"},
         HelpText("export", "Encoding of the texts of a COMTRADE record. Default: utf8"));
     add("--side", options.side, {"primary", "secondary"},
         HelpText("export", "Values of the primary or the secondary circuit. Default: as in the record"));

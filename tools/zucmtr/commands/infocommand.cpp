@@ -4,6 +4,7 @@
 #include "base/chainnames.h"
 #include "info/description.h"
 #include "text/texts.h"
+#include "zucmtr/commands/deviceoptions.h"
 #include "zucmtr/commands/recordsource.h"
 #include "zucmtr/host/linefile.h"
 #include "zucmtr/host/recordinglist.h"
@@ -26,6 +27,7 @@ struct InfoOptions
 {
     bool json = false;
     bool withoutChannels = false;
+    std::string encoding;
     uint64_t maxMemory = 0;
     std::vector<std::string> files;
 };
@@ -48,13 +50,18 @@ RecordSource SourceOf(const QString& file)
 }
 
 // What happened. A file whose description is good may still be one that cannot be converted.
-void AddSummary(info::Description& description)
+void AddSummary(info::Description& description, const QString& encoding)
 {
     const QString& file = description.file;
     try {
         const RecordSource source = SourceOf(file);
         const LineData data = LoadLines(QString(), source.Ini(), file);
-        const analysis::Summary summary = analysis::Summarise({source.Path(), data.lines, data.path});
+        analysis::Question question;
+        question.record = source.Path();
+        question.lines = data.lines;
+        question.lineFile = data.path;
+        question.encoding = encoding;
+        const analysis::Summary summary = analysis::Summarise(question);
         const bool hasNews = summary.findings.fault || !summary.events.events.empty();
         if (hasNews)
             description.Add("summary", Tr("info", "What happened"), analysis::ShortJsonOf(summary),
@@ -71,9 +78,10 @@ void AddSummary(info::Description& description)
 // False if something is wrong with the file.
 bool Show(const QString& file, const InfoOptions& options)
 {
-    info::Description description = info::Describe(file);
+    const QString encoding = EncodingOf(options.encoding, file);
+    info::Description description = info::Describe(file, encoding);
     if (description.error.isEmpty())
-        AddSummary(description);
+        AddSummary(description, encoding);
     const QString first = zu::FirstFileOf(file);
     if (!first.isEmpty())
         description.notes
@@ -111,6 +119,7 @@ void AddInfoCommand(CLI::App& app, Action& chosen)
     command->add_flag("--json", options->json, HelpText("info", "One JSON object a file, for programs"));
     command->add_flag("--no-channels", options->withoutChannels,
                       HelpText("info", "Leave out the lists of channels"));
+    AddEncodingOption(*command, options->encoding);
     AddMemoryOption(*command, options->maxMemory);
     AddArgument(*command, "FILE", options->files,
                 HelpText("info", "First files of recordings (.ZU), or the .cfg or .cff files of records"));

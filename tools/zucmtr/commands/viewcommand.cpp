@@ -86,6 +86,7 @@ view::Options SettingsOf(const ViewOptions& options, const RecordSource& source,
     settings.window = options.window;
     settings.full = options.full;
     settings.source = QFileInfo(file).fileName();
+    settings.encoding = EncodingOf(options.reading.encoding, file);
     return settings;
 }
 

@@ -1,5 +1,6 @@
 #include "zucmtr/terminal/values.h"
 
+#include "comtrade/text.h"
 #include "text/texts.h"
 #include "zucmtr/terminal/command.h"
 
@@ -103,6 +104,19 @@ CLI::Validator OneOf(const std::vector<std::string>& words)
 CLI::Validator Offer(const std::vector<std::string>& words)
 {
     return Checked([](const std::string&) { return QString(); }, NameWith(words));
+}
+
+CLI::Validator Encoding()
+{
+    const auto check = [](const std::string& text) {
+        return comtrade::IsEncoding(FromUtf8(text))
+                   ? QString()
+                   : Tr("values",
+                        "there is no encoding '%1'; give a name such as UTF-8, CP1251, CP866, KOI8-R, "
+                        "GBK or Latin-1")
+                         .arg(FromUtf8(text));
+    };
+    return Checked(check, NameWith({"UTF-8", "CP1251", "CP866", "KOI8-R", "GBK", "Latin-1"}));
 }
 
 QStringList OfferedWords(CLI::Option& option)

@@ -27,6 +27,9 @@ CLI::Validator OneOf(const std::vector<std::string>& words);
 /// Any value; completions offer these words.
 CLI::Validator Offer(const std::vector<std::string>& words);
 
+/// Names of encodings; completions offer the common ones.
+CLI::Validator Encoding();
+
 /// The words that completions offer for the value of an option or argument; empty if there are none.
 QStringList OfferedWords(CLI::Option& option);
 

@@ -556,10 +556,6 @@ Example, with the sample station:
         <translation>рядом с ним нет файла .dat</translation>
     </message>
     <message>
-        <source>does not start with a section mark</source>
-        <translation>не начинается с метки раздела</translation>
-    </message>
-    <message>
         <source>has texts that are too large for a record</source>
         <translation>тексты слишком велики для записи</translation>
     </message>
@@ -892,10 +888,6 @@ Example, with the sample station:
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>read as they are</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
         <source>&apos;%1&apos; has 60 seconds</source>
         <translation type="unfinished"></translation>
     </message>
@@ -977,6 +969,182 @@ Example, with the sample station:
     </message>
     <message>
         <source>read all the same</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>semicolons separate the fields, not commas</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>tabs separate the fields, not commas</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>read as if they were commas</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the sample has no number</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the sample has no field for analog channel %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the value counts as missing</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the sample has %1 more fields than there are channels</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>a byte order mark precedes the text</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>read as they are; the times of the samples are in microseconds</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the file does not start with a section mark</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>what precedes the first mark is left out</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the section mark &apos;%1&apos; is not written as &apos;--- file type: %2 ---&apos;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>read as one</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>there is more than one %1 section</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the first one is taken</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>there is no %1 section</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>read as an empty one</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the section mark does not say how many bytes of binary data follow</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the section mark says %1 bytes of data, but they do not end there</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 bytes are taken</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>is preceded by bytes 0</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the data start with a byte order mark</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the line after the last sample is no sample</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>left out</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the last sample is cut off</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>there are bytes after the mark of the end, 1A</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>there are bytes 0 after the last sample</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>there are %1 bytes after the last sample</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the configuration says %1 samples, the data hold %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>all that are there are read</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>there is no encoding &apos;%1&apos;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the text is UTF-16</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>read as that</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the last sample is 0, but there are data</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 samples, as many as the data hold</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>there are several files of this name in other cases: &apos;%1&apos; and &apos;%2&apos;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the name differs from that of &apos;%1&apos; in its case</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>taken as a file of the same record</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>is a part of a record; give its configuration &apos;%1&apos;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the configuration says %1, but the data are %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>read as these</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the data are UTF-16</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the configuration says %1, but the data are no text, and no binary type fits their size</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the configuration says %1, but the data are as large as those of several other types</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
@@ -1134,6 +1302,10 @@ Ctrl-C завершает работу после начатых осцилло�
     <message>
         <source>The recorders&apos; ini file. Default: ZuDrv.ini beside the recording or in the current directory, if there is one</source>
         <translation>Ini-файл регистраторов. По умолчанию ZuDrv.ini рядом с осциллограммой или в текущем каталоге, если он есть</translation>
+    </message>
+    <message>
+        <source>Encoding of a COMTRADE record&apos;s texts, such as CP866, KOI8-R or GBK. Default: found out</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>
@@ -1310,7 +1482,7 @@ Example, with the sample station:
     </message>
     <message>
         <source>missing</source>
-        <translation>нет</translation>
+        <translation>нет значения</translation>
     </message>
     <message>
         <source>sample %1, %2: %3 was read back where %4 was written</source>
@@ -1365,10 +1537,6 @@ Example, with the sample station:
         <translation>%1 (%2), присоединение</translation>
     </message>
     <message>
-        <source>%1: the encoding %2 has no letter &apos;%3&apos;; --encoding utf8 has</source>
-        <translation>%1: в кодировке %2 нет буквы «%3»; с --encoding utf8 она есть</translation>
-    </message>
-    <message>
         <source>station</source>
         <translation>объект</translation>
     </message>
@@ -1414,11 +1582,11 @@ Example, with the sample station:
     </message>
     <message>
         <source>time code</source>
-        <translation>код времени</translation>
+        <translation>часовой пояс</translation>
     </message>
     <message>
         <source>local code</source>
-        <translation>местный код</translation>
+        <translation>местный часовой пояс</translation>
     </message>
     <message>
         <source>time quality</source>
@@ -1522,11 +1690,11 @@ Example, with the sample station:
     </message>
     <message>
         <source>Take no ini file: circuits and names as in the recording</source>
-        <translation>Не использовать ini-файл: присоединения и имена как в осциллограмме</translation>
+        <translation>Не брать файл ini: присоединения и имена — как в осциллограмме</translation>
     </message>
     <message>
         <source>One JSON object a file, for programs</source>
-        <translation>Объект JSON на каждый файл, для программ</translation>
+        <translation>По одному объекту JSON на файл, для программ</translation>
     </message>
     <message>
         <source>Write recordings and COMTRADE records in another form</source>
@@ -1534,7 +1702,7 @@ Example, with the sample station:
     </message>
     <message>
         <source>First files of recordings (.ZU), or the .cfg or .cff files of records</source>
-        <translation>Первые файлы осциллограмм (.ZU) или файлы .cfg или .cff записей</translation>
+        <translation>Первые файлы осциллограмм (.ZU) либо файлы .cfg или .cff записей</translation>
     </message>
     <message>
         <source>COMTRADE of both revisions and all data types, CSV tables and MAT files, of the whole or of a part: some
@@ -1653,6 +1821,10 @@ Example, with the sample station:
     <message>
         <source>&apos;%1&apos; and &apos;%2&apos; would both become &apos;%3&apos;; export them into different directories</source>
         <translation>«%1» и «%2» стали бы одним файлом «%3»; запишите их в разные каталоги</translation>
+    </message>
+    <message>
+        <source>%1: the encoding %2 has no letter &apos;%3&apos;; --out-encoding utf8 has</source>
+        <translation>%1: в кодировке %2 нет буквы «%3»; с --out-encoding utf8 она есть</translation>
     </message>
 </context>
 <context>
@@ -2250,6 +2422,10 @@ Example, with the sample station:
 Пример с учебной станцией:
   zucmtr sample --out station
   zucmtr info --no-channels station/*.ZU</translation>
+    </message>
+    <message>
+        <source>Encoding</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>
@@ -3608,6 +3784,10 @@ Examples:
     <message>
         <source>the path is empty; give one</source>
         <translation>пустой путь; укажите его</translation>
+    </message>
+    <message>
+        <source>there is no encoding &apos;%1&apos;; give a name such as UTF-8, CP1251, CP866, KOI8-R, GBK or Latin-1</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>
