@@ -144,7 +144,7 @@ TEST_F(OtherRates, NeedARate)
 
 TEST_F(OtherRates, HoldForRecordsThatAreShorterThanAnnounced)
 {
-    stored.rates = {{1000, 2 * Samples}};
+    stored.rates = {{1000, qint64{2} * Samples}};
     Store(stored);
     forms::Request request;
     request.rate = 500;

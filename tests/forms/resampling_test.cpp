@@ -253,7 +253,7 @@ TEST(EveryNth, KeepsTheFirstSampleAndEveryNthAfterIt)
 {
     MadeStream source(MadeConfiguration(1, 1, 8));
     for (quint8 i = 0; i < 8; ++i)
-        source.Add({10.0 + i}, {quint8(i % 2)}, 1000 * i);
+        source.Add({10.0 + i}, {quint8(i % 2)}, qint64{1000} * i);
     EveryNth every(source, 3);
     ASSERT_EQ(every.Config().rates.size(), 1);
     EXPECT_EQ(every.Config().rates[0].hertz, 1000.0 / 3);

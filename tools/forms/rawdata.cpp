@@ -66,7 +66,8 @@ std::optional<RawData> RawDataOf(const QString& path, const comtrade::Record& re
     comtrade::Findings findings;
     qint64 stored = 0;
     if (path.endsWith(QLatin1String(".cff"), Qt::CaseInsensitive)) {
-        const comtrade::Container container = comtrade::ReadContainer(path, &findings);
+        comtrade::Findings ofTexts; // such as a section that is not there; the data are whole all the same
+        const comtrade::Container container = comtrade::ReadContainer(path, &ofTexts);
         data.path = path;
         data.offset = container.dataOffset;
         stored = comtrade::DataLength(path, container, config, &findings);

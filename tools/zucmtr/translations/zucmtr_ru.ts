@@ -2500,6 +2500,14 @@ Example, with the sample station:
         <source>Encoding</source>
         <translation>Кодировка</translation>
     </message>
+    <message>
+        <source>the configuration says %1 samples, the data hold only %2: their end is lost; copy the record again from where it was made</source>
+        <translation>в конфигурации выборок %1, в данных только %2: конец данных потерян; скопируйте запись заново оттуда, где она создана</translation>
+    </message>
+    <message>
+        <source>the configuration says %1 samples, the data hold %2: the two may be of different records; compare their file names and times</source>
+        <translation>в конфигурации выборок %1, в данных %2: возможно, они из разных записей; сравните имена и время файлов</translation>
+    </message>
 </context>
 <context>
     <name>layout</name>
