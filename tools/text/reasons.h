@@ -173,10 +173,7 @@ inline constexpr char ZeroMultiplier[] = "zeroMultiplier";
 
 // In the data.
 inline constexpr char CodeNotInteger[] = "codeNotInteger";
-inline constexpr char SampleNumbering[] = "sampleNumbering";
-inline constexpr char SamplesOutsideLimits[] = "samplesOutsideLimits";
 inline constexpr char TimesBackwards[] = "timesBackwards";
-inline constexpr char TimesDisagree[] = "timesDisagree";
 inline constexpr char TimesMissing[] = "timesMissing";
 
 // In the marks of a container, the header and the INF text.
