@@ -2045,7 +2045,7 @@ Example, with the sample station:
     </message>
     <message>
         <source>One sample of %1 was kept, without a filter.</source>
-        <translation type="unfinished"></translation>
+        <translation>Оставлен каждый %1-й отсчёт, без фильтра.</translation>
     </message>
     <message>
         <source>One sample of %1 was kept of those taken at %2 Hz, without a filter.</source>
