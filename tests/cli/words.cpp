@@ -15,7 +15,7 @@ const QStringList& NamesOfThings()
         "cp",     "single", "two",     "three",      "none",     "ZuDrv",   "AG",     "BG",      "CG",
         "AB",     "BC",     "CA",      "ABG",        "BCG",      "CAG",     "ABC",    "success", "fault",
         "cfg",    "cff",    "CFF",     "time",       "trigger",  "UTC",     "export", "csv",     "mat",
-        "MAT",    "MATLAB", "ISO",     "utf",        "FILE"};
+        "MAT",    "MATLAB", "ISO",     "utf",        "FILE",     "PATH",    "TIME",   "ms"};
     return names;
 }
 
