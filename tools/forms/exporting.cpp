@@ -254,7 +254,7 @@ std::optional<RawData> Exporter::Unchanged(const Pipeline& pipeline, const Confi
     const Configuration& stored = pipeline.Record().Config();
     const bool isWhole =
         !plan.total && !plan.extent && !plan.channels && plan.codes.empty() && sampling.isEmpty();
-    if (!IsComtrade() || !isWhole || config.dataType != stored.dataType)
+    if (request.form != Form::Cfg || !isWhole || config.dataType != stored.dataType)
         return std::nullopt;
     return RawDataOf(source.path, pipeline.Record().Record());
 }
