@@ -13,8 +13,7 @@ constexpr quint64 Factor = 0x9E3779B97F4A7C15; // odd, so that no bit is lost
 // Depends on the order. A change of one value changes the result, whatever follows.
 inline quint64 Mixed(quint64 digest, quint64 word)
 {
-    const quint64 product = (digest ^ word) * Factor;
-    return product ^ (product >> 32U);
+    return digest * Factor + (word ^ (word >> 32U));
 }
 
 inline quint64 BitsOf(double value)
@@ -22,7 +21,7 @@ inline quint64 BitsOf(double value)
     const double plain = value + 0.0; // 0 and -0 are the same
     quint64 bits = 0;
     std::memcpy(&bits, &plain, sizeof bits);
-    return std::isnan(value) ? 0x7FF8000000000000 : bits;
+    return value == value ? bits : 0x7FF8000000000000;
 }
 
 } // namespace

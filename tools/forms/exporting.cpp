@@ -227,6 +227,7 @@ bool Exporter::Write()
         digest.Add(block);
         writer->Write(block);
     }
+    pipeline.Stop();
     writer->Finish();
     if (digest.Samples() != config.SampleCount() && !plan.total)
         return false;
@@ -253,7 +254,7 @@ std::optional<RawData> Exporter::Unchanged(const Pipeline& pipeline, const Confi
     const Configuration& stored = pipeline.Record().Config();
     const bool isWhole =
         !plan.total && !plan.extent && !plan.channels && plan.codes.empty() && sampling.isEmpty();
-    if (!IsComtrade() || !isWhole || config.dataType != stored.dataType)
+    if (request.form != Form::Cfg || !isWhole || config.dataType != stored.dataType)
         return std::nullopt;
     return RawDataOf(source.path, pipeline.Record().Record());
 }
@@ -300,9 +301,10 @@ Digest Exporter::DigestOfWritten(const Configuration& config) const
     const std::unique_ptr<Stream> back = ReadBack(config);
     if (IsComtrade())
         CompareRecord(static_cast<const RecordStream&>(*back).Record(), config);
+    Ahead ahead(*back);
     Digest digest(config.analog.size(), config.states.size());
     Block block;
-    while (back->Next(block)) {
+    while (ahead.Next(block)) {
         Look();
         digest.Add(block);
     }

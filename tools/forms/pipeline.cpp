@@ -47,10 +47,9 @@ Stage* Pipeline::Add(Arguments&&... arguments)
 }
 
 Pipeline::Pipeline(const Source& source, const Request& request, const Plan& plan, End end)
+    : record(std::make_unique<RecordStream>(source.path, source.reading)),
+      ahead(std::make_unique<Ahead>(*record))
 {
-    auto first = std::make_unique<RecordStream>(source.path, source.reading);
-    record = first.get();
-    stages.push_back(std::move(first));
     if (plan.total)
         Add<TimeWindow>(Extent{0, *plan.total});
     if (end == End::Source)

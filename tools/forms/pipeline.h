@@ -1,6 +1,7 @@
 // The stages from a record to what a writer is given.
 #pragma once
 
+#include "forms/ahead.h"
 #include "forms/channelchoice.h"
 #include "forms/export.h"
 #include "forms/exporting.h"
@@ -34,8 +35,11 @@ public:
 
     Pipeline(const Source& source, const Request& request, const Plan& plan, End end);
 
-    Stream& Last() { return *stages.back(); }
+    Stream& Last() { return stages.empty() ? *ahead : *stages.back(); }
     const RecordStream& Record() const { return *record; }
+
+    /// To be called after the last block, before the findings about the record are looked at.
+    void Stop() { ahead->Stop(); }
 
     /// What has no place in the form.
     const QStringList& Lost() const { return lost; }
@@ -49,8 +53,10 @@ private:
     void AddSampling(const Request& request);
     void AddForm(const Request& request, const Plan& plan);
 
-    std::vector<std::unique_ptr<Stream>> stages;
-    const RecordStream* record = nullptr;
+    // In this order: the thread of `ahead` has to end before the record that it reads is gone.
+    const std::unique_ptr<RecordStream> record;
+    const std::unique_ptr<Ahead> ahead;
+    std::vector<std::unique_ptr<Stream>> stages; // that follow
     const Recoding* recoding = nullptr;
     QStringList lost;
 };

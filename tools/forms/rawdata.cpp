@@ -1,6 +1,5 @@
 #include "forms/rawdata.h"
 
-#include "comtrade/container.h"
 #include "comtrade/recordfiles.h"
 #include "explain/system.h"
 #include "forms/dataencoder.h"
@@ -63,18 +62,11 @@ std::optional<RawData> RawDataOf(const QString& path, const comtrade::Record& re
         return std::nullopt;
     RawData data;
     data.bytes = DataEncoder(config).RecordSize() * config.SampleCount();
+    if (path.endsWith(QLatin1String(".cff"), Qt::CaseInsensitive))
+        return std::nullopt;
     comtrade::Findings findings;
-    qint64 stored = 0;
-    if (path.endsWith(QLatin1String(".cff"), Qt::CaseInsensitive)) {
-        comtrade::Findings ofTexts; // such as a section that is not there; the data are whole all the same
-        const comtrade::Container container = comtrade::ReadContainer(path, &ofTexts);
-        data.path = path;
-        data.offset = container.dataOffset;
-        stored = comtrade::DataLength(path, container, config, &findings);
-    } else {
-        data.path = comtrade::FilesOf(path, &findings).data;
-        stored = QFileInfo(data.path).size();
-    }
+    data.path = comtrade::FilesOf(path, &findings).data;
+    const qint64 stored = QFileInfo(data.path).size();
     return stored == data.bytes && findings.IsEmpty() ? std::optional<RawData>(data) : std::nullopt;
 }
 

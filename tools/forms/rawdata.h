@@ -19,8 +19,9 @@ struct RawData
     qint64 bytes = 0;
 };
 
-/// The data of a record, if they are binary, have the size that the configuration announces, and nothing
-/// about the record had to be forgiven: then the bytes are what the reader makes codes of.
+/// The data of a record of separate files, if they are binary, have the size that the configuration
+/// announces, and nothing about the record had to be forgiven: then the bytes are what the reader makes codes
+/// of.
 std::optional<RawData> RawDataOf(const QString& path, const comtrade::Record& record);
 
 /// Reads the bytes in large pieces. Throws comtrade::Error.
