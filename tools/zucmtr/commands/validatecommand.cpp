@@ -57,7 +57,7 @@ ExitCode Show(const QString& record, const ValidateOptions& options)
     for (const comtrade::Finding& finding : findings) {
         PrintFinding(
             {finding.file, finding.line, finding.column, finding.severity, finding.reason, finding.text},
-            json);
+            options.json);
         if (finding.severity != Severity::Note)
             code = ExitFailed;
     }
