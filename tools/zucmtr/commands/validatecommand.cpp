@@ -87,7 +87,7 @@ void AddValidateCommand(CLI::App& app, Action& chosen)
     AddEncodingOption(*command, options->encoding);
     AddMemoryOption(*command, options->maxMemory);
     AddArgument(
-        *command, "RECORD", options->files,
+        *command, "FILE", options->files,
         HelpText("validate", "The .cfg or .cff files of records; the files beside them are checked too"));
     command->footer(HelpText("validate",
                              "Compares the configuration, data, header and information file of a record, or "
