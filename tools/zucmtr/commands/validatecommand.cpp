@@ -26,7 +26,7 @@ struct ValidateOptions
     std::vector<std::string> files;
 };
 
-// "RECORD: 1 error, 2 warnings, 3 notes", without what there is none of.
+// "RECORD: errors: 1, warnings: 2, notes: 3", without what there is none of.
 QString ConclusionOf(const QString& record, const std::vector<comtrade::Finding>& findings)
 {
     std::array<int, 3> counts = {}; // by severity
