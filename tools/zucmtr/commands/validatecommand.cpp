@@ -26,7 +26,7 @@ struct ValidateOptions
     std::vector<std::string> files;
 };
 
-// "RECORD: 1 error, 2 warnings, 3 notes", without what there is none of.
+// "RECORD: errors: 1, warnings: 2, notes: 3", without what there is none of.
 QString ConclusionOf(const QString& record, const std::vector<comtrade::Finding>& findings)
 {
     std::array<int, 3> counts = {}; // by severity
@@ -57,7 +57,7 @@ ExitCode Show(const QString& record, const ValidateOptions& options)
     for (const comtrade::Finding& finding : findings) {
         PrintFinding(
             {finding.file, finding.line, finding.column, finding.severity, finding.reason, finding.text},
-            json);
+            options.json);
         if (finding.severity != Severity::Note)
             code = ExitFailed;
     }
@@ -87,7 +87,7 @@ void AddValidateCommand(CLI::App& app, Action& chosen)
     AddEncodingOption(*command, options->encoding);
     AddMemoryOption(*command, options->maxMemory);
     AddArgument(
-        *command, "RECORD", options->files,
+        *command, "FILE", options->files,
         HelpText("validate", "The .cfg or .cff files of records; the files beside them are checked too"));
     command->footer(HelpText("validate",
                              "Compares the configuration, data, header and information file of a record, or "
