@@ -373,8 +373,8 @@ void Worker::TakeName(BatchItem& item, Job& job, const QString& libraryName) con
 {
     const QString name = order.layout.IsGiven() ? PlaceOf(item.recording).name : libraryName;
     if (!name.isEmpty() && name != libraryName) {
-        const QStringList from = verifier.Parameters().RecordFiles(libraryName);
-        const QStringList to = verifier.Parameters().RecordFiles(name);
+        const QStringList from = usual.verifier.Parameters().RecordFiles(libraryName);
+        const QStringList to = usual.verifier.Parameters().RecordFiles(name);
         for (int i = 0; i < from.size(); ++i)
             job.staging->Name(from[i], to[i]);
     }
