@@ -26,7 +26,7 @@ public:
         for (const char* name : {"rec.ZU", "rec.Z01", "lone.Z01", "in/b.ZU", "iszu.cfg", "rec.bin"})
             Write(QLatin1String(name), recording);
         Write("cut.ZU", recording.left(300));
-        Write("number.cfg", "ПС,РАС,1999\nx,1A,1D\n");
+        Write("number.cfg", "ПС,РАС,1999\nx,1A,1D\n1,I,A,Q,A,1,0,0,-9,9,1,1,P\n1,T,,,0\n");
         Write("empty.ZU", QByteArray());
         Write("empty.cfg", QByteArray());
         for (const char* name : {"x.cfg", "iscfg.ZU", "bad.cfg"})

@@ -74,7 +74,7 @@ TEST(Info, SaysWhatIsLeftOfABadFile)
     const QByteArray bytes = Encode(ShortRecording());
     place.Write("cut.ZU", bytes.left(300));
     const Finished cut = RunProgram(place.Path(), {"info", "cut.ZU"});
-    EXPECT_EQ(cut.code, 0);
+    EXPECT_EQ(cut.code, 1);
     EXPECT_EQ(cut.out, "cut.ZU\n  Size:      300 bytes\n  Channels:  2 in the header\n");
     EXPECT_EQ(
         cut.err,

@@ -106,7 +106,7 @@ def reasons(objects):
 
 
 def validator(command):
-    return Draft202012Validator({**SCHEMA, "oneOf": [{"$ref": f"#/$defs/{command}"}]})
+    return Draft202012Validator({**SCHEMA, "anyOf": [{"$ref": f"#/$defs/{command}"}]})
 
 
 def below(schema):

@@ -17,7 +17,7 @@ const QStringList& NamesOfThings()
         "success", "fault",    "cfg",     "cff",        "CFF",   "time",   "trigger",  "UTC",     "export",
         "csv",     "mat",      "MAT",     "MATLAB",     "ISO",   "utf",    "FILE",     "name",    "source",
         "folder",  "station",  "device",  "subject",    "year",  "month",  "day",      "hour",    "minute",
-        "second",  "date",     "PATH",    "TIME",       "ms"};
+        "second",  "date",     "PATH",    "TIME",       "ms",    "CP",     "KOI",      "GBK"};
     return names;
 }
 

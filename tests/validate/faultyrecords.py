@@ -298,5 +298,5 @@ FAULTS = [
           ("dat", 0, None, "error", "dataTypeDiffers")),
     fault("semicolons", "1999 ASCII", "1,0,10,-20,0", "1;0;10;-20;0", ("dat", 1, None, "error", "fieldSeparator")),
     fault("a field more", "CFF ASCII", "3,2000,12,-22,1", "3,2000,12,-22,1,1", ("cff", 53, None, "error", "fieldsLeftOver")),
-    fault("no data", "1999 ASCII", ascii_data(), "no data\n", ("dat", 1, None, "error", "dataUnreadable")),
+    fault("no data", "1999 ASCII", ascii_data(), "nothing\n", ("dat", 1, None, "error", "dataUnreadable")),
 ]

@@ -16,6 +16,28 @@ bool IsLoss(const comtrade::Finding& finding)
            std::find(words.begin(), words.end(), QLatin1String(finding.reason)) != words.end();
 }
 
+// The words of this comparison for what a reader forgives.
+const char* WordOf(const comtrade::Finding& finding)
+{
+    struct Row
+    {
+        const char* theirs;
+        const char* ours;
+    };
+    static constexpr std::array<Row, 8> rows = {{{reason::SampleCutOff, reason::DataUnreadable},
+                                                 {reason::BytesLeftOver, reason::SamplesLeftOver},
+                                                 {reason::ZerosLeftOver, reason::SamplesLeftOver},
+                                                 {reason::LinesLeftOver, reason::SamplesLeftOver},
+                                                 {reason::SectionMark, reason::SamplesLeftOver},
+                                                 {reason::SamplesLeftOver, reason::SamplesLeftOver},
+                                                 {reason::SamplesLacking, reason::SamplesLacking},
+                                                 {reason::SectionLacking, reason::PieceMissing}}};
+    const auto* const row = std::find_if(rows.begin(), rows.end(), [&](const Row& one) {
+        return QLatin1String(one.theirs) == QLatin1String(finding.reason);
+    });
+    return row != rows.end() ? row->ours : reason::PiecesDiffer;
+}
+
 bool IsKnown(const comtrade::Findings& wrong, const comtrade::Finding& finding)
 {
     return std::any_of(wrong.All().begin(), wrong.All().end(), [&](const comtrade::Finding& one) {
@@ -28,8 +50,9 @@ bool IsKnown(const comtrade::Findings& wrong, const comtrade::Finding& finding)
 void AddForgivenDamage(const comtrade::Findings& forgiven, bool isConverters, comtrade::Findings& wrong)
 {
     const comtrade::Findings known = wrong;
-    for (const comtrade::Finding& finding : forgiven.All()) {
+    for (comtrade::Finding finding : forgiven.All()) {
         const bool isDamage = isConverters ? finding.severity != Severity::Note : IsLoss(finding);
+        finding.reason = WordOf(finding);
         if (isDamage && !IsKnown(known, finding))
             wrong.Add(finding);
     }

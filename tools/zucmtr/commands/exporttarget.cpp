@@ -52,7 +52,8 @@ ExportTarget TargetOf(const QString& file, const QString& out, Form form)
         target.directory = place.path();
         target.base = BaseOf(place.fileName(), form);
     }
-    target.directory = CheckedDirectory(Out, target.directory);
+    if (!out.isEmpty()) // beside the file something is wrong with that first
+        target.directory = CheckedDirectory(Out, target.directory);
     return target;
 }
 
