@@ -1,9 +1,11 @@
 #include "forms/exporting.h"
 
 #include "forms/comparison.h"
+#include "forms/comtradetext.h"
 #include "forms/csvstream.h"
 #include "forms/csvwriter.h"
 #include "forms/digest.h"
+#include "forms/information.h"
 #include "forms/matstream.h"
 #include "forms/matwriter.h"
 #include "forms/pipeline.h"
@@ -47,7 +49,8 @@ private:
     void Keep(const Pipeline& pipeline, const Configuration& config, qint64 samples);
     std::unique_ptr<Writer> NewWriter(const Configuration& config) const;
     std::unique_ptr<Stream> ReadBack(const Configuration& config) const;
-    Texts TextsOf(const comtrade::Record& record) const;
+    Texts TextsOf(const comtrade::Record& record, const Configuration& config);
+    QString InformationOf(const comtrade::Record& record, const Configuration& config);
     void Look() const;
     void CountSource();
     bool NeedsCodes() const;
@@ -81,7 +84,7 @@ QString WithLine(QString text, const QString& line)
 
 // The texts in the encoding of the record. A CFG file has no field for comments, so what was done to the
 // samples is said in the HDR file.
-Texts Exporter::TextsOf(const comtrade::Record& record) const
+Texts Exporter::TextsOf(const comtrade::Record& record, const Configuration& config)
 {
     const auto encoded = [this](const QByteArray& bytes, const QString& text, const QString& what,
                                 const QString& line = {}) {
@@ -93,7 +96,22 @@ Texts Exporter::TextsOf(const comtrade::Record& record) const
     if (!IsComtrade())
         return {};
     return {encoded(record.Header(), record.HeaderText(), Tr("export", "HDR"), sampling),
-            encoded(record.Information(), record.InformationText(), Tr("export", "INF"))};
+            encoded(record.Information(), InformationOf(record, config), Tr("export", "INF"))};
+}
+
+// As it is, as long as the configuration says the same.
+QString Exporter::InformationOf(const comtrade::Record& record, const Configuration& config)
+{
+    const QString text = record.InformationText();
+    const QString lines = ConfigurationText(config);
+    if (text.isEmpty() || lines == ConfigurationText(record.Config()))
+        return text;
+    comtrade::Findings ignored;
+    comtrade::Places places;
+    comtrade::ParseConfiguration(lines, base, &ignored, 1, &places);
+    const Information information = InformationFor(text, places, plan.channels);
+    result.equipmentLeftOut = information.isEquipmentLeftOut;
+    return information.text;
 }
 
 // The samples that the data of the source have, whatever the configuration announces.
@@ -213,7 +231,7 @@ bool Exporter::Write()
     Pipeline pipeline(source, request, plan, Pipeline::End::Form);
     Stream& stream = pipeline.Last();
     const Configuration config = stream.Config();
-    texts = TextsOf(pipeline.Record().Record());
+    texts = TextsOf(pipeline.Record().Record(), config);
     if (const std::optional<RawData> raw = Unchanged(pipeline, config)) {
         WriteRaw(*raw, config);
         Keep(pipeline, config, config.SampleCount());

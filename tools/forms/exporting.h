@@ -45,6 +45,7 @@ struct Exported
     std::vector<NewScale> newScales; ///< of channels that needed other codes
     qint64 rounded = 0;              ///< real numbers of ASCII data rounded to single precision
     QString resampling;              ///< what was done to the samples; empty: nothing
+    bool equipmentLeftOut = false;   ///< sections of the INF text that count channels in ways of their own
     QStringList lost;                ///< what has no place in the form: names and values
     comtrade::Findings forgiven;     ///< about the source
 };

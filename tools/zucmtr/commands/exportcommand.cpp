@@ -157,6 +157,10 @@ QStringList NotesOf(const forms::Exported& exported)
     if (!exported.lost.isEmpty())
         notes << Tr("export", "left out, as revision 1999 has no place for it: %1")
                      .arg(exported.lost.join(QLatin1String(", ")));
+    if (exported.equipmentLeftOut)
+        notes << Tr(
+            "export",
+            "left out of the INF file: sections on equipment, which count channels that are not there");
     if (exported.statesLeftOut > 0)
         notes << Tr("export", "discrete channels left out, since they never change: %1")
                      .arg(exported.statesLeftOut);

@@ -154,8 +154,8 @@ void AddExportPartOptions(CLI::App& command, ExportPartOptions& options)
         ->excludes(from)
         ->excludes(to);
     AddValue(command, "--channels", options.channels, "NAME",
-             HelpText("export", "Keep these channels, and no others: by name, circuit or number (A3, D5); * "
-                                "and ? stand for any letters. May be given several times"));
+             HelpText("export", "Keep these channels, and no others: by name, circuit or number (A3,D5); * "
+                                "and ? stand for any letters"));
     command.add_flag("--changing-only", options.changingOnly,
                      HelpText("export", "Leave out discrete channels that never change"));
     CLI::Option* every = AddValue(command, "--every", options.every, "N",
@@ -186,7 +186,10 @@ forms::Request RequestOf(const ExportFormOptions& options, const ExportPartOptio
         request.side = options.side == "primary" ? forms::Side::Primary : forms::Side::Secondary;
     request.csv.time = options.time == "iso" ? forms::CsvTime::Iso8601 : forms::CsvTime::Seconds;
     request.csv.decimalComma = options.decimalComma;
-    request.channels = FromUtf8(part.channels);
+    // A configuration has no name with a comma.
+    if (!part.channels.empty())
+        request.channels = FromUtf8(part.channels).join(QLatin1Char(',')).split(QLatin1Char(','));
+    request.channels.removeAll(QString());
     request.changingOnly = part.changingOnly;
     request.every = part.every > 0 ? static_cast<int>(part.every) : 1;
     request.rate = part.rate;

@@ -1790,8 +1790,8 @@ Example, with the sample station:
         <translation>Оставить столько секунд вокруг пуска, треть из них до него; с fault — от 0,1 с до КЗ до 0,1 с после него</translation>
     </message>
     <message>
-        <source>Keep these channels, and no others: by name, circuit or number (A3, D5); * and ? stand for any letters. May be given several times</source>
-        <translation>Оставить только эти каналы: по имени, присоединению или номеру (A3, D5); * и ? заменяют любые буквы. Можно указать несколько раз</translation>
+        <source>Keep these channels, and no others: by name, circuit or number (A3,D5); * and ? stand for any letters</source>
+        <translation>Оставить только эти каналы: по имени, присоединению или номеру (A3,D5); * и ? заменяют любые буквы</translation>
     </message>
     <message>
         <source>Leave out discrete channels that never change</source>
@@ -1864,6 +1864,10 @@ Example, with the sample station:
     <message>
         <source>%1: the encoding %2 has no letter &apos;%3&apos;; --out-encoding utf8 has</source>
         <translation>%1: в кодировке %2 нет буквы «%3»; с --out-encoding utf8 она есть</translation>
+    </message>
+    <message>
+        <source>left out of the INF file: sections on equipment, which count channels that are not there</source>
+        <translation>из файла INF убраны секции оборудования: в них по номерам указаны каналы, которых в записи нет</translation>
     </message>
 </context>
 <context>
