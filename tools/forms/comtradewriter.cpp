@@ -93,6 +93,7 @@ void ComtradeWriter::Put(const QByteArray& bytes)
 {
     if (data.write(bytes) != bytes.size())
         Fail(data);
+    size += bytes.size();
 }
 
 void ComtradeWriter::Write(const comtrade::Block& block)

@@ -30,13 +30,17 @@ public:
     /// Writes records that are bytes of the form already.
     void WriteBytes(const QByteArray& records) { Put(records); }
 
+    /// Bytes of the data so far.
+    qint64 DataSize() const { return size; }
+
 private:
     void Put(const QByteArray& bytes);
     void WriteContainerHead(const QByteArray& configuration, const Texts& texts);
 
     const comtrade::Configuration config;
     DataEncoder encoder;
-    QFile data; // the .dat or .cff file
+    QFile data;      // the .dat or .cff file
+    qint64 size = 0; // of it
 };
 
 /// The endings of the files that a record with these texts has, the configuration first.

@@ -10,8 +10,11 @@
 #include "forms/matwriter.h"
 #include "forms/pipeline.h"
 #include "forms/rawdata.h"
+#include "forms/readingback.h"
 #include "forms/resampling.h"
 #include "text/texts.h"
+
+#include <QFileInfo>
 
 #include <algorithm>
 #include <cmath>
@@ -40,7 +43,7 @@ private:
     void MakePlan();
     void Survey();
     bool Write();
-    void Compare(const Configuration& config, const Digest& written);
+    void Compare(const Configuration& config, const Digest& written, const std::optional<Digest>& found);
     Digest DigestOfWritten(const Configuration& config) const;
     std::optional<RawData> Unchanged(const Pipeline& pipeline, const Configuration& config) const;
     void WriteRaw(const RawData& raw, const Configuration& config);
@@ -238,18 +241,27 @@ bool Exporter::Write()
         return true;
     }
     const std::unique_ptr<Writer> writer = NewWriter(config);
+    const QString data = base + QStringLiteral(".dat");
+    std::optional<ReadingBack> readingBack;
+    if (request.form == Form::Cfg)
+        readingBack.emplace(data, 0, config);
     Digest digest(config.analog.size(), config.states.size());
     Block block;
     while (stream.Next(block)) {
         Look();
         digest.Add(block);
         writer->Write(block);
+        if (readingBack)
+            readingBack->Written(static_cast<ComtradeWriter&>(*writer).DataSize());
     }
     pipeline.Stop();
     writer->Finish();
     if (digest.Samples() != config.SampleCount() && !plan.total)
         return false;
-    Compare(config, digest);
+    Look();
+    const std::optional<Digest> found = readingBack ? readingBack->Finish() : std::nullopt;
+    const bool isWhole = found && QFileInfo(data).size() == static_cast<ComtradeWriter&>(*writer).DataSize();
+    Compare(config, digest, isWhole ? found : std::nullopt);
     Keep(pipeline, config, digest.Samples());
     return true;
 }
@@ -329,11 +341,14 @@ Digest Exporter::DigestOfWritten(const Configuration& config) const
     return digest;
 }
 
-void Exporter::Compare(const Configuration& config, const Digest& written)
+// What was read back before the end need not be read again, but for the texts.
+void Exporter::Compare(const Configuration& config, const Digest& written, const std::optional<Digest>& found)
 {
-    Look();
     try {
-        if (DigestOfWritten(config) != written)
+        if (found == written) {
+            const std::unique_ptr<Stream> back = ReadBack(config);
+            CompareRecord(static_cast<const RecordStream&>(*back).Record(), config);
+        } else if (DigestOfWritten(config) != written)
             FailWithDifference(config);
     } catch (const comtrade::Error& error) {
         throw Different(error.Message());

@@ -75,7 +75,7 @@ class Agreement
 {
 public:
     Agreement(const QString& path_, const comtrade::Record& record_, Wholeness& result_)
-        : path(path_), record(record_), configuration(record_.Config()), information(record_.Information()),
+        : path(path_), configuration(record_.Config()), information(record_.Information()),
           report(comtrade::DecodedText(record_.Header()).split(QLatin1Char('\n'))), result(result_)
     {}
 
@@ -236,7 +236,6 @@ private:
     }
 
     const QString path;
-    const comtrade::Record& record;
     const comtrade::Configuration& configuration;
     const Information information;
     const QStringList report;
