@@ -51,7 +51,7 @@ Parts ReadCarefully(const QByteArray& line, const LineShape& shape)
     configuration.states.resize(shape.states);
     Parts parts(shape);
     const int feed = line.indexOf('\n');
-    const int end = feed > 0 && line[feed - 1] == '\r' ? feed - 1 : feed;
+    const int end = feed < 0 ? line.size() : feed > 0 && line[feed - 1] == '\r' ? feed - 1 : feed;
     const QString none;
     const QString error = ErrorOf([&] {
         ReadLine(line.constData(), line.constData() + end, configuration, {none, 1, nullptr}, parts.To());

@@ -8,12 +8,13 @@ namespace forms {
 
 namespace {
 
-constexpr quint64 Factor = 0x9E3779B97F4A7C15; // odd, so that no bit is lost
-
-// Depends on the order. A change of one value changes the result, whatever follows.
-inline quint64 Mixed(quint64 digest, quint64 word)
+// Each record has a factor of its own, so that the sum of the products depends on the order. As it is odd, a
+// change of one value changes the sum.
+inline quint64 FactorOf(quint64 sample)
 {
-    return digest * Factor + (word ^ (word >> 32U));
+    quint64 mixed = (sample + 1) * 0x9E3779B97F4A7C15;
+    mixed = (mixed ^ (mixed >> 30U)) * 0xBF58476D1CE4E5B9;
+    return (mixed ^ (mixed >> 31U)) | 1U;
 }
 
 inline quint64 BitsOf(double value)
@@ -41,16 +42,18 @@ void Digest::Add(const comtrade::Block& block)
     const quint8* state = block.states.data();
     const size_t whole = stateChannels / 8;
     for (size_t i = 0; i < block.count; ++i) {
-        heads = Mixed(Mixed(heads, block.numbers[i]), static_cast<quint64>(block.times[i]));
+        const quint64 factor = FactorOf(static_cast<quint64>(samples) + i);
+        numbers += block.numbers[i] * factor;
+        times += static_cast<quint64>(block.times[i]) * factor;
         for (quint64& digest : analog)
-            digest = Mixed(digest, BitsOf(*value++));
+            digest += BitsOf(*value++) * factor;
         for (size_t group = 0; group < states.size(); ++group) {
             quint64 eight = 0;
             if (group < whole)
                 std::memcpy(&eight, state + 8 * group, 8);
             else
                 std::memcpy(&eight, state + 8 * group, stateChannels - 8 * whole);
-            states[group] = Mixed(states[group], eight);
+            states[group] += eight * factor;
         }
         state += stateChannels;
     }
@@ -59,8 +62,8 @@ void Digest::Add(const comtrade::Block& block)
 
 bool Digest::operator==(const Digest& other) const
 {
-    return samples == other.samples && heads == other.heads && analog == other.analog &&
-           states == other.states;
+    return samples == other.samples && numbers == other.numbers && times == other.times &&
+           analog == other.analog && states == other.states;
 }
 
 } // namespace forms

@@ -22,7 +22,8 @@ public:
 
 private:
     qint64 samples = 0;
-    quint64 heads = 0; // numbers and times
+    quint64 numbers = 0;
+    quint64 times = 0;
     std::vector<quint64> analog;
     std::vector<quint64> states; // of eight channels each
     size_t stateChannels;

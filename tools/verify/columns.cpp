@@ -7,13 +7,11 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 namespace verify {
 
 namespace {
 
-constexpr double NoValue = std::numeric_limits<double>::quiet_NaN();
 
 // Samples of a record, spread over all of it, that show which channel a column is. Odd distances keep them
 // from always being at the same phase of a wave.
