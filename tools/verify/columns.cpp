@@ -12,7 +12,6 @@ namespace verify {
 
 namespace {
 
-
 // Samples of a record, spread over all of it, that show which channel a column is. Odd distances keep them
 // from always being at the same phase of a wave.
 constexpr qint64 MostProbes = 256;
