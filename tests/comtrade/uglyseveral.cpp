@@ -120,6 +120,18 @@ const std::vector<Ugly>& UglyInSeveralWays()
           {"767 1\n", "767 1"}},
          {"rec.cff:0:0 note sectionLacking", "rec.cff:14:0 error sectionMark"},
          "rec.cff, record 1: is cut off: 9 of 14 bytes"},
+        {"YearOf1997WithShortLinesAndALateSecond",
+         [](UglyRecord& r) {
+             r.Line(1, "Station,Recorder,1997");
+             r.Line(5, "1,Trip,,1");
+             r.Line(9, "31/01/2024,11:59:60.000000");
+             r.Line(11, "ascii ");
+             r.Remove(12);
+         },
+         {{"Trip||Q1|1", "Trip|||1"}, {"2024-01-31T11:59:59.750000", "2024-01-31T12:00:00.000000"}},
+         {"rec.cfg:1:18 error revisionUnknown", "rec.cfg:5:0 error fieldsLacking",
+          "rec.cfg:9:12 warning timeForm", "rec.cfg:11:0 error lineLacking"},
+         "rec.cfg, line 1: revision '1997' is none of 1991, 1999 and 2013"},
     };
     return records;
 }
