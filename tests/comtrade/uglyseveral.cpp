@@ -132,6 +132,18 @@ const std::vector<Ugly>& UglyInSeveralWays()
          {"rec.cfg:1:18 error revisionUnknown", "rec.cfg:5:0 error fieldsLacking",
           "rec.cfg:9:12 warning timeForm", "rec.cfg:11:0 error lineLacking"},
          "rec.cfg, line 1: revision '1997' is none of 1991, 1999 and 2013"},
+        {"SemicolonsAndAClockOfTwelveHours",
+         [](UglyRecord& r) {
+             r.Line(9, "31/01/2024,11:59:59.750000 PM");
+             r.Line(10, "31/01/2024,12:00:00.25 am");
+             r.container = "--- file type: CFG ---\r\n" + r.ConfigurationText().replace(',', ';') +
+                           "--- file type: DAT ASCII ---\r\n" + r.DataText();
+         },
+         {{"2024-01-31T11:59:59.750000", "2024-01-31T23:59:59.750000"},
+          {"2024-01-31T12:00:00.250000", "2024-01-31T00:00:00.25"}},
+         {"rec.cff:0:0 note sectionLacking", "rec.cff:0:0 note sectionLacking",
+          "rec.cff:2:0 error fieldSeparator", "rec.cff:10:12 error timeForm", "rec.cff:11:12 error timeForm"},
+         "rec.cff, line 2: semicolons separate the fields, not commas"},
     };
     return records;
 }

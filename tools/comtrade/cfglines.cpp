@@ -69,6 +69,7 @@ CfgLines::CfgLines(const QString& text, const QString& fileName_, Findings* forg
     : fileName(fileName_), forgiven(forgiven_)
 {
     Split(text, firstLine);
+    TakeSemicolons();
     left = std::count_if(lines.begin(), lines.end(), [](const Line& line) { return !line.isBlank; });
 }
 
@@ -133,6 +134,25 @@ void CfgLines::Split(QString text, qint64 firstLine)
         Remark(strangePlace, -1, slip);
     else
         Forgive(strangePlace, -1, slip);
+}
+
+// Some programs for tables write semicolons. A text with commas, too, has them for something else.
+void CfgLines::TakeSemicolons()
+{
+    const bool hasCommas = std::any_of(lines.begin(), lines.end(),
+                                       [](const Line& line) { return line.text.contains(QLatin1Char(',')); });
+    const auto first = std::find_if(lines.begin(), lines.end(),
+                                    [](const Line& line) { return line.text.contains(QLatin1Char(';')); });
+    if (hasCommas || first == lines.end())
+        return;
+    Place place;
+    place.line = first->number;
+    Forgive(place, -1,
+            {Severity::Error, reason::FieldSeparator,
+             Tr("comtrade", "semicolons separate the fields, not commas"),
+             Tr("comtrade", "read as if they were commas")});
+    for (Line& line : lines)
+        line.text.replace(QLatin1Char(';'), QLatin1Char(','));
 }
 
 void CfgLines::PassBlanks()

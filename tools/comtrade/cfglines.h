@@ -72,6 +72,7 @@ private:
 
     void Split(QString text, qint64 firstLine);
     void TakeOffEnd(QString& text, qint64 firstLine);
+    void TakeSemicolons();
     void PassBlanks();
     [[noreturn]] void NotANumber(const Place& place, int field, const QString& what) const;
 

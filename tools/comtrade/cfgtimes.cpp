@@ -244,11 +244,42 @@ void ReadDecimals(CfgLines& lines, const RawStamp& raw, Revision revision, TimeS
     }
 }
 
+enum class HalfDay { None, Morning, Afternoon };
+
+// Takes AM or PM off the time.
+HalfDay TakeHalfDay(RawStamp& raw)
+{
+    static const QRegularExpression form(QStringLiteral("\\s*\\b([AP])\\.?M\\.?\\s*\\z"),
+                                         QRegularExpression::CaseInsensitiveOption);
+    const QRegularExpressionMatch match = form.match(raw.clock);
+    if (!match.hasMatch())
+        return HalfDay::None;
+    raw.clock.truncate(match.capturedStart());
+    return match.captured(1).toUpper() == QLatin1String("A") ? HalfDay::Morning : HalfDay::Afternoon;
+}
+
+// The hour of the day.
+int ReadHour(CfgLines& lines, const RawStamp& raw, const QString& digits, HalfDay half)
+{
+    const bool isHalf = half != HalfDay::None;
+    const int hour = ClockNumber(lines, raw, digits, isHalf ? 12 : 24, Tr("comtrade", "hour"));
+    if (!isHalf)
+        return hour;
+    const int whole = hour % 12 + (half == HalfDay::Afternoon ? 12 : 0);
+    lines.Forgive(
+        raw.place, 1,
+        {Severity::Error, reason::TimeForm,
+         Tr("comtrade", "'%1' is a time of a clock with twelve hours").arg(raw.place.fields.value(1)),
+         Tr("comtrade", "read as %1").arg(Tr("comtrade", "hour %1").arg(whole))});
+    return whole;
+}
+
 void ReadClock(CfgLines& lines, RawStamp raw, Revision revision, TimeStamp& stamp)
 {
+    const HalfDay half = TakeHalfDay(raw);
     const QStringList parts = ClockParts(lines, raw);
     raw.clock = parts.join(QLatin1Char(':'));
-    const int hour = ClockNumber(lines, raw, parts[0], 24, Tr("comtrade", "hour"));
+    const int hour = ReadHour(lines, raw, parts[0], half);
     const int minute = ClockNumber(lines, raw, parts[1], 59, Tr("comtrade", "minute"));
     const int second =
         ClockNumber(lines, raw, parts[2].section(QLatin1Char('.'), 0, 0), 60, Tr("comtrade", "second"));

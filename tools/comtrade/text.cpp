@@ -113,7 +113,7 @@ QTextCodec* CodecOf(const QString& encoding)
 
 QString EncodingOf(const QByteArray& bytes)
 {
-    const QString wide = Utf16Of(bytes);
+    QString wide = Utf16Of(bytes);
     if (!wide.isEmpty())
         return wide;
     if (IsAscii(bytes))

@@ -1159,6 +1159,14 @@ Example, with the sample station:
         <source>blanks separate the fields, not commas</source>
         <translation>поля разделены пробелами, а не запятыми</translation>
     </message>
+    <message>
+        <source>&apos;%1&apos; is a time of a clock with twelve hours</source>
+        <translation>«%1» — время по двенадцатичасовым часам</translation>
+    </message>
+    <message>
+        <source>hour %1</source>
+        <translation>час %1</translation>
+    </message>
 </context>
 <context>
     <name>convert</name>
