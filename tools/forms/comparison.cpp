@@ -113,7 +113,7 @@ QString DifferenceOf(Stream& written, Stream& read)
                        ? Tr("export", "a difference that is not there any more: the file changed meanwhile")
                        : Tr("export", "%1 samples were read back, which is not what was written")
                              .arg(hasRead ? sample : sample - 1);
-        const QString difference = DifferenceOf(before, after, written.Config(), sample);
+        QString difference = DifferenceOf(before, after, written.Config(), sample);
         if (!difference.isEmpty())
             return difference;
     }

@@ -105,7 +105,7 @@ Texts Exporter::TextsOf(const comtrade::Record& record, const Configuration& con
 // As it is, as long as the configuration says the same.
 QString Exporter::InformationOf(const comtrade::Record& record, const Configuration& config)
 {
-    const QString text = record.InformationText();
+    QString text = record.InformationText();
     const QString lines = ConfigurationText(config);
     if (text.isEmpty() || lines == ConfigurationText(record.Config()))
         return text;
