@@ -179,7 +179,7 @@ private:
         const auto bad = std::find_if(sections.begin(), sections.end(), [](const Section& section) {
             return section.IsChannel() && !section.isWhole;
         });
-        const bool isProven = segment.KnowsAll() && sections.back().end == file.size();
+        const bool isProven = !sections.empty() && segment.KnowsAll() && sections.back().end == file.size();
         if (bad != sections.end() && !isProven)
             sections.erase(bad + 1, sections.end());
     }
