@@ -33,7 +33,7 @@ build_and_test() {
     scripts/check-machine.sh # the tests have left it as it was
 }
 
-scripts/install-packages.sh build test view
+scripts/install-packages.sh build test python view
 case $mode in
 coverage)
     scripts/install-packages.sh coverage

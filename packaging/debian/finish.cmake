@@ -2,13 +2,14 @@
 set(packages_of_runtime ${CPACK_ZUCMTR_LIBRARY_PACKAGE})
 set(packages_of_development libzucmtrconverter-dev)
 set(packages_of_program zucmtr)
+set(packages_of_python python3-zucmtr)
 
 # run(COMMAND ARG...): stops cpack when it fails.
 function(run)
   execute_process(COMMAND ${ARGN} COMMAND_ERROR_IS_FATAL ANY)
 endfunction()
 
-foreach(component runtime development program)
+foreach(component ${CPACK_COMPONENTS_ALL})
   set(usr ${CPACK_TEMPORARY_DIRECTORY}/${component}/usr)
   set(doc ${usr}/share/doc/${packages_of_${component}})
   file(COPY ${CPACK_ZUCMTR_DEBIAN_DIR}/copyright ${CPACK_ZUCMTR_DEBIAN_DIR}/changelog DESTINATION ${doc}
@@ -24,8 +25,16 @@ set(program ${CPACK_TEMPORARY_DIRECTORY}/program/usr)
 file(RPATH_REMOVE FILE ${program}/bin/zucmtr)
 file(RENAME ${program}/share/zsh/site-functions ${program}/share/zsh/vendor-completions)
 
+# A module of Debian's is for all its versions of Python 3.
+file(GLOB modules ${CPACK_TEMPORARY_DIRECTORY}/python/usr/lib/python3.*)
+if(modules)
+  file(RENAME ${modules} ${CPACK_TEMPORARY_DIRECTORY}/python/usr/lib/python3)
+  file(GLOB extension ${CPACK_TEMPORARY_DIRECTORY}/python/usr/lib/python3/dist-packages/zucmtr/_core.*.so)
+  file(RPATH_REMOVE FILE ${extension})
+endif()
+
 # Whoever builds the packages may have a umask that keeps others out.
-foreach(component runtime development program)
+foreach(component ${CPACK_COMPONENTS_ALL})
   run(find ${CPACK_TEMPORARY_DIRECTORY}/${component}/usr -type d -exec chmod 755 {} +)
 endforeach()
 

@@ -12,7 +12,7 @@ import sys
 import tempfile
 import unittest
 
-LIBRARY, DEVELOPMENT, PROGRAM = "libzucmtrconverter2", "libzucmtrconverter-dev", "zucmtr"
+LIBRARY, DEVELOPMENT, PROGRAM, PYTHON = "libzucmtrconverter2", "libzucmtrconverter-dev", "zucmtr", "python3-zucmtr"
 
 
 def run(*command, **options):
@@ -80,8 +80,8 @@ class Debian(unittest.TestCase):
         cls.directory = pathlib.Path(cls.temporary.name)
         cls.unpacked = Unpacked(cls.directory)
 
-    def test_three_packages_of_the_version_are_made(self):
-        self.assertEqual(set(self.unpacked.files), {LIBRARY, DEVELOPMENT, PROGRAM})
+    def test_four_packages_of_the_version_are_made(self):
+        self.assertEqual(set(self.unpacked.files), {LIBRARY, DEVELOPMENT, PROGRAM, PYTHON})
         for package in self.unpacked.files:
             self.assertEqual(self.unpacked.field(package, "Version"), arguments.version + "-1")
 
@@ -131,6 +131,21 @@ class Debian(unittest.TestCase):
         self.assertIn("[libZuCmtrConverter.so.2]", dynamic)
         self.assertNotRegex(dynamic, "RUNPATH|RPATH")
         self.assertIn(arguments.version, self.unpacked.program("--version"))
+
+    def test_module_reads_and_converts_a_recording_from_where_it_is_installed(self):
+        depends = self.unpacked.field(PYTHON, "Depends")
+        for package in (f"{LIBRARY} (>= {arguments.version})", "python3-numpy", "python3 (<< "):
+            self.assertIn(package, depends)
+        modules = self.unpacked.root / "usr/lib/python3/dist-packages"
+        extension = next(modules.glob("zucmtr/_core.*.so"))
+        self.assertNotRegex(run("readelf", "-d", extension), "RUNPATH|RPATH")
+        target = self.directory / "module"
+        target.mkdir()
+        script = ("import sys, zucmtr; rec = zucmtr.open(zucmtr.convert(*sys.argv[1:]).record); "
+                  "print(zucmtr.__file__, rec.analog[0].values.shape)")
+        said = run("/usr/bin/python3", "-B", "-c", script, next(self.unpacked.station.glob("*.ZU")), target,
+                   env=dict(self.unpacked.environment, PYTHONPATH=str(modules)))
+        self.assertRegex(said, rf"^{modules}/zucmtr/__init__.py \([0-9]{{3,}},\)$")
 
     def test_unit_is_locked_down_and_starts_what_the_program_understands(self):
         unit = self.unpacked.root / "usr/lib/systemd/system/zucmtr-watch@.service"

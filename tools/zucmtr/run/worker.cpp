@@ -58,6 +58,13 @@ Worker::Devices::Devices(unsigned int device_, const DeviceChoice& choice)
     : device(device_), verifier(MakeVerifier(choice)), present(MakeVerifier(choice))
 {}
 
+void Worker::Follow(const WorkOrder& next)
+{
+    order = next;
+    cleaned.clear();
+    onDisk.clear();
+}
+
 Worker::Worker(Host& host_, unsigned int device, const DeviceChoice& choice, DeviceChoice own_,
                WorkOrder order_)
     : host(host_), own(std::move(own_)), order(std::move(order_)), usual(device, choice)

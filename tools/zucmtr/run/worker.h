@@ -58,6 +58,9 @@ public:
     /// How long the ini file says to wait for a recording to be complete, milliseconds.
     unsigned int WaitTime() const { return Host::WaitTime(usual.device); }
 
+    /// From now on another order, of records of the same form.
+    void Follow(const WorkOrder& next);
+
     /// Does everything that the order says with one recording. Nothing is thrown.
     BatchItem Work(const Recording& recording);
 
@@ -116,7 +119,7 @@ private:
 
     Host& host;
     const DeviceChoice own;
-    const WorkOrder order;
+    WorkOrder order;
     Devices usual;
     std::map<QString, std::unique_ptr<Devices>> narrowed; // of ini files with further keys
     QSet<QString> cleaned; // directories already cleared of what killed runs left

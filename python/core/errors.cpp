@@ -1,0 +1,44 @@
+// Failures of the C++ code as exceptions of the package (zucmtr/_errors.py).
+#include "core/core.h"
+
+#include "comtrade/record.h"
+#include "text/error.h"
+
+namespace core {
+
+py::str ToPython(const QString& text)
+{
+    const QByteArray bytes = text.toUtf8();
+    return py::str(bytes.constData(), static_cast<size_t>(bytes.size()));
+}
+
+QString FromPython(const std::string& text)
+{
+    return QString::fromUtf8(text.data(), static_cast<int>(text.size()));
+}
+
+namespace {
+
+void Raise(const char* name, const QString& message)
+{
+    const py::object type = py::module_::import("zucmtr._errors").attr(name);
+    PyErr_SetObject(type.ptr(), ToPython(message).ptr());
+}
+
+} // namespace
+
+void AddErrors(py::module_& /*module*/)
+{
+    py::register_exception_translator([](std::exception_ptr failure) {
+        try {
+            if (failure)
+                std::rethrow_exception(failure);
+        } catch (const comtrade::Error& error) {
+            Raise("RecordError", error.Message());
+        } catch (const text::Error& error) {
+            Raise("ConversionError", error.Message());
+        }
+    });
+}
+
+} // namespace core

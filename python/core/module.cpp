@@ -1,0 +1,12 @@
+#include "core/core.h"
+
+#include <QTextCodec>
+
+PYBIND11_MODULE(_core, module)
+{
+    // Paths are UTF-8 whatever the locale says, as everywhere in this project.
+    QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
+    core::AddErrors(module);
+    core::AddRecord(module);
+    core::AddConvert(module);
+}

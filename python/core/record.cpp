@@ -1,0 +1,307 @@
+// A record whose samples are read when they are first asked for.
+#include "core/core.h"
+#include "core/service.h"
+
+#include "analysis/oscillogram.h"
+#include "analysis/summary.h"
+#include "analysis/timeaxis.h"
+#include "comtrade/moment.h"
+#include "comtrade/samples.h"
+#include "zucmtr/commands/recordsource.h"
+#include "zucmtr/host/linefile.h"
+
+#include <QJsonDocument>
+
+#include <cmath>
+#include <memory>
+#include <mutex>
+
+namespace core {
+
+namespace {
+
+using comtrade::Configuration;
+
+// Threads may ask for samples at once: one of them reads, the others wait without the interpreter's lock.
+class Record
+{
+public:
+    Record(std::unique_ptr<RecordSource> source_, const comtrade::ReadingOptions& options)
+        : source(std::move(source_)), record(std::make_unique<comtrade::Record>(source->Path(), options)),
+          config(record->Config()), header(record->Header()), information(record->Information())
+    {}
+
+    // A recording is converted into a temporary record.
+    static std::shared_ptr<Record> Open(const std::string& path, const std::string& encoding,
+                                        const std::string& ini, const std::string& defaults,
+                                        const std::string& device)
+    {
+        const py::gil_scoped_release released;
+        comtrade::ReadingOptions options;
+        options.encoding = FromPython(encoding);
+        const QString file = FromPython(path);
+        const DeviceChoice choice{FromPython(ini), FromPython(defaults), FromPython(device)};
+        std::unique_ptr<RecordSource> source;
+        const auto take = [&] { source = std::make_unique<RecordSource>(file, choice, false); };
+        if (comtrade::IsRecordFile(file))
+            take();
+        else
+            Service::Instance().Alone(take);
+        return std::make_shared<Record>(std::move(source), options);
+    }
+
+    // What happened, as JSON.
+    QByteArray Summary(const QString& lineFile)
+    {
+        const std::lock_guard lock(mutex);
+        const LineData data = LoadLines(lineFile, source->Ini(), source->Path());
+        return QJsonDocument(analysis::JsonOf(analysis::Summarise({source->Path(), data.lines, data.path})))
+            .toJson(QJsonDocument::Compact);
+    }
+
+    const Configuration& Config() const { return config; }
+    const QByteArray& Header() const { return header; }
+    const QByteArray& Information() const { return information; }
+
+    // To be called without the interpreter's lock.
+    const comtrade::Samples& Samples()
+    {
+        const std::lock_guard lock(mutex);
+        if (!samples) {
+            samples = std::make_unique<comtrade::Samples>(*record);
+            forgiven = record->Forgiven();
+            record.reset(); // with its open file and buffers
+        }
+        return *samples;
+    }
+
+    comtrade::Findings Forgiven()
+    {
+        const std::lock_guard lock(mutex);
+        return record ? record->Forgiven() : forgiven;
+    }
+
+    // Seconds from the trigger, one for each sample.
+    std::vector<double> Times()
+    {
+        const comtrade::Samples& all = Samples();
+        const auto count = static_cast<size_t>(all.Count());
+        std::vector<double> times(count);
+        const analysis::TimeAxis axis = AxisOf(all);
+        for (size_t i = 0; i < count; ++i)
+            times[i] = axis.TimeOf(static_cast<qint64>(i));
+        return times;
+    }
+
+private:
+    analysis::TimeAxis AxisOf(const comtrade::Samples& all) const
+    {
+        if (!analysis::IsStamped(config))
+            return analysis::TimeAxis::FromRates(config);
+        std::vector<double> seconds;
+        seconds.reserve(all.Stamps().size());
+        for (const qint64 stamp : all.Stamps())
+            seconds.push_back(stamp != comtrade::Block::NoTime
+                                  ? static_cast<double>(stamp) * config.StampSeconds()
+                              : seconds.empty() ? 0.0
+                                                : seconds.back());
+        return analysis::TimeAxis::FromStamps(config, std::move(seconds));
+    }
+
+    std::mutex mutex;
+    const std::unique_ptr<RecordSource> source;
+    std::unique_ptr<comtrade::Record> record; // until the samples are read
+    const Configuration config;
+    const QByteArray header;
+    const QByteArray information;
+    std::unique_ptr<comtrade::Samples> samples;
+    comtrade::Findings forgiven;
+};
+
+const comtrade::Samples& SamplesOf(Record& record)
+{
+    const py::gil_scoped_release released;
+    return record.Samples();
+}
+
+py::array CodesOf(const py::object& self, size_t channel)
+{
+    const comtrade::Samples& samples = SamplesOf(self.cast<Record&>());
+    return std::visit(
+        [&self](const auto& codes) -> py::array { return ViewOf(codes.data(), codes.size(), self); },
+        samples.Analog(channel));
+}
+
+// a * code + b in the channel's unit, NaN where the value is missing.
+py::array ValuesOf(Record& record, size_t channel)
+{
+    std::vector<double> values;
+    {
+        const py::gil_scoped_release released;
+        const comtrade::AnalogChannel& about = record.Config().analog.at(channel);
+        std::visit(
+            [&](const auto& codes) {
+                using Number = typename std::decay_t<decltype(codes)>::value_type;
+                values.resize(codes.size());
+                for (size_t i = 0; i < codes.size(); ++i) {
+                    values[i] = about.a * static_cast<double>(codes[i]) + about.b;
+                    if constexpr (std::is_integral_v<Number>) {
+                        if (codes[i] == std::numeric_limits<Number>::min())
+                            values[i] = std::numeric_limits<double>::quiet_NaN();
+                    }
+                }
+            },
+            record.Samples().Analog(channel));
+    }
+    return ArrayOf(std::move(values));
+}
+
+py::array StatesOf(Record& record, size_t channel)
+{
+    std::vector<quint8> states;
+    {
+        const py::gil_scoped_release released;
+        const comtrade::Samples& samples = record.Samples();
+        const std::vector<quint8>& bits = samples.StateBits(channel);
+        states.resize(static_cast<size_t>(samples.Count()));
+        for (size_t i = 0; i < states.size(); ++i)
+            states[i] = static_cast<quint8>(bits[i / 8] >> (i % 8) & 1);
+    }
+    return ArrayOf(std::move(states));
+}
+
+py::tuple ChangesOf(Record& record, size_t channel)
+{
+    comtrade::Changes changes;
+    {
+        const py::gil_scoped_release released;
+        changes = record.Samples().ChangesOf(channel);
+    }
+    return py::make_tuple(ArrayOf(std::move(changes.samples)), ArrayOf(std::move(changes.states)));
+}
+
+py::array TimesOf(Record& record)
+{
+    std::vector<double> times;
+    {
+        const py::gil_scoped_release released;
+        times = record.Times();
+    }
+    return ArrayOf(std::move(times));
+}
+
+py::tuple MomentOf(const comtrade::TimeStamp& stamp)
+{
+    return py::make_tuple(stamp.date.year(), stamp.date.month(), stamp.date.day(), stamp.nanoseconds);
+}
+
+py::list AnalogOf(const Configuration& config)
+{
+    py::list channels;
+    for (const comtrade::AnalogChannel& channel : config.analog) {
+        py::dict fields;
+        fields["number"] = channel.number;
+        fields["name"] = ToPython(channel.name);
+        fields["phase"] = ToPython(channel.phase);
+        fields["circuit"] = ToPython(channel.circuit);
+        fields["unit"] = ToPython(channel.unit);
+        fields["a"] = channel.a;
+        fields["b"] = channel.b;
+        fields["skew"] = channel.skew;
+        fields["min"] = channel.min;
+        fields["max"] = channel.max;
+        fields["primary"] = channel.primary;
+        fields["secondary"] = channel.secondary;
+        fields["side"] = channel.primaryValues ? "P" : "S";
+        fields["primary_factor"] = analysis::PrimaryFactor(channel);
+        channels.append(fields);
+    }
+    return channels;
+}
+
+py::list DigitalOf(const Configuration& config)
+{
+    py::list channels;
+    for (const comtrade::StateChannel& channel : config.states) {
+        py::dict fields;
+        fields["number"] = channel.number;
+        fields["name"] = ToPython(channel.name);
+        fields["phase"] = ToPython(channel.phase);
+        fields["circuit"] = ToPython(channel.circuit);
+        fields["normal"] = channel.normalState ? 1 : 0;
+        channels.append(fields);
+    }
+    return channels;
+}
+
+py::dict ConfigurationOf(const Record& record)
+{
+    const Configuration& config = record.Config();
+    py::dict fields;
+    fields["station"] = ToPython(config.station);
+    fields["device"] = ToPython(config.device);
+    fields["revision"] = static_cast<int>(config.revision);
+    fields["data_type"] = ToPython(comtrade::NameOf(config.dataType));
+    fields["frequency"] = config.lineFrequency;
+    py::list rates;
+    for (const comtrade::SampleRate& rate : config.rates)
+        rates.append(py::make_tuple(rate.hertz, rate.lastSample));
+    fields["rates"] = rates;
+    fields["start"] = MomentOf(config.start);
+    fields["trigger"] = MomentOf(config.trigger);
+    const std::optional<int> offset = comtrade::UtcOffset(config);
+    fields["utc_offset"] = offset ? py::object(py::int_(*offset)) : py::none();
+    fields["analog"] = AnalogOf(config);
+    fields["digital"] = DigitalOf(config);
+    return fields;
+}
+
+py::list ForgivenOf(Record& record)
+{
+    static const char* const severities[] = {"note", "warning", "error"};
+    const comtrade::Findings forgiven = record.Forgiven();
+    py::list findings;
+    for (const comtrade::Finding& finding : forgiven.All())
+        findings.append(py::make_tuple(ToPython(finding.file), finding.line, finding.column,
+                                       severities[static_cast<int>(finding.severity)], finding.reason,
+                                       ToPython(finding.text)));
+    return findings;
+}
+
+py::bytes BytesOf(const QByteArray& bytes)
+{
+    return py::bytes(bytes.constData(), static_cast<size_t>(bytes.size()));
+}
+
+py::bytes SummaryOf(Record& record, const std::string& lineFile)
+{
+    QByteArray json;
+    {
+        const py::gil_scoped_release released;
+        json = record.Summary(FromPython(lineFile));
+    }
+    return BytesOf(json);
+}
+
+} // namespace
+
+void AddRecord(py::module_& module)
+{
+    py::class_<Record, std::shared_ptr<Record>>(module, "Record")
+        .def(py::init(&Record::Open), py::arg("path"), py::arg("encoding"), py::arg("ini"),
+             py::arg("defaults"), py::arg("device"))
+        .def("configuration", &ConfigurationOf)
+        .def("header", [](const Record& record) { return ToPython(analysis::ReportText(record.Header())); })
+        .def("information", [](const Record& record) { return BytesOf(record.Information()); })
+        .def("count", [](Record& record) { return SamplesOf(record).Count(); })
+        .def("memory", [](Record& record) { return SamplesOf(record).MemorySize(); })
+        .def("codes", &CodesOf, py::arg("channel"))
+        .def("values", &ValuesOf, py::arg("channel"))
+        .def("states", &StatesOf, py::arg("channel"))
+        .def("changes", &ChangesOf, py::arg("channel"))
+        .def("times", &TimesOf)
+        .def("summary", &SummaryOf, py::arg("lines"))
+        .def("forgiven", &ForgivenOf);
+}
+
+} // namespace core

@@ -1,0 +1,141 @@
+"""Records: what they say, how they open, close and fail."""
+
+import datetime
+import gc
+import pickle
+import unittest
+from pathlib import Path
+
+import zucmtr
+from support import Case
+
+
+class RecordTest(Case):
+    def test_says_what_the_configuration_says(self):
+        record = zucmtr.open(self.record())
+        zone = datetime.timezone(datetime.timedelta(hours=3))
+        self.assertEqual((record.station, record.device, record.revision), ("Подстанция", "РАС", 2013))
+        self.assertEqual(record.data_type, "ASCII")
+        self.assertEqual(record.frequency, 50)
+        self.assertEqual(record.rates, (zucmtr.Rate(1000, 4),))
+        self.assertEqual(record.start, datetime.datetime(2024, 1, 31, 11, 59, 59, 998000, zone))
+        self.assertEqual(record.trigger, datetime.datetime(2024, 1, 31, 12, 0, tzinfo=zone))
+        self.assertEqual(record.time.tolist(), [-0.002, -0.001, 0.0, 0.001])
+        self.assertEqual(len(record), 4)
+        self.assertTrue(record)
+
+    def test_of_revision_1999_has_no_zone(self):
+        record = zucmtr.open(self.record(revision=1999))
+        self.assertEqual(record.trigger, datetime.datetime(2024, 1, 31, 12, 0))
+
+    def test_has_header_and_information(self):
+        path = self.record()
+        path.with_suffix(".hdr").write_text("Отчёт\r\n", encoding="utf-8")
+        path.with_suffix(".inf").write_bytes(b"[x]\r\n")
+        record = zucmtr.open(path)
+        self.assertEqual(record.header, "Отчёт\n")
+        self.assertEqual(record.information, b"[x]\r\n")
+        path.with_suffix(".hdr").unlink()
+        self.assertEqual(zucmtr.open(str(path)).header, "")
+
+    def test_reads_texts_in_the_encoding_that_is_named(self):
+        record = zucmtr.open(self.record(encoding="cp866"), encoding="cp866")
+        self.assertEqual(record.station, "Подстанция")
+
+    def test_survives_pickling(self):
+        record = zucmtr.open(self.record(encoding="cp866"), encoding="cp866")
+        again = pickle.loads(pickle.dumps(record))
+        self.assertEqual(again.station, "Подстанция")
+        self.assertEqual(again.analog[1].values.tolist(), [1.0, -2.0, 3.0, -4.0])
+
+    def test_lets_its_samples_go_when_it_is_closed(self):
+        with zucmtr.open(self.record()) as record:
+            codes = record.analog[0].codes
+            time = record.time
+        self.assertTrue(record.closed)
+        record.close()
+        gc.collect()
+        self.assertEqual(codes.tolist(), [10, -32768, -30, 40])
+        self.assertEqual(time.tolist(), [-0.002, -0.001, 0.0, 0.001])
+        for call in (lambda: len(record), lambda: record.time, lambda: record.analog[0].values, record.summary):
+            with self.assertRaisesRegex(ValueError, "the record is closed"):
+                call()
+        self.assertEqual(record.station, "Подстанция")
+
+    def test_shows_itself(self):
+        record = zucmtr.open(self.record("<rec>"))
+        self.assertEqual(repr(record), "<Record '<rec>.cfg' of 'Подстанция', 2024-01-31T12:00:00+03:00: "
+                                       "2 analog, 1 digital channels>")
+        shown = record._repr_html_()
+        self.assertIn("<b>&lt;rec&gt;.cfg</b>", shown)
+        self.assertIn("<td>2</td><td>Ub</td><td>B</td><td>Q2</td><td>kV</td>", shown)
+
+    def test_answers_to_the_words_of_other_readers(self):
+        record = zucmtr.open(self.record())
+        self.assertEqual(record.station_name, record.station)
+        self.assertEqual(record.rec_dev_id, record.device)
+        self.assertEqual((record.rev_year, record.ft), ("2013", "ASCII"))
+        self.assertEqual((record.analog_count, record.status_count, record.channels_count), (2, 1, 3))
+        self.assertEqual((record.analog_channel_ids, record.status_channel_ids), (["Ia", "Ub"], ["Trip"]))
+        self.assertEqual((record.analog_phases, record.status_phases), (["A", "B"], [""]))
+        self.assertEqual(record.analog_units, ["A", "kV"])
+        self.assertEqual(record.total_samples, 4)
+        self.assertEqual(record.sample_rates, [[1000, 4]])
+        self.assertEqual((record.start_timestamp, record.trigger_timestamp), (record.start, record.trigger))
+        self.assertEqual(record.trigger_time, 0.002)
+        self.assertEqual((record.hdr, record.inf), ("", b""))
+        self.assertIs(record.status, record.digital)
+        self.assertEqual(record.to_numpy()[:, 1].tolist(), [1.0, -2.0, 3.0, -4.0])
+
+
+class FailureTest(Case):
+    def test_of_a_file_that_is_not_there_is_an_os_error(self):
+        path = self.directory / "none.cfg"
+        with self.assertRaises(OSError) as caught:
+            zucmtr.open(path)
+        self.assertIsInstance(caught.exception, zucmtr.FileError)
+        self.assertEqual(caught.exception.filename, str(path))
+        self.assertIn("No such file", str(caught.exception))
+
+    def test_of_a_bad_record_is_a_value_error_with_file_and_line(self):
+        path = self.record()
+        path.write_text("Station,RAS,2013\n3,2A\n", encoding="utf-8")
+        with self.assertRaises(ValueError) as caught:
+            zucmtr.open(path)
+        self.assertIsInstance(caught.exception, zucmtr.RecordError)
+        self.assertIn(f"{path}, line 2", str(caught.exception))
+
+    def test_of_bad_data_comes_with_the_samples(self):
+        record = zucmtr.open(self.record(data="1,0,1,2,0\n2,1000,x,2,0\n"))
+        with self.assertRaisesRegex(zucmtr.RecordError, "rec.dat, record 2: analog channel 1 is 'x'"):
+            record.analog[0].codes
+        with self.assertRaisesRegex(zucmtr.RecordError, "rec.dat"):
+            len(record)
+
+    def test_of_something_else_says_what_it_is(self):
+        path = self.directory / "notes.txt"
+        path.write_text("x")
+        with self.assertRaises(zucmtr.Error) as caught:
+            zucmtr.open(path)
+        self.assertIn(str(path), str(caught.exception))
+
+
+class MemoryTest(Case):
+    def test_of_a_thousand_records_is_given_back(self):
+        path = self.record()
+
+        def resident():
+            return int(Path("/proc/self/statm").read_text().split()[1])
+
+        def open_all(count):
+            for _ in range(count):
+                zucmtr.open(path).analog[0].values
+
+        open_all(200)
+        before = resident()
+        open_all(1000)
+        self.assertLess(resident() - before, 500)  # pages of 4 KiB
+
+
+if __name__ == "__main__":
+    unittest.main()
