@@ -28,7 +28,7 @@ class Record
 public:
     Record(std::unique_ptr<RecordSource> source_, const comtrade::ReadingOptions& options)
         : source(std::move(source_)), record(std::make_unique<comtrade::Record>(source->Path(), options)),
-          config(record->Config()), header(record->Header()), information(record->Information())
+          config(record->Config()), header(record->HeaderText()), information(record->Information())
     {}
 
     // A recording is converted into a temporary record.
@@ -60,7 +60,7 @@ public:
     }
 
     const Configuration& Config() const { return config; }
-    const QByteArray& Header() const { return header; }
+    const QString& Header() const { return header; }
     const QByteArray& Information() const { return information; }
 
     // To be called without the interpreter's lock.
@@ -112,7 +112,7 @@ private:
     const std::unique_ptr<RecordSource> source;
     std::unique_ptr<comtrade::Record> record; // until the samples are read
     const Configuration config;
-    const QByteArray header;
+    const QString header;
     const QByteArray information;
     std::unique_ptr<comtrade::Samples> samples;
     comtrade::Findings forgiven;
@@ -291,7 +291,7 @@ void AddRecord(py::module_& module)
         .def(py::init(&Record::Open), py::arg("path"), py::arg("encoding"), py::arg("ini"),
              py::arg("defaults"), py::arg("device"))
         .def("configuration", &ConfigurationOf)
-        .def("header", [](const Record& record) { return ToPython(analysis::ReportText(record.Header())); })
+        .def("header", [](const Record& record) { return ToPython(record.Header()); })
         .def("information", [](const Record& record) { return BytesOf(record.Information()); })
         .def("count", [](Record& record) { return SamplesOf(record).Count(); })
         .def("memory", [](Record& record) { return SamplesOf(record).MemorySize(); })
