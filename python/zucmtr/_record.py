@@ -128,8 +128,8 @@ class Record(Aliases):
 
     @property
     def header(self) -> str:
-        """Text of the HDR file, the fault report; empty if there is none."""
-        return self._source.core.header()
+        """Text of the HDR file, the fault report, its lines ended by a line feed; empty if there is none."""
+        return self._source.core.header().replace("\r\n", "\n")
 
     @property
     def information(self) -> bytes:
