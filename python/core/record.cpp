@@ -7,7 +7,7 @@
 #include "analysis/timeaxis.h"
 #include "comtrade/moment.h"
 #include "comtrade/samples.h"
-#include "zucmtr/commands/recordsource.h"
+#include "zucmtr/host/recordsource.h"
 #include "zucmtr/host/linefile.h"
 
 #include <QJsonDocument>

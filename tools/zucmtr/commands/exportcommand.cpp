@@ -13,7 +13,7 @@
 #include "zucmtr/commands/deviceoptions.h"
 #include "zucmtr/commands/exportoptions.h"
 #include "zucmtr/commands/exporttarget.h"
-#include "zucmtr/commands/recordsource.h"
+#include "zucmtr/host/recordsource.h"
 #include "zucmtr/files/staging.h"
 #include "zucmtr/terminal/checks.h"
 #include "zucmtr/terminal/console.h"

@@ -88,13 +88,13 @@ Entry Following(const Entry& known, Entry entry)
     return entry;
 }
 
-void Create(Database& database)
+void Create(sql::Database& database)
 {
     for (const char* command : Schema)
         database.Run(command);
 }
 
-void Write(Database& database, const QHash<QString, Entry>& changed)
+void Write(sql::Database& database, const QHash<QString, Entry>& changed)
 {
     for (auto one = changed.begin(); one != changed.end(); ++one) {
         if (one->verdict == Verdict::PutAway)
@@ -102,9 +102,9 @@ void Write(Database& database, const QHash<QString, Entry>& changed)
         else
             database.Run("REPLACE INTO recordings VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?)",
                          {one.key(), QString::fromLatin1(one->print),
-                          QLatin1String(states.at(static_cast<size_t>(one->verdict))), one->record,
-                          one->access, QString::number(one->unended), QString::number(one->failures),
-                          QString::number(one->kills), one->noted});
+                          QString::fromLatin1(states.at(static_cast<size_t>(one->verdict))), one->record,
+                          one->access, qint64{one->unended}, qint64{one->failures},
+                          qint64{one->kills}, one->noted});
     }
 }
 
@@ -113,10 +113,10 @@ QString HolderOf(const QString& path)
 {
     QString holder;
     try {
-        Database(path).Run("SELECT process, host FROM holder", {}, [&](const QStringList& columns) {
-            holder = Tr("watch", " (process %1 on %2)").arg(columns[0], columns[1]);
+        sql::Sqlite(path).Run("SELECT process, host FROM holder", {}, [&](const sql::Row& row) {
+            holder = Tr("watch", " (process %1 on %2)").arg(row.Text(0), row.Text(1));
         });
-    } catch (const Database::Failure&) { // a text file, or one that is just being created
+    } catch (const sql::Failure&) { // a text file, or one that is just being created
     }
     return holder;
 }
@@ -202,12 +202,12 @@ void WatchJournal::Load()
     }
     try {
         database = Connected();
-        database->Run("SELECT * FROM recordings", {}, [this](const QStringList& row) {
-            entries[row[0]] = {row[1].toLatin1(), VerdictOf(row[2]), row[3],        row[4], row[8],
-                               row[5].toInt(),    row[6].toInt(),    row[7].toInt()};
+        database->Run("SELECT * FROM recordings", {}, [this](const sql::Row& row) {
+            entries[row.Text(0)] = {row.Text(1).toLatin1(), VerdictOf(row.Text(2)), row.Text(3),        row.Text(4), row.Text(8),
+                               static_cast<int>(row.Integer(5)),    static_cast<int>(row.Integer(6)),    static_cast<int>(row.Integer(7))};
         });
-    } catch (const Database::Failure& failure) {
-        if (!failure.isDamaged)
+    } catch (const sql::Failure& failure) {
+        if (failure.trouble != sql::Trouble::Damaged)
             FailToWrite(failure.Message());
         if (!QByteArray("SQLite format 3").startsWith(head))
             RefuseKind(path);
@@ -238,16 +238,16 @@ void WatchJournal::TakeOverText()
 // The file by which SQLite undoes an unfinished change keeps its name and its space on the disk until the
 // end, because removing it after each change takes longer. It works on network file systems, unlike a
 // write-ahead log.
-std::unique_ptr<Database> WatchJournal::Connected() const
+std::unique_ptr<sql::Sqlite> WatchJournal::Connected() const
 {
-    auto opened = std::make_unique<Database>(path);
+    auto opened = std::make_unique<sql::Sqlite>(path);
     QStringList marks;
-    const auto mark = [&marks](const QStringList& columns) { marks << columns; };
+    const auto mark = [&marks](const sql::Row& row) { marks << row.Text(0); };
     opened->Run("PRAGMA synchronous=EXTRA");
     opened->Together([&] {
         opened->Run("PRAGMA quick_check(1)", {}, mark);
         if (marks[0] != QLatin1String("ok"))
-            throw Database::Failure(marks[0], true);
+            throw sql::Failure(marks[0], sql::Trouble::Damaged);
         opened->Run("SELECT count(*) FROM sqlite_master", {}, mark);
         if (marks[1] == QLatin1String("0"))
             Create(*opened);
@@ -261,7 +261,7 @@ std::unique_ptr<Database> WatchJournal::Connected() const
                                          .arg(path));
         opened->Run("DELETE FROM holder"); // a full disk shows at once
         opened->Run("INSERT INTO holder VALUES (?, ?, ?)",
-                    {QString::number(getpid()), QSysInfo::machineHostName(), Now()});
+                    {qint64{getpid()}, QSysInfo::machineHostName(), Now()});
     });
     opened->Run("PRAGMA journal_mode=PERSIST");
     return opened;
@@ -383,8 +383,8 @@ void WatchJournal::Save(const Entries& changed)
                 database = Connected();
             database->Together([&] { Write(*database, changed); });
         }
-    } catch (const Database::Failure& failure) {
-        isDamaged = failure.isDamaged;
+    } catch (const sql::Failure& failure) {
+        isDamaged = failure.trouble == sql::Trouble::Damaged;
         if (!isDamaged)
             FailToWrite(failure.Message());
     }
@@ -400,13 +400,13 @@ void WatchJournal::MakeAnew(const Entries& changed)
     systemfile::Descriptor own = Claimed(fresh, O_EXCL);
     database.reset();
     try {
-        Database made(fresh);
+        sql::Sqlite made(fresh);
         made.Together([&] {
             Create(made);
             Write(made, entries);
             Write(made, changed);
         });
-    } catch (const Database::Failure& failure) {
+    } catch (const sql::Failure& failure) {
         Discard(fresh);
         FailToWrite(failure.Message());
     }

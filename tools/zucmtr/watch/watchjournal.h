@@ -2,7 +2,7 @@
 // program goes on.
 #pragma once
 
-#include "zucmtr/files/database.h"
+#include "sql/sqlite.h"
 #include "zucmtr/files/systemfile.h"
 #include "zucmtr/watch/watchscan.h"
 #include "zucmtr/watch/watchtrouble.h"
@@ -95,7 +95,7 @@ private:
     systemfile::Descriptor Claimed(const QString& at, int flags = 0) const;
     void Load();
     void TakeOverText();
-    std::unique_ptr<Database> Connected() const;
+    std::unique_ptr<sql::Sqlite> Connected() const;
     Place FindPlace() const;
     void Note(const QString& recording, const Entry& entry);
     void Withdraw(const QString& first, const QByteArray& print);
@@ -105,7 +105,7 @@ private:
 
     const QString path;
     systemfile::Descriptor file;        // that is locked
-    std::unique_ptr<Database> database; // none after the journal was written again
+    std::unique_ptr<sql::Sqlite> database; // none after the journal was written again
     Entries entries;
     Entries unwritten; // those that are gone count as put away
 };

@@ -1,4 +1,4 @@
-#include "zucmtr/commands/recordsource.h"
+#include "zucmtr/host/recordsource.h"
 
 #include "base/chainnames.h"
 #include "comtrade/record.h"
