@@ -21,8 +21,8 @@ namespace {
 
 void Raise(const char* name, const QString& message)
 {
-    const py::object type = py::module_::import("zucmtr._errors").attr(name);
-    PyErr_SetObject(type.ptr(), ToPython(message).ptr());
+    const py::object failure = py::module_::import("zucmtr._errors").attr("failure")(name, ToPython(message));
+    PyErr_SetObject(py::type::of(failure).ptr(), failure.ptr());
 }
 
 } // namespace

@@ -170,6 +170,14 @@ py::array StatesOf(Record& record, size_t channel)
     return ArrayOf(std::move(states));
 }
 
+int StateOf(Record& record, size_t channel, size_t sample)
+{
+    const comtrade::Samples& samples = SamplesOf(record);
+    if (sample >= static_cast<size_t>(samples.Count()))
+        throw py::index_error();
+    return samples.StateBits(channel)[sample / 8] >> (sample % 8) & 1;
+}
+
 py::tuple ChangesOf(Record& record, size_t channel)
 {
     comtrade::Changes changes;
@@ -298,6 +306,7 @@ void AddRecord(py::module_& module)
         .def("codes", &CodesOf, py::arg("channel"))
         .def("values", &ValuesOf, py::arg("channel"))
         .def("states", &StatesOf, py::arg("channel"))
+        .def("state", &StateOf, py::arg("channel"), py::arg("sample"))
         .def("changes", &ChangesOf, py::arg("channel"))
         .def("times", &TimesOf)
         .def("summary", &SummaryOf, py::arg("lines"))

@@ -10,20 +10,24 @@ from pathlib import Path
 from typing import Any, Optional, Union
 
 from . import _core
-from ._errors import ConversionError
-
-PathLike = Union[str, "os.PathLike[str]"]
+from ._errors import PathLike, failure, file_error, path_text, readable
 
 
 @dataclass(frozen=True)
 class Conversion:
-    """What became of a recording."""
+    """What became of a recording.
 
-    data: Mapping[str, Any]  #: the whole report, as ``zucmtr convert --json`` gives it; docs/json.md lists its keys
+    Attributes
+    ----------
+    data : dict
+        The whole report, as ``zucmtr convert --json`` gives it; docs/json.md lists its keys.
+    """
+
+    data: Mapping[str, Any]
 
     @property
     def files(self) -> tuple[Path, ...]:
-        """The files of the record."""
+        """The files of the record, in the directory that was asked for."""
         return tuple(Path(file) for file in self.data["files"])
 
     @property
@@ -80,8 +84,15 @@ def convert(
     sync
         Return only when the record is on the disk.
 
+    Returns
+    -------
+    Conversion
+        ``record`` is the file to open.
+
     Raises
     ------
+    FileError
+        The recording, the ini file or the directory cannot be read.
     ConversionError
         Nothing was converted, or the record is not right; the text says why and what to do.
     """
@@ -93,9 +104,18 @@ def convert(
     if form == "cff" and words["revision"] == "1999":
         raise ValueError("a CFF file is of revision 2013; leave form or revision out")
     options: dict[str, Union[str, bool]] = {**words, "again": again, "replace": replace, "sync": sync}
-    path = os.path.abspath(os.fspath(recording))
-    report = _core.convert(path, os.fspath(out), os.fspath(ini or ""), defaults, device, options)
+    path = os.path.abspath(readable(recording))
+    report = _core.convert(path, _directory(out), readable(ini) if ini else "", defaults, device, options)
     conversion = Conversion(json.loads(report))
     if conversion.data["status"] == "failed":
-        raise ConversionError(f"{path}: {conversion.data['error']}")
+        raise failure("ConversionError", f"{path}: {conversion.data['error']}")
     return conversion
+
+
+def _directory(path: PathLike) -> str:
+    text = path_text(path)
+    try:
+        os.listdir(text)
+    except OSError as error:
+        raise file_error(error) from None
+    return text

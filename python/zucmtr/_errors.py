@@ -2,7 +2,13 @@
 
 from __future__ import annotations
 
-__all__ = ["Error", "FileError", "RecordError", "ConversionError", "ChannelError", "MissingPackageError"]
+import builtins
+import errno
+import os
+import re
+from typing import Union
+
+PathLike = Union[str, bytes, "os.PathLike[str]", "os.PathLike[bytes]"]
 
 
 class Error(Exception):
@@ -10,7 +16,19 @@ class Error(Exception):
 
 
 class FileError(Error, OSError):
-    """A file that does not exist or cannot be read or written; ``filename`` is its path."""
+    """A file that cannot be read or written.
+
+    Attributes
+    ----------
+    filename : str
+        The file, as it was given.
+    errno : int
+        Why, as in the module ``errno``.
+    """
+
+
+class MissingFileError(FileError, FileNotFoundError):
+    """A file that does not exist; see ``FileError``."""
 
 
 class RecordError(Error, ValueError):
@@ -29,4 +47,72 @@ class ChannelError(Error, KeyError):
 
 
 class MissingPackageError(Error, ImportError):
-    """An optional package that the call needs is not installed; ``name`` is its name."""
+    """An optional package that the call needs is not installed.
+
+    Attributes
+    ----------
+    name : str
+        The package, by the name that it is imported by.
+    """
+
+
+# Files that were linked or written elsewhere to be read, and what the user knows them by.
+own_names: dict[str, str] = {}
+
+OPTIONS = re.compile(r"--(ini|defaults|device|lines|encoding|out)\b(:?)")
+
+
+def in_words_of_python(text: str) -> str:
+    """A message of the program, with parameters where that has options."""
+    return OPTIONS.sub(lambda option: option[1] + (option[2] or "="), text)
+
+
+def with_own_names(text: str) -> str:
+    """The text with the files as the user knows them."""
+    for linked, own in list(own_names.items()):
+        text = text.replace(linked, own)
+    return text
+
+
+def failure(kind: str, text: str) -> Exception:
+    """The exception for a failure of the C++ code, which raises it."""
+    kinds: dict[str, type[Exception]] = {"RecordError": RecordError, "ConversionError": ConversionError}
+    return kinds[kind](with_own_names(in_words_of_python(text)))
+
+
+def path_text(path: PathLike) -> str:
+    """The path as a text that the C++ code can take.
+
+    Raises
+    ------
+    FileError
+        It is not UTF-8.
+    """
+    text = os.fsdecode(path)
+    try:
+        text.encode()
+    except UnicodeEncodeError:
+        raise FileError(errno.EILSEQ, "The name is not UTF-8", text) from None
+    return text
+
+
+def readable(path: PathLike) -> str:
+    """The path of a file that can be read, as a text.
+
+    Raises
+    ------
+    FileError
+        It cannot.
+    """
+    text = path_text(path)
+    try:
+        with builtins.open(text, "rb"):
+            return text
+    except OSError as error:
+        raise file_error(error) from None
+
+
+def file_error(error: OSError) -> FileError:
+    """The same failure as an exception of this package."""
+    kind = MissingFileError if isinstance(error, FileNotFoundError) else FileError
+    return kind(error.errno, error.strerror, error.filename)

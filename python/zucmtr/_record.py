@@ -2,15 +2,15 @@
 
 from __future__ import annotations
 
-import builtins
 import datetime
 import html
 import json
 import os
 from collections.abc import Sequence
 from dataclasses import dataclass
+from pathlib import Path
 from types import TracebackType
-from typing import Any, NamedTuple, Optional, Union
+from typing import TYPE_CHECKING, Any, NamedTuple, Optional, Union
 
 import numpy as np
 import numpy.typing as npt
@@ -18,29 +18,54 @@ import numpy.typing as npt
 from . import _core, _plot, _tables
 from ._aliases import Aliases
 from ._channels import AnalogChannel, Channels, DigitalChannel
-from ._errors import FileError
+from ._errors import PathLike, RecordError, path_text, readable, with_own_names
 from ._events import Event, Fault, Summary, moment
 from ._source import Source
 
-PathLike = Union[str, "os.PathLike[str]"]
+if TYPE_CHECKING:
+    import matplotlib.figure
+    import pandas
+    import xarray
 
 
 class Rate(NamedTuple):
-    """A sampling rate, and the last sample (counted from 1) that was taken at it."""
+    """A sampling rate.
 
-    hertz: float  #: 0: only the times of the samples are known
+    Attributes
+    ----------
+    hertz : float
+        Samples per second; 0 if only the times of the samples are known.
+    last : int
+        The last sample that was taken at it, counted from 1.
+    """
+
+    hertz: float
     last: int
 
 
 @dataclass(frozen=True)
 class Finding:
-    """Something in the files of a record that the standard does not allow, but that has only one meaning."""
+    """Something in the files of a record that the standard does not allow, but that has only one meaning.
+
+    Attributes
+    ----------
+    file : str
+        The file.
+    line, column : int
+        Where in it, from 1; 0 stands for the whole file or line.
+    severity : str
+        ``"note"``, ``"warning"`` or ``"error"``.
+    reason : str
+        A word for programs; docs/json.md lists them.
+    text : str
+        What is there, and how it was read.
+    """
 
     file: str
-    line: int  #: from 1; 0: of the whole file
-    column: int  #: from 1; 0: of the whole line
-    severity: str  #: ``"note"``, ``"warning"`` or ``"error"``
-    reason: str  #: a word for programs; docs/json.md lists them
+    line: int
+    column: int
+    severity: str
+    reason: str
     text: str
 
     def __str__(self) -> str:
@@ -49,24 +74,35 @@ class Finding:
 
 
 class Record(Aliases):
-    """A COMTRADE record, or a recording as the record that it makes.
+    """A COMTRADE record, or a recording as the record that it makes; ``zucmtr.open`` gives one.
 
     The configuration is read at once, the samples when they are first asked for. They stay in memory until the record is
     closed and the arrays made of it are gone. A record is a context manager; closing it twice does no harm. It can be
-    pickled: what is kept is how it was opened.
+    used by any number of threads at once, and pickled: what is kept is how it was opened.
+
+    Attributes
+    ----------
+    analog : Channels of AnalogChannel
+        The analog channels.
+    digital : Channels of DigitalChannel
+        The digital (status) channels.
     """
+
+    analog: Channels[AnalogChannel]
+    digital: Channels[DigitalChannel]
 
     def __init__(
         self, path: PathLike, *, encoding: str = "", ini: PathLike = "", defaults: str = "", device: str = ""
     ) -> None:
-        self._path = os.fspath(path)
-        self._options = {"encoding": encoding, "ini": os.fspath(ini), "defaults": defaults, "device": device}
-        try:
-            with builtins.open(self._path, "rb"):
-                pass
-        except OSError as error:
-            raise FileError(error.errno, error.strerror, self._path) from None
-        core = _core.Record(os.path.abspath(self._path), **self._options)
+        self._path = readable(path)
+        configuration = _configuration_of(self._path)
+        if configuration:
+            raise RecordError(f"{self._path}: it is a part of a record; open its configuration {configuration}")
+        self._options = {"encoding": encoding, "ini": ini and readable(ini), "defaults": defaults, "device": device}
+        self._read(os.path.abspath(self._path))
+
+    def _read(self, path: str) -> None:
+        core = _core.Record(path, **self._options)
         self._fields = core.configuration()
         self._source = Source(core)
         self.analog = Channels(
@@ -77,9 +113,9 @@ class Record(Aliases):
         )
 
     @property
-    def path(self) -> str:
+    def path(self) -> Path:
         """The file that was opened, as it was given."""
-        return self._path
+        return Path(self._path)
 
     @property
     def station(self) -> str:
@@ -138,52 +174,103 @@ class Record(Aliases):
 
     @property
     def findings(self) -> tuple[Finding, ...]:
-        """What was forgiven when the record was read; complete once its samples have been."""
-        return tuple(Finding(*fields) for fields in self._source.core.forgiven())
+        """What was forgiven when the record was read; complete once its samples have been. A recording has none."""
+        if not _is_record(self._path):
+            return ()  # of the temporary record
+        return tuple(Finding(with_own_names(file), *rest) for file, *rest in self._source.core.forgiven())
 
     def summary(self, lines: PathLike = "") -> Summary:
-        """What happened: fault, events, operating times.
+        """What happened: fault, events, operating times. It is found out at each call.
 
         Parameters
         ----------
         lines
             File with the data of the lines (``lines.ini``), for the distance to the fault; found as ``zucmtr events``
             finds it if it is empty.
+
+        Raises
+        ------
+        FileError
+            ``lines`` cannot be read.
+        RecordError
+            The samples cannot be read.
         """
-        return Summary(json.loads(self._source.core.summary(os.fspath(lines))))
+        data = self._source.core.summary(lines and readable(lines))
+        return Summary(json.loads(data))
 
     def events(self) -> tuple[Event, ...]:
-        """The sequence of events; see :meth:`summary`."""
+        """The sequence of events, in the order of time, each time in seconds from the trigger; see ``summary``."""
         return self.summary().events
 
     def fault(self, lines: PathLike = "") -> Optional[Fault]:
-        """The short circuit, None if there is none; see :meth:`summary`."""
+        """The short circuit, None if there is none; see ``summary`` for the parameter and what is raised."""
         return self.summary(lines).fault
 
-    def to_dataframe(self) -> Any:
-        """A ``pandas.DataFrame``: a column for each channel, the seconds from the trigger as index.
+    def to_dataframe(self) -> pandas.DataFrame:
+        """The record as a table of pandas.
 
-        Units and station are in ``attrs``. Needs pandas.
+        Returns
+        -------
+        pandas.DataFrame
+            A column for each channel, analog ones (primary values, float64) first, then digital ones (0 or 1, uint8);
+            shape (samples, channels). The index is ``time``, seconds from the trigger. ``attrs`` has the units (a
+            dictionary by columns), station, device and trigger. A name that is there twice gets the channel's number.
+
+        Raises
+        ------
+        MissingPackageError
+            pandas is not installed.
         """
         return _tables.dataframe(self)
 
-    def to_xarray(self) -> Any:
-        """An ``xarray.Dataset``: a variable for each channel, with unit, phase and circuit. Needs xarray."""
+    def to_xarray(self) -> xarray.Dataset:
+        """The record as a dataset of xarray.
+
+        Returns
+        -------
+        xarray.Dataset
+            A variable for each channel over the coordinate ``time`` (seconds from the trigger): primary values as
+            float64, states as bool. Their ``attrs`` have units, phase, circuit and number.
+
+        Raises
+        ------
+        MissingPackageError
+            xarray is not installed.
+        """
         return _tables.dataset(self)
 
     def plot(
-        self, channels: Optional[Sequence[Union[int, str]]] = None, *, digital: bool = True, figure: Any = None
-    ) -> Any:
-        """A figure with the channels, those of one circuit and unit on one axis. Needs matplotlib.
+        self,
+        channels: Optional[Sequence[Union[int, str, tuple[str, str], AnalogChannel]]] = None,
+        *,
+        digital: bool = True,
+        figure: Optional[matplotlib.figure.Figure] = None,
+    ) -> matplotlib.figure.Figure:
+        """Draw the primary values over the seconds from the trigger, those of one circuit and unit on one axis.
+
+        A long record is drawn by the least and the greatest value of each of some thousand stretches, which looks the
+        same.
 
         Parameters
         ----------
         channels
-            Analog channels, by place or name; all of them if it is None.
+            Analog channels: places, names, or the channels themselves; all of them if it is None.
         digital
-            Draw the digital channels that change.
+            Draw bars for the digital channels that change, 24 at most.
         figure
-            Figure of matplotlib to draw in; a new one if it is None.
+            Figure of matplotlib to draw in; a new one of ``pyplot`` if it is None.
+
+        Returns
+        -------
+        matplotlib.figure.Figure
+            One axis for each circuit and unit, then one for the states. A dotted line marks the trigger.
+
+        Raises
+        ------
+        MissingPackageError
+            matplotlib is not installed.
+        ChannelError
+            There is no such channel.
         """
         return _plot.plot(self, channels, digital, figure)
 
@@ -228,23 +315,31 @@ class Record(Aliases):
             ("Device", self.device),
             ("Trigger", self.trigger.isoformat(sep=" ")),
             ("Rates", ", ".join(f"{rate.hertz:g} Hz" for rate in self.rates) or "none"),
-            ("Channels", f"{len(self.analog)} analog, {len(self.digital)} digital"),
             ("Form", f"revision {self.revision}, {self.data_type}"),
         ]
-        rows = "".join(f"<tr><th>{name}</th><td>{html.escape(value)}</td></tr>" for name, value in facts)
+        rows = "".join(f'<tr><th>{name}</th><td style="text-align: left">{html.escape(value)}</td></tr>' for name, value in facts)
         channels = "".join(
-            f"<tr><td>{one.number}</td><td>{html.escape(one.name)}</td><td>{html.escape(one.phase)}</td>"
-            f"<td>{html.escape(one.circuit)}</td><td>{html.escape(one.unit)}</td></tr>"
-            for one in self.analog
+            f"<details><summary>{len(some)} {kind}</summary>{some._repr_html_()}</details>"
+            for kind, some in (("analog channels", self.analog), ("digital channels", self.digital))
+            if len(some)
         )
-        return (
-            f"<b>{html.escape(os.path.basename(self._path))}</b><table>{rows}</table>"
-            f"<details><summary>Analog channels</summary><table>{channels}</table></details>"
-        )
+        return f"<b>{html.escape(os.path.basename(self._path))}</b><table>{rows}</table>{channels}"
 
 
 def _reopen(path: str, options: dict[str, str]) -> Record:
     return Record(path, **options)
+
+
+def _is_record(path: str) -> bool:
+    return path.lower().endswith((".cfg", ".cff"))
+
+
+def _configuration_of(path: str) -> Optional[str]:
+    """The configuration beside another file of a record; None if there is none, or it is no such file."""
+    stem, suffix = os.path.splitext(path)
+    if suffix.lower() not in (".dat", ".hdr", ".inf"):
+        return None
+    return next((stem + cfg for cfg in (".cfg", ".CFG", ".Cfg") if os.path.exists(stem + cfg)), None)
 
 
 def open(
@@ -255,19 +350,25 @@ def open(
     Parameters
     ----------
     path
-        The file. A recording's continuation files are found beside it.
+        The file: a text or a ``pathlib.Path``. A recording's continuation files, and the other files of a record, are
+        found beside it.
     encoding
         Encoding of a record's texts, such as ``"cp866"``; found out if it is empty.
     ini, defaults, device
         For a recording: the recorder's ini file and its sections. Found as ``zucmtr convert`` finds them if they are empty;
         without an ini file the recording is converted without a sorting dictionary.
 
+    Returns
+    -------
+    Record
+        It can be used in a ``with`` statement, which closes it.
+
     Raises
     ------
     FileError
-        The file cannot be read.
+        The file or the ini file cannot be read; ``MissingFileError`` if it does not exist.
     RecordError
-        It is no record, or a damaged one.
+        It is no record, or a damaged one. Damaged samples are found when they are first asked for.
     ConversionError
         The recording cannot be converted.
     """
