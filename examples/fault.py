@@ -36,10 +36,10 @@ def main() -> None:
         print(f"{channel.name:30} {np.nanmax(rms(channel.values, period)):12.1f} {channel.unit} RMS at most")
 
     if len(sys.argv) > 2:
-        figure = record.plot([channel.index for channel in circuit])
+        figure = record.plot(circuit, span=(fault.onset - 0.06, fault.onset + 0.2))
         for axis in figure.axes:
-            axis.axvspan(fault.onset, record.time[-1] if fault.clearing is None else fault.clearing, color="C3", alpha=0.1)
-            axis.set_xlim(fault.onset - 0.06, fault.onset + 0.2)
+            axis.axvspan(fault.onset, record.time[-1] if fault.clearing is None else fault.clearing, color="C3", alpha=0.1,
+                         zorder=0)
         figure.savefig(sys.argv[2], dpi=100)
 
 

@@ -372,8 +372,8 @@ class Channels(Sequence[C], Generic[C]):
 
     def _repr_html_(self) -> str:
         heads = ["Number", "Name", "Phase", "Circuit", "Unit"][: 5 if self._has_units() else 4]
-        rows = "".join(f"<tr>{''.join(_cells(one)[: len(heads)])}</tr>" for one in self._channels)
-        return f"<table><tr>{''.join(f'<th>{head}</th>' for head in heads)}</tr>{rows}</table>"
+        rows = [_row("th", heads), *(_row("td", _texts(one)[: len(heads)]) for one in self._channels)]
+        return f"<table>{''.join(rows)}</table>"
 
     def _has_units(self) -> bool:
         return any(isinstance(one, AnalogChannel) for one in self._channels)
@@ -382,6 +382,11 @@ class Channels(Sequence[C], Generic[C]):
         return self.keys()
 
 
-def _cells(channel: Channel) -> list[str]:
-    texts = [str(channel.number), channel.name, channel.phase, channel.circuit, getattr(channel, "unit", "")]
-    return [f'<td style="text-align: left">{html.escape(text)}</td>' for text in texts]
+def _texts(channel: Channel) -> list[str]:
+    return [str(channel.number), channel.name, channel.phase, channel.circuit, getattr(channel, "unit", "")]
+
+
+def _row(kind: str, texts: Sequence[str]) -> str:
+    # Notebooks align cells to the right.
+    cells = (f'<{kind} style="text-align: left">{html.escape(text)}</{kind}>' for text in texts)
+    return f"<tr>{''.join(cells)}</tr>"

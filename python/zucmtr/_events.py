@@ -47,8 +47,9 @@ class Event:
 
     @classmethod
     def _of(cls, fields: Mapping[str, Any]) -> Event:
-        event = {name: fields[name] for name in cls.__dataclass_fields__}
-        return cls(**{**event, "time": float(event["time"])})
+        event: dict[str, Any] = {name: fields[name] for name in cls.__dataclass_fields__}
+        event["time"] = float(event["time"])
+        return cls(**event)
 
 
 @dataclass(frozen=True)

@@ -23,8 +23,8 @@ from ._events import Event, Fault, Summary, moment
 from ._source import Source
 
 if TYPE_CHECKING:
-    import matplotlib.figure
-    import pandas
+    import matplotlib.figure  # type: ignore[import]
+    import pandas  # type: ignore[import]
     import xarray
 
 
@@ -98,7 +98,8 @@ class Record(Aliases):
         configuration = _configuration_of(self._path)
         if configuration:
             raise RecordError(f"{self._path}: it is a part of a record; open its configuration {configuration}")
-        self._options = {"encoding": encoding, "ini": ini and readable(ini), "defaults": defaults, "device": device}
+        ini = readable(ini) if ini else ""
+        self._options = {"encoding": encoding, "ini": ini, "defaults": defaults, "device": device}
         self._read(os.path.abspath(self._path))
 
     def _read(self, path: str) -> None:
@@ -177,7 +178,7 @@ class Record(Aliases):
         """What was forgiven when the record was read; complete once its samples have been. A recording has none."""
         if not _is_record(self._path):
             return ()  # of the temporary record
-        return tuple(Finding(with_own_names(file), *rest) for file, *rest in self._source.core.forgiven())
+        return tuple(Finding(with_own_names(fields[0]), *fields[1:]) for fields in self._source.core.forgiven())
 
     def summary(self, lines: PathLike = "") -> Summary:
         """What happened: fault, events, operating times. It is found out at each call.
@@ -195,7 +196,7 @@ class Record(Aliases):
         RecordError
             The samples cannot be read.
         """
-        data = self._source.core.summary(lines and readable(lines))
+        data = self._source.core.summary(readable(lines) if lines else "")
         return Summary(json.loads(data))
 
     def events(self) -> tuple[Event, ...]:
@@ -237,19 +238,20 @@ class Record(Aliases):
         MissingPackageError
             xarray is not installed.
         """
-        return _tables.dataset(self)
+        data: xarray.Dataset = _tables.dataset(self)
+        return data
 
     def plot(
         self,
         channels: Optional[Sequence[Union[int, str, tuple[str, str], AnalogChannel]]] = None,
         *,
         digital: bool = True,
+        span: Optional[tuple[float, float]] = None,
         figure: Optional[matplotlib.figure.Figure] = None,
     ) -> matplotlib.figure.Figure:
         """Draw the primary values over the seconds from the trigger, those of one circuit and unit on one axis.
 
-        A long record is drawn by the least and the greatest value of each of some thousand stretches, which looks the
-        same.
+        A long stretch is drawn by the least and the greatest value of each of some thousand parts, which looks the same.
 
         Parameters
         ----------
@@ -257,6 +259,8 @@ class Record(Aliases):
             Analog channels: places, names, or the channels themselves; all of them if it is None.
         digital
             Draw bars for the digital channels that change, 24 at most.
+        span
+            Draw what is between these two times, seconds from the trigger; all of it if it is None.
         figure
             Figure of matplotlib to draw in; a new one of ``pyplot`` if it is None.
 
@@ -272,7 +276,7 @@ class Record(Aliases):
         ChannelError
             There is no such channel.
         """
-        return _plot.plot(self, channels, digital, figure)
+        return _plot.plot(self, channels, digital, span, figure)
 
     def close(self) -> None:
         """Let the samples go. Arrays that were taken stay valid; nothing more can be asked of the record."""
@@ -318,10 +322,12 @@ class Record(Aliases):
             ("Form", f"revision {self.revision}, {self.data_type}"),
         ]
         rows = "".join(f'<tr><th>{name}</th><td style="text-align: left">{html.escape(value)}</td></tr>' for name, value in facts)
+        tables = [("analog", len(self.analog), self.analog._repr_html_())]
+        tables += [("digital", len(self.digital), self.digital._repr_html_())]
         channels = "".join(
-            f"<details><summary>{len(some)} {kind}</summary>{some._repr_html_()}</details>"
-            for kind, some in (("analog channels", self.analog), ("digital channels", self.digital))
-            if len(some)
+            f"<details><summary>{count} {kind} channels</summary>{table}</details>"
+            for kind, count, table in tables
+            if count
         )
         return f"<b>{html.escape(os.path.basename(self._path))}</b><table>{rows}</table>{channels}"
 
