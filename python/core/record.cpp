@@ -15,6 +15,7 @@
 #include <cmath>
 #include <memory>
 #include <mutex>
+#include <numeric>
 
 namespace core {
 
@@ -190,6 +191,22 @@ py::array TimesOf(Record& record)
     return ArrayOf(std::move(times));
 }
 
+// The sample numbers as stored.
+py::array NumbersOf(Record& record)
+{
+    std::vector<quint32> numbers;
+    {
+        const py::gil_scoped_release released;
+        const comtrade::Samples& samples = record.Samples();
+        numbers = samples.Numbers();
+        if (numbers.empty()) {
+            numbers.resize(static_cast<size_t>(samples.Count()));
+            std::iota(numbers.begin(), numbers.end(), 1U);
+        }
+    }
+    return ArrayOf(std::move(numbers));
+}
+
 py::tuple MomentOf(const comtrade::TimeStamp& stamp)
 {
     return py::make_tuple(stamp.date.year(), stamp.date.month(), stamp.date.day(), stamp.nanoseconds);
@@ -300,6 +317,7 @@ void AddRecord(py::module_& module)
         .def("states", &StatesOf, py::arg("channel"))
         .def("changes", &ChangesOf, py::arg("channel"))
         .def("times", &TimesOf)
+        .def("numbers", &NumbersOf)
         .def("summary", &SummaryOf, py::arg("lines"))
         .def("forgiven", &ForgivenOf);
 }
