@@ -125,9 +125,18 @@ const comtrade::Samples& SamplesOf(Record& record)
     return record.Samples();
 }
 
+// The samples know no bounds of their own.
+void CheckPlace(size_t channel, size_t count)
+{
+    if (channel >= count)
+        throw py::index_error("there is no such channel");
+}
+
 py::array CodesOf(const py::object& self, size_t channel)
 {
-    const comtrade::Samples& samples = SamplesOf(self.cast<Record&>());
+    auto& record = self.cast<Record&>();
+    CheckPlace(channel, record.Config().analog.size());
+    const comtrade::Samples& samples = SamplesOf(record);
     return std::visit(
         [&self](const auto& codes) -> py::array { return ViewOf(codes.data(), codes.size(), self); },
         samples.Analog(channel));
@@ -136,10 +145,11 @@ py::array CodesOf(const py::object& self, size_t channel)
 // a * code + b in the channel's unit, NaN where the value is missing.
 py::array ValuesOf(Record& record, size_t channel)
 {
+    CheckPlace(channel, record.Config().analog.size());
     std::vector<double> values;
     {
         const py::gil_scoped_release released;
-        const comtrade::AnalogChannel& about = record.Config().analog.at(channel);
+        const comtrade::AnalogChannel& about = record.Config().analog[channel];
         std::visit(
             [&](const auto& codes) {
                 using Number = typename std::decay_t<decltype(codes)>::value_type;
@@ -159,6 +169,7 @@ py::array ValuesOf(Record& record, size_t channel)
 
 py::array StatesOf(Record& record, size_t channel)
 {
+    CheckPlace(channel, record.Config().states.size());
     std::vector<quint8> states;
     {
         const py::gil_scoped_release released;
@@ -173,6 +184,7 @@ py::array StatesOf(Record& record, size_t channel)
 
 py::tuple ChangesOf(Record& record, size_t channel)
 {
+    CheckPlace(channel, record.Config().states.size());
     comtrade::Changes changes;
     {
         const py::gil_scoped_release released;
