@@ -15,6 +15,7 @@
 #include <cmath>
 #include <memory>
 #include <mutex>
+#include <numeric>
 
 namespace core {
 
@@ -124,9 +125,18 @@ const comtrade::Samples& SamplesOf(Record& record)
     return record.Samples();
 }
 
+// The samples know no bounds of their own.
+void CheckPlace(size_t channel, size_t count)
+{
+    if (channel >= count)
+        throw py::index_error("there is no such channel");
+}
+
 py::array CodesOf(const py::object& self, size_t channel)
 {
-    const comtrade::Samples& samples = SamplesOf(self.cast<Record&>());
+    auto& record = self.cast<Record&>();
+    CheckPlace(channel, record.Config().analog.size());
+    const comtrade::Samples& samples = SamplesOf(record);
     return std::visit(
         [&self](const auto& codes) -> py::array { return ViewOf(codes.data(), codes.size(), self); },
         samples.Analog(channel));
@@ -135,10 +145,11 @@ py::array CodesOf(const py::object& self, size_t channel)
 // a * code + b in the channel's unit, NaN where the value is missing.
 py::array ValuesOf(Record& record, size_t channel)
 {
+    CheckPlace(channel, record.Config().analog.size());
     std::vector<double> values;
     {
         const py::gil_scoped_release released;
-        const comtrade::AnalogChannel& about = record.Config().analog.at(channel);
+        const comtrade::AnalogChannel& about = record.Config().analog[channel];
         std::visit(
             [&](const auto& codes) {
                 using Number = typename std::decay_t<decltype(codes)>::value_type;
@@ -158,6 +169,7 @@ py::array ValuesOf(Record& record, size_t channel)
 
 py::array StatesOf(Record& record, size_t channel)
 {
+    CheckPlace(channel, record.Config().states.size());
     std::vector<quint8> states;
     {
         const py::gil_scoped_release released;
@@ -180,6 +192,7 @@ int StateOf(Record& record, size_t channel, size_t sample)
 
 py::tuple ChangesOf(Record& record, size_t channel)
 {
+    CheckPlace(channel, record.Config().states.size());
     comtrade::Changes changes;
     {
         const py::gil_scoped_release released;
@@ -196,6 +209,22 @@ py::array TimesOf(Record& record)
         times = record.Times();
     }
     return ArrayOf(std::move(times));
+}
+
+// The sample numbers as stored.
+py::array NumbersOf(Record& record)
+{
+    std::vector<quint32> numbers;
+    {
+        const py::gil_scoped_release released;
+        const comtrade::Samples& samples = record.Samples();
+        numbers = samples.Numbers();
+        if (numbers.empty()) {
+            numbers.resize(static_cast<size_t>(samples.Count()));
+            std::iota(numbers.begin(), numbers.end(), 1U);
+        }
+    }
+    return ArrayOf(std::move(numbers));
 }
 
 py::tuple MomentOf(const comtrade::TimeStamp& stamp)
@@ -309,6 +338,7 @@ void AddRecord(py::module_& module)
         .def("state", &StateOf, py::arg("channel"), py::arg("sample"))
         .def("changes", &ChangesOf, py::arg("channel"))
         .def("times", &TimesOf)
+        .def("numbers", &NumbersOf)
         .def("summary", &SummaryOf, py::arg("lines"))
         .def("forgiven", &ForgivenOf);
 }

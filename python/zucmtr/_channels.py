@@ -194,7 +194,7 @@ class AnalogChannel(Channel, AnalogAliases):
         to_primary = float(self._fields["primary_factor"])
         if side == "primary":
             return to_primary
-        if side == "secondary" and self.side == "P" and self.primary and self.secondary:
+        if side == "secondary" and self.side == "P" and self.primary > 0 and self.secondary > 0:
             return self.secondary / self.primary
         return 1.0
 

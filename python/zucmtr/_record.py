@@ -164,6 +164,11 @@ class Record(Aliases):
         return self._source.time
 
     @property
+    def numbers(self) -> npt.NDArray[np.uint32]:
+        """Number of each sample as stored, usually 1, 2, 3 ..., shape (samples,), uint32, read-only."""
+        return self._source.core.numbers()
+
+    @property
     def header(self) -> str:
         """Text of the HDR file, the fault report, its lines ended by a line feed; empty if there is none."""
         return self._source.core.header().replace("\r\n", "\n")
