@@ -54,7 +54,8 @@ class ExamplesTest(Case):
         drawn, shown = (image.imread(path)[..., :3] for path in (figure, PICTURE))
         self.assertEqual(drawn.shape, shown.shape)
         # The picture of README.md may have fewer colours, and its letters come from another version of the fonts.
-        self.assertLess(abs(drawn - shown).mean(), 0.01, "make docs/images/python.png again: tests/view/screenshots.py")
+        differing = (abs(drawn - shown).max(axis=2) > 0.25).mean()
+        self.assertLess(differing, 0.002, "make docs/images/python.png again: tests/view/screenshots.py")
 
 
 if __name__ == "__main__":

@@ -176,6 +176,8 @@ class GatheredTest(Case):
         with self.assertRaises(zucmtr.RecordError) as caught:
             zucmtr.read("Station,RAS,2013\n3,2A\n", "")
         self.assertRegex(str(caught.exception), "^record.cfg, line 2")
+        configuration.write_text(configuration.read_text(encoding="utf-8").replace("50\n", "50 \n"), encoding="utf-8")
+        self.assertEqual({finding.file for finding in zucmtr.load(configuration, data).findings}, {str(configuration)})
         self.assertEqual(self.left_in_temporary_directory(), [])
 
 
