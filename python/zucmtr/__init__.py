@@ -7,7 +7,17 @@ from __future__ import annotations
 
 from ._channels import AnalogChannel, Changes, Channels, DigitalChannel
 from ._convert import Conversion, convert
-from ._errors import ChannelError, ConversionError, Error, FileError, MissingPackageError, RecordError
+from ._errors import (
+    ChannelError,
+    ConversionError,
+    Error,
+    FileError,
+    FilePresentError,
+    MissingPackageError,
+    RecordError,
+    SaveError,
+    SaveWarning,
+)
 from ._events import Distance, Event, Fault, FaultPart, Summary
 from ._record import Finding, Rate, Record, open
 
@@ -25,11 +35,14 @@ __all__ = [
     "Fault",
     "FaultPart",
     "FileError",
+    "FilePresentError",
     "Finding",
     "MissingPackageError",
     "Rate",
     "Record",
     "RecordError",
+    "SaveError",
+    "SaveWarning",
     "Summary",
     "convert",
     "open",

@@ -2,7 +2,8 @@
 
 from __future__ import annotations
 
-__all__ = ["Error", "FileError", "RecordError", "ConversionError", "ChannelError", "MissingPackageError"]
+__all__ = ["Error", "FileError", "RecordError", "ConversionError", "SaveError", "ChannelError", "FilePresentError",
+           "MissingPackageError", "SaveWarning"]
 
 
 class Error(Exception):
@@ -13,12 +14,23 @@ class FileError(Error, OSError):
     """A file that does not exist or cannot be read or written; ``filename`` is its path."""
 
 
+class FilePresentError(FileError, FileExistsError):
+    """A file that is there already and is not to be replaced."""
+
+
 class RecordError(Error, ValueError):
     """A record that cannot be read: the text says in which file and line, and what is wrong."""
 
 
 class ConversionError(Error, ValueError):
     """A recording that cannot be converted, a record that is not right, or an ini file that does not load."""
+
+
+class SaveError(Error, ValueError):
+    """A record that cannot be saved as it was asked for: the form does not hold it, or there is nothing of what was chosen.
+
+    The text names the place and, where there is one, a form that holds it.
+    """
 
 
 class ChannelError(Error, KeyError):
@@ -30,3 +42,7 @@ class ChannelError(Error, KeyError):
 
 class MissingPackageError(Error, ImportError):
     """An optional package that the call needs is not installed; ``name`` is its name."""
+
+
+class SaveWarning(UserWarning):
+    """What :meth:`zucmtr.Record.save` had to change, leave out or read in a forgiving way, without being asked to."""

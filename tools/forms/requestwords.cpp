@@ -217,6 +217,10 @@ Request RequestOf(const FormWords& form, const PartWords& part, const QString& o
         request.channels += QString::fromStdString(channels).split(QLatin1Char(','));
     request.channels.removeAll(QString());
     request.places = part.places;
+    if (!part.channels.empty() && request.channels.isEmpty() && part.places.IsEmpty()) // all would be kept
+        throw WordError(
+            Tr("export", "%1: '%2' names no channel")
+                .arg(QLatin1String(names.channels), QString::fromStdString(part.channels.front())));
     request.changingOnly = part.changingOnly;
     request.every = static_cast<int>(part.every.value_or(1));
     request.rate = part.rate.value_or(0);

@@ -55,6 +55,7 @@ struct OptionNames
     const char* from;
     const char* to;
     const char* window;
+    const char* channels;
     const char* every;
     const char* rate;
     const char* out; ///< path of what is written

@@ -125,9 +125,7 @@ ExitCode Explain(const QString& file, bool json)
     } catch (const forms::MomentError& error) {
         return Refuse(file, reason::NothingThere, error.Message(), json);
     } catch (const forms::Different& error) {
-        return Refuse(file, reason::RecordWrong,
-                      Tr("export", "what was written is wrong and was removed: %1").arg(error.Message()),
-                      json);
+        return Refuse(file, reason::RecordWrong, error.Message(), json);
     } catch (const StagingError& error) {
         return Refuse(file, reason::RecordNotInPlace, error.Message(), json);
     } catch (const forms::FileError& error) {
@@ -152,10 +150,23 @@ ExitCode Show(const ExportTarget& target, const forms::Request& request, const E
     }
 }
 
-forms::Request RequestOf(const ExportOptions& options, const QString& out)
+// What is to be done with each of the files.
+struct Plan
+{
+    forms::Request request;
+    std::vector<ExportTarget> targets;
+};
+
+Plan PlanOf(const ExportOptions& options)
 {
     try {
-        return forms::RequestOf(options.form, options.part, out, ExportOptionNames());
+        const QString out = FromUtf8(options.out);
+        Plan plan;
+        plan.request = forms::RequestOf(options.form, options.part, out, ExportOptionNames());
+        if (options.makeOut)
+            MakeDirectory(QStringLiteral("--out"), out);
+        plan.targets = TargetsOf(FromUtf8(options.files), out, plan.request.form, ExportOptionNames());
+        return plan;
     } catch (const forms::WordError& error) {
         throw UsageError(error.Message(), QStringLiteral("zucmtr export"));
     }
@@ -166,18 +177,13 @@ int RunExport(const ExportOptions& options)
     interrupt::Install();
     std::signal(SIGPIPE, SIG_IGN);
     LimitMemory(options.maxMemory);
-    const QString out = FromUtf8(options.out);
-    const forms::Request request = RequestOf(options, out);
-    if (options.makeOut)
-        MakeDirectory(QStringLiteral("--out"), out);
-    const std::vector<ExportTarget> targets =
-        TargetsOf(FromUtf8(options.files), out, request.form, ExportOptionNames());
-    Progress progress(targets.size(), targets.size() > 1);
+    const Plan plan = PlanOf(options);
+    Progress progress(plan.targets.size(), plan.targets.size() > 1);
     ExitCode worst = ExitDone;
-    for (size_t i = 0; i < targets.size() && !interrupt::Came(); ++i) {
+    for (size_t i = 0; i < plan.targets.size() && !interrupt::Came(); ++i) {
         progress.Show(i);
         progress.Hide();
-        worst = std::max(worst, Show(targets[i], request, options));
+        worst = std::max(worst, Show(plan.targets[i], plan.request, options));
     }
     if (interrupt::Came())
         return interrupt::ExitCode();

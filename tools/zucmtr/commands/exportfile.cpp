@@ -4,6 +4,7 @@
 #include "forms/fileerror.h"
 #include "inicheck/nearest.h"
 #include "output/outputfile.h"
+#include "text/texts.h"
 #include "zucmtr/files/staging.h"
 
 #include <QFile>
@@ -81,6 +82,9 @@ ExportResult ExportFile(const ExportOrder& order, const forms::OptionNames& name
     try {
         return order.target.stream.isEmpty() ? ToFiles(source, request, order)
                                              : ToStream(source, request, order.target.stream);
+    } catch (const forms::Different& error) {
+        throw forms::Different(
+            Tr("export", "what was written is wrong and was removed: %1").arg(error.Message()));
     } catch (const forms::NoSuchChannel& error) {
         throw forms::NoSuchChannel(error.Message() + Meant(order, error.pattern), error.pattern);
     }

@@ -8,8 +8,8 @@
 const forms::OptionNames& ExportOptionNames()
 {
     static const forms::OptionNames names = {
-        "--form", "--data", "--revision", "--out-encoding", "--side", "--time", "--decimal-comma",
-        "--from", "--to",   "--window",   "--every",        "--rate", "--out"};
+        "--form", "--data", "--revision", "--out-encoding", "--side",  "--time", "--decimal-comma",
+        "--from", "--to",   "--window",   "--channels",     "--every", "--rate", "--out"};
     return names;
 }
 

@@ -38,10 +38,9 @@ ExportTarget TargetOf(const QString& file, const QString& out, Form form, const 
         const output::Target end = output::TargetOf(out);
         if (end.kind == output::Kind::Stream) {
             if (form == Form::Cfg)
-                throw UsageError(Tr("export", "%1 %2: a record of several files needs a name or a "
-                                              "directory; %3 csv or %3 cff makes one file")
-                                     .arg(QLatin1String(names.out), out, QLatin1String(names.form)),
-                                 QStringLiteral("zucmtr export"));
+                throw forms::WordError(Tr("export", "%1 %2: a record of several files needs a name or a "
+                                                    "directory; %3 csv or %3 cff makes one file")
+                                           .arg(QLatin1String(names.out), out, QLatin1String(names.form)));
             target.stream = out;
             return target;
         }

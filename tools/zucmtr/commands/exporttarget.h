@@ -23,7 +23,7 @@ struct ExportTarget
 
 /// The targets of the files. out: the path of --out, empty if it is not given: then each goes beside its
 /// file. names: for texts. Throws ConfigurationError for targets that are the file itself or that of another,
-/// or that cannot be written.
+/// or that cannot be written, forms::WordError for several files to one stream.
 std::vector<ExportTarget> TargetsOf(const QStringList& files, const QString& out, forms::Form form,
                                     const forms::OptionNames& names);
 
