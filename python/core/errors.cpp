@@ -17,15 +17,17 @@ QString FromPython(const std::string& text)
     return QString::fromUtf8(text.data(), static_cast<int>(text.size()));
 }
 
-namespace {
-
 void Raise(const char* name, const QString& message)
 {
     const py::object failure = py::module_::import("zucmtr._errors").attr("failure")(name, ToPython(message));
     PyErr_SetObject(py::type::of(failure).ptr(), failure.ptr());
 }
 
-} // namespace
+void RaiseFileError(const char* name, int code, const QString& message, const QString& path)
+{
+    const py::object type = py::module_::import("zucmtr._errors").attr(name);
+    PyErr_SetObject(type.ptr(), py::make_tuple(code, ToPython(message), ToPython(path)).ptr());
+}
 
 void AddErrors(py::module_& /*module*/)
 {

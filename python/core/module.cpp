@@ -10,4 +10,5 @@ PYBIND11_MODULE(_core, module)
     core::AddErrors(module);
     core::AddRecord(module);
     core::AddConvert(module);
+    core::AddSave(module);
 }

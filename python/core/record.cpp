@@ -62,6 +62,7 @@ public:
 
     const Configuration& Config() const { return config; }
     const QString& Header() const { return header; }
+    const QString& Path() const { return source->Path(); }
     const QByteArray& Information() const { return information; }
 
     // To be called without the interpreter's lock.
@@ -328,6 +329,7 @@ void AddRecord(py::module_& module)
         .def(py::init(&Record::Open), py::arg("path"), py::arg("encoding"), py::arg("ini"),
              py::arg("defaults"), py::arg("device"))
         .def("configuration", &ConfigurationOf)
+        .def("path", [](const Record& record) { return ToPython(record.Path()); })
         .def("header", [](const Record& record) { return ToPython(record.Header()); })
         .def("information", [](const Record& record) { return BytesOf(record.Information()); })
         .def("count", [](Record& record) { return SamplesOf(record).Count(); })

@@ -15,6 +15,7 @@ take. Failures are under ``Error``. docs/python.md has examples that can be run.
 from __future__ import annotations
 
 from ._channels import AnalogChannel, Changes, Channel, Channels, DigitalChannel
+from ._configuration import Finding, Rate
 from ._convert import Conversion, convert
 from ._core import version as __version__
 from ._errors import (
@@ -22,13 +23,16 @@ from ._errors import (
     ConversionError,
     Error,
     FileError,
+    FilePresentError,
     MissingFileError,
     MissingPackageError,
     RecordError,
+    SaveError,
+    SaveWarning,
 )
 from ._events import Distance, Event, Fault, FaultPart, Summary
 from ._load import load, read
-from ._record import Finding, Rate, Record, open
+from ._record import Record, open
 
 __all__ = [
     "AnalogChannel",
@@ -45,12 +49,15 @@ __all__ = [
     "Fault",
     "FaultPart",
     "FileError",
+    "FilePresentError",
     "Finding",
     "MissingFileError",
     "MissingPackageError",
     "Rate",
     "Record",
     "RecordError",
+    "SaveError",
+    "SaveWarning",
     "Summary",
     "__version__",
     "convert",

@@ -31,12 +31,23 @@ class MissingFileError(FileError, FileNotFoundError):
     """A file that does not exist; see ``FileError``."""
 
 
+class FilePresentError(FileError, FileExistsError):
+    """A file that is there already and is not to be replaced."""
+
+
 class RecordError(Error, ValueError):
     """A record that cannot be read: the text says in which file and line, and what is wrong."""
 
 
 class ConversionError(Error, ValueError):
     """A recording that cannot be converted, a record that is not right, or an ini file that does not load."""
+
+
+class SaveError(Error, ValueError):
+    """A record that cannot be saved as it was asked for: the form does not hold it, or there is nothing of what was chosen.
+
+    The text names the place and, where there is one, a form that holds it.
+    """
 
 
 class ChannelError(Error, KeyError):
@@ -54,6 +65,10 @@ class MissingPackageError(Error, ImportError):
     name : str
         The package, by the name that it is imported by.
     """
+
+
+class SaveWarning(UserWarning):
+    """What :meth:`zucmtr.Record.save` had to change, leave out or read in a forgiving way, without being asked to."""
 
 
 # Files that were linked or written elsewhere to be read, and what the user knows them by.
@@ -75,8 +90,8 @@ def with_own_names(text: str) -> str:
 
 
 def failure(kind: str, text: str) -> Exception:
-    """The exception for a failure of the C++ code, which raises it."""
-    kinds: dict[str, type[Exception]] = {"RecordError": RecordError, "ConversionError": ConversionError}
+    """The exception of this module for a failure of the C++ code, which raises it."""
+    kinds: dict[str, type[Error]] = {one.__name__: one for one in (RecordError, ConversionError, SaveError, ChannelError)}
     return kinds[kind](with_own_names(in_words_of_python(text)))
 
 

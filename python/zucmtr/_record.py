@@ -7,10 +7,9 @@ import html
 import json
 import os
 from collections.abc import Sequence
-from dataclasses import dataclass
 from pathlib import Path
 from types import TracebackType
-from typing import TYPE_CHECKING, Any, NamedTuple, Optional, Union
+from typing import TYPE_CHECKING, Any, Optional, Union
 
 import numpy as np
 import numpy.typing as npt
@@ -18,59 +17,16 @@ import numpy.typing as npt
 from . import _core, _plot, _tables
 from ._aliases import Aliases
 from ._channels import AnalogChannel, Channels, DigitalChannel
+from ._configuration import Finding, Rate, configuration_of, is_record
 from ._errors import PathLike, RecordError, path_text, readable, with_own_names
 from ._events import Event, Fault, Summary, moment
+from ._save import ChannelChoice, Moment, save
 from ._source import Source
 
 if TYPE_CHECKING:
     import matplotlib.figure  # type: ignore[import]
     import pandas  # type: ignore[import]
     import xarray
-
-
-class Rate(NamedTuple):
-    """A sampling rate.
-
-    Attributes
-    ----------
-    hertz : float
-        Samples per second; 0 if only the times of the samples are known.
-    last : int
-        The last sample that was taken at it, counted from 1.
-    """
-
-    hertz: float
-    last: int
-
-
-@dataclass(frozen=True)
-class Finding:
-    """Something in the files of a record that the standard does not allow, but that has only one meaning.
-
-    Attributes
-    ----------
-    file : str
-        The file.
-    line, column : int
-        Where in it, from 1; 0 stands for the whole file or line.
-    severity : str
-        ``"note"``, ``"warning"`` or ``"error"``.
-    reason : str
-        A word for programs; docs/json.md lists them.
-    text : str
-        What is there, and how it was read.
-    """
-
-    file: str
-    line: int
-    column: int
-    severity: str
-    reason: str
-    text: str
-
-    def __str__(self) -> str:
-        place = ":".join([self.file] + [str(number) for number in (self.line, self.column) if number])
-        return f"{place}: {self.severity}: {self.text}"
 
 
 class Record(Aliases):
@@ -95,7 +51,7 @@ class Record(Aliases):
         self, path: PathLike, *, encoding: str = "", ini: PathLike = "", defaults: str = "", device: str = ""
     ) -> None:
         self._path = readable(path)
-        configuration = _configuration_of(self._path)
+        configuration = configuration_of(self._path)
         if configuration:
             raise RecordError(f"{self._path}: it is a part of a record; open its configuration {configuration}")
         ini = readable(ini) if ini else ""
@@ -103,6 +59,7 @@ class Record(Aliases):
         self._read(os.path.abspath(self._path))
 
     def _read(self, path: str) -> None:
+        self._file = path
         core = _core.Record(path, **self._options)
         self._fields = core.configuration()
         self._source = Source(core)
@@ -181,7 +138,7 @@ class Record(Aliases):
     @property
     def findings(self) -> tuple[Finding, ...]:
         """What was forgiven when the record was read; complete once its samples have been. A recording has none."""
-        if not _is_record(self._path):
+        if not is_record(self._path):
             return ()  # of the temporary record
         return tuple(Finding(with_own_names(fields[0]), *fields[1:]) for fields in self._source.core.forgiven())
 
@@ -283,6 +240,111 @@ class Record(Aliases):
         """
         return _plot.plot(self, channels, digital, span, figure)
 
+    def save(
+        self,
+        path: PathLike,
+        *,
+        form: Optional[str] = None,
+        data: Optional[str] = None,
+        revision: Union[int, str, None] = None,
+        encoding: Optional[str] = None,
+        side: Optional[str] = None,
+        time: Optional[str] = None,
+        decimal_comma: bool = False,
+        start: Optional[Moment] = None,
+        stop: Optional[Moment] = None,
+        window: Union[float, str, None] = None,
+        channels: Optional[ChannelChoice] = None,
+        changing_only: bool = False,
+        every: Optional[int] = None,
+        rate: Optional[float] = None,
+        overwrite: bool = False,
+    ) -> Path:
+        """Write the record, or a part of it, in another form; read it back and compare it.
+
+        The words are those of ``zucmtr export`` (docs/export.md). The record is read from its files once more. Files appear
+        under their names when all of them are written and compared; after a failure or an interrupt nothing is left of them.
+
+        Parameters
+        ----------
+        path
+            The file, whose suffix decides the form: ``.cfg`` (with ``.dat`` and, if there are texts, ``.hdr`` and ``.inf``
+            beside it), ``.cff``, ``.csv`` or ``.mat``. Or an existing directory: the file gets the name of this one.
+        form
+            ``"cfg"``, ``"cff"``, ``"csv"`` or ``"mat"``, where the suffix does not say it; ``"cfg"`` by default.
+        data
+            Of COMTRADE: ``"ascii"``, ``"binary"``, ``"binary32"`` or ``"float32"``; by default as in the record.
+        revision
+            Of COMTRADE: 1999 or 2013; by default as in the record, if it allows the form.
+        encoding
+            Of the texts of COMTRADE: ``"utf8"``, the default, or ``"cp1251"``.
+        side
+            ``"primary"`` or ``"secondary"``: a and b are multiplied by the ratio of the factors; by default as stored.
+        time
+            Of a table: ``"seconds"`` from the trigger, the default, or ``"iso"``, date and time.
+        decimal_comma
+            Of a table: numbers with a decimal comma, columns separated by semicolons.
+        start, stop
+            Limits of a part, themselves included: seconds from the trigger, or a datetime (by the clock of the record if it is
+            naive). A text is read as the program reads it: ``"200ms"``.
+        window
+            Seconds around the trigger, a third of them before it; or ``"fault"``: from 0.1 s before the fault to 0.1 s after it.
+        channels
+            Channels to keep: names, circuits or numbers (``"A3"``, ``"D5"``; ``*`` and ``?`` stand for any letters), circuit and
+            signal, places of analog channels from 0, or channels of this record. One or several; all by default.
+        changing_only
+            Leave out digital channels that never change in the part.
+        every
+            Keep the first sample and each N-th after it, without a filter.
+        rate
+            Hertz: what the samples would have been at this rate, with a filter against aliasing.
+        overwrite
+            Replace files that are there. The files of this record are never replaced.
+
+        Returns
+        -------
+        pathlib.Path
+            The file; the ``.cfg`` of several.
+
+        Raises
+        ------
+        SaveError
+            The form cannot hold a value, or there is no sample, no fault, no factor for what was asked. The text names the
+            place, and a form that holds it.
+        ChannelError
+            There is no such channel.
+        FilePresentError
+            A file is there already; it is a ``FileError`` and a ``FileExistsError``.
+        FileError
+            A file cannot be written.
+        RecordError
+            The record cannot be read.
+        ValueError
+            An argument is wrong, or contradicts another one.
+
+        Warns
+        -----
+        SaveWarning
+            Something was read in a forgiving way, rounded or left out without being asked for: the text says what.
+        """
+        options = {
+            "form": form,
+            "data": data,
+            "revision": revision,
+            "encoding": encoding,
+            "side": side,
+            "time": time,
+            "decimal_comma": decimal_comma,
+            "start": start,
+            "stop": stop,
+            "window": window,
+            "changing_only": changing_only,
+            "every": every,
+            "rate": rate,
+            "overwrite": overwrite,
+        }
+        return save(self, path_text(path), channels, options)
+
     def close(self) -> None:
         """Let the samples go. Arrays that were taken stay valid; nothing more can be asked of the record."""
         self._source.close()
@@ -310,7 +372,7 @@ class Record(Aliases):
         return True
 
     def __reduce__(self) -> tuple[Any, ...]:
-        return _reopen, (os.path.abspath(self._path), self._options)
+        return _reopen, (self._file, self._options)
 
     def __repr__(self) -> str:
         return (
@@ -339,18 +401,6 @@ class Record(Aliases):
 
 def _reopen(path: str, options: dict[str, str]) -> Record:
     return Record(path, **options)
-
-
-def _is_record(path: str) -> bool:
-    return path.lower().endswith((".cfg", ".cff"))
-
-
-def _configuration_of(path: str) -> Optional[str]:
-    """The configuration beside another file of a record; None if there is none, or it is no such file."""
-    stem, suffix = os.path.splitext(path)
-    if suffix.lower() not in (".dat", ".hdr", ".inf"):
-        return None
-    return next((stem + cfg for cfg in (".cfg", ".CFG", ".Cfg") if os.path.exists(stem + cfg)), None)
 
 
 def open(

@@ -1,7 +1,6 @@
 #include "forms/bufferedfile.h"
 
 #include "explain/system.h"
-#include "text/error.h"
 #include "text/texts.h"
 
 #include <algorithm>
@@ -48,8 +47,9 @@ void BufferedFile::Flush()
 
 void BufferedFile::Fail() const
 {
-    throw text::Error(Tr("forms", "'%1' cannot be written: %2")
-                          .arg(file.fileName(), explain::SystemText(file.errorString())));
+    throw FileError(Tr("forms", "'%1' cannot be written: %2")
+                        .arg(file.fileName(), explain::SystemText(file.errorString())),
+                    file);
 }
 
 } // namespace forms

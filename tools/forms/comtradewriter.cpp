@@ -14,7 +14,8 @@ const QByteArray LineEnd = "\r\n";
 [[noreturn]] void Fail(const QFile& file)
 {
     throw FileError(Tr("export", "%1 cannot be written: %2; check the directory and the free space")
-                        .arg(file.fileName(), explain::SystemText(file.errorString())));
+                        .arg(file.fileName(), explain::SystemText(file.errorString())),
+                    file);
 }
 
 void WriteWhole(const QString& path, const QByteArray& bytes)
