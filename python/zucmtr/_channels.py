@@ -149,9 +149,7 @@ class AnalogChannel(Channel):
         """
         if side not in SIDES:
             raise ValueError(f"side is {side!r}; it is one of {', '.join(SIDES)}")
-        stored = self._source.core.values(self._index)
-        factor = self._factor(side)
-        return stored if factor == 1 else stored * factor
+        return self._source.core.values(self._index, self._factor(side))
 
     def _factor(self, side: str) -> float:
         to_primary = float(self._fields["primary_factor"])
