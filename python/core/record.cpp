@@ -133,6 +133,20 @@ void CheckPlace(size_t channel, size_t count)
         throw py::index_error("there is no such channel");
 }
 
+// A read-only array of so many numbers that `fill` writes, without the interpreter's lock.
+template <class Number, class Fill>
+py::array Filled(qint64 count, Fill fill)
+{
+    py::array_t<Number> array(count);
+    Number* const numbers = array.mutable_data();
+    {
+        const py::gil_scoped_release released;
+        fill(numbers);
+    }
+    array.attr("setflags")(py::arg("write") = false);
+    return std::move(array);
+}
+
 py::array CodesOf(const py::object& self, size_t channel)
 {
     auto& record = self.cast<Record&>();
@@ -143,52 +157,30 @@ py::array CodesOf(const py::object& self, size_t channel)
         samples.Analog(channel));
 }
 
-// a * code + b in the channel's unit, NaN where the value is missing.
-py::array ValuesOf(Record& record, size_t channel)
+// (a * code + b) * factor, NaN where the value is missing.
+py::array ValuesOf(Record& record, size_t channel, double factor)
 {
     CheckPlace(channel, record.Config().analog.size());
-    std::vector<double> values;
-    {
-        const py::gil_scoped_release released;
+    return Filled<double>(SamplesOf(record).Count(), [&](double* values) {
         const comtrade::AnalogChannel& about = record.Config().analog[channel];
-        std::visit(
-            [&](const auto& codes) {
-                using Number = typename std::decay_t<decltype(codes)>::value_type;
-                values.resize(codes.size());
-                for (size_t i = 0; i < codes.size(); ++i) {
-                    values[i] = about.a * static_cast<double>(codes[i]) + about.b;
-                    if constexpr (std::is_integral_v<Number>) {
-                        if (codes[i] == std::numeric_limits<Number>::min())
-                            values[i] = std::numeric_limits<double>::quiet_NaN();
-                    }
-                }
-            },
-            record.Samples().Analog(channel));
-    }
-    return ArrayOf(std::move(values));
+        record.Samples().Values(channel, {about.a, about.b, factor}, values);
+    });
 }
 
 py::array StatesOf(Record& record, size_t channel)
 {
     CheckPlace(channel, record.Config().states.size());
-    std::vector<quint8> states;
-    {
-        const py::gil_scoped_release released;
-        const comtrade::Samples& samples = record.Samples();
-        const std::vector<quint8>& bits = samples.StateBits(channel);
-        states.resize(static_cast<size_t>(samples.Count()));
-        for (size_t i = 0; i < states.size(); ++i)
-            states[i] = static_cast<quint8>(bits[i / 8] >> (i % 8) & 1);
-    }
-    return ArrayOf(std::move(states));
+    return Filled<quint8>(SamplesOf(record).Count(),
+                          [&](quint8* states) { record.Samples().Unpack(channel, states); });
 }
 
 int StateOf(Record& record, size_t channel, size_t sample)
 {
+    CheckPlace(channel, record.Config().states.size());
     const comtrade::Samples& samples = SamplesOf(record);
     if (sample >= static_cast<size_t>(samples.Count()))
         throw py::index_error();
-    return samples.StateBits(channel)[sample / 8] >> (sample % 8) & 1;
+    return samples.State(channel, sample);
 }
 
 py::tuple ChangesOf(Record& record, size_t channel)
@@ -335,7 +327,7 @@ void AddRecord(py::module_& module)
         .def("count", [](Record& record) { return SamplesOf(record).Count(); })
         .def("memory", [](Record& record) { return SamplesOf(record).MemorySize(); })
         .def("codes", &CodesOf, py::arg("channel"))
-        .def("values", &ValuesOf, py::arg("channel"))
+        .def("values", &ValuesOf, py::arg("channel"), py::arg("factor"))
         .def("states", &StatesOf, py::arg("channel"))
         .def("state", &StateOf, py::arg("channel"), py::arg("sample"))
         .def("changes", &ChangesOf, py::arg("channel"))

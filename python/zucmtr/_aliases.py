@@ -13,7 +13,8 @@ import numpy.typing as npt
 
 if TYPE_CHECKING:
     from ._channels import AnalogChannel, Channels, DigitalChannel
-    from ._record import Rate, Record
+    from ._configuration import Rate
+    from ._record import Record
 
 
 class ChannelAliases:

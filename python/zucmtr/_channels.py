@@ -173,9 +173,7 @@ class AnalogChannel(Channel, AnalogAliases):
         """
         if side not in SIDES:
             raise ValueError(f"side is {side!r}; it is one of {', '.join(SIDES)}")
-        stored = self._source.core.values(self._index)
-        factor = self._factor(side)
-        return stored if factor == 1 else stored * factor
+        return self._source.core.values(self._index, self._factor(side))
 
     @overload
     def __getitem__(self, place: int) -> float: ...

@@ -48,5 +48,5 @@ def archive(recording: Path, out: str) -> zucmtr.Record:
         return zucmtr.load("rec.cfg", Path("rec.dat"))
 
 
-reveal_type(zucmtr.open("rec.cfg").analog[0].codes.dtype)
+reveal_type(zucmtr.open("rec.cfg").analog[0].codes.dtype)  # noqa: F821
 highest("rec.cfg")

@@ -79,6 +79,15 @@ class DigitalTest(Case):
         self.assertEqual(changes.states.tolist(), [1, 0])
 
 
+    def test_gives_single_states_however_often_they_change(self):
+        for period in (1, 2, 700):
+            data = "".join(f"{i + 1},{i * 1000},0,0,{(i + 1) // period % 2}\n" for i in range(3000))
+            path = self.record(data=data)
+            path.write_text(path.read_text(encoding="utf-8").replace("1000,4\n", "1000,3000\n"), encoding="utf-8")
+            channel = zucmtr.open(path).digital[0]
+            self.assertEqual([channel[i] for i in range(3000)], [(i + 1) // period % 2 for i in range(3000)])
+
+
 class ListTest(Case):
     def test_is_a_sequence_and_finds_names_as_a_mapping(self):
         analog = zucmtr.open(self.record()).analog

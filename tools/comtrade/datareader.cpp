@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <limits>
 
 namespace comtrade {
 
@@ -127,6 +128,37 @@ size_t DataReader::Take(const Target& target, size_t most)
 
 size_t DataReader::TakeBinary(const Target& target, size_t most)
 {
+    const size_t count = FindBinary(most);
+    ReadBinary(At(), count, configuration, type, target);
+    PassBinary(count);
+    return count;
+}
+
+bool DataReader::Next(StoredRecords& stored)
+{
+    stored.count = FindBinary(std::numeric_limits<size_t>::max());
+    stored.size = longest;
+    stored.bytes = At();
+    PassBinary(stored.count);
+    return stored.count > 0;
+}
+
+qint64 DataReader::MostRecords() const
+{
+    const size_t shortestLine = 3 + shape.analog + 2 * shape.states; // all values are missing, and the time
+    const qint64 bytes = left + static_cast<qint64>(Unread());
+    return bytes / static_cast<qint64>(type == DataType::Ascii ? shortestLine : longest);
+}
+
+void DataReader::PassBinary(size_t count)
+{
+    begin += count * longest;
+    record += static_cast<qint64>(count);
+}
+
+// How many whole records stand in the buffer, from At() on; up to `most`.
+size_t DataReader::FindBinary(size_t most)
+{
     if (hasEnded)
         return 0;
     if (!Fill(longest) && forgiven != nullptr) {
@@ -146,9 +178,6 @@ size_t DataReader::TakeBinary(const Target& target, size_t most)
         const auto rest = static_cast<size_t>(std::max<qint64>(wanted - record, 1));
         count = std::min(count, rest);
     }
-    ReadBinary(At(), count, configuration, type, target);
-    begin += count * longest;
-    record += static_cast<qint64>(count);
     return count;
 }
 

@@ -26,6 +26,13 @@ public:
     /// Like Record::Next.
     bool Next(Row& row);
     bool Next(Block& block);
+    bool Next(StoredRecords& stored);
+
+    /// The type of the data, as they are stored.
+    DataType Type() const { return type; }
+
+    /// Like Record::MostRecords.
+    qint64 MostRecords() const;
 
 private:
     static constexpr char EndOfFile = 0x1A; // closes the files of some writers
@@ -37,6 +44,8 @@ private:
     size_t Take(const Target& target, size_t most);
     size_t TakeLines(Target target, size_t most);
     size_t TakeBinary(const Target& target, size_t most);
+    size_t FindBinary(size_t most);
+    void PassBinary(size_t count);
     bool TakeLine(const Target& target);
     bool TakeStrictLine(const Target& target);
     bool TakeForgivingLine(const Target& target);

@@ -1,0 +1,42 @@
+// Rows of numbers turned into columns, block by block while they are in the cache.
+#pragma once
+
+#include <QtGlobal>
+
+#include <cstddef>
+
+namespace comtrade {
+
+/// Rows that follow each other at a distance of `stride` bytes. Their numbers have their lowest byte first, and need
+/// not be aligned.
+struct Rows
+{
+    const char* bytes;
+    size_t stride;
+    size_t count;
+};
+
+/// Writes number `i` of row `j` to columns[i * distance + j].
+void TurnRows(const Rows& rows, size_t channels, qint16* columns, size_t distance);
+void TurnRows(const Rows& rows, size_t channels, qint32* columns, size_t distance);
+
+/// The same of FLOAT32 values; what is not finite becomes NaN.
+void TurnRows(const Rows& rows, size_t channels, float* columns, size_t distance);
+
+/// Codes as 16-bit integers for TurnRows, NaN as -32768. False, with anything written, if one of the others is no integer of
+/// -32767 to 32767.
+bool NarrowCodes(const double* codes, size_t count, qint16* narrow);
+
+/// a * code + b for each code, the result times `factor`; NaN for a missing one. Each step is rounded to a double.
+struct Scale
+{
+    double a;
+    double b;
+    double factor;
+};
+void ScaleCodes(const qint16* codes, size_t count, const Scale& scale, double* values);
+void ScaleCodes(const qint32* codes, size_t count, const Scale& scale, double* values);
+void ScaleCodes(const float* codes, size_t count, const Scale& scale, double* values);
+void ScaleCodes(const double* codes, size_t count, const Scale& scale, double* values);
+
+} // namespace comtrade
