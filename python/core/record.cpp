@@ -211,7 +211,8 @@ py::array NumbersOf(Record& record)
     {
         const py::gil_scoped_release released;
         const comtrade::Samples& samples = record.Samples();
-        numbers = samples.Numbers();
+        const comtrade::View<quint32> stored = samples.Numbers();
+        numbers.assign(stored.begin(), stored.end());
         if (numbers.empty()) {
             numbers.resize(static_cast<size_t>(samples.Count()));
             std::iota(numbers.begin(), numbers.end(), 1U);

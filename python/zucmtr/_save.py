@@ -51,9 +51,9 @@ def limited(number: int) -> int:
 
 
 def number_word(number: Union[float, str, None]) -> str:
-    if isinstance(number, numbers.Real):
-        return str(np.format_float_positional(float(number), trim="-"))
-    return number or ""
+    if number is None or isinstance(number, str):
+        return number or ""
+    return str(np.format_float_positional(float(number), trim="-"))
 
 
 def moment_word(name: str, moment: Optional[Moment]) -> str:

@@ -76,7 +76,7 @@ class ReferencesTest(Case):
                  ("configuration", "path", "header", "information", "count", "memory", "times", "numbers", "forgiven")}
         self.assertLess(set(calls), set(dir(core)))
         calls.update({
-            "codes": lambda: core.codes(0), "values": lambda: core.values(1), "states": lambda: core.states(0),
+            "codes": lambda: core.codes(0), "values": lambda: core.values(1, 2.0), "states": lambda: core.states(0),
             "changes": lambda: core.changes(0), "state": lambda: core.state(0, 1), "summary": lambda: core.summary(""),
             "wrong place": failing(IndexError, lambda: core.codes(2)),
             "no sample": failing(IndexError, lambda: core.state(0, 4)),
