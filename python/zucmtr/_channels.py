@@ -2,8 +2,9 @@
 
 from __future__ import annotations
 
+import operator
 from collections.abc import Iterator, Mapping, Sequence
-from typing import TYPE_CHECKING, Any, Generic, NamedTuple, TypeVar, Union, overload
+from typing import TYPE_CHECKING, Any, Generic, NamedTuple, SupportsIndex, TypeVar, Union, overload
 
 import numpy as np
 import numpy.typing as npt
@@ -11,11 +12,14 @@ import numpy.typing as npt
 from ._errors import ChannelError
 
 if TYPE_CHECKING:
+    from typing_extensions import TypeGuard
+
     from ._source import Source
 
 FloatArray = npt.NDArray[np.float64]
 ByteArray = npt.NDArray[np.uint8]
-Key = Union[int, str, tuple[str, str]]
+Name = Union[str, tuple[str, str]]
+Key = Union[SupportsIndex, Name]
 
 SIDES = ("primary", "secondary", "stored")
 
@@ -199,6 +203,13 @@ class DigitalChannel(Channel):
 C = TypeVar("C", bound=Channel)
 
 
+def _is_name(key: object) -> TypeGuard[Name]:
+    """Whether it is a name, or a pair of circuit and signal."""
+    return isinstance(key, str) or (
+        isinstance(key, tuple) and len(key) == 2 and isinstance(key[0], str) and isinstance(key[1], str)
+    )
+
+
 class Channels(Sequence[C], Generic[C]):
     """The channels of one kind: a sequence by place, a mapping by name.
 
@@ -218,8 +229,12 @@ class Channels(Sequence[C], Generic[C]):
     def __getitem__(self, key: Union[Key, slice]) -> Union[C, Channels[C]]:
         if isinstance(key, slice):
             return Channels(self._channels[key])
-        if isinstance(key, (int, np.integer)):
-            return self._channels[key]
+        if isinstance(key, SupportsIndex):
+            return self._channels[operator.index(key)]
+        if not _is_name(key):
+            raise TypeError(
+                f"a channel is found by its place, its name, or its circuit and signal, not by {type(key).__name__}"
+            )
         found = self._find(key)
         if len(found) == 1:
             return found[0]
@@ -227,7 +242,7 @@ class Channels(Sequence[C], Generic[C]):
             raise ChannelError(f"{len(found)} channels are {key!r}; take one by its place: {[one.index for one in found]}")
         raise ChannelError(f"there is no channel {key!r}; there are: {', '.join(self.keys()) or 'none'}")
 
-    def _find(self, key: Union[str, tuple[str, str]]) -> list[C]:
+    def _find(self, key: Name) -> list[C]:
         if isinstance(key, tuple):
             circuit, signal = key
             mine = [one for one in self._channels if one.circuit == circuit]
@@ -266,10 +281,8 @@ class Channels(Sequence[C], Generic[C]):
         return iter(self._channels)
 
     def __contains__(self, key: object) -> bool:
-        if isinstance(key, str):
+        if _is_name(key):
             return bool(self._find(key))
-        if isinstance(key, tuple) and len(key) == 2:
-            return bool(self._find((str(key[0]), str(key[1]))))
         return any(key is one for one in self._channels)
 
     def __repr__(self) -> str:

@@ -3,7 +3,6 @@
 from __future__ import annotations
 
 import json
-import os
 from collections.abc import Mapping
 from dataclasses import dataclass
 from pathlib import Path
@@ -11,8 +10,7 @@ from typing import Any, Optional, Union
 
 from . import _core
 from ._errors import ConversionError
-
-PathLike = Union[str, "os.PathLike[str]"]
+from ._paths import PathLike, absolute, absolute_or_none, check_readable, text_of
 
 
 @dataclass(frozen=True)
@@ -82,6 +80,8 @@ def convert(
 
     Raises
     ------
+    FileError
+        There is no such recording, or it cannot be read.
     ConversionError
         Nothing was converted, or the record is not right; the text says why and what to do.
     """
@@ -93,8 +93,9 @@ def convert(
     if form == "cff" and words["revision"] == "1999":
         raise ValueError("a CFF file is of revision 2013; leave form or revision out")
     options: dict[str, Union[str, bool]] = {**words, "again": again, "replace": replace, "sync": sync}
-    path = os.path.abspath(os.fspath(recording))
-    report = _core.convert(path, os.fspath(out), os.fspath(ini or ""), defaults, device, options)
+    path = absolute(recording)
+    check_readable(path)
+    report = _core.convert(path, text_of(out), absolute_or_none(ini), defaults, device, options)
     conversion = Conversion(json.loads(report))
     if conversion.data["status"] == "failed":
         raise ConversionError(f"{path}: {conversion.data['error']}")

@@ -2,7 +2,6 @@
 
 from __future__ import annotations
 
-import builtins
 import datetime
 import html
 import json
@@ -15,14 +14,12 @@ from typing import Any, NamedTuple, Optional, Union
 import numpy as np
 import numpy.typing as npt
 
-from . import _core, _plot, _tables
+from . import _plot, _tables
 from ._aliases import Aliases
 from ._channels import AnalogChannel, Channels, DigitalChannel
-from ._errors import FileError
 from ._events import Event, Fault, Summary, moment
+from ._paths import PathLike, absolute, absolute_or_none, check_readable, text_of
 from ._source import Source
-
-PathLike = Union[str, "os.PathLike[str]"]
 
 
 class Rate(NamedTuple):
@@ -57,18 +54,13 @@ class Record(Aliases):
     """
 
     def __init__(
-        self, path: PathLike, *, encoding: str = "", ini: PathLike = "", defaults: str = "", device: str = ""
+        self, path: PathLike, *, encoding: str = "", ini: Optional[PathLike] = None, defaults: str = "", device: str = ""
     ) -> None:
-        self._path = os.fspath(path)
-        self._options = {"encoding": encoding, "ini": os.fspath(ini), "defaults": defaults, "device": device}
-        try:
-            with builtins.open(self._path, "rb"):
-                pass
-        except OSError as error:
-            raise FileError(error.errno, error.strerror, self._path) from None
-        core = _core.Record(os.path.abspath(self._path), **self._options)
-        self._fields = core.configuration()
-        self._source = Source(core)
+        self._path = text_of(path)
+        check_readable(self._path)
+        self._options = {"encoding": encoding, "ini": absolute_or_none(ini), "defaults": defaults, "device": device}
+        self._source = Source(absolute(path), self._options)
+        self._fields = self._source.core.configuration()
         self.analog = Channels(
             [AnalogChannel(self._source, i, fields) for i, fields in enumerate(self._fields["analog"])]
         )
@@ -146,22 +138,22 @@ class Record(Aliases):
         """What was forgiven when the record was read; complete once its samples have been."""
         return tuple(Finding(*fields) for fields in self._source.core.forgiven())
 
-    def summary(self, lines: PathLike = "") -> Summary:
+    def summary(self, lines: Optional[PathLike] = None) -> Summary:
         """What happened: fault, events, operating times.
 
         Parameters
         ----------
         lines
             File with the data of the lines (``lines.ini``), for the distance to the fault; found as ``zucmtr events``
-            finds it if it is empty.
+            finds it if it is not given.
         """
-        return Summary(json.loads(self._source.core.summary(os.fspath(lines))))
+        return Summary(json.loads(self._source.core.summary(absolute_or_none(lines))))
 
     def events(self) -> tuple[Event, ...]:
         """The sequence of events; see :meth:`summary`."""
         return self.summary().events
 
-    def fault(self, lines: PathLike = "") -> Optional[Fault]:
+    def fault(self, lines: Optional[PathLike] = None) -> Optional[Fault]:
         """The short circuit, None if there is none; see :meth:`summary`."""
         return self.summary(lines).fault
 
@@ -219,7 +211,7 @@ class Record(Aliases):
         return True
 
     def __reduce__(self) -> tuple[Any, ...]:
-        return _reopen, (os.path.abspath(self._path), self._options)
+        return _reopen, (type(self), self._source.path, self._options)
 
     def __repr__(self) -> str:
         return (
@@ -248,12 +240,12 @@ class Record(Aliases):
         )
 
 
-def _reopen(path: str, options: dict[str, str]) -> Record:
-    return Record(path, **options)
+def _reopen(kind: type[Record], path: str, options: dict[str, str]) -> Record:
+    return kind(path, **options)
 
 
 def open(
-    path: PathLike, *, encoding: str = "", ini: PathLike = "", defaults: str = "", device: str = ""
+    path: PathLike, *, encoding: str = "", ini: Optional[PathLike] = None, defaults: str = "", device: str = ""
 ) -> Record:
     """Open a recording (``.ZU``) or a COMTRADE record (``.cfg``, ``.cff``; any form, any revision).
 
@@ -264,7 +256,7 @@ def open(
     encoding
         Encoding of a record's texts, such as ``"cp866"``; found out if it is empty.
     ini, defaults, device
-        For a recording: the recorder's ini file and its sections. Found as ``zucmtr convert`` finds them if they are empty;
+        For a recording: the recorder's ini file and its sections. Found as ``zucmtr convert`` finds them if they are not given;
         without an ini file the recording is converted without a sorting dictionary.
 
     Raises
