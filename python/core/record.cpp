@@ -1,5 +1,6 @@
 // A record whose samples are read when they are first asked for.
 #include "core/core.h"
+#include "core/forks.h"
 #include "core/service.h"
 
 #include "analysis/oscillogram.h"
@@ -24,13 +25,25 @@ namespace {
 using comtrade::Configuration;
 
 // Threads may ask for samples at once: one of them reads, the others wait without the interpreter's lock.
-class Record
+//
+// A child process reads from the files itself, as the place up to which its parent has read is one for both;
+// and leaves it to its parent to remove the temporary record of a recording.
+class Record : public Forkable
 {
 public:
-    Record(std::unique_ptr<RecordSource> source_, const comtrade::ReadingOptions& options)
-        : source(std::move(source_)), record(std::make_unique<comtrade::Record>(source->Path(), options)),
-          config(record->Config()), header(record->HeaderText()), information(record->Information())
+    Record(std::unique_ptr<RecordSource> source_, const comtrade::ReadingOptions& options_)
+        : options(options_), source(std::move(source_)),
+          record(std::make_unique<comtrade::Record>(source->Path(), options)), config(record->Config()),
+          header(record->HeaderText()), information(record->Information())
     {}
+
+    ~Record() override
+    {
+        if (isInherited)
+            static_cast<void>(source.release());
+        if (isStale)
+            static_cast<void>(record.release());
+    }
 
     // A recording is converted into a temporary record.
     static std::shared_ptr<Record> Open(const std::string& path, const std::string& encoding,
@@ -70,6 +83,11 @@ public:
     {
         const std::lock_guard lock(mutex);
         if (!samples) {
+            if (isStale) {
+                static_cast<void>(record.release()); // perhaps in the middle of a sample
+                isStale = false;
+                record = std::make_unique<comtrade::Record>(source->Path(), options);
+            }
             samples = std::make_unique<comtrade::Samples>(*record);
             forgiven = record->Forgiven();
             record.reset(); // with its open file and buffers
@@ -110,14 +128,25 @@ private:
         return analysis::TimeAxis::FromStamps(config, std::move(seconds));
     }
 
+    void InChild() override
+    {
+        new (&mutex) std::mutex;
+        isInherited = true;
+        isStale = record != nullptr;
+    }
+
+    const comtrade::ReadingOptions options;
     std::mutex mutex;
-    const std::unique_ptr<RecordSource> source;
+    std::unique_ptr<RecordSource> source;
+    bool isInherited = false;                 // from the parent process
+    bool isStale = false;                     // `record` is the parent's
     std::unique_ptr<comtrade::Record> record; // until the samples are read
     const Configuration config;
     const QString header;
     const QByteArray information;
     std::unique_ptr<comtrade::Samples> samples;
     comtrade::Findings forgiven;
+    const ForkableIsComplete complete{*this};
 };
 
 const comtrade::Samples& SamplesOf(Record& record)

@@ -5,7 +5,7 @@ from __future__ import annotations
 import html
 import operator
 from collections.abc import Iterator, Mapping, Sequence
-from typing import TYPE_CHECKING, Any, Generic, NamedTuple, Optional, TypeVar, Union, overload
+from typing import TYPE_CHECKING, Any, Generic, NamedTuple, Optional, SupportsIndex, TypeVar, Union, overload
 
 import numpy as np
 import numpy.typing as npt
@@ -14,11 +14,14 @@ from ._aliases import AnalogAliases, ChannelAliases, DigitalAliases
 from ._errors import ChannelError
 
 if TYPE_CHECKING:
+    from typing_extensions import TypeGuard
+
     from ._source import Source
 
 FloatArray = npt.NDArray[np.float64]
 ByteArray = npt.NDArray[np.uint8]
-Key = Union[int, str, tuple[str, str]]
+Name = Union[str, tuple[str, str]]
+Key = Union[SupportsIndex, Name]
 
 SIDES = ("primary", "secondary", "stored")
 
@@ -260,6 +263,13 @@ C = TypeVar("C", bound=Channel)
 Other = TypeVar("Other")
 
 
+def _is_name(key: object) -> TypeGuard[Name]:
+    """Whether it is a name, or a pair of circuit and signal."""
+    return isinstance(key, str) or (
+        isinstance(key, tuple) and len(key) == 2 and isinstance(key[0], str) and isinstance(key[1], str)
+    )
+
+
 class Channels(Sequence[C], Generic[C]):
     """The channels of one kind, as a sequence; by name they are found as in a mapping.
 
@@ -288,18 +298,19 @@ class Channels(Sequence[C], Generic[C]):
     def __getitem__(self, key: Union[Key, slice]) -> Union[C, Channels[C]]:
         if isinstance(key, slice):
             return Channels(self._channels[key])
-        if isinstance(key, (int, np.integer)):
-            if not -len(self) <= key < len(self):
-                raise IndexError(f"there is no channel at place {key}; there are {len(self)}")
-            return self._channels[key]
+        if isinstance(key, SupportsIndex):
+            place = operator.index(key)
+            if not -len(self) <= place < len(self):
+                raise IndexError(f"there is no channel at place {place}; there are {len(self)}")
+            return self._channels[place]
         found = self._one(key)
         if found is None:
             raise ChannelError(f"there is no channel {key!r}; there are: {', '.join(self.keys()) or 'none'}")
         return found
 
-    def _one(self, key: Union[str, tuple[str, str]]) -> Optional[C]:
+    def _one(self, key: Name) -> Optional[C]:
         """The channel, None if there is none; raises if there are several."""
-        if not isinstance(key, str) and not (isinstance(key, tuple) and len(key) == 2):
+        if not _is_name(key):
             raise TypeError(f"a channel is found by its place, its name, or circuit and signal, not by {key!r}")
         found = self._find(key)
         if len(found) > 1:
@@ -307,7 +318,7 @@ class Channels(Sequence[C], Generic[C]):
             raise ChannelError(f"{len(found)} channels are {key!r}; take one by its place: {places}")
         return found[0] if found else None
 
-    def _find(self, key: Union[str, tuple[str, str]]) -> list[C]:
+    def _find(self, key: Name) -> list[C]:
         if isinstance(key, tuple):
             circuit, signal = key
             mine = [one for one in self._channels if one.circuit == circuit]
@@ -334,8 +345,9 @@ class Channels(Sequence[C], Generic[C]):
         ChannelError
             There are several.
         """
-        if isinstance(key, (int, np.integer)):
-            return self._channels[key] if -len(self) <= key < len(self) else default
+        if isinstance(key, SupportsIndex):
+            place = operator.index(key)
+            return self._channels[place] if -len(self) <= place < len(self) else default
         found = self._one(key)
         return default if found is None else found
 
@@ -358,10 +370,8 @@ class Channels(Sequence[C], Generic[C]):
         return iter(self._channels)
 
     def __contains__(self, key: object) -> bool:
-        if isinstance(key, str):
+        if _is_name(key):
             return bool(self._find(key))
-        if isinstance(key, tuple) and len(key) == 2:
-            return bool(self._find((str(key[0]), str(key[1]))))
         return any(key is one for one in self._channels)
 
     def __repr__(self) -> str:

@@ -3,14 +3,14 @@
 from __future__ import annotations
 
 import json
-import os
 from collections.abc import Mapping
 from dataclasses import dataclass
 from pathlib import Path
 from typing import Any, Optional, Union
 
 from . import _core
-from ._errors import PathLike, failure, file_error, path_text, readable
+from ._errors import failure
+from ._paths import PathLike, absolute, absolute_or_none, check_directory, check_readable, text_of
 
 
 @dataclass(frozen=True)
@@ -104,18 +104,13 @@ def convert(
     if form == "cff" and words["revision"] == "1999":
         raise ValueError("a CFF file is of revision 2013; leave form or revision out")
     options: dict[str, Union[str, bool]] = {**words, "again": again, "replace": replace, "sync": sync}
-    path = os.path.abspath(readable(recording))
-    report = _core.convert(path, _directory(out), readable(ini) if ini else "", defaults, device, options)
+    check_readable(recording)
+    check_directory(out)
+    if ini:
+        check_readable(ini)
+    path = absolute(recording)
+    report = _core.convert(path, text_of(out), absolute_or_none(ini), defaults, device, options)
     conversion = Conversion(json.loads(report))
     if conversion.data["status"] == "failed":
         raise failure("ConversionError", f"{path}: {conversion.data['error']}")
     return conversion
-
-
-def _directory(path: PathLike) -> str:
-    text = path_text(path)
-    try:
-        os.listdir(text)
-    except OSError as error:
-        raise file_error(error) from None
-    return text

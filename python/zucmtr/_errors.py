@@ -2,13 +2,7 @@
 
 from __future__ import annotations
 
-import builtins
-import errno
-import os
 import re
-from typing import Union
-
-PathLike = Union[str, bytes, "os.PathLike[str]", "os.PathLike[bytes]"]
 
 
 class Error(Exception):
@@ -93,41 +87,3 @@ def failure(kind: str, text: str) -> Exception:
     """The exception of this module for a failure of the C++ code, which raises it."""
     kinds: dict[str, type[Error]] = {one.__name__: one for one in (RecordError, ConversionError, SaveError, ChannelError)}
     return kinds[kind](with_own_names(in_words_of_python(text)))
-
-
-def path_text(path: PathLike) -> str:
-    """The path as a text that the C++ code can take.
-
-    Raises
-    ------
-    FileError
-        It is not UTF-8.
-    """
-    text = os.fsdecode(path)
-    try:
-        text.encode()
-    except UnicodeEncodeError:
-        raise FileError(errno.EILSEQ, "The name is not UTF-8", text) from None
-    return text
-
-
-def readable(path: PathLike) -> str:
-    """The path of a file that can be read, as a text.
-
-    Raises
-    ------
-    FileError
-        It cannot.
-    """
-    text = path_text(path)
-    try:
-        with builtins.open(text, "rb"):
-            return text
-    except OSError as error:
-        raise file_error(error) from None
-
-
-def file_error(error: OSError) -> FileError:
-    """The same failure as an exception of this package."""
-    kind = MissingFileError if isinstance(error, FileNotFoundError) else FileError
-    return kind(error.errno, error.strerror, error.filename)

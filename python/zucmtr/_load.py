@@ -10,8 +10,10 @@ from collections.abc import Callable
 from pathlib import Path
 from typing import Any, Optional, Union
 
-from ._errors import PathLike, own_names, readable
+from ._errors import own_names
+from ._paths import PathLike, absolute, check_readable, text_of
 from ._record import Record
+from ._source import Source
 
 Content = Union[str, bytes]
 SUFFIXES = (".cfg", ".dat", ".hdr", ".inf")
@@ -51,8 +53,11 @@ def load(
     """
     if dat is None and hdr is None and inf is None:
         return Record(cfg, encoding=encoding)
-    first = os.path.abspath(readable(cfg))
-    files = [first, *(other and os.path.abspath(readable(other)) for other in (dat or _beside(first), hdr, inf))]
+    given = (cfg, dat or _beside(text_of(cfg)), hdr, inf)
+    for file in given:
+        if file is not None:
+            check_readable(file)
+    files = [None if file is None else absolute(file) for file in given]
 
     def bring(directory: Path) -> dict[str, str]:
         links = {str(directory / f"record{suffix}"): file for suffix, file in zip(SUFFIXES, files) if file}
@@ -60,7 +65,7 @@ def load(
             os.symlink(file, link)
         return links
 
-    return Gathered(os.fsdecode(cfg), encoding, bring, (_load_again, (*files, encoding)))
+    return Gathered(text_of(cfg), encoding, bring, (_load_again, (*files, encoding)))
 
 
 def read(
@@ -112,10 +117,11 @@ class Gathered(Record):
             names = bring(directory)
             own_names.update(names)
             self._read(str(directory / "record.cfg"))
+            self._source.again = _source_again, again
         except BaseException:
-            _remove(directory)
+            _remove(directory, os.getpid())
             raise
-        self._remove = weakref.finalize(self._source, _remove, directory)
+        self._remove = weakref.finalize(self._source, _remove, directory, os.getpid())
 
     def close(self) -> None:
         super().close()
@@ -125,7 +131,9 @@ class Gathered(Record):
         return self._again
 
 
-def _remove(directory: Path) -> None:
+def _remove(directory: Path, process: int) -> None:
+    if os.getpid() != process:
+        return  # a child, which has inherited what its parent needs
     for name in [name for name in own_names if name.startswith(f"{directory}/")]:
         own_names.pop(name, None)
     shutil.rmtree(directory, ignore_errors=True)
@@ -134,6 +142,10 @@ def _remove(directory: Path) -> None:
 def _beside(cfg: str) -> Optional[str]:
     stem = os.path.splitext(cfg)[0]
     return next((stem + dat for dat in (".dat", ".DAT", ".Dat") if os.path.exists(stem + dat)), None)
+
+
+def _source_again(opening: Callable[..., Record], arguments: tuple[Any, ...]) -> Source:
+    return opening(*arguments)._source
 
 
 def _load_again(cfg: str, dat: Optional[str], hdr: Optional[str], inf: Optional[str], encoding: str) -> Record:

@@ -14,12 +14,13 @@ from typing import TYPE_CHECKING, Any, Optional, Union
 import numpy as np
 import numpy.typing as npt
 
-from . import _core, _plot, _tables
+from . import _plot, _tables
 from ._aliases import Aliases
 from ._channels import AnalogChannel, Channels, DigitalChannel
 from ._configuration import Finding, Rate, configuration_of, is_record
-from ._errors import PathLike, RecordError, path_text, readable, with_own_names
+from ._errors import RecordError, with_own_names
 from ._events import Event, Fault, Summary, moment
+from ._paths import PathLike, absolute, absolute_or_none, check_readable, text_of
 from ._save import ChannelChoice, Moment, save
 from ._source import Source
 
@@ -48,21 +49,21 @@ class Record(Aliases):
     digital: Channels[DigitalChannel]
 
     def __init__(
-        self, path: PathLike, *, encoding: str = "", ini: PathLike = "", defaults: str = "", device: str = ""
+        self, path: PathLike, *, encoding: str = "", ini: Optional[PathLike] = None, defaults: str = "", device: str = ""
     ) -> None:
-        self._path = readable(path)
+        check_readable(path)
+        self._path = text_of(path)
         configuration = configuration_of(self._path)
         if configuration:
             raise RecordError(f"{self._path}: it is a part of a record; open its configuration {configuration}")
-        ini = readable(ini) if ini else ""
-        self._options = {"encoding": encoding, "ini": ini, "defaults": defaults, "device": device}
-        self._read(os.path.abspath(self._path))
+        if ini:
+            check_readable(ini)
+        self._options = {"encoding": encoding, "ini": absolute_or_none(ini), "defaults": defaults, "device": device}
+        self._read(absolute(path))
 
     def _read(self, path: str) -> None:
-        self._file = path
-        core = _core.Record(path, **self._options)
-        self._fields = core.configuration()
-        self._source = Source(core)
+        self._source = Source(path, self._options)
+        self._fields = self._source.core.configuration()
         self.analog = Channels(
             [AnalogChannel(self._source, i, fields) for i, fields in enumerate(self._fields["analog"])]
         )
@@ -142,14 +143,14 @@ class Record(Aliases):
             return ()  # of the temporary record
         return tuple(Finding(with_own_names(fields[0]), *fields[1:]) for fields in self._source.core.forgiven())
 
-    def summary(self, lines: PathLike = "") -> Summary:
+    def summary(self, lines: Optional[PathLike] = None) -> Summary:
         """What happened: fault, events, operating times. It is found out at each call.
 
         Parameters
         ----------
         lines
             File with the data of the lines (``lines.ini``), for the distance to the fault; found as ``zucmtr events``
-            finds it if it is empty.
+            finds it if it is not given.
 
         Raises
         ------
@@ -158,14 +159,16 @@ class Record(Aliases):
         RecordError
             The samples cannot be read.
         """
-        data = self._source.core.summary(readable(lines) if lines else "")
+        if lines:
+            check_readable(lines)
+        data = self._source.core.summary(absolute_or_none(lines))
         return Summary(json.loads(data))
 
     def events(self) -> tuple[Event, ...]:
         """The sequence of events, in the order of time, each time in seconds from the trigger; see ``summary``."""
         return self.summary().events
 
-    def fault(self, lines: PathLike = "") -> Optional[Fault]:
+    def fault(self, lines: Optional[PathLike] = None) -> Optional[Fault]:
         """The short circuit, None if there is none; see ``summary`` for the parameter and what is raised."""
         return self.summary(lines).fault
 
@@ -343,7 +346,7 @@ class Record(Aliases):
             "rate": rate,
             "overwrite": overwrite,
         }
-        return save(self, path_text(path), channels, options)
+        return save(self, text_of(path), channels, options)
 
     def close(self) -> None:
         """Let the samples go. Arrays that were taken stay valid; nothing more can be asked of the record."""
@@ -372,7 +375,7 @@ class Record(Aliases):
         return True
 
     def __reduce__(self) -> tuple[Any, ...]:
-        return _reopen, (self._file, self._options)
+        return _reopen, (type(self), self._source.path, self._options)
 
     def __repr__(self) -> str:
         return (
@@ -399,12 +402,12 @@ class Record(Aliases):
         return f"<b>{html.escape(os.path.basename(self._path))}</b><table>{rows}</table>{channels}"
 
 
-def _reopen(path: str, options: dict[str, str]) -> Record:
-    return Record(path, **options)
+def _reopen(kind: type[Record], path: str, options: dict[str, str]) -> Record:
+    return kind(path, **options)
 
 
 def open(
-    path: PathLike, *, encoding: str = "", ini: PathLike = "", defaults: str = "", device: str = ""
+    path: PathLike, *, encoding: str = "", ini: Optional[PathLike] = None, defaults: str = "", device: str = ""
 ) -> Record:
     """Open a recording (``.ZU``) or a COMTRADE record (``.cfg``, ``.cff``; any form, any revision).
 
@@ -416,7 +419,7 @@ def open(
     encoding
         Encoding of a record's texts, such as ``"cp866"``; found out if it is empty.
     ini, defaults, device
-        For a recording: the recorder's ini file and its sections. Found as ``zucmtr convert`` finds them if they are empty;
+        For a recording: the recorder's ini file and its sections. Found as ``zucmtr convert`` finds them if they are not given;
         without an ini file the recording is converted without a sorting dictionary.
 
     Returns

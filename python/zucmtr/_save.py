@@ -39,7 +39,7 @@ def save(record: Record, path: str, channels: Optional[ChannelChoice], options: 
     check_directory(path)
     if path == "-":  # standard output for the program, a name here
         path = "./-"
-    written, notes = _core.save(record._file, core.path(), record._options["encoding"], path, words)
+    written, notes = _core.save(record._source.path, core.path(), record._options["encoding"], path, words)
     for note in notes:
         warnings.warn(note, SaveWarning, stacklevel=3)
     return Path(written)
