@@ -7,9 +7,11 @@
 #include "forms/spantext.h"
 #include "forms/timewindow.h"
 #include "zucmtr/commands/exportfile.h"
+#include "zucmtr/commands/exportoptions.h"
 #include "zucmtr/files/staging.h"
 #include "zucmtr/terminal/command.h"
 
+#include <cerrno>
 #include <chrono>
 
 namespace core {
@@ -17,13 +19,9 @@ namespace core {
 namespace {
 
 // The arguments of zucmtr.Record.save, for texts about them.
-const forms::OptionNames& Names()
-{
-    static const forms::OptionNames names = {"form",     "data",          "revision", "encoding", "side",
-                                             "time",     "decimal_comma", "start",    "stop",     "window",
-                                             "channels", "every",         "rate",     "path"};
-    return names;
-}
+constexpr forms::OptionNames Arguments = {"form",     "data",          "revision", "encoding", "side",
+                                          "time",     "decimal_comma", "start",    "stop",     "window",
+                                          "channels", "every",         "rate",     "path"};
 
 // Has the interpreter handle its signals now and then. Its lock may be with other threads for a while, so it
 // is not asked for each time.
@@ -102,16 +100,30 @@ ExportResult Export(Saving& saving)
 {
     const py::gil_scoped_release released;
     ExportOrder& order = saving.order;
-    order.request = forms::RequestOf(saving.form, order.part, saving.out, Names());
-    order.target = TargetsOf({saving.file}, saving.out, order.request.form, Names()).front();
+    order.request = forms::RequestOf(saving.form, order.part, saving.out, Arguments);
+    order.target = TargetsOf({saving.file}, saving.out, order.request.form, Arguments).front();
     Signals signals;
     order.isStopped = [&signals] { return signals.HaveRaised(); };
-    return ExportFile(order, Names());
+    return ExportFile(order, Arguments);
+}
+
+// A text of the program with the arguments' names in place of its options: "--data ascii holds it".
+QString InArguments(QString text)
+{
+    const forms::OptionNames& options = ExportOptionNames;
+    const std::pair<const char*, const char*> names[] = {
+        {options.form, Arguments.form},         {options.data, Arguments.data},
+        {options.revision, Arguments.revision}, {options.encoding, Arguments.encoding},
+        {options.time, Arguments.time},         {options.every, Arguments.every}};
+    for (const auto& [option, argument] : names)
+        text.replace(QLatin1String(option), QLatin1String(argument));
+    return text;
 }
 
 [[noreturn]] void Fail(const char* name, const QString& file, const QString& message)
 {
-    Raise(name, message.startsWith(file) ? message : file + QLatin1String(": ") + message);
+    const QString text = InArguments(message);
+    Raise(name, text.startsWith(file) ? text : file + QLatin1String(": ") + text);
     throw py::error_already_set();
 }
 
