@@ -7,7 +7,6 @@
 #include "forms/spantext.h"
 #include "forms/timewindow.h"
 #include "zucmtr/commands/exportfile.h"
-#include "zucmtr/commands/exportoptions.h"
 #include "zucmtr/files/staging.h"
 #include "zucmtr/terminal/command.h"
 
@@ -107,23 +106,9 @@ ExportResult Export(Saving& saving)
     return ExportFile(order, Arguments);
 }
 
-// A text of the program with the arguments' names in place of its options: "--data ascii holds it".
-QString InArguments(QString text)
-{
-    const forms::OptionNames& options = ExportOptionNames;
-    const std::pair<const char*, const char*> names[] = {
-        {options.form, Arguments.form},         {options.data, Arguments.data},
-        {options.revision, Arguments.revision}, {options.encoding, Arguments.encoding},
-        {options.time, Arguments.time},         {options.every, Arguments.every}};
-    for (const auto& [option, argument] : names)
-        text.replace(QLatin1String(option), QLatin1String(argument));
-    return text;
-}
-
 [[noreturn]] void Fail(const char* name, const QString& file, const QString& message)
 {
-    const QString text = InArguments(message);
-    Raise(name, text.startsWith(file) ? text : file + QLatin1String(": ") + text);
+    Raise(name, message.startsWith(file) ? message : file + QLatin1String(": ") + message);
     throw py::error_already_set();
 }
 

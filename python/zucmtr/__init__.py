@@ -6,7 +6,7 @@
 from __future__ import annotations
 
 from ._channels import AnalogChannel, Changes, Channels, DigitalChannel
-from ._convert import Conversion, convert
+from ._convert import Conversion, Salvaged, convert
 from ._errors import (
     ChannelError,
     ConversionError,
@@ -15,6 +15,7 @@ from ._errors import (
     FilePresentError,
     MissingPackageError,
     RecordError,
+    SalvageWarning,
     SaveError,
     SaveWarning,
 )
@@ -41,6 +42,8 @@ __all__ = [
     "Rate",
     "Record",
     "RecordError",
+    "SalvageWarning",
+    "Salvaged",
     "SaveError",
     "SaveWarning",
     "Summary",

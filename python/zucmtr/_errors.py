@@ -3,7 +3,7 @@
 from __future__ import annotations
 
 __all__ = ["Error", "FileError", "RecordError", "ConversionError", "SaveError", "ChannelError", "FilePresentError",
-           "MissingPackageError", "SaveWarning"]
+           "MissingPackageError", "SaveWarning", "SalvageWarning"]
 
 
 class Error(Exception):
@@ -46,3 +46,7 @@ class MissingPackageError(Error, ImportError):
 
 class SaveWarning(UserWarning):
     """What :meth:`zucmtr.Record.save` had to change, leave out or read in a forgiving way, without being asked to."""
+
+
+class SalvageWarning(UserWarning):
+    """A damaged recording of which :func:`zucmtr.convert` converted a part."""
