@@ -17,6 +17,9 @@ void AddRecord(py::module_& module);
 void AddConvert(py::module_& module);
 void AddSave(py::module_& module);
 
+/// A text of the program with the arguments of the module in place of its options: "data", and not "--data".
+QString InArguments(const QString& text);
+
 /// Sets an exception of the package (zucmtr/_errors.py) by its name, for an error_already_set to be thrown.
 void Raise(const char* name, const QString& message);
 void RaiseFileError(const char* name, int code, const QString& message, const QString& path);

@@ -10,6 +10,7 @@
 #include "zucmtr/files/staging.h"
 #include "zucmtr/terminal/command.h"
 
+#include <cerrno>
 #include <chrono>
 
 namespace core {
@@ -17,13 +18,9 @@ namespace core {
 namespace {
 
 // The arguments of zucmtr.Record.save, for texts about them.
-const forms::OptionNames& Names()
-{
-    static const forms::OptionNames names = {"form",     "data",          "revision", "encoding", "side",
-                                             "time",     "decimal_comma", "start",    "stop",     "window",
-                                             "channels", "every",         "rate",     "path"};
-    return names;
-}
+constexpr forms::OptionNames Arguments = {"form",     "data",          "revision", "encoding", "side",
+                                          "time",     "decimal_comma", "start",    "stop",     "window",
+                                          "channels", "every",         "rate",     "path"};
 
 // Has the interpreter handle its signals now and then. Its lock may be with other threads for a while, so it
 // is not asked for each time.
@@ -102,11 +99,11 @@ ExportResult Export(Saving& saving)
 {
     const py::gil_scoped_release released;
     ExportOrder& order = saving.order;
-    order.request = forms::RequestOf(saving.form, order.part, saving.out, Names());
-    order.target = TargetsOf({saving.file}, saving.out, order.request.form, Names()).front();
+    order.request = forms::RequestOf(saving.form, order.part, saving.out, Arguments);
+    order.target = TargetsOf({saving.file}, saving.out, order.request.form, Arguments).front();
     Signals signals;
     order.isStopped = [&signals] { return signals.HaveRaised(); };
-    return ExportFile(order, Names());
+    return ExportFile(order, Arguments);
 }
 
 [[noreturn]] void Fail(const char* name, const QString& file, const QString& message)

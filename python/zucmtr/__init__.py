@@ -16,7 +16,7 @@ from __future__ import annotations
 
 from ._channels import AnalogChannel, Changes, Channel, Channels, DigitalChannel
 from ._configuration import Finding, Rate
-from ._convert import Conversion, convert
+from ._convert import Conversion, Salvaged, convert
 from ._core import version as __version__
 from ._errors import (
     ChannelError,
@@ -27,6 +27,7 @@ from ._errors import (
     MissingFileError,
     MissingPackageError,
     RecordError,
+    SalvageWarning,
     SaveError,
     SaveWarning,
 )
@@ -56,6 +57,8 @@ __all__ = [
     "Rate",
     "Record",
     "RecordError",
+    "SalvageWarning",
+    "Salvaged",
     "SaveError",
     "SaveWarning",
     "Summary",

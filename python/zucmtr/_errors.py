@@ -2,8 +2,6 @@
 
 from __future__ import annotations
 
-import re
-
 
 class Error(Exception):
     """Any failure of this package. Its text names the file and the reason."""
@@ -65,15 +63,12 @@ class SaveWarning(UserWarning):
     """What :meth:`zucmtr.Record.save` had to change, leave out or read in a forgiving way, without being asked to."""
 
 
+class SalvageWarning(UserWarning):
+    """A damaged recording of which :func:`zucmtr.convert` converted a part."""
+
+
 # Files that were linked or written elsewhere to be read, and what the user knows them by.
 own_names: dict[str, str] = {}
-
-OPTIONS = re.compile(r"--(ini|defaults|device|lines|encoding|out)\b(:?)")
-
-
-def in_words_of_python(text: str) -> str:
-    """A message of the program, with parameters where that has options."""
-    return OPTIONS.sub(lambda option: option[1] + (option[2] or "="), text)
 
 
 def with_own_names(text: str) -> str:
@@ -86,4 +81,4 @@ def with_own_names(text: str) -> str:
 def failure(kind: str, text: str) -> Exception:
     """The exception of this module for a failure of the C++ code, which raises it."""
     kinds: dict[str, type[Error]] = {one.__name__: one for one in (RecordError, ConversionError, SaveError, ChannelError)}
-    return kinds[kind](with_own_names(in_words_of_python(text)))
+    return kinds[kind](with_own_names(text))

@@ -10,7 +10,7 @@ import os
 import warnings
 from collections.abc import Iterable
 from pathlib import Path
-from typing import TYPE_CHECKING, Any, Optional, Union
+from typing import TYPE_CHECKING, Any, Optional, Union, cast
 
 import numpy as np
 
@@ -72,7 +72,8 @@ def chosen(record: Record, channels: Optional[ChannelChoice]) -> tuple[list[str]
     """Patterns of names, and places of analog and of digital channels."""
     if channels is None:
         return [], [], []
-    keys = [channels] if isinstance(channels, (str, numbers.Integral, Channel)) else list(channels)  # type: ignore
+    is_one = isinstance(channels, (str, int, np.integer, Channel))
+    keys: list[Any] = [channels] if is_one else list(cast("Iterable[ChannelKey]", channels))
     if not keys:
         raise ValueError("channels is empty; None keeps all of them")
     patterns: list[str] = []
@@ -80,12 +81,17 @@ def chosen(record: Record, channels: Optional[ChannelChoice]) -> tuple[list[str]
     for key in keys:
         if isinstance(key, Channel):
             found.append(key)
-        elif isinstance(key, numbers.Integral):
+        elif isinstance(key, (int, np.integer)):
             found.append(record.analog[int(key)])
-        elif isinstance(key, tuple) or (isinstance(key, str) and ":" in key and named(record, key)):
-            found += named(record, key)
+        elif isinstance(key, tuple):
+            of_circuit = named(record, key)
+            if not of_circuit:
+                raise ChannelError(f"{record._source.path}: there is no channel {key!r}")
+            found += of_circuit
         elif isinstance(key, str):
-            patterns.append(key)
+            of_circuit = named(record, key) if ":" in key else []
+            found += of_circuit
+            patterns += [] if of_circuit else [key]
         else:
             raise TypeError(f"a channel is of {type(key).__name__}; give a name, a place or a channel")
     if any(channel._source is not record._source for channel in found):
@@ -95,12 +101,9 @@ def chosen(record: Record, channels: Optional[ChannelChoice]) -> tuple[list[str]
     return patterns, analog, digital
 
 
-def named(record: Record, key: Union[str, tuple[str, str]]) -> list[Channel]:
+def named(record: Record, key: Any) -> list[Channel]:
     """The channels of both kinds that circuit and signal name."""
-    found: list[Channel] = [*record.analog._find(key), *record.digital._find(key)]
-    if not found and isinstance(key, tuple):
-        raise ChannelError(f"there is no channel {key!r}")
-    return found
+    return [*record.analog._find(key), *record.digital._find(key)]
 
 
 def check_directory(path: str) -> None:

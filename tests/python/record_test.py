@@ -137,7 +137,7 @@ class FailureTest(Case):
             zucmtr.open(recording, ini=recording.with_name("ZuDrv.ini"), device="Nowhere")
         self.assertRegex(str(caught.exception), r"^device: '.*ZuDrv.ini' has no section \[Nowhere\]; it has \[Default\]")
         recording.with_name("ZuDrv.ini").unlink()
-        with self.assertRaisesRegex(zucmtr.ConversionError, "name the recorders' ini file by ini=, or have"):
+        with self.assertRaisesRegex(zucmtr.ConversionError, "name the recorders' ini file by ini, or have"):
             zucmtr.convert(recording, self.directory)
 
     def test_is_in_english_whatever_the_language_of_the_user(self):

@@ -1,6 +1,5 @@
 #include "forms/bufferedfile.h"
 
-#include "explain/system.h"
 #include "text/texts.h"
 
 #include <algorithm>
@@ -47,9 +46,9 @@ void BufferedFile::Flush()
 
 void BufferedFile::Fail() const
 {
-    throw FileError(Tr("forms", "'%1' cannot be written: %2")
-                        .arg(file.fileName(), explain::SystemText(file.errorString())),
-                    file);
+    const FileFailure failure = FailureOf(file);
+    throw FileError(Tr("forms", "'%1' cannot be written: %2").arg(file.fileName(), failure.text),
+                    failure.code);
 }
 
 } // namespace forms

@@ -64,7 +64,7 @@ ExportResult Export(const ExportTarget& target, const forms::Request& request, c
     const RecordSource record(target.file, ChoiceOf(options.reading.choice), options.reading.plain);
     ExportOrder order{target, request, options.part, record.Path(), {}, options.replace, interrupt::Came};
     order.reading.encoding = EncodingOf(options.reading.encoding, target.file);
-    return ExportFile(order, ExportOptionNames());
+    return ExportFile(order, ExportOptionNames);
 }
 
 void Print(const ExportTarget& target, const forms::Request& request, const ExportResult& outcome, bool json)
@@ -162,10 +162,10 @@ Plan PlanOf(const ExportOptions& options)
     try {
         const QString out = FromUtf8(options.out);
         Plan plan;
-        plan.request = forms::RequestOf(options.form, options.part, out, ExportOptionNames());
+        plan.request = forms::RequestOf(options.form, options.part, out, ExportOptionNames);
         if (options.makeOut)
             MakeDirectory(QStringLiteral("--out"), out);
-        plan.targets = TargetsOf(FromUtf8(options.files), out, plan.request.form, ExportOptionNames());
+        plan.targets = TargetsOf(FromUtf8(options.files), out, plan.request.form, ExportOptionNames);
         return plan;
     } catch (const forms::WordError& error) {
         throw UsageError(error.Message(), QStringLiteral("zucmtr export"));

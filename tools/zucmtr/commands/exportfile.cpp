@@ -10,6 +10,8 @@
 #include <QFile>
 #include <QTemporaryDir>
 
+#include <cerrno>
+
 namespace {
 
 // The most similar name or circuit.

@@ -5,14 +5,6 @@
 
 #include <CLI/CLI.hpp>
 
-const forms::OptionNames& ExportOptionNames()
-{
-    static const forms::OptionNames names = {
-        "--form", "--data", "--revision", "--out-encoding", "--side",  "--time", "--decimal-comma",
-        "--from", "--to",   "--window",   "--channels",     "--every", "--rate", "--out"};
-    return names;
-}
-
 void AddExportFormOptions(CLI::App& command, forms::FormWords& options)
 {
     const auto add = [&command](const char* name, std::string& word, const std::vector<std::string>& words,

@@ -12,4 +12,6 @@ void AddExportFormOptions(CLI::App& command, forms::FormWords& options);
 void AddExportPartOptions(CLI::App& command, forms::PartWords& options);
 
 /// What the command line calls them.
-const forms::OptionNames& ExportOptionNames();
+inline constexpr forms::OptionNames ExportOptionNames = {
+    "--form", "--data", "--revision", "--out-encoding", "--side",  "--time", "--decimal-comma",
+    "--from", "--to",   "--window",   "--channels",     "--every", "--rate", "--out"};

@@ -1897,6 +1897,10 @@ Example, with the sample station:
         <source>%1 &apos;%2&apos; is one name for %3 files; give a directory, with / at its end</source>
         <translation>%1 «%2» — одно имя на %3 файла(ов); укажите каталог, с / в конце</translation>
     </message>
+    <message>
+        <source>%1: &apos;%2&apos; names no channel</source>
+        <translation>%1: «%2» не называет ни одного канала</translation>
+    </message>
 </context>
 <context>
     <name>file</name>
