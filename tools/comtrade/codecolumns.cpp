@@ -133,19 +133,15 @@ void CodeColumns::Add(const Rows& rows)
 void CodeColumns::Add(const Block& block)
 {
     MakeRoom(count + block.count);
-    const size_t codes = block.count * columns.size();
-    narrow.resize(std::max(narrow.size(), codes));
-    const auto isOfFirst = [this](const Column& column) { return column.kind == first; };
-    if (first == Kind::Int16 && codes > 0 && std::all_of(columns.begin(), columns.end(), isOfFirst) &&
-        NarrowCodes(block.analog.data(), codes, narrow.data())) {
-        const size_t stride = columns.size() * sizeof(qint16);
-        TurnRows({reinterpret_cast<const char*>(narrow.data()), stride, block.count}, columns.size(),
-                 End<qint16>(columns[0]), room);
-    } else {
-        for (size_t i = 0; i < columns.size(); ++i)
-            Append(block, i);
-    }
+    for (size_t i = 0; i < columns.size(); ++i)
+        Append(block, i);
     count += block.count;
+}
+
+bool CodeColumns::AreNarrow() const
+{
+    return std::all_of(columns.begin(), columns.end(),
+                       [](const Column& column) { return column.kind == Kind::Int16; });
 }
 
 void CodeColumns::Append(const Block& block, size_t channel)
@@ -199,7 +195,6 @@ void CodeColumns::Widen(size_t channel, double code, size_t taken)
 // Only if it is worth moving what is there.
 void CodeColumns::Finish()
 {
-    narrow = std::vector<qint16>();
     if (room - count <= room / 32)
         return;
     size_t used = 0;

@@ -59,16 +59,30 @@ void Samples::ReadStored(Record& record)
 void Samples::ReadBlocks(Record& record)
 {
     const qint64 most = MostGrowth * (record.MostRecords() + 1);
+    NarrowBlock narrow;
     Block block;
-    while (record.Next(block)) {
+    for (;;) {
+        while (analog.AreNarrow() && record.Next(narrow)) {
+            analog.Add(RowsIn(narrow.analog, record.Config().analog.size(), narrow.count));
+            AddOthers(narrow, record.Config().states.size());
+        }
+        if (!record.Next(block))
+            return;
         if (count + static_cast<qint64>(block.count) > most)
             throw Error(Tr("comtrade", "%1: the samples lack so many values that they are not read")
                             .arg(record.Places().file));
-        AddHeads(block.numbers.data(), block.times.data(), block.count);
         analog.Add(block);
-        states.Add({reinterpret_cast<const char*>(block.states.data()), record.Config().states.size(), block.count});
-        count += static_cast<qint64>(block.count);
+        AddOthers(block, record.Config().states.size());
     }
+}
+
+// All but the codes of a block.
+template <class SomeBlock>
+void Samples::AddOthers(const SomeBlock& block, size_t stateCount)
+{
+    AddHeads(block.numbers.data(), block.times.data(), block.count);
+    states.Add(RowsIn(block.states, stateCount, block.count));
+    count += static_cast<qint64>(block.count);
 }
 
 // Numbers and times of the records that follow.

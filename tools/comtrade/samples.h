@@ -39,6 +39,8 @@ public:
 private:
     void ReadStored(Record& record);
     void ReadBlocks(Record& record);
+    template <class SomeBlock>
+    void AddOthers(const SomeBlock& block, size_t stateCount);
     void AddHeads(const quint32* some, const qint64* times, size_t more);
 
     CodeColumns analog;
