@@ -28,7 +28,8 @@ bool Holds(double code)
         return true;
 }
 
-// Appends a channel of a block; stops at the first code that the type does not hold, and returns how many it took.
+// Appends a channel of a block; stops at the first code that the type does not hold, and returns how many it
+// took.
 template <class Number>
 size_t Take(const Block& block, size_t channel, size_t channels, size_t taken, Number* codes)
 {
@@ -170,7 +171,8 @@ void CodeColumns::Append(const Block& block, size_t channel)
     }
 }
 
-// Moves a column to the narrowest wider type that has this code too; `taken` codes of a block are in it already.
+// Moves a column to the narrowest wider type that has this code too; `taken` codes of a block are in it
+// already.
 void CodeColumns::Widen(size_t channel, double code, size_t taken)
 {
     Column& column = columns[channel];

@@ -19,6 +19,7 @@ public:
     View(const Number* first_, size_t count_) : first(first_), count(count_) {}
     const Number* data() const { return first; }
     size_t size() const { return count; }
+    bool empty() const { return count == 0; }
     const Number* begin() const { return first; }
     const Number* end() const { return first + count; }
     const Number& operator[](size_t place) const { return first[place]; }

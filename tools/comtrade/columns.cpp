@@ -76,8 +76,8 @@ void Turn(const Rows& rows, size_t channels, Number* columns, size_t distance)
                                        columns + channel * distance + row, distance);
     for (size_t channel = 0; channel < channels; ++channel)
         for (size_t row = channel < tiledChannels ? tiledRows : 0; row < rows.count; ++row)
-            columns[channel * distance + row] = qFromLittleEndian<Number>(
-                rows.bytes + row * rows.stride + channel * sizeof(Number));
+            columns[channel * distance + row] =
+                qFromLittleEndian<Number>(rows.bytes + row * rows.stride + channel * sizeof(Number));
 }
 
 template <class Number>
@@ -119,9 +119,11 @@ void TurnRows(const Rows& rows, size_t channels, float* columns, size_t distance
 {
     Turn<Four>(rows, channels, columns, distance);
     for (size_t channel = 0; channel < channels; ++channel)
-        for (float* value = columns + channel * distance; value != columns + channel * distance + rows.count; ++value)
-            *value = std::abs(*value) <= std::numeric_limits<float>::max() ? *value
-                                                                           : std::numeric_limits<float>::quiet_NaN();
+        for (float* value = columns + channel * distance; value != columns + channel * distance + rows.count;
+             ++value)
+            *value = std::abs(*value) <= std::numeric_limits<float>::max()
+                         ? *value
+                         : std::numeric_limits<float>::quiet_NaN();
 }
 
 void ScaleCodes(const qint16* codes, size_t count, const Scale& scale, double* values)

@@ -8,8 +8,8 @@
 
 namespace comtrade {
 
-/// Rows that follow each other at a distance of `stride` bytes. Their numbers have their lowest byte first, and need
-/// not be aligned.
+/// Rows that follow each other at a distance of `stride` bytes. Their numbers have their lowest byte first,
+/// and need not be aligned.
 struct Rows
 {
     const char* bytes;
@@ -31,7 +31,8 @@ void TurnRows(const Rows& rows, size_t channels, qint32* columns, size_t distanc
 /// The same of FLOAT32 values; what is not finite becomes NaN.
 void TurnRows(const Rows& rows, size_t channels, float* columns, size_t distance);
 
-/// a * code + b for each code, the result times `factor`; NaN for a missing one. Each step is rounded to a double.
+/// a * code + b for each code, the result times `factor`; NaN for a missing one. Each step is rounded to a
+/// double.
 struct Scale
 {
     double a;

@@ -62,8 +62,7 @@ DataReader::DataReader(const QString& path, qint64 offset, qint64 length, const 
     : file(path), configuration(configuration_), forgiven(forgiven_),
       form(Open(file, offset, length, configuration_, forgiven_)), type(form.type),
       shape(ShapeOf(configuration_)), readPlainLine(BestPlainLineReader()),
-      readNarrowLine(BestNarrowLineReader()),
-      longest(LongestRecord(configuration_, type)),
+      readNarrowLine(BestNarrowLineReader()), longest(LongestRecord(configuration_, type)),
       wanted(configuration_.rates.empty() ? 0 : configuration_.SampleCount()),
       left(length >= 0 ? length : file.size() - offset), begin(Margin), end(Margin)
 {

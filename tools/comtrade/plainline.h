@@ -37,7 +37,7 @@ constexpr size_t PlainLineMargin = 64;
 /// limit: then the target may hold anything.
 template <class Code>
 using PlainLineReaderOf = const char* (*)(const char* line, const char* limit, const LineShape& shape,
-                                   const TargetOf<Code>& target);
+                                          const TargetOf<Code>& target);
 using PlainLineReader = PlainLineReaderOf<double>;
 
 /// For lines whose values are also of -32767 to 32767; others are of another form.

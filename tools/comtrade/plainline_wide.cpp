@@ -214,8 +214,8 @@ ZU_WIDE bool TakeNumbers(const char*& at, const char* limit, size_t count, qint3
     __m256i longest = _mm256_setzero_si256();
     __m256i wrong = _mm256_setzero_si256();
     for (size_t i = 0; i + LeastNumbers <= count; i += LeastNumbers)
-        wrong = _mm256_or_si256(
-            wrong, StoreCodes(EightNumbers(at, ends.Get() + i, longest), missing, values + i));
+        wrong = _mm256_or_si256(wrong,
+                                StoreCodes(EightNumbers(at, ends.Get() + i, longest), missing, values + i));
     if (count % LeastNumbers != 0) { // some of them once more
         const size_t last = count - LeastNumbers;
         wrong = _mm256_or_si256(

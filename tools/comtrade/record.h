@@ -223,15 +223,15 @@ public:
     /// The type of the data as they are stored, which may be another one than the configuration says.
     DataType StoredType() const;
 
-    /// Whether the data are binary records whose values mean what their bits say. In revision 1991 that depends on
-    /// the channel.
+    /// Whether the data are binary records whose values mean what their bits say. In revision 1991 that
+    /// depends on the channel.
     bool HasStoredRecords() const;
 
     /// The next of them without conversion; false after the last one. Throws Error like the others.
     bool Next(StoredRecords& stored);
 
-    /// The next ASCII records as far as they are narrow and plainly written; false if the next one is not, and for
-    /// other data: another Next goes on with it.
+    /// The next ASCII records as far as they are narrow and plainly written; false if the next one is not,
+    /// and for other data: another Next goes on with it.
     bool Next(NarrowBlock& block);
 
     /// More records than this cannot follow: their bytes are too few. ASCII records that lack fields are not

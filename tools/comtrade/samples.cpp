@@ -10,8 +10,8 @@ namespace comtrade {
 
 namespace {
 
-// Lines may lack values at their end, which take memory all the same: up to so many times what whole lines of the
-// same bytes would take.
+// Lines may lack values at their end, which take memory all the same: up to so many times what whole lines of
+// the same bytes would take.
 constexpr qint64 MostGrowth = 16;
 
 StateColumns::Form FormOfStates(const Record& record)
@@ -22,7 +22,8 @@ StateColumns::Form FormOfStates(const Record& record)
 } // namespace
 
 Samples::Samples(Record& record)
-    : analog(record.Config().analog.size(), record.StoredType(), static_cast<size_t>(record.ExpectedRecords())),
+    : analog(record.Config().analog.size(), record.StoredType(),
+             static_cast<size_t>(record.ExpectedRecords())),
       states(record.Config().states.size(), FormOfStates(record)),
       room(static_cast<size_t>(record.ExpectedRecords()))
 {
@@ -106,7 +107,8 @@ void Samples::AddHeads(const quint32* some, const qint64* times, size_t more)
 
 void Samples::Values(size_t channel, const Scale& scale, double* values) const
 {
-    std::visit([&](const auto& codes) { ScaleCodes(codes.data(), codes.size(), scale, values); }, Analog(channel));
+    std::visit([&](const auto& codes) { ScaleCodes(codes.data(), codes.size(), scale, values); },
+               Analog(channel));
 }
 
 qint64 Samples::MemorySize() const

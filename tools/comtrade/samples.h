@@ -10,8 +10,8 @@ namespace comtrade {
 class Samples
 {
 public:
-    /// Reads all records that the record still has. Room is made for as many as the configuration says, but never
-    /// for more than their bytes can hold. Throws Error.
+    /// Reads all records that the record still has. Room is made for as many as the configuration says, but
+    /// never for more than their bytes can hold. Throws Error.
     explicit Samples(Record& record);
 
     qint64 Count() const { return count; }
