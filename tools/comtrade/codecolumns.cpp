@@ -28,7 +28,8 @@ bool Holds(double code)
         return true;
 }
 
-// Appends a channel of a block; stops at the first code that the type does not hold, and returns how many it took.
+// Appends a channel of a block; stops at the first code that the type does not hold, and returns how many it
+// took.
 template <class Number>
 size_t Take(const Block& block, size_t channel, size_t channels, size_t taken, Number* codes)
 {
@@ -133,19 +134,15 @@ void CodeColumns::Add(const Rows& rows)
 void CodeColumns::Add(const Block& block)
 {
     MakeRoom(count + block.count);
-    const size_t codes = block.count * columns.size();
-    narrow.resize(std::max(narrow.size(), codes));
-    const auto isOfFirst = [this](const Column& column) { return column.kind == first; };
-    if (first == Kind::Int16 && codes > 0 && std::all_of(columns.begin(), columns.end(), isOfFirst) &&
-        NarrowCodes(block.analog.data(), codes, narrow.data())) {
-        const size_t stride = columns.size() * sizeof(qint16);
-        TurnRows({reinterpret_cast<const char*>(narrow.data()), stride, block.count}, columns.size(),
-                 End<qint16>(columns[0]), room);
-    } else {
-        for (size_t i = 0; i < columns.size(); ++i)
-            Append(block, i);
-    }
+    for (size_t i = 0; i < columns.size(); ++i)
+        Append(block, i);
     count += block.count;
+}
+
+bool CodeColumns::AreNarrow() const
+{
+    return std::all_of(columns.begin(), columns.end(),
+                       [](const Column& column) { return column.kind == Kind::Int16; });
 }
 
 void CodeColumns::Append(const Block& block, size_t channel)
@@ -174,7 +171,8 @@ void CodeColumns::Append(const Block& block, size_t channel)
     }
 }
 
-// Moves a column to the narrowest wider type that has this code too; `taken` codes of a block are in it already.
+// Moves a column to the narrowest wider type that has this code too; `taken` codes of a block are in it
+// already.
 void CodeColumns::Widen(size_t channel, double code, size_t taken)
 {
     Column& column = columns[channel];
@@ -199,7 +197,6 @@ void CodeColumns::Widen(size_t channel, double code, size_t taken)
 // Only if it is worth moving what is there.
 void CodeColumns::Finish()
 {
-    narrow = std::vector<qint16>();
     if (room - count <= room / 32)
         return;
     size_t used = 0;

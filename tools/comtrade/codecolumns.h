@@ -19,6 +19,7 @@ public:
     View(const Number* first_, size_t count_) : first(first_), count(count_) {}
     const Number* data() const { return first; }
     size_t size() const { return count; }
+    bool empty() const { return count == 0; }
     const Number* begin() const { return first; }
     const Number* end() const { return first + count; }
     const Number& operator[](size_t place) const { return first[place]; }
@@ -38,11 +39,14 @@ public:
     /// Room for so many samples is made at once, for others when they come.
     CodeColumns(size_t channels, DataType type, size_t room_);
 
-    /// Adds binary records: rows that start with the values of the data's type.
+    /// Adds rows of values of the data's type, while no column is wider; in ASCII that is 16-bit integers.
     void Add(const Rows& rows);
 
     /// Adds a block of ASCII records, or of others.
     void Add(const Block& block);
+
+    /// Whether all columns are of 16-bit integers still.
+    bool AreNarrow() const;
 
     /// Gives back room for samples that have not come.
     void Finish();
@@ -75,7 +79,6 @@ private:
     Pages shared; // by the columns of the first type, `room` codes for each channel
     size_t room;
     size_t count = 0;
-    std::vector<qint16> narrow; // a block
 };
 
 } // namespace comtrade

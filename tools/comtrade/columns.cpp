@@ -7,13 +7,12 @@
 #include <cstring>
 #include <limits>
 
-#ifdef __SSE2__
-#include <emmintrin.h>
-#endif
-
 namespace comtrade {
 
 namespace {
+
+// So few that they stay in the nearest cache while their channels are taken one after the other.
+constexpr size_t RowsAtOnce = 64;
 
 // One register on x86-64 and 64-bit ARM.
 typedef qint16 Eight __attribute__((vector_size(16)));
@@ -70,68 +69,16 @@ void Turn(const Rows& rows, size_t channels, Number* columns, size_t distance)
     constexpr bool hasTiles = Q_BYTE_ORDER == Q_LITTLE_ENDIAN;
     const size_t tiledRows = hasTiles ? rows.count / side * side : 0;
     const size_t tiledChannels = hasTiles ? channels / side * side : 0;
-    for (size_t channel = 0; channel < tiledChannels; channel += side)
-        for (size_t row = 0; row < tiledRows; row += side)
-            TurnTile<Vector, side>(rows.bytes + row * rows.stride + channel * sizeof(Number), rows.stride,
-                                   columns + channel * distance + row, distance);
+    for (size_t start = 0; start < tiledRows; start += RowsAtOnce)
+        for (size_t channel = 0; channel < tiledChannels; channel += side)
+            for (size_t row = start; row < std::min(tiledRows, start + RowsAtOnce); row += side)
+                TurnTile<Vector, side>(rows.bytes + row * rows.stride + channel * sizeof(Number), rows.stride,
+                                       columns + channel * distance + row, distance);
     for (size_t channel = 0; channel < channels; ++channel)
         for (size_t row = channel < tiledChannels ? tiledRows : 0; row < rows.count; ++row)
-            columns[channel * distance + row] = qFromLittleEndian<Number>(
-                rows.bytes + row * rows.stride + channel * sizeof(Number));
+            columns[channel * distance + row] =
+                qFromLittleEndian<Number>(rows.bytes + row * rows.stride + channel * sizeof(Number));
 }
-
-constexpr qint16 Missing16 = std::numeric_limits<qint16>::min();
-
-bool NarrowSome(const double* codes, size_t count, qint16* narrow)
-{
-    for (size_t i = 0; i < count; ++i) {
-        const bool isMissing = codes[i] != codes[i];
-        if (!isMissing && !(codes[i] > Missing16 && codes[i] <= std::numeric_limits<qint16>::max()))
-            return false;
-        const qint16 code = isMissing ? Missing16 : static_cast<qint16>(codes[i]);
-        narrow[i] = qToLittleEndian(code);
-        if (!isMissing && code != codes[i])
-            return false;
-    }
-    return true;
-}
-
-#ifdef __SSE2__
-
-// Four integers of 32 bits; what is none, or does not fit, becomes the least of them.
-inline __m128i FourIntegers(const double* codes)
-{
-    return _mm_unpacklo_epi64(_mm_cvttpd_epi32(_mm_loadu_pd(codes)), _mm_cvttpd_epi32(_mm_loadu_pd(codes + 2)));
-}
-
-// Not zero if four codes are not these integers.
-inline __m128d DifferencesOfFour(const double* codes, __m128i integers)
-{
-    const __m128d low = _mm_cmpneq_pd(_mm_cvtepi32_pd(integers), _mm_loadu_pd(codes));
-    const __m128i rest = _mm_unpackhi_epi64(integers, integers);
-    return _mm_or_pd(low, _mm_cmpneq_pd(_mm_cvtepi32_pd(rest), _mm_loadu_pd(codes + 2)));
-}
-
-// False if one of eight codes is missing, or is not held.
-inline bool NarrowEight(const double* codes, qint16* narrow)
-{
-    const __m128i packed = _mm_packs_epi32(FourIntegers(codes), FourIntegers(codes + 4)); // saturates
-    _mm_storeu_si128(reinterpret_cast<__m128i*>(narrow), packed);
-    const __m128i low = _mm_srai_epi32(_mm_unpacklo_epi16(packed, packed), 16);
-    const __m128i high = _mm_srai_epi32(_mm_unpackhi_epi16(packed, packed), 16);
-    const __m128i isLeast = _mm_cmpeq_epi16(packed, _mm_set1_epi16(Missing16));
-    const __m128d differ = _mm_or_pd(DifferencesOfFour(codes, low), DifferencesOfFour(codes + 4, high));
-    return (_mm_movemask_epi8(isLeast) | _mm_movemask_pd(differ)) == 0;
-}
-
-#else
-
-inline bool NarrowEight(const double* codes, qint16* narrow)
-{
-    return NarrowSome(codes, 8, narrow);
-}
-
-#endif
 
 template <class Number>
 bool IsMissing(Number code)
@@ -172,18 +119,11 @@ void TurnRows(const Rows& rows, size_t channels, float* columns, size_t distance
 {
     Turn<Four>(rows, channels, columns, distance);
     for (size_t channel = 0; channel < channels; ++channel)
-        for (float* value = columns + channel * distance; value != columns + channel * distance + rows.count; ++value)
-            *value = std::abs(*value) <= std::numeric_limits<float>::max() ? *value
-                                                                           : std::numeric_limits<float>::quiet_NaN();
-}
-
-bool NarrowCodes(const double* codes, size_t count, qint16* narrow)
-{
-    size_t i = 0;
-    for (; i + 8 <= count; i += 8)
-        if (Q_UNLIKELY(!NarrowEight(codes + i, narrow + i)) && !NarrowSome(codes + i, 8, narrow + i))
-            return false;
-    return NarrowSome(codes + i, count - i, narrow + i);
+        for (float* value = columns + channel * distance; value != columns + channel * distance + rows.count;
+             ++value)
+            *value = std::abs(*value) <= std::numeric_limits<float>::max()
+                         ? *value
+                         : std::numeric_limits<float>::quiet_NaN();
 }
 
 void ScaleCodes(const qint16* codes, size_t count, const Scale& scale, double* values)

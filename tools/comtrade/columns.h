@@ -4,17 +4,25 @@
 #include <QtGlobal>
 
 #include <cstddef>
+#include <vector>
 
 namespace comtrade {
 
-/// Rows that follow each other at a distance of `stride` bytes. Their numbers have their lowest byte first, and need
-/// not be aligned.
+/// Rows that follow each other at a distance of `stride` bytes. Their numbers have their lowest byte first,
+/// and need not be aligned.
 struct Rows
 {
     const char* bytes;
     size_t stride;
     size_t count;
 };
+
+/// The same of rows in memory.
+template <class Number>
+Rows RowsIn(const std::vector<Number>& numbers, size_t channels, size_t count)
+{
+    return {reinterpret_cast<const char*>(numbers.data()), channels * sizeof(Number), count};
+}
 
 /// Writes number `i` of row `j` to columns[i * distance + j].
 void TurnRows(const Rows& rows, size_t channels, qint16* columns, size_t distance);
@@ -23,11 +31,8 @@ void TurnRows(const Rows& rows, size_t channels, qint32* columns, size_t distanc
 /// The same of FLOAT32 values; what is not finite becomes NaN.
 void TurnRows(const Rows& rows, size_t channels, float* columns, size_t distance);
 
-/// Codes as 16-bit integers for TurnRows, NaN as -32768. False, with anything written, if one of the others is no integer of
-/// -32767 to 32767.
-bool NarrowCodes(const double* codes, size_t count, qint16* narrow);
-
-/// a * code + b for each code, the result times `factor`; NaN for a missing one. Each step is rounded to a double.
+/// a * code + b for each code, the result times `factor`; NaN for a missing one. Each step is rounded to a
+/// double.
 struct Scale
 {
     double a;

@@ -62,7 +62,7 @@ DataReader::DataReader(const QString& path, qint64 offset, qint64 length, const 
     : file(path), configuration(configuration_), forgiven(forgiven_),
       form(Open(file, offset, length, configuration_, forgiven_)), type(form.type),
       shape(ShapeOf(configuration_)), readPlainLine(BestPlainLineReader()),
-      longest(LongestRecord(configuration_, type)),
+      readNarrowLine(BestNarrowLineReader()), longest(LongestRecord(configuration_, type)),
       wanted(configuration_.rates.empty() ? 0 : configuration_.SampleCount()),
       left(length >= 0 ? length : file.size() - offset), begin(Margin), end(Margin)
 {
@@ -113,10 +113,40 @@ bool DataReader::Next(Block& block)
 {
     if (failure)
         std::rethrow_exception(failure);
-    const size_t most = std::max<size_t>(1, BlockSize / (16 + 8 * (shape.analog + shape.states)));
+    const size_t most = RecordsOfBlock();
     block.Resize(most, configuration);
     block.count =
         Take({block.numbers.data(), block.times.data(), block.analog.data(), block.states.data()}, most);
+    return block.count > 0;
+}
+
+size_t DataReader::RecordsOfBlock() const
+{
+    return std::max<size_t>(1, BlockSize / (16 + 8 * (shape.analog + shape.states)));
+}
+
+bool DataReader::Next(NarrowBlock& block)
+{
+    // Columns are made of little-endian rows (columns.h).
+    const bool isFor = type == DataType::Ascii && !failure && Q_BYTE_ORDER == Q_LITTLE_ENDIAN;
+    const size_t most = isFor ? RecordsOfBlock() : 0;
+    block.numbers.resize(most);
+    block.times.resize(most);
+    block.analog.resize(most * shape.analog);
+    block.states.resize(most * shape.states);
+    NarrowTarget target{block.numbers.data(), block.times.data(), block.analog.data(), block.states.data()};
+    for (block.count = 0; block.count < most && !hasEnded; ++block.count) {
+        Fill(longest);
+        const char* const after = readNarrowLine(At(), buffer.data() + end, shape, target);
+        if (after == nullptr)
+            break;
+        ++record;
+        begin = static_cast<size_t>(after - buffer.data());
+        ++target.number;
+        ++target.time;
+        target.analog += shape.analog;
+        target.states += shape.states;
+    }
     return block.count > 0;
 }
 

@@ -27,7 +27,8 @@ char* Map(size_t bytes)
     void* const memory = mmap(nullptr, bytes, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
     if (memory == MAP_FAILED)
         throw std::bad_alloc();
-    madvise(memory, bytes, MADV_HUGEPAGE); // first touches cost a third; where there are none, nothing is lost
+    madvise(memory, bytes,
+            MADV_HUGEPAGE); // first touches cost a third; where there are none, nothing is lost
     return static_cast<char*>(memory);
 }
 

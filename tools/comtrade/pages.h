@@ -1,5 +1,5 @@
-// Memory for the samples of a record: large pieces come from the system and go back to it at once, whatever the
-// allocator would keep for later.
+// Memory for the samples of a record: large pieces come from the system and go back to it at once, whatever
+// the allocator would keep for later.
 #pragma once
 
 #include <algorithm>
@@ -8,8 +8,8 @@
 
 namespace comtrade {
 
-/// A piece of memory whose contents are not defined at first. What is never written takes no memory, if the piece
-/// is large.
+/// A piece of memory whose contents are not defined at first. What is never written takes no memory, if the
+/// piece is large.
 class Pages
 {
 public:

@@ -141,6 +141,11 @@ bool Record::HasStoredRecords() const
     return data->Type() != DataType::Ascii && configuration.revision != Revision::R1991;
 }
 
+bool Record::Next(NarrowBlock& block)
+{
+    return data->Next(block);
+}
+
 bool Record::Next(StoredRecords& stored)
 {
     return data->Next(stored);

@@ -10,8 +10,8 @@ namespace comtrade {
 
 namespace {
 
-// Lines may lack values at their end, which take memory all the same: up to so many times what whole lines of the
-// same bytes would take.
+// Lines may lack values at their end, which take memory all the same: up to so many times what whole lines of
+// the same bytes would take.
 constexpr qint64 MostGrowth = 16;
 
 StateColumns::Form FormOfStates(const Record& record)
@@ -22,7 +22,8 @@ StateColumns::Form FormOfStates(const Record& record)
 } // namespace
 
 Samples::Samples(Record& record)
-    : analog(record.Config().analog.size(), record.StoredType(), static_cast<size_t>(record.ExpectedRecords())),
+    : analog(record.Config().analog.size(), record.StoredType(),
+             static_cast<size_t>(record.ExpectedRecords())),
       states(record.Config().states.size(), FormOfStates(record)),
       room(static_cast<size_t>(record.ExpectedRecords()))
 {
@@ -59,16 +60,30 @@ void Samples::ReadStored(Record& record)
 void Samples::ReadBlocks(Record& record)
 {
     const qint64 most = MostGrowth * (record.MostRecords() + 1);
+    NarrowBlock narrow;
     Block block;
-    while (record.Next(block)) {
+    for (;;) {
+        while (analog.AreNarrow() && record.Next(narrow)) {
+            analog.Add(RowsIn(narrow.analog, record.Config().analog.size(), narrow.count));
+            AddOthers(narrow, record.Config().states.size());
+        }
+        if (!record.Next(block))
+            return;
         if (count + static_cast<qint64>(block.count) > most)
             throw Error(Tr("comtrade", "%1: the samples lack so many values that they are not read")
                             .arg(record.Places().file));
-        AddHeads(block.numbers.data(), block.times.data(), block.count);
         analog.Add(block);
-        states.Add({reinterpret_cast<const char*>(block.states.data()), record.Config().states.size(), block.count});
-        count += static_cast<qint64>(block.count);
+        AddOthers(block, record.Config().states.size());
     }
+}
+
+// All but the codes of a block.
+template <class SomeBlock>
+void Samples::AddOthers(const SomeBlock& block, size_t stateCount)
+{
+    AddHeads(block.numbers.data(), block.times.data(), block.count);
+    states.Add(RowsIn(block.states, stateCount, block.count));
+    count += static_cast<qint64>(block.count);
 }
 
 // Numbers and times of the records that follow.
@@ -92,7 +107,8 @@ void Samples::AddHeads(const quint32* some, const qint64* times, size_t more)
 
 void Samples::Values(size_t channel, const Scale& scale, double* values) const
 {
-    std::visit([&](const auto& codes) { ScaleCodes(codes.data(), codes.size(), scale, values); }, Analog(channel));
+    std::visit([&](const auto& codes) { ScaleCodes(codes.data(), codes.size(), scale, values); },
+               Analog(channel));
 }
 
 qint64 Samples::MemorySize() const

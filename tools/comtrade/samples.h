@@ -10,8 +10,8 @@ namespace comtrade {
 class Samples
 {
 public:
-    /// Reads all records that the record still has. Room is made for as many as the configuration says, but never
-    /// for more than their bytes can hold. Throws Error.
+    /// Reads all records that the record still has. Room is made for as many as the configuration says, but
+    /// never for more than their bytes can hold. Throws Error.
     explicit Samples(Record& record);
 
     qint64 Count() const { return count; }
@@ -41,6 +41,8 @@ public:
 private:
     void ReadStored(Record& record);
     void ReadBlocks(Record& record);
+    template <class SomeBlock>
+    void AddOthers(const SomeBlock& block, size_t stateCount);
     void AddHeads(const quint32* some, const qint64* times, size_t more);
 
     CodeColumns analog;

@@ -1,5 +1,5 @@
-// The states of discrete channels in memory. They seldom change, so the changes are kept; of a channel that changes
-// often, a bit for each sample.
+// The states of discrete channels in memory. They seldom change, so the changes are kept; of a channel that
+// changes often, a bit for each sample.
 #pragma once
 
 #include "comtrade/columns.h"

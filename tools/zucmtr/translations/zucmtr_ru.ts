@@ -1167,6 +1167,10 @@ Example, with the sample station:
         <source>hour %1</source>
         <translation>час %1</translation>
     </message>
+    <message>
+        <source>%1: the samples lack so many values that they are not read</source>
+        <translation>%1: в отсчётах не хватает столь многих значений, что они не читаются</translation>
+    </message>
 </context>
 <context>
     <name>convert</name>
