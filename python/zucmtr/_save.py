@@ -86,7 +86,7 @@ def chosen(record: Record, channels: Optional[ChannelChoice]) -> tuple[list[str]
         elif isinstance(key, tuple):
             of_circuit = named(record, key)
             if not of_circuit:
-                raise ChannelError(f"{record._source.path}: there is no channel {key!r}")
+                raise ChannelError(f"{record._path}: there is no channel {key!r}")
             found += of_circuit
         elif isinstance(key, str):
             of_circuit = named(record, key) if ":" in key else []
