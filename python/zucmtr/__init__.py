@@ -5,6 +5,10 @@
 
 from __future__ import annotations
 
+from . import _core
+
+_core.refuse_subinterpreter()
+
 from ._channels import AnalogChannel, Changes, Channels, DigitalChannel
 from ._convert import Conversion, convert
 from ._errors import ChannelError, ConversionError, Error, FileError, MissingPackageError, RecordError

@@ -155,7 +155,11 @@ class AnalogChannel(Channel):
             raise ValueError(f"side is {side!r}; it is one of {', '.join(SIDES)}")
         stored = self._source.core.values(self._index)
         factor = self._factor(side)
-        return stored if factor == 1 else stored * factor
+        if factor == 1:
+            return stored
+        values = stored * factor
+        values.flags.writeable = False
+        return values
 
     def _factor(self, side: str) -> float:
         to_primary = float(self._fields["primary_factor"])
