@@ -14,6 +14,10 @@ take. Failures are under ``Error``. docs/python.md has examples that can be run.
 
 from __future__ import annotations
 
+from . import _core
+
+_core.refuse_subinterpreter()
+
 from ._channels import AnalogChannel, Changes, Channel, Channels, DigitalChannel
 from ._configuration import Finding, Rate
 from ._convert import Conversion, Salvaged, convert

@@ -189,7 +189,9 @@ class AnalogChannel(Channel, AnalogAliases):
         stored = self.a * np.asarray(codes, np.float64) + self.b
         if codes.dtype.kind == "i":
             stored = np.where(codes == np.iinfo(codes.dtype).min, np.nan, stored)
-        return (stored * self._factor("primary"))[()]
+        values = np.asarray(stored * self._factor("primary"))
+        values.flags.writeable = False
+        return values[()]
 
     def _factor(self, side: str) -> float:
         to_primary = float(self._fields["primary_factor"])

@@ -98,10 +98,9 @@ class ValuesTest(Case):
     def test_of_40_recordings_are_those_of_their_records(self):
         pairs = []
         for recordings in self.stations():
-            for recording in recordings:
-                out = recording.with_suffix("")
-                program("convert", "--revision", "2013", "--data", "binary", "--encoding", "utf8", "--make-out", "--out", out, recording)
-                pairs.append((recording, next(out.glob("*.cfg"))))
+            out = recordings[0].with_name("records")
+            program("convert", "--revision", "2013", "--data", "binary", "--encoding", "utf8", "--make-out", "--out", out, *recordings)
+            pairs += zip(recordings, sorted(out.glob("*.cfg")), strict=True)  # both are in the order of their times
         self.assertEqual(len(pairs), RECORDINGS)
         expected = self.expected([record for _, record in pairs])
         found = []
