@@ -40,7 +40,8 @@ QString InArguments(const QString& text)
 
 void Raise(const char* name, const QString& message)
 {
-    const py::object failure = py::module_::import("zucmtr._errors").attr("failure")(name, ToPython(InArguments(message)));
+    const py::object failure =
+        py::module_::import("zucmtr._errors").attr("failure")(name, ToPython(InArguments(message)));
     PyErr_SetObject(py::type::of(failure).ptr(), failure.ptr());
 }
 

@@ -56,7 +56,7 @@ class PathTest(Case):
     def test_may_be_a_text_bytes_or_a_path(self):
         path = self.record("запись")
         for one in (str(path), os.fsencode(path), path, Named(path), Named(os.fsencode(path))):
-            self.assertEqual(zucmtr.open(one).path, str(path))
+            self.assertEqual(zucmtr.open(one).path, Path(path))
         recording = self.station("--seconds", "0.1")[0]
         self.assertTrue(zucmtr.convert(os.fsencode(recording), os.fsencode(self.directory)).is_new)
 
@@ -147,7 +147,7 @@ class KeyTest(Case):
 
     def test_of_the_extension_has_bounds(self):
         core = zucmtr.open(self.record())._source.core
-        for call in (core.codes, core.values, core.states, core.changes):
+        for call in (core.codes, lambda place: core.values(place, 1.0), core.states, core.changes, lambda place: core.state(place, 0)):
             for place in (2, 2 ** 63, 2 ** 64 - 1):
                 with self.assertRaises(IndexError):
                     call(place)
