@@ -35,6 +35,7 @@ template <class Words>
 std::vector<std::string> NamesOf(const Words& words)
 {
     std::vector<std::string> names;
+    names.reserve(words.size());
     for (const auto& row : words)
         names.emplace_back(row.first);
     return names;
@@ -264,7 +265,7 @@ QString EndingOf(Form form)
 
 QString FormText(const Request& request, const comtrade::Configuration& written)
 {
-    const QString form = EndingOf(request.form).mid(1);
+    QString form = EndingOf(request.form).mid(1);
     if (!IsComtrade(request.form))
         return form;
     return QStringLiteral("%1 %2 %3 %4")

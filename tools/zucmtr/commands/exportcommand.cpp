@@ -133,7 +133,7 @@ ExitCode Explain(const QString& file, bool json)
     } catch (const std::bad_alloc&) {
         return Refuse(file, reason::OutOfMemory, text::MemoryMessage(), json);
     } catch (const text::Error& error) {
-        const QString message = error.Message();
+        const QString& message = error.Message();
         return Refuse(file, reason::OfLibrary(message, explain::WordOf(file, unreadable)), message, json);
     }
 }
