@@ -1,6 +1,6 @@
-// readrecord ROUNDS FILE: the seconds of the processor that the C++ reader takes for a record, from opening it to the last block of its
-// samples, the shortest of some rounds. A recording is converted into a temporary record first. That is what the Python
-// module is measured against; nothing is kept of the blocks.
+// readrecord ROUNDS FILE: the seconds of the processor that the C++ reader takes for a record, from opening
+// it to the last block of its samples, the shortest of some rounds. A recording is converted into a temporary
+// record first. That is what the Python module is measured against; nothing is kept of the blocks.
 #include "comtrade/record.h"
 #include "zucmtr/commands/recordsource.h"
 

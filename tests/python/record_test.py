@@ -147,7 +147,11 @@ class OpeningTest(Case):
 class MemoryTest(Case):
     def test_of_samples_is_theirs_while_they_are_held_and_no_more(self):
         count = 1000000
-        path = self.record(data=np.tile(np.arange(7, dtype="<i2"), count).tobytes(), kind="BINARY")
+        data = np.zeros(count, [("number", "<u4"), ("time", "<u4"), ("codes", "<i2", 2), ("states", "<u2")])
+        data["number"] = np.arange(1, count + 1)
+        data["codes"] = 7
+        path = self.record(data=data.tobytes(), kind="BINARY")
+        path.write_bytes(path.read_bytes().replace(b"\n1000,4\n", b"\n1000,%d\n" % count))
 
         def resident():
             return 4096 * int(Path("/proc/self/statm").read_text().split()[1])
@@ -156,7 +160,7 @@ class MemoryTest(Case):
         before = resident()
         record = zucmtr.open(path)
         codes = record.analog[0].codes
-        self.assertEqual(len(codes), count)
+        self.assertEqual((len(codes), codes[count - 1]), (count, 7))
         self.assertLess(resident() - before, 1.1 * 2 * 2 * count + 1000000)
         record.close()
         self.assertGreater(resident() - before, 2 * 2 * count)
