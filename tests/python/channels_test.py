@@ -18,8 +18,9 @@ class AnalogTest(Case):
         self.assertEqual(channel.codes.dtype, np.int16)
         self.assertFalse(channel.codes.flags.writeable or channel.codes.flags.owndata)
         self.assertEqual(channel.codes.ctypes.data, channel.codes.ctypes.data)
-        with self.assertRaises(ValueError):
-            channel.codes[0] = 1
+        for array in (channel.codes, channel.values):
+            with self.assertRaises(ValueError):
+                array[0] = 1
         np.testing.assert_array_equal(channel.values, [4 * 200, np.nan, -16 * 200, 19 * 200])
         np.testing.assert_array_equal(channel.scaled("secondary"), [4, np.nan, -16, 19])
         np.testing.assert_array_equal(channel.scaled("stored"), [4, np.nan, -16, 19])

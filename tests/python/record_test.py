@@ -11,6 +11,7 @@ import sys
 import unittest
 from pathlib import Path
 
+import numpy as np
 import zucmtr
 from support import Case
 
@@ -183,7 +184,50 @@ class FailureTest(Case):
         self.assertIn(str(path), str(caught.exception))
 
 
+class OpeningTest(Case):
+    def test_imports_no_package_that_is_not_needed(self):
+        script = "import sys, zucmtr; print(sorted({'pandas', 'xarray', 'matplotlib', 'scipy'} & {*sys.modules}))"
+        run = subprocess.run([sys.executable, "-c", script], stdout=subprocess.PIPE, text=True, check=True)
+        self.assertEqual(run.stdout, "[]\n")
+
+    def test_reads_the_configuration_and_no_more_of_the_data_than_shows_their_form(self):
+        def bytes_read():
+            words = Path("/proc/self/io").read_text().split()
+            return int(words[words.index("rchar:") + 1])
+
+        path = self.record()
+        path.with_suffix(".dat").write_text("".join(f"{i},{1000 * i},1,2,0\n" for i in range(1, 100001)))
+        zucmtr.open(path)
+        before = bytes_read()
+        record = zucmtr.open(path)
+        self.assertLess(bytes_read() - before, 150000)
+        self.assertEqual(len(record), 100000)
+        self.assertGreater(bytes_read() - before, 1500000)
+
+
 class MemoryTest(Case):
+    def test_of_samples_is_theirs_while_they_are_held_and_no_more(self):
+        count = 1000000
+        data = np.zeros(count, [("number", "<u4"), ("time", "<u4"), ("codes", "<i2", 2), ("states", "<u2")])
+        data["number"] = np.arange(1, count + 1)
+        data["codes"] = 7
+        path = self.record(data=data.tobytes(), kind="BINARY")
+        path.write_bytes(path.read_bytes().replace(b"\n1000,4\n", b"\n1000,%d\n" % count))
+
+        def resident():
+            return 4096 * int(Path("/proc/self/statm").read_text().split()[1])
+
+        zucmtr.open(self.record("small")).analog[0].codes
+        before = resident()
+        record = zucmtr.open(path)
+        codes = record.analog[0].codes
+        self.assertEqual((len(codes), codes[count - 1]), (count, 7))
+        self.assertLess(resident() - before, 1.1 * 2 * 2 * count + 1000000)
+        record.close()
+        self.assertGreater(resident() - before, 2 * 2 * count)
+        del codes
+        self.assertLess(resident() - before, 1000000)
+
     def test_of_a_thousand_records_is_given_back(self):
         path = self.record()
 
