@@ -42,15 +42,6 @@ def growth(call, measure):
     return least
 
 
-def lasting(call, measure):
-    """The growth, measured again while there is one: caches are full at some time, a leak never ends."""
-    for _ in range(5):
-        grown = growth(call, measure)
-        if abs(grown) <= NOISE:
-            break
-    return grown
-
-
 def failing(error, call):
     """A call that has to raise."""
     def attempt():
@@ -70,7 +61,7 @@ class ReferencesTest(Case):
         self.core = self.open._source.core
 
     def check(self, calls, measure):
-        found = {name: [lasting(call, measure), lasting(call, sys.getallocatedblocks)] for name, call in calls.items()}
+        found = {name: [growth(call, measure), growth(call, sys.getallocatedblocks)] for name, call in calls.items()}
         self.assertEqual({name: one for name, one in found.items() if max(map(abs, one)) > NOISE}, {})
 
     def test_of_the_extension_are_all_given_back(self):
