@@ -113,8 +113,9 @@ void Samples::Values(size_t channel, const Scale& scale, double* values) const
 
 qint64 Samples::MemorySize() const
 {
-    return static_cast<qint64>(analog.MemorySize() + states.MemorySize() + numbers.size() * sizeof(quint32) +
-                               stamps.size() * sizeof(qint64));
+    const size_t heads = numbers.size() * sizeof(quint32) + stamps.size() * sizeof(qint64);
+    const size_t bytes = analog.MemorySize() + states.MemorySize() + heads;
+    return static_cast<qint64>(bytes);
 }
 
 } // namespace comtrade
