@@ -1,6 +1,6 @@
-// Prints what the reader gives for records, in lines that values_test.py makes of the module's arrays as well: the
-// configuration, then for each channel its numbers and texts and the SHA-256 of its codes, values and states, then those of
-// the sample numbers and of the times. What is missing is hashed as 1e300.
+// Prints what the reader gives for records, in lines that values_test.py makes of the module's arrays as
+// well: the configuration, then for each channel its numbers and texts and the SHA-256 of its codes, values
+// and states, then those of the sample numbers and of the times. What is missing is hashed as 1e300.
 //
 // It reads sample by sample, and shares nothing with the arrays but the reader and the axis of time.
 #include "analysis/timeaxis.h"
@@ -114,10 +114,14 @@ void PrintConfiguration(const comtrade::Configuration& config, size_t count)
 
 void PrintAnalog(const comtrade::AnalogChannel& channel, const std::vector<double>& codes)
 {
-    QList<QByteArray> fields{QByteArray::number(channel.number), Text(channel.name), Text(channel.phase),
-                             Text(channel.circuit),              Text(channel.unit), channel.primaryValues ? "P" : "S"};
-    for (const double number : {channel.a, channel.b, channel.skew, channel.min, channel.max, channel.primary,
-                                channel.secondary})
+    QList<QByteArray> fields{QByteArray::number(channel.number),
+                             Text(channel.name),
+                             Text(channel.phase),
+                             Text(channel.circuit),
+                             Text(channel.unit),
+                             channel.primaryValues ? "P" : "S"};
+    for (const double number :
+         {channel.a, channel.b, channel.skew, channel.min, channel.max, channel.primary, channel.secondary})
         fields << Text(number);
     fields << Hash(Scaled(codes, 1, 0, 1)) << Hash(Scaled(codes, channel.a, channel.b, 1))
            << Hash(Scaled(codes, channel.a, channel.b, ToPrimary(channel)))
