@@ -1,8 +1,11 @@
 #include "analysis/oscillogram.h"
 
+#include "comtrade/samples.h"
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <type_traits>
 
 namespace analysis {
 
@@ -159,13 +162,35 @@ size_t Codes::AddSmall(const double* code, size_t count, size_t stride)
     const qint16* const begin = next;
     for (size_t i = 0; i < count && ToShort(code[i * stride], *next); ++i)
         ++next;
-    if (next > begin) {
-        const auto [low, high] = std::minmax_element(begin, static_cast<const qint16*>(next));
-        least = std::isnan(least) ? *low : std::min<double>(least, *low);
-        greatest = std::isnan(greatest) ? *high : std::max<double>(greatest, *high);
-    }
+    Limit(begin, next);
     small.resize(static_cast<size_t>(next - small.data()));
     return static_cast<size_t>(next - begin);
+}
+
+void Codes::Add(const qint16* code, size_t count)
+{
+    if (!wide.empty()) {
+        for (size_t i = 0; i < count; ++i)
+            AddWide(code[i]);
+        return;
+    }
+    small.insert(small.end(), code, code + count);
+    Limit(code, code + count);
+}
+
+// Takes codes into account for the least and the greatest.
+void Codes::Limit(const qint16* code, const qint16* end)
+{
+    if (code == end)
+        return;
+    qint16 low = *code; // as std::minmax_element, but in a loop that has no branches
+    qint16 high = *code;
+    for (; code != end; ++code) {
+        low = std::min(low, *code);
+        high = std::max(high, *code);
+    }
+    least = std::isnan(least) ? low : std::min<double>(least, low);
+    greatest = std::isnan(greatest) ? high : std::max<double>(greatest, high);
 }
 
 void Codes::AddWide(double code)
@@ -222,19 +247,53 @@ qint64 Oscillogram::Count() const
     return states.empty() ? 0 : static_cast<qint64>(states.front().Size());
 }
 
-Oscillogram Read(const QString& recordPath, const Extent& extent)
+namespace {
+
+// Samples of so many bytes are in memory twice for a moment, since that is faster.
+constexpr double MostBytesTwice = 64 << 20;
+
+template <class Number>
+void AddTo(Codes& codes, const comtrade::View<Number>& read)
 {
-    comtrade::Record record(recordPath, ReadingOf(extent));
-    Oscillogram oscillogram;
-    oscillogram.config = record.Config();
-    // Lines end in line feeds.
-    oscillogram.report = record.HeaderText().replace(QLatin1String("\r\n"), QLatin1String("\n"));
-    oscillogram.information = record.InformationText();
-    oscillogram.axis = AxisOf(recordPath, oscillogram.config);
-    oscillogram.analog.resize(oscillogram.config.analog.size());
-    oscillogram.states.resize(oscillogram.config.states.size());
-    const Range range = Chosen(recordPath, oscillogram.axis, oscillogram.config, extent);
-    oscillogram.first = range.first;
+    constexpr Number missing = std::numeric_limits<Number>::min();
+    if constexpr (std::is_same_v<Number, qint16>) {
+        if (std::find(read.begin(), read.end(), missing) == read.end()) {
+            codes.Add(read.data(), read.size());
+            return;
+        }
+    }
+    for (const Number code : read) {
+        const bool isMissing = std::is_integral_v<Number> && code == missing;
+        codes.Add(isMissing ? std::numeric_limits<double>::quiet_NaN() : static_cast<double>(code));
+    }
+}
+
+// `state` is that of the first sample.
+void AddTo(States& states, bool state, const comtrade::Changes& changes, qint64 count)
+{
+    qint64 from = 0;
+    for (size_t i = 0; i < changes.samples.size(); ++i) {
+        states.Add(state, static_cast<size_t>(changes.samples[i] - from));
+        from = changes.samples[i];
+        state = changes.states[i] != 0;
+    }
+    states.Add(state, static_cast<size_t>(count - from));
+}
+
+// All samples of a record, channel by channel.
+void TakeAll(comtrade::Record& record, Oscillogram& oscillogram)
+{
+    const comtrade::Samples samples(record);
+    oscillogram.total = samples.Count();
+    for (size_t i = 0; i < oscillogram.analog.size(); ++i)
+        std::visit([&](const auto& read) { AddTo(oscillogram.analog[i], read); }, samples.Analog(i));
+    for (size_t i = 0; i < oscillogram.states.size() && samples.Count() > 0; ++i)
+        AddTo(oscillogram.states[i], samples.State(i, 0) != 0, samples.ChangesOf(i), samples.Count());
+}
+
+// The samples of a range, as they come.
+void TakePart(comtrade::Record& record, const Range& range, Oscillogram& oscillogram)
+{
     comtrade::Block block;
     StateAppender appender(oscillogram.states);
     const size_t analog = oscillogram.analog.size();
@@ -250,6 +309,28 @@ Oscillogram Read(const QString& recordPath, const Extent& extent)
         oscillogram.total += count;
     }
     appender.Flush();
+}
+
+} // namespace
+
+Oscillogram Read(const QString& recordPath, const Extent& extent)
+{
+    comtrade::Record record(recordPath, ReadingOf(extent));
+    Oscillogram oscillogram;
+    oscillogram.config = record.Config();
+    // Lines end in line feeds.
+    oscillogram.report = record.HeaderText().replace(QLatin1String("\r\n"), QLatin1String("\n"));
+    oscillogram.information = record.InformationText();
+    oscillogram.axis = AxisOf(recordPath, oscillogram.config);
+    oscillogram.analog.resize(oscillogram.config.analog.size());
+    oscillogram.states.resize(oscillogram.config.states.size());
+    const Range range = Chosen(recordPath, oscillogram.axis, oscillogram.config, extent);
+    oscillogram.first = range.first;
+    const bool isWhole = range.first == 0 && range.end == std::numeric_limits<qint64>::max();
+    if (isWhole && BytesAnnounced(oscillogram.config) <= MostBytesTwice)
+        TakeAll(record, oscillogram);
+    else
+        TakePart(record, range, oscillogram);
     return oscillogram;
 }
 

@@ -16,6 +16,9 @@ public:
     /// Adds so many codes, each `stride` after the one before.
     void Add(const double* code, size_t count, size_t stride);
     void Add(double code) { Add(&code, 1, 1); }
+
+    /// Adds 16-bit codes, none of them missing.
+    void Add(const qint16* code, size_t count);
     double At(size_t index) const { return wide.empty() ? small[index] : static_cast<double>(wide[index]); }
     size_t Size() const { return wide.empty() ? small.size() : wide.size(); }
     bool IsWide() const { return !wide.empty(); }
@@ -28,6 +31,7 @@ public:
 private:
     size_t AddSmall(const double* code, size_t count, size_t stride);
     void AddWide(double code);
+    void Limit(const qint16* code, const qint16* end);
 
     std::vector<qint16> small;
     std::vector<float> wide;
