@@ -133,6 +133,17 @@ TEST_P(AnyDatabase, RowHasNamesAndValuesInAnyForm)
     EXPECT_EQ(rows, 1);
 }
 
+TEST_P(AnyDatabase, RealNumbersHaveAllTheirDigitsAsTextAndNoMore)
+{
+    for (const auto& [number, text] :
+         {std::pair(3.0, "3"), std::pair(0.1, "0.1"), std::pair(0.1 + 0.2, "0.30000000000000004"),
+          std::pair(1e22, "1e+22")}) {
+        Kept(RealType(), number);
+        database->Run("SELECT it FROM " + table, {},
+                      [&, expected = text](const sql::Row& row) { EXPECT_EQ(row.Text(0), expected); });
+    }
+}
+
 TEST_P(AnyDatabase, RowMayRunOtherCommands)
 {
     MakeNumbers({1, 2, 3});

@@ -27,7 +27,8 @@ Value OfFault(const Entry& entry, std::optional<double> FaultFacts::*member)
 
 Value FaultDuration(const Entry& entry)
 {
-    return entry.fault && entry.fault->clearing ? Value(*entry.fault->clearing - entry.fault->onset) : Value();
+    return entry.fault && entry.fault->clearing ? Value(*entry.fault->clearing - entry.fault->onset)
+                                                : Value();
 }
 
 Value Reclosed(const Entry& entry)
@@ -121,8 +122,12 @@ sql::Values ValuesOf(const Entry& entry)
 
 QString WordsOf(const Entry& entry)
 {
-    QStringList words = {QFileInfo(entry.path).completeBaseName(), entry.station, entry.recorder, entry.circuit,
-                         entry.cause, entry.setting};
+    QStringList words = {QFileInfo(entry.path).completeBaseName(),
+                         entry.station,
+                         entry.recorder,
+                         entry.circuit,
+                         entry.cause,
+                         entry.setting};
     if (entry.fault)
         words << entry.fault->circuit << entry.fault->kind;
     for (const DigitalFacts& channel : entry.digital) {

@@ -97,6 +97,11 @@ public:
     /// How long to wait for others before failing as Busy; 2 s without a call of this.
     virtual void SetPatience(int milliseconds) = 0;
 
+    /// In a file: a journal by which many can read while one writes, if no other machine can have the file
+    /// open; else one that works on network file systems too. For a database that is new; in another, only
+    /// the former is exchanged for the latter.
+    virtual void ChooseJournal(bool isNew) { static_cast<void>(isNew); }
+
     virtual Dialect Kind() const = 0;
 
     /// The first column of the first row of the result; NULL if there is none.

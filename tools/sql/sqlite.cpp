@@ -4,8 +4,11 @@
 #include "explain/system.h"
 #include "text/texts.h"
 
+#include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
+#include <QLocale>
+#include <QThread>
 
 #include <sqlite3.h>
 
@@ -16,6 +19,8 @@
 namespace sql {
 
 namespace {
+
+constexpr int BetweenTries = 10; // ms
 
 class SqliteRow : public Row
 {
@@ -31,6 +36,8 @@ public:
     double Real(int column) const override { return sqlite3_column_double(statement, column); }
     QString Text(int column) const override
     {
+        if (sqlite3_column_type(statement, column) == SQLITE_FLOAT) // all its digits
+            return QString::number(Real(column), 'g', QLocale::FloatingPointShortest);
         const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(statement, column));
         return QString::fromUtf8(text, sqlite3_column_bytes(statement, column));
     }
@@ -144,7 +151,7 @@ void Sqlite::Open(const QByteArray& name, int flags)
     handle.reset(opened);
     if (code != SQLITE_OK)
         Fail(code);
-    SetPatience(UsualPatience);
+    SetPatience(patience);
 }
 
 // A database with a write-ahead log needs files beside it even for reading. Where none can be made, nobody
@@ -168,19 +175,32 @@ Sqlite::~Sqlite()
         sqlite3_finalize(statement);
 }
 
+// The log's index is memory that all programs share, on one machine. Exchanging the journal while others have
+// the file open fails at once, whatever the patience, so a log that is in use stays one.
 void Sqlite::ChooseJournal(bool isNew)
 {
-    // The log's index is memory that all programs share, on one machine. Exchanging the journal while others
-    // have the file open fails, so a log that is in use stays one.
-    if (!explain::IsLocal(path))
-        Run(QStringLiteral("PRAGMA journal_mode=DELETE"));
-    else if (isNew)
-        Run(QStringLiteral("PRAGMA journal_mode=WAL"));
+    const bool isLocal = explain::IsLocal(path);
+    if (isLocal && !isNew)
+        return;
+    QElapsedTimer timer;
+    timer.start();
+    while (true) {
+        try {
+            Run(isLocal ? QStringLiteral("PRAGMA journal_mode=WAL")
+                        : QStringLiteral("PRAGMA journal_mode=DELETE"));
+            return;
+        } catch (const Failure& failure) {
+            if (failure.trouble != Trouble::Busy || timer.elapsed() > patience)
+                throw;
+        }
+        QThread::msleep(BetweenTries);
+    }
 }
 
 void Sqlite::SetPatience(int milliseconds)
 {
-    sqlite3_busy_timeout(handle.get(), milliseconds);
+    patience = milliseconds;
+    sqlite3_busy_timeout(handle.get(), patience);
 }
 
 sqlite3_stmt* Sqlite::Prepared(const QString& command)

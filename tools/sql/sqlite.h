@@ -29,10 +29,7 @@ public:
 
     void SetPatience(int milliseconds) override;
 
-    /// Chooses a journal by which many can read while one writes, if no other machine can have the file open;
-    /// else one that works on network file systems too. For a database that has just been made; in one that
-    /// is there, only the former is exchanged for the latter.
-    void ChooseJournal(bool isNew);
+    void ChooseJournal(bool isNew) override;
 
 protected:
     const char* Begin() const override { return "BEGIN IMMEDIATE"; }
@@ -46,6 +43,7 @@ private:
 
     const QString path;
     const Access access;
+    int patience = UsualPatience;
     std::unique_ptr<sqlite3, int (*)(sqlite3*)> handle;
     QHash<QString, sqlite3_stmt*> statements; // that were run, for the next time
 };
