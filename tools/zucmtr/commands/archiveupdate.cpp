@@ -103,11 +103,19 @@ void AddArchiveUpdate(CLI::App& archive, Action& chosen)
     AddCatalogueOption(*command, options->catalogue);
     AddReadingOptions(*command, options->reading,
                       HelpText("archive", "Take no ini file: circuits and names as in the recordings"));
-    command->add_flag("--json", options->json, HelpText("archive", "One JSON object at the end, for programs"));
+    command->add_flag("--json", options->json,
+                      HelpText("archive", "One JSON object at the end, for programs"));
     command->add_flag("--quiet", options->quiet, HelpText("archive", "Report failures only"));
     AddMemoryOption(*command, options->maxMemory);
     AddArgument(*command, "DIR", options->directories,
-                HelpText("archive", "Directories whose recordings (.ZU) and records (.cfg, .cff) are catalogued, with "
-                                    "those below them"));
+                HelpText("archive",
+                         "Directories whose recordings (.ZU) and records (.cfg, .cff) are catalogued, with "
+                         "those below them"));
+    command->footer(HelpText("archive",
+                             "Exit code: 0 the catalogue is up to date, what cannot be read included; 1 a "
+                             "directory could not be read; 2 wrong usage.\n"
+                             "\n"
+                             "Example:\n"
+                             "  zucmtr archive update recordings"));
     command->callback([options, &chosen] { chosen = [options] { return RunUpdate(*options); }; });
 }
