@@ -35,8 +35,8 @@ public:
     /// The entries that are not marked as gone, of the directory and of those below it; by absolute path.
     QHash<QString, Known> KnownBelow(const QString& directory);
 
-    /// Writes the entries, all of them or none: a new one, a new state of the one with this path, or one whose
-    /// files have moved here. Nothing is written twice, whoever else is writing.
+    /// Writes the entries, all of them or none: a new one, a new state of the one with this path, or one
+    /// whose files have moved here. Nothing is written twice, whoever else is writing.
     void Put(const std::vector<Entry>& entries);
 
     /// Whether files with this content are known at a place where they are not any more, so that they have
@@ -50,12 +50,14 @@ public:
     QString Stored(const QString& path) const;
     QString Absolute(const QString& stored) const;
 
+    /// Runs it; the message of what it throws then names the catalogue.
+    void Guard(const std::function<void()>& work) const;
+
     sql::Database& Database() { return *database; }
     const QString& Address() const { return address; }
 
 private:
     Catalogue(const QString& address_, bool isReadOnly);
-    void Guard(const std::function<void()>& work) const;
     void PutOne(const Entry& entry);
     qint64 Insert(const Entry& entry, const QString& stored);
     void Update(qint64 id, const Entry& entry, const QString& stored);

@@ -64,19 +64,22 @@ CREATE TABLE entries (
     forgiven INTEGER NOT NULL,    -- mistakes in the files of a record that was read all the same
     verified TEXT,                -- of a record: right, wrong; NULL: not compared
     verified_time TEXT,           -- when, in UTC
-    recording {big}               -- the recording's id, of a record that was compared with it
+    recording {big},              -- the recording's id, of a record that was compared with it
+    line TEXT GENERATED ALWAYS AS (coalesce(fault_circuit, circuit)) STORED, -- circuit of the fault, or else the one that started the recorder
+    month TEXT GENERATED ALWAYS AS (substr(trigger_time, 1, 7)) STORED       -- of the trigger on the recorder's clock, as 2024-03
 );
 CREATE UNIQUE INDEX entries_path ON entries (path) WHERE gone IS NULL;
 CREATE INDEX entries_print ON entries (print);
-CREATE INDEX entries_moment ON entries (moment);
-CREATE INDEX entries_station ON entries (station, moment);
-CREATE INDEX entries_circuit ON entries (circuit, moment);
-CREATE INDEX entries_recorder ON entries (station, recorder, moment);
-CREATE INDEX entries_fault ON entries (fault_circuit, moment) WHERE fault_kind IS NOT NULL;
-CREATE INDEX entries_kind ON entries (fault_kind, moment) WHERE fault_kind IS NOT NULL;
-CREATE INDEX entries_duration ON entries (fault_duration) WHERE fault_kind IS NOT NULL;
-CREATE INDEX entries_current ON entries (fault_current) WHERE fault_kind IS NOT NULL;
+CREATE INDEX entries_moment ON entries (moment) WHERE gone IS NULL;
+CREATE INDEX entries_station ON entries (station, moment) WHERE gone IS NULL;
+CREATE INDEX entries_recorder ON entries (station, recorder, moment) WHERE reason IS NULL;
+CREATE INDEX entries_line ON entries (line, moment) WHERE gone IS NULL;
+CREATE INDEX entries_kind ON entries (fault_kind, moment) WHERE gone IS NULL AND fault_kind IS NOT NULL;
+CREATE INDEX entries_month ON entries (month, fault_circuit, fault_kind, moment) WHERE gone IS NULL AND fault_kind IS NOT NULL;
+CREATE INDEX entries_duration ON entries (fault_duration) WHERE gone IS NULL AND fault_kind IS NOT NULL;
+CREATE INDEX entries_current ON entries (fault_current) WHERE gone IS NULL AND fault_kind IS NOT NULL;
 CREATE INDEX entries_unread ON entries (reason) WHERE reason IS NOT NULL;
+CREATE INDEX entries_gone ON entries (gone) WHERE gone IS NOT NULL;
 CREATE TABLE pieces (
     entry {big} NOT NULL REFERENCES entries (id) ON DELETE CASCADE,
     name TEXT NOT NULL,           -- of the file, without its directory
@@ -119,6 +122,27 @@ CREATE TABLE events (
     active INTEGER NOT NULL,      -- 1: the signal is there; of a breaker: it is closed
     PRIMARY KEY (entry, place)
 ) {rowless};
+)sql";
+
+// A step in an index leads from each recorder to the next, so that it takes as long as there are recorders,
+// not entries. What is gone counts: it shows when the recorder was last heard of.
+const char* const Views = R"sql(
+CREATE VIEW recorders AS
+WITH RECURSIVE names (station, recorder) AS (
+    SELECT * FROM (SELECT station, recorder FROM entries WHERE reason IS NULL ORDER BY station, recorder LIMIT 1) AS first
+    UNION ALL
+    SELECT (SELECT e.station FROM entries e WHERE e.reason IS NULL AND (e.station, e.recorder) > (n.station, n.recorder)
+            ORDER BY e.station, e.recorder LIMIT 1),
+           (SELECT e.recorder FROM entries e WHERE e.reason IS NULL AND (e.station, e.recorder) > (n.station, n.recorder)
+            ORDER BY e.station, e.recorder LIMIT 1)
+    FROM names n WHERE n.station IS NOT NULL
+)
+SELECT n.station, n.recorder,
+       (SELECT e.moment FROM entries e WHERE e.reason IS NULL AND e.station = n.station AND e.recorder = n.recorder
+        ORDER BY e.moment DESC LIMIT 1) AS last,
+       (SELECT e.trigger_time FROM entries e WHERE e.reason IS NULL AND e.station = n.station AND e.recorder = n.recorder
+        ORDER BY e.moment DESC LIMIT 1) AS last_time
+FROM names n WHERE n.station IS NOT NULL;
 )sql";
 
 // The words are stored once, beside the index.
@@ -170,6 +194,7 @@ void Create(sql::Database& database)
 {
     const sql::Dialect dialect = database.Kind();
     database.RunScript(Worded(Tables, dialect));
+    database.RunScript(QLatin1String(Views));
     if (dialect == sql::Dialect::Sqlite) {
         database.RunScript(QLatin1String(SqliteSearch));
         database.RunScript(QStringLiteral("PRAGMA application_id=%1").arg(ApplicationId));
@@ -214,7 +239,8 @@ void Prepare(sql::Database& database)
         database.Run(QStringLiteral("PRAGMA journal_mode=WAL"), {}, [](const sql::Row&) {});
     database.Together([&] {
         if (isServer) // until the end of the transaction: one program at a time makes tables
-            database.Run(QStringLiteral("SELECT pg_advisory_xact_lock(?)"), {ApplicationId}, [](const sql::Row&) {});
+            database.Run(QStringLiteral("SELECT pg_advisory_xact_lock(?)"), {ApplicationId},
+                         [](const sql::Row&) {});
         if (IsEmpty(database))
             Create(database);
         else

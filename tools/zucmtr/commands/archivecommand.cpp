@@ -1,6 +1,7 @@
 #include "zucmtr/commands/archivecommand.h"
 
 #include "text/texts.h"
+#include "zucmtr/commands/archivefind.h"
 #include "zucmtr/commands/archiveupdate.h"
 
 #include <CLI/CLI.hpp>
@@ -11,6 +12,7 @@ void AddArchiveCommand(CLI::App& app, Action& chosen)
         "archive", HelpText("archive", "Keep a catalogue of many recordings and records, and search it"));
     command->require_subcommand(0, 1);
     AddArchiveUpdate(*command, chosen);
+    AddArchiveFind(*command, chosen);
     // Set after the commands were added, which would inherit it.
     command->footer(HelpText("archive", "Example:\n"
                                         "  zucmtr archive update recordings\n"
