@@ -32,11 +32,6 @@ QString Now()
     return QDateTime::currentDateTimeUtc().toString(Qt::ISODate);
 }
 
-QString PlaceHolders(int count)
-{
-    return QStringList(QVector<QString>(count, QStringLiteral("?")).toList()).join(QLatin1String(", "));
-}
-
 // Paths from the catalogue's directory on are stored without it, so that both may be moved together.
 QDir RootOf(const QString& address)
 {

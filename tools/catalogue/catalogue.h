@@ -61,12 +61,14 @@ public:
     QString Stored(const QString& path) const;
     QString Absolute(const QString& stored) const;
 
+    /// Runs it; the message of what it throws then names the catalogue.
+    void Guard(const std::function<void()>& work) const;
+
     sql::Database& Database() { return *database; }
     const QString& Address() const { return address; }
 
 private:
     Catalogue(const QString& address_, bool isReadOnly);
-    void Guard(const std::function<void()>& work) const;
     void Write(const std::function<void()>& work);
     void AddKnown(QHash<QString, Known>& known, const QString& condition, const sql::Values& values);
     std::optional<qint64> Id(const QString& command, const sql::Values& values);

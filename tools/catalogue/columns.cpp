@@ -101,6 +101,11 @@ const std::vector<Column>& Columns()
 
 } // namespace
 
+QString PlaceHolders(int count)
+{
+    return QStringList(QVector<QString>(count, QStringLiteral("?")).toList()).join(QLatin1String(", "));
+}
+
 const QStringList& EntryColumns()
 {
     static const QStringList names = [] {

@@ -64,19 +64,22 @@ CREATE TABLE entries ( -- a recording or a record, also one that could not be re
     forgiven INTEGER NOT NULL,    -- mistakes in the files of a record that was read all the same
     verified TEXT,                -- of a record: right, wrong; NULL: not compared
     verified_time TEXT,           -- when, in UTC
-    recording {big}               -- the recording's id, of a record that was compared with it
+    recording {big},              -- the recording's id, of a record that was compared with it
+    line TEXT GENERATED ALWAYS AS (coalesce(fault_circuit, circuit)) STORED, -- circuit of the fault, or else the one that started the recorder
+    month TEXT GENERATED ALWAYS AS (substr(trigger_time, 1, 7)) STORED       -- of the trigger on the recorder's clock, as 2024-03
 );
 CREATE UNIQUE INDEX entries_path ON entries (path) WHERE gone IS NULL;
 CREATE INDEX entries_print ON entries (print);
-CREATE INDEX entries_moment ON entries (moment);
-CREATE INDEX entries_station ON entries (station, moment);
-CREATE INDEX entries_circuit ON entries (circuit, moment);
-CREATE INDEX entries_recorder ON entries (station, recorder, moment);
-CREATE INDEX entries_fault ON entries (fault_circuit, moment) WHERE fault_kind IS NOT NULL;
-CREATE INDEX entries_kind ON entries (fault_kind, moment) WHERE fault_kind IS NOT NULL;
-CREATE INDEX entries_duration ON entries (fault_duration) WHERE fault_kind IS NOT NULL;
-CREATE INDEX entries_current ON entries (fault_current) WHERE fault_kind IS NOT NULL;
+CREATE INDEX entries_moment ON entries (moment) WHERE gone IS NULL;
+CREATE INDEX entries_station ON entries (station, moment) WHERE gone IS NULL;
+CREATE INDEX entries_recorder ON entries (station, recorder, moment) WHERE reason IS NULL;
+CREATE INDEX entries_line ON entries (line, moment) WHERE gone IS NULL;
+CREATE INDEX entries_kind ON entries (fault_kind, moment) WHERE gone IS NULL AND fault_kind IS NOT NULL;
+CREATE INDEX entries_month ON entries (month, fault_circuit, fault_kind, moment) WHERE gone IS NULL AND fault_kind IS NOT NULL;
+CREATE INDEX entries_duration ON entries (fault_duration) WHERE gone IS NULL AND fault_kind IS NOT NULL;
+CREATE INDEX entries_current ON entries (fault_current) WHERE gone IS NULL AND fault_kind IS NOT NULL;
 CREATE INDEX entries_unread ON entries (reason) WHERE reason IS NOT NULL;
+CREATE INDEX entries_gone ON entries (gone) WHERE gone IS NOT NULL;
 CREATE TABLE pieces ( -- a file of an entry
     entry {big} NOT NULL REFERENCES entries (id) ON DELETE CASCADE, -- id of the entry
     name TEXT NOT NULL,           -- of the file, without its directory
