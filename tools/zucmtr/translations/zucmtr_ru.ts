@@ -127,6 +127,18 @@ Example:
         <source>it was made by a newer version of the program; install that</source>
         <translation>она создана более новой версией программы; установите её</translation>
     </message>
+    <message>
+        <source>it is damaged (%1); put a copy in its place, or move it away: &apos;zucmtr archive update&apos; makes a new one</source>
+        <translation>база повреждена (%1); поставьте на её место копию или уберите её: «zucmtr archive update» создаст новую</translation>
+    </message>
+    <message>
+        <source>it is no catalogue, or a damaged one (%1)</source>
+        <translation>это не база каталога, или она повреждена (%1)</translation>
+    </message>
+    <message>
+        <source>it was made by an older version of the program; &apos;zucmtr archive update&apos; brings it up to date</source>
+        <translation>она создана более старой версией программы; «zucmtr archive update» обновит её</translation>
+    </message>
 </context>
 <context>
     <name>check</name>
@@ -3614,6 +3626,34 @@ Examples:
     <message>
         <source>Qt&apos;s driver for PostgreSQL is missing; install the package libqt5sql5-psql</source>
         <translation>нет драйвера Qt для PostgreSQL; установите пакет libqt5sql5-psql</translation>
+    </message>
+    <message>
+        <source>this user lacks a permission on the server (%1)</source>
+        <translation>у этого пользователя нет прав на сервере (%1)</translation>
+    </message>
+    <message>
+        <source>the server lets nobody write; it may be the copy of another (%1)</source>
+        <translation>сервер не принимает записей; возможно, это реплика (%1)</translation>
+    </message>
+    <message>
+        <source>the server&apos;s disk is full (%1)</source>
+        <translation>на диске сервера нет места (%1)</translation>
+    </message>
+    <message>
+        <source>its encoding is %1; make a database with ENCODING &apos;UTF8&apos; TEMPLATE template0</source>
+        <translation>её кодировка — %1; создайте базу данных с ENCODING &apos;UTF8&apos; TEMPLATE template0</translation>
+    </message>
+    <message>
+        <source>the connection to the server is lost</source>
+        <translation>соединение с сервером потеряно</translation>
+    </message>
+    <message>
+        <source>it is no regular file</source>
+        <translation>это не обычный файл</translation>
+    </message>
+    <message>
+        <source>part of it is in &apos;%1-wal&apos;, which can only be read where files can be written: copy both, or ask somebody who may write there to open it once</source>
+        <translation>часть данных находится в «%1-wal» и читается только там, где можно записывать файлы: скопируйте оба файла или попросите того, у кого есть право записи, один раз открыть базу</translation>
     </message>
 </context>
 <context>
