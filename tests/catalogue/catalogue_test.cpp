@@ -1,6 +1,8 @@
 // Entries put, moved, marked and found again.
 #include "anycatalogue.h"
 
+#include <cmath>
+
 namespace {
 
 using catalogue::Catalogue;
@@ -182,14 +184,33 @@ TEST_P(CatalogueTest, EntriesThatFailLeaveNothingAndNoChannels)
 {
     catalogue::Entry bad = RecordingAt(Path("b.ZU"), "y");
     bad.analog.push_back({"", "only here", "", "", 1, 2});
-    bad.pieces.push_back(bad.pieces[0]); // twice the same name
+    bad.events.push_back({std::nan(""), 0, "trip", true, true}); // NULL, which the table does not take
     EXPECT_THROW(one.Put({RecordingAt(Path("a.ZU"), "x"), bad}), text::Error);
     EXPECT_EQ(Rows("SELECT count(*) FROM entries"), QStringList{"0"});
     EXPECT_EQ(Rows("SELECT count(*) FROM channels"), QStringList{"0"});
-    bad.pieces.pop_back();
+    bad.events.pop_back();
     one.Put({bad}); // its channels are made anew
     EXPECT_EQ(Rows("SELECT count(*) FROM named_extremes"), QStringList{"3"});
     EXPECT_EQ(Rows("SELECT greatest FROM named_extremes WHERE name = 'only here'"), QStringList{"2"});
+}
+
+TEST_P(CatalogueTest, ManyChannelsAndEventsAreAllThere)
+{
+    catalogue::Entry entry = RecordingAt(Path("a.ZU"), "x");
+    for (int i = 0; i < 99; ++i) {
+        entry.analog.push_back({"", QStringLiteral("I%1").arg(i), "", "A", -i, i});
+        entry.digital.push_back({"", QStringLiteral("D%1").arg(i), "", i + 1, 0.5});
+        entry.events.push_back({1.0 + i, static_cast<size_t>(i + 2), "other", true, true});
+    }
+    entry.analog.push_back({"", "I7", "", "A", 0, 1000}); // the same name again
+    one.Put({entry, entry});
+    EXPECT_EQ(Rows("SELECT (SELECT count(*) FROM extremes), (SELECT count(*) FROM changes), (SELECT count(*) "
+                   "FROM events)"),
+              QStringList{"101|100|101"});
+    EXPECT_EQ(Rows("SELECT greatest FROM named_extremes WHERE name = 'I7'"), QStringList{"7"});
+    EXPECT_EQ(
+        Rows("SELECT count(*) FROM named_events WHERE time = place - 1.0 AND name = 'D' || (place - 2)"),
+        QStringList{"99"});
 }
 
 TEST_P(CatalogueTest, PathsMayHaveAnyCharacters)

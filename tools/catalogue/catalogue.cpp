@@ -27,6 +27,11 @@ ChannelKey KeyOf(const DigitalFacts& channel)
     return {QStringLiteral("digital"), channel.circuit, channel.name, channel.phase, QString()};
 }
 
+void Append(sql::Values& values, const sql::Values& more)
+{
+    values.insert(values.end(), more.begin(), more.end());
+}
+
 QString Now()
 {
     return QDateTime::currentDateTimeUtc().toString(Qt::ISODate);
@@ -293,8 +298,7 @@ std::optional<qint64> Catalogue::Insert(const Entry& entry, const QString& store
                        "ON CONFLICT (path) WHERE gone IS NULL DO NOTHING RETURNING id")
             .arg(EntryColumns().join(QLatin1String(", ")), PlaceHolders(EntryColumns().size()));
     sql::Values values = {stored, Now(), Now()};
-    const sql::Values more = ValuesOf(entry);
-    values.insert(values.end(), more.begin(), more.end());
+    Append(values, ValuesOf(entry));
     return Id(command, values);
 }
 
@@ -304,8 +308,7 @@ void Catalogue::Update(qint64 id, const Entry& entry, const QString& stored)
         QStringLiteral("UPDATE entries SET path = ?, looked = ?, gone = NULL, %1 = ? WHERE id = ?")
             .arg(EntryColumns().join(QLatin1String(" = ?, ")));
     sql::Values values = {stored, Now()};
-    const sql::Values more = ValuesOf(entry);
-    values.insert(values.end(), more.begin(), more.end());
+    Append(values, ValuesOf(entry));
     values.push_back(id);
     database->Run(command, values);
 }
@@ -317,34 +320,49 @@ void Catalogue::PutDetails(qint64 id, const Entry& entry, bool isNew)
             database->Run(QStringLiteral("DELETE FROM %1 WHERE entry = ?").arg(QLatin1String(table)), {id});
     }
     PutPieces(id, entry.pieces);
-    for (const AnalogFacts& one : entry.analog) {
-        const qint64 channel = ChannelId(KeyOf(one));
-        database->Run(QStringLiteral("INSERT INTO extremes VALUES (?, ?, ?, ?) ON CONFLICT DO NOTHING"),
-                      {id, channel, sql::ValueOf(one.least), sql::ValueOf(one.greatest)});
-    }
+    sql::Values extremes;
+    for (const AnalogFacts& one : entry.analog)
+        Append(extremes, {id, ChannelId(KeyOf(one)), sql::ValueOf(one.least), sql::ValueOf(one.greatest)});
+    InsertRows("extremes", 4, extremes);
+    sql::Values changes;
     for (const DigitalFacts& one : entry.digital) {
-        if (one.changes == 0)
-            continue;
-        const qint64 channel = ChannelId(KeyOf(one));
-        database->Run(QStringLiteral("INSERT INTO changes VALUES (?, ?, ?, ?) ON CONFLICT DO NOTHING"),
-                      {channel, id, one.changes, sql::ValueOf(one.first)});
+        if (one.changes > 0)
+            Append(changes, {ChannelId(KeyOf(one)), id, one.changes, sql::ValueOf(one.first)});
     }
+    InsertRows("changes", 4, changes);
+    sql::Values events;
     qint64 place = 0;
-    for (const EventFacts& event : entry.events) {
-        const DigitalFacts& of = entry.digital.at(event.channel);
-        database->Run(QStringLiteral("INSERT INTO events VALUES (?, ?, ?, ?, ?, ?, ?)"),
-                      {id, place++, event.time, ChannelId(KeyOf(of)), event.kind, qint64{event.state},
-                       qint64{event.isActive}});
-    }
+    for (const EventFacts& event : entry.events)
+        Append(events, {id, place++, event.time, ChannelId(KeyOf(entry.digital.at(event.channel))),
+                        event.kind, qint64{event.state}, qint64{event.isActive}});
+    InsertRows("events", 7, events);
     PutWords(id, entry, isNew);
+}
+
+// Several at a time, since a server may be far away; of two with one key the first counts. Few sizes, so that
+// each command is prepared once.
+void Catalogue::InsertRows(const char* table, int columns, const sql::Values& values)
+{
+    const QString row = QStringLiteral("(%1)").arg(PlaceHolders(columns));
+    auto next = values.begin();
+    while (next != values.end()) {
+        const std::ptrdiff_t left = (values.end() - next) / columns;
+        const int rows = left >= 32 ? 32 : left >= 8 ? 8 : 1;
+        const QStringList places = QVector<QString>(rows, row).toList();
+        database->Run(QStringLiteral("INSERT INTO %1 VALUES %2 ON CONFLICT DO NOTHING")
+                          .arg(QLatin1String(table), places.join(QLatin1String(", "))),
+                      {next, next + rows * columns});
+        next += rows * columns;
+    }
 }
 
 void Catalogue::PutPieces(qint64 id, const std::vector<Piece>& pieces)
 {
     database->Run(QStringLiteral("DELETE FROM pieces WHERE entry = ?"), {id});
+    sql::Values values;
     for (const Piece& piece : pieces)
-        database->Run(QStringLiteral("INSERT INTO pieces VALUES (?, ?, ?, ?, ?)"),
-                      {id, piece.name, piece.size, piece.modified, QString::fromLatin1(piece.sha256)});
+        Append(values, {id, piece.name, piece.size, piece.modified, QString::fromLatin1(piece.sha256)});
+    InsertRows("pieces", 5, values);
 }
 
 void Catalogue::PutWords(qint64 id, const Entry& entry, bool isNew)

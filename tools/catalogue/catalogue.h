@@ -83,6 +83,7 @@ private:
     void Update(qint64 id, const Entry& entry, const QString& stored);
     void Remove(qint64 id);
     void PutDetails(qint64 id, const Entry& entry, bool isNew);
+    void InsertRows(const char* table, int columns, const sql::Values& values);
     void PutPieces(qint64 id, const std::vector<Piece>& pieces);
     void PutWords(qint64 id, const Entry& entry, bool isNew);
     void RemoveWords(qint64 id);
