@@ -2,6 +2,7 @@
 
 #include "catalogue/columns.h"
 #include "catalogue/names.h"
+#include "catalogue/words.h"
 
 #include <QSet>
 
@@ -109,14 +110,12 @@ void AddText(Conditions& conditions, sql::Database& database, const QString& tex
     if (text.isEmpty())
         return;
     const bool isServer = database.Kind() == sql::Dialect::Postgres;
-    QStringList words = WordsIn(text);
-    if (words.isEmpty()) {
+    const QString search = SearchFor(text, database.Kind());
+    if (search.isEmpty()) {
         conditions.AddIn(QString(), {});
         return;
     }
-    for (QString& word : words)
-        word = (isServer ? QStringLiteral("'%1':*") : QStringLiteral("\"%1\"*")).arg(word);
-    const sql::Values value = {words.join(isServer ? QLatin1String(" & ") : QLatin1String(" "))};
+    const sql::Values value = {search};
     if (isServer) {
         conditions.Add(QStringLiteral("e.id IN (SELECT entry FROM search WHERE words @@ CAST(? AS tsquery))"),
                        value);

@@ -48,19 +48,4 @@ QVector<QPair<QString, QString>> Recorders(sql::Database& database)
     return recorders;
 }
 
-QStringList WordsIn(const QString& text)
-{
-    QStringList words;
-    QString word;
-    for (const QChar letter : text.toLower() + QLatin1Char(' ')) {
-        if (letter.isLetterOrNumber()) {
-            word += letter;
-        } else if (!word.isEmpty()) {
-            words << word;
-            word.clear();
-        }
-    }
-    return words;
-}
-
 } // namespace catalogue

@@ -20,7 +20,4 @@ QStringList NamesIn(sql::Database& database, const QString& column, bool isGone)
 /// Station and name of every recorder.
 QVector<QPair<QString, QString>> Recorders(sql::Database& database);
 
-/// The digits and letters of a text, in runs, in small letters.
-QStringList WordsIn(const QString& text);
-
 } // namespace catalogue
