@@ -75,7 +75,7 @@ CREATE INDEX entries_station ON entries (station, moment) WHERE gone IS NULL;
 CREATE INDEX entries_recorder ON entries (station, recorder, moment) WHERE reason IS NULL;
 CREATE INDEX entries_line ON entries (line, moment) WHERE gone IS NULL;
 CREATE INDEX entries_kind ON entries (fault_kind, moment) WHERE gone IS NULL AND fault_kind IS NOT NULL;
-CREATE INDEX entries_month ON entries (month, fault_circuit, fault_kind, moment) WHERE gone IS NULL AND fault_kind IS NOT NULL;
+CREATE INDEX entries_month ON entries (month, moment, station, recorder, fault_kind, line) WHERE gone IS NULL AND fault_kind IS NOT NULL;
 CREATE INDEX entries_duration ON entries (fault_duration) WHERE gone IS NULL AND fault_kind IS NOT NULL;
 CREATE INDEX entries_current ON entries (fault_current) WHERE gone IS NULL AND fault_kind IS NOT NULL;
 CREATE INDEX entries_unread ON entries (reason) WHERE reason IS NOT NULL;

@@ -5,6 +5,8 @@
 #include "text/columns.h"
 #include "text/texts.h"
 
+#include <QDir>
+
 #include <algorithm>
 #include <numeric>
 
@@ -104,6 +106,15 @@ void Fit(std::vector<int>& widths, int width)
 }
 
 } // namespace
+
+QString ShownPath(const QString& path)
+{
+    static const QDir here;
+    const QString relative = here.relativeFilePath(path);
+    if (relative.startsWith(QLatin1String("../")))
+        return path;
+    return relative.startsWith(QLatin1Char('-')) ? QLatin1String("./") + relative : relative;
+}
 
 void FoundTable::Add(const sql::Row& row, const QString& path)
 {

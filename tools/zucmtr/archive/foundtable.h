@@ -9,6 +9,9 @@
 
 namespace archive {
 
+/// A path as it is shown: from the current directory if it is below it; never like an option.
+QString ShownPath(const QString& path);
+
 class FoundTable
 {
 public:

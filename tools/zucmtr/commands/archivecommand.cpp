@@ -2,6 +2,7 @@
 
 #include "text/texts.h"
 #include "zucmtr/commands/archivefind.h"
+#include "zucmtr/commands/archivestats.h"
 #include "zucmtr/commands/archiveupdate.h"
 
 #include <CLI/CLI.hpp>
@@ -13,6 +14,7 @@ void AddArchiveCommand(CLI::App& app, Action& chosen)
     command->require_subcommand(0, 1);
     AddArchiveUpdate(*command, chosen);
     AddArchiveFind(*command, chosen);
+    AddArchiveStats(*command, chosen);
     // Set after the commands were added, which would inherit it.
     command->footer(HelpText("archive", "Example:\n"
                                         "  zucmtr archive update recordings\n"

@@ -12,8 +12,6 @@
 
 #include <CLI/CLI.hpp>
 
-#include <QDir>
-
 namespace {
 
 constexpr int64_t TableLimit = 100; // rows that people can take in
@@ -53,16 +51,6 @@ catalogue::Sort SortOf(const std::string& word)
         ->sort;
 }
 
-// From the current directory if it is below it. Never like an option.
-QString ShownPath(const QString& path)
-{
-    static const QDir here;
-    const QString relative = here.relativeFilePath(path);
-    if (relative.startsWith(QLatin1String("../")))
-        return path;
-    return relative.startsWith(QLatin1Char('-')) ? QLatin1String("./") + relative : relative;
-}
-
 QByteArray CsvHeads()
 {
     QByteArrayList heads;
@@ -87,9 +75,9 @@ void Print(const FindOptions& options, const sql::Row& row, const QString& path)
     else if (options.csv)
         PrintBytes(CsvLine(row, path));
     else if (options.null)
-        PrintBytes(ShownPath(path).toUtf8() + '\0');
+        PrintBytes(archive::ShownPath(path).toUtf8() + '\0');
     else
-        PrintLine(ShownPath(path));
+        PrintLine(archive::ShownPath(path));
 }
 
 void PrintTable(const archive::FoundTable& table, bool isMore)
@@ -120,7 +108,7 @@ int RunFind(const FindOptions& options)
         if (!isTable)
             Print(options, row, path);
         else if (limit == 0 || count <= limit)
-            table.Add(row, ShownPath(path));
+            table.Add(row, archive::ShownPath(path));
     });
     if (isTable && count > 0)
         PrintTable(table, limit > 0 && count > limit);
