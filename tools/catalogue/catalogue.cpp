@@ -150,7 +150,7 @@ void Catalogue::Update(qint64 id, const Entry& entry, const QString& stored)
 void Catalogue::PutDetails(qint64 id, const Entry& entry, bool isNew)
 {
     if (!isNew) {
-        for (const char* table : {"extremes", "changes", "events"})
+        for (const char* table : {"extremes", "changes", "events", "pictures"})
             database->Run(QStringLiteral("DELETE FROM %1 WHERE entry = ?").arg(QLatin1String(table)), {id});
     }
     PutPieces(id, entry.pieces);
@@ -175,6 +175,10 @@ void Catalogue::PutDetails(qint64 id, const Entry& entry, bool isNew)
                       {id, place++, event.time, ChannelId(digital, of.circuit, of.name, of.phase, QString()), event.kind,
                        qint64{event.state}, qint64{event.isActive}});
     }
+    if (entry.picture)
+        database->Run(QStringLiteral("INSERT INTO pictures VALUES (?, ?, ?, ?, ?, ?)"),
+                      {id, entry.picture->from, entry.picture->to, sql::ValueOf(entry.picture->current),
+                       sql::ValueOf(entry.picture->voltage), entry.picture->waves});
     PutWords(id, entry, isNew);
 }
 

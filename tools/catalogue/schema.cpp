@@ -119,6 +119,14 @@ CREATE TABLE events (
     active INTEGER NOT NULL,      -- 1: the signal is there; of a breaker: it is closed
     PRIMARY KEY (entry, place)
 ) {rowless};
+CREATE TABLE pictures (
+    entry {big} PRIMARY KEY REFERENCES entries (id) ON DELETE CASCADE,
+    from_time {real} NOT NULL,    -- s from the trigger
+    to_time {real} NOT NULL,      -- likewise
+    peak_current {real},          -- greatest magnitude in it, primary, A
+    peak_voltage {real},          -- likewise, V
+    waves TEXT NOT NULL           -- Ia Ib Ic Ua Ub Uc of the faulted circuit, a letter for each of 128 columns (docs/archive.md)
+);
 )sql";
 
 // The words are stored once, beside the index.

@@ -1,6 +1,7 @@
 #include "zucmtr/commands/archivecommand.h"
 
 #include "text/texts.h"
+#include "zucmtr/commands/archivepage.h"
 #include "zucmtr/commands/archiveupdate.h"
 
 #include <CLI/CLI.hpp>
@@ -11,4 +12,5 @@ void AddArchiveCommand(CLI::App& app, Action& chosen)
         "archive", HelpText("archive", "Keep a catalogue of many recordings and records, and search it"));
     command->require_subcommand(1);
     AddArchiveUpdate(*command, chosen);
+    AddArchivePage(*command, chosen);
 }
