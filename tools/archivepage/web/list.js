@@ -148,7 +148,7 @@
       return columns.map((name) => {
         const cell = view.html('div', { className: `cell ${name}` }, ...contents[name]);
         cell.setAttribute('role', 'gridcell');
-        if (['place', 'circuit', 'time'].includes(name)) cell.title = cell.innerText || cell.textContent;
+        if (['place', 'circuit', 'time'].includes(name)) cell.title = contents[name].map((one) => one.textContent).join('\n');
         return cell;
       });
     }

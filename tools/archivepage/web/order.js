@@ -12,21 +12,31 @@
     return places;
   }
 
-  // What is compared, as a function from an entry to a number; NaN comes last whatever the direction. Each begins with the
-  // direction that most people want.
+  const none = 0xffffffff; // of an entry without a value, which comes last whatever the direction
+
+  // The bits of a number that is not negative, which rise with it.
+  const single = new Float32Array(1);
+  const bits = new Uint32Array(single.buffer);
+  function bitsOf(number) {
+    if (!(number >= 0)) return none;
+    single[0] = number;
+    return bits[0];
+  }
+
+  // What is compared, as a function from an entry to a whole number below 2 ** 32. Some begin with the greatest.
   const keys = {
-    time: { isDown: true, of: (entries) => (entry) => entries.time[entry] },
-    place: { of: (entries) => { const places = ranks(entries.stations); return (entry) => places[entries.station[entry]]; } },
+    time: { isDown: true, of: (entries) => (entry) => (Number.isNaN(entries.time[entry]) ? none : entries.total - entry) },
+    place: { of: (entries) => { const ranked = ranks(entries.stations); return (entry) => ranked[entries.station[entry]]; } },
     circuit: {
       of(entries) {
-        const places = ranks(entries.circuits);
-        return (entry) => places[entries.kind[entry] > 0 ? entries.faultCircuit[entry] : entries.circuit[entry]];
+        const ranked = ranks(entries.circuits);
+        return (entry) => ranked[entries.kind[entry] > 0 ? entries.faultCircuit[entry] : entries.circuit[entry]];
       },
     },
-    fault: { of: (entries) => { const places = ranks(entries.kinds); return (entry) => (entries.kind[entry] > 0 ? places[entries.kind[entry]] : NaN); } },
-    duration: { isDown: true, of: (entries) => (entry) => entries.duration[entry] },
-    greatest: { isDown: true, of: (entries) => (entry) => entries.current[entry] },
-    distance: { of: (entries) => (entry) => entries.km[entry] },
+    fault: { of: (entries) => { const ranked = ranks(entries.kinds); return (entry) => (entries.kind[entry] > 0 ? ranked[entries.kind[entry]] : none); } },
+    duration: { isDown: true, of: (entries) => (entry) => bitsOf(entries.duration[entry]) },
+    greatest: { isDown: true, of: (entries) => (entry) => bitsOf(entries.current[entry]) },
+    distance: { of: (entries) => (entry) => bitsOf(entries.km[entry]) },
   };
 
   view.sortsDown = (key) => Boolean(keys[key].isDown);
@@ -50,13 +60,17 @@
       return order;
     }
 
+    // Key and entry in one number each: numbers are sorted without a function that compares them, ten times as fast. Both
+    // fit into the 53 bits of a whole number up to two million entries.
     sort(order, of, isDown) {
-      const values = new Float64Array(this.entries.total);
-      for (const entry of order) {
-        const value = of(entry);
-        values[entry] = Number.isNaN(value) ? Infinity : isDown ? -value : value;
-      }
-      order.sort((a, b) => (values[a] < values[b] ? -1 : values[a] > values[b] ? 1 : a - b));
+      const range = 2 ** Math.ceil(Math.log2(Math.max(this.entries.total, 2)));
+      const packed = new Float64Array(order.length);
+      order.forEach((entry, place) => {
+        const key = of(entry);
+        packed[place] = (isDown && key !== none ? none - 1 - key : key) * range + entry;
+      });
+      packed.sort();
+      packed.forEach((number, place) => { order[place] = number % range; });
     }
 
     // The entries with flag 2, in the order.

@@ -8,20 +8,28 @@
   const values = new Int8Array(128);
   [...letters].forEach((letter, value) => { values[letter.charCodeAt(0)] = value; });
 
+  // The texts of the places of columns or levels, which are the same for all pictures of a size.
+  const places = new Map();
+  function placesOf(name, count, of) {
+    const key = `${name} ${count}`;
+    if (!places.has(key)) places.set(key, Array.from({ length: count }, (_, index) => of(index).toFixed(1)));
+    return places.get(key);
+  }
+
   // A wave's letters as a line in an area.
-  function lineOf(wave, { x, y, width, height }) {
-    const scale = height / 2 / middle;
-    const step = width / Math.max(wave.length - 1, 1);
+  function lineOf(wave, { y, width, height }) {
+    const xs = placesOf(width, wave.length, (column) => (column * width) / Math.max(wave.length - 1, 1));
+    const ys = placesOf(`${y} ${height}`, 2 * middle + 1, (value) => y + height / 2 - ((value - middle) * height) / 2 / middle);
     let line = '';
-    let isDrawn = false;
+    let mark = 'M';
     for (let column = 0; column < wave.length; column++) {
       const value = values[wave.charCodeAt(column) & 127];
       if (value === missing) {
-        isDrawn = false;
+        mark = 'M';
         continue;
       }
-      line += `${isDrawn ? 'L' : 'M'}${(x + column * step).toFixed(1)} ${(y + height / 2 - (value - middle) * scale).toFixed(1)}`;
-      isDrawn = true;
+      line += `${mark}${xs[column]} ${ys[value]}`;
+      mark = 'L';
     }
     return line;
   }
@@ -40,7 +48,7 @@
       view.svg('path', { d: `M0 ${(top + half / 2).toFixed(1)}H${width}`, class: 'zero' }, drawing);
       ['A', 'B', 'C'].forEach((phase, index) => {
         const wave = waves[strip * 3 + index] || '';
-        if (wave) view.svg('path', { d: lineOf(wave, { x: 0, y: top + 1, width, height: half - 2 }), class: `phase${phase}` }, drawing);
+        if (wave) view.svg('path', { d: lineOf(wave, { y: top + 1, width, height: half - 2 }), class: `phase${phase}` }, drawing);
       });
     });
     return drawing;

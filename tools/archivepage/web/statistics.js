@@ -45,7 +45,7 @@
 
     tiles(faults, counts) {
       const { entries } = this;
-      const lasting = faults.filter((entry) => !Number.isNaN(entries.duration[entry])).map((entry) => entries.duration[entry]).sort((a, b) => a - b);
+      const lasting = this.durationsOf(faults);
       const greatest = faults.reduce((most, entry) => (entries.current[entry] > most ? entries.current[entry] : most), -1);
       const reclosed = faults.filter((entry) => entries.reclosed[entry] >= 0);
       const successful = reclosed.filter((entry) => entries.reclosed[entry] === 1).length;
@@ -61,6 +61,11 @@
         tile.dataset.fact = key;
         return tile;
       }));
+    }
+
+    // Of those whose end is known, rising; numbers are sorted fast where there is no function that compares them.
+    durationsOf(faults) {
+      return Float32Array.from(faults, (entry) => this.entries.duration[entry]).filter((duration) => !Number.isNaN(duration)).sort();
     }
 
     monthly(faults) {
@@ -147,8 +152,9 @@
 
     slow(faults) {
       const { entries } = this;
-      const known = faults.filter((entry) => !Number.isNaN(entries.duration[entry]));
-      const first = known.sort((a, b) => entries.duration[b] - entries.duration[a] || a - b).slice(0, slowest);
+      const durations = this.durationsOf(faults);
+      const least = durations[Math.max(durations.length - slowest, 0)];
+      const first = faults.filter((entry) => entries.duration[entry] >= least).sort((a, b) => entries.duration[b] - entries.duration[a] || a - b).slice(0, slowest);
       const when = (entry) => (Number.isNaN(entries.time[entry]) ? view.text('noTime') : `${view.dayText(entries.day[entry])} ${view.clockText(entries.local[entry]).slice(0, 8)}`);
       const rows = first.map((entry) => [
         view.lastingText(entries, entry), this.link(when(entry), () => this.goTo(entry)), entries.stations.words[entries.station[entry]],
@@ -157,8 +163,15 @@
       return this.card('slow', 'statSlow', this.table(heads, rows, [0, 5]));
     }
 
-    // Of all entries: what a filter hides is not silence.
+    // Of all entries: what a filter hides is not silence. Made once for all filters.
     recorders() {
+      const made = `${this.entries.version} ${document.documentElement.lang}`;
+      if (this.recordersMade !== made) this.recordersCard = this.makeRecorders();
+      this.recordersMade = made;
+      return this.recordersCard;
+    }
+
+    makeRecorders() {
       const all = recordersOf(this.entries);
       const day = this.date === null ? all.reduce((most, { last }) => Math.max(most, last), -Infinity) : this.date;
       for (const one of all) {

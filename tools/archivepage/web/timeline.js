@@ -4,6 +4,7 @@
 
   const height = 86;     // of the bars, pixels
   const foot = 18;       // of the dates below them
+  const leastDays = 31;
   const mostDays = 400;  // with bars of days
   const mostMonths = 480;
   const leastLabel = 62; // pixels for a date
@@ -72,25 +73,25 @@
         }
       });
       this.reach = first <= last ? [first, last] : null;
+      this.padding = Math.max(Math.ceil((leastDays - (last - first + 1)) / 2), 0); // so that one day is no wall
     }
 
     count() {
       const { entries, flags } = this;
-      const [first, last] = this.span || this.reach;
+      const [first, last] = this.span || [this.reach[0] - this.padding, this.reach[1] + this.padding];
       this.unit = unitFor(last - first + 1);
       this.firstBar = this.unit.of(first);
       const bars = this.unit.of(last) - this.firstBar + 1;
       this.faults = new Uint32Array(bars);
       this.others = new Uint32Array(bars);
-      const barOf = new Map();
+      const barOf = new Int32Array(last - first + 1);
+      for (let day = first; day <= last; day++) barOf[day - first] = this.unit.of(day) - this.firstBar;
       entries.forEachStretch((begin, end) => {
         for (let entry = begin; entry < end; entry++) {
           if (flags[entry] === 0 || entries.is(entry, view.states.again) || Number.isNaN(entries.time[entry])) continue;
           const day = entries.day[entry];
           if (day < first || day > last) continue;
-          let bar = barOf.get(day);
-          if (bar === undefined) barOf.set(day, bar = this.unit.of(day) - this.firstBar);
-          (entries.kind[entry] > 0 ? this.faults : this.others)[bar]++;
+          (entries.kind[entry] > 0 ? this.faults : this.others)[barOf[day - first]]++;
         }
       });
     }
