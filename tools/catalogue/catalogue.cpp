@@ -68,7 +68,8 @@ void Catalogue::Guard(const std::function<void()>& work) const
     try {
         work();
     } catch (const text::Error& error) {
-        throw text::Error(Tr("catalogue", "the catalogue '%1': %2").arg(sql::Shown(address), error.Message()));
+        throw text::Error(
+            Tr("catalogue", "the catalogue '%1': %2").arg(sql::Shown(address), error.Message()));
     }
 }
 
@@ -85,20 +86,35 @@ QString Catalogue::Absolute(const QString& stored) const
     return hasRoot ? QDir::cleanPath(root.absoluteFilePath(stored)) : stored;
 }
 
+void Catalogue::AddKnown(QHash<QString, Known>& known, const QString& condition, const QString& value)
+{
+    database->Run(
+        QStringLiteral("SELECT e.path, e.id, e.print, e.reason, p.name, p.bytes, p.modified FROM entries e "
+                       "JOIN pieces p ON p.entry = e.id WHERE e.gone IS NULL AND e.path %1 "
+                       "ORDER BY e.id, p.name")
+            .arg(condition),
+        {value}, [&](const sql::Row& row) {
+            Known& one = known[Absolute(row.Text(0))];
+            one.id = row.Integer(1);
+            one.print = row.Text(2).toLatin1();
+            one.isRead = row.IsNull(3);
+            one.pieces.push_back({row.Text(4), row.Integer(5), row.Integer(6)});
+        });
+}
+
 QHash<QString, Known> Catalogue::KnownBelow(const QString& directory)
 {
     QHash<QString, Known> known;
+    Guard([&] { AddKnown(known, QStringLiteral("LIKE ? ESCAPE '!'"), PatternBelow(Stored(directory))); });
+    return known;
+}
+
+QHash<QString, Known> Catalogue::KnownAt(const QStringList& paths)
+{
+    QHash<QString, Known> known;
     Guard([&] {
-        database->Run(QStringLiteral("SELECT e.path, e.id, e.print, e.reason, p.name, p.bytes, p.modified FROM entries e "
-                                     "JOIN pieces p ON p.entry = e.id WHERE e.gone IS NULL AND e.path LIKE ? ESCAPE '!' "
-                                     "ORDER BY e.id, p.name"),
-                      {PatternBelow(Stored(directory))}, [&](const sql::Row& row) {
-                          Known& one = known[Absolute(row.Text(0))];
-                          one.id = row.Integer(1);
-                          one.print = row.Text(2).toLatin1();
-                          one.isRead = row.IsNull(3);
-                          one.pieces.push_back({row.Text(4), row.Integer(5), row.Integer(6)});
-                      });
+        for (const QString& path : paths)
+            AddKnown(known, QStringLiteral("= ?"), Stored(path));
     });
     return known;
 }
@@ -127,9 +143,9 @@ void Catalogue::PutOne(const Entry& entry)
 
 qint64 Catalogue::Insert(const Entry& entry, const QString& stored)
 {
-    static const QString command = QStringLiteral("INSERT INTO entries (path, noted, looked, %1) VALUES (?, ?, ?, %2) RETURNING id")
-                                       .arg(EntryColumns().join(QLatin1String(", ")),
-                                            PlaceHolders(EntryColumns().size()));
+    static const QString command =
+        QStringLiteral("INSERT INTO entries (path, noted, looked, %1) VALUES (?, ?, ?, %2) RETURNING id")
+            .arg(EntryColumns().join(QLatin1String(", ")), PlaceHolders(EntryColumns().size()));
     sql::Values values = {stored, Now(), Now()};
     const sql::Values more = ValuesOf(entry);
     values.insert(values.end(), more.begin(), more.end());
@@ -138,8 +154,9 @@ qint64 Catalogue::Insert(const Entry& entry, const QString& stored)
 
 void Catalogue::Update(qint64 id, const Entry& entry, const QString& stored)
 {
-    static const QString command = QStringLiteral("UPDATE entries SET path = ?, looked = ?, gone = NULL, %1 = ? WHERE id = ?")
-                                       .arg(EntryColumns().join(QLatin1String(" = ?, ")));
+    static const QString command =
+        QStringLiteral("UPDATE entries SET path = ?, looked = ?, gone = NULL, %1 = ? WHERE id = ?")
+            .arg(EntryColumns().join(QLatin1String(" = ?, ")));
     sql::Values values = {stored, Now()};
     const sql::Values more = ValuesOf(entry);
     values.insert(values.end(), more.begin(), more.end());
@@ -172,8 +189,8 @@ void Catalogue::PutDetails(qint64 id, const Entry& entry, bool isNew)
     for (const EventFacts& event : entry.events) {
         const DigitalFacts& of = entry.digital.at(event.channel);
         database->Run(QStringLiteral("INSERT INTO events VALUES (?, ?, ?, ?, ?, ?, ?)"),
-                      {id, place++, event.time, ChannelId(digital, of.circuit, of.name, of.phase, QString()), event.kind,
-                       qint64{event.state}, qint64{event.isActive}});
+                      {id, place++, event.time, ChannelId(digital, of.circuit, of.name, of.phase, QString()),
+                       event.kind, qint64{event.state}, qint64{event.isActive}});
     }
     if (entry.picture)
         database->Run(QStringLiteral("INSERT INTO pictures VALUES (?, ?, ?, ?, ?, ?)"),
@@ -194,35 +211,42 @@ void Catalogue::PutWords(qint64 id, const Entry& entry, bool isNew)
 {
     const QString words = WordsOf(entry);
     if (database->Kind() == sql::Dialect::Postgres) {
-        database->Run(QStringLiteral("INSERT INTO search VALUES (?, to_tsvector('simple', ?)) ON CONFLICT (entry) DO UPDATE "
-                                     "SET words = excluded.words"),
-                      {id, words});
+        database->Run(
+            QStringLiteral(
+                "INSERT INTO search VALUES (?, to_tsvector('simple', ?)) ON CONFLICT (entry) DO UPDATE "
+                "SET words = excluded.words"),
+            {id, words});
         return;
     }
     if (!isNew) {
-        database->Run(QStringLiteral("INSERT INTO search (search, rowid, words) SELECT 'delete', entry, words FROM words "
-                                     "WHERE entry = ?"),
-                      {id});
+        database->Run(
+            QStringLiteral(
+                "INSERT INTO search (search, rowid, words) SELECT 'delete', entry, words FROM words "
+                "WHERE entry = ?"),
+            {id});
         database->Run(QStringLiteral("DELETE FROM words WHERE entry = ?"), {id});
     }
     database->Run(QStringLiteral("INSERT INTO words VALUES (?, ?)"), {id, words});
     database->Run(QStringLiteral("INSERT INTO search (rowid, words) VALUES (?, ?)"), {id, words});
 }
 
-qint64 Catalogue::ChannelId(const QString& kind, const QString& circuit, const QString& name, const QString& phase,
-                            const QString& unit)
+qint64 Catalogue::ChannelId(const QString& kind, const QString& circuit, const QString& name,
+                            const QString& phase, const QString& unit)
 {
     const QString key = QStringList{kind, circuit, name, phase, unit}.join(QLatin1Char('\n'));
     const auto known = channels.constFind(key);
     if (known != channels.constEnd())
         return *known;
     const sql::Values values = {kind, circuit, name, phase, unit};
-    database->Run(QStringLiteral("INSERT INTO channels (kind, circuit, name, phase, unit) VALUES (?, ?, ?, ?, ?) ON CONFLICT DO "
-                                 "NOTHING"),
-                  values);
-    const sql::Value id = database->One(QStringLiteral("SELECT id FROM channels WHERE kind = ? AND circuit = ? AND name = ? AND "
-                                                       "phase = ? AND unit = ?"),
-                                        values);
+    database->Run(
+        QStringLiteral(
+            "INSERT INTO channels (kind, circuit, name, phase, unit) VALUES (?, ?, ?, ?, ?) ON CONFLICT DO "
+            "NOTHING"),
+        values);
+    const sql::Value id = database->One(
+        QStringLiteral("SELECT id FROM channels WHERE kind = ? AND circuit = ? AND name = ? AND "
+                       "phase = ? AND unit = ?"),
+        values);
     return channels[key] = std::get<qint64>(id);
 }
 
@@ -230,20 +254,31 @@ bool Catalogue::Move(const QString& path, const std::vector<Piece>& pieces)
 {
     bool isMoved = false;
     const QString print = QString::fromLatin1(PrintOf(pieces));
+    const QString stored = Stored(path);
+    const auto findGone = [&] {
+        std::optional<qint64> gone;
+        bool isKnown = false; // at this place
+        database->Run(
+            QStringLiteral(
+                "SELECT id, path, gone FROM entries WHERE print = ? AND reason IS NULL ORDER BY id"),
+            {print}, [&](const sql::Row& row) {
+                isKnown = isKnown || (row.IsNull(2) && row.Text(1) == stored);
+                if (!gone && (!row.IsNull(2) || !QFile::exists(Absolute(row.Text(1)))))
+                    gone = row.Integer(0);
+            });
+        return isKnown ? std::nullopt : gone;
+    };
     Guard([&] {
+        if (!findGone()) // usually; others may write meanwhile
+            return;
         database->Together([&] {
-            std::optional<qint64> gone;
-            database->Run(QStringLiteral("SELECT id, path, gone FROM entries WHERE print = ? AND reason IS NULL ORDER BY id"),
-                          {print}, [&](const sql::Row& row) {
-                              if (!gone && (!row.IsNull(2) || !QFile::exists(Absolute(row.Text(1)))))
-                                  gone = row.Integer(0);
-                          });
-            const QString stored = Stored(path);
-            const sql::Value there = database->One(
-                QStringLiteral("SELECT id FROM entries WHERE path = ? AND gone IS NULL"), {stored});
-            if (!gone || std::holds_alternative<qint64>(there))
+            const std::optional<qint64> gone = findGone();
+            if (!gone)
                 return;
-            database->Run(QStringLiteral("UPDATE entries SET path = ?, gone = NULL WHERE id = ?"), {stored, *gone});
+            database->Run(QStringLiteral("UPDATE entries SET gone = ? WHERE path = ? AND gone IS NULL"),
+                          {Now(), stored});
+            database->Run(QStringLiteral("UPDATE entries SET path = ?, gone = NULL WHERE id = ?"),
+                          {stored, *gone});
             PutPieces(*gone, pieces);
             isMoved = true;
         });
@@ -251,15 +286,21 @@ bool Catalogue::Move(const QString& path, const std::vector<Piece>& pieces)
     return isMoved;
 }
 
-void Catalogue::MarkGone(const QStringList& paths)
+qint64 Catalogue::MarkGone(const QStringList& paths)
 {
+    qint64 marked = 0;
     Guard([&] {
         database->Together([&] {
-            for (const QString& path : paths)
-                database->Run(QStringLiteral("UPDATE entries SET gone = ? WHERE path = ? AND gone IS NULL"),
-                              {Now(), Stored(path)});
+            for (const QString& path : paths) {
+                if (QFile::exists(path))
+                    continue;
+                database->Run(QStringLiteral(
+                                  "UPDATE entries SET gone = ? WHERE path = ? AND gone IS NULL RETURNING id"),
+                              {Now(), Stored(path)}, [&marked](const sql::Row&) { ++marked; });
+            }
         });
     });
+    return marked;
 }
 
 } // namespace catalogue

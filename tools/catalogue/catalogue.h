@@ -35,16 +35,20 @@ public:
     /// The entries that are not marked as gone, of the directory and of those below it; by absolute path.
     QHash<QString, Known> KnownBelow(const QString& directory);
 
-    /// Writes the entries, all of them or none: a new one, a new state of the one with this path, or one whose
-    /// files have moved here. Nothing is written twice, whoever else is writing.
+    /// Those of them that have one of these paths.
+    QHash<QString, Known> KnownAt(const QStringList& paths);
+
+    /// Writes the entries, all of them or none: a new one, a new state of the one with this path, or one
+    /// whose files have moved here. Nothing is written twice, whoever else is writing.
     void Put(const std::vector<Entry>& entries);
 
     /// Whether files with this content are known at a place where they are not any more, so that they have
     /// moved here: then the entry gets its new path and pieces, and true is returned.
     bool Move(const QString& path, const std::vector<Piece>& pieces);
 
-    /// Marks entries as gone, by absolute path.
-    void MarkGone(const QStringList& paths);
+    /// Marks the entries with these absolute paths as gone, unless the files are there after all. Returns how
+    /// many were marked.
+    qint64 MarkGone(const QStringList& paths);
 
     /// The path as it is stored, and the absolute one again.
     QString Stored(const QString& path) const;
@@ -56,6 +60,7 @@ public:
 private:
     Catalogue(const QString& address_, bool isReadOnly);
     void Guard(const std::function<void()>& work) const;
+    void AddKnown(QHash<QString, Known>& known, const QString& condition, const QString& value);
     void PutOne(const Entry& entry);
     qint64 Insert(const Entry& entry, const QString& stored);
     void Update(qint64 id, const Entry& entry, const QString& stored);

@@ -6,15 +6,18 @@
 #include "text/texts.h"
 #include "zucmtr/files/systemfile.h"
 
-#include <QCryptographicHash>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QSet>
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <dirent.h>
+#include <memory>
+#include <openssl/evp.h>
+#include <unistd.h>
 
 namespace archive {
 
@@ -142,16 +145,23 @@ std::vector<Piece> PiecesOf(const QString& path, Kind kind)
 void HashPieces(const QString& path, std::vector<Piece>& pieces)
 {
     const QString directory = QFileInfo(path).path();
+    const std::unique_ptr<EVP_MD_CTX, decltype(&EVP_MD_CTX_free)> hash(EVP_MD_CTX_new(), EVP_MD_CTX_free);
+    QByteArray block(BlockBytes, Qt::Uninitialized);
     for (Piece& piece : pieces) {
-        QFile file(directory + QLatin1Char('/') + piece.name);
-        QCryptographicHash hash(QCryptographicHash::Sha256);
-        QByteArray block(BlockBytes, Qt::Uninitialized);
-        qint64 count = file.open(QIODevice::ReadOnly | QIODevice::Unbuffered) ? 0 : -1;
-        while (count >= 0 && (count = file.read(block.data(), block.size())) > 0)
-            hash.addData(block.constData(), static_cast<int>(count));
+        const QString name = directory + QLatin1Char('/') + piece.name;
+        const systemfile::Descriptor file = systemfile::OpenToRead(name);
+        ssize_t count = file.IsOpen() ? 0 : -1;
+        EVP_DigestInit_ex(hash.get(), EVP_sha256(), nullptr);
+        while (count >= 0 &&
+               (count = read(file.Number(), block.data(), static_cast<size_t>(block.size()))) > 0)
+            EVP_DigestUpdate(hash.get(), block.constData(), static_cast<size_t>(count));
         if (count < 0)
-            throw text::Error(Tr("archive", "%1 cannot be read: %2").arg(file.fileName(), explain::SystemText(file.errorString())));
-        piece.sha256 = hash.result().toHex();
+            throw text::Error(Tr("archive", "%1 cannot be read: %2").arg(name, explain::SystemText(errno)));
+        std::array<unsigned char, EVP_MAX_MD_SIZE> digest{};
+        unsigned int size = 0;
+        EVP_DigestFinal_ex(hash.get(), digest.data(), &size);
+        piece.sha256 =
+            QByteArray(reinterpret_cast<const char*>(digest.data()), static_cast<int>(size)).toHex();
     }
 }
 

@@ -7,10 +7,9 @@
 #include "explain/file.h"
 #include "text/reasons.h"
 #include "zucmtr/archive/faultpicture.h"
-#include "zucmtr/host/linefile.h"
-#include "zucmtr/host/recordsource.h"
 
 #include <QDateTime>
+#include <QFileInfo>
 
 #include <algorithm>
 #include <cmath>
@@ -81,7 +80,8 @@ void AddAnalog(Entry& entry, const analysis::Oscillogram& oscillogram)
         const double other = factor * (channel.a * codes.Greatest() + channel.b);
         entry.analog.push_back({channel.circuit, channel.name, channel.phase, channel.unit,
                                 Finite(std::min(one, other)), Finite(std::max(one, other))});
-        const double magnitude = std::max(std::abs(one), std::abs(other)) * analysis::BaseFactor(channel.unit);
+        const double magnitude =
+            std::max(std::abs(one), std::abs(other)) * analysis::BaseFactor(channel.unit);
         if (!std::isfinite(magnitude))
             continue;
         const analysis::Quantity quantity = analysis::RoleOf(channel).quantity;
@@ -110,7 +110,8 @@ std::optional<double> FaultCurrent(const analysis::Fault& fault, const analysis:
     std::optional<double> greatest;
     for (const analysis::ChannelPhasors& one : fault.phasors) {
         for (size_t phase = 0; phase < analysis::Phases; ++phase) {
-            if (circuit.currents[phase] == static_cast<int>(one.channel) && std::isfinite(std::abs(one.during)))
+            if (circuit.currents[phase] == static_cast<int>(one.channel) &&
+                std::isfinite(std::abs(one.during)))
                 Widen(greatest, std::abs(one.during));
         }
     }
@@ -195,7 +196,33 @@ Entry Failed(const QString& path, catalogue::Kind kind, const char* reason, cons
 
 } // namespace
 
-Entry Look(const QString& path, catalogue::Kind kind, const Reading& reading)
+// The lines of a directory's recordings are read once.
+const LineData& Looker::LinesFor(const QString& ini, const QString& path)
+{
+    const QString key = ini + QLatin1Char('\n') + QFileInfo(path).path();
+    if (key != linesFor) {
+        lines = LoadLines(reading.lines, ini, path);
+        linesFor = key;
+    }
+    return lines;
+}
+
+void Looker::LookInto(Entry& entry)
+{
+    const bool isRecord = entry.kind == catalogue::Kind::Record;
+    analysis::Extent extent;
+    extent.mostBytes = analysis::LargestAnalysed;
+    RecordMaker::Made made{entry.path, reading.choice.ini};
+    if (!isRecord) {
+        made = maker.Make(entry.path, reading.choice, reading.isPlain);
+        extent.encoding = QStringLiteral("UTF-8"); // as it was made
+    }
+    const LineData& data = LinesFor(made.ini, entry.path);
+    const analysis::Oscillogram oscillogram = analysis::Read(made.record, extent);
+    Fill(entry, oscillogram, analysis::Summarise(oscillogram, data.lines, data.path));
+}
+
+Entry Looker::Look(const QString& path, catalogue::Kind kind)
 {
     const bool isRecord = kind == catalogue::Kind::Record;
     const char* unreadable = isRecord ? reason::RecordUnreadable : reason::RecordingUnreadable;
@@ -203,12 +230,7 @@ Entry Look(const QString& path, catalogue::Kind kind, const Reading& reading)
     entry.kind = kind;
     entry.path = path;
     try {
-        const RecordSource source(path, reading.choice, reading.isPlain);
-        const LineData data = LoadLines(reading.lines, source.Ini(), path);
-        analysis::Extent extent;
-        extent.mostBytes = analysis::LargestAnalysed;
-        const analysis::Oscillogram oscillogram = analysis::Read(source.Path(), extent);
-        Fill(entry, oscillogram, analysis::Summarise(oscillogram, data.lines, data.path));
+        LookInto(entry);
         return entry;
     } catch (const comtrade::Error& error) {
         return Failed(path, kind, unreadable, text::MessageOf(error));

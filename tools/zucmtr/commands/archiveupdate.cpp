@@ -16,8 +16,10 @@
 #include <QFileInfo>
 #include <QJsonObject>
 
+#include <algorithm>
 #include <csignal>
 #include <memory>
+#include <thread>
 
 namespace {
 
@@ -25,6 +27,7 @@ struct UpdateOptions
 {
     std::string catalogue;
     ReadingOptions reading;
+    unsigned int jobs = 0; // one per processor
     bool json = false;
     bool quiet = false;
     uint64_t maxMemory = 0;
@@ -67,15 +70,19 @@ int RunUpdate(const UpdateOptions& options)
     std::signal(SIGPIPE, SIG_IGN);
     LimitMemory(options.maxMemory);
     const QStringList directories = DirectoriesOf(options);
-    archive::Reading reading{ChoiceOf(options.reading.choice), options.reading.plain,
-                             FromUtf8(options.reading.lines)};
+    archive::UpdateOrder order;
+    order.catalogue = CatalogueOf(options.catalogue, directories.first());
+    order.directories = directories;
+    order.reading = {ChoiceOf(options.reading.choice), options.reading.plain,
+                     FromUtf8(options.reading.lines)};
+    order.processes = options.jobs == 0 ? std::max(std::thread::hardware_concurrency(), 1u) : options.jobs;
     bool isWhole = true;
     std::unique_ptr<Progress> progress;
     const archive::Progressing progressing{
-        [&](qint64 done, qint64 total) {
+        [&](size_t done, size_t total) {
             if (!progress)
-                progress = std::make_unique<Progress>(static_cast<size_t>(total), !options.quiet);
-            progress->Show(static_cast<size_t>(done));
+                progress = std::make_unique<Progress>(total, !options.quiet);
+            progress->Show(done);
         },
         [] { return interrupt::Came(); },
         [&](const QString& path, const QString& text) {
@@ -84,8 +91,7 @@ int RunUpdate(const UpdateOptions& options)
                 progress->Hide();
             Complain(text.startsWith(path) ? text : path + QLatin1String(": ") + text);
         }};
-    catalogue::Catalogue catalogue(CatalogueOf(options.catalogue, directories.first()));
-    const archive::UpdateCounts counts = archive::Update(catalogue, directories, reading, progressing);
+    const archive::UpdateCounts counts = archive::Update(order, progressing);
     progress.reset();
     Report(counts, options);
     if (interrupt::Came())
@@ -103,11 +109,17 @@ void AddArchiveUpdate(CLI::App& archive, Action& chosen)
     AddCatalogueOption(*command, options->catalogue);
     AddReadingOptions(*command, options->reading,
                       HelpText("archive", "Take no ini file: circuits and names as in the recordings"));
-    command->add_flag("--json", options->json, HelpText("archive", "One JSON object at the end, for programs"));
+    AddValue(
+        *command, "-j,--jobs", options->jobs, "N",
+        HelpText("archive", "Recordings that are read at the same time; 0: one per processor (the default)"))
+        ->transform(values::WholeNumber(0, 256));
+    command->add_flag("--json", options->json,
+                      HelpText("archive", "One JSON object at the end, for programs"));
     command->add_flag("--quiet", options->quiet, HelpText("archive", "Report failures only"));
     AddMemoryOption(*command, options->maxMemory);
     AddArgument(*command, "DIR", options->directories,
-                HelpText("archive", "Directories whose recordings (.ZU) and records (.cfg, .cff) are catalogued, with "
-                                    "those below them"));
+                HelpText("archive",
+                         "Directories whose recordings (.ZU) and records (.cfg, .cff) are catalogued, with "
+                         "those below them"));
     command->callback([options, &chosen] { chosen = [options] { return RunUpdate(*options); }; });
 }
