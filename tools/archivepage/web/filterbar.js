@@ -18,12 +18,12 @@
       this.element.setAttribute('aria-label', view.text('show'));
       this.element.replaceChildren(
         this.labelled('text', this.input('text', { type: 'search', placeholder: view.text('textHint'), title: view.text('textHint') })),
-        this.labelled('show', this.choice('show')), this.labelled('station', this.choice('station')), this.labelled('circuit', this.choice('circuit')),
+        this.labelled('show', this.choice('show')), this.labelled('station', this.choice('station')), this.labelled('circuit', this.choice('circuit')), reset,
         this.buttons('kind', 'kinds', Object.entries(view.groupNames).map(([group, key]) => [group, view.text(key)])),
         this.buttons('phases', 'phases', ['A', 'B', 'C'].map((phase) => [phase, phase])),
         this.pair('lasting', 'longer', 'shorter', { inputMode: 'decimal', size: 5 }),
         this.labelled('current', this.input('current', { inputMode: 'decimal', size: 6 })),
-        this.pair('dates', 'from', 'to', { type: 'date' }), reset);
+        this.pair('dates', 'from', 'to', { type: 'date' }));
       this.offered = 0;
       this.offer();
       this.show();

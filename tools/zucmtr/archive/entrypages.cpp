@@ -34,11 +34,11 @@ PageCounts MakePages(const std::vector<archivepage::Shown>& entries, const Readi
     std::copy_if(entries.begin(), entries.end(), std::back_inserter(missing),
                  [](const archivepage::Shown& entry) { return !QFileInfo::exists(entry.page); });
     PageCounts counts;
-    qint64 done = 0;
+    size_t done = 0;
     for (const archivepage::Shown& entry : missing) {
         if (progressing.isToEnd())
             break;
-        progressing.show(done++, static_cast<qint64>(missing.size()));
+        progressing.show(done++, missing.size());
         if (QFileInfo::exists(entry.page)) // another entry with the same contents, or another program, has made it
             continue;
         try {

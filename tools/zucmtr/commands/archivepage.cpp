@@ -81,10 +81,10 @@ archive::PageCounts MakePages(const PageOptions& options, catalogue::Catalogue& 
                                    FromUtf8(options.reading.lines)};
     std::unique_ptr<Progress> progress;
     const archive::Progressing progressing{
-        [&](qint64 done, qint64 total) {
+        [&](size_t done, size_t total) {
             if (!progress)
-                progress = std::make_unique<Progress>(static_cast<size_t>(total), !options.quiet);
-            progress->Show(static_cast<size_t>(done));
+                progress = std::make_unique<Progress>(total, !options.quiet);
+            progress->Show(done);
         },
         [] { return interrupt::Came(); },
         [&](const QString& path, const QString& text) {
@@ -166,5 +166,10 @@ void AddArchivePage(CLI::App& archive, Action& chosen)
     AddMemoryOption(*command, options->maxMemory);
     AddValue(*command, "ARCHIVE-DIR", options->directory, "",
              HelpText("archive", "The directory whose catalogue is shown. Default: the current one"));
+    command->footer(HelpText("archive", "Exit code: 0 the directory is up to date; 1 it cannot be written, or an entry has no "
+                                        "page; 2 wrong usage.\n"
+                                        "\n"
+                                        "Example:\n"
+                                        "  zucmtr archive page -o page --pages faults recordings"));
     command->callback([options, &chosen] { chosen = [options] { return RunPage(*options); }; });
 }

@@ -2,6 +2,67 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="ru_RU" sourcelanguage="en">
 <context>
+    <name>archive</name>
+    <message>
+        <source>%1 cannot be read: %2</source>
+        <translation>%1 не читается: %2</translation>
+    </message>
+    <message>
+        <source>Keep a catalogue of many recordings and records, and search it</source>
+        <translation>Вести каталог осциллограмм и записей и искать в нём</translation>
+    </message>
+    <message>
+        <source>Example:
+  zucmtr archive update recordings
+  zucmtr archive find recordings --kind single --longer-than 80ms</source>
+        <translation>Пример:
+  zucmtr archive update recordings
+  zucmtr archive find recordings --kind single --longer-than 80ms</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is no directory</source>
+        <translation>«%1» — не каталог</translation>
+    </message>
+    <message>
+        <source>%1 read (%2 of them cannot be), %3 moved, %4 gone, %5 unchanged</source>
+        <translation>прочитано: %1 (из них не читаются: %2), перемещено: %3, исчезло: %4, без изменений: %5</translation>
+    </message>
+    <message>
+        <source>Write what is new, changed, moved or gone into the catalogue</source>
+        <translation>Внести в каталог новое, изменённое, перемещённое и исчезнувшее</translation>
+    </message>
+    <message>
+        <source>Take no ini file: circuits and names as in the recordings</source>
+        <translation>Без файла ini: присоединения и имена как в осциллограммах</translation>
+    </message>
+    <message>
+        <source>One JSON object at the end, for programs</source>
+        <translation>Один объект JSON в конце, для программ</translation>
+    </message>
+    <message>
+        <source>Report failures only</source>
+        <translation>Сообщать только о неудачах</translation>
+    </message>
+    <message>
+        <source>Directories whose recordings (.ZU) and records (.cfg, .cff) are catalogued, with those below them</source>
+        <translation>Каталоги, осциллограммы (.ZU) и записи (.cfg, .cff) которых вносятся, вместе с вложенными</translation>
+    </message>
+    <message>
+        <source>Exit code: 0 the catalogue is up to date, what cannot be read included; 1 a directory could not be read; 2 wrong usage.
+
+Example:
+  zucmtr archive update recordings</source>
+        <translation>Код завершения: 0 — каталог обновлён, нечитаемые файлы в нём отмечены; 1 — какой-то каталог не удалось прочитать; 2 — неверный вызов.
+
+Пример:
+  zucmtr archive update recordings</translation>
+    </message>
+    <message>
+        <source>The catalogue: a file, or postgresql://user@host/database. Default: zucmtr-archive.db in the (first) directory</source>
+        <translation>База каталога: файл или postgresql://user@host/database. По умолчанию zucmtr-archive.db в (первом) каталоге</translation>
+    </message>
+</context>
+<context>
     <name>batch</name>
     <message>
         <source>; it was there already</source>
@@ -50,6 +111,21 @@
     <message>
         <source>%1 of them salvaged in part</source>
         <translation>из них спасено частично: %1</translation>
+    </message>
+</context>
+<context>
+    <name>catalogue</name>
+    <message>
+        <source>the catalogue &apos;%1&apos;: %2</source>
+        <translation>база каталога «%1»: %2</translation>
+    </message>
+    <message>
+        <source>it is no catalogue</source>
+        <translation>это не база каталога</translation>
+    </message>
+    <message>
+        <source>it was made by a newer version of the program; install that</source>
+        <translation>она создана более новой версией программы; установите её</translation>
     </message>
 </context>
 <context>
@@ -2106,14 +2182,16 @@ Example, with the sample station:
         <translation>Показать справку программы или команды</translation>
     </message>
     <message>
-        <source>The command: %1</source>
-        <translation>Команда: %1</translation>
+        <source>The command, and the one below it: %1</source>
+        <translation>Команда и её подкоманда: %1</translation>
     </message>
     <message>
-        <source>Example:
-  zucmtr help convert</source>
-        <translation>Пример:
-  zucmtr help convert</translation>
+        <source>Examples:
+  zucmtr help convert
+  zucmtr help archive find</source>
+        <translation>Примеры:
+  zucmtr help convert
+  zucmtr help archive find</translation>
     </message>
 </context>
 <context>
@@ -2769,10 +2847,6 @@ Example, with the sample station:
 <context>
     <name>main</name>
     <message>
-        <source>no command is given</source>
-        <translation>не указана команда</translation>
-    </message>
-    <message>
         <source>argument %1 (&apos;%2&apos;) is not UTF-8; rename the file, or run the program from a UTF-8 terminal</source>
         <translation>аргумент %1 («%2») не в UTF-8; переименуйте файл или запустите программу из терминала с UTF-8</translation>
     </message>
@@ -2976,10 +3050,6 @@ Example, with the sample station:
         <translation>«%1» — лишнее: у «%2» только один аргумент (%3)</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; is no command; say first what to do with it, as in: zucmtr info %2</source>
-        <translation>«%1» — не команда; укажите сначала, что делать, например: zucmtr info %2</translation>
-    </message>
-    <message>
         <source>there is no command &apos;%1&apos;</source>
         <translation>нет команды «%1»</translation>
     </message>
@@ -3042,6 +3112,58 @@ Example, with the sample station:
     <message>
         <source>PATTERN</source>
         <translation>ШАБЛОН</translation>
+    </message>
+    <message>
+        <source>no command is given</source>
+        <translation>не указана команда</translation>
+    </message>
+    <message>
+        <source>say what &apos;%1&apos; is to do: %2</source>
+        <translation>укажите, что делать команде «%1»: %2</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is no command; say first what to do with it, as in: %2 %3</source>
+        <translation>«%1» — не команда; укажите сначала, что делать, например: %2 %3</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; has no command &apos;%2&apos;</source>
+        <translation>у «%1» нет команды «%2»</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is too much: &apos;%2&apos; has no commands</source>
+        <translation>«%1» — лишнее: у «%2» нет подкоманд</translation>
+    </message>
+    <message>
+        <source>ADDRESS</source>
+        <translation>АДРЕС</translation>
+    </message>
+    <message>
+        <source>MOMENT</source>
+        <translation>МОМЕНТ</translation>
+    </message>
+    <message>
+        <source>CURRENT</source>
+        <translation>ТОК</translation>
+    </message>
+    <message>
+        <source>DURATION</source>
+        <translation>ДЛИТЕЛЬНОСТЬ</translation>
+    </message>
+    <message>
+        <source>PHASES</source>
+        <translation>ФАЗЫ</translation>
+    </message>
+    <message>
+        <source>WORDS</source>
+        <translation>СЛОВА</translation>
+    </message>
+    <message>
+        <source>COLUMN</source>
+        <translation>СТОЛБЕЦ</translation>
+    </message>
+    <message>
+        <source>DISTANCE</source>
+        <translation>РАССТОЯНИЕ</translation>
     </message>
 </context>
 <context>
@@ -3461,6 +3583,13 @@ Examples:
     <message>
         <source>&apos;%1&apos; is there and was not made by this program; move it away</source>
         <translation>«%1» уже есть в архиве, и создала его не эта программа; уберите этот файл</translation>
+    </message>
+</context>
+<context>
+    <name>sql</name>
+    <message>
+        <source>Qt&apos;s driver for PostgreSQL is missing; install the package libqt5sql5-psql</source>
+        <translation>нет драйвера Qt для PostgreSQL; установите пакет libqt5sql5-psql</translation>
     </message>
 </context>
 <context>
