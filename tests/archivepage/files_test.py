@@ -96,16 +96,20 @@ class Pieces(unittest.TestCase):
 class Directory(unittest.TestCase):
     def setUp(self):
         self.archive = Archive(self.id().rpartition(".")[2])
+
+    def add_three(self):
         for number in range(3):
             self.archive.add("%d.ZU" % number, moment=number * 10**9)
 
     def test_unchanged_archive_gives_unchanged_files(self):
+        self.add_three()
         self.archive.write()
         files = self.archive.files()
         self.archive.write()
         self.assertEqual(files, self.archive.files())
 
     def test_pieces_stay_until_the_run_after_the_next_and_then_go(self):
+        self.add_three()
         self.archive.write()
         first = self.archive.names("entries")
         self.archive.add("3.ZU", moment=3 * 10**9)
@@ -116,7 +120,7 @@ class Directory(unittest.TestCase):
         self.assertEqual([name for name in both if name not in first], self.archive.names("entries"))
 
     def test_new_entry_leaves_the_full_pieces_as_they_are(self):
-        make_up(self.archive.path, PIECE)
+        make_up(self.archive.path, PIECE + 100)
         self.archive.write()
         before = self.archive.head()["timed"]
         self.archive.add("new.ZU", moment=4 * 10**15)
@@ -125,6 +129,7 @@ class Directory(unittest.TestCase):
         self.assertNotEqual(before[1], self.archive.head()["timed"][1])
 
     def test_nothing_is_removed_that_was_not_made_here(self):
+        self.add_three()
         self.archive.write()
         foreign = ["notes.txt", "data/notes.js", "data/entries-0123456789abcdef.js", "pages/0123456789abcdef.html", "pages/other.html"]
         for name in foreign:
@@ -172,6 +177,7 @@ class Directory(unittest.TestCase):
         self.assertIn("'tomorrow' is no date; give it as 2024-01-31", self.archive.write("--as-of", "tomorrow", code=2).stderr)
 
     def test_event_of_several_entries_counts_once(self):
+        self.add_three()
         self.archive.add("0.cfg", kind="record", moment=0)
         self.archive.add("gone.ZU", moment=0, gone="2026-01-01T00:00:00Z")
         self.archive.add("other.ZU", moment=0, recorder="other")

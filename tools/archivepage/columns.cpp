@@ -24,8 +24,9 @@ QByteArray Column::Json() const
 
 void Rising::Add(qint64 value)
 {
-    if (first == 0 && last == 0)
+    if (isEmpty)
         first = last = value;
+    isEmpty = false;
     steps.Add(value - last);
     last = value;
 }

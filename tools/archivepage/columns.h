@@ -29,6 +29,7 @@ public:
     QByteArray Json() const;
 
 private:
+    bool isEmpty = true;
     qint64 first = 0;
     qint64 last = 0;
     Column steps;

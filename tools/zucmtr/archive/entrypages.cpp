@@ -14,7 +14,7 @@ namespace archive {
 
 namespace {
 
-void MakePage(const archivepage::Shown& entry, const Reading& reading)
+void MakePage(const archivepage::Shown& entry, const PageReading& reading)
 {
     const RecordSource source(entry.path, reading.choice, reading.isPlain);
     LineData data = LoadLines(reading.lines, source.Ini(), entry.path);
@@ -22,12 +22,13 @@ void MakePage(const archivepage::Shown& entry, const Reading& reading)
     options.lines = std::move(data.lines);
     options.lineFile = data.path;
     options.source = QFileInfo(entry.path).fileName();
+    options.encoding = comtrade::IsRecordFile(entry.path) ? reading.encoding : QString();
     view::WritePage(source.Path(), entry.page, options);
 }
 
 } // namespace
 
-PageCounts MakePages(const std::vector<archivepage::Shown>& entries, const Reading& reading,
+PageCounts MakePages(const std::vector<archivepage::Shown>& entries, const PageReading& reading,
                      const Progressing& progressing)
 {
     std::vector<archivepage::Shown> missing;

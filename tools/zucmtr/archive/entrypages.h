@@ -9,6 +9,12 @@
 
 namespace archive {
 
+/// The same for pages.
+struct PageReading : Reading
+{
+    QString encoding; ///< of records; empty: found out
+};
+
 struct PageCounts
 {
     qint64 made = 0;
@@ -17,7 +23,7 @@ struct PageCounts
 
 /// Makes the page of each entry that has none yet, whole or not at all. What cannot be made is complained of. Throws
 /// ConfigurationError as Look.
-PageCounts MakePages(const std::vector<archivepage::Shown>& entries, const Reading& reading,
+PageCounts MakePages(const std::vector<archivepage::Shown>& entries, const PageReading& reading,
                      const Progressing& progressing);
 
 } // namespace archive

@@ -19,6 +19,7 @@
 #include <QJsonObject>
 #include <QUrl>
 
+#include <algorithm>
 #include <csignal>
 #include <memory>
 
@@ -77,8 +78,9 @@ archive::PageCounts MakePages(const PageOptions& options, catalogue::Catalogue& 
         entries.erase(std::remove_if(entries.begin(), entries.end(),
                                      [](const archivepage::Shown& entry) { return !entry.isFault; }),
                       entries.end());
-    const archive::Reading reading{ChoiceOf(options.reading.choice), options.reading.plain,
-                                   FromUtf8(options.reading.lines)};
+    const archive::PageReading reading{{ChoiceOf(options.reading.choice), options.reading.plain,
+                                        FromUtf8(options.reading.lines)},
+                                       FromUtf8(options.reading.encoding)};
     std::unique_ptr<Progress> progress;
     const archive::Progressing progressing{
         [&](size_t done, size_t total) {
@@ -164,7 +166,7 @@ void AddArchivePage(CLI::App& archive, Action& chosen)
     command->add_flag("--json", options->json, HelpText("archive", "One JSON object at the end, for programs"));
     command->add_flag("--quiet", options->quiet, HelpText("archive", "Report failures only"));
     AddMemoryOption(*command, options->maxMemory);
-    AddValue(*command, "ARCHIVE-DIR", options->directory, "",
+    AddValue(*command, "DIR", options->directory, "",
              HelpText("archive", "The directory whose catalogue is shown. Default: the current one"));
     command->footer(HelpText("archive", "Exit code: 0 the directory is up to date; 1 it cannot be written, or an entry has no "
                                         "page; 2 wrong usage.\n"
