@@ -15,10 +15,10 @@
       this.fields = {};
       const reset = view.html('button', { type: 'button', id: 'reset', textContent: view.text('reset') });
       reset.addEventListener('click', () => { this.filter.clear(); this.show(); this.changed(); });
-      this.element.setAttribute('aria-label', view.text('show'));
+      this.element.setAttribute('aria-label', view.text('filters'));
       this.element.replaceChildren(
         this.labelled('text', this.input('text', { type: 'search', placeholder: view.text('textHint'), title: view.text('textHint') })),
-        this.labelled('show', this.choice('show')), this.labelled('station', this.choice('station')), this.labelled('circuit', this.choice('circuit')), reset,
+        this.labelled('show', this.choice('show')), this.more(), this.labelled('station', this.choice('station')), this.labelled('circuit', this.choice('circuit')), reset,
         this.buttons('kind', 'kinds', Object.entries(view.groupNames).map(([group, key]) => [group, view.text(key)])),
         this.buttons('phases', 'phases', ['A', 'B', 'C'].map((phase) => [phase, phase])),
         this.pair('lasting', 'longer', 'shorter', { inputMode: 'decimal', size: 5 }),
@@ -27,6 +27,18 @@
       this.offered = 0;
       this.offer();
       this.show();
+    }
+
+    // On a narrow screen the other fields are there when they are wanted.
+    more() {
+      const button = view.html('button', { type: 'button', id: 'moreFilters', textContent: view.text('filters') });
+      const show = (isOpen) => {
+        this.element.classList.toggle('isOpen', isOpen);
+        button.setAttribute('aria-expanded', isOpen);
+      };
+      button.addEventListener('click', () => show(!this.element.classList.contains('isOpen')));
+      show(!this.filter.isEmpty);
+      return button;
     }
 
     labelled(key, field) {
