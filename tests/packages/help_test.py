@@ -70,6 +70,7 @@ class Help(unittest.TestCase):
     def test_the_help_lists_commands_with_options(self):
         self.assertIn(("zucmtr", "convert"), self.commands)
         self.assertIn(("zucmtr", "archive", "update"), self.commands)
+        self.assertIn(("zucmtr", "archive", "page"), self.commands)
         self.assertIn("--ini", options_of(("zucmtr", "convert")))
 
     def test_each_command_has_a_page_and_no_other_is_there(self):

@@ -2,7 +2,6 @@
 
 #include "catalogue/columns.h"
 #include "catalogue/schema.h"
-#include "catalogue/words.h"
 #include "sql/address.h"
 #include "text/texts.h"
 
@@ -16,16 +15,6 @@
 namespace catalogue {
 
 namespace {
-
-ChannelKey KeyOf(const AnalogFacts& channel)
-{
-    return {QStringLiteral("analog"), channel.circuit, channel.name, channel.phase, channel.unit};
-}
-
-ChannelKey KeyOf(const DigitalFacts& channel)
-{
-    return {QStringLiteral("digital"), channel.circuit, channel.name, channel.phase, QString()};
-}
 
 void Append(sql::Values& values, const sql::Values& more)
 {
@@ -57,6 +46,7 @@ Catalogue::Catalogue(const QString& address_, bool isReadOnly) : address(address
             CheckVersion(*database);
         else
             Prepare(*database);
+        details = std::make_unique<Details>(*database);
     });
 }
 
@@ -165,13 +155,11 @@ void Catalogue::Write(const std::function<void()>& work)
 {
     Guard([&] {
         database->Together([&] {
-            fresh.clear();           // of a transaction that was undone
+            details->Begin();
             CheckVersion(*database); // a newer program may have come
             work();
         });
-        for (auto one = fresh.constBegin(); one != fresh.constEnd(); ++one)
-            channels.insert(one.key(), *one);
-        fresh.clear();
+        details->Keep();
         isWritten = true;
     });
 }
@@ -185,27 +173,10 @@ void Catalogue::Put(const std::vector<Entry>& entries)
     std::stable_sort(sorted.begin(), sorted.end(),
                      [](const Entry* a, const Entry* b) { return a->path < b->path; });
     Write([&] {
-        PutChannels(sorted);
+        details->PutChannels(sorted);
         for (const Entry* entry : sorted)
             PutOne(*entry);
     });
-}
-
-void Catalogue::PutChannels(const std::vector<const Entry*>& entries)
-{
-    std::set<ChannelKey> keys;
-    for (const Entry* entry : entries) {
-        for (const AnalogFacts& one : entry->analog)
-            keys.insert(KeyOf(one));
-        for (const DigitalFacts& one : entry->digital) {
-            if (one.changes > 0)
-                keys.insert(KeyOf(one));
-        }
-        for (const EventFacts& one : entry->events)
-            keys.insert(KeyOf(entry->digital.at(one.channel)));
-    }
-    for (const ChannelKey& key : keys)
-        ChannelId(key);
 }
 
 // What is known at this path stays if it is of another recording, marked as gone; so does what is known of
@@ -227,19 +198,13 @@ void Catalogue::PutOne(const Entry& entry)
     while (!there) {
         const std::optional<qint64> made = Insert(entry, stored);
         if (made) {
-            PutDetails(*made, entry, true);
+            details->Put(*made, entry, true);
             return;
         }
         there = AtPath(stored); // somebody else has just put it, or put it and marked it as gone
     }
     Update(*there, entry, stored);
-    PutDetails(*there, entry, false);
-}
-
-std::optional<qint64> Catalogue::Id(const QString& command, const sql::Values& values)
-{
-    const sql::Value id = database->One(command, values);
-    return std::holds_alternative<qint64>(id) ? std::optional<qint64>(std::get<qint64>(id)) : std::nullopt;
+    details->Put(*there, entry, false);
 }
 
 // What is read to be changed stays as it is meanwhile.
@@ -250,21 +215,25 @@ QString Catalogue::Locking() const
 
 std::optional<qint64> Catalogue::AtPath(const QString& stored)
 {
-    return Id(QStringLiteral("SELECT id FROM entries WHERE path = ? AND gone IS NULL") + Locking(), {stored});
+    return database->Number(
+        QStringLiteral("SELECT id FROM entries WHERE path = ? AND gone IS NULL") + Locking(), {stored});
 }
 
 // One that is gone and has the same contents: they have come back.
 std::optional<qint64> Catalogue::GoneWith(const Entry& entry, const QString& stored)
 {
-    return Id(QStringLiteral("SELECT id FROM entries WHERE print = ? AND gone IS NOT NULL AND reason IS NULL "
-                             "ORDER BY CASE WHEN path = ? THEN 0 ELSE 1 END, id LIMIT 1") +
-                  Locking(),
-              {QString::fromLatin1(PrintOf(entry.pieces)), stored});
+    return database->Number(
+        QStringLiteral("SELECT id FROM entries WHERE print = ? AND gone IS NOT NULL AND reason IS NULL "
+                       "ORDER BY CASE WHEN path = ? THEN 0 ELSE 1 END, id LIMIT 1") +
+            Locking(),
+        {QString::fromLatin1(PrintOf(entry.pieces)), stored});
 }
 
 bool Catalogue::IsUnread(qint64 id)
 {
-    return Id(QStringLiteral("SELECT id FROM entries WHERE id = ? AND reason IS NOT NULL"), {id}).has_value();
+    return database
+        ->Number(QStringLiteral("SELECT id FROM entries WHERE id = ? AND reason IS NOT NULL"), {id})
+        .has_value();
 }
 
 // A recording that grows by a continuation, a record that is written again: the same recorder was started at
@@ -286,7 +255,7 @@ bool Catalogue::IsOfSame(qint64 id, const Entry& entry)
 
 void Catalogue::Remove(qint64 id)
 {
-    RemoveWords(id);
+    details->RemoveWords(id);
     database->Run(QStringLiteral("DELETE FROM entries WHERE id = ?"), {id});
 }
 
@@ -299,7 +268,7 @@ std::optional<qint64> Catalogue::Insert(const Entry& entry, const QString& store
             .arg(EntryColumns().join(QLatin1String(", ")), PlaceHolders(EntryColumns().size()));
     sql::Values values = {stored, Now(), Now()};
     Append(values, ValuesOf(entry));
-    return Id(command, values);
+    return database->Number(command, values);
 }
 
 void Catalogue::Update(qint64 id, const Entry& entry, const QString& stored)
@@ -311,110 +280,6 @@ void Catalogue::Update(qint64 id, const Entry& entry, const QString& stored)
     Append(values, ValuesOf(entry));
     values.push_back(id);
     database->Run(command, values);
-}
-
-void Catalogue::PutDetails(qint64 id, const Entry& entry, bool isNew)
-{
-    if (!isNew) {
-        for (const char* table : {"extremes", "changes", "events"})
-            database->Run(QStringLiteral("DELETE FROM %1 WHERE entry = ?").arg(QLatin1String(table)), {id});
-    }
-    PutPieces(id, entry.pieces);
-    sql::Values extremes;
-    for (const AnalogFacts& one : entry.analog)
-        Append(extremes, {id, ChannelId(KeyOf(one)), sql::ValueOf(one.least), sql::ValueOf(one.greatest)});
-    InsertRows("extremes", 4, extremes);
-    sql::Values changes;
-    for (const DigitalFacts& one : entry.digital) {
-        if (one.changes > 0)
-            Append(changes, {ChannelId(KeyOf(one)), id, one.changes, sql::ValueOf(one.first)});
-    }
-    InsertRows("changes", 4, changes);
-    sql::Values events;
-    qint64 place = 0;
-    for (const EventFacts& event : entry.events)
-        Append(events, {id, place++, event.time, ChannelId(KeyOf(entry.digital.at(event.channel))),
-                        event.kind, qint64{event.state}, qint64{event.isActive}});
-    InsertRows("events", 7, events);
-    PutWords(id, entry, isNew);
-}
-
-// Several at a time, since a server may be far away; of two with one key the first counts. Few sizes, so that
-// each command is prepared once.
-void Catalogue::InsertRows(const char* table, int columns, const sql::Values& values)
-{
-    const QString row = QStringLiteral("(%1)").arg(PlaceHolders(columns));
-    auto next = values.begin();
-    while (next != values.end()) {
-        const std::ptrdiff_t left = (values.end() - next) / columns;
-        const int rows = left >= 32 ? 32 : left >= 8 ? 8 : 1;
-        const QStringList places = QVector<QString>(rows, row).toList();
-        database->Run(QStringLiteral("INSERT INTO %1 VALUES %2 ON CONFLICT DO NOTHING")
-                          .arg(QLatin1String(table), places.join(QLatin1String(", "))),
-                      {next, next + rows * columns});
-        next += rows * columns;
-    }
-}
-
-void Catalogue::PutPieces(qint64 id, const std::vector<Piece>& pieces)
-{
-    database->Run(QStringLiteral("DELETE FROM pieces WHERE entry = ?"), {id});
-    sql::Values values;
-    for (const Piece& piece : pieces)
-        Append(values, {id, piece.name, piece.size, piece.modified, QString::fromLatin1(piece.sha256)});
-    InsertRows("pieces", 5, values);
-}
-
-void Catalogue::PutWords(qint64 id, const Entry& entry, bool isNew)
-{
-    const QStringList words = WordsIn(WordsOf(entry));
-    if (!isNew)
-        RemoveWords(id);
-    if (database->Kind() == sql::Dialect::Postgres) {
-        database->Run(
-            QStringLiteral("INSERT INTO search VALUES (?, array_to_tsvector(string_to_array(?, ' ')))"),
-            {id, words.join(QLatin1Char(' '))});
-        return;
-    }
-    const sql::Values values = {id, words.join(QLatin1Char(' '))};
-    database->Run(QStringLiteral("INSERT INTO words VALUES (?, ?)"), values);
-    database->Run(QStringLiteral("INSERT INTO search (rowid, words) VALUES (?, ?)"), values);
-}
-
-void Catalogue::RemoveWords(qint64 id)
-{
-    if (database->Kind() == sql::Dialect::Postgres) {
-        database->Run(QStringLiteral("DELETE FROM search WHERE entry = ?"), {id});
-        return;
-    }
-    database->Run(
-        QStringLiteral("INSERT INTO search (search, rowid, words) SELECT 'delete', entry, words FROM words "
-                       "WHERE entry = ?"),
-        {id});
-    database->Run(QStringLiteral("DELETE FROM words WHERE entry = ?"), {id});
-}
-
-qint64 Catalogue::ChannelId(const ChannelKey& key)
-{
-    for (const auto* ids : {&channels, &fresh}) {
-        const auto known = ids->constFind(key);
-        if (known != ids->constEnd())
-            return *known;
-    }
-    const sql::Values values(key.begin(), key.end());
-    const QString find = QStringLiteral(
-        "SELECT id FROM channels WHERE kind = ? AND circuit = ? AND name = ? AND phase = ? AND "
-        "unit = ?");
-    std::optional<qint64> id = Id(find, values);
-    if (!id)
-        id = Id(QStringLiteral("INSERT INTO channels (kind, circuit, name, phase, unit) VALUES (?, ?, ?, ?, "
-                               "?) ON CONFLICT DO "
-                               "NOTHING RETURNING id"),
-                values);
-    if (!id) // somebody else has just made it
-        id = Id(find, values);
-    fresh.insert(key, id.value());
-    return *id;
 }
 
 bool Catalogue::Move(const QString& path, const std::vector<Piece>& pieces)
@@ -448,7 +313,7 @@ bool Catalogue::Move(const QString& path, const std::vector<Piece>& pieces)
                       {Now(), stored});
         database->Run(QStringLiteral("UPDATE entries SET path = ?, gone = NULL WHERE id = ?"),
                       {stored, *gone});
-        PutPieces(*gone, pieces);
+        details->PutPieces(*gone, pieces);
         isMoved = true;
     });
     return isMoved;

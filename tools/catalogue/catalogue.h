@@ -1,6 +1,7 @@
 // The catalogue of an archive: a database with an entry for every recording and record.
 #pragma once
 
+#include "catalogue/details.h"
 #include "catalogue/entry.h"
 #include "sql/database.h"
 
@@ -20,9 +21,6 @@ struct Known
     std::vector<Piece> pieces; ///< by name, without their contents' hashes
     bool isRead = false;       ///< it could be read
 };
-
-/// Kind, circuit, name, phase and unit of a channel.
-using ChannelKey = QStringList;
 
 /// For one thread. Several catalogues may have the same database open, in other processes too.
 class Catalogue
@@ -71,31 +69,22 @@ private:
     Catalogue(const QString& address_, bool isReadOnly);
     void Write(const std::function<void()>& work);
     void AddKnown(QHash<QString, Known>& known, const QString& condition, const sql::Values& values);
-    std::optional<qint64> Id(const QString& command, const sql::Values& values);
     QString Locking() const;
     std::optional<qint64> AtPath(const QString& stored);
     std::optional<qint64> GoneWith(const Entry& entry, const QString& stored);
     bool IsUnread(qint64 id);
     bool IsOfSame(qint64 id, const Entry& entry);
-    void PutChannels(const std::vector<const Entry*>& entries);
     void PutOne(const Entry& entry);
     std::optional<qint64> Insert(const Entry& entry, const QString& stored);
     void Update(qint64 id, const Entry& entry, const QString& stored);
     void Remove(qint64 id);
-    void PutDetails(qint64 id, const Entry& entry, bool isNew);
-    void InsertRows(const char* table, int columns, const sql::Values& values);
-    void PutPieces(qint64 id, const std::vector<Piece>& pieces);
-    void PutWords(qint64 id, const Entry& entry, bool isNew);
-    void RemoveWords(qint64 id);
-    qint64 ChannelId(const ChannelKey& key);
 
     const QString address;
     QDir root; // of relative paths
     bool hasRoot = false;
     bool isWritten = false;
     std::unique_ptr<sql::Database> database;
-    QHash<ChannelKey, qint64> channels; // that were asked for
-    QHash<ChannelKey, qint64> fresh;    // likewise, in the transaction that is not at its end
+    std::unique_ptr<Details> details;
 };
 
 } // namespace catalogue

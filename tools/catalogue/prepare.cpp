@@ -26,19 +26,13 @@ const char* const FileSettings =
 
 enum class State { Empty, Foreign, Ours };
 
-qint64 NumberOf(sql::Database& database, const char* command)
-{
-    const Value value = database.One(QLatin1String(command));
-    return std::holds_alternative<qint64>(value) ? std::get<qint64>(value) : 0;
-}
-
 State StateOfFile(sql::Database& database)
 {
-    const qint64 id = NumberOf(database, "PRAGMA application_id");
+    const qint64 id = database.Number("PRAGMA application_id").value_or(0);
     if (id == ApplicationId)
         return State::Ours;
-    return id == 0 && NumberOf(database, "SELECT count(*) FROM sqlite_master") == 0 ? State::Empty
-                                                                                    : State::Foreign;
+    return id == 0 && database.Number("SELECT count(*) FROM sqlite_master") == 0 ? State::Empty
+                                                                                 : State::Foreign;
 }
 
 State StateOfServer(sql::Database& database)
@@ -47,7 +41,7 @@ State StateOfServer(sql::Database& database)
         const QString command =
             QStringLiteral("SELECT count(*) FROM pg_class c WHERE c.relnamespace = (SELECT oid FROM "
                            "pg_namespace WHERE nspname = current_schema()) AND ");
-        return NumberOf(database, (command + QLatin1String(condition)).toUtf8().constData());
+        return database.Number(command + QLatin1String(condition)).value_or(0);
     };
     if (count("c.relname IN ('catalogue', 'entries', 'pieces', 'channels')") == 4)
         return State::Ours;
@@ -99,7 +93,7 @@ void CreateViewsAndComments(sql::Database& database, const Schema& schema)
 
 qint64 VersionOf(sql::Database& database)
 {
-    return NumberOf(database, "SELECT version FROM catalogue");
+    return database.Number("SELECT version FROM catalogue").value_or(0);
 }
 
 [[noreturn]] void RefuseForeign()

@@ -60,4 +60,11 @@ Value Database::One(const QString& command, const Values& values)
     return first.value_or(Value());
 }
 
+std::optional<qint64> Database::Number(const QString& command, const Values& values)
+{
+    const Value value = One(command, values);
+    return std::holds_alternative<qint64>(value) ? std::optional<qint64>(std::get<qint64>(value))
+                                                 : std::nullopt;
+}
+
 } // namespace sql

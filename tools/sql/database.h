@@ -106,6 +106,8 @@ public:
 
     /// The first column of the first row of the result; NULL if there is none.
     Value One(const QString& command, const Values& values = {});
+    /// The same where it is a whole number; nothing if it is not.
+    std::optional<qint64> Number(const QString& command, const Values& values = {});
 
 protected:
     static constexpr int UsualPatience = 2000; ///< ms

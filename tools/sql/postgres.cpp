@@ -57,6 +57,7 @@ private:
 
 constexpr int LongestOutage = 15000; // ms: a server starts again within that, after an update of its package
 constexpr int BetweenTries = 100;    // ms
+constexpr int AfterConflict = 20;    // ms
 constexpr int MostStatements = 500;  // that the server is to remember
 
 // As it stands in a command. The session understands backslashes as themselves.
@@ -278,7 +279,10 @@ bool Postgres::MayRepeat(const Failure& failure)
         ConnectAgain();
         return true;
     }
-    return failure.state.startsWith(QLatin1String("40"));
+    if (!failure.state.startsWith(QLatin1String("40")))
+        return false;
+    QThread::msleep(AfterConflict); // the other one goes first
+    return true;
 }
 
 } // namespace sql

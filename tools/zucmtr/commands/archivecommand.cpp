@@ -2,6 +2,7 @@
 
 #include "text/texts.h"
 #include "zucmtr/commands/archivefind.h"
+#include "zucmtr/commands/archivepage.h"
 #include "zucmtr/commands/archivestats.h"
 #include "zucmtr/commands/archiveupdate.h"
 
@@ -12,6 +13,7 @@ void AddArchiveCommand(CLI::App& app, Action& chosen)
     CLI::App* command = app.add_subcommand(
         "archive", HelpText("archive", "Keep a catalogue of many recordings and records, and search it"));
     command->require_subcommand(0, 1);
+    AddArchivePage(*command, chosen);
     AddArchiveUpdate(*command, chosen);
     AddArchiveFind(*command, chosen);
     AddArchiveStats(*command, chosen);

@@ -29,6 +29,8 @@ const char* const ValueNames[] = {
     QT_TRANSLATE_NOOP("parser", "CURRENT"), QT_TRANSLATE_NOOP("parser", "DURATION"),
     QT_TRANSLATE_NOOP("parser", "PHASES"),  QT_TRANSLATE_NOOP("parser", "WORDS"),
     QT_TRANSLATE_NOOP("parser", "COLUMN"),  QT_TRANSLATE_NOOP("parser", "DISTANCE"),
+    QT_TRANSLATE_NOOP("parser", "WHICH"),   QT_TRANSLATE_NOOP("parser", "TEXT"),
+    QT_TRANSLATE_NOOP("parser", "DATE"),
 };
 
 } // namespace

@@ -61,6 +61,87 @@ Example:
         <source>The catalogue: a file, or postgresql://user@host/database. Default: zucmtr-archive.db in the (first) directory</source>
         <translation>База каталога: файл или postgresql://user@host/database. По умолчанию zucmtr-archive.db в (первом) каталоге</translation>
     </message>
+    <message>
+        <source>it changed while it was read; the next update reads it</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the process that read it was ended from outside; the next update reads it</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the program failed while reading it (signal %1); please report that, with the file</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>there is no catalogue &apos;%1&apos;; &apos;zucmtr archive update DIR&apos; makes one</source>
+        <translation>нет каталога архива «%1»; его создаёт «zucmtr archive update DIR»</translation>
+    </message>
+    <message>
+        <source>--as-of: &apos;%1&apos; is no date; give it as 2024-01-31</source>
+        <translation>--as-of: «%1» — не дата; укажите её в виде 2024-01-31</translation>
+    </message>
+    <message>
+        <source>Show the catalogue in the browser: a directory for a disk, a share or a web server</source>
+        <translation>Показать архив в браузере: каталог для диска, общей папки или веб-сервера</translation>
+    </message>
+    <message>
+        <source>The directory; it is made, or brought up to date. Open index.html in it</source>
+        <translation>Каталог; он создаётся или обновляется. Откройте в нём index.html</translation>
+    </message>
+    <message>
+        <source>Make the page of &apos;zucmtr view&apos; for entries that have none yet: none, faults or all. Default: none</source>
+        <translation>Для каких записей создать страницы «zucmtr view», если их ещё нет: none (ни для каких), faults (с КЗ) или all (для всех). По умолчанию: none</translation>
+    </message>
+    <message>
+        <source>Heading of the page. Default: the name of the archive&apos;s directory</source>
+        <translation>Заголовок страницы. По умолчанию: имя каталога с архивом</translation>
+    </message>
+    <message>
+        <source>The day to which the silence of recorders is counted, as 2024-01-31. Default: that of the newest entry</source>
+        <translation>День, до которого считается молчание регистраторов, в виде 2024-01-31. По умолчанию: день самой новой записи</translation>
+    </message>
+    <message>
+        <source>The directory whose catalogue is shown. Default: the current one</source>
+        <translation>Каталог, архив которого показывается. По умолчанию: текущий</translation>
+    </message>
+    <message>
+        <source>Exit code: 0 the directory is up to date; 1 it cannot be written, or an entry has no page; 2 wrong usage.
+
+Example:
+  zucmtr archive page -o page --pages faults recordings</source>
+        <translation>Код завершения: 0 каталог обновлён; 1 его не удалось записать, или для какой-то записи нет страницы; 2 неверный вызов.
+
+Пример:
+  zucmtr archive page -o page --pages faults recordings</translation>
+    </message>
+    <message>
+        <source>Recordings that are read at the same time; 0: one per processor (the default)</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>archive page</name>
+    <message>
+        <source>&apos;%1&apos; cannot be written: %2</source>
+        <translation>не удаётся записать «%1»: %2</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is a link to another place; remove it, or give another directory</source>
+        <translation>«%1» — ссылка на другое место; удалите её или укажите другой каталог</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is no page of an archive; give another directory</source>
+        <translation>«%1» — не страница архива; укажите другой каталог</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos;: another program is at work there</source>
+        <translation>«%1»: там уже работает другая программа</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; cannot be made a directory</source>
+        <translation>«%1» не удаётся сделать каталогом</translation>
+    </message>
 </context>
 <context>
     <name>batch</name>
@@ -1414,6 +1495,13 @@ Ctrl-C завершает работу после начатых осцилло�
   zucmtr sample --out station
   zucmtr convert --out station/comtrade --make-out station/*.ZU
   zucmtr convert --out station/comtrade --layout &apos;{station}/{date}/{time} {source}&apos; station/*.ZU</translation>
+    </message>
+</context>
+<context>
+    <name>crew</name>
+    <message>
+        <source>no further process can be started: %1</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>
@@ -3200,6 +3288,18 @@ Example, with the sample station:
     <message>
         <source>DISTANCE</source>
         <translation>РАССТОЯНИЕ</translation>
+    </message>
+    <message>
+        <source>WHICH</source>
+        <translation>КАКИЕ</translation>
+    </message>
+    <message>
+        <source>TEXT</source>
+        <translation>ТЕКСТ</translation>
+    </message>
+    <message>
+        <source>DATE</source>
+        <translation>ДАТА</translation>
     </message>
 </context>
 <context>
