@@ -90,7 +90,7 @@ inline catalogue::Entry FaultAt(const QString& path, const QByteArray& contents,
 {
     catalogue::Entry entry = RecordingAt(path, contents, second);
     entry.fault = catalogue::FaultFacts{entry.circuit, kind, "forward", 0.125, 0.125 + duration,
-                                        "takagi",      42.5, 21.25,     0.5,  1234.5};
+                                        "takagi",      42.5, 21.25,     0.5,   1234.5};
     entry.operating.trip = 0.03;
     return entry;
 }

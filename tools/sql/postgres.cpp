@@ -253,10 +253,10 @@ void Postgres::Run(const QString& command, const Values& values, const RowFuncti
         row(here);
 }
 
+// One by one: of several at once, Qt reports only the first one's failure.
 void Postgres::RunScript(const QString& commands)
 {
-    for (const QString& command :
-         CommandsOf(commands)) // of several at once, Qt reports only the first one's failure
+    for (const QString& command : CommandsOf(commands))
         Executed(command);
 }
 
