@@ -168,6 +168,7 @@ void Catalogue::Put(const std::vector<Entry>& entries)
 {
     // In one order, so that of several that put the same none waits for one that waits for it.
     std::vector<const Entry*> sorted;
+    sorted.reserve(entries.size());
     for (const Entry& entry : entries)
         sorted.push_back(&entry);
     std::stable_sort(sorted.begin(), sorted.end(),

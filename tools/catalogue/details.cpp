@@ -94,11 +94,12 @@ void Details::InsertRows(const char* table, int columns, const sql::Values& valu
     while (next != values.end()) {
         const std::ptrdiff_t left = (values.end() - next) / columns;
         const int rows = left >= 32 ? 32 : left >= 8 ? 8 : 1;
+        const std::ptrdiff_t count = std::ptrdiff_t{rows} * columns;
         const QStringList places = QVector<QString>(rows, row).toList();
         database.Run(QStringLiteral("INSERT INTO %1 VALUES %2 ON CONFLICT DO NOTHING")
                          .arg(QLatin1String(table), places.join(QLatin1String(", "))),
-                     {next, next + rows * columns});
-        next += rows * columns;
+                     {next, next + count});
+        next += count;
     }
 }
 
