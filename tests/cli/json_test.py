@@ -76,7 +76,7 @@ class Place:
         """The objects of a run."""
         done = subprocess.run([PROGRAM, *words], cwd=self.directory, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
                               stderr=subprocess.DEVNULL, env=dict(os.environ, **environment), check=False)
-        return [keep(words[0], line) for line in done.stdout.splitlines()]
+        return [keep(name_of(words), line) for line in done.stdout.splitlines()]
 
     def convert(self, *words, **environment):
         return self.run("convert", "--json", "--out", "out", *words, **environment)
@@ -93,6 +93,11 @@ class Place:
 
 KEPT = []  # command and object of every line
 LINES = []  # as printed
+
+
+def name_of(words):
+    """The schema's name of a command: convert, archivePage."""
+    return words[0] + words[1].capitalize() if words[0] == "archive" else words[0]
 
 
 def keep(command, line):
@@ -407,6 +412,13 @@ class Runs(unittest.TestCase):
     def verify(self, place, *words):
         return place.run("verify", "--json", *words)
 
+    def test_archive_page_of_a_catalogue(self):
+        place = self.place(a=recording())
+        place.run("archive", "update", "--quiet", ".")
+        (shown,) = place.run("archive", "page", "--json", "--pages", "all", "-o", "page")
+        self.assertEqual(shown, {"page": str(place.directory / "page/index.html"), "entries": 1, "faults": 0, "pages": 1,
+                                 "made": 1, "failed": 0})
+
     def test_verify_records_with_their_recordings(self):
         place = self.place(a=recording(), b=recording(minutes=1))
         place.run("convert", "--json", "--out", "out", "--revision", "1999", "--data", "ascii", "a.ZU")
@@ -679,7 +691,7 @@ class Output(unittest.TestCase):
                 self.assertFalse(validator(command).is_valid({**shown, "reason": "newWord"}), shown)
 
     def test_schema_has_nothing_that_is_never_printed(self):
-        for command in ("convert", "info", "check", "validate", "watch", "events", "export", "verify"):
+        for command in ("convert", "info", "check", "validate", "watch", "events", "export", "verify", "archivePage"):
             keys, words = set(), set()
             found_in([shown for whose, shown in KEPT if whose == command], keys, words)
             schema = SCHEMA["$defs"][command]
@@ -694,9 +706,10 @@ class Output(unittest.TestCase):
             self.assertEqual(missing, set(), command)
 
     def test_page_names_every_key_and_word(self):
-        sections = dict(re.findall(r"^## zucmtr (\w+)\n(.*?)(?=^## |\Z)", PAGE, flags=re.M | re.S))
+        sections = {name_of(title.split()): section
+                    for title, section in re.findall(r"^## zucmtr ([\w ]+)\n(.*?)(?=^## |\Z)", PAGE, flags=re.M | re.S)}
         self.assertEqual(set(sections),
-                         {"convert", "watch", "info", "check", "validate", "events", "export", "verify"})
+                         {"convert", "watch", "info", "check", "validate", "events", "export", "verify", "archivePage"})
         for command, section in sections.items():
             if command == "watch":
                 section += sections["convert"]

@@ -99,6 +99,9 @@ class Debian(unittest.TestCase):
         self.assertIn(f"{LIBRARY} (>= {arguments.version})", program)
         self.assertRegex(program, r"\blibqt5gui5 ")
         self.assertRegex(program, r"\blibsqlite3-0 ")
+        self.assertRegex(program, r"\blibqt5sql5 ")
+        self.assertNotIn("libqt5sql5-", program)  # drivers: that of a server is suggested, files need none
+        self.assertEqual(self.unpacked.field(PROGRAM, "Suggests"), "libqt5sql5-psql")
         self.assertIn(f"{LIBRARY} (= {arguments.version}-1), qtbase5-dev", self.unpacked.field(DEVELOPMENT, "Depends"))
 
     def test_symbols_name_the_eleven_functions(self):

@@ -71,6 +71,25 @@ struct FaultFacts
     std::optional<double> current;    ///< greatest RMS of the phases during the fault, primary amperes
 };
 
+/// The waves of the faulted circuit around the fault, so small that a list can show them: a time is cut into
+/// PictureColumns columns, and each wave has in each the value that is farthest from zero.
+struct PictureFacts
+{
+    double from = 0; ///< seconds from the trigger
+    double to = 0;
+    std::optional<double> current; ///< greatest magnitude shown, primary amperes; none without current
+    std::optional<double> voltage; ///< likewise, volts
+    /// Ia Ib Ic Ua Ub Uc, separated by blanks, an empty one for a wave that is not there: one letter of
+    /// PictureLetters for each column.
+    QString waves;
+};
+
+constexpr int PictureColumns = 128;
+
+/// The letters in the order of their values: the first is minus the greatest magnitude, the middle one zero,
+/// the last but one plus the greatest magnitude. The last stands for a value that is missing.
+constexpr char PictureLetters[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-_";
+
 /// Seconds, from the onset of the fault or the first start.
 struct OperatingFacts
 {
@@ -101,7 +120,7 @@ struct Entry
     QString setting;
     double duration = 0; ///< seconds
     qint64 samples = 0;
-    QString rates;       ///< "2400", "2400:1000 4800:9000" (hertz and last sample), "0" without a rate
+    QString rates; ///< "2400", "2400:1000 4800:9000" (hertz and last sample), "0" without a rate
     double frequency = 0;
     std::vector<AnalogFacts> analog;
     std::vector<DigitalFacts> digital;
@@ -109,6 +128,7 @@ struct Entry
     std::optional<double> greatestCurrent; ///< magnitude of all current channels, primary amperes
     std::optional<double> greatestVoltage; ///< likewise, volts
     std::optional<FaultFacts> fault;
+    std::optional<PictureFacts> picture; ///< of the fault
     OperatingFacts operating;
     qint64 forgiven = 0; ///< findings in the files of a record that were forgiven
 };

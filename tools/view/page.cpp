@@ -6,16 +6,9 @@
 #include "view/pagedata.h"
 #include "view/shown.h"
 #include "view/view.h"
+#include "view/webfile.h"
 
-#include <QCryptographicHash>
-#include <QFile>
 #include <QFileInfo>
-
-// A static library's resources are linked in by name, outside of every namespace.
-static void LinkResources()
-{
-    Q_INIT_RESOURCE(web);
-}
 
 namespace view {
 
@@ -25,6 +18,7 @@ namespace {
 constexpr const char* Scripts[] = {
     "dygraph",     // the library
     "texts",       // what the page says
+    "pagetexts",
     "elements",    // of HTML and SVG
     "address",     // settings in the page's address
     "axis",        // time over samples
@@ -59,51 +53,20 @@ constexpr const char* Scripts[] = {
     "spectrumchart", "spectrum",     "values",       "main",
 };
 
-constexpr const char* Styles[] = {"dygraph", "style", "marks",    "cursorbar", "formulas", "copy",
+constexpr const char* Styles[] = {"dygraph", "base", "style", "marks",    "cursorbar", "formulas", "copy",
                                   "answer",  "plane", "spectrum", "values",    "second"};
-
-QByteArray Resource(const QString& name)
-{
-    QFile file(QStringLiteral(":/view/") + name);
-    if (!file.open(QIODevice::ReadOnly))
-        throw std::logic_error("the program lacks its resource " + name.toStdString());
-    return file.readAll();
-}
-
-// The browser would ask the network for a source map.
-QByteArray WithoutMap(const QByteArray& text)
-{
-    const int map = text.lastIndexOf("# sourceMappingURL=");
-    return map < 2 ? text : text.left(map - 2);
-}
 
 QByteArray Script(const char* name)
 {
-    return WithoutMap(Resource(QString::fromLatin1(name) + QStringLiteral(".js")));
-}
-
-// The text before, between and after marks that stand in it in this order.
-std::vector<QByteArray> SplitAt(const QByteArray& text, std::initializer_list<const char*> marks)
-{
-    std::vector<QByteArray> parts;
-    int from = 0;
-    for (const char* mark : marks) {
-        const int at = text.indexOf(mark, from);
-        parts.push_back(text.mid(from, at - from));
-        from = at + static_cast<int>(qstrlen(mark));
-    }
-    parts.push_back(text.mid(from));
-    return parts;
+    return WebFile(QString::fromLatin1(name) + QStringLiteral(".js"));
 }
 
 // No scripts but these run in the page, whatever stands in the record, and nothing is loaded.
 QByteArray Policy(const std::vector<QByteArray>& texts)
 {
-    QByteArray policy = "default-src 'none'; style-src 'unsafe-inline'; img-src data:; base-uri 'none'; "
-                        "form-action 'none'; worker-src blob:; script-src";
-    for (const QByteArray& text : texts)
-        policy += " 'sha256-" + QCryptographicHash::hash(text, QCryptographicHash::Sha256).toBase64() + "'";
-    return policy;
+    const QByteArray policy = "default-src 'none'; style-src 'unsafe-inline'; img-src data:; base-uri 'none'; "
+                              "form-action 'none'; worker-src blob:; script-src";
+    return policy + HashSources(texts);
 }
 
 // Writes the page piece by piece, as the samples are most of it.
@@ -184,16 +147,15 @@ void WriteScripts(PageWriter& page, const std::vector<QByteArray>& texts)
 // The first one gives the page its title.
 void WriteFile(const QString& pagePath, const std::vector<Content>& contents)
 {
-    LinkResources();
     std::vector<QByteArray> texts;
     for (const char* name : Scripts)
         texts.push_back(Script(name));
     const std::vector<QByteArray> frame =
-        SplitAt(Resource(QStringLiteral("page.html")), {"@POLICY@", "@TITLE@", "@STYLES@", "@BODY@"});
+        SplitAt(WebFile(QStringLiteral("page.html")), {"@POLICY@", "@TITLE@", "@STYLES@", "@BODY@"});
     PageWriter page(pagePath);
     page.Write(frame[0] + Policy(texts) + frame[1] + Title(contents.front().oscillogram) + frame[2]);
     for (const char* name : Styles)
-        page.Write(WithoutMap(Resource(QString::fromLatin1(name) + QStringLiteral(".css"))));
+        page.Write(WebFile(QString::fromLatin1(name) + QStringLiteral(".css")));
     page.Write(frame[3]);
     for (const Content& content : contents)
         WriteContent(page, content);

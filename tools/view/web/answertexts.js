@@ -6,7 +6,7 @@
     en: {
       answer: 'What happened',
       answerFactFault: 'Fault', answerFactDistance: 'Distance', answerFactResistance: 'Fault resistance', answerFactCurrent: 'Fault current', answerFactCleared: 'Cleared after',
-      answerFactTrip: 'Trip', answerFactReclosed: 'Reclosing', answerEarth: 'earth', answerNoteAtFirst: 'at first {0}', answerNoteOfLength: '{0} % of {1} km',
+      answerFactTrip: 'Trip', answerFactReclosed: 'Reclosing', answerNoteAtFirst: 'at first {0}', answerNoteOfLength: '{0} % of {1} km',
       answerNoteRange: 'between {0} and {1} %', answerNotePeriods: 'periods: {0}', answerNoteRms: 'phase {0}, RMS', answerNoteForward: 'ahead of the recorder', answerNoteReverse: 'behind the recorder', answerNoteUnknown: 'direction unknown',
       answerNoteAfterOnset: 'after the onset', answerNoteDead: 'after {0}', answerLasts: 'to the end of the record', answerSuccess: 'successful', answerNoSuccess: 'unsuccessful', 
       answerFaultLine: 'The fault on the line', answerBusbar: 'busbar', answerRecorder: 'Recorder', answerBreaker: 'breaker', answerOpened: 'opened: {0}', answerKilometres: '{0} km', answerOhms: '{0} Ω', answerSomewhere: 'somewhere on the line', answerBehind: 'behind the busbar',
@@ -26,7 +26,7 @@
     ru: {
       answer: 'Что произошло',
       answerFactFault: 'Вид КЗ', answerFactDistance: 'Расстояние', answerFactResistance: 'Сопротивление Rп', answerFactCurrent: 'Ток КЗ', answerFactCleared: 'Отключено через',
-      answerFactTrip: 'Команда отключения', answerFactReclosed: 'АПВ', answerEarth: 'земля', answerNoteAtFirst: 'сначала {0}', answerNoteOfLength: '{0} % от {1} км',
+      answerFactTrip: 'Команда отключения', answerFactReclosed: 'АПВ', answerNoteAtFirst: 'сначала {0}', answerNoteOfLength: '{0} % от {1} км',
       answerNoteRange: 'от {0} до {1} %', answerNotePeriods: 'периодов: {0}', answerNoteRms: 'фаза {0}, действ.', answerNoteForward: 'в сторону линии', answerNoteReverse: 'за спиной', answerNoteUnknown: 'направление неизвестно',
       answerNoteAfterOnset: 'от начала КЗ', answerNoteDead: 'через {0}', answerLasts: 'до конца записи', answerSuccess: 'успешное', answerNoSuccess: 'неуспешное', 
       answerFaultLine: 'Место повреждения', answerBusbar: 'шины', answerRecorder: 'Регистратор', answerBreaker: 'выключатель', answerOpened: 'отключён: {0}', answerKilometres: '{0} км', answerOhms: '{0} Ом', answerSomewhere: 'место на линии неизвестно', answerBehind: 'за шинами («за спиной»)',

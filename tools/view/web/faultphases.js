@@ -2,6 +2,8 @@
 (function (view) {
   'use strict';
 
+  view.addTexts({ en: { answerEarth: 'earth' }, ru: { answerEarth: 'земля' } });
+
   view.phasesOf = (kind) => [...kind].filter((letter) => letter !== 'G');
   view.hasEarth = (kind) => kind.includes('G');
 

@@ -6,6 +6,7 @@
 #include "comtrade/moment.h"
 #include "explain/file.h"
 #include "text/reasons.h"
+#include "zucmtr/archive/faultpicture.h"
 
 #include <QDateTime>
 #include <QFileInfo>
@@ -178,6 +179,8 @@ void Fill(Entry& entry, const analysis::Oscillogram& oscillogram, const analysis
     AddAnalog(entry, oscillogram);
     AddDigital(entry, oscillogram);
     AddFault(entry, summary);
+    if (summary.findings.fault)
+        entry.picture = PictureOf(oscillogram, summary);
     AddEvents(entry, summary);
 }
 
