@@ -40,7 +40,22 @@ const char* ColumnOf(By by)
     case By::Circuit:
         break;
     }
-    return "fault_circuit";
+    return "line";
+}
+
+// What makes a fault one, with what it is counted by: the first columns of an index, so that nothing is
+// sorted.
+const char* OneFault(By by)
+{
+    switch (by) {
+    case By::Month:
+        return "e.month, e.moment, e.station, e.recorder";
+    case By::Kind:
+        return "e.month, e.moment, e.station, e.recorder, e.fault_kind";
+    case By::Circuit:
+        break;
+    }
+    return "e.month, e.moment, e.station, e.recorder, e.fault_kind, e.line";
 }
 
 } // namespace
@@ -74,17 +89,14 @@ qint64 GoneCount(Catalogue& catalogue, Wanted wanted)
 std::vector<FaultCount> FaultCounts(Catalogue& catalogue, const Wanted& wanted, By by)
 {
     std::vector<FaultCount> counts;
-    RunWanted(
-        catalogue, wanted,
-        QStringLiteral(
-            "SELECT %1, count(*) FROM (SELECT DISTINCT e.month, e.fault_circuit, e.fault_kind, e.moment "
-            "FROM entries e")
-            .arg(QLatin1String(ColumnOf(by))),
-        QStringLiteral(" AND e.fault_kind IS NOT NULL) AS faults GROUP BY %1")
-            .arg(QLatin1String(ColumnOf(by))),
-        [&](const sql::Row& row) {
-            counts.push_back({row.Text(0), row.Integer(1)});
-        });
+    const QLatin1String column(ColumnOf(by));
+    RunWanted(catalogue, wanted,
+              QStringLiteral("SELECT %1, count(*) FROM (SELECT DISTINCT %2 FROM entries e")
+                  .arg(column, QLatin1String(OneFault(by))),
+              QStringLiteral(" AND e.fault_kind IS NOT NULL) AS one GROUP BY %1").arg(column),
+              [&](const sql::Row& row) {
+                  counts.push_back({row.Text(0), row.Integer(1)});
+              });
     std::sort(counts.begin(), counts.end(), [by](const FaultCount& a, const FaultCount& b) {
         return by == By::Circuit && a.count != b.count ? a.count > b.count : a.of < b.of;
     });

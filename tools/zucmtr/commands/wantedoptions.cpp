@@ -79,7 +79,7 @@ void AddPlaceOptions(CLI::App& command, WantedOptions& options)
         command, "--station", options.stations,
         HelpText("archive",
                  "Of a station with this in its name, in capital or small letters; =NAME for the whole name. "
-                 "May be repeated, as the next three"));
+                 "May be repeated, as --recorder, --circuit and --changed"));
     AddNames(command, "--recorder", options.recorders,
              HelpText("archive", "Of a recorder with this in its name"));
     AddNames(command, "--circuit", options.circuits,
@@ -111,11 +111,10 @@ void AddFaultOptions(CLI::App& command, WantedOptions& options)
                      HelpText("archive", "A fault that lasts to the end of the recording"));
     AddValue(command, "--distance", options.distance, "DISTANCE",
              HelpText("archive", "A fault so far away: 20-30 (in km), 20-, 40-60%"));
-    AddValue(
-        command, "--text", options.text, "WORDS",
-        HelpText("archive",
-                 "Words, or their first letters, that are all among the names, the cause and the channels "
-                 "that changed"));
+    AddValue(command, "--text", options.text, "WORDS",
+             HelpText("archive",
+                      "Words that are all among the names, the cause and the channels that changed; "
+                      "vost* for all that begin so"));
     command.add_flag("--unread", options.unread, HelpText("archive", "What could not be read"));
     command.add_flag("--gone", options.gone, HelpText("archive", "What was there once, instead of what is"));
 }

@@ -61,6 +61,303 @@ Example:
         <source>The catalogue: a file, or postgresql://user@host/database. Default: zucmtr-archive.db in the (first) directory</source>
         <translation>База каталога: файл или postgresql://user@host/database. По умолчанию zucmtr-archive.db в (первом) каталоге</translation>
     </message>
+    <message>
+        <source>Trigger</source>
+        <translation type="unfinished">Пуск</translation>
+    </message>
+    <message>
+        <source>Station</source>
+        <translation type="unfinished">Объект</translation>
+    </message>
+    <message>
+        <source>Circuit</source>
+        <translation type="unfinished">Присоединение</translation>
+    </message>
+    <message>
+        <source>Fault</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Cleared</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Current</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Distance</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>File</source>
+        <translation type="unfinished">Файл</translation>
+    </message>
+    <message>
+        <source>%1 kA</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 A</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>unreadable</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 km</source>
+        <translation type="unfinished">%1 км</translation>
+    </message>
+    <message>
+        <source>it changed while it was read; the next update reads it</source>
+        <translation>файл изменился во время чтения; его прочитает следующее обновление</translation>
+    </message>
+    <message>
+        <source>the process that read it was ended from outside; the next update reads it</source>
+        <translation>процесс, который его читал, завершён извне; его прочитает следующее обновление</translation>
+    </message>
+    <message>
+        <source>the program failed while reading it (signal %1); please report that, with the file</source>
+        <translation>при чтении файла программа завершилась аварийно (сигнал %1); пожалуйста, сообщите об этом и приложите файл</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is wrong; give %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>a date or a time as 2024-03, 2024-03-31, 2024-03-31T12:00 or 2024-03-31T12:00+03:00, or how long ago as 12h, 30d or 1y</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>a duration with its unit, as 80ms or 0.5s</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>a time with its unit, as 12h, 30d or 4w</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>a current with its unit, as 12kA or 800A</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>a distance from and to, as 20-30 (in km), 20- or 40-60%</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>AG, BG, CG, AB, BC, CA, ABG, BCG, CAG, ABC, ABCG, single, two, two-earth, three, earth, any or none, or several with commas between</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>phases as A, BC or ABC</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>there are more than these %1; --limit 0 shows all</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>What comes first: newest (the default), oldest, slowest (the fault that took longest to be cleared), current (the greatest), distance (the nearest), size (the largest), station, circuit, path</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The other way round</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>So many at most; 0 for all. Default: 100 in a table, else all</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>One JSON object per entry, for programs</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>CSV (RFC 4180), one line per entry</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Paths alone, one per line</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Paths alone, each ended by a zero byte, for xargs -0</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Find recordings and records in the catalogue</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The directory with the catalogue, or one below it: then what is below that is searched. Default: the current one</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>All that is given has to be true of an entry. Without conditions all entries are shown.
+
+Exit code: 0 something was found; 1 nothing was found; 2 wrong usage, or the catalogue cannot be read.
+
+Examples:
+  zucmtr archive find --circuit Vostochnaya --kind single --since 2024-03 --longer-than 80ms
+  zucmtr archive find --kind any --sort slowest --limit 3
+  zucmtr archive find --changed CBFP --since 30d -0 | xargs -0 zucmtr events</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Recordings: %1, records: %2; unreadable: %3, gone: %4</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Bytes: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Triggered from %1 to %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>  and %1 more</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Faults by month</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Faults by kind</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Faults by circuit</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Slowest clearings</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Recorders without a recording since %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Superfluous copies: %1, bytes: %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>none</source>
+        <translation type="unfinished">нет</translation>
+    </message>
+    <message>
+        <source>Count what is in the catalogue: faults, slow clearings, silent recorders</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>List recorders without a recording for so long: 12h, 30d (the default), 4w, 1y; the time and the circuit do not matter for that</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Only this part: overview, months, kinds, circuits, slowest, silent, duplicates; may be repeated</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>One JSON object, for programs</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The directory with the catalogue, or one below it: then what is below that is counted. Default: the current one</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>A fault is counted once, if its recording and its record are both there.
+
+Exit code: 0 done; 1 the catalogue cannot be read; 2 wrong usage.
+
+Examples:
+  zucmtr archive stats --since 2024 --until 2024
+  zucmtr archive stats --only silent --silent 90d</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Recordings that are read at the same time; 0: one per processor (the default)</source>
+        <translation>Сколько записей читать одновременно; 0 — по одной на процессор (по умолчанию)</translation>
+    </message>
+    <message>
+        <source>there is no catalogue (zucmtr-archive.db) in &apos;%1&apos; or above; make one with: zucmtr archive update %2</source>
+        <translation>ни в «%1», ни выше нет каталога (zucmtr-archive.db); создайте его: zucmtr archive update %2</translation>
+    </message>
+    <message>
+        <source>Triggered at this time or later: 2024, 2024-03, 2024-03-31 or 2024-03-31T12:00, on the recorder&apos;s clock or with Z or +03:00; or 12h, 30d, 4w or 1y ago; or today</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Triggered at this time or earlier; of a date, the whole day, month or year</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Of a recorder with this in its name</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>With a fault on a circuit with this in its name, or started by it without a fault</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Recordings (.ZU) only</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Records (.cfg, .cff) only</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>A digital channel with this in its name changed its state</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Kinds of fault: AG to ABCG, single, two, two-earth, three, earth, any or none; several with commas between</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>A fault in which all these phases are: A, BC, ABC</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>A fault whose greatest RMS current is at least this: 12kA, 800A</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>A fault that took longer to be cleared: 80ms, 0.5s</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>A fault that lasts to the end of the recording</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>A fault so far away: 20-30 (in km), 20-, 40-60%</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Words that are all among the names, the cause and the channels that changed; vost* for all that begin so</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>What could not be read</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>What was there once, instead of what is</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>--catalogue: there is no file &apos;%1&apos;</source>
+        <translation>--catalogue: файла «%1» нет</translation>
+    </message>
+    <message>
+        <source>Of a station with this in its name, in capital or small letters; =NAME for the whole name. May be repeated, as --recorder, --circuit and --changed</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>batch</name>
@@ -126,6 +423,18 @@ Example:
     <message>
         <source>it was made by a newer version of the program; install that</source>
         <translation>она создана более новой версией программы; установите её</translation>
+    </message>
+    <message>
+        <source>it is damaged (%1); put a copy in its place, or move it away: &apos;zucmtr archive update&apos; makes a new one</source>
+        <translation>он повреждён (%1); верните на его место копию или уберите его: «zucmtr archive update» создаст новый</translation>
+    </message>
+    <message>
+        <source>it is no catalogue, or a damaged one (%1)</source>
+        <translation>это не каталог или повреждённый каталог (%1)</translation>
+    </message>
+    <message>
+        <source>it was made by an older version of the program; &apos;zucmtr archive update&apos; brings it up to date</source>
+        <translation>он создан более старой версией программы; «zucmtr archive update» его обновит</translation>
     </message>
 </context>
 <context>
@@ -1402,6 +1711,13 @@ Ctrl-C завершает работу после начатых осцилло�
   zucmtr sample --out station
   zucmtr convert --out station/comtrade --make-out station/*.ZU
   zucmtr convert --out station/comtrade --layout &apos;{station}/{date}/{time} {source}&apos; station/*.ZU</translation>
+    </message>
+</context>
+<context>
+    <name>crew</name>
+    <message>
+        <source>no further process can be started: %1</source>
+        <translation>не удаётся запустить ещё один процесс: %1</translation>
     </message>
 </context>
 <context>
@@ -3614,6 +3930,34 @@ Examples:
     <message>
         <source>Qt&apos;s driver for PostgreSQL is missing; install the package libqt5sql5-psql</source>
         <translation>нет драйвера Qt для PostgreSQL; установите пакет libqt5sql5-psql</translation>
+    </message>
+    <message>
+        <source>this user lacks a permission on the server (%1)</source>
+        <translation>у этого пользователя нет нужных прав на сервере (%1)</translation>
+    </message>
+    <message>
+        <source>the server lets nobody write; it may be the copy of another (%1)</source>
+        <translation>сервер не принимает изменений; возможно, это копия другого сервера (%1)</translation>
+    </message>
+    <message>
+        <source>the server&apos;s disk is full (%1)</source>
+        <translation>на диске сервера нет места (%1)</translation>
+    </message>
+    <message>
+        <source>its encoding is %1; make a database with ENCODING &apos;UTF8&apos; TEMPLATE template0</source>
+        <translation>её кодировка %1; создайте базу данных с ENCODING &apos;UTF8&apos; TEMPLATE template0</translation>
+    </message>
+    <message>
+        <source>the connection to the server is lost</source>
+        <translation>соединение с сервером потеряно</translation>
+    </message>
+    <message>
+        <source>it is no regular file</source>
+        <translation>это не обычный файл</translation>
+    </message>
+    <message>
+        <source>part of it is in &apos;%1-wal&apos;, which can only be read where files can be written: copy both, or ask somebody who may write there to open it once</source>
+        <translation>часть его — в «%1-wal», а её можно прочитать только там, где разрешена запись: скопируйте оба файла или попросите того, у кого есть право записи, открыть его один раз</translation>
     </message>
 </context>
 <context>
