@@ -63,51 +63,51 @@ Example:
     </message>
     <message>
         <source>Trigger</source>
-        <translation type="unfinished">Пуск</translation>
+        <translation>Пуск</translation>
     </message>
     <message>
         <source>Station</source>
-        <translation type="unfinished">Объект</translation>
+        <translation>Станция</translation>
     </message>
     <message>
         <source>Circuit</source>
-        <translation type="unfinished">Присоединение</translation>
+        <translation>Присоединение</translation>
     </message>
     <message>
         <source>Fault</source>
-        <translation type="unfinished"></translation>
+        <translation>КЗ</translation>
     </message>
     <message>
         <source>Cleared</source>
-        <translation type="unfinished"></translation>
+        <translation>Отключено за</translation>
     </message>
     <message>
         <source>Current</source>
-        <translation type="unfinished"></translation>
+        <translation>Ток</translation>
     </message>
     <message>
         <source>Distance</source>
-        <translation type="unfinished"></translation>
+        <translation>Расстояние</translation>
     </message>
     <message>
         <source>File</source>
-        <translation type="unfinished">Файл</translation>
+        <translation>Файл</translation>
     </message>
     <message>
         <source>%1 kA</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 кА</translation>
     </message>
     <message>
         <source>%1 A</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 А</translation>
     </message>
     <message>
         <source>unreadable</source>
-        <translation type="unfinished"></translation>
+        <translation>не читается</translation>
     </message>
     <message>
         <source>%1 km</source>
-        <translation type="unfinished">%1 км</translation>
+        <translation>%1 км</translation>
     </message>
     <message>
         <source>it changed while it was read; the next update reads it</source>
@@ -123,75 +123,75 @@ Example:
     </message>
     <message>
         <source>&apos;%1&apos; is wrong; give %2</source>
-        <translation type="unfinished"></translation>
+        <translation>«%1» не годится; дайте %2</translation>
     </message>
     <message>
         <source>a date or a time as 2024-03, 2024-03-31, 2024-03-31T12:00 or 2024-03-31T12:00+03:00, or how long ago as 12h, 30d or 1y</source>
-        <translation type="unfinished"></translation>
+        <translation>дату или время, как 2024-03, 2024-03-31, 2024-03-31T12:00 или 2024-03-31T12:00+03:00, или сколько времени назад, как 12ч, 30д или 1г</translation>
     </message>
     <message>
         <source>a duration with its unit, as 80ms or 0.5s</source>
-        <translation type="unfinished"></translation>
+        <translation>длительность с единицей, как 80мс или 0.5с</translation>
     </message>
     <message>
         <source>a time with its unit, as 12h, 30d or 4w</source>
-        <translation type="unfinished"></translation>
+        <translation>время с единицей, как 12ч, 30д или 4н</translation>
     </message>
     <message>
         <source>a current with its unit, as 12kA or 800A</source>
-        <translation type="unfinished"></translation>
+        <translation>ток с единицей, как 12кА или 800А</translation>
     </message>
     <message>
         <source>a distance from and to, as 20-30 (in km), 20- or 40-60%</source>
-        <translation type="unfinished"></translation>
+        <translation>расстояние от и до, как 20-30 (км), 20- или 40-60%</translation>
     </message>
     <message>
         <source>AG, BG, CG, AB, BC, CA, ABG, BCG, CAG, ABC, ABCG, single, two, two-earth, three, earth, any or none, or several with commas between</source>
-        <translation type="unfinished"></translation>
+        <translation>AG, BG, CG, AB, BC, CA, ABG, BCG, CAG, ABC, ABCG, single, two, two-earth, three, earth, any или none, или несколько через запятую</translation>
     </message>
     <message>
         <source>phases as A, BC or ABC</source>
-        <translation type="unfinished"></translation>
+        <translation>фазы, как A, BC или ABC</translation>
     </message>
     <message>
         <source>there are more than these %1; --limit 0 shows all</source>
-        <translation type="unfinished"></translation>
+        <translation>показаны первые %1, есть ещё; --limit 0 покажет всё</translation>
     </message>
     <message>
         <source>What comes first: newest (the default), oldest, slowest (the fault that took longest to be cleared), current (the greatest), distance (the nearest), size (the largest), station, circuit, path</source>
-        <translation type="unfinished"></translation>
+        <translation>Что сначала: newest — новые (по умолчанию), oldest — старые, slowest — дольше всех отключавшиеся КЗ, current — наибольший ток, distance — ближайшие, size — самые большие, station — по станции, circuit — по присоединению, path — по пути</translation>
     </message>
     <message>
         <source>The other way round</source>
-        <translation type="unfinished"></translation>
+        <translation>В обратном порядке</translation>
     </message>
     <message>
         <source>So many at most; 0 for all. Default: 100 in a table, else all</source>
-        <translation type="unfinished"></translation>
+        <translation>Не больше стольких; 0 — все. По умолчанию 100 в таблице, иначе все</translation>
     </message>
     <message>
         <source>One JSON object per entry, for programs</source>
-        <translation type="unfinished"></translation>
+        <translation>По объекту JSON на запись каталога, для программ</translation>
     </message>
     <message>
         <source>CSV (RFC 4180), one line per entry</source>
-        <translation type="unfinished"></translation>
+        <translation>CSV (RFC 4180), по строке на запись каталога</translation>
     </message>
     <message>
         <source>Paths alone, one per line</source>
-        <translation type="unfinished"></translation>
+        <translation>Только пути, по одному в строке</translation>
     </message>
     <message>
         <source>Paths alone, each ended by a zero byte, for xargs -0</source>
-        <translation type="unfinished"></translation>
+        <translation>Только пути, каждый с нулевым байтом в конце, для xargs -0</translation>
     </message>
     <message>
         <source>Find recordings and records in the catalogue</source>
-        <translation type="unfinished"></translation>
+        <translation>Найти осциллограммы и записи в базе каталога</translation>
     </message>
     <message>
         <source>The directory with the catalogue, or one below it: then what is below that is searched. Default: the current one</source>
-        <translation type="unfinished"></translation>
+        <translation>Каталог с базой или вложенный в него: тогда поиск идёт только в нём. По умолчанию текущий</translation>
     </message>
     <message>
         <source>All that is given has to be true of an entry. Without conditions all entries are shown.
@@ -202,71 +202,78 @@ Examples:
   zucmtr archive find --circuit Vostochnaya --kind single --since 2024-03 --longer-than 80ms
   zucmtr archive find --kind any --sort slowest --limit 3
   zucmtr archive find --changed CBFP --since 30d -0 | xargs -0 zucmtr events</source>
-        <translation type="unfinished"></translation>
+        <translation>Должно выполняться всё, что указано. Без условий показывается всё.
+
+Код завершения: 0 — что-то найдено; 1 — ничего не найдено; 2 — неверный вызов или база не читается.
+
+Примеры:
+  zucmtr archive find --circuit Восточная --kind single --since 2024-03 --longer-than 80мс
+  zucmtr archive find --kind any --sort slowest --limit 3
+  zucmtr archive find --changed УРОВ --since 30д -0 | xargs -0 zucmtr events</translation>
     </message>
     <message>
         <source>Recordings: %1, records: %2; unreadable: %3, gone: %4</source>
-        <translation type="unfinished"></translation>
+        <translation>Осциллограмм: %1, записей: %2; не читаются: %3, исчезли: %4</translation>
     </message>
     <message>
         <source>Bytes: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Байтов: %1</translation>
     </message>
     <message>
         <source>Triggered from %1 to %2</source>
-        <translation type="unfinished"></translation>
+        <translation>Пуски с %1 по %2</translation>
     </message>
     <message>
         <source>  and %1 more</source>
-        <translation type="unfinished"></translation>
+        <translation>  и ещё %1</translation>
     </message>
     <message>
         <source>Faults by month</source>
-        <translation type="unfinished"></translation>
+        <translation>КЗ по месяцам</translation>
     </message>
     <message>
         <source>Faults by kind</source>
-        <translation type="unfinished"></translation>
+        <translation>КЗ по видам</translation>
     </message>
     <message>
         <source>Faults by circuit</source>
-        <translation type="unfinished"></translation>
+        <translation>КЗ по присоединениям</translation>
     </message>
     <message>
         <source>Slowest clearings</source>
-        <translation type="unfinished"></translation>
+        <translation>Самые медленные отключения</translation>
     </message>
     <message>
         <source>Recorders without a recording since %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Регистраторы без осциллограмм с %1</translation>
     </message>
     <message>
         <source>Superfluous copies: %1, bytes: %2</source>
-        <translation type="unfinished"></translation>
+        <translation>Лишних копий: %1, байтов: %2</translation>
     </message>
     <message>
         <source>none</source>
-        <translation type="unfinished">нет</translation>
+        <translation>нет</translation>
     </message>
     <message>
         <source>Count what is in the catalogue: faults, slow clearings, silent recorders</source>
-        <translation type="unfinished"></translation>
+        <translation>Сводка по базе: КЗ, медленные отключения, молчащие регистраторы</translation>
     </message>
     <message>
         <source>List recorders without a recording for so long: 12h, 30d (the default), 4w, 1y; the time and the circuit do not matter for that</source>
-        <translation type="unfinished"></translation>
+        <translation>Перечислить регистраторы, от которых столько времени нет осциллограмм: 12ч, 30д (по умолчанию), 4н, 1г; время и присоединение для этого не важны</translation>
     </message>
     <message>
         <source>Only this part: overview, months, kinds, circuits, slowest, silent, duplicates; may be repeated</source>
-        <translation type="unfinished"></translation>
+        <translation>Только эта часть: overview — общее, months — по месяцам, kinds — по видам, circuits — по присоединениям, slowest — медленные, silent — молчащие, duplicates — копии; можно повторять</translation>
     </message>
     <message>
         <source>One JSON object, for programs</source>
-        <translation type="unfinished"></translation>
+        <translation>Один объект JSON, для программ</translation>
     </message>
     <message>
         <source>The directory with the catalogue, or one below it: then what is below that is counted. Default: the current one</source>
-        <translation type="unfinished"></translation>
+        <translation>Каталог с базой или вложенный в него: тогда считается только он. По умолчанию текущий</translation>
     </message>
     <message>
         <source>A fault is counted once, if its recording and its record are both there.
@@ -276,7 +283,13 @@ Exit code: 0 done; 1 the catalogue cannot be read; 2 wrong usage.
 Examples:
   zucmtr archive stats --since 2024 --until 2024
   zucmtr archive stats --only silent --silent 90d</source>
-        <translation type="unfinished"></translation>
+        <translation>Если есть и осциллограмма, и её запись, КЗ считается один раз.
+
+Код завершения: 0 — готово; 1 — база не читается; 2 — неверный вызов.
+
+Примеры:
+  zucmtr archive stats --since 2024 --until 2024
+  zucmtr archive stats --only silent --silent 90д</translation>
     </message>
     <message>
         <source>Recordings that are read at the same time; 0: one per processor (the default)</source>
@@ -288,67 +301,67 @@ Examples:
     </message>
     <message>
         <source>Triggered at this time or later: 2024, 2024-03, 2024-03-31 or 2024-03-31T12:00, on the recorder&apos;s clock or with Z or +03:00; or 12h, 30d, 4w or 1y ago; or today</source>
-        <translation type="unfinished"></translation>
+        <translation>Пуск в это время или позже: 2024, 2024-03, 2024-03-31 или 2024-03-31T12:00 по часам регистратора или с Z либо +03:00; или 12ч, 30д, 4н, 1г назад; или today — сегодня</translation>
     </message>
     <message>
         <source>Triggered at this time or earlier; of a date, the whole day, month or year</source>
-        <translation type="unfinished"></translation>
+        <translation>Пуск в это время или раньше; дата — это весь день, месяц или год</translation>
     </message>
     <message>
         <source>Of a recorder with this in its name</source>
-        <translation type="unfinished"></translation>
+        <translation>Регистратор, в имени которого это есть</translation>
     </message>
     <message>
         <source>With a fault on a circuit with this in its name, or started by it without a fault</source>
-        <translation type="unfinished"></translation>
+        <translation>КЗ на присоединении, в имени которого это есть, или пуск от него без КЗ</translation>
     </message>
     <message>
         <source>Recordings (.ZU) only</source>
-        <translation type="unfinished"></translation>
+        <translation>Только осциллограммы (.ZU)</translation>
     </message>
     <message>
         <source>Records (.cfg, .cff) only</source>
-        <translation type="unfinished"></translation>
+        <translation>Только записи (.cfg, .cff)</translation>
     </message>
     <message>
         <source>A digital channel with this in its name changed its state</source>
-        <translation type="unfinished"></translation>
+        <translation>Изменился дискретный сигнал, в имени которого это есть</translation>
     </message>
     <message>
         <source>Kinds of fault: AG to ABCG, single, two, two-earth, three, earth, any or none; several with commas between</source>
-        <translation type="unfinished"></translation>
+        <translation>Виды КЗ: от AG до ABCG, single — однофазное, two — двухфазное, two-earth — двухфазное на землю, three — трёхфазное, earth — любое на землю, any — любое, none — без КЗ; можно несколько через запятую</translation>
     </message>
     <message>
         <source>A fault in which all these phases are: A, BC, ABC</source>
-        <translation type="unfinished"></translation>
+        <translation>КЗ, в котором участвуют все эти фазы: A, BC, ABC</translation>
     </message>
     <message>
         <source>A fault whose greatest RMS current is at least this: 12kA, 800A</source>
-        <translation type="unfinished"></translation>
+        <translation>КЗ с наибольшим действующим током не меньше этого: 12кА, 800А</translation>
     </message>
     <message>
         <source>A fault that took longer to be cleared: 80ms, 0.5s</source>
-        <translation type="unfinished"></translation>
+        <translation>КЗ, которое отключалось дольше: 80мс, 0.5с</translation>
     </message>
     <message>
         <source>A fault that lasts to the end of the recording</source>
-        <translation type="unfinished"></translation>
+        <translation>КЗ, которое длится до конца осциллограммы</translation>
     </message>
     <message>
         <source>A fault so far away: 20-30 (in km), 20-, 40-60%</source>
-        <translation type="unfinished"></translation>
+        <translation>КЗ на таком расстоянии: 20-30 (км), 20-, 40-60%</translation>
     </message>
     <message>
         <source>Words that are all among the names, the cause and the channels that changed; vost* for all that begin so</source>
-        <translation type="unfinished"></translation>
+        <translation>Слова, которые все есть среди имён, причины пуска и изменившихся сигналов; вост* — всё, что так начинается</translation>
     </message>
     <message>
         <source>What could not be read</source>
-        <translation type="unfinished"></translation>
+        <translation>То, что не читается</translation>
     </message>
     <message>
         <source>What was there once, instead of what is</source>
-        <translation type="unfinished"></translation>
+        <translation>То, чего уже нет, вместо того, что есть</translation>
     </message>
     <message>
         <source>--catalogue: there is no file &apos;%1&apos;</source>
@@ -356,7 +369,7 @@ Examples:
     </message>
     <message>
         <source>Of a station with this in its name, in capital or small letters; =NAME for the whole name. May be repeated, as --recorder, --circuit and --changed</source>
-        <translation type="unfinished"></translation>
+        <translation>Станция, в имени которой это есть, буквы любые; =ИМЯ — имя целиком. Можно повторять, как и --recorder, --circuit, --changed</translation>
     </message>
 </context>
 <context>
