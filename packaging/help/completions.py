@@ -24,6 +24,11 @@ def bash_tables(commands):
                 values.append(f"    [{_quoted(name + ' ' + flag)}]={_quoted(_value(option))}")
         if command.positionals:
             arguments.append(f"    [{_quoted(name)}]={_quoted(_value(command.positionals[-1]))}")
+    for command in commands[1:]:
+        if command.commands:  # after help, its own name is followed by one of those below it
+            name = " ".join([command.words[0], "help", *command.words[1:]])
+            words.append(f"    [{_quoted(name)}]=''")
+            arguments.append(f"    [{_quoted(name)}]={_quoted(' '.join(['words'] + [one.words[-1] for one in command.commands]))}")
     return "\n".join(_table("words", words) + _table("values", values) + _table("arguments", arguments))
 
 

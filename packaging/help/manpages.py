@@ -119,8 +119,10 @@ def _term(entry):
 
 
 def _see_also(command, root):
+    family = next((other for other in root.commands if command in other.commands), root)
     others = [root] if command is not root else []
-    others += [other for other in root.commands if other is not command]
+    others += [family] if family is not root else []
+    others += [other for other in family.commands if other is not command]
     lines = [".SH SEE ALSO"]
     for number, other in enumerate(others):
         comma = "," if number + 1 < len(others) else ""

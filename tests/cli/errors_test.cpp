@@ -149,13 +149,17 @@ TEST(Errors, NothingToConvertNeedsNoIniFileInJsonEither)
 
 TEST(HelpCommand, PrintsWhatTheOptionPrints)
 {
-    const QStringList commands = {"check",  "convert",  "dictionary", "events", "export", "info",
-                                  "sample", "validate", "verify",     "view",   "watch",  "help"};
+    const QStringList commands = {"archive", "check",    "convert", "dictionary", "events", "export", "info",
+                                  "sample",  "validate", "verify",  "view",       "watch",  "help"};
     for (const QString& command : commands) {
         const Finished help = RunProgram(QString(), {"help", command});
         EXPECT_EQ(help.code, 0);
         EXPECT_EQ(help.err, QString());
         EXPECT_EQ(help.out, RunProgram(QString(), {command, "--help"}).out);
+    }
+    for (const char* below : {"update"}) {
+        EXPECT_EQ(RunProgram(QString(), {"help", "archive", below}).out,
+                  RunProgram(QString(), {"archive", below, "--help"}).out);
     }
     EXPECT_EQ(RunProgram(QString(), {"help"}).out, RunProgram(QString(), {"--help"}).out);
 }

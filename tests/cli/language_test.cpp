@@ -20,9 +20,11 @@ Finished InRussian(const QString& directory, const QStringList& arguments)
 std::vector<QStringList> Helps()
 {
     std::vector<QStringList> helps = {{"--help"}};
-    for (const char* command : {"check", "convert", "dictionary", "events", "export", "info", "sample",
-                                "validate", "verify", "view", "watch", "help"})
+    for (const char* command : {"archive", "check", "convert", "dictionary", "events", "export", "info",
+                                "sample", "validate", "verify", "view", "watch", "help"})
         helps.push_back({command, "--help"});
+    for (const char* below : {"update"})
+        helps.push_back({"archive", below, "--help"});
     return helps;
 }
 

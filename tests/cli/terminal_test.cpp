@@ -57,6 +57,8 @@ const Case cases[] = {
     {"HelpOfValidate", {"validate", "--help"}, 0, ""},
     {"HelpOfDictionary", {"dictionary", "--help"}, 0, ""},
     {"HelpOfSample", {"sample", "--help"}, 0, ""},
+    {"HelpOfArchive", {"archive", "--help"}, 0, ""},
+    {"HelpOfArchiveUpdate", {"archive", "update", "--help"}, 0, ""},
     {"NoCommand",
      {},
      2,
@@ -114,6 +116,7 @@ const Case cases[] = {
     {"Dictionary", {"dictionary", "a.ZU"}, 0, ""},
     {"DictionaryIntoAFile", {"dictionary", "-o", "new.ini", "a.ZU"}, 0, ""},
     {"DictionaryBad", {"dictionary", "bad/bad.ZU"}, 1, "zucmtr: bad/bad.ZU: " + badFile + "\n"},
+    {"ArchiveUpdate", {"archive", "update", "out"}, 0, ""},
     {"Sample", {"sample", "--seconds", "0.5", "--out", "station"}, 0, ""},
 };
 

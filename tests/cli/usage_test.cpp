@@ -60,6 +60,7 @@ TEST(Usage, HelpNamesTheCommandsAndHowToStart)
             "  --version                   Print the version and exit\n"
             "\n"
             "Subcommands:\n"
+            "  archive                     Keep a catalogue of many recordings and records, and search it\n"
             "  check                       Explain what is wrong with an ini file\n"
             "  convert                     Convert recordings into COMTRADE records\n"
             "  dictionary                  Write a first sorting dictionary for the channels of a recording\n"

@@ -69,6 +69,7 @@ class Help(unittest.TestCase):
 
     def test_the_help_lists_commands_with_options(self):
         self.assertIn(("zucmtr", "convert"), self.commands)
+        self.assertIn(("zucmtr", "archive", "update"), self.commands)
         self.assertIn("--ini", options_of(("zucmtr", "convert")))
 
     def test_each_command_has_a_page_and_no_other_is_there(self):
@@ -86,6 +87,13 @@ class Help(unittest.TestCase):
             terms = [line for line in text.splitlines() if re.match(r"^ {7}-", line)]
             listed = {flag for line in terms for flag in re.findall(r"-[-\w]+", line.strip().split("  ")[0])}
             self.assertLessEqual(set(options_of(words)), listed, words)
+
+    def test_pages_name_the_command_above_and_those_beside(self):
+        for words in self.commands:
+            source = gzip.decompress(page(words).read_bytes()).decode().replace("\\-", "-")
+            named = set(re.findall(r"^\.BR (\S+) \(1\)", source, re.MULTILINE))
+            family = {words[:-1]} | {other for other in self.commands if other[:-1] == words[:-1]}
+            self.assertLessEqual({"-".join(other) for other in family - {words, ()}}, named, words)
 
     def test_footer_stands_in_the_page(self):
         source = gzip.decompress(page(("zucmtr", "convert")).read_bytes()).decode()
@@ -110,6 +118,8 @@ class Bash(unittest.TestCase):
 
     def test_commands_are_offered_after_help(self):
         self.assertEqual(complete("zucmtr", "help", "c"), ["check", "convert"])
+        self.assertEqual(complete("zucmtr", "help", "archive", ""), [words[2] for words in all_commands(("zucmtr", "archive"))
+                                                                     if len(words) == 3])
 
     def test_files_directories_and_sections(self):
         with tempfile.TemporaryDirectory() as name:
@@ -161,6 +171,8 @@ class Dump(unittest.TestCase):
                          [command["words"] for command in whole["commands"]])
         for command in whole["commands"]:
             self.assertEqual(command, self.dump(command["words"][1]))
+            for below in command["commands"]:
+                self.assertEqual(below, self.dump(*below["words"][1:]))
 
     def test_entries_say_how_they_are_given(self):
         view, convert = self.dump("view"), self.dump("convert")

@@ -63,10 +63,7 @@ int ExitAfterParsing(const CLI::App& app, const CLI::ParseError& error)
 {
     if (error.get_exit_code() == 0)
         return app.exit(error);
-    QString command = QStringLiteral("zucmtr");
-    for (const CLI::App* subcommand : app.get_subcommands())
-        command += QLatin1Char(' ') + FromUtf8(subcommand->get_name());
-    throw UsageError(ParseErrorText(app, error), command);
+    throw UsageError(ParseErrorText(app, error), CommandName(*GivenCommands(app).back()));
 }
 
 // Everything that --help says about the program and its commands.
@@ -102,7 +99,7 @@ void Describe(CLI::App& app, Action& chosen, const char* program)
     TranslateGroups(app);
 }
 
-void CheckSlips(const CLI::App& app, int count, char** arguments)
+void CheckSlips(CLI::App& app, int count, char** arguments)
 {
     QStringList words;
     for (int i = 1; i < count; ++i)
@@ -110,11 +107,7 @@ void CheckSlips(const CLI::App& app, int count, char** arguments)
     const QString text = SlipText(app, words);
     if (text.isEmpty())
         return;
-    const bool isCommand =
-        !app.get_subcommands([&](const CLI::App* one) { return FromUtf8(one->get_name()) == words.first(); })
-             .empty();
-    throw UsageError(text,
-                     QStringLiteral("zucmtr") + (isCommand ? QLatin1Char(' ') + words.first() : QString()));
+    throw UsageError(text, CommandName(*CommandNamed(app, words).command));
 }
 
 int ParseAndRun(int count, char** arguments)
@@ -130,7 +123,7 @@ int ParseAndRun(int count, char** arguments)
         return ExitAfterParsing(app, error);
     }
     if (!chosen)
-        throw UsageError(Tr("main", "no command is given"), QStringLiteral("zucmtr"));
+        throw UsageError(NoCommandText(app), CommandName(*GivenCommands(app).back()));
     return chosen();
 }
 

@@ -9,6 +9,10 @@ void AddArchiveCommand(CLI::App& app, Action& chosen)
 {
     CLI::App* command = app.add_subcommand(
         "archive", HelpText("archive", "Keep a catalogue of many recordings and records, and search it"));
-    command->require_subcommand(1);
+    command->require_subcommand(0, 1);
     AddArchiveUpdate(*command, chosen);
+    // Set after the commands were added, which would inherit it.
+    command->footer(HelpText("archive", "Example:\n"
+                                        "  zucmtr archive update recordings\n"
+                                        "  zucmtr archive find recordings --kind single --longer-than 80ms"));
 }

@@ -121,5 +121,11 @@ void AddArchiveUpdate(CLI::App& archive, Action& chosen)
                 HelpText("archive",
                          "Directories whose recordings (.ZU) and records (.cfg, .cff) are catalogued, with "
                          "those below them"));
+    command->footer(HelpText("archive",
+                             "Exit code: 0 the catalogue is up to date, what cannot be read included; 1 a "
+                             "directory could not be read; 2 wrong usage.\n"
+                             "\n"
+                             "Example:\n"
+                             "  zucmtr archive update recordings"));
     command->callback([options, &chosen] { chosen = [options] { return RunUpdate(*options); }; });
 }

@@ -17,7 +17,7 @@ namespace {
 
 struct HelpOptions
 {
-    std::string command;
+    std::vector<std::string> command;
     bool dump = false;
 };
 
@@ -31,21 +31,14 @@ std::vector<std::string> Commands(const CLI::App& app)
 
 int PrintHelp(CLI::App& app, const HelpOptions& options)
 {
-    CLI::App* command = &app;
-    const std::string& name = options.command;
-    if (!name.empty()) {
-        const auto found = app.get_subcommands([&](const CLI::App* one) { return one->get_name() == name; });
-        if (found.empty())
-            throw UsageError(UnknownCommandText(app, FromUtf8(name)), QStringLiteral("zucmtr"));
-        command = found.front();
-    }
-    QStringList words = {QStringLiteral("zucmtr")};
-    if (!name.empty())
-        words << FromUtf8(name);
+    const NamedCommand named = CommandNamed(app, FromUtf8(options.command));
+    const QString name = CommandName(*named.command);
+    if (!named.rest.isEmpty())
+        throw UsageError(UnknownCommandText(*named.command, named.rest.first()), name);
     if (options.dump)
-        PrintJson(HelpDump(*command, words));
+        PrintJson(HelpDump(*named.command, name.split(QLatin1Char(' '))));
     else
-        std::cout << app.get_formatter()->make_help(command, words.join(QLatin1Char(' ')).toStdString(),
+        std::cout << app.get_formatter()->make_help(named.command, name.toStdString(),
                                                     CLI::AppFormatMode::Normal)
                   << std::flush;
     return ExitDone;
@@ -60,11 +53,14 @@ void AddHelpCommand(CLI::App& app, Action& chosen)
     const auto options = std::make_shared<HelpOptions>();
     const std::vector<std::string> commands = Commands(app);
     AddValue(*command, "COMMAND", options->command, "",
-             Tr("help", "The command: %1").arg(FromUtf8(CLI::detail::join(commands, ", "))).toStdString())
+             Tr("help", "The command, and the one below it: %1")
+                 .arg(FromUtf8(CLI::detail::join(commands, ", ")))
+                 .toStdString())
         ->check(values::Offer(commands));
     command->add_flag("--dump-json", options->dump)->group(std::string()); // for the build, not for users
-    command->footer(HelpText("help", "Example:\n"
-                                     "  zucmtr help convert"));
+    command->footer(HelpText("help", "Examples:\n"
+                                     "  zucmtr help convert\n"
+                                     "  zucmtr help archive find"));
     command->callback(
         [options, &app, &chosen] { chosen = [options, &app] { return PrintHelp(app, *options); }; });
 }

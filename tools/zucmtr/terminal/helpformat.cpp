@@ -25,6 +25,10 @@ const char* const ValueNames[] = {
     QT_TRANSLATE_NOOP("parser", "SECONDS"), QT_TRANSLATE_NOOP("parser", "N"),
     QT_TRANSLATE_NOOP("parser", "HZ"),      QT_TRANSLATE_NOOP("parser", "S"),
     QT_TRANSLATE_NOOP("parser", "SECOND"),  QT_TRANSLATE_NOOP("parser", "PATTERN"),
+    QT_TRANSLATE_NOOP("parser", "ADDRESS"), QT_TRANSLATE_NOOP("parser", "MOMENT"),
+    QT_TRANSLATE_NOOP("parser", "CURRENT"), QT_TRANSLATE_NOOP("parser", "DURATION"),
+    QT_TRANSLATE_NOOP("parser", "PHASES"),  QT_TRANSLATE_NOOP("parser", "WORDS"),
+    QT_TRANSLATE_NOOP("parser", "COLUMN"),  QT_TRANSLATE_NOOP("parser", "DISTANCE"),
 };
 
 } // namespace

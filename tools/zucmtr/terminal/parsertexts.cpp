@@ -32,15 +32,21 @@ const OwnText OwnTexts[] = {
     {"%1: %2", QT_TRANSLATE_NOOP("parser", "%1: %2")}, // of the checks in values.h
 };
 
-QString NameOf(const CLI::App& app)
-{
-    return app.get_parent() == nullptr ? QStringLiteral("zucmtr")
-                                       : QStringLiteral("zucmtr ") + FromUtf8(app.get_name());
-}
-
 std::vector<const CLI::App*> CommandsOf(const CLI::App& app)
 {
     return app.get_subcommands([](const CLI::App*) { return true; });
+}
+
+// Those below the command, and those below them.
+std::vector<const CLI::App*> AllBelow(const CLI::App& app)
+{
+    std::vector<const CLI::App*> all;
+    for (const CLI::App* command : CommandsOf(app)) {
+        all.push_back(command);
+        const std::vector<const CLI::App*> below = AllBelow(*command);
+        all.insert(all.end(), below.begin(), below.end());
+    }
+    return all;
 }
 
 QStringList CommandNames(const CLI::App& app)
@@ -62,9 +68,9 @@ QStringList OptionNames(const CLI::App& app)
 QStringList CommandsWithOption(const CLI::App& root, const QString& option)
 {
     QStringList commands;
-    for (const CLI::App* command : CommandsOf(root)) {
+    for (const CLI::App* command : AllBelow(root)) {
         if (OptionNames(*command).contains(option))
-            commands << Tr("parser", "'%1'").arg(NameOf(*command));
+            commands << Tr("parser", "'%1'").arg(CommandName(*command));
     }
     return commands;
 }
@@ -72,9 +78,9 @@ QStringList CommandsWithOption(const CLI::App& root, const QString& option)
 QString UnknownOptionText(const CLI::App& root, const CLI::App& command, const QString& word)
 {
     const QString option = word.section(QLatin1Char('='), 0, 0);
-    const QString unknown = Tr("parser", "'%1' has no option %2").arg(NameOf(command), option);
+    const QString unknown = Tr("parser", "'%1' has no option %2").arg(CommandName(command), option);
     const QStringList others = CommandsWithOption(root, option);
-    if (!others.isEmpty() && &command == &root)
+    if (!CommandsWithOption(command, option).isEmpty())
         return Tr("parser", "%1 is before the command; put it after").arg(option);
     if (!others.isEmpty())
         return unknown + Tr("parser", "; it is one of %1").arg(others.join(QLatin1String(", ")));
@@ -89,29 +95,27 @@ QString SuperfluousText(const CLI::App& command, const QString& word)
     const std::vector<const CLI::Option*> positionals =
         command.get_options([](const CLI::Option* option) { return option->get_positional(); });
     if (positionals.empty())
-        return Tr("parser", "'%1' is too much: '%2' takes nothing but options").arg(word, NameOf(command));
+        return Tr("parser", "'%1' is too much: '%2' takes nothing but options")
+            .arg(word, CommandName(command));
     const auto name = [&](size_t i) { return ShownName(FromUtf8(positionals[i]->get_name(true, false))); };
     if (positionals.size() > 1)
         return Tr("parser", "'%1' is too much: '%2' takes one %3 and one %4")
-            .arg(word, NameOf(command), name(0), name(1));
-    return Tr("parser", "'%1' is too much: '%2' takes one %3").arg(word, NameOf(command), name(0));
+            .arg(word, CommandName(command), name(0), name(1));
+    return Tr("parser", "'%1' is too much: '%2' takes one %3").arg(word, CommandName(command), name(0));
 }
 
 // What the parser could not place. Empty if there is nothing.
 QString UnexpectedText(const CLI::App& root)
 {
-    const std::vector<const CLI::App*> parsed =
-        root.get_subcommands([&root](const CLI::App* one) { return root.got_subcommand(one->get_name()); });
-    std::vector<const CLI::App*> places = {&root};
-    places.insert(places.end(), parsed.begin(), parsed.end());
-    for (const CLI::App* place : places) {
+    for (const CLI::App* place : GivenCommands(root)) {
         for (const std::string& left : place->remaining()) {
             const QString word = FromUtf8(left);
             if (word == QLatin1String("--"))
                 continue;
             if (word.startsWith(QLatin1Char('-')) && word.size() > 1)
                 return UnknownOptionText(root, *place, word);
-            return place == &root ? UnknownCommandText(root, word) : SuperfluousText(*place, word);
+            return CommandsOf(*place).empty() ? SuperfluousText(*place, word)
+                                              : UnknownCommandText(*place, word);
         }
     }
     return QString();
@@ -119,12 +123,57 @@ QString UnexpectedText(const CLI::App& root)
 
 } // namespace
 
+QString CommandName(const CLI::App& app)
+{
+    const CLI::App* above = app.get_parent();
+    return above == nullptr ? QStringLiteral("zucmtr")
+                            : CommandName(*above) + QLatin1Char(' ') + FromUtf8(app.get_name());
+}
+
+NamedCommand CommandNamed(CLI::App& app, const QStringList& words)
+{
+    NamedCommand named{&app, words};
+    while (!named.rest.isEmpty()) {
+        const std::vector<CLI::App*> found = named.command->get_subcommands(
+            [&](const CLI::App* one) { return FromUtf8(one->get_name()) == named.rest.first(); });
+        if (found.empty())
+            break;
+        named.command = found.front();
+        named.rest.removeFirst();
+    }
+    return named;
+}
+
+std::vector<const CLI::App*> GivenCommands(const CLI::App& app)
+{
+    std::vector<const CLI::App*> given = {&app};
+    while (!given.back()->get_subcommands().empty())
+        given.push_back(given.back()->get_subcommands().back());
+    return given;
+}
+
+QString NoCommandText(const CLI::App& app)
+{
+    const CLI::App& last = *GivenCommands(app).back();
+    return &last == &app ? Tr("parser", "no command is given")
+                         : Tr("parser", "say what '%1' is to do: %2")
+                               .arg(CommandName(last), CommandNames(last).join(QLatin1String(", ")));
+}
+
 QString UnknownCommandText(const CLI::App& app, const QString& word)
 {
-    if (QFileInfo::exists(word))
-        return Tr("parser", "'%1' is no command; say first what to do with it, as in: zucmtr info %2")
-            .arg(word, ShellWord(word));
-    const QString unknown = Tr("parser", "there is no command '%1'").arg(word);
+    if (CommandsOf(app).empty())
+        return Tr("parser", "'%1' is too much: '%2' has no commands").arg(word, CommandName(app));
+    if (QFileInfo::exists(word)) {
+        const QString command =
+            CommandName(app) + QLatin1Char(' ') +
+            (app.get_parent() == nullptr ? QStringLiteral("info") : CommandNames(app).first());
+        return Tr("parser", "'%1' is no command; say first what to do with it, as in: %2 %3")
+            .arg(word, command, ShellWord(word));
+    }
+    const QString unknown = app.get_parent() == nullptr
+                                ? Tr("parser", "there is no command '%1'").arg(word)
+                                : Tr("parser", "'%1' has no command '%2'").arg(CommandName(app), word);
     const QStringList names = CommandNames(app);
     const QString nearest = inicheck::Nearest(word, names);
     if (!nearest.isEmpty())
@@ -149,14 +198,15 @@ QString ParseErrorText(const CLI::App& app, const CLI::ParseError& error)
     return text;
 }
 
-QString SlipText(const CLI::App& app, const QStringList& arguments)
+QString SlipText(CLI::App& app, const QStringList& arguments)
 {
     // Without this, the help of the program would be printed if it is asked for.
-    if (!arguments.isEmpty() && !arguments.first().startsWith(QLatin1Char('-')) &&
-        !CommandNames(app).contains(arguments.first()))
-        return UnknownCommandText(app, arguments.first());
+    const NamedCommand named = CommandNamed(app, arguments);
+    if (!named.rest.isEmpty() && !named.rest.first().startsWith(QLatin1Char('-')) &&
+        !CommandsOf(*named.command).empty())
+        return UnknownCommandText(*named.command, named.rest.first());
     QStringList options;
-    for (const CLI::App* command : CommandsOf(app)) {
+    for (const CLI::App* command : AllBelow(app)) {
         if (arguments.contains(FromUtf8(command->get_name())))
             options << OptionNames(*command);
     }

@@ -158,6 +158,7 @@ void RefuseEmpty(CLI::App& app)
     for (CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; })) {
         for (CLI::Option* one : command->get_options(takesValue))
             one->check(one->nonpositional() ? option : argument);
+        RefuseEmpty(*command);
     }
 }
 
