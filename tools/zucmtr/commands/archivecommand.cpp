@@ -1,6 +1,7 @@
 #include "zucmtr/commands/archivecommand.h"
 
 #include "text/texts.h"
+#include "zucmtr/commands/archivecheck.h"
 #include "zucmtr/commands/archiveupdate.h"
 
 #include <CLI/CLI.hpp>
@@ -10,6 +11,7 @@ void AddArchiveCommand(CLI::App& app, Action& chosen)
     CLI::App* command = app.add_subcommand(
         "archive", HelpText("archive", "Keep a catalogue of many recordings and records, and search it"));
     command->require_subcommand(0, 1);
+    AddArchiveCheck(*command, chosen);
     AddArchiveUpdate(*command, chosen);
     // Set after the commands were added, which would inherit it.
     command->footer(HelpText("archive", "Example:\n"

@@ -17,3 +17,7 @@ QString CatalogueIn(const QString& directory);
 
 /// The address that the option gives or, without it, the catalogue of the directory.
 QString CatalogueOf(const std::string& address, const QString& directory);
+
+/// That of a catalogue to be read: the one that the option gives, or that of the directory (empty: the current
+/// one) or of the nearest one above it. Throws ConfigurationError if there is no such directory or catalogue.
+QString CatalogueToRead(const std::string& address, const std::string& directory);
