@@ -132,7 +132,8 @@ TEST(Check, FindsEntriesThatLackAPart)
 {
     const std::pair<const char*, QStringList> cases[] = {
         {"DELETE FROM pieces WHERE entry = 1", {"entryInconsistent a.ZU", "fileAdded a.ZU"}},
-        {"UPDATE pieces SET sha256 = '00' WHERE entry = 1", {"contentChanged a.ZU", "entryInconsistent a.ZU"}},
+        {"UPDATE pieces SET sha256 = '00' WHERE entry = 1",
+         {"contentChanged a.ZU", "entryInconsistent a.ZU"}},
         {"UPDATE entries SET bytes = 1 WHERE id = 1", {"entryInconsistent a.ZU"}},
         {"UPDATE entries SET events = 7 WHERE id = 1", {"entryInconsistent a.ZU"}},
         {"UPDATE entries SET moment = NULL WHERE id = 1", {"entryInconsistent a.ZU"}},
@@ -191,10 +192,13 @@ TEST(Check, ARecordThatWasWrittenAgainIsNotVerifiedAnyMore)
 {
     Checked place;
     place.Update();
-    place.Change("UPDATE entries SET verified = 'right', verified_time = '2024', recording = 1 WHERE kind = 'record'");
+    place.Change(
+        "UPDATE entries SET verified = 'right', verified_time = '2024', recording = 1 WHERE kind = 'record'");
     place.Write("below/c.dat", "1,0,0\n2,1000,0\n");
     place.Update();
-    EXPECT_EQ(place.Rows("SELECT coalesce(verified, '-'), coalesce(recording, '-') FROM entries WHERE kind = 'record'"),
-              QStringList({"-|-"}));
+    EXPECT_EQ(
+        place.Rows(
+            "SELECT coalesce(verified, '-'), coalesce(recording, '-') FROM entries WHERE kind = 'record'"),
+        QStringList({"-|-"}));
     EXPECT_EQ(place.Findings(), QStringList());
 }

@@ -446,6 +446,17 @@ bool Catalogue::Move(const QString& path, const std::vector<Piece>& pieces)
     return isMoved;
 }
 
+void Catalogue::NoteRight(const QString& record, const QString& recording)
+{
+    Write([&] {
+        database->Run(
+            QStringLiteral("UPDATE entries SET verified = 'right', verified_time = ?, recording = "
+                           "(SELECT r.id FROM entries r WHERE r.path = ? AND r.gone IS NULL AND r.kind = "
+                           "'recording') WHERE path = ? AND gone IS NULL AND kind = 'record'"),
+            {Now(), Stored(recording), Stored(record)});
+    });
+}
+
 qint64 Catalogue::MarkGone(const QStringList& paths)
 {
     qint64 marked = 0;

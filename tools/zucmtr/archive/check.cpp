@@ -2,7 +2,7 @@
 
 #include "catalogue/catalogue.h"
 #include "catalogue/soundness.h"
-#include "text/reasons.h"
+#include "text/archivereasons.h"
 #include "text/texts.h"
 #include "zucmtr/archive/files.h"
 
@@ -48,8 +48,12 @@ std::vector<Noted> NotedBelow(Catalogue& catalogue, const QString& directory)
         {}, [&](const sql::Row& row) {
             if (noted.empty() || noted.back().id != row.Integer(0)) {
                 const bool isRecord = row.Text(1) == QLatin1String(NameOf(Kind::Record));
-                noted.push_back({row.Integer(0), isRecord ? Kind::Record : Kind::Recording,
-                                 catalogue.Absolute(row.Text(2)), row.Text(3).toLatin1(), !row.IsNull(4), {}});
+                noted.push_back({row.Integer(0),
+                                 isRecord ? Kind::Record : Kind::Recording,
+                                 catalogue.Absolute(row.Text(2)),
+                                 row.Text(3).toLatin1(),
+                                 !row.IsNull(4),
+                                 {}});
             }
             if (!row.IsNull(5))
                 noted.back().pieces.push_back(
@@ -174,7 +178,9 @@ private:
                 differ(reason::FileMissing, piece.name, Tr("archive check", "it is not there"));
             else if (one->size != piece.size)
                 differ(reason::FileChanged, piece.name,
-                       Tr("archive check", "it has %1 bytes, in the catalogue %2").arg(one->size).arg(piece.size));
+                       Tr("archive check", "it has %1 bytes, in the catalogue %2")
+                           .arg(one->size)
+                           .arg(piece.size));
             else if (one->modified != piece.modified)
                 differ(reason::FileChanged, piece.name,
                        Tr("archive check", "it was written at another time than the catalogue says"));
@@ -198,10 +204,11 @@ private:
         }
         for (size_t i = 0; i < now.size(); ++i) {
             if (now[i].sha256 != noted.pieces[i].sha256)
-                Find(reason::ContentChanged, QFileInfo(noted.path).path() + QLatin1Char('/') + now[i].name,
-                     Tr("archive check",
-                        "its size and time are those in the catalogue, but not its SHA-256: it has changed or "
-                        "is damaged"));
+                Find(
+                    reason::ContentChanged, QFileInfo(noted.path).path() + QLatin1Char('/') + now[i].name,
+                    Tr("archive check",
+                       "its size and time are those in the catalogue, but not its SHA-256: it has changed or "
+                       "is damaged"));
         }
     }
 

@@ -44,9 +44,8 @@ archive::CheckOrder OrderOf(const CheckOptions& options)
 void Report(const archive::CheckFinding& finding, const CheckOptions& options)
 {
     if (options.json)
-        PrintJson({{"file", finding.path},
-                   {"reason", QLatin1String(finding.reason)},
-                   {"text", finding.text}});
+        PrintJson(
+            {{"file", finding.path}, {"reason", QLatin1String(finding.reason)}, {"text", finding.text}});
     else if (finding.path.isEmpty())
         PrintLine(Tr("archive check", "the catalogue is damaged: %1").arg(finding.text));
     else
@@ -80,18 +79,17 @@ int RunCheck(const CheckOptions& options)
     interrupt::Install();
     const archive::CheckOrder order = OrderOf(options);
     std::unique_ptr<Progress> progress;
-    const archive::Checking checking{
-        [&](const archive::CheckFinding& finding) {
-            if (progress)
-                progress->Hide();
-            Report(finding, options);
-        },
-        [&](size_t done, size_t total) {
-            if (!progress)
-                progress = std::make_unique<Progress>(total, !options.quiet);
-            progress->Show(done);
-        },
-        [] { return interrupt::Came(); }};
+    const archive::Checking checking{[&](const archive::CheckFinding& finding) {
+                                         if (progress)
+                                             progress->Hide();
+                                         Report(finding, options);
+                                     },
+                                     [&](size_t done, size_t total) {
+                                         if (!progress)
+                                             progress = std::make_unique<Progress>(total, !options.quiet);
+                                         progress->Show(done);
+                                     },
+                                     [] { return interrupt::Came(); }};
     const archive::CheckCounts counts = archive::Check(order, checking);
     progress.reset();
     if (interrupt::Came())
@@ -111,9 +109,10 @@ void AddArchiveCheck(CLI::App& archive, Action& chosen)
     command->add_flag("--fast", options->isFast,
                       HelpText("archive check", "Compare names, sizes and times of the files alone, without "
                                                 "reading them for their SHA-256"));
-    command->add_flag("--json", options->json,
-                      HelpText("archive check",
-                               "One JSON object per finding, and one with the totals at the end, for programs"));
+    command->add_flag(
+        "--json", options->json,
+        HelpText("archive check",
+                 "One JSON object per finding, and one with the totals at the end, for programs"));
     command->add_flag("-q,--quiet", options->quiet, HelpText("archive check", "Report findings only"));
     AddValue(*command, "DIR", options->directory, "",
              HelpText("archive check",
@@ -132,5 +131,7 @@ void AddArchiveCheck(CLI::App& archive, Action& chosen)
         "\n"
         "Example:\n"
         "  zucmtr archive check --fast recordings"));
-    command->callback([options, &chosen] { chosen = [options] { return RunCheck(*options); }; });
+    command->callback([options, &chosen] {
+        chosen = [options] { return WithCatalogue([&options] { return RunCheck(*options); }); };
+    });
 }

@@ -56,3 +56,15 @@ QString CatalogueToRead(const std::string& address, const std::string& directory
         throw ConfigurationError(Tr("archive", "--catalogue: there is no file '%1'").arg(given));
     return address.empty() ? CatalogueAbove(place) : given;
 }
+
+int WithCatalogue(const std::function<int()>& work)
+{
+    try {
+        return work();
+    } catch (const ConfigurationError&) {
+        throw;
+    } catch (const text::Error& error) {
+        Complain(error.Message());
+        return ExitFailed;
+    }
+}
