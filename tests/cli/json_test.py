@@ -9,6 +9,7 @@ import os
 import pathlib
 import re
 import signal
+import sqlite3
 import struct
 import subprocess
 import sys
@@ -30,7 +31,7 @@ PAGE = (SOURCE / "docs/json.md").read_text(encoding="utf-8")
 QUIET = 50  # milliseconds until a recording counts as complete
 
 # Words for what no test can cause: they run as root as well, on machines of any size.
-UNSEEN = {"noPermission", "notOnDisk", "unexpected"}
+UNSEEN = {"noPermission", "notOnDisk", "unexpected", "directoryUnreadable", "fileUnreadable"}
 
 # What only records with faults print: kinds, directions, distances, and what lacks for them.
 OF_FAULTS = {"AG", "BG", "CG", "AB", "BC", "CA", "ABG", "BCG", "CAG", "ABC", "ABCG", "unknown", "forward", "reverse",
@@ -76,7 +77,8 @@ class Place:
         """The objects of a run."""
         done = subprocess.run([PROGRAM, *words], cwd=self.directory, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
                               stderr=subprocess.DEVNULL, env=dict(os.environ, **environment), check=False)
-        return [keep(words[0], line) for line in done.stdout.splitlines()]
+        command = words[0] + words[1].title() if words[0] == "archive" else words[0]
+        return [keep(command, line) for line in done.stdout.splitlines()]
 
     def convert(self, *words, **environment):
         return self.run("convert", "--json", "--out", "out", *words, **environment)
@@ -556,6 +558,39 @@ BAY03=W,V
         self.assertEqual(words_of(SCHEMA["$defs"]["validate"]["properties"]["reason"]) - UNSEEN, set(reasons(findings)))
         self.assertEqual({one["severity"] for one in findings}, {"note", "warning", "error"})
 
+    # zucmtr archive
+
+    def test_archive_update_says_what_it_has_done(self):
+        place = self.place(a=recording(), bad=b"no recording")
+        first = {"unchanged": 0, "read": 2, "moved": 0, "gone": 0, "unread": 1}
+        self.assertEqual(place.run("archive", "update", "--json", "."), [first])
+        (place.directory / "a.ZU").rename(place.directory / "b.ZU")
+        (place.directory / "bad.ZU").unlink()
+        second = {"unchanged": 0, "read": 0, "moved": 1, "gone": 1, "unread": 0}
+        self.assertEqual(place.run("archive", "update", "--json", "."), [second])
+
+    def test_archive_check_has_a_word_for_each_finding(self):
+        place = self.place(**{name: recording(minutes=minute) for minute, name in enumerate("abcdefgh")})
+        place.run("archive", "update", "--json", ".")
+        self.assertEqual([one["findings"] for one in place.run("archive", "check", "--json")], [0])
+        (place.directory / "a.ZU").unlink()
+        place.write("b.ZU", recording([analog(), analog()]))
+        place.write("c.Z01", recording())
+        state = (place.directory / "d.ZU").stat()
+        place.write("d.ZU", recording(minutes=100))
+        os.utime(place.directory / "d.ZU", ns=(state.st_atime_ns, state.st_mtime_ns))
+        place.write("new.ZU", recording(minutes=200))
+        with sqlite3.connect(place.directory / "zucmtr-archive.db") as database:
+            database.execute("UPDATE entries SET gone = '2024' WHERE path = 'e.ZU'")
+            database.execute("UPDATE entries SET bytes = 1 WHERE path = 'f.ZU'")
+            database.execute("UPDATE entries SET recording = 1 WHERE path = 'g.ZU'")
+            database.execute("DELETE FROM channels")
+        database.close()
+        found = place.run("archive", "check", "--json")
+        self.assertEqual(words_of(SCHEMA["$defs"]["archiveFinding"]["properties"]["reason"]) - UNSEEN,
+                         set(reasons(found[:-1])))
+        self.assertEqual(found[-1]["findings"], len(found) - 1)
+
     # zucmtr watch
 
     def test_watch_until_nothing_is_left(self):
@@ -679,7 +714,8 @@ class Output(unittest.TestCase):
                 self.assertFalse(validator(command).is_valid({**shown, "reason": "newWord"}), shown)
 
     def test_schema_has_nothing_that_is_never_printed(self):
-        for command in ("convert", "info", "check", "validate", "watch", "events", "export", "verify"):
+        for command in ("convert", "info", "check", "validate", "watch", "events", "export", "verify", "archiveCheck",
+                        "archiveUpdate"):
             keys, words = set(), set()
             found_in([shown for whose, shown in KEPT if whose == command], keys, words)
             schema = SCHEMA["$defs"][command]
@@ -694,9 +730,11 @@ class Output(unittest.TestCase):
             self.assertEqual(missing, set(), command)
 
     def test_page_names_every_key_and_word(self):
-        sections = dict(re.findall(r"^## zucmtr (\w+)\n(.*?)(?=^## |\Z)", PAGE, flags=re.M | re.S))
+        sections = {re.sub(r" (\w)", lambda letter: letter[1].upper(), name): section for name, section in
+                    re.findall(r"^## zucmtr ([\w ]+)\n(.*?)(?=^## |\Z)", PAGE, flags=re.M | re.S)}
         self.assertEqual(set(sections),
-                         {"convert", "watch", "info", "check", "validate", "events", "export", "verify"})
+                         {"convert", "watch", "info", "check", "validate", "events", "export", "verify", "archiveCheck",
+                          "archiveUpdate"})
         for command, section in sections.items():
             if command == "watch":
                 section += sections["convert"]

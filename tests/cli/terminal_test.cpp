@@ -58,6 +58,7 @@ const Case cases[] = {
     {"HelpOfDictionary", {"dictionary", "--help"}, 0, ""},
     {"HelpOfSample", {"sample", "--help"}, 0, ""},
     {"HelpOfArchive", {"archive", "--help"}, 0, ""},
+    {"HelpOfArchiveCheck", {"archive", "check", "--help"}, 0, ""},
     {"HelpOfArchiveUpdate", {"archive", "update", "--help"}, 0, ""},
     {"NoCommand",
      {},

@@ -1,6 +1,8 @@
 #include "zucmtr/commands/convertcommand.h"
 
 #include "text/texts.h"
+#include "zucmtr/archive/scribes.h"
+#include "zucmtr/commands/catalogueoptions.h"
 #include "zucmtr/commands/deviceoptions.h"
 #include "zucmtr/commands/formoptions.h"
 #include "zucmtr/commands/workoptions.h"
@@ -39,6 +41,7 @@ struct ConvertOptions
     DeviceOptions device;
     std::string out = ".";
     std::string layout;
+    std::string catalogue;
     bool makeOut = false;
     bool recursive = false;
     bool flat = false;
@@ -202,6 +205,20 @@ int RefuseAll(const ConvertOptions& options, RecordingList list)
     return Convert(options, list, none);
 }
 
+// Those that write what is converted into the catalogue; none without one.
+std::unique_ptr<archive::Scribes> ScribesOf(const ConvertOptions& options, const DeviceChoice& choice,
+                                            size_t count)
+{
+    if (options.catalogue.empty() || options.dryRun)
+        return nullptr;
+    const archive::Reading reading{choice, false, FromUtf8(options.work.lines)};
+    try {
+        return std::make_unique<archive::Scribes>(FromUtf8(options.catalogue), reading, count);
+    } catch (const text::Error& error) {
+        throw ConfigurationError(Tr("convert", "nothing is converted: %1").arg(error.Message()));
+    }
+}
+
 int RunConvert(const ConvertOptions& options)
 {
     CheckCombination(options);
@@ -222,10 +239,12 @@ int RunConvert(const ConvertOptions& options)
     AddSummary(order, options.work, options.json, choice.ini);
     ShareAllocations(options.maxMemory);
     LimitMemory(options.maxMemory);
+    const size_t count = WorkerCount(options, list.recordings.size());
+    const std::unique_ptr<archive::Scribes> scribes = ScribesOf(options, choice, count);
+    order.keeper = scribes.get();
 
     Host host(FromUtf8(options.device.log));
-    std::vector<std::unique_ptr<Worker>> workers =
-        MakeWorkers(host, choice, order, WorkerCount(options, list.recordings.size()), !options.quiet);
+    std::vector<std::unique_ptr<Worker>> workers = MakeWorkers(host, choice, order, count, !options.quiet);
     return Convert(options, list, workers);
 }
 
@@ -340,6 +359,9 @@ void AddConvertCommand(CLI::App& app, Action& chosen)
     const auto options = std::make_shared<ConvertOptions>();
     AddDeviceOptions(*command, options->device);
     AddOutputOptions(*command, *options);
+    AddValue(*command, "--catalogue", options->catalogue, "ADDRESS",
+             HelpText("convert", "Write each record and its recording into this catalogue, too, as 'zucmtr "
+                                 "archive update': a file, or postgresql://user@host/database"));
     AddFormOptions(*command, options->form);
     AddRunOptions(*command, *options);
     AddSafetyOptions(*command, *options);

@@ -1,11 +1,9 @@
 #include "zucmtr/commands/wantedoptions.h"
 
-#include "sql/address.h"
 #include "text/texts.h"
 #include "zucmtr/archive/wantedtext.h"
 #include "zucmtr/commands/catalogueoptions.h"
 #include "zucmtr/terminal/command.h"
-#include "zucmtr/terminal/console.h"
 #include "zucmtr/terminal/values.h"
 
 #include <CLI/CLI.hpp>
@@ -47,20 +45,6 @@ std::optional<QStringList> Both(const std::optional<QStringList>& one,
             both << kind;
     }
     return both;
-}
-
-// The file of the catalogue of the directory or of the nearest one above it.
-QString CatalogueAbove(const QString& directory)
-{
-    QDir place(QFileInfo(directory).absoluteFilePath());
-    do {
-        const QString file = CatalogueIn(place.path());
-        if (QFileInfo(file).isFile())
-            return file;
-    } while (place.cdUp());
-    throw ConfigurationError(Tr("archive", "there is no catalogue (zucmtr-archive.db) in '%1' or above; make "
-                                           "one with: zucmtr archive update %2")
-                                 .arg(directory, ShellWord(directory)));
 }
 
 } // namespace
@@ -151,14 +135,9 @@ catalogue::Wanted WantedOf(const WantedOptions& options)
 std::unique_ptr<catalogue::Catalogue> OpenForReading(const std::string& address, const std::string& directory,
                                                      catalogue::Wanted& wanted)
 {
-    const QString place = directory.empty() ? QStringLiteral(".") : FromUtf8(directory);
-    if (!QFileInfo(place).isDir())
-        throw ConfigurationError(Tr("archive", "'%1' is no directory").arg(place));
-    const QString given = FromUtf8(address);
-    if (!address.empty() && !sql::IsServer(given) && !QFileInfo::exists(given))
-        throw ConfigurationError(Tr("archive", "--catalogue: there is no file '%1'").arg(given));
-    auto catalogue = catalogue::Catalogue::ForReading(address.empty() ? CatalogueAbove(place) : given);
-    const QString stored = catalogue->Stored(QDir::cleanPath(QFileInfo(place).absoluteFilePath()));
+    auto catalogue = catalogue::Catalogue::ForReading(CatalogueToRead(address, directory));
+    const QString stored =
+        catalogue->Stored(QDir::cleanPath(QFileInfo(FromUtf8(directory)).absoluteFilePath()));
     if (!directory.empty() && !stored.isEmpty() && stored != QLatin1String("."))
         wanted.below = stored;
     return catalogue;

@@ -293,7 +293,19 @@ Examples:
     </message>
     <message>
         <source>Recordings that are read at the same time; 0: one per processor (the default)</source>
-        <translation>Сколько записей читать одновременно; 0 — по одной на процессор (по умолчанию)</translation>
+        <translation>Сколько осциллограмм читать одновременно; 0 — по одной на процессор (по умолчанию)</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is not there any more</source>
+        <translation>«%1» больше нет на месте</translation>
+    </message>
+    <message>
+        <source>the process that looked at it has ended (signal %1)</source>
+        <translation>процесс, который её читал, завершился (сигнал %1)</translation>
+    </message>
+    <message>
+        <source>the process that writes the catalogue has ended</source>
+        <translation>процесс, который ведёт каталог, завершился</translation>
     </message>
     <message>
         <source>there is no catalogue (zucmtr-archive.db) in &apos;%1&apos; or above; make one with: zucmtr archive update %2</source>
@@ -373,6 +385,95 @@ Examples:
     </message>
 </context>
 <context>
+    <name>archive check</name>
+    <message>
+        <source>its SHA-256 in the catalogue is not that of its files there</source>
+        <translation>SHA-256 в каталоге не тот, который следует из её файлов там же</translation>
+    </message>
+    <message>
+        <source>it is marked as gone, but is there</source>
+        <translation>отмечено как отсутствующее, но есть на месте</translation>
+    </message>
+    <message>
+        <source>it is not there</source>
+        <translation>файла нет на месте</translation>
+    </message>
+    <message>
+        <source>it has %1 bytes, in the catalogue %2</source>
+        <translation>размер %1 байт, в каталоге %2</translation>
+    </message>
+    <message>
+        <source>it was written at another time than the catalogue says</source>
+        <translation>время изменения не то, что в каталоге</translation>
+    </message>
+    <message>
+        <source>it belongs to &apos;%1&apos;, but is not in the catalogue</source>
+        <translation>относится к «%1», но в каталоге его нет</translation>
+    </message>
+    <message>
+        <source>its size and time are those in the catalogue, but not its SHA-256: it has changed or is damaged</source>
+        <translation>размер и время те же, что в каталоге, а SHA-256 другой: файл изменён или повреждён</translation>
+    </message>
+    <message>
+        <source>it is not in the catalogue; &apos;zucmtr archive update&apos; reads it</source>
+        <translation>в каталоге его нет; его прочитает «zucmtr archive update»</translation>
+    </message>
+    <message>
+        <source>the catalogue is damaged: %1</source>
+        <translation>каталог повреждён: %1</translation>
+    </message>
+    <message>
+        <source>%1 entries with %2 files, %3 gone</source>
+        <translation>в каталоге: %1, файлов: %2, отсутствует: %3</translation>
+    </message>
+    <message>
+        <source>%1: all is as the catalogue says</source>
+        <translation>%1: всё соответствует каталогу</translation>
+    </message>
+    <message>
+        <source>%1: %2 findings</source>
+        <translation>%1: расхождений: %2</translation>
+    </message>
+    <message>
+        <source>Hold the catalogue against the files, and against itself</source>
+        <translation>Сверить каталог с файлами и проверить его самого</translation>
+    </message>
+    <message>
+        <source>Compare names, sizes and times of the files alone, without reading them for their SHA-256</source>
+        <translation>Сверять только имена, размеры и время файлов, не читая их для SHA-256</translation>
+    </message>
+    <message>
+        <source>One JSON object per finding, and one with the totals at the end, for programs</source>
+        <translation>По объекту JSON на каждое расхождение и один с итогами в конце, для программ</translation>
+    </message>
+    <message>
+        <source>Report findings only</source>
+        <translation>Сообщать только о расхождениях</translation>
+    </message>
+    <message>
+        <source>The directory with the catalogue, or one below it: then only what is below that is checked. Default: all of the catalogue in the current one or above</source>
+        <translation>Каталог с базой или вложенный в него: тогда проверяется только то, что в нём. По умолчанию — всё из базы в текущем каталоге или выше</translation>
+    </message>
+    <message>
+        <source>Checked are the pieces of each entry: they are there, with size, time and SHA-256; what is marked as gone
+is gone; each recording and record has an entry; and the database agrees with itself. Nothing is changed.
+&apos;zucmtr archive update&apos; brings the catalogue up to date with what is new, changed, moved or gone.
+
+Exit code: 0 all is as the catalogue says; 1 something is not, or the catalogue cannot be read; 2 wrong usage.
+
+Example:
+  zucmtr archive check --fast recordings</source>
+        <translation>Проверяется: файлы каждой осциллограммы и записи на месте, их размер, время и SHA-256 те же; отмеченного как
+отсутствующее нет; каждая осциллограмма и запись есть в каталоге; база данных не противоречит сама себе. Ничего не меняется.
+«zucmtr archive update» вносит в каталог новое, изменённое, перемещённое и пропавшее.
+
+Код завершения: 0 — всё соответствует каталогу; 1 — не всё, или каталог не читается; 2 — неверная команда.
+
+Пример:
+  zucmtr archive check --fast recordings</translation>
+    </message>
+</context>
+<context>
     <name>batch</name>
     <message>
         <source>; it was there already</source>
@@ -448,6 +549,46 @@ Examples:
     <message>
         <source>it was made by an older version of the program; &apos;zucmtr archive update&apos; brings it up to date</source>
         <translation>он создан более старой версией программы; «zucmtr archive update» его обновит</translation>
+    </message>
+    <message>
+        <source>the catalogue has no file of it</source>
+        <translation>в каталоге нет ни одного её файла</translation>
+    </message>
+    <message>
+        <source>its size in the catalogue is not the sum of those of its files</source>
+        <translation>её размер в каталоге не равен сумме размеров её файлов</translation>
+    </message>
+    <message>
+        <source>the catalogue does not have as many of its events as it says</source>
+        <translation>число её событий в каталоге не то, что указано</translation>
+    </message>
+    <message>
+        <source>the catalogue does not have as many of its channels as it says</source>
+        <translation>число её каналов в каталоге не то, что указано</translation>
+    </message>
+    <message>
+        <source>it could be read, but the catalogue has no time of it</source>
+        <translation>она прочитана, но её времени в каталоге нет</translation>
+    </message>
+    <message>
+        <source>the search does not find it: its words are missing</source>
+        <translation>поиск её не находит: её слов нет в указателе</translation>
+    </message>
+    <message>
+        <source>it is no record, but the catalogue says that it was compared</source>
+        <translation>это не запись COMTRADE, а в каталоге указан результат её сверки</translation>
+    </message>
+    <message>
+        <source>its state of verification is neither right nor wrong, or has no time</source>
+        <translation>результат сверки не «верно» и не «неверно» или без времени</translation>
+    </message>
+    <message>
+        <source>the catalogue has no entry of the recording that it was compared with</source>
+        <translation>в каталоге нет осциллограммы, с которой она сверялась</translation>
+    </message>
+    <message>
+        <source>a row of the table &apos;%1&apos; belongs to none of &apos;%2&apos;</source>
+        <translation>строка таблицы «%1» не относится ни к одной строке «%2»</translation>
     </message>
 </context>
 <context>
@@ -1724,6 +1865,14 @@ Ctrl-C завершает работу после начатых осцилло�
   zucmtr sample --out station
   zucmtr convert --out station/comtrade --make-out station/*.ZU
   zucmtr convert --out station/comtrade --layout &apos;{station}/{date}/{time} {source}&apos; station/*.ZU</translation>
+    </message>
+    <message>
+        <source>nothing is converted: %1</source>
+        <translation>ничего не преобразовано: %1</translation>
+    </message>
+    <message>
+        <source>Write each record and its recording into this catalogue, too, as &apos;zucmtr archive update&apos;: a file, or postgresql://user@host/database</source>
+        <translation>Вносить каждую запись и её осциллограмму также в этот каталог, как «zucmtr archive update»: файл или postgresql://user@host/database</translation>
     </message>
 </context>
 <context>
@@ -5728,6 +5877,14 @@ SIGTERM и Ctrl-C завершают работу после начатой ос
     <message>
         <source>; the recording is damaged, so that this may be the record of the whole one</source>
         <translation>; осциллограмма повреждена, так что это может быть запись, сделанная по неповреждённой</translation>
+    </message>
+    <message>
+        <source>converted, but not in the catalogue: %1; the recording is kept; convert it again, or bring the catalogue up to date with &apos;zucmtr archive update&apos;</source>
+        <translation>преобразовано, но в каталог не внесено: %1; осциллограмма оставлена; преобразуйте её ещё раз или обновите каталог командой «zucmtr archive update»</translation>
+    </message>
+    <message>
+        <source>the catalogue does not know yet that the recording was put away: %1; &apos;zucmtr archive update&apos; brings it up to date</source>
+        <translation>в каталоге ещё не отмечено, что осциллограмма убрана: %1; его обновит «zucmtr archive update»</translation>
     </message>
 </context>
 </TS>
