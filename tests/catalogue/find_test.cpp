@@ -170,7 +170,7 @@ TEST_P(FindTest, CountsAndSilentRecorders)
     };
     EXPECT_EQ(silent(3), "");
     EXPECT_EQ(silent(4), "R2@03");
-    EXPECT_EQ(silent(7), "R1@06 R2@03"); // what is gone was heard of, too
+    EXPECT_EQ(silent(7), "R2@03 R1@06"); // what is gone was heard of, too
 }
 
 FOR_BOTH(FindTest);

@@ -591,6 +591,21 @@ BAY03=W,V
                          set(reasons(found[:-1])))
         self.assertEqual(found[-1]["findings"], len(found) - 1)
 
+    def test_archive_find_and_stats(self):
+        place = self.place(a=recording(), bad=b"no recording")
+        subprocess.run([PROGRAM, "sample", "--out", place.directory / "fault", "--random-fault", "12"], check=True,
+                       stdout=subprocess.DEVNULL)
+        place.run("archive", "update", "--json", ".")
+        found = place.run("archive", "find", "--json", "--sort", "path")
+        self.assertEqual([pathlib.Path(one["path"]).name for one in found],
+                         ["a.ZU", "bad.ZU", "Vostochnaya_fault_0000012.ZU"])
+        self.assertEqual([one["reason"] for one in found], [None, "recordingUnreadable", None])
+        self.assertEqual([one["fault"] and one["fault"]["kind"] for one in found], [None, None, "BG"])
+        stats = place.run("archive", "stats", "--json")[0]
+        self.assertEqual((stats["recordings"], stats["unread"], stats["kinds"]), (3, 1, [{"kind": "BG", "faults": 1}]))
+        self.assertEqual(stats["slowest"], found[2:])
+        self.assertEqual(list(place.run("archive", "stats", "--json", "--only", "months")[0]), ["months"])
+
     # zucmtr watch
 
     def test_watch_until_nothing_is_left(self):
@@ -715,7 +730,7 @@ class Output(unittest.TestCase):
 
     def test_schema_has_nothing_that_is_never_printed(self):
         for command in ("convert", "info", "check", "validate", "watch", "events", "export", "verify", "archiveCheck",
-                        "archiveUpdate"):
+                        "archiveUpdate", "archiveFind", "archiveStats"):
             keys, words = set(), set()
             found_in([shown for whose, shown in KEPT if whose == command], keys, words)
             schema = SCHEMA["$defs"][command]
@@ -725,6 +740,8 @@ class Output(unittest.TestCase):
                 missing -= {"recordWrong"}
             if command == "info":  # tests/comtrade has a record for each of these
                 missing -= words_of(SCHEMA["$defs"]["forgiven"]["properties"]["reason"])
+            if command in ("archiveFind", "archiveStats"):  # tests/archive has what cannot be read
+                missing -= words_of(SCHEMA["$defs"]["archiveFind"]["properties"]["reason"]) | {"record", "right", "wrong"}
             if command in ("convert", "watch"):  # they share the words of failures
                 missing -= words_of(SCHEMA["$defs"]["failureReason"])
             self.assertEqual(missing, set(), command)
@@ -734,10 +751,12 @@ class Output(unittest.TestCase):
                     re.findall(r"^## zucmtr ([\w ]+)\n(.*?)(?=^## |\Z)", PAGE, flags=re.M | re.S)}
         self.assertEqual(set(sections),
                          {"convert", "watch", "info", "check", "validate", "events", "export", "verify", "archiveCheck",
-                          "archiveUpdate"})
+                          "archiveUpdate", "archiveFind", "archiveStats"})
         for command, section in sections.items():
             if command == "watch":
                 section += sections["convert"]
+            if command == "archiveStats":
+                section += sections["archiveFind"]  # the slowest
             if command in ("convert", "watch", "info"):
                 section += sections["events"]  # the summary
             named = set(re.findall(r"`([\w.-]+)`", section))

@@ -59,6 +59,8 @@ const Case cases[] = {
     {"HelpOfSample", {"sample", "--help"}, 0, ""},
     {"HelpOfArchive", {"archive", "--help"}, 0, ""},
     {"HelpOfArchiveCheck", {"archive", "check", "--help"}, 0, ""},
+    {"HelpOfArchiveFind", {"archive", "find", "--help"}, 0, ""},
+    {"HelpOfArchiveStats", {"archive", "stats", "--help"}, 0, ""},
     {"HelpOfArchiveUpdate", {"archive", "update", "--help"}, 0, ""},
     {"NoCommand",
      {},
