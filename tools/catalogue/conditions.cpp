@@ -12,6 +12,7 @@ namespace catalogue {
 
 namespace {
 
+constexpr int KindCount = 11;         // kinds of fault
 constexpr qint64 MostFew = 5000;      // entries that are sorted faster than others are passed over
 constexpr qint64 MostSeveral = 20000; // entries whose set is made faster than each is asked for
 constexpr qint64 MostOffset = 14LL * 3600 * 1000000; // us, of a zone from UTC
@@ -73,6 +74,10 @@ void AddKinds(Conditions& conditions, const std::optional<QStringList>& kinds)
         return;
     QStringList faults = *kinds;
     faults.removeAll(QString());
+    if (faults.size() == kinds->size() && faults.size() == KindCount) {
+        conditions.Add(QStringLiteral("e.fault_kind IS NOT NULL"));
+        return;
+    }
     if (faults.size() == kinds->size()) {
         conditions.AddIn(QStringLiteral("e.fault_kind"), faults);
         return;

@@ -43,21 +43,6 @@ const char* ColumnOf(By by)
     return "line";
 }
 
-// What makes a fault one, with what it is counted by: the first columns of an index, so that nothing is
-// sorted.
-const char* OneFault(By by)
-{
-    switch (by) {
-    case By::Month:
-        return "e.month, e.moment, e.station, e.recorder";
-    case By::Kind:
-        return "e.month, e.moment, e.station, e.recorder, e.fault_kind";
-    case By::Circuit:
-        break;
-    }
-    return "e.month, e.moment, e.station, e.recorder, e.fault_kind, e.line";
-}
-
 } // namespace
 
 Overview OverviewOf(Catalogue& catalogue, const Wanted& wanted)
@@ -90,13 +75,11 @@ std::vector<FaultCount> FaultCounts(Catalogue& catalogue, const Wanted& wanted, 
 {
     std::vector<FaultCount> counts;
     const QLatin1String column(ColumnOf(by));
-    RunWanted(catalogue, wanted,
-              QStringLiteral("SELECT %1, count(*) FROM (SELECT DISTINCT %2 FROM entries e")
-                  .arg(column, QLatin1String(OneFault(by))),
-              QStringLiteral(" AND e.fault_kind IS NOT NULL) AS one GROUP BY %1").arg(column),
-              [&](const sql::Row& row) {
-                  counts.push_back({row.Text(0), row.Integer(1)});
-              });
+    RunWanted(
+        catalogue, wanted, QStringLiteral("SELECT e.%1, count(DISTINCT e.moment) FROM entries e").arg(column),
+        QStringLiteral(" AND e.fault_kind IS NOT NULL GROUP BY e.%1").arg(column), [&](const sql::Row& row) {
+            counts.push_back({row.Text(0), row.Integer(1)});
+        });
     std::sort(counts.begin(), counts.end(), [by](const FaultCount& a, const FaultCount& b) {
         return by == By::Circuit && a.count != b.count ? a.count > b.count : a.of < b.of;
     });
