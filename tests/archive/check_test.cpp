@@ -168,15 +168,23 @@ TEST(Check, FindsDamagedPages)
 {
     Checked place;
     place.Update();
-    QFile file(place.Address());
-    ASSERT_TRUE(file.open(QIODevice::ReadWrite));
-    const qint64 page = 4096;
-    for (qint64 i = 5 * page; i < file.size(); i += page) {
-        file.seek(i);
+    for (const char* name : {"extremes", "entries_station", "pieces"}) {
+        const int root = place.Rows(QString("SELECT rootpage FROM sqlite_master WHERE name = '%1'").arg(name))
+                             .value(0)
+                             .toInt();
+        ASSERT_GT(root, 1) << name;
+        QFile file(place.Address());
+        ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+        file.seek((root - 1) * 4096);
+        const QByteArray before = file.read(100);
+        file.seek((root - 1) * 4096);
         file.write(QByteArray(100, '\x55'));
+        file.flush();
+        EXPECT_TRUE(place.Findings().contains("databaseDamaged -")) << name;
+        file.seek((root - 1) * 4096);
+        file.write(before);
     }
-    file.close();
-    EXPECT_TRUE(place.Findings().contains("databaseDamaged -"));
+    EXPECT_EQ(place.Findings(), QStringList());
 }
 
 TEST(Check, OfADirectoryLooksAtNothingElse)

@@ -2,6 +2,7 @@
 
 #include "catalogue/catalogue.h"
 #include "catalogue/soundness.h"
+#include "sql/address.h"
 #include "text/archivereasons.h"
 #include "text/texts.h"
 #include "zucmtr/archive/files.h"
@@ -83,6 +84,20 @@ public:
 
     CheckCounts Run()
     {
+        try {
+            CheckAll();
+        } catch (const sql::Failure& failure) {
+            if (failure.trouble != sql::Trouble::Damaged)
+                throw text::Error(Tr("catalogue", "the catalogue '%1': %2")
+                                      .arg(sql::Shown(order.catalogue), failure.Message()));
+            Find(reason::DatabaseDamaged, QString(), failure.Message());
+        }
+        return counts;
+    }
+
+private:
+    void CheckAll()
+    {
         CheckDatabase();
         const std::vector<Noted> noted = NotedBelow(*catalogue, order.below);
         for (const Noted& one : noted) {
@@ -93,15 +108,13 @@ public:
         size_t done = 0;
         for (const Noted& one : noted) {
             if (checking.isToEnd())
-                return counts;
+                return;
             CheckEntry(one);
             checking.show(++done, noted.size());
         }
         ReportNotCatalogued();
-        return counts;
     }
 
-private:
     void Find(const char* reason, const QString& path, const QString& text)
     {
         ++counts.findings;

@@ -81,16 +81,16 @@ bool Receive(int line, QByteArray& message)
 QByteArray Packed(const KeptRecord& record)
 {
     QByteArray bytes;
-    QDataStream(&bytes, QIODevice::WriteOnly)
-        << record.record << record.recording << record.isRecordingKept << record.isVerified << record.left;
+    QDataStream stream(&bytes, QIODevice::WriteOnly);
+    stream << record.record << record.recording << record.isRecordingKept << record.isVerified << record.left;
     return bytes;
 }
 
 KeptRecord Unpacked(const QByteArray& bytes)
 {
     KeptRecord record;
-    QDataStream(bytes) >> record.record >> record.recording >> record.isRecordingKept >> record.isVerified >>
-        record.left;
+    QDataStream stream(bytes);
+    stream >> record.record >> record.recording >> record.isRecordingKept >> record.isVerified >> record.left;
     return record;
 }
 

@@ -19,7 +19,7 @@
 
 namespace {
 
-struct CheckOptions
+struct ArchiveCheckOptions
 {
     std::string catalogue;
     bool isFast = false;
@@ -28,7 +28,7 @@ struct CheckOptions
     std::string directory;
 };
 
-archive::CheckOrder OrderOf(const CheckOptions& options)
+archive::CheckOrder OrderOf(const ArchiveCheckOptions& options)
 {
     archive::CheckOrder order;
     order.catalogue = CatalogueToRead(options.catalogue, options.directory);
@@ -41,7 +41,7 @@ archive::CheckOrder OrderOf(const CheckOptions& options)
     return order;
 }
 
-void Report(const archive::CheckFinding& finding, const CheckOptions& options)
+void Report(const archive::CheckFinding& finding, const ArchiveCheckOptions& options)
 {
     if (options.json)
         PrintJson(
@@ -53,7 +53,7 @@ void Report(const archive::CheckFinding& finding, const CheckOptions& options)
                                                         : finding.path + QLatin1String(": ") + finding.text);
 }
 
-void Report(const archive::CheckCounts& counts, const CheckOptions& options)
+void Report(const archive::CheckCounts& counts, const ArchiveCheckOptions& options)
 {
     if (options.json) {
         PrintJson({{"entries", counts.entries},
@@ -74,7 +74,7 @@ void Report(const archive::CheckCounts& counts, const CheckOptions& options)
                                   : Tr("archive check", "%1: %2 findings").arg(what).arg(counts.findings));
 }
 
-int RunCheck(const CheckOptions& options)
+int RunArchiveCheck(const ArchiveCheckOptions& options)
 {
     interrupt::Install();
     const archive::CheckOrder order = OrderOf(options);
@@ -104,7 +104,7 @@ void AddArchiveCheck(CLI::App& archive, Action& chosen)
 {
     CLI::App* command = archive.add_subcommand(
         "check", HelpText("archive check", "Hold the catalogue against the files, and against itself"));
-    const auto options = std::make_shared<CheckOptions>();
+    const auto options = std::make_shared<ArchiveCheckOptions>();
     AddCatalogueOption(*command, options->catalogue);
     command->add_flag("--fast", options->isFast,
                       HelpText("archive check", "Compare names, sizes and times of the files alone, without "
@@ -132,6 +132,6 @@ void AddArchiveCheck(CLI::App& archive, Action& chosen)
         "Example:\n"
         "  zucmtr archive check --fast recordings"));
     command->callback([options, &chosen] {
-        chosen = [options] { return WithCatalogue([&options] { return RunCheck(*options); }); };
+        chosen = [options] { return WithCatalogue([&options] { return RunArchiveCheck(*options); }); };
     });
 }

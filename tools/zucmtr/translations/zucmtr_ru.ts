@@ -590,6 +590,10 @@ Example:
         <source>a row of the table &apos;%1&apos; belongs to none of &apos;%2&apos;</source>
         <translation>строка таблицы «%1» не относится ни к одной строке «%2»</translation>
     </message>
+    <message>
+        <source>it is empty; &apos;zucmtr archive update&apos; fills it</source>
+        <translation>он пуст; его заполнит «zucmtr archive update»</translation>
+    </message>
 </context>
 <context>
     <name>check</name>
