@@ -23,7 +23,7 @@ EXPECTED = {
     3: [f"s4/{V}_fault_0000041.ZU", f"s4/{V}_fault_0000040.ZU", f"s5/{V}_000127.ZU", f"s3/{V}_fault_0000031.ZU",
         f"s3/{V}_fault_0000030.ZU"],
     4: [f"s5/{V}_000125.ZU", f"s1/{V}_fault_0000012.ZU", f"s1/{V}_fault_0000011.ZU", f"s5/{V}_000124.ZU",
-        f"s5/{V}_000123.ZU"],
+        f"s1/{V}_fault_0000010.ZU", f"s5/{V}_000123.ZU"],
     5: [f"s1/{V}_fault_0000010.ZU", f"s4/{V}_fault_0000041.ZU", f"s5/{V}_000123.ZU", f"s5/{V}_000127.ZU",
         f"s5/{V}_000125.ZU", f"s5/{V}_000126.ZU", f"s5/{V}_000124.ZU"],
     6: [f"s5/{V}_000127.ZU", f"s5/{V}_000126.ZU", f"s5/{V}_000125.ZU", f"s1/{V}_fault_0000012.ZU",
