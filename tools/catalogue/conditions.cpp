@@ -4,7 +4,7 @@
 #include "catalogue/names.h"
 #include "catalogue/words.h"
 
-#include <QSet>
+#include <QRegularExpression>
 
 #include <algorithm>
 
@@ -40,6 +40,14 @@ void AddNames(Conditions& conditions, sql::Database& database, const char* colum
 {
     if (parts.isEmpty())
         return;
+    // Whole names need not be looked up.
+    if (std::all_of(parts.begin(), parts.end(),
+                    [](const QString& part) { return part.startsWith(QLatin1Char('=')); })) {
+        QStringList names = parts;
+        names.replaceInStrings(QRegularExpression(QStringLiteral("\\A=")), QString());
+        conditions.AddIn(QStringLiteral("e.") + QLatin1String(column), names);
+        return;
+    }
     QStringList names;
     for (const QString& name : NamesIn(database, QLatin1String(column), isGone)) {
         if (IsMeant(name, parts))
