@@ -3,6 +3,7 @@
 questions_test.py PROGRAM DOCUMENT
 """
 
+import csv
 import json
 import os
 import pathlib
@@ -98,6 +99,20 @@ class Questions(unittest.TestCase):
         for number, (command, _) in questions().items():
             answer = [row[0] if len(row) == 1 else row for row in self.answer(command)]
             self.assertEqual(EXPECTED.get(number), answer, number)
+
+    def test_csv_has_the_columns_of_the_database(self):
+        text = run(self.directory, PROGRAM, "archive", "find", "--csv", "--sort", "oldest").stdout
+        self.database.row_factory = sqlite3.Row
+        self.addCleanup(setattr, self.database, "row_factory", None)
+        rows = list(csv.DictReader(text.splitlines(), strict=True))
+        stored = self.database.execute("SELECT * FROM entries ORDER BY moment, id").fetchall()
+        self.assertEqual(len(stored), len(rows))
+        for shown, row in zip(rows, stored):
+            self.assertEqual(str(self.directory / row["path"]), shown.pop("path"))
+            for name, value in shown.items():
+                kind = float if isinstance(row[name], float) else str
+                self.assertEqual("" if row[name] is None else row[name] if kind is float else str(row[name]),
+                                 kind(value) if value else "", name)
 
 
 if __name__ == "__main__":
