@@ -78,7 +78,7 @@ TEST_F(ArchiveFind, TableIsForPeople)
         "(.ZU)\n");
 }
 
-TEST_F(ArchiveFind, TableOfManyRowsSaysThatThereAreMore)
+TEST_F(ArchiveFind, LimitEndsTheTable)
 {
     const Finished run = Find({"--limit", "3"});
     EXPECT_EQ(run.out.count('\n'), 4);
@@ -87,11 +87,9 @@ TEST_F(ArchiveFind, TableOfManyRowsSaysThatThereAreMore)
 
 TEST_F(ArchiveFind, PathsForPipesAreWholeAndNoOptions)
 {
-    EXPECT_EQ(RunShell(Path("in"), "zucmtr archive find --unread -0 --sort path | tr '\0' '|'").out,
-              "./-two
-lines.ZU|bad.ZU|");
-    const Finished piped =
-        RunShell(Path("in"), "zucmtr archive find --kind BG -0 | xargs -0 zucmtr events");
+    EXPECT_EQ(RunShell(Path("in"), "zucmtr archive find --unread -0 --sort path | tr '\\0' '|'").out,
+              "./-two\nlines.ZU|bad.ZU|");
+    const Finished piped = RunShell(Path("in"), "zucmtr archive find --kind BG -0 | xargs -0 zucmtr events");
     EXPECT_EQ(piped.code, 0);
     EXPECT_TRUE(piped.out.contains("BG") || piped.out.contains("circuit B")) << piped.out;
 }

@@ -775,7 +775,7 @@ class Output(unittest.TestCase):
             if command == "watch":
                 self.assertRegex(shown["time"], r"[+-]\d\d:\d\d$|Z$")
             for key in ("start", "trigger"):
-                if shown.get("kind") == "recording" and key in shown:
+                if shown.get("kind") == "recording" and shown.get(key):
                     self.assertRegex(shown[key], r"\+03:00$")
 
 

@@ -117,7 +117,7 @@ INSTANTIATE_TEST_SUITE_P(
               2,
               "there is no catalogue (zucmtr-archive.db) in 'in' or above; make one with: zucmtr archive "
               "update in",
-              "ни в «in», ни выше нет базы каталога (zucmtr-archive.db); создайте её: zucmtr archive update "
+              "ни в «in», ни выше нет каталога (zucmtr-archive.db); создайте его: zucmtr archive update "
               "in"},
         Wrong{{"archive", "stats", "--silent", "month"},
               2,
