@@ -1,5 +1,4 @@
 // What a worker does when a record is right: it gives the record its names and puts the recording away.
-#include "text/archivereasons.h"
 #include "text/error.h"
 #include "text/texts.h"
 #include "view/view.h"
