@@ -2,6 +2,7 @@
 import json
 import os
 import pathlib
+import re
 import signal
 import sqlite3
 import subprocess
@@ -151,6 +152,32 @@ class Catalogue(unittest.TestCase):
         self.assertEqual(done.returncode, 3, done.stderr)
         self.assertEqual([row[1:3] for row in place.rows()], [("right", "0.ZU")])
         self.assertEqual(place.rows("SELECT reason FROM entries WHERE path = '0.ZU'"), [("recordingUnreadable",)])
+
+    def watch(self, place, *words):
+        return place.run("watch", "--once", "--out", "out", "--catalogue", "archive.db", *words, ".")
+
+    def test_watch_writes_what_it_converts(self):
+        place = self.place(3)
+        ini = place.root / "ZuDrv.ini"
+        ini.write_text(re.sub("^Время ожидания=.*", "Время ожидания=50", ini.read_text("utf-8"), flags=re.M), "utf-8")
+        done = self.watch(place, "--archive", "put")
+        self.assertEqual(done.returncode, 0, done.stderr)
+        self.assertEqual([row[1:] for row in place.rows()], [("right", f"put/{number}.ZU", 0) for number in range(3)])
+        self.assertEqual(place.check(), (0, ""))
+
+    def test_watch_goes_on_without_it_and_tries_again(self):
+        place = self.place(2)
+        ini = place.root / "ZuDrv.ini"
+        ini.write_text(re.sub("^Время ожидания=.*", "Время ожидания=50", ini.read_text("utf-8"), flags=re.M), "utf-8")
+        (place.root / "archive.db").write_text("no database, but long enough to be looked at as one " * 20)
+        done = self.watch(place)
+        events = [json.loads(line) for line in done.stdout.splitlines()]
+        self.assertEqual([one["reason"] for one in events if one["event"] == "failed"], ["notCatalogued"] * 2)
+        self.assertEqual(len(place.records()), 2)
+        (place.root / "archive.db").unlink()
+        done = self.watch(place)
+        self.assertEqual(done.returncode, 0, done.stderr)
+        self.assertEqual([row[1] for row in place.rows()], ["right", "right"])
 
     def test_an_interrupted_run_says_so_and_leaves_it_whole(self):
         place = self.place(40)

@@ -1,6 +1,6 @@
 #include "catalogue/soundness.h"
 
-#include "text/archivereasons.h"
+#include "text/reasons.h"
 #include "text/texts.h"
 
 namespace catalogue {

@@ -3,7 +3,7 @@
 #include "catalogue/catalogue.h"
 #include "catalogue/soundness.h"
 #include "sql/address.h"
-#include "text/archivereasons.h"
+#include "text/reasons.h"
 #include "text/texts.h"
 #include "zucmtr/archive/files.h"
 

@@ -210,7 +210,6 @@ void EndWith(pid_t parent)
 
 Scribes::Scribes(const QString& catalogue, const Reading& reading, size_t count)
 {
-    Catalogue(catalogue).KnownAt({}); // a failure shows now, and not for each record
     for (size_t i = 0; i < count; ++i)
         Start(catalogue, reading);
 }

@@ -17,8 +17,8 @@ class Scribes : public RecordKeeper
 {
 public:
     /// Starts the processes; they end with this object, or when the program ends, however that happens. To be
-    /// called before threads are started and before there is a Host. Throws text::Error if the catalogue
-    /// cannot be used or no process can be started.
+    /// called before threads are started and before there is a Host. The catalogue is opened when the first
+    /// record comes. Throws text::Error if no process can be started.
     Scribes(const QString& catalogue, const Reading& reading, size_t count);
     ~Scribes() override;
     Scribes(const Scribes&) = delete;

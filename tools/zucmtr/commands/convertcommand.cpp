@@ -1,8 +1,7 @@
 #include "zucmtr/commands/convertcommand.h"
 
+#include "catalogue/catalogue.h"
 #include "text/texts.h"
-#include "zucmtr/archive/scribes.h"
-#include "zucmtr/commands/catalogueoptions.h"
 #include "zucmtr/commands/deviceoptions.h"
 #include "zucmtr/commands/formoptions.h"
 #include "zucmtr/commands/workoptions.h"
@@ -41,7 +40,6 @@ struct ConvertOptions
     DeviceOptions device;
     std::string out = ".";
     std::string layout;
-    std::string catalogue;
     bool makeOut = false;
     bool recursive = false;
     bool flat = false;
@@ -205,15 +203,13 @@ int RefuseAll(const ConvertOptions& options, RecordingList list)
     return Convert(options, list, none);
 }
 
-// Those that write what is converted into the catalogue; none without one.
-std::unique_ptr<archive::Scribes> ScribesOf(const ConvertOptions& options, const DeviceChoice& choice,
-                                            size_t count)
+// Throws ConfigurationError if the catalogue cannot be used now, before anything is converted.
+void CheckCatalogue(const ConvertOptions& options)
 {
-    if (options.catalogue.empty() || options.dryRun)
-        return nullptr;
-    const archive::Reading reading{choice, false, FromUtf8(options.work.lines)};
+    if (options.work.catalogue.empty() || options.dryRun)
+        return;
     try {
-        return std::make_unique<archive::Scribes>(FromUtf8(options.catalogue), reading, count);
+        catalogue::Catalogue(FromUtf8(options.work.catalogue)).KnownAt({});
     } catch (const text::Error& error) {
         throw ConfigurationError(Tr("convert", "nothing is converted: %1").arg(error.Message()));
     }
@@ -240,7 +236,8 @@ int RunConvert(const ConvertOptions& options)
     ShareAllocations(options.maxMemory);
     LimitMemory(options.maxMemory);
     const size_t count = WorkerCount(options, list.recordings.size());
-    const std::unique_ptr<archive::Scribes> scribes = ScribesOf(options, choice, count);
+    CheckCatalogue(options);
+    const auto scribes = options.dryRun ? nullptr : ScribesOf(options.work, choice, count);
     order.keeper = scribes.get();
 
     Host host(FromUtf8(options.device.log));
@@ -359,9 +356,6 @@ void AddConvertCommand(CLI::App& app, Action& chosen)
     const auto options = std::make_shared<ConvertOptions>();
     AddDeviceOptions(*command, options->device);
     AddOutputOptions(*command, *options);
-    AddValue(*command, "--catalogue", options->catalogue, "ADDRESS",
-             HelpText("convert", "Write each record and its recording into this catalogue, too, as 'zucmtr "
-                                 "archive update': a file, or postgresql://user@host/database"));
     AddFormOptions(*command, options->form);
     AddRunOptions(*command, *options);
     AddSafetyOptions(*command, *options);

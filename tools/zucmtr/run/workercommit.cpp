@@ -1,5 +1,4 @@
 // What a worker does when a record is right: it gives the record its names and puts the recording away.
-#include "text/archivereasons.h"
 #include "text/error.h"
 #include "text/texts.h"
 #include "view/view.h"
@@ -201,12 +200,14 @@ void Worker::Keep(BatchItem& item) const
     const QString failure =
         order.keeper->Keep({item.files.first(), item.recording.path, isRecordingKept, item.verified,
                             item.fate == SourceFate::Kept ? QString() : item.recording.path});
-    if (!failure.isEmpty() && item.state != ItemState::Failed)
-        item.Fail(reason::NotCatalogued,
-                  Tr("worker",
-                     "converted, but not in the catalogue: %1; the recording is kept; convert it again, or "
-                     "bring the catalogue up to date with 'zucmtr archive update'")
-                      .arg(failure));
+    if (failure.isEmpty() || item.state == ItemState::Failed)
+        return;
+    item.blame = Blame::Catalogue;
+    item.Fail(reason::NotCatalogued,
+              Tr("worker",
+                 "converted, but not in the catalogue: %1; the recording is kept; convert it again, or "
+                 "bring the catalogue up to date with 'zucmtr archive update'")
+                  .arg(failure));
 }
 
 // The recording is in another place now, or in none.

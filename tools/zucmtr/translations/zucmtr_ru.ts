@@ -1874,10 +1874,6 @@ Ctrl-C завершает работу после начатых осцилло�
         <source>nothing is converted: %1</source>
         <translation>ничего не преобразовано: %1</translation>
     </message>
-    <message>
-        <source>Write each record and its recording into this catalogue, too, as &apos;zucmtr archive update&apos;: a file, or postgresql://user@host/database</source>
-        <translation>Вносить каждую запись и её осциллограмму также в этот каталог, как «zucmtr archive update»: файл или postgresql://user@host/database</translation>
-    </message>
 </context>
 <context>
     <name>crew</name>
@@ -5790,6 +5786,10 @@ SIGTERM и Ctrl-C завершают работу после начатой ос
     <message>
         <source>Write what happened beside each record, as &apos;zucmtr events&apos;: NAME.events.json and NAME.events.txt</source>
         <translation>Записать рядом с каждой записью, что произошло, как &apos;zucmtr events&apos;: ИМЯ.events.json и ИМЯ.events.txt</translation>
+    </message>
+    <message>
+        <source>Write each record and its recording into this catalogue, too, as &apos;zucmtr archive update&apos;: a file, or postgresql://user@host/database</source>
+        <translation>Вносить каждую запись и её осциллограмму также в этот каталог, как «zucmtr archive update»: файл или postgresql://user@host/database</translation>
     </message>
 </context>
 <context>
