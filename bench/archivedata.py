@@ -6,6 +6,7 @@ program makes the tables; they are filled here past it, which takes a minute for
 """
 import datetime
 import random
+import re
 import sqlite3
 import subprocess
 import sys
@@ -14,7 +15,7 @@ import tempfile
 KINDS = {"AG": 22, "BG": 22, "CG": 21, "AB": 5, "BC": 5, "CA": 5, "ABG": 4, "BCG": 4, "CAG": 4, "ABC": 6, "ABCG": 2}
 STARTS = ["Пуск защит", "Откл. от защит", "Выходное реле", "АПВ", "УРОВ", "Выключатель включен", "Ускорение", "Блокировка"]
 WAVES = ["Ia", "Ib", "Ic", "3I0", "Ua", "Ub", "Uc", "3U0"]
-NAMES = ["Восточная", "Западная", "Северная", "Южная", "Речная", "Луговая", "Береговая", "Озерная", "Дубовая", "Рудничная"]
+NAMES = ["Восточная", "Западная", "Северная", "Речная", "Южная", "Луговая", "Береговая", "Озерная", "Дубовая", "Рудничная"]
 FIRST = datetime.datetime(2015, 1, 1)
 MICROSECOND = datetime.timedelta(microseconds=1)
 ZONE = datetime.timedelta(hours=3)
@@ -110,10 +111,10 @@ class Maker:
                 CROSS JOIN channels c WHERE c.circuit = e.line AND c.kind = 'analog';
             INSERT INTO events SELECT entry, row_number() OVER (PARTITION BY entry ORDER BY channel) - 1, first, channel,
                 'trip', 1, 1 FROM changes ORDER BY entry;
-            INSERT INTO words SELECT id, substr(path, 13) || char(10) || station || char(10) || recorder || char(10) ||
+            INSERT INTO words SELECT id, folded(substr(path, 13) || char(10) || station || char(10) || recorder || char(10) ||
                 coalesce(circuit, '') || char(10) || coalesce(cause, '') || char(10) || coalesce(fault_kind, '') || char(10) ||
                 coalesce((SELECT group_concat(c.name, char(10)) FROM changes h JOIN channels c ON c.id = h.channel
-                          WHERE h.entry = entries.id), '') FROM entries;
+                          WHERE h.entry = entries.id), '')) FROM entries;
             INSERT INTO search (rowid, words) SELECT entry, words FROM words;
             INSERT INTO search (search) VALUES ('optimize')
         """.split(";"):
@@ -125,6 +126,7 @@ def main(program, file, count):
         subprocess.run([program, "archive", "update", "--quiet", "--catalogue", file, empty], check=True)
     database = sqlite3.connect(file, isolation_level=None)
     database.executescript("PRAGMA journal_mode=OFF; PRAGMA synchronous=OFF; PRAGMA foreign_keys=OFF; PRAGMA cache_size=-1000000;")
+    database.create_function("folded", 1, lambda text: " ".join(dict.fromkeys(re.findall(r"[^\W_]+", text.casefold()))))
     database.execute("BEGIN")
     indexes = database.execute("SELECT name, sql FROM sqlite_master WHERE type = 'index' AND sql IS NOT NULL").fetchall()
     for name, _ in indexes:  # a new index is made faster than an old one is kept

@@ -157,7 +157,7 @@ TEST(HelpCommand, PrintsWhatTheOptionPrints)
         EXPECT_EQ(help.err, QString());
         EXPECT_EQ(help.out, RunProgram(QString(), {command, "--help"}).out);
     }
-    for (const char* below : {"page", "update"}) {
+    for (const char* below : {"update", "check", "find", "stats", "page"}) {
         EXPECT_EQ(RunProgram(QString(), {"help", "archive", below}).out,
                   RunProgram(QString(), {"archive", below, "--help"}).out);
     }

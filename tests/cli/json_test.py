@@ -9,6 +9,7 @@ import os
 import pathlib
 import re
 import signal
+import sqlite3
 import struct
 import subprocess
 import sys
@@ -30,7 +31,7 @@ PAGE = (SOURCE / "docs/json.md").read_text(encoding="utf-8")
 QUIET = 50  # milliseconds until a recording counts as complete
 
 # Words for what no test can cause: they run as root as well, on machines of any size.
-UNSEEN = {"noPermission", "notOnDisk", "unexpected"}
+UNSEEN = {"noPermission", "notOnDisk", "unexpected", "directoryUnreadable", "fileUnreadable"}
 
 # What only records with faults print: kinds, directions, distances, and what lacks for them.
 OF_FAULTS = {"AG", "BG", "CG", "AB", "BC", "CA", "ABG", "BCG", "CAG", "ABC", "ABCG", "unknown", "forward", "reverse",
@@ -568,6 +569,54 @@ BAY03=W,V
         self.assertEqual(words_of(SCHEMA["$defs"]["validate"]["properties"]["reason"]) - UNSEEN, set(reasons(findings)))
         self.assertEqual({one["severity"] for one in findings}, {"note", "warning", "error"})
 
+    # zucmtr archive
+
+    def test_archive_update_says_what_it_has_done(self):
+        place = self.place(a=recording(), bad=b"no recording")
+        first = {"unchanged": 0, "read": 2, "moved": 0, "gone": 0, "unread": 1}
+        self.assertEqual(place.run("archive", "update", "--json", "."), [first])
+        (place.directory / "a.ZU").rename(place.directory / "b.ZU")
+        (place.directory / "bad.ZU").unlink()
+        second = {"unchanged": 0, "read": 0, "moved": 1, "gone": 1, "unread": 0}
+        self.assertEqual(place.run("archive", "update", "--json", "."), [second])
+
+    def test_archive_check_has_a_word_for_each_finding(self):
+        place = self.place(**{name: recording(minutes=minute) for minute, name in enumerate("abcdefgh")})
+        place.run("archive", "update", "--json", ".")
+        self.assertEqual([one["findings"] for one in place.run("archive", "check", "--json")], [0])
+        (place.directory / "a.ZU").unlink()
+        place.write("b.ZU", recording([analog(), analog()]))
+        place.write("c.Z01", recording())
+        state = (place.directory / "d.ZU").stat()
+        place.write("d.ZU", recording(minutes=100))
+        os.utime(place.directory / "d.ZU", ns=(state.st_atime_ns, state.st_mtime_ns))
+        place.write("new.ZU", recording(minutes=200))
+        with sqlite3.connect(place.directory / "zucmtr-archive.db") as database:
+            database.execute("UPDATE entries SET gone = '2024' WHERE path = 'e.ZU'")
+            database.execute("UPDATE entries SET bytes = 1 WHERE path = 'f.ZU'")
+            database.execute("UPDATE entries SET recording = 1 WHERE path = 'g.ZU'")
+            database.execute("DELETE FROM channels")
+        database.close()
+        found = place.run("archive", "check", "--json")
+        self.assertEqual(words_of(SCHEMA["$defs"]["archiveFinding"]["properties"]["reason"]) - UNSEEN,
+                         set(reasons(found[:-1])))
+        self.assertEqual(found[-1]["findings"], len(found) - 1)
+
+    def test_archive_find_and_stats(self):
+        place = self.place(a=recording(), bad=b"no recording")
+        subprocess.run([PROGRAM, "sample", "--out", place.directory / "fault", "--random-fault", "12"], check=True,
+                       stdout=subprocess.DEVNULL)
+        place.run("archive", "update", "--json", ".")
+        found = place.run("archive", "find", "--json", "--sort", "path")
+        self.assertEqual([pathlib.Path(one["path"]).name for one in found],
+                         ["a.ZU", "bad.ZU", "Vostochnaya_fault_0000012.ZU"])
+        self.assertEqual([one["reason"] for one in found], [None, "recordingUnreadable", None])
+        self.assertEqual([one["fault"] and one["fault"]["kind"] for one in found], [None, None, "BG"])
+        stats = place.run("archive", "stats", "--json")[0]
+        self.assertEqual((stats["recordings"], stats["unread"], stats["kinds"]), (3, 1, [{"kind": "BG", "faults": 1}]))
+        self.assertEqual(stats["slowest"], found[2:])
+        self.assertEqual(list(place.run("archive", "stats", "--json", "--only", "months")[0]), ["months"])
+
     # zucmtr watch
 
     def test_watch_until_nothing_is_left(self):
@@ -691,7 +740,8 @@ class Output(unittest.TestCase):
                 self.assertFalse(validator(command).is_valid({**shown, "reason": "newWord"}), shown)
 
     def test_schema_has_nothing_that_is_never_printed(self):
-        for command in ("convert", "info", "check", "validate", "watch", "events", "export", "verify", "archivePage"):
+        for command in ("convert", "info", "check", "validate", "watch", "events", "export", "verify", "archiveCheck",
+                        "archiveUpdate", "archiveFind", "archiveStats", "archivePage"):
             keys, words = set(), set()
             found_in([shown for whose, shown in KEPT if whose == command], keys, words)
             schema = SCHEMA["$defs"][command]
@@ -701,6 +751,8 @@ class Output(unittest.TestCase):
                 missing -= {"recordWrong"}
             if command == "info":  # tests/comtrade has a record for each of these
                 missing -= words_of(SCHEMA["$defs"]["forgiven"]["properties"]["reason"])
+            if command in ("archiveFind", "archiveStats"):  # tests/archive has what cannot be read
+                missing -= words_of(SCHEMA["$defs"]["archiveFind"]["properties"]["reason"]) | {"record", "right", "wrong"}
             if command in ("convert", "watch"):  # they share the words of failures
                 missing -= words_of(SCHEMA["$defs"]["failureReason"])
             self.assertEqual(missing, set(), command)
@@ -709,10 +761,13 @@ class Output(unittest.TestCase):
         sections = {name_of(title.split()): section
                     for title, section in re.findall(r"^## zucmtr ([\w ]+)\n(.*?)(?=^## |\Z)", PAGE, flags=re.M | re.S)}
         self.assertEqual(set(sections),
-                         {"convert", "watch", "info", "check", "validate", "events", "export", "verify", "archivePage"})
+                         {"convert", "watch", "info", "check", "validate", "events", "export", "verify", "archiveCheck",
+                          "archiveUpdate", "archiveFind", "archiveStats", "archivePage"})
         for command, section in sections.items():
             if command == "watch":
                 section += sections["convert"]
+            if command == "archiveStats":
+                section += sections["archiveFind"]  # the slowest
             if command in ("convert", "watch", "info"):
                 section += sections["events"]  # the summary
             named = set(re.findall(r"`([\w.-]+)`", section))
@@ -731,7 +786,7 @@ class Output(unittest.TestCase):
             if command == "watch":
                 self.assertRegex(shown["time"], r"[+-]\d\d:\d\d$|Z$")
             for key in ("start", "trigger"):
-                if shown.get("kind") == "recording" and key in shown:
+                if shown.get("kind") == "recording" and shown.get(key):
                     self.assertRegex(shown[key], r"\+03:00$")
 
 

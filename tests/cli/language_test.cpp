@@ -23,7 +23,7 @@ std::vector<QStringList> Helps()
     for (const char* command : {"archive", "check", "convert", "dictionary", "events", "export", "info",
                                 "sample", "validate", "verify", "view", "watch", "help"})
         helps.push_back({command, "--help"});
-    for (const char* below : {"page", "update"})
+    for (const char* below : {"update", "check", "find", "stats", "page"})
         helps.push_back({"archive", below, "--help"});
     return helps;
 }

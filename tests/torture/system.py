@@ -29,6 +29,11 @@ def mount_memory(path, size=None):
     _check(_LIBC.mount(b"tmpfs", os.fsencode(path), b"tmpfs", ctypes.c_ulong(0), options), path)
 
 
+def resize_memory(path, size):
+    """Gives such a file system another size."""
+    _check(_LIBC.mount(b"none", os.fsencode(path), b"tmpfs", ctypes.c_ulong(_MS_REMOUNT), b"size=%d" % size), path)
+
+
 def unmount(path):
     _LIBC.umount2(os.fsencode(path), 2)
 

@@ -272,12 +272,17 @@ std::optional<qint64> Catalogue::Insert(const Entry& entry, const QString& store
     return database->Number(command, values);
 }
 
+// What was verified is the record with the earlier contents.
 void Catalogue::Update(qint64 id, const Entry& entry, const QString& stored)
 {
     static const QString command =
-        QStringLiteral("UPDATE entries SET path = ?, looked = ?, gone = NULL, %1 = ? WHERE id = ?")
+        QStringLiteral("UPDATE entries SET verified = CASE WHEN print = ? THEN verified END, "
+                       "verified_time = CASE WHEN print = ? THEN verified_time END, "
+                       "recording = CASE WHEN print = ? THEN recording END, "
+                       "path = ?, looked = ?, gone = NULL, %1 = ? WHERE id = ?")
             .arg(EntryColumns().join(QLatin1String(" = ?, ")));
-    sql::Values values = {stored, Now()};
+    const QString print = QString::fromLatin1(PrintOf(entry.pieces));
+    sql::Values values = {print, print, print, stored, Now()};
     Append(values, ValuesOf(entry));
     values.push_back(id);
     database->Run(command, values);
@@ -318,6 +323,17 @@ bool Catalogue::Move(const QString& path, const std::vector<Piece>& pieces)
         isMoved = true;
     });
     return isMoved;
+}
+
+void Catalogue::NoteRight(const QString& record, const QString& recording)
+{
+    Write([&] {
+        database->Run(
+            QStringLiteral("UPDATE entries SET verified = 'right', verified_time = ?, recording = "
+                           "(SELECT r.id FROM entries r WHERE r.path = ? AND r.gone IS NULL AND r.kind = "
+                           "'recording') WHERE path = ? AND gone IS NULL AND kind = 'record'"),
+            {Now(), Stored(recording), Stored(record)});
+    });
 }
 
 qint64 Catalogue::MarkGone(const QStringList& paths)

@@ -51,6 +51,10 @@ public:
     /// moved here: then the entry gets its new path and pieces, and true is returned.
     bool Move(const QString& path, const std::vector<Piece>& pieces);
 
+    /// Notes that the record at the absolute path was compared with the recording at the other, and is right;
+    /// with its entry if there is one. Nothing is done if the record has no entry.
+    void NoteRight(const QString& record, const QString& recording);
+
     /// Marks the entries with these absolute paths as gone, unless the files are there after all. Returns how
     /// many were marked.
     qint64 MarkGone(const QStringList& paths);

@@ -4,7 +4,7 @@
 #include "catalogue/names.h"
 #include "catalogue/words.h"
 
-#include <QSet>
+#include <QRegularExpression>
 
 #include <algorithm>
 
@@ -12,8 +12,9 @@ namespace catalogue {
 
 namespace {
 
-constexpr qint64 MostFew = 5000;       // entries that are sorted faster than others are passed over
-constexpr qint64 MostSeveral = 100000; // entries whose set is made faster than each is asked for
+constexpr int KindCount = 11;         // kinds of fault
+constexpr qint64 MostFew = 5000;      // entries that are sorted faster than others are passed over
+constexpr qint64 MostSeveral = 20000; // entries whose set is made faster than each is asked for
 constexpr qint64 MostOffset = 14LL * 3600 * 1000000; // us, of a zone from UTC
 
 void AddMoment(Conditions& conditions, const char* comparison, const std::optional<Instant>& instant)
@@ -39,6 +40,14 @@ void AddNames(Conditions& conditions, sql::Database& database, const char* colum
 {
     if (parts.isEmpty())
         return;
+    // Whole names need not be looked up.
+    if (std::all_of(parts.begin(), parts.end(),
+                    [](const QString& part) { return part.startsWith(QLatin1Char('=')); })) {
+        QStringList names = parts;
+        names.replaceInStrings(QRegularExpression(QStringLiteral("\\A=")), QString());
+        conditions.AddIn(QStringLiteral("e.") + QLatin1String(column), names);
+        return;
+    }
     QStringList names;
     for (const QString& name : NamesIn(database, QLatin1String(column), isGone)) {
         if (IsMeant(name, parts))
@@ -73,6 +82,10 @@ void AddKinds(Conditions& conditions, const std::optional<QStringList>& kinds)
         return;
     QStringList faults = *kinds;
     faults.removeAll(QString());
+    if (faults.size() == kinds->size() && faults.size() == KindCount) {
+        conditions.Add(QStringLiteral("e.fault_kind IS NOT NULL"));
+        return;
+    }
     if (faults.size() == kinds->size()) {
         conditions.AddIn(QStringLiteral("e.fault_kind"), faults);
         return;
@@ -102,9 +115,8 @@ qint64 CountOf(sql::Database& database, const QString& ids, sql::Values values, 
     return std::holds_alternative<qint64>(count) ? std::get<qint64>(count) : 0;
 }
 
-// SQLite does not know how many entries a word or a channel has. A few are the best way to the others'
-// conditions; a
-// "+" says that they are not. PostgreSQL counts for itself.
+// SQLite does not know how many entries a word or a channel has. A few are the best way to what meets the
+// other conditions; a "+" says that there are more. PostgreSQL counts for itself.
 void AddText(Conditions& conditions, sql::Database& database, const QString& text)
 {
     if (text.isEmpty())
@@ -155,13 +167,11 @@ void AddChanged(Conditions& conditions, sql::Database& database, const QStringLi
 }
 
 // As a range, since LIKE does not know the case of letters in SQLite; "0" comes after "/".
-void AddBelow(Conditions& conditions, sql::Database& database, const QString& directory)
+void AddBelow(Conditions& conditions, const QString& directory)
 {
-    const bool isServer = database.Kind() == sql::Dialect::Postgres;
-    const QString path = isServer ? QStringLiteral("e.path COLLATE \"C\"") : QStringLiteral("e.path");
     const QString start = directory.endsWith(QLatin1Char('/')) ? directory.chopped(1) : directory;
-    conditions.Add(path + QLatin1String(" > ?"), {start + QLatin1Char('/')});
-    conditions.Add(path + QLatin1String(" < ?"), {start + QLatin1Char('0')});
+    conditions.Add(QStringLiteral("e.path > ?"), {start + QLatin1Char('/')});
+    conditions.Add(QStringLiteral("e.path < ?"), {start + QLatin1Char('0')});
 }
 
 } // namespace
@@ -213,7 +223,7 @@ Conditions ConditionsOf(sql::Database& database, const Wanted& wanted)
     if (wanted.isUnread)
         conditions.Add(QStringLiteral("e.reason IS NOT NULL"));
     if (wanted.below)
-        AddBelow(conditions, database, *wanted.below);
+        AddBelow(conditions, *wanted.below);
     return conditions;
 }
 

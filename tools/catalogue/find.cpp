@@ -29,17 +29,15 @@ const Order Orders[] = {
 
 // "ORDER BY ...". What has no value comes last; what is equal, the newest first; texts by their letters'
 // numbers.
-QString OrderBy(const Wanted& wanted, sql::Dialect dialect)
+QString OrderBy(const Wanted& wanted)
 {
     for (const Order& order : Orders) {
         if (order.sort != wanted.sort)
             continue;
         const bool isFalling = order.isFalling != wanted.isReverse;
-        const QString collation =
-            order.isText && dialect == sql::Dialect::Postgres ? QStringLiteral(" COLLATE \"C\"") : QString();
         const QString way = isFalling ? QStringLiteral("DESC") : QStringLiteral("ASC");
         const QString main =
-            QStringLiteral("ORDER BY %1%2 %3 NULLS LAST, ").arg(QLatin1String(order.term), collation, way);
+            QStringLiteral("ORDER BY %1 %2 NULLS LAST, ").arg(QLatin1String(order.term), way);
         return main + (order.isText ? QStringLiteral("e.moment DESC NULLS LAST, e.id DESC")
                                     : QStringLiteral("e.id ") + way);
     }
@@ -54,7 +52,7 @@ void Find(Catalogue& catalogue, const Wanted& wanted, const sql::Database::RowFu
     catalogue.Guard([&] {
         sql::Database& database = catalogue.Database();
         const Conditions conditions = ConditionsOf(database, wanted);
-        const QString order = OrderBy(wanted, database.Kind());
+        const QString order = OrderBy(wanted);
         sql::Values values = conditions.values;
         QString command = QStringLiteral("SELECT e.id FROM entries e %1 %2").arg(conditions.Where(), order);
         if (wanted.limit) {

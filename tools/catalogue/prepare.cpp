@@ -146,7 +146,10 @@ State FirstStateOf(sql::Database& database)
 
 void CheckVersion(sql::Database& database, const Schema& schema)
 {
-    if (FirstStateOf(database) != State::Ours)
+    const State state = FirstStateOf(database);
+    if (state == State::Empty) // its making was cut short
+        throw text::Error(Tr("catalogue", "it is empty; 'zucmtr archive update' fills it"));
+    if (state != State::Ours)
         RefuseForeign();
     const qint64 version = VersionOf(database);
     RefuseOthers(version, schema);

@@ -40,7 +40,7 @@ const char* ColumnOf(By by)
     case By::Circuit:
         break;
     }
-    return "fault_circuit";
+    return "line";
 }
 
 } // namespace
@@ -74,15 +74,10 @@ qint64 GoneCount(Catalogue& catalogue, Wanted wanted)
 std::vector<FaultCount> FaultCounts(Catalogue& catalogue, const Wanted& wanted, By by)
 {
     std::vector<FaultCount> counts;
+    const QLatin1String column(ColumnOf(by));
     RunWanted(
-        catalogue, wanted,
-        QStringLiteral(
-            "SELECT %1, count(*) FROM (SELECT DISTINCT e.month, e.fault_circuit, e.fault_kind, e.moment "
-            "FROM entries e")
-            .arg(QLatin1String(ColumnOf(by))),
-        QStringLiteral(" AND e.fault_kind IS NOT NULL) AS faults GROUP BY %1")
-            .arg(QLatin1String(ColumnOf(by))),
-        [&](const sql::Row& row) {
+        catalogue, wanted, QStringLiteral("SELECT e.%1, count(DISTINCT e.moment) FROM entries e").arg(column),
+        QStringLiteral(" AND e.fault_kind IS NOT NULL GROUP BY e.%1").arg(column), [&](const sql::Row& row) {
             counts.push_back({row.Text(0), row.Integer(1)});
         });
     std::sort(counts.begin(), counts.end(), [by](const FaultCount& a, const FaultCount& b) {

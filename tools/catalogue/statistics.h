@@ -30,8 +30,8 @@ struct FaultCount
     qint64 count = 0;
 };
 
-/// Faults by month and by kind in this order, by circuit the most frequent first. A recording and its record
-/// count once: what happened to a circuit at the same moment.
+/// Faults by month and by kind in this order, by circuit the most frequent first. Those at the same
+/// moment count once: a recording and its record, say.
 std::vector<FaultCount> FaultCounts(Catalogue& catalogue, const Wanted& wanted, By by);
 
 struct Recorder

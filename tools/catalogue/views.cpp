@@ -4,9 +4,9 @@ namespace catalogue {
 
 namespace {
 
-// A fault that is in a recording and in its record is one: the numbers count triggers of recorders. For the
-// recorders, a step in an index leads from each to the next, so that it takes as long as there are recorders,
-// not entries.
+// A fault that is in a recording and in its record, or in those of two recorders at once, is one: the numbers
+// count moments. For the recorders, a step in an index leads from each to the next, so that it takes as long
+// as there are recorders, not entries.
 const char* const Both = R"sql(
 CREATE VIEW present AS -- entries whose files are there
 SELECT * FROM entries WHERE gone IS NULL;
@@ -16,36 +16,36 @@ SELECT id, kind, path, station, recorder, trigger_time, moment, month, line, fau
        distance_km, fault_resistance, start_after, trip_after, breaker_after, clearing_after, dead_time, reclosed
 FROM entries WHERE gone IS NULL AND fault_kind IS NOT NULL;
 CREATE VIEW faults_by_month AS -- how many faults each month, on the clocks of the recorders
-SELECT month, count(*) AS faults
-FROM (SELECT DISTINCT station, recorder, moment, month FROM faults) AS one GROUP BY month ORDER BY month;
+SELECT month, count(DISTINCT moment) AS faults FROM faults GROUP BY month ORDER BY month;
 CREATE VIEW faults_by_line AS -- how many faults on each line, their longest duration (s), greatest current (A) and last time
-SELECT line, count(*) AS faults, max(duration) AS longest, max(current) AS greatest_current, max(last) AS last_time
-FROM (SELECT line, max(fault_duration) AS duration, max(fault_current) AS current, max(trigger_time) AS last
-      FROM faults GROUP BY station, recorder, moment, line) AS one
-GROUP BY line ORDER BY faults DESC, line;
+SELECT line, count(DISTINCT moment) AS faults, max(fault_duration) AS longest, max(fault_current) AS greatest_current,
+       max(trigger_time) AS last_time
+FROM faults GROUP BY line ORDER BY faults DESC, line;
 CREATE VIEW faults_by_kind AS -- how many faults of each kind
-SELECT fault_kind, count(*) AS faults
-FROM (SELECT DISTINCT station, recorder, moment, fault_kind FROM faults) AS one
-GROUP BY fault_kind ORDER BY faults DESC, fault_kind;
+SELECT fault_kind, count(DISTINCT moment) AS faults FROM faults GROUP BY fault_kind ORDER BY faults DESC, fault_kind;
 CREATE VIEW slowest_clearings AS -- faults that were cleared, the slowest first
 SELECT fault_duration, station, line, fault_kind, trigger_time, trip_after, breaker_after, path
 FROM faults WHERE fault_duration IS NOT NULL ORDER BY fault_duration DESC, moment;
 CREATE VIEW recorders AS -- every recorder with its last trigger, also if that is gone
-WITH RECURSIVE names (station, recorder) AS (
-    SELECT * FROM (SELECT station, recorder FROM entries WHERE reason IS NULL ORDER BY station, recorder LIMIT 1) AS first
+WITH RECURSIVE stations (station) AS (
+    SELECT min(station) FROM entries WHERE reason IS NULL
     UNION ALL
-    SELECT (SELECT e.station FROM entries e WHERE e.reason IS NULL AND (e.station, e.recorder) > (n.station, n.recorder)
-            ORDER BY e.station, e.recorder LIMIT 1),
-           (SELECT e.recorder FROM entries e WHERE e.reason IS NULL AND (e.station, e.recorder) > (n.station, n.recorder)
-            ORDER BY e.station, e.recorder LIMIT 1)
-    FROM names n WHERE n.station IS NOT NULL
+    SELECT (SELECT min(e.station) FROM entries e WHERE e.reason IS NULL AND e.station > s.station)
+    FROM stations s WHERE s.station IS NOT NULL
+), names (station, recorder) AS (
+    SELECT s.station, (SELECT min(e.recorder) FROM entries e WHERE e.reason IS NULL AND e.station = s.station)
+    FROM stations s WHERE s.station IS NOT NULL
+    UNION ALL
+    SELECT n.station, (SELECT min(e.recorder) FROM entries e
+                       WHERE e.reason IS NULL AND e.station = n.station AND e.recorder > n.recorder)
+    FROM names n WHERE n.recorder IS NOT NULL
 )
 SELECT n.station, n.recorder,
        (SELECT e.moment FROM entries e WHERE e.reason IS NULL AND e.station = n.station AND e.recorder = n.recorder
         ORDER BY e.moment DESC LIMIT 1) AS last,
        (SELECT e.trigger_time FROM entries e WHERE e.reason IS NULL AND e.station = n.station AND e.recorder = n.recorder
         ORDER BY e.moment DESC LIMIT 1) AS last_time
-FROM names n WHERE n.station IS NOT NULL;
+FROM names n WHERE n.recorder IS NOT NULL;
 CREATE VIEW silent_recorders AS -- every recorder with its last trigger and the days since then, the most silent first
 SELECT station, recorder, last_time, {today} - last / 86400000000.0 AS days_silent
 FROM recorders ORDER BY days_silent DESC, station, recorder;

@@ -1,5 +1,7 @@
 #include "catalogue/words.h"
 
+#include <QRegularExpression>
+
 namespace catalogue {
 
 QStringList WordsIn(const QString& text)
@@ -26,10 +28,19 @@ QStringList WordsIn(const QString& text)
 QString SearchFor(const QString& text, sql::Dialect dialect)
 {
     const bool isServer = dialect == sql::Dialect::Postgres;
-    QStringList words = WordsIn(text);
-    for (QString& word : words)
-        word = (isServer ? QStringLiteral("'%1':*") : QStringLiteral("\"%1\"*")).arg(word);
-    return words.join(QLatin1String(isServer ? " & " : " "));
+    QStringList terms;
+    for (const QString& part : text.split(QRegularExpression(QStringLiteral("(?<=\\*)|\\s")))) {
+        QStringList words = WordsIn(part);
+        const bool isBeginning =
+            part.endsWith(QLatin1Char('*')) && part.size() > 1 && part.at(part.size() - 2).isLetterOrNumber();
+        for (int i = 0; i < words.size(); ++i) {
+            const bool isLast = i + 1 == words.size();
+            terms << (isServer ? QStringLiteral("'%1'%2") : QStringLiteral("\"%1\"%2"))
+                         .arg(words[i],
+                              isBeginning && isLast ? QLatin1String(isServer ? ":*" : "*") : QLatin1String());
+        }
+    }
+    return terms.join(QLatin1String(isServer ? " & " : " "));
 }
 
 } // namespace catalogue

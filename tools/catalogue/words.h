@@ -13,7 +13,8 @@ namespace catalogue {
 QStringList WordsIn(const QString& text);
 
 /// The value for `search MATCH ?` (SQLite) or `words @@ CAST(? AS TSQUERY)` (PostgreSQL) that finds the
-/// entries which have, for each word of the text, one that begins so; empty if the text has no words.
+/// entries which have each word of the text or, for one with "*" at its end, one that begins so; empty if the
+/// text has no words.
 QString SearchFor(const QString& text, sql::Dialect dialect);
 
 } // namespace catalogue

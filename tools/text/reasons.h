@@ -184,6 +184,19 @@ inline constexpr char InformationDiffers[] = "informationDiffers";
 inline constexpr char SectionOrder[] = "sectionOrder";
 inline constexpr char UnknownSection[] = "unknownSection";
 
+// What 'zucmtr archive check' finds.
+inline constexpr char ContentChanged[] = "contentChanged";
+inline constexpr char DatabaseDamaged[] = "databaseDamaged";
+inline constexpr char DirectoryUnreadable[] = "directoryUnreadable";
+inline constexpr char EntryInconsistent[] = "entryInconsistent";
+inline constexpr char FileAdded[] = "fileAdded";
+inline constexpr char FileChanged[] = "fileChanged";
+inline constexpr char FileMissing[] = "fileMissing";
+inline constexpr char FileUnreadable[] = "fileUnreadable";
+inline constexpr char LinkBroken[] = "linkBroken";
+inline constexpr char NotCatalogued[] = "notCatalogued";
+inline constexpr char NotGone[] = "notGone";
+
 // Why the watch ends.
 inline constexpr char Terminated[] = "SIGTERM";
 inline constexpr char Interrupted[] = "SIGINT";

@@ -128,6 +128,12 @@ void ListInto(const QString& directory, Listing& listing)
 
 } // namespace
 
+bool IsUnlisted(const QString& path, const std::vector<Unlisted>& unlisted)
+{
+    return std::any_of(unlisted.begin(), unlisted.end(),
+                       [&](const Unlisted& one) { return path.startsWith(one.path + QLatin1Char('/')); });
+}
+
 Listing List(const QString& directory)
 {
     Listing listing;

@@ -29,6 +29,9 @@ struct Listing
     std::vector<Unlisted> unlisted;
 };
 
+/// Whether the path is in one of the directories that could not be looked through.
+bool IsUnlisted(const QString& path, const std::vector<Unlisted>& unlisted);
+
 /// Looks through a directory and those below it. Hidden directories and links to directories are left out.
 Listing List(const QString& directory);
 

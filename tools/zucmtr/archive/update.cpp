@@ -36,13 +36,6 @@ struct Work
     QStringList missing;
 };
 
-// Whether the path is in one of the directories that could not be looked through.
-bool IsUnlisted(const QString& path, const std::vector<Unlisted>& unlisted)
-{
-    return std::any_of(unlisted.begin(), unlisted.end(),
-                       [&](const Unlisted& one) { return path.startsWith(one.path + QLatin1Char('/')); });
-}
-
 Work Compare(const UpdateOrder& order, UpdateCounts& counts, const Progressing& progressing)
 {
     Catalogue catalogue(order.catalogue);

@@ -1,6 +1,7 @@
 #include "zucmtr/commands/archivecommand.h"
 
 #include "text/texts.h"
+#include "zucmtr/commands/archivecheck.h"
 #include "zucmtr/commands/archivefind.h"
 #include "zucmtr/commands/archivepage.h"
 #include "zucmtr/commands/archivestats.h"
@@ -17,6 +18,7 @@ void AddArchiveCommand(CLI::App& app, Action& chosen)
     AddArchiveUpdate(*command, chosen);
     AddArchiveFind(*command, chosen);
     AddArchiveStats(*command, chosen);
+    AddArchiveCheck(*command, chosen);
     // Set after the commands were added, which would inherit it.
     command->footer(HelpText("archive", "Example:\n"
                                         "  zucmtr archive update recordings\n"

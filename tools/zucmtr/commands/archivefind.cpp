@@ -80,12 +80,20 @@ void Print(const FindOptions& options, const sql::Row& row, const QString& path)
         PrintLine(archive::ShownPath(path));
 }
 
-void PrintTable(const archive::FoundTable& table, bool isMore)
+// What is wrong with a file, after its path; the text in the catalogue may start with the path of then.
+QString UnreadLine(const sql::Row& row, const QString& path)
+{
+    const QString stored = row.Text(catalogue::FoundPlace("path"));
+    const QString error = row.Text(catalogue::FoundPlace("error"));
+    const int end = error.indexOf(stored + QLatin1String(": "));
+    return archive::ShownPath(path) + QLatin1String(": ") +
+           (end < 0 ? error : error.mid(end + stored.size() + 2));
+}
+
+void PrintTable(const archive::FoundTable& table)
 {
     for (const QString& line : table.Lines(OutputColumns()))
         PrintLine(line);
-    if (isMore)
-        Complain(Tr("archive", "there are more than these %1; --limit 0 shows all").arg(table.Count()));
 }
 
 int RunFind(const FindOptions& options)
@@ -107,11 +115,15 @@ int RunFind(const FindOptions& options)
         ++count;
         if (!isTable)
             Print(options, row, path);
+        else if (options.wanted.unread && (limit == 0 || count <= limit))
+            PrintLine(UnreadLine(row, path));
         else if (limit == 0 || count <= limit)
             table.Add(row, archive::ShownPath(path));
     });
-    if (isTable && count > 0)
-        PrintTable(table, limit > 0 && count > limit);
+    if (table.Count() > 0)
+        PrintTable(table);
+    if (isTable && limit > 0 && count > limit)
+        Complain(Tr("archive", "there are more than these %1; --limit 0 shows all").arg(limit));
     return count > 0 ? ExitDone : ExitFailed;
 }
 

@@ -225,18 +225,6 @@ int RunStats(const StatsOptions& options)
     return ExitDone;
 }
 
-int Guarded(const StatsOptions& options)
-{
-    try {
-        return RunStats(options);
-    } catch (const ConfigurationError&) {
-        throw;
-    } catch (const text::Error& error) {
-        Complain(error.Message());
-        return ExitFailed;
-    }
-}
-
 } // namespace
 
 void AddArchiveStats(CLI::App& archive, Action& chosen)
@@ -277,5 +265,7 @@ void AddArchiveStats(CLI::App& archive, Action& chosen)
                              "Examples:\n"
                              "  zucmtr archive stats --since 2024 --until 2024\n"
                              "  zucmtr archive stats --only silent --silent 90d"));
-    command->callback([options, &chosen] { chosen = [options] { return Guarded(*options); }; });
+    command->callback([options, &chosen] {
+        chosen = [options] { return WithCatalogue([&options] { return RunStats(*options); }); };
+    });
 }

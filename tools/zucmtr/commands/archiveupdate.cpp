@@ -127,5 +127,7 @@ void AddArchiveUpdate(CLI::App& archive, Action& chosen)
                              "\n"
                              "Example:\n"
                              "  zucmtr archive update recordings"));
-    command->callback([options, &chosen] { chosen = [options] { return RunUpdate(*options); }; });
+    command->callback([options, &chosen] {
+        chosen = [options] { return WithCatalogue([&options] { return RunUpdate(*options); }); };
+    });
 }

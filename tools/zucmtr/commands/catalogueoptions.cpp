@@ -1,10 +1,33 @@
 #include "zucmtr/commands/catalogueoptions.h"
 
+#include "sql/address.h"
 #include "text/texts.h"
 #include "zucmtr/terminal/command.h"
+#include "zucmtr/terminal/console.h"
 #include "zucmtr/terminal/values.h"
 
 #include <CLI/CLI.hpp>
+
+#include <QDir>
+#include <QFileInfo>
+
+namespace {
+
+// The file of the catalogue of the directory or of the nearest one above it.
+QString CatalogueAbove(const QString& directory)
+{
+    QDir place(QFileInfo(directory).absoluteFilePath());
+    do {
+        const QString file = CatalogueIn(place.path());
+        if (QFileInfo(file).isFile())
+            return file;
+    } while (place.cdUp());
+    throw ConfigurationError(Tr("archive", "there is no catalogue (zucmtr-archive.db) in '%1' or above; make "
+                                           "one with: zucmtr archive update %2")
+                                 .arg(directory, ShellWord(directory)));
+}
+
+} // namespace
 
 void AddCatalogueOption(CLI::App& command, std::string& address)
 {
@@ -21,4 +44,27 @@ QString CatalogueIn(const QString& directory)
 QString CatalogueOf(const std::string& address, const QString& directory)
 {
     return address.empty() ? CatalogueIn(directory) : FromUtf8(address);
+}
+
+QString CatalogueToRead(const std::string& address, const std::string& directory)
+{
+    const QString place = directory.empty() ? QStringLiteral(".") : FromUtf8(directory);
+    if (!QFileInfo(place).isDir())
+        throw ConfigurationError(Tr("archive", "'%1' is no directory").arg(place));
+    const QString given = FromUtf8(address);
+    if (!address.empty() && !sql::IsServer(given) && !QFileInfo::exists(given))
+        throw ConfigurationError(Tr("archive", "--catalogue: there is no file '%1'").arg(given));
+    return address.empty() ? CatalogueAbove(place) : given;
+}
+
+int WithCatalogue(const std::function<int()>& work)
+{
+    try {
+        return work();
+    } catch (const ConfigurationError&) {
+        throw;
+    } catch (const text::Error& error) {
+        Complain(error.Message());
+        return ExitFailed;
+    }
 }

@@ -1,5 +1,6 @@
 #include "zucmtr/commands/convertcommand.h"
 
+#include "catalogue/catalogue.h"
 #include "text/texts.h"
 #include "zucmtr/commands/deviceoptions.h"
 #include "zucmtr/commands/formoptions.h"
@@ -202,6 +203,18 @@ int RefuseAll(const ConvertOptions& options, RecordingList list)
     return Convert(options, list, none);
 }
 
+// Throws ConfigurationError if the catalogue cannot be used now, before anything is converted.
+void CheckCatalogue(const ConvertOptions& options)
+{
+    if (options.work.catalogue.empty() || options.dryRun)
+        return;
+    try {
+        catalogue::Catalogue(FromUtf8(options.work.catalogue)).KnownAt({});
+    } catch (const text::Error& error) {
+        throw ConfigurationError(Tr("convert", "nothing is converted: %1").arg(error.Message()));
+    }
+}
+
 int RunConvert(const ConvertOptions& options)
 {
     CheckCombination(options);
@@ -222,10 +235,13 @@ int RunConvert(const ConvertOptions& options)
     AddSummary(order, options.work, options.json, choice.ini);
     ShareAllocations(options.maxMemory);
     LimitMemory(options.maxMemory);
+    const size_t count = WorkerCount(options, list.recordings.size());
+    CheckCatalogue(options);
+    const auto scribes = options.dryRun ? nullptr : ScribesOf(options.work, choice, count);
+    order.keeper = scribes.get();
 
     Host host(FromUtf8(options.device.log));
-    std::vector<std::unique_ptr<Worker>> workers =
-        MakeWorkers(host, choice, order, WorkerCount(options, list.recordings.size()), !options.quiet);
+    std::vector<std::unique_ptr<Worker>> workers = MakeWorkers(host, choice, order, count, !options.quiet);
     return Convert(options, list, workers);
 }
 

@@ -1,11 +1,9 @@
 #include "zucmtr/commands/wantedoptions.h"
 
-#include "sql/address.h"
 #include "text/texts.h"
 #include "zucmtr/archive/wantedtext.h"
 #include "zucmtr/commands/catalogueoptions.h"
 #include "zucmtr/terminal/command.h"
-#include "zucmtr/terminal/console.h"
 #include "zucmtr/terminal/values.h"
 
 #include <CLI/CLI.hpp>
@@ -49,20 +47,6 @@ std::optional<QStringList> Both(const std::optional<QStringList>& one,
     return both;
 }
 
-// The file of the catalogue of the directory or of the nearest one above it.
-QString CatalogueAbove(const QString& directory)
-{
-    QDir place(QFileInfo(directory).absoluteFilePath());
-    do {
-        const QString file = CatalogueIn(place.path());
-        if (QFileInfo(file).isFile())
-            return file;
-    } while (place.cdUp());
-    throw ConfigurationError(Tr("archive", "there is no catalogue (zucmtr-archive.db) in '%1' or above; make "
-                                           "one with: zucmtr archive update %2")
-                                 .arg(directory, ShellWord(directory)));
-}
-
 } // namespace
 
 void AddPlaceOptions(CLI::App& command, WantedOptions& options)
@@ -79,7 +63,7 @@ void AddPlaceOptions(CLI::App& command, WantedOptions& options)
         command, "--station", options.stations,
         HelpText("archive",
                  "Of a station with this in its name, in capital or small letters; =NAME for the whole name. "
-                 "May be repeated, as the next three"));
+                 "May be repeated, as --recorder, --circuit and --changed"));
     AddNames(command, "--recorder", options.recorders,
              HelpText("archive", "Of a recorder with this in its name"));
     AddNames(command, "--circuit", options.circuits,
@@ -111,11 +95,10 @@ void AddFaultOptions(CLI::App& command, WantedOptions& options)
                      HelpText("archive", "A fault that lasts to the end of the recording"));
     AddValue(command, "--distance", options.distance, "DISTANCE",
              HelpText("archive", "A fault so far away: 20-30 (in km), 20-, 40-60%"));
-    AddValue(
-        command, "--text", options.text, "WORDS",
-        HelpText("archive",
-                 "Words, or their first letters, that are all among the names, the cause and the channels "
-                 "that changed"));
+    AddValue(command, "--text", options.text, "WORDS",
+             HelpText("archive",
+                      "Words that are all among the names, the cause and the channels that changed; "
+                      "vost* for all that begin so"));
     command.add_flag("--unread", options.unread, HelpText("archive", "What could not be read"));
     command.add_flag("--gone", options.gone, HelpText("archive", "What was there once, instead of what is"));
 }
@@ -152,14 +135,9 @@ catalogue::Wanted WantedOf(const WantedOptions& options)
 std::unique_ptr<catalogue::Catalogue> OpenForReading(const std::string& address, const std::string& directory,
                                                      catalogue::Wanted& wanted)
 {
-    const QString place = directory.empty() ? QStringLiteral(".") : FromUtf8(directory);
-    if (!QFileInfo(place).isDir())
-        throw ConfigurationError(Tr("archive", "'%1' is no directory").arg(place));
-    const QString given = FromUtf8(address);
-    if (!address.empty() && !sql::IsServer(given) && !QFileInfo::exists(given))
-        throw ConfigurationError(Tr("archive", "--catalogue: there is no file '%1'").arg(given));
-    auto catalogue = catalogue::Catalogue::ForReading(address.empty() ? CatalogueAbove(place) : given);
-    const QString stored = catalogue->Stored(QDir::cleanPath(QFileInfo(place).absoluteFilePath()));
+    auto catalogue = catalogue::Catalogue::ForReading(CatalogueToRead(address, directory));
+    const QString stored =
+        catalogue->Stored(QDir::cleanPath(QFileInfo(FromUtf8(directory)).absoluteFilePath()));
     if (!directory.empty() && !stored.isEmpty() && stored != QLatin1String("."))
         wanted.below = stored;
     return catalogue;

@@ -122,6 +122,9 @@ int Begin(const WatchOptions& options)
     WorkOrder order = CheckedOrder(options);
     AddSummary(order, options.work, false, choice.ini);
     LimitMemory(options.maxMemory);
+    // Before the journal, whose lock they must not share.
+    const std::unique_ptr<archive::Scribes> scribes = ScribesOf(options.work, choice, 1);
+    order.keeper = scribes.get();
     WatchJournal journal(options.state.empty() ? order.out + QStringLiteral("/.zucmtr-watch")
                                                : FromUtf8(options.state));
     Host host(FromUtf8(options.device.log));

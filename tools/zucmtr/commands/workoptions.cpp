@@ -30,6 +30,9 @@ void AddWorkOptions(CLI::App& command, WorkOptions& options)
              HelpText("work", "Existing directory to which each recording is moved after its record "
                               "is verified and on the disk"))
         ->excludes(remove);
+    AddValue(command, "--catalogue", options.catalogue, "ADDRESS",
+             HelpText("work", "Write each record and its recording into this catalogue, too, as 'zucmtr "
+                              "archive update': a file, or postgresql://user@host/database"));
 }
 
 bool PutsAway(const WorkOptions& options)
@@ -51,6 +54,15 @@ WorkOrder OrderOf(const WorkOptions& options, const QString& out)
     if (!options.archive.empty())
         order.archive = CheckedDirectory(QStringLiteral("--archive"), FromUtf8(options.archive));
     return order;
+}
+
+std::unique_ptr<archive::Scribes> ScribesOf(const WorkOptions& options, const DeviceChoice& choice,
+                                            size_t count)
+{
+    if (options.catalogue.empty())
+        return nullptr;
+    const archive::Reading reading{choice, false, FromUtf8(options.lines)};
+    return std::make_unique<archive::Scribes>(FromUtf8(options.catalogue), reading, count);
 }
 
 void AddSummary(WorkOrder& order, const WorkOptions& options, bool summary, const QString& ini)

@@ -23,7 +23,8 @@ enum class Blame {
     Memory,    // not enough of it
     Input,     // the directory of the recording: it cannot be put away
     Output,    // the directory of the records: missing, not writable, or its disk full
-    Archive    // the same for the archive
+    Archive,   // the same for the archive
+    Catalogue  // it cannot be written
 };
 
 struct BatchItem

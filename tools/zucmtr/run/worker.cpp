@@ -143,6 +143,7 @@ void Worker::Try(BatchItem& item)
         Job job(*this, item);
         if (!IsForeignThere(item, job))
             ConvertUnseen(item, job);
+        Keep(item);
         ReportLoss(item, job);
         return;
     }
@@ -160,8 +161,11 @@ void Worker::Try(BatchItem& item)
     if (item.state == ItemState::Present && (order.sync || PutsAway()))
         SyncPresent(item);
     item.leftOut = !job.leftOut.isEmpty() || job.HasCopy();
+    Keep(item);
     if (item.state != ItemState::Failed && PutsAway())
         PutAway(item, job);
+    if (item.fate != SourceFate::Kept)
+        KeepAway(item);
 }
 
 // Clears a directory of what killed runs have left there.

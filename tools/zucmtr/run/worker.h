@@ -7,6 +7,7 @@
 #include "zucmtr/host/recordform.h"
 #include "zucmtr/host/recordlayout.h"
 #include "zucmtr/run/batchitem.h"
+#include "zucmtr/run/recordkeeper.h"
 
 #include "analysis/linedata.h"
 #include "salvage/plan.h"
@@ -37,7 +38,8 @@ struct WorkOrder
     bool replace = false; // even if the name belongs to another recording's record
     bool salvage = false; // of a damaged recording convert what is whole
     bool mirror = false;  // out and archive get the directories that the recordings have below `top`
-    RecordLayout layout;  // of out, if it is given: instead of these directories and the library's names
+    RecordKeeper* keeper = nullptr; // gets each record that is in its place
+    RecordLayout layout; // of out, if it is given: instead of these directories and the library's names
 };
 
 /// For one thread at a time. Different workers may work at once.
@@ -112,6 +114,9 @@ private:
     void WriteEventsBeside(BatchItem& item) const;
     void WriteFurtherBeside(BatchItem& item) const;
     void SyncPresent(BatchItem& item);
+    void Keep(BatchItem& item) const;
+    void KeepAway(BatchItem& item) const;
+    QString ArchiveOf(const Recording& recording) const;
     void PutAway(BatchItem& item, Job& job);
     void Name(BatchItem& item, const QString& recordName) const;
     QString BelowOf(const Recording& recording) const;

@@ -190,6 +190,49 @@ void Worker::SyncPresent(BatchItem& item)
     }
 }
 
+// If it fails, the recording is kept.
+void Worker::Keep(BatchItem& item) const
+{
+    if (order.keeper == nullptr || item.files.isEmpty() ||
+        !(item.written || item.state == ItemState::Present))
+        return;
+    const bool isRecordingKept = item.fate == SourceFate::Kept && !order.removeSource;
+    const QString failure =
+        order.keeper->Keep({item.files.first(), item.recording.path, isRecordingKept, item.verified,
+                            item.fate == SourceFate::Kept ? QString() : item.recording.path});
+    if (failure.isEmpty() || item.state == ItemState::Failed)
+        return;
+    item.blame = Blame::Catalogue;
+    item.Fail(reason::NotCatalogued,
+              Tr("worker",
+                 "converted, but not in the catalogue: %1; the recording is kept; convert it again, or "
+                 "bring the catalogue up to date with 'zucmtr archive update'")
+                  .arg(failure));
+}
+
+// The recording is in another place now, or in none.
+void Worker::KeepAway(BatchItem& item) const
+{
+    if (order.keeper == nullptr || item.files.isEmpty() || LibraryDeletes())
+        return;
+    const bool isRemoved = item.fate == SourceFate::Removed;
+    const QString place =
+        isRemoved ? item.recording.path
+                  : ArchiveOf(item.recording) + QLatin1Char('/') + QFileInfo(item.recording.path).fileName();
+    const QString failure = order.keeper->Keep(
+        {item.files.first(), place, !isRemoved, item.verified && !isRemoved, item.recording.path});
+    if (!failure.isEmpty())
+        item.notes << Tr("worker",
+                         "the catalogue does not know yet that the recording was put away: %1; 'zucmtr "
+                         "archive update' brings it up to date")
+                          .arg(failure);
+}
+
+QString Worker::ArchiveOf(const Recording& recording) const
+{
+    return recording.below.isEmpty() ? order.archive : order.archive + QLatin1Char('/') + recording.below;
+}
+
 void Worker::PutAway(BatchItem& item, Job& job)
 {
     if (job.HasCopy()) {
@@ -205,9 +248,7 @@ void Worker::PutAway(BatchItem& item, Job& job)
         item.fate = SourceFate::Removed;
         return;
     }
-    QString directory = order.archive;
-    if (!item.recording.below.isEmpty())
-        directory += QLatin1Char('/') + item.recording.below;
+    const QString directory = ArchiveOf(item.recording);
     if (!cleaned.contains(directory)) {
         sourcefiles::PrepareArchive(directory, order.archive);
         cleaned.insert(directory);

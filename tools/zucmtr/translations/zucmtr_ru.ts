@@ -20,7 +20,7 @@
   zucmtr archive find recordings --kind single --longer-than 80ms</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; is no directory</source>
+        <source>'%1' is no directory</source>
         <translation>«%1» — не каталог</translation>
     </message>
     <message>
@@ -62,23 +62,11 @@ Example:
         <translation>База каталога: файл или postgresql://user@host/database. По умолчанию zucmtr-archive.db в (первом) каталоге</translation>
     </message>
     <message>
-        <source>it changed while it was read; the next update reads it</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>the process that read it was ended from outside; the next update reads it</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>the program failed while reading it (signal %1); please report that, with the file</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>there is no catalogue &apos;%1&apos;; &apos;zucmtr archive update DIR&apos; makes one</source>
+        <source>there is no catalogue '%1'; 'zucmtr archive update DIR' makes one</source>
         <translation>нет каталога архива «%1»; его создаёт «zucmtr archive update DIR»</translation>
     </message>
     <message>
-        <source>--as-of: &apos;%1&apos; is no date; give it as 2024-01-31</source>
+        <source>--as-of: '%1' is no date; give it as 2024-01-31</source>
         <translation>--as-of: «%1» — не дата; укажите её в виде 2024-01-31</translation>
     </message>
     <message>
@@ -90,11 +78,11 @@ Example:
         <translation>Каталог; он создаётся или обновляется. Откройте в нём index.html</translation>
     </message>
     <message>
-        <source>Make the page of &apos;zucmtr view&apos; for entries that have none yet: none, faults or all. Default: none</source>
+        <source>Make the page of 'zucmtr view' for entries that have none yet: none, faults or all. Default: none</source>
         <translation>Для каких записей создать страницы «zucmtr view», если их ещё нет: none (ни для каких), faults (с КЗ) или all (для всех). По умолчанию: none</translation>
     </message>
     <message>
-        <source>Heading of the page. Default: the name of the archive&apos;s directory</source>
+        <source>Heading of the page. Default: the name of the archive's directory</source>
         <translation>Заголовок страницы. По умолчанию: имя каталога с архивом</translation>
     </message>
     <message>
@@ -116,30 +104,348 @@ Example:
   zucmtr archive page -o page --pages faults recordings</translation>
     </message>
     <message>
+        <source>Trigger</source>
+        <translation>Пуск</translation>
+    </message>
+    <message>
+        <source>Station</source>
+        <translation>Станция</translation>
+    </message>
+    <message>
+        <source>Circuit</source>
+        <translation>Присоединение</translation>
+    </message>
+    <message>
+        <source>Fault</source>
+        <translation>КЗ</translation>
+    </message>
+    <message>
+        <source>Cleared</source>
+        <translation>Отключено за</translation>
+    </message>
+    <message>
+        <source>Current</source>
+        <translation>Ток</translation>
+    </message>
+    <message>
+        <source>Distance</source>
+        <translation>Расстояние</translation>
+    </message>
+    <message>
+        <source>File</source>
+        <translation>Файл</translation>
+    </message>
+    <message>
+        <source>%1 kA</source>
+        <translation>%1 кА</translation>
+    </message>
+    <message>
+        <source>%1 A</source>
+        <translation>%1 А</translation>
+    </message>
+    <message>
+        <source>unreadable</source>
+        <translation>не читается</translation>
+    </message>
+    <message>
+        <source>%1 km</source>
+        <translation>%1 км</translation>
+    </message>
+    <message>
+        <source>it changed while it was read; the next update reads it</source>
+        <translation>файл изменился во время чтения; его прочитает следующее обновление</translation>
+    </message>
+    <message>
+        <source>the process that read it was ended from outside; the next update reads it</source>
+        <translation>процесс, который его читал, завершён извне; его прочитает следующее обновление</translation>
+    </message>
+    <message>
+        <source>the program failed while reading it (signal %1); please report that, with the file</source>
+        <translation>при чтении файла программа завершилась аварийно (сигнал %1); пожалуйста, сообщите об этом и приложите файл</translation>
+    </message>
+    <message>
+        <source>'%1' is wrong; give %2</source>
+        <translation>«%1» не годится; дайте %2</translation>
+    </message>
+    <message>
+        <source>a date or a time as 2024-03, 2024-03-31, 2024-03-31T12:00 or 2024-03-31T12:00+03:00, or how long ago as 12h, 30d or 1y</source>
+        <translation>дату или время, как 2024-03, 2024-03-31, 2024-03-31T12:00 или 2024-03-31T12:00+03:00, или сколько времени назад, как 12ч, 30д или 1г</translation>
+    </message>
+    <message>
+        <source>a duration with its unit, as 80ms or 0.5s</source>
+        <translation>длительность с единицей, как 80мс или 0.5с</translation>
+    </message>
+    <message>
+        <source>a time with its unit, as 12h, 30d or 4w</source>
+        <translation>время с единицей, как 12ч, 30д или 4н</translation>
+    </message>
+    <message>
+        <source>a current with its unit, as 12kA or 800A</source>
+        <translation>ток с единицей, как 12кА или 800А</translation>
+    </message>
+    <message>
+        <source>a distance from and to, as 20-30 (in km), 20- or 40-60%</source>
+        <translation>расстояние от и до, как 20-30 (км), 20- или 40-60%</translation>
+    </message>
+    <message>
+        <source>AG, BG, CG, AB, BC, CA, ABG, BCG, CAG, ABC, ABCG, single, two, two-earth, three, earth, any or none, or several with commas between</source>
+        <translation>AG, BG, CG, AB, BC, CA, ABG, BCG, CAG, ABC, ABCG, single, two, two-earth, three, earth, any или none, или несколько через запятую</translation>
+    </message>
+    <message>
+        <source>phases as A, BC or ABC</source>
+        <translation>фазы, как A, BC или ABC</translation>
+    </message>
+    <message>
+        <source>there are more than these %1; --limit 0 shows all</source>
+        <translation>показаны первые %1, есть ещё; --limit 0 покажет всё</translation>
+    </message>
+    <message>
+        <source>What comes first: newest (the default), oldest, slowest (the fault that took longest to be cleared), current (the greatest), distance (the nearest), size (the largest), station, circuit, path</source>
+        <translation>Что сначала: newest — новые (по умолчанию), oldest — старые, slowest — дольше всех отключавшиеся КЗ, current — наибольший ток, distance — ближайшие, size — самые большие, station — по станции, circuit — по присоединению, path — по пути</translation>
+    </message>
+    <message>
+        <source>The other way round</source>
+        <translation>В обратном порядке</translation>
+    </message>
+    <message>
+        <source>So many at most; 0 for all. Default: 100 in a table, else all</source>
+        <translation>Не больше стольких; 0 — все. По умолчанию 100 в таблице, иначе все</translation>
+    </message>
+    <message>
+        <source>One JSON object per entry, for programs</source>
+        <translation>По объекту JSON на запись каталога, для программ</translation>
+    </message>
+    <message>
+        <source>CSV (RFC 4180), one line per entry</source>
+        <translation>CSV (RFC 4180), по строке на запись каталога</translation>
+    </message>
+    <message>
+        <source>Paths alone, one per line</source>
+        <translation>Только пути, по одному в строке</translation>
+    </message>
+    <message>
+        <source>Paths alone, each ended by a zero byte, for xargs -0</source>
+        <translation>Только пути, каждый с нулевым байтом в конце, для xargs -0</translation>
+    </message>
+    <message>
+        <source>Find recordings and records in the catalogue</source>
+        <translation>Найти осциллограммы и записи в базе каталога</translation>
+    </message>
+    <message>
+        <source>The directory with the catalogue, or one below it: then what is below that is searched. Default: the current one</source>
+        <translation>Каталог с базой или вложенный в него: тогда поиск идёт только в нём. По умолчанию текущий</translation>
+    </message>
+    <message>
+        <source>All that is given has to be true of an entry. Without conditions all entries are shown.
+
+Exit code: 0 something was found; 1 nothing was found; 2 wrong usage, or the catalogue cannot be read.
+
+Examples:
+  zucmtr archive find --circuit Vostochnaya --kind single --since 2024-03 --longer-than 80ms
+  zucmtr archive find --kind any --sort slowest --limit 3
+  zucmtr archive find --changed CBFP --since 30d -0 | xargs -0 zucmtr events</source>
+        <translation>Должно выполняться всё, что указано. Без условий показывается всё.
+
+Код завершения: 0 — что-то найдено; 1 — ничего не найдено; 2 — неверный вызов или база не читается.
+
+Примеры:
+  zucmtr archive find --circuit Восточная --kind single --since 2024-03 --longer-than 80мс
+  zucmtr archive find --kind any --sort slowest --limit 3
+  zucmtr archive find --changed УРОВ --since 30д -0 | xargs -0 zucmtr events</translation>
+    </message>
+    <message>
+        <source>Recordings: %1, records: %2; unreadable: %3, gone: %4</source>
+        <translation>Осциллограмм: %1, записей: %2; не читаются: %3, исчезли: %4</translation>
+    </message>
+    <message>
+        <source>Bytes: %1</source>
+        <translation>Байтов: %1</translation>
+    </message>
+    <message>
+        <source>Triggered from %1 to %2</source>
+        <translation>Пуски с %1 по %2</translation>
+    </message>
+    <message>
+        <source>  and %1 more</source>
+        <translation>  и ещё %1</translation>
+    </message>
+    <message>
+        <source>Faults by month</source>
+        <translation>КЗ по месяцам</translation>
+    </message>
+    <message>
+        <source>Faults by kind</source>
+        <translation>КЗ по видам</translation>
+    </message>
+    <message>
+        <source>Faults by circuit</source>
+        <translation>КЗ по присоединениям</translation>
+    </message>
+    <message>
+        <source>Slowest clearings</source>
+        <translation>Самые медленные отключения</translation>
+    </message>
+    <message>
+        <source>Recorders without a recording since %1</source>
+        <translation>Регистраторы без осциллограмм с %1</translation>
+    </message>
+    <message>
+        <source>Superfluous copies: %1, bytes: %2</source>
+        <translation>Лишних копий: %1, байтов: %2</translation>
+    </message>
+    <message>
+        <source>none</source>
+        <translation>нет</translation>
+    </message>
+    <message>
+        <source>Count what is in the catalogue: faults, slow clearings, silent recorders</source>
+        <translation>Сводка по базе: КЗ, медленные отключения, молчащие регистраторы</translation>
+    </message>
+    <message>
+        <source>List recorders without a recording for so long: 12h, 30d (the default), 4w, 1y; the time and the circuit do not matter for that</source>
+        <translation>Перечислить регистраторы, от которых столько времени нет осциллограмм: 12ч, 30д (по умолчанию), 4н, 1г; время и присоединение для этого не важны</translation>
+    </message>
+    <message>
+        <source>Only this part: overview, months, kinds, circuits, slowest, silent, duplicates; may be repeated</source>
+        <translation>Только эта часть: overview — общее, months — по месяцам, kinds — по видам, circuits — по присоединениям, slowest — медленные, silent — молчащие, duplicates — копии; можно повторять</translation>
+    </message>
+    <message>
+        <source>One JSON object, for programs</source>
+        <translation>Один объект JSON, для программ</translation>
+    </message>
+    <message>
+        <source>The directory with the catalogue, or one below it: then what is below that is counted. Default: the current one</source>
+        <translation>Каталог с базой или вложенный в него: тогда считается только он. По умолчанию текущий</translation>
+    </message>
+    <message>
+        <source>A fault is counted once, if its recording and its record are both there.
+
+Exit code: 0 done; 1 the catalogue cannot be read; 2 wrong usage.
+
+Examples:
+  zucmtr archive stats --since 2024 --until 2024
+  zucmtr archive stats --only silent --silent 90d</source>
+        <translation>Если есть и осциллограмма, и её запись, КЗ считается один раз.
+
+Код завершения: 0 — готово; 1 — база не читается; 2 — неверный вызов.
+
+Примеры:
+  zucmtr archive stats --since 2024 --until 2024
+  zucmtr archive stats --only silent --silent 90д</translation>
+    </message>
+    <message>
         <source>Recordings that are read at the same time; 0: one per processor (the default)</source>
-        <translation type="unfinished"></translation>
+        <translation>Сколько осциллограмм читать одновременно; 0 — по одной на процессор (по умолчанию)</translation>
+    </message>
+    <message>
+        <source>'%1' is not there any more</source>
+        <translation>«%1» больше нет на месте</translation>
+    </message>
+    <message>
+        <source>the process that looked at it has ended (signal %1)</source>
+        <translation>процесс, который её читал, завершился (сигнал %1)</translation>
+    </message>
+    <message>
+        <source>the process that writes the catalogue has ended</source>
+        <translation>процесс, который ведёт каталог, завершился</translation>
+    </message>
+    <message>
+        <source>there is no catalogue (zucmtr-archive.db) in '%1' or above; make one with: zucmtr archive update %2</source>
+        <translation>ни в «%1», ни выше нет каталога (zucmtr-archive.db); создайте его: zucmtr archive update %2</translation>
+    </message>
+    <message>
+        <source>Triggered at this time or later: 2024, 2024-03, 2024-03-31 or 2024-03-31T12:00, on the recorder's clock or with Z or +03:00; or 12h, 30d, 4w or 1y ago; or today</source>
+        <translation>Пуск в это время или позже: 2024, 2024-03, 2024-03-31 или 2024-03-31T12:00 по часам регистратора или с Z либо +03:00; или 12ч, 30д, 4н, 1г назад; или today — сегодня</translation>
+    </message>
+    <message>
+        <source>Triggered at this time or earlier; of a date, the whole day, month or year</source>
+        <translation>Пуск в это время или раньше; дата — это весь день, месяц или год</translation>
+    </message>
+    <message>
+        <source>Of a recorder with this in its name</source>
+        <translation>Регистратор, в имени которого это есть</translation>
+    </message>
+    <message>
+        <source>With a fault on a circuit with this in its name, or started by it without a fault</source>
+        <translation>КЗ на присоединении, в имени которого это есть, или пуск от него без КЗ</translation>
+    </message>
+    <message>
+        <source>Recordings (.ZU) only</source>
+        <translation>Только осциллограммы (.ZU)</translation>
+    </message>
+    <message>
+        <source>Records (.cfg, .cff) only</source>
+        <translation>Только записи (.cfg, .cff)</translation>
+    </message>
+    <message>
+        <source>A digital channel with this in its name changed its state</source>
+        <translation>Изменился дискретный сигнал, в имени которого это есть</translation>
+    </message>
+    <message>
+        <source>Kinds of fault: AG to ABCG, single, two, two-earth, three, earth, any or none; several with commas between</source>
+        <translation>Виды КЗ: от AG до ABCG, single — однофазное, two — двухфазное, two-earth — двухфазное на землю, three — трёхфазное, earth — любое на землю, any — любое, none — без КЗ; можно несколько через запятую</translation>
+    </message>
+    <message>
+        <source>A fault in which all these phases are: A, BC, ABC</source>
+        <translation>КЗ, в котором участвуют все эти фазы: A, BC, ABC</translation>
+    </message>
+    <message>
+        <source>A fault whose greatest RMS current is at least this: 12kA, 800A</source>
+        <translation>КЗ с наибольшим действующим током не меньше этого: 12кА, 800А</translation>
+    </message>
+    <message>
+        <source>A fault that took longer to be cleared: 80ms, 0.5s</source>
+        <translation>КЗ, которое отключалось дольше: 80мс, 0.5с</translation>
+    </message>
+    <message>
+        <source>A fault that lasts to the end of the recording</source>
+        <translation>КЗ, которое длится до конца осциллограммы</translation>
+    </message>
+    <message>
+        <source>A fault so far away: 20-30 (in km), 20-, 40-60%</source>
+        <translation>КЗ на таком расстоянии: 20-30 (км), 20-, 40-60%</translation>
+    </message>
+    <message>
+        <source>Words that are all among the names, the cause and the channels that changed; vost* for all that begin so</source>
+        <translation>Слова, которые все есть среди имён, причины пуска и изменившихся сигналов; вост* — всё, что так начинается</translation>
+    </message>
+    <message>
+        <source>What could not be read</source>
+        <translation>То, что не читается</translation>
+    </message>
+    <message>
+        <source>What was there once, instead of what is</source>
+        <translation>То, чего уже нет, вместо того, что есть</translation>
+    </message>
+    <message>
+        <source>--catalogue: there is no file '%1'</source>
+        <translation>--catalogue: файла «%1» нет</translation>
+    </message>
+    <message>
+        <source>Of a station with this in its name, in capital or small letters; =NAME for the whole name. May be repeated, as --recorder, --circuit and --changed</source>
+        <translation>Станция, в имени которой это есть, буквы любые; =ИМЯ — имя целиком. Можно повторять, как и --recorder, --circuit, --changed</translation>
     </message>
 </context>
 <context>
     <name>archive page</name>
     <message>
-        <source>&apos;%1&apos; cannot be written: %2</source>
+        <source>'%1' cannot be written: %2</source>
         <translation>не удаётся записать «%1»: %2</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; is a link to another place; remove it, or give another directory</source>
+        <source>'%1' is a link to another place; remove it, or give another directory</source>
         <translation>«%1» — ссылка на другое место; удалите её или укажите другой каталог</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; is no page of an archive; give another directory</source>
+        <source>'%1' is no page of an archive; give another directory</source>
         <translation>«%1» — не страница архива; укажите другой каталог</translation>
     </message>
     <message>
-        <source>&apos;%1&apos;: another program is at work there</source>
+        <source>'%1': another program is at work there</source>
         <translation>«%1»: там уже работает другая программа</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; cannot be made a directory</source>
+        <source>'%1' cannot be made a directory</source>
         <translation>«%1» не удаётся сделать каталогом</translation>
     </message>
 </context>
@@ -197,7 +503,7 @@ Example:
 <context>
     <name>catalogue</name>
     <message>
-        <source>the catalogue &apos;%1&apos;: %2</source>
+        <source>the catalogue '%1': %2</source>
         <translation>база каталога «%1»: %2</translation>
     </message>
     <message>
@@ -209,7 +515,7 @@ Example:
         <translation>она создана более новой версией программы; установите её</translation>
     </message>
     <message>
-        <source>it is damaged (%1); put a copy in its place, or move it away: &apos;zucmtr archive update&apos; makes a new one</source>
+        <source>it is damaged (%1); put a copy in its place, or move it away: 'zucmtr archive update' makes a new one</source>
         <translation>база повреждена (%1); поставьте на её место копию или уберите её: «zucmtr archive update» создаст новую</translation>
     </message>
     <message>
@@ -217,8 +523,52 @@ Example:
         <translation>это не база каталога, или она повреждена (%1)</translation>
     </message>
     <message>
-        <source>it was made by an older version of the program; &apos;zucmtr archive update&apos; brings it up to date</source>
+        <source>it was made by an older version of the program; 'zucmtr archive update' brings it up to date</source>
         <translation>она создана более старой версией программы; «zucmtr archive update» обновит её</translation>
+    </message>
+    <message>
+        <source>the catalogue has no file of it</source>
+        <translation>в каталоге нет ни одного её файла</translation>
+    </message>
+    <message>
+        <source>its size in the catalogue is not the sum of those of its files</source>
+        <translation>её размер в каталоге не равен сумме размеров её файлов</translation>
+    </message>
+    <message>
+        <source>the catalogue does not have as many of its events as it says</source>
+        <translation>число её событий в каталоге не то, что указано</translation>
+    </message>
+    <message>
+        <source>the catalogue does not have as many of its channels as it says</source>
+        <translation>число её каналов в каталоге не то, что указано</translation>
+    </message>
+    <message>
+        <source>it could be read, but the catalogue has no time of it</source>
+        <translation>она прочитана, но её времени в каталоге нет</translation>
+    </message>
+    <message>
+        <source>the search does not find it: its words are missing</source>
+        <translation>поиск её не находит: её слов нет в указателе</translation>
+    </message>
+    <message>
+        <source>it is no record, but the catalogue says that it was compared</source>
+        <translation>это не запись COMTRADE, а в каталоге указан результат её сверки</translation>
+    </message>
+    <message>
+        <source>its state of verification is neither right nor wrong, or has no time</source>
+        <translation>результат сверки не «верно» и не «неверно» или без времени</translation>
+    </message>
+    <message>
+        <source>the catalogue has no entry of the recording that it was compared with</source>
+        <translation>в каталоге нет осциллограммы, с которой она сверялась</translation>
+    </message>
+    <message>
+        <source>a row of the table '%1' belongs to none of '%2'</source>
+        <translation>строка таблицы «%1» не относится ни к одной строке «%2»</translation>
+    </message>
+    <message>
+        <source>it is empty; 'zucmtr archive update' fills it</source>
+        <translation>он пуст; его заполнит «zucmtr archive update»</translation>
     </message>
 </context>
 <context>
@@ -228,7 +578,7 @@ Example:
         <translation>не действует: номера пишутся 01, 02 ... 99, 100</translation>
     </message>
     <message>
-        <source>ignored: &apos;%1&apos; is %2; raise it to %3</source>
+        <source>ignored: '%1' is %2; raise it to %3</source>
         <translation>не действует: «%1» равен %2; увеличьте до %3</translation>
     </message>
     <message>
@@ -236,7 +586,7 @@ Example:
         <translation>не действует: нет значения</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; is no whole number: the section does not load</source>
+        <source>'%1' is no whole number: the section does not load</source>
         <translation>«%1» — не целое число: секция не загружается</translation>
     </message>
     <message>
@@ -252,39 +602,39 @@ Example:
         <translation>то, что за второй запятой, не действует</translation>
     </message>
     <message>
-        <source>it has no parameters, so its channel stays unsorted; add &apos;%1&apos;</source>
+        <source>it has no parameters, so its channel stays unsorted; add '%1'</source>
         <translation>нет параметров, поэтому канал не сортируется; добавьте «%1»</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; is not &apos;equipment:signal&apos;; write the channel&apos;s name as the recorder does</source>
+        <source>'%1' is not 'equipment:signal'; write the channel's name as the recorder does</source>
         <translation>«%1» — не «оборудование:сигнал»; напишите имя канала как в регистраторе</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; is in line %2 too: a record would have the channel twice; take one out</source>
+        <source>'%1' is in line %2 too: a record would have the channel twice; take one out</source>
         <translation>«%1» есть и в строке %2: канал был бы в записи дважды; уберите один</translation>
     </message>
     <message>
-        <source>&apos;%1=&apos; is missing, so its channel stays unsorted; give one of %2</source>
+        <source>'%1=' is missing, so its channel stays unsorted; give one of %2</source>
         <translation>нет «%1=», поэтому канал не сортируется; дайте одно из: %2</translation>
     </message>
     <message>
-        <source>&apos;%1=%2&apos; is not known, so its channel stays unsorted; give one of %3</source>
+        <source>'%1=%2' is not known, so its channel stays unsorted; give one of %3</source>
         <translation>«%1=%2» не известно, поэтому канал не сортируется; дайте одно из: %3</translation>
     </message>
     <message>
-        <source>; is &apos;%1&apos; meant?</source>
+        <source>; is '%1' meant?</source>
         <translation>; может быть, «%1»?</translation>
     </message>
     <message>
-        <source>&apos;%1=&apos; is ignored</source>
+        <source>'%1=' is ignored</source>
         <translation>«%1=» не действует</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; is V_L=%2 E_G=%3 here and V_L=%4 E_G=%5 in line %6; one equipment has one of each</source>
+        <source>'%1' is V_L=%2 E_G=%3 here and V_L=%4 E_G=%5 in line %6; one equipment has one of each</source>
         <translation>«%1» здесь V_L=%2 E_G=%3, а в строке %6 V_L=%4 E_G=%5; у одного оборудования они одни</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; has voltages and currents (line %2), which share one record of the INF file with the key of the first; where both are needed, give the currents another name in the recorder</source>
+        <source>'%1' has voltages and currents (line %2), which share one record of the INF file with the key of the first; where both are needed, give the currents another name in the recorder</source>
         <translation>у «%1» и напряжения, и токи (строка %2), в файле INF у них одна запись с ключом первого; если нужны оба, назовите токи в регистраторе иначе</translation>
     </message>
     <message>
@@ -292,7 +642,7 @@ Example:
         <translation>не действует: нет ни показываемого текста, ни второго имени</translation>
     </message>
     <message>
-        <source>ignored: the bay &apos;%1&apos; is in line %2 already</source>
+        <source>ignored: the bay '%1' is in line %2 already</source>
         <translation>не действует: присоединение «%1» уже есть в строке %2</translation>
     </message>
     <message>
@@ -300,15 +650,15 @@ Example:
         <translation>то, что за третьей запятой, не действует</translation>
     </message>
     <message>
-        <source>ignored: &apos;%1&apos; belongs in the section of a device</source>
+        <source>ignored: '%1' belongs in the section of a device</source>
         <translation>не действует: «%1» должен быть в секции регистратора</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; cannot be read: %2</source>
+        <source>'%1' cannot be read: %2</source>
         <translation>«%1» не читается: %2</translation>
     </message>
     <message>
-        <source>the blanks belong to the section&apos;s name &apos;%1&apos;; take them out</source>
+        <source>the blanks belong to the section's name '%1'; take them out</source>
         <translation>пробелы входят в имя секции «%1»; уберите их</translation>
     </message>
     <message>
@@ -316,11 +666,11 @@ Example:
         <translation>секция [%1] начинается уже в строке %2; обе — одна секция, из одинаковых ключей действует последний: объедините их</translation>
     </message>
     <message>
-        <source>ignored: &apos;%1&apos; is in line %2 again, and the last one counts; take one of them out</source>
+        <source>ignored: '%1' is in line %2 again, and the last one counts; take one of them out</source>
         <translation>не действует: «%1» есть ещё в строке %2, а действует последний; уберите один из них</translation>
     </message>
     <message>
-        <source>the quotation marks belong to the value of &apos;%1&apos;; take them out</source>
+        <source>the quotation marks belong to the value of '%1'; take them out</source>
         <translation>кавычки входят в значение «%1»; уберите их</translation>
     </message>
     <message>
@@ -328,7 +678,7 @@ Example:
         <translation>не действует: стоит до первой секции; перенесите в секцию</translation>
     </message>
     <message>
-        <source>ignored: it is neither a section nor &apos;key = value&apos;; start it with &apos;;&apos; if it is a comment</source>
+        <source>ignored: it is neither a section nor 'key = value'; start it with ';' if it is a comment</source>
         <translation>не действует: это ни секция, ни «ключ = значение»; если это комментарий, начните его с «;»</translation>
     </message>
     <message>
@@ -336,15 +686,15 @@ Example:
         <translation>строка не в UTF-8, буквы потеряны; сохраните файл в UTF-8</translation>
     </message>
     <message>
-        <source>it opens no section, as &apos;]&apos; is not its last character: what follows belongs to [%1]</source>
+        <source>it opens no section, as ']' is not its last character: what follows belongs to [%1]</source>
         <translation>секция не открывается, так как «]» не последний знак: следующее относится к [%1]</translation>
     </message>
     <message>
-        <source>%1 &apos;%2&apos; holds a comma or a line end: no program opens a record with it; take it out</source>
+        <source>%1 '%2' holds a comma or a line end: no program opens a record with it; take it out</source>
         <translation>%1 «%2» содержит запятую или конец строки: запись с ним не откроет ни одна программа; уберите</translation>
     </message>
     <message>
-        <source>%1 &apos;%2&apos; holds a &apos;%&apos; with a digit, which is replaced by another value when the record is written; take it out</source>
+        <source>%1 '%2' holds a '%' with a digit, which is replaced by another value when the record is written; take it out</source>
         <translation>%1 «%2» содержит «%» с цифрой, который при записи заменяется другим значением; уберите</translation>
     </message>
     <message>
@@ -352,39 +702,39 @@ Example:
         <translation>взято из [%1]: %2</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; is not read while &apos;%2&apos; is 0</source>
+        <source>'%1' is not read while '%2' is 0</source>
         <translation>«%1» не спрашивается, пока «%2» равен 0</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; is &apos;%2&apos;, which is no whole number from %3 to %4: the section does not load</source>
+        <source>'%1' is '%2', which is no whole number from %3 to %4: the section does not load</source>
         <translation>«%1» равен «%2», а это не целое число от %3 до %4: секция не загружается</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; is missing: the section does not load; add it</source>
+        <source>'%1' is missing: the section does not load; add it</source>
         <translation>нет ключа «%1»: секция не загружается; добавьте его</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; counts as absent: it is taken from [%2]</source>
+        <source>'%1' counts as absent: it is taken from [%2]</source>
         <translation>«%1» считается отсутствующим: берётся из [%2]</translation>
     </message>
     <message>
-        <source>ignored: there is no key &apos;%1&apos;</source>
+        <source>ignored: there is no key '%1'</source>
         <translation>не действует: ключа «%1» не бывает</translation>
     </message>
     <message>
-        <source>the characters &quot; \ / : * ? &lt; &gt; | of &apos;%1&apos; are left out of the names of files</source>
-        <translation>знаки &quot; \ / : * ? &lt; &gt; | из «%1» не входят в имена файлов</translation>
+        <source>the characters " \ / : * ? &lt; &gt; | of '%1' are left out of the names of files</source>
+        <translation>знаки " \ / : * ? &lt; &gt; | из «%1» не входят в имена файлов</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; holds letters that CP1251 lacks, which become &apos;?&apos; in the record; take others, or set &apos;%2&apos; to 1</source>
+        <source>'%1' holds letters that CP1251 lacks, which become '?' in the record; take others, or set '%2' to 1</source>
         <translation>в «%1» есть буквы, которых нет в CP1251, в записи они станут «?»; возьмите другие или установите «%2» в 1</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; is ignored beside &apos;%2&apos;: the record has separate files</source>
+        <source>'%1' is ignored beside '%2': the record has separate files</source>
         <translation>«%1» не действует вместе с «%2»: запись из отдельных файлов</translation>
     </message>
     <message>
-        <source>the recordings are deleted before anybody can compare their records; &apos;zucmtr convert --remove-source&apos; deletes each one after its record is verified</source>
+        <source>the recordings are deleted before anybody can compare their records; 'zucmtr convert --remove-source' deletes each one after its record is verified</source>
         <translation>осциллограммы удаляются раньше, чем можно сравнить записи; «zucmtr convert --remove-source» удаляет каждую после проверки её записи</translation>
     </message>
     <message>
@@ -392,7 +742,7 @@ Example:
         <translation>%1: канал</translation>
     </message>
     <message>
-        <source>%1 has no channel &apos;%2&apos;</source>
+        <source>%1 has no channel '%2'</source>
         <translation>в %1 нет канала «%2»</translation>
     </message>
     <message>
@@ -420,7 +770,7 @@ Example:
         <translation>Объяснить, что не так в ini-файле</translation>
     </message>
     <message>
-        <source>The recorders&apos; ini file. Default: ZuDrv.ini beside the recordings, else in the current directory</source>
+        <source>The recorders' ini file. Default: ZuDrv.ini beside the recordings, else in the current directory</source>
         <translation>Ini-файл регистраторов. По умолчанию ZuDrv.ini рядом с осциллограммами, иначе в текущем каталоге</translation>
     </message>
     <message>
@@ -428,11 +778,11 @@ Example:
         <translation>Объект JSON на каждую находку, для программ</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; counts as 0; give the highest number that is there</source>
+        <source>'%1' counts as 0; give the highest number that is there</source>
         <translation>«%1» считается нулём; дайте наибольший имеющийся номер</translation>
     </message>
     <message>
-        <source>it has no text to show, so the INF file shows none for &apos;%1&apos;; give one after the first comma</source>
+        <source>it has no text to show, so the INF file shows none for '%1'; give one after the first comma</source>
         <translation>нет показываемого текста, поэтому в файле INF у «%1» он пуст; дайте его за первой запятой</translation>
     </message>
     <message>
@@ -440,11 +790,11 @@ Example:
         <translation>файл начинается с метки порядка байтов, она пропускается; для других программ сохраните без неё</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; is too large and is taken as %2; give the number that is meant</source>
+        <source>'%1' is too large and is taken as %2; give the number that is meant</source>
         <translation>«%1» слишком велико и принимается за %2; дайте нужное число</translation>
     </message>
     <message>
-        <source>there are two ini files, &apos;%1&apos; and &apos;%2&apos;; check one after the other</source>
+        <source>there are two ini files, '%1' and '%2'; check one after the other</source>
         <translation>даны два ini-файла, «%1» и «%2»; проверьте их по одному</translation>
     </message>
     <message>
@@ -492,15 +842,15 @@ Example, with the sample station:
         <translation>оборудование секции [%1]</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; in records</source>
+        <source>'%1' in records</source>
         <translation>в записях «%1»</translation>
     </message>
     <message>
-        <source>voltages of &apos;%1&apos;</source>
+        <source>voltages of '%1'</source>
         <translation>напряжения присоединения «%1»</translation>
     </message>
     <message>
-        <source>no voltages of its own: &apos;voltages&apos; names the circuit that has them</source>
+        <source>no voltages of its own: 'voltages' names the circuit that has them</source>
         <translation>своих напряжений нет: присоединение, у которого они есть, называет ключ voltages</translation>
     </message>
     <message>
@@ -508,7 +858,7 @@ Example, with the sample station:
         <translation>зоны: %1</translation>
     </message>
     <message>
-        <source>[%1] %2: the ini file has no equipment and no bay &apos;%3&apos;</source>
+        <source>[%1] %2: the ini file has no equipment and no bay '%3'</source>
         <translation>[%1] %2: в ini-файле нет ни оборудования, ни присоединения «%3»</translation>
     </message>
     <message>
@@ -527,70 +877,70 @@ Example, with the sample station:
 <context>
     <name>checks</name>
     <message>
-        <source>%1: the directory &apos;%2&apos; does not exist; make it first: mkdir -p %3</source>
+        <source>%1: the directory '%2' does not exist; make it first: mkdir -p %3</source>
         <translation>%1: каталога «%2» нет; создайте его: mkdir -p %3</translation>
     </message>
     <message>
-        <source>%1: &apos;%2&apos; is a file; give a directory to write into</source>
+        <source>%1: '%2' is a file; give a directory to write into</source>
         <translation>%1: «%2» — файл; укажите каталог</translation>
     </message>
     <message>
-        <source>%1: no permission to write into &apos;%2&apos;; choose another directory</source>
+        <source>%1: no permission to write into '%2'; choose another directory</source>
         <translation>%1: нет права записи в «%2»; выберите другой каталог</translation>
     </message>
     <message>
-        <source>--ini: &apos;%1&apos; is not a file; give the path of the recorders&apos; ini file</source>
+        <source>--ini: '%1' is not a file; give the path of the recorders' ini file</source>
         <translation>--ini: «%1» не файл; укажите путь к ini-файлу регистраторов</translation>
     </message>
     <message>
-        <source>--log: cannot write the file &apos;%1&apos;; give a file in a directory that exists and can be written to</source>
+        <source>--log: cannot write the file '%1'; give a file in a directory that exists and can be written to</source>
         <translation>--log: файл «%1» не записывается; укажите файл в существующем каталоге, доступном для записи</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; has no section at all; is it the recorders&apos; ini file?</source>
+        <source>'%1' has no section at all; is it the recorders' ini file?</source>
         <translation>в «%1» нет ни одной секции; это ini-файл регистраторов?</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; has no section [%2]; it has [%3]</source>
+        <source>'%1' has no section [%2]; it has [%3]</source>
         <translation>в «%1» нет секции [%2]; есть [%3]</translation>
     </message>
     <message>
-        <source>%1: the directory &apos;%2&apos; cannot be made, since &apos;%3&apos; is a file; choose another one</source>
+        <source>%1: the directory '%2' cannot be made, since '%3' is a file; choose another one</source>
         <translation>%1: каталог «%2» не создаётся: «%3» — файл; выберите другой</translation>
     </message>
     <message>
-        <source>%1: the directory &apos;%2&apos; cannot be made: %3; choose another one</source>
+        <source>%1: the directory '%2' cannot be made: %3; choose another one</source>
         <translation>%1: каталог «%2» не создаётся: %3; выберите другой</translation>
     </message>
     <message>
-        <source>%1: &apos;%2&apos; is what is to be read; choose another name</source>
+        <source>%1: '%2' is what is to be read; choose another name</source>
         <translation>%1: «%2» — то, что надо прочитать; выберите другое имя</translation>
     </message>
     <message>
-        <source>%1: &apos;%2&apos; is the file of %3, too; choose another name</source>
+        <source>%1: '%2' is the file of %3, too; choose another name</source>
         <translation>%1: «%2» — уже файл ключа %3; выберите другое имя</translation>
     </message>
 </context>
 <context>
     <name>choice</name>
     <message>
-        <source>&apos;%1&apos; has no section [Default]; name the section with the defaults by --defaults: it has %2</source>
+        <source>'%1' has no section [Default]; name the section with the defaults by --defaults: it has %2</source>
         <translation>в «%1» нет секции [Default]; укажите секцию умолчаний ключом --defaults: есть %2</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; describes %2 recorders; name the section of the one by --device: it has %3</source>
+        <source>'%1' describes %2 recorders; name the section of the one by --device: it has %3</source>
         <translation>в «%1» описано регистраторов: %2; укажите секцию нужного ключом --device: есть %3</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; has no section at all; is it the recorders&apos; ini file?</source>
+        <source>'%1' has no section at all; is it the recorders' ini file?</source>
         <translation>в «%1» нет ни одной секции; это ini-файл регистраторов?</translation>
     </message>
     <message>
-        <source>  &apos;%1&apos; for &apos;%2&apos;</source>
+        <source>  '%1' for '%2'</source>
         <translation>  «%1» для «%2»</translation>
     </message>
     <message>
-        <source>name the recorders&apos; ini file by --ini, or have &apos;zucmtr dictionary --complete&apos; make one</source>
+        <source>name the recorders' ini file by --ini, or have 'zucmtr dictionary --complete' make one</source>
         <translation>укажите ini-файл регистраторов ключом --ini или составьте его: «zucmtr dictionary --complete»</translation>
     </message>
     <message>
@@ -598,7 +948,7 @@ Example, with the sample station:
         <translation>в текущем каталоге нет %1; %2</translation>
     </message>
     <message>
-        <source>there is no %1 in &apos;%2&apos; or in the current directory; %3</source>
+        <source>there is no %1 in '%2' or in the current directory; %3</source>
         <translation>в «%2» и в текущем каталоге нет %1; %3</translation>
     </message>
     <message>
@@ -625,11 +975,11 @@ Example, with the sample station:
         <translation>%1, строка %2: %3</translation>
     </message>
     <message>
-        <source>%1 is &apos;%2&apos;, which is no number</source>
+        <source>%1 is '%2', which is no number</source>
         <translation>%1: «%2» — не число</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; should be a number and %2</source>
+        <source>'%1' should be a number and %2</source>
         <translation>вместо «%1» должны быть число и буква %2</translation>
     </message>
     <message>
@@ -637,7 +987,7 @@ Example, with the sample station:
         <translation>каналов %1, а строк следует только %2</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; should be P or S</source>
+        <source>'%1' should be P or S</source>
         <translation>вместо «%1» должно быть P или S</translation>
     </message>
     <message>
@@ -653,15 +1003,15 @@ Example, with the sample station:
         <translation>частота дискретизации или номер её последней выборки вне допустимых пределов</translation>
     </message>
     <message>
-        <source>&apos;%1,%2&apos; should be dd/mm/yyyy,hh:mm:ss.ssssss</source>
+        <source>'%1,%2' should be dd/mm/yyyy,hh:mm:ss.ssssss</source>
         <translation>вместо «%1,%2» должно быть dd/mm/yyyy,hh:mm:ss.ssssss</translation>
     </message>
     <message>
-        <source>&apos;%1,%2&apos; is no date and time</source>
+        <source>'%1,%2' is no date and time</source>
         <translation>«%1,%2» — не дата и время</translation>
     </message>
     <message>
-        <source>data file type &apos;%1&apos; is not known</source>
+        <source>data file type '%1' is not known</source>
         <translation>тип файла данных «%1» не известен</translation>
     </message>
     <message>
@@ -877,7 +1227,7 @@ Example, with the sample station:
         <translation>прочитано как запятые</translation>
     </message>
     <message>
-        <source>%1 is &apos;%2&apos;, which is no plain number</source>
+        <source>%1 is '%2', which is no plain number</source>
         <translation>%1 — «%2», число записано не по правилам</translation>
     </message>
     <message>
@@ -985,8 +1335,8 @@ Example, with the sample station:
         <translation>по конфигурации данные %1, но размер подходит нескольким другим типам</translation>
     </message>
     <message>
-        <source>the letter of &apos;%1&apos; is not the Latin %2</source>
-        <translation>буква в &apos;%1&apos; — не латинская %2</translation>
+        <source>the letter of '%1' is not the Latin %2</source>
+        <translation>буква в '%1' — не латинская %2</translation>
     </message>
     <message>
         <source>the count of status channels comes before that of analog channels</source>
@@ -1001,8 +1351,8 @@ Example, with the sample station:
         <translation>в тексте есть запятая, а она разделяет поля</translation>
     </message>
     <message>
-        <source>read as &apos;%1&apos;</source>
-        <translation>прочитано как &apos;%1&apos;</translation>
+        <source>read as '%1'</source>
+        <translation>прочитано как '%1'</translation>
     </message>
     <message>
         <source>quotation marks do not keep a comma inside of a field</source>
@@ -1049,8 +1399,8 @@ Example, with the sample station:
         <translation>признак P или S</translation>
     </message>
     <message>
-        <source>%1 is &apos;%2&apos;, which is neither 0 nor 1</source>
-        <translation>%1: &apos;%2&apos; — не 0 и не 1</translation>
+        <source>%1 is '%2', which is neither 0 nor 1</source>
+        <translation>%1: '%2' — не 0 и не 1</translation>
     </message>
     <message>
         <source>the total is taken as their sum</source>
@@ -1097,16 +1447,16 @@ Example, with the sample station:
         <translation>строка кончается запятой</translation>
     </message>
     <message>
-        <source>%1 is &apos;%2&apos;, which is not written as an integer</source>
-        <translation>%1: &apos;%2&apos; записано не как целое число</translation>
+        <source>%1 is '%2', which is not written as an integer</source>
+        <translation>%1: '%2' записано не как целое число</translation>
     </message>
     <message>
         <source>%1 lines follow the last one of a configuration</source>
         <translation>после последней строки конфигурации есть ещё строки, их %1</translation>
     </message>
     <message>
-        <source>no comma separates date and time in &apos;%1&apos;</source>
-        <translation>дата и время в &apos;%1&apos; не разделены запятой</translation>
+        <source>no comma separates date and time in '%1'</source>
+        <translation>дата и время в '%1' не разделены запятой</translation>
     </message>
     <message>
         <source>the blank is taken for it</source>
@@ -1129,16 +1479,16 @@ Example, with the sample station:
         <translation>принято второе из двух времён</translation>
     </message>
     <message>
-        <source>the year in &apos;%1&apos; should have %2 digits</source>
-        <translation>число цифр года в &apos;%1&apos; должно быть %2</translation>
+        <source>the year in '%1' should have %2 digits</source>
+        <translation>число цифр года в '%1' должно быть %2</translation>
     </message>
     <message>
-        <source>the day should come before the month, &apos;%1&apos; is no such date</source>
-        <translation>день должен стоять перед месяцем, &apos;%1&apos; — не такая дата</translation>
+        <source>the day should come before the month, '%1' is no such date</source>
+        <translation>день должен стоять перед месяцем, '%1' — не такая дата</translation>
     </message>
     <message>
-        <source>the month should come before the day, &apos;%1&apos; is no such date</source>
-        <translation>месяц должен стоять перед днём, &apos;%1&apos; — не такая дата</translation>
+        <source>the month should come before the day, '%1' is no such date</source>
+        <translation>месяц должен стоять перед днём, '%1' — не такая дата</translation>
     </message>
     <message>
         <source>a colon separates the decimals of the seconds</source>
@@ -1157,24 +1507,24 @@ Example, with the sample station:
         <translation>прочитано как есть; время отсчётов — в микросекундах</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; has 60 seconds</source>
-        <translation>в &apos;%1&apos; 60 секунд</translation>
+        <source>'%1' has 60 seconds</source>
+        <translation>в '%1' 60 секунд</translation>
     </message>
     <message>
         <source>read as the start of the next minute</source>
         <translation>прочитано как начало следующей минуты</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; has 24 hours</source>
-        <translation>в &apos;%1&apos; 24 часа</translation>
+        <source>'%1' has 24 hours</source>
+        <translation>в '%1' 24 часа</translation>
     </message>
     <message>
         <source>read as the start of the next day</source>
         <translation>прочитано как начало следующих суток</translation>
     </message>
     <message>
-        <source>%1 is &apos;%2&apos;, which is no date</source>
-        <translation>%1: &apos;%2&apos; — не дата</translation>
+        <source>%1 is '%2', which is no date</source>
+        <translation>%1: '%2' — не дата</translation>
     </message>
     <message>
         <source>not known; 1970-01-01 stands for it</source>
@@ -1189,8 +1539,8 @@ Example, with the sample station:
         <translation>остальные пропущены</translation>
     </message>
     <message>
-        <source>read as the station &apos;%1&apos; and the device &apos;%2&apos;</source>
-        <translation>прочитано как подстанция &apos;%1&apos; и устройство &apos;%2&apos;</translation>
+        <source>read as the station '%1' and the device '%2'</source>
+        <translation>прочитано как подстанция '%1' и устройство '%2'</translation>
     </message>
     <message>
         <source>read as revision %1, whose fields the lines have</source>
@@ -1201,8 +1551,8 @@ Example, with the sample station:
         <translation>в первой строке нет года редакции, что означает 1991</translation>
     </message>
     <message>
-        <source>revision &apos;%1&apos; is none of 1991, 1999 and 2013</source>
-        <translation>редакция &apos;%1&apos; — не 1991, 1999 или 2013</translation>
+        <source>revision '%1' is none of 1991, 1999 and 2013</source>
+        <translation>редакция '%1' — не 1991, 1999 или 2013</translation>
     </message>
     <message>
         <source>the lines do not have the fields of revision 1991</source>
@@ -1225,12 +1575,12 @@ Example, with the sample station:
         <translation>взяты имеющиеся строки</translation>
     </message>
     <message>
-        <source>data file type &apos;%1&apos; is none of ASCII, BINARY, BINARY32 and FLOAT32</source>
-        <translation>тип файла данных &apos;%1&apos; — не ASCII, BINARY, BINARY32 или FLOAT32</translation>
+        <source>data file type '%1' is none of ASCII, BINARY, BINARY32 and FLOAT32</source>
+        <translation>тип файла данных '%1' — не ASCII, BINARY, BINARY32 или FLOAT32</translation>
     </message>
     <message>
-        <source>%1 is &apos;%2&apos;, but should be above 0</source>
-        <translation>%1: &apos;%2&apos;, а должно быть больше 0</translation>
+        <source>%1 is '%2', but should be above 0</source>
+        <translation>%1: '%2', а должно быть больше 0</translation>
     </message>
     <message>
         <source>lines with time codes are of revision 2013</source>
@@ -1249,8 +1599,8 @@ Example, with the sample station:
         <translation>всё, что до первой метки, пропущено</translation>
     </message>
     <message>
-        <source>the section mark &apos;%1&apos; is not written as &apos;--- file type: %2 ---&apos;</source>
-        <translation>метка раздела &apos;%1&apos; записана не так: &apos;--- file type: %2 ---&apos;</translation>
+        <source>the section mark '%1' is not written as '--- file type: %2 ---'</source>
+        <translation>метка раздела '%1' записана не так: '--- file type: %2 ---'</translation>
     </message>
     <message>
         <source>read as one</source>
@@ -1289,8 +1639,8 @@ Example, with the sample station:
         <translation>%1; %2</translation>
     </message>
     <message>
-        <source>there is no encoding &apos;%1&apos;</source>
-        <translation>нет кодировки &apos;%1&apos;</translation>
+        <source>there is no encoding '%1'</source>
+        <translation>нет кодировки '%1'</translation>
     </message>
     <message>
         <source>the last sample is 0, but there are data</source>
@@ -1301,24 +1651,24 @@ Example, with the sample station:
         <translation>отсчётов %1, сколько их в данных</translation>
     </message>
     <message>
-        <source>there are several files of this name in other cases: &apos;%1&apos; and &apos;%2&apos;</source>
-        <translation>есть несколько файлов с таким именем, отличающихся регистром: &apos;%1&apos; и &apos;%2&apos;</translation>
+        <source>there are several files of this name in other cases: '%1' and '%2'</source>
+        <translation>есть несколько файлов с таким именем, отличающихся регистром: '%1' и '%2'</translation>
     </message>
     <message>
-        <source>the name differs from that of &apos;%1&apos; in its case</source>
-        <translation>имя отличается от имени &apos;%1&apos; регистром букв</translation>
+        <source>the name differs from that of '%1' in its case</source>
+        <translation>имя отличается от имени '%1' регистром букв</translation>
     </message>
     <message>
         <source>taken as a file of the same record</source>
         <translation>принят за файл той же записи</translation>
     </message>
     <message>
-        <source>is a part of a record; give its configuration &apos;%1&apos;</source>
-        <translation>часть записи; укажите её конфигурацию &apos;%1&apos;</translation>
+        <source>is a part of a record; give its configuration '%1'</source>
+        <translation>часть записи; укажите её конфигурацию '%1'</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; separates day, month and year with something other than slashes</source>
-        <translation>день, месяц и год в &apos;%1&apos; разделены не косой чертой</translation>
+        <source>'%1' separates day, month and year with something other than slashes</source>
+        <translation>день, месяц и год в '%1' разделены не косой чертой</translation>
     </message>
     <message>
         <source>read as if they were slashes</source>
@@ -1329,7 +1679,7 @@ Example, with the sample station:
         <translation>поля разделены пробелами, а не запятыми</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; is a time of a clock with twelve hours</source>
+        <source>'%1' is a time of a clock with twelve hours</source>
         <translation>«%1» — время по двенадцатичасовым часам</translation>
     </message>
     <message>
@@ -1344,7 +1694,7 @@ Example, with the sample station:
 <context>
     <name>convert</name>
     <message>
-        <source>&apos;%1&apos; has &apos;Удалять исходные = 1&apos; in force for [%2]: the recordings would be deleted before their records are verified. Set the key to 0 and give --remove-source, which deletes each recording after its record is verified; or give --trust-writer to delete them unseen</source>
+        <source>'%1' has 'Удалять исходные = 1' in force for [%2]: the recordings would be deleted before their records are verified. Set the key to 0 and give --remove-source, which deletes each recording after its record is verified; or give --trust-writer to delete them unseen</source>
         <translation>в «%1» для [%2] действует «Удалять исходные = 1»: осциллограммы были бы удалены до проверки записей. Установите ключ в 0 и дайте --remove-source, чтобы удалять каждую осциллограмму после проверки её записи; или дайте --trust-writer, чтобы удалять без проверки</translation>
     </message>
     <message>
@@ -1400,7 +1750,7 @@ Example, with the sample station:
         <translation>не преобразована: %1</translation>
     </message>
     <message>
-        <source>warnings and notes on section [%1] of &apos;%2&apos;:</source>
+        <source>warnings and notes on section [%1] of '%2':</source>
         <translation>предупреждения и замечания к секции [%1] файла «%2»:</translation>
     </message>
     <message>
@@ -1436,7 +1786,7 @@ Example, with the sample station:
         <translation>Оставить системе, когда сохранять записи на диск (по умолчанию)</translation>
     </message>
     <message>
-        <source>nothing is converted: with [%1] of &apos;%2&apos; as it is no record would be right; correct the line above</source>
+        <source>nothing is converted: with [%1] of '%2' as it is no record would be right; correct the line above</source>
         <translation>ничего не преобразовано: с секцией [%1] файла «%2» в таком виде ни одна запись не будет верной; исправьте указанную выше строку</translation>
     </message>
     <message>
@@ -1452,20 +1802,20 @@ Example, with the sample station:
         <translation>Каталоги внутри --out и имена записей, например {station}/{year}-{month}/{name}; подстановки перечислены ниже</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; has &apos;Удалять исходные = 1&apos; in force for [%2], where --layout cannot be; set the key to 0 and give --remove-source</source>
+        <source>'%1' has 'Удалять исходные = 1' in force for [%2], where --layout cannot be; set the key to 0 and give --remove-source</source>
         <translation>в «%1» для [%2] действует «Удалять исходные = 1», с ним --layout невозможен; установите ключ в 0 и задайте --remove-source</translation>
     </message>
     <message>
         <source>A recording is a first file (.ZU or .zu) with its continuation files (.Z01 ... .Z0f) beside it; give the
 first file or the directory, the others are found. For each recording one line on standard output has
-the record&apos;s name and the notes on it; failures and the summary go to standard error.
+the record's name and the notes on it; failures and the summary go to standard error.
 Ctrl-C ends after the current recordings, a second Ctrl-C at once.
 
 --form, --data, --revision and --encoding have precedence over the ini file. A CFF file is of revision 2013:
 one of --form and --revision decides the other unless both are given.
 
---layout: what stands before a &apos;/&apos; are directories. {name} is the name that records have without it,
-{source} that of the recording&apos;s file, {folder} its directory below the given one; {station}, {device},
+--layout: what stands before a '/' are directories. {name} is the name that records have without it,
+{source} that of the recording's file, {folder} its directory below the given one; {station}, {device},
 {subject} are texts of the ini file; {year}, {month}, {day}, {hour}, {minute}, {second}, {date} and {time}
 are of the trigger.
 
@@ -1475,7 +1825,7 @@ failed, but at least one was salvaged in part (--salvage), 130 ended by Ctrl-C (
 Example, with the sample station:
   zucmtr sample --out station
   zucmtr convert --out station/comtrade --make-out station/*.ZU
-  zucmtr convert --out station/comtrade --layout &apos;{station}/{date}/{time} {source}&apos; station/*.ZU</source>
+  zucmtr convert --out station/comtrade --layout '{station}/{date}/{time} {source}' station/*.ZU</source>
         <translation>Осциллограмма — это первый файл (.ZU или .zu) и файлы продолжения (.Z01 ... .Z0f) рядом с ним; укажите
 первый файл или каталог, остальные находятся сами. Для каждой осциллограммы в стандартный вывод пишется
 строка с именем записи и замечаниями; ошибки и итог идут в стандартный вывод ошибок.
@@ -1494,20 +1844,17 @@ Ctrl-C завершает работу после начатых осцилло�
 Пример с учебной станцией:
   zucmtr sample --out station
   zucmtr convert --out station/comtrade --make-out station/*.ZU
-  zucmtr convert --out station/comtrade --layout &apos;{station}/{date}/{time} {source}&apos; station/*.ZU</translation>
+  zucmtr convert --out station/comtrade --layout '{station}/{date}/{time} {source}' station/*.ZU</translation>
     </message>
-</context>
-<context>
-    <name>crew</name>
     <message>
-        <source>no further process can be started: %1</source>
-        <translation type="unfinished"></translation>
+        <source>nothing is converted: %1</source>
+        <translation>ничего не преобразовано: %1</translation>
     </message>
 </context>
 <context>
     <name>device</name>
     <message>
-        <source>The recorders&apos; ini file. Default: ZuDrv.ini beside the recordings or above them, else in the current directory</source>
+        <source>The recorders' ini file. Default: ZuDrv.ini beside the recordings or above them, else in the current directory</source>
         <translation>Ini-файл регистраторов. По умолчанию ZuDrv.ini рядом с осциллограммами или выше, иначе в текущем каталоге</translation>
     </message>
     <message>
@@ -1527,11 +1874,11 @@ Ctrl-C завершает работу после начатых осцилло�
         <translation>Параметры линий для расстояния до места КЗ. По умолчанию lines.ini рядом с ini-файлом, иначе рядом с осциллограммой или записью</translation>
     </message>
     <message>
-        <source>The recorders&apos; ini file. Default: ZuDrv.ini beside the recording or in the current directory, if there is one</source>
+        <source>The recorders' ini file. Default: ZuDrv.ini beside the recording or in the current directory, if there is one</source>
         <translation>Ini-файл регистраторов. По умолчанию ZuDrv.ini рядом с осциллограммой или в текущем каталоге, если он есть</translation>
     </message>
     <message>
-        <source>Encoding of a COMTRADE record&apos;s texts, such as CP866, KOI8-R or GBK. Default: found out</source>
+        <source>Encoding of a COMTRADE record's texts, such as CP866, KOI8-R or GBK. Default: found out</source>
         <translation>Кодировка текстов записи COMTRADE, например CP866, KOI8-R или GBK. По умолчанию определяется</translation>
     </message>
 </context>
@@ -1586,7 +1933,7 @@ Ctrl-C завершает работу после начатых осцилло�
         <translation>заполнить</translation>
     </message>
     <message>
-        <source>--section: &apos;%1&apos; is no name of a section</source>
+        <source>--section: '%1' is no name of a section</source>
         <translation>--section: «%1» — не имя секции</translation>
     </message>
     <message>
@@ -1598,7 +1945,7 @@ Ctrl-C завершает работу после начатых осцилло�
         <translation>Целый ini-файл, с которым осциллограмму сразу можно преобразовать</translation>
     </message>
     <message>
-        <source>Name of the device&apos;s section in a whole ini file. Default: Device</source>
+        <source>Name of the device's section in a whole ini file. Default: Device</source>
         <translation>Имя секции регистратора в целом ini-файле. По умолчанию Device</translation>
     </message>
     <message>
@@ -1642,11 +1989,11 @@ Example, with the sample station:
         <translation>присоединение, напряжения которого относятся к этой линии</translation>
     </message>
     <message>
-        <source>%1: &apos;%2&apos; is there already; choose another name, or replace it by --force</source>
+        <source>%1: '%2' is there already; choose another name, or replace it by --force</source>
         <translation>%1: «%2» уже существует; выберите другое имя или замените файл ключом --force</translation>
     </message>
     <message>
-        <source>%1: &apos;%2&apos; cannot be written: %3</source>
+        <source>%1: '%2' cannot be written: %3</source>
         <translation>%1: не удалось записать «%2»: %3</translation>
     </message>
     <message>
@@ -1704,7 +2051,7 @@ Example, with the sample station:
 <context>
     <name>export</name>
     <message>
-        <source>no channel has the name, circuit or number &apos;%1&apos;</source>
+        <source>no channel has the name, circuit or number '%1'</source>
         <translation>нет канала с именем, присоединением или номером «%1»</translation>
     </message>
     <message>
@@ -1720,7 +2067,7 @@ Example, with the sample station:
         <translation>время</translation>
     </message>
     <message>
-        <source>configuration, line %1: &apos;%2&apos; was read back where &apos;%3&apos; was written</source>
+        <source>configuration, line %1: '%2' was read back where '%3' was written</source>
         <translation>конфигурация, строка %1: прочитано «%2», а записано «%3»</translation>
     </message>
     <message>
@@ -1744,11 +2091,11 @@ Example, with the sample station:
         <translation>прочитано отсчётов: %1, а записано другое число</translation>
     </message>
     <message>
-        <source>%1: &apos;%2&apos; holds a comma or a line end, which COMTRADE has no way to write; CSV and MAT have</source>
+        <source>%1: '%2' holds a comma or a line end, which COMTRADE has no way to write; CSV and MAT have</source>
         <translation>%1: в «%2» есть запятая или конец строки, их в COMTRADE записать нельзя; в CSV и MAT можно</translation>
     </message>
     <message>
-        <source>%1: &apos;%2&apos; has %3 characters, revision %4 allows %5; CSV and MAT hold it</source>
+        <source>%1: '%2' has %3 characters, revision %4 allows %5; CSV and MAT hold it</source>
         <translation>%1: в «%2» символов: %3, редакция %4 допускает %5; CSV и MAT вмещают</translation>
     </message>
     <message>
@@ -1816,11 +2163,11 @@ Example, with the sample station:
         <translation>в редакции 1999 года есть только данные ASCII и BINARY и нет файла CFF; для %1 нужна редакция 2013 года, или укажите --data</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; has an offset from UTC, but that of the record is not known; give the time of the record&apos;s own clock, without an offset</source>
+        <source>'%1' has an offset from UTC, but that of the record is not known; give the time of the record's own clock, without an offset</source>
         <translation>в «%1» указано смещение от UTC, а у записи оно неизвестно; укажите время по часам записи, без смещения</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; is no moment; give seconds from the trigger, as -0.2 or 200ms, or a time as 2024-01-31T12:00:00.25</source>
+        <source>'%1' is no moment; give seconds from the trigger, as -0.2 or 200ms, or a time as 2024-01-31T12:00:00.25</source>
         <translation>«%1» — не момент времени; укажите секунды от пуска, например -0.2 или 200ms, или время, например 2024-01-31T12:00:00.25</translation>
     </message>
     <message>
@@ -1856,7 +2203,7 @@ Example, with the sample station:
         <translation>дискретные каналы, опущенные, так как они не меняются: %1</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; is there already; --replace replaces it</source>
+        <source>'%1' is there already; --replace replaces it</source>
         <translation>«%1» уже есть; --replace его заменит</translation>
     </message>
     <message>
@@ -1893,7 +2240,7 @@ Exit code: 0 done, 1 at least one file was not exported, 2 wrong usage.
 
 Example, with the sample station:
   zucmtr sample --out station --force
-  zucmtr export station/Vostochnaya_000123.ZU -o station/fault.csv --window fault --channels &apos;U*&apos;</source>
+  zucmtr export station/Vostochnaya_000123.ZU -o station/fault.csv --window fault --channels 'U*'</source>
         <translation>COMTRADE обеих редакций и всех видов данных, таблицы CSV и файлы MAT — целиком или частью: часть времени,
 часть каналов, меньше отсчётов. Коды, коэффициенты, времена и тексты остаются как есть, если форма их
 вмещает. Каждый файл читается и сверяется, каждое значение каждого отсчёта; то, чего форма не вмещает, —
@@ -1903,10 +2250,10 @@ Example, with the sample station:
 
 Пример, с образцом станции:
   zucmtr sample --out station --force
-  zucmtr export station/Vostochnaya_000123.ZU -o station/fault.csv --window fault --channels &apos;U*&apos;</translation>
+  zucmtr export station/Vostochnaya_000123.ZU -o station/fault.csv --window fault --channels 'U*'</translation>
     </message>
     <message>
-        <source>%1: &apos;%2&apos; is no moment; give seconds from the trigger, as -0.2 or 200ms, or a time as 2024-01-31T12:00:00.25</source>
+        <source>%1: '%2' is no moment; give seconds from the trigger, as -0.2 or 200ms, or a time as 2024-01-31T12:00:00.25</source>
         <translation>%1: «%2» — не момент времени; укажите секунды от пуска, например -0.2 или 200ms, или время, например 2024-01-31T12:00:00.25</translation>
     </message>
     <message>
@@ -1946,7 +2293,7 @@ Example, with the sample station:
         <translation>Закончить этим моментом</translation>
     </message>
     <message>
-        <source>Keep this many seconds around the trigger, a third of them before it; or, with &apos;fault&apos;, from 0.1 s before the fault to 0.1 s after it</source>
+        <source>Keep this many seconds around the trigger, a third of them before it; or, with 'fault', from 0.1 s before the fault to 0.1 s after it</source>
         <translation>Оставить столько секунд вокруг пуска, треть из них до него; с fault — от 0,1 с до КЗ до 0,1 с после него</translation>
     </message>
     <message>
@@ -1966,7 +2313,7 @@ Example, with the sample station:
         <translation>Пересчитать на эту частоту дискретизации, с фильтром от наложения спектров</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; and &apos;%2&apos; would both become &apos;%3&apos;; export them into different directories</source>
+        <source>'%1' and '%2' would both become '%3'; export them into different directories</source>
         <translation>«%1» и «%2» стали бы одним файлом «%3»; запишите их в разные каталоги</translation>
     </message>
     <message>
@@ -2010,7 +2357,7 @@ Example, with the sample station:
         <translation>Первые файлы осциллограмм (.ZU) или файлы .cfg или .cff записей</translation>
     </message>
     <message>
-        <source>%1: the encoding %2 has no letter &apos;%3&apos;; --out-encoding utf8 has</source>
+        <source>%1: the encoding %2 has no letter '%3'; --out-encoding utf8 has</source>
         <translation>%1: в кодировке %2 нет буквы «%3»; с --out-encoding utf8 она есть</translation>
     </message>
     <message>
@@ -2018,11 +2365,11 @@ Example, with the sample station:
         <translation>из файла INF убраны секции оборудования: в них по номерам указаны каналы, которых в записи нет</translation>
     </message>
     <message>
-        <source>%1: &apos;%2&apos; is wrong; give one of %3</source>
+        <source>%1: '%2' is wrong; give one of %3</source>
         <translation>%1: «%2» неверно; укажите одно из: %3</translation>
     </message>
     <message>
-        <source>%1 %2 and &apos;%3&apos;: the ending of the file is that of another form; leave one of the two out</source>
+        <source>%1 %2 and '%3': the ending of the file is that of another form; leave one of the two out</source>
         <translation>%1 %2 и «%3»: расширение файла — другой формы; уберите одно из двух</translation>
     </message>
     <message>
@@ -2038,7 +2385,7 @@ Example, with the sample station:
         <translation>%1 %2 и %3 1999: в редакции 1999 года есть только ASCII и BINARY; уберите одно из двух</translation>
     </message>
     <message>
-        <source>%1: &apos;%2&apos; is wrong; give a number of seconds, or &apos;fault&apos;</source>
+        <source>%1: '%2' is wrong; give a number of seconds, or 'fault'</source>
         <translation>%1: «%2» неверно; укажите число секунд или fault</translation>
     </message>
     <message>
@@ -2046,11 +2393,11 @@ Example, with the sample station:
         <translation>%1 нельзя задать вместе с %2; уберите одно из двух</translation>
     </message>
     <message>
-        <source>%1: &apos;%2&apos; is wrong; give a whole number from %3 to %4</source>
+        <source>%1: '%2' is wrong; give a whole number from %3 to %4</source>
         <translation>%1: «%2» неверно; укажите целое число от %3 до %4</translation>
     </message>
     <message>
-        <source>%1: &apos;%2&apos; is wrong; give a number from %3 to %4</source>
+        <source>%1: '%2' is wrong; give a number from %3 to %4</source>
         <translation>%1: «%2» неверно; укажите число от %3 до %4</translation>
     </message>
     <message>
@@ -2058,7 +2405,7 @@ Example, with the sample station:
         <translation>%1 fault: КЗ не найдено; укажите %2 и %3</translation>
     </message>
     <message>
-        <source>%1 &apos;%2&apos; is before %3 &apos;%4&apos;</source>
+        <source>%1 '%2' is before %3 '%4'</source>
         <translation>%1 «%2» раньше, чем %3 «%4»</translation>
     </message>
     <message>
@@ -2070,15 +2417,15 @@ Example, with the sample station:
         <translation>%1 %2: записи из нескольких файлов нужны имя или каталог; %3 csv или %3 cff даёт один файл</translation>
     </message>
     <message>
-        <source>%1: &apos;%2&apos; would take the place of what is read; give another name or directory</source>
+        <source>%1: '%2' would take the place of what is read; give another name or directory</source>
         <translation>%1: «%2» занял бы место того, что читается; укажите другое имя или каталог</translation>
     </message>
     <message>
-        <source>%1 &apos;%2&apos; is one name for %3 files; give a directory, with / at its end</source>
+        <source>%1 '%2' is one name for %3 files; give a directory, with / at its end</source>
         <translation>%1 «%2» — одно имя на %3 файла(ов); укажите каталог, с / в конце</translation>
     </message>
     <message>
-        <source>%1: &apos;%2&apos; names no channel</source>
+        <source>%1: '%2' names no channel</source>
         <translation>%1: «%2» не называет ни одного канала</translation>
     </message>
 </context>
@@ -2097,7 +2444,7 @@ Example, with the sample station:
         <translation>это ссылка, ведущая на саму себя; удалите её</translation>
     </message>
     <message>
-        <source>it is a link to &apos;%1&apos;, which is not there</source>
+        <source>it is a link to '%1', which is not there</source>
         <translation>это ссылка на «%1», а такого файла нет</translation>
     </message>
     <message>
@@ -2109,15 +2456,15 @@ Example, with the sample station:
         <translation>это каталог; укажите файл</translation>
     </message>
     <message>
-        <source>it is a directory; give a file in it, such as &apos;%1&apos;</source>
+        <source>it is a directory; give a file in it, such as '%1'</source>
         <translation>это каталог; укажите файл в нём, например «%1»</translation>
     </message>
     <message>
-        <source>it is a COMTRADE record, not a recording; &apos;zucmtr info&apos; and &apos;zucmtr view&apos; take it</source>
+        <source>it is a COMTRADE record, not a recording; 'zucmtr info' and 'zucmtr view' take it</source>
         <translation>это запись COMTRADE, а не осциллограмма; её принимают «zucmtr info» и «zucmtr view»</translation>
     </message>
     <message>
-        <source>it is an ini file, not a recording; name it by --ini, or look at it with &apos;zucmtr check&apos;</source>
+        <source>it is an ini file, not a recording; name it by --ini, or look at it with 'zucmtr check'</source>
         <translation>это ini-файл, а не осциллограмма; укажите его ключом --ini или проверьте командой «zucmtr check»</translation>
     </message>
     <message>
@@ -2125,11 +2472,11 @@ Example, with the sample station:
         <translation>файл пуст; не прервано ли копирование?</translation>
     </message>
     <message>
-        <source>it is no recording: its content is a COMTRADE record&apos;s; give it the extension %1</source>
+        <source>it is no recording: its content is a COMTRADE record's; give it the extension %1</source>
         <translation>это не осциллограмма: по содержимому это запись COMTRADE; дайте файлу расширение %1</translation>
     </message>
     <message>
-        <source>it is no recording: it does not start like a recorder&apos;s file; give a recording&apos;s first file (.ZU)</source>
+        <source>it is no recording: it does not start like a recorder's file; give a recording's first file (.ZU)</source>
         <translation>это не осциллограмма: начало не такое, как у файлов регистратора; укажите первый файл осциллограммы (.ZU)</translation>
     </message>
     <message>
@@ -2153,7 +2500,7 @@ Example, with the sample station:
         <translation>имя осциллограммы должно кончаться на .ZU или .zu; переименуйте файл</translation>
     </message>
     <message>
-        <source>it is no COMTRADE record: its content is a recording&apos;s; give it the extension .ZU</source>
+        <source>it is no COMTRADE record: its content is a recording's; give it the extension .ZU</source>
         <translation>это не запись COMTRADE: по содержимому это осциллограмма; дайте файлу расширение .ZU</translation>
     </message>
     <message>
@@ -2165,23 +2512,23 @@ Example, with the sample station:
         <translation>файл обрезан: %1 байт из не менее чем %2, каналов в нём: %3 из %4</translation>
     </message>
     <message>
-        <source>cut off: %1 of %2 bytes, in channel &apos;%3&apos;</source>
+        <source>cut off: %1 of %2 bytes, in channel '%3'</source>
         <translation>файл обрезан: %1 байт из %2, в канале «%3»</translation>
     </message>
     <message>
-        <source>cut off: %1 of at least %2 bytes, in channel &apos;%3&apos;</source>
+        <source>cut off: %1 of at least %2 bytes, in channel '%3'</source>
         <translation>файл обрезан: %1 байт из не менее чем %2, в канале «%3»</translation>
     </message>
     <message>
         <source>,</source>
-        <translation>&#xa0;</translation>
+        <translation> </translation>
     </message>
     <message>
-        <source>it is a part of a COMTRADE record, not a recording (.ZU); &apos;zucmtr info&apos; and &apos;zucmtr view&apos; take the record&apos;s .cfg file, which is not beside it</source>
+        <source>it is a part of a COMTRADE record, not a recording (.ZU); 'zucmtr info' and 'zucmtr view' take the record's .cfg file, which is not beside it</source>
         <translation>это часть записи COMTRADE, а не осциллограмма (.ZU); «zucmtr info» и «zucmtr view» принимают файл .cfg этой записи, а рядом его нет</translation>
     </message>
     <message>
-        <source>it is a part of a COMTRADE record, not a recording (.ZU); &apos;zucmtr info&apos; and &apos;zucmtr view&apos; take its configuration &apos;%1&apos;</source>
+        <source>it is a part of a COMTRADE record, not a recording (.ZU); 'zucmtr info' and 'zucmtr view' take its configuration '%1'</source>
         <translation>это часть записи COMTRADE, а не осциллограмма (.ZU); «zucmtr info» и «zucmtr view» принимают её конфигурацию «%1»</translation>
     </message>
 </context>
@@ -2207,7 +2554,7 @@ Example, with the sample station:
 <context>
     <name>forms</name>
     <message>
-        <source>&apos;%1&apos; cannot be written: %2</source>
+        <source>'%1' cannot be written: %2</source>
         <translation>«%1» не записывается: %2</translation>
     </message>
     <message>
@@ -2247,19 +2594,19 @@ Example, with the sample station:
         <translation>%1: %2</translation>
     </message>
     <message>
-        <source>the variable &apos;%1&apos; is missing</source>
+        <source>the variable '%1' is missing</source>
         <translation>нет переменной «%1»</translation>
     </message>
     <message>
-        <source>the variable &apos;%1&apos; has another type or size</source>
+        <source>the variable '%1' has another type or size</source>
         <translation>у переменной «%1» другой тип или размер</translation>
     </message>
     <message>
-        <source>the variable &apos;%1&apos; differs from what it should be</source>
+        <source>the variable '%1' differs from what it should be</source>
         <translation>переменная «%1» не такая, какой должна быть</translation>
     </message>
     <message>
-        <source>the variable &apos;%1&apos; cannot be read</source>
+        <source>the variable '%1' cannot be read</source>
         <translation>не удаётся прочитать переменную «%1»</translation>
     </message>
     <message>
@@ -2321,11 +2668,11 @@ Example, with the sample station:
 <context>
     <name>host</name>
     <message>
-        <source>the record could not be put in place, &apos;%1&apos; is left; free the final name and the disk, then convert again</source>
+        <source>the record could not be put in place, '%1' is left; free the final name and the disk, then convert again</source>
         <translation>запись не удалось поставить на место, остался «%1»; освободите конечное имя и диск и преобразуйте снова</translation>
     </message>
     <message>
-        <source>--device: section [%1] of &apos;%2&apos; does not load</source>
+        <source>--device: section [%1] of '%2' does not load</source>
         <translation>--device: секция [%1] файла «%2» не загружается</translation>
     </message>
     <message>
@@ -2333,7 +2680,7 @@ Example, with the sample station:
         <translation>исключение в библиотеке: %1</translation>
     </message>
     <message>
-        <source>--defaults: section [%1] of &apos;%2&apos; does not load</source>
+        <source>--defaults: section [%1] of '%2' does not load</source>
         <translation>--defaults: секция [%1] файла «%2» не загружается</translation>
     </message>
     <message>
@@ -2341,7 +2688,7 @@ Example, with the sample station:
         <translation>В журнале:</translation>
     </message>
     <message>
-        <source>&apos;zucmtr check --ini %1&apos; explains it line by line.</source>
+        <source>'zucmtr check --ini %1' explains it line by line.</source>
         <translation>Построчное объяснение: «zucmtr check --ini %1».</translation>
     </message>
     <message>
@@ -2650,7 +2997,7 @@ Example, with the sample station:
     <message>
         <source>Of a recording: its times with zone, duration, rate, the segments found and why the chain
 ends, the start comment as stored and as understood, the channels. Of a record: what its
-configuration says, and whether all its data are there. Of both: what happened, as &apos;zucmtr events&apos; says it.
+configuration says, and whether all its data are there. Of both: what happened, as 'zucmtr events' says it.
 
 Exit code: 0 all files are good, 1 something is wrong with at least one, 2 wrong usage.
 
@@ -2660,7 +3007,7 @@ Example, with the sample station:
         <translation>Об осциллограмме: время с часовым поясом, длительность, частота, найденные сегменты и почему цепочка
 кончается, комментарий пуска как записан и как понят, каналы. О записи: что говорит конфигурация и все ли
 данные на месте. О тех и других: что
-произошло, как в &apos;zucmtr events&apos;.
+произошло, как в 'zucmtr events'.
 
 Код завершения: 0 все файлы исправны, 1 хотя бы с одним что-то не так, 2 неверный вызов.
 
@@ -2669,8 +3016,8 @@ Example, with the sample station:
   zucmtr info --no-channels station/*.ZU</translation>
     </message>
     <message>
-        <source>whole: %1; &apos;zucmtr convert --salvage&apos; converts them</source>
-        <translation>уцелело: %1; их преобразует &apos;zucmtr convert --salvage&apos;</translation>
+        <source>whole: %1; 'zucmtr convert --salvage' converts them</source>
+        <translation>уцелело: %1; их преобразует 'zucmtr convert --salvage'</translation>
     </message>
     <message>
         <source>Encoding</source>
@@ -2680,7 +3027,7 @@ Example, with the sample station:
 <context>
     <name>layout</name>
     <message>
-        <source>--layout &apos;%1&apos;: %2</source>
+        <source>--layout '%1': %2</source>
         <translation>--layout «%1»: %2</translation>
     </message>
     <message>
@@ -2692,27 +3039,27 @@ Example, with the sample station:
         <translation>у фигурной скобки нет парной; подстановки пишутся так: {station}</translation>
     </message>
     <message>
-        <source>names of files cannot have a &apos;%1&apos;</source>
+        <source>names of files cannot have a '%1'</source>
         <translation>в именах файлов не может быть «%1»</translation>
     </message>
     <message>
-        <source>it is a place below the directory of --out; leave out the &apos;/&apos; in front</source>
+        <source>it is a place below the directory of --out; leave out the '/' in front</source>
         <translation>это место внутри каталога --out; уберите «/» в начале</translation>
     </message>
     <message>
-        <source>the name of the record is missing after the last &apos;/&apos;; {name} is its own</source>
+        <source>the name of the record is missing after the last '/'; {name} is its own</source>
         <translation>после последнего «/» нет имени записи; {name} — её собственное</translation>
     </message>
     <message>
-        <source>there is nothing between two &apos;/&apos;</source>
+        <source>there is nothing between two '/'</source>
         <translation>между двумя «/» ничего нет</translation>
     </message>
     <message>
-        <source>no name may start with a &apos;.&apos;</source>
+        <source>no name may start with a '.'</source>
         <translation>имя не может начинаться с точки</translation>
     </message>
     <message>
-        <source>{folder} is a directory; write it before a &apos;/&apos;</source>
+        <source>{folder} is a directory; write it before a '/'</source>
         <translation>{folder} — это каталог; напишите его перед «/»</translation>
     </message>
 </context>
@@ -2750,7 +3097,7 @@ Example, with the sample station:
         <translation>файл не открывается; проверьте права доступа</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; cannot be written; check the free space and the permissions</source>
+        <source>'%1' cannot be written; check the free space and the permissions</source>
         <translation>«%1» не записывается; проверьте свободное место и права доступа</translation>
     </message>
     <message>
@@ -2766,11 +3113,11 @@ Example, with the sample station:
         <translation>файл обрывается раньше, чем кончаются каналы, указанные в заголовке; не прервано ли копирование?</translation>
     </message>
     <message>
-        <source>it is no recording: it does not start like a recorder&apos;s file; give a recording&apos;s first file (.ZU)</source>
+        <source>it is no recording: it does not start like a recorder's file; give a recording's first file (.ZU)</source>
         <translation>это не осциллограмма: начало не такое, как у файлов регистратора; укажите первый файл осциллограммы (.ZU)</translation>
     </message>
     <message>
-        <source>it is no recording: its title is not a recorder&apos;s in either code page</source>
+        <source>it is no recording: its title is not a recorder's in either code page</source>
         <translation>это не осциллограмма: название не такое, как у регистратора, ни в одной из кодировок</translation>
     </message>
     <message>
@@ -2814,7 +3161,7 @@ Example, with the sample station:
         <translation>дискретный канал не читается: %1</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; has no data</source>
+        <source>'%1' has no data</source>
         <translation>у «%1» нет данных</translation>
     </message>
     <message>
@@ -2838,11 +3185,11 @@ Example, with the sample station:
         <translation>сжатые данные повреждены</translation>
     </message>
     <message>
-        <source>the analog channels of &apos;%1&apos; have different sampling rates</source>
+        <source>the analog channels of '%1' have different sampling rates</source>
         <translation>у аналоговых каналов в «%1» разные частоты дискретизации</translation>
     </message>
     <message>
-        <source>the analog channels of &apos;%1&apos; have different numbers of samples</source>
+        <source>the analog channels of '%1' have different numbers of samples</source>
         <translation>у аналоговых каналов в «%1» разное число выборок</translation>
     </message>
     <message>
@@ -2858,22 +3205,22 @@ Example, with the sample station:
         <translation>длительность равна 0, преобразовать нельзя</translation>
     </message>
     <message>
-        <source>the recording of &apos;%1&apos; ends early, a continuation file cannot be read: %2</source>
+        <source>the recording of '%1' ends early, a continuation file cannot be read: %2</source>
         <translation>осциллограмма «%1» кончается раньше, файл продолжения не читается: %2</translation>
     </message>
     <message>
-        <source>the recording ends early, &apos;%1&apos; does not continue &apos;%2&apos;: they differ</source>
+        <source>the recording ends early, '%1' does not continue '%2': they differ</source>
         <translation>осциллограмма кончается раньше, «%1» не продолжает «%2»: параметры различны</translation>
     </message>
 </context>
 <context>
     <name>lines</name>
     <message>
-        <source>ignored: &apos;%1&apos; is before the first section; put it under the [circuit] it is of</source>
+        <source>ignored: '%1' is before the first section; put it under the [circuit] it is of</source>
         <translation>пропускается: «%1» стоит до первой секции; перенесите под [присоединение], к которому относится</translation>
     </message>
     <message>
-        <source>ignored: &apos;%1&apos; is neither a [circuit] nor key=value</source>
+        <source>ignored: '%1' is neither a [circuit] nor key=value</source>
         <translation>пропускается: «%1» не [присоединение] и не ключ=значение</translation>
     </message>
     <message>
@@ -2881,11 +3228,11 @@ Example, with the sample station:
         <translation>[%1] уже есть в строке %2; объедините обе секции</translation>
     </message>
     <message>
-        <source>[%1] has &apos;%2&apos; twice; the last one counts</source>
+        <source>[%1] has '%2' twice; the last one counts</source>
         <translation>[%1]: ключ «%2» задан дважды; действует последний</translation>
     </message>
     <message>
-        <source>ignored: [%1] has the unknown key &apos;%2&apos;; known are %3</source>
+        <source>ignored: [%1] has the unknown key '%2'; known are %3</source>
         <translation>пропускается: [%1]: неизвестный ключ «%2»; известны %3</translation>
     </message>
     <message>
@@ -2901,7 +3248,7 @@ Example, with the sample station:
         <translation>[%1]: не задано %2; без этого расстояние до места КЗ на линии не определяется</translation>
     </message>
     <message>
-        <source>[%1] %2 = &apos;%3&apos;: </source>
+        <source>[%1] %2 = '%3': </source>
         <translation>[%1] %2 = «%3»: </translation>
     </message>
     <message>
@@ -2909,11 +3256,11 @@ Example, with the sample station:
         <translation>строка не в UTF-8; перекодируйте файл, например: iconv -f WINDOWS-1251 -t UTF-8</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; cannot be read: %2</source>
+        <source>'%1' cannot be read: %2</source>
         <translation>«%1» не читается: %2</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; is too large for the data of lines</source>
+        <source>'%1' is too large for the data of lines</source>
         <translation>«%1» слишком велик для параметров линий</translation>
     </message>
     <message>
@@ -2925,7 +3272,7 @@ Example, with the sample station:
         <translation>радиус должен быть больше 0</translation>
     </message>
     <message>
-        <source>the corner &apos;%1&apos; is not R,X; write corners with blanks between them and decimal points: 0,0 10,0 8.5,20</source>
+        <source>the corner '%1' is not R,X; write corners with blanks between them and decimal points: 0,0 10,0 8.5,20</source>
         <translation>вершина «%1» не в виде R,X; пишите вершины через пробел, дробную часть через точку: 0,0 10,0 8.5,20</translation>
     </message>
     <message>
@@ -2941,18 +3288,18 @@ Example, with the sample station:
         <translation>пишите десятичную точку: %1</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; is not a number</source>
+        <source>'%1' is not a number</source>
         <translation>«%1» не число</translation>
     </message>
     <message>
-        <source>a zone is &apos;mho R X radius&apos; or &apos;polygon R,X R,X R,X ...&apos;, in primary ohms</source>
+        <source>a zone is 'mho R X radius' or 'polygon R,X R,X R,X ...', in primary ohms</source>
         <translation>зона задаётся как mho R X радиус или polygon R,X R,X R,X ..., в первичных омах</translation>
     </message>
 </context>
 <context>
     <name>log</name>
     <message>
-        <source>cannot make a temporary log file in &apos;%1&apos;; set TMPDIR to a directory that can be written to, or name a log file by --log</source>
+        <source>cannot make a temporary log file in '%1'; set TMPDIR to a directory that can be written to, or name a log file by --log</source>
         <translation>временный файл журнала в «%1» не создаётся; укажите в TMPDIR каталог, доступный для записи, или файл журнала ключом --log</translation>
     </message>
     <message>
@@ -2960,7 +3307,7 @@ Example, with the sample station:
         <translation>... (строк до этого: %1)</translation>
     </message>
     <message>
-        <source>--log: &apos;%1&apos; cannot be written: %2</source>
+        <source>--log: '%1' cannot be written: %2</source>
         <translation>--log: «%1» не записывается: %2</translation>
     </message>
     <message>
@@ -2971,7 +3318,7 @@ Example, with the sample station:
 <context>
     <name>main</name>
     <message>
-        <source>argument %1 (&apos;%2&apos;) is not UTF-8; rename the file, or run the program from a UTF-8 terminal</source>
+        <source>argument %1 ('%2') is not UTF-8; rename the file, or run the program from a UTF-8 terminal</source>
         <translation>аргумент %1 («%2») не в UTF-8; переименуйте файл или запустите программу из терминала с UTF-8</translation>
     </message>
     <message>
@@ -2999,7 +3346,7 @@ Example, with the sample station:
         <translation>стандартный вывод не записывается; проверьте диск или канал</translation>
     </message>
     <message>
-        <source>&apos;zucmtr help COMMAND&apos; says more about a command. To try the program:
+        <source>'zucmtr help COMMAND' says more about a command. To try the program:
 
   zucmtr sample --out station
   zucmtr convert --out station/comtrade --make-out station</source>
@@ -3009,14 +3356,14 @@ Example, with the sample station:
   zucmtr convert --out station/comtrade --make-out station</translation>
     </message>
     <message>
-        <source>Run &apos;%1 --help&apos; for the options and an example.</source>
+        <source>Run '%1 --help' for the options and an example.</source>
         <translation>Ключи и пример: «%1 --help».</translation>
     </message>
 </context>
 <context>
     <name>memory</name>
     <message>
-        <source>Memory that the program may take, as 800M or 2G; 0: no limit. A recording that needs more fails. Default: three quarters of the machine&apos;s memory</source>
+        <source>Memory that the program may take, as 800M or 2G; 0: no limit. A recording that needs more fails. Default: three quarters of the machine's memory</source>
         <translation>Память, которую может занять программа, как 800M или 2G; 0: без предела. Осциллограмма, которой нужно больше, не преобразуется. По умолчанию три четверти памяти машины</translation>
     </message>
     <message>
@@ -3142,7 +3489,7 @@ Example, with the sample station:
         <translation>%1: указано раз: %2; укажите один раз</translation>
     </message>
     <message>
-        <source>%1 takes no value; leave &apos;%2&apos; out</source>
+        <source>%1 takes no value; leave '%2' out</source>
         <translation>%1 — ключ без значения; уберите «%2»</translation>
     </message>
     <message>
@@ -3150,7 +3497,7 @@ Example, with the sample station:
         <translation>%1: %2</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; has no option %2</source>
+        <source>'%1' has no option %2</source>
         <translation>у «%1» нет ключа %2</translation>
     </message>
     <message>
@@ -3166,19 +3513,19 @@ Example, with the sample station:
         <translation>; может быть, %1?</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; is too much: &apos;%2&apos; takes nothing but options</source>
+        <source>'%1' is too much: '%2' takes nothing but options</source>
         <translation>«%1» — лишнее: у «%2» есть только ключи</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; is too much: &apos;%2&apos; takes one %3</source>
+        <source>'%1' is too much: '%2' takes one %3</source>
         <translation>«%1» — лишнее: у «%2» только один аргумент (%3)</translation>
     </message>
     <message>
-        <source>there is no command &apos;%1&apos;</source>
+        <source>there is no command '%1'</source>
         <translation>нет команды «%1»</translation>
     </message>
     <message>
-        <source>; did you mean &apos;%1&apos;?</source>
+        <source>; did you mean '%1'?</source>
         <translation>; может быть, «%1»?</translation>
     </message>
     <message>
@@ -3186,15 +3533,15 @@ Example, with the sample station:
         <translation>; есть %1</translation>
     </message>
     <message>
-        <source>%1 has no value after the &apos;=&apos;</source>
+        <source>%1 has no value after the '='</source>
         <translation>%1: после «=» нет значения</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; has one dash only; did you mean -%1?</source>
+        <source>'%1' has one dash only; did you mean -%1?</source>
         <translation>в «%1» только один дефис; может быть, -%1?</translation>
     </message>
     <message>
-        <source>&apos;%1&apos;</source>
+        <source>'%1'</source>
         <translation>«%1»</translation>
     </message>
     <message>
@@ -3230,7 +3577,7 @@ Example, with the sample station:
         <translation>ВТОРОЙ</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; is too much: &apos;%2&apos; takes one %3 and one %4</source>
+        <source>'%1' is too much: '%2' takes one %3 and one %4</source>
         <translation>«%1» — лишнее: у «%2» только два аргумента (%3 и %4)</translation>
     </message>
     <message>
@@ -3242,19 +3589,19 @@ Example, with the sample station:
         <translation>не указана команда</translation>
     </message>
     <message>
-        <source>say what &apos;%1&apos; is to do: %2</source>
+        <source>say what '%1' is to do: %2</source>
         <translation>укажите, что делать команде «%1»: %2</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; is no command; say first what to do with it, as in: %2 %3</source>
+        <source>'%1' is no command; say first what to do with it, as in: %2 %3</source>
         <translation>«%1» — не команда; укажите сначала, что делать, например: %2 %3</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; has no command &apos;%2&apos;</source>
+        <source>'%1' has no command '%2'</source>
         <translation>у «%1» нет команды «%2»</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; is too much: &apos;%2&apos; has no commands</source>
+        <source>'%1' is too much: '%2' has no commands</source>
         <translation>«%1» — лишнее: у «%2» нет подкоманд</translation>
     </message>
     <message>
@@ -3312,18 +3659,18 @@ Example, with the sample station:
 <context>
     <name>record form</name>
     <message>
-        <source>--ini: &apos;%1&apos; cannot be read: %2</source>
+        <source>--ini: '%1' cannot be read: %2</source>
         <translation>--ini: «%1» не читается: %2</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; cannot be written: %2; free space in the directory for temporary files</source>
+        <source>'%1' cannot be written: %2; free space in the directory for temporary files</source>
         <translation>«%1» не записывается: %2; освободите место в каталоге временных файлов</translation>
     </message>
 </context>
 <context>
     <name>record source</name>
     <message>
-        <source>&apos;%1&apos; cannot be written: %2; free space in the directory for temporary files</source>
+        <source>'%1' cannot be written: %2; free space in the directory for temporary files</source>
         <translation>«%1» не записывается: %2; освободите место в каталоге временных файлов</translation>
     </message>
     <message>
@@ -3409,18 +3756,18 @@ Example, with the sample station:
         <translation>не вошли в запись: %1</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; could not be read: %2</source>
-        <translation>файл &apos;%1&apos; не удалось прочитать: %2</translation>
+        <source>'%1' could not be read: %2</source>
+        <translation>файл '%1' не удалось прочитать: %2</translation>
     </message>
     <message>
-        <source>what is whole of the recording could not be written to &apos;%1&apos;: %2; free space in the directory for temporary files</source>
-        <translation>уцелевшую часть осциллограммы не удалось записать в &apos;%1&apos;: %2; освободите место в каталоге временных файлов</translation>
+        <source>what is whole of the recording could not be written to '%1': %2; free space in the directory for temporary files</source>
+        <translation>уцелевшую часть осциллограммы не удалось записать в '%1': %2; освободите место в каталоге временных файлов</translation>
     </message>
 </context>
 <context>
     <name>sample</name>
     <message>
-        <source>--out: &apos;%1&apos; already has &apos;%2&apos;; choose another directory, or replace the sample and its ini file by --force</source>
+        <source>--out: '%1' already has '%2'; choose another directory, or replace the sample and its ini file by --force</source>
         <translation>--out: в «%1» уже есть «%2»; выберите другой каталог или замените учебную станцию и её ini-файл ключом --force</translation>
     </message>
     <message>
@@ -3480,7 +3827,7 @@ Example, with the sample station:
         <translation>Начальное число шума и времён срабатывания, от 0 до 4294967295 (1)</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; cannot be written: %2</source>
+        <source>'%1' cannot be written: %2</source>
         <translation>«%1» не записывается: %2</translation>
     </message>
     <message>
@@ -3488,7 +3835,7 @@ Example, with the sample station:
         <translation>Каталог для файлов; создаётся, если его нет</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; is wrong; give a seed or a range of at most %2, as 17 or 1-1000</source>
+        <source>'%1' is wrong; give a seed or a range of at most %2, as 17 or 1-1000</source>
         <translation>«%1» не годится; дайте начальное число или диапазон не более чем из %2 чисел, например 17 или 1-1000</translation>
     </message>
     <message>
@@ -3496,7 +3843,7 @@ Example, with the sample station:
         <translation>Переходное сопротивление (1)</translation>
     </message>
     <message>
-        <source>Angle of the faulted phase&apos;s voltage at the onset (60)</source>
+        <source>Angle of the faulted phase's voltage at the onset (60)</source>
         <translation>Угол напряжения повреждённой фазы в момент замыкания (60)</translation>
     </message>
     <message>
@@ -3601,91 +3948,91 @@ Examples:
 <context>
     <name>sources</name>
     <message>
-        <source>&apos;%1&apos; could not be written to the disk: %2; the recording is kept; check the disk, then convert again</source>
+        <source>'%1' could not be written to the disk: %2; the recording is kept; check the disk, then convert again</source>
         <translation>«%1» не удалось записать на диск: %2; осциллограмма сохранена; проверьте диск и преобразуйте снова</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; could not be deleted: %2; delete it yourself, its record is verified</source>
+        <source>'%1' could not be deleted: %2; delete it yourself, its record is verified</source>
         <translation>«%1» не удалось удалить: %2; удалите сами, запись проверена</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; could not be moved to &apos;%2&apos;: %3; it is where it was</source>
+        <source>'%1' could not be moved to '%2': %3; it is where it was</source>
         <translation>«%1» не удалось перенести в «%2»: %3; файл остался на месте</translation>
     </message>
     <message>
-        <source>the copy of &apos;%1&apos; in the archive is not the same; check the archive&apos;s disk</source>
+        <source>the copy of '%1' in the archive is not the same; check the archive's disk</source>
         <translation>копия «%1» в архиве отличается; проверьте диск архива</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; is already in the archive; give another --archive</source>
+        <source>'%1' is already in the archive; give another --archive</source>
         <translation>«%1» уже лежит в архиве; укажите другой --archive</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; is not archived: a different file &apos;%2&apos; is there; move one of them away</source>
+        <source>'%1' is not archived: a different file '%2' is there; move one of them away</source>
         <translation>«%1» не архивирован: там другой файл «%2»; уберите один из них</translation>
     </message>
     <message>
-        <source>the directory &apos;%1&apos; cannot be made: %2; the recording is where it was</source>
+        <source>the directory '%1' cannot be made: %2; the recording is where it was</source>
         <translation>каталог «%1» не создаётся: %2; осциллограмма осталась на месте</translation>
     </message>
     <message>
-        <source>another program is writing &apos;%1&apos;; the recording is where it was</source>
+        <source>another program is writing '%1'; the recording is where it was</source>
         <translation>другая программа записывает «%1»; осциллограмма осталась на месте</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; is locked by another program</source>
+        <source>'%1' is locked by another program</source>
         <translation>«%1» заблокирован другой программой</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; came after the recording was read</source>
+        <source>'%1' came after the recording was read</source>
         <translation>«%1» появился после чтения осциллограммы</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; is gone since it was read</source>
+        <source>'%1' is gone since it was read</source>
         <translation>«%1» исчез после чтения</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; could not be put away: the name is too long; give it a shorter one</source>
+        <source>'%1' could not be put away: the name is too long; give it a shorter one</source>
         <translation>«%1» не удалось убрать: слишком длинное имя; дайте файлу имя короче</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; could not be put away: %2; it is where it was; give this user the permission to change its directory, or put it away yourself, its record is verified</source>
+        <source>'%1' could not be put away: %2; it is where it was; give this user the permission to change its directory, or put it away yourself, its record is verified</source>
         <translation>«%1» не удалось убрать: %2; файл остался на месте; разрешите этому пользователю изменять каталог или уберите файл сами, запись проверена</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; is still open for writing in another program</source>
+        <source>'%1' is still open for writing in another program</source>
         <translation>«%1» ещё открыт на запись в другой программе</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; is another file than the one that was read</source>
+        <source>'%1' is another file than the one that was read</source>
         <translation>«%1» — уже не тот файл, который был прочитан</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; could not be checked again: %2</source>
+        <source>'%1' could not be checked again: %2</source>
         <translation>«%1» не удалось проверить повторно: %2</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; changed after it was read</source>
+        <source>'%1' changed after it was read</source>
         <translation>«%1» изменился после чтения</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; is not there</source>
+        <source>'%1' is not there</source>
         <translation>файла «%1» нет</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; has the name of a recording, but is not a file; move it away, then convert again</source>
+        <source>'%1' has the name of a recording, but is not a file; move it away, then convert again</source>
         <translation>у «%1» имя осциллограммы, но это не файл; уберите его и преобразуйте снова</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; changed while it was read; convert again when it is complete</source>
+        <source>'%1' changed while it was read; convert again when it is complete</source>
         <translation>«%1» изменился во время чтения; преобразуйте снова, когда файл будет готов</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; could not be read: %2; convert fewer recordings at once (--jobs)</source>
+        <source>'%1' could not be read: %2; convert fewer recordings at once (--jobs)</source>
         <translation>«%1» не удалось прочитать: %2; преобразуйте меньше осциллограмм одновременно (--jobs)</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; could not be read: %2; check the disk or the network, then convert again</source>
+        <source>'%1' could not be read: %2; check the disk or the network, then convert again</source>
         <translation>«%1» не удалось прочитать: %2; проверьте диск или сеть и преобразуйте снова</translation>
     </message>
     <message>
@@ -3693,38 +4040,38 @@ Examples:
         <translation>%1; осциллограмма сохранена, преобразуйте её снова</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; is there, but not the file before it</source>
+        <source>'%1' is there, but not the file before it</source>
         <translation>«%1» есть, а предыдущего файла нет</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; is now called &apos;%2&apos; and could not get its name back: %3; rename it</source>
+        <source>'%1' is now called '%2' and could not get its name back: %3; rename it</source>
         <translation>«%1» теперь называется «%2», вернуть имя не удалось: %3; переименуйте файл</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; is now called &apos;%2&apos;, because another file has taken its name</source>
+        <source>'%1' is now called '%2', because another file has taken its name</source>
         <translation>«%1» теперь называется «%2», так как его имя занял другой файл</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; could not be read: no permission; let this user read it, then convert again</source>
+        <source>'%1' could not be read: no permission; let this user read it, then convert again</source>
         <translation>«%1» не удалось прочитать: нет прав; разрешите этому пользователю чтение и преобразуйте снова</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; is now called &apos;%2&apos;, as its continuations could not get their names back</source>
+        <source>'%1' is now called '%2', as its continuations could not get their names back</source>
         <translation>«%1» теперь называется «%2»: его продолжениям не удалось вернуть имена</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; is in the archive as &apos;%2&apos;, but could not be written to the disk: %3; check the archive&apos;s disk</source>
+        <source>'%1' is in the archive as '%2', but could not be written to the disk: %3; check the archive's disk</source>
         <translation>«%1» лежит в архиве как «%2», но на диск не записан: %3; проверьте диск архива</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; is there and was not made by this program; move it away</source>
+        <source>'%1' is there and was not made by this program; move it away</source>
         <translation>«%1» уже есть в архиве, и создала его не эта программа; уберите этот файл</translation>
     </message>
 </context>
 <context>
     <name>sql</name>
     <message>
-        <source>Qt&apos;s driver for PostgreSQL is missing; install the package libqt5sql5-psql</source>
+        <source>Qt's driver for PostgreSQL is missing; install the package libqt5sql5-psql</source>
         <translation>нет драйвера Qt для PostgreSQL; установите пакет libqt5sql5-psql</translation>
     </message>
     <message>
@@ -3736,12 +4083,12 @@ Examples:
         <translation>сервер не принимает записей; возможно, это реплика (%1)</translation>
     </message>
     <message>
-        <source>the server&apos;s disk is full (%1)</source>
+        <source>the server's disk is full (%1)</source>
         <translation>на диске сервера нет места (%1)</translation>
     </message>
     <message>
-        <source>its encoding is %1; make a database with ENCODING &apos;UTF8&apos; TEMPLATE template0</source>
-        <translation>её кодировка — %1; создайте базу данных с ENCODING &apos;UTF8&apos; TEMPLATE template0</translation>
+        <source>its encoding is %1; make a database with ENCODING 'UTF8' TEMPLATE template0</source>
+        <translation>её кодировка — %1; создайте базу данных с ENCODING 'UTF8' TEMPLATE template0</translation>
     </message>
     <message>
         <source>the connection to the server is lost</source>
@@ -3752,30 +4099,30 @@ Examples:
         <translation>это не обычный файл</translation>
     </message>
     <message>
-        <source>part of it is in &apos;%1-wal&apos;, which can only be read where files can be written: copy both, or ask somebody who may write there to open it once</source>
+        <source>part of it is in '%1-wal', which can only be read where files can be written: copy both, or ask somebody who may write there to open it once</source>
         <translation>часть данных находится в «%1-wal» и читается только там, где можно записывать файлы: скопируйте оба файла или попросите того, у кого есть право записи, один раз открыть базу</translation>
     </message>
 </context>
 <context>
     <name>staging</name>
     <message>
-        <source>no directory for new records can be made in &apos;%1&apos;: %2</source>
+        <source>no directory for new records can be made in '%1': %2</source>
         <translation>в «%1» не удалось создать каталог для новых записей: %2</translation>
     </message>
     <message>
-        <source>the record&apos;s file &apos;%1&apos; was not written: %2</source>
+        <source>the record's file '%1' was not written: %2</source>
         <translation>файл записи «%1» не был создан: %2</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; is a directory; the record needs the name, move it away</source>
+        <source>'%1' is a directory; the record needs the name, move it away</source>
         <translation>«%1» — каталог, а имя нужно записи; переместите его</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; could not be removed: %2</source>
+        <source>'%1' could not be removed: %2</source>
         <translation>«%1» не удалось удалить: %2</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; could not be put in place: %2</source>
+        <source>'%1' could not be put in place: %2</source>
         <translation>«%1» не удалось поставить на место: %2</translation>
     </message>
     <message>
@@ -3783,15 +4130,15 @@ Examples:
         <translation>; прежние файлы не удалось вернуть на место, преобразуйте осциллограмму снова</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; is a device or a pipe; the record needs the name, move it away</source>
+        <source>'%1' is a device or a pipe; the record needs the name, move it away</source>
         <translation>«%1» — устройство или канал; имя нужно записи, уберите его</translation>
     </message>
     <message>
-        <source>another zucmtr holds the directory &apos;%1&apos;, where it puts a record in place; convert again when it has ended</source>
+        <source>another zucmtr holds the directory '%1', where it puts a record in place; convert again when it has ended</source>
         <translation>каталог «%1» удерживает другой процесс zucmtr, который помещает туда запись; повторите преобразование, когда он завершится</translation>
     </message>
     <message>
-        <source>the record cannot be called &apos;%1&apos;: %2</source>
+        <source>the record cannot be called '%1': %2</source>
         <translation>запись нельзя назвать «%1»: %2</translation>
     </message>
 </context>
@@ -3970,11 +4317,11 @@ Examples:
         <translation>Расстояние не определено: нет файла lines.ini с параметрами линии.</translation>
     </message>
     <message>
-        <source>No distance: &apos;%1&apos; has no data of the line [%2].</source>
+        <source>No distance: '%1' has no data of the line [%2].</source>
         <translation>Расстояние не определено: в «%1» нет параметров линии [%2].</translation>
     </message>
     <message>
-        <source>No distance: the record has no voltages of this circuit; &apos;voltages&apos; in lines.ini names the circuit whose voltages serve it.</source>
+        <source>No distance: the record has no voltages of this circuit; 'voltages' in lines.ini names the circuit whose voltages serve it.</source>
         <translation>Расстояние не определено: в записи нет напряжений этого присоединения; ключ voltages в lines.ini называет присоединение, напряжения которого к нему относятся.</translation>
     </message>
     <message>
@@ -4042,7 +4389,7 @@ Examples:
         <translation>Дискретные сигналы не изменялись.</translation>
     </message>
     <message>
-        <source>The trigger time is outside the record&apos;s samples.</source>
+        <source>The trigger time is outside the record's samples.</source>
         <translation>Момент пуска лежит вне отсчётов записи.</translation>
     </message>
     <message>
@@ -4188,7 +4535,7 @@ Examples:
 <context>
     <name>validate</name>
     <message>
-        <source>there is no section &apos;%1&apos;; the sections are CFG, INF, HDR and DAT</source>
+        <source>there is no section '%1'; the sections are CFG, INF, HDR and DAT</source>
         <translation>раздела «%1» нет в стандарте; есть разделы CFG, INF, HDR и DAT</translation>
     </message>
     <message>
@@ -4196,7 +4543,7 @@ Examples:
         <translation>раздел %1 стоит после %2; порядок разделов: CFG, INF, HDR, DAT</translation>
     </message>
     <message>
-        <source>the mark is &apos;%1&apos;, but the configuration says %2 data; it should be &apos;%3&apos;</source>
+        <source>the mark is '%1', but the configuration says %2 data; it should be '%3'</source>
         <translation>заголовок раздела — «%1», а по конфигурации данные имеют тип %2; должно быть «%3»</translation>
     </message>
     <message>
@@ -4276,11 +4623,11 @@ Examples:
         <translation>строка стоит до первой секции и не относится ни к одной</translation>
     </message>
     <message>
-        <source>the line is neither a section in brackets nor &apos;name=value&apos;; comments start with &apos;;&apos;</source>
+        <source>the line is neither a section in brackets nor 'name=value'; comments start with ';'</source>
         <translation>строка — ни секция в квадратных скобках, ни «имя=значение»; комментарии начинаются с «;»</translation>
     </message>
     <message>
-        <source>the heading of a section ends with &apos;]&apos;</source>
+        <source>the heading of a section ends with ']'</source>
         <translation>заголовок секции должен заканчиваться скобкой «]»</translation>
     </message>
     <message>
@@ -4288,11 +4635,11 @@ Examples:
         <translation>секция [%1] уже есть в строке %2; программы возьмут одну из них</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; is in line %2 of this section already; readers take one of them</source>
+        <source>'%1' is in line %2 of this section already; readers take one of them</source>
         <translation>«%1» уже есть в этой секции, в строке %2; программы возьмут одно из двух</translation>
     </message>
     <message>
-        <source>%1 is &apos;%2&apos;, but the configuration says &apos;%3&apos;; they must be the same</source>
+        <source>%1 is '%2', but the configuration says '%3'; they must be the same</source>
         <translation>%1 — «%2», а в конфигурации «%3»; они должны совпадать</translation>
     </message>
     <message>
@@ -4340,15 +4687,15 @@ Examples:
         <translation>данные типа %1 появились в редакции 2013, здесь редакция %2; программы, рассчитанные на неё, их не прочтут</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; should be the difference from UTC, as +3, -7h15 or 0, or x where it is not known</source>
+        <source>'%1' should be the difference from UTC, as +3, -7h15 or 0, or x where it is not known</source>
         <translation>«%1» — здесь должна быть разница с UTC, например +3, -7h15 или 0, либо x, если она неизвестна</translation>
     </message>
     <message>
-        <source>the quality of the time is &apos;%1&apos;; it is 0 to 9, A, B or F</source>
+        <source>the quality of the time is '%1'; it is 0 to 9, A, B or F</source>
         <translation>качество времени — «%1»; возможны 0–9, A, B и F</translation>
     </message>
     <message>
-        <source>the leap second is &apos;%1&apos;; it is 0, 1, 2 or 3</source>
+        <source>the leap second is '%1'; it is 0, 1, 2 or 3</source>
         <translation>признак високосной секунды — «%1»; возможны 0, 1, 2 и 3</translation>
     </message>
     <message>
@@ -4462,23 +4809,23 @@ IEEE C37.111 редакций 1991, 1999 и 2013. Из-за ошибки про�
 <context>
     <name>values</name>
     <message>
-        <source>&apos;%1&apos; is wrong; give a whole number from %2 to %3</source>
+        <source>'%1' is wrong; give a whole number from %2 to %3</source>
         <translation>«%1» не годится; дайте целое число от %2 до %3</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; is wrong; give a number from %2 to %3</source>
+        <source>'%1' is wrong; give a number from %2 to %3</source>
         <translation>«%1» не годится; дайте число от %2 до %3</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; is wrong; give a number above 0 and below %2</source>
+        <source>'%1' is wrong; give a number above 0 and below %2</source>
         <translation>«%1» не годится; дайте число больше 0 и меньше %2</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; is wrong; give one of %2</source>
+        <source>'%1' is wrong; give one of %2</source>
         <translation>«%1» не годится; дайте одно из: %2</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; is wrong; give a size as 800M or 2G, or 0 for no limit</source>
+        <source>'%1' is wrong; give a size as 800M or 2G, or 0 for no limit</source>
         <translation>«%1» не годится; дайте размер, как 800M или 2G, или 0 — без предела</translation>
     </message>
     <message>
@@ -4490,14 +4837,14 @@ IEEE C37.111 редакций 1991, 1999 и 2013. Из-за ошибки про�
         <translation>пустой путь; укажите его</translation>
     </message>
     <message>
-        <source>there is no encoding &apos;%1&apos;; give a name such as UTF-8, CP1251, CP866, KOI8-R, GBK or Latin-1</source>
-        <translation>нет кодировки &apos;%1&apos;; укажите имя, например UTF-8, CP1251, CP866, KOI8-R, GBK или Latin-1</translation>
+        <source>there is no encoding '%1'; give a name such as UTF-8, CP1251, CP866, KOI8-R, GBK or Latin-1</source>
+        <translation>нет кодировки '%1'; укажите имя, например UTF-8, CP1251, CP866, KOI8-R, GBK или Latin-1</translation>
     </message>
 </context>
 <context>
     <name>verify</name>
     <message>
-        <source>the channel &apos;%1&apos; has a comma or a line end in its name, its unit or its bay, so that no program can read the record&apos;s configuration; rename it in the recorder, or in the ini file if it is a bay&apos;s text</source>
+        <source>the channel '%1' has a comma or a line end in its name, its unit or its bay, so that no program can read the record's configuration; rename it in the recorder, or in the ini file if it is a bay's text</source>
         <translation>у канала «%1» запятая или конец строки в имени, единице или присоединении, поэтому конфигурацию записи не прочтёт ни одна программа; переименуйте его в регистраторе или в ini-файле, если это текст присоединения</translation>
     </message>
     <message>
@@ -4505,15 +4852,15 @@ IEEE C37.111 редакций 1991, 1999 и 2013. Из-за ошибки про�
         <translation>%1: в строке %2 полей %3 вместо %4</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; goes on after line %2, which should be its last</source>
+        <source>'%1' goes on after line %2, which should be its last</source>
         <translation>«%1» продолжается за строкой %2, которая должна быть последней</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; ends within line %2 or before it; free the disk, then convert again</source>
+        <source>'%1' ends within line %2 or before it; free the disk, then convert again</source>
         <translation>«%1» кончается в строке %2 или до неё; освободите диск и преобразуйте снова</translation>
     </message>
     <message>
-        <source>the ini file&apos;s object &apos;%1&apos; or source &apos;%2&apos; holds a comma, so that no program can read the record&apos;s configuration; take it out</source>
+        <source>the ini file's object '%1' or source '%2' holds a comma, so that no program can read the record's configuration; take it out</source>
         <translation>в объекте «%1» или источнике «%2» ini-файла запятая, поэтому конфигурацию записи не прочтёт ни одна программа; уберите её</translation>
     </message>
     <message>
@@ -4665,15 +5012,15 @@ IEEE C37.111 редакций 1991, 1999 и 2013. Из-за ошибки про�
         <translation>нет</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; ends after record %2 of %3; free the disk, then convert again</source>
+        <source>'%1' ends after record %2 of %3; free the disk, then convert again</source>
         <translation>«%1» кончается после выборки %2 из %3; освободите диск и преобразуйте снова</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; goes on after record %2, with which the recording ends</source>
+        <source>'%1' goes on after record %2, with which the recording ends</source>
         <translation>«%1» продолжается за выборкой %2, которой кончается осциллограмма</translation>
     </message>
     <message>
-        <source>&apos;%1&apos;, record %2</source>
+        <source>'%1', record %2</source>
         <translation>«%1», выборка %2</translation>
     </message>
     <message>
@@ -4693,43 +5040,43 @@ IEEE C37.111 редакций 1991, 1999 и 2013. Из-за ошибки про�
         <translation>, дискретный канал %1 (%2)</translation>
     </message>
     <message>
-        <source>the sections [%1] and [%2] of &apos;%3&apos; do not load for the verification</source>
+        <source>the sections [%1] and [%2] of '%3' do not load for the verification</source>
         <translation>секции [%1] и [%2] файла «%3» не загружаются для проверки</translation>
     </message>
     <message>
-        <source>%1: the record says &apos;%2&apos;, the recording &apos;%3&apos;</source>
+        <source>%1: the record says '%2', the recording '%3'</source>
         <translation>%1: в записи «%2», в осциллограмме «%3»</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; cannot be read: %2</source>
+        <source>'%1' cannot be read: %2</source>
         <translation>«%1» не читается: %2</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; is too large</source>
+        <source>'%1' is too large</source>
         <translation>«%1» слишком велик</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; does not end with a whole line; free the disk, then convert again</source>
+        <source>'%1' does not end with a whole line; free the disk, then convert again</source>
         <translation>«%1» не кончается целой строкой; освободите диск и преобразуйте снова</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; does not have &apos;%2&apos; where it should</source>
+        <source>'%1' does not have '%2' where it should</source>
         <translation>в «%1» нет «%2» на своём месте</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; ends before &apos;%2&apos;; free the disk, then convert again</source>
+        <source>'%1' ends before '%2'; free the disk, then convert again</source>
         <translation>«%1» кончается перед «%2»; освободите диск и преобразуйте снова</translation>
     </message>
     <message>
-        <source>&apos;%1&apos;, mark of the data</source>
+        <source>'%1', mark of the data</source>
         <translation>«%1», метка данных</translation>
     </message>
     <message>
-        <source>&apos;%1&apos;, line %2</source>
+        <source>'%1', line %2</source>
         <translation>«%1», строка %2</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; has %2 records, but its configuration says %3</source>
+        <source>'%1' has %2 records, but its configuration says %3</source>
         <translation>в «%1» выборок %2, а в конфигурации %3</translation>
     </message>
     <message>
@@ -4737,15 +5084,15 @@ IEEE C37.111 редакций 1991, 1999 и 2013. Из-за ошибки про�
         <translation>осциллограмма не читается: %1</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; is not a file</source>
+        <source>'%1' is not a file</source>
         <translation>«%1» — не файл</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; is not a COMTRADE record</source>
+        <source>'%1' is not a COMTRADE record</source>
         <translation>«%1» — не запись COMTRADE</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; has other samples than the recording</source>
+        <source>'%1' has other samples than the recording</source>
         <translation>в «%1» не те отсчёты, что в осциллограмме</translation>
     </message>
     <message>
@@ -4757,7 +5104,7 @@ IEEE C37.111 редакций 1991, 1999 и 2013. Из-за ошибки про�
         <translation>в файле INF нет %1 в [%2]</translation>
     </message>
     <message>
-        <source>the INF file has &apos;%1&apos; for %2 in [%3], the configuration &apos;%4&apos;</source>
+        <source>the INF file has '%1' for %2 in [%3], the configuration '%4'</source>
         <translation>в файле INF «%1» для %2 в [%3], в конфигурации «%4»</translation>
     </message>
     <message>
@@ -4769,11 +5116,11 @@ IEEE C37.111 редакций 1991, 1999 и 2013. Из-за ошибки про�
         <translation>в файле INF нет секции [%1]</translation>
     </message>
     <message>
-        <source>the fault report has no line &apos;%1&apos; where it should</source>
+        <source>the fault report has no line '%1' where it should</source>
         <translation>в отчёте об аварии нет строки «%1» на своём месте</translation>
     </message>
     <message>
-        <source>the fault report has &apos;%1&apos; for &apos;%2&apos;, the record&apos;s other files &apos;%3&apos;</source>
+        <source>the fault report has '%1' for '%2', the record's other files '%3'</source>
         <translation>в отчёте об аварии «%1» для «%2», в других файлах записи «%3»</translation>
     </message>
     <message>
@@ -4821,7 +5168,7 @@ IEEE C37.111 редакций 1991, 1999 и 2013. Из-за ошибки про�
         <translation>%1: различаются значения: %2 из %3; в выборке %4 (%5 с) %6, должно быть %7</translation>
     </message>
     <message>
-        <source>%1: the record says &apos;%2&apos;, the ini file makes it &apos;%3&apos;</source>
+        <source>%1: the record says '%2', the ini file makes it '%3'</source>
         <translation>%1: в записи «%2», по ini-файлу «%3»</translation>
     </message>
     <message>
@@ -4852,15 +5199,15 @@ IEEE C37.111 редакций 1991, 1999 и 2013. Из-за ошибки про�
         <translation>тексты не сравнивались, так как ini-файл не найден</translation>
     </message>
     <message>
-        <source>the channels are in another order than &apos;%1&apos; gives them</source>
+        <source>the channels are in another order than '%1' gives them</source>
         <translation>порядок каналов не тот, что даёт «%1»</translation>
     </message>
     <message>
-        <source>the record has other settings than &apos;%1&apos; (%2)</source>
+        <source>the record has other settings than '%1' (%2)</source>
         <translation>запись сделана с другими параметрами, чем в «%1» (%2)</translation>
     </message>
     <message>
-        <source>if the record was made with other settings than &apos;%1&apos;, --plain leaves its texts out</source>
+        <source>if the record was made with other settings than '%1', --plain leaves its texts out</source>
         <translation>если запись сделана с другими параметрами, чем в «%1», --plain не сравнивает её тексты</translation>
     </message>
     <message>
@@ -4900,7 +5247,7 @@ IEEE C37.111 редакций 1991, 1999 и 2013. Из-за ошибки про�
         <translation>; каналов %1 + %2 из %3 + %4</translation>
     </message>
     <message>
-        <source>every byte compared, by &apos;%1&apos;</source>
+        <source>every byte compared, by '%1'</source>
         <translation>сравнён каждый байт, по «%1»</translation>
     </message>
     <message>
@@ -4920,7 +5267,7 @@ IEEE C37.111 редакций 1991, 1999 и 2013. Из-за ошибки про�
         <translation>%1: в порядке, запись осциллограммы %2 (%3); %4</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; is not the .cfg or .cff file of a record; give the record of a recording after it</source>
+        <source>'%1' is not the .cfg or .cff file of a record; give the record of a recording after it</source>
         <translation>«%1» — не файл .cfg или .cff записи; после осциллограммы укажите её запись</translation>
     </message>
     <message>
@@ -4932,12 +5279,12 @@ IEEE C37.111 редакций 1991, 1999 и 2013. Из-за ошибки про�
         <translation>--ini, --defaults, --device и --plain — для записи и её осциллограммы; укажите сначала осциллограмму или уберите их</translation>
     </message>
     <message>
-        <source>A record and its recording: with the recorder&apos;s ini file every byte is compared, as &apos;zucmtr convert&apos;
-does it, in the form that the record has. Without one, and for records of &apos;zucmtr export&apos; or of other
+        <source>A record and its recording: with the recorder's ini file every byte is compared, as 'zucmtr convert'
+does it, in the form that the record has. Without one, and for records of 'zucmtr export' or of other
 settings, it is every sample, state and time; the line says what was compared. The record may have part
 of the samples and channels only.
-A record by itself: everything can be read, and samples, numbers, times, limits and the record&apos;s files
-agree with each other. It is not held against the standard: see &apos;zucmtr validate&apos;.
+A record by itself: everything can be read, and samples, numbers, times, limits and the record's files
+agree with each other. It is not held against the standard: see 'zucmtr validate'.
 
 Exit code: 0 all records are good, 1 something is wrong with at least one, 2 wrong usage.
 
@@ -4969,7 +5316,7 @@ Example, with the sample station:
         <translation>Без ini-файла: не сравнивать тексты</translation>
     </message>
     <message>
-        <source>The recorder&apos;s ini file. Default: ZuDrv.ini beside the recording or in the current directory, if there is one</source>
+        <source>The recorder's ini file. Default: ZuDrv.ini beside the recording or in the current directory, if there is one</source>
         <translation>Ini-файл регистратора. По умолчанию ZuDrv.ini рядом с осциллограммой или в текущем каталоге, если он есть</translation>
     </message>
     <message>
@@ -4993,7 +5340,7 @@ Example, with the sample station:
         <translation>Файлы .cfg или .cff записей либо каталоги с записями; или первый файл осциллограммы (.ZU) и её запись</translation>
     </message>
     <message>
-        <source>its bytes were not, as &apos;zucmtr convert&apos; did not write them</source>
+        <source>its bytes were not, as 'zucmtr convert' did not write them</source>
         <translation>байты не сравнивались, так как запись сделана не «zucmtr convert»</translation>
     </message>
 </context>
@@ -5032,7 +5379,7 @@ Example, with the sample station:
         <translation>Осциллограмма или запись</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; cannot be written: %2</source>
+        <source>'%1' cannot be written: %2</source>
         <translation>«%1» не записывается: %2</translation>
     </message>
     <message>
@@ -5048,7 +5395,7 @@ Example, with the sample station:
         <translation>Как в отчёте об аварии:</translation>
     </message>
     <message>
-        <source>%1: the trigger time is outside the record&apos;s samples; check the start time, the trigger time and the sampling rates in its configuration</source>
+        <source>%1: the trigger time is outside the record's samples; check the start time, the trigger time and the sampling rates in its configuration</source>
         <translation>%1: время пуска вне отсчётов записи; проверьте в её конфигурации время начала, время пуска и частоты дискретизации</translation>
     </message>
     <message>
@@ -5060,7 +5407,7 @@ Example, with the sample station:
         <translation>%1: в конфигурации указано отсчётов: %2, в данных их %3</translation>
     </message>
     <message>
-        <source>%1: it lies too far from &apos;%2&apos; in time to be seen over it; --align trigger lays trigger over trigger</source>
+        <source>%1: it lies too far from '%2' in time to be seen over it; --align trigger lays trigger over trigger</source>
         <translation>%1: по времени слишком далеко от «%2», чтобы показать их вместе; --align trigger совмещает пуски</translation>
     </message>
     <message>
@@ -5249,7 +5596,7 @@ Example, with the sample station:
         <translation>Начать с новых попыток для оставленных осциллограмм</translation>
     </message>
     <message>
-        <source>--state: &apos;%1&apos; is another kind of file; give one that &apos;zucmtr watch&apos; has made, or one that does not exist yet</source>
+        <source>--state: '%1' is another kind of file; give one that 'zucmtr watch' has made, or one that does not exist yet</source>
         <translation>--state: «%1» — файл другого рода; укажите файл, созданный «zucmtr watch», или ещё не существующий</translation>
     </message>
     <message>
@@ -5269,19 +5616,19 @@ Example, with the sample station:
         <translation>больше нечего делать</translation>
     </message>
     <message>
-        <source>--state: &apos;%1&apos; is no regular file; give a file in a directory that can be written to</source>
+        <source>--state: '%1' is no regular file; give a file in a directory that can be written to</source>
         <translation>--state: «%1» — не обычный файл; укажите файл в каталоге, доступном для записи</translation>
     </message>
     <message>
-        <source>there is no directory &apos;%1&apos;; make it first: mkdir -p %2</source>
+        <source>there is no directory '%1'; make it first: mkdir -p %2</source>
         <translation>каталога «%1» нет; создайте его: mkdir -p %2</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; is no directory; give the one in which recordings arrive</source>
+        <source>'%1' is no directory; give the one in which recordings arrive</source>
         <translation>«%1» — не каталог; укажите каталог, в который поступают осциллограммы</translation>
     </message>
     <message>
-        <source>--state: &apos;%1&apos; cannot be written: %2; give another file</source>
+        <source>--state: '%1' cannot be written: %2; give another file</source>
         <translation>--state: «%1» не записывается: %2; укажите другой файл</translation>
     </message>
     <message>
@@ -5310,7 +5657,7 @@ Example, with the sample station:
     </message>
     <message>
         <source>A recording counts as complete when none of its files has changed for the time that the ini file
-gives as &apos;Время ожидания&apos;. Each event is one JSON object and line on standard output. What is
+gives as 'Время ожидания'. Each event is one JSON object and line on standard output. What is
 converted is remembered on the disk, so that a restart neither converts twice nor forgets. SIGTERM
 and Ctrl-C end after the current recording.
 
@@ -5321,7 +5668,7 @@ the state cannot be written or another process has it; 2 wrong usage or configur
 Example, with the sample station:
   zucmtr sample --out station --force
   mkdir -p station/comtrade
-  sed -i &apos;s/^Время ожидания=.*/Время ожидания=200/&apos; station/ZuDrv.ini
+  sed -i 's/^Время ожидания=.*/Время ожидания=200/' station/ZuDrv.ini
   zucmtr watch --once --out station/comtrade station</source>
         <translation>Осциллограмма считается полной, когда ни один её файл не менялся столько времени, сколько указано в
 ini-файле ключом «Время ожидания». Каждое событие — объект JSON и строка в стандартном выводе. Что
@@ -5335,7 +5682,7 @@ SIGTERM и Ctrl-C завершают работу после начатой ос
 Пример с учебной станцией:
   zucmtr sample --out station --force
   mkdir -p station/comtrade
-  sed -i &apos;s/^Время ожидания=.*/Время ожидания=200/&apos; station/ZuDrv.ini
+  sed -i 's/^Время ожидания=.*/Время ожидания=200/' station/ZuDrv.ini
   zucmtr watch --once --out station/comtrade station</translation>
     </message>
     <message>
@@ -5343,15 +5690,15 @@ SIGTERM и Ctrl-C завершают работу после начатой ос
         <translation>это продолжение осциллограммы, первого файла которой %1 нет, поэтому оно не преобразуется; верните первый файл</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; cannot be written: %2; free the disk, or give this user the permission</source>
+        <source>'%1' cannot be written: %2; free the disk, or give this user the permission</source>
         <translation>«%1» не записывается: %2; освободите место на диске или дайте права этому пользователю</translation>
     </message>
     <message>
-        <source>another file has taken the place of &apos;%1&apos;; start again</source>
+        <source>another file has taken the place of '%1'; start again</source>
         <translation>вместо «%1» там теперь другой файл; запустите программу снова</translation>
     </message>
     <message>
-        <source>%1: &apos;%2&apos; cannot be written to: %3; the work goes on once that is put right</source>
+        <source>%1: '%2' cannot be written to: %3; the work goes on once that is put right</source>
         <translation>%1: в «%2» нельзя записать: %3; работа продолжится, когда это исправят</translation>
     </message>
     <message>
@@ -5379,22 +5726,22 @@ SIGTERM и Ctrl-C завершают работу после начатой ос
         <translation> (процесс %1 на %2)</translation>
     </message>
     <message>
-        <source>--state: another &apos;zucmtr watch&apos; works with &apos;%1&apos;%2; end it, or give another file</source>
+        <source>--state: another 'zucmtr watch' works with '%1'%2; end it, or give another file</source>
         <translation>--state: с «%1» работает другой «zucmtr watch»%2; завершите его или укажите другой файл</translation>
     </message>
     <message>
-        <source>--state: &apos;%1&apos; is damaged (%2); put a copy of it in its place, or move it away: then all recordings that are there are converted again</source>
+        <source>--state: '%1' is damaged (%2); put a copy of it in its place, or move it away: then all recordings that are there are converted again</source>
         <translation>--state: «%1» повреждён (%2); верните на его место копию или уберите его: тогда все имеющиеся осциллограммы будут преобразованы заново</translation>
     </message>
     <message>
-        <source>--state: &apos;%1&apos; was made by a newer version of the program; install that, or give another file</source>
+        <source>--state: '%1' was made by a newer version of the program; install that, or give another file</source>
         <translation>--state: «%1» создан более новой версией программы; установите её или укажите другой файл</translation>
     </message>
 </context>
 <context>
     <name>work</name>
     <message>
-        <source>Write a page for the browser beside each record, as &apos;zucmtr view&apos;</source>
+        <source>Write a page for the browser beside each record, as 'zucmtr view'</source>
         <translation>Записать рядом с каждой записью страницу для браузера, как «zucmtr view»</translation>
     </message>
     <message>
@@ -5418,8 +5765,12 @@ SIGTERM и Ctrl-C завершают работу после начатой ос
         <translation>для --remove-source и --archive нужна проверенная запись; уберите --no-verify</translation>
     </message>
     <message>
-        <source>Write what happened beside each record, as &apos;zucmtr events&apos;: NAME.events.json and NAME.events.txt</source>
-        <translation>Записать рядом с каждой записью, что произошло, как &apos;zucmtr events&apos;: ИМЯ.events.json и ИМЯ.events.txt</translation>
+        <source>Write what happened beside each record, as 'zucmtr events': NAME.events.json and NAME.events.txt</source>
+        <translation>Записать рядом с каждой записью, что произошло, как 'zucmtr events': ИМЯ.events.json и ИМЯ.events.txt</translation>
+    </message>
+    <message>
+        <source>Write each record and its recording into this catalogue, too, as 'zucmtr archive update': a file, or postgresql://user@host/database</source>
+        <translation>Вносить каждую запись и её осциллограмму также в этот каталог, как «zucmtr archive update»: файл или postgresql://user@host/database</translation>
     </message>
 </context>
 <context>
@@ -5449,7 +5800,7 @@ SIGTERM и Ctrl-C завершают работу после начатой ос
         <translation>преобразована, но запись неверна: %1; осциллограмма удалена</translation>
     </message>
     <message>
-        <source>not converted: &apos;%1&apos; is there already and is not the record of this recording (%2); move it away, choose another directory by --out, or replace it by --replace</source>
+        <source>not converted: '%1' is there already and is not the record of this recording (%2); move it away, choose another directory by --out, or replace it by --replace</source>
         <translation>не преобразована: «%1» уже есть, и это не запись этой осциллограммы (%2); уберите её, укажите другой каталог в --out или замените её с --replace</translation>
     </message>
     <message>
@@ -5457,7 +5808,7 @@ SIGTERM и Ctrl-C завершают работу после начатой ос
         <translation>не преобразована: записано неверно: %1</translation>
     </message>
     <message>
-        <source>not converted: &apos;%1&apos; could not be read at first; convert again</source>
+        <source>not converted: '%1' could not be read at first; convert again</source>
         <translation>не преобразована: «%1» сначала не удалось прочитать; преобразуйте ещё раз</translation>
     </message>
     <message>
@@ -5465,19 +5816,19 @@ SIGTERM и Ctrl-C завершают работу после начатой ос
         <translation>не преобразована: осциллограмма за это время изменилась: %1; преобразуйте ещё раз</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; is a directory</source>
+        <source>'%1' is a directory</source>
         <translation>«%1» — каталог</translation>
     </message>
     <message>
-        <source>the recording is kept, as &apos;%1&apos; is not in the record</source>
+        <source>the recording is kept, as '%1' is not in the record</source>
         <translation>осциллограмма оставлена: «%1» в запись не вошёл</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; could not be written to the disk: %2</source>
+        <source>'%1' could not be written to the disk: %2</source>
         <translation>«%1» не удалось записать на диск: %2</translation>
     </message>
     <message>
-        <source>the directory &apos;%1&apos; cannot be made: %2</source>
+        <source>the directory '%1' cannot be made: %2</source>
         <translation>каталог «%1» не создаётся: %2</translation>
     </message>
     <message>
@@ -5485,7 +5836,7 @@ SIGTERM и Ctrl-C завершают работу после начатой ос
         <translation>не преобразована: осциллограмму на мгновение не удалось прочитать или её запись — сохранить; повторите преобразование</translation>
     </message>
     <message>
-        <source>not converted: &apos;%1&apos; is there already and is longer: it starts like this recording and goes on after its end, so continuation files of the recording are missing; bring them back beside &apos;%2&apos;, or replace the record by this shorter one with --replace</source>
+        <source>not converted: '%1' is there already and is longer: it starts like this recording and goes on after its end, so continuation files of the recording are missing; bring them back beside '%2', or replace the record by this shorter one with --replace</source>
         <translation>не преобразована: «%1» уже есть и длиннее: запись начинается как эта осциллограмма и продолжается после её конца, то есть файлов продолжения не хватает; верните их к «%2» или замените запись этой, более короткой, ключом --replace</translation>
     </message>
     <message>
@@ -5493,7 +5844,7 @@ SIGTERM и Ctrl-C завершают работу после начатой ос
         <translation>преобразована, но не удалось записать её события: %1; осциллограмма сохранена</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; is not a regular file; move it away</source>
+        <source>'%1' is not a regular file; move it away</source>
         <translation>«%1» не обычный файл; уберите его</translation>
     </message>
     <message>
@@ -5511,6 +5862,110 @@ SIGTERM и Ctrl-C завершают работу после начатой ос
     <message>
         <source>; the recording is damaged, so that this may be the record of the whole one</source>
         <translation>; осциллограмма повреждена, так что это может быть запись, сделанная по неповреждённой</translation>
+    </message>
+    <message>
+        <source>converted, but not in the catalogue: %1; the recording is kept; convert it again, or bring the catalogue up to date with 'zucmtr archive update'</source>
+        <translation>преобразовано, но в каталог не внесено: %1; осциллограмма оставлена; преобразуйте её ещё раз или обновите каталог командой «zucmtr archive update»</translation>
+    </message>
+    <message>
+        <source>the catalogue does not know yet that the recording was put away: %1; 'zucmtr archive update' brings it up to date</source>
+        <translation>в каталоге ещё не отмечено, что осциллограмма убрана: %1; его обновит «zucmtr archive update»</translation>
+    </message>
+</context>
+<context>
+    <name>archive check</name>
+    <message>
+        <source>its SHA-256 in the catalogue is not that of its files there</source>
+        <translation>SHA-256 в каталоге не тот, который следует из её файлов там же</translation>
+    </message>
+    <message>
+        <source>it is marked as gone, but is there</source>
+        <translation>отмечено как отсутствующее, но есть на месте</translation>
+    </message>
+    <message>
+        <source>it is not there</source>
+        <translation>файла нет на месте</translation>
+    </message>
+    <message>
+        <source>it has %1 bytes, in the catalogue %2</source>
+        <translation>размер %1 байт, в каталоге %2</translation>
+    </message>
+    <message>
+        <source>it was written at another time than the catalogue says</source>
+        <translation>время изменения не то, что в каталоге</translation>
+    </message>
+    <message>
+        <source>it belongs to '%1', but is not in the catalogue</source>
+        <translation>относится к «%1», но в каталоге его нет</translation>
+    </message>
+    <message>
+        <source>its size and time are those in the catalogue, but not its SHA-256: it has changed or is damaged</source>
+        <translation>размер и время те же, что в каталоге, а SHA-256 другой: файл изменён или повреждён</translation>
+    </message>
+    <message>
+        <source>it is not in the catalogue; 'zucmtr archive update' reads it</source>
+        <translation>в каталоге его нет; его прочитает «zucmtr archive update»</translation>
+    </message>
+    <message>
+        <source>the catalogue is damaged: %1</source>
+        <translation>каталог повреждён: %1</translation>
+    </message>
+    <message>
+        <source>%1 entries with %2 files, %3 gone</source>
+        <translation>в каталоге: %1, файлов: %2, отсутствует: %3</translation>
+    </message>
+    <message>
+        <source>%1: all is as the catalogue says</source>
+        <translation>%1: всё соответствует каталогу</translation>
+    </message>
+    <message>
+        <source>%1: %2 findings</source>
+        <translation>%1: расхождений: %2</translation>
+    </message>
+    <message>
+        <source>Hold the catalogue against the files, and against itself</source>
+        <translation>Сверить каталог с файлами и проверить его самого</translation>
+    </message>
+    <message>
+        <source>Compare names, sizes and times of the files alone, without reading them for their SHA-256</source>
+        <translation>Сверять только имена, размеры и время файлов, не читая их для SHA-256</translation>
+    </message>
+    <message>
+        <source>One JSON object per finding, and one with the totals at the end, for programs</source>
+        <translation>По объекту JSON на каждое расхождение и один с итогами в конце, для программ</translation>
+    </message>
+    <message>
+        <source>Report findings only</source>
+        <translation>Сообщать только о расхождениях</translation>
+    </message>
+    <message>
+        <source>The directory with the catalogue, or one below it: then only what is below that is checked. Default: all of the catalogue in the current one or above</source>
+        <translation>Каталог с базой или вложенный в него: тогда проверяется только то, что в нём. По умолчанию — всё из базы в текущем каталоге или выше</translation>
+    </message>
+    <message>
+        <source>Checked are the pieces of each entry: they are there, with size, time and SHA-256; what is marked as gone
+is gone; each recording and record has an entry; and the database agrees with itself. Nothing is changed.
+'zucmtr archive update' brings the catalogue up to date with what is new, changed, moved or gone.
+
+Exit code: 0 all is as the catalogue says; 1 something is not, or the catalogue cannot be read; 2 wrong usage.
+
+Example:
+  zucmtr archive check --fast recordings</source>
+        <translation>Проверяется: файлы каждой осциллограммы и записи на месте, их размер, время и SHA-256 те же; отмеченного как
+отсутствующее нет; каждая осциллограмма и запись есть в каталоге; база данных не противоречит сама себе. Ничего не меняется.
+«zucmtr archive update» вносит в каталог новое, изменённое, перемещённое и пропавшее.
+
+Код завершения: 0 — всё соответствует каталогу; 1 — не всё, или каталог не читается; 2 — неверная команда.
+
+Пример:
+  zucmtr archive check --fast recordings</translation>
+    </message>
+</context>
+<context>
+    <name>crew</name>
+    <message>
+        <source>no further process can be started: %1</source>
+        <translation>не удаётся запустить ещё один процесс: %1</translation>
     </message>
 </context>
 </TS>
