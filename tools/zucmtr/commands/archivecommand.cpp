@@ -14,11 +14,11 @@ void AddArchiveCommand(CLI::App& app, Action& chosen)
     CLI::App* command = app.add_subcommand(
         "archive", HelpText("archive", "Keep a catalogue of many recordings and records, and search it"));
     command->require_subcommand(0, 1);
-    AddArchivePage(*command, chosen);
     AddArchiveUpdate(*command, chosen);
     AddArchiveFind(*command, chosen);
     AddArchiveStats(*command, chosen);
     AddArchiveCheck(*command, chosen);
+    AddArchivePage(*command, chosen);
     // Set after the commands were added, which would inherit it.
     command->footer(HelpText("archive", "Example:\n"
                                         "  zucmtr archive update recordings\n"
