@@ -54,9 +54,10 @@ TEST(ConfFile, ByteOrderMarkIsNoPartOfTheFirstKey)
 TEST(ConfFile, MistakesNameFileAndLine)
 {
     EXPECT_EQ(MistakesIn("[Recorder]\nout\n= a\nstate =\nini = \xff\n"),
-              (QStringList{"x.conf:1: there are no sections here; the file is one recorder's, so leave the line out",
-                           "x.conf:2: 'out' is no setting; write it as 'key = value', or put '#' before a comment",
-                           "x.conf:3: there is no key before the '='",
-                           "x.conf:4: 'state' has no value; give one, or leave the line out",
-                           "x.conf:5: the line is not UTF-8"}));
+              (QStringList{
+                  "x.conf:1: there are no sections here; the file is one recorder's, so leave the line out",
+                  "x.conf:2: 'out' is no setting; write it as 'key = value', or put '#' before a comment",
+                  "x.conf:3: there is no key before the '='",
+                  "x.conf:4: 'state' has no value; give one, or leave the line out",
+                  "x.conf:5: the line is not UTF-8"}));
 }

@@ -3,6 +3,7 @@
 
 #include <QDir>
 #include <QJsonArray>
+#include <QRegularExpression>
 
 #include <csignal>
 #include <sys/stat.h>
@@ -25,7 +26,11 @@ public:
 
     QStringList Lines(const QString& file) const
     {
-        return QString::fromUtf8(ReadBytes(Path(file))).split('\n', QString::SkipEmptyParts);
+        if (!QFile::exists(Path(file)))
+            return {};
+        QStringList lines = QString::fromUtf8(ReadBytes(Path(file))).split('\n');
+        lines.removeAll(QString());
+        return lines;
     }
 
     void Recordings(int count) const
@@ -66,7 +71,7 @@ TEST(WatchCommand, GetsTheReportOfTheRecordAndWhatHappened)
     EXPECT_TRUE(input["summary"].toObject().contains("fault"));
     const QStringList variables = station.Lines("variables");
     const QString record = station.Path("out/" + ShortRecordName(0));
-    for (const QString& line :
+    for (const char* line :
          {"ZUCMTR_RECORDER=Vostochnaya", "ZUCMTR_STATUS=converted", "ZUCMTR_SOURCE=kept", "ZUCMTR_ATTEMPT=1"})
         EXPECT_TRUE(variables.contains(line)) << line;
     EXPECT_TRUE(variables.contains("ZUCMTR_RECORDING=" + station.Path("in/0.ZU")));
@@ -211,7 +216,6 @@ TEST(WatchCommand, WritesAsMuchAsItLikes)
     EXPECT_TRUE(output.endsWith("xend\n"));
 }
 
-// It may also leave its input alone, which is longer than a pipe holds.
 TEST(WatchCommand, OneThatIsGoneLaterIsAFailure)
 {
     HookStation station("exit 0");
@@ -234,8 +238,9 @@ TEST(WatchCommand, OneThatCannotBeRunIsWrongUsage)
     EXPECT_EQ(missing.err, "zucmtr: --exec: there is no program './none'; check the path\n");
     const Finished unknown = station.Once({"--exec", "no-such-program a"});
     EXPECT_EQ(unknown.code, 2);
-    EXPECT_EQ(unknown.err, "zucmtr: --exec: there is no program 'no-such-program' in the directories of PATH; "
-                           "give its path\n");
+    EXPECT_EQ(unknown.err,
+              "zucmtr: --exec: there is no program 'no-such-program' in the directories of PATH; "
+              "give its path\n");
     EXPECT_EQ(station.Once({"--exec", "./in"}).err,
               "zucmtr: --exec: './in' cannot be run; give an executable file, or make it one: chmod +x\n");
 }

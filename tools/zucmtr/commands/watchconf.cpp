@@ -49,11 +49,10 @@ public:
             if (!wrong.isEmpty())
                 recorder.mistakes << conffile::Mistake(file.path, setting.line, wrong);
         }
-        if (!recorder.mistakes.isEmpty())
-            return;
         for (auto option = options.begin(); option != options.end(); ++option)
             Store(option.key(), **option);
-        CheckTogether();
+        if (recorder.mistakes.isEmpty())
+            CheckTogether();
     }
 
 private:

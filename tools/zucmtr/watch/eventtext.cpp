@@ -7,6 +7,8 @@
 #include <QStringList>
 #include <QVariant>
 
+#include <cmath>
+
 namespace eventtext {
 
 namespace {
@@ -14,6 +16,17 @@ namespace {
 QString Text(const QJsonObject& event, const char* key)
 {
     return event[QLatin1String(key)].toVariant().toString();
+}
+
+// To the millisecond, in as few digits as that takes.
+QString Seconds(const QJsonValue& value)
+{
+    return QString::number(std::round(value.toDouble() * 1000) / 1000);
+}
+
+QString Seconds(const QJsonObject& event, const char* key)
+{
+    return Seconds(event[QLatin1String(key)]);
 }
 
 QString List(const QJsonObject& event, const char* key)
@@ -34,7 +47,7 @@ QString Sentence(const QJsonObject& event)
 QString Started(const QJsonObject& event)
 {
     return Tr("log", "%1; a recording is complete when unchanged for %2 s")
-        .arg(List(event, "directories"), Text(event, "quietSeconds"));
+        .arg(List(event, "directories"), Seconds(event, "quietSeconds"));
 }
 
 QString Converted(const QJsonObject& event)
@@ -54,7 +67,7 @@ QString Tried(const QJsonObject& event)
     const QString attempt = Text(event, "attempt");
     if (retry.isNull())
         return text + Tr("log", "; attempt %1, the last one").arg(attempt);
-    return text + Tr("log", "; attempt %1, the next one in %2 s").arg(attempt, retry.toVariant().toString());
+    return text + Tr("log", "; attempt %1, the next one in %2 s").arg(attempt, Seconds(retry));
 }
 
 QString CommandFailed(const QJsonObject& event)
@@ -65,7 +78,7 @@ QString CommandFailed(const QJsonObject& event)
 
 QString CommandDone(const QJsonObject& event)
 {
-    return Tr("log", "%1: the command is done (%2 s)").arg(File(event), Text(event, "seconds"));
+    return Tr("log", "%1: the command is done (%2 s)").arg(File(event), Seconds(event, "seconds"));
 }
 
 QString Unreadable(const QJsonObject& event)
@@ -94,7 +107,7 @@ QString Leftovers(const QJsonObject& event)
 
 QString Recovered(const QJsonObject& event)
 {
-    return Tr("log", "%1 is over after %2 s").arg(Text(event, "reason"), Text(event, "seconds"));
+    return Tr("log", "%1 is over after %2 s").arg(Text(event, "reason"), Seconds(event, "seconds"));
 }
 
 QString Stopped(const QJsonObject& event)
@@ -114,7 +127,7 @@ QString Down(const QJsonObject& event)
     const QJsonValue retry = event[QLatin1String("retrySeconds")];
     return retry.isNull()
                ? Sentence(event)
-               : Sentence(event) + Tr("log", "; started again in %1 s").arg(retry.toVariant().toString());
+               : Sentence(event) + Tr("log", "; started again in %1 s").arg(Seconds(retry));
 }
 
 QString Reloaded(const QJsonObject& event)

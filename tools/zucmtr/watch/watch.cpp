@@ -310,7 +310,7 @@ void Watch::Finish(Waiting& one, const BatchItem& item)
     });
     ++converted;
     status.lastRecording = QDateTime::currentDateTime();
-    status.lastFile = path;
+    status.lastFile = Normalised(path);
     Emit("converted", object);
     waiting.remove(path);
 }

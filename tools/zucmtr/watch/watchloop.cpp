@@ -8,6 +8,7 @@
 #include "zucmtr/watch/watch.h"
 #include "zucmtr/watch/watchevents.h"
 
+#include <QFileInfo>
 #include <QJsonArray>
 
 #include <algorithm>
@@ -159,7 +160,7 @@ void Watch::SendStatus()
     status.troubleSince = trouble.Since();
     for (const QString& directory : {order.out, order.archive}) {
         if (!directory.isEmpty())
-            status.freeBytes[directory] = FreeBytes(directory);
+            status.freeBytes[QFileInfo(directory).absoluteFilePath()] = FreeBytes(directory);
     }
     statuschannel::Send(status);
     nextStatus =
