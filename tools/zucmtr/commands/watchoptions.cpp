@@ -84,7 +84,7 @@ void AddServiceOptions(CLI::App& command, WatchOptions& options)
              HelpText("watch", "Watch for several recorders: each file NAME.conf in this directory has the "
                                "options of one, as 'out = DIR', and 'directory = DIR'. SIGHUP has them read "
                                "again"));
-    AddValue(command, "--log-format", options.logFormat, "FORMAT",
+    AddValue(command, "--log-format", options.logFormat, "KIND",
              HelpText("watch",
                       "Form of the events: json, one object a line, or text, which the file of --log "
                       "gets as well. Default: json"))

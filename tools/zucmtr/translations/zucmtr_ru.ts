@@ -1169,6 +1169,77 @@ Example, with the sample station:
     </message>
 </context>
 <context>
+    <name>conf</name>
+    <message>
+        <source>&apos;%1&apos; is here already, in line %2; leave one out</source>
+        <translation>«%1» уже есть в строке %2; оставьте что-то одно</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is wrong for &apos;%2&apos;; give yes or no</source>
+        <translation>«%1» не годится для «%2»; укажите yes или no</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; belongs to the whole service; give it on the command line, as --%1</source>
+        <translation>«%1» относится ко всей службе; укажите его в командной строке как --%1</translation>
+    </message>
+    <message>
+        <source>there is no key &apos;%1&apos;</source>
+        <translation>ключа «%1» нет</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; and &apos;%2&apos; exclude each other; leave one out</source>
+        <translation>«%1» и «%2» исключают друг друга; уберите что-то одно</translation>
+    </message>
+    <message>
+        <source>&apos;%1 = ...&apos; is missing</source>
+        <translation>нет строки «%1 = ...»</translation>
+    </message>
+    <message>
+        <source>there are no sections here; the file is one recorder&apos;s, so leave the line out</source>
+        <translation>разделов здесь нет: файл описывает один регистратор; уберите эту строку</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is no setting; write it as &apos;key = value&apos;, or put &apos;#&apos; before a comment</source>
+        <translation>«%1» — не настройка; пишите «ключ = значение», а комментарий начинайте с «#»</translation>
+    </message>
+    <message>
+        <source>there is no key before the &apos;=&apos;</source>
+        <translation>перед «=» нет ключа</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; has no value; give one, or leave the line out</source>
+        <translation>у «%1» нет значения; укажите его или уберите строку</translation>
+    </message>
+    <message>
+        <source>it is no regular file</source>
+        <translation>это не обычный файл</translation>
+    </message>
+    <message>
+        <source>it cannot be read: %1</source>
+        <translation>не читается: %1</translation>
+    </message>
+    <message>
+        <source>it is too long for a file of settings</source>
+        <translation>слишком длинный для файла настроек</translation>
+    </message>
+    <message>
+        <source>the line is not UTF-8</source>
+        <translation>строка не в кодировке UTF-8</translation>
+    </message>
+    <message>
+        <source>--config: there is no directory &apos;%1&apos;; check the path</source>
+        <translation>--config: каталога «%1» нет; проверьте путь</translation>
+    </message>
+    <message>
+        <source>--config: &apos;%1&apos; is no directory; give the one with the recorders&apos; .conf files</source>
+        <translation>--config: «%1» — не каталог; укажите каталог с файлами .conf регистраторов</translation>
+    </message>
+    <message>
+        <source>--config: there is no .conf file in &apos;%1&apos;; write one for each recorder</source>
+        <translation>--config: в «%1» нет файлов .conf; напишите по одному для каждого регистратора</translation>
+    </message>
+</context>
+<context>
     <name>convert</name>
     <message>
         <source>&apos;%1&apos; has &apos;Удалять исходные = 1&apos; in force for [%2]: the recordings would be deleted before their records are verified. Set the key to 0 and give --remove-source, which deletes each recording after its record is verified; or give --trust-writer to delete them unseen</source>
@@ -1519,6 +1590,53 @@ Example, with the sample station:
 Пример с учебной станцией:
   zucmtr sample --out station --force
   zucmtr events station/Vostochnaya_000123.ZU</translation>
+    </message>
+</context>
+<context>
+    <name>exec</name>
+    <message>
+        <source>&apos;%1&apos; could not be started: %2</source>
+        <translation>«%1» не запускается: %2</translation>
+    </message>
+    <message>
+        <source>the command took longer than %1 s and was ended; see --exec-timeout</source>
+        <translation>команда работала дольше %1 с и была завершена; см. --exec-timeout</translation>
+    </message>
+    <message>
+        <source>the command was ended by signal %1</source>
+        <translation>команда завершена сигналом %1</translation>
+    </message>
+    <message>
+        <source>the command ended with exit code %1</source>
+        <translation>команда завершилась с кодом %1</translation>
+    </message>
+    <message>
+        <source>--exec: &apos;%1&apos; has a quotation mark (%2) without its second one</source>
+        <translation>--exec: в «%1» есть кавычка (%2) без пары</translation>
+    </message>
+    <message>
+        <source>--exec: &apos;%1&apos; names no program</source>
+        <translation>--exec: в «%1» не названа программа</translation>
+    </message>
+    <message>
+        <source>--exec: &apos;%1&apos; ends in a backslash; double it if it is meant</source>
+        <translation>--exec: «%1» кончается обратной косой чертой; удвойте её, если она нужна</translation>
+    </message>
+    <message>
+        <source>--exec: there is no program &apos;%1&apos; in the directories of PATH; give its path</source>
+        <translation>--exec: программы «%1» нет в каталогах PATH; укажите путь к ней</translation>
+    </message>
+    <message>
+        <source>--exec: there is no program &apos;%1&apos;; check the path</source>
+        <translation>--exec: программы «%1» нет; проверьте путь</translation>
+    </message>
+    <message>
+        <source>--exec: &apos;%1&apos; cannot be run; give an executable file, or make it one: chmod +x</source>
+        <translation>--exec: «%1» не запускается; укажите исполняемый файл или сделайте его таким: chmod +x</translation>
+    </message>
+    <message>
+        <source>the process that watched over the command was ended from outside</source>
+        <translation>процесс, который следил за командой, завершён извне</translation>
     </message>
 </context>
 <context>
@@ -2765,6 +2883,54 @@ Example, with the sample station:
         <source>the log cannot be written any more: %1</source>
         <translation>журнал больше не записывается: %1</translation>
     </message>
+    <message>
+        <source>%1; a recording is complete when unchanged for %2 s</source>
+        <translation>%1; осциллограмма считается полной, если не меняется %2 с</translation>
+    </message>
+    <message>
+        <source>; attempt %1, the last one</source>
+        <translation>; попытка %1, последняя</translation>
+    </message>
+    <message>
+        <source>; attempt %1, the next one in %2 s</source>
+        <translation>; попытка %1, следующая через %2 с</translation>
+    </message>
+    <message>
+        <source>; it said: %1</source>
+        <translation>; её вывод: %1</translation>
+    </message>
+    <message>
+        <source>%1: the command is done (%2 s)</source>
+        <translation>%1: команда выполнена (%2 с)</translation>
+    </message>
+    <message>
+        <source>; %1 of this kind</source>
+        <translation>; таких %1</translation>
+    </message>
+    <message>
+        <source>names given back: %1</source>
+        <translation>возвращены имена: %1</translation>
+    </message>
+    <message>
+        <source>removed: %1</source>
+        <translation>удалены: %1</translation>
+    </message>
+    <message>
+        <source>%1 is over after %2 s</source>
+        <translation>%1 устранено через %2 с</translation>
+    </message>
+    <message>
+        <source>; %1 converted, %2 given up, %3 waiting</source>
+        <translation>; преобразовано %1, оставлено без новых попыток %2, ожидают %3</translation>
+    </message>
+    <message>
+        <source>; started again in %1 s</source>
+        <translation>; новый запуск через %1 с</translation>
+    </message>
+    <message>
+        <source>started: %1; ended: %2</source>
+        <translation>запущены: %1; завершены: %2</translation>
+    </message>
 </context>
 <context>
     <name>main</name>
@@ -3338,6 +3504,21 @@ Examples:
     <message>
         <source>Fault on the line: single, two, three, none (single); simulated: AG to ABC</source>
         <translation>Замыкание на линии: single, two, three, none (single); моделируемое: от AG до ABC</translation>
+    </message>
+</context>
+<context>
+    <name>service</name>
+    <message>
+        <source>the recorder&apos;s process was ended by signal %1</source>
+        <translation>процесс регистратора завершён сигналом %1</translation>
+    </message>
+    <message>
+        <source>the recorder&apos;s process has ended with exit code %1</source>
+        <translation>процесс регистратора завершился с кодом %1</translation>
+    </message>
+    <message>
+        <source>--status: &apos;%1&apos; cannot be written: %2</source>
+        <translation>--status: «%1» не записывается: %2</translation>
     </message>
 </context>
 <context>
@@ -4920,10 +5101,6 @@ Example, with the sample station:
 <context>
     <name>watch</name>
     <message>
-        <source>Existing directory for the COMTRADE files</source>
-        <translation>Существующий каталог для файлов COMTRADE</translation>
-    </message>
-    <message>
         <source>Convert what is there and end, for example for cron</source>
         <translation>Преобразовать то, что есть, и завершиться: для cron, например</translation>
     </message>
@@ -5016,36 +5193,6 @@ Example, with the sample station:
         <translation>преобразовано %1, оставлено без новых попыток %2, ожидают %3</translation>
     </message>
     <message>
-        <source>A recording counts as complete when none of its files has changed for the time that the ini file
-gives as &apos;Время ожидания&apos;. Each event is one JSON object and line on standard output. What is
-converted is remembered on the disk, so that a restart neither converts twice nor forgets. SIGTERM
-and Ctrl-C end after the current recording.
-
-Exit code: 0 ended by a signal, or with --once all recordings converted; 1 a recording failed or a
-directory could not be read with --once, or the program could not start now: a directory is missing,
-the state cannot be written or another process has it; 2 wrong usage or configuration.
-
-Example, with the sample station:
-  zucmtr sample --out station --force
-  mkdir -p station/comtrade
-  sed -i &apos;s/^Время ожидания=.*/Время ожидания=200/&apos; station/ZuDrv.ini
-  zucmtr watch --once --out station/comtrade station</source>
-        <translation>Осциллограмма считается полной, когда ни один её файл не менялся столько времени, сколько указано в
-ini-файле ключом «Время ожидания». Каждое событие — объект JSON и строка в стандартном выводе. Что
-преобразовано, помнится на диске: после перезапуска ничего не преобразуется дважды и не забывается.
-SIGTERM и Ctrl-C завершают работу после начатой осциллограммы.
-
-Код завершения: 0 завершено сигналом или с --once всё преобразовано; 1 при --once ошибка с осциллограммой
-или не читается каталог, либо сейчас запуск невозможен: нет каталога, состояние не записывается или занято
-другим процессом; 2 неверный вызов или настройка.
-
-Пример с учебной станцией:
-  zucmtr sample --out station --force
-  mkdir -p station/comtrade
-  sed -i &apos;s/^Время ожидания=.*/Время ожидания=200/&apos; station/ZuDrv.ini
-  zucmtr watch --once --out station/comtrade station</translation>
-    </message>
-    <message>
         <source>it continues a recording whose first file %1 is not there, so it is not converted; bring that back</source>
         <translation>это продолжение осциллограммы, первого файла которой %1 нет, поэтому оно не преобразуется; верните первый файл</translation>
     </message>
@@ -5096,6 +5243,90 @@ SIGTERM и Ctrl-C завершают работу после начатой ос
     <message>
         <source>--state: &apos;%1&apos; was made by a newer version of the program; install that, or give another file</source>
         <translation>--state: «%1» создан более новой версией программы; установите её или укажите другой файл</translation>
+    </message>
+    <message>
+        <source>the directory &apos;%1&apos; cannot be entered</source>
+        <translation>в каталог «%1» нельзя войти</translation>
+    </message>
+    <message>
+        <source>it has the state &apos;%1&apos;, as &apos;%2&apos; has; give another &apos;state = FILE&apos;</source>
+        <translation>у него тот же файл состояния «%1», что у «%2»; укажите другой: «state = ФАЙЛ»</translation>
+    </message>
+    <message>
+        <source>with --config the directories of recordings belong into the .conf files, as &apos;directory = DIR&apos;</source>
+        <translation>с --config каталоги осциллограмм указываются в файлах .conf: «directory = КАТАЛОГ»</translation>
+    </message>
+    <message>
+        <source>with --config --%1 belongs into the .conf files, as &apos;%1 = ...&apos;</source>
+        <translation>с --config ключ --%1 указывается в файлах .conf: «%1 = ...»</translation>
+    </message>
+    <message>
+        <source>A recording counts as complete when none of its files has changed for the time that the ini file
+gives as &apos;Время ожидания&apos;. Each event is one JSON object and line on standard output. What is
+converted is remembered on the disk, so that a restart neither converts twice nor forgets. SIGTERM
+and Ctrl-C end after the current recording.
+
+The command of --exec is split into words at blanks; &apos;...&apos;, &quot;...&quot; and a backslash keep blanks in a
+word. Variables: ZUCMTR_RECORD, ZUCMTR_RECORDING, ZUCMTR_STATION, ZUCMTR_FAULT and others.
+
+Exit code: 0 ended by a signal, or with --once all recordings converted; 1 a recording failed or a
+directory could not be read with --once, or the program could not start now: a directory is missing,
+the state cannot be written or another process has it; 2 wrong usage or configuration.
+
+Example, with the sample station:
+  zucmtr sample --out station --force
+  mkdir -p station/comtrade
+  sed -i &apos;s/^Время ожидания=.*/Время ожидания=200/&apos; station/ZuDrv.ini
+  zucmtr watch --once --out station/comtrade station</source>
+        <translation>Осциллограмма считается полной, когда ни один её файл не менялся столько времени, сколько указано в
+ini-файле ключом «Время ожидания». Каждое событие — объект JSON и строка в стандартном выводе. Что
+преобразовано, помнится на диске: после перезапуска ничего не преобразуется дважды и не забывается.
+SIGTERM и Ctrl-C завершают работу после начатой осциллограммы.
+
+Команда --exec делится на слова по пробелам; &apos;...&apos;, &quot;...&quot; и обратная косая черта оставляют пробелы внутри
+слова. Переменные: ZUCMTR_RECORD, ZUCMTR_RECORDING, ZUCMTR_STATION, ZUCMTR_FAULT и другие.
+
+Код завершения: 0 завершено сигналом или с --once всё преобразовано; 1 при --once ошибка с осциллограммой
+или не читается каталог, либо сейчас запуск невозможен: нет каталога, состояние не записывается или занято
+другим процессом; 2 неверный вызов или настройка.
+
+Пример с учебной станцией:
+  zucmtr sample --out station --force
+  mkdir -p station/comtrade
+  sed -i &apos;s/^Время ожидания=.*/Время ожидания=200/&apos; station/ZuDrv.ini
+  zucmtr watch --once --out station/comtrade station</translation>
+    </message>
+    <message>
+        <source>Run this after each record, for example to mail or copy it: a program with its arguments, without a shell. It gets the summary on its standard input, as &apos;zucmtr convert --json&apos; has it, and in variables</source>
+        <translation>Запускать после каждой записи, например для отправки или копирования: программа с параметрами, без оболочки. Сводку она получает на стандартном входе, как в «zucmtr convert --json», и в переменных окружения</translation>
+    </message>
+    <message>
+        <source>Seconds after which the command of --exec is ended, with all that it has started. Default: 60</source>
+        <translation>Через сколько секунд команда --exec завершается вместе со всем, что она запустила. По умолчанию 60</translation>
+    </message>
+    <message>
+        <source>How often a command that failed is run again, after growing pauses. Default: 5</source>
+        <translation>Сколько раз повторяется неудавшаяся команда, с растущими паузами. По умолчанию 5</translation>
+    </message>
+    <message>
+        <source>Existing directory for the COMTRADE files; to be given, unless --config is</source>
+        <translation>Существующий каталог для файлов COMTRADE; обязателен, если нет --config</translation>
+    </message>
+    <message>
+        <source>Watch for several recorders: each file NAME.conf in this directory has the options of one, as &apos;out = DIR&apos;, and &apos;directory = DIR&apos;. SIGHUP has them read again</source>
+        <translation>Работать для нескольких регистраторов: каждый файл ИМЯ.conf в этом каталоге содержит ключи одного из них, как «out = КАТАЛОГ», и «directory = КАТАЛОГ». По SIGHUP файлы читаются заново</translation>
+    </message>
+    <message>
+        <source>Form of the events: json, one object a line, or text, which the file of --log gets as well. Default: json</source>
+        <translation>Вид событий: json, по объекту в строке, или text — он попадает и в файл --log. По умолчанию json</translation>
+    </message>
+    <message>
+        <source>File for monitoring that says how the recorders are doing, replaced again and again: JSON, or for NAME.prom the text form of node_exporter</source>
+        <translation>Файл для мониторинга о состоянии регистраторов, постоянно обновляемый: JSON, а для ИМЯ.prom — текст для node_exporter</translation>
+    </message>
+    <message>
+        <source>The file of --status is never older than this, unless the program hangs. Default: 15</source>
+        <translation>Файл --status не бывает старше стольких секунд, если программа не зависла. По умолчанию 15</translation>
     </message>
 </context>
 <context>
