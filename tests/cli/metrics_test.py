@@ -15,7 +15,7 @@ from prometheus_client.parser import text_string_to_metric_families
 from zufiles import recording
 
 PROGRAM = pathlib.Path(sys.argv[1]).absolute()
-NAME = 'line "7"\\'  # characters that the form has to escape
+NAME = 'line \\ "7"'  # characters that the form has to escape
 
 
 class Metrics(unittest.TestCase):
