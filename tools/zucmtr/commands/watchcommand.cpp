@@ -223,7 +223,10 @@ int RunService(const WatchOptions& options)
     order.everySeconds = options.statusEvery;
     if (order.isNamed)
         return Service(order, [&] { return PlanOf(FromUtf8(options.config), options.once); }).Run();
+    CheckDirectories(options.recorder);
     const DeviceChoice choice = Chosen(options.recorder);
+    if (watchevents::Used().form == watchevents::Form::Text)
+        watchevents::Name(choice.device);
     ServicePlan plan;
     plan.recorders.push_back({choice.device, QByteArray(),
                               [&options] { return Begin(options.recorder, QString(), options.once); }});

@@ -17,6 +17,7 @@
 #include <poll.h>
 #include <sys/mman.h>
 #include <sys/prctl.h>
+#include <sys/resource.h>
 #include <sys/socket.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -60,6 +61,17 @@ void GiveSignalsBack()
     sigset_t none;
     sigemptyset(&none);
     sigprocmask(SIG_SETMASK, &none, nullptr);
+}
+
+// --max-memory is for the recordings.
+void GiveMemoryBack()
+{
+    rlimit limit = {};
+    if (getrlimit(RLIMIT_AS, &limit) != 0 || limit.rlim_cur == limit.rlim_max)
+        return;
+    limit.rlim_cur = limit.rlim_max;
+    if (setrlimit(RLIMIT_AS, &limit) != 0)
+        return; // it has to make do with that
 }
 
 Descriptor InputOf(const QByteArray& bytes)
@@ -168,6 +180,7 @@ void Minder::Become(const Descriptor& input, int written, int failure, pid_t min
     if (getppid() != minder)
         _exit(127);
     GiveSignalsBack();
+    GiveMemoryBack();
     fcntl(written, F_SETFL, fcntl(written, F_GETFL) & ~O_NONBLOCK);
     dup2(input.Number(), STDIN_FILENO);
     dup2(written, STDOUT_FILENO);

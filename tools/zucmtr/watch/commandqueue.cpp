@@ -107,6 +107,8 @@ void CommandQueue::Add(const BatchItem& item)
 CommandQueue::Clock::time_point CommandQueue::Next() const
 {
     Clock::time_point next = Clock::time_point::max();
+    if (running && running->Descriptor() < 0) // it could not be started
+        return Clock::time_point::min();
     if (order.words.isEmpty() || running)
         return next;
     for (auto task = journal.ToDo().begin(); task != journal.ToDo().end(); ++task) {

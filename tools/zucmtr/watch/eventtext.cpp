@@ -125,9 +125,8 @@ QString Unwatched(const QJsonObject& event)
 QString Down(const QJsonObject& event)
 {
     const QJsonValue retry = event[QLatin1String("retrySeconds")];
-    return retry.isNull()
-               ? Sentence(event)
-               : Sentence(event) + Tr("log", "; started again in %1 s").arg(Seconds(retry));
+    return retry.isNull() ? Sentence(event)
+                          : Sentence(event) + Tr("log", "; started again in %1 s").arg(Seconds(retry));
 }
 
 QString Reloaded(const QJsonObject& event)

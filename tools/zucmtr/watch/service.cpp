@@ -123,7 +123,8 @@ void Service::Begin()
 {
     const ServicePlan plan = read();
     interrupt::Install();
-    InstallReload();
+    if (order.isNamed)
+        InstallReload();
     watchevents::ShareLines();
     Follow(plan);
     TakeMistakes(plan, true);
