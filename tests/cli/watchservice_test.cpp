@@ -370,6 +370,8 @@ TEST(WatchService, OneRecorderHasAStatusToo)
     EXPECT_EQ(station.Once({"--status", "status.prom", "--max-memory", "1"}).code, 2);
     EXPECT_EQ(RunProgram(station.Path(), {"watch", "--out", "none", "--status", "status.prom", "in"}).code,
               1);
+    EXPECT_EQ(RunProgram(station.Path(), {"watch", "--out", "out", "--status", "status.prom", "none"}).code,
+              1);
 }
 
 TEST(WatchService, StatusThatCannotBeWrittenIsReportedOnceAndStopsNothing)

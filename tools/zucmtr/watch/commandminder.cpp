@@ -192,6 +192,7 @@ void Minder::Become(const Descriptor& input, int written, int failure, pid_t min
     for (const QString& word : order.words)
         words.push_back(QFile::encodeName(word));
     std::vector<char*> arguments;
+    arguments.reserve(words.size() + 1);
     for (QByteArray& word : words)
         arguments.push_back(word.data());
     arguments.push_back(nullptr);

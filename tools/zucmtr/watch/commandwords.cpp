@@ -34,11 +34,9 @@ private:
             Append(Next());
         else if (!quote.isNull() && character == quote)
             quote = QChar();
-        else if (!quote.isNull())
-            Append(character);
-        else if (character == QLatin1Char('\'') || character == QLatin1Char('"'))
+        else if (quote.isNull() && (character == QLatin1Char('\'') || character == QLatin1Char('"')))
             Open(character);
-        else if (character.isSpace())
+        else if (quote.isNull() && character.isSpace())
             EndWord();
         else
             Append(character);

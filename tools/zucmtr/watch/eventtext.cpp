@@ -54,7 +54,7 @@ QString Converted(const QJsonObject& event)
 {
     QStringList parts(
         QStringLiteral("%1 -> %2/%3").arg(File(event), Text(event, "directory"), Text(event, "record")));
-    for (const QJsonValue& note : event[QLatin1String("notes")].toArray())
+    for (const auto& note : event[QLatin1String("notes")].toArray())
         parts << note.toString();
     return parts.join(QLatin1String("; "));
 }
@@ -100,7 +100,7 @@ QString Leftovers(const QJsonObject& event)
         parts << Tr("log", "names given back: %1").arg(List(event, "back"));
     if (!event[QLatin1String("removed")].toArray().isEmpty())
         parts << Tr("log", "removed: %1").arg(List(event, "removed"));
-    for (const QJsonValue& note : event[QLatin1String("notes")].toArray())
+    for (const auto& note : event[QLatin1String("notes")].toArray())
         parts << note.toString();
     return parts.join(QLatin1String("; "));
 }

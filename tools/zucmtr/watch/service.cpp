@@ -255,10 +255,9 @@ void Service::Become(const QString& name, const std::function<int()>& work, int 
         watchevents::Name(name);
         ComplainFor(name);
     }
-    const std::function<int()> own = work; // its place in the list is about to go
-    const QString recorder = name;
-    recorders.clear();
-    _exit(WorkIn(recorder, own));
+    for (auto& [other, one] : recorders)
+        one.channel = systemfile::Descriptor();
+    _exit(WorkIn(name, work));
 }
 
 void Service::TakeReports()

@@ -96,7 +96,7 @@ QByteArray Disks(const QJsonArray& recorders)
     for (const QJsonValue& value : recorders) {
         const QJsonObject recorder = value.toObject();
         const QByteArray name = LabelOf("recorder", recorder["recorder"].toString());
-        for (const QJsonValue& disk : recorder["disks"].toArray())
+        for (const auto& disk : recorder["disks"].toArray())
             text +=
                 Line("free_bytes", name + ',' + LabelOf("directory", disk.toObject()["directory"].toString()),
                      disk.toObject()["freeBytes"]);
