@@ -107,8 +107,6 @@ File Parsed(const QString& path, const QByteArray& bytes)
             continue;
         }
         QString line = QString::fromUtf8(raw).trimmed();
-        if (number == 1 && line.startsWith(QChar(0xfeff)))
-            line.remove(0, 1);
         first = whole.isEmpty() ? number : first;
         if (!(whole.isEmpty() && IsComment(line)) && line.endsWith(QLatin1Char('\\')) &&
             number < lines.size()) {
