@@ -81,7 +81,7 @@ TEST(WatchCommand, GetsTheReportOfTheRecordAndWhatHappened)
     EXPECT_EQ(variables.filter(QRegularExpression("^ZUCMTR_STATION=.")).size(), 1);
     EXPECT_EQ(variables.filter(QRegularExpression("^ZUCMTR_TRIGGER=20..-..-..T")).size(), 1);
     // What is for the command is no part of the event.
-    EXPECT_EQ(Station::EventsIn(run.out, "converted", "summary"), QStringList{QString()});
+    EXPECT_FALSE(run.out.contains("\"summary\""));
     EXPECT_EQ(Station::EventsIn(run.out, "commandDone"), QStringList{"in/0.ZU"});
     EXPECT_EQ(station.Journal("SELECT count(*) FROM commands"), QStringList{"0"});
 }
