@@ -3,7 +3,7 @@
 
 #include "child.h"
 #include "program.h"
-#include "zucmtr/files/database.h"
+#include "sql/sqlite.h"
 
 #include <QFile>
 #include <QJsonDocument>
@@ -84,7 +84,7 @@ public:
     QStringList Journal(const char* command, const QString& path = "out/.zucmtr-watch") const
     {
         QStringList values;
-        Database(Path(path)).Run(command, {}, [&](const QStringList& columns) { values << columns[0]; });
+        sql::Sqlite(Path(path)).Run(command, {}, [&](const sql::Row& row) { values << row.Text(0); });
         return values;
     }
 

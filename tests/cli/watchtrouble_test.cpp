@@ -184,7 +184,7 @@ TEST(WatchTrouble, JournalThatAnotherProgramReadsForLongIsWaitedFor)
     Station station;
     station.Start({"--attempts", "1"});
     ASSERT_TRUE(station.Waits("started", 1));
-    Database(station.Path("out/.zucmtr-watch")).Together([&] {
+    sql::Sqlite(station.Path("out/.zucmtr-watch")).Together([&] {
         station.Write("in/a.ZU", Encode(ShortRecording(0)));
         EXPECT_TRUE(station.Waits("trouble", 1));
     });

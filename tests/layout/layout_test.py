@@ -13,15 +13,17 @@ ROWS = [
     "src/writers",
     "tools/text",
     "tools/explain tools/recorderfile",
-    "tools/comtrade tools/output tools/station tools/dictionary tools/salvage",
+    "tools/comtrade tools/output tools/station tools/dictionary tools/salvage tools/sql",
     "tools/analysis",
-    "tools/verify tools/info tools/inicheck tools/view tools/validate tools/forms",
+    "tools/verify tools/info tools/inicheck tools/view tools/validate tools/forms tools/catalogue",
     "tools/zucmtr/terminal",
     "tools/zucmtr/host tools/zucmtr/files",
     "tools/zucmtr/run",
+    "tools/zucmtr/archive",
     "tools/zucmtr/watch",
     "tools/zucmtr/commands",
     "tools/zucmtr/main.cpp",
+    "python/core",
 ]
 ROW_OF = {room: number for number, row in enumerate(ROWS) for room in row.split()}
 INCLUDE = re.compile(r'^\s*#\s*include\s*[<"]([^>"]+)[>"]', re.MULTILINE)
@@ -32,14 +34,14 @@ def room_of(path):
 
 
 def wrong_lines(root):
-    for file in sorted(file for column in ("src", "tools") for file in (root / column).rglob("*")
+    for file in sorted(file for column in ("src", "tools", "python") for file in (root / column).rglob("*")
                        if file.suffix in (".h", ".cpp")):
         path = file.relative_to(root).as_posix()
         own = room_of(path)
         if own is None:
             yield f"{path}: in no room"
         for name in INCLUDE.findall(file.read_text(encoding="utf-8")) if own else []:
-            places = [f"{place}/{name}" for place in (file.parent.relative_to(root).as_posix(), "src", "tools")]
+            places = [f"{place}/{name}" for place in (file.parent.relative_to(root).as_posix(), "src", "tools", "python")]
             other = next((room_of(place) for place in places if (root / place).is_file()), own)
             if other != own and ROW_OF.get(other, len(ROWS)) >= ROW_OF[own]:
                 yield f"{path}: {own} may not include {name}"

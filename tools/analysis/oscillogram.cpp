@@ -93,24 +93,18 @@ TimeAxis AxisOf(const QString& recordPath, const comtrade::Configuration& config
     return TimeAxis::FromStamps(config, std::move(seconds));
 }
 
-void AppendValues(Oscillogram& oscillogram, const comtrade::Row& row)
-{
-    for (size_t i = 0; i < oscillogram.analog.size(); ++i)
-        oscillogram.analog[i].Add(row.analog[i]);
-}
-
 // Discrete channels seldom change, so that samples with the same states are added together.
 class StateAppender
 {
 public:
     explicit StateAppender(std::vector<States>& channels_) : channels(channels_) {}
 
-    void Add(const std::vector<quint8>& next)
+    void Add(const quint8* next)
     {
-        if (times > 0 && next != states)
+        if (times > 0 && !std::equal(states.begin(), states.end(), next))
             Flush();
         if (times == 0)
-            states = next;
+            states.assign(next, next + channels.size());
         ++times;
     }
 
@@ -149,20 +143,39 @@ double BytesAnnounced(const comtrade::Configuration& config)
     return static_cast<double>(config.SampleCount()) * static_cast<double>(BytesOfSample(config));
 }
 
-void Codes::Add(double code)
+void Codes::Add(const double* code, size_t count, size_t stride)
 {
-    qint16 number = 0;
-    const bool isShort = ToShort(code, number);
-    if (wide.empty() && isShort) {
-        small.push_back(number);
-    } else {
-        if (wide.empty())
-            wide.assign(small.begin(), small.end());
-        wide.push_back(static_cast<float>(code));
-        if (!std::isfinite(code)) {
-            ++missing;
-            return;
-        }
+    const size_t added = wide.empty() ? AddSmall(code, count, stride) : 0;
+    for (size_t i = added; i < count; ++i)
+        AddWide(code[i * stride]);
+}
+
+// Adds codes up to the first that is no 16-bit integer, and returns how many.
+size_t Codes::AddSmall(const double* code, size_t count, size_t stride)
+{
+    const size_t before = small.size();
+    small.resize(before + count);
+    qint16* next = small.data() + before;
+    const qint16* const begin = next;
+    for (size_t i = 0; i < count && ToShort(code[i * stride], *next); ++i)
+        ++next;
+    if (next > begin) {
+        const auto [low, high] = std::minmax_element(begin, static_cast<const qint16*>(next));
+        least = std::isnan(least) ? *low : std::min<double>(least, *low);
+        greatest = std::isnan(greatest) ? *high : std::max<double>(greatest, *high);
+    }
+    small.resize(static_cast<size_t>(next - small.data()));
+    return static_cast<size_t>(next - begin);
+}
+
+void Codes::AddWide(double code)
+{
+    if (wide.empty())
+        wide.assign(small.begin(), small.end());
+    wide.push_back(static_cast<float>(code));
+    if (!std::isfinite(code)) {
+        ++missing;
+        return;
     }
     if (!(least <= code)) // also if there is none yet
         least = code;
@@ -222,14 +235,19 @@ Oscillogram Read(const QString& recordPath, const Extent& extent)
     oscillogram.states.resize(oscillogram.config.states.size());
     const Range range = Chosen(recordPath, oscillogram.axis, oscillogram.config, extent);
     oscillogram.first = range.first;
-    comtrade::Row row{};
+    comtrade::Block block;
     StateAppender appender(oscillogram.states);
-    for (qint64 sample = 0; record.Next(row); ++sample) {
-        if (sample >= range.first && sample < range.end) {
-            AppendValues(oscillogram, row);
-            appender.Add(row.states);
-        }
-        oscillogram.total = sample + 1;
+    const size_t analog = oscillogram.analog.size();
+    const size_t states = oscillogram.states.size();
+    while (record.Next(block)) {
+        const auto count = static_cast<qint64>(block.count);
+        const auto from = static_cast<size_t>(std::clamp<qint64>(range.first - oscillogram.total, 0, count));
+        const auto to = static_cast<size_t>(std::clamp<qint64>(range.end - oscillogram.total, 0, count));
+        for (size_t i = 0; i < analog && from < to; ++i)
+            oscillogram.analog[i].Add(&block.analog[from * analog + i], to - from, analog);
+        for (size_t sample = from; sample < to; ++sample)
+            appender.Add(block.states.data() + sample * states);
+        oscillogram.total += count;
     }
     appender.Flush();
     return oscillogram;

@@ -13,7 +13,9 @@ namespace analysis {
 class Codes
 {
 public:
-    void Add(double code);
+    /// Adds so many codes, each `stride` after the one before.
+    void Add(const double* code, size_t count, size_t stride);
+    void Add(double code) { Add(&code, 1, 1); }
     double At(size_t index) const { return wide.empty() ? small[index] : static_cast<double>(wide[index]); }
     size_t Size() const { return wide.empty() ? small.size() : wide.size(); }
     bool IsWide() const { return !wide.empty(); }
@@ -24,6 +26,9 @@ public:
     const std::vector<float>& Wide() const { return wide; }    ///< all of them if IsWide()
 
 private:
+    size_t AddSmall(const double* code, size_t count, size_t stride);
+    void AddWide(double code);
+
     std::vector<qint16> small;
     std::vector<float> wide;
     qint64 missing = 0;

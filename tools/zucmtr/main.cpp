@@ -2,6 +2,7 @@
 // list of subcommands and turns every way out into an exit code.
 #include "text/error.h"
 #include "text/texts.h"
+#include "zucmtr/commands/archivecommand.h"
 #include "zucmtr/commands/checkcommand.h"
 #include "zucmtr/commands/convertcommand.h"
 #include "zucmtr/commands/dictionarycommand.h"
@@ -79,6 +80,7 @@ void Describe(CLI::App& app, Action& chosen, const char* program)
     app.set_version_flag("--version", std::string("zucmtr ") + ZUCMTR_VERSION);
     app.get_option("--version")->description(HelpText("main", "Print the version and exit"));
     app.require_subcommand(0, 1);
+    AddArchiveCommand(app, chosen);
     AddCheckCommand(app, chosen);
     AddConvertCommand(app, chosen);
     AddDictionaryCommand(app, chosen);

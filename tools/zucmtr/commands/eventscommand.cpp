@@ -6,7 +6,7 @@
 #include "text/reasons.h"
 #include "text/texts.h"
 #include "zucmtr/commands/deviceoptions.h"
-#include "zucmtr/commands/recordsource.h"
+#include "zucmtr/host/recordsource.h"
 #include "zucmtr/host/linefile.h"
 #include "zucmtr/terminal/console.h"
 #include "zucmtr/terminal/interrupt.h"

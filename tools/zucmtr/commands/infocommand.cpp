@@ -5,7 +5,7 @@
 #include "info/description.h"
 #include "text/texts.h"
 #include "zucmtr/commands/deviceoptions.h"
-#include "zucmtr/commands/recordsource.h"
+#include "zucmtr/host/recordsource.h"
 #include "zucmtr/host/linefile.h"
 #include "zucmtr/host/recordinglist.h"
 #include "zucmtr/terminal/console.h"

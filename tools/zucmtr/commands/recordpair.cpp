@@ -8,7 +8,7 @@
 #include "verify/source.h"
 #include "verify/verifier.h"
 #include "verify/wholeness.h"
-#include "zucmtr/commands/recordsource.h"
+#include "zucmtr/host/recordsource.h"
 #include "zucmtr/host/host.h"
 #include "zucmtr/host/recordform.h"
 #include "zucmtr/terminal/command.h"

@@ -8,7 +8,7 @@
 #include "verify/wholeness.h"
 #include "zucmtr/commands/deviceoptions.h"
 #include "zucmtr/commands/recordpair.h"
-#include "zucmtr/commands/recordsource.h"
+#include "zucmtr/host/recordsource.h"
 #include "zucmtr/terminal/console.h"
 #include "zucmtr/terminal/interrupt.h"
 #include "zucmtr/terminal/memorylimit.h"

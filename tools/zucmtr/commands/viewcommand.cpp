@@ -5,7 +5,7 @@
 #include "text/texts.h"
 #include "view/view.h"
 #include "zucmtr/commands/deviceoptions.h"
-#include "zucmtr/commands/recordsource.h"
+#include "zucmtr/host/recordsource.h"
 #include "zucmtr/host/linefile.h"
 #include "zucmtr/terminal/checks.h"
 #include "zucmtr/terminal/console.h"

@@ -13,6 +13,11 @@ struct DeviceChoice
     QString ini;
     QString defaults; // section
     QString device;   // section
+
+    bool operator==(const DeviceChoice& other) const
+    {
+        return ini == other.ini && defaults == other.defaults && device == other.device;
+    }
 };
 
 /// The ini file found for a recording when none is named; empty if there is none.

@@ -57,41 +57,46 @@ Verdict VerdictOf(const QString& state)
     return found == states.end() ? Verdict::Unknown : static_cast<Verdict>(found - states.begin());
 }
 
-QString Value(Database& database, const char* command)
+int Count(const sql::Row& row, int column)
+{
+    return static_cast<int>(row.Integer(column));
+}
+
+QString Value(sql::Database& database, const char* command)
 {
     QString value;
-    database.Run(command, {}, [&value](const QStringList& columns) { value = columns[0]; });
+    database.Run(command, {}, [&value](const sql::Row& row) { value = row.Text(0); });
     return value;
 }
 
-void Write(Database& database, qint64 number, const Task& task)
+void Write(sql::Database& database, qint64 number, const Task& task)
 {
     if (task.state == Task::State::Done)
-        database.Run("DELETE FROM commands WHERE number = ?", {QString::number(number)});
+        database.Run("DELETE FROM commands WHERE number = ?", {number});
     else
         database.Run("REPLACE INTO commands VALUES (?, ?, ?, ?, ?, ?)",
-                     {QString::number(number), task.file,
-                      QLatin1String(task.state == Task::State::GivenUp ? GivenUp : Waiting), task.input,
-                      QString::number(task.failures), task.noted});
+                     {number, task.file,
+                      QString::fromLatin1(task.state == Task::State::GivenUp ? GivenUp : Waiting), task.input,
+                      qint64{task.failures}, task.noted});
 }
 
 } // namespace
 
-void Create(Database& database)
+void Create(sql::Database& database)
 {
     for (const char* command : First)
         database.Run(command);
     Migrate(database, 1);
 }
 
-int VersionOf(Database& database)
+int VersionOf(sql::Database& database)
 {
     if (Value(database, "PRAGMA application_id") != QLatin1String(ApplicationId))
         return 0;
     return Value(database, "PRAGMA user_version").toInt();
 }
 
-void Migrate(Database& database, int version)
+void Migrate(sql::Database& database, int version)
 {
     if (version >= Version)
         return;
@@ -99,27 +104,28 @@ void Migrate(Database& database, int version)
         database.Run(command);
 }
 
-void WriteHolder(Database& database)
+void WriteHolder(sql::Database& database)
 {
     database.Run("DELETE FROM holder"); // a full disk shows at once
     database.Run("INSERT INTO holder VALUES (?, ?, ?)",
-                 {QString::number(getpid()), QSysInfo::machineHostName(), Now()});
+                 {qint64{getpid()}, QSysInfo::machineHostName(), Now()});
 }
 
-void Read(Database& database, WatchJournal::Entries& entries, WatchJournal::Tasks& tasks)
+void Read(sql::Database& database, WatchJournal::Entries& entries, WatchJournal::Tasks& tasks)
 {
-    database.Run("SELECT * FROM recordings", {}, [&entries](const QStringList& row) {
-        entries[row[0]] = {row[1].toLatin1(), VerdictOf(row[2]), row[3],        row[4], row[8],
-                           row[5].toInt(),    row[6].toInt(),    row[7].toInt()};
+    database.Run("SELECT * FROM recordings", {}, [&entries](const sql::Row& row) {
+        entries[row.Text(0)] = {
+            row.Text(1).toLatin1(), VerdictOf(row.Text(2)), row.Text(3),  row.Text(4), row.Text(8),
+            Count(row, 5),          Count(row, 6),          Count(row, 7)};
     });
-    database.Run("SELECT * FROM commands", {}, [&tasks](const QStringList& row) {
-        const bool isGivenUp = row[2] == QLatin1String(GivenUp);
-        tasks[row[0].toLongLong()] = {row[1], row[3], row[5], row[4].toInt(),
-                                      isGivenUp ? Task::State::GivenUp : Task::State::Waiting};
+    database.Run("SELECT * FROM commands", {}, [&tasks](const sql::Row& row) {
+        const bool isGivenUp = row.Text(2) == QLatin1String(GivenUp);
+        tasks[row.Integer(0)] = {row.Text(1), row.Text(3), row.Text(5), Count(row, 4),
+                                 isGivenUp ? Task::State::GivenUp : Task::State::Waiting};
     });
 }
 
-void Write(Database& database, const WatchJournal::Entries& entries, const WatchJournal::Tasks& tasks)
+void Write(sql::Database& database, const WatchJournal::Entries& entries, const WatchJournal::Tasks& tasks)
 {
     for (auto one = entries.begin(); one != entries.end(); ++one) {
         if (one->verdict == Verdict::PutAway)
@@ -127,9 +133,9 @@ void Write(Database& database, const WatchJournal::Entries& entries, const Watch
         else
             database.Run("REPLACE INTO recordings VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?)",
                          {one.key(), QString::fromLatin1(one->print),
-                          QLatin1String(states.at(static_cast<size_t>(one->verdict))), one->record,
-                          one->access, QString::number(one->unended), QString::number(one->failures),
-                          QString::number(one->kills), one->noted});
+                          QString::fromLatin1(states.at(static_cast<size_t>(one->verdict))), one->record,
+                          one->access, qint64{one->unended}, qint64{one->failures}, qint64{one->kills},
+                          one->noted});
     }
     for (auto one = tasks.begin(); one != tasks.end(); ++one)
         Write(database, one.key(), *one);

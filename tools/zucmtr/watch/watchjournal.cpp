@@ -59,10 +59,10 @@ QString HolderOf(const QString& path)
 {
     QString holder;
     try {
-        Database(path).Run("SELECT process, host FROM holder", {}, [&](const QStringList& columns) {
-            holder = Tr("watch", " (process %1 on %2)").arg(columns[0], columns[1]);
+        sql::Sqlite(path).Run("SELECT process, host FROM holder", {}, [&](const sql::Row& row) {
+            holder = Tr("watch", " (process %1 on %2)").arg(row.Text(0), row.Text(1));
         });
-    } catch (const Database::Failure&) { // a text file, or one that is just being created
+    } catch (const sql::Failure&) { // a text file, or one that is just being created
     }
     return holder;
 }
@@ -149,8 +149,8 @@ void WatchJournal::Load()
     try {
         database = Connected();
         journaltables::Read(*database, entries, tasks);
-    } catch (const Database::Failure& failure) {
-        if (!failure.isDamaged)
+    } catch (const sql::Failure& failure) {
+        if (failure.trouble != sql::Trouble::Damaged)
             FailToWrite(failure.Message());
         if (!QByteArray("SQLite format 3").startsWith(head))
             RefuseKind(path);
@@ -181,16 +181,16 @@ void WatchJournal::TakeOverText()
 // The file by which SQLite undoes an unfinished change keeps its name and its space on the disk until the
 // end, because removing it after each change takes longer. It works on network file systems, unlike a
 // write-ahead log.
-std::unique_ptr<Database> WatchJournal::Connected() const
+std::unique_ptr<sql::Sqlite> WatchJournal::Connected() const
 {
-    auto opened = std::make_unique<Database>(path);
+    auto opened = std::make_unique<sql::Sqlite>(path);
     QStringList marks;
-    const auto mark = [&marks](const QStringList& columns) { marks << columns; };
+    const auto mark = [&marks](const sql::Row& row) { marks << row.Text(0); };
     opened->Run("PRAGMA synchronous=EXTRA");
     opened->Together([&] {
         opened->Run("PRAGMA quick_check(1)", {}, mark);
         if (marks[0] != QLatin1String("ok"))
-            throw Database::Failure(marks[0], true);
+            throw sql::Failure(marks[0], sql::Trouble::Damaged);
         opened->Run("SELECT count(*) FROM sqlite_master", {}, mark);
         if (marks[1] == QLatin1String("0"))
             journaltables::Create(*opened);
@@ -349,8 +349,8 @@ void WatchJournal::Save(const Entries& changed)
                 database = Connected();
             database->Together([&] { journaltables::Write(*database, changed, unwrittenTasks); });
         }
-    } catch (const Database::Failure& failure) {
-        isDamaged = failure.isDamaged;
+    } catch (const sql::Failure& failure) {
+        isDamaged = failure.trouble == sql::Trouble::Damaged;
         if (!isDamaged)
             FailToWrite(failure.Message());
     }
@@ -366,13 +366,13 @@ void WatchJournal::MakeAnew(const Entries& changed)
     systemfile::Descriptor own = Claimed(fresh, O_EXCL);
     database.reset();
     try {
-        Database made(fresh);
+        sql::Sqlite made(fresh);
         made.Together([&] {
             journaltables::Create(made);
             journaltables::Write(made, entries, tasks);
             journaltables::Write(made, changed, unwrittenTasks);
         });
-    } catch (const Database::Failure& failure) {
+    } catch (const sql::Failure& failure) {
         Discard(fresh);
         FailToWrite(failure.Message());
     }

@@ -2,7 +2,7 @@
 // program goes on.
 #pragma once
 
-#include "zucmtr/files/database.h"
+#include "sql/sqlite.h"
 #include "zucmtr/files/systemfile.h"
 #include "zucmtr/watch/watchscan.h"
 #include "zucmtr/watch/watchtrouble.h"
@@ -119,7 +119,7 @@ private:
     systemfile::Descriptor Claimed(const QString& at, int flags = 0) const;
     void Load();
     void TakeOverText();
-    std::unique_ptr<Database> Connected() const;
+    std::unique_ptr<sql::Sqlite> Connected() const;
     Place FindPlace() const;
     void Note(const QString& recording, const Entry& entry);
     void Withdraw(const QString& first, const QByteArray& print);
@@ -129,8 +129,8 @@ private:
     [[noreturn]] void FailToWrite(const QString& reason) const;
 
     const QString path;
-    systemfile::Descriptor file;        // that is locked
-    std::unique_ptr<Database> database; // none after the journal was written again
+    systemfile::Descriptor file;           // that is locked
+    std::unique_ptr<sql::Sqlite> database; // none after the journal was written again
     Entries entries;
     Entries unwritten; // those that are gone count as put away
     Tasks tasks;

@@ -38,6 +38,46 @@ DeviceChoice NamelessChoice();
 /// ConfigurationError.
 unsigned int LoadDevice(Host& host, const ChangedIni& ini);
 
+/// Converts recordings into temporary records, one after the other: what was loaded for one serves those
+/// after it. The recordings stay as they are. As there is one Host at a time, there is one of these at work.
+class RecordMaker
+{
+public:
+    struct Made
+    {
+        QString record; ///< path of its .cfg
+        QString ini;    ///< that was used; empty: there is none
+    };
+
+    RecordMaker();
+    ~RecordMaker();
+    RecordMaker(const RecordMaker&) = delete;
+    RecordMaker& operator=(const RecordMaker&) = delete;
+
+    /// The choice is completed as ChoiceForReading does. The record is there until the next call and as long
+    /// as this object lives. Throws SourceError, or ConfigurationError if the choice does not load.
+    Made Make(const QString& file, const DeviceChoice& choice, bool isPlain);
+
+    /// Ends the Host; the last record stays.
+    void Rest();
+
+private:
+    struct Loaded;
+
+    const DeviceChoice& Completed(const QString& file, const DeviceChoice& choice, bool isPlain);
+    QString Place(const QString& file);
+    void Clear();
+    unsigned int Load(const QString& file, DeviceChoice choice);
+
+    std::unique_ptr<Loaded> loaded;
+    std::unique_ptr<QTemporaryDir> onDisk;
+    std::unique_ptr<QTemporaryDir> inMemory;
+    QString place;        // directory of the last record, with links to its recording
+    QString completedFor; // directory of the recording
+    DeviceChoice asked;   // and the choice before it was completed
+    DeviceChoice completed;
+};
+
 class RecordSource
 {
 public:
@@ -53,9 +93,7 @@ public:
     const QString& Ini() const { return ini; }
 
 private:
-    void Convert(const QString& file, const DeviceChoice& choice);
-
-    std::unique_ptr<QTemporaryDir> directory;
+    std::unique_ptr<RecordMaker> maker;
     QString path;
     QString ini;
 };

@@ -1,0 +1,168 @@
+#include "zucmtr/archive/files.h"
+
+#include "base/chainnames.h"
+#include "comtrade/record.h"
+#include "explain/system.h"
+#include "text/texts.h"
+#include "zucmtr/files/systemfile.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QSet>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <dirent.h>
+#include <memory>
+#include <openssl/evp.h>
+#include <unistd.h>
+
+namespace archive {
+
+namespace {
+
+using catalogue::Kind;
+using catalogue::Piece;
+
+constexpr int BlockBytes = 1 << 18;
+
+// A record's files besides its configuration; other cases of these names are another system's.
+const char* const CompanionEnds[] = {"dat", "hdr", "inf"};
+
+QStringList CompanionsOf(const QString& name, const QSet<QString>& names)
+{
+    QStringList companions;
+    if (!name.endsWith(QLatin1String(".cfg"), Qt::CaseInsensitive))
+        return companions;
+    const QString stem = name.chopped(3);
+    for (const char* end : CompanionEnds) {
+        const QString lower = QLatin1String(end);
+        for (const QString& candidate : {stem + lower, stem + lower.toUpper()}) {
+            if (names.contains(candidate)) {
+                companions << candidate;
+                break;
+            }
+        }
+    }
+    return companions;
+}
+
+QStringList NamesOf(const QString& name, Kind kind, const QSet<QString>& names)
+{
+    QStringList pieces = {name};
+    if (kind == Kind::Record)
+        return pieces + CompanionsOf(name, names);
+    for (int number = 1; number <= zu::MostContinuations; ++number) {
+        const QString continuation = zu::ContinuationName(name, number);
+        if (!names.contains(continuation))
+            break;
+        pieces << continuation;
+    }
+    return pieces;
+}
+
+std::vector<Piece> StatesOf(const QString& directory, QStringList names)
+{
+    std::sort(names.begin(), names.end());
+    std::vector<Piece> pieces;
+    for (const QString& name : qAsConst(names)) {
+        systemfile::Identity identity;
+        if (systemfile::Identify(directory + QLatin1Char('/') + name, identity) == 0 && identity.IsRegular())
+            pieces.push_back({name, identity.size, identity.modified});
+    }
+    return pieces;
+}
+
+struct Names
+{
+    QStringList files;
+    QStringList directories;
+};
+
+// 0 or errno.
+int Read(const QString& directory, Names& names)
+{
+    DIR* opened = opendir(QFile::encodeName(directory).constData());
+    if (opened == nullptr)
+        return errno;
+    while (const dirent* one = readdir(opened)) {
+        if (one->d_name[0] == '.')
+            continue;
+        const QString name = QFile::decodeName(one->d_name);
+        bool isDirectory = one->d_type == DT_DIR;
+        if (one->d_type == DT_UNKNOWN) {
+            const QFileInfo info(directory + QLatin1Char('/') + name);
+            isDirectory = info.isDir() && !info.isSymLink();
+        }
+        (isDirectory ? names.directories : names.files) << name;
+    }
+    closedir(opened);
+    names.files.sort();
+    names.directories.sort();
+    return 0;
+}
+
+void ListInto(const QString& directory, Listing& listing)
+{
+    Names names;
+    const int error = Read(directory, names);
+    if (error != 0) {
+        listing.unlisted.push_back({directory, explain::SystemText(error)});
+        return;
+    }
+    const QSet<QString> all(names.files.begin(), names.files.end());
+    for (const QString& name : qAsConst(names.files)) {
+        const bool isRecord = comtrade::IsRecordFile(name);
+        if (!isRecord && !zu::IsFirstFileName(name))
+            continue;
+        const Kind kind = isRecord ? Kind::Record : Kind::Recording;
+        Found found{kind, directory + QLatin1Char('/') + name, StatesOf(directory, NamesOf(name, kind, all))};
+        if (!found.pieces.empty())
+            listing.found.push_back(std::move(found));
+    }
+    for (const QString& name : qAsConst(names.directories))
+        ListInto(directory + QLatin1Char('/') + name, listing);
+}
+
+} // namespace
+
+Listing List(const QString& directory)
+{
+    Listing listing;
+    ListInto(directory, listing);
+    return listing;
+}
+
+std::vector<Piece> PiecesOf(const QString& path, Kind kind)
+{
+    const QFileInfo info(path);
+    const QStringList names = systemfile::NamesIn(info.path());
+    return StatesOf(info.path(), NamesOf(info.fileName(), kind, QSet<QString>(names.begin(), names.end())));
+}
+
+void HashPieces(const QString& path, std::vector<Piece>& pieces)
+{
+    const QString directory = QFileInfo(path).path();
+    const std::unique_ptr<EVP_MD_CTX, decltype(&EVP_MD_CTX_free)> hash(EVP_MD_CTX_new(), EVP_MD_CTX_free);
+    QByteArray block(BlockBytes, Qt::Uninitialized);
+    for (Piece& piece : pieces) {
+        const QString name = directory + QLatin1Char('/') + piece.name;
+        const systemfile::Descriptor file = systemfile::OpenToRead(name);
+        ssize_t count = file.IsOpen() ? 0 : -1;
+        EVP_DigestInit_ex(hash.get(), EVP_sha256(), nullptr);
+        while (count >= 0 &&
+               (count = read(file.Number(), block.data(), static_cast<size_t>(block.size()))) > 0)
+            EVP_DigestUpdate(hash.get(), block.constData(), static_cast<size_t>(count));
+        if (count < 0)
+            throw text::Error(Tr("archive", "%1 cannot be read: %2").arg(name, explain::SystemText(errno)));
+        std::array<unsigned char, EVP_MAX_MD_SIZE> digest{};
+        unsigned int size = 0;
+        EVP_DigestFinal_ex(hash.get(), digest.data(), &size);
+        piece.sha256 =
+            QByteArray(reinterpret_cast<const char*>(digest.data()), static_cast<int>(size)).toHex();
+    }
+}
+
+} // namespace archive

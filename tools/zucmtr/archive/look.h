@@ -1,0 +1,41 @@
+// What an archive's catalogue is told about a recording or record.
+#pragma once
+
+#include "catalogue/entry.h"
+#include "zucmtr/host/devicechoice.h"
+#include "zucmtr/host/linefile.h"
+#include "zucmtr/host/recordsource.h"
+
+#include <utility>
+
+namespace archive {
+
+/// How recordings and records are read.
+struct Reading
+{
+    DeviceChoice choice; ///< of recordings; completed for each as `events` does
+    bool isPlain = false;
+    QString lines; ///< file of --lines; empty: found for each
+};
+
+/// For one thread; one at a time in a process.
+class Looker
+{
+public:
+    explicit Looker(Reading reading_) : reading(std::move(reading_)) {}
+
+    /// Reads it and looks for what happened. What cannot be read gives an entry that says why. Throws
+    /// ConfigurationError if the choice or the data of the lines are wrong.
+    catalogue::Entry Look(const QString& path, catalogue::Kind kind);
+
+private:
+    void LookInto(catalogue::Entry& entry);
+    const LineData& LinesFor(const QString& ini, const QString& path);
+
+    const Reading reading;
+    RecordMaker maker;
+    QString linesFor; // ini file and directory
+    LineData lines;
+};
+
+} // namespace archive
