@@ -92,6 +92,7 @@ class Place:
         return next((self.directory / "out").glob("*.cfg"))
 
 
+STATUS = []  # files of 'watch --status'
 KEPT = []  # command and object of every line
 LINES = []  # as printed
 
@@ -701,6 +702,49 @@ BAY03=W,V
             (place.directory / "away").rename(place.directory / "in")
             (place.directory / os.fsdecode(b"in/\xff.ZU")).unlink()
 
+    def test_watch_with_a_command(self):
+        place = self.place()
+        place.write("in/a.ZU", recording())
+        place.write("hook", b"#!/bin/sh\ncase $ZUCMTR_ATTEMPT in\n1) echo no; exit 1;;\n2) kill -9 $$;;\n"
+                            b"3) sleep 1000;;\n4) mv hook away; exit 1;;\nesac\n")
+        (place.directory / "hook").chmod(0o700)
+        child = subprocess.Popen([PROGRAM, "watch", "--ini", "ZuDrv.ini", "--out", "out", "--exec", "./hook",
+                                  "--exec-timeout", "0.2", "--retry-after", "0.01", "--exec-retries", "1000", "in"],
+                                 cwd=place.directory, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
+        try:
+            self.assertEqual([self.next(child, "commandFailed")["reason"] for _ in range(5)],
+                             ["commandFailed", "commandKilled", "commandTimeout", "commandFailed", "commandNotStarted"])
+            (place.directory / "away").rename(place.directory / "hook")
+            self.next(child, "commandDone")
+        finally:
+            child.kill()
+            child.communicate()
+
+    def test_watch_of_several_recorders(self):
+        place = self.place()
+        for name, out in (("good", "out"), ("later", "later"), ("crash", "out")):
+            place.write(f"conf/{name}.conf", f"ini = ../ZuDrv.ini\ndirectory = ../in-{name}\nout = ../{out}\n"
+                                             f"state = ../{name}\nrescan = 0.05\nexec = true\n".encode())
+            (place.directory / f"in-{name}").mkdir()
+        place.write("conf/wrong.conf", b"out = x\n")
+        place.write("in-crash/crash.ZU", recording())
+        child = subprocess.Popen([PROGRAM, "watch", "--config", "conf", "--status", "status", "--status-every", "0.05"],
+                                 cwd=place.directory, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL,
+                                 env=dict(os.environ, LD_PRELOAD=FAULTS, END_AT="crash.ZU"))
+        try:
+            seen = {down["recorder"]: down["reason"] for down in
+                    (self.next(child, "recorderDown") for _ in range(3))}
+            self.assertEqual(seen, {"wrong": "misconfigured", "later": "notStarted", "crash": "crashed"})
+            (place.directory / "conf/crash.conf").unlink()
+            child.send_signal(signal.SIGHUP)
+            self.assertEqual(self.next(child, "reloaded")["endedRecorders"], ["crash"])
+            place.write("in-good/a.ZU", recording(minutes=1))
+            self.assertEqual(self.next(child, "commandDone")["recorder"], "good")
+        finally:
+            child.terminate()
+            child.communicate()
+        STATUS.append(json.loads((place.directory / "status").read_bytes()))
+
     def follow(self, directory, child, ending):
         self.next(child, "failed")
         last = self.next(child, "failed")
@@ -756,6 +800,15 @@ class Output(unittest.TestCase):
             if command in ("convert", "watch"):  # they share the words of failures
                 missing -= words_of(SCHEMA["$defs"]["failureReason"])
             self.assertEqual(missing, set(), command)
+
+    def test_status_is_as_the_schema_and_the_page_say(self):
+        schema = SCHEMA["$defs"]["status"]
+        self.assertEqual([error.message for error in validator("status").iter_errors(STATUS[0])], [])
+        keys = set()
+        found_in(STATUS[0], keys, set())
+        self.assertEqual(keys, keys_of(schema))
+        named = set(re.findall(r"`([\w.-]+)`", PAGE[PAGE.index("The file of `--status`"):]))
+        self.assertEqual((keys | {"running", "waiting", "misconfigured", "ended"}) - named, set())
 
     def test_page_names_every_key_and_word(self):
         sections = {name_of(title.split()): section

@@ -172,7 +172,7 @@ TEST(Watch, JournalOfANewerVersionIsRefused)
 {
     const Station station;
     EXPECT_EQ(station.Once().code, 0);
-    station.Journal("PRAGMA user_version=2");
+    station.Journal("PRAGMA user_version=3");
     const Finished run = station.Once();
     EXPECT_EQ(run.code, 2);
     EXPECT_EQ(run.err,

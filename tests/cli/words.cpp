@@ -9,21 +9,22 @@ namespace {
 const QStringList& NamesOfThings()
 {
     static const QStringList names = {
-        "zucmtr",  "archive",  "update",   "find",       "stats",      "check",   "convert",  "dictionary",
-        "info",    "sample",   "events",   "lines",      "CSV",        "RFC",     "validate", "verify",
-        "view",    "watch",    "help",     "COMTRADE",   "IEEE",       "ini",     "Ini",      "mkdir",
-        "JSON",    "HTML",     "SVG",      "PNG",        "Ctrl",       "SIGTERM", "cron",     "Default",
-        "Device",  "cp",       "single",   "two",        "three",      "none",    "ZuDrv",    "AG",
-        "BG",      "CG",       "AB",       "BC",         "CA",         "ABG",     "BCG",      "CAG",
-        "ABC",     "success",  "fault",    "cfg",        "cff",        "CFF",     "time",     "trigger",
-        "UTC",     "export",   "csv",      "mat",        "MAT",        "MATLAB",  "ISO",      "utf",
-        "FILE",    "name",     "source",   "folder",     "station",    "device",  "subject",  "year",
-        "month",   "day",      "hour",     "minute",     "second",     "date",    "PATH",     "TIME",
-        "ms",      "CP",       "KOI",      "GBK",        "postgresql", "user",    "host",     "database",
-        "kA",      "SQL",      "ABCG",     "earth",      "any",        "today",   "newest",   "oldest",
-        "slowest", "current",  "distance", "size",       "circuit",    "path",    "overview", "months",
-        "kinds",   "circuits", "silent",   "duplicates", "xargs",      "SHA",     "page",     "index",
-        "html",    "faults",   "all"};
+        "zucmtr",  "archive",  "update",   "find",       "stats",      "check",     "convert",  "dictionary",
+        "info",    "sample",   "events",   "lines",      "CSV",        "RFC",       "validate", "verify",
+        "view",    "watch",    "help",     "COMTRADE",   "IEEE",       "ini",       "Ini",      "mkdir",
+        "JSON",    "HTML",     "SVG",      "PNG",        "Ctrl",       "SIGTERM",   "cron",     "Default",
+        "Device",  "cp",       "single",   "two",        "three",      "none",      "ZuDrv",    "AG",
+        "BG",      "CG",       "AB",       "BC",         "CA",         "ABG",       "BCG",      "CAG",
+        "ABC",     "success",  "fault",    "cfg",        "cff",        "CFF",       "time",     "trigger",
+        "UTC",     "export",   "csv",      "mat",        "MAT",        "MATLAB",    "ISO",      "utf",
+        "FILE",    "name",     "source",   "folder",     "station",    "device",    "subject",  "year",
+        "month",   "day",      "hour",     "minute",     "second",     "date",      "PATH",     "TIME",
+        "ms",      "CP",       "KOI",      "GBK",        "postgresql", "user",      "host",     "database",
+        "kA",      "SQL",      "ABCG",     "earth",      "any",        "today",     "newest",   "oldest",
+        "slowest", "current",  "distance", "size",       "circuit",    "path",      "overview", "months",
+        "kinds",   "circuits", "silent",   "duplicates", "xargs",      "SHA",       "page",     "index",
+        "html",    "faults",   "all",      "ZUCMTR",     "RECORD",     "RECORDING", "STATION",  "FAULT",
+        "SIGHUP",  "json",     "text",     "node",       "exporter",   "directory", "out"};
     return names;
 }
 

@@ -174,16 +174,17 @@ class Debian(unittest.TestCase):
         table = run("/usr/bin/python3", documents / "examples/archive_futures.py", fault, env=self.module_environment())
         self.assertIn(f"{recording},2024-01-31T12:00:00.050000+03:00,", table)
 
-    def test_unit_is_locked_down_and_starts_what_the_program_understands(self):
-        unit = self.unpacked.root / "usr/lib/systemd/system/zucmtr-watch@.service"
-        # Ten of a hundred: systemd's own measure of what a service may do.
-        run("systemd-analyze", "security", "--offline=true", "--threshold=10", unit)
-        start = next(line for line in unit.read_text().splitlines() if line.startswith("ExecStart="))
-        program, command, *words = start.removeprefix("ExecStart=").split()
-        self.assertEqual(("/usr/bin/zucmtr", "watch"), (program, command))
+    def test_units_are_locked_down_and_start_what_the_program_understands(self):
         options = self.unpacked.program("watch", "--help")
-        for option in (word for word in words if word.startswith("--")):
-            self.assertIn(f"  {option} ", options)
+        for name in ("zucmtr-watch@.service", "zucmtr-watch.service"):
+            unit = self.unpacked.root / "usr/lib/systemd/system" / name
+            # Ten of a hundred: systemd's own measure of what a service may do.
+            run("systemd-analyze", "security", "--offline=true", "--threshold=10", unit)
+            start = next(line for line in unit.read_text().splitlines() if line.startswith("ExecStart="))
+            program, command, *words = start.removeprefix("ExecStart=").split()
+            self.assertEqual(("/usr/bin/zucmtr", "watch"), (program, command))
+            for option in (word for word in words if word.startswith("--")):
+                self.assertIn(f"  {option} ", options)
 
     def test_host_built_against_the_packages_writes_what_the_program_writes(self):
         target = self.directory / "host"

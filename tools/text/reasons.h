@@ -60,6 +60,17 @@ inline constexpr char OutputUnusable[] = "outputUnusable";
 inline constexpr char ArchiveUnusable[] = "archiveUnusable";
 inline constexpr char JournalNotWritten[] = "journalNotWritten";
 
+// About a command after a record.
+inline constexpr char CommandFailed[] = "commandFailed";
+inline constexpr char CommandKilled[] = "commandKilled";
+inline constexpr char CommandNotStarted[] = "commandNotStarted";
+inline constexpr char CommandTimeout[] = "commandTimeout";
+
+// About a recorder of a service with several.
+inline constexpr char Crashed[] = "crashed";
+inline constexpr char Misconfigured[] = "misconfigured";
+inline constexpr char NotStarted[] = "notStarted";
+
 // What 'zucmtr check' finds in the lines of an ini file.
 inline constexpr char BlanksInSectionName[] = "blanksInSectionName";
 inline constexpr char BrokenHeading[] = "brokenHeading";

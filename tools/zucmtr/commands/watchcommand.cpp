@@ -1,48 +1,37 @@
 #include "zucmtr/commands/watchcommand.h"
 
 #include "text/texts.h"
-#include "zucmtr/commands/deviceoptions.h"
-#include "zucmtr/commands/workoptions.h"
+#include "zucmtr/commands/watchconf.h"
+#include "zucmtr/commands/watchoptions.h"
 #include "zucmtr/run/workers.h"
 #include "zucmtr/terminal/checks.h"
 #include "zucmtr/terminal/console.h"
+#include "zucmtr/terminal/helpformat.h"
 #include "zucmtr/terminal/memorylimit.h"
-#include "zucmtr/terminal/values.h"
+#include "zucmtr/watch/commandwords.h"
+#include "zucmtr/watch/service.h"
 #include "zucmtr/watch/watch.h"
+#include "zucmtr/watch/watchevents.h"
 
 #include <CLI/CLI.hpp>
 
+#include <QDir>
 #include <QFileInfo>
+#include <QMap>
 
+#include <map>
 #include <memory>
-#include <string>
-#include <vector>
 
 namespace {
 
-struct WatchOptions
-{
-    DeviceOptions device;
-    std::string out;
-    std::string state;
-    bool recursive = false;
-    bool flat = false;
-    bool once = false;
-    WorkOptions work;
-    double rescan = 30;     // s
-    double retryAfter = 10; // s
-    int attempts = 8;
-    bool retryGivenUp = false;
-    uint64_t maxMemory = 0;
-    std::vector<std::string> directories;
-};
+constexpr std::chrono::hours LongestCommandPause{1}; // between two attempts
 
 std::chrono::milliseconds Milliseconds(double seconds)
 {
     return std::chrono::milliseconds(static_cast<int64_t>(seconds * 1000));
 }
 
-void CheckDirectories(const WatchOptions& options)
+void CheckDirectories(const RecorderOptions& options)
 {
     for (const QString& directory : FromUtf8(options.directories)) {
         const QFileInfo info(directory);
@@ -55,19 +44,25 @@ void CheckDirectories(const WatchOptions& options)
     }
 }
 
+QString StateOf(const RecorderOptions& options)
+{
+    return options.state.empty() ? FromUtf8(options.out) + QStringLiteral("/.zucmtr-watch")
+                                 : FromUtf8(options.state);
+}
+
 bool IsOtherFile(const std::string& path)
 {
     const QFileInfo info(FromUtf8(path));
     return info.exists() && !info.isDir();
 }
 
-bool Mirrors(const WatchOptions& options)
+bool Mirrors(const RecorderOptions& options)
 {
     return options.recursive && !options.flat;
 }
 
 // A directory that is missing or cannot be written to may be a file system that is not mounted yet.
-WorkOrder CheckedOrder(const WatchOptions& options)
+WorkOrder CheckedOrder(const RecorderOptions& options)
 {
     if (options.work.noVerify && PutsAway(options.work))
         OrderOf(options.work, QString()); // throws
@@ -84,7 +79,23 @@ WorkOrder CheckedOrder(const WatchOptions& options)
     }
 }
 
-WatchOrder WatchOrderOf(const WatchOptions& options, const Worker& worker)
+CommandOrder CommandOrderOf(const RecorderOptions& options, const QString& recorder, bool once)
+{
+    CommandOrder order;
+    if (options.command.empty())
+        return order;
+    order.words = CommandWords(FromUtf8(options.command));
+    CheckProgram(order.words.first());
+    order.limit = Milliseconds(options.commandTime);
+    order.retries = options.commandRetries;
+    order.firstPause = Milliseconds(options.retryAfter);
+    order.longestPause = LongestCommandPause;
+    order.once = once;
+    order.recorder = recorder;
+    return order;
+}
+
+WatchOrder WatchOrderOf(const RecorderOptions& options, const Worker& worker, bool once)
 {
     WatchOrder order;
     order.directories = FromUtf8(options.directories);
@@ -94,17 +105,18 @@ WatchOrder WatchOrderOf(const WatchOptions& options, const Worker& worker)
     order.mirror = Mirrors(options);
     if (!options.work.archive.empty())
         order.excluded << FromUtf8(options.work.archive);
-    order.once = options.once;
+    order.once = once;
     order.quiet = std::chrono::milliseconds(worker.WaitTime());
     order.rescan = Milliseconds(options.rescan);
     order.retryAfter = Milliseconds(options.retryAfter);
-    order.attempts = options.once ? 1 : options.attempts;
-    order.retryGivenUp = options.once || options.retryGivenUp;
+    order.attempts = once ? 1 : options.attempts;
+    order.retryGivenUp = once || options.retryGivenUp;
+    order.reportsSummary = options.work.events;
     return order;
 }
 
 // The ini file is in one of the directories, unless it is named.
-DeviceChoice Chosen(const WatchOptions& options)
+DeviceChoice Chosen(const RecorderOptions& options)
 {
     DeviceChoice choice = ChoiceOf(options.device);
     std::vector<Recording> directories;
@@ -114,63 +126,157 @@ DeviceChoice Chosen(const WatchOptions& options)
     return choice;
 }
 
-int Begin(const WatchOptions& options)
+// The events go to the file of --log as well, as text: each line opens it anew, so that it may be moved away
+// at any time.
+void UseLog(const RecorderOptions& options, Host& host)
+{
+    watchevents::Output output = watchevents::Used();
+    if (options.device.hasLog)
+        output.log = [&host](const QString& line) { host.AddToLog(line); };
+    watchevents::Use(output);
+}
+
+// name: of the recorder; empty: that of its section.
+int Begin(const RecorderOptions& options, const QString& name, bool once)
 {
     CheckDirectories(options);
     const DeviceChoice choice = Chosen(options);
+    const QString recorder = name.isEmpty() ? choice.device : name;
+    const CommandOrder command = CommandOrderOf(options, recorder, once);
     CheckLog(options.device);
     WorkOrder order = CheckedOrder(options);
-    AddSummary(order, options.work, false, choice.ini);
+    AddSummary(order, options.work, !command.words.isEmpty(), choice.ini);
     LimitMemory(options.maxMemory);
     // Before the journal, whose lock they must not share.
     const std::unique_ptr<archive::Scribes> scribes = ScribesOf(options.work, choice, 1);
     order.keeper = scribes.get();
-    WatchJournal journal(options.state.empty() ? order.out + QStringLiteral("/.zucmtr-watch")
-                                               : FromUtf8(options.state));
+    WatchJournal journal(StateOf(options));
     Host host(FromUtf8(options.device.log));
     const std::vector<std::unique_ptr<Worker>> workers = MakeWorkers(host, choice, order, 1, true);
     Worker& worker = *workers.front();
-    const bool good = Watch(WatchOrderOf(options, worker), worker, journal).Run();
-    return good || !options.once ? ExitDone : ExitFailed;
+    WatchOrder watchOrder = WatchOrderOf(options, worker, once);
+    watchOrder.recorder = recorder;
+    watchOrder.command = command;
+    if (watchevents::Used().form == watchevents::Form::Text)
+        watchevents::Name(recorder);
+    UseLog(options, host);
+    const bool good = Watch(watchOrder, worker, journal).Run();
+    watchevents::Use(
+        {watchevents::Used().form, watchevents::Used().recorder, {}}); // the log goes with the host
+    return good || !once ? ExitDone : ExitFailed;
 }
 
-int RunWatch(const WatchOptions& options)
+// One of the recorders of --config, in its process. Paths in its file start in the directory of the file.
+int BeginIn(const QString& directory, const RecorderOptions& options, const QString& name, bool once)
 {
+    if (!QDir::setCurrent(directory))
+        throw PassingTrouble(Tr("watch", "the directory '%1' cannot be entered").arg(directory));
+    return Begin(options, name, once);
+}
+
+// Two recorders with one journal would each take the other for a second run of itself.
+void RefuseSharedStates(const QString& directory, ServicePlan& plan,
+                        const std::map<QString, RecorderOptions>& recorders)
+{
+    QMap<QString, QString> owners; // of a journal
+    for (const auto& [name, options] : recorders) {
+        const QString state = QDir::cleanPath(QDir(directory).absoluteFilePath(StateOf(options)));
+        if (owners.contains(state))
+            plan.mistakes[name] << QDir(directory).filePath(name + QStringLiteral(".conf: ")) +
+                                       Tr("watch",
+                                          "it has the state '%1', as '%2' has; give another 'state = FILE'")
+                                           .arg(state, owners[state]);
+        else
+            owners[state] = name;
+    }
+}
+
+ServicePlan PlanOf(const QString& directory, bool once)
+{
+    ServicePlan plan;
+    std::map<QString, RecorderOptions> recorders;
+    std::map<QString, QByteArray> settings;
+    for (const conffile::File& file : conffile::FilesIn(directory)) {
+        const ConfiguredRecorder recorder = ConfiguredBy(file);
+        if (!recorder.mistakes.isEmpty()) {
+            plan.mistakes[file.recorder] = recorder.mistakes;
+            continue;
+        }
+        recorders[file.recorder] = recorder.options;
+        settings[file.recorder] = file.bytes;
+    }
+    RefuseSharedStates(directory, plan, recorders);
+    const QString place = QDir(directory).absolutePath();
+    for (const auto& [name, options] : recorders) {
+        if (!plan.mistakes.contains(name))
+            plan.recorders.push_back({name, settings[name], [place, own = options, recorder = name, once] {
+                                          return BeginIn(place, own, recorder, once);
+                                      }});
+    }
+    return plan;
+}
+
+// The service is needed where its process is to be well while that of a recorder is not.
+int RunService(const WatchOptions& options)
+{
+    ServiceOrder order;
+    order.isNamed = !options.config.empty();
+    order.ends = options.once || options.config.empty();
+    order.status = FromUtf8(options.status);
+    order.everySeconds = options.statusEvery;
+    if (order.isNamed)
+        return Service(order, [&] { return PlanOf(FromUtf8(options.config), options.once); }).Run();
+    CheckDirectories(options.recorder);
+    const DeviceChoice choice = Chosen(options.recorder);
+    if (watchevents::Used().form == watchevents::Form::Text)
+        watchevents::Name(choice.device);
+    ServicePlan plan;
+    plan.recorders.push_back({choice.device, QByteArray(),
+                              [&options] { return Begin(options.recorder, QString(), options.once); }});
+    return Service(order, [&plan] { return plan; }).Run();
+}
+
+// Which option of a recorder is given beside --config, where it belongs into the recorder's file.
+void RefuseOptionsBesideConfig(const CLI::App& command)
+{
+    for (const CLI::Option* option : command.get_options()) {
+        const QString name = FromUtf8(option->get_single_name());
+        if (option->count() == 0 || IsServiceOption(option->get_single_name()))
+            continue;
+        throw UsageError(
+            option->get_positional()
+                ? Tr("watch", "with --config the directories of recordings belong into the .conf "
+                              "files, as 'directory = DIR'")
+                : Tr("watch", "with --config --%1 belongs into the .conf files, as '%1 = ...'").arg(name),
+            QStringLiteral("zucmtr watch"));
+    }
+}
+
+void CheckUsage(const CLI::App& command, const WatchOptions& options)
+{
+    if (!options.config.empty()) {
+        RefuseOptionsBesideConfig(command);
+        return;
+    }
+    const QString missing = MissingOption(options.recorder);
+    if (!missing.isEmpty())
+        throw UsageError(Tr("parser", "%1 is required").arg(ShownName(missing)),
+                         QStringLiteral("zucmtr watch"));
+}
+
+int RunWatch(const CLI::App& command, const WatchOptions& options)
+{
+    CheckUsage(command, options);
+    if (options.logFormat == "text")
+        watchevents::Use({watchevents::Form::Text, QString(), {}});
     try {
-        return Begin(options);
+        if (!options.config.empty() || !options.status.empty())
+            return RunService(options);
+        return Begin(options.recorder, QString(), options.once);
     } catch (const PassingTrouble& error) {
         Complain(error.Message());
         return ExitFailed;
     }
-}
-
-void AddWatchOptions(CLI::App& command, WatchOptions& options)
-{
-    command.add_flag("-r,--recursive", options.recursive,
-                     HelpText("watch", "Watch the directories below the given ones, too; their records go to "
-                                       "directories of the same names below --out"));
-    command.add_flag("--flat", options.flat,
-                     HelpText("watch", "Put all records into the directory of --out itself"));
-    command.add_flag("--once", options.once,
-                     HelpText("watch", "Convert what is there and end, for example for cron"));
-    AddValue(
-        command, "--state", options.state, "FILE",
-        HelpText("watch",
-                 "File that remembers what is converted. Default: .zucmtr-watch in the directory of --out"));
-    AddValue(command, "--rescan", options.rescan, "SECONDS",
-             HelpText("watch", "Seconds after which the directories are scanned in any case, as "
-                               "network file systems report nothing. Default: 30"))
-        ->check(values::Number(0.01, 86400));
-    AddValue(command, "--retry-after", options.retryAfter, "SECONDS",
-             HelpText("watch", "Seconds after which a recording that failed is tried again; doubled "
-                               "after each failure. Default: 10"))
-        ->check(values::Number(0, 86400));
-    AddValue(command, "--attempts", options.attempts, "N",
-             HelpText("watch",
-                      "How often a recording is tried before it is given up until it changes. Default: 8"))
-        ->transform(values::WholeNumber(1, 1000));
-    command.add_flag("--retry-given-up", options.retryGivenUp,
-                     HelpText("watch", "Start by trying again those that were given up"));
 }
 
 } // namespace
@@ -180,20 +286,18 @@ void AddWatchCommand(CLI::App& app, Action& chosen)
     CLI::App* command =
         app.add_subcommand("watch", HelpText("watch", "Convert recordings as they arrive in directories"));
     const auto options = std::make_shared<WatchOptions>();
-    AddDeviceOptions(*command, options->device);
-    AddValue(*command, "--out", options->out, "DIR",
-             HelpText("watch", "Existing directory for the COMTRADE files"))
-        ->required();
-    AddWorkOptions(*command, options->work);
-    AddWatchOptions(*command, *options);
-    AddMemoryOption(*command, options->maxMemory);
-    AddArgument(*command, "DIR", options->directories, HelpText("watch", "Directories of recordings"));
+    AddServiceOptions(*command, *options);
+    AddRecorderOptions(*command, options->recorder);
     command->footer(HelpText(
         "watch",
         "A recording counts as complete when none of its files has changed for the time that the ini file\n"
         "gives as 'Время ожидания'. Each event is one JSON object and line on standard output. What is\n"
         "converted is remembered on the disk, so that a restart neither converts twice nor forgets. SIGTERM\n"
         "and Ctrl-C end after the current recording.\n"
+        "\n"
+        "The command of --exec is split into words at blanks; '...', \"...\" and a backslash keep blanks in "
+        "a\n"
+        "word. Variables: ZUCMTR_RECORD, ZUCMTR_RECORDING, ZUCMTR_STATION, ZUCMTR_FAULT and others.\n"
         "\n"
         "Exit code: 0 ended by a signal, or with --once all recordings converted; 1 a recording failed or a\n"
         "directory could not be read with --once, or the program could not start now: a directory is "
@@ -205,5 +309,7 @@ void AddWatchCommand(CLI::App& app, Action& chosen)
         "  mkdir -p station/comtrade\n"
         "  sed -i 's/^Время ожидания=.*/Время ожидания=200/' station/ZuDrv.ini\n"
         "  zucmtr watch --once --out station/comtrade station"));
-    command->callback([options, &chosen] { chosen = [options] { return RunWatch(*options); }; });
+    command->callback([options, command, &chosen] {
+        chosen = [options, command] { return RunWatch(*command, *options); };
+    });
 }

@@ -48,6 +48,9 @@ public:
         work();
     }
 
+    /// Appends a line to the log.
+    void AddToLog(const QString& line) { log.Append(line); }
+
     /// How long a host should wait for a recording according to the device's section, milliseconds.
     static unsigned int WaitTime(unsigned int device);
 

@@ -26,10 +26,12 @@ public:
     /// here.
     QStringList TakeNewLines();
 
+    /// Appends a line. A regular file is open only for the moment, so that it can be moved away meanwhile.
+    void Append(const QString& line);
+
 private:
     void OpenStream(const QString& name);
     void UseOwnLog();
-    void Append(const QString& line);
     void Copy(const QByteArray& bytes);
 
     std::unique_ptr<output::ScratchFile> own;

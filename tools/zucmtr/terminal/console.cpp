@@ -12,13 +12,10 @@
 
 namespace {
 
-// A name or note from a recording must not control the terminal.
-QString WithoutControls(QString text)
+QString& Prefix()
 {
-    for (QChar& character : text)
-        if (character.category() == QChar::Other_Control)
-            character = QLatin1Char('?');
-    return text;
+    static QString prefix = QStringLiteral("zucmtr: ");
+    return prefix;
 }
 
 void Write(std::FILE* stream, const QString& line)
@@ -63,6 +60,14 @@ void HoldStandardStreams()
     }
 }
 
+QString WithoutControls(QString text)
+{
+    for (QChar& character : text)
+        if (character.category() == QChar::Other_Control)
+            character = QLatin1Char('?');
+    return text;
+}
+
 void PrintLine(const QString& text)
 {
     Write(stdout, text);
@@ -80,6 +85,11 @@ void PrintBytes(const QByteArray& bytes)
     std::fflush(stdout);
 }
 
+void ComplainFor(const QString& recorder)
+{
+    Prefix() = QStringLiteral("zucmtr: ") + recorder + QLatin1String(": ");
+}
+
 void Complain(const QString& text)
 {
     Complain(QStringList{text});
@@ -87,7 +97,7 @@ void Complain(const QString& text)
 
 void Complain(const QStringList& lines)
 {
-    Write(stderr, QStringLiteral("zucmtr: ") + lines.first());
+    Write(stderr, Prefix() + lines.first());
     for (int i = 1; i < lines.size(); ++i)
         Write(stderr, lines[i]);
 }

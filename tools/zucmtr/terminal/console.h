@@ -11,6 +11,10 @@ class QJsonObject;
 /// starts, so that no file it opens gets what is meant for them. Writing there fails as before.
 void HoldStandardStreams();
 
+/// The text with a "?" in place of each control character: a name or note from a recording must not control
+/// the terminal, or break a line of a log in two.
+QString WithoutControls(QString text);
+
 /// Prints one line on standard output at once, so that a long run shows its progress. Control characters in
 /// the text are shown as "?".
 void PrintLine(const QString& text);
@@ -20,6 +24,9 @@ void PrintJson(const QJsonObject& object);
 
 /// Prints bytes on standard output as they are, at once: a file format of its own.
 void PrintBytes(const QByteArray& bytes);
+
+/// From here on the name of a recorder follows that of the program in lines on standard error.
+void ComplainFor(const QString& recorder);
 
 /// Prints one line on standard error, after the program's name; line feeds count as control characters.
 void Complain(const QString& text);

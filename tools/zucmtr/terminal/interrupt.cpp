@@ -12,14 +12,24 @@ namespace {
 std::atomic<int> received = 0;
 static_assert(std::atomic<int>::is_always_lock_free);
 
+std::atomic<bool> isPatient = false;
+
 extern "C" void OnSignal(int number)
 {
+    if (received != 0 && isPatient)
+        return;
     if (received != 0)
         _exit(128 + number);
     received = number;
 }
 
 } // namespace
+
+void InstallPatiently()
+{
+    isPatient = true;
+    Install();
+}
 
 void Install()
 {

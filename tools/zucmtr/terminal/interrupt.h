@@ -6,6 +6,9 @@ namespace interrupt {
 /// Handles the signals from here on.
 void Install();
 
+/// The same, but a second signal does nothing: for a process whose parent decides when to wait no longer.
+void InstallPatiently();
+
 /// Whether a signal has arrived.
 bool Came();
 

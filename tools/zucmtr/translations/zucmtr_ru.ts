@@ -2664,6 +2664,16 @@ Example, with the sample station:
   zucmtr help convert
   zucmtr help archive find</translation>
     </message>
+    <message>
+        <source>The command: %1</source>
+        <translation>Команда: %1</translation>
+    </message>
+    <message>
+        <source>Example:
+  zucmtr help convert</source>
+        <translation>Пример:
+  zucmtr help convert</translation>
+    </message>
 </context>
 <context>
     <name>host</name>
@@ -3314,6 +3324,54 @@ Example, with the sample station:
         <source>the log cannot be written any more: %1</source>
         <translation>журнал больше не записывается: %1</translation>
     </message>
+    <message>
+        <source>%1; a recording is complete when unchanged for %2 s</source>
+        <translation>%1; осциллограмма считается полной, если не меняется %2 с</translation>
+    </message>
+    <message>
+        <source>; attempt %1, the last one</source>
+        <translation>; попытка %1, последняя</translation>
+    </message>
+    <message>
+        <source>; attempt %1, the next one in %2 s</source>
+        <translation>; попытка %1, следующая через %2 с</translation>
+    </message>
+    <message>
+        <source>; it said: %1</source>
+        <translation>; её вывод: %1</translation>
+    </message>
+    <message>
+        <source>%1: the command is done (%2 s)</source>
+        <translation>%1: команда выполнена (%2 с)</translation>
+    </message>
+    <message>
+        <source>; %1 of this kind</source>
+        <translation>; таких %1</translation>
+    </message>
+    <message>
+        <source>names given back: %1</source>
+        <translation>возвращены имена: %1</translation>
+    </message>
+    <message>
+        <source>removed: %1</source>
+        <translation>удалены: %1</translation>
+    </message>
+    <message>
+        <source>%1 is over after %2 s</source>
+        <translation>%1 устранено через %2 с</translation>
+    </message>
+    <message>
+        <source>; %1 converted, %2 given up, %3 waiting</source>
+        <translation>; преобразовано %1, оставлено без новых попыток %2, ожидают %3</translation>
+    </message>
+    <message>
+        <source>; started again in %1 s</source>
+        <translation>; новый запуск через %1 с</translation>
+    </message>
+    <message>
+        <source>started: %1; ended: %2</source>
+        <translation>запущены: %1; завершены: %2</translation>
+    </message>
 </context>
 <context>
     <name>main</name>
@@ -3358,6 +3416,10 @@ Example, with the sample station:
     <message>
         <source>Run '%1 --help' for the options and an example.</source>
         <translation>Ключи и пример: «%1 --help».</translation>
+    </message>
+    <message>
+        <source>no command is given</source>
+        <translation>не указана команда</translation>
     </message>
 </context>
 <context>
@@ -3647,6 +3709,10 @@ Example, with the sample station:
     <message>
         <source>DATE</source>
         <translation>ДАТА</translation>
+    </message>
+    <message>
+        <source>'%1' is no command; say first what to do with it, as in: zucmtr info %2</source>
+        <translation>«%1» — не команда; укажите сначала, что делать, например: zucmtr info %2</translation>
     </message>
 </context>
 <context>
@@ -5737,6 +5803,90 @@ SIGTERM и Ctrl-C завершают работу после начатой ос
         <source>--state: '%1' was made by a newer version of the program; install that, or give another file</source>
         <translation>--state: «%1» создан более новой версией программы; установите её или укажите другой файл</translation>
     </message>
+    <message>
+        <source>the directory '%1' cannot be entered</source>
+        <translation>в каталог «%1» нельзя войти</translation>
+    </message>
+    <message>
+        <source>it has the state '%1', as '%2' has; give another 'state = FILE'</source>
+        <translation>у него тот же файл состояния «%1», что у «%2»; укажите другой: «state = ФАЙЛ»</translation>
+    </message>
+    <message>
+        <source>with --config the directories of recordings belong into the .conf files, as 'directory = DIR'</source>
+        <translation>с --config каталоги осциллограмм указываются в файлах .conf: «directory = КАТАЛОГ»</translation>
+    </message>
+    <message>
+        <source>with --config --%1 belongs into the .conf files, as '%1 = ...'</source>
+        <translation>с --config ключ --%1 указывается в файлах .conf: «%1 = ...»</translation>
+    </message>
+    <message>
+        <source>A recording counts as complete when none of its files has changed for the time that the ini file
+gives as 'Время ожидания'. Each event is one JSON object and line on standard output. What is
+converted is remembered on the disk, so that a restart neither converts twice nor forgets. SIGTERM
+and Ctrl-C end after the current recording.
+
+The command of --exec is split into words at blanks; '...', "..." and a backslash keep blanks in a
+word. Variables: ZUCMTR_RECORD, ZUCMTR_RECORDING, ZUCMTR_STATION, ZUCMTR_FAULT and others.
+
+Exit code: 0 ended by a signal, or with --once all recordings converted; 1 a recording failed or a
+directory could not be read with --once, or the program could not start now: a directory is missing,
+the state cannot be written or another process has it; 2 wrong usage or configuration.
+
+Example, with the sample station:
+  zucmtr sample --out station --force
+  mkdir -p station/comtrade
+  sed -i 's/^Время ожидания=.*/Время ожидания=200/' station/ZuDrv.ini
+  zucmtr watch --once --out station/comtrade station</source>
+        <translation>Осциллограмма считается полной, когда ни один её файл не менялся столько времени, сколько указано в
+ini-файле ключом «Время ожидания». Каждое событие — объект JSON и строка в стандартном выводе. Что
+преобразовано, помнится на диске: после перезапуска ничего не преобразуется дважды и не забывается.
+SIGTERM и Ctrl-C завершают работу после начатой осциллограммы.
+
+Команда --exec делится на слова по пробелам; '...', "..." и обратная косая черта оставляют пробелы внутри
+слова. Переменные: ZUCMTR_RECORD, ZUCMTR_RECORDING, ZUCMTR_STATION, ZUCMTR_FAULT и другие.
+
+Код завершения: 0 завершено сигналом или с --once всё преобразовано; 1 при --once ошибка с осциллограммой
+или не читается каталог, либо сейчас запуск невозможен: нет каталога, состояние не записывается или занято
+другим процессом; 2 неверный вызов или настройка.
+
+Пример с учебной станцией:
+  zucmtr sample --out station --force
+  mkdir -p station/comtrade
+  sed -i 's/^Время ожидания=.*/Время ожидания=200/' station/ZuDrv.ini
+  zucmtr watch --once --out station/comtrade station</translation>
+    </message>
+    <message>
+        <source>Run this after each record, for example to mail or copy it: a program with its arguments, without a shell. It gets the summary on its standard input, as 'zucmtr convert --json' has it, and in variables</source>
+        <translation>Запускать после каждой записи, например для отправки или копирования: программа с параметрами, без оболочки. Сводку она получает на стандартном входе, как в «zucmtr convert --json», и в переменных окружения</translation>
+    </message>
+    <message>
+        <source>Seconds after which the command of --exec is ended, with all that it has started. Default: 60</source>
+        <translation>Через сколько секунд команда --exec завершается вместе со всем, что она запустила. По умолчанию 60</translation>
+    </message>
+    <message>
+        <source>How often a command that failed is run again, after growing pauses. Default: 5</source>
+        <translation>Сколько раз повторяется неудавшаяся команда, с растущими паузами. По умолчанию 5</translation>
+    </message>
+    <message>
+        <source>Existing directory for the COMTRADE files; to be given, unless --config is</source>
+        <translation>Существующий каталог для файлов COMTRADE; обязателен, если нет --config</translation>
+    </message>
+    <message>
+        <source>Watch for several recorders: each file NAME.conf in this directory has the options of one, as 'out = DIR', and 'directory = DIR'. SIGHUP has them read again</source>
+        <translation>Работать для нескольких регистраторов: каждый файл ИМЯ.conf в этом каталоге содержит ключи одного из них, как «out = КАТАЛОГ», и «directory = КАТАЛОГ». По SIGHUP файлы читаются заново</translation>
+    </message>
+    <message>
+        <source>Form of the events: json, one object a line, or text, which the file of --log gets as well. Default: json</source>
+        <translation>Вид событий: json, по объекту в строке, или text — он попадает и в файл --log. По умолчанию json</translation>
+    </message>
+    <message>
+        <source>File for monitoring that says how the recorders are doing, replaced again and again: JSON, or for NAME.prom the text form of node_exporter</source>
+        <translation>Файл для мониторинга о состоянии регистраторов, постоянно обновляемый: JSON, а для ИМЯ.prom — текст для node_exporter</translation>
+    </message>
+    <message>
+        <source>The file of --status is never older than this, unless the program hangs. Default: 15</source>
+        <translation>Файл --status не бывает старше стольких секунд, если программа не зависла. По умолчанию 15</translation>
+    </message>
 </context>
 <context>
     <name>work</name>
@@ -5966,6 +6116,139 @@ Example:
     <message>
         <source>no further process can be started: %1</source>
         <translation>не удаётся запустить ещё один процесс: %1</translation>
+    </message>
+</context>
+<context>
+    <name>conf</name>
+    <message>
+        <source>'%1' is here already, in line %2; leave one out</source>
+        <translation>«%1» уже есть в строке %2; оставьте что-то одно</translation>
+    </message>
+    <message>
+        <source>'%1' is wrong for '%2'; give yes or no</source>
+        <translation>«%1» не годится для «%2»; укажите yes или no</translation>
+    </message>
+    <message>
+        <source>'%1' belongs to the whole service; give it on the command line, as --%1</source>
+        <translation>«%1» относится ко всей службе; укажите его в командной строке как --%1</translation>
+    </message>
+    <message>
+        <source>there is no key '%1'</source>
+        <translation>ключа «%1» нет</translation>
+    </message>
+    <message>
+        <source>'%1' and '%2' exclude each other; leave one out</source>
+        <translation>«%1» и «%2» исключают друг друга; уберите что-то одно</translation>
+    </message>
+    <message>
+        <source>'%1 = ...' is missing</source>
+        <translation>нет строки «%1 = ...»</translation>
+    </message>
+    <message>
+        <source>there are no sections here; the file is one recorder's, so leave the line out</source>
+        <translation>разделов здесь нет: файл описывает один регистратор; уберите эту строку</translation>
+    </message>
+    <message>
+        <source>'%1' is no setting; write it as 'key = value', or put '#' before a comment</source>
+        <translation>«%1» — не настройка; пишите «ключ = значение», а комментарий начинайте с «#»</translation>
+    </message>
+    <message>
+        <source>there is no key before the '='</source>
+        <translation>перед «=» нет ключа</translation>
+    </message>
+    <message>
+        <source>'%1' has no value; give one, or leave the line out</source>
+        <translation>у «%1» нет значения; укажите его или уберите строку</translation>
+    </message>
+    <message>
+        <source>it is no regular file</source>
+        <translation>это не обычный файл</translation>
+    </message>
+    <message>
+        <source>it cannot be read: %1</source>
+        <translation>не читается: %1</translation>
+    </message>
+    <message>
+        <source>it is too long for a file of settings</source>
+        <translation>слишком длинный для файла настроек</translation>
+    </message>
+    <message>
+        <source>the line is not UTF-8</source>
+        <translation>строка не в кодировке UTF-8</translation>
+    </message>
+    <message>
+        <source>--config: there is no directory '%1'; check the path</source>
+        <translation>--config: каталога «%1» нет; проверьте путь</translation>
+    </message>
+    <message>
+        <source>--config: '%1' is no directory; give the one with the recorders' .conf files</source>
+        <translation>--config: «%1» — не каталог; укажите каталог с файлами .conf регистраторов</translation>
+    </message>
+    <message>
+        <source>--config: there is no .conf file in '%1'; write one for each recorder</source>
+        <translation>--config: в «%1» нет файлов .conf; напишите по одному для каждого регистратора</translation>
+    </message>
+</context>
+<context>
+    <name>exec</name>
+    <message>
+        <source>'%1' could not be started: %2</source>
+        <translation>«%1» не запускается: %2</translation>
+    </message>
+    <message>
+        <source>the command took longer than %1 s and was ended; see --exec-timeout</source>
+        <translation>команда работала дольше %1 с и была завершена; см. --exec-timeout</translation>
+    </message>
+    <message>
+        <source>the command was ended by signal %1</source>
+        <translation>команда завершена сигналом %1</translation>
+    </message>
+    <message>
+        <source>the command ended with exit code %1</source>
+        <translation>команда завершилась с кодом %1</translation>
+    </message>
+    <message>
+        <source>--exec: '%1' has a quotation mark (%2) without its second one</source>
+        <translation>--exec: в «%1» есть кавычка (%2) без пары</translation>
+    </message>
+    <message>
+        <source>--exec: '%1' names no program</source>
+        <translation>--exec: в «%1» не названа программа</translation>
+    </message>
+    <message>
+        <source>--exec: '%1' ends in a backslash; double it if it is meant</source>
+        <translation>--exec: «%1» кончается обратной косой чертой; удвойте её, если она нужна</translation>
+    </message>
+    <message>
+        <source>--exec: there is no program '%1' in the directories of PATH; give its path</source>
+        <translation>--exec: программы «%1» нет в каталогах PATH; укажите путь к ней</translation>
+    </message>
+    <message>
+        <source>--exec: there is no program '%1'; check the path</source>
+        <translation>--exec: программы «%1» нет; проверьте путь</translation>
+    </message>
+    <message>
+        <source>--exec: '%1' cannot be run; give an executable file, or make it one: chmod +x</source>
+        <translation>--exec: «%1» не запускается; укажите исполняемый файл или сделайте его таким: chmod +x</translation>
+    </message>
+    <message>
+        <source>the process that watched over the command was ended from outside</source>
+        <translation>процесс, который следил за командой, завершён извне</translation>
+    </message>
+</context>
+<context>
+    <name>service</name>
+    <message>
+        <source>the recorder's process was ended by signal %1</source>
+        <translation>процесс регистратора завершён сигналом %1</translation>
+    </message>
+    <message>
+        <source>the recorder's process has ended with exit code %1</source>
+        <translation>процесс регистратора завершился с кодом %1</translation>
+    </message>
+    <message>
+        <source>--status: '%1' cannot be written: %2</source>
+        <translation>--status: «%1» не записывается: %2</translation>
     </message>
 </context>
 </TS>

@@ -47,11 +47,12 @@ bool DirectoryEvents::Watch(const QStringList& directories)
     return fresh;
 }
 
-bool DirectoryEvents::Wait(std::chrono::milliseconds time)
+bool DirectoryEvents::Wait(std::chrono::milliseconds time, int other, bool& isOtherReady)
 {
-    pollfd file = {queue.Number(), POLLIN, 0};
-    if (poll(&file, 1, static_cast<int>(time.count())) <= 0)
+    std::array<pollfd, 2> files = {{{queue.Number(), POLLIN, 0}, {other, POLLIN, 0}}};
+    if (poll(files.data(), files.size(), static_cast<int>(time.count())) <= 0)
         return false;
+    isOtherReady = files[1].revents != 0;
     alignas(inotify_event) std::array<char, 65536> buffer{};
     bool heard = false;
     ssize_t size = read(queue.Number(), buffer.data(), buffer.size());

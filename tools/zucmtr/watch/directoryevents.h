@@ -22,7 +22,8 @@ public:
     int Unwatched() const { return unwatched; }
 
     /// Waits until something happens, a signal arrives or the time is over. True if something has happened.
-    bool Wait(std::chrono::milliseconds time);
+    /// other: a further descriptor to wait for, or -1; isOtherReady is set to true if it can be read.
+    bool Wait(std::chrono::milliseconds time, int other, bool& isOtherReady);
 
 private:
     systemfile::Descriptor queue;

@@ -8,18 +8,14 @@
 #include "zucmtr/run/leftovers.h"
 #include "zucmtr/run/ownprocess.h"
 #include "zucmtr/run/worker.h"
-#include "zucmtr/terminal/console.h"
 #include "zucmtr/terminal/interrupt.h"
-#include "zucmtr/watch/servicemanager.h"
 #include "zucmtr/watch/watchevents.h"
 
 #include <QDir>
 #include <QFileInfo>
-#include <QJsonArray>
 #include <QSet>
 
 #include <algorithm>
-#include <csignal>
 
 using watchevents::Emit;
 using Verdict = WatchJournal::Verdict;
@@ -33,11 +29,6 @@ constexpr int KillsBorne = 16;
 // If the program ended this often while it worked on a recording, a separate process shows whether that is
 // the recording's fault. A power failure, the system or somebody else may have ended the program as well.
 constexpr int EndsBorne = 2;
-
-// A run with --once ends after this many recordings in a row for which there was no room.
-constexpr int TroublesBorne = 2;
-
-constexpr std::chrono::milliseconds TroublePause{500}; // the shortest time between two checks of it
 
 double Seconds(std::chrono::milliseconds time)
 {
@@ -67,80 +58,9 @@ bool HasCutOff(const BatchItem& item)
 } // namespace
 
 Watch::Watch(const WatchOrder& order_, Worker& worker_, WatchJournal& journal_)
-    : order(order_), worker(worker_), journal(journal_), input(order), trouble(order.retryAfter)
+    : order(order_), worker(worker_), journal(journal_), input(order), trouble(order.retryAfter),
+      commands(order.command, journal, [this](const std::function<void()>& note) { return Remember(note); })
 {}
-
-bool Watch::Run()
-{
-    Start();
-    while (!interrupt::Came()) {
-        if (input.IsTimeToScan())
-            ScanInput();
-        ConvertDue();
-        LeaveTrouble();
-        ReportStatus();
-        if (order.once && IsDone())
-            break;
-        Sleep();
-    }
-    servicemanager::Stopping();
-    QJsonObject end = ReasonOfEnd();
-    end["converted"] = converted;
-    end["failed"] = failed;
-    end["waiting"] = waiting.size();
-    Emit("stopped", end);
-    FlushAtEnd();
-    return failed == 0 && waiting.isEmpty() && input.IsWhole();
-}
-
-// A program that is being ended does not wait for a disk: the next run repeats what was not written.
-void Watch::FlushAtEnd()
-{
-    try {
-        journal.Flush();
-    } catch (const WatchJournal::Unwritable& error) {
-        if (!interrupt::Came())
-            throw;
-        Complain(text::MessageOf(error));
-    }
-}
-
-void Watch::Start()
-{
-    interrupt::Install();
-    Emit("started", {{"directories", QJsonArray::fromStringList(order.directories)},
-                     {"quietSeconds", Seconds(order.quiet)}});
-    servicemanager::Ready();
-    if (order.retryGivenUp)
-        journal.ForgetGivenUp();
-    journal.ForgetGone();
-    Staging::RemoveLeft(order.out);
-}
-
-QJsonObject Watch::ReasonOfEnd() const
-{
-    const auto both = [](const char* word, const QString& text) {
-        return QJsonObject{{"reason", QLatin1String(word)}, {"text", text}};
-    };
-    switch (interrupt::Signal()) {
-    case SIGTERM:
-        return both(reason::Terminated, Tr("watch", "ended by SIGTERM"));
-    case SIGINT:
-        return both(reason::Interrupted, Tr("watch", "ended by Ctrl-C"));
-    default:
-        break;
-    }
-    if (trouble.IsOn())
-        return both(reason::Trouble, Tr("watch", "the next run goes on: %1").arg(trouble.Message()));
-    return both(reason::Done, Tr("watch", "nothing is left to do"));
-}
-
-bool Watch::IsDone() const
-{
-    if (trouble.IsOn() && (waiting.isEmpty() || troublesInRow == 0 || troublesInRow >= TroublesBorne))
-        return true;
-    return waiting.isEmpty() && !input.NeedsAnotherScan();
-}
 
 void Watch::ScanInput()
 {
@@ -155,6 +75,7 @@ void Watch::ScanInput()
     for (auto one = waiting.begin(); one != waiting.end();)
         one = there.contains(one.key()) ? std::next(one) : waiting.erase(one);
     input.ScanDone();
+    status.lastScan = QDateTime::currentDateTime();
     MayWork(); // otherwise trouble would go unnoticed until a recording comes
 }
 
@@ -225,6 +146,7 @@ void Watch::ConvertDue()
             return;
         if (IsAsItWas(path))
             Convert(waiting[path]);
+        commands.Step();
         ReportStatus();
     }
 }
@@ -377,6 +299,9 @@ void Watch::Finish(Waiting& one, const BatchItem& item)
     QJsonObject object = JsonOf(item);
     object.remove("reason");
     object.remove("error");
+    if (!order.reportsSummary)
+        object.remove("summary");
+    commands.Add(item);
     Remember([&] {
         if (item.fate == SourceFate::Kept)
             journal.NoteConverted(path, one.fingerprint, item.recordName, item.leftOut);
@@ -384,6 +309,8 @@ void Watch::Finish(Waiting& one, const BatchItem& item)
             journal.Note(path, one.fingerprint.print, Verdict::PutAway);
     });
     ++converted;
+    status.lastRecording = QDateTime::currentDateTime();
+    status.lastFile = Normalised(path);
     Emit("converted", object);
     waiting.remove(path);
 }
@@ -455,28 +382,4 @@ void Watch::Fail(Waiting& one, const BatchItem& item)
 std::chrono::milliseconds Watch::PauseAfter(int failures) const
 {
     return order.retryAfter * (1 << std::min(failures - 1, 16));
-}
-
-// Waits until a recording is due, it is time to scan the directories, or a signal has arrived.
-void Watch::Sleep()
-{
-    Clock::time_point end = input.NextScan();
-    const bool waits = trouble.IsOn() && !order.once;
-    // To show that the trouble is over, a recording may be needed that is not due yet: no reason to hurry.
-    const Clock::time_point next = std::max(trouble.Next(), Clock::now() + TroublePause);
-    if (waits)
-        end = std::min(end, next);
-    for (const Waiting& one : waiting)
-        end = std::min(end, waits ? std::max(one.due, trouble.Next()) : one.due);
-    while (!input.IsTimeToScan() && !interrupt::Came() && Clock::now() < end)
-        input.Wait(std::min(end, input.NextScan()));
-}
-
-void Watch::ReportStatus() const
-{
-    if (!trouble.IsOn())
-        servicemanager::SetStatus(Tr("watch", "%1 converted, %2 given up, %3 waiting")
-                                      .arg(converted)
-                                      .arg(failed)
-                                      .arg(waiting.size()));
 }

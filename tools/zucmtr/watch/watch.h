@@ -2,6 +2,8 @@
 #pragma once
 
 #include "zucmtr/run/batchitem.h"
+#include "zucmtr/watch/commandqueue.h"
+#include "zucmtr/watch/recorderstatus.h"
 #include "zucmtr/watch/watchinput.h"
 #include "zucmtr/watch/watchjournal.h"
 #include "zucmtr/watch/watchtrouble.h"
@@ -29,6 +31,9 @@ struct WatchOrder
     std::chrono::milliseconds retryAfter{0}; // after the first failure; doubled after each further one
     int attempts = 1;                        // of a recording, before it is given up
     bool retryGivenUp = false;               // of earlier runs
+    bool reportsSummary = false;             // what happened is part of the event of a record
+    QString recorder;                        // its name
+    CommandOrder command;                    // after each record
 };
 
 class Watch
@@ -43,6 +48,9 @@ public:
 
 private:
     using Clock = std::chrono::steady_clock;
+
+    // A run with --once ends after this many recordings in a row for which there was no room.
+    static constexpr int TroublesBorne = 2;
 
     // A recording that is not converted yet.
     struct Waiting
@@ -80,7 +88,9 @@ private:
     std::chrono::milliseconds PauseAfter(int failures) const;
     bool IsDone() const;
     void Sleep();
-    void ReportStatus() const;
+    void ReportStatus();
+    bool HasNews() const;
+    void SendStatus();
     QJsonObject ReasonOfEnd() const;
 
     const WatchOrder order;
@@ -88,6 +98,9 @@ private:
     WatchJournal& journal;
     WatchInput input;
     WatchTrouble trouble;
+    CommandQueue commands;
+    RecorderStatus status; // as it was last sent
+    Clock::time_point nextStatus{};
     QMap<QString, Waiting> waiting;
     Clock::time_point scanned; // those that one scan has found are due together
     int troublesInRow = 0;

@@ -80,12 +80,14 @@ void WatchInput::ScanDone()
     rescan = std::max(end + (end - start) * (isNew ? ShortRest : LongRest), end + order.rescan);
 }
 
-void WatchInput::Wait(Clock::time_point until)
+bool WatchInput::Wait(Clock::time_point until, int other)
 {
+    bool isOtherReady = false;
     const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(until - Clock::now()) +
                       std::chrono::milliseconds(1);
-    if (events.Wait(std::min(std::max(left, std::chrono::milliseconds(0)), LongestWait)))
+    if (events.Wait(std::min(std::max(left, std::chrono::milliseconds(0)), LongestWait), other, isOtherReady))
         changed = true;
+    return isOtherReady;
 }
 
 bool WatchInput::NeedsAnotherScan() const

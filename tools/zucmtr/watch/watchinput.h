@@ -31,8 +31,9 @@ public:
     /// took.
     void ScanDone();
 
-    /// Waits until something happens in the directories, a signal arrives, or it is that time; not long.
-    void Wait(Clock::time_point until);
+    /// Waits until something happens in the directories, a signal arrives, or it is that time; not long. True
+    /// at once if the other descriptor, unless it is -1, can be read.
+    bool Wait(Clock::time_point until, int other);
 
     /// When the directories will be scanned in any case.
     Clock::time_point NextScan() const;

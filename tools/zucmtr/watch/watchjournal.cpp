@@ -4,14 +4,13 @@
 #include "output/target.h"
 #include "text/texts.h"
 #include "zucmtr/terminal/command.h"
+#include "zucmtr/watch/journaltables.h"
 #include "zucmtr/watch/textjournal.h"
 
-#include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QSet>
-#include <QSysInfo>
 
 #include <algorithm>
 #include <array>
@@ -29,39 +28,6 @@ using Entry = WatchJournal::Entry;
 
 // The byte after those that SQLite locks, on the page that it leaves empty for them.
 constexpr off_t LockedByte = 0x40000200;
-
-// "ZUCM" in the file's header: another program's database has something else there.
-const char* const ApplicationId = "1515537229";
-constexpr int Version = 1;
-const char* const Schema[] = {
-    "PRAGMA application_id=1515537229", "PRAGMA user_version=1",
-    "CREATE TABLE recordings (\n"
-    "    file TEXT PRIMARY KEY,      -- absolute path of the recording's first file\n"
-    "    fingerprint TEXT NOT NULL,  -- of names, sizes and times of its files\n"
-    "    state TEXT NOT NULL,        -- begun, failed, killed, withdrawn, converted, given up\n"
-    "    record TEXT NOT NULL,       -- name of the record of a converted one\n"
-    "    access TEXT NOT NULL,       -- permissions with which the state holds; empty: with any\n"
-    "    unended INTEGER NOT NULL,   -- how often the program came to no end of it\n"
-    "    failures INTEGER NOT NULL,  -- how often it failed\n"
-    "    kills INTEGER NOT NULL,     -- how often its own process was ended from outside\n"
-    "    noted TEXT NOT NULL         -- when, in UTC\n"
-    ") WITHOUT ROWID",
-    "CREATE TABLE holder (process INTEGER, host TEXT, since TEXT) -- who works with it, or was the last"};
-
-// In the order of the verdicts.
-const std::array<const char*, 8> states = {"unknown",   "begun",     "failed",   "killed",
-                                           "withdrawn", "converted", "put away", "given up"};
-
-Verdict VerdictOf(const QString& state)
-{
-    const auto found = std::find(states.begin(), states.end(), state);
-    return found == states.end() ? Verdict::Unknown : static_cast<Verdict>(found - states.begin());
-}
-
-QString Now()
-{
-    return QDateTime::currentDateTimeUtc().toString(Qt::ISODate);
-}
 
 // It is read back, so it is a regular file, by the name that no link changes.
 QString JournalPath(const QString& path)
@@ -86,26 +52,6 @@ Entry Following(const Entry& known, Entry entry)
     entry.failures = isEnd ? 0 : before.failures + (entry.verdict == Verdict::Failed ? 1 : 0);
     entry.kills = isEnd ? 0 : before.kills + (entry.verdict == Verdict::Killed ? 1 : 0);
     return entry;
-}
-
-void Create(sql::Database& database)
-{
-    for (const char* command : Schema)
-        database.Run(command);
-}
-
-void Write(sql::Database& database, const QHash<QString, Entry>& changed)
-{
-    for (auto one = changed.begin(); one != changed.end(); ++one) {
-        if (one->verdict == Verdict::PutAway)
-            database.Run("DELETE FROM recordings WHERE file = ?", {one.key()});
-        else
-            database.Run("REPLACE INTO recordings VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?)",
-                         {one.key(), QString::fromLatin1(one->print),
-                          QString::fromLatin1(states.at(static_cast<size_t>(one->verdict))), one->record,
-                          one->access, qint64{one->unended}, qint64{one->failures},
-                          qint64{one->kills}, one->noted});
-    }
 }
 
 // Who works with a journal that is locked; nothing if that cannot be read.
@@ -202,10 +148,7 @@ void WatchJournal::Load()
     }
     try {
         database = Connected();
-        database->Run("SELECT * FROM recordings", {}, [this](const sql::Row& row) {
-            entries[row.Text(0)] = {row.Text(1).toLatin1(), VerdictOf(row.Text(2)), row.Text(3),        row.Text(4), row.Text(8),
-                               static_cast<int>(row.Integer(5)),    static_cast<int>(row.Integer(6)),    static_cast<int>(row.Integer(7))};
-        });
+        journaltables::Read(*database, entries, tasks);
     } catch (const sql::Failure& failure) {
         if (failure.trouble != sql::Trouble::Damaged)
             FailToWrite(failure.Message());
@@ -250,18 +193,16 @@ std::unique_ptr<sql::Sqlite> WatchJournal::Connected() const
             throw sql::Failure(marks[0], sql::Trouble::Damaged);
         opened->Run("SELECT count(*) FROM sqlite_master", {}, mark);
         if (marks[1] == QLatin1String("0"))
-            Create(*opened);
-        opened->Run("PRAGMA application_id", {}, mark);
-        opened->Run("PRAGMA user_version", {}, mark);
-        if (marks[2] != QLatin1String(ApplicationId))
+            journaltables::Create(*opened);
+        const int version = journaltables::VersionOf(*opened);
+        if (version == 0)
             RefuseKind(path);
-        if (marks[3].toInt() > Version)
+        if (version > journaltables::Version)
             throw ConfigurationError(Tr("watch", "--state: '%1' was made by a newer version of the program; "
                                                  "install that, or give another file")
                                          .arg(path));
-        opened->Run("DELETE FROM holder"); // a full disk shows at once
-        opened->Run("INSERT INTO holder VALUES (?, ?, ?)",
-                    {qint64{getpid()}, QSysInfo::machineHostName(), Now()});
+        journaltables::Migrate(*opened, version);
+        journaltables::WriteHolder(*opened);
     });
     opened->Run("PRAGMA journal_mode=PERSIST");
     return opened;
@@ -293,14 +234,14 @@ void WatchJournal::NoteBegun(const QString& recording, const QByteArray& print)
 {
     const QString first = Normalised(recording);
     Entries changed = unwritten;
-    changed[first] = Following(entries.value(first), {print, Verdict::Begun, {}, {}, Now()});
+    changed[first] = Following(entries.value(first), {print, Verdict::Begun, {}, {}, journaltables::Now()});
     try {
         Save(changed);
     } catch (const Unwritable&) {
         Withdraw(first, print);
         throw;
     }
-    unwritten.clear();
+    Saved();
     entries[first] = changed[first];
 }
 
@@ -314,7 +255,7 @@ void WatchJournal::Withdraw(const QString& first, const QByteArray& print)
     entry.verdict = Verdict::Withdrawn;
     entry.record.clear();
     entry.access.clear();
-    entry.noted = Now();
+    entry.noted = journaltables::Now();
     unwritten[first] = entry;
     entries[first] = entry;
 }
@@ -342,7 +283,7 @@ void WatchJournal::Note(const QString& recording, const Entry& entry)
 {
     const QString first = Normalised(recording);
     Entry now = Following(entries.value(first), entry);
-    now.noted = Now();
+    now.noted = journaltables::Now();
     unwritten[first] = now;
     if (now.verdict == Verdict::PutAway) // if it comes back, it is a new one
         entries.remove(first);
@@ -351,10 +292,35 @@ void WatchJournal::Note(const QString& recording, const Entry& entry)
     Flush();
 }
 
+void WatchJournal::AddTask(const Task& task)
+{
+    const qint64 number = tasks.isEmpty() ? 1 : tasks.lastKey() + 1;
+    tasks[number] = task;
+    tasks[number].noted = journaltables::Now();
+    unwrittenTasks[number] = tasks[number];
+}
+
+void WatchJournal::NoteTask(qint64 number, const Task& task)
+{
+    unwrittenTasks[number] = task;
+    unwrittenTasks[number].noted = journaltables::Now();
+    if (task.state == Task::State::Done)
+        tasks.remove(number);
+    else
+        tasks[number] = unwrittenTasks[number];
+    Flush();
+}
+
 void WatchJournal::Flush()
 {
     Save(unwritten);
+    Saved();
+}
+
+void WatchJournal::Saved()
+{
     unwritten.clear();
+    unwrittenTasks.clear();
 }
 
 void WatchJournal::FailToWrite(const QString& reason) const
@@ -378,10 +344,10 @@ void WatchJournal::Save(const Entries& changed)
         FailToWrite(explain::SystemText(errno));
     bool isDamaged = false;
     try {
-        if (place == Place::Own && !changed.isEmpty()) {
+        if (place == Place::Own && !(changed.isEmpty() && unwrittenTasks.isEmpty())) {
             if (!database)
                 database = Connected();
-            database->Together([&] { Write(*database, changed); });
+            database->Together([&] { journaltables::Write(*database, changed, unwrittenTasks); });
         }
     } catch (const sql::Failure& failure) {
         isDamaged = failure.trouble == sql::Trouble::Damaged;
@@ -402,9 +368,9 @@ void WatchJournal::MakeAnew(const Entries& changed)
     try {
         sql::Sqlite made(fresh);
         made.Together([&] {
-            Create(made);
-            Write(made, entries);
-            Write(made, changed);
+            journaltables::Create(made);
+            journaltables::Write(made, entries, tasks);
+            journaltables::Write(made, changed, unwrittenTasks);
         });
     } catch (const sql::Failure& failure) {
         Discard(fresh);
@@ -433,6 +399,10 @@ void WatchJournal::ForgetGivenUp()
     for (Entry& entry : entries) {
         if (entry.verdict == Verdict::GivenUp)
             entry = {entry.print, Verdict::Withdrawn, {}, {}, entry.noted, entry.unended};
+    }
+    for (Task& task : tasks) {
+        if (task.state == Task::State::GivenUp)
+            task = {task.file, task.input, task.noted};
     }
 }
 

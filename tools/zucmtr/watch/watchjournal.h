@@ -9,6 +9,7 @@
 
 #include <QByteArray>
 #include <QHash>
+#include <QMap>
 #include <QString>
 
 #include <memory>
@@ -30,6 +31,20 @@ public:
         int failures = 0; // how often it failed, since the last verdict on it
         int kills = 0;    // how often its own process was killed, since then too
     };
+
+    /// What is to be done after a record, such as a command to be run.
+    struct Task
+    {
+        enum class State { Waiting, GivenUp, Done };
+        QString file;  // first file of the recording
+        QString input; // of what is done; the journal does not look at it
+        QString noted{};
+        int failures = 0;
+        State state = State::Waiting;
+    };
+
+    using Entries = QHash<QString, Entry>; // by absolute path
+    using Tasks = QMap<qint64, Task>;      // by number, in the order in which they were added
 
     /// The journal cannot be written at the moment.
     class Unwritable : public PassingTrouble
@@ -72,11 +87,22 @@ public:
                        bool leftOut);
     void NoteGivenUp(const QString& recording, const Fingerprint& fingerprint);
 
+    /// What is not done yet, and what was given up.
+    const Tasks& ToDo() const { return tasks; }
+
+    /// Adds a task to what the next Note writes, so that a record and its task are noted together, or
+    /// neither.
+    void AddTask(const Task& task);
+
+    /// Notes that the task is done, or what else became of it: that it failed once more, and whether it is
+    /// given up. After Unwritable as Note.
+    void NoteTask(qint64 number, const Task& task);
+
     /// Writes what could not be written. A journal that was removed or damaged is written again from what is
     /// known. Throws Unwritable, and Taken.
     void Flush();
 
-    /// Forgets which recordings were given up, until the journal is read again.
+    /// Forgets which recordings and tasks were given up, until the journal is read again.
     void ForgetGivenUp();
 
     /// Forgets recordings that are gone; the next Flush writes that. A directory that has none of its
@@ -87,8 +113,6 @@ public:
     void LetGo();
 
 private:
-    using Entries = QHash<QString, Entry>; // by absolute path
-
     // What the path of the open journal leads to.
     enum class Place { Own, Other, Empty, Unknown };
 
@@ -100,12 +124,15 @@ private:
     void Note(const QString& recording, const Entry& entry);
     void Withdraw(const QString& first, const QByteArray& print);
     void Save(const Entries& changed);
+    void Saved();
     void MakeAnew(const Entries& changed);
     [[noreturn]] void FailToWrite(const QString& reason) const;
 
     const QString path;
-    systemfile::Descriptor file;        // that is locked
+    systemfile::Descriptor file;           // that is locked
     std::unique_ptr<sql::Sqlite> database; // none after the journal was written again
     Entries entries;
     Entries unwritten; // those that are gone count as put away
+    Tasks tasks;
+    Tasks unwrittenTasks;
 };

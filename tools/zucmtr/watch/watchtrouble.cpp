@@ -34,6 +34,7 @@ void WatchTrouble::Meet(const char* word_, const QString& text_, Cure cure_, con
     const bool isKnown = on && word == QLatin1String(word_);
     if (!on) {
         begin = Clock::now();
+        since = QDateTime::currentDateTime();
         pause = firstPause;
     } else {
         pause = std::min(pause * 2, std::max(LongestPause, firstPause));

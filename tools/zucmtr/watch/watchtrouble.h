@@ -4,6 +4,7 @@
 
 #include "text/error.h"
 
+#include <QDateTime>
 #include <QString>
 
 #include <chrono>
@@ -40,6 +41,10 @@ public:
     Clock::time_point Next() const { return next; }
     const QString& Message() const { return text; }
 
+    /// The word of the one that is on; empty if none is. Since when it is on; null if none is.
+    QString Word() const { return on ? word : QString(); }
+    QDateTime Since() const { return on ? since : QDateTime(); }
+
 private:
     void End();
 
@@ -50,6 +55,7 @@ private:
     QString word;
     QString text;
     Clock::time_point begin{};
+    QDateTime since;
     Clock::time_point next{};
 };
 
