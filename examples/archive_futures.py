@@ -1,6 +1,6 @@
 """A table of the faults in a directory of recordings: archive_futures.py DIRECTORY [TABLE.csv]
 
-Each process takes a recording at a time; what cannot be read gets a row with the reason.
+All processors work, each with 16 recordings at a time; what cannot be read gets a row with the reason.
 """
 
 from __future__ import annotations
@@ -35,7 +35,7 @@ def row_of(path: Path) -> dict[str, object]:
 def main() -> None:
     recordings = sorted(path for path in Path(sys.argv[1]).rglob("*") if path.suffix in (".ZU", ".zu"))
     with ProcessPoolExecutor(mp_context=get_context("spawn")) as pool:
-        rows = list(pool.map(row_of, recordings))
+        rows = list(pool.map(row_of, recordings, chunksize=16))
     with open(sys.argv[2], "w", newline="", encoding="utf-8") if len(sys.argv) > 2 else sys.stdout as file:
         table = csv.DictWriter(file, COLUMNS)
         table.writeheader()

@@ -59,6 +59,8 @@ set(CPACK_DEBIAN_PROGRAM_PACKAGE_NAME zucmtr)
 set(CPACK_DEBIAN_PROGRAM_PACKAGE_SECTION utils)
 set(CPACK_DEBIAN_PROGRAM_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PROGRAM_PACKAGE_DEPENDS "${library} (>= ${PROJECT_VERSION})")
+# A catalogue on a server; files need no driver of Qt's.
+set(CPACK_DEBIAN_PROGRAM_PACKAGE_SUGGESTS "libqt5sql5-psql")
 set(CPACK_COMPONENT_PROGRAM_DESCRIPTION "converts fault recordings into COMTRADE (program)
 Reads the recordings of digital fault recorders (.ZU files with their
 continuations) and writes COMTRADE records (IEEE C37.111), revision 1999

@@ -35,17 +35,23 @@ py::bytes Convert(const std::string& file, const std::string& out, const std::st
     order.out = FromPython(out);
     order.form = FormOf(options);
     order.again = options["again"].cast<bool>();
-    order.replace = options["replace"].cast<bool>();
+    order.replace = options["overwrite"].cast<bool>();
+    order.salvage = options["salvage"].cast<bool>();
     order.sync = options["sync"].cast<bool>();
+    const QString layout = FromPython(options["layout"].cast<std::string>());
     QByteArray json;
     {
         const py::gil_scoped_release released;
         const Recording recording{FromPython(file), QString(), QString()};
         DeviceChoice choice{FromPython(ini), FromPython(defaults), FromPython(device)};
         CompleteChoice(choice, {recording});
+        if (!layout.isEmpty())
+            order.layout = RecordLayout(layout);
         order.out = CheckedDirectory(QStringLiteral("out"), order.out);
-        json = QJsonDocument(JsonOf(Service::Instance().Convert(choice, order, recording)))
-                   .toJson(QJsonDocument::Compact);
+        QJsonObject report = JsonOf(Service::Instance().Convert(choice, order, recording));
+        if (report["error"].isString())
+            report["error"] = InArguments(report["error"].toString());
+        json = QJsonDocument(report).toJson(QJsonDocument::Compact);
     }
     return py::bytes(json.constData(), static_cast<size_t>(json.size()));
 }

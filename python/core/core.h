@@ -15,6 +15,14 @@ namespace py = pybind11;
 void AddErrors(py::module_& module);
 void AddRecord(py::module_& module);
 void AddConvert(py::module_& module);
+void AddSave(py::module_& module);
+
+/// A text of the program with the arguments of the module in place of its options: "data", and not "--data".
+QString InArguments(const QString& text);
+
+/// Sets an exception of the package (zucmtr/_errors.py) by its name, for an error_already_set to be thrown.
+void Raise(const char* name, const QString& message);
+void RaiseFileError(const char* name, int code, const QString& message, const QString& path);
 
 /// Texts in both directions. Python's are UTF-8 on their way.
 py::str ToPython(const QString& text);

@@ -4,6 +4,9 @@
 #include "comtrade/record.h"
 #include "text/error.h"
 
+#include <QMap>
+#include <QRegularExpression>
+
 namespace core {
 
 py::str ToPython(const QString& text)
@@ -17,15 +20,36 @@ QString FromPython(const std::string& text)
     return QString::fromUtf8(text.data(), static_cast<int>(text.size()));
 }
 
-namespace {
+QString InArguments(const QString& text)
+{
+    static const QMap<QString, QString> others = {{"again", "again=True"},      {"from", "start"},
+                                                  {"out-encoding", "encoding"}, {"replace", "overwrite=True"},
+                                                  {"salvage", "salvage=True"},  {"to", "stop"}};
+    static const QRegularExpression option(QStringLiteral("(?<![^\\s(])--([a-z][a-z-]*)"));
+    QString renamed;
+    int end = 0;
+    for (auto found = option.globalMatch(text); found.hasNext();) {
+        const QRegularExpressionMatch match = found.next();
+        const QString name = match.captured(1);
+        renamed += text.midRef(end, match.capturedStart() - end) +
+                   others.value(name, QString(name).replace(QLatin1Char('-'), QLatin1Char('_')));
+        end = match.capturedEnd();
+    }
+    return renamed + text.midRef(end);
+}
 
 void Raise(const char* name, const QString& message)
 {
-    const py::object type = py::module_::import("zucmtr._errors").attr(name);
-    PyErr_SetObject(type.ptr(), ToPython(message).ptr());
+    const py::object failure =
+        py::module_::import("zucmtr._errors").attr("failure")(name, ToPython(InArguments(message)));
+    PyErr_SetObject(py::type::of(failure).ptr(), failure.ptr());
 }
 
-} // namespace
+void RaiseFileError(const char* name, int code, const QString& message, const QString& path)
+{
+    const py::object type = py::module_::import("zucmtr._errors").attr(name);
+    PyErr_SetObject(type.ptr(), py::make_tuple(code, ToPython(message), ToPython(path)).ptr());
+}
 
 void AddErrors(py::module_& /*module*/)
 {

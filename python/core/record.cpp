@@ -1,5 +1,6 @@
 // A record whose samples are read when they are first asked for.
 #include "core/core.h"
+#include "core/forks.h"
 #include "core/service.h"
 
 #include "analysis/oscillogram.h"
@@ -15,6 +16,7 @@
 #include <cmath>
 #include <memory>
 #include <mutex>
+#include <numeric>
 
 namespace core {
 
@@ -23,13 +25,25 @@ namespace {
 using comtrade::Configuration;
 
 // Threads may ask for samples at once: one of them reads, the others wait without the interpreter's lock.
-class Record
+//
+// A child process reads from the files itself, as the place up to which its parent has read is one for both;
+// and leaves it to its parent to remove the temporary record of a recording.
+class Record : public Forkable
 {
 public:
-    Record(std::unique_ptr<RecordSource> source_, const comtrade::ReadingOptions& options)
-        : source(std::move(source_)), record(std::make_unique<comtrade::Record>(source->Path(), options)),
-          config(record->Config()), header(record->HeaderText()), information(record->Information())
+    Record(std::unique_ptr<RecordSource> source_, const comtrade::ReadingOptions& options_)
+        : options(options_), source(std::move(source_)),
+          record(std::make_unique<comtrade::Record>(source->Path(), options)), config(record->Config()),
+          header(record->HeaderText()), information(record->Information())
     {}
+
+    ~Record() override
+    {
+        if (isInherited)
+            static_cast<void>(source.release());
+        if (isStale)
+            static_cast<void>(record.release());
+    }
 
     // A recording is converted into a temporary record.
     static std::shared_ptr<Record> Open(const std::string& path, const std::string& encoding,
@@ -61,6 +75,7 @@ public:
 
     const Configuration& Config() const { return config; }
     const QString& Header() const { return header; }
+    const QString& Path() const { return source->Path(); }
     const QByteArray& Information() const { return information; }
 
     // To be called without the interpreter's lock.
@@ -68,6 +83,11 @@ public:
     {
         const std::lock_guard lock(mutex);
         if (!samples) {
+            if (isStale) {
+                static_cast<void>(record.release()); // perhaps in the middle of a sample
+                isStale = false;
+                record = std::make_unique<comtrade::Record>(source->Path(), options);
+            }
             samples = std::make_unique<comtrade::Samples>(*record);
             forgiven = record->Forgiven();
             record.reset(); // with its open file and buffers
@@ -108,14 +128,25 @@ private:
         return analysis::TimeAxis::FromStamps(config, std::move(seconds));
     }
 
+    void InChild() override
+    {
+        new (&mutex) std::mutex;
+        isInherited = true;
+        isStale = record != nullptr;
+    }
+
+    const comtrade::ReadingOptions options;
     std::mutex mutex;
-    const std::unique_ptr<RecordSource> source;
+    std::unique_ptr<RecordSource> source;
+    bool isInherited = false;                 // from the parent process
+    bool isStale = false;                     // `record` is the parent's
     std::unique_ptr<comtrade::Record> record; // until the samples are read
     const Configuration config;
     const QString header;
     const QByteArray information;
     std::unique_ptr<comtrade::Samples> samples;
     comtrade::Findings forgiven;
+    const ForkableIsComplete complete{*this};
 };
 
 const comtrade::Samples& SamplesOf(Record& record)
@@ -124,54 +155,66 @@ const comtrade::Samples& SamplesOf(Record& record)
     return record.Samples();
 }
 
+// The samples know no bounds of their own.
+void CheckPlace(size_t channel, size_t count)
+{
+    if (channel >= count)
+        throw py::index_error("there is no such channel");
+}
+
+// A read-only array of so many numbers that `fill` writes, without the interpreter's lock.
+template <class Number, class Fill>
+py::array Filled(qint64 count, Fill fill)
+{
+    py::array_t<Number> array(count);
+    Number* const numbers = array.mutable_data();
+    {
+        const py::gil_scoped_release released;
+        fill(numbers);
+    }
+    array.attr("setflags")(py::arg("write") = false);
+    return std::move(array);
+}
+
 py::array CodesOf(const py::object& self, size_t channel)
 {
-    const comtrade::Samples& samples = SamplesOf(self.cast<Record&>());
+    auto& record = self.cast<Record&>();
+    CheckPlace(channel, record.Config().analog.size());
+    const comtrade::Samples& samples = SamplesOf(record);
     return std::visit(
         [&self](const auto& codes) -> py::array { return ViewOf(codes.data(), codes.size(), self); },
         samples.Analog(channel));
 }
 
-// a * code + b in the channel's unit, NaN where the value is missing.
-py::array ValuesOf(Record& record, size_t channel)
+// (a * code + b) * factor, NaN where the value is missing.
+py::array ValuesOf(Record& record, size_t channel, double factor)
 {
-    std::vector<double> values;
-    {
-        const py::gil_scoped_release released;
-        const comtrade::AnalogChannel& about = record.Config().analog.at(channel);
-        std::visit(
-            [&](const auto& codes) {
-                using Number = typename std::decay_t<decltype(codes)>::value_type;
-                values.resize(codes.size());
-                for (size_t i = 0; i < codes.size(); ++i) {
-                    values[i] = about.a * static_cast<double>(codes[i]) + about.b;
-                    if constexpr (std::is_integral_v<Number>) {
-                        if (codes[i] == std::numeric_limits<Number>::min())
-                            values[i] = std::numeric_limits<double>::quiet_NaN();
-                    }
-                }
-            },
-            record.Samples().Analog(channel));
-    }
-    return ArrayOf(std::move(values));
+    CheckPlace(channel, record.Config().analog.size());
+    return Filled<double>(SamplesOf(record).Count(), [&](double* values) {
+        const comtrade::AnalogChannel& about = record.Config().analog[channel];
+        record.Samples().Values(channel, {about.a, about.b, factor}, values);
+    });
 }
 
 py::array StatesOf(Record& record, size_t channel)
 {
-    std::vector<quint8> states;
-    {
-        const py::gil_scoped_release released;
-        const comtrade::Samples& samples = record.Samples();
-        const std::vector<quint8>& bits = samples.StateBits(channel);
-        states.resize(static_cast<size_t>(samples.Count()));
-        for (size_t i = 0; i < states.size(); ++i)
-            states[i] = static_cast<quint8>(bits[i / 8] >> (i % 8) & 1);
-    }
-    return ArrayOf(std::move(states));
+    CheckPlace(channel, record.Config().states.size());
+    return Filled<quint8>(SamplesOf(record).Count(),
+                          [&](quint8* states) { record.Samples().Unpack(channel, states); });
+}
+
+int StateOf(Record& record, size_t channel, size_t sample)
+{
+    CheckPlace(channel, record.Config().states.size());
+    const comtrade::Samples& samples = SamplesOf(record);
+    if (sample >= static_cast<size_t>(samples.Count()))
+        throw py::index_error();
+    return samples.State(channel, sample);
 }
 
 py::tuple ChangesOf(Record& record, size_t channel)
 {
+    CheckPlace(channel, record.Config().states.size());
     comtrade::Changes changes;
     {
         const py::gil_scoped_release released;
@@ -188,6 +231,23 @@ py::array TimesOf(Record& record)
         times = record.Times();
     }
     return ArrayOf(std::move(times));
+}
+
+// The sample numbers as stored.
+py::array NumbersOf(Record& record)
+{
+    std::vector<quint32> numbers;
+    {
+        const py::gil_scoped_release released;
+        const comtrade::Samples& samples = record.Samples();
+        const comtrade::View<quint32> stored = samples.Numbers();
+        numbers.assign(stored.begin(), stored.end());
+        if (numbers.empty()) {
+            numbers.resize(static_cast<size_t>(samples.Count()));
+            std::iota(numbers.begin(), numbers.end(), 1U);
+        }
+    }
+    return ArrayOf(std::move(numbers));
 }
 
 py::tuple MomentOf(const comtrade::TimeStamp& stamp)
@@ -291,15 +351,18 @@ void AddRecord(py::module_& module)
         .def(py::init(&Record::Open), py::arg("path"), py::arg("encoding"), py::arg("ini"),
              py::arg("defaults"), py::arg("device"))
         .def("configuration", &ConfigurationOf)
+        .def("path", [](const Record& record) { return ToPython(record.Path()); })
         .def("header", [](const Record& record) { return ToPython(record.Header()); })
         .def("information", [](const Record& record) { return BytesOf(record.Information()); })
         .def("count", [](Record& record) { return SamplesOf(record).Count(); })
         .def("memory", [](Record& record) { return SamplesOf(record).MemorySize(); })
         .def("codes", &CodesOf, py::arg("channel"))
-        .def("values", &ValuesOf, py::arg("channel"))
+        .def("values", &ValuesOf, py::arg("channel"), py::arg("factor"))
         .def("states", &StatesOf, py::arg("channel"))
+        .def("state", &StateOf, py::arg("channel"), py::arg("sample"))
         .def("changes", &ChangesOf, py::arg("channel"))
         .def("times", &TimesOf)
+        .def("numbers", &NumbersOf)
         .def("summary", &SummaryOf, py::arg("lines"))
         .def("forgiven", &ForgivenOf);
 }

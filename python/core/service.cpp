@@ -106,6 +106,39 @@ Service& Service::Instance()
     return service;
 }
 
+std::unique_lock<std::mutex> Service::Lock()
+{
+    std::unique_lock lock(mutex);
+    if (isBroken)
+        throw ConfigurationError(Tr("python",
+                                    "this process was forked while a recording was converted; start it when "
+                                    "none is, or by 'spawn'"));
+    return lock;
+}
+
+// A conversion without the lock is one that runs.
+void Service::BeforeFork()
+{
+    isLockedForFork = mutex.try_lock();
+}
+
+void Service::InParent()
+{
+    if (isLockedForFork)
+        mutex.unlock();
+}
+
+void Service::InChild()
+{
+    isBroken = isBroken || !isLockedForFork || running > 0;
+    waiting = 0; // the threads that did are not here
+    if (isLockedForFork)
+        mutex.unlock();
+    else
+        new (&mutex) std::mutex;
+    new (&changed) std::condition_variable;
+}
+
 // Returns with the lock when no conversion runs.
 void Service::WaitForOthers(std::unique_lock<std::mutex>& lock)
 {
@@ -118,7 +151,7 @@ void Service::WaitForOthers(std::unique_lock<std::mutex>& lock)
 BatchItem Service::Convert(const DeviceChoice& choice, const WorkOrder& order, const Recording& recording)
 {
     const Key key(choice, order.form.Keys());
-    std::unique_lock lock(mutex);
+    std::unique_lock lock = Lock();
     for (;;) {
         changed.wait(lock, [this] { return waiting == 0; });
         const bool isMine = setup && setup->key == key;
@@ -142,7 +175,7 @@ BatchItem Service::Convert(const DeviceChoice& choice, const WorkOrder& order, c
 
 void Service::Alone(const std::function<void()>& work)
 {
-    std::unique_lock lock(mutex);
+    std::unique_lock lock = Lock();
     changed.wait(lock, [this] { return waiting == 0; });
     WaitForOthers(lock);
     setup.reset();

@@ -1,4 +1,4 @@
-"""The words of other COMTRADE readers for what a record has, so that scripts written for them find their way.
+"""The words of other COMTRADE readers for what records and channels have, so that scripts written for them find their way.
 
 docs/python.md ("Coming from other readers") lists them beside the words of this package.
 """
@@ -13,11 +13,89 @@ import numpy.typing as npt
 
 if TYPE_CHECKING:
     from ._channels import AnalogChannel, Channels, DigitalChannel
-    from ._record import Rate
+    from ._configuration import Rate
+    from ._record import Record
+
+
+class ChannelAliases:
+    """Other names for what :class:`zucmtr.Channel` has under its own."""
+
+    if TYPE_CHECKING:
+
+        @property
+        def number(self) -> int: ...
+        @property
+        def phase(self) -> str: ...
+        @property
+        def circuit(self) -> str: ...
+
+    @property
+    def n(self) -> int:
+        """Alias of ``number``."""
+        return self.number
+
+    @property
+    def ph(self) -> str:
+        """Alias of ``phase``."""
+        return self.phase
+
+    @property
+    def ccbm(self) -> str:
+        """Alias of ``circuit``."""
+        return self.circuit
+
+
+class AnalogAliases:
+    """Other names for what :class:`zucmtr.AnalogChannel` has under its own."""
+
+    if TYPE_CHECKING:
+
+        @property
+        def unit(self) -> str: ...
+        @property
+        def min(self) -> float: ...
+        @property
+        def max(self) -> float: ...
+        @property
+        def side(self) -> str: ...
+
+    @property
+    def uu(self) -> str:
+        """Alias of ``unit``."""
+        return self.unit
+
+    @property
+    def cmin(self) -> float:
+        """Alias of ``min``."""
+        return self.min
+
+    @property
+    def cmax(self) -> float:
+        """Alias of ``max``."""
+        return self.max
+
+    @property
+    def pors(self) -> str:
+        """Alias of ``side``."""
+        return self.side
+
+
+class DigitalAliases:
+    """Other names for what :class:`zucmtr.DigitalChannel` has under its own."""
+
+    if TYPE_CHECKING:
+
+        @property
+        def normal(self) -> int: ...
+
+    @property
+    def y(self) -> int:
+        """Alias of ``normal``."""
+        return self.normal
 
 
 class Aliases:
-    """Each of these is another name for something that :class:`zucmtr.Record` has under its own."""
+    """Other names for what :class:`zucmtr.Record` has under its own."""
 
     if TYPE_CHECKING:
         analog: Channels[AnalogChannel]
@@ -44,48 +122,63 @@ class Aliases:
         def __len__(self) -> int: ...
 
     @property
+    def cfg(self: Record) -> Record:  # type: ignore[misc]
+        """The record itself: what the configuration says are its own attributes."""
+        return self
+
+    @property
     def station_name(self) -> str:
-        """``station``."""
+        """Alias of ``station``."""
         return self.station
 
     @property
     def rec_dev_id(self) -> str:
-        """``device``."""
+        """Alias of ``device``."""
         return self.device
 
     @property
     def rev_year(self) -> str:
-        """``revision``, as a text."""
+        """Alias of ``revision``, as a text."""
         return str(self.revision)
 
     @property
     def ft(self) -> str:
-        """``data_type``."""
+        """Alias of ``data_type``."""
         return self.data_type
 
     @property
+    def analog_channels(self) -> Channels[AnalogChannel]:
+        """Alias of ``analog``."""
+        return self.analog
+
+    @property
     def status(self) -> Channels[DigitalChannel]:
-        """``digital``."""
+        """Alias of ``digital``."""
+        return self.digital
+
+    @property
+    def status_channels(self) -> Channels[DigitalChannel]:
+        """Alias of ``digital``."""
         return self.digital
 
     @property
     def analog_count(self) -> int:
-        """``len(record.analog)``."""
+        """Alias of ``len(record.analog)``."""
         return len(self.analog)
 
     @property
     def status_count(self) -> int:
-        """``len(record.digital)``."""
+        """Alias of ``len(record.digital)``."""
         return len(self.digital)
 
     @property
     def channels_count(self) -> int:
-        """Analog and digital channels together."""
+        """Number of analog and digital channels together."""
         return len(self.analog) + len(self.digital)
 
     @property
     def analog_channel_ids(self) -> list[str]:
-        """``record.analog.keys()``."""
+        """Alias of ``record.analog.keys()``."""
         return self.analog.keys()
 
     @property
@@ -100,7 +193,7 @@ class Aliases:
 
     @property
     def status_channel_ids(self) -> list[str]:
-        """``record.digital.keys()``."""
+        """Alias of ``record.digital.keys()``."""
         return self.digital.keys()
 
     @property
@@ -110,22 +203,27 @@ class Aliases:
 
     @property
     def total_samples(self) -> int:
-        """``len(record)``."""
+        """Alias of ``len(record)``."""
         return len(self)
 
     @property
+    def nrates(self) -> int:
+        """Alias of ``len(record.rates)``."""
+        return len(self.rates)
+
+    @property
     def sample_rates(self) -> list[list[float]]:
-        """``rates``, each as [hertz, last sample]."""
+        """The ``rates``, each as [hertz, last sample]."""
         return [[rate.hertz, rate.last] for rate in self.rates]
 
     @property
     def start_timestamp(self) -> datetime.datetime:
-        """``start``."""
+        """Alias of ``start``."""
         return self.start
 
     @property
     def trigger_timestamp(self) -> datetime.datetime:
-        """``trigger``."""
+        """Alias of ``trigger``."""
         return self.trigger
 
     @property
@@ -135,15 +233,15 @@ class Aliases:
 
     @property
     def hdr(self) -> str:
-        """``header``."""
+        """Alias of ``header``."""
         return self.header
 
     @property
     def inf(self) -> bytes:
-        """``information``."""
+        """Alias of ``information``."""
         return self.information
 
     def to_numpy(self) -> npt.NDArray[np.float64]:
-        """The values of all analog channels, shape (samples, channels)."""
+        """The primary values of all analog channels, shape (samples, channels), float64."""
         columns: list[Any] = [channel.values for channel in self.analog]
         return np.column_stack(columns) if columns else np.empty((len(self), 0))

@@ -10,46 +10,102 @@ from typing import Any, Optional
 
 @dataclass(frozen=True)
 class Event:
-    """A change of a digital channel."""
+    """A change of a digital channel.
 
-    time: float  #: seconds from the trigger
-    at: str  #: the same as a date and time, ISO 8601
-    channel: int  #: number of the channel
+    Attributes
+    ----------
+    time : float
+        Seconds from the trigger.
+    at : str
+        The same as a date and time, ISO 8601.
+    channel : int
+        Number of the channel in the record.
+    name, circuit : str
+        Its name, and the circuit it belongs to.
+    kind : str
+        What the channel is: ``"start"``, ``"trip"``, ``"breaker"`` ...; docs/json.md lists them.
+    state : int
+        The new state, 0 or 1.
+    active : bool
+        Whether that state means that the signal is there; of a breaker, that it is closed.
+    changes : int
+        Number of changes; more than one are contact bounce, folded into one event.
+    bounce : bool
+        The channel bounced back into its old state.
+    """
+
+    time: float
+    at: str
+    channel: int
     name: str
     circuit: str
-    kind: str  #: what the channel is: ``"start"``, ``"trip"``, ``"breaker"`` ...
-    state: int  #: the new one, 0 or 1
-    active: bool  #: whether it means that the channel is active
-    changes: int  #: above 1: contact bounce, folded into one event
-    bounce: bool  #: the channel bounced back into its old state
+    kind: str
+    state: int
+    active: bool
+    changes: int
+    bounce: bool
 
     @classmethod
-    def of(cls, fields: Mapping[str, Any]) -> Event:
-        return cls(**{name: fields[name] for name in cls.__dataclass_fields__})
+    def _of(cls, fields: Mapping[str, Any]) -> Event:
+        event: dict[str, Any] = {name: fields[name] for name in cls.__dataclass_fields__}
+        event["time"] = float(event["time"])
+        return cls(**event)
 
 
 @dataclass(frozen=True)
 class Distance:
-    """The distance to a fault by one method."""
+    """The distance to a fault by one method.
 
-    method: str  #: ``"reactance"``, ``"takagi"`` or ``"modifiedTakagi"``
-    percent: float  #: of the length of the line
-    km: float  #: from the recorder
-    resistance: Optional[float]  #: of the fault, ohms
+    Attributes
+    ----------
+    method : str
+        ``"reactance"``, ``"takagi"`` or ``"modifiedTakagi"``; docs/analysis.md explains them.
+    percent : float
+        Percent of the length of the line.
+    km : float
+        Kilometres from the recorder.
+    resistance : float or None
+        Resistance of the fault, ohms; None if the method does not give it.
+    """
+
+    method: str
+    percent: float
+    km: float
+    resistance: Optional[float]
 
 
 @dataclass(frozen=True)
 class FaultPart:
-    """A stretch of a fault with the same phases."""
+    """A stretch of a fault with the same phases.
 
-    kind: str  #: ``"AG"`` to ``"ABCG"``
-    onset: float  #: seconds from the trigger
-    clearing: Optional[float]  #: likewise; None if the record ends first
-    after_reclosing: bool  #: the line was dead before it
-    distance: Optional[Distance]  #: by the best method
-    distances: tuple[Distance, ...]  #: by all methods
-    range: Optional[tuple[float, float]]  #: what the distance can be, percent of the line
-    lack: Optional[str]  #: why there is no distance
+    Attributes
+    ----------
+    kind : str
+        The phases, with G for earth: ``"AG"`` to ``"ABCG"``.
+    onset : float
+        Seconds from the trigger.
+    clearing : float or None
+        Likewise; None if the record ends first.
+    after_reclosing : bool
+        The line was dead before it.
+    distance : Distance or None
+        By the best method.
+    distances : tuple of Distance
+        By all methods.
+    range : tuple of float or None
+        What the distance can be: least and greatest, percent of the line.
+    lack : str or None
+        Why there is no distance, as a word of docs/json.md.
+    """
+
+    kind: str
+    onset: float
+    clearing: Optional[float]
+    after_reclosing: bool
+    distance: Optional[Distance]
+    distances: tuple[Distance, ...]
+    range: Optional[tuple[float, float]]
+    lack: Optional[str]
 
     @property
     def duration(self) -> Optional[float]:
@@ -57,7 +113,7 @@ class FaultPart:
         return None if self.clearing is None else self.clearing - self.onset
 
     @classmethod
-    def fields_of(cls, fields: Mapping[str, Any]) -> dict[str, Any]:
+    def _fields_of(cls, fields: Mapping[str, Any]) -> dict[str, Any]:
         distances = tuple(Distance(method, **values) for method, values in (fields["distance"] or {}).items())
         best = next((one for one in distances if one.method == fields["best"]), None)
         limits = fields["range"]
@@ -75,39 +131,55 @@ class FaultPart:
 
 @dataclass(frozen=True)
 class Fault(FaultPart):
-    """A short circuit; the distance is that of its longest part that has one."""
+    """A short circuit. What it shares with its parts is of the whole; the distance is that of its longest part with one.
+
+    Attributes
+    ----------
+    circuit : str
+        The circuit that it was seen on.
+    direction : str
+        ``"forward"`` is into the circuit, ``"reverse"`` to the busbar; or ``"unknown"``.
+    parts : tuple of FaultPart
+        Its stretches with the same phases, in the order of time.
+    """
 
     circuit: str
-    direction: str  #: ``"forward"`` is into the circuit, ``"reverse"`` to the busbar; or ``"unknown"``
+    direction: str
     parts: tuple[FaultPart, ...]
 
     @classmethod
-    def of(cls, fields: Mapping[str, Any]) -> Fault:
-        parts = tuple(FaultPart(**FaultPart.fields_of(part)) for part in fields["parts"])
+    def _of(cls, fields: Mapping[str, Any]) -> Fault:
+        parts = tuple(FaultPart(**FaultPart._fields_of(part)) for part in fields["parts"])
         return cls(
-            **FaultPart.fields_of(fields), circuit=fields["circuit"], direction=fields["direction"], parts=parts
+            **FaultPart._fields_of(fields), circuit=fields["circuit"], direction=fields["direction"], parts=parts
         )
 
 
 @dataclass(frozen=True)
 class Summary:
-    """What happened in a record, as ``zucmtr events --json`` says it."""
+    """What happened in a record, as ``zucmtr events --json`` says it. As a text it is ``text``.
 
-    data: Mapping[str, Any]  #: the whole object; docs/json.md lists its keys
+    Attributes
+    ----------
+    data : dict
+        The whole object; docs/json.md lists its keys.
+    """
+
+    data: Mapping[str, Any]
 
     @property
     def fault(self) -> Optional[Fault]:
         """The short circuit; None if there is none."""
-        return None if self.data["fault"] is None else Fault.of(self.data["fault"])
+        return None if self.data["fault"] is None else Fault._of(self.data["fault"])
 
     @property
     def events(self) -> tuple[Event, ...]:
-        """The sequence of events, by time."""
-        return tuple(Event.of(fields) for fields in self.data["events"])
+        """The sequence of events, in the order of time."""
+        return tuple(Event._of(fields) for fields in self.data["events"])
 
     @property
     def text(self) -> str:
-        """What happened in a few sentences."""
+        """What happened in a few sentences, in English."""
         return " ".join(self.data["text"])
 
     def __str__(self) -> str:

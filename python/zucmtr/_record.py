@@ -2,73 +2,68 @@
 
 from __future__ import annotations
 
-import builtins
 import datetime
 import html
 import json
 import os
 from collections.abc import Sequence
-from dataclasses import dataclass
+from pathlib import Path
 from types import TracebackType
-from typing import Any, NamedTuple, Optional, Union
+from typing import TYPE_CHECKING, Any, Optional, Union
 
 import numpy as np
 import numpy.typing as npt
 
-from . import _core, _plot, _tables
+from . import _plot, _tables
 from ._aliases import Aliases
 from ._channels import AnalogChannel, Channels, DigitalChannel
-from ._errors import FileError
+from ._configuration import Finding, Rate, configuration_of, is_record
+from ._errors import RecordError, with_own_names
 from ._events import Event, Fault, Summary, moment
+from ._paths import PathLike, absolute, absolute_or_none, check_readable, text_of
+from ._save import ChannelChoice, Moment, save
 from ._source import Source
 
-PathLike = Union[str, "os.PathLike[str]"]
-
-
-class Rate(NamedTuple):
-    """A sampling rate, and the last sample (counted from 1) that was taken at it."""
-
-    hertz: float  #: 0: only the times of the samples are known
-    last: int
-
-
-@dataclass(frozen=True)
-class Finding:
-    """Something in the files of a record that the standard does not allow, but that has only one meaning."""
-
-    file: str
-    line: int  #: from 1; 0: of the whole file
-    column: int  #: from 1; 0: of the whole line
-    severity: str  #: ``"note"``, ``"warning"`` or ``"error"``
-    reason: str  #: a word for programs; docs/json.md lists them
-    text: str
-
-    def __str__(self) -> str:
-        place = ":".join([self.file] + [str(number) for number in (self.line, self.column) if number])
-        return f"{place}: {self.severity}: {self.text}"
+if TYPE_CHECKING:
+    import matplotlib.figure  # type: ignore[import]
+    import pandas  # type: ignore[import]
+    import xarray
 
 
 class Record(Aliases):
-    """A COMTRADE record, or a recording as the record that it makes.
+    """A COMTRADE record, or a recording as the record that it makes; ``zucmtr.open`` gives one.
 
     The configuration is read at once, the samples when they are first asked for. They stay in memory until the record is
     closed and the arrays made of it are gone. A record is a context manager; closing it twice does no harm. It can be
-    pickled: what is kept is how it was opened.
+    used by any number of threads at once, and pickled: what is kept is how it was opened.
+
+    Attributes
+    ----------
+    analog : Channels of AnalogChannel
+        The analog channels.
+    digital : Channels of DigitalChannel
+        The digital (status) channels.
     """
 
+    analog: Channels[AnalogChannel]
+    digital: Channels[DigitalChannel]
+
     def __init__(
-        self, path: PathLike, *, encoding: str = "", ini: PathLike = "", defaults: str = "", device: str = ""
+        self, path: PathLike, *, encoding: str = "", ini: Optional[PathLike] = None, defaults: str = "", device: str = ""
     ) -> None:
-        self._path = os.fspath(path)
-        self._options = {"encoding": encoding, "ini": os.fspath(ini), "defaults": defaults, "device": device}
-        try:
-            with builtins.open(self._path, "rb"):
-                pass
-        except OSError as error:
-            raise FileError(error.errno, error.strerror, self._path) from None
-        core = _core.Record(os.path.abspath(self._path), **self._options)
-        self._fields = core.configuration()
-        self._source = Source(core)
+        check_readable(path)
+        self._path = text_of(path)
+        configuration = configuration_of(self._path)
+        if configuration:
+            raise RecordError(f"{self._path}: it is a part of a record; open its configuration {configuration}")
+        if ini:
+            check_readable(ini)
+        self._options = {"encoding": encoding, "ini": absolute_or_none(ini), "defaults": defaults, "device": device}
+        self._read(absolute(path))
+
+    def _read(self, path: str) -> None:
+        self._source = Source(path, self._options)
+        self._fields = self._source.core.configuration()
         self.analog = Channels(
             [AnalogChannel(self._source, i, fields) for i, fields in enumerate(self._fields["analog"])]
         )
@@ -77,9 +72,9 @@ class Record(Aliases):
         )
 
     @property
-    def path(self) -> str:
+    def path(self) -> Path:
         """The file that was opened, as it was given."""
-        return self._path
+        return Path(self._path)
 
     @property
     def station(self) -> str:
@@ -127,6 +122,11 @@ class Record(Aliases):
         return self._source.time
 
     @property
+    def numbers(self) -> npt.NDArray[np.uint32]:
+        """Number of each sample as stored, usually 1, 2, 3 ..., shape (samples,), uint32, read-only."""
+        return self._source.core.numbers()
+
+    @property
     def header(self) -> str:
         """Text of the HDR file, the fault report, its lines ended by a line feed; empty if there is none."""
         return self._source.core.header().replace("\r\n", "\n")
@@ -138,54 +138,215 @@ class Record(Aliases):
 
     @property
     def findings(self) -> tuple[Finding, ...]:
-        """What was forgiven when the record was read; complete once its samples have been."""
-        return tuple(Finding(*fields) for fields in self._source.core.forgiven())
+        """What was forgiven when the record was read; complete once its samples have been. A recording has none."""
+        if not is_record(self._path):
+            return ()  # of the temporary record
+        return tuple(Finding(with_own_names(fields[0]), *fields[1:]) for fields in self._source.core.forgiven())
 
-    def summary(self, lines: PathLike = "") -> Summary:
-        """What happened: fault, events, operating times.
+    def summary(self, lines: Optional[PathLike] = None) -> Summary:
+        """What happened: fault, events, operating times. It is found out at each call.
 
         Parameters
         ----------
         lines
             File with the data of the lines (``lines.ini``), for the distance to the fault; found as ``zucmtr events``
-            finds it if it is empty.
+            finds it if it is not given.
+
+        Raises
+        ------
+        FileError
+            ``lines`` cannot be read.
+        RecordError
+            The samples cannot be read.
         """
-        return Summary(json.loads(self._source.core.summary(os.fspath(lines))))
+        if lines:
+            check_readable(lines)
+        data = self._source.core.summary(absolute_or_none(lines))
+        return Summary(json.loads(data))
 
     def events(self) -> tuple[Event, ...]:
-        """The sequence of events; see :meth:`summary`."""
+        """The sequence of events, in the order of time, each time in seconds from the trigger; see ``summary``."""
         return self.summary().events
 
-    def fault(self, lines: PathLike = "") -> Optional[Fault]:
-        """The short circuit, None if there is none; see :meth:`summary`."""
+    def fault(self, lines: Optional[PathLike] = None) -> Optional[Fault]:
+        """The short circuit, None if there is none; see ``summary`` for the parameter and what is raised."""
         return self.summary(lines).fault
 
-    def to_dataframe(self) -> Any:
-        """A ``pandas.DataFrame``: a column for each channel, the seconds from the trigger as index.
+    def to_dataframe(self) -> pandas.DataFrame:
+        """The record as a table of pandas.
 
-        Units and station are in ``attrs``. Needs pandas.
+        Returns
+        -------
+        pandas.DataFrame
+            A column for each channel, analog ones (primary values, float64) first, then digital ones (0 or 1, uint8);
+            shape (samples, channels). The index is ``time``, seconds from the trigger. ``attrs`` has the units (a
+            dictionary by columns), station, device and trigger. A name that is there twice gets the channel's number.
+
+        Raises
+        ------
+        MissingPackageError
+            pandas is not installed.
         """
         return _tables.dataframe(self)
 
-    def to_xarray(self) -> Any:
-        """An ``xarray.Dataset``: a variable for each channel, with unit, phase and circuit. Needs xarray."""
-        return _tables.dataset(self)
+    def to_xarray(self) -> xarray.Dataset:
+        """The record as a dataset of xarray.
+
+        Returns
+        -------
+        xarray.Dataset
+            A variable for each channel over the coordinate ``time`` (seconds from the trigger): primary values as
+            float64, states as bool. Their ``attrs`` have units, phase, circuit and number.
+
+        Raises
+        ------
+        MissingPackageError
+            xarray is not installed.
+        """
+        data: xarray.Dataset = _tables.dataset(self)
+        return data
 
     def plot(
-        self, channels: Optional[Sequence[Union[int, str]]] = None, *, digital: bool = True, figure: Any = None
-    ) -> Any:
-        """A figure with the channels, those of one circuit and unit on one axis. Needs matplotlib.
+        self,
+        channels: Optional[Sequence[Union[int, str, tuple[str, str], AnalogChannel]]] = None,
+        *,
+        digital: bool = True,
+        span: Optional[tuple[float, float]] = None,
+        figure: Optional[matplotlib.figure.Figure] = None,
+    ) -> matplotlib.figure.Figure:
+        """Draw the primary values over the seconds from the trigger, those of one circuit and unit on one axis.
+
+        A long stretch is drawn by the least and the greatest value of each of some thousand parts, which looks the same.
 
         Parameters
         ----------
         channels
-            Analog channels, by place or name; all of them if it is None.
+            Analog channels: places, names, or the channels themselves; all of them if it is None.
         digital
-            Draw the digital channels that change.
+            Draw bars for the digital channels that change, 24 at most.
+        span
+            Draw what is between these two times, seconds from the trigger; all of it if it is None.
         figure
-            Figure of matplotlib to draw in; a new one if it is None.
+            Figure of matplotlib to draw in; a new one of ``pyplot`` if it is None.
+
+        Returns
+        -------
+        matplotlib.figure.Figure
+            One axis for each circuit and unit, then one for the states. A dotted line marks the trigger.
+
+        Raises
+        ------
+        MissingPackageError
+            matplotlib is not installed.
+        ChannelError
+            There is no such channel.
         """
-        return _plot.plot(self, channels, digital, figure)
+        return _plot.plot(self, channels, digital, span, figure)
+
+    def save(
+        self,
+        path: PathLike,
+        *,
+        form: Optional[str] = None,
+        data: Optional[str] = None,
+        revision: Union[int, str, None] = None,
+        encoding: Optional[str] = None,
+        side: Optional[str] = None,
+        time: Optional[str] = None,
+        decimal_comma: bool = False,
+        start: Optional[Moment] = None,
+        stop: Optional[Moment] = None,
+        window: Union[float, str, None] = None,
+        channels: Optional[ChannelChoice] = None,
+        changing_only: bool = False,
+        every: Optional[int] = None,
+        rate: Optional[float] = None,
+        overwrite: bool = False,
+    ) -> Path:
+        """Write the record, or a part of it, in another form; read it back and compare it.
+
+        The words are those of ``zucmtr export`` (docs/export.md). The record is read from its files once more. Files appear
+        under their names when all of them are written and compared; after a failure or an interrupt nothing is left of them.
+
+        Parameters
+        ----------
+        path
+            The file, whose suffix decides the form: ``.cfg`` (with ``.dat`` and, if there are texts, ``.hdr`` and ``.inf``
+            beside it), ``.cff``, ``.csv`` or ``.mat``. Or an existing directory: the file gets the name of this one.
+        form
+            ``"cfg"``, ``"cff"``, ``"csv"`` or ``"mat"``, where the suffix does not say it; ``"cfg"`` by default.
+        data
+            Of COMTRADE: ``"ascii"``, ``"binary"``, ``"binary32"`` or ``"float32"``; by default as in the record.
+        revision
+            Of COMTRADE: 1999 or 2013; by default as in the record, if it allows the form.
+        encoding
+            Of the texts of COMTRADE: ``"utf8"``, the default, or ``"cp1251"``.
+        side
+            ``"primary"`` or ``"secondary"``: a and b are multiplied by the ratio of the factors; by default as stored.
+        time
+            Of a table: ``"seconds"`` from the trigger, the default, or ``"iso"``, date and time.
+        decimal_comma
+            Of a table: numbers with a decimal comma, columns separated by semicolons.
+        start, stop
+            Limits of a part, themselves included: seconds from the trigger, or a datetime (by the clock of the record if it is
+            naive). A text is read as the program reads it: ``"200ms"``.
+        window
+            Seconds around the trigger, a third of them before it; or ``"fault"``: from 0.1 s before the fault to 0.1 s after it.
+        channels
+            Channels to keep: names, circuits or numbers (``"A3"``, ``"D5"``; ``*`` and ``?`` stand for any letters), circuit and
+            signal, places of analog channels from 0, or channels of this record. One or several; all by default.
+        changing_only
+            Leave out digital channels that never change in the part.
+        every
+            Keep the first sample and each N-th after it, without a filter.
+        rate
+            Hertz: what the samples would have been at this rate, with a filter against aliasing.
+        overwrite
+            Replace files that are there. The files of this record are never replaced.
+
+        Returns
+        -------
+        pathlib.Path
+            The file; the ``.cfg`` of several.
+
+        Raises
+        ------
+        SaveError
+            The form cannot hold a value, or there is no sample, no fault, no factor for what was asked. The text names the
+            place, and a form that holds it.
+        ChannelError
+            There is no such channel.
+        FilePresentError
+            A file is there already; it is a ``FileError`` and a ``FileExistsError``.
+        FileError
+            A file cannot be written.
+        RecordError
+            The record cannot be read.
+        ValueError
+            An argument is wrong, or contradicts another one.
+
+        Warns
+        -----
+        SaveWarning
+            Something was read in a forgiving way, rounded or left out without being asked for: the text says what.
+        """
+        options = {
+            "form": form,
+            "data": data,
+            "revision": revision,
+            "encoding": encoding,
+            "side": side,
+            "time": time,
+            "decimal_comma": decimal_comma,
+            "start": start,
+            "stop": stop,
+            "window": window,
+            "changing_only": changing_only,
+            "every": every,
+            "rate": rate,
+            "overwrite": overwrite,
+        }
+        return save(self, text_of(path), channels, options)
 
     def close(self) -> None:
         """Let the samples go. Arrays that were taken stay valid; nothing more can be asked of the record."""
@@ -214,7 +375,7 @@ class Record(Aliases):
         return True
 
     def __reduce__(self) -> tuple[Any, ...]:
-        return _reopen, (os.path.abspath(self._path), self._options)
+        return _reopen, (type(self), self._source.path, self._options)
 
     def __repr__(self) -> str:
         return (
@@ -228,46 +389,50 @@ class Record(Aliases):
             ("Device", self.device),
             ("Trigger", self.trigger.isoformat(sep=" ")),
             ("Rates", ", ".join(f"{rate.hertz:g} Hz" for rate in self.rates) or "none"),
-            ("Channels", f"{len(self.analog)} analog, {len(self.digital)} digital"),
             ("Form", f"revision {self.revision}, {self.data_type}"),
         ]
-        rows = "".join(f"<tr><th>{name}</th><td>{html.escape(value)}</td></tr>" for name, value in facts)
+        rows = "".join(f'<tr><th>{name}</th><td style="text-align: left">{html.escape(value)}</td></tr>' for name, value in facts)
+        tables = [("analog", len(self.analog), self.analog._repr_html_())]
+        tables += [("digital", len(self.digital), self.digital._repr_html_())]
         channels = "".join(
-            f"<tr><td>{one.number}</td><td>{html.escape(one.name)}</td><td>{html.escape(one.phase)}</td>"
-            f"<td>{html.escape(one.circuit)}</td><td>{html.escape(one.unit)}</td></tr>"
-            for one in self.analog
+            f"<details><summary>{count} {kind} channels</summary>{table}</details>"
+            for kind, count, table in tables
+            if count
         )
-        return (
-            f"<b>{html.escape(os.path.basename(self._path))}</b><table>{rows}</table>"
-            f"<details><summary>Analog channels</summary><table>{channels}</table></details>"
-        )
+        return f"<b>{html.escape(os.path.basename(self._path))}</b><table>{rows}</table>{channels}"
 
 
-def _reopen(path: str, options: dict[str, str]) -> Record:
-    return Record(path, **options)
+def _reopen(kind: type[Record], path: str, options: dict[str, str]) -> Record:
+    return kind(path, **options)
 
 
 def open(
-    path: PathLike, *, encoding: str = "", ini: PathLike = "", defaults: str = "", device: str = ""
+    path: PathLike, *, encoding: str = "", ini: Optional[PathLike] = None, defaults: str = "", device: str = ""
 ) -> Record:
     """Open a recording (``.ZU``) or a COMTRADE record (``.cfg``, ``.cff``; any form, any revision).
 
     Parameters
     ----------
     path
-        The file. A recording's continuation files are found beside it.
+        The file: a text or a ``pathlib.Path``. A recording's continuation files, and the other files of a record, are
+        found beside it.
     encoding
         Encoding of a record's texts, such as ``"cp866"``; found out if it is empty.
     ini, defaults, device
-        For a recording: the recorder's ini file and its sections. Found as ``zucmtr convert`` finds them if they are empty;
+        For a recording: the recorder's ini file and its sections. Found as ``zucmtr convert`` finds them if they are not given;
         without an ini file the recording is converted without a sorting dictionary.
+
+    Returns
+    -------
+    Record
+        It can be used in a ``with`` statement, which closes it.
 
     Raises
     ------
     FileError
-        The file cannot be read.
+        The file or the ini file cannot be read; ``MissingFileError`` if it does not exist.
     RecordError
-        It is no record, or a damaged one.
+        It is no record, or a damaged one. Damaged samples are found when they are first asked for.
     ConversionError
         The recording cannot be converted.
     """

@@ -2,8 +2,7 @@
 
 from __future__ import annotations
 
-import threading
-from typing import Optional
+from typing import Any, Optional
 
 import numpy as np
 import numpy.typing as npt
@@ -14,12 +13,20 @@ FloatArray = npt.NDArray[np.float64]
 
 
 class Source:
-    """Owns the reader until the record is closed. Arrays that were handed out keep the samples themselves alive."""
+    """Owns the reader until the record is closed. Arrays that were handed out keep the samples themselves alive.
 
-    def __init__(self, core: _core.Record) -> None:
-        self._core: Optional[_core.Record] = core
+    What is pickled is how the file was opened.
+    """
+
+    def __init__(self, path: str, options: dict[str, str]) -> None:
+        self._opening = path, options
+        self.again: Optional[tuple[Any, ...]] = None  # how it is pickled, if it is not by these
+        self._core: Optional[_core.Record] = _core.Record(path, **options)
         self._time: Optional[FloatArray] = None
-        self._lock = threading.Lock()
+
+    @property
+    def path(self) -> str:
+        return self._opening[0]
 
     @property
     def core(self) -> _core.Record:
@@ -30,10 +37,12 @@ class Source:
 
     @property
     def time(self) -> FloatArray:
-        with self._lock:
-            if self._time is None:
-                self._time = self.core.times()
-            return self._time
+        # Without a lock, which a fork would copy as held: two threads may calculate the times, of which one's are kept.
+        core = self.core
+        time = self._time
+        if time is None:
+            time = self._time = core.times()
+        return time
 
     @property
     def is_closed(self) -> bool:
@@ -42,3 +51,6 @@ class Source:
     def close(self) -> None:
         self._core = None
         self._time = None
+
+    def __reduce__(self) -> tuple[Any, ...]:
+        return self.again or (Source, self._opening)

@@ -5,7 +5,10 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cmath>
 #include <cstring>
+#include <limits>
 #include <random>
 
 using namespace comtrade;
@@ -125,4 +128,71 @@ TEST(PlainLine, OfAnotherFormIsNeverReadDifferently)
             }
         }
     EXPECT_GT(left, 1000);
+}
+
+namespace {
+
+// What the narrow readers give for a line, as doubles; nothing if they leave it.
+Parts ReadNarrowlyBy(NarrowLineReader reader, const QByteArray& line, const LineShape& shape)
+{
+    const int margin = static_cast<int>(PlainLineMargin);
+    const QByteArray bytes = QByteArray(margin, '7') + line + QByteArray(margin, '0');
+    Parts parts(shape);
+    std::vector<qint16> codes(shape.analog);
+    const char* const begin = bytes.constData() + margin;
+    const char* const after = reader(begin, begin + line.size(), shape,
+                                     {&parts.number, &parts.time, codes.data(), parts.states.data()});
+    if (after == nullptr)
+        return Parts(shape);
+    parts.length = after - begin;
+    for (size_t i = 0; i < codes.size(); ++i)
+        parts.analog[i] = codes[i] == -32768 ? std::numeric_limits<double>::quiet_NaN() : codes[i];
+    return parts;
+}
+
+std::vector<NarrowLineReader> NarrowReaders()
+{
+    std::vector<NarrowLineReader> readers = {ReadNarrowLine};
+    if (WideNarrowLineReader() != nullptr)
+        readers.push_back(WideNarrowLineReader());
+    return readers;
+}
+
+} // namespace
+
+TEST(PlainLine, IsReadNarrowlyIfItsValuesAre16BitCodes)
+{
+    std::mt19937 random(9);
+    int read = 0;
+    for (const LineShape& shape : Shapes)
+        for (int i = 0; i < 200; ++i) {
+            const QByteArray line = RandomLine(shape, random);
+            const Parts expected = ReadCarefully(line, shape);
+            const bool isNarrow =
+                std::all_of(expected.analog.begin(), expected.analog.end(),
+                            [](double code) { return std::isnan(code) || std::abs(code) <= 32767; });
+            read += isNarrow ? 1 : 0;
+            for (const NarrowLineReader reader : NarrowReaders())
+                ASSERT_TRUE(ReadNarrowlyBy(reader, line, shape) == (isNarrow ? expected : Parts(shape)))
+                    << line.constData();
+        }
+    EXPECT_GT(read, 500);
+}
+
+TEST(PlainLine, IsNotNarrowBeyondTheLimits)
+{
+    const LineShape shape = {9, 16, 99999};
+    const QByteArray states = QByteArray(",0").repeated(16) + '\n';
+    for (const NarrowLineReader reader : NarrowReaders()) {
+        const auto lengthOf = [&](const QByteArray& code) {
+            return ReadNarrowlyBy(reader, "1,2,3,4,5," + code + ",7,8,9,10,11" + states, shape).length;
+        };
+        EXPECT_GT(lengthOf("32767"), 0);
+        EXPECT_GT(lengthOf("-32767"), 0);
+        EXPECT_GT(lengthOf("99999"), 0);
+        EXPECT_LT(lengthOf("-32768"), 0);
+        EXPECT_LT(lengthOf("32768"), 0);
+        EXPECT_LT(lengthOf("65536"), 0);
+        EXPECT_LT(lengthOf("-99999"), 0);
+    }
 }

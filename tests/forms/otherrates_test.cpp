@@ -92,6 +92,34 @@ TEST_F(OtherRates, KeepTheDataTypeAndTheScaleOfTheValues)
     EXPECT_EQ(comtrade::Record(place.Path("out.cfg")).Config().dataType, comtrade::DataType::Ascii);
 }
 
+TEST_F(OtherRates, KeepTheScaleInAsciiDataWhichHaveRealNumbers)
+{
+    stored.revision = comtrade::Revision::R2013;
+    stored.timeCode = stored.localCode = QStringLiteral("x");
+    stored.timeQuality = QStringLiteral("F");
+    stored.leapSecond = QStringLiteral("3");
+    Store(stored);
+    // Far from zero, where the digits of single precision are few enough for a field.
+    QByteArray data;
+    for (int i = 0; i < Samples; ++i)
+        data += QByteArray::number(i + 1) + ',' + QByteArray::number(1000 * i) + ',' +
+                QByteArray::number(std::llround(100 * ValueAt(i / 1000.0)) + 20000) + ",0\n";
+    place.Write("made.dat", data);
+    forms::Request request;
+    request.rate = 2500;
+    const forms::Exported exported = Export(request);
+    EXPECT_TRUE(exported.newScales.empty());
+    forms::RecordStream text(place.Path("out.cfg"), comtrade::Strict());
+    const comtrade::Block digits = AllOf(text);
+    request.comtrade.data = comtrade::DataType::Float32;
+    Export(request);
+    forms::RecordStream single(place.Path("out.cfg"), comtrade::Strict());
+    const comtrade::Block numbers = AllOf(single);
+    ASSERT_EQ(digits.count, 2498U);
+    for (size_t i = 0; i < digits.analog.size(); ++i)
+        ASSERT_EQ(static_cast<float>(digits.analog[i]), static_cast<float>(numbers.analog[i])) << i;
+}
+
 TEST_F(OtherRates, AreExplainedAtTheEndOfTheHdrFile)
 {
     forms::Request request;

@@ -24,6 +24,7 @@ ROWS = [
     "tools/zucmtr/watch",
     "tools/zucmtr/commands",
     "tools/zucmtr/main.cpp",
+    "python/core",
 ]
 ROW_OF = {room: number for number, row in enumerate(ROWS) for room in row.split()}
 INCLUDE = re.compile(r'^\s*#\s*include\s*[<"]([^>"]+)[>"]', re.MULTILINE)
@@ -34,14 +35,14 @@ def room_of(path):
 
 
 def wrong_lines(root):
-    for file in sorted(file for column in ("src", "tools") for file in (root / column).rglob("*")
+    for file in sorted(file for column in ("src", "tools", "python") for file in (root / column).rglob("*")
                        if file.suffix in (".h", ".cpp")):
         path = file.relative_to(root).as_posix()
         own = room_of(path)
         if own is None:
             yield f"{path}: in no room"
         for name in INCLUDE.findall(file.read_text(encoding="utf-8")) if own else []:
-            places = [f"{place}/{name}" for place in (file.parent.relative_to(root).as_posix(), "src", "tools")]
+            places = [f"{place}/{name}" for place in (file.parent.relative_to(root).as_posix(), "src", "tools", "python")]
             other = next((room_of(place) for place in places if (root / place).is_file()), own)
             if other != own and ROW_OF.get(other, len(ROWS)) >= ROW_OF[own]:
                 yield f"{path}: {own} may not include {name}"

@@ -12,6 +12,7 @@ import sys
 import tempfile
 import unittest
 
+ROOT = pathlib.Path(__file__).parents[2]
 LIBRARY, DEVELOPMENT, PROGRAM, PYTHON = "libzucmtrconverter2", "libzucmtrconverter-dev", "zucmtr", "python3-zucmtr"
 
 
@@ -98,6 +99,9 @@ class Debian(unittest.TestCase):
         self.assertIn(f"{LIBRARY} (>= {arguments.version})", program)
         self.assertRegex(program, r"\blibqt5gui5 ")
         self.assertRegex(program, r"\blibsqlite3-0 ")
+        self.assertRegex(program, r"\blibqt5sql5 ")
+        self.assertNotIn("libqt5sql5-", program)  # drivers: that of a server is suggested, files need none
+        self.assertEqual(self.unpacked.field(PROGRAM, "Suggests"), "libqt5sql5-psql")
         self.assertIn(f"{LIBRARY} (= {arguments.version}-1), qtbase5-dev", self.unpacked.field(DEVELOPMENT, "Depends"))
 
     def test_symbols_name_the_eleven_functions(self):
@@ -146,6 +150,29 @@ class Debian(unittest.TestCase):
         said = run("/usr/bin/python3", "-B", "-c", script, next(self.unpacked.station.glob("*.ZU")), target,
                    env=dict(self.unpacked.environment, PYTHONPATH=str(modules)))
         self.assertRegex(said, rf"^{modules}/zucmtr/__init__.py \([0-9]{{3,}},\)$")
+
+    def module_environment(self):
+        return dict(self.unpacked.environment, PYTHONPATH=str(self.unpacked.root / "usr/lib/python3/dist-packages"),
+                    PYTHONDONTWRITEBYTECODE="1", ZUCMTR=str(self.unpacked.root / "usr/bin/zucmtr"), MPLBACKEND="Agg")
+
+    def test_module_passes_its_own_tests_where_it_is_installed(self):
+        for name in ("record", "channels", "convert"):
+            run("/usr/bin/python3", ROOT / f"tests/python/{name}_test.py", env=self.module_environment())
+
+    def test_module_comes_with_types_a_document_and_examples_that_run(self):
+        names = self.unpacked.names(PYTHON)
+        for name in ("py.typed", "_core.pyi", "__init__.py"):
+            self.assertIn(f"usr/lib/python3/dist-packages/zucmtr/{name}", names)
+        documents = self.unpacked.root / "usr/share/doc/python3-zucmtr"
+        self.assertTrue((documents / "python.md").is_file())
+        fault = self.directory / "fault"
+        self.unpacked.program("sample", "--out", fault, "--fault", "AG")
+        recording = next(fault.glob("*.ZU"))
+        tour = run("/usr/bin/python3", documents / "examples/fault.py", recording, fault / "figure.png",
+                   env=self.module_environment())
+        self.assertIn("AG forward, 24.0 km away", tour)
+        table = run("/usr/bin/python3", documents / "examples/archive_futures.py", fault, env=self.module_environment())
+        self.assertIn(f"{recording},2024-01-31T12:00:00.050000+03:00,", table)
 
     def test_unit_is_locked_down_and_starts_what_the_program_understands(self):
         unit = self.unpacked.root / "usr/lib/systemd/system/zucmtr-watch@.service"

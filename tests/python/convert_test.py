@@ -33,6 +33,35 @@ class ConvertTest(Case):
         with self.assertRaisesRegex(ValueError, "leave form or revision out"):
             zucmtr.convert(recording, self.directory, form="cff", revision=1999)
 
+    def test_puts_the_record_where_the_layout_says(self):
+        recording = self.station("--fault", "AG")[0]
+        done = zucmtr.convert(recording, self.directory, layout="{year}/{source}", form="cff")
+        self.assertEqual(done.record, self.directory / "2024" / f"{recording.stem}.cff")
+        with self.assertRaisesRegex(zucmtr.ConversionError, "nonsense"):
+            zucmtr.convert(recording, self.directory, layout="{nonsense}")
+
+    def test_replaces_the_record_of_another_recording_only_when_asked(self):
+        recording = self.station("--fault", "AG")[0]
+        zucmtr.convert(recording, self.directory, layout="x", form="cff")
+        self.station("--fault", "BC", "--force")
+        with self.assertRaisesRegex(zucmtr.ConversionError, "is not the record of this recording .* choose another directory by out, or replace it by overwrite=True"):
+            zucmtr.convert(recording, self.directory, layout="x", form="cff")
+        self.assertTrue(zucmtr.convert(recording, self.directory, layout="x", form="cff", overwrite=True).is_new)
+
+    def test_salvages_what_is_whole_and_warns_of_what_is_lost(self):
+        recording = self.station("--fault", "AG")[0]
+        whole = zucmtr.convert(recording, self.directory, salvage=True)
+        self.assertIsNone(whole.salvaged)
+        codes = zucmtr.open(whole.record).analog[0].codes.tolist()
+        recording.write_bytes(recording.read_bytes()[: recording.stat().st_size * 7 // 10])
+        with self.assertRaises(zucmtr.ConversionError):
+            zucmtr.convert(recording, self.directory, again=True)
+        with self.assertWarnsRegex(zucmtr.SalvageWarning, r"11 of 32 channels were salvaged; lost: .*3U0") as caught:
+            part = zucmtr.convert(recording, self.directory, salvage=True, layout="part")
+        self.assertEqual(caught.filename, __file__)
+        self.assertEqual((part.salvaged.analog, part.salvaged.digital, len(part.salvaged.lost)), (11, 0, 21))
+        self.assertEqual(zucmtr.open(part.record).analog[0].codes.tolist(), codes)
+
     def test_runs_in_many_threads_with_and_without_the_same_choice(self):
         recordings = self.station()
         places = []

@@ -2,8 +2,9 @@
 
     screenshots.py ZUCMTR CHROMEDRIVER CHROMIUM DIRECTORY
 
-Before they are committed, `pngquant --force --ext .png` makes them a third as large.
+PYTHONPATH names the directory of the Python module, whose picture is that of the tour; a test compares it. Before they are committed, `pngquant --force --ext .png` makes them a third as large.
 """
+import os
 import pathlib
 import subprocess
 import sys
@@ -37,6 +38,7 @@ def main(program, driver, chromium, out):
         both = folder / "both.html"
         subprocess.run([program, "view", folder / "Vostochnaya_000123.ZU", folder / "Vostochnaya_000125.ZU", "--align",
                         "trigger", "-o", both], check=True, stdout=subprocess.DEVNULL)
+        draw_tour(program, folder / "tour", pathlib.Path(out) / "python.png")
         browser = Browser(driver, chromium, 1360, 980)
         try:
             shoot_answer(browser, answer, pathlib.Path(out))
@@ -44,6 +46,13 @@ def main(program, driver, chromium, out):
             shoot_sheets(browser, answer, pathlib.Path(out) / "sheets")
         finally:
             browser.close()
+
+
+def draw_tour(program, station, picture):
+    subprocess.run([program, "sample", "--out", station, "--fault", "AG"], check=True, stdout=subprocess.DEVNULL)
+    tour = pathlib.Path(__file__).parents[2] / "examples/fault.py"
+    subprocess.run([sys.executable, tour, next(station.glob("*.ZU")), picture], check=True, stdout=subprocess.DEVNULL,
+                   env=dict(os.environ, MPLBACKEND="Agg"))
 
 
 def shoot_answer(browser, page, out):

@@ -2,6 +2,7 @@
 #include "analysis/summary.h"
 #include "comtrade/moment.h"
 #include "text/columns.h"
+#include "text/csv.h"
 #include "text/texts.h"
 
 namespace analysis {
@@ -46,15 +47,6 @@ QString Signed(double seconds)
 QString SinceBefore(const std::vector<Event>& events, size_t at)
 {
     return at == 0 ? QString() : Decimal(events[at].time - events[at - 1].time, 6);
-}
-
-// A field of RFC 4180.
-QByteArray Field(const QString& text)
-{
-    QByteArray bytes = text.toUtf8();
-    const bool isPlain = !bytes.contains(',') && !bytes.contains('"') && !bytes.contains('\n') &&
-                         !bytes.contains('\r') && bytes == bytes.trimmed();
-    return isPlain ? bytes : '"' + bytes.replace('"', "\"\"") + '"';
 }
 
 // Six decimals with a point, in every language.
@@ -108,13 +100,13 @@ QByteArray CsvOf(const Summary& summary, const QString& file)
     for (size_t i = 0; i < events.size(); ++i) {
         const Event& event = events[i];
         const comtrade::StateChannel& channel = summary.config.states[event.channel];
-        text +=
-            Row({Field(file),
-                 comtrade::MomentText(comtrade::After(summary.config.trigger, event.time), offset).toLatin1(),
-                 Number(event.time), i == 0 ? QByteArray() : Number(event.time - events[i - 1].time),
-                 Field(channel.circuit), QByteArray::number(channel.number), Field(channel.name),
-                 NameOf(event.use.kind), event.state ? "1" : "0", event.IsActive() ? "1" : "0",
-                 QByteArray::number(event.changes), event.isBounce ? "1" : "0"});
+        text += Row(
+            {text::CsvField(file),
+             comtrade::MomentText(comtrade::After(summary.config.trigger, event.time), offset).toLatin1(),
+             Number(event.time), i == 0 ? QByteArray() : Number(event.time - events[i - 1].time),
+             text::CsvField(channel.circuit), QByteArray::number(channel.number),
+             text::CsvField(channel.name), NameOf(event.use.kind), event.state ? "1" : "0",
+             event.IsActive() ? "1" : "0", QByteArray::number(event.changes), event.isBounce ? "1" : "0"});
     }
     return text;
 }

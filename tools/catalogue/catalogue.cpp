@@ -2,6 +2,7 @@
 
 #include "catalogue/columns.h"
 #include "catalogue/schema.h"
+#include "catalogue/words.h"
 #include "sql/address.h"
 #include "text/texts.h"
 
@@ -9,34 +10,37 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <algorithm>
+#include <set>
+
 namespace catalogue {
 
 namespace {
+
+ChannelKey KeyOf(const AnalogFacts& channel)
+{
+    return {QStringLiteral("analog"), channel.circuit, channel.name, channel.phase, channel.unit};
+}
+
+ChannelKey KeyOf(const DigitalFacts& channel)
+{
+    return {QStringLiteral("digital"), channel.circuit, channel.name, channel.phase, QString()};
+}
+
+void Append(sql::Values& values, const sql::Values& more)
+{
+    values.insert(values.end(), more.begin(), more.end());
+}
 
 QString Now()
 {
     return QDateTime::currentDateTimeUtc().toString(Qt::ISODate);
 }
 
-QString PlaceHolders(int count)
-{
-    return QStringList(QVector<QString>(count, QStringLiteral("?")).toList()).join(QLatin1String(", "));
-}
-
 // Paths from the catalogue's directory on are stored without it, so that both may be moved together.
 QDir RootOf(const QString& address)
 {
     return QFileInfo(address).absoluteDir();
-}
-
-// Everything at or below it, as a pattern of LIKE whose escape character is "!".
-QString PatternBelow(QString stored)
-{
-    if (stored.isEmpty() || stored == QLatin1String("."))
-        return QStringLiteral("%");
-    for (const char* special : {"!", "%", "_"})
-        stored.replace(QLatin1String(special), QLatin1Char('!') + QLatin1String(special));
-    return (stored.endsWith(QLatin1Char('/')) ? stored : stored + QLatin1Char('/')) + QLatin1Char('%');
 }
 
 } // namespace
@@ -58,6 +62,20 @@ Catalogue::Catalogue(const QString& address_, bool isReadOnly) : address(address
 
 Catalogue::Catalogue(const QString& address_) : Catalogue(address_, false) {}
 
+// What the database knows of its tables helps it to choose indexes; it looks only at what has grown a lot.
+// Others that are at work need not wait for that.
+Catalogue::~Catalogue()
+{
+    if (!isWritten || database->Kind() != sql::Dialect::Sqlite)
+        return; // a server does it itself
+    try {
+        database->SetPatience(0);
+        database->RunScript(QStringLiteral("PRAGMA analysis_limit=1000; PRAGMA optimize"));
+    } catch (const std::exception&) {
+        return; // the next one does it
+    }
+}
+
 std::unique_ptr<Catalogue> Catalogue::ForReading(const QString& address)
 {
     return std::unique_ptr<Catalogue>(new Catalogue(address, true));
@@ -65,12 +83,22 @@ std::unique_ptr<Catalogue> Catalogue::ForReading(const QString& address)
 
 void Catalogue::Guard(const std::function<void()>& work) const
 {
+    QString reason;
     try {
         work();
+        return;
+    } catch (const sql::Failure& failure) {
+        reason =
+            failure.trouble == sql::Trouble::Damaged
+                ? Tr("catalogue",
+                     "it is damaged (%1); put a copy in its place, or move it away: 'zucmtr archive update' "
+                     "makes a new one")
+                      .arg(failure.Message())
+                : failure.Message();
     } catch (const text::Error& error) {
-        throw text::Error(
-            Tr("catalogue", "the catalogue '%1': %2").arg(sql::Shown(address), error.Message()));
+        reason = error.Message();
     }
+    throw text::Error(Tr("catalogue", "the catalogue '%1': %2").arg(sql::Shown(address), reason));
 }
 
 QString Catalogue::Stored(const QString& path) const
@@ -86,14 +114,14 @@ QString Catalogue::Absolute(const QString& stored) const
     return hasRoot ? QDir::cleanPath(root.absoluteFilePath(stored)) : stored;
 }
 
-void Catalogue::AddKnown(QHash<QString, Known>& known, const QString& condition, const QString& value)
+void Catalogue::AddKnown(QHash<QString, Known>& known, const QString& condition, const sql::Values& values)
 {
     database->Run(
         QStringLiteral("SELECT e.path, e.id, e.print, e.reason, p.name, p.bytes, p.modified FROM entries e "
-                       "JOIN pieces p ON p.entry = e.id WHERE e.gone IS NULL AND e.path %1 "
+                       "JOIN pieces p ON p.entry = e.id WHERE e.gone IS NULL AND %1 "
                        "ORDER BY e.id, p.name")
             .arg(condition),
-        {value}, [&](const sql::Row& row) {
+        values, [&](const sql::Row& row) {
             Known& one = known[Absolute(row.Text(0))];
             one.id = row.Integer(1);
             one.print = row.Text(2).toLatin1();
@@ -102,10 +130,24 @@ void Catalogue::AddKnown(QHash<QString, Known>& known, const QString& condition,
         });
 }
 
+// Those of the catalogue's own directory have no "/" at the start. "0" comes after "/": no name is between
+// them.
 QHash<QString, Known> Catalogue::KnownBelow(const QString& directory)
 {
     QHash<QString, Known> known;
-    Guard([&] { AddKnown(known, QStringLiteral("LIKE ? ESCAPE '!'"), PatternBelow(Stored(directory))); });
+    const QString below = Stored(directory);
+    const bool isRoot = below.isEmpty() || below == QLatin1String(".");
+    const QString rootPath = root.absolutePath() + QLatin1Char('/');
+    Guard([&] {
+        if (!isRoot) {
+            const QString begin = below.endsWith(QLatin1Char('/')) ? below : below + QLatin1Char('/');
+            AddKnown(known, QStringLiteral("e.path >= ? AND e.path < ?"),
+                     {begin, begin.chopped(1) + QLatin1Char('0')});
+        }
+        if (hasRoot && (isRoot || rootPath.startsWith(QDir(directory).absolutePath() + QLatin1Char('/')) ||
+                        directory == QLatin1String("/")))
+            AddKnown(known, QStringLiteral("(e.path < '/' OR e.path >= '0')"), {});
+    });
     return known;
 }
 
@@ -114,42 +156,150 @@ QHash<QString, Known> Catalogue::KnownAt(const QStringList& paths)
     QHash<QString, Known> known;
     Guard([&] {
         for (const QString& path : paths)
-            AddKnown(known, QStringLiteral("= ?"), Stored(path));
+            AddKnown(known, QStringLiteral("e.path = ?"), {Stored(path)});
     });
     return known;
 }
 
-void Catalogue::Put(const std::vector<Entry>& entries)
+void Catalogue::Write(const std::function<void()>& work)
 {
     Guard([&] {
         database->Together([&] {
-            for (const Entry& entry : entries)
-                PutOne(entry);
+            fresh.clear();           // of a transaction that was undone
+            CheckVersion(*database); // a newer program may have come
+            work();
         });
+        for (auto one = fresh.constBegin(); one != fresh.constEnd(); ++one)
+            channels.insert(one.key(), *one);
+        fresh.clear();
+        isWritten = true;
     });
 }
 
+void Catalogue::Put(const std::vector<Entry>& entries)
+{
+    // In one order, so that of several that put the same none waits for one that waits for it.
+    std::vector<const Entry*> sorted;
+    for (const Entry& entry : entries)
+        sorted.push_back(&entry);
+    std::stable_sort(sorted.begin(), sorted.end(),
+                     [](const Entry* a, const Entry* b) { return a->path < b->path; });
+    Write([&] {
+        PutChannels(sorted);
+        for (const Entry* entry : sorted)
+            PutOne(*entry);
+    });
+}
+
+void Catalogue::PutChannels(const std::vector<const Entry*>& entries)
+{
+    std::set<ChannelKey> keys;
+    for (const Entry* entry : entries) {
+        for (const AnalogFacts& one : entry->analog)
+            keys.insert(KeyOf(one));
+        for (const DigitalFacts& one : entry->digital) {
+            if (one.changes > 0)
+                keys.insert(KeyOf(one));
+        }
+        for (const EventFacts& one : entry->events)
+            keys.insert(KeyOf(entry->digital.at(one.channel)));
+    }
+    for (const ChannelKey& key : keys)
+        ChannelId(key);
+}
+
+// What is known at this path stays if it is of another recording, marked as gone; so does what is known of
+// one that cannot be read any more. Of one that could not be read nothing is known.
 void Catalogue::PutOne(const Entry& entry)
 {
     const QString stored = Stored(entry.path);
-    const sql::Value there =
-        database->One(QStringLiteral("SELECT id FROM entries WHERE path = ? AND gone IS NULL"), {stored});
-    const bool isNew = !std::holds_alternative<qint64>(there);
-    const qint64 id = isNew ? Insert(entry, stored) : std::get<qint64>(there);
-    if (!isNew)
-        Update(id, entry, stored);
-    PutDetails(id, entry, isNew);
+    std::optional<qint64> there = AtPath(stored);
+    const std::optional<qint64> back = GoneWith(entry, stored);
+    if (there && !IsOfSame(*there, entry)) {
+        database->Run(QStringLiteral("UPDATE entries SET gone = ? WHERE id = ?"), {Now(), *there});
+        there.reset();
+    } else if (there && back && IsUnread(*there)) { // its files were incomplete for a while
+        Remove(*there);
+        there.reset();
+    }
+    if (!there)
+        there = back;
+    while (!there) {
+        const std::optional<qint64> made = Insert(entry, stored);
+        if (made) {
+            PutDetails(*made, entry, true);
+            return;
+        }
+        there = AtPath(stored); // somebody else has just put it, or put it and marked it as gone
+    }
+    Update(*there, entry, stored);
+    PutDetails(*there, entry, false);
 }
 
-qint64 Catalogue::Insert(const Entry& entry, const QString& stored)
+std::optional<qint64> Catalogue::Id(const QString& command, const sql::Values& values)
+{
+    const sql::Value id = database->One(command, values);
+    return std::holds_alternative<qint64>(id) ? std::optional<qint64>(std::get<qint64>(id)) : std::nullopt;
+}
+
+// What is read to be changed stays as it is meanwhile.
+QString Catalogue::Locking() const
+{
+    return QLatin1String(database->Kind() == sql::Dialect::Postgres ? " FOR UPDATE" : "");
+}
+
+std::optional<qint64> Catalogue::AtPath(const QString& stored)
+{
+    return Id(QStringLiteral("SELECT id FROM entries WHERE path = ? AND gone IS NULL") + Locking(), {stored});
+}
+
+// One that is gone and has the same contents: they have come back.
+std::optional<qint64> Catalogue::GoneWith(const Entry& entry, const QString& stored)
+{
+    return Id(QStringLiteral("SELECT id FROM entries WHERE print = ? AND gone IS NOT NULL AND reason IS NULL "
+                             "ORDER BY CASE WHEN path = ? THEN 0 ELSE 1 END, id LIMIT 1") +
+                  Locking(),
+              {QString::fromLatin1(PrintOf(entry.pieces)), stored});
+}
+
+bool Catalogue::IsUnread(qint64 id)
+{
+    return Id(QStringLiteral("SELECT id FROM entries WHERE id = ? AND reason IS NOT NULL"), {id}).has_value();
+}
+
+// A recording that grows by a continuation, a record that is written again: the same recorder was started at
+// the same time.
+bool Catalogue::IsOfSame(qint64 id, const Entry& entry)
+{
+    bool isSame = false;
+    database->Run(
+        QStringLiteral("SELECT print, reason, kind, station, recorder, moment FROM entries WHERE id = ?"),
+        {id}, [&](const sql::Row& row) {
+            const bool isSameStart = entry.reason.isEmpty() &&
+                                     row.Text(2) == QLatin1String(NameOf(entry.kind)) &&
+                                     row.Text(3) == entry.station && row.Text(4) == entry.recorder &&
+                                     row.Integer(5) == entry.moment;
+            isSame = row.Text(0).toLatin1() == PrintOf(entry.pieces) || !row.IsNull(1) || isSameStart;
+        });
+    return isSame;
+}
+
+void Catalogue::Remove(qint64 id)
+{
+    RemoveWords(id);
+    database->Run(QStringLiteral("DELETE FROM entries WHERE id = ?"), {id});
+}
+
+// Nothing if the path is taken, which the database finds out for programs that do this at the same time.
+std::optional<qint64> Catalogue::Insert(const Entry& entry, const QString& stored)
 {
     static const QString command =
-        QStringLiteral("INSERT INTO entries (path, noted, looked, %1) VALUES (?, ?, ?, %2) RETURNING id")
+        QStringLiteral("INSERT INTO entries (path, noted, looked, %1) VALUES (?, ?, ?, %2) "
+                       "ON CONFLICT (path) WHERE gone IS NULL DO NOTHING RETURNING id")
             .arg(EntryColumns().join(QLatin1String(", ")), PlaceHolders(EntryColumns().size()));
     sql::Values values = {stored, Now(), Now()};
-    const sql::Values more = ValuesOf(entry);
-    values.insert(values.end(), more.begin(), more.end());
-    return std::get<qint64>(database->One(command, values));
+    Append(values, ValuesOf(entry));
+    return Id(command, values);
 }
 
 void Catalogue::Update(qint64 id, const Entry& entry, const QString& stored)
@@ -158,8 +308,7 @@ void Catalogue::Update(qint64 id, const Entry& entry, const QString& stored)
         QStringLiteral("UPDATE entries SET path = ?, looked = ?, gone = NULL, %1 = ? WHERE id = ?")
             .arg(EntryColumns().join(QLatin1String(" = ?, ")));
     sql::Values values = {stored, Now()};
-    const sql::Values more = ValuesOf(entry);
-    values.insert(values.end(), more.begin(), more.end());
+    Append(values, ValuesOf(entry));
     values.push_back(id);
     database->Run(command, values);
 }
@@ -171,27 +320,22 @@ void Catalogue::PutDetails(qint64 id, const Entry& entry, bool isNew)
             database->Run(QStringLiteral("DELETE FROM %1 WHERE entry = ?").arg(QLatin1String(table)), {id});
     }
     PutPieces(id, entry.pieces);
-    const QString analog = QStringLiteral("analog");
-    for (const AnalogFacts& one : entry.analog) {
-        const qint64 channel = ChannelId(analog, one.circuit, one.name, one.phase, one.unit);
-        database->Run(QStringLiteral("INSERT INTO extremes VALUES (?, ?, ?, ?) ON CONFLICT DO NOTHING"),
-                      {id, channel, sql::ValueOf(one.least), sql::ValueOf(one.greatest)});
-    }
-    const QString digital = QStringLiteral("digital");
+    sql::Values extremes;
+    for (const AnalogFacts& one : entry.analog)
+        Append(extremes, {id, ChannelId(KeyOf(one)), sql::ValueOf(one.least), sql::ValueOf(one.greatest)});
+    InsertRows("extremes", 4, extremes);
+    sql::Values changes;
     for (const DigitalFacts& one : entry.digital) {
-        if (one.changes == 0)
-            continue;
-        const qint64 channel = ChannelId(digital, one.circuit, one.name, one.phase, QString());
-        database->Run(QStringLiteral("INSERT INTO changes VALUES (?, ?, ?, ?) ON CONFLICT DO NOTHING"),
-                      {channel, id, one.changes, sql::ValueOf(one.first)});
+        if (one.changes > 0)
+            Append(changes, {ChannelId(KeyOf(one)), id, one.changes, sql::ValueOf(one.first)});
     }
+    InsertRows("changes", 4, changes);
+    sql::Values events;
     qint64 place = 0;
-    for (const EventFacts& event : entry.events) {
-        const DigitalFacts& of = entry.digital.at(event.channel);
-        database->Run(QStringLiteral("INSERT INTO events VALUES (?, ?, ?, ?, ?, ?, ?)"),
-                      {id, place++, event.time, ChannelId(digital, of.circuit, of.name, of.phase, QString()),
-                       event.kind, qint64{event.state}, qint64{event.isActive}});
-    }
+    for (const EventFacts& event : entry.events)
+        Append(events, {id, place++, event.time, ChannelId(KeyOf(entry.digital.at(event.channel))),
+                        event.kind, qint64{event.state}, qint64{event.isActive}});
+    InsertRows("events", 7, events);
     if (entry.picture)
         database->Run(QStringLiteral("INSERT INTO pictures VALUES (?, ?, ?, ?, ?, ?)"),
                       {id, entry.picture->from, entry.picture->to, sql::ValueOf(entry.picture->current),
@@ -199,55 +343,82 @@ void Catalogue::PutDetails(qint64 id, const Entry& entry, bool isNew)
     PutWords(id, entry, isNew);
 }
 
+// Several at a time, since a server may be far away; of two with one key the first counts. Few sizes, so that
+// each command is prepared once.
+void Catalogue::InsertRows(const char* table, int columns, const sql::Values& values)
+{
+    const QString row = QStringLiteral("(%1)").arg(PlaceHolders(columns));
+    auto next = values.begin();
+    while (next != values.end()) {
+        const std::ptrdiff_t left = (values.end() - next) / columns;
+        const int rows = left >= 32 ? 32 : left >= 8 ? 8 : 1;
+        const QStringList places = QVector<QString>(rows, row).toList();
+        database->Run(QStringLiteral("INSERT INTO %1 VALUES %2 ON CONFLICT DO NOTHING")
+                          .arg(QLatin1String(table), places.join(QLatin1String(", "))),
+                      {next, next + rows * columns});
+        next += rows * columns;
+    }
+}
+
 void Catalogue::PutPieces(qint64 id, const std::vector<Piece>& pieces)
 {
     database->Run(QStringLiteral("DELETE FROM pieces WHERE entry = ?"), {id});
+    sql::Values values;
     for (const Piece& piece : pieces)
-        database->Run(QStringLiteral("INSERT INTO pieces VALUES (?, ?, ?, ?, ?)"),
-                      {id, piece.name, piece.size, piece.modified, QString::fromLatin1(piece.sha256)});
+        Append(values, {id, piece.name, piece.size, piece.modified, QString::fromLatin1(piece.sha256)});
+    InsertRows("pieces", 5, values);
 }
 
 void Catalogue::PutWords(qint64 id, const Entry& entry, bool isNew)
 {
-    const QString words = WordsOf(entry);
+    const QStringList words = WordsIn(WordsOf(entry));
+    if (!isNew)
+        RemoveWords(id);
     if (database->Kind() == sql::Dialect::Postgres) {
         database->Run(
-            QStringLiteral(
-                "INSERT INTO search VALUES (?, to_tsvector('simple', ?)) ON CONFLICT (entry) DO UPDATE "
-                "SET words = excluded.words"),
-            {id, words});
+            QStringLiteral("INSERT INTO search VALUES (?, array_to_tsvector(string_to_array(?, ' ')))"),
+            {id, words.join(QLatin1Char(' '))});
         return;
     }
-    if (!isNew) {
-        database->Run(
-            QStringLiteral(
-                "INSERT INTO search (search, rowid, words) SELECT 'delete', entry, words FROM words "
-                "WHERE entry = ?"),
-            {id});
-        database->Run(QStringLiteral("DELETE FROM words WHERE entry = ?"), {id});
-    }
-    database->Run(QStringLiteral("INSERT INTO words VALUES (?, ?)"), {id, words});
-    database->Run(QStringLiteral("INSERT INTO search (rowid, words) VALUES (?, ?)"), {id, words});
+    const sql::Values values = {id, words.join(QLatin1Char(' '))};
+    database->Run(QStringLiteral("INSERT INTO words VALUES (?, ?)"), values);
+    database->Run(QStringLiteral("INSERT INTO search (rowid, words) VALUES (?, ?)"), values);
 }
 
-qint64 Catalogue::ChannelId(const QString& kind, const QString& circuit, const QString& name,
-                            const QString& phase, const QString& unit)
+void Catalogue::RemoveWords(qint64 id)
 {
-    const QString key = QStringList{kind, circuit, name, phase, unit}.join(QLatin1Char('\n'));
-    const auto known = channels.constFind(key);
-    if (known != channels.constEnd())
-        return *known;
-    const sql::Values values = {kind, circuit, name, phase, unit};
+    if (database->Kind() == sql::Dialect::Postgres) {
+        database->Run(QStringLiteral("DELETE FROM search WHERE entry = ?"), {id});
+        return;
+    }
     database->Run(
-        QStringLiteral(
-            "INSERT INTO channels (kind, circuit, name, phase, unit) VALUES (?, ?, ?, ?, ?) ON CONFLICT DO "
-            "NOTHING"),
-        values);
-    const sql::Value id = database->One(
-        QStringLiteral("SELECT id FROM channels WHERE kind = ? AND circuit = ? AND name = ? AND "
-                       "phase = ? AND unit = ?"),
-        values);
-    return channels[key] = std::get<qint64>(id);
+        QStringLiteral("INSERT INTO search (search, rowid, words) SELECT 'delete', entry, words FROM words "
+                       "WHERE entry = ?"),
+        {id});
+    database->Run(QStringLiteral("DELETE FROM words WHERE entry = ?"), {id});
+}
+
+qint64 Catalogue::ChannelId(const ChannelKey& key)
+{
+    for (const auto* ids : {&channels, &fresh}) {
+        const auto known = ids->constFind(key);
+        if (known != ids->constEnd())
+            return *known;
+    }
+    const sql::Values values(key.begin(), key.end());
+    const QString find = QStringLiteral(
+        "SELECT id FROM channels WHERE kind = ? AND circuit = ? AND name = ? AND phase = ? AND "
+        "unit = ?");
+    std::optional<qint64> id = Id(find, values);
+    if (!id)
+        id = Id(QStringLiteral("INSERT INTO channels (kind, circuit, name, phase, unit) VALUES (?, ?, ?, ?, "
+                               "?) ON CONFLICT DO "
+                               "NOTHING RETURNING id"),
+                values);
+    if (!id) // somebody else has just made it
+        id = Id(find, values);
+    fresh.insert(key, id.value());
+    return *id;
 }
 
 bool Catalogue::Move(const QString& path, const std::vector<Piece>& pieces)
@@ -268,20 +439,21 @@ bool Catalogue::Move(const QString& path, const std::vector<Piece>& pieces)
             });
         return isKnown ? std::nullopt : gone;
     };
-    Guard([&] {
-        if (!findGone()) // usually; others may write meanwhile
+    bool isLikely = false; // others may write meanwhile
+    Guard([&] { isLikely = findGone().has_value(); });
+    if (!isLikely)
+        return false;
+    Write([&] {
+        isMoved = false;
+        const std::optional<qint64> gone = findGone();
+        if (!gone)
             return;
-        database->Together([&] {
-            const std::optional<qint64> gone = findGone();
-            if (!gone)
-                return;
-            database->Run(QStringLiteral("UPDATE entries SET gone = ? WHERE path = ? AND gone IS NULL"),
-                          {Now(), stored});
-            database->Run(QStringLiteral("UPDATE entries SET path = ?, gone = NULL WHERE id = ?"),
-                          {stored, *gone});
-            PutPieces(*gone, pieces);
-            isMoved = true;
-        });
+        database->Run(QStringLiteral("UPDATE entries SET gone = ? WHERE path = ? AND gone IS NULL"),
+                      {Now(), stored});
+        database->Run(QStringLiteral("UPDATE entries SET path = ?, gone = NULL WHERE id = ?"),
+                      {stored, *gone});
+        PutPieces(*gone, pieces);
+        isMoved = true;
     });
     return isMoved;
 }
@@ -289,16 +461,17 @@ bool Catalogue::Move(const QString& path, const std::vector<Piece>& pieces)
 qint64 Catalogue::MarkGone(const QStringList& paths)
 {
     qint64 marked = 0;
-    Guard([&] {
-        database->Together([&] {
-            for (const QString& path : paths) {
-                if (QFile::exists(path))
-                    continue;
-                database->Run(QStringLiteral(
-                                  "UPDATE entries SET gone = ? WHERE path = ? AND gone IS NULL RETURNING id"),
-                              {Now(), Stored(path)}, [&marked](const sql::Row&) { ++marked; });
-            }
-        });
+    QStringList sorted = paths;
+    sorted.sort(); // as Put does
+    Write([&] {
+        marked = 0;
+        for (const QString& path : qAsConst(sorted)) {
+            if (QFile::exists(path))
+                continue;
+            database->Run(
+                QStringLiteral("UPDATE entries SET gone = ? WHERE path = ? AND gone IS NULL RETURNING id"),
+                {Now(), Stored(path)}, [&marked](const sql::Row&) { ++marked; });
+        }
     });
     return marked;
 }

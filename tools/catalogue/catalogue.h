@@ -21,6 +21,9 @@ struct Known
     bool isRead = false;       ///< it could be read
 };
 
+/// Kind, circuit, name, phase and unit of a channel.
+using ChannelKey = QStringList;
+
 /// For one thread. Several catalogues may have the same database open, in other processes too.
 class Catalogue
 {
@@ -28,6 +31,9 @@ public:
     /// Opens it, makes it if it is not there, and brings it to this program's version. `address` is a path or
     /// that of a PostgreSQL database. Throws text::Error with a message that names it, as all below.
     explicit Catalogue(const QString& address);
+    ~Catalogue();
+    Catalogue(const Catalogue&) = delete;
+    Catalogue& operator=(const Catalogue&) = delete;
 
     /// Opens one that is there and changes nothing in it.
     static std::unique_ptr<Catalogue> ForReading(const QString& address);
@@ -38,8 +44,9 @@ public:
     /// Those of them that have one of these paths.
     QHash<QString, Known> KnownAt(const QStringList& paths);
 
-    /// Writes the entries, all of them or none: a new one, a new state of the one with this path, or one
-    /// whose files have moved here. Nothing is written twice, whoever else is writing.
+    /// Writes the entries, all of them or none: a new one, a new state of the one with this path if that is
+    /// of the same recording, or one that was gone and has come back. Another recording's is marked as gone.
+    /// Nothing is written twice, whoever else is writing.
     void Put(const std::vector<Entry>& entries);
 
     /// Whether files with this content are known at a place where they are not any more, so that they have
@@ -54,27 +61,41 @@ public:
     QString Stored(const QString& path) const;
     QString Absolute(const QString& stored) const;
 
+    /// Runs it; the message of what it throws then names the catalogue.
+    void Guard(const std::function<void()>& work) const;
+
     sql::Database& Database() { return *database; }
     const QString& Address() const { return address; }
 
 private:
     Catalogue(const QString& address_, bool isReadOnly);
-    void Guard(const std::function<void()>& work) const;
-    void AddKnown(QHash<QString, Known>& known, const QString& condition, const QString& value);
+    void Write(const std::function<void()>& work);
+    void AddKnown(QHash<QString, Known>& known, const QString& condition, const sql::Values& values);
+    std::optional<qint64> Id(const QString& command, const sql::Values& values);
+    QString Locking() const;
+    std::optional<qint64> AtPath(const QString& stored);
+    std::optional<qint64> GoneWith(const Entry& entry, const QString& stored);
+    bool IsUnread(qint64 id);
+    bool IsOfSame(qint64 id, const Entry& entry);
+    void PutChannels(const std::vector<const Entry*>& entries);
     void PutOne(const Entry& entry);
-    qint64 Insert(const Entry& entry, const QString& stored);
+    std::optional<qint64> Insert(const Entry& entry, const QString& stored);
     void Update(qint64 id, const Entry& entry, const QString& stored);
+    void Remove(qint64 id);
     void PutDetails(qint64 id, const Entry& entry, bool isNew);
+    void InsertRows(const char* table, int columns, const sql::Values& values);
     void PutPieces(qint64 id, const std::vector<Piece>& pieces);
     void PutWords(qint64 id, const Entry& entry, bool isNew);
-    qint64 ChannelId(const QString& kind, const QString& circuit, const QString& name, const QString& phase,
-                     const QString& unit);
+    void RemoveWords(qint64 id);
+    qint64 ChannelId(const ChannelKey& key);
 
     const QString address;
     QDir root; // of relative paths
     bool hasRoot = false;
+    bool isWritten = false;
     std::unique_ptr<sql::Database> database;
-    QHash<QString, qint64> channels; // that were asked for
+    QHash<ChannelKey, qint64> channels; // that were asked for
+    QHash<ChannelKey, qint64> fresh;    // likewise, in the transaction that is not at its end
 };
 
 } // namespace catalogue

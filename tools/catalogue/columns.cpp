@@ -27,7 +27,8 @@ Value OfFault(const Entry& entry, std::optional<double> FaultFacts::*member)
 
 Value FaultDuration(const Entry& entry)
 {
-    return entry.fault && entry.fault->clearing ? Value(*entry.fault->clearing - entry.fault->onset) : Value();
+    return entry.fault && entry.fault->clearing ? Value(*entry.fault->clearing - entry.fault->onset)
+                                                : Value();
 }
 
 Value Reclosed(const Entry& entry)
@@ -100,6 +101,11 @@ const std::vector<Column>& Columns()
 
 } // namespace
 
+QString PlaceHolders(int count)
+{
+    return QStringList(QVector<QString>(count, QStringLiteral("?")).toList()).join(QLatin1String(", "));
+}
+
 const QStringList& EntryColumns()
 {
     static const QStringList names = [] {
@@ -121,8 +127,12 @@ sql::Values ValuesOf(const Entry& entry)
 
 QString WordsOf(const Entry& entry)
 {
-    QStringList words = {QFileInfo(entry.path).completeBaseName(), entry.station, entry.recorder, entry.circuit,
-                         entry.cause, entry.setting};
+    QStringList words = {QFileInfo(entry.path).completeBaseName(),
+                         entry.station,
+                         entry.recorder,
+                         entry.circuit,
+                         entry.cause,
+                         entry.setting};
     if (entry.fault)
         words << entry.fault->circuit << entry.fault->kind;
     for (const DigitalFacts& channel : entry.digital) {

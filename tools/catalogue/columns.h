@@ -8,6 +8,9 @@
 
 namespace catalogue {
 
+/// "?, ?, ?".
+QString PlaceHolders(int count);
+
 /// Their names.
 const QStringList& EntryColumns();
 

@@ -120,7 +120,7 @@ struct Entry
     QString setting;
     double duration = 0; ///< seconds
     qint64 samples = 0;
-    QString rates;       ///< "2400", "2400:1000 4800:9000" (hertz and last sample), "0" without a rate
+    QString rates; ///< "2400", "2400:1000 4800:9000" (hertz and last sample), "0" without a rate
     double frequency = 0;
     std::vector<AnalogFacts> analog;
     std::vector<DigitalFacts> digital;

@@ -58,7 +58,7 @@ void ReadRecords(const char* bytes, size_t count, size_t size, size_t analog, si
     for (; count > 0; --count, bytes += size) {
         *target.number++ = qFromLittleEndian<quint32>(bytes);
         *target.time++ = TimeAt(bytes + 4);
-        const char* const values = bytes + 8;
+        const char* const values = bytes + BinaryValuesOffset;
         for (size_t i = 0; i < analog; ++i)
             target.analog[i] = CodeAt<Value>(values + i * sizeof(Value));
         ReadStates(values + analog * sizeof(Value), states, target.states);
@@ -92,8 +92,21 @@ size_t BinaryValueSize(DataType type)
 
 size_t BinaryRecordSize(const Configuration& configuration, DataType type)
 {
-    return 8 + BinaryValueSize(type) * configuration.analog.size() +
-           (configuration.states.size() + 15) / 16 * 2;
+    return BinaryStatesOffset(configuration, type) + (configuration.states.size() + 15) / 16 * 2;
+}
+
+size_t BinaryStatesOffset(const Configuration& configuration, DataType type)
+{
+    return BinaryValuesOffset + BinaryValueSize(type) * configuration.analog.size();
+}
+
+void ReadBinaryHeads(const StoredRecords& records, quint32* numbers, qint64* times)
+{
+    const char* bytes = records.bytes;
+    for (size_t i = 0; i < records.count; ++i, bytes += records.size) {
+        numbers[i] = qFromLittleEndian<quint32>(bytes);
+        times[i] = TimeAt(bytes + 4);
+    }
 }
 
 void ReadBinary(const char* bytes, size_t count, const Configuration& configuration, DataType type,

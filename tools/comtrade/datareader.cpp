@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <limits>
 
 namespace comtrade {
 
@@ -61,7 +62,7 @@ DataReader::DataReader(const QString& path, qint64 offset, qint64 length, const 
     : file(path), configuration(configuration_), forgiven(forgiven_),
       form(Open(file, offset, length, configuration_, forgiven_)), type(form.type),
       shape(ShapeOf(configuration_)), readPlainLine(BestPlainLineReader()),
-      longest(LongestRecord(configuration_, type)),
+      readNarrowLine(BestNarrowLineReader()), longest(LongestRecord(configuration_, type)),
       wanted(configuration_.rates.empty() ? 0 : configuration_.SampleCount()),
       left(length >= 0 ? length : file.size() - offset), begin(Margin), end(Margin)
 {
@@ -112,10 +113,40 @@ bool DataReader::Next(Block& block)
 {
     if (failure)
         std::rethrow_exception(failure);
-    const size_t most = std::max<size_t>(1, BlockSize / (16 + 8 * (shape.analog + shape.states)));
+    const size_t most = RecordsOfBlock();
     block.Resize(most, configuration);
     block.count =
         Take({block.numbers.data(), block.times.data(), block.analog.data(), block.states.data()}, most);
+    return block.count > 0;
+}
+
+size_t DataReader::RecordsOfBlock() const
+{
+    return std::max<size_t>(1, BlockSize / (16 + 8 * (shape.analog + shape.states)));
+}
+
+bool DataReader::Next(NarrowBlock& block)
+{
+    // Columns are made of little-endian rows (columns.h).
+    const bool isFor = type == DataType::Ascii && !failure && Q_BYTE_ORDER == Q_LITTLE_ENDIAN;
+    const size_t most = isFor ? RecordsOfBlock() : 0;
+    block.numbers.resize(most);
+    block.times.resize(most);
+    block.analog.resize(most * shape.analog);
+    block.states.resize(most * shape.states);
+    NarrowTarget target{block.numbers.data(), block.times.data(), block.analog.data(), block.states.data()};
+    for (block.count = 0; block.count < most && !hasEnded; ++block.count) {
+        Fill(longest);
+        const char* const after = readNarrowLine(At(), buffer.data() + end, shape, target);
+        if (after == nullptr)
+            break;
+        ++record;
+        begin = static_cast<size_t>(after - buffer.data());
+        ++target.number;
+        ++target.time;
+        target.analog += shape.analog;
+        target.states += shape.states;
+    }
     return block.count > 0;
 }
 
@@ -126,6 +157,37 @@ size_t DataReader::Take(const Target& target, size_t most)
 }
 
 size_t DataReader::TakeBinary(const Target& target, size_t most)
+{
+    const size_t count = FindBinary(most);
+    ReadBinary(At(), count, configuration, type, target);
+    PassBinary(count);
+    return count;
+}
+
+bool DataReader::Next(StoredRecords& stored)
+{
+    stored.count = FindBinary(std::numeric_limits<size_t>::max());
+    stored.size = longest;
+    stored.bytes = At();
+    PassBinary(stored.count);
+    return stored.count > 0;
+}
+
+qint64 DataReader::MostRecords() const
+{
+    const size_t shortestLine = 3 + shape.analog + 2 * shape.states; // all values are missing, and the time
+    const qint64 bytes = left + static_cast<qint64>(Unread());
+    return bytes / static_cast<qint64>(type == DataType::Ascii ? shortestLine : longest);
+}
+
+void DataReader::PassBinary(size_t count)
+{
+    begin += count * longest;
+    record += static_cast<qint64>(count);
+}
+
+// How many whole records stand in the buffer, from At() on; up to `most`.
+size_t DataReader::FindBinary(size_t most)
 {
     if (hasEnded)
         return 0;
@@ -146,9 +208,6 @@ size_t DataReader::TakeBinary(const Target& target, size_t most)
         const auto rest = static_cast<size_t>(std::max<qint64>(wanted - record, 1));
         count = std::min(count, rest);
     }
-    ReadBinary(At(), count, configuration, type, target);
-    begin += count * longest;
-    record += static_cast<qint64>(count);
     return count;
 }
 

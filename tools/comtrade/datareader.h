@@ -26,6 +26,14 @@ public:
     /// Like Record::Next.
     bool Next(Row& row);
     bool Next(Block& block);
+    bool Next(NarrowBlock& block);
+    bool Next(StoredRecords& stored);
+
+    /// The type of the data, as they are stored.
+    DataType Type() const { return type; }
+
+    /// Like Record::MostRecords.
+    qint64 MostRecords() const;
 
 private:
     static constexpr char EndOfFile = 0x1A; // closes the files of some writers
@@ -34,9 +42,12 @@ private:
     const char* At() const { return buffer.data() + begin; }
     bool Fill(size_t bytes);
     void Narrow(size_t from);
+    size_t RecordsOfBlock() const;
     size_t Take(const Target& target, size_t most);
     size_t TakeLines(Target target, size_t most);
     size_t TakeBinary(const Target& target, size_t most);
+    size_t FindBinary(size_t most);
+    void PassBinary(size_t count);
     bool TakeLine(const Target& target);
     bool TakeStrictLine(const Target& target);
     bool TakeForgivingLine(const Target& target);
@@ -63,6 +74,7 @@ private:
     const DataType type;
     const LineShape shape;
     const PlainLineReader readPlainLine;
+    const NarrowLineReader readNarrowLine;
     const size_t longest;     // bytes of a record
     const qint64 wanted;      // records by the configuration
     qint64 left;              // bytes of the part that are not read yet

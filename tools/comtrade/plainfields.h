@@ -74,9 +74,18 @@ inline bool TakeHead(const char*& at, quint32& number, qint64& time)
     return TakeSigned(at, time) && TakeComma(at);
 }
 
-inline double CodeOf(qint64 number, qint32 missing)
+// False if the target cannot hold the number.
+inline bool PutCode(qint64 number, qint32 missing, double& code)
 {
-    return number == missing ? std::numeric_limits<double>::quiet_NaN() : static_cast<double>(number);
+    code = number == missing ? std::numeric_limits<double>::quiet_NaN() : static_cast<double>(number);
+    return true;
+}
+
+inline bool PutCode(qint64 number, qint32 missing, qint16& code)
+{
+    constexpr qint16 least = std::numeric_limits<qint16>::min(); // stands for a missing value
+    code = number == missing ? least : static_cast<qint16>(number);
+    return number == missing || (number > least && number <= std::numeric_limits<qint16>::max());
 }
 
 // States without the byte that ends the last one, four at a time.

@@ -179,7 +179,8 @@ ZU_WIDE inline __m256i EightNumbers(const char* fields, const qint32* ends, __m2
     return _mm256_permute4x64_epi64(numbers, 0xD8); // the numbers 0 1 4 5 2 3 6 7 in their order
 }
 
-ZU_WIDE inline void StoreCodes(__m256i numbers, qint32 missing, double* values)
+// What they cannot hold becomes not zero in the result.
+ZU_WIDE inline __m256i StoreCodes(__m256i numbers, qint32 missing, double* values)
 {
     _mm256_storeu_pd(values, _mm256_cvtepi32_pd(_mm256_castsi256_si128(numbers)));
     _mm256_storeu_pd(values + 4, _mm256_cvtepi32_pd(_mm256_extracti128_si256(numbers, 1)));
@@ -187,24 +188,42 @@ ZU_WIDE inline void StoreCodes(__m256i numbers, qint32 missing, double* values)
     for (auto lanes = static_cast<quint32>(_mm256_movemask_ps(_mm256_castsi256_ps(isMissing)));
          Q_UNLIKELY(lanes != 0); lanes &= lanes - 1)
         values[qCountTrailingZeroBits(lanes)] = std::numeric_limits<double>::quiet_NaN();
+    return _mm256_setzero_si256();
 }
 
-// LeastNumbers or more of them, each with a comma after it; false if one is of another form or has more than
-// eight characters.
-ZU_WIDE bool TakeNumbers(const char*& at, const char* limit, size_t count, qint32 missing, double* values)
+ZU_WIDE inline __m256i StoreCodes(__m256i numbers, qint32 missing, qint16* values)
+{
+    const __m256i least = _mm256_set1_epi32(std::numeric_limits<qint16>::min());
+    const __m256i isMissing = _mm256_cmpeq_epi32(numbers, _mm256_set1_epi32(missing));
+    const __m256i codes = _mm256_blendv_epi8(numbers, least, isMissing);
+    const __m128i packed =
+        _mm_packs_epi32(_mm256_castsi256_si128(codes), _mm256_extracti128_si256(codes, 1)); // saturates
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(values), packed);
+    const __m256i differences = _mm256_xor_si256(_mm256_cvtepi16_epi32(packed), codes);
+    return _mm256_or_si256(differences, _mm256_cmpeq_epi32(numbers, least));
+}
+
+// LeastNumbers or more of them, each with a comma after it; false if one is of another form, has more than
+// eight characters or is not held.
+template <class Code>
+ZU_WIDE bool TakeNumbers(const char*& at, const char* limit, size_t count, qint32 missing, Code* values)
 {
     FieldEnds ends;
     if (!ends.Find(at, limit, count))
         return false;
     __m256i longest = _mm256_setzero_si256();
+    __m256i wrong = _mm256_setzero_si256();
     for (size_t i = 0; i + LeastNumbers <= count; i += LeastNumbers)
-        StoreCodes(EightNumbers(at, ends.Get() + i, longest), missing, values + i);
+        wrong = _mm256_or_si256(wrong,
+                                StoreCodes(EightNumbers(at, ends.Get() + i, longest), missing, values + i));
     if (count % LeastNumbers != 0) { // some of them once more
         const size_t last = count - LeastNumbers;
-        StoreCodes(EightNumbers(at, ends.Get() + last, longest), missing, values + last);
+        wrong = _mm256_or_si256(
+            wrong, StoreCodes(EightNumbers(at, ends.Get() + last, longest), missing, values + last));
     }
     at += ends.Get()[count] + 1;
-    return _mm256_movemask_epi8(_mm256_cmpgt_epi32(longest, _mm256_set1_epi32(8))) == 0;
+    wrong = _mm256_or_si256(wrong, _mm256_cmpgt_epi32(longest, _mm256_set1_epi32(8)));
+    return _mm256_testz_si256(wrong, wrong) != 0;
 }
 
 // 16 states with their commas; the byte after the last one may be any.
@@ -233,12 +252,24 @@ ZU_WIDE bool TakeManyStates(const char*& at, size_t count, quint8* states)
     return _mm256_testz_si256(wrong, wrong) != 0;
 }
 
+const char* ReadPortably(const char* line, const char* limit, const LineShape& shape, const Target& target)
+{
+    return ReadPlainLine(line, limit, shape, target);
+}
+
+const char* ReadPortably(const char* line, const char* limit, const LineShape& shape,
+                         const NarrowTarget& target)
+{
+    return ReadNarrowLine(line, limit, shape, target);
+}
+
+template <class Code>
 ZU_WIDE const char* ReadWideLine(const char* line, const char* limit, const LineShape& shape,
-                                 const Target& target)
+                                 const TargetOf<Code>& target)
 {
     const size_t commas = shape.states > 0 ? shape.analog : 0; // after values
     if (commas < LeastNumbers || shape.states < LeastStates)
-        return ReadPlainLine(line, limit, shape, target);
+        return ReadPortably(line, limit, shape, target);
     const char* at = line;
     if (limit - line < 32 || !TakeHead(at, *target.number, *target.time))
         return nullptr;
@@ -254,13 +285,22 @@ ZU_WIDE const char* ReadWideLine(const char* line, const char* limit, const Line
     return TakeManyStates(at, shape.states, target.states) ? AfterLineEnd(at, limit) : nullptr;
 }
 
+bool HasWide()
+{
+    return __builtin_cpu_supports("avx2") != 0 && __builtin_cpu_supports("bmi") != 0 &&
+           __builtin_cpu_supports("popcnt") != 0;
+}
+
 } // namespace
 
 PlainLineReader WidePlainLineReader()
 {
-    const bool isThere = __builtin_cpu_supports("avx2") != 0 && __builtin_cpu_supports("bmi") != 0 &&
-                         __builtin_cpu_supports("popcnt") != 0;
-    return isThere ? ReadWideLine : nullptr;
+    return HasWide() ? ReadWideLine<double> : nullptr;
+}
+
+NarrowLineReader WideNarrowLineReader()
+{
+    return HasWide() ? ReadWideLine<qint16> : nullptr;
 }
 
 } // namespace comtrade
@@ -268,6 +308,11 @@ PlainLineReader WidePlainLineReader()
 #else
 
 comtrade::PlainLineReader comtrade::WidePlainLineReader()
+{
+    return nullptr;
+}
+
+comtrade::NarrowLineReader comtrade::WideNarrowLineReader()
 {
     return nullptr;
 }

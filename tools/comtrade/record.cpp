@@ -10,6 +10,8 @@
 
 #include <QFileInfo>
 
+#include <algorithm>
+
 namespace comtrade {
 
 namespace {
@@ -127,6 +129,37 @@ bool Record::Next(Row& row)
 bool Record::Next(Block& block)
 {
     return data->Next(block);
+}
+
+DataType Record::StoredType() const
+{
+    return data->Type();
+}
+
+bool Record::HasStoredRecords() const
+{
+    return data->Type() != DataType::Ascii && configuration.revision != Revision::R1991;
+}
+
+bool Record::Next(NarrowBlock& block)
+{
+    return data->Next(block);
+}
+
+bool Record::Next(StoredRecords& stored)
+{
+    return data->Next(stored);
+}
+
+qint64 Record::MostRecords() const
+{
+    return data->MostRecords();
+}
+
+qint64 Record::ExpectedRecords() const
+{
+    const qint64 announced = configuration.SampleCount();
+    return announced > 0 ? std::min(announced, MostRecords()) : MostRecords();
 }
 
 } // namespace comtrade

@@ -151,6 +151,24 @@ struct Block
     void Resize(size_t records, const Configuration& configuration);
 };
 
+/// ASCII records whose values are integers of -32767 to 32767, otherwise like a Block.
+struct NarrowBlock
+{
+    size_t count = 0;
+    std::vector<quint32> numbers;
+    std::vector<qint64> times;
+    std::vector<qint16> analog; ///< -32768: missing
+    std::vector<quint8> states;
+};
+
+/// Binary records as they stand in the file, for those who convert them themselves (binaryrecord.h).
+struct StoredRecords
+{
+    const char* bytes = nullptr; ///< of the first; valid until the next are asked for
+    size_t size = 0;             ///< bytes of each
+    size_t count = 0;
+};
+
 /// How a record is read.
 struct ReadingOptions
 {
@@ -201,6 +219,27 @@ public:
     /// The same for as many records as make a block of some hundred kilobytes; false if there is none. What
     /// precedes a malformed record is delivered first.
     bool Next(Block& block);
+
+    /// The type of the data as they are stored, which may be another one than the configuration says.
+    DataType StoredType() const;
+
+    /// Whether the data are binary records whose values mean what their bits say. In revision 1991 that
+    /// depends on the channel.
+    bool HasStoredRecords() const;
+
+    /// The next of them without conversion; false after the last one. Throws Error like the others.
+    bool Next(StoredRecords& stored);
+
+    /// The next ASCII records as far as they are narrow and plainly written; false if the next one is not,
+    /// and for other data: another Next goes on with it.
+    bool Next(NarrowBlock& block);
+
+    /// More records than this cannot follow: their bytes are too few. ASCII records that lack fields are not
+    /// counted.
+    qint64 MostRecords() const;
+
+    /// As many records as should follow: what the configuration says, at most MostRecords.
+    qint64 ExpectedRecords() const;
 
     /// What was forgiven so far; complete when all records have been read.
     const Findings& Forgiven() const { return findings; }

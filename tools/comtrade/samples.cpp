@@ -1,176 +1,120 @@
 #include "comtrade/samples.h"
 
+#include "comtrade/binaryrecord.h"
+#include "text/texts.h"
+
 #include <algorithm>
-#include <cmath>
-#include <limits>
+#include <numeric>
 
 namespace comtrade {
 
 namespace {
 
-template <class Number>
-constexpr Number MissingAs = std::numeric_limits<Number>::has_quiet_NaN
-                                 ? std::numeric_limits<Number>::quiet_NaN()
-                                 : std::numeric_limits<Number>::min();
+// Lines may lack values at their end, which take memory all the same: up to so many times what whole lines of
+// the same bytes would take.
+constexpr qint64 MostGrowth = 16;
 
-// The narrowest type that every code of a record has before any of them is read.
-Codes EmptyCodes(DataType type)
+StateColumns::Form FormOfStates(const Record& record)
 {
-    switch (type) {
-    case DataType::Binary32:
-        return std::vector<qint32>();
-    case DataType::Float32:
-        return std::vector<float>();
-    case DataType::Ascii:
-    case DataType::Binary:
-        break;
-    }
-    return std::vector<qint16>();
-}
-
-// Whether the type has the code, as a number that is not the one for missing values.
-template <class Number>
-bool Holds(double code)
-{
-    if constexpr (std::is_integral_v<Number>)
-        return code > std::numeric_limits<Number>::min() && code <= std::numeric_limits<Number>::max() &&
-               code == std::trunc(code);
-    else
-        return static_cast<double>(static_cast<Number>(code)) == code;
-}
-
-template <class Number>
-Number As(double code)
-{
-    return std::isnan(code) ? MissingAs<Number> : static_cast<Number>(code);
-}
-
-// Appends a column of a block; false, with the codes that fit appended, at the first that does not.
-template <class Number>
-bool Append(std::vector<Number>& codes, const Block& block, size_t channel, size_t channels, size_t& next)
-{
-    for (; next < block.count; ++next) {
-        const double code = block.analog[next * channels + channel];
-        if (!std::isnan(code) && !Holds<Number>(code))
-            return false;
-        codes.push_back(As<Number>(code));
-    }
-    return true;
-}
-
-template <class Wide, class Narrow>
-std::vector<Wide> Widened(const std::vector<Narrow>& codes, size_t room)
-{
-    std::vector<Wide> wide;
-    wide.reserve(room);
-    for (const Narrow code : codes) {
-        const bool isMissing = std::is_integral_v<Narrow> ? code == MissingAs<Narrow> : code != code;
-        wide.push_back(isMissing ? MissingAs<Wide> : static_cast<Wide>(code));
-    }
-    return wide;
-}
-
-// The codes in the narrowest wider type that has this code too.
-Codes Wider(const Codes& codes, double code)
-{
-    if (const auto* shorts = std::get_if<std::vector<qint16>>(&codes)) {
-        if (Holds<qint32>(code))
-            return Widened<qint32>(*shorts, shorts->capacity());
-        return Widened<double>(*shorts, shorts->capacity());
-    }
-    if (const auto* integers = std::get_if<std::vector<qint32>>(&codes))
-        return Widened<double>(*integers, integers->capacity());
-    const auto& floats = std::get<std::vector<float>>(codes);
-    return Widened<double>(floats, floats.capacity());
-}
-
-void AppendColumn(Codes& codes, const Block& block, size_t channel, size_t channels)
-{
-    size_t next = 0;
-    while (!std::visit([&](auto& numbers) { return Append(numbers, block, channel, channels, next); }, codes))
-        codes = Wider(codes, block.analog[next * channels + channel]);
+    return record.HasStoredRecords() ? StateColumns::Form::Bits : StateColumns::Form::Bytes;
 }
 
 } // namespace
 
 Samples::Samples(Record& record)
+    : analog(record.Config().analog.size(), record.StoredType(),
+             static_cast<size_t>(record.ExpectedRecords())),
+      states(record.Config().states.size(), FormOfStates(record)),
+      room(static_cast<size_t>(record.ExpectedRecords()))
 {
-    const Configuration& configuration = record.Config();
-    analog.assign(configuration.analog.size(), EmptyCodes(configuration.dataType));
-    states.resize(configuration.states.size());
-    hasStamps = std::all_of(configuration.rates.begin(), configuration.rates.end(),
-                            [](const SampleRate& rate) { return rate.hertz <= 0; });
-    Block block;
-    while (record.Next(block))
-        Add(block);
-    for (Codes& codes : analog)
-        std::visit([](auto& column) { column.shrink_to_fit(); }, codes);
-    for (std::vector<quint8>& bits : states)
-        bits.shrink_to_fit();
+    const std::vector<SampleRate>& rates = record.Config().rates;
+    hasStamps =
+        std::all_of(rates.begin(), rates.end(), [](const SampleRate& rate) { return rate.hertz <= 0; });
+    if (hasStamps)
+        stamps.Reserve(room);
+    if (record.HasStoredRecords())
+        ReadStored(record);
+    else
+        ReadBlocks(record);
+    analog.Finish();
 }
 
-void Samples::Add(const Block& block)
+void Samples::ReadStored(Record& record)
 {
-    for (size_t i = 0; i < analog.size(); ++i)
-        AppendColumn(analog[i], block, i, analog.size());
-    for (size_t i = 0; i < states.size(); ++i)
-        AddStates(block, i);
-    if (hasStamps)
-        stamps.insert(stamps.end(), block.times.begin(),
-                      block.times.begin() + static_cast<qint64>(block.count));
-    for (size_t i = 0; i < block.count; ++i) {
-        const qint64 expected = count + static_cast<qint64>(i) + 1;
-        if (numbersCount && block.numbers[i] != expected) {
-            numbersCount = false;
-            for (qint64 number = 1; number < expected; ++number)
-                numbers.push_back(static_cast<quint32>(number));
-        }
-        if (!numbersCount)
-            numbers.push_back(block.numbers[i]);
+    const Configuration& configuration = record.Config();
+    const size_t states_ = BinaryStatesOffset(configuration, record.StoredType());
+    StoredRecords stored;
+    std::vector<quint32> some;
+    std::vector<qint64> times;
+    while (record.Next(stored)) {
+        some.resize(stored.count);
+        times.resize(stored.count);
+        ReadBinaryHeads(stored, some.data(), times.data());
+        AddHeads(some.data(), times.data(), stored.count);
+        analog.Add({stored.bytes + BinaryValuesOffset, stored.size, stored.count});
+        states.Add({stored.bytes + states_, stored.size, stored.count});
+        count += static_cast<qint64>(stored.count);
     }
+}
+
+void Samples::ReadBlocks(Record& record)
+{
+    const qint64 most = MostGrowth * (record.MostRecords() + 1);
+    NarrowBlock narrow;
+    Block block;
+    for (;;) {
+        while (analog.AreNarrow() && record.Next(narrow)) {
+            analog.Add(RowsIn(narrow.analog, record.Config().analog.size(), narrow.count));
+            AddOthers(narrow, record.Config().states.size());
+        }
+        if (!record.Next(block))
+            return;
+        if (count + static_cast<qint64>(block.count) > most)
+            throw Error(Tr("comtrade", "%1: the samples lack so many values that they are not read")
+                            .arg(record.Places().file));
+        analog.Add(block);
+        AddOthers(block, record.Config().states.size());
+    }
+}
+
+// All but the codes of a block.
+template <class SomeBlock>
+void Samples::AddOthers(const SomeBlock& block, size_t stateCount)
+{
+    AddHeads(block.numbers.data(), block.times.data(), block.count);
+    states.Add(RowsIn(block.states, stateCount, block.count));
     count += static_cast<qint64>(block.count);
 }
 
-void Samples::AddStates(const Block& block, size_t channel)
+// Numbers and times of the records that follow.
+void Samples::AddHeads(const quint32* some, const qint64* times, size_t more)
 {
-    std::vector<quint8>& bits = states[channel];
-    bits.resize((static_cast<size_t>(count) + block.count + 7) / 8);
-    const quint8* state = block.states.data() + channel;
-    for (size_t i = 0; i < block.count; ++i, state += states.size()) {
-        const size_t place = static_cast<size_t>(count) + i;
-        bits[place / 8] = static_cast<quint8>(bits[place / 8] | (*state << (place % 8)));
+    if (hasStamps)
+        stamps.Append(times, more);
+    const auto expected = [this](size_t i) { return count + static_cast<qint64>(i) + 1; };
+    for (size_t i = 0; i < more && numbersCount; ++i)
+        numbersCount = some[i] == expected(i);
+    if (numbersCount)
+        return;
+    if (numbers.size() == 0 && count > 0) {
+        std::vector<quint32> counted(static_cast<size_t>(count));
+        std::iota(counted.begin(), counted.end(), 1U);
+        numbers.Reserve(std::max(room, counted.size()));
+        numbers.Append(counted.data(), counted.size());
     }
+    numbers.Append(some, more);
 }
 
-Changes Samples::ChangesOf(size_t channel) const
+void Samples::Values(size_t channel, const Scale& scale, double* values) const
 {
-    const std::vector<quint8>& bits = states[channel];
-    const auto at = [&bits](qint64 sample) {
-        return static_cast<quint8>(bits[static_cast<size_t>(sample) / 8] >> (sample % 8) & 1);
-    };
-    Changes changes;
-    for (qint64 sample = 1; sample < count; ++sample) {
-        // Bytes in which nothing changes are passed at once.
-        if (sample % 8 == 0 && sample + 8 <= count &&
-            bits[static_cast<size_t>(sample) / 8] == (at(sample - 1) ? 0xFF : 0)) {
-            sample += 7;
-            continue;
-        }
-        if (at(sample) != at(sample - 1)) {
-            changes.samples.push_back(sample);
-            changes.states.push_back(at(sample));
-        }
-    }
-    return changes;
+    std::visit([&](const auto& codes) { ScaleCodes(codes.data(), codes.size(), scale, values); },
+               Analog(channel));
 }
 
 qint64 Samples::MemorySize() const
 {
-    size_t bytes = numbers.size() * sizeof(quint32) + stamps.size() * sizeof(qint64);
-    for (const Codes& codes : analog)
-        bytes += std::visit([](const auto& column) { return column.size() * sizeof column[0]; }, codes);
-    for (const std::vector<quint8>& bits : states)
-        bytes += bits.size();
+    const size_t heads = numbers.size() * sizeof(quint32) + stamps.size() * sizeof(qint64);
+    const size_t bytes = analog.MemorySize() + states.MemorySize() + heads;
     return static_cast<qint64>(bytes);
 }
 

@@ -1,7 +1,5 @@
 #include "forms/bufferedfile.h"
 
-#include "explain/system.h"
-#include "text/error.h"
 #include "text/texts.h"
 
 #include <algorithm>
@@ -48,8 +46,9 @@ void BufferedFile::Flush()
 
 void BufferedFile::Fail() const
 {
-    throw text::Error(Tr("forms", "'%1' cannot be written: %2")
-                          .arg(file.fileName(), explain::SystemText(file.errorString())));
+    const FileFailure failure = FailureOf(file);
+    throw FileError(Tr("forms", "'%1' cannot be written: %2").arg(file.fileName(), failure.text),
+                    failure.code);
 }
 
 } // namespace forms

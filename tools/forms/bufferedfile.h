@@ -1,6 +1,8 @@
 // A file that is written in large pieces.
 #pragma once
 
+#include "forms/fileerror.h"
+
 #include <QFile>
 #include <QString>
 
@@ -8,7 +10,7 @@
 
 namespace forms {
 
-/// A new file with that name, or what is there emptied. All functions throw text::Error if the disk does not
+/// A new file with that name, or what is there emptied. All functions throw FileError if the disk does not
 /// take the bytes.
 class BufferedFile
 {

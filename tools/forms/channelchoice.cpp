@@ -104,12 +104,16 @@ ChannelSet AllChannels(const Configuration& config)
     return {Places(config.analog.size()), Places(config.states.size())};
 }
 
-ChannelSet Choose(const Configuration& config, const QStringList& patterns)
+ChannelSet Choose(const Configuration& config, const QStringList& patterns, const ChannelSet& places)
 {
-    if (patterns.isEmpty())
+    if (patterns.isEmpty() && places.IsEmpty())
         return AllChannels(config);
     std::vector<bool> analog(config.analog.size());
     std::vector<bool> states(config.states.size());
+    for (const size_t place : places.analog)
+        analog.at(place) = true;
+    for (const size_t place : places.states)
+        states.at(place) = true;
     for (const QString& pattern : patterns) {
         const QRegularExpression expression = ExpressionOf(pattern);
         bool found = MarkNamed(config.analog, expression, analog);

@@ -1,6 +1,7 @@
 // Some of the channels of a record.
 #pragma once
 
+#include "forms/export.h"
 #include "forms/stream.h"
 #include "text/error.h"
 
@@ -9,13 +10,6 @@
 #include <vector>
 
 namespace forms {
-
-/// Channels by their places in the configuration, counted from 0, in its order.
-struct ChannelSet
-{
-    std::vector<size_t> analog;
-    std::vector<size_t> states;
-};
 
 /// A pattern that no channel has.
 class NoSuchChannel : public text::Error
@@ -31,8 +25,10 @@ ChannelSet AllChannels(const comtrade::Configuration& config);
 
 /// The channels whose name or circuit a pattern matches, or whose place it gives: A3 is the third analog
 /// channel, D5 the fifth discrete one. * stands for any letters, ? for one; letters match in either case.
-/// Throws NoSuchChannel for the first pattern that matches nothing.
-ChannelSet Choose(const comtrade::Configuration& config, const QStringList& patterns);
+/// Those of `places` are chosen besides; all of them if neither is given. Throws NoSuchChannel for the first
+/// pattern that matches nothing.
+ChannelSet Choose(const comtrade::Configuration& config, const QStringList& patterns,
+                  const ChannelSet& places);
 
 /// Delivers the channels of a set, counted from 1.
 class ChannelChoice : public Stream

@@ -1,6 +1,5 @@
 #include "forms/comtradewriter.h"
 
-#include "explain/system.h"
 #include "text/texts.h"
 
 #include <QTextCodec>
@@ -13,8 +12,10 @@ const QByteArray LineEnd = "\r\n";
 
 [[noreturn]] void Fail(const QFile& file)
 {
+    const FileFailure failure = FailureOf(file);
     throw FileError(Tr("export", "%1 cannot be written: %2; check the directory and the free space")
-                        .arg(file.fileName(), explain::SystemText(file.errorString())));
+                        .arg(file.fileName(), failure.text),
+                    failure.code);
 }
 
 void WriteWhole(const QString& path, const QByteArray& bytes)

@@ -3,6 +3,7 @@
 
 #include "forms/dataencoder.h"
 #include "forms/export.h"
+#include "forms/fileerror.h"
 #include "forms/stream.h"
 
 #include <QFile>
@@ -45,12 +46,5 @@ private:
 
 /// The endings of the files that a record with these texts has, the configuration first.
 QStringList EndingsOf(bool isContainer, const Texts& texts);
-
-/// A file that cannot be written.
-class FileError : public text::Error
-{
-public:
-    using text::Error::Error;
-};
 
 } // namespace forms

@@ -2,6 +2,7 @@
 
 #include "comtrade/moment.h"
 #include "forms/channeltitles.h"
+#include "text/csv.h"
 #include "text/texts.h"
 
 #include <algorithm>
@@ -15,20 +16,6 @@ namespace {
 constexpr qint64 Second = 1000000000;  // ns
 constexpr qint64 Day = 86400 * Second; // ns
 constexpr int Decimals = 9;            // of a second
-
-// A field as RFC 4180 has it. Blanks at the ends are kept by quotes, as some readers drop them.
-QByteArray Field(const QString& text, char separator)
-{
-    const auto isSpecial = [separator](QChar letter) {
-        return letter == QLatin1Char(separator) || letter == QLatin1Char('"') ||
-               letter == QLatin1Char('\r') || letter == QLatin1Char('\n');
-    };
-    QByteArray field = text.toUtf8();
-    if (text == text.trimmed() && std::none_of(text.begin(), text.end(), isSpecial))
-        return field;
-    field.replace('"', "\"\"");
-    return '"' + field + '"';
-}
 
 // The number with zeros in front.
 char* PutDigits(char* to, qint64 number, int digits)
@@ -64,7 +51,7 @@ QByteArray CsvTitles(const comtrade::Configuration& configuration, const CsvForm
     QByteArray line = form.decimalComma ? QByteArray("\xEF\xBB\xBF") : QByteArray();
     line += time.toUtf8();
     for (const QString& title : ChannelTitles(configuration, time))
-        line += SeparatorOf(form) + Field(title, SeparatorOf(form));
+        line += SeparatorOf(form) + text::CsvField(title, SeparatorOf(form));
     return line + "\r\n";
 }
 

@@ -23,6 +23,7 @@
 #include <QStringList>
 
 #include <optional>
+#include <vector>
 
 namespace forms {
 
@@ -55,13 +56,23 @@ struct Span
     std::optional<double> to;   ///< the last sample at or before it is the last one kept
 };
 
+/// Channels by their places in the configuration, counted from 0, in its order.
+struct ChannelSet
+{
+    std::vector<size_t> analog;
+    std::vector<size_t> states;
+
+    bool IsEmpty() const { return analog.empty() && states.empty(); }
+};
+
 struct Request
 {
     Form form = Form::Cfg;
     ComtradeForm comtrade;
     CsvForm csv;
     Side side = Side::AsStored;
-    QStringList channels;      ///< names, numbers (A3, D5), circuits or patterns with * and ?; empty: all
+    QStringList channels;      ///< names, numbers (A3, D5), circuits or patterns with * and ?
+    ChannelSet places;         ///< further channels; if there are neither, all are kept
     bool changingOnly = false; ///< states that never change are left out
     Span span;
     int every = 1;   ///< keep one sample of so many, without a filter

@@ -151,9 +151,9 @@ void Exporter::OpenSource()
 void Exporter::MakePlan()
 {
     const bool hasSpan = request.span.from || request.span.to;
-    if (!request.channels.isEmpty())
-        plan.channels =
-            Choose(Pipeline(source, request, plan, Pipeline::End::Source).Last().Config(), request.channels);
+    if (!request.channels.isEmpty() || !request.places.IsEmpty())
+        plan.channels = Choose(Pipeline(source, request, plan, Pipeline::End::Source).Last().Config(),
+                               request.channels, request.places);
     if (!hasSpan)
         return;
     Pipeline pipeline(source, request, plan, Pipeline::End::Sampled);

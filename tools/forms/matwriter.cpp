@@ -2,7 +2,6 @@
 
 #include "explain/system.h"
 #include "forms/comtradetext.h"
-#include "forms/comtradewriter.h"
 #include "text/texts.h"
 
 #include <QFile>
@@ -26,7 +25,7 @@ MatWriter::MatWriter(const QString& path_, const comtrade::Configuration& config
 
 void MatWriter::Fail(int error) const
 {
-    throw FileError(Tr("forms", "'%1' cannot be written: %2").arg(path, explain::SystemText(error)));
+    throw FileError(Tr("forms", "'%1' cannot be written: %2").arg(path, explain::SystemText(error)), error);
 }
 
 void MatWriter::FailOfSize() const

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "forms/columnmatrix.h"
+#include "forms/fileerror.h"
 #include "forms/matvariables.h"
 #include "forms/stream.h"
 

@@ -6,6 +6,8 @@
 #include "text/texts.h"
 
 #include <algorithm>
+#include <array>
+#include <charconv>
 #include <cmath>
 #include <limits>
 
@@ -186,6 +188,7 @@ Configuration TargetOf(const Configuration& source, const Request& request, QStr
 Recoding::Recoding(Stream& source_, Configuration target, std::vector<NewCodes> codes_)
     : source(source_), config(std::move(target)), codes(std::move(codes_)),
       rounds(config.dataType == DataType::Float32 && source.Config().dataType == DataType::Ascii),
+      takesDigits(config.dataType == DataType::Ascii && source.Config().dataType == DataType::Float32),
       forbidden(LimitsOf(config.dataType, config.revision).missing)
 {
     const CodeLimits limits = LimitsOf(config.dataType, config.revision);
@@ -230,6 +233,19 @@ void Recoding::RoundToSingle(Block& block)
     }
 }
 
+// A number in single precision is written with the digits that it has there, and read in double precision: as
+// the number of those digits. All the digits of its double would be noise, and too many for the field.
+void Recoding::TakeDigits(Block& block)
+{
+    std::array<char, 32> text{};
+    for (double& code : block.analog) {
+        if (std::isnan(code) || code == std::floor(code))
+            continue;
+        const char* const end = std::to_chars(text.begin(), text.end(), static_cast<float>(code)).ptr;
+        std::from_chars(text.begin(), end, code);
+    }
+}
+
 bool Recoding::Next(Block& block)
 {
     if (!source.Next(block))
@@ -239,6 +255,8 @@ bool Recoding::Next(Block& block)
             Renumber(block, channel);
     if (rounds)
         RoundToSingle(block);
+    if (takesDigits)
+        TakeDigits(block);
     return true;
 }
 

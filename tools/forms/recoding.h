@@ -68,11 +68,13 @@ public:
 private:
     void Renumber(comtrade::Block& block, size_t channel) const;
     void RoundToSingle(comtrade::Block& block);
+    static void TakeDigits(comtrade::Block& block);
 
     Stream& source;
     comtrade::Configuration config;
     const std::vector<NewCodes> codes;
     const bool rounds;      // to single precision
+    const bool takesDigits; // real numbers in single precision become texts
     const double forbidden; // the code that would be read as missing
     qint64 rounded = 0;
 };

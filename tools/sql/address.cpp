@@ -1,20 +1,19 @@
 #include "sql/address.h"
 
 #include "sql/postgres.h"
+#include "sql/serveraddress.h"
 #include "sql/sqlite.h"
-
-#include <QUrl>
 
 namespace sql {
 
 bool IsServer(const QString& address)
 {
-    return address.startsWith(QLatin1String("postgresql://")) || address.startsWith(QLatin1String("postgres://"));
+    return IsServerAddress(address);
 }
 
 QString Shown(const QString& address)
 {
-    return IsServer(address) ? QUrl(address).toDisplayString(QUrl::RemovePassword) : address;
+    return IsServer(address) ? WithoutPassword(address) : address;
 }
 
 std::unique_ptr<Database> Open(const QString& address, bool isReadOnly)

@@ -5,8 +5,8 @@
 
 namespace sql {
 
-/// Whether the text is the address of a PostgreSQL database, "postgresql://user@host:port/name?sslmode=require"
-/// (or "postgres://"), and not the path of a file.
+/// Whether the text is the address of a PostgreSQL database,
+/// "postgresql://user@host:port/name?sslmode=require" (or "postgres://"), and not the path of a file.
 bool IsServer(const QString& address);
 
 /// The address without its password, for messages.

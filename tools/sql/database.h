@@ -32,11 +32,15 @@ enum class Trouble {
 class Failure : public text::Error
 {
 public:
-    Failure(const QString& reason, Trouble trouble_) : text::Error(reason), trouble(trouble_) {}
+    Failure(const QString& reason, Trouble trouble_, const QString& state_ = QString())
+        : text::Error(reason), trouble(trouble_), state(state_)
+    {}
     const Trouble trouble;
+    const QString state; ///< the server's SQLSTATE; empty: it has said none, or there is no server
 };
 
-/// What a column or a place holder has; the first alternative is NULL.
+/// What a column or a place holder has; the first alternative is NULL. A number that is not one (NaN) is
+/// stored as NULL, and a text without its characters U+0000.
 using Value = std::variant<std::monostate, qint64, double, QString, QByteArray>;
 using Values = std::vector<Value>;
 
@@ -74,17 +78,29 @@ public:
 
     using RowFunction = std::function<void(const Row& row)>;
 
-    /// Runs one command with a value for each "?" and gives each row of its result. Waits some seconds while
-    /// others keep it from that. Throws Failure, as all below; what `row` throws ends the command.
+    /// Runs one command with a value for each "?" and gives each row of its result; `row` may run other
+    /// commands, but not the same. Waits for others as long as SetPatience says. Throws Failure, as all
+    /// below; what `row` throws ends the command.
     virtual void Run(const QString& command, const Values& values, const RowFunction& row) = 0;
     void Run(const QString& command, const Values& values = {}) { Run(command, values, {}); }
 
-    /// Runs commands without values and results, each ended by a semicolon.
+    /// Runs commands without values and results, separated by semicolons.
     virtual void RunScript(const QString& commands) = 0;
 
-    /// What the work runs is on the disk when this returns; nothing of it is done if this throws. Others do
-    /// not write meanwhile (SQLite), or their conflicting work fails as Busy (PostgreSQL).
+    /// What the work runs is on the disk when this returns; nothing of it is done if this throws, except that
+    /// nobody knows if the server goes away at the very end (Gone). Others do not write meanwhile (SQLite),
+    /// or only what does not get in its way (PostgreSQL). The work is called again, after all that it did was
+    /// undone, if the server ended it for a conflict with others or went away: what it keeps outside the
+    /// database must bear that.
     void Together(const std::function<void()>& work);
+
+    /// How long to wait for others before failing as Busy; 2 s without a call of this.
+    virtual void SetPatience(int milliseconds) = 0;
+
+    /// In a file: a journal by which many can read while one writes, if no other machine can have the file
+    /// open; else one that works on network file systems too. For a database that is new; in another, only
+    /// the former is exchanged for the latter.
+    virtual void ChooseJournal(bool isNew) { static_cast<void>(isNew); }
 
     virtual Dialect Kind() const = 0;
 
@@ -92,8 +108,22 @@ public:
     Value One(const QString& command, const Values& values = {});
 
 protected:
+    static constexpr int UsualPatience = 2000; ///< ms
+
     virtual const char* Begin() const = 0; ///< the command that begins a transaction which writes
     virtual void Undo() noexcept = 0;      ///< ends a transaction without a trace
+
+    /// Whether work that has failed so, and of which nothing is left, may succeed if it is done again at
+    /// once. May connect again.
+    virtual bool MayRepeat(const Failure& failure);
+
+    bool IsTogether() const { return isTogether; }
+
+private:
+    void TryTogether(const std::function<void()>& work);
+
+    bool isTogether = false;
+    bool isEnding = false; ///< the transaction's last command was sent
 };
 
 } // namespace sql

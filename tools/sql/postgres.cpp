@@ -1,13 +1,18 @@
 #include "sql/postgres.h"
 
+#include "sql/commandtext.h"
+#include "sql/serveraddress.h"
 #include "text/texts.h"
 
+#include <QElapsedTimer>
+#include <QRegularExpression>
 #include <QSqlError>
 #include <QSqlRecord>
-#include <QUrl>
-#include <QUrlQuery>
+#include <QThread>
 #include <QUuid>
 #include <QVariant>
+
+#include <cmath>
 
 namespace sql {
 
@@ -16,9 +21,9 @@ namespace {
 class PostgresRow : public Row
 {
 public:
-    explicit PostgresRow(const QSqlQuery& query_) : query(query_) {}
-    int Columns() const override { return query.record().count(); }
-    QString NameOf(int column) const override { return query.record().fieldName(column); }
+    explicit PostgresRow(const QSqlQuery& query_) : query(query_), record(query_.record()) {}
+    int Columns() const override { return record.count(); }
+    QString NameOf(int column) const override { return record.fieldName(column); }
     bool IsNull(int column) const override { return query.isNull(column); }
     qint64 Integer(int column) const override { return query.value(column).toLongLong(); }
     double Real(int column) const override { return query.value(column).toDouble(); }
@@ -47,126 +52,233 @@ public:
 
 private:
     const QSqlQuery& query;
+    const QSqlRecord record;
 };
 
-QVariant VariantOf(const Value& value)
+constexpr int LongestOutage = 15000; // ms: a server starts again within that, after an update of its package
+constexpr int BetweenTries = 100;    // ms
+constexpr int MostStatements = 500;  // that the server is to remember
+
+// As it stands in a command. The session understands backslashes as themselves.
+QString Literal(const Value& value)
 {
     struct Visitor
     {
-        QVariant operator()(std::monostate) const { return {}; }
-        QVariant operator()(qint64 number) const { return number; }
-        QVariant operator()(double number) const { return number; }
-        QVariant operator()(const QString& text) const { return text.isNull() ? QStringLiteral("") : text; }
-        QVariant operator()(const QByteArray& bytes) const { return bytes; }
+        QString operator()(std::monostate) const { return QStringLiteral("NULL"); }
+        QString operator()(qint64 number) const { return QString::number(number); }
+        QString operator()(double number) const
+        {
+            if (std::isnan(number))
+                return QStringLiteral("NULL");
+            if (std::isinf(number))
+                return number > 0 ? QStringLiteral("'Infinity'") : QStringLiteral("'-Infinity'");
+            return QString::number(number, 'g', 17);
+        }
+        QString operator()(QString text) const
+        {
+            text.remove(QChar(0)).replace(QLatin1Char('\''), QLatin1String("''"));
+            return QLatin1Char('\'') + text + QLatin1Char('\'');
+        }
+        QString operator()(const QByteArray& bytes) const
+        {
+            return QStringLiteral("'\\x%1'").arg(QString::fromLatin1(bytes.toHex()));
+        }
     };
     return std::visit(Visitor(), value);
 }
 
-// By the classes of SQLSTATE (PostgreSQL documentation, appendix A).
+// By the classes of SQLSTATE (PostgreSQL documentation, appendix A). A failure to connect has none.
 Trouble TroubleOf(const QString& state)
 {
-    if (state.startsWith(QLatin1String("40")) || state == QLatin1String("55P03"))
+    const auto is = [&state](const char* begin) { return state.startsWith(QLatin1String(begin)); };
+    if (is("40") || is("55P03") || is("57014") || is("53300"))
         return Trouble::Busy;
-    if (state == QLatin1String("53100"))
+    if (is("53100"))
         return Trouble::NoRoom;
-    if (state == QLatin1String("42P01") || state == QLatin1String("42703") || state.startsWith(QLatin1String("XX")))
+    if (is("42P01") || is("42703") || is("XX"))
         return Trouble::Damaged;
-    if (state.isEmpty() || state.startsWith(QLatin1String("08")) || state.startsWith(QLatin1String("57P")))
+    if (state.isEmpty() || is("08") || is("57P") || is("25P03") || is("58030"))
         return Trouble::Gone;
     return Trouble::Other;
 }
 
+// Failures that a user can do something about, with the server's own words.
+QString Explained(const QString& state, const QString& text)
+{
+    if (state.startsWith(QLatin1String("42501")))
+        return Tr("sql", "this user lacks a permission on the server (%1)").arg(text);
+    if (state.startsWith(QLatin1String("25006")))
+        return Tr("sql", "the server lets nobody write; it may be the copy of another (%1)").arg(text);
+    if (state.startsWith(QLatin1String("53100")))
+        return Tr("sql", "the server's disk is full (%1)").arg(text);
+    return text;
+}
+
+// The server's texts begin with a word for their severity, in its own language, and have further lines.
 [[noreturn]] void Fail(const QSqlError& error)
 {
+    static const QRegularExpression severity(QStringLiteral("\\b\\w+:  "),
+                                             QRegularExpression::UseUnicodePropertiesOption);
     QString text = error.databaseText().trimmed();
     if (text.isEmpty())
         text = error.driverText();
-    text.remove(QLatin1String("ERROR:  "));
-    text.remove(QLatin1String("FATAL:  "));
-    throw Failure(text.section(QLatin1Char('\n'), 0, 0), TroubleOf(error.nativeErrorCode()));
+    text = text.section(QLatin1Char('\n'), 0, 0).remove(severity);
+    const QString state = error.nativeErrorCode();
+    throw Failure(Explained(state, text), TroubleOf(state), state);
 }
 
 } // namespace
 
 Postgres::Postgres(const QString& address) : name(QUuid::createUuid().toString())
 {
-    const QUrl url(address);
-    QSqlDatabase database = QSqlDatabase::addDatabase(QStringLiteral("QPSQL"), name);
-    if (!database.isValid()) {
-        database = QSqlDatabase();
-        QSqlDatabase::removeDatabase(name);
+    if (!QSqlDatabase::isDriverAvailable(QStringLiteral("QPSQL")))
         throw Failure(Tr("sql", "Qt's driver for PostgreSQL is missing; install the package libqt5sql5-psql"),
                       Trouble::Other);
-    }
-    QUrlQuery query(url);
-    const QString host = query.queryItemValue(QStringLiteral("host"), QUrl::FullyDecoded);
-    query.removeQueryItem(QStringLiteral("host"));
-    database.setHostName(host.isEmpty() ? url.host() : host);
-    database.setPort(url.port());
-    database.setUserName(url.userName());
-    database.setPassword(url.password());
-    database.setDatabaseName(url.path().mid(1));
-    QStringList options;
-    const auto items = query.queryItems(QUrl::FullyDecoded);
-    for (const auto& item : items)
-        options << item.first + QLatin1Char('=') + item.second;
-    database.setConnectOptions(options.join(QLatin1Char(';')));
-    if (!database.open()) {
-        const QSqlError error = database.lastError();
+    const ServerAddress parts = ParseServerAddress(address);
+    QSqlDatabase database = QSqlDatabase::addDatabase(QStringLiteral("QPSQL"), name);
+    database.setUserName(parts.user);
+    database.setPassword(parts.password);
+    database.setDatabaseName(parts.database);
+    // Of two with the same name the last one counts.
+    database.setConnectOptions(QStringLiteral("connect_timeout=10 fallback_application_name=zucmtr ") +
+                               parts.more);
+    try {
+        Connect();
+    } catch (...) {
         database = QSqlDatabase();
         QSqlDatabase::removeDatabase(name);
-        Fail(error);
+        throw;
     }
 }
 
 Postgres::~Postgres()
 {
-    statements.clear();
     QSqlDatabase::removeDatabase(name);
 }
 
-QSqlQuery& Postgres::Prepared(const QString& command)
+// Whoever holds a lock and does nothing for a minute has lost the network: others need not wait for the
+// system to notice.
+void Postgres::Connect()
 {
-    const auto known = statements.find(command);
-    if (known != statements.end())
-        return *known;
-    QSqlQuery query(QSqlDatabase::database(name, false));
-    query.setForwardOnly(true);
-    if (!query.prepare(command))
+    QSqlDatabase database = QSqlDatabase::database(name, false);
+    if (!database.open())
+        Fail(database.lastError());
+    Executed(QStringLiteral("SET client_min_messages = error")); // less would go to standard error
+    Executed(QStringLiteral("SET standard_conforming_strings = on"));
+    Executed(QStringLiteral("SET idle_in_transaction_session_timeout = '1min'"));
+    SetPatience(patience);
+    QSqlQuery encoding = Executed(QStringLiteral("SHOW server_encoding"));
+    if (encoding.next() && encoding.value(0).toString() != QLatin1String("UTF8"))
+        throw Failure(Tr("sql", "its encoding is %1; make a database with ENCODING 'UTF8' TEMPLATE template0")
+                          .arg(encoding.value(0).toString()),
+                      Trouble::Other);
+}
+
+void Postgres::ConnectAgain()
+{
+    statements.clear();
+    QSqlDatabase::database(name, false).close();
+    QElapsedTimer timer;
+    timer.start();
+    while (true) {
+        try {
+            Connect();
+            return;
+        } catch (const Failure&) {
+            if (timer.elapsed() > LongestOutage)
+                throw;
+        }
+        QThread::msleep(BetweenTries);
+    }
+}
+
+QSqlQuery Postgres::Executed(const QString& text)
+{
+    const QSqlDatabase database = QSqlDatabase::database(name, false);
+    if (!database.isOpen()) // it could not be opened again
+        throw Failure(Tr("sql", "the connection to the server is lost"), Trouble::Gone);
+    QSqlQuery query(database);
+    if (!query.exec(text))
         Fail(query.lastError());
-    return *statements.insert(command, query);
+    return query;
+}
+
+// Not by QSqlQuery::prepare: that frees statements with a warning where the connection is lost, and has rules
+// of its own for what a place holder is. What was prepared stays when a transaction is undone.
+QString Postgres::Prepared(const QString& command)
+{
+    const auto known = statements.constFind(command);
+    if (known != statements.constEnd())
+        return *known;
+    if (statements.size() == MostStatements) {
+        Executed(QStringLiteral("DEALLOCATE ALL"));
+        statements.clear();
+    }
+    const QString statement = QStringLiteral("zucmtr%1").arg(statements.size());
+    Executed(QStringLiteral("PREPARE %1 AS ").arg(statement) + Numbered(command));
+    return *statements.insert(command, statement);
+}
+
+QSqlQuery Postgres::Result(const QString& command, const Values& values)
+{
+    QStringList literals;
+    for (const Value& value : values)
+        literals << Literal(value);
+    QString text = QStringLiteral("EXECUTE ") + Prepared(command);
+    if (!literals.isEmpty())
+        text += QLatin1Char('(') + literals.join(QLatin1String(", ")) + QLatin1Char(')');
+    return Executed(text);
 }
 
 void Postgres::Run(const QString& command, const Values& values, const RowFunction& row)
 {
     // A transaction's own commands cannot be prepared.
     if (values.empty() && !row) {
-        RunScript(command);
+        Executed(command);
         return;
     }
-    QSqlQuery& query = Prepared(command);
-    int place = 0;
-    for (const Value& value : values)
-        query.bindValue(place++, VariantOf(value));
-    if (!query.exec())
-        Fail(query.lastError());
+    QSqlQuery query;
+    try {
+        query = Result(command, values);
+    } catch (const Failure& failure) {
+        if (failure.trouble != Trouble::Gone || IsTogether() || !command.startsWith(QLatin1String("SELECT")))
+            throw;
+        ConnectAgain();
+        query = Result(command, values);
+    }
+    // The whole result is here, so that `row` may use the connection.
     const PostgresRow here(query);
     while (row && query.next())
         row(here);
-    query.finish();
 }
 
 void Postgres::RunScript(const QString& commands)
 {
-    QSqlQuery query(QSqlDatabase::database(name, false));
-    if (!query.exec(commands))
-        Fail(query.lastError());
+    for (const QString& command :
+         CommandsOf(commands)) // of several at once, Qt reports only the first one's failure
+        Executed(command);
+}
+
+void Postgres::SetPatience(int milliseconds)
+{
+    patience = milliseconds;
+    Executed(QStringLiteral("SET lock_timeout = %1").arg(patience));
 }
 
 void Postgres::Undo() noexcept
 {
-    QSqlQuery query(QSqlDatabase::database(name, false));
-    query.exec(QStringLiteral("ROLLBACK"));
+    const QSqlDatabase database = QSqlDatabase::database(name, false);
+    if (database.isOpen())
+        QSqlQuery(database).exec(QStringLiteral("ROLLBACK"));
+}
+
+bool Postgres::MayRepeat(const Failure& failure)
+{
+    if (failure.trouble == Trouble::Gone) {
+        ConnectAgain();
+        return true;
+    }
+    return failure.state.startsWith(QLatin1String("40"));
 }
 
 } // namespace sql

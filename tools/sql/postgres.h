@@ -9,6 +9,7 @@
 
 namespace sql {
 
+/// A connection that is lost is made again by the next Together or, outside it, by the next reading command.
 class Postgres : public Database
 {
 public:
@@ -21,17 +22,24 @@ public:
     using Database::Run;
     void Run(const QString& command, const Values& values, const RowFunction& row) override;
     void RunScript(const QString& commands) override;
+    void SetPatience(int milliseconds) override;
     Dialect Kind() const override { return Dialect::Postgres; }
 
 protected:
     const char* Begin() const override { return "BEGIN"; }
     void Undo() noexcept override;
+    bool MayRepeat(const Failure& failure) override;
 
 private:
-    QSqlQuery& Prepared(const QString& command);
+    void Connect();
+    void ConnectAgain();
+    QString Prepared(const QString& command);
+    QSqlQuery Executed(const QString& text);
+    QSqlQuery Result(const QString& command, const Values& values);
 
     const QString name; // of the connection among those of the process
-    QHash<QString, QSqlQuery> statements;
+    int patience = UsualPatience;
+    QHash<QString, QString> statements; // names of those that the server knows, by command
 };
 
 } // namespace sql

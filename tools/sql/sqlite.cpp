@@ -1,10 +1,14 @@
 #include "sql/sqlite.h"
 
+#include "explain/filesystem.h"
 #include "explain/system.h"
 #include "text/texts.h"
 
+#include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
+#include <QLocale>
+#include <QThread>
 
 #include <sqlite3.h>
 
@@ -16,7 +20,7 @@ namespace sql {
 
 namespace {
 
-constexpr int Patience = 2000; // ms
+constexpr int BetweenTries = 10; // ms
 
 class SqliteRow : public Row
 {
@@ -32,6 +36,8 @@ public:
     double Real(int column) const override { return sqlite3_column_double(statement, column); }
     QString Text(int column) const override
     {
+        if (sqlite3_column_type(statement, column) == SQLITE_FLOAT) // all its digits
+            return QString::number(Real(column), 'g', QLocale::FloatingPointShortest);
         const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(statement, column));
         return QString::fromUtf8(text, sqlite3_column_bytes(statement, column));
     }
@@ -61,7 +67,7 @@ private:
 };
 
 // The system's error that made the library fail; 0 if there was none.
-int ErrorOf(sqlite3* handle, int code, const QString& path)
+int ErrorOf(sqlite3* handle, int code, const QString& path, Sqlite::Access access)
 {
     switch (code & 0xff) {
     case SQLITE_FULL:
@@ -69,7 +75,9 @@ int ErrorOf(sqlite3* handle, int code, const QString& path)
     case SQLITE_READONLY:
     case SQLITE_CANTOPEN: // SQLite has tried to open it for reading since, so errno may be that of the second
                           // try
-        if (access(QFile::encodeName(QFileInfo(path).path()).constData(), W_OK) != 0)
+        if (access != Sqlite::Access::Create && ::access(QFile::encodeName(path).constData(), F_OK) != 0)
+            return errno;
+        if (::access(QFile::encodeName(QFileInfo(path).path()).constData(), W_OK) != 0)
             return errno;
         return (code & 0xff) == SQLITE_CANTOPEN ? sqlite3_system_errno(handle) : EACCES;
     case SQLITE_IOERR:
@@ -92,6 +100,13 @@ int FlagsOf(Sqlite::Access access)
     return SQLITE_OPEN_READWRITE;
 }
 
+// Whether a first look at it succeeds; another failure than that nothing can be written shows again.
+bool CanBeRead(sqlite3* handle)
+{
+    const int code = sqlite3_exec(handle, "PRAGMA schema_version", nullptr, nullptr, nullptr) & 0xff;
+    return code != SQLITE_CANTOPEN && code != SQLITE_READONLY;
+}
+
 // Copied, since a value may be gone when the command runs.
 struct Binder
 {
@@ -103,27 +118,55 @@ struct Binder
     void operator()(double value) const { sqlite3_bind_double(statement, place, value); }
     void operator()(const QString& value) const
     {
-        const QByteArray text = value.toUtf8();
+        QByteArray text = value.toUtf8();
+        text.replace('\0', QByteArray()); // PostgreSQL has no such texts
         sqlite3_bind_text(statement, place, text.constData(), text.size(), SQLITE_TRANSIENT);
     }
     void operator()(const QByteArray& value) const
     {
-        sqlite3_bind_blob(statement, place, value.constData(), value.size(), SQLITE_TRANSIENT);
+        if (value.isEmpty()) // without an address it would be NULL
+            sqlite3_bind_zeroblob(statement, place, 0);
+        else
+            sqlite3_bind_blob(statement, place, value.constData(), value.size(), SQLITE_TRANSIENT);
     }
 };
 
 } // namespace
 
-Sqlite::Sqlite(const QString& path_, Access access)
-    : path(QFileInfo(path_).absoluteFilePath()), handle(nullptr, sqlite3_close)
+Sqlite::Sqlite(const QString& path_, Access access_)
+    : path(QFileInfo(path_).absoluteFilePath()), access(access_), handle(nullptr, sqlite3_close)
+{
+    const QFileInfo info(path);
+    if (info.exists() && !info.isFile()) // a pipe would wait for somebody who writes
+        throw Failure(Tr("sql", "it is no regular file"), Trouble::Other);
+    Open(QFile::encodeName(path), FlagsOf(access));
+    if (access == Access::ReadOnly && !CanBeRead(handle.get()))
+        OpenUnchanging();
+}
+
+void Sqlite::Open(const QByteArray& name, int flags)
 {
     sqlite3* opened = nullptr;
-    const int code =
-        sqlite3_open_v2(QFile::encodeName(path).constData(), &opened, FlagsOf(access), nullptr);
+    const int code = sqlite3_open_v2(name.constData(), &opened, flags, nullptr);
     handle.reset(opened);
     if (code != SQLITE_OK)
         Fail(code);
-    SetPatience(Patience);
+    SetPatience(patience);
+}
+
+// A database with a write-ahead log needs files beside it even for reading. Where none can be made, nobody
+// else can write either, or is not writing now: what is in the log's place shows that.
+void Sqlite::OpenUnchanging()
+{
+    if (QFileInfo(path + QStringLiteral("-wal")).size() > 0)
+        throw Failure(
+            Tr("sql",
+               "part of it is in '%1-wal', which can only be read where files can be written: copy both, or "
+               "ask somebody who may write there to open it once")
+                .arg(QFileInfo(path).fileName()),
+            Trouble::Other);
+    const QByteArray name = "file:" + QFile::encodeName(path).toPercentEncoding("/") + "?immutable=1";
+    Open(name, FlagsOf(access) | SQLITE_OPEN_URI);
 }
 
 Sqlite::~Sqlite()
@@ -132,9 +175,32 @@ Sqlite::~Sqlite()
         sqlite3_finalize(statement);
 }
 
+// The log's index is memory that all programs share, on one machine. Exchanging the journal while others have
+// the file open fails at once, whatever the patience, so a log that is in use stays one.
+void Sqlite::ChooseJournal(bool isNew)
+{
+    const bool isLocal = explain::IsLocal(path);
+    if (isLocal && !isNew)
+        return;
+    QElapsedTimer timer;
+    timer.start();
+    while (true) {
+        try {
+            Run(isLocal ? QStringLiteral("PRAGMA journal_mode=WAL")
+                        : QStringLiteral("PRAGMA journal_mode=DELETE"));
+            return;
+        } catch (const Failure& failure) {
+            if (failure.trouble != Trouble::Busy || timer.elapsed() > patience)
+                throw;
+        }
+        QThread::msleep(BetweenTries);
+    }
+}
+
 void Sqlite::SetPatience(int milliseconds)
 {
-    sqlite3_busy_timeout(handle.get(), milliseconds);
+    patience = milliseconds;
+    sqlite3_busy_timeout(handle.get(), patience);
 }
 
 sqlite3_stmt* Sqlite::Prepared(const QString& command)
@@ -156,6 +222,7 @@ void Sqlite::Run(const QString& command, const Values& values, const RowFunction
     sqlite3_stmt* statement = Prepared(command);
     // However it ends, the next one begins anew. A command within `row` must be another one.
     const std::unique_ptr<sqlite3_stmt, int (*)(sqlite3_stmt*)> ended(statement, sqlite3_reset);
+    sqlite3_clear_bindings(statement);
     int place = 0;
     for (const Value& value : values)
         std::visit(Binder{statement, ++place}, value);
@@ -187,6 +254,7 @@ void Sqlite::Fail(int code) const
     case SQLITE_NOMEM:
         throw std::bad_alloc();
     case SQLITE_BUSY:
+    case SQLITE_PROTOCOL: // many open the log at once
         throw Failure(Tr("system", "another program is at work with it"), Trouble::Busy);
     case SQLITE_CORRUPT:
     case SQLITE_NOTADB:
@@ -197,7 +265,7 @@ void Sqlite::Fail(int code) const
     default:
         break;
     }
-    const int error = ErrorOf(handle.get(), code, path);
+    const int error = ErrorOf(handle.get(), code, path, access);
     throw Failure(error != 0 ? explain::SystemText(error) : QString::fromUtf8(sqlite3_errstr(code)),
                   error == ENOSPC || error == EDQUOT ? Trouble::NoRoom
                   : error == EIO || error == ESTALE  ? Trouble::Gone

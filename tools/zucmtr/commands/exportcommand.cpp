@@ -1,23 +1,21 @@
 #include "zucmtr/commands/exportcommand.h"
 
-#include "analysis/summary.h"
 #include "explain/file.h"
 #include "forms/channelchoice.h"
-#include "forms/exporting.h"
+#include "forms/fileerror.h"
+#include "forms/notes.h"
 #include "forms/spantext.h"
 #include "forms/timewindow.h"
-#include "inicheck/nearest.h"
-#include "output/outputfile.h"
+#include "output/target.h"
 #include "text/reasons.h"
 #include "text/texts.h"
 #include "zucmtr/commands/deviceoptions.h"
+#include "zucmtr/commands/exportfile.h"
 #include "zucmtr/commands/exportoptions.h"
-#include "zucmtr/commands/exporttarget.h"
-#include "zucmtr/host/recordsource.h"
 #include "zucmtr/files/staging.h"
+#include "zucmtr/host/recordsource.h"
 #include "zucmtr/terminal/checks.h"
 #include "zucmtr/terminal/console.h"
-#include "zucmtr/terminal/findingline.h"
 #include "zucmtr/terminal/interrupt.h"
 #include "zucmtr/terminal/memorylimit.h"
 #include "zucmtr/terminal/progress.h"
@@ -25,11 +23,8 @@
 
 #include <CLI/CLI.hpp>
 
-#include <QFile>
-#include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonObject>
-#include <QTemporaryDir>
 
 #include <algorithm>
 #include <csignal>
@@ -42,8 +37,8 @@ namespace {
 
 struct ExportOptions
 {
-    ExportFormOptions form;
-    ExportPartOptions part;
+    forms::FormWords form;
+    forms::PartWords part;
     ReadingOptions reading;
     std::string out;
     bool makeOut = false;
@@ -53,201 +48,28 @@ struct ExportOptions
     std::vector<std::string> files;
 };
 
-/// Why a file was not exported: a word for programs and a text for people.
-class ExportFailure : public text::Error
-{
-public:
-    ExportFailure(const char* reason_, const QString& sentence) : text::Error(sentence), reason(reason_) {}
-    const char* const reason;
-};
-
-// What became of a file.
-struct Outcome
-{
-    forms::Exported exported;
-    QStringList files; // paths
-    QStringList notes;
-};
-
-// The fault with a margin of five periods.
-forms::Span AroundFault(const QString& record)
-{
-    constexpr double margin = 0.1; // s
-    const analysis::Summary summary = analysis::Summarise({record, {}, QString()});
-    if (!summary.findings.fault)
-        throw ExportFailure(reason::NothingThere,
-                            Tr("export", "--window fault: no fault was found; give --from and --to"));
-    forms::Span span;
-    span.from = summary.findings.fault->Onset() - margin;
-    if (const std::optional<double>& clearing = summary.findings.fault->Clearing())
-        span.to = *clearing + margin;
-    return span;
-}
-
-forms::Span SpanOf(const ExportPartOptions& part, const QString& record,
-                   const comtrade::ReadingOptions& reading)
-{
-    if (part.window == "fault")
-        return AroundFault(record);
-    if (!part.window.empty()) { // the same window as that of a page
-        const double seconds = QByteArray::fromStdString(part.window).toDouble();
-        return {-seconds / 3, seconds * 2 / 3};
-    }
-    if (part.from.empty() && part.to.empty())
-        return {};
-    const comtrade::Record opened(record, reading);
-    const forms::Span span = {forms::SecondsOf(FromUtf8(part.from), opened.Config()),
-                              forms::SecondsOf(FromUtf8(part.to), opened.Config())};
-    if (span.from && span.to && *span.from > *span.to)
-        throw ExportFailure(
-            reason::NothingThere,
-            Tr("export", "--to '%1' is before --from '%2'").arg(FromUtf8(part.to), FromUtf8(part.from)));
-    return span;
-}
-
 // What is not as it should be in a record that the user has; ours are as they should be.
-QStringList ForgivenOf(const QString& file, const forms::Exported& exported)
-{
-    QStringList texts;
-    if (!comtrade::IsRecordFile(file))
-        return texts;
-    for (const comtrade::Finding& one : exported.forgiven.All())
-        texts << text::FindingText({one.file, one.line, one.column, one.severity, one.reason, one.text});
-    return texts;
-}
-
-// "name, name and 5 more"
-QString Listed(const QStringList& names)
-{
-    constexpr int most = 5;
-    const QString text = names.mid(0, most).join(QLatin1String(", "));
-    return names.size() <= most ? text : Tr("export", "%1 and %2 more").arg(text).arg(names.size() - most);
-}
-
-QString TextOf(const forms::Exported& exported, const forms::NewScale& scale)
-{
-    const comtrade::AnalogChannel& channel = exported.config.analog[scale.channel];
-    return QStringLiteral("%1 (±%2 %3)")
-        .arg(channel.name, QString::number(scale.halfStep, 'g', 3), channel.unit);
-}
-
-// What the user should know about what was written.
-QStringList NotesOf(const forms::Exported& exported)
+QStringList NotesOf(const QString& file, const forms::Exported& exported)
 {
     QStringList notes;
-    if (exported.total != exported.announced)
-        notes << Tr("export",
-                    "the configuration announces %1 samples, the data have %2; the configuration that "
-                    "was written says %2")
-                     .arg(exported.announced)
-                     .arg(exported.total);
-    if (!exported.newScales.empty()) {
-        QStringList names;
-        for (const forms::NewScale& scale : exported.newScales)
-            names << TextOf(exported, scale);
-        notes << Tr("export",
-                    "the form has whole codes, the source has not; channels with new codes, a and b "
-                    "(greatest error): %1")
-                     .arg(Listed(names));
-    }
-    if (!exported.resampling.isEmpty())
-        notes << exported.resampling;
-    if (exported.rounded > 0)
-        notes << Tr("export", "values rounded to single precision: %1").arg(exported.rounded);
-    if (!exported.lost.isEmpty())
-        notes << Tr("export", "left out, as revision 1999 has no place for it: %1")
-                     .arg(exported.lost.join(QLatin1String(", ")));
-    if (exported.equipmentLeftOut)
-        notes << Tr(
-            "export",
-            "left out of the INF file: sections on equipment, which count channels that are not there");
-    if (exported.statesLeftOut > 0)
-        notes << Tr("export", "discrete channels left out, since they never change: %1")
-                     .arg(exported.statesLeftOut);
+    if (comtrade::IsRecordFile(file))
+        notes = forms::ForgivenLines(exported);
+    for (const forms::Note& note : forms::NotesOf(exported))
+        notes << note.text;
     return notes;
 }
 
-// The most similar name or circuit.
-QString Meant(const QString& record, const comtrade::ReadingOptions& reading, const QString& pattern)
-{
-    const comtrade::Record opened(record, reading);
-    QStringList names;
-    for (const comtrade::AnalogChannel& channel : opened.Config().analog)
-        names << channel.name << channel.circuit;
-    for (const comtrade::StateChannel& channel : opened.Config().states)
-        names << channel.name << channel.circuit;
-    names.removeDuplicates();
-    return inicheck::MeantText(inicheck::Nearest(pattern, names));
-}
-
-void CheckPresent(const ExportTarget& target, forms::Form form, bool replace)
-{
-    const QStringList present = PresentFiles(target, form);
-    if (target.stream.isEmpty() && !replace && !present.isEmpty())
-        throw ExportFailure(
-            reason::FilePresent,
-            Tr("export", "'%1' is there already; --replace replaces it").arg(present.first()));
-}
-
-// A verified file, to standard output, a device or a pipe.
-void Pour(const QString& path, const QString& stream)
-{
-    constexpr qint64 step = qint64{1} << 20;
-    QFile file(path);
-    output::OutputFile out(stream);
-    bool good = file.open(QIODevice::ReadOnly) && out.Open();
-    while (good && !file.atEnd())
-        good = out.Write(file.read(step));
-    if (!good || !out.Commit())
-        throw ExportFailure(reason::RecordNotInPlace, stream + QStringLiteral(": ") + out.ErrorText());
-}
-
-// Writes the files and puts them in their place; returns their paths.
-QStringList Write(const forms::Source& source, const forms::Request& request, const ExportTarget& target,
-                  bool replace, forms::Exported& exported)
-{
-    if (!target.stream.isEmpty()) {
-        const QTemporaryDir directory;
-        const QString base = directory.filePath(QStringLiteral("export"));
-        exported = forms::Export(source, request, base);
-        Pour(base + exported.files.first(), target.stream);
-        return {target.stream};
-    }
-    CheckPresent(target, request.form, replace);
-    Staging staging(target.directory);
-    exported = forms::Export(source, request, staging.Directory() + QLatin1Char('/') + target.base);
-    staging.Lock();
-    CheckPresent(target, request.form, replace); // also what has appeared meanwhile
-    QStringList names;
-    QStringList paths;
-    for (const QString& ending : exported.files) {
-        names << target.base + ending;
-        paths << target.directory + QLatin1Char('/') + names.last();
-    }
-    staging.Commit(names, false);
-    return paths;
-}
-
-Outcome Export(const ExportTarget& target, forms::Request request, const ExportOptions& options)
+ExportResult Export(const ExportTarget& target, const forms::Request& request, const ExportOptions& options)
 {
     const RecordSource record(target.file, ChoiceOf(options.reading.choice), options.reading.plain);
-    comtrade::ReadingOptions reading;
-    reading.encoding = EncodingOf(options.reading.encoding, target.file);
-    Outcome outcome;
-    try {
-        request.span = SpanOf(options.part, record.Path(), reading);
-        const forms::Source source = {record.Path(), reading, [] { return interrupt::Came(); }};
-        outcome.files = Write(source, request, target, options.replace, outcome.exported);
-    } catch (const forms::NoSuchChannel& error) {
-        throw ExportFailure(reason::ChannelMissing,
-                            error.Message() + Meant(record.Path(), reading, error.pattern));
-    }
-    outcome.notes = ForgivenOf(target.file, outcome.exported) + NotesOf(outcome.exported);
-    return outcome;
+    ExportOrder order{target, request, options.part, record.Path(), {}, options.replace, interrupt::Came};
+    order.reading.encoding = EncodingOf(options.reading.encoding, target.file);
+    return ExportFile(order, ExportOptionNames);
 }
 
-void Print(const ExportTarget& target, const forms::Request& request, const Outcome& outcome, bool json)
+void Print(const ExportTarget& target, const forms::Request& request, const ExportResult& outcome, bool json)
 {
+    const QStringList notes = NotesOf(target.file, outcome.exported);
     const comtrade::Configuration& config = outcome.exported.config;
     const bool isStandardOutput = !target.stream.isEmpty() && output::IsStandardOutput(target.stream);
     if (json && !isStandardOutput) {
@@ -255,20 +77,20 @@ void Print(const ExportTarget& target, const forms::Request& request, const Outc
                    {"reason", QJsonValue()},
                    {"error", QJsonValue()},
                    {"files", QJsonArray::fromStringList(outcome.files)},
-                   {"form", FormText(request, config)},
+                   {"form", forms::FormText(request, config)},
                    {"samples", outcome.exported.samples},
                    {"analog", static_cast<int>(config.analog.size())},
                    {"discrete", static_cast<int>(config.states.size())},
-                   {"notes", QJsonArray::fromStringList(outcome.notes)}});
+                   {"notes", QJsonArray::fromStringList(notes)}});
         return;
     }
     if (!isStandardOutput)
         PrintLine(Tr("export", "%1 -> %2 (%3): samples: %4, channels: %5 + %6; read back and compared")
-                      .arg(target.file, outcome.files.first(), FormText(request, config))
+                      .arg(target.file, outcome.files.first(), forms::FormText(request, config))
                       .arg(outcome.exported.samples)
                       .arg(config.analog.size())
                       .arg(config.states.size()));
-    for (const QString& note : outcome.notes)
+    for (const QString& note : notes)
         Complain(note.startsWith(target.file.chopped(4)) ? note : target.file + QLatin1String(": ") + note);
 }
 
@@ -290,8 +112,12 @@ ExitCode Explain(const QString& file, bool json)
     } catch (const ConfigurationError& error) { // the other files may have other ini files
         Complain(error.Lines());
         return ExitUsage;
-    } catch (const ExportFailure& error) {
-        return Refuse(file, error.reason, error.Message(), json);
+    } catch (const PresentError& error) {
+        return Refuse(file, reason::FilePresent,
+                      Tr("export", "'%1' is there already; --replace replaces it").arg(error.Message()),
+                      json);
+    } catch (const forms::NoSuchChannel& error) {
+        return Refuse(file, reason::ChannelMissing, error.Message(), json);
     } catch (const forms::NoSamples& error) {
         return Refuse(file, reason::NothingThere, error.Message(), json);
     } catch (const forms::FormError& error) {
@@ -299,9 +125,7 @@ ExitCode Explain(const QString& file, bool json)
     } catch (const forms::MomentError& error) {
         return Refuse(file, reason::NothingThere, error.Message(), json);
     } catch (const forms::Different& error) {
-        return Refuse(file, reason::RecordWrong,
-                      Tr("export", "what was written is wrong and was removed: %1").arg(error.Message()),
-                      json);
+        return Refuse(file, reason::RecordWrong, error.Message(), json);
     } catch (const StagingError& error) {
         return Refuse(file, reason::RecordNotInPlace, error.Message(), json);
     } catch (const forms::FileError& error) {
@@ -309,7 +133,7 @@ ExitCode Explain(const QString& file, bool json)
     } catch (const std::bad_alloc&) {
         return Refuse(file, reason::OutOfMemory, text::MemoryMessage(), json);
     } catch (const text::Error& error) {
-        const QString message = error.Message();
+        const QString& message = error.Message();
         return Refuse(file, reason::OfLibrary(message, explain::WordOf(file, unreadable)), message, json);
     }
 }
@@ -326,22 +150,40 @@ ExitCode Show(const ExportTarget& target, const forms::Request& request, const E
     }
 }
 
+// What is to be done with each of the files.
+struct Plan
+{
+    forms::Request request;
+    std::vector<ExportTarget> targets;
+};
+
+Plan PlanOf(const ExportOptions& options)
+{
+    try {
+        const QString out = FromUtf8(options.out);
+        Plan plan;
+        plan.request = forms::RequestOf(options.form, options.part, out, ExportOptionNames);
+        if (options.makeOut)
+            MakeDirectory(QStringLiteral("--out"), out);
+        plan.targets = TargetsOf(FromUtf8(options.files), out, plan.request.form, ExportOptionNames);
+        return plan;
+    } catch (const forms::WordError& error) {
+        throw UsageError(error.Message(), QStringLiteral("zucmtr export"));
+    }
+}
+
 int RunExport(const ExportOptions& options)
 {
     interrupt::Install();
     std::signal(SIGPIPE, SIG_IGN);
     LimitMemory(options.maxMemory);
-    const QString out = FromUtf8(options.out);
-    const forms::Request request = RequestOf(options.form, options.part, out);
-    if (options.makeOut)
-        MakeDirectory(QStringLiteral("--out"), out);
-    const std::vector<ExportTarget> targets = TargetsOf(FromUtf8(options.files), out, request.form);
-    Progress progress(targets.size(), targets.size() > 1);
+    const Plan plan = PlanOf(options);
+    Progress progress(plan.targets.size(), plan.targets.size() > 1);
     ExitCode worst = ExitDone;
-    for (size_t i = 0; i < targets.size() && !interrupt::Came(); ++i) {
+    for (size_t i = 0; i < plan.targets.size() && !interrupt::Came(); ++i) {
         progress.Show(i);
         progress.Hide();
-        worst = std::max(worst, Show(targets[i], request, options));
+        worst = std::max(worst, Show(plan.targets[i], plan.request, options));
     }
     if (interrupt::Came())
         return interrupt::ExitCode();

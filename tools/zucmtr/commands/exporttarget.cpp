@@ -3,7 +3,6 @@
 #include "comtrade/record.h"
 #include "output/target.h"
 #include "text/texts.h"
-#include "zucmtr/commands/exportoptions.h"
 #include "zucmtr/terminal/checks.h"
 #include "zucmtr/terminal/command.h"
 
@@ -15,8 +14,6 @@ using forms::Form;
 
 namespace {
 
-const QString Out = QStringLiteral("--out");
-
 bool IsDirectory(const QString& out)
 {
     return out.endsWith(QLatin1Char('/')) || QFileInfo(out).isDir();
@@ -25,11 +22,11 @@ bool IsDirectory(const QString& out)
 // The name without the ending of the form, if it has it.
 QString BaseOf(const QString& name, Form form)
 {
-    const QString ending = EndingOf(form);
+    const QString ending = forms::EndingOf(form);
     return name.endsWith(ending, Qt::CaseInsensitive) ? name.chopped(ending.size()) : name;
 }
 
-ExportTarget TargetOf(const QString& file, const QString& out, Form form)
+ExportTarget TargetOf(const QString& file, const QString& out, Form form, const forms::OptionNames& names)
 {
     const QFileInfo source(file);
     ExportTarget target;
@@ -41,10 +38,9 @@ ExportTarget TargetOf(const QString& file, const QString& out, Form form)
         const output::Target end = output::TargetOf(out);
         if (end.kind == output::Kind::Stream) {
             if (form == Form::Cfg)
-                throw UsageError(Tr("export", "--out %1: a record of several files needs a name or a "
-                                              "directory; --form csv or --form cff makes one file")
-                                     .arg(out),
-                                 QStringLiteral("zucmtr export"));
+                throw forms::WordError(Tr("export", "%1 %2: a record of several files needs a name or a "
+                                                    "directory; %3 csv or %3 cff makes one file")
+                                           .arg(QLatin1String(names.out), out, QLatin1String(names.form)));
             target.stream = out;
             return target;
         }
@@ -53,7 +49,7 @@ ExportTarget TargetOf(const QString& file, const QString& out, Form form)
         target.base = BaseOf(place.fileName(), form);
     }
     if (!out.isEmpty()) // beside the file something is wrong with that first
-        target.directory = CheckedDirectory(Out, target.directory);
+        target.directory = CheckedDirectory(QLatin1String(names.out), target.directory);
     return target;
 }
 
@@ -68,39 +64,39 @@ bool ReplacesSource(const ExportTarget& target, Form form)
            QFileInfo(target.directory).canonicalFilePath() == QFileInfo(source.path()).canonicalFilePath();
 }
 
-void CheckSource(const ExportTarget& target, Form form)
+void CheckSource(const ExportTarget& target, Form form, const forms::OptionNames& names)
 {
     if (!target.stream.isEmpty())
         return;
     const QString path = target.Path(form);
     if (ReplacesSource(target, form))
         throw ConfigurationError(Tr("export", "%1: '%2' would take the place of what is read; give another "
-                                              "name or directory with --out")
+                                              "name or directory")
                                      .arg(target.file, path));
     for (const QString& present : PresentFiles(target, form))
-        CheckIsNoInput(Out, present, target.file);
+        CheckIsNoInput(QLatin1String(names.out), present, target.file);
 }
 
 } // namespace
 
 QString ExportTarget::Path(Form form) const
 {
-    return stream.isEmpty() ? directory + QLatin1Char('/') + base + EndingOf(form) : stream;
+    return stream.isEmpty() ? directory + QLatin1Char('/') + base + forms::EndingOf(form) : stream;
 }
 
-std::vector<ExportTarget> TargetsOf(const QStringList& files, const QString& out, Form form)
+std::vector<ExportTarget> TargetsOf(const QStringList& files, const QString& out, Form form,
+                                    const forms::OptionNames& names)
 {
     if (files.size() > 1 && !out.isEmpty() && !IsDirectory(out))
-        throw ConfigurationError(Tr("export",
-                                    "--out '%1' is one name for %2 files; give a directory, with / at "
-                                    "its end")
-                                     .arg(out)
+        throw ConfigurationError(Tr("export", "%1 '%2' is one name for %3 files; give a directory, with / at "
+                                              "its end")
+                                     .arg(QLatin1String(names.out), out)
                                      .arg(files.size()));
     std::vector<ExportTarget> targets;
     std::map<QString, QString> owners; // by path
     for (const QString& file : files) {
-        const ExportTarget target = TargetOf(file, out, form);
-        CheckSource(target, form);
+        const ExportTarget target = TargetOf(file, out, form, names);
+        CheckSource(target, form, names);
         const auto [owner, isNew] = owners.insert({target.Path(form).toLower(), file});
         if (!isNew)
             throw ConfigurationError(Tr("export", "'%1' and '%2' would both become '%3'; export them into "
@@ -113,7 +109,7 @@ std::vector<ExportTarget> TargetsOf(const QStringList& files, const QString& out
 
 QStringList PresentFiles(const ExportTarget& target, Form form)
 {
-    QStringList endings = {EndingOf(form)};
+    QStringList endings = {forms::EndingOf(form)};
     if (form == Form::Cfg)
         endings << QStringLiteral(".dat") << QStringLiteral(".hdr") << QStringLiteral(".inf");
     QStringList present;

@@ -1,7 +1,7 @@
 // Where an export goes: files that appear whole or not at all.
 #pragma once
 
-#include "forms/export.h"
+#include "forms/requestwords.h"
 
 #include <QString>
 #include <QStringList>
@@ -22,9 +22,10 @@ struct ExportTarget
 };
 
 /// The targets of the files. out: the path of --out, empty if it is not given: then each goes beside its
-/// file. Throws ConfigurationError for targets that are the file itself or that of another, or that cannot
-/// be written.
-std::vector<ExportTarget> TargetsOf(const QStringList& files, const QString& out, forms::Form form);
+/// file. names: for texts. Throws ConfigurationError for targets that are the file itself or that of another,
+/// or that cannot be written, forms::WordError for several files to one stream.
+std::vector<ExportTarget> TargetsOf(const QStringList& files, const QString& out, forms::Form form,
+                                    const forms::OptionNames& names);
 
 /// The files that a record or file of this name replaces, so far as they are there.
 QStringList PresentFiles(const ExportTarget& target, forms::Form form);

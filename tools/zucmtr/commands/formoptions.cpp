@@ -1,5 +1,6 @@
 #include "zucmtr/commands/formoptions.h"
 
+#include "forms/requestwords.h"
 #include "text/texts.h"
 #include "zucmtr/terminal/command.h"
 #include "zucmtr/terminal/values.h"
@@ -35,9 +36,7 @@ RecordForm FormOf(const FormOptions& options)
     form.is1999 = Is(options.revision, "1999");
     form.isUtf8 = Is(options.encoding, "utf8");
     if (form.isContainer.value_or(false) && form.is1999.value_or(false))
-        throw UsageError(Tr("form",
-                            "--form cff and --revision 1999: a CFF file is of revision 2013; leave one "
-                            "of the two out"),
+        throw UsageError(forms::ContainerRevisionText("--form", "--revision"),
                          QStringLiteral("zucmtr convert"));
     return form;
 }

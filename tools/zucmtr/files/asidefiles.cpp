@@ -4,22 +4,19 @@
 #include "text/texts.h"
 #include "zucmtr/files/asidename.h"
 
+#include "explain/filesystem.h"
 #include "explain/system.h"
 
 #include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
 
-#include <algorithm>
-#include <array>
 #include <cerrno>
 #include <climits>
 #include <csignal>
 #include <fcntl.h>
 #include <iterator>
-#include <linux/magic.h>
 #include <map>
-#include <sys/vfs.h>
 #include <unistd.h>
 
 using explain::SystemText;
@@ -141,24 +138,13 @@ QStringList PutBackAll(std::vector<AsideFile>& files)
     return notes;
 }
 
-// Whether the system itself knows everybody who has a file of this file system open.
-bool IsLocal(int file)
-{
-    constexpr std::array<unsigned long, 7> local = {EXT4_SUPER_MAGIC,     XFS_SUPER_MAGIC,  BTRFS_SUPER_MAGIC,
-                                                    TMPFS_MAGIC,          F2FS_SUPER_MAGIC, MSDOS_SUPER_MAGIC,
-                                                    OVERLAYFS_SUPER_MAGIC};
-    struct statfs status = {};
-    return fstatfs(file, &status) == 0 &&
-           std::find(local.begin(), local.end(), static_cast<unsigned long>(status.f_type)) != local.end();
-}
-
 enum class Lease { Taken, Refused, Unknown };
 
 // Takes a lease, which is granted only while nobody has the file open for writing, and makes writers wait
 // until ReturnLease. Unknown: there are no leases, or none for this user.
 Lease TakeLease(int file)
 {
-    if (!IsLocal(file))
+    if (!explain::IsLocal(file))
         return Lease::Unknown;
     // The signal that reports a waiting writer; the default one would end the program, this one does nothing.
     fcntl(file, F_SETSIG, SIGURG);

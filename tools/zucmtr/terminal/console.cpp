@@ -7,6 +7,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <fcntl.h>
+#include <sys/ioctl.h>
 #include <unistd.h>
 
 namespace {
@@ -89,6 +90,14 @@ void Complain(const QStringList& lines)
     Write(stderr, QStringLiteral("zucmtr: ") + lines.first());
     for (int i = 1; i < lines.size(); ++i)
         Write(stderr, lines[i]);
+}
+
+int OutputColumns()
+{
+    winsize size = {};
+    if (isatty(STDOUT_FILENO) == 0)
+        return 0;
+    return ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0 ? size.ws_col : 80;
 }
 
 bool OutputIsWhole()

@@ -27,6 +27,9 @@ void Complain(const QString& text);
 /// The same for several lines, the first after the program's name.
 void Complain(const QStringList& lines);
 
+/// How many letters a line of the terminal that standard output is has; 0 if it is none.
+int OutputColumns();
+
 /// False if some output to standard output was lost, as on a full disk.
 bool OutputIsWhole();
 

@@ -208,6 +208,18 @@ Example:
         <source>it was made by a newer version of the program; install that</source>
         <translation>она создана более новой версией программы; установите её</translation>
     </message>
+    <message>
+        <source>it is damaged (%1); put a copy in its place, or move it away: &apos;zucmtr archive update&apos; makes a new one</source>
+        <translation>база повреждена (%1); поставьте на её место копию или уберите её: «zucmtr archive update» создаст новую</translation>
+    </message>
+    <message>
+        <source>it is no catalogue, or a damaged one (%1)</source>
+        <translation>это не база каталога, или она повреждена (%1)</translation>
+    </message>
+    <message>
+        <source>it was made by an older version of the program; &apos;zucmtr archive update&apos; brings it up to date</source>
+        <translation>она создана более старой версией программы; «zucmtr archive update» обновит её</translation>
+    </message>
 </context>
 <context>
     <name>check</name>
@@ -1324,6 +1336,10 @@ Example, with the sample station:
         <source>hour %1</source>
         <translation>час %1</translation>
     </message>
+    <message>
+        <source>%1: the samples lack so many values that they are not read</source>
+        <translation>%1: в отсчётах не хватает столь многих значений, что они не читаются</translation>
+    </message>
 </context>
 <context>
     <name>convert</name>
@@ -1816,14 +1832,6 @@ Example, with the sample station:
         <translation>в указанное время нет ни одного отсчёта записи</translation>
     </message>
     <message>
-        <source>--window fault: no fault was found; give --from and --to</source>
-        <translation>--window fault: КЗ не найдено; укажите --from и --to</translation>
-    </message>
-    <message>
-        <source>--to &apos;%1&apos; is before --from &apos;%2&apos;</source>
-        <translation>--to «%1» раньше, чем --from «%2»</translation>
-    </message>
-    <message>
         <source>%1 and %2 more</source>
         <translation>%1 и ещё %2</translation>
     </message>
@@ -1898,28 +1906,8 @@ Example, with the sample station:
   zucmtr export station/Vostochnaya_000123.ZU -o station/fault.csv --window fault --channels &apos;U*&apos;</translation>
     </message>
     <message>
-        <source>--form %1 and &apos;%2&apos;: the ending of the file is that of another form; leave one of the two out</source>
-        <translation>--form %1 и «%2»: расширение файла — другой формы; уберите одно из двух</translation>
-    </message>
-    <message>
-        <source>%1 is for COMTRADE, that is --form cfg or --form cff; leave it out</source>
-        <translation>%1 — для COMTRADE, то есть для --form cfg или --form cff; уберите</translation>
-    </message>
-    <message>
-        <source>%1 is for --form csv; leave it out</source>
-        <translation>%1 — для --form csv; уберите</translation>
-    </message>
-    <message>
-        <source>--data %1 and --revision 1999: revision 1999 has ASCII and BINARY only; leave one of the two out</source>
-        <translation>--data %1 и --revision 1999: в редакции 1999 года есть только ASCII и BINARY; уберите одно из двух</translation>
-    </message>
-    <message>
         <source>%1: &apos;%2&apos; is no moment; give seconds from the trigger, as -0.2 or 200ms, or a time as 2024-01-31T12:00:00.25</source>
         <translation>%1: «%2» — не момент времени; укажите секунды от пуска, например -0.2 или 200ms, или время, например 2024-01-31T12:00:00.25</translation>
-    </message>
-    <message>
-        <source>--window: &apos;%1&apos; is wrong; give a number of seconds, or &apos;fault&apos;</source>
-        <translation>--window: «%1» неверно; укажите число секунд или fault</translation>
     </message>
     <message>
         <source>cfg, a COMTRADE record of several files; cff, one of a single file; csv, a table; mat, variables of MATLAB. Default: by the ending of --out, else cfg</source>
@@ -1978,18 +1966,6 @@ Example, with the sample station:
         <translation>Пересчитать на эту частоту дискретизации, с фильтром от наложения спектров</translation>
     </message>
     <message>
-        <source>--out %1: a record of several files needs a name or a directory; --form csv or --form cff makes one file</source>
-        <translation>--out %1: записи из нескольких файлов нужны имя или каталог; --form csv или --form cff даёт один файл</translation>
-    </message>
-    <message>
-        <source>%1: &apos;%2&apos; would take the place of what is read; give another name or directory with --out</source>
-        <translation>%1: «%2» занял бы место того, что читается; укажите другое имя или каталог в --out</translation>
-    </message>
-    <message>
-        <source>--out &apos;%1&apos; is one name for %2 files; give a directory, with / at its end</source>
-        <translation>--out «%1» — одно имя на %2 файла(ов); укажите каталог, с / в конце</translation>
-    </message>
-    <message>
         <source>&apos;%1&apos; and &apos;%2&apos; would both become &apos;%3&apos;; export them into different directories</source>
         <translation>«%1» и «%2» стали бы одним файлом «%3»; запишите их в разные каталоги</translation>
     </message>
@@ -2040,6 +2016,70 @@ Example, with the sample station:
     <message>
         <source>left out of the INF file: sections on equipment, which count channels that are not there</source>
         <translation>из файла INF убраны секции оборудования: в них по номерам указаны каналы, которых в записи нет</translation>
+    </message>
+    <message>
+        <source>%1: &apos;%2&apos; is wrong; give one of %3</source>
+        <translation>%1: «%2» неверно; укажите одно из: %3</translation>
+    </message>
+    <message>
+        <source>%1 %2 and &apos;%3&apos;: the ending of the file is that of another form; leave one of the two out</source>
+        <translation>%1 %2 и «%3»: расширение файла — другой формы; уберите одно из двух</translation>
+    </message>
+    <message>
+        <source>%1 is for COMTRADE, that is %2 cfg or %2 cff; leave it out</source>
+        <translation>%1 — для COMTRADE, то есть для %2 cfg или %2 cff; уберите</translation>
+    </message>
+    <message>
+        <source>%1 is for %2 csv; leave it out</source>
+        <translation>%1 — для %2 csv; уберите</translation>
+    </message>
+    <message>
+        <source>%1 %2 and %3 1999: revision 1999 has ASCII and BINARY only; leave one of the two out</source>
+        <translation>%1 %2 и %3 1999: в редакции 1999 года есть только ASCII и BINARY; уберите одно из двух</translation>
+    </message>
+    <message>
+        <source>%1: &apos;%2&apos; is wrong; give a number of seconds, or &apos;fault&apos;</source>
+        <translation>%1: «%2» неверно; укажите число секунд или fault</translation>
+    </message>
+    <message>
+        <source>%1 excludes %2; leave one of the two out</source>
+        <translation>%1 нельзя задать вместе с %2; уберите одно из двух</translation>
+    </message>
+    <message>
+        <source>%1: &apos;%2&apos; is wrong; give a whole number from %3 to %4</source>
+        <translation>%1: «%2» неверно; укажите целое число от %3 до %4</translation>
+    </message>
+    <message>
+        <source>%1: &apos;%2&apos; is wrong; give a number from %3 to %4</source>
+        <translation>%1: «%2» неверно; укажите число от %3 до %4</translation>
+    </message>
+    <message>
+        <source>%1 fault: no fault was found; give %2 and %3</source>
+        <translation>%1 fault: КЗ не найдено; укажите %2 и %3</translation>
+    </message>
+    <message>
+        <source>%1 &apos;%2&apos; is before %3 &apos;%4&apos;</source>
+        <translation>%1 «%2» раньше, чем %3 «%4»</translation>
+    </message>
+    <message>
+        <source>%1 cff and %2 1999: a CFF file is of revision 2013; leave one of the two out</source>
+        <translation>%1 cff и %2 1999: файл CFF бывает только в редакции 2013; уберите один из двух параметров</translation>
+    </message>
+    <message>
+        <source>%1 %2: a record of several files needs a name or a directory; %3 csv or %3 cff makes one file</source>
+        <translation>%1 %2: записи из нескольких файлов нужны имя или каталог; %3 csv или %3 cff даёт один файл</translation>
+    </message>
+    <message>
+        <source>%1: &apos;%2&apos; would take the place of what is read; give another name or directory</source>
+        <translation>%1: «%2» занял бы место того, что читается; укажите другое имя или каталог</translation>
+    </message>
+    <message>
+        <source>%1 &apos;%2&apos; is one name for %3 files; give a directory, with / at its end</source>
+        <translation>%1 «%2» — одно имя на %3 файла(ов); укажите каталог, с / в конце</translation>
+    </message>
+    <message>
+        <source>%1: &apos;%2&apos; names no channel</source>
+        <translation>%1: «%2» не называет ни одного канала</translation>
     </message>
 </context>
 <context>
@@ -2162,10 +2202,6 @@ Example, with the sample station:
     <message>
         <source>Encoding of the texts</source>
         <translation>Кодировка текстов</translation>
-    </message>
-    <message>
-        <source>--form cff and --revision 1999: a CFF file is of revision 2013; leave one of the two out</source>
-        <translation>--form cff и --revision 1999: файл CFF бывает только в редакции 2013; уберите один из двух параметров</translation>
     </message>
 </context>
 <context>
@@ -3690,6 +3726,34 @@ Examples:
     <message>
         <source>Qt&apos;s driver for PostgreSQL is missing; install the package libqt5sql5-psql</source>
         <translation>нет драйвера Qt для PostgreSQL; установите пакет libqt5sql5-psql</translation>
+    </message>
+    <message>
+        <source>this user lacks a permission on the server (%1)</source>
+        <translation>у этого пользователя нет прав на сервере (%1)</translation>
+    </message>
+    <message>
+        <source>the server lets nobody write; it may be the copy of another (%1)</source>
+        <translation>сервер не принимает записей; возможно, это реплика (%1)</translation>
+    </message>
+    <message>
+        <source>the server&apos;s disk is full (%1)</source>
+        <translation>на диске сервера нет места (%1)</translation>
+    </message>
+    <message>
+        <source>its encoding is %1; make a database with ENCODING &apos;UTF8&apos; TEMPLATE template0</source>
+        <translation>её кодировка — %1; создайте базу данных с ENCODING &apos;UTF8&apos; TEMPLATE template0</translation>
+    </message>
+    <message>
+        <source>the connection to the server is lost</source>
+        <translation>соединение с сервером потеряно</translation>
+    </message>
+    <message>
+        <source>it is no regular file</source>
+        <translation>это не обычный файл</translation>
+    </message>
+    <message>
+        <source>part of it is in &apos;%1-wal&apos;, which can only be read where files can be written: copy both, or ask somebody who may write there to open it once</source>
+        <translation>часть данных находится в «%1-wal» и читается только там, где можно записывать файлы: скопируйте оба файла или попросите того, у кого есть право записи, один раз открыть базу</translation>
     </message>
 </context>
 <context>
