@@ -20,7 +20,7 @@ const QStringList& NamesOfThings()
         "FILE",   "name",    "source", "folder",   "station",    "device",  "subject",  "year",
         "month",  "day",     "hour",   "minute",   "second",     "date",    "PATH",     "TIME",
         "ms",     "CP",      "KOI",    "GBK",      "postgresql", "user",    "host",     "database",
-        "kA",     "SQL",    "page",  "index",    "html",       "faults", "all"};
+        "kA",     "SQL",     "page",   "index",    "html",       "faults",  "all"};
     return names;
 }
 

@@ -86,8 +86,8 @@ struct PictureFacts
 
 constexpr int PictureColumns = 128;
 
-/// The letters in the order of their values: the first is minus the greatest magnitude, the middle one zero, the
-/// last but one plus the greatest magnitude. The last stands for a value that is missing.
+/// The letters in the order of their values: the first is minus the greatest magnitude, the middle one zero,
+/// the last but one plus the greatest magnitude. The last stands for a value that is missing.
 constexpr char PictureLetters[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-_";
 
 /// Seconds, from the onset of the fault or the first start.
