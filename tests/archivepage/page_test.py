@@ -178,7 +178,7 @@ class Shown(unittest.TestCase):
         self.assertEqual(0, browser.run("return document.querySelectorAll('img').length"))
         self.assertEqual("Net " + HOSTILE, browser.text("#title"))
         self.assertEqual("Net " + HOSTILE.replace("\u2028\u2029", "\u2028\u2029"), browser.run("return document.getElementById('title').textContent"))
-        self.assertEqual([HOSTILE] * 3, browser.run("return [...document.querySelectorAll('#row-1 .place div:first-child, #row-1 .place .quiet, #row-1 .circuit div')].map((one) => one.textContent)"))
+        self.assertEqual([HOSTILE] * 3, browser.run("return [...document.querySelectorAll('#row-1 .place div:first-child, #row-1 .place .quiet, #row-1 .circuit div:first-child')].map((one) => one.textContent)"))
         path = "%s/h/hostile %s" % (archive().place, HOSTILE.replace("/", "|"))
         self.assertEqual(path, browser.text("#detail .path"))
         self.assertEqual("zucmtr view '%s'" % path.replace("'", "'\\''"), browser.text("#detail code"))

@@ -12,8 +12,8 @@ namespace archivepage {
 
 namespace {
 
-// The one of the entries of one event that counts: a recording before its record, and both before what is gone or
-// cannot be read.
+// The one of the entries of one event that counts: a recording before its record, and both before what is
+// gone or cannot be read.
 int Rank(const Row& row)
 {
     return (row.IsThere() ? 0 : 2) + (row.isRecord ? 1 : 0);
@@ -31,8 +31,7 @@ public:
     Writing(Place& place_, Site& site_, const Settings& settings_, QHash<qint64, QStringList> changed_)
         : place(place_), site(site_), settings(settings_), changed(std::move(changed_)),
           builder(settings.pictures)
-    {
-    }
+    {}
 
     // Rows of one moment stand side by side.
     void Take(const Row& row)
@@ -131,7 +130,8 @@ std::vector<Shown> EntriesToShow(catalogue::Catalogue& catalogue, const QString&
     AtOneMoment(catalogue, [&] {
         ForEachRow(catalogue, [&](const Row& row) {
             if (row.IsThere())
-                entries.push_back({catalogue.Absolute(row.path), place.PagePath(row.PageName()), row.IsFault()});
+                entries.push_back(
+                    {catalogue.Absolute(row.path), place.PagePath(row.PageName()), row.IsFault()});
         });
     });
     std::reverse(entries.begin(), entries.end());

@@ -2,9 +2,10 @@
 //
 //     archivepage::Write(*catalogue, "page", {});
 //
-// index.html has everything but the entries. They are in data/, in pieces that it loads as scripts, since a page from
-// a disk may load nothing else. The name of a piece holds the fingerprint of its content: what has not changed is not
-// written again, and what an open page refers to stays as it is until the run after the next.
+// index.html has everything but the entries. They are in data/, in pieces that it loads as scripts, since a
+// page from a disk may load nothing else. The name of a piece holds the fingerprint of its content: what has
+// not changed is not written again, and what an open page refers to stays as it is until the run after the
+// next.
 #pragma once
 
 #include "catalogue/catalogue.h"
@@ -16,8 +17,8 @@ namespace archivepage {
 
 struct Settings
 {
-    QString title;     ///< heading of the page
-    QDate date;        ///< to which the silence of recorders is counted; null: that of the newest entry
+    QString title;      ///< heading of the page
+    QDate date;         ///< to which the silence of recorders is counted; null: that of the newest entry
     int entries = 4096; ///< in a piece
     int pictures = 256; ///< likewise
 };
@@ -36,9 +37,9 @@ public:
     using text::Error::Error;
 };
 
-/// Makes the directory, if it does not exist, or brings it up to date. At any moment what is there can be opened.
-/// Removes the pieces and pages that are of no entry any more, and nothing else. Throws Error, and text::Error for
-/// the catalogue.
+/// Makes the directory, if it does not exist, or brings it up to date. At any moment what is there can be
+/// opened. Removes the pieces and pages that are of no entry any more, and nothing else. Throws Error, and
+/// text::Error for the catalogue.
 Written Write(catalogue::Catalogue& catalogue, const QString& directory, const Settings& settings);
 
 /// An entry that may have a page of its own.
@@ -49,7 +50,8 @@ struct Shown
     bool isFault = false;
 };
 
-/// The entries that are there and could be read, the newest first. Makes the place for their pages. Throws as Write.
+/// The entries that are there and could be read, the newest first. Makes the place for their pages. Throws as
+/// Write.
 std::vector<Shown> EntriesToShow(catalogue::Catalogue& catalogue, const QString& directory);
 
 } // namespace archivepage

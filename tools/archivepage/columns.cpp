@@ -8,9 +8,9 @@ namespace archivepage {
 
 QByteArray Column::Json() const
 {
-    const bool isOne = !values.empty() && std::all_of(values.begin(), values.end(), [this](const QByteArray& value) {
-        return value == values.front();
-    });
+    const bool isOne =
+        !values.empty() && std::all_of(values.begin(), values.end(),
+                                       [this](const QByteArray& value) { return value == values.front(); });
     if (isOne)
         return values.front();
     QByteArray json = "[";

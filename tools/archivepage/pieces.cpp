@@ -183,7 +183,10 @@ Piece PieceBuilder::Finish()
     entries.Put("name", names).Put("station", stations).Put("recorder", recorders).Put("circuit", circuits);
     piece.entries = Script(entries.Put("length", lengths).Put("fault", fault).Put("page", page));
     Object faultDetails;
-    faultDetails.Put("resistance", resistances).Put("start", starts).Put("trip", trips).Put("breaker", breakers);
+    faultDetails.Put("resistance", resistances)
+        .Put("start", starts)
+        .Put("trip", trips)
+        .Put("breaker", breakers);
     faultDetails.Put("deadTime", deadTimes);
     Object details;
     details.Put("count", piece.count).Put("folder", folders).Put("trigger", triggers).Put("gone", goneTimes);

@@ -22,7 +22,7 @@ namespace {
 
 const QString DataFolder = QStringLiteral("/data");
 const QString PageFolder = QStringLiteral("/pages");
-constexpr int HashLength = 16; // of the name of a piece, hexadecimal digits
+constexpr int HashLength = 16;          // of the name of a piece, hexadecimal digits
 constexpr qint64 LongestWriting = 3600; // s, of one page
 
 // What marks index.html as made here, and a page as one of zucmtr view.
@@ -45,11 +45,12 @@ QByteArray ContentOf(const QString& path)
     throw Error(Tr("archive page", "'%1' cannot be written: %2").arg(path, reason));
 }
 
-// Writes a file that has no name until it is whole, so that nothing remains of a program that is killed. False
-// where the file system has no such files.
+// Writes a file that has no name until it is whole, so that nothing remains of a program that is killed.
+// False where the file system has no such files.
 bool WriteNameless(const QString& path, const QByteArray& content)
 {
-    const int file = open(QFile::encodeName(QFileInfo(path).path()).constData(), O_TMPFILE | O_WRONLY | O_CLOEXEC, 0666);
+    const int file =
+        open(QFile::encodeName(QFileInfo(path).path()).constData(), O_TMPFILE | O_WRONLY | O_CLOEXEC, 0666);
     if (file < 0)
         return false;
     QFile stream;
@@ -80,8 +81,9 @@ Place::Place(const QString& directory_) : directory(directory_)
     Lock();
     for (const QString& folder : {DataFolder, PageFolder}) {
         if (QFileInfo(directory + folder).isSymLink())
-            throw Error(Tr("archive page", "'%1' is a link to another place; remove it, or give another directory")
-                            .arg(directory + folder));
+            throw Error(
+                Tr("archive page", "'%1' is a link to another place; remove it, or give another directory")
+                    .arg(directory + folder));
     }
     if (QFileInfo(directory + QStringLiteral("/index.html")).isSymLink() ||
         (QFileInfo::exists(directory + QStringLiteral("/index.html")) && !IndexThere().contains(IndexMark)))
@@ -161,7 +163,8 @@ void Place::RemoveOldPieces(const QByteArray& page, const QByteArray& before)
         const QByteArray piece = file.chopped(3).toLatin1();
         if (page.contains(piece) || before.contains(piece))
             continue;
-        if (Fingerprint(ContentOf(data.filePath(file))) == piece.right(HashLength)) // else it is not made here
+        if (Fingerprint(ContentOf(data.filePath(file))) ==
+            piece.right(HashLength)) // else it is not made here
             data.remove(file);
     }
 }

@@ -10,9 +10,9 @@ namespace archivepage {
 class Place
 {
 public:
-    /// Makes the directory and those in it that are not there. Throws Error if index.html is not one of a page
-    /// of this kind, or if a directory is a link to another place.
-    /// No other program is at work there as long as this object lives, or Error is thrown.
+    /// Makes the directory and those in it that are not there. Throws Error if index.html is not one of a
+    /// page of this kind, or if a directory is a link to another place. No other program is at work there as
+    /// long as this object lives, or Error is thrown.
     explicit Place(const QString& directory_);
     ~Place();
     Place(const Place&) = delete;

@@ -22,20 +22,22 @@ constexpr const char* Scripts[] = {
     "filters",   // which entries
     "searching", // by words
     "order",     // of the list
-    "filterbar", "timeline",   "picture", "facts", "list", "detail",
+    "filterbar",    "timeline",    "picture", "facts", "list", "detail",
     "charts", // of the statistics
-    "statistics", "archivemain",
+    "statistics",   "archivemain",
 };
 
 QByteArray Script(const QByteArray& name)
 {
-    return view::ResourceText(QStringLiteral(":/archivepage/") + QString::fromLatin1(name) + QStringLiteral(".js"));
+    return view::ResourceText(QStringLiteral(":/archivepage/") + QString::fromLatin1(name) +
+                              QStringLiteral(".js"));
 }
 
 // Scripts come from here and from the pieces beside the page; nothing else is loaded, from wherever.
 QByteArray Policy(const std::vector<QByteArray>& scripts)
 {
-    return "default-src 'none'; style-src 'unsafe-inline'; img-src data:; base-uri 'none'; form-action 'none'; "
+    return "default-src 'none'; style-src 'unsafe-inline'; img-src data:; base-uri 'none'; form-action "
+           "'none'; "
            "script-src 'self'" +
            view::HashSources(scripts);
 }
@@ -69,14 +71,15 @@ QByteArray Site::Page() const
     const std::vector<QByteArray> frame =
         view::SplitAt(view::ResourceText(QStringLiteral(":/archivepage/archive.html")),
                       {"@POLICY@", "@TITLE@", "@STYLES@", "@BODY@"});
-    QByteArray page = frame[0] + Policy(scripts) + frame[1] + settings.title.toHtmlEscaped().toUtf8() + frame[2];
+    QByteArray page =
+        frame[0] + Policy(scripts) + frame[1] + settings.title.toHtmlEscaped().toUtf8() + frame[2];
     page += view::WebFile(QStringLiteral("base.css"));
     for (const char* name : {"archive", "statistics"})
         page += view::ResourceText(QStringLiteral(":/archivepage/%1.css").arg(QLatin1String(name)));
     page += frame[3] + "<script type=\"text/plain\" id=\"archive\">{\"title\":" + JsonText(settings.title) +
             ",\"date\":" + JsonText(settings.date.toString(Qt::ISODate)) + ",\"root\":" + JsonText(root) +
-            ",\"pictures\":" + QByteArray::number(settings.pictures) + ",\"timed\":[" + timed + "],\"untimed\":[" +
-            untimed + "]}</script>\n";
+            ",\"pictures\":" + QByteArray::number(settings.pictures) + ",\"timed\":[" + timed +
+            "],\"untimed\":[" + untimed + "]}</script>\n";
     for (const QByteArray& script : scripts)
         page += "<script>" + script + "</script>\n";
     return page + frame[4];

@@ -124,13 +124,13 @@ CREATE TABLE events ( -- a change of a digital channel, bounce folded
     active INTEGER NOT NULL,      -- 1: the signal is there; of a breaker: it is closed
     PRIMARY KEY (entry, place)
 ) {rowless};
-CREATE TABLE pictures ( -- the waves around the fault of an entry, as small as a list shows them
+CREATE TABLE pictures ( -- waves of an entry's fault, so small that a list can show them
     entry {big} PRIMARY KEY REFERENCES entries (id) ON DELETE CASCADE, -- id of the entry
     from_time {real} NOT NULL,    -- s from the trigger
     to_time {real} NOT NULL,      -- s from the trigger
     peak_current {real},          -- greatest magnitude in it, primary, A
     peak_voltage {real},          -- greatest magnitude in it, primary, V
-    waves TEXT NOT NULL           -- Ia Ib Ic Ua Ub Uc of the faulted circuit, a letter for each of 128 columns (docs/archive.md)
+    waves TEXT NOT NULL           -- Ia Ib Ic Ua Ub Uc of the faulted circuit, a letter for each of 128 columns, see docs/archivepage.md
 );
 )sql";
 

@@ -16,8 +16,8 @@ namespace {
 
 // In the order of their dependencies.
 constexpr const char* Scripts[] = {
-    "dygraph",     // the library
-    "texts",       // what the page says
+    "dygraph", // the library
+    "texts",   // what the page says
     "pagetexts",
     "elements",    // of HTML and SVG
     "address",     // settings in the page's address
@@ -53,8 +53,8 @@ constexpr const char* Scripts[] = {
     "spectrumchart", "spectrum",     "values",       "main",
 };
 
-constexpr const char* Styles[] = {"dygraph", "base", "style", "marks",    "cursorbar", "formulas", "copy",
-                                  "answer",  "plane", "spectrum", "values",    "second"};
+constexpr const char* Styles[] = {"dygraph", "base",   "style", "marks",    "cursorbar", "formulas",
+                                  "copy",    "answer", "plane", "spectrum", "values",    "second"};
 
 QByteArray Script(const char* name)
 {
@@ -64,8 +64,9 @@ QByteArray Script(const char* name)
 // No scripts but these run in the page, whatever stands in the record, and nothing is loaded.
 QByteArray Policy(const std::vector<QByteArray>& texts)
 {
-    const QByteArray policy = "default-src 'none'; style-src 'unsafe-inline'; img-src data:; base-uri 'none'; "
-                              "form-action 'none'; worker-src blob:; script-src";
+    const QByteArray policy =
+        "default-src 'none'; style-src 'unsafe-inline'; img-src data:; base-uri 'none'; "
+        "form-action 'none'; worker-src blob:; script-src";
     return policy + HashSources(texts);
 }
 

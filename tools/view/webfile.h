@@ -9,8 +9,8 @@
 
 namespace view {
 
-/// A script, style or frame of this folder's web files, without the address of a source map: the browser would
-/// ask the network for that.
+/// A script, style or frame of this folder's web files, without the address of a source map: the browser
+/// would ask the network for that.
 QByteArray WebFile(const QString& name);
 
 /// The same of a file of the program's resources, which the caller has linked in.

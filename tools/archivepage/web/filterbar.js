@@ -18,7 +18,7 @@
       this.element.setAttribute('aria-label', view.text('filters'));
       this.element.replaceChildren(
         this.labelled('text', this.input('text', { type: 'search', placeholder: view.text('textHint'), title: view.text('textHint') })),
-        this.labelled('show', this.choice('show')), this.more(), this.labelled('station', this.choice('station')), this.labelled('circuit', this.choice('circuit')), reset,
+        this.labelled('show', this.choice('show')), this.more(), this.labelled('station', this.choice('station')), this.labelled('circuit', this.choice('circuit')), reset, view.html('span', { className: 'rowEnd' }),
         this.buttons('kind', 'kinds', Object.entries(view.groupNames).map(([group, key]) => [group, view.text(key)])),
         this.buttons('phases', 'phases', ['A', 'B', 'C'].map((phase) => [phase, phase])),
         this.pair('lasting', 'longer', 'shorter', { inputMode: 'decimal', size: 5 }),

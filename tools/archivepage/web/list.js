@@ -138,7 +138,7 @@
         picture: [this.pictureOf(entry)],
         time: [line(...view.whenElements(entries, entry)), quiet(entries.names[entry])],
         place: [line(entries.stations.words[entries.station[entry]]), quiet(entries.recorders.words[entries.recorder[entry]])],
-        circuit: [line(entries.circuitOf(entry))],
+        circuit: [line(entries.circuitOf(entry)), view.html('div', { className: 'quiet stationLine', textContent: entries.stations.words[entries.station[entry]] })],
         fault: [line(view.faultElement(entries, entry)), line(...view.badges(entries, entry))],
         duration: isFault ? [line(view.lastingText(entries, entry))] : [],
         greatest: isFault ? [line(view.quantity(entries.current[entry], 'ampere'))] : [],

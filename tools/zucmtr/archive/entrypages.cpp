@@ -40,7 +40,8 @@ PageCounts MakePages(const std::vector<archivepage::Shown>& entries, const PageR
         if (progressing.isToEnd())
             break;
         progressing.show(done++, missing.size());
-        if (QFileInfo::exists(entry.page)) // another entry with the same contents, or another program, has made it
+        if (QFileInfo::exists(
+                entry.page)) // another entry with the same contents, or another program, has made it
             continue;
         try {
             MakePage(entry, reading);

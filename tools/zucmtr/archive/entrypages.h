@@ -21,8 +21,8 @@ struct PageCounts
     qint64 failed = 0;
 };
 
-/// Makes the page of each entry that has none yet, whole or not at all. What cannot be made is complained of. Throws
-/// ConfigurationError as Look.
+/// Makes the page of each entry that has none yet, whole or not at all. What cannot be made is complained of.
+/// Throws ConfigurationError as Look.
 PageCounts MakePages(const std::vector<archivepage::Shown>& entries, const PageReading& reading,
                      const Progressing& progressing);
 

@@ -17,10 +17,11 @@ using catalogue::PictureColumns;
 constexpr double PeriodsAround = 2; // of the fault
 constexpr double LeastPeriods = 8;
 constexpr double MostPeriods = 12;
-constexpr int GreatestLevel = 31;   // of a letter, up and down
+constexpr int GreatestLevel = 31; // of a letter, up and down
 constexpr int MissingLetter = 63;
 
-using Wave = std::vector<double>; // a value for each column; NaN for a missing one; empty: there is no channel
+using Wave =
+    std::vector<double>; // a value for each column; NaN for a missing one; empty: there is no channel
 
 struct Span
 {
@@ -33,13 +34,16 @@ Span SpanOf(const analysis::Oscillogram& oscillogram, const analysis::Fault& fau
     const double period = 1 / analysis::MainsFrequency(oscillogram.config);
     const qint64 last = oscillogram.first + std::max<qint64>(oscillogram.Count() - 1, 0);
     const double end = oscillogram.axis.TimeOf(last);
-    const double from = std::max(fault.Onset() - PeriodsAround * period, oscillogram.axis.TimeOf(oscillogram.first));
+    const double from =
+        std::max(fault.Onset() - PeriodsAround * period, oscillogram.axis.TimeOf(oscillogram.first));
     const double wanted = fault.Clearing().value_or(end) + PeriodsAround * period;
-    return {from, std::min(std::clamp(wanted, from + LeastPeriods * period, from + MostPeriods * period), end)};
+    return {from,
+            std::min(std::clamp(wanted, from + LeastPeriods * period, from + MostPeriods * period), end)};
 }
 
 // Of the samples in one column the value that is farthest from zero, so that no peak is lost.
-double Farthest(const analysis::Codes& codes, const comtrade::AnalogChannel& channel, size_t begin, size_t end)
+double Farthest(const analysis::Codes& codes, const comtrade::AnalogChannel& channel, size_t begin,
+                size_t end)
 {
     double farthest = std::numeric_limits<double>::quiet_NaN();
     for (size_t sample = begin; sample < end; ++sample) {

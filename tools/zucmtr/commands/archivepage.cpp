@@ -65,8 +65,8 @@ archivepage::Settings SettingsOf(const PageOptions& options, const QString& addr
     if (!options.date.empty()) {
         settings.date = QDate::fromString(FromUtf8(options.date), Qt::ISODate);
         if (!settings.date.isValid())
-            throw ConfigurationError(Tr("archive", "--as-of: '%1' is no date; give it as 2024-01-31")
-                                         .arg(FromUtf8(options.date)));
+            throw ConfigurationError(
+                Tr("archive", "--as-of: '%1' is no date; give it as 2024-01-31").arg(FromUtf8(options.date)));
     }
     return settings;
 }
@@ -78,9 +78,9 @@ archive::PageCounts MakePages(const PageOptions& options, catalogue::Catalogue& 
         entries.erase(std::remove_if(entries.begin(), entries.end(),
                                      [](const archivepage::Shown& entry) { return !entry.isFault; }),
                       entries.end());
-    const archive::PageReading reading{{ChoiceOf(options.reading.choice), options.reading.plain,
-                                        FromUtf8(options.reading.lines)},
-                                       FromUtf8(options.reading.encoding)};
+    const archive::PageReading reading{
+        {ChoiceOf(options.reading.choice), options.reading.plain, FromUtf8(options.reading.lines)},
+        FromUtf8(options.reading.encoding)};
     std::unique_ptr<Progress> progress;
     const archive::Progressing progressing{
         [&](size_t done, size_t total) {
@@ -146,32 +146,38 @@ int RunPage(const PageOptions& options)
 void AddArchivePage(CLI::App& archive, Action& chosen)
 {
     CLI::App* command = archive.add_subcommand(
-        "page", HelpText("archive", "Show the catalogue in the browser: a directory for a disk, a share or a web server"));
+        "page",
+        HelpText("archive",
+                 "Show the catalogue in the browser: a directory for a disk, a share or a web server"));
     const auto options = std::make_shared<PageOptions>();
     AddValue(*command, "-o,--out", options->out, "DIR",
              HelpText("archive", "The directory; it is made, or brought up to date. Open index.html in it"))
         ->required();
     AddCatalogueOption(*command, options->catalogue);
     AddValue(*command, "--pages", options->pages, "WHICH",
-             HelpText("archive", "Make the page of 'zucmtr view' for entries that have none yet: none, faults or all. "
-                                 "Default: none"))
+             HelpText("archive",
+                      "Make the page of 'zucmtr view' for entries that have none yet: none, faults or all. "
+                      "Default: none"))
         ->check(values::OneOf({"none", "faults", "all"}));
     AddValue(*command, "--title", options->title, "TEXT",
              HelpText("archive", "Heading of the page. Default: the name of the archive's directory"));
     AddValue(*command, "--as-of", options->date, "DATE",
-             HelpText("archive", "The day to which the silence of recorders is counted, as 2024-01-31. Default: that of "
-                                 "the newest entry"));
+             HelpText("archive",
+                      "The day to which the silence of recorders is counted, as 2024-01-31. Default: that of "
+                      "the newest entry"));
     AddReadingOptions(*command, options->reading,
                       HelpText("archive", "Take no ini file: circuits and names as in the recordings"));
-    command->add_flag("--json", options->json, HelpText("archive", "One JSON object at the end, for programs"));
+    command->add_flag("--json", options->json,
+                      HelpText("archive", "One JSON object at the end, for programs"));
     command->add_flag("--quiet", options->quiet, HelpText("archive", "Report failures only"));
     AddMemoryOption(*command, options->maxMemory);
     AddValue(*command, "DIR", options->directory, "",
              HelpText("archive", "The directory whose catalogue is shown. Default: the current one"));
-    command->footer(HelpText("archive", "Exit code: 0 the directory is up to date; 1 it cannot be written, or an entry has no "
-                                        "page; 2 wrong usage.\n"
-                                        "\n"
-                                        "Example:\n"
-                                        "  zucmtr archive page -o page --pages faults recordings"));
+    command->footer(HelpText(
+        "archive", "Exit code: 0 the directory is up to date; 1 it cannot be written, or an entry has no "
+                   "page; 2 wrong usage.\n"
+                   "\n"
+                   "Example:\n"
+                   "  zucmtr archive page -o page --pages faults recordings"));
     command->callback([options, &chosen] { chosen = [options] { return RunPage(*options); }; });
 }
