@@ -137,8 +137,8 @@ private:
         if (order.searched.isEmpty())
             return;
         Listing listing = List(order.searched);
-        for (Found& one : listing.found)
-            there.insert(one.path, std::move(one));
+        for (const Found& one : listing.found)
+            there.insert(one.path, one);
         unlisted = std::move(listing.unlisted);
         for (const Unlisted& one : unlisted)
             Find(reason::DirectoryUnreadable, one.path, one.text);
