@@ -104,7 +104,7 @@ def values_speed(path):
         codes = channel.codes
         product = min(seconds(lambda: channel.a * codes + channel.b) for _ in range(5 * ROUNDS))
         values = min(seconds(lambda: channel.values) for _ in range(5 * ROUNDS))
-    return report("`values` of a channel", 1.2, values / product, "most",
+    return report("`values` of a channel", 1.5, values / product, "most",
                   f"NumPy's `a * codes + b` {1000 * product:.1f} ms | {1000 * values:.1f} ms")
 
 
