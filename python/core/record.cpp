@@ -8,8 +8,8 @@
 #include "analysis/timeaxis.h"
 #include "comtrade/moment.h"
 #include "comtrade/samples.h"
-#include "zucmtr/host/recordsource.h"
 #include "zucmtr/host/linefile.h"
+#include "zucmtr/host/recordsource.h"
 
 #include <QJsonDocument>
 

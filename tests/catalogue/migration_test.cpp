@@ -204,7 +204,7 @@ TEST_P(MigrationTest, EmptyDatabaseBecomesACatalogueOnlyForWriting)
 {
     if (!IsServer())
         directory.Write("zucmtr-archive.db", "");
-    EXPECT_EQ(ReadingRefusal(), Named("it is no catalogue"));
+    EXPECT_EQ(ReadingRefusal(), Named("it is empty; 'zucmtr archive update' fills it"));
     EXPECT_EQ(OpeningRefusal(), "none");
     EXPECT_EQ(ReadingRefusal(), "none");
 }

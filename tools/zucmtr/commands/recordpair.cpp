@@ -8,9 +8,9 @@
 #include "verify/source.h"
 #include "verify/verifier.h"
 #include "verify/wholeness.h"
-#include "zucmtr/host/recordsource.h"
 #include "zucmtr/host/host.h"
 #include "zucmtr/host/recordform.h"
+#include "zucmtr/host/recordsource.h"
 #include "zucmtr/terminal/command.h"
 
 #include <QFile>

@@ -20,7 +20,7 @@
   zucmtr archive find recordings --kind single --longer-than 80ms</translation>
     </message>
     <message>
-        <source>'%1' is no directory</source>
+        <source>&apos;%1&apos; is no directory</source>
         <translation>«%1» — не каталог</translation>
     </message>
     <message>
@@ -62,11 +62,11 @@ Example:
         <translation>База каталога: файл или postgresql://user@host/database. По умолчанию zucmtr-archive.db в (первом) каталоге</translation>
     </message>
     <message>
-        <source>there is no catalogue '%1'; 'zucmtr archive update DIR' makes one</source>
+        <source>there is no catalogue &apos;%1&apos;; &apos;zucmtr archive update DIR&apos; makes one</source>
         <translation>нет каталога архива «%1»; его создаёт «zucmtr archive update DIR»</translation>
     </message>
     <message>
-        <source>--as-of: '%1' is no date; give it as 2024-01-31</source>
+        <source>--as-of: &apos;%1&apos; is no date; give it as 2024-01-31</source>
         <translation>--as-of: «%1» — не дата; укажите её в виде 2024-01-31</translation>
     </message>
     <message>
@@ -78,11 +78,11 @@ Example:
         <translation>Каталог; он создаётся или обновляется. Откройте в нём index.html</translation>
     </message>
     <message>
-        <source>Make the page of 'zucmtr view' for entries that have none yet: none, faults or all. Default: none</source>
+        <source>Make the page of &apos;zucmtr view&apos; for entries that have none yet: none, faults or all. Default: none</source>
         <translation>Для каких записей создать страницы «zucmtr view», если их ещё нет: none (ни для каких), faults (с КЗ) или all (для всех). По умолчанию: none</translation>
     </message>
     <message>
-        <source>Heading of the page. Default: the name of the archive's directory</source>
+        <source>Heading of the page. Default: the name of the archive&apos;s directory</source>
         <translation>Заголовок страницы. По умолчанию: имя каталога с архивом</translation>
     </message>
     <message>
@@ -164,7 +164,7 @@ Example:
         <translation>при чтении файла программа завершилась аварийно (сигнал %1); пожалуйста, сообщите об этом и приложите файл</translation>
     </message>
     <message>
-        <source>'%1' is wrong; give %2</source>
+        <source>&apos;%1&apos; is wrong; give %2</source>
         <translation>«%1» не годится; дайте %2</translation>
     </message>
     <message>
@@ -338,7 +338,7 @@ Examples:
         <translation>Сколько осциллограмм читать одновременно; 0 — по одной на процессор (по умолчанию)</translation>
     </message>
     <message>
-        <source>'%1' is not there any more</source>
+        <source>&apos;%1&apos; is not there any more</source>
         <translation>«%1» больше нет на месте</translation>
     </message>
     <message>
@@ -350,11 +350,11 @@ Examples:
         <translation>процесс, который ведёт каталог, завершился</translation>
     </message>
     <message>
-        <source>there is no catalogue (zucmtr-archive.db) in '%1' or above; make one with: zucmtr archive update %2</source>
+        <source>there is no catalogue (zucmtr-archive.db) in &apos;%1&apos; or above; make one with: zucmtr archive update %2</source>
         <translation>ни в «%1», ни выше нет каталога (zucmtr-archive.db); создайте его: zucmtr archive update %2</translation>
     </message>
     <message>
-        <source>Triggered at this time or later: 2024, 2024-03, 2024-03-31 or 2024-03-31T12:00, on the recorder's clock or with Z or +03:00; or 12h, 30d, 4w or 1y ago; or today</source>
+        <source>Triggered at this time or later: 2024, 2024-03, 2024-03-31 or 2024-03-31T12:00, on the recorder&apos;s clock or with Z or +03:00; or 12h, 30d, 4w or 1y ago; or today</source>
         <translation>Пуск в это время или позже: 2024, 2024-03, 2024-03-31 или 2024-03-31T12:00 по часам регистратора или с Z либо +03:00; или 12ч, 30д, 4н, 1г назад; или today — сегодня</translation>
     </message>
     <message>
@@ -418,7 +418,7 @@ Examples:
         <translation>То, чего уже нет, вместо того, что есть</translation>
     </message>
     <message>
-        <source>--catalogue: there is no file '%1'</source>
+        <source>--catalogue: there is no file &apos;%1&apos;</source>
         <translation>--catalogue: файла «%1» нет</translation>
     </message>
     <message>
@@ -427,25 +427,114 @@ Examples:
     </message>
 </context>
 <context>
+    <name>archive check</name>
+    <message>
+        <source>its SHA-256 in the catalogue is not that of its files there</source>
+        <translation>SHA-256 в каталоге не тот, который следует из её файлов там же</translation>
+    </message>
+    <message>
+        <source>it is marked as gone, but is there</source>
+        <translation>отмечено как отсутствующее, но есть на месте</translation>
+    </message>
+    <message>
+        <source>it is not there</source>
+        <translation>файла нет на месте</translation>
+    </message>
+    <message>
+        <source>it has %1 bytes, in the catalogue %2</source>
+        <translation>размер %1 байт, в каталоге %2</translation>
+    </message>
+    <message>
+        <source>it was written at another time than the catalogue says</source>
+        <translation>время изменения не то, что в каталоге</translation>
+    </message>
+    <message>
+        <source>it belongs to &apos;%1&apos;, but is not in the catalogue</source>
+        <translation>относится к «%1», но в каталоге его нет</translation>
+    </message>
+    <message>
+        <source>its size and time are those in the catalogue, but not its SHA-256: it has changed or is damaged</source>
+        <translation>размер и время те же, что в каталоге, а SHA-256 другой: файл изменён или повреждён</translation>
+    </message>
+    <message>
+        <source>it is not in the catalogue; &apos;zucmtr archive update&apos; reads it</source>
+        <translation>в каталоге его нет; его прочитает «zucmtr archive update»</translation>
+    </message>
+    <message>
+        <source>the catalogue is damaged: %1</source>
+        <translation>каталог повреждён: %1</translation>
+    </message>
+    <message>
+        <source>%1 entries with %2 files, %3 gone</source>
+        <translation>в каталоге: %1, файлов: %2, отсутствует: %3</translation>
+    </message>
+    <message>
+        <source>%1: all is as the catalogue says</source>
+        <translation>%1: всё соответствует каталогу</translation>
+    </message>
+    <message>
+        <source>%1: %2 findings</source>
+        <translation>%1: расхождений: %2</translation>
+    </message>
+    <message>
+        <source>Hold the catalogue against the files, and against itself</source>
+        <translation>Сверить каталог с файлами и проверить его самого</translation>
+    </message>
+    <message>
+        <source>Compare names, sizes and times of the files alone, without reading them for their SHA-256</source>
+        <translation>Сверять только имена, размеры и время файлов, не читая их для SHA-256</translation>
+    </message>
+    <message>
+        <source>One JSON object per finding, and one with the totals at the end, for programs</source>
+        <translation>По объекту JSON на каждое расхождение и один с итогами в конце, для программ</translation>
+    </message>
+    <message>
+        <source>Report findings only</source>
+        <translation>Сообщать только о расхождениях</translation>
+    </message>
+    <message>
+        <source>The directory with the catalogue, or one below it: then only what is below that is checked. Default: all of the catalogue in the current one or above</source>
+        <translation>Каталог с базой или вложенный в него: тогда проверяется только то, что в нём. По умолчанию — всё из базы в текущем каталоге или выше</translation>
+    </message>
+    <message>
+        <source>Checked are the pieces of each entry: they are there, with size, time and SHA-256; what is marked as gone
+is gone; each recording and record has an entry; and the database agrees with itself. Nothing is changed.
+&apos;zucmtr archive update&apos; brings the catalogue up to date with what is new, changed, moved or gone.
+
+Exit code: 0 all is as the catalogue says; 1 something is not, or the catalogue cannot be read; 2 wrong usage.
+
+Example:
+  zucmtr archive check --fast recordings</source>
+        <translation>Проверяется: файлы каждой осциллограммы и записи на месте, их размер, время и SHA-256 те же; отмеченного как
+отсутствующее нет; каждая осциллограмма и запись есть в каталоге; база данных не противоречит сама себе. Ничего не меняется.
+«zucmtr archive update» вносит в каталог новое, изменённое, перемещённое и пропавшее.
+
+Код завершения: 0 — всё соответствует каталогу; 1 — не всё, или каталог не читается; 2 — неверная команда.
+
+Пример:
+  zucmtr archive check --fast recordings</translation>
+    </message>
+</context>
+<context>
     <name>archive page</name>
     <message>
-        <source>'%1' cannot be written: %2</source>
+        <source>&apos;%1&apos; cannot be written: %2</source>
         <translation>не удаётся записать «%1»: %2</translation>
     </message>
     <message>
-        <source>'%1' is a link to another place; remove it, or give another directory</source>
+        <source>&apos;%1&apos; is a link to another place; remove it, or give another directory</source>
         <translation>«%1» — ссылка на другое место; удалите её или укажите другой каталог</translation>
     </message>
     <message>
-        <source>'%1' is no page of an archive; give another directory</source>
+        <source>&apos;%1&apos; is no page of an archive; give another directory</source>
         <translation>«%1» — не страница архива; укажите другой каталог</translation>
     </message>
     <message>
-        <source>'%1': another program is at work there</source>
+        <source>&apos;%1&apos;: another program is at work there</source>
         <translation>«%1»: там уже работает другая программа</translation>
     </message>
     <message>
-        <source>'%1' cannot be made a directory</source>
+        <source>&apos;%1&apos; cannot be made a directory</source>
         <translation>«%1» не удаётся сделать каталогом</translation>
     </message>
 </context>
@@ -503,7 +592,7 @@ Examples:
 <context>
     <name>catalogue</name>
     <message>
-        <source>the catalogue '%1': %2</source>
+        <source>the catalogue &apos;%1&apos;: %2</source>
         <translation>база каталога «%1»: %2</translation>
     </message>
     <message>
@@ -515,7 +604,7 @@ Examples:
         <translation>она создана более новой версией программы; установите её</translation>
     </message>
     <message>
-        <source>it is damaged (%1); put a copy in its place, or move it away: 'zucmtr archive update' makes a new one</source>
+        <source>it is damaged (%1); put a copy in its place, or move it away: &apos;zucmtr archive update&apos; makes a new one</source>
         <translation>база повреждена (%1); поставьте на её место копию или уберите её: «zucmtr archive update» создаст новую</translation>
     </message>
     <message>
@@ -523,7 +612,7 @@ Examples:
         <translation>это не база каталога, или она повреждена (%1)</translation>
     </message>
     <message>
-        <source>it was made by an older version of the program; 'zucmtr archive update' brings it up to date</source>
+        <source>it was made by an older version of the program; &apos;zucmtr archive update&apos; brings it up to date</source>
         <translation>она создана более старой версией программы; «zucmtr archive update» обновит её</translation>
     </message>
     <message>
@@ -563,11 +652,11 @@ Examples:
         <translation>в каталоге нет осциллограммы, с которой она сверялась</translation>
     </message>
     <message>
-        <source>a row of the table '%1' belongs to none of '%2'</source>
+        <source>a row of the table &apos;%1&apos; belongs to none of &apos;%2&apos;</source>
         <translation>строка таблицы «%1» не относится ни к одной строке «%2»</translation>
     </message>
     <message>
-        <source>it is empty; 'zucmtr archive update' fills it</source>
+        <source>it is empty; &apos;zucmtr archive update&apos; fills it</source>
         <translation>он пуст; его заполнит «zucmtr archive update»</translation>
     </message>
 </context>
@@ -578,7 +667,7 @@ Examples:
         <translation>не действует: номера пишутся 01, 02 ... 99, 100</translation>
     </message>
     <message>
-        <source>ignored: '%1' is %2; raise it to %3</source>
+        <source>ignored: &apos;%1&apos; is %2; raise it to %3</source>
         <translation>не действует: «%1» равен %2; увеличьте до %3</translation>
     </message>
     <message>
@@ -586,7 +675,7 @@ Examples:
         <translation>не действует: нет значения</translation>
     </message>
     <message>
-        <source>'%1' is no whole number: the section does not load</source>
+        <source>&apos;%1&apos; is no whole number: the section does not load</source>
         <translation>«%1» — не целое число: секция не загружается</translation>
     </message>
     <message>
@@ -602,39 +691,39 @@ Examples:
         <translation>то, что за второй запятой, не действует</translation>
     </message>
     <message>
-        <source>it has no parameters, so its channel stays unsorted; add '%1'</source>
+        <source>it has no parameters, so its channel stays unsorted; add &apos;%1&apos;</source>
         <translation>нет параметров, поэтому канал не сортируется; добавьте «%1»</translation>
     </message>
     <message>
-        <source>'%1' is not 'equipment:signal'; write the channel's name as the recorder does</source>
+        <source>&apos;%1&apos; is not &apos;equipment:signal&apos;; write the channel&apos;s name as the recorder does</source>
         <translation>«%1» — не «оборудование:сигнал»; напишите имя канала как в регистраторе</translation>
     </message>
     <message>
-        <source>'%1' is in line %2 too: a record would have the channel twice; take one out</source>
+        <source>&apos;%1&apos; is in line %2 too: a record would have the channel twice; take one out</source>
         <translation>«%1» есть и в строке %2: канал был бы в записи дважды; уберите один</translation>
     </message>
     <message>
-        <source>'%1=' is missing, so its channel stays unsorted; give one of %2</source>
+        <source>&apos;%1=&apos; is missing, so its channel stays unsorted; give one of %2</source>
         <translation>нет «%1=», поэтому канал не сортируется; дайте одно из: %2</translation>
     </message>
     <message>
-        <source>'%1=%2' is not known, so its channel stays unsorted; give one of %3</source>
+        <source>&apos;%1=%2&apos; is not known, so its channel stays unsorted; give one of %3</source>
         <translation>«%1=%2» не известно, поэтому канал не сортируется; дайте одно из: %3</translation>
     </message>
     <message>
-        <source>; is '%1' meant?</source>
+        <source>; is &apos;%1&apos; meant?</source>
         <translation>; может быть, «%1»?</translation>
     </message>
     <message>
-        <source>'%1=' is ignored</source>
+        <source>&apos;%1=&apos; is ignored</source>
         <translation>«%1=» не действует</translation>
     </message>
     <message>
-        <source>'%1' is V_L=%2 E_G=%3 here and V_L=%4 E_G=%5 in line %6; one equipment has one of each</source>
+        <source>&apos;%1&apos; is V_L=%2 E_G=%3 here and V_L=%4 E_G=%5 in line %6; one equipment has one of each</source>
         <translation>«%1» здесь V_L=%2 E_G=%3, а в строке %6 V_L=%4 E_G=%5; у одного оборудования они одни</translation>
     </message>
     <message>
-        <source>'%1' has voltages and currents (line %2), which share one record of the INF file with the key of the first; where both are needed, give the currents another name in the recorder</source>
+        <source>&apos;%1&apos; has voltages and currents (line %2), which share one record of the INF file with the key of the first; where both are needed, give the currents another name in the recorder</source>
         <translation>у «%1» и напряжения, и токи (строка %2), в файле INF у них одна запись с ключом первого; если нужны оба, назовите токи в регистраторе иначе</translation>
     </message>
     <message>
@@ -642,7 +731,7 @@ Examples:
         <translation>не действует: нет ни показываемого текста, ни второго имени</translation>
     </message>
     <message>
-        <source>ignored: the bay '%1' is in line %2 already</source>
+        <source>ignored: the bay &apos;%1&apos; is in line %2 already</source>
         <translation>не действует: присоединение «%1» уже есть в строке %2</translation>
     </message>
     <message>
@@ -650,15 +739,15 @@ Examples:
         <translation>то, что за третьей запятой, не действует</translation>
     </message>
     <message>
-        <source>ignored: '%1' belongs in the section of a device</source>
+        <source>ignored: &apos;%1&apos; belongs in the section of a device</source>
         <translation>не действует: «%1» должен быть в секции регистратора</translation>
     </message>
     <message>
-        <source>'%1' cannot be read: %2</source>
+        <source>&apos;%1&apos; cannot be read: %2</source>
         <translation>«%1» не читается: %2</translation>
     </message>
     <message>
-        <source>the blanks belong to the section's name '%1'; take them out</source>
+        <source>the blanks belong to the section&apos;s name &apos;%1&apos;; take them out</source>
         <translation>пробелы входят в имя секции «%1»; уберите их</translation>
     </message>
     <message>
@@ -666,11 +755,11 @@ Examples:
         <translation>секция [%1] начинается уже в строке %2; обе — одна секция, из одинаковых ключей действует последний: объедините их</translation>
     </message>
     <message>
-        <source>ignored: '%1' is in line %2 again, and the last one counts; take one of them out</source>
+        <source>ignored: &apos;%1&apos; is in line %2 again, and the last one counts; take one of them out</source>
         <translation>не действует: «%1» есть ещё в строке %2, а действует последний; уберите один из них</translation>
     </message>
     <message>
-        <source>the quotation marks belong to the value of '%1'; take them out</source>
+        <source>the quotation marks belong to the value of &apos;%1&apos;; take them out</source>
         <translation>кавычки входят в значение «%1»; уберите их</translation>
     </message>
     <message>
@@ -678,7 +767,7 @@ Examples:
         <translation>не действует: стоит до первой секции; перенесите в секцию</translation>
     </message>
     <message>
-        <source>ignored: it is neither a section nor 'key = value'; start it with ';' if it is a comment</source>
+        <source>ignored: it is neither a section nor &apos;key = value&apos;; start it with &apos;;&apos; if it is a comment</source>
         <translation>не действует: это ни секция, ни «ключ = значение»; если это комментарий, начните его с «;»</translation>
     </message>
     <message>
@@ -686,15 +775,15 @@ Examples:
         <translation>строка не в UTF-8, буквы потеряны; сохраните файл в UTF-8</translation>
     </message>
     <message>
-        <source>it opens no section, as ']' is not its last character: what follows belongs to [%1]</source>
+        <source>it opens no section, as &apos;]&apos; is not its last character: what follows belongs to [%1]</source>
         <translation>секция не открывается, так как «]» не последний знак: следующее относится к [%1]</translation>
     </message>
     <message>
-        <source>%1 '%2' holds a comma or a line end: no program opens a record with it; take it out</source>
+        <source>%1 &apos;%2&apos; holds a comma or a line end: no program opens a record with it; take it out</source>
         <translation>%1 «%2» содержит запятую или конец строки: запись с ним не откроет ни одна программа; уберите</translation>
     </message>
     <message>
-        <source>%1 '%2' holds a '%' with a digit, which is replaced by another value when the record is written; take it out</source>
+        <source>%1 &apos;%2&apos; holds a &apos;%&apos; with a digit, which is replaced by another value when the record is written; take it out</source>
         <translation>%1 «%2» содержит «%» с цифрой, который при записи заменяется другим значением; уберите</translation>
     </message>
     <message>
@@ -702,39 +791,39 @@ Examples:
         <translation>взято из [%1]: %2</translation>
     </message>
     <message>
-        <source>'%1' is not read while '%2' is 0</source>
+        <source>&apos;%1&apos; is not read while &apos;%2&apos; is 0</source>
         <translation>«%1» не спрашивается, пока «%2» равен 0</translation>
     </message>
     <message>
-        <source>'%1' is '%2', which is no whole number from %3 to %4: the section does not load</source>
+        <source>&apos;%1&apos; is &apos;%2&apos;, which is no whole number from %3 to %4: the section does not load</source>
         <translation>«%1» равен «%2», а это не целое число от %3 до %4: секция не загружается</translation>
     </message>
     <message>
-        <source>'%1' is missing: the section does not load; add it</source>
+        <source>&apos;%1&apos; is missing: the section does not load; add it</source>
         <translation>нет ключа «%1»: секция не загружается; добавьте его</translation>
     </message>
     <message>
-        <source>'%1' counts as absent: it is taken from [%2]</source>
+        <source>&apos;%1&apos; counts as absent: it is taken from [%2]</source>
         <translation>«%1» считается отсутствующим: берётся из [%2]</translation>
     </message>
     <message>
-        <source>ignored: there is no key '%1'</source>
+        <source>ignored: there is no key &apos;%1&apos;</source>
         <translation>не действует: ключа «%1» не бывает</translation>
     </message>
     <message>
-        <source>the characters " \ / : * ? &lt; &gt; | of '%1' are left out of the names of files</source>
-        <translation>знаки " \ / : * ? &lt; &gt; | из «%1» не входят в имена файлов</translation>
+        <source>the characters &quot; \ / : * ? &lt; &gt; | of &apos;%1&apos; are left out of the names of files</source>
+        <translation>знаки &quot; \ / : * ? &lt; &gt; | из «%1» не входят в имена файлов</translation>
     </message>
     <message>
-        <source>'%1' holds letters that CP1251 lacks, which become '?' in the record; take others, or set '%2' to 1</source>
+        <source>&apos;%1&apos; holds letters that CP1251 lacks, which become &apos;?&apos; in the record; take others, or set &apos;%2&apos; to 1</source>
         <translation>в «%1» есть буквы, которых нет в CP1251, в записи они станут «?»; возьмите другие или установите «%2» в 1</translation>
     </message>
     <message>
-        <source>'%1' is ignored beside '%2': the record has separate files</source>
+        <source>&apos;%1&apos; is ignored beside &apos;%2&apos;: the record has separate files</source>
         <translation>«%1» не действует вместе с «%2»: запись из отдельных файлов</translation>
     </message>
     <message>
-        <source>the recordings are deleted before anybody can compare their records; 'zucmtr convert --remove-source' deletes each one after its record is verified</source>
+        <source>the recordings are deleted before anybody can compare their records; &apos;zucmtr convert --remove-source&apos; deletes each one after its record is verified</source>
         <translation>осциллограммы удаляются раньше, чем можно сравнить записи; «zucmtr convert --remove-source» удаляет каждую после проверки её записи</translation>
     </message>
     <message>
@@ -742,7 +831,7 @@ Examples:
         <translation>%1: канал</translation>
     </message>
     <message>
-        <source>%1 has no channel '%2'</source>
+        <source>%1 has no channel &apos;%2&apos;</source>
         <translation>в %1 нет канала «%2»</translation>
     </message>
     <message>
@@ -770,7 +859,7 @@ Examples:
         <translation>Объяснить, что не так в ini-файле</translation>
     </message>
     <message>
-        <source>The recorders' ini file. Default: ZuDrv.ini beside the recordings, else in the current directory</source>
+        <source>The recorders&apos; ini file. Default: ZuDrv.ini beside the recordings, else in the current directory</source>
         <translation>Ini-файл регистраторов. По умолчанию ZuDrv.ini рядом с осциллограммами, иначе в текущем каталоге</translation>
     </message>
     <message>
@@ -778,11 +867,11 @@ Examples:
         <translation>Объект JSON на каждую находку, для программ</translation>
     </message>
     <message>
-        <source>'%1' counts as 0; give the highest number that is there</source>
+        <source>&apos;%1&apos; counts as 0; give the highest number that is there</source>
         <translation>«%1» считается нулём; дайте наибольший имеющийся номер</translation>
     </message>
     <message>
-        <source>it has no text to show, so the INF file shows none for '%1'; give one after the first comma</source>
+        <source>it has no text to show, so the INF file shows none for &apos;%1&apos;; give one after the first comma</source>
         <translation>нет показываемого текста, поэтому в файле INF у «%1» он пуст; дайте его за первой запятой</translation>
     </message>
     <message>
@@ -790,11 +879,11 @@ Examples:
         <translation>файл начинается с метки порядка байтов, она пропускается; для других программ сохраните без неё</translation>
     </message>
     <message>
-        <source>'%1' is too large and is taken as %2; give the number that is meant</source>
+        <source>&apos;%1&apos; is too large and is taken as %2; give the number that is meant</source>
         <translation>«%1» слишком велико и принимается за %2; дайте нужное число</translation>
     </message>
     <message>
-        <source>there are two ini files, '%1' and '%2'; check one after the other</source>
+        <source>there are two ini files, &apos;%1&apos; and &apos;%2&apos;; check one after the other</source>
         <translation>даны два ini-файла, «%1» и «%2»; проверьте их по одному</translation>
     </message>
     <message>
@@ -842,15 +931,15 @@ Example, with the sample station:
         <translation>оборудование секции [%1]</translation>
     </message>
     <message>
-        <source>'%1' in records</source>
+        <source>&apos;%1&apos; in records</source>
         <translation>в записях «%1»</translation>
     </message>
     <message>
-        <source>voltages of '%1'</source>
+        <source>voltages of &apos;%1&apos;</source>
         <translation>напряжения присоединения «%1»</translation>
     </message>
     <message>
-        <source>no voltages of its own: 'voltages' names the circuit that has them</source>
+        <source>no voltages of its own: &apos;voltages&apos; names the circuit that has them</source>
         <translation>своих напряжений нет: присоединение, у которого они есть, называет ключ voltages</translation>
     </message>
     <message>
@@ -858,7 +947,7 @@ Example, with the sample station:
         <translation>зоны: %1</translation>
     </message>
     <message>
-        <source>[%1] %2: the ini file has no equipment and no bay '%3'</source>
+        <source>[%1] %2: the ini file has no equipment and no bay &apos;%3&apos;</source>
         <translation>[%1] %2: в ini-файле нет ни оборудования, ни присоединения «%3»</translation>
     </message>
     <message>
@@ -877,70 +966,70 @@ Example, with the sample station:
 <context>
     <name>checks</name>
     <message>
-        <source>%1: the directory '%2' does not exist; make it first: mkdir -p %3</source>
+        <source>%1: the directory &apos;%2&apos; does not exist; make it first: mkdir -p %3</source>
         <translation>%1: каталога «%2» нет; создайте его: mkdir -p %3</translation>
     </message>
     <message>
-        <source>%1: '%2' is a file; give a directory to write into</source>
+        <source>%1: &apos;%2&apos; is a file; give a directory to write into</source>
         <translation>%1: «%2» — файл; укажите каталог</translation>
     </message>
     <message>
-        <source>%1: no permission to write into '%2'; choose another directory</source>
+        <source>%1: no permission to write into &apos;%2&apos;; choose another directory</source>
         <translation>%1: нет права записи в «%2»; выберите другой каталог</translation>
     </message>
     <message>
-        <source>--ini: '%1' is not a file; give the path of the recorders' ini file</source>
+        <source>--ini: &apos;%1&apos; is not a file; give the path of the recorders&apos; ini file</source>
         <translation>--ini: «%1» не файл; укажите путь к ini-файлу регистраторов</translation>
     </message>
     <message>
-        <source>--log: cannot write the file '%1'; give a file in a directory that exists and can be written to</source>
+        <source>--log: cannot write the file &apos;%1&apos;; give a file in a directory that exists and can be written to</source>
         <translation>--log: файл «%1» не записывается; укажите файл в существующем каталоге, доступном для записи</translation>
     </message>
     <message>
-        <source>'%1' has no section at all; is it the recorders' ini file?</source>
+        <source>&apos;%1&apos; has no section at all; is it the recorders&apos; ini file?</source>
         <translation>в «%1» нет ни одной секции; это ini-файл регистраторов?</translation>
     </message>
     <message>
-        <source>'%1' has no section [%2]; it has [%3]</source>
+        <source>&apos;%1&apos; has no section [%2]; it has [%3]</source>
         <translation>в «%1» нет секции [%2]; есть [%3]</translation>
     </message>
     <message>
-        <source>%1: the directory '%2' cannot be made, since '%3' is a file; choose another one</source>
+        <source>%1: the directory &apos;%2&apos; cannot be made, since &apos;%3&apos; is a file; choose another one</source>
         <translation>%1: каталог «%2» не создаётся: «%3» — файл; выберите другой</translation>
     </message>
     <message>
-        <source>%1: the directory '%2' cannot be made: %3; choose another one</source>
+        <source>%1: the directory &apos;%2&apos; cannot be made: %3; choose another one</source>
         <translation>%1: каталог «%2» не создаётся: %3; выберите другой</translation>
     </message>
     <message>
-        <source>%1: '%2' is what is to be read; choose another name</source>
+        <source>%1: &apos;%2&apos; is what is to be read; choose another name</source>
         <translation>%1: «%2» — то, что надо прочитать; выберите другое имя</translation>
     </message>
     <message>
-        <source>%1: '%2' is the file of %3, too; choose another name</source>
+        <source>%1: &apos;%2&apos; is the file of %3, too; choose another name</source>
         <translation>%1: «%2» — уже файл ключа %3; выберите другое имя</translation>
     </message>
 </context>
 <context>
     <name>choice</name>
     <message>
-        <source>'%1' has no section [Default]; name the section with the defaults by --defaults: it has %2</source>
+        <source>&apos;%1&apos; has no section [Default]; name the section with the defaults by --defaults: it has %2</source>
         <translation>в «%1» нет секции [Default]; укажите секцию умолчаний ключом --defaults: есть %2</translation>
     </message>
     <message>
-        <source>'%1' describes %2 recorders; name the section of the one by --device: it has %3</source>
+        <source>&apos;%1&apos; describes %2 recorders; name the section of the one by --device: it has %3</source>
         <translation>в «%1» описано регистраторов: %2; укажите секцию нужного ключом --device: есть %3</translation>
     </message>
     <message>
-        <source>'%1' has no section at all; is it the recorders' ini file?</source>
+        <source>&apos;%1&apos; has no section at all; is it the recorders&apos; ini file?</source>
         <translation>в «%1» нет ни одной секции; это ini-файл регистраторов?</translation>
     </message>
     <message>
-        <source>  '%1' for '%2'</source>
+        <source>  &apos;%1&apos; for &apos;%2&apos;</source>
         <translation>  «%1» для «%2»</translation>
     </message>
     <message>
-        <source>name the recorders' ini file by --ini, or have 'zucmtr dictionary --complete' make one</source>
+        <source>name the recorders&apos; ini file by --ini, or have &apos;zucmtr dictionary --complete&apos; make one</source>
         <translation>укажите ini-файл регистраторов ключом --ini или составьте его: «zucmtr dictionary --complete»</translation>
     </message>
     <message>
@@ -948,7 +1037,7 @@ Example, with the sample station:
         <translation>в текущем каталоге нет %1; %2</translation>
     </message>
     <message>
-        <source>there is no %1 in '%2' or in the current directory; %3</source>
+        <source>there is no %1 in &apos;%2&apos; or in the current directory; %3</source>
         <translation>в «%2» и в текущем каталоге нет %1; %3</translation>
     </message>
     <message>
@@ -975,11 +1064,11 @@ Example, with the sample station:
         <translation>%1, строка %2: %3</translation>
     </message>
     <message>
-        <source>%1 is '%2', which is no number</source>
+        <source>%1 is &apos;%2&apos;, which is no number</source>
         <translation>%1: «%2» — не число</translation>
     </message>
     <message>
-        <source>'%1' should be a number and %2</source>
+        <source>&apos;%1&apos; should be a number and %2</source>
         <translation>вместо «%1» должны быть число и буква %2</translation>
     </message>
     <message>
@@ -987,7 +1076,7 @@ Example, with the sample station:
         <translation>каналов %1, а строк следует только %2</translation>
     </message>
     <message>
-        <source>'%1' should be P or S</source>
+        <source>&apos;%1&apos; should be P or S</source>
         <translation>вместо «%1» должно быть P или S</translation>
     </message>
     <message>
@@ -1003,15 +1092,15 @@ Example, with the sample station:
         <translation>частота дискретизации или номер её последней выборки вне допустимых пределов</translation>
     </message>
     <message>
-        <source>'%1,%2' should be dd/mm/yyyy,hh:mm:ss.ssssss</source>
+        <source>&apos;%1,%2&apos; should be dd/mm/yyyy,hh:mm:ss.ssssss</source>
         <translation>вместо «%1,%2» должно быть dd/mm/yyyy,hh:mm:ss.ssssss</translation>
     </message>
     <message>
-        <source>'%1,%2' is no date and time</source>
+        <source>&apos;%1,%2&apos; is no date and time</source>
         <translation>«%1,%2» — не дата и время</translation>
     </message>
     <message>
-        <source>data file type '%1' is not known</source>
+        <source>data file type &apos;%1&apos; is not known</source>
         <translation>тип файла данных «%1» не известен</translation>
     </message>
     <message>
@@ -1227,7 +1316,7 @@ Example, with the sample station:
         <translation>прочитано как запятые</translation>
     </message>
     <message>
-        <source>%1 is '%2', which is no plain number</source>
+        <source>%1 is &apos;%2&apos;, which is no plain number</source>
         <translation>%1 — «%2», число записано не по правилам</translation>
     </message>
     <message>
@@ -1335,8 +1424,8 @@ Example, with the sample station:
         <translation>по конфигурации данные %1, но размер подходит нескольким другим типам</translation>
     </message>
     <message>
-        <source>the letter of '%1' is not the Latin %2</source>
-        <translation>буква в '%1' — не латинская %2</translation>
+        <source>the letter of &apos;%1&apos; is not the Latin %2</source>
+        <translation>буква в &apos;%1&apos; — не латинская %2</translation>
     </message>
     <message>
         <source>the count of status channels comes before that of analog channels</source>
@@ -1351,8 +1440,8 @@ Example, with the sample station:
         <translation>в тексте есть запятая, а она разделяет поля</translation>
     </message>
     <message>
-        <source>read as '%1'</source>
-        <translation>прочитано как '%1'</translation>
+        <source>read as &apos;%1&apos;</source>
+        <translation>прочитано как &apos;%1&apos;</translation>
     </message>
     <message>
         <source>quotation marks do not keep a comma inside of a field</source>
@@ -1399,8 +1488,8 @@ Example, with the sample station:
         <translation>признак P или S</translation>
     </message>
     <message>
-        <source>%1 is '%2', which is neither 0 nor 1</source>
-        <translation>%1: '%2' — не 0 и не 1</translation>
+        <source>%1 is &apos;%2&apos;, which is neither 0 nor 1</source>
+        <translation>%1: &apos;%2&apos; — не 0 и не 1</translation>
     </message>
     <message>
         <source>the total is taken as their sum</source>
@@ -1447,16 +1536,16 @@ Example, with the sample station:
         <translation>строка кончается запятой</translation>
     </message>
     <message>
-        <source>%1 is '%2', which is not written as an integer</source>
-        <translation>%1: '%2' записано не как целое число</translation>
+        <source>%1 is &apos;%2&apos;, which is not written as an integer</source>
+        <translation>%1: &apos;%2&apos; записано не как целое число</translation>
     </message>
     <message>
         <source>%1 lines follow the last one of a configuration</source>
         <translation>после последней строки конфигурации есть ещё строки, их %1</translation>
     </message>
     <message>
-        <source>no comma separates date and time in '%1'</source>
-        <translation>дата и время в '%1' не разделены запятой</translation>
+        <source>no comma separates date and time in &apos;%1&apos;</source>
+        <translation>дата и время в &apos;%1&apos; не разделены запятой</translation>
     </message>
     <message>
         <source>the blank is taken for it</source>
@@ -1479,16 +1568,16 @@ Example, with the sample station:
         <translation>принято второе из двух времён</translation>
     </message>
     <message>
-        <source>the year in '%1' should have %2 digits</source>
-        <translation>число цифр года в '%1' должно быть %2</translation>
+        <source>the year in &apos;%1&apos; should have %2 digits</source>
+        <translation>число цифр года в &apos;%1&apos; должно быть %2</translation>
     </message>
     <message>
-        <source>the day should come before the month, '%1' is no such date</source>
-        <translation>день должен стоять перед месяцем, '%1' — не такая дата</translation>
+        <source>the day should come before the month, &apos;%1&apos; is no such date</source>
+        <translation>день должен стоять перед месяцем, &apos;%1&apos; — не такая дата</translation>
     </message>
     <message>
-        <source>the month should come before the day, '%1' is no such date</source>
-        <translation>месяц должен стоять перед днём, '%1' — не такая дата</translation>
+        <source>the month should come before the day, &apos;%1&apos; is no such date</source>
+        <translation>месяц должен стоять перед днём, &apos;%1&apos; — не такая дата</translation>
     </message>
     <message>
         <source>a colon separates the decimals of the seconds</source>
@@ -1507,24 +1596,24 @@ Example, with the sample station:
         <translation>прочитано как есть; время отсчётов — в микросекундах</translation>
     </message>
     <message>
-        <source>'%1' has 60 seconds</source>
-        <translation>в '%1' 60 секунд</translation>
+        <source>&apos;%1&apos; has 60 seconds</source>
+        <translation>в &apos;%1&apos; 60 секунд</translation>
     </message>
     <message>
         <source>read as the start of the next minute</source>
         <translation>прочитано как начало следующей минуты</translation>
     </message>
     <message>
-        <source>'%1' has 24 hours</source>
-        <translation>в '%1' 24 часа</translation>
+        <source>&apos;%1&apos; has 24 hours</source>
+        <translation>в &apos;%1&apos; 24 часа</translation>
     </message>
     <message>
         <source>read as the start of the next day</source>
         <translation>прочитано как начало следующих суток</translation>
     </message>
     <message>
-        <source>%1 is '%2', which is no date</source>
-        <translation>%1: '%2' — не дата</translation>
+        <source>%1 is &apos;%2&apos;, which is no date</source>
+        <translation>%1: &apos;%2&apos; — не дата</translation>
     </message>
     <message>
         <source>not known; 1970-01-01 stands for it</source>
@@ -1539,8 +1628,8 @@ Example, with the sample station:
         <translation>остальные пропущены</translation>
     </message>
     <message>
-        <source>read as the station '%1' and the device '%2'</source>
-        <translation>прочитано как подстанция '%1' и устройство '%2'</translation>
+        <source>read as the station &apos;%1&apos; and the device &apos;%2&apos;</source>
+        <translation>прочитано как подстанция &apos;%1&apos; и устройство &apos;%2&apos;</translation>
     </message>
     <message>
         <source>read as revision %1, whose fields the lines have</source>
@@ -1551,8 +1640,8 @@ Example, with the sample station:
         <translation>в первой строке нет года редакции, что означает 1991</translation>
     </message>
     <message>
-        <source>revision '%1' is none of 1991, 1999 and 2013</source>
-        <translation>редакция '%1' — не 1991, 1999 или 2013</translation>
+        <source>revision &apos;%1&apos; is none of 1991, 1999 and 2013</source>
+        <translation>редакция &apos;%1&apos; — не 1991, 1999 или 2013</translation>
     </message>
     <message>
         <source>the lines do not have the fields of revision 1991</source>
@@ -1575,12 +1664,12 @@ Example, with the sample station:
         <translation>взяты имеющиеся строки</translation>
     </message>
     <message>
-        <source>data file type '%1' is none of ASCII, BINARY, BINARY32 and FLOAT32</source>
-        <translation>тип файла данных '%1' — не ASCII, BINARY, BINARY32 или FLOAT32</translation>
+        <source>data file type &apos;%1&apos; is none of ASCII, BINARY, BINARY32 and FLOAT32</source>
+        <translation>тип файла данных &apos;%1&apos; — не ASCII, BINARY, BINARY32 или FLOAT32</translation>
     </message>
     <message>
-        <source>%1 is '%2', but should be above 0</source>
-        <translation>%1: '%2', а должно быть больше 0</translation>
+        <source>%1 is &apos;%2&apos;, but should be above 0</source>
+        <translation>%1: &apos;%2&apos;, а должно быть больше 0</translation>
     </message>
     <message>
         <source>lines with time codes are of revision 2013</source>
@@ -1599,8 +1688,8 @@ Example, with the sample station:
         <translation>всё, что до первой метки, пропущено</translation>
     </message>
     <message>
-        <source>the section mark '%1' is not written as '--- file type: %2 ---'</source>
-        <translation>метка раздела '%1' записана не так: '--- file type: %2 ---'</translation>
+        <source>the section mark &apos;%1&apos; is not written as &apos;--- file type: %2 ---&apos;</source>
+        <translation>метка раздела &apos;%1&apos; записана не так: &apos;--- file type: %2 ---&apos;</translation>
     </message>
     <message>
         <source>read as one</source>
@@ -1639,8 +1728,8 @@ Example, with the sample station:
         <translation>%1; %2</translation>
     </message>
     <message>
-        <source>there is no encoding '%1'</source>
-        <translation>нет кодировки '%1'</translation>
+        <source>there is no encoding &apos;%1&apos;</source>
+        <translation>нет кодировки &apos;%1&apos;</translation>
     </message>
     <message>
         <source>the last sample is 0, but there are data</source>
@@ -1651,24 +1740,24 @@ Example, with the sample station:
         <translation>отсчётов %1, сколько их в данных</translation>
     </message>
     <message>
-        <source>there are several files of this name in other cases: '%1' and '%2'</source>
-        <translation>есть несколько файлов с таким именем, отличающихся регистром: '%1' и '%2'</translation>
+        <source>there are several files of this name in other cases: &apos;%1&apos; and &apos;%2&apos;</source>
+        <translation>есть несколько файлов с таким именем, отличающихся регистром: &apos;%1&apos; и &apos;%2&apos;</translation>
     </message>
     <message>
-        <source>the name differs from that of '%1' in its case</source>
-        <translation>имя отличается от имени '%1' регистром букв</translation>
+        <source>the name differs from that of &apos;%1&apos; in its case</source>
+        <translation>имя отличается от имени &apos;%1&apos; регистром букв</translation>
     </message>
     <message>
         <source>taken as a file of the same record</source>
         <translation>принят за файл той же записи</translation>
     </message>
     <message>
-        <source>is a part of a record; give its configuration '%1'</source>
-        <translation>часть записи; укажите её конфигурацию '%1'</translation>
+        <source>is a part of a record; give its configuration &apos;%1&apos;</source>
+        <translation>часть записи; укажите её конфигурацию &apos;%1&apos;</translation>
     </message>
     <message>
-        <source>'%1' separates day, month and year with something other than slashes</source>
-        <translation>день, месяц и год в '%1' разделены не косой чертой</translation>
+        <source>&apos;%1&apos; separates day, month and year with something other than slashes</source>
+        <translation>день, месяц и год в &apos;%1&apos; разделены не косой чертой</translation>
     </message>
     <message>
         <source>read as if they were slashes</source>
@@ -1679,7 +1768,7 @@ Example, with the sample station:
         <translation>поля разделены пробелами, а не запятыми</translation>
     </message>
     <message>
-        <source>'%1' is a time of a clock with twelve hours</source>
+        <source>&apos;%1&apos; is a time of a clock with twelve hours</source>
         <translation>«%1» — время по двенадцатичасовым часам</translation>
     </message>
     <message>
@@ -1692,9 +1781,80 @@ Example, with the sample station:
     </message>
 </context>
 <context>
+    <name>conf</name>
+    <message>
+        <source>&apos;%1&apos; is here already, in line %2; leave one out</source>
+        <translation>«%1» уже есть в строке %2; оставьте что-то одно</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is wrong for &apos;%2&apos;; give yes or no</source>
+        <translation>«%1» не годится для «%2»; укажите yes или no</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; belongs to the whole service; give it on the command line, as --%1</source>
+        <translation>«%1» относится ко всей службе; укажите его в командной строке как --%1</translation>
+    </message>
+    <message>
+        <source>there is no key &apos;%1&apos;</source>
+        <translation>ключа «%1» нет</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; and &apos;%2&apos; exclude each other; leave one out</source>
+        <translation>«%1» и «%2» исключают друг друга; уберите что-то одно</translation>
+    </message>
+    <message>
+        <source>&apos;%1 = ...&apos; is missing</source>
+        <translation>нет строки «%1 = ...»</translation>
+    </message>
+    <message>
+        <source>there are no sections here; the file is one recorder&apos;s, so leave the line out</source>
+        <translation>разделов здесь нет: файл описывает один регистратор; уберите эту строку</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is no setting; write it as &apos;key = value&apos;, or put &apos;#&apos; before a comment</source>
+        <translation>«%1» — не настройка; пишите «ключ = значение», а комментарий начинайте с «#»</translation>
+    </message>
+    <message>
+        <source>there is no key before the &apos;=&apos;</source>
+        <translation>перед «=» нет ключа</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; has no value; give one, or leave the line out</source>
+        <translation>у «%1» нет значения; укажите его или уберите строку</translation>
+    </message>
+    <message>
+        <source>it is no regular file</source>
+        <translation>это не обычный файл</translation>
+    </message>
+    <message>
+        <source>it cannot be read: %1</source>
+        <translation>не читается: %1</translation>
+    </message>
+    <message>
+        <source>it is too long for a file of settings</source>
+        <translation>слишком длинный для файла настроек</translation>
+    </message>
+    <message>
+        <source>the line is not UTF-8</source>
+        <translation>строка не в кодировке UTF-8</translation>
+    </message>
+    <message>
+        <source>--config: there is no directory &apos;%1&apos;; check the path</source>
+        <translation>--config: каталога «%1» нет; проверьте путь</translation>
+    </message>
+    <message>
+        <source>--config: &apos;%1&apos; is no directory; give the one with the recorders&apos; .conf files</source>
+        <translation>--config: «%1» — не каталог; укажите каталог с файлами .conf регистраторов</translation>
+    </message>
+    <message>
+        <source>--config: there is no .conf file in &apos;%1&apos;; write one for each recorder</source>
+        <translation>--config: в «%1» нет файлов .conf; напишите по одному для каждого регистратора</translation>
+    </message>
+</context>
+<context>
     <name>convert</name>
     <message>
-        <source>'%1' has 'Удалять исходные = 1' in force for [%2]: the recordings would be deleted before their records are verified. Set the key to 0 and give --remove-source, which deletes each recording after its record is verified; or give --trust-writer to delete them unseen</source>
+        <source>&apos;%1&apos; has &apos;Удалять исходные = 1&apos; in force for [%2]: the recordings would be deleted before their records are verified. Set the key to 0 and give --remove-source, which deletes each recording after its record is verified; or give --trust-writer to delete them unseen</source>
         <translation>в «%1» для [%2] действует «Удалять исходные = 1»: осциллограммы были бы удалены до проверки записей. Установите ключ в 0 и дайте --remove-source, чтобы удалять каждую осциллограмму после проверки её записи; или дайте --trust-writer, чтобы удалять без проверки</translation>
     </message>
     <message>
@@ -1750,7 +1910,7 @@ Example, with the sample station:
         <translation>не преобразована: %1</translation>
     </message>
     <message>
-        <source>warnings and notes on section [%1] of '%2':</source>
+        <source>warnings and notes on section [%1] of &apos;%2&apos;:</source>
         <translation>предупреждения и замечания к секции [%1] файла «%2»:</translation>
     </message>
     <message>
@@ -1786,7 +1946,7 @@ Example, with the sample station:
         <translation>Оставить системе, когда сохранять записи на диск (по умолчанию)</translation>
     </message>
     <message>
-        <source>nothing is converted: with [%1] of '%2' as it is no record would be right; correct the line above</source>
+        <source>nothing is converted: with [%1] of &apos;%2&apos; as it is no record would be right; correct the line above</source>
         <translation>ничего не преобразовано: с секцией [%1] файла «%2» в таком виде ни одна запись не будет верной; исправьте указанную выше строку</translation>
     </message>
     <message>
@@ -1802,20 +1962,20 @@ Example, with the sample station:
         <translation>Каталоги внутри --out и имена записей, например {station}/{year}-{month}/{name}; подстановки перечислены ниже</translation>
     </message>
     <message>
-        <source>'%1' has 'Удалять исходные = 1' in force for [%2], where --layout cannot be; set the key to 0 and give --remove-source</source>
+        <source>&apos;%1&apos; has &apos;Удалять исходные = 1&apos; in force for [%2], where --layout cannot be; set the key to 0 and give --remove-source</source>
         <translation>в «%1» для [%2] действует «Удалять исходные = 1», с ним --layout невозможен; установите ключ в 0 и задайте --remove-source</translation>
     </message>
     <message>
         <source>A recording is a first file (.ZU or .zu) with its continuation files (.Z01 ... .Z0f) beside it; give the
 first file or the directory, the others are found. For each recording one line on standard output has
-the record's name and the notes on it; failures and the summary go to standard error.
+the record&apos;s name and the notes on it; failures and the summary go to standard error.
 Ctrl-C ends after the current recordings, a second Ctrl-C at once.
 
 --form, --data, --revision and --encoding have precedence over the ini file. A CFF file is of revision 2013:
 one of --form and --revision decides the other unless both are given.
 
---layout: what stands before a '/' are directories. {name} is the name that records have without it,
-{source} that of the recording's file, {folder} its directory below the given one; {station}, {device},
+--layout: what stands before a &apos;/&apos; are directories. {name} is the name that records have without it,
+{source} that of the recording&apos;s file, {folder} its directory below the given one; {station}, {device},
 {subject} are texts of the ini file; {year}, {month}, {day}, {hour}, {minute}, {second}, {date} and {time}
 are of the trigger.
 
@@ -1825,7 +1985,7 @@ failed, but at least one was salvaged in part (--salvage), 130 ended by Ctrl-C (
 Example, with the sample station:
   zucmtr sample --out station
   zucmtr convert --out station/comtrade --make-out station/*.ZU
-  zucmtr convert --out station/comtrade --layout '{station}/{date}/{time} {source}' station/*.ZU</source>
+  zucmtr convert --out station/comtrade --layout &apos;{station}/{date}/{time} {source}&apos; station/*.ZU</source>
         <translation>Осциллограмма — это первый файл (.ZU или .zu) и файлы продолжения (.Z01 ... .Z0f) рядом с ним; укажите
 первый файл или каталог, остальные находятся сами. Для каждой осциллограммы в стандартный вывод пишется
 строка с именем записи и замечаниями; ошибки и итог идут в стандартный вывод ошибок.
@@ -1844,7 +2004,7 @@ Ctrl-C завершает работу после начатых осцилло�
 Пример с учебной станцией:
   zucmtr sample --out station
   zucmtr convert --out station/comtrade --make-out station/*.ZU
-  zucmtr convert --out station/comtrade --layout '{station}/{date}/{time} {source}' station/*.ZU</translation>
+  zucmtr convert --out station/comtrade --layout &apos;{station}/{date}/{time} {source}&apos; station/*.ZU</translation>
     </message>
     <message>
         <source>nothing is converted: %1</source>
@@ -1852,9 +2012,16 @@ Ctrl-C завершает работу после начатых осцилло�
     </message>
 </context>
 <context>
+    <name>crew</name>
+    <message>
+        <source>no further process can be started: %1</source>
+        <translation>не удаётся запустить ещё один процесс: %1</translation>
+    </message>
+</context>
+<context>
     <name>device</name>
     <message>
-        <source>The recorders' ini file. Default: ZuDrv.ini beside the recordings or above them, else in the current directory</source>
+        <source>The recorders&apos; ini file. Default: ZuDrv.ini beside the recordings or above them, else in the current directory</source>
         <translation>Ini-файл регистраторов. По умолчанию ZuDrv.ini рядом с осциллограммами или выше, иначе в текущем каталоге</translation>
     </message>
     <message>
@@ -1874,11 +2041,11 @@ Ctrl-C завершает работу после начатых осцилло�
         <translation>Параметры линий для расстояния до места КЗ. По умолчанию lines.ini рядом с ini-файлом, иначе рядом с осциллограммой или записью</translation>
     </message>
     <message>
-        <source>The recorders' ini file. Default: ZuDrv.ini beside the recording or in the current directory, if there is one</source>
+        <source>The recorders&apos; ini file. Default: ZuDrv.ini beside the recording or in the current directory, if there is one</source>
         <translation>Ini-файл регистраторов. По умолчанию ZuDrv.ini рядом с осциллограммой или в текущем каталоге, если он есть</translation>
     </message>
     <message>
-        <source>Encoding of a COMTRADE record's texts, such as CP866, KOI8-R or GBK. Default: found out</source>
+        <source>Encoding of a COMTRADE record&apos;s texts, such as CP866, KOI8-R or GBK. Default: found out</source>
         <translation>Кодировка текстов записи COMTRADE, например CP866, KOI8-R или GBK. По умолчанию определяется</translation>
     </message>
 </context>
@@ -1933,7 +2100,7 @@ Ctrl-C завершает работу после начатых осцилло�
         <translation>заполнить</translation>
     </message>
     <message>
-        <source>--section: '%1' is no name of a section</source>
+        <source>--section: &apos;%1&apos; is no name of a section</source>
         <translation>--section: «%1» — не имя секции</translation>
     </message>
     <message>
@@ -1945,7 +2112,7 @@ Ctrl-C завершает работу после начатых осцилло�
         <translation>Целый ini-файл, с которым осциллограмму сразу можно преобразовать</translation>
     </message>
     <message>
-        <source>Name of the device's section in a whole ini file. Default: Device</source>
+        <source>Name of the device&apos;s section in a whole ini file. Default: Device</source>
         <translation>Имя секции регистратора в целом ini-файле. По умолчанию Device</translation>
     </message>
     <message>
@@ -1989,11 +2156,11 @@ Example, with the sample station:
         <translation>присоединение, напряжения которого относятся к этой линии</translation>
     </message>
     <message>
-        <source>%1: '%2' is there already; choose another name, or replace it by --force</source>
+        <source>%1: &apos;%2&apos; is there already; choose another name, or replace it by --force</source>
         <translation>%1: «%2» уже существует; выберите другое имя или замените файл ключом --force</translation>
     </message>
     <message>
-        <source>%1: '%2' cannot be written: %3</source>
+        <source>%1: &apos;%2&apos; cannot be written: %3</source>
         <translation>%1: не удалось записать «%2»: %3</translation>
     </message>
     <message>
@@ -2049,9 +2216,56 @@ Example, with the sample station:
     </message>
 </context>
 <context>
+    <name>exec</name>
+    <message>
+        <source>&apos;%1&apos; could not be started: %2</source>
+        <translation>«%1» не запускается: %2</translation>
+    </message>
+    <message>
+        <source>the command took longer than %1 s and was ended; see --exec-timeout</source>
+        <translation>команда работала дольше %1 с и была завершена; см. --exec-timeout</translation>
+    </message>
+    <message>
+        <source>the command was ended by signal %1</source>
+        <translation>команда завершена сигналом %1</translation>
+    </message>
+    <message>
+        <source>the command ended with exit code %1</source>
+        <translation>команда завершилась с кодом %1</translation>
+    </message>
+    <message>
+        <source>--exec: &apos;%1&apos; has a quotation mark (%2) without its second one</source>
+        <translation>--exec: в «%1» есть кавычка (%2) без пары</translation>
+    </message>
+    <message>
+        <source>--exec: &apos;%1&apos; names no program</source>
+        <translation>--exec: в «%1» не названа программа</translation>
+    </message>
+    <message>
+        <source>--exec: &apos;%1&apos; ends in a backslash; double it if it is meant</source>
+        <translation>--exec: «%1» кончается обратной косой чертой; удвойте её, если она нужна</translation>
+    </message>
+    <message>
+        <source>--exec: there is no program &apos;%1&apos; in the directories of PATH; give its path</source>
+        <translation>--exec: программы «%1» нет в каталогах PATH; укажите путь к ней</translation>
+    </message>
+    <message>
+        <source>--exec: there is no program &apos;%1&apos;; check the path</source>
+        <translation>--exec: программы «%1» нет; проверьте путь</translation>
+    </message>
+    <message>
+        <source>--exec: &apos;%1&apos; cannot be run; give an executable file, or make it one: chmod +x</source>
+        <translation>--exec: «%1» не запускается; укажите исполняемый файл или сделайте его таким: chmod +x</translation>
+    </message>
+    <message>
+        <source>the process that watched over the command was ended from outside</source>
+        <translation>процесс, который следил за командой, завершён извне</translation>
+    </message>
+</context>
+<context>
     <name>export</name>
     <message>
-        <source>no channel has the name, circuit or number '%1'</source>
+        <source>no channel has the name, circuit or number &apos;%1&apos;</source>
         <translation>нет канала с именем, присоединением или номером «%1»</translation>
     </message>
     <message>
@@ -2067,7 +2281,7 @@ Example, with the sample station:
         <translation>время</translation>
     </message>
     <message>
-        <source>configuration, line %1: '%2' was read back where '%3' was written</source>
+        <source>configuration, line %1: &apos;%2&apos; was read back where &apos;%3&apos; was written</source>
         <translation>конфигурация, строка %1: прочитано «%2», а записано «%3»</translation>
     </message>
     <message>
@@ -2091,11 +2305,11 @@ Example, with the sample station:
         <translation>прочитано отсчётов: %1, а записано другое число</translation>
     </message>
     <message>
-        <source>%1: '%2' holds a comma or a line end, which COMTRADE has no way to write; CSV and MAT have</source>
+        <source>%1: &apos;%2&apos; holds a comma or a line end, which COMTRADE has no way to write; CSV and MAT have</source>
         <translation>%1: в «%2» есть запятая или конец строки, их в COMTRADE записать нельзя; в CSV и MAT можно</translation>
     </message>
     <message>
-        <source>%1: '%2' has %3 characters, revision %4 allows %5; CSV and MAT hold it</source>
+        <source>%1: &apos;%2&apos; has %3 characters, revision %4 allows %5; CSV and MAT hold it</source>
         <translation>%1: в «%2» символов: %3, редакция %4 допускает %5; CSV и MAT вмещают</translation>
     </message>
     <message>
@@ -2163,11 +2377,11 @@ Example, with the sample station:
         <translation>в редакции 1999 года есть только данные ASCII и BINARY и нет файла CFF; для %1 нужна редакция 2013 года, или укажите --data</translation>
     </message>
     <message>
-        <source>'%1' has an offset from UTC, but that of the record is not known; give the time of the record's own clock, without an offset</source>
+        <source>&apos;%1&apos; has an offset from UTC, but that of the record is not known; give the time of the record&apos;s own clock, without an offset</source>
         <translation>в «%1» указано смещение от UTC, а у записи оно неизвестно; укажите время по часам записи, без смещения</translation>
     </message>
     <message>
-        <source>'%1' is no moment; give seconds from the trigger, as -0.2 or 200ms, or a time as 2024-01-31T12:00:00.25</source>
+        <source>&apos;%1&apos; is no moment; give seconds from the trigger, as -0.2 or 200ms, or a time as 2024-01-31T12:00:00.25</source>
         <translation>«%1» — не момент времени; укажите секунды от пуска, например -0.2 или 200ms, или время, например 2024-01-31T12:00:00.25</translation>
     </message>
     <message>
@@ -2203,7 +2417,7 @@ Example, with the sample station:
         <translation>дискретные каналы, опущенные, так как они не меняются: %1</translation>
     </message>
     <message>
-        <source>'%1' is there already; --replace replaces it</source>
+        <source>&apos;%1&apos; is there already; --replace replaces it</source>
         <translation>«%1» уже есть; --replace его заменит</translation>
     </message>
     <message>
@@ -2240,7 +2454,7 @@ Exit code: 0 done, 1 at least one file was not exported, 2 wrong usage.
 
 Example, with the sample station:
   zucmtr sample --out station --force
-  zucmtr export station/Vostochnaya_000123.ZU -o station/fault.csv --window fault --channels 'U*'</source>
+  zucmtr export station/Vostochnaya_000123.ZU -o station/fault.csv --window fault --channels &apos;U*&apos;</source>
         <translation>COMTRADE обеих редакций и всех видов данных, таблицы CSV и файлы MAT — целиком или частью: часть времени,
 часть каналов, меньше отсчётов. Коды, коэффициенты, времена и тексты остаются как есть, если форма их
 вмещает. Каждый файл читается и сверяется, каждое значение каждого отсчёта; то, чего форма не вмещает, —
@@ -2250,10 +2464,10 @@ Example, with the sample station:
 
 Пример, с образцом станции:
   zucmtr sample --out station --force
-  zucmtr export station/Vostochnaya_000123.ZU -o station/fault.csv --window fault --channels 'U*'</translation>
+  zucmtr export station/Vostochnaya_000123.ZU -o station/fault.csv --window fault --channels &apos;U*&apos;</translation>
     </message>
     <message>
-        <source>%1: '%2' is no moment; give seconds from the trigger, as -0.2 or 200ms, or a time as 2024-01-31T12:00:00.25</source>
+        <source>%1: &apos;%2&apos; is no moment; give seconds from the trigger, as -0.2 or 200ms, or a time as 2024-01-31T12:00:00.25</source>
         <translation>%1: «%2» — не момент времени; укажите секунды от пуска, например -0.2 или 200ms, или время, например 2024-01-31T12:00:00.25</translation>
     </message>
     <message>
@@ -2293,7 +2507,7 @@ Example, with the sample station:
         <translation>Закончить этим моментом</translation>
     </message>
     <message>
-        <source>Keep this many seconds around the trigger, a third of them before it; or, with 'fault', from 0.1 s before the fault to 0.1 s after it</source>
+        <source>Keep this many seconds around the trigger, a third of them before it; or, with &apos;fault&apos;, from 0.1 s before the fault to 0.1 s after it</source>
         <translation>Оставить столько секунд вокруг пуска, треть из них до него; с fault — от 0,1 с до КЗ до 0,1 с после него</translation>
     </message>
     <message>
@@ -2313,7 +2527,7 @@ Example, with the sample station:
         <translation>Пересчитать на эту частоту дискретизации, с фильтром от наложения спектров</translation>
     </message>
     <message>
-        <source>'%1' and '%2' would both become '%3'; export them into different directories</source>
+        <source>&apos;%1&apos; and &apos;%2&apos; would both become &apos;%3&apos;; export them into different directories</source>
         <translation>«%1» и «%2» стали бы одним файлом «%3»; запишите их в разные каталоги</translation>
     </message>
     <message>
@@ -2357,7 +2571,7 @@ Example, with the sample station:
         <translation>Первые файлы осциллограмм (.ZU) или файлы .cfg или .cff записей</translation>
     </message>
     <message>
-        <source>%1: the encoding %2 has no letter '%3'; --out-encoding utf8 has</source>
+        <source>%1: the encoding %2 has no letter &apos;%3&apos;; --out-encoding utf8 has</source>
         <translation>%1: в кодировке %2 нет буквы «%3»; с --out-encoding utf8 она есть</translation>
     </message>
     <message>
@@ -2365,11 +2579,11 @@ Example, with the sample station:
         <translation>из файла INF убраны секции оборудования: в них по номерам указаны каналы, которых в записи нет</translation>
     </message>
     <message>
-        <source>%1: '%2' is wrong; give one of %3</source>
+        <source>%1: &apos;%2&apos; is wrong; give one of %3</source>
         <translation>%1: «%2» неверно; укажите одно из: %3</translation>
     </message>
     <message>
-        <source>%1 %2 and '%3': the ending of the file is that of another form; leave one of the two out</source>
+        <source>%1 %2 and &apos;%3&apos;: the ending of the file is that of another form; leave one of the two out</source>
         <translation>%1 %2 и «%3»: расширение файла — другой формы; уберите одно из двух</translation>
     </message>
     <message>
@@ -2385,7 +2599,7 @@ Example, with the sample station:
         <translation>%1 %2 и %3 1999: в редакции 1999 года есть только ASCII и BINARY; уберите одно из двух</translation>
     </message>
     <message>
-        <source>%1: '%2' is wrong; give a number of seconds, or 'fault'</source>
+        <source>%1: &apos;%2&apos; is wrong; give a number of seconds, or &apos;fault&apos;</source>
         <translation>%1: «%2» неверно; укажите число секунд или fault</translation>
     </message>
     <message>
@@ -2393,11 +2607,11 @@ Example, with the sample station:
         <translation>%1 нельзя задать вместе с %2; уберите одно из двух</translation>
     </message>
     <message>
-        <source>%1: '%2' is wrong; give a whole number from %3 to %4</source>
+        <source>%1: &apos;%2&apos; is wrong; give a whole number from %3 to %4</source>
         <translation>%1: «%2» неверно; укажите целое число от %3 до %4</translation>
     </message>
     <message>
-        <source>%1: '%2' is wrong; give a number from %3 to %4</source>
+        <source>%1: &apos;%2&apos; is wrong; give a number from %3 to %4</source>
         <translation>%1: «%2» неверно; укажите число от %3 до %4</translation>
     </message>
     <message>
@@ -2405,7 +2619,7 @@ Example, with the sample station:
         <translation>%1 fault: КЗ не найдено; укажите %2 и %3</translation>
     </message>
     <message>
-        <source>%1 '%2' is before %3 '%4'</source>
+        <source>%1 &apos;%2&apos; is before %3 &apos;%4&apos;</source>
         <translation>%1 «%2» раньше, чем %3 «%4»</translation>
     </message>
     <message>
@@ -2417,15 +2631,15 @@ Example, with the sample station:
         <translation>%1 %2: записи из нескольких файлов нужны имя или каталог; %3 csv или %3 cff даёт один файл</translation>
     </message>
     <message>
-        <source>%1: '%2' would take the place of what is read; give another name or directory</source>
+        <source>%1: &apos;%2&apos; would take the place of what is read; give another name or directory</source>
         <translation>%1: «%2» занял бы место того, что читается; укажите другое имя или каталог</translation>
     </message>
     <message>
-        <source>%1 '%2' is one name for %3 files; give a directory, with / at its end</source>
+        <source>%1 &apos;%2&apos; is one name for %3 files; give a directory, with / at its end</source>
         <translation>%1 «%2» — одно имя на %3 файла(ов); укажите каталог, с / в конце</translation>
     </message>
     <message>
-        <source>%1: '%2' names no channel</source>
+        <source>%1: &apos;%2&apos; names no channel</source>
         <translation>%1: «%2» не называет ни одного канала</translation>
     </message>
 </context>
@@ -2444,7 +2658,7 @@ Example, with the sample station:
         <translation>это ссылка, ведущая на саму себя; удалите её</translation>
     </message>
     <message>
-        <source>it is a link to '%1', which is not there</source>
+        <source>it is a link to &apos;%1&apos;, which is not there</source>
         <translation>это ссылка на «%1», а такого файла нет</translation>
     </message>
     <message>
@@ -2456,15 +2670,15 @@ Example, with the sample station:
         <translation>это каталог; укажите файл</translation>
     </message>
     <message>
-        <source>it is a directory; give a file in it, such as '%1'</source>
+        <source>it is a directory; give a file in it, such as &apos;%1&apos;</source>
         <translation>это каталог; укажите файл в нём, например «%1»</translation>
     </message>
     <message>
-        <source>it is a COMTRADE record, not a recording; 'zucmtr info' and 'zucmtr view' take it</source>
+        <source>it is a COMTRADE record, not a recording; &apos;zucmtr info&apos; and &apos;zucmtr view&apos; take it</source>
         <translation>это запись COMTRADE, а не осциллограмма; её принимают «zucmtr info» и «zucmtr view»</translation>
     </message>
     <message>
-        <source>it is an ini file, not a recording; name it by --ini, or look at it with 'zucmtr check'</source>
+        <source>it is an ini file, not a recording; name it by --ini, or look at it with &apos;zucmtr check&apos;</source>
         <translation>это ini-файл, а не осциллограмма; укажите его ключом --ini или проверьте командой «zucmtr check»</translation>
     </message>
     <message>
@@ -2472,11 +2686,11 @@ Example, with the sample station:
         <translation>файл пуст; не прервано ли копирование?</translation>
     </message>
     <message>
-        <source>it is no recording: its content is a COMTRADE record's; give it the extension %1</source>
+        <source>it is no recording: its content is a COMTRADE record&apos;s; give it the extension %1</source>
         <translation>это не осциллограмма: по содержимому это запись COMTRADE; дайте файлу расширение %1</translation>
     </message>
     <message>
-        <source>it is no recording: it does not start like a recorder's file; give a recording's first file (.ZU)</source>
+        <source>it is no recording: it does not start like a recorder&apos;s file; give a recording&apos;s first file (.ZU)</source>
         <translation>это не осциллограмма: начало не такое, как у файлов регистратора; укажите первый файл осциллограммы (.ZU)</translation>
     </message>
     <message>
@@ -2500,7 +2714,7 @@ Example, with the sample station:
         <translation>имя осциллограммы должно кончаться на .ZU или .zu; переименуйте файл</translation>
     </message>
     <message>
-        <source>it is no COMTRADE record: its content is a recording's; give it the extension .ZU</source>
+        <source>it is no COMTRADE record: its content is a recording&apos;s; give it the extension .ZU</source>
         <translation>это не запись COMTRADE: по содержимому это осциллограмма; дайте файлу расширение .ZU</translation>
     </message>
     <message>
@@ -2512,23 +2726,23 @@ Example, with the sample station:
         <translation>файл обрезан: %1 байт из не менее чем %2, каналов в нём: %3 из %4</translation>
     </message>
     <message>
-        <source>cut off: %1 of %2 bytes, in channel '%3'</source>
+        <source>cut off: %1 of %2 bytes, in channel &apos;%3&apos;</source>
         <translation>файл обрезан: %1 байт из %2, в канале «%3»</translation>
     </message>
     <message>
-        <source>cut off: %1 of at least %2 bytes, in channel '%3'</source>
+        <source>cut off: %1 of at least %2 bytes, in channel &apos;%3&apos;</source>
         <translation>файл обрезан: %1 байт из не менее чем %2, в канале «%3»</translation>
     </message>
     <message>
         <source>,</source>
-        <translation> </translation>
+        <translation>&#xa0;</translation>
     </message>
     <message>
-        <source>it is a part of a COMTRADE record, not a recording (.ZU); 'zucmtr info' and 'zucmtr view' take the record's .cfg file, which is not beside it</source>
+        <source>it is a part of a COMTRADE record, not a recording (.ZU); &apos;zucmtr info&apos; and &apos;zucmtr view&apos; take the record&apos;s .cfg file, which is not beside it</source>
         <translation>это часть записи COMTRADE, а не осциллограмма (.ZU); «zucmtr info» и «zucmtr view» принимают файл .cfg этой записи, а рядом его нет</translation>
     </message>
     <message>
-        <source>it is a part of a COMTRADE record, not a recording (.ZU); 'zucmtr info' and 'zucmtr view' take its configuration '%1'</source>
+        <source>it is a part of a COMTRADE record, not a recording (.ZU); &apos;zucmtr info&apos; and &apos;zucmtr view&apos; take its configuration &apos;%1&apos;</source>
         <translation>это часть записи COMTRADE, а не осциллограмма (.ZU); «zucmtr info» и «zucmtr view» принимают её конфигурацию «%1»</translation>
     </message>
 </context>
@@ -2554,7 +2768,7 @@ Example, with the sample station:
 <context>
     <name>forms</name>
     <message>
-        <source>'%1' cannot be written: %2</source>
+        <source>&apos;%1&apos; cannot be written: %2</source>
         <translation>«%1» не записывается: %2</translation>
     </message>
     <message>
@@ -2594,19 +2808,19 @@ Example, with the sample station:
         <translation>%1: %2</translation>
     </message>
     <message>
-        <source>the variable '%1' is missing</source>
+        <source>the variable &apos;%1&apos; is missing</source>
         <translation>нет переменной «%1»</translation>
     </message>
     <message>
-        <source>the variable '%1' has another type or size</source>
+        <source>the variable &apos;%1&apos; has another type or size</source>
         <translation>у переменной «%1» другой тип или размер</translation>
     </message>
     <message>
-        <source>the variable '%1' differs from what it should be</source>
+        <source>the variable &apos;%1&apos; differs from what it should be</source>
         <translation>переменная «%1» не такая, какой должна быть</translation>
     </message>
     <message>
-        <source>the variable '%1' cannot be read</source>
+        <source>the variable &apos;%1&apos; cannot be read</source>
         <translation>не удаётся прочитать переменную «%1»</translation>
     </message>
     <message>
@@ -2664,25 +2878,15 @@ Example, with the sample station:
   zucmtr help convert
   zucmtr help archive find</translation>
     </message>
-    <message>
-        <source>The command: %1</source>
-        <translation>Команда: %1</translation>
-    </message>
-    <message>
-        <source>Example:
-  zucmtr help convert</source>
-        <translation>Пример:
-  zucmtr help convert</translation>
-    </message>
 </context>
 <context>
     <name>host</name>
     <message>
-        <source>the record could not be put in place, '%1' is left; free the final name and the disk, then convert again</source>
+        <source>the record could not be put in place, &apos;%1&apos; is left; free the final name and the disk, then convert again</source>
         <translation>запись не удалось поставить на место, остался «%1»; освободите конечное имя и диск и преобразуйте снова</translation>
     </message>
     <message>
-        <source>--device: section [%1] of '%2' does not load</source>
+        <source>--device: section [%1] of &apos;%2&apos; does not load</source>
         <translation>--device: секция [%1] файла «%2» не загружается</translation>
     </message>
     <message>
@@ -2690,7 +2894,7 @@ Example, with the sample station:
         <translation>исключение в библиотеке: %1</translation>
     </message>
     <message>
-        <source>--defaults: section [%1] of '%2' does not load</source>
+        <source>--defaults: section [%1] of &apos;%2&apos; does not load</source>
         <translation>--defaults: секция [%1] файла «%2» не загружается</translation>
     </message>
     <message>
@@ -2698,7 +2902,7 @@ Example, with the sample station:
         <translation>В журнале:</translation>
     </message>
     <message>
-        <source>'zucmtr check --ini %1' explains it line by line.</source>
+        <source>&apos;zucmtr check --ini %1&apos; explains it line by line.</source>
         <translation>Построчное объяснение: «zucmtr check --ini %1».</translation>
     </message>
     <message>
@@ -3007,7 +3211,7 @@ Example, with the sample station:
     <message>
         <source>Of a recording: its times with zone, duration, rate, the segments found and why the chain
 ends, the start comment as stored and as understood, the channels. Of a record: what its
-configuration says, and whether all its data are there. Of both: what happened, as 'zucmtr events' says it.
+configuration says, and whether all its data are there. Of both: what happened, as &apos;zucmtr events&apos; says it.
 
 Exit code: 0 all files are good, 1 something is wrong with at least one, 2 wrong usage.
 
@@ -3017,7 +3221,7 @@ Example, with the sample station:
         <translation>Об осциллограмме: время с часовым поясом, длительность, частота, найденные сегменты и почему цепочка
 кончается, комментарий пуска как записан и как понят, каналы. О записи: что говорит конфигурация и все ли
 данные на месте. О тех и других: что
-произошло, как в 'zucmtr events'.
+произошло, как в &apos;zucmtr events&apos;.
 
 Код завершения: 0 все файлы исправны, 1 хотя бы с одним что-то не так, 2 неверный вызов.
 
@@ -3026,8 +3230,8 @@ Example, with the sample station:
   zucmtr info --no-channels station/*.ZU</translation>
     </message>
     <message>
-        <source>whole: %1; 'zucmtr convert --salvage' converts them</source>
-        <translation>уцелело: %1; их преобразует 'zucmtr convert --salvage'</translation>
+        <source>whole: %1; &apos;zucmtr convert --salvage&apos; converts them</source>
+        <translation>уцелело: %1; их преобразует &apos;zucmtr convert --salvage&apos;</translation>
     </message>
     <message>
         <source>Encoding</source>
@@ -3037,7 +3241,7 @@ Example, with the sample station:
 <context>
     <name>layout</name>
     <message>
-        <source>--layout '%1': %2</source>
+        <source>--layout &apos;%1&apos;: %2</source>
         <translation>--layout «%1»: %2</translation>
     </message>
     <message>
@@ -3049,27 +3253,27 @@ Example, with the sample station:
         <translation>у фигурной скобки нет парной; подстановки пишутся так: {station}</translation>
     </message>
     <message>
-        <source>names of files cannot have a '%1'</source>
+        <source>names of files cannot have a &apos;%1&apos;</source>
         <translation>в именах файлов не может быть «%1»</translation>
     </message>
     <message>
-        <source>it is a place below the directory of --out; leave out the '/' in front</source>
+        <source>it is a place below the directory of --out; leave out the &apos;/&apos; in front</source>
         <translation>это место внутри каталога --out; уберите «/» в начале</translation>
     </message>
     <message>
-        <source>the name of the record is missing after the last '/'; {name} is its own</source>
+        <source>the name of the record is missing after the last &apos;/&apos;; {name} is its own</source>
         <translation>после последнего «/» нет имени записи; {name} — её собственное</translation>
     </message>
     <message>
-        <source>there is nothing between two '/'</source>
+        <source>there is nothing between two &apos;/&apos;</source>
         <translation>между двумя «/» ничего нет</translation>
     </message>
     <message>
-        <source>no name may start with a '.'</source>
+        <source>no name may start with a &apos;.&apos;</source>
         <translation>имя не может начинаться с точки</translation>
     </message>
     <message>
-        <source>{folder} is a directory; write it before a '/'</source>
+        <source>{folder} is a directory; write it before a &apos;/&apos;</source>
         <translation>{folder} — это каталог; напишите его перед «/»</translation>
     </message>
 </context>
@@ -3107,7 +3311,7 @@ Example, with the sample station:
         <translation>файл не открывается; проверьте права доступа</translation>
     </message>
     <message>
-        <source>'%1' cannot be written; check the free space and the permissions</source>
+        <source>&apos;%1&apos; cannot be written; check the free space and the permissions</source>
         <translation>«%1» не записывается; проверьте свободное место и права доступа</translation>
     </message>
     <message>
@@ -3123,11 +3327,11 @@ Example, with the sample station:
         <translation>файл обрывается раньше, чем кончаются каналы, указанные в заголовке; не прервано ли копирование?</translation>
     </message>
     <message>
-        <source>it is no recording: it does not start like a recorder's file; give a recording's first file (.ZU)</source>
+        <source>it is no recording: it does not start like a recorder&apos;s file; give a recording&apos;s first file (.ZU)</source>
         <translation>это не осциллограмма: начало не такое, как у файлов регистратора; укажите первый файл осциллограммы (.ZU)</translation>
     </message>
     <message>
-        <source>it is no recording: its title is not a recorder's in either code page</source>
+        <source>it is no recording: its title is not a recorder&apos;s in either code page</source>
         <translation>это не осциллограмма: название не такое, как у регистратора, ни в одной из кодировок</translation>
     </message>
     <message>
@@ -3171,7 +3375,7 @@ Example, with the sample station:
         <translation>дискретный канал не читается: %1</translation>
     </message>
     <message>
-        <source>'%1' has no data</source>
+        <source>&apos;%1&apos; has no data</source>
         <translation>у «%1» нет данных</translation>
     </message>
     <message>
@@ -3195,11 +3399,11 @@ Example, with the sample station:
         <translation>сжатые данные повреждены</translation>
     </message>
     <message>
-        <source>the analog channels of '%1' have different sampling rates</source>
+        <source>the analog channels of &apos;%1&apos; have different sampling rates</source>
         <translation>у аналоговых каналов в «%1» разные частоты дискретизации</translation>
     </message>
     <message>
-        <source>the analog channels of '%1' have different numbers of samples</source>
+        <source>the analog channels of &apos;%1&apos; have different numbers of samples</source>
         <translation>у аналоговых каналов в «%1» разное число выборок</translation>
     </message>
     <message>
@@ -3215,22 +3419,22 @@ Example, with the sample station:
         <translation>длительность равна 0, преобразовать нельзя</translation>
     </message>
     <message>
-        <source>the recording of '%1' ends early, a continuation file cannot be read: %2</source>
+        <source>the recording of &apos;%1&apos; ends early, a continuation file cannot be read: %2</source>
         <translation>осциллограмма «%1» кончается раньше, файл продолжения не читается: %2</translation>
     </message>
     <message>
-        <source>the recording ends early, '%1' does not continue '%2': they differ</source>
+        <source>the recording ends early, &apos;%1&apos; does not continue &apos;%2&apos;: they differ</source>
         <translation>осциллограмма кончается раньше, «%1» не продолжает «%2»: параметры различны</translation>
     </message>
 </context>
 <context>
     <name>lines</name>
     <message>
-        <source>ignored: '%1' is before the first section; put it under the [circuit] it is of</source>
+        <source>ignored: &apos;%1&apos; is before the first section; put it under the [circuit] it is of</source>
         <translation>пропускается: «%1» стоит до первой секции; перенесите под [присоединение], к которому относится</translation>
     </message>
     <message>
-        <source>ignored: '%1' is neither a [circuit] nor key=value</source>
+        <source>ignored: &apos;%1&apos; is neither a [circuit] nor key=value</source>
         <translation>пропускается: «%1» не [присоединение] и не ключ=значение</translation>
     </message>
     <message>
@@ -3238,11 +3442,11 @@ Example, with the sample station:
         <translation>[%1] уже есть в строке %2; объедините обе секции</translation>
     </message>
     <message>
-        <source>[%1] has '%2' twice; the last one counts</source>
+        <source>[%1] has &apos;%2&apos; twice; the last one counts</source>
         <translation>[%1]: ключ «%2» задан дважды; действует последний</translation>
     </message>
     <message>
-        <source>ignored: [%1] has the unknown key '%2'; known are %3</source>
+        <source>ignored: [%1] has the unknown key &apos;%2&apos;; known are %3</source>
         <translation>пропускается: [%1]: неизвестный ключ «%2»; известны %3</translation>
     </message>
     <message>
@@ -3258,7 +3462,7 @@ Example, with the sample station:
         <translation>[%1]: не задано %2; без этого расстояние до места КЗ на линии не определяется</translation>
     </message>
     <message>
-        <source>[%1] %2 = '%3': </source>
+        <source>[%1] %2 = &apos;%3&apos;: </source>
         <translation>[%1] %2 = «%3»: </translation>
     </message>
     <message>
@@ -3266,11 +3470,11 @@ Example, with the sample station:
         <translation>строка не в UTF-8; перекодируйте файл, например: iconv -f WINDOWS-1251 -t UTF-8</translation>
     </message>
     <message>
-        <source>'%1' cannot be read: %2</source>
+        <source>&apos;%1&apos; cannot be read: %2</source>
         <translation>«%1» не читается: %2</translation>
     </message>
     <message>
-        <source>'%1' is too large for the data of lines</source>
+        <source>&apos;%1&apos; is too large for the data of lines</source>
         <translation>«%1» слишком велик для параметров линий</translation>
     </message>
     <message>
@@ -3282,7 +3486,7 @@ Example, with the sample station:
         <translation>радиус должен быть больше 0</translation>
     </message>
     <message>
-        <source>the corner '%1' is not R,X; write corners with blanks between them and decimal points: 0,0 10,0 8.5,20</source>
+        <source>the corner &apos;%1&apos; is not R,X; write corners with blanks between them and decimal points: 0,0 10,0 8.5,20</source>
         <translation>вершина «%1» не в виде R,X; пишите вершины через пробел, дробную часть через точку: 0,0 10,0 8.5,20</translation>
     </message>
     <message>
@@ -3298,18 +3502,18 @@ Example, with the sample station:
         <translation>пишите десятичную точку: %1</translation>
     </message>
     <message>
-        <source>'%1' is not a number</source>
+        <source>&apos;%1&apos; is not a number</source>
         <translation>«%1» не число</translation>
     </message>
     <message>
-        <source>a zone is 'mho R X radius' or 'polygon R,X R,X R,X ...', in primary ohms</source>
+        <source>a zone is &apos;mho R X radius&apos; or &apos;polygon R,X R,X R,X ...&apos;, in primary ohms</source>
         <translation>зона задаётся как mho R X радиус или polygon R,X R,X R,X ..., в первичных омах</translation>
     </message>
 </context>
 <context>
     <name>log</name>
     <message>
-        <source>cannot make a temporary log file in '%1'; set TMPDIR to a directory that can be written to, or name a log file by --log</source>
+        <source>cannot make a temporary log file in &apos;%1&apos;; set TMPDIR to a directory that can be written to, or name a log file by --log</source>
         <translation>временный файл журнала в «%1» не создаётся; укажите в TMPDIR каталог, доступный для записи, или файл журнала ключом --log</translation>
     </message>
     <message>
@@ -3317,7 +3521,7 @@ Example, with the sample station:
         <translation>... (строк до этого: %1)</translation>
     </message>
     <message>
-        <source>--log: '%1' cannot be written: %2</source>
+        <source>--log: &apos;%1&apos; cannot be written: %2</source>
         <translation>--log: «%1» не записывается: %2</translation>
     </message>
     <message>
@@ -3376,7 +3580,7 @@ Example, with the sample station:
 <context>
     <name>main</name>
     <message>
-        <source>argument %1 ('%2') is not UTF-8; rename the file, or run the program from a UTF-8 terminal</source>
+        <source>argument %1 (&apos;%2&apos;) is not UTF-8; rename the file, or run the program from a UTF-8 terminal</source>
         <translation>аргумент %1 («%2») не в UTF-8; переименуйте файл или запустите программу из терминала с UTF-8</translation>
     </message>
     <message>
@@ -3404,7 +3608,7 @@ Example, with the sample station:
         <translation>стандартный вывод не записывается; проверьте диск или канал</translation>
     </message>
     <message>
-        <source>'zucmtr help COMMAND' says more about a command. To try the program:
+        <source>&apos;zucmtr help COMMAND&apos; says more about a command. To try the program:
 
   zucmtr sample --out station
   zucmtr convert --out station/comtrade --make-out station</source>
@@ -3414,18 +3618,14 @@ Example, with the sample station:
   zucmtr convert --out station/comtrade --make-out station</translation>
     </message>
     <message>
-        <source>Run '%1 --help' for the options and an example.</source>
+        <source>Run &apos;%1 --help&apos; for the options and an example.</source>
         <translation>Ключи и пример: «%1 --help».</translation>
-    </message>
-    <message>
-        <source>no command is given</source>
-        <translation>не указана команда</translation>
     </message>
 </context>
 <context>
     <name>memory</name>
     <message>
-        <source>Memory that the program may take, as 800M or 2G; 0: no limit. A recording that needs more fails. Default: three quarters of the machine's memory</source>
+        <source>Memory that the program may take, as 800M or 2G; 0: no limit. A recording that needs more fails. Default: three quarters of the machine&apos;s memory</source>
         <translation>Память, которую может занять программа, как 800M или 2G; 0: без предела. Осциллограмма, которой нужно больше, не преобразуется. По умолчанию три четверти памяти машины</translation>
     </message>
     <message>
@@ -3551,7 +3751,7 @@ Example, with the sample station:
         <translation>%1: указано раз: %2; укажите один раз</translation>
     </message>
     <message>
-        <source>%1 takes no value; leave '%2' out</source>
+        <source>%1 takes no value; leave &apos;%2&apos; out</source>
         <translation>%1 — ключ без значения; уберите «%2»</translation>
     </message>
     <message>
@@ -3559,7 +3759,7 @@ Example, with the sample station:
         <translation>%1: %2</translation>
     </message>
     <message>
-        <source>'%1' has no option %2</source>
+        <source>&apos;%1&apos; has no option %2</source>
         <translation>у «%1» нет ключа %2</translation>
     </message>
     <message>
@@ -3575,19 +3775,19 @@ Example, with the sample station:
         <translation>; может быть, %1?</translation>
     </message>
     <message>
-        <source>'%1' is too much: '%2' takes nothing but options</source>
+        <source>&apos;%1&apos; is too much: &apos;%2&apos; takes nothing but options</source>
         <translation>«%1» — лишнее: у «%2» есть только ключи</translation>
     </message>
     <message>
-        <source>'%1' is too much: '%2' takes one %3</source>
+        <source>&apos;%1&apos; is too much: &apos;%2&apos; takes one %3</source>
         <translation>«%1» — лишнее: у «%2» только один аргумент (%3)</translation>
     </message>
     <message>
-        <source>there is no command '%1'</source>
+        <source>there is no command &apos;%1&apos;</source>
         <translation>нет команды «%1»</translation>
     </message>
     <message>
-        <source>; did you mean '%1'?</source>
+        <source>; did you mean &apos;%1&apos;?</source>
         <translation>; может быть, «%1»?</translation>
     </message>
     <message>
@@ -3595,15 +3795,15 @@ Example, with the sample station:
         <translation>; есть %1</translation>
     </message>
     <message>
-        <source>%1 has no value after the '='</source>
+        <source>%1 has no value after the &apos;=&apos;</source>
         <translation>%1: после «=» нет значения</translation>
     </message>
     <message>
-        <source>'%1' has one dash only; did you mean -%1?</source>
+        <source>&apos;%1&apos; has one dash only; did you mean -%1?</source>
         <translation>в «%1» только один дефис; может быть, -%1?</translation>
     </message>
     <message>
-        <source>'%1'</source>
+        <source>&apos;%1&apos;</source>
         <translation>«%1»</translation>
     </message>
     <message>
@@ -3639,7 +3839,7 @@ Example, with the sample station:
         <translation>ВТОРОЙ</translation>
     </message>
     <message>
-        <source>'%1' is too much: '%2' takes one %3 and one %4</source>
+        <source>&apos;%1&apos; is too much: &apos;%2&apos; takes one %3 and one %4</source>
         <translation>«%1» — лишнее: у «%2» только два аргумента (%3 и %4)</translation>
     </message>
     <message>
@@ -3651,19 +3851,19 @@ Example, with the sample station:
         <translation>не указана команда</translation>
     </message>
     <message>
-        <source>say what '%1' is to do: %2</source>
+        <source>say what &apos;%1&apos; is to do: %2</source>
         <translation>укажите, что делать команде «%1»: %2</translation>
     </message>
     <message>
-        <source>'%1' is no command; say first what to do with it, as in: %2 %3</source>
+        <source>&apos;%1&apos; is no command; say first what to do with it, as in: %2 %3</source>
         <translation>«%1» — не команда; укажите сначала, что делать, например: %2 %3</translation>
     </message>
     <message>
-        <source>'%1' has no command '%2'</source>
+        <source>&apos;%1&apos; has no command &apos;%2&apos;</source>
         <translation>у «%1» нет команды «%2»</translation>
     </message>
     <message>
-        <source>'%1' is too much: '%2' has no commands</source>
+        <source>&apos;%1&apos; is too much: &apos;%2&apos; has no commands</source>
         <translation>«%1» — лишнее: у «%2» нет подкоманд</translation>
     </message>
     <message>
@@ -3710,10 +3910,6 @@ Example, with the sample station:
         <source>DATE</source>
         <translation>ДАТА</translation>
     </message>
-    <message>
-        <source>'%1' is no command; say first what to do with it, as in: zucmtr info %2</source>
-        <translation>«%1» — не команда; укажите сначала, что делать, например: zucmtr info %2</translation>
-    </message>
 </context>
 <context>
     <name>progress</name>
@@ -3725,18 +3921,18 @@ Example, with the sample station:
 <context>
     <name>record form</name>
     <message>
-        <source>--ini: '%1' cannot be read: %2</source>
+        <source>--ini: &apos;%1&apos; cannot be read: %2</source>
         <translation>--ini: «%1» не читается: %2</translation>
     </message>
     <message>
-        <source>'%1' cannot be written: %2; free space in the directory for temporary files</source>
+        <source>&apos;%1&apos; cannot be written: %2; free space in the directory for temporary files</source>
         <translation>«%1» не записывается: %2; освободите место в каталоге временных файлов</translation>
     </message>
 </context>
 <context>
     <name>record source</name>
     <message>
-        <source>'%1' cannot be written: %2; free space in the directory for temporary files</source>
+        <source>&apos;%1&apos; cannot be written: %2; free space in the directory for temporary files</source>
         <translation>«%1» не записывается: %2; освободите место в каталоге временных файлов</translation>
     </message>
     <message>
@@ -3822,18 +4018,18 @@ Example, with the sample station:
         <translation>не вошли в запись: %1</translation>
     </message>
     <message>
-        <source>'%1' could not be read: %2</source>
-        <translation>файл '%1' не удалось прочитать: %2</translation>
+        <source>&apos;%1&apos; could not be read: %2</source>
+        <translation>файл &apos;%1&apos; не удалось прочитать: %2</translation>
     </message>
     <message>
-        <source>what is whole of the recording could not be written to '%1': %2; free space in the directory for temporary files</source>
-        <translation>уцелевшую часть осциллограммы не удалось записать в '%1': %2; освободите место в каталоге временных файлов</translation>
+        <source>what is whole of the recording could not be written to &apos;%1&apos;: %2; free space in the directory for temporary files</source>
+        <translation>уцелевшую часть осциллограммы не удалось записать в &apos;%1&apos;: %2; освободите место в каталоге временных файлов</translation>
     </message>
 </context>
 <context>
     <name>sample</name>
     <message>
-        <source>--out: '%1' already has '%2'; choose another directory, or replace the sample and its ini file by --force</source>
+        <source>--out: &apos;%1&apos; already has &apos;%2&apos;; choose another directory, or replace the sample and its ini file by --force</source>
         <translation>--out: в «%1» уже есть «%2»; выберите другой каталог или замените учебную станцию и её ini-файл ключом --force</translation>
     </message>
     <message>
@@ -3893,7 +4089,7 @@ Example, with the sample station:
         <translation>Начальное число шума и времён срабатывания, от 0 до 4294967295 (1)</translation>
     </message>
     <message>
-        <source>'%1' cannot be written: %2</source>
+        <source>&apos;%1&apos; cannot be written: %2</source>
         <translation>«%1» не записывается: %2</translation>
     </message>
     <message>
@@ -3901,7 +4097,7 @@ Example, with the sample station:
         <translation>Каталог для файлов; создаётся, если его нет</translation>
     </message>
     <message>
-        <source>'%1' is wrong; give a seed or a range of at most %2, as 17 or 1-1000</source>
+        <source>&apos;%1&apos; is wrong; give a seed or a range of at most %2, as 17 or 1-1000</source>
         <translation>«%1» не годится; дайте начальное число или диапазон не более чем из %2 чисел, например 17 или 1-1000</translation>
     </message>
     <message>
@@ -3909,7 +4105,7 @@ Example, with the sample station:
         <translation>Переходное сопротивление (1)</translation>
     </message>
     <message>
-        <source>Angle of the faulted phase's voltage at the onset (60)</source>
+        <source>Angle of the faulted phase&apos;s voltage at the onset (60)</source>
         <translation>Угол напряжения повреждённой фазы в момент замыкания (60)</translation>
     </message>
     <message>
@@ -4012,93 +4208,108 @@ Examples:
     </message>
 </context>
 <context>
+    <name>service</name>
+    <message>
+        <source>the recorder&apos;s process was ended by signal %1</source>
+        <translation>процесс регистратора завершён сигналом %1</translation>
+    </message>
+    <message>
+        <source>the recorder&apos;s process has ended with exit code %1</source>
+        <translation>процесс регистратора завершился с кодом %1</translation>
+    </message>
+    <message>
+        <source>--status: &apos;%1&apos; cannot be written: %2</source>
+        <translation>--status: «%1» не записывается: %2</translation>
+    </message>
+</context>
+<context>
     <name>sources</name>
     <message>
-        <source>'%1' could not be written to the disk: %2; the recording is kept; check the disk, then convert again</source>
+        <source>&apos;%1&apos; could not be written to the disk: %2; the recording is kept; check the disk, then convert again</source>
         <translation>«%1» не удалось записать на диск: %2; осциллограмма сохранена; проверьте диск и преобразуйте снова</translation>
     </message>
     <message>
-        <source>'%1' could not be deleted: %2; delete it yourself, its record is verified</source>
+        <source>&apos;%1&apos; could not be deleted: %2; delete it yourself, its record is verified</source>
         <translation>«%1» не удалось удалить: %2; удалите сами, запись проверена</translation>
     </message>
     <message>
-        <source>'%1' could not be moved to '%2': %3; it is where it was</source>
+        <source>&apos;%1&apos; could not be moved to &apos;%2&apos;: %3; it is where it was</source>
         <translation>«%1» не удалось перенести в «%2»: %3; файл остался на месте</translation>
     </message>
     <message>
-        <source>the copy of '%1' in the archive is not the same; check the archive's disk</source>
+        <source>the copy of &apos;%1&apos; in the archive is not the same; check the archive&apos;s disk</source>
         <translation>копия «%1» в архиве отличается; проверьте диск архива</translation>
     </message>
     <message>
-        <source>'%1' is already in the archive; give another --archive</source>
+        <source>&apos;%1&apos; is already in the archive; give another --archive</source>
         <translation>«%1» уже лежит в архиве; укажите другой --archive</translation>
     </message>
     <message>
-        <source>'%1' is not archived: a different file '%2' is there; move one of them away</source>
+        <source>&apos;%1&apos; is not archived: a different file &apos;%2&apos; is there; move one of them away</source>
         <translation>«%1» не архивирован: там другой файл «%2»; уберите один из них</translation>
     </message>
     <message>
-        <source>the directory '%1' cannot be made: %2; the recording is where it was</source>
+        <source>the directory &apos;%1&apos; cannot be made: %2; the recording is where it was</source>
         <translation>каталог «%1» не создаётся: %2; осциллограмма осталась на месте</translation>
     </message>
     <message>
-        <source>another program is writing '%1'; the recording is where it was</source>
+        <source>another program is writing &apos;%1&apos;; the recording is where it was</source>
         <translation>другая программа записывает «%1»; осциллограмма осталась на месте</translation>
     </message>
     <message>
-        <source>'%1' is locked by another program</source>
+        <source>&apos;%1&apos; is locked by another program</source>
         <translation>«%1» заблокирован другой программой</translation>
     </message>
     <message>
-        <source>'%1' came after the recording was read</source>
+        <source>&apos;%1&apos; came after the recording was read</source>
         <translation>«%1» появился после чтения осциллограммы</translation>
     </message>
     <message>
-        <source>'%1' is gone since it was read</source>
+        <source>&apos;%1&apos; is gone since it was read</source>
         <translation>«%1» исчез после чтения</translation>
     </message>
     <message>
-        <source>'%1' could not be put away: the name is too long; give it a shorter one</source>
+        <source>&apos;%1&apos; could not be put away: the name is too long; give it a shorter one</source>
         <translation>«%1» не удалось убрать: слишком длинное имя; дайте файлу имя короче</translation>
     </message>
     <message>
-        <source>'%1' could not be put away: %2; it is where it was; give this user the permission to change its directory, or put it away yourself, its record is verified</source>
+        <source>&apos;%1&apos; could not be put away: %2; it is where it was; give this user the permission to change its directory, or put it away yourself, its record is verified</source>
         <translation>«%1» не удалось убрать: %2; файл остался на месте; разрешите этому пользователю изменять каталог или уберите файл сами, запись проверена</translation>
     </message>
     <message>
-        <source>'%1' is still open for writing in another program</source>
+        <source>&apos;%1&apos; is still open for writing in another program</source>
         <translation>«%1» ещё открыт на запись в другой программе</translation>
     </message>
     <message>
-        <source>'%1' is another file than the one that was read</source>
+        <source>&apos;%1&apos; is another file than the one that was read</source>
         <translation>«%1» — уже не тот файл, который был прочитан</translation>
     </message>
     <message>
-        <source>'%1' could not be checked again: %2</source>
+        <source>&apos;%1&apos; could not be checked again: %2</source>
         <translation>«%1» не удалось проверить повторно: %2</translation>
     </message>
     <message>
-        <source>'%1' changed after it was read</source>
+        <source>&apos;%1&apos; changed after it was read</source>
         <translation>«%1» изменился после чтения</translation>
     </message>
     <message>
-        <source>'%1' is not there</source>
+        <source>&apos;%1&apos; is not there</source>
         <translation>файла «%1» нет</translation>
     </message>
     <message>
-        <source>'%1' has the name of a recording, but is not a file; move it away, then convert again</source>
+        <source>&apos;%1&apos; has the name of a recording, but is not a file; move it away, then convert again</source>
         <translation>у «%1» имя осциллограммы, но это не файл; уберите его и преобразуйте снова</translation>
     </message>
     <message>
-        <source>'%1' changed while it was read; convert again when it is complete</source>
+        <source>&apos;%1&apos; changed while it was read; convert again when it is complete</source>
         <translation>«%1» изменился во время чтения; преобразуйте снова, когда файл будет готов</translation>
     </message>
     <message>
-        <source>'%1' could not be read: %2; convert fewer recordings at once (--jobs)</source>
+        <source>&apos;%1&apos; could not be read: %2; convert fewer recordings at once (--jobs)</source>
         <translation>«%1» не удалось прочитать: %2; преобразуйте меньше осциллограмм одновременно (--jobs)</translation>
     </message>
     <message>
-        <source>'%1' could not be read: %2; check the disk or the network, then convert again</source>
+        <source>&apos;%1&apos; could not be read: %2; check the disk or the network, then convert again</source>
         <translation>«%1» не удалось прочитать: %2; проверьте диск или сеть и преобразуйте снова</translation>
     </message>
     <message>
@@ -4106,38 +4317,38 @@ Examples:
         <translation>%1; осциллограмма сохранена, преобразуйте её снова</translation>
     </message>
     <message>
-        <source>'%1' is there, but not the file before it</source>
+        <source>&apos;%1&apos; is there, but not the file before it</source>
         <translation>«%1» есть, а предыдущего файла нет</translation>
     </message>
     <message>
-        <source>'%1' is now called '%2' and could not get its name back: %3; rename it</source>
+        <source>&apos;%1&apos; is now called &apos;%2&apos; and could not get its name back: %3; rename it</source>
         <translation>«%1» теперь называется «%2», вернуть имя не удалось: %3; переименуйте файл</translation>
     </message>
     <message>
-        <source>'%1' is now called '%2', because another file has taken its name</source>
+        <source>&apos;%1&apos; is now called &apos;%2&apos;, because another file has taken its name</source>
         <translation>«%1» теперь называется «%2», так как его имя занял другой файл</translation>
     </message>
     <message>
-        <source>'%1' could not be read: no permission; let this user read it, then convert again</source>
+        <source>&apos;%1&apos; could not be read: no permission; let this user read it, then convert again</source>
         <translation>«%1» не удалось прочитать: нет прав; разрешите этому пользователю чтение и преобразуйте снова</translation>
     </message>
     <message>
-        <source>'%1' is now called '%2', as its continuations could not get their names back</source>
+        <source>&apos;%1&apos; is now called &apos;%2&apos;, as its continuations could not get their names back</source>
         <translation>«%1» теперь называется «%2»: его продолжениям не удалось вернуть имена</translation>
     </message>
     <message>
-        <source>'%1' is in the archive as '%2', but could not be written to the disk: %3; check the archive's disk</source>
+        <source>&apos;%1&apos; is in the archive as &apos;%2&apos;, but could not be written to the disk: %3; check the archive&apos;s disk</source>
         <translation>«%1» лежит в архиве как «%2», но на диск не записан: %3; проверьте диск архива</translation>
     </message>
     <message>
-        <source>'%1' is there and was not made by this program; move it away</source>
+        <source>&apos;%1&apos; is there and was not made by this program; move it away</source>
         <translation>«%1» уже есть в архиве, и создала его не эта программа; уберите этот файл</translation>
     </message>
 </context>
 <context>
     <name>sql</name>
     <message>
-        <source>Qt's driver for PostgreSQL is missing; install the package libqt5sql5-psql</source>
+        <source>Qt&apos;s driver for PostgreSQL is missing; install the package libqt5sql5-psql</source>
         <translation>нет драйвера Qt для PostgreSQL; установите пакет libqt5sql5-psql</translation>
     </message>
     <message>
@@ -4149,12 +4360,12 @@ Examples:
         <translation>сервер не принимает записей; возможно, это реплика (%1)</translation>
     </message>
     <message>
-        <source>the server's disk is full (%1)</source>
+        <source>the server&apos;s disk is full (%1)</source>
         <translation>на диске сервера нет места (%1)</translation>
     </message>
     <message>
-        <source>its encoding is %1; make a database with ENCODING 'UTF8' TEMPLATE template0</source>
-        <translation>её кодировка — %1; создайте базу данных с ENCODING 'UTF8' TEMPLATE template0</translation>
+        <source>its encoding is %1; make a database with ENCODING &apos;UTF8&apos; TEMPLATE template0</source>
+        <translation>её кодировка — %1; создайте базу данных с ENCODING &apos;UTF8&apos; TEMPLATE template0</translation>
     </message>
     <message>
         <source>the connection to the server is lost</source>
@@ -4165,30 +4376,30 @@ Examples:
         <translation>это не обычный файл</translation>
     </message>
     <message>
-        <source>part of it is in '%1-wal', which can only be read where files can be written: copy both, or ask somebody who may write there to open it once</source>
+        <source>part of it is in &apos;%1-wal&apos;, which can only be read where files can be written: copy both, or ask somebody who may write there to open it once</source>
         <translation>часть данных находится в «%1-wal» и читается только там, где можно записывать файлы: скопируйте оба файла или попросите того, у кого есть право записи, один раз открыть базу</translation>
     </message>
 </context>
 <context>
     <name>staging</name>
     <message>
-        <source>no directory for new records can be made in '%1': %2</source>
+        <source>no directory for new records can be made in &apos;%1&apos;: %2</source>
         <translation>в «%1» не удалось создать каталог для новых записей: %2</translation>
     </message>
     <message>
-        <source>the record's file '%1' was not written: %2</source>
+        <source>the record&apos;s file &apos;%1&apos; was not written: %2</source>
         <translation>файл записи «%1» не был создан: %2</translation>
     </message>
     <message>
-        <source>'%1' is a directory; the record needs the name, move it away</source>
+        <source>&apos;%1&apos; is a directory; the record needs the name, move it away</source>
         <translation>«%1» — каталог, а имя нужно записи; переместите его</translation>
     </message>
     <message>
-        <source>'%1' could not be removed: %2</source>
+        <source>&apos;%1&apos; could not be removed: %2</source>
         <translation>«%1» не удалось удалить: %2</translation>
     </message>
     <message>
-        <source>'%1' could not be put in place: %2</source>
+        <source>&apos;%1&apos; could not be put in place: %2</source>
         <translation>«%1» не удалось поставить на место: %2</translation>
     </message>
     <message>
@@ -4196,15 +4407,15 @@ Examples:
         <translation>; прежние файлы не удалось вернуть на место, преобразуйте осциллограмму снова</translation>
     </message>
     <message>
-        <source>'%1' is a device or a pipe; the record needs the name, move it away</source>
+        <source>&apos;%1&apos; is a device or a pipe; the record needs the name, move it away</source>
         <translation>«%1» — устройство или канал; имя нужно записи, уберите его</translation>
     </message>
     <message>
-        <source>another zucmtr holds the directory '%1', where it puts a record in place; convert again when it has ended</source>
+        <source>another zucmtr holds the directory &apos;%1&apos;, where it puts a record in place; convert again when it has ended</source>
         <translation>каталог «%1» удерживает другой процесс zucmtr, который помещает туда запись; повторите преобразование, когда он завершится</translation>
     </message>
     <message>
-        <source>the record cannot be called '%1': %2</source>
+        <source>the record cannot be called &apos;%1&apos;: %2</source>
         <translation>запись нельзя назвать «%1»: %2</translation>
     </message>
 </context>
@@ -4383,11 +4594,11 @@ Examples:
         <translation>Расстояние не определено: нет файла lines.ini с параметрами линии.</translation>
     </message>
     <message>
-        <source>No distance: '%1' has no data of the line [%2].</source>
+        <source>No distance: &apos;%1&apos; has no data of the line [%2].</source>
         <translation>Расстояние не определено: в «%1» нет параметров линии [%2].</translation>
     </message>
     <message>
-        <source>No distance: the record has no voltages of this circuit; 'voltages' in lines.ini names the circuit whose voltages serve it.</source>
+        <source>No distance: the record has no voltages of this circuit; &apos;voltages&apos; in lines.ini names the circuit whose voltages serve it.</source>
         <translation>Расстояние не определено: в записи нет напряжений этого присоединения; ключ voltages в lines.ini называет присоединение, напряжения которого к нему относятся.</translation>
     </message>
     <message>
@@ -4455,7 +4666,7 @@ Examples:
         <translation>Дискретные сигналы не изменялись.</translation>
     </message>
     <message>
-        <source>The trigger time is outside the record's samples.</source>
+        <source>The trigger time is outside the record&apos;s samples.</source>
         <translation>Момент пуска лежит вне отсчётов записи.</translation>
     </message>
     <message>
@@ -4601,7 +4812,7 @@ Examples:
 <context>
     <name>validate</name>
     <message>
-        <source>there is no section '%1'; the sections are CFG, INF, HDR and DAT</source>
+        <source>there is no section &apos;%1&apos;; the sections are CFG, INF, HDR and DAT</source>
         <translation>раздела «%1» нет в стандарте; есть разделы CFG, INF, HDR и DAT</translation>
     </message>
     <message>
@@ -4609,7 +4820,7 @@ Examples:
         <translation>раздел %1 стоит после %2; порядок разделов: CFG, INF, HDR, DAT</translation>
     </message>
     <message>
-        <source>the mark is '%1', but the configuration says %2 data; it should be '%3'</source>
+        <source>the mark is &apos;%1&apos;, but the configuration says %2 data; it should be &apos;%3&apos;</source>
         <translation>заголовок раздела — «%1», а по конфигурации данные имеют тип %2; должно быть «%3»</translation>
     </message>
     <message>
@@ -4689,11 +4900,11 @@ Examples:
         <translation>строка стоит до первой секции и не относится ни к одной</translation>
     </message>
     <message>
-        <source>the line is neither a section in brackets nor 'name=value'; comments start with ';'</source>
+        <source>the line is neither a section in brackets nor &apos;name=value&apos;; comments start with &apos;;&apos;</source>
         <translation>строка — ни секция в квадратных скобках, ни «имя=значение»; комментарии начинаются с «;»</translation>
     </message>
     <message>
-        <source>the heading of a section ends with ']'</source>
+        <source>the heading of a section ends with &apos;]&apos;</source>
         <translation>заголовок секции должен заканчиваться скобкой «]»</translation>
     </message>
     <message>
@@ -4701,11 +4912,11 @@ Examples:
         <translation>секция [%1] уже есть в строке %2; программы возьмут одну из них</translation>
     </message>
     <message>
-        <source>'%1' is in line %2 of this section already; readers take one of them</source>
+        <source>&apos;%1&apos; is in line %2 of this section already; readers take one of them</source>
         <translation>«%1» уже есть в этой секции, в строке %2; программы возьмут одно из двух</translation>
     </message>
     <message>
-        <source>%1 is '%2', but the configuration says '%3'; they must be the same</source>
+        <source>%1 is &apos;%2&apos;, but the configuration says &apos;%3&apos;; they must be the same</source>
         <translation>%1 — «%2», а в конфигурации «%3»; они должны совпадать</translation>
     </message>
     <message>
@@ -4753,15 +4964,15 @@ Examples:
         <translation>данные типа %1 появились в редакции 2013, здесь редакция %2; программы, рассчитанные на неё, их не прочтут</translation>
     </message>
     <message>
-        <source>'%1' should be the difference from UTC, as +3, -7h15 or 0, or x where it is not known</source>
+        <source>&apos;%1&apos; should be the difference from UTC, as +3, -7h15 or 0, or x where it is not known</source>
         <translation>«%1» — здесь должна быть разница с UTC, например +3, -7h15 или 0, либо x, если она неизвестна</translation>
     </message>
     <message>
-        <source>the quality of the time is '%1'; it is 0 to 9, A, B or F</source>
+        <source>the quality of the time is &apos;%1&apos;; it is 0 to 9, A, B or F</source>
         <translation>качество времени — «%1»; возможны 0–9, A, B и F</translation>
     </message>
     <message>
-        <source>the leap second is '%1'; it is 0, 1, 2 or 3</source>
+        <source>the leap second is &apos;%1&apos;; it is 0, 1, 2 or 3</source>
         <translation>признак високосной секунды — «%1»; возможны 0, 1, 2 и 3</translation>
     </message>
     <message>
@@ -4875,23 +5086,23 @@ IEEE C37.111 редакций 1991, 1999 и 2013. Из-за ошибки про�
 <context>
     <name>values</name>
     <message>
-        <source>'%1' is wrong; give a whole number from %2 to %3</source>
+        <source>&apos;%1&apos; is wrong; give a whole number from %2 to %3</source>
         <translation>«%1» не годится; дайте целое число от %2 до %3</translation>
     </message>
     <message>
-        <source>'%1' is wrong; give a number from %2 to %3</source>
+        <source>&apos;%1&apos; is wrong; give a number from %2 to %3</source>
         <translation>«%1» не годится; дайте число от %2 до %3</translation>
     </message>
     <message>
-        <source>'%1' is wrong; give a number above 0 and below %2</source>
+        <source>&apos;%1&apos; is wrong; give a number above 0 and below %2</source>
         <translation>«%1» не годится; дайте число больше 0 и меньше %2</translation>
     </message>
     <message>
-        <source>'%1' is wrong; give one of %2</source>
+        <source>&apos;%1&apos; is wrong; give one of %2</source>
         <translation>«%1» не годится; дайте одно из: %2</translation>
     </message>
     <message>
-        <source>'%1' is wrong; give a size as 800M or 2G, or 0 for no limit</source>
+        <source>&apos;%1&apos; is wrong; give a size as 800M or 2G, or 0 for no limit</source>
         <translation>«%1» не годится; дайте размер, как 800M или 2G, или 0 — без предела</translation>
     </message>
     <message>
@@ -4903,14 +5114,14 @@ IEEE C37.111 редакций 1991, 1999 и 2013. Из-за ошибки про�
         <translation>пустой путь; укажите его</translation>
     </message>
     <message>
-        <source>there is no encoding '%1'; give a name such as UTF-8, CP1251, CP866, KOI8-R, GBK or Latin-1</source>
-        <translation>нет кодировки '%1'; укажите имя, например UTF-8, CP1251, CP866, KOI8-R, GBK или Latin-1</translation>
+        <source>there is no encoding &apos;%1&apos;; give a name such as UTF-8, CP1251, CP866, KOI8-R, GBK or Latin-1</source>
+        <translation>нет кодировки &apos;%1&apos;; укажите имя, например UTF-8, CP1251, CP866, KOI8-R, GBK или Latin-1</translation>
     </message>
 </context>
 <context>
     <name>verify</name>
     <message>
-        <source>the channel '%1' has a comma or a line end in its name, its unit or its bay, so that no program can read the record's configuration; rename it in the recorder, or in the ini file if it is a bay's text</source>
+        <source>the channel &apos;%1&apos; has a comma or a line end in its name, its unit or its bay, so that no program can read the record&apos;s configuration; rename it in the recorder, or in the ini file if it is a bay&apos;s text</source>
         <translation>у канала «%1» запятая или конец строки в имени, единице или присоединении, поэтому конфигурацию записи не прочтёт ни одна программа; переименуйте его в регистраторе или в ini-файле, если это текст присоединения</translation>
     </message>
     <message>
@@ -4918,15 +5129,15 @@ IEEE C37.111 редакций 1991, 1999 и 2013. Из-за ошибки про�
         <translation>%1: в строке %2 полей %3 вместо %4</translation>
     </message>
     <message>
-        <source>'%1' goes on after line %2, which should be its last</source>
+        <source>&apos;%1&apos; goes on after line %2, which should be its last</source>
         <translation>«%1» продолжается за строкой %2, которая должна быть последней</translation>
     </message>
     <message>
-        <source>'%1' ends within line %2 or before it; free the disk, then convert again</source>
+        <source>&apos;%1&apos; ends within line %2 or before it; free the disk, then convert again</source>
         <translation>«%1» кончается в строке %2 или до неё; освободите диск и преобразуйте снова</translation>
     </message>
     <message>
-        <source>the ini file's object '%1' or source '%2' holds a comma, so that no program can read the record's configuration; take it out</source>
+        <source>the ini file&apos;s object &apos;%1&apos; or source &apos;%2&apos; holds a comma, so that no program can read the record&apos;s configuration; take it out</source>
         <translation>в объекте «%1» или источнике «%2» ini-файла запятая, поэтому конфигурацию записи не прочтёт ни одна программа; уберите её</translation>
     </message>
     <message>
@@ -5078,15 +5289,15 @@ IEEE C37.111 редакций 1991, 1999 и 2013. Из-за ошибки про�
         <translation>нет</translation>
     </message>
     <message>
-        <source>'%1' ends after record %2 of %3; free the disk, then convert again</source>
+        <source>&apos;%1&apos; ends after record %2 of %3; free the disk, then convert again</source>
         <translation>«%1» кончается после выборки %2 из %3; освободите диск и преобразуйте снова</translation>
     </message>
     <message>
-        <source>'%1' goes on after record %2, with which the recording ends</source>
+        <source>&apos;%1&apos; goes on after record %2, with which the recording ends</source>
         <translation>«%1» продолжается за выборкой %2, которой кончается осциллограмма</translation>
     </message>
     <message>
-        <source>'%1', record %2</source>
+        <source>&apos;%1&apos;, record %2</source>
         <translation>«%1», выборка %2</translation>
     </message>
     <message>
@@ -5106,43 +5317,43 @@ IEEE C37.111 редакций 1991, 1999 и 2013. Из-за ошибки про�
         <translation>, дискретный канал %1 (%2)</translation>
     </message>
     <message>
-        <source>the sections [%1] and [%2] of '%3' do not load for the verification</source>
+        <source>the sections [%1] and [%2] of &apos;%3&apos; do not load for the verification</source>
         <translation>секции [%1] и [%2] файла «%3» не загружаются для проверки</translation>
     </message>
     <message>
-        <source>%1: the record says '%2', the recording '%3'</source>
+        <source>%1: the record says &apos;%2&apos;, the recording &apos;%3&apos;</source>
         <translation>%1: в записи «%2», в осциллограмме «%3»</translation>
     </message>
     <message>
-        <source>'%1' cannot be read: %2</source>
+        <source>&apos;%1&apos; cannot be read: %2</source>
         <translation>«%1» не читается: %2</translation>
     </message>
     <message>
-        <source>'%1' is too large</source>
+        <source>&apos;%1&apos; is too large</source>
         <translation>«%1» слишком велик</translation>
     </message>
     <message>
-        <source>'%1' does not end with a whole line; free the disk, then convert again</source>
+        <source>&apos;%1&apos; does not end with a whole line; free the disk, then convert again</source>
         <translation>«%1» не кончается целой строкой; освободите диск и преобразуйте снова</translation>
     </message>
     <message>
-        <source>'%1' does not have '%2' where it should</source>
+        <source>&apos;%1&apos; does not have &apos;%2&apos; where it should</source>
         <translation>в «%1» нет «%2» на своём месте</translation>
     </message>
     <message>
-        <source>'%1' ends before '%2'; free the disk, then convert again</source>
+        <source>&apos;%1&apos; ends before &apos;%2&apos;; free the disk, then convert again</source>
         <translation>«%1» кончается перед «%2»; освободите диск и преобразуйте снова</translation>
     </message>
     <message>
-        <source>'%1', mark of the data</source>
+        <source>&apos;%1&apos;, mark of the data</source>
         <translation>«%1», метка данных</translation>
     </message>
     <message>
-        <source>'%1', line %2</source>
+        <source>&apos;%1&apos;, line %2</source>
         <translation>«%1», строка %2</translation>
     </message>
     <message>
-        <source>'%1' has %2 records, but its configuration says %3</source>
+        <source>&apos;%1&apos; has %2 records, but its configuration says %3</source>
         <translation>в «%1» выборок %2, а в конфигурации %3</translation>
     </message>
     <message>
@@ -5150,15 +5361,15 @@ IEEE C37.111 редакций 1991, 1999 и 2013. Из-за ошибки про�
         <translation>осциллограмма не читается: %1</translation>
     </message>
     <message>
-        <source>'%1' is not a file</source>
+        <source>&apos;%1&apos; is not a file</source>
         <translation>«%1» — не файл</translation>
     </message>
     <message>
-        <source>'%1' is not a COMTRADE record</source>
+        <source>&apos;%1&apos; is not a COMTRADE record</source>
         <translation>«%1» — не запись COMTRADE</translation>
     </message>
     <message>
-        <source>'%1' has other samples than the recording</source>
+        <source>&apos;%1&apos; has other samples than the recording</source>
         <translation>в «%1» не те отсчёты, что в осциллограмме</translation>
     </message>
     <message>
@@ -5170,7 +5381,7 @@ IEEE C37.111 редакций 1991, 1999 и 2013. Из-за ошибки про�
         <translation>в файле INF нет %1 в [%2]</translation>
     </message>
     <message>
-        <source>the INF file has '%1' for %2 in [%3], the configuration '%4'</source>
+        <source>the INF file has &apos;%1&apos; for %2 in [%3], the configuration &apos;%4&apos;</source>
         <translation>в файле INF «%1» для %2 в [%3], в конфигурации «%4»</translation>
     </message>
     <message>
@@ -5182,11 +5393,11 @@ IEEE C37.111 редакций 1991, 1999 и 2013. Из-за ошибки про�
         <translation>в файле INF нет секции [%1]</translation>
     </message>
     <message>
-        <source>the fault report has no line '%1' where it should</source>
+        <source>the fault report has no line &apos;%1&apos; where it should</source>
         <translation>в отчёте об аварии нет строки «%1» на своём месте</translation>
     </message>
     <message>
-        <source>the fault report has '%1' for '%2', the record's other files '%3'</source>
+        <source>the fault report has &apos;%1&apos; for &apos;%2&apos;, the record&apos;s other files &apos;%3&apos;</source>
         <translation>в отчёте об аварии «%1» для «%2», в других файлах записи «%3»</translation>
     </message>
     <message>
@@ -5234,7 +5445,7 @@ IEEE C37.111 редакций 1991, 1999 и 2013. Из-за ошибки про�
         <translation>%1: различаются значения: %2 из %3; в выборке %4 (%5 с) %6, должно быть %7</translation>
     </message>
     <message>
-        <source>%1: the record says '%2', the ini file makes it '%3'</source>
+        <source>%1: the record says &apos;%2&apos;, the ini file makes it &apos;%3&apos;</source>
         <translation>%1: в записи «%2», по ini-файлу «%3»</translation>
     </message>
     <message>
@@ -5265,15 +5476,15 @@ IEEE C37.111 редакций 1991, 1999 и 2013. Из-за ошибки про�
         <translation>тексты не сравнивались, так как ini-файл не найден</translation>
     </message>
     <message>
-        <source>the channels are in another order than '%1' gives them</source>
+        <source>the channels are in another order than &apos;%1&apos; gives them</source>
         <translation>порядок каналов не тот, что даёт «%1»</translation>
     </message>
     <message>
-        <source>the record has other settings than '%1' (%2)</source>
+        <source>the record has other settings than &apos;%1&apos; (%2)</source>
         <translation>запись сделана с другими параметрами, чем в «%1» (%2)</translation>
     </message>
     <message>
-        <source>if the record was made with other settings than '%1', --plain leaves its texts out</source>
+        <source>if the record was made with other settings than &apos;%1&apos;, --plain leaves its texts out</source>
         <translation>если запись сделана с другими параметрами, чем в «%1», --plain не сравнивает её тексты</translation>
     </message>
     <message>
@@ -5313,7 +5524,7 @@ IEEE C37.111 редакций 1991, 1999 и 2013. Из-за ошибки про�
         <translation>; каналов %1 + %2 из %3 + %4</translation>
     </message>
     <message>
-        <source>every byte compared, by '%1'</source>
+        <source>every byte compared, by &apos;%1&apos;</source>
         <translation>сравнён каждый байт, по «%1»</translation>
     </message>
     <message>
@@ -5333,7 +5544,7 @@ IEEE C37.111 редакций 1991, 1999 и 2013. Из-за ошибки про�
         <translation>%1: в порядке, запись осциллограммы %2 (%3); %4</translation>
     </message>
     <message>
-        <source>'%1' is not the .cfg or .cff file of a record; give the record of a recording after it</source>
+        <source>&apos;%1&apos; is not the .cfg or .cff file of a record; give the record of a recording after it</source>
         <translation>«%1» — не файл .cfg или .cff записи; после осциллограммы укажите её запись</translation>
     </message>
     <message>
@@ -5345,12 +5556,12 @@ IEEE C37.111 редакций 1991, 1999 и 2013. Из-за ошибки про�
         <translation>--ini, --defaults, --device и --plain — для записи и её осциллограммы; укажите сначала осциллограмму или уберите их</translation>
     </message>
     <message>
-        <source>A record and its recording: with the recorder's ini file every byte is compared, as 'zucmtr convert'
-does it, in the form that the record has. Without one, and for records of 'zucmtr export' or of other
+        <source>A record and its recording: with the recorder&apos;s ini file every byte is compared, as &apos;zucmtr convert&apos;
+does it, in the form that the record has. Without one, and for records of &apos;zucmtr export&apos; or of other
 settings, it is every sample, state and time; the line says what was compared. The record may have part
 of the samples and channels only.
-A record by itself: everything can be read, and samples, numbers, times, limits and the record's files
-agree with each other. It is not held against the standard: see 'zucmtr validate'.
+A record by itself: everything can be read, and samples, numbers, times, limits and the record&apos;s files
+agree with each other. It is not held against the standard: see &apos;zucmtr validate&apos;.
 
 Exit code: 0 all records are good, 1 something is wrong with at least one, 2 wrong usage.
 
@@ -5382,7 +5593,7 @@ Example, with the sample station:
         <translation>Без ini-файла: не сравнивать тексты</translation>
     </message>
     <message>
-        <source>The recorder's ini file. Default: ZuDrv.ini beside the recording or in the current directory, if there is one</source>
+        <source>The recorder&apos;s ini file. Default: ZuDrv.ini beside the recording or in the current directory, if there is one</source>
         <translation>Ini-файл регистратора. По умолчанию ZuDrv.ini рядом с осциллограммой или в текущем каталоге, если он есть</translation>
     </message>
     <message>
@@ -5406,7 +5617,7 @@ Example, with the sample station:
         <translation>Файлы .cfg или .cff записей либо каталоги с записями; или первый файл осциллограммы (.ZU) и её запись</translation>
     </message>
     <message>
-        <source>its bytes were not, as 'zucmtr convert' did not write them</source>
+        <source>its bytes were not, as &apos;zucmtr convert&apos; did not write them</source>
         <translation>байты не сравнивались, так как запись сделана не «zucmtr convert»</translation>
     </message>
 </context>
@@ -5445,7 +5656,7 @@ Example, with the sample station:
         <translation>Осциллограмма или запись</translation>
     </message>
     <message>
-        <source>'%1' cannot be written: %2</source>
+        <source>&apos;%1&apos; cannot be written: %2</source>
         <translation>«%1» не записывается: %2</translation>
     </message>
     <message>
@@ -5461,7 +5672,7 @@ Example, with the sample station:
         <translation>Как в отчёте об аварии:</translation>
     </message>
     <message>
-        <source>%1: the trigger time is outside the record's samples; check the start time, the trigger time and the sampling rates in its configuration</source>
+        <source>%1: the trigger time is outside the record&apos;s samples; check the start time, the trigger time and the sampling rates in its configuration</source>
         <translation>%1: время пуска вне отсчётов записи; проверьте в её конфигурации время начала, время пуска и частоты дискретизации</translation>
     </message>
     <message>
@@ -5473,7 +5684,7 @@ Example, with the sample station:
         <translation>%1: в конфигурации указано отсчётов: %2, в данных их %3</translation>
     </message>
     <message>
-        <source>%1: it lies too far from '%2' in time to be seen over it; --align trigger lays trigger over trigger</source>
+        <source>%1: it lies too far from &apos;%2&apos; in time to be seen over it; --align trigger lays trigger over trigger</source>
         <translation>%1: по времени слишком далеко от «%2», чтобы показать их вместе; --align trigger совмещает пуски</translation>
     </message>
     <message>
@@ -5626,10 +5837,6 @@ Example, with the sample station:
 <context>
     <name>watch</name>
     <message>
-        <source>Existing directory for the COMTRADE files</source>
-        <translation>Существующий каталог для файлов COMTRADE</translation>
-    </message>
-    <message>
         <source>Convert what is there and end, for example for cron</source>
         <translation>Преобразовать то, что есть, и завершиться: для cron, например</translation>
     </message>
@@ -5662,7 +5869,7 @@ Example, with the sample station:
         <translation>Начать с новых попыток для оставленных осциллограмм</translation>
     </message>
     <message>
-        <source>--state: '%1' is another kind of file; give one that 'zucmtr watch' has made, or one that does not exist yet</source>
+        <source>--state: &apos;%1&apos; is another kind of file; give one that &apos;zucmtr watch&apos; has made, or one that does not exist yet</source>
         <translation>--state: «%1» — файл другого рода; укажите файл, созданный «zucmtr watch», или ещё не существующий</translation>
     </message>
     <message>
@@ -5682,19 +5889,19 @@ Example, with the sample station:
         <translation>больше нечего делать</translation>
     </message>
     <message>
-        <source>--state: '%1' is no regular file; give a file in a directory that can be written to</source>
+        <source>--state: &apos;%1&apos; is no regular file; give a file in a directory that can be written to</source>
         <translation>--state: «%1» — не обычный файл; укажите файл в каталоге, доступном для записи</translation>
     </message>
     <message>
-        <source>there is no directory '%1'; make it first: mkdir -p %2</source>
+        <source>there is no directory &apos;%1&apos;; make it first: mkdir -p %2</source>
         <translation>каталога «%1» нет; создайте его: mkdir -p %2</translation>
     </message>
     <message>
-        <source>'%1' is no directory; give the one in which recordings arrive</source>
+        <source>&apos;%1&apos; is no directory; give the one in which recordings arrive</source>
         <translation>«%1» — не каталог; укажите каталог, в который поступают осциллограммы</translation>
     </message>
     <message>
-        <source>--state: '%1' cannot be written: %2; give another file</source>
+        <source>--state: &apos;%1&apos; cannot be written: %2; give another file</source>
         <translation>--state: «%1» не записывается: %2; укажите другой файл</translation>
     </message>
     <message>
@@ -5722,49 +5929,19 @@ Example, with the sample station:
         <translation>преобразовано %1, оставлено без новых попыток %2, ожидают %3</translation>
     </message>
     <message>
-        <source>A recording counts as complete when none of its files has changed for the time that the ini file
-gives as 'Время ожидания'. Each event is one JSON object and line on standard output. What is
-converted is remembered on the disk, so that a restart neither converts twice nor forgets. SIGTERM
-and Ctrl-C end after the current recording.
-
-Exit code: 0 ended by a signal, or with --once all recordings converted; 1 a recording failed or a
-directory could not be read with --once, or the program could not start now: a directory is missing,
-the state cannot be written or another process has it; 2 wrong usage or configuration.
-
-Example, with the sample station:
-  zucmtr sample --out station --force
-  mkdir -p station/comtrade
-  sed -i 's/^Время ожидания=.*/Время ожидания=200/' station/ZuDrv.ini
-  zucmtr watch --once --out station/comtrade station</source>
-        <translation>Осциллограмма считается полной, когда ни один её файл не менялся столько времени, сколько указано в
-ini-файле ключом «Время ожидания». Каждое событие — объект JSON и строка в стандартном выводе. Что
-преобразовано, помнится на диске: после перезапуска ничего не преобразуется дважды и не забывается.
-SIGTERM и Ctrl-C завершают работу после начатой осциллограммы.
-
-Код завершения: 0 завершено сигналом или с --once всё преобразовано; 1 при --once ошибка с осциллограммой
-или не читается каталог, либо сейчас запуск невозможен: нет каталога, состояние не записывается или занято
-другим процессом; 2 неверный вызов или настройка.
-
-Пример с учебной станцией:
-  zucmtr sample --out station --force
-  mkdir -p station/comtrade
-  sed -i 's/^Время ожидания=.*/Время ожидания=200/' station/ZuDrv.ini
-  zucmtr watch --once --out station/comtrade station</translation>
-    </message>
-    <message>
         <source>it continues a recording whose first file %1 is not there, so it is not converted; bring that back</source>
         <translation>это продолжение осциллограммы, первого файла которой %1 нет, поэтому оно не преобразуется; верните первый файл</translation>
     </message>
     <message>
-        <source>'%1' cannot be written: %2; free the disk, or give this user the permission</source>
+        <source>&apos;%1&apos; cannot be written: %2; free the disk, or give this user the permission</source>
         <translation>«%1» не записывается: %2; освободите место на диске или дайте права этому пользователю</translation>
     </message>
     <message>
-        <source>another file has taken the place of '%1'; start again</source>
+        <source>another file has taken the place of &apos;%1&apos;; start again</source>
         <translation>вместо «%1» там теперь другой файл; запустите программу снова</translation>
     </message>
     <message>
-        <source>%1: '%2' cannot be written to: %3; the work goes on once that is put right</source>
+        <source>%1: &apos;%2&apos; cannot be written to: %3; the work goes on once that is put right</source>
         <translation>%1: в «%2» нельзя записать: %3; работа продолжится, когда это исправят</translation>
     </message>
     <message>
@@ -5792,40 +5969,40 @@ SIGTERM и Ctrl-C завершают работу после начатой ос
         <translation> (процесс %1 на %2)</translation>
     </message>
     <message>
-        <source>--state: another 'zucmtr watch' works with '%1'%2; end it, or give another file</source>
+        <source>--state: another &apos;zucmtr watch&apos; works with &apos;%1&apos;%2; end it, or give another file</source>
         <translation>--state: с «%1» работает другой «zucmtr watch»%2; завершите его или укажите другой файл</translation>
     </message>
     <message>
-        <source>--state: '%1' is damaged (%2); put a copy of it in its place, or move it away: then all recordings that are there are converted again</source>
+        <source>--state: &apos;%1&apos; is damaged (%2); put a copy of it in its place, or move it away: then all recordings that are there are converted again</source>
         <translation>--state: «%1» повреждён (%2); верните на его место копию или уберите его: тогда все имеющиеся осциллограммы будут преобразованы заново</translation>
     </message>
     <message>
-        <source>--state: '%1' was made by a newer version of the program; install that, or give another file</source>
+        <source>--state: &apos;%1&apos; was made by a newer version of the program; install that, or give another file</source>
         <translation>--state: «%1» создан более новой версией программы; установите её или укажите другой файл</translation>
     </message>
     <message>
-        <source>the directory '%1' cannot be entered</source>
+        <source>the directory &apos;%1&apos; cannot be entered</source>
         <translation>в каталог «%1» нельзя войти</translation>
     </message>
     <message>
-        <source>it has the state '%1', as '%2' has; give another 'state = FILE'</source>
+        <source>it has the state &apos;%1&apos;, as &apos;%2&apos; has; give another &apos;state = FILE&apos;</source>
         <translation>у него тот же файл состояния «%1», что у «%2»; укажите другой: «state = ФАЙЛ»</translation>
     </message>
     <message>
-        <source>with --config the directories of recordings belong into the .conf files, as 'directory = DIR'</source>
+        <source>with --config the directories of recordings belong into the .conf files, as &apos;directory = DIR&apos;</source>
         <translation>с --config каталоги осциллограмм указываются в файлах .conf: «directory = КАТАЛОГ»</translation>
     </message>
     <message>
-        <source>with --config --%1 belongs into the .conf files, as '%1 = ...'</source>
+        <source>with --config --%1 belongs into the .conf files, as &apos;%1 = ...&apos;</source>
         <translation>с --config ключ --%1 указывается в файлах .conf: «%1 = ...»</translation>
     </message>
     <message>
         <source>A recording counts as complete when none of its files has changed for the time that the ini file
-gives as 'Время ожидания'. Each event is one JSON object and line on standard output. What is
+gives as &apos;Время ожидания&apos;. Each event is one JSON object and line on standard output. What is
 converted is remembered on the disk, so that a restart neither converts twice nor forgets. SIGTERM
 and Ctrl-C end after the current recording.
 
-The command of --exec is split into words at blanks; '...', "..." and a backslash keep blanks in a
+The command of --exec is split into words at blanks; &apos;...&apos;, &quot;...&quot; and a backslash keep blanks in a
 word. Variables: ZUCMTR_RECORD, ZUCMTR_RECORDING, ZUCMTR_STATION, ZUCMTR_FAULT and others.
 
 Exit code: 0 ended by a signal, or with --once all recordings converted; 1 a recording failed or a
@@ -5835,14 +6012,14 @@ the state cannot be written or another process has it; 2 wrong usage or configur
 Example, with the sample station:
   zucmtr sample --out station --force
   mkdir -p station/comtrade
-  sed -i 's/^Время ожидания=.*/Время ожидания=200/' station/ZuDrv.ini
+  sed -i &apos;s/^Время ожидания=.*/Время ожидания=200/&apos; station/ZuDrv.ini
   zucmtr watch --once --out station/comtrade station</source>
         <translation>Осциллограмма считается полной, когда ни один её файл не менялся столько времени, сколько указано в
 ini-файле ключом «Время ожидания». Каждое событие — объект JSON и строка в стандартном выводе. Что
 преобразовано, помнится на диске: после перезапуска ничего не преобразуется дважды и не забывается.
 SIGTERM и Ctrl-C завершают работу после начатой осциллограммы.
 
-Команда --exec делится на слова по пробелам; '...', "..." и обратная косая черта оставляют пробелы внутри
+Команда --exec делится на слова по пробелам; &apos;...&apos;, &quot;...&quot; и обратная косая черта оставляют пробелы внутри
 слова. Переменные: ZUCMTR_RECORD, ZUCMTR_RECORDING, ZUCMTR_STATION, ZUCMTR_FAULT и другие.
 
 Код завершения: 0 завершено сигналом или с --once всё преобразовано; 1 при --once ошибка с осциллограммой
@@ -5852,11 +6029,11 @@ SIGTERM и Ctrl-C завершают работу после начатой ос
 Пример с учебной станцией:
   zucmtr sample --out station --force
   mkdir -p station/comtrade
-  sed -i 's/^Время ожидания=.*/Время ожидания=200/' station/ZuDrv.ini
+  sed -i &apos;s/^Время ожидания=.*/Время ожидания=200/&apos; station/ZuDrv.ini
   zucmtr watch --once --out station/comtrade station</translation>
     </message>
     <message>
-        <source>Run this after each record, for example to mail or copy it: a program with its arguments, without a shell. It gets the summary on its standard input, as 'zucmtr convert --json' has it, and in variables</source>
+        <source>Run this after each record, for example to mail or copy it: a program with its arguments, without a shell. It gets the summary on its standard input, as &apos;zucmtr convert --json&apos; has it, and in variables</source>
         <translation>Запускать после каждой записи, например для отправки или копирования: программа с параметрами, без оболочки. Сводку она получает на стандартном входе, как в «zucmtr convert --json», и в переменных окружения</translation>
     </message>
     <message>
@@ -5872,7 +6049,7 @@ SIGTERM и Ctrl-C завершают работу после начатой ос
         <translation>Существующий каталог для файлов COMTRADE; обязателен, если нет --config</translation>
     </message>
     <message>
-        <source>Watch for several recorders: each file NAME.conf in this directory has the options of one, as 'out = DIR', and 'directory = DIR'. SIGHUP has them read again</source>
+        <source>Watch for several recorders: each file NAME.conf in this directory has the options of one, as &apos;out = DIR&apos;, and &apos;directory = DIR&apos;. SIGHUP has them read again</source>
         <translation>Работать для нескольких регистраторов: каждый файл ИМЯ.conf в этом каталоге содержит ключи одного из них, как «out = КАТАЛОГ», и «directory = КАТАЛОГ». По SIGHUP файлы читаются заново</translation>
     </message>
     <message>
@@ -5891,7 +6068,7 @@ SIGTERM и Ctrl-C завершают работу после начатой ос
 <context>
     <name>work</name>
     <message>
-        <source>Write a page for the browser beside each record, as 'zucmtr view'</source>
+        <source>Write a page for the browser beside each record, as &apos;zucmtr view&apos;</source>
         <translation>Записать рядом с каждой записью страницу для браузера, как «zucmtr view»</translation>
     </message>
     <message>
@@ -5915,11 +6092,11 @@ SIGTERM и Ctrl-C завершают работу после начатой ос
         <translation>для --remove-source и --archive нужна проверенная запись; уберите --no-verify</translation>
     </message>
     <message>
-        <source>Write what happened beside each record, as 'zucmtr events': NAME.events.json and NAME.events.txt</source>
-        <translation>Записать рядом с каждой записью, что произошло, как 'zucmtr events': ИМЯ.events.json и ИМЯ.events.txt</translation>
+        <source>Write what happened beside each record, as &apos;zucmtr events&apos;: NAME.events.json and NAME.events.txt</source>
+        <translation>Записать рядом с каждой записью, что произошло, как &apos;zucmtr events&apos;: ИМЯ.events.json и ИМЯ.events.txt</translation>
     </message>
     <message>
-        <source>Write each record and its recording into this catalogue, too, as 'zucmtr archive update': a file, or postgresql://user@host/database</source>
+        <source>Write each record and its recording into this catalogue, too, as &apos;zucmtr archive update&apos;: a file, or postgresql://user@host/database</source>
         <translation>Вносить каждую запись и её осциллограмму также в этот каталог, как «zucmtr archive update»: файл или postgresql://user@host/database</translation>
     </message>
 </context>
@@ -5950,7 +6127,7 @@ SIGTERM и Ctrl-C завершают работу после начатой ос
         <translation>преобразована, но запись неверна: %1; осциллограмма удалена</translation>
     </message>
     <message>
-        <source>not converted: '%1' is there already and is not the record of this recording (%2); move it away, choose another directory by --out, or replace it by --replace</source>
+        <source>not converted: &apos;%1&apos; is there already and is not the record of this recording (%2); move it away, choose another directory by --out, or replace it by --replace</source>
         <translation>не преобразована: «%1» уже есть, и это не запись этой осциллограммы (%2); уберите её, укажите другой каталог в --out или замените её с --replace</translation>
     </message>
     <message>
@@ -5958,7 +6135,7 @@ SIGTERM и Ctrl-C завершают работу после начатой ос
         <translation>не преобразована: записано неверно: %1</translation>
     </message>
     <message>
-        <source>not converted: '%1' could not be read at first; convert again</source>
+        <source>not converted: &apos;%1&apos; could not be read at first; convert again</source>
         <translation>не преобразована: «%1» сначала не удалось прочитать; преобразуйте ещё раз</translation>
     </message>
     <message>
@@ -5966,19 +6143,19 @@ SIGTERM и Ctrl-C завершают работу после начатой ос
         <translation>не преобразована: осциллограмма за это время изменилась: %1; преобразуйте ещё раз</translation>
     </message>
     <message>
-        <source>'%1' is a directory</source>
+        <source>&apos;%1&apos; is a directory</source>
         <translation>«%1» — каталог</translation>
     </message>
     <message>
-        <source>the recording is kept, as '%1' is not in the record</source>
+        <source>the recording is kept, as &apos;%1&apos; is not in the record</source>
         <translation>осциллограмма оставлена: «%1» в запись не вошёл</translation>
     </message>
     <message>
-        <source>'%1' could not be written to the disk: %2</source>
+        <source>&apos;%1&apos; could not be written to the disk: %2</source>
         <translation>«%1» не удалось записать на диск: %2</translation>
     </message>
     <message>
-        <source>the directory '%1' cannot be made: %2</source>
+        <source>the directory &apos;%1&apos; cannot be made: %2</source>
         <translation>каталог «%1» не создаётся: %2</translation>
     </message>
     <message>
@@ -5986,7 +6163,7 @@ SIGTERM и Ctrl-C завершают работу после начатой ос
         <translation>не преобразована: осциллограмму на мгновение не удалось прочитать или её запись — сохранить; повторите преобразование</translation>
     </message>
     <message>
-        <source>not converted: '%1' is there already and is longer: it starts like this recording and goes on after its end, so continuation files of the recording are missing; bring them back beside '%2', or replace the record by this shorter one with --replace</source>
+        <source>not converted: &apos;%1&apos; is there already and is longer: it starts like this recording and goes on after its end, so continuation files of the recording are missing; bring them back beside &apos;%2&apos;, or replace the record by this shorter one with --replace</source>
         <translation>не преобразована: «%1» уже есть и длиннее: запись начинается как эта осциллограмма и продолжается после её конца, то есть файлов продолжения не хватает; верните их к «%2» или замените запись этой, более короткой, ключом --replace</translation>
     </message>
     <message>
@@ -5994,7 +6171,7 @@ SIGTERM и Ctrl-C завершают работу после начатой ос
         <translation>преобразована, но не удалось записать её события: %1; осциллограмма сохранена</translation>
     </message>
     <message>
-        <source>'%1' is not a regular file; move it away</source>
+        <source>&apos;%1&apos; is not a regular file; move it away</source>
         <translation>«%1» не обычный файл; уберите его</translation>
     </message>
     <message>
@@ -6014,241 +6191,12 @@ SIGTERM и Ctrl-C завершают работу после начатой ос
         <translation>; осциллограмма повреждена, так что это может быть запись, сделанная по неповреждённой</translation>
     </message>
     <message>
-        <source>converted, but not in the catalogue: %1; the recording is kept; convert it again, or bring the catalogue up to date with 'zucmtr archive update'</source>
+        <source>converted, but not in the catalogue: %1; the recording is kept; convert it again, or bring the catalogue up to date with &apos;zucmtr archive update&apos;</source>
         <translation>преобразовано, но в каталог не внесено: %1; осциллограмма оставлена; преобразуйте её ещё раз или обновите каталог командой «zucmtr archive update»</translation>
     </message>
     <message>
-        <source>the catalogue does not know yet that the recording was put away: %1; 'zucmtr archive update' brings it up to date</source>
+        <source>the catalogue does not know yet that the recording was put away: %1; &apos;zucmtr archive update&apos; brings it up to date</source>
         <translation>в каталоге ещё не отмечено, что осциллограмма убрана: %1; его обновит «zucmtr archive update»</translation>
-    </message>
-</context>
-<context>
-    <name>archive check</name>
-    <message>
-        <source>its SHA-256 in the catalogue is not that of its files there</source>
-        <translation>SHA-256 в каталоге не тот, который следует из её файлов там же</translation>
-    </message>
-    <message>
-        <source>it is marked as gone, but is there</source>
-        <translation>отмечено как отсутствующее, но есть на месте</translation>
-    </message>
-    <message>
-        <source>it is not there</source>
-        <translation>файла нет на месте</translation>
-    </message>
-    <message>
-        <source>it has %1 bytes, in the catalogue %2</source>
-        <translation>размер %1 байт, в каталоге %2</translation>
-    </message>
-    <message>
-        <source>it was written at another time than the catalogue says</source>
-        <translation>время изменения не то, что в каталоге</translation>
-    </message>
-    <message>
-        <source>it belongs to '%1', but is not in the catalogue</source>
-        <translation>относится к «%1», но в каталоге его нет</translation>
-    </message>
-    <message>
-        <source>its size and time are those in the catalogue, but not its SHA-256: it has changed or is damaged</source>
-        <translation>размер и время те же, что в каталоге, а SHA-256 другой: файл изменён или повреждён</translation>
-    </message>
-    <message>
-        <source>it is not in the catalogue; 'zucmtr archive update' reads it</source>
-        <translation>в каталоге его нет; его прочитает «zucmtr archive update»</translation>
-    </message>
-    <message>
-        <source>the catalogue is damaged: %1</source>
-        <translation>каталог повреждён: %1</translation>
-    </message>
-    <message>
-        <source>%1 entries with %2 files, %3 gone</source>
-        <translation>в каталоге: %1, файлов: %2, отсутствует: %3</translation>
-    </message>
-    <message>
-        <source>%1: all is as the catalogue says</source>
-        <translation>%1: всё соответствует каталогу</translation>
-    </message>
-    <message>
-        <source>%1: %2 findings</source>
-        <translation>%1: расхождений: %2</translation>
-    </message>
-    <message>
-        <source>Hold the catalogue against the files, and against itself</source>
-        <translation>Сверить каталог с файлами и проверить его самого</translation>
-    </message>
-    <message>
-        <source>Compare names, sizes and times of the files alone, without reading them for their SHA-256</source>
-        <translation>Сверять только имена, размеры и время файлов, не читая их для SHA-256</translation>
-    </message>
-    <message>
-        <source>One JSON object per finding, and one with the totals at the end, for programs</source>
-        <translation>По объекту JSON на каждое расхождение и один с итогами в конце, для программ</translation>
-    </message>
-    <message>
-        <source>Report findings only</source>
-        <translation>Сообщать только о расхождениях</translation>
-    </message>
-    <message>
-        <source>The directory with the catalogue, or one below it: then only what is below that is checked. Default: all of the catalogue in the current one or above</source>
-        <translation>Каталог с базой или вложенный в него: тогда проверяется только то, что в нём. По умолчанию — всё из базы в текущем каталоге или выше</translation>
-    </message>
-    <message>
-        <source>Checked are the pieces of each entry: they are there, with size, time and SHA-256; what is marked as gone
-is gone; each recording and record has an entry; and the database agrees with itself. Nothing is changed.
-'zucmtr archive update' brings the catalogue up to date with what is new, changed, moved or gone.
-
-Exit code: 0 all is as the catalogue says; 1 something is not, or the catalogue cannot be read; 2 wrong usage.
-
-Example:
-  zucmtr archive check --fast recordings</source>
-        <translation>Проверяется: файлы каждой осциллограммы и записи на месте, их размер, время и SHA-256 те же; отмеченного как
-отсутствующее нет; каждая осциллограмма и запись есть в каталоге; база данных не противоречит сама себе. Ничего не меняется.
-«zucmtr archive update» вносит в каталог новое, изменённое, перемещённое и пропавшее.
-
-Код завершения: 0 — всё соответствует каталогу; 1 — не всё, или каталог не читается; 2 — неверная команда.
-
-Пример:
-  zucmtr archive check --fast recordings</translation>
-    </message>
-</context>
-<context>
-    <name>crew</name>
-    <message>
-        <source>no further process can be started: %1</source>
-        <translation>не удаётся запустить ещё один процесс: %1</translation>
-    </message>
-</context>
-<context>
-    <name>conf</name>
-    <message>
-        <source>'%1' is here already, in line %2; leave one out</source>
-        <translation>«%1» уже есть в строке %2; оставьте что-то одно</translation>
-    </message>
-    <message>
-        <source>'%1' is wrong for '%2'; give yes or no</source>
-        <translation>«%1» не годится для «%2»; укажите yes или no</translation>
-    </message>
-    <message>
-        <source>'%1' belongs to the whole service; give it on the command line, as --%1</source>
-        <translation>«%1» относится ко всей службе; укажите его в командной строке как --%1</translation>
-    </message>
-    <message>
-        <source>there is no key '%1'</source>
-        <translation>ключа «%1» нет</translation>
-    </message>
-    <message>
-        <source>'%1' and '%2' exclude each other; leave one out</source>
-        <translation>«%1» и «%2» исключают друг друга; уберите что-то одно</translation>
-    </message>
-    <message>
-        <source>'%1 = ...' is missing</source>
-        <translation>нет строки «%1 = ...»</translation>
-    </message>
-    <message>
-        <source>there are no sections here; the file is one recorder's, so leave the line out</source>
-        <translation>разделов здесь нет: файл описывает один регистратор; уберите эту строку</translation>
-    </message>
-    <message>
-        <source>'%1' is no setting; write it as 'key = value', or put '#' before a comment</source>
-        <translation>«%1» — не настройка; пишите «ключ = значение», а комментарий начинайте с «#»</translation>
-    </message>
-    <message>
-        <source>there is no key before the '='</source>
-        <translation>перед «=» нет ключа</translation>
-    </message>
-    <message>
-        <source>'%1' has no value; give one, or leave the line out</source>
-        <translation>у «%1» нет значения; укажите его или уберите строку</translation>
-    </message>
-    <message>
-        <source>it is no regular file</source>
-        <translation>это не обычный файл</translation>
-    </message>
-    <message>
-        <source>it cannot be read: %1</source>
-        <translation>не читается: %1</translation>
-    </message>
-    <message>
-        <source>it is too long for a file of settings</source>
-        <translation>слишком длинный для файла настроек</translation>
-    </message>
-    <message>
-        <source>the line is not UTF-8</source>
-        <translation>строка не в кодировке UTF-8</translation>
-    </message>
-    <message>
-        <source>--config: there is no directory '%1'; check the path</source>
-        <translation>--config: каталога «%1» нет; проверьте путь</translation>
-    </message>
-    <message>
-        <source>--config: '%1' is no directory; give the one with the recorders' .conf files</source>
-        <translation>--config: «%1» — не каталог; укажите каталог с файлами .conf регистраторов</translation>
-    </message>
-    <message>
-        <source>--config: there is no .conf file in '%1'; write one for each recorder</source>
-        <translation>--config: в «%1» нет файлов .conf; напишите по одному для каждого регистратора</translation>
-    </message>
-</context>
-<context>
-    <name>exec</name>
-    <message>
-        <source>'%1' could not be started: %2</source>
-        <translation>«%1» не запускается: %2</translation>
-    </message>
-    <message>
-        <source>the command took longer than %1 s and was ended; see --exec-timeout</source>
-        <translation>команда работала дольше %1 с и была завершена; см. --exec-timeout</translation>
-    </message>
-    <message>
-        <source>the command was ended by signal %1</source>
-        <translation>команда завершена сигналом %1</translation>
-    </message>
-    <message>
-        <source>the command ended with exit code %1</source>
-        <translation>команда завершилась с кодом %1</translation>
-    </message>
-    <message>
-        <source>--exec: '%1' has a quotation mark (%2) without its second one</source>
-        <translation>--exec: в «%1» есть кавычка (%2) без пары</translation>
-    </message>
-    <message>
-        <source>--exec: '%1' names no program</source>
-        <translation>--exec: в «%1» не названа программа</translation>
-    </message>
-    <message>
-        <source>--exec: '%1' ends in a backslash; double it if it is meant</source>
-        <translation>--exec: «%1» кончается обратной косой чертой; удвойте её, если она нужна</translation>
-    </message>
-    <message>
-        <source>--exec: there is no program '%1' in the directories of PATH; give its path</source>
-        <translation>--exec: программы «%1» нет в каталогах PATH; укажите путь к ней</translation>
-    </message>
-    <message>
-        <source>--exec: there is no program '%1'; check the path</source>
-        <translation>--exec: программы «%1» нет; проверьте путь</translation>
-    </message>
-    <message>
-        <source>--exec: '%1' cannot be run; give an executable file, or make it one: chmod +x</source>
-        <translation>--exec: «%1» не запускается; укажите исполняемый файл или сделайте его таким: chmod +x</translation>
-    </message>
-    <message>
-        <source>the process that watched over the command was ended from outside</source>
-        <translation>процесс, который следил за командой, завершён извне</translation>
-    </message>
-</context>
-<context>
-    <name>service</name>
-    <message>
-        <source>the recorder's process was ended by signal %1</source>
-        <translation>процесс регистратора завершён сигналом %1</translation>
-    </message>
-    <message>
-        <source>the recorder's process has ended with exit code %1</source>
-        <translation>процесс регистратора завершился с кодом %1</translation>
-    </message>
-    <message>
-        <source>--status: '%1' cannot be written: %2</source>
-        <translation>--status: «%1» не записывается: %2</translation>
     </message>
 </context>
 </TS>
