@@ -6,6 +6,7 @@
 #include "comtrade/moment.h"
 #include "explain/file.h"
 #include "text/reasons.h"
+#include "view/report.h"
 #include "zucmtr/archive/faultpicture.h"
 
 #include <QDateTime>
@@ -25,21 +26,11 @@ std::optional<double> Finite(double number)
     return std::isfinite(number) ? std::optional<double>(number) : std::nullopt;
 }
 
-// The value of a line of the fault report, whose label may have a number; empty if it has no such line.
-QString ReportValue(const QString& report, const QString& label)
-{
-    const int line = report.indexOf(label);
-    if (line < 0)
-        return QString();
-    const int end = report.indexOf(QLatin1Char('\n'), line);
-    return report.mid(line, end < 0 ? -1 : end - line).section(QLatin1Char(':'), 1).trimmed();
-}
-
 void AddStart(Entry& entry, const QString& report)
 {
-    entry.circuit = ReportValue(report, QStringLiteral("Наименование ЛЭП и/или оборудования"));
-    entry.cause = ReportValue(report, QStringLiteral("Условие пуска"));
-    entry.setting = ReportValue(report, QStringLiteral("Уставка пуска"));
+    entry.circuit = view::ReportValue(report, QStringLiteral("Наименование ЛЭП и/или оборудования №1:"));
+    entry.cause = view::ReportValue(report, QStringLiteral("Условие пуска №1:"));
+    entry.setting = view::ReportValue(report, QStringLiteral("Уставка пуска:"));
 }
 
 QString RatesText(const comtrade::Configuration& config)
