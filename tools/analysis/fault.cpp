@@ -7,6 +7,7 @@
 #include "analysis/linematch.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <limits>
 #include <memory>
@@ -258,6 +259,12 @@ const char* NameOf(FaultKind kind)
     constexpr std::array<const char*, 11> names = {"AG",  "BG",  "CG",  "AB",  "BC",  "CA",
                                                    "ABG", "BCG", "CAG", "ABC", "ABCG"};
     return names[static_cast<size_t>(kind)];
+}
+
+const char* NameOf(Direction direction)
+{
+    constexpr std::array<const char*, 3> names = {"unknown", "forward", "reverse"};
+    return names[static_cast<size_t>(direction)];
 }
 
 const char* NameOf(DistanceMethod method)

@@ -19,6 +19,9 @@ const char* NameOf(FaultKind kind);
 
 enum class Direction { Unknown, Forward, Reverse }; ///< seen from the recorder: forward is into the circuit
 
+/// The word of the JSON output: "unknown", "forward", "reverse".
+const char* NameOf(Direction direction);
+
 enum class DistanceMethod { Reactance, Takagi, ModifiedTakagi };
 
 /// The word of the JSON output: "reactance", "takagi", "modifiedTakagi".

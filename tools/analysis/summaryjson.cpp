@@ -36,12 +36,6 @@ QJsonValue Seconds(const std::optional<double>& seconds)
     return seconds ? Seconds(*seconds) : QJsonValue();
 }
 
-const char* NameOf(Direction direction)
-{
-    constexpr std::array<const char*, 3> names = {"unknown", "forward", "reverse"};
-    return names[static_cast<size_t>(direction)];
-}
-
 QJsonValue NameOf(Lack lack)
 {
     constexpr std::array<const char*, 4> names = {nullptr, "lineData", "voltages", "tooShort"};
@@ -95,7 +89,7 @@ QJsonValue FaultOf(const Summary& summary)
     object[QStringLiteral("kind")] = QLatin1String(analysis::NameOf(fault.Kind()));
     object[QStringLiteral("onset")] = Seconds(fault.Onset());
     object[QStringLiteral("clearing")] = Seconds(fault.Clearing());
-    object[QStringLiteral("direction")] = QLatin1String(NameOf(fault.direction));
+    object[QStringLiteral("direction")] = QLatin1String(analysis::NameOf(fault.direction));
     AddDistance(object, fault.Located());
     QJsonArray parts;
     for (const FaultPart& part : fault.parts)

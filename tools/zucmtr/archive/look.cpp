@@ -109,19 +109,6 @@ std::optional<double> FaultCurrent(const analysis::Fault& fault, const analysis:
     return greatest;
 }
 
-const char* NameOf(analysis::Direction direction)
-{
-    switch (direction) {
-    case analysis::Direction::Forward:
-        return "forward";
-    case analysis::Direction::Reverse:
-        return "reverse";
-    case analysis::Direction::Unknown:
-        break;
-    }
-    return "unknown";
-}
-
 void AddFault(Entry& entry, const analysis::Summary& summary)
 {
     if (!summary.findings.fault)
@@ -131,7 +118,7 @@ void AddFault(Entry& entry, const analysis::Summary& summary)
     catalogue::FaultFacts facts;
     facts.circuit = circuit.name;
     facts.kind = QLatin1String(analysis::NameOf(fault.Kind()));
-    facts.direction = QLatin1String(NameOf(fault.direction));
+    facts.direction = QLatin1String(analysis::NameOf(fault.direction));
     facts.onset = fault.Onset();
     facts.clearing = fault.Clearing();
     facts.current = FaultCurrent(fault, circuit);
