@@ -10,7 +10,7 @@ from pages import browser, folder, run_tests, zucmtr
 from records import Read
 from reference import FEW, Reading, sequences
 
-CURSORS = 100
+CURSORS = 30
 
 # At each cursor: the numbers of all channels as the scripts have them, the texts of the strips on the screen, and the rows
 # of the phasor panel.
