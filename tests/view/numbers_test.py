@@ -81,8 +81,8 @@ class Cursors(unittest.TestCase):
                 directs += sum(not math.isnan(reading.direct) for reading in found)
                 angles += sum(not math.isnan(reading.angle) for reading in found)
         self.assertEqual({None, "whyBeginning", "whyRates", "whyMissing", "whyUneven", "whySlow"}, reasons)
-        self.assertLess(1000, directs)
-        self.assertLess(5000, angles)
+        self.assertLess(10 * CURSORS, directs)
+        self.assertLess(50 * CURSORS, angles)
 
     def test_records_of_the_sample_station(self):
         zucmtr("sample", "--out", folder)
