@@ -3,6 +3,7 @@ import json
 import os
 import pathlib
 import re
+import socket
 import subprocess
 import sys
 import tempfile
@@ -188,6 +189,27 @@ class Journal(unittest.TestCase):
         self.assertEqual(child.returncode, 0)
         self.assert_copied(place, 2)
         self.assertEqual(place.records(), 2)
+
+    def test_does_not_wait_each_time_for_a_server_that_does_not_answer(self):
+        place = self.place("file")
+        for number in range(5):
+            place.add(f"{number}.ZU")
+        with socket.socket() as silent:
+            silent.bind(("127.0.0.1", 0))
+            silent.listen()
+            address = f"postgresql://relay@127.0.0.1:{silent.getsockname()[1]}/archive?connect_timeout=2"
+            code, events = place.run(place.words("--once", "--catalogue", address))
+            silent.setblocking(False)
+            tries = 0
+            while True:
+                try:
+                    silent.accept()[0].close()
+                    tries += 1
+                except BlockingIOError:
+                    break
+        self.assertEqual((code, place.records()), (1, 5))
+        self.assertEqual([one["reason"] for one in events if one["event"] == "failed"], ["notCatalogued"] * 5)
+        self.assertLessEqual(tries, 3)  # one for the records, one for the journal, and that once more at the end
 
     def test_no_command_runs_before_its_record_is_in_the_catalogue(self):
         place = self.place("file")

@@ -8,6 +8,7 @@
 #include <QDataStream>
 
 #include <algorithm>
+#include <chrono>
 #include <utility>
 
 namespace archive {
@@ -90,21 +91,46 @@ public:
 
     QByteArray Answer(const QByteArray& message) override
     {
+        if (!writer && Clock::now() < closedUntil)
+            return failure;
         try {
             if (!writer) // it may have been impossible a moment ago
-                writer = std::make_unique<Writer>(address, reading);
+                Open();
             writer->Write(Unpacked(message));
             return {};
         } catch (const std::exception& error) {
             writer.reset(); // the next one opens the catalogue anew
-            return text::MessageOf(error).toUtf8();
+            failure = text::MessageOf(error).toUtf8();
+            return failure;
         }
     }
 
 private:
+    using Clock = std::chrono::steady_clock;
+
+    // A server that does not even refuse takes long to be found missing. Whoever converts need not wait for
+    // that each time.
+    void Open()
+    {
+        const Clock::time_point begin = Clock::now();
+        try {
+            writer = std::make_unique<Writer>(address, reading);
+        } catch (...) {
+            const Clock::duration taken = Clock::now() - begin;
+            if (taken > LongOpening)
+                closedUntil = Clock::now() + taken * OpeningRest;
+            throw;
+        }
+    }
+
+    static constexpr std::chrono::seconds LongOpening{1};
+    static constexpr int OpeningRest = 9; // at most a tenth of the time is spent on it
+
     const QString address;
     const Reading reading;
     std::unique_ptr<Writer> writer;
+    QByteArray failure; // the last one
+    Clock::time_point closedUntil{};
 };
 
 QByteArray CrashText(int signal)
