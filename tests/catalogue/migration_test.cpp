@@ -106,12 +106,14 @@ TEST_P(MigrationTest, OlderCatalogueIsBroughtUpWithoutLoss)
 TEST_P(MigrationTest, CatalogueOfTheFirstVersionGetsTheTablesOfANewOne)
 {
     const auto columns = [this](const char* table) {
-        return Rows(IsServer() ? "SELECT column_name || ' ' || data_type || ' ' || is_nullable || coalesce("
-                                 "col_description((table_schema || '.' || table_name)::regclass, ordinal_position), '') "
-                                 "FROM information_schema.columns WHERE table_schema = current_schema() AND "
-                                 "table_name = ? ORDER BY ordinal_position"
-                               : "SELECT sql FROM sqlite_master WHERE name = ?",
-                    {QString(table)});
+        return Rows(
+            IsServer()
+                ? "SELECT column_name || ' ' || data_type || ' ' || is_nullable || coalesce("
+                  "col_description((table_schema || '.' || table_name)::regclass, ordinal_position), '') "
+                  "FROM information_schema.columns WHERE table_schema = current_schema() AND "
+                  "table_name = ? ORDER BY ordinal_position"
+                : "SELECT sql FROM sqlite_master WHERE name = ?",
+            {QString(table)});
     };
     const std::vector<const char*> tables = {"journals", "journal_recordings", "journal_commands", "watched"};
     MakeOld();
@@ -120,8 +122,9 @@ TEST_P(MigrationTest, CatalogueOfTheFirstVersionGetsTheTablesOfANewOne)
     for (const char* table : tables)
         expected.push_back(columns(table));
     EXPECT_GT(expected[1].join(' ').count("NOT NULL") + expected[1].size(), 9);
-    sql::Open(address)->RunScript("DROP VIEW watched; DROP TABLE journal_commands; DROP TABLE journal_recordings; "
-                                  "DROP TABLE journals; UPDATE catalogue SET version = 1");
+    sql::Open(address)->RunScript(
+        "DROP VIEW watched; DROP TABLE journal_commands; DROP TABLE journal_recordings; "
+        "DROP TABLE journals; UPDATE catalogue SET version = 1");
     EXPECT_EQ(OpeningRefusal(), "none");
     EXPECT_EQ(Rows("SELECT version FROM catalogue"), QStringList{ThisVersion});
     for (size_t i = 0; i < tables.size(); ++i)

@@ -18,8 +18,9 @@ namespace archive {
 class Scribes : public RecordKeeper
 {
 public:
-    /// Starts the processes (SideProcess). To be called before threads are started and before there is a Host.
-    /// The catalogue is opened when the first record comes. Throws text::Error if no process can be started.
+    /// Starts the processes (SideProcess). To be called before threads are started and before there is a
+    /// Host. The catalogue is opened when the first record comes. Throws text::Error if no process can be
+    /// started.
     Scribes(const QString& catalogue, const Reading& reading, size_t count);
 
     QString Keep(const KeptRecord& record) override;

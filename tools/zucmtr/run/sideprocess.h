@@ -23,9 +23,9 @@ public:
         std::function<QByteArray(int signal)> crashed; ///< the answer to a message that made it crash
     };
 
-    /// Starts the process; it ends with this object, or when the program ends, however that happens, and takes
-    /// no notice of SIGINT and SIGTERM. To be called before threads are started, and before there is anything
-    /// that the process must not share. Throws text::Error if it cannot be started.
+    /// Starts the process; it ends with this object, or when the program ends, however that happens, and
+    /// takes no notice of SIGINT and SIGTERM. To be called before threads are started, and before there is
+    /// anything that the process must not share. Throws text::Error if it cannot be started.
     explicit SideProcess(const Task& task);
 
     /// Waits until the message that was asked last is done with.

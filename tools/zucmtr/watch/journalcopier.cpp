@@ -71,15 +71,16 @@ private:
         opened->Guard([&] {
             database.Together([&] {
                 catalogue::CheckVersion(database);
-                number = database
-                             .Number(QStringLiteral(
-                                         "INSERT INTO journals (host, file, directory, recorder, process, since) "
-                                         "VALUES (?, ?, ?, ?, ?, ?) ON CONFLICT (host, file) DO UPDATE SET "
-                                         "directory = excluded.directory, recorder = excluded.recorder, process = "
-                                         "excluded.process, since = excluded.since RETURNING id"),
-                                     {QSysInfo::machineHostName(), name.file, name.directory, name.recorder,
-                                      name.process, since})
-                             .value_or(0);
+                number =
+                    database
+                        .Number(QStringLiteral(
+                                    "INSERT INTO journals (host, file, directory, recorder, process, since) "
+                                    "VALUES (?, ?, ?, ?, ?, ?) ON CONFLICT (host, file) DO UPDATE SET "
+                                    "directory = excluded.directory, recorder = excluded.recorder, process = "
+                                    "excluded.process, since = excluded.since RETURNING id"),
+                                {QSysInfo::machineHostName(), name.file, name.directory, name.recorder,
+                                 name.process, since})
+                        .value_or(0);
             });
         });
         catalogue = std::move(opened);

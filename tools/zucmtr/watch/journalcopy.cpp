@@ -117,7 +117,8 @@ void JournalCopy::Fail(const QString& reason)
         return;
     begin = Clock::now();
     const QString text =
-        Tr("watch", "the journal's copy is not written: %1; the work goes on, and the copy follows").arg(reason);
+        Tr("watch", "the journal's copy is not written: %1; the work goes on, and the copy follows")
+            .arg(reason);
     watchevents::Emit("copyBehind", {{"text", text}, {"retrySeconds", Seconds(pause)}});
     Complain(text);
 }

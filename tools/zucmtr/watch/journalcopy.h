@@ -18,7 +18,8 @@ public:
 
     /// Starts the process: to be called before there are a journal and a Host. firstPause: after the first
     /// failure; pauses double up to a minute.
-    JournalCopy(const QString& catalogue, const journalcopier::Name& name, std::chrono::milliseconds firstPause);
+    JournalCopy(const QString& catalogue, const journalcopier::Name& name,
+                std::chrono::milliseconds firstPause);
 
     /// Takes up an answer, and passes on what is new. Does not wait.
     void Step(WatchJournal& journal);
@@ -47,8 +48,8 @@ private:
     Known known = Known::Nothing;
     journalcopier::Request request = journalcopier::Request::Open; // that was asked last
     bool isAsked = false;
-    bool isOver = false;      // the process has ended
-    int failures = 0;         // in a row
-    Clock::time_point due{};  // no request before this
+    bool isOver = false;       // the process has ended
+    int failures = 0;          // in a row
+    Clock::time_point due{};   // no request before this
     Clock::time_point begin{}; // of the failures
 };

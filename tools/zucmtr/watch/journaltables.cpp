@@ -119,17 +119,19 @@ void Put(const Home& home, const Table& table, const sql::Values& values)
     QStringList changes;
     for (const QString& column : table.columns.mid(1))
         changes << QStringLiteral("%1 = excluded.%1").arg(column);
-    const QString command = QStringLiteral("INSERT INTO %1 (%2%3) VALUES (%4) ON CONFLICT (%2%5) DO UPDATE SET %6")
-                                .arg(NameOf(home, table), prefix, table.columns.join(QLatin1String(", ")),
-                                     catalogue::PlaceHolders(static_cast<int>(Own(home, values).size())),
-                                     table.columns.first(), changes.join(QLatin1String(", ")));
+    const QString command =
+        QStringLiteral("INSERT INTO %1 (%2%3) VALUES (%4) ON CONFLICT (%2%5) DO UPDATE SET %6")
+            .arg(NameOf(home, table), prefix, table.columns.join(QLatin1String(", ")),
+                 catalogue::PlaceHolders(static_cast<int>(Own(home, values).size())), table.columns.first(),
+                 changes.join(QLatin1String(", ")));
     home.database.Run(command, Own(home, values));
 }
 
 void Remove(const Home& home, const Table& table, const sql::Value& key)
 {
     home.database.Run(QStringLiteral("DELETE FROM %1 WHERE %2%3 = ?")
-                          .arg(NameOf(home, table), QLatin1String(home.journal == 0 ? "" : "journal = ? AND "),
+                          .arg(NameOf(home, table),
+                               QLatin1String(home.journal == 0 ? "" : "journal = ? AND "),
                                table.columns.first()),
                       Own(home, {key}));
 }

@@ -1,5 +1,5 @@
-// The tables of the journal of 'zucmtr watch', by version, and those of its copy in a catalogue; docs/watch.md
-// describes them for those who ask.
+// The tables of the journal of 'zucmtr watch', by version, and those of its copy in a catalogue;
+// docs/watch.md describes them for those who ask.
 #pragma once
 
 #include "sql/database.h"

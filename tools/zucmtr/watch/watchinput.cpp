@@ -85,7 +85,8 @@ bool WatchInput::Wait(Clock::time_point until, const std::vector<int>& others)
     bool isOtherReady = false;
     const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(until - Clock::now()) +
                       std::chrono::milliseconds(1);
-    if (events.Wait(std::min(std::max(left, std::chrono::milliseconds(0)), LongestWait), others, isOtherReady))
+    if (events.Wait(std::min(std::max(left, std::chrono::milliseconds(0)), LongestWait), others,
+                    isOtherReady))
         changed = true;
     return isOtherReady;
 }
