@@ -44,8 +44,8 @@ class Program:
         self.values = {}  # КАТАЛОГ -> {DIR, DIRECTORY}
         for one, other in zip(english, russian):
             for entry, twin in zip(one["options"] + one["positionals"], other["options"] + other["positionals"]):
-                if entry["value"] != twin["value"]:
-                    self.values.setdefault(twin["value"], set()).add(entry["value"])
+                if entry["shown"] != twin["shown"]:
+                    self.values.setdefault(twin["shown"], set()).add(entry["shown"])
 
     def all_options(self):
         return set().union(*self.options.values())
