@@ -26,9 +26,9 @@ TWINS = {f"docs/{name}": f"docs/ru/{name}" for name in REFERENCES} | {"README.md
 OPTION = re.compile(r"(?<![\w-])(?:--[a-z][a-z0-9-]*|-[a-zA-Z0](?![\w-]))")
 # For the build alone, so that no help has it.
 HIDDEN = {"--dump-json"}
-# What starts a line of a block that is a command and not its output.
-COMMAND = re.compile(r"^(?:\$ |sudo |\(?cd |(?:zucmtr|apt|dpkg|cmake|ctest|cpack|pip|python3|journalctl|systemctl|sqlite3|"
-                     r"awk|grep|rsync|mkdir|mail|echo|scripts/|bench/|\./)\b|\[|zucmtr_|time\(|increase)")
+# What starts a line of a block that is the same in every language, however many words it has.
+COMMAND = re.compile(r"(?:\$ |sudo |\(?cd |(?:zucmtr|apt|dpkg|cmake|ctest|cpack|pip|python3|journalctl|systemctl|sqlite3|awk|grep|"
+                     r"rsync|mkdir|mail|echo|find_package|target_\w+|scripts/|bench/|\./)\b|[\[/\"]|\w+ ?=|zucmtr_|time\()")
 # Blocks whose every line counts, but for its comment.
 LITERAL = {"sh", "sql", "ini", "python", "cpp"}
 COMMENTS = {"sql": r"\s*--.*$", "ini": r"\s*;.*$", "cpp": r"\s*//.*$"}
@@ -74,14 +74,18 @@ def _commands(command):
 
 
 def commands_of(block):
-    """The commands, statements and settings of a block of code, without comments and output."""
+    """The commands, statements and settings of a block of code, without comments and what a program prints."""
     language, lines = block
     if language == "pycon":
         lines = [line for line in lines if line.startswith((">>> ", "... "))]
     elif language not in LITERAL:
-        lines = [line for line in lines if COMMAND.match(line)]
+        lines = [line for line in lines if COMMAND.match(line) or not is_printed(line)]
     comment = COMMENTS.get(language, r"(?:^|\s+)#(?: .*)?$")
     return [line for line in (re.sub(comment, "", line).rstrip() for line in lines) if line]
+
+
+def is_printed(line):
+    return len(re.findall(r"(?<![\w-])[^\W\d_]{2,}(?![\w-])", line)) >= 3
 
 
 def calls_of(text):
