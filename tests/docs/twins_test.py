@@ -24,6 +24,8 @@ REFERENCES = {
 TWINS = {f"docs/{name}": f"docs/ru/{name}" for name in REFERENCES} | {"README.md": "README.ru.md"}
 
 OPTION = re.compile(r"(?<![\w-])(?:--[a-z][a-z0-9-]*|-[a-zA-Z0](?![\w-]))")
+# Headings that are the same in each language: commands, files, symbols.
+NAME = re.compile(r"zucmtr [a-z ]+|ZuCmtrConverter|\S+\.ini|I²t")
 # For the build alone, so that no help has it.
 HIDDEN = {"--dump-json"}
 # What starts a line of a block that is the same in every language, however many words it has.
@@ -136,7 +138,8 @@ class Twins(unittest.TestCase):
         self.assertEqual([level for level, _ in russian.headings], [level for level, _ in english.headings],
                          "\n".join(f"{one}  |  {other}" for one, other in zip(english.headings, russian.headings)))
         for (_, text), (_, original) in zip(russian.headings, english.headings):
-            self.assertTrue(re.search("[а-яё]", text.lower()) or text == original, f"not translated: {text}")
+            is_name = text == original and NAME.fullmatch(text)
+            self.assertTrue(re.search("[а-яё]", text.lower()) or is_name, f"not translated: {text}")
 
     def test_blocks_of_code_have_the_same_commands(self):
         self.for_each_pair(self.compare_blocks)
