@@ -3576,6 +3576,10 @@ Example, with the sample station:
         <source>started: %1; ended: %2</source>
         <translation>запущены: %1; завершены: %2</translation>
     </message>
+    <message>
+        <source>the journal&apos;s copy is complete after %1 s</source>
+        <translation>копия журнала полна через %1 с</translation>
+    </message>
 </context>
 <context>
     <name>main</name>
@@ -6063,6 +6067,18 @@ SIGTERM и Ctrl-C завершают работу после начатой ос
     <message>
         <source>The file of --status is never older than this, unless the program hangs. Default: 15</source>
         <translation>Файл --status не бывает старше стольких секунд, если программа не зависла. По умолчанию 15</translation>
+    </message>
+    <message>
+        <source>the process that writes it has ended (signal %1)</source>
+        <translation>процесс, который её записывает, завершился (сигнал %1)</translation>
+    </message>
+    <message>
+        <source>the process that writes it has ended</source>
+        <translation>процесс, который её записывает, завершился</translation>
+    </message>
+    <message>
+        <source>the journal&apos;s copy is not written: %1; the work goes on, and the copy follows</source>
+        <translation>копия журнала не записывается: %1; работа продолжается, копия будет дополнена</translation>
     </message>
 </context>
 <context>
