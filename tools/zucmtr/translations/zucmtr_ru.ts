@@ -3578,7 +3578,7 @@ Example, with the sample station:
     </message>
     <message>
         <source>the journal&apos;s copy is complete after %1 s</source>
-        <translation>копия журнала полна через %1 с</translation>
+        <translation>копия состояния дополнена через %1 с</translation>
     </message>
 </context>
 <context>
@@ -6078,7 +6078,7 @@ SIGTERM и Ctrl-C завершают работу после начатой ос
     </message>
     <message>
         <source>the journal&apos;s copy is not written: %1; the work goes on, and the copy follows</source>
-        <translation>копия журнала не записывается: %1; работа продолжается, копия будет дополнена</translation>
+        <translation>копия состояния не записывается: %1; работа продолжается, копия будет дополнена</translation>
     </message>
 </context>
 <context>
