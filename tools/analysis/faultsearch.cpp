@@ -235,11 +235,12 @@ void FaultSearch::FindKinds(Occurrence& found) const
     const size_t window = meter.Window();
     const size_t end = std::min(found.firstBreak, count);
     const size_t first = found.firstBad;
-    const auto kindAt = [&](size_t at, size_t length) {
-        Change change = found.change;
-        change.during = meter.Of(waves, at, length);
+    Change change = found.change;
+    const auto kindIn = [&change](const CircuitState& during) {
+        change.during = during;
         return KindOf(change);
     };
+    const auto kindAt = [&](size_t at, size_t length) { return kindIn(meter.Of(waves, at, length)); };
     if (end < first + window) {
         const size_t length = std::max(end - std::min(end, first), window / 2);
         found.kinds = {{found.onset, kindAt(first, length)}};
@@ -251,11 +252,12 @@ void FaultSearch::FindKinds(Occurrence& found) const
     size_t length = 0;
     FaultKind running = kindAt(first, window);
     for (size_t at = first; at + window <= end; at += step) {
-        if (!IsWhole(meter.Of(waves, at, window))) {
+        const CircuitState during = meter.Of(waves, at, window);
+        if (!IsWhole(during)) {
             length = 0;
             continue;
         }
-        const FaultKind kind = kindAt(at, window);
+        const FaultKind kind = kindIn(during);
         length = kind == running ? length + 1 : 1;
         running = kind;
         if (length == enough && (runs.empty() || HasJoined(runs.back(), kind, at)))

@@ -91,7 +91,8 @@ void AddDigital(Entry& entry, const analysis::Oscillogram& oscillogram)
                                       oscillogram.states[i].Changes(), std::nullopt};
         if (facts.changes > 0)
             facts.first =
-                oscillogram.axis.TimeOf(oscillogram.first + oscillogram.states[i].ChangePositions().front());
+                oscillogram.axis.TimeOf(oscillogram.first +
+                                        static_cast<qint64>(oscillogram.states[i].NextChange(1)));
         entry.digital.push_back(facts);
     }
 }
