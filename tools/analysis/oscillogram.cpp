@@ -185,9 +185,10 @@ void Codes::Limit(const qint16* code, const qint16* end)
         return;
     qint16 low = *code; // as std::minmax_element, but in a loop that has no branches
     qint16 high = *code;
-    for (; code != end; ++code) {
-        low = std::min(low, *code);
-        high = std::max(high, *code);
+    const auto count = static_cast<size_t>(end - code);
+    for (size_t i = 0; i < count; ++i) {
+        low = code[i] < low ? code[i] : low;
+        high = code[i] > high ? code[i] : high;
     }
     least = std::isnan(least) ? low : std::min<double>(least, low);
     greatest = std::isnan(greatest) ? high : std::max<double>(greatest, high);

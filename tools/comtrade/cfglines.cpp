@@ -199,6 +199,19 @@ Place CfgLines::Peek(int ahead) const
     return {};
 }
 
+int CfgLines::Find(int from, const std::function<bool(const QString& field)>& isIt) const
+{
+    int ahead = 0;
+    for (size_t i = next; i < lines.size(); ++i) {
+        if (lines[i].isBlank)
+            continue;
+        if (ahead >= from && isIt(lines[i].text.left(lines[i].text.indexOf(QLatin1Char(','))).trimmed()))
+            return ahead;
+        ++ahead;
+    }
+    return std::max(ahead, from);
+}
+
 void CfgLines::Forgive(const Place& place, int field, const Slip& slip)
 {
     comtrade::Forgive(forgiven, fileName, place.line, place.ColumnOf(field), slip);

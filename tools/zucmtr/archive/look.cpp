@@ -198,7 +198,8 @@ void Looker::LookInto(Entry& entry)
     }
     const LineData& data = LinesFor(made.ini, entry.path);
     const analysis::Oscillogram oscillogram = analysis::Read(made.record, extent);
-    Fill(entry, oscillogram, analysis::Summarise(oscillogram, data.lines, data.path));
+    Fill(entry, oscillogram,
+         analysis::Summarise(oscillogram, data.lines, data.path, analysis::WantedPhasors::FaultedCircuit));
 }
 
 Entry Looker::Look(const QString& path, catalogue::Kind kind)

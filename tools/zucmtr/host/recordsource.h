@@ -72,7 +72,7 @@ private:
     std::unique_ptr<Loaded> loaded;
     std::unique_ptr<QTemporaryDir> onDisk;
     std::unique_ptr<QTemporaryDir> inMemory;
-    QString place;        // directory of the last record, with links to its recording
+    QString place;        // directory of the last record, with links to its recording; one of these two
     QString completedFor; // directory of the recording
     DeviceChoice asked;   // and the choice before it was completed
     DeviceChoice completed;
