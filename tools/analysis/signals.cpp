@@ -82,7 +82,9 @@ Wave Signals::Compute(size_t channel) const
     else
         compute(codes.Small());
     const double skew = SkewOf(channel);
-    return isGrid || skew != 0 ? InterpolationFor(skew).Of(wave) : wave;
+    if (isGrid || skew != 0)
+        return InterpolationFor(skew).Of(wave);
+    return wave;
 }
 
 } // namespace analysis

@@ -11,8 +11,12 @@ std::map<int, StatusInfo> StatusInfoOf(const QString& information)
         return channels;
     StatusInfo* open = nullptr;
     StatusInfo read;
-    for (const QStringRef& row : information.splitRef(QLatin1Char('\n'))) {
-        const QStringRef line = row.trimmed();
+    int end = 0;
+    for (int begin = 0; begin < information.size(); begin = end + 1) {
+        end = information.indexOf(QLatin1Char('\n'), begin);
+        if (end < 0)
+            end = information.size();
+        const QStringRef line = information.midRef(begin, end - begin).trimmed();
         if (line.startsWith(QLatin1Char('['))) {
             const bool isStatus = line.startsWith(QLatin1String("[Russian_Comtrade_Edition Status_Channel_"));
             read = StatusInfo();

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstring>
 #include <limits>
 #include <utility>
 
@@ -41,41 +42,61 @@ std::vector<double> Weights(double part, size_t taps)
     return weights;
 }
 
-// The numbers from `least` to `greatest`; `place` is then its place among these. None if that is not there.
-std::vector<double> Between(const std::vector<double>& numbers, double least, double greatest, size_t& place)
+// Bits of a number that is not negative: greater numbers have greater bits, which are quicker to compare.
+quint64 BitsOf(double number)
 {
-    std::vector<double> chosen(numbers.size() + 1);
-    size_t next = 0;
+    quint64 bits = 0;
+    std::memcpy(&bits, &number, sizeof bits);
+    return bits;
+}
+
+double NumberOf(quint64 bits)
+{
+    double number = 0;
+    std::memcpy(&number, &bits, sizeof number);
+    return number;
+}
+
+using Bits = std::vector<quint64>;
+
+// Keeps the numbers from `least` to `greatest`; `place` is then its place among these. False, and nothing is
+// changed, if that is not there.
+bool Narrow(Bits& numbers, quint64 least, quint64 greatest, size_t& place)
+{
     size_t below = 0;
-    for (const double number : numbers) { // without a branch that nobody can foresee
-        chosen[next] = number;
+    size_t within = 0;
+    for (const quint64 number : numbers) {
         below += number < least ? 1 : 0;
-        next += (number >= least ? 1U : 0U) & (number <= greatest ? 1U : 0U);
+        within += number - least <= greatest - least ? 1 : 0;
     }
-    chosen.resize(place >= below && place < below + next ? next : 0);
-    place -= chosen.empty() ? 0 : below;
-    return chosen;
+    if (place < below || place >= below + within || within == numbers.size())
+        return false;
+    size_t next = 0;
+    for (const quint64 number : numbers) { // without a branch that nobody can foresee
+        numbers[next] = number;
+        next += number - least <= greatest - least ? 1 : 0;
+    }
+    numbers.resize(within);
+    place -= below;
+    return true;
 }
 
 // The number that would be at `place` if they were sorted. As std::nth_element finds it, in a tenth of its time:
 // a sample of them shows about where it is.
-double NumberAt(size_t place, std::vector<double> numbers)
+quint64 NumberAt(size_t place, Bits& numbers)
 {
-    constexpr size_t worthwhile = 512;
+    constexpr size_t worthwhile = 256;
     constexpr size_t sampled = 64;
     constexpr size_t margin = 10; // in the sample: seldom too little
-    while (numbers.size() > worthwhile) {
-        std::array<double, sampled> sample{};
+    bool isNarrowed = true;
+    while (numbers.size() > worthwhile && isNarrowed) {
+        std::array<quint64, sampled> sample{};
         for (size_t i = 0; i < sampled; ++i)
             sample[i] = numbers[i * numbers.size() / sampled];
         std::sort(sample.begin(), sample.end());
         const size_t about = place * sampled / numbers.size();
-        std::vector<double> chosen =
-            Between(numbers, sample[about - std::min(about, margin)],
-                    sample[std::min(about + margin, sampled - 1)], place);
-        if (chosen.empty() || chosen.size() == numbers.size())
-            break;
-        numbers = std::move(chosen);
+        isNarrowed = Narrow(numbers, sample[about - std::min(about, margin)],
+                            sample[std::min(about + margin, sampled - 1)], place);
     }
     const auto found = numbers.begin() + static_cast<ptrdiff_t>(place);
     std::nth_element(numbers.begin(), found, numbers.end());
@@ -127,18 +148,18 @@ double NoiseOf(const Wave& wave, size_t begin, size_t end)
 {
     end = std::min(end, wave.size());
     begin = std::min(begin, end);
-    std::vector<double> sizes(end - begin + 1);
+    const quint64 infinite = BitsOf(std::numeric_limits<double>::infinity());
+    Bits sizes(end - begin + 1);
     size_t next = 0;
     for (size_t i = begin; i < end; ++i) {
-        sizes[next] = std::abs(wave[i]);
-        next += std::isnan(wave[i]) ? 0 : 1;
+        sizes[next] = BitsOf(std::abs(wave[i]));
+        next += sizes[next] <= infinite ? 1 : 0; // a missing one is above
     }
     sizes.resize(next);
     if (sizes.empty())
         return 0;
-    const size_t middle = sizes.size() / 2;
     constexpr double consistency = 1.4826;
-    return consistency * NumberAt(middle, std::move(sizes));
+    return consistency * NumberOf(NumberAt(sizes.size() / 2, sizes));
 }
 
 double LargestOf(const Wave& wave, size_t begin, size_t end)

@@ -15,6 +15,9 @@ Place Split(qint64 number, const QString& text)
     Place place;
     place.line = number;
     place.text = text;
+    const int commas = text.count(QLatin1Char(','));
+    place.fields.reserve(commas + 1);
+    place.columns.reserve(static_cast<size_t>(commas) + 1);
     int from = 0;
     while (from <= text.size()) {
         const int comma = text.indexOf(QLatin1Char(','), from);

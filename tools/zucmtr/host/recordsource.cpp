@@ -235,10 +235,10 @@ RecordMaker::Made RecordMaker::Make(const QString& file, const DeviceChoice& cho
     const Outcome outcome = loaded->host.Convert(linked, out, device);
     if (!outcome.converted)
         Check(file, QString(outcome.error).replace(linked.chopped(2), file.chopped(2)));
-    const QStringList records = QDir(out).entryList({QStringLiteral("*.cfg")}, QDir::Files);
-    if (records.isEmpty())
+    const QString record = out + QLatin1Char('/') + outcome.outputName + QLatin1String(".cfg");
+    if (!QFile::exists(record))
         throw SourceError(Tr("record source", "%1: its record was not found after the conversion").arg(file));
-    return {out + QLatin1Char('/') + records.first(), complete.ini};
+    return {record, complete.ini};
 }
 
 RecordSource::RecordSource(const QString& file, DeviceChoice choice, bool isPlain)
