@@ -241,8 +241,7 @@ private:
             found.clearing ? static_cast<size_t>(*found.clearing) + window / 2 : signals.Count();
         std::vector<ChannelPhasors> phasors;
         for (size_t channel = 0; channel < signals.Config().analog.size(); ++channel) {
-            if (!isWanted(channel) ||
-                RoleOf(signals.Config().analog[channel]).quantity == Quantity::Other)
+            if (!isWanted(channel) || RoleOf(signals.Config().analog[channel]).quantity == Quantity::Other)
                 continue;
             const Wave& wave = signals.Of(channel);
             const auto at = [&](size_t first) { return meter.Of(wave, first, window) * turn; };

@@ -49,8 +49,8 @@ public:
     /// is. The direct component is the real part.
     Phasor Of(const double* first) const;
 
-    /// The same for `Count` windows at once (3 or 6), bit for bit what each of them gives alone, in a third of
-    /// the time: the sums of one window need not wait for those of another.
+    /// The same for `Count` windows at once (3 or 6), bit for bit what each of them gives alone, in a third
+    /// of the time: the sums of one window need not wait for those of another.
     template <size_t Count>
     std::array<Phasor, Count> Of(const std::array<const double*, Count>& firsts) const;
 

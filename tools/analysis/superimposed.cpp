@@ -81,8 +81,8 @@ bool Narrow(Bits& numbers, quint64 least, quint64 greatest, size_t& place)
     return true;
 }
 
-// The number that would be at `place` if they were sorted. As std::nth_element finds it, in a tenth of its time:
-// a sample of them shows about where it is.
+// The number that would be at `place` if they were sorted. As std::nth_element finds it, in a tenth of its
+// time: a sample of them shows about where it is.
 quint64 NumberAt(size_t place, Bits& numbers)
 {
     constexpr size_t worthwhile = 256;

@@ -68,16 +68,16 @@ CircuitState Meter::Of(const CircuitWaves& waves, size_t first, size_t length) c
     const auto& currents = waves.currents;
     const auto& voltages = waves.voltages;
     if (waves.hasVoltages) {
-        const std::array<Phasor, 2 * Phases> all = Filter(length).Of<2 * Phases>(
-            {at(currents[PhaseA]), at(currents[PhaseB]), at(currents[PhaseC]), at(voltages[PhaseA]),
-             at(voltages[PhaseB]), at(voltages[PhaseC])});
+        const std::array<Phasor, 2 * Phases> all =
+            Filter(length).Of<2 * Phases>({at(currents[PhaseA]), at(currents[PhaseB]), at(currents[PhaseC]),
+                                           at(voltages[PhaseA]), at(voltages[PhaseB]), at(voltages[PhaseC])});
         for (size_t phase = PhaseA; phase < Phases; ++phase) {
             state.currents[phase] = all[phase] * turn;
             state.voltages[phase] = all[Phases + phase] * turn;
         }
     } else {
-        const std::array<Phasor, Phases> all = Filter(length).Of<Phases>(
-            {at(currents[PhaseA]), at(currents[PhaseB]), at(currents[PhaseC])});
+        const std::array<Phasor, Phases> all =
+            Filter(length).Of<Phases>({at(currents[PhaseA]), at(currents[PhaseB]), at(currents[PhaseC])});
         for (size_t phase = PhaseA; phase < Phases; ++phase)
             state.currents[phase] = all[phase] * turn;
     }

@@ -346,7 +346,8 @@ bool IsStamp(const QString& firstField)
         QStringLiteral("\\A[0-9]+\\s*[/.-]\\s*[0-9]+\\s*[/.-]\\s*[0-9]+([ T].*)?\\z"));
     const auto isSeparator = [](QChar one) { return one == '/' || one == '.' || one == '-'; };
     // Most lines are of channels.
-    return std::any_of(firstField.begin(), firstField.end(), isSeparator) && form.match(firstField).hasMatch();
+    return std::any_of(firstField.begin(), firstField.end(), isSeparator) &&
+           form.match(firstField).hasMatch();
 }
 
 bool HasShortYear(const Place& place)

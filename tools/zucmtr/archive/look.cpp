@@ -92,9 +92,8 @@ void AddDigital(Entry& entry, const analysis::Oscillogram& oscillogram)
         catalogue::DigitalFacts facts{channel.circuit, channel.name, channel.phase,
                                       oscillogram.states[i].Changes(), std::nullopt};
         if (facts.changes > 0)
-            facts.first =
-                oscillogram.axis.TimeOf(oscillogram.first +
-                                        static_cast<qint64>(oscillogram.states[i].NextChange(1)));
+            facts.first = oscillogram.axis.TimeOf(oscillogram.first +
+                                                  static_cast<qint64>(oscillogram.states[i].NextChange(1)));
         entry.digital.push_back(facts);
     }
 }

@@ -201,12 +201,12 @@ QString RecordMaker::Place(const QString& file)
 unsigned int RecordMaker::Load(const QString& file, DeviceChoice choice)
 {
     const QFileInfo info(choice.ini);
-    const QString key = choice.ini.isEmpty()
-                            ? file
-                            : QStringList{choice.ini, choice.defaults, choice.device,
-                                          QString::number(info.size()),
-                                          QString::number(info.lastModified().toMSecsSinceEpoch())}
-                                  .join(QLatin1Char('\n'));
+    const QString key =
+        choice.ini.isEmpty()
+            ? file
+            : QStringList{choice.ini, choice.defaults, choice.device, QString::number(info.size()),
+                          QString::number(info.lastModified().toMSecsSinceEpoch())}
+                  .join(QLatin1Char('\n'));
     if (loaded && loaded->key == key)
         return loaded->device;
     loaded.reset();
