@@ -122,6 +122,24 @@ TEST(Noise, IsThatOfTheSortedSizesToTheLastBit)
     }
 }
 
+TEST(Noise, LesserIsThatOfAPartOrOfAll)
+{
+    std::mt19937 random(7);
+    std::normal_distribution<double> normal(0, 3);
+    for (const double ratio : {0.0, 0.1, 0.9, 1.0, 1.1, 30.0}) {
+        for (const size_t part : {0u, 40u, 200u, 999u, 2000u}) {
+            analysis::Wave wave;
+            for (size_t i = 0; i < 1000; ++i)
+                wave.push_back(i % 50 == 3 ? None : normal(random) * (i < 200 ? 1 : ratio));
+            EXPECT_EQ(analysis::LesserNoise(wave, 0, part),
+                      std::min(analysis::NoiseOf(wave, 0, part), analysis::NoiseOf(wave, 0, 1000)))
+                << ratio << ' ' << part;
+        }
+    }
+    EXPECT_EQ(analysis::LesserNoise(analysis::Wave(100, None), 0, 50), 0);
+    EXPECT_EQ(analysis::LesserNoise(analysis::Wave(100, 2.0), 0, 50), 1.4826 * 2);
+}
+
 TEST(Largest, IsOfTheValuesThatAreThereWhereverItStands)
 {
     for (size_t count = 1; count < 12; ++count) {

@@ -42,8 +42,7 @@ FaultSearch::FaultSearch(const CircuitWaves& waves_, const Meter& meter_)
     for (size_t phase = PhaseA; phase < Phases; ++phase) {
         const Wave& wave = *waves.currents[phase];
         differences[phase] = Superimposed(wave, meter.Period());
-        const double level =
-            std::min(NoiseOf(differences[phase], 0, quiet), NoiseOf(differences[phase], 0, count));
+        const double level = LesserNoise(differences[phase], 0, quiet);
         // One limit for the three: a phase that takes no part has nothing but the last digits of its values.
         limit = std::max({limit, beyondNoise * level, partOfLoad * LargestOf(wave, 0, meter.Window()),
                           partOfLargest * LargestOf(differences[phase], 0, count)});

@@ -119,6 +119,25 @@ void SuperimposeByCubic(const Wave& wave, const std::vector<double>& weights, si
                                   w3 * earlier[i + 3]);
 }
 
+// A standard deviation is so many times the median of the sizes.
+constexpr double Consistency = 1.4826;
+
+// Of the sizes of the values that are there; 0 without any.
+double MedianOf(const Wave& wave, size_t begin, size_t end)
+{
+    end = std::min(end, wave.size());
+    begin = std::min(begin, end);
+    const quint64 infinite = BitsOf(std::numeric_limits<double>::infinity());
+    Bits sizes(end - begin + 1);
+    size_t next = 0;
+    for (size_t i = begin; i < end; ++i) {
+        sizes[next] = BitsOf(std::abs(wave[i]));
+        next += sizes[next] <= infinite ? 1 : 0; // a missing one is above
+    }
+    sizes.resize(next);
+    return sizes.empty() ? 0 : NumberOf(NumberAt(sizes.size() / 2, sizes));
+}
+
 } // namespace
 
 Wave Superimposed(const Wave& wave, double period)
@@ -146,20 +165,20 @@ Wave Superimposed(const Wave& wave, double period)
 
 double NoiseOf(const Wave& wave, size_t begin, size_t end)
 {
-    end = std::min(end, wave.size());
-    begin = std::min(begin, end);
-    const quint64 infinite = BitsOf(std::numeric_limits<double>::infinity());
-    Bits sizes(end - begin + 1);
-    size_t next = 0;
-    for (size_t i = begin; i < end; ++i) {
-        sizes[next] = BitsOf(std::abs(wave[i]));
-        next += sizes[next] <= infinite ? 1 : 0; // a missing one is above
+    return Consistency * MedianOf(wave, begin, end);
+}
+
+double LesserNoise(const Wave& wave, size_t begin, size_t end)
+{
+    const double part = MedianOf(wave, begin, end);
+    size_t missing = 0;
+    size_t below = 0;
+    for (const double value : wave) {
+        missing += std::isnan(value) ? 1 : 0;
+        below += std::abs(value) < part ? 1 : 0;
     }
-    sizes.resize(next);
-    if (sizes.empty())
-        return 0;
-    constexpr double consistency = 1.4826;
-    return consistency * NumberOf(NumberAt(sizes.size() / 2, sizes));
+    const bool isPartLess = below <= (wave.size() - missing) / 2; // the median's place among all
+    return Consistency * (isPartLess ? part : MedianOf(wave, 0, wave.size()));
 }
 
 double LargestOf(const Wave& wave, size_t begin, size_t end)
