@@ -69,7 +69,7 @@ bool FitsInMemory(const QString& file)
     struct statvfs system = {};
     return bytes <= LargestInMemory && access(MemoryDirectory, W_OK) == 0 &&
            statvfs(MemoryDirectory, &system) == 0 &&
-           static_cast<qint64>(system.f_bavail * system.f_frsize) >= RoomInMemory;
+           static_cast<qint64>(system.f_bavail) * static_cast<qint64>(system.f_frsize) >= RoomInMemory;
 }
 
 // Links to the recording's chain: not even a conversion that deletes its sources could reach the files.
@@ -241,7 +241,7 @@ RecordMaker::Made RecordMaker::Make(const QString& file, const DeviceChoice& cho
     return {record, complete.ini};
 }
 
-RecordSource::RecordSource(const QString& file, DeviceChoice choice, bool isPlain)
+RecordSource::RecordSource(const QString& file, const DeviceChoice& choice, bool isPlain)
 {
     ini = choice.ini;
     if (comtrade::IsRecordFile(file)) {

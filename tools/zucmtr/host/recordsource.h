@@ -84,7 +84,7 @@ public:
     /// Completes the choice as convert does; if nothing is chosen and no ini file is found, or with isPlain,
     /// a recording is converted without dictionary. Throws SourceError, or ConfigurationError if the choice
     /// does not load.
-    RecordSource(const QString& file, DeviceChoice choice, bool isPlain);
+    RecordSource(const QString& file, const DeviceChoice& choice, bool isPlain);
 
     /// The record's .cfg or .cff, as long as this object lives.
     const QString& Path() const { return path; }
