@@ -73,7 +73,7 @@ private:
         if (catalogue.Move(path, pieces))
             return;
         Entry entry = looker.Look(path, kind);
-        const std::vector<Piece> after = PiecesOf(path, kind);
+        const std::vector<Piece> after = PiecesOf(path, kind, pieces);
         if (!std::equal(pieces.begin(), pieces.end(), after.begin(), after.end(), catalogue::IsSameState))
             throw text::Error(Tr("archive", "it changed while it was read; the next update reads it"));
         entry.pieces = std::move(pieces);
