@@ -359,6 +359,8 @@ def main():
     wrong, times = 0, 4 if options.kills >= 100 else 2
     with tempfile.TemporaryDirectory(prefix="zucmtr-archive-", dir=options.place) as directory:
         place = pathlib.Path(directory)
+        (place / "tmp").mkdir()
+        os.environ["TMPDIR"] = str(place / "tmp")  # for what killed programs leave there
         scenarios = [
             ("kills, file", lambda: kills(databases, program, place, seed, (options.kills + 1) // 2, "file")),
             ("kills, server", lambda: kills(databases, program, place, seed, options.kills // 2, "server")),
