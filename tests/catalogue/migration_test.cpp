@@ -35,6 +35,32 @@ Schema Later()
     return schema;
 }
 
+// A connection between whose first two commands something happens.
+class Interrupted : public sql::Database
+{
+public:
+    Interrupted(sql::Database& database_, std::function<void()> meanwhile_)
+        : database(database_), meanwhile(std::move(meanwhile_))
+    {}
+    void Run(const QString& command, const sql::Values& values, const RowFunction& row) override
+    {
+        database.Run(command, values, row);
+        if (const auto work = std::exchange(meanwhile, nullptr))
+            work();
+    }
+    void RunScript(const QString& commands) override { database.RunScript(commands); }
+    void SetPatience(int milliseconds) override { database.SetPatience(milliseconds); }
+    sql::Dialect Kind() const override { return database.Kind(); }
+
+protected:
+    const char* Begin() const override { return "BEGIN"; }
+    void Undo() noexcept override {}
+
+private:
+    sql::Database& database;
+    std::function<void()> meanwhile;
+};
+
 class MigrationTest : public AnyCatalogue
 {
 protected:
@@ -151,6 +177,14 @@ TEST_P(MigrationTest, ManyProgramsMakeOneCatalogue)
         program.join();
     EXPECT_EQ(failures, 0);
     EXPECT_EQ(Rows("SELECT version FROM catalogue"), QStringList{"1"});
+}
+
+// One program looks whether there is a catalogue, in more than one step, while another makes it.
+TEST_P(MigrationTest, CatalogueThatIsMadeMeanwhileIsTakenForOne)
+{
+    const auto database = sql::Open(address);
+    Interrupted interrupted(*database, [&] { catalogue::Catalogue one(address); });
+    EXPECT_NO_THROW(catalogue::Prepare(interrupted));
 }
 
 TEST_P(MigrationTest, OlderCatalogueIsNotRead)
