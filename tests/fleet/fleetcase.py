@@ -13,7 +13,7 @@ import tempfile
 import unittest
 
 PROGRAM, DOCUMENT = (pathlib.Path(word).absolute() for word in sys.argv[1:3])
-PATIENCE = 60  # seconds
+PATIENCE = 120  # seconds, of a busy machine
 SAMPLES = 8  # recordings of the sample station
 
 
@@ -50,9 +50,11 @@ class FleetCase(unittest.TestCase):
         self.recordings = SAMPLES * self.copies
 
     def start(self, command):
-        """Starts it in a session of its own."""
-        return subprocess.Popen(["sh", "-c", command], cwd=self.place, env=self.environment, stdin=subprocess.DEVNULL,
-                                start_new_session=True)
+        """Starts it in a session of its own, which ends with the test at the latest."""
+        started = subprocess.Popen(["sh", "-c", command], cwd=self.place, env=self.environment, stdin=subprocess.DEVNULL,
+                                   start_new_session=True)
+        self.addCleanup(self.end_session, started)
+        return started
 
     def run_shell(self, command, code=0):
         result = subprocess.run(["sh", "-c", command], cwd=self.place, env=self.environment, stdout=subprocess.PIPE,

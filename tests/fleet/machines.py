@@ -10,7 +10,7 @@ import signal
 import subprocess
 import time
 
-PATIENCE = 60  # seconds
+PATIENCE = 240  # seconds, of a busy machine
 BRIDGE = "10.77.0.1"
 
 # What becomes of a machine's first process. It waits for its network card.

@@ -26,7 +26,7 @@ class Machines(MachinesCase):
 
     def test_lost_machine_leaves_its_work_to_the_others(self):
         running = self.start_and_lose("conv2")
-        self.assertEqual(0, running.wait(300))
+        self.assertEqual(0, running.wait(600))
         self.assertEqual(set(range(1, self.recordings + 1)), {number for number, code in self.logged() if code == 0})
         self.expect_all_converted()
 
@@ -49,7 +49,7 @@ class Machines(MachinesCase):
         self.assertIsNone(running.poll(), "the updates ended before the server could be restarted")
         self.server.stop()
         self.server.start()
-        self.assertEqual(0, running.wait(120))
+        self.assertEqual(0, running.wait(600))
         one = self.place / "one.db"
         self.run_shell(f"zucmtr archive update --quiet --catalogue {one} 'the archive'")
         self.assertEqual(self.recordings, len(self.entries(one)))
@@ -65,7 +65,7 @@ class Machines(MachinesCase):
         first = running.stdout.readline()
         self.assertEqual("converted", json.loads(first)["status"])
         self.server.stop()
-        rest = running.communicate(timeout=300)[0]
+        rest = running.communicate(timeout=600)[0]
         self.assertEqual(1, running.returncode)
         reasons = {one.get("reason") for one in map(json.loads, rest.splitlines()) if one.get("status") == "failed"}
         self.assertEqual({"notCatalogued"}, reasons)

@@ -45,7 +45,7 @@ class Slurm(MachinesCase):
         return sum(map(len, self.pieces_done()))
 
     def wait_for_end(self):
-        wait_for(lambda: not self.cluster.tasks(), "the end of the array", 240)
+        wait_for(lambda: not self.cluster.tasks(), "the end of the array", 600)
 
     def expect_array_done(self):
         last = self.recordings - PIECE * (self.pieces - 1)
@@ -84,7 +84,7 @@ class Slurm(MachinesCase):
         good = broken.read_bytes()
         broken.write_bytes(good[:100])
         submitted = subprocess.run(["sh", "-c", commands()["submit"].replace("sbatch ", "sbatch --wait ")], cwd=self.place,
-                                   env=self.environment, capture_output=True, text=True, check=False, timeout=240)
+                                   env=self.environment, capture_output=True, text=True, check=False, timeout=600)
         self.assertEqual(1, submitted.returncode, submitted.stderr)
         self.assertEqual(self.recordings - 1, self.done())
         broken.write_bytes(good)
