@@ -52,7 +52,8 @@ class Fleet(FleetCase):
 
     def test_killed_and_resumed_run_on_machines_converts_all(self):
         self.convert_with_a_kill(commands()["machines"])
-        self.run_shell("zucmtr archive check --catalogue archive.db 'the archive' записи")
+        for directory in ("'the archive'", "записи"):
+            self.run_shell(f"zucmtr archive check --catalogue archive.db {directory}")
 
     def test_failed_recordings_are_tried_again_and_told(self):
         steps = commands()
