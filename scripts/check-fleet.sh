@@ -1,7 +1,7 @@
 #!/bin/sh
 # Tries docs/fleet.md on several machines, by ssh and with Slurm. The machines are namespaces of this one, with a network,
-# processes and mounts of their own, and all of that goes with the process that has them: nothing is left, however this
-# ends, apart from the packages that are installed.
+# processes and mounts of their own, and all of that goes with the process that has them, however this ends. What stays
+# are the packages that are installed, and a temporary directory if this script itself is killed.
 #   scripts/check-fleet.sh [ZUCMTR]       the program; by default that of the release build
 #
 # It needs root (or sudo), and takes some minutes.
