@@ -8,7 +8,7 @@ import subprocess
 import tempfile
 import time
 
-PATIENCE = 60  # seconds
+PATIENCE = 120  # seconds, of a busy machine
 
 
 def programs():

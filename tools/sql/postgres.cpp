@@ -27,8 +27,15 @@ public:
     bool IsNull(int column) const override { return query.isNull(column); }
     qint64 Integer(int column) const override { return query.value(column).toLongLong(); }
     double Real(int column) const override { return query.value(column).toDouble(); }
-    QString Text(int column) const override { return query.value(column).toString(); }
-    QByteArray Bytes(int column) const override { return query.value(column).toByteArray(); }
+    // Qt makes "0" of a number that is NULL.
+    QString Text(int column) const override
+    {
+        return query.isNull(column) ? QString() : query.value(column).toString();
+    }
+    QByteArray Bytes(int column) const override
+    {
+        return query.isNull(column) ? QByteArray() : query.value(column).toByteArray();
+    }
     Value Of(int column) const override
     {
         const QVariant value = query.value(column);
