@@ -1,6 +1,7 @@
 #include "zucmtr/commands/archiveupdate.h"
 
 #include "text/texts.h"
+#include "zucmtr/archive/foundtable.h"
 #include "zucmtr/archive/update.h"
 #include "zucmtr/commands/catalogueoptions.h"
 #include "zucmtr/commands/deviceoptions.h"
@@ -64,6 +65,16 @@ void Report(const archive::UpdateCounts& counts, const UpdateOptions& options)
                       .arg(counts.unchanged));
 }
 
+QStringList ComplaintText(const archive::Complaint& complaint)
+{
+    if (!complaint.path.isEmpty())
+        return archive::WrongLine(complaint.path, complaint.path, complaint.text).split(QLatin1Char('\n'));
+    return complaint.text.split(QLatin1Char('\n')) +
+           QStringList{Tr("archive", "until then the recordings beside it are catalogued without it: no "
+                                     "station, and circuits as the recorder names them. With --device, "
+                                     "update that directory alone")};
+}
+
 int RunUpdate(const UpdateOptions& options)
 {
     interrupt::Install();
@@ -85,11 +96,11 @@ int RunUpdate(const UpdateOptions& options)
             progress->Show(done);
         },
         [] { return interrupt::Came(); },
-        [&](const QString& path, const QString& text) {
-            isWhole = false;
+        [&](const archive::Complaint& complaint) {
+            isWhole = isWhole && complaint.isCatalogued;
             if (progress)
                 progress->Hide();
-            Complain(text.startsWith(path) ? text : path + QLatin1String(": ") + text);
+            Complain(ComplaintText(complaint));
         }};
     const archive::UpdateCounts counts = archive::Update(order, progressing);
     progress.reset();

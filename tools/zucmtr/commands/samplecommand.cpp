@@ -232,7 +232,7 @@ void AddSampleCommand(CLI::App& app, Action& chosen, const QString& program)
                   "  zucmtr sample --out station --fault three --segments 2\n"
                   "  zucmtr sample --out faults --fault BCG --distance 70 --resistance 5 --reclose fault\n"
                   "  zucmtr sample --out random --random-fault 1-20\n"
-                  "  zucmtr sample --out recordings --archive 500"));
+                  "  zucmtr sample --out recordings --archive 20"));
     command->callback([options, program, &chosen] {
         chosen = [options, program] { return RunSample(*options, program); };
     });

@@ -190,7 +190,7 @@ QString RecordMaker::Place(const QString& file)
 unsigned int RecordMaker::Load(const QString& file, DeviceChoice choice)
 {
     const QFileInfo info(choice.ini);
-    const QString key = choice.ini.isEmpty() ? file
+    const QString key = choice.ini.isEmpty() ? QString()
                                              : QStringList{choice.ini, choice.defaults, choice.device,
                                                            QString::number(info.size()),
                                                            info.lastModified().toString(Qt::ISODateWithMs)}

@@ -425,6 +425,10 @@ Examples:
         <source>Of a station with this in its name, in capital or small letters; =NAME for the whole name. May be repeated, as --recorder, --circuit and --changed</source>
         <translation>Станция, в имени которой это есть, буквы любые; =ИМЯ — имя целиком. Можно повторять, как и --recorder, --circuit, --changed</translation>
     </message>
+    <message>
+        <source>until then the recordings beside it are catalogued without it: no station, and circuits as the recorder names them. With --device, update that directory alone</source>
+        <translation>до тех пор записи рядом с ним вносятся без него: без станции, с названиями присоединений от регистратора. С ключом --device обновляйте только этот каталог</translation>
+    </message>
 </context>
 <context>
     <name>archive check</name>
@@ -4173,38 +4177,50 @@ Example, with the sample station:
         <translation>%1 — только для моделируемого замыкания; дайте и --fault %2</translation>
     </message>
     <message>
-        <source>The station is a substation of 220/110 kV with a short circuit on a line. There is one recording for each
-kind of start, and the ini file ZuDrv.ini. The same options give the same bytes everywhere. The files
-written are listed; the last line is the command that converts them.
-
-A simulated fault (--fault AG to ABC, --random-fault) is on a line between two sources whose data
-are in lines.ini; a file .truth.json beside each recording says where the fault is, and all else
-that an analysis should find.
-
-Examples:
-  zucmtr sample --out station --fault three --segments 2
-  zucmtr sample --out faults --fault BCG --distance 70 --resistance 5 --reclose fault
-  zucmtr sample --out random --random-fault 1-20</source>
-        <translation>Станция — подстанция 220/110 кВ с коротким замыканием на линии. Для каждого вида пуска есть осциллограмма,
-а также ini-файл ZuDrv.ini. Одинаковые ключи везде дают одинаковые байты. Записанные файлы перечисляются;
-последняя строка — команда, которая их преобразует.
-
-Моделируемое замыкание (--fault от AG до ABC, --random-fault) происходит на линии между двумя источниками;
-её параметры — в файле lines.ini. Рядом с каждой осциллограммой файл .truth.json: где замыкание и что ещё
-должен найти анализ.
-
-Примеры:
-  zucmtr sample --out station --fault three --segments 2
-  zucmtr sample --out faults --fault BCG --distance 70 --resistance 5 --reclose fault
-  zucmtr sample --out random --random-fault 1-20</translation>
-    </message>
-    <message>
         <source>%1 draws everything and goes without %2; leave one out</source>
         <translation>%1 выбирает всё случайно и с %2 не сочетается; уберите один из них</translation>
     </message>
     <message>
         <source>Fault on the line: single, two, three, none (single); simulated: AG to ABC</source>
         <translation>Замыкание на линии: single, two, three, none (single); моделируемое: от AG до ABC</translation>
+    </message>
+    <message>
+        <source>Simulate an archive of N recordings, 10 to 100000: a year of the recorders of four substations</source>
+        <translation>Смоделировать архив из N записей, от 10 до 100000: год работы регистраторов четырёх подстанций</translation>
+    </message>
+    <message>
+        <source>%1: %2 recordings</source>
+        <translation>%1: записей — %2</translation>
+    </message>
+    <message>
+        <source>The station is a substation of 220/110 kV with a short circuit on a line. There is one recording for each
+kind of start, and the ini file ZuDrv.ini. The same options give the same bytes everywhere. The files
+written are listed; the last line is the command that converts them.
+
+A simulated fault (--fault AG to ABC, --random-fault) is on a line between two sources whose data
+are in lines.ini; a file .truth.json beside each recording says where the fault is, and all else
+that an analysis should find. An archive (--archive) has a directory for each recorder, with the same
+files; the last line is the command that catalogues it.
+
+Examples:
+  zucmtr sample --out station --fault three --segments 2
+  zucmtr sample --out faults --fault BCG --distance 70 --resistance 5 --reclose fault
+  zucmtr sample --out random --random-fault 1-20
+  zucmtr sample --out recordings --archive 20</source>
+        <translation>Станция — подстанция 220/110 кВ с коротким замыканием на линии. Для каждого вида пуска есть осциллограмма,
+а также ini-файл ZuDrv.ini. Одинаковые ключи везде дают одинаковые байты. Записанные файлы перечисляются;
+последняя строка — команда, которая их преобразует.
+
+Моделируемое замыкание (--fault от AG до ABC, --random-fault) происходит на линии между двумя источниками;
+её параметры — в файле lines.ini. Рядом с каждой осциллограммой файл .truth.json: где замыкание и что ещё
+должен найти анализ. В архиве (--archive) у каждого регистратора каталог с такими же файлами; последняя
+строка — команда, которая составляет каталог архива.
+
+Примеры:
+  zucmtr sample --out station --fault three --segments 2
+  zucmtr sample --out faults --fault BCG --distance 70 --resistance 5 --reclose fault
+  zucmtr sample --out random --random-fault 1-20
+  zucmtr sample --out recordings --archive 20</translation>
     </message>
 </context>
 <context>
