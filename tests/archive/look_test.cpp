@@ -129,9 +129,9 @@ TEST(Look, ReadsARecordingWithoutAnIniFileOfSeveralRecordersAndSaysWhy)
     const TestDirectory place;
     const QString path = WriteStationFault(place);
     place.Write("ZuDrv.ini", station::MakeIni({}).toUtf8() + "\n[Second]\n");
-    archive::Looker looker({});
+    auto looker = std::make_unique<archive::Looker>(archive::Reading{});
     for (int turn = 0; turn < 2; ++turn) {
-        const Entry entry = looker.Look(path, Kind::Recording);
+        const Entry entry = looker->Look(path, Kind::Recording);
         EXPECT_EQ(entry.reason, "");
         EXPECT_EQ(entry.error, "'" + place.Path("ZuDrv.ini") +
                                    "' describes 2 recorders; name the section of the one by --device: it has "
@@ -139,6 +139,7 @@ TEST(Look, ReadsARecordingWithoutAnIniFileOfSeveralRecordersAndSaysWhy)
         EXPECT_EQ(entry.station, "");
         ASSERT_TRUE(entry.fault);
     }
+    looker.reset(); // there is one at a time
     archive::Reading chosen;
     chosen.choice.device = QStringLiteral("Vostochnaya");
     EXPECT_EQ(archive::Looker(chosen).Look(path, Kind::Recording).station, "ПС Узловая");

@@ -191,7 +191,7 @@ TEST(LineSample, ArchiveListsItsRecordersAndThePrintedCommandCataloguesIt)
     }
     EXPECT_EQ(recordings, 10);
     EXPECT_EQ(RunShell(directory.Path(), command).out,
-              "10 read (1 of them cannot be), 0 moved, 0 gone, 0 unchanged\n");
+              "10 read (1 unreadable), 0 moved, 0 gone, 0 unchanged\n");
     EXPECT_EQ(RunProgram(directory.Path(), {"sample", "--out", "all", "--archive", "10"}).code, 2);
     EXPECT_EQ(RunProgram(directory.Path(), {"sample", "--out", "all", "--archive", "11", "--force"}).code, 0);
     EXPECT_EQ(RunShell(directory.Path(), command).out.section(' ', 0, 1), "11 read");

@@ -20,7 +20,7 @@ QMap<QString, QByteArray> FilesOf(const station::ArchiveOptions& options)
 {
     QMap<QString, QByteArray> files;
     EXPECT_TRUE(station::MakeArchive(options, [&](const NamedFile& file) {
-        EXPECT_FALSE(files.contains(file.name)) << file.name;
+        EXPECT_FALSE(files.contains(file.name)) << file.name.toStdString();
         files.insert(file.name, file.bytes);
         return true;
     }));

@@ -121,6 +121,8 @@ int RunFind(const FindOptions& options)
         PrintTable(table);
     if (isTable && limit > 0 && count > limit)
         Complain(Tr("archive", "there are more than these %1; --limit 0 shows all").arg(limit));
+    if (isTable && count == 0 && OutputColumns() > 0) // a pipe sees the exit code alone, as that of grep
+        Complain(Tr("archive", "nothing was found"));
     return count > 0 ? ExitDone : ExitFailed;
 }
 

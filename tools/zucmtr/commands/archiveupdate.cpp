@@ -57,7 +57,7 @@ void Report(const archive::UpdateCounts& counts, const UpdateOptions& options)
                    {"gone", counts.gone},
                    {"unread", counts.unread}});
     else if (!options.quiet)
-        PrintLine(Tr("archive", "%1 read (%2 of them cannot be), %3 moved, %4 gone, %5 unchanged")
+        PrintLine(Tr("archive", "%1 read (%2 unreadable), %3 moved, %4 gone, %5 unchanged")
                       .arg(counts.read)
                       .arg(counts.unread)
                       .arg(counts.moved)
@@ -75,6 +75,13 @@ QStringList ComplaintText(const archive::Complaint& complaint)
                                      "update that directory alone")};
 }
 
+// A mistake in what the user has chosen shows here, not at each recording.
+void CheckChoice(DeviceChoice choice)
+{
+    if (!choice.ini.isEmpty())
+        CompleteChoice(choice, {});
+}
+
 int RunUpdate(const UpdateOptions& options)
 {
     interrupt::Install();
@@ -86,6 +93,7 @@ int RunUpdate(const UpdateOptions& options)
     order.directories = directories;
     order.reading = {ChoiceOf(options.reading.choice), options.reading.plain,
                      FromUtf8(options.reading.lines)};
+    CheckChoice(order.reading.choice);
     order.processes = options.jobs == 0 ? std::max(std::thread::hardware_concurrency(), 1u) : options.jobs;
     bool isWhole = true;
     std::unique_ptr<Progress> progress;

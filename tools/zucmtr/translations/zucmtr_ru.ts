@@ -24,10 +24,6 @@
         <translation>«%1» — не каталог</translation>
     </message>
     <message>
-        <source>%1 read (%2 of them cannot be), %3 moved, %4 gone, %5 unchanged</source>
-        <translation>прочитано: %1 (из них не читаются: %2), перемещено: %3, исчезло: %4, без изменений: %5</translation>
-    </message>
-    <message>
         <source>Write what is new, changed, moved or gone into the catalogue</source>
         <translation>Внести в каталог новое, изменённое, перемещённое и исчезнувшее</translation>
     </message>
@@ -428,6 +424,14 @@ Examples:
     <message>
         <source>until then the recordings beside it are catalogued without it: no station, and circuits as the recorder names them. With --device, update that directory alone</source>
         <translation>до тех пор записи рядом с ним вносятся без него: без станции, с названиями присоединений от регистратора. С ключом --device обновляйте только этот каталог</translation>
+    </message>
+    <message>
+        <source>nothing was found</source>
+        <translation>ничего не найдено</translation>
+    </message>
+    <message>
+        <source>%1 read (%2 unreadable), %3 moved, %4 gone, %5 unchanged</source>
+        <translation>прочитано: %1 (не удалось прочитать: %2), перемещено: %3, исчезло: %4, без изменений: %5</translation>
     </message>
 </context>
 <context>
