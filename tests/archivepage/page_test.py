@@ -210,6 +210,14 @@ class Shown(unittest.TestCase):
             expected = [(column * 132 / 127, top + height / 2 - value * height / 2) for column, value in enumerate(wave(waves[strip]))]
             self.assertLess(max(math.dist(one, other) for one, other in zip(points, expected)), 0.1)
 
+    def test_narrow_screen_shows_times_and_names_whole(self):
+        browser.driver.execute_cdp_cmd("Emulation.setDeviceMetricsOverride", {"width": 400, "height": 800, "deviceScaleFactor": 1, "mobile": False})
+        self.addCleanup(browser.driver.execute_cdp_cmd, "Emulation.clearDeviceMetricsOverride", {})
+        open_page(settings="lang=en&theme=light&show=fault")
+        cut = browser.run("return [...document.querySelectorAll('.row .time > div, .row .fault > div')].filter((one) => one.scrollWidth > one.clientWidth && !one.textContent.includes('hostile')).map((one) => one.textContent)")
+        self.assertEqual([], cut)
+        self.assertGreater(browser.run("return document.querySelector('.who').clientWidth"), 340)
+
     def test_nothing_is_loaded_but_the_pieces_beside_the_page(self):
         open_page()
         requests = browser.requests()
