@@ -183,7 +183,7 @@ TEST(LineSample, ArchiveListsItsRecordersAndThePrintedCommandCataloguesIt)
     int recordings = 0;
     for (const QString& line : qAsConst(lines)) {
         const QRegularExpressionMatch match =
-            QRegularExpression(QStringLiteral("\\Aall/([a-z]+-[12]): (\\d+) recordings\\z")).match(line);
+            QRegularExpression(QStringLiteral("\\Aall/([a-z]+-[12]), recordings: (\\d+)\\z")).match(line);
         ASSERT_TRUE(match.hasMatch()) << line;
         EXPECT_EQ(QDir(directory.Path("all/" + match.captured(1))).entryList({"*.ZU"}).size(),
                   match.captured(2).toInt());

@@ -155,7 +155,7 @@ bool WriteArchive(FileWriter& writer, const QDir& directory, const station::Arch
         return writer.Write(file);
     });
     for (auto one = recordings.cbegin(); isWritten && one != recordings.cend(); ++one)
-        PrintLine(Tr("sample", "%1: %2 recordings").arg(directory.filePath(one.key())).arg(one.value()));
+        PrintLine(Tr("sample", "%1, recordings: %2").arg(directory.filePath(one.key())).arg(one.value()));
     return isWritten;
 }
 

@@ -254,10 +254,6 @@ Examples:
         <translation>Осциллограмм: %1, записей: %2; не читаются: %3, исчезли: %4</translation>
     </message>
     <message>
-        <source>Bytes: %1</source>
-        <translation>Байтов: %1</translation>
-    </message>
-    <message>
         <source>Triggered from %1 to %2</source>
         <translation>Пуски с %1 по %2</translation>
     </message>
@@ -284,10 +280,6 @@ Examples:
     <message>
         <source>Recorders without a recording since %1</source>
         <translation>Регистраторы без осциллограмм с %1</translation>
-    </message>
-    <message>
-        <source>Superfluous copies: %1, bytes: %2</source>
-        <translation>Лишних копий: %1, байтов: %2</translation>
     </message>
     <message>
         <source>none</source>
@@ -423,7 +415,7 @@ Examples:
     </message>
     <message>
         <source>until then the recordings beside it are catalogued without it: no station, and circuits as the recorder names them. With --device, update that directory alone</source>
-        <translation>до тех пор записи рядом с ним вносятся без него: без станции, с названиями присоединений от регистратора. С ключом --device обновляйте только этот каталог</translation>
+        <translation>до тех пор осциллограммы рядом с ним вносятся в каталог без него: без станции, присоединения — как их называет регистратор. С ключом --device обновляйте только эту папку</translation>
     </message>
     <message>
         <source>nothing was found</source>
@@ -432,6 +424,14 @@ Examples:
     <message>
         <source>%1 read (%2 unreadable), %3 moved, %4 gone, %5 unchanged</source>
         <translation>прочитано: %1 (не удалось прочитать: %2), перемещено: %3, исчезло: %4, без изменений: %5</translation>
+    </message>
+    <message>
+        <source>In all %1</source>
+        <translation>Всего %1</translation>
+    </message>
+    <message>
+        <source>Superfluous copies: %1, %2</source>
+        <translation>Лишних копий: %1, %2</translation>
     </message>
 </context>
 <context>
@@ -4190,11 +4190,7 @@ Example, with the sample station:
     </message>
     <message>
         <source>Simulate an archive of N recordings, 10 to 100000: a year of the recorders of four substations</source>
-        <translation>Смоделировать архив из N записей, от 10 до 100000: год работы регистраторов четырёх подстанций</translation>
-    </message>
-    <message>
-        <source>%1: %2 recordings</source>
-        <translation>%1: записей — %2</translation>
+        <translation>Смоделировать архив из N осциллограмм, от 10 до 100000: год работы регистраторов четырёх подстанций</translation>
     </message>
     <message>
         <source>The station is a substation of 220/110 kV with a short circuit on a line. There is one recording for each
@@ -4225,6 +4221,10 @@ Examples:
   zucmtr sample --out faults --fault BCG --distance 70 --resistance 5 --reclose fault
   zucmtr sample --out random --random-fault 1-20
   zucmtr sample --out recordings --archive 20</translation>
+    </message>
+    <message>
+        <source>%1, recordings: %2</source>
+        <translation>%1, осциллограмм: %2</translation>
     </message>
 </context>
 <context>
