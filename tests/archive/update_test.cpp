@@ -121,8 +121,9 @@ TEST(Update, AnIniFileThatIsOfNoUseIsReportedOnceAndItsRecordingsAreReadAgain)
     place.Record("a.ZU", 1);
     place.Record("b.ZU", 2);
     place.Write("ZuDrv.ini", "[Default]\n[One]\n[Two]\n");
-    const QString error = "'" + place.Path("ZuDrv.ini") +
-                          "' describes 2 recorders; name the section of the one by --device: it has [One], [Two]";
+    const QString error =
+        "'" + place.Path("ZuDrv.ini") +
+        "' describes 2 recorders; name the section of the one by --device: it has [One], [Two]";
     for (int turn = 0; turn < 2; ++turn) {
         EXPECT_EQ(place.Update(2), Counts(2, 0, 0, 0));
         EXPECT_EQ(place.all, QStringList{error});

@@ -46,7 +46,8 @@ TEST(SampleArchive, HasTheRecordingsAskedForEachWithItsTruth)
     EXPECT_EQ(EndingWith(files, "/ZuDrv.ini").size(), station::ArchiveDirectories().size());
     EXPECT_EQ(EndingWith(files, "/lines.ini").size(), station::ArchiveDirectories().size());
     for (const QString& recording : recordings) {
-        const QJsonObject truth = QJsonDocument::fromJson(files[recording.chopped(3) + ".truth.json"]).object();
+        const QJsonObject truth =
+            QJsonDocument::fromJson(files[recording.chopped(3) + ".truth.json"]).object();
         EXPECT_EQ(recording.section('/', 1), truth["file"].toString());
         EXPECT_EQ(truth["trigger"].toString().left(4), "2024") << recording.toStdString();
     }
@@ -102,7 +103,9 @@ TEST(Segments, HaveTheSamplesAndChangesOfTheirTimeAndTheStateAtItsStart)
     whole.Add(recorderfile::DiscreteChannel{"Q:x", 0, {{0, 0}, {500, 1}, {3000, 0}, {4999, 1}}});
     const std::vector<Recording> segments = station::CutIntoSegments(whole, 3);
     ASSERT_EQ(segments.size(), 2u); // the seventh sample is left over
-    const auto analog = [&](size_t i) { return std::get<recorderfile::AnalogChannel>(segments[i].sections[0]); };
+    const auto analog = [&](size_t i) {
+        return std::get<recorderfile::AnalogChannel>(segments[i].sections[0]);
+    };
     const auto changes = [&](size_t i) {
         QStringList texts;
         for (const recorderfile::Change& change :

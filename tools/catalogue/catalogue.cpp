@@ -107,9 +107,10 @@ QString Catalogue::Absolute(const QString& stored) const
 void Catalogue::AddKnown(QHash<QString, Known>& known, const QString& condition, const sql::Values& values)
 {
     database->Run(
-        QStringLiteral("SELECT e.path, e.id, e.print, e.reason, e.error, p.name, p.bytes, p.modified FROM entries e "
-                       "JOIN pieces p ON p.entry = e.id WHERE e.gone IS NULL AND %1 "
-                       "ORDER BY e.id, p.name")
+        QStringLiteral(
+            "SELECT e.path, e.id, e.print, e.reason, e.error, p.name, p.bytes, p.modified FROM entries e "
+            "JOIN pieces p ON p.entry = e.id WHERE e.gone IS NULL AND %1 "
+            "ORDER BY e.id, p.name")
             .arg(condition),
         values, [&](const sql::Row& row) {
             Known& one = known[Absolute(row.Text(0))];

@@ -69,7 +69,7 @@ struct QuietPlan
 
 struct LineScenario
 {
-    QString stem; // of the files' names
+    QString stem;                                           // of the files' names
     QString identity = QStringLiteral("ПС Узловая, РАС-1"); // as the recorder stores it
     StationLine line;
     LineModel model;

@@ -15,10 +15,10 @@ namespace {
 
 constexpr int64_t YearStart = 1704067200; // 2024-01-01 00:00:00 UTC, seconds since 1970
 constexpr double YearSeconds = 366.0 * 86400.0;
-constexpr double QuietShare = 0.15;     // of the recordings
-constexpr int LongEvery = 50;           // every so many recordings there is a long one
-constexpr int LongSegments = 3;         // of a second each
-constexpr double SummerStrength = 0.1;  // parts of a year by which recordings are drawn towards the summer
+constexpr double QuietShare = 0.15;    // of the recordings
+constexpr int LongEvery = 50;          // every so many recordings there is a long one
+constexpr int LongSegments = 3;        // of a second each
+constexpr double SummerStrength = 0.1; // parts of a year by which recordings are drawn towards the summer
 constexpr size_t LinesOfRecorder = 5;
 constexpr uint32_t SeedsOfArchive = 100003; // a prime number above MostArchived
 
@@ -49,10 +49,7 @@ struct Recorder
     std::vector<StationLine> lines;
     int recordings = 0;
 
-    QString Path(const QString& file) const
-    {
-        return QLatin1String(row.directory) + QLatin1Char('/') + file;
-    }
+    QString Path(const QString& file) const { return QLatin1String(row.directory) + QLatin1Char('/') + file; }
 };
 
 std::vector<Recorder> Recorders()

@@ -43,8 +43,7 @@ std::vector<Recording> CutIntoSegments(const Recording& recording, size_t sample
 {
     const auto& analog = std::get<AnalogChannel>(recording.sections.front());
     const int64_t duration = std::llround(static_cast<double>(samples) * 1e6 / double{analog.rate});
-    const int64_t start =
-        int64_t{recording.startTime} * MicrosecondsInSecond + recording.startMicroseconds;
+    const int64_t start = int64_t{recording.startTime} * MicrosecondsInSecond + recording.startMicroseconds;
     std::vector<Recording> segments;
     for (size_t first = 0; first + samples <= analog.samples.size(); first += samples) {
         const int64_t base = static_cast<int64_t>(segments.size()) * duration;

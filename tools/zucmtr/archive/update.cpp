@@ -27,9 +27,8 @@ constexpr size_t EntriesTogether = 32;
 // What was read without its ini file is read again: that may have been put right.
 bool IsSame(const Known& known, const std::vector<Piece>& pieces)
 {
-    return !known.isPlain &&
-           std::equal(known.pieces.begin(), known.pieces.end(), pieces.begin(), pieces.end(),
-                      catalogue::IsSameState);
+    return !known.isPlain && std::equal(known.pieces.begin(), known.pieces.end(), pieces.begin(),
+                                        pieces.end(), catalogue::IsSameState);
 }
 
 struct Work
@@ -97,8 +96,8 @@ QByteArray Packed(const Message& message)
 {
     QByteArray bytes;
     QDataStream(&bytes, QIODevice::WriteOnly)
-        << message.read << message.unread << message.moved << message.complaint.path
-        << message.complaint.text << message.complaint.isCatalogued;
+        << message.read << message.unread << message.moved << message.complaint.path << message.complaint.text
+        << message.complaint.isCatalogued;
     return bytes;
 }
 

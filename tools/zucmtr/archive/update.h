@@ -28,7 +28,8 @@ struct UpdateOrder
 
 struct Complaint
 {
-    QString path; ///< absolute; empty: of an ini file that is of no use, whose recordings were read without it
+    QString
+        path; ///< absolute; empty: of an ini file that is of no use, whose recordings were read without it
     QString text;
     bool isCatalogued = false; ///< there is an entry that says it
 };

@@ -97,19 +97,19 @@ int RunUpdate(const UpdateOptions& options)
     order.processes = options.jobs == 0 ? std::max(std::thread::hardware_concurrency(), 1u) : options.jobs;
     bool isWhole = true;
     std::unique_ptr<Progress> progress;
-    const archive::Progressing progressing{
-        [&](size_t done, size_t total) {
-            if (!progress)
-                progress = std::make_unique<Progress>(total, !options.quiet);
-            progress->Show(done);
-        },
-        [] { return interrupt::Came(); },
-        [&](const archive::Complaint& complaint) {
-            isWhole = isWhole && complaint.isCatalogued;
-            if (progress)
-                progress->Hide();
-            Complain(ComplaintText(complaint));
-        }};
+    const archive::Progressing progressing{[&](size_t done, size_t total) {
+                                               if (!progress)
+                                                   progress =
+                                                       std::make_unique<Progress>(total, !options.quiet);
+                                               progress->Show(done);
+                                           },
+                                           [] { return interrupt::Came(); },
+                                           [&](const archive::Complaint& complaint) {
+                                               isWhole = isWhole && complaint.isCatalogued;
+                                               if (progress)
+                                                   progress->Hide();
+                                               Complain(ComplaintText(complaint));
+                                           }};
     const archive::UpdateCounts counts = archive::Update(order, progressing);
     progress.reset();
     Report(counts, options);

@@ -20,7 +20,7 @@ struct LineSampleOptions
     std::string reclose;
     std::string randomFaults; // seeds
     std::string randomQuiet;
-    int archive = 0; // recordings
+    int archive = 0;                           // recordings
     std::vector<const CLI::Option*> ofLine;    // only with a fault on the line
     std::vector<const CLI::Option*> ofStation; // not with one
     std::vector<const CLI::Option*> notDrawn;  // not with what is drawn

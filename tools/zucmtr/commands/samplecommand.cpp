@@ -213,26 +213,27 @@ void AddSampleCommand(CLI::App& app, Action& chosen, const QString& program)
     command->add_flag("--force", options->force,
                       HelpText("sample", "Replace an older sample in the directory"));
     command->footer(HelpText(
-        "sample", "The station is a substation of 220/110 kV with a short circuit on a line. "
-                  "There is one recording for "
-                  "each\n"
-                  "kind of start, and the ini file ZuDrv.ini. The same options give the same "
-                  "bytes everywhere. The files\n"
-                  "written are listed; the last line is the command that converts them.\n"
-                  "\n"
-                  "A simulated fault (--fault AG to ABC, --random-fault) is on a line between two "
-                  "sources whose data\n"
-                  "are in lines.ini; a file .truth.json beside each recording says where the fault "
-                  "is, and all else\n"
-                  "that an analysis should find. An archive (--archive) has a directory for each recorder, with "
-                  "the same\n"
-                  "files; the last line is the command that catalogues it.\n"
-                  "\n"
-                  "Examples:\n"
-                  "  zucmtr sample --out station --fault three --segments 2\n"
-                  "  zucmtr sample --out faults --fault BCG --distance 70 --resistance 5 --reclose fault\n"
-                  "  zucmtr sample --out random --random-fault 1-20\n"
-                  "  zucmtr sample --out recordings --archive 20"));
+        "sample",
+        "The station is a substation of 220/110 kV with a short circuit on a line. "
+        "There is one recording for "
+        "each\n"
+        "kind of start, and the ini file ZuDrv.ini. The same options give the same "
+        "bytes everywhere. The files\n"
+        "written are listed; the last line is the command that converts them.\n"
+        "\n"
+        "A simulated fault (--fault AG to ABC, --random-fault) is on a line between two "
+        "sources whose data\n"
+        "are in lines.ini; a file .truth.json beside each recording says where the fault "
+        "is, and all else\n"
+        "that an analysis should find. An archive (--archive) has a directory for each recorder, with "
+        "the same\n"
+        "files; the last line is the command that catalogues it.\n"
+        "\n"
+        "Examples:\n"
+        "  zucmtr sample --out station --fault three --segments 2\n"
+        "  zucmtr sample --out faults --fault BCG --distance 70 --resistance 5 --reclose fault\n"
+        "  zucmtr sample --out random --random-fault 1-20\n"
+        "  zucmtr sample --out recordings --archive 20"));
     command->callback([options, program, &chosen] {
         chosen = [options, program] { return RunSample(*options, program); };
     });

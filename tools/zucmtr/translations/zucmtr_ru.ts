@@ -522,6 +522,10 @@ Example:
 Пример:
   zucmtr archive check --fast recordings</translation>
     </message>
+    <message>
+        <source>it continues a recording, but a file before it is missing</source>
+        <translation>это продолжение осциллограммы, но файла перед ним нет</translation>
+    </message>
 </context>
 <context>
     <name>archive page</name>
