@@ -124,6 +124,21 @@ TEST(Look, HasNoStationWithoutAnIniFileButTheRecorderThatTheRecordingNames)
     EXPECT_EQ(entry.fault->kind, "AG");
 }
 
+TEST(Look, ReadsARecordingWithoutALinesFileThatHasAMistakeAndSaysWhy)
+{
+    const TestDirectory place;
+    const QString path = WriteStationFault(place);
+    place.Write("lines.ini", "[ВЛ 110 кВ Восточная]\nlength=far\n");
+    archive::Looker looker({});
+    for (int turn = 0; turn < 2; ++turn) {
+        const Entry entry = looker.Look(path, Kind::Recording);
+        EXPECT_EQ(entry.reason, "");
+        EXPECT_TRUE(entry.error.contains(place.Path("lines.ini"))) << entry.error.toStdString();
+        EXPECT_EQ(entry.station, "ПС Узловая");
+        EXPECT_TRUE(entry.fault);
+    }
+}
+
 TEST(Look, ReadsARecordingWithoutAnIniFileOfSeveralRecordersAndSaysWhy)
 {
     const TestDirectory place;

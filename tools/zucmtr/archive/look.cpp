@@ -186,14 +186,25 @@ Entry Failed(const QString& path, catalogue::Kind kind, const char* reason, cons
 
 } // namespace
 
-// The lines of a directory's recordings are read once.
-const LineData& Looker::LinesFor(const QString& ini, const QString& path)
+// The lines of a directory's recordings are read once. A mistake in a file that was found costs the distances
+// alone.
+const LineData& Looker::LinesFor(const QString& ini, Entry& entry)
 {
-    const QString key = ini + QLatin1Char('\n') + QFileInfo(path).path();
+    const QString key = ini + QLatin1Char('\n') + QFileInfo(entry.path).path();
     if (key != linesFor) {
-        lines = LoadLines(reading.lines, ini, path);
+        linesWhy.clear();
+        try {
+            lines = LoadLines(reading.lines, ini, entry.path);
+        } catch (const ConfigurationError& error) {
+            if (!reading.lines.isEmpty())
+                throw;
+            lines = LineData();
+            linesWhy = error.Message();
+        }
         linesFor = key;
     }
+    if (entry.error.isEmpty())
+        entry.error = linesWhy;
     return lines;
 }
 
@@ -227,7 +238,7 @@ void Looker::LookInto(Entry& entry)
         made = Make(entry);
         extent.encoding = QStringLiteral("UTF-8"); // as it was made
     }
-    const LineData& data = LinesFor(made.ini, entry.path);
+    const LineData& data = LinesFor(made.ini, entry);
     const analysis::Oscillogram oscillogram = analysis::Read(made.record, extent);
     Fill(entry, oscillogram, analysis::Summarise(oscillogram, data.lines, data.path));
     if (!isRecord && made.ini.isEmpty())

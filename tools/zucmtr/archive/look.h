@@ -25,20 +25,20 @@ public:
     explicit Looker(Reading reading_) : reading(std::move(reading_)) {}
 
     /// Reads it and looks for what happened. What cannot be read gives an entry that says why, with a reason.
-    /// A recording whose ini file was found but is of no use is read without it: the error says why, and
-    /// there is no reason. Throws ConfigurationError if what the user has chosen or the data of the lines are
-    /// wrong.
+    /// An ini file or a lines.ini that was found but is of no use is left out: the error says why, and there
+    /// is no reason. Throws ConfigurationError if what the user has chosen is wrong.
     catalogue::Entry Look(const QString& path, catalogue::Kind kind);
 
 private:
     void LookInto(catalogue::Entry& entry);
     RecordMaker::Made Make(catalogue::Entry& entry);
-    const LineData& LinesFor(const QString& ini, const QString& path);
+    const LineData& LinesFor(const QString& ini, catalogue::Entry& entry);
 
     const Reading reading;
     RecordMaker maker;
     QString linesFor; // ini file and directory
     LineData lines;
+    QString linesWhy; // there are none: the file is of no use
     QString plainFor; // directory whose ini file is of no use
     QString plainWhy;
 };

@@ -70,9 +70,9 @@ QStringList ComplaintText(const archive::Complaint& complaint)
     if (!complaint.path.isEmpty())
         return archive::WrongLine(complaint.path, complaint.path, complaint.text).split(QLatin1Char('\n'));
     return complaint.text.split(QLatin1Char('\n')) +
-           QStringList{Tr("archive", "until then the recordings beside it are catalogued without it: no "
-                                     "station, and circuits as the recorder names them. With --device, "
-                                     "update that directory alone")};
+           QStringList{Tr("archive", "until that is put right, the recordings beside it are catalogued "
+                                     "without it; the next update reads them again. With --device, update "
+                                     "that directory alone")};
 }
 
 // A mistake in what the user has chosen shows here, not at each recording.

@@ -414,10 +414,6 @@ Examples:
         <translation>Станция, в имени которой это есть, буквы любые; =ИМЯ — имя целиком. Можно повторять, как и --recorder, --circuit, --changed</translation>
     </message>
     <message>
-        <source>until then the recordings beside it are catalogued without it: no station, and circuits as the recorder names them. With --device, update that directory alone</source>
-        <translation>до тех пор осциллограммы рядом с ним вносятся в каталог без него: без станции, присоединения — как их называет регистратор. С ключом --device обновляйте только эту папку</translation>
-    </message>
-    <message>
         <source>nothing was found</source>
         <translation>ничего не найдено</translation>
     </message>
@@ -432,6 +428,10 @@ Examples:
     <message>
         <source>Superfluous copies: %1, %2</source>
         <translation>Лишних копий: %1, %2</translation>
+    </message>
+    <message>
+        <source>until that is put right, the recordings beside it are catalogued without it; the next update reads them again. With --device, update that directory alone</source>
+        <translation>пока это не исправлено, осциллограммы рядом с ним вносятся в каталог без него; следующее обновление прочитает их снова. С ключом --device обновляйте только эту папку</translation>
     </message>
 </context>
 <context>
@@ -481,10 +481,6 @@ Examples:
         <translation>%1: всё соответствует каталогу</translation>
     </message>
     <message>
-        <source>%1: %2 findings</source>
-        <translation>%1: расхождений: %2</translation>
-    </message>
-    <message>
         <source>Hold the catalogue against the files, and against itself</source>
         <translation>Сверить каталог с файлами и проверить его самого</translation>
     </message>
@@ -525,6 +521,10 @@ Example:
     <message>
         <source>it continues a recording, but a file before it is missing</source>
         <translation>это продолжение осциллограммы, но файла перед ним нет</translation>
+    </message>
+    <message>
+        <source>%1; findings: %2</source>
+        <translation>%1; расхождений: %2</translation>
     </message>
 </context>
 <context>
