@@ -54,13 +54,13 @@ def parse(words):
     parser.add_argument("--scenario", nargs="+", choices=SCENARIOS, default=None)
     parser.add_argument("--short", action="store_true")
     parser.add_argument("--seed", default="1")
-    parser.add_argument("--minutes", type=float, default=None, help="of the soak: 15, in the short form 0.2")
+    parser.add_argument("--minutes", type=float, default=None, help="of the soak: 15, in the short form 0.1")
     parser.add_argument("--jobs", type=int, default=min(2, os.cpu_count() or 1))
     parser.add_argument("--place", default=None, help="where the stations are; else in memory, or in TMPDIR")
     parser.add_argument("--all-findings", action="store_true")
     options = parser.parse_args(words)
     if options.minutes is None:
-        options.minutes = 0.2 if options.short else 15
+        options.minutes = 0.1 if options.short else 15
     if options.scenario is None:
         options.scenario = [name for name in SCENARIOS if not (options.short and name in LONG_ONLY)]
     return options

@@ -26,26 +26,34 @@ const char* const FileSettings =
 
 enum class State { Empty, Foreign, Ours };
 
+// Another program may make the catalogue meanwhile, in one transaction: who sees its tables sees its mark as
+// well.
 State StateOfFile(sql::Database& database)
 {
+    const bool isEmpty = database.Number("SELECT count(*) FROM sqlite_master") == 0;
     const qint64 id = database.Number("PRAGMA application_id").value_or(0);
     if (id == ApplicationId)
         return State::Ours;
-    return id == 0 && database.Number("SELECT count(*) FROM sqlite_master") == 0 ? State::Empty
-                                                                                 : State::Foreign;
+    return id == 0 && isEmpty ? State::Empty : State::Foreign;
 }
 
+// By one command, for the same reason: each sees the database as it was when it began.
 State StateOfServer(sql::Database& database)
 {
-    const auto count = [&](const char* condition) {
-        const QString command =
-            QStringLiteral("SELECT count(*) FROM pg_class c WHERE c.relnamespace = (SELECT oid FROM "
-                           "pg_namespace WHERE nspname = current_schema()) AND ");
-        return database.Number(command + QLatin1String(condition)).value_or(0);
-    };
-    if (count("c.relname IN ('catalogue', 'entries', 'pieces', 'channels')") == 4)
+    const auto state = database.Number(
+        "SELECT CASE WHEN count(*) FILTER (WHERE relname IN ('catalogue', 'entries', "
+        "'pieces', 'channels')) = 4 THEN 2 "
+        "WHEN count(*) FILTER (WHERE relkind IN ('r', 'p', 'v', 'm', 'f')) = 0 THEN 0 "
+        "ELSE 1 END FROM pg_class "
+        "WHERE relnamespace = (SELECT oid FROM pg_namespace WHERE nspname = current_schema())");
+    switch (state.value_or(1)) {
+    case 0:
+        return State::Empty;
+    case 2:
         return State::Ours;
-    return count("c.relkind IN ('r', 'p', 'v', 'm', 'f')") == 0 ? State::Empty : State::Foreign;
+    default:
+        return State::Foreign;
+    }
 }
 
 State StateOf(sql::Database& database)

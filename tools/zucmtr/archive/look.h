@@ -6,8 +6,6 @@
 #include "zucmtr/host/linefile.h"
 #include "zucmtr/host/recordsource.h"
 
-#include <utility>
-
 namespace archive {
 
 /// How recordings and records are read.
@@ -22,7 +20,8 @@ struct Reading
 class Looker
 {
 public:
-    explicit Looker(Reading reading_) : reading(std::move(reading_)) {}
+    /// The process then keeps memory that it has given back, up to 256 MB, for the next recording.
+    explicit Looker(Reading reading_);
 
     /// Reads it and looks for what happened. What cannot be read gives an entry that says why, with a reason.
     /// An ini file or a lines.ini that was found but is of no use is left out: the error says why, and there

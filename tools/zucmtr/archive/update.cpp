@@ -153,7 +153,7 @@ private:
                 return;
             }
             Entry entry = looker.Look(found.path, found.kind);
-            const std::vector<Piece> after = PiecesOf(found.path, found.kind);
+            const std::vector<Piece> after = PiecesOf(found.path, found.kind, pieces);
             if (!std::equal(pieces.begin(), pieces.end(), after.begin(), after.end(), catalogue::IsSameState))
                 throw text::Error(Tr("archive", "it changed while it was read; the next update reads it"));
             entry.pieces = std::move(pieces);

@@ -74,7 +74,7 @@ private:
     std::unique_ptr<Loaded> loaded;
     std::unique_ptr<QTemporaryDir> onDisk;
     std::unique_ptr<QTemporaryDir> inMemory;
-    QString place;        // directory of the last record, with links to its recording
+    QString place;        // directory of the last record, with links to its recording; one of these two
     QString completedFor; // directory of the recording
     DeviceChoice asked;   // and the choice before it was completed
     DeviceChoice completed;
@@ -86,7 +86,7 @@ public:
     /// Completes the choice as convert does; if nothing is chosen and no ini file is found, or with isPlain,
     /// a recording is converted without dictionary. Throws SourceError, or ConfigurationError if the choice
     /// does not load.
-    RecordSource(const QString& file, DeviceChoice choice, bool isPlain);
+    RecordSource(const QString& file, const DeviceChoice& choice, bool isPlain);
 
     /// The record's .cfg or .cff, as long as this object lives.
     const QString& Path() const { return path; }

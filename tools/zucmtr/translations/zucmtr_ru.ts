@@ -876,7 +876,7 @@ Example:
     </message>
     <message>
         <source>One JSON object per finding, for programs</source>
-        <translation>Объект JSON на каждую находку, для программ</translation>
+        <translation>Объект JSON на каждое сообщение, для программ</translation>
     </message>
     <message>
         <source>&apos;%1&apos; counts as 0; give the highest number that is there</source>
@@ -1101,7 +1101,7 @@ Example, with the sample station:
     </message>
     <message>
         <source>the rate or its last sample is out of range</source>
-        <translation>частота дискретизации или номер её последней выборки вне допустимых пределов</translation>
+        <translation>частота дискретизации или номер её последнего отсчёта вне допустимых пределов</translation>
     </message>
     <message>
         <source>&apos;%1,%2&apos; should be dd/mm/yyyy,hh:mm:ss.ssssss</source>
@@ -1121,7 +1121,7 @@ Example, with the sample station:
     </message>
     <message>
         <source>%1, record %2: %3</source>
-        <translation>%1, выборка %2: %3</translation>
+        <translation>%1, отсчёт %2: %3</translation>
     </message>
     <message>
         <source>reading fails: %1</source>
@@ -1273,11 +1273,11 @@ Example, with the sample station:
     </message>
     <message>
         <source>last sample</source>
-        <translation>номер последней выборки</translation>
+        <translation>номер последнего отсчёта</translation>
     </message>
     <message>
         <source>start time</source>
-        <translation>время первой выборки</translation>
+        <translation>время первого отсчёта</translation>
     </message>
     <message>
         <source>trigger time</source>
@@ -2946,7 +2946,7 @@ Example, with the sample station:
     </message>
     <message>
         <source>First sample</source>
-        <translation>Первая выборка</translation>
+        <translation>Первый отсчёт</translation>
     </message>
     <message>
         <source>Trigger</source>
@@ -2966,7 +2966,7 @@ Example, with the sample station:
     </message>
     <message>
         <source>Samples</source>
-        <translation>Выборок</translation>
+        <translation>Отсчётов</translation>
     </message>
     <message>
         <source>Channels</source>
@@ -3158,15 +3158,15 @@ Example, with the sample station:
     </message>
     <message>
         <source>not constant, the samples have time stamps</source>
-        <translation>непостоянная, у выборок есть метки времени</translation>
+        <translation>непостоянная, у отсчётов есть метки времени</translation>
     </message>
     <message>
         <source>%1 Hz up to sample %2</source>
-        <translation>%1 Гц до выборки %2</translation>
+        <translation>%1 Гц до отсчёта %2</translation>
     </message>
     <message>
         <source>not constant up to sample %1</source>
-        <translation>непостоянная до выборки %1</translation>
+        <translation>непостоянная до отсчёта %1</translation>
     </message>
     <message>
         <source>Missing</source>
@@ -3198,7 +3198,7 @@ Example, with the sample station:
     </message>
     <message>
         <source>by the durations in the headers of its files, its record will hold %1 of the %2 samples</source>
-        <translation>по длительностям в заголовках файлов в запись войдёт выборок %1 из %2</translation>
+        <translation>по длительностям в заголовках файлов в запись войдёт отсчётов %1 из %2</translation>
     </message>
     <message>
         <source>unknown</source>
@@ -3356,7 +3356,7 @@ Example, with the sample station:
     </message>
     <message>
         <source>the header is damaged: the time of the first sample is out of range</source>
-        <translation>заголовок повреждён: время первой выборки вне допустимых пределов</translation>
+        <translation>заголовок повреждён: время первого отсчёта вне допустимых пределов</translation>
     </message>
     <message>
         <source>the header is damaged: the time of the trigger is out of range</source>
@@ -3404,7 +3404,7 @@ Example, with the sample station:
     </message>
     <message>
         <source>the number of its samples does not fit the size of its data</source>
-        <translation>число выборок не соответствует размеру данных</translation>
+        <translation>число отсчётов не соответствует размеру данных</translation>
     </message>
     <message>
         <source>its compressed data are damaged</source>
@@ -3416,7 +3416,7 @@ Example, with the sample station:
     </message>
     <message>
         <source>the analog channels of &apos;%1&apos; have different numbers of samples</source>
-        <translation>у аналоговых каналов в «%1» разное число выборок</translation>
+        <translation>у аналоговых каналов в «%1» разное число отсчётов</translation>
     </message>
     <message>
         <source>its files have different sampling rates</source>
@@ -3587,6 +3587,10 @@ Example, with the sample station:
     <message>
         <source>started: %1; ended: %2</source>
         <translation>запущены: %1; завершены: %2</translation>
+    </message>
+    <message>
+        <source>the journal&apos;s copy is complete after %1 s</source>
+        <translation>копия состояния дополнена через %1 с</translation>
     </message>
 </context>
 <context>
@@ -4062,7 +4066,7 @@ Example, with the sample station:
     </message>
     <message>
         <source>the recordings would have %1 samples per channel and segment, %2 in all; at most %3 and %4 are made: lower --rate, --seconds, --segments or --analog</source>
-        <translation>в осциллограммах было бы выборок на канал и сегмент %1, всего %2; создаётся не больше %3 и %4: уменьшите --rate, --seconds, --segments или --analog</translation>
+        <translation>в осциллограммах было бы отсчётов на канал и сегмент %1, всего %2; создаётся не больше %3 и %4: уменьшите --rate, --seconds, --segments или --analog</translation>
     </message>
     <message>
         <source>Analog channels, 0 to 4095 (32)</source>
@@ -4074,7 +4078,7 @@ Example, with the sample station:
     </message>
     <message>
         <source>Samples per second, below 10000000 (2400)</source>
-        <translation>Выборок в секунду, меньше 10000000 (2400)</translation>
+        <translation>Отсчётов в секунду, меньше 10000000 (2400)</translation>
     </message>
     <message>
         <source>Length of a segment, below 268 (2)</source>
@@ -4086,11 +4090,11 @@ Example, with the sample station:
     </message>
     <message>
         <source>Compress the samples (the default)</source>
-        <translation>Сжимать выборки (по умолчанию)</translation>
+        <translation>Сжимать отсчёты (по умолчанию)</translation>
     </message>
     <message>
         <source>Store the samples as they are</source>
-        <translation>Хранить выборки как есть</translation>
+        <translation>Хранить отсчёты как есть</translation>
     </message>
     <message>
         <source>Code page of the texts: cp866, cp1251 (cp866)</source>
@@ -5262,11 +5266,11 @@ IEEE C37.111 редакций 1991, 1999 и 2013. Из-за ошибки про�
     </message>
     <message>
         <source>samples per second</source>
-        <translation>выборок в секунду</translation>
+        <translation>отсчётов в секунду</translation>
     </message>
     <message>
         <source>number of the last sample</source>
-        <translation>номер последней выборки</translation>
+        <translation>номер последнего отсчёта</translation>
     </message>
     <message>
         <source>date</source>
@@ -5294,7 +5298,7 @@ IEEE C37.111 редакций 1991, 1999 и 2013. Из-за ошибки про�
     </message>
     <message>
         <source>first sample</source>
-        <translation>первая выборка</translation>
+        <translation>первый отсчёт</translation>
     </message>
     <message>
         <source>trigger</source>
@@ -5314,15 +5318,15 @@ IEEE C37.111 редакций 1991, 1999 и 2013. Из-за ошибки про�
     </message>
     <message>
         <source>&apos;%1&apos; ends after record %2 of %3; free the disk, then convert again</source>
-        <translation>«%1» кончается после выборки %2 из %3; освободите диск и преобразуйте снова</translation>
+        <translation>«%1» кончается после отсчёта %2 из %3; освободите диск и преобразуйте снова</translation>
     </message>
     <message>
         <source>&apos;%1&apos; goes on after record %2, with which the recording ends</source>
-        <translation>«%1» продолжается за выборкой %2, которой кончается осциллограмма</translation>
+        <translation>«%1» продолжается за отсчётом %2, которым кончается осциллограмма</translation>
     </message>
     <message>
         <source>&apos;%1&apos;, record %2</source>
-        <translation>«%1», выборка %2</translation>
+        <translation>«%1», отсчёт %2</translation>
     </message>
     <message>
         <source>, number</source>
@@ -5378,7 +5382,7 @@ IEEE C37.111 редакций 1991, 1999 и 2013. Из-за ошибки про�
     </message>
     <message>
         <source>&apos;%1&apos; has %2 records, but its configuration says %3</source>
-        <translation>в «%1» выборок %2, а в конфигурации %3</translation>
+        <translation>в «%1» отсчётов %2, а в конфигурации %3</translation>
     </message>
     <message>
         <source>the recording cannot be read: %1</source>
@@ -5446,19 +5450,19 @@ IEEE C37.111 редакций 1991, 1999 и 2013. Из-за ошибки про�
     </message>
     <message>
         <source>there are %1 samples, but the configuration says %2</source>
-        <translation>выборок %1, а в конфигурации %2</translation>
+        <translation>отсчётов %1, а в конфигурации %2</translation>
     </message>
     <message>
         <source>there are samples after the last one, number %1</source>
-        <translation>после последней выборки, номер %1, есть ещё</translation>
+        <translation>после последнего отсчёта, номер %1, есть ещё</translation>
     </message>
     <message>
         <source>sample %1 has the number %2</source>
-        <translation>у выборки %1 номер %2</translation>
+        <translation>у отсчёта %1 номер %2</translation>
     </message>
     <message>
         <source>sample %1 has the time %2 µs, the recording %3 µs</source>
-        <translation>у выборки %1 время %2 мкс, в осциллограмме %3 мкс</translation>
+        <translation>у отсчёта %1 время %2 мкс, в осциллограмме %3 мкс</translation>
     </message>
     <message>
         <source>%1: no channel of the recording has its samples</source>
@@ -5466,7 +5470,7 @@ IEEE C37.111 редакций 1991, 1999 и 2013. Из-за ошибки про�
     </message>
     <message>
         <source>%1: %2 of %3 values differ; sample %4 (%5 s) is %6 and should be %7</source>
-        <translation>%1: различаются значения: %2 из %3; в выборке %4 (%5 с) %6, должно быть %7</translation>
+        <translation>%1: различаются значения: %2 из %3; в отсчёте %4 (%5 с) %6, должно быть %7</translation>
     </message>
     <message>
         <source>%1: the record says &apos;%2&apos;, the ini file makes it &apos;%3&apos;</source>
@@ -5474,15 +5478,15 @@ IEEE C37.111 редакций 1991, 1999 и 2013. Из-за ошибки про�
     </message>
     <message>
         <source>sample %1 has the number %2 in place of %3</source>
-        <translation>у выборки %1 номер %2 вместо %3</translation>
+        <translation>у отсчёта %1 номер %2 вместо %3</translation>
     </message>
     <message>
         <source>sample %1 has the time %2; by the rates it should be %3</source>
-        <translation>у выборки %1 время %2; по частоте дискретизации должно быть %3</translation>
+        <translation>у отсчёта %1 время %2; по частоте дискретизации должно быть %3</translation>
     </message>
     <message>
         <source>analog channel %1 (%2) has values beyond its limits %3 and %4: %5, the first is %6 in sample %7</source>
-        <translation>у аналогового канала %1 (%2) значения вне пределов %3 и %4: %5, первое — %6 в выборке %7</translation>
+        <translation>у аналогового канала %1 (%2) значения вне пределов %3 и %4: %5, первое — %6 в отсчёте %7</translation>
     </message>
     <message>
         <source>%1 bytes follow the data</source>
@@ -5525,7 +5529,7 @@ IEEE C37.111 редакций 1991, 1999 и 2013. Из-за ошибки про�
     </message>
     <message>
         <source>%1 samples, %2 + %3 channels</source>
-        <translation>выборок %1, каналов %2 + %3</translation>
+        <translation>отсчётов %1, каналов %2 + %3</translation>
     </message>
     <message>
         <source>wrong</source>
@@ -5537,7 +5541,7 @@ IEEE C37.111 редакций 1991, 1999 и 2013. Из-за ошибки про�
     </message>
     <message>
         <source>samples %1 to %2 of %3</source>
-        <translation>выборки с %1 по %2 из %3</translation>
+        <translation>отсчёты с %1 по %2 из %3</translation>
     </message>
     <message>
         <source>, one in %1</source>
@@ -5596,7 +5600,7 @@ Example, with the sample station:
   zucmtr verify station/Vostochnaya_000123.ZU station/comtrade/*120000*.cfg</source>
         <translation>Запись и осциллограмма: с ini-файлом регистратора сравнивается каждый байт, как в «zucmtr convert», в том виде,
 который у записи. Без него, а также для записей «zucmtr export» и сделанных с другими параметрами — каждый отсчёт,
-состояние и время; в строке сказано, что сравнивалось. В записи может быть только часть выборок и каналов.
+состояние и время; в строке сказано, что сравнивалось. В записи может быть только часть отсчётов и каналов.
 Запись сама по себе: всё читается, отсчёты, номера, времена, пределы и файлы записи согласуются между собой.
 Соответствие стандарту не проверяется: для этого «zucmtr validate».
 
@@ -5649,7 +5653,7 @@ Example, with the sample station:
     <name>view</name>
     <message>
         <source>%1: the page holds %2 of %3 samples around the trigger; --window SECONDS chooses how many, --full takes all</source>
-        <translation>%1: на странице выборок вокруг пуска %2 из %3; сколько их, выбирает --window SECONDS, --full берёт все</translation>
+        <translation>%1: на странице отсчётов вокруг пуска %2 из %3; сколько их, выбирает --window SECONDS, --full берёт все</translation>
     </message>
     <message>
         <source>Write an overview as an SVG picture; without -o no page</source>
@@ -5665,7 +5669,7 @@ Example, with the sample station:
     </message>
     <message>
         <source>Hold all samples, however large the page becomes</source>
-        <translation>Все выборки, как бы велика ни стала страница</translation>
+        <translation>Все отсчёты, как бы велика ни стала страница</translation>
     </message>
     <message>
         <source>Take no ini file: names as in the recording, a report without the values of circuits</source>
@@ -5747,7 +5751,7 @@ Example, with the sample station:
         <translation>ФАЙЛ — первый файл осциллограммы (.ZU, продолжения рядом с ним) или запись COMTRADE (.cfg или .cff).
 Страница — один файл HTML, в котором есть всё: пересылайте, храните, открывайте без сети.
 Осциллограмме не нужен ini-файл; с ним имена и присоединения те же, что в преобразованной записи.
-Сверх 64 МБ выборок на странице окно вокруг пуска, и она об этом говорит.
+Сверх 64 МБ отсчётов на странице окно вокруг пуска, и она об этом говорит.
 
 ВТОРОЙ — с другого конца линии, с другого регистратора или более ранний, любого производителя. Он
 накладывается на ФАЙЛ по дате и времени, по UTC, если в обеих записях есть часовой пояс; на странице его
@@ -6087,6 +6091,18 @@ SIGTERM и Ctrl-C завершают работу после начатой ос
     <message>
         <source>The file of --status is never older than this, unless the program hangs. Default: 15</source>
         <translation>Файл --status не бывает старше стольких секунд, если программа не зависла. По умолчанию 15</translation>
+    </message>
+    <message>
+        <source>the process that writes it has ended (signal %1)</source>
+        <translation>процесс, который её записывает, завершился (сигнал %1)</translation>
+    </message>
+    <message>
+        <source>the process that writes it has ended</source>
+        <translation>процесс, который её записывает, завершился</translation>
+    </message>
+    <message>
+        <source>the journal&apos;s copy is not written: %1; the work goes on, and the copy follows</source>
+        <translation>копия состояния не записывается: %1; работа продолжается, копия будет дополнена</translation>
     </message>
 </context>
 <context>
