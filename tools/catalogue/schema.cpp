@@ -25,9 +25,9 @@ CREATE TABLE entries ( -- a recording or a record, also one that could not be re
     looked TEXT NOT NULL,         -- when it was read, in UTC
     gone TEXT,                    -- when it was not there any more, in UTC; NULL: it is there
     reason TEXT,                  -- why it could not be read: a word for programs; NULL: it could
-    error TEXT,                   -- the same for people
-    station TEXT NOT NULL,        -- empty: it could not be read
-    recorder TEXT NOT NULL,       -- its name or number; empty: it could not be read
+    error TEXT,                   -- the same for people; without a reason: why it was read without its ini file or lines.ini
+    station TEXT NOT NULL,        -- empty: it could not be read, or has no ini file that says it
+    recorder TEXT NOT NULL,       -- its name or number; empty: it could not be read, or does not say
     start_time TEXT,              -- of the first sample, ISO 8601, with the offset from UTC if it is known
     trigger_time TEXT,            -- of the trigger, in the same form
     utc_offset INTEGER,           -- minutes; NULL: not known

@@ -130,8 +130,11 @@ void ListInto(const QString& directory, Listing& listing)
     const QSet<QString> all(names.files.begin(), names.files.end());
     for (const QString& name : qAsConst(names.files)) {
         const bool isRecord = comtrade::IsRecordFile(name);
-        if (!isRecord && !zu::IsFirstFileName(name))
+        if (!isRecord && !zu::IsFirstFileName(name)) {
+            if (!zu::FirstFileOf(name).isEmpty())
+                listing.continuations << directory + QLatin1Char('/') + name;
             continue;
+        }
         const Kind kind = isRecord ? Kind::Record : Kind::Recording;
         Found found{kind, directory + QLatin1Char('/') + name, StatesOf(directory, NamesOf(name, kind, all))};
         if (!found.pieces.empty())

@@ -26,6 +26,8 @@ struct Unlisted
 struct Listing
 {
     std::vector<Found> found; ///< by path
+    QStringList
+        continuations; ///< paths of all files with the name of a continuation, of a recording or astray
     std::vector<Unlisted> unlisted;
 };
 

@@ -203,7 +203,7 @@ unsigned int RecordMaker::Load(const QString& file, DeviceChoice choice)
     const QFileInfo info(choice.ini);
     const QString key =
         choice.ini.isEmpty()
-            ? file
+            ? QString()
             : QStringList{choice.ini, choice.defaults, choice.device, QString::number(info.size()),
                           QString::number(info.lastModified().toMSecsSinceEpoch())}
                   .join(QLatin1Char('\n'));

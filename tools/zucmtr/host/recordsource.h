@@ -54,8 +54,10 @@ public:
     RecordMaker(const RecordMaker&) = delete;
     RecordMaker& operator=(const RecordMaker&) = delete;
 
-    /// The choice is completed as ChoiceForReading does. The record is there until the next call and as long
-    /// as this object lives. Throws SourceError, or ConfigurationError if the choice does not load.
+    /// The choice is completed as ChoiceForReading does. Recordings without an ini file share one that is
+    /// made up: their records have the name of the first of them as their station. The record is there until
+    /// the next call and as long as this object lives. Throws SourceError, or ConfigurationError if the
+    /// choice does not load.
     Made Make(const QString& file, const DeviceChoice& choice, bool isPlain);
 
     /// Ends the Host; the last record stays.

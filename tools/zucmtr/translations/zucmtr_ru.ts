@@ -24,10 +24,6 @@
         <translation>«%1» — не каталог</translation>
     </message>
     <message>
-        <source>%1 read (%2 of them cannot be), %3 moved, %4 gone, %5 unchanged</source>
-        <translation>прочитано: %1 (из них не читаются: %2), перемещено: %3, исчезло: %4, без изменений: %5</translation>
-    </message>
-    <message>
         <source>Write what is new, changed, moved or gone into the catalogue</source>
         <translation>Внести в каталог новое, изменённое, перемещённое и исчезнувшее</translation>
     </message>
@@ -258,10 +254,6 @@ Examples:
         <translation>Осциллограмм: %1, записей: %2; не читаются: %3, исчезли: %4</translation>
     </message>
     <message>
-        <source>Bytes: %1</source>
-        <translation>Байтов: %1</translation>
-    </message>
-    <message>
         <source>Triggered from %1 to %2</source>
         <translation>Пуски с %1 по %2</translation>
     </message>
@@ -288,10 +280,6 @@ Examples:
     <message>
         <source>Recorders without a recording since %1</source>
         <translation>Регистраторы без осциллограмм с %1</translation>
-    </message>
-    <message>
-        <source>Superfluous copies: %1, bytes: %2</source>
-        <translation>Лишних копий: %1, байтов: %2</translation>
     </message>
     <message>
         <source>none</source>
@@ -425,6 +413,26 @@ Examples:
         <source>Of a station with this in its name, in capital or small letters; =NAME for the whole name. May be repeated, as --recorder, --circuit and --changed</source>
         <translation>Станция, в имени которой это есть, буквы любые; =ИМЯ — имя целиком. Можно повторять, как и --recorder, --circuit, --changed</translation>
     </message>
+    <message>
+        <source>nothing was found</source>
+        <translation>ничего не найдено</translation>
+    </message>
+    <message>
+        <source>%1 read (%2 unreadable), %3 moved, %4 gone, %5 unchanged</source>
+        <translation>прочитано: %1 (не удалось прочитать: %2), перемещено: %3, исчезло: %4, без изменений: %5</translation>
+    </message>
+    <message>
+        <source>In all %1</source>
+        <translation>Всего %1</translation>
+    </message>
+    <message>
+        <source>Superfluous copies: %1, %2</source>
+        <translation>Лишних копий: %1, %2</translation>
+    </message>
+    <message>
+        <source>until that is put right, the recordings beside it are catalogued without it; the next update reads them again. With --device, update that directory alone</source>
+        <translation>пока это не исправлено, осциллограммы рядом с ним вносятся в каталог без него; следующее обновление прочитает их снова. С ключом --device обновляйте только эту папку</translation>
+    </message>
 </context>
 <context>
     <name>archive check</name>
@@ -473,10 +481,6 @@ Examples:
         <translation>%1: всё соответствует каталогу</translation>
     </message>
     <message>
-        <source>%1: %2 findings</source>
-        <translation>%1: расхождений: %2</translation>
-    </message>
-    <message>
         <source>Hold the catalogue against the files, and against itself</source>
         <translation>Сверить каталог с файлами и проверить его самого</translation>
     </message>
@@ -513,6 +517,14 @@ Example:
 
 Пример:
   zucmtr archive check --fast recordings</translation>
+    </message>
+    <message>
+        <source>it continues a recording, but a file before it is missing</source>
+        <translation>это продолжение осциллограммы, но файла перед ним нет</translation>
+    </message>
+    <message>
+        <source>%1; findings: %2</source>
+        <translation>%1; расхождений: %2</translation>
     </message>
 </context>
 <context>
@@ -4177,38 +4189,50 @@ Example, with the sample station:
         <translation>%1 — только для моделируемого замыкания; дайте и --fault %2</translation>
     </message>
     <message>
-        <source>The station is a substation of 220/110 kV with a short circuit on a line. There is one recording for each
-kind of start, and the ini file ZuDrv.ini. The same options give the same bytes everywhere. The files
-written are listed; the last line is the command that converts them.
-
-A simulated fault (--fault AG to ABC, --random-fault) is on a line between two sources whose data
-are in lines.ini; a file .truth.json beside each recording says where the fault is, and all else
-that an analysis should find.
-
-Examples:
-  zucmtr sample --out station --fault three --segments 2
-  zucmtr sample --out faults --fault BCG --distance 70 --resistance 5 --reclose fault
-  zucmtr sample --out random --random-fault 1-20</source>
-        <translation>Станция — подстанция 220/110 кВ с коротким замыканием на линии. Для каждого вида пуска есть осциллограмма,
-а также ini-файл ZuDrv.ini. Одинаковые ключи везде дают одинаковые байты. Записанные файлы перечисляются;
-последняя строка — команда, которая их преобразует.
-
-Моделируемое замыкание (--fault от AG до ABC, --random-fault) происходит на линии между двумя источниками;
-её параметры — в файле lines.ini. Рядом с каждой осциллограммой файл .truth.json: где замыкание и что ещё
-должен найти анализ.
-
-Примеры:
-  zucmtr sample --out station --fault three --segments 2
-  zucmtr sample --out faults --fault BCG --distance 70 --resistance 5 --reclose fault
-  zucmtr sample --out random --random-fault 1-20</translation>
-    </message>
-    <message>
         <source>%1 draws everything and goes without %2; leave one out</source>
         <translation>%1 выбирает всё случайно и с %2 не сочетается; уберите один из них</translation>
     </message>
     <message>
         <source>Fault on the line: single, two, three, none (single); simulated: AG to ABC</source>
         <translation>Замыкание на линии: single, two, three, none (single); моделируемое: от AG до ABC</translation>
+    </message>
+    <message>
+        <source>Simulate an archive of N recordings, 10 to 100000: a year of the recorders of four substations</source>
+        <translation>Смоделировать архив из N осциллограмм, от 10 до 100000: год работы регистраторов четырёх подстанций</translation>
+    </message>
+    <message>
+        <source>The station is a substation of 220/110 kV with a short circuit on a line. There is one recording for each
+kind of start, and the ini file ZuDrv.ini. The same options give the same bytes everywhere. The files
+written are listed; the last line is the command that converts them.
+
+A simulated fault (--fault AG to ABC, --random-fault) is on a line between two sources whose data
+are in lines.ini; a file .truth.json beside each recording says where the fault is, and all else
+that an analysis should find. An archive (--archive) has a directory for each recorder, with the same
+files; the last line is the command that catalogues it.
+
+Examples:
+  zucmtr sample --out station --fault three --segments 2
+  zucmtr sample --out faults --fault BCG --distance 70 --resistance 5 --reclose fault
+  zucmtr sample --out random --random-fault 1-20
+  zucmtr sample --out recordings --archive 20</source>
+        <translation>Станция — подстанция 220/110 кВ с коротким замыканием на линии. Для каждого вида пуска есть осциллограмма,
+а также ini-файл ZuDrv.ini. Одинаковые ключи везде дают одинаковые байты. Записанные файлы перечисляются;
+последняя строка — команда, которая их преобразует.
+
+Моделируемое замыкание (--fault от AG до ABC, --random-fault) происходит на линии между двумя источниками;
+её параметры — в файле lines.ini. Рядом с каждой осциллограммой файл .truth.json: где замыкание и что ещё
+должен найти анализ. В архиве (--archive) у каждого регистратора каталог с такими же файлами; последняя
+строка — команда, которая составляет каталог архива.
+
+Примеры:
+  zucmtr sample --out station --fault three --segments 2
+  zucmtr sample --out faults --fault BCG --distance 70 --resistance 5 --reclose fault
+  zucmtr sample --out random --random-fault 1-20
+  zucmtr sample --out recordings --archive 20</translation>
+    </message>
+    <message>
+        <source>%1, recordings: %2</source>
+        <translation>%1, осциллограмм: %2</translation>
     </message>
 </context>
 <context>
