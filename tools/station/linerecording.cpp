@@ -136,6 +136,7 @@ std::vector<NamedFile> MakeLineFiles(const LineScenario& scenario)
                                                 ? CutIntoSegments(recording, scenario.segmentSamples)
                                                 : std::vector<Recording>{recording};
     std::vector<NamedFile> files;
+    files.reserve(segments.size() + 1);
     for (const Recording& segment : segments)
         files.push_back(
             {zu::ContinuationName(first, static_cast<int>(files.size())), recorderfile::Encode(segment)});

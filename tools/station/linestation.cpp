@@ -70,6 +70,7 @@ const std::vector<StationLine>& CatalogueLines()
 {
     static const std::vector<StationLine> lines = [] {
         std::vector<StationLine> all;
+        all.reserve(CatalogueSize);
         for (int index = 0; index < CatalogueSize; ++index)
             all.push_back(CatalogueLine(index));
         return all;
