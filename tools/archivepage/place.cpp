@@ -136,7 +136,7 @@ QByteArray Place::IndexThere() const
 
 QString Place::Put(const QByteArray& kind, const QByteArray& content)
 {
-    const QString name = QString::fromLatin1(kind + '-' + Fingerprint(content));
+    QString name = QString::fromLatin1(kind + '-' + Fingerprint(content));
     const QString path = directory + DataFolder + QLatin1Char('/') + name + QStringLiteral(".js");
     if (QFileInfo(path).size() == content.size() && ContentOf(path) == content)
         return name;

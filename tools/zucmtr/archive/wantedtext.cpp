@@ -65,7 +65,7 @@ QDateTime Calendar(const QRegularExpressionMatch& match, End end)
     const auto has = [&](int i) { return !match.captured(i).isEmpty(); };
     const QTime time(part(4), part(5), part(6),
                      match.captured(7).leftJustified(3, QLatin1Char('0'), true).toInt());
-    const QDateTime moment(QDate(part(1), has(2) ? part(2) : 1, has(3) ? part(3) : 1), time, Qt::UTC);
+    QDateTime moment(QDate(part(1), has(2) ? part(2) : 1, has(3) ? part(3) : 1), time, Qt::UTC);
     if (!time.isValid() || !moment.isValid())
         return QDateTime();
     if (end == End::First)
