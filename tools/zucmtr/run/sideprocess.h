@@ -36,7 +36,7 @@ public:
     /// Sends a message; the answer to the one before has to be heard first. False if the process has ended.
     bool Ask(const QByteArray& message) const;
 
-    /// Waits for the answer.
+    /// Waits for the answer. False if the process has ended.
     bool Hear(QByteArray& answer) const;
 
     /// Can be read when there is an answer.

@@ -23,6 +23,7 @@ enum class Request : quint8 {
     News  ///< these have changed
 };
 
+/// The message that asks for it, with what All and News need.
 QByteArray Packed(Request request, const WatchJournal::Contents& contents = {});
 
 /// Answers each request with why it could not be done, in UTF-8; empty: it is done, and on the disk. After a
