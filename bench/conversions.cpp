@@ -37,6 +37,7 @@ const Row rows[] = {
     {"reading", bench::MeasureReading},
     {"export", bench::MeasureExport},
     {"decoding-sets", bench::MeasureDecodingBySets},
+    {"turning-sets", bench::MeasureTurning},
 };
 
 std::vector<std::string> RowNames()

@@ -1,9 +1,8 @@
 // The decoder at each width code, in memory: the one for this processor, and those for older ones.
 #include "deltadata.h"
 #include "measure.h"
+#include "processors.h"
 #include "rows.h"
-
-#include <hwy/targets.h>
 
 #include <cstring>
 #include <stdexcept>
@@ -73,22 +72,6 @@ std::vector<Times> MeasureWidths(const bench::Settings& settings, const zu::Item
     return all;
 }
 
-// One instruction set for a processor to have.
-struct Processor
-{
-    const char* name;
-    int64_t targets; // of Highway
-    double target;   // ratio to memcpy; 0 for none
-};
-
-constexpr Processor Processors[] = {
-#if HWY_ARCH_X86
-    {"AVX2", HWY_AVX2 | HWY_SSE4 | HWY_SSSE3, 6},
-    {"SSE4", HWY_SSE4 | HWY_SSSE3, 8}, // the code is that of SSSE3
-    {"SSSE3", HWY_SSSE3, 8},
-#endif
-    {"portable", 0, 0}};
-
 } // namespace
 
 void bench::MeasureDecoding(const Settings& settings, Report& report)
@@ -107,13 +90,8 @@ void bench::MeasureDecoding(const Settings& settings, Report& report)
 
 void bench::MeasureDecodingBySets(const Settings& settings, Report& report)
 {
-    for (const Processor& processor : Processors) {
-        hwy::DisableTargets(~processor.targets);
-        const int64_t targets = hwy::SupportedTargets() & processor.targets;
-        hwy::DisableTargets(0);
-        if (targets != processor.targets)
-            continue; // this machine lacks it
-        const std::vector<Times> all = MeasureWidths(settings, zu::ItemDecodersFor(targets));
+    for (const Processor& processor : OlderProcessors()) {
+        const std::vector<Times> all = MeasureWidths(settings, zu::ItemDecodersFor(processor.targets));
         for (int code = 1; code <= 15; ++code) {
             const Times& times = all[static_cast<size_t>(code - 1)];
             const double ratio = times.decoding.Seconds() / times.copying.Seconds();
@@ -121,8 +99,8 @@ void bench::MeasureDecodingBySets(const Settings& settings, Report& report)
                 std::string("decoding, ") + processor.name + ", width code " + std::to_string(code);
             const std::string limit = "memcpy " + TimeText(times.copying.Seconds());
             const std::string measured = TimeText(times.decoding.Seconds());
-            if (processor.target > 0)
-                report.AtMost(processor.target, ratio, workload, limit, measured);
+            if (processor.targets != 0)
+                report.AtMost(8, ratio, workload, limit, measured);
             else
                 report.Ratio(ratio, workload, limit, measured);
         }

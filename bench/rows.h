@@ -28,6 +28,9 @@ void MeasureDecoding(const Settings& settings, Report& report);
 /// The same with the instruction sets cut down to those of older processors.
 void MeasureDecodingBySets(const Settings& settings, Report& report);
 
+/// Columns of codes turned into rows against memcpy, likewise.
+void MeasureTurning(const Settings& settings, Report& report);
+
 /// Many small recordings through one device against the same traffic in plain C.
 void MeasureTypical(const Settings& settings, Report& report);
 

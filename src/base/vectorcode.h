@@ -9,8 +9,8 @@
 #error "include base/vectorcode.h before the headers of Highway"
 #endif
 
-// SSE4 and AVX-512 would not be faster than SSSE3 and AVX2 (docs/performance.md). Scalar and emulated vectors
-// are Highway's stand-ins for processors without any of these, one of which has to stay.
+// SSE4 is no faster here than SSSE3, and AVX-512 hardly than AVX2 (docs/performance.md). Scalar and emulated
+// vectors are Highway's stand-ins for processors without any of these, one of which has to stay.
 #define HWY_DISABLED_TARGETS                                                                                 \
     (~(HWY_SCALAR | HWY_EMU128 | HWY_SSSE3 | HWY_AVX2 | HWY_NEON | ZU_NEON_WITHOUT_AES))
 #ifndef __x86_64__
@@ -33,3 +33,27 @@
 
 // Whether the code that is being compiled has vectors at all.
 #define ZU_HAS_VECTORS (HWY_TARGET != HWY_SCALAR && HWY_TARGET != HWY_EMU128)
+
+// ZU_BEST_OF(name, targets, portable): the function or variable of this name, in the innermost namespace of
+// each instruction set, that is compiled for the best of the targets; portable if it is for none of them.
+#define ZU_BEST_OF(name, targets, portable)                                                                  \
+    ZU_IF_AVX2(name, targets, ZU_IF_SSSE3(name, targets, ZU_IF_NEON(name, targets, portable)))
+
+#if HWY_TARGETS & HWY_AVX2
+#define ZU_IF_AVX2(name, targets, rest) (((targets)&HWY_AVX2) != 0 ? N_AVX2::name : (rest))
+#else
+#define ZU_IF_AVX2(name, targets, rest) (rest)
+#endif
+#if HWY_TARGETS & HWY_SSSE3
+#define ZU_IF_SSSE3(name, targets, rest) (((targets)&HWY_SSSE3) != 0 ? N_SSSE3::name : (rest))
+#else
+#define ZU_IF_SSSE3(name, targets, rest) (rest)
+#endif
+#if HWY_TARGETS & HWY_NEON
+#define ZU_IF_NEON(name, targets, rest) (((targets)&HWY_NEON) != 0 ? N_NEON::name : (rest))
+#elif HWY_TARGETS & ZU_NEON_WITHOUT_AES
+#define ZU_IF_NEON(name, targets, rest)                                                                      \
+    (((targets)&ZU_NEON_WITHOUT_AES) != 0 ? N_NEON_WITHOUT_AES::name : (rest))
+#else
+#define ZU_IF_NEON(name, targets, rest) (static_cast<void>(targets), rest)
+#endif

@@ -148,23 +148,6 @@ HWY_AFTER_NAMESPACE();
 #if HWY_ONCE
 const zu::ItemDecoderTable& zu::ItemDecodersFor(VectorTargets targets)
 {
-#if HWY_TARGETS & HWY_AVX2
-    if ((targets & HWY_AVX2) != 0)
-        return N_AVX2::Decoders;
-#endif
-#if HWY_TARGETS & HWY_SSSE3
-    if ((targets & HWY_SSSE3) != 0)
-        return N_SSSE3::Decoders;
-#endif
-#if HWY_TARGETS & HWY_NEON
-    if ((targets & HWY_NEON) != 0)
-        return N_NEON::Decoders;
-#endif
-#if HWY_TARGETS & ZU_NEON_WITHOUT_AES
-    if ((targets & ZU_NEON_WITHOUT_AES) != 0)
-        return N_NEON_WITHOUT_AES::Decoders;
-#endif
-    static_cast<void>(targets); // a compiler may have been told to support one set only, or there are none
-    return PortableItemDecoders;
+    return ZU_BEST_OF(Decoders, targets, PortableItemDecoders);
 }
 #endif
