@@ -3,7 +3,7 @@
 #
 #   ./test.sh              plain build, address and undefined-behaviour sanitizers, fuzzers (30 s each), format,
 #                          shell scripts, lint of what changed
-#   ./test.sh --all        the thread sanitizer as well, and clang-tidy over all files
+#   ./test.sh --all        the thread sanitizer and the fleet of machines as well, and clang-tidy over all files
 #   ./test.sh --plain      the plain build and its tests alone
 #   ./test.sh --coverage   tests with coverage of src/, printed as a table
 set -eu
@@ -53,6 +53,8 @@ fuzz/run.sh 30
 scripts/update-translations.sh --check
 if [ $mode = all ]; then
     build_and_test tsan
+    printf '\n== fleet\n'
+    scripts/check-fleet.sh
     scripts/lint.sh
 else
     scripts/lint.sh --changed

@@ -1,6 +1,6 @@
 #!/bin/sh
 # Installs what the given jobs need from Debian's packages; does nothing if all of it is there.
-#   scripts/install-packages.sh [build] [test] [python] [view] [lint] [fuzz] [bench] [coverage]
+#   scripts/install-packages.sh [build] [test] [python] [view] [lint] [fuzz] [bench] [coverage] [fleet]
 set -eu
 
 packages=
@@ -14,8 +14,9 @@ for job in "${@:-build}"; do
     fuzz) packages="$packages clang libclang-rt-14-dev" ;;
     bench) packages="$packages libbenchmark-dev" ;;
     coverage) packages="$packages gcovr" ;;
+    fleet) packages="$packages iproute2 munge openssh-client openssh-server openssl parallel slurm-client slurmctld slurmd" ;;
     *)
-        echo "install-packages.sh: no such job: $job (build, test, python, view, lint, fuzz, bench, coverage)" >&2
+        echo "install-packages.sh: no such job: $job (build, test, python, view, lint, fuzz, bench, coverage, fleet)" >&2
         exit 2
         ;;
     esac
@@ -35,6 +36,14 @@ if [ "$(id -u)" -ne 0 ]; then
     as_root=sudo
 fi
 echo "Installing: $*"
+# The tests start servers of their own: none of the packages is to start one on this machine.
+policy=/usr/sbin/policy-rc.d
+if [ ! -e "$policy" ]; then
+    trap '$as_root rm -f "$policy"' EXIT
+    trap 'exit 130' INT TERM
+    # shellcheck disable=SC2016
+    $as_root sh -c 'printf "#!/bin/sh\nexit 101\n" >"$1" && chmod 755 "$1"' sh "$policy"
+fi
 $as_root dpkg --configure -a # what an interrupted run has left
 $as_root apt-get update -qq
 $as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "$@" >/dev/null

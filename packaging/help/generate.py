@@ -1,7 +1,8 @@
 #!/usr/bin/env python3
 """Makes the manual pages and shell completions of zucmtr from the program's own description of its commands.
 
-generate.py PROGRAM VERSION DATE DIRECTORY: into man/, bash/ and zsh/ of the directory, which are made anew.
+generate.py PROGRAM VERSION DATE DIRECTORY: into man/, bash/ and zsh/ of the directory, which are made anew. The manual
+pages are there in English and in Russian, as `man` finds them where MANPATH names man/.
 """
 
 import gzip
@@ -20,22 +21,27 @@ TEMPLATES = pathlib.Path(__file__).parent
 
 
 def main(program, version, date, directory):
-    root = read_commands(program)
+    files = {}
+    for language in manpages.LANGUAGES:
+        root = read_commands(program, language.locale)
+        for command in all_commands(root):
+            name = f"man/{language.directory}/{manpages.page_name(command)}.1.gz"
+            files[name] = _compressed(manpages.man_page(command, root, version, date, language))
+    root = read_commands(program, manpages.ENGLISH.locale)
     commands = list(all_commands(root))
-    files = {"man/%s.1.gz" % manpages.page_name(command): _compressed(manpages.man_page(command, root, version, date))
-             for command in commands}
     files["bash/zucmtr"] = _filled("zucmtr.bash.in", "@TABLES@", completions.bash_tables(commands))
     files["zsh/_zucmtr"] = _filled("zucmtr.zsh.in", "@FUNCTIONS@", completions.zsh_functions(root))
     for name in ("man", "bash", "zsh"):
         shutil.rmtree(directory / name, ignore_errors=True)
-        (directory / name).mkdir(parents=True)
     for name, content in files.items():
+        (directory / name).parent.mkdir(parents=True, exist_ok=True)
         (directory / name).write_bytes(content)
 
 
-def read_commands(program):
-    """The program and its commands, with the names of tools/zucmtr/terminal/helpdump.h as attributes, in English."""
-    environment = dict(os.environ, LC_ALL="C.UTF-8", LANGUAGE="")
+def read_commands(program, locale):
+    """The program and its commands, with the names of tools/zucmtr/terminal/helpdump.h as attributes, in the language
+    of a locale. The program finds its texts by the locale's name, so that it need not be installed."""
+    environment = dict(os.environ, LC_ALL=locale, LANGUAGE="")
     result = subprocess.run([program, "help", "--dump-json"], env=environment, stdout=subprocess.PIPE, timeout=60,
                             check=True)
     return json.loads(result.stdout, object_hook=lambda keys: SimpleNamespace(**keys))

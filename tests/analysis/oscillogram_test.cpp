@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <random>
 
 namespace {
 
@@ -65,6 +66,25 @@ TEST(States, KeepOneBitPerSampleAndKnowTheChanges)
     EXPECT_EQ(states.ChangePositions(), (std::vector<qint32>{7, 8, 9}));
     EXPECT_EQ(states.Changes(), 3);
     EXPECT_EQ(states.Bits(), (std::vector<quint8>{0x80, 0xfe, 0x0f}));
+}
+
+TEST(States, ChangesAreFoundWhereverTheyAre)
+{
+    std::mt19937 random(3);
+    for (int round = 0; round < 200; ++round) {
+        analysis::States states;
+        std::vector<qint32> truth;
+        bool state = random() % 2 == 0;
+        while (states.Size() < 300) {
+            states.Add(state, 1 + random() % (round % 2 == 0 ? 3 : 90));
+            truth.push_back(static_cast<qint32>(states.Size()));
+            state = !state;
+        }
+        truth.pop_back();
+        EXPECT_EQ(states.ChangePositions(), truth);
+        EXPECT_EQ(states.NextChange(1), truth.empty() ? states.Size() : static_cast<size_t>(truth[0]));
+        EXPECT_EQ(states.NextChange(states.Size()), states.Size());
+    }
 }
 
 TEST(States, AddedTogetherAreThoseAddedOneByOne)

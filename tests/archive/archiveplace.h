@@ -30,14 +30,16 @@ public:
     archive::UpdateCounts Update(size_t processes = 1)
     {
         complaints.clear();
+        all.clear();
         archive::UpdateOrder order;
         order.catalogue = Address();
         order.directories = QStringList{Path()};
         order.processes = processes;
         const QDir root(Path());
         return archive::Update(order, {[](size_t, size_t) {}, [] { return false; },
-                                       [&](const QString& path, const QString& text) {
-                                           complaints[root.relativeFilePath(path)] = text;
+                                       [&](const archive::Complaint& complaint) {
+                                           all << complaint.text;
+                                           complaints[root.relativeFilePath(complaint.path)] = complaint.text;
                                        }});
     }
 
@@ -59,6 +61,7 @@ public:
     QStringList Gone() const { return Rows("SELECT path FROM entries WHERE gone IS NOT NULL ORDER BY path"); }
 
     std::map<QString, QString> complaints;
+    QStringList all; // texts of the complaints
 };
 
 namespace archive {

@@ -74,6 +74,20 @@ TEST(Check, FindsNothingAfterAnUpdate)
     EXPECT_EQ(place.counts.findings, 0);
 }
 
+TEST(Check, FindsContinuationsThatBelongToNoRecordingAsAFileBeforeThemIsMissing)
+{
+    Checked place;
+    place.Record("whole.ZU", 5);
+    place.Record("whole.Z01", 5);
+    place.Record("torn.ZU", 6);
+    place.Record("torn.Z02", 6);
+    place.Record("below/lost.Z01", 7);
+    place.Write("below/plan.Z99", "no continuation's name");
+    place.Update();
+    EXPECT_EQ(place.Findings(), QStringList({"notCatalogued below/lost.Z01", "notCatalogued torn.Z02"}));
+    EXPECT_EQ(place.Findings(true, place.Path("below")), QStringList{"notCatalogued below/lost.Z01"});
+}
+
 TEST(Check, FindsWhatHasChangedSince)
 {
     Checked place;

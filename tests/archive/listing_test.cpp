@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <functional>
 #include <unistd.h>
 
 namespace {
@@ -69,6 +71,46 @@ TEST(Listing, KnowsTheFilesOfOneOfThem)
     EXPECT_EQ(pieces[0].name, "a.Z01");
     EXPECT_EQ(pieces[0].size, 2);
     EXPECT_TRUE(archive::PiecesOf(place.Path("b.ZU"), catalogue::Kind::Recording).empty());
+}
+
+TEST(Listing, OfFilesKnownAMomentAgoIsWhatAListOfTheDirectoryGives)
+{
+    using Step = std::function<void(const TestDirectory&)>;
+    const auto made = [](const char* name) -> Step {
+        return [name](const TestDirectory& place) { place.Write(name, "333"); };
+    };
+    const auto removed = [](const char* name) -> Step {
+        return [name](const TestDirectory& place) { QFile::remove(place.Path(name)); };
+    };
+    const std::vector<Step> steps = {[](const TestDirectory&) {},
+                                     made("a.Z02"),
+                                     made("a.Z03"),
+                                     made("a.Z01"),
+                                     removed("a.Z01"),
+                                     removed("a.ZU"),
+                                     made("r.dat"),
+                                     made("r.DAT"),
+                                     made("r.hdr"),
+                                     made("r.INF"),
+                                     removed("r.cfg"),
+                                     removed("r.inf"),
+                                     made("a.zu"),
+                                     made("r.cff")};
+    for (size_t i = 0; i < steps.size(); ++i) {
+        for (const auto& [name, kind] :
+             {std::pair("a.ZU", catalogue::Kind::Recording), std::pair("r.cfg", catalogue::Kind::Record)}) {
+            const TestDirectory place;
+            for (const char* file : {"a.ZU", "a.Z01", "r.cfg", "r.inf"})
+                place.Write(file, "1");
+            const auto known = archive::PiecesOf(place.Path(name), kind);
+            steps[i](place);
+            const auto now = archive::PiecesOf(place.Path(name), kind);
+            const auto asked = archive::PiecesOf(place.Path(name), kind, known);
+            EXPECT_TRUE(
+                std::equal(now.begin(), now.end(), asked.begin(), asked.end(), catalogue::IsSameState))
+                << i << ' ' << name;
+        }
+    }
 }
 
 // The hash of "abc" is that of FIPS 180-4's example.

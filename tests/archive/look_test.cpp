@@ -3,6 +3,7 @@
 
 #include "station/station.h"
 #include "zucmtr/archive/look.h"
+#include "zucmtr/terminal/command.h"
 
 #include <gtest/gtest.h>
 
@@ -102,7 +103,61 @@ TEST(Look, TakesEachRecordingWithTheIniFileOfItsDirectory)
     archive::Looker looker({});
     for (int turn = 0; turn < 2; ++turn) {
         EXPECT_EQ(looker.Look(place.Write("with/a.ZU", SmallFile(1)), Kind::Recording).station, "ПС Узловая");
-        EXPECT_EQ(looker.Look(place.Write("without/a.ZU", SmallFile(1)), Kind::Recording).station, "a");
-        EXPECT_EQ(looker.Look(place.Write("without/b.ZU", SmallFile(1)), Kind::Recording).station, "b");
+        EXPECT_EQ(looker.Look(place.Write("without/a.ZU", SmallFile(1)), Kind::Recording).station, "");
     }
+}
+
+TEST(Look, HasNoStationWithoutAnIniFileButTheRecorderThatTheRecordingNames)
+{
+    const TestDirectory place;
+    station::StationOptions options;
+    const QString path = place.Write(
+        "fault.ZU",
+        recorderfile::Encode(station::MakeRecording(options, station::StartKind::PositiveSequence).front()));
+    archive::Looker looker({});
+    EXPECT_EQ(looker.Look(place.Write("first.ZU", SmallFile(1)), Kind::Recording).recorder, "");
+    const Entry entry = looker.Look(path, Kind::Recording);
+    EXPECT_EQ(entry.station, "");
+    EXPECT_EQ(entry.recorder, "ПС Узловая, РАС-1");
+    EXPECT_EQ(entry.error, "");
+    ASSERT_TRUE(entry.fault);
+    EXPECT_EQ(entry.fault->kind, "AG");
+}
+
+TEST(Look, ReadsARecordingWithoutALinesFileThatHasAMistakeAndSaysWhy)
+{
+    const TestDirectory place;
+    const QString path = WriteStationFault(place);
+    place.Write("lines.ini", "[ВЛ 110 кВ Восточная]\nlength=far\n");
+    archive::Looker looker({});
+    for (int turn = 0; turn < 2; ++turn) {
+        const Entry entry = looker.Look(path, Kind::Recording);
+        EXPECT_EQ(entry.reason, "");
+        EXPECT_TRUE(entry.error.contains(place.Path("lines.ini"))) << entry.error.toStdString();
+        EXPECT_EQ(entry.station, "ПС Узловая");
+        EXPECT_TRUE(entry.fault);
+    }
+}
+
+TEST(Look, ReadsARecordingWithoutAnIniFileOfSeveralRecordersAndSaysWhy)
+{
+    const TestDirectory place;
+    const QString path = WriteStationFault(place);
+    place.Write("ZuDrv.ini", station::MakeIni({}).toUtf8() + "\n[Second]\n");
+    auto looker = std::make_unique<archive::Looker>(archive::Reading{});
+    for (int turn = 0; turn < 2; ++turn) {
+        const Entry entry = looker->Look(path, Kind::Recording);
+        EXPECT_EQ(entry.reason, "");
+        EXPECT_EQ(entry.error, "'" + place.Path("ZuDrv.ini") +
+                                   "' describes 2 recorders; name the section of the one by --device: it has "
+                                   "[Vostochnaya], [Second]");
+        EXPECT_EQ(entry.station, "");
+        ASSERT_TRUE(entry.fault);
+    }
+    looker.reset(); // there is one at a time
+    archive::Reading chosen;
+    chosen.choice.device = QStringLiteral("Vostochnaya");
+    EXPECT_EQ(archive::Looker(chosen).Look(path, Kind::Recording).station, "ПС Узловая");
+    chosen.choice.device = QStringLiteral("Third");
+    EXPECT_THROW(archive::Looker(chosen).Look(path, Kind::Recording), ConfigurationError);
 }

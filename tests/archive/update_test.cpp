@@ -93,7 +93,7 @@ TEST(Update, WhatCannotBeLookedAtIsNotGone)
     QStringList complaints;
     const archive::UpdateCounts counts =
         archive::Update(order, {[](size_t, size_t) {}, [] { return false; },
-                                [&](const QString&, const QString& text) { complaints << text; }});
+                                [&](const archive::Complaint& complaint) { complaints << complaint.text; }});
     EXPECT_EQ(counts, Counts(0, 0, 0, 0));
     EXPECT_EQ(complaints, QStringList({"Too many levels of symbolic links"}));
     EXPECT_EQ(place.Present(), QStringList({"far/a.ZU"}));
@@ -113,6 +113,28 @@ TEST(Update, WhatCannotBeReadIsAnEntryThatSaysWhy)
     EXPECT_EQ(place.Update(), Counts(1, 0, 0, 1));
     EXPECT_EQ(place.Rows("SELECT coalesce(reason, 'good') FROM entries WHERE path = 'bad.ZU'"),
               QStringList({"good"}));
+}
+
+TEST(Update, AnIniFileThatIsOfNoUseIsReportedOnceAndItsRecordingsAreReadAgain)
+{
+    ArchivePlace place;
+    place.Record("a.ZU", 1);
+    place.Record("b.ZU", 2);
+    place.Write("ZuDrv.ini", "[Default]\n[One]\n[Two]\n");
+    const QString error =
+        "'" + place.Path("ZuDrv.ini") +
+        "' describes 2 recorders; name the section of the one by --device: it has [One], [Two]";
+    for (int turn = 0; turn < 2; ++turn) {
+        EXPECT_EQ(place.Update(2), Counts(2, 0, 0, 0));
+        EXPECT_EQ(place.all, QStringList{error});
+        EXPECT_EQ(place.Rows("SELECT path, reason IS NULL, error = '" + QString(error).replace('\'', "''") +
+                             "', station FROM entries ORDER BY path"),
+                  QStringList({"a.ZU|1|1|", "b.ZU|1|1|"}));
+    }
+    QFile::remove(place.Path("ZuDrv.ini"));
+    EXPECT_EQ(place.Update(), Counts(2, 0, 0, 0));
+    EXPECT_EQ(place.Rows("SELECT count(*) FROM entries WHERE error IS NOT NULL"), QStringList{"0"});
+    EXPECT_EQ(place.Update(), Counts(0, 0, 0, 2));
 }
 
 TEST(Update, SeveralProcessesMakeTheSameCatalogue)
@@ -142,7 +164,7 @@ TEST(Update, MayBeMovedWithItsCatalogue)
         order.catalogue = directory + "/zucmtr-archive.db";
         order.directories = QStringList{directory};
         return archive::Update(
-            order, {[](size_t, size_t) {}, [] { return false; }, [](const QString&, const QString&) {}});
+            order, {[](size_t, size_t) {}, [] { return false; }, [](const archive::Complaint&) {}});
     };
     EXPECT_EQ(update(place.Path("old")), Counts(1, 0, 0, 0));
     QDir(place.Path()).rename("old", "new");

@@ -1,5 +1,6 @@
 """The page of an archive in a browser, against the rows of its catalogue."""
 import datetime
+import json
 import math
 import statistics
 import unittest
@@ -209,6 +210,14 @@ class Shown(unittest.TestCase):
             expected = [(column * 132 / 127, top + height / 2 - value * height / 2) for column, value in enumerate(wave(waves[strip]))]
             self.assertLess(max(math.dist(one, other) for one, other in zip(points, expected)), 0.1)
 
+    def test_narrow_screen_shows_times_and_names_whole(self):
+        browser.driver.execute_cdp_cmd("Emulation.setDeviceMetricsOverride", {"width": 400, "height": 800, "deviceScaleFactor": 1, "mobile": False})
+        self.addCleanup(browser.driver.execute_cdp_cmd, "Emulation.clearDeviceMetricsOverride", {})
+        open_page(settings="lang=en&theme=light&show=fault")
+        cut = browser.run("return [...document.querySelectorAll('.row .time > div, .row .fault > div')].filter((one) => one.scrollWidth > one.clientWidth && !one.textContent.includes('hostile')).map((one) => one.textContent)")
+        self.assertEqual([], cut)
+        self.assertGreater(browser.run("return document.querySelector('.who').clientWidth"), 340)
+
     def test_nothing_is_loaded_but_the_pieces_beside_the_page(self):
         open_page()
         requests = browser.requests()
@@ -299,7 +308,7 @@ class Statistics(unittest.TestCase):
     def setUp(self):
         open_page(settings="lang=en&theme=light&sheet=statisticsSheet&from=2022-01-01&to=2022-12-31")
 
-    where = "FROM entries WHERE fault_kind IS NOT NULL AND %s BETWEEN '2022-01-01' AND '2022-12-31'" % LOCAL
+    where = "FROM entries WHERE fault_kind IS NOT NULL AND gone IS NULL AND %s BETWEEN '2022-01-01' AND '2022-12-31'" % LOCAL
 
     def test_figures_are_those_of_the_entries_that_are_found(self):
         durations = sorted(archive().column("SELECT fault_duration " + self.where))
@@ -324,6 +333,15 @@ class Statistics(unittest.TestCase):
             line[next(group for group, kinds in groups.items() if "'%s'" % kind in kinds)] += count
         shown = {row[0]: [int(cell or 0) for cell in row[1:6]] for row in self.rows("byLine")}
         self.assertEqual({circuit: [*line.values(), sum(line.values())] for circuit, line in expected.items()}, shown)
+
+    def test_faults_are_those_of_archive_stats_without_what_is_gone(self):
+        self.assertGreater(archive().column(self.where.replace("FROM", "SELECT count(*) FROM").replace("gone IS NULL", "gone IS NOT NULL"))[0], 0)
+        stats = json.loads(zucmtr("archive", "stats", "--json", "--since", "2022", "--until", "2022", "--only", "months", "--only", "circuits", archive().place).stdout)
+        self.assertEqual(str(sum(month["faults"] for month in stats["months"])), self.tiles()["statFaults"])
+        months = browser.run("const { groups } = zuView.page.statistics.months; return [...Object.values(groups)[0].keys()].map((month) => Object.values(groups).reduce((sum, counts) => sum + counts[month], 0))")
+        self.assertEqual([month["faults"] for month in stats["months"]], months)
+        press_button(".byLine .more")
+        self.assertEqual({one["circuit"]: one["faults"] for one in stats["circuits"]}, {row[0]: int(row[5]) for row in self.rows("byLine")})
 
     def test_slowest_clearings_lead_to_their_entries(self):
         slowest = archive().run("SELECT path, fault_circuit %s AND fault_duration IS NOT NULL ORDER BY fault_duration DESC LIMIT 15" % self.where)

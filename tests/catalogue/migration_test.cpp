@@ -61,6 +61,9 @@ private:
     std::function<void()> meanwhile;
 };
 
+const QString ThisVersion = QString::number(catalogue::ThisSchema().Version());
+const QString LaterVersion = QString::number(catalogue::ThisSchema().Version() + 2);
+
 class MigrationTest : public AnyCatalogue
 {
 protected:
@@ -108,7 +111,7 @@ TEST_P(MigrationTest, OlderCatalogueIsBroughtUpWithoutLoss)
     const QStringList before = Everything();
     const auto database = sql::Open(address);
     catalogue::Prepare(*database, Later());
-    EXPECT_EQ(Rows("SELECT version FROM catalogue"), QStringList{"3"});
+    EXPECT_EQ(Rows("SELECT version FROM catalogue"), QStringList{LaterVersion});
     EXPECT_EQ(Rows("SELECT weather FROM entries ORDER BY path"), (QStringList{"rain", "rain", "snow"}));
     EXPECT_EQ(Rows("SELECT path FROM rainy ORDER BY path"), (QStringList{Stored("a.ZU"), Stored("b.ZU")}));
     EXPECT_EQ(
@@ -125,6 +128,36 @@ TEST_P(MigrationTest, OlderCatalogueIsBroughtUpWithoutLoss)
     }
 }
 
+// Version 2 came with the journals.
+TEST_P(MigrationTest, CatalogueOfTheFirstVersionGetsTheTablesOfANewOne)
+{
+    const auto columns = [this](const char* table) {
+        return Rows(
+            IsServer()
+                ? "SELECT column_name || ' ' || data_type || ' ' || is_nullable || coalesce("
+                  "col_description((table_schema || '.' || table_name)::regclass, ordinal_position), '') "
+                  "FROM information_schema.columns WHERE table_schema = current_schema() AND "
+                  "table_name = ? ORDER BY ordinal_position"
+                : "SELECT sql FROM sqlite_master WHERE name = ?",
+            {QString(table)});
+    };
+    const std::vector<const char*> tables = {"journals", "journal_recordings", "journal_commands", "watched"};
+    MakeOld();
+    const QStringList before = Everything();
+    std::vector<QStringList> expected;
+    for (const char* table : tables)
+        expected.push_back(columns(table));
+    EXPECT_GT(expected[1].join(' ').count("NOT NULL") + expected[1].size(), 9);
+    sql::Open(address)->RunScript(
+        "DROP VIEW watched; DROP TABLE journal_commands; DROP TABLE journal_recordings; "
+        "DROP TABLE journals; UPDATE catalogue SET version = 1");
+    EXPECT_EQ(OpeningRefusal(), "none");
+    EXPECT_EQ(Rows("SELECT version FROM catalogue"), QStringList{ThisVersion});
+    for (size_t i = 0; i < tables.size(); ++i)
+        EXPECT_EQ(columns(tables[i]), expected[i]);
+    EXPECT_EQ(Everything(), before);
+}
+
 TEST_P(MigrationTest, FailureOnTheWayLeavesTheOldCatalogue)
 {
     MakeOld();
@@ -133,7 +166,7 @@ TEST_P(MigrationTest, FailureOnTheWayLeavesTheOldCatalogue)
     schema.migrations.push_back({"ALTER TABLE entries ADD COLUMN weather TEXT;", "", ""}); // is there already
     const auto database = sql::Open(address);
     EXPECT_THROW(catalogue::Prepare(*database, schema), sql::Failure);
-    EXPECT_EQ(Rows("SELECT version FROM catalogue"), QStringList{"1"});
+    EXPECT_EQ(Rows("SELECT version FROM catalogue"), QStringList{ThisVersion});
     EXPECT_EQ(Everything(), before);
     EXPECT_EQ(OpeningRefusal(), "none");
 }
@@ -155,7 +188,7 @@ TEST_P(MigrationTest, TwoProgramsAtOnceDoItOnce)
     for (std::thread& program : programs)
         program.join();
     EXPECT_EQ(failures, 0);
-    EXPECT_EQ(Rows("SELECT version FROM catalogue"), QStringList{"3"});
+    EXPECT_EQ(Rows("SELECT version FROM catalogue"), QStringList{LaterVersion});
     EXPECT_EQ(Rows("SELECT count(*) FROM pieces"), QStringList{"3"});
 }
 
@@ -176,7 +209,7 @@ TEST_P(MigrationTest, ManyProgramsMakeOneCatalogue)
     for (std::thread& program : programs)
         program.join();
     EXPECT_EQ(failures, 0);
-    EXPECT_EQ(Rows("SELECT version FROM catalogue"), QStringList{"1"});
+    EXPECT_EQ(Rows("SELECT version FROM catalogue"), QStringList{ThisVersion});
 }
 
 // One program looks whether there is a catalogue, in more than one step, while another makes it.

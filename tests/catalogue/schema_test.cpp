@@ -38,7 +38,7 @@ TEST_P(SchemaTest, ViewsHaveTheSameNamesInBoth)
     const QStringList expected = {"duplicates",        "faults",          "faults_by_kind",
                                   "faults_by_line",    "faults_by_month", "named_events",
                                   "named_extremes",    "present",         "silent_recorders",
-                                  "slowest_clearings", "unread"};
+                                  "slowest_clearings", "unread",          "watched"};
     for (const QString& view : expected)
         EXPECT_TRUE(Views().contains(view)) << view;
     for (const QString& view : Views())

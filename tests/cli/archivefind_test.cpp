@@ -60,6 +60,36 @@ TEST_F(ArchiveFind, CatalogueIsFoundAboveAndADirectoryNarrowsIt)
               "Vostochnaya_fault_0000012.ZU\n");
 }
 
+TEST_F(ArchiveFind, SaysOnATerminalThatNothingWasFound)
+{
+    const Finished run =
+        RunOnTerminal(Path("in"), {"archive", "find", "--kind", "ABCG"}, {{"TERM", "xterm"}});
+    EXPECT_EQ(run.code, 1);
+    EXPECT_TRUE(run.err.contains("zucmtr: nothing was found")) << run.err;
+}
+
+TEST_F(ArchiveFind, TextMayBeTheWholeNameOfAFile)
+{
+    EXPECT_EQ(Find({"--paths", "--text", "Vostochnaya_fault_0000012.ZU"}).out,
+              "below/Vostochnaya_fault_0000012.ZU\n");
+}
+
+// What cannot be read has its entry: the catalogue is up to date.
+TEST_F(ArchiveFind, UpdateReportsWhatCannotBeReadByTheSamePathAndIsDone)
+{
+    const Finished run = RunProgram(place->Path(), {"archive", "update", "--catalogue", "other.db", "in"});
+    EXPECT_EQ(run.code, 0);
+    EXPECT_TRUE(run.err.contains("zucmtr: in/bad.ZU: it is no recording: ")) << run.err;
+    EXPECT_EQ(run.out, "11 read (2 unreadable), 0 moved, 0 gone, 0 unchanged\n");
+}
+
+TEST_F(ArchiveFind, UpdateReportsAnIniFileThatIsNotThereOnce)
+{
+    const Finished run = RunProgram(place->Path(), {"archive", "update", "--ini", "none.ini", "in"});
+    EXPECT_EQ(run.code, 2);
+    EXPECT_EQ(run.err, "zucmtr: --ini: none.ini: there is no such file; check the path\n");
+}
+
 TEST_F(ArchiveFind, TableIsForPeople)
 {
     EXPECT_EQ(

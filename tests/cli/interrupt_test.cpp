@@ -166,6 +166,7 @@ TEST(Progress, BarIsShownOnATerminalAndRemovedAtTheEnd)
 TEST(Progress, TextHasRateAndRemainingTime)
 {
     EXPECT_EQ(ProgressText(0, 8, 0.1, 80), QStringLiteral("[........................] 0/8"));
+    EXPECT_EQ(ProgressText(2, 8, 1e-7, 80), QStringLiteral("[######..................] 2/8"));
     EXPECT_EQ(ProgressText(2, 8, 1, 80),
               QStringLiteral("[######..................] 2/8  2.0 a second, 0:03 left"));
     EXPECT_EQ(ProgressText(1000, 4000, 10, 80),

@@ -678,6 +678,21 @@ BAY03=W,V
             child.kill()
             child.communicate()
 
+    def test_watch_whose_catalogue_is_none_for_a_while(self):
+        place = self.place()
+        (place.directory / "in").mkdir()
+        place.write("archive.db", b"no database, but long enough to be looked at as one " * 20)
+        child = subprocess.Popen([PROGRAM, "watch", "--ini", "ZuDrv.ini", "--out", "out", "--retry-after", "0.01", "--catalogue",
+                                  "archive.db", "in"],
+                                 cwd=place.directory, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
+        try:
+            self.assertIn("it is no catalogue", self.next(child, "copyBehind")["text"])
+            (place.directory / "archive.db").unlink()
+            self.assertGreater(self.next(child, "copyCaughtUp")["seconds"], 0)
+        finally:
+            child.kill()
+            child.communicate()
+
     def test_watch_that_ends_by_trouble(self):
         place = self.place()
         place.write("in/a.ZU", recording())

@@ -6,8 +6,10 @@
 
 #include <gtest/gtest.h>
 
+#include <QDir>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QRegularExpression>
 
 namespace {
 
@@ -126,7 +128,13 @@ INSTANTIATE_TEST_SUITE_P(
         WrongOption{{"--random-fault", "1", "--rate", "600"},
                     "--random-fault draws everything and goes without --rate; leave one out"},
         WrongOption{{"--random-quiet", "1", "--load", "0"},
-                    "--random-quiet draws everything and goes without --load; leave one out"}));
+                    "--random-quiet draws everything and goes without --load; leave one out"},
+        WrongOption{{"--archive", "9"},
+                    "--archive: '9' is wrong; give a whole number from 10 to 100000" + Hint()},
+        WrongOption{{"--archive", "10", "--random-fault", "1"},
+                    Excludes("--random-fault", "--archive") + Hint()},
+        WrongOption{{"--archive", "10", "--rate", "600"},
+                    "--archive draws everything and goes without --rate; leave one out"}));
 
 TEST(LineSample, FilesAreListedAndThePrintedCommandConvertsThem)
 {
@@ -162,6 +170,32 @@ TEST(LineSample, RecordingsCanBeShownAndHaveTheTriggerOfTheTruth)
             TruthOf(directory, QString("Vostochnaya_quiet_%1.truth.json").arg(name))["trigger"].toString();
         EXPECT_TRUE(info.out.contains(trigger)) << trigger << info.out;
     }
+}
+
+TEST(LineSample, ArchiveListsItsRecordersAndThePrintedCommandCataloguesIt)
+{
+    const TestDirectory directory;
+    const Finished sample =
+        RunProgram(directory.Path(), {"sample", "--out", "all", "--archive", "10", "--seed", "4"});
+    ASSERT_EQ(sample.code, 0) << sample.err;
+    QStringList lines = sample.out.trimmed().split('\n');
+    const QString command = lines.takeLast();
+    int recordings = 0;
+    for (const QString& line : qAsConst(lines)) {
+        const QRegularExpressionMatch match =
+            QRegularExpression(QStringLiteral("\\Aall/([a-z]+-[12]), recordings: (\\d+)\\z")).match(line);
+        ASSERT_TRUE(match.hasMatch()) << line;
+        EXPECT_EQ(QDir(directory.Path("all/" + match.captured(1))).entryList({"*.ZU"}).size(),
+                  match.captured(2).toInt());
+        recordings += match.captured(2).toInt();
+    }
+    EXPECT_EQ(recordings, 10);
+    EXPECT_EQ(RunShell(directory.Path(), command).out,
+              "10 read (1 unreadable), 0 moved, 0 gone, 0 unchanged\n");
+    EXPECT_EQ(RunProgram(directory.Path(), {"sample", "--out", "all", "--archive", "10"}).code, 2);
+    EXPECT_EQ(RunProgram(directory.Path(), {"sample", "--out", "all", "--archive", "11", "--force"}).code, 0);
+    EXPECT_EQ(RunShell(directory.Path(), command).out.section(' ', 0, 1), "11 read");
+    EXPECT_EQ(RunShell(directory.Path(), "ls all/*/*.ZU | wc -l").out.trimmed(), "11");
 }
 
 TEST(LineSample, ForceReplacesAnOlderSampleOfAnotherKind)

@@ -124,6 +124,12 @@ class Debian(unittest.TestCase):
                  if name.startswith("usr/share/doc/zucmtr/")}
         self.assertEqual(documents - names, set())
 
+    def test_program_package_has_each_manual_page_in_both_languages(self):
+        english, russian = ({name.removeprefix(directory) for name in self.unpacked.names(PROGRAM)
+                             if name.startswith(directory)} for directory in ("usr/share/man/man1/", "usr/share/man/ru/man1/"))
+        self.assertIn("zucmtr-archive-find.1.gz", english)
+        self.assertEqual(english, russian)
+
     def test_library_package_holds_no_more_than_the_library(self):
         names = {name for name in self.unpacked.names(LIBRARY) if not name.startswith("usr/share/")}
         directory = str(self.unpacked.library_directory.relative_to(self.unpacked.root))

@@ -5,6 +5,7 @@ help_test.py PROGRAM GENERATOR HELP_DIRECTORY
 
 import argparse
 import gzip
+import itertools
 import json
 import os
 import pathlib
@@ -16,6 +17,10 @@ import unittest
 
 # An option's line in the help, as in "  -j,--jobs N".
 OPTION = re.compile(r"^  (-[-\w]+(?:,-[-\w]+)*)")
+# Where the pages of each language are below man/, and the headings of the one in the other.
+LANGUAGES = ("man1", "ru/man1")
+HEADINGS = {"NAME": "ИМЯ", "SYNOPSIS": "ВЫЗОВ", "DESCRIPTION": "ОПИСАНИЕ", "ARGUMENTS": "АРГУМЕНТЫ", "OPTIONS": "КЛЮЧИ",
+            "COMMANDS": "КОМАНДЫ", "EXIT STATUS": "КОД ЗАВЕРШЕНИЯ", "EXAMPLES": "ПРИМЕРЫ", "SEE ALSO": "СМ. ТАКЖЕ"}
 SUBCOMMAND = re.compile(r"^  ([a-z]+) ")
 
 # Completes the command line given in the arguments, its last word being typed; one answer per line.
@@ -53,8 +58,12 @@ def options_of(words):
     return [flag for match in matches if match for flag in match.group(1).split(",")]
 
 
-def page(words):
-    return arguments.help / "man" / ("-".join(words) + ".1.gz")
+def page(words, directory="man1"):
+    return arguments.help / "man" / directory / ("-".join(words) + ".1.gz")
+
+
+def source_of(words, directory):
+    return gzip.decompress(page(words, directory).read_bytes()).decode()
 
 
 def complete(*words, directory="/"):
@@ -74,32 +83,54 @@ class Help(unittest.TestCase):
         self.assertIn("--ini", options_of(("zucmtr", "convert")))
 
     def test_each_command_has_a_page_and_no_other_is_there(self):
-        self.assertEqual({path.name for path in (arguments.help / "man").iterdir()},
-                         {page(words).name for words in self.commands})
+        for directory in LANGUAGES:
+            self.assertEqual({path.name for path in (arguments.help / "man" / directory).iterdir()},
+                             {page(words).name for words in self.commands})
+        self.assertEqual({path.name for path in (arguments.help / "man").iterdir()}, {"man1", "ru"})
 
-    def test_pages_are_without_warnings(self):
-        for words in self.commands:
-            formatted = run("man", "--warnings", "-E", "UTF-8", "-Tutf8", "-l", page(words))
+    def test_pages_are_without_warnings_and_have_each_option(self):
+        for words, directory in itertools.product(self.commands, LANGUAGES):
+            formatted = run("man", "--warnings", "-E", "UTF-8", "-Tutf8", "-l", page(words, directory),
+                            env=dict(os.environ, MANWIDTH="200"))
             self.assertEqual((formatted.returncode, formatted.stderr), (0, ""), words)
-
-    def test_each_option_stands_in_the_page(self):
-        for words in self.commands:
-            text = run("man", "-l", page(words), env=dict(os.environ, MANWIDTH="200")).stdout
+            text = re.sub(".\b", "", formatted.stdout)  # bold letters are struck twice
+            # A term has a line of its own or, if it is short, one with the start of its text.
             terms = [line for line in text.splitlines() if re.match(r"^ {7}-", line)]
-            listed = {flag for line in terms for flag in re.findall(r"-[-\w]+", line.strip().split("  ")[0])}
+            listed = {flag for line in terms for flag in re.findall(r"(?<![-\w])-[-\w]+", line.strip().split("  ")[0])}
             self.assertLessEqual(set(options_of(words)), listed, words)
 
     def test_pages_name_the_command_above_and_those_beside(self):
-        for words in self.commands:
-            source = gzip.decompress(page(words).read_bytes()).decode().replace("\\-", "-")
-            named = set(re.findall(r"^\.BR (\S+) \(1\)", source, re.MULTILINE))
+        for words, directory in itertools.product(self.commands, LANGUAGES):
+            named = set(re.findall(r"^\.BR (\S+) \(1\)", source_of(words, directory).replace("\\-", "-"), re.MULTILINE))
             family = {words[:-1]} | {other for other in self.commands if other[:-1] == words[:-1]}
             self.assertLessEqual({"-".join(other) for other in family - {words, ()}}, named, words)
 
     def test_footer_stands_in_the_page(self):
-        source = gzip.decompress(page(("zucmtr", "convert")).read_bytes()).decode()
-        self.assertRegex(source, r"\n\.SH EXIT STATUS\n.*0 all recordings converted")
-        self.assertRegex(source, r"\n\.SH EXAMPLES\n(.*\n)+?zucmtr sample \\-\\-out station\n")
+        for directory, status, first, examples in (
+                ("man1", "EXIT STATUS", "0 all recordings converted", "EXAMPLES"),
+                ("ru/man1", "КОД ЗАВЕРШЕНИЯ", "0 все преобразованы", "ПРИМЕРЫ")):
+            source = source_of(("zucmtr", "convert"), directory)
+            self.assertRegex(source, rf"\n\.SH {status}\n.*{first}")
+            self.assertRegex(source, rf"\n\.SH {examples}\n(.*\n)+?zucmtr sample \\-\\-out station\n")
+
+    def test_pages_of_both_languages_have_the_same_sections(self):
+        for words in self.commands:
+            english, russian = (re.findall(r"^\.SH (.*)$", source_of(words, directory), re.MULTILINE)
+                                for directory in LANGUAGES)
+            self.assertEqual([HEADINGS[heading] for heading in english], russian, words)
+
+    def test_man_shows_the_page_of_the_language_that_is_asked_for(self):
+        environment = dict(os.environ, MANPATH=str(arguments.help / "man"))
+        for language, synopsis in (("ru", "ВЫЗОВ\n       zucmtr convert [КЛЮЧИ] ФАЙЛ...\n"),
+                                   ("en", "SYNOPSIS\n       zucmtr convert [OPTIONS] FILE...\n")):
+            for name in (["zucmtr-convert"], ["zucmtr", "convert"]):
+                text = run("man", "-L", language, "-E", "UTF-8", *name, env=environment).stdout
+                self.assertIn(synopsis, text, (language, name))
+
+    def test_descriptions_can_be_searched_for(self):
+        for words, directory in itertools.product(self.commands, LANGUAGES):
+            name = "-".join(words)
+            self.assertRegex(run("lexgrog", page(words, directory)).stdout, rf': "{name} - [^"]+"\n$')
 
 
 class Bash(unittest.TestCase):
@@ -177,10 +208,11 @@ class Dump(unittest.TestCase):
 
     def test_entries_say_how_they_are_given(self):
         view, convert = self.dump("view"), self.dump("convert")
-        self.assertEqual([{"flags": [], "value": "FILE", "required": True, "repeated": True, "excludes": [], "choices": [],
+        self.assertEqual([{"flags": [], "value": "FILE", "shown": "FILE", "required": True, "repeated": True,
+                           "excludes": [], "choices": [],
                            "description": "First files of the recordings, or directories with recordings"}],
                          convert["positionals"])
-        self.assertEqual([{"flags": ["--plain"], "value": "", "required": False, "repeated": False,
+        self.assertEqual([{"flags": ["--plain"], "value": "", "shown": "", "required": False, "repeated": False,
                            "excludes": ["--ini", "--defaults", "--device", "--second-device"], "choices": [],
                            "description": "Take no ini file: names as in the recording, a report without the values of "
                                           "circuits"}],
@@ -198,10 +230,10 @@ class Generator(unittest.TestCase):
     def test_what_is_no_dump_fails_and_leaves_the_files_of_before(self):
         for text in ("Does it", "[]", '{"words": ["zucmtr"], "commands": []}'):
             with tempfile.TemporaryDirectory() as name:
-                program, page = pathlib.Path(name, "program"), pathlib.Path(name, "man", "zucmtr.1.gz")
+                program, page = pathlib.Path(name, "program"), pathlib.Path(name, "man", "man1", "zucmtr.1.gz")
                 program.write_text(f"#!/bin/sh\necho '{text}'\n", encoding="utf-8")
                 program.chmod(0o755)
-                page.parent.mkdir()
+                page.parent.mkdir(parents=True)
                 page.touch()
                 result = run(sys.executable, "-B", arguments.generator, program, "1.0", "2026-01-01", name)
                 self.assertEqual((1, True), (result.returncode, page.exists()), text)

@@ -75,15 +75,16 @@ TEST_P(AnyDatabase, KeepsTexts)
 
 TEST_P(AnyDatabase, KeepsNull)
 {
-    for (const char* type : {"TEXT", "BIGINT", RealType(), BytesType()})
+    for (const char* type : {"TEXT", "INTEGER", "BIGINT", RealType(), BytesType()}) {
         EXPECT_EQ(Kept(type, Value()), Value()) << type;
-    database->Run("SELECT it FROM " + table, {}, [](const sql::Row& row) {
-        EXPECT_TRUE(row.IsNull(0));
-        EXPECT_EQ(row.Text(0), "");
-        EXPECT_EQ(row.Integer(0), 0);
-        EXPECT_EQ(row.Real(0), 0);
-        EXPECT_EQ(row.Bytes(0), QByteArray());
-    });
+        database->Run("SELECT it FROM " + table, {}, [&](const sql::Row& row) {
+            EXPECT_TRUE(row.IsNull(0)) << type;
+            EXPECT_EQ(row.Text(0), "") << type;
+            EXPECT_EQ(row.Integer(0), 0) << type;
+            EXPECT_EQ(row.Real(0), 0) << type;
+            EXPECT_EQ(row.Bytes(0), QByteArray()) << type;
+        });
+    }
 }
 
 TEST_P(AnyDatabase, KeepsIntegers)

@@ -1,127 +1,52 @@
-"""Torture of the archive's catalogue: kills, a full disk, file systems that go away.
+"""Torture of the archive's catalogue: kills, full disks, file systems and servers that go away.
 
-    archive.py ZUCMTR [--kills N] [--seed N] [--place DIR]
+    archive.py ZUCMTR [--kills N] [--seed N] [--place DIR] [--only WORD]
 
-N updates and conversions with a catalogue are killed (SIGKILL, the program or one of its processes) at random moments
-while the archive changes between them. After each kill the catalogue must agree with itself; after one more run that
-is not disturbed, with the files: nothing wrong, nothing forgotten, nothing twice. The full disk needs a small file
-system, which root alone can make; a limit of the size of a file stands in for it.
+N updates, conversions and watches with a catalogue, one half in a file and one on a PostgreSQL server, are killed (SIGKILL,
+the program or one of its processes) at random moments while the archive changes between them. After each kill the
+catalogue must agree with itself; after one more run that is not disturbed, with the files: nothing wrong, nothing forgotten,
+nothing twice. After a watch, the copy of its journal must be the same as the journal, and nothing that it had converted may be
+converted again. The full disks need small file systems, which root alone can make; for a file, a limit of its size stands
+in for one.
 """
 import argparse
-import json
 import os
 import pathlib
 import random
 import resource
 import shutil
 import signal
-import sqlite3
 import subprocess
 import sys
 import tempfile
 import time
 
-import recordings
+import catalogues
 import station as stations
 import system
+from archiveplace import PATIENCE, Archive
 
-BETWEEN = {"notCatalogued", "notGone", "fileMissing", "fileChanged", "fileAdded"}  # true until the next update
-PATIENCE = 60  # seconds
+UNEXPECTED = "unexpected error"
+KINDS = ("update", "watch", "convert")
 
 
-class Archive:
-    """A directory of recordings, each with contents of its own, that changes at random."""
+class Databases:
+    """Makes a catalogue of a kind for a place; the server starts when the first one is on it."""
 
-    def __init__(self, program, root, rng, catalogue=None):
-        self.program, self.root, self.rng = program, pathlib.Path(root), rng
-        self.catalogue = catalogue or self.root / "zucmtr-archive.db"
-        self.number = 0
-        for name in ("a", "b", "records"):
-            (self.root / name).mkdir(parents=True)
-        (self.root / "ZuDrv.ini").write_text(stations.INI.format(quiet=0, cff=0, binary=1, old=0), encoding="utf-8")
-        self.findings = []
+    def __init__(self):
+        self.server = None
 
-    def add(self, count=1):
-        for _ in range(count):
-            self.number += 1
-            name = self.root / self.rng.choice("ab") / f"{self.number:05}.ZU"
-            for n, content in enumerate(recordings.chain("archive", self.number, self.rng.choice((1, 1, 2)))):
-                name.with_name(recordings.chain_name(name.name, n)).write_bytes(content)
+    def server_here(self):
+        if self.server is None:
+            self.server = catalogues.postgresserver.PostgresServer()
+        return self.server
 
-    def chains(self):
-        return sorted(self.root.glob("[ab]/*.ZU"))
+    def new(self, kind, path):
+        return catalogues.File(path) if kind == "file" else catalogues.Server(self.server_here())
 
-    @staticmethod
-    def files(first):
-        return sorted(first.parent.glob(first.stem + ".*"))
-
-    def change(self):
-        """New recordings; some that have moved, grown or gone."""
-        self.add(self.rng.randint(1, 6))
-        for first in self.rng.sample(self.chains(), 3):
-            what = self.rng.choice(("move", "grow", "remove"))
-            if what == "move":
-                to = self.root / self.rng.choice("ab") / f"moved-{self.number}-{first.name}"
-                for file in self.files(first):
-                    file.rename(to.with_name(to.stem + file.suffix))
-            elif what == "remove":
-                for file in self.files(first):
-                    file.unlink()
-            elif len(self.files(first)) == 1:
-                number = int(first.stem.rsplit("-", 1)[-1])
-                content = recordings.chain("archive", number, 2)[1]
-                first.with_name(recordings.chain_name(first.name, 1)).write_bytes(content)
-
-    def command(self, what):
-        if what == "convert":
-            return [self.program, "convert", "--quiet", "--replace", "-j", "2", "--ini", self.root / "ZuDrv.ini", "--recursive", "--out", self.root / "records",
-                    "--catalogue", self.catalogue, self.root / "a", self.root / "b"]
-        return [self.program, "archive", "update", "--quiet", "-j", "2", "--catalogue", self.catalogue, self.root]
-
-    def start(self, what, **options):
-        return subprocess.Popen(self.command(what), stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True, **options)
-
-    def run(self, what, **options):
-        child = self.start(what, **options)
-        text, _ = child.communicate(timeout=PATIENCE)
-        return child.returncode, text
-
-    def check(self, *words):
-        done = subprocess.run([self.program, "archive", "check", "--json", "--catalogue", self.catalogue, *words, self.root],
-                              capture_output=True, text=True, timeout=PATIENCE, check=False)
-        lines = [json.loads(line) for line in done.stdout.splitlines()]
-        if not lines or "entries" not in lines[-1]:
-            return done.returncode, [{"reason": "none", "file": "", "text": done.stderr}]
-        return done.returncode, lines[:-1]
-
-    def rows(self, query):
-        with sqlite3.connect(f"file:{self.catalogue}?mode=ro", uri=True) as database:
-            return database.execute(query).fetchall()
-
-    def ids(self):
-        return {row[0] for row in self.rows("SELECT id FROM entries")} if self.catalogue.exists() else set()
-
-    def expect(self, held, text):
-        if not held:
-            self.findings.append(text)
-
-    def expect_sound(self, about):
-        """The catalogue may lag behind the files, but agrees with itself."""
-        _, found = self.check("--fast")
-        wrong = [one for one in found if one["reason"] not in BETWEEN and "it is empty" not in one["text"]]
-        self.expect(not wrong, f"{about}: {wrong}")
-
-    def expect_right(self, about, known):
-        """Everything is in the catalogue, once, and what was known still is."""
-        code, found = self.check()
-        self.expect((code, found) == (0, []), f"{about}: check says {code} {found[:5]}")
-        there = {row[0] for row in self.rows("SELECT path FROM entries WHERE gone IS NULL AND kind = 'recording'")}
-        place = self.catalogue.parent
-        files = {str(first.relative_to(place) if place in first.parents else first) for first in self.chains()}
-        self.expect(there == files, f"{about}: in the catalogue and not there, or the other way round: {there ^ files}")
-        twice = self.rows("SELECT group_concat(path) FROM entries WHERE kind = 'recording' GROUP BY print HAVING count(*) > 1")
-        self.expect(not twice, f"{about}: twice: {twice}")
-        self.expect(known <= self.ids(), f"{about}: forgotten: {known - self.ids()}")
+    def remove(self):
+        if self.server is not None:
+            self.server.remove()
 
 
 def processes_of(pid):
@@ -137,7 +62,7 @@ def processes_of(pid):
 
 
 def kill_at_random(archive, what, longest):
-    """True if somebody was still there to be killed."""
+    """Whether somebody was still there to be killed, and what the program has said."""
     child = archive.start(what, start_new_session=True)
     time.sleep(archive.rng.random() * longest)
     victim = archive.rng.choice(processes_of(child.pid))
@@ -145,66 +70,90 @@ def kill_at_random(archive, what, longest):
         os.kill(victim, signal.SIGKILL)
     except ProcessLookupError:
         victim = None
-    child.communicate(timeout=PATIENCE)
-    return victim is not None and (victim != child.pid or child.returncode == -signal.SIGKILL)
+    text, _ = child.communicate(timeout=PATIENCE)
+    return victim is not None and (victim != child.pid or child.returncode == -signal.SIGKILL), text
 
 
-def kills(program, place, seed, count):
-    rng = random.Random(f"{seed}/kills")
-    archive = Archive(program, place / "kills", rng)
-    archive.add(40)
+def files_of(text, event, status=None):
+    """Of the recordings in the events of a watch."""
+    return {one["file"] for one in stations.parse_events(text) if one["event"] == event and status in (None, one.get("status"))}
+
+
+def run_again(archive, what, about, before, has_journal=True):
+    """One more run of the same, which is not disturbed; `before`: what the first one has said. What that could not note in
+    its journal, the next one looks at again; it makes no record again."""
+    code, text = archive.run(what)
+    archive.expect(code == 0, f"{about}: again: {code} {text}")
+    if what == "update":
+        return
+    archive.expect_sound(f"{about}, after one more")
+    if what == "watch":
+        archive.expect_watched(about)
+        again = files_of(text, "converting") if has_journal else files_of(text, "converted", "converted")
+        again &= files_of(before, "converted")
+        archive.expect(not again, f"{about}: converted again: {again}")
+
+
+def kills(databases, program, place, seed, count, kind):
+    rng = random.Random(f"{seed}/kills/{kind}")
+    archive = Archive(program, place / f"kills-{kind}", rng, databases.new(kind, place / f"kills-{kind}/zucmtr-archive.db"))
+    archive.add(20)
     longest, met = {}, 0
-    for what in ("update", "convert"):
+    for what in KINDS:
         started = time.monotonic()
         code, text = archive.run(what)
         longest[what] = time.monotonic() - started
         archive.expect(code == 0, f"{what}: {code} {text}")
-        archive.add(20)
+        archive.add(10)
     for number in range(count):
-        what = "convert" if number % 4 == 3 else "update"
+        what = KINDS[number % 3]
         archive.change()
         known = archive.ids()
-        met += kill_at_random(archive, what, longest[what])
-        about = f"kill {number} of {what}"
+        is_met, text = kill_at_random(archive, what, longest[what])
+        met += is_met
+        about = f"kill {number} of {what} ({kind})"
         archive.expect_sound(about)
-        if what == "convert":
-            code, text = archive.run("convert")
-            archive.expect(code == 0, f"{about}: convert again: {code} {text}")
-            archive.expect_sound(f"{about}, after convert")
-        code, text = archive.run("update")
-        archive.expect(code == 0, f"{about}: update again: {code} {text}")
+        run_again(archive, what, about, text)
+        if what != "update":
+            code, text = archive.run("update")
+            archive.expect(code == 0, f"{about}: update: {code} {text}")
         archive.expect_right(about, known)
     archive.expect(met >= count // 3, f"only {met} of {count} kills met anybody")
     links = archive.rows("SELECT count(*) FROM entries WHERE kind = 'record' AND verified = 'right' AND recording IS NOT NULL")
-    archive.expect(links[0][0] > 0, "no record is linked to its recording")
+    archive.expect(int(links[0][0]) > 0, "no record is linked to its recording")
     return archive.findings
 
 
-def new_kills(program, place, seed, count):
+def new_kills(databases, program, place, seed, count):
     """The catalogue itself is new each time."""
     findings = []
     for number in range(count):
-        archive = Archive(program, place / f"new{number}", random.Random(f"{seed}/new/{number}"))
+        kind = ("file", "server")[number % 2]
+        what = ("update", "watch")[number // 2 % 2]
+        root = place / f"new{number}"
+        archive = Archive(program, root, random.Random(f"{seed}/new/{number}"), databases.new(kind, root / "zucmtr-archive.db"))
         archive.add(30)
-        kill_at_random(archive, "update", 0.4)
-        if archive.catalogue.exists() and archive.catalogue.stat().st_size > 0:
-            archive.expect_sound(f"kill {number} of the first update")
-        code, text = archive.run("update")
-        archive.expect(code == 0, f"kill {number} of the first update: again: {code} {text}")
-        archive.expect_right(f"kill {number} of the first update", set())
+        _, text = kill_at_random(archive, what, 0.4)
+        about = f"kill {number} of the first {what} ({kind})"
+        if archive.catalogue.exists():
+            archive.expect_sound(about)
+        run_again(archive, what, about, text)
+        archive.run("update")
+        archive.expect_right(about, set())
         findings += archive.findings
         shutil.rmtree(archive.root)
     return findings
 
 
-def full_disk(program, place, seed, mounts):
+def full_disk(databases, program, place, seed, mounts):
     """Room for more and more of the catalogue, until it is enough."""
     findings = []
     small = place / "small"
     small.mkdir()
     failed = 0
     for kilobytes in (0, 8, 64, 128, 256, 512, 8192):
-        archive = Archive(program, place / f"full{kilobytes}", random.Random(f"{seed}/full"), small / "archive.db")
+        archive = Archive(program, place / f"full{kilobytes}", random.Random(f"{seed}/full"),
+                          catalogues.File(small / "archive.db"))
         archive.add(60)
         about = f"disk of {kilobytes} KB"
         options = {}
@@ -219,13 +168,18 @@ def full_disk(program, place, seed, mounts):
                 failed += 1
                 wanted = "No space left on device" if mounts else "File too large"
                 archive.expect(code == 1 and wanted in text, f"{about}: {code} {text}")
-                archive.expect(str(archive.catalogue) in text, f"{about}: the catalogue is not named: {text}")
-                archive.expect("unexpected" not in text, f"{about}: {text}")
+                archive.expect(archive.catalogue.address in text, f"{about}: the catalogue is not named: {text}")
+                archive.expect(UNEXPECTED not in text, f"{about}: {text}")
             # What was written stays usable, as soon as there is room.
+            is_watched = mounts and kilobytes in (0, 256)  # a limit would be one of the records too
+            if is_watched:
+                expect_watch_goes_on(archive, about)
             if mounts:
                 system.resize_memory(small, 1 << 26)
-            if archive.catalogue.exists() and archive.catalogue.stat().st_size > 0:
+            if archive.catalogue.exists():
                 archive.expect_sound(about)
+            if is_watched:
+                expect_all_written(archive, f"{about}, then room")
             code, text = archive.run("update")
             archive.expect(code == 0, f"{about}, then room: {code} {text}")
             archive.expect_right(f"{about}, then room", set())
@@ -239,10 +193,75 @@ def full_disk(program, place, seed, mounts):
     return findings + ([] if failed >= 3 else [f"only {failed} disks were full"])
 
 
-def goes_away(program, place, seed, mounts):
+def expect_watch_goes_on(archive, about):
+    """A watch without its catalogue makes every record all the same. Whether it missed the catalogue."""
+    code, text = archive.run("watch")
+    events = stations.parse_events(text)
+    reasons = {one["reason"] for one in events if one["event"] == "failed"}
+    archive.expect(reasons <= {"notCatalogued"} and code == len(reasons), f"{about}: watch: {code} {reasons}")
+    archive.expect(UNEXPECTED not in text, f"{about}: watch: {text}")
+    records = len(list((archive.root / "records").glob("*.cfg")))
+    archive.expect(records == len(archive.chains()), f"{about}: {records} records of {len(archive.chains())} recordings")
+    behind = [one for one in events if one["event"] == "copyBehind"]
+    archive.expect(len(behind) <= 1, f"{about}: watch: {behind}")
+    return bool(reasons)
+
+
+def expect_all_written(archive, about):
+    """With the catalogue back, a watch and an update write what is missing, and no record is made again."""
+    code, text = archive.run("watch")
+    made = [one["file"] for one in stations.parse_events(text) if one["event"] == "converted" and one["status"] != "present"]
+    archive.expect(code == 0, f"{about}: watch: {code} {text}")
+    archive.expect(not made, f"{about}: converted again: {made}")
+    archive.expect_watched(about)
+    code, text = archive.run("update")
+    archive.expect(code == 0, f"{about}: {code} {text}")
+    archive.expect_right(about, set())
+
+
+def full_server(databases, program, place, seed, mounts):
+    """The same on a server, whose tables are on a small disk."""
+    if not mounts:
+        return []
+    server, findings, failed = databases.server_here(), [], 0
+    small = server.directory / "small"
+    for kilobytes in (64, 512, 1024):
+        small.mkdir()
+        system.mount_memory(small, 1 << 27)
+        shutil.chown(small, "postgres", "postgres")
+        try:
+            server.psql(f"CREATE TABLESPACE small LOCATION '{small}'")
+            server.psql("CREATE DATABASE small TABLESPACE small TEMPLATE template0")
+            server.psql("CHECKPOINT")  # all of it is on that disk
+            archive = Archive(program, place / f"server{kilobytes}", random.Random(f"{seed}/fullserver"),
+                              catalogues.Server(server, "small"))
+            archive.add(20)
+            system.resize_memory(small, used_below(small) + kilobytes * 1024)
+            about = f"server's disk with {kilobytes} KB"
+            failed += expect_watch_goes_on(archive, about)
+            code, text = archive.run("update")
+            archive.expect(code == 0 or (code == 1 and "the server's disk is full" in text), f"{about}: {code} {text}")
+            system.resize_memory(small, 1 << 28)
+            if archive.catalogue.exists():
+                archive.expect_sound(about)
+            expect_all_written(archive, f"{about}, then room")
+            findings += archive.findings
+        finally:
+            server.psql("DROP DATABASE IF EXISTS small WITH (FORCE)")
+            server.psql("DROP TABLESPACE IF EXISTS small")
+            system.unmount(small)
+            small.rmdir()
+    return findings + ([] if failed >= 2 else [f"only {failed} of the server's disks were full"])
+
+
+def used_below(directory):
+    return sum(file.stat().st_blocks * 512 for file in directory.rglob("*"))
+
+
+def goes_away(databases, program, place, seed, kind, times):
     """The recordings' file system is not there for a while, and another directory or none is in its place."""
-    archive = Archive(program, place / "away", random.Random(f"{seed}/away"), place / "away.db")
-    archive.add(60)
+    archive = Archive(program, place / "away", random.Random(f"{seed}/away"), databases.new(kind, place / "away.db"))
+    archive.add(30)
     archive.run("update")
     known = archive.ids()
     paths = dict(archive.rows("SELECT id, path FROM entries WHERE gone IS NULL"))
@@ -261,42 +280,68 @@ def goes_away(program, place, seed, mounts):
     archive.expect(code == 0, f"mounted again: {code} {text}")
     archive.expect_right("mounted again", known)
     archive.expect(dict(archive.rows("SELECT id, path FROM entries WHERE gone IS NULL")) == paths, "other entries after it came back")
-    # During it.
-    for number in range(4):
-        archive.add(60)
-        child = archive.start("update")
-        time.sleep(archive.rng.random() * 0.3)
-        archive.root.rename(hidden)
-        text, _ = child.communicate(timeout=PATIENCE)
-        hidden.rename(archive.root)
-        archive.expect("unexpected" not in text and (child.returncode in (0, 1) or "is no directory" in text),
-                       f"away meanwhile: {child.returncode} {text}")
-        archive.expect_sound("away meanwhile")
+    for number in range(times):
+        archive.add(30)
+        meanwhile(archive, ("update", "watch")[number % 2], hidden, f"away meanwhile ({kind})")
         archive.run("update")
         archive.expect_right("away meanwhile, and back", known)
+    shutil.rmtree(archive.root)
     return archive.findings
 
 
-def catalogue_goes_away(program, place, seed, mounts):
-    """The directory of the catalogue and the recordings is moved while an update runs."""
-    archive = Archive(program, place / "moved", random.Random(f"{seed}/moved"))
+def meanwhile(archive, what, hidden, about):
+    """The archive's directory is away from a random moment of a run to its end."""
+    child = archive.start(what)
+    time.sleep(archive.rng.random() * 0.3)
+    archive.root.rename(hidden)
+    text, _ = child.communicate(timeout=PATIENCE)
+    is_early = any(words in text for words in ("is no directory", "no file", "ZuDrv.ini"))  # it could not even start
+    archive.expect(UNEXPECTED not in text and (child.returncode in (0, 1) or is_early), f"{about}: {child.returncode} {text}")
+    archive.expect(not archive.root.exists(), f"{about}: something was made in a directory that is gone")
+    hidden.rename(archive.root)
+    archive.expect_sound(about)
+    if what == "watch":
+        run_again(archive, what, f"{about}, and back", text, has_journal=False)
+
+
+def catalogue_goes_away(program, place, seed, times):
+    """The directory of the catalogue and the recordings is moved while a run goes on."""
+    root = place / "moved"
+    archive = Archive(program, root, random.Random(f"{seed}/moved"), catalogues.File(root / "zucmtr-archive.db"))
     archive.add(30)
     archive.run("update")
-    hidden = place / "elsewhere"
-    for number in range(4):
-        archive.add(60)
-        child = archive.start("update")
-        time.sleep(archive.rng.random() * 0.3)
-        archive.root.rename(hidden)
-        text, _ = child.communicate(timeout=PATIENCE)
-        archive.expect("unexpected" not in text and (child.returncode in (0, 1) or "is no directory" in text),
-                       f"catalogue away: {child.returncode} {text}")
-        archive.expect(not archive.root.exists(), "a catalogue was made in a directory that is gone")
-        hidden.rename(archive.root)
-        archive.expect_sound("catalogue away meanwhile")
+    for number in range(times):
+        archive.add(30)
+        meanwhile(archive, ("update", "watch")[number % 2], place / "elsewhere", "catalogue away")
         code, text = archive.run("update")
         archive.expect(code == 0, f"catalogue back: {code} {text}")
         archive.expect_right("catalogue back", set())
+    return archive.findings
+
+
+def server_goes_away(databases, program, place, seed):
+    """The server is stopped before a watch, and during runs of all kinds."""
+    server = databases.server_here()
+    archive = Archive(program, place / "stopped", random.Random(f"{seed}/stopped"), catalogues.Server(server))
+    archive.add(30)
+    server.stop()
+    archive.expect(expect_watch_goes_on(archive, "no server"), "the watch did not miss the server")
+    server.start()
+    expect_all_written(archive, "the server is back")
+    for what in KINDS:
+        archive.add(20)
+        child = archive.start(what)
+        time.sleep(archive.rng.random() * 0.3)
+        server.stop()
+        server.start()
+        text, _ = child.communicate(timeout=PATIENCE)
+        about = f"the server restarted during {what}"
+        archive.expect(UNEXPECTED not in text and (child.returncode in (0, 1) or "nothing is converted" in text),
+                       f"{about}: {child.returncode} {text}")
+        archive.expect_sound(about)
+        run_again(archive, what, about, text)
+        archive.run("update")
+        archive.expect_right(about, set())
     return archive.findings
 
 
@@ -306,24 +351,38 @@ def main():
     parser.add_argument("--kills", type=int, default=20)
     parser.add_argument("--seed", default="1")
     parser.add_argument("--place", default=None)
+    parser.add_argument("--only", default="", help="scenarios whose names have this word")
     options = parser.parse_args()
-    program = options.program.absolute()
+    program, seed = options.program.absolute(), options.seed
     mounts = system.own_mounts() if os.geteuid() == 0 else False
-    wrong = 0
+    databases = Databases()
+    wrong, times = 0, 4 if options.kills >= 100 else 2
     with tempfile.TemporaryDirectory(prefix="zucmtr-archive-", dir=options.place) as directory:
         place = pathlib.Path(directory)
-        scenarios = [("kills", lambda: kills(program, place, options.seed, options.kills)),
-                     ("first kills", lambda: new_kills(program, place, options.seed, max(options.kills // 5, 1))),
-                     ("full disk", lambda: full_disk(program, place, options.seed, mounts)),
-                     ("recordings away", lambda: goes_away(program, place, options.seed, mounts)),
-                     ("catalogue away", lambda: catalogue_goes_away(program, place, options.seed, mounts))]
-        for name, scenario in scenarios:
-            started = time.monotonic()
-            findings = scenario()
-            wrong += len(findings)
-            print(f"{name:<16} {len(findings):>4} findings {time.monotonic() - started:>7.1f} s", flush=True)
-            for finding in findings[:10]:
-                print("    " + finding)
+        (place / "tmp").mkdir()
+        os.environ["TMPDIR"] = str(place / "tmp")  # for what killed programs leave there
+        scenarios = [
+            ("kills, file", lambda: kills(databases, program, place, seed, (options.kills + 1) // 2, "file")),
+            ("kills, server", lambda: kills(databases, program, place, seed, options.kills // 2, "server")),
+            ("first kills", lambda: new_kills(databases, program, place, seed, max(options.kills // 5, 1))),
+            ("full disk", lambda: full_disk(databases, program, place, seed, mounts)),
+            ("full disk, server", lambda: full_server(databases, program, place, seed, mounts)),
+            ("recordings away", lambda: goes_away(databases, program, place, seed, "file", times)),
+            ("recordings away, server", lambda: goes_away(databases, program, place, seed, "server", times)),
+            ("catalogue away", lambda: catalogue_goes_away(program, place, seed, times)),
+            ("server away", lambda: server_goes_away(databases, program, place, seed))]
+        try:
+            for name, scenario in scenarios:
+                if options.only not in name:
+                    continue
+                started = time.monotonic()
+                findings = scenario()
+                wrong += len(findings)
+                print(f"{name:<24} {len(findings):>4} findings {time.monotonic() - started:>7.1f} s", flush=True)
+                for finding in findings[:10]:
+                    print("    " + finding[:2000])
+        finally:
+            databases.remove()
     return 1 if wrong else 0
 
 

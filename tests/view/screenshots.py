@@ -1,7 +1,8 @@
 """Makes the pictures of docs/images again from the sample station.
 
-    screenshots.py ZUCMTR CHROMEDRIVER CHROMIUM DIRECTORY
+    screenshots.py ZUCMTR CHROMEDRIVER CHROMIUM DIRECTORY [LANGUAGE]
 
+With the language ru it makes those of docs/images/ru, but for the ones that docs/images has in Russian already.
 PYTHONPATH names the directory of the Python module, whose picture is that of the tour; a test compares it. Before they are committed, `pngquant --force --ext .png` makes them a third as large.
 """
 import os
@@ -13,13 +14,14 @@ import tempfile
 from browser import Browser, until
 
 HOME = "\ue011"
+LOCALES = {"en": "C.UTF-8", "ru": "ru_RU.UTF-8"}
 SHEETS = ["answerSheet", "oscillogram", "planeSheet", "spectrumSheet", "valueSheet", "reportSheet", "channelSheet", "recordSheet"]
 # The plane's loci come from the worker.
 SETTLED = ("const { opened, parts } = zuView.page; return opened !== 'planeSheet' || Boolean(parts.planeSheet.loci && "
            "parts.planeSheet.loci.isReady)")
 
 
-def main(program, driver, chromium, out):
+def main(program, driver, chromium, out, language="en"):
     with tempfile.TemporaryDirectory() as scratch:
         folder = pathlib.Path(scratch)
         subprocess.run([program, "sample", "--out", folder], check=True, stdout=subprocess.DEVNULL)
@@ -32,18 +34,20 @@ def main(program, driver, chromium, out):
             lines.write("zone1=mho 5 8.5 9.9\nzone2=polygon -3,-3 14,-3 24,34 -10,34\n")
         answer = folder / "answer.html"
         subprocess.run([program, "view", recording, "-o", answer, "--png", pathlib.Path(out) / "view-overview.png"],
-                       check=True)
+                       check=True, env=dict(os.environ, LC_ALL=LOCALES[language]))
         subprocess.run([program, "view", folder / "Vostochnaya_000123.ZU", "--ini", folder / "ZuDrv.ini", "--device",
                         "Vostochnaya", "-o", page], check=True)
         both = folder / "both.html"
         subprocess.run([program, "view", folder / "Vostochnaya_000123.ZU", folder / "Vostochnaya_000125.ZU", "--align",
                         "trigger", "-o", both], check=True, stdout=subprocess.DEVNULL)
-        draw_tour(program, folder / "tour", pathlib.Path(out) / "python.png")
+        if language == "en":
+            draw_tour(program, folder / "tour", pathlib.Path(out) / "python.png")
         browser = Browser(driver, chromium, 1360, 980)
         try:
-            shoot_answer(browser, answer, pathlib.Path(out))
-            shoot_all(browser, page, both, pathlib.Path(out))
-            shoot_sheets(browser, answer, pathlib.Path(out) / "sheets")
+            shoot_all(browser, page, both, pathlib.Path(out), language)
+            if language == "en":
+                shoot_answer(browser, answer, pathlib.Path(out))
+                shoot_sheets(browser, answer, pathlib.Path(out) / "sheets")
         finally:
             browser.close()
 
@@ -77,7 +81,7 @@ def shoot_sheets(browser, page, out):
                 (out / ("%s-%s-%s.png" % (sheet.replace("Sheet", ""), language, theme))).write_bytes(browser.picture())
 
 
-def shoot_all(browser, page, both, out):
+def shoot_all(browser, page, both, out, language):
     def shoot(name):
         browser.settle()
         browser.settle()
@@ -92,17 +96,18 @@ def shoot_all(browser, page, both, out):
             scrollTo(0, title.getBoundingClientRect().top + scrollY - bar - 14);""", circuit)
         browser.press("2")
 
-    show("lang=en&theme=light", "ВЛ 110 кВ Восточная")
+    show(f"lang={language}&theme=light", "ВЛ 110 кВ Восточная")
     browser.run("scrollTo(0, 0)")
     shoot("view.png")
-    show("lang=en&theme=dark", "ВЛ 110 кВ Восточная")
+    show(f"lang={language}&theme=dark", "ВЛ 110 кВ Восточная")
     shoot("view-dark.png")
-    show("lang=ru&theme=light", "ВЛ 110 кВ Западная")
-    shoot("view-russian.png")
-    show("lang=en&theme=light", "ВЛ 220 кВ Северная")
+    if language == "en":
+        show("lang=ru&theme=light", "ВЛ 110 кВ Западная")
+        shoot("view-russian.png")
+    show(f"lang={language}&theme=light", "ВЛ 220 кВ Северная")
     browser.press(HOME)
     shoot("view-whole.png")
-    show("lang=en&theme=light", "ВЛ 110 кВ Восточная")
+    show(f"lang={language}&theme=light", "ВЛ 110 кВ Восточная")
     browser.run("const f = zuView.page.frame; f.show(95, 113); zuView.page.cursors.set(1, 1200 + 251);"
                 "zuView.page.cursors.set(0, 1200 + 240)")
     shoot("view-zoomed.png")
@@ -111,7 +116,7 @@ def shoot_all(browser, page, both, out):
     for sheet in ("reportSheet", "channelSheet", "recordSheet"):
         browser.run("document.querySelector(`[data-sheet=${arguments[0]}]`).click(); scrollTo(0, 0)", sheet)
         shoot("view-%s.png" % sheet)
-    show("lang=en&theme=light&shift=-1199997", "ВЛ 110 кВ Восточная", both)
+    show(f"lang={language}&theme=light&shift=-1199997", "ВЛ 110 кВ Восточная", both)
     shoot("view-second.png")
 
 

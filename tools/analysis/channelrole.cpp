@@ -1,5 +1,6 @@
 #include "analysis/channelrole.h"
 
+#include <QHash>
 #include <QStringList>
 
 #include <algorithm>
@@ -38,10 +39,13 @@ constexpr std::array<UnitRow, 16> units = {{
 
 const UnitRow* FindUnit(const QString& unit)
 {
-    for (const UnitRow& row : units)
-        if (unit == QString::fromUtf8(row.unit))
-            return &row;
-    return nullptr;
+    static const QHash<QString, const UnitRow*> rows = [] {
+        QHash<QString, const UnitRow*> known;
+        for (const UnitRow& row : units)
+            known.insert(QString::fromUtf8(row.unit), &row);
+        return known;
+    }();
+    return rows.value(unit, nullptr);
 }
 
 char PhaseOfName(const QString& name)

@@ -68,6 +68,14 @@ bool Circuit::HasPhases(const Channels& channels)
                        [](int channel) { return channel != NoChannel; });
 }
 
+bool Circuit::HasWave(size_t channel) const
+{
+    const auto isAmong = [channel](const Channels& channels) {
+        return std::find(channels.begin(), channels.end(), static_cast<int>(channel)) != channels.end();
+    };
+    return isAmong(voltages) || isAmong(currents);
+}
+
 std::vector<Circuit> CircuitsOf(const comtrade::Configuration& config)
 {
     Grouping grouping;

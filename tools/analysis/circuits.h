@@ -26,6 +26,8 @@ struct Circuit
     bool HasVoltages() const { return HasPhases(voltages); } ///< of all three phases
     bool HasCurrents() const { return HasPhases(currents); } ///< likewise
 
+    bool HasWave(size_t channel) const; ///< one of voltages and currents
+
 private:
     static bool HasPhases(const Channels& channels);
 };

@@ -50,8 +50,7 @@ private:
     bool Seek()
     {
         const States& states = oscillogram->states[number];
-        while (at < states.Size() && states.At(at) == states.At(at - 1))
-            ++at;
+        at = states.NextChange(at);
         return at < states.Size();
     }
 

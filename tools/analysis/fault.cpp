@@ -78,8 +78,9 @@ bool IsBetter(const Candidate& one, const Candidate& other)
 class Finder
 {
 public:
-    Finder(const Signals& signals_, const std::vector<Circuit>& circuits_, const Lines& lines_)
-        : signals(signals_), circuits(circuits_), lines(lines_),
+    Finder(const Signals& signals_, const std::vector<Circuit>& circuits_, const Lines& lines_,
+           WantedPhasors wanted_)
+        : signals(signals_), circuits(circuits_), lines(lines_), wanted(wanted_),
           frequency(StartFrequency(signals_, Reference(signals_, circuits_))),
           meter(signals_.Rate() / frequency)
     {}
@@ -115,7 +116,7 @@ public:
         for (size_t phase = PhaseA; phase < Phases; ++phase)
             before.currents[phase] =
                 meter.Of(*waves[phase], quiet.firstBad - meter.Window() - 1, meter.Window());
-        return PhasorsOf(quiet, before);
+        return PhasorsAround(quiet, before, [](size_t) { return true; });
     }
 
 private:
@@ -169,7 +170,9 @@ private:
         fault.direction = candidate.direction;
         const FaultSearch& search = *candidate.search;
         std::optional<Occurrence> found = candidate.found;
-        fault.phasors = PhasorsOf(*found, search.Before(found->firstBad));
+        fault.phasors = PhasorsAround(*found, search.Before(found->firstBad), [&](size_t channel) {
+            return wanted == WantedPhasors::AllWaves || circuits[fault.circuit].HasWave(channel);
+        });
         while (found) {
             AddParts(fault, *found, search);
             if (!found->clearing)
@@ -221,9 +224,11 @@ private:
         Locate(part, stretch, located, meter);
     }
 
-    // Of all voltages and currents, at the end of the fault's last part before a reclosing. Angles are
+    // Of the wanted voltages and currents, at the end of the fault's last part before a reclosing. Angles are
     // against the voltage of the faulted circuit before the fault, or its current where it has none.
-    std::vector<ChannelPhasors> PhasorsOf(const Occurrence& found, const CircuitState& before) const
+    template <class IsWanted>
+    std::vector<ChannelPhasors> PhasorsAround(const Occurrence& found, const CircuitState& before,
+                                              IsWanted isWanted) const
     {
         const PhasePhasors& reference = before.hasVoltages ? before.voltages : before.currents;
         const Phasor positive = ComponentsOf(reference).positive;
@@ -236,7 +241,7 @@ private:
             found.clearing ? static_cast<size_t>(*found.clearing) + window / 2 : signals.Count();
         std::vector<ChannelPhasors> phasors;
         for (size_t channel = 0; channel < signals.Config().analog.size(); ++channel) {
-            if (RoleOf(signals.Config().analog[channel]).quantity == Quantity::Other)
+            if (!isWanted(channel) || RoleOf(signals.Config().analog[channel]).quantity == Quantity::Other)
                 continue;
             const Wave& wave = signals.Of(channel);
             const auto at = [&](size_t first) { return meter.Of(wave, first, window) * turn; };
@@ -248,6 +253,7 @@ private:
     const Signals& signals;
     const std::vector<Circuit>& circuits;
     const Lines& lines;
+    const WantedPhasors wanted;
     const double frequency;
     const Meter meter;
 };
@@ -292,7 +298,8 @@ const FaultPart& Fault::Located() const
     return longest == nullptr ? Last() : *longest;
 }
 
-Findings FindFault(const Signals& signals, const std::vector<Circuit>& circuits, const Lines& lines)
+Findings FindFault(const Signals& signals, const std::vector<Circuit>& circuits, const Lines& lines,
+                   WantedPhasors phasors)
 {
     Findings findings;
     findings.frequency = signals.Nominal();
@@ -302,10 +309,10 @@ Findings FindFault(const Signals& signals, const std::vector<Circuit>& circuits,
     constexpr double leastSamples = 8; // a period
     if (!findings.hasWaves || signals.Rate() / signals.Nominal() < leastSamples)
         return findings;
-    const Finder finder(signals, circuits, lines);
+    const Finder finder(signals, circuits, lines, phasors);
     findings.frequency = finder.Frequency();
     findings.fault = finder.Find();
-    if (!findings.fault)
+    if (!findings.fault && phasors == WantedPhasors::AllWaves)
         findings.phasors = finder.PhasorsAtTrigger();
     return findings;
 }

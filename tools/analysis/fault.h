@@ -91,7 +91,12 @@ struct Findings
     std::vector<ChannelPhasors> phasors; ///< where there is no fault: of all waves, at the trigger
 };
 
+/// Which phasors the findings have: for those who show them, or for those who only want to know about the
+/// faulted circuit (none without a fault).
+enum class WantedPhasors { AllWaves, FaultedCircuit };
+
 /// Looks for a short circuit. The circuits are those of the record.
-Findings FindFault(const Signals& signals, const std::vector<Circuit>& circuits, const Lines& lines);
+Findings FindFault(const Signals& signals, const std::vector<Circuit>& circuits, const Lines& lines,
+                   WantedPhasors phasors = WantedPhasors::AllWaves);
 
 } // namespace analysis

@@ -331,8 +331,9 @@ Direction DirectionOf(const Change& change)
         voltages.positive * std::conj(currents.positive) + voltages.negative * std::conj(currents.negative);
     if (power == Phasor())
         return Direction::Unknown;
+    static const Phasor toForward = std::polar(1.0, 3 * Pi / 4);
     // A source of 0 to 90 degrees behind the recorder gives 180 to 270, what lies ahead of it 0 to 90.
-    return std::real(power * std::polar(1.0, 3 * Pi / 4)) > 0 ? Direction::Forward : Direction::Reverse;
+    return std::real(power * toForward) > 0 ? Direction::Forward : Direction::Reverse;
 }
 
 } // namespace analysis

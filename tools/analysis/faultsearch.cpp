@@ -42,8 +42,7 @@ FaultSearch::FaultSearch(const CircuitWaves& waves_, const Meter& meter_)
     for (size_t phase = PhaseA; phase < Phases; ++phase) {
         const Wave& wave = *waves.currents[phase];
         differences[phase] = Superimposed(wave, meter.Period());
-        const double level =
-            std::min(NoiseOf(differences[phase], 0, quiet), NoiseOf(differences[phase], 0, count));
+        const double level = LesserNoise(differences[phase], 0, quiet);
         // One limit for the three: a phase that takes no part has nothing but the last digits of its values.
         limit = std::max({limit, beyondNoise * level, partOfLoad * LargestOf(wave, 0, meter.Window()),
                           partOfLargest * LargestOf(differences[phase], 0, count)});
@@ -235,11 +234,12 @@ void FaultSearch::FindKinds(Occurrence& found) const
     const size_t window = meter.Window();
     const size_t end = std::min(found.firstBreak, count);
     const size_t first = found.firstBad;
-    const auto kindAt = [&](size_t at, size_t length) {
-        Change change = found.change;
-        change.during = meter.Of(waves, at, length);
+    Change change = found.change;
+    const auto kindIn = [&change](const CircuitState& during) {
+        change.during = during;
         return KindOf(change);
     };
+    const auto kindAt = [&](size_t at, size_t length) { return kindIn(meter.Of(waves, at, length)); };
     if (end < first + window) {
         const size_t length = std::max(end - std::min(end, first), window / 2);
         found.kinds = {{found.onset, kindAt(first, length)}};
@@ -251,11 +251,12 @@ void FaultSearch::FindKinds(Occurrence& found) const
     size_t length = 0;
     FaultKind running = kindAt(first, window);
     for (size_t at = first; at + window <= end; at += step) {
-        if (!IsWhole(meter.Of(waves, at, window))) {
+        const CircuitState during = meter.Of(waves, at, window);
+        if (!IsWhole(during)) {
             length = 0;
             continue;
         }
-        const FaultKind kind = kindAt(at, window);
+        const FaultKind kind = kindIn(during);
         length = kind == running ? length + 1 : 1;
         running = kind;
         if (length == enough && (runs.empty() || HasJoined(runs.back(), kind, at)))

@@ -33,7 +33,10 @@ bool Has(const std::vector<Circuit>& circuits, const QString& name)
 
 bool IsSameName(const QString& a, const QString& b)
 {
-    return a == b || (!Bare(a).isEmpty() && Bare(a) == Bare(b));
+    if (a == b)
+        return true;
+    const QString bare = Bare(a);
+    return !bare.isEmpty() && bare == Bare(b);
 }
 
 QString CircuitNamed(const QString& name, const std::vector<Circuit>& circuits, const ChannelKinds& kinds)
@@ -43,9 +46,10 @@ QString CircuitNamed(const QString& name, const std::vector<Circuit>& circuits, 
     QString ofEquipment = kinds.CircuitOf(name);
     if (!ofEquipment.isEmpty())
         return ofEquipment;
+    const QString bare = Bare(name);
     QStringList alike;
     for (const Circuit& circuit : circuits)
-        if (IsSameName(circuit.name, name))
+        if (!bare.isEmpty() && Bare(circuit.name) == bare)
             alike << circuit.name;
     return alike.size() == 1 ? alike.first() : QString();
 }

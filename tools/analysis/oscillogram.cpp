@@ -185,9 +185,10 @@ void Codes::Limit(const qint16* code, const qint16* end)
         return;
     qint16 low = *code; // as std::minmax_element, but in a loop that has no branches
     qint16 high = *code;
-    for (; code != end; ++code) {
-        low = std::min(low, *code);
-        high = std::max(high, *code);
+    const auto count = static_cast<size_t>(end - code);
+    for (size_t i = 0; i < count; ++i) {
+        low = code[i] < low ? code[i] : low;
+        high = code[i] > high ? code[i] : high;
     }
     least = std::isnan(least) ? low : std::min<double>(least, low);
     greatest = std::isnan(greatest) ? high : std::max<double>(greatest, high);
@@ -234,10 +235,20 @@ void States::SetBit(size_t index)
 std::vector<qint32> States::ChangePositions() const
 {
     std::vector<qint32> positions;
-    for (size_t i = 1; i < count; ++i)
-        if (At(i) != At(i - 1))
+    if (changes > 0)
+        for (size_t i = NextChange(1); i < count; i = NextChange(i + 1))
             positions.push_back(static_cast<qint32>(i));
     return positions;
+}
+
+size_t States::NextChange(size_t from) const
+{
+    const auto isEven = [this](size_t byte, bool state) { return bits[byte] == (state ? 0xff : 0); };
+    while (from < count && At(from) == At(from - 1)) {
+        const bool isByte = from % 8 == 0 && from + 8 <= count && isEven(from / 8, At(from - 1));
+        from += isByte ? 8 : 1;
+    }
+    return std::min(from, count);
 }
 
 qint64 Oscillogram::Count() const
@@ -257,7 +268,10 @@ void AddTo(Codes& codes, const comtrade::View<Number>& read)
 {
     constexpr Number missing = std::numeric_limits<Number>::min();
     if constexpr (std::is_same_v<Number, qint16>) {
-        if (std::find(read.begin(), read.end(), missing) == read.end()) {
+        bool isLacking = false; // in a loop without an end before the end
+        for (const Number code : read)
+            isLacking |= code == missing;
+        if (!isLacking) {
             codes.Add(read.data(), read.size());
             return;
         }

@@ -52,6 +52,8 @@ public:
     qint64 Changes() const { return changes; }
     std::vector<quint8> Bits() const { return bits; }
     std::vector<qint32> ChangePositions() const; ///< the samples with a state other than the one before
+    /// The first of them from a sample on, which is not 0; Size() if there is none.
+    size_t NextChange(size_t from) const;
 
 private:
     void SetBit(size_t index);

@@ -17,6 +17,9 @@ constexpr double None = std::numeric_limits<double>::quiet_NaN();
 // Sums that slide start afresh with each block, so that no rounding error grows with the wave.
 constexpr size_t Block = 256;
 
+// One register on x86-64 and 64-bit ARM: real and imaginary part.
+typedef double Pair __attribute__((vector_size(16)));
+
 // Sums of products of weights with a wave, for each sample of a block.
 struct Taps
 {
@@ -60,10 +63,7 @@ Fourier::Fourier(double samplesPerPeriod, size_t window, const Model& model)
 
 Fourier::Fourier(const WindowFit& fit, int order)
     : step(fit.Step() * static_cast<double>(order)), ends(fit.Ends()), weights(fit.Weights(order))
-{
-    for (size_t i = 0; i < Block; ++i)
-        turns.push_back(TurnOf(i));
-}
+{}
 
 Phasor Fourier::Of(const double* first) const
 {
@@ -75,6 +75,24 @@ Phasor Fourier::Of(const double* first) const
     }
     return {real, imaginary};
 }
+
+template <size_t Count>
+std::array<Phasor, Count> Fourier::Of(const std::array<const double*, Count>& firsts) const
+{
+    Pair sums[Count] = {};
+    for (size_t i = 0; i < weights.size(); ++i) {
+        const Pair weight = {weights[i].real(), weights[i].imag()};
+        for (size_t k = 0; k < Count; ++k)
+            sums[k] += weight * firsts[k][i];
+    }
+    std::array<Phasor, Count> results;
+    for (size_t k = 0; k < Count; ++k)
+        results[k] = {sums[k][0], sums[k][1]};
+    return results;
+}
+
+template std::array<Phasor, 3> Fourier::Of(const std::array<const double*, 3>& firsts) const;
+template std::array<Phasor, 6> Fourier::Of(const std::array<const double*, 6>& firsts) const;
 
 Phasor Fourier::TurnOf(size_t sample) const
 {
@@ -114,6 +132,8 @@ std::vector<Phasor> Fourier::Track(const std::vector<double>& wave) const
     const size_t window = weights.size();
     if (wave.size() < window)
         return result;
+    for (size_t i = turns.size(); i < Block; ++i)
+        turns.push_back(TurnOf(i));
     std::vector<double> values(wave.size() + Block); // a missing value must not stay in a sliding sum
     std::transform(wave.begin(), wave.end(), values.begin(),
                    [](double value) { return std::isfinite(value) ? value : 0; });
@@ -125,9 +145,9 @@ std::vector<Phasor> Fourier::Track(const std::vector<double>& wave) const
 
 Components ComponentsOf(Phasor a, Phasor b, Phasor c)
 {
-    const Phasor turn = std::polar(1.0, 2 * Pi / 3);
-    return {(a + b + c) / 3.0, (a + turn * b + turn * turn * c) / 3.0,
-            (a + turn * turn * b + turn * c) / 3.0};
+    static const Phasor turn = std::polar(1.0, 2 * Pi / 3);
+    static const Phasor twice = turn * turn;
+    return {(a + b + c) / 3.0, (a + turn * b + twice * c) / 3.0, (a + twice * b + turn * c) / 3.0};
 }
 
 } // namespace analysis

@@ -1,6 +1,7 @@
 // Phasors of the fundamental and its harmonics.
 #pragma once
 
+#include <array>
 #include <complex>
 #include <cstddef>
 #include <vector>
@@ -48,9 +49,14 @@ public:
     /// is. The direct component is the real part.
     Phasor Of(const double* first) const;
 
+    /// The same for `Count` windows at once (3 or 6), bit for bit what each of them gives alone, in a third
+    /// of the time: the sums of one window need not wait for those of another.
+    template <size_t Count>
+    std::array<Phasor, Count> Of(const std::array<const double*, Count>& firsts) const;
+
     /// The same for each sample of a wave as the last of its window, with the angle against a phasor that
     /// turns with the filter's own frequency and has angle 0 at sample 0: constant for a steady signal. NaN
-    /// for samples without a whole window.
+    /// for samples without a whole window. Not for several threads at once.
     std::vector<Phasor> Track(const std::vector<double>& wave) const;
 
 private:
@@ -60,7 +66,7 @@ private:
     double step; // rad per sample, of the harmonic that is wanted
     size_t ends; // weights at each end that are not the plain kernel; 0: all
     std::vector<Phasor> weights;
-    std::vector<Phasor> turns; // of the first samples
+    mutable std::vector<Phasor> turns; // of the first samples; filled when a wave is first tracked
 };
 
 /// Zero, positive and negative sequence of three phasors (C. L. Fortescue, Trans. AIEE 37, 1918).

@@ -69,12 +69,22 @@ Wave Signals::Compute(size_t channel) const
 {
     const comtrade::AnalogChannel& known = oscillogram.config.analog[channel];
     const Codes& codes = oscillogram.analog[channel];
+    const double a = known.a;
+    const double b = known.b;
     const double factor = PrimaryFactor(known) * BaseFactor(known.unit);
     Wave wave(codes.Size());
-    for (size_t i = 0; i < wave.size(); ++i)
-        wave[i] = (known.a * codes.At(i) + known.b) * factor;
+    const auto compute = [&](const auto& numbers) {
+        for (size_t i = 0; i < wave.size(); ++i)
+            wave[i] = (a * static_cast<double>(numbers[i]) + b) * factor;
+    };
+    if (codes.IsWide())
+        compute(codes.Wide());
+    else
+        compute(codes.Small());
     const double skew = SkewOf(channel);
-    return isGrid || skew != 0 ? InterpolationFor(skew).Of(wave) : wave;
+    if (isGrid || skew != 0)
+        return InterpolationFor(skew).Of(wave);
+    return wave;
 }
 
 } // namespace analysis

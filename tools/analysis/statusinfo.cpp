@@ -7,14 +7,22 @@ namespace analysis {
 std::map<int, StatusInfo> StatusInfoOf(const QString& information)
 {
     std::map<int, StatusInfo> channels;
-    if (!information.contains(QLatin1String("Status_Signal_Type")))
+    const QLatin1String statusSection("[Russian_Comtrade_Edition Status_Channel_");
+    const int first = information.indexOf(statusSection);
+    if (first < 0)
         return channels;
     StatusInfo* open = nullptr;
     StatusInfo read;
-    for (const QStringRef& row : information.splitRef(QLatin1Char('\n'))) {
-        const QStringRef line = row.trimmed();
+    int end = 0;
+    // The sections of analog channels before it are passed over.
+    for (int begin = information.lastIndexOf(QLatin1Char('\n'), first) + 1; begin < information.size();
+         begin = end + 1) {
+        end = information.indexOf(QLatin1Char('\n'), begin);
+        if (end < 0)
+            end = information.size();
+        const QStringRef line = information.midRef(begin, end - begin).trimmed();
         if (line.startsWith(QLatin1Char('['))) {
-            const bool isStatus = line.startsWith(QLatin1String("[Russian_Comtrade_Edition Status_Channel_"));
+            const bool isStatus = line.startsWith(statusSection);
             read = StatusInfo();
             open = isStatus ? &read : nullptr;
             continue;

@@ -18,7 +18,8 @@ Summary Summarise(const Question& question)
     return Summarise(Read(question.record, extent), question.lines, question.lineFile);
 }
 
-Summary Summarise(const Oscillogram& oscillogram, const Lines& lines, const QString& lineFile)
+Summary Summarise(const Oscillogram& oscillogram, const Lines& lines, const QString& lineFile,
+                  WantedPhasors phasors)
 {
     Summary summary;
     summary.config = oscillogram.config;
@@ -32,7 +33,7 @@ Summary Summarise(const Oscillogram& oscillogram, const Lines& lines, const QStr
     if (summary.samples > 0) {
         const Signals signals(oscillogram);
         summary.rate = signals.Rate();
-        summary.findings = FindFault(signals, summary.circuits, summary.lines);
+        summary.findings = FindFault(signals, summary.circuits, summary.lines, phasors);
     } else {
         summary.findings.hasWaves = false;
     }

@@ -51,7 +51,8 @@ struct Summary
 Summary Summarise(const Question& question);
 
 /// The same for a record that is in memory.
-Summary Summarise(const Oscillogram& oscillogram, const Lines& lines, const QString& lineFile);
+Summary Summarise(const Oscillogram& oscillogram, const Lines& lines, const QString& lineFile,
+                  WantedPhasors phasors = WantedPhasors::AllWaves);
 
 /// One object for programs, without the name of the file; docs/json.md lists the keys.
 QJsonObject JsonOf(const Summary& summary);

@@ -17,6 +17,10 @@ Wave Superimposed(const Wave& wave, double period);
 /// deviation of a normal distribution (P. J. Rousseeuw, C. Croux, JASA 88, 1993). 0 without any value.
 double NoiseOf(const Wave& wave, size_t begin, size_t end);
 
+/// The noise of such a stretch or that of the whole wave, whichever is less: in most waves the latter is seen
+/// to be more without being computed.
+double LesserNoise(const Wave& wave, size_t begin, size_t end);
+
 /// The largest magnitude among samples begin to end - 1; 0 without any value.
 double LargestOf(const Wave& wave, size_t begin, size_t end);
 

@@ -14,7 +14,11 @@ constexpr double None = std::numeric_limits<double>::quiet_NaN();
 
 Meter::Meter(double samplesPerPeriod)
     : period(samplesPerPeriod), window(static_cast<size_t>(std::ceil(samplesPerPeriod - 1e-6)))
-{}
+{
+    secondTurns.reserve(window);
+    for (size_t i = 0; i < window; ++i)
+        secondTurns.push_back(std::polar(1.0, -4 * Pi * static_cast<double>(i) / period));
+}
 
 const Fourier& Meter::Filter(size_t length) const
 {
@@ -34,22 +38,48 @@ const Fourier& Meter::Filter(size_t length) const
     return filters.emplace(length, Fourier(period, length, model)).first->second;
 }
 
+// From the angle at the last sample of a window to that at sample 0.
+Phasor Meter::TurnOf(size_t first, size_t length) const
+{
+    const double last = static_cast<double>(first + length - 1);
+    return std::polar(1.0, -std::fmod(2 * Pi * last / period, 2 * Pi));
+}
+
 Phasor Meter::Of(const Wave& wave, size_t first, size_t length) const
 {
     if (length == 0 || first + length > wave.size())
         return {None, None};
-    const double last = static_cast<double>(first + length - 1);
-    return Filter(length).Of(&wave[first]) * std::polar(1.0, -std::fmod(2 * Pi * last / period, 2 * Pi));
+    return Filter(length).Of(&wave[first]) * TurnOf(first, length);
 }
 
 CircuitState Meter::Of(const CircuitWaves& waves, size_t first, size_t length) const
 {
     CircuitState state;
     state.hasVoltages = waves.hasVoltages;
-    for (size_t phase = PhaseA; phase < Phases; ++phase) {
-        state.currents[phase] = Of(*waves.currents[phase], first, length);
+    // The waves of a record are equally long.
+    if (length == 0 || first + length > waves.currents[PhaseA]->size()) {
+        state.currents.fill({None, None});
         if (waves.hasVoltages)
-            state.voltages[phase] = Of(*waves.voltages[phase], first, length);
+            state.voltages.fill({None, None});
+        return state;
+    }
+    const Phasor turn = TurnOf(first, length);
+    const auto at = [first](const Wave* wave) { return wave->data() + first; };
+    const auto& currents = waves.currents;
+    const auto& voltages = waves.voltages;
+    if (waves.hasVoltages) {
+        const std::array<Phasor, 2 * Phases> all =
+            Filter(length).Of<2 * Phases>({at(currents[PhaseA]), at(currents[PhaseB]), at(currents[PhaseC]),
+                                           at(voltages[PhaseA]), at(voltages[PhaseB]), at(voltages[PhaseC])});
+        for (size_t phase = PhaseA; phase < Phases; ++phase) {
+            state.currents[phase] = all[phase] * turn;
+            state.voltages[phase] = all[Phases + phase] * turn;
+        }
+    } else {
+        const std::array<Phasor, Phases> all =
+            Filter(length).Of<Phases>({at(currents[PhaseA]), at(currents[PhaseB]), at(currents[PhaseC])});
+        for (size_t phase = PhaseA; phase < Phases; ++phase)
+            state.currents[phase] = all[phase] * turn;
     }
     return state;
 }
@@ -62,7 +92,7 @@ double Meter::SecondHarmonic(const Wave& wave, size_t first) const
     for (size_t i = 0; i < window; ++i) {
         // The part of the last sample's step that is within the period.
         const double weight = i + 1 < window ? 1 : period - static_cast<double>(window - 1);
-        second += weight * wave[first + i] * std::polar(1.0, -4 * Pi * static_cast<double>(i) / period);
+        second += weight * wave[first + i] * secondTurns[i];
     }
     return std::sqrt(2.0) / period * std::abs(second);
 }

@@ -40,9 +40,11 @@ public:
 
 private:
     const Fourier& Filter(size_t length) const;
+    Phasor TurnOf(size_t first, size_t length) const;
 
     double period;
     size_t window;
+    std::vector<Phasor> secondTurns; // of the samples of the usual window
     mutable std::map<size_t, Fourier> filters;
 };
 

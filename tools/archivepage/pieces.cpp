@@ -11,7 +11,7 @@ namespace archivepage {
 
 namespace {
 
-constexpr int Digits = 4; // significant, of measured values
+constexpr int Digits = 6; // significant, of measured values: what is shown of them is rounded once more
 constexpr int TimeDigits = 6;
 
 // Bits of an entry's state; web/pieces.js has the same.

@@ -107,16 +107,18 @@ QString Catalogue::Absolute(const QString& stored) const
 void Catalogue::AddKnown(QHash<QString, Known>& known, const QString& condition, const sql::Values& values)
 {
     database->Run(
-        QStringLiteral("SELECT e.path, e.id, e.print, e.reason, p.name, p.bytes, p.modified FROM entries e "
-                       "JOIN pieces p ON p.entry = e.id WHERE e.gone IS NULL AND %1 "
-                       "ORDER BY e.id, p.name")
+        QStringLiteral(
+            "SELECT e.path, e.id, e.print, e.reason, e.error, p.name, p.bytes, p.modified FROM entries e "
+            "JOIN pieces p ON p.entry = e.id WHERE e.gone IS NULL AND %1 "
+            "ORDER BY e.id, p.name")
             .arg(condition),
         values, [&](const sql::Row& row) {
             Known& one = known[Absolute(row.Text(0))];
             one.id = row.Integer(1);
             one.print = row.Text(2).toLatin1();
             one.isRead = row.IsNull(3);
-            one.pieces.push_back({row.Text(4), row.Integer(5), row.Integer(6)});
+            one.isPlain = one.isRead && !row.IsNull(4);
+            one.pieces.push_back({row.Text(5), row.Integer(6), row.Integer(7)});
         });
 }
 

@@ -20,6 +20,7 @@ struct Known
     QByteArray print;
     std::vector<Piece> pieces; ///< by name, without their contents' hashes
     bool isRead = false;       ///< it could be read
+    bool isPlain = false;      ///< but without its ini file, which was of no use
 };
 
 /// For one thread. Several catalogues may have the same database open, in other processes too.

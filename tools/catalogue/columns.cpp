@@ -127,7 +127,7 @@ sql::Values ValuesOf(const Entry& entry)
 
 QString WordsOf(const Entry& entry)
 {
-    QStringList words = {QFileInfo(entry.path).completeBaseName(),
+    QStringList words = {QFileInfo(entry.path).fileName(),
                          entry.station,
                          entry.recorder,
                          entry.circuit,

@@ -25,9 +25,9 @@ CREATE TABLE entries ( -- a recording or a record, also one that could not be re
     looked TEXT NOT NULL,         -- when it was read, in UTC
     gone TEXT,                    -- when it was not there any more, in UTC; NULL: it is there
     reason TEXT,                  -- why it could not be read: a word for programs; NULL: it could
-    error TEXT,                   -- the same for people
-    station TEXT NOT NULL,        -- empty: it could not be read
-    recorder TEXT NOT NULL,       -- its name or number; empty: it could not be read
+    error TEXT,                   -- the same for people; without a reason: why it was read without its ini file or lines.ini
+    station TEXT NOT NULL,        -- empty: it could not be read, or has no ini file that says it
+    recorder TEXT NOT NULL,       -- its name or number; empty: it could not be read, or does not say
     start_time TEXT,              -- of the first sample, ISO 8601, with the offset from UTC if it is known
     trigger_time TEXT,            -- of the trigger, in the same form
     utc_offset INTEGER,           -- minutes; NULL: not known
@@ -134,6 +134,44 @@ CREATE TABLE pictures ( -- waves of an entry's fault, so small that a list can s
 );
 )sql";
 
+// Of version 2. A journal has a number, as several of them are in one database.
+const char* const Journals = R"sql(
+CREATE TABLE journals ( -- the journal of a recorder of 'zucmtr watch', whose copy is here
+    id {id},                      -- by which the other tables name it
+    host TEXT NOT NULL,           -- machine that it is on
+    file TEXT NOT NULL,           -- absolute path of its own file there
+    directory TEXT NOT NULL,      -- absolute path of that of the records
+    recorder TEXT NOT NULL,       -- the name that the watch gives it
+    process {big} NOT NULL,       -- of the watch that copies it, or was the last
+    since TEXT NOT NULL,          -- when that began, in UTC
+    copied TEXT,                  -- when the copy was last the same as the journal, in UTC; NULL: never yet
+    UNIQUE (host, file)
+);
+CREATE TABLE journal_recordings ( -- what became of a recording
+    journal {big} NOT NULL REFERENCES journals (id) ON DELETE CASCADE, -- id of the journal
+    file TEXT NOT NULL,           -- absolute path of the recording's first file
+    fingerprint TEXT NOT NULL,    -- of names, sizes and times of its files
+    state TEXT NOT NULL,          -- begun, failed, killed, withdrawn, converted, given up
+    record TEXT NOT NULL,         -- name of the record of a converted one
+    access TEXT NOT NULL,         -- permissions with which the state holds; empty: with any
+    unended INTEGER NOT NULL,     -- how often the program came to no end of it
+    failures INTEGER NOT NULL,    -- how often it failed
+    kills INTEGER NOT NULL,       -- how often its own process was ended from outside
+    noted TEXT NOT NULL,          -- when, in UTC
+    PRIMARY KEY (journal, file)
+) {rowless};
+CREATE TABLE journal_commands ( -- a command after a record that is not done
+    journal {big} NOT NULL REFERENCES journals (id) ON DELETE CASCADE, -- id of the journal
+    number {big} NOT NULL,        -- in the order of the records
+    file TEXT NOT NULL,           -- first file of the recording whose record the command is for
+    state TEXT NOT NULL,          -- waiting, given up
+    input TEXT NOT NULL,          -- what the command gets, as JSON
+    failures INTEGER NOT NULL,    -- how often it failed
+    noted TEXT NOT NULL,          -- when, in UTC
+    PRIMARY KEY (journal, number)
+) {rowless};
+)sql";
+
 // The words are stored once, beside the index.
 const char* const SqliteSearch = R"sql(
 CREATE TABLE words ( -- words of an entry, for a search with MATCH in the table search
@@ -155,7 +193,9 @@ CREATE INDEX search_words ON search USING GIN (words);
 
 const Schema& ThisSchema()
 {
-    static const Schema schema = {{Tables, SqliteSearch, PostgresSearch}, Views, {}};
+    static const QByteArray tables = QByteArray(Tables) + Journals;
+    static const Schema schema = {
+        {tables.constData(), SqliteSearch, PostgresSearch}, Views, {{Journals, "", ""}}};
     return schema;
 }
 

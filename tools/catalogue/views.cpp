@@ -56,6 +56,9 @@ SELECT print, path, kind, bytes, (SELECT count(*) FROM entries o WHERE o.print =
 FROM entries e
 WHERE gone IS NULL AND EXISTS (SELECT 1 FROM entries o WHERE o.print = e.print AND o.gone IS NULL AND o.id <> e.id)
 ORDER BY print, path;
+CREATE VIEW watched AS -- recordings in the journals of all recorders of 'zucmtr watch'
+SELECT j.host, j.recorder, r.file, r.state, r.record, r.failures, r.unended, r.kills, r.noted, j.directory, j.copied
+FROM journal_recordings r JOIN journals j ON j.id = r.journal;
 CREATE VIEW named_events AS -- events with the names of their channels
 SELECT e.path, e.trigger_time, v.entry, v.place, v.time, c.circuit, c.name, c.phase, v.kind, v.state, v.active
 FROM events v JOIN channels c ON c.id = v.channel JOIN entries e ON e.id = v.entry;

@@ -388,12 +388,13 @@ AnalogChannel ReadAnalog(CfgLines& lines, Revision revision, int ordinal, Place&
     place = lines.Take(Tr("comtrade", "an analog channel"));
     Place arranged = place;
     Arrange(lines, arranged, revision);
+    const QStringList& fields = arranged.fields;
     AnalogChannel channel;
     channel.number = ReadNumber(lines, arranged, ordinal);
-    channel.name = arranged.fields[1];
-    channel.phase = arranged.fields[2];
-    channel.circuit = arranged.fields[3];
-    channel.unit = arranged.fields[4];
+    channel.name = fields[1];
+    channel.phase = fields[2];
+    channel.circuit = fields[3];
+    channel.unit = fields[4];
     channel.a = lines.NumberOr(1, arranged, 5, Tr("comtrade", "multiplier a"));
     channel.b = lines.NumberOr(0, arranged, 6, Tr("comtrade", "offset b"));
     channel.skew = ReadSkew(lines, arranged);
@@ -418,7 +419,7 @@ StateChannel ReadState(CfgLines& lines, Revision revision, int ordinal, Place& p
     }
     lines.ExpectFields(arranged, 2, FieldsOfState, what);
     count = arranged.fields.size();
-    const QString last = arranged.fields.last();
+    const QString last = arranged.fields.constLast();
     const bool hasState = count > 2 && (count == FieldsOfState || IsState(last) || last.isEmpty());
     if (count < wanted)
         lines.Forgive(arranged, -1,

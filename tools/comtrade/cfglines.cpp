@@ -15,6 +15,9 @@ Place Split(qint64 number, const QString& text)
     Place place;
     place.line = number;
     place.text = text;
+    const int commas = text.count(QLatin1Char(','));
+    place.fields.reserve(commas + 1);
+    place.columns.reserve(static_cast<size_t>(commas) + 1);
     int from = 0;
     while (from <= text.size()) {
         const int comma = text.indexOf(QLatin1Char(','), from);
@@ -197,6 +200,19 @@ Place CfgLines::Peek(int ahead) const
         if (!lines[i].isBlank && ahead-- == 0)
             return comtrade::Split(lines[i].number, lines[i].text);
     return {};
+}
+
+int CfgLines::Find(int from, const std::function<bool(const QString& field)>& isIt) const
+{
+    int ahead = 0;
+    for (size_t i = next; i < lines.size(); ++i) {
+        if (lines[i].isBlank)
+            continue;
+        if (ahead >= from && isIt(lines[i].text.left(lines[i].text.indexOf(QLatin1Char(','))).trimmed()))
+            return ahead;
+        ++ahead;
+    }
+    return std::max(ahead, from);
 }
 
 void CfgLines::Forgive(const Place& place, int field, const Slip& slip)

@@ -9,6 +9,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
 #include <vector>
 
 namespace comtrade {
@@ -32,6 +33,10 @@ public:
 
     /// A line further on, without taking it: 0 is the next one. An empty place if there is none.
     Place Peek(int ahead = 0) const;
+
+    /// How far ahead the first line is, from one of them on, whose first field is so; their number if none
+    /// is.
+    int Find(int from, const std::function<bool(const QString& field)>& isIt) const;
 
     bool AtEnd() const { return Left() == 0; }
     bool IsNextEmpty() const { return next < lines.size() && lines[next].isBlank; }

@@ -337,9 +337,17 @@ TimeStamp StampOr(CfgLines& lines, const RawStamp& raw, const std::optional<Time
 
 bool IsStamp(const Place& place)
 {
+    return !place.fields.isEmpty() && IsStamp(place.fields[0]);
+}
+
+bool IsStamp(const QString& firstField)
+{
     static const QRegularExpression form(
         QStringLiteral("\\A[0-9]+\\s*[/.-]\\s*[0-9]+\\s*[/.-]\\s*[0-9]+([ T].*)?\\z"));
-    return !place.fields.isEmpty() && form.match(place.fields[0]).hasMatch();
+    const auto isSeparator = [](QChar one) { return one == '/' || one == '.' || one == '-'; };
+    // Most lines are of channels.
+    return std::any_of(firstField.begin(), firstField.end(), isSeparator) &&
+           form.match(firstField).hasMatch();
 }
 
 bool HasShortYear(const Place& place)

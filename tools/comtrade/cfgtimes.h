@@ -11,6 +11,7 @@ void ReadStamps(CfgLines& lines, Configuration& configuration, Places& places);
 
 /// Whether the line looks like one of the two.
 bool IsStamp(const Place& place);
+bool IsStamp(const QString& firstField);
 
 /// Whether its year has two digits, as in revision 1991.
 bool HasShortYear(const Place& place);

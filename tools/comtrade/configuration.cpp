@@ -79,9 +79,7 @@ Revision FittingRevision(const CfgLines& lines)
     constexpr int linesAtEnd = 64; // a configuration has few after its times
     const int fields = lines.Peek(2).fields.size();
     bool is1991 = fields == 3 || fields == 10 || fields == 11;
-    int at = 2;
-    while (lines.Peek(at).line != 0 && !IsStamp(lines.Peek(at)))
-        ++at;
+    const int at = lines.Find(2, [](const QString& field) { return IsStamp(field); });
     if (fields < 3 || fields == 4)
         is1991 = HasShortYear(lines.Peek(at));
     if (is1991)

@@ -27,8 +27,15 @@ public:
     bool IsNull(int column) const override { return query.isNull(column); }
     qint64 Integer(int column) const override { return query.value(column).toLongLong(); }
     double Real(int column) const override { return query.value(column).toDouble(); }
-    QString Text(int column) const override { return query.value(column).toString(); }
-    QByteArray Bytes(int column) const override { return query.value(column).toByteArray(); }
+    // Qt makes "0" of a number that is NULL.
+    QString Text(int column) const override
+    {
+        return query.isNull(column) ? QString() : query.value(column).toString();
+    }
+    QByteArray Bytes(int column) const override
+    {
+        return query.isNull(column) ? QByteArray() : query.value(column).toByteArray();
+    }
     Value Of(int column) const override
     {
         const QVariant value = query.value(column);
@@ -140,9 +147,12 @@ Postgres::Postgres(const QString& address) : name(QUuid::createUuid().toString()
     database.setUserName(parts.user);
     database.setPassword(parts.password);
     database.setDatabaseName(parts.database);
-    // Of two with the same name the last one counts.
-    database.setConnectOptions(QStringLiteral("connect_timeout=10 fallback_application_name=zucmtr ") +
-                               parts.more);
+    // A machine that is gone says nothing: the connection counts as lost after 20 s to half a minute, and not
+    // after the hours of the system. Of two options with the same name the last one counts.
+    database.setConnectOptions(
+        QStringLiteral("connect_timeout=10 tcp_user_timeout=20000 keepalives_idle=15 keepalives_interval=5 "
+                       "keepalives_count=3 fallback_application_name=zucmtr ") +
+        parts.more);
     try {
         Connect();
     } catch (...) {

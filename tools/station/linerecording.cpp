@@ -1,7 +1,9 @@
 #include "station/linerecording.h"
 
+#include "base/chainnames.h"
 #include "station/drawing.h"
 #include "station/linetruth.h"
+#include "station/segments.h"
 #include "station/startcomment.h"
 
 #include <algorithm>
@@ -104,7 +106,7 @@ Recording MakeLineRecording(const LineScenario& scenario, const LineOutcome& out
     const int64_t trigger = TriggerOf(scenario);
     Recording recording;
     recording.codePage = scenario.codePage;
-    recording.identity = QStringLiteral("ПС Узловая, РАС-1");
+    recording.identity = scenario.identity;
     recording.comment =
         BayStartComment(StartOf(scenario), scenario.line.name, StampOf(trigger, ZoneSecondsOf(scenario)));
     recording.startTime = static_cast<uint32_t>(start / MicrosecondsInSecond);
@@ -128,10 +130,18 @@ std::vector<NamedFile> MakeLineFiles(const LineScenario& scenario)
 {
     const LineOutcome outcome = Play(scenario);
     const std::vector<SignalHistory> histories = HistoriesOf(scenario, outcome);
-    const QString recording = scenario.stem + QStringLiteral(".ZU");
-    return {
-        {recording, recorderfile::Encode(MakeLineRecording(scenario, outcome, histories))},
-        {scenario.stem + QStringLiteral(".truth.json"), MakeTruth(scenario, outcome, histories, recording)}};
+    const QString first = scenario.stem + QStringLiteral(".ZU");
+    const Recording recording = MakeLineRecording(scenario, outcome, histories);
+    const std::vector<Recording> segments = scenario.segmentSamples > 0
+                                                ? CutIntoSegments(recording, scenario.segmentSamples)
+                                                : std::vector<Recording>{recording};
+    std::vector<NamedFile> files;
+    for (const Recording& segment : segments)
+        files.push_back(
+            {zu::ContinuationName(first, static_cast<int>(files.size())), recorderfile::Encode(segment)});
+    files.push_back(
+        {scenario.stem + QStringLiteral(".truth.json"), MakeTruth(scenario, outcome, histories, first)});
+    return files;
 }
 
 } // namespace station

@@ -24,7 +24,7 @@ int64_t TimeToTrigger(const LineScenario& scenario);
 // Seconds from UTC of the scenario's zone.
 int ZoneSecondsOf(const LineScenario& scenario);
 
-// The recording and its truth: STEM.ZU and STEM.truth.json.
+// The recording and its truth: STEM.ZU, its continuations (STEM.Z01 ...) and STEM.truth.json, which is last.
 std::vector<recorderfile::NamedFile> MakeLineFiles(const LineScenario& scenario);
 
 } // namespace station

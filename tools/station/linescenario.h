@@ -69,7 +69,8 @@ struct QuietPlan
 
 struct LineScenario
 {
-    QString stem; // of the files' names
+    QString stem;                                           // of the files' names
+    QString identity = QStringLiteral("ПС Узловая, РАС-1"); // as the recorder stores it
     StationLine line;
     LineModel model;
     std::optional<FaultPlan> fault; // either of the two
@@ -87,6 +88,7 @@ struct LineScenario
     uint32_t seed;       // of the noise and of the small delays
     bool compressed;
     recorderfile::CodePage codePage;
+    size_t segmentSamples = 0; // of a channel in each of its files; 0 for a single file
 };
 
 // What `zucmtr sample` can be told about a fault; the rest is as usual.
@@ -112,9 +114,9 @@ struct LineFaultOptions
 
 LineScenario ScenarioOf(const LineFaultOptions& options);
 
-// Drawn from the seed alone, on a line of the catalogue; the file's name has the seed.
-LineScenario RandomFault(uint32_t seed);
-LineScenario RandomQuiet(uint32_t seed);
+// Drawn from the seed alone, on one of the lines; the file's name has the seed.
+LineScenario RandomFault(uint32_t seed, const std::vector<StationLine>& lines = CatalogueLines());
+LineScenario RandomQuiet(uint32_t seed, const std::vector<StationLine>& lines = CatalogueLines());
 
 // The word for a cause in the truth.
 QString WordOf(QuietCause cause);

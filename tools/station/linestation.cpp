@@ -66,6 +66,17 @@ StationLine CatalogueLine(int index)
                      draw.Chance(0.5));
 }
 
+const std::vector<StationLine>& CatalogueLines()
+{
+    static const std::vector<StationLine> lines = [] {
+        std::vector<StationLine> all;
+        for (int index = 0; index < CatalogueSize; ++index)
+            all.push_back(CatalogueLine(index));
+        return all;
+    }();
+    return lines;
+}
+
 LineBays BaysAround(const StationLine& line)
 {
     const unsigned level = line.kilovolts;

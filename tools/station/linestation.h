@@ -30,6 +30,9 @@ StationLine UsualLine();
 // The lines for random recordings, 0 to CatalogueSize - 1: of 110 and 220 kV, 10 to 150 km long.
 StationLine CatalogueLine(int index);
 
+// All of them.
+const std::vector<StationLine>& CatalogueLines();
+
 // The bays of the bus.
 struct LineBays
 {

@@ -131,12 +131,12 @@ FaultPlan DrawFault(Drawing& draw, const LineModel& model)
 }
 
 // Identity, rate, noise and clock, which faults and quiet recordings share.
-LineScenario DrawFrame(Drawing& draw, uint32_t seed, const char* stem)
+LineScenario DrawFrame(Drawing& draw, uint32_t seed, const std::vector<StationLine>& lines, const char* stem)
 {
     LineScenario scenario = {};
     scenario.stem =
         QStringLiteral("Vostochnaya_%1_%2").arg(QLatin1String(stem)).arg(seed, 7, 10, QLatin1Char('0'));
-    scenario.line = CatalogueLine(draw.Below(CatalogueSize));
+    scenario.line = draw.OneOf(lines);
     scenario.model = DrawModel(draw, scenario.line);
     scenario.sampleRate = draw.OneOf(Rates);
     scenario.beforeTrigger = draw.Between(0.2, 0.5);
@@ -235,10 +235,10 @@ QuietPlan DrawQuiet(Drawing& draw, const LineModel& model)
 
 } // namespace
 
-LineScenario RandomFault(uint32_t seed)
+LineScenario RandomFault(uint32_t seed, const std::vector<StationLine>& lines)
 {
     Drawing draw(seed);
-    LineScenario scenario = DrawFrame(draw, seed, "fault");
+    LineScenario scenario = DrawFrame(draw, seed, lines, "fault");
     FaultPlan plan = DrawFault(draw, scenario.model);
     scenario.saturation = draw.Chance(0.1);
     if (scenario.saturation) { // needs a direct component: the fault is near a zero of the voltage
@@ -257,10 +257,10 @@ LineScenario RandomFault(uint32_t seed)
     return scenario;
 }
 
-LineScenario RandomQuiet(uint32_t seed)
+LineScenario RandomQuiet(uint32_t seed, const std::vector<StationLine>& lines)
 {
     Drawing draw(seed ^ 0x5a5a5a5au); // other networks than those of the faults
-    LineScenario scenario = DrawFrame(draw, seed, "quiet");
+    LineScenario scenario = DrawFrame(draw, seed, lines, "quiet");
     scenario.quiet = DrawQuiet(draw, scenario.model);
     scenario.startSecond += SecondsBetweenSeeds / 2;
     return scenario;

@@ -27,7 +27,7 @@
           if (flags[entry] !== 2) continue;
           if (entries.is(entry, view.states.unread)) counts.unread++;
           if (entries.is(entry, view.states.gone)) counts.gone++;
-          if (entries.kind[entry] > 0 && !entries.is(entry, view.states.again)) faults.push(entry);
+          if (isCounted(entries, entry)) faults.push(entry);
         }
       });
       this.groupOf = entries.kinds.words.map(view.groupOfKind);
@@ -188,6 +188,11 @@
       return this.card('recorders', 'statRecorders', hint, this.longTable(heads, rows, [3, 4, 5], fewRecorders));
     }
   };
+
+  // As in the view "faults" of the catalogue, so that `archive stats` says the same.
+  function isCounted(entries, entry) {
+    return entries.kind[entry] > 0 && !entries.is(entry, view.states.again) && !entries.is(entry, view.states.gone);
+  }
 
   // [{station, recorder, count, last: day, usual: half of the times between two entries are shorter, days}]
   function recordersOf(entries) {

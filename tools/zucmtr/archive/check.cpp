@@ -137,8 +137,17 @@ private:
         if (order.searched.isEmpty())
             return;
         Listing listing = List(order.searched);
-        for (const Found& one : listing.found)
+        QSet<QString> parts;
+        for (const Found& one : listing.found) {
             there.insert(one.path, one);
+            const QString directory = QFileInfo(one.path).path() + QLatin1Char('/');
+            for (const Piece& piece : one.pieces)
+                parts.insert(directory + piece.name);
+        }
+        for (const QString& path : qAsConst(listing.continuations)) {
+            if (!parts.contains(path))
+                astray << path;
+        }
         unlisted = std::move(listing.unlisted);
         for (const Unlisted& one : unlisted)
             Find(reason::DirectoryUnreadable, one.path, one.text);
@@ -236,6 +245,9 @@ private:
         for (const QString& path : qAsConst(paths))
             Find(reason::NotCatalogued, path,
                  Tr("archive check", "it is not in the catalogue; 'zucmtr archive update' reads it"));
+        for (const QString& path : qAsConst(astray))
+            Find(reason::NotCatalogued, path,
+                 Tr("archive check", "it continues a recording, but a file before it is missing"));
     }
 
     const CheckOrder& order;
@@ -245,6 +257,7 @@ private:
     QSet<QString> present;       // paths of entries that are there according to the catalogue
     QHash<QString, Found> there; // what is there, by path
     std::vector<Unlisted> unlisted;
+    QStringList astray; // continuations of no recording
 };
 
 } // namespace

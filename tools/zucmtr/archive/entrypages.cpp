@@ -14,9 +14,21 @@ namespace archive {
 
 namespace {
 
+// As in the catalogue: without an ini file that was found but is of no use.
+RecordSource SourceOf(const QString& path, const PageReading& reading)
+{
+    try {
+        return RecordSource(path, reading.choice, reading.isPlain);
+    } catch (const ConfigurationError&) {
+        if (!(reading.choice == DeviceChoice()) || comtrade::IsRecordFile(path))
+            throw;
+        return RecordSource(path, {}, true);
+    }
+}
+
 void MakePage(const archivepage::Shown& entry, const PageReading& reading)
 {
-    const RecordSource source(entry.path, reading.choice, reading.isPlain);
+    const RecordSource source = SourceOf(entry.path, reading);
     LineData data = LoadLines(reading.lines, source.Ini(), entry.path);
     view::Options options;
     options.lines = std::move(data.lines);
@@ -50,7 +62,7 @@ PageCounts MakePages(const std::vector<archivepage::Shown>& entries, const PageR
             throw;
         } catch (const text::Error& error) {
             ++counts.failed;
-            progressing.complain(entry.path, error.Message());
+            progressing.complain({entry.path, error.Message(), false});
         }
     }
     return counts;

@@ -6,6 +6,7 @@
 #include <QStringList>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 namespace archive {
@@ -54,24 +55,34 @@ double Farthest(const analysis::Codes& codes, const comtrade::AnalogChannel& cha
     return farthest;
 }
 
-Wave WaveOf(const analysis::Oscillogram& oscillogram, int place, const Span& span)
+// The first sample of each column, and the one after the last.
+using Columns = std::array<size_t, PictureColumns + 1>;
+
+Columns ColumnsOf(const analysis::Oscillogram& oscillogram, const Span& span)
+{
+    const qint64 beyond = oscillogram.first + oscillogram.Count();
+    Columns columns{};
+    for (int column = 0; column <= PictureColumns; ++column) {
+        const double time = span.from + (span.to - span.from) * column / PictureColumns;
+        columns[static_cast<size_t>(column)] = static_cast<size_t>(
+            std::max<qint64>(oscillogram.axis.SampleAt(time, beyond) - oscillogram.first, 0));
+    }
+    return columns;
+}
+
+Wave WaveOf(const analysis::Oscillogram& oscillogram, int place, const Columns& columns)
 {
     if (place == analysis::NoChannel)
         return {};
     const auto index = static_cast<size_t>(place);
     const comtrade::AnalogChannel& channel = oscillogram.config.analog[index];
     const double factor = analysis::PrimaryFactor(channel) * analysis::BaseFactor(channel.unit);
-    const qint64 beyond = oscillogram.first + oscillogram.Count();
-    const auto sampleAt = [&](int column) {
-        const double time = span.from + (span.to - span.from) * column / PictureColumns;
-        return static_cast<size_t>(
-            std::max<qint64>(oscillogram.axis.SampleAt(time, beyond) - oscillogram.first, 0));
-    };
     Wave wave;
-    for (int column = 0; column < PictureColumns; ++column) {
-        const size_t begin = sampleAt(column);
+    wave.reserve(PictureColumns);
+    for (size_t column = 0; column + 1 < columns.size(); ++column) {
+        const size_t begin = columns[column];
         wave.push_back(factor * Farthest(oscillogram.analog[index], channel, begin,
-                                         std::max(sampleAt(column + 1), begin + 1)));
+                                         std::max(columns[column + 1], begin + 1)));
     }
     return wave;
 }
@@ -110,11 +121,12 @@ std::optional<catalogue::PictureFacts> PictureOf(const analysis::Oscillogram& os
         analysis::VoltagesOf(circuit, summary.circuits, analysis::LineOf(circuit.name, summary.lines));
     const analysis::Circuit& voltages = other == nullptr ? circuit : *other;
     const Span span = SpanOf(oscillogram, *summary.findings.fault);
+    const Columns columns = ColumnsOf(oscillogram, span);
     std::vector<Wave> waves;
     for (size_t phase = 0; phase < analysis::Phases; ++phase)
-        waves.push_back(WaveOf(oscillogram, circuit.currents[phase], span));
+        waves.push_back(WaveOf(oscillogram, circuit.currents[phase], columns));
     for (size_t phase = 0; phase < analysis::Phases; ++phase)
-        waves.push_back(WaveOf(oscillogram, voltages.voltages[phase], span));
+        waves.push_back(WaveOf(oscillogram, voltages.voltages[phase], columns));
     catalogue::PictureFacts picture;
     picture.from = span.from;
     picture.to = span.to;

@@ -15,6 +15,7 @@
 #include <array>
 #include <cerrno>
 #include <dirent.h>
+#include <iterator>
 #include <memory>
 #include <openssl/evp.h>
 #include <unistd.h>
@@ -31,36 +32,50 @@ constexpr int BlockBytes = 1 << 18;
 // A record's files besides its configuration; other cases of these names are another system's.
 const char* const CompanionEnds[] = {"dat", "hdr", "inf"};
 
-QStringList CompanionsOf(const QString& name, const QSet<QString>& names)
+// The names that each further file of a recording or record may have.
+std::vector<QStringList> SpellingsOfOthers(const QString& name, Kind kind)
 {
-    QStringList companions;
-    if (!name.endsWith(QLatin1String(".cfg"), Qt::CaseInsensitive))
-        return companions;
-    const QString stem = name.chopped(3);
-    for (const char* end : CompanionEnds) {
-        const QString lower = QLatin1String(end);
-        for (const QString& candidate : {stem + lower, stem + lower.toUpper()}) {
-            if (names.contains(candidate)) {
-                companions << candidate;
-                break;
-            }
+    std::vector<QStringList> others;
+    if (kind == Kind::Recording) {
+        for (int number = 1; number <= zu::MostContinuations; ++number)
+            others.push_back({zu::ContinuationName(name, number)});
+    } else if (name.endsWith(QLatin1String(".cfg"), Qt::CaseInsensitive)) {
+        const QString stem = name.chopped(3);
+        for (const char* end : CompanionEnds) {
+            const QString lower = QLatin1String(end);
+            others.push_back({stem + lower, stem + lower.toUpper()});
         }
     }
-    return companions;
+    return others;
 }
 
+// A recording ends before the first continuation that is missing.
 QStringList NamesOf(const QString& name, Kind kind, const QSet<QString>& names)
 {
     QStringList pieces = {name};
-    if (kind == Kind::Record)
-        return pieces + CompanionsOf(name, names);
-    for (int number = 1; number <= zu::MostContinuations; ++number) {
-        const QString continuation = zu::ContinuationName(name, number);
-        if (!names.contains(continuation))
+    for (const QStringList& spellings : SpellingsOfOthers(name, kind)) {
+        const auto there = std::find_if(spellings.begin(), spellings.end(),
+                                        [&](const QString& one) { return names.contains(one); });
+        if (there != spellings.end())
+            pieces << *there;
+        else if (kind == Kind::Recording)
             break;
-        pieces << continuation;
     }
     return pieces;
+}
+
+// The names that would be pieces besides the known ones, or in their place, if they were there.
+QStringList NamesToCome(const QString& name, Kind kind, const QSet<QString>& known)
+{
+    QStringList names;
+    for (const QStringList& spellings : SpellingsOfOthers(name, kind)) {
+        const auto there = std::find_if(spellings.begin(), spellings.end(),
+                                        [&](const QString& one) { return known.contains(one); });
+        std::copy(spellings.begin(), there, std::back_inserter(names));
+        if (there == spellings.end() && kind == Kind::Recording)
+            break;
+    }
+    return names;
 }
 
 std::vector<Piece> StatesOf(const QString& directory, QStringList names)
@@ -115,8 +130,11 @@ void ListInto(const QString& directory, Listing& listing)
     const QSet<QString> all(names.files.begin(), names.files.end());
     for (const QString& name : qAsConst(names.files)) {
         const bool isRecord = comtrade::IsRecordFile(name);
-        if (!isRecord && !zu::IsFirstFileName(name))
+        if (!isRecord && !zu::IsFirstFileName(name)) {
+            if (!zu::FirstFileOf(name).isEmpty())
+                listing.continuations << directory + QLatin1Char('/') + name;
             continue;
+        }
         const Kind kind = isRecord ? Kind::Record : Kind::Recording;
         Found found{kind, directory + QLatin1Char('/') + name, StatesOf(directory, NamesOf(name, kind, all))};
         if (!found.pieces.empty())
@@ -139,6 +157,21 @@ Listing List(const QString& directory)
     Listing listing;
     ListInto(directory, listing);
     return listing;
+}
+
+std::vector<Piece> PiecesOf(const QString& path, Kind kind, const std::vector<Piece>& known)
+{
+    const QString directory = QFileInfo(path).path();
+    QStringList names;
+    for (const Piece& piece : known)
+        names << piece.name;
+    const QStringList toCome =
+        NamesToCome(QFileInfo(path).fileName(), kind, QSet<QString>(names.begin(), names.end()));
+    // Where a file system does not tell cases apart, only the list of names says what is really there.
+    const bool isMore = std::any_of(toCome.begin(), toCome.end(), [&](const QString& name) {
+        return systemfile::IsTaken(directory + QLatin1Char('/') + name);
+    });
+    return isMore ? PiecesOf(path, kind) : StatesOf(directory, names);
 }
 
 std::vector<Piece> PiecesOf(const QString& path, Kind kind)

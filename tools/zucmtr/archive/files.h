@@ -26,6 +26,8 @@ struct Unlisted
 struct Listing
 {
     std::vector<Found> found; ///< by path
+    QStringList
+        continuations; ///< paths of all files with the name of a continuation, of a recording or astray
     std::vector<Unlisted> unlisted;
 };
 
@@ -37,6 +39,11 @@ Listing List(const QString& directory);
 
 /// The files of one recording or record as they are now; none if it is not there.
 std::vector<catalogue::Piece> PiecesOf(const QString& path, catalogue::Kind kind);
+
+/// The same, where they were these a moment ago: the directory, which may be large, is listed only if names
+/// have come that may belong to it.
+std::vector<catalogue::Piece> PiecesOf(const QString& path, catalogue::Kind kind,
+                                       const std::vector<catalogue::Piece>& known);
 
 /// Reads the files through and fills in the hashes. Throws text::Error.
 void HashPieces(const QString& path, std::vector<catalogue::Piece>& pieces);

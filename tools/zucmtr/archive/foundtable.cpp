@@ -116,6 +116,12 @@ QString ShownPath(const QString& path)
     return relative.startsWith(QLatin1Char('-')) ? QLatin1String("./") + relative : relative;
 }
 
+QString WrongLine(const QString& path, const QString& stored, const QString& text)
+{
+    const int end = text.indexOf(stored + QLatin1String(": "));
+    return ShownPath(path) + QLatin1String(": ") + (end < 0 ? text : text.mid(end + stored.size() + 2));
+}
+
 void FoundTable::Add(const sql::Row& row, const QString& path)
 {
     const std::optional<double> duration = NumberOf(row, "fault_duration");

@@ -12,6 +12,10 @@ namespace archive {
 /// A path as it is shown: from the current directory if it is below it; never like an option.
 QString ShownPath(const QString& path);
 
+/// What is wrong with a file, after its path as it is shown. The text may start with another path of it,
+/// which is left out: `stored`, or an absolute one that ends so.
+QString WrongLine(const QString& path, const QString& stored, const QString& text);
+
 class FoundTable
 {
 public:

@@ -5,15 +5,19 @@
 #include "analysis/summary.h"
 #include "comtrade/moment.h"
 #include "explain/file.h"
+#include "recording/zufileformat.h"
 #include "text/reasons.h"
 #include "view/report.h"
 #include "zucmtr/archive/faultpicture.h"
+#include "zucmtr/terminal/command.h"
 
 #include <QDateTime>
 #include <QFileInfo>
 
 #include <algorithm>
 #include <cmath>
+#include <malloc.h>
+#include <utility>
 
 namespace archive {
 
@@ -90,8 +94,8 @@ void AddDigital(Entry& entry, const analysis::Oscillogram& oscillogram)
         catalogue::DigitalFacts facts{channel.circuit, channel.name, channel.phase,
                                       oscillogram.states[i].Changes(), std::nullopt};
         if (facts.changes > 0)
-            facts.first =
-                oscillogram.axis.TimeOf(oscillogram.first + oscillogram.states[i].ChangePositions().front());
+            facts.first = oscillogram.axis.TimeOf(oscillogram.first +
+                                                  static_cast<qint64>(oscillogram.states[i].NextChange(1)));
         entry.digital.push_back(facts);
     }
 }
@@ -162,6 +166,16 @@ void Fill(Entry& entry, const analysis::Oscillogram& oscillogram, const analysis
     AddEvents(entry, summary);
 }
 
+// Only an ini file says which station it is. The recorder may say who it is itself.
+void NameByItself(Entry& entry)
+{
+    entry.station.clear();
+    entry.recorder.clear();
+    ZuFileFormat file;
+    if (file.LoadHeader(entry.path))
+        entry.recorder = file.Identity.trimmed();
+}
+
 Entry Failed(const QString& path, catalogue::Kind kind, const char* reason, const QString& text)
 {
     Entry entry;
@@ -174,15 +188,57 @@ Entry Failed(const QString& path, catalogue::Kind kind, const char* reason, cons
 
 } // namespace
 
-// The lines of a directory's recordings are read once.
-const LineData& Looker::LinesFor(const QString& ini, const QString& path)
+// Each recording takes as much memory as the one before: the system need not clear it anew, which is a tenth
+// of the work.
+Looker::Looker(Reading reading_) : reading(std::move(reading_))
 {
-    const QString key = ini + QLatin1Char('\n') + QFileInfo(path).path();
+    constexpr int kept = 256 << 20;
+    constexpr int largest = 32 << 20; // of one piece that is kept
+    mallopt(M_TRIM_THRESHOLD, kept);
+    mallopt(M_MMAP_THRESHOLD, largest);
+    mallopt(M_TOP_PAD, 1 << 20);
+}
+
+// The lines of a directory's recordings are read once. A mistake in a file that was found costs the distances
+// alone.
+const LineData& Looker::LinesFor(const QString& ini, Entry& entry)
+{
+    const QString key = ini + QLatin1Char('\n') + QFileInfo(entry.path).path();
     if (key != linesFor) {
-        lines = LoadLines(reading.lines, ini, path);
+        linesWhy.clear();
+        try {
+            lines = LoadLines(reading.lines, ini, entry.path);
+        } catch (const ConfigurationError& error) {
+            if (!reading.lines.isEmpty())
+                throw;
+            lines = LineData();
+            linesWhy = error.Message();
+        }
         linesFor = key;
     }
+    if (entry.error.isEmpty())
+        entry.error = linesWhy;
     return lines;
+}
+
+// The record of a recording. An ini file that describes several recorders, or has a mistake, is no reason to
+// have no entry: the fault is found without it.
+RecordMaker::Made Looker::Make(Entry& entry)
+{
+    const bool isChosen = !(reading.choice == DeviceChoice());
+    const QString directory = QFileInfo(entry.path).path();
+    if (isChosen || reading.isPlain || directory != plainFor) {
+        try {
+            return maker.Make(entry.path, reading.choice, reading.isPlain);
+        } catch (const ConfigurationError& error) {
+            if (isChosen || reading.isPlain)
+                throw;
+            plainFor = directory;
+            plainWhy = error.Message();
+        }
+    }
+    entry.error = plainWhy;
+    return maker.Make(entry.path, {}, true);
 }
 
 void Looker::LookInto(Entry& entry)
@@ -192,12 +248,15 @@ void Looker::LookInto(Entry& entry)
     extent.mostBytes = analysis::LargestAnalysed;
     RecordMaker::Made made{entry.path, reading.choice.ini};
     if (!isRecord) {
-        made = maker.Make(entry.path, reading.choice, reading.isPlain);
+        made = Make(entry);
         extent.encoding = QStringLiteral("UTF-8"); // as it was made
     }
-    const LineData& data = LinesFor(made.ini, entry.path);
+    const LineData& data = LinesFor(made.ini, entry);
     const analysis::Oscillogram oscillogram = analysis::Read(made.record, extent);
-    Fill(entry, oscillogram, analysis::Summarise(oscillogram, data.lines, data.path));
+    Fill(entry, oscillogram,
+         analysis::Summarise(oscillogram, data.lines, data.path, analysis::WantedPhasors::FaultedCircuit));
+    if (!isRecord && made.ini.isEmpty())
+        NameByItself(entry);
 }
 
 Entry Looker::Look(const QString& path, catalogue::Kind kind)

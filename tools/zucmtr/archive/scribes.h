@@ -6,8 +6,10 @@
 
 #include "zucmtr/archive/look.h"
 #include "zucmtr/run/recordkeeper.h"
+#include "zucmtr/run/sideprocess.h"
 
 #include <condition_variable>
+#include <memory>
 #include <mutex>
 #include <vector>
 
@@ -16,29 +18,23 @@ namespace archive {
 class Scribes : public RecordKeeper
 {
 public:
-    /// Starts the processes; they end with this object, or when the program ends, however that happens. To be
-    /// called before threads are started and before there is a Host. The catalogue is opened when the first
-    /// record comes. Throws text::Error if no process can be started.
+    /// Starts the processes (SideProcess). To be called before threads are started and before there is a
+    /// Host. The catalogue is opened when the first record comes. Throws text::Error if no process can be
+    /// started.
     Scribes(const QString& catalogue, const Reading& reading, size_t count);
-    ~Scribes() override;
-    Scribes(const Scribes&) = delete;
-    Scribes& operator=(const Scribes&) = delete;
 
     QString Keep(const KeptRecord& record) override;
 
 private:
-    struct Scribe
+    struct Place
     {
-        int process = 0;
-        int line = -1; // a socket
+        std::unique_ptr<SideProcess> process;
         bool isFree = true;
     };
 
-    void Start(const QString& catalogue, const Reading& reading);
-
     std::mutex mutex;
     std::condition_variable freed;
-    std::vector<Scribe> scribes;
+    std::vector<Place> scribes;
 };
 
 } // namespace archive

@@ -4,7 +4,7 @@
 #include "zucmtr/run/crew.h"
 
 #include <QDataStream>
-#include <QFile>
+#include <QSet>
 
 #include <algorithm>
 #include <csignal>
@@ -24,10 +24,11 @@ using catalogue::Piece;
 // So many entries are written together: a transaction takes as long as several of them.
 constexpr size_t EntriesTogether = 32;
 
+// What was read without its ini file is read again: that may have been put right.
 bool IsSame(const Known& known, const std::vector<Piece>& pieces)
 {
-    return std::equal(known.pieces.begin(), known.pieces.end(), pieces.begin(), pieces.end(),
-                      catalogue::IsSameState);
+    return !known.isPlain && std::equal(known.pieces.begin(), known.pieces.end(), pieces.begin(),
+                                        pieces.end(), catalogue::IsSameState);
 }
 
 struct Work
@@ -43,7 +44,7 @@ Work Compare(const UpdateOrder& order, UpdateCounts& counts, const Progressing& 
     for (const QString& directory : order.directories) {
         Listing listing = List(directory);
         for (const Unlisted& one : listing.unlisted)
-            progressing.complain(one.path, one.text);
+            progressing.complain({one.path, one.text, false});
         QHash<QString, Known> known = catalogue.KnownBelow(directory);
         for (Found& found : listing.found) {
             const auto entry = known.find(found.path);
@@ -82,28 +83,29 @@ void Shuffle(std::vector<Found>& found)
         found.insert(found.end(), std::make_move_iterator(run.begin()), std::make_move_iterator(run.end()));
 }
 
-// What a process of the crew tells: counts, or a complaint if there is a path.
+// What a process of the crew tells: counts, or a complaint if there is a text.
 struct Message
 {
     qint32 read = 0;
     qint32 unread = 0;
     qint32 moved = 0;
-    QString path{};
-    QString text{};
+    Complaint complaint{};
 };
 
 QByteArray Packed(const Message& message)
 {
     QByteArray bytes;
     QDataStream(&bytes, QIODevice::WriteOnly)
-        << message.read << message.unread << message.moved << message.path << message.text;
+        << message.read << message.unread << message.moved << message.complaint.path << message.complaint.text
+        << message.complaint.isCatalogued;
     return bytes;
 }
 
 Message Unpacked(const QByteArray& bytes)
 {
     Message message;
-    QDataStream(bytes) >> message.read >> message.unread >> message.moved >> message.path >> message.text;
+    QDataStream(bytes) >> message.read >> message.unread >> message.moved >> message.complaint.path >>
+        message.complaint.text >> message.complaint.isCatalogued;
     return message;
 }
 
@@ -151,20 +153,24 @@ private:
                 return;
             }
             Entry entry = looker.Look(found.path, found.kind);
-            const std::vector<Piece> after = PiecesOf(found.path, found.kind);
+            const std::vector<Piece> after = PiecesOf(found.path, found.kind, pieces);
             if (!std::equal(pieces.begin(), pieces.end(), after.begin(), after.end(), catalogue::IsSameState))
                 throw text::Error(Tr("archive", "it changed while it was read; the next update reads it"));
             entry.pieces = std::move(pieces);
             if (!entry.reason.isEmpty())
-                member.Tell(Packed({0, 0, 0, entry.path, entry.error}));
+                Complain({entry.path, entry.error, true});
+            else if (!entry.error.isEmpty())
+                Complain({QString(), entry.error, false});
             ++counts.read;
             counts.unread += entry.reason.isEmpty() ? 0 : 1;
             ready.push_back(std::move(entry));
         });
         if (failure)
-            member.Tell(Packed({0, 0, 0, found.path, *failure}));
+            Complain({found.path, *failure, false});
         member.Done();
     }
+
+    void Complain(const Complaint& complaint) { member.Tell(Packed({0, 0, 0, complaint})); }
 
     void Write()
     {
@@ -205,16 +211,21 @@ void ReadAll(const UpdateOrder& order, const std::vector<Found>& toRead, UpdateC
     task.count = toRead.size();
     task.together = EntriesTogether;
     task.work = [&](Crew::Member& member) { Reader(order, toRead, member).Work(); };
+    QSet<QString> ofIniFiles; // that are of no use, once for all recordings of each
     task.hear = [&](const QByteArray& bytes) {
         const Message message = Unpacked(bytes);
         Add(counts, message);
-        if (!message.path.isEmpty())
-            progressing.complain(message.path, message.text);
+        const Complaint& complaint = message.complaint;
+        if (complaint.text.isEmpty() || (complaint.path.isEmpty() && ofIniFiles.contains(complaint.text)))
+            return;
+        if (complaint.path.isEmpty())
+            ofIniFiles.insert(complaint.text);
+        progressing.complain(complaint);
     };
     task.show = [&](size_t done) { progressing.show(done, toRead.size()); };
     task.isToEnd = progressing.isToEnd;
     for (const Crew::Loss& loss : Crew(task).Do(order.processes))
-        progressing.complain(toRead[loss.piece].path, LossText(loss.status));
+        progressing.complain({toRead[loss.piece].path, LossText(loss.status), false});
 }
 
 } // namespace

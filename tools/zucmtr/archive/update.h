@@ -26,11 +26,19 @@ struct UpdateOrder
     size_t processes = 1;
 };
 
+struct Complaint
+{
+    QString
+        path; ///< absolute; empty: of an ini file that is of no use, whose recordings were read without it
+    QString text;
+    bool isCatalogued = false; ///< there is an entry that says it
+};
+
 struct Progressing
 {
-    std::function<void(size_t done, size_t total)> show;                    ///< about ten times a second
-    std::function<bool()> isToEnd;                                          ///< likewise
-    std::function<void(const QString& path, const QString& text)> complain; ///< of what cannot be read
+    std::function<void(size_t done, size_t total)> show; ///< about ten times a second
+    std::function<bool()> isToEnd;                       ///< likewise
+    std::function<void(const Complaint& complaint)> complain;
 };
 
 /// Looks through the directories and writes what has changed. Several may be at work on one catalogue, with

@@ -3,6 +3,7 @@
 #include "sql/address.h"
 #include "text/texts.h"
 #include "zucmtr/archive/check.h"
+#include "zucmtr/archive/foundtable.h"
 #include "zucmtr/commands/catalogueoptions.h"
 #include "zucmtr/host/recordinglist.h"
 #include "zucmtr/terminal/console.h"
@@ -49,8 +50,7 @@ void Report(const archive::CheckFinding& finding, const ArchiveCheckOptions& opt
     else if (finding.path.isEmpty())
         PrintLine(Tr("archive check", "the catalogue is damaged: %1").arg(finding.text));
     else
-        PrintLine(finding.text.startsWith(finding.path) ? finding.text
-                                                        : finding.path + QLatin1String(": ") + finding.text);
+        PrintLine(archive::WrongLine(finding.path, finding.path, finding.text));
 }
 
 void Report(const archive::CheckCounts& counts, const ArchiveCheckOptions& options)
@@ -71,7 +71,7 @@ void Report(const archive::CheckCounts& counts, const ArchiveCheckOptions& optio
                              .arg(counts.files)
                              .arg(counts.gone);
     Complain(counts.findings == 0 ? Tr("archive check", "%1: all is as the catalogue says").arg(what)
-                                  : Tr("archive check", "%1: %2 findings").arg(what).arg(counts.findings));
+                                  : Tr("archive check", "%1; findings: %2").arg(what).arg(counts.findings));
 }
 
 int RunArchiveCheck(const ArchiveCheckOptions& options)

@@ -80,14 +80,11 @@ void Print(const FindOptions& options, const sql::Row& row, const QString& path)
         PrintLine(archive::ShownPath(path));
 }
 
-// What is wrong with a file, after its path; the text in the catalogue may start with the path of then.
+// The text in the catalogue may start with the path of then.
 QString UnreadLine(const sql::Row& row, const QString& path)
 {
-    const QString stored = row.Text(catalogue::FoundPlace("path"));
-    const QString error = row.Text(catalogue::FoundPlace("error"));
-    const int end = error.indexOf(stored + QLatin1String(": "));
-    return archive::ShownPath(path) + QLatin1String(": ") +
-           (end < 0 ? error : error.mid(end + stored.size() + 2));
+    return archive::WrongLine(path, row.Text(catalogue::FoundPlace("path")),
+                              row.Text(catalogue::FoundPlace("error")));
 }
 
 void PrintTable(const archive::FoundTable& table)
@@ -124,6 +121,8 @@ int RunFind(const FindOptions& options)
         PrintTable(table);
     if (isTable && limit > 0 && count > limit)
         Complain(Tr("archive", "there are more than these %1; --limit 0 shows all").arg(limit));
+    if (isTable && count == 0 && OutputColumns() > 0) // a pipe sees the exit code alone, as that of grep
+        Complain(Tr("archive", "nothing was found"));
     return count > 0 ? ExitDone : ExitFailed;
 }
 

@@ -4,6 +4,7 @@
 #include "sql/address.h"
 #include "text/texts.h"
 #include "zucmtr/archive/entrypages.h"
+#include "zucmtr/archive/foundtable.h"
 #include "zucmtr/commands/catalogueoptions.h"
 #include "zucmtr/commands/deviceoptions.h"
 #include "zucmtr/terminal/console.h"
@@ -89,10 +90,10 @@ archive::PageCounts MakePages(const PageOptions& options, catalogue::Catalogue& 
             progress->Show(done);
         },
         [] { return interrupt::Came(); },
-        [&](const QString& path, const QString& text) {
+        [&](const archive::Complaint& complaint) {
             if (progress)
                 progress->Hide();
-            Complain(text.startsWith(path) ? text : path + QLatin1String(": ") + text);
+            Complain(archive::WrongLine(complaint.path, complaint.path, complaint.text));
         }};
     return archive::MakePages(entries, reading, progressing);
 }
@@ -108,7 +109,7 @@ void Report(const PageOptions& options, const QString& out, const archivepage::W
                    {"made", counts.made},
                    {"failed", counts.failed}});
     else if (!options.quiet)
-        PrintLine(QDir(out).filePath(QStringLiteral("index.html")));
+        PrintLine(archive::ShownPath(QDir(out).filePath(QStringLiteral("index.html"))));
 }
 
 int RunPage(const PageOptions& options)

@@ -76,7 +76,7 @@ Part OverviewPart(const Work& work)
                       .arg(overview.records)
                       .arg(overview.unread)
                       .arg(gone);
-    part.lines << Tr("archive", "Bytes: %1").arg(info::BytesCell(overview.bytes).text);
+    part.lines << Tr("archive", "In all %1").arg(info::BytesCell(overview.bytes).text);
     if (!overview.first.isEmpty())
         part.lines << Tr("archive", "Triggered from %1 to %2")
                           .arg(DateText(overview.first), DateText(overview.last));
@@ -162,7 +162,7 @@ Part DuplicatesPart(const Work& work)
     const catalogue::Duplicates duplicates = catalogue::DuplicatesOf(work.catalogue, work.wanted);
     Part part;
     part.object["duplicates"] = QJsonObject{{"entries", duplicates.entries}, {"bytes", duplicates.bytes}};
-    part.lines << Tr("archive", "Superfluous copies: %1, bytes: %2")
+    part.lines << Tr("archive", "Superfluous copies: %1, %2")
                       .arg(duplicates.entries)
                       .arg(info::BytesCell(duplicates.bytes).text);
     return part;

@@ -1,6 +1,7 @@
 #include "zucmtr/commands/archiveupdate.h"
 
 #include "text/texts.h"
+#include "zucmtr/archive/foundtable.h"
 #include "zucmtr/archive/update.h"
 #include "zucmtr/commands/catalogueoptions.h"
 #include "zucmtr/commands/deviceoptions.h"
@@ -56,12 +57,29 @@ void Report(const archive::UpdateCounts& counts, const UpdateOptions& options)
                    {"gone", counts.gone},
                    {"unread", counts.unread}});
     else if (!options.quiet)
-        PrintLine(Tr("archive", "%1 read (%2 of them cannot be), %3 moved, %4 gone, %5 unchanged")
+        PrintLine(Tr("archive", "%1 read (%2 unreadable), %3 moved, %4 gone, %5 unchanged")
                       .arg(counts.read)
                       .arg(counts.unread)
                       .arg(counts.moved)
                       .arg(counts.gone)
                       .arg(counts.unchanged));
+}
+
+QStringList ComplaintText(const archive::Complaint& complaint)
+{
+    if (!complaint.path.isEmpty())
+        return archive::WrongLine(complaint.path, complaint.path, complaint.text).split(QLatin1Char('\n'));
+    return complaint.text.split(QLatin1Char('\n')) +
+           QStringList{Tr("archive", "until that is put right, the recordings beside it are catalogued "
+                                     "without it; the next update reads them again. With --device, update "
+                                     "that directory alone")};
+}
+
+// A mistake in what the user has chosen shows here, not at each recording.
+void CheckChoice(DeviceChoice choice)
+{
+    if (!choice.ini.isEmpty())
+        CompleteChoice(choice, {});
 }
 
 int RunUpdate(const UpdateOptions& options)
@@ -75,22 +93,23 @@ int RunUpdate(const UpdateOptions& options)
     order.directories = directories;
     order.reading = {ChoiceOf(options.reading.choice), options.reading.plain,
                      FromUtf8(options.reading.lines)};
+    CheckChoice(order.reading.choice);
     order.processes = options.jobs == 0 ? std::max(std::thread::hardware_concurrency(), 1u) : options.jobs;
     bool isWhole = true;
     std::unique_ptr<Progress> progress;
-    const archive::Progressing progressing{
-        [&](size_t done, size_t total) {
-            if (!progress)
-                progress = std::make_unique<Progress>(total, !options.quiet);
-            progress->Show(done);
-        },
-        [] { return interrupt::Came(); },
-        [&](const QString& path, const QString& text) {
-            isWhole = false;
-            if (progress)
-                progress->Hide();
-            Complain(text.startsWith(path) ? text : path + QLatin1String(": ") + text);
-        }};
+    const archive::Progressing progressing{[&](size_t done, size_t total) {
+                                               if (!progress)
+                                                   progress =
+                                                       std::make_unique<Progress>(total, !options.quiet);
+                                               progress->Show(done);
+                                           },
+                                           [] { return interrupt::Came(); },
+                                           [&](const archive::Complaint& complaint) {
+                                               isWhole = isWhole && complaint.isCatalogued;
+                                               if (progress)
+                                                   progress->Hide();
+                                               Complain(ComplaintText(complaint));
+                                           }};
     const archive::UpdateCounts counts = archive::Update(order, progressing);
     progress.reset();
     Report(counts, options);

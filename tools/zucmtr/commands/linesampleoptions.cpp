@@ -137,6 +137,21 @@ CLI::Option* AddSeeds(CLI::App& command, const char* name, std::string& seeds, c
     return AddValue(command, name, seeds, "SEEDS", help)->check(Seeds());
 }
 
+const char* DrawnBy(const LineSampleOptions& options)
+{
+    if (options.archive > 0)
+        return "--archive";
+    if (!options.randomFaults.empty())
+        return "--random-fault";
+    return options.randomQuiet.empty() ? nullptr : "--random-quiet";
+}
+
+// An archive has no seed of its own in its option.
+bool IsDrawn(const CLI::Option& option, const LineSampleOptions& options)
+{
+    return options.archive == 0 || option.get_name() != "--seed";
+}
+
 } // namespace
 
 std::vector<std::string> LineFaultNames()
@@ -162,17 +177,23 @@ void AddLineSampleOptions(CLI::App& command, LineSampleOptions& options)
         command, "--random-fault", options.randomFaults,
         HelpText("sample",
                  "Simulate a fault drawn from a seed (17), or one for each seed of a range (1-1000)"));
-    AddSeeds(command, "--random-quiet", options.randomQuiet,
-             HelpText("sample", "Likewise without a fault: load steps, switching, inrush, swings"))
-        ->excludes(faults);
+    CLI::Option* quiet =
+        AddSeeds(command, "--random-quiet", options.randomQuiet,
+                 HelpText("sample", "Likewise without a fault: load steps, switching, inrush, swings"));
+    quiet->excludes(faults);
+    AddValue(command, "--archive", options.archive, "N",
+             HelpText("sample", "Simulate an archive of N recordings, 10 to 100000: a year of the recorders "
+                                "of four substations"))
+        ->transform(values::WholeNumber(station::FewestArchived, station::MostArchived))
+        ->excludes(faults)
+        ->excludes(quiet);
 }
 
 bool IsLineSample(const LineSampleOptions& options, const std::string& fault)
 {
-    if (!options.randomFaults.empty() || !options.randomQuiet.empty()) {
-        const char* drawn = options.randomFaults.empty() ? "--random-quiet" : "--random-fault";
+    if (const char* drawn = DrawnBy(options)) {
         for (const CLI::Option* option : options.notDrawn)
-            if (option->count() > 0)
+            if (option->count() > 0 && IsDrawn(*option, options))
                 throw ConfigurationError(
                     Tr("sample", "%1 draws everything and goes without %2; leave one out")
                         .arg(QLatin1String(drawn), FromUtf8(option->get_name())));
@@ -192,7 +213,13 @@ bool IsLineSample(const LineSampleOptions& options, const std::string& fault)
 
 LineSample CheckedLineSample(const LineSampleOptions& options, const std::string& fault)
 {
-    LineSample sample = {LineSample::Kind::Fault, options.fault};
+    LineSample sample;
+    sample.fault = options.fault;
+    if (options.archive > 0) {
+        sample.kind = LineSample::Kind::Archive;
+        sample.archive = {options.archive, options.fault.seed};
+        return sample;
+    }
     if (!options.randomFaults.empty() || !options.randomQuiet.empty()) {
         const bool faults = !options.randomFaults.empty();
         sample.kind = faults ? LineSample::Kind::RandomFaults : LineSample::Kind::RandomQuiet;

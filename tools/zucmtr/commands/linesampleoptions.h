@@ -2,6 +2,7 @@
 #pragma once
 
 #include "station/linescenario.h"
+#include "station/samplearchive.h"
 
 #include <string>
 #include <vector>
@@ -19,9 +20,10 @@ struct LineSampleOptions
     std::string reclose;
     std::string randomFaults; // seeds
     std::string randomQuiet;
+    int archive = 0;                           // recordings
     std::vector<const CLI::Option*> ofLine;    // only with a fault on the line
     std::vector<const CLI::Option*> ofStation; // not with one
-    std::vector<const CLI::Option*> notDrawn;  // not with seeds
+    std::vector<const CLI::Option*> notDrawn;  // not with what is drawn
 };
 
 /// The names of the kinds of fault on a line, AG to ABC.
@@ -31,15 +33,16 @@ std::vector<std::string> LineFaultNames();
 /// the parsing.
 void AddLineSampleOptions(CLI::App& command, LineSampleOptions& options);
 
-/// Recordings to be made: one of a fault as given, or one for each seed.
+/// Recordings to be made: one of a fault as given, one for each seed, or an archive.
 struct LineSample
 {
-    enum class Kind { Fault, RandomFaults, RandomQuiet };
+    enum class Kind { Fault, RandomFaults, RandomQuiet, Archive };
 
-    Kind kind;
+    Kind kind = Kind::Fault;
     station::LineFaultOptions fault;
     uint32_t firstSeed = 0;
     uint32_t lastSeed = 0;
+    station::ArchiveOptions archive;
 };
 
 /// Whether the options ask for recordings of a line; `fault` is the value of --fault. Throws

@@ -21,6 +21,7 @@
 
 #include <map>
 #include <memory>
+#include <unistd.h>
 
 namespace {
 
@@ -126,6 +127,20 @@ DeviceChoice Chosen(const RecorderOptions& options)
     return choice;
 }
 
+// None without a catalogue.
+std::unique_ptr<JournalCopy> CopyOf(const RecorderOptions& options, const QString& recorder)
+{
+    if (options.work.catalogue.empty())
+        return nullptr;
+    const auto absolute = [](const QString& path) {
+        return QDir::cleanPath(QFileInfo(path).absoluteFilePath());
+    };
+    return std::make_unique<JournalCopy>(
+        FromUtf8(options.work.catalogue),
+        journalcopier::Name{absolute(StateOf(options)), absolute(FromUtf8(options.out)), recorder, getpid()},
+        Milliseconds(options.retryAfter));
+}
+
 // The events go to the file of --log as well, as text: each line opens it anew, so that it may be moved away
 // at any time.
 void UseLog(const RecorderOptions& options, Host& host)
@@ -150,6 +165,7 @@ int Begin(const RecorderOptions& options, const QString& name, bool once)
     // Before the journal, whose lock they must not share.
     const std::unique_ptr<archive::Scribes> scribes = ScribesOf(options.work, choice, 1);
     order.keeper = scribes.get();
+    const std::unique_ptr<JournalCopy> copy = CopyOf(options, recorder);
     WatchJournal journal(StateOf(options));
     Host host(FromUtf8(options.device.log));
     const std::vector<std::unique_ptr<Worker>> workers = MakeWorkers(host, choice, order, 1, true);
@@ -157,6 +173,7 @@ int Begin(const RecorderOptions& options, const QString& name, bool once)
     WatchOrder watchOrder = WatchOrderOf(options, worker, once);
     watchOrder.recorder = recorder;
     watchOrder.command = command;
+    watchOrder.copy = copy.get();
     if (watchevents::Used().form == watchevents::Form::Text)
         watchevents::Name(recorder);
     UseLog(options, host);

@@ -18,8 +18,10 @@
 #include <QStringList>
 #include <QTemporaryFile>
 
+#include <filesystem>
 #include <sys/statvfs.h>
 #include <unistd.h>
+#include <vector>
 
 namespace {
 
@@ -58,12 +60,16 @@ bool FitsInMemory(const QString& file)
     if (!qEnvironmentVariableIsEmpty("TMPDIR"))
         return false;
     qint64 bytes = 0;
-    for (int number = 0; number <= zu::MostContinuations; ++number)
-        bytes += QFileInfo(zu::ContinuationName(file, number)).size();
+    for (int number = 0; number <= zu::MostContinuations; ++number) {
+        const QFileInfo piece(zu::ContinuationName(file, number));
+        if (!piece.exists())
+            break;
+        bytes += piece.size();
+    }
     struct statvfs system = {};
     return bytes <= LargestInMemory && access(MemoryDirectory, W_OK) == 0 &&
            statvfs(MemoryDirectory, &system) == 0 &&
-           static_cast<qint64>(system.f_bavail * system.f_frsize) >= RoomInMemory;
+           static_cast<qint64>(system.f_bavail) * static_cast<qint64>(system.f_frsize) >= RoomInMemory;
 }
 
 // Links to the recording's chain: not even a conversion that deletes its sources could reach the files.
@@ -73,8 +79,9 @@ QString LinkChain(const QString& file, const QDir& directory)
     QString linked = directory.filePath(QStringLiteral("recording.") + first.suffix());
     for (int number = 0; number <= zu::MostContinuations; ++number) {
         const QString path = zu::ContinuationName(first.absoluteFilePath(), number);
-        if (QFile::exists(path))
-            QFile::link(path, zu::ContinuationName(linked, number));
+        if (!QFile::exists(path))
+            break;
+        QFile::link(path, zu::ContinuationName(linked, number));
     }
     return linked;
 }
@@ -165,8 +172,13 @@ const DeviceChoice& RecordMaker::Completed(const QString& file, const DeviceChoi
 
 void RecordMaker::Clear()
 {
+    std::error_code failed; // then the directory for temporary files keeps it until the end
+    std::vector<std::filesystem::path> files;
     if (!place.isEmpty())
-        QDir(place).removeRecursively();
+        for (const auto& file : std::filesystem::directory_iterator(place.toStdString(), failed))
+            files.push_back(file.path());
+    for (const std::filesystem::path& file : files)
+        std::filesystem::remove(file, failed);
     place.clear();
 }
 
@@ -182,19 +194,19 @@ QString RecordMaker::Place(const QString& file)
     if (!directory->isValid())
         throw SourceError(Tr("record source", "no temporary directory: %1")
                               .arg(explain::SystemText(directory->errorString())));
-    place = directory->filePath(QStringLiteral("record"));
-    QDir().mkdir(place);
+    place = directory->path();
     return place;
 }
 
 unsigned int RecordMaker::Load(const QString& file, DeviceChoice choice)
 {
     const QFileInfo info(choice.ini);
-    const QString key = choice.ini.isEmpty() ? file
-                                             : QStringList{choice.ini, choice.defaults, choice.device,
-                                                           QString::number(info.size()),
-                                                           info.lastModified().toString(Qt::ISODateWithMs)}
-                                                   .join(QLatin1Char('\n'));
+    const QString key =
+        choice.ini.isEmpty()
+            ? QString()
+            : QStringList{choice.ini, choice.defaults, choice.device, QString::number(info.size()),
+                          QString::number(info.lastModified().toMSecsSinceEpoch())}
+                  .join(QLatin1Char('\n'));
     if (loaded && loaded->key == key)
         return loaded->device;
     loaded.reset();
@@ -223,13 +235,13 @@ RecordMaker::Made RecordMaker::Make(const QString& file, const DeviceChoice& cho
     const Outcome outcome = loaded->host.Convert(linked, out, device);
     if (!outcome.converted)
         Check(file, QString(outcome.error).replace(linked.chopped(2), file.chopped(2)));
-    const QStringList records = QDir(out).entryList({QStringLiteral("*.cfg")}, QDir::Files);
-    if (records.isEmpty())
+    const QString record = out + QLatin1Char('/') + outcome.outputName + QLatin1String(".cfg");
+    if (!QFile::exists(record))
         throw SourceError(Tr("record source", "%1: its record was not found after the conversion").arg(file));
-    return {out + QLatin1Char('/') + records.first(), complete.ini};
+    return {record, complete.ini};
 }
 
-RecordSource::RecordSource(const QString& file, DeviceChoice choice, bool isPlain)
+RecordSource::RecordSource(const QString& file, const DeviceChoice& choice, bool isPlain)
 {
     ini = choice.ini;
     if (comtrade::IsRecordFile(file)) {

@@ -54,8 +54,10 @@ public:
     RecordMaker(const RecordMaker&) = delete;
     RecordMaker& operator=(const RecordMaker&) = delete;
 
-    /// The choice is completed as ChoiceForReading does. The record is there until the next call and as long
-    /// as this object lives. Throws SourceError, or ConfigurationError if the choice does not load.
+    /// The choice is completed as ChoiceForReading does. Recordings without an ini file share one that is
+    /// made up: their records have the name of the first of them as their station. The record is there until
+    /// the next call and as long as this object lives. Throws SourceError, or ConfigurationError if the
+    /// choice does not load.
     Made Make(const QString& file, const DeviceChoice& choice, bool isPlain);
 
     /// Ends the Host; the last record stays.
@@ -72,7 +74,7 @@ private:
     std::unique_ptr<Loaded> loaded;
     std::unique_ptr<QTemporaryDir> onDisk;
     std::unique_ptr<QTemporaryDir> inMemory;
-    QString place;        // directory of the last record, with links to its recording
+    QString place;        // directory of the last record, with links to its recording; one of these two
     QString completedFor; // directory of the recording
     DeviceChoice asked;   // and the choice before it was completed
     DeviceChoice completed;
@@ -84,7 +86,7 @@ public:
     /// Completes the choice as convert does; if nothing is chosen and no ini file is found, or with isPlain,
     /// a recording is converted without dictionary. Throws SourceError, or ConfigurationError if the choice
     /// does not load.
-    RecordSource(const QString& file, DeviceChoice choice, bool isPlain);
+    RecordSource(const QString& file, const DeviceChoice& choice, bool isPlain);
 
     /// The record's .cfg or .cff, as long as this object lives.
     const QString& Path() const { return path; }

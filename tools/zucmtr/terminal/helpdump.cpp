@@ -37,6 +37,7 @@ QJsonArray EntriesOf(const std::vector<CLI::Option*>& options, bool positional)
         entries << QJsonObject{
             {"flags", QJsonArray::fromStringList(FlagsOf(*option))},
             {"value", ValueOf(*option)},
+            {"shown", ShownName(ValueOf(*option))},
             {"required", option->get_required()},
             {"repeated", option->get_expected_max() == CLI::detail::expected_max_vector_size},
             {"excludes", ExcludedBy(*option, options)},

@@ -12,6 +12,7 @@ namespace {
 
 constexpr int BarWidth = 24;
 constexpr std::chrono::milliseconds Pause{100};
+constexpr double ShortestTold = 0.05; // s, of which there is a rate
 
 int Columns()
 {
@@ -46,7 +47,7 @@ QString DurationText(double seconds)
 QString ProgressText(size_t done, size_t total, double seconds, int columns)
 {
     QString text = Bar(done, total) + QString::asprintf(" %zu/%zu", done, total);
-    if (done > 0 && seconds > 0) {
+    if (done > 0 && seconds >= ShortestTold) {
         const double rate = static_cast<double>(done) / seconds;
         text += QLatin1String("  ") + Tr("progress", "%1 a second, %2 left")
                                           .arg(rate, 0, 'f', rate < 10 ? 1 : 0)

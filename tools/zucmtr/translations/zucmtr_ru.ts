@@ -24,10 +24,6 @@
         <translation>«%1» — не каталог</translation>
     </message>
     <message>
-        <source>%1 read (%2 of them cannot be), %3 moved, %4 gone, %5 unchanged</source>
-        <translation>прочитано: %1 (из них не читаются: %2), перемещено: %3, исчезло: %4, без изменений: %5</translation>
-    </message>
-    <message>
         <source>Write what is new, changed, moved or gone into the catalogue</source>
         <translation>Внести в каталог новое, изменённое, перемещённое и исчезнувшее</translation>
     </message>
@@ -258,10 +254,6 @@ Examples:
         <translation>Осциллограмм: %1, записей: %2; не читаются: %3, исчезли: %4</translation>
     </message>
     <message>
-        <source>Bytes: %1</source>
-        <translation>Байтов: %1</translation>
-    </message>
-    <message>
         <source>Triggered from %1 to %2</source>
         <translation>Пуски с %1 по %2</translation>
     </message>
@@ -288,10 +280,6 @@ Examples:
     <message>
         <source>Recorders without a recording since %1</source>
         <translation>Регистраторы без осциллограмм с %1</translation>
-    </message>
-    <message>
-        <source>Superfluous copies: %1, bytes: %2</source>
-        <translation>Лишних копий: %1, байтов: %2</translation>
     </message>
     <message>
         <source>none</source>
@@ -425,6 +413,26 @@ Examples:
         <source>Of a station with this in its name, in capital or small letters; =NAME for the whole name. May be repeated, as --recorder, --circuit and --changed</source>
         <translation>Станция, в имени которой это есть, буквы любые; =ИМЯ — имя целиком. Можно повторять, как и --recorder, --circuit, --changed</translation>
     </message>
+    <message>
+        <source>nothing was found</source>
+        <translation>ничего не найдено</translation>
+    </message>
+    <message>
+        <source>%1 read (%2 unreadable), %3 moved, %4 gone, %5 unchanged</source>
+        <translation>прочитано: %1 (не удалось прочитать: %2), перемещено: %3, исчезло: %4, без изменений: %5</translation>
+    </message>
+    <message>
+        <source>In all %1</source>
+        <translation>Всего %1</translation>
+    </message>
+    <message>
+        <source>Superfluous copies: %1, %2</source>
+        <translation>Лишних копий: %1, %2</translation>
+    </message>
+    <message>
+        <source>until that is put right, the recordings beside it are catalogued without it; the next update reads them again. With --device, update that directory alone</source>
+        <translation>пока это не исправлено, осциллограммы рядом с ним вносятся в каталог без него; следующее обновление прочитает их снова. С ключом --device обновляйте только эту папку</translation>
+    </message>
 </context>
 <context>
     <name>archive check</name>
@@ -473,10 +481,6 @@ Examples:
         <translation>%1: всё соответствует каталогу</translation>
     </message>
     <message>
-        <source>%1: %2 findings</source>
-        <translation>%1: расхождений: %2</translation>
-    </message>
-    <message>
         <source>Hold the catalogue against the files, and against itself</source>
         <translation>Сверить каталог с файлами и проверить его самого</translation>
     </message>
@@ -513,6 +517,14 @@ Example:
 
 Пример:
   zucmtr archive check --fast recordings</translation>
+    </message>
+    <message>
+        <source>it continues a recording, but a file before it is missing</source>
+        <translation>это продолжение осциллограммы, но файла перед ним нет</translation>
+    </message>
+    <message>
+        <source>%1; findings: %2</source>
+        <translation>%1; расхождений: %2</translation>
     </message>
 </context>
 <context>
@@ -864,7 +876,7 @@ Example:
     </message>
     <message>
         <source>One JSON object per finding, for programs</source>
-        <translation>Объект JSON на каждую находку, для программ</translation>
+        <translation>Объект JSON на каждое сообщение, для программ</translation>
     </message>
     <message>
         <source>&apos;%1&apos; counts as 0; give the highest number that is there</source>
@@ -1089,7 +1101,7 @@ Example, with the sample station:
     </message>
     <message>
         <source>the rate or its last sample is out of range</source>
-        <translation>частота дискретизации или номер её последней выборки вне допустимых пределов</translation>
+        <translation>частота дискретизации или номер её последнего отсчёта вне допустимых пределов</translation>
     </message>
     <message>
         <source>&apos;%1,%2&apos; should be dd/mm/yyyy,hh:mm:ss.ssssss</source>
@@ -1109,7 +1121,7 @@ Example, with the sample station:
     </message>
     <message>
         <source>%1, record %2: %3</source>
-        <translation>%1, выборка %2: %3</translation>
+        <translation>%1, отсчёт %2: %3</translation>
     </message>
     <message>
         <source>reading fails: %1</source>
@@ -1261,11 +1273,11 @@ Example, with the sample station:
     </message>
     <message>
         <source>last sample</source>
-        <translation>номер последней выборки</translation>
+        <translation>номер последнего отсчёта</translation>
     </message>
     <message>
         <source>start time</source>
-        <translation>время первой выборки</translation>
+        <translation>время первого отсчёта</translation>
     </message>
     <message>
         <source>trigger time</source>
@@ -2934,7 +2946,7 @@ Example, with the sample station:
     </message>
     <message>
         <source>First sample</source>
-        <translation>Первая выборка</translation>
+        <translation>Первый отсчёт</translation>
     </message>
     <message>
         <source>Trigger</source>
@@ -2954,7 +2966,7 @@ Example, with the sample station:
     </message>
     <message>
         <source>Samples</source>
-        <translation>Выборок</translation>
+        <translation>Отсчётов</translation>
     </message>
     <message>
         <source>Channels</source>
@@ -3146,15 +3158,15 @@ Example, with the sample station:
     </message>
     <message>
         <source>not constant, the samples have time stamps</source>
-        <translation>непостоянная, у выборок есть метки времени</translation>
+        <translation>непостоянная, у отсчётов есть метки времени</translation>
     </message>
     <message>
         <source>%1 Hz up to sample %2</source>
-        <translation>%1 Гц до выборки %2</translation>
+        <translation>%1 Гц до отсчёта %2</translation>
     </message>
     <message>
         <source>not constant up to sample %1</source>
-        <translation>непостоянная до выборки %1</translation>
+        <translation>непостоянная до отсчёта %1</translation>
     </message>
     <message>
         <source>Missing</source>
@@ -3186,7 +3198,7 @@ Example, with the sample station:
     </message>
     <message>
         <source>by the durations in the headers of its files, its record will hold %1 of the %2 samples</source>
-        <translation>по длительностям в заголовках файлов в запись войдёт выборок %1 из %2</translation>
+        <translation>по длительностям в заголовках файлов в запись войдёт отсчётов %1 из %2</translation>
     </message>
     <message>
         <source>unknown</source>
@@ -3344,7 +3356,7 @@ Example, with the sample station:
     </message>
     <message>
         <source>the header is damaged: the time of the first sample is out of range</source>
-        <translation>заголовок повреждён: время первой выборки вне допустимых пределов</translation>
+        <translation>заголовок повреждён: время первого отсчёта вне допустимых пределов</translation>
     </message>
     <message>
         <source>the header is damaged: the time of the trigger is out of range</source>
@@ -3392,7 +3404,7 @@ Example, with the sample station:
     </message>
     <message>
         <source>the number of its samples does not fit the size of its data</source>
-        <translation>число выборок не соответствует размеру данных</translation>
+        <translation>число отсчётов не соответствует размеру данных</translation>
     </message>
     <message>
         <source>its compressed data are damaged</source>
@@ -3404,7 +3416,7 @@ Example, with the sample station:
     </message>
     <message>
         <source>the analog channels of &apos;%1&apos; have different numbers of samples</source>
-        <translation>у аналоговых каналов в «%1» разное число выборок</translation>
+        <translation>у аналоговых каналов в «%1» разное число отсчётов</translation>
     </message>
     <message>
         <source>its files have different sampling rates</source>
@@ -3575,6 +3587,10 @@ Example, with the sample station:
     <message>
         <source>started: %1; ended: %2</source>
         <translation>запущены: %1; завершены: %2</translation>
+    </message>
+    <message>
+        <source>the journal&apos;s copy is complete after %1 s</source>
+        <translation>копия состояния дополнена через %1 с</translation>
     </message>
 </context>
 <context>
@@ -4050,7 +4066,7 @@ Example, with the sample station:
     </message>
     <message>
         <source>the recordings would have %1 samples per channel and segment, %2 in all; at most %3 and %4 are made: lower --rate, --seconds, --segments or --analog</source>
-        <translation>в осциллограммах было бы выборок на канал и сегмент %1, всего %2; создаётся не больше %3 и %4: уменьшите --rate, --seconds, --segments или --analog</translation>
+        <translation>в осциллограммах было бы отсчётов на канал и сегмент %1, всего %2; создаётся не больше %3 и %4: уменьшите --rate, --seconds, --segments или --analog</translation>
     </message>
     <message>
         <source>Analog channels, 0 to 4095 (32)</source>
@@ -4062,7 +4078,7 @@ Example, with the sample station:
     </message>
     <message>
         <source>Samples per second, below 10000000 (2400)</source>
-        <translation>Выборок в секунду, меньше 10000000 (2400)</translation>
+        <translation>Отсчётов в секунду, меньше 10000000 (2400)</translation>
     </message>
     <message>
         <source>Length of a segment, below 268 (2)</source>
@@ -4074,11 +4090,11 @@ Example, with the sample station:
     </message>
     <message>
         <source>Compress the samples (the default)</source>
-        <translation>Сжимать выборки (по умолчанию)</translation>
+        <translation>Сжимать отсчёты (по умолчанию)</translation>
     </message>
     <message>
         <source>Store the samples as they are</source>
-        <translation>Хранить выборки как есть</translation>
+        <translation>Хранить отсчёты как есть</translation>
     </message>
     <message>
         <source>Code page of the texts: cp866, cp1251 (cp866)</source>
@@ -4173,38 +4189,50 @@ Example, with the sample station:
         <translation>%1 — только для моделируемого замыкания; дайте и --fault %2</translation>
     </message>
     <message>
-        <source>The station is a substation of 220/110 kV with a short circuit on a line. There is one recording for each
-kind of start, and the ini file ZuDrv.ini. The same options give the same bytes everywhere. The files
-written are listed; the last line is the command that converts them.
-
-A simulated fault (--fault AG to ABC, --random-fault) is on a line between two sources whose data
-are in lines.ini; a file .truth.json beside each recording says where the fault is, and all else
-that an analysis should find.
-
-Examples:
-  zucmtr sample --out station --fault three --segments 2
-  zucmtr sample --out faults --fault BCG --distance 70 --resistance 5 --reclose fault
-  zucmtr sample --out random --random-fault 1-20</source>
-        <translation>Станция — подстанция 220/110 кВ с коротким замыканием на линии. Для каждого вида пуска есть осциллограмма,
-а также ini-файл ZuDrv.ini. Одинаковые ключи везде дают одинаковые байты. Записанные файлы перечисляются;
-последняя строка — команда, которая их преобразует.
-
-Моделируемое замыкание (--fault от AG до ABC, --random-fault) происходит на линии между двумя источниками;
-её параметры — в файле lines.ini. Рядом с каждой осциллограммой файл .truth.json: где замыкание и что ещё
-должен найти анализ.
-
-Примеры:
-  zucmtr sample --out station --fault three --segments 2
-  zucmtr sample --out faults --fault BCG --distance 70 --resistance 5 --reclose fault
-  zucmtr sample --out random --random-fault 1-20</translation>
-    </message>
-    <message>
         <source>%1 draws everything and goes without %2; leave one out</source>
         <translation>%1 выбирает всё случайно и с %2 не сочетается; уберите один из них</translation>
     </message>
     <message>
         <source>Fault on the line: single, two, three, none (single); simulated: AG to ABC</source>
         <translation>Замыкание на линии: single, two, three, none (single); моделируемое: от AG до ABC</translation>
+    </message>
+    <message>
+        <source>Simulate an archive of N recordings, 10 to 100000: a year of the recorders of four substations</source>
+        <translation>Смоделировать архив из N осциллограмм, от 10 до 100000: год работы регистраторов четырёх подстанций</translation>
+    </message>
+    <message>
+        <source>The station is a substation of 220/110 kV with a short circuit on a line. There is one recording for each
+kind of start, and the ini file ZuDrv.ini. The same options give the same bytes everywhere. The files
+written are listed; the last line is the command that converts them.
+
+A simulated fault (--fault AG to ABC, --random-fault) is on a line between two sources whose data
+are in lines.ini; a file .truth.json beside each recording says where the fault is, and all else
+that an analysis should find. An archive (--archive) has a directory for each recorder, with the same
+files; the last line is the command that catalogues it.
+
+Examples:
+  zucmtr sample --out station --fault three --segments 2
+  zucmtr sample --out faults --fault BCG --distance 70 --resistance 5 --reclose fault
+  zucmtr sample --out random --random-fault 1-20
+  zucmtr sample --out recordings --archive 20</source>
+        <translation>Станция — подстанция 220/110 кВ с коротким замыканием на линии. Для каждого вида пуска есть осциллограмма,
+а также ini-файл ZuDrv.ini. Одинаковые ключи везде дают одинаковые байты. Записанные файлы перечисляются;
+последняя строка — команда, которая их преобразует.
+
+Моделируемое замыкание (--fault от AG до ABC, --random-fault) происходит на линии между двумя источниками;
+её параметры — в файле lines.ini. Рядом с каждой осциллограммой файл .truth.json: где замыкание и что ещё
+должен найти анализ. В архиве (--archive) у каждого регистратора каталог с такими же файлами; последняя
+строка — команда, которая составляет каталог архива.
+
+Примеры:
+  zucmtr sample --out station --fault three --segments 2
+  zucmtr sample --out faults --fault BCG --distance 70 --resistance 5 --reclose fault
+  zucmtr sample --out random --random-fault 1-20
+  zucmtr sample --out recordings --archive 20</translation>
+    </message>
+    <message>
+        <source>%1, recordings: %2</source>
+        <translation>%1, осциллограмм: %2</translation>
     </message>
 </context>
 <context>
@@ -5238,11 +5266,11 @@ IEEE C37.111 редакций 1991, 1999 и 2013. Из-за ошибки про�
     </message>
     <message>
         <source>samples per second</source>
-        <translation>выборок в секунду</translation>
+        <translation>отсчётов в секунду</translation>
     </message>
     <message>
         <source>number of the last sample</source>
-        <translation>номер последней выборки</translation>
+        <translation>номер последнего отсчёта</translation>
     </message>
     <message>
         <source>date</source>
@@ -5270,7 +5298,7 @@ IEEE C37.111 редакций 1991, 1999 и 2013. Из-за ошибки про�
     </message>
     <message>
         <source>first sample</source>
-        <translation>первая выборка</translation>
+        <translation>первый отсчёт</translation>
     </message>
     <message>
         <source>trigger</source>
@@ -5290,15 +5318,15 @@ IEEE C37.111 редакций 1991, 1999 и 2013. Из-за ошибки про�
     </message>
     <message>
         <source>&apos;%1&apos; ends after record %2 of %3; free the disk, then convert again</source>
-        <translation>«%1» кончается после выборки %2 из %3; освободите диск и преобразуйте снова</translation>
+        <translation>«%1» кончается после отсчёта %2 из %3; освободите диск и преобразуйте снова</translation>
     </message>
     <message>
         <source>&apos;%1&apos; goes on after record %2, with which the recording ends</source>
-        <translation>«%1» продолжается за выборкой %2, которой кончается осциллограмма</translation>
+        <translation>«%1» продолжается за отсчётом %2, которым кончается осциллограмма</translation>
     </message>
     <message>
         <source>&apos;%1&apos;, record %2</source>
-        <translation>«%1», выборка %2</translation>
+        <translation>«%1», отсчёт %2</translation>
     </message>
     <message>
         <source>, number</source>
@@ -5354,7 +5382,7 @@ IEEE C37.111 редакций 1991, 1999 и 2013. Из-за ошибки про�
     </message>
     <message>
         <source>&apos;%1&apos; has %2 records, but its configuration says %3</source>
-        <translation>в «%1» выборок %2, а в конфигурации %3</translation>
+        <translation>в «%1» отсчётов %2, а в конфигурации %3</translation>
     </message>
     <message>
         <source>the recording cannot be read: %1</source>
@@ -5422,19 +5450,19 @@ IEEE C37.111 редакций 1991, 1999 и 2013. Из-за ошибки про�
     </message>
     <message>
         <source>there are %1 samples, but the configuration says %2</source>
-        <translation>выборок %1, а в конфигурации %2</translation>
+        <translation>отсчётов %1, а в конфигурации %2</translation>
     </message>
     <message>
         <source>there are samples after the last one, number %1</source>
-        <translation>после последней выборки, номер %1, есть ещё</translation>
+        <translation>после последнего отсчёта, номер %1, есть ещё</translation>
     </message>
     <message>
         <source>sample %1 has the number %2</source>
-        <translation>у выборки %1 номер %2</translation>
+        <translation>у отсчёта %1 номер %2</translation>
     </message>
     <message>
         <source>sample %1 has the time %2 µs, the recording %3 µs</source>
-        <translation>у выборки %1 время %2 мкс, в осциллограмме %3 мкс</translation>
+        <translation>у отсчёта %1 время %2 мкс, в осциллограмме %3 мкс</translation>
     </message>
     <message>
         <source>%1: no channel of the recording has its samples</source>
@@ -5442,7 +5470,7 @@ IEEE C37.111 редакций 1991, 1999 и 2013. Из-за ошибки про�
     </message>
     <message>
         <source>%1: %2 of %3 values differ; sample %4 (%5 s) is %6 and should be %7</source>
-        <translation>%1: различаются значения: %2 из %3; в выборке %4 (%5 с) %6, должно быть %7</translation>
+        <translation>%1: различаются значения: %2 из %3; в отсчёте %4 (%5 с) %6, должно быть %7</translation>
     </message>
     <message>
         <source>%1: the record says &apos;%2&apos;, the ini file makes it &apos;%3&apos;</source>
@@ -5450,15 +5478,15 @@ IEEE C37.111 редакций 1991, 1999 и 2013. Из-за ошибки про�
     </message>
     <message>
         <source>sample %1 has the number %2 in place of %3</source>
-        <translation>у выборки %1 номер %2 вместо %3</translation>
+        <translation>у отсчёта %1 номер %2 вместо %3</translation>
     </message>
     <message>
         <source>sample %1 has the time %2; by the rates it should be %3</source>
-        <translation>у выборки %1 время %2; по частоте дискретизации должно быть %3</translation>
+        <translation>у отсчёта %1 время %2; по частоте дискретизации должно быть %3</translation>
     </message>
     <message>
         <source>analog channel %1 (%2) has values beyond its limits %3 and %4: %5, the first is %6 in sample %7</source>
-        <translation>у аналогового канала %1 (%2) значения вне пределов %3 и %4: %5, первое — %6 в выборке %7</translation>
+        <translation>у аналогового канала %1 (%2) значения вне пределов %3 и %4: %5, первое — %6 в отсчёте %7</translation>
     </message>
     <message>
         <source>%1 bytes follow the data</source>
@@ -5501,7 +5529,7 @@ IEEE C37.111 редакций 1991, 1999 и 2013. Из-за ошибки про�
     </message>
     <message>
         <source>%1 samples, %2 + %3 channels</source>
-        <translation>выборок %1, каналов %2 + %3</translation>
+        <translation>отсчётов %1, каналов %2 + %3</translation>
     </message>
     <message>
         <source>wrong</source>
@@ -5513,7 +5541,7 @@ IEEE C37.111 редакций 1991, 1999 и 2013. Из-за ошибки про�
     </message>
     <message>
         <source>samples %1 to %2 of %3</source>
-        <translation>выборки с %1 по %2 из %3</translation>
+        <translation>отсчёты с %1 по %2 из %3</translation>
     </message>
     <message>
         <source>, one in %1</source>
@@ -5572,7 +5600,7 @@ Example, with the sample station:
   zucmtr verify station/Vostochnaya_000123.ZU station/comtrade/*120000*.cfg</source>
         <translation>Запись и осциллограмма: с ini-файлом регистратора сравнивается каждый байт, как в «zucmtr convert», в том виде,
 который у записи. Без него, а также для записей «zucmtr export» и сделанных с другими параметрами — каждый отсчёт,
-состояние и время; в строке сказано, что сравнивалось. В записи может быть только часть выборок и каналов.
+состояние и время; в строке сказано, что сравнивалось. В записи может быть только часть отсчётов и каналов.
 Запись сама по себе: всё читается, отсчёты, номера, времена, пределы и файлы записи согласуются между собой.
 Соответствие стандарту не проверяется: для этого «zucmtr validate».
 
@@ -5625,7 +5653,7 @@ Example, with the sample station:
     <name>view</name>
     <message>
         <source>%1: the page holds %2 of %3 samples around the trigger; --window SECONDS chooses how many, --full takes all</source>
-        <translation>%1: на странице выборок вокруг пуска %2 из %3; сколько их, выбирает --window SECONDS, --full берёт все</translation>
+        <translation>%1: на странице отсчётов вокруг пуска %2 из %3; сколько их, выбирает --window SECONDS, --full берёт все</translation>
     </message>
     <message>
         <source>Write an overview as an SVG picture; without -o no page</source>
@@ -5641,7 +5669,7 @@ Example, with the sample station:
     </message>
     <message>
         <source>Hold all samples, however large the page becomes</source>
-        <translation>Все выборки, как бы велика ни стала страница</translation>
+        <translation>Все отсчёты, как бы велика ни стала страница</translation>
     </message>
     <message>
         <source>Take no ini file: names as in the recording, a report without the values of circuits</source>
@@ -5723,7 +5751,7 @@ Example, with the sample station:
         <translation>ФАЙЛ — первый файл осциллограммы (.ZU, продолжения рядом с ним) или запись COMTRADE (.cfg или .cff).
 Страница — один файл HTML, в котором есть всё: пересылайте, храните, открывайте без сети.
 Осциллограмме не нужен ini-файл; с ним имена и присоединения те же, что в преобразованной записи.
-Сверх 64 МБ выборок на странице окно вокруг пуска, и она об этом говорит.
+Сверх 64 МБ отсчётов на странице окно вокруг пуска, и она об этом говорит.
 
 ВТОРОЙ — с другого конца линии, с другого регистратора или более ранний, любого производителя. Он
 накладывается на ФАЙЛ по дате и времени, по UTC, если в обеих записях есть часовой пояс; на странице его
@@ -6063,6 +6091,18 @@ SIGTERM и Ctrl-C завершают работу после начатой ос
     <message>
         <source>The file of --status is never older than this, unless the program hangs. Default: 15</source>
         <translation>Файл --status не бывает старше стольких секунд, если программа не зависла. По умолчанию 15</translation>
+    </message>
+    <message>
+        <source>the process that writes it has ended (signal %1)</source>
+        <translation>процесс, который её записывает, завершился (сигнал %1)</translation>
+    </message>
+    <message>
+        <source>the process that writes it has ended</source>
+        <translation>процесс, который её записывает, завершился</translation>
+    </message>
+    <message>
+        <source>the journal&apos;s copy is not written: %1; the work goes on, and the copy follows</source>
+        <translation>копия состояния не записывается: %1; работа продолжается, копия будет дополнена</translation>
     </message>
 </context>
 <context>

@@ -2,6 +2,7 @@
 
 #include <QFile>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <poll.h>
@@ -47,12 +48,15 @@ bool DirectoryEvents::Watch(const QStringList& directories)
     return fresh;
 }
 
-bool DirectoryEvents::Wait(std::chrono::milliseconds time, int other, bool& isOtherReady)
+bool DirectoryEvents::Wait(std::chrono::milliseconds time, const std::vector<int>& others, bool& isOtherReady)
 {
-    std::array<pollfd, 2> files = {{{queue.Number(), POLLIN, 0}, {other, POLLIN, 0}}};
+    std::vector<pollfd> files = {{queue.Number(), POLLIN, 0}};
+    for (const int other : others)
+        files.push_back({other, POLLIN, 0});
     if (poll(files.data(), files.size(), static_cast<int>(time.count())) <= 0)
         return false;
-    isOtherReady = files[1].revents != 0;
+    isOtherReady =
+        std::any_of(files.begin() + 1, files.end(), [](const pollfd& file) { return file.revents != 0; });
     alignas(inotify_event) std::array<char, 65536> buffer{};
     bool heard = false;
     ssize_t size = read(queue.Number(), buffer.data(), buffer.size());

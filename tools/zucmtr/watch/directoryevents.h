@@ -8,6 +8,7 @@
 #include <QStringList>
 
 #include <chrono>
+#include <vector>
 
 class DirectoryEvents
 {
@@ -22,8 +23,8 @@ public:
     int Unwatched() const { return unwatched; }
 
     /// Waits until something happens, a signal arrives or the time is over. True if something has happened.
-    /// other: a further descriptor to wait for, or -1; isOtherReady is set to true if it can be read.
-    bool Wait(std::chrono::milliseconds time, int other, bool& isOtherReady);
+    /// others: further descriptors to wait for, -1 is none; isOtherReady is set to true if one can be read.
+    bool Wait(std::chrono::milliseconds time, const std::vector<int>& others, bool& isOtherReady);
 
 private:
     systemfile::Descriptor queue;

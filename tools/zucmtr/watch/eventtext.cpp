@@ -110,6 +110,11 @@ QString Recovered(const QJsonObject& event)
     return Tr("log", "%1 is over after %2 s").arg(Text(event, "reason"), Seconds(event, "seconds"));
 }
 
+QString CaughtUp(const QJsonObject& event)
+{
+    return Tr("log", "the journal's copy is complete after %1 s").arg(Seconds(event, "seconds"));
+}
+
 QString Stopped(const QJsonObject& event)
 {
     return Sentence(event) +
@@ -158,6 +163,8 @@ const QMap<QString, Kind>& Kinds()
         {QStringLiteral("stopped"), {"INFO", Stopped}},
         {QStringLiteral("commandDone"), {"INFO", CommandDone}},
         {QStringLiteral("commandFailed"), {"WARNING", CommandFailed}},
+        {QStringLiteral("copyBehind"), {"WARNING", Sentence}},
+        {QStringLiteral("copyCaughtUp"), {"INFO", CaughtUp}},
         {QStringLiteral("recorderDown"), {"WARNING", Down}},
         {QStringLiteral("reloaded"), {"INFO", Reloaded}},
     };

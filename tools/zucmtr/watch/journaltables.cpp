@@ -1,5 +1,7 @@
 #include "zucmtr/watch/journaltables.h"
 
+#include "catalogue/columns.h"
+
 #include <QDateTime>
 #include <QSysInfo>
 
@@ -69,15 +71,107 @@ QString Value(sql::Database& database, const char* command)
     return value;
 }
 
-void Write(sql::Database& database, qint64 number, const Task& task)
+// A table, as it is named in the journal's own file. The first column is the key.
+struct Table
+{
+    const char* name;
+    QStringList columns;
+};
+
+const Table& Recordings()
+{
+    static const Table table = {
+        "recordings",
+        {"file", "fingerprint", "state", "record", "access", "unended", "failures", "kills", "noted"}};
+    return table;
+}
+
+const Table& Commands()
+{
+    static const Table table = {"commands", {"number", "file", "state", "input", "failures", "noted"}};
+    return table;
+}
+
+QString NameOf(const Home& home, const Table& table)
+{
+    return QLatin1String(home.journal == 0 ? "" : "journal_") + QLatin1String(table.name);
+}
+
+sql::Values Own(const Home& home, sql::Values values = {})
+{
+    if (home.journal != 0)
+        values.insert(values.begin(), home.journal);
+    return values;
+}
+
+void ReadRows(const Home& home, const Table& table, const sql::Database::RowFunction& row)
+{
+    home.database.Run(QStringLiteral("SELECT %1 FROM %2%3")
+                          .arg(table.columns.join(QLatin1String(", ")), NameOf(home, table),
+                               QLatin1String(home.journal == 0 ? "" : " WHERE journal = ?")),
+                      Own(home), row);
+}
+
+// A new row, or other values in the one with this key. In the words of both databases.
+void Put(const Home& home, const Table& table, const sql::Values& values)
+{
+    const QString prefix = QLatin1String(home.journal == 0 ? "" : "journal, ");
+    QStringList changes;
+    for (const QString& column : table.columns.mid(1))
+        changes << QStringLiteral("%1 = excluded.%1").arg(column);
+    const QString command =
+        QStringLiteral("INSERT INTO %1 (%2%3) VALUES (%4) ON CONFLICT (%2%5) DO UPDATE SET %6")
+            .arg(NameOf(home, table), prefix, table.columns.join(QLatin1String(", ")),
+                 catalogue::PlaceHolders(static_cast<int>(Own(home, values).size())), table.columns.first(),
+                 changes.join(QLatin1String(", ")));
+    home.database.Run(command, Own(home, values));
+}
+
+void Remove(const Home& home, const Table& table, const sql::Value& key)
+{
+    home.database.Run(QStringLiteral("DELETE FROM %1 WHERE %2%3 = ?")
+                          .arg(NameOf(home, table),
+                               QLatin1String(home.journal == 0 ? "" : "journal = ? AND "),
+                               table.columns.first()),
+                      Own(home, {key}));
+}
+
+void WriteEntry(const Home& home, const QString& file, const WatchJournal::Entry& entry)
+{
+    if (entry.verdict == Verdict::PutAway)
+        Remove(home, Recordings(), file);
+    else
+        Put(home, Recordings(),
+            {file, QString::fromLatin1(entry.print),
+             QString::fromLatin1(states.at(static_cast<size_t>(entry.verdict))), entry.record, entry.access,
+             qint64{entry.unended}, qint64{entry.failures}, qint64{entry.kills}, entry.noted});
+}
+
+void WriteTask(const Home& home, qint64 number, const Task& task)
 {
     if (task.state == Task::State::Done)
-        database.Run("DELETE FROM commands WHERE number = ?", {number});
+        Remove(home, Commands(), number);
     else
-        database.Run("REPLACE INTO commands VALUES (?, ?, ?, ?, ?, ?)",
-                     {number, task.file,
-                      QString::fromLatin1(task.state == Task::State::GivenUp ? GivenUp : Waiting), task.input,
-                      qint64{task.failures}, task.noted});
+        Put(home, Commands(),
+            {number, task.file, QString::fromLatin1(task.state == Task::State::GivenUp ? GivenUp : Waiting),
+             task.input, qint64{task.failures}, task.noted});
+}
+
+// What leads from one to the other.
+template <class Map, class Value>
+Map Difference(const Map& from, const Map& to, const Value& over)
+{
+    Map difference;
+    for (auto one = to.begin(); one != to.end(); ++one) {
+        const auto before = from.find(one.key());
+        if (before == from.end() || !(*before == *one))
+            difference[one.key()] = *one;
+    }
+    for (auto one = from.begin(); one != from.end(); ++one) {
+        if (!to.contains(one.key()))
+            difference[one.key()] = over;
+    }
+    return difference;
 }
 
 } // namespace
@@ -111,34 +205,38 @@ void WriteHolder(sql::Database& database)
                  {qint64{getpid()}, QSysInfo::machineHostName(), Now()});
 }
 
-void Read(sql::Database& database, WatchJournal::Entries& entries, WatchJournal::Tasks& tasks)
+void Read(const Home& home, WatchJournal::Contents& contents)
 {
-    database.Run("SELECT * FROM recordings", {}, [&entries](const sql::Row& row) {
-        entries[row.Text(0)] = {
+    ReadRows(home, Recordings(), [&contents](const sql::Row& row) {
+        contents.entries[row.Text(0)] = {
             row.Text(1).toLatin1(), VerdictOf(row.Text(2)), row.Text(3),  row.Text(4), row.Text(8),
             Count(row, 5),          Count(row, 6),          Count(row, 7)};
     });
-    database.Run("SELECT * FROM commands", {}, [&tasks](const sql::Row& row) {
+    ReadRows(home, Commands(), [&contents](const sql::Row& row) {
         const bool isGivenUp = row.Text(2) == QLatin1String(GivenUp);
-        tasks[row.Integer(0)] = {row.Text(1), row.Text(3), row.Text(5), Count(row, 4),
-                                 isGivenUp ? Task::State::GivenUp : Task::State::Waiting};
+        contents.tasks[row.Integer(0)] = {row.Text(1), row.Text(3), row.Text(5), Count(row, 4),
+                                          isGivenUp ? Task::State::GivenUp : Task::State::Waiting};
     });
 }
 
-void Write(sql::Database& database, const WatchJournal::Entries& entries, const WatchJournal::Tasks& tasks)
+void Write(const Home& home, const WatchJournal::Contents& contents)
 {
-    for (auto one = entries.begin(); one != entries.end(); ++one) {
-        if (one->verdict == Verdict::PutAway)
-            database.Run("DELETE FROM recordings WHERE file = ?", {one.key()});
-        else
-            database.Run("REPLACE INTO recordings VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?)",
-                         {one.key(), QString::fromLatin1(one->print),
-                          QString::fromLatin1(states.at(static_cast<size_t>(one->verdict))), one->record,
-                          one->access, qint64{one->unended}, qint64{one->failures}, qint64{one->kills},
-                          one->noted});
-    }
-    for (auto one = tasks.begin(); one != tasks.end(); ++one)
-        Write(database, one.key(), *one);
+    for (auto one = contents.entries.begin(); one != contents.entries.end(); ++one)
+        WriteEntry(home, one.key(), *one);
+    for (auto one = contents.tasks.begin(); one != contents.tasks.end(); ++one)
+        WriteTask(home, one.key(), *one);
+}
+
+void Replace(const Home& home, const WatchJournal::Contents& contents)
+{
+    WatchJournal::Contents there;
+    Read(home, there);
+    WatchJournal::Entry putAway;
+    putAway.verdict = Verdict::PutAway;
+    Task done;
+    done.state = Task::State::Done;
+    Write(home, {Difference(there.entries, contents.entries, putAway),
+                 Difference(there.tasks, contents.tasks, done)});
 }
 
 QString Now()

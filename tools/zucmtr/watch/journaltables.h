@@ -1,4 +1,5 @@
-// The tables of the journal of 'zucmtr watch', by version; docs/watch.md describes them for those who ask it.
+// The tables of the journal of 'zucmtr watch', by version, and those of its copy in a catalogue;
+// docs/watch.md describes them for those who ask.
 #pragma once
 
 #include "sql/database.h"
@@ -21,10 +22,20 @@ void Migrate(sql::Database& database, int version);
 /// Notes who works with the journal.
 void WriteHolder(sql::Database& database);
 
-void Read(sql::Database& database, WatchJournal::Entries& entries, WatchJournal::Tasks& tasks);
+/// Where the tables are: in the journal's own file, or among those of other journals in a catalogue.
+struct Home
+{
+    sql::Database& database;
+    qint64 journal = 0; ///< its number in the catalogue; 0: the file is its own
+};
+
+void Read(const Home& home, WatchJournal::Contents& contents);
 
 /// Writes the entries and tasks; the rows of those that are over are removed.
-void Write(sql::Database& database, const WatchJournal::Entries& entries, const WatchJournal::Tasks& tasks);
+void Write(const Home& home, const WatchJournal::Contents& contents);
+
+/// Makes the tables have these entries and tasks and no others. What is the same already is left alone.
+void Replace(const Home& home, const WatchJournal::Contents& contents);
 
 /// The time for a note, in UTC.
 QString Now();

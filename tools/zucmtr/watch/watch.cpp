@@ -147,6 +147,8 @@ void Watch::ConvertDue()
         if (IsAsItWas(path))
             Convert(waiting[path]);
         commands.Step();
+        if (order.copy != nullptr)
+            order.copy->Step(journal);
         ReportStatus();
     }
 }

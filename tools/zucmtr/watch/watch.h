@@ -3,6 +3,7 @@
 
 #include "zucmtr/run/batchitem.h"
 #include "zucmtr/watch/commandqueue.h"
+#include "zucmtr/watch/journalcopy.h"
 #include "zucmtr/watch/recorderstatus.h"
 #include "zucmtr/watch/watchinput.h"
 #include "zucmtr/watch/watchjournal.h"
@@ -34,6 +35,7 @@ struct WatchOrder
     bool reportsSummary = false;             // what happened is part of the event of a record
     QString recorder;                        // its name
     CommandOrder command;                    // after each record
+    JournalCopy* copy = nullptr;             // in a catalogue, if there is one
 };
 
 class Watch
@@ -66,6 +68,7 @@ private:
 
     void Start();
     void FlushAtEnd();
+    void FinishCopy();
     void ScanInput();
     void Observe(const Chain& chain);
     void ObserveAgain(Waiting& one, const Fingerprint& now) const;

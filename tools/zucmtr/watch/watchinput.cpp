@@ -80,12 +80,13 @@ void WatchInput::ScanDone()
     rescan = std::max(end + (end - start) * (isNew ? ShortRest : LongRest), end + order.rescan);
 }
 
-bool WatchInput::Wait(Clock::time_point until, int other)
+bool WatchInput::Wait(Clock::time_point until, const std::vector<int>& others)
 {
     bool isOtherReady = false;
     const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(until - Clock::now()) +
                       std::chrono::milliseconds(1);
-    if (events.Wait(std::min(std::max(left, std::chrono::milliseconds(0)), LongestWait), other, isOtherReady))
+    if (events.Wait(std::min(std::max(left, std::chrono::milliseconds(0)), LongestWait), others,
+                    isOtherReady))
         changed = true;
     return isOtherReady;
 }

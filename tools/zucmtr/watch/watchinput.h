@@ -12,6 +12,7 @@
 
 #include <chrono>
 #include <utility>
+#include <vector>
 
 struct WatchOrder;
 
@@ -32,8 +33,8 @@ public:
     void ScanDone();
 
     /// Waits until something happens in the directories, a signal arrives, or it is that time; not long. True
-    /// at once if the other descriptor, unless it is -1, can be read.
-    bool Wait(Clock::time_point until, int other);
+    /// at once if one of the others, descriptors of which -1 is none, can be read.
+    bool Wait(Clock::time_point until, const std::vector<int>& others);
 
     /// When the directories will be scanned in any case.
     Clock::time_point NextScan() const;

@@ -18,6 +18,7 @@
 #include <cstdio>
 #include <fcntl.h>
 #include <sys/file.h>
+#include <tuple>
 #include <unistd.h>
 #include <utility>
 
@@ -102,6 +103,23 @@ void Discard(const QString& fresh)
 
 } // namespace
 
+bool WatchJournal::Entry::operator==(const Entry& other) const
+{
+    const auto values = [](const Entry& one) {
+        return std::tie(one.print, one.verdict, one.record, one.access, one.noted, one.unended, one.failures,
+                        one.kills);
+    };
+    return values(*this) == values(other);
+}
+
+bool WatchJournal::Task::operator==(const Task& other) const
+{
+    const auto values = [](const Task& one) {
+        return std::tie(one.file, one.input, one.noted, one.failures, one.state);
+    };
+    return values(*this) == values(other);
+}
+
 WatchJournal::WatchJournal(const QString& path_) : path(JournalPath(path_))
 {
     Place place = Place::Other;
@@ -148,7 +166,9 @@ void WatchJournal::Load()
     }
     try {
         database = Connected();
-        journaltables::Read(*database, entries, tasks);
+        const Contents stored = Stored();
+        entries = stored.entries;
+        tasks = stored.tasks;
     } catch (const sql::Failure& failure) {
         if (failure.trouble != sql::Trouble::Damaged)
             FailToWrite(failure.Message());
@@ -241,7 +261,7 @@ void WatchJournal::NoteBegun(const QString& recording, const QByteArray& print)
         Withdraw(first, print);
         throw;
     }
-    Saved();
+    Saved(changed);
     entries[first] = changed[first];
 }
 
@@ -314,11 +334,15 @@ void WatchJournal::NoteTask(qint64 number, const Task& task)
 void WatchJournal::Flush()
 {
     Save(unwritten);
-    Saved();
+    Saved(unwritten);
 }
 
-void WatchJournal::Saved()
+void WatchJournal::Saved(const Entries& changed)
 {
+    for (auto one = changed.begin(); isNewsWanted && one != changed.end(); ++one)
+        news.entries[one.key()] = *one;
+    for (auto one = unwrittenTasks.begin(); isNewsWanted && one != unwrittenTasks.end(); ++one)
+        news.tasks[one.key()] = *one;
     unwritten.clear();
     unwrittenTasks.clear();
 }
@@ -347,7 +371,7 @@ void WatchJournal::Save(const Entries& changed)
         if (place == Place::Own && !(changed.isEmpty() && unwrittenTasks.isEmpty())) {
             if (!database)
                 database = Connected();
-            database->Together([&] { journaltables::Write(*database, changed, unwrittenTasks); });
+            database->Together([&] { journaltables::Write({*database}, {changed, unwrittenTasks}); });
         }
     } catch (const sql::Failure& failure) {
         isDamaged = failure.trouble == sql::Trouble::Damaged;
@@ -369,8 +393,8 @@ void WatchJournal::MakeAnew(const Entries& changed)
         sql::Sqlite made(fresh);
         made.Together([&] {
             journaltables::Create(made);
-            journaltables::Write(made, entries, tasks);
-            journaltables::Write(made, changed, unwrittenTasks);
+            journaltables::Write({made}, {entries, tasks});
+            journaltables::Write({made}, {changed, unwrittenTasks});
         });
     } catch (const sql::Failure& failure) {
         Discard(fresh);
@@ -422,6 +446,21 @@ void WatchJournal::ForgetGone()
             unwritten[first] = {QByteArray(), Verdict::PutAway};
         }
     }
+}
+
+WatchJournal::Contents WatchJournal::Stored() const
+{
+    if (!database) // it has just been written anew
+        return {entries, tasks};
+    Contents stored;
+    journaltables::Read({*database}, stored);
+    return stored;
+}
+
+WatchJournal::Contents WatchJournal::TakeNews()
+{
+    isNewsWanted = true;
+    return std::exchange(news, {});
 }
 
 void WatchJournal::LetGo()

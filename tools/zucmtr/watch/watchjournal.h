@@ -30,6 +30,8 @@ public:
         int unended = 0;  // how often the program ended while working on it
         int failures = 0; // how often it failed, since the last verdict on it
         int kills = 0;    // how often its own process was killed, since then too
+
+        bool operator==(const Entry& other) const;
     };
 
     /// What is to be done after a record, such as a command to be run.
@@ -41,10 +43,18 @@ public:
         QString noted{};
         int failures = 0;
         State state = State::Waiting;
+
+        bool operator==(const Task& other) const;
     };
 
     using Entries = QHash<QString, Entry>; // by absolute path
     using Tasks = QMap<qint64, Task>;      // by number, in the order in which they were added
+
+    struct Contents
+    {
+        Entries entries;
+        Tasks tasks;
+    };
 
     /// The journal cannot be written at the moment.
     class Unwritable : public PassingTrouble
@@ -109,6 +119,16 @@ public:
     /// recordings any more may be a file system that is not there yet; they are kept.
     void ForgetGone();
 
+    /// What is on the disk. Throws sql::Failure.
+    Contents Stored() const;
+
+    /// What was written since the last call; entries that were put away and tasks that are done are over. The
+    /// first call gives nothing, and has it collected from then on.
+    Contents TakeNews();
+
+    /// Whether TakeNews has anything.
+    bool HasNews() const { return !news.entries.isEmpty() || !news.tasks.isEmpty(); }
+
     /// Closes the lock in a forked process, which may do nothing else with the journal; the parent keeps it.
     void LetGo();
 
@@ -124,7 +144,7 @@ private:
     void Note(const QString& recording, const Entry& entry);
     void Withdraw(const QString& first, const QByteArray& print);
     void Save(const Entries& changed);
-    void Saved();
+    void Saved(const Entries& changed);
     void MakeAnew(const Entries& changed);
     [[noreturn]] void FailToWrite(const QString& reason) const;
 
@@ -135,4 +155,6 @@ private:
     Entries unwritten; // those that are gone count as put away
     Tasks tasks;
     Tasks unwrittenTasks;
+    Contents news; // that somebody has not taken yet
+    bool isNewsWanted = false;
 };

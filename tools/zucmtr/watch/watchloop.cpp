@@ -20,6 +20,10 @@ namespace {
 
 constexpr std::chrono::milliseconds TroublePause{500}; // the shortest time between two checks of it
 
+// How long the journal's copy is waited for: after a signal, and with --once.
+constexpr std::chrono::milliseconds LongestEnd{2000};
+constexpr std::chrono::milliseconds LongestCopy{20000};
+
 double Seconds(std::chrono::milliseconds time)
 {
     return std::chrono::duration<double>(time).count();
@@ -35,6 +39,8 @@ bool Watch::Run()
             ScanInput();
         ConvertDue();
         commands.Step();
+        if (order.copy != nullptr)
+            order.copy->Step(journal);
         LeaveTrouble();
         ReportStatus();
         if (order.once && IsDone())
@@ -43,6 +49,7 @@ bool Watch::Run()
     }
     servicemanager::Stopping();
     commands.Stop();
+    FinishCopy();
     QJsonObject end = ReasonOfEnd();
     end["converted"] = converted;
     end["failed"] = failed;
@@ -51,6 +58,13 @@ bool Watch::Run()
     FlushAtEnd();
     SendStatus();
     return failed == 0 && commands.Failed() == 0 && waiting.isEmpty() && input.IsWhole();
+}
+
+// The next run goes on with a copy that is not written.
+void Watch::FinishCopy()
+{
+    if (order.copy != nullptr)
+        order.copy->Finish(journal, interrupt::Came() ? LongestEnd : LongestCopy);
 }
 
 // A program that is being ended does not wait for a disk: the next run repeats what was not written.
@@ -117,12 +131,16 @@ void Watch::Sleep()
     if (waits)
         end = std::min(end, next);
     end = std::min(end, commands.Next());
+    if (order.copy != nullptr)
+        end = std::min(end, order.copy->Next(journal));
+    const std::vector<int> others = {commands.Descriptor(),
+                                     order.copy != nullptr ? order.copy->Descriptor() : -1};
     if (statuschannel::IsUsed())
         end = std::min(end, nextStatus);
     for (const Waiting& one : waiting)
         end = std::min(end, waits ? std::max(one.due, trouble.Next()) : one.due);
     while (!input.IsTimeToScan() && !interrupt::Came() && Clock::now() < end) {
-        if (input.Wait(std::min(end, input.NextScan()), commands.Descriptor()))
+        if (input.Wait(std::min(end, input.NextScan()), others))
             return;
     }
 }
