@@ -9,7 +9,7 @@
 #error "include base/vectorcode.h before the headers of Highway"
 #endif
 
-// SSE4 is no faster here than SSSE3, and AVX-512 hardly than AVX2 (docs/performance.md). Scalar and emulated
+// SSE4 is no faster here than SSSE3, and AVX-512 saves little (docs/performance.md). Scalar and emulated
 // vectors are Highway's stand-ins for processors without any of these, one of which has to stay.
 #define HWY_DISABLED_TARGETS                                                                                 \
     (~(HWY_SCALAR | HWY_EMU128 | HWY_SSSE3 | HWY_AVX2 | HWY_NEON | ZU_NEON_WITHOUT_AES))
