@@ -16,7 +16,7 @@ scripts/install-packages.sh build arm64
 foreign_apt() {
     apt-get -qq -o APT::Architecture=arm64 -o APT::Architectures=arm64 -o APT::Install-Recommends=false \
         -o Dir::State="$root.apt" -o Dir::State::status="$root.apt/status" -o Dir::Cache="$root.apt/cache" \
-        -o APT::Sandbox::User= "$@"
+        -o Dir::Log="$root.apt" -o APT::Sandbox::User= "$@"
 }
 
 # The root stands for the packages' names: another list makes another root.
