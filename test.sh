@@ -3,7 +3,8 @@
 #
 #   ./test.sh              plain build, address and undefined-behaviour sanitizers, fuzzers (30 s each), format,
 #                          shell scripts, lint of what changed
-#   ./test.sh --all        the thread sanitizer and the fleet of machines as well, and clang-tidy over all files
+#   ./test.sh --all        the thread sanitizer, the fleet of machines and 64-bit ARM as well, and clang-tidy over all
+#                          files
 #   ./test.sh --plain      the plain build and its tests alone
 #   ./test.sh --coverage   tests with coverage of src/, printed as a table
 set -eu
@@ -16,7 +17,7 @@ case ${1:-} in
 --plain) mode=plain ;;
 --coverage) mode=coverage ;;
 *)
-    sed -n '2,8s/^# \{0,1\}//p' "$0" >&2
+    sed -n '2,9s/^# \{0,1\}//p' "$0" >&2
     exit 2
     ;;
 esac
@@ -53,6 +54,8 @@ fuzz/run.sh 30
 scripts/update-translations.sh --check
 if [ $mode = all ]; then
     build_and_test tsan
+    printf '\n== 64-bit ARM\n'
+    scripts/check-arm64.sh
     printf '\n== fleet\n'
     scripts/check-fleet.sh
     scripts/lint.sh

@@ -22,13 +22,22 @@ struct Row
 };
 
 const Row rows[] = {
-    {"large-plain", bench::MeasureLargePlain}, {"large-compressed", bench::MeasureLargeCompressed},
-    {"large-ascii", bench::MeasureLargeAscii}, {"large-cff", bench::MeasureLargeCff},
-    {"decoding", bench::MeasureDecoding},      {"typical", bench::MeasureTypical},
-    {"states", bench::MeasureStates},          {"matching", bench::MeasureMatching},
-    {"segments", bench::MeasureSegments},      {"growth", bench::MeasureGrowth},
-    {"memory", bench::MeasureMemory},          {"ascii-records", bench::MeasureAsciiRecords},
-    {"reading", bench::MeasureReading},        {"export", bench::MeasureExport},
+    {"large-plain", bench::MeasureLargePlain},
+    {"large-compressed", bench::MeasureLargeCompressed},
+    {"large-ascii", bench::MeasureLargeAscii},
+    {"large-cff", bench::MeasureLargeCff},
+    {"decoding", bench::MeasureDecoding},
+    {"typical", bench::MeasureTypical},
+    {"states", bench::MeasureStates},
+    {"matching", bench::MeasureMatching},
+    {"segments", bench::MeasureSegments},
+    {"growth", bench::MeasureGrowth},
+    {"memory", bench::MeasureMemory},
+    {"ascii-records", bench::MeasureAsciiRecords},
+    {"reading", bench::MeasureReading},
+    {"export", bench::MeasureExport},
+    {"decoding-sets", bench::MeasureDecodingBySets},
+    {"turning-sets", bench::MeasureTurning},
 };
 
 std::vector<std::string> RowNames()

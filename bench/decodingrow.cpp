@@ -1,6 +1,7 @@
-// The decoder at each width code, in memory.
+// The decoder at each width code, in memory: the one for this processor, and those for older ones.
 #include "deltadata.h"
 #include "measure.h"
+#include "processors.h"
 #include "rows.h"
 
 #include <cstring>
@@ -41,7 +42,8 @@ struct Times
     bench::Fastest copying;
 };
 
-void MeasureRound(const bench::DeltaData& data, std::vector<int16_t>& target, Times& times)
+void MeasureRound(const bench::DeltaData& data, const zu::ItemDecoderTable& decoders,
+                  std::vector<int16_t>& target, Times& times)
 {
     for (int run = 0; run < RunsInRound; ++run)
         times.copying.Add(bench::SecondsOf([&] {
@@ -49,9 +51,25 @@ void MeasureRound(const bench::DeltaData& data, std::vector<int16_t>& target, Ti
             Use(target.data());
         }));
     for (int run = 0; run < RunsInRound; ++run)
-        times.decoding.Add(bench::SecondsOf([&] { bench::Expand(data, target); }));
+        times.decoding.Add(bench::SecondsOf([&] { bench::Expand(data, target, decoders); }));
     if (target != data.samples)
         throw std::runtime_error("the decoder gives other samples");
+}
+
+// The times of width codes 1 to 15.
+std::vector<Times> MeasureWidths(const bench::Settings& settings, const zu::ItemDecoderTable& decoders)
+{
+    std::vector<int16_t> target(Points);
+    std::vector<bench::DeltaData> data;
+    for (int code = 1; code <= 15; ++code)
+        data.push_back(bench::MakeDeltaData(code, Points));
+    std::vector<Times> all(data.size());
+    // The rounds of a width are spread over time, so that another program does not disturb all of them.
+    for (int round = 0; round < 4 * settings.rounds; ++round) {
+        for (size_t i = 0; i < data.size(); ++i)
+            MeasureRound(data[i], decoders, target, all[i]);
+    }
+    return all;
 }
 
 } // namespace
@@ -59,22 +77,32 @@ void MeasureRound(const bench::DeltaData& data, std::vector<int16_t>& target, Ti
 void bench::MeasureDecoding(const Settings& settings, Report& report)
 {
     const size_t bytes = Points * sizeof(int16_t);
-    std::vector<int16_t> target(Points);
     report.Detail("decoding: " + std::to_string(bytes / 1000) + " KB of samples a run",
                   "memcpy's two buffers fit " + CacheFor(2 * bytes));
-    std::vector<DeltaData> data;
-    for (int code = 1; code <= 15; ++code)
-        data.push_back(MakeDeltaData(code, Points));
-    std::vector<Times> all(data.size());
-    // The rounds of a width are spread over time, so that another program does not disturb all of them.
-    for (int round = 0; round < 4 * settings.rounds; ++round) {
-        for (size_t i = 0; i < data.size(); ++i)
-            MeasureRound(data[i], target, all[i]);
-    }
+    const std::vector<Times> all = MeasureWidths(settings, zu::ItemDecoders());
     for (int code = 1; code <= 15; ++code) {
         const Times& times = all[static_cast<size_t>(code - 1)];
         report.AtMost(code == 7 || code == 15 ? 3 : 6, times.decoding.Seconds() / times.copying.Seconds(),
                       "decoding, width code " + std::to_string(code),
                       "memcpy " + TimeText(times.copying.Seconds()), TimeText(times.decoding.Seconds()));
+    }
+}
+
+void bench::MeasureDecodingBySets(const Settings& settings, Report& report)
+{
+    for (const Processor& processor : OlderProcessors()) {
+        const std::vector<Times> all = MeasureWidths(settings, zu::ItemDecodersFor(processor.targets));
+        for (int code = 1; code <= 15; ++code) {
+            const Times& times = all[static_cast<size_t>(code - 1)];
+            const double ratio = times.decoding.Seconds() / times.copying.Seconds();
+            const std::string workload =
+                std::string("decoding, ") + processor.name + ", width code " + std::to_string(code);
+            const std::string limit = "memcpy " + TimeText(times.copying.Seconds());
+            const std::string measured = TimeText(times.decoding.Seconds());
+            if (processor.targets != 0)
+                report.AtMost(8, ratio, workload, limit, measured);
+            else
+                report.Ratio(ratio, workload, limit, measured);
+        }
     }
 }

@@ -26,11 +26,11 @@ DeltaData MakeDeltaData(int widthCode, size_t points)
     return data;
 }
 
-void Expand(const DeltaData& data, std::vector<int16_t>& samples)
+void Expand(const DeltaData& data, std::vector<int16_t>& samples, const zu::ItemDecoderTable& decoders)
 {
     const zu::ByteView area = {reinterpret_cast<const unsigned char*>(data.area.constData()),
                                static_cast<size_t>(data.area.size())};
-    if (!zu::ExpandSamples(area, samples.data(), data.samples.size()))
+    if (!zu::ExpandSamples(area, samples.data(), data.samples.size(), decoders))
         throw std::runtime_error("the decoder finds the area bad");
 }
 

@@ -1,6 +1,8 @@
 // Compressed data of one width code, for measuring the decoder.
 #pragma once
 
+#include "recording/itemdecoder.h"
+
 #include <QByteArray>
 
 #include <cstdint>
@@ -22,6 +24,7 @@ DeltaData MakeDeltaData(int widthCode, size_t points);
 
 /// Expands data.area into samples, which has room for all of them. Throws std::runtime_error if the decoder
 /// rejects the area.
-void Expand(const DeltaData& data, std::vector<int16_t>& samples);
+void Expand(const DeltaData& data, std::vector<int16_t>& samples,
+            const zu::ItemDecoderTable& decoders = zu::ItemDecoders());
 
 } // namespace bench

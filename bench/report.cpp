@@ -48,6 +48,12 @@ void Report::AtLeast(double target, double ratio, const std::string& workload, c
                      Verdict(ratio >= target)});
 }
 
+void Report::Ratio(double ratio, const std::string& workload, const std::string& limit,
+                   const std::string& measured)
+{
+    lines.push_back({workload, limit, measured, Text("%.2f", ratio), "", ""});
+}
+
 void Report::Detail(const std::string& workload, const std::string& measured)
 {
     lines.push_back({workload, "", measured, "", "", ""});

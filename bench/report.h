@@ -25,6 +25,10 @@ public:
     void AtLeast(double target, double ratio, const std::string& workload, const std::string& limit,
                  const std::string& measured);
 
+    /// A measurement with a ratio to its limit, but no target.
+    void Ratio(double ratio, const std::string& workload, const std::string& limit,
+               const std::string& measured);
+
     /// A measurement without a target, which explains another one.
     void Detail(const std::string& workload, const std::string& measured);
 

@@ -25,6 +25,12 @@ void MeasureStates(const Settings& settings, Report& report);
 /// The decoder at each width code against memcpy of the samples.
 void MeasureDecoding(const Settings& settings, Report& report);
 
+/// The same with the instruction sets cut down to those of older processors.
+void MeasureDecodingBySets(const Settings& settings, Report& report);
+
+/// Columns of codes turned into rows against memcpy, likewise.
+void MeasureTurning(const Settings& settings, Report& report);
+
 /// Many small recordings through one device against the same traffic in plain C.
 void MeasureTypical(const Settings& settings, Report& report);
 

@@ -1,22 +1,23 @@
 #!/bin/sh
 # Installs what the given jobs need from Debian's packages; does nothing if all of it is there.
-#   scripts/install-packages.sh [build] [test] [python] [view] [lint] [fuzz] [bench] [coverage] [fleet]
+#   scripts/install-packages.sh [build] [test] [python] [view] [lint] [fuzz] [bench] [coverage] [fleet] [arm64]
 set -eu
 
 packages=
 for job in "${@:-build}"; do
     case $job in
-    build) packages="$packages g++ cmake ninja-build pkg-config qtbase5-dev qttools5-dev qttools5-dev-tools libcli11-dev libeigen3-dev libqt5svg5-dev libsqlite3-dev libssl-dev libuchardet-dev libmatio-dev pybind11-dev python3-dev libjs-dygraphs fonts-dejavu-core python3 libgtest-dev" ;;
+    build) packages="$packages g++ cmake ninja-build pkg-config qtbase5-dev qttools5-dev qttools5-dev-tools libcli11-dev libeigen3-dev libhwy-dev libqt5svg5-dev libsqlite3-dev libssl-dev libuchardet-dev libmatio-dev pybind11-dev python3-dev libjs-dygraphs fonts-dejavu-core python3 libgtest-dev" ;;
     test) packages="$packages binutils dpkg-dev file libqt5sql5-psql lintian man-db parallel postgresql python3-jsonschema python3-prometheus-client python3-scipy systemd zsh" ;;
     python) packages="$packages python3-dbg python3-numpy python3-pandas python3-xarray python3-matplotlib python3-dask mypy python3-pip python3-skbuild python3-setuptools python3-wheel" ;;
     view) packages="$packages chromium chromium-driver python3-selenium" ;;
     lint) packages="$packages clang-format clang-tidy shellcheck" ;;
     fuzz) packages="$packages clang libclang-rt-14-dev" ;;
     bench) packages="$packages libbenchmark-dev" ;;
+    arm64) packages="$packages g++-aarch64-linux-gnu qemu-user" ;;
     coverage) packages="$packages gcovr" ;;
     fleet) packages="$packages iproute2 munge openssh-client openssh-server openssl parallel slurm-client slurmctld slurmd" ;;
     *)
-        echo "install-packages.sh: no such job: $job (build, test, python, view, lint, fuzz, bench, coverage, fleet)" >&2
+        echo "install-packages.sh: no such job: $job (build, test, python, view, lint, fuzz, bench, coverage, fleet, arm64)" >&2
         exit 2
         ;;
     esac

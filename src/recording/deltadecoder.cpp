@@ -1,7 +1,6 @@
 // The decoder of compressed analog samples.
 #include "recording/deltadecoder.h"
 
-#include "recording/itemdecoder.h"
 #include "recording/zufilelayout.h"
 
 #include <algorithm>
@@ -31,10 +30,11 @@ size_t FirstBlockEnd(ByteView area)
 class BlockDecoder
 {
 public:
-    BlockDecoder(ByteView area, size_t firstBlockEnd, int16_t* samples_, size_t points_)
-        : in(area.data + firstBlockEnd), end(area.data + area.size), samples(samples_), points(points_),
-          total(HeadOf(area).total), blockSamples(HeadOf(area).blockSamples), out(blockSamples),
-          bytesDone(uint64_t{2} * blockSamples)
+    BlockDecoder(ByteView area, size_t firstBlockEnd, int16_t* samples_, size_t points_,
+                 const ItemDecoderTable& decoders_)
+        : decoders(decoders_), in(area.data + firstBlockEnd), end(area.data + area.size), samples(samples_),
+          points(points_), total(HeadOf(area).total), blockSamples(HeadOf(area).blockSamples),
+          out(blockSamples), bytesDone(uint64_t{2} * blockSamples)
     {
         for (size_t width = 1; width < packedBytes.size(); ++width)
             packedBytes[width] = ((width + 1) * blockSamples + 7) / 8;
@@ -62,7 +62,6 @@ private:
         const size_t groups =
             std::min(out < points ? (points - out) / (2 * blockSamples) : 0,
                      static_cast<size_t>((total - bytesDone) / (uint64_t{4} * blockSamples)));
-        const ItemDecoderTable& decoders = ItemDecoders();
         // Two blocks of one width are one of twice the length if no bits are left over between them.
         const bool joins = blockSamples % LeastOverlap == 0;
         const unsigned char* group = in;
@@ -123,7 +122,7 @@ private:
         }
         if (bytesDone + uint64_t{2} * items > total)
             return false;
-        ItemDecoders()[width](in, end, items, samples + before, samples + out);
+        decoders[width](in, end, items, samples + before, samples + out);
         ClearSkipped(out + items, out + room);
         bytesDone += uint64_t{2} * items;
         in += (bits * items + 7) / 8;
@@ -151,6 +150,7 @@ private:
         leftHalfSample = bytes % 2 != 0;
     }
 
+    const ItemDecoderTable& decoders;
     const unsigned char* in;
     const unsigned char* const end;
     int16_t* const samples;
@@ -176,13 +176,13 @@ bool CanExpandTo(ByteView area, size_t points)
     return blockSamples <= points && blockSamples + 2 * blockSamples * controls >= points;
 }
 
-bool ExpandSamples(ByteView area, int16_t* samples, size_t points)
+bool ExpandSamples(ByteView area, int16_t* samples, size_t points, const ItemDecoderTable& decoders)
 {
     const size_t firstBlockEnd = FirstBlockEnd(area);
     if (firstBlockEnd == 0 || HeadOf(area).blockSamples > points)
         return false;
     std::memcpy(samples, area.data + sizeof(ZuCompressedHeader), firstBlockEnd - sizeof(ZuCompressedHeader));
-    return BlockDecoder(area, firstBlockEnd, samples, points).Run();
+    return BlockDecoder(area, firstBlockEnd, samples, points, decoders).Run();
 }
 
 } // namespace zu

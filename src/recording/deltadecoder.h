@@ -5,6 +5,8 @@
 // block encodes N samples, each the sample at the same position of the block before it minus an item.
 #pragma once
 
+#include "recording/itemdecoder.h"
+
 #include <cstddef>
 #include <cstdint>
 
@@ -26,6 +28,7 @@ bool CanExpandTo(ByteView area, size_t points);
 /// item beyond the area, too little output, or another total; what was decoded until then is in samples.
 /// Never writes beyond points. Positions that an early end of a block passes over become 0; the first half of
 /// a sample that an odd total leaves of a copy keeps its byte.
-bool ExpandSamples(ByteView area, int16_t* samples, size_t points);
+bool ExpandSamples(ByteView area, int16_t* samples, size_t points,
+                   const ItemDecoderTable& decoders = ItemDecoders());
 
 } // namespace zu

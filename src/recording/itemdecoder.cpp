@@ -1,4 +1,4 @@
-// The portable item decoders, and the choice between them and the wide ones.
+// The portable item decoders, and the choice between them and those with vector instructions.
 #include "recording/itemdecoder.h"
 
 #include <algorithm>
@@ -72,8 +72,8 @@ const ItemDecoderTable PortableItemDecoders = {
 
 const ItemDecoderTable& ItemDecoders()
 {
-    const ItemDecoderTable* const wide = WideItemDecoders();
-    return wide != nullptr ? *wide : PortableItemDecoders;
+    static const ItemDecoderTable& best = ItemDecodersFor(SupportedVectorTargets());
+    return best;
 }
 
 } // namespace zu

@@ -1,6 +1,8 @@
-// Unpacks the items of one compressed block: the inner loop of the decoder, in a portable form and, where the
-// processor has them, with 256-bit integer instructions.
+// Unpacks the items of one compressed block: the inner loop of the decoder, in a portable form and with the
+// vector instructions of the processor.
 #pragma once
+
+#include "base/vectortargets.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -23,10 +25,11 @@ using ItemDecoderTable = ItemDecoder[16];
 /// The best table for this processor.
 const ItemDecoderTable& ItemDecoders();
 
+/// The best table for a processor that has these instruction sets; the portable one if none of them is of
+/// use.
+const ItemDecoderTable& ItemDecodersFor(VectorTargets targets);
+
 /// The portable table.
 extern const ItemDecoderTable PortableItemDecoders;
-
-/// The table with 256-bit instructions; null if the processor, or the build, lacks them.
-const ItemDecoderTable* WideItemDecoders();
 
 } // namespace zu

@@ -90,4 +90,4 @@ static_assert(offsetof(ZuAnChannelHeader, Offset) == 36, "offset behind the comp
 static_assert(sizeof(ZuDiChannelHeader) == 5, "the discrete channel header is packed");
 static_assert(sizeof(ZuDiChangeRecord) == 5, "the change record is packed");
 static_assert(sizeof(ZuCompressedHeader) == 6, "the compressed head is packed");
-static_assert(__BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__, "the file is read in place");
+static_assert(__BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__, "the structures are read in place");

@@ -6,6 +6,8 @@
 // saves a third of the time of a large binary record.
 #pragma once
 
+#include "writers/codetiles.h"
+
 #include <QtGlobal>
 
 #include <memory>
@@ -17,6 +19,9 @@ class CodeRows
 {
 public:
     explicit CodeRows(size_t channels);
+
+    /// With another way to turn tiles than the best for this processor.
+    CodeRows(size_t channels, zu::TileTurner turner);
 
     /// Takes the channels of segment in the given order (indexes into its analog channels). Throws
     /// std::out_of_range for an order that does not fit.
@@ -38,17 +43,11 @@ public:
     static constexpr qint16 MissingData = -0x8000;
 
 private:
-    struct Column
-    {
-        const qint16* codes;
-        size_t points;
-    };
-
     void Turn(size_t sample);
-    void TurnTile(size_t channel, size_t row);
     void TurnColumn(size_t channel, size_t row);
 
-    std::vector<Column> columns;
+    zu::TileTurner turnTiles;
+    std::vector<zu::CodeColumn> columns;
     size_t rowsInBlock;
     std::unique_ptr<qint16[]> rows; // rowsInBlock rows
     size_t firstSample = 0;

@@ -66,9 +66,8 @@ template <class Vector, class Number>
 void Turn(const Rows& rows, size_t channels, Number* columns, size_t distance)
 {
     constexpr size_t side = sizeof(Vector) / sizeof(Number);
-    constexpr bool hasTiles = Q_BYTE_ORDER == Q_LITTLE_ENDIAN;
-    const size_t tiledRows = hasTiles ? rows.count / side * side : 0;
-    const size_t tiledChannels = hasTiles ? channels / side * side : 0;
+    const size_t tiledRows = rows.count / side * side;
+    const size_t tiledChannels = channels / side * side;
     for (size_t start = 0; start < tiledRows; start += RowsAtOnce)
         for (size_t channel = 0; channel < tiledChannels; channel += side)
             for (size_t row = start; row < std::min(tiledRows, start + RowsAtOnce); row += side)

@@ -127,8 +127,7 @@ size_t DataReader::RecordsOfBlock() const
 
 bool DataReader::Next(NarrowBlock& block)
 {
-    // Columns are made of little-endian rows (columns.h).
-    const bool isFor = type == DataType::Ascii && !failure && Q_BYTE_ORDER == Q_LITTLE_ENDIAN;
+    const bool isFor = type == DataType::Ascii && !failure;
     const size_t most = isFor ? RecordsOfBlock() : 0;
     block.numbers.resize(most);
     block.times.resize(most);

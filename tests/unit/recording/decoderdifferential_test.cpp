@@ -1,4 +1,6 @@
-// The decoder against a slow and simple one, over good and bad random areas.
+// The decoder, for each instruction set of this machine, against a slow and simple one, over good and bad
+// random areas.
+#include "decodertables.h"
 #include "slowexpander.h"
 
 #include "recorderfile/compress.h"
@@ -174,17 +176,21 @@ constexpr int areasOfAKind = 25000;
 
 TEST_P(DecoderDifferential, GivesWhatTheSimpleDecoderGives)
 {
+    const std::vector<const zu::ItemDecoderTable*> tables = AllItemDecoders();
     Random random(20240131);
     int good = 0;
     for (int number = 0; number < areasOfAKind; ++number) {
         const Area area = GetParam().make(random);
         const SlowExpansion expected = ExpandSlowly(area.bytes, area.points);
-        const Expansion actual = Expand(area.bytes, area.points);
-        ASSERT_EQ(actual.good, expected.good) << number << ' ' << area.bytes.toHex().toStdString();
         const auto decoded = static_cast<std::ptrdiff_t>(expected.decoded);
-        ASSERT_TRUE(
-            std::equal(actual.samples.begin(), actual.samples.begin() + decoded, expected.samples.begin()))
-            << number << ' ' << area.bytes.toHex().toStdString();
+        for (size_t set = 0; set < tables.size(); ++set) {
+            const Expansion actual = Expand(area.bytes, area.points, *tables[set]);
+            ASSERT_EQ(actual.good, expected.good)
+                << "set " << set << ", " << number << ' ' << area.bytes.toHex().toStdString();
+            ASSERT_TRUE(std::equal(actual.samples.begin(), actual.samples.begin() + decoded,
+                                   expected.samples.begin()))
+                << "set " << set << ", " << number << ' ' << area.bytes.toHex().toStdString();
+        }
         good += expected.good ? 1 : 0;
         const std::vector<unsigned char> bytes(area.bytes.begin(), area.bytes.end());
         const bool reachable = zu::CanExpandTo({bytes.data(), bytes.size()}, area.points);

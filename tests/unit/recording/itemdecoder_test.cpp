@@ -1,11 +1,11 @@
-// The item decoders of both kinds against items taken out bit by bit.
-#include "recording/itemdecoder.h"
+// The item decoders for each instruction set of this machine against items taken out bit by bit.
+#include "decodertables.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <memory>
 #include <random>
-#include <vector>
 
 namespace {
 
@@ -51,14 +51,12 @@ void ExpectSameItemsOfAllSizes(const zu::ItemDecoderTable& decoders)
     ExpectSameItems(decoders, 65535, 0);
 }
 
-TEST(ItemDecoders, PortableOnesGiveTheItemsBitByBit)
-{
-    ExpectSameItemsOfAllSizes(zu::PortableItemDecoders);
-}
+class ItemDecodersOfASet : public testing::TestWithParam<const zu::ItemDecoderTable*>
+{};
 
-TEST(ItemDecoders, TheBestOnesOfThisProcessorGiveTheItemsBitByBit)
+TEST_P(ItemDecodersOfASet, GiveTheItemsBitByBit)
 {
-    ExpectSameItemsOfAllSizes(zu::ItemDecoders());
+    ExpectSameItemsOfAllSizes(*GetParam());
 }
 
 // Two blocks of one width, decoded together after the block before them.
@@ -82,18 +80,30 @@ void ExpectJoinedBlocks(const zu::ItemDecoderTable& decoders, size_t block)
     }
 }
 
-TEST(ItemDecoders, TakeTheirOwnSamplesAsThoseBefore)
+TEST_P(ItemDecodersOfASet, TakeTheirOwnSamplesAsThoseBefore)
 {
-    for (size_t block = zu::LeastOverlap; block <= 10 * zu::LeastOverlap; block += zu::LeastOverlap) {
-        ExpectJoinedBlocks(zu::PortableItemDecoders, block);
-        ExpectJoinedBlocks(zu::ItemDecoders(), block);
-    }
+    for (size_t block = zu::LeastOverlap; block <= 10 * zu::LeastOverlap; block += zu::LeastOverlap)
+        ExpectJoinedBlocks(*GetParam(), block);
 }
 
-TEST(ItemDecoders, WideOnesAreTheBestWhereThereAreAny)
+INSTANTIATE_TEST_SUITE_P(EachSet, ItemDecodersOfASet, testing::ValuesIn(AllItemDecoders()));
+
+TEST(ItemDecoders, ArePortableForAProcessorWithoutVectors)
 {
-    const zu::ItemDecoderTable* const wide = zu::WideItemDecoders();
-    EXPECT_EQ(&zu::ItemDecoders(), wide != nullptr ? wide : &zu::PortableItemDecoders);
+    EXPECT_EQ(&zu::ItemDecodersFor(0), &zu::PortableItemDecoders);
+}
+
+TEST(ItemDecoders, DifferForEachInstructionSet)
+{
+    std::vector<const zu::ItemDecoderTable*> tables = AllItemDecoders();
+    EXPECT_GT(tables.size(), 1U);
+    std::sort(tables.begin(), tables.end());
+    EXPECT_EQ(std::unique(tables.begin(), tables.end()), tables.end());
+}
+
+TEST(ItemDecoders, AreThoseForAllInstructionSetsTogether)
+{
+    EXPECT_EQ(&zu::ItemDecoders(), &zu::ItemDecodersFor(zu::SupportedVectorTargets()));
 }
 
 } // namespace
