@@ -219,7 +219,7 @@ private:
 
     void RemarkLacking()
     {
-        for (const auto& [kind, one] :
+        for (const auto [kind, one] :
              {std::make_pair("HDR", &container.header), std::make_pair("INF", &container.information)})
             if (one->firstLine == 0 && container.dataOffset >= 0)
                 Remark(forgiven, path, 0, 0,
