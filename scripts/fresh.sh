@@ -88,6 +88,7 @@ done
     echo "deb $mirror $release-updates main"
     [ -z "$security" ] || echo "deb $security $release-security main"
 } >"$root/etc/apt/sources.list"
+echo force-unsafe-io >"$root/etc/dpkg/dpkg.cfg.d/fresh" # the root need not outlive a power failure
 apt-config dump | grep '^Acquire::\(Check-\|http\)' >"$root/etc/apt/apt.conf.d/99fresh" || true
 inside apt-get update -qq
 inside env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends sudo >"$top/sudo.log" 2>&1
