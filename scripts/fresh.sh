@@ -6,8 +6,8 @@
 # --orders    what runs in each clone, d for ./demo.sh and t for ./test.sh, first root's, then the user's;
 #             default: dtd,tdt, which has each command before and after the other
 # DIRECTORY   for the root and the logs (4 GB), removed at the end if it was made here; default: under /var/tmp
-# Needs root, debootstrap and the machine's apt sources, which the root takes over. Nothing of the machine is bound into
-# the root; its mounts go with the process.
+# Needs root, debootstrap and apt sources of Debian, of whatever release: the root takes its own suites from the same mirror.
+# Nothing of the machine is bound into the root; its mounts go with the process.
 set -eu
 
 release=bookworm
@@ -51,8 +51,14 @@ say() { printf '\n== %s\n' "$*"; }
 inside() { chroot "$root" /usr/bin/env -i PATH=/usr/sbin:/usr/bin:/sbin:/bin TERM=dumb HOME=/root "$@"; }
 
 say "a bare root of $release"
-# shellcheck disable=SC2016
-mirror=$(apt-get indextargets --format '$(REPO_URI)' 'Created-By: Packages' | grep '/debian/$' | head -n 1)
+# archive LABEL: where the machine has the packages of this label from.
+archive() {
+    # shellcheck disable=SC2016
+    apt-get indextargets --format '$(REPO_URI)' 'Created-By: Packages' "Label: $1" | head -n 1
+}
+mirror=$(archive Debian)
+security=$(archive Debian-Security)
+[ -n "$mirror" ] || { echo 'fresh.sh: the apt sources of this machine have no archive of Debian' >&2; exit 1; }
 debootstrap --variant=minbase "$release" "$root" "$mirror" >"$top/debootstrap.log" ||
     { tail -n 20 "$top/debootstrap.log" >&2; exit 1; }
 for node in null:1:3 zero:1:5 full:1:7 random:1:8 urandom:1:9 tty:5:0; do
@@ -72,16 +78,17 @@ ln -sfn /proc/self/fd "$root/dev/fd"
 for stream in stdin:0 stdout:1 stderr:2; do
     ln -sfn "/proc/self/fd/${stream#*:}" "$root/dev/${stream%:*}"
 done
-# Packages come from where the machine has them.
+# Packages come from where the machine has Debian's, in the suites of the root's release.
 for setting in /etc/resolv.conf /etc/hosts; do
     [ ! -e "$setting" ] || cp -L "$setting" "$root/etc/"
 done
-rm -f "$root/etc/apt/sources.list"
-for place in sources.list sources.list.d auth.conf.d trusted.gpg.d keyrings preferences.d; do
-    [ ! -e "/etc/apt/$place" ] || cp -a "/etc/apt/$place" "$root/etc/apt/"
-done
-here=$(sed -n 's/^VERSION_CODENAME=//p' /etc/os-release)
-find "$root/etc/apt" -name '*.sources' -exec sed -i "s/\b$here\b/$release/g" {} +
+[ ! -e /etc/apt/auth.conf.d ] || cp -a /etc/apt/auth.conf.d "$root/etc/apt/"
+{
+    echo "deb $mirror $release main"
+    echo "deb $mirror $release-updates main"
+    [ -z "$security" ] || echo "deb $security $release-security main"
+} >"$root/etc/apt/sources.list"
+echo force-unsafe-io >"$root/etc/dpkg/dpkg.cfg.d/fresh" # the root need not outlive a power failure
 apt-config dump | grep '^Acquire::\(Check-\|http\)' >"$root/etc/apt/apt.conf.d/99fresh" || true
 inside apt-get update -qq
 inside env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends sudo >"$top/sudo.log" 2>&1

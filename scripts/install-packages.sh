@@ -10,8 +10,8 @@ for job in "${@:-build}"; do
     test) packages="$packages binutils dpkg-dev file libqt5sql5-psql lintian man-db parallel postgresql python3-jsonschema python3-prometheus-client python3-scipy systemd zsh" ;;
     python) packages="$packages python3-dbg python3-numpy python3-pandas python3-xarray python3-matplotlib python3-dask mypy python3-pip python3-skbuild python3-setuptools python3-wheel" ;;
     view) packages="$packages chromium chromium-driver python3-selenium" ;;
-    lint) packages="$packages clang-format clang-tidy shellcheck" ;;
-    fuzz) packages="$packages clang libclang-rt-14-dev" ;;
+    lint) packages="$packages clang-format-19 clang-tidy-19 shellcheck" ;; # as in scripts/lint.sh
+    fuzz) packages="$packages clang libclang-rt-dev" ;;
     bench) packages="$packages libbenchmark-dev" ;;
     arm64) packages="$packages g++-aarch64-linux-gnu qemu-user" ;;
     coverage) packages="$packages gcovr" ;;
