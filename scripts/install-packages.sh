@@ -13,7 +13,7 @@ for job in "${@:-build}"; do
     lint) packages="$packages clang-format clang-tidy shellcheck" ;;
     fuzz) packages="$packages clang libclang-rt-14-dev" ;;
     bench) packages="$packages libbenchmark-dev" ;;
-    arm64) packages="$packages g++-aarch64-linux-gnu qemu-user" ;;
+    arm64) packages="$packages g++-aarch64-linux-gnu qemu-user-static" ;;
     coverage) packages="$packages gcovr" ;;
     fleet) packages="$packages iproute2 munge openssh-client openssh-server openssl parallel slurm-client slurmctld slurmd" ;;
     *)
