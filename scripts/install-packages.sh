@@ -13,7 +13,7 @@ for job in "${@:-build}"; do
     lint) packages="$packages clang-format-19 clang-tidy-19 shellcheck" ;; # as in scripts/lint.sh
     fuzz) packages="$packages clang libclang-rt-dev" ;;
     bench) packages="$packages libbenchmark-dev" ;;
-    arm64) packages="$packages g++-aarch64-linux-gnu qemu-user" ;;
+    arm64) packages="$packages g++-aarch64-linux-gnu qemu-user-static" ;;
     coverage) packages="$packages gcovr" ;;
     package) packages="$packages autopkgtest debhelper debootstrap devscripts dh-python diffoscope-minimal dpkg-dev lintian locales" ;;
     fleet) packages="$packages iproute2 munge openssh-client openssh-server openssl parallel slurm-client slurmctld slurmd" ;;
