@@ -15,9 +15,9 @@ QByteArray PrintOf(const std::vector<Piece>& pieces)
     QCryptographicHash hash(QCryptographicHash::Sha256);
     for (const Piece& piece : pieces) {
         hash.addData(QFileInfo(piece.name).suffix().toLower().toUtf8());
-        hash.addData("\n", 1);
+        hash.addData(lineEnd);
         hash.addData(piece.sha256);
-        hash.addData("\n", 1);
+        hash.addData(lineEnd);
     }
     return hash.result().toHex();
 }
