@@ -12,6 +12,7 @@ const char* NameOf(Kind kind)
 
 QByteArray PrintOf(const std::vector<Piece>& pieces)
 {
+    const QByteArray lineEnd("\n");
     QCryptographicHash hash(QCryptographicHash::Sha256);
     for (const Piece& piece : pieces) {
         hash.addData(QFileInfo(piece.name).suffix().toLower().toUtf8());
