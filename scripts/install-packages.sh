@@ -1,6 +1,6 @@
 #!/bin/sh
 # Installs what the given jobs need from Debian's packages; does nothing if all of it is there.
-#   scripts/install-packages.sh [build] [test] [python] [view] [lint] [fuzz] [bench] [coverage] [fleet] [arm64]
+#   scripts/install-packages.sh [build] [test] [python] [view] [lint] [fuzz] [bench] [coverage] [fleet] [arm64] [qt6]
 set -eu
 
 packages=
@@ -13,11 +13,12 @@ for job in "${@:-build}"; do
     lint) packages="$packages clang-format clang-tidy shellcheck" ;;
     fuzz) packages="$packages clang libclang-rt-14-dev" ;;
     bench) packages="$packages libbenchmark-dev" ;;
+    qt6) packages="$packages qt6-base-dev qt6-tools-dev qt6-l10n-tools libqt6svg6-dev libqt6sql6-psql libgl-dev" ;;
     arm64) packages="$packages g++-aarch64-linux-gnu qemu-user" ;;
     coverage) packages="$packages gcovr" ;;
     fleet) packages="$packages iproute2 munge openssh-client openssh-server openssl parallel slurm-client slurmctld slurmd" ;;
     *)
-        echo "install-packages.sh: no such job: $job (build, test, python, view, lint, fuzz, bench, coverage, fleet, arm64)" >&2
+        echo "install-packages.sh: no such job: $job (build, test, python, view, lint, fuzz, bench, coverage, fleet, arm64, qt6)" >&2
         exit 2
         ;;
     esac

@@ -9,9 +9,9 @@ cmake --install "$build" --prefix "$root/usr" >/dev/null
 
 echo "-- the shared object has its soname and its links"
 lib=$(dirname "$(find "$root/usr" -name "lib$package.so")")
-test "$(readlink "$lib/lib$package.so")" = lib$package.so.2
+test "$(readlink "$lib/lib$package.so")" = "lib$package.so.2"
 case $(readlink "$lib/lib$package.so.2") in
-lib$package.so.2.*.*) ;;
+"lib$package".so.2.*.*) ;;
 *) echo "so.2 does not point at so.2.x.y"; exit 1 ;;
 esac
 readelf -d "$lib/lib$package.so" | grep -q "soname: \[lib$package.so.2\]"
