@@ -1,11 +1,14 @@
 #include "analysis/linedata.h"
 
 #include "analysis/linezones.h"
+#include "base/codecs.h"
+#include "base/decodedtext.h"
 #include "config/inigrammar.h"
 #include "explain/system.h"
 #include "text/reasons.h"
 #include "text/texts.h"
 
+#include <QBuffer>
 #include <QFile>
 #include <QRegularExpression>
 #include <QSet>
@@ -232,8 +235,11 @@ LineFile ParseLines(const QByteArray& text)
                                      "WINDOWS-1251 -t UTF-8"));
         return parsing.Finish();
     }
-    QTextStream stream(text);
-    stream.setCodec("UTF-8"); // a byte order mark is skipped
+    QBuffer buffer;
+    buffer.setData(text);
+    buffer.open(QIODevice::ReadOnly);
+    QString decoded = zu::DecodedText(buffer, zu::CodecUtf8);
+    QTextStream stream(&decoded);
     zu::IniLine line;
     while (zu::ReadIniLine(stream, line))
         parsing.Take(line);

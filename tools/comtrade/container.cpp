@@ -32,7 +32,7 @@ public:
         if (at == buffer.size())
             return false;
         int end = at;
-        const int limit = std::min(at + LongestPiece, buffer.size());
+        const int limit = static_cast<int>(std::min<qint64>(at + LongestPiece, buffer.size()));
         while (end < limit && buffer[end] != '\n' && buffer[end] != '\r')
             ++end;
         isInside = end == limit && limit < buffer.size();
