@@ -3,8 +3,9 @@
 #
 #   ./test.sh              plain build, address and undefined-behaviour sanitizers, fuzzers (10 s each), format,
 #                          shell scripts, lint of what changed
-#   ./test.sh --all        the thread sanitizer, the fleet of machines and 64-bit ARM as well, fuzzers for a minute each,
-#                          four times as many points of the torture, others each day, and clang-tidy over all files
+#   ./test.sh --all        the thread sanitizer, the fleet of machines, 64-bit ARM and the Debian packages as well, fuzzers
+#                          for a minute each, four times as many points of the torture, others each day, and clang-tidy
+#                          over all files
 #   ./test.sh --plain      the plain build and its tests alone
 #   ./test.sh --coverage   tests with coverage of src/, printed as a table
 set -eu
@@ -17,7 +18,7 @@ case ${1:-} in
 --plain) mode=plain ;;
 --coverage) mode=coverage ;;
 *)
-    sed -n '2,9s/^# \{0,1\}//p' "$0" >&2
+    sed -n '2,10s/^# \{0,1\}//p' "$0" >&2
     exit 2
     ;;
 esac
@@ -64,6 +65,7 @@ if [ $mode = all ]; then
     scripts/check-arm64.sh
     printf '\n== fleet\n'
     scripts/check-fleet.sh
+    scripts/check-packages.sh
     scripts/lint.sh
 else
     scripts/lint.sh --changed

@@ -148,8 +148,8 @@ bool ZuFileFormat::ReadTimes()
     TakeFromSeconds(TrigMicroseconds, trigTime);
     Header.startTime = startTime;
     Header.trigTime = trigTime;
-    StartTime = QDateTime::fromTime_t(startTime, Qt::OffsetFromUTC, TimeZoneSeconds);
-    TrigTime = QDateTime::fromTime_t(trigTime, Qt::OffsetFromUTC, TimeZoneSeconds);
+    StartTime = QDateTime::fromSecsSinceEpoch(startTime, Qt::OffsetFromUTC, TimeZoneSeconds);
+    TrigTime = QDateTime::fromSecsSinceEpoch(trigTime, Qt::OffsetFromUTC, TimeZoneSeconds);
     return true;
 }
 
