@@ -1,14 +1,13 @@
 #include "analysis/faultlocation.h"
 
+#include "analysis/constants.h"
+
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 namespace analysis {
 
 namespace {
-
-constexpr double None = std::numeric_limits<double>::quiet_NaN();
 
 // Distances by each method in one window after the other.
 using Estimates = std::vector<std::vector<Distance>>;
@@ -33,7 +32,7 @@ Distance MiddleOf(const Estimates& all, size_t method)
     constexpr double half = 0.5;
     const auto middle = [&](double Distance::* value) {
         const std::vector<double> values = ValuesOf(all, method, value);
-        return std::isnan(values.front()) ? None : Quantile(values, half);
+        return std::isnan(values.front()) ? NoValue : Quantile(values, half);
     };
     return {all.front()[method].method, middle(&Distance::percent), middle(&Distance::km),
             middle(&Distance::resistance)};
