@@ -3,8 +3,8 @@
 #
 #   ./test.sh              plain build, address and undefined-behaviour sanitizers, fuzzers (30 s each), format,
 #                          shell scripts, lint of what changed
-#   ./test.sh --all        the thread sanitizer, the fleet of machines and 64-bit ARM as well, and clang-tidy over all
-#                          files
+#   ./test.sh --all        the thread sanitizer, the fleet of machines, 64-bit ARM and the Debian packages as well, and
+#                          clang-tidy over all files
 #   ./test.sh --plain      the plain build and its tests alone
 #   ./test.sh --coverage   tests with coverage of src/, printed as a table
 set -eu
@@ -58,6 +58,7 @@ if [ $mode = all ]; then
     scripts/check-arm64.sh
     printf '\n== fleet\n'
     scripts/check-fleet.sh
+    scripts/check-packages.sh
     scripts/lint.sh
 else
     scripts/lint.sh --changed

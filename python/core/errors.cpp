@@ -27,15 +27,15 @@ QString InArguments(const QString& text)
                                                   {"salvage", "salvage=True"},  {"to", "stop"}};
     static const QRegularExpression option(QStringLiteral("(?<![^\\s(])--([a-z][a-z-]*)"));
     QString renamed;
-    int end = 0;
+    QString::size_type end = 0;
     for (auto found = option.globalMatch(text); found.hasNext();) {
         const QRegularExpressionMatch match = found.next();
         const QString name = match.captured(1);
-        renamed += text.midRef(end, match.capturedStart() - end) +
+        renamed += text.mid(end, match.capturedStart() - end) +
                    others.value(name, QString(name).replace(QLatin1Char('-'), QLatin1Char('_')));
         end = match.capturedEnd();
     }
-    return renamed + text.midRef(end);
+    return renamed + text.mid(end);
 }
 
 void Raise(const char* name, const QString& message)

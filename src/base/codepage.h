@@ -1,43 +1,51 @@
-// Tables of the encodings that have one byte for each character.
-//
-// A codec opens a converter for each text, which for the short names of channels takes longer than all else.
+// Code pages of one byte a character: CP1251 and CP866, as ICU converts them, to the byte. With Qt 5, which
+// has ICU's codecs, only the tests use them.
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 
 #include <array>
-
-class QTextCodec;
 
 namespace zu {
 
 class CodePage
 {
 public:
-    /// The tables of one of the recorder's two code pages, made by the codec at their first use. Null for
-    /// other codecs.
-    static const CodePage* Of(const QTextCodec* codec);
-
-    /// The same text as from the codec.
-    QString Decoded(const char* bytes, int size) const;
-
-    /// The byte of a character; 0 if only the codec knows.
-    char Encoded(ushort character) const
+    /// What a text became: the bytes, how many characters had none, and the last code unit if it is the first
+    /// half of a pair (null otherwise), which has no byte yet.
+    struct Encoded
     {
-        return character < encoded.size() ? static_cast<char>(encoded[character]) : '\0';
-    }
+        QByteArray bytes;
+        QString::size_type lost = 0;
+        QChar half;
+    };
+
+    using Characters = std::array<char16_t, 256>;
+
+    /// The code page in which byte n is characters[n].
+    constexpr explicit CodePage(const Characters& characters_);
+
+    /// The characters of the bytes; every byte has one.
+    QString Decode(const char* bytes, QByteArray::size_type length) const;
+
+    /// The bytes of the text. A character without one becomes '?', or nothing if it is not to be seen.
+    Encoded Encode(const QChar* text, QString::size_type length) const;
 
 private:
-    explicit CodePage(const QTextCodec* codec);
+    struct Place
+    {
+        char16_t character;
+        char byte;
+    };
 
-    static constexpr int Characters = 256;
-    bool usable = false;
-    QString empty; // the text of no bytes
-    std::array<QChar, Characters> decoded{};
-    std::array<uchar, 0x500> encoded{}; // up to the last Cyrillic letter
+    const Place* Find(char32_t character) const;
+
+    Characters characters;
+    std::array<Place, 256> places; // in the order of the characters
 };
 
-/// The text of bytes, as from the codec.
-QString DecodedText(const char* bytes, int size, const QTextCodec* codec);
+extern const CodePage CodePage1251;
+extern const CodePage CodePage866;
 
 } // namespace zu

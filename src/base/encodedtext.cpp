@@ -1,7 +1,8 @@
 #include "base/encodedtext.h"
 
-#include "base/codecs.h"
-#include "base/codepage.h"
+#include "base/codetable.h"
+
+#include <QTextCodec>
 
 #include <algorithm>
 #include <charconv>
@@ -9,8 +10,11 @@
 
 namespace zu {
 
+static constexpr int Utf8Number = 106; // in IANA's list of encodings
+
 EncodedText::EncodedText(const QTextCodec* codec_, int room)
-    : codec(codec_), isUtf8(codec_ == CodecUtf8), page(CodePage::Of(codec_)), buffer(room, Qt::Uninitialized)
+    : codec(codec_), isUtf8(codec_ != nullptr && codec_->mibEnum() == Utf8Number),
+      table(CodeTable::Of(codec_)), buffer(room, Qt::Uninitialized)
 {}
 
 char* EncodedText::Room(int length)
@@ -20,12 +24,13 @@ char* EncodedText::Room(int length)
     return buffer.data() + size;
 }
 
-void EncodedText::Add(QStringView text)
+bool EncodedText::Add(QStringView text)
 {
-    if (isUtf8 ? AddUtf8(text) : AddOfPage(text))
-        return;
+    if (isUtf8 ? AddUtf8(text) : AddByTable(text))
+        return true;
     const QByteArray bytes = codec->fromUnicode(text.data(), static_cast<int>(text.size()));
     AddBytes(bytes.constData(), static_cast<int>(bytes.size()));
+    return text.isEmpty() || !bytes.isEmpty();
 }
 
 void EncodedText::AddBytes(const char* text, int length)
@@ -67,14 +72,14 @@ bool EncodedText::AddUtf8(QStringView text)
 }
 
 // False, with nothing added, for a text with a character that is left to the codec.
-bool EncodedText::AddOfPage(QStringView text)
+bool EncodedText::AddByTable(QStringView text)
 {
-    if (page == nullptr)
+    if (table == nullptr)
         return false;
     char* const start = Room(static_cast<int>(text.size()));
     char* out = start;
     for (const QChar character : text) {
-        *out = page->Encoded(character.unicode());
+        *out = table->Encoded(character.unicode());
         if (*out++ == '\0')
             return false;
     }

@@ -8,14 +8,17 @@ class QTextCodec;
 
 namespace zu {
 
+class CodeTable;
+
 class EncodedText
 {
 public:
     /// With room for as many bytes as room says; it grows as needed.
     explicit EncodedText(const QTextCodec* codec_, int room = 1024);
 
-    /// Appends text, in the bytes that the codec gives for it.
-    void Add(QStringView text);
+    /// Appends text, in the bytes that the codec gives for it. False if there are none for a text that is not
+    /// empty.
+    bool Add(QStringView text);
 
     /// Appends bytes as they stand.
     void AddBytes(const char* text, int length);
@@ -33,11 +36,11 @@ public:
 private:
     char* Room(int length); // at the end, for that many bytes more
     bool AddUtf8(QStringView text);
-    bool AddOfPage(QStringView text);
+    bool AddByTable(QStringView text);
 
     const QTextCodec* codec;
     const bool isUtf8;
-    const class CodePage* page;
+    const CodeTable* table;
     QByteArray buffer;
     int size = 0;
 };

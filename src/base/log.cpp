@@ -4,10 +4,8 @@
 #include "base/permissions.h"
 
 #include <QDebug>
-#include <QTextStream>
 
-// Appends lines in codec, or in the locale's encoding if it is null. The group may read and write a file that
-// is created here.
+// Appends lines in codec. The group may read and write a file that is created here.
 static void AppendToLog(const std::vector<QString>& lines, QTextCodec* codec)
 {
     QFile file(zu::LogFilePath);
@@ -17,11 +15,10 @@ static void AppendToLog(const std::vector<QString>& lines, QTextCodec* codec)
         return;
     }
     if (file.seek(file.size())) {
-        QTextStream stream(&file);
-        if (codec != nullptr)
-            stream.setCodec(codec);
+        QString text;
         for (const QString& line : lines)
-            stream << line << "\n";
+            text += line + QLatin1Char('\n');
+        file.write(codec->fromUnicode(text));
     }
     file.flush();
     file.close();
@@ -31,7 +28,7 @@ static void AppendToLog(const std::vector<QString>& lines, QTextCodec* codec)
 
 void zu::WriteToLog(const QString& text)
 {
-    AppendToLog({text}, nullptr);
+    AppendToLog({text}, QTextCodec::codecForLocale());
 }
 
 void zu::WriteToLog(const std::vector<QString>& lines)

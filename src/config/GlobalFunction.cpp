@@ -16,7 +16,7 @@ void GlobalFunction::FileNameRemoveBadSymbols(QString& name)
 void GlobalFunction::ClearComment(QString& text)
 {
     text = text.trimmed();
-    const int comment = text.indexOf(QLatin1Char(';'));
+    const auto comment = text.indexOf(QLatin1Char(';'));
     if (comment >= 0)
         text = text.left(comment).trimmed();
 }

@@ -1,6 +1,7 @@
 // Read-only ini reader: full keys, and the cache.
 #include "config/QSettingsRu.h"
 
+#include "base/decodedtext.h"
 #include "config/inigrammar.h"
 
 #include <QFile>
@@ -37,9 +38,8 @@ bool QSettingsRu::ReadSettings()
     QFile file(fileName);
     if (!file.open(QIODevice::ReadOnly | QIODevice::Text | QIODevice::ExistingOnly))
         return false;
-    QTextStream stream(&file);
-    if (codec != nullptr)
-        stream.setCodec(codec);
+    QString text = zu::DecodedText(file, codec);
+    QTextStream stream(&text);
 
     zu::IniLine line;
     while (zu::ReadIniLine(stream, line)) {

@@ -17,7 +17,7 @@ bool zu::ReadIniLine(QTextStream& stream, IniLine& line)
     } else if (line.text.startsWith(QLatin1Char('[')) && line.text.endsWith(QLatin1Char(']'))) {
         line.kind = IniLineKind::Section;
         line.section = line.text.mid(1, line.text.length() - 2);
-    } else if (const int equals = line.text.indexOf(QLatin1Char('=')); equals >= 0) {
+    } else if (const auto equals = line.text.indexOf(QLatin1Char('=')); equals >= 0) {
         line.kind = line.section.isEmpty() ? IniLineKind::Outside : IniLineKind::Entry;
         line.key = line.text.left(equals).trimmed();
         line.value = line.text.mid(equals + 1);

@@ -22,7 +22,7 @@ QString ZuFileFormat::DoOutName(ZuCmtrDevParam* dev)
 bool ZuFileFormat::RenameSignal(const QString& raw, ZuCmtrDevParam* dev, QString& circuit, QString& signal,
                                 QString& name, int& indexPos, BayOptionalParam*& bay)
 {
-    const int colon = raw.indexOf(QLatin1Char(':'));
+    const auto colon = raw.indexOf(QLatin1Char(':'));
     if (colon < 0) {
         circuit = raw;
         signal = QLatin1String("");
@@ -43,10 +43,10 @@ bool ZuFileFormat::RenameSignal(const QString& raw, ZuCmtrDevParam* dev, QString
     }
     if (dev->RenameSignals) {
         name = zu::TwoWords(signal, shown);
-        indexPos = signal.length();
+        indexPos = static_cast<int>(signal.length());
     } else {
         name = zu::TwoWords(shown, signal);
-        indexPos = name.length();
+        indexPos = static_cast<int>(name.length());
     }
     return true;
 }

@@ -13,7 +13,7 @@ QString CleanStartComment(const QString& comment, int trigMicroseconds, int star
     QString text = comment;
     text.remove(QStringLiteral("(GPS)"), Qt::CaseSensitive);
     text.remove(QLatin1Char('\''), Qt::CaseSensitive);
-    int position = text.indexOf(QString::asprintf(".%06d", trigMicroseconds));
+    auto position = text.indexOf(QString::asprintf(".%06d", trigMicroseconds));
     if (position < 0)
         position = text.indexOf(QString::asprintf(".%06d", startMicroseconds));
     if (position > LastUntouched)
@@ -22,12 +22,12 @@ QString CleanStartComment(const QString& comment, int trigMicroseconds, int star
 }
 
 // The word before the parenthesis at open; blanks directly before it do not count.
-static QString KindBefore(const QString& text, int open)
+static QString KindBefore(const QString& text, QString::size_type open)
 {
-    int end = open;
+    QString::size_type end = open;
     while (end > 0 && text[end - 1] == QLatin1Char(' '))
         --end;
-    int blank = end - 1;
+    QString::size_type blank = end - 1;
     while (blank > 0 && text[blank] != QLatin1Char(' '))
         --blank;
     // Deliberate: without any blank the kind starts at the second character.
@@ -36,15 +36,15 @@ static QString KindBefore(const QString& text, int open)
 
 bool SplitStartComment(const QString& text, StartComment& pieces)
 {
-    const int open = text.indexOf(QLatin1Char('('));
-    const int close = text.indexOf(QLatin1Char(')'));
+    const auto open = text.indexOf(QLatin1Char('('));
+    const auto close = text.indexOf(QLatin1Char(')'));
     if (open < 0 || close < open)
         return false;
     pieces.text = text;
     pieces.kind = KindBefore(text, open);
     pieces.inside = text.mid(open + 1, close - open - 1).trimmed();
     pieces.tail = text.mid(close + 1).trimmed();
-    const int comma = pieces.tail.indexOf(QLatin1Char(','));
+    const auto comma = pieces.tail.indexOf(QLatin1Char(','));
     if (comma >= 0)
         pieces.tail.truncate(comma);
     pieces.items.clear();

@@ -7,6 +7,7 @@
 #include <QtGlobal>
 
 #include <cstddef>
+#include <memory>
 #include <vector>
 
 namespace zu {
@@ -14,25 +15,20 @@ namespace zu {
 class SampleMemory
 {
 public:
-    SampleMemory() = default;
-    ~SampleMemory();
-    SampleMemory(const SampleMemory&) = delete;
-    SampleMemory& operator=(const SampleMemory&) = delete;
+    /// For a file of that many bytes. No piece is larger than the file.
+    explicit SampleMemory(qint64 fileSize);
 
-    /// Room for that many samples, until this object ends. Null where they are so few that they are better
-    /// placed with new, and where there is no memory.
+    /// Room for that many samples, until this object ends. Null where these are better placed with new: few
+    /// samples, or so many that they are a piece of their own; and where there is no memory for a piece.
     quint16* Take(size_t samples);
 
 private:
-    struct Piece
-    {
-        char* start;
-        size_t size; // bytes
-    };
-    bool AddPiece(size_t bytes);
+    bool AddPiece();
 
-    std::vector<Piece> pieces;
-    size_t used = 0; // bytes of the last piece
+    const size_t pieceSize; // bytes
+    std::vector<std::unique_ptr<char[]>> pieces;
+    char* next = nullptr; // in the last piece
+    size_t left = 0;      // bytes from there
 };
 
 } // namespace zu

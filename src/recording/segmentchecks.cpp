@@ -74,7 +74,7 @@ AnChannelData* ZuFileFormat::FindAnChannel(const QString& circuit, const QString
 
 AnChannelData* ZuFileFormat::FindAnChannel(const QString& spec)
 {
-    const int colon = spec.indexOf(QLatin1Char(':'));
+    const auto colon = spec.indexOf(QLatin1Char(':'));
     if (colon >= 0)
         return FindAnChannel(spec.left(colon).trimmed(), spec.mid(colon + 1).trimmed());
     for (AnChannelData* channel : AnChannels) {

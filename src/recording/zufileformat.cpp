@@ -128,7 +128,7 @@ bool ZuFileFormat::ReadFile(QFile& file, bool headerAlone)
     QTextCodec* codec = zu::CodecOfTitle(Header.title);
     if (codec == nullptr)
         return Fail(FormatFailure, QStringLiteral("не определить TextCodec"));
-    Title = zu::DecodedText(Header.title, sizeof Header.title, codec);
+    Title = zu::TextOf(Header.title, sizeof Header.title, codec);
     Comment = zu::FieldText(Header.comment, &Header + 1, codec);
     Identity = zu::FieldText(Header.identity, &Header + 1, codec);
     return ReadTimes() && CheckCounts() && (headerAlone || ReadSections(file, codec));
@@ -152,8 +152,8 @@ bool ZuFileFormat::ReadTimes()
     TakeFromSeconds(TrigMicroseconds, trigTime);
     Header.startTime = startTime;
     Header.trigTime = trigTime;
-    StartTime = QDateTime::fromTime_t(startTime, Qt::OffsetFromUTC, TimeZoneSeconds);
-    TrigTime = QDateTime::fromTime_t(trigTime, Qt::OffsetFromUTC, TimeZoneSeconds);
+    StartTime = QDateTime::fromSecsSinceEpoch(startTime, Qt::OffsetFromUTC, TimeZoneSeconds);
+    TrigTime = QDateTime::fromSecsSinceEpoch(trigTime, Qt::OffsetFromUTC, TimeZoneSeconds);
     return true;
 }
 
@@ -172,7 +172,7 @@ bool ZuFileFormat::CheckCounts()
 
 bool ZuFileFormat::ReadSections(QFile& file, QTextCodec* codec)
 {
-    samples = std::make_shared<zu::SampleMemory>();
+    samples = std::make_shared<zu::SampleMemory>(file.size());
     for (unsigned int section = 0; section < ChannelCount; ++section) {
         const qint64 start = file.pos();
         if (!ReadSection(file, codec))

@@ -130,7 +130,7 @@ std::vector<DictionaryLoader::IniEntry> DictionaryLoader::ReadEntries(const QStr
 void DictionaryLoader::SetNames(DictionaryZuCmtr& entry, const QString& key, const QString& name)
 {
     entry.FullName = name;
-    const int colon = name.indexOf(QLatin1Char(':'));
+    const auto colon = name.indexOf(QLatin1Char(':'));
     entry.EquipmentName = name;
     if (colon >= 0) {
         entry.EquipmentName = name.left(colon).trimmed();
@@ -283,7 +283,7 @@ bool ResorterZuCmtrConv::LoadOneParam(const QString& text, const QString& key, c
 {
     // A plain search: the key need not be at the start of a word.
     const QString* found = &key;
-    int position = text.indexOf(key, 0, Qt::CaseSensitive);
+    auto position = text.indexOf(key, 0, Qt::CaseSensitive);
     if (position < 0) {
         found = &spacedKey;
         position = text.indexOf(spacedKey, 0, Qt::CaseSensitive);
@@ -291,7 +291,7 @@ bool ResorterZuCmtrConv::LoadOneParam(const QString& text, const QString& key, c
     if (position < 0)
         return false;
     value = GlobalFunction::TrimLeft(text.mid(position + found->length()));
-    const int blank = value.indexOf(QLatin1Char(' '));
+    const auto blank = value.indexOf(QLatin1Char(' '));
     if (blank > 0)
         value.truncate(blank);
     return !value.isEmpty();

@@ -13,7 +13,7 @@ const QString ZuCmtrConverter::SecNameINF(QStringLiteral("--- file type: INF ---
 const QString ZuCmtrConverter::SecNameHDR(QStringLiteral("--- file type: HDR ---"));
 const QString ZuCmtrConverter::SecNameDATa(QStringLiteral("--- file type: DAT ASCII ---"));
 const QString ZuCmtrConverter::SecNameDATb(QStringLiteral("--- file type: DAT BINARY: %1 ---"));
-const qint32 ZuCmtrConverter::SecNameLen = ZuCmtrConverter::SecNameHDR.length();
+const qint32 ZuCmtrConverter::SecNameLen = static_cast<qint32>(ZuCmtrConverter::SecNameHDR.length());
 
 namespace {
 

@@ -59,14 +59,16 @@ QString ZoneField(qint32 zoneSeconds)
 
 // Adds the lines of one kind of channel in output order and keeps their texts in texts.
 template <class Channel>
-void AddChannelLines(const std::vector<Channel*>& channels, const std::vector<unsigned int>& order,
+bool AddChannelLines(const std::vector<Channel*>& channels, const std::vector<unsigned int>& order,
                      std::vector<QString>& texts, zu::TextLines& lines)
 {
     texts.reserve(channels.size());
     for (size_t i = 0; i < channels.size(); ++i) {
         texts.push_back(channels.at(order.at(i))->DoCfgDescription(static_cast<unsigned int>(i + 1)));
-        lines.Add(texts.back());
+        if (!lines.Add(texts.back()))
+            return false;
     }
+    return true;
 }
 
 // Four texts of a line and the number of the channel before them, with commas between.
@@ -119,8 +121,8 @@ bool ZuCmtrConverter::WriteStringToOutFile(QFile& file, const QString& text, QTe
     return file.write(codec->fromUnicode(text + QLatin1Char('\n'))) != 0;
 }
 
-// All lines of the file. The texts that the INF file repeats stay on first.
-static void AddLines(ZuFileFormat& first, const ZuCmtrDevParam* dev, zu::TextLines& lines)
+// Adds all lines of the file, up to one that has no bytes. The texts that the INF file repeats stay on first.
+static bool AddLines(ZuFileFormat& first, const ZuCmtrDevParam* dev, zu::TextLines& lines)
 {
     const auto analog = static_cast<qulonglong>(first.AnChannels.size());
     const auto discrete = static_cast<qulonglong>(first.DiChannels.size());
@@ -128,14 +130,15 @@ static void AddLines(ZuFileFormat& first, const ZuCmtrDevParam* dev, zu::TextLin
     const QString revision = QString::number(dev->Comtrade1999 ? 1999 : 2013);
     const QString station = QStringLiteral("%1,%2,%3").arg(dev->Object).arg(dev->Source).arg(revision);
     const QString counts = QStringLiteral("%1,%2A,%3D").arg(analog + discrete).arg(analog).arg(discrete);
-    lines.Add(station);
-    lines.Add(counts);
+    if (!lines.Add(station) || !lines.Add(counts))
+        return false;
 
     first.CfgAnLines.clear();
     first.CfgDiLines.clear();
     const ResorterZuCmtrConv& order = *dev->Resorter;
-    AddChannelLines(first.AnChannels, order.PrevFileAnIndexes, first.CfgAnLines, lines);
-    AddChannelLines(first.DiChannels, order.PrevFileDiIndexes, first.CfgDiLines, lines);
+    if (!AddChannelLines(first.AnChannels, order.PrevFileAnIndexes, first.CfgAnLines, lines) ||
+        !AddChannelLines(first.DiChannels, order.PrevFileDiIndexes, first.CfgDiLines, lines))
+        return false;
 
     first.CfgStartStamp = TimeStamp(first.StartTime, first.StartMicroseconds);
     first.CfgTrigStamp = TimeStamp(first.TrigTime, first.TrigMicroseconds);
@@ -143,16 +146,14 @@ static void AddLines(ZuFileFormat& first, const ZuCmtrDevParam* dev, zu::TextLin
     const QString one = QStringLiteral("1");
     const QString rate =
         QStringLiteral("%1,%2").arg(dev->SampleRate, 0, 'g', -1, QLatin1Char(' ')).arg(dev->TotalSamples);
-    for (const QString& line :
-         {QStringLiteral("50"), one, rate, first.CfgStartStamp, first.CfgTrigStamp, first.CfgDataType, one})
-        lines.Add(line);
+    if (!lines.AddAll(std::initializer_list<QString>{QStringLiteral("50"), one, rate, first.CfgStartStamp,
+                                                     first.CfgTrigStamp, first.CfgDataType, one}))
+        return false;
     first.CfgTimeMult = one;
     first.CfgSamples = QString::number(dev->TotalSamples);
 
-    if (!dev->Comtrade1999) {
-        lines.Add(ZoneField(first.TimeZoneSeconds) + dev->TimeCode);
-        lines.Add(QStringLiteral("0,3"));
-    }
+    return dev->Comtrade1999 ||
+           (lines.Add(ZoneField(first.TimeZoneSeconds) + dev->TimeCode) && lines.Add(QStringLiteral("0,3")));
 }
 
 bool ZuCmtrConverter::WriteCfg(std::vector<ZuFileFormat*>* files, ZuCmtrDevParam* dev)
@@ -162,7 +163,8 @@ bool ZuCmtrConverter::WriteCfg(std::vector<ZuFileFormat*>* files, ZuCmtrDevParam
         return false;
     {
         zu::TextLines lines(file, dev->ComtradeUtf8 ? codec_UTF8 : codec_CP1251);
-        AddLines(*files->at(0), dev, lines);
+        if (!AddLines(*files->at(0), dev, lines))
+            return false;
     }
     file.flush();
     file.close();

@@ -211,8 +211,8 @@ bool ZuCmtrConverter::WriteHdr(std::vector<ZuFileFormat*>* files, ZuCmtrDevParam
     AddExtremes(report, first, files);
     {
         zu::TextLines lines(file, dev->ComtradeUtf8 ? codec_UTF8 : codec_CP1251);
-        for (const QString& line : report.Lines())
-            lines.Add(line);
+        if (!lines.AddAll(report.Lines()))
+            return false;
     }
     file.flush();
     file.close();

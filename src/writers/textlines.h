@@ -5,6 +5,9 @@
 
 #include <QString>
 
+#include <algorithm>
+#include <iterator>
+
 class QFile;
 
 namespace zu {
@@ -19,10 +22,15 @@ public:
     TextLines(const TextLines&) = delete;
     TextLines& operator=(const TextLines&) = delete;
 
-    void Add(const QString& line)
+    /// False for a line of which the codec makes no bytes at all.
+    bool Add(const QString& line) { return text.Add(line + QLatin1Char('\n')); }
+
+    /// The same for several, up to the first of that kind.
+    template <class Lines>
+    bool AddAll(const Lines& lines)
     {
-        text.Add(line);
-        text.AddBytes("\n", 1);
+        return std::all_of(std::begin(lines), std::end(lines),
+                           [this](const QString& line) { return Add(line); });
     }
 
 private:

@@ -94,7 +94,7 @@ TEST_P(VerifyForms, EveryFlippedBitIsFound)
         const bool hasData = isBinary && (good.contains("DAT BINARY") || qstrcmp(extension, ".dat") == 0);
         const int begin = qstrcmp(extension, ".dat") == 0 ? 0 : data;
         constexpr int recordSize = 8 + 3 * 2 + 2;
-        const int step = std::max(1, good.size() / 40);
+        const int step = std::max(1, int(good.size()) / 40);
         for (int position = 0, bit = 0; position < good.size(); position += step, bit = (bit + 3) % 8) {
             const bool isInData = hasData && position >= begin;
             // Of the words with the states three bits are used.

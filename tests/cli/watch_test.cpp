@@ -38,7 +38,7 @@ TEST(Watch, RecordingThatGrowsIsTakenWhenItIsQuiet)
         const auto begin = std::chrono::steady_clock::now();
         int size = 0;
         ASSERT_TRUE(WaitFor([&] {
-            size = std::min(size + 1, whole.size() - 1);
+            size = std::min(size + 1, int(whole.size()) - 1);
             station.Write("in/a.ZU", whole.left(size));
             return std::chrono::steady_clock::now() - begin > std::chrono::milliseconds(2 * quiet);
         }));

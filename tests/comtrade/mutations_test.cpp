@@ -93,7 +93,7 @@ QString WriteRecord(const TestDirectory& directory, const Form& form, const QByt
 {
     if (form.isContainer)
         return directory.Write("rec.cff", bytes);
-    const int size = std::max(0, bytes.size() - Data(form.type).size());
+    const int size = std::max(0, int(bytes.size() - Data(form.type).size()));
     directory.Write("rec.dat", bytes.mid(size));
     return directory.Write("rec.cfg", bytes.left(size));
 }

@@ -9,7 +9,7 @@ import sys
 from pathlib import Path
 
 ROWS = [
-    "src/base", "src/device", "src/config", "src/recording", "src/resorter", "src/preparation", "src/service",
+    "src/base", "src/qt6", "src/device", "src/config", "src/recording", "src/resorter", "src/preparation", "src/service",
     "src/writers",
     "tools/text",
     "tools/explain tools/recorderfile",

@@ -60,9 +60,8 @@ sql::Failure OpeningFailure(const QString& address)
 
 TEST_F(PostgresTest, FailureHasTheServersStateAndItsFirstLineAlone)
 {
-    const sql::Failure failure = FailureOf([&] {
-        database.Run("INSERT INTO t VALUES (?, ?)", {QString("x"), qint64{1}});
-    });
+    const sql::Failure failure =
+        FailureOf([&] { database.Run("INSERT INTO t VALUES (?, ?)", {QString("x"), qint64{1}}); });
     EXPECT_EQ(failure.state, "22P02");
     EXPECT_EQ(failure.trouble, Trouble::Other);
     EXPECT_EQ(failure.Message(), "invalid input syntax for type bigint: \"x\"");

@@ -20,7 +20,7 @@ double Quantile(std::vector<double> values, double part)
     return *at;
 }
 
-std::vector<double> ValuesOf(const Estimates& all, size_t method, double Distance::*value)
+std::vector<double> ValuesOf(const Estimates& all, size_t method, double Distance::* value)
 {
     std::vector<double> values;
     for (const std::vector<Distance>& one : all)
@@ -31,7 +31,7 @@ std::vector<double> ValuesOf(const Estimates& all, size_t method, double Distanc
 Distance MiddleOf(const Estimates& all, size_t method)
 {
     constexpr double half = 0.5;
-    const auto middle = [&](double Distance::*value) {
+    const auto middle = [&](double Distance::* value) {
         const std::vector<double> values = ValuesOf(all, method, value);
         return std::isnan(values.front()) ? None : Quantile(values, half);
     };

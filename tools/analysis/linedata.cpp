@@ -1,11 +1,14 @@
 #include "analysis/linedata.h"
 
 #include "analysis/linezones.h"
+#include "base/codecs.h"
+#include "base/decodedtext.h"
 #include "config/inigrammar.h"
 #include "explain/system.h"
 #include "text/reasons.h"
 #include "text/texts.h"
 
+#include <QBuffer>
 #include <QFile>
 #include <QRegularExpression>
 #include <QSet>
@@ -23,7 +26,7 @@ namespace {
 struct NumberKey
 {
     const char* name;
-    double Line::*field;
+    double Line::* field;
     bool mayBeZero; // a resistance may be; nothing may be less
     bool isNeeded;  // for a distance
 };
@@ -41,7 +44,7 @@ constexpr std::array<NumberKey, 7> numberKeys = {{
 struct TextKey
 {
     const char* name;
-    QString Line::*field;
+    QString Line::* field;
 };
 
 constexpr std::array<TextKey, 2> textKeys = {{{"parallel", &Line::parallel}, {"voltages", &Line::voltages}}};
@@ -232,8 +235,11 @@ LineFile ParseLines(const QByteArray& text)
                                      "WINDOWS-1251 -t UTF-8"));
         return parsing.Finish();
     }
-    QTextStream stream(text);
-    stream.setCodec("UTF-8"); // a byte order mark is skipped
+    QBuffer buffer;
+    buffer.setData(text);
+    buffer.open(QIODevice::ReadOnly);
+    QString decoded = zu::DecodedText(buffer, zu::CodecUtf8);
+    QTextStream stream(&decoded);
     zu::IniLine line;
     while (zu::ReadIniLine(stream, line))
         parsing.Take(line);

@@ -12,12 +12,13 @@ const char* NameOf(Kind kind)
 
 QByteArray PrintOf(const std::vector<Piece>& pieces)
 {
+    const QByteArray lineEnd("\n");
     QCryptographicHash hash(QCryptographicHash::Sha256);
     for (const Piece& piece : pieces) {
         hash.addData(QFileInfo(piece.name).suffix().toLower().toUtf8());
-        hash.addData("\n", 1);
+        hash.addData(lineEnd);
         hash.addData(piece.sha256);
-        hash.addData("\n", 1);
+        hash.addData(lineEnd);
     }
     return hash.result().toHex();
 }

@@ -14,7 +14,7 @@ QStringList WordsIn(const QString& text)
         if (QChar::isMark(letter)) // a stress, or another sign that a letter has no form of its own with
             continue;
         if (QChar::isLetterOrNumber(letter)) {
-            const uint plain = letter == 0x451 ? 0x435 : letter; // ё, е
+            const char32_t plain = letter == 0x451 ? 0x435 : letter; // ё, е
             word += QString::fromUcs4(&plain, 1);
         } else if (!word.isEmpty()) {
             words << word;

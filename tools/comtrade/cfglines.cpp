@@ -86,7 +86,7 @@ void CfgLines::TakeOffEnd(QString& text, qint64 firstLine)
     if (end == text.size())
         return;
     Place place;
-    place.line = firstLine + text.leftRef(end).count(QLatin1Char('\n'));
+    place.line = firstLine + std::count(text.begin(), text.begin() + end, QLatin1Char('\n'));
     const bool isMark = text[end] == QChar(0x1A);
     text.truncate(end);
     if (isMark)

@@ -50,7 +50,7 @@ public:
     bool IsText() const
     {
         const int begin = start.startsWith("\xEF\xBB\xBF") ? 3 : 0;
-        const int count = std::min(start.size() - begin, 64);
+        const int count = std::min(int(start.size()) - begin, 64);
         return count > 0 && std::all_of(start.begin() + begin, start.begin() + begin + count,
                                         [](char byte) { return IsOfLine(byte) || byte == '\x1A'; });
     }
@@ -60,7 +60,7 @@ public:
     {
         const bool hasMark = start.startsWith("\xFF\xFE") || start.startsWith("\xFE\xFF");
         const int begin = hasMark ? 2 : 0;
-        const int count = std::min((start.size() - begin) / 2, 32);
+        const int count = std::min((int(start.size()) - begin) / 2, 32);
         for (int low = 0; low < 2 && count >= 4; ++low) {
             bool fits = true;
             for (int i = 0; i < count; ++i)
@@ -83,7 +83,7 @@ public:
     bool CountsUp(DataType type) const
     {
         const auto record = static_cast<int>(BinaryRecordSize(configuration, type));
-        const int count = std::min(start.size() / record, 16);
+        const int count = std::min(int(start.size()) / record, 16);
         for (int i = 1; i < count; ++i)
             if (NumberAt(i * record) != NumberAt((i - 1) * record) + 1)
                 return false;
@@ -102,7 +102,7 @@ private:
     bool HoldsValues(DataType type) const
     {
         const auto record = static_cast<int>(BinaryRecordSize(configuration, type));
-        const int count = std::min(start.size() / record, 64);
+        const int count = std::min(int(start.size()) / record, 64);
         for (int i = 0; i < count; ++i)
             for (size_t channel = 0; channel < configuration.analog.size(); ++channel) {
                 const quint32 word = NumberAt(i * record + 8 + 4 * static_cast<int>(channel));

@@ -73,7 +73,7 @@ QByteArray BeginningOf(const QString& path)
 // Whether the bytes, as far as they go, have the text at that place.
 bool Agrees(const QByteArray& bytes, int place, const QByteArray& text)
 {
-    return bytes.mid(place, text.size()) == text.left(std::max(0, bytes.size() - place));
+    return bytes.mid(place, text.size()) == text.left(std::max(0, int(bytes.size()) - place));
 }
 
 // The file may end before its title does.

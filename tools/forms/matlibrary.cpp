@@ -35,7 +35,7 @@ MatLibrary Loaded()
     Find(library, "Mat_CreateVer", functions.CreateVer);
     Find(library, "Mat_Open", functions.Open);
     Find(library, "Mat_VarCreate", functions.VarCreate);
-    Find(library, "Mat_VarCreateStruct2", functions.VarCreateStruct2);
+    Find(library, "Mat_VarCreateStruct", functions.VarCreateStruct);
     Find(library, "Mat_VarFree", functions.VarFree);
     Find(library, "Mat_VarGetNumberOfFields", functions.VarGetNumberOfFields);
     Find(library, "Mat_VarGetStructFieldByIndex", functions.VarGetStructFieldByIndex);

@@ -15,7 +15,7 @@ struct MatLibrary
     decltype(&::Mat_CreateVer) CreateVer;
     decltype(&::Mat_Open) Open;
     decltype(&::Mat_VarCreate) VarCreate;
-    decltype(&::Mat_VarCreateStruct2) VarCreateStruct2;
+    decltype(&::Mat_VarCreateStruct) VarCreateStruct;
     decltype(&::Mat_VarFree) VarFree;
     decltype(&::Mat_VarGetNumberOfFields) VarGetNumberOfFields;
     decltype(&::Mat_VarGetStructFieldByIndex) VarGetStructFieldByIndex;

@@ -107,11 +107,11 @@ template <class Subject, size_t count>
 MatVariable Structures(const char* name, const std::vector<Subject>& subjects,
                        const Field<Subject> (&fields)[count])
 {
-    std::array<const char*, count + 1> names{};
+    std::array<const char*, count> names{};
     std::transform(std::begin(fields), std::end(fields), names.begin(),
                    [](const Field<Subject>& field) { return field.name; });
-    const std::array<size_t, 2> size{1, subjects.size()};
-    MatVariable structures = Made(Matio().VarCreateStruct2(name, 2, size.data(), names.data()));
+    std::array<size_t, 2> size{1, subjects.size()};
+    MatVariable structures = Made(Matio().VarCreateStruct(name, 2, size.data(), names.data(), count));
     for (size_t i = 0; i < subjects.size(); ++i)
         for (const Field<Subject>& field : fields)
             Matio().VarSetStructFieldByName(structures.get(), field.name, i, field.of(subjects[i]).release());

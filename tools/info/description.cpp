@@ -60,7 +60,7 @@ QStringList FactLines(const std::vector<Fact>& facts)
 {
     int width = 0;
     for (const Fact& fact : facts)
-        width = std::max(width, fact.label.size());
+        width = std::max(width, int(fact.label.size()));
     QStringList lines;
     for (const Fact& fact : facts) {
         if (fact.label.isEmpty())

@@ -1,6 +1,7 @@
 #include "inicheck/inilines.h"
 
 #include "base/codecs.h"
+#include "base/decodedtext.h"
 #include "explain/system.h"
 #include "text/error.h"
 #include "text/texts.h"
@@ -46,8 +47,8 @@ IniLines::IniLines(const QString& path)
     if (!encoding)
         badlyEncoded = NotUtf8(bytes);
     file.seek(0);
-    QTextStream stream(&file);
-    stream.setCodec(zu::CodecIni);
+    QString text = zu::DecodedText(file, zu::CodecIni);
+    QTextStream stream(&text);
     IniLine line;
     while (zu::ReadIniLine(stream, line)) {
         if (line.kind == LineKind::Entry) {

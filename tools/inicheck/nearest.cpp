@@ -49,7 +49,7 @@ QString Nearest(const QString& word, const QStringList& known)
     if (plain.size() > longest)
         return QString();
     QString nearest;
-    int fewest = std::max(1, plain.size() / 3) + 1;
+    int fewest = std::max(1, int(plain.size()) / 3) + 1;
     for (const QString& candidate : known) {
         const int distance = Distance(plain, WithLatinLetters(candidate).toLower());
         if (distance < fewest) {

@@ -12,7 +12,7 @@ int EndOf(const QString& text, int begin)
     int end = -1;
     if (first == QLatin1Char('\'') || first == QLatin1Char('"'))
         end = text.indexOf(first, begin + 1);
-    else if (text.midRef(begin, 2) == QLatin1String("--"))
+    else if (QStringView(text).mid(begin, 2) == QLatin1String("--"))
         end = text.indexOf(QLatin1Char('\n'), begin);
     else
         return begin + 1;
@@ -30,7 +30,7 @@ QString Numbered(const QString& command)
         if (command[i] == QLatin1Char('?'))
             numbered += QLatin1Char('$') + QString::number(++number);
         else
-            numbered += command.midRef(i, end - i);
+            numbered += command.mid(i, end - i);
     }
     return numbered;
 }

@@ -41,7 +41,7 @@ public:
         const QVariant value = query.value(column);
         if (query.isNull(column))
             return {};
-        switch (static_cast<QMetaType::Type>(value.type())) {
+        switch (static_cast<QMetaType::Type>(value.userType())) {
         case QMetaType::Bool:
         case QMetaType::Int:
         case QMetaType::UInt:
@@ -140,7 +140,8 @@ QString Explained(const QString& state, const QString& text)
 Postgres::Postgres(const QString& address) : name(QUuid::createUuid().toString())
 {
     if (!QSqlDatabase::isDriverAvailable(QStringLiteral("QPSQL")))
-        throw Failure(Tr("sql", "Qt's driver for PostgreSQL is missing; install the package libqt5sql5-psql"),
+        throw Failure(Tr("sql", "Qt's driver for PostgreSQL is missing; install the package %1")
+                          .arg(QStringLiteral("libqt%1sql%1-psql").arg(QT_VERSION_MAJOR)),
                       Trouble::Other);
     const ServerAddress parts = ParseServerAddress(address);
     QSqlDatabase database = QSqlDatabase::addDatabase(QStringLiteral("QPSQL"), name);

@@ -1,4 +1,4 @@
-// A PostgreSQL database on a server, by Qt's driver (libqt5sql5-psql).
+// A PostgreSQL database on a server, by Qt's driver (libqt5sql5-psql, libqt6sql6-psql).
 #pragma once
 
 #include "sql/database.h"

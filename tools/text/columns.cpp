@@ -9,7 +9,7 @@ QStringList Aligned(const std::vector<QStringList>& rows, const std::vector<bool
     std::vector<int> widths(right.size(), 0);
     for (const QStringList& row : rows)
         for (size_t i = 0; i < widths.size(); ++i)
-            widths[i] = std::max(widths[i], row[static_cast<int>(i)].size());
+            widths[i] = std::max(widths[i], static_cast<int>(row[static_cast<int>(i)].size()));
     QStringList lines;
     for (const QStringList& row : rows) {
         QString line;

@@ -10,7 +10,11 @@ namespace {
 class Russian : public QTranslator
 {
 public:
-    Russian() { load(QStringLiteral(":/translations/zucmtr_ru.qm")); }
+    Russian()
+    {
+        // Without the file, which not every program has, the texts are the sources.
+        static_cast<void>(load(QStringLiteral(":/translations/zucmtr_ru.qm")));
+    }
 };
 
 const QTranslator* TranslatorOf(Language language)

@@ -66,7 +66,7 @@ bool IsConvertersInformation(const QByteArray& bytes)
 
 bool IsConvertersReport(const QByteArray& bytes)
 {
-    const QByteArray firstLine = bytes.left(std::max(0, bytes.indexOf('\n')));
+    const QByteArray firstLine = bytes.left(std::max(0, static_cast<int>(bytes.indexOf('\n'))));
     return comtrade::DecodedText(firstLine).startsWith(QString::fromUtf8("Территориальная"));
 }
 

@@ -1,6 +1,6 @@
 // Texts by table against the codecs, which they stand for.
 #include "base/codecs.h"
-#include "base/codepage.h"
+#include "base/codetable.h"
 #include "base/encodedtext.h"
 
 #include <gtest/gtest.h>
@@ -59,22 +59,22 @@ TEST(EncodedText, PutsPiecesTogether)
     EXPECT_EQ(QByteArray(text.Data(), text.Size()), "N=0");
 }
 
-TEST(CodePage, DecodesEachByteAsTheCodec)
+TEST(CodeTable, DecodesEachByteAsTheCodec)
 {
     QByteArray bytes;
     for (int byte = 0; byte < 256; ++byte)
         bytes += static_cast<char>(byte);
     for (QTextCodec* codec : {zu::CodecCP866, zu::CodecCP1251, zu::CodecUtf8}) {
-        EXPECT_EQ(zu::DecodedText(bytes.constData(), bytes.size(), codec), codec->toUnicode(bytes));
+        EXPECT_EQ(zu::TextOf(bytes.constData(), bytes.size(), codec), codec->toUnicode(bytes));
         for (const char byte : bytes)
-            EXPECT_EQ(zu::DecodedText(&byte, 1, codec), codec->toUnicode(&byte, 1));
-        EXPECT_EQ(zu::DecodedText("", 0, codec).isNull(), codec->toUnicode("", 0).isNull());
+            EXPECT_EQ(zu::TextOf(&byte, 1, codec), codec->toUnicode(&byte, 1));
+        EXPECT_EQ(zu::TextOf("", 0, codec).isNull(), codec->toUnicode("", 0).isNull());
     }
 }
 
-TEST(CodePage, IsThereForTheCodePagesOfRecorders)
+TEST(CodeTable, IsThereForTheCodeTablesOfRecorders)
 {
-    EXPECT_NE(zu::CodePage::Of(zu::CodecCP866), nullptr);
-    EXPECT_NE(zu::CodePage::Of(zu::CodecCP1251), nullptr);
-    EXPECT_EQ(zu::CodePage::Of(zu::CodecUtf8), nullptr);
+    EXPECT_NE(zu::CodeTable::Of(zu::CodecCP866), nullptr);
+    EXPECT_NE(zu::CodeTable::Of(zu::CodecCP1251), nullptr);
+    EXPECT_EQ(zu::CodeTable::Of(zu::CodecUtf8), nullptr);
 }

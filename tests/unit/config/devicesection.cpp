@@ -86,7 +86,7 @@ QStringList SectionLoader::Log() const
 
 QString SectionLoader::LogLine(const QString& key) const
 {
-    const QStringList lines =
-        Log().filter(QRegExp(QLatin1Char('^') + QRegExp::escape(key) + QLatin1Char(':')));
+    const QStringList lines = Log().filter(
+        QRegularExpression(QLatin1Char('^') + QRegularExpression::escape(key) + QLatin1Char(':')));
     return lines.isEmpty() ? QString() : lines.first();
 }

@@ -100,7 +100,7 @@ TEST(QSettingsRu, ValuesAreTexts)
 {
     const TestDirectory directory;
     const QSettingsRu ini(directory.Write(QStringLiteral("a.ini"), "[A]\nx=1\n"), nullptr);
-    EXPECT_EQ(ini.value(QStringLiteral("A/x"), 0).type(), QVariant::String);
+    EXPECT_EQ(ini.value(QStringLiteral("A/x"), 0).userType(), QMetaType::QString);
     QSettingsRu::Clear();
 }
 

@@ -4376,8 +4376,8 @@ Examples:
 <context>
     <name>sql</name>
     <message>
-        <source>Qt&apos;s driver for PostgreSQL is missing; install the package libqt5sql5-psql</source>
-        <translation>нет драйвера Qt для PostgreSQL; установите пакет libqt5sql5-psql</translation>
+        <source>Qt&apos;s driver for PostgreSQL is missing; install the package %1</source>
+        <translation>нет драйвера Qt для PostgreSQL; установите пакет %1</translation>
     </message>
     <message>
         <source>this user lacks a permission on the server (%1)</source>
