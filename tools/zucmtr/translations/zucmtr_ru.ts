@@ -2871,6 +2871,10 @@ Example, with the sample station:
         <source>The samples were computed for a rate of %1 Hz from those taken at %2 Hz, by a low-pass filter (FIR, linear phase, Kaiser window) that passes up to %3 Hz and attenuates by %4 dB from %5 Hz on.</source>
         <translation>Отсчёты пересчитаны на частоту %1 Гц из снятых с частотой %2 Гц фильтром нижних частот (КИХ, линейная фаза, окно Кайзера): полоса пропускания до %3 Гц, подавление %4 дБ начиная с %5 Гц.</translation>
     </message>
+    <message>
+        <source>MAT files need the library %1, which cannot be loaded: %2</source>
+        <translation>Для файлов MAT нужна библиотека %1, загрузить её не удалось: %2</translation>
+    </message>
 </context>
 <context>
     <name>help</name>
