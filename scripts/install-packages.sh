@@ -13,7 +13,7 @@ for job in "${@:-build}"; do
     lint) packages="$packages clang-format clang-tidy shellcheck" ;;
     fuzz) packages="$packages clang libclang-rt-14-dev" ;;
     bench) packages="$packages libbenchmark-dev" ;;
-    qt6) packages="$packages qt6-base-dev qt6-tools-dev qt6-l10n-tools libqt6svg6-dev libqt6sql6-psql libgl-dev" ;;
+    qt6) packages="$packages qt6-base-dev qt6-tools-dev qt6-l10n-tools libqt6svg6-dev libqt6sql6-psql" ;;
     arm64) packages="$packages g++-aarch64-linux-gnu qemu-user" ;;
     coverage) packages="$packages gcovr" ;;
     fleet) packages="$packages iproute2 munge openssh-client openssh-server openssl parallel slurm-client slurmctld slurmd" ;;
