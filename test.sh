@@ -3,8 +3,8 @@
 #
 #   ./test.sh              plain build, address and undefined-behaviour sanitizers, fuzzers (30 s each), format,
 #                          shell scripts, lint of what changed
-#   ./test.sh --all        the thread sanitizer, the fleet of machines, 64-bit ARM and the Debian packages as well, and
-#                          clang-tidy over all files
+#   ./test.sh --all        the thread sanitizer, Qt 6, the fleet of machines, 64-bit ARM and the Debian packages as well,
+#                          and clang-tidy over all files
 #   ./test.sh --plain      the plain build and its tests alone
 #   ./test.sh --coverage   tests with coverage of src/, printed as a table
 set -eu
@@ -54,6 +54,8 @@ fuzz/run.sh 30
 scripts/update-translations.sh --check
 if [ $mode = all ]; then
     build_and_test tsan
+    scripts/install-packages.sh qt6
+    build_and_test qt6
     printf '\n== 64-bit ARM\n'
     scripts/check-arm64.sh
     printf '\n== fleet\n'

@@ -11,6 +11,11 @@ elseif(ZUCMTR_QT EQUAL 6)
 else()
   message(FATAL_ERROR "ZUCMTR_QT is ${ZUCMTR_QT}; it has to be 5 or 6")
 endif()
+# The header is the same for both, but two packages must not have one file.
+set(ZUCMTR_HEADER_DIR ${CMAKE_INSTALL_INCLUDEDIR})
+if(ZUCMTR_QT EQUAL 6)
+  string(APPEND ZUCMTR_HEADER_DIR /${ZUCMTR_PACKAGE})
+endif()
 string(TOLOWER ${ZUCMTR_PACKAGE} ZUCMTR_PACKAGE_LOWER)
 find_package(Qt${ZUCMTR_QT} ${ZUCMTR_QT_MINIMUM} REQUIRED COMPONENTS Core)
 

@@ -1,6 +1,7 @@
 #!/bin/sh
 # Installs what the given jobs need from Debian's packages; does nothing if all of it is there.
-#   scripts/install-packages.sh [build] [test] [python] [view] [lint] [fuzz] [bench] [coverage] [fleet] [arm64] [package]
+#   scripts/install-packages.sh [build] [test] [python] [view] [lint] [fuzz] [bench] [coverage] [fleet] [arm64] [qt6]
+#                               [package]
 set -eu
 
 packages=
@@ -13,12 +14,13 @@ for job in "${@:-build}"; do
     lint) packages="$packages clang-format-19 clang-tidy-19 shellcheck" ;; # as in scripts/lint.sh
     fuzz) packages="$packages clang libclang-rt-dev" ;;
     bench) packages="$packages libbenchmark-dev" ;;
+    qt6) packages="$packages qt6-base-dev qt6-tools-dev qt6-l10n-tools libqt6svg6-dev libqt6sql6-psql libgl-dev" ;;
     arm64) packages="$packages g++-aarch64-linux-gnu qemu-user-static" ;;
     coverage) packages="$packages gcovr" ;;
-    package) packages="$packages autopkgtest debhelper debootstrap devscripts dh-python diffoscope-minimal dpkg-dev lintian locales" ;;
+    package) packages="$packages autopkgtest debhelper debootstrap devscripts dh-apparmor dh-python diffoscope-minimal dpkg-dev lintian locales" ;;
     fleet) packages="$packages iproute2 munge openssh-client openssh-server openssl parallel slurm-client slurmctld slurmd" ;;
     *)
-        echo "install-packages.sh: no such job: $job (build, test, python, view, lint, fuzz, bench, coverage, fleet, arm64, package)" >&2
+        echo "install-packages.sh: no such job: $job (build, test, python, view, lint, fuzz, bench, coverage, fleet, arm64, qt6, package)" >&2
         exit 2
         ;;
     esac

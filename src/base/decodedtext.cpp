@@ -10,13 +10,15 @@ QString zu::DecodedText(QIODevice& device, QTextCodec* codec)
     const QTextCodec* found = nullptr;
     QTextCodec::ConverterState state; // holds what is cut off at the end of a piece
     QString text;
-    constexpr qint64 piece = 16384; // Deliberate: as QTextStream reads; what is no UTF-8 becomes the same there
+    // Deliberate: pieces as QTextStream reads them; bytes that are no UTF-8 at their ends become the same texts.
+    constexpr qint64 piece = 16384;
     while (!device.atEnd()) {
         const QByteArray bytes = device.read(piece);
         if (bytes.isEmpty())
             break;
         if (found == nullptr)
-            found = QTextCodec::codecForUtfText(bytes, codec != nullptr ? codec : QTextCodec::codecForLocale());
+            found =
+                QTextCodec::codecForUtfText(bytes, codec != nullptr ? codec : QTextCodec::codecForLocale());
         text += found->toUnicode(bytes.constData(), bytes.size(), &state);
     }
     device.setTextModeEnabled(isText);

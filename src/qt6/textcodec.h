@@ -22,7 +22,7 @@ public:
         qsizetype remainingChars = 0; ///< bytes of a character that has begun
         qsizetype invalidChars = 0;   ///< bytes without a character and characters without a byte
         std::shared_ptr<QStringDecoder> decoder; ///< from the first call on
-        QChar highSurrogate;                       ///< waits for its other half; null if none does
+        QChar highSurrogate;                     ///< waits for its other half; null if none does
     };
 
     virtual ~QTextCodec() = default;

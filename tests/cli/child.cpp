@@ -2,8 +2,13 @@
 
 #include <unistd.h>
 
-PreparedProcess::PreparedProcess(std::function<void()> prepare) : prepareChild(std::move(prepare))
+PreparedProcess::PreparedProcess(std::function<void()> prepare)
 {
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
+    prepareChild = std::move(prepare);
+#else
+    setChildProcessModifier(std::move(prepare));
+#endif
     setProcessChannelMode(ForwardedChannels);
     setInputChannelMode(ForwardedInputChannel);
 }

@@ -24,17 +24,22 @@ bool WaitFor(const Condition& condition)
 }
 
 /// A process with the standard streams of the test. The function is called in it before the program starts,
-/// to set up what QProcess has no setting for in Qt 5: descriptors as streams, a session of its own.
+/// to set up what QProcess has no setting for: descriptors as streams, a session of its own.
 class PreparedProcess : public QProcess
 {
 public:
     explicit PreparedProcess(std::function<void()> prepare);
 
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0) // which takes the function as it is
 protected:
-    void setupChildProcess() override { prepareChild(); }
+    void setupChildProcess() override
+    {
+        prepareChild();
+    }
 
 private:
     std::function<void()> prepareChild;
+#endif
 };
 
 /// A running zucmtr, whose standard output and error are the given files. It is killed at the end.

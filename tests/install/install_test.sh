@@ -1,23 +1,24 @@
 #!/bin/sh
-# install_test.sh BUILD_DIR EXAMPLES_DIR OUTSIDE_PROJECT
+# install_test.sh BUILD_DIR EXAMPLES_DIR OUTSIDE_PROJECT PACKAGE, the name of the CMake package
 set -eu
-build=$1 examples=$2 outside=$3
+build=$1 examples=$2 outside=$3 package=$4
 root=$(mktemp -d)
 trap 'rm -rf "$root"' EXIT
 
 cmake --install "$build" --prefix "$root/usr" >/dev/null
 
 echo "-- the shared object has its soname and its links"
-lib=$(dirname "$(find "$root/usr" -name 'libZuCmtrConverter.so')")
-test "$(readlink "$lib/libZuCmtrConverter.so")" = libZuCmtrConverter.so.2
-case $(readlink "$lib/libZuCmtrConverter.so.2") in
-libZuCmtrConverter.so.2.*.*) ;;
+lib=$(dirname "$(find "$root/usr" -name "lib$package.so")")
+test "$(readlink "$lib/lib$package.so")" = "lib$package.so.2"
+case $(readlink "$lib/lib$package.so.2") in
+"lib$package".so.2.*.*) ;;
 *) echo "so.2 does not point at so.2.x.y"; exit 1 ;;
 esac
-readelf -d "$lib/libZuCmtrConverter.so" | grep -q 'soname: \[libZuCmtrConverter.so.2\]'
+readelf -d "$lib/lib$package.so" | grep -q "soname: \[lib$package.so.2\]"
 
 echo "-- an outside project finds the CMake package"
-cmake -S "$outside" -B "$root/outside" -DCMAKE_PREFIX_PATH="$root/usr" -DHOST_SOURCE="$examples/host.cpp" >/dev/null
+cmake -S "$outside" -B "$root/outside" -DCMAKE_PREFIX_PATH="$root/usr" -DHOST_SOURCE="$examples/host.cpp" \
+    -DPACKAGE="$package" >/dev/null
 cmake --build "$root/outside" >/dev/null
 (cd "$root" && outside/host no-such-recording.ZU) | grep -q 'bad ZuDrv.ini'
 
@@ -25,5 +26,5 @@ echo "-- pkg-config finds it too"
 export PKG_CONFIG_PATH="$lib/pkgconfig"
 # shellcheck disable=SC2046
 g++ -std=c++17 -fPIC "$examples/host.cpp" -o "$root/host" \
-    $(pkg-config --cflags --libs zucmtrconverter)
+    $(pkg-config --cflags --libs "$(echo "$package" | tr "[:upper:]" "[:lower:]")")
 (cd "$root" && LD_LIBRARY_PATH="$lib" ./host no-such-recording.ZU) | grep -q 'bad ZuDrv.ini'

@@ -122,7 +122,10 @@ TEST(Sqlite, MissingFileIsReportedAsMissing)
                   Sqlite database(path, Sqlite::Access::ReadOnly);
                   return QString();
               }),
-              geteuid() == 0 ? "Permission denied" : "No such file or directory");
+              geteuid() == 0 ? QString("user 'nobody' may not enter the directory '%1'; its owner 'root' can permit that, "
+                                       "as by a group and chmod g+x")
+                                   .arg(directory.Path())
+                             : QString("No such file or directory"));
     EXPECT_FALSE(QFile::exists(path));
 }
 

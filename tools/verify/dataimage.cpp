@@ -54,8 +54,7 @@ class Blocks
 public:
     // Makes sure that whoever asks for so many bytes may look at them.
     Blocks(const QString& path, qint64 begin, size_t most_)
-        : file(path), most(most_), size(std::max(BlockSize, 2 * most_)),
-          bytes(new char[size + most_])
+        : file(path), most(most_), size(std::max(BlockSize, 2 * most_)), bytes(new char[size + most_])
     {
         isGood = file.open(QIODevice::ReadOnly | QIODevice::Unbuffered) && file.seek(begin);
         Fill();

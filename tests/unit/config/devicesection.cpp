@@ -1,6 +1,7 @@
 #include "devicesection.h"
 
 #include <QFile>
+#include <QRegularExpression>
 
 #include <algorithm>
 

@@ -7,6 +7,8 @@
 
 #include <gtest/gtest.h>
 
+#include <QRegularExpression>
+
 using namespace recorderfile;
 
 namespace {
@@ -40,7 +42,8 @@ TEST(RefusedMemory, LeavesTheSourceAndNoFinalFile)
     TestStation station("Удалять исходные=1");
     EXPECT_FALSE(ConvertWithin(station, 100000));
     EXPECT_TRUE(station.Directory().Names().contains("rec.ZU"));
-    EXPECT_EQ(station.Directory().Names("out").filter(QRegularExpression("(cfg|dat|hdr|inf)$")), QStringList());
+    EXPECT_EQ(station.Directory().Names("out").filter(QRegularExpression("(cfg|dat|hdr|inf)$")),
+              QStringList());
 }
 
 TEST(RefusedMemory, LeavesTheDeviceFitForTheNextRecording)

@@ -144,7 +144,7 @@ QStringList FoundTable::Lines(int width) const
     std::vector<int> widths(std::size(Columns), 0);
     for (const QStringList& row : table) {
         for (size_t i = 0; i < widths.size(); ++i)
-            widths[i] = std::max(widths[i], row[static_cast<int>(i)].size());
+            widths[i] = std::max(widths[i], static_cast<int>(row[static_cast<int>(i)].size()));
     }
     if (width > 0)
         Fit(widths, width);

@@ -1,10 +1,13 @@
 #include "zucmtr/terminal/console.h"
 
+#include "zucmtr/terminal/interrupt.h"
+
 #include <QJsonDocument>
 #include <QJsonObject>
 
 #include <algorithm>
 #include <cerrno>
+#include <csignal>
 #include <cstdio>
 #include <fcntl.h>
 #include <sys/ioctl.h>
@@ -97,6 +100,8 @@ void Complain(const QString& text)
 
 void Complain(const QStringList& lines)
 {
+    if (interrupt::Signal() == SIGPIPE)
+        return; // the user has seen enough, and whatever fails now fails for that reason
     Write(stderr, Prefix() + lines.first());
     for (int i = 1; i < lines.size(); ++i)
         Write(stderr, lines[i]);
