@@ -60,8 +60,7 @@ void Measure(double limit, const std::string& workload, const std::vector<std::s
 
 void bench::MeasureStart(const Settings& settings, Report& report)
 {
-    Measure(
-        VersionLimit, "start, zucmtr --version", {"zucmtr", "--version"}, [] {}, settings, report);
+    Measure(VersionLimit, "start, zucmtr --version", {"zucmtr", "--version"}, [] {}, settings, report);
 
     const Scratch scratch(settings.directory);
     const station::StationOptions options = TypicalStation();

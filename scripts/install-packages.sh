@@ -14,8 +14,13 @@ for job in "${@:-build}"; do
     lint) packages="$packages clang-format-19 clang-tidy-19 shellcheck" ;; # as in scripts/lint.sh
     fuzz) packages="$packages clang libclang-rt-dev" ;;
     bench) packages="$packages libbenchmark-dev" ;;
+<<<<<<< HEAD
     qt6) packages="$packages qt6-base-dev qt6-tools-dev qt6-l10n-tools libqt6svg6-dev libqt6sql6-psql libgl-dev" ;;
     arm64) packages="$packages g++-aarch64-linux-gnu qemu-user-static" ;;
+=======
+    qt6) packages="$packages qt6-base-dev qt6-tools-dev qt6-l10n-tools libqt6svg6-dev libqt6sql6-psql" ;;
+    arm64) packages="$packages g++-aarch64-linux-gnu qemu-user" ;;
+>>>>>>> qt6
     coverage) packages="$packages gcovr" ;;
     package) packages="$packages autopkgtest debhelper debootstrap devscripts dh-apparmor dh-python diffoscope-minimal dpkg-dev lintian locales" ;;
     fleet) packages="$packages iproute2 munge openssh-client openssh-server openssl parallel slurm-client slurmctld slurmd" ;;

@@ -96,21 +96,23 @@ TEST(CatalogueFiles, UserWithoutRightsIsToldSo)
     const QByteArray place = QFile::encodeName(directory.Path());
     ASSERT_EQ(chmod(place.constData(), geteuid() == 0 ? 0755 : 0555), 0);
     ASSERT_EQ(chmod(QFile::encodeName(path).constData(), 0444), 0);
-    EXPECT_EQ(FailuresOfNobody([&] {
-                  const auto denied = [&](const char* what, const QString& where, const char* mode) {
-                      return QString("user '%1' may not %2 '%3'%4; its owner '%5' can permit that, as by a group and "
-                                     "chmod %6")
-                          .arg(geteuid() == 65534 ? "nobody" : QFileInfo(path).owner(), what, where,
-                               where == directory.Path() ? ", where the database needs some beside it" : "",
-                               QFileInfo(where).owner(), mode);
-                  };
-                  EXPECT_EQ(Refusal(path), Named(path, denied("write to the file", path, "g+w")));
-                  EXPECT_EQ(Refusal(directory.Path("new.db")),
-                            Named(directory.Path("new.db"),
-                                  denied("make files in the directory", directory.Path(), "g+wx")));
-                  EXPECT_EQ(Catalogue::ForReading(path)->KnownBelow(directory.Path()).size(), 1);
-              }),
-              0);
+    EXPECT_EQ(
+        FailuresOfNobody([&] {
+            const auto denied = [&](const char* what, const QString& where, const char* mode) {
+                return QString(
+                           "user '%1' may not %2 '%3'%4; its owner '%5' can permit that, as by a group and "
+                           "chmod %6")
+                    .arg(geteuid() == 65534 ? "nobody" : QFileInfo(path).owner(), what, where,
+                         where == directory.Path() ? ", where the database needs some beside it" : "",
+                         QFileInfo(where).owner(), mode);
+            };
+            EXPECT_EQ(Refusal(path), Named(path, denied("write to the file", path, "g+w")));
+            EXPECT_EQ(Refusal(directory.Path("new.db")),
+                      Named(directory.Path("new.db"),
+                            denied("make files in the directory", directory.Path(), "g+wx")));
+            EXPECT_EQ(Catalogue::ForReading(path)->KnownBelow(directory.Path()).size(), 1);
+        }),
+        0);
     ASSERT_EQ(chmod(place.constData(), 0755), 0);
 }
 

@@ -156,7 +156,8 @@ TEST(Watch, DamagedJournalIsRefused)
         station.Write(QString("in/%1.ZU").arg(i), "junk");
     EXPECT_EQ(station.Once().code, 1);
     const QByteArray whole = ReadBytes(station.Path("out/.zucmtr-watch"));
-    for (const int size : {10, 100, 4000, 4096, 6000, whole.size() - 4096, whole.size() - 2000}) {
+    const int all = static_cast<int>(whole.size());
+    for (const int size : {10, 100, 4000, 4096, 6000, all - 4096, all - 2000}) {
         station.Write("out/.zucmtr-watch", whole.left(size));
         const Finished run = station.Once();
         EXPECT_EQ(run.code, 2) << size;

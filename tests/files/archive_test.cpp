@@ -201,7 +201,7 @@ TEST(Archive, PartOfAKilledRunIsReplaced)
 // On a file system that does not store the mark.
 TEST(Archive, PartWithoutAMarkIsReplacedIfTheRecordingHasItsContent)
 {
-    for (const int size : {0, 100, Scene::Content("a.ZU").size()}) {
+    for (const int size : {0, 100, static_cast<int>(Scene::Content("a.ZU").size())}) {
         const Scene scene(0);
         QFile part(scene.Archive("a.ZU.part"));
         ASSERT_TRUE(part.open(QIODevice::WriteOnly) && part.write(Scene::Content("a.ZU").left(size)) == size);

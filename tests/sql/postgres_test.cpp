@@ -84,9 +84,11 @@ TEST_F(PostgresTest, PermissionIsExplained)
     Server().Psql("CREATE ROLE reader LOGIN");
     sql::Postgres reader(QString(address).replace("zucmtr@", "reader@"));
     const sql::Failure failure = FailureOf([&] { reader.One("SELECT count(*) FROM t"); });
-    EXPECT_EQ(failure.Message(),
-              "the role 'reader' lacks a permission on the server (permission denied for table t); the owner of the "
-              "tables or the server's administrator can give it with GRANT, or name another role in the address");
+    EXPECT_EQ(
+        failure.Message(),
+        "the role 'reader' lacks a permission on the server (permission denied for table t); the owner of "
+        "the "
+        "tables or the server's administrator can give it with GRANT, or name another role in the address");
     EXPECT_EQ(failure.trouble, Trouble::Other);
 }
 

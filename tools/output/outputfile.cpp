@@ -19,8 +19,8 @@ namespace output {
 
 namespace {
 
-// Without this, a reader that goes away would end the program; now the write fails, and that can be reported. Standard
-// output is left out: there a reader that has seen enough ends the program, as in every command.
+// Without this, a reader that goes away would end the program; now the write fails, and that can be reported.
+// Standard output is left out: there a reader that has seen enough ends the program, as in every command.
 class NoBrokenPipe
 {
 public:
@@ -35,7 +35,8 @@ public:
     {
         const int failure = errno;
         const timespec atOnce = {};
-        while (sigismember(&before, SIGPIPE) == 0 && sigismember(&pipe, SIGPIPE) == 1 && sigtimedwait(&pipe, nullptr, &atOnce) > 0) {
+        while (sigismember(&before, SIGPIPE) == 0 && sigismember(&pipe, SIGPIPE) == 1 &&
+               sigtimedwait(&pipe, nullptr, &atOnce) > 0) {
         }
         pthread_sigmask(SIG_SETMASK, &before, nullptr);
         errno = failure;

@@ -47,20 +47,24 @@ QString MissingPermission(const QString& path, bool writes)
 {
     const QString directory = QFileInfo(path).absolutePath();
     if (IsDenied(directory, X_OK))
-        return Filled(Tr("sql", "user '%1' may not enter the directory '%2'; its owner '%3' can permit that, as by a "
-                                "group and chmod g+x"),
-                      directory);
+        return Filled(
+            Tr("sql", "user '%1' may not enter the directory '%2'; its owner '%3' can permit that, as by a "
+                      "group and chmod g+x"),
+            directory);
     if (IsDenied(path, R_OK))
-        return Filled(Tr("sql", "user '%1' may not read the file '%2'; its owner '%3' can permit that, as by a group "
-                                "and chmod g+r"),
-                      path);
+        return Filled(
+            Tr("sql", "user '%1' may not read the file '%2'; its owner '%3' can permit that, as by a group "
+                      "and chmod g+r"),
+            path);
     if (writes && IsDenied(path, W_OK))
-        return Filled(Tr("sql", "user '%1' may not write to the file '%2'; its owner '%3' can permit that, as by a "
-                                "group and chmod g+w"),
+        return Filled(Tr("sql",
+                         "user '%1' may not write to the file '%2'; its owner '%3' can permit that, as by a "
+                         "group and chmod g+w"),
                       path);
     if (writes && IsDenied(directory, W_OK))
-        return Filled(Tr("sql", "user '%1' may not make files in the directory '%2', where the database needs some "
-                                "beside it; its owner '%3' can permit that, as by a group and chmod g+wx"),
+        return Filled(Tr("sql",
+                         "user '%1' may not make files in the directory '%2', where the database needs some "
+                         "beside it; its owner '%3' can permit that, as by a group and chmod g+wx"),
                       directory);
     return {};
 }

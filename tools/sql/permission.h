@@ -5,8 +5,9 @@
 
 namespace sql {
 
-/// A sentence for a file that the user of this process may not read (or write to, if writes), or whose directory they may
-/// not enter (or make files in, if writes: SQLite has its journal beside the database). Empty if they may.
+/// A sentence for a file that the user of this process may not read (or write to, if writes), or whose
+/// directory they may not enter (or make files in, if writes: SQLite has its journal beside the database).
+/// Empty if they may.
 QString MissingPermission(const QString& path, bool writes);
 
 } // namespace sql

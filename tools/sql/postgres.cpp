@@ -114,7 +114,8 @@ Trouble TroubleOf(const QString& state)
 QString Explained(const QString& state, const QString& text, const QString& role)
 {
     if (state.startsWith(QLatin1String("42501")))
-        return Tr("sql", "the role '%1' lacks a permission on the server (%2); the owner of the tables or the server's "
+        return Tr("sql", "the role '%1' lacks a permission on the server (%2); the owner of the tables or "
+                         "the server's "
                          "administrator can give it with GRANT, or name another role in the address")
             .arg(role, text);
     if (state.startsWith(QLatin1String("25006")))

@@ -174,7 +174,7 @@ TEST(AnalogChannelFailure, FileEndsInTheData)
 {
     for (const AnalogChannel& channel : {Plain({1, 2, 3, 4}), Compressed({1, 2, 3, 4}, 2)}) {
         const QByteArray bytes = Encode(Recording().Add(channel));
-        for (const int size : {263 + 130, bytes.size() - 1}) {
+        for (const int size : {263 + 130, static_cast<int>(bytes.size()) - 1}) {
             LoadedFile file(bytes.left(size));
             EXPECT_FALSE(file.Ok());
             EXPECT_EQ(file->ErrorDetail, shortData);

@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <random>
 
 using recorderfile::CompressedArea;
@@ -88,11 +89,16 @@ Area WithFlippedBits(Random& random)
     return area;
 }
 
+void SetTotal(Area& area, uint32_t total)
+{
+    std::memcpy(area.bytes.data(), &total, sizeof total);
+}
+
 Area WithOtherTotal(Random& random)
 {
     Area area = Good(random);
     const uint32_t total = random.OneIn(8) ? random.Between(0, 0xFFFFFFFE) : random.Between(0, 200);
-    area.bytes.replace(0, 4, reinterpret_cast<const char*>(&total), 4);
+    SetTotal(area, total);
     return area;
 }
 
@@ -102,7 +108,7 @@ Area WithOtherPoints(Random& random)
     area.points = random.OneIn(2) ? random.Between(0, 200) : area.points - 1 + 2 * random.Between(0, 1);
     if (random.OneIn(2)) {
         const uint32_t total = 2 * area.points;
-        area.bytes.replace(0, 4, reinterpret_cast<const char*>(&total), 4);
+        SetTotal(area, total);
     }
     return area;
 }

@@ -1,8 +1,8 @@
 // Ctrl-C and SIGTERM: the first signal lets the current work finish, the second ends the program at once.
 //
-// A reader of standard output that goes away, as in 'zucmtr events *.ZU | head', ends every command without a word, and
-// the shell has 141 as its exit code. By default the system does that; a command that has to clear something away first
-// has the signal count as an interruption.
+// A reader of standard output that goes away, as in 'zucmtr events *.ZU | head', ends every command without a
+// word, and the shell has 141 as its exit code. By default the system does that; a command that has to clear
+// something away first has the signal count as an interruption.
 #pragma once
 
 namespace interrupt {

@@ -29,7 +29,8 @@ QByteArray CrashText(int signal)
 JournalCopy::JournalCopy(const QString& catalogue, const journalcopier::Name& name,
                          std::chrono::milliseconds firstPause_)
     : task{[catalogue, name] { return journalcopier::New(catalogue, name); }, CrashText, {}},
-      process(std::make_unique<SideProcess>(task)), firstPause(std::max(firstPause_, ShortestPause)), pause(firstPause)
+      process(std::make_unique<SideProcess>(task)), firstPause(std::max(firstPause_, ShortestPause)),
+      pause(firstPause)
 {}
 
 // What the copy has is unknown after a failure; then it gets all of the journal, and writes what differs.
@@ -57,8 +58,8 @@ void JournalCopy::Step(WatchJournal& journal)
     }
 }
 
-// Somebody has ended it, or the system for lack of memory. The new one must not keep the journal's lock if the program is
-// killed.
+// Somebody has ended it, or the system for lack of memory. The new one must not keep the journal's lock if
+// the program is killed.
 void JournalCopy::StartAgain(WatchJournal& journal)
 {
     task.letGo = [&journal] { journal.LetGo(); };
