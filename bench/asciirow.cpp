@@ -71,18 +71,18 @@ void bench::MeasureAsciiRecords(const Settings& settings, Report& report)
     const RecordValues values(recording.First(), device.Parameters());
     const PlainRecords records = values.Records();
 
-    Fastest library;
-    Fastest plain;
+    Contest contest;
     const QString libraryFile = scratch.Path(QStringLiteral("library.dat"));
     const QString plainFile = scratch.Path(QStringLiteral("plain.dat"));
-    for (int round = 0; round < settings.rounds; ++round) {
+    while (contest.GoesOn(settings)) {
         QFile::remove(libraryFile);
-        library.Add(SecondsOf([&] { recording.WriteDat(libraryFile); }));
+        const double measured = SecondsOf([&] { recording.WriteDat(libraryFile); });
         QFile::remove(plainFile);
-        plain.Add(SecondsOf([&] { WritePlainRecords(QFile::encodeName(plainFile).constData(), &records); }));
+        const double plain =
+            SecondsOf([&] { WritePlainRecords(QFile::encodeName(plainFile).constData(), &records); });
+        contest.Add(plain, measured);
     }
     if (!AreEqual(libraryFile, plainFile))
         throw std::runtime_error("the plain program writes other records");
-    report.AtLeast(8, plain.Seconds() / library.Seconds(), "ASCII records, 64 analog and 128 discrete",
-                   "fprintf " + TimeText(plain.Seconds()), TimeText(library.Seconds()));
+    report.SpeedAtLeast(8, contest, "ASCII records, 64 analog and 128 discrete", "fprintf");
 }

@@ -30,6 +30,7 @@ const Row rows[] = {
     {"typical", bench::MeasureTypical},
     {"states", bench::MeasureStates},
     {"matching", bench::MeasureMatching},
+    {"start", bench::MeasureStart},
     {"segments", bench::MeasureSegments},
     {"growth", bench::MeasureGrowth},
     {"memory", bench::MeasureMemory},
@@ -105,7 +106,7 @@ int main(int count, char** arguments)
     app.add_option("--dir", directory, "Where the workloads go, a memory file system (/dev/shm)")
         ->check(CLI::ExistingDirectory)
         ->take_last();
-    app.add_option("--rounds", settings.rounds, "Repetitions; the shortest time counts (5)")
+    app.add_option("--rounds", settings.rounds, "Rounds of both sides in turn; the shortest times count (9)")
         ->check(CLI::Range(1, 1000));
     app.add_flag("--quick", settings.quick, "Smaller workloads, to see that everything runs");
     app.add_option("--row", names, "Rows to measure (all)")->check(CLI::IsMember(RowNames()));

@@ -4,6 +4,7 @@
 #include "processors.h"
 #include "rows.h"
 
+#include <algorithm>
 #include <cstring>
 #include <stdexcept>
 #include <unistd.h>
@@ -36,36 +37,36 @@ void Use(const void* data)
     asm volatile("" : : "r"(data) : "memory");
 }
 
-struct Times
-{
-    bench::Fastest decoding;
-    bench::Fastest copying;
-};
-
+// One round: the shortest of several runs of each side.
 void MeasureRound(const bench::DeltaData& data, const zu::ItemDecoderTable& decoders,
-                  std::vector<int16_t>& target, Times& times)
+                  std::vector<int16_t>& target, bench::Contest& contest)
 {
+    bench::Fastest copying;
+    bench::Fastest decoding;
     for (int run = 0; run < RunsInRound; ++run)
-        times.copying.Add(bench::SecondsOf([&] {
+        copying.Add(bench::ElapsedSecondsOf([&] {
             std::memcpy(target.data(), data.samples.data(), data.samples.size() * sizeof(int16_t));
             Use(target.data());
         }));
     for (int run = 0; run < RunsInRound; ++run)
-        times.decoding.Add(bench::SecondsOf([&] { bench::Expand(data, target, decoders); }));
+        decoding.Add(bench::ElapsedSecondsOf([&] { bench::Expand(data, target, decoders); }));
     if (target != data.samples)
         throw std::runtime_error("the decoder gives other samples");
+    contest.Add(copying.Seconds(), decoding.Seconds());
 }
 
 // The times of width codes 1 to 15.
-std::vector<Times> MeasureWidths(const bench::Settings& settings, const zu::ItemDecoderTable& decoders)
+std::vector<bench::Contest> MeasureWidths(const bench::Settings& settings,
+                                          const zu::ItemDecoderTable& decoders)
 {
     std::vector<int16_t> target(Points);
     std::vector<bench::DeltaData> data;
     for (int code = 1; code <= 15; ++code)
         data.push_back(bench::MakeDeltaData(code, Points));
-    std::vector<Times> all(data.size());
+    std::vector<bench::Contest> all(data.size());
     // The rounds of a width are spread over time, so that another program does not disturb all of them.
-    for (int round = 0; round < 4 * settings.rounds; ++round) {
+    const auto goesOn = [&](const bench::Contest& contest) { return contest.GoesOn(settings); };
+    while (std::any_of(all.begin(), all.end(), goesOn)) {
         for (size_t i = 0; i < data.size(); ++i)
             MeasureRound(data[i], decoders, target, all[i]);
     }
@@ -79,30 +80,24 @@ void bench::MeasureDecoding(const Settings& settings, Report& report)
     const size_t bytes = Points * sizeof(int16_t);
     report.Detail("decoding: " + std::to_string(bytes / 1000) + " KB of samples a run",
                   "memcpy's two buffers fit " + CacheFor(2 * bytes));
-    const std::vector<Times> all = MeasureWidths(settings, zu::ItemDecoders());
-    for (int code = 1; code <= 15; ++code) {
-        const Times& times = all[static_cast<size_t>(code - 1)];
-        report.AtMost(code == 7 || code == 15 ? 3 : 6, times.decoding.Seconds() / times.copying.Seconds(),
-                      "decoding, width code " + std::to_string(code),
-                      "memcpy " + TimeText(times.copying.Seconds()), TimeText(times.decoding.Seconds()));
-    }
+    const std::vector<Contest> all = MeasureWidths(settings, zu::ItemDecoders());
+    for (int code = 1; code <= 15; ++code)
+        report.AtMost(code == 7 || code == 15 ? 3 : 6, all[static_cast<size_t>(code - 1)],
+                      "decoding, width code " + std::to_string(code), "memcpy");
 }
 
 void bench::MeasureDecodingBySets(const Settings& settings, Report& report)
 {
     for (const Processor& processor : OlderProcessors()) {
-        const std::vector<Times> all = MeasureWidths(settings, zu::ItemDecodersFor(processor.targets));
+        const std::vector<Contest> all = MeasureWidths(settings, zu::ItemDecodersFor(processor.targets));
         for (int code = 1; code <= 15; ++code) {
-            const Times& times = all[static_cast<size_t>(code - 1)];
-            const double ratio = times.decoding.Seconds() / times.copying.Seconds();
+            const Contest& contest = all[static_cast<size_t>(code - 1)];
             const std::string workload =
                 std::string("decoding, ") + processor.name + ", width code " + std::to_string(code);
-            const std::string limit = "memcpy " + TimeText(times.copying.Seconds());
-            const std::string measured = TimeText(times.decoding.Seconds());
             if (processor.targets != 0)
-                report.AtMost(8, ratio, workload, limit, measured);
+                report.AtMost(8, contest, workload, "memcpy");
             else
-                report.Ratio(ratio, workload, limit, measured);
+                report.Ratio(contest, workload, "memcpy");
         }
     }
 }

@@ -32,20 +32,19 @@ void Measure(const ExportRow& row, const QString& base, const bench::Scratch& sc
     forms::Source source;
     source.path = base + QStringLiteral(".cfg");
     const QStringList inputs = {source.path, base + QStringLiteral(".dat")};
-    bench::Fastest exporting;
-    bench::Fastest limit;
-    for (int round = 0; round < settings.rounds; ++round) {
+    bench::Contest contest;
+    while (contest.GoesOn(settings)) {
         const QString out = scratch.EmptyDirectory(QStringLiteral("out"));
-        exporting.Add(
-            bench::SecondsOf([&] { forms::Export(source, request, out + QStringLiteral("/record")); }));
+        const double measured =
+            bench::ElapsedSecondsOf([&] { forms::Export(source, request, out + QStringLiteral("/record")); });
         const QString copies = scratch.EmptyDirectory(QStringLiteral("copy"));
-        limit.Add(bench::SecondsOf([&] {
+        const double limit = bench::ElapsedSecondsOf([&] {
             bench::ReadThrough(inputs);
             bench::CopyWithCp(scratch.Files(QStringLiteral("out")), copies);
-        }));
+        });
+        contest.Add(limit, measured);
     }
-    report.AtMost(row.target, exporting.Seconds() / limit.Seconds(), row.workload,
-                  "read + cp " + bench::TimeText(limit.Seconds()), bench::TimeText(exporting.Seconds()));
+    report.AtMost(row.target, contest, row.workload, "read + cp");
 }
 
 } // namespace

@@ -28,7 +28,7 @@ struct Match
         ResorterZuCmtrConv& resorter = *device.Parameters().Resorter;
         device.Parameters().ClearLog();
         resorter.ClearPrevFileAnIndexes();
-        const double seconds = bench::SecondsOf([&] { resorter.SortZuFile(&file); });
+        const double seconds = bench::ElapsedSecondsOf([&] { resorter.SortZuFile(&file); });
         const auto last = static_cast<unsigned int>(entries - 1);
         if (resorter.PrevFileAnMatched != file.AnChannels.size() || resorter.PrevFileAnIndexes.at(0) != last)
             throw std::runtime_error("the dictionary does not match the channels");
@@ -47,14 +47,15 @@ void bench::MeasureMatching(const Settings& settings, Report& report)
 {
     Match few(Few, settings.directory);
     Match many(Many, settings.directory);
-    Fastest fewTime;
-    Fastest manyTime;
-    for (int round = 0; round < settings.rounds; ++round) {
-        for (int run = 0; run < RunsInRound; ++run)
+    Contest contest;
+    while (contest.GoesOn(settings)) {
+        Fastest fewTime;
+        Fastest manyTime;
+        for (int run = 0; run < RunsInRound; ++run) {
             fewTime.Add(few.Sort());
-        for (int run = 0; run < RunsInRound; ++run)
             manyTime.Add(many.Sort());
+        }
+        contest.Add(fewTime.Seconds(), manyTime.Seconds());
     }
-    report.AtMost(12, manyTime.Seconds() / fewTime.Seconds(), "matching, 4000 channels and entries, reversed",
-                  "400 of them " + TimeText(fewTime.Seconds()), TimeText(manyTime.Seconds()));
+    report.AtMost(12, contest, "matching, 4000 channels and entries, reversed", "400 of them");
 }

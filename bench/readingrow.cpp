@@ -45,21 +45,14 @@ void bench::MeasureReading(const Settings& settings, Report& report)
     WriteLargeRecord(ascii, comtrade::DataType::Ascii, samples);
     WriteLargeRecord(binary, comtrade::DataType::Binary, samples);
     std::vector<char> buffer(size_t{1} << 20U);
-    const auto measure = [&](const QString& base, Fastest& bytes, Fastest& record) {
-        bytes.Add(SecondsOf([&] { ReadBytes(base + QStringLiteral(".dat"), buffer); }));
-        record.Add(SecondsOf([&] { ReadRecord(base + QStringLiteral(".cfg"), samples); }));
+    const auto measure = [&](const QString& base) {
+        Contest contest;
+        while (contest.GoesOn(settings)) {
+            const double bytes = ElapsedSecondsOf([&] { ReadBytes(base + QStringLiteral(".dat"), buffer); });
+            contest.Add(bytes, ElapsedSecondsOf([&] { ReadRecord(base + QStringLiteral(".cfg"), samples); }));
+        }
+        return contest;
     };
-    Fastest asciiBytes;
-    Fastest asciiRecord;
-    Fastest binaryBytes;
-    Fastest binaryRecord;
-    for (int round = 0; round < 4 * settings.rounds; ++round) {
-        measure(ascii, asciiBytes, asciiRecord);
-        measure(binary, binaryBytes, binaryRecord);
-    }
-    report.AtLeast(0.4, asciiBytes.Seconds() / asciiRecord.Seconds(),
-                   "reading ASCII, speed against its bytes", "read " + TimeText(asciiBytes.Seconds()),
-                   TimeText(asciiRecord.Seconds()));
-    report.Detail("reading BINARY; its bytes " + TimeText(binaryBytes.Seconds()),
-                  TimeText(binaryRecord.Seconds()));
+    report.SpeedAtLeast(0.4, measure(ascii), "reading ASCII, speed against its bytes", "read");
+    report.Ratio(measure(binary), "reading BINARY", "read");
 }

@@ -1,5 +1,7 @@
 #include "report.h"
 
+#include "measure.h"
+
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
@@ -16,6 +18,12 @@ std::string Text(const char* format, double value)
 const char* Verdict(bool met)
 {
     return met ? "met" : "NOT MET";
+}
+
+// What the result of a row adds if its thirds differ: from which ratio to which.
+std::string Unsteadiness(bool steady, double lowest, double highest)
+{
+    return steady ? "" : Text(", NOT STEADY: %.2f", lowest) + Text(" to %.2f", highest);
 }
 
 } // namespace
@@ -48,10 +56,29 @@ void Report::AtLeast(double target, double ratio, const std::string& workload, c
                      Verdict(ratio >= target)});
 }
 
-void Report::Ratio(double ratio, const std::string& workload, const std::string& limit,
-                   const std::string& measured)
+void Report::AtMost(double target, const Contest& contest, const std::string& workload,
+                    const std::string& limit)
 {
-    lines.push_back({workload, limit, measured, Text("%.2f", ratio), "", ""});
+    AtMost(target, contest.Ratio(), workload, limit + " " + TimeText(contest.Limit()),
+           TimeText(contest.Measured()));
+    lines.back().back() +=
+        Unsteadiness(contest.IsSteady(), contest.Thirds().lowest, contest.Thirds().highest);
+}
+
+void Report::SpeedAtLeast(double target, const Contest& contest, const std::string& workload,
+                          const std::string& limit)
+{
+    AtLeast(target, 1 / contest.Ratio(), workload, limit + " " + TimeText(contest.Limit()),
+            TimeText(contest.Measured()));
+    lines.back().back() +=
+        Unsteadiness(contest.IsSteady(), 1 / contest.Thirds().highest, 1 / contest.Thirds().lowest);
+}
+
+void Report::Ratio(const Contest& contest, const std::string& workload, const std::string& limit)
+{
+    lines.push_back({workload, limit + " " + TimeText(contest.Limit()), TimeText(contest.Measured()),
+                     Text("%.2f", contest.Ratio()), "",
+                     Unsteadiness(contest.IsSteady(), contest.Thirds().lowest, contest.Thirds().highest)});
 }
 
 void Report::Detail(const std::string& workload, const std::string& measured)

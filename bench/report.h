@@ -13,6 +13,8 @@ std::string TimeText(double seconds);
 /// A number of bytes in MB of 1000000 bytes.
 std::string MegabyteText(double bytes);
 
+class Contest;
+
 /// One line per measurement, printed as a table for a Markdown document.
 class Report
 {
@@ -25,9 +27,15 @@ public:
     void AtLeast(double target, double ratio, const std::string& workload, const std::string& limit,
                  const std::string& measured);
 
-    /// A measurement with a ratio to its limit, but no target.
-    void Ratio(double ratio, const std::string& workload, const std::string& limit,
-               const std::string& measured);
+    /// The same for a contest, whose limit has a name. The result says so if it is not steady.
+    void AtMost(double target, const Contest& contest, const std::string& workload, const std::string& limit);
+
+    /// The speed of a contest's measured side against its limit, likewise.
+    void SpeedAtLeast(double target, const Contest& contest, const std::string& workload,
+                      const std::string& limit);
+
+    /// A contest without a target.
+    void Ratio(const Contest& contest, const std::string& workload, const std::string& limit);
 
     /// A measurement without a target, which explains another one.
     void Detail(const std::string& workload, const std::string& measured);

@@ -11,7 +11,7 @@ namespace bench {
 struct Settings
 {
     QString directory; // on the file system to measure
-    int rounds = 5;    // repetitions of each time, of which the shortest counts
+    int rounds = 9;    // of both sides in turn; the shortest time of each counts
     bool quick = false;
 };
 
@@ -42,6 +42,9 @@ void MeasureSegments(const Settings& settings, Report& report);
 
 /// The time of conversions by channels and length.
 void MeasureGrowth(const Settings& settings, Report& report);
+
+/// The start of the program, alone and with one recording to convert.
+void MeasureStart(const Settings& settings, Report& report);
 
 /// Peak resident memory against the size of the samples.
 void MeasureMemory(const Settings& settings, Report& report);

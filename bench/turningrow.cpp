@@ -5,6 +5,7 @@
 #include "rows.h"
 #include "writers/coderows.h"
 
+#include <algorithm>
 #include <cstring>
 #include <numeric>
 
@@ -35,28 +36,27 @@ void bench::MeasureTurning(const Settings& settings, Report& report)
     std::vector<unsigned int> order(Channels);
     std::iota(order.begin(), order.end(), 0U);
     const std::vector<Processor> processors = OlderProcessors();
-    std::vector<Fastest> turning(processors.size());
-    Fastest copying;
-    std::vector<qint16> copy(Codes /
-                             16); // a part of them, so that it stays in the cache like a block of rows
-    for (int round = 0; round < 4 * settings.rounds; ++round) {
-        copying.Add(SecondsOf([&] {
-            for (const AnChannelData* channel : segment.AnChannels) {
-                std::memcpy(copy.data(), channel->Samples, Points * sizeof(qint16));
-                asm volatile("" : : "r"(copy.data()) : "memory");
-            }
-        }));
+    std::vector<Contest> contests(processors.size());
+    // A part of the codes, so that it stays in the cache like a block of rows.
+    std::vector<qint16> copy(Codes / 16);
+    const auto copyAll = [&] {
+        for (const AnChannelData* channel : segment.AnChannels) {
+            std::memcpy(copy.data(), channel->Samples, Points * sizeof(qint16));
+            asm volatile("" : : "r"(copy.data()) : "memory");
+        }
+    };
+    const auto goesOn = [&](const Contest& contest) { return contest.GoesOn(settings); };
+    while (std::any_of(contests.begin(), contests.end(), goesOn)) {
         for (size_t i = 0; i < processors.size(); ++i) {
             CodeRows rows(Channels, zu::TileTurnerFor(processors[i].targets));
             rows.Enter(segment, order);
-            turning[i].Add(SecondsOf([&] {
-                for (size_t sample = 0; sample < Points; sample += 64)
-                    rows.Row(sample);
-            }));
+            const double copying = SecondsOf(copyAll);
+            contests[i].Add(copying, SecondsOf([&] {
+                                for (size_t sample = 0; sample < Points; sample += 64)
+                                    rows.Row(sample);
+                            }));
         }
     }
     for (size_t i = 0; i < processors.size(); ++i)
-        report.Ratio(turning[i].Seconds() / copying.Seconds(),
-                     std::string("columns into rows, ") + processors[i].name,
-                     "memcpy " + TimeText(copying.Seconds()), TimeText(turning[i].Seconds()));
+        report.Ratio(contests[i], std::string("columns into rows, ") + processors[i].name, "memcpy");
 }

@@ -6,8 +6,8 @@
 # --orders    what runs in each clone, d for ./demo.sh and t for ./test.sh, first root's, then the user's;
 #             default: dtd,tdt, which has each command before and after the other
 # DIRECTORY   for the root and the logs (4 GB), removed at the end if it was made here; default: under /var/tmp
-# Needs root, debootstrap and the machine's apt sources, which the root takes over. Nothing of the machine is bound into
-# the root; its mounts go with the process.
+# Needs root, debootstrap and apt sources of Debian, of whatever release: the root takes its own suites from the same mirror.
+# Nothing of the machine is bound into the root; its mounts go with the process.
 set -eu
 
 release=bookworm
@@ -51,39 +51,7 @@ say() { printf '\n== %s\n' "$*"; }
 inside() { chroot "$root" /usr/bin/env -i PATH=/usr/sbin:/usr/bin:/sbin:/bin TERM=dumb HOME=/root "$@"; }
 
 say "a bare root of $release"
-# shellcheck disable=SC2016
-mirror=$(apt-get indextargets --format '$(REPO_URI)' 'Created-By: Packages' | grep '/debian/$' | head -n 1)
-debootstrap --variant=minbase "$release" "$root" "$mirror" >"$top/debootstrap.log" ||
-    { tail -n 20 "$top/debootstrap.log" >&2; exit 1; }
-for node in null:1:3 zero:1:5 full:1:7 random:1:8 urandom:1:9 tty:5:0; do
-    IFS=: read -r name major minor <<END
-$node
-END
-    rm -f "$root/dev/$name"
-    mknod -m 666 "$root/dev/$name" c "$major" "$minor"
-done
-mkdir -p "$root/dev/pts" "$root/dev/shm"
-mount -t proc proc "$root/proc"
-mount -t sysfs -o ro sysfs "$root/sys"
-mount -t tmpfs -o mode=1777 tmpfs "$root/dev/shm"
-mount -t devpts -o newinstance,ptmxmode=666,mode=620 devpts "$root/dev/pts"
-ln -sfn pts/ptmx "$root/dev/ptmx"
-ln -sfn /proc/self/fd "$root/dev/fd"
-for stream in stdin:0 stdout:1 stderr:2; do
-    ln -sfn "/proc/self/fd/${stream#*:}" "$root/dev/${stream%:*}"
-done
-# Packages come from where the machine has them.
-for setting in /etc/resolv.conf /etc/hosts; do
-    [ ! -e "$setting" ] || cp -L "$setting" "$root/etc/"
-done
-rm -f "$root/etc/apt/sources.list"
-for place in sources.list sources.list.d auth.conf.d trusted.gpg.d keyrings preferences.d; do
-    [ ! -e "/etc/apt/$place" ] || cp -a "/etc/apt/$place" "$root/etc/apt/"
-done
-here=$(sed -n 's/^VERSION_CODENAME=//p' /etc/os-release)
-find "$root/etc/apt" -name '*.sources' -exec sed -i "s/\b$here\b/$release/g" {} +
-apt-config dump | grep '^Acquire::\(Check-\|http\)' >"$root/etc/apt/apt.conf.d/99fresh" || true
-inside apt-get update -qq
+scripts/bare-root.sh "$release" "$root"
 inside env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends sudo >"$top/sudo.log" 2>&1
 inside useradd --create-home --shell /bin/sh engineer
 echo 'engineer ALL=(ALL) NOPASSWD: ALL' >"$root/etc/sudoers.d/engineer"

@@ -1,24 +1,31 @@
 #!/bin/sh
 # Installs what the given jobs need from Debian's packages; does nothing if all of it is there.
 #   scripts/install-packages.sh [build] [test] [python] [view] [lint] [fuzz] [bench] [coverage] [fleet] [arm64] [qt6]
+#                               [package]
 set -eu
 
 packages=
 for job in "${@:-build}"; do
     case $job in
     build) packages="$packages g++ cmake ninja-build pkg-config qtbase5-dev qttools5-dev qttools5-dev-tools libcli11-dev libeigen3-dev libhwy-dev libqt5svg5-dev libsqlite3-dev libssl-dev libuchardet-dev libmatio-dev pybind11-dev python3-dev libjs-dygraphs fonts-dejavu-core python3 libgtest-dev" ;;
-    test) packages="$packages binutils dpkg-dev file libqt5sql5-psql lintian man-db parallel postgresql python3-jsonschema python3-prometheus-client python3-scipy systemd zsh" ;;
+    test) packages="$packages apparmor binutils dpkg-dev libqt5sql5-psql man-db parallel postgresql python3-jsonschema python3-prometheus-client python3-scipy strace systemd zsh" ;;
     python) packages="$packages python3-dbg python3-numpy python3-pandas python3-xarray python3-matplotlib python3-dask mypy python3-pip python3-skbuild python3-setuptools python3-wheel" ;;
-    view) packages="$packages chromium chromium-driver python3-selenium" ;;
-    lint) packages="$packages clang-format clang-tidy shellcheck" ;;
-    fuzz) packages="$packages clang libclang-rt-14-dev" ;;
+    view) packages="$packages chromium chromium-driver chromium-headless-shell python3-selenium" ;;
+    lint) packages="$packages clang-format-19 clang-tidy-19 shellcheck" ;; # as in scripts/lint.sh
+    fuzz) packages="$packages clang libclang-rt-dev" ;;
     bench) packages="$packages libbenchmark-dev" ;;
+<<<<<<< HEAD
+    qt6) packages="$packages qt6-base-dev qt6-tools-dev qt6-l10n-tools libqt6svg6-dev libqt6sql6-psql libgl-dev" ;;
+    arm64) packages="$packages g++-aarch64-linux-gnu qemu-user-static" ;;
+=======
     qt6) packages="$packages qt6-base-dev qt6-tools-dev qt6-l10n-tools libqt6svg6-dev libqt6sql6-psql" ;;
     arm64) packages="$packages g++-aarch64-linux-gnu qemu-user" ;;
+>>>>>>> qt6
     coverage) packages="$packages gcovr" ;;
+    package) packages="$packages autopkgtest debhelper debootstrap devscripts dh-apparmor dh-python diffoscope-minimal dpkg-dev lintian locales" ;;
     fleet) packages="$packages iproute2 munge openssh-client openssh-server openssl parallel slurm-client slurmctld slurmd" ;;
     *)
-        echo "install-packages.sh: no such job: $job (build, test, python, view, lint, fuzz, bench, coverage, fleet, arm64, qt6)" >&2
+        echo "install-packages.sh: no such job: $job (build, test, python, view, lint, fuzz, bench, coverage, fleet, arm64, qt6, package)" >&2
         exit 2
         ;;
     esac

@@ -1,8 +1,9 @@
 #!/usr/bin/env python3
 """Makes the manual pages and shell completions of zucmtr from the program's own description of its commands.
 
-generate.py PROGRAM VERSION DATE DIRECTORY: into man/, bash/ and zsh/ of the directory, which are made anew. The manual
-pages are there in English and in Russian, as `man` finds them where MANPATH names man/.
+generate.py VERSION DATE DIRECTORY PROGRAM...: into man/, bash/ and zsh/ of the directory, which are made anew. The manual
+pages are there in English and in Russian, as `man` finds them where MANPATH names man/. An emulator may come before a
+program of another processor.
 """
 
 import gzip
@@ -20,7 +21,7 @@ import manpages
 TEMPLATES = pathlib.Path(__file__).parent
 
 
-def main(program, version, date, directory):
+def main(version, date, directory, *program):
     files = {}
     for language in manpages.LANGUAGES:
         root = read_commands(program, language.locale)
@@ -42,7 +43,7 @@ def read_commands(program, locale):
     """The program and its commands, with the names of tools/zucmtr/terminal/helpdump.h as attributes, in the language
     of a locale. The program finds its texts by the locale's name, so that it need not be installed."""
     environment = dict(os.environ, LC_ALL=locale, LANGUAGE="")
-    result = subprocess.run([program, "help", "--dump-json"], env=environment, stdout=subprocess.PIPE, timeout=60,
+    result = subprocess.run([*program, "help", "--dump-json"], env=environment, stdout=subprocess.PIPE, timeout=60,
                             check=True)
     return json.loads(result.stdout, object_hook=lambda keys: SimpleNamespace(**keys))
 
@@ -64,6 +65,6 @@ def _filled(template, mark, text):
 
 
 if __name__ == "__main__":
-    if len(sys.argv) != 5:
+    if len(sys.argv) < 5:
         sys.exit(__doc__)
-    main(sys.argv[1], sys.argv[2], sys.argv[3], pathlib.Path(sys.argv[4]))
+    main(sys.argv[1], sys.argv[2], pathlib.Path(sys.argv[3]), *sys.argv[4:])

@@ -10,7 +10,8 @@ QString zu::DecodedText(QIODevice& device, QTextCodec* codec)
     const QTextCodec* found = nullptr;
     QTextCodec::ConverterState state; // holds what is cut off at the end of a piece
     QString text;
-    // Deliberate: pieces as QTextStream reads them; bytes that are no UTF-8 at their ends become the same texts.
+    // Deliberate: pieces as QTextStream reads them; bytes that are no UTF-8 at their ends become the same
+    // texts.
     constexpr qint64 piece = 16384;
     while (!device.atEnd()) {
         const QByteArray bytes = device.read(piece);

@@ -40,20 +40,20 @@
     ZU_IF_AVX2(name, targets, ZU_IF_SSSE3(name, targets, ZU_IF_NEON(name, targets, portable)))
 
 #if HWY_TARGETS & HWY_AVX2
-#define ZU_IF_AVX2(name, targets, rest) (((targets)&HWY_AVX2) != 0 ? N_AVX2::name : (rest))
+#define ZU_IF_AVX2(name, targets, rest) (((targets) & HWY_AVX2) != 0 ? N_AVX2::name : (rest))
 #else
 #define ZU_IF_AVX2(name, targets, rest) (rest)
 #endif
 #if HWY_TARGETS & HWY_SSSE3
-#define ZU_IF_SSSE3(name, targets, rest) (((targets)&HWY_SSSE3) != 0 ? N_SSSE3::name : (rest))
+#define ZU_IF_SSSE3(name, targets, rest) (((targets) & HWY_SSSE3) != 0 ? N_SSSE3::name : (rest))
 #else
 #define ZU_IF_SSSE3(name, targets, rest) (rest)
 #endif
 #if HWY_TARGETS & HWY_NEON
-#define ZU_IF_NEON(name, targets, rest) (((targets)&HWY_NEON) != 0 ? N_NEON::name : (rest))
+#define ZU_IF_NEON(name, targets, rest) (((targets) & HWY_NEON) != 0 ? N_NEON::name : (rest))
 #elif HWY_TARGETS & ZU_NEON_WITHOUT_AES
 #define ZU_IF_NEON(name, targets, rest)                                                                      \
-    (((targets)&ZU_NEON_WITHOUT_AES) != 0 ? N_NEON_WITHOUT_AES::name : (rest))
+    (((targets) & ZU_NEON_WITHOUT_AES) != 0 ? N_NEON_WITHOUT_AES::name : (rest))
 #else
 #define ZU_IF_NEON(name, targets, rest) (static_cast<void>(targets), rest)
 #endif

@@ -24,14 +24,14 @@ struct IniKey
     const char* key;
     const char* sample; // value in a new section of defaults; null: the key is left out
     Presence presence;
-    QString Param::*tagNeeds;         // QuietWhenEmpty: tagged when absent only if this is not empty
-    QString Param::*text = nullptr;   // one of these three is the field
-    bool Param::*flag = nullptr;      //
-    quint32 Param::*number = nullptr; //
-    int lowest = 0, highest = 0;      // accepted numbers
+    QString Param::* tagNeeds;         // QuietWhenEmpty: tagged when absent only if this is not empty
+    QString Param::* text = nullptr;   // one of these three is the field
+    bool Param::* flag = nullptr;      //
+    quint32 Param::* number = nullptr; //
+    int lowest = 0, highest = 0;       // accepted numbers
     const char* (*unit)(const Param&) = nullptr; // appended to a number in the log
     const char *on = "", *off = "";              // a flag's value in the log
-    bool Param::*onlyIf = nullptr;               // the key is asked for only if this flag is set
+    bool Param::* onlyIf = nullptr;              // the key is asked for only if this flag is set
 };
 
 const char* ModelsOfVersion(const Param& param)
@@ -44,24 +44,24 @@ const char* Milliseconds(const Param& /*param*/)
     return "мс ";
 }
 
-constexpr IniKey TextKey(const char* key, const char* sample, QString Param::*field)
+constexpr IniKey TextKey(const char* key, const char* sample, QString Param::* field)
 {
     return {key, sample, Presence::Obligatory, nullptr, field};
 }
 
-constexpr IniKey QuietKey(const char* key, QString Param::*field, QString Param::*tagNeeds)
+constexpr IniKey QuietKey(const char* key, QString Param::* field, QString Param::* tagNeeds)
 {
     return {key, nullptr, Presence::QuietWhenEmpty, tagNeeds, field};
 }
 
-constexpr IniKey FlagKey(const char* key, const char* sample, bool Param::*field, const char* on,
+constexpr IniKey FlagKey(const char* key, const char* sample, bool Param::* field, const char* on,
                          const char* off, Presence presence = Presence::Obligatory,
-                         bool Param::*onlyIf = nullptr)
+                         bool Param::* onlyIf = nullptr)
 {
     return {key, sample, presence, nullptr, nullptr, field, nullptr, 0, 1, nullptr, on, off, onlyIf};
 }
 
-constexpr IniKey NumberKey(const char* key, const char* sample, quint32 Param::*field, int lowest,
+constexpr IniKey NumberKey(const char* key, const char* sample, quint32 Param::* field, int lowest,
                            int highest, const char* (*unit)(const Param&))
 {
     return {key, sample, Presence::Obligatory, nullptr, nullptr, nullptr, field, lowest, highest, unit};

@@ -1,6 +1,7 @@
 // A recorder file: the base name of the output and the COMTRADE names of the channels.
 #include "recording/zufileformat.h"
 
+#include "base/filledtext.h"
 #include "config/GlobalFunction.h"
 #include "device/zucmtrdevparam.h"
 #include "resorter/ResorterZuCmtrConv.h"
@@ -41,10 +42,10 @@ bool ZuFileFormat::RenameSignal(const QString& raw, ZuCmtrDevParam* dev, QString
         bay = record;
     }
     if (dev->RenameSignals) {
-        name = QStringLiteral("%1 %2").arg(signal).arg(shown);
+        name = zu::TwoWords(signal, shown);
         indexPos = static_cast<int>(signal.length());
     } else {
-        name = QStringLiteral("%1 %2").arg(shown).arg(signal);
+        name = zu::TwoWords(shown, signal);
         indexPos = static_cast<int>(name.length());
     }
     return true;

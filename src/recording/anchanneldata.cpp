@@ -3,6 +3,7 @@
 
 #include "recording/deltadecoder.h"
 #include "recording/fieldtext.h"
+#include "recording/samplememory.h"
 
 #include <QFile>
 
@@ -50,24 +51,36 @@ bool AnChannelData::ReadHeader(QFile& file, QTextCodec* codec)
     return true;
 }
 
+// Room for samples: shared where they are many, else their own. Null if there is no memory.
+quint16* AnChannelData::NewSamples(size_t count)
+{
+    sharedSamples = shared != nullptr ? shared->Take(count) : nullptr;
+    return sharedSamples != nullptr ? sharedSamples : new (std::nothrow) quint16[count];
+}
+
 // Reads the data area, which starts at file's position; plain samples go straight to their place.
 bool AnChannelData::LoadSamples(QFile& file)
 {
-    const bool plain = m_HeaderAn.compressed == 0;
     const size_t words = (size_t(m_DataLength) + 1) / 2;
-    std::unique_ptr<quint16[]> buffer(new (std::nothrow) quint16[words]);
-    if (buffer == nullptr)
-        return Fail(QStringLiteral("чтение файла, ошибка выделения памяти"));
-    auto* bytes = reinterpret_cast<unsigned char*>(buffer.get());
-    if (!ReadArea(file, bytes))
-        return false;
-    if (!plain)
-        return Expand(bytes);
-    if (quint64(2) * m_HeaderAn.points != m_DataLength)
-        return Fail(QStringLiteral("плохой формат AnChannel (sizeof(WORD)*m_HeaderAn.points!=m_DataLength)"));
-    m_pData = buffer.release();
+    if (m_HeaderAn.compressed != 0) {
+        const std::unique_ptr<quint16[]> area(new (std::nothrow) quint16[words]);
+        auto* bytes = reinterpret_cast<unsigned char*>(area.get());
+        return CheckMemory(bytes) && ReadArea(file, bytes) && Expand(bytes);
+    }
+    m_pData = NewSamples(words);
+    const bool read = CheckMemory(m_pData) && ReadArea(file, reinterpret_cast<unsigned char*>(m_pData));
+    if (!read || quint64(2) * m_HeaderAn.points != m_DataLength) {
+        Clear();
+        return read &&
+               Fail(QStringLiteral("плохой формат AnChannel (sizeof(WORD)*m_HeaderAn.points!=m_DataLength)"));
+    }
     Samples = reinterpret_cast<qint16*>(m_pData);
     return true;
+}
+
+bool AnChannelData::CheckMemory(const void* memory)
+{
+    return memory != nullptr || Fail(QStringLiteral("чтение файла, ошибка выделения памяти"));
 }
 
 bool AnChannelData::ReadArea(QFile& file, unsigned char* buffer)
@@ -82,11 +95,9 @@ bool AnChannelData::Expand(unsigned char* area)
     const QString badArea = QStringLiteral("ошибка распаковки сжатых данных");
     if (!zu::CanExpandTo({area, m_DataLength}, m_HeaderAn.points))
         return Fail(badArea);
-    m_pData = new (std::nothrow) quint16[m_HeaderAn.points];
+    m_pData = NewSamples(m_HeaderAn.points);
     Samples = reinterpret_cast<qint16*>(m_pData);
-    if (m_pData == nullptr)
-        return Fail(QStringLiteral("чтение файла, ошибка выделения памяти"));
-    return UnCompressData(area) || Fail(badArea);
+    return CheckMemory(m_pData) && (UnCompressData(area) || Fail(badArea));
 }
 
 bool AnChannelData::UnCompressData(unsigned char* source)
@@ -96,6 +107,8 @@ bool AnChannelData::UnCompressData(unsigned char* source)
 
 void AnChannelData::Clear()
 {
-    delete[] m_pData;
+    if (m_pData != sharedSamples)
+        delete[] m_pData;
     m_pData = nullptr;
+    sharedSamples = nullptr;
 }

@@ -6,11 +6,16 @@
 
 #include <QString>
 
+#include <memory>
 #include <vector>
 
 class BayOptionalParam;
 class QFile;
 class QTextCodec;
+
+namespace zu {
+class SampleMemory;
+}
 
 class AnChannelData
 {
@@ -40,6 +45,9 @@ public:
     float SkewMicroseconds;     // CFG skew
 
     AnChannelData();
+
+    /// Has Load take the room for many samples from memory, which lasts as long as the channel needs it.
+    void ShareMemory(std::shared_ptr<zu::SampleMemory> memory) { shared = std::move(memory); }
 
     /// Reads the channel and its samples; file is positioned just after the section header and is left
     /// anywhere. False: ErrorText says why, and Clear frees what was allocated. Allocates nothing that the
@@ -80,4 +88,9 @@ private:
     bool ReadArea(QFile& file, unsigned char* buffer);
     bool Expand(unsigned char* area);
     bool Fail(const QString& text); // ErrorText = text; returns false
+    quint16* NewSamples(size_t count);
+    bool CheckMemory(const void* memory);
+
+    std::shared_ptr<zu::SampleMemory> shared;
+    quint16* sharedSamples = nullptr; // m_pData if it is part of shared
 };

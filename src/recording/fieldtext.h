@@ -2,6 +2,7 @@
 #pragma once
 
 #include "base/codecs.h"
+#include "base/codetable.h"
 
 #include <QString>
 
@@ -11,7 +12,7 @@ namespace zu {
 inline QString FieldText(const char* field, const void* end, const QTextCodec* codec)
 {
     const auto room = static_cast<size_t>(static_cast<const char*>(end) - field);
-    return codec->toUnicode(field, static_cast<int>(qstrnlen(field, static_cast<uint>(room))));
+    return TextOf(field, static_cast<int>(qstrnlen(field, static_cast<uint>(room))), codec);
 }
 
 /// The beginning of every file's title.
@@ -25,7 +26,7 @@ template <size_t Size>
 QTextCodec* CodecOfTitle(const char (&title)[Size])
 {
     for (QTextCodec* codec : {CodecCP866, CodecCP1251}) {
-        if (codec->toUnicode(title, Size).startsWith(TitleStart()))
+        if (TextOf(title, Size, codec).startsWith(TitleStart()))
             return codec;
     }
     return nullptr;

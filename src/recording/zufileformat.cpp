@@ -2,6 +2,8 @@
 #include "recording/zufileformat.h"
 
 #include "recording/fieldtext.h"
+#include "recording/recorderfile.h"
+#include "recording/samplememory.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -9,6 +11,7 @@
 
 #include <cstring>
 #include <memory>
+#include <type_traits>
 
 namespace {
 
@@ -71,6 +74,7 @@ void ZuFileFormat::Clear()
     };
     release(AnChannels);
     release(DiChannels);
+    samples.reset();
 }
 
 bool ZuFileFormat::Fail(const char* text, const QString& detail)
@@ -92,14 +96,14 @@ bool ZuFileFormat::LoadHeader(const QString& fileName)
 
 bool ZuFileFormat::LoadParts(const QString& fileName, bool headerAlone)
 {
-    QFile file(fileName);
+    zu::RecorderFile file(fileName);
     if (!file.exists()) {
         ErrorText = QStringLiteral("Файл не найден");
         return false;
     }
     // Opening a pipe would wait for its writer.
     const bool regular = QFileInfo(fileName).isFile();
-    if (!regular || !file.open(QIODevice::ReadOnly)) {
+    if (!regular || !file.OpenForReading()) {
         ErrorText = QStringLiteral("Ошибка открытия файла");
         return false;
     }
@@ -124,7 +128,7 @@ bool ZuFileFormat::ReadFile(QFile& file, bool headerAlone)
     QTextCodec* codec = zu::CodecOfTitle(Header.title);
     if (codec == nullptr)
         return Fail(FormatFailure, QStringLiteral("не определить TextCodec"));
-    Title = codec->toUnicode(Header.title, sizeof Header.title);
+    Title = zu::TextOf(Header.title, sizeof Header.title, codec);
     Comment = zu::FieldText(Header.comment, &Header + 1, codec);
     Identity = zu::FieldText(Header.identity, &Header + 1, codec);
     return ReadTimes() && CheckCounts() && (headerAlone || ReadSections(file, codec));
@@ -168,6 +172,7 @@ bool ZuFileFormat::CheckCounts()
 
 bool ZuFileFormat::ReadSections(QFile& file, QTextCodec* codec)
 {
+    samples = std::make_shared<zu::SampleMemory>(file.size());
     for (unsigned int section = 0; section < ChannelCount; ++section) {
         const qint64 start = file.pos();
         if (!ReadSection(file, codec))
@@ -202,6 +207,8 @@ bool ZuFileFormat::LoadChannel(QFile& file, QTextCodec* codec, std::vector<Chann
         delete channel;
     };
     std::unique_ptr<Channel, decltype(release)> channel(new Channel, release);
+    if constexpr (std::is_same_v<Channel, AnChannelData>)
+        channel->ShareMemory(samples);
     if (!channel->Load(file, &m_SecHeader, codec))
         return Fail(failure, channel->ErrorText);
     channels.push_back(channel.get());

@@ -8,6 +8,7 @@
 #include <QDateTime>
 #include <QString>
 
+#include <memory>
 #include <vector>
 
 class BayOptionalParam;
@@ -16,8 +17,9 @@ class QTextCodec;
 class ZuCmtrDevParam;
 
 namespace zu {
+class SampleMemory;
 struct StartComment;
-}
+} // namespace zu
 
 class ZuFileFormat
 {
@@ -148,4 +150,6 @@ private:
     bool ReadSection(QFile& file, QTextCodec* codec);
     template <class Channel>
     bool LoadChannel(QFile& file, QTextCodec* codec, std::vector<Channel*>& channels, const char* failure);
+
+    std::shared_ptr<zu::SampleMemory> samples; // of the large channels
 };

@@ -6,8 +6,8 @@
 #include <QStringList>
 
 ResorterZuCmtrConv::ResorterZuCmtrConv(ZuCmtrDevParam* device)
-    : Prepared(false), StatusChannelCount(0),
-      Device(device), PowerObject{device->PowerSystem, device->Subject, device->Object}, PrevFileAnMatched(0),
+    : Prepared(false), StatusChannelCount(0), Device(device),
+      PowerObject{device->PowerSystem, device->Subject, device->Object}, PrevFileAnMatched(0),
       PrevFileDiMatched(0), InfCodec(nullptr)
 {}
 

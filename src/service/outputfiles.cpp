@@ -4,9 +4,9 @@
 #include "service/zucmtrconverter.h"
 
 #include <QFile>
-#include <QFileInfo>
 
 #include <cstdio>
+#include <sys/stat.h>
 
 // The final name of a temporary file: its path without "tmp".
 static QString FinalName(const QString& tmpPath)
@@ -17,8 +17,8 @@ static QString FinalName(const QString& tmpPath)
 // Removes the file, and a dangling link too: opening one would write wherever it points.
 static void RemoveIfThere(const QString& path)
 {
-    const QFileInfo file(path);
-    if (file.exists() || file.isSymLink())
+    struct stat status = {};
+    if (lstat(QFile::encodeName(path).constData(), &status) == 0)
         QFile::remove(path);
 }
 

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <memory>
 
 const QString ZuCmtrConverter::SecNameCFG(QStringLiteral("--- file type: CFG ---"));
 const QString ZuCmtrConverter::SecNameINF(QStringLiteral("--- file type: INF ---"));
@@ -16,7 +17,7 @@ const qint32 ZuCmtrConverter::SecNameLen = static_cast<qint32>(ZuCmtrConverter::
 
 namespace {
 
-using Buffer = std::array<char, 16384>;
+using Buffer = std::array<char, 262144>; // too large for QFile to copy it once more
 
 void FlushAndClose(QFile& file)
 {
@@ -48,7 +49,7 @@ bool WriteSections(ZuCmtrConverter& converter, ZuCmtrDevParam* dev, const QTextC
     QString dataMark = ZuCmtrConverter::SecNameDATa;
     if (dev->ComtradeBin)
         dataMark = ZuCmtrConverter::SecNameDATb.arg(dev->DatBytes);
-    Buffer buffer;
+    const auto buffer = std::make_unique<Buffer>();
     const std::array<Section, 4> sections = {{
         {ZuCmtrConverter::SecNameCFG, markSize, dev->FileCfg},
         {ZuCmtrConverter::SecNameINF, markSize, dev->FileInf},
@@ -56,7 +57,7 @@ bool WriteSections(ZuCmtrConverter& converter, ZuCmtrDevParam* dev, const QTextC
         {dataMark, dataMark.length() + 2, dev->FileDat},
     }};
     return std::all_of(sections.begin(), sections.end(), [&](const Section& section) {
-        return WriteSection(converter, dev->FileCff, section, codec, buffer);
+        return WriteSection(converter, dev->FileCff, section, codec, *buffer);
     });
 }
 

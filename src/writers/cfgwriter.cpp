@@ -1,16 +1,15 @@
 // The CFG file: the configuration of a COMTRADE record.
 #include "service/zucmtrconverter.h"
 
+#include "base/filledtext.h"
 #include "recording/zufileformat.h"
 #include "resorter/ResorterZuCmtrConv.h"
 #include "resorter/bayoptionalparam.h"
+#include "writers/shortnumber.h"
+#include "writers/textlines.h"
 
 #include <QFile>
-#include <QStringList>
 #include <QTextCodec>
-
-#include <algorithm>
-#include <functional>
 
 namespace {
 
@@ -21,6 +20,8 @@ QString ShownCircuit(const Channel& channel)
     const BayOptionalParam* bay = channel.BayParam;
     return bay != nullptr && !bay->DisplayName.isEmpty() ? bay->DisplayName : channel.CfgCircuit;
 }
+
+constexpr int LongestNumbers = 7 * 16; // characters of a channel's line after its texts
 
 struct CodeLimits
 {
@@ -35,12 +36,6 @@ CodeLimits LimitsOf(quint16 codeRange)
     if (codeRange <= 32767)
         return {-int(codeRange), codeRange};
     return {-32768, 32768};
-}
-
-// A 32-bit value with eight significant digits.
-QString Digits8(float value)
-{
-    return QString().setNum(static_cast<double>(value), 'g', 8);
 }
 
 QString TimeStamp(const QDateTime& time, qint32 microseconds)
@@ -62,23 +57,30 @@ QString ZoneField(qint32 zoneSeconds)
            QStringLiteral("ч") + QString::asprintf("%02d", size % 60) + QLatin1Char(',');
 }
 
-// Writes the lines of one kind of channel in output order and keeps their texts in lines.
+// Adds the lines of one kind of channel in output order and keeps their texts in texts.
 template <class Channel>
-bool WriteChannelLines(const std::vector<Channel*>& channels, const std::vector<unsigned int>& order,
-                       std::vector<QString>& lines, const std::function<bool(const QString&)>& write)
+bool AddChannelLines(const std::vector<Channel*>& channels, const std::vector<unsigned int>& order,
+                     std::vector<QString>& texts, zu::TextLines& lines)
 {
+    texts.reserve(channels.size());
     for (size_t i = 0; i < channels.size(); ++i) {
-        lines.push_back(channels.at(order.at(i))->DoCfgDescription(static_cast<unsigned int>(i + 1)));
-        if (!write(lines.back()))
+        texts.push_back(channels.at(order.at(i))->DoCfgDescription(static_cast<unsigned int>(i + 1)));
+        if (!lines.Add(texts.back()))
             return false;
     }
     return true;
 }
 
-// Writes the lines in order, up to the first that fails.
-bool WriteLines(const QStringList& lines, const std::function<bool(const QString&)>& write)
+// Four texts of a line and the number of the channel before them, with commas between.
+QString FirstFields(unsigned int number, const QString& name, const QString& phase, const QString& circuit,
+                    const QString& last)
 {
-    return std::all_of(lines.begin(), lines.end(), write);
+    if (zu::IsPlainValue(name) && zu::IsPlainValue(phase) && zu::IsPlainValue(circuit)) {
+        constexpr QLatin1Char Comma(',');
+        return QString::number(number) % Comma % name % Comma % phase % Comma % circuit % Comma % last;
+    }
+    // One value after the other: a "%" sequence in a name is taken by the next one.
+    return QStringLiteral("%1,%2,%3,%4,%5").arg(number).arg(name).arg(phase).arg(circuit).arg(last);
 }
 
 } // namespace
@@ -93,32 +95,24 @@ QString AnChannelData::DoCfgDescription(unsigned int number)
     SkewMicroseconds = 1000000.0F * header.SkewSeconds;
     const CodeLimits limits = LimitsOf(header.CodeRange);
 
-    // One value after the other: a "%" sequence in a name is taken by the next one.
-    const QString names = QStringLiteral("%1,%2,%3,%4,%5,")
-                              .arg(number)
-                              .arg(CfgName)
-                              .arg(CfgPhase)
-                              .arg(ShownCircuit(*this))
-                              .arg(Unit.isEmpty() ? QStringLiteral("NONE") : Unit);
-    const QString scaling = QStringLiteral("%1,%2,%3,%4,%5,")
-                                .arg(Digits8(CoefA))
-                                .arg(Digits8(CoefB))
-                                .arg(Digits8(SkewMicroseconds))
-                                .arg(limits.lowest)
-                                .arg(limits.highest);
-    const QString ratio =
-        QStringLiteral("%1,%2,P").arg(Digits8(header.Primary)).arg(Digits8(header.Secondary));
-    return names + scaling + ratio;
+    QString line = FirstFields(number, CfgName, CfgPhase, ShownCircuit(*this),
+                               Unit.isEmpty() ? QStringLiteral("NONE") : Unit);
+    line.reserve(line.size() + LongestNumbers);
+    const auto add = [&](QLatin1String digits) { line.append(QLatin1Char(',')).append(digits); };
+    add(zu::Digits8(CoefA));
+    add(zu::Digits8(CoefB));
+    add(zu::Digits8(SkewMicroseconds));
+    line += QLatin1Char(',') % QString::number(limits.lowest) % QLatin1Char(',') %
+            QString::number(limits.highest);
+    add(zu::Digits8(header.Primary));
+    add(zu::Digits8(header.Secondary));
+    add(QLatin1String("P"));
+    return line;
 }
 
 QString DiChannelData::DoCfgDescription(unsigned int number)
 {
-    return QStringLiteral("%1,%2,%3,%4,%5")
-        .arg(number)
-        .arg(CfgName)
-        .arg(QString())
-        .arg(ShownCircuit(*this))
-        .arg(QStringLiteral("0"));
+    return FirstFields(number, CfgName, QString(), ShownCircuit(*this), QStringLiteral("0"));
 }
 
 bool ZuCmtrConverter::WriteStringToOutFile(QFile& file, const QString& text, QTextCodec* codec)
@@ -127,28 +121,23 @@ bool ZuCmtrConverter::WriteStringToOutFile(QFile& file, const QString& text, QTe
     return file.write(codec->fromUnicode(text + QLatin1Char('\n'))) != 0;
 }
 
-bool ZuCmtrConverter::WriteCfg(std::vector<ZuFileFormat*>* files, ZuCmtrDevParam* dev)
+// Adds all lines of the file, up to one that has no bytes. The texts that the INF file repeats stay on first.
+static bool AddLines(ZuFileFormat& first, const ZuCmtrDevParam* dev, zu::TextLines& lines)
 {
-    QFile& file = dev->FileCfg;
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Text))
-        return false;
-    QTextCodec* codec = dev->ComtradeUtf8 ? codec_UTF8 : codec_CP1251;
-    const auto write = [&](const QString& line) { return WriteStringToOutFile(file, line, codec); };
-    ZuFileFormat& first = *files->at(0);
     const auto analog = static_cast<qulonglong>(first.AnChannels.size());
     const auto discrete = static_cast<qulonglong>(first.DiChannels.size());
 
     const QString revision = QString::number(dev->Comtrade1999 ? 1999 : 2013);
     const QString station = QStringLiteral("%1,%2,%3").arg(dev->Object).arg(dev->Source).arg(revision);
     const QString counts = QStringLiteral("%1,%2A,%3D").arg(analog + discrete).arg(analog).arg(discrete);
-    if (!WriteLines({station, counts}, write))
+    if (!lines.Add(station) || !lines.Add(counts))
         return false;
 
     first.CfgAnLines.clear();
     first.CfgDiLines.clear();
     const ResorterZuCmtrConv& order = *dev->Resorter;
-    if (!WriteChannelLines(first.AnChannels, order.PrevFileAnIndexes, first.CfgAnLines, write) ||
-        !WriteChannelLines(first.DiChannels, order.PrevFileDiIndexes, first.CfgDiLines, write))
+    if (!AddChannelLines(first.AnChannels, order.PrevFileAnIndexes, first.CfgAnLines, lines) ||
+        !AddChannelLines(first.DiChannels, order.PrevFileDiIndexes, first.CfgDiLines, lines))
         return false;
 
     first.CfgStartStamp = TimeStamp(first.StartTime, first.StartMicroseconds);
@@ -157,16 +146,26 @@ bool ZuCmtrConverter::WriteCfg(std::vector<ZuFileFormat*>* files, ZuCmtrDevParam
     const QString one = QStringLiteral("1");
     const QString rate =
         QStringLiteral("%1,%2").arg(dev->SampleRate, 0, 'g', -1, QLatin1Char(' ')).arg(dev->TotalSamples);
-    if (!WriteLines({QStringLiteral("50"), one, rate, first.CfgStartStamp, first.CfgTrigStamp,
-                     first.CfgDataType, one},
-                    write))
+    if (!lines.AddAll(std::initializer_list<QString>{QStringLiteral("50"), one, rate, first.CfgStartStamp,
+                                                     first.CfgTrigStamp, first.CfgDataType, one}))
         return false;
     first.CfgTimeMult = one;
     first.CfgSamples = QString::number(dev->TotalSamples);
 
-    const QString clock = ZoneField(first.TimeZoneSeconds) + dev->TimeCode;
-    if (!dev->Comtrade1999 && !WriteLines({clock, QStringLiteral("0,3")}, write))
+    return dev->Comtrade1999 ||
+           (lines.Add(ZoneField(first.TimeZoneSeconds) + dev->TimeCode) && lines.Add(QStringLiteral("0,3")));
+}
+
+bool ZuCmtrConverter::WriteCfg(std::vector<ZuFileFormat*>* files, ZuCmtrDevParam* dev)
+{
+    QFile& file = dev->FileCfg;
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Text))
         return false;
+    {
+        zu::TextLines lines(file, dev->ComtradeUtf8 ? codec_UTF8 : codec_CP1251);
+        if (!AddLines(*files->at(0), dev, lines))
+            return false;
+    }
     file.flush();
     file.close();
     return true;

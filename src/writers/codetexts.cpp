@@ -3,13 +3,13 @@
 
 #include <charconv>
 
-CodeTexts::CodeTexts() : entries(new Entry[65536]{})
+CodeTexts::CodeTexts() : entries(new uint64_t[65536])
 {
     for (int code = -32768; code <= 32767; ++code) {
-        char* text = entries[static_cast<uint16_t>(code)].bytes;
-        text[0] = ',';
+        char text[Longest + 1] = ",";
         const char* end = std::to_chars(text + 1, text + Longest, code).ptr;
         text[Longest] = static_cast<char>(end - text);
+        std::memcpy(&entries[static_cast<uint16_t>(code)], text, sizeof text);
     }
 }
 

@@ -17,16 +17,46 @@
 #include <algorithm>
 #include <charconv>
 #include <cstring>
+#include <limits>
 #include <memory>
 
 namespace {
 
 constexpr size_t BlockSize = size_t{256} * 1024; // bytes; a record is 37 KB at most
 
-char* AppendNumber(qint64 number, char* out)
+// The texts of times, two digits at a time.
+class TimeText
 {
-    return std::to_chars(out, out + 20, number).ptr;
-}
+public:
+    TimeText()
+    {
+        for (int i = 0; i < 100; ++i) {
+            pairs[i][0] = static_cast<char>('0' + i / 10);
+            pairs[i][1] = static_cast<char>('0' + i % 10);
+        }
+    }
+
+    // Writes a time of microseconds to out, which has room for 20 bytes. Returns the end of the text.
+    char* Append(quint64 time, char* out) const
+    {
+        if (time > std::numeric_limits<quint32>::max())
+            return std::to_chars(out, out + 20, static_cast<qint64>(time)).ptr;
+        auto rest = static_cast<quint32>(time);
+        char digits[2 * Width] = {}; // right-aligned in the first half
+        char* first = digits + Width;
+        for (; rest >= 100; rest /= 100)
+            std::memcpy(first -= 2, pairs[rest % 100], 2);
+        std::memcpy(first -= 2, pairs[rest], 2);
+        if (rest < 10)
+            ++first;
+        std::memcpy(out, first, Width); // whatever the length
+        return out + (digits + Width - first);
+    }
+
+private:
+    static constexpr size_t Width = 10;
+    char pairs[100][2];
+};
 
 // The texts of 1, 2, 3 ...: from one to the next, most often only the last digit changes.
 class CounterText
@@ -52,21 +82,28 @@ private:
     size_t first = Width - 1;
 };
 
-char* AppendAsciiRecord(const SampleWalk& walk, CounterText& number, CodeRows& codes, const StateRow& states,
-                        const CodeTexts& texts, char* out)
+// The texts of an ASCII record.
+struct RecordTexts
 {
-    out = number.AppendNext(out);
+    CounterText number;
+    TimeText time;
+    const CodeTexts& codes = CodeTexts::Get();
+};
+
+char* AppendAsciiRecord(const SampleWalk& walk, CodeRows& codes, const StateRow& states, RecordTexts& texts,
+                        char* out)
+{
+    out = texts.number.AppendNext(out);
     *out++ = ',';
-    out = AppendNumber(static_cast<qint64>(walk.Time()), out);
+    out = texts.time.Append(walk.Time(), out);
     const size_t sample = walk.SegmentSample();
     const qint16* row = codes.Row(sample);
     if (codes.AllHave(sample)) {
-        for (size_t i = 0; i < codes.Count(); ++i)
-            out = texts.Append(row[i], out);
+        out = texts.codes.Append(row, codes.Count(), out);
     } else {
         for (size_t i = 0; i < codes.Count(); ++i) {
             if (codes.Has(i, sample))
-                out = texts.Append(row[i], out);
+                out = texts.codes.Append(row + i, 1, out);
             else
                 *out++ = ','; // missing data
         }
@@ -107,8 +144,7 @@ bool ZuCmtrConverter::WriteDat(std::vector<ZuFileFormat*>* files, ZuCmtrDevParam
     const ResorterZuCmtrConv& order = *dev->Resorter;
     CodeRows codes(first.AnChannels.size());
     StateRow states(binary ? StateRow::Form::Words : StateRow::Form::Ascii, first.DiChannels.size());
-    const CodeTexts& texts = CodeTexts::Get();
-    CounterText number;
+    RecordTexts texts;
     const size_t longest = LongestRecord(first.AnChannels.size(), first.DiChannels.size());
     const size_t blockSize = std::max(BlockSize, longest);
     const std::unique_ptr<char[]> block(new char[blockSize]);
@@ -136,7 +172,7 @@ bool ZuCmtrConverter::WriteDat(std::vector<ZuFileFormat*>* files, ZuCmtrDevParam
         }
         states.MoveTo(walk.SegmentTime());
         out = binary ? AppendBinaryRecord(walk, codes, states, out)
-                     : AppendAsciiRecord(walk, number, codes, states, texts, out);
+                     : AppendAsciiRecord(walk, codes, states, texts, out);
         if (static_cast<size_t>(out - block.get()) + longest > blockSize && !flushBlock())
             return false;
     }

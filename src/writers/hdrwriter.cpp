@@ -3,8 +3,10 @@
 
 #include "recording/zufileformat.h"
 #include "resorter/ResorterZuCmtrConv.h"
+#include "writers/textlines.h"
 
 #include <QFile>
+#include <QStringBuilder>
 
 #include <array>
 
@@ -94,15 +96,16 @@ private:
 
 QString PairLine(const char* label, const QString& value)
 {
-    return QStringLiteral("%1%2").arg(QString::fromUtf8(label), -40).arg(value);
+    return QString::fromUtf8(label).leftJustified(40) % value;
 }
 
+// Neither a head nor a number has a "%" in it.
 QString ValueLine(const RowHead& head, const QString& module, const QString& angle)
 {
-    const QString name = QStringLiteral("%1:    ").arg(QString::fromUtf8(head.name)).left(5);
-    const QString middle =
-        QStringLiteral("модуль = %1 %2,            ").arg(module).arg(QString::fromUtf8(head.unit)).left(22);
-    return name + middle + QStringLiteral("угол = %1 град.").arg(angle);
+    const QString name = QString::fromUtf8(head.name) % QLatin1String(":    ");
+    const QString middle = QStringLiteral("модуль = ") % module % QLatin1Char(' ') %
+                           QString::fromUtf8(head.unit) % QLatin1String(",            ");
+    return name.left(5) % middle.left(22) % QStringLiteral("угол = ") % angle % QStringLiteral(" град.");
 }
 
 // Collects the lines of the report in order.
@@ -200,15 +203,15 @@ bool ZuCmtrConverter::WriteHdr(std::vector<ZuFileFormat*>* files, ZuCmtrDevParam
     QFile& file = dev->FileHdr;
     if (!file.open(QIODevice::WriteOnly | QIODevice::Text))
         return false;
-    QTextCodec* codec = dev->ComtradeUtf8 ? codec_UTF8 : codec_CP1251;
     ZuFileFormat& first = *files->at(0);
     Report report;
     AddOpening(report, first, *dev);
     AddStart(report, first);
     AddTables(report, first, *dev->Resorter);
     AddExtremes(report, first, files);
-    for (const QString& line : report.Lines()) {
-        if (!WriteStringToOutFile(file, line, codec))
+    {
+        zu::TextLines lines(file, dev->ComtradeUtf8 ? codec_UTF8 : codec_CP1251);
+        if (!lines.AddAll(report.Lines()))
             return false;
     }
     file.flush();

@@ -3,7 +3,7 @@
 
 #include "recording/zufileformat.h"
 #include "service/zucmtrconverter.h"
-#include "writers/infkey.h"
+#include "writers/infsection.h"
 
 #include <QDebug>
 #include <QFile>
@@ -40,90 +40,82 @@ constexpr EquipmentKey EquipmentKeys[] = {
 class InfWriter
 {
 public:
-    InfWriter(ResorterZuCmtrConv& resorter_, QFile& file_) : resorter(resorter_), file(file_) {}
+    InfWriter(ResorterZuCmtrConv& resorter_, QFile& file) : resorter(resorter_), section(resorter_, file, err)
+    {}
 
     // The opening section.
     void RecordInformation()
     {
-        Head(SectionRecord);
-        Key("Source=", ZuCmtrConverter::SoftwareRevision);
-        Raw("EventNoteCount=0\r\n\r\n");
+        section.Head(SectionRecord);
+        section.Key("Source=", ZuCmtrConverter::SoftwareRevision);
+        section.Raw("EventNoteCount=0\r\n\r\n");
+        section.Write();
     }
 
     // Edition, power object and recording device; always one of each.
     void StationSections(const QString& outName)
     {
         const ZuCmtrDevParam& device = *resorter.Device;
-        Head(SectionDescription);
-        Raw("PowerObjectCount=1\r\n"
-            "Russian_Comtrade_Edition_Version=2017\r\n"
-            "Russian_Comtrade_Edition_Revision=1.0\r\n\r\n");
-        Head(SectionPowerObject);
-        Key("Territory=", resorter.PowerObject.Territory);
-        Key("Company_Name=", resorter.PowerObject.CompanyName);
-        Key("Station_Name=", resorter.PowerObject.StationName);
-        Raw("RecordingDeviceCount=1\r\n\r\n");
-        Head(SectionRecordingDevice);
-        Key("Recording_Device_ID=", device.Source);
-        resorter.WriteStringUtf8(file, "Vendor=ООО КАЛДА\r\n", err);
-        Key("Model=", device.Model);
-        Key("Serial_Number=", device.SerialNumber);
-        Key("Hardware_Revision=", device.HardwareVersion);
-        Key("Software_Revision=", device.SoftwareVersion);
-        Key("Comtrade_File_Name=", outName);
-        Key("EquipmentCount=", static_cast<unsigned int>(resorter.Equipment.size()));
-        Key("StatusChannelCount=", resorter.StatusChannelCount);
-        Key("Cim_Device_ID=", device.CimId);
-        Key("Box_Number=", device.CabinetNumber);
-        Raw("\r\n");
+        section.Head(SectionDescription);
+        section.Raw("PowerObjectCount=1\r\n"
+                    "Russian_Comtrade_Edition_Version=2017\r\n"
+                    "Russian_Comtrade_Edition_Revision=1.0\r\n\r\n");
+        section.Head(SectionPowerObject);
+        section.Key("Territory=", resorter.PowerObject.Territory);
+        section.Key("Company_Name=", resorter.PowerObject.CompanyName);
+        section.Key("Station_Name=", resorter.PowerObject.StationName);
+        section.Raw("RecordingDeviceCount=1\r\n\r\n");
+        section.Head(SectionRecordingDevice);
+        section.Key("Recording_Device_ID=", device.Source);
+        section.Key("Vendor=", QStringLiteral("ООО КАЛДА"));
+        section.Key("Model=", device.Model);
+        section.Key("Serial_Number=", device.SerialNumber);
+        section.Key("Hardware_Revision=", device.HardwareVersion);
+        section.Key("Software_Revision=", device.SoftwareVersion);
+        section.Key("Comtrade_File_Name=", outName);
+        section.Key("EquipmentCount=", resorter.Equipment.size());
+        section.Key("StatusChannelCount=", size_t{resorter.StatusChannelCount});
+        section.Key("Cim_Device_ID=", device.CimId);
+        section.Key("Box_Number=", device.CabinetNumber);
+        section.Raw("\r\n");
+        section.Write();
     }
 
     void EquipmentSection(const RCE_AnalogChannelEquipmentZuCmtr& equipment, unsigned int number)
     {
         const QString shown = ShownName(equipment.EquipmentName);
-        Head(SectionEquipment, number);
-        Key("Equipment_Type=", QString::fromLatin1(gst_egnames[equipment.EquipmentGroup]));
-        Key("Equipment_ID=", shown);
-        Key("Equipment_Short_Name=", shown);
-        Key("Voltage_Level_In_kV=", gst_vl[equipment.VoltageLevel]);
+        section.Head(SectionEquipment, number);
+        section.Key("Equipment_Type=", QString::fromLatin1(gst_egnames[equipment.EquipmentGroup]));
+        section.Key("Equipment_ID=", shown);
+        section.Key("Equipment_Short_Name=", shown);
+        section.Key("Voltage_Level_In_kV=", gst_vl[equipment.VoltageLevel]);
         for (const EquipmentKey& key : EquipmentKeys) {
             const bool selected = equipment.SignalGroup >= key.first && equipment.SignalGroup <= key.last;
             if (selected)
-                Key(key.name, key.showsName ? shown : equipment.ChannelNumbers);
+                section.Key(key.name, key.showsName ? shown : equipment.ChannelNumbers);
             else
-                Key(key.name, QString());
+                section.Key(key.name, QStringView());
         }
-        Key("Cim_Channel_ID=", equipment.CimChannelIds);
-        Raw("\r\n");
+        section.Key("Cim_Channel_ID=", equipment.CimChannelIds);
+        section.Raw("\r\n");
+        section.Write();
     }
 
     void StatusSection(const DictionaryZuCmtrDi& entry, unsigned int number)
     {
-        Head(SectionStatus, number);
-        Key("Protection_Device_Group=", QString::fromLatin1(gst_dgnames[entry.DeviceGroup]));
-        Key("Status_Signal_Type=", QString::fromLatin1(gst_stnames[entry.StatusType]));
-        Key("Status_ID=", entry.FullName);
-        Key("Status_Short_Name=", entry.FullName);
-        Key("Voltage_Level_In_kV=", gst_vl[entry.VoltageLevel]);
-        Key("Status_Channel_Number=", number);
-        Key("Cim_Channel_ID=", entry.CimChannelId);
-        Raw("\r\n");
+        section.Head(SectionStatus, number);
+        section.Key("Protection_Device_Group=", QString::fromLatin1(gst_dgnames[entry.DeviceGroup]));
+        section.Key("Status_Signal_Type=", QString::fromLatin1(gst_stnames[entry.StatusType]));
+        section.Key("Status_ID=", entry.FullName);
+        section.Key("Status_Short_Name=", entry.FullName);
+        section.Key("Voltage_Level_In_kV=", gst_vl[entry.VoltageLevel]);
+        section.Key("Status_Channel_Number=", size_t{number});
+        section.Key("Cim_Channel_ID=", entry.CimChannelId);
+        section.Raw("\r\n");
+        section.Write();
     }
 
 private:
-    void Raw(const char* text) { resorter.WriteString(file, text, err); }
-
-    void Head(const char* name) { resorter.WriteString(file, QString::asprintf("[%s]\r\n", name), err); }
-
-    void Head(const char* name, unsigned int number)
-    {
-        resorter.WriteString(file, QString::asprintf("[%s%u]\r\n", name, number), err);
-    }
-
-    void Key(const char* name, const QString& value) { zu::WriteInfKey(resorter, file, name, value, err); }
-
-    void Key(const char* name, unsigned int value) { Key(name, QString::asprintf("%u", value)); }
-
     // A bay's display text, even an empty one, in place of the equipment's name.
     QString ShownName(const QString& equipmentName)
     {
@@ -132,8 +124,8 @@ private:
     }
 
     ResorterZuCmtrConv& resorter;
-    QFile& file;
     bool err = false;
+    zu::InfSection section;
 };
 
 } // namespace

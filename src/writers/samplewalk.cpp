@@ -6,6 +6,16 @@
 
 #include <cmath>
 
+// The nearest whole number; halves are rounded away from zero.
+static quint64 ToMicroseconds(double time)
+{
+    constexpr double Exact = 4503599627370496.0; // 2^52: below, a number and its fraction are exact
+    if (!(time >= 0 && time < Exact))
+        return zu::ToInteger<quint64>(std::round(time));
+    const auto whole = static_cast<qint64>(time);
+    return static_cast<quint64>(whole) + (time - static_cast<double>(whole) >= 0.5 ? 1 : 0);
+}
+
 SampleWalk::SampleWalk(const std::vector<ZuFileFormat*>& files_, double sampleRate, qint64 totalSamples_)
     : files(files_), step(1000000.0 / sampleRate), totalSamples(totalSamples_)
 {}
@@ -32,7 +42,7 @@ bool SampleWalk::Next()
         return false;
     if (number > 0)
         ++segmentSample;
-    time = zu::ToInteger<quint64>(std::round(static_cast<double>(number) * step));
+    time = ToMicroseconds(static_cast<double>(number) * step);
     ++number;
     segmentTime = TimeInSegment();
     return segmentTime < Segment().SegmentDuration || EnterNextSegment();

@@ -164,7 +164,7 @@ TEST(PrimaryFactor, IsTheRatioOfSecondaryValues)
     EXPECT_EQ(analysis::PrimaryFactor(channel), 1);
 }
 
-TEST(Report, IsDecodedFromBothCodings)
+TEST(ReportOfARecord, IsDecodedFromBothCodings)
 {
     EXPECT_EQ(comtrade::DecodedText("Пуск\r\n1"), QStringLiteral("Пуск\r\n1"));
     EXPECT_EQ(comtrade::DecodedText("\xcf\xf3\xf1\xea"), QStringLiteral("Пуск"));

@@ -1,8 +1,10 @@
 """The journal of watch in a catalogue, in a file and on a server: watchjournal_test.py ZUCMTR SOURCE_DIRECTORY"""
+import contextlib
 import json
 import os
 import pathlib
 import re
+import signal
 import socket
 import subprocess
 import sys
@@ -66,6 +68,25 @@ class Place:
 
 def files(events, kind):
     return [one["file"] for one in events if one["event"] == kind]
+
+
+def fields(process):
+    """Of /proc/PROCESS/stat, after the name: state, parent and others."""
+    return pathlib.Path(f"/proc/{process}/stat").read_text().rpartition(")")[2].split()
+
+
+def children_of(process):
+    numbers = [int(path.name) for path in pathlib.Path("/proc").glob("[0-9]*")]
+    found = []
+    for number in numbers:
+        with contextlib.suppress(OSError):  # it has ended meanwhile
+            if int(fields(number)[1]) == process:
+                found.append(number)
+    return found
+
+
+def started(process):
+    return int(fields(process)[19]), process
 
 
 class Journal(unittest.TestCase):
@@ -189,6 +210,26 @@ class Journal(unittest.TestCase):
         self.assertEqual(child.returncode, 0)
         self.assert_copied(place, 2)
         self.assertEqual(place.records(), 2)
+
+    def test_is_written_by_a_new_process_after_somebody_has_ended_the_one_that_wrote_it(self):
+        place = self.place("file")
+        place.add("a.ZU")
+        child = place.start()
+        try:
+            self.wait_for(child, "converted")
+            for number, name in enumerate(("b.ZU", "c.ZU")):
+                # It is the last one that was started.
+                os.kill(max(children_of(child.pid), key=started), signal.SIGKILL)
+                place.add(name)
+                events = self.wait_for(child, "copyCaughtUp")
+                behind = [one["text"] for one in events if one["event"] == "copyBehind"]
+                self.assertEqual(behind, ["the journal's copy is not written: the process that writes it has ended; the "
+                                          "work goes on, and the copy follows"], number)
+        finally:
+            child.terminate()
+            child.communicate(timeout=PATIENCE)
+        self.assertEqual(child.returncode, 0)
+        self.assert_copied(place, 3)
 
     def test_does_not_wait_each_time_for_a_server_that_does_not_answer(self):
         place = self.place("file")

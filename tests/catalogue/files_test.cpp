@@ -1,6 +1,8 @@
 // Files that cannot be a catalogue: the messages name them.
 #include "anycatalogue.h"
 
+#include <QFileInfo>
+
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -24,9 +26,9 @@ QString Refusal(const QString& path)
     return RefusalOf([&] { Catalogue one(path); });
 }
 
-QString Named(const QString& path, const char* reason)
+QString Named(const QString& path, const QString& reason)
 {
-    return QStringLiteral("the catalogue '%1': ").arg(path) + QLatin1String(reason);
+    return QStringLiteral("the catalogue '%1': ").arg(path) + reason;
 }
 
 // What a user without rights is told.
@@ -94,13 +96,23 @@ TEST(CatalogueFiles, UserWithoutRightsIsToldSo)
     const QByteArray place = QFile::encodeName(directory.Path());
     ASSERT_EQ(chmod(place.constData(), geteuid() == 0 ? 0755 : 0555), 0);
     ASSERT_EQ(chmod(QFile::encodeName(path).constData(), 0444), 0);
-    EXPECT_EQ(FailuresOfNobody([&] {
-                  EXPECT_EQ(Refusal(path), Named(path, "Permission denied"));
-                  EXPECT_EQ(Refusal(directory.Path("new.db")),
-                            Named(directory.Path("new.db"), "Permission denied"));
-                  EXPECT_EQ(Catalogue::ForReading(path)->KnownBelow(directory.Path()).size(), 1);
-              }),
-              0);
+    EXPECT_EQ(
+        FailuresOfNobody([&] {
+            const auto denied = [&](const char* what, const QString& where, const char* mode) {
+                return QString(
+                           "user '%1' may not %2 '%3'%4; its owner '%5' can permit that, as by a group and "
+                           "chmod %6")
+                    .arg(geteuid() == 65534 ? "nobody" : QFileInfo(path).owner(), what, where,
+                         where == directory.Path() ? ", where the database needs some beside it" : "",
+                         QFileInfo(where).owner(), mode);
+            };
+            EXPECT_EQ(Refusal(path), Named(path, denied("write to the file", path, "g+w")));
+            EXPECT_EQ(Refusal(directory.Path("new.db")),
+                      Named(directory.Path("new.db"),
+                            denied("make files in the directory", directory.Path(), "g+wx")));
+            EXPECT_EQ(Catalogue::ForReading(path)->KnownBelow(directory.Path()).size(), 1);
+        }),
+        0);
     ASSERT_EQ(chmod(place.constData(), 0755), 0);
 }
 

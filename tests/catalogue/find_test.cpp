@@ -77,9 +77,7 @@ TEST_P(FindTest, NamesInAnyCaseOrTheWhole)
     EXPECT_EQ(Found(With([](Wanted& w) { w.circuits = QStringList{Cyrillic("=ВЛ-110 кВ Южная")}; })),
               "uncleared three quiet");
     EXPECT_EQ(Found(With([](Wanted& w) { w.circuits = QStringList{Cyrillic("=Южная")}; })), "");
-    EXPECT_EQ(Found(With([](Wanted& w) {
-                  w.stations = QStringList{Cyrillic("ЕЛКИНО"), "nowhere"};
-              })),
+    EXPECT_EQ(Found(With([](Wanted& w) { w.stations = QStringList{Cyrillic("ЕЛКИНО"), "nowhere"}; })),
               "three");
     EXPECT_EQ(Found(With([](Wanted& w) { w.recorders = QStringList{"r2"}; })), "three");
     EXPECT_EQ(Found(With([](Wanted& w) { w.changed = QStringList{Cyrillic("апв")}; })), "uncleared");

@@ -32,10 +32,7 @@ public:
 
 #if QT_VERSION < QT_VERSION_CHECK(6, 0, 0) // which takes the function as it is
 protected:
-    void setupChildProcess() override
-    {
-        prepareChild();
-    }
+    void setupChildProcess() override { prepareChild(); }
 
 private:
     std::function<void()> prepareChild;

@@ -29,7 +29,7 @@ NAME = re.compile(r"zucmtr [a-z ]+|ZuCmtrConverter|\S+\.ini|I²t")
 # For the build alone, so that no help has it.
 HIDDEN = {"--dump-json"}
 # What starts a line of a block that is the same in every language, however many words it has.
-COMMAND = re.compile(r"(?:\$ |sudo |\(?cd |(?:zucmtr|apt|dpkg|cmake|ctest|cpack|pip|python3|journalctl|systemctl|sqlite3|awk|grep|"
+COMMAND = re.compile(r"(?:\$ |sudo |\(?cd |(?:zucmtr|apt|dpkg|cmake|ctest|pip|python3|journalctl|systemctl|sqlite3|awk|grep|"
                      r"rsync|mkdir|mail|echo|find_package|target_\w+|scripts/|bench/|\./)\b|[\[/\"]|\w+ ?=|zucmtr_|time\()")
 # Blocks whose every line counts, but for its comment.
 LITERAL = {"sh", "sql", "ini", "python", "cpp"}

@@ -235,7 +235,7 @@ class Generator(unittest.TestCase):
                 program.chmod(0o755)
                 page.parent.mkdir(parents=True)
                 page.touch()
-                result = run(sys.executable, "-B", arguments.generator, program, "1.0", "2026-01-01", name)
+                result = run(sys.executable, "-B", arguments.generator, "1.0", "2026-01-01", name, program)
                 self.assertEqual((1, True), (result.returncode, page.exists()), text)
 
 

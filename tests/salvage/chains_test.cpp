@@ -7,7 +7,7 @@ namespace {
 
 constexpr int Rows = 40; // of one file
 
-class Chain : public testing::Test
+class SalvagedChain : public testing::Test
 {
 protected:
     // The chain with one file cut before a section.
@@ -39,13 +39,13 @@ protected:
 
 } // namespace
 
-TEST_F(Chain, KeepsAllFilesIfOneLacksItsLastChannel)
+TEST_F(SalvagedChain, KeepsAllFilesIfOneLacksItsLastChannel)
 {
     for (size_t file = 0; file < 3; ++file)
         Expect(CutBefore(file, 95), 95, 3);
 }
 
-TEST_F(Chain, KeepsWhatIsMoreInChannelsTimesTime)
+TEST_F(SalvagedChain, KeepsWhatIsMoreInChannelsTimesTime)
 {
     Expect(CutBefore(0, 40), 40, 3);
     Expect(CutBefore(1, 40), 40, 3); // 120 against 96 of the first file
@@ -55,14 +55,14 @@ TEST_F(Chain, KeepsWhatIsMoreInChannelsTimesTime)
     Expect(CutBefore(2, 63), 96, 2);
 }
 
-TEST_F(Chain, EndsBeforeAFileWithoutAnyDiscreteChannel)
+TEST_F(SalvagedChain, EndsBeforeAFileWithoutAnyDiscreteChannel)
 {
     Expect(CutBefore(0, 16), 16, 1); // the library does not join such files
     Expect(CutBefore(1, 32), 96, 1);
     Expect(CutBefore(2, 32), 96, 2);
 }
 
-TEST_F(Chain, EndsBeforeAFileWithoutAHeader)
+TEST_F(SalvagedChain, EndsBeforeAFileWithoutAHeader)
 {
     std::vector<QByteArray> damaged = files;
     damaged[2].truncate(100);
@@ -75,7 +75,7 @@ TEST_F(Chain, EndsBeforeAFileWithoutAHeader)
     EXPECT_FALSE(scene.Examine(damaged).plan);
 }
 
-TEST_F(Chain, NamesWhatIsLostByAFileThatIsWhole)
+TEST_F(SalvagedChain, NamesWhatIsLostByAFileThatIsWhole)
 {
     const salvage::Loss loss = scene.Examine(CutBefore(0, 94)).plan->loss;
     const std::vector<Place> places = PlacesIn(files.front());
@@ -84,14 +84,14 @@ TEST_F(Chain, NamesWhatIsLostByAFileThatIsWhole)
     EXPECT_EQ(salvage::TextOf(loss), "32 of 32 analog, 62 of 64 discrete channels");
 }
 
-TEST_F(Chain, IsNotContinuedByAFileOfAnotherRecorder)
+TEST_F(SalvagedChain, IsNotContinuedByAFileOfAnotherRecorder)
 {
     std::vector<QByteArray> damaged = CutBefore(0, 95);
     damaged[1][160] = 'X'; // in the identity
     Expect(damaged, 95, 1);
 }
 
-TEST_F(Chain, LeavesOutChannelsThatHaveOtherNamesInAnotherFile)
+TEST_F(SalvagedChain, LeavesOutChannelsThatHaveOtherNamesInAnotherFile)
 {
     std::vector<QByteArray> damaged = CutBefore(0, 95);
     damaged[1][PlacesIn(files[1])[94].begin + 4] = 'X';

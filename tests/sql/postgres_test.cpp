@@ -60,9 +60,8 @@ sql::Failure OpeningFailure(const QString& address)
 
 TEST_F(PostgresTest, FailureHasTheServersStateAndItsFirstLineAlone)
 {
-    const sql::Failure failure = FailureOf([&] {
-        database.Run("INSERT INTO t VALUES (?, ?)", {QString("x"), qint64{1}});
-    });
+    const sql::Failure failure =
+        FailureOf([&] { database.Run("INSERT INTO t VALUES (?, ?)", {QString("x"), qint64{1}}); });
     EXPECT_EQ(failure.state, "22P02");
     EXPECT_EQ(failure.trouble, Trouble::Other);
     EXPECT_EQ(failure.Message(), "invalid input syntax for type bigint: \"x\"");
@@ -85,8 +84,11 @@ TEST_F(PostgresTest, PermissionIsExplained)
     Server().Psql("CREATE ROLE reader LOGIN");
     sql::Postgres reader(QString(address).replace("zucmtr@", "reader@"));
     const sql::Failure failure = FailureOf([&] { reader.One("SELECT count(*) FROM t"); });
-    EXPECT_EQ(failure.Message(),
-              "this user lacks a permission on the server (permission denied for table t)");
+    EXPECT_EQ(
+        failure.Message(),
+        "the role 'reader' lacks a permission on the server (permission denied for table t); the owner of "
+        "the "
+        "tables or the server's administrator can give it with GRANT, or name another role in the address");
     EXPECT_EQ(failure.trouble, Trouble::Other);
 }
 

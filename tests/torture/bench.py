@@ -27,11 +27,12 @@ class Row:
 
 
 class Bench:
-    """short: points are drawn by lot, so that all takes about a minute. seed: of everything that is drawn."""
+    """short: points are drawn by lot, so that all takes about half a minute; times as many. seed: of everything that is
+    drawn."""
 
-    def __init__(self, places, program, shim, *, short, seed, minutes, jobs):
+    def __init__(self, places, program, shim, *, short, seed, minutes, jobs, times=1):
         self.places, self.program, self.shim = places, program, shim
-        self.short, self.seed, self.minutes, self.jobs = short, seed, minutes, jobs
+        self.short, self.seed, self.minutes, self.jobs, self.times = short, seed, minutes, jobs, times
         self.free = queue.Queue()
         self.numbers = itertools.count()
         self.rows = []
@@ -71,6 +72,7 @@ class Bench:
     def draw(self, points, most, *words):
         """All points; in the short form at most so many, drawn by lot."""
         points = list(points)
+        most *= self.times
         if self.short and len(points) > most:
             chosen = self.rng("draw", *words).sample(range(len(points)), most)
             return [points[index] for index in sorted(chosen)]

@@ -156,7 +156,7 @@ def _at_each_call(bench, scenario, actions, most):
 
 def exchange(bench):
     """Before each call of the program a file of a recording becomes another one."""
-    _at_each_call(bench, "exchange", ["swap", "swap-continuation", "rewrite", "rewrite-continuation", "grow"], 15)
+    _at_each_call(bench, "exchange", ["swap", "swap-continuation", "rewrite", "rewrite-continuation", "grow"], 8)
 
 
 def forged(bench):
@@ -167,7 +167,7 @@ def forged(bench):
 
 def late(bench):
     """Before each call of the program the last file of a recording comes."""
-    _at_each_call(bench, "late", ["late"], 8)
+    _at_each_call(bench, "late", ["late"], 4)
 
 
 def random_exchange(bench):

@@ -54,7 +54,7 @@ def kill(bench):
     for older in (False, True):
         for case in bench.cases(modes=stations.MODES if not older else ["plain", "remove"]):
             count = sum(kind in benches.CHANGING for kind in _calls(bench, case, older))
-            points = bench.draw(range(1, count + 2), 12 if not older else 6, "kill", case, older)
+            points = bench.draw(range(1, count + 2), 6 if not older else 3, "kill", case, older)
 
             def work(station, point, case=case, older=older):
                 ledger = _prepare(bench, station, case, older)
@@ -72,7 +72,7 @@ def twice_killed(bench):
     for case in bench.cases():
         count = sum(kind in benches.CHANGING for kind in _calls(bench, case))
         rng = bench.rng("twice", case)
-        points = [(rng.randint(1, count), rng.randint(1, count)) for _ in range(5 if bench.short else 100)]
+        points = [(rng.randint(1, count), rng.randint(1, count)) for _ in range(3 * bench.times if bench.short else 100)]
 
         def work(station, point, case=case):
             ledger = _prepare(bench, station, case, False)
@@ -104,7 +104,7 @@ def faults(bench):
             ledger.check_claims(run)
             return benches.conclude(station, ledger)
 
-        bench.each("faults", case, bench.draw(points, 20, "faults", case), work)
+        bench.each("faults", case, bench.draw(points, 10, "faults", case), work)
 
 
 UNREADABLE = [("EIO", 5, "open"), ("EIO", 5, "read"), ("EIO", 5, "stat"), ("EACCES", 13, "open"), ("ENFILE", 23, "open"),
@@ -127,7 +127,7 @@ def unreadable(bench):
             ledger.check_claims(run)
             return benches.conclude(station, ledger)
 
-        bench.each("unreadable", case, bench.draw(points, 12, "unreadable", case), work)
+        bench.each("unreadable", case, bench.draw(points, 6, "unreadable", case), work)
 
 
 PAGE = 4096
@@ -147,7 +147,7 @@ def full_disk(bench):
             def work(station, level, case=case, what=what):
                 return _full_disk_point(bench, station, case, what, level)
 
-            bench.each(f"full-{what}", case, bench.draw(range(levels), 8, "full", case), work)
+            bench.each(f"full-{what}", case, bench.draw(range(levels), 4, "full", case), work)
 
 
 def _pages_needed(bench, case, what):

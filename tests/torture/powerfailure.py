@@ -222,7 +222,7 @@ def power_failure(bench):
     for case in plain + [case for case in bench.cases(all_forms=False) if case not in plain]:
         with bench.station() as station:
             states = _record(bench, station, case)
-            drawn = dict(bench.draw([(state[0], state) for state in states], 15, "power", case))
+            drawn = dict(bench.draw([(state[0], state) for state in states], 8, "power", case))
 
             # Paths are in the journal, so every state is rebuilt where it was recorded: one after the other.
             def work(_station, name, station=station, case=case, drawn=drawn):

@@ -1,9 +1,9 @@
 """Torture of the program: nothing may be lost, cut short or left behind, whatever happens.
 
-    torture.py ZUCMTR SHIM [--scenario NAME...] [--short] [--seed N] [--minutes M] [--jobs N] [--place DIR]
+    torture.py ZUCMTR SHIM [--scenario NAME...] [--short [--times N]] [--seed N] [--minutes M] [--jobs N] [--place DIR]
 
 ZUCMTR is the program, SHIM the library that is loaded into it (shim.cpp). --short draws some points of each
-scenario by lot; without it every point is tried, which takes about an hour and a half on two cores. --minutes is the
+scenario by lot, --times N so many times as many; without it every point is tried, which takes about an hour and a half on two cores. --minutes is the
 length of the soak. Prints a table of what was tried and found, and the first findings of each row; exit code 1 if
 there are any. As root, it works in memory, in a mount namespace of its own; other users have no read-only and no small
 file systems, so limits of the size of a file stand in for full disks.
@@ -53,6 +53,7 @@ def parse(words):
     parser.add_argument("shim", type=pathlib.Path)
     parser.add_argument("--scenario", nargs="+", choices=SCENARIOS, default=None)
     parser.add_argument("--short", action="store_true")
+    parser.add_argument("--times", type=int, default=1)
     parser.add_argument("--seed", default="1")
     parser.add_argument("--minutes", type=float, default=None, help="of the soak: 15, in the short form 0.1")
     parser.add_argument("--jobs", type=int, default=min(2, os.cpu_count() or 1))
@@ -91,7 +92,7 @@ def main():
         places = stations.Places(directory, mounts)
         try:
             bench = benches.Bench(places, options.program.absolute(), options.shim.absolute(), short=options.short,
-                                  seed=options.seed, minutes=options.minutes, jobs=options.jobs)
+                                  seed=options.seed, minutes=options.minutes, jobs=options.jobs, times=options.times)
             bench.report = lambda row: show(row, None if options.all_findings else SHOWN)
             print(f"seed {options.seed}, {'short' if options.short else 'long'} form, "
                   f"{'in memory' if places.mounts else directory}")

@@ -44,6 +44,15 @@ def path_of(program):
     return path
 
 
+def with_page(chromium, place):
+    """A script in a directory that starts the browser with a page: without a word for one it opens none, and the driver says none."""
+    script = os.path.join(place, "browser")
+    with open(script, "w", encoding="utf-8") as file:
+        file.write('#!/bin/sh\nexec "%s" "$@" about:blank\n' % chromium)
+    os.chmod(script, 0o700)
+    return script
+
+
 class Browser:
     """Starts when it is first used."""
 
@@ -58,7 +67,7 @@ class Browser:
         # The browser leaves directories in TMPDIR.
         self.place = tempfile.TemporaryDirectory(ignore_cleanup_errors=True)
         options = ChromeOptions()
-        options.binary_location = chromium
+        options.binary_location = with_page(chromium, self.place.name) if "headless-shell" in chromium else chromium
         for argument in ("--headless=new", "--no-sandbox", "--disable-gpu", "--disable-dev-shm-usage", "--lang=en-US",
                          "--user-data-dir=" + os.path.join(self.place.name, "profile"), "--window-size=%d,%d" % self.size):
             options.add_argument(argument)

@@ -1,15 +1,13 @@
 #include "analysis/distance.h"
 
+#include "analysis/constants.h"
+
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 namespace analysis {
 
 namespace {
-
-constexpr double Pi = 3.14159265358979323846;
-constexpr double None = std::numeric_limits<double>::quiet_NaN();
 
 // A loop of the fault: its voltage, current and drop along the whole line, and the current of the fault as
 // each method sees it (all in volts and amperes).
@@ -149,7 +147,7 @@ std::vector<Distance> DistancesOf(FaultKind kind, const Change& change, const Li
         const double part = PartOf(loop, current);
         const double resistance = std::real((loop.voltage - part * loop.drop) / current);
         distances.push_back({method, 100 * part, part * line.length,
-                             method == DistanceMethod::Reactance ? None : resistance});
+                             method == DistanceMethod::Reactance ? NoValue : resistance});
     }
     return distances;
 }

@@ -1,5 +1,6 @@
 #include "analysis/faultkind.h"
 
+#include "analysis/constants.h"
 #include "analysis/distance.h"
 
 #include <algorithm>
@@ -8,8 +9,6 @@
 namespace analysis {
 
 namespace {
-
-constexpr double Pi = 3.14159265358979323846;
 
 PhasePhasors Difference(const PhasePhasors& during, const PhasePhasors& before)
 {

@@ -1,14 +1,13 @@
 #include "analysis/faultlocation.h"
 
+#include "analysis/constants.h"
+
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 namespace analysis {
 
 namespace {
-
-constexpr double None = std::numeric_limits<double>::quiet_NaN();
 
 // Distances by each method in one window after the other.
 using Estimates = std::vector<std::vector<Distance>>;
@@ -20,7 +19,7 @@ double Quantile(std::vector<double> values, double part)
     return *at;
 }
 
-std::vector<double> ValuesOf(const Estimates& all, size_t method, double Distance::*value)
+std::vector<double> ValuesOf(const Estimates& all, size_t method, double Distance::* value)
 {
     std::vector<double> values;
     for (const std::vector<Distance>& one : all)
@@ -31,9 +30,9 @@ std::vector<double> ValuesOf(const Estimates& all, size_t method, double Distanc
 Distance MiddleOf(const Estimates& all, size_t method)
 {
     constexpr double half = 0.5;
-    const auto middle = [&](double Distance::*value) {
+    const auto middle = [&](double Distance::* value) {
         const std::vector<double> values = ValuesOf(all, method, value);
-        return std::isnan(values.front()) ? None : Quantile(values, half);
+        return std::isnan(values.front()) ? NoValue : Quantile(values, half);
     };
     return {all.front()[method].method, middle(&Distance::percent), middle(&Distance::km),
             middle(&Distance::resistance)};

@@ -1,17 +1,15 @@
 #include "analysis/frequency.h"
 
+#include "analysis/constants.h"
 #include "analysis/spacevector.h"
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 namespace analysis {
 
 namespace {
 
-constexpr double Pi = 3.14159265358979323846;
-constexpr double None = std::numeric_limits<double>::quiet_NaN();
 constexpr double Farthest = 0.2; // from the nominal frequency, as a part of it
 constexpr double Settled = 1e-6; // Hz
 constexpr int MostRounds = 20;
@@ -39,7 +37,7 @@ AngleLine LineThroughAngles(const std::vector<Phasor>& phasors)
     double xy = 0;
     double yy = 0;
     double angle = 0;
-    Phasor before = None;
+    Phasor before = NoValue;
     const double middle = static_cast<double>(phasors.size()) / 2; // sums of small numbers are more exact
     for (size_t i = 0; i < phasors.size(); ++i) {
         if (!(std::abs(phasors[i]) > 0)) // missing, or nothing there
@@ -67,19 +65,19 @@ double FrequencyOf(const FrequencySource& source, double rate, double nominal, s
 {
     const double shortest = 1.5 * rate / nominal;
     if (static_cast<double>(end) - static_cast<double>(first) < shortest)
-        return None;
+        return NoValue;
     const SpaceVector vector(source, first, end);
     double hertz = nominal;
     for (int round = 0; round < MostRounds; ++round) {
         const AngleLine line = LineThroughAngles(vector.Track(Fourier(rate / hertz), 0, vector.Count()));
         const double change = line.slope * rate / (2 * Pi);
         if (!IsNear(hertz + change, nominal)) // NaN too
-            return None;
+            return NoValue;
         hertz += change;
         if (std::abs(change) < Settled)
-            return line.scatter <= MostScatter ? hertz : None;
+            return line.scatter <= MostScatter ? hertz : NoValue;
     }
-    return None;
+    return NoValue;
 }
 
 } // namespace analysis

@@ -1,17 +1,15 @@
 // Frequency and phasors for each sample.
+#include "analysis/constants.h"
 #include "analysis/frequency.h"
 #include "analysis/spacevector.h"
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 namespace analysis {
 
 namespace {
 
-constexpr double Pi = 3.14159265358979323846;
-constexpr double None = std::numeric_limits<double>::quiet_NaN();
 constexpr double Farthest = 0.2;       // from the nominal frequency, as a part of it
 constexpr double BankStep = 0.01;      // Hz
 constexpr double LeastMagnitude = 0.1; // of the largest
@@ -25,7 +23,7 @@ double MedianOf(Wave values)
     values.erase(std::remove_if(values.begin(), values.end(), [](double value) { return std::isnan(value); }),
                  values.end());
     if (values.empty())
-        return None;
+        return NoValue;
     const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
     std::nth_element(values.begin(), middle, values.end());
     return *middle;
@@ -76,7 +74,7 @@ private:
         const size_t back = std::min(begin, period + filter.Window() - 1);
         const std::vector<Phasor> phasors = vector.Track(filter, begin - back, end);
         const double factor = rate / (2 * Pi * static_cast<double>(period));
-        Wave hertz(end - begin, None);
+        Wave hertz(end - begin, NoValue);
         for (size_t i = 0; i < hertz.size(); ++i) {
             if (i + back < period)
                 continue;
@@ -99,7 +97,7 @@ private:
 // The difference of the means over the last periods and those before them.
 Wave ChangeOf(const Wave& hertz, double rate, size_t length)
 {
-    Wave change(hertz.size(), None);
+    Wave change(hertz.size(), NoValue);
     double newer = 0; // sums
     double older = 0;
     size_t begin = 0; // of the values without a gap
@@ -130,7 +128,7 @@ FrequencyTrack FrequencyOf(const FrequencySource& source, double rate, double no
     track.hertz = Tracker(source, rate, nominal).Frequencies();
     for (double& hertz : track.hertz)
         if (std::abs(hertz - nominal) > Farthest * nominal)
-            hertz = None;
+            hertz = NoValue;
     track.change =
         ChangeOf(track.hertz, rate, ChangePeriods * static_cast<size_t>(std::lround(rate / nominal)));
     return track;

@@ -1,15 +1,13 @@
 #include "analysis/interpolation.h"
 
+#include "analysis/constants.h"
+
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 namespace analysis {
 
 namespace {
-
-constexpr double Pi = 3.14159265358979323846;
-constexpr double None = std::numeric_limits<double>::quiet_NaN();
 
 constexpr double SameMoment = 1e-6; // in parts of a step
 constexpr size_t MostNodes = 8;     // of a polynomial; more magnify noise at the ends of a piece
@@ -145,7 +143,7 @@ double Interpolation::Polynomial(const std::vector<double>& values, const Moment
 {
     const auto valueAt = [&](qint64 sample) { return values[static_cast<size_t>(sample)]; };
     if (std::isnan(valueAt(moment.before)) || std::isnan(valueAt(moment.before + 1)))
-        return None;
+        return NoValue;
     const SampleTimes::Stretch stretch = times.Around(moment.before);
     const qint64 begin = std::max(stretch.begin, moment.before - FarthestNode);
     const qint64 end = std::min(stretch.end, moment.before + FarthestNode + 2);
@@ -167,7 +165,7 @@ std::vector<double> Interpolation::Of(const std::vector<double>& values) const
     std::vector<double> result;
     result.reserve(moments.size());
     for (const Moment& moment : moments) {
-        double value = None;
+        double value = NoValue;
         if (moment.way == Way::Sample)
             value = values[static_cast<size_t>(moment.before)];
         if (moment.way == Way::Kernel)

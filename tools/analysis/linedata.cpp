@@ -26,7 +26,7 @@ namespace {
 struct NumberKey
 {
     const char* name;
-    double Line::*field;
+    double Line::* field;
     bool mayBeZero; // a resistance may be; nothing may be less
     bool isNeeded;  // for a distance
 };
@@ -44,7 +44,7 @@ constexpr std::array<NumberKey, 7> numberKeys = {{
 struct TextKey
 {
     const char* name;
-    QString Line::*field;
+    QString Line::* field;
 };
 
 constexpr std::array<TextKey, 2> textKeys = {{{"parallel", &Line::parallel}, {"voltages", &Line::voltages}}};

@@ -1,18 +1,15 @@
 #include "analysis/phasor.h"
 
+#include "analysis/constants.h"
 #include "analysis/windowfit.h"
 
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <limits>
 
 namespace analysis {
 
 namespace {
-
-constexpr double Pi = 3.14159265358979323846;
-constexpr double None = std::numeric_limits<double>::quiet_NaN();
 
 // Sums that slide start afresh with each block, so that no rounding error grows with the wave.
 constexpr size_t Block = 256;
@@ -51,7 +48,7 @@ void RemoveMissing(const std::vector<double>& wave, size_t window, std::vector<P
         if (!std::isfinite(wave[i]))
             until = i + window;
         if (i < until)
-            result[i] = Phasor(None, None);
+            result[i] = Phasor(NoValue, NoValue);
     }
 }
 
@@ -128,7 +125,7 @@ void Fourier::TrackBlock(const double* first, size_t last, size_t count, Phasor*
 
 std::vector<Phasor> Fourier::Track(const std::vector<double>& wave) const
 {
-    std::vector<Phasor> result(wave.size(), Phasor(None, None));
+    std::vector<Phasor> result(wave.size(), Phasor(NoValue, NoValue));
     const size_t window = weights.size();
     if (wave.size() < window)
         return result;

@@ -1,17 +1,15 @@
 #include "analysis/rms.h"
 
+#include "analysis/constants.h"
+
 #include <algorithm>
 #include <cmath>
 #include <deque>
-#include <limits>
 
 namespace analysis {
 
 namespace {
 
-constexpr double None = std::numeric_limits<double>::quiet_NaN();
-
-constexpr double Pi = 3.14159265358979323846;
 constexpr size_t FewSamples = 32; // of a window all of whose weights are fitted
 
 Model OfOrder(int order)
@@ -24,7 +22,7 @@ Model OfOrder(int order)
 // Of a mean square, which the rounding of nothing may put below zero.
 double RootOf(double meanSquare)
 {
-    return std::isnan(meanSquare) ? None : std::sqrt(std::max(0.0, meanSquare));
+    return std::isnan(meanSquare) ? NoValue : std::sqrt(std::max(0.0, meanSquare));
 }
 
 } // namespace
@@ -70,7 +68,7 @@ double Rms::Of(const double* first) const
 
 Wave Rms::Track(const Wave& wave) const
 {
-    Wave result(wave.size(), None);
+    Wave result(wave.size(), NoValue);
     for (size_t i = Window(); i <= wave.size(); ++i)
         result[i - 1] = Of(&wave[i - Window()]);
     return result;
@@ -81,7 +79,7 @@ Peak::Peak(double samplesPerPeriod) : window(static_cast<size_t>(std::ceil(sampl
 double Peak::Of(const double* first) const
 {
     if (std::any_of(first, first + window, [](double value) { return std::isnan(value); }))
-        return None;
+        return NoValue;
     const auto largest = std::max_element(
         first, first + window, [](double left, double right) { return std::abs(left) < std::abs(right); });
     return std::abs(*largest);
@@ -89,7 +87,7 @@ double Peak::Of(const double* first) const
 
 Wave Peak::Track(const Wave& wave) const
 {
-    Wave result(wave.size(), None);
+    Wave result(wave.size(), NoValue);
     std::deque<size_t> candidates; // places of magnitudes that fall
     size_t begin = 0;              // after the last value that is missing
     for (size_t i = 0; i < wave.size(); ++i) {

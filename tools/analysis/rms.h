@@ -18,10 +18,10 @@ public:
     explicit Direct(double samplesPerPeriod);
 
     size_t Window() const { return mean.Window(); }
-    double Of(const double* first) const
+    double Of(const double* first) const ///< of the Window() values from first on
     {
         return mean.Of(first).real();
-    }                                   ///< of the Window() values from first on
+    }
     Wave Track(const Wave& wave) const; ///< NaN without a whole window of values
 
 private:

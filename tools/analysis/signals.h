@@ -33,10 +33,10 @@ public:
     double Rate() const { return rate; }   ///< samples per second; 0 if there is no sample
     size_t Count() const { return count; } ///< samples of each wave
     double TimeOf(double sample) const { return start + sample / rate; } ///< seconds from the trigger
-    double SampleAt(double seconds) const
+    double SampleAt(double seconds) const                                ///< the inverse, a fraction too
     {
         return (seconds - start) * rate;
-    }                                          ///< the inverse, a fraction too
+    }
     double Nominal() const { return nominal; } ///< line frequency of the configuration, Hz
 
     /// Values of an analog channel, computed when they are first asked for. Not for several threads at once.

@@ -106,7 +106,7 @@ QString UniqueName(const QJsonObject& object, const comtrade::AnalogChannel& cha
 }
 
 QJsonObject PhasorsOf(const Summary& summary, const std::vector<ChannelPhasors>& phasors,
-                      Phasor ChannelPhasors::*moment)
+                      Phasor ChannelPhasors::* moment)
 {
     QJsonObject object;
     for (const ChannelPhasors& one : phasors) {

@@ -1,5 +1,7 @@
 #include "analysis/superimposed.h"
 
+#include "analysis/constants.h"
+
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -10,9 +12,6 @@
 namespace analysis {
 
 namespace {
-
-constexpr double Pi = 3.14159265358979323846;
-constexpr double None = std::numeric_limits<double>::quiet_NaN();
 
 // From so many samples a period on, a cubic is good to a few parts in 10,000 of the fundamental.
 constexpr double EnoughForCubic = 40;
@@ -148,7 +147,7 @@ Wave Superimposed(const Wave& wave, double period)
     // The samples before the point: the one at n - whole is the middle of the first half.
     const size_t before = whole + taps / 2 - 1;
     const size_t after = taps / 2 > whole ? taps / 2 - whole : 0;
-    Wave result(wave.size(), None);
+    Wave result(wave.size(), NoValue);
     if (taps == 4) { // `after` is 0
         if (wave.size() > before)
             SuperimposeByCubic(wave, weights, before, result);

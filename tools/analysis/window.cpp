@@ -1,16 +1,10 @@
 #include "analysis/window.h"
 
+#include "analysis/constants.h"
+
 #include <cmath>
-#include <limits>
 
 namespace analysis {
-
-namespace {
-
-constexpr double Pi = 3.14159265358979323846;
-constexpr double None = std::numeric_limits<double>::quiet_NaN();
-
-} // namespace
 
 Meter::Meter(double samplesPerPeriod)
     : period(samplesPerPeriod), window(static_cast<size_t>(std::ceil(samplesPerPeriod - 1e-6)))
@@ -48,7 +42,7 @@ Phasor Meter::TurnOf(size_t first, size_t length) const
 Phasor Meter::Of(const Wave& wave, size_t first, size_t length) const
 {
     if (length == 0 || first + length > wave.size())
-        return {None, None};
+        return {NoValue, NoValue};
     return Filter(length).Of(&wave[first]) * TurnOf(first, length);
 }
 
@@ -58,9 +52,9 @@ CircuitState Meter::Of(const CircuitWaves& waves, size_t first, size_t length) c
     state.hasVoltages = waves.hasVoltages;
     // The waves of a record are equally long.
     if (length == 0 || first + length > waves.currents[PhaseA]->size()) {
-        state.currents.fill({None, None});
+        state.currents.fill({NoValue, NoValue});
         if (waves.hasVoltages)
-            state.voltages.fill({None, None});
+            state.voltages.fill({NoValue, NoValue});
         return state;
     }
     const Phasor turn = TurnOf(first, length);

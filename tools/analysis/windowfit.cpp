@@ -1,5 +1,7 @@
 #include "analysis/windowfit.h"
 
+#include "analysis/constants.h"
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -8,7 +10,6 @@ namespace analysis {
 
 namespace {
 
-constexpr double Pi = 3.14159265358979323846;
 constexpr int MostHarmonics = 50;
 constexpr size_t FittedEnds = 8;
 constexpr size_t MostFittedWindow = 32; // samples

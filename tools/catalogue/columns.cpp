@@ -15,12 +15,12 @@ using sql::ValueOf;
 
 using Column = std::pair<const char*, Value (*)(const Entry&)>;
 
-Value OfFault(const Entry& entry, QString FaultFacts::*member)
+Value OfFault(const Entry& entry, QString FaultFacts::* member)
 {
     return entry.fault ? TextOrNull((*entry.fault).*member) : Value();
 }
 
-Value OfFault(const Entry& entry, std::optional<double> FaultFacts::*member)
+Value OfFault(const Entry& entry, std::optional<double> FaultFacts::* member)
 {
     return entry.fault ? ValueOf((*entry.fault).*member) : Value();
 }

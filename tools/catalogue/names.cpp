@@ -42,9 +42,7 @@ QVector<QPair<QString, QString>> Recorders(sql::Database& database)
 {
     QVector<QPair<QString, QString>> recorders;
     database.Run(QStringLiteral("SELECT station, recorder FROM recorders ORDER BY station, recorder"), {},
-                 [&](const sql::Row& row) {
-                     recorders.append({row.Text(0), row.Text(1)});
-                 });
+                 [&](const sql::Row& row) { recorders.append({row.Text(0), row.Text(1)}); });
     return recorders;
 }
 

@@ -81,9 +81,8 @@ void Apply(sql::Database& database, const std::vector<Rule>& rules, std::vector<
         const char* own = isFile ? rule.sqlite : rule.postgres;
         const QString query =
             QLatin1String(own != nullptr ? own : rule.both) + QLatin1String(" ORDER BY path");
-        database.Run(query, {}, [&](const sql::Row& row) {
-            flaws.push_back({rule.reason, row.Text(0), rule.text});
-        });
+        database.Run(query, {},
+                     [&](const sql::Row& row) { flaws.push_back({rule.reason, row.Text(0), rule.text}); });
     }
 }
 

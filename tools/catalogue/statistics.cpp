@@ -75,11 +75,10 @@ std::vector<FaultCount> FaultCounts(Catalogue& catalogue, const Wanted& wanted, 
 {
     std::vector<FaultCount> counts;
     const QLatin1String column(ColumnOf(by));
-    RunWanted(
-        catalogue, wanted, QStringLiteral("SELECT e.%1, count(DISTINCT e.moment) FROM entries e").arg(column),
-        QStringLiteral(" AND e.fault_kind IS NOT NULL GROUP BY e.%1").arg(column), [&](const sql::Row& row) {
-            counts.push_back({row.Text(0), row.Integer(1)});
-        });
+    RunWanted(catalogue, wanted,
+              QStringLiteral("SELECT e.%1, count(DISTINCT e.moment) FROM entries e").arg(column),
+              QStringLiteral(" AND e.fault_kind IS NOT NULL GROUP BY e.%1").arg(column),
+              [&](const sql::Row& row) { counts.push_back({row.Text(0), row.Integer(1)}); });
     std::sort(counts.begin(), counts.end(), [by](const FaultCount& a, const FaultCount& b) {
         return by == By::Circuit && a.count != b.count ? a.count > b.count : a.of < b.of;
     });
@@ -115,9 +114,8 @@ Duplicates DuplicatesOf(Catalogue& catalogue, const Wanted& wanted)
               QStringLiteral("SELECT CAST(sum(more) AS BIGINT), CAST(sum(more * bytes) AS BIGINT) FROM "
                              "(SELECT count(*) - 1 AS "
                              "more, max(e.bytes) AS bytes FROM entries e"),
-              QStringLiteral(" GROUP BY e.print HAVING count(*) > 1) AS groups"), [&](const sql::Row& row) {
-                  duplicates = {row.Integer(0), row.Integer(1)};
-              });
+              QStringLiteral(" GROUP BY e.print HAVING count(*) > 1) AS groups"),
+              [&](const sql::Row& row) { duplicates = {row.Integer(0), row.Integer(1)}; });
     return duplicates;
 }
 

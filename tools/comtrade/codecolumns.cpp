@@ -10,9 +10,9 @@ namespace comtrade {
 namespace {
 
 template <class Number>
-constexpr Number MissingAs = std::numeric_limits<Number>::has_quiet_NaN
-                                 ? std::numeric_limits<Number>::quiet_NaN()
-                                 : std::numeric_limits<Number>::min();
+constexpr Number MissingAs =
+    std::numeric_limits<Number>::has_quiet_NaN ? std::numeric_limits<Number>::quiet_NaN()
+                                               : std::numeric_limits<Number>::min();
 
 // Whether the type has the code, as a number that is not the one for missing values.
 template <class Number>

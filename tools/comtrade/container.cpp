@@ -219,8 +219,9 @@ private:
 
     void RemarkLacking()
     {
-        for (const auto& [kind, one] :
-             {std::make_pair("HDR", &container.header), std::make_pair("INF", &container.information)})
+        const std::pair<const char*, const Section*> optional[] = {{"HDR", &container.header},
+                                                                   {"INF", &container.information}};
+        for (const auto& [kind, one] : optional)
             if (one->firstLine == 0 && container.dataOffset >= 0)
                 Remark(forgiven, path, 0, 0,
                        {Severity::Note, reason::SectionLacking,

@@ -70,9 +70,7 @@ const Kind Analog = {"A", "nAnMax", GuessAnalog,
                      [](const Guess& guess) {
                          return EquipmentParameters(guess) + QStringLiteral(" S_G=") + guess.signalGroup;
                      },
-                     [](const Guess& guess) {
-                         return QStringList{guess.equipmentGroup, guess.signalGroup};
-                     }};
+                     [](const Guess& guess) { return QStringList{guess.equipmentGroup, guess.signalGroup}; }};
 
 const Kind Discrete = {"D", "nDiMax", GuessDiscrete,
                        [](const Guess& guess) {

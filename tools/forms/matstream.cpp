@@ -36,7 +36,7 @@ bool IsWhole(const QString& path)
 
 MatStream::MatStream(const QString& path_, const comtrade::Configuration& configuration_)
     : path(path_), configuration(configuration_),
-      file(IsWhole(path) ? Mat_Open(QFile::encodeName(path).constData(), MAT_ACC_RDONLY) : nullptr)
+      file(IsWhole(path) ? Matio().Open(QFile::encodeName(path).constData(), MAT_ACC_RDONLY) : nullptr)
 {
     if (!file)
         Fail(Tr("forms", "this is no MAT file that can be read, or it is cut off"));
@@ -53,7 +53,7 @@ void MatStream::Fail(const QString& what) const
 
 MatVariable MatStream::Open(const char* name, matio_classes kind, size_t columns)
 {
-    MatVariable variable(Mat_VarReadInfo(file.get(), name));
+    MatVariable variable(Matio().VarReadInfo(file.get(), name));
     const QString text = QString::fromLatin1(name);
     if (!variable)
         Fail(Tr("forms", "the variable '%1' is missing").arg(text));
@@ -67,7 +67,7 @@ MatVariable MatStream::Open(const char* name, matio_classes kind, size_t columns
 void MatStream::CompareDescriptions()
 {
     for (const MatVariable& expected : Descriptions(configuration)) {
-        const MatVariable variable(Mat_VarRead(file.get(), expected->name));
+        const MatVariable variable(Matio().VarRead(file.get(), expected->name));
         const QString text = QString::fromLatin1(expected->name);
         if (!variable)
             Fail(Tr("forms", "the variable '%1' is missing").arg(text));
@@ -83,8 +83,8 @@ void MatStream::ReadColumns(matvar_t& variable, size_t columns, size_t count, st
     column.resize(count * sizeof(Number));
     for (size_t i = 0; i < columns; ++i) {
         const auto start = static_cast<int>(i * times->dims[0] + next);
-        if (Mat_VarReadDataLinear(file.get(), &variable, column.data(), start, 1, static_cast<int>(count)) !=
-            0)
+        if (Matio().VarReadDataLinear(file.get(), &variable, column.data(), start, 1,
+                                      static_cast<int>(count)) != 0)
             Fail(Tr("forms", "the variable '%1' cannot be read").arg(QString::fromLatin1(variable.name)));
         for (size_t row = 0; row < count; ++row)
             std::memcpy(&numbers[row * columns + i], column.data() + row * sizeof(Number), sizeof(Number));

@@ -25,8 +25,8 @@ MatVariable Made(matvar_t* variable)
 MatVariable Text(const QString& text)
 {
     std::array<size_t, 2> size{text.isEmpty() ? size_t{0} : size_t{1}, static_cast<size_t>(text.size())};
-    return Made(Mat_VarCreate(nullptr, MAT_C_CHAR, MAT_T_UTF16, 2, size.data(),
-                              const_cast<ushort*>(text.utf16()), 0));
+    return Made(Matio().VarCreate(nullptr, MAT_C_CHAR, MAT_T_UTF16, 2, size.data(),
+                                  const_cast<ushort*>(text.utf16()), 0));
 }
 
 // The bytes of the text, for programs that read no letters beyond ASCII from a MAT file.
@@ -34,14 +34,14 @@ MatVariable Utf8(const QString& text)
 {
     const QByteArray bytes = text.toUtf8();
     std::array<size_t, 2> size{bytes.isEmpty() ? size_t{0} : size_t{1}, static_cast<size_t>(bytes.size())};
-    return Made(Mat_VarCreate(nullptr, MAT_C_UINT8, MAT_T_UINT8, 2, size.data(),
-                              const_cast<char*>(bytes.constData()), 0));
+    return Made(Matio().VarCreate(nullptr, MAT_C_UINT8, MAT_T_UINT8, 2, size.data(),
+                                  const_cast<char*>(bytes.constData()), 0));
 }
 
 MatVariable Number(double number)
 {
     std::array<size_t, 2> size{1, 1};
-    return Made(Mat_VarCreate(nullptr, MAT_C_DOUBLE, MAT_T_DOUBLE, 2, size.data(), &number, 0));
+    return Made(Matio().VarCreate(nullptr, MAT_C_DOUBLE, MAT_T_DOUBLE, 2, size.data(), &number, 0));
 }
 
 MatVariable Moment(const comtrade::Configuration& config, const comtrade::TimeStamp& stamp)
@@ -58,7 +58,7 @@ MatVariable Rates(const comtrade::Configuration& config)
     for (const comtrade::SampleRate& rate : config.rates)
         numbers.push_back(static_cast<double>(rate.lastSample));
     std::array<size_t, 2> size{config.rates.size(), 2};
-    return Made(Mat_VarCreate(nullptr, MAT_C_DOUBLE, MAT_T_DOUBLE, 2, size.data(), numbers.data(), 0));
+    return Made(Matio().VarCreate(nullptr, MAT_C_DOUBLE, MAT_T_DOUBLE, 2, size.data(), numbers.data(), 0));
 }
 
 template <class Subject>
@@ -107,31 +107,31 @@ template <class Subject, size_t count>
 MatVariable Structures(const char* name, const std::vector<Subject>& subjects,
                        const Field<Subject> (&fields)[count])
 {
-    std::array<const char*, count + 1> names{};
+    std::array<const char*, count> names{};
     std::transform(std::begin(fields), std::end(fields), names.begin(),
                    [](const Field<Subject>& field) { return field.name; });
-    const std::array<size_t, 2> size{1, subjects.size()};
-    MatVariable structures = Made(Mat_VarCreateStruct2(name, 2, size.data(), names.data()));
+    std::array<size_t, 2> size{1, subjects.size()};
+    MatVariable structures = Made(Matio().VarCreateStruct(name, 2, size.data(), names.data(), count));
     for (size_t i = 0; i < subjects.size(); ++i)
         for (const Field<Subject>& field : fields)
-            Mat_VarSetStructFieldByName(structures.get(), field.name, i, field.of(subjects[i]).release());
+            Matio().VarSetStructFieldByName(structures.get(), field.name, i, field.of(subjects[i]).release());
     return structures;
 }
 
 bool HaveSameFields(const matvar_t& a, const matvar_t& b)
 {
-    const unsigned fields = Mat_VarGetNumberOfFields(const_cast<matvar_t*>(&a));
-    if (fields != Mat_VarGetNumberOfFields(const_cast<matvar_t*>(&b)))
+    const unsigned fields = Matio().VarGetNumberOfFields(const_cast<matvar_t*>(&a));
+    if (fields != Matio().VarGetNumberOfFields(const_cast<matvar_t*>(&b)))
         return false;
-    const char* const* names = Mat_VarGetStructFieldnames(&a);
-    const char* const* others = Mat_VarGetStructFieldnames(&b);
+    const char* const* names = Matio().VarGetStructFieldnames(&a);
+    const char* const* others = Matio().VarGetStructFieldnames(&b);
     for (size_t field = 0; field < fields; ++field)
         if (std::strcmp(names[field], others[field]) != 0)
             return false;
     for (size_t i = 0; i < a.dims[0] * a.dims[1]; ++i)
         for (size_t field = 0; field < fields; ++field) {
-            const matvar_t* one = Mat_VarGetStructFieldByIndex(const_cast<matvar_t*>(&a), field, i);
-            const matvar_t* other = Mat_VarGetStructFieldByIndex(const_cast<matvar_t*>(&b), field, i);
+            const matvar_t* one = Matio().VarGetStructFieldByIndex(const_cast<matvar_t*>(&a), field, i);
+            const matvar_t* other = Matio().VarGetStructFieldByIndex(const_cast<matvar_t*>(&b), field, i);
             if (one == nullptr || other == nullptr || !IsSame(*one, *other))
                 return false;
         }

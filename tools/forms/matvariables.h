@@ -2,10 +2,9 @@
 #pragma once
 
 #include "comtrade/record.h"
+#include "forms/matlibrary.h"
 
 #include <QString>
-
-#include <matio.h>
 
 #include <memory>
 
@@ -13,13 +12,13 @@ namespace forms {
 
 struct CloseMat
 {
-    void operator()(mat_t* file) const { Mat_Close(file); }
+    void operator()(mat_t* file) const { Matio().Close(file); }
 };
 using MatFile = std::unique_ptr<mat_t, CloseMat>;
 
 struct FreeMatVariable
 {
-    void operator()(matvar_t* variable) const { Mat_VarFree(variable); }
+    void operator()(matvar_t* variable) const { Matio().VarFree(variable); }
 };
 using MatVariable = std::unique_ptr<matvar_t, FreeMatVariable>;
 

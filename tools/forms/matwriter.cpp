@@ -18,7 +18,7 @@ MatWriter::MatWriter(const QString& path_, const comtrade::Configuration& config
 {
     // Without a text of its own, matio would put the date there.
     constexpr char head[] = "MATLAB 5.0 MAT-file, written by zucmtr";
-    file.reset(Mat_CreateVer(QFile::encodeName(path).constData(), head, MAT_FT_MAT5));
+    file.reset(Matio().CreateVer(QFile::encodeName(path).constData(), head, MAT_FT_MAT5));
     if (!file)
         Fail(errno);
 }
@@ -56,7 +56,7 @@ void MatWriter::Write(const comtrade::Block& block)
 void MatWriter::Put(const MatVariable& variable)
 {
     errno = 0;
-    if (Mat_VarWrite(file.get(), variable.get(), MAT_COMPRESSION_NONE) != 0)
+    if (Matio().VarWrite(file.get(), variable.get(), MAT_COMPRESSION_NONE) != 0)
         Fail(errno);
 }
 
@@ -65,9 +65,9 @@ void MatWriter::Add(NumberMatrix& matrix, const char* name, matio_classes kind, 
 {
     size_t size[] = {matrix.Rows(), matrix.Columns()};
     const auto* numbers = matrix.Packed();
-    const MatVariable variable(Mat_VarCreate(name, kind, type, 2, size,
-                                             const_cast<void*>(static_cast<const void*>(numbers)),
-                                             flags | MAT_F_DONT_COPY_DATA));
+    const MatVariable variable(Matio().VarCreate(name, kind, type, 2, size,
+                                                 const_cast<void*>(static_cast<const void*>(numbers)),
+                                                 flags | MAT_F_DONT_COPY_DATA));
     if (!variable)
         throw std::bad_alloc();
     Put(variable);
@@ -81,7 +81,7 @@ void MatWriter::Finish()
     for (const MatVariable& variable : Descriptions(configuration))
         Put(variable);
     errno = 0;
-    if (Mat_Close(file.release()) != 0)
+    if (Matio().Close(file.release()) != 0)
         Fail(errno);
     // matio does not say whether the disk has taken all of it.
     const size_t least = times.Rows() * (sizeof(double) * (1 + analog.Columns()) + states.Columns());

@@ -20,20 +20,23 @@ namespace output {
 namespace {
 
 // Without this, a reader that goes away would end the program; now the write fails, and that can be reported.
+// Standard output is left out: there a reader that has seen enough ends the program, as in every command.
 class NoBrokenPipe
 {
 public:
-    NoBrokenPipe()
+    explicit NoBrokenPipe(int descriptor)
     {
         sigemptyset(&pipe);
-        sigaddset(&pipe, SIGPIPE);
+        if (descriptor != STDOUT_FILENO)
+            sigaddset(&pipe, SIGPIPE);
         pthread_sigmask(SIG_BLOCK, &pipe, &before);
     }
     ~NoBrokenPipe()
     {
         const int failure = errno;
         const timespec atOnce = {};
-        while (sigismember(&before, SIGPIPE) == 0 && sigtimedwait(&pipe, nullptr, &atOnce) > 0) {
+        while (sigismember(&before, SIGPIPE) == 0 && sigismember(&pipe, SIGPIPE) == 1 &&
+               sigtimedwait(&pipe, nullptr, &atOnce) > 0) {
         }
         pthread_sigmask(SIG_SETMASK, &before, nullptr);
         errno = failure;
@@ -155,7 +158,7 @@ bool OutputFile::Write(const QByteArray& bytes)
 
 bool OutputFile::WriteStream(const QByteArray& bytes)
 {
-    const NoBrokenPipe quiet;
+    const NoBrokenPipe quiet(target.descriptor);
     int written = 0;
     while (written < bytes.size()) {
         const ssize_t count =

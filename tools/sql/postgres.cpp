@@ -111,10 +111,13 @@ Trouble TroubleOf(const QString& state)
 }
 
 // Failures that a user can do something about, with the server's own words.
-QString Explained(const QString& state, const QString& text)
+QString Explained(const QString& state, const QString& text, const QString& role)
 {
     if (state.startsWith(QLatin1String("42501")))
-        return Tr("sql", "this user lacks a permission on the server (%1)").arg(text);
+        return Tr("sql", "the role '%1' lacks a permission on the server (%2); the owner of the tables or "
+                         "the server's "
+                         "administrator can give it with GRANT, or name another role in the address")
+            .arg(role, text);
     if (state.startsWith(QLatin1String("25006")))
         return Tr("sql", "the server lets nobody write; it may be the copy of another (%1)").arg(text);
     if (state.startsWith(QLatin1String("53100")))
@@ -123,7 +126,7 @@ QString Explained(const QString& state, const QString& text)
 }
 
 // The server's texts begin with a word for their severity, in its own language, and have further lines.
-[[noreturn]] void Fail(const QSqlError& error)
+[[noreturn]] void Fail(const QSqlError& error, const QString& role)
 {
     static const QRegularExpression severity(QStringLiteral("\\b\\w+:  "),
                                              QRegularExpression::UseUnicodePropertiesOption);
@@ -132,7 +135,7 @@ QString Explained(const QString& state, const QString& text)
         text = error.driverText();
     text = text.section(QLatin1Char('\n'), 0, 0).remove(severity);
     const QString state = error.nativeErrorCode();
-    throw Failure(Explained(state, text), TroubleOf(state), state);
+    throw Failure(Explained(state, text, role), TroubleOf(state), state);
 }
 
 } // namespace
@@ -174,15 +177,18 @@ void Postgres::Connect()
 {
     QSqlDatabase database = QSqlDatabase::database(name, false);
     if (!database.open())
-        Fail(database.lastError());
+        Fail(database.lastError(), role);
     Executed(QStringLiteral("SET client_min_messages = error")); // less would go to standard error
     Executed(QStringLiteral("SET standard_conforming_strings = on"));
     Executed(QStringLiteral("SET idle_in_transaction_session_timeout = '1min'"));
     SetPatience(patience);
-    QSqlQuery encoding = Executed(QStringLiteral("SHOW server_encoding"));
-    if (encoding.next() && encoding.value(0).toString() != QLatin1String("UTF8"))
+    QSqlQuery server = Executed(QStringLiteral("SELECT current_setting('server_encoding'), current_user"));
+    if (!server.next())
+        return;
+    role = server.value(1).toString();
+    if (server.value(0).toString() != QLatin1String("UTF8"))
         throw Failure(Tr("sql", "its encoding is %1; make a database with ENCODING 'UTF8' TEMPLATE template0")
-                          .arg(encoding.value(0).toString()),
+                          .arg(server.value(0).toString()),
                       Trouble::Other);
 }
 
@@ -211,7 +217,7 @@ QSqlQuery Postgres::Executed(const QString& text)
         throw Failure(Tr("sql", "the connection to the server is lost"), Trouble::Gone);
     QSqlQuery query(database);
     if (!query.exec(text))
-        Fail(query.lastError());
+        Fail(query.lastError(), role);
     return query;
 }
 

@@ -38,6 +38,7 @@ private:
     QSqlQuery Result(const QString& command, const Values& values);
 
     const QString name; // of the connection among those of the process
+    QString role;       // as whom the server has us
     int patience = UsualPatience;
     QHash<QString, QString> statements; // names of those that the server knows, by command
 };

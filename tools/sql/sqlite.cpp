@@ -2,6 +2,7 @@
 
 #include "explain/filesystem.h"
 #include "explain/system.h"
+#include "sql/permission.h"
 #include "text/numbers.h"
 #include "text/texts.h"
 
@@ -266,7 +267,11 @@ void Sqlite::Fail(int code) const
         break;
     }
     const int error = ErrorOf(handle.get(), code, path, access);
-    throw Failure(error != 0 ? explain::SystemText(error) : QString::fromUtf8(sqlite3_errstr(code)),
+    const QString permission =
+        error == EACCES ? MissingPermission(path, access != Access::ReadOnly) : QString();
+    throw Failure(!permission.isEmpty() ? permission
+                  : error != 0          ? explain::SystemText(error)
+                                        : QString::fromUtf8(sqlite3_errstr(code)),
                   error == ENOSPC || error == EDQUOT ? Trouble::NoRoom
                   : error == EIO || error == ESTALE  ? Trouble::Gone
                                                      : Trouble::Other);

@@ -299,8 +299,8 @@ void Simulation::Solve(double time, bool euler)
     }
     if (course.inrush) {
         const PhaseValues currents = InrushCurrents(*course.inrush, time, turns);
-        (course.inrush->bay == SwitchedBay::Line ? extraLine : extraHealthy) = {currents[0], currents[1],
-                                                                                currents[2]};
+        (course.inrush->bay == SwitchedBay::Line ? extraLine : extraHealthy) =
+            Vector3d(currents[0], currents[1], currents[2]);
     }
 
     for (Branch* branch : {&infeed, &healthy, &line, &remote})

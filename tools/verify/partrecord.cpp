@@ -131,12 +131,10 @@ std::optional<salvage::Choice> Verifier::ChannelsThere(const QString& firstFile,
     const std::optional<QString> failure = text::FailureOf([&] {
         const comtrade::Record record(ConfigurationOf(source, directory, recordName));
         const comtrade::Configuration& there = record.Config();
-        const QStringList analog = NamesOf(
-            source.AnalogCount(), source.AnalogOrder(),
-            device, [&](size_t i) -> auto& { return source.Analog(i); });
-        const QStringList states = NamesOf(
-            source.StateCount(), source.StateOrder(),
-            device, [&](size_t i) -> auto& { return source.State(i); });
+        const QStringList analog = NamesOf(source.AnalogCount(), source.AnalogOrder(), device,
+                                           [&](size_t i) -> auto& { return source.Analog(i); });
+        const QStringList states = NamesOf(source.StateCount(), source.StateOrder(), device,
+                                           [&](size_t i) -> auto& { return source.State(i); });
         if (!MarkAll(choice.analog, analog, there.analog) || !MarkAll(choice.discrete, states, there.states))
             choice = {};
     });

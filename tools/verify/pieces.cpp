@@ -101,10 +101,10 @@ void Pieces::ReadCff(bool binary)
 
     const int end = head.indexOf("\r\n", position);
     const QByteArray found = end < 0 ? QByteArray() : head.mid(position, end + 2 - position);
-    const qint64 begin = position + found.size();
+    dataBegin = position + found.size();
     QByteArray expected = Mark("DAT ASCII");
     if (binary)
-        expected = Mark("DAT BINARY: " + QByteArray::number(data.size() - begin));
+        expected = Mark("DAT BINARY: " + QByteArray::number(data.size() - dataBegin));
     ExpectSame(Tr("verify", "'%1', mark of the data").arg(dataName), QString::fromLatin1(found.trimmed()),
                QString::fromLatin1(expected.trimmed()));
 }

@@ -22,6 +22,9 @@ public:
     const QByteArray& Report() const { return report; }           // empty for revision 1999
     const QByteArray& Information() const { return information; } // likewise
 
+    /// Where the data begin in their file, bytes.
+    qint64 DataBegin() const { return dataBegin; }
+
     /// The files in which the pieces are: all the same for a CFF file.
     QString configurationName, dataName, reportName, informationName;
 
@@ -33,6 +36,7 @@ private:
                            const QByteArray& next) const;
 
     QByteArray configuration, report, information;
+    qint64 dataBegin = 0;
 };
 
 } // namespace verify

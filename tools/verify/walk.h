@@ -4,8 +4,11 @@
 #include "base/numeric.h"
 #include "recording/zufileformat.h"
 #include "verify/source.h"
+#include "verify/statewalk.h"
 
+#include <algorithm>
 #include <cmath>
+#include <limits>
 #include <vector>
 
 namespace verify {
@@ -64,6 +67,7 @@ public:
             return false;
         if (walk.SegmentNumber() != entered)
             EnterSegment();
+        haveStatesChanged = states.MoveTo(walk.TimeInSegment());
         return true;
     }
 
@@ -72,10 +76,16 @@ public:
     /// Whether the analog channel has a sample for the record.
     bool HasSample(size_t channel) const { return walk.Sample() < columns[channel].points; }
 
+    /// Whether every analog channel has one.
+    bool HasAllSamples() const { return walk.Sample() < shortest; }
+
     /// The sample; only if there is one.
     qint16 Code(size_t channel) const { return columns[channel].codes[walk.Sample()]; }
 
-    bool State(size_t channel) const { return states[channel]->GetVal(walk.TimeInSegment()); }
+    bool State(size_t channel) const { return states.At(channel); }
+
+    /// Whether a state may be another one than in the record before; always in a segment's first.
+    bool HaveStatesChanged() const { return haveStatesChanged; }
 
 private:
     struct Column
@@ -88,19 +98,21 @@ private:
     {
         entered = walk.SegmentNumber();
         columns.clear();
-        states.clear();
+        shortest = std::numeric_limits<size_t>::max();
         for (size_t i = 0; i < source.AnalogCount(); ++i) {
             const AnChannelData& channel = *walk.Segment().AnChannels.at(source.AnalogOrder().at(i));
             columns.push_back({channel.Samples, channel.m_HeaderAn.points});
+            shortest = std::min(shortest, columns.back().points);
         }
-        for (size_t i = 0; i < source.StateCount(); ++i)
-            states.push_back(walk.Segment().DiChannels.at(source.StateOrder().at(i)));
+        states.Enter(walk.Segment(), source.StateOrder(), source.StateCount());
     }
 
     const Source& source;
     Walk walk;
     std::vector<Column> columns;
-    std::vector<DiChannelData*> states;
+    size_t shortest = 0; // samples of the channel that has the fewest
+    StateWalk states;
+    bool haveStatesChanged = false;
     size_t entered = ~size_t{0};
 };
 

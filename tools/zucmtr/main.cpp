@@ -19,6 +19,7 @@
 #include "zucmtr/terminal/command.h"
 #include "zucmtr/terminal/console.h"
 #include "zucmtr/terminal/helpformat.h"
+#include "zucmtr/terminal/interrupt.h"
 #include "zucmtr/terminal/messages.h"
 #include "zucmtr/terminal/parsertexts.h"
 #include "zucmtr/terminal/values.h"
@@ -161,6 +162,8 @@ int main(int count, char** arguments)
         Complain(Tr("main", "stopped by an unexpected error: %1").arg(text::MessageOf(error)));
         return ExitFailed;
     }
+    if (interrupt::Signal() == SIGPIPE)
+        return interrupt::ExitCode();
     if (code == ExitDone && !OutputIsWhole()) {
         Complain(Tr("main", "standard output could not be written; check the disk or the pipe"));
         return ExitFailed;

@@ -57,8 +57,7 @@ private:
 
 mode_t PermissionsOf(const QString& path)
 {
-    struct stat status
-    {};
+    struct stat status{};
     stat(QFile::encodeName(path).constData(), &status);
     return status.st_mode & mode_t{0777};
 }

@@ -32,19 +32,19 @@ void PrintTo(const KeyCase& row, std::ostream* out)
     *out << row.key;
 }
 
-template <QString Param::*Field>
+template <QString Param::* Field>
 QString Text(const Param& param)
 {
     return param.*Field;
 }
 
-template <quint32 Param::*Field>
+template <quint32 Param::* Field>
 QString Number(const Param& param)
 {
     return QString::number(param.*Field);
 }
 
-template <bool Param::*Field>
+template <bool Param::* Field>
 QString Flag(const Param& param)
 {
     return param.*Field ? QStringLiteral("1") : QStringLiteral("0");

@@ -39,7 +39,7 @@ TEST(DeviceDefaults, BuiltInSwitches)
 TEST(DeviceDefaults, TextsAreCopiedButForTheLastError)
 {
     ZuCmtrDevParamDefault defaults;
-    QString ZuCmtrDevParamDefault::*const texts[] = {
+    QString ZuCmtrDevParamDefault::* const texts[] = {
         &ZuCmtrDevParamDefault::PowerSystem,     &ZuCmtrDevParamDefault::Subject,
         &ZuCmtrDevParamDefault::Object,          &ZuCmtrDevParamDefault::Source,
         &ZuCmtrDevParamDefault::SoftwareVersion, &ZuCmtrDevParamDefault::HardwareVersion,
@@ -63,7 +63,7 @@ TEST(DeviceDefaults, TextsAreCopiedButForTheLastError)
 TEST(DeviceDefaults, NumbersAndSwitchesAreCopied)
 {
     ZuCmtrDevParamDefault defaults;
-    bool ZuCmtrDevParamDefault::*const switches[] = {
+    bool ZuCmtrDevParamDefault::* const switches[] = {
         &ZuCmtrDevParamDefault::DeleteSource,  &ZuCmtrDevParamDefault::ComtradeBin,
         &ZuCmtrDevParamDefault::ComtradeCff,   &ZuCmtrDevParamDefault::ComtradeUtf8,
         &ZuCmtrDevParamDefault::RenameSignals, &ZuCmtrDevParamDefault::AdditionalIndexes,

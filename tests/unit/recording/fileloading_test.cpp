@@ -77,9 +77,7 @@ std::vector<Failure> Failures()
          readFailure},
         {"EndInSectionHeader", Changed([](auto& r) { r.Add(OtherSection{}); }).left(263 + 75),
          "ZuFileSectionHeader", readFailure},
-        {"DescriptionLength", Changed([](auto& r) {
-             r.Add(OtherSection{2, "", "", {}, 75u});
-         }),
+        {"DescriptionLength", Changed([](auto& r) { r.Add(OtherSection{2, "", "", {}, 75u}); }),
          "плохой m_SecHeader.descrLength", formatFailure},
         {"AnalogDescriptionLength", Changed([](auto& r) {
              r.Add(GoodAnalog());

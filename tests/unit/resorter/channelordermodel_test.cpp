@@ -30,7 +30,8 @@ QString RandomName(Random& random)
 }
 
 template <class Entry>
-void FillRandomly(Random& random, std::vector<Entry*>& dictionary, quint32 Entry::*lastKey, unsigned int rows)
+void FillRandomly(Random& random, std::vector<Entry*>& dictionary, quint32 Entry::* lastKey,
+                  unsigned int rows)
 {
     const unsigned int count = random.Below(12);
     for (unsigned int i = 0; i < count; ++i) {
@@ -49,7 +50,7 @@ void FillRandomly(Random& random, std::vector<Entry*>& dictionary, quint32 Entry
 
 // Indexes of the sorted entries: a stable sort by these keys.
 template <class Entry>
-Indexes SlowDictionaryOrder(const std::vector<Entry*>& dictionary, quint32 Entry::*lastKey)
+Indexes SlowDictionaryOrder(const std::vector<Entry*>& dictionary, quint32 Entry::* lastKey)
 {
     const auto firstAppearance = [&](const Entry& entry) {
         for (size_t i = 0; i < dictionary.size(); ++i) {

@@ -21,7 +21,6 @@
 #include <QUrl>
 
 #include <algorithm>
-#include <csignal>
 #include <memory>
 
 namespace {
@@ -115,7 +114,7 @@ void Report(const PageOptions& options, const QString& out, const archivepage::W
 int RunPage(const PageOptions& options)
 {
     interrupt::Install();
-    std::signal(SIGPIPE, SIG_IGN);
+    interrupt::InstallForClosedPipe();
     LimitMemory(options.maxMemory);
     const QString address = AddressOf(options);
     const archivepage::Settings settings = SettingsOf(options, address);

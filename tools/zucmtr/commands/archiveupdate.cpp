@@ -18,7 +18,6 @@
 #include <QJsonObject>
 
 #include <algorithm>
-#include <csignal>
 #include <memory>
 #include <thread>
 
@@ -85,7 +84,7 @@ void CheckChoice(DeviceChoice choice)
 int RunUpdate(const UpdateOptions& options)
 {
     interrupt::Install();
-    std::signal(SIGPIPE, SIG_IGN);
+    interrupt::InstallForClosedPipe();
     LimitMemory(options.maxMemory);
     const QStringList directories = DirectoriesOf(options);
     archive::UpdateOrder order;

@@ -17,7 +17,6 @@
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
-#include <csignal>
 #include <memory>
 #include <new>
 #include <string>
@@ -105,7 +104,7 @@ int RunEvents(const EventsOptions& options)
 {
     // However the program ends, the temporary record of a recording must go.
     interrupt::Install();
-    std::signal(SIGPIPE, SIG_IGN);
+    interrupt::InstallForClosedPipe();
     LimitMemory(options.maxMemory);
     if (options.csv)
         PrintBytes(analysis::CsvHead());

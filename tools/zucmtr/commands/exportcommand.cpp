@@ -27,7 +27,6 @@
 #include <QJsonObject>
 
 #include <algorithm>
-#include <csignal>
 #include <memory>
 #include <new>
 #include <string>
@@ -175,7 +174,7 @@ Plan PlanOf(const ExportOptions& options)
 int RunExport(const ExportOptions& options)
 {
     interrupt::Install();
-    std::signal(SIGPIPE, SIG_IGN);
+    interrupt::InstallForClosedPipe();
     LimitMemory(options.maxMemory);
     const Plan plan = PlanOf(options);
     Progress progress(plan.targets.size(), plan.targets.size() > 1);

@@ -1,14 +1,16 @@
 #include "zucmtr/commands/exportfile.h"
 
+#include "explain/system.h"
 #include "forms/channelchoice.h"
 #include "forms/fileerror.h"
 #include "inicheck/nearest.h"
 #include "output/outputfile.h"
+#include "output/temporarydirectory.h"
 #include "text/texts.h"
 #include "zucmtr/files/staging.h"
 
+#include <QDir>
 #include <QFile>
-#include <QTemporaryDir>
 
 #include <cerrno>
 
@@ -49,8 +51,12 @@ void Pour(const QString& path, const QString& stream)
 
 ExportResult ToStream(const forms::Source& source, const forms::Request& request, const QString& stream)
 {
-    const QTemporaryDir directory;
-    const QString base = directory.filePath(QStringLiteral("export"));
+    const output::TemporaryDirectory directory(QDir::tempPath());
+    if (directory.Error() != 0)
+        throw forms::FileError(QDir::tempPath() + QStringLiteral(": ") +
+                                   explain::SystemText(directory.Error()),
+                               directory.Error());
+    const QString base = directory.FilePath(QStringLiteral("export"));
     const forms::Exported exported = forms::Export(source, request, base);
     Pour(base + exported.files.first(), stream);
     return {exported, {stream}};

@@ -15,7 +15,6 @@
 
 #include <QFile>
 #include <QFileInfo>
-#include <QTemporaryFile>
 #include <QTextCodec>
 
 #include <algorithm>
@@ -105,7 +104,7 @@ public:
 
     PairVerdict Judge()
     {
-        QTemporaryFile nameless;
+        std::unique_ptr<output::TemporaryFile> nameless;
         const ChangedIni ini(verdict.ini.isEmpty() ? MakeNameless(nameless) : choice,
                              FormOfRecord(record, configuration).Keys());
         Host host{QString()};
@@ -120,16 +119,12 @@ public:
     }
 
 private:
-    DeviceChoice MakeNameless(QTemporaryFile& file) const
+    DeviceChoice MakeNameless(std::unique_ptr<output::TemporaryFile>& file) const
     {
-        const QByteArray bytes = NamelessIni(recording);
-        if (!file.open() || file.write(bytes) != bytes.size() || !file.flush())
-            throw SourceError(
-                Tr("record source",
-                   "'%1' cannot be written: %2; free space in the directory for temporary files")
-                    .arg(file.fileName(), file.errorString()));
+        file = std::make_unique<output::TemporaryFile>(NamelessIni(recording));
+        CheckIsWritten(*file);
         DeviceChoice nameless = NamelessChoice();
-        nameless.ini = file.fileName();
+        nameless.ini = file->Path();
         return nameless;
     }
 

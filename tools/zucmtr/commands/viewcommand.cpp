@@ -170,7 +170,7 @@ int RunView(const ViewOptions& options)
     // However the program ends, the temporary record of a recording must go: Ctrl-C lets the current work
     // finish, and a reader of standard output that goes away is a failure.
     interrupt::Install();
-    std::signal(SIGPIPE, SIG_IGN);
+    interrupt::InstallForClosedPipe();
     const QVector<QPair<QString, QString>> outputs = {{QStringLiteral("--out"), FromUtf8(options.page)},
                                                       {QStringLiteral("--svg"), FromUtf8(options.svg)},
                                                       {QStringLiteral("--png"), FromUtf8(options.png)}};

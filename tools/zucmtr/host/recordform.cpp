@@ -46,11 +46,10 @@ ChangedIni::ChangedIni(const DeviceChoice& choice, const QString& keys) : own(ch
     if (keys.isEmpty())
         return;
     const QByteArray bytes = ReadWhole(own) + "\n[" + choice.device.toUtf8() + "]\n" + keys.toUtf8();
-    copy = std::make_unique<QTemporaryFile>(QDir::tempPath() + QStringLiteral("/zucmtr-XXXXXX.ini"));
-    if (!copy->open() || copy->write(bytes) != bytes.size() || !copy->flush())
+    copy = std::make_unique<output::TemporaryFile>(bytes);
+    if (!copy->ErrorText().isEmpty())
         throw ConfigurationError(
             Tr("record form", "'%1' cannot be written: %2; free space in the directory for temporary files")
-                .arg(copy->fileName().isEmpty() ? QDir::tempPath() : copy->fileName(),
-                     explain::SystemText(copy->errorString())));
-    changed.ini = copy->fileName();
+                .arg(copy->Path(), copy->ErrorText()));
+    changed.ini = copy->Path();
 }

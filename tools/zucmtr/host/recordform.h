@@ -1,9 +1,8 @@
 // The form in which records are written, where the command line sets it over the ini file.
 #pragma once
 
+#include "output/temporarydirectory.h"
 #include "zucmtr/host/devicechoice.h"
-
-#include <QTemporaryFile>
 
 #include <memory>
 #include <optional>
@@ -39,5 +38,5 @@ public:
 private:
     const QString own;
     DeviceChoice changed;
-    std::unique_ptr<QTemporaryFile> copy;
+    std::unique_ptr<output::TemporaryFile> copy;
 };

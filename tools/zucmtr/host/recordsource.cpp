@@ -16,7 +16,6 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QStringList>
-#include <QTemporaryFile>
 
 #include <filesystem>
 #include <sys/statvfs.h>
@@ -40,14 +39,6 @@ QString OwnKeys()
 QString IniValue(QString text)
 {
     return text.replace(QLatin1Char(';'), QLatin1Char(','));
-}
-
-void Write(QTemporaryFile& file, const QByteArray& bytes)
-{
-    if (!file.isOpen() || file.write(bytes) != bytes.size() || !file.flush())
-        throw SourceError(
-            Tr("record source", "'%1' cannot be written: %2; free space in the directory for temporary files")
-                .arg(file.fileName(), explain::SystemText(file.errorString())));
 }
 
 // Where records of small recordings are made, unless the user has said where.
@@ -121,6 +112,14 @@ unsigned int LoadDevice(Host& host, const ChangedIni& ini)
     }
 }
 
+void CheckIsWritten(const output::TemporaryFile& file)
+{
+    if (!file.ErrorText().isEmpty())
+        throw SourceError(
+            Tr("record source", "'%1' cannot be written: %2; free space in the directory for temporary files")
+                .arg(file.Path(), file.ErrorText()));
+}
+
 void CheckRecording(const QString& file)
 {
     if (!zu::FirstFileOf(file).isEmpty() && QFileInfo(file).isFile())
@@ -186,15 +185,14 @@ void RecordMaker::Clear()
 QString RecordMaker::Place(const QString& file)
 {
     Clear();
-    std::unique_ptr<QTemporaryDir>& directory = FitsInMemory(file) ? inMemory : onDisk;
+    std::unique_ptr<output::TemporaryDirectory>& directory = FitsInMemory(file) ? inMemory : onDisk;
     if (!directory)
-        directory = std::make_unique<QTemporaryDir>(
-            (&directory == &inMemory ? QLatin1String(MemoryDirectory) : QDir::tempPath()) +
-            QStringLiteral("/zucmtr-XXXXXX"));
-    if (!directory->isValid())
-        throw SourceError(Tr("record source", "no temporary directory: %1")
-                              .arg(explain::SystemText(directory->errorString())));
-    place = directory->path();
+        directory = std::make_unique<output::TemporaryDirectory>(
+            &directory == &inMemory ? QLatin1String(MemoryDirectory) : QDir::tempPath());
+    if (directory->Error() != 0)
+        throw SourceError(
+            Tr("record source", "no temporary directory: %1").arg(explain::SystemText(directory->Error())));
+    place = directory->Path();
     return place;
 }
 
@@ -210,13 +208,12 @@ unsigned int RecordMaker::Load(const QString& file, DeviceChoice choice)
     if (loaded && loaded->key == key)
         return loaded->device;
     loaded.reset();
-    std::unique_ptr<QTemporaryFile> nameless;
+    std::unique_ptr<output::TemporaryFile> nameless;
     if (choice.ini.isEmpty()) {
-        nameless = std::make_unique<QTemporaryFile>();
+        nameless = std::make_unique<output::TemporaryFile>(NamelessIni(file));
+        CheckIsWritten(*nameless);
         choice = NamelessChoice();
-        if (nameless->open())
-            choice.ini = nameless->fileName();
-        Write(*nameless, NamelessIni(file));
+        choice.ini = nameless->Path();
     }
     auto fresh = std::make_unique<Loaded>(key);
     fresh->ini = std::make_unique<ChangedIni>(choice, OwnKeys());

@@ -3,12 +3,12 @@
 // deleted.
 #pragma once
 
+#include "output/temporarydirectory.h"
 #include "text/error.h"
 #include "zucmtr/host/devicechoice.h"
 
 #include <QByteArray>
 #include <QString>
-#include <QTemporaryDir>
 
 #include <memory>
 
@@ -21,6 +21,9 @@ class SourceError : public text::Error
 public:
     using text::Error::Error;
 };
+
+/// Throws SourceError if the file could not be written.
+void CheckIsWritten(const output::TemporaryFile& file);
 
 /// Throws SourceError unless the file may be the first file of a recording.
 void CheckRecording(const QString& file);
@@ -72,8 +75,8 @@ private:
     unsigned int Load(const QString& file, DeviceChoice choice);
 
     std::unique_ptr<Loaded> loaded;
-    std::unique_ptr<QTemporaryDir> onDisk;
-    std::unique_ptr<QTemporaryDir> inMemory;
+    std::unique_ptr<output::TemporaryDirectory> onDisk;
+    std::unique_ptr<output::TemporaryDirectory> inMemory;
     QString place;        // directory of the last record, with links to its recording; one of these two
     QString completedFor; // directory of the recording
     DeviceChoice asked;   // and the choice before it was completed

@@ -147,6 +147,8 @@ SideProcess::SideProcess(const Task& task)
         close(ends[0]);
         for (const int other : Lines())
             close(other);
+        if (task.letGo)
+            task.letGo();
         Supervise(ends[1], task);
     }
     close(ends[1]);

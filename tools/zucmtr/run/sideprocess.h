@@ -21,11 +21,13 @@ public:
     {
         std::function<std::unique_ptr<Clerk>()> begin; ///< when the process starts, also after a crash
         std::function<QByteArray(int signal)> crashed; ///< the answer to a message that made it crash
+        std::function<void()> letGo =
+            {}; ///< before all else: gives up what the program has and the process must not
     };
 
     /// Starts the process; it ends with this object, or when the program ends, however that happens, and
-    /// takes no notice of SIGINT and SIGTERM. To be called before threads are started, and before there is
-    /// anything that the process must not share. Throws text::Error if it cannot be started.
+    /// takes no notice of SIGINT and SIGTERM. To be called before threads are started, and, without letGo,
+    /// before there is anything that the process must not share. Throws text::Error if it cannot be started.
     explicit SideProcess(const Task& task);
 
     /// Waits until the message that was asked last is done with.

@@ -1,6 +1,7 @@
 // The conversion that a worker is doing.
 #pragma once
 
+#include "output/temporarydirectory.h"
 #include "salvage/plan.h"
 #include "zucmtr/files/chainfiles.h"
 #include "zucmtr/files/staging.h"
@@ -8,7 +9,6 @@
 #include "zucmtr/run/worker.h"
 
 #include <QString>
-#include <QTemporaryDir>
 
 #include <memory>
 #include <optional>
@@ -29,12 +29,13 @@ struct Worker::Job
     QStringList Originals(const QStringList& converted) const;
 
     const ChainFiles chain;
-    const QString directory;             // of the final names
-    QString source;                      // first file of what is converted: the recording or the copy
-    Devices* devices;                    // that convert it
-    std::unique_ptr<QTemporaryDir> copy; // of what is whole; null: the recording itself is converted
-    std::optional<salvage::Loss> loss;   // of a damaged recording
-    bool isHopeless = false;             // it is damaged, and nothing of it is whole
+    const QString directory; // of the final names
+    QString source;          // first file of what is converted: the recording or the copy
+    Devices* devices;        // that convert it
+    std::unique_ptr<output::TemporaryDirectory>
+        copy;                          // of what is whole; null: the recording itself is converted
+    std::optional<salvage::Loss> loss; // of a damaged recording
+    bool isHopeless = false;           // it is damaged, and nothing of it is whole
     std::unique_ptr<Staging> staging;
     bool mayLackRoom = false;                // the record was not written, or not right
     bool isDoubtful = false;                 // what failed may succeed now, such as reading a file

@@ -8,20 +8,19 @@
 
 #include "explain/system.h"
 
+#include <QDir>
 #include <QFileInfo>
 #include <QJsonDocument>
 
-#include <cerrno>
-
 namespace {
 
-std::unique_ptr<QTemporaryDir> MakeTemporary()
+std::unique_ptr<output::TemporaryDirectory> MakeTemporary()
 {
-    auto directory = std::make_unique<QTemporaryDir>();
-    if (!directory->isValid())
+    auto directory = std::make_unique<output::TemporaryDirectory>(QDir::tempPath());
+    if (directory->Error() != 0)
         throw salvage::WriteError(
-            Tr("worker", "no temporary directory: %1").arg(explain::SystemText(directory->errorString())),
-            errno);
+            Tr("worker", "no temporary directory: %1").arg(explain::SystemText(directory->Error())),
+            directory->Error());
     return directory;
 }
 
@@ -42,7 +41,7 @@ Worker::Job::Job(Worker& worker, const BatchItem& item)
     if (!loss->LosesChannels()) // the library leaves bad files out by itself
         return;
     copy = MakeTemporary();
-    source = salvage::Write(examined.plan->segments, examined.plan->choice, copy->path());
+    source = salvage::Write(examined.plan->segments, examined.plan->choice, copy->Path());
     devices = &worker.DevicesFor(examined.plan->choice, examined.plan->segments.front());
 }
 
@@ -67,7 +66,7 @@ Worker::Devices& Worker::DevicesFor(const salvage::Choice& choice, const salvage
 
 QString Worker::Job::AboutOriginal(QString text) const
 {
-    return HasCopy() ? text.replace(copy->path(), QFileInfo(chain.Paths().first()).path()) : text;
+    return HasCopy() ? text.replace(copy->Path(), QFileInfo(chain.Paths().first()).path()) : text;
 }
 
 QStringList Worker::Job::Originals(const QStringList& converted) const
@@ -81,7 +80,7 @@ bool Worker::CheckCopysEnd(BatchItem& item, Job& job)
     const int count = item.sources.size();
     if (count < job.loss->files) {
         const QString next = QFileInfo(job.chain.Paths()[count]).fileName();
-        if (!verify::IsRightlyLeftOut(job.source, job.copy->filePath(next))) {
+        if (!verify::IsRightlyLeftOut(job.source, job.copy->FilePath(next))) {
             item.Fail(reason::SourceUnreadable,
                       Tr("worker", "not converted: '%1' could not be read at first; convert again")
                           .arg(job.chain.Paths()[count]));
@@ -134,8 +133,8 @@ bool Worker::IsPartThere(const Job& job, const verify::Presence& presence, const
         if (!choice->CanBeJoined())
             break;
     }
-    const std::unique_ptr<QTemporaryDir> part = MakeTemporary();
-    const QString first = salvage::Write(segments, *choice, part->path());
+    const std::unique_ptr<output::TemporaryDirectory> part = MakeTemporary();
+    const QString first = salvage::Write(segments, *choice, part->Path());
     const verify::RecordState state = job.devices->present.Find(first, job.directory, name).standing.state;
     return state == verify::RecordState::Same || state == verify::RecordState::Own ||
            state == verify::RecordState::Unfinished;

@@ -1,9 +1,11 @@
 #include "zucmtr/terminal/application.h"
 
+#include "output/temporarydirectory.h"
+
+#include <QDir>
 #include <QFile>
 #include <QFontDatabase>
 #include <QGuiApplication>
-#include <QTemporaryDir>
 
 #include <cstdio>
 #include <fcntl.h>
@@ -44,9 +46,10 @@ private:
 class OwnSession
 {
 public:
-    OwnSession() : before(qgetenv(variable)), wasSet(qEnvironmentVariableIsSet(variable))
+    OwnSession()
+        : directory(QDir::tempPath()), before(qgetenv(variable)), wasSet(qEnvironmentVariableIsSet(variable))
     {
-        qputenv(variable, QFile::encodeName(directory.path()));
+        qputenv(variable, QFile::encodeName(directory.Path()));
     }
     ~OwnSession()
     {
@@ -60,7 +63,7 @@ public:
 
 private:
     static constexpr const char* variable = "XDG_RUNTIME_DIR";
-    const QTemporaryDir directory;
+    const output::TemporaryDirectory directory;
     const QByteArray before;
     const bool wasSet;
 };

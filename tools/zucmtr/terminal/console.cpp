@@ -1,11 +1,14 @@
 #include "zucmtr/terminal/console.h"
 #include "text/numbers.h"
 
+#include "zucmtr/terminal/interrupt.h"
+
 #include <QJsonDocument>
 #include <QJsonObject>
 
 #include <algorithm>
 #include <cerrno>
+#include <csignal>
 #include <cstdio>
 #include <fcntl.h>
 #include <sys/ioctl.h>
@@ -98,6 +101,8 @@ void Complain(const QString& text)
 
 void Complain(const QStringList& lines)
 {
+    if (interrupt::Signal() == SIGPIPE)
+        return; // the user has seen enough, and whatever fails now fails for that reason
     Write(stderr, Prefix() + lines.first());
     for (int i = 1; i < lines.size(); ++i)
         Write(stderr, lines[i]);

@@ -18,9 +18,16 @@ extern "C" void OnSignal(int number)
 {
     if (received != 0 && isPatient)
         return;
-    if (received != 0)
+    if (received != 0 && received != SIGPIPE)
         _exit(128 + number);
     received = number;
+}
+
+// Each further write brings another one, and the work that is being ended may still write.
+extern "C" void OnClosedPipe(int number)
+{
+    int none = 0;
+    received.compare_exchange_strong(none, number);
 }
 
 } // namespace
@@ -38,6 +45,14 @@ void Install()
     action.sa_flags = SA_RESTART; // so that no write of the library fails
     sigaction(SIGINT, &action, nullptr);
     sigaction(SIGTERM, &action, nullptr);
+}
+
+void InstallForClosedPipe()
+{
+    struct sigaction action = {};
+    action.sa_handler = OnClosedPipe;
+    action.sa_flags = SA_RESTART;
+    sigaction(SIGPIPE, &action, nullptr);
 }
 
 bool Came()

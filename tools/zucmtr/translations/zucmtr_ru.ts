@@ -2871,6 +2871,10 @@ Example, with the sample station:
         <source>The samples were computed for a rate of %1 Hz from those taken at %2 Hz, by a low-pass filter (FIR, linear phase, Kaiser window) that passes up to %3 Hz and attenuates by %4 dB from %5 Hz on.</source>
         <translation>Отсчёты пересчитаны на частоту %1 Гц из снятых с частотой %2 Гц фильтром нижних частот (КИХ, линейная фаза, окно Кайзера): полоса пропускания до %3 Гц, подавление %4 дБ начиная с %5 Гц.</translation>
     </message>
+    <message>
+        <source>MAT files need the library %1, which cannot be loaded: %2</source>
+        <translation>Для файлов MAT нужна библиотека %1, загрузить её не удалось: %2</translation>
+    </message>
 </context>
 <context>
     <name>help</name>
@@ -4380,10 +4384,6 @@ Examples:
         <translation>нет драйвера Qt для PostgreSQL; установите пакет %1</translation>
     </message>
     <message>
-        <source>this user lacks a permission on the server (%1)</source>
-        <translation>у этого пользователя нет прав на сервере (%1)</translation>
-    </message>
-    <message>
         <source>the server lets nobody write; it may be the copy of another (%1)</source>
         <translation>сервер не принимает записей; возможно, это реплика (%1)</translation>
     </message>
@@ -4406,6 +4406,26 @@ Examples:
     <message>
         <source>part of it is in &apos;%1-wal&apos;, which can only be read where files can be written: copy both, or ask somebody who may write there to open it once</source>
         <translation>часть данных находится в «%1-wal» и читается только там, где можно записывать файлы: скопируйте оба файла или попросите того, у кого есть право записи, один раз открыть базу</translation>
+    </message>
+    <message>
+        <source>user &apos;%1&apos; may not enter the directory &apos;%2&apos;; its owner &apos;%3&apos; can permit that, as by a group and chmod g+x</source>
+        <translation>у пользователя «%1» нет права входа в каталог «%2»; его может дать владелец «%3», например через группу и chmod g+x</translation>
+    </message>
+    <message>
+        <source>user &apos;%1&apos; may not read the file &apos;%2&apos;; its owner &apos;%3&apos; can permit that, as by a group and chmod g+r</source>
+        <translation>у пользователя «%1» нет права чтения файла «%2»; его может дать владелец «%3», например через группу и chmod g+r</translation>
+    </message>
+    <message>
+        <source>user &apos;%1&apos; may not write to the file &apos;%2&apos;; its owner &apos;%3&apos; can permit that, as by a group and chmod g+w</source>
+        <translation>у пользователя «%1» нет права записи в файл «%2»; его может дать владелец «%3», например через группу и chmod g+w</translation>
+    </message>
+    <message>
+        <source>user &apos;%1&apos; may not make files in the directory &apos;%2&apos;, where the database needs some beside it; its owner &apos;%3&apos; can permit that, as by a group and chmod g+wx</source>
+        <translation>у пользователя «%1» нет права создавать файлы в каталоге «%2», а базе данных нужны файлы рядом с ней; его может дать владелец «%3», например через группу и chmod g+wx</translation>
+    </message>
+    <message>
+        <source>the role &apos;%1&apos; lacks a permission on the server (%2); the owner of the tables or the server&apos;s administrator can give it with GRANT, or name another role in the address</source>
+        <translation>у роли «%1» нет прав на сервере (%2); их даёт командой GRANT владелец таблиц или администратор сервера; можно также указать в адресе другую роль</translation>
     </message>
 </context>
 <context>

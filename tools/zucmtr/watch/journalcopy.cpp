@@ -28,8 +28,9 @@ QByteArray CrashText(int signal)
 
 JournalCopy::JournalCopy(const QString& catalogue, const journalcopier::Name& name,
                          std::chrono::milliseconds firstPause_)
-    : process({[&] { return journalcopier::New(catalogue, name); }, CrashText}),
-      firstPause(std::max(firstPause_, ShortestPause)), pause(firstPause)
+    : task{[catalogue, name] { return journalcopier::New(catalogue, name); }, CrashText, {}},
+      process(std::make_unique<SideProcess>(task)), firstPause(std::max(firstPause_, ShortestPause)),
+      pause(firstPause)
 {}
 
 // What the copy has is unknown after a failure; then it gets all of the journal, and writes what differs.
@@ -38,6 +39,10 @@ void JournalCopy::Step(WatchJournal& journal)
     if (isAsked && IsAnswered(std::chrono::milliseconds(0)))
         Hear();
     if (isAsked || isOver || Clock::now() < due)
+        return;
+    if (process == nullptr)
+        StartAgain(journal);
+    if (process == nullptr)
         return;
     if (known == Known::Nothing) {
         Ask(Request::Open);
@@ -53,6 +58,18 @@ void JournalCopy::Step(WatchJournal& journal)
     }
 }
 
+// Somebody has ended it, or the system for lack of memory. The new one must not keep the journal's lock if
+// the program is killed.
+void JournalCopy::StartAgain(WatchJournal& journal)
+{
+    task.letGo = [&journal] { journal.LetGo(); };
+    try {
+        process = std::make_unique<SideProcess>(task);
+    } catch (const text::Error& error) {
+        Fail(error.Message());
+    }
+}
+
 void JournalCopy::Finish(WatchJournal& journal, std::chrono::milliseconds longest)
 {
     const Clock::time_point end = Clock::now() + longest;
@@ -64,7 +81,7 @@ void JournalCopy::Finish(WatchJournal& journal, std::chrono::milliseconds longes
         Step(journal);
     }
     if (isAsked)
-        process.Kill();
+        process->Kill();
     isOver = true;
 }
 
@@ -77,15 +94,14 @@ JournalCopy::Clock::time_point JournalCopy::Next(const WatchJournal& journal) co
 void JournalCopy::Ask(Request request_, const WatchJournal::Contents& contents)
 {
     request = request_;
-    isAsked = process.Ask(journalcopier::Packed(request, contents));
+    isAsked = process->Ask(journalcopier::Packed(request, contents));
     if (!isAsked)
-        Fail(Tr("watch", "the process that writes it has ended"));
-    isOver = !isAsked;
+        FailWithoutProcess();
 }
 
 bool JournalCopy::IsAnswered(std::chrono::milliseconds longest) const
 {
-    pollfd line = {process.Descriptor(), POLLIN, 0};
+    pollfd line = {process->Descriptor(), POLLIN, 0};
     return poll(&line, 1, static_cast<int>(std::max<int64_t>(longest.count(), 0))) > 0;
 }
 
@@ -93,9 +109,10 @@ void JournalCopy::Hear()
 {
     QByteArray failure;
     isAsked = false;
-    isOver = !process.Hear(failure);
-    if (isOver)
-        failure = Tr("watch", "the process that writes it has ended").toUtf8();
+    if (!process->Hear(failure)) {
+        FailWithoutProcess();
+        return;
+    }
     if (!failure.isEmpty()) {
         Fail(QString::fromUtf8(failure));
         return;
@@ -105,6 +122,12 @@ void JournalCopy::Hear()
         watchevents::Emit("copyCaughtUp", {{"seconds", Seconds(Clock::now() - begin)}});
         failures = 0;
     }
+}
+
+void JournalCopy::FailWithoutProcess()
+{
+    process.reset();
+    Fail(Tr("watch", "the process that writes it has ended"));
 }
 
 void JournalCopy::Fail(const QString& reason)

@@ -10,6 +10,7 @@
 #include <QDateTime>
 
 #include <chrono>
+#include <memory>
 
 class JournalCopy
 {
@@ -32,23 +33,26 @@ public:
     Clock::time_point Next(const WatchJournal& journal) const;
 
     /// Can be read when there is an answer; -1 if nothing was asked.
-    int Descriptor() const { return isAsked ? process.Descriptor() : -1; }
+    int Descriptor() const { return isAsked ? process->Descriptor() : -1; }
 
 private:
     enum class Known { Nothing, Place, All }; // of the journal, in the copy
 
+    void StartAgain(WatchJournal& journal);
     void Ask(journalcopier::Request request, const WatchJournal::Contents& contents = {});
     bool IsAnswered(std::chrono::milliseconds longest) const;
     void Hear();
     void Fail(const QString& reason);
+    void FailWithoutProcess();
 
-    const SideProcess process;
+    SideProcess::Task task;
+    std::unique_ptr<SideProcess> process; // none: it has ended, and is started again after a pause
     const std::chrono::milliseconds firstPause;
     std::chrono::milliseconds pause;
     Known known = Known::Nothing;
     journalcopier::Request request = journalcopier::Request::Open; // that was asked last
     bool isAsked = false;
-    bool isOver = false;       // the process has ended
+    bool isOver = false;       // nothing is copied any more
     int failures = 0;          // in a row
     Clock::time_point due{};   // no request before this
     Clock::time_point begin{}; // of the failures

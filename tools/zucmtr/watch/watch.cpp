@@ -283,6 +283,11 @@ void Watch::Convert(Waiting& one)
         Postpone(one, item);
         return;
     }
+    if (item.state == ItemState::Failed && item.blame == Blame::Recording &&
+        FingerprintOf(path).state == Fingerprint::State::Gone) {
+        Forget(path, one.fingerprint);
+        return;
+    }
     if (item.state != ItemState::Failed) {
         trouble.Worked();
         troublesInRow = 0;
@@ -340,6 +345,13 @@ void Watch::Postpone(Waiting& one, const BatchItem& item)
     trouble.Meet(item.reason, item.error, WatchTrouble::Cure::Work, path);
     if (order.once)
         FailForThisRun(path, item);
+}
+
+// It went away during the attempt, as it may at any other time: no failure, and nothing to give up.
+void Watch::Forget(const QString& path, const Fingerprint& last)
+{
+    Remember([&] { journal.Note(path, last.print, Verdict::Withdrawn); });
+    waiting.remove(path);
 }
 
 // The next run tries it as if nothing had happened.

@@ -85,6 +85,7 @@ private:
     void Convert(Waiting& one);
     void Finish(Waiting& one, const BatchItem& item);
     void Postpone(Waiting& one, const BatchItem& item);
+    void Forget(const QString& path, const Fingerprint& last);
     void FailForThisRun(const QString& path, const BatchItem& item);
     void Fail(Waiting& one, const BatchItem& item);
     bool Remember(const std::function<void()>& note);

@@ -1,0 +1,122 @@
+#include "output/temporarydirectory.h"
+
+#include "explain/system.h"
+
+#include <QDir>
+#include <QFile>
+#include <QSet>
+
+#include <cerrno>
+#include <cstdlib>
+#include <fcntl.h>
+#include <mutex>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace output {
+
+namespace {
+
+const QString Prefix = QStringLiteral("zucmtr-");
+constexpr int RandomLetters = 6;
+
+// The locked directory; -1 if another process has it, or it is none of ours.
+int Locked(const QString& path)
+{
+    const int file =
+        open(QFile::encodeName(path).constData(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
+    struct stat status = {};
+    if (file >= 0 && fstat(file, &status) == 0 && status.st_uid == geteuid() &&
+        flock(file, LOCK_EX | LOCK_NB) == 0)
+        return file;
+    if (file >= 0)
+        close(file);
+    return -1;
+}
+
+bool IsAt(const QString& path, int file)
+{
+    struct stat named = {};
+    struct stat opened = {};
+    return fstat(file, &opened) == 0 && lstat(QFile::encodeName(path).constData(), &named) == 0 &&
+           named.st_dev == opened.st_dev && named.st_ino == opened.st_ino;
+}
+
+void RemoveLeft(const QString& place)
+{
+    const QDir directory(place);
+    for (const QString& name : directory.entryList({Prefix + QString(RandomLetters, QLatin1Char('?'))},
+                                                   QDir::Dirs | QDir::NoSymLinks)) {
+        const QString path = directory.filePath(name);
+        const int file = Locked(path);
+        if (file < 0)
+            continue;
+        if (IsAt(path, file))
+            QDir(path).removeRecursively();
+        close(file);
+    }
+}
+
+void RemoveLeftOnce(const QString& place)
+{
+    static std::mutex access;
+    static QSet<QString> places;
+    const std::lock_guard<std::mutex> alone(access);
+    if (places.contains(place))
+        return;
+    places.insert(place);
+    RemoveLeft(place);
+}
+
+} // namespace
+
+TemporaryDirectory::TemporaryDirectory(const QString& place)
+{
+    RemoveLeftOnce(place);
+    Make(place);
+}
+
+// Another process may take a directory that is not locked yet for one that was left. What it removes is gone
+// before the lock is ours.
+void TemporaryDirectory::Make(const QString& place)
+{
+    while (true) {
+        QByteArray name =
+            QFile::encodeName(place + QLatin1Char('/') + Prefix) + QByteArray(RandomLetters, 'X');
+        if (mkdtemp(name.data()) == nullptr) {
+            error = errno;
+            return;
+        }
+        path = QFile::decodeName(name);
+        lock = open(name.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+        if (lock >= 0 && flock(lock, LOCK_EX) == 0 && IsAt(path, lock))
+            return;
+        if (lock >= 0)
+            close(lock);
+        lock = -1;
+    }
+}
+
+TemporaryDirectory::~TemporaryDirectory()
+{
+    if (error == 0)
+        QDir(path).removeRecursively();
+    if (lock >= 0)
+        close(lock);
+}
+
+TemporaryFile::TemporaryFile(const QByteArray& bytes)
+    : directory(QDir::tempPath()),
+      path(directory.Error() == 0 ? directory.FilePath(QStringLiteral("file")) : QDir::tempPath())
+{
+    if (directory.Error() != 0) {
+        error = explain::SystemText(directory.Error());
+        return;
+    }
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.flush())
+        error = explain::SystemText(file.errorString());
+}
+
+} // namespace output
