@@ -3,12 +3,12 @@
 #include "explain/filesystem.h"
 #include "explain/system.h"
 #include "sql/permission.h"
+#include "text/numbers.h"
 #include "text/texts.h"
 
 #include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
-#include <QLocale>
 #include <QThread>
 
 #include <sqlite3.h>
@@ -38,7 +38,7 @@ public:
     QString Text(int column) const override
     {
         if (sqlite3_column_type(statement, column) == SQLITE_FLOAT) // all its digits
-            return QString::number(Real(column), 'g', QLocale::FloatingPointShortest);
+            return text::ShortestNumber(Real(column));
         const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(statement, column));
         return QString::fromUtf8(text, sqlite3_column_bytes(statement, column));
     }

@@ -2,6 +2,7 @@
 
 #include "station/linephasors.h"
 #include "station/linerecording.h"
+#include "text/numbers.h"
 
 #include <QDateTime>
 #include <QJsonArray>
@@ -240,7 +241,7 @@ QJsonObject TruthMaker::Make(const QString& file) const
 QByteArray MakeTruth(const LineScenario& scenario, const LineOutcome& outcome,
                      const std::vector<SignalHistory>& histories, const QString& file)
 {
-    return QJsonDocument(TruthMaker(scenario, outcome, histories).Make(file)).toJson();
+    return text::JsonText(QJsonDocument(TruthMaker(scenario, outcome, histories).Make(file)));
 }
 
 } // namespace station

@@ -1,5 +1,6 @@
 #include "view/pagedata.h"
 
+#include "text/numbers.h"
 #include "view/answer.h"
 #include "view/base64.h"
 
@@ -165,7 +166,7 @@ QByteArray PageData(const analysis::Oscillogram& oscillogram, const analysis::Su
         {QStringLiteral("answer"), AnswerJson(summary, oscillogram.first)}};
     if (!overlay.isEmpty())
         data[QStringLiteral("overlay")] = overlay;
-    return QJsonDocument(data).toJson(QJsonDocument::Compact).replace("<", "\\u003c");
+    return text::JsonText(QJsonDocument(data), QJsonDocument::Compact).replace("<", "\\u003c");
 }
 
 } // namespace view

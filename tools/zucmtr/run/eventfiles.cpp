@@ -1,6 +1,7 @@
 #include "zucmtr/run/eventfiles.h"
 
 #include "output/outputfile.h"
+#include "text/numbers.h"
 #include "zucmtr/files/systemfile.h"
 
 #include <QJsonDocument>
@@ -11,14 +12,14 @@ EventTexts EventTextsOf(const analysis::Question& question, const QString& shown
     EventTexts texts;
     QJsonObject object = analysis::JsonOf(summary);
     object["file"] = shown;
-    texts.json = QJsonDocument(object).toJson();
+    texts.json = text::JsonText(QJsonDocument(object));
     QStringList lines = {shown};
     for (const QString& sentence : analysis::SentencesOf(summary))
         lines << QStringLiteral("  ") + sentence;
     lines << QString() << analysis::TableOf(summary);
     texts.text = (lines.join(QLatin1Char('\n')) + QLatin1Char('\n')).toUtf8();
-    texts.summary =
-        QString::fromUtf8(QJsonDocument(analysis::ShortJsonOf(summary)).toJson(QJsonDocument::Compact));
+    texts.summary = QString::fromUtf8(
+        text::JsonText(QJsonDocument(analysis::ShortJsonOf(summary)), QJsonDocument::Compact));
     return texts;
 }
 

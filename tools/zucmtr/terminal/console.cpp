@@ -1,4 +1,5 @@
 #include "zucmtr/terminal/console.h"
+#include "text/numbers.h"
 
 #include "zucmtr/terminal/interrupt.h"
 
@@ -78,7 +79,7 @@ void PrintLine(const QString& text)
 
 void PrintJson(const QJsonObject& object)
 {
-    const QByteArray json = QJsonDocument(object).toJson(QJsonDocument::Compact);
+    const QByteArray json = text::JsonText(QJsonDocument(object), QJsonDocument::Compact);
     Write(stdout, WithEscapedControls(QString::fromUtf8(json)));
 }
 

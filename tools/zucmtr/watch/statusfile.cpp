@@ -1,6 +1,7 @@
 #include "zucmtr/watch/statusfile.h"
 
 #include "output/outputfile.h"
+#include "text/numbers.h"
 
 #include <QDateTime>
 #include <QJsonDocument>
@@ -129,8 +130,8 @@ bool HasMetrics(const QString& path)
 
 bool Write(const QString& path, const QJsonObject& status, QString& error)
 {
-    return output::WriteOutput(path, HasMetrics(path) ? MetricsOf(status) : QJsonDocument(status).toJson(),
-                               error);
+    return output::WriteOutput(
+        path, HasMetrics(path) ? MetricsOf(status) : text::JsonText(QJsonDocument(status)), error);
 }
 
 } // namespace statusfile
