@@ -13,8 +13,8 @@ namespace verify {
 class StateWalk
 {
 public:
-    /// Takes as many channels of a segment as count, by their indexes in the order of the record. Their states
-    /// are unknown until the first MoveTo. Throws std::out_of_range for an order that does not fit.
+    /// Takes as many channels of a segment as count, by their indexes in the order of the record. Their
+    /// states are unknown until the first MoveTo. Throws std::out_of_range for an order that does not fit.
     void Enter(const ZuFileFormat& segment, const std::vector<unsigned int>& order, size_t count);
 
     /// Goes to a time, microseconds from the start of the segment. Returns whether a state may have changed.
