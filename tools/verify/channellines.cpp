@@ -11,9 +11,16 @@ namespace verify {
 
 namespace {
 
+// What is shown for a bay; empty: nothing.
+QString BayText(const BayOptionalParam* bay)
+{
+    return bay != nullptr ? bay->DisplayName : QString();
+}
+
 QString Circuit(const BayOptionalParam* bay, const QString& own)
 {
-    return bay != nullptr && !bay->DisplayName.isEmpty() ? bay->DisplayName : own;
+    const QString shown = BayText(bay);
+    return shown.isEmpty() ? own : shown;
 }
 
 QStringList Fields(const char* pattern, const QStringList& values, const QString& channelName,
@@ -37,6 +44,28 @@ QString EightDigits(float value)
 }
 
 } // namespace
+
+LineInputs InputsOf(const AnChannelData& channel)
+{
+    LineInputs inputs;
+    inputs.name = channel.CfgName;
+    inputs.phase = channel.CfgPhase;
+    inputs.circuit = channel.CfgCircuit;
+    inputs.bay = BayText(channel.BayParam);
+    inputs.unit = channel.Unit;
+    inputs.scaling = channel.m_HeaderAn;
+    inputs.scaling.points = 0; // how many samples there are is in none of the lines
+    return inputs;
+}
+
+LineInputs InputsOf(const DiChannelData& channel)
+{
+    LineInputs inputs;
+    inputs.name = channel.CfgName;
+    inputs.circuit = channel.CfgCircuit;
+    inputs.bay = BayText(channel.BayParam);
+    return inputs;
+}
 
 QString Filled(QString pattern, const QStringList& values)
 {

@@ -1,6 +1,8 @@
 // What the configuration must say about each channel, computed from the recording.
 #pragma once
 
+#include "verify/knownlines.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -15,6 +17,10 @@ class Device;
 /// channel, unit. Throws Mismatch if a name holds a comma or a line end, so that the line has other fields.
 QStringList NameFields(const AnChannelData& channel, size_t number, const Device& device);
 QStringList NameFields(const DiChannelData& channel, size_t number, const Device& device);
+
+/// What a channel's lines are made from.
+LineInputs InputsOf(const AnChannelData& channel);
+LineInputs InputsOf(const DiChannelData& channel);
 
 /// Fills in texts as the lines of a record do it: a "%1" in one of them is replaced by the next.
 QString Filled(QString pattern, const QStringList& values);

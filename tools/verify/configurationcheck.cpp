@@ -47,6 +47,13 @@ public:
             ExpectSame(place + QLatin1String(", ") + field.name, found[index++].trimmed(), field.expected);
     }
 
+    // The same for lines that may be known from another record.
+    template <class Channel, class Check>
+    void KnownLine(KnownLines& known, size_t number, const Channel& channel, const Check& check)
+    {
+        known.Pass(number, InputsOf(channel), text, check);
+    }
+
     void End() const { text.End(); }
 
 private:
@@ -152,10 +159,11 @@ void CheckConfiguration(const QByteArray& configuration, const Source& source, c
     const ZuCmtrDevParam& param = source.Owner().Param();
     Lines lines(configuration, source.Owner(), fileName);
     CheckStation(lines, source);
+    KnownTexts& known = source.Owner().Known();
     for (size_t i = 0; i < source.AnalogCount(); ++i)
-        CheckAnalog(lines, source, i);
+        lines.KnownLine(known.analogLines, i, source.Analog(i), [&] { CheckAnalog(lines, source, i); });
     for (size_t i = 0; i < source.StateCount(); ++i)
-        CheckState(lines, source, i);
+        lines.KnownLine(known.stateLines, i, source.State(i), [&] { CheckState(lines, source, i); });
     CheckRate(lines, source);
     CheckStamp(lines, Tr("verify", "first sample"), StartMoment(source));
     CheckStamp(lines, Tr("verify", "trigger"), TriggerMoment(source));

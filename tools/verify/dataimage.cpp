@@ -19,7 +19,7 @@ namespace verify {
 namespace {
 
 constexpr size_t BlockSize = size_t{256} << 10; // bytes; stays in the processor's cache
-constexpr size_t CodeSize = sizeof(quint64);    // bytes that are looked at for a code
+constexpr size_t CodeSize = sizeof(quint64);    // bytes that are written for a code
 
 // The texts of all 16-bit codes, with a comma before each.
 class CodeWords
@@ -104,7 +104,7 @@ private:
     bool isAtEnd = false;
 };
 
-// The records, each compared where it should be.
+// The records, each put together and compared where it should be.
 class DataImage
 {
 public:
@@ -115,24 +115,23 @@ public:
     DataImage(const DataImage&) = delete;
     DataImage& operator=(const DataImage&) = delete;
 
-    bool IsThatOf(Blocks& blocks)
+    // No record has more bytes than `longest`.
+    bool IsIn(const QString& path, qint64 begin, size_t longest)
     {
+        Blocks blocks(path, begin, longest);
+        const std::unique_ptr<char[]> record(new char[longest]);
         while (rows.Next()) {
-            const char* const after = Pass(blocks.At());
-            if (after == nullptr || !blocks.Pass(after))
+            const char* const at = blocks.At();
+            const auto size = static_cast<size_t>(Put(record.get()) - record.get());
+            if (std::memcmp(at, record.get(), size) != 0 || !blocks.Pass(at + size))
                 return false;
         }
         return blocks.IsOver();
     }
 
 protected:
-    // Returns what follows the record; null if it is another one.
-    virtual const char* Pass(const char* at) = 0;
-
-    static const char* PassBytes(const char* at, const char* expected, size_t size)
-    {
-        return std::memcmp(at, expected, size) == 0 ? at + size : nullptr;
-    }
+    // Puts the record of the rows into the room from out on. Returns its end.
+    virtual char* Put(char* out) = 0;
 
     SourceRows rows;
     const Walk& walk;
@@ -152,66 +151,51 @@ public:
 
     static size_t LongestRecord(const Source& source)
     {
-        return HeadSize + CodeSize * (source.AnalogCount() + 1) + 2 * source.StateCount() + 1;
+        return 2 * LongestNumber + 1 + CodeSize * (source.AnalogCount() + 1) + 2 * source.StateCount() + 1;
     }
 
 private:
     static constexpr size_t LongestNumber = 20;
-    static constexpr size_t HeadSize = 2 * LongestNumber + 1; // two of them and a comma
 
-    const char* Pass(const char* at) override
+    char* Put(char* out) override
     {
-        at = PassHead(at);
-        if (at != nullptr)
-            at = rows.HasAllSamples() ? PassCodes(at) : PassSomeCodes(at);
+        out = std::to_chars(out, out + LongestNumber, walk.Number()).ptr;
+        *out++ = ',';
+        out = std::to_chars(out, out + LongestNumber, walk.Time()).ptr;
+        if (rows.HasAllSamples()) {
+            for (size_t i = 0; i < analog; ++i)
+                out = PutCode(rows.Code(i), out);
+        } else {
+            PutSomeCodes(out);
+        }
         if (rows.HaveStatesChanged())
-            PutStates();
-        return at != nullptr ? PassBytes(at, states.data(), states.size()) : nullptr;
+            ChangeStates();
+        return std::copy(states.begin(), states.end(), out);
     }
 
-    void PutStates()
+    // Writes up to CodeSize bytes.
+    char* PutCode(qint16 code, char* out) const
+    {
+        const quint64 word = codes.Of(code);
+        qToLittleEndian(word, out);
+        return out + (word >> 56U);
+    }
+
+    void PutSomeCodes(char*& out) const
+    {
+        for (size_t i = 0; i < analog; ++i) {
+            if (rows.HasSample(i))
+                out = PutCode(rows.Code(i), out);
+            else
+                *out++ = ',';
+        }
+    }
+
+    void ChangeStates()
     {
         char* state = states.data() + 1;
         for (size_t i = 0; i < stateCount; ++i, state += 2)
             *state = rows.State(i) ? '1' : '0';
-    }
-
-    const char* PassHead(const char* at) const
-    {
-        char head[HeadSize];
-        char* end = std::to_chars(head, head + LongestNumber, walk.Number()).ptr;
-        *end++ = ',';
-        end = std::to_chars(end, end + LongestNumber, walk.Time()).ptr;
-        return PassBytes(at, head, static_cast<size_t>(end - head));
-    }
-
-    const char* PassCodes(const char* at) const
-    {
-        quint64 difference = 0;
-        for (size_t i = 0; i < analog; ++i)
-            at += Compare(at, rows.Code(i), difference);
-        return difference == 0 ? at : nullptr;
-    }
-
-    const char* PassSomeCodes(const char* at) const
-    {
-        quint64 difference = 0;
-        for (size_t i = 0; i < analog; ++i) {
-            if (rows.HasSample(i))
-                at += Compare(at, rows.Code(i), difference);
-            else
-                difference |= *at++ == ',' ? 0U : 1U;
-        }
-        return difference == 0 ? at : nullptr;
-    }
-
-    // Returns the length of the code's text; the difference is no longer 0 if it is not there.
-    size_t Compare(const char* at, qint16 code, quint64& difference) const
-    {
-        const quint64 word = codes.Of(code);
-        const quint64 length = word >> 56U;
-        difference |= (qFromLittleEndian<quint64>(at) ^ word) << (64 - 8 * length); // of these bytes alone
-        return static_cast<size_t>(length);
     }
 
     const CodeWords& codes;
@@ -222,47 +206,42 @@ private:
 class BinaryImage : public DataImage
 {
 public:
-    explicit BinaryImage(const Source& source)
-        : DataImage(source), record(static_cast<size_t>(source.BinaryRecordSize()))
-    {}
+    explicit BinaryImage(const Source& source) : DataImage(source), states((stateCount + 15) / 16) {}
 
 private:
-    const char* Pass(const char* at) override
+    char* Put(char* out) override
     {
-        char* out = record.data();
         qToLittleEndian(static_cast<quint32>(walk.Number()), out);
         qToLittleEndian(static_cast<quint32>(walk.Time()), out + 4);
         out += 8;
         for (size_t i = 0; i < analog; ++i, out += 2)
             qToLittleEndian(rows.HasSample(i) ? rows.Code(i) : MissingCode, out);
         if (rows.HaveStatesChanged())
-            PutStates(out);
-        return PassBytes(at, record.data(), record.size());
-    }
-
-    void PutStates(char* out) const
-    {
-        for (size_t first = 0; first < stateCount; first += 16, out += 2) {
-            unsigned word = 0;
-            for (size_t i = first; i < std::min(first + 16, stateCount); ++i)
-                word |= (rows.State(i) ? 1U : 0U) << (i - first);
-            qToLittleEndian(static_cast<quint16>(word), out);
+            ChangeStates();
+        for (const quint16 word : states) {
+            qToLittleEndian(word, out);
+            out += 2;
         }
+        return out;
     }
 
-    std::vector<char> record;
+    void ChangeStates()
+    {
+        std::fill(states.begin(), states.end(), quint16{0});
+        for (size_t i = 0; i < stateCount; ++i)
+            states[i / 16] = static_cast<quint16>(states[i / 16] | (rows.State(i) ? 1U : 0U) << i % 16);
+    }
+
+    std::vector<quint16> states;
 };
 
 } // namespace
 
 bool HasExpectedData(const QString& path, qint64 begin, const Source& source)
 {
-    if (source.Owner().Param().ComtradeBin) {
-        Blocks blocks(path, begin, static_cast<size_t>(source.BinaryRecordSize()));
-        return BinaryImage(source).IsThatOf(blocks);
-    }
-    Blocks blocks(path, begin, AsciiImage::LongestRecord(source));
-    return AsciiImage(source).IsThatOf(blocks);
+    if (source.Owner().Param().ComtradeBin)
+        return BinaryImage(source).IsIn(path, begin, static_cast<size_t>(source.BinaryRecordSize()));
+    return AsciiImage(source).IsIn(path, begin, AsciiImage::LongestRecord(source));
 }
 
 } // namespace verify

@@ -6,6 +6,7 @@
 #include "device/zucmtrdevparam.h"
 #include "output/scratchfile.h"
 #include "text/texts.h"
+#include "verify/knownlines.h"
 #include "verify/mismatch.h"
 
 #include <QTextCodec>
@@ -32,7 +33,7 @@ private:
 } // namespace
 
 Device::Device(const QString& ini, const QString& defaults, const QString& section)
-    : param(std::make_unique<ZuCmtrDevParam>())
+    : param(std::make_unique<ZuCmtrDevParam>()), known(std::make_unique<KnownTexts>())
 {
     const QuietLog quiet;
     ZuCmtrDevParamDefault defaultParam;

@@ -12,6 +12,8 @@ class ZuCmtrDevParam;
 
 namespace verify {
 
+struct KnownTexts;
+
 class Device
 {
 public:
@@ -35,11 +37,15 @@ public:
     /// The form of the record, as words: cfg or cff, 1999 or 2013, ascii or binary, cp1251 or utf8.
     QString Form() const;
 
+    /// Lines of earlier records that were right. For one thread at a time.
+    KnownTexts& Known() const { return *known; }
+
     /// File names of the record with this name; the one that a reader opens comes first.
     QStringList RecordFiles(const QString& recordName) const;
 
 private:
     std::unique_ptr<ZuCmtrDevParam> param;
+    std::unique_ptr<KnownTexts> known;
 };
 
 } // namespace verify

@@ -161,17 +161,21 @@ void CheckInformation(const QByteArray& information, const Source& source, const
     Sections sections(text, source);
     sections.Opening();
     sections.Recording();
+    KnownTexts& known = source.Owner().Known();
     for (size_t i = 0; i < source.AnalogCount(); ++i)
-        sections.Analog(i);
+        known.analogSections.Pass(i, InputsOf(source.Analog(i)), text, [&] { sections.Analog(i); });
     for (size_t i = 0; i < source.StateCount(); ++i)
-        sections.State(i);
+        known.stateSections.Pass(i, InputsOf(source.State(i)), text, [&] { sections.State(i); });
     sections.Station();
     sections.Recorder();
     const ResorterZuCmtrConv& resorter = *source.Owner().Param().Resorter;
     for (size_t i = 0; i < resorter.Equipment.size(); ++i)
-        sections.Equipment(i + 1);
-    for (size_t i = 0; i < resorter.PrevFileDiDictIndexes.size(); ++i)
-        sections.StateSignal(i + 1, resorter.DiResorted.at(resorter.PrevFileDiDictIndexes[i])->FullName);
+        known.equipmentSections.Pass(i, LineInputs(), text, [&] { sections.Equipment(i + 1); });
+    for (size_t i = 0; i < resorter.PrevFileDiDictIndexes.size(); ++i) {
+        LineInputs inputs;
+        inputs.name = resorter.DiResorted.at(resorter.PrevFileDiDictIndexes[i])->FullName;
+        known.signalSections.Pass(i, inputs, text, [&] { sections.StateSignal(i + 1, inputs.name); });
+    }
     text.End();
 }
 

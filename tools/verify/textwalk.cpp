@@ -6,6 +6,8 @@
 
 #include <QTextCodec>
 
+#include <cstring>
+
 namespace verify {
 
 TextWalk::TextWalk(const QByteArray& bytes_, const QString& fileName_, const char* lineEnd_,
@@ -42,6 +44,16 @@ void TextWalk::Line(const QString& text)
     }
     const QString found = TakeLine();
     Differ(Place(), found, text);
+}
+
+bool TextWalk::Skip(const QByteArray& lines, int count)
+{
+    if (bytes.size() - position < lines.size() ||
+        std::memcmp(bytes.constData() + position, lines.constData(), static_cast<size_t>(lines.size())) != 0)
+        return false;
+    position += lines.size();
+    line += count;
+    return true;
 }
 
 void TextWalk::LineLike(const QString& begin, const QString& end)

@@ -26,6 +26,19 @@ public:
     /// How many lines are taken: the number of the last one.
     int LinesTaken() const { return line; }
 
+    /// A place between two lines.
+    struct Mark
+    {
+        int position;
+        int line;
+    };
+    Mark Here() const { return {position, line}; }
+    QByteArray Since(const Mark& mark) const { return bytes.mid(mark.position, position - mark.position); }
+    int LinesSince(const Mark& mark) const { return line - mark.line; }
+
+    /// Takes whole lines, so many of them, if they come next.
+    bool Skip(const QByteArray& lines, int count);
+
     /// There must be nothing more. Throws Mismatch.
     void End() const;
 
