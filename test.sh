@@ -54,7 +54,7 @@ build_and_test release
 build_and_test asan
 printf '\n== fuzzers\n'
 [ $mode = all ] && seconds=60 || seconds=10
-fuzz/run.sh $seconds
+fuzz/run.sh "$seconds"
 scripts/update-translations.sh --check
 if [ $mode = all ]; then
     build_and_test tsan

@@ -52,7 +52,7 @@ zucmtr_compile_alone(sql_tests sqlite_test.cpp)
 zucmtr_compile_alone(station_tests stationnetwork_test.cpp)
 zucmtr_compile_alone(writers_tests dat_records_test.cpp hdr_values_test.cpp)
 
-set(alone core/module.cpp core/save.cpp core/service.cpp)
+set(alone core/module.cpp core/save.cpp)
 zucmtr_compile_alone(zucmtr_python ${alone})
 list(TRANSFORM alone PREPEND ${PROJECT_SOURCE_DIR}/python/)
 zucmtr_compile_alone(zucmtr_python_debug ${alone})
