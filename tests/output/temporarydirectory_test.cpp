@@ -101,6 +101,8 @@ TEST(TemporaryDirectory, PlaceThatIsNotThereIsReported)
     const TestDirectory place;
     const TemporaryDirectory directory(place.Path("none"));
     EXPECT_EQ(directory.Error(), ENOENT);
+    const TemporaryDirectory nowhere((QString()));
+    EXPECT_EQ(nowhere.Error(), ENOENT);
 }
 
 TEST(TemporaryFile, HasItsBytesAndGoes)
