@@ -73,6 +73,10 @@ void RemoveLeftOnce(const QString& place)
 
 TemporaryDirectory::TemporaryDirectory(const QString& place)
 {
+    if (place.isEmpty()) { // QDir::tempPath() if TMPDIR does not exist
+        error = ENOENT;
+        return;
+    }
     RemoveLeftOnce(place);
     Make(place);
 }

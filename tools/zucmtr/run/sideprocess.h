@@ -21,8 +21,8 @@ public:
     {
         std::function<std::unique_ptr<Clerk>()> begin; ///< when the process starts, also after a crash
         std::function<QByteArray(int signal)> crashed; ///< the answer to a message that made it crash
-        std::function<void()> letGo =
-            {}; ///< before all else: gives up what the program has and the process must not
+        /// Before all else: gives up what the program has and the process must not.
+        std::function<void()> letGo = {};
     };
 
     /// Starts the process; it ends with this object, or when the program ends, however that happens, and

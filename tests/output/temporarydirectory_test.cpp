@@ -1,0 +1,118 @@
+// Temporary directories, and what killed programs have left of them.
+#include "output/temporarydirectory.h"
+#include "support/files.h"
+
+#include <QDir>
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <sys/wait.h>
+#include <unistd.h>
+
+using output::TemporaryDirectory;
+
+namespace {
+
+QStringList In(const TestDirectory& place)
+{
+    return QDir(place.Path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot, QDir::Name);
+}
+
+void KillThis()
+{
+    if (!testing::Test::HasFailure())
+        kill(getpid(), SIGKILL);
+}
+
+// Runs it in a process, which it has to kill.
+template <class Work>
+void InAnotherProcess(const Work& work)
+{
+    const pid_t process = fork();
+    if (process == 0) {
+        work();
+        _exit(1);
+    }
+    int status = 0;
+    ASSERT_EQ(waitpid(process, &status, 0), process);
+    ASSERT_TRUE(WIFSIGNALED(status));
+}
+
+} // namespace
+
+TEST(TemporaryDirectory, IsThereWithWhatIsInItWhileItLives)
+{
+    const TestDirectory place;
+    {
+        const TemporaryDirectory directory(place.Path());
+        EXPECT_EQ(directory.Error(), 0);
+        EXPECT_EQ(In(place).size(), 1);
+        EXPECT_TRUE(QDir(directory.Path()).mkpath("a/b"));
+    }
+    EXPECT_EQ(In(place), QStringList());
+}
+
+TEST(TemporaryDirectory, OfAKilledProgramIsRemovedByTheNextOne)
+{
+    const TestDirectory place;
+    InAnotherProcess([&] {
+        const TemporaryDirectory directory(place.Path());
+        QDir(directory.Path()).mkpath("a/b");
+        KillThis();
+    });
+    InAnotherProcess([&] {
+        const TemporaryDirectory alive(place.Path());
+        EXPECT_EQ(In(place).size(), 1);
+        KillThis();
+    });
+    ASSERT_EQ(In(place).size(), 1);
+    const TemporaryDirectory own(place.Path());
+    EXPECT_EQ(In(place), QStringList{QFileInfo(own.Path()).fileName()});
+}
+
+TEST(TemporaryDirectory, OfAnotherProgramThatRunsIsLeftAlone)
+{
+    const TestDirectory place;
+    const TemporaryDirectory own(place.Path());
+    InAnotherProcess([&] {
+        const TemporaryDirectory other(place.Path());
+        EXPECT_EQ(In(place).size(), 2);
+        KillThis();
+    });
+    EXPECT_TRUE(QFileInfo(own.Path()).isDir());
+}
+
+TEST(TemporaryDirectory, DirectoriesOfOtherNamesAreLeftAlone)
+{
+    const TestDirectory place;
+    const QStringList others{"other-Abcdef", "zucmtr-Abcdefg", "zucmtr-reports"};
+    for (const QString& name : others)
+        place.MakeDirectory(name);
+    place.MakeDirectory("zucmtr-Abcdef");
+    {
+        const TemporaryDirectory own(place.Path());
+    }
+    EXPECT_EQ(In(place), others);
+}
+
+TEST(TemporaryDirectory, PlaceThatIsNotThereIsReported)
+{
+    const TestDirectory place;
+    const TemporaryDirectory directory(place.Path("none"));
+    EXPECT_EQ(directory.Error(), ENOENT);
+    const TemporaryDirectory nowhere((QString()));
+    EXPECT_EQ(nowhere.Error(), ENOENT);
+}
+
+TEST(TemporaryFile, HasItsBytesAndGoes)
+{
+    QString path;
+    {
+        const output::TemporaryFile file("bytes");
+        EXPECT_EQ(file.ErrorText(), "");
+        path = file.Path();
+        EXPECT_EQ(ReadBytes(path), "bytes");
+    }
+    EXPECT_FALSE(QFileInfo::exists(QFileInfo(path).path()));
+}
