@@ -84,7 +84,7 @@ class Catalogue(FleetCase):
                 self.server.psql(command, "archive", "analyst")
         (self.place / "station/Vostochnaya_000123.ZU").unlink()
         self.run_shell("zucmtr archive update --quiet --catalogue \"$CATALOGUE\" station 2>refused", code=1)
-        self.assertIn("this user lacks a permission on the server", (self.place / "refused").read_text(encoding="utf-8"))
+        self.assertIn("the role 'analyst' lacks a permission on the server", (self.place / "refused").read_text(encoding="utf-8"))
         self.assertEqual(before, self.numbers())
         self.server.psql("CREATE ROLE stranger LOGIN")
         self.addCleanup(self.server.psql, "DROP ROLE stranger")
