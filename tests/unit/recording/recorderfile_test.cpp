@@ -37,7 +37,7 @@ void ExpectSameReads(int size, int area)
 
 } // namespace
 
-TEST(RecorderFile, GivesTheBytesOfSmallFiles)
+TEST(ReadAheadFile, GivesTheBytesOfSmallFiles)
 {
     ExpectSameReads(1, 5);
     ExpectSameReads(65536, 100);
@@ -45,13 +45,13 @@ TEST(RecorderFile, GivesTheBytesOfSmallFiles)
     ExpectSameReads(300001, 65536);
 }
 
-TEST(RecorderFile, GivesTheBytesOfLargeFiles)
+TEST(ReadAheadFile, GivesTheBytesOfLargeFiles)
 {
     ExpectSameReads(1500000, 4096);
     ExpectSameReads(1500000, 300000);
 }
 
-TEST(RecorderFile, GoesBackAndBeyondItsEnd)
+TEST(ReadAheadFile, GoesBackAndBeyondItsEnd)
 {
     const TestDirectory directory;
     const QByteArray bytes = SomeBytes(200000);
@@ -65,7 +65,7 @@ TEST(RecorderFile, GoesBackAndBeyondItsEnd)
     EXPECT_EQ(file.read(20), QByteArray());
 }
 
-TEST(RecorderFile, IsNotOpenedIfItIsNotThere)
+TEST(ReadAheadFile, IsNotOpenedIfItIsNotThere)
 {
     zu::RecorderFile file(QStringLiteral("/nowhere/rec.ZU"));
     EXPECT_FALSE(file.OpenForReading());
