@@ -12,7 +12,7 @@
 namespace {
 
 calls::Hook theHook;
-bool wholeSeconds = false;
+bool secondsAreWhole = false;
 long ahead = 0;
 
 std::string PathOf(int file)
@@ -57,12 +57,12 @@ Watch::~Watch()
 
 WholeSeconds::WholeSeconds()
 {
-    wholeSeconds = true;
+    secondsAreWhole = true;
 }
 
 WholeSeconds::~WholeSeconds()
 {
-    wholeSeconds = false;
+    secondsAreWhole = false;
 }
 
 Ahead::Ahead(long seconds_)
@@ -178,7 +178,7 @@ int __wrap_statx(int directory, const char* path, int flags, unsigned int mask, 
     if (Fails("statx", *path == '\0' ? PathOf(directory) : path))
         return -1;
     const int result = __real_statx(directory, path, flags, mask, status);
-    if (wholeSeconds) {
+    if (secondsAreWhole) {
         status->stx_mtime.tv_nsec = 0;
         status->stx_ctime.tv_nsec = 0;
     }
