@@ -9,8 +9,9 @@
 // The nearest whole number; halves are rounded away from zero.
 static quint64 ToMicroseconds(double time)
 {
-    constexpr double Exact = 4503599627370496.0; // 2^52: below, a number and its fraction are exact
-    if (!(time >= 0 && time < Exact))
+    constexpr double Exact = 4503599627370496.0;    // 2^52: below, a number and its fraction are exact
+    const bool isExact = time >= 0 && time < Exact; // false for what is no number
+    if (!isExact)
         return zu::ToInteger<quint64>(std::round(time));
     const auto whole = static_cast<qint64>(time);
     return static_cast<quint64>(whole) + (time - static_cast<double>(whole) >= 0.5 ? 1 : 0);
