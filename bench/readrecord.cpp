@@ -2,7 +2,7 @@
 // it to the last block of its samples, the shortest of some rounds. A recording is converted into a temporary
 // record first. That is what the Python module is measured against; nothing is kept of the blocks.
 #include "comtrade/record.h"
-#include "zucmtr/commands/recordsource.h"
+#include "zucmtr/host/recordsource.h"
 
 #include <algorithm>
 #include <cstdio>
