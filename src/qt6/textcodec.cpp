@@ -17,6 +17,21 @@ class Decoder : public QStringDecoder
 public:
     using QStringDecoder::QStringDecoder;
 
+    // The text of a further piece in UTF-8. Qt 6 leaves out the byte at which it sees that the bytes which
+    // wait from the last piece are no character. So they are completed byte by byte, and if that fails the
+    // piece is read from its start.
+    QString DecodeUtf8(QByteArrayView piece)
+    {
+        QString text;
+        QByteArrayView rest = piece;
+        const auto invalidBefore = state.invalidChars;
+        while (state.remainingChars > 0 && !rest.isEmpty()) {
+            text += decode(rest.first(1));
+            rest = state.invalidChars == invalidBefore ? rest.sliced(1) : piece;
+        }
+        return text + decode(rest);
+    }
+
     void Count(QTextCodec::ConverterState& counts) const
     {
         counts.invalidChars = state.invalidChars;
@@ -85,8 +100,9 @@ protected:
         if (!state->decoder)
             state->decoder = std::make_shared<Decoder>(
                 title.constData(), IsIgnored(state) ? Flag::ConvertInitialBom : Flag::Default);
-        QString text = (*state->decoder)(input);
-        static_cast<const Decoder&>(*state->decoder).Count(*state);
+        auto& decoder = static_cast<Decoder&>(*state->decoder);
+        QString text = isUtf8() ? decoder.DecodeUtf8(input) : decoder.decode(input);
+        decoder.Count(*state);
         return text;
     }
 

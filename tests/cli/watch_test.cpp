@@ -121,11 +121,13 @@ TEST(Watch, JournalOfLinesIsTakenOver)
     station.Write("in/a.ZU", Encode(ShortRecording(0)));
     EXPECT_EQ(station.Once().code, 0);
     const QByteArray whole = TextOf(station);
-    const int lastLine = whole.lastIndexOf('\n', whole.size() - 2) + 1;
-    for (const int size : {6, whole.indexOf('\n'), whole.indexOf('\n') + 20, lastLine, lastLine + 1,
-                           lastLine + 30, lastLine + 60, whole.size() - 1, whole.size()}) {
+    const int all = whole.size();
+    const int firstEnd = whole.indexOf('\n');
+    const int lastLine = whole.lastIndexOf('\n', all - 2) + 1;
+    for (const int size :
+         {6, firstEnd, firstEnd + 20, lastLine, lastLine + 1, lastLine + 30, lastLine + 60, all - 1, all}) {
         station.Write("out/.zucmtr-watch", whole.left(size));
-        const QStringList expected = size < whole.size() ? QStringList{"in/a.ZU"} : QStringList();
+        const QStringList expected = size < all ? QStringList{"in/a.ZU"} : QStringList();
         EXPECT_EQ(Station::EventsIn(station.Once().out, "converted"), expected) << size;
         EXPECT_EQ(station.Count("converted"), 1) << size;
         EXPECT_EQ(Station::EventsIn(station.Once().out, "converting"), QStringList()) << size;

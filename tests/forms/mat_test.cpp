@@ -204,7 +204,8 @@ TEST_F(Mat, ThatIsCutOffIsNotRead)
     const QByteArray bytes = ReadBytes(path);
     // One variable less is a file of its own.
     const int record = bytes.lastIndexOf("record") - 48;
-    for (int length : {0, 100, 127, 130, 135, 140, 300, bytes.size() / 2, bytes.size() - 1, record}) {
+    const int size = bytes.size();
+    for (int length : {0, 100, 127, 130, 135, 140, 300, size / 2, size - 1, record}) {
         directory.Write(QStringLiteral("запись.mat"), bytes.left(length));
         EXPECT_EQ(ErrorOfReading(config), length == record
                                               ? "the variable 'record' is missing"

@@ -85,7 +85,7 @@ TEST(OwnRecord, MayHaveLostTheEndOfALineOrGotOneMore)
     const Scene scene("", LongRecording());
     const Copy copy(scene);
     const QByteArray data = copy.Bytes("dat");
-    for (const int position : {data.indexOf("\n300,"), data.indexOf("\n600,") + 8}) {
+    for (const auto position : {data.indexOf("\n300,"), data.indexOf("\n600,") + 8}) {
         QByteArray changed = data;
         changed[position] = changed.at(position) == '\n' ? ' ' : '\n';
         copy.Write("dat", changed);

@@ -194,6 +194,34 @@ TEST(Codecs, DecodePiecesAsTheWhole)
     }
 }
 
+// Bytes of a character that turn out to be none when the next piece comes.
+TEST(Codecs, DecodeInvalidPiecesTheSameWithEveryQt)
+{
+    const QTextCodec& codec = *QTextCodec::codecForName("UTF-8");
+    const struct
+    {
+        const char* start; // hexadecimal
+        const char* rest;
+        QString text; // '?' for U+FFFD
+        int invalid;
+    } rows[] = {
+        {"41e0", "4243", "A?BC", 1},       {"41f09080", "4243", "A?BC", 1}, {"41e2", "8241", "A??A", 2},
+        {"41d0", "d090", "A?\u0410", 1},   {"41ed", "a08041", "A???A", 3},  {"41f0", "80808041", "A????A", 4},
+        {"41f0", "9080d042", "A????B", 4}, {"41f0", "90", "A", 0},
+    };
+    for (const auto& row : rows) {
+        QTextCodec::ConverterState state;
+        QString text;
+        for (const char* piece : {row.start, row.rest}) {
+            const QByteArray bytes = QByteArray::fromHex(piece);
+            text += codec.toUnicode(bytes.constData(), bytes.size(), &state);
+        }
+        EXPECT_EQ(text.replace(QChar(QChar::ReplacementCharacter), QLatin1Char('?')), row.text)
+            << row.start << ' ' << row.rest;
+        EXPECT_EQ(state.invalidChars, row.invalid) << row.start << ' ' << row.rest;
+    }
+}
+
 TEST(Codecs, EncodeTheSameWithEveryQt)
 {
     EXPECT_EQ(FingerprintOfEncoded("CP1251"), "431017e6381f7aea");

@@ -15,12 +15,13 @@ public:
     int mibEnum() const override { return -1000; }
 
 protected:
-    QString convertToUnicode(const char* bytes, int length, ConverterState*) const override
+    QString convertToUnicode(const char* bytes, QString::size_type length, ConverterState*) const override
     {
         return QString::fromLatin1(bytes, length);
     }
 
-    QByteArray convertFromUnicode(const QChar* text, int length, ConverterState*) const override
+    QByteArray convertFromUnicode(const QChar* text, QString::size_type length,
+                                  ConverterState*) const override
     {
         if (texts == 0)
             return QByteArray();
