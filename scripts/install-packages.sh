@@ -11,13 +11,13 @@ for job in "${@:-build}"; do
     test) packages="$packages apparmor binutils dpkg-dev libqt5sql5-psql man-db parallel postgresql python3-jsonschema python3-prometheus-client python3-scipy strace systemd zsh" ;;
     python) packages="$packages python3-dbg python3-numpy python3-pandas python3-xarray python3-matplotlib python3-dask mypy python3-pip python3-skbuild python3-setuptools python3-wheel" ;;
     view) packages="$packages chromium chromium-driver chromium-headless-shell python3-selenium" ;;
-    lint) packages="$packages clang-format-19 clang-tidy-19 shellcheck" ;; # as in scripts/lint.sh
+    lint) packages="$packages clang-format-19 clang-tidy-19 git shellcheck" ;; # as in scripts/lint.sh
     fuzz) packages="$packages clang libclang-rt-dev" ;;
     bench) packages="$packages libbenchmark-dev" ;;
     qt6) packages="$packages qt6-base-dev qt6-tools-dev qt6-l10n-tools libqt6svg6-dev libqt6sql6-psql" ;;
     arm64) packages="$packages g++-aarch64-linux-gnu qemu-user-static" ;;
     coverage) packages="$packages gcovr" ;;
-    package) packages="$packages autopkgtest debhelper debootstrap devscripts dh-apparmor dh-python diffoscope-minimal dpkg-dev lintian locales" ;;
+    package) packages="$packages autopkgtest debhelper debootstrap devscripts dh-apparmor dh-python diffoscope-minimal dpkg-dev git lintian locales" ;;
     fleet) packages="$packages iproute2 munge openssh-client openssh-server openssl parallel slurm-client slurmctld slurmd" ;;
     *)
         echo "install-packages.sh: no such job: $job (build, test, python, view, lint, fuzz, bench, coverage, fleet, arm64, qt6, package)" >&2
