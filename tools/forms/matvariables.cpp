@@ -53,6 +53,7 @@ MatVariable Moment(const comtrade::Configuration& config, const comtrade::TimeSt
 MatVariable Rates(const comtrade::Configuration& config)
 {
     std::vector<double> numbers;
+    numbers.reserve(2 * config.rates.size());
     for (const comtrade::SampleRate& rate : config.rates)
         numbers.push_back(rate.hertz);
     for (const comtrade::SampleRate& rate : config.rates)
