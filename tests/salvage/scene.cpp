@@ -95,7 +95,7 @@ Columns Scene::ConvertFile(const QString& first)
             continue;
         const QList<QByteArray> fields = line.trimmed().split(',');
         if (fields.size() != names.size() + 1)
-            qFatal("%d values for %d channels", fields.size() - 2, names.size() - 1);
+            qFatal("%d values for %d channels", int(fields.size()) - 2, int(names.size()) - 1);
         columns[QString()] += fields[0] + ' ' + fields[1] + '\n';
         for (int i = 2; i < fields.size(); ++i)
             columns[names[i - 1]] += fields[i] + '\n';
