@@ -99,13 +99,13 @@ QString AnChannelData::DoCfgDescription(unsigned int number)
                                Unit.isEmpty() ? QStringLiteral("NONE") : Unit);
     line.reserve(line.size() + LongestNumbers);
     const auto add = [&](QLatin1String digits) { line.append(QLatin1Char(',')).append(digits); };
-    add(zu::Digits8(CoefA));
-    add(zu::Digits8(CoefB));
-    add(zu::Digits8(SkewMicroseconds));
+    add(zu::Digits8(CoefA).Text());
+    add(zu::Digits8(CoefB).Text());
+    add(zu::Digits8(SkewMicroseconds).Text());
     line += QLatin1Char(',') % QString::number(limits.lowest) % QLatin1Char(',') %
             QString::number(limits.highest);
-    add(zu::Digits8(header.Primary));
-    add(zu::Digits8(header.Secondary));
+    add(zu::Digits8(header.Primary).Text());
+    add(zu::Digits8(header.Secondary).Text());
     add(QLatin1String("P"));
     return line;
 }

@@ -18,8 +18,8 @@ TEST(Digits8, AreThoseOfQt)
     for (const float value : {0.0F, -0.0F, 1.0F, 2097152.25F, 2097151.75F, 1e-7F, 1e20F, -110.0F / 3.0F,
                               std::numeric_limits<float>::infinity(), std::numeric_limits<float>::quiet_NaN(),
                               -std::numeric_limits<float>::min(), std::numeric_limits<float>::denorm_min()}) {
-        EXPECT_EQ(QString(zu::Digits8(value)), Expected(value));
-        EXPECT_EQ(QString(zu::Digits8(value)), Expected(value)) << "from memory";
+        EXPECT_EQ(QString(zu::Digits8(value).Text()), Expected(value));
+        EXPECT_EQ(QString(zu::Digits8(value).Text()), Expected(value)) << "from memory";
     }
 }
 
@@ -30,6 +30,6 @@ TEST(Digits8, AreThoseOfQtForManyValuesInTurn)
         const auto bits = static_cast<uint32_t>(i % 2 == 0 ? random() : random() % 100 * 0x800000U);
         float value = 0;
         std::memcpy(&value, &bits, sizeof value);
-        ASSERT_EQ(QString(zu::Digits8(value)), Expected(value)) << bits;
+        ASSERT_EQ(QString(zu::Digits8(value).Text()), Expected(value)) << bits;
     }
 }
