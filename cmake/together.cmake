@@ -39,7 +39,7 @@ zucmtr_compile_alone(zu_sql sqlite.cpp)
 zucmtr_compile_alone(zu_station linecourse.cpp linesimulation.cpp linesignals.cpp linetruth.cpp segments.cpp)
 zucmtr_compile_alone(zu_validate cfgvalues.cpp datarules.cpp infrules.cpp)
 zucmtr_compile_alone(zu_verify likeness.cpp ownrecord.cpp)
-zucmtr_compile_alone(zu_view chart.cpp faultmarks.cpp statetracks.cpp)
+zucmtr_compile_alone(zucmtr_picture drawing/chart.cpp drawing/faultmarks.cpp drawing/statetracks.cpp)
 
 zucmtr_compile_alone(analysis_tests faultkind_test.cpp quantities_test.cpp signals_test.cpp steadysignals_test.cpp
                      summary_test.cpp superimposed_test.cpp window_test.cpp faultsearch_test.cpp)

@@ -21,8 +21,8 @@ done
 
 scripts/install-packages.sh build arm64
 packages="fonts-dejavu-core libc6-dev libcli11-dev libeigen3-dev libgtest-dev libhwy-dev libjs-dygraphs libmatio-dev
-          libqt5sql5-psql libqt5svg5-dev libsqlite3-dev libssl-dev
-          libstdc++-$(aarch64-linux-gnu-gcc -dumpversion)-dev libuchardet-dev qtbase5-dev qttools5-dev
+          libqt5sql5-psql libqt5svg5-dev libsqlite3-dev
+          libstdc++-$(aarch64-linux-gnu-gcc -dumpversion)-dev libuchardet-dev nettle-dev qtbase5-dev qttools5-dev
           qttools5-dev-tools"
 
 # apt with a state and a cache of its own, for another architecture. Of the machine it has the sources and their keys.

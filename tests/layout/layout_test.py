@@ -16,7 +16,7 @@ ROWS = [
     "tools/comtrade tools/output tools/station tools/dictionary tools/salvage tools/sql",
     "tools/analysis",
     "tools/verify tools/info tools/inicheck tools/view tools/validate tools/forms tools/catalogue",
-    "tools/archivepage",
+    "tools/archivepage tools/picture",
     "tools/zucmtr/terminal",
     "tools/zucmtr/host tools/zucmtr/files",
     "tools/zucmtr/run",

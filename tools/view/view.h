@@ -1,5 +1,4 @@
-// Shows a record: as one HTML page that opens in any browser and loads nothing from the network, or as a
-// still picture of the fault.
+// Shows a record as one HTML page that opens in any browser and loads nothing from the network.
 //
 //     view::WritePage("record.cfg", "record.html", {});
 #pragma once
@@ -72,14 +71,5 @@ Held WritePage(const QString& recordPath, const QString& pagePath, const Options
 /// second one, what is around the same moment.
 HeldBoth WritePage(const QString& recordPath, const Second& second, const QString& pagePath,
                    const Options& options);
-
-/// Format of a still picture.
-enum class Picture { Svg, Png };
-
-/// Draws what happened, in words and figures, and the faulted circuit with its voltages, currents and
-/// changing states; without a fault the started circuit and the key figures of the report. Needs a
-/// QGuiApplication.
-Held WritePicture(const QString& recordPath, const QString& picturePath, Picture format,
-                  const Options& options);
 
 } // namespace view

@@ -17,7 +17,7 @@
 #include <dirent.h>
 #include <iterator>
 #include <memory>
-#include <openssl/evp.h>
+#include <nettle/sha2.h>
 #include <unistd.h>
 
 namespace archive {
@@ -184,23 +184,23 @@ std::vector<Piece> PiecesOf(const QString& path, Kind kind)
 void HashPieces(const QString& path, std::vector<Piece>& pieces)
 {
     const QString directory = QFileInfo(path).path();
-    const std::unique_ptr<EVP_MD_CTX, decltype(&EVP_MD_CTX_free)> hash(EVP_MD_CTX_new(), EVP_MD_CTX_free);
+    sha256_ctx hash;
     QByteArray block(BlockBytes, Qt::Uninitialized);
     for (Piece& piece : pieces) {
         const QString name = directory + QLatin1Char('/') + piece.name;
         const systemfile::Descriptor file = systemfile::OpenToRead(name);
         ssize_t count = file.IsOpen() ? 0 : -1;
-        EVP_DigestInit_ex(hash.get(), EVP_sha256(), nullptr);
+        sha256_init(&hash);
         while (count >= 0 &&
                (count = read(file.Number(), block.data(), static_cast<size_t>(block.size()))) > 0)
-            EVP_DigestUpdate(hash.get(), block.constData(), static_cast<size_t>(count));
+            sha256_update(&hash, static_cast<size_t>(count),
+                          reinterpret_cast<const uint8_t*>(block.constData()));
         if (count < 0)
             throw text::Error(Tr("archive", "%1 cannot be read: %2").arg(name, explain::SystemText(errno)));
-        std::array<unsigned char, EVP_MAX_MD_SIZE> digest{};
-        unsigned int size = 0;
-        EVP_DigestFinal_ex(hash.get(), digest.data(), &size);
+        std::array<uint8_t, SHA256_DIGEST_SIZE> digest{};
+        sha256_digest(&hash, digest.size(), digest.data());
         piece.sha256 =
-            QByteArray(reinterpret_cast<const char*>(digest.data()), static_cast<int>(size)).toHex();
+            QByteArray(reinterpret_cast<const char*>(digest.data()), static_cast<int>(digest.size())).toHex();
     }
 }
 

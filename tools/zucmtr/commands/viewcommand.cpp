@@ -1,6 +1,7 @@
 #include "zucmtr/commands/viewcommand.h"
 
 #include "output/target.h"
+#include "picture/picture.h"
 #include "text/error.h"
 #include "text/texts.h"
 #include "view/view.h"
@@ -154,12 +155,12 @@ void WriteAll(const ViewOptions& options, const RecordSource& source)
     else if (!options.second.empty())
         Complain(Tr("view", "%1: a picture shows the first record alone; -o writes a page with both")
                      .arg(FromUtf8(options.second)));
-    const std::pair<const std::string&, view::Picture> pictures[] = {{options.svg, view::Picture::Svg},
-                                                                     {options.png, view::Picture::Png}};
+    const std::pair<const std::string&, picture::Format> pictures[] = {{options.svg, picture::Format::Svg},
+                                                                     {options.png, picture::Format::Png}};
     for (const auto& [path, format] : pictures) {
         if (path.empty() || interrupt::Came())
             continue;
-        held = view::WritePicture(record, FromUtf8(path), format, settings);
+        held = picture::Write(record, FromUtf8(path), format, settings);
         Confirm(FromUtf8(path));
     }
     ComplainOfRecord(FromUtf8(options.file), held);

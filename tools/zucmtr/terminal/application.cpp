@@ -1,11 +1,10 @@
 #include "zucmtr/terminal/application.h"
 
 #include "output/temporarydirectory.h"
+#include "picture/module.h"
 
 #include <QDir>
 #include <QFile>
-#include <QFontDatabase>
-#include <QGuiApplication>
 
 #include <cstdio>
 #include <fcntl.h>
@@ -68,20 +67,9 @@ private:
     const bool wasSet;
 };
 
-// Qt searches for fonts when it draws the first letter; done here, while nothing else has to be reported.
-void FindFonts()
+// What can paint, with its fonts found while nothing else has to be reported.
+std::unique_ptr<QCoreApplication> MakePainter(const picture::Module& module, int& count, char** arguments)
 {
-    const NoStandardError quiet;
-    QFontDatabase().families();
-}
-
-} // namespace
-
-std::unique_ptr<QCoreApplication> MakeApplication(char** arguments, bool paints)
-{
-    static int count = 1; // Qt would remove its own options from the command line
-    if (!paints)
-        return std::make_unique<QCoreApplication>(count, arguments);
     // This platform has no screen, no input methods and no services of a desktop. A theme would have the
     // desktop's libraries look for a display.
     qputenv("QT_QPA_PLATFORM", "minimal:enable_fonts");
@@ -90,8 +78,23 @@ std::unique_ptr<QCoreApplication> MakeApplication(char** arguments, bool paints)
     std::unique_ptr<QCoreApplication> application;
     {
         const OwnSession session;
-        application = std::make_unique<QGuiApplication>(count, arguments);
+        application = module.MakeApplication(count, arguments);
     }
-    FindFonts();
+    const NoStandardError quiet;
+    module.FindFonts();
     return application;
+}
+
+} // namespace
+
+std::unique_ptr<QCoreApplication> MakeApplication(char** arguments, bool paints)
+{
+    static int count = 1; // Qt would remove its own options from the command line
+    if (paints) {
+        try {
+            return MakePainter(picture::Loaded(), count, arguments);
+        } catch (const picture::ModuleError&) { // reported, in the user's language, when the picture is to be drawn
+        }
+    }
+    return std::make_unique<QCoreApplication>(count, arguments);
 }

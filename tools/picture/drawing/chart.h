@@ -2,13 +2,13 @@
 #pragma once
 
 #include "analysis/channelrole.h"
-#include "view/stretch.h"
+#include "picture/drawing/stretch.h"
 
 #include <QPainter>
 
 #include <vector>
 
-namespace view {
+namespace picture {
 
 class Chart
 {
@@ -36,4 +36,4 @@ private:
     const QRectF plot;
 };
 
-} // namespace view
+} // namespace picture

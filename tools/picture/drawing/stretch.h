@@ -5,7 +5,7 @@
 
 #include <QRectF>
 
-namespace view {
+namespace picture {
 
 class Stretch
 {
@@ -37,4 +37,4 @@ private:
 /// A step of 1, 2 or 5 times a power of ten, so that a range has at most so many of them.
 double NiceStep(double range, int most);
 
-} // namespace view
+} // namespace picture

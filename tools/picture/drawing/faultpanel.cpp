@@ -1,16 +1,16 @@
-#include "view/faultpanel.h"
+#include "picture/drawing/faultpanel.h"
 
 #include "analysis/channelrole.h"
 #include "analysis/linematch.h"
 #include "text/texts.h"
-#include "view/linediagram.h"
-#include "view/pens.h"
+#include "picture/drawing/linediagram.h"
+#include "picture/drawing/pens.h"
 
 #include <algorithm>
 #include <cmath>
 #include <functional>
 
-namespace view {
+namespace picture {
 
 namespace {
 
@@ -200,4 +200,4 @@ void FaultPanel::Draw(QPainter& painter, const QRectF& area) const
     }
 }
 
-} // namespace view
+} // namespace picture

@@ -1,11 +1,11 @@
-#include "view/chart.h"
+#include "picture/drawing/chart.h"
 
-#include "view/pens.h"
+#include "picture/drawing/pens.h"
 
 #include <algorithm>
 #include <cmath>
 
-namespace view {
+namespace picture {
 
 namespace {
 
@@ -133,4 +133,4 @@ void Chart::DrawNames()
     }
 }
 
-} // namespace view
+} // namespace picture

@@ -6,7 +6,7 @@
 
 #include <QPainter>
 
-namespace view {
+namespace picture {
 
 /// Pixels.
 constexpr int LineDiagramHeight = 190;
@@ -14,4 +14,4 @@ constexpr int LineDiagramHeight = 190;
 /// There must be a fault. Without a distance it stands somewhere on the line, and is said to.
 void DrawLineDiagram(QPainter& painter, const analysis::Summary& summary, const QRectF& area);
 
-} // namespace view
+} // namespace picture

@@ -1,11 +1,11 @@
-#include "view/statetracks.h"
+#include "picture/drawing/statetracks.h"
 
-#include "view/pens.h"
+#include "picture/drawing/pens.h"
 
 #include <algorithm>
 #include <numeric>
 
-namespace view {
+namespace picture {
 
 namespace {
 
@@ -74,4 +74,4 @@ void StateTracks::Draw(QPainter& painter, const Stretch& stretch, const QRectF& 
     }
 }
 
-} // namespace view
+} // namespace picture

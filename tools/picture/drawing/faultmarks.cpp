@@ -1,12 +1,12 @@
-#include "view/faultmarks.h"
+#include "picture/drawing/faultmarks.h"
 
 #include "text/texts.h"
-#include "view/pens.h"
+#include "picture/drawing/pens.h"
 
 #include <algorithm>
 #include <array>
 
-namespace view {
+namespace picture {
 
 namespace {
 
@@ -60,4 +60,4 @@ void DrawFaultMarks(QPainter& painter, const analysis::Summary& summary, const S
     }
 }
 
-} // namespace view
+} // namespace picture

@@ -2,11 +2,11 @@
 #pragma once
 
 #include "analysis/summary.h"
-#include "view/stretch.h"
+#include "picture/drawing/stretch.h"
 
 #include <QPainter>
 
-namespace view {
+namespace picture {
 
 /// Pixels above the charts that the names take.
 constexpr int MarksHeight = 40;
@@ -15,4 +15,4 @@ constexpr int MarksHeight = 40;
 void DrawFaultMarks(QPainter& painter, const analysis::Summary& summary, const Stretch& stretch,
                     const QRectF& charts);
 
-} // namespace view
+} // namespace picture

@@ -5,7 +5,7 @@
 #include <QFontMetricsF>
 #include <QPainter>
 
-namespace view {
+namespace picture {
 
 const QColor Ink(0x17, 0x20, 0x2e);
 const QColor Quiet(0x5d, 0x6b, 0x80);
@@ -58,4 +58,4 @@ inline QString Fitting(const QString& text, double width, int pixels, bool bold 
     return QFontMetricsF(FontOf(pixels, bold)).elidedText(text, Qt::ElideRight, width);
 }
 
-} // namespace view
+} // namespace picture

@@ -6,7 +6,7 @@
 
 #include <QPainter>
 
-namespace view {
+namespace picture {
 
 class FaultPanel
 {
@@ -23,4 +23,4 @@ private:
     const analysis::Summary& summary;
 };
 
-} // namespace view
+} // namespace picture

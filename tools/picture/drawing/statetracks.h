@@ -1,13 +1,13 @@
 // The discrete channels that change, one row each, part of the still picture.
 #pragma once
 
-#include "view/stretch.h"
+#include "picture/drawing/stretch.h"
 
 #include <QPainter>
 
 #include <vector>
 
-namespace view {
+namespace picture {
 
 class StateTracks
 {
@@ -26,4 +26,4 @@ private:
     std::vector<size_t> changing; // by their places in the configuration
 };
 
-} // namespace view
+} // namespace picture

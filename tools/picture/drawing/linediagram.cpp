@@ -1,8 +1,8 @@
-#include "view/linediagram.h"
+#include "picture/drawing/linediagram.h"
 
 #include "analysis/linematch.h"
 #include "text/texts.h"
-#include "view/pens.h"
+#include "picture/drawing/pens.h"
 
 #include <QLatin1String>
 
@@ -10,7 +10,7 @@
 #include <array>
 #include <cmath>
 
-namespace view {
+namespace picture {
 
 namespace {
 
@@ -231,4 +231,4 @@ void DrawLineDiagram(QPainter& painter, const analysis::Summary& summary, const 
     LineDiagram(painter, summary, area).Draw();
 }
 
-} // namespace view
+} // namespace picture

@@ -1,17 +1,16 @@
-// The still picture: what happened in words; voltages and currents of the faulted circuit with its states,
-// and beside them the fault in figures. Without a fault: the started circuit and the figures of the report.
+#include "picture/drawing/overview.h"
+
 #include "analysis/channelrole.h"
 #include "analysis/linematch.h"
-#include "output/outputfile.h"
 #include "text/texts.h"
-#include "view/chart.h"
-#include "view/faultmarks.h"
-#include "view/faultpanel.h"
+#include "picture/drawing/chart.h"
+#include "picture/drawing/faultmarks.h"
+#include "picture/drawing/faultpanel.h"
 #include "view/pagedata.h"
-#include "view/pens.h"
+#include "picture/drawing/pens.h"
 #include "view/report.h"
-#include "view/statetracks.h"
-#include "view/view.h"
+#include "picture/drawing/statetracks.h"
+#include "view/shown.h"
 
 #include <QBuffer>
 #include <QImage>
@@ -21,7 +20,7 @@
 #include <algorithm>
 #include <cmath>
 
-namespace view {
+namespace picture {
 
 namespace {
 
@@ -38,7 +37,7 @@ constexpr int FaultChartHeight = 300;
 // The circuit that the report names, or the first one with voltages or currents.
 QString ShownCircuit(const analysis::Oscillogram& oscillogram)
 {
-    QString started = StartedCircuit(oscillogram);
+    QString started = view::StartedCircuit(oscillogram);
     if (!started.isEmpty())
         return started;
     for (const comtrade::AnalogChannel& channel : oscillogram.config.analog)
@@ -55,7 +54,7 @@ void DrawTitle(QPainter& painter, const comtrade::Configuration& config, const Q
                      Fitting(config.station, Width - 2 * Margin, 24, true));
     SetFont(painter, 15);
     painter.setPen(Quiet);
-    const QStringList parts = {config.device, StampText(config.trigger), circuit};
+    const QStringList parts = {config.device, view::StampText(config.trigger), circuit};
     painter.drawText(QRectF(Margin, 44, Width - 2 * Margin, 22), Qt::AlignVCenter,
                      Fitting(parts.join(QStringLiteral("  ·  ")), Width - 2 * Margin, 15));
 }
@@ -148,7 +147,7 @@ public:
         : oscillogram(oscillogram_), summary(summary_), faulted(summary_.FaultedCircuit()),
           circuit(faulted != nullptr ? faulted->name : ShownCircuit(oscillogram_)),
           lead(analysis::SentencesOf(summary_)),
-          figures(faulted != nullptr ? QStringList() : Figures(oscillogram_.report)),
+          figures(faulted != nullptr ? QStringList() : view::Figures(oscillogram_.report)),
           stretch(faulted != nullptr ? Stretch(oscillogram_, *summary_.findings.fault)
                                      : Stretch(oscillogram_)),
           states(oscillogram_, faulted != nullptr ? faulted->states : std::vector<size_t>())
@@ -241,18 +240,11 @@ QByteArray PngOf(const Overview& overview)
 
 } // namespace
 
-Held WritePicture(const QString& recordPath, const QString& picturePath, Picture format,
-                  const Options& options)
+QByteArray DrawOverview(const analysis::Oscillogram& oscillogram, const analysis::Summary& summary,
+                        Format format)
 {
-    const analysis::Oscillogram oscillogram = Load(recordPath, options);
-    const analysis::Summary summary = SummaryOf(recordPath, oscillogram, options);
     const Overview overview(oscillogram, summary);
-    const QByteArray bytes =
-        format == Picture::Svg ? SvgOf(overview, oscillogram.config.station) : PngOf(overview);
-    QString error;
-    if (!output::WriteOutput(picturePath, bytes, error))
-        throw Error(Tr("view", "'%1' cannot be written: %2").arg(picturePath, error));
-    return Holding(oscillogram);
+    return format == Format::Svg ? SvgOf(overview, oscillogram.config.station) : PngOf(overview);
 }
 
-} // namespace view
+} // namespace picture

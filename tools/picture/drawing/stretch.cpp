@@ -1,9 +1,9 @@
-#include "view/stretch.h"
+#include "picture/drawing/stretch.h"
 
 #include <algorithm>
 #include <cmath>
 
-namespace view {
+namespace picture {
 
 namespace {
 
@@ -68,4 +68,4 @@ double NiceStep(double range, int most)
     return 10 * power;
 }
 
-} // namespace view
+} // namespace picture
