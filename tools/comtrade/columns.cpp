@@ -50,16 +50,17 @@ inline void Interleave(Vector (&v)[N])
     std::copy(turned, turned + N, v);
 }
 
-template <class Vector, size_t N, class Number>
-inline void TurnTile(const char* bytes, size_t stride, Number* columns, size_t distance)
+// lineAt(i) is where line i of the square is. They are written at a distance of `distance` numbers.
+template <class Vector, size_t N, class Number, class LineAt>
+inline void TurnTile(const LineAt& lineAt, Number* out, size_t distance)
 {
     Vector v[N];
     for (size_t i = 0; i < N; ++i)
-        std::memcpy(&v[i], bytes + i * stride, sizeof v[i]);
+        std::memcpy(&v[i], lineAt(i), sizeof v[i]);
     for (size_t rest = N; rest > 1; rest /= 2)
         Interleave(v);
     for (size_t i = 0; i < N; ++i)
-        std::memcpy(columns + i * distance, &v[i], sizeof v[i]);
+        std::memcpy(out + i * distance, &v[i], sizeof v[i]);
 }
 
 template <class Vector, class Number>
@@ -71,8 +72,9 @@ void Turn(const Rows& rows, size_t channels, Number* columns, size_t distance)
     for (size_t start = 0; start < tiledRows; start += RowsAtOnce)
         for (size_t channel = 0; channel < tiledChannels; channel += side)
             for (size_t row = start; row < std::min(tiledRows, start + RowsAtOnce); row += side)
-                TurnTile<Vector, side>(rows.bytes + row * rows.stride + channel * sizeof(Number), rows.stride,
-                                       columns + channel * distance + row, distance);
+                TurnTile<Vector, side>(
+                    [&](size_t i) { return rows.bytes + (row + i) * rows.stride + channel * sizeof(Number); },
+                    columns + channel * distance + row, distance);
     for (size_t channel = 0; channel < channels; ++channel)
         for (size_t row = channel < tiledChannels ? tiledRows : 0; row < rows.count; ++row)
             columns[channel * distance + row] =
@@ -123,6 +125,21 @@ void TurnRows(const Rows& rows, size_t channels, float* columns, size_t distance
             *value = std::abs(*value) <= std::numeric_limits<float>::max()
                          ? *value
                          : std::numeric_limits<float>::quiet_NaN();
+}
+
+void TurnColumns(const std::vector<const qint16*>& columns, size_t from, size_t count, qint16* rows)
+{
+    constexpr size_t side = sizeof(Eight) / sizeof(qint16);
+    const size_t width = columns.size();
+    const size_t tiledColumns = width / side * side;
+    const size_t tiledRows = count / side * side;
+    for (size_t column = 0; column < tiledColumns; column += side)
+        for (size_t row = 0; row < tiledRows; row += side)
+            TurnTile<Eight, side>([&](size_t i) { return columns[column + i] + from + row; },
+                                  rows + row * width + column, width);
+    for (size_t column = 0; column < width; ++column)
+        for (size_t row = column < tiledColumns ? tiledRows : 0; row < count; ++row)
+            rows[row * width + column] = columns[column][from + row];
 }
 
 void ScaleCodes(const qint16* codes, size_t count, const Scale& scale, double* values)

@@ -31,6 +31,10 @@ void TurnRows(const Rows& rows, size_t channels, qint32* columns, size_t distanc
 /// The same of FLOAT32 values; what is not finite becomes NaN.
 void TurnRows(const Rows& rows, size_t channels, float* columns, size_t distance);
 
+/// The other way round, of columns that lie anywhere: writes number `from` + j of column `i` to
+/// rows[j * columns.size() + i], for j below `count`.
+void TurnColumns(const std::vector<const qint16*>& columns, size_t from, size_t count, qint16* rows);
+
 /// a * code + b for each code, the result times `factor`; NaN for a missing one. Each step is rounded to a
 /// double.
 struct Scale

@@ -99,14 +99,26 @@ QString Detected(const QByteArray& bytes)
     return row != names.end() ? QLatin1String(row->ours) : QString();
 }
 
+// Finding a codec takes as long as reading some lines by it. The last one is remembered by each thread.
+QTextCodec* CodecNamed(const QByteArray& name)
+{
+    thread_local QByteArray last;
+    thread_local QTextCodec* codec = nullptr;
+    if (name != last) {
+        codec = QTextCodec::codecForName(name);
+        last = name;
+    }
+    return codec;
+}
+
 // The codec of a name. What calls itself Latin-1 has the characters of Windows-1252 between 80 and 9F.
 QTextCodec* CodecOf(const QString& encoding)
 {
     if (encoding == QLatin1String("Latin-1"))
-        return QTextCodec::codecForName("windows-1252");
+        return CodecNamed("windows-1252");
     if (encoding == QLatin1String("ASCII"))
-        return QTextCodec::codecForName("UTF-8");
-    return QTextCodec::codecForName(encoding.toLatin1());
+        return CodecNamed("UTF-8");
+    return CodecNamed(encoding.toLatin1());
 }
 
 } // namespace

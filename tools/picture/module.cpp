@@ -23,7 +23,8 @@ QString OwnDirectory()
 [[noreturn]] void Fail(const QString& reason)
 {
     throw ModuleError(
-        Tr("picture", "the part of the program that draws pictures cannot be loaded: %1; install the program again")
+        Tr("picture",
+           "the part of the program that draws pictures cannot be loaded: %1; install the program again")
             .arg(reason));
 }
 

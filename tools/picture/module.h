@@ -1,5 +1,5 @@
-// The module that draws: a shared object of its own, loaded when a picture is wanted. The libraries for drawing take longer
-// to load than most commands to run.
+// The module that draws: a shared object of its own, loaded when a picture is wanted. The libraries for
+// drawing take longer to load than most commands to run.
 #pragma once
 
 #include "analysis/summary.h"

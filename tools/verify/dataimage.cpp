@@ -9,7 +9,10 @@
 #include <QtEndian>
 
 #include <algorithm>
+#include <array>
+#include <atomic>
 #include <charconv>
+#include <cstddef>
 #include <cstring>
 #include <memory>
 #include <vector>
@@ -21,30 +24,37 @@ namespace {
 constexpr size_t BlockSize = size_t{256} << 10; // bytes; stays in the processor's cache
 constexpr size_t CodeSize = sizeof(quint64);    // bytes that are written for a code
 
-// The texts of all 16-bit codes, with a comma before each.
+// The texts of 16-bit codes, with a comma before each: those that have been asked for. Several threads may
+// ask at once.
 class CodeWords
 {
 public:
-    CodeWords() : words(65536)
+    // The text, its first character in the lowest byte, and its length in the highest one.
+    quint64 Of(qint16 code)
     {
-        for (int code = -32768; code <= 32767; ++code) {
-            char text[CodeSize] = {','};
-            const char* const end = std::to_chars(text + 1, text + CodeSize - 1, code).ptr;
-            text[CodeSize - 1] = static_cast<char>(end - text);
-            words[static_cast<quint16>(code)] = qFromLittleEndian<quint64>(text);
-        }
+        std::atomic<quint64>& word = words[static_cast<quint16>(code)];
+        const quint64 known = word.load(std::memory_order_relaxed);
+        return known != 0 ? known : Make(code, word);
     }
 
-    // The text, its first character in the lowest byte, and its length in the highest one.
-    quint64 Of(qint16 code) const { return words[static_cast<quint16>(code)]; }
-
 private:
-    std::vector<quint64> words;
+    static quint64 Make(qint16 code, std::atomic<quint64>& word)
+    {
+        char text[CodeSize] = {','};
+        const char* const end = std::to_chars(text + 1, text + CodeSize - 1, code).ptr;
+        text[CodeSize - 1] = static_cast<char>(end - text);
+        const auto made = qFromLittleEndian<quint64>(text);
+        word.store(made, std::memory_order_relaxed);
+        return made;
+    }
+
+    std::array<std::atomic<quint64>, 65536> words{};
 };
 
-const CodeWords& AllCodeWords()
+// Memory of which nothing is there before it is used.
+CodeWords& AllCodeWords()
 {
-    static const CodeWords all;
+    static CodeWords all;
     return all;
 }
 
@@ -123,20 +133,54 @@ public:
         while (rows.Next()) {
             const char* const at = blocks.At();
             const auto size = static_cast<size_t>(Put(record.get()) - record.get());
-            if (std::memcmp(at, record.get(), size) != 0 || !blocks.Pass(at + size))
+            const std::vector<char>& states = States();
+            if (std::memcmp(at, record.get(), size) != 0 ||
+                std::memcmp(at + size, states.data(), states.size()) != 0 ||
+                !blocks.Pass(at + size + states.size()))
                 return false;
         }
         return blocks.IsOver();
     }
 
 protected:
-    // Puts the record of the rows into the room from out on. Returns its end.
+    // Puts the record of the rows, up to its states, into the room from out on. Returns its end.
     virtual char* Put(char* out) = 0;
+
+    // The rest of it. Most records have the states of the one before.
+    virtual const std::vector<char>& States() = 0;
 
     SourceRows rows;
     const Walk& walk;
     const size_t analog; // channels
     const size_t stateCount;
+};
+
+// 1, 2, 3 and so on in decimal digits, each from the one before.
+class CountedText
+{
+public:
+    char* PutNext(char* out)
+    {
+        size_t place = text.size();
+        while (text[--place] == '9')
+            text[place] = '0';
+        ++text[place];
+        first = std::min(first, place);
+        return std::copy(text.begin() + static_cast<std::ptrdiff_t>(first), text.end(), out);
+    }
+
+private:
+    static constexpr size_t MostDigits = 20; // of 64 bits
+
+    static std::array<char, MostDigits> Zeros()
+    {
+        std::array<char, MostDigits> zeros{};
+        zeros.fill('0');
+        return zeros;
+    }
+
+    std::array<char, MostDigits> text = Zeros();
+    size_t first = MostDigits; // digit that is not a leading zero
 };
 
 // Lines: number, time, codes, states; nothing in place of a code that is missing.
@@ -159,35 +203,45 @@ private:
 
     char* Put(char* out) override
     {
-        out = std::to_chars(out, out + LongestNumber, walk.Number()).ptr;
+        out = number.PutNext(out);
         *out++ = ',';
         out = std::to_chars(out, out + LongestNumber, walk.Time()).ptr;
         if (rows.HasAllSamples()) {
-            for (size_t i = 0; i < analog; ++i)
-                out = PutCode(rows.Code(i), out);
+            out = PutCodes(codes, rows.Codes(), analog, out);
         } else {
             PutSomeCodes(out);
         }
+        return out;
+    }
+
+    const std::vector<char>& States() override
+    {
         if (rows.HaveStatesChanged())
             ChangeStates();
-        return std::copy(states.begin(), states.end(), out);
+        return states;
     }
 
-    // Writes up to CodeSize bytes.
-    char* PutCode(qint16 code, char* out) const
+    // Of what stands in members nothing is asked meanwhile: for all that the compiler knows, they change with
+    // each character that is written. Writes up to CodeSize bytes for each.
+    static char* PutCodes(CodeWords& words, const qint16* row, size_t count, char* out)
     {
-        const quint64 word = codes.Of(code);
-        qToLittleEndian(word, out);
-        return out + (word >> 56U);
+        for (size_t i = 0; i < count; ++i) {
+            const quint64 word = words.Of(row[i]);
+            qToLittleEndian(word, out);
+            out += word >> 56U;
+        }
+        return out;
     }
 
-    void PutSomeCodes(char*& out) const
+    void PutSomeCodes(char*& out)
     {
         for (size_t i = 0; i < analog; ++i) {
-            if (rows.HasSample(i))
-                out = PutCode(rows.Code(i), out);
-            else
+            if (rows.HasSample(i)) {
+                const qint16 code = rows.Code(i);
+                out = PutCodes(codes, &code, 1, out);
+            } else {
                 *out++ = ',';
+            }
         }
     }
 
@@ -198,7 +252,8 @@ private:
             *state = rows.State(i) ? '1' : '0';
     }
 
-    const CodeWords& codes;
+    CodeWords& codes;
+    CountedText number; // of the record
     std::vector<char> states;
 };
 
@@ -206,7 +261,7 @@ private:
 class BinaryImage : public DataImage
 {
 public:
-    explicit BinaryImage(const Source& source) : DataImage(source), states((stateCount + 15) / 16) {}
+    explicit BinaryImage(const Source& source) : DataImage(source), states((stateCount + 15) / 16 * 2) {}
 
 private:
     char* Put(char* out) override
@@ -214,25 +269,43 @@ private:
         qToLittleEndian(static_cast<quint32>(walk.Number()), out);
         qToLittleEndian(static_cast<quint32>(walk.Time()), out + 4);
         out += 8;
-        for (size_t i = 0; i < analog; ++i, out += 2)
-            qToLittleEndian(rows.HasSample(i) ? rows.Code(i) : MissingCode, out);
+        if (rows.HasAllSamples())
+            out = PutCodes(out);
+        else
+            out = PutSomeCodes(out);
+        return out;
+    }
+
+    const std::vector<char>& States() override
+    {
         if (rows.HaveStatesChanged())
             ChangeStates();
-        for (const quint16 word : states) {
-            qToLittleEndian(word, out);
-            out += 2;
-        }
+        return states;
+    }
+
+    char* PutCodes(char* out)
+    {
+        const qint16* const row = rows.Codes();
+        for (size_t i = 0; i < analog; ++i, out += 2)
+            qToLittleEndian(row[i], out);
+        return out;
+    }
+
+    char* PutSomeCodes(char* out) const
+    {
+        for (size_t i = 0; i < analog; ++i, out += 2)
+            qToLittleEndian(rows.HasSample(i) ? rows.Code(i) : MissingCode, out);
         return out;
     }
 
     void ChangeStates()
     {
-        std::fill(states.begin(), states.end(), quint16{0});
+        std::fill(states.begin(), states.end(), '\0');
         for (size_t i = 0; i < stateCount; ++i)
-            states[i / 16] = static_cast<quint16>(states[i / 16] | (rows.State(i) ? 1U : 0U) << i % 16);
+            states[i / 8] = static_cast<char>(states[i / 8] | (rows.State(i) ? 1U : 0U) << i % 8);
     }
 
-    std::vector<quint16> states;
+    std::vector<char> states; // the lower byte of each word first
 };
 
 } // namespace

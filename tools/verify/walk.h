@@ -2,6 +2,7 @@
 #pragma once
 
 #include "base/numeric.h"
+#include "comtrade/columns.h"
 #include "recording/zufileformat.h"
 #include "verify/source.h"
 #include "verify/statewalk.h"
@@ -82,6 +83,15 @@ public:
     /// The sample; only if there is one.
     qint16 Code(size_t channel) const { return columns[channel].codes[walk.Sample()]; }
 
+    /// The samples of all channels, one after the other; only if HasAllSamples.
+    const qint16* Codes()
+    {
+        const size_t sample = walk.Sample();
+        if (sample < tile.from || sample >= tile.end)
+            FillTile(sample);
+        return tile.codes.data() + (sample - tile.from) * columns.size();
+    }
+
     bool State(size_t channel) const { return states.At(channel); }
 
     /// Whether a state may be another one than in the record before; always in a segment's first.
@@ -94,14 +104,36 @@ private:
         size_t points;
     };
 
+    // The codes of some records, row by row. The channels' samples lie so far apart that the processor would
+    // wait for each when it takes one of every channel at a time.
+    struct Tile
+    {
+        size_t from = 0;
+        size_t end = 0;
+        std::vector<const qint16*> columns;
+        std::vector<qint16> codes;
+    };
+
+    void FillTile(size_t from)
+    {
+        constexpr size_t rows = 128; // of 64 channels 16 KB
+        tile.from = from;
+        tile.end = std::min(from + rows, shortest);
+        tile.codes.resize(rows * columns.size());
+        comtrade::TurnColumns(tile.columns, from, tile.end - from, tile.codes.data());
+    }
+
     void EnterSegment()
     {
+        tile.end = 0;
+        tile.columns.clear();
         entered = walk.SegmentNumber();
         columns.clear();
         shortest = std::numeric_limits<size_t>::max();
         for (size_t i = 0; i < source.AnalogCount(); ++i) {
             const AnChannelData& channel = *walk.Segment().AnChannels.at(source.AnalogOrder().at(i));
             columns.push_back({channel.Samples, channel.m_HeaderAn.points});
+            tile.columns.push_back(channel.Samples);
             shortest = std::min(shortest, columns.back().points);
         }
         states.Enter(walk.Segment(), source.StateOrder(), source.StateCount());
@@ -111,6 +143,7 @@ private:
     Walk walk;
     std::vector<Column> columns;
     size_t shortest = 0; // samples of the channel that has the fewest
+    Tile tile;
     StateWalk states;
     bool haveStatesChanged = false;
     size_t entered = ~size_t{0};

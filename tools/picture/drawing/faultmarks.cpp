@@ -1,7 +1,7 @@
 #include "picture/drawing/faultmarks.h"
 
-#include "text/texts.h"
 #include "picture/drawing/pens.h"
+#include "text/texts.h"
 
 #include <algorithm>
 #include <array>

@@ -2,9 +2,9 @@
 
 #include "analysis/channelrole.h"
 #include "analysis/linematch.h"
-#include "text/texts.h"
 #include "picture/drawing/linediagram.h"
 #include "picture/drawing/pens.h"
+#include "text/texts.h"
 
 #include <algorithm>
 #include <cmath>

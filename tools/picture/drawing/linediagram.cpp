@@ -1,8 +1,8 @@
 #include "picture/drawing/linediagram.h"
 
 #include "analysis/linematch.h"
-#include "text/texts.h"
 #include "picture/drawing/pens.h"
+#include "text/texts.h"
 
 #include <QLatin1String>
 

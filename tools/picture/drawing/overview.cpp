@@ -2,14 +2,14 @@
 
 #include "analysis/channelrole.h"
 #include "analysis/linematch.h"
-#include "text/texts.h"
 #include "picture/drawing/chart.h"
 #include "picture/drawing/faultmarks.h"
 #include "picture/drawing/faultpanel.h"
-#include "view/pagedata.h"
 #include "picture/drawing/pens.h"
-#include "view/report.h"
 #include "picture/drawing/statetracks.h"
+#include "text/texts.h"
+#include "view/pagedata.h"
+#include "view/report.h"
 #include "view/shown.h"
 
 #include <QBuffer>

@@ -156,7 +156,7 @@ void WriteAll(const ViewOptions& options, const RecordSource& source)
         Complain(Tr("view", "%1: a picture shows the first record alone; -o writes a page with both")
                      .arg(FromUtf8(options.second)));
     const std::pair<const std::string&, picture::Format> pictures[] = {{options.svg, picture::Format::Svg},
-                                                                     {options.png, picture::Format::Png}};
+                                                                       {options.png, picture::Format::Png}};
     for (const auto& [path, format] : pictures) {
         if (path.empty() || interrupt::Came())
             continue;
