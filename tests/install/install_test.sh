@@ -28,3 +28,16 @@ export PKG_CONFIG_PATH="$lib/pkgconfig"
 g++ -std=c++17 -fPIC "$examples/host.cpp" -o "$root/host" \
     $(pkg-config --cflags --libs "$(echo "$package" | tr "[:upper:]" "[:lower:]")")
 (cd "$root" && LD_LIBRARY_PATH="$lib" ./host no-such-recording.ZU) | grep -q 'bad ZuDrv.ini'
+
+echo "-- the installed program draws by its module, and says so where that is missing"
+program=$root/usr/bin/zucmtr
+[ -x "$program" ] || exit 0 # a build of the library alone
+"$program" sample --out "$root/station" >/dev/null
+"$program" view "$root/station/Vostochnaya_000123.ZU" --svg "$root/fault.svg" >/dev/null
+grep -q '<svg' "$root/fault.svg"
+mv "$lib/zucmtr/picture.so" "$root/away.so"
+code=0
+LC_ALL=C.UTF-8 "$program" view "$root/station/Vostochnaya_000123.ZU" --svg "$root/none.svg" 2>"$root/message" || code=$?
+test "$code" -eq 1
+test ! -e "$root/none.svg"
+grep -q "cannot be loaded: '$lib/zucmtr/picture.so' is not there; install the program again" "$root/message"

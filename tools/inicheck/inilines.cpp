@@ -10,6 +10,8 @@
 #include <QTextCodec>
 #include <QTextStream>
 
+#include <mutex>
+
 namespace inicheck {
 
 namespace {
@@ -35,57 +37,73 @@ std::vector<int> NotUtf8(const QByteArray& bytes)
 
 } // namespace
 
+// A program asks for one file several times while it starts. What the same bytes gave stands for them.
 IniLines::IniLines(const QString& path)
 {
+    static std::mutex mutex;
+    static QByteArray lastBytes;
+    static std::shared_ptr<const Parsed> last;
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
         throw text::Error(
             Tr("check", "'%1' cannot be read: %2").arg(path, explain::SystemText(file.errorString())));
     const QByteArray bytes = file.readAll();
-    byteOrderMark = bytes.startsWith("\xEF\xBB\xBF");
-    encoding = OtherEncodingOf(bytes);
-    if (!encoding)
-        badlyEncoded = NotUtf8(bytes);
-    file.seek(0);
-    QString text = zu::DecodedText(file, zu::CodecIni);
+    const std::lock_guard<std::mutex> lock(mutex);
+    if (last == nullptr || bytes != lastBytes) {
+        file.seek(0);
+        last = Parse(bytes, zu::DecodedText(file, zu::CodecIni));
+        lastBytes = bytes;
+    }
+    parsed = last;
+}
+
+std::shared_ptr<const IniLines::Parsed> IniLines::Parse(const QByteArray& bytes, QString text)
+{
+    const auto result = std::make_shared<Parsed>();
+    result->byteOrderMark = bytes.startsWith("\xEF\xBB\xBF");
+    result->encoding = OtherEncodingOf(bytes);
+    if (!result->encoding)
+        result->badlyEncoded = NotUtf8(bytes);
     QTextStream stream(&text);
     IniLine line;
     while (zu::ReadIniLine(stream, line)) {
+        const size_t place = result->lines.size();
         if (line.kind == LineKind::Entry) {
-            counting[FullKey(line.section, line.key)] = lines.size();
-            entries[line.section].push_back(lines.size());
-        } else if (line.kind == LineKind::Section && !firstLines.contains(line.section)) {
-            firstLines.insert(line.section, line.number);
-            sections << line.section;
+            result->counting[FullKey(line.section, line.key)] = place;
+            result->entries[line.section].push_back(place);
+        } else if (line.kind == LineKind::Section && !result->firstLines.contains(line.section)) {
+            result->firstLines.insert(line.section, line.number);
+            result->sections << line.section;
         }
-        lines.push_back(line);
+        result->lines.push_back(line);
     }
+    return result;
 }
 
 const IniLine* IniLines::Find(const QString& section, const QString& key) const
 {
-    const auto found = counting.constFind(FullKey(section, key));
-    return found == counting.constEnd() ? nullptr : &lines[*found];
+    const auto found = parsed->counting.constFind(FullKey(section, key));
+    return found == parsed->counting.constEnd() ? nullptr : &parsed->lines[*found];
 }
 
 std::vector<const IniLine*> IniLines::EntriesOf(const QString& section) const
 {
     std::vector<const IniLine*> counted;
-    for (const size_t place : entries.value(section)) {
-        if (Find(section, lines[place].key) == &lines[place])
-            counted.push_back(&lines[place]);
+    for (const size_t place : parsed->entries.value(section)) {
+        if (Find(section, parsed->lines[place].key) == &parsed->lines[place])
+            counted.push_back(&parsed->lines[place]);
     }
     return counted;
 }
 
 int IniLines::LineOfSection(const QString& section) const
 {
-    return firstLines.value(section, 0);
+    return parsed->firstLines.value(section, 0);
 }
 
 QStringList IniLines::Sections() const
 {
-    return sections;
+    return parsed->sections;
 }
 
 } // namespace inicheck

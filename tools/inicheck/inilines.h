@@ -8,6 +8,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <memory>
 #include <vector>
 
 namespace inicheck {
@@ -22,16 +23,16 @@ public:
     /// Throws text::Error if the file cannot be read.
     explicit IniLines(const QString& path);
 
-    const std::vector<IniLine>& All() const { return lines; }
+    const std::vector<IniLine>& All() const { return parsed->lines; }
 
     /// Whether the file starts with a byte order mark, which the reader skips.
-    bool HasByteOrderMark() const { return byteOrderMark; }
+    bool HasByteOrderMark() const { return parsed->byteOrderMark; }
 
     /// The encoding of the whole file if it is not UTF-8.
-    const std::optional<Encoding>& OtherEncoding() const { return encoding; }
+    const std::optional<Encoding>& OtherEncoding() const { return parsed->encoding; }
 
     /// Numbers of the lines that are not UTF-8; none if the whole file is in another encoding.
-    const std::vector<int>& BadlyEncoded() const { return badlyEncoded; }
+    const std::vector<int>& BadlyEncoded() const { return parsed->badlyEncoded; }
 
     /// The line that counts for a key; null if there is none.
     const IniLine* Find(const QString& section, const QString& key) const;
@@ -46,14 +47,21 @@ public:
     QStringList Sections() const;
 
 private:
-    std::vector<IniLine> lines;
-    std::vector<int> badlyEncoded;
-    std::optional<Encoding> encoding;
-    bool byteOrderMark = false;
-    QHash<QString, size_t> counting;             // full key: index of the line
-    QHash<QString, std::vector<size_t>> entries; // section: indexes of its entries' lines
-    QHash<QString, int> firstLines;              // section: number of the line that opens it first
-    QStringList sections;                        // in the order of the file
+    struct Parsed
+    {
+        std::vector<IniLine> lines;
+        std::vector<int> badlyEncoded;
+        std::optional<Encoding> encoding;
+        bool byteOrderMark = false;
+        QHash<QString, size_t> counting;             // full key: index of the line
+        QHash<QString, std::vector<size_t>> entries; // section: indexes of its entries' lines
+        QHash<QString, int> firstLines;              // section: number of the line that opens it first
+        QStringList sections;                        // in the order of the file
+    };
+
+    static std::shared_ptr<const Parsed> Parse(const QByteArray& bytes, QString text);
+
+    std::shared_ptr<const Parsed> parsed;
 };
 
 } // namespace inicheck

@@ -40,7 +40,7 @@ private:
     double FromTrigger(double seconds) const;
     QJsonValue FromTrigger(const std::optional<double>& seconds) const;
     QJsonValue Fault() const;
-    QJsonArray Parts() const;
+    QJsonArray Parts(const FaultPlan& plan) const;
     QJsonObject Phasors() const;
     QJsonObject ChannelPhasors(const LinePhasors& phasors) const;
     QJsonArray Events() const;
@@ -78,9 +78,8 @@ QString IsoOf(int64_t microseconds, int zoneSeconds)
 }
 
 // A part ends where it turns into the next one, or is cleared.
-QJsonArray TruthMaker::Parts() const
+QJsonArray TruthMaker::Parts(const FaultPlan& plan) const
 {
-    const FaultPlan& plan = *scenario.fault;
     QJsonArray parts;
     const auto add = [&](const FaultState& fault, double onset, const std::optional<double>& clearing) {
         parts.append(QJsonObject{{"kind", NameOf(fault.kind)},
@@ -108,7 +107,7 @@ double InfeedRatio(const LineModel& model, const FaultState& fault)
 
 QJsonValue TruthMaker::Fault() const
 {
-    if (!scenario.fault)
+    if (!scenario.fault || !outcome.moments.first)
         return QJsonValue();
     const FaultState& last = scenario.fault->parts.back().fault;
     const double part = scenario.model.fraction;
@@ -116,7 +115,7 @@ QJsonValue TruthMaker::Fault() const
                        {"kind", NameOf(last.kind)},
                        {"onset", FromTrigger(outcome.moments.first->onset)},
                        {"clearing", FromTrigger(outcome.cleared)},
-                       {"parts", Parts()},
+                       {"parts", Parts(*scenario.fault)},
                        {"direction", QStringLiteral("forward")},
                        {"distance", QJsonObject{{"percent", Digits(part * 100.0)},
                                                 {"km", Digits(part * scenario.line.data.length)}}},

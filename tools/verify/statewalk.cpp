@@ -20,8 +20,8 @@ void StateWalk::Enter(const ZuFileFormat& segment, const std::vector<unsigned in
         AddChanges(*channel, static_cast<quint32>(channels.size()));
         channels.push_back(channel);
     }
-    std::stable_sort(changes.begin(), changes.end(),
-                     [](const Change& a, const Change& b) { return a.time < b.time; });
+    std::sort(changes.begin(), changes.end(),
+              [](const Change& a, const Change& b) { return a.time < b.time; });
     states.assign(channels.size(), 0);
     next = 0;
     lastTime = std::numeric_limits<quint64>::max(); // whatever comes first is before it

@@ -49,7 +49,7 @@ std::optional<bool> IsUtf8(const QByteArray& texts)
         return std::nullopt;
     QTextCodec::ConverterState state;
     QTextCodec::codecForName("UTF-8")->toUnicode(texts.constData(), texts.size(), &state);
-    constexpr int few = 8; // one in so many
+    constexpr qint64 few = 8; // one in so many
     return state.invalidChars * few < letters;
 }
 
@@ -71,7 +71,7 @@ bool IsConvertersForm(const QString& record, const comtrade::Configuration& conf
     return (isContainer || suffix == QLatin1String("cfg")) &&
            (configuration.dataType == comtrade::DataType::Ascii ||
             configuration.dataType == comtrade::DataType::Binary) &&
-           !(isContainer && configuration.revision == comtrade::Revision::R1999);
+           (!isContainer || configuration.revision != comtrade::Revision::R1999);
 }
 
 comtrade::Finding Wrong(const QString& record, const char* word, const QString& text)

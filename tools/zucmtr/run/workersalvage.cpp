@@ -77,6 +77,8 @@ QStringList Worker::Job::Originals(const QStringList& converted) const
 // The files of the copy fit each other as far as was looked at. The library looks at more.
 bool Worker::CheckCopysEnd(BatchItem& item, Job& job)
 {
+    if (!job.loss || !job.copy) // then the library looked at the files themselves
+        return true;
     const int count = item.sources.size();
     if (count < job.loss->files) {
         const QString next = QFileInfo(job.chain.Paths()[count]).fileName();

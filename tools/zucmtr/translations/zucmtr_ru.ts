@@ -3932,6 +3932,21 @@ Example, with the sample station:
     </message>
 </context>
 <context>
+    <name>picture</name>
+    <message>
+        <source>the part of the program that draws pictures cannot be loaded: %1; install the program again</source>
+        <translation>часть программы, которая рисует, не загружается: %1; установите программу заново</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is not there</source>
+        <translation>файла «%1» нет</translation>
+    </message>
+    <message>
+        <source>it is of another version</source>
+        <translation>она от другой версии</translation>
+    </message>
+</context>
+<context>
     <name>progress</name>
     <message>
         <source>%1 a second, %2 left</source>
