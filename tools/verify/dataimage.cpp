@@ -302,7 +302,8 @@ private:
     {
         std::fill(states.begin(), states.end(), '\0');
         for (size_t i = 0; i < stateCount; ++i)
-            states[i / 8] = static_cast<char>(states[i / 8] | (rows.State(i) ? 1U : 0U) << i % 8);
+            if (rows.State(i))
+                states[i / 8] = static_cast<char>(static_cast<quint8>(states[i / 8]) | 1U << i % 8);
     }
 
     std::vector<char> states; // the lower byte of each word first
