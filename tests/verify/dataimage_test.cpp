@@ -68,6 +68,20 @@ TEST_P(DataImage, IsThatOfTheLibrary)
     EXPECT_TRUE(IsExpected(Scene(form.lines, LongRecording())));
 }
 
+// More channels and samples than are turned into rows at once, and some left over of both; each code is
+// another one.
+TEST_P(DataImage, HasTheCodesOfManyChannels)
+{
+    Recording recording;
+    for (int channel = 0; channel < 19; ++channel) {
+        std::vector<int16_t> codes;
+        for (int i = 0; i < 301; ++i)
+            codes.push_back(static_cast<int16_t>(i * 101 + channel * 1009));
+        recording.Add(AnalogChannel{QStringLiteral("Q1:I%1").arg(channel), "А", codes});
+    }
+    EXPECT_TRUE(IsExpected(Scene(form.lines, {recording})));
+}
+
 TEST_P(DataImage, LacksTheSamplesThatTheRecordingLacks)
 {
     Segments segments = SmallRecording();

@@ -87,7 +87,7 @@ public:
     const qint16* Codes()
     {
         const size_t sample = walk.Sample();
-        if (sample < tile.from || sample >= tile.end)
+        if (sample >= tile.end)
             FillTile(sample);
         return tile.codes.data() + (sample - tile.from) * columns.size();
     }
