@@ -1,7 +1,7 @@
 #!/bin/sh
 # Builds the Debian packages twice, as two people would: in different directories, one after the other, with different umasks,
 # locales, time zones and numbers of jobs. They have to be the same to the byte. Then lintian, Debian's hardening flags and the
-# functions that the library exports.
+# functions that the libraries export.
 #   scripts/check-packages.sh [DIRECTORY]      keeps the packages in DIRECTORY/first and DIRECTORY/second
 # With DEB_BUILD_OPTIONS=nocheck the first build, too, leaves out the tests.
 #
@@ -87,6 +87,8 @@ if grep -v -e "$flags" commands >&2; then
 fi
 
 printf '\n== exported functions\n'
-"$OLDPWD/tests/install/exports_test.sh" "$(echo root/usr/lib/*/libZuCmtrConverter.so.2)" "$OLDPWD/tests/install/exports.txt" &&
-    echo 'eleven' || failed=yes
+for library in ZuCmtrConverter ZuCmtrConverterQt6; do
+    "$OLDPWD/tests/install/exports_test.sh" "$(echo root/usr/lib/*/lib$library.so.2)" "$OLDPWD/tests/install/exports.txt" &&
+        echo "$library: eleven" || failed=yes
+done
 [ -z "$failed" ] || exit 1
