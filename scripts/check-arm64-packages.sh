@@ -5,7 +5,7 @@
 #   scripts/check-arm64-packages.sh [--release NAME] PACKAGES [DIRECTORY]
 # --release   Debian's code name; default: bookworm
 # PACKAGES    the directory of this machine's packages, as scripts/check-packages.sh keeps it; its libraries are installed here
-# DIRECTORY   for the root, the log and the packages (4 GB), in packages/, removed at the end if it was made here; default:
+# DIRECTORY   for the root, the logs and the packages (4 GB), in packages/, removed at the end if it was made here; default:
 #             under /var/tmp
 # Needs root and the machine's apt sources, which the root takes over. Its mounts go with the process.
 set -eu
@@ -48,13 +48,17 @@ scripts/inspect-packages.sh "$packages" "$top/build.log"
 
 printf '\n== processor\n'
 rm -rf "$top/arm64" "$top/native"
+rm -f "$root"/packages/*.deb
 for package in "$packages"/*_arm64.deb; do
-    dpkg-deb -x "$package" "$top/arm64"
+    case $package in
+    *-dbgsym_*) ;;
+    *) dpkg-deb -x "$package" "$top/arm64"; cp "$package" "$root/packages" ;;
+    esac
 done
 for package in "$native"/zucmtr_*.deb "$native"/libzucmtrconverter2_*.deb; do
     dpkg-deb -x "$package" "$top/native"
 done
-find "$top/arm64" -type f \( -name '*.so*' -o -path '*/bin/*' -o -name '*.debug' \) | sort | while read -r binary; do
+find "$top/arm64" -type f \( -name '*.so*' -o -path '*/bin/*' \) | sort | while read -r binary; do
     machine=$(readelf -h "$binary" | sed -n 's/^ *Machine: *//p')
     echo "$machine: ${binary#"$top/arm64"}"
     [ "$machine" = AArch64 ]
@@ -63,13 +67,12 @@ done
 printf '\n== installed, by qemu\n'
 work=$root/packages/work
 mkdir "$work"
-cp "$packages"/*_arm64.deb "$root/packages"
-inside DEBIAN_FRONTEND=noninteractive sh -euc 'rm -f /packages/*-dbgsym_*; apt-get -q install /packages/*_arm64.deb' \
-    >"$top/install.log" 2>&1 </dev/null || { tail -n 40 "$top/install.log" >&2; exit 1; }
+inside DEBIAN_FRONTEND=noninteractive sh -euc 'apt-get -q install /packages/*_arm64.deb' >"$top/install.log" 2>&1 </dev/null ||
+    { tail -n 40 "$top/install.log" >&2; exit 1; }
 native_zucmtr() {
     LD_LIBRARY_PATH=$(echo "$top"/native/usr/lib/*-linux-gnu) "$top/native/usr/bin/zucmtr" "$@"
 }
-inside LC_ALL=C.UTF-8 sh -eu -s <<'END'
+inside LC_ALL=C.UTF-8 sh -eu -s >"$top/use.log" 2>&1 <<'END' || { tail -n 40 "$top/use.log" >&2; exit 1; }
 cd /packages/work
 qemu-aarch64 /usr/bin/zucmtr --version
 qemu-aarch64 /usr/bin/zucmtr sample --out station
@@ -82,12 +85,14 @@ for package in zucmtrconverter zucmtrconverterqt6; do
     (cd $package && qemu-aarch64 ../host-$package ../station/*.ZU && rm ZuDrv.ini)
 done
 END
-native_zucmtr sample --out "$top/native/station"
-native_zucmtr convert --out "$top/native/records" --make-out "$top/native/station" >/dev/null
+native_zucmtr sample --out "$top/native/station" >/dev/null
+native_zucmtr convert --out "$top/native/records" --make-out "$top/native/station" >"$top/native.log" 2>&1 ||
+    { cat "$top/native.log" >&2; exit 1; }
+grep ' converted and verified' "$top/use.log"
 diff -r "$top/native/station" "$work/station"
 for records in program zucmtrconverter zucmtrconverterqt6; do
     diff -r -x zucmtr.log "$top/native/records" "$work/$records"
     echo "$records: $(find "$work/$records" -type f ! -name zucmtr.log | wc -l) files as on this machine"
 done
-diff -r "$top/native/usr/share" "$top/arm64/usr/share" -x lintian -x '*libzucmtrconverter*'
+diff -r -x 'libzucmtrconverter*' "$top/native/usr/share" "$top/arm64/usr/share"
 echo 'manual pages and completions as on this machine'

@@ -22,11 +22,13 @@ for package in "$packages"/*.deb; do
     *) dpkg-deb -x "$package" "$place/root" ;;
     esac
 done
+# Programs of another processor are not disassembled, so that their stack clash protection remains unknown.
 # Whether there is a call that a fortified function could replace depends on the code, and control flow protection on the
 # release of Debian: both are looked for in the commands.
 find "$place/root" -type f \( -name '*.so*' -o -path '*/bin/*' \) | sort >"$place/binaries"
 while read -r binary; do
-    hardening-check --nofortify --nocfprotection "$binary" >"$place/hardening" || failed=yes
+    hardening-check --nofortify --nocfprotection "$binary" >"$place/hardening" 2>"$place/errors" ||
+        { failed=yes; cat "$place/errors" >&2; }
     sed "s|$place/root||" "$place/hardening"
 done <"$place/binaries"
 grep -E ' -c [^ ]+\.(cpp|cxx)$' "$log" >"$place/commands"
