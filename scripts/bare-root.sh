@@ -5,8 +5,8 @@
 # Needs root, debootstrap and a mount namespace that ends with the caller: nobody unmounts anything.
 set -eu
 release=$1 root=$2
-
-inside() { chroot "$root" /usr/bin/env -i PATH=/usr/sbin:/usr/bin:/sbin:/bin TERM=dumb HOME=/root "$@"; }
+# shellcheck source=scripts/in-bare-root.sh
+. "$(dirname "$0")/in-bare-root.sh"
 
 # archive LABEL: where the machine has the packages of this label from.
 archive() {

@@ -1,7 +1,7 @@
 #!/bin/sh
 # Builds the Debian packages twice, as two people would: in different directories, one after the other, with different umasks,
-# locales, time zones and numbers of jobs. They have to be the same to the byte. Then lintian, Debian's hardening flags and the
-# functions that the library exports.
+# locales, time zones and numbers of jobs. They have to be the same to the byte. Then looks into them
+# (scripts/inspect-packages.sh).
 #   scripts/check-packages.sh [DIRECTORY]      keeps the packages in DIRECTORY/first and DIRECTORY/second
 # With DEB_BUILD_OPTIONS=nocheck the first build, too, leaves out the tests.
 #
@@ -61,32 +61,5 @@ for package in first/*.deb first/*.dsc first/*.tar.*; do
     fi
 done
 
-printf '\n== lintian\n'
-TMPDIR=$place lintian --allow-root --display-info --display-experimental --pedantic --tag-display-limit 0 \
-    --fail-on error,warning,info,pedantic,experimental first/*.changes && echo 'no finding' || failed=yes
-
-printf '\n== hardening\n'
-rm -rf root # of an earlier run
-for package in first/*.deb; do
-    case $package in
-    *-dbgsym_*) ;;
-    *) dpkg-deb -x "$package" root ;;
-    esac
-done
-# Whether there is a call that a fortified function could replace depends on the code, and control flow protection on the
-# release of Debian: both are looked for in the commands.
-find root -type f \( -name '*.so*' -o -path '*/bin/*' \) | sort >binaries
-while read -r binary; do
-    hardening-check --nofortify --nocfprotection "$binary" || failed=yes
-done <binaries
-grep -E ' -c [^ ]+\.(cpp|cxx)$' first.log >commands
-flags=' -fstack-protector-strong .* -D_FORTIFY_SOURCE=[0-9] .* -ffp-contract=off '
-echo "$(grep -c -e "$flags" commands) of $(wc -l <commands) compiler commands have the flags"
-if grep -v -e "$flags" commands >&2; then
-    failed=yes
-fi
-
-printf '\n== exported functions\n'
-"$OLDPWD/tests/install/exports_test.sh" "$(echo root/usr/lib/*/libZuCmtrConverter.so.2)" "$OLDPWD/tests/install/exports.txt" &&
-    echo 'eleven' || failed=yes
+"$OLDPWD/scripts/inspect-packages.sh" first first.log || failed=yes
 [ -z "$failed" ] || exit 1

@@ -20,35 +20,13 @@ while [ $# -gt 0 ]; do
     *) break ;;
     esac
 done
-[ "$(id -u)" -eq 0 ] || { echo 'fresh.sh: run as root: it makes device nodes and mounts' >&2; exit 1; }
-command -v debootstrap >/dev/null || { echo 'fresh.sh: install debootstrap' >&2; exit 1; }
-# The mounts of the root are this process's alone.
-if [ -z "${FRESH_NAMESPACE:-}" ]; then
-    cd "$(dirname "$0")/.."
-    top=${1:-}
-    [ -n "$top" ] || { top=$(mktemp -d /var/tmp/zucmtr-fresh.XXXXXX); export FRESH_REMOVE=1; }
-    FRESH_NAMESPACE=1 exec unshare --mount --pid --fork --kill-child \
-        "$PWD/scripts/fresh.sh" --release "$release" --orders "$orders" "$top"
-fi
-
-top=$1
-root=$top/root
+# shellcheck source=scripts/in-bare-root.sh
+. "$(dirname "$0")/in-bare-root.sh"
+own_mounts "${1:-}" --release "$release" --orders "$orders"
+cd "$(dirname "$0")/.."
 source=$PWD
-mkdir -p "$top"
-leave() {
-    code=$?
-    trap - EXIT
-    for mounted in dev/pts dev/shm sys proc; do
-        umount -l "$root/$mounted" 2>/dev/null || true
-    done
-    [ -z "${FRESH_REMOVE:-}" ] || rm -rf --one-file-system "$top"
-    exit "$code"
-}
-trap leave EXIT
-trap 'exit 130' INT TERM
 
 say() { printf '\n== %s\n' "$*"; }
-inside() { chroot "$root" /usr/bin/env -i PATH=/usr/sbin:/usr/bin:/sbin:/bin TERM=dumb HOME=/root "$@"; }
 
 say "a bare root of $release"
 scripts/bare-root.sh "$release" "$root"

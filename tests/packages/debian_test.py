@@ -1,7 +1,8 @@
 """What debian/ says of the build, held against the build: scripts/check-packages.sh makes the packages themselves, which takes
 longer.
 
-debian_test.py BUILD_DIRECTORY PROJECT_DIRECTORY VERSION
+debian_test.py BUILD_DIRECTORY PROJECT_DIRECTORY VERSION CMAKE_PACKAGE
+The CMake package says which Qt the build is with. With Qt 6 there are packages of the library alone.
 """
 
 import argparse
@@ -14,7 +15,8 @@ import sys
 import tempfile
 import unittest
 
-LIBRARY = "libzucmtrconverter2"
+QT6 = "ZuCmtrConverterQt6"
+LIBRARIES = {"ZuCmtrConverter": "libzucmtrconverter2", QT6: "libzucmtrconverterqt6-2"}
 
 
 def run(*command, **options):
@@ -45,24 +47,28 @@ def field_names(field):
     return {re.split(r"[ (<:]", part.strip())[0] for part in value.split(",") if part.strip()}
 
 
-class Debian(unittest.TestCase):
+class Qt6(unittest.TestCase):
+    """The packages of the library with Qt 6."""
+    install_words = (("--component", "runtime"), ("--component", "development"))
+
+    @staticmethod
+    def fills(name):
+        """Whether the files of this build are all that the list can name."""
+        return "qt6" in name
+
     @classmethod
     def setUpClass(cls):
         temporary = tempfile.TemporaryDirectory()
         cls.addClassCleanup(temporary.cleanup)
         cls.directory = pathlib.Path(temporary.name)
         cls.root = cls.directory / "root"
-        run("cmake", "--install", arguments.build, "--prefix", "/usr", env=dict(os.environ, DESTDIR=str(cls.root)))
+        for words in cls.install_words:
+            run("cmake", "--install", arguments.build, "--prefix", "/usr", *words,
+                env=dict(os.environ, DESTDIR=str(cls.root)))
         # debhelper has settings outside /usr.
         cls.installed = {re.sub("^usr/etc/", "etc/", str(path.relative_to(cls.root)))
                          for path in cls.root.rglob("*") if not path.is_dir()}
-        cls.library_directory = next(cls.root.glob("usr/lib/*/libZuCmtrConverter.so.2")).parent
-        cls.station = cls.directory / "station"
-        cls.program("sample", "--out", cls.station)
-
-    @classmethod
-    def program(cls, *words):
-        return run(cls.root / "usr/bin/zucmtr", *words)
+        cls.library = next(cls.root.glob(f"usr/lib/*/lib{arguments.package}.so.2"))
 
     def test_each_installed_file_goes_into_one_package_or_is_left_out_on_purpose(self):
         packages = [path.name for path in (arguments.project / "debian").glob("*.install")] + ["not-installed"]
@@ -70,7 +76,35 @@ class Debian(unittest.TestCase):
         for name in sorted(self.installed):
             self.assertEqual(len([package for pattern, package in patterns if covers(pattern, name)]), 1, name)
         for pattern, package in patterns:
-            self.assertTrue(any(covers(pattern, name) for name in self.installed), f"{package}: {pattern}")
+            if self.fills(package):
+                self.assertTrue(any(covers(pattern, name) for name in self.installed), f"{package}: {pattern}")
+
+    def test_symbols_are_those_that_the_library_exports(self):
+        package, made = LIBRARIES[arguments.package], self.directory / "symbols"
+        run("dpkg-gensymbols", "-c4", "-q", f"-p{package}", f"-v{arguments.version}", f"-e{self.library}",
+            f"-Idebian/{package}.symbols", f"-O{made}", cwd=arguments.project)
+        functions = [line.split()[0] for line in made.read_text().splitlines() if line.startswith(" ")]
+        self.assertEqual(len(functions), 11)
+        self.assertTrue(all(function.startswith("_Z") and "ZuCmtr" in function for function in functions), functions)
+
+
+class Qt5(Qt6):
+    """All others: those of the library, to which the same applies, and of the rest."""
+    install_words = ((),)
+
+    @staticmethod
+    def fills(name):
+        return "qt6" not in name
+
+    @classmethod
+    def setUpClass(cls):
+        super().setUpClass()
+        cls.station = cls.directory / "station"
+        cls.program("sample", "--out", cls.station)
+
+    @classmethod
+    def program(cls, *words):
+        return run(cls.root / "usr/bin/zucmtr", *words)
 
     def test_units_and_users_that_are_installed_are_those_that_debhelper_takes(self):
         for place in ("usr/lib/systemd/system", "usr/lib/sysusers.d"):
@@ -82,28 +116,21 @@ class Debian(unittest.TestCase):
     def test_version_is_the_same_everywhere_and_grows(self):
         versions = re.findall(r"^zucmtrconverter \((\S+)\)", "\n".join(lines_of("changelog")), re.MULTILINE)
         self.assertEqual(versions[0], arguments.version)
-        self.assertEqual(os.readlink(self.library_directory / "libZuCmtrConverter.so.2"),
-                         f"libZuCmtrConverter.so.{arguments.version}")
+        self.assertEqual(os.readlink(self.library), f"libZuCmtrConverter.so.{arguments.version}")
         self.assertIn(arguments.version, self.program("--version"))
         for newer, older in zip(versions, versions[1:]):
             run("dpkg", "--compare-versions", newer, "gt", older)
 
-    def test_symbols_are_those_that_the_library_exports(self):
-        made = self.directory / "symbols"
-        run("dpkg-gensymbols", "-c4", "-q", f"-p{LIBRARY}", f"-v{arguments.version}",
-            f"-e{self.library_directory}/libZuCmtrConverter.so.2", f"-Idebian/{LIBRARY}.symbols", f"-O{made}",
-            cwd=arguments.project)
-        functions = [line.split()[0] for line in made.read_text().splitlines() if line.startswith(" ")]
-        self.assertEqual(len(functions), 11)
-        self.assertTrue(all(function.startswith("_Z") and "ZuCmtr" in function for function in functions), functions)
-
     def test_packages_are_built_with_what_the_project_is_built_with(self):
         script = (arguments.project / "scripts/install-packages.sh").read_text(encoding="utf-8")
-        installed = set(re.search(r'^ +build\) packages="\$packages (.*)" ;;$', script, re.MULTILINE).group(1).split())
+        build, package = (set(re.search(rf'^ +{job}\) packages="\$packages (.*)" ;;$', script, re.MULTILINE).group(1).split())
+                          for job in ("build", "package"))
         required = field_names("Build-Depends") | field_names("Build-Depends-Arch")
-        # The compiler is always there; the rest is for packages, or for another processor.
-        self.assertEqual(installed - {"g++"}, required - {"debhelper-compat", "dh-apparmor", "dh-sequence-installsysusers",
-                                                             "dh-sequence-python3", "qemu-user"})
+        # The compiler is always there. The rest is for packages; or for another processor, and not installed by the script.
+        self.assertEqual(required - build, {"debhelper-compat", "dh-apparmor", "dh-sequence-installsysusers",
+                                            "dh-sequence-python3", "qemu-user", "qt6-base-dev"})
+        self.assertEqual(build - required, {"g++"})
+        self.assertLessEqual({"debhelper", "dh-apparmor", "dh-python", "qt6-base-dev"}, package)
 
     def test_manual_pages_are_there_in_both_languages(self):
         english, russian = ({name.removeprefix(directory) for name in self.installed if name.startswith(directory)}
@@ -140,6 +167,7 @@ if __name__ == "__main__":
     parser = argparse.ArgumentParser()
     for name in ("build", "project"):
         parser.add_argument(name, type=pathlib.Path)
-    parser.add_argument("version")
+    for name in ("version", "package"):
+        parser.add_argument(name)
     arguments = parser.parse_args()
-    unittest.main(argv=sys.argv[:1])
+    unittest.main(argv=sys.argv[:1], defaultTest="Qt6" if arguments.package == QT6 else "Qt5")
