@@ -34,11 +34,12 @@ fi
 top=$1
 root=$top/root
 source=$PWD
-mkdir -p "$top"
+mkdir -p "$root"
+mount --bind "$root" "$root" # tests make mounts of their own, for which the root has to be a mount itself
 leave() {
     code=$?
     trap - EXIT
-    for mounted in dev/pts dev/shm sys proc; do
+    for mounted in dev/pts dev/shm sys proc .; do
         umount -l "$root/$mounted" 2>/dev/null || true
     done
     [ -z "${FRESH_REMOVE:-}" ] || rm -rf --one-file-system "$top"
