@@ -24,6 +24,8 @@ own_mounts() {
     root=$top/root
     afterwards=$OWN_MOUNTS
     unset OWN_MOUNTS # it is for this script alone
+    mkdir -p "$root"
+    mount --bind "$root" "$root" # tests make mounts of their own, for which the root has to be a mount itself
     trap leave_root EXIT
     trap 'exit 130' INT TERM
 }
@@ -31,7 +33,7 @@ own_mounts() {
 leave_root() {
     code=$?
     trap - EXIT
-    for mounted in dev/pts dev/shm sys proc; do
+    for mounted in dev/pts dev/shm sys proc .; do
         umount -l "$root/$mounted" 2>/dev/null || true
     done
     [ "$afterwards" = kept ] || rm -rf --one-file-system "$top"

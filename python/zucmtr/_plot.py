@@ -142,7 +142,7 @@ def _bars(time: FloatArray, first: int, channel: DigitalChannel) -> list[tuple[f
     """Where the channel is 1 within the window, as (time, seconds)."""
     samples = channel.changes.samples
     inside = (samples > first) & (samples < first + len(time))
-    edges = [0, *(samples[inside] - first).tolist(), len(time) - 1]
+    edges = [0, *map(int, samples[inside] - first), len(time) - 1]
     state = channel[first]
     bars = []
     for start, end in zip(edges, edges[1:]):

@@ -25,8 +25,8 @@ from ._save import ChannelChoice, Moment, save
 from ._source import Source
 
 if TYPE_CHECKING:
-    import matplotlib.figure  # type: ignore[import]
-    import pandas  # type: ignore[import]
+    import matplotlib.figure
+    import pandas
     import xarray
 
 
@@ -241,7 +241,8 @@ class Record(Aliases):
         ChannelError
             There is no such channel.
         """
-        return _plot.plot(self, channels, digital, span, figure)
+        drawn: matplotlib.figure.Figure = _plot.plot(self, channels, digital, span, figure)
+        return drawn
 
     def save(
         self,

@@ -50,8 +50,9 @@ class NamesTest(unittest.TestCase):
         for cls in CLASSES:
             fields = [field.name for field in dataclasses.fields(cls)] if dataclasses.is_dataclass(cls) else []
             own = [name for name in getattr(cls, "_fields", fields) if name in vars(cls).get("__annotations__", {})]
-            section = (cls.__doc__ or "").partition("Attributes\n    ----------\n")[2]
-            listed = [name for line in re.findall(r"^    (\w.*) : ", section, re.MULTILINE) for name in line.split(", ")]
+            # Without the indentation, which Python has not kept since version 3.13.
+            section = inspect.cleandoc(cls.__doc__ or "").partition("Attributes\n----------\n")[2]
+            listed = [name for line in re.findall(r"^(\w.*) : ", section, re.MULTILINE) for name in line.split(", ")]
             if own:
                 self.assertEqual(listed, own, cls)
 

@@ -22,7 +22,7 @@ class TypesTest(Case):
     def test_are_complete_for_the_package_and_for_a_script_that_uses_it(self):
         shutil.copytree(ROOT / "python/zucmtr", self.directory / "zucmtr")
         run = subprocess.run([sys.executable, "-m", "mypy", "--strict", "--no-error-summary", "--no-incremental",
-                              "--package", "zucmtr", "--package", "analysis_script"],
+                              "--config-file", str(ROOT / "pyproject.toml"), "--package", "zucmtr", "--package", "analysis_script"],
                              cwd=self.directory, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, encoding="utf-8", check=False,
                              env={"MYPYPATH": f"{self.directory}:{SCRIPT.parent}", "PATH": "/usr/bin"})
         said = [line.partition(": ")[2] for line in run.stdout.splitlines()]

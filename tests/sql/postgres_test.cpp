@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdio>
+#include <string>
 #include <thread>
 
 namespace {
@@ -220,5 +221,6 @@ TEST(Postgres, MissingDriverIsReported)
         }
     };
     EXPECT_EXIT(open(), testing::ExitedWithCode(3),
-                "^Qt's driver for PostgreSQL is missing; install the package libqt5sql5-psql$");
+                "^Qt's driver for PostgreSQL is missing; install the package " +
+                    std::string(QT_VERSION_MAJOR == 5 ? "libqt5sql5-psql" : "libqt6sql6-psql") + "$");
 }

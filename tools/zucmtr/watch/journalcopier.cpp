@@ -17,7 +17,7 @@ using State = WatchJournal::Task::State;
 WatchJournal::Contents Unpacked(QDataStream& stream)
 {
     WatchJournal::Contents contents;
-    int count = 0;
+    qint32 count = 0;
     stream >> count;
     for (int i = 0; i < count; ++i) {
         QString file;
@@ -112,15 +112,16 @@ private:
 
 } // namespace
 
+// The type of a count is written out: Qt's own for sizes differs between its versions.
 QByteArray Packed(Request request, const WatchJournal::Contents& contents)
 {
     QByteArray bytes;
     QDataStream stream(&bytes, QIODevice::WriteOnly);
-    stream << static_cast<quint8>(request) << contents.entries.size();
+    stream << static_cast<quint8>(request) << static_cast<qint32>(contents.entries.size());
     for (auto one = contents.entries.begin(); one != contents.entries.end(); ++one)
         stream << one.key() << one->print << static_cast<quint8>(one->verdict) << one->record << one->access
                << one->noted << one->unended << one->failures << one->kills;
-    stream << contents.tasks.size();
+    stream << static_cast<qint32>(contents.tasks.size());
     for (auto one = contents.tasks.begin(); one != contents.tasks.end(); ++one)
         stream << one.key() << one->file << one->input << one->noted << one->failures
                << static_cast<quint8>(one->state);
