@@ -135,7 +135,7 @@ public:
             const auto size = static_cast<size_t>(Put(record.get()) - record.get());
             const std::vector<char>& states = States();
             if (std::memcmp(at, record.get(), size) != 0 ||
-                std::memcmp(at + size, states.data(), states.size()) != 0 ||
+                !std::equal(states.begin(), states.end(), at + size) ||
                 !blocks.Pass(at + size + states.size()))
                 return false;
         }
