@@ -20,6 +20,7 @@ else
 fi
 version=$(dpkg-parsechangelog -SVersion)
 tree=$(git stash create)
+tree=${tree:-$(git rev-parse HEAD)} # both builds are of this one, whatever is committed meanwhile
 failed=
 
 # The machine may have no Russian locale.
@@ -35,7 +36,7 @@ build() {
     mkdir -p "$source"
     (
         umask "$2"
-        git archive "${tree:-HEAD}" | tar -x -m --no-same-permissions -C "$source"
+        git archive "$tree" | tar -x -m --no-same-permissions -C "$source"
         cd "$source"
         env -i PATH=/usr/sbin:/usr/bin:/sbin:/bin HOME="$place" LOCPATH="$place/locales" LC_ALL="$3" TZ="$4" \
             DEB_BUILD_OPTIONS="$5" dpkg-buildpackage -us -uc
