@@ -20,7 +20,7 @@ else
 fi
 version=$(dpkg-parsechangelog -SVersion)
 tree=$(git stash create)
-tree=${tree:-$(git rev-parse HEAD)} # of this moment, whatever is committed meanwhile
+tree=${tree:-$(git rev-parse HEAD)} # both builds are of this one, whatever is committed meanwhile
 failed=
 
 # The machine may have no Russian locale.
