@@ -74,9 +74,9 @@ TEST_P(DataImage, HasTheCodesOfManyChannels)
 {
     Recording recording;
     for (int channel = 0; channel < 19; ++channel) {
-        std::vector<int16_t> codes;
-        for (int i = 0; i < 301; ++i)
-            codes.push_back(static_cast<int16_t>(i * 101 + channel * 1009));
+        std::vector<int16_t> codes(301);
+        for (size_t i = 0; i < codes.size(); ++i)
+            codes[i] = static_cast<int16_t>(static_cast<int>(i) * 101 + channel * 1009);
         recording.Add(AnalogChannel{QStringLiteral("Q1:I%1").arg(channel), "А", codes});
     }
     EXPECT_TRUE(IsExpected(Scene(form.lines, {recording})));
@@ -93,9 +93,9 @@ TEST_P(DataImage, HasTheStatesWhateverTheOrderOfTheChanges)
 {
     std::mt19937 random(1);
     for (int round = 0; round < 8; ++round) {
-        std::vector<uint32_t> times;
-        for (int i = 0; i < 20; ++i)
-            times.push_back(static_cast<uint32_t>(random() % 30000));
+        std::vector<uint32_t> times(20);
+        for (uint32_t& time : times)
+            time = static_cast<uint32_t>(random() % 30000);
         EXPECT_TRUE(IsExpected(Scene(form.lines, {WithChanges(times)}))) << round;
     }
 }

@@ -22,17 +22,18 @@ struct Mark
 
 std::vector<Mark> MarksOf(const analysis::Summary& summary)
 {
+    if (!summary.findings.fault)
+        return {};
     const analysis::Fault& fault = *summary.findings.fault;
     const analysis::Operating& operating = summary.operating;
     std::vector<Mark> marks = {{fault.Onset(), Tr("view", "onset"), Ink}};
     if (operating.from && operating.trip)
         marks.push_back({*operating.from + *operating.trip,
                          Tr("view", "trip %1").arg(analysis::DurationText(*operating.trip)), TripColor});
-    if (fault.Clearing())
-        marks.push_back(
-            {*fault.Clearing(),
-             Tr("view", "cleared %1").arg(analysis::DurationText(*fault.Clearing() - fault.Onset())),
-             FaultColor});
+    if (const std::optional<double> clearing = fault.Clearing())
+        marks.push_back({*clearing,
+                         Tr("view", "cleared %1").arg(analysis::DurationText(*clearing - fault.Onset())),
+                         FaultColor});
     return marks;
 }
 

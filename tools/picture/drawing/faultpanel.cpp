@@ -84,6 +84,8 @@ bool IsOwn(size_t channel, const analysis::Summary& summary)
 
 Rows MagnitudeRows(const analysis::Summary& summary)
 {
+    if (!summary.findings.fault)
+        return {};
     Rows rows = {{Tr("view", "RMS"), Tr("view", "before"), Tr("view", "during"), Tr("view", "after")}};
     for (const analysis::ChannelPhasors& one : summary.findings.fault->phasors) {
         const comtrade::AnalogChannel& channel = summary.config.analog[one.channel];
@@ -163,6 +165,8 @@ Block RowsBlock(const QString& title, const Rows& rows)
 
 std::vector<Block> BlocksOf(const analysis::Summary& summary)
 {
+    if (!summary.findings.fault)
+        return {};
     const std::vector<Bar> bars = BarsOf(summary);
     const std::vector<Block> all = {
         {summary.FaultedCircuit()->name, LineDiagramHeight,

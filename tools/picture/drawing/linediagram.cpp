@@ -64,9 +64,13 @@ private:
     {
         if (isBehind)
             return bus - 60;
-        if (!IsPlaced())
+        if (line == nullptr)
             return (bus + end) / 2;
-        return XOf(part.best ? Best()->percent : (part.range->fromPercent + part.range->toPercent) / 2);
+        if (part.best)
+            return XOf(Best()->percent);
+        if (part.range)
+            return XOf((part.range->fromPercent + part.range->toPercent) / 2);
+        return (bus + end) / 2;
     }
 
     // A text below a place, as far as the area allows.

@@ -148,8 +148,9 @@ public:
           circuit(faulted != nullptr ? faulted->name : ShownCircuit(oscillogram_)),
           lead(analysis::SentencesOf(summary_)),
           figures(faulted != nullptr ? QStringList() : view::Figures(oscillogram_.report)),
-          stretch(faulted != nullptr ? Stretch(oscillogram_, *summary_.findings.fault)
-                                     : Stretch(oscillogram_)),
+          stretch(faulted != nullptr && summary_.findings.fault
+                      ? Stretch(oscillogram_, *summary_.findings.fault)
+                      : Stretch(oscillogram_)),
           states(oscillogram_, faulted != nullptr ? faulted->states : std::vector<size_t>())
     {}
 

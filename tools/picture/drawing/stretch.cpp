@@ -22,8 +22,8 @@ Stretch::Stretch(const analysis::Oscillogram& oscillogram_, const analysis::Faul
     : oscillogram(oscillogram_)
 {
     const double start = fault.Onset() - PeriodsBefore * Period();
-    const double length =
-        fault.Clearing() ? *fault.Clearing() - start + PeriodsBefore * Period() : MostPeriods * Period();
+    const std::optional<double> clearing = fault.Clearing();
+    const double length = clearing ? *clearing - start + PeriodsBefore * Period() : MostPeriods * Period();
     Take(start, std::clamp(length, PeriodsShown * Period(), MostPeriods * Period()));
 }
 
