@@ -14,7 +14,7 @@ for job in "${@:-build}"; do
     lint) packages="$packages clang-format-19 clang-tidy-19 git shellcheck" ;; # as in scripts/lint.sh
     fuzz) packages="$packages clang libclang-rt-dev" ;;
     bench) packages="$packages libbenchmark-dev" ;;
-    qt6) packages="$packages qt6-base-dev qt6-tools-dev qt6-l10n-tools libqt6svg6-dev libqt6sql6-psql" ;;
+    qt6) packages="$packages qt6-base-dev qt6-tools-dev qt6-l10n-tools qt6-svg-dev libqt6sql6-psql" ;;
     arm64) packages="$packages g++-aarch64-linux-gnu qemu-user-static" ;;
     coverage) packages="$packages gcovr" ;;
     package) packages="$packages autopkgtest debhelper debootstrap devscripts dh-apparmor dh-python diffoscope-minimal dpkg-dev git lintian locales qt6-base-dev" ;;

@@ -112,7 +112,7 @@ protected:
             return ToUtf8(QStringView(text, length), state);
         QStringEncoder encoder(title.constData(),
                                encoding && !IsIgnored(state) ? Flag::WriteBom : Flag::Default);
-        const QByteArray bytes = encoder(QStringView(text, length));
+        QByteArray bytes = encoder(QStringView(text, length));
         if (!encoder.hasError())
             return bytes;
         if (state != nullptr)
@@ -128,7 +128,7 @@ private:
     {
         const bool isOpen =
             !text.isEmpty() && text.back().isSurrogate() &&
-            !(text.back().isLowSurrogate() && text.size() > 1 && text[text.size() - 2].isHighSurrogate());
+            (text.back().isHighSurrogate() || text.size() == 1 || !text[text.size() - 2].isHighSurrogate());
         const QStringView whole = isOpen ? text.chopped(1) : text;
         if (state == nullptr)
             return whole.toUtf8();
