@@ -53,10 +53,26 @@ void BecomeNobody()
         _exit(1);
 }
 
+// A user other than root may mount only in a namespace of users. There he keeps his number: a user without
+// one can make no file.
+bool OwnUsers()
+{
+    const QByteArray user = QByteArray::number(getuid());
+    const QByteArray group = QByteArray::number(getgid());
+    if (unshare(CLONE_NEWUSER | CLONE_NEWNS) != 0)
+        return false;
+    const auto write = [](const char* name, const QByteArray& text) {
+        QFile file(QLatin1String("/proc/self/") + QLatin1String(name));
+        return file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) && file.write(text) == text.size();
+    };
+    return write("setgroups", "deny") && write("uid_map", user + ' ' + user + " 1") &&
+           write("gid_map", group + ' ' + group + " 1");
+}
+
 // File systems of this process's own.
 void OwnFileSystems()
 {
-    if ((unshare(CLONE_NEWNS) != 0 && unshare(CLONE_NEWUSER | CLONE_NEWNS) != 0) ||
+    if ((unshare(CLONE_NEWNS) != 0 && !OwnUsers()) ||
         mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0)
         _exit(1);
 }
