@@ -19,8 +19,8 @@ size_t CountUp(char (&digits)[MostDigits], size_t begin)
 
 } // namespace
 
-// Counting makes the table in a sixth of the time of 65536 conversions, which every start of a program pays
-// that converts a recording.
+// Every program that converts a recording pays for this once. Counting takes three fifths of the instructions
+// that 65536 conversions take.
 CodeTexts::CodeTexts() : entries(new uint64_t[65536])
 {
     const auto put = [this](int code, const char* sign, const char* begin, const char* end) {

@@ -5,7 +5,6 @@
 #include <QFile>
 #include <QFileInfo>
 
-#include <cstring>
 #include <dlfcn.h>
 
 namespace picture {
