@@ -109,6 +109,24 @@ TEST(Errors, FileWithoutPermissionIsNamedAsThat)
     EXPECT_EQ(chmod(QFile::encodeName(place.Path("in")).constData(), 0700), 0);
 }
 
+TEST(Errors, CatalogueThatCannotBeSeenIsNotCalledMissing)
+{
+    const TestDirectory place;
+    RunProgram(place.Path(), {"sample", "--seconds", "1", "--out", "in/below"});
+    RunProgram(place.Path(), {"archive", "update", "in/below"});
+    const QString limit =
+        geteuid() == 0 ? "setpriv --bounding-set=-dac_override,-dac_read_search -- " : QString();
+    ASSERT_EQ(chmod(QFile::encodeName(place.Path("in")).constData(), 0), 0);
+    const QString closed = QString("' may not enter the directory '%1'; its owner '").arg(place.Path("in"));
+    for (const char* words :
+         {"in", "in/below", "--catalogue in/zucmtr-archive.db", "--catalogue in/below/x.db"}) {
+        const Finished run = RunShell(place.Path(), limit + "zucmtr archive find --paths " + words);
+        EXPECT_TRUE(run.err.contains(closed)) << run.err;
+        EXPECT_EQ(run.code, 2);
+    }
+    EXPECT_EQ(chmod(QFile::encodeName(place.Path("in")).constData(), 0700), 0);
+}
+
 TEST(Errors, LinkToNothingIsNamedWithWhatIsMissing)
 {
     const Kinds place;

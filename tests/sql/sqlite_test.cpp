@@ -1,6 +1,7 @@
 // What only a file does.
 #include "sql/sqlite.h"
 
+#include "process.h"
 #include "support/files.h"
 
 #include <QFile>
@@ -13,7 +14,6 @@
 #include <sched.h>
 #include <sys/mount.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 namespace {
@@ -21,37 +21,6 @@ namespace {
 using sql::Sqlite;
 using sql::Trouble;
 using sql::Value;
-
-// What a process of its own prints, in which the work may change the user and the file systems.
-QString InAProcess(const std::function<QString()>& work)
-{
-    std::array<int, 2> ends{};
-    EXPECT_EQ(pipe(ends.data()), 0);
-    const pid_t child = fork();
-    if (child == 0) {
-        QString said;
-        try {
-            said = work();
-        } catch (const text::Error& error) {
-            said = error.Message();
-        }
-        const QByteArray bytes = said.toUtf8();
-        const ssize_t written = write(ends[1], bytes.constData(), static_cast<size_t>(bytes.size()));
-        _exit(written == bytes.size() ? 0 : 1);
-    }
-    close(ends[1]);
-    QFile from;
-    EXPECT_TRUE(from.open(ends[0], QIODevice::ReadOnly, QFile::AutoCloseHandle));
-    const QString said = QString::fromUtf8(from.readAll());
-    EXPECT_EQ(waitpid(child, nullptr, 0), child);
-    return said;
-}
-
-void BecomeNobody()
-{
-    if (geteuid() == 0 && (setgid(65534) != 0 || setuid(65534) != 0))
-        _exit(1);
-}
 
 // A user other than root may mount only in a namespace of users. There he keeps his number: a user without
 // one can make no file.

@@ -36,6 +36,15 @@ QString OwnerOf(const QString& path)
     return info.owner().isEmpty() ? QString::number(info.ownerId()) : info.owner();
 }
 
+// The directory or the first above it, seen from the root, that the user may not enter: nothing can be said
+// of those below it, not even whose they are. Empty if there is none.
+QString FirstClosed(const QString& directory)
+{
+    const QString above = QFileInfo(directory).path();
+    QString closed = above == directory ? QString() : FirstClosed(above);
+    return closed.isEmpty() && IsDenied(directory, X_OK) ? directory : closed;
+}
+
 QString Filled(const QString& sentence, const QString& path)
 {
     return sentence.arg(UserName(), path, OwnerOf(path));
@@ -46,11 +55,12 @@ QString Filled(const QString& sentence, const QString& path)
 QString MissingPermission(const QString& path, bool writes)
 {
     const QString directory = QFileInfo(path).absolutePath();
-    if (IsDenied(directory, X_OK))
+    const QString closed = FirstClosed(directory);
+    if (!closed.isEmpty())
         return Filled(
             Tr("sql", "user '%1' may not enter the directory '%2'; its owner '%3' can permit that, as by a "
                       "group and chmod g+x"),
-            directory);
+            closed);
     if (IsDenied(path, R_OK))
         return Filled(
             Tr("sql", "user '%1' may not read the file '%2'; its owner '%3' can permit that, as by a group "

@@ -1,6 +1,7 @@
 #include "zucmtr/commands/catalogueoptions.h"
 
 #include "sql/address.h"
+#include "sql/permission.h"
 #include "text/texts.h"
 #include "zucmtr/terminal/command.h"
 #include "zucmtr/terminal/console.h"
@@ -13,13 +14,19 @@
 
 namespace {
 
+// Whether there is such a file, or may be one that this user cannot see: whoever opens it says who can help.
+bool MayBeThere(const QString& file)
+{
+    return QFileInfo::exists(file) || !sql::MissingPermission(file, false).isEmpty();
+}
+
 // The file of the catalogue of the directory or of the nearest one above it.
 QString CatalogueAbove(const QString& directory)
 {
     QDir place(QFileInfo(directory).absoluteFilePath());
     do {
         const QString file = CatalogueIn(place.path());
-        if (QFileInfo(file).isFile())
+        if (MayBeThere(file))
             return file;
     } while (place.cdUp());
     throw ConfigurationError(Tr("archive", "there is no catalogue (zucmtr-archive.db) in '%1' or above; make "
@@ -49,10 +56,10 @@ QString CatalogueOf(const std::string& address, const QString& directory)
 QString CatalogueToRead(const std::string& address, const std::string& directory)
 {
     const QString place = directory.empty() ? QStringLiteral(".") : FromUtf8(directory);
-    if (!QFileInfo(place).isDir())
+    if (!QFileInfo(place).isDir() && !MayBeThere(CatalogueIn(place)))
         throw ConfigurationError(Tr("archive", "'%1' is no directory").arg(place));
     const QString given = FromUtf8(address);
-    if (!address.empty() && !sql::IsServer(given) && !QFileInfo::exists(given))
+    if (!address.empty() && !sql::IsServer(given) && !MayBeThere(given))
         throw ConfigurationError(Tr("archive", "--catalogue: there is no file '%1'").arg(given));
     return address.empty() ? CatalogueAbove(place) : given;
 }
