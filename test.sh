@@ -1,7 +1,7 @@
 #!/bin/sh
 # Installs packages, builds, runs all tests.
 #
-#   ./test.sh              plain build, address and undefined-behaviour sanitizers, fuzzers (10 s each), format,
+#   ./test.sh              plain build, address and undefined-behaviour sanitizers, fuzzers (5 s each), format,
 #                          shell scripts, lint of what changed
 #   ./test.sh --all        the thread sanitizer, Qt 6, the fleet of machines, 64-bit ARM and the Debian packages as well,
 #                          fuzzers for a minute each, four times as many points of the torture, others each day, and
@@ -53,7 +53,7 @@ scripts/install-packages.sh lint fuzz
 build_and_test release
 build_and_test asan
 printf '\n== fuzzers\n'
-[ $mode = all ] && seconds=60 || seconds=10
+[ $mode = all ] && seconds=60 || seconds=5
 fuzz/run.sh "$seconds"
 scripts/update-translations.sh --check
 if [ $mode = all ]; then
