@@ -27,7 +27,7 @@ class Row:
 
 
 class Bench:
-    """short: points are drawn by lot, so that all takes about half a minute; times as many. seed: of everything that is
+    """short: points are drawn by lot, so that all takes less than a minute; times as many. seed: of everything that is
     drawn."""
 
     def __init__(self, places, program, shim, *, short, seed, minutes, jobs, times=1):
