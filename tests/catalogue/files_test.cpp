@@ -1,6 +1,8 @@
 // Files that cannot be a catalogue: the messages name them.
 #include "anycatalogue.h"
 
+#include "support/childend.h"
+
 #include <QFileInfo>
 
 #include <sys/stat.h>
@@ -41,8 +43,7 @@ int FailuresOfNobody(const std::function<void()>& checks)
         checks();
         _exit(testing::Test::HasFailure() ? 1 : 0);
     }
-    int status = 0;
-    EXPECT_EQ(waitpid(child, &status, 0), child);
+    const int status = EndOf(child);
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 

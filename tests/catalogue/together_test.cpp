@@ -1,7 +1,8 @@
 // Eight processes at once make the same catalogue as one.
 #include "anycatalogue.h"
 
-#include <sys/wait.h>
+#include "support/childend.h"
+
 #include <unistd.h>
 
 #include <random>
@@ -100,11 +101,8 @@ TEST_P(TogetherTest, EightProcessesMakeTheSameCatalogueAsOne)
             _exit(0);
         }
     }
-    for (const pid_t child : children) {
-        int status = 0;
-        ASSERT_EQ(waitpid(child, &status, 0), child);
-        EXPECT_EQ(status, 0);
-    }
+    for (const pid_t child : children)
+        EXPECT_EQ(EndOf(child), 0);
     const QString alone = IsServer() ? PostgresServer::Own().FreshSchema() : Path("alone.db");
     for (int i = 0; i < Processes; ++i)
         Put(alone, EntriesOf(i), 99);

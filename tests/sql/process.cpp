@@ -1,5 +1,6 @@
 #include "process.h"
 
+#include "support/childend.h"
 #include "text/error.h"
 
 #include <QFile>
@@ -7,7 +8,6 @@
 #include <gtest/gtest.h>
 
 #include <array>
-#include <sys/wait.h>
 #include <unistd.h>
 
 QString InAProcess(const std::function<QString()>& work)
@@ -30,7 +30,7 @@ QString InAProcess(const std::function<QString()>& work)
     QFile from;
     EXPECT_TRUE(from.open(ends[0], QIODevice::ReadOnly, QFile::AutoCloseHandle));
     const QString said = QString::fromUtf8(from.readAll());
-    EXPECT_EQ(waitpid(child, nullptr, 0), child);
+    EXPECT_EQ(EndOf(child), 0);
     return said;
 }
 
