@@ -76,7 +76,7 @@ TEST(TemporaryDirectory, OfAnotherProgramThatRunsIsLeftAlone)
     const TestDirectory place;
     const TemporaryDirectory own(place.Path());
     InAnotherProcess([&] {
-        const TemporaryDirectory other(place.Path());
+        const TemporaryDirectory other(place.Path(".")); // by a name for which it has not looked yet
         EXPECT_EQ(In(place).size(), 2);
         KillThis();
     });
