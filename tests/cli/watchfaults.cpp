@@ -1,5 +1,6 @@
 // Loaded into the program before the C library: faults of the system, as the environment says.
 //   END_AT          the process that opens a file of this name is ended by SIGKILL, or the signal END_BY
+//   GONE_AT         the file of this name is removed when it is opened
 //   UNSEEN          nothing of this name can be checked while the file that UNSEEN_WHILE names is there
 //   UNUSABLE        the same, of directories that are written to, once the program has started
 //   FULL            there is no room for files whose paths start so while the file FULL_WHILE is there
@@ -64,6 +65,8 @@ int Open(const char* name, const char* path, int flags, mode_t mode)
 {
     if (HasName(path, "END_AT"))
         raise(std::getenv("END_BY") == nullptr ? SIGKILL : std::atoi(std::getenv("END_BY")));
+    if (HasName(path, "GONE_AT"))
+        unlink(path);
     return Next<int (*)(const char*, int, ...)>(name)(path, flags, mode);
 }
 

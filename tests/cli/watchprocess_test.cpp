@@ -61,6 +61,21 @@ TEST(WatchProcess, RecordingThatEndsTheProgramIsFoundAndGivenUp)
     EXPECT_EQ(Station::EventsIn(station.Once().out, "converted"), QStringList{"in/a.ZU"});
 }
 
+// It is no failure, and nothing is given up.
+TEST(WatchProcess, RecordingThatGoesAwayDuringTheAttemptIsForgotten)
+{
+    const Station station;
+    station.Write("in/a.ZU", Encode(ShortRecording(0)));
+    station.Write("in/b.ZU", Encode(ShortRecording(10)));
+    const Finished run = station.Once({}, {{"LD_PRELOAD", WATCH_FAULTS_LIBRARY}, {"GONE_AT", "a.ZU"}});
+    EXPECT_EQ(run.code, 0);
+    EXPECT_EQ(Station::EventsIn(run.out, "converting"), (QStringList{"in/a.ZU", "in/b.ZU"}));
+    EXPECT_EQ(Station::EventsIn(run.out, "failed"), QStringList());
+    EXPECT_EQ(Station::EventsIn(run.out, "converted"), QStringList{"in/b.ZU"});
+    station.Write("in/a.ZU", Encode(ShortRecording(0)));
+    EXPECT_EQ(Station::EventsIn(station.Once().out, "converted"), QStringList{"in/a.ZU"});
+}
+
 // Everything that the other process found out is passed back: here that a bad file is not in the record,
 // which is made again when that file is touched.
 TEST(WatchProcess, FileThatTheOtherProcessLeftOutIsRemembered)
