@@ -36,7 +36,7 @@ protected:
         return sentence.arg(geteuid() == 0 ? QString("nobody") : owner, path, owner);
     }
 
-    const TestDirectory directory;
+    const TestDirectory directory{};
     const QString place = directory.MakeDirectory("place");
     const QString file = directory.Write("place/x.db", "");
 };
