@@ -17,7 +17,7 @@ for job in "${@:-build}"; do
     qt6) packages="$packages qt6-base-dev qt6-tools-dev qt6-l10n-tools qt6-svg-dev libqt6sql6-psql" ;;
     arm64) packages="$packages g++-aarch64-linux-gnu qemu-user-static" ;;
     coverage) packages="$packages gcovr" ;;
-    package) packages="$packages autopkgtest debhelper debootstrap devscripts dh-apparmor dh-python diffoscope-minimal dpkg-dev git lintian locales qt6-base-dev" ;;
+    package) packages="$packages autopkgtest build-essential debhelper debootstrap devscripts dh-apparmor dh-python diffoscope-minimal dpkg-dev git lintian locales qt6-base-dev" ;;
     fleet) packages="$packages iproute2 munge openssh-client openssh-server openssl parallel slurm-client slurmctld slurmd" ;;
     *)
         echo "install-packages.sh: no such job: $job (build, test, python, view, lint, fuzz, bench, coverage, fleet, arm64, qt6, package)" >&2
