@@ -93,8 +93,8 @@ std::unique_ptr<QCoreApplication> MakeApplication(char** arguments, bool paints)
     if (paints) {
         try {
             return MakePainter(picture::Loaded(), count, arguments);
-        } catch (const picture::ModuleError&) { // reported, in the user's language, when the picture is to be
-                                                // drawn
+        } catch (const picture::ModuleError&) {
+            // It is reported, in the user's language, when the picture is to be drawn.
         }
     }
     return std::make_unique<QCoreApplication>(count, arguments);
