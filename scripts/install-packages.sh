@@ -7,7 +7,7 @@ set -eu
 packages=
 for job in "${@:-build}"; do
     case $job in
-    build) packages="$packages g++ cmake ninja-build pkg-config qtbase5-dev qttools5-dev qttools5-dev-tools libcli11-dev libeigen3-dev libhwy-dev libqt5svg5-dev libsqlite3-dev libuchardet-dev libmatio-dev nettle-dev pybind11-dev python3-dev libjs-dygraphs fonts-dejavu-core python3 libgtest-dev" ;;
+    build) packages="$packages g++ cmake ninja-build pkgconf qtbase5-dev qttools5-dev qttools5-dev-tools libcli11-dev libeigen3-dev libhwy-dev libqt5svg5-dev libsqlite3-dev libuchardet-dev libmatio-dev nettle-dev pybind11-dev python3-dev libjs-dygraphs fonts-dejavu-core python3 libgtest-dev" ;;
     test) packages="$packages apparmor binutils dpkg-dev libqt5sql5-psql man-db parallel postgresql python3-jsonschema python3-prometheus-client python3-scipy strace systemd zsh" ;;
     python) packages="$packages python3-dbg python3-numpy python3-pandas python3-xarray python3-matplotlib python3-dask mypy python3-pip python3-skbuild python3-setuptools python3-wheel" ;;
     view) packages="$packages chromium chromium-driver chromium-headless-shell python3-selenium" ;;
