@@ -1,5 +1,6 @@
 // Temporary directories, and what killed programs have left of them.
 #include "output/temporarydirectory.h"
+#include "support/childend.h"
 #include "support/files.h"
 
 #include <QDir>
@@ -7,7 +8,11 @@
 #include <gtest/gtest.h>
 
 #include <csignal>
-#include <sys/wait.h>
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/prctl.h>
+#include <sys/resource.h>
 #include <unistd.h>
 
 using output::TemporaryDirectory;
@@ -34,9 +39,20 @@ void InAnotherProcess(const Work& work)
         work();
         _exit(1);
     }
-    int status = 0;
-    ASSERT_EQ(waitpid(process, &status, 0), process);
-    ASSERT_TRUE(WIFSIGNALED(status));
+    ASSERT_EQ(EndOf(process), SIGKILL);
+}
+
+// What the first temporary directory of a program does in the place, without its pauses.
+void RemoveUnlocked(const char* place)
+{
+    DIR* const directory = opendir(place);
+    while (const dirent* entry = readdir(directory)) {
+        const int file = openat(dirfd(directory), entry->d_name, O_RDONLY | O_DIRECTORY);
+        if (file >= 0 && entry->d_name[0] != '.' && flock(file, LOCK_EX | LOCK_NB) == 0)
+            unlinkat(dirfd(directory), entry->d_name, AT_REMOVEDIR);
+        close(file);
+    }
+    closedir(directory);
 }
 
 } // namespace
@@ -81,6 +97,39 @@ TEST(TemporaryDirectory, OfAnotherProgramThatRunsIsLeftAlone)
         KillThis();
     });
     EXPECT_TRUE(QFileInfo(own.Path()).isDir());
+}
+
+TEST(TemporaryDirectory, IsThereAlthoughAnotherProgramRemovesWhatIsNotLocked)
+{
+    const TestDirectory place;
+    const pid_t remover = fork();
+    if (remover == 0)
+        prctl(PR_SET_PDEATHSIG, SIGKILL); // should this be killed, too
+    while (remover == 0)
+        RemoveUnlocked(QFile::encodeName(place.Path()).constData());
+    for (int round = 0; round < 2000; ++round) {
+        const TemporaryDirectory own(place.Path());
+        EXPECT_EQ(own.Error(), 0);
+        EXPECT_TRUE(QDir(own.Path()).mkdir(QStringLiteral("a"))) << round;
+    }
+    kill(remover, SIGKILL);
+    EXPECT_EQ(EndOf(remover), SIGKILL);
+    EXPECT_EQ(In(place), QStringList());
+}
+
+TEST(TemporaryDirectory, ThatCannotBeOpenedIsReportedAndNotLeft)
+{
+    const TestDirectory place;
+    rlimit before = {};
+    getrlimit(RLIMIT_NOFILE, &before);
+    const rlimit none = {0, before.rlim_max};
+    setrlimit(RLIMIT_NOFILE, &none);
+    {
+        const TemporaryDirectory directory(place.Path());
+        EXPECT_EQ(directory.Error(), EMFILE);
+    }
+    setrlimit(RLIMIT_NOFILE, &before);
+    EXPECT_EQ(In(place), QStringList());
 }
 
 TEST(TemporaryDirectory, DirectoriesOfOtherNamesAreLeftAlone)

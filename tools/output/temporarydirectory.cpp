@@ -43,6 +43,22 @@ bool IsAt(const QString& path, int file)
            named.st_dev == opened.st_dev && named.st_ino == opened.st_ino;
 }
 
+// The errno of the failure; ENOENT if the directory has gone meanwhile. Where the file system knows no locks
+// the directory is without one: nobody else gets one either, so that nobody removes it.
+int WaitForLock(const QString& path, int& file)
+{
+    file = open(QFile::encodeName(path).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (file < 0)
+        return errno;
+    while (flock(file, LOCK_EX) != 0 && errno == EINTR) {
+    }
+    if (IsAt(path, file))
+        return 0;
+    close(file);
+    file = -1;
+    return ENOENT;
+}
+
 void RemoveLeft(const QString& place)
 {
     const QDir directory(place);
@@ -85,7 +101,7 @@ TemporaryDirectory::TemporaryDirectory(const QString& place)
 // before the lock is ours.
 void TemporaryDirectory::Make(const QString& place)
 {
-    while (true) {
+    do {
         QByteArray name =
             QFile::encodeName(place + QLatin1Char('/') + Prefix) + QByteArray(RandomLetters, 'X');
         if (mkdtemp(name.data()) == nullptr) {
@@ -93,13 +109,10 @@ void TemporaryDirectory::Make(const QString& place)
             return;
         }
         path = QFile::decodeName(name);
-        lock = open(name.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-        if (lock >= 0 && flock(lock, LOCK_EX) == 0 && IsAt(path, lock))
-            return;
-        if (lock >= 0)
-            close(lock);
-        lock = -1;
-    }
+        error = WaitForLock(path, lock);
+        if (error != 0)
+            rmdir(name.constData());
+    } while (error == ENOENT);
 }
 
 TemporaryDirectory::~TemporaryDirectory()
