@@ -110,18 +110,17 @@ void FaultSearch::FindClearing(Occurrence& found, size_t end) const
     }
     const size_t to = std::min(count, end + 3 * meter.Window());
     std::optional<size_t> last;
-    std::array<std::optional<size_t>, Phases> breaks;
     const unsigned phases = PhasesOf(KindOf(found.change));
     bool allBreak = true;
     for (size_t phase = PhaseA; phase < Phases; ++phase) {
-        breaks[phase] = Interruption(phase, found.firstBad, to);
-        if (breaks[phase])
-            found.firstBreak = std::min(found.firstBreak, *breaks[phase]);
+        const std::optional<size_t> interruption = Interruption(phase, found.firstBad, to);
+        if (interruption)
+            found.firstBreak = std::min(found.firstBreak, *interruption);
         const bool isFaulted = (phases >> phase & 1u) != 0;
-        allBreak = allBreak && (!isFaulted || breaks[phase]);
+        allBreak = allBreak && (!isFaulted || interruption);
         // A healthy phase that is interrupted later does not prolong the fault; one that joined it does.
-        if (isFaulted && breaks[phase])
-            last = std::max(last.value_or(0), *breaks[phase]);
+        if (isFaulted && interruption)
+            last = std::max(last.value_or(0), *interruption);
     }
     if (allBreak && last) {
         found.clearing = static_cast<double>(*last);

@@ -89,8 +89,8 @@ Operating OperatingOf(const std::vector<Event>& events, const comtrade::Configur
         operating.start = after(start->time);
     if (const Event* trip = First(chosen, ChannelKind::Trip, true, since); trip && hasOrigin)
         operating.trip = after(trip->time);
-    if (fault && fault->Clearing())
-        operating.clearing = after(*fault->Clearing());
+    if (const auto clearing = fault ? fault->Clearing() : std::nullopt)
+        operating.clearing = after(*clearing);
     const Event* opening = First(chosen, ChannelKind::Breaker, false, since);
     if (opening == nullptr)
         return operating;

@@ -45,9 +45,8 @@ QString FirstSentence(const Summary& summary, const Fault& fault)
     const QString what = circuit.isEmpty()
                              ? Tr("summary", "Short circuit %1 at %2").arg(kind, clock)
                              : Tr("summary", "Short circuit %1 on %2 at %3").arg(kind, circuit, clock);
-    if (fault.Clearing())
-        return Tr("summary", "%1; cleared after %2.")
-            .arg(what, DurationText(*fault.Clearing() - fault.Onset()));
+    if (const auto& clearing = fault.Clearing())
+        return Tr("summary", "%1; cleared after %2.").arg(what, DurationText(*clearing - fault.Onset()));
     return Tr("summary", "%1; it lasts to the end of the record.").arg(what);
 }
 
@@ -133,7 +132,7 @@ QString OperatingText(const Operating& operating)
 
 QString ReclosingText(const Operating& operating)
 {
-    if (!operating.reclosed)
+    if (!operating.reclosed || !operating.deadTime)
         return QString();
     const QString pause = DurationText(*operating.deadTime);
     return *operating.reclosed ? Tr("summary", "Closed again after %1, with success.").arg(pause)

@@ -2,6 +2,7 @@
 
 #include "catalogue/columns.h"
 #include "catalogue/words.h"
+#include "text/texts.h"
 
 #include <set>
 
@@ -161,7 +162,9 @@ qint64 Details::ChannelId(const ChannelKey& key)
             values);
     if (!id) // somebody else has just made it
         id = database.Number(find, values);
-    fresh.insert(key, id.value());
+    if (!id) // and taken it away again
+        throw sql::Failure(Tr("system", "another program is at work with it"), sql::Trouble::Busy);
+    fresh.insert(key, *id);
     return *id;
 }
 

@@ -26,16 +26,18 @@ std::optional<int> UtcOffset(const Configuration& configuration)
     return match.captured(1) == QLatin1String("-") ? -minutes : minutes;
 }
 
-QString OffsetText(int minutes)
+QString OffsetText(std::optional<int> minutes)
 {
-    return QString::asprintf("%c%02d:%02d", minutes < 0 ? '-' : '+', std::abs(minutes) / 60,
-                             std::abs(minutes) % 60);
+    if (!minutes)
+        return QString();
+    const int distance = std::abs(*minutes);
+    return QString::asprintf("%c%02d:%02d", *minutes < 0 ? '-' : '+', distance / 60, distance % 60);
 }
 
 QString MomentText(const TimeStamp& stamp, const std::optional<int>& offset)
 {
     return QString::asprintf("%04d-%02d-%02dT", stamp.date.year(), stamp.date.month(), stamp.date.day()) +
-           ClockText(stamp) + (offset ? OffsetText(*offset) : QString());
+           ClockText(stamp) + OffsetText(offset);
 }
 
 TimeStamp After(const TimeStamp& stamp, double seconds)
@@ -64,11 +66,13 @@ TriggerDistance DistanceOfTriggers(const Configuration& first, const Configurati
 {
     constexpr qint64 minute = qint64{60} * 1000000000; // ns
     qint64 nanoseconds = NanosecondsBetween(first.trigger, second.trigger);
-    const std::optional<int> offsets[] = {UtcOffset(first), UtcOffset(second)};
+    const std::optional<int> firstOffset = UtcOffset(first);
+    const std::optional<int> secondOffset = UtcOffset(second);
     TriggerDistance distance;
-    distance.inUtc = offsets[0] && offsets[1];
-    if (distance.inUtc)
-        nanoseconds += (*offsets[0] - *offsets[1]) * minute;
+    if (firstOffset && secondOffset) {
+        nanoseconds += (*firstOffset - *secondOffset) * minute;
+        distance.inUtc = true;
+    }
     distance.seconds = static_cast<double>(nanoseconds) / 1e9;
     return distance;
 }

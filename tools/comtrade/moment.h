@@ -11,8 +11,8 @@ namespace comtrade {
 /// the zone is not known ("x", revision 1999).
 std::optional<int> UtcOffset(const Configuration& configuration);
 
-/// Minutes from UTC as "+03:00".
-QString OffsetText(int minutes);
+/// Minutes from UTC as "+03:00"; empty if they are not known.
+QString OffsetText(std::optional<int> minutes);
 
 /// ISO 8601 with as many decimals as the stamp was written with, at most nine, and the offset from UTC if it
 /// is known.

@@ -57,9 +57,7 @@ QByteArray CsvTitles(const comtrade::Configuration& configuration, const CsvForm
 
 CsvTimeText::CsvTimeText(const comtrade::Configuration& configuration, const CsvForm& form_)
     : form(form_), trigger(configuration.trigger),
-      offset(comtrade::UtcOffset(configuration)
-                 ? comtrade::OffsetText(*comtrade::UtcOffset(configuration)).toLatin1()
-                 : QByteArray())
+      offset(comtrade::OffsetText(comtrade::UtcOffset(configuration)).toLatin1())
 {
     if (form.time == CsvTime::Iso8601 && !trigger.date.isValid())
         throw text::Error(Tr("forms",

@@ -49,6 +49,7 @@ public:
     std::vector<qint64> Changes() const
     {
         std::vector<qint64> changes;
+        changes.reserve(channels.size());
         for (const Channel& channel : channels)
             changes.push_back(channel.changes);
         return changes;

@@ -45,9 +45,9 @@ Findings Only(const QStringList& reasons, const Findings& all)
 Findings Check(const Question& question)
 {
     const IniLines ini(question.ini);
-    if (ini.OtherEncoding() &&
-        !ini.OtherEncoding()->isRecognised) // any other finding would be about misread letters
-        return {{0, Severity::Error, reason::NotUtf8, EncodingText(*ini.OtherEncoding())}};
+    if (const auto& other = ini.OtherEncoding();
+        other && !other->isRecognised) // any other finding would be about misread letters
+        return {{0, Severity::Error, reason::NotUtf8, EncodingText(*other)}};
     Findings findings;
     CheckLines(ini, findings);
     CheckParameters(ini, question.defaults, question.defaults, findings);

@@ -67,8 +67,8 @@ void CheckLines(const IniLines& ini, Findings& findings)
         findings.push_back({1, Severity::Note, reason::ByteOrderMark,
                             Tr("check", "the file starts with a byte order mark, which is skipped; save it "
                                         "without one for other programs")});
-    if (ini.OtherEncoding())
-        findings.push_back({1, Severity::Note, reason::ByteOrderMark, EncodingText(*ini.OtherEncoding())});
+    if (const auto& other = ini.OtherEncoding())
+        findings.push_back({1, Severity::Note, reason::ByteOrderMark, EncodingText(*other)});
     for (const int number : ini.BadlyEncoded())
         findings.push_back({number, Severity::Error, reason::NotUtf8,
                             Tr("check", "it is not UTF-8, its letters are lost; save the file in UTF-8")});

@@ -36,11 +36,12 @@ QString TextOf(const Loss& loss)
 {
     const QString analog = QString::number(loss.analog);
     const QString discrete = QString::number(loss.discrete);
-    QString text = loss.allAnalog ? Tr("salvage", "%1 of %2 analog, %3 of %4 discrete channels")
-                                        .arg(analog, QString::number(*loss.allAnalog), discrete,
-                                             QString::number(*loss.allDiscrete))
-                                  : Tr("salvage", "%1 analog and %2 discrete of %3 channels")
-                                        .arg(analog, discrete, QString::number(loss.channels));
+    QString text =
+        loss.allAnalog && loss.allDiscrete
+            ? Tr("salvage", "%1 of %2 analog, %3 of %4 discrete channels")
+                  .arg(analog, QString::number(*loss.allAnalog), discrete, QString::number(*loss.allDiscrete))
+            : Tr("salvage", "%1 analog and %2 discrete of %3 channels")
+                  .arg(analog, discrete, QString::number(loss.channels));
     if (!loss.lostFiles.isEmpty())
         text += Tr("salvage", ", %1 of %2 files").arg(loss.files).arg(loss.files + loss.lostFiles.size());
     return text;

@@ -141,8 +141,8 @@ void AddChannels(Loss& loss, const std::vector<Segment>& segments, const Choice&
             loss.lost << section->name;
     }
     const size_t count = segments.front().count;
-    loss.channels = loss.allAnalog ? *loss.allAnalog + *loss.allDiscrete
-                                   : std::max(channels, count - std::min(count, others));
+    loss.channels = loss.allAnalog && loss.allDiscrete ? *loss.allAnalog + *loss.allDiscrete
+                                                       : std::max(channels, count - std::min(count, others));
     loss.nameless = loss.channels - std::min(loss.channels, channels);
 }
 

@@ -27,7 +27,7 @@ public:
 
 private:
     void AddFault(const FaultPlan& plan);
-    void AddReclosing(const FaultPlan& plan);
+    void AddReclosing(const FaultPlan& plan, double opening);
     void AddQuiet(const QuietPlan& plan);
     void AddLoads(const QuietPlan& plan, Source source);
     void AddSwitching(const QuietPlan& plan);
@@ -55,7 +55,7 @@ LineCourse CourseMaker::Make()
     moments.course.turnsAtStart = turns - std::floor(turns);
     if (scenario.fault)
         AddFault(*scenario.fault);
-    else
+    else if (scenario.quiet)
         AddQuiet(*scenario.quiet);
     if (scenario.seconds > 0)
         moments.end = scenario.seconds;
@@ -86,14 +86,14 @@ void CourseMaker::AddFault(const FaultPlan& plan)
         moments.course.kneeFlux = KneeInFault * largest / (2.0 * Pi * scenario.model.frequency);
     }
     if (plan.reclosing != Reclosing::None)
-        AddReclosing(plan);
+        AddReclosing(plan, first.opening);
 }
 
 // On a healthy line the other end follows. A line that is still faulted is not closed there: this end goes
 // first.
-void CourseMaker::AddReclosing(const FaultPlan& plan)
+void CourseMaker::AddReclosing(const FaultPlan& plan, double opening)
 {
-    const double closing = grid.Snap(moments.first->opening + plan.deadTime);
+    const double closing = grid.Snap(opening + plan.deadTime);
     moments.closing = closing;
     Add(closing, BreakerOrder{Terminal::Local, true});
     moments.end = closing + AfterClosing;
@@ -222,7 +222,7 @@ LineOutcome Play(const LineScenario& scenario)
     outcome.samples = static_cast<size_t>(std::max(1LL, std::llround(moments.end * scenario.sampleRate)));
     outcome.waves = Simulate(scenario.model, moments.course, scenario.sampleRate, outcome.samples);
     outcome.saturated = outcome.waves.largestDeviation > VisibleDeviation * outcome.waves.largestCurrent;
-    if (!moments.first)
+    if (!moments.first || !scenario.fault)
         return outcome;
     const std::array<bool, 3> all = {true, true, true};
     const std::array<bool, 3> faulted = PhasesOf(scenario.fault->parts.back().fault.kind);

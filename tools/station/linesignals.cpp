@@ -120,7 +120,7 @@ std::vector<double> LineHistory::TogglesOf(const DiscreteSignal& signal) const
 std::vector<double> HealthyToggles(const LineScenario& scenario, const LineOutcome& outcome,
                                    const ContactDelays& delays)
 {
-    if (!scenario.fault || !scenario.fault->healthyLineStarts)
+    if (!scenario.fault || !scenario.fault->healthyLineStarts || !outcome.moments.first)
         return {};
     std::vector<double> toggles = {outcome.moments.first->start + delays.closedOff};
     if (outcome.cleared)

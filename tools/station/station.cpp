@@ -173,6 +173,7 @@ std::vector<Recording> MakeRecording(const StationOptions& options, StartKind st
     const Plan plan = MakePlan(options, start);
     Network network(plan.scenario, options.sampleRate);
     std::vector<std::mt19937> noise; // one per channel, so that no channel depends on the others
+    noise.reserve(plan.analog.size());
     for (size_t i = 0; i < plan.analog.size(); ++i)
         noise.emplace_back(options.seed * 65536u + static_cast<uint32_t>(start) * 4096u +
                            static_cast<uint32_t>(i));

@@ -172,8 +172,8 @@ Remains Container(const QString& path, const Source& source)
     Sections sections(path);
     sections.Read();
     remains.configuration = sections.Configuration();
-    if (sections.Data())
-        TakeData(remains, *sections.Data(), source);
+    if (const std::optional<DataPlace> data = sections.Data())
+        TakeData(remains, *data, source);
     else
         remains.hasLostData = sections.MayHideMark();
     return remains;
@@ -209,15 +209,14 @@ void CheckIdentity(const comtrade::Configuration& configuration, const QString& 
 }
 
 // Whether a configuration with holes has a stamp of the recording. Throws Mismatch if it has one of another.
-bool HasItsStamps(const Remains& remains, const Source& source)
+bool HasItsStamps(const QByteArray& configuration, const QString& name, const Source& source)
 {
-    const QStringList found = WrittenStamps(*remains.configuration);
+    const QStringList found = WrittenStamps(configuration);
     const QString expected[] = {StampText(StartMoment(source)), StampText(TriggerMoment(source))};
     for (const QString& stamp : found) {
         if (stamp != expected[0] && stamp != expected[1])
-            ExpectSame(QLatin1Char('\'') + remains.configurationName + QLatin1String("', ") +
-                           Tr("verify", "trigger"),
-                       stamp, expected[1]);
+            ExpectSame(QLatin1Char('\'') + name + QLatin1String("', ") + Tr("verify", "trigger"), stamp,
+                       expected[1]);
     }
     return !found.isEmpty();
 }
@@ -293,7 +292,9 @@ RecordState Judge(const Remains& remains, const Source& source)
     if (!remains.any)
         return RecordState::Absent;
     const std::optional<comtrade::Configuration> configuration = Parsed(remains);
-    const bool isIdentified = configuration || (remains.configuration && HasItsStamps(remains, source));
+    const bool isIdentified =
+        configuration ||
+        (remains.configuration && HasItsStamps(*remains.configuration, remains.configurationName, source));
     if (configuration)
         CheckIdentity(*configuration, remains.configurationName, source);
     const Likeness likeness = LikenessOf(remains, source);

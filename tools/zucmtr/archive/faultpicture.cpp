@@ -116,6 +116,8 @@ QString LettersOf(const Wave& wave, double greatest)
 std::optional<catalogue::PictureFacts> PictureOf(const analysis::Oscillogram& oscillogram,
                                                  const analysis::Summary& summary)
 {
+    if (!summary.findings.fault)
+        return std::nullopt;
     const analysis::Circuit& circuit = *summary.FaultedCircuit();
     const analysis::Circuit* other =
         analysis::VoltagesOf(circuit, summary.circuits, analysis::LineOf(circuit.name, summary.lines));
@@ -123,6 +125,7 @@ std::optional<catalogue::PictureFacts> PictureOf(const analysis::Oscillogram& os
     const Span span = SpanOf(oscillogram, *summary.findings.fault);
     const Columns columns = ColumnsOf(oscillogram, span);
     std::vector<Wave> waves;
+    waves.reserve(2 * analysis::Phases);
     for (size_t phase = 0; phase < analysis::Phases; ++phase)
         waves.push_back(WaveOf(oscillogram, circuit.currents[phase], columns));
     for (size_t phase = 0; phase < analysis::Phases; ++phase)

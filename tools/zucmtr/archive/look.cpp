@@ -161,8 +161,7 @@ void Fill(Entry& entry, const analysis::Oscillogram& oscillogram, const analysis
     AddAnalog(entry, oscillogram);
     AddDigital(entry, oscillogram);
     AddFault(entry, summary);
-    if (summary.findings.fault)
-        entry.picture = PictureOf(oscillogram, summary);
+    entry.picture = PictureOf(oscillogram, summary);
     AddEvents(entry, summary);
 }
 

@@ -37,6 +37,7 @@ struct DictionaryOptions
 std::vector<dictionary::Signal> AnalogOf(const ZuFileFormat& recording)
 {
     std::vector<dictionary::Signal> analog;
+    analog.reserve(recording.AnChannels.size());
     for (const AnChannelData* channel : recording.AnChannels)
         analog.push_back({channel->Name, channel->Unit});
     return analog;
@@ -46,6 +47,7 @@ QStringList LinesFor(const ZuFileFormat& recording, const DictionaryOptions& opt
 {
     const std::vector<dictionary::Signal> analog = AnalogOf(recording);
     std::vector<dictionary::Signal> discrete;
+    discrete.reserve(recording.DiChannels.size());
     for (const DiChannelData* channel : recording.DiChannels)
         discrete.push_back({channel->Name, QString()});
     QStringList lines = dictionary::DictionaryLines(analog, discrete);

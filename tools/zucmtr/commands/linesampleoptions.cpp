@@ -227,7 +227,8 @@ LineSample CheckedLineSample(const LineSampleOptions& options, const std::string
                    sample.lastSeed);
         return sample;
     }
-    sample.fault.kind = *station::FaultKindNamed(FromUtf8(fault));
+    if (const auto kind = station::FaultKindNamed(FromUtf8(fault)))
+        sample.fault.kind = *kind;
     sample.fault.evolving = station::FaultKindNamed(FromUtf8(options.evolving));
     if (!options.reclose.empty())
         sample.fault.reclosing =

@@ -121,6 +121,7 @@ DeviceChoice Chosen(const RecorderOptions& options)
 {
     DeviceChoice choice = ChoiceOf(options.device);
     std::vector<Recording> directories;
+    directories.reserve(options.directories.size());
     for (const std::string& directory : options.directories)
         directories.push_back({FromUtf8(directory) + QStringLiteral("/*"), QString(), QString()});
     CompleteChoice(choice, directories);
