@@ -1,6 +1,6 @@
 #!/bin/sh
 # Checks format and lint of the C++ sources, and the shell scripts.
-#   scripts/lint.sh             in a quarter of an hour
+#   scripts/lint.sh             in twenty minutes on two cores
 #   scripts/lint.sh --changed   lint of the files alone that changed since origin's branch; there, in the last commit
 #   scripts/lint.sh --deep      with the path-sensitive analysis of the library
 set -eu

@@ -49,7 +49,7 @@ std::string NameWith(const std::vector<std::string>& words)
 
 // check says what is wrong with a value, which it may rewrite; an empty text accepts it.
 template <class Check>
-CLI::Validator Checked(Check check, const std::string& name = std::string())
+CLI::Validator Checked(const Check& check, const std::string& name = std::string())
 {
     return CLI::Validator([check](std::string& text) { return check(text).toStdString(); }, "", name);
 }

@@ -343,6 +343,7 @@ bool Service::HasWork() const
 void Service::Wait() const
 {
     std::vector<pollfd> files;
+    files.reserve(recorders.size());
     for (const auto& one : recorders)
         files.push_back({one.second.channel.Number(), POLLIN, 0});
     poll(files.data(), files.size(), static_cast<int>(LongestWait.count()));
