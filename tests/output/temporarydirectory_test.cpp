@@ -107,7 +107,7 @@ TEST(TemporaryDirectory, IsThereAlthoughAnotherProgramRemovesWhatIsNotLocked)
         prctl(PR_SET_PDEATHSIG, SIGKILL); // should this be killed, too
     while (remover == 0)
         RemoveUnlocked(QFile::encodeName(place.Path()).constData());
-    for (int round = 0; round < 2000; ++round) {
+    for (int round = 0; round < 1000; ++round) {
         const TemporaryDirectory own(place.Path());
         EXPECT_EQ(own.Error(), 0);
         EXPECT_TRUE(QDir(own.Path()).mkdir(QStringLiteral("a"))) << round;
