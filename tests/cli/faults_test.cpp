@@ -133,6 +133,22 @@ TEST(Unreadable, SystemsReasonIsInTheUsersLanguage)
               "преобразуйте меньше осциллограмм одновременно (--jobs)");
 }
 
+TEST(Unreadable, FileIsNotCalledEmpty)
+{
+    const Workplace place;
+    place.Write("a.ZU", Encode(ShortRecording()));
+    place.Write("x.cfg", "station,recorder,1999\n");
+    const QStringList reasons = {"Too many open files in system", "Input/output error"};
+    for (const char* name : {"a.ZU", "x.cfg"}) {
+        for (int i = 0; i < reasons.size(); ++i) {
+            const auto& [call, error] = Calls[static_cast<size_t>(i)];
+            const Finished run = RunProgram(place.Path(), {"info", name}, LastingFault(call, name, 1, error));
+            EXPECT_EQ(run.code, 1);
+            EXPECT_EQ(run.err, QString("zucmtr: %1: the file cannot be read: %2\n").arg(name, reasons[i]));
+        }
+    }
+}
+
 // The name of its record must be read before another that may go to the same files can start.
 TEST(SlowFile, KeepsNoFinishedRecordingWaiting)
 {

@@ -62,12 +62,23 @@ QString WhyNotADirectory(const QString& path)
     return Tr("file", "it is a directory; give a file in it, such as '%1'").arg(inside);
 }
 
-QByteArray BeginningOf(const QString& path)
+struct Beginning
+{
+    QByteArray bytes;
+    QString error; // why there are none; empty if the file can be read
+};
+
+Beginning BeginningOf(const QString& path)
 {
     QFile file(path);
-    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly))
-        return QByteArray();
-    return file.read(LookedAt);
+    if (!QFileInfo(path).isFile())
+        return {};
+    Beginning beginning;
+    if (file.open(QIODevice::ReadOnly))
+        beginning.bytes = file.read(LookedAt);
+    if (file.error() != QFileDevice::NoError)
+        beginning.error = Tr("file", "the file cannot be read: %1").arg(SystemText(file.errorString()));
+    return beginning;
 }
 
 // Whether the bytes, as far as they go, have the text at that place.
@@ -137,15 +148,21 @@ QString OtherKindByName(const QString& path)
     return QString();
 }
 
+QString WhyNothing(const Beginning& beginning)
+{
+    return beginning.error.isEmpty() ? Tr("file", "the file is empty; was the copy interrupted?")
+                                     : beginning.error;
+}
+
 // For a file that does not start like a recording.
-QString OtherKind(const QString& path, const QByteArray& beginning)
+QString OtherKind(const QString& path, const Beginning& beginning)
 {
     QString byName = OtherKindByName(path);
     if (!byName.isEmpty())
         return byName;
-    if (beginning.isEmpty())
-        return Tr("file", "the file is empty; was the copy interrupted?");
-    const QString extension = RecordExtensionOf(beginning);
+    if (beginning.bytes.isEmpty())
+        return WhyNothing(beginning);
+    const QString extension = RecordExtensionOf(beginning.bytes);
     if (!extension.isEmpty())
         return Tr("file", "it is no recording: its content is a COMTRADE record's; give it the extension %1")
             .arg(extension);
@@ -180,8 +197,8 @@ QString NotConvertible(const QString& path)
     QString unreadable = Unreadable(path);
     if (!unreadable.isEmpty() || zu::IsFirstFileName(path))
         return unreadable;
-    const QByteArray beginning = BeginningOf(path);
-    if (!beginning.isEmpty() && IsRecordingsBeginning(beginning))
+    const Beginning beginning = BeginningOf(path);
+    if (!beginning.bytes.isEmpty() && IsRecordingsBeginning(beginning.bytes))
         return Tr("file", "the name of a recording ends in .ZU or .zu; rename the file");
     return OtherKind(path, beginning);
 }
@@ -198,8 +215,8 @@ QString NotLoaded(const QString& path, const QString& libraryText)
     QString unreadable = Unreadable(path);
     if (!unreadable.isEmpty())
         return unreadable;
-    const QByteArray beginning = BeginningOf(path);
-    if (beginning.isEmpty() || !IsRecordingsBeginning(beginning))
+    const Beginning beginning = BeginningOf(path);
+    if (beginning.bytes.isEmpty() || !IsRecordingsBeginning(beginning.bytes))
         return OtherKind(path, beginning);
     const QString cutOff = IsFailedRead(libraryText) ? CutOffText(path) : QString();
     return cutOff.isEmpty() ? LibraryText(libraryText) : WithLibraryText(cutOff, libraryText);
@@ -210,10 +227,11 @@ QString NotARecord(const QString& path)
     QString unreadable = Unreadable(path);
     if (!unreadable.isEmpty())
         return unreadable;
-    const QByteArray beginning = BeginningOf(path);
-    if (beginning.isEmpty())
-        return Tr("file", "the file is empty; was the copy interrupted?");
-    if (beginning.size() >= qint64{sizeof ZuFileHeader::version} && IsRecordingsBeginning(beginning))
+    const Beginning beginning = BeginningOf(path);
+    if (beginning.bytes.isEmpty())
+        return WhyNothing(beginning);
+    if (beginning.bytes.size() >= qint64{sizeof ZuFileHeader::version} &&
+        IsRecordingsBeginning(beginning.bytes))
         return Tr("file",
                   "it is no COMTRADE record: its content is a recording's; give it the extension .ZU");
     return QString();
@@ -231,7 +249,7 @@ const char* WordOf(const QString& path, const char* otherwise)
 
 bool BeginsAsRecording(const QString& path)
 {
-    const QByteArray beginning = BeginningOf(path);
+    const QByteArray beginning = BeginningOf(path).bytes;
     return !beginning.isEmpty() && IsRecordingsBeginning(beginning);
 }
 

@@ -2757,6 +2757,10 @@ Example, with the sample station:
         <source>it is a part of a COMTRADE record, not a recording (.ZU); &apos;zucmtr info&apos; and &apos;zucmtr view&apos; take its configuration &apos;%1&apos;</source>
         <translation>это часть записи COMTRADE, а не осциллограмма (.ZU); «zucmtr info» и «zucmtr view» принимают её конфигурацию «%1»</translation>
     </message>
+    <message>
+        <source>the file cannot be read: %1</source>
+        <translation>файл не читается: %1</translation>
+    </message>
 </context>
 <context>
     <name>form</name>
