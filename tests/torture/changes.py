@@ -88,8 +88,9 @@ class Operator:
 
 
 def excuse(station, ledger):
-    """Recordings that may fail: files of other content have their names in the archive, or the recording was changed
-    after its record was made, which nothing may replace now."""
+    """Recordings that may fail: files of other content have their names in the archive, or the names of parts there (a
+    killed run gave the file a second name, and the operator took the first one, so that the part may be all that is left
+    of it); or the recording was changed after its record was made, which nothing may replace now."""
     def excused(path):
         if ledger.has_former_record(path):
             return True
@@ -97,10 +98,11 @@ def excuse(station, ledger):
             return False
         first = recordings.first_name(path)
         for name, key in ledger.current.items():
-            there = station.archive / name
-            if recordings.first_name(name) == first and there.exists() and \
-                    recordings.digest(there.read_bytes()) != key:
-                return True
+            if recordings.first_name(name) != first:
+                continue
+            for there in (station.archive / name, station.archive / f"{name}.part"):
+                if there.exists() and recordings.digest(there.read_bytes()) != key:
+                    return True
         return False
     return excused
 

@@ -142,6 +142,23 @@ class Ledger(unittest.TestCase):
         self.ledger.note(stations.Run(0, "rec1.Z01 has no first file", []))
         self.assertEqual({}, self.found())
 
+    def test_what_has_its_name_in_the_archive_excuses_a_recording(self):
+        excused = changes.excuse(self.station, self.ledger)
+        for name in ("rec1.ZU", "rec1.ZU.part", "rec1.Z01", "rec1.Z01.part"):
+            there = self.station.archive / name
+            there.write_bytes((self.station.input / name.removesuffix(".part")).read_bytes())
+            self.assertFalse(excused("rec1.ZU"), name)
+            there.write_bytes(b"other")
+            self.assertTrue(excused("rec1.ZU"), name)
+            self.assertFalse(excused("rec2.ZU"), name)
+            there.unlink()
+
+    def test_the_complaint_is_of_a_recording_that_is_not_excused(self):
+        events = [{"file": str(self.station.input / f"rec{n}.ZU"), "error": f"error {n}"} for n in (1, 2)]
+        self.record(2)
+        self.ledger.check(stations.Run(1, "", events), lambda path: path == "rec1.ZU")
+        self.assertEqual(["stuck: exit code 1: error 2"], self.ledger.findings.details)
+
     def test_a_claim_is_held_against_the_record(self):
         self.record(1)
         claim = {"file": str(self.station.input / "rec1.ZU"), "verified": True}

@@ -157,8 +157,9 @@ class Ledger:
         failed = {str(event.get("file")).rpartition("/in/")[2] for event in run.events
                   if event.get("error") and not self._is_explained(event, out)}
         explained = any(event.get("error") for event in run.events) and not failed
-        if run.code != 0 and not explained and (not failed or not all(excused(path) for path in failed)):
-            self.findings.add("stuck", f"exit code {run.code}: {self.complaint(run)}")
+        guilty = {path for path in failed if not excused(path)}
+        if run.code != 0 and not explained and (guilty or not failed):
+            self.findings.add("stuck", f"exit code {run.code}: {self.complaint(run, guilty)}")
         here, there = self._contents(self.station.input), self._contents(self.station.archive)
         for path, error in out.broken:
             self.findings.add("cut", f"{path.name}: {error}")
@@ -229,10 +230,11 @@ class Ledger:
         return contents
 
     @staticmethod
-    def complaint(run):
+    def complaint(run, of=()):
+        """What the run said last, or the first error; of: the recordings whose errors count, otherwise all."""
         lines = [line for line in run.text.splitlines() if not line.startswith("QIODevice")]
         for event in run.events:
-            if event.get("error"):
+            if event.get("error") and (not of or str(event.get("file")).rpartition("/in/")[2] in of):
                 return str(event["error"])[:300]
         return " | ".join(lines[-2:])[:300]
 
