@@ -103,6 +103,7 @@ TEST(TemporaryDirectory, IsThereAlthoughAnotherProgramRemovesWhatIsNotLocked)
 {
     const TestDirectory place;
     const pid_t remover = fork();
+    ASSERT_NE(remover, -1);
     if (remover == 0)
         prctl(PR_SET_PDEATHSIG, SIGKILL); // should this be killed, too
     while (remover == 0)
