@@ -14,7 +14,8 @@ failed=
 # The version of the standards is that of the older release of Debian, which the newer one's lintian remarks on.
 printf '\n== lintian\n'
 TMPDIR=$place lintian --allow-root --display-info --display-experimental --pedantic --tag-display-limit 0 \
-    --suppress-tags out-of-date-standards-version --fail-on error,warning,info,pedantic,experimental "$packages"/*.changes && echo 'no finding' || failed=yes
+    --suppress-tags out-of-date-standards-version --fail-on error,warning,info,pedantic,experimental \
+    "$packages"/*.changes && echo 'no finding' || failed=yes
 
 printf '\n== hardening\n'
 for package in "$packages"/*.deb; do
