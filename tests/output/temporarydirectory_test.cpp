@@ -42,17 +42,21 @@ void InAnotherProcess(const Work& work)
     ASSERT_EQ(EndOf(process), SIGKILL);
 }
 
-// What the first temporary directory of a program does in the place, without its pauses.
-void RemoveUnlocked(const char* place)
+// What the first temporary directory of a program does in the place, again and again without its pauses.
+[[noreturn]] void KeepRemovingUnlocked(const char* place)
 {
     DIR* const directory = opendir(place);
-    while (const dirent* entry = readdir(directory)) {
-        const int file = openat(dirfd(directory), entry->d_name, O_RDONLY | O_DIRECTORY);
-        if (file >= 0 && entry->d_name[0] != '.' && flock(file, LOCK_EX | LOCK_NB) == 0)
-            unlinkat(dirfd(directory), entry->d_name, AT_REMOVEDIR);
-        close(file);
+    while (true) {
+        rewinddir(directory);
+        while (const dirent* entry = readdir(directory)) {
+            if (entry->d_name[0] == '.')
+                continue;
+            const int file = openat(dirfd(directory), entry->d_name, O_RDONLY | O_DIRECTORY);
+            if (file >= 0 && flock(file, LOCK_EX | LOCK_NB) == 0)
+                unlinkat(dirfd(directory), entry->d_name, AT_REMOVEDIR);
+            close(file);
+        }
     }
-    closedir(directory);
 }
 
 } // namespace
@@ -104,11 +108,11 @@ TEST(TemporaryDirectory, IsThereAlthoughAnotherProgramRemovesWhatIsNotLocked)
     const TestDirectory place;
     const pid_t remover = fork();
     ASSERT_NE(remover, -1);
-    if (remover == 0)
+    if (remover == 0) {
         prctl(PR_SET_PDEATHSIG, SIGKILL); // should this be killed, too
-    while (remover == 0)
-        RemoveUnlocked(QFile::encodeName(place.Path()).constData());
-    for (int round = 0; round < 1000; ++round) {
+        KeepRemovingUnlocked(QFile::encodeName(place.Path()).constData());
+    }
+    for (int round = 0; round < 5000; ++round) {
         const TemporaryDirectory own(place.Path());
         EXPECT_EQ(own.Error(), 0);
         EXPECT_TRUE(QDir(own.Path()).mkdir(QStringLiteral("a"))) << round;
